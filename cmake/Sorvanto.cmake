@@ -1,0 +1,109 @@
+# Build rules shared by all folders: compiler flags, precompiled headers,
+# and one function each for a library, a program, a test and a benchmark.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+      CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${CCACHE})
+endif()
+find_program(MOLD mold)
+if(MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual
+                    -fpch-preprocess)
+if(SORVANTO_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(SORVANTO_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()
+
+# Two precompiled headers for the whole tree: one for code on QtCore alone, one for widgets.
+foreach(kind core gui)
+  file(WRITE ${CMAKE_BINARY_DIR}/pch_${kind}.cpp "")
+  add_library(pch_${kind} OBJECT ${CMAKE_BINARY_DIR}/pch_${kind}.cpp)
+  set_target_properties(pch_${kind} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+  target_precompile_headers(pch_${kind} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled_${kind}.h)
+endforeach()
+target_link_libraries(pch_core PRIVATE Qt6::Core)
+target_link_libraries(pch_gui PRIVATE Qt6::Widgets)
+
+function(_sorvanto_common target gui)
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_precompile_headers(${target} REUSE_FROM ${gui})
+endfunction()
+
+# sorvanto_library(<folder below src> [GUI] LINKS <targets>...)
+# One static library of all sources of the folder, as sorvanto::<folder with _>.
+# Its link line is its place in the house: it may only name lower floors.
+function(sorvanto_library folder)
+  cmake_parse_arguments(ARG "GUI" "" "LINKS" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp
+       ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.ui)
+  if(NOT sources MATCHES "[.]cpp")
+    file(WRITE ${CMAKE_BINARY_DIR}/empty/${name}.cpp "")
+    list(APPEND sources ${CMAKE_BINARY_DIR}/empty/${name}.cpp)
+  endif()
+  add_library(sorvanto_${name} STATIC ${sources})
+  add_library(sorvanto::${name} ALIAS sorvanto_${name})
+  target_link_libraries(sorvanto_${name} PUBLIC ${ARG_LINKS})
+  if(ARG_GUI)
+    _sorvanto_common(sorvanto_${name} pch_gui)
+  else()
+    _sorvanto_common(sorvanto_${name} pch_core)
+  endif()
+endfunction()
+
+# sorvanto_resources(<name> <.qrc>): resources as an object library, which no linker drops.
+function(sorvanto_resources name qrc)
+  add_library(sorvanto_${name} OBJECT ${qrc})
+  add_library(sorvanto::${name} ALIAS sorvanto_${name})
+  target_link_libraries(sorvanto_${name} PUBLIC Qt6::Core)
+endfunction()
+
+# sorvanto_program(<name> SOURCES <files>... LINKS <targets>...)
+function(sorvanto_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} Qt6::Widgets)
+  _sorvanto_common(${name} pch_gui)
+endfunction()
+
+# sorvanto_test(<folder below tests> LABEL unit|gui|e2e|slow LINKS <targets>...)
+# One GoogleTest program of all sources of the folder, each test case known to ctest.
+function(sorvanto_test folder)
+  cmake_parse_arguments(ARG "" "LABEL" "LINKS" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp
+       ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} sorvanto_test_support)
+  target_compile_definitions(test_${name} PRIVATE
+      SORVANTO_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
+      SORVANTO_GOLDEN="${CMAKE_SOURCE_DIR}/tests/golden"
+      SORVANTO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+      SORVANTO_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+  _sorvanto_common(test_${name} pch_gui)
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 300
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+endfunction()
+
+# sorvanto_bench(<name> SOURCES <files>... LINKS <targets>...): a Google Benchmark program.
+function(sorvanto_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} benchmark::benchmark Qt6::Widgets)
+  _sorvanto_common(${name} pch_gui)
+endfunction()

@@ -1,0 +1,65 @@
+// The program's settings in options.xml beside the program. Each access goes to the document in memory;
+// setters reach the disk only with saveOptions. The database's version is kept in the database.
+#pragma once
+
+#include "platform/xml/XmlDocument.h"
+
+#include <QString>
+#include <cstdint>
+
+namespace sorvanto {
+
+class clsOptions {
+public:
+    /// Loads the file, or at a first start writes a new one and asks the language.
+    clsOptions();
+    ~clsOptions();
+
+    void saveOptions();
+
+    std::int16_t Language() const;
+    void Language(std::int16_t number);
+    std::int16_t CommPort() const;
+    void CommPort(std::int16_t number);
+    QString DBLocation() const;
+    void DBLocation(const QString& path);
+    QString DefPrinter();
+    void DefPrinter(const QString& name);
+    QString DefCurrency();
+    void DefCurrency(const QString& symbol);
+    QString StoreName() const;
+    void StoreName(const QString& text);
+    QString Address() const;
+    void Address(const QString& text);
+    QString City() const;
+    void City(const QString& text);
+    QString State() const;
+    void State(const QString& text);
+    QString Zip() const;
+    void Zip(const QString& text);
+    QString Phone() const;
+    void Phone(const QString& text);
+    QString Fax() const;
+    void Fax(const QString& text);
+    QString DEA() const;
+    void DEA(const QString& text);
+    std::int16_t ShowPatients();
+    void ShowPatients(std::int16_t flag);
+    std::int16_t OverrideSpeed();
+    void OverrideSpeed(std::int16_t flag);
+
+    QString DBVersion() const;
+    void DBVersion(const QString& version);
+
+private:
+    void Class_Initialize();
+    void CreateConfig();
+    void createNode(const QString& parentName, const QString& nodeName, const QString& nodeText);
+    platform::XmlNode node(const QString& path) const;
+    platform::XmlNode repairedNode(const QString& parent, const QString& name, const QString& repairDefault);
+
+    platform::XmlDocumentPtr m_document;
+    QString m_path;
+};
+
+}  // namespace sorvanto

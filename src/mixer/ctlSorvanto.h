@@ -1,0 +1,54 @@
+// The mixer control: the operations and events by which the rest of the program meets the mixer,
+// and the panel on which the user runs it. Knows nothing of records.
+#pragma once
+
+#include "platform/xml/XmlDocument.h"
+
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace sorvanto {
+
+class ctlSorvanto : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ctlSorvanto(QWidget* parent = nullptr);
+    ~ctlSorvanto() override;
+
+    void SetStoreInfo(const QString& storeName, const QString& empty, const QString& phone);
+    /// The settings, once, before StartControl. CommPort 1 to 4.
+    void setSettings(std::int16_t commPort, std::int16_t language, std::int16_t overrideSpeed,
+                     const QString& translationPath);
+    QStringList MixTypes() const;
+    QStringList JarSizes() const;
+    QStringList MixTimes() const;
+    /// Opens the port, and offers mixes that finished but were never logged.
+    void StartControl();
+    /// Takes a formula document and sends its programme to the mixer; a copy is kept.
+    void loadFormula(const platform::XmlDocumentPtr& formula);
+    /// The signing dialog has answered, whatever the answer.
+    void mixerInitialsClosed();
+    /// Stops talking to the mixer; loadFormula and StartControl may follow.
+    void CloseControl();
+
+    /// The mix whose mixDone is being handled has been written to the log: its journal is closed.
+    void mixLogged();
+    /// Asked before a mix is offered again: whether its lot is in the log already.
+    void setLoggedTest(std::function<bool(const QString& lot)> test);
+
+signals:
+    /// A mix has ended. Blocks while the user signs; mixerInitialsClosed comes from inside.
+    void mixDone(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);
+    void enableForm();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+}  // namespace sorvanto

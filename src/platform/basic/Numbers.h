@@ -1,0 +1,42 @@
+// Numbers from text and text from numbers, and the checked conversions to 16 and 32 bits.
+// Text of a number always has a point, whatever the user's language.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <cstdint>
+
+namespace platform {
+
+/// The number at the start of a text, blanks skipped ("12 ml" is 12, "1.5e3x" 1500, "abc" 0). Never fails.
+double leadingNumber(const QString& text);
+
+/// The whole text as a number; throws typeMismatch on anything else. Blanks around it are fine.
+double toDouble(const QString& text);
+/// Any field value as a number: text by toDouble, flags -1/0, dates as days since 30 December 1899.
+/// NULL throws invalidUseOfNull.
+double toDouble(const QVariant& value);
+
+/// Nearest integer, a half to the even one. Throws overflow outside the type's range.
+std::int16_t toInt16(double value);
+std::int32_t toInt32(double value);
+/// Text or field value by toDouble, then as above.
+std::int16_t toInt16(const QString& text);
+std::int32_t toInt32(const QString& text);
+std::int16_t toInt16(const QVariant& value);
+std::int32_t toInt32(const QVariant& value);
+
+/// Default rendering with at most 15 significant digits: "0.1", "1200", "-2.5", "1E+15", "1E-07".
+QString numberText(double value);
+
+/// Rounds half away from zero on the decimal text of 15 significant digits (1.0005 to 3 places is 1.001).
+/// Gives the digits with exactly that many decimals, e.g. "1.001"; no exponent. decimals 0 to 10.
+QString roundedText(double value, int decimals);
+
+/// quotient as 64-bit floating point; throws divisionByZero when the divisor is 0.
+double quotient(double dividend, double divisor);
+
+/// Upper-case hexadecimal without leading zeros ("0" for 0).
+QString hexText(std::uint32_t value);
+
+}  // namespace platform

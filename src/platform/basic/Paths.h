@@ -1,0 +1,24 @@
+// The program's folder and file names. Paths may be written with "\" in the program;
+// platformPath turns one into this system's form at the moment it meets the file system.
+#pragma once
+
+#include <QString>
+
+namespace platform {
+
+/// Folder of the executable, without a separator at the end; everything the program reads and writes
+/// lies there. Tests set another one; an empty text restores the executable's own.
+QString programFolder();
+void setProgramFolder(const QString& folder);
+
+/// "\" becomes the system's separator.
+QString platformPath(const QString& path);
+
+/// Whether the path names an existing file (not a folder).
+bool fileExists(const QString& path);
+
+/// Writes the whole file or leaves the old one: temporary file in the same folder, flushed to the disk,
+/// renamed over. Throws permissionDenied, diskFull or deviceIo with the path in the description.
+void writeFile(const QString& path, const QByteArray& content);
+
+}  // namespace platform

@@ -1,0 +1,47 @@
+// A connection to one database file. Takes statements in the dialect of the program
+// (see docs/database.md) and carries them over to SQLite.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+struct sqlite3;
+
+namespace platform {
+
+class Connection : public std::enable_shared_from_this<Connection> {
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// "Provider=...;Data Source=<path>;..." opens the file of Data Source. Never creates one. Reads header
+    /// and schema, so that a file that is no database fails here. Throws cannotOpen or general.
+    void open(const QString& connectionString);
+    void close();
+    /// 1 open, 0 closed.
+    int state() const;
+
+    /// Runs one statement; gives the count of rows affected. Throws statement, dataMismatch, or general
+    /// for a refused relation; objectClosed on a closed connection. The error carries the statement's text.
+    std::int64_t execute(const QString& statement);
+
+    /// Sees the exact text of every statement handed in, before it is translated.
+    using Trace = std::function<void(const QString& statement)>;
+    void setTrace(Trace trace);
+
+    /// The engine's handle, for the result set and the maintenance tools alone.
+    sqlite3* handle() const;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+    friend class Recordset;
+};
+using ConnectionPtr = std::shared_ptr<Connection>;
+
+}  // namespace platform

@@ -1,0 +1,192 @@
+// Entry boxes: text, number, date, choice, up-down. All know "locked": shown as a quiet surface,
+// not changeable, still selectable.
+#pragma once
+
+#include "platform/basic/Currency.h"
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QString>
+#include <QVariant>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace platform {
+
+/// Anything that can be locked by the walk over a form's controls.
+class Lockable {
+public:
+    virtual ~Lockable() = default;
+    virtual void setReadOnlyBox(bool on) = 0;
+    virtual bool isReadOnlyBox() const = 0;
+};
+
+/// One line of text.
+class TextBox : public QLineEdit, public Lockable {
+    Q_OBJECT
+public:
+    explicit TextBox(QWidget* parent = nullptr);
+    void setReadOnlyBox(bool on) override;
+    bool isReadOnlyBox() const override { return isReadOnly(); }
+};
+
+/// Several lines of text; Tab moves on.
+class MemoBox : public QPlainTextEdit, public Lockable {
+    Q_OBJECT
+public:
+    explicit MemoBox(QWidget* parent = nullptr);
+    QString text() const { return toPlainText(); }
+    void setText(const QString& text) { setPlainText(text); }
+    void setReadOnlyBox(bool on) override;
+    bool isReadOnlyBox() const override { return isReadOnly(); }
+};
+
+/// A number. Shows the display format when not focused, the edit format when focused, with the user's
+/// decimal separator. Takes the user's separator and the point; refuses ambiguous input with a hint
+/// ("1.234,5") and values outside its bounds; never guesses.
+class NumberBox : public QLineEdit, public Lockable {
+    Q_OBJECT
+public:
+    explicit NumberBox(QWidget* parent = nullptr);
+
+    /// The number as text with a point, e.g. "12.5"; the empty text when the box is empty.
+    QString text() const;
+    void setText(const QString& text);
+    /// Empty box: NULL.
+    QVariant value() const;
+    void setValue(double value);
+    void setValue(Currency value);
+    /// An empty box counts as 0.
+    double toDouble() const;
+    Currency toCurrency() const;
+
+    void setFormats(const QString& editFormat, const QString& displayFormat);
+    void setBounds(double minimum, double maximum);
+    double minimum() const { return m_minimum; }
+    double maximum() const { return m_maximum; }
+    /// Whether what is typed is a number inside the bounds; a hint is shown when it is not.
+    bool acceptable() const;
+
+    void setReadOnlyBox(bool on) override;
+    bool isReadOnlyBox() const override { return isReadOnly(); }
+
+signals:
+    void valueEdited();
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void showText(bool focused);
+    bool readTyped();
+
+    QString m_editFormat, m_displayFormat, m_hint;
+    QVariant m_value;
+    double m_minimum, m_maximum;
+    bool m_typed = false;
+};
+
+/// A date: typing in the system's order, or the calendar. The zero date shows as an empty box.
+class DateBox : public QWidget, public Lockable {
+    Q_OBJECT
+public:
+    explicit DateBox(QWidget* parent = nullptr);
+    /// The zero date when the box is empty.
+    QDateTime value() const { return m_value; }
+    void setValue(const QDateTime& value);
+    QString text() const;
+    void clear();
+    bool acceptable() const;
+    /// Shows the time of day as well (a log's date).
+    void setWithTime(bool on);
+    void setReadOnlyBox(bool on) override;
+    bool isReadOnlyBox() const override;
+
+signals:
+    void valueEdited();
+
+private:
+    void readTyped();
+    void openCalendar();
+
+    QDateTime m_value;
+    bool m_withTime = false;
+    QLineEdit* m_edit;
+    QToolButton* m_button;
+};
+
+/// A drop-down list that can show a text outside its list. The wheel does not change it.
+class ChoiceBox : public QComboBox, public Lockable {
+    Q_OBJECT
+public:
+    explicit ChoiceBox(QWidget* parent = nullptr);
+    /// -1 when a text outside the list, or nothing, is shown.
+    int listIndex() const;
+    /// Chooses a row (-1: none) and always raises clicked, also when unchanged.
+    void setListIndex(int index);
+    /// The text shown; setting it never raises clicked. A text of the list is chosen, any other is shown
+    /// with listIndex -1.
+    QString boxText() const;
+    void setBoxText(const QString& text);
+    void setReadOnlyBox(bool on) override;
+    bool isReadOnlyBox() const override { return m_locked; }
+
+signals:
+    /// The user or the program chose a row.
+    void clicked();
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool m_locked = false;
+    QString m_foreignText;
+};
+
+/// Two small arrows beside a label: a whole number within bounds. The label is filled by the buddy
+/// rule (the value as it stands) or by a listener of changed.
+class UpDown : public QWidget {
+    Q_OBJECT
+public:
+    explicit UpDown(QWidget* parent = nullptr);
+    int value() const { return m_value; }
+    /// Kept within the bounds; raises changed when it differs.
+    void setValue(int value);
+    int minimum() const { return m_minimum; }
+    int maximum() const { return m_maximum; }
+    int step() const { return m_step; }
+    /// Changes the bounds alone; the value stays, even outside. The first step down lands on the maximum
+    /// or below.
+    void setBounds(int minimum, int maximum);
+    void setMaximum(int maximum) { setBounds(m_minimum, maximum); }
+    void setStep(int step) { m_step = step; }
+    /// The label that shows the value as it stands.
+    void setBuddy(QLabel* label);
+
+public slots:
+    void stepUp();
+    void stepDown();
+
+signals:
+    void changed(int value);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void showBuddy();
+
+    int m_value = 0, m_minimum = 0, m_maximum = 100, m_step = 1;
+    QLabel* m_buddy = nullptr;
+};
+
+}  // namespace platform

@@ -1,0 +1,66 @@
+// A table bound to a result set: its current row is the set's current row, and an edited cell is
+// written through the set to the table behind it.
+#pragma once
+
+#include "platform/data/Recordset.h"
+
+#include <QString>
+#include <QTableView>
+#include <functional>
+#include <vector>
+
+namespace platform {
+
+class RecordModel;
+
+/// A column as designed; width in pixels at 100 %, 0 stretches.
+struct GridColumn {
+    QString field;         ///< name in the set, matched without regard to case
+    QString caption;
+    int width = 0;
+    bool editable = false;
+    bool hidden = false;
+    QString numberFormat;  ///< picture, "" as the value stands, "Yes/No" for flags as words
+};
+
+class RecordGrid : public QTableView {
+    Q_OBJECT
+public:
+    explicit RecordGrid(QWidget* parent = nullptr);
+    ~RecordGrid() override;
+
+    void setColumns(std::vector<GridColumn> columns);
+    const std::vector<GridColumn>& columns() const;
+    /// A column by its designed caption; throws itemNotFound. The shown caption may differ.
+    int columnByCaption(const QString& designCaption) const;
+    int columnByField(const QString& field) const;
+    void setShownCaption(int column, const QString& caption);
+    QString shownCaption(int column) const;
+    void setNumberFormat(int column, const QString& picture);
+
+    /// Binds the set (null: none). A field the set lacks shows empty cells.
+    void setDataSource(const RecordsetPtr& rows);
+    const RecordsetPtr& dataSource() const;
+    /// Reads the set anew.
+    void rebind();
+
+    bool allowUpdate() const;
+    void setAllowUpdate(bool on);
+    /// Writes a cell being edited to the set and the table. False when that was refused (told to the user).
+    bool commitEdit();
+    /// Value of a column in the current row; NULL when there is no row.
+    QVariant currentValue(int column) const;
+    /// Rows the user has selected.
+    int selectedCount() const;
+
+    /// Told of a failed cell edit; the cell then shows the stored value again.
+    std::function<void()> onEditFailed;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    RecordModel* m_model;
+};
+
+}  // namespace platform
