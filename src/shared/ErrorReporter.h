@@ -23,6 +23,15 @@ struct ErrorReport {
 
 class ErrorReporter {
 public:
+    /// Size in bytes at which errors.log is put aside as errors.1.log (and that as errors.2.log ...).
+    static constexpr std::int64_t logLimit = 1'000'000;
+    /// How many files put aside are kept.
+    static constexpr int keptLogs = 3;
+    /// How many different reports of one run are kept in memory; the oldest go first.
+    static constexpr std::size_t keptReports = 500;
+
+    virtual ~ErrorReporter() = default;
+
     // Write-only texts of the report's head, set once after the options exist.
     void ReportPath(const QString& folder);
     void ReportProduct(const QString& product);
@@ -31,9 +40,9 @@ public:
     void ReportStore(const QString& store);
     void ReportPhone(const QString& phone);
 
-    void ReportError(const QString& description, const QString& number, const QString& source,
-                     std::int32_t statementNumber, const QString& tag, const QString& empty, bool flag1,
-                     bool flag2, bool flag3, bool flag4) noexcept;
+    virtual void ReportError(const QString& description, const QString& number, const QString& source,
+                             std::int32_t statementNumber, const QString& tag, const QString& empty, bool flag1,
+                             bool flag2, bool flag3, bool flag4) noexcept;
 
     /// The statement that the next report belongs to; taken by that report.
     void setFailedStatement(const QString& statement) noexcept;
@@ -45,7 +54,10 @@ public:
     QString logFailure() const { return m_logFailure; }
 
 private:
+    bool countRepeat(const ErrorReport& report);
+    void announce(const ErrorReport& report);
     void append(const ErrorReport& report);
+    void write(const QString& text);
     QString head() const;
 
     QString m_path, m_product, m_version, m_note, m_store, m_phone, m_failedStatement, m_logFailure;

@@ -1,0 +1,130 @@
+// Keeps the reports of this run and appends them to errors.log: the first of a kind in full,
+// each repeat as one line.
+#include "shared/ErrorReporter.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+
+#include <QFile>
+#include <algorithm>
+#include <cstdio>
+
+namespace sorvanto {
+namespace {
+
+/// No text of a report takes more room in the file than this.
+constexpr qsizetype longestText = 20'000;
+
+bool sameReport(const ErrorReport& left, const ErrorReport& right) {
+    return left.tag == right.tag && left.number == right.number && left.description == right.description
+           && left.source == right.source && left.statement == right.statement;
+}
+
+/// One line "Name: text"; further lines of the text are indented below it.
+QString line(const QString& name, const QString& text) {
+    if (text.isEmpty())
+        return {};
+    QString shown = text.left(longestText);
+    if (shown.size() < text.size())
+        shown += QStringLiteral("...");
+    shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    shown.replace(QLatin1Char('\n'), QStringLiteral("\n               "));
+    return QStringLiteral("  %1%2\n").arg((name + QLatin1Char(':')).leftJustified(13), shown);
+}
+
+QString logName(const QString& folder, int number) {
+    const auto name = number == 0 ? QStringLiteral("errors.log") : QStringLiteral("errors.%1.log").arg(number);
+    return platform::platformPath(folder + QStringLiteral("\\") + name);
+}
+
+void putAside(const QString& folder) {
+    QFile::remove(logName(folder, ErrorReporter::keptLogs));
+    for (int number = ErrorReporter::keptLogs - 1; number >= 0; --number)
+        QFile::rename(logName(folder, number), logName(folder, number + 1));
+}
+
+}  // namespace
+
+void ErrorReporter::ReportPath(const QString& folder) { m_path = folder; }
+void ErrorReporter::ReportProduct(const QString& product) { m_product = product; }
+void ErrorReporter::ReportVersion(const QString& version) { m_version = version; }
+void ErrorReporter::ReportNote(const QString& note) { m_note = note; }
+void ErrorReporter::ReportStore(const QString& store) { m_store = store; }
+void ErrorReporter::ReportPhone(const QString& phone) { m_phone = phone; }
+
+void ErrorReporter::onReport(std::function<void(const ErrorReport&)> callback) {
+    m_callbacks.push_back(std::move(callback));
+}
+
+void ErrorReporter::setFailedStatement(const QString& statement) noexcept {
+    m_failedStatement = statement;
+}
+
+void ErrorReporter::ReportError(const QString& description, const QString& number, const QString& source,
+                                std::int32_t, const QString& tag, const QString&, bool, bool, bool,
+                                bool) noexcept {
+    try {
+        const ErrorReport report{platform::now(), description, number, source, tag,
+                                 std::exchange(m_failedStatement, QString())};
+        if (countRepeat(report))
+            return;
+        if (m_reports.size() >= keptReports)
+            m_reports.erase(m_reports.begin());
+        m_reports.push_back(report);
+        append(report);
+        announce(report);
+    } catch (...) {
+        std::fputs("An error report could not be kept.\n", stderr);
+    }
+}
+
+bool ErrorReporter::countRepeat(const ErrorReport& report) {
+    const auto found = std::find_if(m_reports.begin(), m_reports.end(),
+                                    [&](const ErrorReport& kept) { return sameReport(kept, report); });
+    if (found == m_reports.end())
+        return false;
+    ++found->count;
+    write(QStringLiteral("%1  %2  error %3, for the %4. time in this run\n")
+              .arg(platform::storedDate(report.time), report.tag, report.number)
+              .arg(found->count));
+    return true;
+}
+
+void ErrorReporter::announce(const ErrorReport& report) {
+    const auto callbacks = m_callbacks;  // one of them may add another
+    for (const auto& callback : callbacks) {
+        try {
+            callback(report);
+        } catch (...) {
+            std::fputs("A listener of error reports failed.\n", stderr);
+        }
+    }
+}
+
+void ErrorReporter::append(const ErrorReport& report) {
+    write(QStringLiteral("%1  %2  error %3\n").arg(platform::storedDate(report.time), report.tag, report.number)
+          + line(QStringLiteral("Description"), report.description) + line(QStringLiteral("Source"), report.source)
+          + line(QStringLiteral("Statement"), report.statement) + head());
+}
+
+QString ErrorReporter::head() const {
+    return line(QStringLiteral("Product"), m_product) + line(QStringLiteral("Version"), m_version)
+           + line(QStringLiteral("Note"), m_note) + line(QStringLiteral("Store"), m_store)
+           + line(QStringLiteral("Phone"), m_phone);
+}
+
+void ErrorReporter::write(const QString& text) {
+    const QString folder = m_path.isEmpty() ? platform::programFolder() : m_path;
+    const QByteArray bytes = text.toUtf8();
+    QFile file(logName(folder, 0));
+    if (file.size() > 0 && file.size() + bytes.size() > logLimit)
+        putAside(folder);
+    // Statements hold patients' names: nobody but the owner may read them.
+    const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    const bool written = file.open(QIODevice::Append | QIODevice::WriteOnly, ownerOnly)
+                         && file.write(bytes) == bytes.size() && file.flush();
+    m_logFailure = written ? QString() : file.errorString();
+}
+
+}  // namespace sorvanto

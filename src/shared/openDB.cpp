@@ -1,0 +1,91 @@
+// Opening of the one shared connection on first need, with the questions to the user where the file
+// is missing or can't be opened.
+#include "platform/ask/Ask.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+enum class Outcome { Done, LocationInvalid };
+
+platform::RuntimeError notSet() {
+    return {platform::error::objectNotSet, QStringLiteral("Object variable not set")};
+}
+
+bool isOpen() {
+    return platform::deref(basMain::gConnection).state() == 1;
+}
+
+QString databasePath() {
+    if (!basMain::databaseLocation)
+        throw notSet();
+    return basMain::databaseLocation();
+}
+
+bool meansInvalidLocation(const platform::RuntimeError& failure) {
+    return failure.number() == platform::error::cannotOpen || failure.number() == platform::error::general;
+}
+
+Outcome openFile(const QString& path) {
+    basMain::gConnection = std::make_shared<platform::Connection>();
+    basMain::gConnectionString = QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + path
+                                 + QStringLiteral(";Persist Security Info=False");
+    try {
+        basMain::gConnection->open(basMain::gConnectionString);
+    } catch (const platform::RuntimeError& failure) {
+        if (!meansInvalidLocation(failure))
+            throw;
+        return Outcome::LocationInvalid;
+    }
+    return Outcome::Done;
+}
+
+/// True when another location is to be tried; otherwise the program has been ended.
+bool askNewLocation(const ResumeNext& step) {
+    const auto question = translated(QStringLiteral("Database location invalid, please select new location."));
+    if (platform::MsgBox(question, {platform::Buttons::YesNoCancel}) != platform::Answer::Yes) {
+        basMain::endProgram();
+        return false;
+    }
+    step([] {
+        if (!basMain::editOptions)
+            throw notSet();
+        basMain::editOptions();
+    });
+    return true;
+}
+
+void tellNotFound() {
+    platform::MsgBox(QStringLiteral("Database file not found. Please set in options"),
+                     {platform::Buttons::Ok, platform::Icon::Information},
+                     QStringLiteral("DATABASE NOT FOUND"));
+}
+
+}  // namespace
+
+platform::ConnectionPtr openDB() {
+    const ResumeNext step(QStringLiteral("frmMain:openDB"));
+    bool again = true;
+    while (again) {
+        again = false;
+        bool open = false;
+        step([&] { open = isOpen(); });
+        if (open)
+            break;
+        QString path;
+        step([&] { path = databasePath(); });
+        step([&] {
+            if (!platform::fileExists(path))
+                tellNotFound();
+            else if (openFile(path) == Outcome::LocationInvalid)
+                again = askNewLocation(step);
+        });
+    }
+    return basMain::gConnection;
+}
+
+}  // namespace sorvanto
