@@ -29,6 +29,9 @@ public:
     /// set) and calls setMenuOptions; 0 releases it; any other value does nothing else.
     virtual void Listener(std::int16_t value);
 
+    /// A screen on which no tool acts leaves this as it is.
+    void m_frmMain_btnClick(const QString&, const QString&) override {}
+
     /// Answer of the save question: 0 nothing to save, 2 the closing is refused, 6 saved, 7 not to save.
     virtual std::int16_t closeForm() { return 0; }
 

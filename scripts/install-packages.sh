@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Installs what is missing on Debian 12, and nothing else: "build" (to build and run the program),
+# "display" (a virtual display for a machine without one), "test" (tools that the tests read results with).
+#   scripts/install-packages.sh build [display] [test]       install what is missing (root or sudo)
+#   scripts/install-packages.sh --check build [display] [test]   only list what is missing; 1 if anything is
+set -euo pipefail
+
+build="g++ cmake ninja-build ccache mold pkg-config python3
+  qt6-base-dev qt6-svg-dev qt6-serialport-dev libgl-dev
+  libsqlite3-dev libpugixml-dev libgsf-1-dev libzint-dev libgtest-dev libgmock-dev libbenchmark-dev
+  fonts-inter fonts-dejavu-core fonts-liberation2"
+display="xvfb openbox xauth"
+test="xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd"
+
+check=no
+wanted=""
+for argument in "$@"; do
+  case "$argument" in
+    --check) check=yes ;;
+    build) wanted+=" $build" ;;
+    display) wanted+=" $display" ;;
+    test) wanted+=" $test" ;;
+    *) echo "usage: $0 [--check] build [display] [test]" >&2; exit 2 ;;
+  esac
+done
+
+missing=""
+for package in $wanted; do
+  state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$state" = installed ] || missing+=" $package"
+done
+[ -n "$missing" ] || exit 0
+
+if [ "$check" = yes ]; then
+  echo "missing:$missing"
+  exit 1
+fi
+
+as_root=""
+if [ "$(id -u)" != 0 ]; then
+  command -v sudo >/dev/null || { echo "Needs root or sudo to install:$missing" >&2; exit 1; }
+  as_root="sudo"
+fi
+echo "Installing:$missing"
+export DEBIAN_FRONTEND=noninteractive
+$as_root apt-get update -q
+# shellcheck disable=SC2086  # a list of words
+$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
