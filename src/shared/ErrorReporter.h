@@ -45,7 +45,7 @@ public:
                              bool flag2, bool flag3, bool flag4) noexcept;
 
     /// The statement that the next report belongs to; taken by that report.
-    void setFailedStatement(const QString& statement) noexcept;
+    virtual void setFailedStatement(const QString& statement) noexcept;
 
     const std::vector<ErrorReport>& reports() const { return m_reports; }
     /// Called for each new report (repeats of a report in the same run change its count alone).

@@ -1,0 +1,42 @@
+// A program folder of its own for one test, gone with it.
+#pragma once
+
+#include "platform/basic/Paths.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace support {
+
+class TempProgramFolder {
+public:
+    TempProgramFolder() { platform::setProgramFolder(m_folder.path()); }
+    ~TempProgramFolder() { platform::setProgramFolder({}); }
+    TempProgramFolder(const TempProgramFolder&) = delete;
+    TempProgramFolder& operator=(const TempProgramFolder&) = delete;
+
+    QString path() const { return m_folder.path(); }
+    /// Full path of a file in the folder.
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    bool has(const QString& name) const { return QFile::exists(path(name)); }
+
+    void write(const QString& name, const QByteArray& content) const {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
+        ASSERT_EQ(file.write(content), content.size());
+    }
+    /// The file's bytes; empty when there is none.
+    QByteArray read(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+}  // namespace support

@@ -1,0 +1,65 @@
+// The engine's own C interface, used directly.
+#include "TestDatabase.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+#include <memory>
+#include <sqlite3.h>
+
+namespace support {
+namespace {
+
+using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+Handle openFile(const QString& path, int flags) {
+    sqlite3* raw = nullptr;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &raw, flags, nullptr);
+    Handle handle(raw, sqlite3_close);
+    if (code != SQLITE_OK)
+        throw std::runtime_error("Can't open " + path.toStdString() + ": " + sqlite3_errmsg(raw));
+    sqlite3_busy_timeout(raw, 2000);
+    return handle;
+}
+
+int collect(void* target, int count, char** values, char**) {
+    QStringList row;
+    for (int i = 0; i < count; ++i)
+        row << (values[i] ? QString::fromUtf8(values[i]) : QStringLiteral("NULL"));
+    static_cast<Rows*>(target)->push_back(row);
+    return 0;
+}
+
+Rows execute(sqlite3* handle, const QByteArray& statements) {
+    Rows rows;
+    char* message = nullptr;
+    sqlite3_exec(handle, statements.constData(), collect, &rows, &message);
+    if (message) {
+        ADD_FAILURE() << message << "\nin: " << statements.left(2000).toStdString();
+        sqlite3_free(message);
+    }
+    return rows;
+}
+
+}  // namespace
+
+void createDatabaseFile(const QString& path) {
+    QFile schema(QStringLiteral(SORVANTO_SOURCE_DIR "/data/schema.sql"));
+    if (!schema.open(QIODevice::ReadOnly))
+        throw std::runtime_error("There is no data/schema.sql.");
+    const Handle handle = openFile(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    execute(handle.get(), "PRAGMA foreign_keys = ON;" + schema.readAll());
+}
+
+Rows runSql(const QString& path, const QString& statements) {
+    const Handle handle = openFile(path, SQLITE_OPEN_READWRITE);
+    return execute(handle.get(), "PRAGMA foreign_keys = ON;" + statements.toUtf8());
+}
+
+QString rowsText(const Rows& rows) {
+    QStringList lines;
+    for (const QStringList& row : rows)
+        lines << row.join('|');
+    return lines.join('\n');
+}
+
+}  // namespace support
