@@ -1,0 +1,114 @@
+// The port probe: finding the device of a port number, and opening it for a moment.
+#include "platform/serial/PortProbe.h"
+
+#include "platform/basic/Paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+/// A file descriptor that closes itself.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) : m_fd(fd) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (m_fd >= 0)
+            ::close(m_fd);
+    }
+    int get() const { return m_fd; }
+
+private:
+    int m_fd;
+};
+
+/// Devices of one kind, by the number behind the kind's name (ttyUSB2 before ttyUSB10).
+QStringList devicesOfKind(const QString& folder, const QString& kind) {
+    QStringList names = QDir(folder).entryList({kind + QLatin1Char('*')},
+                                               QDir::System | QDir::Files | QDir::AllEntries);
+    const auto number = [&](const QString& name) { return name.mid(kind.size()).toInt(); };
+    std::sort(names.begin(), names.end(), [&](const QString& a, const QString& b) {
+        return number(a) != number(b) ? number(a) < number(b) : a < b;
+    });
+    for (QString& name : names)
+        name = folder + QLatin1Char('/') + name;
+    return names;
+}
+
+/// The kernel's mark of a device that some program opened for itself alone. A privileged user could open
+/// it all the same, so the mark is read and not only met as a refusal.
+bool heldExclusively(int fd) {
+    int exclusive = 0;
+    return ::ioctl(fd, TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
+}
+
+}  // namespace
+
+QString portPath(int n) {
+    return portPath(n, QStringLiteral("/dev"));
+}
+
+QString portPath(int n, const QString& deviceFolder) {
+    if (n < 1 || n > 4)
+        return {};
+    const QString own = programFolder() + QStringLiteral("/ports/COM%1").arg(n);
+    const QFileInfo info(own);
+    if (info.exists() || info.isSymLink())
+        return own;
+    QStringList devices;
+    for (const char* kind : {"ttyUSB", "ttyACM", "ttyS"})
+        devices += devicesOfKind(deviceFolder, QLatin1String(kind));
+    return devices.value(n - 1);
+}
+
+bool portPresent(int n) {
+    return portState(portPath(n)) == PortState::Present;
+}
+
+PortState portState(const QString& path) {
+    if (path.isEmpty())
+        return PortState::Absent;
+    const Descriptor device(::open(QFile::encodeName(path).constData(),
+                                   O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    if (device.get() < 0) {
+        if (errno == EBUSY)
+            return PortState::Held;
+        return errno == EACCES || errno == EPERM ? PortState::Forbidden : PortState::Absent;
+    }
+    termios settings;
+    if (::tcgetattr(device.get(), &settings) != 0)  // a plain file, or a port number without hardware
+        return PortState::Absent;
+    return heldExclusively(device.get()) ? PortState::Held : PortState::Present;
+}
+
+QString deviceGroup(const QString& path) {
+    const QString group = QFileInfo(path).group();
+    return group == QLatin1String("root") ? QString() : group;
+}
+
+QString openRefusal(const QString& path) {
+    switch (portState(path)) {
+    case PortState::Present: return {};
+    case PortState::Held: return QStringLiteral("Another program uses %1. Close that program.").arg(path);
+    case PortState::Absent:
+        return QStringLiteral("There is no device at %1. Check the cable and the power of the device.").arg(path);
+    case PortState::Forbidden: break;
+    }
+    const QString group = deviceGroup(path);
+    if (group.isEmpty())
+        return QStringLiteral("You may not use %1. Ask the administrator for the right to use it.").arg(path);
+    return QStringLiteral("You may not use %1. Join the group \"%2\" and sign in again.").arg(path, group);
+}
+
+}  // namespace platform
