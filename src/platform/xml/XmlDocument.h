@@ -6,6 +6,10 @@
 #include <memory>
 #include <vector>
 
+namespace pugi {
+class xml_node;
+}
+
 namespace platform {
 
 class XmlDocument;
@@ -38,6 +42,7 @@ public:
 private:
     friend class XmlDocument;
     struct State;
+    const State& state() const;  // throws objectNotSet when the node is nothing
     std::shared_ptr<State> m_state;
 };
 
@@ -66,9 +71,10 @@ public:
 
 private:
     XmlDocument();
-    struct Tree;
-    std::shared_ptr<Tree> m_tree;
     friend class XmlNode;
+    struct Tree;
+    static XmlNode nodeOf(const std::shared_ptr<Tree>& tree, const pugi::xml_node& node);
+    std::shared_ptr<Tree> m_tree;
 };
 
 /// Text of the node at the path; throws objectNotSet when there is no such node.

@@ -1,0 +1,73 @@
+// Money as a count of ten-thousandths: in from numbers and texts, out as text, checked sums.
+#include "platform/basic/Currency.h"
+
+#include "platform/basic/Decimal.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+
+#include <charconv>
+#include <limits>
+
+namespace platform {
+namespace {
+
+constexpr int decimals = 4;
+
+[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, QStringLiteral("Overflow")); }
+
+std::int64_t counted(Decimal decimal) {
+    decimal.round(decimals, Decimal::Tie::even);
+    constexpr int longest = 19;  // digits of the largest count
+    if (decimal.point + decimals > longest)
+        throwOverflow();
+    const QByteArray digits = decimal.integerDigits() + decimal.fractionDigits(decimals);
+    std::uint64_t magnitude = 0;
+    std::from_chars(digits.constData(), digits.constData() + digits.size(), magnitude);
+    constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (magnitude > largest + (decimal.negative ? 1 : 0))
+        throwOverflow();
+    return static_cast<std::int64_t>(decimal.negative ? 0 - magnitude : magnitude);
+}
+
+}  // namespace
+
+Currency Currency::fromDouble(double value) {
+    return fromTenThousandths(counted(Decimal::fromDouble(value)));
+}
+
+Currency Currency::fromText(const QString& text) {
+    const auto decimal = Decimal::fromText(trimmed(text).toUtf8());
+    if (!decimal)
+        throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+    return fromTenThousandths(counted(*decimal));
+}
+
+QString Currency::toText() const {
+    constexpr std::uint64_t unit = 10000;
+    const auto bits = static_cast<std::uint64_t>(m_count);
+    const std::uint64_t magnitude = m_count < 0 ? 0 - bits : bits;
+    QString text = m_count < 0 ? QStringLiteral("-") : QString();
+    text += QString::number(magnitude / unit);
+    if (magnitude % unit != 0) {
+        text += u'.' + QString::number(magnitude % unit).rightJustified(decimals, u'0');
+        while (text.endsWith(u'0'))
+            text.chop(1);
+    }
+    return text;
+}
+
+Currency Currency::operator+(Currency other) const {
+    std::int64_t sum = 0;
+    if (__builtin_add_overflow(m_count, other.m_count, &sum))
+        throwOverflow();
+    return fromTenThousandths(sum);
+}
+
+Currency Currency::operator-(Currency other) const {
+    std::int64_t difference = 0;
+    if (__builtin_sub_overflow(m_count, other.m_count, &difference))
+        throwOverflow();
+    return fromTenThousandths(difference);
+}
+
+}  // namespace platform

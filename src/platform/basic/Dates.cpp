@@ -1,0 +1,130 @@
+// Dates and times of day without a zone: serial numbers, default texts, the stored form, the clock.
+#include "platform/basic/Dates.h"
+
+#include "platform/basic/DateStyle.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/basic/Text.h"
+#include "platform/basic/Values.h"
+
+#include <cmath>
+
+namespace platform {
+namespace {
+
+constexpr double secondsADay = 86400;
+
+[[noreturn]] void throwTypeMismatch() {
+    throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+}
+
+/// Years that a date may have, as everywhere in this world of dates.
+bool inRange(const QDateTime& date) {
+    return date.isValid() && date.date().year() >= 100 && date.date().year() <= 9999;
+}
+
+const Clock*& chosenClock() {
+    static const Clock* clock = nullptr;
+    return clock;
+}
+
+bool isNumber(const QString& text) {
+    try {
+        toDouble(text);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+/// One style is kept: building it from the locale's patterns costs more than a text does.
+const DateStyle& currentStyle() {
+    static QLocale locale = systemLocale();
+    static DateStyle style(locale);
+    if (locale != systemLocale()) {
+        locale = systemLocale();
+        style = DateStyle(locale);
+    }
+    return style;
+}
+
+}  // namespace
+
+QDateTime zeroDate() { return QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC); }
+
+double toSerial(const QDateTime& date) {
+    if (!date.isValid())
+        throwTypeMismatch();
+    const double days = static_cast<double>(zeroDate().date().daysTo(date.date()));
+    return days + QTime(0, 0).secsTo(date.time()) / secondsADay;
+}
+
+QDateTime fromSerial(double days) {
+    constexpr double farthest = 3000000;  // beyond the year 9999
+    if (!(std::abs(days) < farthest))
+        throw RuntimeError(error::overflow, QStringLiteral("Overflow"));
+    const QDateTime date = zeroDate().addSecs(std::llround(days * secondsADay));
+    if (!inRange(date))
+        throw RuntimeError(error::overflow, QStringLiteral("Overflow"));
+    return date;
+}
+
+QString dateText(const QDateTime& date) {
+    if (!date.isValid())
+        throwTypeMismatch();
+    const DateStyle& style = currentStyle();
+    const QTime time(date.time().hour(), date.time().minute(), date.time().second());
+    if (date.date() == zeroDate().date())
+        return style.timeText(time);
+    if (time == QTime(0, 0))
+        return style.dateText(date.date());
+    return style.dateText(date.date()) + u' ' + style.timeText(time);
+}
+
+QDateTime toDate(const QString& text) {
+    const QString plain = trimmed(text);
+    if (isNumber(plain))
+        return fromSerial(toDouble(plain));
+    const auto date = currentStyle().read(plain);
+    if (!date || !inRange(*date))
+        throwTypeMismatch();
+    return *date;
+}
+
+QDateTime nullDate(const QVariant& value) {
+    // A date with the digit in front always reads as itself, in whatever way the locale writes it.
+    if (value.typeId() == QMetaType::QDateTime && value.toDateTime().isValid()) {
+        const QDateTime date = value.toDateTime();
+        return QDateTime(date.date(), QTime(date.time().hour(), date.time().minute(), date.time().second()),
+                         Qt::UTC);
+    }
+    return toDate(zeroText(value));
+}
+
+QString storedDate(const QDateTime& date) { return date.toString(u"yyyy-MM-dd HH:mm:ss"); }
+
+QDateTime fromStoredDate(const QString& text) {
+    QDateTime date = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    if (!date.isValid() || storedDate(date) != text)
+        return {};
+    date.setTimeSpec(Qt::UTC);
+    return date;
+}
+
+QDateTime Clock::now() const {
+    const QDateTime local = QDateTime::currentDateTime();
+    const QTime time(local.time().hour(), local.time().minute(), local.time().second());
+    return QDateTime(local.date(), time, Qt::UTC);
+}
+
+void setClock(const Clock* clock) { chosenClock() = clock; }
+
+QDateTime now() {
+    static const Clock system;
+    return chosenClock() ? chosenClock()->now() : system.now();
+}
+
+QDateTime today() { return QDateTime(now().date(), QTime(0, 0), Qt::UTC); }
+
+}  // namespace platform

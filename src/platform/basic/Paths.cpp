@@ -1,0 +1,155 @@
+// The program's folder, paths, and writing a file whole or not at all.
+#include "platform/basic/Paths.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace platform {
+namespace {
+
+QString& chosenFolder() {
+    static QString folder;
+    return folder;
+}
+
+QString folderOfExecutable() {
+    std::error_code failure;
+    const auto executable = std::filesystem::read_symlink("/proc/self/exe", failure);
+    return QString::fromStdString(executable.parent_path().string());
+}
+
+[[noreturn]] void throwWriteError(int code, const QString& path) {
+    std::int32_t number = error::deviceIo;
+    if (code == EACCES || code == EPERM || code == EROFS)
+        number = error::permissionDenied;
+    else if (code == ENOSPC || code == EDQUOT || code == EFBIG)
+        number = error::diskFull;
+    throw RuntimeError(number, QStringLiteral("Can't write %1: %2")
+                                   .arg(path, QString::fromLocal8Bit(std::strerror(code))));
+}
+
+/// An open file descriptor, closed at the end of its scope.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int number() const { return m_number; }
+    /// Whether the close succeeded; some file systems tell only here that the disk is full.
+    bool close() {
+        const int number = std::exchange(m_number, -1);
+        return number < 0 || ::close(number) == 0;
+    }
+
+private:
+    int m_number;
+};
+
+bool writeAll(int file, const QByteArray& content) {
+    qsizetype done = 0;
+    while (done < content.size()) {
+        const auto count = ::write(file, content.constData() + done,
+                                   static_cast<std::size_t>(content.size() - done));
+        if (count < 0 && errno != EINTR)
+            return false;
+        done += std::max<qsizetype>(count, 0);
+    }
+    return true;
+}
+
+/// A device, pipe or the like is written straight: there is nothing to be renamed over.
+void writeStraight(const QString& path, const QByteArray& target, const QByteArray& content) {
+    Descriptor file(::open(target.constData(), O_WRONLY | O_CLOEXEC));
+    if (file.number() < 0 || !writeAll(file.number(), content) || !file.close())
+        throwWriteError(errno, path);
+}
+
+/// The temporary file takes over what the old file had: its rights and, where allowed, its owner.
+void takeOver(int file, const struct stat* old) {
+    if (old) {
+        [[maybe_unused]] const int owner = ::fchown(file, old->st_uid, old->st_gid);
+        ::fchmod(file, old->st_mode & 07777);
+        return;
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(file, 0666 & ~mask);
+}
+
+/// Makes the new name itself last; a file system that can't do that has done what it can.
+void flushFolder(const QByteArray& target) {
+    const QByteArray folder = target.left(std::max<qsizetype>(target.lastIndexOf('/'), 0)) + '/';
+    Descriptor descriptor(::open(target.contains('/') ? folder.constData() : ".", O_RDONLY | O_CLOEXEC));
+    if (descriptor.number() >= 0)
+        ::fsync(descriptor.number());
+}
+
+void writeBeside(const QString& path, const QByteArray& target, const QByteArray& content,
+                 const struct stat* old) {
+    QByteArray temporary = target + ".XXXXXX";
+    Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (file.number() < 0)
+        throwWriteError(errno, path);
+    takeOver(file.number(), old);
+    const bool written = writeAll(file.number(), content) && ::fsync(file.number()) == 0 && file.close();
+    if (!written || ::rename(temporary.constData(), target.constData()) != 0) {
+        const int code = errno;
+        ::unlink(temporary.constData());
+        throwWriteError(code, path);
+    }
+    flushFolder(target);
+}
+
+}  // namespace
+
+QString programFolder() {
+    static const QString own = folderOfExecutable();
+    return chosenFolder().isEmpty() ? own : chosenFolder();
+}
+
+void setProgramFolder(const QString& folder) {
+    chosenFolder() = folder;
+    while (chosenFolder().size() > 1 && chosenFolder().endsWith(u'/'))
+        chosenFolder().chop(1);
+}
+
+QString platformPath(const QString& path) {
+    QString result = path;
+    return result.replace(u'\\', u'/');
+}
+
+bool fileExists(const QString& path) {
+    const QFileInfo info(platformPath(path));
+    return info.exists() && !info.isDir();
+}
+
+void writeFile(const QString& path, const QByteArray& content) {
+    const QString native = platformPath(path);
+    const QFileInfo info(native);
+    // Through a link, so that the file it names is replaced and not the link.
+    const QByteArray target = QFile::encodeName(info.exists() ? info.canonicalFilePath() : native);
+    struct stat old {};
+    const bool exists = ::stat(target.constData(), &old) == 0;
+    if (exists && S_ISDIR(old.st_mode))
+        throwWriteError(EISDIR, path);
+    if (exists && !S_ISREG(old.st_mode))
+        return writeStraight(path, target, content);
+    // A rename would get past a file that is meant to be read only.
+    if (exists && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
+        throwWriteError(errno, path);
+    writeBeside(path, target, content, exists ? &old : nullptr);
+}
+
+}  // namespace platform

@@ -1,0 +1,71 @@
+// Field values as text, and the rules by which NULL is read.
+#include "platform/basic/Values.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+
+namespace platform {
+namespace {
+
+[[noreturn]] void throwNull() {
+    throw RuntimeError(error::invalidUseOfNull, QStringLiteral("Invalid use of Null"));
+}
+
+/// The joined text as a number: "0-3" is what the digit makes of a negative value, and reads as 0.
+QString readableNumber(const QVariant& value) {
+    const QString joined = zeroText(value);
+    if (!joined.startsWith(QStringLiteral("0-")))
+        return joined;
+    toDouble(joined.mid(1));  // still refuses what is no number at all
+    return QStringLiteral("0");
+}
+
+}  // namespace
+
+QString valueText(const QVariant& value) {
+    if (!value.isValid())
+        throwNull();
+    if (value.metaType() == QMetaType::fromType<Currency>())
+        return value.value<Currency>().toText();
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return numberText(value.toDouble());
+    case QMetaType::QDate:
+    case QMetaType::QDateTime:
+        return dateText(value.toDateTime());
+    default:
+        if (!value.canConvert<QString>())
+            throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+        return value.toString();
+    }
+}
+
+QString nullText(const QVariant& value) { return value.isValid() ? valueText(value) : QString(); }
+
+QString zeroText(const QVariant& value) { return u'0' + nullText(value); }
+
+std::int16_t nullInt16(const QVariant& value) { return toInt16(readableNumber(value)); }
+std::int32_t nullInt32(const QVariant& value) { return toInt32(readableNumber(value)); }
+double nullDouble(const QVariant& value) { return toDouble(readableNumber(value)); }
+Currency nullCurrency(const QVariant& value) { return Currency::fromText(readableNumber(value)); }
+
+Currency toCurrency(const QVariant& value) {
+    if (!value.isValid())
+        throwNull();
+    if (value.metaType() == QMetaType::fromType<Currency>())
+        return value.value<Currency>();
+    switch (value.typeId()) {
+    case QMetaType::QString:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return Currency::fromText(value.toString());  // exact, also beyond 15 digits
+    default:
+        return Currency::fromDouble(toDouble(value));
+    }
+}
+
+}  // namespace platform
