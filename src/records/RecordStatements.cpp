@@ -1,0 +1,48 @@
+// Common pieces of the record classes.
+#include "records/RecordStatements.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/basic/Text.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+using namespace platform;
+
+QString aliasedColumns(const QString& pattern, std::initializer_list<AliasedColumn> columns) {
+    QString text;
+    for (const AliasedColumn& column : columns)
+        text += pattern.arg(QString(column.column), translated(column.alias));
+    return text;
+}
+
+QString userText(const QString& text) {
+    return trimmed(doubledApostrophes(text));
+}
+
+QVariant lastIdentity() {
+    const RecordsetPtr identity = Recordset::create();
+    identity->open("SELECT @@IDENTITY;", openDB());
+    return identity->value(0);
+}
+
+RecordsetPtr openEditableList(const QString& statement) {
+    RecordsetPtr list = Recordset::create();
+    list->open(statement, openDB(), CursorType::Static, LockType::Optimistic, CursorLocation::Client);
+    return list;
+}
+
+bool confirmedDeletion(const QString& what) {
+    return MsgBox(translated("Delete") + " " + what, deletionStyle) == Answer::Yes;
+}
+
+bool isRefusedRelation(const RuntimeError& failure) {
+    return failure.number() == error::general;
+}
+
+void tellRefusal(const QString& name, const QString& reason) {
+    MsgBox(name + "\r\n" + translated(reason), {}, QString(""));
+}
+
+}  // namespace sorvanto

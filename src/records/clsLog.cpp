@@ -1,0 +1,106 @@
+// The row of the table Log with its frozen lines: finding, signing off, deleting.
+// The writing of a new batch stands in clsLog_add.cpp.
+#include "records/clsLog.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Values.h"
+#include "records/LogSearch.h"
+#include "records/RecordStatements.h"
+#include "records/SearchText.h"
+#include "shared/Guard.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+using namespace platform;
+
+namespace {
+
+/// Reads the row the set stands on into the object, by position and in order: a NULL date
+/// ends it half filled.
+void readLog(clsLog& log, const Recordset& row) {
+    log.LogID = nullInt16(row.value(0));
+    log.log_Lot = nullText(row.value(1));
+    log.log_Date = toDate(nullText(row.value(2)));
+    log.log_Name = nullText(row.value(3));
+    log.log_Quantity = nullInt16(row.value(4));
+    log.log_JarSize = nullInt16(row.value(5));
+    log.log_NDC = nullText(row.value(6));
+    log.log_Cost = nullCurrency(row.value(7));
+    log.log_AWP = nullCurrency(row.value(8));
+    log.log_Initials = nullText(row.value(9));
+    log.log_Verified = nullText(row.value(10));
+    log.log_Results->loadXML(nullText(row.value(11)));
+    log.log_Mix->loadXML(nullText(row.value(12)));
+    log.log_Version = nullText(row.value(13));
+    log.log_Notes = nullText(row.value(14));
+    log.log_Desc = nullText(row.value(15));
+    log.log_Strength = nullText(row.value(16));
+    log.log_Units = nullText(row.value(17));
+    log.log_FormType = nullInt16(row.value(18));
+    log.FormulaID = nullInt16(row.value(19));
+}
+
+QString logLines(std::int32_t log) {
+    QString statement = "SELECT ";
+    statement += "LogChem.lch_Name, LogChem.lch_QTY, LogChem.lch_Lot, ";
+    statement += "LogChem.lch_Cost, LogChem.lch_AWP, LogChem.lch_NDC, LogChem.lch_Supplier, ";
+    statement += "LogChem.lch_Form, LogChem.lch_Units, LogChem.LogChemID, Chemical.chm_Notes ";
+    statement += "FROM LogChem LEFT OUTER JOIN Chemical ON Chemical.ChemicalID = ";
+    statement += "LogChem.ChemicalID ";
+    statement += "WHERE ";
+    statement += "(((LogID)= " + QString::number(log) + "));";
+    return statement;
+}
+
+}  // namespace
+
+clsLog::clsLog() : log_Results(XmlDocument::create()), log_Mix(XmlDocument::create()) {}
+
+void clsLog::openLog(std::int32_t LogID, const QString& Search) {
+    guarded("clsLog:openLog", [&] {
+        strSQL = logSearch(LogSearch::OfLog, Search, QString::number(LogID));
+        const RecordsetPtr rows = Recordset::create();
+        rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
+        chooseRow(rows, "LogID");
+        if (!rows->eof())
+            readLog(*this, *rows);
+        rows->close();
+        strSQL = logLines(LogID);  // of the argument, also after a search
+        Chemical = openEditableList(strSQL);
+    });
+}
+
+bool clsLog::saveLog(const clsLogPtr& Log) {
+    return guarded("clsLog:saveLog", false, [&] {
+        const clsLog& log = deref(Log);
+        strSQL = "UPDATE [Log] SET ";
+        strSQL += "[log_Initials] = '" + userText(log.log_Initials) + "',";
+        strSQL += "[log_Verified] = '" + userText(log.log_Verified) + "',";
+        strSQL += "[log_Notes] = '" + userText(log.log_Notes) + "'";
+        strSQL += " WHERE [LogID] = " + QString::number(log.LogID);
+        return openDB()->execute(strSQL) > 0;
+    });
+}
+
+bool clsLog::deleteLog(const clsLogPtr& Log) {
+    return guarded("clsLog:deleteLog", false, [&] {
+        const clsLog& log = deref(Log);
+        if (!confirmedDeletion(log.log_Name + " ?"))
+            return false;
+        strSQL = "DELETE FROM ";
+        strSQL += "[Log] WHERE ";
+        strSQL += "(LogID = " + QString::number(log.LogID) + ");";
+        try {
+            return openDB()->execute(strSQL) > 0;
+        } catch (const RuntimeError& failure) {
+            if (!isRefusedRelation(failure))
+                throw;
+            tellRefusal(log.log_Name, "is currently used in a prescription,\rit can not be deleted.");
+            return false;
+        }
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,142 @@
+// Writing a finished batch: its signatures, its row of the table Log and its frozen lines. No step undoes
+// another: a failure on the way leaves what was written before it.
+#include "records/clsLog.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+#include "records/RecordStatements.h"
+#include "records/SigningDialog.h"
+#include "shared/Guard.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+using namespace platform;
+
+namespace {
+
+/// The mixer makes the lot: the value of the results and the preparation number, joined.
+QString lotOf(const XmlDocument& results) {
+    return nodeValue(results, "//Results") + nodeValue(results, "//Results/PreparationNumber");
+}
+
+QString quoted(const QString& text) {
+    return "'" + text + "', ";
+}
+
+QString doubled(const QString& text) {
+    return quoted(doubledApostrophes(text));
+}
+
+/// The piece of a value that comes from the results, which may be missing.
+template <class Value>
+QString fromResults(const XmlDocumentPtr& results, Value value) {
+    return results ? quoted(value(*results)) : QString("'',");
+}
+
+QString insertHead() {
+    QString statement = "INSERT INTO ";
+    statement += " Log (";
+    for (const char* column :
+         {" [FormulaID], ", " [log_Name], ", " [log_Strength], ", " [log_Desc], ", " [log_Units], ",
+          " [log_FormType], ", " [log_Quantity], ", " [log_JarSize], ", " [log_NDC], ", " [log_Date], ",
+          " [log_Lot], ", " [log_Initials], ", " [log_Verified], ", " [log_Results], ", " [log_Version],",
+          " [log_AWP], ", " [log_Cost], ", " [log_Notes], ", " [log_Mix] "})
+        statement += column;
+    statement += " ) ";
+    statement += " VALUES (";
+    return statement;
+}
+
+/// The values in the order of the columns; what the user did not type directly goes in raw.
+QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
+                     const XmlDocumentPtr& results) {
+    QString values = quoted(QString::number(formula.FormulaID));
+    values += doubled(formula.frm_Name);
+    values += doubled(formula.frm_Strength);
+    values += doubled(formula.frm_Desc);
+    values += doubled(formula.frm_Units);
+    values += doubled(QString::number(formula.frm_FormType));
+    values += QString::number(formula.makeQuantity()) + ", ";
+    values += quoted(QString::number(formula.frm_JarSize));
+    values += quoted(formula.frm_NDC);
+    values += quoted(dateText(now()));
+    values += fromResults(results, lotOf);
+    values += quoted(signatures.initials());
+    values += quoted(signatures.verified());
+    values += fromResults(results, [](const XmlDocument& document) { return document.xml(); });
+    values += fromResults(results, [](const XmlDocument& document) {
+        return nodeValue(document, "//Results/HardwareVersion");
+    });
+    values += quoted(formula.frm_AWP.toText());
+    values += quoted(formula.frm_Cost.toText());
+    values += "'', ";
+    values += "'" + deref(formula.frm_Mix).xml() + "'); ";
+    return values;
+}
+
+/// An empty set of the batch's lines that takes new rows.
+RecordsetPtr openForLines(std::int32_t log) {
+    QString statement = "SELECT ";
+    statement += "LogChemID, LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
+                 "lch_Supplier, lch_Form, lch_GUID, lch_QTY  ";
+    statement += "FROM LogChem ";
+    statement += "WHERE (LogID = ";
+    statement += QString::number(log);
+    statement += ")";
+    RecordsetPtr lines = Recordset::create();
+    lines->open(statement, openDB(), CursorType::Static, LockType::Optimistic);
+    return lines;
+}
+
+/// Copies the scaled lines of the formula, each written before the next.
+void freezeLines(std::int16_t log, Recordset& from, Recordset& to) {
+    if (from.recordCount() == 0)
+        return;
+    for (from.moveFirst(); !from.eof(); from.moveNext()) {
+        to.addNew();
+        to.setValue("LogID", QVariant(static_cast<qint64>(log)));
+        to.setValue("ChemicalID", from.value("ChemicalID"));
+        to.setValue("lch_Name", from.value("chm_Name"));
+        to.setValue("lch_Units", from.value("chm_Units"));
+        to.setValue("lch_Lot", from.value("chm_Lot"));
+        to.setValue("lch_NDC", from.value("chm_NDC"));
+        to.setValue("lch_Cost", from.value("chm_Cost"));
+        to.setValue("lch_AWP", from.value("chm_AWP"));
+        to.setValue("lch_Supplier", from.value("chm_Supplier"));
+        to.setValue("lch_Form", from.value("chm_Form"));
+        to.setValue("lch_GUID", from.value("chm_GUID"));
+        to.setValue("lch_QTY", from.value("fch_Qty"));
+        to.update();
+    }
+}
+
+}  // namespace
+
+clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Results) {
+    return guarded("clsLog:addLog", clsLogPtr(), [&]() -> clsLogPtr {
+        const auto signatures = makeSigningDialog ? makeSigningDialog() : nullptr;
+        deref(signatures).setFormula(Formula);
+        signatures->log_Lot(lotOf(deref(Results)));
+        signatures->showModal();
+        const clsFormulaPtr formula = signatures->getFormula();
+        if (!formula)
+            return nullptr;
+        // A base batch of 0 has to fail here, before anything is written; the factor itself is not needed.
+        static_cast<void>(quotient(formula->makeQuantity(), formula->frm_Quantity));
+
+        strSQL = insertHead() + insertValues(*formula, *signatures, Results);
+        openDB()->execute(strSQL);
+        const std::int32_t identity = toInt32(lastIdentity());
+        auto log = std::make_shared<clsLog>();
+        log->openLog(identity, {});
+        const RecordsetPtr lines = openForLines(identity);
+        freezeLines(log->LogID, deref(formula->Chemical), *lines);
+        log->Chemical = lines;
+        return log;
+    });
+}
+
+}  // namespace sorvanto

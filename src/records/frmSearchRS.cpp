@@ -1,0 +1,191 @@
+// The list dialog: picking a row by click, key or double-click.
+#include "records/frmSearchRS.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Theme.h"
+#include "records/ListTypeAhead.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+#include "ui_frmSearchRS.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QPointer>
+
+namespace sorvanto {
+
+namespace {
+
+QPointer<frmSearchRS> shared;
+
+bool isTextType(int type) {
+    return type == 202 || type == 203 || type == 129 || type == 200;
+}
+
+/// The first visible column of text, -1 when there is none.
+int typedColumn(const platform::Recordset& rows) {
+    for (int field = 1; field < rows.fieldCount(); ++field)
+        if (isTextType(rows.fieldInfo(field).type))
+            return field;
+    return -1;
+}
+
+}  // namespace
+
+frmSearchRS& frmSearchRS::instance() {
+    if (!shared)
+        shared = new frmSearchRS(QApplication::activeWindow());
+    return *shared;
+}
+
+void frmSearchRS::unload() {
+    delete shared.data();
+}
+
+frmSearchRS::frmSearchRS(QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::frmSearchRS>()), m_typeAhead(new ListTypeAhead(this)) {
+    ui->setupUi(this);
+    platform::makeCard(*ui->fraList);
+    ui->lblCount->setProperty("quiet", true);
+    ui->lblTyped->setProperty("heading", true);
+    ui->lblTyped->setTextFormat(Qt::PlainText);
+    ui->TDBList1->setAllowUpdate(false);
+    ui->TDBList1->installEventFilter(this);
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmSearchRS::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmSearchRS::cmdCancel_Click);
+    connect(ui->TDBList1, &QTableView::doubleClicked, this, &frmSearchRS::TDBList1_DblClick);
+    connect(ui->TDBList1, &QTableView::clicked, m_typeAhead, &ListTypeAhead::clear);
+    connect(m_typeAhead, &ListTypeAhead::found, this, &frmSearchRS::goToRow);
+    connect(m_typeAhead, &ListTypeAhead::wordChanged, ui->lblTyped, &QLabel::setText);
+    Form_Load();
+}
+
+frmSearchRS::~frmSearchRS() {
+    ui->TDBList1->removeEventFilter(this);
+}
+
+void frmSearchRS::Form_Load() {
+    guarded("frmSearchRS:Form_Load", [&] {
+        ui->cmdOK->setText(translated("OK"));
+        ui->cmdCancel->setText(translated("Cancel"));
+        setWindowTitle(translated("Search Records"));
+    });
+}
+
+void frmSearchRS::Form_Activate() {
+    guarded("frmSearchRS:Form_Activate", [&] {
+        ui->TDBList1->scrollToTop();
+        ui->TDBList1->setFocus();
+    });
+}
+
+void frmSearchRS::setRows(const platform::RecordsetPtr& rows) {
+    m_rows = rows;
+    ui->TDBList1->setDataSource(rows);
+    m_typeAhead->setRows(rows, typedColumn(platform::deref(rows)));
+    connect(ui->TDBList1->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmSearchRS::showPosition, Qt::UniqueConnection);
+    ui->TDBList1->clearSelection();  // nothing is chosen for the user
+    showPosition();
+}
+
+void frmSearchRS::setColumns(std::vector<platform::GridColumn> columns) {
+    if (!columns.empty())
+        columns.front().hidden = true;
+    ui->TDBList1->setColumns(std::move(columns));
+    ui->TDBList1->clearSelection();
+}
+
+ListMeasure frmSearchRS::measure() const {
+    const int character = ui->TDBList1->fontMetrics().averageCharWidth() + 1;
+    return {character, 22 * character};  // the default holds a date with its time
+}
+
+int frmSearchRS::currentRow() const {
+    const auto* selection = ui->TDBList1->selectionModel();
+    return selection && selection->hasSelection() ? selection->selectedIndexes().front().row() : -1;
+}
+
+void frmSearchRS::goToRow(int row) {
+    ui->TDBList1->selectRow(row);
+    ui->TDBList1->scrollTo(ui->TDBList1->model()->index(row, std::max(1, ui->TDBList1->currentIndex().column())));
+}
+
+void frmSearchRS::showPosition() {
+    const QLocale locale;
+    const QString count = locale.toString(static_cast<qlonglong>(m_rows ? m_rows->recordCount() : 0));
+    const int row = currentRow();
+    ui->lblCount->setText(row < 0 ? count : locale.toString(row + 1) + " / " + count);
+}
+
+void frmSearchRS::cmdOK_Click() {
+    guarded("frmSearchRS:cmdOK_Click", [&] {
+        const int row = currentRow();
+        if (row < 0) {
+            platform::MsgBox(translated("Select a row before clicking OK"),
+                             {platform::Buttons::Ok, platform::Icon::Information});
+            return;
+        }
+        m_succeed = true;
+        m_id = platform::deref(m_rows).valueAt(row, 0);
+        hide();
+    });
+}
+
+void frmSearchRS::TDBList1_DblClick() {
+    guarded("frmSearchRS:TDBList1_DblClick", [&] { cmdOK_Click(); });
+}
+
+void frmSearchRS::cmdCancel_Click() {
+    guarded("frmSearchRS:cmdCancel_Click", [&] {
+        m_succeed = false;
+        hide();
+    });
+}
+
+void frmSearchRS::reject() {
+    cmdCancel_Click();
+}
+
+void frmSearchRS::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+bool frmSearchRS::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui->TDBList1 && event->type() == QEvent::KeyPress)
+        return takeKey(static_cast<QKeyEvent&>(*event));
+    return QDialog::eventFilter(watched, event);
+}
+
+bool frmSearchRS::takeKey(QKeyEvent& key) {
+    switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        cmdOK_Click();
+        return true;
+    case Qt::Key_Escape:
+        if (m_typeAhead->word().isEmpty())
+            return false;
+        m_typeAhead->clear();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        m_typeAhead->clear();
+        if (currentRow() >= 0 || !m_rows)
+            return false;
+        goToRow(key.key() == Qt::Key_End ? static_cast<int>(m_rows->recordCount()) - 1 : 0);
+        return true;
+    default:
+        return m_typeAhead->takeKey(key, currentRow());
+    }
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,66 @@
+// The list from which the user picks one of several records. One instance, loaded at its first touch and
+// unloaded after each use, so that it begins without a choice every time.
+#pragma once
+
+#include "platform/data/Recordset.h"
+#include "platform/widgets/RecordGrid.h"
+#include "records/SearchColumns.h"
+
+#include <QDialog>
+#include <QVariant>
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class frmSearchRS;
+}
+
+namespace sorvanto {
+
+class ListTypeAhead;
+
+class frmSearchRS : public QDialog {
+    Q_OBJECT
+
+public:
+    static frmSearchRS& instance();
+    static void unload();
+    ~frmSearchRS() override;
+
+    /// Shows the rows, the key in the first column hidden; the columns come with setColumns.
+    void setRows(const platform::RecordsetPtr& rows);
+    void setColumns(std::vector<platform::GridColumn> columns);
+    ListMeasure measure() const;
+
+    bool Succeed() const { return m_succeed; }
+    /// The key chosen; invalid before a choice.
+    QVariant ID() const { return m_id; }
+
+public slots:
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void TDBList1_DblClick();
+    void reject() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    explicit frmSearchRS(QWidget* parent);
+    void Form_Load();
+    void Form_Activate();
+    bool takeKey(QKeyEvent& key);
+    /// The row selected, -1 when there is none.
+    int currentRow() const;
+    void goToRow(int row);
+    void showPosition();
+
+    std::unique_ptr<Ui::frmSearchRS> ui;
+    ListTypeAhead* m_typeAhead;
+    platform::RecordsetPtr m_rows;
+    QVariant m_id;
+    bool m_succeed = false;
+};
+
+}  // namespace sorvanto
