@@ -27,20 +27,27 @@ public:
     int state() const;
 
     /// Runs one statement; gives the count of rows affected. Throws statement, dataMismatch, or general
-    /// for a refused relation; objectClosed on a closed connection. The error carries the statement's text.
+    /// for a refused relation and for nothing else; permissionDenied for a locked or read-only file, diskFull,
+    /// deviceIo; objectClosed on a closed connection. The error carries the statement's text.
     std::int64_t execute(const QString& statement);
 
     /// Sees the exact text of every statement handed in, before it is translated.
     using Trace = std::function<void(const QString& statement)>;
     void setTrace(Trace trace);
 
+    /// Whether the file can't be written; browsing works, each change throws permissionDenied.
+    bool isReadOnly() const;
+
+    /// For the result set: hands a statement's text to the trace.
+    void announce(const QString& statement) const;
+    /// For the result set: the declared type of a column, empty when there is none.
+    QString declaredType(const QString& table, const QString& column) const;
     /// The engine's handle, for the result set and the maintenance tools alone.
     sqlite3* handle() const;
 
 private:
     struct Private;
     std::unique_ptr<Private> d;
-    friend class Recordset;
 };
 using ConnectionPtr = std::shared_ptr<Connection>;
 

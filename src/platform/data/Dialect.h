@@ -3,11 +3,32 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace platform {
 
 /// Throws RuntimeError(statement) when the text is not one single statement of the allowed kinds
 /// (SELECT, INSERT, UPDATE, DELETE), has an unclosed string or bracket, or a comment.
 QString toSqlite(const QString& statement);
+
+/// Declared type of a column of a table, empty when there is none.
+using DeclaredType = std::function<QString(const QString& table, const QString& column)>;
+
+enum class StatementKind { Select, Insert, Update, Delete };
+
+struct Translation {
+    StatementKind kind = StatementKind::Select;
+    QString sql;
+    /// Only for a SELECT of plain columns from one table: the row ids of the result in its order,
+    /// and one row by its id (the parameter). Both empty otherwise.
+    QString keysSql;
+    QString rowSql;
+    QString table;
+    bool ordered = false;
+};
+
+/// As toSqlite, with what a result set needs besides. Values that INSERT and UPDATE give to a column are
+/// converted to its declared type; throws dataMismatch for one that can't be.
+Translation translateStatement(const QString& statement, const DeclaredType& declaredType = {});
 
 }  // namespace platform

@@ -52,7 +52,7 @@ public:
     void moveLast();
     void moveNext();
     void movePrevious();
-    /// Row number from 0, -1 when there is no current row.
+    /// Row number from 0, -1 when there is no current row. A row being added has none yet.
     std::int64_t position() const;
     void setPosition(std::int64_t row);
     /// Forward from the current row to the first with field = value; "LogID = 12". Stands at eof when

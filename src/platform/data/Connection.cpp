@@ -1,0 +1,163 @@
+// Opens the database file with the settings that the program relies on, and runs statements on it.
+#include "platform/data/Connection.h"
+
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Dialect.h"
+#include "platform/data/LikePattern.h"
+#include "platform/data/Sqlite.h"
+
+#include <QFileInfo>
+#include <sqlite3.h>
+
+namespace platform {
+
+namespace {
+
+/// How long another program may hold the file before a statement gives up.
+constexpr int patienceMs = 2000;
+
+struct CloseHandle {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+};
+using Handle = std::unique_ptr<sqlite3, CloseHandle>;
+
+QString dataSource(const QString& connectionString) {
+    for (const QString& part : connectionString.split(u';')) {
+        const qsizetype equals = part.indexOf(u'=');
+        if (part.left(equals).trimmed().compare(QLatin1String("Data Source"), Qt::CaseInsensitive) == 0)
+            return part.mid(equals + 1);
+    }
+    throw RuntimeError(error::cannotOpen, QStringLiteral("No Data Source in the connection text"),
+                       QStringLiteral("Database"));
+}
+
+[[noreturn]] void cannotOpen(std::int32_t number, const QString& path, const QString& reason) {
+    throw RuntimeError(number, QStringLiteral("The database \"%1\" can't be opened: %2").arg(path, reason),
+                       QStringLiteral("Database"));
+}
+
+[[noreturn]] void cannotOpen(const Handle& database, const QString& path) {
+    const int code = sqlite3_errcode(database.get());
+    const bool closedFile = code == SQLITE_CANTOPEN || code == SQLITE_PERM || code == SQLITE_AUTH;
+    cannotOpen(closedFile ? error::cannotOpen : error::general, path,
+               QString::fromUtf8(sqlite3_errmsg(database.get())));
+}
+
+/// Statements see only the file's own tables, relations are enforced, "text" is never a name by accident.
+void configure(sqlite3* database) {
+    sqlite3_extended_result_codes(database, 1);
+    sqlite3_busy_timeout(database, patienceMs);
+    for (const auto& [setting, on] : {std::pair{SQLITE_DBCONFIG_ENABLE_FKEY, 1},
+                                      std::pair{SQLITE_DBCONFIG_DQS_DML, 0},
+                                      std::pair{SQLITE_DBCONFIG_DQS_DDL, 0},
+                                      std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                      std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                      std::pair{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}})
+        sqlite3_db_config(database, setting, on, nullptr);
+    LikePattern::install(database);
+}
+
+bool run(const Handle& database, const char* sql) {
+    return sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+/// The file must have a header and a schema that can be read; a copied file must not depend on a log beside it.
+void probe(const Handle& database, const QString& path) {
+    if (!run(database, "SELECT count(*) FROM sqlite_schema"))
+        cannotOpen(database, path);
+    if (!run(database, "PRAGMA synchronous = FULL"))
+        cannotOpen(database, path);
+    if (sqlite3_db_readonly(database.get(), "main") == 0 && !run(database, "PRAGMA journal_mode = DELETE"))
+        cannotOpen(database, path);
+}
+
+Handle openFile(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isDir())
+        cannotOpen(error::cannotOpen, path, QStringLiteral("it is a folder"));
+    if (!file.exists())
+        cannotOpen(error::cannotOpen, path, QStringLiteral("there is no such file"));
+    if (file.size() == 0)
+        cannotOpen(error::general, path, QStringLiteral("the file is empty"));
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(file.absoluteFilePath().toUtf8().constData(), &opened,
+                                     SQLITE_OPEN_READWRITE, nullptr);
+    Handle database(opened);
+    if (code != SQLITE_OK)
+        cannotOpen(database, path);
+    configure(database.get());
+    probe(database, path);
+    return database;
+}
+
+}  // namespace
+
+struct Connection::Private {
+    Handle database;
+    Trace trace;
+
+    sqlite3* checked(const QString& statement) const {
+        if (!database)
+            throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
+                               QStringLiteral("Database"), statement);
+        return database.get();
+    }
+};
+
+Connection::Connection() : d(std::make_unique<Private>()) {}
+
+Connection::~Connection() = default;
+
+void Connection::open(const QString& connectionString) {
+    if (d->database)
+        throw RuntimeError(error::invalidProcedureCall, QStringLiteral("The connection is already open"),
+                           QStringLiteral("Database"));
+    d->database = openFile(platformPath(dataSource(connectionString)));
+}
+
+void Connection::close() {
+    d->database.reset();
+}
+
+int Connection::state() const {
+    return d->database ? 1 : 0;
+}
+
+std::int64_t Connection::execute(const QString& statement) {
+    announce(statement);
+    sqlite3* database = d->checked(statement);
+    const Translation translation = translateStatement(
+        statement, [this](const QString& table, const QString& column) { return declaredType(table, column); });
+    sqlite::Statement prepared(database, translation.sql, statement);
+    while (prepared.step()) {
+    }
+    return prepared.isReadOnly() ? 0 : sqlite3_changes64(database);
+}
+
+void Connection::setTrace(Trace trace) {
+    d->trace = std::move(trace);
+}
+
+void Connection::announce(const QString& statement) const {
+    if (d->trace)
+        d->trace(statement);
+}
+
+bool Connection::isReadOnly() const {
+    return d->database && sqlite3_db_readonly(d->database.get(), "main") == 1;
+}
+
+QString Connection::declaredType(const QString& table, const QString& column) const {
+    const char* declared = nullptr;
+    const int code = sqlite3_table_column_metadata(d->checked({}), nullptr, table.toUtf8().constData(),
+                                                   column.toUtf8().constData(), &declared, nullptr, nullptr,
+                                                   nullptr, nullptr);
+    return code == SQLITE_OK ? QString::fromUtf8(declared) : QString();
+}
+
+sqlite3* Connection::handle() const {
+    return d->database.get();
+}
+
+}  // namespace platform

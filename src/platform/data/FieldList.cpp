@@ -1,0 +1,53 @@
+// Columns of a result set, read from the prepared statement.
+#include "platform/data/FieldList.h"
+
+#include "platform/basic/Currency.h"
+#include "platform/basic/RuntimeError.h"
+
+namespace platform {
+
+FieldList::FieldList(const sqlite::Statement& statement) {
+    for (int column = 0; column < statement.columnCount(); ++column) {
+        const ColumnType type = ColumnType::fromDeclaration(statement.declaredType(column));
+        FieldInfo info;
+        info.name = statement.columnName(column);
+        info.type = type.number();
+        info.definedSize = type.size;
+        info.baseTable = statement.baseTable(column);
+        info.baseColumn = statement.baseColumn(column);
+        const QString key = info.name.toCaseFolded();
+        if (!m_places.contains(key))
+            m_places.insert(key, column);
+        m_info.push_back(std::move(info));
+        m_types.push_back(type);
+    }
+}
+
+const FieldInfo& FieldList::info(int field) const {
+    if (field < 0 || field >= count())
+        throw RuntimeError(error::itemNotFound, QStringLiteral("The result set has no field %1").arg(field));
+    return m_info[static_cast<std::size_t>(field)];
+}
+
+int FieldList::find(const QString& name) const {
+    return m_places.value(name.toCaseFolded(), -1);
+}
+
+std::vector<QVariant> FieldList::read(const sqlite::Statement& statement) const {
+    std::vector<QVariant> row;
+    row.reserve(m_info.size());
+    for (int column = 0; column < count(); ++column)
+        row.push_back(statement.value(column, type(column)));
+    return row;
+}
+
+void FieldList::learn(int field, const QVariant& value) {
+    FieldInfo& info = m_info[static_cast<std::size_t>(field)];
+    if (info.type != 0 || !value.isValid())
+        return;
+    const bool isText = value.userType() == QMetaType::QString;
+    info.type = isText ? 202 : value.userType() == QMetaType::LongLong ? 3 : 5;
+    info.definedSize = isText ? 255 : info.type == 3 ? 4 : 8;
+}
+
+}  // namespace platform

@@ -1,0 +1,328 @@
+// The result set: current row, moves, pending changes and the callbacks of bound grids. Rows come from
+// a RowStore, changes leave by a RowWriter.
+#include "platform/data/Recordset.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Criterion.h"
+#include "platform/data/RowLoader.h"
+#include "platform/data/RowWriter.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::int32_t notUpdatable = 3251;
+
+}  // namespace
+
+struct Recordset::Private {
+    ConnectionPtr connection;
+    QString statement;
+    bool inMemory = false;
+    bool writable = false;
+    FieldList fields;
+    std::unique_ptr<RowStore> rows;   // empty: closed
+    std::int64_t current = 0;         // -1 before the first row, the count behind the last
+    bool adding = false;
+    Changes pending;
+    std::map<int, std::function<void()>> callbacks;
+    int lastCallback = 0;
+
+    RowStore& store() const {
+        if (!rows)
+            fail(error::objectClosed, QStringLiteral("The result set is closed"));
+        return *rows;
+    }
+    [[noreturn]] void fail(std::int32_t number, const QString& reason) const {
+        throw RuntimeError(number, reason, QStringLiteral("Database"), statement);
+    }
+    std::int64_t count() const { return store().count(); }
+    bool onRow() const { return current >= 0 && current < count(); }
+    void needRow() const {
+        if (!adding && !onRow())
+            fail(error::noCurrentRecord, QStringLiteral("There is no current record"));
+    }
+    void notify() const {
+        const auto listeners = callbacks;   // a listener may add or remove one
+        for (const auto& [handle, callback] : listeners) {
+            if (callbacks.count(handle) != 0)
+                callback();
+        }
+    }
+    void load() {
+        LoadedRows loaded = loadRows(connection, statement, inMemory);
+        fields = std::move(loaded.fields);
+        rows = std::move(loaded.rows);
+        current = 0;
+        adding = false;
+        pending.clear();
+    }
+    void drop() {
+        adding = false;
+        pending.clear();
+    }
+    void write();
+    void writeEdit();
+    void writeNew();
+};
+
+void Recordset::Private::write() {
+    if (!adding && pending.empty())
+        return;
+    try {
+        adding ? writeNew() : writeEdit();
+    } catch (...) {
+        drop();
+        notify();
+        throw;
+    }
+    drop();
+}
+
+void Recordset::Private::writeEdit() {
+    RowStore::Row row = store().row(current);
+    if (connection)
+        RowWriter(*connection, fields, statement).update(row, pending);
+    for (const auto& [field, value] : pending)
+        row[static_cast<std::size_t>(field)] = value;
+    store().changed(current, row);
+}
+
+void Recordset::Private::writeNew() {
+    RowStore::Row row(static_cast<std::size_t>(fields.count()));
+    for (const auto& [field, value] : pending)
+        row[static_cast<std::size_t>(field)] = value;
+    std::int64_t id = 0;
+    if (connection) {
+        RowWriter writer(*connection, fields, statement);
+        id = writer.insert(pending);
+        writer.readBack(id, pending, row);
+    }
+    store().added(row, id);
+    current = count() - 1;
+}
+
+Recordset::Recordset() : d(std::make_unique<Private>()) {}
+
+Recordset::~Recordset() = default;
+
+RecordsetPtr Recordset::create() {
+    return RecordsetPtr(new Recordset);
+}
+
+void Recordset::open(const QString& statement, const ConnectionPtr& connection, CursorType, LockType lock,
+                     CursorLocation location) {
+    if (isOpen())
+        d->fail(error::invalidProcedureCall, QStringLiteral("The result set is already open"));
+    if (connection)
+        connection->announce(statement);
+    d->connection = connection;
+    d->statement = statement;
+    d->inMemory = location == CursorLocation::Client;
+    d->writable = lock == LockType::Optimistic || lock == LockType::Pessimistic;
+    d->load();
+    d->notify();
+}
+
+void Recordset::close() {
+    d->store();
+    d->rows.reset();
+    d->fields = FieldList();
+    d->connection.reset();
+    d->drop();
+    d->notify();
+}
+
+bool Recordset::isOpen() const {
+    return d->rows != nullptr;
+}
+
+void Recordset::requery() {
+    d->store();
+    if (!d->connection)
+        d->fail(error::objectClosed, QStringLiteral("The result set is disconnected"));
+    d->drop();
+    d->connection->announce(d->statement);
+    d->load();
+    d->notify();
+}
+
+std::int64_t Recordset::recordCount() const {
+    return d->count();
+}
+
+bool Recordset::bof() const {
+    return !d->adding && (d->current < 0 || d->count() == 0);
+}
+
+bool Recordset::eof() const {
+    return !d->adding && d->current >= d->count();
+}
+
+void Recordset::moveFirst() {
+    d->write();
+    d->current = 0;
+    d->store();
+    d->notify();
+}
+
+void Recordset::moveLast() {
+    d->write();
+    d->current = std::max<std::int64_t>(d->count() - 1, 0);
+    d->notify();
+}
+
+void Recordset::moveNext() {
+    d->write();
+    if (d->current >= d->count())
+        d->fail(error::noCurrentRecord, QStringLiteral("There is no record after the last"));
+    ++d->current;
+    d->notify();
+}
+
+void Recordset::movePrevious() {
+    d->write();
+    if (d->current < 0 || d->count() == 0)
+        d->fail(error::noCurrentRecord, QStringLiteral("There is no record before the first"));
+    --d->current;
+    d->notify();
+}
+
+std::int64_t Recordset::position() const {
+    return !d->adding && d->onRow() ? d->current : -1;
+}
+
+void Recordset::setPosition(std::int64_t row) {
+    if (row < 0 || row >= d->count())
+        d->fail(error::noCurrentRecord, QStringLiteral("The result set has no row %1").arg(row));
+    if (!d->adding && row == d->current)
+        return;
+    d->write();
+    d->current = row;
+    d->notify();
+}
+
+void Recordset::find(const QString& criterion) {
+    d->write();
+    const Criterion wanted(criterion);
+    const int field = fieldIndex(wanted.field());
+    std::int64_t row = std::max<std::int64_t>(d->current, 0);
+    while (row < d->count() && !wanted.accepts(d->store().value(row, field)))
+        ++row;
+    d->current = row;
+    d->notify();
+}
+
+int Recordset::fieldCount() const {
+    d->store();
+    return d->fields.count();
+}
+
+const FieldInfo& Recordset::fieldInfo(int field) const {
+    d->store();
+    return d->fields.info(field);
+}
+
+int Recordset::fieldIndex(const QString& name) const {
+    d->store();
+    const int field = d->fields.find(name);
+    if (field < 0)
+        d->fail(error::itemNotFound, QStringLiteral("The result set has no field \"%1\"").arg(name));
+    return field;
+}
+
+bool Recordset::hasField(const QString& name) const {
+    d->store();
+    return d->fields.find(name) >= 0;
+}
+
+QVariant Recordset::value(int field) const {
+    d->needRow();
+    d->fields.info(field);
+    if (const auto changed = d->pending.find(field); changed != d->pending.end())
+        return changed->second;
+    return d->adding ? QVariant() : d->store().value(d->current, field);
+}
+
+QVariant Recordset::value(const QString& name) const {
+    return value(fieldIndex(name));
+}
+
+QVariant Recordset::valueAt(std::int64_t row, int field) const {
+    if (row < 0 || row >= d->count())
+        d->fail(error::noCurrentRecord, QStringLiteral("The result set has no row %1").arg(row));
+    if (!d->adding && row == d->current)
+        return value(field);
+    d->fields.info(field);
+    return d->store().value(row, field);
+}
+
+void Recordset::setValue(int field, const QVariant& value) {
+    d->needRow();
+    const FieldInfo& info = d->fields.info(field);
+    if (d->connection && (!d->writable || info.baseTable.isEmpty()))
+        d->fail(notUpdatable, QStringLiteral("The field \"%1\" can't be changed").arg(info.name));
+    d->pending[field] = d->fields.type(field).convert(value);
+    if (!d->connection && !d->adding)
+        d->write();
+    d->notify();
+}
+
+void Recordset::setValue(const QString& name, const QVariant& value) {
+    setValue(fieldIndex(name), value);
+}
+
+void Recordset::addNew() {
+    d->store();
+    if (d->connection && !d->writable)
+        d->fail(notUpdatable, QStringLiteral("The result set is read-only"));
+    d->write();
+    d->adding = true;
+    d->notify();
+}
+
+void Recordset::update() {
+    d->store();
+    const bool changes = hasPendingChanges();
+    d->write();
+    if (changes)
+        d->notify();
+}
+
+void Recordset::cancelUpdate() {
+    d->store();
+    d->drop();
+    d->notify();
+}
+
+bool Recordset::hasPendingChanges() const {
+    return d->adding || !d->pending.empty();
+}
+
+void Recordset::disconnect() {
+    d->write();
+    if (!d->inMemory) {
+        auto copy = std::make_unique<MemoryRows>(d->fields.count());
+        for (std::int64_t row = 0; row < d->count(); ++row)
+            copy->append(d->store().row(row));
+        d->rows = std::move(copy);
+        d->inMemory = true;
+    }
+    d->store();
+    d->connection.reset();
+}
+
+bool Recordset::isConnected() const {
+    return d->connection != nullptr;
+}
+
+int Recordset::onChange(std::function<void()> callback) {
+    d->callbacks.emplace(++d->lastCallback, std::move(callback));
+    return d->lastCallback;
+}
+
+void Recordset::removeCallback(int handle) {
+    d->callbacks.erase(handle);
+}
+
+}  // namespace platform

@@ -1,0 +1,19 @@
+// Runs the statement of a result set and gives its columns and rows.
+#pragma once
+
+#include "platform/data/Connection.h"
+#include "platform/data/FieldList.h"
+#include "platform/data/RowStore.h"
+
+namespace platform {
+
+struct LoadedRows {
+    FieldList fields;
+    std::unique_ptr<RowStore> rows;
+};
+
+/// inMemory: read every row now. Otherwise a statement on one table gives keys with rows on demand.
+/// Without an ORDER BY such a statement gives its rows in the order of their keys.
+LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, bool inMemory);
+
+}  // namespace platform

@@ -1,0 +1,151 @@
+// The statements by which an edited or added row of a result set reaches its tables.
+#include "platform/data/RowWriter.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Sqlite.h"
+
+#include <QSet>
+#include <sqlite3.h>
+
+namespace platform {
+
+namespace {
+
+/// The set can't be written in the way that was asked.
+constexpr std::int32_t notUpdatable = 3251;
+
+QString quoted(const QString& name) {
+    return u'"' + QString(name).replace(u'"', QLatin1String("\"\"")) + u'"';
+}
+
+}  // namespace
+
+RowWriter::RowWriter(Connection& connection, const FieldList& fields, const QString& statement)
+    : m_connection(connection), m_fields(fields), m_statement(statement) {
+    if (connection.state() == 0)
+        throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
+                           QStringLiteral("Database"), statement);
+}
+
+void RowWriter::refuse(const QString& reason) const {
+    throw RuntimeError(notUpdatable, reason, QStringLiteral("Database"), m_statement);
+}
+
+bool RowWriter::isKey(const FieldInfo& info) const {
+    int key = 0;
+    if (!info.baseTable.isEmpty())
+        sqlite3_table_column_metadata(m_connection.handle(), nullptr, info.baseTable.toUtf8().constData(),
+                                      info.baseColumn.toUtf8().constData(), nullptr, nullptr, nullptr, &key,
+                                      nullptr);
+    return key != 0;
+}
+
+int RowWriter::keyField(const QString& table) const {
+    for (int field = 0; field < m_fields.count(); ++field) {
+        if (m_fields.info(field).baseTable == table && isKey(m_fields.info(field)))
+            return field;
+    }
+    refuse(QStringLiteral("The row can't be written: the key of table %1 is not in the result set").arg(table));
+}
+
+QString RowWriter::soleTable(const Changes& changes) const {
+    if (changes.empty())
+        refuse(QStringLiteral("A new row needs at least one value"));
+    const QString table = m_fields.info(changes.begin()->first).baseTable;
+    for (const auto& [field, value] : changes) {
+        if (m_fields.info(field).baseTable != table)
+            refuse(QStringLiteral("A new row can only be added to one table"));
+    }
+    return table;
+}
+
+void RowWriter::run(const char* sql) {
+    if (sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        sqlite::fail(m_connection.handle(), m_statement);
+}
+
+void RowWriter::update(const std::vector<QVariant>& row, const Changes& changes) {
+    QSet<QString> tables;
+    for (const auto& [field, value] : changes)
+        tables.insert(m_fields.info(field).baseTable);
+    if (tables.size() == 1)
+        return updateTable(*tables.begin(), row, changes);
+    run("SAVEPOINT edited_row");
+    try {
+        for (const QString& table : tables)
+            updateTable(table, row, changes);
+        run("RELEASE edited_row");
+    } catch (const RuntimeError&) {
+        sqlite3_exec(m_connection.handle(), "ROLLBACK TO edited_row", nullptr, nullptr, nullptr);
+        sqlite3_exec(m_connection.handle(), "RELEASE edited_row", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& row, const Changes& changes) {
+    const int key = keyField(table);
+    QStringList assignments;
+    std::vector<QVariant> values;
+    for (const auto& [field, value] : changes) {
+        if (m_fields.info(field).baseTable != table)
+            continue;
+        assignments << quoted(m_fields.info(field).baseColumn) + QStringLiteral(" = ?");
+        values.push_back(value);
+    }
+    values.push_back(row[static_cast<std::size_t>(key)]);
+    sqlite::Statement statement(m_connection.handle(),
+                                QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
+                                    .arg(quoted(table), assignments.join(QStringLiteral(", ")),
+                                         quoted(m_fields.info(key).baseColumn)),
+                                m_statement);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        statement.bind(static_cast<int>(i) + 1, values[i]);
+    statement.step();
+    if (sqlite3_changes(m_connection.handle()) == 0)
+        throw RuntimeError(error::noCurrentRecord,
+                           QStringLiteral("The row can't be written: it has been deleted from table %1").arg(table),
+                           QStringLiteral("Database"), m_statement);
+}
+
+std::int64_t RowWriter::insert(const Changes& changes) {
+    const QString table = soleTable(changes);
+    QStringList columns;
+    QStringList marks;
+    for (const auto& [field, value] : changes) {
+        columns << quoted(m_fields.info(field).baseColumn);
+        marks << QStringLiteral("?");
+    }
+    sqlite::Statement statement(m_connection.handle(),
+                                QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                    .arg(quoted(table), columns.join(QStringLiteral(", ")),
+                                         marks.join(QStringLiteral(", "))),
+                                m_statement);
+    int parameter = 0;
+    for (const auto& [field, value] : changes)
+        statement.bind(++parameter, value);
+    statement.step();
+    return sqlite3_last_insert_rowid(m_connection.handle());
+}
+
+void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QVariant>& row) {
+    const QString table = soleTable(changes);
+    QStringList columns;
+    std::vector<int> places;
+    for (int field = 0; field < m_fields.count(); ++field) {
+        if (m_fields.info(field).baseTable != table)
+            continue;
+        columns << quoted(m_fields.info(field).baseColumn);
+        places.push_back(field);
+    }
+    sqlite::Statement statement(m_connection.handle(),
+                                QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
+                                    .arg(columns.join(QStringLiteral(", ")), quoted(table)),
+                                m_statement);
+    statement.bind(1, qint64{id});
+    if (!statement.step())
+        return;
+    for (std::size_t i = 0; i < places.size(); ++i)
+        row[static_cast<std::size_t>(places[i])] = statement.value(static_cast<int>(i), m_fields.type(places[i]));
+}
+
+}  // namespace platform
