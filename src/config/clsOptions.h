@@ -15,6 +15,8 @@ public:
     clsOptions();
     ~clsOptions();
 
+    /// Writes the document to its file. A document that could not be read has nothing to write: the file
+    /// on the disk stays as it is.
     void saveOptions();
 
     std::int16_t Language() const;
@@ -48,14 +50,19 @@ public:
     std::int16_t OverrideSpeed();
     void OverrideSpeed(std::int16_t flag);
 
+    /// Text of the version of the database; empty when it can't be read.
     QString DBVersion() const;
+    /// Written to the database as a bare number.
     void DBVersion(const QString& version);
 
 private:
     void Class_Initialize();
+    void Class_Terminate();
     void CreateConfig();
     void createNode(const QString& parentName, const QString& nodeName, const QString& nodeText);
+    /// Throws objectNotSet when the element is missing.
     platform::XmlNode node(const QString& path) const;
+    /// The element, made with the repair default (and the file saved) when it is missing.
     platform::XmlNode repairedNode(const QString& parent, const QString& name, const QString& repairDefault);
 
     platform::XmlDocumentPtr m_document;

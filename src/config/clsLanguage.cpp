@@ -1,0 +1,81 @@
+// Lookup by a plain path over the document, made anew on every call; a new text rewrites the file.
+#include "config/clsLanguage.h"
+
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+#include "shared/Guard.h"
+
+#include <array>
+
+namespace sorvanto {
+namespace {
+
+constexpr std::array<const char*, 8> languageNames{"English", "Spanish",    "German",  "French",
+                                                   "Russian", "Portuguese", "Italian", "Swiss"};
+
+QString languageName(std::int16_t language) {
+    if (language < 0 || language >= static_cast<std::int16_t>(languageNames.size()))
+        return {};
+    return QLatin1String(languageNames[static_cast<std::size_t>(language)]);
+}
+
+void appendEntry(platform::XmlDocument& document, const QString& text) {
+    auto translations = document.selectSingleNode(QStringLiteral("//Translations"));
+    if (!translations)
+        throw platform::RuntimeError(platform::error::objectNotSet,
+                                     QStringLiteral("The language file has no element Translations"));
+    auto entry = translations.appendElement(QStringLiteral("Translate"));
+    entry.setAttribute(QStringLiteral("English"), text);
+    entry.setAttribute(QStringLiteral("Translated"), text);
+}
+
+}  // namespace
+
+clsLanguage::clsLanguage() : m_document(platform::XmlDocument::create()) {}
+
+void clsLanguage::setLanguage(std::int16_t language) {
+    guarded(QStringLiteral("clsLanguage:setLanguage"), [&] {
+        m_language = languageName(language);
+        m_path = platform::platformPath(platform::programFolder() + QStringLiteral("\\") + m_language
+                                        + QStringLiteral("Translation.xml"));
+        if (platform::fileExists(m_path))
+            m_document->load(m_path);
+        else
+            CreateLanguages();
+    });
+}
+
+void clsLanguage::CreateLanguages() {
+    guarded(QStringLiteral("clsLanguage:CreateLanguages"), [&] {
+        const auto document = platform::XmlDocument::create();
+        document->appendElement(QStringLiteral("Translations")).setAttribute(QStringLiteral("Language"), m_language);
+        m_document = document;
+        m_document->save(m_path);
+    });
+}
+
+void clsLanguage::translate(QString& text, QString& result) {
+    try {
+        text = platform::trimmed(text);
+        // No escaping: a text with an apostrophe breaks the search and is shown as it is.
+        const auto entry = m_document->selectSingleNode(QStringLiteral("//Translate[@English='") + text
+                                                        + QStringLiteral("']"));
+        if (entry) {
+            const QString translated = entry.attribute(QStringLiteral("Translated"));
+            result = translated.isEmpty() ? text : translated;
+            return;
+        }
+        result = text;
+        appendEntry(*m_document, text);
+        m_document->save(m_path);
+    } catch (...) {
+        result = text;
+    }
+}
+
+QString clsLanguage::translationPath() {
+    return guarded(QStringLiteral("clsLanguage:translationPath"), QString(), [&] { return m_path; });
+}
+
+}  // namespace sorvanto

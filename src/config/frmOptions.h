@@ -1,0 +1,45 @@
+// The dialog that edits the options: one load from the store, one save to it.
+#pragma once
+
+#include <QDialog>
+#include <cstdint>
+#include <memory>
+
+namespace Ui {
+class frmOptions;
+}
+
+namespace sorvanto {
+
+class frmOptions : public QDialog {
+    Q_OBJECT
+public:
+    /// Loads the options into the boxes.
+    explicit frmOptions(QWidget* parent = nullptr);
+    ~frmOptions() override;
+
+    /// Creates the dialog, shows it modally and drops it.
+    static void edit();
+
+    /// A path cut to fit a box: the start, "...", and the file name with its separator. The result is one
+    /// character longer than the limit. Empty, with a report, when the file name leaves no room.
+    static QString ShortenString(const QString& text, int limit);
+
+private:
+    void Form_Load();
+    void transalteForm();
+    void ListComPorts();
+    void ListPrinters();
+    void ListCurrency();
+    void fillTexts();
+    void showLanguage(std::int16_t language);
+    void storeTexts() const;
+
+    void cmdDB_Click();
+    void cmdSave_Click();
+    void cmdCancel_Click();
+
+    std::unique_ptr<Ui::frmOptions> m_ui;
+};
+
+}  // namespace sorvanto

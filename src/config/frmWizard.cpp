@@ -1,0 +1,28 @@
+// Eight buttons, each language in its own tongue; nothing is translated, as no language is known yet.
+#include "config/frmWizard.h"
+
+#include "platform/widgets/Theme.h"
+#include "shared/Guard.h"
+#include "ui_frmWizard.h"
+
+namespace sorvanto {
+
+frmWizard::frmWizard(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmWizard>()) {
+    m_ui->setupUi(this);
+    m_ui->imgLogo->setPixmap(platform::applicationIcon().pixmap(40, 40));
+    for (std::int16_t index = 0; index < 8; ++index) {
+        const auto* option = findChild<QPushButton*>(QStringLiteral("optLanguage_%1").arg(index));
+        connect(option, &QPushButton::clicked, this, [this, index] { optLanguage_Click(index); });
+    }
+}
+
+frmWizard::~frmWizard() = default;
+
+void frmWizard::optLanguage_Click(std::int16_t index) {
+    guarded(QStringLiteral("frmWizard:optLanguage_Click"), [&] {
+        Language(index);
+        hide();
+    });
+}
+
+}  // namespace sorvanto
