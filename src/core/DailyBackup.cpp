@@ -1,0 +1,84 @@
+#include "core/DailyBackup.h"
+
+#include "core/DatabaseCopy.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+#include "shared/Guard.h"
+#include "shared/basMain.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace sorvanto {
+namespace {
+
+constexpr int startDelay = 2000;      // milliseconds
+constexpr int pause = 5;
+constexpr int pagesAtOnce = 128;      // half a megabyte: a few milliseconds
+constexpr int copiesKept = 14;
+const QString prefix = QStringLiteral("sorvanto-");
+
+QString folder() {
+    return platform::programFolder() + QStringLiteral("\\backups");
+}
+
+QString todaysCopy() {
+    const QString day = platform::today().date().toString(Qt::ISODate);
+    return folder() + QLatin1Char('\\') + prefix + day + QStringLiteral(".mdb");
+}
+
+/// Names of dated copies alone: what a user or an update keeps beside them stays.
+void dropOldCopies() {
+    QDir copies(platform::platformPath(folder()));
+    const QStringList names = copies.entryList({prefix + QStringLiteral("[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9].mdb")},
+                                               QDir::Files, QDir::Name | QDir::Reversed);
+    for (const QString& name : names.mid(copiesKept))
+        copies.remove(name);
+}
+
+}  // namespace
+
+DailyBackup::DailyBackup() {
+    m_timer.setSingleShot(true);
+    m_timer.callOnTimeout([this] {
+        try {
+            proceed();
+        } catch (...) {
+            m_copy.reset();
+            reportCurrentError(QStringLiteral("DailyBackup:copy"));
+        }
+    });
+}
+
+DailyBackup::~DailyBackup() = default;
+
+void DailyBackup::startSoon() {
+    if (m_started)
+        return;
+    m_started = true;
+    m_timer.start(startDelay);
+}
+
+void DailyBackup::stop() {
+    m_timer.stop();
+    m_copy.reset();
+}
+
+void DailyBackup::begin() {
+    const auto connection = basMain::gConnection;
+    if (connection && connection->state() == 1 && !platform::fileExists(todaysCopy()))
+        m_copy = std::make_unique<DatabaseCopy>(connection, todaysCopy());
+}
+
+void DailyBackup::proceed() {
+    if (!m_copy)
+        begin();
+    if (!m_copy)
+        return;
+    if (!m_copy->step(pagesAtOnce))
+        return m_timer.start(pause);
+    m_copy.reset();
+    dropOldCopies();
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,80 @@
+#include "core/DatabaseCopy.h"
+
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Sqlite.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+#include <sqlite3.h>
+
+namespace sorvanto {
+namespace {
+
+using platform::RuntimeError;
+namespace error = platform::error;
+
+const QString source = QStringLiteral("DatabaseCopy");
+
+/// Only the owner may read it: it holds patients.
+void makePrivateFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        throw RuntimeError(error::permissionDenied, file.errorString() + QStringLiteral(": ") + path, source);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+}  // namespace
+
+DatabaseCopy::DatabaseCopy(platform::ConnectionPtr connection, const QString& target)
+    : m_source(std::move(connection)), m_target(platform::platformPath(target)),
+      m_unfinished(m_target + QStringLiteral(".part")) {
+    QDir().mkpath(QFileInfo(m_target).path());
+    makePrivateFile(m_unfinished);
+    if (sqlite3_open(m_unfinished.toUtf8().constData(), &m_copy) != SQLITE_OK
+        || !(m_backup = sqlite3_backup_init(m_copy, "main", platform::deref(m_source).handle(), "main"))) {
+        const QString why = QString::fromUtf8(sqlite3_errmsg(m_copy));
+        sqlite3_close(m_copy);
+        QFile::remove(m_unfinished);
+        throw RuntimeError(error::general, why, source);
+    }
+}
+
+DatabaseCopy::~DatabaseCopy() {
+    sqlite3_backup_finish(m_backup);
+    sqlite3_close(m_copy);
+    if (m_copy)
+        QFile::remove(m_unfinished);
+}
+
+bool DatabaseCopy::step(int pages) {
+    const int result = sqlite3_backup_step(m_backup, pages);
+    if (result == SQLITE_OK || result == SQLITE_BUSY || result == SQLITE_LOCKED)
+        return false;
+    if (result != SQLITE_DONE)
+        throw RuntimeError(error::deviceIo, QString::fromUtf8(sqlite3_errstr(result)), source);
+    finish();
+    return true;
+}
+
+void DatabaseCopy::finish() {
+    sqlite3_backup_finish(std::exchange(m_backup, nullptr));
+    const QString check = QStringLiteral("PRAGMA integrity_check");
+    QString verdict;
+    {
+        platform::sqlite::Statement statement(m_copy, check, check);
+        if (statement.step())
+            verdict = statement.value(0, {}).toString();
+    }
+    if (verdict != QLatin1String("ok"))
+        throw RuntimeError(error::general, verdict, source);
+    sqlite3_close(std::exchange(m_copy, nullptr));
+    if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0) {
+        QFile::remove(m_unfinished);
+        throw RuntimeError(error::permissionDenied, QStringLiteral("Can't be written: ") + m_target, source);
+    }
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,86 @@
+#include "core/ErrorStrip.h"
+
+#include "core/ReportList.h"
+#include "platform/widgets/Theme.h"
+#include "shared/Translator.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+namespace sorvanto {
+
+ErrorStrip::ErrorStrip(QWidget* parent)
+    : QFrame(parent), m_picture(new QLabel(this)), m_text(new QLabel(this)), m_details(new QPushButton(this)),
+      m_close(new QToolButton(this)) {
+    setObjectName(QStringLiteral("errorStrip"));
+    m_text->setObjectName(QStringLiteral("lblReport"));
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_picture->setPixmap(platform::icon(QStringLiteral("warning")).pixmap(24, 24));
+    m_details->setObjectName(QStringLiteral("cmdDetails"));
+    m_close->setObjectName(QStringLiteral("cmdDismiss"));
+    m_close->setIcon(platform::icon(QStringLiteral("close")));
+    m_close->setAutoRaise(true);
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(2 * platform::grid, platform::grid / 2, platform::grid, platform::grid / 2);
+    row->setSpacing(platform::grid);
+    row->addWidget(m_picture);
+    row->addWidget(m_text, 1);
+    row->addWidget(m_details);
+    row->addWidget(m_close);
+
+    const auto& colours = platform::theme();
+    setStyleSheet(QStringLiteral("#errorStrip { background: %1; border-top: 1px solid %2; }")
+                      .arg(colours.surface.name(), colours.warning.name()));
+    connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
+    connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
+    hide();
+}
+
+void ErrorStrip::follow(const std::shared_ptr<ErrorReporter>& reporter) {
+    m_reporter = reporter;
+    reporter->onReport([strip = QPointer<ErrorStrip>(this)](const ErrorReport& report) {
+        if (strip)
+            strip->showReport(report);
+    });
+}
+
+void ErrorStrip::showReport(const ErrorReport& report) {
+    const QString text = QStringLiteral("%1   (%2)").arg(report.description.simplified(), report.tag);
+    m_text->setText(text);
+    m_text->setToolTip(text);
+    show();
+    emit shownChanged(true);
+    if (m_list)
+        m_list->showReports();
+}
+
+// Looked up only now: reports may come before there is a language.
+void ErrorStrip::showEvent(QShowEvent* event) {
+    m_details->setText(translated(QStringLiteral("Details")));
+    m_close->setToolTip(translated(QStringLiteral("Close")));
+    m_close->setAccessibleName(m_close->toolTip());
+    QFrame::showEvent(event);
+}
+
+void ErrorStrip::openList() {
+    const auto reporter = m_reporter.lock();
+    if (!reporter)
+        return;
+    if (!m_list)
+        m_list = new ReportList(reporter, window());
+    m_list->showReports();
+    m_list->show();
+    m_list->raise();
+    m_list->activateWindow();
+}
+
+void ErrorStrip::dismiss() {
+    hide();
+    emit shownChanged(false);
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,45 @@
+// The strip in the main window that shows the newest error report. It never asks and never blocks;
+// "Details" opens the list of all reports of this run.
+#pragma once
+
+#include "shared/ErrorReporter.h"
+
+#include <QFrame>
+#include <QPointer>
+
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+namespace sorvanto {
+
+class ReportList;
+
+class ErrorStrip : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit ErrorStrip(QWidget* parent = nullptr);
+    /// From now on shows each new report. A report that repeats one of this run is not shown again.
+    void follow(const std::shared_ptr<ErrorReporter>& reporter);
+
+signals:
+    void shownChanged(bool shown);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void showReport(const ErrorReport& report);
+    void openList();
+    void dismiss();
+
+    std::weak_ptr<ErrorReporter> m_reporter;
+    QLabel* m_picture;
+    QLabel* m_text;
+    QPushButton* m_details;
+    QToolButton* m_close;
+    QPointer<ReportList> m_list;
+};
+
+}  // namespace sorvanto

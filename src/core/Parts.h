@@ -1,0 +1,43 @@
+// What the main window is put together from: the makers of its screens and of its helpers.
+// The program takes realParts(); a test may put others in their place.
+#pragma once
+
+#include "core/ScreenTable.h"
+
+#include <QString>
+#include <array>
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+namespace sorvanto {
+
+class ctlSorvanto;
+class DatabaseUpdater;
+class ErrorReporter;
+class frmCurrFormula;
+class RecordScreen;
+
+struct Parts {
+    using ScreenMaker = std::function<std::unique_ptr<RecordScreen>()>;
+
+    std::function<std::shared_ptr<ErrorReporter>()> reporter;
+    /// By screen number.
+    std::array<ScreenMaker, screenCount> screens;
+    ScreenMaker mixerScreen;
+    /// The mixer control on a screen that mixerScreen made.
+    std::function<ctlSorvanto&(RecordScreen&)> mixerControl;
+    std::function<frmCurrFormula&(RecordScreen&)> currentFormula;
+    /// The text for the title bar that the formula screen offers.
+    std::function<QString(RecordScreen&)> formName;
+    std::function<std::unique_ptr<DatabaseUpdater>()> updater;
+    /// Whether the program already runs; asked once.
+    std::function<bool()> previousInstance;
+    /// Shows the options dialog to its end.
+    std::function<void()> editOptions;
+};
+
+Parts realParts();
+
+}  // namespace sorvanto

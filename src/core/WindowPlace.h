@@ -1,0 +1,13 @@
+// Size and place of the main window, remembered in window.ini beside the program.
+#pragma once
+
+class QWidget;
+
+namespace sorvanto {
+
+/// Puts the window where it was last, or in a first size that fits the screen.
+void restoreWindowPlace(QWidget& window);
+/// A folder that can't be written is no failure: the place is just not remembered.
+void saveWindowPlace(const QWidget& window);
+
+}  // namespace sorvanto

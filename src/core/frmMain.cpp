@@ -1,0 +1,175 @@
+#include "core/frmMain.h"
+
+#include "core/CommandBands.h"
+#include "core/DailyBackup.h"
+#include "core/DatabaseUpdater.h"
+#include "core/ErrorStrip.h"
+#include "core/WindowPlace.h"
+#include "platform/basic/RuntimeError.h"
+#include "shared/BatchLog.h"
+#include "shared/Guard.h"
+#include "shared/RecordScreen.h"
+#include "shared/basMain.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace sorvanto {
+
+using platform::deref;
+
+frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(std::make_unique<DailyBackup>()) {
+    setObjectName(QStringLiteral("frmMain"));
+    basMain::Main = this;
+    buildCommandBands(m_bar);
+    buildWindow();
+    connect(&m_bar, &platform::CommandBar::toolClick, this, &frmMain::ActiveBar_ToolClick);
+    connect(&m_bar, &platform::CommandBar::toolKeyPress, this, &frmMain::ActiveBar_ToolKeyPress);
+}
+
+frmMain::~frmMain() {
+    // The screens leave the listener list as they go, so they go while it is still there.
+    m_ended = true;
+    m_screens = {};
+    m_captionScreens = {};
+    m_frmSorvanto.reset();
+    if (basMain::Main == this)
+        basMain::Main = nullptr;
+}
+
+void frmMain::buildWindow() {
+    m_bar.attach(*this, QStringLiteral("Sorvanto"));
+
+    m_strip = new ErrorStrip(this);
+    auto* stripBar = new QToolBar(this);
+    stripBar->setObjectName(QStringLiteral("barReports"));
+    stripBar->setMovable(false);
+    stripBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    stripBar->toggleViewAction()->setVisible(false);
+    stripBar->addWidget(m_strip);
+    stripBar->setVisible(false);
+    addToolBar(Qt::BottomToolBarArea, stripBar);
+    connect(m_strip, &ErrorStrip::shownChanged, stripBar, &QWidget::setVisible);
+
+    m_database = new QLabel(this);
+    m_database->setObjectName(QStringLiteral("lblDatabase"));
+    m_database->setTextFormat(Qt::PlainText);
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(m_database, 1);
+    restoreWindowPlace(*this);
+}
+
+// The file in use; where none could be opened, the one that the options name.
+void frmMain::showDatabaseName() {
+    QString path;
+    try {
+        path = basMain::databaseLocation ? basMain::databaseLocation() : QString();
+    } catch (const platform::RuntimeError&) {
+        path.clear();  // options without a location: reported where the database is opened
+    }
+    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    m_database->setText(QFileInfo(path).fileName());
+    m_database->setToolTip(path);
+}
+
+void frmMain::setCaption(const QString& caption) {
+    // "[*]" would be taken for the place of a modification mark.
+    setWindowTitle(QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+RecordScreen& frmMain::hosted(ScreenNumber number) const {
+    return deref(m_screens[number]);
+}
+
+frmCurrFormula& frmMain::currentFormulaScreen() {
+    return m_parts.currentFormula(hosted(currentFormula));
+}
+
+BatchLog& frmMain::batchLog() {
+    return deref(dynamic_cast<BatchLog*>(&hosted(logs)));
+}
+
+ctlSorvanto& frmMain::mixer() {
+    return m_parts.mixerControl(deref(m_frmSorvanto));
+}
+
+void frmMain::refreshForm() {
+    guarded(QStringLiteral("frmMain:refreshForm"), [&] {
+        m_bar.recalcLayout();
+        enableForm();
+    });
+}
+
+void frmMain::enableForm() {
+    guarded(QStringLiteral("frmMain:enableForm_Error"), [&] {
+        const auto enable = [](RecordScreen& screen) {
+            if (screen.Listener() == -1)
+                screen.setEnabled(true);
+        };
+        for (const ScreenNumber number : {formulas, currentFormula, chemicals, logs, patients})
+            enable(hosted(number));
+        enable(deref(m_frmSorvanto));
+    });
+}
+
+void frmMain::Form_Activate() {
+    const ResumeNext step(QStringLiteral("frmMain:Form_Activate"));
+    step([&] { hosted(currentFormula).setEnabled(true); });
+    step([&] { deref(m_frmSorvanto).setEnabled(true); });
+    for (const ScreenNumber number : {formulas, chemicals, logs, patients})
+        step([&] { hosted(number).setEnabled(true); });
+}
+
+bool frmMain::Form_QueryUnload() {
+    bool cancel = true;
+    guarded(QStringLiteral("frmMain:Form_QueryUnload"), [&] {
+        constexpr std::int16_t refused = 2;
+        deref(m_frmSorvanto).closeForm();
+        for (const ScreenNumber number : {formulas, chemicals, logs}) {
+            if (hosted(number).closeForm() == refused)
+                return;
+        }
+        if (m_screens[patients] && m_screens[patients]->closeForm() == refused)
+            return;
+        cancel = false;
+    });
+    return cancel;
+}
+
+void frmMain::Form_Unload() {
+    guarded(QStringLiteral("frmMain:Form_Unload"), [&] {
+        m_ended = true;
+        m_backup->stop();
+        saveWindowPlace(*this);
+        for (const ScreenNumber number : {patients, logs, currentFormula, chemicals, formulas})
+            m_screens[number].reset();
+        m_frmSorvanto.reset();
+        m_sorvantoTool = nullptr;
+        basMain::endProgram();
+    });
+}
+
+bool frmMain::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowActivate && !m_ended)
+        Form_Activate();
+    return handled;
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (!m_ended && Form_QueryUnload())
+        return event->ignore();
+    event->accept();
+    if (!m_ended)
+        Form_Unload();
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    m_backup->startSoon();
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,115 @@
+// The main window. It owns the life of the program: makes every long-lived object in one fixed order, hosts
+// the screens in the command bar, switches between them, hands each tool click on to the screen that
+// listens, and ends the process. It does not know what a record tool means.
+//   frmMain_load.cpp     start        frmMain_switch.cpp   tool clicks and switching of screens
+//   frmMain.cpp          the window itself, closing, what the screens call
+#pragma once
+
+#include "core/ListenerList.h"
+#include "core/Parts.h"
+#include "platform/widgets/CommandBar.h"
+#include "shared/MainWindow.h"
+
+#include <QMainWindow>
+#include <array>
+#include <cstdint>
+#include <memory>
+
+class QLabel;
+
+namespace sorvanto {
+
+class DailyBackup;
+class ErrorStrip;
+class ResumeNext;
+
+class frmMain : public QMainWindow, public MainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmMain(Parts parts = realParts());
+    ~frmMain() override;
+
+    /// The whole start of the program, dialogs included; the window is shown by the caller afterwards.
+    void Form_Load();
+    void Form_Activate();
+    /// True when the closing is refused. Closes the mixer control in any case.
+    bool Form_QueryUnload();
+    /// Drops the screens and ends the process at once.
+    void Form_Unload();
+    /// Whether the program has been told to end.
+    bool ended() const { return m_ended; }
+
+    void ActiveBar_ToolClick(platform::Tool& tool) override;
+    /// Enter (13) in the search box hands its text to the screen and empties it.
+    void ActiveBar_ToolKeyPress(platform::Tool& tool, int key);
+    void ActiveBar_ChildBandChange(platform::Band& band);
+    /// A number of ScreenNumber.
+    void SetCurrentForm(const std::int32_t& number);
+    std::int32_t current() const { return m_current; }
+    void translateForm();
+
+    platform::CommandBar& bar() override { return m_bar; }
+    void setCaption(const QString& caption) override;
+    void refreshForm() override;
+    void enableForm() override;
+    void connectListener(ToolListener& listener) override { m_listeners.connect(listener); }
+    void releaseListener(ToolListener& listener) override { m_listeners.release(listener); }
+    frmCurrFormula& currentFormulaScreen() override;
+    BatchLog& batchLog() override;
+    ctlSorvanto& mixer() override;
+
+    /// The hosted screen of that number; nullptr for the patient screen when it is switched off.
+    RecordScreen* screen(int number) const { return m_screens.at(static_cast<std::size_t>(number)).get(); }
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    // The stages of Form_Load.
+    void loadSharedObjects(const ResumeNext& step);
+    void describeReports(const ResumeNext& step);
+    void updateDatabase(const ResumeNext& step);
+    void loadLanguage(const ResumeNext& step);
+    void refuseSecondInstance(const ResumeNext& step);
+    void translateItself(const ResumeNext& step);
+    void loadMixerScreen(const ResumeNext& step);
+    void hostMixerScreen(const ResumeNext& step);
+    void hostScreens(const ResumeNext& step);
+    void hostScreen(const ResumeNext& step, const ScreenRow& row);
+    void openFormulas(const ResumeNext& step);
+
+    void act(const QString& toolName, QString& searchText);
+    void switchTo(const ScreenRow& row);
+    QString captionOf(const ScreenRow& row);
+    QString recordNameOf(const ScreenRow& row);
+    RecordScreen& captionScreen(const ScreenRow& row);
+    void raiseBtnClick(const QString& toolName, const QString& searchText);
+    void showAbout();
+    void editOptions();
+
+    RecordScreen& hosted(ScreenNumber number) const;
+    QString toolNameOf(const ScreenRow& row) const { return m_formNames.at(row.number); }
+    void buildWindow();
+    void showDatabaseName();
+
+    Parts m_parts;
+    platform::CommandBar m_bar;
+    ListenerList m_listeners;
+    std::unique_ptr<DatabaseUpdater> m_updater;
+    std::unique_ptr<DailyBackup> m_backup;
+    std::array<std::unique_ptr<RecordScreen>, screenCount> m_screens;
+    /// Second instances, read for the caption alone; made on first use, never shown, never listening.
+    std::array<std::unique_ptr<RecordScreen>, screenCount> m_captionScreens;
+    std::unique_ptr<RecordScreen> m_frmSorvanto;
+    platform::Tool* m_sorvantoTool = nullptr;
+    std::array<QString, screenCount> m_formNames;  ///< by screen number; also the names of the hosting tools
+    std::int32_t m_current = 0;
+    bool m_ended = false;
+    ErrorStrip* m_strip = nullptr;
+    QLabel* m_database = nullptr;
+};
+
+}  // namespace sorvanto

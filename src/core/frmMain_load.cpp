@@ -1,0 +1,173 @@
+// The start of the program. Each stage relies on those before it; each statement is guarded by itself, so
+// that one failure is reported and the start goes on with whatever is there.
+#include "config/clsLanguage.h"
+#include "config/clsOptions.h"
+#include "core/DatabaseUpdater.h"
+#include "core/ErrorStrip.h"
+#include "core/frmMain.h"
+#include "mixer/ctlSorvanto.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Texts.h"
+#include "shared/ErrorReporter.h"
+#include "shared/Guard.h"
+#include "shared/RecordScreen.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+using platform::deref;
+
+void frmMain::Form_Load() {
+    using Stage = void (frmMain::*)(const ResumeNext&);
+    constexpr Stage stages[] = {
+        &frmMain::loadSharedObjects,    &frmMain::describeReports, &frmMain::updateDatabase,
+        &frmMain::loadLanguage,         &frmMain::refuseSecondInstance,
+        &frmMain::translateItself,      &frmMain::loadMixerScreen, &frmMain::hostMixerScreen,
+        &frmMain::hostScreens,          &frmMain::openFormulas,
+    };
+    const ResumeNext step(QStringLiteral("frmMain:Form_Load"));
+    for (const Stage stage : stages) {
+        (this->*stage)(step);
+        if (m_ended)
+            return;
+    }
+}
+
+void frmMain::loadSharedObjects(const ResumeNext& step) {
+    step([&] { basMain::gConnection = std::make_shared<platform::Connection>(); });
+    step([&] {
+        basMain::ErrorReporter = m_parts.reporter();
+        m_strip->follow(basMain::ErrorReporter);
+    });
+    basMain::databaseLocation = [] { return deref(basMain::Options).DBLocation(); };
+    basMain::editOptions = [this] { editOptions(); };
+    step([&] { basMain::Options = std::make_shared<clsOptions>(); });
+}
+
+void frmMain::describeReports(const ResumeNext& step) {
+    step([&] { deref(basMain::ErrorReporter).ReportPath(platform::programFolder()); });
+    step([&] { deref(basMain::ErrorReporter).ReportProduct(platform::applicationTitle()); });
+    step([&] { deref(basMain::ErrorReporter).ReportVersion(programVersion()); });
+    step([&] { deref(basMain::ErrorReporter).ReportNote(QString()); });
+    step([&] { deref(basMain::ErrorReporter).ReportStore(deref(basMain::Options).StoreName()); });
+    step([&] { deref(basMain::ErrorReporter).ReportPhone(deref(basMain::Options).Phone()); });
+}
+
+// Before anything reads a record: the one moment at which the file's structure may change.
+void frmMain::updateDatabase(const ResumeNext& step) {
+    QString version;
+    step([&] { version = deref(basMain::Options).DBVersion(); });
+    step([&] { m_updater = m_parts.updater(); });
+    step([&] {
+        QVariant unread;
+        auto& options = deref(basMain::Options);
+        deref(m_updater).IdentifyStore(QString(), QString(), options.StoreName(), options.Phone(), unread);
+    });
+    platform::ConnectionPtr connection;
+    step([&] { connection = openDB(); });
+    const QString path = platform::programFolder() + QStringLiteral("\\dbupdate.xml");
+    bool applied = false;
+    step([&] { deref(m_updater).ApplyUpdates(connection, path, version, applied); });
+    if (applied)
+        step([&] { deref(basMain::Options).DBVersion(version); });
+    showDatabaseName();
+}
+
+void frmMain::loadLanguage(const ResumeNext& step) {
+    const auto language = std::make_shared<clsLanguage>();
+    basMain::Language = language;
+    platform::setTextTranslator(translated);
+    step([&] { language->setLanguage(deref(basMain::Options).Language()); });
+}
+
+void frmMain::refuseSecondInstance(const ResumeNext& step) {
+    bool runs = false;
+    step([&] { runs = m_parts.previousInstance(); });
+    if (!runs)
+        return;
+    step([&] {
+        platform::MsgBox(
+            translated(QStringLiteral("Sorvanto control panel is already running, only one instance allowed.")),
+            {platform::Buttons::Ok, platform::Icon::Critical});
+    });
+    m_ended = true;
+    basMain::endProgram();
+}
+
+void frmMain::translateItself(const ResumeNext& step) {
+    step([&] { translateForm(); });
+}
+
+void frmMain::loadMixerScreen(const ResumeNext& step) {
+    step([&] {
+        m_frmSorvanto = m_parts.mixerScreen();
+        m_frmSorvanto->Form_Load();
+    });
+    step([&] {
+        auto& options = deref(basMain::Options);
+        mixer().SetStoreInfo(options.StoreName(), QString(), options.Phone());
+    });
+    step([&] {
+        auto& options = deref(basMain::Options);
+        mixer().setSettings(options.CommPort(), options.Language(), options.OverrideSpeed(),
+                            deref(basMain::Language).translationPath());
+    });
+}
+
+void frmMain::hostMixerScreen(const ResumeNext& step) {
+    m_formNames = {QStringLiteral("frmCurrent"), QStringLiteral("frmFormula"), QStringLiteral("frmChemical"),
+                   QStringLiteral("frmPatient"), QStringLiteral("frmLog")};
+    step([&] { m_sorvantoTool = &m_bar.band(QStringLiteral("Sorvanto")).tool(QStringLiteral("frmSorvanto")); });
+    step([&] { deref(m_sorvantoTool).setForm(m_frmSorvanto.get()); });
+    step([&] { deref(m_sorvantoTool).setDescription(QStringLiteral("Sorvanto Control Panel")); });
+    step([&] { deref(m_sorvantoTool).setToolTip(QStringLiteral("Sorvanto")); });
+    step([&] { basMain::MixTypes = mixer().MixTypes(); });
+    step([&] { basMain::JarSizes = mixer().JarSizes(); });
+    step([&] { basMain::MixTimes = mixer().MixTimes(); });
+}
+
+void frmMain::hostScreens(const ResumeNext& step) {
+    std::int16_t showPatients = 0;
+    for (const ScreenRow& row : screenTable) {
+        if (row.number == patients)
+            step([&] { showPatients = deref(basMain::Options).ShowPatients(); });
+        if (row.number != patients || showPatients != 0)
+            hostScreen(step, row);
+    }
+    step([&] {
+        m_bar.band(QStringLiteral("FormBar")).tool(QStringLiteral("cmdPatients")).setVisible(showPatients != 0);
+    });
+    step([&] {
+        m_bar.band(QStringLiteral("mnuForms")).tool(QStringLiteral("mnuPatients")).setVisible(showPatients != 0);
+    });
+}
+
+void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {
+    platform::Tool* tool = nullptr;
+    auto& screen = m_screens[row.number];
+    step([&] {
+        auto& child = m_bar.band(QStringLiteral("Forms")).childBand(QString::fromLatin1(row.childBand));
+        tool = &child.tool(toolNameOf(row));
+    });
+    step([&] {
+        screen = m_parts.screens[row.number]();
+        screen->Form_Load();
+    });
+    step([&] { deref(tool).setForm(&deref(screen)); });
+    step([&] { deref(tool).setDescription(QString::fromLatin1(row.text)); });
+    step([&] { deref(tool).setToolTip(QString::fromLatin1(row.text)); });
+}
+
+void frmMain::openFormulas(const ResumeNext& step) {
+    step([&] { deref(m_frmSorvanto).Listener(-1); });
+    step([&] {
+        ActiveBar_ToolClick(m_bar.band(QStringLiteral("FormBar")).tool(QStringLiteral("cmdFormulas")));
+    });
+    step([&] { refreshForm(); });
+    step([&] { mixer().StartControl(); });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,171 @@
+// Tool clicks: what concerns the window itself is done here, then the click goes to the screen that listens.
+#include "config/clsOptions.h"
+#include "core/ToolTexts.h"
+#include "core/frmAbout.h"
+#include "core/frmMain.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/RuntimeError.h"
+#include "shared/Guard.h"
+#include "shared/RecordScreen.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+using platform::deref;
+
+namespace {
+
+constexpr int enterKey = 13;
+const QString searchBox = QStringLiteral("txtSearch");
+
+QString panelName() {
+    return translated(QStringLiteral("Sorvanto Control Panel"));
+}
+
+/// Text of a control of a screen, found by its name.
+QString controlText(const RecordScreen& screen, const char* name) {
+    return deref(screen.findChild<QWidget*>(QLatin1String(name))).property("text").toString();
+}
+
+}  // namespace
+
+void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
+    guarded(QStringLiteral("frmMain:ActiveBar_ToolClick"), [&] {
+        const QString name = tool.name();
+        QString searchText;
+        if (name == QLatin1String("cmdSearch"))
+            searchText = m_bar.band(QStringLiteral("MainBar")).tool(searchBox).text();
+        if (name == QLatin1String("mnuExit")) {
+            close();
+            if (m_ended)
+                return;
+        }
+        if (name == QLatin1String("mnuAbout"))
+            showAbout();
+        act(name, searchText);
+        raiseBtnClick(tool.name(), searchText);
+        refreshForm();
+    });
+}
+
+// The Find button ends in the last case and hands over an empty text; only Enter in the box carries one.
+void frmMain::act(const QString& toolName, QString& searchText) {
+    if (toolName == QLatin1String("cmdOptions") || toolName == QLatin1String("mnuOptions"))
+        editOptions();
+    else if (toolName == QLatin1String("mnuPrint") || toolName == QLatin1String("mnuExport")
+             || toolName == QLatin1String("mnuForms"))
+        return;
+    else if (const ScreenRow* row = screenOfTool(toolName))
+        switchTo(*row);
+    else
+        searchText.clear();
+}
+
+void frmMain::showAbout() {
+    frmAbout about(this);
+    about.Form_Load();
+    platform::asker().showModal(about, [&] { about.exec(); });
+}
+
+void frmMain::editOptions() {
+    m_parts.editOptions();
+    showDatabaseName();
+}
+
+void frmMain::switchTo(const ScreenRow& row) {
+    SetCurrentForm(row.number);
+    auto& tool = m_bar.band(QString::fromLatin1(row.band)).tool(toolNameOf(row));
+    tool.setForm(&hosted(row.number));
+    tool.setDescription(QString::fromLatin1(row.text));
+    tool.setToolTip(QString::fromLatin1(row.text));
+    tool.setEnabled(true);
+    setCaption(captionOf(row));
+}
+
+QString frmMain::captionOf(const ScreenRow& row) {
+    const QString panel = panelName();
+    QString caption = panel + QStringLiteral(": ") + translated(QString::fromLatin1(row.text));
+    if (row.number != currentFormula)
+        caption += QStringLiteral("  :  ") + recordNameOf(row);
+    return caption;
+}
+
+QString frmMain::recordNameOf(const ScreenRow& row) {
+    if (row.number == formulas)
+        return m_parts.formName(hosted(formulas));
+    const RecordScreen& screen = captionScreen(row);
+    QString name = controlText(screen, row.caption[0]);
+    if (row.caption[1])
+        name += QStringLiteral(", ") + controlText(screen, row.caption[1]);
+    return name;
+}
+
+RecordScreen& frmMain::captionScreen(const ScreenRow& row) {
+    auto& screen = m_captionScreens[row.number];
+    if (!screen) {
+        screen = m_parts.screens[row.number]();
+        screen->Form_Load();
+    }
+    return *screen;
+}
+
+void frmMain::SetCurrentForm(const std::int32_t& number) {
+    guarded(QStringLiteral("frmMain:SetCurrentForm"), [&] {
+        m_current = number;
+        const auto patientsShown = [&] {
+            return number == patients && deref(basMain::Options).ShowPatients() != 0;
+        };
+        const auto show = [&](const char* band, bool on) { m_bar.band(QLatin1String(band)).setVisible(on); };
+        show("CurrentFormula", number == currentFormula);
+        show("Formulas", number == formulas);
+        show("Chemicals", number == chemicals);
+        show("Logs", number == logs);
+        show("Patients", patientsShown());
+
+        const auto listen = [&](ScreenNumber screen, bool on) {
+            hosted(screen).Listener(static_cast<std::int16_t>(on ? -1 : 0));
+        };
+        for (const ScreenNumber screen : {currentFormula, formulas, chemicals, logs})
+            listen(screen, number == screen);
+        listen(patients, patientsShown());
+
+        auto& buttons = m_bar.band(QStringLiteral("FormBar"));
+        const auto press = [&](const char* tool, bool on) { buttons.tool(QLatin1String(tool)).setChecked(on); };
+        press("cmdFormulas", number == formulas);
+        press("cmdCurrent", number == currentFormula);
+        press("cmdChemicals", number == chemicals);
+        press("cmdLogs", number == logs);
+        press("cmdPatients", number == patients);
+    });
+}
+
+void frmMain::raiseBtnClick(const QString& toolName, const QString& searchText) {
+    m_listeners.deliver(toolName, searchText);
+}
+
+void frmMain::ActiveBar_ToolKeyPress(platform::Tool& tool, int key) {
+    guarded(QStringLiteral("frmMain:ActiveBar_ToolKeyPress"), [&] {
+        if (tool.name() != searchBox || key != enterKey)
+            return;
+        const QString text = tool.text();
+        raiseBtnClick(tool.name(), text);
+        tool.setText(QString());
+        refreshForm();
+    });
+}
+
+// The screens lie one to a band, so a change of band needs nothing more.
+void frmMain::ActiveBar_ChildBandChange(platform::Band&) {
+    guarded(QStringLiteral("frmMain:ActiveBar_ChildBandChange"), [] {});
+}
+
+void frmMain::translateForm() {
+    guarded(QStringLiteral("frmMain:translateForm"), [&] {
+        const QString panel = panelName();
+        setCaption(panel + QStringLiteral(": ") + translated(QStringLiteral("Current Formula")));
+        translateTools(m_bar);
+    });
+}
+
+}  // namespace sorvanto
