@@ -14,7 +14,8 @@ public:
     /// Any product or quotient enters here: rounded to 0.0001, a tie to the even neighbour,
     /// judged on the decimal text of 15 significant digits. Throws overflow outside the 64-bit range.
     static Currency fromDouble(double value);
-    /// A number as text with a point ("12.5", " 3 ", "-0.07"). Throws typeMismatch on anything else.
+    /// A number as text with a point ("12.5", " 3 ", "-0.07"), exact to its last digit, then rounded as
+    /// above. Throws typeMismatch on anything else, overflow outside the 64-bit range.
     static Currency fromText(const QString& text);
     static constexpr Currency fromTenThousandths(std::int64_t count) { Currency c; c.m_count = count; return c; }
 
@@ -25,6 +26,7 @@ public:
 
     /// Product in floating point, then fromDouble.
     Currency operator*(double factor) const { return fromDouble(toDouble() * factor); }
+    /// Exact; throw overflow outside the 64-bit range.
     Currency operator+(Currency other) const;
     Currency operator-(Currency other) const;
     constexpr auto operator<=>(const Currency&) const = default;

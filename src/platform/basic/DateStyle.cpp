@@ -24,6 +24,26 @@ QString plainBlanks(QString text) {
     return text;
 }
 
+bool isMark(const QString& text) {
+    return text.size() == 1 && QStringLiteral("/-.:,").contains(text);
+}
+
+/// What stands between the first two fields of a pattern, when it is a plain mark; else the other one.
+QString separatorIn(const QString& pattern, const QString& fields, const QString& otherwise) {
+    qsizetype at = 0;
+    while (at < pattern.size() && !fields.contains(pattern.at(at)))
+        ++at;
+    while (at < pattern.size() && fields.contains(pattern.at(at)))
+        ++at;
+    qsizetype end = at;
+    while (end < pattern.size() && !fields.contains(pattern.at(end)))
+        ++end;
+    const QString separator = plainBlanks(pattern.mid(at, end - at));
+    return isMark(trimmed(separator)) ? separator : otherwise;
+}
+
+QString padded(int number, int width) { return QString::number(number).rightJustified(width, u'0'); }
+
 }  // namespace
 
 struct DateStyle::Scan {
@@ -34,97 +54,60 @@ struct DateStyle::Scan {
 };
 
 DateStyle::DateStyle(const QLocale& locale)
-    : m_date(pieces(locale.dateFormat(QLocale::ShortFormat))),
-      m_time(pieces(locale.timeFormat(QLocale::LongFormat))),
-      m_am(plainBlanks(locale.amText())),
-      m_pm(plainBlanks(locale.pmText())) {
-    for (const Piece& piece : m_date) {
-        if (piece.field != 0)
-            m_order += QChar(piece.field);
-    }
-    m_dateSeparator = firstSeparator(m_date);
-    m_timeSeparator = firstSeparator(m_time);
+    : m_am(trimmed(plainBlanks(locale.amText()))), m_pm(trimmed(plainBlanks(locale.pmText()))) {
+    learnDate(locale.dateFormat(QLocale::ShortFormat));
+    learnTime(locale.timeFormat(QLocale::LongFormat));
 }
 
-QList<DateStyle::Piece> DateStyle::pieces(const QString& pattern) {
-    QList<Piece> result;
-    const auto literal = [&](const QString& text) {
-        if (!result.isEmpty() && result.last().field == 0)
-            result.last().literal += text;
-        else
-            result.append({0, 0, text});
-    };
-    for (qsizetype at = 0; at < pattern.size();) {
-        const QChar mark = pattern.at(at);
-        if (mark == u'\'') {
-            const qsizetype end = pattern.indexOf(u'\'', at + 1);
-            literal(end == at + 1 ? QStringLiteral("'") : pattern.mid(at + 1, end - at - 1));
-            at = end < 0 ? pattern.size() : end + 1;
+void DateStyle::learnDate(const QString& pattern) {
+    for (qsizetype at = 0; at < pattern.size(); ++at) {
+        const QChar field = pattern.at(at);
+        if (field != u'd' && field != u'M' && field != u'y')
             continue;
+        if (m_order.contains(field)) {
+            const qsizetype index = m_order.indexOf(field);
+            m_widths[index] = field == u'y' ? 4 : 2;
+        } else {
+            m_order += field;
+            m_widths += field == u'y' ? 4 : 1;
         }
-        const bool half = (mark == u'A' || mark == u'a');
-        qsizetype end = at + 1;
-        while (end < pattern.size()
-               && (pattern.at(end) == mark || (half && pattern.at(end).toLower() == u'p')))
-            ++end;
-        const int width = static_cast<int>(end - at);
-        if (mark == u'y')
-            result.append({u'y', 4, {}});
-        else if (mark == u'd' || mark == u'M')
-            result.append({mark.unicode(), std::min(width, 2), {}});
-        else if (mark == u'H' || mark == u'h' || mark == u'm' || mark == u's')
-            result.append({mark.unicode(), std::min(width, 2), {}});
-        else if (half)
-            result.append({u'a', 1, {}});
-        else if (mark != u't')  // the zone: times of day here have none
-            literal(plainBlanks(pattern.mid(at, width)));
-        at = end;
     }
-    // What stood around the zone only.
-    while (!result.isEmpty() && result.last().field == 0
-           && QStringLiteral(" ([)]").contains(result.last().literal.right(1))) {
-        result.last().literal.chop(1);
-        if (result.last().literal.isEmpty())
-            result.removeLast();
+    if (m_order.size() != 3) {
+        m_order = QStringLiteral("Mdy");
+        m_widths = {1, 1, 4};
     }
-    return result;
+    m_dateSeparator = separatorIn(pattern, QStringLiteral("dMy"), QStringLiteral("/"));
+    m_dateEnd = pattern.endsWith(u'.') ? QStringLiteral(".") : QString();
 }
 
-QString DateStyle::firstSeparator(const QList<Piece>& pieces) {
-    bool number = false;
-    for (const Piece& piece : pieces) {
-        if (piece.field != 0 && piece.field != u'a')
-            number = true;
-        else if (number && piece.field == 0)
-            return trimmed(piece.literal);
-    }
-    return {};
+void DateStyle::learnTime(const QString& pattern) {
+    const qsizetype hour = std::max(pattern.indexOf(u'H'), pattern.indexOf(u'h'));
+    m_hourWidth = hour >= 0 && hour + 1 < pattern.size() && pattern.at(hour + 1) == pattern.at(hour) ? 2 : 1;
+    const qsizetype half = pattern.indexOf(u'a', 0, Qt::CaseInsensitive);
+    m_halves = half >= 0 && !m_am.isEmpty() && m_am != m_pm;
+    m_halfInFront = m_halves && half < hour;
+    m_timeSeparator = trimmed(separatorIn(pattern, QStringLiteral("Hhms"), QStringLiteral(":")));
 }
 
-QString DateStyle::joined(const QList<Piece>& pieces, QDate date, QTime time) const {
-    const bool halves = std::any_of(pieces.begin(), pieces.end(),
-                                    [](const Piece& piece) { return piece.field == u'a'; });
+QString DateStyle::dateText(QDate date) const {
     QString text;
-    for (const Piece& piece : pieces) {
-        int number = 0;
-        switch (piece.field) {
-        case u'd': number = date.day(); break;
-        case u'M': number = date.month(); break;
-        case u'y': number = date.year(); break;
-        case u'h':
-        case u'H': number = halves && piece.field == u'h' ? (time.hour() + 11) % 12 + 1 : time.hour(); break;
-        case u'm': number = time.minute(); break;
-        case u's': number = time.second(); break;
-        case u'a': text += time.hour() < 12 ? m_am : m_pm; continue;
-        default: text += piece.literal; continue;
-        }
-        text += QString::number(number).rightJustified(piece.width, u'0');
+    for (qsizetype at = 0; at < m_order.size(); ++at) {
+        const QChar field = m_order.at(at);
+        const int number = field == u'd' ? date.day() : field == u'M' ? date.month() : date.year();
+        text += (at > 0 ? m_dateSeparator : QString()) + padded(number, m_widths.at(at));
     }
-    return text;
+    return text + m_dateEnd;
 }
 
-QString DateStyle::dateText(QDate date) const { return joined(m_date, date, {}); }
-QString DateStyle::timeText(QTime time) const { return joined(m_time, {}, time); }
+QString DateStyle::timeText(QTime time) const {
+    const int hour = m_halves ? (time.hour() + 11) % 12 + 1 : time.hour();
+    const QString text = padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2)
+                         + m_timeSeparator + padded(time.second(), 2);
+    if (!m_halves)
+        return text;
+    const QString& half = time.hour() < 12 ? m_am : m_pm;
+    return m_halfInFront ? half + u' ' + text : text + u' ' + half;
+}
 
 bool DateStyle::takeHalf(const QString& word, Scan& scan) const {
     const auto is = [&](const QString& text) {
@@ -139,9 +122,20 @@ bool DateStyle::takeHalf(const QString& word, Scan& scan) const {
     return scan.half != Scan::Half::none;
 }
 
-bool DateStyle::isLiteral(const QString& word) const {
-    const auto holds = [&](const Piece& piece) { return trimmed(piece.literal) == word; };
-    return std::any_of(m_date.begin(), m_date.end(), holds) || std::any_of(m_time.begin(), m_time.end(), holds);
+/// A separator, a half of the day, or a separator and a half behind it.
+bool DateStyle::takeBetween(const QString& between, Scan& scan) const {
+    QString separator;
+    QString rest = between;
+    if (!takeHalf(rest, scan)) {
+        if (isMark(rest.left(1))) {
+            separator = rest.left(1);
+            rest = trimmed(rest.mid(1));
+        }
+        if (!rest.isEmpty() && !takeHalf(rest, scan))
+            return false;
+    }
+    scan.separators += separator;
+    return true;
 }
 
 std::optional<DateStyle::Scan> DateStyle::scan(const QString& text) const {
@@ -149,19 +143,12 @@ std::optional<DateStyle::Scan> DateStyle::scan(const QString& text) const {
     Scan result;
     const QString plain = trimmed(plainBlanks(text));
     const auto isDigit = [](QChar mark) { return mark >= u'0' && mark <= u'9'; };
-    for (qsizetype at = 0; at <= plain.size();) {
+    for (qsizetype at = 0;;) {
         qsizetype end = at;
         while (end < plain.size() && !isDigit(plain.at(end)))
             ++end;
-        QString between = trimmed(plain.mid(at, end - at));
-        // The half of the day may stand before, between or behind the numbers.
-        if (takeHalf(between, result))
-            between.clear();
-        const bool marks = between.isEmpty()
-                           || (between.size() == 1 && QStringLiteral("/-.:,").contains(between));
-        if (!marks && !isLiteral(between))
+        if (!takeBetween(trimmed(plain.mid(at, end - at)), result))
             return std::nullopt;
-        result.separators += between;
         if (end == plain.size())
             break;
         at = end;
@@ -182,7 +169,7 @@ bool DateStyle::isTime(const Scan& scan) const {
         return true;
     const bool longNumber = std::any_of(scan.numbers.begin(), scan.numbers.end(),
                                         [](int number) { return number > 99; });
-    return separator == m_timeSeparator && !separator.isEmpty() && !longNumber;
+    return separator == m_timeSeparator && !longNumber;
 }
 
 QDate DateStyle::readDate(const Scan& scan) const {
@@ -196,7 +183,7 @@ QDate DateStyle::readDate(const Scan& scan) const {
     };
     if (scan.numbers.at(0) > 99)
         return in(QStringLiteral("yMd"));
-    if (m_order.size() == 3 && separator == m_dateSeparator) {
+    if (separator == trimmed(m_dateSeparator)) {
         const QDate date = in(m_order);
         if (date.isValid())
             return date;
@@ -204,38 +191,44 @@ QDate DateStyle::readDate(const Scan& scan) const {
     return in(QStringLiteral("Mdy"));
 }
 
-QTime DateStyle::readTime(const Scan& scan, qsizetype first) {
+QTime DateStyle::readTime(const Scan& scan, qsizetype first) const {
+    const bool seconds = first + 2 < scan.numbers.size();
+    for (qsizetype at = first + 1; at < scan.numbers.size(); ++at) {
+        const QString& separator = scan.separators.at(at);
+        if (separator != u":" && separator != m_timeSeparator)
+            return {};
+    }
     int hour = scan.numbers.at(first);
     if (scan.half != Scan::Half::none) {
         if (hour > 12)
             return {};
         hour = hour % 12 + (scan.half == Scan::Half::pm ? 12 : 0);
     }
-    const bool seconds = first + 2 < scan.numbers.size();
     return QTime(hour, scan.numbers.at(first + 1), seconds ? scan.numbers.at(first + 2) : 0);
 }
 
 std::optional<QDateTime> DateStyle::read(const QString& text) const {
     const auto found = scan(text);
-    if (!found)
+    if (!found || !found->separators.first().isEmpty())
         return std::nullopt;
+    const QString& end = found->separators.last();
     const qsizetype count = found->numbers.size();
     QDate date(1899, 12, 30);
     QTime time(0, 0);
-    if (count < 2 || count > 6 || count == 4)
-        return std::nullopt;
-    if (count <= 3 && isTime(*found)) {
+    if ((count == 2 || count == 3) && isTime(*found)) {
         time = readTime(*found, 0);
-    } else if (count >= 3) {
-        if (count == 3 && found->half != Scan::Half::none)
+    } else if (count == 3 && found->half == Scan::Half::none) {
+        date = readDate(*found);
+    } else if (count == 5 || count == 6) {
+        const QString& between = found->separators.at(3);
+        if (!between.isEmpty() && between != u"," && between != m_dateEnd)
             return std::nullopt;
         date = readDate(*found);
-        if (count > 3)
-            time = readTime(*found, 3);
+        time = readTime(*found, 3);
     } else {
         return std::nullopt;
     }
-    if (!date.isValid() || !time.isValid())
+    if (!date.isValid() || !time.isValid() || !(end.isEmpty() || end == m_dateEnd))
         return std::nullopt;
     return QDateTime(date, time, Qt::UTC);
 }

@@ -1,5 +1,6 @@
 // How one locale writes a date and a time of day: the default text, and reading it back.
-// Digits are always "0" to "9" and months always numbers, so that every text reads back.
+// Order, separators, widths and halves of the day are the locale's; digits are always "0" to "9" and
+// months always numbers, so that every text reads back.
 #pragma once
 
 #include <QDateTime>
@@ -21,30 +22,26 @@ public:
     std::optional<QDateTime> read(const QString& text) const;
 
 private:
-    /// A piece of a pattern: a field letter (d, M, y, H, h, m, s, a) with its width, or literal text.
-    struct Piece {
-        char16_t field = 0;
-        int width = 0;
-        QString literal;
-    };
     /// The numbers of a text and what stands between them.
     struct Scan;
 
-    static QList<Piece> pieces(const QString& pattern);
-    QString joined(const QList<Piece>& pieces, QDate date, QTime time) const;
-    static QString firstSeparator(const QList<Piece>& pieces);
+    void learnDate(const QString& pattern);
+    void learnTime(const QString& pattern);
     bool takeHalf(const QString& word, Scan& scan) const;
-    bool isLiteral(const QString& word) const;
+    bool takeBetween(const QString& between, Scan& scan) const;
     std::optional<Scan> scan(const QString& text) const;
     bool isTime(const Scan& scan) const;
     QDate readDate(const Scan& scan) const;
-    static QTime readTime(const Scan& scan, qsizetype first);
+    QTime readTime(const Scan& scan, qsizetype first) const;
 
-    QList<Piece> m_date;
-    QList<Piece> m_time;
-    QString m_order;  ///< "dMy" in the locale's order
+    QString m_order;                ///< "d", "M" and "y" in the locale's order
+    QList<int> m_widths;            ///< least digits of each
     QString m_dateSeparator;
+    QString m_dateEnd;              ///< the full stop that some locales put behind a date
     QString m_timeSeparator;
+    int m_hourWidth = 1;
+    bool m_halves = false;          ///< twelve hours with AM and PM
+    bool m_halfInFront = false;
     QString m_am;
     QString m_pm;
 };

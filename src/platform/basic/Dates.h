@@ -18,11 +18,15 @@ QDateTime fromSerial(double days);
 
 /// Default text: the system's short date with a four-digit year and long time ("3/7/2026 2:05:09 PM" in
 /// US English, which also serves C and POSIX). Date alone at midnight; time alone on the zero date
-/// (and the zero date itself reads as the time "12:00:00 AM").
+/// (and the zero date itself reads as the time "12:00:00 AM"). Digits are 0 to 9 in every language, months
+/// are numbers, blanks are U+0020. Throws typeMismatch for an invalid date.
 QString dateText(const QDateTime& date);
 
-/// A text back to a date: default text, the stored form, "MM-DD-YYYY" and a plain number (days).
-/// Throws typeMismatch on anything else, the empty text included.
+/// A text back to a date: default text, the stored form, "MM-DD-YYYY", a time alone and a plain number
+/// (days). A date with the system's own separator is read in the system's order where that gives a date,
+/// any other one month first; a year of three digits or more in front makes it year, month, day. Years of
+/// two digits: 00 to 29 are 20xx, 30 to 99 19xx. Throws typeMismatch on anything else, the empty text
+/// included, and overflow for a number of days outside the years 100 to 9999.
 QDateTime toDate(const QString& text);
 
 /// The digit 0 (as text) joined in front of the value, then read as a date; NULL gives the zero date.

@@ -12,7 +12,9 @@ namespace platform {
 
 /// A number by its picture. Rounds half away from zero on the decimal text. The point is always ".",
 /// the group separator ",". Sections are split by ";": positive, negative (empty: as positive with "-"),
-/// third part for an empty value (zero shows as 0).
+/// third part, taken as it stands, for an empty value (zero shows as 0). A minus sign goes in front of
+/// everything ("-$ 5.00"), and none goes before a value that rounds to zero. Text before and after the
+/// digit places is literal, points and commas included ("Fr. ###,##0.00"). Throws overflow for infinity.
 QString format(double value, const QString& picture);
 QString format(Currency value, const QString& picture);
 /// Text is formatted when the whole of it is a number, else it comes back as it is. NULL uses the third

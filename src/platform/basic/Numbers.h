@@ -8,10 +8,12 @@
 
 namespace platform {
 
-/// The number at the start of a text, blanks skipped ("12 ml" is 12, "1.5e3x" 1500, "abc" 0). Never fails.
+/// The number at the start of a text; blanks, tabs and line ends are skipped wherever they stand
+/// ("12 ml" is 12, "1 2" too, "1.5e3x" 1500, "abc" 0). Never fails; beyond the range the largest double.
 double leadingNumber(const QString& text);
 
-/// The whole text as a number; throws typeMismatch on anything else. Blanks around it are fine.
+/// The whole text as a number: sign, digits with a point, exponent. Blanks around it are fine; a group
+/// separator is not. Throws typeMismatch on anything else, overflow beyond the range.
 double toDouble(const QString& text);
 /// Any field value as a number: text by toDouble, flags -1/0, dates as days since 30 December 1899.
 /// NULL throws invalidUseOfNull.
@@ -26,14 +28,16 @@ std::int32_t toInt32(const QString& text);
 std::int16_t toInt16(const QVariant& value);
 std::int32_t toInt32(const QVariant& value);
 
-/// Default rendering with at most 15 significant digits: "0.1", "1200", "-2.5", "1E+15", "1E-07".
+/// Default rendering with at most 15 significant digits: "0.1", "1200", "-2.5". From 1E+15 up and below
+/// 0.0001 with an exponent of two digits at least: "1E+15", "1.5E-05". Throws overflow for infinity.
 QString numberText(double value);
 
 /// Rounds half away from zero on the decimal text of 15 significant digits (1.0005 to 3 places is 1.001).
-/// Gives the digits with exactly that many decimals, e.g. "1.001"; no exponent. decimals 0 to 10.
+/// Gives the digits with exactly that many decimals, e.g. "1.001"; no exponent, and no sign on zero. decimals 0 to 10.
 QString roundedText(double value, int decimals);
 
-/// quotient as 64-bit floating point; throws divisionByZero when the divisor is 0.
+/// quotient as 64-bit floating point; throws divisionByZero when the divisor is 0,
+/// overflow when the result is beyond the range.
 double quotient(double dividend, double divisor);
 
 /// Upper-case hexadecimal without leading zeros ("0" for 0).

@@ -2,6 +2,7 @@
 // platformPath turns one into this system's form at the moment it meets the file system.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace platform {
@@ -18,7 +19,9 @@ QString platformPath(const QString& path);
 bool fileExists(const QString& path);
 
 /// Writes the whole file or leaves the old one: temporary file in the same folder, flushed to the disk,
-/// renamed over. Throws permissionDenied, diskFull or deviceIo with the path in the description.
+/// renamed over. The new file keeps the old one's rights; a link stays and its target is written; a
+/// device is written straight. Throws permissionDenied (also for a read-only file in a folder that could
+/// be written), diskFull or deviceIo with the path in the description.
 void writeFile(const QString& path, const QByteArray& content);
 
 }  // namespace platform

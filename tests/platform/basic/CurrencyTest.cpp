@@ -1,0 +1,103 @@
+// Money: exact sums, half to even at the fourth decimal, texts without trailing zeros.
+#include "platform/basic/Currency.h"
+
+#include "Raises.h"
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+using namespace platform;
+
+namespace {
+
+constexpr auto most = std::numeric_limits<std::int64_t>::max();
+constexpr auto least = std::numeric_limits<std::int64_t>::min();
+
+}  // namespace
+
+TEST(Currency, FromDoubleTakesATieToEven) {
+    struct Row { double value; std::int64_t count; };
+    const Row rows[] = {
+        {0, 0}, {12.5, 125000}, {0.00005, 0}, {0.00015, 2}, {0.00025, 2}, {2.00005, 20000},
+        {2.00015, 20002}, {-0.00015, -2}, {-0.00025, -2}, {0.000051, 1}, {0.00004999, 0}, {0.1 + 0.2, 3000},
+        {1.23455, 12346}, {1.23445, 12344}, {99999999999.9999, 999999999999999},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(Currency::fromDouble(row.value).tenThousandths(), row.count) << row.value;
+}
+
+TEST(Currency, FromTextIsExact) {
+    struct Row { const char* text; std::int64_t count; };
+    const Row rows[] = {
+        {"12.5", 125000}, {" 3 ", 30000}, {"-0.07", -700}, {"0", 0}, {"012.5", 125000}, {"1E-04", 1},
+        {"1E+3", 10000000}, {".5", 5000}, {"0.00005", 0}, {"0.00015", 2}, {"0.000150000000000000001", 2},
+        {"0.000250000000000000001", 3}, {"922337203685477.5807", most}, {"-922337203685477.5808", least},
+        {"1e-99999", 0},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(Currency::fromText(row.text).tenThousandths(), row.count) << row.text;
+    for (const char* text : {"", " ", "abc", "1,5", "$5", "0-3", "1 2"})
+        EXPECT_RAISES(Currency::fromText(text), error::typeMismatch);
+}
+
+TEST(Currency, OutsideTheRangeOverflows) {
+    EXPECT_RAISES(Currency::fromText("922337203685477.5808"), error::overflow);
+    EXPECT_RAISES(Currency::fromText("-922337203685477.5809"), error::overflow);
+    EXPECT_RAISES(Currency::fromText("1e400"), error::overflow);
+    EXPECT_RAISES(Currency::fromDouble(1e15), error::overflow);
+    EXPECT_RAISES(Currency::fromDouble(std::nan("")), error::overflow);
+    EXPECT_RAISES(Currency::fromTenThousandths(most) + Currency::fromTenThousandths(1), error::overflow);
+    EXPECT_RAISES(Currency::fromTenThousandths(least) - Currency::fromTenThousandths(1), error::overflow);
+    EXPECT_RAISES(Currency::fromDouble(9e14) * 2, error::overflow);
+}
+
+TEST(Currency, TextHasNoTrailingZeros) {
+    struct Row { std::int64_t count; const char* text; };
+    const Row rows[] = {{0, "0"}, {125000, "12.5"}, {1000000, "100"}, {-700, "-0.07"}, {1, "0.0001"},
+                        {-1, "-0.0001"}, {10, "0.001"}, {123456, "12.3456"},
+                        {most, "922337203685477.5807"}, {least, "-922337203685477.5808"}};
+    for (const Row& row : rows)
+        EXPECT_EQ(Currency::fromTenThousandths(row.count).toText(), QString(row.text));
+}
+
+TEST(Currency, TextReadsBackExactly) {
+    std::mt19937_64 random(42);
+    for (int i = 0; i < 50000; ++i) {
+        const auto count = static_cast<std::int64_t>(random()) >> (i % 64);
+        const Currency money = Currency::fromTenThousandths(count);
+        ASSERT_EQ(Currency::fromText(money.toText()), money) << count;
+    }
+}
+
+TEST(Currency, DoubleReadsBackWithinFifteenDigits) {
+    std::mt19937_64 random(43);
+    std::uniform_int_distribution<std::int64_t> counts(-999999999999999, 999999999999999);
+    for (int i = 0; i < 50000; ++i) {
+        const Currency money = Currency::fromTenThousandths(counts(random));
+        ASSERT_EQ(Currency::fromDouble(money.toDouble()), money) << money.tenThousandths();
+    }
+}
+
+TEST(Currency, SumsStayExact) {
+    Currency sum;
+    for (int i = 0; i < 10000; ++i)
+        sum = sum + Currency::fromText("0.1");
+    EXPECT_EQ(sum.toText(), QString("1000"));
+    for (int i = 0; i < 10000; ++i)
+        sum = sum - Currency::fromText("0.1");
+    EXPECT_EQ(sum, Currency());
+}
+
+TEST(Currency, ProductIsFloatingPointThenRounded) {
+    EXPECT_EQ((Currency::fromText("12.3457") * 2.5).toText(), QString("30.8642"));   // 30.86425, tie to even
+    EXPECT_EQ((Currency::fromText("0.0001") * 0.5).toText(), QString("0"));          // 0.00005
+    EXPECT_EQ((Currency::fromText("0.0003") * 0.5).toText(), QString("0.0002"));     // 0.00015
+    EXPECT_EQ((Currency::fromText("19.99") * 0).toText(), QString("0"));
+    EXPECT_EQ((Currency::fromText("-19.99") * 2.5).toText(), QString("-49.975"));
+}
+
+TEST(Currency, Orders) {
+    EXPECT_LT(Currency::fromText("-1"), Currency());
+    EXPECT_GT(Currency::fromText("0.0002"), Currency::fromText("0.0001"));
+}

@@ -1,0 +1,204 @@
+// The program's folder, paths, and files that are written whole or not at all.
+#include "platform/basic/Paths.h"
+
+#include "Raises.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace platform;
+
+namespace {
+
+class Files : public testing::Test {
+protected:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    static QByteArray content(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    static void put(const QString& path, const QByteArray& content) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+    /// Names of all files there, hidden ones included.
+    QStringList names() const { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+
+    QTemporaryDir m_folder;
+};
+
+/// Limits the size of any written file, as a full disk would, and takes the limit off again.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+private:
+    rlimit m_before{};
+};
+
+/// Acts as an ordinary user for a while where the tests run as root, whom no right stops.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : m_before(geteuid()) {
+        if (m_before == 0) {
+            EXPECT_EQ(seteuid(65534), 0);
+        }
+    }
+    ~OrdinaryUser() {
+        if (m_before == 0) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+
+private:
+    uid_t m_before;
+};
+
+}  // namespace
+
+TEST(Paths, BackslashBecomesTheSystemsSeparator) {
+    EXPECT_EQ(platformPath("a\\b\\c.xml"), QString("a/b/c.xml"));
+    EXPECT_EQ(platformPath("/srv/x" + QString("\\options.xml")), QString("/srv/x/options.xml"));
+    EXPECT_EQ(platformPath(""), QString(""));
+}
+
+TEST(Paths, ProgramFolderIsTheExecutablesUnlessSet) {
+    setProgramFolder({});
+    const QString own = programFolder();
+    EXPECT_EQ(own, QFileInfo("/proc/self/exe").canonicalPath());
+    EXPECT_FALSE(own.endsWith(u'/'));
+    setProgramFolder("/srv/pharmacy/");
+    EXPECT_EQ(programFolder(), QString("/srv/pharmacy"));
+    setProgramFolder("/");
+    EXPECT_EQ(programFolder(), QString("/"));
+    setProgramFolder({});
+    EXPECT_EQ(programFolder(), own);
+}
+
+TEST_F(Files, ExistsMeansAFile) {
+    put(path("there.xml"), "x");
+    EXPECT_TRUE(fileExists(path("there.xml")));
+    EXPECT_TRUE(fileExists(m_folder.path() + "\\there.xml"));
+    EXPECT_FALSE(fileExists(path("missing.xml")));
+    EXPECT_FALSE(fileExists(m_folder.path()));
+    EXPECT_FALSE(fileExists(""));
+}
+
+TEST_F(Files, WritesNewAndReplacesOld) {
+    writeFile(path("a.xml"), "first");
+    EXPECT_EQ(content(path("a.xml")), "first");
+    writeFile(m_folder.path() + "\\a.xml", "second, longer");
+    EXPECT_EQ(content(path("a.xml")), "second, longer");
+    writeFile(path("a.xml"), "");
+    EXPECT_EQ(content(path("a.xml")), "");
+    EXPECT_EQ(names(), QStringList{"a.xml"});
+}
+
+TEST_F(Files, WritesBinaryAndLargeContent) {
+    QByteArray large;
+    for (int i = 0; i < 3'000'000; ++i)
+        large += static_cast<char>(i * 31);
+    writeFile(path("große Datei.bin"), large);
+    EXPECT_EQ(content(path("große Datei.bin")), large);
+}
+
+TEST_F(Files, KeepsTheRightsOfTheOldFile) {
+    put(path("secret.log"), "old");
+    ASSERT_EQ(chmod(path("secret.log").toLocal8Bit().constData(), 0600), 0);
+    writeFile(path("secret.log"), "new");
+    struct stat info {};
+    ASSERT_EQ(stat(path("secret.log").toLocal8Bit().constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777, 0600U);
+}
+
+TEST_F(Files, WritesThroughALink) {
+    put(path("real.xml"), "old");
+    ASSERT_TRUE(QFile::link(path("real.xml"), path("link.xml")));
+    writeFile(path("link.xml"), "new");
+    EXPECT_TRUE(QFileInfo(path("link.xml")).isSymLink());
+    EXPECT_EQ(content(path("real.xml")), "new");
+}
+
+TEST_F(Files, FullDiskLeavesTheOldFileAndNothingElse) {
+    put(path("a.xml"), "old");
+    {
+        const FullDisk disk(1000);
+        EXPECT_RAISES(writeFile(path("a.xml"), QByteArray(5000, 'x')), error::diskFull);
+        EXPECT_RAISES(writeFile(path("b.xml"), QByteArray(5000, 'x')), error::diskFull);
+    }
+    EXPECT_EQ(content(path("a.xml")), "old");
+    EXPECT_EQ(names(), QStringList{"a.xml"});
+}
+
+TEST_F(Files, FullDeviceIsADiskFull) { EXPECT_RAISES(writeFile("/dev/full", "x"), error::diskFull); }
+
+TEST_F(Files, ADeviceIsWrittenAndStaysADevice) {
+    writeFile("/dev/null", "x");
+    EXPECT_FALSE(QFileInfo("/dev/null").isFile());
+}
+
+TEST_F(Files, ReadOnlyFileAndFolderAreRefused) {
+    ASSERT_EQ(chmod(m_folder.path().toLocal8Bit().constData(), 0777), 0);
+    put(path("a.xml"), "old");
+    ASSERT_EQ(chmod(path("a.xml").toLocal8Bit().constData(), 0444), 0);
+    QDir(m_folder.path()).mkdir("closed");
+    ASSERT_EQ(chmod(path("closed").toLocal8Bit().constData(), 0555), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_RAISES(writeFile(path("a.xml"), "new"), error::permissionDenied);
+        EXPECT_RAISES(writeFile(path("closed/b.xml"), "new"), error::permissionDenied);
+    }
+    EXPECT_EQ(content(path("a.xml")), "old");
+    EXPECT_EQ(names(), QStringList{"a.xml"});
+}
+
+TEST_F(Files, MissingFolderAndFolderAsFileFailWithThePath) {
+    try {
+        writeFile(path("missing/a.xml"), "x");
+        ADD_FAILURE() << "nothing raised";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), error::deviceIo);
+        EXPECT_TRUE(error.description().contains(path("missing/a.xml")));
+    }
+    EXPECT_RAISES(writeFile(m_folder.path(), "x"), error::deviceIo);
+    EXPECT_RAISES(writeFile("", "x"), error::deviceIo);
+}
+
+TEST_F(Files, AKilledWriterLeavesTheOldFileWhole) {
+    const QByteArray old(100'000, 'o');
+    const QByteArray fresh(3'000'000, 'n');
+    put(path("a.xml"), old);
+    for (int round = 0; round < 10; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (;;) {
+                writeFile(path("a.xml"), fresh);
+                writeFile(path("a.xml"), old);
+            }
+        }
+        usleep(2000 * (round + 1));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const QByteArray found = content(path("a.xml"));
+        EXPECT_TRUE(found == old || found == fresh) << found.size();
+    }
+}
