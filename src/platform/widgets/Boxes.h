@@ -45,9 +45,11 @@ public:
     bool isReadOnlyBox() const override { return isReadOnly(); }
 };
 
-/// A number. Shows the display format when not focused, the edit format when focused, with the user's
-/// decimal separator. Takes the user's separator and the point; refuses ambiguous input with a hint
-/// ("1.234,5") and values outside its bounds; never guesses.
+/// A number. Shows the display format when not focused; while it is edited the number alone, with the
+/// decimals of the edit format and without currency and thousands marks. Takes the user's decimal separator
+/// and the point; refuses ambiguous input ("1.234,5" in English) and values outside its bounds with a hint
+/// and a red frame; never guesses, never clips. Values set by the program are shown as they are, whatever
+/// the bounds. While what is typed can't be taken, text() is empty and the value can't be read.
 class NumberBox : public QLineEdit, public Lockable {
     Q_OBJECT
 public:
@@ -56,11 +58,12 @@ public:
     /// The number as text with a point, e.g. "12.5"; the empty text when the box is empty.
     QString text() const;
     void setText(const QString& text);
-    /// Empty box: NULL.
+    void clear() { setText({}); }
+    /// Empty box: NULL. Throws typeMismatch, with the hint as its text, while the box is not acceptable.
     QVariant value() const;
     void setValue(double value);
     void setValue(Currency value);
-    /// An empty box counts as 0.
+    /// An empty box counts as 0. Throws as value().
     double toDouble() const;
     Currency toCurrency() const;
 
@@ -80,15 +83,24 @@ signals:
 protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    void showText(bool focused);
-    bool readTyped();
+    void showNumber(bool editing);
+    void setNumber(const QString& number);
+    void takeTyped();
+    void takeForeignText();
+    QString editText() const;
+    QString displayText() const;
+    QString problemOf(const QString& number, int decimals) const;
+    void requireAcceptable() const;
 
-    QString m_editFormat, m_displayFormat, m_hint;
-    QVariant m_value;
+    QString m_editFormat, m_displayFormat;
+    QString m_number;   // with a point; empty for none
+    QString m_problem;  // why what is typed can't be taken; empty when it can
     double m_minimum, m_maximum;
-    bool m_typed = false;
+    bool m_typed = false, m_showing = false;
 };
 
 /// A date: typing in the system's order, or the calendar. The zero date shows as an empty box.
@@ -99,8 +111,13 @@ public:
     /// The zero date when the box is empty.
     QDateTime value() const { return m_value; }
     void setValue(const QDateTime& value);
+    /// What the box shows.
     QString text() const;
+    /// A date as text; the empty text is the zero date. Throws typeMismatch on anything else.
+    void setText(const QString& text);
     void clear();
+    /// Whether what is typed is a date or nothing; a hint is shown when it is not, and value() stays at
+    /// the last good date.
     bool acceptable() const;
     /// Shows the time of day as well (a log's date).
     void setWithTime(bool on);
@@ -110,11 +127,19 @@ public:
 signals:
     void valueEdited();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
-    void readTyped();
+    void takeTyped();
+    void leave();
+    void showValue();
     void openCalendar();
+    void choose(const QDate& day);
 
     QDateTime m_value;
+    QString m_problem;
     bool m_withTime = false;
     QLineEdit* m_edit;
     QToolButton* m_button;
@@ -123,11 +148,13 @@ private:
 /// A drop-down list that can show a text outside its list. The wheel does not change it.
 class ChoiceBox : public QComboBox, public Lockable {
     Q_OBJECT
+    Q_PROPERTY(bool locked READ isReadOnlyBox)
 public:
     explicit ChoiceBox(QWidget* parent = nullptr);
     /// -1 when a text outside the list, or nothing, is shown.
     int listIndex() const;
-    /// Chooses a row (-1: none) and always raises clicked, also when unchanged.
+    /// Chooses a row and always raises clicked, also when unchanged. -1 or a row that the list lacks
+    /// chooses none and shows nothing.
     void setListIndex(int index);
     /// The text shown; setting it never raises clicked. A text of the list is chosen, any other is shown
     /// with listIndex -1.
@@ -135,6 +162,7 @@ public:
     void setBoxText(const QString& text);
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return m_locked; }
+    void showPopup() override;
 
 signals:
     /// The user or the program chose a row.
@@ -143,10 +171,11 @@ signals:
 protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void chooseByUser();
+
     bool m_locked = false;
     QString m_foreignText;
 };
@@ -168,7 +197,7 @@ public:
     void setBounds(int minimum, int maximum);
     void setMaximum(int maximum) { setBounds(m_minimum, maximum); }
     void setStep(int step) { m_step = step; }
-    /// The label that shows the value as it stands.
+    /// The label that shows the value as it stands, from the next change on.
     void setBuddy(QLabel* label);
 
 public slots:
@@ -183,7 +212,9 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void showBuddy();
+    QToolButton* makeArrow(const QString& picture, const QString& name);
+    void stepBy(int steps);
+    void change(int value);
 
     int m_value = 0, m_minimum = 0, m_maximum = 100, m_step = 1;
     QLabel* m_buddy = nullptr;

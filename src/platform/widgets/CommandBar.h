@@ -26,9 +26,14 @@ public:
     /// Only a grouping label.
     const QString& category() const { return m_category; }
     const QString& subBand() const { return m_subBand; }
+    /// Name of its picture.
+    const QString& icon() const { return m_icon; }
+    /// Portable text of its keys ("Ctrl+S"; several split by "; "), empty for none.
+    const QString& shortcut() const { return m_shortcut; }
 
     QString caption() const { return m_caption; }
     void setCaption(const QString& caption);
+    /// As it was set, a "&" included; what is shown leaves it out.
     QString toolTip() const { return m_toolTip; }
     void setToolTip(const QString& text);
     QString description() const { return m_description; }
@@ -53,7 +58,8 @@ private:
     void changed();
 
     Band& m_band;
-    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text;
+    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text,
+        m_shortcut;
     ToolKind m_kind;
     bool m_enabled = true, m_checked = false, m_visible = true;
     QPointer<QWidget> m_form;
@@ -73,7 +79,7 @@ public:
     /// Throws itemNotFound.
     Band& childBand(const QString& name);
 
-    // Building, once at start.
+    // Building, once at start, before the bar is attached to a window.
     Tool& addTool(ToolKind kind, const QString& name, const QString& category = {}, const QString& icon = {},
                   const QString& subBand = {}, const QString& shortcut = {});
     void addSeparator();
@@ -107,12 +113,15 @@ public:
     /// Draws the bar: menu bar and tool bars on the window, the side bar on its left; host bands share the
     /// place in the middle, the band of the given name stands at the right of it.
     void attach(QMainWindow& window, const QString& rightHostBand);
+    /// A window across the top of the middle, above the screens. Owned by the bar's window from then on.
+    void addStrip(QWidget& strip);
     /// Lays itself out again after changes.
     void recalcLayout();
-    /// Clicks a tool as a user would (only when enabled and visible).
+    /// Clicks a tool as a user would (only when enabled and visible); a text box tool takes the focus.
     void click(Tool& tool);
 
 signals:
+    /// A tool was clicked. A tool that opens a menu raises it before its menu comes up, wherever it stands.
     void toolClick(platform::Tool& tool);
     /// A key in a text box tool; 13 is Enter.
     void toolKeyPress(platform::Tool& tool, int key);
@@ -120,12 +129,13 @@ signals:
 private:
     friend class Tool;
     friend class Band;
+    void takeForm(const QWidget& form);
     void toolChanged(Tool& tool);
     void bandChanged(Band& band);
 
     class View;
-    std::unique_ptr<View> m_view;
     std::vector<std::unique_ptr<Band>> m_bands;
+    std::unique_ptr<View> m_view;
 };
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ask/Ask.h"
+#include "platform/widgets/Texts.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -12,12 +13,16 @@ class QtAsker : public Asker {
 public:
     explicit QtAsker(QWidget* parent = nullptr);
     void setParent(QWidget* parent) { m_parent = parent; }
+    /// Turns button captions ("OK", "Yes", "No", "Cancel") and the widgets' own hints into the user's language.
+    void setButtonTranslator(TextTranslator translator) { setTextTranslator(std::move(translator)); }
     Answer messageBox(const QString& prompt, BoxStyle style, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
     QString openFile(const QString& title, const QString& filter) override;
     void showModal(QObject& window, const std::function<void()>& exec) override;
 
 private:
+    QWidget* owner() const;
+
     QPointer<QWidget> m_parent;
 };
 

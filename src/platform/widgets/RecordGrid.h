@@ -11,6 +11,7 @@
 
 namespace platform {
 
+class RecordDelegate;
 class RecordModel;
 
 /// A column as designed; width in pixels at 100 %, 0 stretches.
@@ -20,7 +21,7 @@ struct GridColumn {
     int width = 0;
     bool editable = false;
     bool hidden = false;
-    QString numberFormat;  ///< picture, "" as the value stands, "Yes/No" for flags as words
+    QString numberFormat;  ///< picture, "" as the value stands, "Currency", "Yes/No" for flags as words
 };
 
 class RecordGrid : public QTableView {
@@ -50,17 +51,34 @@ public:
     bool commitEdit();
     /// Value of a column in the current row; NULL when there is no row.
     QVariant currentValue(int column) const;
-    /// Rows the user has selected.
+    /// Rows the user has selected. The row that is current after binding is not.
     int selectedCount() const;
+    /// Said in the middle of the grid while it has no rows.
+    void setEmptyText(const QString& text);
+
+    /// As high as its rows, between three and twelve of them.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     /// Told of a failed cell edit; the cell then shows the stored value again.
     std::function<void()> onEditFailed;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    bool focusNextPrevChild(bool next) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    void layOutColumns();
+    void followSet();
+    bool moveBy(int step);
+
     RecordModel* m_model;
+    RecordDelegate* m_delegate;
+    QString m_emptyText;
 };
 
 }  // namespace platform

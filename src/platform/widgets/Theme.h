@@ -1,4 +1,12 @@
 // The one place of colours, spacings and the style sheet; light and dark by the desktop's choice.
+// Widgets get a special look by a dynamic property, settable here or in a .ui file:
+//   card        a frame: surface, one-pixel line, rounded corners
+//   fieldLabel  a label beside a field: secondary colour, right-aligned
+//   heading     a label in semi-bold
+//   quiet       a label in small secondary text
+//   badge       a label as a small filled mark in the warning colour
+//   danger      a push button that stops or destroys
+//   primary     a push button for the main action of a window
 #pragma once
 
 #include <QColor>
@@ -12,17 +20,30 @@ namespace platform {
 
 struct Theme {
     QColor window, surface, line, text, secondaryText, accent, softAccent, alternateRow, good, warning, danger;
+    /// Text on a fill of accent, good, warning or danger.
+    QColor onFill;
+    /// Frame of a field that can be edited.
+    QColor fieldLine;
+    /// Texts and pictures of what is off.
+    QColor disabledText;
     bool dark = false;
 };
 
 /// The theme in force.
 const Theme& theme();
-/// Light or dark by the desktop; the environment of tests may force one.
+/// The two themes as designed, whichever is in force.
+const Theme& themeOf(bool dark);
+/// Light or dark by the desktop's own colours.
 void applyTheme(QApplication& application);
 void applyTheme(QApplication& application, bool dark);
 
-/// A picture of our own set ("first", "save", "chemical" ...), drawn in the text colour, grey when off.
+/// A picture of our own set ("first", "save", "chemicals" ...), drawn in the text colour, grey when off,
+/// accent when checked. An unknown name gives an empty icon.
 QIcon icon(const QString& name);
+/// The same in a colour of choice.
+QIcon icon(const QString& name, const QColor& color);
+/// The program's own icon.
+QIcon applicationIcon();
 
 /// The 8-pixel grid.
 inline constexpr int grid = 8;
@@ -31,5 +52,7 @@ inline constexpr int grid = 8;
 void makeCard(QWidget& frame);
 /// Secondary text colour, right-aligned label of a field.
 void makeFieldLabel(QWidget& label);
+/// Sets one of the dynamic properties above and draws the widget anew.
+void setLook(QWidget& widget, const char* property, bool on = true);
 
 }  // namespace platform

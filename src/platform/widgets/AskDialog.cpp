@@ -1,0 +1,152 @@
+// Texts are plain, can be selected and copied (Ctrl+C takes the whole message), and scroll when long.
+#include "platform/widgets/AskDialog.h"
+
+#include "platform/widgets/Texts.h"
+#include "platform/widgets/Theme.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace platform {
+
+namespace {
+
+constexpr int textWidth = 420;
+constexpr int longText = 600;  // characters from which a message scrolls
+constexpr int pictureSize = 36;
+
+QIcon pictureOf(Icon kind) {
+    switch (kind) {
+    case Icon::Critical:
+        return icon(QStringLiteral("error"), theme().danger);
+    case Icon::Exclamation:
+        return icon(QStringLiteral("warning"), theme().warning);
+    case Icon::Information:
+        return icon(QStringLiteral("info"), theme().accent);
+    case Icon::None:
+        break;
+    }
+    return {};
+}
+
+QWidget* messageText(const QString& prompt, QWidget* parent) {
+    auto* label = new QLabel(prompt, parent);
+    label->setObjectName(QStringLiteral("prompt"));
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setWordWrap(label->sizeHint().width() > textWidth);
+    if (label->wordWrap())
+        label->setMinimumWidth(textWidth);
+    if (prompt.size() < longText && prompt.count(u'\n') < 20)
+        return label;
+    auto* scroll = new QScrollArea(parent);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidget(label);
+    scroll->setMinimumSize(textWidth + 24, 240);
+    return scroll;
+}
+
+}  // namespace
+
+AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent)
+    : QDialog(parent) {
+    build(prompt, style.icon, title);
+    if (style.systemModal)
+        setWindowFlag(Qt::WindowStaysOnTopHint);
+    if (style.buttons == Buttons::Ok) {
+        m_answer = Answer::Ok;
+        addButton(QStringLiteral("OK"), Answer::Ok, true);
+        return;
+    }
+    addButton(QStringLiteral("Yes"), Answer::Yes, !style.secondIsDefault);
+    addButton(QStringLiteral("No"), Answer::No, style.secondIsDefault);
+    m_escapable = style.buttons == Buttons::YesNoCancel;
+    if (m_escapable)
+        addButton(QStringLiteral("Cancel"), Answer::Cancel, false);
+    else
+        setWindowFlag(Qt::WindowCloseButtonHint, false);
+}
+
+AskDialog::AskDialog(const QString& prompt, const QString& title, const QString& preset, QWidget* parent)
+    : QDialog(parent) {
+    build(prompt, Icon::None, title);
+    m_line = new QLineEdit(preset, this);
+    m_line->setObjectName(QStringLiteral("line"));
+    m_line->setAccessibleName(prompt);
+    m_line->setMinimumWidth(textWidth);
+    m_column->insertWidget(1, m_line);
+    m_column->insertSpacing(2, grid);
+    addButton(QStringLiteral("OK"), Answer::Ok, true);
+    addButton(QStringLiteral("Cancel"), Answer::Cancel, false);
+    m_line->selectAll();
+    m_line->setFocus();
+}
+
+void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
+    m_prompt = prompt;
+    setModal(true);
+    // A window without a title would bear the application's name; a blank is no title.
+    setWindowTitle(title.isEmpty() ? QStringLiteral(" ") : title);
+    m_column = new QVBoxLayout(this);
+    m_column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
+    m_column->setSpacing(2 * grid);
+    m_column->setSizeConstraint(QLayout::SetMinimumSize);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2 * grid);
+    if (kind != Icon::None) {
+        auto* picture = new QLabel(this);
+        picture->setObjectName(QStringLiteral("picture"));
+        picture->setPixmap(pictureOf(kind).pixmap(QSize(pictureSize, pictureSize), devicePixelRatioF()));
+        row->addWidget(picture, 0, Qt::AlignTop);
+    }
+    row->addWidget(messageText(prompt, this), 1, Qt::AlignVCenter);
+    m_column->addLayout(row);
+    m_column->addStretch();
+    m_buttons = new QHBoxLayout;
+    m_buttons->setSpacing(grid);
+    m_buttons->addStretch();
+    m_column->addLayout(m_buttons);
+}
+
+void AskDialog::addButton(const QString& caption, Answer answer, bool isDefault) {
+    auto* button = new QPushButton(widgetText(caption), this);
+    button->setObjectName(caption);
+    button->setMinimumWidth(88);
+    button->setDefault(isDefault);
+    if (isDefault && !m_line)
+        button->setFocus();
+    connect(button, &QPushButton::clicked, this, [this, answer] {
+        m_answer = answer;
+        done(answer == Answer::Cancel ? Rejected : Accepted);
+    });
+    m_buttons->addWidget(button);
+}
+
+QString AskDialog::line() const {
+    return m_line && m_answer == Answer::Ok ? m_line->text() : QString();
+}
+
+void AskDialog::reject() {
+    if (!m_escapable)
+        return;
+    if (m_answer != Answer::Ok)
+        m_answer = Answer::Cancel;
+    QDialog::reject();
+}
+
+void AskDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
+        QGuiApplication::clipboard()->setText(m_prompt);
+    else
+        QDialog::keyPressEvent(event);
+}
+
+}  // namespace platform

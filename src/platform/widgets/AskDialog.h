@@ -1,0 +1,42 @@
+// The window of a message box or of a question for one line of text.
+#pragma once
+
+#include "platform/ask/Ask.h"
+
+#include <QDialog>
+
+class QHBoxLayout;
+class QLineEdit;
+class QVBoxLayout;
+
+namespace platform {
+
+class AskDialog : public QDialog {
+    Q_OBJECT
+public:
+    /// A message box.
+    AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent);
+    /// A line of text, with OK and Cancel.
+    AskDialog(const QString& prompt, const QString& title, const QString& preset, QWidget* parent);
+
+    Answer answer() const { return m_answer; }
+    /// The line typed.
+    QString line() const;
+    void reject() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void build(const QString& prompt, Icon icon, const QString& title);
+    void addButton(const QString& caption, Answer answer, bool isDefault);
+
+    Answer m_answer = Answer::Cancel;
+    bool m_escapable = true;
+    QString m_prompt;
+    QLineEdit* m_line = nullptr;
+    QHBoxLayout* m_buttons = nullptr;
+    QVBoxLayout* m_column = nullptr;
+};
+
+}  // namespace platform

@@ -1,0 +1,41 @@
+// The accessible name is the tip, so that a button without a caption has a name too.
+#include "platform/widgets/BarButton.h"
+
+#include "platform/widgets/CommandBar.h"
+#include "platform/widgets/Theme.h"
+
+#include <QKeySequence>
+
+namespace platform {
+
+QString plainTip(const QString& tip) {
+    QString plain;
+    for (int i = 0; i < tip.size(); ++i) {
+        if (tip[i] == u'&' && ++i >= tip.size())
+            break;
+        plain += tip[i];
+    }
+    return plain;
+}
+
+BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent) : QToolButton(parent), m_tool(tool) {
+    setObjectName(tool.name());
+    setIcon(platform::icon(tool.icon()));
+    setIconSize({picture, picture});
+    setFixedSize(size);
+    setFocusPolicy(Qt::NoFocus);
+    setAutoRaise(true);
+    refresh();
+}
+
+void BarButton::refresh() {
+    const QString tip = plainTip(m_tool.toolTip());
+    const auto keys = QKeySequence::listFromString(m_tool.shortcut());
+    const QString key = keys.isEmpty() ? QString() : keys.first().toString(QKeySequence::NativeText);
+    setToolTip(tip.isEmpty() || key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));
+    setAccessibleName(tip.isEmpty() ? plainTip(m_tool.caption()) : tip);
+    setEnabled(m_tool.enabled());
+    setVisible(m_tool.visible());
+}
+
+}  // namespace platform

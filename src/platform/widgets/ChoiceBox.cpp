@@ -1,0 +1,82 @@
+// The list holds the choices; a text outside it is kept apart and only painted.
+#include "platform/widgets/Boxes.h"
+
+#include <QKeyEvent>
+#include <QStyle>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+#include <QWheelEvent>
+
+namespace platform {
+
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
+    // With a placeholder the first row added is not chosen by itself.
+    setPlaceholderText(QStringLiteral(" "));
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(8);
+    setMaxVisibleItems(14);
+    connect(this, &QComboBox::activated, this, &ChoiceBox::chooseByUser);
+}
+
+int ChoiceBox::listIndex() const {
+    return currentIndex();
+}
+
+void ChoiceBox::setListIndex(int index) {
+    m_foreignText.clear();
+    setCurrentIndex(index >= 0 && index < count() ? index : -1);
+    update();
+    emit clicked();
+}
+
+QString ChoiceBox::boxText() const {
+    return currentIndex() >= 0 ? currentText() : m_foreignText;
+}
+
+void ChoiceBox::setBoxText(const QString& text) {
+    const int row = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    m_foreignText = row < 0 ? text : QString();
+    setCurrentIndex(row);
+    update();
+}
+
+void ChoiceBox::setReadOnlyBox(bool on) {
+    if (on == m_locked)
+        return;
+    m_locked = on;
+    style()->unpolish(this);
+    style()->polish(this);
+    update();
+}
+
+void ChoiceBox::chooseByUser() {
+    m_foreignText.clear();
+    emit clicked();
+}
+
+void ChoiceBox::showPopup() {
+    if (!m_locked)
+        QComboBox::showPopup();
+}
+
+void ChoiceBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+void ChoiceBox::keyPressEvent(QKeyEvent* event) {
+    if (m_locked)
+        event->ignore();
+    else
+        QComboBox::keyPressEvent(event);
+}
+
+void ChoiceBox::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    option.currentText = boxText();
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+}  // namespace platform

@@ -1,0 +1,95 @@
+// Each hosted window gets a page of its own, made when it first comes here.
+#include "platform/widgets/HostArea.h"
+
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace platform {
+
+namespace {
+
+constexpr int rightWidth = 312;
+
+/// A page that is as wide and high as its place and scrolls only when the window can't shrink further.
+class Page : public QScrollArea {
+public:
+    explicit Page(QWidget* parent) : QScrollArea(parent) {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+    }
+    QSize minimumSizeHint() const override { return {200, 120}; }
+};
+
+/// The column at the right: never narrower than its content needs.
+class RightColumn : public QScrollArea {
+public:
+    explicit RightColumn(QWidget* parent) : QScrollArea(parent) {
+        setWidgetResizable(true);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    }
+    QSize sizeHint() const override {
+        return {widget() ? qMax(rightWidth, widget()->minimumSizeHint().width() + 1) : rightWidth, 200};
+    }
+    QSize minimumSizeHint() const override { return {sizeHint().width(), 120}; }
+};
+
+}  // namespace
+
+HostArea::HostArea(QWidget* parent)
+    : QWidget(parent), m_middle(new QVBoxLayout), m_pages(new QStackedWidget(this)), m_blank(new QWidget(this)),
+      m_right(new RightColumn(this)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    m_middle->setContentsMargins(0, 0, 0, 0);
+    m_middle->setSpacing(0);
+    m_middle->addWidget(m_pages, 1);
+    row->addLayout(m_middle, 1);
+    m_right->setObjectName(QStringLiteral("rightHost"));
+    m_right->hide();
+    row->addWidget(m_right);
+    m_pages->addWidget(m_blank);
+}
+
+void HostArea::setSideBar(QWidget& sideBar) {
+    static_cast<QHBoxLayout*>(layout())->insertWidget(0, &sideBar);
+}
+
+void HostArea::addStrip(QWidget& strip) {
+    m_middle->insertWidget(m_middle->count() - 1, &strip);
+}
+
+QScrollArea* HostArea::pageOf(QWidget& form) {
+    for (int i = 0; i < m_pages->count(); ++i)
+        if (auto* page = qobject_cast<QScrollArea*>(m_pages->widget(i)); page && page->widget() == &form)
+            return page;
+    auto* page = new Page(m_pages);
+    page->setObjectName(QStringLiteral("hostPage"));
+    page->setWidget(&form);
+    m_pages->addWidget(page);
+    return page;
+}
+
+void HostArea::keep(QWidget& form) {
+    pageOf(form);
+}
+
+void HostArea::showInMiddle(QWidget* form) {
+    QWidget* page = form ? pageOf(*form) : m_blank;
+    if (m_pages->currentWidget() != page)
+        m_pages->setCurrentWidget(page);
+}
+
+void HostArea::showAtRight(QWidget* form) {
+    if (form && m_right->widget() != form)
+        m_right->setWidget(form);
+    m_right->setVisible(form != nullptr);
+}
+
+}  // namespace platform

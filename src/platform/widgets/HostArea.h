@@ -1,0 +1,38 @@
+// The place of the hosted windows: one in the middle, chosen by the visible host band, and a column at
+// the right that stays. A window too tall or wide for its place scrolls.
+#pragma once
+
+#include <QWidget>
+#include <map>
+
+class QScrollArea;
+class QStackedWidget;
+class QVBoxLayout;
+
+namespace platform {
+
+class HostArea : public QWidget {
+    Q_OBJECT
+public:
+    explicit HostArea(QWidget* parent);
+
+    /// Stands at the left end.
+    void setSideBar(QWidget& sideBar);
+    void addStrip(QWidget& strip);
+    /// Shows a window in the middle; nullptr: an empty place.
+    void showInMiddle(QWidget* form);
+    /// Keeps a window that is not shown now.
+    void keep(QWidget& form);
+    /// Shows a window in the column at the right; nullptr: no column.
+    void showAtRight(QWidget* form);
+
+private:
+    QScrollArea* pageOf(QWidget& form);
+
+    QVBoxLayout* m_middle;
+    QStackedWidget* m_pages;
+    QWidget* m_blank;
+    QScrollArea* m_right;
+};
+
+}  // namespace platform

@@ -1,0 +1,22 @@
+// QDialog leaves its modal loop when it is hidden; Esc and the close box are led to one place.
+#include "platform/widgets/ModalForm.h"
+
+#include "platform/ask/Ask.h"
+
+#include <QApplication>
+
+namespace platform {
+
+ModalForm::ModalForm(QWidget* parent) : QDialog(parent) {}
+
+void ModalForm::showModal() {
+    if (!parentWidget() && QApplication::activeWindow() && QApplication::activeWindow() != this)
+        setParent(QApplication::activeWindow(), windowFlags());
+    asker().showModal(*this, [this] { exec(); });
+}
+
+void ModalForm::reject() {
+    onCloseBox();
+}
+
+}  // namespace platform

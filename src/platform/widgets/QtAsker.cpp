@@ -1,0 +1,49 @@
+// Every box belongs to the window on top, so that it is placed on it and blocks it.
+#include "platform/widgets/QtAsker.h"
+
+#include "platform/widgets/AskDialog.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+
+namespace platform {
+
+QtAsker::QtAsker(QWidget* parent) : m_parent(parent) {}
+
+QWidget* QtAsker::owner() const {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    return m_parent ? m_parent->window() : QApplication::activeWindow();
+}
+
+Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString& title) {
+    AskDialog box(prompt, style, title, owner());
+    box.exec();
+    return box.answer();
+}
+
+QString QtAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
+    AskDialog box(prompt, title, preset, owner());
+    box.exec();
+    return box.line();
+}
+
+QString QtAsker::openFile(const QString& title, const QString& filter) {
+    QFileDialog dialog(owner(), title);
+    // Only Qt's own dialog matches name patterns without regard to case on every desktop.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    const QString label = filter.section(u'|', 0, 0), pattern = filter.section(u'|', 1);
+    if (!pattern.isEmpty())
+        dialog.setNameFilter(QStringLiteral("%1 (%2)").arg(label, QString(pattern).replace(u';', u' ')));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().first());
+}
+
+void QtAsker::showModal(QObject&, const std::function<void()>& exec) {
+    exec();
+}
+
+}  // namespace platform

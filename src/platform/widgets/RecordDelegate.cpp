@@ -1,0 +1,146 @@
+// Editors are our own boxes, so that a cell takes a number or a date just as a field does.
+#include "platform/widgets/RecordDelegate.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/widgets/Boxes.h"
+#include "platform/widgets/RecordModel.h"
+#include "platform/widgets/Theme.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QTableView>
+
+namespace platform {
+
+namespace {
+
+constexpr int rowHeight = 36;
+constexpr int markSize = 16;
+
+}  // namespace
+
+RecordDelegate::RecordDelegate(RecordModel& model, QObject* parent) : QStyledItemDelegate(parent), m_model(model) {}
+
+QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 22, rowHeight};
+}
+
+void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const bool selected = option.state & QStyle::State_Selected;
+    const bool alternate = option.features & QStyleOptionViewItem::Alternate;
+    const auto* view = qobject_cast<const QTableView*>(option.widget);
+    const bool enabled = option.state & QStyle::State_Enabled;
+    painter->fillRect(option.rect, selected ? theme().softAccent
+                                   : alternate ? theme().alternateRow : theme().surface);
+    if (index.data(Qt::CheckStateRole).isValid()) {
+        if (index.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
+            QRect mark(0, 0, markSize, markSize);
+            mark.moveCenter(option.rect.center());
+            icon(QStringLiteral("check")).paint(painter, mark, Qt::AlignCenter,
+                                                enabled ? QIcon::Normal : QIcon::Disabled);
+        }
+    } else {
+        const QRect room = option.rect.adjusted(10, 0, -10, 0);
+        painter->setFont(option.font);
+        painter->setPen(enabled ? theme().text : theme().disabledText);
+        const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+        painter->drawText(room, static_cast<int>(alignment) | Qt::TextSingleLine,
+                          option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width()));
+    }
+    if (view && view->hasFocus() && view->currentIndex() == index) {
+        painter->setPen(QPen(theme().accent, 1));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
+    }
+}
+
+QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
+    QWidget* editor = nullptr;
+    if (m_model.kind(index.column()) == RecordModel::Kind::Number)
+        editor = new NumberBox(parent);
+    else
+        editor = new TextBox(parent);
+    editor->setObjectName(QStringLiteral("cellEditor"));
+    editor->setAccessibleName(m_model.shownCaption(index.column()));
+    m_editor = editor;
+    return editor;
+}
+
+void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    const QVariant value = index.data(Qt::EditRole);
+    if (auto* box = qobject_cast<NumberBox*>(editor)) {
+        if (value.metaType() == QMetaType::fromType<Currency>())
+            box->setValue(value.value<Currency>());
+        else if (value.isValid())
+            box->setValue(value.toDouble());
+        box->selectAll();
+    } else if (auto* line = qobject_cast<TextBox*>(editor)) {
+        const bool date = m_model.kind(index.column()) == RecordModel::Kind::Date;
+        line->setText(date && value.isValid() ? dateText(value.toDateTime()) : value.toString());
+        line->selectAll();
+    }
+}
+
+void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
+    if (m_writing)
+        return;
+    const QScopedValueRollback writing(m_writing, true);
+    const auto* line = qobject_cast<QLineEdit*>(editor);
+    if (!line || !line->isModified())
+        return;
+    const auto* box = qobject_cast<NumberBox*>(editor);
+    if (box && !box->acceptable())
+        m_model.refuse(box->accessibleDescription());
+    else
+        model->setData(index, box ? (box->text().isEmpty() ? QVariant() : QVariant(box->text()))
+                                  : QVariant(line->text()), Qt::EditRole);
+}
+
+void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex&) const {
+    editor->setGeometry(option.rect.adjusted(1, 1, -1, -1));
+}
+
+bool RecordDelegate::refusesToLeave(QObject* editor) const {
+    const auto* box = qobject_cast<NumberBox*>(editor);
+    return box && !box->acceptable();
+}
+
+bool RecordDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (m_writing)
+        return event->type() == QEvent::FocusOut;
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool leaves = key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Return
+                            || key == Qt::Key_Enter;
+        if (leaves && refusesToLeave(watched))
+            return true;
+        if (key == Qt::Key_Escape) {
+            emit closeEditor(qobject_cast<QWidget*>(watched), RevertModelCache);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(watched, event);
+}
+
+bool RecordDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) {
+    if (!(model->flags(index) & Qt::ItemIsUserCheckable))
+        return false;
+    bool toggles = false;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        toggles = mouse->button() == Qt::LeftButton && option.rect.contains(mouse->position().toPoint());
+    } else if (event->type() == QEvent::KeyPress) {
+        toggles = static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+    }
+    if (!toggles)
+        return false;
+    const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,40 @@
+// Paints the cells of a record grid (check marks for flags) and gives each kind of value its editor.
+#pragma once
+
+#include <QPointer>
+#include <QStyledItemDelegate>
+
+namespace platform {
+
+class RecordModel;
+
+class RecordDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    RecordDelegate(RecordModel& model, QObject* parent);
+    /// The open editor, if any.
+    QWidget* editor() const { return m_editor; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override;
+
+private:
+    bool refusesToLeave(QObject* editor) const;
+
+    RecordModel& m_model;
+    mutable QPointer<QWidget> m_editor;
+    mutable bool m_writing = false;
+};
+
+}  // namespace platform

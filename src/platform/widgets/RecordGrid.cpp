@@ -1,0 +1,237 @@
+// The view: columns, keys and the tie between its current row and the set's.
+#include "platform/widgets/RecordGrid.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/RecordDelegate.h"
+#include "platform/widgets/RecordModel.h"
+#include "platform/widgets/Theme.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace platform {
+
+namespace {
+
+constexpr int rowPixels = 36;
+constexpr int headerPixels = 34;
+
+}  // namespace
+
+RecordGrid::RecordGrid(QWidget* parent)
+    : QTableView(parent), m_model(new RecordModel(this)), m_delegate(new RecordDelegate(*m_model, this)) {
+    setItemDelegate(m_delegate);
+    setModel(m_model);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    setEditTriggers(AnyKeyPressed | DoubleClicked | EditKeyPressed | SelectedClicked);
+    setTabKeyNavigation(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(rowPixels);
+    verticalHeader()->setMinimumSectionSize(rowPixels);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setFixedHeight(headerPixels);
+    horizontalHeader()->setMinimumSectionSize(40);
+    connect(m_model, &RecordModel::setChanged, this, &RecordGrid::followSet);
+    connect(m_model, &RecordModel::editFailed, this, [this] {
+        if (onEditFailed)
+            onEditFailed();
+    });
+}
+
+RecordGrid::~RecordGrid() {
+    setModel(nullptr);
+}
+
+void RecordGrid::setColumns(std::vector<GridColumn> columns) {
+    m_model->setColumns(std::move(columns));
+    layOutColumns();
+}
+
+void RecordGrid::layOutColumns() {
+    for (int i = 0; i < static_cast<int>(columns().size()); ++i) {
+        const GridColumn& column = columns()[static_cast<std::size_t>(i)];
+        setColumnHidden(i, column.hidden);
+        horizontalHeader()->setSectionResizeMode(i, column.width > 0 ? QHeaderView::Interactive
+                                                                     : QHeaderView::Stretch);
+        if (column.width > 0)
+            setColumnWidth(i, column.width);
+    }
+}
+
+const std::vector<GridColumn>& RecordGrid::columns() const {
+    return m_model->columns();
+}
+
+int RecordGrid::columnByCaption(const QString& designCaption) const {
+    for (std::size_t i = 0; i < columns().size(); ++i)
+        if (columns()[i].caption == designCaption)
+            return static_cast<int>(i);
+    throw RuntimeError(error::itemNotFound, QStringLiteral("The grid has no column \"%1\"").arg(designCaption));
+}
+
+int RecordGrid::columnByField(const QString& field) const {
+    for (std::size_t i = 0; i < columns().size(); ++i)
+        if (columns()[i].field.compare(field, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    throw RuntimeError(error::itemNotFound, QStringLiteral("The grid has no field \"%1\"").arg(field));
+}
+
+void RecordGrid::setShownCaption(int column, const QString& caption) {
+    m_model->setShownCaption(column, caption);
+}
+
+QString RecordGrid::shownCaption(int column) const {
+    return m_model->shownCaption(column);
+}
+
+void RecordGrid::setNumberFormat(int column, const QString& picture) {
+    m_model->setNumberFormat(column, picture);
+}
+
+void RecordGrid::setDataSource(const RecordsetPtr& rows) {
+    m_model->setRows(rows);
+    followSet();
+}
+
+const RecordsetPtr& RecordGrid::dataSource() const {
+    return m_model->rows();
+}
+
+void RecordGrid::rebind() {
+    m_model->readAgain();
+    followSet();
+}
+
+void RecordGrid::followSet() {
+    updateGeometry();
+    const auto& rows = m_model->rows();
+    const auto row = rows && rows->isOpen() ? static_cast<int>(rows->position()) : -1;
+    if (row == currentIndex().row())
+        return;
+    int column = qMax(0, currentIndex().column());
+    while (column < m_model->columnCount() && isColumnHidden(column))
+        ++column;
+    const bool had = selectedCount() > 0;
+    selectionModel()->setCurrentIndex(m_model->index(row, column),
+                                      had ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                          : QItemSelectionModel::NoUpdate);
+}
+
+bool RecordGrid::allowUpdate() const {
+    return m_model->allowUpdate();
+}
+
+void RecordGrid::setAllowUpdate(bool on) {
+    m_model->setAllowUpdate(on);
+}
+
+bool RecordGrid::commitEdit() {
+    QWidget* editor = m_delegate->editor();
+    if (!editor || state() != EditingState)
+        return true;
+    const bool modified = qobject_cast<QLineEdit*>(editor)->isModified();
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return !modified || m_model->lastEditTaken();
+}
+
+QVariant RecordGrid::currentValue(int column) const {
+    const auto& rows = m_model->rows();
+    return rows && rows->isOpen() ? m_model->value(static_cast<int>(rows->position()), column) : QVariant();
+}
+
+int RecordGrid::selectedCount() const {
+    return static_cast<int>(selectionModel()->selectedRows().size());
+}
+
+void RecordGrid::setEmptyText(const QString& text) {
+    m_emptyText = text;
+    viewport()->update();
+}
+
+QSize RecordGrid::sizeHint() const {
+    return {480, headerPixels + rowPixels * qBound(3, m_model->rowCount(), 12) + 2};
+}
+
+QSize RecordGrid::minimumSizeHint() const {
+    return {160, headerPixels + rowPixels * 2};
+}
+
+void RecordGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (current.isValid() && current.row() != previous.row() && !m_model->makeCurrent(current.row()))
+        QMetaObject::invokeMethod(this, &RecordGrid::followSet, Qt::QueuedConnection);
+}
+
+bool RecordGrid::moveBy(int step) {
+    int row = currentIndex().row(), column = currentIndex().column();
+    const int columns = m_model->columnCount();
+    do {
+        column += step;
+        if (column < 0 || column >= columns) {
+            row += step;
+            column = step > 0 ? 0 : columns - 1;
+        }
+        if (row < 0 || row >= m_model->rowCount())
+            return false;
+    } while (isColumnHidden(column));
+    setCurrentIndex(m_model->index(row, column));
+    return true;
+}
+
+QModelIndex RecordGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action != MoveNext && action != MovePrevious)
+        return QTableView::moveCursor(action, modifiers);
+    return moveBy(action == MoveNext ? 1 : -1) ? currentIndex() : QModelIndex();
+}
+
+bool RecordGrid::focusNextPrevChild(bool next) {
+    if (allowUpdate() && state() != EditingState && currentIndex().isValid() && moveBy(next ? 1 : -1))
+        return true;
+    return QTableView::focusNextPrevChild(next);
+}
+
+void RecordGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const bool entered = hint == QAbstractItemDelegate::SubmitModelCache;
+    const bool moves = hint == QAbstractItemDelegate::EditNextItem || hint == QAbstractItemDelegate::EditPreviousItem;
+    QTableView::closeEditor(editor, moves || entered ? QAbstractItemDelegate::NoHint : hint);
+    if (moves)
+        moveBy(hint == QAbstractItemDelegate::EditNextItem ? 1 : -1);
+    if (entered && currentIndex().row() + 1 < m_model->rowCount())
+        setCurrentIndex(currentIndex().siblingAtRow(currentIndex().row() + 1));
+}
+
+void RecordGrid::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || state() == EditingState) {
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    if (!allowUpdate())
+        event->ignore();
+    else if (currentIndex().isValid() && currentIndex().row() + 1 < m_model->rowCount())
+        setCurrentIndex(currentIndex().siblingAtRow(currentIndex().row() + 1));
+}
+
+void RecordGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (m_model->rowCount() > 0 || m_emptyText.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(theme().secondaryText);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+}  // namespace platform

@@ -1,0 +1,12 @@
+// The program's one style sheet, written for the colours of a theme.
+#pragma once
+
+#include <QString>
+
+namespace platform {
+
+struct Theme;
+
+QString styleSheet(const Theme& theme);
+
+}  // namespace platform

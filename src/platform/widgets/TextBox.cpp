@@ -1,0 +1,38 @@
+// One line of text, and the several lines of a memo: a locked box is a quiet surface.
+#include "platform/widgets/Boxes.h"
+
+#include <QStyle>
+
+namespace platform {
+
+namespace {
+
+/// The style sheet looks at the read-only state only when told to.
+void restyle(QWidget& box) {
+    box.style()->unpolish(&box);
+    box.style()->polish(&box);
+}
+
+}  // namespace
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {}
+
+void TextBox::setReadOnlyBox(bool on) {
+    if (on == isReadOnly())
+        return;
+    setReadOnly(on);
+    restyle(*this);
+}
+
+MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setTabChangesFocus(true);
+}
+
+void MemoBox::setReadOnlyBox(bool on) {
+    if (on == isReadOnly())
+        return;
+    setReadOnly(on);
+    restyle(*this);
+}
+
+}  // namespace platform
