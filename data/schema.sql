@@ -13,9 +13,9 @@ CREATE TABLE Chemical (
     chm_Lot TEXT(40) COLLATE NOCASE,
     chm_NDC TEXT(30) COLLATE NOCASE,
     chm_Cost CURRENCY
-        CHECK (typeof(chm_Cost) <> 'text' AND abs(round(chm_Cost, 4) - chm_Cost) < 0.00001),
+        CONSTRAINT chm_Cost CHECK (typeof(chm_Cost) <> 'text' AND abs(round(chm_Cost, 4) - chm_Cost) < 0.00001),
     chm_AWP CURRENCY
-        CHECK (typeof(chm_AWP) <> 'text' AND abs(round(chm_AWP, 4) - chm_AWP) < 0.00001),
+        CONSTRAINT chm_AWP CHECK (typeof(chm_AWP) <> 'text' AND abs(round(chm_AWP, 4) - chm_AWP) < 0.00001),
     chm_Notes LONGTEXT,
     chm_Form TEXT(20) COLLATE NOCASE,
     chm_GUID TEXT(40) COLLATE NOCASE,
@@ -31,13 +31,13 @@ CREATE TABLE Formula (
     frm_Units TEXT(20) COLLATE NOCASE,
     frm_Instructions LONGTEXT,
     frm_Quantity SMALLINT
-        CHECK (typeof(frm_Quantity) IN ('integer', 'null') AND (frm_Quantity BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT frm_Quantity CHECK (typeof(frm_Quantity) IN ('integer', 'null') AND frm_Quantity BETWEEN -32768 AND 32767),
     frm_JarSize SMALLINT
-        CHECK (typeof(frm_JarSize) IN ('integer', 'null') AND (frm_JarSize BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT frm_JarSize CHECK (typeof(frm_JarSize) IN ('integer', 'null') AND frm_JarSize BETWEEN -32768 AND 32767),
     frm_FormType SMALLINT
-        CHECK (typeof(frm_FormType) IN ('integer', 'null') AND (frm_FormType BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT frm_FormType CHECK (typeof(frm_FormType) IN ('integer', 'null') AND frm_FormType BETWEEN -32768 AND 32767),
     frm_AWP CURRENCY
-        CHECK (typeof(frm_AWP) <> 'text' AND abs(round(frm_AWP, 4) - frm_AWP) < 0.00001),
+        CONSTRAINT frm_AWP CHECK (typeof(frm_AWP) <> 'text' AND abs(round(frm_AWP, 4) - frm_AWP) < 0.00001),
     frm_NDC TEXT(30) COLLATE NOCASE,
     frm_GUID TEXT(40) COLLATE NOCASE,
     frm_Mix LONGTEXT
@@ -47,44 +47,44 @@ CREATE TABLE Formula (
 CREATE TABLE FormChem (
     FormChemID INTEGER PRIMARY KEY AUTOINCREMENT,
     FormulaID INTEGER NOT NULL REFERENCES Formula (FormulaID)
-        CHECK (typeof(FormulaID) IN ('integer', 'null')),
+        CONSTRAINT FormulaID CHECK (typeof(FormulaID) IN ('integer', 'null')),
     ChemicalID INTEGER NOT NULL REFERENCES Chemical (ChemicalID)
-        CHECK (typeof(ChemicalID) IN ('integer', 'null')),
+        CONSTRAINT ChemicalID CHECK (typeof(ChemicalID) IN ('integer', 'null')),
     fch_Qty DOUBLE
-        CHECK (typeof(fch_Qty) IN ('real', 'null')),
+        CONSTRAINT fch_Qty CHECK (typeof(fch_Qty) IN ('real', 'null')),
     fch_QS YESNO NOT NULL DEFAULT 0
-        CHECK (fch_QS IN (0, 1)),
+        CONSTRAINT fch_QS CHECK (fch_QS IN (0, 1)),
     fch_Active YESNO NOT NULL DEFAULT 0
-        CHECK (fch_Active IN (0, 1))
+        CONSTRAINT fch_Active CHECK (fch_Active IN (0, 1))
 );
 
 -- One row for each batch made, with copies of the formula's texts. FormulaID is a hint only.
 CREATE TABLE Log (
     LogID INTEGER PRIMARY KEY AUTOINCREMENT,
     FormulaID INTEGER
-        CHECK (typeof(FormulaID) IN ('integer', 'null')),
+        CONSTRAINT FormulaID CHECK (typeof(FormulaID) IN ('integer', 'null')),
     log_Name TEXT(100) COLLATE NOCASE,
     log_Strength TEXT(40) COLLATE NOCASE,
     log_Desc TEXT(255) COLLATE NOCASE,
     log_Units TEXT(20) COLLATE NOCASE,
     log_FormType SMALLINT
-        CHECK (typeof(log_FormType) IN ('integer', 'null') AND (log_FormType BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT log_FormType CHECK (typeof(log_FormType) IN ('integer', 'null') AND log_FormType BETWEEN -32768 AND 32767),
     log_Quantity SMALLINT
-        CHECK (typeof(log_Quantity) IN ('integer', 'null') AND (log_Quantity BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT log_Quantity CHECK (typeof(log_Quantity) IN ('integer', 'null') AND log_Quantity BETWEEN -32768 AND 32767),
     log_JarSize SMALLINT
-        CHECK (typeof(log_JarSize) IN ('integer', 'null') AND (log_JarSize BETWEEN -32768 AND 32767) IS NOT 0),
+        CONSTRAINT log_JarSize CHECK (typeof(log_JarSize) IN ('integer', 'null') AND log_JarSize BETWEEN -32768 AND 32767),
     log_NDC TEXT(30) COLLATE NOCASE,
     log_Date DATETIME
-        CHECK (datetime(log_Date) IS log_Date),
+        CONSTRAINT log_Date CHECK (datetime(log_Date) IS log_Date),
     log_Lot TEXT(40) COLLATE NOCASE,
     log_Initials TEXT(20) COLLATE NOCASE,
     log_Verified TEXT(20) COLLATE NOCASE,
     log_Results LONGTEXT,
     log_Version TEXT(40) COLLATE NOCASE,
     log_AWP CURRENCY
-        CHECK (typeof(log_AWP) <> 'text' AND abs(round(log_AWP, 4) - log_AWP) < 0.00001),
+        CONSTRAINT log_AWP CHECK (typeof(log_AWP) <> 'text' AND abs(round(log_AWP, 4) - log_AWP) < 0.00001),
     log_Cost CURRENCY
-        CHECK (typeof(log_Cost) <> 'text' AND abs(round(log_Cost, 4) - log_Cost) < 0.00001),
+        CONSTRAINT log_Cost CHECK (typeof(log_Cost) <> 'text' AND abs(round(log_Cost, 4) - log_Cost) < 0.00001),
     log_Notes LONGTEXT,
     log_Mix LONGTEXT
 );
@@ -93,22 +93,22 @@ CREATE TABLE Log (
 CREATE TABLE LogChem (
     LogChemID INTEGER PRIMARY KEY AUTOINCREMENT,
     LogID INTEGER NOT NULL REFERENCES Log (LogID) ON DELETE CASCADE
-        CHECK (typeof(LogID) IN ('integer', 'null')),
+        CONSTRAINT LogID CHECK (typeof(LogID) IN ('integer', 'null')),
     ChemicalID INTEGER
-        CHECK (typeof(ChemicalID) IN ('integer', 'null')),
+        CONSTRAINT ChemicalID CHECK (typeof(ChemicalID) IN ('integer', 'null')),
     lch_Name TEXT(100) COLLATE NOCASE,
     lch_Units TEXT(20) COLLATE NOCASE,
     lch_Lot TEXT(40) COLLATE NOCASE,
     lch_NDC TEXT(30) COLLATE NOCASE,
     lch_Cost CURRENCY
-        CHECK (typeof(lch_Cost) <> 'text' AND abs(round(lch_Cost, 4) - lch_Cost) < 0.00001),
+        CONSTRAINT lch_Cost CHECK (typeof(lch_Cost) <> 'text' AND abs(round(lch_Cost, 4) - lch_Cost) < 0.00001),
     lch_AWP CURRENCY
-        CHECK (typeof(lch_AWP) <> 'text' AND abs(round(lch_AWP, 4) - lch_AWP) < 0.00001),
+        CONSTRAINT lch_AWP CHECK (typeof(lch_AWP) <> 'text' AND abs(round(lch_AWP, 4) - lch_AWP) < 0.00001),
     lch_Supplier TEXT(80) COLLATE NOCASE,
     lch_Form TEXT(20) COLLATE NOCASE,
     lch_GUID TEXT(40) COLLATE NOCASE,
     lch_QTY DOUBLE
-        CHECK (typeof(lch_QTY) IN ('real', 'null'))
+        CONSTRAINT lch_QTY CHECK (typeof(lch_QTY) IN ('real', 'null'))
 );
 
 -- One row for each patient.
@@ -123,7 +123,7 @@ CREATE TABLE Patient (
     pat_Zip TEXT(20) COLLATE NOCASE,
     pat_Country TEXT(40) COLLATE NOCASE,
     pat_BDay DATETIME
-        CHECK (datetime(pat_BDay) IS pat_BDay),
+        CONSTRAINT pat_BDay CHECK (datetime(pat_BDay) IS pat_BDay),
     pat_Phone TEXT(30) COLLATE NOCASE,
     pat_Fax TEXT(30) COLLATE NOCASE,
     pat_Notes LONGTEXT
@@ -133,17 +133,17 @@ CREATE TABLE Patient (
 CREATE TABLE RXs (
     RXsID INTEGER PRIMARY KEY AUTOINCREMENT,
     LogID INTEGER NOT NULL REFERENCES Log (LogID)
-        CHECK (typeof(LogID) IN ('integer', 'null')),
+        CONSTRAINT LogID CHECK (typeof(LogID) IN ('integer', 'null')),
     PatientID INTEGER NOT NULL REFERENCES Patient (PatientID)
-        CHECK (typeof(PatientID) IN ('integer', 'null')),
+        CONSTRAINT PatientID CHECK (typeof(PatientID) IN ('integer', 'null')),
     rxs_Date DATETIME
-        CHECK (datetime(rxs_Date) IS rxs_Date),
+        CONSTRAINT rxs_Date CHECK (datetime(rxs_Date) IS rxs_Date),
     rxs_QTY DOUBLE
-        CHECK (typeof(rxs_QTY) IN ('real', 'null')),
+        CONSTRAINT rxs_QTY CHECK (typeof(rxs_QTY) IN ('real', 'null')),
     rxs_Cost CURRENCY
-        CHECK (typeof(rxs_Cost) <> 'text' AND abs(round(rxs_Cost, 4) - rxs_Cost) < 0.00001),
+        CONSTRAINT rxs_Cost CHECK (typeof(rxs_Cost) <> 'text' AND abs(round(rxs_Cost, 4) - rxs_Cost) < 0.00001),
     rxs_Price CURRENCY
-        CHECK (typeof(rxs_Price) <> 'text' AND abs(round(rxs_Price, 4) - rxs_Price) < 0.00001),
+        CONSTRAINT rxs_Price CHECK (typeof(rxs_Price) <> 'text' AND abs(round(rxs_Price, 4) - rxs_Price) < 0.00001),
     rxs_Consult TEXT(60) COLLATE NOCASE,
     rxs_Doctor TEXT(80) COLLATE NOCASE
 );
@@ -151,7 +151,7 @@ CREATE TABLE RXs (
 -- One row: the version of this file.
 CREATE TABLE Options (
     opt_Version DOUBLE
-        CHECK (typeof(opt_Version) = 'real')
+        CONSTRAINT opt_Version CHECK (typeof(opt_Version) = 'real')
 );
 INSERT INTO Options (opt_Version) VALUES (1);
 
