@@ -1,0 +1,130 @@
+// Copies by the engine's own backup interface; a file is complete and checked before it gets its name.
+#include "platform/data/Backup.h"
+
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+
+#include <QFile>
+#include <sqlite3.h>
+
+namespace platform {
+
+namespace {
+
+ConnectionPtr openDatabase(const QString& file) {
+    auto connection = std::make_shared<Connection>();
+    connection->open(QStringLiteral("Data Source=") + file);
+    return connection;
+}
+
+[[noreturn]] void fail(std::int32_t number, const QString& reason) {
+    throw RuntimeError(number, reason, QStringLiteral("Database"));
+}
+
+/// A file under a name of its own that goes with the object unless it was kept.
+class UnfinishedFile {
+public:
+    explicit UnfinishedFile(const QString& target) : m_path(target + QStringLiteral(".part")) {
+        QFile::remove(m_path);
+        QFile file(m_path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+            fail(error::permissionDenied,
+                 QStringLiteral("\"%1\" can't be created: %2").arg(m_path, file.errorString()));
+    }
+    ~UnfinishedFile() { QFile::remove(m_path); }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    const QString& path() const { return m_path; }
+    void rename(const QString& target) const {
+        if (!QFile::rename(m_path, target))
+            fail(error::permissionDenied, QStringLiteral("\"%1\" can't be written").arg(target));
+    }
+
+private:
+    QString m_path;
+};
+
+void copyPages(sqlite3* source, const QString& path) {
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> target(opened, sqlite3_close);
+    if (code != SQLITE_OK)
+        sqlite::fail(opened, {});
+    sqlite3_backup* backup = sqlite3_backup_init(opened, "main", source, "main");
+    if (!backup)
+        sqlite::fail(opened, {});
+    sqlite3_backup_step(backup, -1);
+    if (sqlite3_backup_finish(backup) != SQLITE_OK)
+        sqlite::fail(opened, {});
+}
+
+void copyChecked(const QString& file, const UnfinishedFile& target) {
+    copyPages(openDatabase(file)->handle(), target.path());
+    const QStringList problems = integrityProblems(target.path());
+    if (!problems.isEmpty())
+        fail(error::deviceIo, QStringLiteral("The copy of \"%1\" is not sound: %2").arg(file, problems.first()));
+}
+
+/// "name.before-restore", with a number behind it where that is taken.
+QString freeName(const QString& file) {
+    QString name = file + QStringLiteral(".before-restore");
+    for (int number = 2; QFile::exists(name); ++number)
+        name = file + QStringLiteral(".before-restore-%1").arg(number);
+    return name;
+}
+
+/// The file's unfinished journal goes along: beside the new file it would spoil that.
+QString putAside(const QString& file) {
+    if (!QFile::exists(file))
+        return {};
+    const QString aside = freeName(file);
+    const QString journal = QStringLiteral("-journal");
+    if (!QFile::rename(file, aside))
+        fail(error::permissionDenied, QStringLiteral("\"%1\" can't be put aside").arg(file));
+    if (QFile::exists(file + journal))
+        QFile::rename(file + journal, aside + journal);
+    return aside;
+}
+
+}  // namespace
+
+void backupDatabase(const QString& file, const QString& target) {
+    const QString path = platformPath(target);
+    if (QFile::exists(path))
+        fail(error::permissionDenied, QStringLiteral("\"%1\" exists already").arg(path));
+    const UnfinishedFile copy(path);
+    copyChecked(file, copy);
+    copy.rename(path);
+}
+
+QString restoreDatabase(const QString& backup, const QString& file) {
+    const QString path = platformPath(file);
+    const UnfinishedFile copy(path);
+    copyChecked(backup, copy);
+    const QString aside = putAside(path);
+    copy.rename(path);
+    return aside;
+}
+
+QStringList integrityProblems(const QString& file) {
+    const ConnectionPtr connection = openDatabase(file);
+    QStringList problems;
+    const ColumnType text{ColumnKind::Text, 0};
+    sqlite::Statement integrity(connection->handle(), QStringLiteral("PRAGMA integrity_check"), {});
+    while (integrity.step()) {
+        const QString line = integrity.value(0, text).toString();
+        if (line != QLatin1String("ok"))
+            problems << line;
+    }
+    sqlite::Statement relations(connection->handle(), QStringLiteral("PRAGMA foreign_key_check"), {});
+    while (relations.step())
+        problems << QStringLiteral("Row %1 of %2 refers to a row of %3 that is not there")
+                        .arg(relations.value(1, text).toString(), relations.value(0, text).toString(),
+                             relations.value(2, text).toString());
+    return problems;
+}
+
+}  // namespace platform

@@ -1,0 +1,23 @@
+// Whole-file work on a database: an exact copy while it may be in use, putting a copy back, and a look at
+// its soundness.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace platform {
+
+/// Copies the database to a new file (readable by its owner alone), page by page and as of one moment, and
+/// checks the copy. Throws when the target exists (permissionDenied), when either can't be opened, or
+/// when the copy is not sound; nothing is left behind then.
+void backupDatabase(const QString& file, const QString& target);
+
+/// Puts a checked copy of the backup in the place of the file. What was there before is kept beside it under
+/// the name that is given back (empty when there was nothing). The program must not be running.
+QString restoreDatabase(const QString& backup, const QString& file);
+
+/// What the engine finds wrong with pages, indexes, checks and relations; empty when all is well.
+/// Throws when the file can't be opened as a database.
+QStringList integrityProblems(const QString& file);
+
+}  // namespace platform

@@ -1,0 +1,89 @@
+// Reads the command line of sorvanto-db and does the work.
+#include "db/Commands.h"
+
+#include "db/DatabaseCheck.h"
+#include "db/DatabaseFile.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Backup.h"
+
+namespace sorvanto {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int wrongUse = 2;
+
+const char usage[] =
+    "Database files of the Sorvanto Control Panel.\n"
+    "\n"
+    "  sorvanto-db create FILE             makes an empty database\n"
+    "  sorvanto-db sample FILE [--rows N]  makes one with a sample pharmacy; with --rows every\n"
+    "                                      table is filled up to N rows (1 to 32767)\n"
+    "  sorvanto-db check FILE              tells what is wrong with a database; exit code 1 if anything is\n"
+    "  sorvanto-db backup FILE TARGET      copies a database, also one in use, and checks the copy\n"
+    "  sorvanto-db restore BACKUP FILE     puts a copy back and keeps what was there before;\n"
+    "                                      close the program first\n"
+    "\n"
+    "create, sample and backup never write over an existing file.\n";
+
+int check(const QString& file, QTextStream& out) {
+    const QStringList problems = checkDatabase(file);
+    for (const QString& problem : problems)
+        out << problem << '\n';
+    if (problems.isEmpty())
+        out << file << ": no problems found\n";
+    return problems.isEmpty() ? done : failed;
+}
+
+int restore(const QString& backup, const QString& file, QTextStream& out) {
+    const QString aside = platform::restoreDatabase(backup, file);
+    out << file << ": restored from " << backup << '\n';
+    if (!aside.isEmpty())
+        out << "What was there before is kept as " << aside << '\n';
+    return done;
+}
+
+/// Rows of "sample FILE [--rows N]", 0 when not given, -1 when it is no such command line.
+int wantedRows(const QStringList& arguments) {
+    if (arguments.size() == 2)
+        return 0;
+    if (arguments.size() != 4 || arguments.at(2) != QLatin1String("--rows"))
+        return -1;
+    bool isNumber = false;
+    const int rows = arguments.at(3).toInt(&isNumber);
+    return isNumber && rows >= 1 && rows <= mostRows ? rows : -1;
+}
+
+int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
+    const QString command = arguments.value(0);
+    const auto takes = [&](const char* name, int files) {
+        return command == QLatin1String(name) && arguments.size() == files + 1;
+    };
+    if (takes("create", 1))
+        return createDatabase(arguments.at(1)), done;
+    if (command == QLatin1String("sample") && wantedRows(arguments) >= 0)
+        return createSample(arguments.at(1), wantedRows(arguments)), done;
+    if (takes("check", 1))
+        return check(arguments.at(1), out);
+    if (takes("backup", 2))
+        return platform::backupDatabase(arguments.at(1), arguments.at(2)), done;
+    if (takes("restore", 2))
+        return restore(arguments.at(1), arguments.at(2), out);
+    const bool help = command == QLatin1String("--help") || command == QLatin1String("-h");
+    (help ? out : err) << usage;
+    return help ? done : wrongUse;
+}
+
+}  // namespace
+
+int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err) {
+    try {
+        return run(arguments, out, err);
+    } catch (const platform::RuntimeError& failure) {
+        err << "sorvanto-db: " << failure.description() << '\n';
+        return failed;
+    }
+}
+
+}  // namespace sorvanto

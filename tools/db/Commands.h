@@ -1,0 +1,12 @@
+// The commands of sorvanto-db, apart from the process around them.
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace sorvanto {
+
+/// 0: done. 1: the check found something, or the work failed. 2: the command line is wrong.
+int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+
+}  // namespace sorvanto

@@ -1,0 +1,115 @@
+// The check of a database file: soundness by the engine, shape by comparison with an empty file.
+#include "db/DatabaseCheck.h"
+
+#include "db/DatabaseFile.h"
+#include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+
+#include <QMap>
+#include <QSet>
+#include <memory>
+#include <sqlite3.h>
+
+namespace sorvanto {
+
+namespace {
+
+using platform::sqlite::Statement;
+constexpr platform::ColumnType asText{platform::ColumnKind::Text, 0};
+
+struct Shape {
+    QMap<QString, QMap<QString, QString>> columns;   ///< table, column: declared type
+    QSet<QString> relations;                         ///< "RXs.LogID to Log"
+};
+
+QStringList tablesOf(sqlite3* database) {
+    QStringList tables;
+    Statement list(database, QStringLiteral("SELECT name FROM sqlite_schema WHERE type = 'table' "
+                                            "AND name NOT LIKE 'sqlite%' ORDER BY name"), {});
+    while (list.step())
+        tables << list.value(0, asText).toString();
+    return tables;
+}
+
+Shape shapeOf(sqlite3* database) {
+    Shape shape;
+    for (const QString& table : tablesOf(database)) {
+        Statement columns(database, QStringLiteral("SELECT name, type FROM pragma_table_info(?)"), {});
+        columns.bind(1, table);
+        while (columns.step())
+            shape.columns[table][columns.value(0, asText).toString()] = columns.value(1, asText).toString();
+        Statement keys(database, QStringLiteral("SELECT \"from\", \"table\", on_delete FROM pragma_foreign_key_list(?)"),
+                       {});
+        keys.bind(1, table);
+        while (keys.step()) {
+            const bool cascade = keys.value(2, asText).toString() == QLatin1String("CASCADE");
+            shape.relations << QStringLiteral("%1.%2 to %3%4")
+                                   .arg(table, keys.value(0, asText).toString(), keys.value(1, asText).toString(),
+                                        cascade ? QStringLiteral(" with its rows") : QString());
+        }
+    }
+    return shape;
+}
+
+Shape expectedShape() {
+    sqlite3* opened = nullptr;
+    sqlite3_open(":memory:", &opened);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> database(opened, sqlite3_close);
+    if (sqlite3_exec(opened, schemaStatements().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        platform::sqlite::fail(opened, {});
+    return shapeOf(opened);
+}
+
+QStringList columnProblems(const Shape& expected, const Shape& found) {
+    QStringList problems;
+    for (auto table = expected.columns.begin(); table != expected.columns.end(); ++table) {
+        if (!found.columns.contains(table.key())) {
+            problems << QStringLiteral("Table %1 is missing").arg(table.key());
+            continue;
+        }
+        const QMap<QString, QString> columns = found.columns.value(table.key());
+        for (auto column = table->begin(); column != table->end(); ++column) {
+            const QString name = table.key() + u'.' + column.key();
+            if (!columns.contains(column.key()))
+                problems << QStringLiteral("Column %1 is missing").arg(name);
+            else if (columns.value(column.key()).compare(column.value(), Qt::CaseInsensitive) != 0)
+                problems << QStringLiteral("Column %1 is %2, not %3")
+                                .arg(name, columns.value(column.key()), column.value());
+        }
+    }
+    return problems;
+}
+
+QStringList relationProblems(const Shape& expected, const Shape& found) {
+    QStringList problems;
+    for (const QString& relation : expected.relations - found.relations)
+        problems << QStringLiteral("The relation %1 is missing").arg(relation);
+    problems.sort();
+    return problems;
+}
+
+QStringList versionProblems(sqlite3* database) {
+    Statement count(database, QStringLiteral("SELECT count(*) FROM Options"), {});
+    count.step();
+    if (count.integer(0) == 1)
+        return {};
+    return {QStringLiteral("Table Options has %1 rows, not one").arg(count.integer(0))};
+}
+
+}  // namespace
+
+QStringList checkDatabase(const QString& path) {
+    QStringList problems = platform::integrityProblems(path);
+    platform::Connection connection;
+    connection.open(QStringLiteral("Data Source=") + path);
+    const Shape expected = expectedShape();
+    const Shape found = shapeOf(connection.handle());
+    problems += columnProblems(expected, found);
+    problems += relationProblems(expected, found);
+    if (found.columns.contains(QStringLiteral("Options")))
+        problems += versionProblems(connection.handle());
+    return problems;
+}
+
+}  // namespace sorvanto
