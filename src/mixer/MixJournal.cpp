@@ -1,0 +1,215 @@
+// The journal's files.
+#include "mixer/MixJournal.h"
+
+#include "mixer/LoadedFormula.h"
+#include "mixer/ResultsDocument.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+
+#include <QDir>
+#include <QFile>
+#include <algorithm>
+#include <array>
+
+namespace sorvanto {
+namespace {
+
+using platform::XmlDocument;
+using platform::XmlDocumentPtr;
+using platform::XmlNode;
+using protocol::MixId;
+
+constexpr std::array<const char*, 6> stateWords{"loaded", "started", "finished", "aborted", "logged", "put aside"};
+constexpr qsizetype closedKept = 1000;
+
+QString folder() {
+    return platform::programFolder() + QStringLiteral("/mixes");
+}
+
+QString closedFolder() {
+    return folder() + QStringLiteral("/closed");
+}
+
+QString fileOf(const MixId& mix) {
+    return folder() + QLatin1Char('/') + QString::fromLatin1(mix) + QStringLiteral(".xml");
+}
+
+XmlDocumentPtr documentOf(const XmlNode& node) {
+    if (!node)
+        return nullptr;
+    const XmlDocumentPtr document = XmlDocument::create();
+    return document->loadXML(node.xml()) ? document : nullptr;
+}
+
+void setDate(XmlNode& node, const char* name, const QDateTime& date) {
+    if (date.isValid())
+        node.setAttribute(QLatin1String(name), platform::storedDate(date));
+}
+
+QDateTime dateOf(const XmlNode& node, const char* name) {
+    const QString attribute = QLatin1String(name);
+    return node.hasAttribute(attribute) ? platform::fromStoredDate(node.attribute(attribute)) : QDateTime();
+}
+
+/// Nothing when the file is no whole journal of a mix.
+std::optional<JournalEntry> readEntry(const QString& path) {
+    const XmlDocumentPtr file = XmlDocument::create();
+    const XmlNode root = file->load(path) ? file->selectSingleNode(QStringLiteral("Mix")) : XmlNode();
+    if (!root || !root.hasAttribute(QStringLiteral("ID")) || !root.hasAttribute(QStringLiteral("State")))
+        return std::nullopt;
+    JournalEntry entry;
+    entry.mix = root.attribute(QStringLiteral("ID")).toLatin1();
+    const QString word = root.attribute(QStringLiteral("State"));
+    const auto state = std::find_if(stateWords.begin(), stateWords.end(),
+                                    [&](const char* known) { return word == QLatin1String(known); });
+    if (!protocol::isMixId(entry.mix) || state == stateWords.end())
+        return std::nullopt;
+    entry.state = static_cast<JournalState>(state - stateWords.begin());
+    if (root.hasAttribute(QStringLiteral("Mixer")))
+        entry.serial = root.attribute(QStringLiteral("Mixer"));
+    entry.lotTaken = root.hasAttribute(QStringLiteral("LotTaken"));
+    entry.loaded = dateOf(root, "Loaded");
+    entry.started = dateOf(root, "Started");
+    entry.finished = dateOf(root, "Finished");
+    entry.formula = documentOf(root.selectSingleNode(QStringLiteral("Formula")));
+    entry.results = documentOf(root.selectSingleNode(QStringLiteral("Results")));
+    const bool needsResults = entry.state == JournalState::Finished;
+    if (!entry.formula || (needsResults && !entry.results))
+        return std::nullopt;
+    return entry;
+}
+
+void moveToClosed(const JournalEntry& entry) {
+    QDir().mkpath(closedFolder());
+    const QString date = (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    const QString target = closedFolder() + QStringLiteral("/%1-%2.xml").arg(date, QString::fromLatin1(entry.mix));
+    QFile::remove(target);
+    QFile::rename(fileOf(entry.mix), target);
+}
+
+/// The oldest closed mixes go, by the date in front of their names.
+void thinOutClosed() {
+    QDir closed(closedFolder());
+    const QStringList names = closed.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    for (qsizetype i = 0; i < names.size() - closedKept; ++i)
+        closed.remove(names[i]);
+}
+
+}  // namespace
+
+QString JournalEntry::name() const { return formulaName(formula); }
+QString JournalEntry::quantity() const { return formulaQuantity(formula); }
+QString JournalEntry::lot() const { return lotOf(results); }
+
+void MixJournal::read() {
+    m_open.clear();
+    m_unreadable.clear();
+    const QStringList names = QDir(folder()).entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    for (const QString& name : names) {
+        const auto entry = readEntry(folder() + QLatin1Char('/') + name);
+        if (!entry)
+            m_unreadable << name;
+        else if (entry->state == JournalState::Loaded)
+            QFile::remove(fileOf(entry->mix));
+        else if (entry->state == JournalState::Logged || entry->state == JournalState::PutAside)
+            moveToClosed(*entry);
+        else
+            m_open.push_back(*entry);
+    }
+    std::stable_sort(m_open.begin(), m_open.end(),
+                     [](const JournalEntry& a, const JournalEntry& b) { return a.started < b.started; });
+    thinOutClosed();
+}
+
+const JournalEntry* MixJournal::find(const MixId& mix) const {
+    const auto found = std::find_if(m_open.begin(), m_open.end(),
+                                    [&](const JournalEntry& entry) { return entry.mix == mix; });
+    return found == m_open.end() ? nullptr : &*found;
+}
+
+JournalEntry& MixJournal::entry(const MixId& mix) {
+    if (const JournalEntry* found = find(mix))
+        return const_cast<JournalEntry&>(*found);
+    throw platform::RuntimeError(platform::error::itemNotFound, QStringLiteral("No such mix in the journal"));
+}
+
+void MixJournal::write(const JournalEntry& entry) const {
+    if (!QDir().mkpath(folder()))
+        throw platform::RuntimeError(platform::error::permissionDenied,
+                                     QStringLiteral("Can't make the folder %1").arg(folder()));
+    const XmlDocumentPtr file = XmlDocument::create();
+    XmlNode root = file->appendElement(QStringLiteral("Mix"));
+    root.setAttribute(QStringLiteral("ID"), QString::fromLatin1(entry.mix));
+    root.setAttribute(QStringLiteral("State"), QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
+    if (!entry.serial.isEmpty())
+        root.setAttribute(QStringLiteral("Mixer"), entry.serial);
+    if (entry.lotTaken)
+        root.setAttribute(QStringLiteral("LotTaken"), QStringLiteral("1"));
+    setDate(root, "Loaded", entry.loaded);
+    setDate(root, "Started", entry.started);
+    setDate(root, "Finished", entry.finished);
+    root.appendCopy(entry.formula->root());
+    if (entry.results)
+        root.appendCopy(entry.results->root());
+    file->save(fileOf(entry.mix));
+}
+
+void MixJournal::drop(const MixId& mix) {
+    std::erase_if(m_open, [&](const JournalEntry& entry) { return entry.mix == mix; });
+}
+
+void MixJournal::load(const MixId& mix, const XmlDocumentPtr& formula) {
+    for (const JournalEntry& entry : m_open) {
+        if (entry.state == JournalState::Loaded)
+            QFile::remove(fileOf(entry.mix));
+    }
+    std::erase_if(m_open, [](const JournalEntry& entry) { return entry.state == JournalState::Loaded; });
+    JournalEntry fresh;
+    fresh.mix = mix;
+    fresh.loaded = platform::now();
+    fresh.formula = formula;
+    m_open.push_back(fresh);
+    write(m_open.back());
+}
+
+void MixJournal::start(const MixId& mix, const QString& serial) {
+    JournalEntry& started = entry(mix);
+    started.state = JournalState::Started;
+    started.serial = serial;
+    started.started = platform::now();
+    write(started);
+}
+
+void MixJournal::undoStart(const MixId& mix) {
+    JournalEntry& undone = entry(mix);
+    undone.state = JournalState::Loaded;
+    undone.started = {};
+    write(undone);
+}
+
+void MixJournal::finish(const MixId& mix, const XmlDocumentPtr& results, bool lotTaken) {
+    JournalEntry& finished = entry(mix);
+    finished.state = JournalState::Finished;
+    finished.finished = platform::now();
+    finished.results = results;
+    finished.lotTaken = lotTaken;
+    write(finished);
+}
+
+void MixJournal::abort(const MixId& mix) {
+    JournalEntry& aborted = entry(mix);
+    aborted.state = JournalState::Aborted;
+    aborted.finished = platform::now();
+    write(aborted);
+}
+
+void MixJournal::close(const MixId& mix, JournalState how) {
+    JournalEntry closed = entry(mix);
+    closed.state = how;
+    drop(closed.mix);
+    write(closed);
+    moveToClosed(closed);
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,365 @@
+// The state machine of a mix. Every state is what the mixer last said, held against what this program
+// knows of its own mixes; a lost or repeated word can therefore not lead it astray.
+#include "mixer/MixRun.h"
+
+namespace sorvanto {
+
+using namespace protocol;
+
+MixRun::MixRun(MixerLink& link, QObject* parent) : QObject(parent), m_link(link) {
+    connect(&m_link, &MixerLink::connected, this, &MixRun::linkConnected);
+    connect(&m_link, &MixerLink::lost, this, &MixRun::linkLost);
+    connect(&m_link, &MixerLink::status, this, &MixRun::apply);
+    connect(&m_link, &MixerLink::changed, this, [this] {
+        if (m_link.state() == MixerLink::State::Closed)
+            linkLost();
+        emit changed();
+    });
+}
+
+bool MixRun::isForeign() const {
+    return (m_state == RunState::Mixing || m_state == RunState::Paused) && m_running.isEmpty();
+}
+
+bool MixRun::isBusy() const {
+    return m_holding || m_starting || !m_running.isEmpty() || isForeign();
+}
+
+// ---- the link -------------------------------------------------------------------------------------
+
+void MixRun::linkConnected() {
+    endTransfer();
+    m_asked.clear();
+    m_starting = false;
+    m_acknowledging = false;
+    m_verified.clear();
+    m_unsettled = true;
+    if (!m_running.isEmpty() && m_serial != m_link.identity().serial) {
+        m_running.clear();  // another mixer has been put in its place; the first one will be asked when it is back
+        m_wanted.reset();
+    }
+    m_link.askState();
+}
+
+void MixRun::linkLost() {
+    endTransfer();
+    m_asked.clear();
+    m_starting = false;
+    m_acknowledging = false;
+    m_verified.clear();
+    m_link.setMixing(false);
+    if (m_holding || m_state == RunState::Fault)
+        return;
+    const bool wasMixing = !m_running.isEmpty();
+    set(RunState::Disconnected, wasMixing ? PanelMessage{PanelText::LostMixing, {}} : PanelMessage{});
+}
+
+void MixRun::apply(const Status& status) {
+    m_status = status;
+    const bool running = status.state == MixerState::Mixing || status.state == MixerState::Paused;
+    m_link.setMixing(running);
+    if (m_holding || m_starting)
+        return;
+    if (running)
+        applyRunning(status);
+    else if (status.state == MixerState::Done)
+        applyEnded(status);
+    else if (status.state == MixerState::Fault)
+        applyFault(status);
+    else
+        applyAtRest(status);
+    if (std::exchange(m_unsettled, false)) {
+        for (const MixId& mix : std::as_const(m_watched)) {
+            if (mix != m_running)
+                askResults(mix);
+        }
+    }
+    emit changed();
+}
+
+void MixRun::applyRunning(const Status& status) {
+    m_running = m_watched.contains(status.mix) ? status.mix : MixId();
+    m_serial = m_link.identity().serial;
+    if (m_running.isEmpty())
+        set(status.state == MixerState::Paused ? RunState::Paused : RunState::Mixing, {PanelText::ForeignMix, {}});
+    else if (status.state == MixerState::Mixing)
+        set(RunState::Mixing, m_state == RunState::Mixing ? m_message : PanelMessage{});
+    else if (status.reason == Reason::LidOpen)
+        set(RunState::Paused, m_message.text == PanelText::ResumeLid ? m_message
+                                                                     : PanelMessage{PanelText::LidOpened, {}});
+    else
+        set(RunState::Paused, m_state == RunState::Paused ? m_message : PanelMessage{});
+}
+
+void MixRun::applyEnded(const Status& status) {
+    if (m_watched.contains(status.mix))
+        askResults(status.mix);
+    else
+        clearMixer();
+}
+
+void MixRun::applyFault(const Status& status) {
+    PanelText text = PanelText::FaultUnknown;
+    if (status.reason == Reason::EmergencyStop)
+        text = PanelText::EmergencyStop;
+    else if (status.reason == Reason::Overload)
+        text = PanelText::Overload;
+    if (m_watched.contains(status.mix))
+        abortMix(status.mix, text);
+    else if (m_state != RunState::Fault)
+        set(RunState::Fault, {text, {}});
+}
+
+void MixRun::applyAtRest(const Status& status) {
+    if (m_state == RunState::Fault)
+        return;  // until the user has seen it
+    if (status.state == MixerState::Loaded && m_watched.contains(status.mix)) {
+        m_watched.remove(status.mix);  // the start never reached it
+        if (m_running == status.mix)
+            m_running.clear();
+        emit startUndone(status.mix);
+    }
+    if (!m_running.isEmpty()) {
+        askResults(m_running);
+        return;
+    }
+    if (isSending())
+        return;
+    if (m_wanted && status.state == MixerState::Loaded && status.mix == m_wanted->id && status.mix == m_verified) {
+        if (m_state != RunState::Loaded)
+            set(RunState::Loaded);
+    } else if (m_wanted) {
+        beginTransfer();
+    } else {
+        set(RunState::Ready, m_state == RunState::Ready ? m_message : PanelMessage{});
+        if (status.state == MixerState::Loaded)
+            clearMixer();
+    }
+}
+
+// ---- results --------------------------------------------------------------------------------------
+
+void MixRun::askResults(const MixId& mix) {
+    if (m_asked.contains(mix))
+        return;
+    m_asked.insert(mix);
+    m_link.send(resultCommand(mix), [this, mix](const std::optional<Frame>& reply) {
+        m_asked.remove(mix);
+        takeResults(mix, reply);
+    });
+}
+
+void MixRun::takeResults(const MixId& mix, const std::optional<Frame>& reply) {
+    if (!reply)
+        m_unsettled = true;  // asked again with the next word of the mixer
+    if (!reply || !m_watched.contains(mix))
+        return;
+    if (const auto results = readResults(*reply); results && results->mix == mix) {
+        const bool seen = mix == m_running;
+        m_watched.remove(mix);
+        if (seen) {
+            m_running.clear();
+            m_wanted.reset();
+            m_holding = true;
+            set(RunState::Done);
+        }
+        emit finished(*results, seen);
+    } else if (readRefusal(*reply) == QByteArray("UNKNOWN")) {
+        abortMix(mix, PanelText::MixLost);
+    }
+}
+
+void MixRun::abortMix(const MixId& mix, PanelText why) {
+    const bool seen = mix == m_running;
+    m_watched.remove(mix);
+    if (seen) {
+        m_running.clear();
+        m_wanted.reset();
+    }
+    if (seen || why != PanelText::MixLost)
+        set(RunState::Fault, {why, {}});
+    emit aborted(mix);
+}
+
+void MixRun::release() {
+    if (!m_holding)
+        return;
+    m_holding = false;
+    if (m_link.state() != MixerLink::State::Connected) {
+        set(RunState::Disconnected);
+        return;
+    }
+    set(RunState::Ready);
+    clearMixer();
+}
+
+void MixRun::clearMixer() {
+    m_link.send(clearCommand(), [this](const std::optional<Frame>&) { m_link.askState(); });
+}
+
+// ---- the programme --------------------------------------------------------------------------------
+
+void MixRun::load(const Programme& programme) {
+    endTransfer();
+    m_wanted = programme;
+    m_verified.clear();
+    if (m_state == RunState::Loaded || m_state == RunState::Ready)
+        set(RunState::Ready);
+    if (m_state == RunState::Ready)
+        m_link.askState();
+}
+
+void MixRun::beginTransfer() {
+    m_frames = {loadCommand(*m_wanted)};
+    const int steps = static_cast<int>(m_wanted->steps.size());
+    for (int step = 1; step <= steps; ++step)
+        m_frames.push_back(stepCommand(step, m_wanted->steps[static_cast<std::size_t>(step) - 1]));
+    for (int step = 0; step <= steps; ++step)
+        m_frames.push_back(readCommand(step));
+    m_frame = 0;
+    set(RunState::Ready);
+    sendFrame();
+}
+
+void MixRun::sendFrame() {
+    const MixId transfer = m_wanted->id;
+    m_link.send(m_frames[m_frame], [this, transfer](const std::optional<Frame>& reply) {
+        if (isSending() && m_wanted && m_wanted->id == transfer)
+            frameAnswered(reply);
+    });
+}
+
+void MixRun::frameAnswered(const std::optional<Frame>& reply) {
+    const Frame command = m_frames[m_frame];
+    if (!reply) {
+        endTransfer();  // begun anew with the next word of the mixer
+        return;
+    }
+    const auto refusal = readRefusal(*reply);
+    const bool good = command.kind == "READ" ? matchesReadBack(command, *reply) : isOk(*reply);
+    if (!good) {
+        endTransfer();
+        m_wanted.reset();
+        set(RunState::Ready, refusal ? PanelMessage{PanelText::ProgrammeRefused, {QString::fromLatin1(*refusal)}}
+                                     : PanelMessage{PanelText::Misstored, {}});
+        clearMixer();
+        return;
+    }
+    if (++m_frame < m_frames.size()) {
+        sendFrame();
+        return;
+    }
+    endTransfer();
+    m_verified = m_wanted->id;
+    set(RunState::Loaded);
+    m_link.askState();
+}
+
+bool MixRun::matchesReadBack(const Frame& command, const Frame& reply) const {
+    const int number = readRead(command).value_or(0);
+    if (number > 0) {
+        const auto step = readStep(reply);
+        return step && step->first == number && step->second == m_wanted->steps[static_cast<std::size_t>(number) - 1];
+    }
+    const auto head = readHead(reply);
+    Programme withoutSteps = *m_wanted;
+    withoutSteps.steps.clear();
+    return head && head->first == withoutSteps && static_cast<std::size_t>(head->second) == m_wanted->steps.size();
+}
+
+void MixRun::endTransfer() {
+    m_frames.clear();
+    m_frame = 0;
+}
+
+// ---- the buttons ----------------------------------------------------------------------------------
+
+void MixRun::start() {
+    if (m_state != RunState::Loaded || m_starting || m_holding || !m_wanted)
+        return;
+    const MixId mix = m_wanted->id;
+    if (beforeStart && !beforeStart(mix))
+        return;
+    m_running = mix;
+    m_serial = m_link.identity().serial;
+    m_watched.insert(mix);
+    m_starting = true;
+    m_link.send(startCommand(mix), [this](const std::optional<Frame>& reply) { started(reply); });
+    emit changed();
+}
+
+void MixRun::started(const std::optional<Frame>& reply) {
+    m_starting = false;
+    const auto refusal = reply ? readRefusal(*reply) : std::nullopt;
+    if (refusal && *refusal != "USED") {
+        const MixId undone = std::exchange(m_running, {});
+        m_watched.remove(undone);
+        PanelMessage message{PanelText::StartRefused, {QString::fromLatin1(*refusal)}};
+        if (*refusal == "LID")
+            message = {PanelText::StartLid, {}};
+        else if (*refusal == "ESTOP")
+            message = {PanelText::StartEmergency, {}};
+        say(message);
+        emit startUndone(undone);
+    }
+    m_link.askState();
+}
+
+void MixRun::simple(const Frame& command) {
+    say({});
+    m_link.send(command, [this](const std::optional<Frame>& reply) {
+        if (!reply)
+            say({PanelText::CommandUnanswered, {}});
+        else if (readRefusal(*reply) == QByteArray("LID"))
+            say({PanelText::ResumeLid, {}});
+        m_link.askState();
+    });
+}
+
+void MixRun::pause() {
+    if (m_state == RunState::Mixing)
+        simple(pauseCommand());
+}
+
+void MixRun::resume() {
+    if (m_state == RunState::Paused)
+        simple(resumeCommand());
+}
+
+void MixRun::stop() {
+    if (m_state == RunState::Mixing || m_state == RunState::Paused)
+        simple(stopCommand());
+}
+
+void MixRun::acknowledge() {
+    if (m_state != RunState::Fault || m_acknowledging)
+        return;
+    if (m_link.state() != MixerLink::State::Connected) {
+        set(RunState::Disconnected);
+        return;
+    }
+    m_acknowledging = true;
+    m_link.send(clearCommand(), [this](const std::optional<Frame>& reply) {
+        m_acknowledging = false;
+        if (!reply)
+            say({PanelText::CommandUnanswered, {}});
+        else if (readRefusal(*reply) == QByteArray("ESTOP"))
+            say({PanelText::EmergencyHeld, {}});
+        else
+            set(RunState::Ready);
+        m_link.askState();
+    });
+}
+
+void MixRun::set(RunState state, PanelMessage message) {
+    m_state = state;
+    m_message = std::move(message);
+    emit changed();
+}
+
+void MixRun::say(PanelMessage message) {
+    m_message = std::move(message);
+    emit changed();
+}
+
+}  // namespace sorvanto

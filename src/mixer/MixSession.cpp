@@ -1,0 +1,283 @@
+// From formula to handed-over results.
+#include "mixer/MixSession.h"
+
+#include "mixer/ResultsDocument.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/serial/QtSerialPort.h"
+
+#include <QPointer>
+#include <QRandomGenerator>
+#include <QTimer>
+
+namespace sorvanto {
+
+using protocol::MixId;
+
+MixerEnvironment MixerEnvironment::real() {
+    return {[] { return std::make_unique<platform::QtSerialPort>(); },
+            [](int port) { return platform::portPath(port); },
+            [] { return QByteArray::number(QRandomGenerator::global()->generate(), 16).toUpper().rightJustified(8, '0'); },
+            {}};
+}
+
+MixSession::MixSession(MixerEnvironment environment, QObject* parent)
+    : QObject(parent), m_environment(std::move(environment)),
+      m_link(m_environment.makePort(), [this] { return m_environment.portPath(m_port); }, m_environment.timing),
+      m_run(m_link) {
+    connect(&m_link, &MixerLink::connected, this, &MixSession::mixerConnected);
+    connect(&m_run, &MixRun::changed, this, &MixSession::changed);
+    connect(&m_run, &MixRun::finished, this, &MixSession::mixFinished);
+    connect(&m_run, &MixRun::aborted, this, &MixSession::mixAborted);
+    connect(&m_run, &MixRun::startUndone, this, [this](const MixId& mix) {
+        journal(PanelText::JournalStart, [&] { m_journal.undoStart(mix); });
+    });
+    m_run.beforeStart = [this](const MixId& mix) { return journalStart(mix); };
+}
+
+void MixSession::setPort(int port, bool overrideSpeed) {
+    m_port = port;
+    m_overrideSpeed = overrideSpeed;
+}
+
+void MixSession::open() {
+    if (!m_journalRead) {
+        m_journal.read();
+        m_journalRead = true;
+        if (!m_journal.unreadable().isEmpty())
+            m_notice = {PanelText::JournalUnreadable, {m_journal.unreadable().join(QStringLiteral(", "))}};
+    }
+    dropLogged();
+    m_link.open();
+    emit changed();
+}
+
+void MixSession::close() {
+    m_link.close();
+}
+
+void MixSession::mixerConnected() {
+    const QString serial = QString::fromLatin1(m_link.identity().serial);
+    for (const JournalEntry& entry : m_journal.open()) {
+        if (entry.state != JournalState::Started)
+            continue;
+        if (entry.serial == serial)
+            m_run.watch(entry.mix);
+        else
+            m_run.forget(entry.mix);
+    }
+}
+
+// ---- formula in -----------------------------------------------------------------------------------
+
+void MixSession::loadFormula(const platform::XmlDocumentPtr& document) {
+    if (!m_handed.isEmpty() || m_run.isBusy()) {
+        m_notice = {m_run.isBusy() && m_run.state() != RunState::Done ? PanelText::BusyMixing
+                                                                      : PanelText::BusySigning, {}};
+        emit changed();
+        return;
+    }
+    auto read = readFormula(document, m_overrideSpeed);
+    if (const auto* refusal = std::get_if<PanelMessage>(&read)) {
+        m_notice = *refusal;
+        emit changed();
+        return;
+    }
+    m_formula = std::move(std::get<LoadedFormula>(read));
+    if (!isOpen())
+        open();
+    sendFormula();
+}
+
+void MixSession::sendFormula() {
+    m_notice = {};
+    do {
+        m_formula->programme.id = m_environment.makeMixId();
+    } while (m_journal.find(m_formula->programme.id));
+    // A journal that can't be written keeps the mix from being started, and says so then.
+    journal(PanelText::Count, [&] { m_journal.load(m_formula->programme.id, m_formula->document); });
+    m_run.load(m_formula->programme);
+    emit changed();
+}
+
+bool MixSession::canLoadAgain() const {
+    const bool idle = m_run.state() == RunState::Ready || m_run.state() == RunState::Loaded;
+    const bool refused = m_run.message().text == PanelText::ProgrammeRefused ||
+                         m_run.message().text == PanelText::Misstored || m_run.message().text == PanelText::StartRefused;
+    const bool without = m_run.state() == RunState::Ready && !m_run.isSending() && m_formula &&
+                         !m_journal.find(m_formula->programme.id);
+    return m_formula && m_handed.isEmpty() && idle && (refused || without);
+}
+
+void MixSession::loadAgain() {
+    if (canLoadAgain())
+        sendFormula();
+}
+
+// ---- the mix --------------------------------------------------------------------------------------
+
+bool MixSession::canStart() const {
+    return m_run.state() == RunState::Loaded && m_handed.isEmpty() && m_toHandOver.isEmpty() && !m_run.isBusy() &&
+           !m_link.isStale();
+}
+
+void MixSession::start() {
+    if (!canStart())
+        return;
+    m_notice = {};
+    m_run.start();
+    emit changed();
+}
+
+bool MixSession::journalStart(const MixId& mix) {
+    const QString serial = QString::fromLatin1(m_link.identity().serial);
+    return journal(PanelText::JournalStart, [&] { m_journal.start(mix, serial); });
+}
+
+void MixSession::acknowledge() {
+    // A mix that ended without results has been seen: nothing is left to be done with it.
+    std::vector<MixId> aborted;
+    for (const JournalEntry& entry : m_journal.open()) {
+        if (entry.state == JournalState::Aborted && m_formula && entry.mix == m_formula->programme.id)
+            aborted.push_back(entry.mix);
+    }
+    for (const MixId& mix : aborted)
+        journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::PutAside); });
+    m_run.acknowledge();
+    emit enableForm();
+}
+
+void MixSession::mixFinished(const protocol::MixResults& results, bool seen) {
+    const platform::XmlDocumentPtr document = makeResultsDocument(m_link.identity(), results);
+    const bool lotTaken = isLogged(lotOf(document));
+    journal(PanelText::JournalResults, [&] { m_journal.finish(results.mix, document, lotTaken); });
+    if (seen)
+        handOverLater(results.mix);
+    emit changed();
+}
+
+void MixSession::mixAborted(const MixId& mix) {
+    journal(PanelText::Count, [&] { m_journal.abort(mix); });
+    emit enableForm();
+}
+
+bool MixSession::journal(PanelText failure, const std::function<void()>& step) {
+    try {
+        step();
+        return true;
+    } catch (...) {
+        if (failure != PanelText::Count) {
+            QString why = platform::currentError().description();
+            if (!why.endsWith(QLatin1Char('.')))
+                why += QLatin1Char('.');
+            m_notice = {failure, {why}};
+        }
+        emit changed();
+        return false;
+    }
+}
+
+// ---- results out ----------------------------------------------------------------------------------
+
+void MixSession::handOverLater(const MixId& mix) {
+    m_toHandOver << mix;
+    // Out of the port's own handler: it would get no more bytes while the user signs.
+    QTimer::singleShot(0, this, [this] {
+        if (m_handed.isEmpty() && !m_toHandOver.isEmpty())
+            handOver(m_toHandOver.takeFirst());
+    });
+}
+
+void MixSession::handOver(const MixId& mix) {
+    const JournalEntry* entry = m_journal.find(mix);
+    if (!entry || !entry->results)
+        return;
+    m_handed = mix;
+    m_loggedNow = false;
+    m_signing = true;
+    emit changed();
+    const platform::XmlDocumentPtr formula = entry->formula->cloneDeep(), results = entry->results->cloneDeep();
+    const QPointer<MixSession> alive(this);
+    emit mixDone(formula, results);
+    if (!alive)
+        return;
+    if (m_loggedNow && m_journal.find(mix))
+        journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::Logged); });
+    m_handed.clear();
+    m_signing = false;
+    if (m_formula && m_formula->programme.id == mix)
+        m_formula.reset();
+    m_run.release();
+    emit changed();
+    emit enableForm();
+    if (alive && !m_toHandOver.isEmpty())
+        handOverLater(m_toHandOver.takeFirst());
+}
+
+void MixSession::initialsClosed() {
+    m_signing = false;
+    emit changed();
+}
+
+void MixSession::logged() {
+    m_loggedNow = !m_handed.isEmpty();
+    // At once, and not only when the handler ends: the program may die in between.
+    if (m_loggedNow)
+        journal(PanelText::Count, [&] { m_journal.close(m_handed, JournalState::Logged); });
+    emit changed();
+}
+
+bool MixSession::isLogged(const QString& lot) const {
+    try {
+        return m_isLogged && !lot.isEmpty() && m_isLogged(lot);
+    } catch (...) {
+        return false;  // not known: better offered once too often
+    }
+}
+
+void MixSession::dropLogged() {
+    std::vector<MixId> logged;
+    for (const JournalEntry& entry : m_journal.open()) {
+        if (entry.state == JournalState::Finished && !entry.lotTaken && entry.mix != m_handed &&
+            !m_toHandOver.contains(entry.mix) && isLogged(entry.lot()))
+            logged.push_back(entry.mix);
+    }
+    for (const MixId& mix : logged)
+        journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::Logged); });
+}
+
+std::vector<Offer> MixSession::offers() const {
+    std::vector<Offer> offers;
+    for (const JournalEntry& entry : m_journal.open()) {
+        const bool shownElsewhere = entry.state == JournalState::Loaded || entry.mix == m_handed ||
+                                    entry.mix == m_run.running() || m_toHandOver.contains(entry.mix) ||
+                                    (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault &&
+                                     m_formula && entry.mix == m_formula->programme.id);
+        if (!shownElsewhere)
+            offers.push_back({entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(), entry.serial});
+    }
+    return offers;
+}
+
+void MixSession::logOffer(const MixId& mix) {
+    const JournalEntry* entry = m_journal.find(mix);
+    if (!canLog() || !entry || entry->state != JournalState::Finished)
+        return;
+    if (!entry->lotTaken && isLogged(entry->lot())) {
+        journal(PanelText::Count, [&] { m_journal.close(MixId(mix), JournalState::Logged); });
+        emit changed();
+        return;
+    }
+    handOverLater(MixId(mix));
+    emit changed();
+}
+
+void MixSession::putAside(const MixId& mix) {
+    const JournalEntry* entry = m_journal.find(mix);
+    if (!entry || mix == m_handed || mix == m_run.running())
+        return;
+    m_run.forget(mix);
+    journal(PanelText::Count, [&] { m_journal.close(MixId(mix), JournalState::PutAside); });
+    emit changed();
+}
+
+}  // namespace sorvanto

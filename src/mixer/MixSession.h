@@ -1,0 +1,111 @@
+// Link, run and journal together: takes formulas in, hands finished mixes out, each exactly once, and
+// keeps those that were not logged on offer.
+#pragma once
+
+#include "mixer/LoadedFormula.h"
+#include "mixer/MixJournal.h"
+#include "mixer/MixRun.h"
+#include "mixer/MixerLink.h"
+
+#include <QList>
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace sorvanto {
+
+/// What the control gets from its surroundings; tests put their own in.
+struct MixerEnvironment {
+    std::function<std::unique_ptr<platform::SerialPort>()> makePort;
+    std::function<QString(int)> portPath;
+    std::function<protocol::MixId()> makeMixId;
+    LinkTiming timing;
+
+    /// Real ports, random numbers, real times.
+    static MixerEnvironment real();
+};
+
+/// A mix that can be logged, waits for its mixer, or ended without results.
+struct Offer {
+    protocol::MixId mix;
+    JournalState state = JournalState::Finished;
+    QString name, quantity, lot, serial;
+};
+
+class MixSession : public QObject {
+    Q_OBJECT
+
+public:
+    explicit MixSession(MixerEnvironment environment, QObject* parent = nullptr);
+
+    void setPort(int port, bool overrideSpeed);
+    void setLoggedTest(std::function<bool(const QString&)> test) { m_isLogged = std::move(test); }
+
+    void open();
+    void close();
+    bool isOpen() const { return m_link.state() != MixerLink::State::Closed; }
+    void loadFormula(const platform::XmlDocumentPtr& document);
+    /// Sends the formula shown once more, after it was refused or its mix ended without results.
+    void loadAgain();
+    bool canLoadAgain() const;
+    bool canStart() const;
+    void start();
+    void acknowledge();
+    /// The dialog of the hand-over has answered.
+    void initialsClosed();
+    /// The mix being handed over is in the log.
+    void logged();
+
+    std::vector<Offer> offers() const;
+    /// Whether an offered mix may be handed over now.
+    bool canLog() const { return m_handed.isEmpty() && !m_run.isBusy(); }
+    void logOffer(const protocol::MixId& mix);
+    void putAside(const protocol::MixId& mix);
+
+    MixRun& run() { return m_run; }
+    const MixRun& run() const { return m_run; }
+    const MixerLink& link() const { return m_link; }
+    /// Last formula that was accepted; nothing before the first and after it was mixed.
+    const std::optional<LoadedFormula>& formula() const { return m_formula; }
+    int port() const { return m_port; }
+    /// A mix is handed over and its initials are awaited.
+    bool isSigning() const { return m_signing; }
+    /// Why the last formula was refused, why a start was not possible, what the journal complains of.
+    const PanelMessage& notice() const { return m_notice; }
+
+signals:
+    void changed();
+    /// Handlers may block in an event loop of their own and close or destroy this session.
+    void mixDone(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);
+    void enableForm();
+
+private:
+    void mixerConnected();
+    void mixFinished(const protocol::MixResults& results, bool seen);
+    void mixAborted(const protocol::MixId& mix);
+    bool journalStart(const protocol::MixId& mix);
+    void sendFormula();
+    void dropLogged();
+    bool isLogged(const QString& lot) const;
+    void handOverLater(const protocol::MixId& mix);
+    void handOver(const protocol::MixId& mix);
+    /// Runs a step of the journal; its failure becomes a notice with that text.
+    bool journal(PanelText failure, const std::function<void()>& step);
+
+    MixerEnvironment m_environment;
+    MixerLink m_link;
+    MixRun m_run;
+    MixJournal m_journal;
+    bool m_journalRead = false;
+    std::function<bool(const QString&)> m_isLogged;
+    std::optional<LoadedFormula> m_formula;
+    PanelMessage m_notice;
+    int m_port = 1;
+    bool m_overrideSpeed = false;
+    protocol::MixId m_handed;              ///< being handed over
+    bool m_loggedNow = false, m_signing = false;
+    QList<protocol::MixId> m_toHandOver;
+};
+
+}  // namespace sorvanto

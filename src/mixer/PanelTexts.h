@@ -1,0 +1,53 @@
+// Everything the mixer panel says, in the user's language.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+namespace sorvanto {
+
+/// One name for each text. The English texts stand in PanelTexts.cpp in the same order.
+enum class PanelText {
+    Title, Simulated, Firmware, NotConnected, Connect, Searching, NoWordSince,
+    NothingLoaded, ChooseFormula, Sending, ReadyToStart, StepOf, TimeLeft, Paused, Finished, WaitsForInitials, Problem,
+    QuantityInJar, Start, Pause, Resume, Stop, Ok, LoadAgain, NotEmergencyStop,
+    LiftRpm, MixRpm, Time, CyclesCount, LiftNow, MixNow, CyclesNow, MixerNamed,
+    NoFormula, NoMixType, Combination, NoSteps, TooManySteps, StepUnreadable, StepTimeOrCycles, StepOutOfRange, NoJar,
+    BusyMixing, BusySigning, SpeedWarning,
+    PortAbsent, PortHeld, PortForbidden, PortForbiddenNoGroup, PortFailed, NoAnswer, LostIdle, LostMixing,
+    Misstored, ProgrammeRefused, StartLid, StartEmergency, StartRefused, ResumeLid, CommandUnanswered,
+    LidOpened, EmergencyStop, EmergencyHeld, Overload, MixLost, FaultUnknown, ForeignMix,
+    JournalStart, JournalResults, JournalUnreadable,
+    OffersHeading, OfferFinished, OfferNoResults, OfferWaiting, LogThisMix, PutAside, PutAsideQuestion,
+    PutAsideTitle, NoLot, Unnamed,
+    Count
+};
+
+/// A text with its variable parts.
+struct PanelMessage {
+    PanelText text = PanelText::Count;  ///< Count: nothing to say
+    QStringList parts;
+    bool empty() const { return text == PanelText::Count; }
+    bool operator==(const PanelMessage&) const = default;
+};
+
+class PanelTexts {
+public:
+    /// Reads the language file. A missing or broken file, a key without translation: English. The file is
+    /// never written.
+    void load(const QString& path);
+
+    QString operator()(PanelText text) const;
+    /// With %1, %2 ... filled in; a part is never searched for marks itself.
+    QString operator()(PanelText text, const QStringList& parts) const;
+    QString operator()(const PanelMessage& message) const;
+
+    /// All English texts, which are the keys in the language files.
+    static QStringList keys();
+
+private:
+    QHash<QString, QString> m_translated;
+};
+
+}  // namespace sorvanto
