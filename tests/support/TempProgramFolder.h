@@ -1,4 +1,5 @@
-// A program folder of its own for one test, gone with it.
+// A program folder of its own for one test, gone with it. It lies in memory where the system offers that,
+// since the program flushes each file to the disk.
 #pragma once
 
 #include "platform/basic/Paths.h"
@@ -6,6 +7,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -36,7 +38,13 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder;
+    static QString place() {
+        const QFileInfo memory(QStringLiteral("/dev/shm"));
+        const QString parent = memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+        return parent + QStringLiteral("/sorvanto-XXXXXX");
+    }
+
+    QTemporaryDir m_folder{place()};
 };
 
 }  // namespace support

@@ -2,12 +2,16 @@
 #include "TestDatabase.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sqlite3.h>
 
 namespace support {
 namespace {
+
+/// A test need not outlive a power failure.
+const QByteArray preparation = "PRAGMA foreign_keys = ON; PRAGMA synchronous = OFF;";
 
 using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 
@@ -40,19 +44,35 @@ Rows execute(sqlite3* handle, const QByteArray& statements) {
     return rows;
 }
 
-}  // namespace
-
-void createDatabaseFile(const QString& path) {
+/// The bytes of a database with the delivered schema and no records.
+QByteArray emptyDatabase() {
     QFile schema(QStringLiteral(SORVANTO_SOURCE_DIR "/data/schema.sql"));
     if (!schema.open(QIODevice::ReadOnly))
         throw std::runtime_error("There is no data/schema.sql.");
-    const Handle handle = openFile(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    execute(handle.get(), "PRAGMA foreign_keys = ON;" + schema.readAll());
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("empty.mdb");
+    {
+        const Handle handle = openFile(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        execute(handle.get(), preparation + schema.readAll());
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("The schema made no file.");
+    return file.readAll();
+}
+
+}  // namespace
+
+void createDatabaseFile(const QString& path) {
+    static const QByteArray empty = emptyDatabase();
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(empty) != empty.size())
+        throw std::runtime_error("Can't write " + path.toStdString());
 }
 
 Rows runSql(const QString& path, const QString& statements) {
     const Handle handle = openFile(path, SQLITE_OPEN_READWRITE);
-    return execute(handle.get(), "PRAGMA foreign_keys = ON;" + statements.toUtf8());
+    return execute(handle.get(), preparation + statements.toUtf8());
 }
 
 QString rowsText(const Rows& rows) {
