@@ -1,0 +1,63 @@
+// Base of the data tests: a sample database of its own, opened the way the program opens it.
+#pragma once
+
+#include "TestDatabase.h"
+#include "db/DatabaseFile.h"
+#include "platform/basic/Currency.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Recordset.h"
+
+#include <QDateTime>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace platform {
+
+/// The failure of an action; number 0 when it went through.
+template <class Action>
+RuntimeError failureOf(Action action) {
+    try {
+        action();
+    } catch (const RuntimeError& failure) {
+        return failure;
+    }
+    return RuntimeError(0, QString());
+}
+
+class DataTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        sorvanto::createSample(path());
+        open();
+    }
+    QString path(const QString& name = QStringLiteral("test.mdb")) const { return m_folder.filePath(name); }
+    static QString source(const QString& path) {
+        return QStringLiteral("Provider=Any;Data Source=%1;Persist Security Info=False").arg(path);
+    }
+    void open() {
+        connection = std::make_shared<Connection>();
+        connection->open(source(path()));
+    }
+    RecordsetPtr rows(const QString& statement, CursorLocation location = CursorLocation::Default,
+                      LockType lock = LockType::ReadOnly) const {
+        RecordsetPtr set = Recordset::create();
+        set->open(statement, connection, CursorType::Static, lock, location);
+        return set;
+    }
+    RecordsetPtr editable(const QString& statement) const {
+        return rows(statement, CursorLocation::Client, LockType::Optimistic);
+    }
+    /// Straight from the file: fields joined by "|".
+    QString stored(const QString& statement) const { return support::rowsText(support::runSql(path(), statement)); }
+    std::int32_t numberOf(const QString& statement) const {
+        return failureOf([&] { connection->execute(statement); }).number();
+    }
+
+    ConnectionPtr connection;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+}  // namespace platform
