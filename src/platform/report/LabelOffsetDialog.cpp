@@ -1,0 +1,131 @@
+// The dialog's card, its values and the test print.
+#include "platform/report/LabelOffsetDialog.h"
+
+#include "platform/report/LabelTestSheet.h"
+#include "platform/report/PrintFlow.h"
+#include "platform/report/ReportHooks.h"
+#include "platform/report/ReportRun.h"
+#include "platform/widgets/Theme.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+constexpr double twipsOfInch = 1440;
+
+QDoubleSpinBox* inchBox(const QString& name, QWidget* parent) {
+    auto* box = new QDoubleSpinBox(parent);
+    box->setObjectName(name);
+    box->setDecimals(2);
+    box->setSingleStep(0.01);
+    box->setRange(-0.5, 0.5);
+    box->setSuffix(QStringLiteral(" in"));
+    box->setAlignment(Qt::AlignRight);
+    box->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    return box;
+}
+}  // namespace
+
+LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QString& printerName, QWidget* parent)
+    : QDialog(parent), m_labels(labels) {
+    setObjectName(QStringLiteral("labelOffset"));
+    setWindowTitle(reportText("Align labels"));
+    auto* about = new QLabel(reportText("Print the test sheet on plain paper, hold it against the label stock and "
+                                        "enter how far the labels must move. The preview and PDF stay as they are."),
+                             this);
+    about->setWordWrap(true);
+    m_printer = new QComboBox(this);
+    m_printer->setObjectName(QStringLiteral("printer"));
+    m_printer->addItems(printerNames());
+    m_printer->setCurrentIndex(std::max(0, m_printer->findText(printerName)));
+    m_right = inchBox(QStringLiteral("right"), this);
+    m_down = inchBox(QStringLiteral("down"), this);
+
+    auto* card = new QFrame(this);
+    makeCard(*card);
+    auto* form = new QFormLayout(card);
+    form->setContentsMargins(2 * grid, 2 * grid, 2 * grid, 2 * grid);
+    form->setSpacing(grid);
+    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    const std::pair<const char*, QWidget*> rows[] = {
+        {"&Printer", m_printer}, {"To the &right", m_right}, {"&Down", m_down}};
+    for (const auto& [caption, box] : rows) {
+        auto* name = new QLabel(reportText(caption), card);
+        name->setBuddy(box);
+        makeFieldLabel(*name);
+        form->addRow(name, box);
+    }
+
+    auto* test = new QPushButton(reportText("Print &test sheet"), this);
+    test->setObjectName(QStringLiteral("testSheet"));
+    test->setAutoDefault(false);
+    test->setEnabled(m_printer->count() > 0);
+    auto* ok = new QPushButton(reportText("OK"), this);
+    ok->setObjectName(QStringLiteral("ok"));
+    ok->setDefault(true);
+    ok->setEnabled(m_printer->count() > 0);
+    auto* cancel = new QPushButton(reportText("Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cancel"));
+    cancel->setAutoDefault(false);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(grid);
+    buttons->addWidget(test);
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);
+    all->setSpacing(2 * grid);
+    all->addWidget(about);
+    all->addWidget(card);
+    all->addStretch();
+    all->addLayout(buttons);
+    setMinimumWidth(54 * grid);
+
+    connect(m_printer, &QComboBox::currentIndexChanged, this, &LabelOffsetDialog::showOffset);
+    connect(test, &QPushButton::clicked, this, &LabelOffsetDialog::printTestSheet);
+    connect(ok, &QPushButton::clicked, this, &LabelOffsetDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &LabelOffsetDialog::reject);
+    showOffset();
+}
+
+QPoint LabelOffsetDialog::offset() const {
+    return {static_cast<int>(std::lround(m_right->value() * twipsOfInch)),
+            static_cast<int>(std::lround(m_down->value() * twipsOfInch))};
+}
+
+void LabelOffsetDialog::showOffset() {
+    const QPoint kept = printerOffset(m_printer->currentText());
+    m_right->setValue(kept.x() / twipsOfInch);
+    m_down->setValue(kept.y() / twipsOfInch);
+}
+
+void LabelOffsetDialog::printTestSheet() {
+    try {
+        ReportRun run(labelTestSheet(m_labels, reportText("Label test sheet")));
+        run.makeAll();
+        PrintFlow(run.document(), this, {}).print(m_printer->currentText(), offset());
+    } catch (...) {
+        reportFailed();
+    }
+}
+
+void LabelOffsetDialog::accept() {
+    try {
+        setPrinterOffset(m_printer->currentText(), offset());
+    } catch (...) {
+        reportFailed();
+        return;
+    }
+    QDialog::accept();
+}
+
+}  // namespace platform

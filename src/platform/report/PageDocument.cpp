@@ -1,0 +1,55 @@
+// Style table, warnings, and the text form of a document.
+#include "platform/report/PageDocument.h"
+
+#include <algorithm>
+
+namespace platform {
+
+std::uint16_t PageDocument::styleIndex(const TextStyle& style) {
+    const auto place = std::find(styles.begin(), styles.end(), style);
+    if (place != styles.end())
+        return static_cast<std::uint16_t>(place - styles.begin());
+    styles.push_back(style);
+    return static_cast<std::uint16_t>(styles.size() - 1);
+}
+
+void PageDocument::warn(WarningKind kind, const Control& control) {
+    for (PageWarning& warning : warnings) {
+        if (warning.kind == kind && warning.control == control.name && warning.text == control.text) {
+            ++warning.count;
+            return;
+        }
+    }
+    constexpr std::size_t most = 1000;
+    if (warnings.size() < most)
+        warnings.push_back({kind, static_cast<int>(pages.size()), 1, control.name, control.text});
+}
+
+QString dumped(const PageDocument& document) {
+    static const char* const names[] = {"text", "line", "box", "bars"};
+    QString out;
+    int number = 0;
+    for (const Page& page : document.pages) {
+        out += QStringLiteral("page %1\n").arg(++number);
+        for (const PageItem& item : page.items) {
+            out += QStringLiteral("%1 %2 %3 %4 %5").arg(QLatin1String(names[static_cast<int>(item.kind)]))
+                       .arg(item.x).arg(item.y).arg(item.width).arg(item.height);
+            if (!item.text.isEmpty()) {
+                QString text = item.text;
+                text.replace('\\', "\\\\").replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
+                out += ' ' + text;
+            }
+            if (item.kind == ItemKind::Text && !item.text.isEmpty()) {
+                QStringList shown;
+                for (std::uint32_t i = 0; i < item.runCount; ++i)
+                    shown << page.runs[item.firstRun + i].text;
+                if (shown != QStringList(item.text))
+                    out += QStringLiteral("  shown as: ") + shown.join(QStringLiteral(" | "));
+            }
+            out += '\n';
+        }
+    }
+    return out;
+}
+
+}  // namespace platform

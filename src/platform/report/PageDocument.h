@@ -1,0 +1,80 @@
+// What layout makes and every output reads: pages of text, lines, boxes and bar codes at fixed places.
+// All measures are twips from the top left of the paper.
+#pragma once
+
+#include "platform/report/ReportDefinition.h"
+
+#include <QString>
+#include <QVariant>
+#include <cstdint>
+#include <vector>
+
+namespace platform {
+
+enum class ItemKind : std::uint8_t { Text, Line, Box, BarCode };
+
+/// A piece of text on one baseline, ready to draw.
+struct TextRun {
+    int x = 0;
+    int baseline = 0;
+    QString text;
+};
+
+struct PageItem {
+    ItemKind kind = ItemKind::Text;
+    std::uint16_t style = 0;    ///< index into PageDocument::styles
+    std::uint16_t control = 0;  ///< index of the control in its section
+    int x = 0, y = 0, width = 0, height = 0;
+    QString text;               ///< the whole text, also where the page shows less
+    QVariant value;             ///< typed value behind the text, if any
+    QString format;             ///< picture of the value
+    std::uint32_t firstRun = 0, runCount = 0;  ///< into Page::runs
+};
+
+/// One section as it was placed; its items follow one another.
+struct Band {
+    std::uint16_t section = 0;  ///< index into ReportDefinition::sections
+    std::uint16_t column = 0;   ///< detail column, from 0
+    int x = 0, y = 0;
+    std::uint32_t firstItem = 0, itemCount = 0;
+};
+
+struct Page {
+    std::vector<Band> bands;
+    std::vector<PageItem> items;
+    std::vector<TextRun> runs;
+};
+
+enum class WarningKind { TextCut, NoBarCode };
+
+/// Something the reader of the paper must know before it is used. Equal ones are counted.
+struct PageWarning {
+    WarningKind kind = WarningKind::TextCut;
+    int page = 0;  ///< first page, from 1
+    int count = 1;
+    QString control;
+    QString text;
+};
+
+class PageDocument {
+public:
+    ReportDefinition definition;
+    QString caption;
+    std::vector<TextStyle> styles;
+    std::vector<Page> pages;
+    std::vector<PageWarning> warnings;
+
+    /// Index of the style, added when new.
+    std::uint16_t styleIndex(const TextStyle& style);
+    /// Counts a warning, or adds it; distinct ones beyond a thousand are dropped.
+    void warn(WarningKind kind, const Control& control);
+
+    const Control& controlOf(const Band& band, const PageItem& item) const {
+        return definition.sections[band.section].controls[item.control];
+    }
+};
+
+/// The document as text, an item a line: kind, x, y, width, height, text. For people and for tests.
+QString dumped(const PageDocument& document);
+
+}  // namespace platform

@@ -1,0 +1,112 @@
+// Drawing of the four kinds of items.
+#include "platform/report/PagePainter.h"
+
+#include "platform/report/Code39.h"
+#include "platform/report/TextMeasure.h"
+
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+constexpr double ruleWidth = 10;  // half a point
+
+QPen rulePen(QRgb colour) {
+    QPen pen(QColor::fromRgb(colour), ruleWidth);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setJoinStyle(Qt::MiterJoin);
+    return pen;
+}
+
+/// Size of a device dot across the page, in device units: pixels on a screen or picture; on paper the dot
+/// of a 300 dpi printer, since nobody knows the printer behind the file.
+double dotSize(const QPainter& painter) {
+    const bool paper = painter.paintEngine() && (painter.paintEngine()->type() == QPaintEngine::Pdf ||
+                                                 painter.device()->devType() == QInternal::Printer);
+    return paper ? Code39::dot * painter.deviceTransform().m11() : 1.0;
+}
+
+}  // namespace
+
+void PagePainter::paint(QPainter& painter, const Page& page) {
+    for (std::size_t i = m_fonts.size(); i < m_document.styles.size(); ++i)
+        m_fonts.push_back(reportFont(m_document.styles[i]));
+    m_fontSet = -1;
+    for (const PageItem& item : page.items) {
+        switch (item.kind) {
+        case ItemKind::Text: paintText(painter, page, item); break;
+        case ItemKind::Line:
+            painter.setPen(rulePen(styleOf(item).colour));
+            painter.drawLine(item.x, item.y, item.x + item.width, item.y + item.height);
+            m_fontSet = -1;
+            break;
+        case ItemKind::Box: paintBox(painter, item); break;
+        case ItemKind::BarCode: paintBars(painter, item); break;
+        }
+    }
+}
+
+void PagePainter::paintText(QPainter& painter, const Page& page, const PageItem& item) {
+    const TextStyle& style = styleOf(item);
+    if (style.background)
+        painter.fillRect(item.x, item.y, item.width, item.height, QColor::fromRgb(*style.background));
+    if (item.runCount == 0)
+        return;
+    if (m_fontSet != item.style) {
+        painter.setFont(m_fonts[item.style]);
+        painter.setPen(QColor::fromRgb(style.colour));
+        m_fontSet = item.style;
+    }
+    for (std::uint32_t i = item.firstRun; i < item.firstRun + item.runCount; ++i) {
+        const TextRun& run = page.runs[i];
+        painter.drawText(QPointF(run.x, run.baseline), run.text);
+    }
+}
+
+void PagePainter::paintBox(QPainter& painter, const PageItem& item) {
+    const TextStyle& style = styleOf(item);
+    painter.setPen(rulePen(style.colour));
+    painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background)) : QBrush(Qt::NoBrush));
+    painter.drawRect(item.x, item.y, item.width, item.height);
+    painter.setBrush(Qt::NoBrush);
+    m_fontSet = -1;
+}
+
+void PagePainter::paintBars(QPainter& painter, const PageItem& item) {
+    const std::vector<int> pattern = Code39::pattern(item.text);
+    if (pattern.empty())
+        return;
+    const QTransform device = painter.deviceTransform();
+    const QRectF band = device.mapRect(QRectF(item.x, item.y, item.width, item.height));
+    const double dot = dotSize(painter);
+    const double count = Code39::modules(pattern) + 2 * Code39::quietZone;
+    // Whole dots for each module; only a picture too small to be read falls back to parts of a pixel.
+    double module = std::floor(band.width() / count / dot + 1e-6) * dot;
+    const bool whole = module > 0;
+    if (!whole)
+        module = band.width() / count;
+    double x = band.x() + (band.width() - count * module) / 2 + Code39::quietZone * module;
+    if (whole)
+        x = std::ceil(x / dot - 1e-6) * dot;
+    const double top = whole && dot == 1.0 ? std::round(band.y()) : band.y();
+    const double bottom = whole && dot == 1.0 ? std::round(band.bottom()) : band.bottom();
+
+    painter.save();
+    painter.setWorldTransform(device.inverted() * painter.worldTransform());
+    painter.setRenderHint(QPainter::Antialiasing, !whole);
+    bool dark = true;
+    for (const int width : pattern) {
+        if (dark)
+            painter.fillRect(QRectF(x, top, width * module, bottom - top), Qt::black);
+        x += width * module;
+        dark = !dark;
+    }
+    painter.restore();
+}
+
+}  // namespace platform

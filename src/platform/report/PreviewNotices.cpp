@@ -1,0 +1,88 @@
+// The notice line and its list.
+#include "platform/report/PreviewNotices.h"
+
+#include "platform/report/ReportHooks.h"
+#include "platform/widgets/Theme.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace platform {
+
+PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("notices"));
+    setStyleSheet(QStringLiteral("QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
+                                 "QFrame#notices QListWidget { background: transparent; }")
+                      .arg(theme().surface.name(), theme().line.name()));
+    auto* sign = new QLabel(this);
+    sign->setPixmap(icon(QStringLiteral("warning")).pixmap(20, 20));
+    m_line = new QLabel(this);
+    m_line->setObjectName(QStringLiteral("noticeLine"));
+    m_line->setStyleSheet(QStringLiteral("color: %1; font-weight: 600;").arg(theme().warning.name()));
+    m_line->setWordWrap(true);
+    m_more = new QPushButton(reportText("Show"), this);
+    m_more->setObjectName(QStringLiteral("noticeMore"));
+    m_more->setCheckable(true);
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("noticeList"));
+    m_list->setAccessibleName(reportText("Warnings"));
+    m_list->setMaximumHeight(15 * grid);
+    m_list->hide();
+    auto* line = new QHBoxLayout;
+    line->setSpacing(grid);
+    line->addWidget(sign);
+    line->addWidget(m_line, 1);
+    line->addWidget(m_more);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(2 * grid, grid, 2 * grid, grid);
+    all->addLayout(line);
+    all->addWidget(m_list);
+    hide();
+    connect(m_more, &QPushButton::toggled, this, [this](bool on) {
+        m_list->setVisible(on);
+        m_more->setText(reportText(on ? "Hide" : "Show"));
+    });
+    connect(m_list, &QListWidget::itemActivated, this,
+            [this](QListWidgetItem* item) { emit pageChosen(item->data(Qt::UserRole).toInt()); });
+    connect(m_list, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { emit pageChosen(item->data(Qt::UserRole).toInt()); });
+}
+
+QString PreviewNotices::sentence(const PageWarning& warning) {
+    const QString text = warning.kind == WarningKind::TextCut
+                             ? reportText("Page %1: too long for its place and cut: \"%2\"")
+                             : reportText("Page %1: can't be written as a bar code: \"%2\"");
+    QString shown = text.arg(warning.page).arg(QString(warning.text).simplified());
+    if (warning.count > 1)
+        shown += QStringLiteral("  ") + reportText("(%1 times)").arg(warning.count);
+    return shown;
+}
+
+void PreviewNotices::update(const PageDocument& document, const QString& ending) {
+    if (document.warnings.size() == m_known && ending == m_ending)
+        return;
+    for (; m_known < document.warnings.size(); ++m_known) {
+        const PageWarning& warning = document.warnings[m_known];
+        auto* item = new QListWidgetItem(sentence(warning), m_list);
+        item->setToolTip(sentence(warning));
+        item->setData(Qt::UserRole, warning.page - 1);
+    }
+    m_ending = ending;
+    QStringList parts;
+    if (!ending.isEmpty())
+        parts << ending;
+    int cut = 0, bars = 0;
+    for (const PageWarning& warning : document.warnings)
+        (warning.kind == WarningKind::TextCut ? cut : bars) += warning.count;
+    if (cut > 0)
+        parts << reportText("Texts too long for their place and cut: %1.").arg(cut);
+    if (bars > 0)
+        parts << reportText("Bar codes left out: %1.").arg(bars);
+    m_line->setText(parts.join(QStringLiteral("  ")));
+    m_more->setVisible(m_list->count() > 0);
+    setVisible(!parts.isEmpty());
+}
+
+}  // namespace platform

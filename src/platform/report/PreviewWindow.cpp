@@ -1,0 +1,276 @@
+// The preview window: its parts, the run in slices, and output with progress.
+#include "platform/report/PreviewWindow.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/report/LabelOffsetDialog.h"
+#include "platform/report/PageView.h"
+#include "platform/report/PreviewBar.h"
+#include "platform/report/PreviewNotices.h"
+#include "platform/report/PrintFlow.h"
+#include "platform/report/ReportHooks.h"
+#include "platform/widgets/Theme.h"
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+
+namespace platform {
+
+namespace {
+constexpr int sliceMilliseconds = 20;
+constexpr int progressSteps = 1000;
+}  // namespace
+
+PreviewWindow* PreviewWindow::open(std::unique_ptr<Report> report) {
+    try {
+        std::unique_ptr<PreviewWindow> window(new PreviewWindow(std::move(report)));
+        window->m_run.makePage();
+        window->build();
+        window->takePlace();
+        window->show();
+        QTimer::singleShot(0, window.get(), &PreviewWindow::layOutMore);
+        return window.release();
+    } catch (...) {
+        reportFailed();
+        return nullptr;
+    }
+}
+
+PreviewWindow::PreviewWindow(std::unique_ptr<Report> report)
+    : m_run(std::move(report)), m_search(m_run.document()) {
+    setObjectName(QStringLiteral("preview"));
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+PreviewWindow::~PreviewWindow() = default;
+
+void PreviewWindow::build() {
+    setWindowTitle(m_run.document().caption);
+    m_bar = new PreviewBar(m_run.document().definition.stock.has_value(), this);
+    addToolBar(m_bar);
+    m_view = new PageView(m_run.document(), this);
+    m_view->setObjectName(QStringLiteral("pages"));
+    m_view->setAccessibleName(reportText("Pages"));
+    m_notices = new PreviewNotices(this);
+    auto* middle = new QWidget(this);
+    auto* all = new QVBoxLayout(middle);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(m_notices);
+    all->addWidget(m_view, 1);
+    all->addWidget(buildFoot());
+    setCentralWidget(middle);
+    connectBar();
+    m_view->pagesAdded();
+    m_view->setFocus();
+    showState();
+}
+
+QWidget* PreviewWindow::buildFoot() {
+    auto* foot = new QFrame(this);
+    foot->setObjectName(QStringLiteral("foot"));
+    foot->setStyleSheet(QStringLiteral("QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }")
+                            .arg(theme().surface.name(), theme().line.name()));
+    m_state = new QLabel(foot);
+    m_state->setObjectName(QStringLiteral("state"));
+    m_state->setProperty("quiet", true);
+    m_progress = new QProgressBar(foot);
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setTextVisible(false);
+    m_progress->setFixedWidth(30 * grid);
+    m_cancel = new QPushButton(reportText("Cancel"), foot);
+    m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_cancel->setAutoDefault(false);
+    m_cancel->setStyleSheet(QStringLiteral("min-height: 22px; padding: 0 12px;"));
+    auto* line = new QHBoxLayout(foot);
+    line->setContentsMargins(2 * grid, grid / 2, 2 * grid, grid / 2);
+    line->setSpacing(2 * grid);
+    line->addWidget(m_state);
+    line->addStretch();
+    line->addWidget(m_progress);
+    line->addWidget(m_cancel);
+    foot->setMinimumHeight(4 * grid);
+    connect(m_cancel, &QPushButton::clicked, this, &PreviewWindow::stop);
+    return foot;
+}
+
+void PreviewWindow::connectBar() {
+    const auto on = [this](QAction* action, auto react) { connect(action, &QAction::triggered, this, react); };
+    on(m_bar->print, [this] {
+        output([this](const PageProgress& go) {
+            PrintFlow(document(), this, go).print(m_run.report().printerName);
+        });
+    });
+    on(m_bar->savePdf, [this] {
+        output([this](const PageProgress& go) { PrintFlow(document(), this, go).savePdf(); });
+    });
+    if (m_bar->offset)
+        on(m_bar->offset, [this] { alignLabels(); });
+    on(m_bar->first, [this] { m_view->goToPage(0); });
+    on(m_bar->previous, [this] { m_view->goToPage(m_view->currentPage() - 1); });
+    on(m_bar->next, [this] { m_view->goToPage(m_view->currentPage() + 1); });
+    on(m_bar->last, [this] { m_view->goToPage(m_view->pageCount() - 1); });
+    on(m_bar->zoomIn, [this] { m_view->zoomIn(); });
+    on(m_bar->zoomOut, [this] { m_view->zoomOut(); });
+    on(m_bar->fitWidth, [this] { m_view->setZoomMode(ZoomMode::FitWidth); });
+    on(m_bar->fitPage, [this] { m_view->setZoomMode(ZoomMode::FitPage); });
+    on(m_bar->close, [this] { close(); });
+    connect(m_bar, &PreviewBar::pageChosen, this, [this](int page) {
+        m_view->goToPage(page);
+        m_view->setFocus();
+        m_bar->showPage(m_view->currentPage(), m_view->pageCount());
+    });
+    connect(m_bar, &PreviewBar::zoomChosen, this, [this](double zoom) {
+        m_view->setZoom(zoom);
+        m_view->setFocus();
+    });
+    connect(m_bar, &PreviewBar::findWanted, this, &PreviewWindow::find);
+    connect(m_notices, &PreviewNotices::pageChosen, m_view, &PageView::goToPage);
+    connect(m_view, &PageView::pageChanged, this,
+            [this](int page) { m_bar->showPage(page, m_view->pageCount()); });
+    connect(m_view, &PageView::zoomChanged, this, [this](double zoom) {
+        m_bar->showZoom(zoom, m_view->zoomMode() == ZoomMode::FitWidth, m_view->zoomMode() == ZoomMode::FitPage);
+    });
+}
+
+void PreviewWindow::takePlace() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const QRect whole = screen->geometry();
+    const PreviewPlace& place = m_run.report().previewPlace;
+    const QSize size(static_cast<int>(whole.width() * place.width), static_cast<int>(whole.height() * place.height));
+    const int top = static_cast<int>(place.top * screen->logicalDotsPerInchY() / 1440);
+    resize(size);
+    move(whole.x() + (whole.width() - size.width()) / 2, whole.y() + top);
+}
+
+bool PreviewWindow::stepRun() {
+    try {
+        return m_run.makePage();
+    } catch (...) {
+        m_ending = reportText("The report ended with an error after page %1.").arg(m_view->pageCount());
+        reportFailed();
+        return false;
+    }
+}
+
+void PreviewWindow::layOutMore() {
+    QElapsedTimer clock;
+    clock.start();
+    bool more = !m_run.isOver();
+    while (more && !clock.hasExpired(sliceMilliseconds))
+        more = stepRun();
+    m_view->pagesAdded();
+    showState();
+    if (more)
+        QTimer::singleShot(0, this, &PreviewWindow::layOutMore);
+}
+
+void PreviewWindow::finishRun() {
+    while (!m_run.isOver()) {
+        layOutMore();
+        QCoreApplication::processEvents();
+    }
+}
+
+void PreviewWindow::showState() {
+    const int pages = m_view->pageCount();
+    const bool runs = !m_run.isOver();
+    m_bar->showPage(m_view->currentPage(), pages);
+    m_bar->setOutputEnabled(!m_outputRuns);
+    m_progress->setVisible(runs || m_outputRuns);
+    m_cancel->setVisible(runs || m_outputRuns);
+    if (runs) {
+        const double done = m_run.progress();
+        m_progress->setRange(0, done < 0 ? 0 : progressSteps);
+        m_progress->setValue(static_cast<int>(done * progressSteps));
+        m_state->setText(reportText("Preparing page %1 ...").arg(pages + 1));
+    } else if (!m_outputRuns) {
+        m_state->setText(pages == 1 ? reportText("1 page") : reportText("%1 pages").arg(pages));
+    }
+    m_notices->update(document(), m_ending);
+}
+
+void PreviewWindow::stop() {
+    m_outputStopped = true;
+    if (!m_run.isOver()) {
+        m_run.cancel();
+        m_ending = reportText("The report was stopped: only the first %1 pages were made.").arg(m_view->pageCount());
+    }
+    showState();
+}
+
+void PreviewWindow::output(const std::function<void(const PageProgress&)>& action) {
+    if (m_outputRuns)
+        return;
+    m_outputRuns = true;
+    m_outputStopped = false;
+    const QPointer<PreviewWindow> alive(this);
+    try {
+        finishRun();
+        if (!m_outputStopped) {
+            QElapsedTimer clock;
+            clock.start();
+            action([this, &clock](int done) {
+                if (clock.hasExpired(2 * sliceMilliseconds)) {
+                    clock.restart();
+                    m_progress->setRange(0, m_view->pageCount());
+                    m_progress->setValue(done);
+                    m_state->setText(reportText("Page %1 of %2").arg(done).arg(m_view->pageCount()));
+                    showState();
+                    QCoreApplication::processEvents();
+                }
+                return !m_outputStopped;
+            });
+        }
+    } catch (...) {
+        reportFailed();
+    }
+    if (!alive)
+        return;
+    m_outputRuns = false;
+    showState();
+    if (m_closing)
+        close();
+}
+
+void PreviewWindow::alignLabels() {
+    LabelOffsetDialog dialog(document().definition, m_run.report().printerName, this);
+    asker().showModal(dialog, [&] { dialog.exec(); });
+}
+
+void PreviewWindow::find(const QString& words, bool backward) {
+    const TextSearch::Place place = m_search.find(words, backward, m_view->currentPage());
+    m_view->mark(place.page, place.rect);
+    m_bar->showFound(words.isEmpty() || place.page >= 0);
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event) {
+    if (m_outputRuns) {  // the output ends first, then the window
+        m_closing = true;
+        stop();
+        event->ignore();
+        return;
+    }
+    m_run.cancel();
+    event->accept();
+}
+
+void PreviewWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape)
+        return QMainWindow::keyPressEvent(event);
+    if (!m_run.isOver() || m_outputRuns)
+        stop();
+    else
+        close();
+}
+
+}  // namespace platform

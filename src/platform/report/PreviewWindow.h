@@ -1,0 +1,70 @@
+// The preview: opens with the first page, lays out the rest while it can be read, and offers printing,
+// saving, searching and zooming.
+#pragma once
+
+#include "platform/report/ReportOutput.h"
+#include "platform/report/ReportRun.h"
+#include "platform/report/TextSearch.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace platform {
+
+class PageView;
+class PreviewBar;
+class PreviewNotices;
+
+class PreviewWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    /// Runs the report up to its first page and shows the window, which deletes itself when closed. A
+    /// failure goes to the report failure handler; without any page there is no window (null).
+    static PreviewWindow* open(std::unique_ptr<Report> report);
+    ~PreviewWindow() override;
+
+    const PageDocument& document() const { return m_run.document(); }
+    bool isComplete() const { return m_run.isOver() && m_ending.isEmpty(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    explicit PreviewWindow(std::unique_ptr<Report> report);
+    void build();
+    QWidget* buildFoot();
+    void connectBar();
+    void takePlace();
+    /// Lays out further pages for a moment, then lets the event loop run.
+    void layOutMore();
+    /// One step of the run; a failure is handed on and ends it.
+    bool stepRun();
+    /// The rest of the pages at once, with progress; stop() ends it.
+    void finishRun();
+    void showState();
+    void stop();
+    /// Runs a print or save action on the whole document with progress and cancel.
+    void output(const std::function<void(const PageProgress&)>& action);
+    void alignLabels();
+    void find(const QString& words, bool backward);
+
+    ReportRun m_run;
+    TextSearch m_search;
+    PageView* m_view = nullptr;
+    PreviewBar* m_bar = nullptr;
+    PreviewNotices* m_notices = nullptr;
+    QLabel* m_state = nullptr;
+    QProgressBar* m_progress = nullptr;
+    QPushButton* m_cancel = nullptr;
+    QString m_ending;       ///< why the run ended before its time
+    bool m_outputRuns = false;
+    bool m_outputStopped = false;
+    bool m_closing = false;
+};
+
+}  // namespace platform

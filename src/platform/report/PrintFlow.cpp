@@ -1,0 +1,80 @@
+// Printing and saving as the preview offers them.
+#include "platform/report/PrintFlow.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/report/ReportHooks.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+namespace platform {
+
+PrintFlow::PrintFlow(const PageDocument& document, QWidget* parent, PageProgress progress)
+    : m_document(document), m_parent(parent), m_progress(std::move(progress)) {}
+
+bool PrintFlow::print(const QString& printerName, std::optional<QPoint> offset) {
+    const QStringList names = printerNames();
+    if (names.isEmpty()) {
+        const QString question = reportText("There is no printer on this computer. Save the report as PDF instead?");
+        if (MsgBox(question, {Buttons::YesNo, Icon::Information}) == Answer::Yes)
+            savePdf();
+        return false;
+    }
+    const bool named = !printerName.isEmpty() && printerName != QLatin1String("0");
+    if (named && !names.contains(printerName)) {
+        MsgBox(reportText("The printer \"%1\" is not on this computer. Nothing was printed. "
+                          "Choose a printer in the next window.").arg(printerName),
+               {Buttons::Ok, Icon::Exclamation});
+        return printOn({}, offset);
+    }
+    return printOn(named ? printerName : QString(), offset);
+}
+
+bool PrintFlow::printOn(const QString& printerName, std::optional<QPoint> offset) {
+    QPrinter printer(QPrinter::HighResolution);
+    if (!printerName.isEmpty()) {
+        printer.setPrinterName(printerName);
+        if (printer.printerName() != printerName) {  // a name it does not like leaves the default queue
+            MsgBox(reportText("The printer \"%1\" can't be used. Nothing was printed.").arg(printerName),
+                   {Buttons::Ok, Icon::Exclamation});
+            return false;
+        }
+    }
+    preparePrinter(printer, m_document);
+    QPrintDialog dialog(&printer, m_parent);
+    dialog.setObjectName(QStringLiteral("printDialog"));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, static_cast<int>(m_document.pages.size()));
+    asker().showModal(dialog, [&] { dialog.exec(); });
+    if (dialog.result() != QDialog::Accepted)
+        return false;
+    preparePrinter(printer, m_document);
+    QPoint shift;
+    if (m_document.definition.stock)
+        shift = offset ? *offset : printerOffset(printer.printerName());
+    return printDocument(m_document, printer, shift, m_progress);
+}
+
+QString PrintFlow::suggestedPath() const {
+    QString name = m_document.caption.isEmpty() ? m_document.definition.name : m_document.caption;
+    name.replace(QRegularExpression(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]")), QStringLiteral(" "));
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+        .filePath(name.simplified() + QStringLiteral(".pdf"));
+}
+
+bool PrintFlow::savePdf() {
+    QFileDialog dialog(m_parent, reportText("Save as PDF"), suggestedPath(), QStringLiteral("PDF (*.pdf)"));
+    dialog.setObjectName(QStringLiteral("savePdfDialog"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    asker().showModal(dialog, [&] { dialog.exec(); });
+    if (dialog.result() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return false;
+    return platform::savePdf(m_document, dialog.selectedFiles().constFirst(), m_progress);
+}
+
+}  // namespace platform

@@ -1,0 +1,106 @@
+// What a report looks like: sections with controls at fixed places. All measures are whole twips
+// (1,440 to the inch, 20 to the point), from the top left of the section.
+// A definition reads like a table of its controls:
+//   {SectionKind::Detail, 270, {
+//       field("txtName", 180, 0, 2700, 270).bound("chm_Name").points(8.25),
+//       line("Line5", 5040, 180, 6030)}}
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QVariant>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+enum class ControlKind { Label, Field, Line, Box, BarCode };
+enum class TextAlign { Left, Centre, Right };
+/// In the order in which they stand on a page, but for the page footer, which is last on every page.
+enum class SectionKind { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, ReportFooter, PageFooter };
+
+/// How a text looks. An empty family and 0 points stand for the report's own font.
+struct TextStyle {
+    QString family;
+    double points = 0;  ///< a multiple of 0.05
+    bool bold = false;
+    bool italic = false;
+    TextAlign align = TextAlign::Left;
+    QRgb colour = qRgb(0, 0, 0);
+    std::optional<QRgb> background = std::nullopt;  ///< fills the whole control
+
+    bool operator==(const TextStyle&) const = default;
+};
+
+/// One thing in a section. The functions below make one; its own functions refine it, each giving itself.
+struct Control {
+    ControlKind kind = ControlKind::Label;
+    QString name;
+    int left = 0, top = 0, width = 0, height = 0;
+    QString text;
+    QString column;  ///< column of the rows that a field shows; empty: none
+    QString format;  ///< picture for the column's value, as platform::format knows them
+    TextStyle style;
+    bool visible = true;
+    QVariant value;  ///< what the text was written from, where that is a number, money or a date
+    int field = unresolved;  ///< position of the column in the rows, -1 when they lack it
+
+    static constexpr int unresolved = -2;
+
+    Control& font(const QString& family, double points);
+    Control& points(double points);
+    Control& bold();
+    Control& italic();
+    Control& right();
+    Control& centre();
+    Control& colour(QRgb colour);
+    Control& background(QRgb colour);
+    Control& bound(const QString& columnName, const QString& picture = {});
+    Control& hidden();
+
+    bool isText() const { return kind == ControlKind::Label || kind == ControlKind::Field; }
+};
+
+Control label(const QString& name, int left, int top, int width, int height, const QString& text = {});
+Control field(const QString& name, int left, int top, int width, int height, const QString& text = {});
+/// A horizontal rule from left to right.
+Control line(const QString& name, int left, int top, int right);
+/// A frame; background() fills it.
+Control box(const QString& name, int left, int top, int width, int height);
+/// Code 39 of the text, no line of writing.
+Control barCode(const QString& name, int left, int top, int width, int height, const QString& text = {});
+
+struct Section {
+    SectionKind kind = SectionKind::Detail;
+    int height = 0;
+    std::vector<Control> controls;
+};
+
+struct Margins {
+    int left = 720, right = 720, top = 720, bottom = 720;
+};
+
+/// Die-cut label stock: where its labels lie on the sheet.
+struct LabelStock {
+    int columns = 3, rows = 10;
+    int left = 225, top = 720;         ///< of the first label
+    int across = 4000, down = 1440;    ///< from one label's edge to the next one's
+    int width = 3780, height = 1440;
+};
+
+/// Each kind of section stands at most once. One group without a key encloses all detail rows.
+struct ReportDefinition {
+    QString name;
+    Margins margins;
+    std::vector<Section> sections;
+    int detailColumns = 1;    ///< details go across, then down; the printable width is divided evenly
+    /// Given for labels: a printer's offset then matters, and a test sheet can show it.
+    std::optional<LabelStock> stock = std::nullopt;
+    TextStyle font{QStringLiteral("Arial"), 10};
+    int paperWidth = 12240;   ///< US Letter, portrait
+    int paperHeight = 15840;
+
+    int printableWidth() const { return paperWidth - margins.left - margins.right; }
+};
+
+}  // namespace platform

@@ -1,0 +1,36 @@
+// The failure handler and its default.
+#include "platform/report/ReportHooks.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Texts.h"
+
+namespace platform {
+
+namespace {
+std::function<void()>& handler() {
+    static std::function<void()> current;
+    return current;
+}
+}  // namespace
+
+void setReportFailureHandler(std::function<void()> function) {
+    handler() = std::move(function);
+}
+
+void reportFailed() noexcept {
+    try {
+        if (handler())
+            return handler()();
+        const RuntimeError failure = currentError();
+        MsgBox(failure.description(), {Buttons::Ok, Icon::Critical});
+    } catch (...) {
+        // Neither the handler nor the box could tell; the report stays ended.
+    }
+}
+
+QString reportText(const char* english) {
+    return widgetText(QString::fromLatin1(english));
+}
+
+}  // namespace platform

@@ -1,0 +1,18 @@
+// What the report engine takes from the program above it, and its captions.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+namespace platform {
+
+/// Called in a catch block when a report or its output failed and no caller is left to be told. Without
+/// it the failure shows as a message box.
+void setReportFailureHandler(std::function<void()> handler);
+/// Hands the exception in flight on; to be called in a catch block, never throws.
+void reportFailed() noexcept;
+
+/// A caption of the engine in the user's language, as the widgets' translator gives it.
+QString reportText(const char* english);
+
+}  // namespace platform

@@ -1,0 +1,177 @@
+// From bands and items to rows and cells.
+#include "platform/report/SpreadsheetExport.h"
+
+#include "platform/basic/Currency.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+#include "platform/report/ReportRun.h"
+#include "platform/report/SheetPlan.h"
+#include "platform/report/XlsWorkbook.h"
+
+#include <QHash>
+#include <cmath>
+#include <optional>
+
+namespace platform {
+
+namespace {
+
+bool isDate(const QVariant& value) {
+    return value.userType() == QMetaType::QDateTime;
+}
+
+/// The value as a cell's number, where it is one.
+std::optional<double> cellNumber(const QVariant& value) {
+    switch (value.userType()) {
+    case QMetaType::Int: case QMetaType::Short: case QMetaType::LongLong: case QMetaType::UInt:
+    case QMetaType::Double: {
+        const double number = value.toDouble();
+        return std::isfinite(number) ? std::optional(number) : std::nullopt;
+    }
+    case QMetaType::QDateTime: {
+        // Before 1 March 1900 spreadsheets count days differently.
+        const double days = toSerial(value.toDateTime());
+        return days >= 61 ? std::optional(days) : std::nullopt;
+    }
+    default: break;
+    }
+    if (value.userType() == qMetaTypeId<Currency>())
+        return value.value<Currency>().toDouble();
+    return std::nullopt;
+}
+
+QString quoted(const QString& literal) {
+    if (literal.isEmpty())
+        return {};
+    return QLatin1Char('"') + QString(literal).remove(QLatin1Char('"')) + QLatin1Char('"');
+}
+
+class Writer {
+public:
+    explicit Writer(const PageDocument& document)
+        : m_document(document), m_plan(document.definition),
+          m_workbook(document.caption.isEmpty() ? document.definition.name : document.caption) {}
+
+    QByteArray bytes() {
+        const int groups = std::max(1, m_document.definition.detailColumns);
+        for (int column = 0; column < m_plan.columns() * groups; ++column)
+            m_workbook.setColumnWidth(column, m_plan.columnWidth(column % m_plan.columns()));
+        for (const Page& page : m_document.pages)
+            addPage(page);
+        return m_workbook.bytes();
+    }
+
+private:
+    void addPage(const Page& page) {
+        for (std::size_t first = 0; first < page.bands.size();) {
+            std::size_t end = first + 1;  // details beside one another share their rows
+            while (end < page.bands.size() && page.bands[end].column > 0)
+                ++end;
+            addBands(page, first, end);
+            first = end;
+        }
+    }
+
+    void addBands(const Page& page, std::size_t first, std::size_t end) {
+        const int rows = m_plan.rows(page.bands[first].section);
+        for (int row = 0; row < rows; ++row) {
+            for (std::size_t i = first; i < end; ++i)
+                addRow(page, page.bands[i], row);
+        }
+        m_row += rows;
+    }
+
+    void addRow(const Page& page, const Band& band, int row) {
+        m_line.clear();
+        for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
+            const PageItem& item = page.items[i];
+            if (item.kind == ItemKind::Text && !item.text.isEmpty() &&
+                m_plan.place(band.section, item.control).row == row)
+                m_line.emplace_back(m_plan.place(band.section, item.control).column, &item);
+        }
+        std::sort(m_line.begin(), m_line.end());
+        for (const auto& [column, item] : m_line)
+            addCell(band, *item, m_row + row, band.column * m_plan.columns() + column);
+    }
+
+    void addCell(const Band& band, const PageItem& item, int row, int column) {
+        const std::optional<double> number = item.value.isValid() ? cellNumber(item.value) : std::nullopt;
+        const std::uint16_t style = cellStyle(band, item, number.has_value());
+        if (number)
+            m_workbook.addNumber(row, column, style, *number);
+        else
+            m_workbook.addText(row, column, style, item.text);
+    }
+
+    /// The looks of cells, kept by what decides them.
+    std::uint16_t cellStyle(const Band& band, const PageItem& item, bool number) {
+        const bool time = number && isDate(item.value) && item.value.toDateTime().time() != QTime(0, 0);
+        const bool date = number && isDate(item.value);
+        const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 | quint64(item.style) << 16 |
+                            quint64(number) << 2 | quint64(date) << 1 | quint64(time);
+        const auto known = m_styles.constFind(key);
+        if (known != m_styles.constEnd() && known->format == item.format)
+            return known->style;
+        const TextStyle& text = m_document.styles[item.style];
+        CellStyle cell;
+        cell.family = text.family;
+        cell.twips = static_cast<int>(std::lround(text.points * 20));
+        const SectionKind kind = m_document.definition.sections[band.section].kind;
+        const bool head = m_document.controlOf(band, item).kind == ControlKind::Label &&
+                          (kind == SectionKind::ReportHeader || kind == SectionKind::PageHeader ||
+                           kind == SectionKind::GroupHeader);
+        cell.bold = text.bold || head;
+        cell.italic = text.italic;
+        cell.align = text.align;
+        cell.alignGiven = text.align != TextAlign::Left;
+        if (number && !item.format.isEmpty())
+            cell.numberFormat = numberFormatOf(item.format);
+        else if (date)
+            cell.numberFormat = time ? QStringLiteral("m/d/yyyy h:mm:ss AM/PM") : QStringLiteral("m/d/yyyy");
+        const std::uint16_t style = m_workbook.addStyle(cell);
+        m_styles.insert(key, {item.format, style});
+        return style;
+    }
+
+    struct KnownStyle {
+        QString format;
+        std::uint16_t style;
+    };
+    const PageDocument& m_document;
+    SheetPlan m_plan;
+    XlsWorkbook m_workbook;
+    int m_row = 0;
+    std::vector<std::pair<int, const PageItem*>> m_line;
+    QHash<quint64, KnownStyle> m_styles;
+};
+
+}  // namespace
+
+QString numberFormatOf(const QString& picture) {
+    const QString first = picture.section(QLatin1Char(';'), 0, 0);
+    qsizetype start = 0, end = first.size();
+    const auto isPlace = [&](qsizetype i) { return first[i] == QLatin1Char('#') || first[i] == QLatin1Char('0'); };
+    while (start < end && !isPlace(start))
+        ++start;
+    if (start == end) {  // a date: letters stand, marks between them are literal
+        QString format;
+        for (const QChar character : first)
+            format += character.isLetter() ? QString(character) : QLatin1Char('\\') + QString(character);
+        return format;
+    }
+    while (end > start && !isPlace(end - 1))
+        --end;
+    return quoted(first.left(start)) + first.mid(start, end - start) + quoted(first.mid(end));
+}
+
+QByteArray spreadsheet(const PageDocument& document) {
+    return Writer(document).bytes();
+}
+
+void exportReport(std::unique_ptr<Report> report, const QString& path) {
+    ReportRun run(std::move(report));
+    run.makeAll();
+    writeFile(platformPath(path), spreadsheet(run.document()));
+}
+
+}  // namespace platform

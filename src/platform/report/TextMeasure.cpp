@@ -1,0 +1,108 @@
+// Measuring with Qt's font metrics at one pixel a twip, unhinted. Widths of single characters are kept,
+// because most texts can be seen to fit from them alone.
+#include "platform/report/TextMeasure.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QHash>
+#include <QStringList>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+/// Families that hold the same metrics or, for the old bitmap face, the nearest shape.
+QString replacement(const QString& family) {
+    static const QHash<QString, QString> table{
+        {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")},
+        {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif")},
+        {QStringLiteral("MS Serif"), QStringLiteral("Liberation Serif")},
+    };
+    return table.value(family);
+}
+
+struct MeasuredFont {
+    TextStyle style;
+    QFontMetricsF metrics;
+    FontExtent extent;
+    std::array<float, 0x500> advances{};  ///< Latin, Greek and Cyrillic; 0: not measured yet
+
+    explicit MeasuredFont(const TextStyle& style)
+        : style(style), metrics(reportFont(style)),
+          extent{static_cast<int>(std::lround(metrics.ascent())), static_cast<int>(std::lround(metrics.descent()))} {}
+};
+
+class SystemFontMeasure : public TextMeasure {
+public:
+    FontExtent extent(const TextStyle& style) override { return fontOf(style).extent; }
+
+    int width(const TextStyle& style, const QString& text) override {
+        return static_cast<int>(std::ceil(fontOf(style).metrics.horizontalAdvance(text) - 0.01));
+    }
+
+    bool surelyFits(const TextStyle& style, const QString& text, int room) override {
+        MeasuredFont& font = fontOf(style);
+        float sum = 0;
+        for (const QChar character : text) {
+            const ushort code = character.unicode();
+            if (code < 0x20 || code >= font.advances.size())
+                return false;
+            float& advance = font.advances[code];
+            if (advance == 0)
+                advance = static_cast<float>(font.metrics.horizontalAdvance(character));
+            sum += advance;
+        }
+        return sum * 1.02f <= static_cast<float>(room);  // kerning hardly ever widens
+    }
+
+private:
+    MeasuredFont& fontOf(const TextStyle& style) {
+        if (m_last && sameFont(m_last->style, style))
+            return *m_last;
+        for (const auto& font : m_fonts) {
+            if (sameFont(font->style, style))
+                return *(m_last = font.get());
+        }
+        m_fonts.push_back(std::make_unique<MeasuredFont>(style));
+        return *(m_last = m_fonts.back().get());
+    }
+
+    static bool sameFont(const TextStyle& a, const TextStyle& b) {
+        return a.points == b.points && a.bold == b.bold && a.italic == b.italic && a.family == b.family;
+    }
+
+    std::vector<std::unique_ptr<MeasuredFont>> m_fonts;
+    MeasuredFont* m_last = nullptr;
+};
+
+}  // namespace
+
+QFont reportFont(const TextStyle& style) {
+    QStringList families{style.family};
+    const QString other = replacement(style.family);
+    if (!other.isEmpty()) {
+        if (QFontDatabase::hasFamily(style.family))
+            families << other;
+        else
+            families.prepend(other);
+    }
+    families << QStringLiteral("Liberation Sans") << QStringLiteral("DejaVu Sans");
+    families.removeDuplicates();
+    QFont font;
+    font.setFamilies(families);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(style.points * 20))));
+    font.setBold(style.bold);
+    font.setItalic(style.italic);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setStyleStrategy(QFont::PreferOutline);
+    return font;
+}
+
+std::unique_ptr<TextMeasure> fontMeasure() {
+    return std::make_unique<SystemFontMeasure>();
+}
+
+}  // namespace platform

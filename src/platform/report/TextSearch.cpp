@@ -1,0 +1,45 @@
+// Walking over the items of all pages.
+#include "platform/report/TextSearch.h"
+
+#include <algorithm>
+
+namespace platform {
+
+bool TextSearch::holds(const Page& page, const PageItem& item) const {
+    if (item.kind != ItemKind::Text)
+        return false;
+    for (std::uint32_t run = item.firstRun; run < item.firstRun + item.runCount; ++run) {
+        if (page.runs[run].text.contains(m_words, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+TextSearch::Place TextSearch::find(const QString& words, bool backward, int startPage) {
+    const int pages = static_cast<int>(m_document.pages.size());
+    if (words.isEmpty() || pages == 0)
+        return m_last = {};
+    if (words != m_words || m_last.page < 0) {
+        m_words = words;
+        m_last = {std::clamp(startPage, 0, pages - 1), -1, {}};
+        if (backward)
+            m_last.item = static_cast<int>(m_document.pages[static_cast<std::size_t>(m_last.page)].items.size());
+    }
+    int page = m_last.page;
+    int item = m_last.item;
+    // Once round, and the rest of the page it started on.
+    for (int turns = 0; turns <= pages; ++turns) {
+        const Page& here = m_document.pages[static_cast<std::size_t>(page)];
+        const int count = static_cast<int>(here.items.size());
+        for (item += backward ? -1 : 1; item >= 0 && item < count; item += backward ? -1 : 1) {
+            const PageItem& found = here.items[static_cast<std::size_t>(item)];
+            if (holds(here, found))
+                return m_last = {page, item, QRect(found.x, found.y, found.width, found.height)};
+        }
+        page = (page + (backward ? pages - 1 : 1)) % pages;
+        item = backward ? static_cast<int>(m_document.pages[static_cast<std::size_t>(page)].items.size()) : -1;
+    }
+    return m_last = {};
+}
+
+}  // namespace platform

@@ -1,0 +1,121 @@
+// The bytes of spreadsheet records: little-endian numbers, the texts in their two widths, and records
+// that are too long for one and go on in others.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QtEndian>
+#include <cstdint>
+#include <cstring>
+
+namespace platform::xls {
+
+enum Id : std::uint16_t {
+    Eof = 0x0A, DateMode = 0x22, Continue = 0x3C, Window1 = 0x3D, CodePage = 0x42, Font = 0x31, ColInfo = 0x7D,
+    BoundSheet = 0x85, Xf = 0xE0, SharedTexts = 0xFC, LabelShared = 0xFD, Dimensions = 0x200, Number = 0x203,
+    Row = 0x208, Window2 = 0x23E, Rk = 0x27E, Style = 0x293, Format = 0x41E, Bof = 0x809
+};
+
+/// Most bytes of data in one record.
+inline constexpr int mostData = 8224;
+
+template <class Number>
+void put(QByteArray& bytes, Number number) {
+    static_assert(std::is_integral_v<Number>);
+    const Number little = qToLittleEndian(number);
+    bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
+}
+inline void put8(QByteArray& bytes, int number) { put(bytes, static_cast<std::uint8_t>(number)); }
+inline void put16(QByteArray& bytes, int number) { put(bytes, static_cast<std::uint16_t>(number)); }
+inline void put32(QByteArray& bytes, std::uint32_t number) { put(bytes, number); }
+inline void putDouble(QByteArray& bytes, double number) {
+    std::uint64_t bits;
+    std::memcpy(&bits, &number, sizeof bits);
+    put(bytes, bits);
+}
+
+inline void record(QByteArray& out, Id id, const QByteArray& data) {
+    put16(out, id);
+    put16(out, static_cast<int>(data.size()));
+    out.append(data);
+}
+
+/// Whether one byte a character is enough.
+inline bool narrow(const QString& text) {
+    for (const QChar character : text) {
+        if (character.unicode() > 0xFF)
+            return false;
+    }
+    return true;
+}
+
+/// The characters alone, in one or two bytes each.
+inline QByteArray characters(const QString& text, bool oneByte) {
+    if (oneByte)
+        return text.toLatin1();
+    QByteArray bytes;
+    bytes.reserve(text.size() * 2);
+    for (const QChar character : text)
+        put(bytes, character.unicode());
+    return bytes;
+}
+
+/// A text with a count of 8 or 16 bits in front, as fonts, formats and sheet names hold it.
+inline QByteArray shortText(const QString& text, bool wideCount) {
+    QByteArray bytes;
+    const bool oneByte = narrow(text);
+    if (wideCount)
+        put16(bytes, static_cast<int>(text.size()));
+    else
+        put8(bytes, static_cast<int>(text.size()));
+    put8(bytes, oneByte ? 0 : 1);
+    return bytes + characters(text, oneByte);
+}
+
+/// Data that goes on in further records where one is full.
+class LongRecord {
+public:
+    LongRecord(QByteArray& out, Id id) : m_out(out), m_id(id) {}
+    ~LongRecord() { flush(); }
+    LongRecord(const LongRecord&) = delete;
+    LongRecord& operator=(const LongRecord&) = delete;
+
+    void append(const QByteArray& data) { m_data.append(data); }
+
+    /// A shared text: its count and width stay together; its characters may be split between two of them,
+    /// and the width is then said again.
+    void appendText(const QString& text) {
+        const bool oneByte = narrow(text);
+        if (m_data.size() + 3 > mostData)
+            flush();
+        put16(m_data, static_cast<int>(text.size()));
+        put8(m_data, oneByte ? 0 : 1);
+        const QByteArray all = characters(text, oneByte);
+        const qsizetype unit = oneByte ? 1 : 2;
+        qsizetype done = 0;
+        while (done < all.size()) {
+            const qsizetype room = (mostData - m_data.size()) / unit * unit;
+            if (room == 0) {
+                flush();
+                put8(m_data, oneByte ? 0 : 1);
+                continue;
+            }
+            const qsizetype count = std::min(room, all.size() - done);
+            m_data.append(all.constData() + done, count);
+            done += count;
+        }
+    }
+
+private:
+    void flush() {
+        record(m_out, m_id, m_data);
+        m_id = Continue;
+        m_data.clear();
+    }
+
+    QByteArray& m_out;
+    QByteArray m_data;
+    Id m_id;
+};
+
+}  // namespace platform::xls

@@ -1,0 +1,67 @@
+// A workbook of one sheet in the binary spreadsheet format of .xls files (BIFF8 records in an OLE2
+// container). Cells are given row by row; nothing is kept but the finished bytes and the shared texts.
+#pragma once
+
+#include "platform/report/ReportDefinition.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <cstdint>
+#include <vector>
+
+namespace platform {
+
+/// How a cell looks. The number format is in the spreadsheet's own language; empty: general.
+struct CellStyle {
+    QString family = QStringLiteral("Arial");
+    int twips = 200;
+    bool bold = false;
+    bool italic = false;
+    TextAlign align = TextAlign::Left;
+    bool alignGiven = false;  ///< otherwise numbers go right and texts left by themselves
+    QString numberFormat;
+
+    bool operator==(const CellStyle&) const = default;
+};
+
+class XlsWorkbook {
+public:
+    static constexpr int mostRows = 65'536;
+    static constexpr int mostColumns = 256;
+    static constexpr int mostCharacters = 32'767;
+
+    explicit XlsWorkbook(const QString& sheetName);
+
+    /// Number to name the style by.
+    std::uint16_t addStyle(const CellStyle& style);
+    /// Width in twips of the layout.
+    void setColumnWidth(int column, int twips);
+
+    /// Rows never go back; columns go forward within a row. Throws overflow with a message for the user
+    /// where the format has no room for the cell.
+    void addText(int row, int column, std::uint16_t style, const QString& text);
+    void addNumber(int row, int column, std::uint16_t style, double number);
+
+    /// The finished file.
+    QByteArray bytes();
+
+private:
+    void toCell(int row, int column);
+    void flushRow();
+    void flushBlock();
+    QByteArray globals(std::uint32_t sheetSizeBefore) const;
+    QByteArray sheetHead() const;
+    QByteArray sharedTexts() const;
+
+    QString m_sheetName;
+    std::vector<CellStyle> m_styles;
+    std::vector<int> m_widths;
+    QHash<QString, std::uint32_t> m_textIndex;
+    std::vector<QString> m_texts;
+    std::uint32_t m_textUses = 0;
+    QByteArray m_sheet, m_blockRows, m_blockCells;
+    int m_row = -1, m_firstColumn = 0, m_lastColumn = -1, m_rowsInBlock = 0, m_columns = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,217 @@
+// Spreadsheet files, read back by two independent programs.
+#include "Samples.h"
+#include "Tools.h"
+#include "support/Golden.h"
+#include "support/TempProgramFolder.h"
+
+#include "platform/basic/Currency.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/report/SpreadsheetExport.h"
+#include "platform/report/XlsWorkbook.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace platform;
+using namespace samples;
+
+namespace {
+
+struct Xls {
+    QTemporaryDir folder;
+    QString path = folder.filePath("book.xls");
+
+    explicit Xls(const QByteArray& bytes) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QString cells() const { return tools::cells(path); }
+    /// The file as comma separated values, by the other reader.
+    QString commaSeparated() const {
+        tools::output("soffice", {"--headless", "-env:UserInstallation=file://" + folder.filePath("profile"),
+                                  "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false",
+                                  "--outdir", folder.path(), path});
+        QFile file(folder.filePath("book.csv"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll());
+    }
+};
+
+}  // namespace
+
+TEST(Spreadsheet, RowsAndColumnsFollowTheBands) {
+    StockFile file;
+    file.add("'Zinc oxide', 'Powder', 12.5, 3.2, '2026-03-07 14:05:09', '0303A0000100'");
+    file.add("'=SUM(A1)', '+1', 1000, 1234.5, '2026-03-01 00:00:00', '-2'");
+    file.add("'@home', 'Лек', NULL, -0.07, NULL, '007'");
+    auto report = std::make_unique<StockList>(file.rows());
+    report->setText("madeOn", "3/7/2026");
+    const Xls xls(spreadsheet(finished(std::move(report))->document()));
+    support::expectGolden("report/stock_list_cells.txt", xls.cells());
+    support::expectGolden("report/stock_list_office.csv", xls.commaSeparated());
+}
+
+TEST(Spreadsheet, EveryPageIsThereInItsOrder) {
+    StockFile file;
+    file.addMany(100);
+    const Xls xls(spreadsheet(finished(std::make_unique<StockList>(file.rows()))->document()));
+    QStringList first;
+    for (const QString& line : xls.cells().split('\n')) {
+        const QStringList parts = line.split('|');
+        if (parts.size() == 6 && parts[2] == "text" && (parts[3].startsWith("'Item ") || parts[3].startsWith("'Page ")))
+            first << parts[3];
+    }
+    ASSERT_EQ(first.size(), 104) << "a hundred rows, three page numbers, the last name in the footer";
+    EXPECT_EQ(first[40], "'Page 1'");
+    EXPECT_EQ(first[41], "'Item 41'");
+    EXPECT_EQ(first.last(), "'Page 3'");
+}
+
+TEST(Spreadsheet, LabelsStandSideBySideAndSkippedOnesLeaveTheirRoom) {
+    const Xls xls(spreadsheet(finished(std::make_unique<StripLabels>(4, 3, "L-1"))->document()));
+    support::expectGolden("report/strip_labels_cells.txt", xls.cells());
+}
+
+TEST(Spreadsheet, ValuesGivenByAnEventAreNumbers) {
+    struct Money : Report {
+        Money() : Report([] {
+            ReportDefinition d;
+            d.name = "Money";
+            d.sections = {{SectionKind::GroupHeader, 300, {field("cost", 0, 0, 2000, 270), field("plain", 2000, 0, 2000, 270)}}};
+            return d;
+        }()) {}
+        void groupHeaderFormat() override {
+            setValue("cost", QVariant::fromValue(Currency::fromText("1234.5")), "$###,##0.00");
+            setValue("plain", 0.1, {}, "a tenth");
+        }
+    };
+    const auto run = finished(std::make_unique<Money>());
+    EXPECT_TRUE(dumped(run->document()).contains("$1,234.50"));
+    EXPECT_TRUE(dumped(run->document()).contains("a tenth"));
+    const QString cells = Xls(spreadsheet(run->document())).cells();
+    EXPECT_TRUE(cells.contains("0|0|number|1234.5|\"$\"###,##0.00|plain")) << qPrintable(cells);
+    EXPECT_TRUE(cells.contains("0|1|number|0.1|General|plain")) << qPrintable(cells);
+}
+
+struct PictureCase {
+    const char *picture, *format;
+};
+class NumberFormats : public testing::TestWithParam<PictureCase> {};
+
+TEST_P(NumberFormats, AreTheSpreadsheetsOwn) {
+    EXPECT_EQ(numberFormatOf(QString::fromUtf8(GetParam().picture)).toStdString(), GetParam().format);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, NumberFormats, testing::Values(
+    PictureCase{"#0.00", "#0.00"}, PictureCase{"$ ###,##0.00", "\"$ \"###,##0.00"},
+    PictureCase{"Kč###,##0.00", "\"Kč\"###,##0.00"}, PictureCase{"####0;;Null", "####0"},
+    PictureCase{"0.00 ml", "0.00\" ml\""}, PictureCase{"MM-DD-YY", "MM\\-DD\\-YY"}));
+
+TEST(XlsWorkbook, KeepsTextsOfEveryLengthAndScript) {
+    XlsWorkbook book("Texts");
+    std::vector<QString> texts;
+    // Lengths about the border of a record, narrow and wide, so that texts split at every kind of place.
+    for (int i = 0; i < 300; ++i) {
+        const QChar character = i % 3 == 0 ? QChar(0x041B) : QChar('a' + i % 26);
+        texts.push_back(QString::number(i) + QString((i * 37) % 300, character));
+    }
+    texts.push_back(QString(32'767, 'x'));
+    texts.push_back(QString(32'767, QChar(0x20AC)));
+    texts.push_back(QString::fromUcs4(U"\U0001F600 end", 5));
+    texts.push_back("line\nend and \"quotes\"");
+    QString expected = QString("Texts %1 1\n").arg(texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        book.addText(static_cast<int>(i), 0, 0, texts[i]);
+    const Xls xls(book.bytes());
+    const QString script = "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+                           "print(chr(1).join(s.cell(r, 0).value for r in range(s.nrows)), end='')";
+    const QStringList read = tools::output("/usr/bin/python3", {"-c", script, xls.path}).split(QChar(1));
+    ASSERT_EQ(read.size(), static_cast<qsizetype>(texts.size()));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(read[static_cast<qsizetype>(i)].toStdString(), texts[i].toStdString()) << i;
+}
+
+TEST(XlsWorkbook, KeepsNumbersToTheLastBit) {
+    const std::vector<double> numbers{0, -0.0, 1, -1, 0.01, -0.07, 12.5, 1234567.89, 0.1, 1e300, -1e-300, 536870911,
+                                      536870912, -536870911, 5368709.11, 5368709.12, 1.0 / 3, 46088.5869};
+    XlsWorkbook book("Numbers");
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        book.addNumber(static_cast<int>(i), static_cast<int>(i % 3), 0, numbers[i]);
+    const Xls xls(book.bytes());
+    const QString script = "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+                           "print(*[repr(s.cell(r, r % 3).value) for r in range(s.nrows)])";
+    const QStringList read = tools::output("/usr/bin/python3", {"-c", script, xls.path}).trimmed().split(' ');
+    ASSERT_EQ(read.size(), static_cast<qsizetype>(numbers.size()));
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        EXPECT_EQ(read[static_cast<qsizetype>(i)].toDouble(), numbers[i]) << i;
+}
+
+TEST(XlsWorkbook, HoldsItsMostRowsAndSaysWhenThereAreMore) {
+    XlsWorkbook book("Rows");
+    for (int row = 0; row < XlsWorkbook::mostRows; ++row)
+        book.addNumber(row, 0, 0, row);
+    try {
+        book.addNumber(XlsWorkbook::mostRows, 0, 0, 1);
+        FAIL();
+    } catch (const RuntimeError& failure) {
+        EXPECT_EQ(failure.number(), error::overflow);
+        EXPECT_TRUE(failure.description().contains("65,536 rows"));
+    }
+    const Xls xls(book.bytes());
+    EXPECT_TRUE(xls.cells().contains("65535|0|number|65535.0|General|plain"));
+}
+
+TEST(XlsWorkbook, SaysWhenATextIsTooLong) {
+    XlsWorkbook book("Long");
+    try {
+        book.addText(0, 0, 0, QString(32'768, 'x'));
+        FAIL();
+    } catch (const RuntimeError& failure) {
+        EXPECT_TRUE(failure.description().contains("32,767 characters"));
+    }
+}
+
+TEST(XlsWorkbook, ManyStylesAndAStrangeSheetName) {
+    XlsWorkbook book("a/b[c]:d*e?f\\g this name is much too long for a sheet");
+    for (int i = 0; i < 20; ++i) {
+        CellStyle style;
+        style.twips = 160 + 20 * i;
+        style.bold = i % 2;
+        style.numberFormat = QString("0.%1").arg(QString(i + 1, '0'));
+        book.addNumber(i, 0, book.addStyle(style), i);
+    }
+    const QString cells = Xls(book.bytes()).cells();
+    EXPECT_TRUE(cells.startsWith("a b c  d e f g this name is muc 20 1")) << qPrintable(cells);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_TRUE(cells.contains(QString("%1|0|number|%1.0|0.%2|%3").arg(i).arg(QString(i + 1, '0'))
+                                       .arg(i % 2 ? "bold" : "plain"))) << i;
+}
+
+TEST(Spreadsheet, OverwritesWithoutAQuestionAndLeavesNoRest) {
+    support::TempProgramFolder folder;
+    folder.write("Book.xls", "old");
+    StockFile file;
+    file.addMany(3);
+    exportReport(std::make_unique<StockList>(file.rows()), folder.path() + "\\Book.xls");
+    EXPECT_TRUE(folder.read("Book.xls").startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1")));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("Book.xls"));
+}
+
+TEST(Spreadsheet, AFailingEventLeavesTheOldFile) {
+    support::TempProgramFolder folder;
+    folder.write("Book.xls", "old");
+    StockFile file;
+    file.addMany(3);
+    auto report = std::make_unique<StockList>(file.rows());
+    report->onDetail = [](StockList&) { throw RuntimeError(error::divisionByZero, "Division by zero"); };
+    EXPECT_THROW(exportReport(std::move(report), folder.path() + "\\Book.xls"), RuntimeError);
+    EXPECT_EQ(folder.read("Book.xls"), "old");
+}
+
+TEST(Spreadsheet, AFolderThatIsNotThereIsAnError) {
+    StockFile file;
+    file.addMany(1);
+    EXPECT_THROW(exportReport(std::make_unique<StockList>(file.rows()), "/nowhere\\Book.xls"), RuntimeError);
+}
