@@ -1,6 +1,6 @@
 #include "core/ErrorStrip.h"
 
-#include "core/ReportList.h"
+#include "core/ErrorReportList.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -71,7 +71,7 @@ void ErrorStrip::openList() {
     if (!reporter)
         return;
     if (!m_list)
-        m_list = new ReportList(reporter, window());
+        m_list = new ErrorReportList(reporter, window());
     m_list->showReports();
     m_list->show();
     m_list->raise();

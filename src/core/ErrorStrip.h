@@ -13,7 +13,7 @@ class QToolButton;
 
 namespace sorvanto {
 
-class ReportList;
+class ErrorReportList;
 
 class ErrorStrip : public QFrame {
     Q_OBJECT
@@ -39,7 +39,7 @@ private:
     QLabel* m_text;
     QPushButton* m_details;
     QToolButton* m_close;
-    QPointer<ReportList> m_list;
+    QPointer<ErrorReportList> m_list;
 };
 
 }  // namespace sorvanto

@@ -1,4 +1,4 @@
-#include "core/ReportList.h"
+#include "core/ErrorReportList.h"
 
 #include "platform/basic/Dates.h"
 #include "platform/widgets/Theme.h"
@@ -30,10 +30,10 @@ QString fullText(const ErrorReport& report) {
 
 }  // namespace
 
-ReportList::ReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent)
+ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent)
     : QDialog(parent), m_reporter(std::move(reporter)), m_table(new QTableWidget(0, columns, this)),
       m_text(new QPlainTextEdit(this)) {
-    setObjectName(QStringLiteral("ReportList"));
+    setObjectName(QStringLiteral("ErrorReportList"));
     setWindowTitle(translated(QStringLiteral("Reports")));
     m_table->setObjectName(QStringLiteral("grdReports"));
     m_table->setHorizontalHeaderLabels(
@@ -57,9 +57,9 @@ ReportList::ReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent)
     m_copy = buttons->addButton(translated(QStringLiteral("Copy")), QDialogButtonBox::ActionRole);
     auto* close = buttons->addButton(translated(QStringLiteral("Close")), QDialogButtonBox::RejectRole);
     close->setDefault(true);
-    connect(m_copy, &QPushButton::clicked, this, &ReportList::copyChosen);
+    connect(m_copy, &QPushButton::clicked, this, &ErrorReportList::copyChosen);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
-    connect(m_table, &QTableWidget::itemSelectionChanged, this, &ReportList::showChosen);
+    connect(m_table, &QTableWidget::itemSelectionChanged, this, &ErrorReportList::showChosen);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(2 * platform::grid, 2 * platform::grid, 2 * platform::grid, 2 * platform::grid);
@@ -70,7 +70,7 @@ ReportList::ReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent)
     resize(110 * platform::grid, 60 * platform::grid);
 }
 
-void ReportList::showReports() {
+void ErrorReportList::showReports() {
     const auto reporter = m_reporter.lock();
     if (!reporter)
         return;
@@ -94,7 +94,7 @@ void ReportList::showReports() {
     showChosen();
 }
 
-void ReportList::showChosen() {
+void ErrorReportList::showChosen() {
     const auto reporter = m_reporter.lock();
     const int row = m_table->currentRow();
     const int last = reporter ? static_cast<int>(reporter->reports().size()) - 1 : -1;
@@ -104,7 +104,7 @@ void ReportList::showChosen() {
     m_copy->setEnabled(chosen);
 }
 
-void ReportList::copyChosen() {
+void ErrorReportList::copyChosen() {
     QApplication::clipboard()->setText(m_text->toPlainText());
 }
 

@@ -13,11 +13,11 @@ namespace sorvanto {
 
 class ErrorReporter;
 
-class ReportList : public QDialog {
+class ErrorReportList : public QDialog {
     Q_OBJECT
 
 public:
-    ReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent);
+    ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent);
     /// Reads the reports anew; the chosen one stays chosen.
     void showReports();
 

@@ -1,0 +1,35 @@
+// Where the main window was last.
+#include "TempProgramFolder.h"
+#include "core/WindowPlace.h"
+
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace sorvanto;
+
+TEST(WindowPlace, IsRememberedInAFileOfItsOwn) {
+    const support::TempProgramFolder folder;
+    QWidget window;
+    restoreWindowPlace(window);
+    EXPECT_FALSE(folder.has("window.ini"));
+    window.setGeometry(40, 30, 500, 400);
+    saveWindowPlace(window);
+    EXPECT_TRUE(folder.has("window.ini"));
+    EXPECT_FALSE(folder.has("options.xml"));
+    QWidget next;
+    restoreWindowPlace(next);
+    EXPECT_EQ(next.size(), QSize(500, 400));
+}
+
+TEST(WindowPlace, AFirstStartFitsTheScreenAndABrokenFileCountsAsNone) {
+    const support::TempProgramFolder folder;
+    folder.write("window.ini", "[window]\ngeometry=garbage\n");
+    QWidget window;
+    restoreWindowPlace(window);
+    EXPECT_LE(window.width(), 1366);
+    EXPECT_GE(window.width(), 640);
+}
+
+}  // namespace
