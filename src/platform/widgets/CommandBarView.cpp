@@ -27,6 +27,7 @@ constexpr QSize sideButton{52, 52};
 constexpr int sidePicture = 28;
 constexpr int searchWidth = 210;
 constexpr int enterKey = 13;
+const QLatin1String searchBox("searchBox");
 
 QString captionOf(CommandBar& bar, const Tool& tool) {
     if (!tool.caption().isEmpty() || tool.subBand().isEmpty())
@@ -129,8 +130,9 @@ void CommandBar::View::buildToolBar(Band& band) {
 
 void CommandBar::View::addTextBox(Tool& tool, QToolBar& strip) {
     auto* edit = new QLineEdit(&strip);
-    edit->setObjectName(QStringLiteral("searchBox"));
+    edit->setObjectName(searchBox);
     edit->setFixedWidth(searchWidth);
+    edit->setFocusPolicy(Qt::ClickFocus);  // by mouse, its keys or F6; the Tab key stays in the screen
     connect(edit, &QLineEdit::textChanged, this, [&tool](const QString& text) { tool.m_text = text; });
     Shown& shown = m_shown[&tool];
     shown.edit = edit;
@@ -296,7 +298,8 @@ void CommandBar::View::nextArea(bool backwards) {
     for (int step = 1; step <= count; ++step) {
         const int next = ((at + (backwards ? -step : step)) % count + count) % count;
         for (QWidget* child : all[next]->findChildren<QWidget*>()) {
-            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus);
+            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus)
+                              || child->objectName() == searchBox;
             if (fits && child->isEnabled() && child->isVisible()) {
                 child->setFocus(Qt::TabFocusReason);
                 return;

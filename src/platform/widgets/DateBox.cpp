@@ -34,6 +34,27 @@ QDateTime typedDate(const QString& text, bool withTime) {
     }
 }
 
+QCalendarWidget* makeCalendar(QWidget* parent) {
+    auto* calendar = new QCalendarWidget(parent);
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar->setGridVisible(false);
+    calendar->setMinimumSize(304, 240);
+    QTextCharFormat plain;
+    plain.setForeground(theme().text);
+    calendar->setWeekdayTextFormat(Qt::Saturday, plain);
+    calendar->setWeekdayTextFormat(Qt::Sunday, plain);
+    const auto arrow = [calendar](const char* name, const char* picture, const QString& tip) {
+        if (auto* button = calendar->findChild<QToolButton*>(QLatin1String(name))) {
+            button->setIcon(icon(QLatin1String(picture)));
+            button->setToolTip(tip);
+            button->setAccessibleName(tip);
+        }
+    };
+    arrow("qt_calendar_prevmonth", "left", widgetText(QStringLiteral("Previous Month")));
+    arrow("qt_calendar_nextmonth", "right", widgetText(QStringLiteral("Next Month")));
+    return calendar;
+}
+
 }  // namespace
 
 DateBox::DateBox(QWidget* parent)
@@ -129,25 +150,17 @@ void DateBox::openCalendar() {
     auto* popup = new QFrame(this, Qt::Popup);
     popup->setObjectName(QStringLiteral("calendarPopup"));
     popup->setAttribute(Qt::WA_DeleteOnClose);
-    auto* calendar = new QCalendarWidget(popup);
-    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    calendar->setGridVisible(false);
-    QTextCharFormat plain;
-    plain.setForeground(theme().text);
-    calendar->setWeekdayTextFormat(Qt::Saturday, plain);
-    calendar->setWeekdayTextFormat(Qt::Sunday, plain);
+    QCalendarWidget* calendar = makeCalendar(popup);
     calendar->setSelectedDate(m_value == zeroDate() ? today().date() : m_value.date());
     auto* column = new QVBoxLayout(popup);
     column->setContentsMargins(4, 4, 4, 4);
     column->addWidget(calendar);
-    connect(calendar, &QCalendarWidget::activated, popup, [this, popup](const QDate& day) {
+    const auto take = [this, popup](const QDate& day) {
         choose(day);
         popup->close();
-    });
-    connect(calendar, &QCalendarWidget::clicked, popup, [this, popup](const QDate& day) {
-        choose(day);
-        popup->close();
-    });
+    };
+    connect(calendar, &QCalendarWidget::activated, popup, take);
+    connect(calendar, &QCalendarWidget::clicked, popup, take);
     popup->adjustSize();
     const QRect room = screen()->availableGeometry();
     QPoint corner = mapToGlobal(QPoint(0, height() + 2));

@@ -13,6 +13,13 @@ namespace {
 
 constexpr int rightWidth = 312;
 
+/// Puts a window into a scroll area without a background of its own.
+void host(QScrollArea& area, QWidget& form) {
+    area.setWidget(&form);
+    area.viewport()->setAutoFillBackground(false);
+    form.setAutoFillBackground(false);
+}
+
 /// A page that is as wide and high as its place and scrolls only when the window can't shrink further.
 class Page : public QScrollArea {
 public:
@@ -71,7 +78,7 @@ QScrollArea* HostArea::pageOf(QWidget& form) {
             return page;
     auto* page = new Page(m_pages);
     page->setObjectName(QStringLiteral("hostPage"));
-    page->setWidget(&form);
+    host(*page, form);
     m_pages->addWidget(page);
     return page;
 }
@@ -88,7 +95,7 @@ void HostArea::showInMiddle(QWidget* form) {
 
 void HostArea::showAtRight(QWidget* form) {
     if (form && m_right->widget() != form)
-        m_right->setWidget(form);
+        host(*m_right, *form);
     m_right->setVisible(form != nullptr);
 }
 

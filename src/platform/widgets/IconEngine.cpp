@@ -8,6 +8,11 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+/// Keeps the linker from dropping the pictures out of the library. Outside a namespace, as it must be.
+static void loadPictures() {
+    Q_INIT_RESOURCE(widgets);
+}
+
 namespace platform {
 
 namespace {
@@ -28,6 +33,7 @@ QByteArray drawing(const QString& name, const QColor& color) {
 IconEngine::IconEngine(QString name, QColor color) : m_name(std::move(name)), m_color(color) {}
 
 bool IconEngine::exists(const QString& name) {
+    loadPictures();
     return QFile::exists(fileOf(name));
 }
 

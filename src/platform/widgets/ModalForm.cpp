@@ -15,6 +15,11 @@ void ModalForm::showModal() {
     asker().showModal(*this, [this] { exec(); });
 }
 
+void ModalForm::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    onActivate();
+}
+
 void ModalForm::reject() {
     onCloseBox();
 }

@@ -19,6 +19,9 @@ public:
 protected:
     /// What the close box does; the form is hidden unless it says otherwise.
     virtual void onCloseBox() { hide(); }
+    /// Called when the form has come on show: the place to set focus and selection.
+    virtual void onActivate() {}
+    void showEvent(QShowEvent* event) override;
 };
 
 }  // namespace platform

@@ -50,6 +50,7 @@ void ReportList::addRow(const QStringList& texts, int at) {
     auto* item = new QTreeWidgetItem(texts);
     for (int i = 0; i < columnCount(); ++i)
         item->setTextAlignment(i, Qt::AlignVCenter | Qt::AlignRight);
+    item->setSizeHint(0, {0, rowPixels});
     insertTopLevelItem(at < 0 ? count() : at, item);
 }
 

@@ -17,15 +17,15 @@ QGroupBox { margin-top: 0; padding: 40px 12px 12px 12px; font-weight: 600; }
 QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 20px; top: 14px; color: @text; }
 QLabel[fieldLabel="true"] { color: @secondary; qproperty-alignment: 'AlignRight | AlignVCenter'; }
 QLabel[heading="true"] { font-weight: 600; }
-QLabel[quiet="true"] { color: @secondary; font-size: 8.5pt; }
+QLabel[quiet="true"] { color: @secondary; font-size: 9pt; }
 QLabel[badge="true"] { background: @warning; color: @onFill; border-radius: 5px; padding: 1px 7px; font-size: 9pt; }
 QToolTip { background: @text; color: @surface; border: 1px solid @text; border-radius: 4px; padding: 4px 6px; }
 QSplitter::handle { background: @line; }
 )";
 
 const char* const bars = R"(
-QMenuBar { background: @surface; color: @text; padding: 0 4px; min-height: 30px; }
-QMenuBar::item { padding: 6px 10px; border-radius: 6px; background: transparent; }
+QMenuBar { background: @surface; color: @text; padding: 0 2px; spacing: 0; }
+QMenuBar::item { padding: 5px 10px; border-radius: 6px; background: transparent; }
 QMenuBar::item:selected, QMenuBar::item:pressed { background: @softAccent; color: @text; }
 QMenu { background: @surface; color: @text; border: 1px solid @line; padding: 6px; }
 QMenu::item { padding: 7px 28px 7px 12px; border-radius: 5px; }
@@ -33,7 +33,7 @@ QMenu::item:selected { background: @softAccent; color: @text; }
 QMenu::item:disabled { color: @disabled; background: transparent; }
 QMenu::separator { height: 1px; background: @line; margin: 5px 6px; }
 QMenu::right-arrow { image: url(:/widgets/style/right-@mode.svg); width: 14px; height: 14px; right: 6px; }
-QToolBar { background: @surface; border: none; border-bottom: 1px solid @line; padding: 4px 6px 7px 10px; spacing: 0; }
+QToolBar { background: @surface; border: none; border-bottom: 1px solid @line; padding: 1px 6px 3px 10px; spacing: 0; }
 QToolBar::separator { background: @line; width: 1px; margin: 6px 6px; }
 QFrame#sideBar { background: @surface; border: none; border-right: 1px solid @line; }
 QFrame#rightHost { background: @surface; border: none; border-left: 1px solid @line; }
@@ -51,18 +51,18 @@ QLineEdit, QPlainTextEdit, QTextEdit, QAbstractSpinBox {
     background: @surface; color: @text; border: 1px solid @fieldLine; border-radius: 6px;
     selection-background-color: @accent; selection-color: @onFill; }
 QLineEdit, QAbstractSpinBox { padding: 0 7px; min-height: 30px; }
-QPlainTextEdit, QTextEdit { padding: 3px 3px; }
+QPlainTextEdit, QTextEdit { padding: 3px 5px; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus, QAbstractSpinBox:focus { border: 2px solid @accent; }
 QLineEdit:focus, QAbstractSpinBox:focus { padding: 0 6px; min-height: 28px; }
-QPlainTextEdit:focus, QTextEdit:focus { padding: 2px 2px; }
+QPlainTextEdit:focus, QTextEdit:focus { padding: 2px 4px; }
 QLineEdit[readOnly="true"], QPlainTextEdit[readOnly="true"] { background: @quietField; border: 1px solid @quietField; }
 QLineEdit[readOnly="true"]:focus, QPlainTextEdit[readOnly="true"]:focus { border: 2px solid @line; }
 QLineEdit[invalid="true"] { border: 2px solid @danger; padding: 0 6px; min-height: 28px; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QAbstractSpinBox:disabled {
     background: @quietField; border: 1px solid @quietField; color: @disabled; }
 QComboBox { background: @surface; color: @text; border: 1px solid @fieldLine; border-radius: 6px;
-    padding: 0 7px; min-height: 30px; }
-QComboBox:focus { border: 2px solid @accent; padding: 0 6px; min-height: 28px; }
+    padding: 0 9px; min-height: 30px; }
+QComboBox:focus { border: 2px solid @accent; padding: 0 8px; min-height: 28px; }
 QComboBox[locked="true"] { background: @quietField; border: 1px solid @quietField; }
 QComboBox[locked="true"]:focus { border: 2px solid @line; }
 QComboBox:disabled { background: @quietField; border: 1px solid @quietField; color: @disabled; }
@@ -114,7 +114,7 @@ QTabBar::tab:!selected { font-weight: 400; }
 QTabBar::tab:selected { color: @accent; border-bottom: 2px solid @accent; }
 QTabBar::tab:hover:!selected:enabled { color: @text; border-bottom: 2px solid @line; }
 QTabBar::tab:disabled { color: @disabled; }
-QTabBar::tab:selected:focus { color: @accent; background: @softAccent; border-bottom: 2px solid @accent; }
+QTabBar::tab:selected:focus { color: @text; border-bottom: 4px solid @accent; padding-bottom: 3px; }
 QTableView, QTreeView, QListView { background: @surface; alternate-background-color: @alternateRow; color: @text;
     border: none; outline: none; gridline-color: transparent;
     selection-background-color: @softAccent; selection-color: @text; }
@@ -122,7 +122,7 @@ QHeaderView { background: @surface; border: none; }
 QHeaderView::section { background: @surface; color: @secondary; border: none; border-bottom: 1px solid @line;
     padding: 0 10px; font-weight: 500; }
 QTableCornerButton::section { background: @surface; border: none; }
-QTreeView::item { height: 30px; padding: 0 6px; border: none; }
+QTreeView::item { padding: 0 6px; border: none; }
 QTreeView::item:selected { background: @softAccent; color: @text; }
 QListView::item { min-height: 30px; padding: 0 6px; border-radius: 5px; }
 QListView::item:selected { background: @softAccent; color: @text; }

@@ -1,0 +1,123 @@
+// The whole look in one window, light and dark. Pictures go to the folder in SORVANTO_PICTURES, if set.
+#include "Gallery.h"
+#include "SampleRows.h"
+#include "WarningTrap.h"
+#include "platform/widgets/AskDialog.h"
+#include "platform/widgets/Boxes.h"
+#include "platform/widgets/Theme.h"
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QDir>
+#include <QMenu>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+
+void keepPicture(QWidget& widget, const QString& name) {
+    const QString folder = qEnvironmentVariable("SORVANTO_PICTURES");
+    QTest::qWait(20);
+    if (!folder.isEmpty())
+        widget.grab().save(QDir(folder).filePath(name + ".png"));
+}
+
+struct Window {
+    explicit Window(bool locked, bool german = false) {
+        support::buildSampleBar(bar);
+        window.resize(1366, 738);
+        bar.attach(window, "Panel");
+        window.statusBar()->addWidget(new QLabel("sorvanto.mdb"));
+        window.statusBar()->setSizeGripEnabled(false);
+        screen = support::sampleScreen(locked, german, rows, &window);
+        bar.band("Formulas").tool("frmFormula").setForm(screen);
+        bar.band("Chemicals").setVisible(false);
+        controls = support::sampleControls(&window);
+        bar.band("Chemicals").tool("frmChemical").setForm(controls);
+        bar.band("Panel").tool("frmPanel").setForm(support::samplePanel(&window));
+        bar.band("FormBar").tool("cmdFormulas").setChecked(true);
+        for (const char* name : {"cmdSave", "cmdCancel"})
+            bar.band("MainBar").tool(name).setEnabled(!locked);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+
+    support::SampleRows rows;
+    CommandBar bar;
+    QMainWindow window;
+    QWidget* screen;
+    QWidget* controls;
+};
+
+class Look : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override { applyTheme(*qApp, GetParam()); }
+    QString named(const QString& name) const { return name + (GetParam() ? "-dark" : "-light"); }
+    support::WarningTrap trap;
+};
+
+TEST_P(Look, ScreenLockedAndInEditing) {
+    for (const bool locked : {true, false}) {
+        Window shown(locked);
+        const QString state = locked ? "locked" : "edit";
+        keepPicture(shown.window, named("general-" + state));
+        shown.screen->findChild<QTabWidget*>("tabs")->setCurrentIndex(1);
+        keepPicture(shown.window, named("ingredients-" + state));
+        const QImage image = shown.window.grab().toImage();
+        EXPECT_EQ(QColor(image.pixel(800, 650)), theme().window);
+        EXPECT_EQ(QColor(image.pixel(1200, 600)), theme().surface);
+        EXPECT_EQ(QColor(image.pixel(30, 600)), theme().surface);
+    }
+}
+
+TEST_P(Look, GermanWordsAreNotCutOff) {
+    Window shown(true, true);
+    keepPicture(shown.window, named("german"));
+    for (const QLabel* label : shown.screen->findChildren<QLabel*>())
+        EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+}
+
+TEST_P(Look, ControlsHintAndFocus) {
+    Window shown(false);
+    shown.bar.band("Formulas").setVisible(false);
+    shown.bar.band("Chemicals").setVisible(true);
+    shown.window.activateWindow();
+    auto* box = shown.controls->findChild<NumberBox*>("refused");
+    box->setFocus();
+    QTest::keyClicks(box, "1.234,5");
+    keepPicture(shown.window, named("controls"));
+    EXPECT_FALSE(box->acceptable());
+}
+
+TEST_P(Look, Windows) {
+    AskDialog deletion("Delete this formula? It can't be brought back.", deletionStyle, "Delete Formula", nullptr);
+    deletion.show();
+    keepPicture(deletion, named("question"));
+    AskDialog input("Enter all or part of chemical name", "Search Chemical", "hydro", nullptr);
+    input.show();
+    keepPicture(input, named("input"));
+    DateBox date;
+    date.resize(160, 32);
+    date.show();
+    QTest::keyClick(date.findChild<QLineEdit*>(), Qt::Key_Down);
+    auto* popup = date.findChild<QFrame*>("calendarPopup");
+    ASSERT_NE(popup, nullptr);
+    keepPicture(*popup, named("calendar"));
+    QMenu menu;
+    menu.addAction("&Worksheet");
+    menu.addAction("&Report")->setEnabled(false);
+    menu.addSeparator();
+    menu.addAction("&Label")->setShortcut(QKeySequence("Ctrl+L"));
+    menu.addMenu("&Print")->addAction("x");
+    menu.popup(QPoint(0, 0));
+    keepPicture(menu, named("menu"));
+}
+
+INSTANTIATE_TEST_SUITE_P(LightAndDark, Look, testing::Bool());
+
+}  // namespace
