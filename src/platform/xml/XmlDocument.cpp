@@ -15,10 +15,12 @@ namespace {
 
 using namespace xml_text;
 
-/// What is kept: comments, blanks that are all an element holds, line ends as they are. Entities beyond
-/// the five of XML stay unexpanded; a document type declaration is skipped.
+/// What is kept: comments, blanks that are all an element holds, line ends as they are, and text beside
+/// the root, so that it can be refused. Entities beyond the five of XML stay unexpanded; a document type
+/// declaration is skipped.
 constexpr unsigned int parseOptions = (pugi::parse_default | pugi::parse_comments | pugi::parse_pi
-                                       | pugi::parse_ws_pcdata_single) & ~pugi::parse_eol;
+                                       | pugi::parse_ws_pcdata_single | pugi::parse_fragment)
+                                      & ~pugi::parse_eol;
 
 /// The encoding that the first line declares, UTF-8 when it declares none.
 QByteArray declaredEncoding(const QByteArray& content) {

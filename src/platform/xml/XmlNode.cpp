@@ -12,15 +12,6 @@ using namespace xml_text;
 
 const QString nothing = QStringLiteral("XML node is nothing");
 
-/// Takes the children off from the leaves up: an element may be nested deeper than the stack is.
-void removeChildren(pugi::xml_node node) {
-    while (pugi::xml_node leaf = node.first_child()) {
-        while (leaf.first_child())
-            leaf = leaf.first_child();
-        leaf.parent().remove_child(leaf);
-    }
-}
-
 void appendText(pugi::xml_node node, std::string& text) {
     if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata)
         text += node.value();
@@ -50,10 +41,16 @@ QString XmlNode::text() const {
 }
 
 void XmlNode::setText(const QString& text) {
-    const pugi::xml_node node = state().node;
-    removeChildren(node);
+    pugi::xml_node node = state().node;
+    for (const pugi::xml_node child : node.children()) {
+        if (child.type() == pugi::node_element)
+            throw RuntimeError(error::invalidProcedureCall,
+                               QStringLiteral("XML element %1 holds elements").arg(name()));
+    }
+    // Text and comments alone, to which no handle is ever given out.
+    node.remove_children();
     if (!text.isEmpty())
-        pugi::xml_node(node).append_child(pugi::node_pcdata).set_value(toXml(text).constData());
+        node.append_child(pugi::node_pcdata).set_value(toXml(text).constData());
 }
 
 QString XmlNode::xml() const { return printed(state().node); }

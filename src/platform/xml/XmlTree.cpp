@@ -91,8 +91,8 @@ std::vector<pugi::xml_node> select(const pugi::xml_node& from, const QString& pa
         if (wanted == Wanted::all)
             found.sort();
         const auto take = [&](const pugi::xpath_node& node) {
-            if (!node.node())
-                refuse(QStringLiteral("names an attribute"));
+            if (node.node().type() != pugi::node_element)
+                refuse(QStringLiteral("names something else than elements"));
             result.push_back(node.node());
         };
         if (wanted == Wanted::first && !found.empty())

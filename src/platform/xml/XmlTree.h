@@ -40,7 +40,8 @@ QString printed(const pugi::xml_node& node);
 pugi::xml_node following(pugi::xml_node node, const pugi::xml_node& top);
 
 enum class Wanted { first, all };
-/// Nodes at the path in document order. Throws statement on a path that is none, or that names no nodes.
+/// Elements at the path in document order. Throws statement on a path that is none, or that leads to
+/// anything else (a text, a number, an attribute).
 std::vector<pugi::xml_node> select(const pugi::xml_node& from, const QString& path, Wanted wanted);
 
 }  // namespace xml_text
