@@ -29,8 +29,8 @@ FROM Number, Start JOIN Formula ON FormulaID = 1 + i % formulas
 WHERE i > formulas ORDER BY i;
 
 INSERT INTO FormChem
-SELECT i, 1 + formulas + (i - lines) / 3 % max(rows - formulas - 1, 1), 1 + i * 7919 % rows, 0.5 + i % 40, i % 3 = 0, i % 3 = 1
-FROM Number, Start, Wanted WHERE i > lines AND rows > formulas + 1 AND rows > chemicals ORDER BY i;
+SELECT i, 1 + formulas + (i - lines) / 3 % (rows - formulas), 1 + i * 7919 % rows, 0.5 + i % 40, i % 3 = 0, i % 3 = 1
+FROM Number, Start, Wanted WHERE i > lines ORDER BY i;
 
 UPDATE Formula SET frm_AWP = (
     SELECT round(coalesce(sum(chm_AWP * fch_Qty), 0), 4)
@@ -45,10 +45,10 @@ FROM Number, Start, Wanted JOIN Log ON LogID = 1 + i % batches
 WHERE i > batches ORDER BY i;
 
 INSERT INTO LogChem
-SELECT i, 1 + batches + (i - frozen) / 3 % max(rows - batches - 1, 1), ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP,
+SELECT i, 1 + batches + (i - frozen) / 3 % (rows - batches), ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP,
        lch_Supplier, lch_Form, lch_GUID, lch_QTY
 FROM Number, Start, Wanted JOIN LogChem ON LogChemID = 1 + i % frozen
-WHERE i > frozen AND rows > batches + 1 ORDER BY i;
+WHERE i > frozen ORDER BY i;
 
 INSERT INTO Patient
 SELECT i, pat_FName, pat_LName || printf(' %05d', i), printf('%d Orchard Lane', i), pat_Address2, pat_City, pat_State, pat_Zip, pat_Country,
@@ -57,9 +57,9 @@ FROM Number, Start JOIN Patient ON PatientID = 1 + i % patients
 WHERE i > patients ORDER BY i;
 
 INSERT INTO RXs
-SELECT i, LogID, 1 + i * 7 % rows, date(log_Date) || ' 00:00:00', log_Quantity, log_AWP, log_Cost, NULL, 'Dr. Helen Marsh'
-FROM Number, Start, Wanted JOIN Log ON LogID = 1 + i * 7907 % rows
-WHERE i > prescriptions AND rows > patients AND rows > batches ORDER BY i;
+SELECT i, LogID, 1 + i * 7 % max(rows, patients), date(log_Date) || ' 00:00:00', log_Quantity, log_AWP, log_Cost, NULL, 'Dr. Helen Marsh'
+FROM Number, Start, Wanted JOIN Log ON LogID = 1 + i * 7907 % max(rows, batches)
+WHERE i > prescriptions ORDER BY i;
 
 DROP TABLE Number;
 DROP TABLE Start;

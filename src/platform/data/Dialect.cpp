@@ -274,10 +274,11 @@ public:
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
         translation.ordered = ordered;
-        translation.keysSql = QStringLiteral("SELECT %1.rowid %2 %3")
-                                  .arg(name, source, m_writer.join(rest, m_tokens.size()));
-        translation.rowSql = QStringLiteral("%1 %2 WHERE %3.rowid = ?")
-                                 .arg(m_writer.join(0, from), source, name);
+        translation.rowId = name + QStringLiteral(".rowid");
+        translation.keysSql = QStringLiteral("SELECT %1 %2 %3")
+                                  .arg(translation.rowId, source, m_writer.join(rest, m_tokens.size()));
+        translation.rowSql = QStringLiteral("%1 %2 WHERE %3 = ?")
+                                 .arg(m_writer.join(0, from), source, translation.rowId);
     }
 
 private:

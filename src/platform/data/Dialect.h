@@ -20,11 +20,12 @@ struct Translation {
     StatementKind kind = StatementKind::Select;
     QString sql;
     /// Only for a SELECT of plain columns from one table: the row ids of the result in its order,
-    /// and one row by its id (the parameter). Both empty otherwise.
+    /// and one row by its id (the parameter). All empty otherwise.
     QString keysSql;
     QString rowSql;
     QString table;
-    bool ordered = false;
+    QString rowId;         ///< "Table".rowid
+    bool ordered = false;  ///< the statement says in which order
 };
 
 /// As toSqlite, with what a result set needs besides. Values that INSERT and UPDATE give to a column are

@@ -49,8 +49,8 @@ LoadedRows byKey(KeyedStatements statements, bool ordered) {
     FieldList fields = rows->fields();
     return {std::move(fields), std::move(rows)};
 }
-LoadedRows allRows(const ConnectionPtr& connection, const Translation& translation, const QString& statement) {
-    sqlite::Statement prepared(connection->handle(), translation.sql, statement);
+LoadedRows allRows(const ConnectionPtr& connection, const QString& sql, const QString& statement) {
+    sqlite::Statement prepared(connection->handle(), sql, statement);
     if (!prepared.isReadOnly())
         throw RuntimeError(error::statement, QStringLiteral("A result set can't change the database"),
                            QStringLiteral("Database"), statement);
@@ -75,11 +75,14 @@ LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, b
     if (translation.kind != StatementKind::Select)
         throw RuntimeError(error::statement, QStringLiteral("A result set needs a SELECT"),
                            QStringLiteral("Database"), statement);
-    if (!inMemory && !translation.keysSql.isEmpty() && isTable(connection->handle(), translation.table)) {
+    const bool oneTable = !translation.keysSql.isEmpty() && isTable(connection->handle(), translation.table);
+    if (oneTable && !inMemory) {
         if (KeyedStatements keyed = prepareKeyed(connection, translation, statement); keyed.rows)
             return byKey(std::move(keyed), translation.ordered);
     }
-    return allRows(connection, translation, statement);
+    if (oneTable && !translation.ordered)
+        return allRows(connection, translation.sql + QStringLiteral(" ORDER BY ") + translation.rowId, statement);
+    return allRows(connection, translation.sql, statement);
 }
 
 }  // namespace platform

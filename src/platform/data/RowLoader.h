@@ -12,8 +12,9 @@ struct LoadedRows {
     std::unique_ptr<RowStore> rows;
 };
 
-/// inMemory: read every row now. Otherwise a statement on one table gives keys with rows on demand.
-/// Without an ORDER BY such a statement gives its rows in the order of their keys.
+/// inMemory: read every row now. Otherwise a statement on one table gives keys with rows on demand: what
+/// another statement changes in a row meanwhile may show, which rows there are and their order is fixed.
+/// A statement on one table without an ORDER BY gives its rows in the order of their keys either way.
 LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, bool inMemory);
 
 }  // namespace platform

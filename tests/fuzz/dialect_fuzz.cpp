@@ -1,0 +1,73 @@
+// Feeds any bytes to the dialect and hands what comes out to the engine: no crash, no failure of another kind
+// than a refused statement, and never a change of the database by what passes as a SELECT.
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Criterion.h"
+#include "platform/data/Dialect.h"
+#include "platform/data/LikePattern.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <sqlite3.h>
+
+namespace {
+
+sqlite3* database() {
+    static const std::unique_ptr<sqlite3, int (*)(sqlite3*)> memory = [] {
+        sqlite3* opened = nullptr;
+        sqlite3_open(":memory:", &opened);
+        sqlite3_exec(opened, "CREATE TABLE T (id INTEGER PRIMARY KEY, name TEXT(20), day DATETIME); INSERT INTO T VALUES (1, 'a', NULL)",
+                     nullptr, nullptr, nullptr);
+        platform::LikePattern::install(opened);
+        return std::unique_ptr<sqlite3, int (*)(sqlite3*)>(opened, sqlite3_close);
+    }();
+    return memory.get();
+}
+
+QString declaredType(const QString&, const QString& column) {
+    return column.startsWith(u'd') ? QStringLiteral("DATETIME") : QStringLiteral("CURRENCY");
+}
+
+void require(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+void tryStatement(const QString& text) {
+    try {
+        const platform::Translation found = platform::translateStatement(text, declaredType);
+        const QByteArray sql = found.sql.toUtf8();
+        const char* rest = nullptr;
+        sqlite3_stmt* statement = nullptr;
+        if (sqlite3_prepare_v2(database(), sql.constData(), static_cast<int>(sql.size()), &statement, &rest) == SQLITE_OK) {
+            require(found.kind != platform::StatementKind::Select || sqlite3_stmt_readonly(statement) != 0);
+            require(rest == sql.constData() + sql.size());
+            require(sqlite3_bind_parameter_count(statement) == 0);
+        }
+        sqlite3_finalize(statement);
+    } catch (const platform::RuntimeError& failure) {
+        require(failure.number() == platform::error::statement || failure.number() == platform::error::dataMismatch);
+    }
+}
+
+void tryCriterion(const QString& text) {
+    try {
+        platform::Criterion(text).accepts(QVariant(qint64{1}));
+    } catch (const platform::RuntimeError&) {
+        // refused, as it may be
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto* bytes = reinterpret_cast<const char*>(data);
+    const QString text = QString::fromUtf8(bytes, static_cast<qsizetype>(size));
+    tryStatement(text);
+    tryStatement(QStringLiteral("SELECT id, name AS [n] FROM T WHERE (name Like '%1%')").arg(text));
+    tryStatement(QStringLiteral("UPDATE T SET [name] = %1, [day] = '%1' WHERE id = 1").arg(text));
+    tryCriterion(text);
+    const std::string_view all(bytes, size);
+    platform::LikePattern(all.substr(0, size / 2)).matches(all.substr(size / 2));
+    return 0;
+}
