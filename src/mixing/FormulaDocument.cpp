@@ -1,0 +1,18 @@
+#include "mixing/FormulaDocument.h"
+
+#include "platform/basic/Numbers.h"
+
+namespace sorvanto {
+
+std::int16_t formulaDocumentID(const platform::XmlDocumentPtr& document) {
+    if (!document)
+        return 0;
+    const platform::XmlNode id = document->selectSingleNode("//Formula/ID");
+    return id ? platform::toInt16(id.text()) : 0;
+}
+
+std::int16_t formulaDocumentNumber(const platform::XmlDocument& document, const QString& node) {
+    return platform::toInt16(platform::nodeText(document, "//Formula/" + node));
+}
+
+}  // namespace sorvanto

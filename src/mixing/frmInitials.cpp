@@ -1,0 +1,163 @@
+#include "mixing/frmInitials.h"
+
+#include "mixer/ctlSorvanto.h"
+#include "mixing/FormulaDocument.h"
+#include "mixing/frmMake.h"
+#include "ui_frmInitials.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+#include "reports/ReportFlow.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), ui(std::make_unique<Ui::frmInitials>()) {
+    ui->setupUi(this);
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmInitials::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmInitials::cmdCancel_Click);
+    connect(ui->txtfrm_Name, &QLineEdit::returnPressed, this, &frmInitials::nameEntered);
+    connect(ui->txtInitials, &QLineEdit::returnPressed, this, [this] { ui->txtVerified->setFocus(); });
+    connect(ui->txtVerified, &QLineEdit::returnPressed, this, &frmInitials::cmdOK_Click);
+    Form_Load();
+}
+
+frmInitials::~frmInitials() = default;
+
+void frmInitials::install() {
+    makeSigningDialog = [] { return std::make_unique<frmInitials>(); };
+}
+
+void frmInitials::Form_Load() {
+    guarded("frmInitials:Form_Load", [&] {
+        setWindowTitle(translated("Log Initials"));
+        ui->lbllog_Initials->setText(translated("Logged"));
+        ui->lbllog_Verified->setText(translated("Verified"));
+        ui->cmdOK->setText(translated("OK"));
+        ui->cmdCancel->setText(translated("Cancel"));
+    });
+}
+
+void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
+    guarded("frmInitials:setformula", [&] {
+        m_document = document;
+        m_formula = std::make_shared<clsFormula>();
+        const std::int16_t formulaID = formulaDocumentID(document);
+        if (formulaID >= 1)
+            openLoggedFormula(formulaID);
+        else
+            setNameWritable(true);
+    });
+}
+
+// The log records what was really mixed: type, quantity, jar and programme come from the document.
+void frmInitials::openLoggedFormula(std::int16_t formulaID) {
+    m_formula = clsFormula().openFormula(formulaID, QString());
+    clsFormula& formula = platform::deref(m_formula);
+    formula.frm_FormType = formulaDocumentNumber(*m_document, "Type");
+    formula.makeQuantity(formulaDocumentNumber(*m_document, "Make"));
+    takeProgramme(formula);
+    setNameWritable(false);
+    ui->txtfrm_Name->setText(formula.frm_Name);
+}
+
+void frmInitials::takeProgramme(clsFormula& formula) const {
+    const platform::XmlDocument& document = platform::deref(m_document);
+    formula.frm_JarSize = formulaDocumentNumber(document, "Size");
+    const platform::XmlNode programme = document.selectSingleNode("//Formula/CustomMix");
+    if (!programme)
+        throw platform::RuntimeError(platform::error::objectNotSet, "The document holds no mix programme");
+    formula.frm_Mix->loadXML(programme.xml());
+}
+
+void frmInitials::setNameWritable(bool writable) {
+    ui->txtfrm_Name->setText(QString());
+    ui->txtfrm_Name->setReadOnlyBox(!writable);
+}
+
+void frmInitials::log_Lot(const QString& lot) {
+    ui->lbllog_Lot->setText(lot);
+}
+
+QString frmInitials::initials() const {
+    return ui->txtInitials->text();
+}
+
+QString frmInitials::verified() const {
+    return ui->txtVerified->text();
+}
+
+clsFormulaPtr frmInitials::getFormula() {
+    return guarded("frmInitials:getformula", clsFormulaPtr(), [&] {
+        const bool loggable = m_formula && m_formula->FormulaID != 0 && !m_cancelled;
+        return loggable ? m_formula : clsFormulaPtr();
+    });
+}
+
+void frmInitials::onActivate() {
+    guarded("frmInitials:Form_Activate", [&] {
+        if (ui->txtfrm_Name->isReadOnlyBox())
+            ui->txtInitials->setFocus();
+        else
+            ui->txtfrm_Name->setFocus();
+    });
+}
+
+void frmInitials::nameEntered() {
+    guarded("frmInitials:txtfrm_Name_KeyPress", [&] {
+        if (!ui->txtfrm_Name->isReadOnlyBox()) {
+            m_formula = clsFormula().openFormula(0, ui->txtfrm_Name->text());
+            makeFormula();
+            if (m_formula)
+                ui->txtfrm_Name->setText(m_formula->frm_Name);
+        }
+        ui->txtInitials->setFocus();
+    });
+}
+
+// The mix has run already: the recipe comes from the named formula, jar and programme from the mixer.
+void frmInitials::makeFormula() {
+    guarded("frmInitials:makeFormula", [&] {
+        if (!m_formula || m_formula->FormulaID <= 0)
+            return;
+        const clsFormulaPtr copy = clsFormula().openFormula(m_formula->FormulaID, QString());
+        frmMake question(this);
+        question.MakeQty(platform::deref(copy).frm_Quantity);
+        question.showModal();
+        if (question.MakeQty() <= 0) {
+            m_formula.reset();
+            return;
+        }
+        copy->makeQuantity(platform::toInt16(question.MakeQty()));
+        if (question.printWorksheet())
+            showWorksheet(copy);
+        m_formula = copy;
+        takeProgramme(*copy);
+    });
+}
+
+void frmInitials::cmdOK_Click() {
+    guarded("frmInitials:cmdOK_Click", [&] {
+        if (platform::trimmed(verified()).isEmpty() || platform::trimmed(initials()).isEmpty())
+            platform::MsgBox("Must designate initials of compounder and verifier to log.",
+                             {platform::Buttons::Ok, platform::Icon::Information},
+                             platform::applicationTitle());
+        else
+            hide();
+        platform::deref(basMain::Main).mixer().mixerInitialsClosed();
+    });
+}
+
+void frmInitials::cmdCancel_Click() {
+    guarded("frmInitials:cmdCancel_Click", [&] {
+        m_cancelled = true;
+        hide();
+        platform::deref(basMain::Main).mixer().mixerInitialsClosed();
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,60 @@
+#include "mixing/frmSorvanto.h"
+
+#include "mixer/ctlSorvanto.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/CommandBar.h"
+#include "shared/BatchLog.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+frmSorvanto::frmSorvanto(QWidget* parent) : RecordScreen(parent), ctlSorvanto1(new ctlSorvanto(this)) {
+    setObjectName("frmSorvanto");
+    ctlSorvanto1->setObjectName("ctlSorvanto1");
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(ctlSorvanto1);
+    connect(ctlSorvanto1, &ctlSorvanto::mixDone, this, &frmSorvanto::ctlSorvanto1_mixDone);
+    connect(ctlSorvanto1, &ctlSorvanto::enableForm, this, &frmSorvanto::ctlSorvanto1_enableForm);
+}
+
+void frmSorvanto::Form_Load() {
+    // A mix that reached the log just before the program died must not be offered again.
+    ctlSorvanto1->setLoggedTest([](const QString& lot) {
+        return guarded("frmSorvanto:isLogged", false,
+                       [&] { return platform::deref(basMain::Main).batchLog().isLogged(lot); });
+    });
+}
+
+std::int16_t frmSorvanto::Listener() const {
+    return guarded("frmSorvanto:GetListener", std::int16_t(0), [&] { return RecordScreen::Listener(); });
+}
+
+void frmSorvanto::Listener(std::int16_t value) {
+    guarded("frmSorvanto:setListener", [&] { RecordScreen::Listener(value); });
+}
+
+std::int16_t frmSorvanto::closeForm() {
+    return guarded("frmSorvanto:closeForm", std::int16_t(0), [&] {
+        ctlSorvanto1->CloseControl();
+        return std::int16_t(0);
+    });
+}
+
+void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
+                                       const platform::XmlDocumentPtr& results) {
+    guarded("frmSorvanto:ctlSorvanto1_mixDone", [&] {
+        MainWindow& main = platform::deref(basMain::Main);
+        if (main.batchLog().addLog(formula, results))
+            ctlSorvanto1->mixLogged();
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdFormulas"));
+    });
+}
+
+void frmSorvanto::ctlSorvanto1_enableForm() {
+    guarded("frmSorvanto:ctlSorvanto1_enableForm", [&] { platform::deref(basMain::Main).enableForm(); });
+}
+
+}  // namespace sorvanto

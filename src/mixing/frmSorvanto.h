@@ -1,0 +1,33 @@
+// The mixer screen: holds the mixer control in a band that stays on show beside the record screens,
+// and takes a finished mix to the log.
+#pragma once
+
+#include "platform/xml/XmlDocument.h"
+#include "shared/RecordScreen.h"
+
+namespace sorvanto {
+
+class ctlSorvanto;
+
+class frmSorvanto : public RecordScreen {
+    Q_OBJECT
+
+public:
+    explicit frmSorvanto(QWidget* parent = nullptr);
+
+    void Form_Load() override;
+    ctlSorvanto& control() { return *ctlSorvanto1; }
+
+    std::int16_t Listener() const override;
+    void Listener(std::int16_t value) override;
+    /// Closes the mixer control; never refuses.
+    std::int16_t closeForm() override;
+
+private:
+    void ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);
+    void ctlSorvanto1_enableForm();
+
+    ctlSorvanto* ctlSorvanto1;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,123 @@
+#include "reports/BatchSheet.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/Format.h"
+#include "reports/StoreBlock.h"
+#include "shared/Translator.h"
+
+namespace sorvanto {
+namespace {
+
+constexpr QRgb titleGrey = 0xFFC0C0C0;
+constexpr double smallPoints = 8.25;
+constexpr double headPoints = 7.5;
+
+const char* const warning = "Appropriate References Should\n"
+                            "Be Consulted.\n"
+                            "Safety And Efficacy Of These\n"
+                            "Formulas Are The Responsibility Of\n"
+                            "The Compounding Pharmacist.\n";
+
+}  // namespace
+
+BatchSheet::BatchSheet(platform::ReportDefinition definition) : Report(std::move(definition)) {
+    previewPlace = {0.8, 0.95, 50};
+}
+
+void BatchSheet::translateSheet(const QString& titleKey, const QString& quantityKey) {
+    const std::pair<const char*, QString> captions[] = {
+        {"txtTitle", titleKey},
+        {"lblDateMade", "Date Made"},
+        {"lblInitials", "Made by"},
+        {"lblVerified", "Verified"},
+        {"lblMakeQTY", quantityKey},
+        {"lblfrm_Cost", "Cost"},
+        {"lblfrm_AWP", "AWP"},
+        {"lblIngredients", "Chemical Ingredients"},
+        {"lblchm_Name", "Chemical"},
+        {"lblchm_Form", "Form"},
+        {"lblchm_QTY", "Quantity"},
+        {"lblchm_Unit", "Units"},
+        {"lblchm_Lot", "Lot #"},
+        {"lblchm_Supplier", "Supplier"},
+        {"lblchm_Cost", "Cost"},
+        {"lblchm_Notes", "Notes"},
+        {"lblfrm_Desc", "Description"},
+        {"lblfrm_Instructions", "Instructions"},
+        {"lbllog_Lot", "Lot #"},
+        {"lblExpDate", "Exp. Date"},
+        {"lblWarning", "Worksheet Warning"},
+    };
+    for (const auto& [name, key] : captions)
+        setText(name, translated(key));
+    translateStoreBlock(*this);
+    caption = control("txtTitle").text;
+}
+
+void BatchSheet::setLines(const platform::RecordsetPtr& lines) {
+    if (lines && lines->recordCount() > 0)
+        lines->moveFirst();
+    setRows(lines);
+}
+
+bool BatchSheet::hasLine() const {
+    return rows() && !rows()->eof() && !rows()->bof();
+}
+
+void BatchSheet::pageHeaderFormat() {
+    if (m_pageHeaderDone)
+        return;
+    m_pageHeaderDone = true;
+    setText("txtDate", platform::formatDate(platform::now(), "MM-DD-YY"));
+    fillPageHeader();
+}
+
+void BatchSheet::pageFooterFormat() {
+    fillStoreBlock(*this);
+}
+
+platform::Section batchPageHeader(int height, std::vector<platform::Control> further) {
+    std::vector<platform::Control> controls{
+        platform::label("txtTitle", 0, 0, 5130, 360).points(15.75).bold().background(titleGrey),
+        platform::field("txtDate", 9630, 0, 1080, 270),
+    };
+    controls.insert(controls.end(), further.begin(), further.end());
+    return {platform::SectionKind::PageHeader, height, std::move(controls)};
+}
+
+void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges& edges) {
+    const auto head = [&](const char* name, int left, int width, const char* text) -> platform::Control& {
+        return controls.emplace_back(
+            platform::label(name, left, 1260, width, 180, text).points(headPoints).bold());
+    };
+    head("lblchm_Name", edges.name, 1080, "Chemical Name");
+    head("lblchm_Form", edges.form, 540, "Form");
+    head("lblchm_QTY", edges.quantity, 810, "Quantity");
+    head("lblchm_Unit", edges.unit, 540, "Units");
+    head("lblchm_Lot", edges.lot, 540, "Lot #");
+    head("lblchm_Supplier", edges.supplier, 990, "Supplier");
+    head("lblchm_Cost", edges.cost, 720, "Est Cost");
+    head("lblchm_Notes", edges.notes, 900, "Note");
+    controls.push_back(platform::line("Line1", 270, 1440, 11520));
+}
+
+platform::Section batchGroupFooter(int height, int instructionsTop) {
+    return {platform::SectionKind::GroupFooter, height, {
+        platform::line("Line3", 180, 0, 11340),
+        platform::label("lblfrm_Desc", 0, 180, 1170, 270, "Description").bold(),
+        platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
+        platform::label("lblfrm_Instructions", 0, instructionsTop, 1890, 270, "Instructions").bold(),
+        platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
+    }};
+}
+
+platform::Section batchPageFooter(int height, std::vector<platform::Control> lotBlock) {
+    std::vector<platform::Control> controls{platform::line("Line4", 90, 90, 11340)};
+    controls.insert(controls.end(), lotBlock.begin(), lotBlock.end());
+    controls.push_back(platform::label("lblWarning", 360, 630, 2970, 1440, warning).points(smallPoints));
+    const std::vector<platform::Control> store = storeBlock(0, 0);
+    controls.insert(controls.end(), store.begin(), store.end());
+    return {platform::SectionKind::PageFooter, height, std::move(controls)};
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,47 @@
+// What the worksheet before a batch and the formula log after it have in common: page, captions, warning,
+// store block, and the page header that is filled on the first page alone.
+#pragma once
+
+#include "platform/report/Report.h"
+
+#include <QString>
+
+namespace sorvanto {
+
+class BatchSheet : public platform::Report {
+protected:
+    explicit BatchSheet(platform::ReportDefinition definition);
+
+    /// Captions that both sheets have, and the two that differ.
+    void translateSheet(const QString& titleKey, const QString& quantityKey);
+    /// The page header's own texts; called on the first page alone.
+    virtual void fillPageHeader() = 0;
+    /// Hands the lines over, standing on the first.
+    void setLines(const platform::RecordsetPtr& lines);
+    /// Whether the lines stand on a row.
+    bool hasLine() const;
+
+    void pageHeaderFormat() override;
+    void pageFooterFormat() override;
+
+private:
+    bool m_pageHeaderDone = false;
+};
+
+/// Title, date and the other controls at the head of the page; height of the section and its further
+/// controls differ.
+platform::Section batchPageHeader(int height, std::vector<platform::Control> further);
+
+/// Captions of the ingredient columns at their left edges, and the rule below them.
+struct ColumnEdges {
+    int name, form, quantity, unit, lot, supplier, cost, notes;
+};
+void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges& edges);
+
+/// Description and instructions, the latter from the given top edge.
+platform::Section batchGroupFooter(int height, int instructionsTop);
+
+/// Rule, lot block, warning and store block.
+platform::Section batchPageFooter(int height, std::vector<platform::Control> lotBlock);
+
+}  // namespace sorvanto

@@ -1,0 +1,19 @@
+// The first step of a date-range report: the two dates.
+#pragma once
+
+#include <QDateTime>
+#include <optional>
+
+namespace sorvanto {
+
+struct DateRange {
+    QDateTime begin, end;
+};
+
+/// Asks in the date dialog; nothing when it was cancelled.
+std::optional<DateRange> askDateRange();
+
+/// "No records", and nothing is to be shown: basMain::reportCancelled.
+void sayNoRecords();
+
+}  // namespace sorvanto

@@ -1,0 +1,20 @@
+// The common end of every print command: the preview window, or the spreadsheet beside the program.
+#pragma once
+
+#include "platform/report/Report.h"
+#include "records/clsFormula.h"
+
+#include <QString>
+#include <memory>
+
+namespace sorvanto {
+
+/// Shows the report in the preview, or with exportIt runs it without showing and writes the spreadsheet
+/// named by the literal ("\Worksheet.xls") beside the program, over an existing one, without a word.
+/// Throws when the export fails.
+void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName);
+
+/// Previews the worksheet of a scaled formula; no printer is named.
+void showWorksheet(const clsFormulaPtr& formula);
+
+}  // namespace sorvanto

@@ -1,0 +1,33 @@
+// Texts, pictures and the look of the title that several reports share.
+#pragma once
+
+#include <QDateTime>
+#include <QColor>
+#include <QString>
+#include <QVariant>
+
+namespace sorvanto {
+
+/// Amounts in a spreadsheet and behind a currency.
+inline constexpr const char* amountPicture = "###,##0.00";
+
+/// The title in its box with a drop shadow.
+inline constexpr QRgb shadowGrey = 0xFF9AA5B1;
+inline constexpr QRgb paperWhite = 0xFFFFFFFF;
+inline constexpr double titlePoints = 14.5;
+/// What the rows of the lists are set in.
+inline constexpr const char* detailFamily = "Liberation Serif";
+
+/// The currency of the options directly followed by the amount ("$1,234.50").
+QString optionsMoney(const QVariant& value);
+
+/// "$" of the options, a blank, the picture: format of a bound price.
+QString optionsPricePicture();
+
+/// "Report Dates: begin -- end" in the user's language, as default date text.
+QString reportDates(const QDateTime& begin, const QDateTime& end);
+
+/// A bound of a main statement: "MM-DD-YYYY".
+QString boundText(const QDateTime& date);
+
+}  // namespace sorvanto

@@ -1,0 +1,59 @@
+#include "reports/frmReportDate.h"
+
+#include "platform/basic/Dates.h"
+#include "ui_frmReportDate.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+
+namespace sorvanto {
+
+frmReportDate::frmReportDate(QWidget* parent) : ModalForm(parent), ui(std::make_unique<Ui::frmReportDate>()) {
+    ui->setupUi(this);
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmReportDate::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmReportDate::cmdCancel_Click);
+    Form_Load();
+}
+
+frmReportDate::~frmReportDate() = default;
+
+// A month back by the calendar: from 31 March to the last day of February.
+void frmReportDate::Form_Load() {
+    guarded("frmReportDate:Form_Load", [&] {
+        ui->dtBegin->setDateTime(platform::now().addMonths(-1));
+        ui->dtEnd->setDateTime(platform::now());
+        translateForm();
+    });
+}
+
+// "Cancel" stays in English.
+void frmReportDate::translateForm() {
+    guarded("frmReportDate:translateForm", [&] {
+        ui->lblBegin->setText(translated("Begin Date"));
+        ui->lblEnd->setText(translated("End Date"));
+        ui->cmdOK->setText(translated("OK"));
+    });
+}
+
+QDateTime frmReportDate::beginDate() const {
+    return ui->dtBegin->dateTime();
+}
+
+QDateTime frmReportDate::endDate() const {
+    return ui->dtEnd->dateTime();
+}
+
+void frmReportDate::cmdOK_Click() {
+    guarded("frmReportDate:cmdOK_Click", [&] {
+        m_cancelled = false;
+        hide();
+    });
+}
+
+void frmReportDate::cmdCancel_Click() {
+    guarded("frmReportDate:cmdCancel_Click", [&] {
+        m_cancelled = true;
+        hide();
+    });
+}
+
+}  // namespace sorvanto

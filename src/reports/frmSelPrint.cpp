@@ -1,0 +1,100 @@
+#include "reports/frmSelPrint.h"
+
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "ui_frmSelPrint.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+constexpr int sheetColumns = 3;
+constexpr int sheetRows = 10;
+
+}  // namespace
+
+frmSelPrint::frmSelPrint(QWidget* parent)
+    : ModalForm(parent), ui(std::make_unique<Ui::frmSelPrint>()), cmdPosition(1, nullptr) {
+    ui->setupUi(this);
+    ui->txtLabels->setFormats("####0", "####0");
+    ui->txtLabels->setBounds(1, 99999);
+    ui->txtLabels->setValue(1.0);
+    connect(ui->txtLabels, &platform::NumberBox::valueEdited, this, &frmSelPrint::txtLabels_Change);
+    Form_Load();
+}
+
+frmSelPrint::~frmSelPrint() = default;
+
+void frmSelPrint::Form_Load() {
+    guarded("frmSelPrint:Form_Load", [&] {
+        translateForm();
+        basMain::labelsCancelled = true;
+        m_numLabels = 1;
+        for (int row = 0; row < sheetRows; ++row)
+            for (int column = 0; column < sheetColumns; ++column)
+                AddControl(column, row);
+    });
+}
+
+void frmSelPrint::translateForm() {
+    guarded("frmSelPrint:translateForm", [&] {
+        ui->lblNum->setText(translated("Number of Labels"));
+        ui->lblStart->setText(translated("Select start position for labels"));
+        setWindowTitle(translated("Print Labels"));
+    });
+}
+
+void frmSelPrint::AddControl(int column, int row) {
+    guarded("frmSelPrint:AddControl", [&] {
+        const int index = static_cast<int>(cmdPosition.size());
+        const QString tag = QString("%1,%2").arg(column).arg(row);
+        auto* button = new QPushButton(QString::number(index), ui->fraSheet);
+        button->setObjectName(QString("cmdPosition_%1").arg(index));
+        button->setProperty("tag", tag);
+        button->setAutoDefault(false);
+        button->setAccessibleName(ui->lblStart->text() + " " + button->text());
+        ui->sheet->addWidget(button, row, column);
+        connect(button, &QPushButton::clicked, this, [this, tag] { cmdPosition_Click(tag); });
+        cmdPosition.push_back(button);
+    });
+}
+
+void frmSelPrint::onActivate() {
+    guarded("frmSelPrint:Form_Activate", [&] {
+        basMain::labelsCancelled = true;
+        ui->txtLabels->setFocus();
+        ui->txtLabels->selectAll();
+    });
+}
+
+// A number that 16 bits can't hold leaves the former one, without a word.
+void frmSelPrint::txtLabels_Change() {
+    try {
+        m_numLabels = platform::toInt16(ui->txtLabels->text());
+    } catch (const platform::RuntimeError&) {
+    }
+}
+
+// The tag is read by one character each, which is why a sheet has at most ten rows and columns.
+void frmSelPrint::cmdPosition_Click(const QString& tag) {
+    guarded("frmSelPrint:cmdPosition_Click", [&] {
+        if (!ui->txtLabels->acceptable())
+            return;
+        m_row = static_cast<std::int16_t>(platform::leadingNumber(tag.right(1)) + 1);
+        m_column = static_cast<std::int16_t>(platform::leadingNumber(tag.left(1)) + 1);
+        basMain::labelsCancelled = false;
+        hide();
+    });
+}
+
+void frmSelPrint::onCloseBox() {
+    guarded("frmSelPrint:Form_QueryUnload", [&] {
+        hide();
+        m_row = 0;
+        m_column = 0;
+    });
+}
+
+}  // namespace sorvanto

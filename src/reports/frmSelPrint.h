@@ -1,0 +1,49 @@
+// The question for the number of labels and the first free position of the sheet. Pressing a position
+// is the acceptance; closing by the box prints nothing.
+#pragma once
+
+#include "platform/widgets/ModalForm.h"
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class QPushButton;
+
+namespace Ui {
+class frmSelPrint;
+}
+
+namespace sorvanto {
+
+class frmSelPrint : public platform::ModalForm {
+    Q_OBJECT
+
+public:
+    explicit frmSelPrint(QWidget* parent = nullptr);
+    ~frmSelPrint() override;
+
+    /// 1 to 99,999 as typed; kept as it was while the box holds no 16-bit number.
+    std::int16_t NumLabels() const { return m_numLabels; }
+    /// Counted from 1; both 0 after the close box.
+    std::int16_t Row() const { return m_row; }
+    std::int16_t Column() const { return m_column; }
+
+protected:
+    void onActivate() override;
+    void onCloseBox() override;
+
+private:
+    void Form_Load();
+    void translateForm();
+    void AddControl(int column, int row);
+    void txtLabels_Change();
+    void cmdPosition_Click(const QString& tag);
+
+    std::unique_ptr<Ui::frmSelPrint> ui;
+    std::vector<QPushButton*> cmdPosition;  ///< members 1 to 30; member 0 is the design's own, never shown
+    std::int16_t m_numLabels = 0, m_row = 0, m_column = 0;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,102 @@
+#include "reports/rptChemicals.h"
+
+#include "platform/basic/Dates.h"
+#include "reports/ReportTexts.h"
+#include "shared/Translator.h"
+
+namespace sorvanto {
+namespace {
+
+using platform::box;
+using platform::Control;
+using platform::field;
+using platform::label;
+using platform::line;
+
+/// A column of the list: heading with its key, field with its column, left edge and width.
+struct ListColumn {
+    const char* name;
+    const char* key;
+    int left, width;
+    bool centred;
+};
+
+constexpr ListColumn columns[] = {
+    {"chm_Name", "Name", 0, 2700, false},      {"chm_Form", "Form", 2700, 1260, true},
+    {"chm_Units", "Unit", 3960, 900, true},    {"chm_NDC", "NDC", 4860, 1170, true},
+    {"chm_Lot", "Lot", 6030, 1170, true},      {"chm_Cost", "Cost", 7200, 900, true},
+    {"chm_AWP", "AWP", 8100, 810, true},       {"chm_Supplier", "Supplier", 8910, 1890, false},
+};
+
+platform::Section headings() {
+    platform::Section section{platform::SectionKind::PageHeader, 375, {}};
+    for (const ListColumn& column : columns) {
+        Control& head = section.controls.emplace_back(
+            label(QString("lbl") + column.name, column.left, 0, column.width, 270).bold());
+        if (column.centred)
+            head.centre();
+    }
+    section.controls.push_back(line("Line5", 0, 270, 10800));
+    return section;
+}
+
+platform::Section chemicalRow() {
+    platform::Section section{platform::SectionKind::Detail, 465, {}};
+    for (const ListColumn& column : columns) {
+        Control& text = section.controls.emplace_back(
+            field(QString("txtChemical_") + column.name, column.left, 90, column.width, 270)
+                .bound(column.name).font(detailFamily, 9));
+        if (column.centred)
+            text.centre();
+    }
+    section.controls.front().bold();
+    section.controls.push_back(line("Line6", 90, 450, 10890));
+    return section;
+}
+
+platform::ReportDefinition chemicalList() {
+    platform::ReportDefinition definition;
+    definition.name = "rptChemicals";
+    definition.sections = {
+        {platform::SectionKind::ReportHeader, 1005, {
+            box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
+            box("Shape1", 90, 180, 5130, 540).background(paperWhite),
+            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold(),
+            label("lblDate", 8370, 180, 1980, 270),
+            line("Line4", 0, 900, 10800),
+        }},
+        headings(),
+        chemicalRow(),
+        {platform::SectionKind::PageFooter, 240, {field("txtPage", 9630, 0, 810, 270).right()}},
+        {platform::SectionKind::ReportFooter, 510, {}},
+    };
+    return definition;
+}
+
+}  // namespace
+
+rptChemicals::rptChemicals() : Report(chemicalList()) {}
+
+void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
+    translateForm();
+    setRows(chemicals);
+}
+
+void rptChemicals::translateForm() {
+    setText("lblDate", platform::dateText(platform::now()));
+    caption = translated("Chemicals Report");
+    setText("lblReportTitle", translated("Chemical List - Sorvanto"));
+    for (const ListColumn& column : columns)
+        setText(QString("lbl") + column.name, translated(column.key));
+}
+
+void rptChemicals::reportStart() {
+    setFormat("txtChemical_chm_AWP", optionsPricePicture());
+    setFormat("txtChemical_chm_Cost", optionsPricePicture());
+}
+
+void rptChemicals::pageFooterFormat() {
+    setText("txtPage", translated("Page") + " " + QString::number(pageNumber()));
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,26 @@
+// How often each jar size was used between two dates, over all batches.
+#pragma once
+
+#include "platform/report/Report.h"
+#include "reports/DateRange.h"
+
+namespace sorvanto {
+
+class rptJarUsage : public platform::Report {
+public:
+    rptJarUsage();
+    /// The value is kept and used nowhere; setting it asks the dates and opens the counts.
+    /// basMain::reportCancelled says that nothing is to be shown. Failures go to the caller.
+    void JarID(int value);
+
+protected:
+    void detailFormat() override;
+
+private:
+    void translateForm();
+
+    int m_jarID = 0;
+    DateRange m_range;
+};
+
+}  // namespace sorvanto

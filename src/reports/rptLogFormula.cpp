@@ -1,0 +1,129 @@
+#include "reports/rptLogFormula.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+#include "reports/ReportTexts.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+using platform::box;
+using platform::Control;
+using platform::field;
+using platform::label;
+using platform::line;
+
+std::vector<Control> groupHeaderControls() {
+    std::vector<Control> controls{
+        label("lblDateMade", 360, 0, 1980, 270, "Date Made").bold(),
+        field("txtDateMade", 2880, 0, 2520, 270),
+        label("lblInitials", 5670, 0, 1080, 270, "Made by").bold(),
+        field("txtfrm_Initials", 6750, 0, 1080, 270),
+        label("lblVerified", 8280, 0, 990, 270, "Verified").bold(),
+        field("txtfrm_Verified", 9270, 0, 1080, 270),
+        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity Made").bold(),
+        field("txtfrm_Qty", 2880, 540, 990, 270).right(),
+        field("txtlog_Units", 3870, 540, 630, 270),
+        label("lblfrm_Cost", 5670, 540, 630, 270, "Cost").bold(),
+        field("txtfrm_Cost", 6840, 540, 990, 270),
+        label("lblfrm_AWP", 8370, 540, 540, 270, "AWP").bold(),
+        field("txtfrm_AWP", 9270, 540, 1080, 270),
+        line("Line2", 90, 810, 11340),
+        label("lblIngredients", 0, 900, 3510, 270, "Chemical Ingredients").bold(),
+    };
+    addColumnHeads(controls, {.name = 180, .form = 2880, .quantity = 3690, .unit = 4590, .lot = 5220,
+                              .supplier = 6480, .cost = 7650, .notes = 8730});
+    return controls;
+}
+
+// The names fch_QTY and chm_Cost are the worksheet's and no columns of the log's lines: the code writes
+// quantity and cost. The notes column stays empty.
+platform::ReportDefinition formulaLog() {
+    platform::ReportDefinition definition;
+    definition.name = "rptLogFormula";
+    definition.margins = {360, 360, 360, 720};
+    definition.font.points = 9;
+    definition.sections = {
+        batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold(),
+                               label("txtFormulaType", 5760, 630, 4230, 270)}),
+        {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
+        {platform::SectionKind::Detail, 285, {
+            field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").points(8.25),
+            field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form").points(8.25),
+            field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").points(8.25).right(),
+            field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").points(8.25),
+            field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot").points(8.25),
+            field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier").points(8.25),
+            field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost").points(8.25),
+            field("txtchm_Notes", 8730, 0, 2700, 270).points(8.25),
+        }},
+        batchGroupFooter(1245, 630),
+        batchPageFooter(2535, {
+            label("lbllog_Lot", 180, 180, 810, 270, "Lot #"),
+            field("txtlog_Lot", 990, 180, 2070, 270),
+            label("lblExpDate", 3420, 180, 1080, 270, "Exp Date:"),
+            box("Shape1", 4770, 180, 3960, 270),
+        }),
+    };
+    return definition;
+}
+
+}  // namespace
+
+rptLogFormula::rptLogFormula() : BatchSheet(formulaLog()) {}
+
+void rptLogFormula::setLog(const clsLogPtr& log) {
+    translateSheet("Formula Log -- Sorvanto", "Quantity Made");
+    m_log = log;
+    setLines(platform::deref(log).Chemical);
+}
+
+void rptLogFormula::fillPageHeader() {
+    const clsLog& log = platform::deref(m_log);
+    setText("txtFormulaName", translated("Formula Name:  ") + " " + platform::trimmed(log.log_Name) + " "
+                                  + platform::trimmed(log.log_Strength));
+    setText("txtFormulaType", translated("Formula Type:  ") + " "
+                                  + basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+}
+
+void rptLogFormula::setMoney(const char* name, const QVariant& value) {
+    setValue(name, value, amountPicture, optionsMoney(value));
+}
+
+void rptLogFormula::groupHeaderFormat() {
+    const clsLog& log = platform::deref(m_log);
+    setText("txtDateMade", platform::dateText(log.log_Date));
+    setText("txtfrm_Initials", log.log_Initials);
+    setText("txtfrm_Verified", log.log_Verified);
+    setValue("txtfrm_Qty", static_cast<double>(log.log_Quantity), "#0.00");
+    setText("txtlog_Units", log.log_Units);
+    setMoney("txtfrm_Cost", QVariant::fromValue(log.log_Cost));
+    setMoney("txtfrm_AWP", QVariant::fromValue(log.log_AWP));
+}
+
+void rptLogFormula::detailFormat() {
+    if (!hasLine())
+        return;
+    setValue("txtchm_QTY", rows()->value("lch_Qty"), "#0.000");
+    setMoney("txtchm_Cost", rows()->value("lch_Cost"));
+}
+
+void rptLogFormula::groupFooterFormat() {
+    setText("txtfrm_Desc", platform::deref(m_log).log_Desc);
+    setText("txtfrm_Instructions", platform::deref(m_formula).frm_Instructions);
+}
+
+void rptLogFormula::pageFooterFormat() {
+    BatchSheet::pageFooterFormat();
+    setText("txtlog_Lot", platform::deref(m_log).log_Lot);
+}
+
+void rptLogFormula::terminate() {
+    m_log.reset();
+    unload();
+}
+
+}  // namespace sorvanto

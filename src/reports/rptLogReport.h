@@ -1,0 +1,32 @@
+// All batches of one formula between two dates, with totals.
+#pragma once
+
+#include "platform/data/Recordset.h"
+#include "platform/report/Report.h"
+#include "reports/DateRange.h"
+
+#include <cstdint>
+
+namespace sorvanto {
+
+class rptLogReport : public platform::Report {
+public:
+    rptLogReport();
+    /// Asks the dates and opens the batches; basMain::reportCancelled says that nothing is to be shown.
+    void FormulaID(std::int16_t formulaID);
+
+protected:
+    void pageHeaderFormat() override;
+    void detailFormat() override;
+    void pageFooterFormat() override;
+    void reportFooterFormat() override;
+
+private:
+    void translateForm();
+    void openBatches();
+
+    std::int16_t m_formulaID = 0;
+    DateRange m_range;
+};
+
+}  // namespace sorvanto

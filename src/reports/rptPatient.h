@@ -1,0 +1,35 @@
+// The prescriptions of one patient between two dates, with address and store block.
+#pragma once
+
+#include "platform/data/Recordset.h"
+#include "platform/report/Report.h"
+#include "reports/DateRange.h"
+
+#include <cstdint>
+
+namespace sorvanto {
+
+class rptPatient : public platform::Report {
+public:
+    rptPatient();
+    /// Asks the dates and opens patient and prescriptions; basMain::reportCancelled says that nothing is to
+    /// be shown. Failures go to the caller.
+    void PatientID(std::int16_t patientID);
+
+protected:
+    void reportStart() override;
+    void pageHeaderFormat() override;
+    void pageFooterFormat() override;
+    void reportFooterFormat() override;
+
+private:
+    void translateForm();
+    platform::RecordsetPtr openPatient() const;
+    platform::RecordsetPtr openPrescriptions() const;
+
+    std::int16_t m_patientID = 0;
+    DateRange m_range;
+    platform::RecordsetPtr m_patient;
+};
+
+}  // namespace sorvanto

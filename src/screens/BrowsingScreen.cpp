@@ -1,0 +1,143 @@
+#include "screens/BrowsingScreen.h"
+
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+BrowsingScreen::BrowsingScreen(QString name, QString identifierStatement, QString key, LockRules rules,
+                               QWidget* parent)
+    : RecordScreen(parent), m_name(std::move(name)), m_statement(std::move(identifierStatement)),
+      m_key(std::move(key)), m_rules(rules) {
+    setObjectName(m_name);
+}
+
+platform::Recordset& BrowsingScreen::identifiers() const {
+    return platform::deref(m_identifiers);
+}
+
+std::int16_t BrowsingScreen::currentKey() const {
+    return platform::toInt16(identifiers().value(m_key));
+}
+
+void BrowsingScreen::getData() {
+    guarded(tag("getData"), [&] {
+        openIdentifiers();
+        testEmpty();
+    });
+}
+
+void BrowsingScreen::openIdentifiers() {
+    m_identifiers = platform::Recordset::create();
+    m_identifiers->open(m_statement, openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+}
+
+void BrowsingScreen::testEmpty() {
+    m_empty = identifiers().recordCount() == 0;
+}
+
+void BrowsingScreen::openFirst() {
+    identifiers().moveFirst();
+    if (identifiers().eof())
+        blankRecord();
+    else
+        openCurrent();
+}
+
+void BrowsingScreen::moveFirst() {
+    guarded(tag("moveFirst"), [&] {
+        identifiers().moveFirst();
+        if (!identifiers().bof()) {
+            openCurrent();
+            refreshForm();
+        }
+    });
+}
+
+void BrowsingScreen::moveLast() {
+    guarded(tag("moveLast"), [&] {
+        identifiers().moveLast();
+        if (!identifiers().eof()) {
+            openCurrent();
+            refreshForm();
+        }
+    });
+}
+
+void BrowsingScreen::moveNext() {
+    guarded(tag("moveNext"), [&] {
+        identifiers().moveNext();
+        if (identifiers().eof())
+            moveLast();
+        openCurrent();
+        refreshForm();
+    });
+}
+
+void BrowsingScreen::movePrevious() {
+    guarded(tag("movePrevious"), [&] {
+        identifiers().movePrevious();
+        if (identifiers().bof())
+            moveFirst();
+        openCurrent();
+        refreshForm();
+    });
+}
+
+bool BrowsingScreen::runMove(const QString& toolName) {
+    if (toolName == "cmdFirst")
+        moveFirst();
+    else if (toolName == "cmdPrevious")
+        movePrevious();
+    else if (toolName == "cmdNext")
+        moveNext();
+    else if (toolName == "cmdLast")
+        moveLast();
+    else
+        return false;
+    return true;
+}
+
+void BrowsingScreen::lockForm() {
+    guarded(tag("lockForm"), [&] {
+        lockControls(*this, m_rules, true);
+        m_locked = true;
+    });
+}
+
+void BrowsingScreen::unlockForm() {
+    guarded(tag("unlockForm"), [&] {
+        lockControls(*this, m_rules, false);
+        setEnabled(true);
+        m_locked = false;
+    });
+}
+
+std::int16_t BrowsingScreen::closeForm() {
+    return guarded(tag("closeForm"), std::int16_t(0), [&] {
+        if (m_locked)
+            return std::int16_t(0);
+        const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+        const platform::Answer answer =
+            platform::MsgBox(translated(saveQuestion()), style, translated("Save Data?"));
+        if (answer == platform::Answer::Yes)
+            saveForm();
+        else
+            notSaved();
+        return static_cast<std::int16_t>(answer);
+    });
+}
+
+void BrowsingScreen::showCaption(const QString& screen, const QString& record) const {
+    QString caption = translated("Sorvanto Control Panel") + ": " + translated(screen) + "  :  " + record;
+    if (!m_locked)
+        caption += "  (" + translated("Edit") + ")";
+    platform::deref(basMain::Main).setCaption(caption);
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,73 @@
+// What the four full record screens share: the set of identifiers with its moves, the locked, empty and
+// new flags, the lock by control names, the save question and the caption.
+#pragma once
+
+#include "platform/data/Recordset.h"
+#include "screens/ControlWalk.h"
+#include "shared/RecordScreen.h"
+
+#include <QString>
+#include <cstdint>
+
+namespace sorvanto {
+
+class BrowsingScreen : public RecordScreen {
+    Q_OBJECT
+
+public:
+    /// (Re)opens the identifier set and sets the empty flag.
+    virtual void getData();
+    virtual void moveFirst();
+    virtual void movePrevious();
+    virtual void moveNext();
+    virtual void moveLast();
+    /// True while browsing.
+    bool formLocked() const { return m_locked; }
+    virtual void lockForm();
+    virtual void unlockForm();
+    /// Record object to controls, and the main window's caption.
+    virtual void refreshForm() = 0;
+    /// Controls to record object and database; true on success.
+    virtual bool saveForm() = 0;
+    /// Asks to save when unlocked: 0 nothing to ask, 2 cancelled, 6 saved (or refused), 7 not saved.
+    std::int16_t closeForm() override;
+
+protected:
+    /// name: of the screen, as in the tags of its reports; key: column of the identifier set.
+    BrowsingScreen(QString name, QString identifierStatement, QString key, LockRules rules, QWidget* parent);
+
+    /// "frmLog:moveNext".
+    QString tag(const QString& procedure) const { return m_name + ":" + procedure; }
+    /// Opens the record of that key and adopts it.
+    virtual void openRecord(std::int16_t key) = 0;
+    /// Adopts a blank record.
+    virtual void blankRecord() = 0;
+    /// The save question, by its key.
+    virtual QString saveQuestion() const = 0;
+    /// What closeForm does after the answers No and Cancel.
+    virtual void notSaved() {}
+
+    /// Runs one of the four moves by its tool name; false for any other tool.
+    bool runMove(const QString& toolName);
+    platform::Recordset& identifiers() const;
+    std::int16_t currentKey() const;
+    void openCurrent() { openRecord(currentKey()); }
+    /// The set's first record, or a blank one where the set is empty: a row just deleted never stays on view.
+    void openFirst();
+    /// The two steps of getData.
+    void openIdentifiers();
+    void testEmpty();
+    /// "panel: screen  :  record", with the edit mark while unlocked.
+    void showCaption(const QString& screen, const QString& record) const;
+
+    bool m_locked = false;
+    bool m_empty = false;
+    bool m_new = false;
+
+private:
+    QString m_name, m_statement, m_key;
+    LockRules m_rules;
+    platform::RecordsetPtr m_identifiers;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,61 @@
+#include "screens/ToolStates.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/CommandBar.h"
+#include "shared/MainWindow.h"
+#include "shared/basMain.h"
+
+#include <initializer_list>
+
+namespace sorvanto {
+namespace {
+
+bool isOn(ToolRule rule, bool locked) {
+    switch (rule) {
+    case ToolRule::On: return true;
+    case ToolRule::Locked: return locked;
+    case ToolRule::Unlocked: return !locked;
+    case ToolRule::Off: break;
+    }
+    return false;
+}
+
+void enable(platform::Band& band, std::initializer_list<const char*> names, bool on) {
+    for (const char* name : names)
+        band.tool(name).setEnabled(on);
+}
+
+// Each entry stands in the print menu and, with an "x" behind its name, in the export menu.
+void enableEntry(platform::CommandBar& bar, const QString& name, bool on) {
+    bar.band("mnuPrint").tool(name).setEnabled(on);
+    bar.band("mnuExport").tool(name + "x").setEnabled(on);
+}
+
+}  // namespace
+
+void setToolStates(const ScreenTools& tools, bool locked) {
+    platform::CommandBar& bar = platform::deref(basMain::Main).bar();
+    platform::Band& main = bar.band("MainBar");
+    enable(main, {"cmdEdit"}, isOn(tools.edit, locked));
+    enable(main, {"cmdNew"}, isOn(tools.add, locked));
+    enable(main, {"cmdCancel", "cmdSave"}, isOn(tools.cancelAndSave, locked));
+    enable(main, {"cmdCopy"}, isOn(tools.copy, locked));
+    enable(main, {"cmdDelete"}, isOn(tools.remove, locked));
+    enable(main, {"cmdFirst", "cmdPrevious", "cmdNext", "cmdLast"}, isOn(tools.moves, locked));
+    enable(main, {"cmdSearch", "txtSearch"}, isOn(tools.search, locked));
+    enable(main, {"cmdMake"}, isOn(tools.make, locked));
+    enable(main, {"cmdPrint", "cmdExport"}, isOn(tools.printAndExport, locked));
+    enableEntry(bar, "mnuWorksheet", tools.worksheet);
+    enableEntry(bar, "mnuFormulaLog", tools.formulaLog);
+    enableEntry(bar, "mnuLabel", tools.label);
+    enableEntry(bar, "mnuReport", tools.report);
+    enableEntry(bar, "mnuJarReport", tools.jarReport);
+}
+
+void setEmptyToolStates(bool canAdd) {
+    ScreenTools none;
+    none.add = canAdd ? ToolRule::On : ToolRule::Off;
+    setToolStates(none, true);
+}
+
+}  // namespace sorvanto

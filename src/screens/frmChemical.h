@@ -1,0 +1,54 @@
+// The chemical screen: the stock of ingredients, one lot at a time. Starts unlocked.
+#pragma once
+
+#include "records/clsChemical.h"
+#include "screens/BrowsingScreen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmChemical;
+}
+
+namespace sorvanto {
+
+class frmChemical : public BrowsingScreen {
+    Q_OBJECT
+
+public:
+    explicit frmChemical(QWidget* parent = nullptr);
+    ~frmChemical() override;
+
+    void Form_Load() override;
+    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
+    void refreshForm() override;
+    bool saveForm() override;
+    void searchChemical(const QString& searchText);
+    void deleteChemical();
+    void editForm() { unlockForm(); }
+    void cancelEdit();
+    /// Previews the list of all chemicals, or exports it without showing.
+    void printChemicals(bool exportIt);
+    /// Text of txtchm_Name, for the title bar.
+    QString nameShown() const;
+
+protected:
+    void setMenuOptions() override;
+    void openRecord(std::int16_t key) override;
+    void blankRecord() override { m_chemical = std::make_shared<clsChemical>(); }
+    QString saveQuestion() const override { return "Chemical data not saved! Save Changes?"; }
+    void notSaved() override { lockForm(); }
+
+private:
+    void translateForm();
+    void clearForm();
+    void cmdSave();
+    void cmdCancel();
+    void cmdNew();
+    void cmdDelete();
+
+    std::unique_ptr<Ui::frmChemical> ui;
+    clsChemicalPtr m_chemical;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,107 @@
+#include "screens/frmCurrFormula.h"
+
+#include "mixer/ctlSorvanto.h"
+#include "mixing/frmMake.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Theme.h"
+#include "reports/ReportFlow.h"
+#include "screens/ControlWalk.h"
+#include "screens/ToolStates.h"
+#include "ui_frmCurrFormula.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+frmCurrFormula::frmCurrFormula(QWidget* parent)
+    : RecordScreen(parent), ui(std::make_unique<Ui::frmCurrFormula>()) {
+    ui->setupUi(this);
+    platform::makeCard(*ui->fraFormula);
+    platform::makeCard(*ui->fraIngredients);
+    ui->grdIngredients->setColumns({{.field = "chm_Name", .caption = "Name"},
+                                    {.field = "chm_NDC", .caption = "NDC", .width = 168},
+                                    {.field = "fch_Qty", .caption = "Qty", .width = 112},
+                                    {.field = "chm_Lot", .caption = "Lot", .width = 128},
+                                    {.field = "fch_QS", .caption = "QS", .width = 72}});
+    ui->grdIngredients->setAllowUpdate(false);
+    lockControls(*this, {}, true);
+}
+
+frmCurrFormula::~frmCurrFormula() = default;
+
+void frmCurrFormula::Form_Load() {
+    guarded("frmCurrFormula:Form_Load", [&] { translateForm(); });
+}
+
+void frmCurrFormula::translateForm() {
+    guarded("frmCurrFormula:translateForm", [&] {
+        ui->lblfrm_Name->setText(translated("Formula Name"));
+        ui->lblfrm_Type->setText(translated("Formula Type"));
+        ui->lblfrm_JarSize->setText(translated("Jar Size"));
+        ui->lblfrm_Instructions->setText(translated("Mix Notes"));
+        for (const char* caption : {"Name", "NDC", "Qty", "Lot", "QS"})
+            ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+    });
+}
+
+void frmCurrFormula::setMenuOptions() {
+    guarded("frmCurrFormula:setMenuOptions", [&] {
+        setToolStates({.search = ToolRule::On, .printAndExport = ToolRule::On, .worksheet = true}, true);
+    });
+}
+
+// cmdMake is off on this screen: its click begins on another one, which has switched here meanwhile.
+void frmCurrFormula::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
+    guarded("frmCurrFormula:m_frmMain_btnClick", [&] {
+        if (toolName == "cmdSearch" || toolName == "txtSearch") {
+            searchFormula(searchText);
+            makeFormula();
+            refreshForm();
+        } else if (toolName == "cmdMake") {
+            makeFormula();
+            refreshForm();
+        } else if (toolName == "mnuWorksheet") {
+            printFormula();
+        }
+        setMenuOptions();
+    });
+}
+
+void frmCurrFormula::searchFormula(const QString& searchText) {
+    guarded("frmFormula:searchFormula", [&] { m_formula = clsFormula().openFormula(0, searchText); });
+}
+
+void frmCurrFormula::makeFormula() {
+    guarded("frmCurrFormula:makeFormula", [&] {
+        const std::int16_t formulaID = platform::deref(m_formula).FormulaID;
+        if (formulaID <= 0)
+            return;
+        const clsFormulaPtr copy = clsFormula().openFormula(formulaID, QString());
+        frmMake question;
+        question.MakeQty(platform::deref(copy).frm_Quantity);
+        question.showModal();
+        if (question.MakeQty() <= 0)
+            return;
+        copy->makeQuantity(platform::toInt16(question.MakeQty()));
+        platform::deref(basMain::Main).mixer().loadFormula(copy->getFormulaXML());
+        if (question.printWorksheet())
+            showWorksheet(copy);
+        m_formula = copy;
+    });
+}
+
+void frmCurrFormula::refreshForm() {
+    guarded("frmCurrFormula:refreshForm", [&] {
+        setEnabled(true);
+        const clsFormula& formula = platform::deref(m_formula);
+        ui->txtfrm_Instructions->setText(formula.frm_Instructions);
+        ui->txtfrm_Name->setText(formula.frm_Name);
+        ui->txtfrm_JarSize->setText(basMain::tableEntry(basMain::JarSizes, formula.frm_JarSize));
+        ui->txtfrm_Type->setText(basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+        ui->grdIngredients->setDataSource(formula.Chemical);
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,352 @@
+// The record side of the formula screen: fields, ingredients, validations, tool actions.
+#include "screens/frmFormula.h"
+
+#include "config/clsOptions.h"
+#include "mixing/frmMake.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/CommandBar.h"
+#include "platform/widgets/ReportList.h"
+#include "platform/widgets/Theme.h"
+#include "screens/ToolStates.h"
+#include "screens/frmCurrFormula.h"
+#include "ui_frmFormula.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+constexpr ScreenTools toolRules{
+    .edit = ToolRule::Locked,
+    .add = ToolRule::Locked,
+    .cancelAndSave = ToolRule::Unlocked,
+    .copy = ToolRule::Locked,
+    .remove = ToolRule::Locked,
+    .moves = ToolRule::Locked,
+    .search = ToolRule::Locked,
+    .make = ToolRule::Locked,
+    .printAndExport = ToolRule::Locked,
+    .worksheet = true,
+};
+
+}  // namespace
+
+frmFormula::frmFormula(QWidget* parent)
+    : BrowsingScreen("frmFormula", "SELECT FormulaID FROM Formula Order By frm_Name", "FormulaID",
+                     {.grids = true, .upDowns = true, .buttons = true}, parent),
+      ui(std::make_unique<Ui::frmFormula>()), m_formula(std::make_shared<clsFormula>()) {
+    ui->setupUi(this);
+    platform::makeCard(*ui->fraFormula);
+    platform::makeCard(*ui->fraIngredients);
+    ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
+    ui->txtfrm_Quantity->setBounds(0, 1000);
+    ui->txtfrm_Cost->setBounds(0, 10000);
+    ui->txtfrm_AWP->setBounds(0, 10000);
+    ui->txtfrm_Units->setText("MLS");
+    ui->grdIngredients->setColumns({{.field = "FormChemID", .caption = "FormChemID", .hidden = true},
+                                    {.field = "chm_Name", .caption = "Name"},
+                                    {.field = "chm_Units", .caption = "Units", .width = 112},
+                                    {.field = "fch_Qty", .caption = "Qty", .width = 112, .editable = true},
+                                    {.field = "fch_QS", .caption = "QS", .width = 80, .editable = true},
+                                    {.field = "fch_Active", .caption = "Active", .width = 96, .editable = true}});
+    setUpSteppers();
+    connectControls();
+}
+
+frmFormula::~frmFormula() = default;
+
+void frmFormula::connectControls() {
+    connect(ui->cmdAdd, &QPushButton::clicked, this, &frmFormula::cmdAdd_Click);
+    connect(ui->cmdRemove, &QPushButton::clicked, this, &frmFormula::cmdRemove_Click);
+    connect(ui->cbofrm_Type, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_Type_Click);
+    connect(ui->cbofrm_JarSize, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_JarSize_Click);
+    connect(ui->cmdAddMix, &QPushButton::clicked, this, &frmFormula::cmdAddMix_Click);
+    connect(ui->cmdDelete, &QPushButton::clicked, this, &frmFormula::cmdDelete_Click);
+    connect(ui->lstCustom, &platform::ReportList::dragStarted, this, &frmFormula::lstCustom_OLEStartDrag);
+    connect(ui->lstCustom, &platform::ReportList::dropped, this, &frmFormula::lstCustom_OLEDragDrop);
+}
+
+void frmFormula::Form_Load() {
+    guarded("frmFormula:Form_Load", [&] {
+        m_formula = std::make_shared<clsFormula>();
+        translateForm();
+        fillTypeAndJarLists();
+        getData();
+        if (!m_empty) {
+            moveFirst();
+            openCurrent();
+            refreshForm();
+        }
+        lockForm();
+        ui->tabFormula->setCurrentIndex(0);
+    });
+}
+
+void frmFormula::getData() {
+    const ResumeNext step("frmFormula:getData");
+    step([&] { openIdentifiers(); });
+    step([&] { testEmpty(); });
+}
+
+void frmFormula::openRecord(std::int16_t key) {
+    m_formula = clsFormula().openFormula(key, QString());
+}
+
+QString frmFormula::formName() const {
+    return platform::deref(m_formula).frm_Name;
+}
+
+void frmFormula::translateForm() {
+    guarded("frmFormula:translateForm", [&] {
+        setWindowTitle(translated("Formula"));
+        const std::pair<QLabel*, const char*> labels[] = {
+            {ui->lblfrm_Name, "Formula Name"},   {ui->lblformType, "Formula Type"},
+            {ui->lblfrm_JarSize, "Jar Size"},    {ui->lblfrm_Desc, "Description"},
+            {ui->lblfrm_Quantity, "Quantity"},   {ui->lblfrm_Units, "Units"},
+            {ui->lblfrm_Strength, "Strength"},   {ui->lblfrm_NDC, "Formula NDC"},
+            {ui->lblfrm_Cost, "Cost"},           {ui->lblfrm_AWP, "AWP"},
+            {ui->lblMixNotes, "Mix Notes"},
+        };
+        for (const auto& [label, text] : labels)
+            label->setText(translated(text));
+        ui->cmdAdd->setText(translated("Add"));
+        ui->cmdAdd->setToolTip(translated("Add Ingredient"));
+        ui->cmdRemove->setText(translated("Remove"));
+        ui->cmdRemove->setToolTip(translated("Remove Ingredient"));
+        const char* const tabs[] = {"General", "Ingredients", "Mix Options"};
+        for (int tab = 0; tab < 3; ++tab)
+            ui->tabFormula->setTabText(tab, translated(tabs[tab]));
+        for (const char* caption : {"Name", "Units", "Qty", "QS", "Active"})
+            ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+        translateMix();
+    });
+}
+
+void frmFormula::setMenuOptions() {
+    guarded("frmFormula:setMenuOptions", [&] {
+        if (m_empty)
+            setEmptyToolStates(true);
+        else
+            setToolStates(toolRules, m_locked);
+    });
+}
+
+void frmFormula::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
+    guarded("frmFormula:m_frmMain_btnClick", [&] {
+        if (toolName == "cmdMake") {
+            makeFormula();
+            return;  // the current formula screen listens now and has set its own tools
+        }
+        if (runMove(toolName)) {
+        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
+            searchFormula(searchText);
+        } else if (toolName == "cmdEdit") {
+            unlockForm();
+            refreshForm();
+        } else if (toolName == "cmdSave") {
+            cmdSave();
+        } else if (toolName == "cmdCancel") {
+            cmdCancel();
+        } else if (toolName == "cmdNew") {
+            cmdNew();
+        } else if (toolName == "cmdCopy") {
+            cmdCopy();
+        } else if (toolName == "cmdDelete") {
+            cmdDelete();
+        } else if (toolName == "mnuWorksheet" || toolName == "mnuWorksheetx") {
+            printFormula(toolName == "mnuWorksheetx");
+        } else if (toolName == "cmdFormulas" || toolName == "mnuFormulas") {
+            refreshForm();
+        }
+        setMenuOptions();
+    });
+}
+
+void frmFormula::cmdSave() {
+    if (!saveForm()) {
+        setEnabled(true);
+        return;
+    }
+    lockForm();
+    m_new = false;
+    refreshForm();
+}
+
+void frmFormula::cmdCancel() {
+    if (m_new) {
+        clsFormula().deleteFormula(m_formula, true);
+        m_new = false;
+        getData();
+        openFirst();
+    }
+    lockForm();
+    refreshForm();
+}
+
+void frmFormula::cmdNew() {
+    m_new = true;
+    clearForm();
+    m_formula = clsFormula().addFormula();
+    getData();
+    unlockForm();
+    refreshForm();
+    ui->tabFormula->setCurrentIndex(0);
+    ui->txtfrm_Name->setFocus();
+}
+
+// The new flag stays as it was, so Cancel keeps the copy in the table.
+void frmFormula::cmdCopy() {
+    m_formula = clsFormula().copyFormula(m_formula);
+    getData();
+    unlockForm();
+    refreshForm();
+}
+
+void frmFormula::cmdDelete() {
+    m_new = false;
+    deleteFormula();
+    clearForm();
+    lockForm();
+    getData();
+    moveFirst();
+}
+
+void frmFormula::searchFormula(QString searchText) {
+    const ResumeNext step("frmFormula:searchFormula");
+    step([&] { m_formula = clsFormula().openFormula(0, searchText); });
+    step([&] { refreshForm(); });
+}
+
+void frmFormula::deleteFormula() {
+    guarded("frmFormula:deleteFormula", [&] {
+        if (clsFormula().deleteFormula(m_formula, false)) {
+            clearForm();
+            moveFirst();
+            getData();
+        }
+    });
+}
+
+void frmFormula::makeFormula() {
+    guarded("frmFormula:makeFormula", [&] {
+        ui->grdIngredients->commitEdit();
+        MainWindow& main = platform::deref(basMain::Main);
+        main.currentFormulaScreen().Formula(m_formula);
+        refreshForm();
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
+    });
+}
+
+void frmFormula::refreshForm() {
+    guarded("frmFormula:refreshForm", [&] {
+        setEnabled(true);
+        const clsFormula& formula = platform::deref(m_formula);
+        showCaption("Formulas", formula.frm_Name);
+        ui->txtfrm_Instructions->setText(formula.frm_Instructions);
+        ui->txtfrm_Name->setText(formula.frm_Name);
+        ui->txtFrm_NDC->setText(formula.frm_NDC);
+        ui->txtfrm_Desc->setText(formula.frm_Desc);
+        ui->txtfrm_Quantity->setValue(static_cast<double>(formula.frm_Quantity));
+        ui->txtfrm_Strength->setText(formula.frm_Strength);
+        const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
+        ui->txtfrm_Cost->setFormats(money, money);
+        ui->txtfrm_Cost->setValue(formula.frm_Cost);
+        ui->txtfrm_AWP->setFormats(money, money);
+        ui->txtfrm_AWP->setValue(formula.frm_AWP);
+        ui->txtfrm_Units->setText(formula.frm_Units);
+        ui->cbofrm_JarSize->setListIndex(formula.frm_JarSize - 1);
+        ui->cbofrm_Type->setListIndex(formula.frm_FormType);
+        populateMix(formula.frm_Mix);
+        if (formula.Chemical)
+            ui->grdIngredients->setDataSource(formula.Chemical);
+        cbofrm_JarSize_Click();
+    });
+}
+
+bool frmFormula::fieldsComplete() {
+    if (ui->txtfrm_Name->text().isEmpty()) {
+        platform::MsgBox(translated("Formula Name is required"));
+        return false;
+    }
+    // A quantity that can't be read as one number is never guessed; its box shows the hint.
+    if (!ui->txtfrm_Quantity->acceptable())
+        return false;
+    if (platform::leadingNumber(ui->txtfrm_Quantity->text()) <= 0) {
+        platform::MsgBox(translated("Quantity is required"));
+        return false;
+    }
+    return ui->txtfrm_AWP->acceptable();
+}
+
+void frmFormula::storeFields() {
+    clsFormula& formula = platform::deref(m_formula);
+    formula.frm_Instructions = ui->txtfrm_Instructions->text();
+    formula.frm_Name = ui->txtfrm_Name->text();
+    formula.frm_NDC = ui->txtFrm_NDC->text();
+    formula.frm_Desc = ui->txtfrm_Desc->text();
+    formula.frm_Quantity = platform::toInt16(ui->txtfrm_Quantity->toDouble());
+    formula.frm_Strength = ui->txtfrm_Strength->text();
+    formula.frm_Units = ui->txtfrm_Units->text();
+    formula.frm_AWP = ui->txtfrm_AWP->toCurrency();
+    const int jarRow = ui->cbofrm_JarSize->listIndex();
+    if (jarRow < 0)
+        throw platform::RuntimeError(platform::error::subscriptOutOfRange, "No jar size is selected");
+    formula.frm_JarSize = platform::toInt16(ui->cbofrm_JarSize->itemData(jarRow));
+    formula.frm_FormType = static_cast<std::int16_t>(ui->cbofrm_Type->listIndex());
+    formula.frm_Mix = makeCustomXML();
+}
+
+bool frmFormula::saveForm() {
+    return guarded("frmFormula:saveForm", false, [&] {
+        if (!fieldsComplete())
+            return false;
+        storeFields();
+        if (!ui->grdIngredients->commitEdit())
+            return false;
+        m_formula = clsFormula().saveFormula(m_formula);
+        refreshForm();
+        return true;
+    });
+}
+
+// The two prompts stand the wrong way round; refreshForm replaces them at once.
+void frmFormula::clearForm() {
+    guarded("frmFormula:clearForm", [&] {
+        for (platform::TextBox* box : {ui->txtfrm_Name, ui->txtFrm_NDC, ui->txtfrm_Desc, ui->txtfrm_Strength})
+            box->clear();
+        ui->txtfrm_Instructions->clear();
+        for (platform::NumberBox* box : {ui->txtfrm_Quantity, ui->txtfrm_Cost, ui->txtfrm_AWP})
+            box->setValue(0.0);
+        ui->txtfrm_Units->setText(translated("MLS"));
+        ui->lstCustom->clear();
+        ui->cbofrm_JarSize->setBoxText(translated("Select Form"));
+        ui->cbofrm_Type->setBoxText(translated("Select Jar Size"));
+    });
+}
+
+void frmFormula::cmdAdd_Click() {
+    guarded("frmFormula:cmdAdd_Click", [&] {
+        ui->grdIngredients->commitEdit();
+        QString search = platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
+        platform::deref(m_formula).addChemical(search);
+        saveForm();
+        refreshForm();
+    });
+}
+
+void frmFormula::cmdRemove_Click() {
+    guarded("frmFormula:cmdRemove_Click", [&] {
+        ui->grdIngredients->commitEdit();
+        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
+            platform::deref(m_formula).deleteChemical(platform::toInt16(ui->grdIngredients->currentValue(0)));
+        saveForm();
+        refreshForm();
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,80 @@
+// The formula screen: edits a recipe, its ingredients and its mix programme.
+// frmFormula.cpp holds the record, frmFormulaMix.cpp the tab "Mix Options" with type and jar.
+#pragma once
+
+#include "platform/xml/XmlDocument.h"
+#include "records/clsFormula.h"
+#include "screens/BrowsingScreen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmFormula;
+}
+
+namespace sorvanto {
+
+class frmFormula : public BrowsingScreen {
+    Q_OBJECT
+
+public:
+    explicit frmFormula(QWidget* parent = nullptr);
+    ~frmFormula() override;
+
+    void Form_Load() override;
+    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
+    void getData() override;
+    void refreshForm() override;
+    bool saveForm() override;
+    void searchFormula(QString searchText);
+    void deleteFormula();
+    /// Hands the formula to the current formula screen and switches there.
+    void makeFormula();
+    /// Asks the quantity, then previews the worksheet, or exports it without showing.
+    void printFormula(bool exportIt);
+    void exportFormula() { printFormula(true); }
+    /// Text for the title bar.
+    QString formName() const;
+
+    /// The mix programme as the controls stand.
+    platform::XmlDocumentPtr makeCustomXML();
+    /// The programme to the controls; nothing is tested, the up-downs keep their values.
+    void populateMix(const platform::XmlDocumentPtr& document);
+
+protected:
+    void setMenuOptions() override;
+    void openRecord(std::int16_t key) override;
+    void blankRecord() override { m_formula = std::make_shared<clsFormula>(); }
+    QString saveQuestion() const override { return "Formula data not saved! Save Changes?"; }
+
+private:
+    void translateForm();
+    void connectControls();
+    void clearForm();
+    bool fieldsComplete();
+    void storeFields();
+    void cmdSave();
+    void cmdCancel();
+    void cmdNew();
+    void cmdCopy();
+    void cmdDelete();
+    void cmdAdd_Click();
+    void cmdRemove_Click();
+
+    // Mix options
+    void setUpSteppers();
+    void translateMix();
+    void fillTypeAndJarLists();
+    void cbofrm_Type_Click();
+    void cbofrm_JarSize_Click();
+    void cmdAddMix_Click();
+    void cmdDelete_Click();
+    void lstCustom_OLEStartDrag();
+    void lstCustom_OLEDragDrop(int rowUnderPointer);
+
+    std::unique_ptr<Ui::frmFormula> ui;
+    clsFormulaPtr m_formula;
+    int m_draggedRow = -1;
+};
+
+}  // namespace sorvanto

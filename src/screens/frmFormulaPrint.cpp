@@ -1,0 +1,37 @@
+// The worksheet of the formula screen: the quantity is asked first, the stored formula is printed.
+#include "config/clsOptions.h"
+#include "mixing/frmMake.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "reports/ReportFlow.h"
+#include "reports/rptFormula.h"
+#include "screens/frmFormula.h"
+#include "shared/Guard.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+void frmFormula::printFormula(bool exportIt) {
+    guarded("frmFormula:printFormula", [&] {
+        const clsFormulaPtr copy =
+            clsFormula().openFormula(platform::deref(m_formula).FormulaID, QString());
+        double quantity = 0;
+        {
+            frmMake question;
+            question.MakeQty(platform::deref(copy).frm_Quantity);
+            question.printWorksheet(true);
+            question.showModal();
+            quantity = question.MakeQty();
+        }
+        if (quantity > 0) {
+            auto report = std::make_unique<rptFormula>();
+            report->printerName = platform::deref(basMain::Options).DefPrinter();
+            copy->makeQuantity(platform::toInt16(quantity));
+            report->setFormula(copy);
+            runReport(std::move(report), exportIt, "\\Worksheet.xls");
+        }
+        refreshForm();
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,367 @@
+#include "screens/frmLog.h"
+
+#include "config/clsOptions.h"
+#include "mixing/FormulaDocument.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Text.h"
+#include "platform/widgets/CommandBar.h"
+#include "platform/widgets/ReportList.h"
+#include "platform/widgets/Theme.h"
+#include "screens/MixList.h"
+#include "screens/ToolStates.h"
+#include "ui_frmLog.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+constexpr ScreenTools toolRules{
+    .edit = ToolRule::Locked,
+    .cancelAndSave = ToolRule::Unlocked,
+    .remove = ToolRule::Locked,
+    .moves = ToolRule::Locked,
+    .search = ToolRule::Locked,
+    .printAndExport = ToolRule::Locked,
+    .formulaLog = true,
+    .label = true,
+    .report = true,
+    .jarReport = true,
+};
+
+constexpr int costColumn = 3;
+constexpr int awpColumn = 4;
+
+QString moneyFormat() {
+    return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
+}
+
+}  // namespace
+
+frmLog::frmLog(QWidget* parent)
+    : BrowsingScreen("frmLog", "SELECT LogID FROM Log", "LogID", {.grids = true}, parent),
+      ui(std::make_unique<Ui::frmLog>()), m_log(std::make_shared<clsLog>()) {
+    ui->setupUi(this);
+    for (QFrame* card : {ui->fraLog, ui->fraIngredients, ui->fraMixer, ui->fraResults})
+        platform::makeCard(*card);
+    ui->txtlog_Quantity->setFormats("####0", "####0");
+    ui->txtlog_Date->setWithTime(true);
+    ui->grdIngredients->setColumns({{.field = "lch_Name", .caption = "Name"},
+                                    {.field = "lch_Qty", .caption = "Qty", .width = 96},
+                                    {.field = "lch_Lot", .caption = "Lot", .width = 104},
+                                    {.field = "lch_Cost", .caption = "Cost", .width = 96},
+                                    {.field = "lch_AWP", .caption = "AWP", .width = 96},
+                                    {.field = "lch_NDC", .caption = "NDC", .width = 128},
+                                    {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
+}
+
+frmLog::~frmLog() = default;
+
+void frmLog::Form_Load() {
+    guarded("frmLog:Form_Load", [&] {
+        m_log = std::make_shared<clsLog>();
+        translateForm();
+        getData();
+        if (!identifiers().eof())
+            openFirst();
+        refreshForm();
+        lockForm();
+        ui->tabLog->setCurrentIndex(0);
+    });
+}
+
+void frmLog::openRecord(std::int16_t key) {
+    m_log->openLog(key, QString());
+}
+
+QString frmLog::nameShown() const {
+    return ui->txtlog_Name->text();
+}
+
+void frmLog::translateForm() {
+    guarded("frmLog:translateForm", [&] {
+        const std::pair<QLabel*, const char*> labels[] = {
+            {ui->lbllog_Name, "Formula Name"},
+            {ui->lbllog_Strength, "Strength"},
+            {ui->lbllog_Quantity, "Quantity"},
+            {ui->lbllog_Units, "Units"},
+            {ui->lbllog_NDC, "NDC"},
+            {ui->lbllog_Lot, "Lot #"},
+            {ui->lbllog_Date, "Date"},
+            {ui->lblfrm_Cost, "Cost"},
+            {ui->lblfrm_AWP, "AWP"},
+            {ui->lbllog_Initials, "Logged"},
+            {ui->lbllog_Verified, "Verified"},
+            {ui->lbllog_Notes, "Log Notes"},
+            {ui->lbllog_Type, "Formula Type"},
+            {ui->lbllog_JarSize, "Jar Size"},
+            {ui->lbllog_PreGrind, "Pre Grind"},
+            {ui->lbllog_FreeSpin, "Free Spin"},
+            {ui->lblfrm_ReactTime, "Reaction Time"},
+            {ui->lblfrm_ReactRPM, "Reaction RPM"},
+            {ui->lblID, "Mix Identification"},
+            {ui->lblJarSize, "Jar Size"},
+            {ui->lblType, "Formula Type"},
+            {ui->lblCycles, "Total Cycles"},
+            {ui->lblInteruption, "A = Without Interuption U = With Interuption"},
+            {ui->lblPreGrind, "Number of Additional PreGrind Cycles"},
+            {ui->lblPrepNum, "Preparation Number"},
+            {ui->lblTotalRev, "Total Mixing Motor Revolutions"},
+            {ui->lblVersion, "Hardware Version"},
+        };
+        for (const auto& [label, text] : labels)
+            label->setText(translated(text));
+        translateColumns();
+    });
+}
+
+void frmLog::translateColumns() {
+    const char* const tabs[] = {"General", "Ingredients", "Mix Options", "Mix Results"};
+    for (int tab = 0; tab < 4; ++tab)
+        ui->tabLog->setTabText(tab, translated(tabs[tab]));
+    ui->fraCustom->setTitle(translated("Optional precision settings"));
+    ui->fraReaction->setTitle(translated("Reaction Options"));
+    for (const char* caption : {"Name", "Qty", "Lot", "Cost", "AWP", "NDC", "Supplier"})
+        ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+    QStringList captions;
+    for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
+        captions << translated(caption);
+    ui->lstCustom->setColumnCaptions(captions);
+}
+
+void frmLog::setMenuOptions() {
+    guarded("frmLog:setMenuOptions", [&] {
+        if (m_empty)
+            setEmptyToolStates(false);
+        else
+            setToolStates(toolRules, m_locked);
+    });
+}
+
+void frmLog::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
+    guarded("frmLog:m_frmMain_btnClick", [&] {
+        if (runMove(toolName) || runPrint(toolName)) {
+        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
+            searchLog(searchText);
+        } else if (toolName == "cmdEdit") {
+            unlockForm();
+            refreshForm();
+        } else if (toolName == "cmdSave") {
+            saveForm();
+            refreshForm();
+        } else if (toolName == "cmdCancel") {
+            lockForm();
+            refreshForm();
+        } else if (toolName == "cmdDelete") {
+            deleteLog();
+        } else if ((toolName == "cmdLogs" || toolName == "mnuLogs") && m_log) {
+            showCaption("Logs", m_log->log_Name);
+        }
+        setMenuOptions();
+    });
+}
+
+void frmLog::openMoved() {
+    openCurrent();
+    refreshForm();
+}
+
+void frmLog::moveNext() {
+    guarded("frmLog:moveNext", [&] {
+        identifiers().moveNext();
+        if (identifiers().eof())
+            identifiers().moveLast();
+        openMoved();
+    });
+}
+
+void frmLog::movePrevious() {
+    guarded("frmLog:movePrevious", [&] {
+        identifiers().movePrevious();
+        if (identifiers().bof())
+            identifiers().moveFirst();
+        openMoved();
+    });
+}
+
+void frmLog::moveLast() {
+    guarded("frmLog:moveLast", [&] {
+        identifiers().moveLast();
+        if (!identifiers().eof())
+            openMoved();
+    });
+}
+
+// A search selects the lines of key 0; opening the record again by its own key brings its lines, also
+// those of the former record when nothing was found.
+void frmLog::searchLog(const QString& searchText) {
+    guarded("frmLog:searchLog", [&] {
+        clsLog& log = platform::deref(m_log);
+        log.openLog(0, searchText);
+        if (log.LogID > 0)
+            log.openLog(log.LogID, QString());
+        refreshForm();
+    });
+}
+
+void frmLog::unlockForm() {
+    guarded("frmLog:unlockForm", [&] {
+        ui->txtlog_Initials->setReadOnlyBox(false);
+        ui->txtlog_Verified->setReadOnlyBox(false);
+        ui->txtlog_Notes->setReadOnlyBox(false);
+        setEnabled(true);
+        ui->tabLog->setEnabled(true);
+        m_locked = false;
+    });
+}
+
+void frmLog::refreshForm() {
+    guarded("frmLog:refreshForm", [&] {
+        const clsLog& log = platform::deref(m_log);
+        m_ingredients = log.Chemical;
+        setEnabled(true);
+        ui->tabLog->setEnabled(true);
+        showCaption("Logs", log.log_Name);
+        fillGeneralTab();
+        ui->grdIngredients->setNumberFormat(costColumn, moneyFormat());
+        ui->grdIngredients->setNumberFormat(awpColumn, moneyFormat());
+        ui->grdIngredients->setDataSource(m_ingredients);
+        ui->grdIngredients->setAllowUpdate(false);
+        populateMix(log.log_Mix);
+        populateResults(log.log_Results);
+    });
+}
+
+void frmLog::fillGeneralTab() {
+    const clsLog& log = *m_log;
+    ui->txtlog_Date->setValue(log.log_Date);
+    ui->txtlog_Initials->setText(log.log_Initials);
+    ui->txtlog_JarSize->setText(basMain::tableEntry(basMain::JarSizes, log.log_JarSize));
+    ui->txtlog_Lot->setText(log.log_Lot);
+    ui->txtlog_Name->setText(log.log_Name);
+    ui->txtlog_NDC->setText(log.log_NDC);
+    ui->txtlog_Notes->setText(log.log_Notes);
+    ui->txtlog_Quantity->setValue(static_cast<double>(log.log_Quantity));
+    ui->txtlog_Strength->setText(log.log_Strength);
+    ui->txtlog_Type->setText(basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+    ui->txtlog_Units->setText(log.log_Units);
+    ui->txtlog_Verified->setText(log.log_Verified);
+    ui->txtlog_Cost->setFormats(moneyFormat(), moneyFormat());
+    ui->txtlog_Cost->setValue(log.log_Cost);
+    ui->txtlog_AWP->setFormats(moneyFormat(), moneyFormat());
+    ui->txtlog_AWP->setValue(log.log_AWP);
+}
+
+void frmLog::populateMix(const platform::XmlDocumentPtr& document) {
+    guarded("frmLog:populateMix", [&] {
+        ui->lstCustom->clear();
+        const platform::XmlDocument& mix = platform::deref(document);
+        const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
+        ui->txtlog_FreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
+        ui->txtlog_PreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
+        listMixSteps(mix, *ui->lstCustom);
+    });
+}
+
+void frmLog::populateResults(const platform::XmlDocumentPtr& document) {
+    guarded("frmLog:populateResults", [&] {
+        const std::pair<QLabel*, const char*> values[] = {
+            {ui->lbldisp_ID, "."},
+            {ui->lbldisp_JarSize, "Size"},
+            {ui->lbldisp_Type, "Type"},
+            {ui->lbldisp_Cycles, "LiftingCycles"},
+            {ui->lbldisp_Interuption, "Interuption"},
+            {ui->lbldisp_Pregrind, "PreGrind"},
+            {ui->lbldisp_PrepNum, "PreparationNumber"},
+            {ui->lbldisp_TotalRev, "TotalMixingRevolutions"},
+            {ui->lbldisp_Version, "HardwareVersion"},
+        };
+        const platform::XmlNode results = platform::deref(document).selectSingleNode("Results");
+        for (const auto& [label, node] : values) {
+            if (!results) {
+                label->clear();
+                continue;
+            }
+            const platform::XmlNode value = results.selectSingleNode(node);
+            if (!value)
+                throw platform::RuntimeError(platform::error::objectNotSet,
+                                             QString("The results hold no %1").arg(node));
+            label->setText(value.attribute("Value"));
+        }
+    });
+}
+
+bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
+    const ResumeNext step("frmLog:addLog");
+    std::int16_t formulaID = 0;
+    clsLogPtr added;
+    bool logIt = false;
+    step([&] { formulaID = formulaDocumentID(formula); });
+    step([&] {
+        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        logIt = (formulaID > 0 && formula)
+                || platform::MsgBox(translated("Log Formula"), style, translated("Logs")) == platform::Answer::Yes;
+    });
+    step([&] {
+        if (logIt)
+            added = clsLog().addLog(formula, results);
+    });
+    if (!added)
+        return false;
+    step([&] { m_log = added; });
+    step([&] { getData(); });
+    step([&] { m_log->openLog(added->LogID, QString()); });
+    step([&] { refreshForm(); });
+    step([&] {
+        MainWindow& main = platform::deref(basMain::Main);
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdLogs"));
+    });
+    return true;
+}
+
+bool frmLog::isLogged(const QString& lot) {
+    const auto rows = platform::Recordset::create();
+    rows->open("SELECT LogID FROM Log WHERE log_Lot = '" + platform::doubledApostrophes(lot) + "'", openDB(),
+               platform::CursorType::Static, platform::LockType::ReadOnly);
+    return rows->recordCount() > 0;
+}
+
+// Nothing of a log but the three texts can be changed, whatever the other boxes show.
+bool frmLog::saveForm() {
+    return guarded("frmLog:saveForm", false, [&] {
+        lockForm();
+        clsLog& log = platform::deref(m_log);
+        log.log_Initials = ui->txtlog_Initials->text();
+        log.log_Notes = ui->txtlog_Notes->text();
+        log.log_Verified = ui->txtlog_Verified->text();
+        ui->grdIngredients->commitEdit();
+        const bool saved = clsLog().saveLog(m_log);
+        identifiers().requery();
+        identifiers().find("LogID = " + QString::number(log.LogID));
+        return saved;
+    });
+}
+
+void frmLog::clearForm() {
+    guarded("frmLog:clearForm", [&] {
+        m_log = std::make_shared<clsLog>();
+        clearControls(*this);
+    });
+}
+
+// The first move still runs on the set from before the deletion.
+void frmLog::deleteLog() {
+    guarded("frmLog:deleteLog", [&] {
+        if (clsLog().deleteLog(m_log)) {
+            clearForm();
+            moveFirst();
+            getData();
+        }
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,67 @@
+// The log screen: one made batch with its frozen ingredients, mix programme and results. Nearly
+// read-only: initials, verifier and notes can be corrected, nothing else.
+#pragma once
+
+#include "platform/xml/XmlDocument.h"
+#include "records/clsLog.h"
+#include "screens/BrowsingScreen.h"
+#include "shared/BatchLog.h"
+
+#include <memory>
+
+namespace Ui {
+class frmLog;
+}
+
+namespace sorvanto {
+
+class frmLog : public BrowsingScreen, public BatchLog {
+    Q_OBJECT
+
+public:
+    explicit frmLog(QWidget* parent = nullptr);
+    ~frmLog() override;
+
+    void Form_Load() override;
+    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
+    void moveNext() override;
+    void movePrevious() override;
+    void moveLast() override;
+    void unlockForm() override;
+    void refreshForm() override;
+    bool saveForm() override;
+    void searchLog(const QString& searchText);
+    bool addLog(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) override;
+    bool isLogged(const QString& lot) override;
+    /// Text of txtlog_Name, for the title bar.
+    QString nameShown() const;
+
+protected:
+    void setMenuOptions() override;
+    void openRecord(std::int16_t key) override;
+    void blankRecord() override { m_log = std::make_shared<clsLog>(); }
+    QString saveQuestion() const override { return "Log data not saved! Save Changes?"; }
+
+private:
+    void translateForm();
+    void translateColumns();
+    void clearForm();
+    void deleteLog();
+    void openMoved();
+    void fillGeneralTab();
+    void populateMix(const platform::XmlDocumentPtr& document);
+    void populateResults(const platform::XmlDocumentPtr& document);
+
+    // Paper and spreadsheet (frmLogPrint.cpp)
+    bool runPrint(const QString& toolName);
+    void printLog(bool exportIt);
+    void printLabels(bool exportIt);
+    void printReport(bool exportIt);
+    void printJarReport(bool exportIt);
+
+    std::unique_ptr<Ui::frmLog> ui;
+    clsLogPtr m_log;
+    platform::RecordsetPtr m_ingredients;  ///< the lines the grid is bound to
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,337 @@
+#include "screens/frmPatient.h"
+
+#include "config/clsOptions.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Values.h"
+#include "platform/widgets/CommandBar.h"
+#include "platform/widgets/Theme.h"
+#include "screens/ToolStates.h"
+#include "screens/frmCurrFormula.h"
+#include "ui_frmPatient.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+namespace {
+
+constexpr ScreenTools toolRules{
+    .edit = ToolRule::Locked,
+    .add = ToolRule::Locked,
+    .cancelAndSave = ToolRule::Unlocked,
+    .remove = ToolRule::Locked,
+    .moves = ToolRule::Locked,
+    .search = ToolRule::Locked,
+    .make = ToolRule::Locked,
+    .printAndExport = ToolRule::Locked,
+    .label = true,
+    .report = true,
+};
+
+constexpr int costColumn = 4;
+constexpr int priceColumn = 5;
+
+}  // namespace
+
+frmPatient::frmPatient(QWidget* parent)
+    : BrowsingScreen("frmPatient", "SELECT PatientID FROM Patient", "PatientID",
+                     {.grids = true, .buttons = true}, parent),
+      ui(std::make_unique<Ui::frmPatient>()), m_patient(std::make_shared<clsPatient>()) {
+    ui->setupUi(this);
+    platform::makeCard(*ui->fraPatient);
+    platform::makeCard(*ui->fraRXs);
+    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 64},
+                            {.field = "log_Name", .caption = "Name"},
+                            {.field = "log_Strength", .caption = "Strength", .width = 80},
+                            {.field = "rxs_Qty", .caption = "Qty", .width = 64, .editable = true},
+                            {.field = "rxs_Cost", .caption = "Cost", .width = 80, .editable = true},
+                            {.field = "rxs_Price", .caption = "Price", .width = 80, .editable = true},
+                            {.field = "log_Lot", .caption = "Lot", .width = 104},
+                            {.field = "log_Date", .caption = "Log Date", .width = 96},
+                            {.field = "rxs_Date", .caption = "RX Date", .width = 96, .editable = true},
+                            {.field = "rxs_Consult", .caption = "Consult", .width = 80, .editable = true},
+                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 120, .editable = true}});
+    connect(ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
+    connect(ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
+}
+
+frmPatient::~frmPatient() = default;
+
+void frmPatient::Form_Load() {
+    guarded("frmPatient:Form_Load", [&] {
+        m_patient = std::make_shared<clsPatient>();
+        m_formula = std::make_shared<clsFormula>();
+        translateForm();
+        getData();
+        if (!identifiers().eof())
+            openFirst();
+        lockForm();
+        refreshForm();
+        ui->tabPatient->setCurrentIndex(0);
+    });
+}
+
+void frmPatient::openRecord(std::int16_t key) {
+    m_patient = clsPatient().openPatient(key, QString());
+}
+
+QString frmPatient::nameShown() const {
+    return ui->txtpat_LName->text() + ", " + ui->txtpat_FName->text();
+}
+
+platform::Recordset& frmPatient::prescriptions() const {
+    return platform::deref(platform::deref(m_patient).RXs);
+}
+
+void frmPatient::translateForm() {
+    guarded("frmPatient:translateForm", [&] {
+        const std::pair<QLabel*, const char*> labels[] = {
+            {ui->lblpat_FName, "First Name"},     {ui->lblpat_LName, "Last Name"},
+            {ui->lblpat_Address1, "Address 1"},   {ui->lblpat_Address2, "Address 2"},
+            {ui->lblpat_City, "City"},            {ui->lblpat_State, "State"},
+            {ui->lblpat_Zip, "Zip Code"},         {ui->lblpat_Country, "Country"},
+            {ui->lblpat_BDay, "Birthdate"},       {ui->lblpat_Phone, "Phone"},
+            {ui->lblpat_Fax, "Fax"},              {ui->lblpat_Notes, "Notes"},
+        };
+        for (const auto& [label, text] : labels)
+            label->setText(translated(text));
+        ui->tabPatient->setTabText(0, translated("Patient"));
+        ui->tabPatient->setTabText(1, translated("Prescriptions"));
+        ui->cmdAddRX->setText(translated("Add"));
+        ui->cmdAddRX->setToolTip(translated("Add RX"));
+        ui->cmdDeleteRX->setText(translated("Delete"));
+        ui->cmdDeleteRX->setToolTip(translated("Delete RX"));
+        // Design caption and key; "RXID" stays as it is.
+        const std::pair<const char*, const char*> columns[] = {
+            {"Name", "Name"},         {"Strength", "Strength"}, {"Qty", "Qty"},         {"Cost", "Cost"},
+            {"Price", "Price"},       {"Lot", "Lot"},           {"Log Date", "Log Date"}, {"RX Date", "Rx Date"},
+            {"Consult", "Consult"},   {"Doctor", "Doctor"},
+        };
+        for (const auto& [caption, key] : columns)
+            ui->grdRXs->setShownCaption(ui->grdRXs->columnByCaption(caption), translated(key));
+    });
+}
+
+void frmPatient::setMenuOptions() {
+    guarded("frmPatient:setMenuOptions", [&] {
+        if (m_empty && m_locked)
+            setEmptyToolStates(true);
+        else
+            setToolStates(toolRules, m_locked);
+    });
+}
+
+void frmPatient::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
+    guarded("frmPatient:m_frmMain_btnClick", [&] {
+        if (runMove(toolName) || runPrint(toolName)) {
+        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
+            searchPatient(searchText);
+        } else if (toolName == "cmdEdit") {
+            unlockForm();
+        } else if (toolName == "cmdSave") {
+            cmdSave();
+        } else if (toolName == "cmdCancel") {
+            cmdCancel();
+        } else if (toolName == "cmdNew") {
+            cmdNew();
+        } else if (toolName == "cmdDelete") {
+            cmdDelete();
+        } else if (toolName == "cmdMake" && cmdMake()) {
+            return;  // the current formula screen listens now and has set its own tools
+        }
+        refreshForm();
+        setMenuOptions();
+    });
+}
+
+void frmPatient::cmdSave() {
+    if (saveForm()) {
+        lockForm();
+        m_new = false;
+        refreshForm();
+    }
+}
+
+void frmPatient::cmdCancel() {
+    if (m_new) {
+        clsPatient().deletePatient(m_patient, true);
+        m_new = false;
+        getData();
+        openFirst();
+    }
+    lockForm();
+}
+
+void frmPatient::cmdNew() {
+    m_new = true;
+    unlockForm();
+    clearForm();
+    m_patient = clsPatient().addPatient();
+    getData();
+    ui->tabPatient->setCurrentIndex(0);
+    ui->txtpat_FName->setFocus();
+}
+
+void frmPatient::cmdDelete() {
+    m_new = false;
+    deletePatient();
+    clearForm();
+    lockForm();
+    getData();
+    moveFirst();
+}
+
+bool frmPatient::cmdMake() {
+    ui->grdRXs->commitEdit();
+    if (prescriptions().recordCount() == 0) {
+        platform::MsgBox(translated("No prescriptions"));
+    } else if (ui->grdRXs->selectedCount() == 0) {
+        platform::MsgBox(translated("You must select a prescription."));
+    } else if (getFormula()) {
+        makeFormula();
+        return true;
+    } else {
+        platform::MsgBox(translated("Formula not found."));
+    }
+    return false;
+}
+
+bool frmPatient::getFormula() {
+    return guarded("frmPatient:getFormula", false, [&] {
+        m_rsFormula = platform::Recordset::create();
+        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = "
+                              + platform::nullText(prescriptions().value("LogID")) + ")",
+                          openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+        return m_rsFormula->recordCount() != 0;
+    });
+}
+
+void frmPatient::makeFormula() {
+    guarded("frmPatient:makeFormula", [&] {
+        const std::int16_t formulaID = platform::nullInt16(platform::deref(m_rsFormula).value("FormulaID"));
+        m_formula = platform::deref(m_formula).openFormula(formulaID, QString());
+        MainWindow& main = platform::deref(basMain::Main);
+        main.currentFormulaScreen().Formula(m_formula);
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
+    });
+}
+
+void frmPatient::searchPatient(const QString& searchText) {
+    const ResumeNext step("frmPatient:searchPatient");
+    step([&] { m_patient = clsPatient().openPatient(0, searchText); });
+    step([&] { refreshForm(); });
+}
+
+void frmPatient::deletePatient() {
+    guarded("frmPatient:deletePatient", [&] {
+        if (clsPatient().deletePatient(m_patient, false)) {
+            moveFirst();
+            getData();
+        }
+    });
+}
+
+void frmPatient::unlockForm() {
+    BrowsingScreen::unlockForm();
+    ui->tabPatient->setEnabled(true);
+}
+
+void frmPatient::refreshForm() {
+    guarded("frmPatient:refreshForm", [&] {
+        setEnabled(true);
+        const clsPatient& patient = platform::deref(m_patient);
+        showCaption("Patients", patient.pat_LName + ", " + patient.pat_FName);
+        const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
+        ui->grdRXs->setNumberFormat(costColumn, money);
+        ui->grdRXs->setNumberFormat(priceColumn, money);
+        ui->txtpat_Address1->setText(patient.pat_Address1);
+        ui->txtpat_Address2->setText(patient.pat_Address2);
+        ui->txtpat_BDay->setValue(patient.pat_BDay);
+        ui->txtpat_City->setText(patient.pat_City);
+        ui->txtpat_Country->setText(patient.pat_Country);
+        ui->txtpat_Fax->setText(patient.pat_Fax);
+        ui->txtpat_FName->setText(patient.pat_FName);
+        ui->txtpat_LName->setText(patient.pat_LName);
+        ui->txtpat_Phone->setText(patient.pat_Phone);
+        ui->txtpat_State->setText(patient.pat_State);
+        ui->txtpat_Zip->setText(patient.pat_Zip);
+        ui->txtpat_Notes->setText(patient.pat_Notes);
+        ui->grdRXs->setDataSource(patient.RXs);
+    });
+}
+
+bool frmPatient::fieldsComplete() {
+    if (ui->txtpat_FName->text().isEmpty()) {
+        platform::MsgBox(translated("First Name is required"));
+        return false;
+    }
+    if (ui->txtpat_LName->text().isEmpty()) {
+        platform::MsgBox(translated("Last Name is required"));
+        return false;
+    }
+    // A birth date that can't be read is never guessed; its box shows the hint.
+    return ui->txtpat_BDay->acceptable();
+}
+
+bool frmPatient::saveForm() {
+    return guarded("frmPatient:saveForm", false, [&] {
+        if (!fieldsComplete())
+            return false;
+        clsPatient& patient = platform::deref(m_patient);
+        patient.pat_Address1 = ui->txtpat_Address1->text();
+        patient.pat_Address2 = ui->txtpat_Address2->text();
+        patient.pat_BDay = ui->txtpat_BDay->value();
+        patient.pat_City = ui->txtpat_City->text();
+        patient.pat_Country = ui->txtpat_Country->text();
+        patient.pat_Fax = ui->txtpat_Fax->text();
+        patient.pat_FName = ui->txtpat_FName->text();
+        patient.pat_LName = ui->txtpat_LName->text();
+        patient.pat_Notes = ui->txtpat_Notes->text();
+        patient.pat_Phone = ui->txtpat_Phone->text();
+        patient.pat_State = ui->txtpat_State->text();
+        patient.pat_Zip = ui->txtpat_Zip->text();
+        if (!ui->grdRXs->commitEdit())
+            return false;
+        m_patient = clsPatient().savePatient(m_patient);
+        refreshForm();
+        return true;
+    });
+}
+
+void frmPatient::clearForm() {
+    guarded("frmPatient:clearForm", [&] {
+        m_patient = std::make_shared<clsPatient>();
+        clearControls(*this);
+    });
+}
+
+void frmPatient::cmdAddRX_Click() {
+    guarded("frmPatient:cmdAddRX_Click", [&] {
+        ui->grdRXs->commitEdit();
+        const QString search =
+            platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
+        if (!search.isEmpty()) {
+            platform::deref(m_patient).addRX(search);
+            saveForm();
+        }
+        refreshForm();
+    });
+}
+
+void frmPatient::cmdDeleteRX_Click() {
+    guarded("frmPatient:cmdDeleteRX_Click", [&] {
+        ui->grdRXs->commitEdit();
+        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
+            return;
+        const int key = ui->grdRXs->columnByField("RXsID");
+        platform::deref(m_patient).deleteRX(platform::toInt16(ui->grdRXs->currentValue(key)));
+        saveForm();
+        refreshForm();
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,70 @@
+// The patient screen: patients and their prescriptions, each a link to a logged batch, from which the
+// same formula can be made again.
+#pragma once
+
+#include "records/clsFormula.h"
+#include "records/clsPatient.h"
+#include "screens/BrowsingScreen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmPatient;
+}
+
+namespace sorvanto {
+
+class frmPatient : public BrowsingScreen {
+    Q_OBJECT
+
+public:
+    explicit frmPatient(QWidget* parent = nullptr);
+    ~frmPatient() override;
+
+    void Form_Load() override;
+    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
+    void unlockForm() override;
+    void refreshForm() override;
+    bool saveForm() override;
+    void searchPatient(const QString& searchText);
+    /// Finds the formula of the current prescription's batch; false when that batch is gone.
+    bool getFormula();
+    /// Hands the found formula to the current formula screen and switches there.
+    void makeFormula();
+    /// "last, first" as shown, for the title bar.
+    QString nameShown() const;
+
+protected:
+    void setMenuOptions() override;
+    void openRecord(std::int16_t key) override;
+    void blankRecord() override { m_patient = std::make_shared<clsPatient>(); }
+    QString saveQuestion() const override { return "Patient data not saved! Save Changes?"; }
+
+private:
+    void translateForm();
+    void clearForm();
+    void cmdSave();
+    void cmdCancel();
+    void cmdNew();
+    void cmdDelete();
+    /// True when the make has begun on the current formula screen.
+    bool cmdMake();
+    void deletePatient();
+    bool fieldsComplete();
+    void cmdAddRX_Click();
+    void cmdDeleteRX_Click();
+    platform::Recordset& prescriptions() const;
+
+    // Paper and spreadsheet (frmPatientPrint.cpp)
+    bool runPrint(const QString& toolName);
+    platform::RecordsetPtr currentPrescription() const;
+    void printRX(bool exportIt);
+    void printRXReport(bool exportIt);
+
+    std::unique_ptr<Ui::frmPatient> ui;
+    clsPatientPtr m_patient;
+    clsFormulaPtr m_formula;
+    platform::RecordsetPtr m_rsFormula;
+};
+
+}  // namespace sorvanto

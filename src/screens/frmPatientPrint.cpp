@@ -1,0 +1,68 @@
+// The print commands of the patient screen: prescription labels and the prescription report.
+#include "config/clsOptions.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Values.h"
+#include "reports/ReportFlow.h"
+#include "reports/rptPatient.h"
+#include "reports/rptRX8160.h"
+#include "screens/frmPatient.h"
+#include "ui_frmPatient.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+bool frmPatient::runPrint(const QString& toolName) {
+    const bool exportIt = toolName.endsWith('x');
+    const QString command = exportIt ? toolName.chopped(1) : toolName;
+    if (command == "mnuLabel")
+        printRX(exportIt);
+    else if (command == "mnuReport")
+        printRXReport(exportIt);
+    else
+        return false;
+    return true;
+}
+
+platform::RecordsetPtr frmPatient::currentPrescription() const {
+    const QString key = platform::nullText(ui->grdRXs->currentValue(ui->grdRXs->columnByField("RXsID")));
+    const auto rows = platform::Recordset::create();
+    rows->open("SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, "
+               "RXs.rxs_Date, RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient "
+               "INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON "
+               "Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)=" + key + "));",
+               openDB(), platform::CursorType::Forward, platform::LockType::ReadOnly);
+    return rows;
+}
+
+// The printer is not named: prescription labels go to the default one.
+void frmPatient::printRX(bool exportIt) {
+    guarded("frmPatient:printRX", [&] {
+        if (prescriptions().recordCount() == 0) {
+            platform::MsgBox(translated("No records"));
+            basMain::labelsCancelled = true;
+        } else {
+            auto report = std::make_unique<rptRX8160>();
+            report->setRX(currentPrescription());
+            if (!basMain::labelsCancelled)
+                runReport(std::move(report), exportIt, "\\RXLabel.xls");
+        }
+        refreshForm();
+        basMain::labelsCancelled = true;
+    });
+}
+
+void frmPatient::printRXReport(bool exportIt) {
+    guarded("frmPatient:printRXReport", [&] {
+        auto report = std::make_unique<rptPatient>();
+        report->printerName = platform::deref(basMain::Options).DefPrinter();
+        report->PatientID(platform::deref(m_patient).PatientID);
+        if (!basMain::reportCancelled)
+            runReport(std::move(report), exportIt, "\\RXReport.xls");
+        refreshForm();
+    });
+}
+
+}  // namespace sorvanto
