@@ -40,6 +40,8 @@ void MixerLink::close() {
     m_pollTimer.stop();
     m_reopenTimer.stop();
     m_port->close();
+    m_failed = false;
+    m_lastWord = {};
     setState(State::Closed);
 }
 
@@ -54,7 +56,6 @@ void MixerLink::tryOpen() {
     }
     m_decoder.reset();
     m_missed = 0;
-    m_lastWord = {};
     setState(State::Searching);
     greet();
 }
@@ -70,6 +71,7 @@ void MixerLink::greet() {
             return;
         }
         m_identity = *identity;
+        m_failed = false;
         m_pollTimer.start(m_mixing ? m_timing.mixPoll : m_timing.idlePoll);
         setState(State::Connected);
         emit connected();
@@ -182,6 +184,7 @@ void MixerLink::lose() {
     m_pollTimer.stop();
     m_port->close();
     m_missed = 0;
+    m_failed = true;
     m_reopenTimer.start(m_timing.reopen);
     const bool wasConnected = m_state == State::Connected;
     setState(State::Searching);

@@ -55,6 +55,8 @@ public:
     State state() const { return m_state; }
     /// Connected, but the last questions went unanswered.
     bool isStale() const;
+    /// Searching has gone on for longer than a first answer takes.
+    bool hasFailed() const { return m_failed; }
     QString path() const { return m_openPath; }
     /// Why the port can't be opened, in state NoPort.
     platform::PortState portTrouble() const { return m_portTrouble; }
@@ -103,6 +105,7 @@ private:
     std::optional<Pending> m_current;
     std::uint8_t m_sequence;
     int m_missed = 0;
+    bool m_failed = false;
     bool m_mixing = false;
     QDateTime m_lastWord;
     QTimer m_replyTimer, m_pollTimer, m_reopenTimer;

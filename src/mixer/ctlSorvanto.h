@@ -13,11 +13,15 @@
 
 namespace sorvanto {
 
+struct MixerEnvironment;
+
 class ctlSorvanto : public QWidget {
     Q_OBJECT
 
 public:
     explicit ctlSorvanto(QWidget* parent = nullptr);
+    /// With ports and times of the caller's choice.
+    explicit ctlSorvanto(MixerEnvironment environment, QWidget* parent = nullptr);
     ~ctlSorvanto() override;
 
     void SetStoreInfo(const QString& storeName, const QString& empty, const QString& phone);
@@ -40,6 +44,9 @@ public:
     void mixLogged();
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
+
+    /// All English texts of the panel, which it looks up in the language file.
+    static QStringList panelKeys();
 
 signals:
     /// A mix has ended. Blocks while the user signs; mixerInitialsClosed comes from inside.

@@ -9,7 +9,7 @@ namespace sorvanto::protocol {
 namespace {
 
 constexpr char hexDigits[] = "0123456789ABCDEF";
-constexpr int checkLength = 5;  // "*" and four digits
+constexpr int checkLength = 7;  // "*", two digits of the length, four of the CRC
 
 QByteArray hex(unsigned value, int digits) {
     QByteArray text(digits, '0');
@@ -53,7 +53,7 @@ QByteArray encode(const Frame& frame) {
     text += hex(frame.sequence, 2) + ' ' + frame.kind;
     for (const QByteArray& field : frame.fields)
         text += ' ' + field;
-    text += '*' + hex(crc16(text), 4) + '\n';
+    text += '*' + hex(static_cast<unsigned>(text.size()), 2) + hex(crc16(text), 4) + '\n';
     return text.size() <= longestFrame ? text : QByteArray();
 }
 
@@ -62,7 +62,8 @@ std::optional<Frame> decode(const QByteArray& line) {
     if (head < 6 || line.size() >= longestFrame || line[head] != '*')
         return std::nullopt;
     const QByteArrayView body = QByteArrayView(line).first(head);
-    if (fromHex(QByteArrayView(line).last(4)) != crc16(body))
+    // The length finds every byte lost or doubled; by the CRC alone one in 65,536 of them would pass.
+    if (fromHex(QByteArrayView(line).sliced(head + 1, 2)) != head || fromHex(QByteArrayView(line).last(4)) != crc16(body))
         return std::nullopt;
 
     Frame frame;

@@ -1,4 +1,4 @@
-// One frame on the line between program and mixer, as text: ">07 STEP 2 1440 1992 360 0*5B1C" and a line end.
+// One frame on the line between program and mixer, as text: ">07 STATUS*0A4DDC".
 // docs/mixer-protocol.md tells the whole protocol with worked frames.
 #pragma once
 

@@ -1,0 +1,322 @@
+// The mixer panel. It keeps no state of its own: every change shows the session as it stands.
+#include "mixer/MixerPanel.h"
+
+#include "mixer/LinkRow.h"
+#include "mixer/MixTables.h"
+#include "mixer/NoticeCard.h"
+#include "mixer/OfferList.h"
+#include "mixer/ProgressRing.h"
+#include "mixer/StepsTable.h"
+#include "platform/ask/Ask.h"
+#include "platform/widgets/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace sorvanto {
+namespace {
+
+QLabel* centred(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    return label;
+}
+
+/// "03:48", or with hours where there are some.
+QString shortTime(int seconds) {
+    const QString full = timeText(seconds);
+    return seconds < 3600 ? full.mid(3) : full;
+}
+
+}  // namespace
+
+MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* parent)
+    : QWidget(parent), m_session(session), m_texts(texts) {
+    auto* scroll = new QScrollArea;
+    scroll->setObjectName(QStringLiteral("mixerScroll"));
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->viewport()->setAutoFillBackground(false);
+    auto* content = new QWidget;
+    content->setAutoFillBackground(false);
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20, 16, 20, 16);
+    layout->setSpacing(platform::grid);
+    buildHead(*layout);
+    buildButtons(*layout);
+    m_steps = new StepsTable;
+    m_steps->setObjectName(QStringLiteral("mixerSteps"));
+    m_footnote = centred("mixerFootnote");
+    platform::setLook(*m_footnote, "quiet");
+    m_offers = new OfferList;
+    m_offers->setObjectName(QStringLiteral("mixerOffers"));
+    layout->addWidget(m_steps, 1);
+    layout->addWidget(m_footnote);
+    layout->addSpacing(platform::grid);
+    layout->addWidget(m_offers);
+    layout->addStretch(0);
+    scroll->setWidget(content);
+
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(scroll);
+    setMinimumWidth(291);
+    connect(&m_session, &MixSession::changed, this, &MixerPanel::refresh);
+    connect(m_offers, &OfferList::logAsked, this, [this](const protocol::MixId& mix) { m_session.logOffer(mix); });
+    connect(m_offers, &OfferList::putAsideAsked, this, &MixerPanel::putAside);
+    refresh();
+}
+
+void MixerPanel::buildHead(QBoxLayout& layout) {
+    m_title = new QLabel;
+    platform::setLook(*m_title, "heading");
+    m_link = new LinkRow;
+    m_link->setObjectName(QStringLiteral("mixerLink"));
+    m_ring = new ProgressRing;
+    m_ring->setObjectName(QStringLiteral("mixerRing"));
+    m_name = centred("mixerFormula");
+    platform::setLook(*m_name, "heading");
+    m_quantity = centred("mixerQuantity");
+    m_speeds = centred("mixerSpeeds");
+    platform::setLook(*m_speeds, "quiet");
+    m_problem = new NoticeCard;
+    m_problem->setObjectName(QStringLiteral("mixerProblem"));
+    m_notice = new NoticeCard;
+    m_notice->setObjectName(QStringLiteral("mixerNotice"));
+    m_warnings = new NoticeCard;
+    m_warnings->setObjectName(QStringLiteral("mixerWarnings"));
+    layout.addWidget(m_title);
+    layout.addWidget(m_link);
+    layout.addSpacing(platform::grid);
+    layout.addWidget(m_ring);
+    layout.addSpacing(platform::grid);
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_problem, m_notice, m_warnings})
+        layout.addWidget(widget);
+}
+
+QPushButton* MixerPanel::addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)()) {
+    auto* button = new QPushButton;
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, pressed);
+    row.addWidget(button);
+    return button;
+}
+
+void MixerPanel::buildButtons(QBoxLayout& layout) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addStretch(1);
+    m_connect = addButton(*row, "mixerConnect", &MixerPanel::connectPressed);
+    m_loadAgain = addButton(*row, "mixerLoadAgain", &MixerPanel::loadAgainPressed);
+    m_start = addButton(*row, "mixerStart", &MixerPanel::startPressed);
+    m_pause = addButton(*row, "mixerPause", &MixerPanel::pausePressed);
+    m_resume = addButton(*row, "mixerResume", &MixerPanel::resumePressed);
+    m_stop = addButton(*row, "mixerStop", &MixerPanel::stopPressed);
+    m_ok = addButton(*row, "mixerOk", &MixerPanel::okPressed);
+    row->addStretch(1);
+    platform::setLook(*m_start, "primary");
+    platform::setLook(*m_resume, "primary");
+    platform::setLook(*m_ok, "primary");
+    platform::setLook(*m_stop, "danger");
+    layout.addSpacing(platform::grid);
+    layout.addLayout(row);
+    layout.addSpacing(platform::grid);
+}
+
+void MixerPanel::setStoreName(const QString& name) {
+    m_title->setToolTip(name);
+}
+
+void MixerPanel::refresh() {
+    showCaptions();
+    showLink();
+    showRing();
+    showFormula();
+    showSpeeds();
+    showNotices();
+    showButtons();
+    m_offers->show(m_session.offers(), m_session.canLog(), m_texts);
+}
+
+void MixerPanel::showCaptions() {
+    m_title->setText(m_texts(PanelText::Title));
+    m_footnote->setText(m_texts(PanelText::NotEmergencyStop));
+    m_connect->setText(m_texts(PanelText::Connect));
+    m_loadAgain->setText(m_texts(PanelText::LoadAgain));
+    m_start->setText(m_texts(PanelText::Start));
+    m_pause->setText(m_texts(PanelText::Pause));
+    m_resume->setText(m_texts(PanelText::Resume));
+    m_stop->setText(m_texts(PanelText::Stop));
+    m_ok->setText(m_texts(PanelText::Ok));
+}
+
+QString MixerPanel::portName() const {
+    return QStringLiteral("COM%1").arg(m_session.port());
+}
+
+void MixerPanel::showLink() {
+    const MixerLink& link = m_session.link();
+    const QString start = portName() + QStringLiteral(" \u00B7 ");
+    const QString lastWord = link.lastWord().isValid() ? link.lastWord().toString(QStringLiteral("HH:mm:ss")) : QString();
+    const protocol::Identity& mixer = link.identity();
+    const QString badge = mixer.simulated() && link.state() == MixerLink::State::Connected
+                              ? m_texts(PanelText::Simulated) : QString();
+    if (link.state() == MixerLink::State::Closed)
+        m_link->show(LinkRow::Kind::Off, start + m_texts(PanelText::NotConnected), {});
+    else if (link.state() == MixerLink::State::Connected && !link.isStale())
+        m_link->show(LinkRow::Kind::Good, start + m_texts(PanelText::Firmware, {QString::fromLatin1(mixer.hardware)}), badge);
+    else if (!lastWord.isEmpty())
+        m_link->show(LinkRow::Kind::Stale, start + m_texts(PanelText::NoWordSince, {lastWord}), badge);
+    else
+        m_link->show(LinkRow::Kind::Searching, start + m_texts(PanelText::Searching), {});
+    m_link->setToolTip(mixer.serial.isEmpty() ? link.path()
+                                              : m_texts(PanelText::MixerNamed, {QString::fromLatin1(mixer.serial)}) +
+                                                    QLatin1Char('\n') + link.path());
+}
+
+QString MixerPanel::timeLeft() const {
+    return shortTime(m_session.run().status().secondsLeft);
+}
+
+void MixerPanel::showRing() {
+    const MixRun& run = m_session.run();
+    const protocol::Status& status = run.status();
+    const double done = status.secondsTotal > 0 ? 1.0 - double(status.secondsLeft) / status.secondsTotal : 0.0;
+    const QString noTime = QStringLiteral("--:--");
+    const bool stale = m_session.link().isStale();
+    using Tone = ProgressRing::Tone;
+    switch (run.state()) {
+    case RunState::Disconnected:
+        m_ring->show(run.running().isEmpty() ? -1 : done, Tone::Quiet, noTime, m_texts(PanelText::NotConnected));
+        break;
+    case RunState::Ready:
+        m_ring->show(-1, Tone::Quiet, noTime,
+                     m_texts(run.isSending() ? PanelText::Sending : PanelText::NothingLoaded));
+        break;
+    case RunState::Loaded:
+        m_ring->show(0, Tone::Running, shortTime(status.secondsTotal), m_texts(PanelText::ReadyToStart));
+        break;
+    case RunState::Mixing:
+        m_ring->show(done, stale ? Tone::Quiet : Tone::Running, timeLeft(),
+                     m_texts(PanelText::StepOf, {QString::number(status.step), QString::number(status.steps)}));
+        break;
+    case RunState::Paused:
+        m_ring->show(done, stale ? Tone::Quiet : Tone::Held, timeLeft(), m_texts(PanelText::Paused));
+        break;
+    case RunState::Done:
+        m_ring->show(1, Tone::Good, QStringLiteral("00:00"), m_texts(PanelText::Finished));
+        break;
+    case RunState::Fault:
+        m_ring->show(1, Tone::Problem, noTime, m_texts(PanelText::Problem));
+        break;
+    }
+}
+
+void MixerPanel::showFormula() {
+    const auto& formula = m_session.formula();
+    const RunState state = m_session.run().state();
+    const bool ours = formula && !m_session.run().isForeign();
+    m_name->setText(ours ? (formula->name.isEmpty() ? m_texts(PanelText::Unnamed) : formula->name)
+                         : (state == RunState::Ready ? m_texts(PanelText::ChooseFormula) : QString()));
+    platform::setLook(*m_name, "heading", ours);
+    m_name->setVisible(!m_name->text().isEmpty());
+    m_quantity->setVisible(ours);
+    m_steps->setVisible(ours);
+    if (!ours)
+        return;
+    m_quantity->setText(m_texts(PanelText::QuantityInJar, {QString::number(formula->quantity), formula->jarName()}));
+    const bool inMix = state == RunState::Mixing || state == RunState::Paused;
+    m_steps->show(formula->programme.steps, inMix ? m_session.run().status().step : 0, m_texts);
+}
+
+void MixerPanel::showSpeeds() {
+    const RunState state = m_session.run().state();
+    const protocol::Status& status = m_session.run().status();
+    m_speeds->setVisible(state == RunState::Mixing || state == RunState::Paused);
+    const QString dot = QStringLiteral("  \u00B7  ");
+    m_speeds->setText(m_texts(PanelText::LiftNow) + QLatin1Char(' ') + QString::number(status.liftRpm) + dot +
+                      m_texts(PanelText::MixNow) + QLatin1Char(' ') + QString::number(status.mixRpm) + dot +
+                      m_texts(PanelText::CyclesNow) + QLatin1Char(' ') + QString::number(status.cycles));
+}
+
+PanelMessage MixerPanel::linkMessage() const {
+    const MixerLink& link = m_session.link();
+    if (link.state() == MixerLink::State::NoPort) {
+        const QString port = portName();
+        switch (link.portTrouble()) {
+        case platform::PortState::Absent: return {PanelText::PortAbsent, {port}};
+        case platform::PortState::Held: return {PanelText::PortHeld, {port}};
+        case platform::PortState::Present: return {PanelText::PortFailed, {port, link.portErrorText()}};
+        case platform::PortState::Forbidden: break;
+        }
+        const QString group = platform::deviceGroup(link.path());
+        return group.isEmpty() ? PanelMessage{PanelText::PortForbiddenNoGroup, {port}}
+                               : PanelMessage{PanelText::PortForbidden, {port, group}};
+    }
+    if (link.state() == MixerLink::State::Searching && link.hasFailed())
+        return {link.lastWord().isValid() ? PanelText::LostIdle : PanelText::NoAnswer, {portName()}};
+    return {};
+}
+
+void MixerPanel::showNotices() {
+    const MixRun& run = m_session.run();
+    PanelMessage problem = run.message();
+    if (problem.empty() && run.state() == RunState::Disconnected)
+        problem = linkMessage();
+    const bool informs = problem.text == PanelText::LidOpened || problem.text == PanelText::ForeignMix;
+    m_problem->show(informs ? NoticeCard::Kind::Warning : NoticeCard::Kind::Problem,
+                    problem.empty() ? QString() : m_texts(problem));
+
+    const bool signing = m_session.isSigning();
+    const PanelMessage& notice = m_session.notice();
+    if (!notice.empty())
+        m_notice->show(NoticeCard::Kind::Warning, m_texts(notice));
+    else
+        m_notice->show(NoticeCard::Kind::Information, signing ? m_texts(PanelText::WaitsForInitials) : QString());
+
+    QStringList warnings;
+    if (m_session.formula() && !run.isForeign()) {
+        for (const PanelMessage& warning : m_session.formula()->warnings)
+            warnings << m_texts(warning);
+    }
+    m_warnings->show(NoticeCard::Kind::Warning, warnings.join(QLatin1Char('\n')));
+}
+
+void MixerPanel::showButtons() {
+    const RunState state = m_session.run().state();
+    const bool mixing = state == RunState::Mixing, paused = state == RunState::Paused;
+    const bool fault = state == RunState::Fault;
+    const bool reachable = m_session.link().state() == MixerLink::State::Connected;
+    m_connect->setVisible(!m_session.isOpen());
+    m_loadAgain->setVisible(m_session.canLoadAgain());
+    m_start->setVisible(!mixing && !paused && !fault && m_session.isOpen());
+    m_start->setEnabled(m_session.canStart());
+    m_pause->setVisible(mixing);
+    m_resume->setVisible(paused);
+    m_stop->setVisible(mixing || paused);
+    m_ok->setVisible(fault);
+    for (QPushButton* button : {m_pause, m_resume, m_stop})
+        button->setEnabled(reachable);
+}
+
+void MixerPanel::putAside(const Offer& offer) {
+    const QString name = offer.name.isEmpty() ? m_texts(PanelText::Unnamed) : offer.name;
+    const QString lot = offer.lot.isEmpty() ? m_texts(PanelText::NoLot) : offer.lot;
+    const QPointer<MixerPanel> alive(this);
+    const platform::Answer answer = platform::MsgBox(m_texts(PanelText::PutAsideQuestion, {name, lot}),
+                                                     {platform::Buttons::YesNo, platform::Icon::Exclamation, true, false},
+                                                     m_texts(PanelText::PutAsideTitle));
+    if (alive && answer == platform::Answer::Yes)
+        m_session.putAside(offer.mix);
+}
+
+}  // namespace sorvanto

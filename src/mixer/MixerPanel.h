@@ -1,0 +1,76 @@
+// What the user sees of the mixer: the link, what is loaded, how far the mix is, and the buttons.
+#pragma once
+
+#include "mixer/MixSession.h"
+#include "mixer/PanelTexts.h"
+
+#include <QWidget>
+
+class QBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace sorvanto {
+
+class LinkRow;
+class NoticeCard;
+class OfferList;
+class ProgressRing;
+class StepsTable;
+
+class MixerPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Both outlive the panel.
+    MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* parent = nullptr);
+
+    void setStoreName(const QString& name);
+    /// Shows everything anew, also the captions.
+    void refresh();
+
+    QSize sizeHint() const override { return {311, 640}; }
+
+private:
+    QPushButton* addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)());
+    void buildHead(QBoxLayout& layout);
+    void buildButtons(QBoxLayout& layout);
+
+    void showCaptions();
+    void showLink();
+    void showRing();
+    void showFormula();
+    void showSpeeds();
+    void showNotices();
+    void showButtons();
+    PanelMessage linkMessage() const;
+    QString portName() const;
+    QString timeLeft() const;
+
+    void startPressed() { m_session.start(); }
+    void pausePressed() { m_session.run().pause(); }
+    void resumePressed() { m_session.run().resume(); }
+    void stopPressed() { m_session.run().stop(); }
+    void okPressed() { m_session.acknowledge(); }
+    void loadAgainPressed() { m_session.loadAgain(); }
+    void connectPressed() { m_session.open(); }
+    void putAside(const Offer& offer);
+
+    MixSession& m_session;
+    const PanelTexts& m_texts;
+    QLabel* m_title;
+    LinkRow* m_link;
+    ProgressRing* m_ring;
+    QLabel* m_name;
+    QLabel* m_quantity;
+    QLabel* m_speeds;
+    NoticeCard* m_problem;
+    NoticeCard* m_notice;
+    NoticeCard* m_warnings;
+    QPushButton *m_start, *m_pause, *m_resume, *m_stop, *m_ok, *m_loadAgain, *m_connect;
+    StepsTable* m_steps;
+    QLabel* m_footnote;
+    OfferList* m_offers;
+};
+
+}  // namespace sorvanto

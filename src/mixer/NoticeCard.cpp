@@ -1,0 +1,76 @@
+// The notice card. Its kind shows by the mark as well as by the colour.
+#include "mixer/NoticeCard.h"
+
+#include "platform/widgets/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace sorvanto {
+namespace {
+
+QColor kindColor(NoticeCard::Kind kind) {
+    const platform::Theme& theme = platform::theme();
+    switch (kind) {
+    case NoticeCard::Kind::Warning: return theme.warning;
+    case NoticeCard::Kind::Problem: return theme.danger;
+    case NoticeCard::Kind::Information: break;
+    }
+    return theme.accent;
+}
+
+}  // namespace
+
+NoticeCard::NoticeCard(QWidget* parent) : QFrame(parent), m_label(new QLabel(this)) {
+    m_label->setWordWrap(true);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(36, 9, 10, 9);
+    layout->addWidget(m_label);
+    hide();
+}
+
+void NoticeCard::show(Kind kind, const QString& text) {
+    setVisible(!text.isEmpty());
+    if (m_kind == kind && m_label->text() == text)
+        return;
+    m_kind = kind;
+    m_label->setText(text);
+    setAccessibleName(text);
+    update();
+}
+
+QString NoticeCard::text() const {
+    return isHidden() ? QString() : m_label->text();
+}
+
+void NoticeCard::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor color = kindColor(m_kind);
+    QPainterPath card;
+    card.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+    QColor soft = color;
+    soft.setAlphaF(platform::theme().dark ? 0.16F : 0.09F);
+    painter.fillPath(card, soft);
+    QColor edge = color;
+    edge.setAlphaF(0.45F);
+    painter.setPen(edge);
+    painter.drawPath(card);
+
+    const QRectF mark(11, 11, 16, 16);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(mark);
+    QFont bold = font();
+    bold.setPixelSize(12);
+    bold.setWeight(QFont::Bold);
+    painter.setFont(bold);
+    painter.setPen(platform::theme().onFill);
+    painter.drawText(mark, Qt::AlignCenter, m_kind == Kind::Information ? QStringLiteral("i") : QStringLiteral("!"));
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,30 @@
+// A sentence that the user has to see: a soft card with a coloured edge and a mark for its kind.
+#pragma once
+
+#include <QFrame>
+#include <QString>
+
+class QLabel;
+
+namespace sorvanto {
+
+class NoticeCard : public QFrame {
+    Q_OBJECT
+
+public:
+    enum class Kind { Information, Warning, Problem };
+
+    explicit NoticeCard(QWidget* parent = nullptr);
+    /// An empty text hides the card.
+    void show(Kind kind, const QString& text);
+    QString text() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Kind m_kind = Kind::Information;
+    QLabel* m_label;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,97 @@
+// The list of mixes that still want a decision.
+#include "mixer/OfferList.h"
+
+#include "platform/widgets/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace sorvanto {
+namespace {
+
+QString nameOf(const Offer& offer, const PanelTexts& texts) {
+    return offer.name.isEmpty() ? texts(PanelText::Unnamed) : offer.name;
+}
+
+QString describe(const Offer& offer, const PanelTexts& texts) {
+    const QString name = nameOf(offer, texts);
+    switch (offer.state) {
+    case JournalState::Finished: return texts(PanelText::OfferFinished, {offer.quantity, name, offer.lot});
+    case JournalState::Started: return texts(PanelText::OfferWaiting, {offer.quantity, name, offer.serial});
+    default: return texts(PanelText::OfferNoResults, {offer.quantity, name});
+    }
+}
+
+QPushButton* smallButton(const QString& caption, const char* name) {
+    auto* button = new QPushButton(caption);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    button->setProperty("small", true);
+    return button;
+}
+
+}  // namespace
+
+OfferList::OfferList(QWidget* parent) : QFrame(parent), m_layout(new QVBoxLayout(this)) {
+    platform::makeCard(*this);
+    m_layout->setContentsMargins(12, 10, 12, 12);
+    m_layout->setSpacing(platform::grid);
+    hide();
+}
+
+void OfferList::show(const std::vector<Offer>& offers, bool canLog, const PanelTexts& texts) {
+    QStringList shown;
+    for (const Offer& offer : offers)
+        shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state));
+    if (shown != m_shown) {
+        m_shown = shown;
+        build(offers, texts);
+    }
+    setVisible(!offers.empty());
+    for (QPushButton* button : findChildren<QPushButton*>(QStringLiteral("mixerLogMix")))
+        button->setEnabled(canLog);
+}
+
+void OfferList::build(const std::vector<Offer>& offers, const PanelTexts& texts) {
+    // The click that changed the list may still be inside one of its buttons.
+    if (m_rows) {
+        m_rows->hide();
+        m_rows->setParent(nullptr);
+        m_rows->deleteLater();
+    }
+    m_rows = new QWidget(this);
+    auto* rows = new QVBoxLayout(m_rows);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(platform::grid);
+    m_layout->addWidget(m_rows);
+    auto* heading = new QLabel(texts(PanelText::OffersHeading));
+    platform::setLook(*heading, "heading");
+    rows->addWidget(heading);
+    for (const Offer& offer : offers)
+        addOffer(offer, texts);
+}
+
+void OfferList::addOffer(const Offer& offer, const PanelTexts& texts) {
+    auto* text = new QLabel(describe(offer, texts));
+    text->setObjectName(QStringLiteral("mixerOffer"));
+    text->setTextFormat(Qt::PlainText);
+    text->setWordWrap(true);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(platform::grid);
+    if (offer.state == JournalState::Finished) {
+        auto* log = smallButton(texts(PanelText::LogThisMix), "mixerLogMix");
+        connect(log, &QPushButton::clicked, this, [this, mix = offer.mix] { emit logAsked(mix); });
+        buttons->addWidget(log);
+    }
+    auto* aside = smallButton(texts(PanelText::PutAside), "mixerPutAside");
+    connect(aside, &QPushButton::clicked, this, [this, offer] { emit putAsideAsked(offer); });
+    buttons->addWidget(aside);
+    buttons->addStretch(1);
+    auto* rows = static_cast<QVBoxLayout*>(m_rows->layout());
+    rows->addWidget(text);
+    rows->addLayout(buttons);
+}
+
+}  // namespace sorvanto

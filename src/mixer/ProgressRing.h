@@ -1,0 +1,38 @@
+// A ring that fills as a mix goes on, with the time left in its middle.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace sorvanto {
+
+class ProgressRing : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Tone { Quiet, Running, Held, Good, Problem };
+
+    explicit ProgressRing(QWidget* parent = nullptr);
+
+    /// fraction 0 to 1; below 0 no arc. Both texts are read out as the widget's accessible name.
+    void show(double fraction, Tone tone, const QString& middle, const QString& below);
+    QString middle() const { return m_middle; }
+    QString below() const { return m_below; }
+    double fraction() const { return m_fraction; }
+
+    QSize sizeHint() const override { return {172, 172}; }
+    QSize minimumSizeHint() const override { return {132, 132}; }
+    bool hasHeightForWidth() const override { return false; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paintTexts(QPainter& painter, const QRectF& inside) const;
+
+    double m_fraction = -1;
+    Tone m_tone = Tone::Quiet;
+    QString m_middle, m_below;
+};
+
+}  // namespace sorvanto

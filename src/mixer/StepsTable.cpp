@@ -1,0 +1,108 @@
+// Filling and marking of the steps.
+#include "mixer/StepsTable.h"
+
+#include "mixer/MixTables.h"
+#include "platform/widgets/Theme.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <algorithm>
+
+namespace sorvanto {
+namespace {
+constexpr int stepHeight = 25;
+constexpr int fewestRows = 4;
+}
+
+StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setFrameShape(QFrame::NoFrame);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(stepHeight);
+    verticalHeader()->setMinimumSectionSize(stepHeight);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setColumnWidth(0, 36);
+    QFont small = font();
+    small.setPixelSize(12);
+    setFont(small);
+    horizontalHeader()->setFont(small);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+void StepsTable::show(const std::vector<protocol::Step>& steps, int current, const PanelTexts& texts) {
+    const bool sameSteps = m_steps == steps && m_current >= 0;
+    if (sameSteps && m_current == current)
+        return;
+    if (!sameSteps) {
+        m_steps = steps;
+        fill(texts);
+    }
+    m_current = current;
+    mark();
+}
+
+void StepsTable::fill(const PanelTexts& texts) {
+    setHorizontalHeaderLabels({QString(), texts(PanelText::LiftRpm), texts(PanelText::MixRpm), texts(PanelText::Time)});
+    setAccessibleName(texts(PanelText::StepOf, {QString::number(1), QString::number(m_steps.size())}));
+    setRowCount(static_cast<int>(m_steps.size()));
+    int row = 0;
+    for (const protocol::Step& step : m_steps) {
+        const QString length = step.seconds > 0 ? timeText(step.seconds)
+                                                : texts(PanelText::CyclesCount, {QString::number(step.cycles)});
+        const QStringList cells{QString::number(row + 1), QString::number(step.liftRpm), QString::number(step.mixRpm),
+                                length};
+        for (int column = 0; column < cells.size(); ++column) {
+            auto* item = new QTableWidgetItem(cells[column]);
+            item->setTextAlignment(Qt::AlignVCenter | (column == 0 ? Qt::AlignLeft : Qt::AlignRight));
+            setItem(row, column, item);
+        }
+        ++row;
+    }
+    updateGeometry();
+}
+
+void StepsTable::mark() {
+    const platform::Theme& theme = platform::theme();
+    for (int row = 0; row < rowCount(); ++row) {
+        const bool isCurrent = row + 1 == m_current;
+        for (int column = 0; column < columnCount(); ++column) {
+            QTableWidgetItem& cell = *item(row, column);
+            QFont cellFont = font();
+            cellFont.setWeight(isCurrent ? QFont::DemiBold : QFont::Normal);
+            cell.setFont(cellFont);
+            cell.setBackground(isCurrent ? QBrush(theme.softAccent) : QBrush());
+            cell.setForeground(row + 1 < m_current ? theme.secondaryText : theme.text);
+        }
+    }
+    if (m_current > 0 && m_current <= rowCount())
+        scrollToItem(item(m_current - 1, 0));
+}
+
+void StepsTable::changeEvent(QEvent* event) {
+    QTableWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        mark();
+}
+
+int StepsTable::heightForRows(int rows) const {
+    return horizontalHeader()->sizeHint().height() + rows * stepHeight + 2;
+}
+
+QSize StepsTable::sizeHint() const {
+    return {260, heightForRows(rowCount())};
+}
+
+QSize StepsTable::minimumSizeHint() const {
+    return {200, heightForRows(std::min(rowCount(), fewestRows))};
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,63 @@
+// The mixer control: session, texts and panel put together behind the operations that the program knows.
+#include "mixer/ctlSorvanto.h"
+
+#include "mixer/MixSession.h"
+#include "mixer/MixTables.h"
+#include "mixer/MixerPanel.h"
+#include "mixer/PanelTexts.h"
+
+#include <QVBoxLayout>
+
+namespace sorvanto {
+
+class ctlSorvanto::Private {
+public:
+    explicit Private(MixerEnvironment environment) : session(std::move(environment)) {}
+
+    PanelTexts texts;
+    MixSession session;
+    std::unique_ptr<MixerPanel> panel;
+};
+
+ctlSorvanto::ctlSorvanto(QWidget* parent) : ctlSorvanto(MixerEnvironment::real(), parent) {}
+
+ctlSorvanto::ctlSorvanto(MixerEnvironment environment, QWidget* parent)
+    : QWidget(parent), d(std::make_unique<Private>(std::move(environment))) {
+    d->panel = std::make_unique<MixerPanel>(d->session, d->texts);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(d->panel.get());
+    connect(&d->session, &MixSession::mixDone, this, &ctlSorvanto::mixDone);
+    connect(&d->session, &MixSession::enableForm, this, &ctlSorvanto::enableForm);
+}
+
+ctlSorvanto::~ctlSorvanto() = default;
+
+void ctlSorvanto::SetStoreInfo(const QString& storeName, const QString&, const QString&) {
+    d->panel->setStoreName(storeName);
+}
+
+void ctlSorvanto::setSettings(std::int16_t commPort, std::int16_t, std::int16_t overrideSpeed,
+                              const QString& translationPath) {
+    d->texts.load(translationPath);
+    d->session.setPort(commPort, overrideSpeed != 0);
+    d->panel->refresh();
+}
+
+QStringList ctlSorvanto::MixTypes() const { return mixTypeNames(); }
+QStringList ctlSorvanto::JarSizes() const { return jarNames(); }
+QStringList ctlSorvanto::MixTimes() const { return mixTimeTexts(); }
+
+void ctlSorvanto::StartControl() { d->session.open(); }
+void ctlSorvanto::loadFormula(const platform::XmlDocumentPtr& formula) { d->session.loadFormula(formula); }
+void ctlSorvanto::mixerInitialsClosed() { d->session.initialsClosed(); }
+void ctlSorvanto::CloseControl() { d->session.close(); }
+void ctlSorvanto::mixLogged() { d->session.logged(); }
+
+void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
+    d->session.setLoggedTest(std::move(test));
+}
+
+QStringList ctlSorvanto::panelKeys() { return PanelTexts::keys(); }
+
+}  // namespace sorvanto

@@ -1,0 +1,185 @@
+// The journal: its states on the disk, what is left of it at a start, and that no moment leaves half a file.
+#include "MemoryLine.h"
+#include "support/FixedClock.h"
+#include "support/Hindrances.h"
+#include "support/TempProgramFolder.h"
+
+#include "mixer/MixJournal.h"
+#include "mixer/ResultsDocument.h"
+#include "platform/basic/RuntimeError.h"
+
+#include <csignal>
+#include <sys/wait.h>
+
+using namespace sorvanto;
+
+namespace {
+
+const protocol::MixId mixId = "3FA21C09";
+
+platform::XmlDocumentPtr someResults(int preparation = 12) {
+    return makeResultsDocument({1, "2.1", "SV0426"}, {mixId, preparation, 7, 9, 61, false, 2, 14952});
+}
+
+class MixJournalTest : public testing::Test {
+protected:
+    support::TempProgramFolder folder;
+    support::FixedClock clock;
+
+    QStringList files(const QString& below = "mixes") const {
+        return QDir(folder.path(below)).entryList(QDir::Files | QDir::Hidden);
+    }
+    MixJournal readAgain() const {
+        MixJournal journal;
+        journal.read();
+        return journal;
+    }
+};
+
+}  // namespace
+
+TEST_F(MixJournalTest, EmptyWithoutAFolderAndMakesNone) {
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_FALSE(folder.has("mixes"));
+}
+
+TEST_F(MixJournalTest, FileOfAFinishedMixIsForPeopleToo) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    clock.advance(60);
+    journal.start(mixId, "SV0426");
+    clock.advance(600);
+    journal.finish(mixId, someResults(), false);
+    EXPECT_EQ(files(), QStringList{"3FA21C09.xml"});
+    EXPECT_EQ(QString::fromUtf8(folder.read("mixes/3FA21C09.xml")),
+              "<Mix ID=\"3FA21C09\" State=\"finished\" Mixer=\"SV0426\" Loaded=\"2026-03-07 14:05:09\" "
+              "Started=\"2026-03-07 14:06:09\" Finished=\"2026-03-07 14:16:09\">" +
+                  test::shortFormula()->xml() + someResults()->xml() + "</Mix>");
+}
+
+TEST_F(MixJournalTest, EachStateSurvives) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    MixJournal again = readAgain();
+    ASSERT_EQ(again.open().size(), 1U);
+    EXPECT_EQ(again.open()[0].state, JournalState::Started);
+    EXPECT_EQ(again.open()[0].serial, "SV0426");
+    EXPECT_EQ(again.open()[0].name(), "Hydrocortisone 1% Cream");
+    EXPECT_EQ(again.open()[0].quantity(), "250");
+    EXPECT_EQ(again.open()[0].lot(), "");
+
+    again.finish(mixId, someResults(), true);
+    again = readAgain();
+    EXPECT_EQ(again.open()[0].state, JournalState::Finished);
+    EXPECT_EQ(again.open()[0].lot(), "SV04260012");
+    EXPECT_TRUE(again.open()[0].lotTaken);
+    EXPECT_EQ(again.open()[0].formula->xml(), test::shortFormula()->xml());
+    EXPECT_EQ(again.open()[0].results->xml(), someResults()->xml());
+
+    again.close(mixId, JournalState::Logged);
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_EQ(files("mixes/closed"), QStringList{"20260307-140509-3FA21C09.xml"});
+    EXPECT_TRUE(folder.read("mixes/closed/20260307-140509-3FA21C09.xml").contains("State=\"logged\""));
+}
+
+TEST_F(MixJournalTest, AbortedStaysUntilPutAside) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    journal.abort(mixId);
+    MixJournal again = readAgain();
+    ASSERT_EQ(again.open().size(), 1U);
+    EXPECT_EQ(again.open()[0].state, JournalState::Aborted);
+    again.close(mixId, JournalState::PutAside);
+    EXPECT_TRUE(readAgain().open().empty());
+}
+
+TEST_F(MixJournalTest, NeverStartedIsTidiedAway) {
+    MixJournal journal;
+    journal.load("00000001", test::shortFormula());
+    journal.load("00000002", test::shortFormula());
+    EXPECT_EQ(files(), QStringList{"00000002.xml"}) << "a newer formula takes the place";
+    journal.start("00000002", "SV0426");
+    journal.undoStart("00000002");
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(MixJournalTest, ClosedButNotMovedIsMoved) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    journal.finish(mixId, someResults(), false);
+    QByteArray text = folder.read("mixes/3FA21C09.xml");
+    folder.write("mixes/3FA21C09.xml", text.replace("finished", "logged"));
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_EQ(files("mixes/closed").size(), 1);
+}
+
+TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    const QByteArray good = folder.read("mixes/3FA21C09.xml");
+    folder.write("mixes/empty.xml", "");
+    folder.write("mixes/garbage.xml", QByteArray("\x00\xFF<Mix", 6));
+    folder.write("mixes/half.xml", good.left(good.size() / 2));
+    folder.write("mixes/state.xml", QByteArray(good).replace("\"loaded\"", "\"sleeping\""));
+    folder.write("mixes/noresults.xml", QByteArray(good).replace("\"loaded\"", "\"finished\""));
+    folder.write("mixes/noformula.xml", "<Mix ID=\"3FA21C09\" State=\"started\"/>");
+    const MixJournal again = readAgain();
+    EXPECT_TRUE(again.open().empty());
+    EXPECT_EQ(again.unreadable(), (QStringList{"empty.xml", "garbage.xml", "half.xml", "noformula.xml", "noresults.xml", "state.xml"}));
+    EXPECT_TRUE(folder.has("mixes/half.xml"));
+}
+
+TEST_F(MixJournalTest, FullDiskThrowsAndLeavesTheOldFile) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    const QByteArray before = folder.read("mixes/3FA21C09.xml");
+    {
+        const support::FullDisk full;
+        EXPECT_THROW(journal.finish(mixId, someResults(), false), platform::RuntimeError);
+    }
+    EXPECT_EQ(folder.read("mixes/3FA21C09.xml"), before);
+    EXPECT_EQ(files(), QStringList{"3FA21C09.xml"}) << "no rest of the attempt";
+    EXPECT_EQ(journal.open()[0].state, JournalState::Finished) << "not lost while the program runs";
+}
+
+TEST_F(MixJournalTest, UnknownMixIsAnError) {
+    MixJournal journal;
+    EXPECT_THROW(journal.start(mixId, "SV0426"), platform::RuntimeError);
+    EXPECT_THROW(journal.close(mixId, JournalState::Logged), platform::RuntimeError);
+}
+
+// A child writes the journal without end and is killed at an arbitrary moment, again and again.
+TEST_F(MixJournalTest, KilledAtAnyMomentTheJournalIsWhole) {
+    for (int round = 0; round < 30; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            MixJournal journal;
+            for (int number = 1;; ++number) {
+                const auto mix = QByteArray::number(number % 5 + 1).rightJustified(8, '0');
+                if (journal.find(mix))
+                    journal.close(mix, JournalState::PutAside);
+                journal.load(mix, test::shortFormula());
+                journal.start(mix, "SV0426");
+                journal.finish(mix, someResults(number), false);
+            }
+        }
+        usleep(static_cast<useconds_t>(3'000 + round * 700));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status));
+
+        const MixJournal journal = readAgain();
+        EXPECT_TRUE(journal.unreadable().isEmpty()) << journal.unreadable().join(' ').toStdString();
+        for (const JournalEntry& entry : journal.open()) {
+            EXPECT_EQ(entry.formula->xml(), test::shortFormula()->xml());
+            EXPECT_EQ(entry.state == JournalState::Finished, entry.results != nullptr);
+        }
+    }
+}
