@@ -10,6 +10,8 @@
 #include "platform/basic/Text.h"
 #include "platform/basic/Values.h"
 
+#include <algorithm>
+
 namespace platform {
 namespace {
 

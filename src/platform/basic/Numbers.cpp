@@ -7,6 +7,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
