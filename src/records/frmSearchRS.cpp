@@ -72,6 +72,7 @@ void frmSearchRS::Form_Load() {
         ui->cmdOK->setText(translated("OK"));
         ui->cmdCancel->setText(translated("Cancel"));
         setWindowTitle(translated("Search Records"));
+        ui->TDBList1->setAccessibleName(windowTitle());
     });
 }
 

@@ -1,0 +1,58 @@
+// Widths, formats and place of the search list.
+#include "records/SearchColumns.h"
+
+#include <gtest/gtest.h>
+
+using sorvanto::ListMeasure;
+using sorvanto::searchColumn;
+using sorvanto::searchPlace;
+
+namespace {
+
+constexpr ListMeasure measure{10, 220};
+
+platform::GridColumn column(int type, int size, const char* name = "Field") {
+    return searchColumn({name, type, size, {}, {}}, measure);
+}
+
+TEST(SearchColumns, TextsAreAsWideAsTheirSizeAndHalfFromTwentyOn) {
+    struct Row {
+        int size, width;
+    };
+    for (const int type : {202, 129, 200})
+        for (const Row& row : {Row{0, 50}, Row{1, 50}, Row{4, 50}, Row{5, 50}, Row{6, 60}, Row{19, 190},
+                               Row{20, 100}, Row{21, 100}, Row{50, 250}, Row{255, 1270}})
+            EXPECT_EQ(column(type, row.size).width, row.width) << type << " of " << row.size;
+    EXPECT_TRUE(column(202, 40).numberFormat.isEmpty());
+}
+
+TEST(SearchColumns, ADoubleIsMoneyAndAFlagIsAWord) {
+    EXPECT_EQ(column(5, 8).numberFormat, "Currency");
+    EXPECT_EQ(column(5, 8).width, 100);
+    EXPECT_EQ(column(11, 2, "Active").numberFormat, "Yes/No");
+    EXPECT_EQ(column(11, 2, "Active").width, 60);
+}
+
+TEST(SearchColumns, AnyOtherTypeKeepsTheDefault) {
+    for (const int type : {2, 3, 6, 7, 203}) {
+        EXPECT_EQ(column(type, 8).width, 220);
+        EXPECT_TRUE(column(type, 8).numberFormat.isEmpty());
+    }
+}
+
+TEST(SearchColumns, TheHeadingIsTheFieldsName) {
+    EXPECT_EQ(column(3, 4, "FormulaName").caption, "FormulaName");
+    EXPECT_FALSE(column(3, 4).editable);
+}
+
+TEST(SearchColumns, TheWindowStandsWhereWishedIfItFitsElseInTheMiddle) {
+    EXPECT_EQ(searchPlace(0, 400, 1000), 300);
+    EXPECT_EQ(searchPlace(-5, 400, 1000), 300);
+    EXPECT_EQ(searchPlace(1, 400, 1000), 1);
+    EXPECT_EQ(searchPlace(600, 400, 1000), 600);
+    EXPECT_EQ(searchPlace(601, 400, 1000), 300);
+    EXPECT_EQ(searchPlace(0, 401, 1000), 299);
+    EXPECT_EQ(searchPlace(10, 1200, 1000), -100);
+}
+
+}  // namespace
