@@ -24,8 +24,8 @@ Theme lightTheme() {
     t.accent = 0x0B7285;
     t.softAccent = 0xE2F1F4;
     t.alternateRow = 0xF8FAFB;
-    t.good = 0x2B8A3E;
-    t.warning = 0xB35C00;
+    t.good = 0x27803A;
+    t.warning = 0xAF5A00;
     t.danger = 0xC92A2A;
     t.onFill = 0xFFFFFF;
     t.fieldLine = 0xB3BFCA;

@@ -1,0 +1,364 @@
+// A grid over a real result set of a real file: current row, formats, edits by keys and mouse, refusals.
+#include "SampleRows.h"
+#include "ScriptedAsker.h"
+#include "TestDatabase.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Boxes.h"
+#include "platform/widgets/RecordGrid.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+
+enum Column { Key, Name, Qty, Cost, Done, Made, Missing };
+
+class Grids : public testing::Test {
+protected:
+    void SetUp() override {
+        grid = new RecordGrid(&window);
+        after = new QPushButton("after", &window);
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(grid);
+        column->addWidget(after);
+        window.resize(900, 400);
+        grid->setColumns({{"lineid", "LineID", 0, false, true, {}}, {"NAME", "Name", 200, true, false, {}},
+                          {"Qty", "Qty", 100, true, false, "#0.000"}, {"Cost", "Cost", 100, true, false, {}},
+                          {"Done", "QS", 80, true, false, {}}, {"Made", "Date", 120, false, false, {}},
+                          {"Nowhere", "Missing", 0, true, false, {}}});
+        grid->setAllowUpdate(true);
+        rows = sample.open();
+        grid->setDataSource(rows);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        grid->setFocus();
+    }
+    QString shown(int row, int column) const { return grid->model()->index(row, column).data().toString(); }
+    QPoint place(int row, int column) const { return grid->visualRect(grid->model()->index(row, column)).center(); }
+    void click(int row, int column) { QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place(row, column)); }
+    QLineEdit* editor() const { return grid->viewport()->findChild<QLineEdit*>("cellEditor"); }
+    /// Opens the cell's editor with F2 and types over what is there.
+    void type(int row, int column, const QString& text) {
+        grid->setCurrentIndex(grid->model()->index(row, column));
+        QTest::keyClick(grid, Qt::Key_F2);
+        ASSERT_NE(editor(), nullptr);
+        editor()->selectAll();
+        QTest::keyClicks(editor(), text);
+    }
+
+    support::SampleRows sample;
+    support::ScriptedAsker asker;
+    RecordsetPtr rows;
+    QWidget window;
+    RecordGrid* grid = nullptr;
+    QPushButton* after = nullptr;
+};
+
+TEST_F(Grids, ShowsValuesByKindAndPicture) {
+    EXPECT_EQ(grid->model()->rowCount(), 3);
+    EXPECT_EQ(shown(0, Name), "Line 1");
+    EXPECT_EQ(shown(1, Qty), "2.500");
+    EXPECT_EQ(shown(1, Cost), "2.25");
+    EXPECT_EQ(shown(0, Made), "3/7/2026");
+    EXPECT_EQ(shown(0, Missing), "");
+    EXPECT_EQ(grid->model()->index(1, Done).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+    EXPECT_EQ(grid->model()->index(0, Done).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
+    EXPECT_EQ(grid->model()->index(1, Done).data(Qt::AccessibleTextRole).toString(), "Yes");
+    const auto alignment = [this](int column) {
+        return grid->model()->index(0, column).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+    };
+    EXPECT_TRUE(alignment(Qty) & Qt::AlignRight);
+    EXPECT_TRUE(alignment(Cost) & Qt::AlignRight);
+    EXPECT_TRUE(alignment(Name) & Qt::AlignLeft);
+    EXPECT_TRUE(grid->isColumnHidden(Key));
+}
+
+TEST_F(Grids, FormatsCanBeSetLaterAndFollowTheUsersMarks) {
+    grid->setNumberFormat(Cost, "$ ###,##0.00");
+    EXPECT_EQ(shown(0, Cost), "$ 1.25");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(shown(0, Cost), "$ 1,25");
+    QLocale::setDefault(QLocale::c());
+    grid->setNumberFormat(Qty, "Currency");
+    EXPECT_EQ(shown(0, Qty), "$1.50");
+    grid->setNumberFormat(Done, "Yes/No");
+    EXPECT_EQ(shown(0, Done), "No");
+    EXPECT_EQ(shown(1, Done), "Yes");
+}
+
+TEST_F(Grids, ColumnsAreFoundByDesignedCaptionAndField) {
+    grid->setShownCaption(Done, "Auffüllen");
+    EXPECT_EQ(grid->columnByCaption("QS"), Done);
+    EXPECT_EQ(grid->shownCaption(Done), QString("Auffüllen"));
+    EXPECT_EQ(grid->model()->headerData(Done, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Auffüllen"));
+    EXPECT_EQ(grid->columnByField("LINEID"), Key);
+    EXPECT_THROW(grid->columnByCaption("Auffüllen"), RuntimeError);
+    EXPECT_THROW(grid->columnByField("x"), RuntimeError);
+}
+
+TEST_F(Grids, TheFirstRowIsCurrentButNotSelected) {
+    EXPECT_EQ(grid->currentValue(Key).toInt(), 1);
+    EXPECT_EQ(grid->selectedCount(), 0);
+    click(2, Name);
+    EXPECT_EQ(grid->selectedCount(), 1);
+    EXPECT_EQ(grid->currentValue(Key).toInt(), 3);
+    EXPECT_EQ(rows->position(), 2);
+}
+
+TEST_F(Grids, CurrentRowsFollowEachOther) {
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(rows->position(), 1);
+    rows->moveLast();
+    EXPECT_EQ(grid->currentIndex().row(), 2);
+    rows->moveNext();
+    EXPECT_EQ(rows->position(), -1);
+    EXPECT_FALSE(grid->currentIndex().isValid());
+    EXPECT_FALSE(grid->currentValue(Key).isValid());
+}
+
+TEST_F(Grids, ANewRowOfTheSetAppears) {
+    rows->addNew();
+    rows->setValue("Name", "Fourth");
+    rows->update();
+    EXPECT_EQ(grid->model()->rowCount(), 4);
+    EXPECT_EQ(shown(3, Name), "Fourth");
+}
+
+TEST_F(Grids, AnEditIsWrittenToTheFileAtOnce) {
+    type(1, Qty, "7.25");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(shown(1, Qty), "7.250");
+    EXPECT_EQ(sample.stored(2, "Qty"), "7.25");
+    EXPECT_EQ(grid->currentIndex().row(), 2);
+    EXPECT_EQ(grid->currentIndex().column(), Qty);
+}
+
+TEST_F(Grids, TypingOpensTheEditor) {
+    grid->setCurrentIndex(grid->model()->index(0, Name));
+    QTest::keyClicks(grid, "N");
+    ASSERT_NE(editor(), nullptr);
+    QTest::keyClicks(editor(), "ew");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(sample.stored(1, "Name"), "New");
+}
+
+TEST_F(Grids, TabWritesAndMovesOn) {
+    type(0, Name, "O'Brien");
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    EXPECT_EQ(sample.stored(1, "Name"), "O'Brien");
+    EXPECT_EQ(grid->currentIndex().column(), Qty);
+    QTest::keyClick(grid, Qt::Key_Tab);
+    EXPECT_EQ(grid->currentIndex().column(), Cost);
+    QTest::keyClick(grid, Qt::Key_Backtab);
+    EXPECT_EQ(grid->currentIndex().column(), Qty);
+}
+
+TEST_F(Grids, TabAtTheLastCellLeavesTheGrid) {
+    grid->setCurrentIndex(grid->model()->index(2, Missing));
+    QTest::keyClick(grid, Qt::Key_Tab);
+    EXPECT_TRUE(after->hasFocus());
+}
+
+TEST_F(Grids, TabLeavesALockedGridAtOnce) {
+    grid->setAllowUpdate(false);
+    QTest::keyClick(grid, Qt::Key_Tab);
+    EXPECT_TRUE(after->hasFocus());
+}
+
+TEST_F(Grids, EscapeGivesTheCellBack) {
+    type(0, Name, "Nonsense");
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(shown(0, Name), "Line 1");
+    EXPECT_EQ(sample.stored(1, "Name"), "Line 1");
+}
+
+TEST_F(Grids, AnOpenEditorIsCommitted) {
+    EXPECT_TRUE(grid->commitEdit());
+    type(0, Cost, "3.5");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Cost"), "3.5");
+    EXPECT_EQ(shown(0, Cost), "3.5");
+}
+
+TEST_F(Grids, LeavingTheGridCommitsToo) {
+    type(0, Name, "Left");
+    after->setFocus();
+    EXPECT_EQ(sample.stored(1, "Name"), "Left");
+}
+
+TEST_F(Grids, ARefusedEditIsToldAndShowsTheStoredValue) {
+    int failed = 0;
+    grid->onEditFailed = [&failed] { ++failed; };
+    type(0, Qty, "9999");
+    asker.expectMsgBox(QString("The change was not saved.\n\nCHECK constraint failed: Qty < 5000"));
+    EXPECT_FALSE(grid->commitEdit());
+    EXPECT_EQ(failed, 1);
+    EXPECT_EQ(shown(0, Qty), "1.500");
+    EXPECT_EQ(sample.stored(1, "Qty"), "1.5");
+    EXPECT_FALSE(rows->hasPendingChanges());
+    type(0, Qty, "2");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Qty"), "2.0");
+}
+
+TEST_F(Grids, ANumberThatCanBeReadInTwoWaysStaysInTheEditor) {
+    type(0, Qty, "1.234,5");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(sample.stored(1, "Qty"), "1.5");
+    asker.expectMsgBox("The change was not saved.\n\nThis can be read in two ways. Leave out the thousands mark and "
+                       "use \".\" for decimals.");
+    EXPECT_FALSE(grid->commitEdit());
+    EXPECT_EQ(shown(0, Qty), "1.500");
+}
+
+TEST_F(Grids, ATextTooLongForItsColumnIsRefusedOrKeptWhole) {
+    const QString text(10000, u'x');
+    grid->setCurrentIndex(grid->model()->index(0, Name));
+    QTest::keyClick(grid, Qt::Key_F2);
+    editor()->setText(text);
+    editor()->setModified(true);
+    asker.alwaysAnswer("*");
+    const bool taken = grid->commitEdit();
+    EXPECT_EQ(sample.stored(1, "Name"), taken ? text : "Line 1");
+    EXPECT_EQ(shown(0, Name), taken ? text : "Line 1");
+}
+
+TEST_F(Grids, AnEmptiedNumberIsNull) {
+    grid->setCurrentIndex(grid->model()->index(0, Cost));
+    QTest::keyClick(grid, Qt::Key_F2);
+    editor()->selectAll();
+    QTest::keyClick(editor(), Qt::Key_Delete);
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Cost"), "NULL");
+    EXPECT_EQ(shown(0, Cost), "");
+}
+
+TEST_F(Grids, AnUntouchedEditorWritesNothing) {
+    grid->setCurrentIndex(grid->model()->index(0, Qty));
+    QTest::keyClick(grid, Qt::Key_F2);
+    support::runSql(sample.path(), "UPDATE Line SET Qty = 4 WHERE LineID = 1");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Qty"), "4.0");
+}
+
+TEST_F(Grids, AFlagIsToggledByClickAndSpace) {
+    click(0, Done);
+    EXPECT_EQ(sample.stored(1, "Done"), "1");
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(sample.stored(1, "Done"), "0");
+    grid->setAllowUpdate(false);
+    click(0, Done);
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(sample.stored(1, "Done"), "0");
+}
+
+TEST_F(Grids, OnlyEditableColumnsOfAnOpenGridAreEdited) {
+    grid->setCurrentIndex(grid->model()->index(0, Made));
+    QTest::keyClick(grid, Qt::Key_F2);
+    EXPECT_EQ(editor(), nullptr);
+    grid->setCurrentIndex(grid->model()->index(0, Missing));
+    QTest::keyClick(grid, Qt::Key_F2);
+    EXPECT_EQ(editor(), nullptr);
+    grid->setAllowUpdate(false);
+    grid->setCurrentIndex(grid->model()->index(0, Name));
+    QTest::keyClick(grid, Qt::Key_F2);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place(0, Name));
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(Grids, ADisconnectedSetIsEditedInMemory) {
+    rows->disconnect();
+    type(0, Qty, "3");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(shown(0, Qty), "3.000");
+    EXPECT_EQ(sample.stored(1, "Qty"), "1.5");
+}
+
+TEST_F(Grids, NoSetAndAnEmptySet) {
+    grid->setDataSource(nullptr);
+    EXPECT_EQ(grid->model()->rowCount(), 0);
+    EXPECT_FALSE(grid->currentValue(Key).isValid());
+    EXPECT_TRUE(grid->commitEdit());
+    grid->rebind();
+    const support::SampleRows empty(0);
+    grid->setEmptyText("No ingredients");
+    grid->setDataSource(empty.open());
+    EXPECT_EQ(grid->model()->rowCount(), 0);
+    EXPECT_EQ(grid->selectedCount(), 0);
+    EXPECT_FALSE(grid->currentValue(Key).isValid());
+    QTest::keyClick(grid, Qt::Key_Down);
+    grid->grab();
+}
+
+TEST_F(Grids, RebindReadsTheSetAnew) {
+    support::runSql(sample.path(), "INSERT INTO Line (Name) VALUES ('Other')");
+    rows->requery();
+    grid->rebind();
+    EXPECT_EQ(shown(3, Name), "Other");
+    EXPECT_EQ(shown(3, Qty), "");
+    EXPECT_EQ(shown(3, Made), "");
+}
+
+TEST_F(Grids, AClosedSetShowsNothing) {
+    rows->close();
+    EXPECT_EQ(grid->model()->rowCount(), 0);
+    EXPECT_FALSE(grid->currentValue(Key).isValid());
+}
+
+TEST_F(Grids, ARowDeletedByAnotherProgramIsToldWhenEdited) {
+    support::runSql(sample.path(), "DELETE FROM Line WHERE LineID = 2");
+    type(1, Name, "Gone");
+    asker.alwaysAnswer("*");
+    const bool taken = grid->commitEdit();
+    EXPECT_TRUE(!taken || asker.asked().isEmpty());
+    grid->grab();
+}
+
+TEST_F(Grids, DestroyingTheGridReleasesTheSet) {
+    delete grid;
+    rows->moveLast();
+    EXPECT_EQ(rows->position(), 2);
+}
+
+TEST_F(Grids, ItsHeightIsThatOfItsRows) {
+    const int three = grid->sizeHint().height();
+    const support::SampleRows five(5), many(40);
+    grid->setDataSource(five.open());
+    EXPECT_EQ(grid->sizeHint().height(), three + 2 * 36);
+    grid->setDataSource(many.open());
+    EXPECT_EQ(grid->sizeHint().height(), three + 9 * 36);
+    EXPECT_EQ(grid->rowHeight(0), 36);
+}
+
+TEST_F(Grids, ADoubleClickIsHeardInALockedGrid) {
+    grid->setAllowUpdate(false);
+    QSignalSpy chosen(grid, &QTableView::doubleClicked);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, place(1, Name));
+    EXPECT_EQ(chosen.count(), 1);
+}
+
+TEST(LargeGrid, ThirtyTwoThousandRows) {
+    const support::SampleRows sample(32000);
+    RecordGrid grid;
+    grid.setColumns({{"LineID", "LineID", 0, false, true, {}}, {"Name", "Name", 0, false, false, {}},
+                     {"Qty", "Qty", 100, false, false, "#0.000"}});
+    grid.setDataSource(sample.open(false));
+    grid.resize(600, 500);
+    grid.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
+    EXPECT_EQ(grid.model()->rowCount(), 32000);
+    QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(grid.currentValue(0).toInt(), 32000);
+    EXPECT_EQ(grid.dataSource()->position(), 31999);
+}
+
+}  // namespace

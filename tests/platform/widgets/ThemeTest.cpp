@@ -1,0 +1,132 @@
+// Colours can be read, pictures follow the colours and are sharp at every scale.
+#include "platform/widgets/StyleSheet.h"
+#include "platform/widgets/Theme.h"
+
+#include <QApplication>
+#include <QDirIterator>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QRegularExpression>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+
+double channel(double share) {
+    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color) {
+    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double x = luminance(a), y = luminance(b);
+    return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
+}
+
+class BothThemes : public testing::TestWithParam<bool> {
+protected:
+    const Theme& t = themeOf(GetParam());
+};
+
+TEST_P(BothThemes, TextsCanBeReadOnEveryBackground) {
+    for (const QColor& ground : {t.window, t.surface, t.softAccent, t.alternateRow})
+        for (const QColor& ink : {t.text, t.secondaryText, t.accent})
+            EXPECT_GE(contrast(ink, ground), 4.5) << ink.name().toStdString() << " on " << ground.name().toStdString();
+    for (const QColor& ground : {t.window, t.surface})
+        for (const QColor& ink : {t.good, t.warning, t.danger})
+            EXPECT_GE(contrast(ink, ground), 4.5) << ink.name().toStdString() << " on " << ground.name().toStdString();
+    for (const QColor& fill : {t.accent, t.good, t.warning, t.danger})
+        EXPECT_GE(contrast(t.onFill, fill), 4.5) << fill.name().toStdString();
+}
+
+TEST_P(BothThemes, StyleSheetKnowsAllItsColours) {
+    const QString sheet = styleSheet(t);
+    EXPECT_FALSE(sheet.contains('@'));
+    EXPECT_EQ(sheet.count('{'), sheet.count('}'));
+}
+
+TEST_P(BothThemes, AppliesPaletteAndFont) {
+    applyTheme(*qApp, GetParam());
+    EXPECT_EQ(theme().window, t.window);
+    EXPECT_EQ(qApp->palette().color(QPalette::Window), t.window);
+    EXPECT_EQ(qApp->palette().color(QPalette::Base), t.surface);
+    EXPECT_EQ(qApp->font().families().value(0), "Inter");
+    EXPECT_FALSE(qApp->windowIcon().isNull());
+}
+
+int inkedPixels(const QPixmap& pixmap, const QColor& ink) {
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (pixel.alpha() == 255 && pixel.rgb() == ink.rgb())
+                ++count;
+        }
+    return count;
+}
+
+TEST_P(BothThemes, PicturesTakeTheColourOfTheState) {
+    applyTheme(*qApp, GetParam());
+    const QIcon save = icon("save");
+    EXPECT_GT(inkedPixels(save.pixmap(96, 96), t.text), 50);
+    EXPECT_GT(inkedPixels(save.pixmap(QSize(96, 96), QIcon::Disabled), t.disabledText), 50);
+    EXPECT_GT(inkedPixels(save.pixmap(QSize(96, 96), QIcon::Normal, QIcon::On), t.accent), 50);
+    EXPECT_GT(inkedPixels(icon("stop", t.danger).pixmap(96, 96), t.danger), 50);
+}
+
+INSTANTIATE_TEST_SUITE_P(LightAndDark, BothThemes, testing::Bool());
+
+TEST(Pictures, AreDrawnAtTheScreensOwnResolution) {
+    const QPixmap pixmap = icon("search").pixmap(QSize(24, 24), 2.0);
+    EXPECT_EQ(pixmap.size(), QSize(48, 48));
+    EXPECT_EQ(pixmap.devicePixelRatio(), 2.0);
+}
+
+TEST(Pictures, AnUnknownNameIsAnEmptyIcon) {
+    EXPECT_TRUE(icon("nosuchpicture").isNull());
+    EXPECT_TRUE(icon("").isNull());
+}
+
+TEST(Pictures, AllNamesOfTheProgramAreThere) {
+    const QStringList names = QString("first previous next last make new edit save copy cancel delete print search "
+        "options export current formulas chemicals logs patients add remove calendar up down left right play pause "
+        "stop check warning error info close exit about zoomin zoomout fitpage fitwidth pdf link update").split(' ');
+    for (const QString& name : names)
+        EXPECT_GT(inkedPixels(icon(name).pixmap(96, 96), theme().text), 20) << name.toStdString();
+}
+
+TEST(Pictures, HaveOneLineWeight) {
+    icon("first");  // loads the set
+    QDirIterator files(":/widgets/icons");
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray drawing = file.readAll();
+        if (!file.fileName().endsWith("application.svg")) {
+            EXPECT_TRUE(drawing.contains("stroke-width=\"1.6\"")) << file.fileName().toStdString();
+            EXPECT_TRUE(drawing.contains("viewBox=\"0 0 24 24\"")) << file.fileName().toStdString();
+            EXPECT_TRUE(drawing.contains("currentColor")) << file.fileName().toStdString();
+        }
+    }
+}
+
+TEST(Looks, AreSetByProperty) {
+    QLabel label("Name");
+    makeFieldLabel(label);
+    EXPECT_TRUE(label.property("fieldLabel").toBool());
+    EXPECT_TRUE(label.alignment() & Qt::AlignRight);
+    setLook(label, "fieldLabel", false);
+    EXPECT_FALSE(label.property("fieldLabel").toBool());
+}
+
+TEST(Fonts, GlyphsAreThere) {
+    EXPECT_FALSE(QFontDatabase::families().isEmpty());
+    EXPECT_TRUE(QFontMetrics(qApp->font()).inFont(u'€'));
+}
+
+}  // namespace
