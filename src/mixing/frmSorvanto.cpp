@@ -1,6 +1,7 @@
 #include "mixing/frmSorvanto.h"
 
 #include "mixer/ctlSorvanto.h"
+#include "mixing/frmInitials.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBar.h"
 #include "shared/BatchLog.h"
@@ -21,6 +22,7 @@ frmSorvanto::frmSorvanto(QWidget* parent) : RecordScreen(parent), ctlSorvanto1(n
 }
 
 void frmSorvanto::Form_Load() {
+    frmInitials::install();
     // A mix that reached the log just before the program died must not be offered again.
     ctlSorvanto1->setLoggedTest([](const QString& lot) {
         return guarded("frmSorvanto:isLogged", false,
