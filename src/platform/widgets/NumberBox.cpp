@@ -196,9 +196,13 @@ void NumberBox::takeForeignText() {
 }
 
 void NumberBox::focusInEvent(QFocusEvent* event) {
+    // A form may have selected the whole number before the focus came: it stays selected.
+    const bool whole = hasSelectedText() && selectedText() == QLineEdit::text();
     if (event->reason() != Qt::PopupFocusReason && !isReadOnly() && !m_typed)
         showNumber(true);
     QLineEdit::focusInEvent(event);
+    if (whole)
+        selectAll();
     if (!m_problem.isEmpty())
         Hint::tell(*this, m_problem);
 }
