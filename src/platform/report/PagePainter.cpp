@@ -16,13 +16,6 @@ namespace {
 
 constexpr double ruleWidth = 10;  // half a point
 
-QPen rulePen(QRgb colour) {
-    QPen pen(QColor::fromRgb(colour), ruleWidth);
-    pen.setCapStyle(Qt::FlatCap);
-    pen.setJoinStyle(Qt::MiterJoin);
-    return pen;
-}
-
 /// Size of a device dot across the page, in device units: pixels on a screen or picture; on paper the dot
 /// of a 300 dpi printer, since nobody knows the printer behind the file.
 double dotSize(const QPainter& painter) {
@@ -36,45 +29,58 @@ double dotSize(const QPainter& painter) {
 void PagePainter::paint(QPainter& painter, const Page& page) {
     for (std::size_t i = m_fonts.size(); i < m_document.styles.size(); ++i)
         m_fonts.push_back(reportFont(m_document.styles[i]));
-    m_fontSet = -1;
+    // Rules, boxes and backgrounds first, then all writing: nothing hides a text, and pens and fonts
+    // change seldom, which is most of the work on paper.
+    m_penColour = m_fontSet = -1;
     for (const PageItem& item : page.items) {
-        switch (item.kind) {
-        case ItemKind::Text: paintText(painter, page, item); break;
-        case ItemKind::Line:
-            painter.setPen(rulePen(styleOf(item).colour));
+        const TextStyle& style = styleOf(item);
+        if (item.kind == ItemKind::Line) {
+            useRulePen(painter, style.colour);
             painter.drawLine(item.x, item.y, item.x + item.width, item.y + item.height);
-            m_fontSet = -1;
-            break;
-        case ItemKind::Box: paintBox(painter, item); break;
-        case ItemKind::BarCode: paintBars(painter, item); break;
+        } else if (item.kind == ItemKind::Box) {
+            useRulePen(painter, style.colour);
+            painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background)) : QBrush(Qt::NoBrush));
+            painter.drawRect(item.x, item.y, item.width, item.height);
+            painter.setBrush(Qt::NoBrush);
+        } else if (item.kind == ItemKind::Text && style.background) {
+            painter.fillRect(item.x, item.y, item.width, item.height, QColor::fromRgb(*style.background));
         }
+    }
+    m_penColour = -1;
+    for (const PageItem& item : page.items) {
+        if (item.kind == ItemKind::Text)
+            paintText(painter, page, item);
+        else if (item.kind == ItemKind::BarCode)
+            paintBars(painter, item);
     }
 }
 
+void PagePainter::useRulePen(QPainter& painter, QRgb colour) {
+    if (m_penColour == colour)
+        return;
+    m_penColour = colour;
+    QPen pen(QColor::fromRgb(colour), ruleWidth);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+}
+
 void PagePainter::paintText(QPainter& painter, const Page& page, const PageItem& item) {
-    const TextStyle& style = styleOf(item);
-    if (style.background)
-        painter.fillRect(item.x, item.y, item.width, item.height, QColor::fromRgb(*style.background));
     if (item.runCount == 0)
         return;
     if (m_fontSet != item.style) {
         painter.setFont(m_fonts[item.style]);
-        painter.setPen(QColor::fromRgb(style.colour));
         m_fontSet = item.style;
+        const QRgb colour = styleOf(item).colour;
+        if (m_penColour != colour) {
+            painter.setPen(QColor::fromRgb(colour));
+            m_penColour = colour;
+        }
     }
     for (std::uint32_t i = item.firstRun; i < item.firstRun + item.runCount; ++i) {
         const TextRun& run = page.runs[i];
         painter.drawText(QPointF(run.x, run.baseline), run.text);
     }
-}
-
-void PagePainter::paintBox(QPainter& painter, const PageItem& item) {
-    const TextStyle& style = styleOf(item);
-    painter.setPen(rulePen(style.colour));
-    painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background)) : QBrush(Qt::NoBrush));
-    painter.drawRect(item.x, item.y, item.width, item.height);
-    painter.setBrush(Qt::NoBrush);
-    m_fontSet = -1;
 }
 
 void PagePainter::paintBars(QPainter& painter, const PageItem& item) {

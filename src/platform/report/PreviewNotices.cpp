@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <algorithm>
 
 namespace platform {
 
@@ -28,7 +29,6 @@ PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("noticeList"));
     m_list->setAccessibleName(reportText("Warnings"));
-    m_list->setMaximumHeight(15 * grid);
     m_list->hide();
     auto* line = new QHBoxLayout;
     line->setSpacing(grid);
@@ -73,16 +73,27 @@ void PreviewNotices::update(const PageDocument& document, const QString& ending)
     QStringList parts;
     if (!ending.isEmpty())
         parts << ending;
+    if (document.warnings.size() == 1)
+        parts << sentence(document.warnings.front());
+    else
+        parts << counts(document);
+    parts.removeAll({});
+    m_line->setText(parts.join(QStringLiteral("  ")));
+    m_more->setVisible(m_list->count() > 1);
+    m_list->setFixedHeight(std::min(5, m_list->count()) * (4 * grid) + grid);
+    setVisible(!parts.isEmpty());
+}
+
+QString PreviewNotices::counts(const PageDocument& document) {
     int cut = 0, bars = 0;
     for (const PageWarning& warning : document.warnings)
         (warning.kind == WarningKind::TextCut ? cut : bars) += warning.count;
+    QStringList parts;
     if (cut > 0)
         parts << reportText("Texts too long for their place and cut: %1.").arg(cut);
     if (bars > 0)
         parts << reportText("Bar codes left out: %1.").arg(bars);
-    m_line->setText(parts.join(QStringLiteral("  ")));
-    m_more->setVisible(m_list->count() > 0);
-    setVisible(!parts.isEmpty());
+    return parts.join(QStringLiteral("  "));
 }
 
 }  // namespace platform

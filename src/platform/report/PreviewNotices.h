@@ -25,6 +25,7 @@ signals:
 
 private:
     static QString sentence(const PageWarning& warning);
+    static QString counts(const PageDocument& document);
 
     QLabel* m_line;
     QPushButton* m_more;

@@ -203,7 +203,7 @@ void PreviewWindow::stop() {
     m_outputStopped = true;
     if (!m_run.isOver()) {
         m_run.cancel();
-        m_ending = reportText("The report was stopped: only the first %1 pages were made.").arg(m_view->pageCount());
+        m_ending = reportText("The report was stopped after page %1: the rest is missing.").arg(m_view->pageCount());
     }
     showState();
 }

@@ -1,18 +1,27 @@
 // Walking over the items of all pages.
 #include "platform/report/TextSearch.h"
 
+#include "platform/report/TextMeasure.h"
+
+#include <QFontMetricsF>
 #include <algorithm>
 
 namespace platform {
 
-bool TextSearch::holds(const Page& page, const PageItem& item) const {
+QRect TextSearch::placeOf(const Page& page, const PageItem& item) const {
     if (item.kind != ItemKind::Text)
-        return false;
-    for (std::uint32_t run = item.firstRun; run < item.firstRun + item.runCount; ++run) {
-        if (page.runs[run].text.contains(m_words, Qt::CaseInsensitive))
-            return true;
+        return {};
+    for (std::uint32_t i = item.firstRun; i < item.firstRun + item.runCount; ++i) {
+        const TextRun& run = page.runs[i];
+        const qsizetype at = run.text.indexOf(m_words, 0, Qt::CaseInsensitive);
+        if (at < 0)
+            continue;
+        const QFontMetricsF metrics(reportFont(m_document.styles[item.style]));
+        const double left = run.x + metrics.horizontalAdvance(run.text.left(at));
+        const double width = metrics.horizontalAdvance(run.text.mid(at, m_words.size()));
+        return QRectF(left, run.baseline - metrics.ascent(), width, metrics.height()).toAlignedRect();
     }
-    return false;
+    return {};
 }
 
 TextSearch::Place TextSearch::find(const QString& words, bool backward, int startPage) {
@@ -32,9 +41,9 @@ TextSearch::Place TextSearch::find(const QString& words, bool backward, int star
         const Page& here = m_document.pages[static_cast<std::size_t>(page)];
         const int count = static_cast<int>(here.items.size());
         for (item += backward ? -1 : 1; item >= 0 && item < count; item += backward ? -1 : 1) {
-            const PageItem& found = here.items[static_cast<std::size_t>(item)];
-            if (holds(here, found))
-                return m_last = {page, item, QRect(found.x, found.y, found.width, found.height)};
+            const QRect rect = placeOf(here, here.items[static_cast<std::size_t>(item)]);
+            if (!rect.isNull())
+                return m_last = {page, item, rect};
         }
         page = (page + (backward ? pages - 1 : 1)) % pages;
         item = backward ? static_cast<int>(m_document.pages[static_cast<std::size_t>(page)].items.size()) : -1;

@@ -13,7 +13,7 @@ public:
     struct Place {
         int page = -1;  ///< from 0; -1: nowhere
         int item = -1;
-        QRect rect;     ///< of the item, in twips
+        QRect rect;     ///< of the words, in twips
     };
 
     explicit TextSearch(const PageDocument& document) : m_document(document) {}
@@ -23,7 +23,8 @@ public:
     Place find(const QString& words, bool backward, int startPage);
 
 private:
-    bool holds(const Page& page, const PageItem& item) const;
+    /// Where the words stand in the item; empty when they don't.
+    QRect placeOf(const Page& page, const PageItem& item) const;
 
     const PageDocument& m_document;
     QString m_words;
