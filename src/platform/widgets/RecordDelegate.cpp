@@ -113,12 +113,15 @@ bool RecordDelegate::eventFilter(QObject* watched, QEvent* event) {
         return event->type() == QEvent::FocusOut;
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
-        const bool leaves = key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Return
-                            || key == Qt::Key_Enter;
+        const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        const bool leaves = key == Qt::Key_Tab || key == Qt::Key_Backtab || enter;
         if (leaves && refusesToLeave(watched))
             return true;
-        if (key == Qt::Key_Escape) {
-            emit closeEditor(qobject_cast<QWidget*>(watched), RevertModelCache);
+        auto* editor = qobject_cast<QWidget*>(watched);
+        if (enter)
+            emit commitData(editor);
+        if (enter || key == Qt::Key_Escape) {
+            emit closeEditor(editor, enter ? SubmitModelCache : RevertModelCache);
             return true;
         }
     }

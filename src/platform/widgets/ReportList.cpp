@@ -3,10 +3,10 @@
 
 #include "platform/widgets/Theme.h"
 
-#include <QDrag>
-#include <QDropEvent>
+#include <QApplication>
 #include <QHeaderView>
-#include <QMimeData>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace platform {
@@ -15,7 +15,6 @@ namespace {
 
 constexpr int rowPixels = 30;
 constexpr int headerPixels = 32;
-constexpr auto rowFormat = "application/x-report-list-row";
 
 }  // namespace
 
@@ -27,11 +26,7 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
     setEditTriggers(NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
     setAllColumnsShowFocus(true);
-    setDragEnabled(true);
-    setAcceptDrops(true);
-    setDropIndicatorShown(false);
-    setDragDropMode(DragDrop);
-    setDefaultDropAction(Qt::MoveAction);
+    setDragDropMode(NoDragDrop);
     header()->setFixedHeight(headerPixels);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(false);
@@ -83,59 +78,78 @@ int ReportList::rowAt(const QPoint& place) const {
     return indexOfTopLevelItem(itemAt(place));
 }
 
-void ReportList::startDrag(Qt::DropActions) {
+void ReportList::mousePressEvent(QMouseEvent* event) {
+    QTreeWidget::mousePressEvent(event);
+    m_pressedAt = event->position().toPoint();
+    m_pressed = event->button() == Qt::LeftButton && rowAt(m_pressedAt) >= 0;
+}
+
+void ReportList::mouseMoveEvent(QMouseEvent* event) {
+    if (!m_pressed || !(event->buttons() & Qt::LeftButton)) {
+        QTreeWidget::mouseMoveEvent(event);
+        return;
+    }
+    const QPoint place = event->position().toPoint();
+    const bool far = (place - m_pressedAt).manhattanLength() >= QApplication::startDragDistance();
+    if (!m_inDrag && m_dragging && far) {
+        m_inDrag = true;
+        viewport()->setCursor(Qt::ClosedHandCursor);
+        emit dragStarted();
+    }
+    if (m_inDrag)
+        dragTo(place);
+}
+
+void ReportList::dragTo(const QPoint& place) {
+    m_dropRow = rowAt(place);
+    if (m_dropRow >= 0)
+        scrollToItem(topLevelItem(m_dropRow));
+    viewport()->update();
+}
+
+void ReportList::mouseReleaseEvent(QMouseEvent* event) {
+    const bool drop = m_inDrag && event->button() == Qt::LeftButton;
+    const QPoint place = event->position().toPoint();
+    const int row = rowAt(place);
+    endDrag();
+    if (!drop)
+        QTreeWidget::mouseReleaseEvent(event);
+    else if (viewport()->rect().contains(place))
+        emit dropped(row);
+}
+
+void ReportList::endDrag() {
+    m_pressed = m_inDrag = false;
+    viewport()->unsetCursor();
+    viewport()->update();
+}
+
+void ReportList::keyPressEvent(QKeyEvent* event) {
+    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (m_inDrag && event->key() == Qt::Key_Escape)
+        endDrag();
+    else if (arrow && event->modifiers() == Qt::AltModifier)
+        moveByKey(event->key() == Qt::Key_Up);
+    else
+        QTreeWidget::keyPressEvent(event);
+}
+
+void ReportList::moveByKey(bool up) {
     const int row = currentRow();
-    if (row < 0 || !m_dragging)
+    if (!m_dragging || row < 0 || (up ? row == 0 : row + 1 == count()))
         return;
     emit dragStarted();
-    auto* drag = new QDrag(this);
-    auto* data = new QMimeData;
-    data->setData(QLatin1String(rowFormat), QByteArray::number(row));
-    drag->setMimeData(data);
-    const QRect place = visualItemRect(topLevelItem(row)).intersected(viewport()->rect());
-    drag->setPixmap(viewport()->grab(place));
-    drag->exec(Qt::MoveAction);
+    emit dropped(up ? row - 1 : row + 2 < count() ? row + 2 : -1);
 }
 
-void ReportList::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->source() == this)
-        event->acceptProposedAction();
-    else
-        event->ignore();
-}
-
-void ReportList::dragMoveEvent(QDragMoveEvent* event) {
-    if (event->source() != this) {
-        event->ignore();
-        return;
-    }
-    m_dropRow = rowAt(event->position().toPoint());
-    m_dragOver = true;
-    viewport()->update();
-    event->acceptProposedAction();
-}
-
-void ReportList::dragLeaveEvent(QDragLeaveEvent* event) {
-    m_dragOver = false;
-    viewport()->update();
-    event->accept();
-}
-
-void ReportList::dropEvent(QDropEvent* event) {
-    m_dragOver = false;
-    viewport()->update();
-    if (event->source() != this) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(Qt::MoveAction);
-    event->accept();
-    emit dropped(rowAt(event->position().toPoint()));
+void ReportList::focusOutEvent(QFocusEvent* event) {
+    QTreeWidget::focusOutEvent(event);
+    endDrag();
 }
 
 void ReportList::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
-    if (!m_dragOver || count() == 0)
+    if (!m_inDrag || count() == 0)
         return;
     const int y = m_dropRow >= 0 ? visualItemRect(topLevelItem(m_dropRow)).top()
                                  : visualItemRect(topLevelItem(count() - 1)).bottom();

@@ -1,5 +1,6 @@
 // A list in report style: rows of texts under column headings, one row selected at a time. A row can be
-// dragged with the mouse; what a drop means is the listener's business, the list moves nothing by itself.
+// dragged with the mouse, inside the list alone; what a drop means is the listener's business, the list
+// moves nothing by itself. Alt with the up or down arrow stands for dropping the selected row one place off.
 #pragma once
 
 #include <QStringList>
@@ -34,17 +35,22 @@ signals:
     void dropped(int row);
 
 protected:
-    void startDrag(Qt::DropActions actions) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragMoveEvent(QDragMoveEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     int rowAt(const QPoint& place) const;
+    void dragTo(const QPoint& place);
+    void endDrag();
+    void moveByKey(bool up);
 
-    bool m_dragging = true, m_dragOver = false;
+    bool m_dragging = true;  // allowed
+    bool m_pressed = false, m_inDrag = false;
+    QPoint m_pressedAt;
     int m_dropRow = -1;
 };
 

@@ -5,6 +5,7 @@
 #include "platform/widgets/StyleSheet.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPalette>
 #include <QStyle>
 #include <QWidget>
@@ -129,6 +130,8 @@ void makeCard(QWidget& frame) {
 
 void makeFieldLabel(QWidget& label) {
     setLook(label, "fieldLabel");
+    if (auto* text = qobject_cast<QLabel*>(&label))
+        text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void setLook(QWidget& widget, const char* property, bool on) {

@@ -2,10 +2,10 @@
 #include "platform/widgets/ReportList.h"
 
 #include <QApplication>
-#include <QDrag>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -31,23 +31,19 @@ protected:
     }
     QPoint middle(int row) const { return list.visualItemRect(list.topLevelItem(row)).center(); }
 
-    /// Presses on a row, moves in small steps to the place, and lets go there.
+    /// Presses on a row, moves in steps to the place, and lets go there.
     void drag(int row, const QPoint& to) {
-        QWidget* view = list.viewport();
         const QPoint from = middle(row);
-        QTimer::singleShot(0, &list, [=] {
-            QWindow* window = view->window()->windowHandle();
-            const auto onWindow = [view](const QPoint& at) { return view->mapTo(view->window(), at); };
-            QTest::mouseMove(window, onWindow((from + to) / 2));
-            QTest::mouseMove(window, onWindow(to));
-            QTest::mouseRelease(window, Qt::LeftButton, {}, onWindow(to));
-        });
-        QTest::mousePress(view, Qt::LeftButton, {}, from);
-        QTest::mouseMove(view, from + QPoint(0, 2));
-        QMouseEvent move(QEvent::MouseMove, from + QPointF(0, 30), view->mapToGlobal(from + QPointF(0, 30)),
-                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 4; ++step)
+            moveTo(from + (to - from) * step / 4);
+        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, to);
+    }
+    void moveTo(const QPoint& place) {
+        QWidget* view = list.viewport();
+        QMouseEvent move(QEvent::MouseMove, place, view->mapToGlobal(QPointF(place)), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
         QApplication::sendEvent(view, &move);
-        QTest::qWait(20);
     }
 
     ReportList list;
@@ -97,6 +93,51 @@ TEST_F(Lists, ADropBelowTheLastRowIsOnNone) {
     drag(1, QPoint(100, 200));
     ASSERT_EQ(dropped.count(), 1);
     EXPECT_EQ(dropped.front().front().toInt(), -1);
+}
+
+TEST_F(Lists, ASmallMoveIsNoDrag) {
+    QSignalSpy started(&list, &ReportList::dragStarted), dropped(&list, &ReportList::dropped);
+    drag(1, middle(1) + QPoint(2, 2));
+    EXPECT_EQ(started.count(), 0);
+    EXPECT_EQ(dropped.count(), 0);
+    EXPECT_EQ(list.currentRow(), 1);
+}
+
+TEST_F(Lists, ADropOnTheDraggedRowItselfIsTold) {
+    QSignalSpy dropped(&list, &ReportList::dropped);
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, middle(1));
+    moveTo(middle(2));
+    moveTo(middle(1));
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, middle(1));
+    ASSERT_EQ(dropped.count(), 1);
+    EXPECT_EQ(dropped.front().front().toInt(), 1);
+}
+
+TEST_F(Lists, LettingGoOutsideOrEscapeDropsNothing) {
+    QSignalSpy started(&list, &ReportList::dragStarted), dropped(&list, &ReportList::dropped);
+    drag(0, QPoint(100, 900));
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, middle(0));
+    moveTo(middle(2));
+    QTest::keyClick(&list, Qt::Key_Escape);
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, middle(2));
+    EXPECT_EQ(started.count(), 2);
+    EXPECT_EQ(dropped.count(), 0);
+}
+
+TEST_F(Lists, AKeyMovesARowOnePlace) {
+    QSignalSpy started(&list, &ReportList::dragStarted), dropped(&list, &ReportList::dropped);
+    list.setCurrentRow(0);
+    QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(started.count(), 0);
+    QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+    list.setCurrentRow(1);
+    QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(started.count(), 3);
+    ASSERT_EQ(dropped.count(), 3);
+    EXPECT_EQ(dropped.at(0).front().toInt(), 2);
+    EXPECT_EQ(dropped.at(1).front().toInt(), -1);
+    EXPECT_EQ(dropped.at(2).front().toInt(), 0);
 }
 
 TEST_F(Lists, WithoutDraggingNothingStarts) {

@@ -14,7 +14,7 @@ SampleRows::SampleRows(int rows) {
         throw std::runtime_error("Can't make a file in the temporary folder.");
     file.close();
     runSql(path(), QStringLiteral(
-        "CREATE TABLE Line (LineID INTEGER PRIMARY KEY, Name TEXT(50), Qty DOUBLE CHECK (Qty < 5000), "
+        "CREATE TABLE Line (LineID INTEGER PRIMARY KEY, Name TEXT(50), Qty DOUBLE CHECK (Qty < 50000), "
         "Cost CURRENCY, Done YESNO, Made DATETIME, Note TEXT(20));"
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
         "INSERT INTO Line SELECT i, 'Line ' || i, i + 0.5, i + 0.25, i % 2 = 0, '2026-03-07 00:00:00', 'n' "
