@@ -105,7 +105,7 @@ QString literal(PanelText text) {
 void PanelTexts::load(const QString& path) {
     m_translated.clear();
     const platform::XmlDocumentPtr file = platform::XmlDocument::create();
-    if (!file->load(platform::platformPath(path)))
+    if (path.isEmpty() || !file->load(platform::platformPath(path)))
         return;
     for (const platform::XmlNode& entry : file->getElementsByTagName(QStringLiteral("Translate"))) {
         if (!entry.hasAttribute(QStringLiteral("English")) || !entry.hasAttribute(QStringLiteral("Translated")))

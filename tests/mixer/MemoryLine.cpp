@@ -33,6 +33,8 @@ bool MemoryPort::open(const QString&, int) {
 }
 
 bool MemoryPort::write(const QByteArray& bytes) {
+    if (!m_line.arrives)
+        return true;
     for (const protocol::Frame& command : m_decoder.feed(bytes)) {
         m_line.transcript << QString::fromLatin1(bytes).trimmed();
         const QByteArray reply = protocol::encode(m_line.mixer.receive(command));

@@ -1,6 +1,7 @@
 // A serial line in memory with a simulated mixer at its other end.
 //   line.mixer        the device; line.now its clock in milliseconds (moved by the test)
 //   line.answers      false: commands arrive, no reply comes back
+//   line.arrives      false: commands do not even arrive
 //   line.present      false: the port can't be opened
 //   line.loseReplies  number of the next replies to lose
 //   line.cut()        the plug is pulled
@@ -22,6 +23,7 @@ struct MemoryLine {
     mixersim::SimulatedMixer mixer{{protocol::version, "SIM-2.1", "SV0426"}, 11};
     std::int64_t now = 0;
     bool answers = true;
+    bool arrives = true;
     bool present = true;
     int loseReplies = 0;
     QStringList transcript;

@@ -75,8 +75,8 @@ QByteArray LineSpoiler::noisy(const QByteArray& reply) {
 
 QByteArray LineSpoiler::toMixer(const QByteArray& bytes) {
     switch (m_fault) {
-    case Fault::Dropped: return thinned(bytes, 61, 0);
-    case Fault::Doubled: return thinned(bytes, 53, 2);
+    case Fault::Dropped: return thinned(bytes, 211, 0);
+    case Fault::Doubled: return thinned(bytes, 199, 2);
     case Fault::Repeated: return bytes + bytes;
     default: return bytes;
     }
@@ -93,8 +93,8 @@ QByteArray LineSpoiler::toProgram(const QByteArray& reply) {
     }
     switch (m_fault) {
     case Fault::Noise: return noisy(reply);
-    case Fault::Dropped: return thinned(reply, 61, 0);
-    case Fault::Doubled: return thinned(reply, 53, 2);
+    case Fault::Dropped: return thinned(reply, 211, 0);
+    case Fault::Doubled: return thinned(reply, 199, 2);
     case Fault::Repeated: return reply + reply;
     default: return reply;
     }

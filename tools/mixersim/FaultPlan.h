@@ -11,8 +11,8 @@ namespace sorvanto::mixersim {
 enum class Fault {
     None,
     Noise,      ///< random bytes between and inside the replies
-    Dropped,    ///< every 61st byte is missing, both ways
-    Doubled,    ///< every 53rd byte comes twice, both ways
+    Dropped,    ///< every 211th byte is missing, both ways
+    Doubled,    ///< every 199th byte comes twice, both ways
     Repeated,   ///< every command and every reply comes twice
     Late,       ///< every fourth reply comes after the program has given up waiting
     WrongCrc,   ///< every third reply has a wrong check

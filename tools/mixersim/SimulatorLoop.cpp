@@ -65,6 +65,7 @@ void SimulatorLoop::beginFault() {
     switch (m_plan.fault) {
     case Fault::Unplugged:
     case Fault::Gone: m_terminal.close(); break;
+    case Fault::PowerLoss:
     case Fault::Reboot: m_mixer.restart(); break;
     case Fault::EmergencyStop: m_mixer.pressEmergencyStop(); break;
     case Fault::LidOpen: m_mixer.openLid(); break;
@@ -77,7 +78,6 @@ void SimulatorLoop::endFault() {
     m_faultEnded = true;
     switch (m_plan.fault) {
     case Fault::Unplugged: m_terminal.open(); break;
-    case Fault::PowerLoss: m_mixer.restart(); break;
     case Fault::EmergencyStop: m_mixer.releaseEmergencyStop(); break;
     case Fault::LidOpen: m_mixer.closeLid(); break;
     default: break;

@@ -1,0 +1,557 @@
+// The course of mixes on a device in memory: every state, every way a word can get lost, and that each
+// finished mix is handed out exactly once.
+#include "MemoryLine.h"
+#include "support/FixedClock.h"
+#include "support/Golden.h"
+#include "support/Hindrances.h"
+#include "support/TempProgramFolder.h"
+
+#include <QEventLoop>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace sorvanto;
+using test::MemoryLine;
+using test::shortFormula;
+using test::waitFor;
+
+namespace {
+
+constexpr std::int64_t shortTotal = 20'000;  // ten seconds, and two cycles of five
+
+class MixSessionTest : public testing::Test {
+protected:
+    MixSessionTest() { make(); }
+
+    void make() {
+        session.reset();
+        session = std::make_unique<MixSession>(line.environment());
+        session->setPort(1, false);
+        session->setLoggedTest([this](const QString& lot) { return logged.contains(lot); });
+        QObject::connect(session.get(), &MixSession::mixDone, session.get(),
+                         [this](const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
+                             ++done;
+                             lastFormula = formula->xml();
+                             lastResults = results->xml();
+                             if (onDone)
+                                 onDone();
+                         });
+        QObject::connect(session.get(), &MixSession::enableForm, session.get(), [this] { ++enabled; });
+    }
+    RunState state() const { return session->run().state(); }
+    bool reaches(RunState wanted) {
+        return waitFor([&] { return state() == wanted; });
+    }
+    void loadShort() {
+        session->open();
+        session->loadFormula(shortFormula());
+        ASSERT_TRUE(waitFor([&] { return session->canStart(); })) << text();
+    }
+    void startShort() {
+        loadShort();
+        session->start();
+        ASSERT_TRUE(reaches(RunState::Mixing)) << text();
+    }
+    void finishShort() {
+        startShort();
+        line.run(shortTotal);
+        ASSERT_TRUE(waitFor([&] { return done == 1 && state() == RunState::Ready; }));
+    }
+    std::string text() const { return PanelTexts()(session->run().message()).toStdString(); }
+    PanelText message() const { return session->run().message().text; }
+    PanelText notice() const { return session->notice().text; }
+    /// Replies that mean a start, among all frames so far.
+    int startsExecuted() const { return line.mixer.preparations() - 11; }
+
+    support::TempProgramFolder folder;
+    support::FixedClock clock;
+    MemoryLine line;
+    QStringList logged;
+    std::unique_ptr<MixSession> session;
+    std::function<void()> onDone;
+    int done = 0, enabled = 0;
+    QString lastFormula, lastResults;
+};
+
+}  // namespace
+
+TEST_F(MixSessionTest, WholeMix) {
+    EXPECT_EQ(state(), RunState::Disconnected);
+    onDone = [&] {
+        EXPECT_EQ(state(), RunState::Done);
+        EXPECT_FALSE(session->canStart());
+        session->logged();
+        session->initialsClosed();
+    };
+    finishShort();
+    EXPECT_EQ(lastFormula, shortFormula()->xml());
+    EXPECT_EQ(lastResults, "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/><LiftingCycles Value=\"3\"/>"
+                           "<Interuption Value=\"A\"/><PreGrind Value=\"2\"/><PreparationNumber Value=\"0012\"/>"
+                           "<TotalMixingRevolutions Value=\"532\"/><HardwareVersion Value=\"SIM-2.1\"/></Results>");
+    EXPECT_EQ(enabled, 1);
+    EXPECT_TRUE(session->offers().empty());
+    EXPECT_FALSE(session->formula());
+    EXPECT_TRUE(QDir(folder.path("mixes")).entryList(QDir::Files).isEmpty());
+    QTest::qWait(80);
+    EXPECT_EQ(done, 1) << "once only";
+}
+
+TEST_F(MixSessionTest, StartIsOnlyOfferedForAComparedProgramme) {
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    EXPECT_FALSE(session->canStart());
+    session->start();
+    session->loadFormula(shortFormula());
+    bool offeredEarly = false;
+    ASSERT_TRUE(waitFor([&] {
+        const bool readBack = line.transcript.join('\n').contains("READ 2");
+        offeredEarly = offeredEarly || (session->canStart() && !readBack);
+        return session->canStart();
+    }));
+    EXPECT_FALSE(offeredEarly);
+    EXPECT_EQ(startsExecuted(), 0);
+}
+
+TEST_F(MixSessionTest, AnotherProgrammeInTheMixerIsNotOffered) {
+    line.mixer.misstoreNextStep();
+    session->open();
+    session->loadFormula(shortFormula());
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::Misstored; }));
+    EXPECT_FALSE(session->canStart());
+    ASSERT_TRUE(waitFor([&] { return session->canLoadAgain(); }));
+    session->loadAgain();
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
+}
+
+TEST_F(MixSessionTest, FormulaBeforeTheMixerIsThere) {
+    line.present = false;
+    session->open();
+    session->loadFormula(shortFormula());
+    EXPECT_EQ(state(), RunState::Disconnected);
+    line.present = true;
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
+}
+
+TEST_F(MixSessionTest, LoadingOpensAClosedControl) {
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    session->close();
+    EXPECT_EQ(state(), RunState::Disconnected);
+    session->loadFormula(shortFormula());
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
+}
+
+TEST_F(MixSessionTest, ANewFormulaReplacesTheOneNotStarted) {
+    loadShort();
+    session->loadFormula(test::formulaDocument("", 3));
+    EXPECT_FALSE(session->canStart()) << "the old programme may not be started any more";
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_EQ(session->run().status().steps, 3);
+}
+
+TEST_F(MixSessionTest, FormulaWhileMixingIsRefusedAndTheMixGoesOn) {
+    startShort();
+    const auto running = session->run().running();
+    session->loadFormula(test::formulaDocument("", 3));
+    EXPECT_EQ(notice(), PanelText::BusyMixing);
+    EXPECT_EQ(session->formula()->programme.id, running);
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_EQ(lastFormula, shortFormula()->xml());
+}
+
+TEST_F(MixSessionTest, FormulaThatCanNotRunLeavesTheLoadedOne) {
+    loadShort();
+    session->loadFormula(test::formulaDocument("", 0));
+    EXPECT_EQ(notice(), PanelText::Combination);
+    EXPECT_TRUE(session->canStart());
+    session->loadFormula(nullptr);
+    EXPECT_EQ(notice(), PanelText::NoFormula);
+}
+
+TEST_F(MixSessionTest, PauseResumeStop) {
+    startShort();
+    line.run(3000);
+    session->run().pause();
+    ASSERT_TRUE(reaches(RunState::Paused));
+    line.run(60'000);
+    EXPECT_EQ(done, 0);
+    session->run().resume();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    session->run().stop();
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_TRUE(lastResults.contains("<Interuption Value=\"U\"/>")) << lastResults.toStdString();
+}
+
+TEST_F(MixSessionTest, LostRepliesAreAskedForAgainAndNothingIsDoneTwice) {
+    loadShort();
+    for (int lost = 1; lost <= 3; ++lost) {
+        SCOPED_TRACE(lost);
+        line.loseReplies = lost;
+        session->start();
+        ASSERT_TRUE(reaches(RunState::Mixing));
+        EXPECT_EQ(startsExecuted(), lost);
+        line.loseReplies = lost;
+        line.run(shortTotal);
+        ASSERT_TRUE(waitFor([&] { return done == lost && state() == RunState::Ready; }));
+        session->loadFormula(shortFormula());
+        ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    }
+}
+
+TEST_F(MixSessionTest, StartWhoseReplyNeverComesIsRecognisedAfterwards) {
+    loadShort();
+    line.answers = false;
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Disconnected));
+    EXPECT_EQ(message(), PanelText::LostMixing);
+    line.answers = true;
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_EQ(startsExecuted(), 1);
+    line.run(shortTotal);
+    EXPECT_TRUE(waitFor([&] { return done == 1; }));
+}
+
+TEST_F(MixSessionTest, StartThatNeverArrivesLeavesItLoaded) {
+    loadShort();
+    line.arrives = false;
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Disconnected));
+    line.arrives = true;
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); })) << text();
+    EXPECT_EQ(startsExecuted(), 0);
+    EXPECT_EQ(done, 0);
+}
+
+TEST_F(MixSessionTest, UnpluggedInTheMidstTheResultsAreFetched) {
+    startShort();
+    line.cut();
+    ASSERT_TRUE(reaches(RunState::Disconnected));
+    EXPECT_EQ(message(), PanelText::LostMixing);
+    line.run(shortTotal);
+    line.present = true;
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_TRUE(lastResults.contains("Value=\"A\""));
+    QTest::qWait(60);
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(MixSessionTest, RestartOfTheMixerEndsTheMixWithoutResults) {
+    startShort();
+    line.mixer.restart();
+    ASSERT_TRUE(reaches(RunState::Fault));
+    EXPECT_EQ(message(), PanelText::MixLost);
+    EXPECT_EQ(done, 0);
+    EXPECT_FALSE(session->canStart());
+    session->acknowledge();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    EXPECT_TRUE(session->offers().empty());
+    ASSERT_TRUE(session->canLoadAgain());
+    session->loadAgain();
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
+    EXPECT_EQ(done, 0);
+}
+
+TEST_F(MixSessionTest, EmergencyStopHoldsUntilReleasedAndSeen) {
+    startShort();
+    line.mixer.pressEmergencyStop();
+    ASSERT_TRUE(reaches(RunState::Fault));
+    EXPECT_EQ(message(), PanelText::EmergencyStop);
+    session->acknowledge();
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::EmergencyHeld; }));
+    EXPECT_EQ(state(), RunState::Fault);
+    line.mixer.releaseEmergencyStop();
+    session->acknowledge();
+    EXPECT_TRUE(reaches(RunState::Ready));
+    EXPECT_EQ(done, 0);
+}
+
+TEST_F(MixSessionTest, OverloadEndsTheMix) {
+    startShort();
+    line.mixer.overload();
+    ASSERT_TRUE(reaches(RunState::Fault));
+    EXPECT_EQ(message(), PanelText::Overload);
+}
+
+TEST_F(MixSessionTest, OpenLidHoldsTheMix) {
+    startShort();
+    line.mixer.openLid();
+    ASSERT_TRUE(reaches(RunState::Paused));
+    EXPECT_EQ(message(), PanelText::LidOpened);
+    session->run().resume();
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::ResumeLid; }));
+    line.mixer.closeLid();
+    session->run().resume();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_TRUE(session->run().message().empty());
+}
+
+TEST_F(MixSessionTest, StartRefusedByTheMixer) {
+    loadShort();
+    line.mixer.openLid();
+    session->start();
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::StartLid; }));
+    EXPECT_EQ(startsExecuted(), 0);
+    line.mixer.closeLid();
+    line.mixer.pressEmergencyStop();
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    session->start();
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::StartEmergency; }));
+    line.mixer.releaseEmergencyStop();
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    session->start();
+    EXPECT_TRUE(reaches(RunState::Mixing));
+}
+
+TEST_F(MixSessionTest, NoStartWithoutAJournal) {
+    loadShort();
+    {
+        const support::FullDisk full;
+        session->start();
+        EXPECT_EQ(notice(), PanelText::JournalStart);
+        EXPECT_EQ(startsExecuted(), 0);
+        EXPECT_EQ(state(), RunState::Loaded);
+    }
+    session->start();
+    EXPECT_TRUE(reaches(RunState::Mixing));
+}
+
+TEST_F(MixSessionTest, ResultsOnAFullDiskAreHandedOutAllTheSame) {
+    startShort();
+    {
+        const support::FullDisk full;
+        line.run(shortTotal);
+        ASSERT_TRUE(waitFor([&] { return done == 1; }));
+        EXPECT_EQ(notice(), PanelText::JournalResults);
+    }
+    ASSERT_TRUE(waitFor([&] { return state() == RunState::Ready; }));
+    EXPECT_EQ(session->offers().size(), 1U);
+    make();  // the file says "started", the mixer still knows the results
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished; }));
+    EXPECT_EQ(session->offers()[0].lot, "SV04260012");
+}
+
+TEST_F(MixSessionTest, NotLoggedStaysOnOffer) {
+    finishShort();
+    ASSERT_EQ(session->offers().size(), 1U);
+    EXPECT_EQ(session->offers()[0].name, "Hydrocortisone 1% Cream");
+    EXPECT_EQ(session->offers()[0].lot, "SV04260012");
+    make();
+    session->open();
+    ASSERT_EQ(session->offers().size(), 1U);
+    const QString firstFormula = lastFormula, firstResults = lastResults;
+    onDone = [&] { session->logged(); };
+    session->logOffer(session->offers()[0].mix);
+    ASSERT_TRUE(waitFor([&] { return done == 2; }));
+    EXPECT_EQ(lastFormula, firstFormula);
+    EXPECT_EQ(lastResults, firstResults);
+    EXPECT_TRUE(session->offers().empty());
+    make();
+    session->open();
+    EXPECT_TRUE(session->offers().empty());
+}
+
+TEST_F(MixSessionTest, PutAsideIsGoneForGood) {
+    finishShort();
+    session->putAside(protocol::MixId(session->offers()[0].mix));
+    EXPECT_TRUE(session->offers().empty());
+    make();
+    session->open();
+    EXPECT_TRUE(session->offers().empty());
+    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(MixSessionTest, LotInTheLogClosesTheJournal) {
+    finishShort();
+    logged << "SV04260012";
+    make();
+    session->open();
+    EXPECT_TRUE(session->offers().empty());
+}
+
+TEST_F(MixSessionTest, LotOfAnotherMixDoesNotCloseTheJournal) {
+    logged << "SV04260012";  // the counter of the mixer was reset: the lot is taken before this mix ends
+    finishShort();
+    make();
+    session->open();
+    ASSERT_EQ(session->offers().size(), 1U);
+    session->logOffer(session->offers()[0].mix);
+    EXPECT_TRUE(waitFor([&] { return done == 2; }));
+}
+
+TEST_F(MixSessionTest, LoggedTestThatFailsOffersAgain) {
+    finishShort();
+    make();
+    session->setLoggedTest([](const QString&) -> bool { throw std::runtime_error("no database"); });
+    session->open();
+    EXPECT_EQ(session->offers().size(), 1U);
+}
+
+TEST_F(MixSessionTest, MixThatEndedWhileTheProgramWasAwayIsRecovered) {
+    startShort();
+    make();
+    line.run(shortTotal);
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished; }));
+    EXPECT_EQ(done, 0) << "offered, not sprung upon the user";
+    EXPECT_TRUE(reaches(RunState::Ready));
+    session->logOffer(session->offers()[0].mix);
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_TRUE(lastResults.contains("PreparationNumber Value=\"0012\""));
+}
+
+TEST_F(MixSessionTest, MixThatStillRunsAtTheNextStartIsFollowedToItsEnd) {
+    startShort();
+    make();
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_FALSE(session->run().isForeign());
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_EQ(lastFormula, shortFormula()->xml());
+}
+
+TEST_F(MixSessionTest, MixThatTheMixerForgotIsShownAsEndedWithoutResults) {
+    startShort();
+    make();
+    line.mixer.restart();
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Aborted; }));
+    EXPECT_EQ(state(), RunState::Ready);
+    session->logOffer(session->offers()[0].mix);
+    QTest::qWait(30);
+    EXPECT_EQ(done, 0);
+    session->putAside(protocol::MixId(session->offers()[0].mix));
+    EXPECT_TRUE(session->offers().empty());
+}
+
+TEST_F(MixSessionTest, AnotherMixerIsNotAskedForIt) {
+    startShort();
+    make();
+    line.mixer = mixersim::SimulatedMixer({protocol::version, "2.1", "SV0999"}, 3);
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    QTest::qWait(50);
+    ASSERT_EQ(session->offers().size(), 1U);
+    EXPECT_EQ(session->offers()[0].state, JournalState::Started);
+    EXPECT_EQ(session->offers()[0].serial, "SV0426");
+}
+
+TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
+    using namespace protocol;
+    Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
+    std::uint8_t sequence = 0;
+    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]), startCommand(programme.id)}) {
+        command.sequence = ++sequence;
+        line.mixer.receive(command);
+    }
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_TRUE(session->run().isForeign());
+    EXPECT_EQ(message(), PanelText::ForeignMix);
+    session->loadFormula(shortFormula());
+    EXPECT_EQ(notice(), PanelText::BusyMixing);
+    line.run(10'000);
+    EXPECT_TRUE(reaches(RunState::Ready));
+    EXPECT_EQ(done, 0);
+}
+
+TEST_F(MixSessionTest, TheLinkGoesOnWhileTheUserSigns) {
+    int framesWhileSigning = 0;
+    onDone = [&] {
+        const qsizetype before = line.transcript.size();
+        QEventLoop dialog;
+        QTimer::singleShot(150, &dialog, [&] {
+            session->initialsClosed();
+            EXPECT_EQ(state(), RunState::Done);
+            session->loadFormula(shortFormula());
+            EXPECT_EQ(notice(), PanelText::BusySigning);
+            session->start();
+        });
+        QTimer::singleShot(250, &dialog, &QEventLoop::quit);
+        dialog.exec();
+        framesWhileSigning = static_cast<int>(line.transcript.size() - before);
+    };
+    finishShort();
+    EXPECT_GT(framesWhileSigning, 4);
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(startsExecuted(), 1);
+}
+
+TEST_F(MixSessionTest, ClosedWhileTheUserSigns) {
+    onDone = [&] {
+        QEventLoop dialog;
+        QTimer::singleShot(20, &dialog, [&] { session->close(); });
+        QTimer::singleShot(80, &dialog, &QEventLoop::quit);
+        dialog.exec();
+    };
+    startShort();
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1 && state() == RunState::Disconnected; }));
+    EXPECT_EQ(session->offers().size(), 1U);
+    session->open();
+    EXPECT_TRUE(reaches(RunState::Ready));
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(MixSessionTest, DestroyedWhileTheUserSigns) {
+    onDone = [&] {
+        QEventLoop dialog;
+        QTimer::singleShot(20, &dialog, [&] { session.reset(); });
+        QTimer::singleShot(60, &dialog, &QEventLoop::quit);
+        dialog.exec();
+    };
+    startShort();
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1 && !session; }));
+    make();
+    session->open();
+    EXPECT_EQ(session->offers().size(), 1U);
+}
+
+TEST_F(MixSessionTest, ClosedInTheMidstOfAMixItIsFoundAgain) {
+    startShort();
+    session->close();
+    EXPECT_EQ(state(), RunState::Disconnected);
+    line.run(shortTotal);
+    session->open();
+    EXPECT_TRUE(waitFor([&] { return done == 1; }));
+}
+
+TEST_F(MixSessionTest, NoAnswerFromTheStart) {
+    line.answers = false;
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return session->link().hasFailed(); }));
+    EXPECT_EQ(state(), RunState::Disconnected);
+    line.answers = true;
+    EXPECT_TRUE(reaches(RunState::Ready));
+}
+
+TEST_F(MixSessionTest, SilenceIsStaleFirstAndLostThen) {
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    line.answers = false;
+    ASSERT_TRUE(waitFor([&] { return session->link().isStale(); }));
+    EXPECT_EQ(state(), RunState::Ready);
+    EXPECT_TRUE(session->link().lastWord().isValid());
+    EXPECT_TRUE(reaches(RunState::Disconnected));
+}
+
+// What goes over the line in a plain mix; the questions for the state between, and their number, depend on
+// the time and are left out, as are the sequence numbers with the checks.
+TEST_F(MixSessionTest, TranscriptOfAMix) {
+    finishShort();
+    QString text;
+    for (const QString& frame : std::as_const(line.transcript)) {
+        QString shown = frame.section('*', 0, 0);
+        shown.replace(1, 2, QStringLiteral(".."));
+        if (shown.contains(QStringLiteral("HELLO")))
+            shown = shown.section(' ', 0, 2) + QStringLiteral(" ........");
+        if (!shown.contains(QStringLiteral("STAT")))
+            text += shown + '\n';
+    }
+    support::expectGolden("mixer/whole_mix.txt", text);
+}

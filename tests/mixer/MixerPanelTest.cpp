@@ -1,0 +1,327 @@
+// What the panel shows in each state, in which language, and which buttons it offers.
+#include "MemoryLine.h"
+#include "support/Child.h"
+#include "support/FixedClock.h"
+#include "support/ScriptedAsker.h"
+#include "support/TempProgramFolder.h"
+#include "support/WarningTrap.h"
+
+#include "mixer/LinkRow.h"
+#include "mixer/NoticeCard.h"
+#include "mixer/OfferList.h"
+#include "mixer/ProgressRing.h"
+#include "mixer/StepsTable.h"
+#include "mixer/ctlSorvanto.h"
+#include "platform/widgets/Theme.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <gtest/gtest.h>
+
+using namespace sorvanto;
+using support::child;
+
+namespace {
+
+class MixerPanelTest : public testing::Test {
+protected:
+    MixerPanelTest() {
+        platform::applyTheme(*qApp, false);
+        control = std::make_unique<ctlSorvanto>(line.environment());
+        control->setSettings(1, 0, 0, folder.path("EnglishTranslation.xml"));
+        control->resize(311, 640);
+        control->show();
+    }
+    ~MixerPanelTest() override { qApp->setStyleSheet({}); }
+
+    QStringList buttons() const {
+        QStringList captions;
+        for (const QPushButton* button : control->findChildren<QPushButton*>()) {
+            if (!button->isHidden())
+                captions << button->text() + (button->isEnabled() ? "" : " (off)");
+        }
+        return captions;
+    }
+    QPushButton* button(const char* name) const { return child<QPushButton>(*control, name); }
+    const ProgressRing& ring() const { return *child<ProgressRing>(*control, "mixerRing"); }
+    QString label(const char* name) const { return child<QLabel>(*control, name)->text(); }
+    QString notice(const char* name) const { return child<NoticeCard>(*control, name)->text(); }
+    QString link() const { return child<LinkRow>(*control, "mixerLink")->text(); }
+    QString badge() const { return child<LinkRow>(*control, "mixerLink")->badge(); }
+    bool ringSays(const char* below) {
+        return test::waitFor([&] { return ring().below() == below; });
+    }
+    void startShort() {
+        control->StartControl();
+        control->loadFormula(test::shortFormula());
+        ASSERT_TRUE(ringSays("ready to start"));
+        button("mixerStart")->click();
+        ASSERT_TRUE(ringSays("step 1 of 2"));
+    }
+    /// For looking at, where a folder is given in the environment.
+    void picture(const char* name) {
+        const QString target = qEnvironmentVariable("SORVANTO_PICTURES");
+        if (!target.isEmpty())
+            control->grab().save(target + '/' + name + ".png");
+    }
+
+    support::TempProgramFolder folder;
+    support::FixedClock clock;
+    support::ScriptedAsker asker;
+    support::WarningTrap warnings;
+    test::MemoryLine line;
+    std::unique_ptr<ctlSorvanto> control;
+};
+
+}  // namespace
+
+TEST_F(MixerPanelTest, BeforeTheStart) {
+    EXPECT_EQ(link(), "COM1 · not connected");
+    EXPECT_EQ(badge(), "");
+    EXPECT_EQ(ring().middle(), "--:--");
+    EXPECT_EQ(buttons(), QStringList{"Connect"});
+    EXPECT_EQ(label("mixerFootnote"), "Stop here is not the emergency stop of the mixer.");
+}
+
+TEST_F(MixerPanelTest, NothingLoaded) {
+    control->StartControl();
+    ASSERT_TRUE(ringSays("nothing loaded"));
+    EXPECT_EQ(link(), "COM1 · firmware SIM-2.1");
+    EXPECT_EQ(badge(), "simulated");
+    EXPECT_EQ(label("mixerFormula"), "Choose a formula and press Make.");
+    EXPECT_EQ(buttons(), QStringList{"Start (off)"});
+    EXPECT_EQ(child<LinkRow>(*control, "mixerLink")->toolTip(), "Mixer SV0426\n/memory/COM1");
+    picture("idle");
+}
+
+TEST_F(MixerPanelTest, ARealMixerHasNoBadge) {
+    line.mixer = mixersim::SimulatedMixer({protocol::version, "2.1", "SV0426"}, 0);
+    control->StartControl();
+    ASSERT_TRUE(ringSays("nothing loaded"));
+    EXPECT_EQ(link(), "COM1 · firmware 2.1");
+    EXPECT_EQ(badge(), "");
+}
+
+TEST_F(MixerPanelTest, Loaded) {
+    control->StartControl();
+    control->loadFormula(test::shortFormula());
+    ASSERT_TRUE(ringSays("ready to start"));
+    EXPECT_TRUE(test::waitFor([&] { return ring().middle() == "00:20"; }));
+    EXPECT_EQ(label("mixerFormula"), "Hydrocortisone 1% Cream");
+    EXPECT_EQ(label("mixerQuantity"), "Quantity 250 in 300 ml");
+    EXPECT_EQ(buttons(), QStringList{"Start"});
+    const auto& steps = *child<StepsTable>(*control, "mixerSteps");
+    ASSERT_EQ(steps.rowCount(), 2);
+    QStringList cells;
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 4; ++column)
+            cells << steps.item(row, column)->text();
+    }
+    EXPECT_EQ(cells, (QStringList{"1", "1200", "1200", "00:00:10", "2", "1440", "1992", "2 x"}));
+    picture("loaded");
+}
+
+TEST_F(MixerPanelTest, MixingPausedAndDone) {
+    bool inHandler = false;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
+        inHandler = true;
+        EXPECT_EQ(ring().below(), "finished");
+        EXPECT_EQ(notice("mixerNotice"), "The mix is finished. Sign it for the log.");
+        EXPECT_EQ(buttons(), QStringList{"Start (off)"});
+        picture("done");
+        control->mixerInitialsClosed();
+        EXPECT_EQ(notice("mixerNotice"), "");
+        EXPECT_EQ(buttons(), QStringList{"Start (off)"});
+        control->mixLogged();
+    });
+    startShort();
+    EXPECT_EQ(buttons(), (QStringList{"Pause", "Stop"}));
+    line.run(12'000);
+    ASSERT_TRUE(ringSays("step 2 of 2"));
+    EXPECT_EQ(ring().middle(), "00:08");
+    EXPECT_DOUBLE_EQ(ring().fraction(), 0.6);
+    EXPECT_EQ(label("mixerSpeeds"), "Lift 1440  ·  Mix 1992  ·  Cycles 1");
+    const auto& steps = *child<StepsTable>(*control, "mixerSteps");
+    EXPECT_TRUE(steps.item(1, 0)->font().bold() || steps.item(1, 0)->font().weight() == QFont::DemiBold);
+    EXPECT_EQ(steps.item(1, 2)->background().color(), platform::theme().softAccent);
+    button("mixerPause")->click();
+    ASSERT_TRUE(ringSays("paused"));
+    EXPECT_EQ(buttons(), (QStringList{"Resume", "Stop"}));
+    button("mixerResume")->click();
+    ASSERT_TRUE(ringSays("step 2 of 2"));
+    button("mixerStop")->click();
+    EXPECT_TRUE(test::waitFor([&] { return inHandler && ring().below() == "nothing loaded"; }));
+}
+
+TEST_F(MixerPanelTest, StaleLinkShowsTheTimeOfTheLastWord) {
+    startShort();
+    line.answers = false;
+    ASSERT_TRUE(test::waitFor([&] { return link() == "COM1 · no word since 14:05:09"; }));
+    EXPECT_EQ(badge(), "simulated");
+    EXPECT_EQ(ring().below(), "step 1 of 2") << "shown as stale, not as gone";
+    ASSERT_TRUE(ringSays("not connected"));
+    EXPECT_EQ(link(), "COM1 · no word since 14:05:09");
+    EXPECT_EQ(badge(), "");
+    EXPECT_TRUE(notice("mixerProblem").startsWith("The mixer is gone in the midst of the mix."));
+    picture("lost");
+}
+
+TEST_F(MixerPanelTest, PortThatIsNotThere) {
+    line.present = false;
+    control->StartControl();
+    EXPECT_EQ(link(), "COM1 · looking for the mixer");
+    EXPECT_EQ(notice("mixerProblem"), "No mixer on COM1. Check the cable and the power of the mixer.");
+    EXPECT_EQ(buttons(), QStringList{"Start (off)"});
+}
+
+TEST_F(MixerPanelTest, WarningNamesStepAndLimitAndLeavesTheStart) {
+    control->StartControl();
+    control->loadFormula(test::formulaDocument(
+        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)", 9, 9, 1000));
+    ASSERT_TRUE(ringSays("ready to start"));
+    EXPECT_EQ(notice("mixerWarnings"), "Step 1 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
+    EXPECT_EQ(buttons(), QStringList{"Start"});
+    picture("warning");
+    control->setSettings(1, 0, 1, {});
+    control->loadFormula(test::formulaDocument(
+        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)", 9, 9, 1000));
+    EXPECT_EQ(notice("mixerWarnings"), "");
+}
+
+TEST_F(MixerPanelTest, FormulaWhileMixing) {
+    startShort();
+    control->loadFormula(test::formulaDocument("", 3));
+    EXPECT_EQ(notice("mixerNotice"), "A mix is under way. Load the formula again when it has ended.");
+    EXPECT_EQ(buttons(), (QStringList{"Pause", "Stop"}));
+}
+
+TEST_F(MixerPanelTest, Fault) {
+    startShort();
+    line.mixer.pressEmergencyStop();
+    ASSERT_TRUE(ringSays("stopped"));
+    EXPECT_EQ(buttons(), QStringList{"OK"});
+    picture("fault");
+    button("mixerOk")->click();
+    ASSERT_TRUE(test::waitFor([&] { return notice("mixerProblem") == "The emergency stop is still pressed. Release it and press OK."; }));
+    line.mixer.releaseEmergencyStop();
+    button("mixerOk")->click();
+    ASSERT_TRUE(ringSays("nothing loaded"));
+    EXPECT_EQ(buttons(), (QStringList{"Load again", "Start (off)"}));
+}
+
+TEST_F(MixerPanelTest, OffersAreLoggedOrPutAsideByAQuestion) {
+    int done = 0;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
+        ++done;
+        control->mixerInitialsClosed();
+    });
+    startShort();
+    line.run(20'000);
+    ASSERT_TRUE(test::waitFor([&] { return done == 1 && ring().below() == "nothing loaded"; }));
+    EXPECT_EQ(label("mixerOffer"), "250 of Hydrocortisone 1% Cream, lot SV04260012");
+    EXPECT_EQ(buttons(), (QStringList{"Start (off)", "Log this mix", "Put aside"}));
+    picture("offer");
+    button("mixerLogMix")->click();
+    ASSERT_TRUE(test::waitFor([&] { return done == 2 && buttons().contains("Log this mix"); })) << "not logged, still on offer";
+
+    const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation, true, false};
+    const QString question = "Put aside the mix of Hydrocortisone 1% Cream, lot SV04260012? It will not be offered for the log again.";
+    asker.expectMsgBox(question, style, "Put aside", platform::Answer::No);
+    button("mixerPutAside")->click();
+    EXPECT_TRUE(buttons().contains("Put aside"));
+    asker.expectMsgBox(question, style, "Put aside", platform::Answer::Yes);
+    button("mixerPutAside")->click();
+    EXPECT_FALSE(buttons().contains("Put aside"));
+}
+
+TEST_F(MixerPanelTest, OfferIsNotLoggedDuringAMix) {
+    int done = 0;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] { ++done; });
+    startShort();
+    line.run(20'000);
+    ASSERT_TRUE(test::waitFor([&] { return done == 1 && ring().below() == "nothing loaded"; }));
+    control->loadFormula(test::shortFormula());
+    ASSERT_TRUE(ringSays("ready to start"));
+    button("mixerStart")->click();
+    ASSERT_TRUE(ringSays("step 1 of 2"));
+    EXPECT_TRUE(buttons().contains("Log this mix (off)")) << "a dialog would stand before the Stop button";
+    EXPECT_TRUE(buttons().contains("Stop"));
+}
+
+TEST_F(MixerPanelTest, SpeaksTheUsersLanguageAndNeverWritesTheFile) {
+    const QByteArray file = R"(<Translations Language="German"><Translate English="Start" Translated="Anfangen"/>)"
+                            R"(<Translate English="Quantity %1 in %2" Translated="In %2: %1"/>)"
+                            R"(<Translate English="Stop" Translated=""/><Translate English="Pause"/></Translations>)";
+    folder.write("GermanTranslation.xml", file);
+    control->setSettings(1, 2, 0, folder.path() + "\\GermanTranslation.xml");
+    control->StartControl();
+    control->loadFormula(test::shortFormula());
+    ASSERT_TRUE(ringSays("ready to start"));
+    EXPECT_EQ(buttons(), QStringList{"Anfangen"});
+    EXPECT_EQ(label("mixerQuantity"), "In 300 ml: 250");
+    button("mixerStart")->click();
+    ASSERT_TRUE(ringSays("step 1 of 2"));
+    EXPECT_EQ(buttons(), (QStringList{"Pause", "Stop"}));
+    EXPECT_EQ(folder.read("GermanTranslation.xml"), file);
+}
+
+TEST_F(MixerPanelTest, SixteenStepsFitTheSmallestWindow) {
+    QString steps;
+    for (int step = 0; step < 16; ++step)
+        steps += R"(<Mix LiftRPM="1200" MixRPM="1800" MixTime="00:00:10" Cycles="0"/>)";
+    control->StartControl();
+    control->loadFormula(test::formulaDocument("<CustomMix PreGrind=\"0\" FreeSpin=\"1\">" + steps + "</CustomMix>"));
+    ASSERT_TRUE(ringSays("ready to start"));
+    button("mixerStart")->click();
+    ASSERT_TRUE(ringSays("step 1 of 16"));
+    line.run(125'000);
+    ASSERT_TRUE(ringSays("step 13 of 16"));
+    QTest::qWait(20);
+    const auto& table = *child<StepsTable>(*control, "mixerSteps");
+    EXPECT_TRUE(table.viewport()->rect().contains(table.visualItemRect(table.item(12, 1)).center())) << "the running step is in sight";
+    EXPECT_LE(button("mixerStop")->mapTo(control.get(), QPoint(0, button("mixerStop")->height())).y(), control->height());
+    picture("sixteen");
+}
+
+TEST_F(MixerPanelTest, DarkToo) {
+    platform::applyTheme(*qApp, true);
+    startShort();
+    line.run(12'000);
+    ASSERT_TRUE(ringSays("step 2 of 2"));
+    picture("mixing-dark");
+    platform::applyTheme(*qApp, false);
+    QTest::qWait(20);
+    picture("mixing");
+    EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->item(1, 0)->background().color(), platform::themeOf(false).softAccent);
+}
+
+TEST(PanelTexts, KeysAreFitForTheLanguageFiles) {
+    const QStringList keys = ctlSorvanto::panelKeys();
+    EXPECT_GT(keys.size(), 60);
+    for (const QString& key : keys) {
+        EXPECT_EQ(key.trimmed(), key);
+        EXPECT_FALSE(key.isEmpty());
+        EXPECT_FALSE(key.contains('\'')) << key.toStdString();
+    }
+    EXPECT_TRUE(keys.contains("Stop here is not the emergency stop of the mixer."));
+}
+
+TEST(PanelTexts, PartsAreFilledInOnce) {
+    const PanelTexts texts;
+    EXPECT_EQ(texts(PanelText::OfferFinished, {"%2", "100% %1", "L"}), "%2 of 100% %1, lot L");
+    EXPECT_EQ(texts(PanelText::StepOf, {"2"}), "step 2 of ");
+    EXPECT_EQ(texts(PanelMessage{}), "");
+}
+
+TEST(PanelTexts, BrokenFileIsEnglish) {
+    support::TempProgramFolder folder;
+    PanelTexts texts;
+    for (const char* content : {"", "<Translations>", "garbage", "<Translations><Translate/></Translations>"}) {
+        folder.write("T.xml", content);
+        texts.load(folder.path("T.xml"));
+        EXPECT_EQ(texts(PanelText::Start), "Start");
+    }
+    texts.load(folder.path("missing.xml"));
+    EXPECT_EQ(texts(PanelText::Start), "Start");
+}
