@@ -58,15 +58,15 @@ INSERT INTO Formula (FormulaID, frm_Name, frm_Desc, frm_Strength, frm_Units, frm
       'Wet the ketoprofen with the lecithin solution until smooth, then add the cold gel.'),
     ( 3, 'Triple Relief Gel', 'Diclofenac, baclofen and lidocaine in transdermal gel', '3 % / 2 % / 5 %', 'GMS', 100, 5, 9, '00000-0103-10',
       'Triturate the powders together, wet with the lecithin solution, add the cold gel.'),
-    ( 4, 'Lassar''s Zinc Paste', 'Protective paste', '25 %', 'GMS', 200, 6, 4, '00000-0104-20',
+    ( 4, 'Lassar''s Zinc Paste', 'Protective paste', '25 %', 'GMS', 200, 6, 6, '00000-0104-20',
       'Sieve zinc oxide and starch. Melt the petrolatum and let it cool to 40 degrees before mixing.'),
-    ( 5, 'Whitfield''s Ointment', 'Benzoic and salicylic acid ointment', '6 % / 3 %', 'GMS', 50, 4, 4, '00000-0105-05',
+    ( 5, 'Whitfield''s Ointment', 'Benzoic and salicylic acid ointment', '6 % / 3 %', 'GMS', 50, 4, 2, '00000-0105-05',
       'Reduce both acids to a fine powder. Mix under the hood.'),
-    ( 6, 'Magic Mouthwash', 'Swish and spit, equal parts', '1:1:1', 'MLS', 240, 7, 6, '00000-0106-24',
+    ( 6, 'Magic Mouthwash', 'Swish and spit, equal parts', '1:1:1', 'MLS', 240, 7, 5, '00000-0106-24',
       'Measure each part, add the antacid last. Shake well. Good for 14 days.'),
-    ( 7, 'Omeprazole 2 mg/mL Suspension', 'Oral suspension in bicarbonate', '2 mg/mL', 'MLS', 100, 5, 6, '00000-0107-10',
+    ( 7, 'Omeprazole 2 mg/mL Suspension', 'Oral suspension in bicarbonate', '2 mg/mL', 'MLS', 100, 5, 5, '00000-0107-10',
       'Dissolve the bicarbonate in most of the water, add the omeprazole, bring to volume. Refrigerate.'),
-    ( 8, 'Metronidazole 50 mg/mL Suspension', 'Oral suspension, tasteless ester', '50 mg/mL', 'MLS', 100, 5, 6, '00000-0108-10',
+    ( 8, 'Metronidazole 50 mg/mL Suspension', 'Oral suspension, tasteless ester', '50 mg/mL', 'MLS', 100, 5, 5, '00000-0108-10',
       'Wet the powder with glycerin to a smooth paste. Protect from light.'),
     ( 9, 'Progesterone 10% Cream', 'Transdermal hormone cream', '100 mg/g', 'GMS', 30, 3, 9, '00000-0109-03',
       'Wet the progesterone with the propylene glycol.'),
@@ -74,23 +74,23 @@ INSERT INTO Formula (FormulaID, frm_Name, frm_Desc, frm_Strength, frm_Units, frm
       'Triturate the hormones geometrically. Use a dedicated jar.'),
     (11, 'Testosterone 2% Gel', 'Hydroalcoholic gel', '20 mg/g', 'GMS', 50, 4, 3, '00000-0111-05',
       'Dissolve the testosterone in the alcohol. Sprinkle the carbomer on the water, let it hydrate, combine.'),
-    (12, 'Urea 20% & Salicylic Acid 6% Cream', 'Keratolytic cream', '20 % / 6 %', 'GMS', 100, 5, 2, '00000-0112-10',
+    (12, 'Urea 20% & Salicylic Acid 6% Cream', 'Keratolytic cream', '20 % / 6 %', 'GMS', 100, 5, 1, '00000-0112-10',
       'Dissolve the urea in the water before adding it to the base.'),
-    (13, 'Crème à l''Urée 10%', 'Crème émolliente, peau très sèche', '10 %', 'GMS', 200, 6, 2, '00000-0113-20',
+    (13, 'Crème à l''Urée 10%', 'Crème émolliente, peau très sèche', '10 %', 'GMS', 200, 6, 1, '00000-0113-20',
       'Dissoudre l''urée dans l''eau, incorporer à la crème. Étiqueter « usage externe ».'),
-    (14, 'Coal Tar 5% Ointment', 'For plaque psoriasis', '5 %', 'GMS', 100, 5, 4, '00000-0114-10',
+    (14, 'Coal Tar 5% Ointment', 'For plaque psoriasis', '5 %', 'GMS', 100, 5, 2, '00000-0114-10',
       'Add the solution in portions. The jar stains.'),
     (15, 'Hydroquinone 4% Tretinoin 0.05% Cream', 'Depigmenting cream', '4 % / 0.05 % / 1 %', 'GMS', 30, 3, 9, '00000-0115-03',
       'Dissolve the metabisulfite in the glycerin. Work under subdued light. Good for 30 days.'),
-    (16, 'Nifedipine 0.3% Lidocaine 1.5% Ointment', 'Rectal ointment', '0.3 % / 1.5 %', 'GMS', 30, 3, 4, '00000-0116-03',
+    (16, 'Nifedipine 0.3% Lidocaine 1.5% Ointment', 'Rectal ointment', '0.3 % / 1.5 %', 'GMS', 30, 3, 2, '00000-0116-03',
       'Levigate with propylene glycol under subdued light.'),
-    (17, 'Sildenafil 2.5 mg/mL Suspension', 'Oral suspension for children', '2.5 mg/mL', 'MLS', 100, 5, 6, '00000-0117-10',
+    (17, 'Sildenafil 2.5 mg/mL Suspension', 'Oral suspension for children', '2.5 mg/mL', 'MLS', 100, 5, 5, '00000-0117-10',
       'Triturate with a little of the vehicle, then equal parts of vehicle and syrup. Shake well.'),
-    (18, 'Capsaicin 0.075% Cream', 'Topical analgesic', '0.075 %', 'GMS', 50, 4, 2, '00000-0118-05',
+    (18, 'Capsaicin 0.075% Cream', 'Topical analgesic', '0.075 %', 'GMS', 50, 4, 1, '00000-0118-05',
       'Dissolve the capsaicin in the alcohol. Mask and gloves.'),
     (19, 'Tacrolimus 0.1% Ointment', 'For atopic dermatitis', '0.1 %', 'GMS', 30, 3, 9, '00000-0119-03',
       'Levigate with mineral oil, then geometric dilution.'),
-    (20, 'Naltrexone 1 mg/mL Suspension', 'Low dose oral suspension', '1 mg/mL', 'MLS', 50, 4, 6, '00000-0120-05',
+    (20, 'Naltrexone 1 mg/mL Suspension', 'Low dose oral suspension', '1 mg/mL', 'MLS', 50, 4, 5, '00000-0120-05',
       'Dissolve in the water, bring to volume with the vehicle.'),
     (21, 'Cold Cream, Sixteen Steps', 'Slow cooling programme for a fine emulsion', '', 'GMS', 100, 5, 9, '00000-0121-10',
       'Melt the waxes and the oil at 70 degrees, dissolve the borate in water of the same temperature, combine and start at once.'),
@@ -185,16 +185,20 @@ CREATE TEMP TABLE Jar (code, largest, name);
 INSERT INTO Jar VALUES (1, 15, '15 ml'), (2, 20, '20 ml'), (3, 30, '30 ml'), (4, 50, '50 ml'), (5, 100, '100 ml'),
     (6, 200, '200 ml'), (7, 300, '300 ml'), (8, 500, '500 ml'), (9, 1000, '1000 ml');
 
+CREATE TEMP TABLE MixType (code, name);
+INSERT INTO MixType VALUES (1, 'Cream'), (2, 'Ointment'), (3, 'Gel'), (4, 'Lotion'), (5, 'Suspension'), (6, 'Paste'),
+    (7, 'Powder Blend'), (8, 'Suppository Base'), (9, 'Custom');
+
 INSERT INTO Log (LogID, FormulaID, log_Name, log_Strength, log_Desc, log_Units, log_FormType, log_Quantity, log_JarSize, log_NDC,
                  log_Date, log_Lot, log_Initials, log_Verified, log_Results, log_Version, log_AWP, log_Cost, log_Notes, log_Mix)
 SELECT id, FormulaID, frm_Name, frm_Strength, frm_Desc, frm_Units, frm_FormType, quantity,
        (SELECT min(code) FROM Jar WHERE quantity <= largest), frm_NDC,
        made, printf('SV26%04d', preparation), initials, verified,
-       printf('<Results Value="SV26"><Size Value="%s"/><Type Value="%s"/><LiftingCycles Value="%d"/><Interuption Value="No"/>'
+       printf('<Results Value="SV26"><Size Value="%s"/><Type Value="%s"/><LiftingCycles Value="%d"/><Interuption Value="A"/>'
               || '<PreGrind Value="%d"/><PreparationNumber Value="%04d"/><TotalMixingRevolutions Value="%d"/>'
               || '<HardwareVersion Value="2.1"/></Results>',
               (SELECT name FROM Jar WHERE quantity <= largest ORDER BY code LIMIT 1),
-              CASE frm_FormType WHEN 9 THEN 'Custom' ELSE 'Preset ' || frm_FormType END,
+              (SELECT MixType.name FROM MixType WHERE MixType.code = frm_FormType),
               18 + 2 * preparation, CASE frm_FormType WHEN 9 THEN 2 ELSE 0 END, preparation, 4100 + 370 * preparation),
        '2.1', round(frm_AWP * quantity / frm_Quantity, 4),
        (SELECT round(sum(chm_Cost * fch_Qty) * quantity / frm_Quantity, 4)
@@ -237,3 +241,4 @@ JOIN Log ON LogID = batch;
 
 DROP TABLE Batch;
 DROP TABLE Jar;
+DROP TABLE MixType;
