@@ -12,9 +12,8 @@
 namespace sorvanto {
 namespace {
 
-constexpr int startDelay = 2000;      // milliseconds
-constexpr int pause = 5;
-constexpr int pagesAtOnce = 128;      // half a megabyte: a few milliseconds
+constexpr int pause = 5;          // milliseconds between two pieces
+constexpr int pagesAtOnce = 128;  // half a megabyte: a few milliseconds
 constexpr int copiesKept = 14;
 const QString prefix = QStringLiteral("sorvanto-");
 
@@ -38,7 +37,7 @@ void dropOldCopies() {
 
 }  // namespace
 
-DailyBackup::DailyBackup() {
+DailyBackup::DailyBackup(int startDelay) : m_startDelay(startDelay) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
         try {
@@ -56,7 +55,7 @@ void DailyBackup::startSoon() {
     if (m_started)
         return;
     m_started = true;
-    m_timer.start(startDelay);
+    m_timer.start(m_startDelay);
 }
 
 void DailyBackup::stop() {

@@ -12,7 +12,8 @@ class DatabaseCopy;
 
 class DailyBackup {
 public:
-    DailyBackup();
+    /// startDelay: milliseconds between startSoon and the first piece.
+    explicit DailyBackup(int startDelay = 2000);
     ~DailyBackup();
 
     /// Once a run: makes today's copy unless there is one. Failures are reported ("DailyBackup:copy").
@@ -27,6 +28,7 @@ private:
 
     QTimer m_timer;
     std::unique_ptr<DatabaseCopy> m_copy;
+    int m_startDelay;
     bool m_started = false;
 };
 

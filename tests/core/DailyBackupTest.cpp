@@ -20,7 +20,7 @@ protected:
     }
     /// Runs a whole backup.
     void run() {
-        DailyBackup backup;
+        DailyBackup backup(0);
         backup.startSoon();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20000));
     }
@@ -76,7 +76,7 @@ TEST_F(DailyBackupTest, AnUnfinishedCopyLeavesNothing) {
     {
         DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
         EXPECT_FALSE(copy.step(1));
-        EXPECT_EQ(copies().size(), 1);
+        EXPECT_FALSE(copies().isEmpty());
     }
     EXPECT_TRUE(copies().isEmpty());
 }

@@ -42,7 +42,7 @@ TEST_F(DatabaseUpdaterTest, AppliesAllStepsAndSaysSo) {
     EXPECT_TRUE(applied);
     EXPECT_EQ(version, "2");
     EXPECT_EQ(sqlText("SELECT Place, Level FROM Shelf"), "upper|NULL");
-    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1") << "written by the program, not by the updater";
+    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1.0") << "written by the program, not by the updater";
 }
 
 TEST_F(DatabaseUpdaterTest, KeepsACheckedCopyAsItWasBefore) {

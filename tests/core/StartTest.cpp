@@ -116,7 +116,7 @@ TEST_F(StartTest, AnUpdateThatWasNotAppliedWritesNothingWhateverItSaysOfTheVersi
         };
     };
     load();
-    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1");
+    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1.0");
     EXPECT_TRUE(statements.filter("UPDATE").isEmpty());
 }
 
