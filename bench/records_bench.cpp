@@ -2,12 +2,15 @@
 #include "platform/ask/Ask.h"
 #include "platform/widgets/RecordGrid.h"
 #include "records/FormulaLines.h"
+#include "records/ListTypeAhead.h"
 #include "records/SigningDialog.h"
 #include "records/clsFormula.h"
 #include "records/clsLog.h"
 #include "records_data.h"
+#include "shared/basMain.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QWidget>
 #include <benchmark/benchmark.h>
 
@@ -133,6 +136,21 @@ BENCHMARK_CAPTURE(bareLogSearch, Hits1200, "SELECT * FROM Log WHERE log_Name LIK
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(bareLogSearch, Hits32000, "SELECT * FROM Log WHERE log_Name LIKE 'Gel%' ORDER BY log_Date DESC")
     ->Unit(benchmark::kMillisecond);
+
+/// The first letter typed in the list of 32,000 hits: every row is read once.
+void firstKeyAmong32000(benchmark::State& state) {
+    pharmacy();
+    const auto rows = platform::Recordset::create();
+    rows->open("SELECT LogID, log_Lot, log_Name FROM Log ORDER BY log_Date DESC", openDB(),
+               platform::CursorType::Keyset, platform::LockType::Pessimistic);
+    const QKeyEvent key(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, "z");
+    for (auto _ : state) {
+        ListTypeAhead typeAhead;
+        typeAhead.setRows(rows, 1);
+        benchmark::DoNotOptimize(typeAhead.takeKey(key, 0));
+    }
+}
+BENCHMARK(firstKeyAmong32000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -1,15 +1,11 @@
-// The formula record: opening, adding, saving, deleting, and its ingredient lines.
+// The formula record: opening, adding, saving, deleting.
 #include "RecordsTest.h"
-
-#include "platform/basic/Values.h"
 
 using namespace sorvanto;
 using platform::Answer;
 using platform::Currency;
 
 namespace {
-
-const platform::BoxStyle okBox{};
 
 class FormulaTest : public RecordsTest {
 protected:
@@ -19,7 +15,6 @@ protected:
         clearStatements();
     }
     static clsFormulaPtr open(std::int16_t key) { return clsFormula().openFormula(key, QString()); }
-    static bool add(clsFormula& formula, QString search) { return formula.addChemical(search); }
     static QStringList columns(const clsFormula& formula) {
         QStringList names;
         for (int i = 0; i < formula.Chemical->fieldCount(); ++i)
@@ -202,138 +197,6 @@ TEST_F(FormulaTest, ABatchOutlivesItsFormula) {
     sql("INSERT INTO Log (LogID, FormulaID, log_Name, log_Date) VALUES (1, 1, 'B', '2026-01-01 00:00:00')");
     EXPECT_TRUE(clsFormula().deleteFormula(open(1), true));
     EXPECT_EQ(str(sqlText("SELECT FormulaID FROM Log")), "1");
-}
-
-TEST_F(FormulaTest, RemovingALineRecomputesThisObjectAndGivesTheShortList) {
-    const auto formula = open(1);
-    clearStatements();
-    EXPECT_TRUE(formula->deleteChemical(1));
-    expectStatements("formula_remove_line.txt");
-    EXPECT_EQ(str(formula->frm_Cost.toText()), "1.0025");
-    EXPECT_EQ(str(formula->frm_AWP.toText()), "2.3375");
-    EXPECT_EQ(formula->Chemical->recordCount(), 2);
-    EXPECT_EQ(columns(*formula).size(), 10);
-    EXPECT_FALSE(formula->deleteChemical(1));
-}
-
-TEST_F(FormulaTest, AddingALineAsksTheQuantityWithoutTitleAndPreset) {
-    const auto formula = open(2);
-    clearStatements();
-    asker.expectInputBox("Input desired quantity for chemical", "2.5", QString(""));
-    EXPECT_TRUE(add(*formula, "Asp"));
-    expectStatements("formula_add_line.txt");
-    EXPECT_EQ(str(sqlText("SELECT FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem "
-                          "WHERE FormulaID = 2")), "2|1|2.5|0|1");
-    EXPECT_EQ(str(formula->frm_Cost.toText()), "0.625");
-    EXPECT_EQ(str(formula->frm_AWP.toText()), "1.25");
-    EXPECT_EQ(formula->Chemical->recordCount(), 1);
-    EXPECT_EQ(columns(*formula).size(), 10);
-}
-
-TEST_F(FormulaTest, EachKindOfLineSearchHasItsStatementWithPlainAliases) {
-    startConfiguration(2);
-    const auto formula = open(2);
-    clearStatements();
-    asker.alwaysAnswer("No Records");
-    for (const char* text : {"", "#99#", "?L?9", "$L4", "9#9", "x?", "a'b"})
-        EXPECT_FALSE(add(*formula, text));
-    expectReport("clsFormula:addChemical");
-    expectStatements("formula_add_line_search.txt");
-}
-
-TEST_F(FormulaTest, TheMarkerIsTakenOutOfTheCallersText) {
-    const auto formula = open(2);
-    asker.expectMsgBox("No Records", okBox);
-    QString text = "?Z?9";
-    EXPECT_FALSE(formula->addChemical(text));
-    EXPECT_EQ(str(text), "Z9");
-}
-
-TEST_F(FormulaTest, ALotOrCodeFindsTheChemicalOfALine) {
-    const auto formula = open(2);
-    asker.expectInputBox("Input desired quantity for chemical", "1", QString(""));
-    EXPECT_TRUE(add(*formula, "?L2"));
-    asker.expectInputBox("Input desired quantity for chemical", "3", QString(""));
-    EXPECT_TRUE(add(*formula, "#333-4"));
-    EXPECT_EQ(str(sqlText("SELECT ChemicalID, fch_Qty FROM FormChem WHERE FormulaID = 2")), "2|1.0\n4|3.0");
-}
-
-TEST_F(FormulaTest, ACancelledOrWordyQuantityBreaksTheStatement) {
-    const auto formula = open(2);
-    const auto list = formula->Chemical;
-    for (const char* answer : {"", "1,5", "two"}) {
-        asker.expectInputBox("Input desired quantity for chemical", answer, QString(""));
-        EXPECT_FALSE(add(*formula, "Asp"));
-        expectReport("clsFormula:addChemical");
-    }
-    EXPECT_EQ(formula->Chemical, list);
-    EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM FormChem WHERE FormulaID = 2")), "0");
-}
-
-TEST_F(FormulaTest, AnEditInTheListGoesToTheTableAndChangesNoTotals) {
-    const auto formula = open(1);
-    clearStatements();
-    formula->Chemical->setValue("fch_Qty", 4.5);
-    formula->Chemical->update();
-    EXPECT_TRUE(statements.isEmpty());
-    EXPECT_EQ(str(sqlText("SELECT fch_Qty FROM FormChem WHERE FormChemID = 1")), "4.5");
-    EXPECT_EQ(str(formula->frm_Cost.toText()), "3.4715");
-}
-
-TEST_F(FormulaTest, CopyingWritesARowAndAllLinesFromTheFirst) {
-    const auto original = open(1);
-    original->Chemical->moveLast();
-    clearStatements();
-    const auto copy = clsFormula().copyFormula(original);
-    expectStatements("formula_copy.txt");
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(copy->FormulaID, 3);
-    EXPECT_EQ(str(copy->frm_Name), "Copy of Cooling Gel");
-    EXPECT_EQ(str(copy->frm_GUID), "1234ABCD-00EF-4001-1122-334455667788");
-    EXPECT_EQ(str(copy->frm_AWP.toText()), "6.6582");
-    EXPECT_EQ(str(copy->frm_Mix->xml()), str(original->frm_Mix->xml()));
-    EXPECT_EQ(str(sqlText("SELECT frm_AWP, frm_Quantity, frm_JarSize FROM Formula WHERE FormulaID = 3")),
-              "0|10|4");
-    EXPECT_EQ(str(sqlText("SELECT ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormulaID = 3")),
-              "3|1.2345|0|1\n4|5.0|1|1\n2|0.5|0|0");
-}
-
-TEST_F(FormulaTest, ACopyOfACopyBearsThePrefixTwiceAndIsNotTranslated) {
-    startConfiguration(3);
-    const auto copy = clsFormula().copyFormula(clsFormula().copyFormula(open(2)));
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(str(copy->frm_Name), "Copy of Copy of Plain Base");
-}
-
-TEST_F(FormulaTest, AFailureInTheMiddleOfTheCopiedLinesLeavesThoseWritten) {
-    const auto original = open(1);
-    failStatement("VALUES ( 3, 4, ");
-    EXPECT_FALSE(clsFormula().copyFormula(original));
-    expectReport("clsFormula:copyFormula");
-    EXPECT_EQ(str(sqlText("SELECT frm_Name FROM Formula WHERE FormulaID = 3")), "Copy of Cooling Gel");
-    EXPECT_EQ(str(sqlText("SELECT ChemicalID FROM FormChem WHERE FormulaID = 3")), "3");
-}
-
-TEST_F(FormulaTest, ANullQuantityBreaksTheCopiedLine) {
-    sql("UPDATE FormChem SET fch_Qty = NULL WHERE FormChemID = 1");
-    EXPECT_FALSE(clsFormula().copyFormula(open(1)));
-    const auto report = expectReport("clsFormula:copyFormula");
-    EXPECT_TRUE(report.statement.contains("VALUES ( 3, 3, , False, True) ")) << qPrintable(report.statement);
-}
-
-TEST_F(FormulaTest, WithTheShortListNothingCanBeCopiedOrMade) {
-    const auto formula = open(1);
-    formula->deleteChemical(3);
-    EXPECT_FALSE(clsFormula().copyFormula(formula));
-    expectReport("clsFormula:copyFormula");
-    const double before = platform::nullDouble(formula->Chemical->value("fch_Qty"));
-    EXPECT_THROW(formula->makeQuantity(20), platform::RuntimeError);
-    EXPECT_DOUBLE_EQ(before, 1.2345);
-    EXPECT_EQ(str(platform::nullText(formula->Chemical->value("fch_Qty"))), "2.469");
-    EXPECT_EQ(str(platform::nullText(formula->Chemical->value("chm_Cost"))), "4.94");
-    EXPECT_EQ(formula->frm_JarSize, 4);
-    EXPECT_EQ(str(sqlText("SELECT fch_Qty FROM FormChem WHERE FormChemID = 1")), "1.2345");
-    EXPECT_NO_THROW(open(1)->makeQuantity(20));
 }
 
 TEST_F(FormulaTest, NoObjectIsAReportAndNoCrash) {
