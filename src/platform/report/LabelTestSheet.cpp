@@ -21,6 +21,8 @@ std::unique_ptr<Report> labelTestSheet(const ReportDefinition& labels, const QSt
             // A cross in the middle shows a turned sheet, which the outlines alone would hide.
             sheet.controls.push_back(line(QStringLiteral("cross") + name, x + stock.width / 2 - 90,
                                           y + stock.height / 2, x + stock.width / 2 + 90));
+            sheet.controls.push_back(box(QStringLiteral("mast") + name, x + stock.width / 2,
+                                         y + stock.height / 2 - 90, 0, 180));
             sheet.controls.push_back(label(QStringLiteral("number") + name, x + 120, y + 90, 800, 300, name));
         }
     }

@@ -14,6 +14,7 @@ std::uint16_t PageDocument::styleIndex(const TextStyle& style) {
 }
 
 void PageDocument::warn(WarningKind kind, const Control& control) {
+    ++(kind == WarningKind::TextCut ? cutTexts : missingBarCodes);
     for (PageWarning& warning : warnings) {
         if (warning.kind == kind && warning.control == control.name && warning.text == control.text) {
             ++warning.count;

@@ -63,10 +63,12 @@ public:
     std::vector<TextStyle> styles;
     std::vector<Page> pages;
     std::vector<PageWarning> warnings;
+    int cutTexts = 0;        ///< how often each kind of warning came, also of those not kept
+    int missingBarCodes = 0;
 
     /// Index of the style, added when new.
     std::uint16_t styleIndex(const TextStyle& style);
-    /// Counts a warning, or adds it; distinct ones beyond a thousand are dropped.
+    /// Counts a warning; the first thousand different ones are kept.
     void warn(WarningKind kind, const Control& control);
 
     const Control& controlOf(const Band& band, const PageItem& item) const {

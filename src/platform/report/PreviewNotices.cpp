@@ -61,12 +61,19 @@ QString PreviewNotices::sentence(const PageWarning& warning) {
 }
 
 void PreviewNotices::update(const PageDocument& document, const QString& ending) {
-    if (document.warnings.size() == m_known && ending == m_ending)
+    const int count = document.cutTexts + document.missingBarCodes;
+    if (count == m_known && ending == m_ending)
         return;
-    for (; m_known < document.warnings.size(); ++m_known) {
-        const PageWarning& warning = document.warnings[m_known];
-        auto* item = new QListWidgetItem(sentence(warning), m_list);
-        item->setToolTip(sentence(warning));
+    m_known = count;
+    for (std::size_t i = 0; i < document.warnings.size(); ++i) {
+        const PageWarning& warning = document.warnings[i];
+        const QString text = sentence(warning);
+        const int row = static_cast<int>(i);
+        QListWidgetItem* item = row < m_list->count() ? m_list->item(row) : new QListWidgetItem(m_list);
+        if (item->text() == text)
+            continue;
+        item->setText(text);
+        item->setToolTip(text);
         item->setData(Qt::UserRole, warning.page - 1);
     }
     m_ending = ending;
@@ -85,14 +92,11 @@ void PreviewNotices::update(const PageDocument& document, const QString& ending)
 }
 
 QString PreviewNotices::counts(const PageDocument& document) {
-    int cut = 0, bars = 0;
-    for (const PageWarning& warning : document.warnings)
-        (warning.kind == WarningKind::TextCut ? cut : bars) += warning.count;
     QStringList parts;
-    if (cut > 0)
-        parts << reportText("Texts too long for their place and cut: %1.").arg(cut);
-    if (bars > 0)
-        parts << reportText("Bar codes left out: %1.").arg(bars);
+    if (document.cutTexts > 0)
+        parts << reportText("Texts too long for their place and cut: %1.").arg(document.cutTexts);
+    if (document.missingBarCodes > 0)
+        parts << reportText("Bar codes left out: %1.").arg(document.missingBarCodes);
     return parts.join(QStringLiteral("  "));
 }
 

@@ -30,7 +30,7 @@ private:
     QLabel* m_line;
     QPushButton* m_more;
     QListWidget* m_list;
-    std::size_t m_known = 0;
+    int m_known = 0;  ///< count of warnings shown
     QString m_ending;
 };
 

@@ -9,10 +9,11 @@ namespace platform {
 
 namespace {
 constexpr int tabStop = 720;  // half an inch
+constexpr int leastGap = 144;  // so that a stop just behind a word still parts it from the next
 
 /// Where the text after a tab goes on.
 int nextTabStop(int x) {
-    return (x / tabStop + 1) * tabStop;
+    return ((x + leastGap) / tabStop + 1) * tabStop;
 }
 
 QStringList paragraphs(const QString& text) {

@@ -3,8 +3,10 @@
 #include "support/Golden.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/LabelTestSheet.h"
 
 #include <QFontInfo>
+#include <QRect>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -233,6 +235,23 @@ TEST(Layout, AnOutputFormatCanBeSetAtTheStart) {
     auto report = std::make_unique<StockList>(file.rows());
     report->setFormat("cost", "Kc ###,##0.00");
     EXPECT_TRUE(dumped(finished(std::move(report))->document()).contains("Kc 0.25"));
+}
+
+TEST(Layout, TheTestSheetDrawsEveryLabelOfTheStock) {
+    const auto run = finished(labelTestSheet(StripLabels::layout(), "Label test sheet"));
+    const Page& page = run->document().pages.at(0);
+    ASSERT_EQ(run->document().pages.size(), 1u);
+    std::vector<QRect> labels;
+    for (const PageItem& item : page.items) {
+        if (item.kind == ItemKind::Box && item.width > 0)
+            labels.emplace_back(item.x, item.y, item.width, item.height);
+    }
+    ASSERT_EQ(labels.size(), 30u);
+    EXPECT_EQ(labels[0], QRect(225, 720, 3780, 1440)) << "11.25 by 36 points, 2 5/8 by 1 inch";
+    EXPECT_EQ(labels[1].x(), 4225);
+    EXPECT_EQ(labels[2].x(), 8225);
+    EXPECT_EQ(labels[29], QRect(8225, 13680, 3780, 1440));
+    EXPECT_THROW(labelTestSheet(StockList::layout(), ""), RuntimeError);
 }
 
 TEST(Layout, UnloadIsRemembered) {
