@@ -1,6 +1,7 @@
 // The mixer panel. It keeps no state of its own: every change shows the session as it stands.
 #include "mixer/MixerPanel.h"
 
+#include "mixer/FittingScrollArea.h"
 #include "mixer/LinkRow.h"
 #include "mixer/MixTables.h"
 #include "mixer/NoticeCard.h"
@@ -12,9 +13,9 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace sorvanto {
@@ -39,16 +40,9 @@ QString shortTime(int seconds) {
 
 MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* parent)
     : QWidget(parent), m_session(session), m_texts(texts) {
-    auto* scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("mixerScroll"));
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->viewport()->setAutoFillBackground(false);
     auto* content = new QWidget;
-    content->setAutoFillBackground(false);
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(20, 16, 20, 16);
+    layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(platform::grid);
     buildHead(*layout);
     buildButtons(*layout);
@@ -56,14 +50,16 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     m_steps->setObjectName(QStringLiteral("mixerSteps"));
     m_footnote = centred("mixerFootnote");
     platform::setLook(*m_footnote, "quiet");
+    m_footnote->setStyleSheet(QStringLiteral("font-size: 11px"));
     m_offers = new OfferList;
     m_offers->setObjectName(QStringLiteral("mixerOffers"));
-    layout->addWidget(m_steps, 1);
+    layout->addWidget(m_steps, 100);  // up to its own height; what is left then stays empty below
     layout->addWidget(m_footnote);
     layout->addSpacing(platform::grid);
     layout->addWidget(m_offers);
-    layout->addStretch(0);
-    scroll->setWidget(content);
+    layout->addStretch(1);
+    auto* scroll = new FittingScrollArea;
+    scroll->setContent(content);
 
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -136,6 +132,10 @@ void MixerPanel::setStoreName(const QString& name) {
     m_title->setToolTip(name);
 }
 
+void MixerPanel::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), platform::theme().surface);
+}
+
 void MixerPanel::refresh() {
     showCaptions();
     showLink();
@@ -203,7 +203,9 @@ void MixerPanel::showRing() {
                      m_texts(run.isSending() ? PanelText::Sending : PanelText::NothingLoaded));
         break;
     case RunState::Loaded:
-        m_ring->show(0, Tone::Running, shortTime(status.secondsTotal), m_texts(PanelText::ReadyToStart));
+        m_ring->show(0, Tone::Running,
+                     status.state == protocol::MixerState::Loaded ? shortTime(status.secondsTotal) : noTime,
+                     m_texts(PanelText::ReadyToStart));
         break;
     case RunState::Mixing:
         m_ring->show(done, stale ? Tone::Quiet : Tone::Running, timeLeft(),

@@ -31,6 +31,9 @@ public:
 
     QSize sizeHint() const override { return {311, 640}; }
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     QPushButton* addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)());
     void buildHead(QBoxLayout& layout);

@@ -34,7 +34,7 @@ QFont fitted(QFont font, int pixels, const QString& text, double width) {
 }  // namespace
 
 ProgressRing::ProgressRing(QWidget* parent) : QWidget(parent) {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void ProgressRing::show(double fraction, Tone tone, const QString& middle, const QString& below) {

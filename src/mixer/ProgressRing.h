@@ -21,8 +21,7 @@ public:
     double fraction() const { return m_fraction; }
 
     QSize sizeHint() const override { return {172, 172}; }
-    QSize minimumSizeHint() const override { return {132, 132}; }
-    bool hasHeightForWidth() const override { return false; }
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -6,13 +6,31 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QPainter>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 namespace sorvanto {
 namespace {
 constexpr int stepHeight = 25;
 constexpr int fewestRows = 4;
-}
+constexpr int cellPadding = 4;
+
+/// Texts a little inside their cells, the marked row coloured to its edges.
+class StepDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QVariant background = index.data(Qt::BackgroundRole);
+        if (background.isValid())
+            painter->fillRect(option.rect, background.value<QBrush>());
+        QStyleOptionViewItem inner = option;
+        inner.rect.adjust(cellPadding, 0, -cellPadding, 0);
+        QStyledItemDelegate::paint(painter, inner, index);
+    }
+};
+
+}  // namespace
 
 StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     setSelectionMode(QAbstractItemView::NoSelection);
@@ -31,10 +49,9 @@ StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
     horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setColumnWidth(0, 36);
-    QFont small = font();
-    small.setPixelSize(12);
-    setFont(small);
-    horizontalHeader()->setFont(small);
+    setStyleSheet(QStringLiteral("QTableView { font-size: 12px; } QHeaderView { font-size: 12px; }"
+                                 "QHeaderView::section { font-size: 12px; padding: 0 7px; }"));
+    setItemDelegate(new StepDelegate(this));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
@@ -67,6 +84,7 @@ void StepsTable::fill(const PanelTexts& texts) {
         }
         ++row;
     }
+    setMaximumHeight(sizeHint().height());
     updateGeometry();
 }
 
@@ -77,6 +95,7 @@ void StepsTable::mark() {
         for (int column = 0; column < columnCount(); ++column) {
             QTableWidgetItem& cell = *item(row, column);
             QFont cellFont = font();
+            cellFont.setPixelSize(12);
             cellFont.setWeight(isCurrent ? QFont::DemiBold : QFont::Normal);
             cell.setFont(cellFont);
             cell.setBackground(isCurrent ? QBrush(theme.softAccent) : QBrush());

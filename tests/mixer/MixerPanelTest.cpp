@@ -62,8 +62,10 @@ protected:
     /// For looking at, where a folder is given in the environment.
     void picture(const char* name) {
         const QString target = qEnvironmentVariable("SORVANTO_PICTURES");
-        if (!target.isEmpty())
-            control->grab().save(target + '/' + name + ".png");
+        if (target.isEmpty())
+            return;
+        QTest::qWait(30);
+        control->grab().save(target + '/' + name + ".png");
     }
 
     support::TempProgramFolder folder;

@@ -1,0 +1,110 @@
+// A program killed in the midst of its work: a child runs the real control against the real simulator and
+// is killed; the control started next in the same folder still knows the mix.
+#include "MemoryLine.h"
+#include "SimulatorProcess.h"
+#include "support/Child.h"
+
+#include "mixer/ctlSorvanto.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace sorvanto;
+using support::child;
+
+namespace {
+
+constexpr const char* folderVariable = "SORVANTO_TEST_KILLED_IN";
+
+void tell(const char* word) {
+    std::puts(word);
+    std::fflush(stdout);
+}
+
+class KilledControl : public testing::Test {
+protected:
+    support::TempProgramFolder folder;
+    test::SimulatorProcess simulator{folder};
+    QProcess victim;
+
+    /// Starts the child and kills it as soon as it has said the word.
+    void killAt(const char* word) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(folderVariable, folder.path());
+        victim.setProcessEnvironment(environment);
+        victim.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=KilledControlChild.*"});
+        QByteArray said;
+        while (!said.contains(word) && victim.waitForReadyRead(20'000))
+            said += victim.readAllStandardOutput();
+        ASSERT_TRUE(said.contains(word)) << said.constData();
+        victim.kill();
+        victim.waitForFinished();
+        ASSERT_EQ(victim.exitStatus(), QProcess::CrashExit);
+    }
+    /// The control of the next start of the program, with one mix on offer; logs it.
+    void logTheOffer(int preparation) {
+        ctlSorvanto control;
+        control.setSettings(1, 0, 0, folder.path("EnglishTranslation.xml"));
+        QString formula, results;
+        QObject::connect(&control, &ctlSorvanto::mixDone, &control, [&](const auto& f, const auto& r) {
+            formula = f->xml();
+            results = r->xml();
+            control.mixerInitialsClosed();
+            control.mixLogged();
+        });
+        control.StartControl();
+        const auto offered = [&] {
+            const auto* button = control.findChild<QPushButton*>("mixerLogMix");
+            return button && button->isEnabled();
+        };
+        ASSERT_TRUE(QTest::qWaitFor(offered, 20'000));
+        EXPECT_EQ(child<QLabel>(control, "mixerOffer")->text(),
+                  QStringLiteral("250 of Hydrocortisone 1% Cream, lot SV0426%1").arg(preparation, 4, 10, QChar('0')));
+        child<QPushButton>(control, "mixerLogMix")->click();
+        ASSERT_TRUE(test::waitFor([&] { return !results.isEmpty(); }));
+        EXPECT_EQ(formula, test::shortFormula()->xml());
+        EXPECT_TRUE(results.contains("<TotalMixingRevolutions Value=\"532\"/>")) << results.toStdString();
+        EXPECT_TRUE(test::waitFor([&] { return QDir(folder.path("mixes")).entryList(QDir::Files).isEmpty(); }));
+    }
+};
+
+}  // namespace
+
+TEST_F(KilledControl, AfterTheMixBeforeTheLog) {
+    ASSERT_TRUE(simulator.start({"--speed", "20"}));
+    killAt("finished");
+    logTheOffer(1);
+}
+
+TEST_F(KilledControl, InTheMidstOfTheMix) {
+    ASSERT_TRUE(simulator.start({"--speed", "20"}));
+    killAt("mixing");
+    QTest::qWait(1500);  // the mixer ends the mix alone
+    logTheOffer(1);
+}
+
+// The child's part; without the variable there is nothing to do.
+TEST(KilledControlChild, MixesAndWaitsToBeKilled) {
+    const QString folder = qEnvironmentVariable(folderVariable);
+    if (folder.isEmpty())
+        return;
+    platform::setProgramFolder(folder);
+    ctlSorvanto control;
+    control.setSettings(1, 0, 0, folder + "/EnglishTranslation.xml");
+    QObject::connect(&control, &ctlSorvanto::mixDone, &control, [] {
+        tell("finished");
+        pause();
+    });
+    control.StartControl();
+    control.loadFormula(test::shortFormula());
+    auto* start = child<QPushButton>(control, "mixerStart");
+    ASSERT_TRUE(test::waitFor([&] { return start->isEnabled(); }));
+    start->click();
+    auto* stop = child<QPushButton>(control, "mixerStop");
+    ASSERT_TRUE(test::waitFor([&] { return !stop->isHidden(); }));
+    tell("mixing");
+    QTest::qWait(20'000);
+}
