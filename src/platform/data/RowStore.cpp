@@ -3,6 +3,7 @@
 
 #include "platform/basic/RuntimeError.h"
 
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace platform {
@@ -11,6 +12,28 @@ namespace {
 
 /// Enough for the rows that a grid shows at once.
 constexpr std::size_t keptRows = 128;
+/// Who reads one row after the other gets that many at a time: locking the file costs more than a row.
+constexpr std::int64_t rowsAhead = 32;
+
+/// Holds the file for reading while several statements run.
+class ReadLock {
+public:
+    explicit ReadLock(sqlite3* database) : m_database(database) {
+        m_mine = sqlite3_get_autocommit(database) != 0 && run("BEGIN");
+    }
+    ~ReadLock() {
+        if (m_mine)
+            run("COMMIT");
+    }
+    ReadLock(const ReadLock&) = delete;
+    ReadLock& operator=(const ReadLock&) = delete;
+
+private:
+    bool run(const char* sql) { return sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
+
+    sqlite3* m_database;
+    bool m_mine;
+};
 
 }  // namespace
 
@@ -63,26 +86,49 @@ std::int64_t KeysetRows::count() const {
     return static_cast<std::int64_t>(m_ids.size());
 }
 
+KeysetRows::Kept& KeysetRows::place(std::int64_t row) {
+    return m_kept[static_cast<std::size_t>(row) % keptRows];
+}
+
 const RowStore::Row& KeysetRows::read(std::int64_t row) {
-    const std::int64_t id = m_ids[static_cast<std::size_t>(row)];
-    Kept& kept = m_kept[static_cast<std::size_t>(row) % keptRows];
-    if (kept.id == id && !kept.values.empty())
+    const Kept& kept = place(row);
+    if (kept.id == m_ids[static_cast<std::size_t>(row)] && !kept.values.empty())
         return kept.values;
     if (m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
                            QStringLiteral("Database"), m_text);
-    m_statement.bind(1, qint64{id});
-    const bool found = m_statement.step();
-    kept.values.clear();
-    if (found) {
-        kept.id = id;
-        kept.values = m_fields.read(m_statement);
+    bool found = false;
+    if (row == m_lastFetched + 1) {
+        fetchAhead(row);
+        found = !kept.values.empty();
+    } else {
+        found = fetch(row);
     }
-    m_statement.reset();
     if (!found)
         throw RuntimeError(error::noCurrentRecord, QStringLiteral("The record has been deleted"),
                            QStringLiteral("Database"), m_text);
     return kept.values;
+}
+
+/// False, and nothing kept, when the row is gone.
+bool KeysetRows::fetch(std::int64_t row) {
+    Kept& kept = place(row);
+    kept.id = m_ids[static_cast<std::size_t>(row)];
+    kept.values.clear();
+    m_lastFetched = row;
+    m_statement.bind(1, qint64{kept.id});
+    const bool found = m_statement.step();
+    if (found)
+        kept.values = m_fields.read(m_statement);
+    m_statement.reset();
+    return found;
+}
+
+void KeysetRows::fetchAhead(std::int64_t row) {
+    const ReadLock lock(m_connection->handle());
+    const std::int64_t end = std::min(row + rowsAhead, count());
+    for (; row < end; ++row)
+        fetch(row);
 }
 
 QVariant KeysetRows::value(std::int64_t row, int field) {
@@ -96,7 +142,7 @@ RowStore::Row KeysetRows::row(std::int64_t row) {
 }
 
 void KeysetRows::changed(std::int64_t row, const Row&) {
-    m_kept[static_cast<std::size_t>(row) % keptRows].values.clear();
+    place(row).values.clear();
 }
 
 void KeysetRows::added(const Row&, std::int64_t id) {

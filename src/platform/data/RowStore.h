@@ -61,7 +61,10 @@ private:
         std::int64_t id = 0;
         Row values;
     };
+    Kept& place(std::int64_t row);
     const Row& read(std::int64_t row);
+    bool fetch(std::int64_t row);
+    void fetchAhead(std::int64_t row);
     int keyField() const;
 
     ConnectionPtr m_connection;
@@ -70,6 +73,7 @@ private:
     QString m_text;
     std::vector<std::int64_t> m_ids;
     std::vector<Kept> m_kept;
+    std::int64_t m_lastFetched = -2;
     int m_keyField;
 };
 

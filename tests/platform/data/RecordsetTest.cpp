@@ -179,6 +179,19 @@ TEST_F(RecordsetByKey, ARowDeletedByAnotherProgramIsTold) {
     EXPECT_EQ(logs->valueAt(4, 1).toString(), "SV260005");
 }
 
+TEST_F(RecordsetByKey, WalkingReadsAheadWithoutALockAndPastADeletedRow) {
+    const RecordsetPtr logs = rows(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
+    support::runSql(path(), QStringLiteral("DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"));
+    for (; !logs->eof(); logs->moveNext()) {
+        const qint64 key = logs->value(0).toLongLong();
+        if (key == 4)
+            EXPECT_EQ(failureOf([&] { logs->value(1); }).number(), error::noCurrentRecord);
+        else
+            EXPECT_EQ(logs->value(1).toString(), QStringLiteral("SV26%1").arg(key, 4, 10, QLatin1Char('0')));
+        support::runSql(path(), QStringLiteral("BEGIN EXCLUSIVE; COMMIT"));
+    }
+}
+
 TEST_P(RecordsetTest, AClosedSetRefusesEverything) {
     const RecordsetPtr logs = set(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
     EXPECT_EQ(failureOf([&] { logs->open(QStringLiteral("SELECT LogID FROM Log"), connection); }).number(), error::invalidProcedureCall);
