@@ -2,7 +2,7 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Backup.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,7 +45,7 @@ DatabaseCopy::DatabaseCopy(platform::ConnectionPtr connection, const QString& ta
 DatabaseCopy::~DatabaseCopy() {
     sqlite3_backup_finish(m_backup);
     sqlite3_close(m_copy);
-    if (m_copy)
+    if (!m_unfinished.isEmpty())
         QFile::remove(m_unfinished);
 }
 
@@ -61,20 +61,13 @@ bool DatabaseCopy::step(int pages) {
 
 void DatabaseCopy::finish() {
     sqlite3_backup_finish(std::exchange(m_backup, nullptr));
-    const QString check = QStringLiteral("PRAGMA integrity_check");
-    QString verdict;
-    {
-        platform::sqlite::Statement statement(m_copy, check, check);
-        if (statement.step())
-            verdict = statement.value(0, {}).toString();
-    }
-    if (verdict != QLatin1String("ok"))
-        throw RuntimeError(error::general, verdict, source);
     sqlite3_close(std::exchange(m_copy, nullptr));
-    if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0) {
-        QFile::remove(m_unfinished);
+    const QStringList problems = platform::integrityProblems(m_unfinished);
+    if (!problems.isEmpty())
+        throw RuntimeError(error::general, problems.first(), source);
+    if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0)
         throw RuntimeError(error::permissionDenied, QStringLiteral("Can't be written: ") + m_target, source);
-    }
+    m_unfinished.clear();
 }
 
 }  // namespace sorvanto

@@ -30,7 +30,7 @@ private:
     void finish();
 
     platform::ConnectionPtr m_source;
-    QString m_target, m_unfinished;
+    QString m_target, m_unfinished;  ///< the latter empty once the copy has its name
     sqlite3* m_copy = nullptr;
     sqlite3_backup* m_backup = nullptr;
 };

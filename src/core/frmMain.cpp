@@ -11,6 +11,7 @@
 #include "shared/RecordScreen.h"
 #include "shared/basMain.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -49,9 +50,11 @@ void frmMain::buildWindow() {
     stripBar->setMovable(false);
     stripBar->setContextMenuPolicy(Qt::PreventContextMenu);
     stripBar->toggleViewAction()->setVisible(false);
-    stripBar->addWidget(m_strip);
+    QAction* strip = stripBar->addWidget(m_strip);
     stripBar->setVisible(false);
     addToolBar(Qt::BottomToolBarArea, stripBar);
+    // A tool bar shows and hides its widgets by their actions.
+    connect(m_strip, &ErrorStrip::shownChanged, strip, &QAction::setVisible);
     connect(m_strip, &ErrorStrip::shownChanged, stripBar, &QWidget::setVisible);
 
     m_database = new QLabel(this);

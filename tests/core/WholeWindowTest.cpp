@@ -46,7 +46,11 @@ protected:
         return "Sorvanto Control Panel: " + screen + "  :  " + support::rowsText(rows);
     }
     QString formula(int n) const { return caption("Formulas", "SELECT frm_Name FROM Formula ORDER BY frm_Name", n); }
-    QString chemical(int n) const { return caption("Chemicals", "SELECT chm_Name FROM Chemical", n); }
+    /// The program pages by key.
+    QString chemical(int n) const {
+        const QString key = sql("SELECT ChemicalID FROM Chemical ORDER BY ChemicalID").at(static_cast<std::size_t>(n - 1)).first();
+        return caption("Chemicals", "SELECT chm_Name FROM Chemical WHERE ChemicalID = " + key, 1);
+    }
     platform::Tool& tool(const QString& band, const QString& name) { return window->bar().band(band).tool(name); }
     void click(const QString& band, const QString& name) { window->bar().click(tool(band, name)); }
     bool on(const QString& name) { return tool("MainBar", name).enabled(); }
