@@ -156,6 +156,13 @@ QString Connection::declaredType(const QString& table, const QString& column) co
     return code == SQLITE_OK ? QString::fromUtf8(declared) : QString();
 }
 
+bool Connection::isKey(const QString& table, const QString& column) const {
+    int key = 0;
+    sqlite3_table_column_metadata(d->checked({}), nullptr, table.toUtf8().constData(), column.toUtf8().constData(),
+                                  nullptr, nullptr, nullptr, &key, nullptr);
+    return key != 0;
+}
+
 sqlite3* Connection::handle() const {
     return d->database.get();
 }

@@ -42,6 +42,8 @@ public:
     void announce(const QString& statement) const;
     /// For the result set: the declared type of a column, empty when there is none.
     QString declaredType(const QString& table, const QString& column) const;
+    /// For the result set: whether the column is (part of) the table's primary key.
+    bool isKey(const QString& table, const QString& column) const;
     /// The engine's handle, for the result set and the maintenance tools alone.
     sqlite3* handle() const;
 

@@ -24,10 +24,6 @@ constexpr int deepest = 50;
     throw RuntimeError(error::statement, reason);
 }
 
-QString quotedName(QString name) {
-    return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"';
-}
-
 QString quotedPath(const QString& path) {
     QStringList parts = path.split(u'.');
     for (QString& part : parts)
@@ -347,6 +343,10 @@ Translation translateStatement(const QString& statement, const DeclaredType& dec
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), failure.description(), QStringLiteral("Database"), statement);
     }
+}
+
+QString quotedName(QString name) {
+    return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"';
 }
 
 QString toSqlite(const QString& statement) {

@@ -11,6 +11,9 @@ namespace platform {
 /// (SELECT, INSERT, UPDATE, DELETE), has an unclosed string or bracket, or a comment.
 QString toSqlite(const QString& statement);
 
+/// A name as SQLite takes it, in double quotes.
+QString quotedName(QString name);
+
 /// Declared type of a column of a table, empty when there is none.
 using DeclaredType = std::function<QString(const QString& table, const QString& column)>;
 

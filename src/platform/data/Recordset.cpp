@@ -9,12 +9,6 @@
 
 namespace platform {
 
-namespace {
-
-constexpr std::int32_t notUpdatable = 3251;
-
-}  // namespace
-
 struct Recordset::Private {
     ConnectionPtr connection;
     QString statement;
@@ -261,7 +255,7 @@ void Recordset::setValue(int field, const QVariant& value) {
     d->needRow();
     const FieldInfo& info = d->fields.info(field);
     if (d->connection && (!d->writable || info.baseTable.isEmpty()))
-        d->fail(notUpdatable, QStringLiteral("The field \"%1\" can't be changed").arg(info.name));
+        d->fail(error::notUpdatable, QStringLiteral("The field \"%1\" can't be changed").arg(info.name));
     d->pending[field] = d->fields.type(field).convert(value);
     if (!d->connection && !d->adding)
         d->write();
@@ -275,7 +269,7 @@ void Recordset::setValue(const QString& name, const QVariant& value) {
 void Recordset::addNew() {
     d->store();
     if (d->connection && !d->writable)
-        d->fail(notUpdatable, QStringLiteral("The result set is read-only"));
+        d->fail(error::notUpdatable, QStringLiteral("The result set is read-only"));
     d->write();
     d->adding = true;
     d->notify();

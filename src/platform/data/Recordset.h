@@ -13,6 +13,10 @@
 
 namespace platform {
 
+namespace error {
+inline constexpr std::int32_t notUpdatable = 3251;   ///< the set, row or field can't be changed
+}  // namespace error
+
 enum class CursorLocation { Default = 2, Client = 3 };
 enum class CursorType { Default = -1, Forward = 0, Keyset = 1, Static = 3 };
 enum class LockType { Default = -1, ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };

@@ -71,12 +71,8 @@ KeysetRows::KeysetRows(ConnectionPtr connection, const QString& rowSql, const QS
 int KeysetRows::keyField() const {
     for (int field = 0; field < m_fields.count(); ++field) {
         const FieldInfo& info = m_fields.info(field);
-        int isKey = 0;
-        const char* declared = nullptr;
-        sqlite3_table_column_metadata(m_connection->handle(), nullptr, info.baseTable.toUtf8().constData(),
-                                      info.baseColumn.toUtf8().constData(), &declared, nullptr, nullptr,
-                                      &isKey, nullptr);
-        if (isKey != 0 && qstricmp(declared, "INTEGER") == 0)
+        if (m_connection->isKey(info.baseTable, info.baseColumn)
+            && m_connection->declaredType(info.baseTable, info.baseColumn) == QLatin1String("INTEGER"))
             return field;
     }
     return -1;

@@ -2,23 +2,13 @@
 #include "platform/data/RowWriter.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Dialect.h"
 #include "platform/data/Sqlite.h"
 
 #include <QSet>
 #include <sqlite3.h>
 
 namespace platform {
-
-namespace {
-
-/// The set can't be written in the way that was asked.
-constexpr std::int32_t notUpdatable = 3251;
-
-QString quoted(const QString& name) {
-    return u'"' + QString(name).replace(u'"', QLatin1String("\"\"")) + u'"';
-}
-
-}  // namespace
 
 RowWriter::RowWriter(Connection& connection, const FieldList& fields, const QString& statement)
     : m_connection(connection), m_fields(fields), m_statement(statement) {
@@ -28,21 +18,13 @@ RowWriter::RowWriter(Connection& connection, const FieldList& fields, const QStr
 }
 
 void RowWriter::refuse(const QString& reason) const {
-    throw RuntimeError(notUpdatable, reason, QStringLiteral("Database"), m_statement);
-}
-
-bool RowWriter::isKey(const FieldInfo& info) const {
-    int key = 0;
-    if (!info.baseTable.isEmpty())
-        sqlite3_table_column_metadata(m_connection.handle(), nullptr, info.baseTable.toUtf8().constData(),
-                                      info.baseColumn.toUtf8().constData(), nullptr, nullptr, nullptr, &key,
-                                      nullptr);
-    return key != 0;
+    throw RuntimeError(error::notUpdatable, reason, QStringLiteral("Database"), m_statement);
 }
 
 int RowWriter::keyField(const QString& table) const {
     for (int field = 0; field < m_fields.count(); ++field) {
-        if (m_fields.info(field).baseTable == table && isKey(m_fields.info(field)))
+        const FieldInfo& info = m_fields.info(field);
+        if (info.baseTable == table && m_connection.isKey(table, info.baseColumn))
             return field;
     }
     refuse(QStringLiteral("The row can't be written: the key of table %1 is not in the result set").arg(table));
@@ -89,14 +71,14 @@ void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& r
     for (const auto& [field, value] : changes) {
         if (m_fields.info(field).baseTable != table)
             continue;
-        assignments << quoted(m_fields.info(field).baseColumn) + QStringLiteral(" = ?");
+        assignments << quotedName(m_fields.info(field).baseColumn) + QStringLiteral(" = ?");
         values.push_back(value);
     }
     values.push_back(row[static_cast<std::size_t>(key)]);
     sqlite::Statement statement(m_connection.handle(),
                                 QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
-                                    .arg(quoted(table), assignments.join(QStringLiteral(", ")),
-                                         quoted(m_fields.info(key).baseColumn)),
+                                    .arg(quotedName(table), assignments.join(QStringLiteral(", ")),
+                                         quotedName(m_fields.info(key).baseColumn)),
                                 m_statement);
     for (std::size_t i = 0; i < values.size(); ++i)
         statement.bind(static_cast<int>(i) + 1, values[i]);
@@ -112,12 +94,12 @@ std::int64_t RowWriter::insert(const Changes& changes) {
     QStringList columns;
     QStringList marks;
     for (const auto& [field, value] : changes) {
-        columns << quoted(m_fields.info(field).baseColumn);
+        columns << quotedName(m_fields.info(field).baseColumn);
         marks << QStringLiteral("?");
     }
     sqlite::Statement statement(m_connection.handle(),
                                 QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                    .arg(quoted(table), columns.join(QStringLiteral(", ")),
+                                    .arg(quotedName(table), columns.join(QStringLiteral(", ")),
                                          marks.join(QStringLiteral(", "))),
                                 m_statement);
     int parameter = 0;
@@ -134,12 +116,12 @@ void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QV
     for (int field = 0; field < m_fields.count(); ++field) {
         if (m_fields.info(field).baseTable != table)
             continue;
-        columns << quoted(m_fields.info(field).baseColumn);
+        columns << quotedName(m_fields.info(field).baseColumn);
         places.push_back(field);
     }
     sqlite::Statement statement(m_connection.handle(),
                                 QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                    .arg(columns.join(QStringLiteral(", ")), quoted(table)),
+                                    .arg(columns.join(QStringLiteral(", ")), quotedName(table)),
                                 m_statement);
     statement.bind(1, qint64{id});
     if (!statement.step())

@@ -25,7 +25,6 @@ public:
     void readBack(std::int64_t id, const Changes& changes, std::vector<QVariant>& row);
 
 private:
-    bool isKey(const FieldInfo& info) const;
     int keyField(const QString& table) const;
     QString soleTable(const Changes& changes) const;
     void updateTable(const QString& table, const std::vector<QVariant>& row, const Changes& changes);
