@@ -15,7 +15,13 @@ void restyle(QWidget& box) {
 
 }  // namespace
 
-TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {}
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
+    // A text set by the program shows its beginning, however long it is.
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        if (!isModified() && !hasFocus())
+            setCursorPosition(0);
+    });
+}
 
 void TextBox::setReadOnlyBox(bool on) {
     if (on == isReadOnly())

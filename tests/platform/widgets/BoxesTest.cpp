@@ -59,6 +59,16 @@ TEST_F(Boxes, ALockedTextCannotBeChangedButSelected) {
     EXPECT_EQ(box.text(), "x");
 }
 
+TEST_F(Boxes, ALongTextShowsItsBeginning) {
+    TextBox box;
+    box.setText(QString(500, u'x'));
+    EXPECT_EQ(box.cursorPosition(), 0);
+    show(box);
+    QTest::keyClick(&box, Qt::Key_End);
+    QTest::keyClicks(&box, "y");
+    EXPECT_EQ(box.cursorPosition(), 501);
+}
+
 TEST_F(Boxes, TabLeavesAMemo) {
     MemoBox memo;
     show(memo);

@@ -69,9 +69,12 @@ TEST_P(Look, ScreenLockedAndInEditing) {
         shown.screen->findChild<QTabWidget*>("tabs")->setCurrentIndex(1);
         keepPicture(shown.window, named("ingredients-" + state));
         const QImage image = shown.window.grab().toImage();
-        EXPECT_EQ(QColor(image.pixel(800, 650)), theme().window);
-        EXPECT_EQ(QColor(image.pixel(1200, 600)), theme().surface);
-        EXPECT_EQ(QColor(image.pixel(30, 600)), theme().surface);
+        const auto colorAt = [&image](int x, int y) {
+            return image.pixelColor(QPoint(x, y) * image.devicePixelRatio());
+        };
+        EXPECT_EQ(colorAt(800, 650), theme().window);
+        EXPECT_EQ(colorAt(1200, 600), theme().surface);
+        EXPECT_EQ(colorAt(30, 600), theme().surface);
     }
 }
 
