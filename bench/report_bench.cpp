@@ -39,7 +39,8 @@ public:
         d.font = {"Times New Roman", 9};
         std::vector<Control> head, cells;
         for (int column = 0; column < 8; ++column) {
-            head.push_back(label(QString("head%1").arg(column), column * 1350, 990, 1260, 270, QString("Column %1").arg(column)));
+            head.push_back(label(QString("head%1").arg(column), column * 1350, 990, 1260, 270,
+                                 QString("Column %1").arg(column)));
             cells.push_back(field(QString("cell%1").arg(column), column * 1350, 90, 1260, 270));
         }
         cells[7].right();
@@ -58,7 +59,9 @@ public:
             setText(m_names[column], QStringLiteral("Row ") + number);
         setValue(m_names[7], m_left * 0.25, QStringLiteral("#0.00"));
     }
-    void pageFooterFormat() override { setText(QStringLiteral("page"), QStringLiteral("Page %1").arg(pageNumber())); }
+    void pageFooterFormat() override {
+        setText(QStringLiteral("page"), QStringLiteral("Page %1").arg(pageNumber()));
+    }
 
 private:
     int m_left;
@@ -129,7 +132,8 @@ void firstPageOnScreen(benchmark::State& state) {
 constexpr int sheetRows = 30'000, sheetColumns = 8;
 
 QString cellText(int row, int column) {
-    return column % 2 ? QStringLiteral("Text %1").arg(row % 500) : QStringLiteral("Lot %1-%2").arg(row).arg(column);
+    return column % 2 ? QStringLiteral("Text %1").arg(row % 500)
+                      : QStringLiteral("Lot %1-%2").arg(row).arg(column);
 }
 
 void xlsCells(benchmark::State& state) {
@@ -163,7 +167,8 @@ void xlsxLibraryCells(benchmark::State& state) {
         for (int row = 0; row < sheetRows; ++row) {
             for (int column = 0; column < sheetColumns; ++column) {
                 if (column < 4)
-                    worksheet_write_string(sheet, row, column, cellText(row, column).toUtf8().constData(), nullptr);
+                    worksheet_write_string(sheet, row, column, cellText(row, column).toUtf8().constData(),
+                                           nullptr);
                 else
                     worksheet_write_number(sheet, row, column, row * 0.37 + column, nullptr);
             }

@@ -34,13 +34,15 @@ QDoubleSpinBox* inchBox(const QString& name, QWidget* parent) {
 }
 }  // namespace
 
-LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QString& printerName, QWidget* parent)
+LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QString& printerName,
+                                     QWidget* parent)
     : QDialog(parent), m_labels(labels) {
     setObjectName(QStringLiteral("labelOffset"));
     setWindowTitle(reportText("Align labels"));
-    auto* about = new QLabel(reportText("Print the test sheet on plain paper, hold it against the label stock and "
-                                        "enter how far the labels must move. The preview and PDF stay as they are."),
-                             this);
+    auto* about =
+        new QLabel(reportText("Print the test sheet on plain paper, hold it against the label stock and "
+                              "enter how far the labels must move. The preview and PDF stay as they are."),
+                   this);
     about->setWordWrap(true);
     m_printer = new QComboBox(this);
     m_printer->setObjectName(QStringLiteral("printer"));
@@ -49,6 +51,19 @@ LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QStri
     m_right = inchBox(QStringLiteral("right"), this);
     m_down = inchBox(QStringLiteral("down"), this);
 
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);
+    all->setSpacing(2 * grid);
+    all->addWidget(about);
+    all->addWidget(buildCard());
+    all->addStretch();
+    all->addLayout(buildButtons());
+    setMinimumWidth(54 * grid);
+    connect(m_printer, &QComboBox::currentIndexChanged, this, &LabelOffsetDialog::showOffset);
+    showOffset();
+}
+
+QWidget* LabelOffsetDialog::buildCard() {
     auto* card = new QFrame(this);
     makeCard(*card);
     auto* form = new QFormLayout(card);
@@ -63,38 +78,28 @@ LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QStri
         makeFieldLabel(*name);
         form->addRow(name, box);
     }
+    return card;
+}
 
-    auto* test = new QPushButton(reportText("Print &test sheet"), this);
-    test->setObjectName(QStringLiteral("testSheet"));
-    test->setAutoDefault(false);
-    test->setEnabled(m_printer->count() > 0);
-    auto* ok = new QPushButton(reportText("OK"), this);
-    ok->setObjectName(QStringLiteral("ok"));
+QLayout* LabelOffsetDialog::buildButtons() {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(grid);
+    const auto add = [&](const char* name, const char* caption, auto react) {
+        auto* button = new QPushButton(reportText(caption), this);
+        button->setObjectName(QString::fromLatin1(name));
+        button->setAutoDefault(false);
+        line->addWidget(button);
+        connect(button, &QPushButton::clicked, this, react);
+        return button;
+    };
+    add("testSheet", "Print &test sheet", &LabelOffsetDialog::printTestSheet)
+        ->setEnabled(m_printer->count() > 0);
+    line->addStretch();
+    auto* ok = add("ok", "OK", &LabelOffsetDialog::accept);
     ok->setDefault(true);
     ok->setEnabled(m_printer->count() > 0);
-    auto* cancel = new QPushButton(reportText("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cancel"));
-    cancel->setAutoDefault(false);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(grid);
-    buttons->addWidget(test);
-    buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);
-    all->setSpacing(2 * grid);
-    all->addWidget(about);
-    all->addWidget(card);
-    all->addStretch();
-    all->addLayout(buttons);
-    setMinimumWidth(54 * grid);
-
-    connect(m_printer, &QComboBox::currentIndexChanged, this, &LabelOffsetDialog::showOffset);
-    connect(test, &QPushButton::clicked, this, &LabelOffsetDialog::printTestSheet);
-    connect(ok, &QPushButton::clicked, this, &LabelOffsetDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &LabelOffsetDialog::reject);
-    showOffset();
+    add("cancel", "Cancel", &LabelOffsetDialog::reject);
+    return line;
 }
 
 QPoint LabelOffsetDialog::offset() const {

@@ -20,6 +20,8 @@ public:
     void accept() override;
 
 private:
+    QWidget* buildCard();
+    QLayout* buildButtons();
     QPoint offset() const;
     void showOffset();
     void printTestSheet();

@@ -29,8 +29,9 @@ QByteArray inOleContainer(const QByteArray& streamName, const QByteArray& stream
                          gsf_output_close(child.get()) && gsf_output_close(GSF_OUTPUT(container.get()));
     if (!written)
         throw RuntimeError(error::deviceIo, QStringLiteral("The spreadsheet file could not be composed"));
-    return QByteArray(reinterpret_cast<const char*>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(sink.get()))),
-                      static_cast<qsizetype>(gsf_output_size(sink.get())));
+    return QByteArray(
+        reinterpret_cast<const char*>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(sink.get()))),
+        static_cast<qsizetype>(gsf_output_size(sink.get())));
 }
 
 }  // namespace platform

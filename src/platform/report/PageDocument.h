@@ -25,10 +25,15 @@ struct PageItem {
     std::uint16_t style = 0;    ///< index into PageDocument::styles
     std::uint16_t control = 0;  ///< index of the control in its section
     int x = 0, y = 0, width = 0, height = 0;
-    QString text;               ///< the whole text, also where the page shows less
-    QVariant value;             ///< typed value behind the text, if any
-    QString format;             ///< picture of the value
     std::uint32_t firstRun = 0, runCount = 0;  ///< into Page::runs
+    std::int32_t value = -1;    ///< into Page::values; -1: the text was written from nothing else
+    QString text;               ///< the whole text, also where the page shows less
+};
+
+/// The number, money or date behind a text, and its picture.
+struct TypedValue {
+    QVariant value;
+    QString format;
 };
 
 /// One section as it was placed; its items follow one another.
@@ -43,6 +48,7 @@ struct Page {
     std::vector<Band> bands;
     std::vector<PageItem> items;
     std::vector<TextRun> runs;
+    std::vector<TypedValue> values;
 };
 
 enum class WarningKind { TextCut, NoBarCode };

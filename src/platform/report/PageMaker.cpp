@@ -62,7 +62,8 @@ void PageMaker::fillPage() {
     if (m_stage == Stage::Start)
         startRun();
     if (m_document.pages.size() >= mostPages)
-        throw RuntimeError(error::overflow, QStringLiteral("Report %1 has no end").arg(m_document.definition.name));
+        throw RuntimeError(error::overflow,
+                           QStringLiteral("Report %1 has no end").arg(m_document.definition.name));
     m_page = {};
     // The page is in the document while it is being made, so that warnings name it; a failure drops it.
     m_document.pages.emplace_back();
@@ -89,6 +90,8 @@ void PageMaker::fillPage() {
         m_document.pages.pop_back();
         throw;
     }
+    m_page.items.shrink_to_fit();
+    m_page.runs.shrink_to_fit();
     m_document.pages.back() = std::move(m_page);
     if (!upcoming())
         end();
@@ -182,8 +185,10 @@ void PageMaker::addItem(const Control& control, std::size_t index, int x, int y)
     item.height = control.height;
     item.text = control.text;
     if (item.kind == ItemKind::Text) {
-        item.value = control.value;
-        item.format = control.format;
+        if (control.value.isValid() && control.value.userType() != QMetaType::QString) {
+            item.value = static_cast<std::int32_t>(m_page.values.size());
+            m_page.values.push_back({control.value, control.format});
+        }
         item.firstRun = static_cast<std::uint32_t>(m_page.runs.size());
         if (!m_fitting.fit(control, x, y, m_page.runs))
             m_document.warn(WarningKind::TextCut, control);

@@ -39,7 +39,8 @@ void PagePainter::paint(QPainter& painter, const Page& page) {
             painter.drawLine(item.x, item.y, item.x + item.width, item.y + item.height);
         } else if (item.kind == ItemKind::Box) {
             useRulePen(painter, style.colour);
-            painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background)) : QBrush(Qt::NoBrush));
+            painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background))
+                                              : QBrush(Qt::NoBrush));
             painter.drawRect(item.x, item.y, item.width, item.height);
             painter.setBrush(Qt::NoBrush);
         } else if (item.kind == ItemKind::Text && style.background) {

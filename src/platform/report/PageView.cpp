@@ -17,7 +17,8 @@ namespace {
 constexpr double pixelsOfTwip = 96.0 / 1440.0;
 constexpr int gap = 2 * grid;
 constexpr double leastZoom = 0.1, mostZoom = 8.0;
-constexpr double zoomSteps[] = {0.1, 0.25, 0.33, 0.5, 0.67, 0.75, 0.9, 1, 1.1, 1.25, 1.5, 1.75, 2, 2.5, 3, 4, 6, 8};
+constexpr double zoomSteps[] = {0.1,  0.25, 0.33, 0.5, 0.67, 0.75, 0.9, 1, 1.1,
+                                1.25, 1.5,  1.75, 2,   2.5,  3,    4,   6, 8};
 }  // namespace
 
 PageView::PageView(const PageDocument& document, QWidget* parent)
@@ -60,7 +61,8 @@ void PageView::pagesAdded() {
 void PageView::updateScrollBars() {
     const QSize view = viewport()->size();
     verticalScrollBar()->setPageStep(view.height());
-    verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(pageCount() * pitch() + gap) - view.height()));
+    verticalScrollBar()->setRange(0,
+                                  std::max(0, static_cast<int>(pageCount() * pitch() + gap) - view.height()));
     const int width = static_cast<int>(pageSize().width()) + 2 * gap;
     horizontalScrollBar()->setPageStep(view.width());
     horizontalScrollBar()->setRange(0, std::max(0, width - view.width()));
@@ -83,9 +85,11 @@ void PageView::goToPage(int page) {
 double PageView::fittingZoom() const {
     const ReportDefinition& paper = m_document.definition;
     const QSizeF full = QSizeF(paper.paperWidth, paper.paperHeight) * pixelsOfTwip;
-    const int bar = m_mode == ZoomMode::FitWidth && !verticalScrollBar()->isVisible() ? verticalScrollBar()->sizeHint().width() : 0;
+    const bool barToCome = m_mode == ZoomMode::FitWidth && !verticalScrollBar()->isVisible();
+    const int bar = barToCome ? verticalScrollBar()->sizeHint().width() : 0;
     const double width = (viewport()->width() - 2 * gap - bar) / full.width();
-    return m_mode == ZoomMode::FitWidth ? width : std::min(width, (viewport()->height() - 2 * gap) / full.height());
+    return m_mode == ZoomMode::FitWidth ? width
+                                        : std::min(width, (viewport()->height() - 2 * gap) / full.height());
 }
 
 void PageView::setZoomMode(ZoomMode mode) {
@@ -163,43 +167,50 @@ const QPixmap& PageView::picture(int page) {
 
 void PageView::paintEvent(QPaintEvent*) {
     QPainter painter(viewport());
-    const Theme& colours = theme();
-    painter.fillRect(viewport()->rect(), colours.window);
+    painter.fillRect(viewport()->rect(), theme().window);
     if (pageCount() == 0)
         return;
-    const QSizeF size = pageSize();
-    const int first = std::clamp(static_cast<int>((verticalScrollBar()->value() - gap) / pitch()), 0, pageCount() - 1);
-    const double scale = pixelsOfTwip * m_zoom;
+    const int first =
+        std::clamp(static_cast<int>((verticalScrollBar()->value() - gap) / pitch()), 0, pageCount() - 1);
     for (int page = first; page < pageCount(); ++page) {
-        const QRectF paper(pagePlace(page), size);
+        const QRectF paper(pagePlace(page), pageSize());
         if (paper.top() > viewport()->height())
             break;
-        // Big magnifications are drawn straight, for a picture of the whole page would not fit anywhere.
-        if (size.width() * size.height() <= 6e6) {
-            painter.drawPixmap(paper.topLeft(), picture(page));
-        } else {
-            painter.save();
-            painter.setClipRect(paper);
-            painter.fillRect(paper, Qt::white);
-            painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-            painter.translate(paper.topLeft());
-            painter.scale(scale, scale);
-            PagePainter(m_document).paint(painter, m_document.pages[static_cast<std::size_t>(page)]);
-            painter.restore();
-        }
-        if (page == m_markedPage) {
-            QColor soft = colours.dark ? colours.accent.darker() : colours.accent;
-            const QRectF place(paper.x() + m_mark.x() * scale, paper.y() + m_mark.y() * scale, m_mark.width() * scale,
-                               m_mark.height() * scale);
-            painter.setPen(QPen(soft, 1.5));
-            soft.setAlpha(48);
-            painter.setBrush(soft);
-            painter.drawRoundedRect(place.adjusted(-2, -1, 2, 1), 3, 3);
-            painter.setBrush(Qt::NoBrush);
-        }
-        painter.setPen(colours.line);
+        paintPaper(painter, page, paper);
+        if (page == m_markedPage)
+            paintMark(painter, paper.topLeft());
+        painter.setPen(theme().line);
         painter.drawRect(paper.adjusted(-1, -1, 0, 0));
     }
+}
+
+void PageView::paintPaper(QPainter& painter, int page, const QRectF& paper) {
+    // Big magnifications are drawn straight, for a picture of the whole page would not fit anywhere.
+    if (paper.width() * paper.height() <= 6e6) {
+        painter.drawPixmap(paper.topLeft(), picture(page));
+        return;
+    }
+    painter.save();
+    painter.setClipRect(paper);
+    painter.fillRect(paper, Qt::white);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter.translate(paper.topLeft());
+    painter.scale(pixelsOfTwip * m_zoom, pixelsOfTwip * m_zoom);
+    PagePainter(m_document).paint(painter, m_document.pages[static_cast<std::size_t>(page)]);
+    painter.restore();
+}
+
+void PageView::paintMark(QPainter& painter, QPointF paper) {
+    const double scale = pixelsOfTwip * m_zoom;
+    QColor soft =
+        theme().dark ? theme().accent.darker() : theme().accent;  // the paper is white in the dark, too
+    const QRectF place(paper.x() + m_mark.x() * scale, paper.y() + m_mark.y() * scale, m_mark.width() * scale,
+                       m_mark.height() * scale);
+    painter.setPen(QPen(soft, 1.5));
+    soft.setAlpha(48);
+    painter.setBrush(soft);
+    painter.drawRoundedRect(place.adjusted(-2, -1, 2, 1), 3, 3);
+    painter.setBrush(Qt::NoBrush);
 }
 
 void PageView::resizeEvent(QResizeEvent*) {

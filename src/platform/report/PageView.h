@@ -54,6 +54,8 @@ private:
     void updateScrollBars();
     double fittingZoom() const;
     const QPixmap& picture(int page);
+    void paintPaper(QPainter& painter, int page, const QRectF& paper);
+    void paintMark(QPainter& painter, QPointF paper);
 
     const PageDocument& m_document;
     ZoomMode m_mode = ZoomMode::FitPage;

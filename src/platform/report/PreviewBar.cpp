@@ -36,7 +36,8 @@ PreviewBar::PreviewBar(bool labelStock, QWidget* parent) : QToolBar(parent) {
     print = tool("print", "print", QKeySequence::Print, "Print");
     savePdf = tool("savePdf", "pdf", QKeySequence::Save, "Save as PDF");
     if (labelStock)
-        offset = tool("offset", "options", QKeySequence(QStringLiteral("Ctrl+L")), "Align the labels of a printer");
+        offset = tool("offset", "options", QKeySequence(QStringLiteral("Ctrl+L")),
+                      "Align the labels of a printer");
     addSeparator();
     first = tool("first", "first", QKeySequence(QStringLiteral("Ctrl+Home")), "First page");
     previous = tool("previous", "previous", QKeySequence(QStringLiteral("Ctrl+PgUp")), "Previous page");

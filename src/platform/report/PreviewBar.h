@@ -22,8 +22,8 @@ public:
     /// While something is being printed or saved only the view can be used.
     void setOutputEnabled(bool on);
 
-    QAction *print, *savePdf, *offset = nullptr, *first, *previous, *next, *last, *zoomIn, *zoomOut, *fitWidth,
-        *fitPage, *close;
+    QAction *print, *savePdf, *offset = nullptr, *first, *previous, *next, *last, *zoomIn, *zoomOut,
+                              *fitWidth, *fitPage, *close;
 
 signals:
     void pageChosen(int page);

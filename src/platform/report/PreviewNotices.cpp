@@ -14,9 +14,10 @@ namespace platform {
 
 PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("notices"));
-    setStyleSheet(QStringLiteral("QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
-                                 "QFrame#notices QListWidget { background: transparent; }")
-                      .arg(theme().surface.name(), theme().line.name()));
+    setStyleSheet(
+        QStringLiteral("QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
+                       "QFrame#notices QListWidget { background: transparent; }")
+            .arg(theme().surface.name(), theme().line.name()));
     auto* sign = new QLabel(this);
     sign->setPixmap(icon(QStringLiteral("warning")).pixmap(20, 20));
     m_line = new QLabel(this);

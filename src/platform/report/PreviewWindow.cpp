@@ -70,6 +70,7 @@ void PreviewWindow::build() {
     all->addWidget(buildFoot());
     setCentralWidget(middle);
     connectBar();
+    connectView();
     m_view->pagesAdded();
     m_view->setFocus();
     showState();
@@ -78,8 +79,9 @@ void PreviewWindow::build() {
 QWidget* PreviewWindow::buildFoot() {
     auto* foot = new QFrame(this);
     foot->setObjectName(QStringLiteral("foot"));
-    foot->setStyleSheet(QStringLiteral("QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }")
-                            .arg(theme().surface.name(), theme().line.name()));
+    foot->setStyleSheet(
+        QStringLiteral("QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }")
+            .arg(theme().surface.name(), theme().line.name()));
     m_state = new QLabel(foot);
     m_state->setObjectName(QStringLiteral("state"));
     m_state->setProperty("quiet", true);
@@ -104,7 +106,9 @@ QWidget* PreviewWindow::buildFoot() {
 }
 
 void PreviewWindow::connectBar() {
-    const auto on = [this](QAction* action, auto react) { connect(action, &QAction::triggered, this, react); };
+    const auto on = [this](QAction* action, auto react) {
+        connect(action, &QAction::triggered, this, react);
+    };
     on(m_bar->print, [this] {
         output([this](const PageProgress& go) {
             PrintFlow(document(), this, go).print(m_run.report().printerName);
@@ -124,6 +128,9 @@ void PreviewWindow::connectBar() {
     on(m_bar->fitWidth, [this] { m_view->setZoomMode(ZoomMode::FitWidth); });
     on(m_bar->fitPage, [this] { m_view->setZoomMode(ZoomMode::FitPage); });
     on(m_bar->close, [this] { close(); });
+}
+
+void PreviewWindow::connectView() {
     connect(m_bar, &PreviewBar::pageChosen, this, [this](int page) {
         m_view->goToPage(page);
         m_view->setFocus();
@@ -138,7 +145,8 @@ void PreviewWindow::connectBar() {
     connect(m_view, &PageView::pageChanged, this,
             [this](int page) { m_bar->showPage(page, m_view->pageCount()); });
     connect(m_view, &PageView::zoomChanged, this, [this](double zoom) {
-        m_bar->showZoom(zoom, m_view->zoomMode() == ZoomMode::FitWidth, m_view->zoomMode() == ZoomMode::FitPage);
+        m_bar->showZoom(zoom, m_view->zoomMode() == ZoomMode::FitWidth,
+                        m_view->zoomMode() == ZoomMode::FitPage);
     });
 }
 
@@ -146,7 +154,8 @@ void PreviewWindow::takePlace() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const QRect whole = screen->geometry();
     const PreviewPlace& place = m_run.report().previewPlace;
-    const QSize size(static_cast<int>(whole.width() * place.width), static_cast<int>(whole.height() * place.height));
+    const QSize size(static_cast<int>(whole.width() * place.width),
+                     static_cast<int>(whole.height() * place.height));
     const int top = static_cast<int>(place.top * screen->logicalDotsPerInchY() / 1440);
     resize(size);
     move(whole.x() + (whole.width() - size.width()) / 2, whole.y() + top);
@@ -203,7 +212,8 @@ void PreviewWindow::stop() {
     m_outputStopped = true;
     if (!m_run.isOver()) {
         m_run.cancel();
-        m_ending = reportText("The report was stopped after page %1: the rest is missing.").arg(m_view->pageCount());
+        m_ending =
+            reportText("The report was stopped after page %1: the rest is missing.").arg(m_view->pageCount());
     }
     showState();
 }

@@ -39,6 +39,7 @@ private:
     void build();
     QWidget* buildFoot();
     void connectBar();
+    void connectView();
     void takePlace();
     /// Lays out further pages for a moment, then lets the event loop run.
     void layOutMore();

@@ -19,7 +19,8 @@ PrintFlow::PrintFlow(const PageDocument& document, QWidget* parent, PageProgress
 bool PrintFlow::print(const QString& printerName, std::optional<QPoint> offset) {
     const QStringList names = printerNames();
     if (names.isEmpty()) {
-        const QString question = reportText("There is no printer on this computer. Save the report as PDF instead?");
+        const QString question =
+            reportText("There is no printer on this computer. Save the report as PDF instead?");
         if (MsgBox(question, {Buttons::YesNo, Icon::Information}) == Answer::Yes)
             savePdf();
         return false;

@@ -57,7 +57,8 @@ void Report::setValue(const QString& name, const QVariant& value, const QString&
     setValue(name, value, picture, shownText(value, picture));
 }
 
-void Report::setValue(const QString& name, const QVariant& value, const QString& picture, const QString& text) {
+void Report::setValue(const QString& name, const QVariant& value, const QString& picture,
+                      const QString& text) {
     Control& control = found(name);
     control.text = text;
     control.value = value;

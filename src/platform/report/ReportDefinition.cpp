@@ -56,7 +56,8 @@ Control& Control::hidden() {
 }
 
 namespace {
-Control made(ControlKind kind, const QString& name, int left, int top, int width, int height, const QString& text) {
+Control made(ControlKind kind, const QString& name, int left, int top, int width, int height,
+             const QString& text) {
     Control control;
     control.kind = kind;
     control.name = name;

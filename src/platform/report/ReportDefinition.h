@@ -17,7 +17,15 @@ namespace platform {
 enum class ControlKind { Label, Field, Line, Box, BarCode };
 enum class TextAlign { Left, Centre, Right };
 /// In the order in which they stand on a page, but for the page footer, which is last on every page.
-enum class SectionKind { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, ReportFooter, PageFooter };
+enum class SectionKind {
+    ReportHeader,
+    PageHeader,
+    GroupHeader,
+    Detail,
+    GroupFooter,
+    ReportFooter,
+    PageFooter
+};
 
 /// How a text looks. An empty family and 0 points stand for the report's own font.
 struct TextStyle {

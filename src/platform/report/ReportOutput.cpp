@@ -23,7 +23,8 @@ QPageLayout sheet(const PageDocument& document) {
     const ReportDefinition& definition = document.definition;
     const QSizeF points(definition.paperWidth / 20.0, definition.paperHeight / 20.0);
     const QPageSize letter(QPageSize::Letter);
-    const QPageSize size = points == letter.size(QPageSize::Point) ? letter : QPageSize(points, QPageSize::Point);
+    const QPageSize size =
+        points == letter.size(QPageSize::Point) ? letter : QPageSize(points, QPageSize::Point);
     return QPageLayout(size, QPageLayout::Portrait, QMarginsF());
 }
 
@@ -76,7 +77,8 @@ bool savePdf(const PageDocument& document, const QString& path, const PageProgre
         return false;
     }
     if (!file.commit())
-        throw RuntimeError(error::deviceIo, QStringLiteral("Can't write %1: %2").arg(path, file.errorString()));
+        throw RuntimeError(error::deviceIo,
+                           QStringLiteral("Can't write %1: %2").arg(path, file.errorString()));
     return true;
 }
 

@@ -46,7 +46,8 @@ double ReportRun::progress() const {
         return 1;
     if (!rows || !rows->isOpen() || rows->recordCount() <= 0)
         return -1;
-    return rows->eof() ? 1.0 : static_cast<double>(rows->position()) / static_cast<double>(rows->recordCount());
+    return rows->eof() ? 1.0
+                       : static_cast<double>(rows->position()) / static_cast<double>(rows->recordCount());
 }
 
 }  // namespace platform

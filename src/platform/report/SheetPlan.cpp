@@ -24,7 +24,8 @@ std::vector<SheetPlan::Line> SheetPlan::lines(const Section& section) {
             order.push_back(static_cast<int>(i));
     }
     const auto& controls = section.controls;
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return controls[a].top < controls[b].top; });
+    std::stable_sort(order.begin(), order.end(),
+                     [&](int a, int b) { return controls[a].top < controls[b].top; });
     std::vector<Line> all;
     int limit = 0;
     for (const int index : order) {

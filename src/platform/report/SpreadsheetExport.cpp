@@ -9,6 +9,7 @@
 #include "platform/report/XlsWorkbook.h"
 
 #include <QHash>
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -91,12 +92,14 @@ private:
         }
         std::sort(m_line.begin(), m_line.end());
         for (const auto& [column, item] : m_line)
-            addCell(band, *item, m_row + row, band.column * m_plan.columns() + column);
+            addCell(page, band, *item, m_row + row, band.column * m_plan.columns() + column);
     }
 
-    void addCell(const Band& band, const PageItem& item, int row, int column) {
-        const std::optional<double> number = item.value.isValid() ? cellNumber(item.value) : std::nullopt;
-        const std::uint16_t style = cellStyle(band, item, number.has_value());
+    void addCell(const Page& page, const Band& band, const PageItem& item, int row, int column) {
+        static const TypedValue none;
+        const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
+        const std::optional<double> number = cellNumber(typed.value);
+        const std::uint16_t style = cellStyle(band, item, typed, number.has_value());
         if (number)
             m_workbook.addNumber(row, column, style, *number);
         else
@@ -104,33 +107,39 @@ private:
     }
 
     /// The looks of cells, kept by what decides them.
-    std::uint16_t cellStyle(const Band& band, const PageItem& item, bool number) {
-        const bool time = number && isDate(item.value) && item.value.toDateTime().time() != QTime(0, 0);
-        const bool date = number && isDate(item.value);
-        const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 | quint64(item.style) << 16 |
-                            quint64(number) << 2 | quint64(date) << 1 | quint64(time);
+    std::uint16_t cellStyle(const Band& band, const PageItem& item, const TypedValue& typed, bool number) {
+        const bool date = number && isDate(typed.value);
+        const bool time = date && typed.value.toDateTime().time() != QTime(0, 0);
+        const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 |
+                            quint64(item.style) << 16 | quint64(number) << 2 | quint64(date) << 1 |
+                            quint64(time);
         const auto known = m_styles.constFind(key);
-        if (known != m_styles.constEnd() && known->format == item.format)
+        if (known != m_styles.constEnd() && known->format == typed.format)
             return known->style;
+        CellStyle cell = textLook(band, item);
+        if (number && !typed.format.isEmpty())
+            cell.numberFormat = numberFormatOf(typed.format);
+        else if (date)
+            cell.numberFormat = time ? QStringLiteral("m/d/yyyy h:mm:ss AM/PM") : QStringLiteral("m/d/yyyy");
+        const std::uint16_t style = m_workbook.addStyle(cell);
+        m_styles.insert(key, {typed.format, style});
+        return style;
+    }
+
+    CellStyle textLook(const Band& band, const PageItem& item) const {
         const TextStyle& text = m_document.styles[item.style];
-        CellStyle cell;
-        cell.family = text.family;
-        cell.twips = static_cast<int>(std::lround(text.points * 20));
         const SectionKind kind = m_document.definition.sections[band.section].kind;
         const bool head = m_document.controlOf(band, item).kind == ControlKind::Label &&
                           (kind == SectionKind::ReportHeader || kind == SectionKind::PageHeader ||
                            kind == SectionKind::GroupHeader);
+        CellStyle cell;
+        cell.family = text.family;
+        cell.twips = static_cast<int>(std::lround(text.points * 20));
         cell.bold = text.bold || head;
         cell.italic = text.italic;
         cell.align = text.align;
         cell.alignGiven = text.align != TextAlign::Left;
-        if (number && !item.format.isEmpty())
-            cell.numberFormat = numberFormatOf(item.format);
-        else if (date)
-            cell.numberFormat = time ? QStringLiteral("m/d/yyyy h:mm:ss AM/PM") : QStringLiteral("m/d/yyyy");
-        const std::uint16_t style = m_workbook.addStyle(cell);
-        m_styles.insert(key, {item.format, style});
-        return style;
+        return cell;
     }
 
     struct KnownStyle {
@@ -150,7 +159,9 @@ private:
 QString numberFormatOf(const QString& picture) {
     const QString first = picture.section(QLatin1Char(';'), 0, 0);
     qsizetype start = 0, end = first.size();
-    const auto isPlace = [&](qsizetype i) { return first[i] == QLatin1Char('#') || first[i] == QLatin1Char('0'); };
+    const auto isPlace = [&](qsizetype i) {
+        return first[i] == QLatin1Char('#') || first[i] == QLatin1Char('0');
+    };
     while (start < end && !isPlace(start))
         ++start;
     if (start == end) {  // a date: letters stand, marks between them are literal

@@ -31,8 +31,10 @@ struct MeasuredFont {
     std::array<float, 0x500> advances{};  ///< Latin, Greek and Cyrillic; 0: not measured yet
 
     explicit MeasuredFont(const TextStyle& style)
-        : style(style), metrics(reportFont(style)),
-          extent{static_cast<int>(std::lround(metrics.ascent())), static_cast<int>(std::lround(metrics.descent()))} {}
+        : style(style),
+          metrics(reportFont(style)),
+          extent{static_cast<int>(std::lround(metrics.ascent())),
+                 static_cast<int>(std::lround(metrics.descent()))} {}
 };
 
 class SystemFontMeasure : public TextMeasure {

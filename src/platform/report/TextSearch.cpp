@@ -32,7 +32,8 @@ TextSearch::Place TextSearch::find(const QString& words, bool backward, int star
         m_words = words;
         m_last = {std::clamp(startPage, 0, pages - 1), -1, {}};
         if (backward)
-            m_last.item = static_cast<int>(m_document.pages[static_cast<std::size_t>(m_last.page)].items.size());
+            m_last.item =
+                static_cast<int>(m_document.pages[static_cast<std::size_t>(m_last.page)].items.size());
     }
     int page = m_last.page;
     int item = m_last.item;
@@ -46,7 +47,8 @@ TextSearch::Place TextSearch::find(const QString& words, bool backward, int star
                 return m_last = {page, item, rect};
         }
         page = (page + (backward ? pages - 1 : 1)) % pages;
-        item = backward ? static_cast<int>(m_document.pages[static_cast<std::size_t>(page)].items.size()) : -1;
+        item =
+            backward ? static_cast<int>(m_document.pages[static_cast<std::size_t>(page)].items.size()) : -1;
     }
     return m_last = {};
 }

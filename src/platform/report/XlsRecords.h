@@ -11,9 +11,25 @@
 namespace platform::xls {
 
 enum Id : std::uint16_t {
-    Eof = 0x0A, DateMode = 0x22, Continue = 0x3C, Window1 = 0x3D, CodePage = 0x42, Font = 0x31, ColInfo = 0x7D,
-    BoundSheet = 0x85, Xf = 0xE0, SharedTexts = 0xFC, LabelShared = 0xFD, Dimensions = 0x200, Number = 0x203,
-    Row = 0x208, Window2 = 0x23E, Rk = 0x27E, Style = 0x293, Format = 0x41E, Bof = 0x809
+    Eof = 0x0A,
+    DateMode = 0x22,
+    Continue = 0x3C,
+    Window1 = 0x3D,
+    CodePage = 0x42,
+    Font = 0x31,
+    ColInfo = 0x7D,
+    BoundSheet = 0x85,
+    Xf = 0xE0,
+    SharedTexts = 0xFC,
+    LabelShared = 0xFD,
+    Dimensions = 0x200,
+    Number = 0x203,
+    Row = 0x208,
+    Window2 = 0x23E,
+    Rk = 0x27E,
+    Style = 0x293,
+    Format = 0x41E,
+    Bof = 0x809
 };
 
 /// Most bytes of data in one record.

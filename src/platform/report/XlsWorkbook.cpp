@@ -18,6 +18,13 @@ constexpr int styleFormats = 15;      // the formats of named styles that stand 
 constexpr int firstOwnFormat = 164;   // lower numbers are the application's own
 constexpr int rowsOfBlock = 32;       // row records stand together for so many rows
 
+void putWords(QByteArray& out, Id id, std::initializer_list<int> words) {
+    QByteArray data;
+    for (const int word : words)
+        put16(data, word);
+    record(out, id, data);
+}
+
 void putBof(QByteArray& out, int kind) {
     QByteArray data;
     for (const int word : {0x0600, kind, 0x0DBB, 0x07CC})
@@ -57,9 +64,11 @@ std::uint32_t packed(double number) {
         return 0;
     for (const int hundredths : {0, 1}) {
         const double scaled = hundredths ? number * 100 : number;
-        if (std::fabs(scaled) > most || scaled != std::floor(scaled) || (hundredths && scaled / 100 != number))
+        if (std::fabs(scaled) > most || scaled != std::floor(scaled) ||
+            (hundredths && scaled / 100 != number))
             continue;
-        return static_cast<std::uint32_t>(static_cast<std::int32_t>(scaled)) << 2 | 2u | (hundredths ? 1u : 0u);
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(scaled)) << 2 | 2u |
+               (hundredths ? 1u : 0u);
     }
     return 0;
 }
@@ -93,9 +102,10 @@ void XlsWorkbook::setColumnWidth(int column, int twips) {
 
 void XlsWorkbook::toCell(int row, int column) {
     if (row >= mostRows || column >= mostColumns)
-        throw RuntimeError(error::overflow,
-                           QStringLiteral("The report has more than 65,536 rows or 256 columns, which a "
-                                          "spreadsheet file of this kind can't hold. Choose a smaller part."));
+        throw RuntimeError(
+            error::overflow,
+            QStringLiteral("The report has more than 65,536 rows or 256 columns, which a "
+                           "spreadsheet file of this kind can't hold. Choose a smaller part."));
     if (row != m_row) {
         flushRow();
         m_row = row;
@@ -142,10 +152,7 @@ void XlsWorkbook::addNumber(int row, int column, std::uint16_t style, double num
 void XlsWorkbook::flushRow() {
     if (m_row < 0)
         return;
-    QByteArray data;
-    for (const int word : {m_row, m_firstColumn, m_lastColumn + 1, 0x00FF, 0, 0, 0x0100, 0x000F})
-        put16(data, word);
-    record(m_blockRows, Row, data);
+    putWords(m_blockRows, Row, {m_row, m_firstColumn, m_lastColumn + 1, 0x00FF, 0, 0, 0x0100, 0x000F});
     if (++m_rowsInBlock == rowsOfBlock)
         flushBlock();
 }
@@ -172,19 +179,7 @@ QByteArray XlsWorkbook::sharedTexts() const {
     return out;
 }
 
-QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
-    QByteArray out, data;
-    const auto words = [&](Id id, std::initializer_list<int> list) {
-        data.clear();
-        for (const int word : list)
-            put16(data, word);
-        record(out, id, data);
-    };
-    putBof(out, 0x0005);
-    words(CodePage, {1200});
-    words(Window1, {0, 0, 0x4000, 0x2000, 0x0038, 0, 0, 1, 0x0258});
-    words(DateMode, {0});
-
+void XlsWorkbook::putStyles(QByteArray& out) const {
     // A font and, where it has one, a number format for each style; equal ones are few enough to repeat.
     for (const CellStyle& style : m_styles)
         putFont(out, style);
@@ -193,7 +188,7 @@ QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
     for (std::size_t i = 0; i < m_styles.size(); ++i) {
         if (m_styles[i].numberFormat.isEmpty())
             continue;
-        data.clear();
+        QByteArray data;
         put16(data, firstOwnFormat + static_cast<int>(i));
         record(out, Id::Format, data + shortText(m_styles[i].numberFormat, true));
     }
@@ -207,12 +202,20 @@ QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
         const int index = static_cast<int>(i);
         putCellFormat(out, index, style.numberFormat.isEmpty() ? 0 : firstOwnFormat + index, 1, align);
     }
-    words(Style, {0x8000, 0xFF00});
+    putWords(out, Style, {0x8000, 0xFF00});
+}
 
+QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
+    QByteArray out;
+    putBof(out, 0x0005);
+    putWords(out, CodePage, {1200});
+    putWords(out, Window1, {0, 0, 0x4000, 0x2000, 0x0038, 0, 0, 1, 0x0258});
+    putWords(out, DateMode, {0});
+    putStyles(out);
     // What is still to come before the sheet: this record and the end mark.
     const QByteArray name = shortText(m_sheetName, false);
     const auto here = static_cast<std::uint32_t>(out.size() + 4 + 6 + name.size());
-    data.clear();
+    QByteArray data;
     put32(data, here + sheetSizeBefore + 4);
     put16(data, 0);
     record(out, BoundSheet, data + name);
@@ -224,13 +227,10 @@ QByteArray XlsWorkbook::sheetHead() const {
     putBof(out, 0x0010);
     constexpr int twipsOfCharacter = 105;  // the digit of Arial 10 at 96 dpi
     for (std::size_t column = 0; column < m_widths.size(); ++column) {
-        data.clear();
+        const int index = static_cast<int>(column);
         const int width = m_widths[column] * 256 / twipsOfCharacter + 256;
-        for (const int word : {static_cast<int>(column), static_cast<int>(column), width, styleFormats, 0, 0})
-            put16(data, word);
-        record(out, ColInfo, data);
+        putWords(out, ColInfo, {index, index, width, styleFormats, 0, 0});
     }
-    data.clear();
     put32(data, 0);
     put32(data, static_cast<std::uint32_t>(m_row + 1));
     put16(data, 0);
@@ -250,10 +250,7 @@ QByteArray XlsWorkbook::bytes() {
     record(stream, Eof, {});
     stream += sheetHead();
     stream += m_sheet;
-    QByteArray window;
-    for (const int word : {0x06B6, 0, 0, 0x40, 0, 0, 0, 0, 0})
-        put16(window, word);
-    record(stream, Window2, window);
+    putWords(stream, Window2, {0x06B6, 0, 0, 0x40, 0, 0, 0, 0, 0});
     record(stream, Eof, {});
     return inOleContainer(QByteArrayLiteral("Workbook"), stream);
 }

@@ -50,6 +50,7 @@ private:
     void toCell(int row, int column);
     void flushRow();
     void flushBlock();
+    void putStyles(QByteArray& out) const;
     QByteArray globals(std::uint32_t sheetSizeBefore) const;
     QByteArray sheetHead() const;
     QByteArray sharedTexts() const;

@@ -14,8 +14,9 @@ using namespace samples;
 
 TEST(Layout, TheFontsOfReportsAreInstalled) {
     // Without them every measure would be that of another face, and every glyph perhaps a box.
-    for (const auto& [asked, had] : {std::pair{"Arial", "Liberation Sans"}, std::pair{"Times New Roman", "Liberation Serif"},
-                                     std::pair{"MS Serif", "Liberation Serif"}}) {
+    for (const auto& [asked, had] :
+         {std::pair{"Arial", "Liberation Sans"}, std::pair{"Times New Roman", "Liberation Serif"},
+          std::pair{"MS Serif", "Liberation Serif"}}) {
         const QString family = QFontInfo(reportFont({asked, 10})).family();
         EXPECT_TRUE(family == asked || family == had) << asked << " gives " << qPrintable(family);
     }
@@ -44,7 +45,8 @@ TEST(Layout, LaterPagesHaveHeaderAndFooterOfTheirOwn) {
     // Letter less margins, headers and footer leaves room for 40 rows on page one and 44 on others.
     for (int i = 0; i < 100; ++i) {
         if (i == 40 || i == 84)
-            expected << QString("pageFooter %1").arg(i == 40 ? 1 : 2) << QString("pageHeader %1").arg(i == 40 ? 2 : 3);
+            expected << QString("pageFooter %1").arg(i == 40 ? 1 : 2)
+                     << QString("pageHeader %1").arg(i == 40 ? 2 : 3);
         expected << "detail";
     }
     expected << "groupFooter" << "reportFooter" << "pageFooter 3" << "terminate";

@@ -63,7 +63,8 @@ TEST(Pdf, FontsAreEmbedded) {
 
 TEST(Pdf, NothingRunsOverItsNeighbour) {
     const QString name = QString("Very long name ").repeated(20);
-    const auto run = finished(onePage({field("name", 100, 0, 2000, 270, name), field("next", 2100, 0, 1000, 270, "|next")}));
+    const auto run = finished(
+        onePage({field("name", 100, 0, 2000, 270, name), field("next", 2100, 0, 1000, 270, "|next")}));
     const Pdf pdf(run->document());
     for (const tools::Word& word : pdf.words) {
         if (word.text == "|next")
@@ -78,8 +79,9 @@ TEST(Pdf, NothingRunsOverItsNeighbour) {
 }
 
 TEST(Pdf, HoldsTheScriptsOfAllLanguages) {
-    const QStringList texts{"Worksheet", "Hoja-año", "Fiche-préparée-œuvre", "Größe-über-ß", "Qualità", "Formulação",
-                            "Składniki-żółć", "Přípravek-ů", "Лекарство-Ёж", "Συνταγή", "50-µg-≥-½-°C-€"};
+    const QStringList texts{"Worksheet",    "Hoja-año",   "Fiche-préparée-œuvre", "Größe-über-ß",
+                            "Qualità",      "Formulação", "Składniki-żółć",       "Přípravek-ů",
+                            "Лекарство-Ёж", "Συνταγή",    "50-µg-≥-½-°C-€"};
     std::vector<Control> controls;
     for (int i = 0; i < texts.size(); ++i)
         controls.push_back(label(QString("t%1").arg(i), 0, i * 300, 9000, 270, texts[i]));

@@ -93,7 +93,8 @@ TEST_F(Preview, StandsWhereTheReportSays) {
     const QRect screen = window->screen()->geometry();
     EXPECT_EQ(window->width(), screen.width() * 9 / 10);
     EXPECT_EQ(window->height(), screen.height() * 3 / 4);
-    EXPECT_EQ(window->y(), screen.y() + static_cast<int>(50 * window->screen()->logicalDotsPerInchY() / 1440));
+    EXPECT_EQ(window->y(),
+              screen.y() + static_cast<int>(50 * window->screen()->logicalDotsPerInchY() / 1440));
     EXPECT_EQ(PreviewPlace().width, 0.8);
     EXPECT_EQ(PreviewPlace().height, 0.95);
 }
@@ -200,8 +201,8 @@ TEST_F(Preview, ZoomsByKeysWheelBoxAndFit) {
     child<QAction>(*window, "zoomOut")->trigger();
     EXPECT_LT(view().zoom(), whole);
     const double before = view().zoom();
-    QWheelEvent wheel(QPointF(50, 50), view().viewport()->mapToGlobal(QPointF(50, 50)), {}, QPoint(0, 120), Qt::NoButton,
-                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QWheelEvent wheel(QPointF(50, 50), view().viewport()->mapToGlobal(QPointF(50, 50)), {}, QPoint(0, 120),
+                      Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(view().viewport(), &wheel);
     EXPECT_GT(view().zoom(), before);
     auto* box = child<QComboBox>(*window, "zoomBox");
@@ -357,10 +358,27 @@ TEST_F(Preview, NoPrinterNamedGoesStraightToTheDialog) {
         report->printerName = name;
         open(std::move(report));
         support::ScriptedAsker asker;
-        asker.expectModal("printDialog", [](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "reject"); });
+        asker.expectModal("printDialog",
+                          [](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "reject"); });
         child<QAction>(*window, "print")->trigger();
         delete window;
     }
+}
+
+TEST_F(Preview, PrintsWhatTheDialogSays) {
+    openList(60);
+    support::ScriptedAsker asker;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("printed.pdf");
+    asker.expectModal("printDialog", [&](QWidget& dialog) {
+        child<QLineEdit>(dialog, "filename")->setText(path);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    child<QAction>(*window, "print")->trigger();
+    EXPECT_TRUE(failures.isEmpty());
+    const auto words = tools::words(path);
+    EXPECT_NEAR(tools::wordOf(words, "Stock").left, 810 / 20.0, 0.1) << "no margins of the printer's own";
+    EXPECT_EQ(tools::wordOf(words, "2", 2).text, "2");
 }
 
 TEST_F(Preview, OnlyLabelsOfferAnOffset) {
@@ -439,5 +457,6 @@ TEST(Printing, MovesThePrintedSheetByTheOffsetAlone) {
     const auto second = printed("second.pdf", {}, 2, 2);
     EXPECT_EQ(second.front().text, "Label");
     EXPECT_EQ(second[1].text, "31");
-    EXPECT_TRUE(tools::output("pdfinfo", {folder.filePath("second.pdf")}).contains(QRegularExpression("Pages:\\s+1")));
+    EXPECT_TRUE(tools::output("pdfinfo", {folder.filePath("second.pdf")})
+                    .contains(QRegularExpression("Pages:\\s+1")));
 }

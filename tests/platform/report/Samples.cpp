@@ -21,18 +21,22 @@ StockFile::StockFile() {
 }
 
 void StockFile::add(const QString& values) {
-    support::runSql(path(), "INSERT INTO Stock (name, form, quantity, cost, made, lot) VALUES (" + values + ")");
+    support::runSql(path(),
+                    "INSERT INTO Stock (name, form, quantity, cost, made, lot) VALUES (" + values + ")");
 }
 
 void StockFile::addMany(int count) {
-    support::runSql(path(), QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                                    "INSERT INTO Stock (name, form, quantity, cost, made, lot) SELECT 'Item ' || i, "
-                                    "'Cream', i * 1.5, i * 0.25, '2026-03-07 14:05:09', 'L' || i FROM n").arg(count));
+    support::runSql(path(),
+                    QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                            "INSERT INTO Stock (name, form, quantity, cost, made, lot) SELECT 'Item ' || i, "
+                            "'Cream', i * 1.5, i * 0.25, '2026-03-07 14:05:09', 'L' || i FROM n")
+                        .arg(count));
 }
 
 RecordsetPtr StockFile::rows(const QString& columns) {
     auto set = Recordset::create();
-    set->open("SELECT " + columns + " FROM Stock ORDER BY ID", m_connection, CursorType::Static, LockType::ReadOnly);
+    set->open("SELECT " + columns + " FROM Stock ORDER BY ID", m_connection, CursorType::Static,
+              LockType::ReadOnly);
     return set;
 }
 

@@ -30,9 +30,10 @@ struct Xls {
     QString cells() const { return tools::cells(path); }
     /// The file as comma separated values, by the other reader.
     QString commaSeparated() const {
-        tools::output("soffice", {"--headless", "-env:UserInstallation=file://" + folder.filePath("profile"),
-                                  "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false",
-                                  "--outdir", folder.path(), path});
+        tools::output("soffice",
+                      {"--headless", "-env:UserInstallation=file://" + folder.filePath("profile"),
+                       "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false",
+                       "--outdir", folder.path(), path});
         QFile file(folder.filePath("book.csv"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return QString::fromUtf8(file.readAll());
@@ -60,7 +61,8 @@ TEST(Spreadsheet, EveryPageIsThereInItsOrder) {
     QStringList first;
     for (const QString& line : xls.cells().split('\n')) {
         const QStringList parts = line.split('|');
-        if (parts.size() == 6 && parts[2] == "text" && (parts[3].startsWith("'Item ") || parts[3].startsWith("'Page ")))
+        if (parts.size() == 6 && parts[2] == "text" &&
+            (parts[3].startsWith("'Item ") || parts[3].startsWith("'Page ")))
             first << parts[3];
     }
     ASSERT_EQ(first.size(), 104) << "a hundred rows, three page numbers, the last name in the footer";
@@ -79,7 +81,9 @@ TEST(Spreadsheet, ValuesGivenByAnEventAreNumbers) {
         Money() : Report([] {
             ReportDefinition d;
             d.name = "Money";
-            d.sections = {{SectionKind::GroupHeader, 300, {field("cost", 0, 0, 2000, 270), field("plain", 2000, 0, 2000, 270)}}};
+            d.sections = {{SectionKind::GroupHeader,
+                           300,
+                           {field("cost", 0, 0, 2000, 270), field("plain", 2000, 0, 2000, 270)}}};
             return d;
         }()) {}
         void groupHeaderFormat() override {
@@ -134,7 +138,8 @@ TEST(XlsWorkbook, KeepsTextsOfEveryLengthAndScript) {
 }
 
 TEST(XlsWorkbook, KeepsNumbersToTheLastBit) {
-    const std::vector<double> numbers{0, -0.0, 1, -1, 0.01, -0.07, 12.5, 1234567.89, 0.1, 1e300, -1e-300, 536870911,
+    const std::vector<double> numbers{0,         -0.0,       1,          -1,         0.01,    -0.07,
+                                      12.5,      1234567.89, 0.1,        1e300,      -1e-300, 536870911,
                                       536870912, -536870911, 5368709.11, 5368709.12, 1.0 / 3, 46088.5869};
     XlsWorkbook book("Numbers");
     for (std::size_t i = 0; i < numbers.size(); ++i)

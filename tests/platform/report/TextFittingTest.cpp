@@ -50,25 +50,26 @@ TEST_P(TextFittingTable, Fits) {
     EXPECT_EQ(result.whole, whole) << text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, TextFittingTable, testing::Values(
-    FittingCase{"", 500, 200, {}, true},
-    FittingCase{"abcde", 500, 200, {"abcde"}, true},
-    FittingCase{"abcdef", 500, 200, {"abcde"}, false},
-    FittingCase{"abcde   ", 500, 200, {"abcde"}, true},             // only blanks are lost
-    FittingCase{"ab cd ef", 500, 200, {"ab cd"}, false},            // one line does not wrap, it is cut
-    FittingCase{"ab cd ef", 500, 400, {"ab cd", "ef"}, true},
-    FittingCase{"ab cde fg", 500, 400, {"ab", "cde f"}, false},     // the last line is cut
-    FittingCase{"abcdefgh", 500, 400, {"abcde", "fgh"}, true},      // a word longer than the line breaks inside
-    FittingCase{"ab\ncd", 500, 400, {"ab", "cd"}, true},
-    FittingCase{"ab\r\ncd\r\n", 500, 400, {"ab", "cd"}, true},      // the last line end starts no line
-    FittingCase{"ab\rcd", 500, 400, {"ab", "cd"}, true},
-    FittingCase{"ab\n\ncd", 500, 600, {"ab", "cd"}, true},          // an empty line takes room, draws nothing
-    FittingCase{"ab\ncd", 500, 200, {"ab"}, false},                 // a field of one line shows the first
-    FittingCase{"ab\ncd", 500, 360, {"ab", "cd"}, true},            // a fifth of a line may be missing
-    FittingCase{"ab\ncd", 500, 350, {"ab"}, false},
-    FittingCase{"ab", 500, 90, {"ab"}, true},                       // a control lower than its font shows its line
-    FittingCase{"abc", 50, 200, {}, false},
-    FittingCase{"abc", 50, 900, {}, false}));
+INSTANTIATE_TEST_SUITE_P(
+    Cases, TextFittingTable,
+    testing::Values(
+        FittingCase{"", 500, 200, {}, true}, FittingCase{"abcde", 500, 200, {"abcde"}, true},
+        FittingCase{"abcdef", 500, 200, {"abcde"}, false},
+        FittingCase{"abcde   ", 500, 200, {"abcde"}, true},   // only blanks are lost
+        FittingCase{"ab cd ef", 500, 200, {"ab cd"}, false},  // one line does not wrap, it is cut
+        FittingCase{"ab cd ef", 500, 400, {"ab cd", "ef"}, true},
+        FittingCase{"ab cde fg", 500, 400, {"ab", "cde f"}, false},  // the last line is cut
+        FittingCase{
+            "abcdefgh", 500, 400, {"abcde", "fgh"}, true},  // a word longer than the line breaks inside
+        FittingCase{"ab\ncd", 500, 400, {"ab", "cd"}, true},
+        FittingCase{"ab\r\ncd\r\n", 500, 400, {"ab", "cd"}, true},  // the last line end starts no line
+        FittingCase{"ab\rcd", 500, 400, {"ab", "cd"}, true},
+        FittingCase{"ab\n\ncd", 500, 600, {"ab", "cd"}, true},  // an empty line takes room, draws nothing
+        FittingCase{"ab\ncd", 500, 200, {"ab"}, false},         // a field of one line shows the first
+        FittingCase{"ab\ncd", 500, 360, {"ab", "cd"}, true},    // a fifth of a line may be missing
+        FittingCase{"ab\ncd", 500, 350, {"ab"}, false},
+        FittingCase{"ab", 500, 90, {"ab"}, true},  // a control lower than its font shows its line
+        FittingCase{"abc", 50, 200, {}, false}, FittingCase{"abc", 50, 900, {}, false}));
 
 TEST(TextFitting, CutsNeverSplitACharacterAsTheReaderSeesIt) {
     // An e with a combining accent, then a face outside the basic plane: both are two units long.
@@ -111,12 +112,14 @@ TEST(TextFitting, TheQuickAnswerOfTheRealMeasureIsNeverWrong) {
     const auto measure = fontMeasure();
     for (const char* family : {"Arial", "Times New Roman"}) {
         for (const double points : {6.0, 8.5, 10.0, 15.75}) {
-            for (const char* text : {"AVATAR To. Ya", "fi ffl office", "Zürich 100 %", "Формула", "1234567890.00", "W"}) {
+            for (const char* text :
+                 {"AVATAR To. Ya", "fi ffl office", "Zürich 100 %", "Формула", "1234567890.00", "W"}) {
                 const TextStyle style{family, points};
                 const int width = measure->width(style, QString::fromUtf8(text));
                 EXPECT_GT(width, 0);
                 for (const int room : {width - 1, width, width + 1, width * 2})
-                    EXPECT_TRUE(!measure->surelyFits(style, QString::fromUtf8(text), room) || width <= room) << text;
+                    EXPECT_TRUE(!measure->surelyFits(style, QString::fromUtf8(text), room) || width <= room)
+                        << text;
                 EXPECT_TRUE(measure->surelyFits(style, QString::fromUtf8(text), width * 2)) << text;
             }
         }

@@ -34,8 +34,8 @@ std::vector<Word> words(const QString& pdf) {
             continue;
         QString text = match.captured(5);
         text.replace("&lt;", "<").replace("&gt;", ">").replace("&quot;", "\"").replace("&amp;", "&");
-        all.push_back({page, match.captured(1).toDouble(), match.captured(2).toDouble(), match.captured(3).toDouble(),
-                       match.captured(4).toDouble(), text});
+        all.push_back({page, match.captured(1).toDouble(), match.captured(2).toDouble(),
+                       match.captured(3).toDouble(), match.captured(4).toDouble(), text});
     }
     return all;
 }
@@ -47,27 +47,31 @@ Word wordOf(const std::vector<Word>& all, const QString& text, int page) {
             return word;
         had << word.text;
     }
-    ADD_FAILURE() << "No word " << qPrintable(text) << " on page " << page << ", but " << qPrintable(had.join(" "));
+    ADD_FAILURE() << "No word " << qPrintable(text) << " on page " << page << ", but "
+                  << qPrintable(had.join(" "));
     return {};
 }
 
 QImage picture(const QString& pdf, int page, int dotsPerInch) {
     const QTemporaryDir folder;
     const QString stem = folder.filePath("page");
-    output("pdftoppm", {"-r", QString::number(dotsPerInch), "-f", QString::number(page), "-l", QString::number(page),
-                        "-png", "-gray", "-singlefile", pdf, stem});
+    output("pdftoppm", {"-r", QString::number(dotsPerInch), "-f", QString::number(page), "-l",
+                        QString::number(page), "-png", "-gray", "-singlefile", pdf, stem});
     QImageReader::setAllocationLimit(512);
     QImage image(stem + ".png");
     EXPECT_FALSE(image.isNull());
     return image;
 }
 
-QStringList barCodes(const QImage& image) {
+QStringList barCodes(const std::vector<QImage>& images) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath("bars.png");
-    EXPECT_TRUE(image.save(path));
+    QStringList arguments{"-q", "--raw", "-Sdisable", "-Scode39.enable"};
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        arguments << folder.filePath(QString("bars%1.png").arg(i));
+        EXPECT_TRUE(images[i].save(arguments.last()));
+    }
     QProcess process;
-    process.start("zbarimg", {"-q", "--raw", "-Sdisable", "-Scode39.enable", path});
+    process.start("zbarimg", arguments);
     EXPECT_TRUE(process.waitForFinished(120'000));
     return QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
 }

@@ -24,8 +24,8 @@ Word wordOf(const std::vector<Word>& all, const QString& text, int page = 1);
 /// A page of a PDF as grey picture.
 QImage picture(const QString& pdf, int page, int dotsPerInch);
 
-/// Texts of all bar codes that the reader finds in the picture, in its order.
-QStringList barCodes(const QImage& image);
+/// Texts of all bar codes that the reader finds in the pictures, in their order.
+QStringList barCodes(const std::vector<QImage>& images);
 
 /// A spreadsheet as an independent reader sees it, a cell a line: row, column, type, value, format, bold.
 QString cells(const QString& xls);
