@@ -104,12 +104,22 @@ QDateTime nullDate(const QVariant& value) {
 
 QString storedDate(const QDateTime& date) { return date.toString(u"yyyy-MM-dd HH:mm:ss"); }
 
+// Read by hand: parsing by picture would go through the local time zone, in which some hours don't exist.
 QDateTime fromStoredDate(const QString& text) {
-    QDateTime date = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    if (!date.isValid() || storedDate(date) != text)
+    constexpr QStringView pattern = u"0000-00-00 00:00:00";
+    if (text.size() != pattern.size())
         return {};
-    date.setTimeSpec(Qt::UTC);
-    return date;
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (pattern[i] == u'0' ? c < u'0' || c > u'9' : c != pattern[i])
+            return {};
+    }
+    const auto number = [&](qsizetype start, qsizetype length) {
+        return QStringView(text).mid(start, length).toInt();
+    };
+    const QDate date(number(0, 4), number(5, 2), number(8, 2));
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
 QDateTime Clock::now() const {
