@@ -11,6 +11,7 @@ namespace {
 
 constexpr auto geometryKey = "window/geometry";
 constexpr QSize firstSize(1366, 768);
+constexpr int frameHeight = 48;  // about what title and borders take
 
 QString fileName() {
     return platform::platformPath(platform::programFolder() + QStringLiteral("\\window.ini"));
@@ -22,8 +23,11 @@ void restoreWindowPlace(QWidget& window) {
     const QSettings settings(fileName(), QSettings::IniFormat);
     if (window.restoreGeometry(settings.value(QLatin1String(geometryKey)).toByteArray()))
         return;
-    const QScreen* screen = window.screen();
-    window.resize(screen ? firstSize.boundedTo(screen->availableSize()) : firstSize);
+    const QSize available = window.screen() ? window.screen()->availableSize() : firstSize;
+    window.resize(firstSize.boundedTo(available));
+    // No room for the window with its frame: it fills the screen.
+    if (available.width() <= firstSize.width() || available.height() <= firstSize.height() + frameHeight)
+        window.setWindowState(Qt::WindowMaximized);
 }
 
 void saveWindowPlace(const QWidget& window) {

@@ -10,11 +10,13 @@
 #include "ui_frmAbout.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 
 namespace sorvanto {
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmAbout>()) {
     m_ui->setupUi(this);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
     m_ui->picLogo->setPixmap(platform::icon(QStringLiteral("application")).pixmap(64, 64));
     m_ui->lblTitle->setText(platform::applicationTitle());
 }

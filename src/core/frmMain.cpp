@@ -48,6 +48,7 @@ void frmMain::buildWindow() {
     auto* stripBar = new QToolBar(this);
     stripBar->setObjectName(QStringLiteral("barReports"));
     stripBar->setMovable(false);
+    stripBar->setStyleSheet(QStringLiteral("QToolBar { padding: 0; margin: 0; border: 0; }"));
     stripBar->setContextMenuPolicy(Qt::PreventContextMenu);
     stripBar->toggleViewAction()->setVisible(false);
     QAction* strip = stripBar->addWidget(m_strip);
