@@ -49,7 +49,7 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setAlternatingRowColors(true);
     m_table->setShowGrid(false);
-    m_table->setStyleSheet(QStringLiteral("QTableWidget { outline: 0; } QTableWidget::item { padding: 0 8px; }"));
+    m_table->setStyleSheet(QStringLiteral("QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 0 8px; }"));
     m_text->setObjectName(QStringLiteral("txtReport"));
     m_text->setReadOnly(true);
     m_text->setMaximumHeight(20 * platform::grid);

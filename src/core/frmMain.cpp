@@ -15,6 +15,7 @@
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLayout>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -48,7 +49,8 @@ void frmMain::buildWindow() {
     auto* stripBar = new QToolBar(this);
     stripBar->setObjectName(QStringLiteral("barReports"));
     stripBar->setMovable(false);
-    stripBar->setStyleSheet(QStringLiteral("QToolBar { padding: 0; margin: 0; border: 0; }"));
+    stripBar->setStyleSheet(QStringLiteral("QToolBar { padding: 0; margin: 0; border: 0; spacing: 0; }"));
+    stripBar->layout()->setContentsMargins(0, 0, 0, 0);
     stripBar->setContextMenuPolicy(Qt::PreventContextMenu);
     stripBar->toggleViewAction()->setVisible(false);
     QAction* strip = stripBar->addWidget(m_strip);
