@@ -31,7 +31,7 @@ std::vector<GridColumn> searchColumns(const ResumeNext& step, const Recordset& r
 }
 
 void place(frmSearchRS& form, std::int32_t X, std::int32_t Y) {
-    const QRect screen = form.screen()->availableGeometry();
+    const QRect screen = form.screen()->geometry();
     form.move(screen.left() + searchPlace(X / twipsPerPixel, form.width(), screen.width()),
               screen.top() + searchPlace(Y / twipsPerPixel, form.height(), screen.height()));
 }

@@ -1,14 +1,18 @@
 // Which row is meant: the shared search and its list.
 #include "RecordsTest.h"
 
+#include "platform/widgets/QtAsker.h"
 #include "platform/widgets/RecordGrid.h"
 #include "records/clsSearch.h"
 #include "records/frmSearchRS.h"
 #include "support/Child.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
+#include <QTimer>
 
 using namespace sorvanto;
 using support::child;
@@ -275,6 +279,31 @@ TEST_F(SearchListTest, AFailureIsReportedUnderItsLabelAndTheRestGoesOn) {
         press(form, "cmdOK");
     });
     EXPECT_EQ(choose(rows("")), 1);
+}
+
+TEST_F(SearchListTest, StandsInTheMiddleOfTheScreen) {
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        const QRect screen = form.screen()->geometry();
+        EXPECT_EQ(form.x(), screen.left() + (screen.width() - form.width()) / 2);
+        EXPECT_EQ(form.y(), screen.top() + (screen.height() - form.height()) / 2);
+        form.close();
+    });
+    choose(rows(""));
+}
+
+TEST_F(SearchListTest, ARealModalRunEndsWithTheChoice) {
+    platform::QtAsker real;
+    platform::setAsker(&real);
+    QTimer::singleShot(0, qApp, [] {
+        QWidget* form = QApplication::activeModalWidget();
+        ASSERT_TRUE(form);
+        list(*form)->selectRow(1);
+        press(*form, "cmdOK");
+    });
+    const auto key = choose(rows(""));
+    platform::setAsker(&asker);
+    EXPECT_EQ(key, 2);
+    EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
 TEST_F(SearchListTest, ManyHitsAreShownWhole) {
