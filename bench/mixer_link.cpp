@@ -66,7 +66,8 @@ BENCHMARK(bareEcho)->UseRealTime();
 
 void statusRoundTrip(benchmark::State& state) {
     QProcess simulator;
-    simulator.start(QStringLiteral(SORVANTO_BIN_DIR "/sorvanto-mixersim"), {"--parent-pid", QString::number(::getpid())});
+    simulator.start(QStringLiteral(SORVANTO_BIN_DIR "/sorvanto-mixersim"),
+                    {"--parent-pid", QString::number(::getpid())});
     simulator.waitForReadyRead();
     platform::QtSerialPort port;
     if (!port.open(QString::fromLatin1(simulator.readLine()).trimmed(), 57600)) {
@@ -97,7 +98,8 @@ void encodeAndDecodeStatus(benchmark::State& state) {
     const Status status{MixerState::Mixing, "3FA21C09", 2, 4, 228, 540, 61, 1440, 1992, Reason::None};
     FrameDecoder decoder(Direction::ToProgram);
     for (auto _ : state)
-        benchmark::DoNotOptimize(readStatus(decoder.feed(encode(statusReply(statusCommand(), status))).front()));
+        benchmark::DoNotOptimize(
+            readStatus(decoder.feed(encode(statusReply(statusCommand(), status))).front()));
 }
 BENCHMARK(encodeAndDecodeStatus);
 

@@ -41,16 +41,19 @@ std::variant<Step, PanelMessage> readStep(const XmlNode& mix, int position) {
     step.mixRpm = number(attribute(mix, "MixRPM"));
     step.seconds = secondsOfTime(attribute(mix, "MixTime"));
     step.cycles = number(attribute(mix, "Cycles"));
-    if (step.liftRpm == unreadable || step.mixRpm == unreadable || step.seconds < 0 || step.cycles == unreadable)
+    if (step.liftRpm == unreadable || step.mixRpm == unreadable || step.seconds < 0 ||
+        step.cycles == unreadable)
         return stepMessage(PanelText::StepUnreadable, position);
     if ((step.seconds > 0) == (step.cycles > 0))
         return stepMessage(PanelText::StepTimeOrCycles, position);
     const bool inRange = step.liftRpm >= 1 && step.liftRpm <= protocol::highestLiftRpm && step.mixRpm >= 1 &&
-                         step.mixRpm <= protocol::highestMixRpm && step.seconds <= protocol::longestStepSeconds &&
-                         step.cycles >= 0 && step.cycles <= protocol::mostCycles;
+                         step.mixRpm <= protocol::highestMixRpm &&
+                         step.seconds <= protocol::longestStepSeconds && step.cycles >= 0 &&
+                         step.cycles <= protocol::mostCycles;
     if (!inRange)
-        return stepMessage(PanelText::StepOutOfRange, position,
-                           {QString::number(protocol::highestLiftRpm), QString::number(protocol::highestMixRpm)});
+        return stepMessage(
+            PanelText::StepOutOfRange, position,
+            {QString::number(protocol::highestLiftRpm), QString::number(protocol::highestMixRpm)});
     return step;
 }
 

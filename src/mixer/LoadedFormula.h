@@ -23,7 +23,8 @@ struct LoadedFormula {
 };
 
 /// The programme of the document, or why the mixer can't run it. With overrideSpeed no speed is warned of.
-std::variant<LoadedFormula, PanelMessage> readFormula(const platform::XmlDocumentPtr& document, bool overrideSpeed);
+std::variant<LoadedFormula, PanelMessage> readFormula(const platform::XmlDocumentPtr& document,
+                                                      bool overrideSpeed);
 
 /// What the panel shows of any formula document, also of one that can't be run.
 QString formulaName(const platform::XmlDocumentPtr& document);

@@ -20,7 +20,8 @@ using platform::XmlDocumentPtr;
 using platform::XmlNode;
 using protocol::MixId;
 
-constexpr std::array<const char*, 6> stateWords{"loaded", "started", "finished", "aborted", "logged", "put aside"};
+constexpr std::array<const char*, 6> stateWords{"loaded",  "started", "finished",
+                                                "aborted", "logged",  "put aside"};
 constexpr qsizetype closedKept = 1000;
 
 QString folder() {
@@ -82,8 +83,10 @@ std::optional<JournalEntry> readEntry(const QString& path) {
 
 void moveToClosed(const JournalEntry& entry) {
     QDir().mkpath(closedFolder());
-    const QString date = (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    const QString target = closedFolder() + QStringLiteral("/%1-%2.xml").arg(date, QString::fromLatin1(entry.mix));
+    const QString date =
+        (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    const QString target =
+        closedFolder() + QStringLiteral("/%1-%2.xml").arg(date, QString::fromLatin1(entry.mix));
     QFile::remove(target);
     QFile::rename(fileOf(entry.mix), target);
 }
@@ -141,7 +144,8 @@ void MixJournal::write(const JournalEntry& entry) const {
     const XmlDocumentPtr file = XmlDocument::create();
     XmlNode root = file->appendElement(QStringLiteral("Mix"));
     root.setAttribute(QStringLiteral("ID"), QString::fromLatin1(entry.mix));
-    root.setAttribute(QStringLiteral("State"), QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
+    root.setAttribute(QStringLiteral("State"),
+                      QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
     if (!entry.serial.isEmpty())
         root.setAttribute(QStringLiteral("Mixer"), entry.serial);
     if (entry.lotTaken)

@@ -6,10 +6,12 @@ namespace sorvanto {
 
 using namespace protocol;
 
-MixRun::MixRun(MixerLink& link, QObject* parent) : QObject(parent), m_link(link) {
+MixRun::MixRun(MixerLink& link, QObject* parent) : QObject(parent), m_link(link), m_transfer(link) {
     connect(&m_link, &MixerLink::connected, this, &MixRun::linkConnected);
     connect(&m_link, &MixerLink::lost, this, &MixRun::linkLost);
     connect(&m_link, &MixerLink::status, this, &MixRun::apply);
+    connect(&m_transfer, &ProgrammeTransfer::verified, this, &MixRun::programmeVerified);
+    connect(&m_transfer, &ProgrammeTransfer::refused, this, &MixRun::programmeRefused);
     connect(&m_link, &MixerLink::changed, this, [this] {
         if (m_link.state() == MixerLink::State::Closed)
             linkLost();
@@ -28,21 +30,22 @@ bool MixRun::isBusy() const {
 // ---- the link -------------------------------------------------------------------------------------
 
 void MixRun::linkConnected() {
-    endTransfer();
+    m_transfer.giveUp();
     m_asked.clear();
     m_starting = false;
     m_acknowledging = false;
     m_verified.clear();
     m_unsettled = true;
     if (!m_running.isEmpty() && m_serial != m_link.identity().serial) {
-        m_running.clear();  // another mixer has been put in its place; the first one will be asked when it is back
+        m_running
+            .clear(); // another mixer has been put in its place; the first one will be asked when it is back
         m_wanted.reset();
     }
     m_link.askState();
 }
 
 void MixRun::linkLost() {
-    endTransfer();
+    m_transfer.giveUp();
     m_asked.clear();
     m_starting = false;
     m_acknowledging = false;
@@ -81,7 +84,8 @@ void MixRun::applyRunning(const Status& status) {
     m_running = m_watched.contains(status.mix) ? status.mix : MixId();
     m_serial = m_link.identity().serial;
     if (m_running.isEmpty())
-        set(status.state == MixerState::Paused ? RunState::Paused : RunState::Mixing, {PanelText::ForeignMix, {}});
+        set(status.state == MixerState::Paused ? RunState::Paused : RunState::Mixing,
+            {PanelText::ForeignMix, {}});
     else if (status.state == MixerState::Mixing)
         set(RunState::Mixing, m_state == RunState::Mixing ? m_message : PanelMessage{});
     else if (status.reason == Reason::LidOpen)
@@ -125,11 +129,13 @@ void MixRun::applyAtRest(const Status& status) {
     }
     if (isSending())
         return;
-    if (m_wanted && status.state == MixerState::Loaded && status.mix == m_wanted->id && status.mix == m_verified) {
+    if (m_wanted && status.state == MixerState::Loaded && status.mix == m_wanted->id &&
+        status.mix == m_verified) {
         if (m_state != RunState::Loaded)
             set(RunState::Loaded);
     } else if (m_wanted) {
-        beginTransfer();
+        set(RunState::Ready);
+        m_transfer.begin(*m_wanted);
     } else {
         set(RunState::Ready, m_state == RunState::Ready ? m_message : PanelMessage{});
         if (status.state == MixerState::Loaded)
@@ -200,7 +206,7 @@ void MixRun::clearMixer() {
 // ---- the programme --------------------------------------------------------------------------------
 
 void MixRun::load(const Programme& programme) {
-    endTransfer();
+    m_transfer.giveUp();
     m_wanted = programme;
     m_verified.clear();
     if (m_state == RunState::Loaded || m_state == RunState::Ready)
@@ -209,67 +215,28 @@ void MixRun::load(const Programme& programme) {
         m_link.askState();
 }
 
-void MixRun::beginTransfer() {
-    m_frames = {loadCommand(*m_wanted)};
-    const int steps = static_cast<int>(m_wanted->steps.size());
-    for (int step = 1; step <= steps; ++step)
-        m_frames.push_back(stepCommand(step, m_wanted->steps[static_cast<std::size_t>(step) - 1]));
-    for (int step = 0; step <= steps; ++step)
-        m_frames.push_back(readCommand(step));
-    m_frame = 0;
-    set(RunState::Ready);
-    sendFrame();
+void MixRun::unload() {
+    if (isBusy())
+        return;
+    m_transfer.giveUp();
+    m_wanted.reset();
+    m_verified.clear();
+    if (m_state == RunState::Loaded || m_state == RunState::Ready) {
+        set(RunState::Ready);
+        m_link.askState();
+    }
 }
 
-void MixRun::sendFrame() {
-    const MixId transfer = m_wanted->id;
-    m_link.send(m_frames[m_frame], [this, transfer](const std::optional<Frame>& reply) {
-        if (isSending() && m_wanted && m_wanted->id == transfer)
-            frameAnswered(reply);
-    });
-}
-
-void MixRun::frameAnswered(const std::optional<Frame>& reply) {
-    const Frame command = m_frames[m_frame];
-    if (!reply) {
-        endTransfer();  // begun anew with the next word of the mixer
-        return;
-    }
-    const auto refusal = readRefusal(*reply);
-    const bool good = command.kind == "READ" ? matchesReadBack(command, *reply) : isOk(*reply);
-    if (!good) {
-        endTransfer();
-        m_wanted.reset();
-        set(RunState::Ready, refusal ? PanelMessage{PanelText::ProgrammeRefused, {QString::fromLatin1(*refusal)}}
-                                     : PanelMessage{PanelText::Misstored, {}});
-        clearMixer();
-        return;
-    }
-    if (++m_frame < m_frames.size()) {
-        sendFrame();
-        return;
-    }
-    endTransfer();
-    m_verified = m_wanted->id;
+void MixRun::programmeVerified(const MixId& mix) {
+    m_verified = mix;
     set(RunState::Loaded);
     m_link.askState();
 }
 
-bool MixRun::matchesReadBack(const Frame& command, const Frame& reply) const {
-    const int number = readRead(command).value_or(0);
-    if (number > 0) {
-        const auto step = readStep(reply);
-        return step && step->first == number && step->second == m_wanted->steps[static_cast<std::size_t>(number) - 1];
-    }
-    const auto head = readHead(reply);
-    Programme withoutSteps = *m_wanted;
-    withoutSteps.steps.clear();
-    return head && head->first == withoutSteps && static_cast<std::size_t>(head->second) == m_wanted->steps.size();
-}
-
-void MixRun::endTransfer() {
-    m_frames.clear();
-    m_frame = 0;
+void MixRun::programmeRefused(const PanelMessage& why) {
+    m_wanted.reset();
+    set(RunState::Ready, why);
+    clearMixer();
 }
 
 // ---- the buttons ----------------------------------------------------------------------------------

@@ -3,12 +3,12 @@
 
 #include "mixer/MixerLink.h"
 #include "mixer/PanelTexts.h"
+#include "mixer/ProgrammeTransfer.h"
 
 #include <QObject>
 #include <QSet>
 #include <functional>
 #include <optional>
-#include <vector>
 
 namespace sorvanto {
 
@@ -33,7 +33,7 @@ public:
     /// What the user should know or do; empty when nothing is out of the ordinary.
     const PanelMessage& message() const { return m_message; }
     /// A programme is being sent or read back.
-    bool isSending() const { return !m_frames.empty(); }
+    bool isSending() const { return m_transfer.isActive(); }
     /// The mix that runs, or whose end is not known; empty when there is none.
     protocol::MixId running() const { return m_running; }
     /// The mixer runs a mix that this program did not start.
@@ -44,6 +44,8 @@ public:
     /// Sends the programme as soon as the mixer is ready for one; replaces one that was not started.
     /// Not while busy.
     void load(const protocol::Programme& programme);
+    /// Takes a programme that was not started out of the mixer.
+    void unload();
     /// A mix that was started before, whose end this program has not seen.
     void watch(const protocol::MixId& mix) { m_watched.insert(mix); }
     void forget(const protocol::MixId& mix) { m_watched.remove(mix); }
@@ -81,12 +83,8 @@ private:
     void takeResults(const protocol::MixId& mix, const std::optional<protocol::Frame>& reply);
     void abortMix(const protocol::MixId& mix, PanelText why);
 
-    void beginTransfer();
-    void sendFrame();
-    void frameAnswered(const std::optional<protocol::Frame>& reply);
-    bool matchesReadBack(const protocol::Frame& command, const protocol::Frame& reply) const;
-    void endTransfer();
-
+    void programmeVerified(const protocol::MixId& mix);
+    void programmeRefused(const PanelMessage& why);
     void started(const std::optional<protocol::Frame>& reply);
     void simple(const protocol::Frame& command);
     void clearMixer();
@@ -94,13 +92,12 @@ private:
     void say(PanelMessage message);
 
     MixerLink& m_link;
+    ProgrammeTransfer m_transfer;
     RunState m_state = RunState::Disconnected;
     protocol::Status m_status;
     PanelMessage m_message;
     std::optional<protocol::Programme> m_wanted;  ///< to be sent, or being sent
     protocol::MixId m_verified;                   ///< of the programme the mixer holds, compared
-    std::vector<protocol::Frame> m_frames;        ///< of the transfer under way
-    std::size_t m_frame = 0;
     protocol::MixId m_running;
     QByteArray m_serial;                          ///< of the mixer that runs it
     QSet<protocol::MixId> m_watched;

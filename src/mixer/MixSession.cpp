@@ -16,7 +16,11 @@ using protocol::MixId;
 MixerEnvironment MixerEnvironment::real() {
     return {[] { return std::make_unique<platform::QtSerialPort>(); },
             [](int port) { return platform::portPath(port); },
-            [] { return QByteArray::number(QRandomGenerator::global()->generate(), 16).toUpper().rightJustified(8, '0'); },
+            [] {
+                return QByteArray::number(QRandomGenerator::global()->generate(), 16)
+                    .toUpper()
+                    .rightJustified(8, '0');
+            },
             {}};
 }
 
@@ -78,6 +82,9 @@ void MixSession::loadFormula(const platform::XmlDocumentPtr& document) {
     }
     auto read = readFormula(document, m_overrideSpeed);
     if (const auto* refusal = std::get_if<PanelMessage>(&read)) {
+        // Nor may the formula before it be started now, in the belief that it is this one.
+        m_formula.reset();
+        m_run.unload();
         m_notice = *refusal;
         emit changed();
         return;
@@ -102,7 +109,8 @@ void MixSession::sendFormula() {
 bool MixSession::canLoadAgain() const {
     const bool idle = m_run.state() == RunState::Ready || m_run.state() == RunState::Loaded;
     const bool refused = m_run.message().text == PanelText::ProgrammeRefused ||
-                         m_run.message().text == PanelText::Misstored || m_run.message().text == PanelText::StartRefused;
+                         m_run.message().text == PanelText::Misstored ||
+                         m_run.message().text == PanelText::StartRefused;
     const bool without = m_run.state() == RunState::Ready && !m_run.isSending() && m_formula &&
                          !m_journal.find(m_formula->programme.id);
     return m_formula && m_handed.isEmpty() && idle && (refused || without);
@@ -116,8 +124,8 @@ void MixSession::loadAgain() {
 // ---- the mix --------------------------------------------------------------------------------------
 
 bool MixSession::canStart() const {
-    return m_run.state() == RunState::Loaded && m_handed.isEmpty() && m_toHandOver.isEmpty() && !m_run.isBusy() &&
-           !m_link.isStale();
+    return m_run.state() == RunState::Loaded && m_handed.isEmpty() && m_toHandOver.isEmpty() &&
+           !m_run.isBusy() && !m_link.isStale();
 }
 
 void MixSession::start() {
@@ -204,6 +212,8 @@ void MixSession::handOver(const MixId& mix) {
         journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::Logged); });
     m_handed.clear();
     m_signing = false;
+    if (m_notice.text == PanelText::BusyMixing || m_notice.text == PanelText::BusySigning)
+        m_notice = {};
     if (m_formula && m_formula->programme.id == mix)
         m_formula.reset();
     m_run.release();
@@ -253,7 +263,8 @@ std::vector<Offer> MixSession::offers() const {
                                     (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault &&
                                      m_formula && entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
-            offers.push_back({entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(), entry.serial});
+            offers.push_back(
+                {entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(), entry.serial});
     }
     return offers;
 }

@@ -25,7 +25,7 @@ QString timeText(int seconds);
 /// Seconds of hours:minutes:seconds; -1 when the text is no time.
 int secondsOfTime(const QString& text);
 
-/// Highest mix speed recommended for a jar, in revolutions a minute; the mixer's own highest for any other code.
+/// Highest mix speed recommended for a jar, in revolutions a minute; for any other code the mixer's own.
 int recommendedMixRpm(int jar);
 
 /// The programme of a preset type (1 to 8) in a jar, within the jar's speed. Empty for any other type.

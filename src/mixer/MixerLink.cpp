@@ -13,8 +13,8 @@ namespace {
 constexpr int baudRate = 57'600;
 }
 
-MixerLink::MixerLink(std::unique_ptr<platform::SerialPort> port, std::function<QString()> path, LinkTiming timing,
-                     QObject* parent)
+MixerLink::MixerLink(std::unique_ptr<platform::SerialPort> port, std::function<QString()> path,
+                     LinkTiming timing, QObject* parent)
     : QObject(parent), m_port(std::move(port)), m_path(std::move(path)), m_timing(timing),
       // Begun anywhere, so that a new run of the program is not taken for a repetition of the last.
       m_sequence(static_cast<std::uint8_t>(QRandomGenerator::global()->bounded(256))) {
@@ -63,7 +63,8 @@ void MixerLink::tryOpen() {
 void MixerLink::greet() {
     dropCommands();
     m_pollTimer.stop();
-    const QByteArray session = QByteArray::number(QRandomGenerator::global()->generate() | 0x80000000U, 16).toUpper();
+    const QByteArray session =
+        QByteArray::number(QRandomGenerator::global()->generate() | 0x80000000U, 16).toUpper();
     enqueue(helloCommand(session), [this](const std::optional<Frame>& reply) {
         const auto identity = reply ? readIdentity(*reply) : std::nullopt;
         if (!identity) {

@@ -66,7 +66,8 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     outer->addWidget(scroll);
     setMinimumWidth(291);
     connect(&m_session, &MixSession::changed, this, &MixerPanel::refresh);
-    connect(m_offers, &OfferList::logAsked, this, [this](const protocol::MixId& mix) { m_session.logOffer(mix); });
+    connect(m_offers, &OfferList::logAsked, this,
+            [this](const protocol::MixId& mix) { m_session.logOffer(mix); });
     connect(m_offers, &OfferList::putAsideAsked, this, &MixerPanel::putAside);
     refresh();
 }
@@ -94,7 +95,8 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     layout.addSpacing(platform::grid);
     layout.addWidget(m_ring);
     layout.addSpacing(platform::grid);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_problem, m_notice, m_warnings})
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_problem, m_notice, m_warnings})
         layout.addWidget(widget);
 }
 
@@ -166,21 +168,24 @@ QString MixerPanel::portName() const {
 void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
     const QString start = portName() + QStringLiteral(" \u00B7 ");
-    const QString lastWord = link.lastWord().isValid() ? link.lastWord().toString(QStringLiteral("HH:mm:ss")) : QString();
+    const QString lastWord =
+        link.lastWord().isValid() ? link.lastWord().toString(QStringLiteral("HH:mm:ss")) : QString();
     const protocol::Identity& mixer = link.identity();
     const QString badge = mixer.simulated() && link.state() == MixerLink::State::Connected
                               ? m_texts(PanelText::Simulated) : QString();
     if (link.state() == MixerLink::State::Closed)
         m_link->show(LinkRow::Kind::Off, start + m_texts(PanelText::NotConnected), {});
     else if (link.state() == MixerLink::State::Connected && !link.isStale())
-        m_link->show(LinkRow::Kind::Good, start + m_texts(PanelText::Firmware, {QString::fromLatin1(mixer.hardware)}), badge);
+        m_link->show(LinkRow::Kind::Good,
+                     start + m_texts(PanelText::Firmware, {QString::fromLatin1(mixer.hardware)}), badge);
     else if (!lastWord.isEmpty())
         m_link->show(LinkRow::Kind::Stale, start + m_texts(PanelText::NoWordSince, {lastWord}), badge);
     else
         m_link->show(LinkRow::Kind::Searching, start + m_texts(PanelText::Searching), {});
-    m_link->setToolTip(mixer.serial.isEmpty() ? link.path()
-                                              : m_texts(PanelText::MixerNamed, {QString::fromLatin1(mixer.serial)}) +
-                                                    QLatin1Char('\n') + link.path());
+    m_link->setToolTip(mixer.serial.isEmpty()
+                           ? link.path()
+                           : m_texts(PanelText::MixerNamed, {QString::fromLatin1(mixer.serial)}) +
+                                 QLatin1Char('\n') + link.path());
 }
 
 QString MixerPanel::timeLeft() const {
@@ -196,7 +201,8 @@ void MixerPanel::showRing() {
     using Tone = ProgressRing::Tone;
     switch (run.state()) {
     case RunState::Disconnected:
-        m_ring->show(run.running().isEmpty() ? -1 : done, Tone::Quiet, noTime, m_texts(PanelText::NotConnected));
+        m_ring->show(run.running().isEmpty() ? -1 : done, Tone::Quiet, noTime,
+                     m_texts(PanelText::NotConnected));
         break;
     case RunState::Ready:
         m_ring->show(-1, Tone::Quiet, noTime,
@@ -235,7 +241,8 @@ void MixerPanel::showFormula() {
     m_steps->setVisible(ours);
     if (!ours)
         return;
-    m_quantity->setText(m_texts(PanelText::QuantityInJar, {QString::number(formula->quantity), formula->jarName()}));
+    m_quantity->setText(
+        m_texts(PanelText::QuantityInJar, {QString::number(formula->quantity), formula->jarName()}));
     const bool inMix = state == RunState::Mixing || state == RunState::Paused;
     m_steps->show(formula->programme.steps, inMix ? m_session.run().status().step : 0, m_texts);
 }
@@ -283,7 +290,8 @@ void MixerPanel::showNotices() {
     if (!notice.empty())
         m_notice->show(NoticeCard::Kind::Warning, m_texts(notice));
     else
-        m_notice->show(NoticeCard::Kind::Information, signing ? m_texts(PanelText::WaitsForInitials) : QString());
+        m_notice->show(NoticeCard::Kind::Information,
+                       signing ? m_texts(PanelText::WaitsForInitials) : QString());
 
     QStringList warnings;
     if (m_session.formula() && !run.isForeign()) {
@@ -314,9 +322,10 @@ void MixerPanel::putAside(const Offer& offer) {
     const QString name = offer.name.isEmpty() ? m_texts(PanelText::Unnamed) : offer.name;
     const QString lot = offer.lot.isEmpty() ? m_texts(PanelText::NoLot) : offer.lot;
     const QPointer<MixerPanel> alive(this);
-    const platform::Answer answer = platform::MsgBox(m_texts(PanelText::PutAsideQuestion, {name, lot}),
-                                                     {platform::Buttons::YesNo, platform::Icon::Exclamation, true, false},
-                                                     m_texts(PanelText::PutAsideTitle));
+    const platform::Answer answer =
+        platform::MsgBox(m_texts(PanelText::PutAsideQuestion, {name, lot}),
+                         {platform::Buttons::YesNo, platform::Icon::Exclamation, true, false},
+                         m_texts(PanelText::PutAsideTitle));
     if (alive && answer == platform::Answer::Yes)
         m_session.putAside(offer.mix);
 }

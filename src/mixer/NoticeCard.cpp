@@ -70,7 +70,8 @@ void NoticeCard::paintEvent(QPaintEvent*) {
     bold.setWeight(QFont::Bold);
     painter.setFont(bold);
     painter.setPen(platform::theme().onFill);
-    painter.drawText(mark, Qt::AlignCenter, m_kind == Kind::Information ? QStringLiteral("i") : QStringLiteral("!"));
+    painter.drawText(mark, Qt::AlignCenter,
+                     m_kind == Kind::Information ? QStringLiteral("i") : QStringLiteral("!"));
 }
 
 }  // namespace sorvanto

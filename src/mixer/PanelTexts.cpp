@@ -53,7 +53,8 @@ constexpr std::array<const char*, count> english{
     "The programme has %1 steps. The mixer takes %2 at most. Delete steps on the formula screen.",
     "Step %1 can not be read. Enter it anew on the formula screen.",
     "Step %1 needs either a time or a number of cycles. Enter it anew on the formula screen.",
-    "Step %1 is outside of what the mixer can do (Lift RPM up to %2, Mix RPM up to %3). Change it on the formula screen.",
+    "Step %1 is outside of what the mixer can do (Lift RPM up to %2, Mix RPM up to %3). Change it on the "
+    "formula screen.",
     "No jar is chosen. Choose a jar size on the formula screen.",
     "A mix is under way. Load the formula again when it has ended.",
     "A mix waits for its initials. Load the formula again afterwards.",
@@ -75,10 +76,13 @@ constexpr std::array<const char*, count> english{
     "The lid is open. Close it and press Resume.",
     "The mixer has not answered. Press the button again.",
     "The lid was opened. Close it and press Resume, or press Stop.",
-    "The emergency stop was pressed and the mix has ended without results. Release it, press OK, and decide what becomes of the jar.",
+    "The emergency stop was pressed and the mix has ended without results. Release it, press OK, and decide "
+    "what becomes of the jar.",
     "The emergency stop is still pressed. Release it and press OK.",
-    "The motor was overloaded and the mix has ended without results. Take the jar out, look for lumps, and press OK.",
-    "The mixer lost its power or restarted, and the mix has ended without results. Press OK, and decide what becomes of the jar.",
+    "The motor was overloaded and the mix has ended without results. Take the jar out, look for lumps, and "
+    "press OK.",
+    "The mixer lost its power or restarted, and the mix has ended without results. Press OK, and decide what "
+    "becomes of the jar.",
     "The mixer reports a problem. Look after it and press OK.",
     "The mixer runs a mix that was not started here.",
     "The mix was not started, since its journal can not be written: %1 Make room and press Start.",
@@ -126,7 +130,8 @@ QString PanelTexts::operator()(PanelText text, const QStringList& parts) const {
     const QString pattern = (*this)(text);
     QString filled;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
-        const bool isMark = pattern[i] == QLatin1Char('%') && i + 1 < pattern.size() && pattern[i + 1].isDigit();
+        const bool isMark =
+            pattern[i] == QLatin1Char('%') && i + 1 < pattern.size() && pattern[i + 1].isDigit();
         if (isMark)
             filled += parts.value(pattern[++i].digitValue() - 1);
         else

@@ -5,7 +5,8 @@
 
 namespace sorvanto {
 
-platform::XmlDocumentPtr makeResultsDocument(const protocol::Identity& mixer, const protocol::MixResults& results) {
+platform::XmlDocumentPtr makeResultsDocument(const protocol::Identity& mixer,
+                                             const protocol::MixResults& results) {
     const platform::XmlDocumentPtr document = platform::XmlDocument::create();
     platform::XmlNode root = document->appendElement(QStringLiteral("Results"));
     const QString attribute = QStringLiteral("Value");

@@ -68,15 +68,16 @@ void StepsTable::show(const std::vector<protocol::Step>& steps, int current, con
 }
 
 void StepsTable::fill(const PanelTexts& texts) {
-    setHorizontalHeaderLabels({QString(), texts(PanelText::LiftRpm), texts(PanelText::MixRpm), texts(PanelText::Time)});
+    setHorizontalHeaderLabels(
+        {QString(), texts(PanelText::LiftRpm), texts(PanelText::MixRpm), texts(PanelText::Time)});
     setAccessibleName(texts(PanelText::StepOf, {QString::number(1), QString::number(m_steps.size())}));
     setRowCount(static_cast<int>(m_steps.size()));
     int row = 0;
     for (const protocol::Step& step : m_steps) {
         const QString length = step.seconds > 0 ? timeText(step.seconds)
                                                 : texts(PanelText::CyclesCount, {QString::number(step.cycles)});
-        const QStringList cells{QString::number(row + 1), QString::number(step.liftRpm), QString::number(step.mixRpm),
-                                length};
+        const QStringList cells{QString::number(row + 1), QString::number(step.liftRpm),
+                                QString::number(step.mixRpm), length};
         for (int column = 0; column < cells.size(); ++column) {
             auto* item = new QTableWidgetItem(cells[column]);
             item->setTextAlignment(Qt::AlignVCenter | (column == 0 ? Qt::AlignLeft : Qt::AlignRight));

@@ -33,8 +33,9 @@ void PrintTo(const Expectation& expectation, std::ostream* out) {
     *out << expectation.fault;
 }
 
-const char* const lostInMix = "The mixer is gone in the midst of the mix. Look after it: it may go on mixing by itself. "
-                              "When it answers again, its results are fetched.";
+const char* const lostInMix =
+    "The mixer is gone in the midst of the mix. Look after it: it may go on mixing by itself. "
+    "When it answers again, its results are fetched.";
 const char* const powerGone = "The mixer lost its power or restarted, and the mix has ended without results. "
                               "Press OK, and decide what becomes of the jar.";
 
@@ -46,20 +47,26 @@ const Expectation expectations[] = {
     {"late", 1, "nothing loaded", "", "", false},
     {"wrongcrc", 1, "nothing loaded", "", "", false},
     {"garbled", 0, "not connected",
-     "The mixer on COM1 does not answer. Check its power and the cable, or choose another port in the options.", "", true},
+     "The mixer on COM1 does not answer. Check its power and the cable, or choose another port in the "
+     "options.",
+     "", true},
     {"silent@2", 0, "not connected", lostInMix, "", true},
-    {"misstored", 1, "nothing loaded", "The mixer has stored another programme than it was sent. Press Load again.",
-     "mixerLoadAgain", false},
+    {"misstored", 1, "nothing loaded",
+     "The mixer has stored another programme than it was sent. Press Load again.", "mixerLoadAgain", false},
     {"unplug@2", 1, "nothing loaded", lostInMix, "", false},
     {"gone@2", 0, "not connected", lostInMix, "", true},
     {"powerloss@2", 0, "nothing loaded", powerGone, "mixerOk", false},
     {"reboot@2", 0, "nothing loaded", powerGone, "mixerOk", false},
     {"estop@2", 0, "nothing loaded",
-     "The emergency stop was pressed and the mix has ended without results. Release it, press OK, and decide what "
-     "becomes of the jar.", "mixerOk", false},
-    {"lid@2", 1, "nothing loaded", "The lid was opened. Close it and press Resume, or press Stop.", "mixerResume", false},
+     "The emergency stop was pressed and the mix has ended without results. Release it, press OK, and decide "
+     "what "
+     "becomes of the jar.",
+     "mixerOk", false},
+    {"lid@2", 1, "nothing loaded", "The lid was opened. Close it and press Resume, or press Stop.",
+     "mixerResume", false},
     {"overload@2", 0, "nothing loaded",
-     "The motor was overloaded and the mix has ended without results. Take the jar out, look for lumps, and press OK.",
+     "The motor was overloaded and the mix has ended without results. Take the jar out, look for lumps, and "
+     "press OK.",
      "mixerOk", false},
 };
 
@@ -120,8 +127,8 @@ TEST_P(FaultTest, EndsInAStatedState) {
             button(expected.recovery)->click();  // a first press came too early for the device
         }
         const bool quiet = expected.stays == problemSeen || problem().isEmpty();
-        return done == expected.results && ring() == expected.ring && quiet && problemSeen == (*expected.problem != 0) &&
-               (started || !expected.results);
+        return done == expected.results && ring() == expected.ring && quiet &&
+               problemSeen == (*expected.problem != 0) && (started || !expected.results);
     };
     EXPECT_TRUE(QTest::qWaitFor(settled, 30'000))
         << "ring: " << ring().toStdString() << "\nproblem: " << problem().toStdString() << "\nmixes: " << done;

@@ -15,15 +15,18 @@ Frame frame(const char* kind, QByteArrayList fields = {}, int sequence = 7) {
 }
 
 QByteArray line(QByteArray text) {
-    const auto hex = [](int value, int digits) { return QByteArray::number(value, 16).toUpper().rightJustified(digits, '0'); };
+    const auto hex = [](int value, int digits) {
+        return QByteArray::number(value, 16).toUpper().rightJustified(digits, '0');
+    };
     return text + '*' + hex(static_cast<int>(text.size()), 2) + hex(crc16(text), 4);
 }
 
 std::vector<Frame> samples() {
     Programme programme{"3FA21C09", 9, 7, 250, 2, 1, {{1440, 1992, 360, 0}}};
-    Frame stat = statusReply(frame("STATUS"), {MixerState::Mixing, "3FA21C09", 2, 4, 228, 540, 61, 1440, 1992, Reason::None});
-    return {statusCommand(), loadCommand(programme), stepCommand(1, programme.steps[0]), startCommand("3FA21C09"),
-            okReply(frame("START")), stat};
+    Frame stat = statusReply(frame("STATUS"),
+                             {MixerState::Mixing, "3FA21C09", 2, 4, 228, 540, 61, 1440, 1992, Reason::None});
+    return {statusCommand(),          loadCommand(programme),  stepCommand(1, programme.steps[0]),
+            startCommand("3FA21C09"), okReply(frame("START")), stat};
 }
 
 }  // namespace
@@ -45,7 +48,8 @@ TEST(Frame, IllFormedIsNotEncoded) {
     EXPECT_TRUE(encode(frame("A")).isEmpty());
     EXPECT_TRUE(encode(frame("ABCDEFGHI")).isEmpty());
     EXPECT_TRUE(encode(frame("LOAD", {""})).isEmpty());
-    for (const char* bad : {"a b", "a*b", "a>b", "a<b", "it's", "\"", "a\nb", "\xC3\xA9", "1234567890123456789012345"})
+    for (const char* bad :
+         {"a b", "a*b", "a>b", "a<b", "it's", "\"", "a\nb", "\xC3\xA9", "1234567890123456789012345"})
         EXPECT_TRUE(encode(frame("LOAD", {bad})).isEmpty()) << bad;
     EXPECT_TRUE(encode(frame("LOAD", QByteArrayList(10, "1234567890"))).isEmpty());
 }
@@ -59,8 +63,9 @@ TEST(Frame, DecodesOnlyWhatItEncodes) {
         EXPECT_EQ(*back, sample);
     }
     // A right check does not make up for a wrong form.
-    for (const char* bad : {"07 STATUS", ">7 STATUS", ">0g STATUS", ">0a STATUS", ">07STATUS", ">07  STATUS", ">07 STATUS ",
-                            ">07 STAT US*", ">07 status", ">07 ", ">07", "", "<07 S", ">07 LOAD a,b"})
+    for (const char* bad :
+         {"07 STATUS", ">7 STATUS", ">0g STATUS", ">0a STATUS", ">07STATUS", ">07  STATUS", ">07 STATUS ",
+          ">07 STAT US*", ">07 status", ">07 ", ">07", "", "<07 S", ">07 LOAD a,b"})
         EXPECT_FALSE(decode(line(bad))) << bad;
     EXPECT_FALSE(decode(">07 STATUS*0000"));
     EXPECT_FALSE(decode(encode(frame("STATUS")).chopped(1).toLower()));
@@ -86,8 +91,9 @@ TEST(FrameDecoder, FramesInPiecesAndInOnePiece) {
 
 TEST(FrameDecoder, IsInStepAgainAtTheNextWholeFrame) {
     const QByteArray good = encode(frame("STATUS"));
-    for (const QByteArray& before : {QByteArray(">07 STA"), QByteArray("\x00\xFF\n\n*", 5), QByteArray(500, 'x'),
-                                     QByteArray(">") + QByteArray(500, 'A'), QByteArray(">>><<>"), good.left(9) + '\n'}) {
+    for (const QByteArray& before :
+         {QByteArray(">07 STA"), QByteArray("\x00\xFF\n\n*", 5), QByteArray(500, 'x'),
+          QByteArray(">") + QByteArray(500, 'A'), QByteArray(">>><<>"), good.left(9) + '\n'}) {
         FrameDecoder decoder(Direction::ToMixer);
         const auto found = decoder.feed(before + good);
         ASSERT_EQ(found.size(), 1U) << before.constData();

@@ -62,7 +62,8 @@ protected:
         };
         ASSERT_TRUE(QTest::qWaitFor(offered, 20'000));
         EXPECT_EQ(child<QLabel>(control, "mixerOffer")->text(),
-                  QStringLiteral("250 of Hydrocortisone 1% Cream, lot SV0426%1").arg(preparation, 4, 10, QChar('0')));
+                  QStringLiteral("250 of Hydrocortisone 1% Cream, lot SV0426%1")
+                      .arg(preparation, 4, 10, QChar('0')));
         child<QPushButton>(control, "mixerLogMix")->click();
         ASSERT_TRUE(test::waitFor([&] { return !results.isEmpty(); }));
         EXPECT_EQ(formula, test::shortFormula()->xml());

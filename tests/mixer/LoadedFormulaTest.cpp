@@ -29,7 +29,8 @@ QString mix(const QString& steps, const QString& attributes = QStringLiteral(R"(
 }
 
 QString step(const char* lift, const char* speed, const char* time, const char* cycles) {
-    return QStringLiteral(R"(<Mix LiftRPM="%1" MixRPM="%2" MixTime="%3" Cycles="%4"/>)").arg(lift, speed, time, cycles);
+    return QStringLiteral(R"(<Mix LiftRPM="%1" MixRPM="%2" MixTime="%3" Cycles="%4"/>)")
+        .arg(lift, speed, time, cycles);
 }
 
 const QString goodStep = step("1200", "1200", "00:10:00", "0");
@@ -41,7 +42,8 @@ TEST(LoadedFormula, CustomMixStepByStep) {
     EXPECT_EQ(formula.name, "Hydrocortisone 1% Cream");
     EXPECT_EQ(formula.quantity, 250);
     EXPECT_EQ(formula.jarName(), "300 ml");
-    EXPECT_EQ(formula.programme, (protocol::Programme{{}, 9, 7, 250, 2, 3, {{1200, 1200, 600, 0}, {24, 12, 0, 255}}}));
+    EXPECT_EQ(formula.programme,
+              (protocol::Programme{{}, 9, 7, 250, 2, 3, {{1200, 1200, 600, 0}, {24, 12, 0, 255}}}));
     EXPECT_TRUE(formula.warnings.empty());
 }
 
@@ -64,7 +66,8 @@ TEST(LoadedFormula, SpeedAboveTheJarsIsWarnedOfAndKept) {
     const auto formula = loaded(document);
     EXPECT_EQ(formula.programme.steps[1].mixRpm, 3000);
     ASSERT_EQ(formula.warnings.size(), 1U);
-    EXPECT_EQ(PanelTexts()(formula.warnings[0]), "Step 2 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
+    EXPECT_EQ(PanelTexts()(formula.warnings[0]),
+              "Step 2 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
     EXPECT_TRUE(loaded(document, true).warnings.empty()) << "the recommendation is overridden";
     EXPECT_TRUE(loaded(formulaDocument(mix(step("1200", "1992", "00:01:00", "0")), 9, 9)).warnings.empty());
 }
@@ -99,7 +102,8 @@ TEST(LoadedFormula, WhatCanNotBeRunIsSaid) {
         {formulaDocument(mix(step("1200", "1200", "00:00:00", "256"))), PanelText::StepOutOfRange},
     };
     for (const auto& one : cases)
-        EXPECT_EQ(refusal(one.document).text, one.text) << (one.document ? one.document->xml().toStdString() : "nothing");
+        EXPECT_EQ(refusal(one.document).text, one.text)
+            << (one.document ? one.document->xml().toStdString() : "nothing");
     EXPECT_EQ(PanelTexts()(refusal(formulaDocument(mix(seventeen)))),
               "The programme has 17 steps. The mixer takes 16 at most. Delete steps on the formula screen.");
 }
@@ -111,7 +115,8 @@ TEST(LoadedFormula, MissingSettingsAreTheUsualOnes) {
 }
 
 TEST(ResultsDocument, AsTheLogReadsIt) {
-    const auto document = makeResultsDocument({1, "2.1", "SV0426"}, {"3FA21C09", 12, 7, 9, 61, false, 2, 14952});
+    const auto document =
+        makeResultsDocument({1, "2.1", "SV0426"}, {"3FA21C09", 12, 7, 9, 61, false, 2, 14952});
     EXPECT_EQ(document->xml(), "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/>"
                                "<LiftingCycles Value=\"61\"/><Interuption Value=\"A\"/><PreGrind Value=\"2\"/>"
                                "<PreparationNumber Value=\"0012\"/><TotalMixingRevolutions Value=\"14952\"/>"
@@ -120,7 +125,8 @@ TEST(ResultsDocument, AsTheLogReadsIt) {
 }
 
 TEST(ResultsDocument, StoppedAndBeyondFourDigits) {
-    const auto document = makeResultsDocument({1, "SIM-2.1", "SV0426"}, {"3FA21C09", 12345, 1, 3, 0, true, 0, 0});
+    const auto document =
+        makeResultsDocument({1, "SIM-2.1", "SV0426"}, {"3FA21C09", 12345, 1, 3, 0, true, 0, 0});
     EXPECT_EQ(platform::nodeValue(*document, "//Results/Interuption"), "U");
     EXPECT_EQ(platform::nodeValue(*document, "//Results/HardwareVersion"), "SIM-2.1");
     EXPECT_EQ(lotOf(document), "SV042612345");
@@ -128,7 +134,8 @@ TEST(ResultsDocument, StoppedAndBeyondFourDigits) {
 
 TEST(ResultsDocument, LotOfLessThanADocument) {
     EXPECT_EQ(lotOf(nullptr), "");
-    for (const char* xml : {"<Results/>", "<Results Value=\"A\"/>", "<Other/>", "<Results Value=\"A\"><PreparationNumber/></Results>"}) {
+    for (const char* xml : {"<Results/>", "<Results Value=\"A\"/>", "<Other/>",
+                            "<Results Value=\"A\"><PreparationNumber/></Results>"}) {
         const auto document = platform::XmlDocument::create();
         ASSERT_TRUE(document->loadXML(xml));
         EXPECT_EQ(lotOf(document), "") << xml;

@@ -13,7 +13,7 @@ void MemoryLine::cut() {
 
 MixerEnvironment MemoryLine::environment() {
     LinkTiming timing;
-    timing.reply = 40;
+    timing.reply = 100;
     timing.idlePoll = 15;
     timing.mixPoll = 10;
     timing.reopen = 20;
@@ -40,7 +40,8 @@ bool MemoryPort::write(const QByteArray& bytes) {
         const QByteArray reply = protocol::encode(m_line.mixer.receive(command));
         const bool lost = !m_line.answers || m_line.loseReplies > 0;
         m_line.loseReplies = std::max(0, m_line.loseReplies - 1);
-        m_line.transcript << QString::fromLatin1(reply).trimmed() + (lost ? QStringLiteral("   (lost)") : QString());
+        m_line.transcript << QString::fromLatin1(reply).trimmed() +
+                                 (lost ? QStringLiteral("   (lost)") : QString());
         if (lost)
             continue;
         QMetaObject::invokeMethod(this, [this, reply] {
@@ -51,7 +52,8 @@ bool MemoryPort::write(const QByteArray& bytes) {
     return true;
 }
 
-platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type, int jar, int make, const QString& name) {
+platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type, int jar, int make,
+                                         const QString& name) {
     const platform::XmlDocumentPtr document = platform::XmlDocument::create();
     platform::XmlNode root = document->appendElement(QStringLiteral("Formula"));
     const auto add = [&](const char* element, const QString& text) {

@@ -27,10 +27,17 @@ TEST(Messages, RandomProgrammesSurvive) {
     std::mt19937 random(7);
     const auto upTo = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most + 1)); };
     for (int round = 0; round < 500; ++round) {
-        Programme p{QByteArray::number(random(), 16).toUpper().rightJustified(8, '0').right(8), upTo(9), 1 + upTo(8), upTo(65535) - 32768, upTo(15), 1 + upTo(15), {}};
+        Programme p{QByteArray::number(random(), 16).toUpper().rightJustified(8, '0').right(8),
+                    upTo(9),
+                    1 + upTo(8),
+                    upTo(65535) - 32768,
+                    upTo(15),
+                    1 + upTo(15),
+                    {}};
         for (int steps = 1 + upTo(15); steps > 0; --steps) {
             const bool timed = upTo(1) == 0;
-            p.steps.push_back({1 + upTo(2879), 1 + upTo(2999), timed ? 1 + upTo(3599) : 0, timed ? 0 : 1 + upTo(254)});
+            p.steps.push_back(
+                {1 + upTo(2879), 1 + upTo(2999), timed ? 1 + upTo(3599) : 0, timed ? 0 : 1 + upTo(254)});
         }
         const auto head = readLoad(overLine(loadCommand(p)));
         ASSERT_TRUE(head);
@@ -47,18 +54,21 @@ TEST(Messages, RandomProgrammesSurvive) {
 }
 
 TEST(Messages, RepliesBearTheSequenceOfTheirCommand) {
-    for (const Frame& reply : {okReply(anyCommand), refusalReply(anyCommand, "BUSY"), statusReply(anyCommand, {}),
-                               identityReply(anyCommand, {1, "2.1", "SV0426"}), stepReply(anyCommand, 1, {1, 1, 1, 0})}) {
+    for (const Frame& reply :
+         {okReply(anyCommand), refusalReply(anyCommand, "BUSY"), statusReply(anyCommand, {}),
+          identityReply(anyCommand, {1, "2.1", "SV0426"}), stepReply(anyCommand, 1, {1, 1, 1, 0})}) {
         EXPECT_EQ(overLine(reply).sequence, 0x2A);
         EXPECT_EQ(overLine(reply).direction, Direction::ToProgram);
     }
 }
 
 TEST(Messages, ValuesSurvive) {
-    const Status status{MixerState::Paused, "3FA21C09", 16, 16, 57600, 57600, 4080, 2880, 3000, Reason::Overload};
+    const Status status{MixerState::Paused, "3FA21C09", 16, 16, 57600, 57600, 4080, 2880, 3000,
+                        Reason::Overload};
     EXPECT_EQ(readStatus(overLine(statusReply(anyCommand, status))), status);
     EXPECT_EQ(readStatus(overLine(statusReply(anyCommand, {}))), Status{});
-    for (const Reason reason : {Reason::None, Reason::User, Reason::LidOpen, Reason::EmergencyStop, Reason::Overload}) {
+    for (const Reason reason :
+         {Reason::None, Reason::User, Reason::LidOpen, Reason::EmergencyStop, Reason::Overload}) {
         Status s;
         s.reason = reason;
         EXPECT_EQ(readStatus(overLine(statusReply(anyCommand, s)))->reason, reason);
@@ -80,15 +90,15 @@ TEST(Messages, ValuesSurvive) {
 TEST(Messages, OutOfRangeIsNoMessage) {
     const Frame load = loadCommand({"3FA21C09", 9, 7, 250, 2, 1, {{1, 1, 1, 0}}});
     ASSERT_TRUE(readLoad(load));
-    const std::pair<int, const char*> badLoad[] = {{0, "3fa21c09"}, {0, "-"}, {0, "123"}, {1, "10"}, {1, "-1"}, {2, "0"},
-                                                   {2, "10"}, {3, "32768"}, {3, "x"}, {4, "16"}, {5, "0"}, {5, "17"},
-                                                   {6, "0"}, {6, "17"}, {3, "007"}, {3, "1.5"}};
+    const std::pair<int, const char*> badLoad[] = {
+        {0, "3fa21c09"}, {0, "-"},  {0, "123"}, {1, "10"}, {1, "-1"}, {2, "0"},  {2, "10"},  {3, "32768"},
+        {3, "x"},        {4, "16"}, {5, "0"},   {5, "17"}, {6, "0"},  {6, "17"}, {3, "007"}, {3, "1.5"}};
     for (const auto& [field, text] : badLoad)
         EXPECT_FALSE(readLoad(with(load, field, text))) << field << ' ' << text;
     const Frame step = stepCommand(1, {1200, 1200, 60, 0});
     ASSERT_TRUE(readStep(step));
-    const std::pair<int, const char*> badStep[] = {{0, "0"}, {0, "17"}, {1, "0"}, {1, "2881"}, {2, "0"}, {2, "3001"},
-                                                   {3, "3601"}, {3, "0"}, {4, "256"}, {4, "1"}};
+    const std::pair<int, const char*> badStep[] = {{0, "0"},    {0, "17"},   {1, "0"}, {1, "2881"}, {2, "0"},
+                                                   {2, "3001"}, {3, "3601"}, {3, "0"}, {4, "256"},  {4, "1"}};
     for (const auto& [field, text] : badStep)
         EXPECT_FALSE(readStep(with(step, field, text))) << field << ' ' << text;
     Frame longer = step;
@@ -108,7 +118,10 @@ TEST(Messages, OutOfRangeIsNoMessage) {
 }
 
 TEST(Messages, LongestStatusFitsAFrame) {
-    const Status status{MixerState::Loaded, "FFFFFFFF", 16, 16, 999'999, 999'999, 999'999, 2880, 3000, Reason::Overload};
+    const Status status{MixerState::Loaded, "FFFFFFFF", 16, 16, 999'999, 999'999, 999'999, 2880, 3000,
+                        Reason::Overload};
     EXPECT_FALSE(encode(statusReply(anyCommand, status)).isEmpty());
-    EXPECT_FALSE(encode(resultsReply(anyCommand, {"FFFFFFFF", 999'999'999, 9, 9, 999'999, true, 15, 999'999'999})).isEmpty());
+    EXPECT_FALSE(
+        encode(resultsReply(anyCommand, {"FFFFFFFF", 999'999'999, 9, 9, 999'999, true, 15, 999'999'999}))
+            .isEmpty());
 }

@@ -129,7 +129,8 @@ TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
     folder.write("mixes/noformula.xml", "<Mix ID=\"3FA21C09\" State=\"started\"/>");
     const MixJournal again = readAgain();
     EXPECT_TRUE(again.open().empty());
-    EXPECT_EQ(again.unreadable(), (QStringList{"empty.xml", "garbage.xml", "half.xml", "noformula.xml", "noresults.xml", "state.xml"}));
+    EXPECT_EQ(again.unreadable(), (QStringList{"empty.xml", "garbage.xml", "half.xml", "noformula.xml",
+                                               "noresults.xml", "state.xml"}));
     EXPECT_TRUE(folder.has("mixes/half.xml"));
 }
 

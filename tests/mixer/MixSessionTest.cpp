@@ -28,14 +28,15 @@ protected:
         session = std::make_unique<MixSession>(line.environment());
         session->setPort(1, false);
         session->setLoggedTest([this](const QString& lot) { return logged.contains(lot); });
-        QObject::connect(session.get(), &MixSession::mixDone, session.get(),
-                         [this](const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
-                             ++done;
-                             lastFormula = formula->xml();
-                             lastResults = results->xml();
-                             if (onDone)
-                                 onDone();
-                         });
+        QObject::connect(
+            session.get(), &MixSession::mixDone, session.get(),
+            [this](const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
+                ++done;
+                lastFormula = formula->xml();
+                lastResults = results->xml();
+                if (onDone)
+                    onDone();
+            });
         QObject::connect(session.get(), &MixSession::enableForm, session.get(), [this] { ++enabled; });
     }
     RunState state() const { return session->run().state(); }
@@ -85,9 +86,11 @@ TEST_F(MixSessionTest, WholeMix) {
     };
     finishShort();
     EXPECT_EQ(lastFormula, shortFormula()->xml());
-    EXPECT_EQ(lastResults, "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/><LiftingCycles Value=\"3\"/>"
-                           "<Interuption Value=\"A\"/><PreGrind Value=\"2\"/><PreparationNumber Value=\"0012\"/>"
-                           "<TotalMixingRevolutions Value=\"532\"/><HardwareVersion Value=\"SIM-2.1\"/></Results>");
+    EXPECT_EQ(lastResults,
+              "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/><LiftingCycles "
+              "Value=\"3\"/>"
+              "<Interuption Value=\"A\"/><PreGrind Value=\"2\"/><PreparationNumber Value=\"0012\"/>"
+              "<TotalMixingRevolutions Value=\"532\"/><HardwareVersion Value=\"SIM-2.1\"/></Results>");
     EXPECT_EQ(enabled, 1);
     EXPECT_TRUE(session->offers().empty());
     EXPECT_FALSE(session->formula());
@@ -162,13 +165,20 @@ TEST_F(MixSessionTest, FormulaWhileMixingIsRefusedAndTheMixGoesOn) {
     EXPECT_EQ(lastFormula, shortFormula()->xml());
 }
 
-TEST_F(MixSessionTest, FormulaThatCanNotRunLeavesTheLoadedOne) {
+TEST_F(MixSessionTest, FormulaThatCanNotRunTakesTheLoadedOneAway) {
     loadShort();
     session->loadFormula(test::formulaDocument("", 0));
     EXPECT_EQ(notice(), PanelText::Combination);
-    EXPECT_TRUE(session->canStart());
+    EXPECT_FALSE(session->canStart()) << "the user believes the other formula to be loaded";
+    EXPECT_FALSE(session->formula());
+    ASSERT_TRUE(waitFor([&] { return line.mixer.state() == protocol::MixerState::Idle; }));
+    session->start();
+    EXPECT_EQ(startsExecuted(), 0);
     session->loadFormula(nullptr);
     EXPECT_EQ(notice(), PanelText::NoFormula);
+    session->loadFormula(shortFormula());
+    EXPECT_TRUE(session->notice().empty());
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
 }
 
 TEST_F(MixSessionTest, PauseResumeStop) {
@@ -330,7 +340,9 @@ TEST_F(MixSessionTest, ResultsOnAFullDiskAreHandedOutAllTheSame) {
     EXPECT_EQ(session->offers().size(), 1U);
     make();  // the file says "started", the mixer still knows the results
     session->open();
-    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished; }));
+    ASSERT_TRUE(waitFor([&] {
+        return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished;
+    }));
     EXPECT_EQ(session->offers()[0].lot, "SV04260012");
 }
 
@@ -395,7 +407,9 @@ TEST_F(MixSessionTest, MixThatEndedWhileTheProgramWasAwayIsRecovered) {
     make();
     line.run(shortTotal);
     session->open();
-    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished; }));
+    ASSERT_TRUE(waitFor([&] {
+        return session->offers().size() == 1 && session->offers()[0].state == JournalState::Finished;
+    }));
     EXPECT_EQ(done, 0) << "offered, not sprung upon the user";
     EXPECT_TRUE(reaches(RunState::Ready));
     session->logOffer(session->offers()[0].mix);
@@ -419,7 +433,9 @@ TEST_F(MixSessionTest, MixThatTheMixerForgotIsShownAsEndedWithoutResults) {
     make();
     line.mixer.restart();
     session->open();
-    ASSERT_TRUE(waitFor([&] { return session->offers().size() == 1 && session->offers()[0].state == JournalState::Aborted; }));
+    ASSERT_TRUE(waitFor([&] {
+        return session->offers().size() == 1 && session->offers()[0].state == JournalState::Aborted;
+    }));
     EXPECT_EQ(state(), RunState::Ready);
     session->logOffer(session->offers()[0].mix);
     QTest::qWait(30);
@@ -444,7 +460,8 @@ TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
     using namespace protocol;
     Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
     std::uint8_t sequence = 0;
-    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]), startCommand(programme.id)}) {
+    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]),
+                          startCommand(programme.id)}) {
         command.sequence = ++sequence;
         line.mixer.receive(command);
     }
@@ -540,18 +557,72 @@ TEST_F(MixSessionTest, SilenceIsStaleFirstAndLostThen) {
     EXPECT_TRUE(reaches(RunState::Disconnected));
 }
 
-// What goes over the line in a plain mix; the questions for the state between, and their number, depend on
-// the time and are left out, as are the sequence numbers with the checks.
-TEST_F(MixSessionTest, TranscriptOfAMix) {
-    finishShort();
-    QString text;
-    for (const QString& frame : std::as_const(line.transcript)) {
-        QString shown = frame.section('*', 0, 0);
-        shown.replace(1, 2, QStringLiteral(".."));
-        if (shown.contains(QStringLiteral("HELLO")))
-            shown = shown.section(' ', 0, 2) + QStringLiteral(" ........");
-        if (!shown.contains(QStringLiteral("STAT")))
-            text += shown + '\n';
+// What goes over the line. The questions for the state between, and their number, depend on the time and
+// are left out, as are the sequence numbers with the checks.
+class MixTranscriptTest : public MixSessionTest {
+protected:
+    void expectTranscript(const char* name) const {
+        QString text;
+        for (const QString& frame : std::as_const(line.transcript)) {
+            QString shown = frame.section('*', 0, 0);
+            shown.replace(1, 2, QStringLiteral(".."));
+            if (shown.contains(QStringLiteral("HELLO 1")))
+                shown = shown.section(' ', 0, 2) + QStringLiteral(" ........");
+            if (frame.endsWith(QStringLiteral("(lost)")))
+                shown += QStringLiteral("   (lost)");
+            if (!shown.contains(QStringLiteral("STAT")))
+                text += shown + '\n';
+        }
+        support::expectGolden(QStringLiteral("mixer/") + name + ".txt", text);
     }
-    support::expectGolden("mixer/whole_mix.txt", text);
+};
+
+TEST_F(MixTranscriptTest, WholeMix) {
+    finishShort();
+    ASSERT_TRUE(waitFor([&] { return line.mixer.state() == protocol::MixerState::Idle; }));
+    expectTranscript("whole_mix");
+}
+
+TEST_F(MixTranscriptTest, PausedAndStopped) {
+    startShort();
+    session->run().pause();
+    ASSERT_TRUE(reaches(RunState::Paused));
+    session->run().resume();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    session->run().stop();
+    ASSERT_TRUE(waitFor([&] { return done == 1 && line.mixer.state() == protocol::MixerState::Idle; }));
+    expectTranscript("paused_and_stopped");
+}
+
+TEST_F(MixTranscriptTest, LostReplies) {
+    loadShort();
+    ASSERT_TRUE(waitFor([&] { return line.transcript.last().contains("LOADED"); }));
+    QTest::qWait(5);
+    line.loseReplies = 2;
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1 && line.mixer.state() == protocol::MixerState::Idle; }));
+    expectTranscript("lost_replies");
+}
+
+TEST_F(MixTranscriptTest, OtherProgrammeReadBack) {
+    line.mixer.misstoreNextStep();
+    session->open();
+    session->loadFormula(shortFormula());
+    ASSERT_TRUE(waitFor([&] {
+        return message() == PanelText::Misstored && line.mixer.state() == protocol::MixerState::Idle;
+    }));
+    expectTranscript("other_programme_read_back");
+}
+
+TEST_F(MixTranscriptTest, FinishedWhileTheProgramWasAway) {
+    startShort();
+    make();
+    line.transcript.clear();
+    line.run(shortTotal);
+    session->open();
+    ASSERT_TRUE(waitFor(
+        [&] { return session->offers().size() == 1 && line.mixer.state() == protocol::MixerState::Idle; }));
+    expectTranscript("finished_while_away");
 }

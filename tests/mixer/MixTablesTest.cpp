@@ -15,7 +15,8 @@ TEST(MixTables, TenTypes) {
 }
 
 TEST(MixTables, JarsFromOne) {
-    EXPECT_EQ(jarNames(), (QStringList{"", "15 ml", "20 ml", "30 ml", "50 ml", "100 ml", "200 ml", "300 ml", "500 ml", "1000 ml"}));
+    EXPECT_EQ(jarNames(), (QStringList{"", "15 ml", "20 ml", "30 ml", "50 ml", "100 ml", "200 ml", "300 ml",
+                                       "500 ml", "1000 ml"}));
 }
 
 TEST(MixTables, Times) {
@@ -29,9 +30,10 @@ TEST(MixTables, Times) {
         last = secondsOfTime(time);
         EXPECT_EQ(timeText(last), time);
     }
-    const std::pair<int, const char*> known[] = {{0, "00:00:00"}, {1, "00:00:01"}, {20, "00:00:20"}, {21, "00:00:22"},
-                                                 {70, "00:02:00"}, {71, "00:02:05"}, {166, "00:10:00"}, {167, "00:10:30"},
-                                                 {244, "00:49:00"}, {245, "00:50:00"}, {255, "01:00:00"}};
+    const std::pair<int, const char*> known[] = {{0, "00:00:00"},   {1, "00:00:01"},   {20, "00:00:20"},
+                                                 {21, "00:00:22"},  {70, "00:02:00"},  {71, "00:02:05"},
+                                                 {166, "00:10:00"}, {167, "00:10:30"}, {244, "00:49:00"},
+                                                 {245, "00:50:00"}, {255, "01:00:00"}};
     for (const auto& [index, text] : known)
         EXPECT_EQ(times[index], text) << index;
 }

@@ -180,14 +180,16 @@ TEST_F(MixerPanelTest, PortThatIsNotThere) {
 TEST_F(MixerPanelTest, WarningNamesStepAndLimitAndLeavesTheStart) {
     control->StartControl();
     control->loadFormula(test::formulaDocument(
-        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)", 9, 9, 1000));
+        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)",
+        9, 9, 1000));
     ASSERT_TRUE(ringSays("ready to start"));
     EXPECT_EQ(notice("mixerWarnings"), "Step 1 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
     EXPECT_EQ(buttons(), QStringList{"Start"});
     picture("warning");
     control->setSettings(1, 0, 1, {});
     control->loadFormula(test::formulaDocument(
-        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)", 9, 9, 1000));
+        R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)",
+        9, 9, 1000));
     EXPECT_EQ(notice("mixerWarnings"), "");
 }
 
@@ -205,7 +207,9 @@ TEST_F(MixerPanelTest, Fault) {
     EXPECT_EQ(buttons(), QStringList{"OK"});
     picture("fault");
     button("mixerOk")->click();
-    ASSERT_TRUE(test::waitFor([&] { return notice("mixerProblem") == "The emergency stop is still pressed. Release it and press OK."; }));
+    ASSERT_TRUE(test::waitFor([&] {
+        return notice("mixerProblem") == "The emergency stop is still pressed. Release it and press OK.";
+    }));
     line.mixer.releaseEmergencyStop();
     button("mixerOk")->click();
     ASSERT_TRUE(ringSays("nothing loaded"));
@@ -225,10 +229,12 @@ TEST_F(MixerPanelTest, OffersAreLoggedOrPutAsideByAQuestion) {
     EXPECT_EQ(buttons(), (QStringList{"Start (off)", "Log this mix", "Put aside"}));
     picture("offer");
     button("mixerLogMix")->click();
-    ASSERT_TRUE(test::waitFor([&] { return done == 2 && buttons().contains("Log this mix"); })) << "not logged, still on offer";
+    ASSERT_TRUE(test::waitFor([&] { return done == 2 && buttons().contains("Log this mix"); }))
+        << "not logged, still on offer";
 
     const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation, true, false};
-    const QString question = "Put aside the mix of Hydrocortisone 1% Cream, lot SV04260012? It will not be offered for the log again.";
+    const QString question = "Put aside the mix of Hydrocortisone 1% Cream, lot SV04260012? It will not be "
+                             "offered for the log again.";
     asker.expectMsgBox(question, style, "Put aside", platform::Answer::No);
     button("mixerPutAside")->click();
     EXPECT_TRUE(buttons().contains("Put aside"));
@@ -252,9 +258,10 @@ TEST_F(MixerPanelTest, OfferIsNotLoggedDuringAMix) {
 }
 
 TEST_F(MixerPanelTest, SpeaksTheUsersLanguageAndNeverWritesTheFile) {
-    const QByteArray file = R"(<Translations Language="German"><Translate English="Start" Translated="Anfangen"/>)"
-                            R"(<Translate English="Quantity %1 in %2" Translated="In %2: %1"/>)"
-                            R"(<Translate English="Stop" Translated=""/><Translate English="Pause"/></Translations>)";
+    const QByteArray file =
+        R"(<Translations Language="German"><Translate English="Start" Translated="Anfangen"/>)"
+        R"(<Translate English="Quantity %1 in %2" Translated="In %2: %1"/>)"
+        R"(<Translate English="Stop" Translated=""/><Translate English="Pause"/></Translations>)";
     folder.write("GermanTranslation.xml", file);
     control->setSettings(1, 2, 0, folder.path() + "\\GermanTranslation.xml");
     control->StartControl();
@@ -273,7 +280,8 @@ TEST_F(MixerPanelTest, SixteenStepsFitTheSmallestWindow) {
     for (int step = 0; step < 16; ++step)
         steps += R"(<Mix LiftRPM="1200" MixRPM="1800" MixTime="00:00:10" Cycles="0"/>)";
     control->StartControl();
-    control->loadFormula(test::formulaDocument("<CustomMix PreGrind=\"0\" FreeSpin=\"1\">" + steps + "</CustomMix>"));
+    control->loadFormula(
+        test::formulaDocument("<CustomMix PreGrind=\"0\" FreeSpin=\"1\">" + steps + "</CustomMix>"));
     ASSERT_TRUE(ringSays("ready to start"));
     button("mixerStart")->click();
     ASSERT_TRUE(ringSays("step 1 of 16"));
@@ -281,8 +289,10 @@ TEST_F(MixerPanelTest, SixteenStepsFitTheSmallestWindow) {
     ASSERT_TRUE(ringSays("step 13 of 16"));
     QTest::qWait(20);
     const auto& table = *child<StepsTable>(*control, "mixerSteps");
-    EXPECT_TRUE(table.viewport()->rect().contains(table.visualItemRect(table.item(12, 1)).center())) << "the running step is in sight";
-    EXPECT_LE(button("mixerStop")->mapTo(control.get(), QPoint(0, button("mixerStop")->height())).y(), control->height());
+    EXPECT_TRUE(table.viewport()->rect().contains(table.visualItemRect(table.item(12, 1)).center()))
+        << "the running step is in sight";
+    EXPECT_LE(button("mixerStop")->mapTo(control.get(), QPoint(0, button("mixerStop")->height())).y(),
+              control->height());
     picture("sixteen");
 }
 
@@ -295,7 +305,8 @@ TEST_F(MixerPanelTest, DarkToo) {
     platform::applyTheme(*qApp, false);
     QTest::qWait(20);
     picture("mixing");
-    EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->item(1, 0)->background().color(), platform::themeOf(false).softAccent);
+    EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->item(1, 0)->background().color(),
+              platform::themeOf(false).softAccent);
 }
 
 TEST(PanelTexts, KeysAreFitForTheLanguageFiles) {

@@ -39,25 +39,29 @@ TEST(ProtocolDocument, ItsFramesAreWhatTheMixerSays) {
     const std::vector<Frame> frames = workedFrames();
     ASSERT_GT(frames.size(), 30U);
     std::int64_t now = 0;
-    for (std::size_t i = 1; i + 1 < frames.size(); i += 2) {  // the first stands alone, as the example of a frame
+    for (std::size_t i = 1; i + 1 < frames.size();
+         i += 2) { // the first stands alone, as the example of a frame
         const Frame &command = frames[i], &answer = frames[i + 1];
         ASSERT_EQ(command.direction, Direction::ToMixer);
         if (command.kind == "STATUS" && mixer.state() == MixerState::Mixing)
             mixer.advance(now += 12'000);
         if (command.kind == "RESUME") {  // in the part on what goes wrong the lid is open
-            for (const Frame& restart : {clearCommand(), loadCommand({"00000001", 9, 1, 1, 0, 1, {{1, 1, 1, 0}}}),
-                                         stepCommand(1, {1, 1, 1, 0}), startCommand("00000001")})
+            for (const Frame& restart :
+                 {clearCommand(), loadCommand({"00000001", 9, 1, 1, 0, 1, {{1, 1, 1, 0}}}),
+                  stepCommand(1, {1, 1, 1, 0}), startCommand("00000001")})
                 mixer.receive(restart);
             mixer.openLid();
         }
-        EXPECT_EQ(encode(mixer.receive(command)).toStdString(), encode(answer).toStdString()) << encode(command).constData();
+        EXPECT_EQ(encode(mixer.receive(command)).toStdString(), encode(answer).toStdString())
+            << encode(command).constData();
     }
 }
 
 TEST(ProtocolDocument, NamesEveryCommandAndWord) {
     const QString text = linesOfDocument().join('\n');
-    for (const char* word : {"HELLO", "STATUS", "LOAD", "STEP", "READ", "START", "PAUSE", "RESUME", "STOP", "RESULT", "CLEAR",
-                             "HI", "STAT", "HEAD", "RES", "OK", "NO", "BUSY", "FAULT", "ORDER", "RANGE", "UNKNOWN", "USED",
-                             "LID", "ESTOP", "OVERLOAD"})
+    for (const char* word :
+         {"HELLO",  "STATUS", "LOAD",  "STEP",    "READ", "START", "PAUSE", "RESUME",  "STOP",
+          "RESULT", "CLEAR",  "HI",    "STAT",    "HEAD", "RES",   "OK",    "NO",      "BUSY",
+          "FAULT",  "ORDER",  "RANGE", "UNKNOWN", "USED", "LID",   "ESTOP", "OVERLOAD"})
         EXPECT_TRUE(text.contains(word)) << word;
 }

@@ -28,10 +28,11 @@ protected:
         command.sequence = ++sequence;
         FrameDecoder decoder(Direction::ToProgram);
         std::vector<Frame> replies;
-        const auto connection = QObject::connect(&port, &platform::SerialPort::bytesRead, &port, [&](const QByteArray& bytes) {
-            for (const Frame& reply : decoder.feed(bytes))
-                replies.push_back(reply);
-        });
+        const auto connection =
+            QObject::connect(&port, &platform::SerialPort::bytesRead, &port, [&](const QByteArray& bytes) {
+                for (const Frame& reply : decoder.feed(bytes))
+                    replies.push_back(reply);
+            });
         port.write(encode(command));
         const bool came = test::waitFor([&] { return !replies.empty(); });
         QObject::disconnect(connection);
@@ -42,7 +43,8 @@ protected:
         platform::QtSerialPort port;
         EXPECT_TRUE(port.open(platform::portPath(1), 57600)) << port.errorText().toStdString();
         const Programme programme{id, 9, 1, 10, 0, 1, {{1200, 1200, 1, 0}}};
-        for (const Frame& command : {helloCommand("TEST"), clearCommand(), loadCommand(programme), stepCommand(1, programme.steps[0]), startCommand(id)})
+        for (const Frame& command : {helloCommand("TEST"), clearCommand(), loadCommand(programme),
+                                     stepCommand(1, programme.steps[0]), startCommand(id)})
             EXPECT_TRUE(ask(port, command));
         std::optional<MixResults> results;
         test::waitFor([&] {

@@ -106,7 +106,8 @@ QByteArray PseudoTerminal::read(int waitMilliseconds) {
 
 void PseudoTerminal::write(const QByteArray& bytes) {
     // A full line loses the rest, as a line without anyone at the other end would.
-    if (m_master >= 0 && m_peer && ::write(m_master, bytes.constData(), static_cast<std::size_t>(bytes.size())) < 0)
+    if (m_master >= 0 && m_peer &&
+        ::write(m_master, bytes.constData(), static_cast<std::size_t>(bytes.size())) < 0)
         m_errorText = QString::fromLocal8Bit(std::strerror(errno));
 }
 

@@ -174,8 +174,8 @@ void SimulatedMixer::advance(std::int64_t now) {
 
 void SimulatedMixer::finish(bool byUser) {
     const MixPosition position = positionAt(m_programme, m_mixed);
-    m_results.push_back({m_programme.id, m_preparation, m_programme.jar, m_programme.type, position.cycles, byUser,
-                         m_programme.preGrind, position.revolutions});
+    m_results.push_back({m_programme.id, m_preparation, m_programme.jar, m_programme.type, position.cycles,
+                         byUser, m_programme.preGrind, position.revolutions});
     if (m_results.size() > resultsKept)
         m_results.pop_front();
     m_state = MixerState::Done;

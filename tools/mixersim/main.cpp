@@ -48,15 +48,19 @@ void addOptions(QCommandLineParser& parser) {
     parser.setApplicationDescription(QStringLiteral("A simulated mixer on a pseudo-terminal."));
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("link"), QStringLiteral("Keep a symbolic link at PATH, as ports/COM1."), QStringLiteral("PATH")},
-        {QStringLiteral("speed"), QStringLiteral("N times as fast as real (1)."), QStringLiteral("N"), QStringLiteral("1")},
+        {QStringLiteral("link"), QStringLiteral("Keep a symbolic link at PATH, as ports/COM1."),
+         QStringLiteral("PATH")},
+        {QStringLiteral("speed"), QStringLiteral("N times as fast as real (1)."), QStringLiteral("N"),
+         QStringLiteral("1")},
         {QStringLiteral("fault"), QStringLiteral("One of --list-faults, with @step where it begins."),
          QStringLiteral("NAME[@step]")},
         {QStringLiteral("list-faults"), QStringLiteral("Name the faults and end.")},
-        {QStringLiteral("state"), QStringLiteral("Keep the number of the last preparation in FILE."), QStringLiteral("FILE")},
-        {QStringLiteral("serial"), QStringLiteral("Serial number of the device (SV0426)."), QStringLiteral("XX0000"),
-         QStringLiteral("SV0426")},
-        {QStringLiteral("parent-pid"), QStringLiteral("End when this process has ended."), QStringLiteral("PID")},
+        {QStringLiteral("state"), QStringLiteral("Keep the number of the last preparation in FILE."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("serial"), QStringLiteral("Serial number of the device (SV0426)."),
+         QStringLiteral("XX0000"), QStringLiteral("SV0426")},
+        {QStringLiteral("parent-pid"), QStringLiteral("End when this process has ended."),
+         QStringLiteral("PID")},
     });
 }
 
@@ -89,7 +93,8 @@ std::optional<Options> readOptions(const QCommandLineParser& parser, QTextStream
 }
 
 int run(const Options& options, QTextStream& out, QTextStream& complaint) {
-    mixersim::SimulatedMixer mixer({protocol::version, "SIM-2.1", options.serial}, readCounter(options.stateFile));
+    mixersim::SimulatedMixer mixer({protocol::version, "SIM-2.1", options.serial},
+                                   readCounter(options.stateFile));
     mixer.onPreparation = [&](int preparations) {
         if (!options.stateFile.isEmpty() && !writeCounter(options.stateFile, preparations))
             complaint << "can't write " << options.stateFile << Qt::endl;

@@ -63,7 +63,8 @@ std::optional<Frame> decode(const QByteArray& line) {
         return std::nullopt;
     const QByteArrayView body = QByteArrayView(line).first(head);
     // The length finds every byte lost or doubled; by the CRC alone one in 65,536 of them would pass.
-    if (fromHex(QByteArrayView(line).sliced(head + 1, 2)) != head || fromHex(QByteArrayView(line).last(4)) != crc16(body))
+    if (fromHex(QByteArrayView(line).sliced(head + 1, 2)) != head ||
+        fromHex(QByteArrayView(line).last(4)) != crc16(body))
         return std::nullopt;
 
     Frame frame;

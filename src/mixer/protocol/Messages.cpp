@@ -86,7 +86,8 @@ std::optional<std::pair<Programme, int>> readProgramme(const Frame& frame, const
     p.id = read.mixId(false);
     p.type = read.number(0, 9);
     p.jar = read.number(1, 9);
-    p.quantity = read.number(std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max());
+    p.quantity =
+        read.number(std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max());
     p.preGrind = read.number(0, 15);
     p.freeSpin = read.number(1, 16);
     const int steps = read.number(1, mostSteps);
@@ -155,7 +156,8 @@ std::optional<MixId> readMixId(const Frame& frame) {
 }
 
 Frame identityReply(const Frame& command, const Identity& identity) {
-    return reply(command, "HI", {QByteArray::number(identity.protocolVersion), identity.hardware, identity.serial});
+    return reply(command, "HI",
+                 {QByteArray::number(identity.protocolVersion), identity.hardware, identity.serial});
 }
 Frame okReply(const Frame& command) { return reply(command, "OK"); }
 Frame refusalReply(const Frame& command, const QByteArray& word) { return reply(command, "NO", {word}); }

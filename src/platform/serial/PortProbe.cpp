@@ -102,7 +102,8 @@ QString openRefusal(const QString& path) {
     case PortState::Present: return {};
     case PortState::Held: return QStringLiteral("Another program uses %1. Close that program.").arg(path);
     case PortState::Absent:
-        return QStringLiteral("There is no device at %1. Check the cable and the power of the device.").arg(path);
+        return QStringLiteral("There is no device at %1. Check the cable and the power of the device.")
+            .arg(path);
     case PortState::Forbidden: break;
     }
     const QString group = deviceGroup(path);

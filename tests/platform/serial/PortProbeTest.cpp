@@ -33,7 +33,8 @@ protected:
 }  // namespace
 
 TEST_F(PortProbeTest, DevicesByKindAndNumber) {
-    for (const char* name : {"ttyS0", "ttyS1", "ttyACM1", "ttyACM0", "ttyUSB10", "ttyUSB2", "tty", "ttyX0", "null"})
+    for (const char* name :
+         {"ttyS0", "ttyS1", "ttyACM1", "ttyACM0", "ttyUSB10", "ttyUSB2", "tty", "ttyX0", "null"})
         folder.write(QStringLiteral("dev/") + name, {});
     EXPECT_EQ(found(1), "ttyUSB2");
     EXPECT_EQ(found(2), "ttyUSB10");
@@ -110,5 +111,6 @@ TEST_F(PortProbeTest, ForbiddenPortNamesTheGroup) {
     const QString group = deviceGroup(terminal.path());
     const QString refusal = openRefusal(terminal.path());
     EXPECT_TRUE(refusal.startsWith("You may not use " + terminal.path())) << refusal.toStdString();
-    EXPECT_TRUE(refusal.contains(group.isEmpty() ? QStringLiteral("Ask the administrator") : "Join the group \"" + group + "\""));
+    EXPECT_TRUE(refusal.contains(group.isEmpty() ? QStringLiteral("Ask the administrator")
+                                                 : "Join the group \"" + group + "\""));
 }

@@ -22,7 +22,8 @@ protected:
     QByteArray received;
 
     void SetUp() override {
-        QObject::connect(&port, &SerialPort::bytesRead, &port, [this](const QByteArray& bytes) { received += bytes; });
+        QObject::connect(&port, &SerialPort::bytesRead, &port,
+                         [this](const QByteArray& bytes) { received += bytes; });
         ASSERT_TRUE(port.open(terminal.path(), 57600)) << port.errorText().toStdString();
     }
 };
@@ -79,6 +80,7 @@ TEST_F(QtSerialPortTest, ThroughALink) {
 
 TEST_F(QtSerialPortTest, NoSuchDevice) {
     EXPECT_FALSE(port.open("/nowhere/COM1", 57600));
-    EXPECT_EQ(port.errorText(), "There is no device at /nowhere/COM1. Check the cable and the power of the device.");
+    EXPECT_EQ(port.errorText(),
+              "There is no device at /nowhere/COM1. Check the cable and the power of the device.");
     EXPECT_FALSE(port.open({}, 57600));
 }
