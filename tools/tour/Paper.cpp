@@ -1,0 +1,130 @@
+#include "Paper.h"
+
+#include "platform/report/PreviewWindow.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDateTimeEdit>
+#include <QDir>
+#include <QFile>
+#include <QPointer>
+#include <QTest>
+
+namespace tour {
+namespace {
+
+platform::PreviewWindow* previewOnShow() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* preview = qobject_cast<platform::PreviewWindow*>(window);
+        if (preview && preview->isVisible())
+            return preview;
+    }
+    return nullptr;
+}
+
+bool isWholePdf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray content = file.readAll();
+    return content.startsWith("%PDF-") && content.trimmed().endsWith("%%EOF");
+}
+
+/// A field of a date by the arrow keys.
+void turn(QDateTimeEdit& box, QDateTimeEdit::Section section, Qt::Key key) {
+    box.setFocus();
+    box.setSelectedSection(section);
+    QTest::keyClick(&box, key);
+}
+
+void pressSave(const QWidget& dialog) {
+    for (auto* button : dialog.findChildren<QAbstractButton*>()) {
+        const QString caption = button->text().remove(QLatin1Char('&'));
+        if (button->isVisible() && caption == QLatin1String("Save"))
+            return Visitor::click(*button);
+    }
+    stopTour(QStringLiteral("the file dialog has no button to save."));
+}
+
+}  // namespace
+
+Paper::Paper(Visitor& visitor, QString pdfFolder, QString programFolder)
+    : m_visitor(visitor), m_pdfFolder(std::move(pdfFolder)), m_programFolder(std::move(programFolder)) {}
+
+void Paper::print(const QString& entry, const QString& pdf, const Announce& dialogs) {
+    if (dialogs)
+        dialogs();
+    m_visitor.menu(QStringLiteral("cmdPrint"), entry);
+    m_visitor.requireNoReport();
+    QPointer<platform::PreviewWindow> preview = previewOnShow();
+    require(preview, QStringLiteral("no preview came for %1.").arg(pdf));
+    m_visitor.wait(QStringLiteral("the last page of %1").arg(pdf), [&] { return preview->isComplete(); });
+    m_visitor.picture(QStringLiteral("preview-") + pdf.section(QLatin1Char('.'), 0, 0), preview);
+    savePdf(*preview, QDir(m_pdfFolder).filePath(pdf));
+    Visitor::click(Visitor::find<QWidget>(*preview, QStringLiteral("closeButton")));
+    m_visitor.wait(QStringLiteral("the end of the preview"), [&] { return !preview; });
+}
+
+void Paper::savePdf(QWidget& preview, const QString& path) {
+    QFile::remove(path);
+    m_visitor.robot().expectDialog(QStringLiteral("savePdfDialog"), [this, path](QWidget& dialog) {
+        pictureOnce(QStringLiteral("save-as-pdf"), dialog);
+        Visitor::type(Visitor::find<QLineEdit>(dialog, QStringLiteral("fileNameEdit")), path);
+        pressSave(dialog);
+    });
+    Visitor::click(Visitor::find<QWidget>(preview, QStringLiteral("savePdfButton")));
+    m_visitor.settle();
+    m_visitor.wait(path, [&] { return isWholePdf(path); });
+    m_files << path;
+}
+
+void Paper::exportTo(const QString& entry, const QString& spreadsheet, const Announce& dialogs) {
+    const QString path = QDir(m_programFolder).filePath(spreadsheet);
+    QFile::remove(path);
+    if (dialogs)
+        dialogs();
+    m_visitor.menu(QStringLiteral("cmdExport"), entry);
+    m_visitor.requireNoReport();
+    m_visitor.wait(path, [&] { return QFile(path).size() > 0; });
+    m_files << path;
+}
+
+void Paper::pictureOnce(const QString& name, QWidget& dialog) {
+    if (m_pictured.contains(name))
+        return;
+    m_pictured << name;
+    m_visitor.picture(name, &dialog);
+}
+
+Paper::Announce Paper::quantity(int quantity) {
+    return [this, quantity] {
+        m_visitor.robot().expectDialog(QStringLiteral("frmMake"), [this, quantity](QWidget& dialog) {
+            Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtQTY")), QString::number(quantity));
+            pictureOnce(QStringLiteral("worksheet-quantity"), dialog);
+            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("OKButton")));
+        });
+    };
+}
+
+Paper::Announce Paper::dates() {
+    return [this] {
+        m_visitor.robot().expectDialog(QStringLiteral("frmReportDate"), [this](QWidget& dialog) {
+            turn(Visitor::find<QDateTimeEdit>(dialog, QStringLiteral("dtBegin")), QDateTimeEdit::YearSection, Qt::Key_Down);
+            turn(Visitor::find<QDateTimeEdit>(dialog, QStringLiteral("dtEnd")), QDateTimeEdit::YearSection, Qt::Key_Up);
+            pictureOnce(QStringLiteral("report-dates"), dialog);
+            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdOK")));
+        });
+    };
+}
+
+Paper::Announce Paper::labels(int count, int position) {
+    return [this, count, position] {
+        m_visitor.robot().expectDialog(QStringLiteral("frmSelPrint"), [this, count, position](QWidget& dialog) {
+            Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtLabels")), QString::number(count));
+            pictureOnce(QStringLiteral("label-positions"), dialog);
+            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdPosition_%1").arg(position)));
+        });
+    };
+}
+
+}  // namespace tour

@@ -1,0 +1,64 @@
+#include "Program.h"
+
+#include "core/frmMain.h"
+#include "platform/basic/Paths.h"
+#include "shared/basMain.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+namespace tour {
+
+Program::Program(Visitor& visitor, const QString& folder) : m_visitor(visitor) {
+    platform::setProgramFolder(folder);
+    platform::setAsker(&m_asker);
+    sorvanto::basMain::endProgram = [this] { m_ended = true; };
+}
+
+Program::~Program() {
+    m_visitor.setWindow(nullptr);
+    m_window.reset();
+    platform::setAsker(nullptr);
+}
+
+void Program::start() {
+    m_visitor.robot().mayCome(QStringLiteral("frmWizard"), [this](QWidget& wizard) {
+        m_visitor.picture(QStringLiteral("language-wizard"), &wizard);
+        Visitor::click(Visitor::find<QPushButton>(wizard, QStringLiteral("optLanguage_0")));
+    });
+    m_window = std::make_unique<sorvanto::frmMain>();
+    m_asker.setParent(m_window.get());
+    m_window->Form_Load();
+    m_visitor.robot().forgetOptional();
+    if (m_ended)
+        return;
+    m_window->show();
+    m_visitor.setWindow(m_window.get());
+    m_window->activateWindow();
+    require(QTest::qWaitForWindowExposed(m_window.get()), QStringLiteral("the main window does not show."));
+    m_visitor.settle();
+}
+
+void Program::menuBar(const QString& menu, const QString& entry) {
+    QMenuBar& bar = *m_window->menuBar();
+    for (QAction* action : bar.actions()) {
+        if (!action->menu() || action->menu()->objectName() != menu)
+            continue;
+        m_visitor.robot().expectMenu(entry);
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(action).center());
+        m_visitor.settle();
+        return;
+    }
+    stopTour(QStringLiteral("there is no menu %1.").arg(menu));
+}
+
+void Program::leave() {
+    m_visitor.robot().alwaysAnswer(QStringLiteral("data not saved! Save Changes?"), QStringLiteral("No"));
+    menuBar(QStringLiteral("mnuFile"), QStringLiteral("mnuExit"));
+    require(m_ended, QStringLiteral("the program does not end."));
+    m_visitor.setWindow(nullptr);
+}
+
+}  // namespace tour

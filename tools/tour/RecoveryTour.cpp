@@ -1,0 +1,117 @@
+#include "RecoveryTour.h"
+
+#include "Batch.h"
+#include "BatchCheck.h"
+#include "RawDatabase.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QLabel>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace tour {
+namespace {
+
+const QString formulaName = QStringLiteral("Hydrocortisone 1% Cream");
+constexpr int quantity = 35;
+
+QString lotOf(const QWidget& dialog) {
+    return Visitor::find<QLabel>(dialog, QStringLiteral("lbllog_Lot")).text();
+}
+
+}  // namespace
+
+RecoveryTour::RecoveryTour(const QString& programFolder)
+    : m_folder(programFolder), m_visitor(QDir(programFolder).filePath(QStringLiteral("tour")), QStringLiteral("recovery-")),
+      m_program(m_visitor, programFolder) {}
+
+QString RecoveryTour::database() const {
+    return QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb"));
+}
+
+int RecoveryTour::logged() const {
+    return RawDatabase(database()).number(QStringLiteral("SELECT count(*) FROM Log"));
+}
+
+void RecoveryTour::chooseAndMake(const Robot::Script& signing) {
+    m_program.start();
+    m_visitor.search(QStringLiteral("Hydroc"));
+    Batch batch(m_visitor, formulaName, quantity);
+    batch.setSigning(signing);
+    batch.announceQuantity();
+    m_visitor.tool(QStringLiteral("cmdMake"));
+    batch.mix();
+}
+
+void RecoveryTour::dieBeforeLogging() {
+    chooseAndMake([](QWidget& dialog) {
+        std::printf("%s\n", qUtf8Printable(lotOf(dialog)));
+        std::fflush(stdout);
+        ::kill(::getpid(), SIGKILL);
+    });
+    stopTour(QStringLiteral("the process outlived its end."));
+}
+
+void RecoveryTour::signInVain(const QString& initials) {
+    QString lot;
+    int before = 0;
+    chooseAndMake([&](QWidget& dialog) {
+        lot = lotOf(dialog);
+        before = logged();
+        Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtInitials")), initials);
+        Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtVerified")), Batch::verifier);
+        Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdOK")));
+    });
+    std::printf("%s\n", qUtf8Printable(lot));
+    m_visitor.picture(QStringLiteral("refused-initials"));
+    const QString report = m_visitor.find<QLabel>(QStringLiteral("lblReport")).text();
+    require(report.contains(QStringLiteral("clsLog:addLog")),
+            QStringLiteral("the refused entry is reported as \"%1\".").arg(report));
+    requireSame(QStringLiteral("the number of batches in the log"), QString::number(logged()), QString::number(before));
+    requireOffer(lot);
+    m_program.leave();
+}
+
+void RecoveryTour::requireOffer(const QString& lot) {
+    const QString offer = m_visitor.find<QLabel>(QStringLiteral("mixerOffer")).text();
+    for (const QString& part : {formulaName, QString::number(quantity), lot})
+        require(offer.contains(part), QStringLiteral("the offer \"%1\" does not name %2.").arg(offer, part));
+}
+
+void RecoveryTour::logOffer() {
+    m_program.start();
+    const int before = logged();
+    m_visitor.picture(QStringLiteral("offer"));
+    requireOffer(QString());
+    const BatchCheck check(database(), formulaName, quantity);
+    QString lot;
+    m_visitor.robot().expectDialog(QStringLiteral("frmInitials"), [&](QWidget& dialog) {
+        lot = lotOf(dialog);
+        Batch(m_visitor, formulaName, quantity).sign(dialog, Batch::compounder, Batch::verifier);
+    });
+    m_visitor.click(QStringLiteral("mixerLogMix"));
+    m_visitor.settle();
+    check.requireLogged(Batch::compounder, Batch::verifier);
+    requireSame(QStringLiteral("the number of batches in the log"), QString::number(logged()), QString::number(before + 1));
+    std::printf("%s\n", qUtf8Printable(lot));
+    m_visitor.requireNoReport();
+    for (const auto* button : m_visitor.window().findChildren<QAbstractButton*>(QStringLiteral("mixerLogMix")))
+        require(!button->isVisible(), QStringLiteral("the mix is on offer although it is in the log."));
+    m_program.leave();
+}
+
+void RecoveryTour::startSecond() {
+    bool refused = false;
+    m_visitor.robot().expectBox(QStringLiteral("Sorvanto control panel is already running, only one instance allowed."),
+                                QStringLiteral("OK"), [&](QWidget& box) {
+                                    refused = true;
+                                    m_visitor.picture(QStringLiteral("second-instance"), &box);
+                                });
+    m_program.start();
+    require(refused && m_program.ended(), QStringLiteral("a second start was not refused."));
+}
+
+}  // namespace tour

@@ -1,0 +1,175 @@
+#include "SampleTour.h"
+
+#include "Batch.h"
+#include "BatchCheck.h"
+#include "RawDatabase.h"
+
+#include "platform/widgets/RecordGrid.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QTest>
+
+namespace tour {
+namespace {
+
+const QString formulaName = QStringLiteral("Hydrocortisone 1% Cream");
+constexpr int quantity = 35;
+constexpr int labels = 3;
+constexpr int rowTwoColumnThree = 6;
+
+QString tourFolder(const QString& programFolder) {
+    return QDir(programFolder).filePath(QStringLiteral("tour"));
+}
+
+QModelIndex rowWith(const platform::RecordGrid& grid, const QString& name) {
+    for (int row = 0; row < grid.model()->rowCount(); ++row) {
+        for (int column = 0; column < grid.model()->columnCount(); ++column) {
+            const QModelIndex cell = grid.model()->index(row, column);
+            if (!grid.isColumnHidden(column) && cell.data().toString() == name)
+                return cell;
+        }
+    }
+    stopTour(QStringLiteral("the list does not show %1.").arg(name));
+}
+
+}  // namespace
+
+SampleTour::SampleTour(const QString& programFolder)
+    : m_folder(programFolder), m_visitor(tourFolder(programFolder), QString()), m_program(m_visitor, programFolder),
+      m_paper(m_visitor, tourFolder(programFolder), programFolder) {}
+
+void SampleTour::run() {
+    m_program.start();
+    require(!m_program.ended(), QStringLiteral("the program ended at its start."));
+    chooseFormula();
+    lookAtFormula();
+    makeBatch();
+    lookAtLog();
+    lookAround();
+    printFormulas();
+    printLogs();
+    printOthers();
+    m_visitor.requireNoReport();
+    m_program.leave();
+}
+
+QStringList SampleTour::files() const {
+    return m_visitor.pictures() + m_paper.files();
+}
+
+void SampleTour::chooseFormula() {
+    m_visitor.picture(QStringLiteral("start"));
+    // More than one is found by the first letters.
+    m_visitor.robot().expectDialog(QStringLiteral("frmSearchRS"), [this](QWidget& list) {
+        auto& grid = Visitor::find<platform::RecordGrid>(list, QStringLiteral("TDBList1"));
+        const QModelIndex row = rowWith(grid, formulaName);
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(row).center());
+        m_visitor.picture(QStringLiteral("search-list"), &list);
+        Visitor::click(Visitor::find<QAbstractButton>(list, QStringLiteral("cmdOK")));
+    });
+    m_visitor.search(QStringLiteral("Hydro"));
+    m_visitor.requireText(QStringLiteral("txtfrm_Name"), formulaName);
+    m_visitor.requireNoReport();
+}
+
+void SampleTour::lookAtFormula() {
+    for (const char* tab : {"formula-general", "formula-ingredients", "formula-mix-options"}) {
+        m_visitor.openTab(tab == QLatin1String("formula-general") ? 0 : tab == QLatin1String("formula-ingredients") ? 1 : 2);
+        m_visitor.picture(QLatin1String(tab));
+    }
+    m_visitor.openTab(0);
+}
+
+void SampleTour::makeBatch() {
+    const QString database = QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb"));
+    const int before = RawDatabase(database).number(QStringLiteral("SELECT count(*) FROM Log"));
+    const BatchCheck check(database, formulaName, quantity);
+    Batch batch(m_visitor, formulaName, quantity);
+    batch.announceQuantity();
+    m_visitor.tool(QStringLiteral("cmdMake"));
+    batch.mix();
+    batch.requireFormulas();
+    m_visitor.requireNoReport();
+    m_visitor.picture(QStringLiteral("back-on-the-formulas"));
+    check.requireLogged(Batch::compounder, Batch::verifier);
+    requireSame(QStringLiteral("the number of batches in the log"),
+                QString::number(RawDatabase(database).number(QStringLiteral("SELECT count(*) FROM Log"))),
+                QString::number(before + 1));
+}
+
+void SampleTour::lookAtLog() {
+    m_visitor.tool(QStringLiteral("cmdLogs"));
+    const RawDatabase file(QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb")));
+    m_visitor.requireText(QStringLiteral("txtlog_Name"), formulaName);
+    m_visitor.requireText(QStringLiteral("txtlog_Quantity"), QString::number(quantity));
+    m_visitor.requireText(QStringLiteral("txtlog_Lot"),
+                          file.value(QStringLiteral("SELECT log_Lot FROM Log ORDER BY LogID DESC LIMIT 1")));
+    m_visitor.requireText(QStringLiteral("txtlog_Initials"), Batch::compounder);
+    m_visitor.requireText(QStringLiteral("txtlog_Verified"), Batch::verifier);
+    const char* const tabs[] = {"log-general", "log-ingredients", "log-mix-options", "log-mix-results"};
+    for (int tab = 0; tab < 4; ++tab) {
+        m_visitor.openTab(tab);
+        m_visitor.picture(QLatin1String(tabs[tab]));
+    }
+    m_visitor.openTab(0);
+}
+
+void SampleTour::lookAround() {
+    m_visitor.tool(QStringLiteral("cmdChemicals"));
+    m_visitor.picture(QStringLiteral("chemicals-unlocked"));
+    m_visitor.tool(QStringLiteral("cmdCancel"));
+    m_visitor.tool(QStringLiteral("cmdNext"));
+    m_visitor.picture(QStringLiteral("chemicals"));
+    m_visitor.tool(QStringLiteral("cmdPatients"));
+    m_visitor.picture(QStringLiteral("patients"));
+    m_visitor.openTab(1);
+    m_visitor.picture(QStringLiteral("patients-prescriptions"));
+    m_visitor.tool(QStringLiteral("cmdCurrent"));
+    m_visitor.picture(QStringLiteral("current-formula"));
+    const auto close = [this](const char* name, const char* button) {
+        return [this, name, button](QWidget& dialog) {
+            m_visitor.picture(QLatin1String(name), &dialog);
+            Visitor::click(Visitor::find<QAbstractButton>(dialog, QLatin1String(button)));
+        };
+    };
+    m_visitor.robot().expectDialog(QStringLiteral("frmOptions"), close("options", "cmdCancel"));
+    m_visitor.tool(QStringLiteral("cmdOptions"));
+    m_visitor.robot().expectDialog(QStringLiteral("frmAbout"), [this](QWidget& about) {
+        m_visitor.picture(QStringLiteral("about"), &about);
+        QTest::mouseClick(&about, Qt::LeftButton);
+    });
+    m_program.menuBar(QStringLiteral("mnuHelp"), QStringLiteral("mnuAbout"));
+    m_visitor.requireNoReport();
+}
+
+void SampleTour::printFormulas() {
+    m_visitor.tool(QStringLiteral("cmdFormulas"));
+    m_paper.print(QStringLiteral("mnuWorksheet"), QStringLiteral("worksheet.pdf"), m_paper.quantity(quantity));
+    m_paper.exportTo(QStringLiteral("mnuWorksheetx"), QStringLiteral("Worksheet.xls"), m_paper.quantity(quantity));
+}
+
+void SampleTour::printLogs() {
+    m_visitor.tool(QStringLiteral("cmdLogs"));
+    m_paper.print(QStringLiteral("mnuFormulaLog"), QStringLiteral("formula-log.pdf"));
+    m_paper.exportTo(QStringLiteral("mnuFormulaLogx"), QStringLiteral("FormulaLog.xls"));
+    m_paper.print(QStringLiteral("mnuLabel"), QStringLiteral("batch-labels.pdf"), m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.exportTo(QStringLiteral("mnuLabelx"), QStringLiteral("LogAvery8160.xls"), m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("log-report.pdf"), m_paper.dates());
+    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("LogReport.xls"), m_paper.dates());
+    m_paper.print(QStringLiteral("mnuJarReport"), QStringLiteral("jar-usage.pdf"), m_paper.dates());
+    m_paper.exportTo(QStringLiteral("mnuJarReportx"), QStringLiteral("JarUsage.xls"), m_paper.dates());
+}
+
+void SampleTour::printOthers() {
+    m_visitor.tool(QStringLiteral("cmdChemicals"));
+    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("chemicals.pdf"));
+    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("Chemicals.xls"));
+    m_visitor.tool(QStringLiteral("cmdPatients"));
+    m_paper.print(QStringLiteral("mnuLabel"), QStringLiteral("rx-labels.pdf"), m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.exportTo(QStringLiteral("mnuLabelx"), QStringLiteral("RXLabel.xls"), m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("patient.pdf"), m_paper.dates());
+    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("RXReport.xls"), m_paper.dates());
+}
+
+}  // namespace tour
