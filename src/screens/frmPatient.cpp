@@ -44,16 +44,16 @@ frmPatient::frmPatient(QWidget* parent)
     platform::makeCard(*ui->fraPatient);
     platform::makeCard(*ui->fraRXs);
     ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 64},
-                            {.field = "log_Name", .caption = "Name"},
+                            {.field = "log_Name", .caption = "Name", .width = 208},
                             {.field = "log_Strength", .caption = "Strength", .width = 80},
                             {.field = "rxs_Qty", .caption = "Qty", .width = 64, .editable = true},
                             {.field = "rxs_Cost", .caption = "Cost", .width = 80, .editable = true},
                             {.field = "rxs_Price", .caption = "Price", .width = 80, .editable = true},
                             {.field = "log_Lot", .caption = "Lot", .width = 104},
-                            {.field = "log_Date", .caption = "Log Date", .width = 96},
+                            {.field = "log_Date", .caption = "Log Date", .width = 176},
                             {.field = "rxs_Date", .caption = "RX Date", .width = 96, .editable = true},
                             {.field = "rxs_Consult", .caption = "Consult", .width = 80, .editable = true},
-                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 120, .editable = true}});
+                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 144, .editable = true}});
     connect(ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
     connect(ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
 }

@@ -3,11 +3,14 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QLabel>
+#include <QTest>
 
 namespace tour {
 namespace {
 
-constexpr int longestMix = 180'000;  // milliseconds, for a simulator that runs fast
+// In milliseconds, for a simulator that runs fast.
+constexpr int longestMix = 180'000;
+constexpr int intoTheMix = 600;
 
 }  // namespace
 
@@ -45,7 +48,8 @@ void Batch::mix() {
     visitor.click(QStringLiteral("mixerStart"));
     const auto* pause = visitor.window().findChild<QAbstractButton*>(QStringLiteral("mixerPause"));
     visitor.wait(QStringLiteral("the running mix"), [&] { return asked || (pause && pause->isVisible()); }, 30'000);
-    if (!asked)
+    // A moment into the mix, so that the ring has moved.
+    if (!QTest::qWaitFor([&] { return asked; }, intoTheMix))
         visitor.picture(QStringLiteral("mixing"));
     visitor.wait(QStringLiteral("the end of the mix"), [&] { return asked; }, longestMix);
     visitor.settle();

@@ -1,0 +1,23 @@
+// The server chooses a free number itself and writes it to its standard output.
+#include "Display.h"
+
+namespace e2e {
+
+Display::~Display() {
+    m_server.terminate();
+    if (!m_server.waitForFinished(5000))
+        m_server.kill();
+    m_server.waitForFinished();
+}
+
+bool Display::start() {
+    m_server.setStandardErrorFile(QProcess::nullDevice());
+    m_server.start(QStringLiteral("Xvfb"),
+                   {"-displayfd", "1", "-screen", "0", "1366x768x24", "-nolisten", "tcp", "-noreset"});
+    if (!m_server.waitForStarted() || !m_server.waitForReadyRead(20'000))
+        return false;
+    m_name = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
+    return m_name.size() > 1;
+}
+
+}  // namespace e2e

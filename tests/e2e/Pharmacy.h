@@ -1,0 +1,48 @@
+// A program folder with the sample pharmacy, a fast simulated mixer on its port, and a screen: the base of
+// the tests that run the real executables.
+#pragma once
+
+#include "Display.h"
+#include "support/TestDatabase.h"
+
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace e2e {
+
+/// How a process ended and what it wrote.
+struct Ending {
+    bool killed = false;
+    int code = -1;
+    QString out, err;
+};
+
+class Pharmacy : public ::testing::Test {
+protected:
+    static void SetUpTestSuite();
+    static void TearDownTestSuite();
+    void SetUp() override;
+    void TearDown() override;
+
+    static QString executable(const QString& name);
+    /// Where processes find screen and system settings.
+    static QProcessEnvironment environment();
+    /// Runs the tour on the folder to its end.
+    Ending tour(const QStringList& options = {});
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    std::string sql(const QString& statement) const {
+        return support::rowsText(support::runSql(path("sorvanto.mdb"), statement)).trimmed().toStdString();
+    }
+    /// The results document of the one open mix in the journal.
+    QString journalledResults() const;
+
+private:
+    static Display* s_display;
+    QTemporaryDir m_folder;
+    QProcess m_simulator;
+};
+
+}  // namespace e2e
