@@ -15,7 +15,7 @@ QStatusBar::item { border: none; }
 QFrame[card="true"], QGroupBox { background: @surface; border: 1px solid @line; border-radius: 12px; }
 QGroupBox { margin-top: 0; padding: 40px 12px 12px 12px; font-weight: 600; }
 QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 20px; top: 14px; color: @text; }
-QLabel[fieldLabel="true"] { color: @secondary; qproperty-alignment: 'AlignRight | AlignVCenter'; }
+QLabel[fieldLabel="true"] { color: @secondary; }
 QLabel[heading="true"] { font-weight: 600; }
 QLabel[quiet="true"] { color: @secondary; font-size: 9pt; }
 QLabel[badge="true"] { background: @warning; color: @onFill; border-radius: 5px; padding: 1px 7px; font-size: 9pt; }
