@@ -49,7 +49,7 @@ frmPatient::frmPatient(QWidget* parent)
                             {.field = "rxs_Qty", .caption = "Qty", .width = 64, .editable = true},
                             {.field = "rxs_Cost", .caption = "Cost", .width = 80, .editable = true},
                             {.field = "rxs_Price", .caption = "Price", .width = 80, .editable = true},
-                            {.field = "log_Lot", .caption = "Lot", .width = 104},
+                            {.field = "log_Lot", .caption = "Lot", .width = 120},
                             {.field = "log_Date", .caption = "Log Date", .width = 176},
                             {.field = "rxs_Date", .caption = "RX Date", .width = 96, .editable = true},
                             {.field = "rxs_Consult", .caption = "Consult", .width = 80, .editable = true},
@@ -132,6 +132,8 @@ void frmPatient::m_frmMain_btnClick(const QString& toolName, const QString& sear
         } else if (toolName == "cmdEdit") {
             unlockForm();
         } else if (toolName == "cmdSave") {
+            if (!birthDateReadable())
+                return;  // without a refresh: what was typed stays, to be mended
             cmdSave();
         } else if (toolName == "cmdCancel") {
             cmdCancel();
@@ -272,8 +274,19 @@ bool frmPatient::fieldsComplete() {
         platform::MsgBox(translated("Last Name is required"));
         return false;
     }
-    // A birth date that can't be read is never guessed; its box shows the hint.
-    return ui->txtpat_BDay->acceptable();
+    return birthDateReadable();
+}
+
+bool frmPatient::birthDateReadable() {
+    if (ui->txtpat_BDay->acceptable())
+        return true;
+    ui->tabPatient->setCurrentIndex(0);
+    ui->txtpat_BDay->setFocus();
+    return ui->txtpat_BDay->acceptable();  // the hint shows on a visible box alone
+}
+
+bool frmPatient::readyForPrescriptions() {
+    return ui->grdRXs->commitEdit() && birthDateReadable();
 }
 
 bool frmPatient::saveForm() {
@@ -310,7 +323,8 @@ void frmPatient::clearForm() {
 
 void frmPatient::cmdAddRX_Click() {
     guarded("frmPatient:cmdAddRX_Click", [&] {
-        ui->grdRXs->commitEdit();
+        if (!readyForPrescriptions())
+            return;
         const QString search =
             platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
         if (!search.isEmpty()) {
@@ -323,7 +337,8 @@ void frmPatient::cmdAddRX_Click() {
 
 void frmPatient::cmdDeleteRX_Click() {
     guarded("frmPatient:cmdDeleteRX_Click", [&] {
-        ui->grdRXs->commitEdit();
+        if (!readyForPrescriptions())
+            return;
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
             return;

@@ -29,6 +29,7 @@ TEST_F(Pharmacy, TheTourMakesItsBatchesAndAllItsPaper) {
     }
     const QStringList pictures = QDir(path("tour")).entryList({"*.png"});
     EXPECT_GE(pictures.filter("dark-").size(), 1);
+    EXPECT_GE(pictures.filter("language2-").size(), 14);
     EXPECT_GE(pictures.size(), 40);
     EXPECT_FALSE(pictures.contains("problem.png"));
 }

@@ -23,10 +23,10 @@ Program::~Program() {
     platform::setAsker(nullptr);
 }
 
-void Program::start() {
-    m_visitor.robot().mayCome(QStringLiteral("frmWizard"), [this](QWidget& wizard) {
+void Program::start(int language) {
+    m_visitor.robot().mayCome(QStringLiteral("frmWizard"), [this, language](QWidget& wizard) {
         m_visitor.picture(QStringLiteral("language-wizard"), &wizard);
-        Visitor::click(Visitor::find<QPushButton>(wizard, QStringLiteral("optLanguage_0")));
+        Visitor::click(Visitor::find<QPushButton>(wizard, QStringLiteral("optLanguage_%1").arg(language)));
     });
     m_window = std::make_unique<sorvanto::frmMain>();
     m_asker.setParent(m_window.get());

@@ -21,8 +21,8 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Until the main window is on show. A first start asks the language.
-    void start();
+    /// Until the main window is on show. A first start asks the language; its number is then chosen.
+    void start(int language = 0);
     /// By the menu "File", "Exit"; unsaved input is given up.
     void leave();
     /// Opens a menu of the menu bar and chooses an entry.

@@ -9,6 +9,10 @@ namespace tour {
 void prepareFolder(const QString& programFolder);
 /// One picture of the start in the dark theme, the program left again.
 void runDark(const QString& programFolder);
+/// Pictures of all screens in the language of that number, at a first start in that folder.
+void runLanguage(const QString& programFolder, const QString& pictureFolder, int language);
+/// A process of this executable that looks at the sample pharmacy in German, in the folder tour/german.
+void runGermanStage(const QString& programFolder);
 /// A process of this executable that starts the program in its dark theme.
 void runDarkStage(const QString& programFolder);
 /// A process of this executable that begins with an empty file, in the folder tour/empty.

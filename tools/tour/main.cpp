@@ -34,13 +34,14 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption empty(QStringLiteral("empty"), QStringLiteral("Begin with an empty database file in a folder without one."));
     QCommandLineOption pictures(QStringLiteral("pictures"), QStringLiteral("Where pictures go (FOLDER/tour)."), QStringLiteral("FOLDER"));
     QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Only pictures in the dark theme."));
+    QCommandLineOption language(QStringLiteral("language"), QStringLiteral("Only pictures in a language."), QStringLiteral("NUMBER"));
     QCommandLineOption stop(QStringLiteral("stop-after"), QStringLiteral("Die at mixdone."), QStringLiteral("mixdone"));
     QCommandLineOption recover(QStringLiteral("recover"), QStringLiteral("Log the mix on offer."));
     QCommandLineOption vain(QStringLiteral("sign-in-vain"), QStringLiteral("Initials to be refused."), QStringLiteral("INITIALS"));
     QCommandLineOption second(QStringLiteral("second-instance"), QStringLiteral("Expect the start to be refused."));
-    for (QCommandLineOption* hidden : {&dark, &stop, &recover, &vain, &second})
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, stop, recover, vain, second});
+    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -53,6 +54,7 @@ void tell(const QStringList& files, const QString& folder) {
 void tourEverything(const QString& folder) {
     tour::prepareFolder(folder);
     tour::runDarkStage(folder);
+    tour::runGermanStage(folder);
     tour::runEmptyStage(folder);
     tour::SampleTour sample(folder);
     sample.run();
@@ -63,12 +65,14 @@ void tourEverything(const QString& folder) {
 
 void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     const auto isSet = [&](const char* option) { return parser.isSet(QLatin1String(option)); };
+    const QString pictures = isSet("pictures") ? parser.value(QStringLiteral("pictures"))
+                                               : QDir(folder).filePath(QStringLiteral("tour"));
     if (isSet("empty")) {
-        const QString pictures = isSet("pictures") ? parser.value(QStringLiteral("pictures"))
-                                                   : QDir(folder).filePath(QStringLiteral("tour"));
         tour::EmptyTour empty(folder, pictures);
         empty.run();
         tell(empty.files(), folder);
+    } else if (isSet("language")) {
+        tour::runLanguage(folder, pictures, parser.value(QStringLiteral("language")).toInt());
     } else if (isSet("dark")) {
         tour::runDark(folder);
     } else if (isSet("stop-after")) {
