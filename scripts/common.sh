@@ -5,8 +5,8 @@
 build_preset() {
   local preset=$1
   shift
-  cmake --preset "$preset" >"build-$preset.log" 2>&1 || { cat "build-$preset.log"; rm -f "build-$preset.log"; return 1; }
-  rm -f "build-$preset.log"
+  mkdir -p build
+  cmake --preset "$preset" >"build/configure-$preset.log" 2>&1 || { cat "build/configure-$preset.log"; return 1; }
   cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
 
