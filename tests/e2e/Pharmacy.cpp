@@ -1,3 +1,4 @@
+// Folder, mixer and screen of one test.
 #include "Pharmacy.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// From the question for the quantity to the initials.
 #include "Batch.h"
 
 #include <QAbstractButton>
@@ -20,53 +21,53 @@ Batch::Batch(Visitor& visitor, QString formula, int quantity)
 }
 
 void Batch::announceQuantity() {
-    m_visitor.robot().expectDialog(QStringLiteral("frmMake"), [this](QWidget& dialog) {
-        auto& worksheet = Visitor::find<QCheckBox>(dialog, QStringLiteral("chkPrint"));
+    m_visitor.robot().expectDialog("frmMake", [this](QWidget& dialog) {
+        auto& worksheet = Visitor::find<QCheckBox>(dialog, "chkPrint");
         if (worksheet.isChecked())
             Visitor::click(worksheet);
-        Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtQTY")), QString::number(m_quantity));
-        m_visitor.picture(QStringLiteral("quantity"), &dialog);
-        Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("OKButton")));
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtQTY"), QString::number(m_quantity));
+        m_visitor.picture("quantity", &dialog);
+        Visitor::click(Visitor::find<QWidget>(dialog, "OKButton"));
     });
 }
 
 void Batch::mix() {
     Visitor& visitor = m_visitor;
-    requireSame(QStringLiteral("the current formula"),
-                visitor.find<QLineEdit>(QStringLiteral("txtfrm_Name")).text(), m_formula);
-    visitor.wait(QStringLiteral("the formula on the mixer"), [&] {
-        return visitor.find<QAbstractButton>(QStringLiteral("mixerStart")).isEnabled();
+    requireSame("the current formula",
+                visitor.find<QLineEdit>("txtfrm_Name").text(), m_formula);
+    visitor.wait("the formula on the mixer", [&] {
+        return visitor.find<QAbstractButton>("mixerStart").isEnabled();
     }, 30'000);
-    requireSame(QStringLiteral("the mixer's formula"), visitor.find<QLabel>(QStringLiteral("mixerFormula")).text(), m_formula);
-    visitor.picture(QStringLiteral("formula-on-the-mixer"));
+    requireSame("the mixer's formula", visitor.find<QLabel>("mixerFormula").text(), m_formula);
+    visitor.picture("formula-on-the-mixer");
 
     bool asked = false;
-    visitor.robot().expectDialog(QStringLiteral("frmInitials"), [&](QWidget& dialog) {
+    visitor.robot().expectDialog("frmInitials", [&](QWidget& dialog) {
         asked = true;
         m_signing(dialog);
     });
-    visitor.click(QStringLiteral("mixerStart"));
-    const auto* pause = visitor.window().findChild<QAbstractButton*>(QStringLiteral("mixerPause"));
-    visitor.wait(QStringLiteral("the running mix"), [&] { return asked || (pause && pause->isVisible()); }, 30'000);
+    visitor.click("mixerStart");
+    const auto* pause = visitor.window().findChild<QAbstractButton*>("mixerPause");
+    visitor.wait("the running mix", [&] { return asked || (pause && pause->isVisible()); }, 30'000);
     // A moment into the mix, so that the ring has moved.
     if (!QTest::qWaitFor([&] { return asked; }, intoTheMix))
-        visitor.picture(QStringLiteral("mixing"));
-    visitor.wait(QStringLiteral("the end of the mix"), [&] { return asked; }, longestMix);
+        visitor.picture("mixing");
+    visitor.wait("the end of the mix", [&] { return asked; }, longestMix);
     visitor.settle();
 }
 
 void Batch::sign(QWidget& dialog, const QString& first, const QString& second) {
-    requireSame(QStringLiteral("the formula to sign"),
-                Visitor::find<QLineEdit>(dialog, QStringLiteral("txtfrm_Name")).text(), m_formula);
-    Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtInitials")), first);
-    Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtVerified")), second);
-    m_visitor.picture(QStringLiteral("initials"), &dialog);
-    Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdOK")));
+    requireSame("the formula to sign",
+                Visitor::find<QLineEdit>(dialog, "txtfrm_Name").text(), m_formula);
+    Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), first);
+    Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), second);
+    m_visitor.picture("initials", &dialog);
+    Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
 }
 
 void Batch::requireFormulas() const {
-    require(m_visitor.find<QAbstractButton>(QStringLiteral("cmdFormulas")).isChecked(),
-            QStringLiteral("the program did not come back to the formulas after the mix."));
+    require(m_visitor.find<QAbstractButton>("cmdFormulas").isChecked(),
+            "the program did not come back to the formulas after the mix.");
 }
 
 }  // namespace tour

@@ -1,3 +1,4 @@
+// The reckoning shares nothing with the program but the rules of rounding.
 #include "BatchCheck.h"
 
 #include "RawDatabase.h"
@@ -60,8 +61,8 @@ BatchCheck::BatchCheck(const QString& database, const QString& formulaName, int 
     m_mix = found.first()[3];
     const double factor = quantity / found.first()[1].toDouble();
     double cost = 0, awp = 0;
-    const auto lines = file.rows(QStringLiteral("SELECT c.ChemicalID, chm_Name, fch_Qty, chm_Cost, chm_AWP FROM FormChem f "
-                                                "JOIN Chemical c ON c.ChemicalID = f.ChemicalID "
+    const auto lines = file.rows(QStringLiteral("SELECT c.ChemicalID, chm_Name, fch_Qty, chm_Cost, chm_AWP "
+                                                "FROM FormChem f JOIN Chemical c ON c.ChemicalID = f.ChemicalID "
                                                 "WHERE FormulaID = %1 ORDER BY FormChemID").arg(m_formula));
     for (const QStringList& row : lines) {
         const double base = row[2].toDouble();
@@ -78,25 +79,24 @@ BatchCheck::BatchCheck(const QString& database, const QString& formulaName, int 
 
 int BatchCheck::requireLogged(const QString& compounder, const QString& verifier) const {
     const RawDatabase file(m_database);
-    const auto found = file.rows("SELECT LogID, FormulaID, log_Name, log_Quantity, log_JarSize, log_FormType, log_Cost, "
-                                 "log_AWP, log_Initials, log_Verified, log_Lot, log_Results, log_Version, log_Mix, log_Date "
-                                 "FROM Log ORDER BY LogID DESC LIMIT 1");
-    require(!found.isEmpty(), QStringLiteral("the log is empty."));
+    const auto found = file.rows("SELECT LogID, FormulaID, log_Name, log_Quantity, log_JarSize, log_FormType, "
+                                 "log_Cost, log_AWP, log_Initials, log_Verified, log_Lot, log_Results, "
+                                 "log_Version, log_Mix, log_Date FROM Log ORDER BY LogID DESC LIMIT 1");
+    require(!found.isEmpty(), "the log is empty.");
     const QStringList& row = found.first();
-    requireNumber(QStringLiteral("the log's formula"), row[1].toInt(), m_formula);
-    requireSame(QStringLiteral("the log's name"), row[2], m_name);
-    requireNumber(QStringLiteral("the quantity"), row[3].toInt(), m_quantity);
-    requireNumber(QStringLiteral("the jar"), row[4].toInt(), m_jar);
-    requireNumber(QStringLiteral("the type"), row[5].toInt(), m_type);
-    requireNumber(QStringLiteral("the cost in ten-thousandths"), money(row[6].toDouble()), m_cost);
-    requireNumber(QStringLiteral("the AWP in ten-thousandths"), money(row[7].toDouble()), m_awp);
-    requireSame(QStringLiteral("the compounder"), row[8], compounder);
-    requireSame(QStringLiteral("the verifier"), row[9], verifier);
+    requireNumber("the log's formula", row[1].toInt(), m_formula);
+    requireSame("the log's name", row[2], m_name);
+    requireNumber("the quantity", row[3].toInt(), m_quantity);
+    requireNumber("the jar", row[4].toInt(), m_jar);
+    requireNumber("the type", row[5].toInt(), m_type);
+    requireNumber("the cost in ten-thousandths", money(row[6].toDouble()), m_cost);
+    requireNumber("the AWP in ten-thousandths", money(row[7].toDouble()), m_awp);
+    requireSame("the compounder", row[8], compounder);
+    requireSame("the verifier", row[9], verifier);
     requireLot(row[11], row[10]);
-    requireSame(QStringLiteral("the version"), row[12], attribute(row[11], QStringLiteral("HardwareVersion")));
-    requireSame(QStringLiteral("the programme"), row[13], m_mix);
-    const auto made = QDateTime::fromString(QString(row[14]).replace(QLatin1Char(' '), QLatin1Char('T')) + QLatin1Char('Z'),
-                                            Qt::ISODate);
+    requireSame("the version", row[12], attribute(row[11], "HardwareVersion"));
+    requireSame("the programme", row[13], m_mix);
+    const auto made = QDateTime::fromString(QString(row[14]).replace(' ', 'T') + 'Z', Qt::ISODate);
     require(std::abs(made.secsTo(platform::now())) < 60 * minutesOfABatch,
             QStringLiteral("the batch is dated %1.").arg(row[14]));
     requireLines(row[0].toInt());
@@ -104,24 +104,24 @@ int BatchCheck::requireLogged(const QString& compounder, const QString& verifier
 }
 
 void BatchCheck::requireLot(const QString& results, const QString& lot) const {
-    requireSame(QStringLiteral("the lot"), lot,
-                attribute(results, QStringLiteral("Results")) + attribute(results, QStringLiteral("PreparationNumber")));
-    require(!lot.isEmpty(), QStringLiteral("the batch has no lot."));
+    requireSame("the lot", lot,
+                attribute(results, "Results") + attribute(results, "PreparationNumber"));
+    require(!lot.isEmpty(), "the batch has no lot.");
 }
 
 void BatchCheck::requireLines(int log) const {
     const RawDatabase file(m_database);
     const auto found = file.rows(QStringLiteral("SELECT ChemicalID, lch_Name, lch_QTY, lch_Cost, lch_AWP FROM LogChem "
                                                 "WHERE LogID = %1 ORDER BY LogChemID").arg(log));
-    requireNumber(QStringLiteral("the number of lines"), found.size(), m_lines.size());
+    requireNumber("the number of lines", found.size(), m_lines.size());
     for (qsizetype i = 0; i < found.size(); ++i) {
         const QString which = QStringLiteral("line %1: ").arg(i + 1);
-        requireNumber(which + QStringLiteral("chemical"), found[i][0].toInt(), m_lines[i].chemical);
-        requireSame(which + QStringLiteral("name"), found[i][1], m_lines[i].name);
-        requireNumber(which + QStringLiteral("quantity in thousandths"), std::llround(found[i][2].toDouble() * 1000),
+        requireNumber(which + "chemical", found[i][0].toInt(), m_lines[i].chemical);
+        requireSame(which + "name", found[i][1], m_lines[i].name);
+        requireNumber(which + "quantity in thousandths", std::llround(found[i][2].toDouble() * 1000),
                       m_lines[i].thousandths);
-        requireNumber(which + QStringLiteral("cost in ten-thousandths"), money(found[i][3].toDouble()), m_lines[i].cost * 100);
-        requireNumber(which + QStringLiteral("AWP in ten-thousandths"), money(found[i][4].toDouble()), m_lines[i].awp * 100);
+        requireNumber(which + "cost in ten-thousandths", money(found[i][3].toDouble()), m_lines[i].cost * 100);
+        requireNumber(which + "AWP in ten-thousandths", money(found[i][4].toDouble()), m_lines[i].awp * 100);
     }
 }
 

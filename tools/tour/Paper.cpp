@@ -1,3 +1,4 @@
+// Print and Export menus, their dialogs, the preview and its file dialog.
 #include "Paper.h"
 
 #include "platform/report/PreviewWindow.h"
@@ -43,7 +44,7 @@ void pressSave(const QWidget& dialog) {
         if (button->isVisible() && caption == QLatin1String("Save"))
             return Visitor::click(*button);
     }
-    stopTour(QStringLiteral("the file dialog has no button to save."));
+    stopTour("the file dialog has no button to save.");
 }
 
 }  // namespace
@@ -54,25 +55,25 @@ Paper::Paper(Visitor& visitor, QString pdfFolder, QString programFolder)
 void Paper::print(const QString& entry, const QString& pdf, const Announce& dialogs) {
     if (dialogs)
         dialogs();
-    m_visitor.menu(QStringLiteral("cmdPrint"), entry);
+    m_visitor.menu("cmdPrint", entry);
     m_visitor.requireNoReport();
     QPointer<platform::PreviewWindow> preview = previewOnShow();
     require(preview, QStringLiteral("no preview came for %1.").arg(pdf));
     m_visitor.wait(QStringLiteral("the last page of %1").arg(pdf), [&] { return preview->isComplete(); });
     m_visitor.picture(QStringLiteral("preview-") + pdf.section(QLatin1Char('.'), 0, 0), preview);
     savePdf(*preview, QDir(m_pdfFolder).filePath(pdf));
-    Visitor::click(Visitor::find<QWidget>(*preview, QStringLiteral("closeButton")));
-    m_visitor.wait(QStringLiteral("the end of the preview"), [&] { return !preview; });
+    Visitor::click(Visitor::find<QWidget>(*preview, "closeButton"));
+    m_visitor.wait("the end of the preview", [&] { return !preview; });
 }
 
 void Paper::savePdf(QWidget& preview, const QString& path) {
     QFile::remove(path);
-    m_visitor.robot().expectDialog(QStringLiteral("savePdfDialog"), [this, path](QWidget& dialog) {
-        pictureOnce(QStringLiteral("save-as-pdf"), dialog);
-        Visitor::type(Visitor::find<QLineEdit>(dialog, QStringLiteral("fileNameEdit")), path);
+    m_visitor.robot().expectDialog("savePdfDialog", [this, path](QWidget& dialog) {
+        pictureOnce("save-as-pdf", dialog);
+        Visitor::type(Visitor::find<QLineEdit>(dialog, "fileNameEdit"), path);
         pressSave(dialog);
     });
-    Visitor::click(Visitor::find<QWidget>(preview, QStringLiteral("savePdfButton")));
+    Visitor::click(Visitor::find<QWidget>(preview, "savePdfButton"));
     m_visitor.settle();
     m_visitor.wait(path, [&] { return isWholePdf(path); });
     m_files << path;
@@ -83,7 +84,7 @@ void Paper::exportTo(const QString& entry, const QString& spreadsheet, const Ann
     QFile::remove(path);
     if (dialogs)
         dialogs();
-    m_visitor.menu(QStringLiteral("cmdExport"), entry);
+    m_visitor.menu("cmdExport", entry);
     m_visitor.requireNoReport();
     m_visitor.wait(path, [&] { return QFile(path).size() > 0; });
     m_files << path;
@@ -98,30 +99,30 @@ void Paper::pictureOnce(const QString& name, QWidget& dialog) {
 
 Paper::Announce Paper::quantity(int quantity) {
     return [this, quantity] {
-        m_visitor.robot().expectDialog(QStringLiteral("frmMake"), [this, quantity](QWidget& dialog) {
-            Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtQTY")), QString::number(quantity));
-            pictureOnce(QStringLiteral("worksheet-quantity"), dialog);
-            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("OKButton")));
+        m_visitor.robot().expectDialog("frmMake", [this, quantity](QWidget& dialog) {
+            Visitor::type(Visitor::find<QWidget>(dialog, "txtQTY"), QString::number(quantity));
+            pictureOnce("worksheet-quantity", dialog);
+            Visitor::click(Visitor::find<QWidget>(dialog, "OKButton"));
         });
     };
 }
 
 Paper::Announce Paper::dates() {
     return [this] {
-        m_visitor.robot().expectDialog(QStringLiteral("frmReportDate"), [this](QWidget& dialog) {
-            turn(Visitor::find<QDateTimeEdit>(dialog, QStringLiteral("dtBegin")), QDateTimeEdit::YearSection, Qt::Key_Down);
-            turn(Visitor::find<QDateTimeEdit>(dialog, QStringLiteral("dtEnd")), QDateTimeEdit::YearSection, Qt::Key_Up);
-            pictureOnce(QStringLiteral("report-dates"), dialog);
-            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdOK")));
+        m_visitor.robot().expectDialog("frmReportDate", [this](QWidget& dialog) {
+            turn(Visitor::find<QDateTimeEdit>(dialog, "dtBegin"), QDateTimeEdit::YearSection, Qt::Key_Down);
+            turn(Visitor::find<QDateTimeEdit>(dialog, "dtEnd"), QDateTimeEdit::YearSection, Qt::Key_Up);
+            pictureOnce("report-dates", dialog);
+            Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
         });
     };
 }
 
 Paper::Announce Paper::labels(int count, int position) {
     return [this, count, position] {
-        m_visitor.robot().expectDialog(QStringLiteral("frmSelPrint"), [this, count, position](QWidget& dialog) {
-            Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtLabels")), QString::number(count));
-            pictureOnce(QStringLiteral("label-positions"), dialog);
+        m_visitor.robot().expectDialog("frmSelPrint", [this, count, position](QWidget& dialog) {
+            Visitor::type(Visitor::find<QWidget>(dialog, "txtLabels"), QString::number(count));
+            pictureOnce("label-positions", dialog);
             Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdPosition_%1").arg(position)));
         });
     };

@@ -1,3 +1,4 @@
+// Start, menus and end of the real main window.
 #include "Program.h"
 
 #include "core/frmMain.h"
@@ -24,8 +25,8 @@ Program::~Program() {
 }
 
 void Program::start(int language) {
-    m_visitor.robot().mayCome(QStringLiteral("frmWizard"), [this, language](QWidget& wizard) {
-        m_visitor.picture(QStringLiteral("language-wizard"), &wizard);
+    m_visitor.robot().mayCome("frmWizard", [this, language](QWidget& wizard) {
+        m_visitor.picture("language-wizard", &wizard);
         Visitor::click(Visitor::find<QPushButton>(wizard, QStringLiteral("optLanguage_%1").arg(language)));
     });
     m_window = std::make_unique<sorvanto::frmMain>();
@@ -37,7 +38,7 @@ void Program::start(int language) {
     m_window->show();
     m_visitor.setWindow(m_window.get());
     m_window->activateWindow();
-    require(QTest::qWaitForWindowExposed(m_window.get()), QStringLiteral("the main window does not show."));
+    require(QTest::qWaitForWindowExposed(m_window.get()), "the main window does not show.");
     m_visitor.settle();
 }
 
@@ -55,9 +56,9 @@ void Program::menuBar(const QString& menu, const QString& entry) {
 }
 
 void Program::leave() {
-    m_visitor.robot().alwaysAnswer(QStringLiteral("data not saved! Save Changes?"), QStringLiteral("No"));
-    menuBar(QStringLiteral("mnuFile"), QStringLiteral("mnuExit"));
-    require(m_ended, QStringLiteral("the program does not end."));
+    m_visitor.robot().alwaysAnswer("data not saved! Save Changes?", "No");
+    menuBar("mnuFile", "mnuExit");
+    require(m_ended, "the program does not end.");
     m_visitor.setWindow(nullptr);
 }
 

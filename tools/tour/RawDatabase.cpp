@@ -1,3 +1,4 @@
+// The engine's own C interface, used directly.
 #include "RawDatabase.h"
 
 #include "Stop.h"

@@ -1,3 +1,4 @@
+// Runs that end badly, and those that put things right.
 #include "RecoveryTour.h"
 
 #include "Batch.h"
@@ -19,30 +20,30 @@ const QString formulaName = QStringLiteral("Hydrocortisone 1% Cream");
 constexpr int quantity = 35;
 
 QString lotOf(const QWidget& dialog) {
-    return Visitor::find<QLabel>(dialog, QStringLiteral("lbllog_Lot")).text();
+    return Visitor::find<QLabel>(dialog, "lbllog_Lot").text();
 }
 
 }  // namespace
 
 RecoveryTour::RecoveryTour(const QString& programFolder)
-    : m_folder(programFolder), m_visitor(QDir(programFolder).filePath(QStringLiteral("tour")), QStringLiteral("recovery-")),
+    : m_folder(programFolder), m_visitor(QDir(programFolder).filePath("tour"), "recovery-"),
       m_program(m_visitor, programFolder) {}
 
 QString RecoveryTour::database() const {
-    return QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb"));
+    return QDir(m_folder).filePath("sorvanto.mdb");
 }
 
 int RecoveryTour::logged() const {
-    return RawDatabase(database()).number(QStringLiteral("SELECT count(*) FROM Log"));
+    return RawDatabase(database()).number("SELECT count(*) FROM Log");
 }
 
 void RecoveryTour::chooseAndMake(const Robot::Script& signing) {
     m_program.start();
-    m_visitor.search(QStringLiteral("Hydroc"));
+    m_visitor.search("Hydroc");
     Batch batch(m_visitor, formulaName, quantity);
     batch.setSigning(signing);
     batch.announceQuantity();
-    m_visitor.tool(QStringLiteral("cmdMake"));
+    m_visitor.tool("cmdMake");
     batch.mix();
 }
 
@@ -52,7 +53,7 @@ void RecoveryTour::dieBeforeLogging() {
         std::fflush(stdout);
         ::kill(::getpid(), SIGKILL);
     });
-    stopTour(QStringLiteral("the process outlived its end."));
+    stopTour("the process outlived its end.");
 }
 
 void RecoveryTour::signInVain(const QString& initials) {
@@ -61,22 +62,22 @@ void RecoveryTour::signInVain(const QString& initials) {
     chooseAndMake([&](QWidget& dialog) {
         lot = lotOf(dialog);
         before = logged();
-        Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtInitials")), initials);
-        Visitor::type(Visitor::find<QWidget>(dialog, QStringLiteral("txtVerified")), Batch::verifier);
-        Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdOK")));
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), initials);
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::verifier);
+        Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
     });
     std::printf("%s\n", qUtf8Printable(lot));
-    m_visitor.picture(QStringLiteral("refused-initials"));
-    const QString report = m_visitor.find<QLabel>(QStringLiteral("lblReport")).text();
-    require(report.contains(QStringLiteral("clsLog:addLog")),
+    m_visitor.picture("refused-initials");
+    const QString report = m_visitor.find<QLabel>("lblReport").text();
+    require(report.contains("clsLog:addLog"),
             QStringLiteral("the refused entry is reported as \"%1\".").arg(report));
-    requireSame(QStringLiteral("the number of batches in the log"), QString::number(logged()), QString::number(before));
+    requireSame("the number of batches in the log", QString::number(logged()), QString::number(before));
     requireOffer(lot);
     m_program.leave();
 }
 
 void RecoveryTour::requireOffer(const QString& lot) {
-    const QString offer = m_visitor.find<QLabel>(QStringLiteral("mixerOffer")).text();
+    const QString offer = m_visitor.find<QLabel>("mixerOffer").text();
     for (const QString& part : {formulaName, QString::number(quantity), lot})
         require(offer.contains(part), QStringLiteral("the offer \"%1\" does not name %2.").arg(offer, part));
 }
@@ -84,34 +85,34 @@ void RecoveryTour::requireOffer(const QString& lot) {
 void RecoveryTour::logOffer() {
     m_program.start();
     const int before = logged();
-    m_visitor.picture(QStringLiteral("offer"));
+    m_visitor.picture("offer");
     requireOffer(QString());
     const BatchCheck check(database(), formulaName, quantity);
     QString lot;
-    m_visitor.robot().expectDialog(QStringLiteral("frmInitials"), [&](QWidget& dialog) {
+    m_visitor.robot().expectDialog("frmInitials", [&](QWidget& dialog) {
         lot = lotOf(dialog);
         Batch(m_visitor, formulaName, quantity).sign(dialog, Batch::compounder, Batch::verifier);
     });
-    m_visitor.click(QStringLiteral("mixerLogMix"));
+    m_visitor.click("mixerLogMix");
     m_visitor.settle();
     check.requireLogged(Batch::compounder, Batch::verifier);
-    requireSame(QStringLiteral("the number of batches in the log"), QString::number(logged()), QString::number(before + 1));
+    requireSame("the number of batches in the log", QString::number(logged()), QString::number(before + 1));
     std::printf("%s\n", qUtf8Printable(lot));
     m_visitor.requireNoReport();
-    for (const auto* button : m_visitor.window().findChildren<QAbstractButton*>(QStringLiteral("mixerLogMix")))
-        require(!button->isVisible(), QStringLiteral("the mix is on offer although it is in the log."));
+    for (const auto* button : m_visitor.window().findChildren<QAbstractButton*>("mixerLogMix"))
+        require(!button->isVisible(), "the mix is on offer although it is in the log.");
     m_program.leave();
 }
 
 void RecoveryTour::startSecond() {
     bool refused = false;
-    m_visitor.robot().expectBox(QStringLiteral("Sorvanto control panel is already running, only one instance allowed."),
-                                QStringLiteral("OK"), [&](QWidget& box) {
+    m_visitor.robot().expectBox("Sorvanto control panel is already running, only one instance allowed.",
+                                "OK", [&](QWidget& box) {
                                     refused = true;
-                                    m_visitor.picture(QStringLiteral("second-instance"), &box);
+                                    m_visitor.picture("second-instance", &box);
                                 });
     m_program.start();
-    require(refused && m_program.ended(), QStringLiteral("a second start was not refused."));
+    require(refused && m_program.ended(), "a second start was not refused.");
 }
 
 }  // namespace tour

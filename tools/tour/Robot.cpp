@@ -21,13 +21,13 @@ constexpr int lookMilliseconds = 15;
 constexpr int longestStay = 30'000;
 
 QString promptOf(const QWidget& window) {
-    const auto* label = window.findChild<QLabel*>(QStringLiteral("prompt"));
+    const auto* label = window.findChild<QLabel*>("prompt");
     return label ? label->text() : QString();
 }
 
 bool isNamed(const QWidget& window, const QString& name) {
     return window.objectName() == name
-           || QString::fromLatin1(window.metaObject()->className()).section(QStringLiteral("::"), -1) == name;
+           || QString::fromLatin1(window.metaObject()->className()).section("::", -1) == name;
 }
 
 void press(QWidget& window, const QString& button) {
@@ -87,7 +87,7 @@ void Robot::expectLine(const QString& part, const QString& answer, Script before
                               return promptOf(window).contains(part) && window.findChild<QLineEdit*>("line");
                           },
                           [answer, before = std::move(before)](QWidget& window) {
-                              auto& line = Visitor::find<QLineEdit>(window, QStringLiteral("line"));
+                              auto& line = Visitor::find<QLineEdit>(window, "line");
                               Visitor::type(line, answer);
                               if (before)
                                   before(window);
@@ -119,7 +119,7 @@ QString Robot::awaited() const {
     }
     if (const QWidget* modal = QApplication::activeModalWidget())
         names << QStringLiteral("the end of ") + described(*modal);
-    return names.join(QStringLiteral(", "));
+    return names.join(", ");
 }
 
 void Robot::forgetOptional() {

@@ -1,3 +1,4 @@
+// The way through the sample pharmacy, place by place.
 #include "SampleTour.h"
 
 #include "Batch.h"
@@ -19,7 +20,7 @@ constexpr int labels = 3;
 constexpr int rowTwoColumnThree = 6;
 
 QString tourFolder(const QString& programFolder) {
-    return QDir(programFolder).filePath(QStringLiteral("tour"));
+    return QDir(programFolder).filePath("tour");
 }
 
 QModelIndex rowWith(const platform::RecordGrid& grid, const QString& name) {
@@ -41,7 +42,7 @@ SampleTour::SampleTour(const QString& programFolder)
 
 void SampleTour::run() {
     m_program.start();
-    require(!m_program.ended(), QStringLiteral("the program ended at its start."));
+    require(!m_program.ended(), "the program ended at its start.");
     chooseFormula();
     lookAtFormula();
     makeBatch();
@@ -59,17 +60,17 @@ QStringList SampleTour::files() const {
 }
 
 void SampleTour::chooseFormula() {
-    m_visitor.picture(QStringLiteral("start"));
+    m_visitor.picture("start");
     // More than one is found by the first letters.
-    m_visitor.robot().expectDialog(QStringLiteral("frmSearchRS"), [this](QWidget& list) {
-        auto& grid = Visitor::find<platform::RecordGrid>(list, QStringLiteral("TDBList1"));
+    m_visitor.robot().expectDialog("frmSearchRS", [this](QWidget& list) {
+        auto& grid = Visitor::find<platform::RecordGrid>(list, "TDBList1");
         const QModelIndex row = rowWith(grid, formulaName);
         QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(row).center());
-        m_visitor.picture(QStringLiteral("search-list"), &list);
-        Visitor::click(Visitor::find<QAbstractButton>(list, QStringLiteral("cmdOK")));
+        m_visitor.picture("search-list", &list);
+        Visitor::click(Visitor::find<QAbstractButton>(list, "cmdOK"));
     });
-    m_visitor.search(QStringLiteral("Hydro"));
-    m_visitor.requireText(QStringLiteral("txtfrm_Name"), formulaName);
+    m_visitor.search("Hydro");
+    m_visitor.requireText("txtfrm_Name", formulaName);
     m_visitor.requireNoReport();
 }
 
@@ -82,31 +83,31 @@ void SampleTour::lookAtFormula() {
 }
 
 void SampleTour::makeBatch() {
-    const QString database = QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb"));
-    const int before = RawDatabase(database).number(QStringLiteral("SELECT count(*) FROM Log"));
+    const QString database = QDir(m_folder).filePath("sorvanto.mdb");
+    const int before = RawDatabase(database).number("SELECT count(*) FROM Log");
     const BatchCheck check(database, formulaName, quantity);
     Batch batch(m_visitor, formulaName, quantity);
     batch.announceQuantity();
-    m_visitor.tool(QStringLiteral("cmdMake"));
+    m_visitor.tool("cmdMake");
     batch.mix();
     batch.requireFormulas();
     m_visitor.requireNoReport();
-    m_visitor.picture(QStringLiteral("back-on-the-formulas"));
+    m_visitor.picture("back-on-the-formulas");
     check.requireLogged(Batch::compounder, Batch::verifier);
-    requireSame(QStringLiteral("the number of batches in the log"),
-                QString::number(RawDatabase(database).number(QStringLiteral("SELECT count(*) FROM Log"))),
+    requireSame("the number of batches in the log",
+                QString::number(RawDatabase(database).number("SELECT count(*) FROM Log")),
                 QString::number(before + 1));
 }
 
 void SampleTour::lookAtLog() {
-    m_visitor.tool(QStringLiteral("cmdLogs"));
-    const RawDatabase file(QDir(m_folder).filePath(QStringLiteral("sorvanto.mdb")));
-    m_visitor.requireText(QStringLiteral("txtlog_Name"), formulaName);
-    m_visitor.requireText(QStringLiteral("txtlog_Quantity"), QString::number(quantity));
-    m_visitor.requireText(QStringLiteral("txtlog_Lot"),
-                          file.value(QStringLiteral("SELECT log_Lot FROM Log ORDER BY LogID DESC LIMIT 1")));
-    m_visitor.requireText(QStringLiteral("txtlog_Initials"), Batch::compounder);
-    m_visitor.requireText(QStringLiteral("txtlog_Verified"), Batch::verifier);
+    m_visitor.tool("cmdLogs");
+    const RawDatabase file(QDir(m_folder).filePath("sorvanto.mdb"));
+    m_visitor.requireText("txtlog_Name", formulaName);
+    m_visitor.requireText("txtlog_Quantity", QString::number(quantity));
+    m_visitor.requireText("txtlog_Lot",
+                          file.value("SELECT log_Lot FROM Log ORDER BY LogID DESC LIMIT 1"));
+    m_visitor.requireText("txtlog_Initials", Batch::compounder);
+    m_visitor.requireText("txtlog_Verified", Batch::verifier);
     const char* const tabs[] = {"log-general", "log-ingredients", "log-mix-options", "log-mix-results"};
     for (int tab = 0; tab < 4; ++tab) {
         m_visitor.openTab(tab);
@@ -116,60 +117,60 @@ void SampleTour::lookAtLog() {
 }
 
 void SampleTour::lookAround() {
-    m_visitor.tool(QStringLiteral("cmdChemicals"));
-    m_visitor.picture(QStringLiteral("chemicals-unlocked"));
-    m_visitor.tool(QStringLiteral("cmdCancel"));
-    m_visitor.tool(QStringLiteral("cmdNext"));
-    m_visitor.picture(QStringLiteral("chemicals"));
-    m_visitor.tool(QStringLiteral("cmdPatients"));
-    m_visitor.picture(QStringLiteral("patients"));
+    m_visitor.tool("cmdChemicals");
+    m_visitor.picture("chemicals-unlocked");
+    m_visitor.tool("cmdCancel");
+    m_visitor.tool("cmdNext");
+    m_visitor.picture("chemicals");
+    m_visitor.tool("cmdPatients");
+    m_visitor.picture("patients");
     m_visitor.openTab(1);
-    m_visitor.picture(QStringLiteral("patients-prescriptions"));
-    m_visitor.tool(QStringLiteral("cmdCurrent"));
-    m_visitor.picture(QStringLiteral("current-formula"));
+    m_visitor.picture("patients-prescriptions");
+    m_visitor.tool("cmdCurrent");
+    m_visitor.picture("current-formula");
     const auto close = [this](const char* name, const char* button) {
         return [this, name, button](QWidget& dialog) {
             m_visitor.picture(QLatin1String(name), &dialog);
             Visitor::click(Visitor::find<QAbstractButton>(dialog, QLatin1String(button)));
         };
     };
-    m_visitor.robot().expectDialog(QStringLiteral("frmOptions"), close("options", "cmdCancel"));
-    m_visitor.tool(QStringLiteral("cmdOptions"));
-    m_visitor.robot().expectDialog(QStringLiteral("frmAbout"), [this](QWidget& about) {
-        m_visitor.picture(QStringLiteral("about"), &about);
+    m_visitor.robot().expectDialog("frmOptions", close("options", "cmdCancel"));
+    m_visitor.tool("cmdOptions");
+    m_visitor.robot().expectDialog("frmAbout", [this](QWidget& about) {
+        m_visitor.picture("about", &about);
         QTest::mouseClick(&about, Qt::LeftButton);
     });
-    m_program.menuBar(QStringLiteral("mnuHelp"), QStringLiteral("mnuAbout"));
+    m_program.menuBar("mnuHelp", "mnuAbout");
     m_visitor.requireNoReport();
 }
 
 void SampleTour::printFormulas() {
-    m_visitor.tool(QStringLiteral("cmdFormulas"));
-    m_paper.print(QStringLiteral("mnuWorksheet"), QStringLiteral("worksheet.pdf"), m_paper.quantity(quantity));
-    m_paper.exportTo(QStringLiteral("mnuWorksheetx"), QStringLiteral("Worksheet.xls"), m_paper.quantity(quantity));
+    m_visitor.tool("cmdFormulas");
+    m_paper.print("mnuWorksheet", "worksheet.pdf", m_paper.quantity(quantity));
+    m_paper.exportTo("mnuWorksheetx", "Worksheet.xls", m_paper.quantity(quantity));
 }
 
 void SampleTour::printLogs() {
-    m_visitor.tool(QStringLiteral("cmdLogs"));
-    m_paper.print(QStringLiteral("mnuFormulaLog"), QStringLiteral("formula-log.pdf"));
-    m_paper.exportTo(QStringLiteral("mnuFormulaLogx"), QStringLiteral("FormulaLog.xls"));
-    m_paper.print(QStringLiteral("mnuLabel"), QStringLiteral("batch-labels.pdf"), m_paper.labels(labels, rowTwoColumnThree));
-    m_paper.exportTo(QStringLiteral("mnuLabelx"), QStringLiteral("LogAvery8160.xls"), m_paper.labels(labels, rowTwoColumnThree));
-    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("log-report.pdf"), m_paper.dates());
-    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("LogReport.xls"), m_paper.dates());
-    m_paper.print(QStringLiteral("mnuJarReport"), QStringLiteral("jar-usage.pdf"), m_paper.dates());
-    m_paper.exportTo(QStringLiteral("mnuJarReportx"), QStringLiteral("JarUsage.xls"), m_paper.dates());
+    m_visitor.tool("cmdLogs");
+    m_paper.print("mnuFormulaLog", "formula-log.pdf");
+    m_paper.exportTo("mnuFormulaLogx", "FormulaLog.xls");
+    m_paper.print("mnuLabel", "batch-labels.pdf", m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.exportTo("mnuLabelx", "LogAvery8160.xls", m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.print("mnuReport", "log-report.pdf", m_paper.dates());
+    m_paper.exportTo("mnuReportx", "LogReport.xls", m_paper.dates());
+    m_paper.print("mnuJarReport", "jar-usage.pdf", m_paper.dates());
+    m_paper.exportTo("mnuJarReportx", "JarUsage.xls", m_paper.dates());
 }
 
 void SampleTour::printOthers() {
-    m_visitor.tool(QStringLiteral("cmdChemicals"));
-    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("chemicals.pdf"));
-    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("Chemicals.xls"));
-    m_visitor.tool(QStringLiteral("cmdPatients"));
-    m_paper.print(QStringLiteral("mnuLabel"), QStringLiteral("rx-labels.pdf"), m_paper.labels(labels, rowTwoColumnThree));
-    m_paper.exportTo(QStringLiteral("mnuLabelx"), QStringLiteral("RXLabel.xls"), m_paper.labels(labels, rowTwoColumnThree));
-    m_paper.print(QStringLiteral("mnuReport"), QStringLiteral("patient.pdf"), m_paper.dates());
-    m_paper.exportTo(QStringLiteral("mnuReportx"), QStringLiteral("RXReport.xls"), m_paper.dates());
+    m_visitor.tool("cmdChemicals");
+    m_paper.print("mnuReport", "chemicals.pdf");
+    m_paper.exportTo("mnuReportx", "Chemicals.xls");
+    m_visitor.tool("cmdPatients");
+    m_paper.print("mnuLabel", "rx-labels.pdf", m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.exportTo("mnuLabelx", "RXLabel.xls", m_paper.labels(labels, rowTwoColumnThree));
+    m_paper.print("mnuReport", "patient.pdf", m_paper.dates());
+    m_paper.exportTo("mnuReportx", "RXReport.xls", m_paper.dates());
 }
 
 }  // namespace tour

@@ -1,3 +1,4 @@
+// The runs beside the main one, their folders and their processes.
 #include "Stages.h"
 
 #include "Program.h"
@@ -16,16 +17,16 @@ const QString port = QStringLiteral("ports/COM1");
 constexpr int germanNumber = 2;
 
 QDir tourFolder(const QString& programFolder) {
-    return QDir(QDir(programFolder).filePath(QStringLiteral("tour")));
+    return QDir(QDir(programFolder).filePath("tour"));
 }
 
 /// A new folder below "tour" with the languages and the port of the program's own.
 QDir scratchFolder(const QString& programFolder, const QString& name) {
     QDir folder(tourFolder(programFolder).filePath(name));
-    require(folder.removeRecursively() && folder.mkpath(QStringLiteral("ports")),
+    require(folder.removeRecursively() && folder.mkpath("ports"),
             QStringLiteral("%1 can't be made anew.").arg(folder.path()));
     const QDir program(programFolder);
-    for (const QString& language : program.entryList({QStringLiteral("*Translation.xml")}, QDir::Files))
+    for (const QString& language : program.entryList({"*Translation.xml"}, QDir::Files))
         QFile::copy(program.filePath(language), folder.filePath(language));
     require(QFile::link(program.absoluteFilePath(port), folder.filePath(port)),
             QStringLiteral("the port can't be linked into %1.").arg(folder.path()));
@@ -36,7 +37,7 @@ void runStage(const QStringList& arguments) {
     QProcess stage;
     stage.setProcessChannelMode(QProcess::ForwardedChannels);
     stage.start(QCoreApplication::applicationFilePath(), arguments);
-    require(stage.waitForStarted() && stage.waitForFinished(-1), QStringLiteral("a part of the tour does not run."));
+    require(stage.waitForStarted() && stage.waitForFinished(-1), "a part of the tour does not run.");
     require(stage.exitStatus() == QProcess::NormalExit && stage.exitCode() == 0,
             QStringLiteral("the part %1 failed.").arg(arguments.join(QLatin1Char(' '))));
 }
@@ -49,22 +50,22 @@ void prepareFolder(const QString& programFolder) {
     require(QFile::exists(QDir(programFolder).filePath(port)),
             QStringLiteral("there is no mixer at ports/COM1 in %1.").arg(programFolder));
     const QDir folder = tourFolder(programFolder);
-    require(folder.mkpath(QStringLiteral(".")), QStringLiteral("%1 can't be made.").arg(folder.path()));
-    for (const QString& name : folder.entryList({QStringLiteral("*.png"), QStringLiteral("*.pdf")}, QDir::Files))
+    require(folder.mkpath("."), QStringLiteral("%1 can't be made.").arg(folder.path()));
+    for (const QString& name : folder.entryList({"*.png", "*.pdf"}, QDir::Files))
         QFile::remove(folder.filePath(name));
 }
 
 void runDark(const QString& programFolder) {
-    Visitor visitor(tourFolder(programFolder).path(), QStringLiteral("dark-"));
+    Visitor visitor(tourFolder(programFolder).path(), "dark-");
     Program program(visitor, programFolder);
     program.start();
-    visitor.search(QStringLiteral("Cold"));
-    visitor.picture(QStringLiteral("formula"));
+    visitor.search("Cold");
+    visitor.picture("formula");
     visitor.openTab(2);
-    visitor.picture(QStringLiteral("mix-options"));
-    visitor.tool(QStringLiteral("cmdPatients"));
+    visitor.picture("mix-options");
+    visitor.tool("cmdPatients");
     visitor.openTab(1);
-    visitor.picture(QStringLiteral("prescriptions"));
+    visitor.picture("prescriptions");
     visitor.requireNoReport();
     program.leave();
 }
@@ -79,44 +80,44 @@ void runLanguage(const QString& programFolder, const QString& pictureFolder, int
             visitor.picture(QStringLiteral("%1-%2").arg(name).arg(tab + 1));
         }
     };
-    visitor.search(QStringLiteral("Cold"));
-    showTabs(QStringLiteral("formula"), 3);
-    visitor.robot().expectDialog(QStringLiteral("frmMake"), [&](QWidget& dialog) {
-        visitor.picture(QStringLiteral("quantity"), &dialog);
-        Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("CancelButton")));
+    visitor.search("Cold");
+    showTabs("formula", 3);
+    visitor.robot().expectDialog("frmMake", [&](QWidget& dialog) {
+        visitor.picture("quantity", &dialog);
+        Visitor::click(Visitor::find<QWidget>(dialog, "CancelButton"));
     });
-    visitor.tool(QStringLiteral("cmdMake"));
-    visitor.picture(QStringLiteral("current"));
-    visitor.tool(QStringLiteral("cmdChemicals"));
-    visitor.tool(QStringLiteral("cmdCancel"));
-    visitor.picture(QStringLiteral("chemical"));
-    visitor.tool(QStringLiteral("cmdLogs"));
-    showTabs(QStringLiteral("log"), 4);
-    visitor.tool(QStringLiteral("cmdPatients"));
-    showTabs(QStringLiteral("patient"), 2);
-    visitor.robot().expectDialog(QStringLiteral("frmOptions"), [&](QWidget& dialog) {
-        visitor.picture(QStringLiteral("options"), &dialog);
-        Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdCancel")));
+    visitor.tool("cmdMake");
+    visitor.picture("current");
+    visitor.tool("cmdChemicals");
+    visitor.tool("cmdCancel");
+    visitor.picture("chemical");
+    visitor.tool("cmdLogs");
+    showTabs("log", 4);
+    visitor.tool("cmdPatients");
+    showTabs("patient", 2);
+    visitor.robot().expectDialog("frmOptions", [&](QWidget& dialog) {
+        visitor.picture("options", &dialog);
+        Visitor::click(Visitor::find<QWidget>(dialog, "cmdCancel"));
     });
-    visitor.tool(QStringLiteral("cmdOptions"));
+    visitor.tool("cmdOptions");
     visitor.requireNoReport();
     program.leave();
 }
 
 void runDarkStage(const QString& programFolder) {
-    runStage({programFolder, QStringLiteral("--dark")});
+    runStage({programFolder, "--dark"});
 }
 
 void runEmptyStage(const QString& programFolder) {
-    const QDir empty = scratchFolder(programFolder, QStringLiteral("empty"));
-    runStage({empty.path(), QStringLiteral("--empty"), QStringLiteral("--pictures"), tourFolder(programFolder).path()});
+    const QDir empty = scratchFolder(programFolder, "empty");
+    runStage({empty.path(), "--empty", "--pictures", tourFolder(programFolder).path()});
 }
 
 void runGermanStage(const QString& programFolder) {
-    const QDir german = scratchFolder(programFolder, QStringLiteral("german"));
+    const QDir german = scratchFolder(programFolder, "german");
     require(QFile::copy(QDir(programFolder).filePath(database), german.filePath(database)),
             QStringLiteral("the database can't be copied to %1.").arg(german.path()));
-    runStage({german.path(), QStringLiteral("--language"), QString::number(germanNumber), QStringLiteral("--pictures"),
+    runStage({german.path(), "--language", QString::number(germanNumber), "--pictures",
               tourFolder(programFolder).path()});
 }
 

@@ -1,3 +1,4 @@
+// Finding, clicking, typing and waiting, with real mouse and key events.
 #include "Visitor.h"
 
 #include "platform/widgets/Boxes.h"
@@ -25,7 +26,7 @@ Visitor::Visitor(QString pictureFolder, QString prefix)
 }
 
 QWidget& Visitor::window() const {
-    require(m_window, QStringLiteral("the main window is not there."));
+    require(m_window, "the main window is not there.");
     return *m_window;
 }
 
@@ -94,7 +95,7 @@ void Visitor::openTab(int index) {
                 QStringLiteral("the tab \"%1\" does not open.").arg(bar.tabText(index)));
         return;
     }
-    stopTour(QStringLiteral("there are no tabs on show."));
+    stopTour("there are no tabs on show.");
 }
 
 void Visitor::click(const QString& name) {
@@ -122,7 +123,7 @@ void Visitor::menu(const QString& toolName, const QString& entry) {
 }
 
 void Visitor::search(const QString& text) {
-    auto& box = find<QLineEdit>(QStringLiteral("searchBox"));
+    auto& box = find<QLineEdit>("searchBox");
     type(box, text);
     QTest::keyClick(&box, Qt::Key_Return);
     settle();
@@ -158,7 +159,7 @@ void Visitor::picture(const QString& name, QWidget* of) {
 }
 
 void Visitor::requireNoReport() const {
-    for (const auto* strip : window().findChildren<QLabel*>(QStringLiteral("lblReport"))) {
+    for (const auto* strip : window().findChildren<QLabel*>("lblReport")) {
         if (strip->isVisible())
             stopTour(QStringLiteral("the program reports: %1").arg(strip->text()));
     }

@@ -23,22 +23,22 @@ void setUpApplication() {
     QApplication::setApplicationName(name);
     QApplication::setOrganizationName(name);
     QApplication::setApplicationVersion(sorvanto::programVersion());
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/app/sorvanto.svg")));
+    QApplication::setWindowIcon(QIcon(":/app/sorvanto.svg"));
     platform::setApplicationTitle(name);
 }
 
 void setUpOptions(QCommandLineParser& parser) {
-    parser.setApplicationDescription(QStringLiteral("Drives the program like a user through batches and reports."));
+    parser.setApplicationDescription("Drives the program like a user through batches and reports.");
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("The program's folder, laid out, with a mixer at ports/COM1."));
-    QCommandLineOption empty(QStringLiteral("empty"), QStringLiteral("Begin with an empty database file in a folder without one."));
-    QCommandLineOption pictures(QStringLiteral("pictures"), QStringLiteral("Where pictures go (FOLDER/tour)."), QStringLiteral("FOLDER"));
-    QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Only pictures in the dark theme."));
-    QCommandLineOption language(QStringLiteral("language"), QStringLiteral("Only pictures in a language."), QStringLiteral("NUMBER"));
-    QCommandLineOption stop(QStringLiteral("stop-after"), QStringLiteral("Die at mixdone."), QStringLiteral("mixdone"));
-    QCommandLineOption recover(QStringLiteral("recover"), QStringLiteral("Log the mix on offer."));
-    QCommandLineOption vain(QStringLiteral("sign-in-vain"), QStringLiteral("Initials to be refused."), QStringLiteral("INITIALS"));
-    QCommandLineOption second(QStringLiteral("second-instance"), QStringLiteral("Expect the start to be refused."));
+    parser.addPositionalArgument("FOLDER", "The program's folder, laid out, with a mixer at ports/COM1.");
+    QCommandLineOption empty("empty", "Begin with an empty database file in a folder without one.");
+    QCommandLineOption pictures("pictures", "Where pictures go (FOLDER/tour).", "FOLDER");
+    QCommandLineOption dark("dark", "Only pictures in the dark theme.");
+    QCommandLineOption language("language", "Only pictures in a language.", "NUMBER");
+    QCommandLineOption stop("stop-after", "Die at mixdone.", "mixdone");
+    QCommandLineOption recover("recover", "Log the mix on offer.");
+    QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
+    QCommandLineOption second("second-instance", "Expect the start to be refused.");
     for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second});
@@ -65,14 +65,14 @@ void tourEverything(const QString& folder) {
 
 void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     const auto isSet = [&](const char* option) { return parser.isSet(QLatin1String(option)); };
-    const QString pictures = isSet("pictures") ? parser.value(QStringLiteral("pictures"))
-                                               : QDir(folder).filePath(QStringLiteral("tour"));
+    const QString pictures = isSet("pictures") ? parser.value("pictures")
+                                               : QDir(folder).filePath("tour");
     if (isSet("empty")) {
         tour::EmptyTour empty(folder, pictures);
         empty.run();
         tell(empty.files(), folder);
     } else if (isSet("language")) {
-        tour::runLanguage(folder, pictures, parser.value(QStringLiteral("language")).toInt());
+        tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {
         tour::runDark(folder);
     } else if (isSet("stop-after")) {
@@ -80,7 +80,7 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     } else if (isSet("recover")) {
         tour::RecoveryTour(folder).logOffer();
     } else if (isSet("sign-in-vain")) {
-        tour::RecoveryTour(folder).signInVain(parser.value(QStringLiteral("sign-in-vain")));
+        tour::RecoveryTour(folder).signInVain(parser.value("sign-in-vain"));
     } else if (isSet("second-instance")) {
         tour::RecoveryTour(folder).startSecond();
     } else {
@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
         parser.showHelp(2);
     const QFileInfo folder(parser.positionalArguments().constFirst());
     tour::require(folder.isDir(), QStringLiteral("there is no folder %1.").arg(folder.filePath()));
-    platform::applyTheme(application, parser.isSet(QStringLiteral("dark")));
+    platform::applyTheme(application, parser.isSet("dark"));
     QApplication::setQuitOnLastWindowClosed(false);
     tourOneStage(parser, folder.absoluteFilePath());
     return 0;
