@@ -165,17 +165,14 @@ void frmLog::m_frmMain_btnClick(const QString& toolName, const QString& searchTe
     });
 }
 
-void frmLog::openMoved() {
-    openCurrent();
-    refreshForm();
-}
-
+// Beyond an end the record is opened once, at the end.
 void frmLog::moveNext() {
     guarded("frmLog:moveNext", [&] {
         identifiers().moveNext();
         if (identifiers().eof())
             identifiers().moveLast();
-        openMoved();
+        openCurrent();
+        refreshForm();
     });
 }
 
@@ -184,15 +181,8 @@ void frmLog::movePrevious() {
         identifiers().movePrevious();
         if (identifiers().bof())
             identifiers().moveFirst();
-        openMoved();
-    });
-}
-
-void frmLog::moveLast() {
-    guarded("frmLog:moveLast", [&] {
-        identifiers().moveLast();
-        if (!identifiers().eof())
-            openMoved();
+        openCurrent();
+        refreshForm();
     });
 }
 

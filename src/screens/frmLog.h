@@ -26,7 +26,6 @@ public:
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void moveNext() override;
     void movePrevious() override;
-    void moveLast() override;
     void unlockForm() override;
     void refreshForm() override;
     bool saveForm() override;
@@ -47,7 +46,6 @@ private:
     void translateColumns();
     void clearForm();
     void deleteLog();
-    void openMoved();
     void fillGeneralTab();
     void populateMix(const platform::XmlDocumentPtr& document);
     void populateResults(const platform::XmlDocumentPtr& document);

@@ -51,6 +51,10 @@ private:
     bool cmdMake();
     void deletePatient();
     bool fieldsComplete();
+    /// False with the box in front and its hint shown.
+    bool birthDateReadable();
+    /// Nothing typed stands in the way: a cell that the file refuses, a date that can't be read.
+    bool readyForPrescriptions();
     void cmdAddRX_Click();
     void cmdDeleteRX_Click();
     platform::Recordset& prescriptions() const;
