@@ -1,4 +1,4 @@
-// The accessible name is the tip, so that a button without a caption has a name too.
+// The accessible name is the tip without its mark, so that a button without a caption has a name too.
 #include "platform/widgets/BarButton.h"
 
 #include "platform/widgets/CommandBar.h"
@@ -29,11 +29,11 @@ BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent) : QTo
 }
 
 void BarButton::refresh() {
-    const QString tip = plainTip(m_tool.toolTip());
+    const QString tip = m_tool.toolTip();
     const auto keys = QKeySequence::listFromString(m_tool.shortcut());
     const QString key = keys.isEmpty() ? QString() : keys.first().toString(QKeySequence::NativeText);
     setToolTip(tip.isEmpty() || key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));
-    setAccessibleName(tip.isEmpty() ? plainTip(m_tool.caption()) : tip);
+    setAccessibleName(plainTip(tip.isEmpty() ? m_tool.caption() : tip));
     setEnabled(m_tool.enabled());
     setVisible(m_tool.visible());
 }

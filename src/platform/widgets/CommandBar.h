@@ -33,7 +33,7 @@ public:
 
     QString caption() const { return m_caption; }
     void setCaption(const QString& caption);
-    /// As it was set, a "&" included; what is shown leaves it out.
+    /// Shown as it was set, a "&" included.
     QString toolTip() const { return m_toolTip; }
     void setToolTip(const QString& text);
     QString description() const { return m_description; }

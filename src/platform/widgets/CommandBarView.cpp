@@ -205,7 +205,7 @@ void CommandBar::View::toolChanged(Tool& tool) {
     }
     if (shown.edit) {
         shown.edit->setEnabled(tool.enabled());
-        shown.edit->setToolTip(plainTip(tool.toolTip()));
+        shown.edit->setToolTip(tool.toolTip());
         shown.edit->setAccessibleName(plainTip(tool.toolTip().isEmpty() ? tool.caption() : tool.toolTip()));
         if (shown.edit->text() != tool.text())
             shown.edit->setText(tool.text());

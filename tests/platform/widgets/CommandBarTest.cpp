@@ -96,9 +96,9 @@ TEST_F(Bar, TheCheckedStateIsTheTools) {
     EXPECT_FALSE(button("cmdFormulas")->isChecked());
 }
 
-TEST_F(Bar, TipsKeepTheirMarkInTheModelAndHideItOnScreen) {
+TEST_F(Bar, TipsAreShownAsTheyWereSetAndNamesLeaveTheMarkOut) {
     EXPECT_EQ(tool("cmdMake").toolTip(), "&Make Formula");
-    EXPECT_EQ(button("cmdMake")->toolTip(), "Make Formula (Ctrl+M)");
+    EXPECT_EQ(button("cmdMake")->toolTip(), "&Make Formula (Ctrl+M)");
     EXPECT_EQ(button("cmdMake")->accessibleName(), "Make Formula");
     tool("cmdMake").setToolTip("Rezeptur && Gefäß &machen");
     EXPECT_EQ(button("cmdMake")->accessibleName(), QString("Rezeptur & Gefäß machen"));
