@@ -10,9 +10,10 @@ constexpr int doubleType = 5;
 constexpr int flagType = 11;
 constexpr int textTypes[] = {202, 129, 200};
 
-int textWidth(int definedSize) {
+/// In characters, halves included.
+double textWidth(int definedSize) {
     if (definedSize >= 20)
-        return static_cast<int>(definedSize * 0.5);
+        return definedSize * 0.5;
     return definedSize >= 5 ? definedSize : 5;
 }
 
@@ -24,7 +25,7 @@ platform::GridColumn searchColumn(const platform::FieldInfo& field, const ListMe
     column.caption = field.name;
     column.width = measure.defaultWidth;
     if (std::find(std::begin(textTypes), std::end(textTypes), field.type) != std::end(textTypes)) {
-        column.width = textWidth(field.definedSize) * measure.characterWidth;
+        column.width = static_cast<int>(textWidth(field.definedSize) * measure.characterWidth);
     } else if (field.type == doubleType) {
         column.numberFormat = "Currency";
         column.width = 10 * measure.characterWidth;

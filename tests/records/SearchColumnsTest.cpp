@@ -21,7 +21,7 @@ TEST(SearchColumns, TextsAreAsWideAsTheirSizeAndHalfFromTwentyOn) {
     };
     for (const int type : {202, 129, 200})
         for (const Row& row : {Row{0, 50}, Row{1, 50}, Row{4, 50}, Row{5, 50}, Row{6, 60}, Row{19, 190},
-                               Row{20, 100}, Row{21, 100}, Row{50, 250}, Row{255, 1270}})
+                               Row{20, 100}, Row{21, 105}, Row{50, 250}, Row{255, 1275}})
             EXPECT_EQ(column(type, row.size).width, row.width) << type << " of " << row.size;
     EXPECT_TRUE(column(202, 40).numberFormat.isEmpty());
 }
