@@ -38,8 +38,10 @@ frmMain::~frmMain() {
     m_screens = {};
     m_captionScreens = {};
     m_frmSorvanto.reset();
-    if (basMain::Main == this)
+    if (basMain::Main == this) {
         basMain::Main = nullptr;
+        basMain::editOptions = nullptr;
+    }
 }
 
 void frmMain::buildWindow() {

@@ -42,9 +42,9 @@ void frmMain::loadSharedObjects(const ResumeNext& step) {
         basMain::ErrorReporter = m_parts.reporter();
         m_strip->follow(basMain::ErrorReporter);
     });
-    basMain::databaseLocation = [] { return deref(basMain::Options).DBLocation(); };
-    basMain::editOptions = [this] { editOptions(); };
     step([&] { basMain::Options = std::make_shared<clsOptions>(); });
+    // The dialog opened for another location of the database shows its result in the window as well.
+    basMain::editOptions = [this] { editOptions(); };
 }
 
 void frmMain::describeReports(const ResumeNext& step) {

@@ -5,6 +5,7 @@
 #include "config/clsOptions.h"
 #include "platform/widgets/CommandBar.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -222,6 +223,45 @@ TEST_F(StartTest, TheOptionTakesEffectAtTheNextStartAlone) {
     window->refreshForm();
     EXPECT_TRUE(tool("FormBar", "cmdPatients").visible());
     EXPECT_TRUE(window->screen(patients));
+}
+
+/// A file that is no database stands where the options point to.
+class UnreadableDatabaseTest : public MainWindowTest {
+protected:
+    const QString question = "Database location invalid, please select new location.";
+    const platform::BoxStyle yesNoCancel{platform::Buttons::YesNoCancel};
+    void SetUp() override {
+        MainWindowTest::SetUp();
+        folder.write("sorvanto.mdb", QByteArray(4096, 'x'));
+    }
+};
+
+TEST_F(UnreadableDatabaseTest, TheStartGoesOnWithTheFileChosenInTheOptions) {
+    support::createDatabaseFile(folder.path("good.mdb"));
+    parts.editOptions = [this] {
+        trace << "editOptions";
+        basMain::Options->DBLocation(folder.path("good.mdb"));
+    };
+    asker.expectMsgBox(question, yesNoCancel, Answer::Yes);
+    load();
+    EXPECT_EQ(taken({"editOptions", "ApplyUpdates"}),
+              (QStringList{"editOptions", "updater:ApplyUpdates open=1 \"<folder>\\dbupdate.xml\" \"1\""}));
+    EXPECT_EQ(window->current(), formulas);
+}
+
+TEST_F(UnreadableDatabaseTest, AFileChosenLaterIsNamedInTheWindow) {
+    support::createDatabaseFile(folder.path("good.mdb"));
+    QFile::remove(databasePath());
+    parts.editOptions = [this] { basMain::Options->DBLocation(folder.path("good.mdb")); };
+    asker.alwaysAnswer("Database file not found. Please set in options");
+    load();
+    dropReports();
+    const auto* name = window->findChild<QLabel*>("lblDatabase");
+    EXPECT_EQ(name->text(), "sorvanto.mdb");
+    folder.write("sorvanto.mdb", QByteArray(4096, 'x'));
+    asker.expectMsgBox(question, yesNoCancel, Answer::Yes);
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_EQ(name->text(), "good.mdb");
 }
 
 /// Neither options.xml nor a database.
