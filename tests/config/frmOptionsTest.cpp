@@ -5,6 +5,7 @@
 #include "config/clsOptions.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/basMain.h"
+#include "support/BrokenTranslator.h"
 #include "support/Child.h"
 #include "support/Hindrances.h"
 #include "support/TestProgram.h"
@@ -344,6 +345,21 @@ TEST_F(frmOptionsTest, ACancelledFileDialogEmptiesThePath) {
     click(form, "cmdSave");
     EXPECT_EQ(basMain::Options->DBLocation(), "");
     EXPECT_TRUE(file().contains("<DBLocation/>")) << file().toStdString();
+}
+
+TEST_F(frmOptionsTest, AFailureAtTheTextsOrTheFileIsReportedUnderItsTag) {
+    {
+        const support::BrokenTranslator broken;
+        frmOptions form;
+        EXPECT_EQ(expectReport("frmOptions:transalteForm").description, "no language");
+        EXPECT_EQ(text(form, "txtCity"), "Fenwick") << "the loading goes on";
+    }
+    frmOptions form;
+    platform::setAsker(nullptr);
+    click(form, "cmdDB");
+    platform::setAsker(&asker);
+    expectReport("frmOptions:cmdDB_Click");
+    EXPECT_EQ(text(form, "txtDB"), child<TextBox>(form, "txtDB")->toolTip());
 }
 
 TEST_F(frmOptionsTest, IsShownModallyAndDroppedAfterUse) {

@@ -83,6 +83,12 @@ TEST_F(CloseTest, AFailureOnTheWayKeepsTheWindow) {
     EXPECT_EQ(programEnds, 0);
 }
 
+TEST_F(CloseTest, AFailureAtTheEndIsReported) {
+    basMain::endProgram = [] { throw platform::RuntimeError(5, "can't end"); };
+    window->Form_Unload();
+    EXPECT_EQ(expectReport("frmMain:Form_Unload").description, "can't end");
+}
+
 TEST_F(CloseTest, NothingIsSavedAtTheEnd) {
     const QByteArray before = folder.read("options.xml");
     basMain::Options->StoreName("Other");

@@ -1,4 +1,5 @@
 // Tool clicks, keys in the search box, and the switching of screens.
+#include "BrokenTranslator.h"
 #include "MainWindowTest.h"
 
 #include "config/clsLanguage.h"
@@ -198,6 +199,12 @@ TEST_F(SwitchTest, AFailureEndsTheClickUnderItsTag) {
     EXPECT_EQ(expectReport("frmMain:ActiveBar_ToolClick").description, "broken");
     window->ActiveBar_ToolKeyPress(tool("MainBar", "txtSearch"), 13);
     expectReport("frmMain:ActiveBar_ToolKeyPress");
+}
+
+TEST_F(SwitchTest, AFailingTextEndsTheTranslationUnderItsTag) {
+    const support::BrokenTranslator broken;
+    window->translateForm();
+    EXPECT_EQ(expectReport("frmMain:translateForm").description, "no language");
 }
 
 TEST_F(SwitchTest, EnablingNeverDisablesAndReachesListenersAlone) {

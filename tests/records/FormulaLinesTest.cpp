@@ -38,6 +38,16 @@ TEST_F(FormulaLinesTest, RemovingALineRecomputesThisObjectAndGivesTheShortList) 
     EXPECT_FALSE(formula->deleteChemical(1));
 }
 
+TEST_F(FormulaLinesTest, ALineThatCannotBeRemovedIsReportedAndTheListStays) {
+    const auto formula = open(1);
+    const auto lines = formula->Chemical;
+    failStatement("DELETE FROM [FormChem]");
+    EXPECT_FALSE(formula->deleteChemical(1));
+    expectReport("clsFormula:deleteChemical");
+    EXPECT_EQ(formula->Chemical, lines);
+    EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM FormChem WHERE FormulaID = 1")), "3");
+}
+
 TEST_F(FormulaLinesTest, AddingALineAsksTheQuantityWithoutTitleAndPreset) {
     const auto formula = open(2);
     clearStatements();

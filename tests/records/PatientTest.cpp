@@ -108,6 +108,13 @@ TEST_F(PatientTest, AddsARowWithoutABirthDateThatOpensAsTheZeroDate) {
     EXPECT_EQ(open(4)->pat_BDay, platform::zeroDate());
 }
 
+TEST_F(PatientTest, AFailureAfterTheInsertIsReportedAndLeavesABlankRow) {
+    failStatement("@@IDENTITY");
+    EXPECT_FALSE(clsPatient().addPatient());
+    expectReport("clsPatient:addPatient");
+    EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Patient WHERE pat_LName = ''")), "1");
+}
+
 TEST_F(PatientTest, SavesInTheOrderOfTheTable) {
     const auto patient = open(1);
     patient->pat_FName = " D'Arcy ";

@@ -5,6 +5,7 @@
 #include "platform/widgets/RecordGrid.h"
 #include "records/clsSearch.h"
 #include "records/frmSearchRS.h"
+#include "support/BrokenTranslator.h"
 #include "support/Child.h"
 
 #include <QApplication>
@@ -279,6 +280,19 @@ TEST_F(SearchListTest, AFailureIsReportedUnderItsLabelAndTheRestGoesOn) {
         press(form, "cmdOK");
     });
     EXPECT_EQ(choose(rows("")), 1);
+}
+
+TEST_F(SearchListTest, AFailingTextIsReportedByTheListAndHidesNothing) {
+    const support::BrokenTranslator broken;
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        expectReport("frmSearchRS:Form_Load");
+        press(form, "cmdOK");
+        EXPECT_TRUE(form.isVisible());
+        expectReport("frmSearchRS:cmdOK_Click");
+        list(form)->selectRow(1);
+        press(form, "cmdOK");
+    });
+    EXPECT_EQ(choose(rows("")), 2);
 }
 
 TEST_F(SearchListTest, StandsInTheMiddleOfTheScreen) {
