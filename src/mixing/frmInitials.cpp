@@ -55,14 +55,15 @@ void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
 }
 
 // The log records what was really mixed: type, quantity, jar and programme come from the document.
+// Adopted only when complete, so that a document without one of them logs nothing.
 void frmInitials::openLoggedFormula(std::int16_t formulaID) {
-    m_formula = clsFormula().openFormula(formulaID, QString());
-    clsFormula& formula = platform::deref(m_formula);
-    formula.frm_FormType = formulaDocumentNumber(*m_document, "Type");
-    formula.makeQuantity(formulaDocumentNumber(*m_document, "Make"));
-    takeProgramme(formula);
+    const clsFormulaPtr formula = clsFormula().openFormula(formulaID, QString());
+    platform::deref(formula).frm_FormType = formulaDocumentNumber(*m_document, "Type");
+    formula->makeQuantity(formulaDocumentNumber(*m_document, "Make"));
+    takeProgramme(*formula);
+    m_formula = formula;
     setNameWritable(false);
-    ui->txtfrm_Name->setText(formula.frm_Name);
+    ui->txtfrm_Name->setText(formula->frm_Name);
 }
 
 void frmInitials::takeProgramme(clsFormula& formula) const {
@@ -120,23 +121,23 @@ void frmInitials::nameEntered() {
 }
 
 // The mix has run already: the recipe comes from the named formula, jar and programme from the mixer.
+// Without a quantity, and after a failure, no formula remains and nothing can be logged.
 void frmInitials::makeFormula() {
     guarded("frmInitials:makeFormula", [&] {
         if (!m_formula || m_formula->FormulaID <= 0)
             return;
-        const clsFormulaPtr copy = clsFormula().openFormula(m_formula->FormulaID, QString());
+        const clsFormulaPtr named = std::exchange(m_formula, nullptr);
+        const clsFormulaPtr copy = clsFormula().openFormula(named->FormulaID, QString());
         frmMake question(this);
         question.MakeQty(platform::deref(copy).frm_Quantity);
         question.showModal();
-        if (question.MakeQty() <= 0) {
-            m_formula.reset();
+        if (question.MakeQty() <= 0)
             return;
-        }
         copy->makeQuantity(platform::toInt16(question.MakeQty()));
         if (question.printWorksheet())
             showWorksheet(copy);
-        m_formula = copy;
         takeProgramme(*copy);
+        m_formula = copy;
     });
 }
 

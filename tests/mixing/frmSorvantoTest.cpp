@@ -1,0 +1,92 @@
+// The mixer screen: a finished mix goes to the log, then the formula screen comes up.
+#include "MixingTest.h"
+#include "mixing/FormulaDocument.h"
+#include "mixing/frmSorvanto.h"
+
+using namespace sorvanto;
+
+namespace {
+
+class frmSorvantoTest : public MixingTest {
+protected:
+    void SetUp() override {
+        MixingTest::SetUp();
+        screen = std::make_unique<frmSorvanto>();
+        main->control = &screen->control();
+        screen->Form_Load();
+    }
+    void TearDown() override {
+        main->control = nullptr;
+        screen.reset();
+        MixingTest::TearDown();
+    }
+    void finishMix() const {
+        emit screen->control().mixDone(document("<Formula/>"), document("<Results/>"));
+    }
+
+    std::unique_ptr<frmSorvanto> screen;
+};
+
+TEST_F(frmSorvantoTest, AFinishedMixGoesToTheLogAndThenToTheFormulas) {
+    finishMix();
+    EXPECT_EQ(str(main->trace.join('\n')), "addLog <Formula/> <Results/>\nclick cmdFormulas");
+}
+
+TEST_F(frmSorvantoTest, TheFormulasComeUpWithoutALogEntryToo) {
+    main->logged = false;
+    finishMix();
+    EXPECT_EQ(str(main->trace.last()), "click cmdFormulas");
+}
+
+TEST_F(frmSorvantoTest, AFailureOfTheLogIsReported) {
+    main->onLog = [] { throw platform::RuntimeError(5, "no log"); };
+    finishMix();
+    expectReport("frmSorvanto:ctlSorvanto1_mixDone");
+}
+
+TEST_F(frmSorvantoTest, TheControlMayBeCalledFromInsideItsOwnEvent) {
+    main->onLog = [&] { screen->control().mixerInitialsClosed(); };
+    finishMix();
+    EXPECT_EQ(main->trace.size(), 2);
+}
+
+TEST_F(frmSorvantoTest, EnableFormIsHandedOn) {
+    emit screen->control().enableForm();
+    EXPECT_EQ(str(main->trace.join('\n')), "enableForm");
+    main->trace.clear();
+    basMain::Main = nullptr;
+    emit screen->control().enableForm();
+    basMain::Main = main.get();
+    expectReport("frmSorvanto:ctlSorvanto1_enableForm");
+}
+
+TEST_F(frmSorvantoTest, ListensWithoutSettingTools) {
+    screen->Listener(-1);
+    EXPECT_EQ(screen->Listener(), -1);
+    screen->Listener(0);
+    EXPECT_EQ(screen->Listener(), 0);
+    EXPECT_EQ(str(main->trace.join(' ')), "connect release");
+    screen->m_frmMain_btnClick("cmdNext", "");
+    basMain::Main = nullptr;
+    screen->Listener(-1);
+    basMain::Main = main.get();
+    expectReport("frmSorvanto:setListener");
+    screen->Listener(0);
+}
+
+TEST_F(frmSorvantoTest, ClosingNeverRefuses) {
+    EXPECT_EQ(screen->closeForm(), 0);
+    EXPECT_EQ(screen->closeForm(), 0);
+}
+
+TEST_F(frmSorvantoTest, TheIDOfADocument) {
+    EXPECT_EQ(formulaDocumentID(nullptr), 0);
+    EXPECT_EQ(formulaDocumentID(document("<Formula/>")), 0);
+    EXPECT_EQ(formulaDocumentID(document("<Formula><ID>32767</ID></Formula>")), 32767);
+    EXPECT_THROW(formulaDocumentID(document("<Formula><ID>32768</ID></Formula>")), platform::RuntimeError);
+    EXPECT_THROW(formulaDocumentID(document("<Formula><ID/></Formula>")), platform::RuntimeError);
+    EXPECT_EQ(formulaDocumentNumber(*document("<Formula><Make>12</Make></Formula>"), "Make"), 12);
+    EXPECT_THROW(formulaDocumentNumber(*document("<Formula/>"), "Make"), platform::RuntimeError);
+}
+
+}  // namespace
