@@ -43,7 +43,7 @@ frmFormula::frmFormula(QWidget* parent)
     platform::makeCard(*ui->fraFormula);
     platform::makeCard(*ui->fraIngredients);
     ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
-    ui->txtfrm_Quantity->setBounds(0, 1000);
+    ui->txtfrm_Quantity->setBounds(-1000, 1000);  // what is not above 0 is told when it is saved
     ui->txtfrm_Cost->setBounds(0, 10000);
     ui->txtfrm_AWP->setBounds(0, 10000);
     ui->txtfrm_Units->setText("MLS");
@@ -267,19 +267,27 @@ void frmFormula::refreshForm() {
     });
 }
 
+// A number that can't be read in one way only is never guessed: its box comes on show and says why.
+bool frmFormula::readable(platform::NumberBox& box) {
+    if (box.acceptable())
+        return true;
+    ui->tabFormula->setCurrentIndex(0);
+    box.setFocus();
+    return box.acceptable();
+}
+
 bool frmFormula::fieldsComplete() {
     if (ui->txtfrm_Name->text().isEmpty()) {
         platform::MsgBox(translated("Formula Name is required"));
         return false;
     }
-    // A quantity that can't be read as one number is never guessed; its box shows the hint.
-    if (!ui->txtfrm_Quantity->acceptable())
+    if (!readable(*ui->txtfrm_Quantity))
         return false;
     if (platform::leadingNumber(ui->txtfrm_Quantity->text()) <= 0) {
         platform::MsgBox(translated("Quantity is required"));
         return false;
     }
-    return ui->txtfrm_AWP->acceptable();
+    return readable(*ui->txtfrm_AWP);
 }
 
 void frmFormula::storeFields() {

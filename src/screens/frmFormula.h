@@ -8,6 +8,10 @@
 
 #include <memory>
 
+namespace platform {
+class NumberBox;
+}
+
 namespace Ui {
 class frmFormula;
 }
@@ -51,6 +55,7 @@ private:
     void translateForm();
     void connectControls();
     void clearForm();
+    bool readable(platform::NumberBox& box);
     bool fieldsComplete();
     void storeFields();
     void cmdSave();

@@ -139,12 +139,8 @@ void frmFormula::cmdAddMix_Click() {
 
 void frmFormula::cmdDelete_Click() {
     guarded("frmFormula:cmdDelete_Click", [&] {
-        if (ui->lstCustom->count() == 0)
-            return;
-        const int selected = ui->lstCustom->currentRow();
-        if (selected < 0)
-            throw platform::RuntimeError(platform::error::objectNotSet, "No step is selected");
-        ui->lstCustom->removeRow(selected);
+        if (const int selected = ui->lstCustom->currentRow(); selected >= 0)
+            ui->lstCustom->removeRow(selected);
     });
 }
 

@@ -6,6 +6,8 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/RecordGrid.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace sorvanto;
@@ -89,6 +91,41 @@ platform::XmlDocumentPtr ScreenTest::document(const QString& xml) {
     const auto made = platform::XmlDocument::create();
     EXPECT_TRUE(made->loadXML(xml)) << str(xml);
     return made;
+}
+
+void ScreenTest::failStatement(const QString& part) {
+    openDB()->setTrace([this, part](const QString& statement) {
+        statements << statement;
+        if (statement.contains(part))
+            throw platform::RuntimeError(platform::error::statement, "Made to fail", "test", statement);
+    });
+}
+
+bool ScreenTest::closePreview() {
+    for (QWidget* found : QApplication::topLevelWidgets()) {
+        if (found->objectName() == "preview" && found->isVisible()) {
+            delete found;
+            return true;
+        }
+    }
+    return false;
+}
+
+void ScreenTest::typeInCell(platform::RecordGrid& grid, int row, const QString& field, const QString& text) {
+    ASSERT_TRUE(grid.isVisible());
+    grid.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.window()));
+    grid.setFocus();
+    grid.setCurrentIndex(grid.model()->index(row, grid.columnByField(field)));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QTest::keyClick(&grid, Qt::Key_F2);
+    ASSERT_NE(cellEditor(grid), nullptr);
+    cellEditor(grid)->selectAll();
+    QTest::keyClicks(cellEditor(grid), text);
+}
+
+QLineEdit* ScreenTest::cellEditor(const platform::RecordGrid& grid) {
+    return grid.viewport()->findChild<QLineEdit*>("cellEditor");
 }
 
 platform::Tool& ScreenTest::tool(const QString& name) const {

@@ -8,6 +8,7 @@
 #include "Golden.h"
 #include "TestProgram.h"
 #include "core/frmMain.h"
+#include "platform/widgets/RecordGrid.h"
 #include "platform/xml/XmlDocument.h"
 #include "shared/RecordScreen.h"
 #include "shared/basMain.h"
@@ -45,6 +46,11 @@ protected:
     /// Starts the program: the whole load, then the window on show. Statements are kept from its end on.
     void load(sorvanto::Parts parts = sorvanto::realParts());
 
+    /// From now on a statement that holds this part fails.
+    void failStatement(const QString& part);
+    /// Closes the preview on show; false when there is none.
+    static bool closePreview();
+
     /// A tool by its name, wherever it stands on the bar.
     platform::Tool& tool(const QString& name) const;
     /// As a user clicks: nothing happens where the tool is off.
@@ -66,6 +72,10 @@ protected:
     }
     /// The text that a control shows.
     QString text(sorvanto::ScreenNumber number, const QString& name) const;
+
+    /// Opens the cell's editor with F2 and types over what is there; the editor stays open.
+    static void typeInCell(platform::RecordGrid& grid, int row, const QString& field, const QString& text);
+    static QLineEdit* cellEditor(const platform::RecordGrid& grid);
 
     /// The record tools in the order of the bar, then the entries of the print and export menus.
     static QStringList recordTools();

@@ -1,0 +1,71 @@
+// The worksheet of the formula screen: quantity question, preview, export.
+#include "FormulaScreenTest.h"
+
+#include <QCheckBox>
+
+using namespace sorvanto;
+
+namespace {
+
+class FormulaPrintTest : public FormulaScreenTest {
+protected:
+    void expectQuantity(const QString& preset, const QString& typed, const QString& button = "OKButton") {
+        asker.expectModal("frmMake", [=](QWidget& question) {
+            auto* quantity = support::child<platform::NumberBox>(question, "txtQTY");
+            EXPECT_EQ(str(quantity->text()), str(preset));
+            EXPECT_TRUE(support::child<QCheckBox>(question, "chkPrint")->isChecked());
+            if (!typed.isEmpty())
+                QTest::keyClicks(quantity, typed);
+            support::child<QPushButton>(question, button)->click();
+        });
+    }
+};
+
+TEST_F(FormulaPrintTest, CancellingTheQuantityPrintsNothingAndShowsTheRecordAgain) {
+    edit("Cooling Gel");
+    box<platform::TextBox>("txtfrm_Desc").setText("unsaved");
+    EXPECT_TRUE(on("mnuWorksheet"));
+    expectQuantity("10", "", "CancelButton");
+    click("mnuWorksheet");
+    EXPECT_FALSE(closePreview());
+    EXPECT_EQ(str(shown("txtfrm_Desc")), "For the skin");
+    EXPECT_FALSE(formula().formLocked());
+}
+
+TEST_F(FormulaPrintTest, PreviewsTheStoredFormulaForTheQuantity) {
+    loadAt("Cooling Gel");
+    expectQuantity("10", "25");
+    click("mnuWorksheet");
+    EXPECT_TRUE(closePreview());
+    EXPECT_EQ(column("fch_Qty"), QStringList({"1.2345", "5", "0.5"})) << "the screen's own object is not scaled";
+}
+
+TEST_F(FormulaPrintTest, TheBoxesStateIsNotRead) {
+    loadAt("Cooling Gel");
+    asker.expectModal("frmMake", [](QWidget& question) {
+        support::child<QCheckBox>(question, "chkPrint")->setChecked(false);
+        support::child<QPushButton>(question, "OKButton")->click();
+    });
+    click("mnuWorksheet");
+    EXPECT_TRUE(closePreview());
+}
+
+TEST_F(FormulaPrintTest, ExportsWithoutShowing) {
+    loadAt("Cooling Gel");
+    expectQuantity("10", "20");
+    click("mnuWorksheetx");
+    EXPECT_TRUE(folder.has("Worksheet.xls"));
+    EXPECT_FALSE(closePreview());
+    EXPECT_TRUE(folder.read("Worksheet.xls").startsWith("\xD0\xCF\x11\xE0"));
+}
+
+TEST_F(FormulaPrintTest, ABaseBatchOfNothingIsReported) {
+    sql("UPDATE Formula SET frm_Quantity = 0 WHERE FormulaID = 2");
+    loadAt("Plain Base");
+    expectQuantity("0", "20");
+    click("mnuWorksheet");
+    expectReport("frmFormula:printFormula");
+    EXPECT_FALSE(closePreview());
+}
+
+}  // namespace
