@@ -1,3 +1,4 @@
+// The chemical screen: its tools, its lists, showing and saving one chemical.
 #include "screens/frmChemical.h"
 
 #include "config/clsOptions.h"

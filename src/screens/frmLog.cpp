@@ -1,6 +1,7 @@
+// The log screen: its tools and moves, a new batch coming in, three texts corrected, an entry deleted.
+//   frmLogShow.cpp   what is shown of a batch        frmLogPrint.cpp   its reports
 #include "screens/frmLog.h"
 
-#include "config/clsOptions.h"
 #include "mixing/FormulaDocument.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
@@ -9,7 +10,6 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
-#include "screens/MixList.h"
 #include "screens/ToolStates.h"
 #include "ui_frmLog.h"
 #include "shared/Guard.h"
@@ -33,13 +33,6 @@ constexpr ScreenTools toolRules{
     .jarReport = true,
 };
 
-constexpr int costColumn = 3;
-constexpr int awpColumn = 4;
-
-QString moneyFormat() {
-    return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-}
-
 }  // namespace
 
 frmLog::frmLog(QWidget* parent)
@@ -53,8 +46,8 @@ frmLog::frmLog(QWidget* parent)
     ui->grdIngredients->setColumns({{.field = "lch_Name", .caption = "Name"},
                                     {.field = "lch_Qty", .caption = "Qty", .width = 96},
                                     {.field = "lch_Lot", .caption = "Lot", .width = 104},
-                                    {.field = "lch_Cost", .caption = "Cost", .width = 96},
-                                    {.field = "lch_AWP", .caption = "AWP", .width = 96},
+                                    {.field = "lch_Cost", .caption = "Cost", .width = 112},
+                                    {.field = "lch_AWP", .caption = "AWP", .width = 112},
                                     {.field = "lch_NDC", .caption = "NDC", .width = 128},
                                     {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
 }
@@ -206,82 +199,6 @@ void frmLog::unlockForm() {
         setEnabled(true);
         ui->tabLog->setEnabled(true);
         m_locked = false;
-    });
-}
-
-void frmLog::refreshForm() {
-    guarded("frmLog:refreshForm", [&] {
-        const clsLog& log = platform::deref(m_log);
-        m_ingredients = log.Chemical;
-        setEnabled(true);
-        ui->tabLog->setEnabled(true);
-        showCaption("Logs", log.log_Name);
-        fillGeneralTab();
-        ui->grdIngredients->setNumberFormat(costColumn, moneyFormat());
-        ui->grdIngredients->setNumberFormat(awpColumn, moneyFormat());
-        ui->grdIngredients->setDataSource(m_ingredients);
-        ui->grdIngredients->setAllowUpdate(false);
-        populateMix(log.log_Mix);
-        populateResults(log.log_Results);
-    });
-}
-
-void frmLog::fillGeneralTab() {
-    const clsLog& log = *m_log;
-    ui->txtlog_Date->setValue(log.log_Date);
-    ui->txtlog_Initials->setText(log.log_Initials);
-    ui->txtlog_JarSize->setText(basMain::tableEntry(basMain::JarSizes, log.log_JarSize));
-    ui->txtlog_Lot->setText(log.log_Lot);
-    ui->txtlog_Name->setText(log.log_Name);
-    ui->txtlog_NDC->setText(log.log_NDC);
-    ui->txtlog_Notes->setText(log.log_Notes);
-    ui->txtlog_Quantity->setValue(static_cast<double>(log.log_Quantity));
-    ui->txtlog_Strength->setText(log.log_Strength);
-    ui->txtlog_Type->setText(basMain::tableEntry(basMain::MixTypes, log.log_FormType));
-    ui->txtlog_Units->setText(log.log_Units);
-    ui->txtlog_Verified->setText(log.log_Verified);
-    ui->txtlog_Cost->setFormats(moneyFormat(), moneyFormat());
-    ui->txtlog_Cost->setValue(log.log_Cost);
-    ui->txtlog_AWP->setFormats(moneyFormat(), moneyFormat());
-    ui->txtlog_AWP->setValue(log.log_AWP);
-}
-
-void frmLog::populateMix(const platform::XmlDocumentPtr& document) {
-    guarded("frmLog:populateMix", [&] {
-        ui->lstCustom->clear();
-        const platform::XmlDocument& mix = platform::deref(document);
-        const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
-        ui->txtlog_FreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
-        ui->txtlog_PreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
-        listMixSteps(mix, *ui->lstCustom);
-    });
-}
-
-void frmLog::populateResults(const platform::XmlDocumentPtr& document) {
-    guarded("frmLog:populateResults", [&] {
-        const std::pair<QLabel*, const char*> values[] = {
-            {ui->lbldisp_ID, "."},
-            {ui->lbldisp_JarSize, "Size"},
-            {ui->lbldisp_Type, "Type"},
-            {ui->lbldisp_Cycles, "LiftingCycles"},
-            {ui->lbldisp_Interuption, "Interuption"},
-            {ui->lbldisp_Pregrind, "PreGrind"},
-            {ui->lbldisp_PrepNum, "PreparationNumber"},
-            {ui->lbldisp_TotalRev, "TotalMixingRevolutions"},
-            {ui->lbldisp_Version, "HardwareVersion"},
-        };
-        const platform::XmlNode results = platform::deref(document).selectSingleNode("Results");
-        for (const auto& [label, node] : values) {
-            if (!results) {
-                label->clear();
-                continue;
-            }
-            const platform::XmlNode value = results.selectSingleNode(node);
-            if (!value)
-                throw platform::RuntimeError(platform::error::objectNotSet,
-                                             QString("The results hold no %1").arg(node));
-            label->setText(value.attribute("Value"));
-        }
     });
 }
 

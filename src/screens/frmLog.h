@@ -46,6 +46,8 @@ private:
     void translateColumns();
     void clearForm();
     void deleteLog();
+
+    // What is shown of the batch (frmLogShow.cpp)
     void fillGeneralTab();
     void populateMix(const platform::XmlDocumentPtr& document);
     void populateResults(const platform::XmlDocumentPtr& document);

@@ -1,17 +1,14 @@
+// The patient screen: its tools, showing and saving one patient.
+//   frmPatientRX.cpp   the prescriptions        frmPatientPrint.cpp   labels and report
 #include "screens/frmPatient.h"
 
 #include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
-#include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/basic/Values.h"
-#include "platform/widgets/CommandBar.h"
 #include "platform/widgets/Theme.h"
 #include "screens/ToolStates.h"
-#include "screens/frmCurrFormula.h"
 #include "ui_frmPatient.h"
 #include "shared/Guard.h"
-#include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -43,17 +40,17 @@ frmPatient::frmPatient(QWidget* parent)
     ui->setupUi(this);
     platform::makeCard(*ui->fraPatient);
     platform::makeCard(*ui->fraRXs);
-    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 64},
-                            {.field = "log_Name", .caption = "Name", .width = 208},
-                            {.field = "log_Strength", .caption = "Strength", .width = 80},
-                            {.field = "rxs_Qty", .caption = "Qty", .width = 64, .editable = true},
-                            {.field = "rxs_Cost", .caption = "Cost", .width = 80, .editable = true},
-                            {.field = "rxs_Price", .caption = "Price", .width = 80, .editable = true},
-                            {.field = "log_Lot", .caption = "Lot", .width = 120},
-                            {.field = "log_Date", .caption = "Log Date", .width = 176},
-                            {.field = "rxs_Date", .caption = "RX Date", .width = 96, .editable = true},
-                            {.field = "rxs_Consult", .caption = "Consult", .width = 80, .editable = true},
-                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 144, .editable = true}});
+    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 56},
+                            {.field = "log_Name", .caption = "Name", .width = 192},
+                            {.field = "log_Strength", .caption = "Strength", .width = 128},
+                            {.field = "rxs_Qty", .caption = "Qty", .width = 72, .editable = true},
+                            {.field = "rxs_Cost", .caption = "Cost", .width = 104, .editable = true},
+                            {.field = "rxs_Price", .caption = "Price", .width = 104, .editable = true},
+                            {.field = "log_Lot", .caption = "Lot", .width = 112},
+                            {.field = "log_Date", .caption = "Log Date", .width = 192},
+                            {.field = "rxs_Date", .caption = "RX Date", .width = 120, .editable = true},
+                            {.field = "rxs_Consult", .caption = "Consult", .width = 136, .editable = true},
+                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 160, .editable = true}});
     connect(ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
     connect(ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
 }
@@ -80,10 +77,6 @@ void frmPatient::openRecord(std::int16_t key) {
 
 QString frmPatient::nameShown() const {
     return ui->txtpat_LName->text() + ", " + ui->txtpat_FName->text();
-}
-
-platform::Recordset& frmPatient::prescriptions() const {
-    return platform::deref(platform::deref(m_patient).RXs);
 }
 
 void frmPatient::translateForm() {
@@ -186,41 +179,6 @@ void frmPatient::cmdDelete() {
     moveFirst();
 }
 
-bool frmPatient::cmdMake() {
-    ui->grdRXs->commitEdit();
-    if (prescriptions().recordCount() == 0) {
-        platform::MsgBox(translated("No prescriptions"));
-    } else if (ui->grdRXs->selectedCount() == 0) {
-        platform::MsgBox(translated("You must select a prescription."));
-    } else if (getFormula()) {
-        makeFormula();
-        return true;
-    } else {
-        platform::MsgBox(translated("Formula not found."));
-    }
-    return false;
-}
-
-bool frmPatient::getFormula() {
-    return guarded("frmPatient:getFormula", false, [&] {
-        m_rsFormula = platform::Recordset::create();
-        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = "
-                              + platform::nullText(prescriptions().value("LogID")) + ")",
-                          openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
-        return m_rsFormula->recordCount() != 0;
-    });
-}
-
-void frmPatient::makeFormula() {
-    guarded("frmPatient:makeFormula", [&] {
-        const std::int16_t formulaID = platform::nullInt16(platform::deref(m_rsFormula).value("FormulaID"));
-        m_formula = platform::deref(m_formula).openFormula(formulaID, QString());
-        MainWindow& main = platform::deref(basMain::Main);
-        main.currentFormulaScreen().Formula(m_formula);
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
-    });
-}
-
 void frmPatient::searchPatient(const QString& searchText) {
     const ResumeNext step("frmPatient:searchPatient");
     step([&] { m_patient = clsPatient().openPatient(0, searchText); });
@@ -285,10 +243,6 @@ bool frmPatient::birthDateReadable() {
     return ui->txtpat_BDay->acceptable();  // the hint shows on a visible box alone
 }
 
-bool frmPatient::readyForPrescriptions() {
-    return ui->grdRXs->commitEdit() && birthDateReadable();
-}
-
 bool frmPatient::saveForm() {
     return guarded("frmPatient:saveForm", false, [&] {
         if (!fieldsComplete())
@@ -318,34 +272,6 @@ void frmPatient::clearForm() {
     guarded("frmPatient:clearForm", [&] {
         m_patient = std::make_shared<clsPatient>();
         clearControls(*this);
-    });
-}
-
-void frmPatient::cmdAddRX_Click() {
-    guarded("frmPatient:cmdAddRX_Click", [&] {
-        if (!readyForPrescriptions())
-            return;
-        const QString search =
-            platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
-        if (!search.isEmpty()) {
-            platform::deref(m_patient).addRX(search);
-            saveForm();
-        }
-        refreshForm();
-    });
-}
-
-void frmPatient::cmdDeleteRX_Click() {
-    guarded("frmPatient:cmdDeleteRX_Click", [&] {
-        if (!readyForPrescriptions())
-            return;
-        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
-        if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
-            return;
-        const int key = ui->grdRXs->columnByField("RXsID");
-        platform::deref(m_patient).deleteRX(platform::toInt16(ui->grdRXs->currentValue(key)));
-        saveForm();
-        refreshForm();
     });
 }
 

@@ -47,17 +47,19 @@ private:
     void cmdCancel();
     void cmdNew();
     void cmdDelete();
-    /// True when the make has begun on the current formula screen.
-    bool cmdMake();
     void deletePatient();
     bool fieldsComplete();
     /// False with the box in front and its hint shown.
     bool birthDateReadable();
+
+    // Prescriptions (frmPatientRX.cpp)
+    platform::Recordset& prescriptions() const;
     /// Nothing typed stands in the way: a cell that the file refuses, a date that can't be read.
     bool readyForPrescriptions();
     void cmdAddRX_Click();
     void cmdDeleteRX_Click();
-    platform::Recordset& prescriptions() const;
+    /// True when the make has begun on the current formula screen.
+    bool cmdMake();
 
     // Paper and spreadsheet (frmPatientPrint.cpp)
     bool runPrint(const QString& toolName);

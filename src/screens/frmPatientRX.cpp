@@ -1,0 +1,88 @@
+// The prescriptions on the patient screen: linking a batch, taking the link away, making one again.
+#include "platform/ask/Ask.h"
+#include "platform/basic/Numbers.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Values.h"
+#include "platform/widgets/CommandBar.h"
+#include "screens/frmCurrFormula.h"
+#include "screens/frmPatient.h"
+#include "ui_frmPatient.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+namespace sorvanto {
+
+platform::Recordset& frmPatient::prescriptions() const {
+    return platform::deref(platform::deref(m_patient).RXs);
+}
+
+bool frmPatient::readyForPrescriptions() {
+    return ui->grdRXs->commitEdit() && birthDateReadable();
+}
+
+void frmPatient::cmdAddRX_Click() {
+    guarded("frmPatient:cmdAddRX_Click", [&] {
+        if (!readyForPrescriptions())
+            return;
+        const QString search =
+            platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
+        if (!search.isEmpty()) {
+            platform::deref(m_patient).addRX(search);
+            saveForm();
+        }
+        refreshForm();
+    });
+}
+
+void frmPatient::cmdDeleteRX_Click() {
+    guarded("frmPatient:cmdDeleteRX_Click", [&] {
+        if (!readyForPrescriptions())
+            return;
+        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
+            return;
+        const int key = ui->grdRXs->columnByField("RXsID");
+        platform::deref(m_patient).deleteRX(platform::toInt16(ui->grdRXs->currentValue(key)));
+        saveForm();
+        refreshForm();
+    });
+}
+
+bool frmPatient::cmdMake() {
+    ui->grdRXs->commitEdit();
+    if (prescriptions().recordCount() == 0) {
+        platform::MsgBox(translated("No prescriptions"));
+    } else if (ui->grdRXs->selectedCount() == 0) {
+        platform::MsgBox(translated("You must select a prescription."));
+    } else if (getFormula()) {
+        makeFormula();
+        return true;
+    } else {
+        platform::MsgBox(translated("Formula not found."));
+    }
+    return false;
+}
+
+bool frmPatient::getFormula() {
+    return guarded("frmPatient:getFormula", false, [&] {
+        m_rsFormula = platform::Recordset::create();
+        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = "
+                              + platform::nullText(prescriptions().value("LogID")) + ")",
+                          openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+        return m_rsFormula->recordCount() != 0;
+    });
+}
+
+void frmPatient::makeFormula() {
+    guarded("frmPatient:makeFormula", [&] {
+        const std::int16_t formulaID = platform::nullInt16(platform::deref(m_rsFormula).value("FormulaID"));
+        m_formula = platform::deref(m_formula).openFormula(formulaID, QString());
+        MainWindow& main = platform::deref(basMain::Main);
+        main.currentFormulaScreen().Formula(m_formula);
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
+    });
+}
+
+}  // namespace sorvanto
