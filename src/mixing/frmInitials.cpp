@@ -37,6 +37,8 @@ void frmInitials::Form_Load() {
         setWindowTitle(translated("Log Initials"));
         ui->lbllog_Initials->setText(translated("Logged"));
         ui->lbllog_Verified->setText(translated("Verified"));
+        ui->txtfrm_Name->setAccessibleName(translated("Formula Name"));
+        ui->txtfrm_Name->setPlaceholderText(translated("Formula Name"));
         ui->cmdOK->setText(translated("OK"));
         ui->cmdCancel->setText(translated("Cancel"));
     });

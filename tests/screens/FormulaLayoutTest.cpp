@@ -39,23 +39,29 @@ protected:
         load();
         search("Cooling Gel");
     }
-    void check(QWidget& shownWindow, const QString& name) const {
+    static void checkHeadings(const QHeaderView& header, const QString& name) {
+        for (int i = 0; i < header.count(); ++i) {
+            EXPECT_TRUE(header.isSectionHidden(i) || header.sectionSize(i) >= header.sectionSizeHint(i))
+                << str(name) << ": heading " << str(header.model()->headerData(i, Qt::Horizontal).toString());
+        }
+    }
+    /// Looks at all of the part, and keeps a picture of its whole window.
+    void check(QWidget& part, const QString& name) const {
         QCoreApplication::processEvents();
-        for (QWidget* found : shownWindow.findChildren<QWidget*>()) {
+        for (QWidget* found : part.findChildren<QWidget*>()) {
             const auto* label = qobject_cast<QLabel*>(found);
             const bool worded = (label && !label->wordWrap() && !label->text().isEmpty())
                                 || qobject_cast<QAbstractButton*>(found);
-            if (worded && found->isVisible() && !found->objectName().isEmpty())
+            if (worded && found->isVisible() && !found->objectName().isEmpty()) {
                 EXPECT_GE(found->width(), found->minimumSizeHint().width())
                     << str(name) << ": " << str(found->objectName());
+            }
             if (const auto* header = qobject_cast<QHeaderView*>(found); header && found->isVisible())
-                for (int i = 0; i < header->count(); ++i)
-                    EXPECT_TRUE(header->isSectionHidden(i) || header->sectionSize(i) >= header->sectionSizeHint(i))
-                        << str(name) << ": heading " << i;
+                checkHeadings(*header, name);
         }
         const QString pictures = qEnvironmentVariable("SORVANTO_PICTURES");
         if (!pictures.isEmpty())
-            shownWindow.grab().save(QDir(pictures).filePath(
+            part.window()->grab().save(QDir(pictures).filePath(
                 name + (german() ? "-de" : "-en") + (dark() ? "-dark" : "") + ".png"));
     }
 };
@@ -65,12 +71,12 @@ TEST_P(FormulaLayoutTest, FormulaScreen) {
     const char* const names[] = {"general", "ingredients", "mix"};
     for (int tab = 0; tab < 3; ++tab) {
         tabs().setCurrentIndex(tab);
-        check(*window, QString("formula-%1-locked").arg(names[tab]));
+        check(formula(), QString("formula-%1-locked").arg(names[tab]));
     }
     click("cmdEdit");
     for (int tab = 0; tab < 3; ++tab) {
         tabs().setCurrentIndex(tab);
-        check(*window, QString("formula-%1").arg(names[tab]));
+        check(formula(), QString("formula-%1").arg(names[tab]));
     }
 }
 
@@ -80,7 +86,7 @@ TEST_P(FormulaLayoutTest, CurrentFormulaScreen) {
         support::child<QPushButton>(question, "OKButton")->click();
     });
     click("cmdMake");
-    check(*window, "current");
+    check(*window->screen(currentFormula), "current");
 }
 
 TEST_P(FormulaLayoutTest, Dialogs) {

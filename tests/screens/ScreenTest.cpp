@@ -28,9 +28,10 @@ void ScreenTest::load(Parts parts) {
     basMain::Language.reset();
     parts.reporter = [this] { return reporter; };
     window = std::make_unique<frmMain>(std::move(parts));
-    window->resize(1366, 768);
     window->Form_Load();
     window->show();
+    window->showNormal();  // at first it fills the screen of the test
+    window->resize(1366, 768);
     openDB()->setTrace([this](const QString& statement) { statements << statement; });
 }
 
