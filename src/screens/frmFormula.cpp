@@ -92,6 +92,17 @@ void frmFormula::getData() {
     step([&] { testEmpty(); });
 }
 
+// The list of steps has no name that the walk over the controls knows.
+void frmFormula::lockForm() {
+    BrowsingScreen::lockForm();
+    ui->lstCustom->setRowDragging(!m_locked);
+}
+
+void frmFormula::unlockForm() {
+    BrowsingScreen::unlockForm();
+    ui->lstCustom->setRowDragging(!m_locked);
+}
+
 void frmFormula::openRecord(std::int16_t key) {
     m_formula = clsFormula().openFormula(key, QString());
 }

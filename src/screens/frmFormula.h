@@ -28,6 +28,8 @@ public:
     void Form_Load() override;
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void getData() override;
+    void lockForm() override;
+    void unlockForm() override;
     void refreshForm() override;
     bool saveForm() override;
     void searchFormula(QString searchText);

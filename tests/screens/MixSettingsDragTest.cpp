@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QSignalSpy>
 
 using namespace sorvanto;
 
@@ -94,6 +95,13 @@ TEST_F(MixSettingsDragTest, ALockedListStaysAsItIs) {
         drag(drop.from, drop.to);
     }
     EXPECT_EQ(str(order()), "ABCD");
+    QSignalSpy drags(&steps(), &platform::ReportList::dragStarted);
+    drag(0, 2);
+    EXPECT_EQ(drags.count(), 0) << "it can't even be taken up";
+    click("cmdEdit");
+    EXPECT_EQ(steps().count(), 2) << "shown anew";
+    drag(1, 0);
+    EXPECT_EQ(drags.count(), 1);
 }
 
 TEST_F(MixSettingsDragTest, ADropWithoutADragDoesNothing) {

@@ -7,6 +7,7 @@
 #include "platform/widgets/RecordGrid.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -14,6 +15,9 @@ using namespace sorvanto;
 
 void ScreenTest::SetUp() {
     TestProgram::SetUp();
+    // No test may talk to a machine on a port of this computer: its first port is a file that is none.
+    ASSERT_TRUE(QDir(folder.path()).mkdir("ports"));
+    folder.write("ports/COM1", {});
     createDatabase();
     seed();
 }
