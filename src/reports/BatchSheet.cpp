@@ -9,8 +9,8 @@ namespace sorvanto {
 namespace {
 
 constexpr QRgb titleGrey = 0xFFC0C0C0;
-constexpr double smallPoints = 8.25;
-constexpr double headPoints = 7.5;
+constexpr double warningPoints = 8.25;
+constexpr double headPoints = 7.25;
 
 const char* const warning = "Appropriate References Should\n"
                             "Be Consulted.\n"
@@ -64,7 +64,16 @@ bool BatchSheet::hasLine() const {
     return rows() && !rows()->eof() && !rows()->bof();
 }
 
+// The lines belong to a screen's record, whose grid may move them between two pages: the place is kept here.
+void BatchSheet::fetchData(bool& eof) {
+    eof = !rows() || ++m_line >= rows()->recordCount();
+    if (!eof)
+        rows()->setPosition(m_line);
+}
+
 void BatchSheet::pageHeaderFormat() {
+    if (rows() && m_line < rows()->recordCount())
+        rows()->setPosition(m_line);
     if (m_pageHeaderDone)
         return;
     m_pageHeaderDone = true;
@@ -78,7 +87,7 @@ void BatchSheet::pageFooterFormat() {
 
 platform::Section batchPageHeader(int height, std::vector<platform::Control> further) {
     std::vector<platform::Control> controls{
-        platform::label("txtTitle", 0, 0, 5130, 360).points(15.75).bold().background(titleGrey),
+        platform::label("txtTitle", 0, 0, 5130, 360).points(15.75).bold().background(titleGrey).indented(90),
         platform::field("txtDate", 9630, 0, 1080, 270),
     };
     controls.insert(controls.end(), further.begin(), further.end());
@@ -92,7 +101,7 @@ void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges&
     };
     head("lblchm_Name", edges.name, 1080, "Chemical Name");
     head("lblchm_Form", edges.form, 540, "Form");
-    head("lblchm_QTY", edges.quantity, 810, "Quantity");
+    head("lblchm_QTY", edges.quantity, 810, "Quantity").right();
     head("lblchm_Unit", edges.unit, 540, "Units");
     head("lblchm_Lot", edges.lot, 540, "Lot #");
     head("lblchm_Supplier", edges.supplier, 990, "Supplier");
@@ -104,9 +113,9 @@ void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges&
 platform::Section batchGroupFooter(int height, int instructionsTop) {
     return {platform::SectionKind::GroupFooter, height, {
         platform::line("Line3", 180, 0, 11340),
-        platform::label("lblfrm_Desc", 0, 180, 1170, 270, "Description").bold(),
+        platform::label("lblfrm_Desc", 0, 180, 1170, 270, "Description").points(captionPoints).bold(),
         platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
-        platform::label("lblfrm_Instructions", 0, instructionsTop, 1890, 270, "Instructions").bold(),
+        platform::label("lblfrm_Instructions", 0, instructionsTop, 1890, 270, "Instructions").points(captionPoints).bold(),
         platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
     }};
 }
@@ -114,7 +123,7 @@ platform::Section batchGroupFooter(int height, int instructionsTop) {
 platform::Section batchPageFooter(int height, std::vector<platform::Control> lotBlock) {
     std::vector<platform::Control> controls{platform::line("Line4", 90, 90, 11340)};
     controls.insert(controls.end(), lotBlock.begin(), lotBlock.end());
-    controls.push_back(platform::label("lblWarning", 360, 630, 2970, 1440, warning).points(smallPoints));
+    controls.push_back(platform::label("lblWarning", 360, 630, 2970, 1440, warning).points(warningPoints));
     const std::vector<platform::Control> store = storeBlock(0, 0);
     controls.insert(controls.end(), store.begin(), store.end());
     return {platform::SectionKind::PageFooter, height, std::move(controls)};

@@ -5,6 +5,7 @@
 #include "platform/report/Report.h"
 
 #include <QString>
+#include <cstdint>
 
 namespace sorvanto {
 
@@ -21,12 +22,19 @@ protected:
     /// Whether the lines stand on a row.
     bool hasLine() const;
 
+    void fetchData(bool& eof) override;
     void pageHeaderFormat() override;
     void pageFooterFormat() override;
 
 private:
     bool m_pageHeaderDone = false;
+    std::int64_t m_line = -1;  ///< the line being printed, from 0
 };
+
+/// Captions beside a value.
+inline constexpr double captionPoints = 8.5;
+/// What a text keeps off a frame or off the number in front of it.
+inline constexpr int textGap = 60;
 
 /// Title, date and the other controls at the head of the page; height of the section and its further
 /// controls differ.

@@ -2,16 +2,28 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/report/PreviewWindow.h"
+#include "platform/report/ReportHooks.h"
 #include "platform/report/SpreadsheetExport.h"
 #include "reports/rptFormula.h"
+#include "shared/Guard.h"
 
 namespace sorvanto {
+
+namespace {
+
+// What fails while pages are made after the print command has ended goes the one failure path.
+void preview(std::unique_ptr<platform::Report> report) {
+    platform::setReportFailureHandler([] { reportCurrentError("ReportFlow:preview"); });
+    platform::PreviewWindow::open(std::move(report));
+}
+
+}  // namespace
 
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName) {
     if (exportIt)
         platform::exportReport(std::move(report), platform::programFolder() + exportName);
     else
-        platform::PreviewWindow::open(std::move(report));
+        preview(std::move(report));
 }
 
 void showWorksheet(const clsFormulaPtr& formula) {

@@ -7,10 +7,23 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+#include <QRegularExpression>
+
 namespace sorvanto {
 
-QString optionsMoney(const QVariant& value) {
-    return platform::deref(basMain::Options).DefCurrency() + platform::format(value, amountPicture);
+void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
+                     const QString& picture) {
+    const QString currency = platform::deref(basMain::Options).DefCurrency();
+    report.setValue(name, value, currency + picture, currency + platform::format(value, picture));
+}
+
+// The picture is for the spreadsheet: what stands before and after the digits of an amount.
+void setSystemMoney(platform::Report& report, const char* name, platform::Currency value) {
+    static const QRegularExpression digits("0([^0]0+)?");
+    const QString zero = platform::formatCurrency({});
+    const bool decimals = digits.match(zero).capturedLength() > 1;
+    const QString picture = QString(zero).replace(digits, decimals ? amountPicture : "###,##0");
+    report.setValue(name, QVariant::fromValue(value), picture, platform::formatCurrency(value));
 }
 
 QString optionsPricePicture() {

@@ -26,6 +26,7 @@ std::vector<platform::Control> storeBlock(int right, int down) {
     for (platform::Control& control : controls) {
         control.left += right;
         control.top += down;
+        control.points(8.5);
     }
     return controls;
 }

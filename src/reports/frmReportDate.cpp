@@ -5,7 +5,18 @@
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
+#include <QRegularExpression>
+
 namespace sorvanto {
+namespace {
+
+/// The system's short date and time, the year with four digits.
+QString pickerFormat(const QLocale& locale) {
+    static const QRegularExpression year("y+");
+    return locale.dateTimeFormat(QLocale::ShortFormat).replace(year, "yyyy");
+}
+
+}  // namespace
 
 frmReportDate::frmReportDate(QWidget* parent) : ModalForm(parent), ui(std::make_unique<Ui::frmReportDate>()) {
     ui->setupUi(this);
@@ -19,8 +30,13 @@ frmReportDate::~frmReportDate() = default;
 // A month back by the calendar: from 31 March to the last day of February.
 void frmReportDate::Form_Load() {
     guarded("frmReportDate:Form_Load", [&] {
-        ui->dtBegin->setDateTime(platform::now().addMonths(-1));
-        ui->dtEnd->setDateTime(platform::now());
+        const QDateTime now = platform::now();
+        for (QDateTimeEdit* picker : {ui->dtBegin, ui->dtEnd}) {
+            picker->setTimeSpec(Qt::UTC);
+            picker->setDisplayFormat(pickerFormat(picker->locale()));
+        }
+        ui->dtBegin->setDateTime(now.addMonths(-1));
+        ui->dtEnd->setDateTime(now);
         translateForm();
     });
 }

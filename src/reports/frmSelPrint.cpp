@@ -10,8 +10,13 @@
 namespace sorvanto {
 namespace {
 
-constexpr int sheetColumns = 3;
-constexpr int sheetRows = 10;
+// The sheet of stock; measures are twips, fifteen to a pixel.
+constexpr int sheetColumns = 3, sheetRows = 10;
+constexpr int positionWidth = 1000, positionHeight = 500, baseTop = 1500;
+
+int pixels(int twips) {
+    return qRound(twips / 15.0);
+}
 
 }  // namespace
 
@@ -31,6 +36,9 @@ void frmSelPrint::Form_Load() {
     guarded("frmSelPrint:Form_Load", [&] {
         translateForm();
         basMain::labelsCancelled = true;
+        ui->lblNum->setGeometry(0, pixels(120), pixels(3000), pixels(360));
+        ui->txtLabels->setGeometry(0, pixels(480), pixels(1000), pixels(360));
+        ui->lblStart->setGeometry(0, pixels(840), pixels(3000), pixels(baseTop - 840));
         m_numLabels = 1;
         for (int row = 0; row < sheetRows; ++row)
             for (int column = 0; column < sheetColumns; ++column)
@@ -55,7 +63,10 @@ void frmSelPrint::AddControl(int column, int row) {
         button->setProperty("tag", tag);
         button->setAutoDefault(false);
         button->setAccessibleName(ui->lblStart->text() + " " + button->text());
-        ui->sheet->addWidget(button, row, column);
+        const int left = column * positionWidth, top = row * positionHeight + baseTop;
+        const QPoint corner(pixels(left), pixels(top));
+        button->setGeometry({corner, QPoint(pixels(left + positionWidth) - 1, pixels(top + positionHeight) - 1)});
+        ui->fraSheet->setFixedSize(pixels(left + positionWidth + 100), pixels(top + positionHeight + 500));
         connect(button, &QPushButton::clicked, this, [this, tag] { cmdPosition_Click(tag); });
         cmdPosition.push_back(button);
     });
@@ -64,6 +75,9 @@ void frmSelPrint::AddControl(int column, int row) {
 void frmSelPrint::onActivate() {
     guarded("frmSelPrint:Form_Activate", [&] {
         basMain::labelsCancelled = true;
+        for (QWidget* control : {static_cast<QWidget*>(ui->lblStart), static_cast<QWidget*>(ui->txtLabels),
+                                 static_cast<QWidget*>(ui->lblNum)})
+            control->move((ui->fraSheet->width() - control->width()) / 2, control->y());
         ui->txtLabels->setFocus();
         ui->txtLabels->selectAll();
     });

@@ -32,7 +32,7 @@ platform::Section headings() {
     platform::Section section{platform::SectionKind::PageHeader, 375, {}};
     for (const ListColumn& column : columns) {
         Control& head = section.controls.emplace_back(
-            label(QString("lbl") + column.name, column.left, 0, column.width, 270).bold());
+            label(QString("lbl") + column.name, column.left, 0, column.width, 270).points(headingPoints).bold());
         if (column.centred)
             head.centre();
     }
@@ -61,13 +61,13 @@ platform::ReportDefinition chemicalList() {
         {platform::SectionKind::ReportHeader, 1005, {
             box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
             box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold(),
-            label("lblDate", 8370, 180, 1980, 270),
+            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
+            label("lblDate", 8370, 180, 1980, 270).points(datePoints),
             line("Line4", 0, 900, 10800),
         }},
         headings(),
         chemicalRow(),
-        {platform::SectionKind::PageFooter, 240, {field("txtPage", 9630, 0, 810, 270).right()}},
+        {platform::SectionKind::PageFooter, 240, {field("txtPage", 9630, 0, 810, 270).points(7.5).right()}},
         {platform::SectionKind::ReportFooter, 510, {}},
     };
     return definition;

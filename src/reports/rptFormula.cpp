@@ -1,6 +1,5 @@
 #include "reports/rptFormula.h"
 
-#include "platform/basic/Format.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
@@ -20,21 +19,21 @@ using platform::line;
 
 std::vector<Control> groupHeaderControls() {
     std::vector<Control> controls{
-        label("lblDateMade", 360, 0, 1980, 270, "Date Made").bold(),
+        label("lblDateMade", 360, 0, 1980, 270, "Date Made").points(captionPoints).bold(),
         label("txtDateMade", 2340, 0, 1350, 270, "___/___/_____"),
-        label("lblInitials", 3870, 0, 1440, 270, "Made by").bold(),
+        label("lblInitials", 3870, 0, 1440, 270, "Made by").points(captionPoints).bold(),
         box("Box1", 5310, 0, 720, 270),
-        label("lblVerified", 6120, 0, 900, 270, "Verified").bold(),
+        label("lblVerified", 6120, 0, 900, 270, "Verified").points(captionPoints).bold(),
         box("Box2", 7110, 0, 810, 270),
-        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity to Make").bold(),
+        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity to Make").points(captionPoints).bold(),
         field("txtfrm_Qty", 3330, 540, 990, 270).right(),
-        field("txtfrm_Units", 4320, 540, 990, 270),
-        label("lblfrm_Cost", 6210, 540, 630, 270, "Cost").bold(),
+        field("txtfrm_Units", 4320, 540, 990, 270).indented(textGap),
+        label("lblfrm_Cost", 6210, 540, 630, 270, "Cost").points(captionPoints).bold(),
         field("txtfrm_Cost", 6840, 540, 990, 270),
-        label("lblfrm_AWP", 7920, 540, 540, 270, "AWP").bold(),
+        label("lblfrm_AWP", 7920, 540, 540, 270, "AWP").points(captionPoints).bold(),
         field("txtfrm_AWP", 8640, 540, 1080, 270),
         line("Line2", 90, 810, 11340),
-        label("lblIngredients", 0, 810, 3468, 250, "Chemical Ingredients").bold(),
+        label("lblIngredients", 0, 810, 3468, 250, "Chemical Ingredients").points(captionPoints).bold(),
     };
     addColumnHeads(controls, {.name = 180, .form = 2970, .quantity = 3510, .unit = 4410, .lot = 5040,
                               .supplier = 6120, .cost = 7200, .notes = 8100});
@@ -51,7 +50,7 @@ platform::ReportDefinition worksheet() {
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
         {platform::SectionKind::Detail, 270, {
             field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name").points(8.25),
-            field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(8.25),
+            field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
             field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").points(8.25).right(),
             field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").points(8.25),
             line("Line5", 5040, 180, 6030),
@@ -62,7 +61,7 @@ platform::ReportDefinition worksheet() {
         batchGroupFooter(1125, 540),
         batchPageFooter(2475, {
             box("Shape1", 180, 180, 3960, 270),
-            label("lbllog_Lot", 180, 180, 1080, 270, "Lot #"),
+            label("lbllog_Lot", 180, 180, 1080, 270, "Lot #").indented(textGap),
             label("lblExpDate", 1980, 180, 1080, 270, "Exp Date:"),
         }),
     };
@@ -89,12 +88,9 @@ void rptFormula::fillPageHeader() {
 // Money here follows the system's locale, not the currency of the options.
 void rptFormula::groupHeaderFormat() {
     const clsFormula& formula = platform::deref(m_formula);
-    const auto money = [&](const char* name, platform::Currency value) {
-        setValue(name, QVariant::fromValue(value), amountPicture, platform::formatCurrency(value));
-    };
     setValue("txtfrm_Qty", static_cast<double>(formula.makeQuantity()), "#0.00");
-    money("txtfrm_AWP", formula.frm_AWP);
-    money("txtfrm_Cost", formula.frm_Cost);
+    setSystemMoney(*this, "txtfrm_AWP", formula.frm_AWP);
+    setSystemMoney(*this, "txtfrm_Cost", formula.frm_Cost);
     setText("txtfrm_Units", formula.frm_Units);
 }
 
@@ -105,8 +101,7 @@ void rptFormula::detailFormat() {
     // The lines are scaled already; the ratio only refuses a base batch of 0.
     platform::quotient(formula.makeQuantity(), formula.frm_Quantity);
     setValue("txtchm_QTY", rows()->value("fch_Qty"), "#0.000");
-    const platform::Currency cost = platform::toCurrency(rows()->value("chm_Cost"));
-    setValue("txtchm_Cost", QVariant::fromValue(cost), amountPicture, platform::formatCurrency(cost));
+    setSystemMoney(*this, "txtchm_Cost", platform::toCurrency(rows()->value("chm_Cost")));
 }
 
 void rptFormula::groupFooterFormat() {

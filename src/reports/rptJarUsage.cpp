@@ -22,11 +22,11 @@ platform::ReportDefinition jarUsage() {
         {platform::SectionKind::PageHeader, 2040, {
             box("Shape2", 0, 90, 6480, 540).background(shadowGrey),
             box("Shape1", 90, 180, 6480, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 6300, 360).points(titlePoints).bold(),
-            label("lblDate", 8010, 270, 1980, 270),
-            field("txtReportDate", 90, 1170, 5310, 270),
-            label("lblJarSize", 90, 1620, 3600, 360).bold(),
-            label("lblUsage", 8370, 1620, 1980, 360).bold().right(),
+            label("lblReportTitle", 90, 180, 6300, 360).points(titlePoints).bold().centre(),
+            label("lblDate", 8010, 270, 1980, 270).points(datePoints),
+            field("txtReportDate", 90, 1170, 5310, 270).points(datePoints),
+            label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
+            label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
             line("Line1", 0, 1980, 10800),
         }},
         {platform::SectionKind::Detail, 570, {

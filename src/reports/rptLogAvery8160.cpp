@@ -64,14 +64,14 @@ void rptLogAvery8160::fillLabel() {
     const clsLog& log = platform::deref(m_log);
     setText("txtfrm_Name", log.log_Name);
     setText("txtfrm_Strength", log.log_Strength);
-    setText("txtlog_QTY", QString::number(log.log_Quantity));
+    setValue("txtlog_QTY", log.log_Quantity, "0");
     setText("txtfrm_Form", basMain::tableEntry(basMain::MixTypes, log.log_FormType));
     setText("txtlog_Initials", log.log_Initials);
     setText("txtlog_Verified", log.log_Verified);
     setText("lbllog_Cost", translated("Cost"));
-    setText("txtlog_Cost", optionsMoney(QVariant::fromValue(log.log_Cost)));
+    setOptionsMoney(*this, "txtlog_Cost", QVariant::fromValue(log.log_Cost));
     setText("lbllog_AWP", translated("AWP"));
-    setText("txtlog_AWP", optionsMoney(QVariant::fromValue(log.log_AWP)));
+    setOptionsMoney(*this, "txtlog_AWP", QVariant::fromValue(log.log_AWP));
     setText("txtlog_Lot", log.log_Lot);
     setText("lbllog_LotbarCode", log.log_Lot);
 }

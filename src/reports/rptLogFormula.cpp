@@ -18,21 +18,21 @@ using platform::line;
 
 std::vector<Control> groupHeaderControls() {
     std::vector<Control> controls{
-        label("lblDateMade", 360, 0, 1980, 270, "Date Made").bold(),
+        label("lblDateMade", 360, 0, 1980, 270, "Date Made").points(captionPoints).bold(),
         field("txtDateMade", 2880, 0, 2520, 270),
-        label("lblInitials", 5670, 0, 1080, 270, "Made by").bold(),
+        label("lblInitials", 5670, 0, 1080, 270, "Made by").points(captionPoints).bold(),
         field("txtfrm_Initials", 6750, 0, 1080, 270),
-        label("lblVerified", 8280, 0, 990, 270, "Verified").bold(),
+        label("lblVerified", 8280, 0, 990, 270, "Verified").points(captionPoints).bold(),
         field("txtfrm_Verified", 9270, 0, 1080, 270),
-        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity Made").bold(),
+        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity Made").points(captionPoints).bold(),
         field("txtfrm_Qty", 2880, 540, 990, 270).right(),
-        field("txtlog_Units", 3870, 540, 630, 270),
-        label("lblfrm_Cost", 5670, 540, 630, 270, "Cost").bold(),
+        field("txtlog_Units", 3870, 540, 630, 270).indented(textGap),
+        label("lblfrm_Cost", 5670, 540, 630, 270, "Cost").points(captionPoints).bold(),
         field("txtfrm_Cost", 6840, 540, 990, 270),
-        label("lblfrm_AWP", 8370, 540, 540, 270, "AWP").bold(),
+        label("lblfrm_AWP", 8370, 540, 540, 270, "AWP").points(captionPoints).bold(),
         field("txtfrm_AWP", 9270, 540, 1080, 270),
         line("Line2", 90, 810, 11340),
-        label("lblIngredients", 0, 900, 3510, 270, "Chemical Ingredients").bold(),
+        label("lblIngredients", 0, 900, 3510, 270, "Chemical Ingredients").points(captionPoints).bold(),
     };
     addColumnHeads(controls, {.name = 180, .form = 2880, .quantity = 3690, .unit = 4590, .lot = 5220,
                               .supplier = 6480, .cost = 7650, .notes = 8730});
@@ -48,7 +48,7 @@ platform::ReportDefinition formulaLog() {
     definition.font.points = 9;
     definition.sections = {
         batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold(),
-                               label("txtFormulaType", 5760, 630, 4230, 270)}),
+                               field("txtFormulaType", 5760, 630, 4230, 270)}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
         {platform::SectionKind::Detail, 285, {
             field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").points(8.25),
@@ -89,10 +89,6 @@ void rptLogFormula::fillPageHeader() {
                                   + basMain::tableEntry(basMain::MixTypes, log.log_FormType));
 }
 
-void rptLogFormula::setMoney(const char* name, const QVariant& value) {
-    setValue(name, value, amountPicture, optionsMoney(value));
-}
-
 void rptLogFormula::groupHeaderFormat() {
     const clsLog& log = platform::deref(m_log);
     setText("txtDateMade", platform::dateText(log.log_Date));
@@ -100,15 +96,15 @@ void rptLogFormula::groupHeaderFormat() {
     setText("txtfrm_Verified", log.log_Verified);
     setValue("txtfrm_Qty", static_cast<double>(log.log_Quantity), "#0.00");
     setText("txtlog_Units", log.log_Units);
-    setMoney("txtfrm_Cost", QVariant::fromValue(log.log_Cost));
-    setMoney("txtfrm_AWP", QVariant::fromValue(log.log_AWP));
+    setOptionsMoney(*this, "txtfrm_Cost", QVariant::fromValue(log.log_Cost));
+    setOptionsMoney(*this, "txtfrm_AWP", QVariant::fromValue(log.log_AWP));
 }
 
 void rptLogFormula::detailFormat() {
     if (!hasLine())
         return;
     setValue("txtchm_QTY", rows()->value("lch_Qty"), "#0.000");
-    setMoney("txtchm_Cost", rows()->value("lch_Cost"));
+    setOptionsMoney(*this, "txtchm_Cost", rows()->value("lch_Cost"));
 }
 
 void rptLogFormula::groupFooterFormat() {

@@ -24,9 +24,6 @@ protected:
     void terminate() override;
 
 private:
-    /// Currency of the options, then the amount.
-    void setMoney(const char* name, const QVariant& value);
-
     clsLogPtr m_log;
     clsFormulaPtr m_formula;
 };

@@ -2,7 +2,6 @@
 
 #include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/Format.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
@@ -27,20 +26,20 @@ platform::ReportDefinition logReport() {
         {platform::SectionKind::ReportHeader, 1515, {
             box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
             box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold(),
-            label("lblDate", 8100, 180, 1980, 270),
-            field("txtReportDate", 0, 990, 5310, 270),
+            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
+            label("lblDate", 8100, 180, 1980, 270).points(datePoints),
+            field("txtReportDate", 0, 990, 5310, 270).points(datePoints),
         }},
         {platform::SectionKind::PageHeader, 1275, {
             field("txtName", 0, 0, 10080, 360).points(14.5).bold(),
             field("txtDesc", 0, 360, 10800, 540),
-            label("lbllog_Date", 0, 990, 2160, 270).bold(),
-            label("lbllog_Lot", 2160, 990, 1620, 270).bold(),
-            label("lbllog_JarSize", 3780, 990, 1440, 270).bold(),
-            label("lbllog_Quantity", 5220, 990, 1440, 270).bold(),
-            label("lbllog_Initials", 6660, 990, 1440, 270).bold(),
-            label("lbllog_Verified", 8100, 990, 1440, 270).bold(),
-            label("lbllog_Cost", 9540, 990, 1260, 270).bold(),
+            label("lbllog_Date", 0, 990, 2160, 270).points(headingPoints).bold(),
+            label("lbllog_Lot", 2160, 990, 1620, 270).points(headingPoints).bold(),
+            label("lbllog_JarSize", 3780, 990, 1440, 270).points(headingPoints).bold(),
+            label("lbllog_Quantity", 5220, 990, 1440, 270).points(headingPoints).bold(),
+            label("lbllog_Initials", 6660, 990, 1440, 270).points(headingPoints).bold().centre(),
+            label("lbllog_Verified", 8100, 990, 1440, 270).points(headingPoints).bold().centre(),
+            label("lbllog_Cost", 9540, 990, 1260, 270).points(headingPoints).bold().right(),
             line("Line5", 0, 1260, 10800),
         }},
         {platform::SectionKind::Detail, 450, {
@@ -48,9 +47,9 @@ platform::ReportDefinition logReport() {
             field("txtlog_Lot", 2160, 90, 1620, 270).bound("log_Lot").points(9),
             field("txtlog_JarSize", 3780, 90, 1440, 270).bound("log_JarSize").points(9),
             field("txtlog_Quantity", 5220, 90, 1440, 270).bound("log_Quantity").points(9),
-            field("txtlog_Initials", 7110, 90, 630, 270).bound("log_Initials").points(9),
-            field("txtlog_Verified", 8550, 90, 630, 270).bound("log_Verified").points(9),
-            field("txtlog_Cost", 9540, 90, 1260, 270).bound("log_Cost").points(9),
+            field("txtlog_Initials", 7110, 90, 630, 270).bound("log_Initials").points(9).centre(),
+            field("txtlog_Verified", 8550, 90, 630, 270).bound("log_Verified").points(9).centre(),
+            field("txtlog_Cost", 9540, 90, 1260, 270).bound("log_Cost").points(9).right(),
             line("Line6", 0, 450, 10800),
         }},
         {platform::SectionKind::PageFooter, 630, {
@@ -155,11 +154,8 @@ void rptLogReport::reportFooterFormat() {
         setText("txtTotalLogs", nullText(totals->value("TotalLogs")) + " " + translated("Logs"));
         setText("txtTotalQTY", nullText(totals->value("TotalQTY")) + " ml");
         const QVariant cost = totals->value("TotalCost");
-        if (cost.isValid()) {
-            const QVariant money = QVariant::fromValue(platform::toCurrency(cost));
-            setValue("txtTotalCost", money, "0.00",
-                     platform::deref(basMain::Options).DefCurrency() + platform::format(money, "0.00"));
-        }
+        if (cost.isValid())
+            setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)), "0.00");
     });
 }
 

@@ -21,20 +21,20 @@ using platform::nullText;
 
 platform::Section patientHeader() {
     return {platform::SectionKind::PageHeader, 1755, {
-        field("txtPatientID", 90, 0, 450, 360),
+        field("txtPatientID", 90, 0, 450, 360).bound("Patient.PatientID"),
         field("txtName", 540, 0, 5220, 360).points(titlePoints).bold(),
-        field("txtpat_BDay", 7200, 0, 2880, 270),
-        field("txtAddress", 90, 360, 3240, 810),
-        field("txtpat_Phone", 3330, 360, 2430, 270),
-        field("txtpat_Fax", 3330, 630, 2430, 270),
-        label("lblRXsID", 0, 1440, 540, 270).bold(),
-        label("lblrxs_Date", 540, 1440, 1080, 270).bold(),
-        label("lblfrm_Name", 1800, 1440, 2700, 270).bold(),
-        label("lblfrm_Strength", 4500, 1440, 1530, 270).bold(),
-        label("lblrxs_QTY", 6030, 1440, 630, 270).bold(),
-        label("lbllog_Lot", 6660, 1440, 1350, 270).bold(),
-        label("lblrxs_Doctor", 8010, 1440, 1800, 270).bold(),
-        label("lblrxs_Price", 9810, 1440, 990, 270).bold(),
+        field("txtpat_BDay", 7200, 0, 2880, 270).points(8.5),
+        field("txtAddress", 90, 360, 3240, 810).points(8.5),
+        field("txtpat_Phone", 3330, 360, 2430, 270).points(8.5),
+        field("txtpat_Fax", 3330, 630, 2430, 270).points(8.5),
+        label("lblRXsID", 0, 1440, 540, 270).points(headingPoints).bold(),
+        label("lblrxs_Date", 540, 1440, 1080, 270).points(headingPoints).bold(),
+        label("lblfrm_Name", 1800, 1440, 2700, 270).points(headingPoints).bold(),
+        label("lblfrm_Strength", 4500, 1440, 1530, 270).points(headingPoints).bold(),
+        label("lblrxs_QTY", 6030, 1440, 630, 270).points(headingPoints).bold(),
+        label("lbllog_Lot", 6660, 1440, 1350, 270).points(headingPoints).bold(),
+        label("lblrxs_Doctor", 8010, 1440, 1800, 270).points(headingPoints).bold(),
+        label("lblrxs_Price", 9810, 1440, 990, 270).points(headingPoints).bold().right(),
         line("Line1", 0, 1710, 10800),
     }};
 }
@@ -48,7 +48,7 @@ platform::Section prescriptionRow() {
         field("txtrxs_QTY", 6030, 90, 540, 270).bound("rxs_QTY"),
         field("txtlog_Lot", 6660, 90, 1350, 270).bound("log_Lot"),
         field("txtrxs_Doctor", 8010, 90, 1800, 270).bound("rxs_Doctor"),
-        field("txtrxs_Price", 9900, 90, 900, 270).bound("rxs_Price"),
+        field("txtrxs_Price", 9900, 90, 900, 270).bound("rxs_Price").right(),
     }};
     for (platform::Control& control : section.controls)
         control.font(detailFamily, 9);
@@ -63,9 +63,9 @@ platform::ReportDefinition prescriptionReport() {
         {platform::SectionKind::ReportHeader, 1515, {
             box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
             box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold(),
-            label("lblDate", 8370, 180, 1980, 270),
-            field("txtReportDate", 90, 1080, 5310, 270),
+            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
+            label("lblDate", 8370, 180, 1980, 270).points(datePoints),
+            field("txtReportDate", 90, 1080, 5310, 270).points(datePoints),
         }},
         patientHeader(),
         prescriptionRow(),
@@ -153,7 +153,7 @@ void rptPatient::pageHeaderFormat() {
     if (!text("pat_Address2").isEmpty())
         address += text("pat_Address2") + "\r\n";
     address += text("pat_City") + ", " + text("pat_State") + " " + text("pat_Zip") + "\r\n" + text("pat_Country");
-    setText("txtPatientID", text("PatientID"));
+    setValue("txtPatientID", patient.value("PatientID"));
     setText("txtAddress", address);
     setText("txtpat_BDay", translated("Birthdate") + ": " + text("pat_BDay"));
     setText("txtpat_Fax", translated("Fax") + ": " + text("pat_Fax"));
@@ -179,8 +179,8 @@ void rptPatient::reportFooterFormat() {
         return;
     // Formatted, then money, then text: trailing zeros are lost on the way.
     const platform::Currency money = platform::Currency::fromText(platform::format(price, "0.00"));
-    setValue("txtTotalPrice", QVariant::fromValue(money), "0.00",
-             platform::deref(basMain::Options).DefCurrency() + money.toText());
+    const QString currency = platform::deref(basMain::Options).DefCurrency();
+    setValue("txtTotalPrice", QVariant::fromValue(money), currency + "0.00", currency + money.toText());
 }
 
 }  // namespace sorvanto

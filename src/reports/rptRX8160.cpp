@@ -83,10 +83,10 @@ void rptRX8160::fillPrescription() {
     setText("lblDR", translated("DR"));
     setText("txtDoctor", nullText(row.value("rxs_Doctor")));
     setText("txtName", nullText(row.value("pat_FName")) + " " + nullText(row.value("pat_LName")));
-    setText("txtDate", nullText(row.value("rxs_Date")));
+    setValue("txtDate", row.value("rxs_Date"));
     setText("txtConsult", nullText(row.value("rxs_Consult")));
     setText("txtDrug", nullText(row.value("log_Name")) + " " + nullText(row.value("log_Strength")));
-    setText("txtQTY", nullText(row.value("rxs_QTY")));
+    setValue("txtQTY", row.value("rxs_QTY"));
 }
 
 }  // namespace sorvanto

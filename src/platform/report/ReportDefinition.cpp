@@ -50,6 +50,11 @@ Control& Control::bound(const QString& columnName, const QString& picture) {
     return *this;
 }
 
+Control& Control::indented(int twips) {
+    indent = twips;
+    return *this;
+}
+
 Control& Control::hidden() {
     visible = false;
     return *this;

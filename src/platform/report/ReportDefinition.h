@@ -49,6 +49,7 @@ struct Control {
     QString column;  ///< column of the rows that a field shows; empty: none
     QString format;  ///< picture for the column's value, as platform::format knows them
     TextStyle style;
+    int indent = 0;  ///< from the control's left edge to where its text may begin
     bool visible = true;
     QVariant value;  ///< what the text was written from, where that is a number, money or a date
     int field = unresolved;  ///< position of the column in the rows, -1 when they lack it
@@ -64,6 +65,8 @@ struct Control {
     Control& colour(QRgb colour);
     Control& background(QRgb colour);
     Control& bound(const QString& columnName, const QString& picture = {});
+    /// Keeps a text off what stands at the control's left edge.
+    Control& indented(int twips);
     Control& hidden();
 
     bool isText() const { return kind == ControlKind::Label || kind == ControlKind::Field; }

@@ -35,6 +35,7 @@ bool TextFitting::fit(const Control& control, int x, int y, std::vector<TextRun>
     // A fifth of a line may hang over: a field made for a line of its font must take that line.
     const int room = std::max(1, (control.height + extent.line() / 5) / extent.line());
     const QStringList parts = paragraphs(control.text);
+    const int width = control.width - control.indent;
     QStringList lines;
     bool whole = true;
     for (const QString& part : parts) {
@@ -43,12 +44,12 @@ bool TextFitting::fit(const Control& control, int x, int y, std::vector<TextRun>
             whole = false;
             break;
         }
-        whole = wrap(control.style, part, control.width, left, lines) && whole;
+        whole = wrap(control.style, part, width, left, lines) && whole;
     }
     const int overhang = room == 1 ? std::max(0, extent.line() - control.height) / 2 : 0;
     int baseline = y - overhang + extent.ascent;
     for (const QString& line : std::as_const(lines)) {
-        place(control, line, x, baseline, runs);
+        place(control, line, x + control.indent, baseline, runs);
         baseline += extent.line();
     }
     return whole;
@@ -124,7 +125,7 @@ void TextFitting::place(const Control& control, const QString& line, int x, int 
     }
     int start = x;
     if (control.style.align != TextAlign::Left) {
-        const int spare = control.width - m_measure.width(control.style, line);
+        const int spare = control.width - control.indent - m_measure.width(control.style, line);
         start += control.style.align == TextAlign::Right ? spare : spare / 2;
     }
     runs.push_back({start, baseline, line});
