@@ -1,6 +1,7 @@
 #include "reports/frmReportDate.h"
 
 #include "platform/basic/Dates.h"
+#include "platform/basic/SystemLocale.h"
 #include "ui_frmReportDate.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -33,7 +34,8 @@ void frmReportDate::Form_Load() {
         const QDateTime now = platform::now();
         for (QDateTimeEdit* picker : {ui->dtBegin, ui->dtEnd}) {
             picker->setTimeSpec(Qt::UTC);
-            picker->setDisplayFormat(pickerFormat(picker->locale()));
+            picker->setLocale(platform::systemLocale());
+            picker->setDisplayFormat(pickerFormat(platform::systemLocale()));
         }
         ui->dtBegin->setDateTime(now.addMonths(-1));
         ui->dtEnd->setDateTime(now);

@@ -1,6 +1,7 @@
 // The question for the two dates: a calendar month back, and a close box that goes on.
 #include "Child.h"
 #include "ReportTest.h"
+#include "platform/basic/SystemLocale.h"
 #include "reports/frmReportDate.h"
 #include "shared/basMain.h"
 
@@ -60,6 +61,16 @@ TEST_F(DateDialogTest, HoursThatTheZoneSkipsStay) {
     EXPECT_EQ(answer.end, day(2026, 3, 8, {2, 30}));
     qputenv("TZ", zone);
     tzset();
+}
+
+TEST_F(DateDialogTest, ShowsDatesAndTimesAsTheSystemDoes) {
+    const frmReportDate form;
+    EXPECT_EQ(str(child<QDateTimeEdit>(form, "dtEnd")->text()), "3/7/2026 2:05 PM");
+    EXPECT_TRUE(child<QDateTimeEdit>(form, "dtEnd")->calendarPopup());
+    platform::setSystemLocale(QLocale(QLocale::German, QLocale::Germany));
+    const frmReportDate german;
+    platform::setSystemLocale(std::nullopt);
+    EXPECT_EQ(str(child<QDateTimeEdit>(german, "dtEnd")->text()), "07.03.2026 14:05");
 }
 
 TEST_F(DateDialogTest, CancelSaysSo) {

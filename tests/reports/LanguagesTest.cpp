@@ -41,7 +41,7 @@ TEST_P(LanguagesTest, EveryCaptionFitsItsPlace) {
     const QDateTime begin = day(2025, 12, 31, {12, 55, 59}), end = day(2027, 12, 31, {12, 55, 59});
     look(worksheet(3, 250), "worksheet");
     look(formulaLog(4), "formula-log");
-    look(batchLabels(4, "3", 6), "batch-labels");
+    look(batchLabels(1, "3", 6), "batch-labels");
     look(prescriptionLabels(1, "3", 6), "rx-labels");
     look(logReport(1, begin, end), "log-report");
     look(jarUsage(begin, end), "jar-usage");

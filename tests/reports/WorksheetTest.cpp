@@ -2,6 +2,7 @@
 #include "Golden.h"
 #include "ReportTest.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/Tools.h"
 #include "reports/ReportFlow.h"
@@ -106,6 +107,18 @@ TEST_F(WorksheetTest, MoneyFollowsTheSystemWhateverTheOptionsSay) {
     const RunPtr log = finished(formulaLog(2));
     EXPECT_EQ(str(text(*log, "txtfrm_Cost")), str(QStringLiteral("€1,225.20")));
     EXPECT_EQ(str(texts(*log, "txtchm_Cost").join('|')), str(QStringLiteral("€6.17|€1,213.75")));
+}
+
+TEST_F(WorksheetTest, MoneyInTheMannerOfAnotherSystem) {
+    setSystemLocale(QLocale(QLocale::German, QLocale::Germany));
+    auto report = worksheet(1, 25);
+    const RunPtr run = finished(std::move(report));
+    runReport(worksheet(1, 25), true, "\\Worksheet.xls");
+    setSystemLocale(std::nullopt);
+    EXPECT_EQ(str(text(*run, "txtfrm_Cost").replace(QChar(0xA0), ' ')), str(QStringLiteral("19,96 €")));
+    EXPECT_EQ(str(text(*run, "txtfrm_Qty")), "25.00") << "quantities always have a point";
+    EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(QStringLiteral("number|19.96|###,##0.00\"")))
+        << "the amount is a number in the spreadsheet";
 }
 
 TEST_F(WorksheetTest, ZeroAfterACancelledQuantity) {
