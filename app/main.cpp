@@ -17,13 +17,14 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("sorvanto"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/app/sorvanto.svg")));
     platform::setApplicationTitle(name);
-    platform::applyTheme(application);
+    platform::prepareTheme(application);
 
     platform::QtAsker asker;
     platform::setAsker(&asker);
     sorvanto::frmMain window;
     asker.setParent(&window);
     window.Form_Load();
+    platform::finishTheme();
     window.show();
     return QApplication::exec();
 }

@@ -1,4 +1,4 @@
-// Lookup by a plain path over the document, made anew on every call; a new text rewrites the file.
+// Lookup by the English text in an index of the document; a new text rewrites the file.
 #include "config/clsLanguage.h"
 
 #include "platform/basic/Paths.h"
@@ -20,16 +20,6 @@ QString languageName(std::int16_t language) {
     return QLatin1String(languageNames[static_cast<std::size_t>(language)]);
 }
 
-void appendEntry(platform::XmlDocument& document, const QString& text) {
-    auto translations = document.selectSingleNode(QStringLiteral("//Translations"));
-    if (!translations)
-        throw platform::RuntimeError(platform::error::objectNotSet,
-                                     QStringLiteral("The language file has no element Translations"));
-    auto entry = translations.appendElement(QStringLiteral("Translate"));
-    entry.setAttribute(QStringLiteral("English"), text);
-    entry.setAttribute(QStringLiteral("Translated"), text);
-}
-
 }  // namespace
 
 clsLanguage::clsLanguage() : m_document(platform::XmlDocument::create()) {}
@@ -43,6 +33,7 @@ void clsLanguage::setLanguage(std::int16_t language) {
             m_document->load(m_path);
         else
             CreateLanguages();
+        indexEntries();
     });
 }
 
@@ -55,19 +46,46 @@ void clsLanguage::CreateLanguages() {
     });
 }
 
+void clsLanguage::indexEntries() {
+    m_entries.clear();
+    for (const platform::XmlNode& entry : m_document->getElementsByTagName(QStringLiteral("Translate"))) {
+        const QString text = entry.attribute(QStringLiteral("English"));
+        if (!text.isEmpty() && !m_entries.contains(text))
+            m_entries.insert(text, entry);
+    }
+}
+
+// Two kinds of texts are left to a path over the document: the empty one, which only an entry with that
+// attribute answers, and one with an apostrophe, which breaks the path and is shown as it is.
+platform::XmlNode clsLanguage::entryOf(const QString& text) const {
+    if (!text.isEmpty() && !text.contains(QLatin1Char('\'')))
+        return m_entries.value(text);
+    return m_document->selectSingleNode(QStringLiteral("//Translate[@English='") + text + QStringLiteral("']"));
+}
+
+void clsLanguage::appendEntry(const QString& text) {
+    auto translations = m_document->selectSingleNode(QStringLiteral("//Translations"));
+    if (!translations)
+        throw platform::RuntimeError(platform::error::objectNotSet,
+                                     QStringLiteral("The language file has no element Translations"));
+    auto entry = translations.appendElement(QStringLiteral("Translate"));
+    entry.setAttribute(QStringLiteral("English"), text);
+    entry.setAttribute(QStringLiteral("Translated"), text);
+    if (!text.isEmpty())
+        m_entries.insert(text, entry);
+}
+
 void clsLanguage::translate(QString& text, QString& result) {
     try {
         text = platform::trimmed(text);
-        // No escaping: a text with an apostrophe breaks the search and is shown as it is.
-        const auto entry = m_document->selectSingleNode(QStringLiteral("//Translate[@English='") + text
-                                                        + QStringLiteral("']"));
+        const auto entry = entryOf(text);
         if (entry) {
             const QString translated = entry.attribute(QStringLiteral("Translated"));
             result = translated.isEmpty() ? text : translated;
             return;
         }
         result = text;
-        appendEntry(*m_document, text);
+        appendEntry(text);
         m_document->save(m_path);
     } catch (...) {
         result = text;

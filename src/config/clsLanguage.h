@@ -5,6 +5,7 @@
 #include "platform/xml/XmlDocument.h"
 #include "shared/Translator.h"
 
+#include <QHash>
 #include <QString>
 #include <cstdint>
 
@@ -20,10 +21,15 @@ public:
 
 private:
     void CreateLanguages();
+    /// The first entry of each English text, so that a lookup doesn't walk through the file.
+    void indexEntries();
+    platform::XmlNode entryOf(const QString& text) const;
+    void appendEntry(const QString& text);
 
     QString m_language;
     QString m_path;
     platform::XmlDocumentPtr m_document;
+    QHash<QString, platform::XmlNode> m_entries;
 };
 
 }  // namespace sorvanto

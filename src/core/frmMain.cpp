@@ -51,7 +51,7 @@ void frmMain::buildWindow() {
     auto* stripBar = new QToolBar(this);
     stripBar->setObjectName(QStringLiteral("barReports"));
     stripBar->setMovable(false);
-    stripBar->setStyleSheet(QStringLiteral("QToolBar { padding: 0; margin: 0; border: 0; spacing: 0; }"));
+    stripBar->setProperty("bare", true);
     stripBar->layout()->setContentsMargins(0, 0, 0, 0);
     stripBar->setContextMenuPolicy(Qt::PreventContextMenu);
     stripBar->toggleViewAction()->setVisible(false);

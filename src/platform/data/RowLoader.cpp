@@ -42,7 +42,7 @@ LoadedRows byKey(KeyedStatements statements, bool ordered) {
     std::vector<std::int64_t> ids;
     while (statements.keys->step())
         ids.push_back(statements.keys->integer(0));
-    if (!ordered)
+    if (!ordered && !std::is_sorted(ids.begin(), ids.end()))
         std::sort(ids.begin(), ids.end());
     std::unique_ptr<KeysetRows> rows = std::move(statements.rows);
     rows->setIds(std::move(ids));

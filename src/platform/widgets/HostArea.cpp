@@ -1,4 +1,4 @@
-// Each hosted window gets a page of its own, made when it first comes here.
+// Each hosted window gets a page of its own, made when it is first shown in the middle.
 #include "platform/widgets/HostArea.h"
 
 #include <QHBoxLayout>
@@ -50,7 +50,7 @@ public:
 
 HostArea::HostArea(QWidget* parent)
     : QWidget(parent), m_middle(new QVBoxLayout), m_pages(new QStackedWidget(this)), m_blank(new QWidget(this)),
-      m_right(new RightColumn(this)) {
+      m_kept(new QWidget(this)), m_right(new RightColumn(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
@@ -59,6 +59,7 @@ HostArea::HostArea(QWidget* parent)
     m_middle->addWidget(m_pages, 1);
     row->addLayout(m_middle, 1);
     m_right->setObjectName(QStringLiteral("rightHost"));
+    m_kept->hide();
     m_right->hide();
     row->addWidget(m_right);
     m_pages->addWidget(m_blank);
@@ -72,10 +73,14 @@ void HostArea::addStrip(QWidget& strip) {
     m_middle->insertWidget(m_middle->count() - 1, &strip);
 }
 
-QScrollArea* HostArea::pageOf(QWidget& form) {
+QScrollArea* HostArea::pageOf(const QWidget& form) const {
     for (int i = 0; i < m_pages->count(); ++i)
         if (auto* page = qobject_cast<QScrollArea*>(m_pages->widget(i)); page && page->widget() == &form)
             return page;
+    return nullptr;
+}
+
+QScrollArea* HostArea::makePage(QWidget& form) {
     auto* page = new Page(m_pages);
     page->setObjectName(QStringLiteral("hostPage"));
     host(*page, form);
@@ -83,12 +88,19 @@ QScrollArea* HostArea::pageOf(QWidget& form) {
     return page;
 }
 
+// A page lays its window out, which a window that nobody has asked for yet can do without.
 void HostArea::keep(QWidget& form) {
-    pageOf(form);
+    if (!pageOf(form))
+        form.setParent(m_kept);
 }
 
 void HostArea::showInMiddle(QWidget* form) {
-    QWidget* page = form ? pageOf(*form) : m_blank;
+    QWidget* page = m_blank;
+    if (form) {
+        page = pageOf(*form);
+        if (!page)
+            page = makePage(*form);
+    }
     if (m_pages->currentWidget() != page)
         m_pages->setCurrentWidget(page);
 }

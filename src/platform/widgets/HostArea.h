@@ -27,11 +27,14 @@ public:
     void showAtRight(QWidget* form);
 
 private:
-    QScrollArea* pageOf(QWidget& form);
+    /// nullptr while the window has not been shown yet.
+    QScrollArea* pageOf(const QWidget& form) const;
+    QScrollArea* makePage(QWidget& form);
 
     QVBoxLayout* m_middle;
     QStackedWidget* m_pages;
     QWidget* m_blank;
+    QWidget* m_kept;  ///< parent of the windows without a page; never shown
     QScrollArea* m_right;
 };
 

@@ -1,7 +1,9 @@
-// Every box belongs to the window on top, so that it is placed on it and blocks it.
+// Every box belongs to the window on top, so that it is placed on it and blocks it. A box may come before
+// the first window of the program: the look is complete by then.
 #include "platform/widgets/QtAsker.h"
 
 #include "platform/widgets/AskDialog.h"
+#include "platform/widgets/Theme.h"
 
 #include <QApplication>
 #include <QDir>
@@ -18,18 +20,21 @@ QWidget* QtAsker::owner() const {
 }
 
 Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString& title) {
+    finishTheme();
     AskDialog box(prompt, style, title, owner());
     box.exec();
     return box.answer();
 }
 
 QString QtAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
+    finishTheme();
     AskDialog box(prompt, title, preset, owner());
     box.exec();
     return box.line();
 }
 
 QString QtAsker::openFile(const QString& title, const QString& filter) {
+    finishTheme();
     QFileDialog dialog(owner(), title);
     // Only Qt's own dialog matches name patterns without regard to case on every desktop.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -43,6 +48,7 @@ QString QtAsker::openFile(const QString& title, const QString& filter) {
 }
 
 void QtAsker::showModal(QObject&, const std::function<void()>& exec) {
+    finishTheme();
     exec();
 }
 

@@ -86,6 +86,16 @@ QFont programFont(const QFont& system) {
     return font;
 }
 
+void applyColours(bool dark) {
+    desktopIsDark();
+    static const QFont system = QApplication::font();
+    current = &themeOf(dark);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setFont(programFont(system));
+    QApplication::setPalette(paletteOf(*current));
+    QApplication::setWindowIcon(applicationIcon());
+}
+
 }  // namespace
 
 const Theme& themeOf(bool dark) {
@@ -102,14 +112,17 @@ void applyTheme(QApplication& application) {
 }
 
 void applyTheme(QApplication& application, bool dark) {
-    desktopIsDark();
-    static const QFont system = QApplication::font();
-    current = &themeOf(dark);
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setFont(programFont(system));
-    QApplication::setPalette(paletteOf(*current));
-    QApplication::setWindowIcon(applicationIcon());
+    applyColours(dark);
     application.setStyleSheet(styleSheet(*current));
+}
+
+void prepareTheme(QApplication&) {
+    applyColours(desktopIsDark());
+}
+
+void finishTheme() {
+    if (current && qApp->styleSheet().isEmpty())
+        qApp->setStyleSheet(styleSheet(*current));
 }
 
 QIcon icon(const QString& name) {

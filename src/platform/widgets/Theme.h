@@ -7,6 +7,7 @@
 //   badge       a label as a small filled mark in the warning colour
 //   danger      a push button that stops or destroys
 //   primary     a push button for the main action of a window
+//   bare        a tool bar without any frame of its own
 #pragma once
 
 #include <QColor>
@@ -36,6 +37,12 @@ const Theme& themeOf(bool dark);
 /// Light or dark by the desktop's own colours.
 void applyTheme(QApplication& application);
 void applyTheme(QApplication& application, bool dark);
+/// The same in two steps for the start of the program: all but the style sheet, then the style sheet, before
+/// the first window shows. With a sheet in force each widget is styled anew whenever it gets a parent,
+/// so that windows made between the two steps are made in half the time.
+void prepareTheme(QApplication& application);
+/// Does nothing when the style sheet is in force, or when no theme has been prepared.
+void finishTheme();
 
 /// A picture of our own set ("first", "save", "chemicals" ...), drawn in the text colour, grey when off,
 /// accent when checked. An unknown name gives an empty icon.

@@ -129,4 +129,18 @@ TEST(Fonts, GlyphsAreThere) {
     EXPECT_TRUE(QFontMetrics(qApp->font()).inFont(u'€'));
 }
 
+TEST(ThemeInTwoSteps, TheStyleSheetComesWithTheSecondAndOnlyOnce) {
+    qApp->setStyleSheet({});
+    prepareTheme(*qApp);
+    EXPECT_TRUE(qApp->styleSheet().isEmpty());
+    EXPECT_EQ(qApp->palette().color(QPalette::Window), theme().window);
+    finishTheme();
+    EXPECT_EQ(qApp->styleSheet(), styleSheet(theme()));
+    const QString another = "QLabel { color: red; }";
+    qApp->setStyleSheet(another);
+    finishTheme();
+    EXPECT_EQ(qApp->styleSheet(), another);
+    qApp->setStyleSheet({});
+}
+
 }  // namespace
