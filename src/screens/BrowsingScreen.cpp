@@ -103,6 +103,61 @@ bool BrowsingScreen::runMove(const QString& toolName) {
     return true;
 }
 
+bool BrowsingScreen::runRecordTool(const QString& toolName, const QString& searchText) {
+    if (runMove(toolName))
+        return true;
+    if (toolName == "cmdSearch" || toolName == "txtSearch")
+        search(searchText);
+    else if (toolName == "cmdEdit")
+        cmdEdit();
+    else if (toolName == "cmdSave")
+        cmdSave();
+    else if (toolName == "cmdCancel")
+        cmdCancel();
+    else if (toolName == "cmdNew")
+        addRecord();
+    else if (toolName == "cmdDelete")
+        cmdDelete();
+    else
+        return false;
+    return true;
+}
+
+void BrowsingScreen::cmdEdit() {
+    unlockForm();
+    refreshForm();
+}
+
+void BrowsingScreen::cmdSave() {
+    if (!saveForm()) {
+        setEnabled(true);
+        return;
+    }
+    lockForm();
+    m_new = false;
+    refreshForm();
+}
+
+void BrowsingScreen::cmdCancel() {
+    if (m_new) {
+        dropNewRecord();
+        m_new = false;
+        getData();
+        openFirst();
+    }
+    lockForm();
+    refreshForm();
+}
+
+void BrowsingScreen::cmdDelete() {
+    m_new = false;
+    deleteRecord();
+    clearForm();
+    lockForm();
+    getData();
+    moveFirst();
+}
+
 void BrowsingScreen::lockForm() {
     guarded(tag("lockForm"), [&] {
         lockControls(*this, m_rules, true);

@@ -47,8 +47,21 @@ protected:
     /// What closeForm does after the answers No and Cancel.
     virtual void notSaved() {}
 
-    /// Runs one of the four moves by its tool name; false for any other tool.
-    bool runMove(const QString& toolName);
+    /// Runs a tool that all full screens share; false for any other.
+    bool runRecordTool(const QString& toolName, const QString& searchText);
+    /// Shows the record that the text finds; the identifier set stays where it is.
+    virtual void search(const QString& searchText) = 0;
+    /// Adds a row and takes it up for editing.
+    virtual void addRecord() {}
+    /// Deletes the row that addRecord made, without asking.
+    virtual void dropNewRecord() {}
+    /// Asks and deletes the record on view.
+    virtual void deleteRecord() = 0;
+    virtual void clearForm() = 0;
+    virtual void cmdEdit();
+    virtual void cmdSave();
+    virtual void cmdCancel();
+    virtual void cmdDelete();
     platform::Recordset& identifiers() const;
     std::int16_t currentKey() const;
     void openCurrent() { openRecord(currentKey()); }
@@ -65,6 +78,8 @@ protected:
     bool m_new = false;
 
 private:
+    bool runMove(const QString& toolName);
+
     QString m_name, m_statement, m_key;
     LockRules m_rules;
     platform::RecordsetPtr m_identifiers;

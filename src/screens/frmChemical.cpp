@@ -98,20 +98,7 @@ void frmChemical::setMenuOptions() {
 
 void frmChemical::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
     guarded("frmChemical:m_frmMain_btnClick", [&] {
-        if (runMove(toolName)) {
-        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
-            searchChemical(searchText);
-        } else if (toolName == "cmdEdit") {
-            unlockForm();
-            refreshForm();
-        } else if (toolName == "cmdSave") {
-            cmdSave();
-        } else if (toolName == "cmdCancel") {
-            cmdCancel();
-        } else if (toolName == "cmdNew") {
-            cmdNew();
-        } else if (toolName == "cmdDelete") {
-            cmdDelete();
+        if (runRecordTool(toolName, searchText)) {
         } else if (toolName == "mnuReport" || toolName == "mnuReportx") {
             printChemicals(toolName == "mnuReportx");
         } else if (toolName == "cmdChemicals" || toolName == "mnuChemicals") {
@@ -121,28 +108,7 @@ void frmChemical::m_frmMain_btnClick(const QString& toolName, const QString& sea
     });
 }
 
-void frmChemical::cmdSave() {
-    if (!saveForm()) {
-        setEnabled(true);
-        return;
-    }
-    lockForm();
-    refreshForm();
-    m_new = false;
-}
-
-void frmChemical::cmdCancel() {
-    if (m_new) {
-        clsChemical().deleteChemical(m_chemical, true);
-        m_new = false;
-        getData();
-        openFirst();
-    }
-    lockForm();
-    refreshForm();
-}
-
-void frmChemical::cmdNew() {
+void frmChemical::addRecord() {
     m_new = true;
     clearForm();
     m_chemical = clsChemical().addChemical();
@@ -150,15 +116,6 @@ void frmChemical::cmdNew() {
     getData();
     unlockForm();
     ui->txtchm_Name->setFocus();
-}
-
-void frmChemical::cmdDelete() {
-    m_new = false;
-    deleteChemical();
-    clearForm();
-    lockForm();
-    getData();
-    moveFirst();
 }
 
 void frmChemical::cancelEdit() {

@@ -35,17 +35,17 @@ public:
 protected:
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
+    void search(const QString& searchText) override { searchChemical(searchText); }
+    void addRecord() override;
+    void dropNewRecord() override { clsChemical().deleteChemical(m_chemical, true); }
+    void deleteRecord() override { deleteChemical(); }
+    void clearForm() override;
     void blankRecord() override { m_chemical = std::make_shared<clsChemical>(); }
     QString saveQuestion() const override { return "Chemical data not saved! Save Changes?"; }
     void notSaved() override { lockForm(); }
 
 private:
     void translateForm();
-    void clearForm();
-    void cmdSave();
-    void cmdCancel();
-    void cmdNew();
-    void cmdDelete();
 
     std::unique_ptr<Ui::frmChemical> ui;
     clsChemicalPtr m_chemical;

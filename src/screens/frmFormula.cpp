@@ -152,22 +152,9 @@ void frmFormula::m_frmMain_btnClick(const QString& toolName, const QString& sear
             makeFormula();
             return;  // the current formula screen listens now and has set its own tools
         }
-        if (runMove(toolName)) {
-        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
-            searchFormula(searchText);
-        } else if (toolName == "cmdEdit") {
-            unlockForm();
-            refreshForm();
-        } else if (toolName == "cmdSave") {
-            cmdSave();
-        } else if (toolName == "cmdCancel") {
-            cmdCancel();
-        } else if (toolName == "cmdNew") {
-            cmdNew();
+        if (runRecordTool(toolName, searchText)) {
         } else if (toolName == "cmdCopy") {
             cmdCopy();
-        } else if (toolName == "cmdDelete") {
-            cmdDelete();
         } else if (toolName == "mnuWorksheet" || toolName == "mnuWorksheetx") {
             printFormula(toolName == "mnuWorksheetx");
         } else if (toolName == "cmdFormulas" || toolName == "mnuFormulas") {
@@ -177,28 +164,7 @@ void frmFormula::m_frmMain_btnClick(const QString& toolName, const QString& sear
     });
 }
 
-void frmFormula::cmdSave() {
-    if (!saveForm()) {
-        setEnabled(true);
-        return;
-    }
-    lockForm();
-    m_new = false;
-    refreshForm();
-}
-
-void frmFormula::cmdCancel() {
-    if (m_new) {
-        clsFormula().deleteFormula(m_formula, true);
-        m_new = false;
-        getData();
-        openFirst();
-    }
-    lockForm();
-    refreshForm();
-}
-
-void frmFormula::cmdNew() {
+void frmFormula::addRecord() {
     m_new = true;
     clearForm();
     m_formula = clsFormula().addFormula();
@@ -215,15 +181,6 @@ void frmFormula::cmdCopy() {
     getData();
     unlockForm();
     refreshForm();
-}
-
-void frmFormula::cmdDelete() {
-    m_new = false;
-    deleteFormula();
-    clearForm();
-    lockForm();
-    getData();
-    moveFirst();
 }
 
 void frmFormula::searchFormula(QString searchText) {

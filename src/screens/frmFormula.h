@@ -50,21 +50,21 @@ public:
 protected:
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
+    void search(const QString& searchText) override { searchFormula(searchText); }
+    void addRecord() override;
+    void dropNewRecord() override { clsFormula().deleteFormula(m_formula, true); }
+    void deleteRecord() override { deleteFormula(); }
+    void clearForm() override;
     void blankRecord() override { m_formula = std::make_shared<clsFormula>(); }
     QString saveQuestion() const override { return "Formula data not saved! Save Changes?"; }
 
 private:
     void translateForm();
     void connectControls();
-    void clearForm();
     bool readable(platform::NumberBox& box);
     bool fieldsComplete();
     void storeFields();
-    void cmdSave();
-    void cmdCancel();
-    void cmdNew();
     void cmdCopy();
-    void cmdDelete();
     void cmdAdd_Click();
     void cmdRemove_Click();
 

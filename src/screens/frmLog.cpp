@@ -137,23 +137,9 @@ void frmLog::setMenuOptions() {
 
 void frmLog::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
     guarded("frmLog:m_frmMain_btnClick", [&] {
-        if (runMove(toolName) || runPrint(toolName)) {
-        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
-            searchLog(searchText);
-        } else if (toolName == "cmdEdit") {
-            unlockForm();
-            refreshForm();
-        } else if (toolName == "cmdSave") {
-            saveForm();
-            refreshForm();
-        } else if (toolName == "cmdCancel") {
-            lockForm();
-            refreshForm();
-        } else if (toolName == "cmdDelete") {
-            deleteLog();
-        } else if ((toolName == "cmdLogs" || toolName == "mnuLogs") && m_log) {
+        const bool done = runRecordTool(toolName, searchText) || runPrint(toolName);
+        if (!done && (toolName == "cmdLogs" || toolName == "mnuLogs") && m_log)
             showCaption("Logs", m_log->log_Name);
-        }
         setMenuOptions();
     });
 }
@@ -251,6 +237,11 @@ bool frmLog::saveForm() {
         identifiers().find("LogID = " + QString::number(log.LogID));
         return saved;
     });
+}
+
+void frmLog::cmdSave() {
+    saveForm();
+    refreshForm();
 }
 
 void frmLog::clearForm() {

@@ -38,13 +38,17 @@ public:
 protected:
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
+    void search(const QString& searchText) override { searchLog(searchText); }
+    void deleteRecord() override { deleteLog(); }
+    void clearForm() override;
+    void cmdSave() override;
+    void cmdDelete() override { deleteLog(); }
     void blankRecord() override { m_log = std::make_shared<clsLog>(); }
     QString saveQuestion() const override { return "Log data not saved! Save Changes?"; }
 
 private:
     void translateForm();
     void translateColumns();
-    void clearForm();
     void deleteLog();
 
     // What is shown of the batch (frmLogShow.cpp)

@@ -119,48 +119,17 @@ void frmPatient::setMenuOptions() {
 
 void frmPatient::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
     guarded("frmPatient:m_frmMain_btnClick", [&] {
-        if (runMove(toolName) || runPrint(toolName)) {
-        } else if (toolName == "cmdSearch" || toolName == "txtSearch") {
-            searchPatient(searchText);
-        } else if (toolName == "cmdEdit") {
-            unlockForm();
-        } else if (toolName == "cmdSave") {
-            if (!birthDateReadable())
-                return;  // without a refresh: what was typed stays, to be mended
-            cmdSave();
-        } else if (toolName == "cmdCancel") {
-            cmdCancel();
-        } else if (toolName == "cmdNew") {
-            cmdNew();
-        } else if (toolName == "cmdDelete") {
-            cmdDelete();
-        } else if (toolName == "cmdMake" && cmdMake()) {
+        // Without a refresh, what was typed stays, to be mended.
+        if (toolName == "cmdSave" && !birthDateReadable())
+            return;
+        if (!runRecordTool(toolName, searchText) && !runPrint(toolName) && toolName == "cmdMake" && cmdMake())
             return;  // the current formula screen listens now and has set its own tools
-        }
         refreshForm();
         setMenuOptions();
     });
 }
 
-void frmPatient::cmdSave() {
-    if (saveForm()) {
-        lockForm();
-        m_new = false;
-        refreshForm();
-    }
-}
-
-void frmPatient::cmdCancel() {
-    if (m_new) {
-        clsPatient().deletePatient(m_patient, true);
-        m_new = false;
-        getData();
-        openFirst();
-    }
-    lockForm();
-}
-
-void frmPatient::cmdNew() {
+void frmPatient::addRecord() {
     m_new = true;
     unlockForm();
     clearForm();
@@ -168,15 +137,6 @@ void frmPatient::cmdNew() {
     getData();
     ui->tabPatient->setCurrentIndex(0);
     ui->txtpat_FName->setFocus();
-}
-
-void frmPatient::cmdDelete() {
-    m_new = false;
-    deletePatient();
-    clearForm();
-    lockForm();
-    getData();
-    moveFirst();
 }
 
 void frmPatient::searchPatient(const QString& searchText) {

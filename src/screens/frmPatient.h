@@ -37,17 +37,17 @@ public:
 protected:
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
+    void search(const QString& searchText) override { searchPatient(searchText); }
+    void addRecord() override;
+    void dropNewRecord() override { clsPatient().deletePatient(m_patient, true); }
+    void deleteRecord() override { deletePatient(); }
+    void clearForm() override;
     void blankRecord() override { m_patient = std::make_shared<clsPatient>(); }
     QString saveQuestion() const override { return "Patient data not saved! Save Changes?"; }
 
 private:
-    void translateForm();
-    void clearForm();
-    void cmdSave();
-    void cmdCancel();
-    void cmdNew();
-    void cmdDelete();
     void deletePatient();
+    void translateForm();
     bool fieldsComplete();
     /// False with the box in front and its hint shown.
     bool birthDateReadable();

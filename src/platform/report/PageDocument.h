@@ -37,7 +37,7 @@ struct TypedValue {
 };
 
 /// One section as it was placed; its items follow one another.
-struct Band {
+struct PageBand {
     std::uint16_t section = 0;  ///< index into ReportDefinition::sections
     std::uint16_t column = 0;   ///< detail column, from 0
     int x = 0, y = 0;
@@ -45,7 +45,7 @@ struct Band {
 };
 
 struct Page {
-    std::vector<Band> bands;
+    std::vector<PageBand> bands;
     std::vector<PageItem> items;
     std::vector<TextRun> runs;
     std::vector<TypedValue> values;
@@ -77,7 +77,7 @@ public:
     /// Counts a warning; the first thousand different ones are kept.
     void warn(WarningKind kind, const Control& control);
 
-    const Control& controlOf(const Band& band, const PageItem& item) const {
+    const Control& controlOf(const PageBand& band, const PageItem& item) const {
         return definition.sections[band.section].controls[item.control];
     }
 };

@@ -158,7 +158,7 @@ void PageMaker::placeIfAny(SectionKind kind, int y) {
 void PageMaker::place(Section& section, int x, int y, int column) {
     m_report.bind(section);
     m_report.raiseFormat(section.kind);
-    Band band;
+    PageBand band;
     band.section = static_cast<std::uint16_t>(&section - m_report.m_definition.sections.data());
     band.column = static_cast<std::uint16_t>(column);
     band.x = x;

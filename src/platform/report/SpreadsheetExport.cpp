@@ -82,7 +82,7 @@ private:
         m_row += rows;
     }
 
-    void addRow(const Page& page, const Band& band, int row) {
+    void addRow(const Page& page, const PageBand& band, int row) {
         m_line.clear();
         for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
             const PageItem& item = page.items[i];
@@ -95,7 +95,7 @@ private:
             addCell(page, band, *item, m_row + row, band.column * m_plan.columns() + column);
     }
 
-    void addCell(const Page& page, const Band& band, const PageItem& item, int row, int column) {
+    void addCell(const Page& page, const PageBand& band, const PageItem& item, int row, int column) {
         static const TypedValue none;
         const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
         const std::optional<double> number = cellNumber(typed.value);
@@ -107,7 +107,7 @@ private:
     }
 
     /// The looks of cells, kept by what decides them.
-    std::uint16_t cellStyle(const Band& band, const PageItem& item, const TypedValue& typed, bool number) {
+    std::uint16_t cellStyle(const PageBand& band, const PageItem& item, const TypedValue& typed, bool number) {
         const bool date = number && isDate(typed.value);
         const bool time = date && typed.value.toDateTime().time() != QTime(0, 0);
         const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 |
@@ -126,7 +126,7 @@ private:
         return style;
     }
 
-    CellStyle textLook(const Band& band, const PageItem& item) const {
+    CellStyle textLook(const PageBand& band, const PageItem& item) const {
         const TextStyle& text = m_document.styles[item.style];
         const SectionKind kind = m_document.definition.sections[band.section].kind;
         const bool head = m_document.controlOf(band, item).kind == ControlKind::Label &&
