@@ -46,7 +46,8 @@ public:
 };
 
 /// A number. Shows the display format when not focused; while it is edited the number alone, with the
-/// decimals of the edit format and without currency and thousands marks. Takes the user's decimal separator
+/// decimals of the edit format and without currency and thousands marks. An edit format with decimals
+/// lets four of them be typed, as many as an amount of money holds. Takes the user's decimal separator
 /// and the point; refuses ambiguous input ("1.234,5" in English) and values outside its bounds with a hint
 /// and a red frame; never guesses, never clips. Values set by the program are shown as they are, whatever
 /// the bounds. While what is typed can't be taken, text() is empty and the value can't be read.
@@ -71,8 +72,11 @@ public:
     void setBounds(double minimum, double maximum);
     double minimum() const { return m_minimum; }
     double maximum() const { return m_maximum; }
-    /// Whether what is typed is a number inside the bounds; a hint is shown when it is not.
-    bool acceptable() const;
+    /// Whether what is typed is a number inside the bounds. When it is not, the box takes the focus and
+    /// says why.
+    bool acceptable();
+    /// Why what is typed can't be taken; empty when it can.
+    QString problem() const { return m_problem; }
 
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return isReadOnly(); }
@@ -98,7 +102,7 @@ private:
 
     QString m_editFormat, m_displayFormat;
     QString m_number;   // with a point; empty for none
-    QString m_problem;  // why what is typed can't be taken; empty when it can
+    QString m_problem;
     double m_minimum, m_maximum;
     bool m_typed = false, m_showing = false;
 };
@@ -116,9 +120,9 @@ public:
     /// A date as text; the empty text is the zero date. Throws typeMismatch on anything else.
     void setText(const QString& text);
     void clear();
-    /// Whether what is typed is a date or nothing; a hint is shown when it is not, and value() stays at
-    /// the last good date.
-    bool acceptable() const;
+    /// Whether what is typed is a date or nothing. When it is not, the box takes the focus and says why,
+    /// and value() stays at the last good date.
+    bool acceptable();
     /// Shows the time of day as well (a log's date).
     void setWithTime(bool on);
     void setReadOnlyBox(bool on) override;

@@ -3,6 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Hint.h"
+#include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
@@ -36,6 +37,8 @@ QDateTime typedDate(const QString& text, bool withTime) {
 
 QCalendarWidget* makeCalendar(QWidget* parent) {
     auto* calendar = new QCalendarWidget(parent);
+    calendar->setLocale(systemLanguage());
+    calendar->setFirstDayOfWeek(QLocale().firstDayOfWeek());
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setGridVisible(false);
     calendar->setMinimumSize(304, 240);
@@ -91,10 +94,12 @@ void DateBox::clear() {
     setValue(zeroDate());
 }
 
-bool DateBox::acceptable() const {
-    if (!m_problem.isEmpty())
-        Hint::tell(*m_edit, m_problem);
-    return m_problem.isEmpty();
+bool DateBox::acceptable() {
+    if (m_problem.isEmpty())
+        return true;
+    setFocus();
+    Hint::tell(*m_edit, m_problem);
+    return false;
 }
 
 void DateBox::setWithTime(bool on) {

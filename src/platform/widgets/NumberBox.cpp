@@ -16,6 +16,7 @@ namespace platform {
 namespace {
 
 constexpr double widest = 9.2e14;
+constexpr int moneyDecimals = 4;  // what an amount holds, however few are shown
 
 /// The picture's digits alone: no currency, no thousands, first section.
 QString digitsOf(const QString& picture) {
@@ -29,6 +30,12 @@ QString digitsOf(const QString& picture) {
 int decimalsOf(const QString& digits) {
     const auto point = digits.indexOf(u'.');
     return point < 0 ? 0 : static_cast<int>(digits.size() - point - 1);
+}
+
+/// How many decimals may be typed for an edit format.
+int typableDecimals(const QString& digits) {
+    const int shown = decimalsOf(digits);
+    return shown == 0 ? 0 : qMax(shown, moneyDecimals);
 }
 
 }  // namespace
@@ -73,7 +80,7 @@ Currency NumberBox::toCurrency() const {
 }
 
 void NumberBox::requireAcceptable() const {
-    if (!acceptable())
+    if (!m_problem.isEmpty())
         throw RuntimeError(error::typeMismatch, m_problem, objectName());
 }
 
@@ -89,10 +96,12 @@ void NumberBox::setBounds(double minimum, double maximum) {
     m_maximum = maximum;
 }
 
-bool NumberBox::acceptable() const {
-    if (!m_problem.isEmpty())
-        Hint::tell(*const_cast<NumberBox*>(this), m_problem);
-    return m_problem.isEmpty();
+bool NumberBox::acceptable() {
+    if (m_problem.isEmpty())
+        return true;
+    setFocus();
+    Hint::tell(*this, m_problem);
+    return false;
 }
 
 void NumberBox::setReadOnlyBox(bool on) {
@@ -142,7 +151,7 @@ void NumberBox::showNumber(bool editing) {
 QString NumberBox::problemOf(const QString& number, int decimals) const {
     const double value = platform::toDouble(number);
     const QString digits = digitsOf(m_editFormat);
-    const int allowed = qMax(decimalsOf(digits), decimalsOf(m_number));
+    const int allowed = qMax(typableDecimals(digits), decimalsOf(m_number));
     if (!digits.isEmpty() && decimals > allowed)
         return allowed == 0 ? widgetText(QStringLiteral("Whole numbers only."))
                             : widgetText(QStringLiteral("No more than %1 decimals.")).arg(allowed);

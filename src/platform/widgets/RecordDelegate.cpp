@@ -91,8 +91,8 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     if (!line || !line->isModified())
         return;
     const auto* box = qobject_cast<NumberBox*>(editor);
-    if (box && !box->acceptable())
-        m_model.refuse(box->accessibleDescription());
+    if (box && !box->problem().isEmpty())
+        m_model.refuse(box->problem());
     else
         model->setData(index, box ? (box->text().isEmpty() ? QVariant() : QVariant(box->text()))
                                   : QVariant(line->text()), Qt::EditRole);
@@ -104,7 +104,7 @@ void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionVie
 }
 
 bool RecordDelegate::refusesToLeave(QObject* editor) const {
-    const auto* box = qobject_cast<NumberBox*>(editor);
+    auto* box = qobject_cast<NumberBox*>(editor);
     return box && !box->acceptable();
 }
 

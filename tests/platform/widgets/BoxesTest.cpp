@@ -140,6 +140,20 @@ TEST_F(Boxes, WhatIsNoDateIsToldAndNotTaken) {
     }
 }
 
+TEST_F(Boxes, ARefusedDateLeadsTheUserToItsBox) {
+    DateBox box;
+    show(box);
+    TextBox other(&window);
+    other.show();
+    auto* line = box.findChild<QLineEdit*>();
+    QTest::keyClicks(line, "abc");
+    other.setFocus();
+    delete window.findChild<QLabel*>("hintBubble");
+    EXPECT_FALSE(box.acceptable());
+    EXPECT_TRUE(line->hasFocus());
+    EXPECT_EQ(Hint::textOf(*line), "Please type a date, such as 3/27/1965.");
+}
+
 TEST_F(Boxes, TheTimeIsShownWhenAskedFor) {
     DateBox box;
     const QDateTime noon(QDate(2026, 3, 7), QTime(12, 5, 9), Qt::UTC);

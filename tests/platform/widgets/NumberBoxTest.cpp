@@ -191,8 +191,41 @@ TEST_F(NumberBoxes, DecimalsBeyondTheEditFormatAreRefused) {
     EXPECT_EQ(hint(), "Whole numbers only.");
     EXPECT_FALSE(box.acceptable());
     box.setFormats("0.00", "0.00");
-    type("2.555");
-    EXPECT_EQ(hint(), "No more than 2 decimals.");
+    type("2.55555");
+    EXPECT_EQ(hint(), "No more than 4 decimals.");
+    box.setFormats("0.00000", "0.00000");
+    type("2.555555");
+    EXPECT_EQ(hint(), "No more than 5 decimals.");
+}
+
+TEST_F(NumberBoxes, PricesOfLessThanACentCanBeTyped) {
+    box.setFormats("$ ###,##0.00", "$ ###,##0.00");
+    type("0.055");
+    EXPECT_EQ(hint(), "");
+    EXPECT_TRUE(box.acceptable());
+    EXPECT_EQ(box.toCurrency().toText(), "0.055");
+    leave();
+    EXPECT_EQ(shown(), "$ 0.06");
+    box.setFocus();
+    EXPECT_EQ(shown(), "0.055");
+    type("0.0125");
+    EXPECT_EQ(box.toCurrency().toText(), "0.0125");
+}
+
+TEST_F(NumberBoxes, ARefusalLeadsTheUserToTheBox) {
+    type("-");
+    leave();
+    delete window.findChild<QLabel*>("hintBubble");
+    EXPECT_EQ(hint(), "");
+    EXPECT_THROW(box.toDouble(), RuntimeError);
+    EXPECT_TRUE(other.hasFocus()) << "reading leaves the focus alone";
+    EXPECT_FALSE(box.acceptable());
+    EXPECT_TRUE(box.hasFocus());
+    EXPECT_EQ(hint(), "Please type a number, such as 12.5.");
+    box.setValue(3);
+    other.setFocus();
+    EXPECT_TRUE(box.acceptable());
+    EXPECT_TRUE(other.hasFocus());
 }
 
 TEST_F(NumberBoxes, AFinerStoredNumberIsShownWholeWhileEditingAndKept) {
