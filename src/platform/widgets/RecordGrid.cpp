@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 namespace platform {
 
@@ -43,6 +44,7 @@ RecordGrid::RecordGrid(QWidget* parent)
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setFixedHeight(headerPixels);
     horizontalHeader()->setMinimumSectionSize(40);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &RecordGrid::updateGeometry);
     connect(m_model, &RecordModel::setChanged, this, &RecordGrid::followSet);
     connect(m_model, &RecordModel::editFailed, this, [this] {
         if (onEditFailed)
@@ -161,12 +163,18 @@ void RecordGrid::setEmptyText(const QString& text) {
     viewport()->update();
 }
 
+// The bar takes its height from the rows while the columns need it.
+int RecordGrid::barHeight() const {
+    const QScrollBar* bar = horizontalScrollBar();
+    return bar->maximum() > bar->minimum() ? bar->sizeHint().height() : 0;
+}
+
 QSize RecordGrid::sizeHint() const {
-    return {480, headerPixels + rowPixels * qBound(3, m_model->rowCount(), 12) + 2};
+    return {480, headerPixels + rowPixels * qBound(3, m_model->rowCount(), 12) + 2 + barHeight()};
 }
 
 QSize RecordGrid::minimumSizeHint() const {
-    return {160, headerPixels + rowPixels * 2};
+    return {160, headerPixels + rowPixels * 2 + barHeight()};
 }
 
 void RecordGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

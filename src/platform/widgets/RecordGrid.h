@@ -16,12 +16,12 @@ class RecordModel;
 
 /// A column as designed; width in pixels at 100 %, 0 stretches.
 struct GridColumn {
-    QString field;         ///< name in the set, matched without regard to case
-    QString caption;
+    QString field{};         ///< name in the set, matched without regard to case
+    QString caption{};
     int width = 0;
     bool editable = false;
     bool hidden = false;
-    QString numberFormat;  ///< picture, "" as the value stands, "Currency", "Yes/No" for flags as words
+    QString numberFormat{};  ///< picture, "" as the value stands, "Currency", "Yes/No" for flags as words
 };
 
 class RecordGrid : public QTableView {
@@ -56,7 +56,7 @@ public:
     /// Said in the middle of the grid while it has no rows.
     void setEmptyText(const QString& text);
 
-    /// As high as its rows, between three and twelve of them.
+    /// As high as its rows, between three and twelve of them, and its horizontal scroll bar.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -73,6 +73,7 @@ protected:
 
 private:
     void layOutColumns();
+    int barHeight() const;
     void followSet();
     bool moveBy(int step);
 

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -338,6 +339,20 @@ TEST_F(Grids, ItsHeightIsThatOfItsRows) {
     grid->setDataSource(many.open());
     EXPECT_EQ(grid->sizeHint().height(), three + 9 * 36);
     EXPECT_EQ(grid->rowHeight(0), 36);
+}
+
+TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
+    static_cast<QVBoxLayout*>(window.layout())->addStretch(1);
+    const int rowsAlone = grid->sizeHint().height();
+    window.resize(320, 400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() > 0; }));
+    QTest::qWait(20);
+    EXPECT_EQ(grid->sizeHint().height(), rowsAlone + grid->horizontalScrollBar()->height());
+    EXPECT_EQ(grid->verticalScrollBar()->maximum(), 0);
+    EXPECT_TRUE(grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(2, Name)).bottomLeft()));
+    window.resize(900, 400);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() == 0; }));
+    EXPECT_EQ(grid->sizeHint().height(), rowsAlone);
 }
 
 TEST_F(Grids, ADoubleClickIsHeardInALockedGrid) {
