@@ -54,7 +54,7 @@ PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
 QString PreviewNotices::sentence(const PageWarning& warning) {
     const QString text = warning.kind == WarningKind::TextCut
                              ? reportText("Page %1: too long for its place and cut: \"%2\"")
-                             : reportText("Page %1: can't be written as a bar code: \"%2\"");
+                             : reportText("Page %1: can not be written as a bar code: \"%2\"");
     QString shown = text.arg(warning.page).arg(QString(warning.text).simplified());
     if (warning.count > 1)
         shown += QStringLiteral("  ") + reportText("(%1 times)").arg(warning.count);

@@ -6,12 +6,39 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
+#include <QListView>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace platform {
+
+namespace {
+
+/// A path typed in full is what the user wants, whatever folder got selected in the list while typing.
+class SaveDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+protected:
+    void accept() override {
+        const auto* line = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* list = findChild<QListView*>(QStringLiteral("listView"));
+        if (line && list && namesFile(QDir::fromNativeSeparators(line->text())))
+            list->clearSelection();
+        QFileDialog::accept();
+    }
+
+private:
+    bool namesFile(const QString& path) const {
+        const QFileInfo file(directory(), path);
+        return path.contains(u'/') && !file.fileName().isEmpty() && !file.isDir() && file.dir().exists();
+    }
+};
+
+}  // namespace
 
 PrintFlow::PrintFlow(const PageDocument& document, QWidget* parent, PageProgress progress)
     : m_document(document), m_parent(parent), m_progress(std::move(progress)) {}
@@ -40,7 +67,7 @@ bool PrintFlow::printOn(const QString& printerName, std::optional<QPoint> offset
     if (!printerName.isEmpty()) {
         printer.setPrinterName(printerName);
         if (printer.printerName() != printerName) {  // a name it does not like leaves the default queue
-            MsgBox(reportText("The printer \"%1\" can't be used. Nothing was printed.").arg(printerName),
+            MsgBox(reportText("The printer \"%1\" can not be used. Nothing was printed.").arg(printerName),
                    {Buttons::Ok, Icon::Exclamation});
             return false;
         }
@@ -68,7 +95,7 @@ QString PrintFlow::suggestedPath() const {
 }
 
 bool PrintFlow::savePdf() {
-    QFileDialog dialog(m_parent, reportText("Save as PDF"), suggestedPath(), QStringLiteral("PDF (*.pdf)"));
+    SaveDialog dialog(m_parent, reportText("Save as PDF"), suggestedPath(), QStringLiteral("PDF (*.pdf)"));
     dialog.setObjectName(QStringLiteral("savePdfDialog"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("pdf"));

@@ -15,9 +15,13 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListView>
 #include <QListWidget>
 #include <QPointer>
 #include <QPrinter>
@@ -259,7 +263,7 @@ TEST_F(Preview, WarnsOfATextThatWasCut) {
 TEST_F(Preview, CountsWhatEveryLabelLacks) {
     open(std::make_unique<StripLabels>(0, 40, "Lot_7"));
     waitForEnd();
-    EXPECT_EQ(text("noticeLine"), "Page 1: can't be written as a bar code: \"Lot_7\"  (40 times)");
+    EXPECT_EQ(text("noticeLine"), "Page 1: can not be written as a bar code: \"Lot_7\"  (40 times)");
 }
 
 TEST_F(Preview, ListsSeveralWarningsAndGoesToThem) {
@@ -289,6 +293,49 @@ TEST_F(Preview, SavesAsPdfWhereTheUserSays) {
     EXPECT_TRUE(window->isComplete()) << "the rest is laid out first";
     EXPECT_TRUE(tools::output("pdfinfo", {path + ".pdf"}).contains(QRegularExpression("Pages:\\s+2")));
     EXPECT_TRUE(child<QAction>(*window, "savePdf")->isEnabled());
+}
+
+TEST_F(Preview, SavesAsPdfAtAPathTypedByHand) {
+    openList(1);
+    support::ScriptedAsker asker;
+    const QTemporaryDir place;
+    ASSERT_TRUE(QDir(place.path()).mkpath("sheets/old"));
+    asker.expectModal("savePdfDialog", [&](QWidget& dialog) {
+        auto* line = child<QLineEdit>(dialog, "fileNameEdit");
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClicks(line, place.path() + "/sheets/stock", Qt::NoModifier, 5);
+        QTest::qWait(200);  // the folder is read meanwhile
+        QTest::keyClick(line, Qt::Key_Return);
+        if (dialog.isVisible())
+            dialog.close();
+    });
+    child<QAction>(*window, "savePdf")->trigger();
+    EXPECT_TRUE(QFile::exists(place.filePath("sheets/stock.pdf")));
+}
+
+TEST_F(Preview, AFolderSelectedWhileAPathIsTypedDoesNotTakeItsPlace) {
+    openList(1);
+    support::ScriptedAsker asker;
+    const QTemporaryDir place;
+    ASSERT_TRUE(QDir(place.path()).mkpath("sheets/old"));
+    asker.expectModal("savePdfDialog", [&](QWidget& dialog) {
+        auto& files = dynamic_cast<QFileDialog&>(dialog);
+        files.setDirectory(place.path());
+        auto* list = child<QListView>(dialog, "listView");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; }));
+        auto* line = child<QLineEdit>(dialog, "fileNameEdit");
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClicks(line, place.path() + "/sheets/stock.pdf");
+        list->selectionModel()->select(list->model()->index(0, 0, list->rootIndex()),
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QTest::mouseClick(files.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save), Qt::LeftButton);
+        if (dialog.isVisible())
+            dialog.close();
+    });
+    child<QAction>(*window, "savePdf")->trigger();
+    EXPECT_TRUE(QFile::exists(place.filePath("sheets/stock.pdf")));
 }
 
 TEST_F(Preview, AFileThatCannotBeWrittenIsTold) {
@@ -346,7 +393,7 @@ TEST_F(Preview, APrinterThatRefusesItsNameIsTold) {
     report->printerName = "Front desk";  // in our list, but not in the system's
     open(std::move(report));
     support::ScriptedAsker asker;
-    asker.expectMsgBox("The printer \"Front desk\" can't be used. Nothing was printed.",
+    asker.expectMsgBox("The printer \"Front desk\" can not be used. Nothing was printed.",
                        BoxStyle{Buttons::Ok, Icon::Exclamation});
     child<QAction>(*window, "print")->trigger();
 }
