@@ -165,20 +165,32 @@ QString MixerPanel::portName() const {
     return QStringLiteral("COM%1").arg(m_session.port());
 }
 
+// A mixer that has only answered the greeting has not said yet what it does.
+bool MixerPanel::isHeard() const {
+    return m_session.link().state() == MixerLink::State::Connected &&
+           m_session.run().state() != RunState::Disconnected;
+}
+
+// The mixer says how long a programme takes with its first word after taking it.
+bool MixerPanel::isToldLoaded() const {
+    return m_session.run().state() == RunState::Loaded &&
+           m_session.run().status().state == protocol::MixerState::Loaded;
+}
+
 void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
     const QString start = portName() + QStringLiteral(" \u00B7 ");
     const QString lastWord =
         link.lastWord().isValid() ? link.lastWord().toString(QStringLiteral("HH:mm:ss")) : QString();
     const protocol::Identity& mixer = link.identity();
-    const QString badge = mixer.simulated() && link.state() == MixerLink::State::Connected
-                              ? m_texts(PanelText::Simulated) : QString();
+    const bool greetedOnly = link.state() == MixerLink::State::Connected && !isHeard() && !link.isStale();
+    const QString badge = mixer.simulated() && isHeard() ? m_texts(PanelText::Simulated) : QString();
     if (link.state() == MixerLink::State::Closed)
         m_link->show(LinkRow::Kind::Off, start + m_texts(PanelText::NotConnected), {});
-    else if (link.state() == MixerLink::State::Connected && !link.isStale())
+    else if (isHeard() && !link.isStale())
         m_link->show(LinkRow::Kind::Good,
                      start + m_texts(PanelText::Firmware, {QString::fromLatin1(mixer.hardware)}), badge);
-    else if (!lastWord.isEmpty())
+    else if (!lastWord.isEmpty() && !greetedOnly)
         m_link->show(LinkRow::Kind::Stale, start + m_texts(PanelText::NoWordSince, {lastWord}), badge);
     else
         m_link->show(LinkRow::Kind::Searching, start + m_texts(PanelText::Searching), {});
@@ -209,9 +221,10 @@ void MixerPanel::showRing() {
                      m_texts(run.isSending() ? PanelText::Sending : PanelText::NothingLoaded));
         break;
     case RunState::Loaded:
-        m_ring->show(0, Tone::Running,
-                     status.state == protocol::MixerState::Loaded ? shortTime(status.secondsTotal) : noTime,
-                     m_texts(PanelText::ReadyToStart));
+        if (isToldLoaded())
+            m_ring->show(0, Tone::Running, shortTime(status.secondsTotal), m_texts(PanelText::ReadyToStart));
+        else
+            m_ring->show(-1, Tone::Quiet, noTime, m_texts(PanelText::Sending));
         break;
     case RunState::Mixing:
         m_ring->show(done, stale ? Tone::Quiet : Tone::Running, timeLeft(),
@@ -309,7 +322,7 @@ void MixerPanel::showButtons() {
     m_connect->setVisible(!m_session.isOpen());
     m_loadAgain->setVisible(m_session.canLoadAgain());
     m_start->setVisible(!mixing && !paused && !fault && m_session.isOpen());
-    m_start->setEnabled(m_session.canStart());
+    m_start->setEnabled(m_session.canStart() && isToldLoaded());
     m_pause->setVisible(mixing);
     m_resume->setVisible(paused);
     m_stop->setVisible(mixing || paused);

@@ -46,6 +46,8 @@ private:
     void showSpeeds();
     void showNotices();
     void showButtons();
+    bool isHeard() const;
+    bool isToldLoaded() const;
     PanelMessage linkMessage() const;
     QString portName() const;
     QString timeLeft() const;

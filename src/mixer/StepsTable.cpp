@@ -34,6 +34,7 @@ public:
 
 StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     setSelectionMode(QAbstractItemView::NoSelection);
+    setFocusPolicy(Qt::NoFocus);  // for looking at only: the running step comes into sight by itself
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
     setShowGrid(false);

@@ -7,6 +7,7 @@
 #include "support/WarningTrap.h"
 
 #include "mixer/LinkRow.h"
+#include "mixer/MixerPanel.h"
 #include "mixer/NoticeCard.h"
 #include "mixer/OfferList.h"
 #include "mixer/ProgressRing.h"
@@ -122,6 +123,37 @@ TEST_F(MixerPanelTest, Loaded) {
     }
     EXPECT_EQ(cells, (QStringList{"1", "1200", "1200", "00:00:10", "2", "1440", "1992", "2 x"}));
     picture("loaded");
+}
+
+TEST_F(MixerPanelTest, NeverSaysTwoThingsAtOnce) {
+    MixSession session(line.environment());
+    session.setPort(1, false);
+    const PanelTexts texts;
+    MixerPanel panel(session, texts);
+    QStringList seen;
+    QObject::connect(&session, &MixSession::changed, &panel, [&] {
+        const auto* link = child<LinkRow>(panel, "mixerLink");
+        const auto* ring = child<ProgressRing>(panel, "mixerRing");
+        const QString now = link->text() + " | " + ring->middle() + " | " + ring->below() +
+                            (child<QPushButton>(panel, "mixerStart")->isEnabled() ? " | Start" : "");
+        if (seen.value(seen.size() - 1) != now)
+            seen << now;
+    });
+    session.open();
+    ASSERT_TRUE(test::waitFor([&] { return session.run().state() == RunState::Ready; }));
+    session.loadFormula(test::shortFormula());
+    ASSERT_TRUE(test::waitFor([&] { return seen.last().endsWith("Start"); }));
+    EXPECT_EQ(seen, (QStringList{"COM1 · looking for the mixer | --:-- | not connected",
+                                 "COM1 · firmware SIM-2.1 | --:-- | nothing loaded",
+                                 "COM1 · firmware SIM-2.1 | --:-- | sending the programme",
+                                 "COM1 · firmware SIM-2.1 | 00:20 | ready to start | Start"}))
+        << seen.join('\n').toStdString();
+}
+
+TEST_F(MixerPanelTest, TheStepsTakeNoFocus) {
+    startShort();
+    EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->focusPolicy(), Qt::NoFocus);
+    EXPECT_FALSE(child<StepsTable>(*control, "mixerSteps")->hasFocus());
 }
 
 TEST_F(MixerPanelTest, MixingPausedAndDone) {
