@@ -34,6 +34,7 @@ QMenu::item:disabled { color: @disabled; background: transparent; }
 QMenu::separator { height: 1px; background: @line; margin: 5px 6px; }
 QMenu::right-arrow { image: url(:/widgets/style/right-@mode.svg); width: 14px; height: 14px; right: 6px; }
 QToolBar { background: @surface; border: none; border-bottom: 1px solid @line; padding: 1px 6px 3px 10px; spacing: 0; }
+QToolBar[bare="true"] { padding: 0; margin: 0; border: 0; }
 QToolBar::separator { background: @line; width: 1px; margin: 6px 6px; }
 QFrame#sideBar { background: @surface; border: none; border-right: 1px solid @line; }
 QFrame#rightHost { background: @surface; border: none; border-left: 1px solid @line; }
@@ -66,8 +67,9 @@ QComboBox:focus { border: 2px solid @accent; padding: 0 8px; min-height: 28px; }
 QComboBox[locked="true"] { background: @quietField; border: 1px solid @quietField; }
 QComboBox[locked="true"]:focus { border: 2px solid @line; }
 QComboBox:disabled { background: @quietField; border: 1px solid @quietField; color: @disabled; }
-QComboBox::drop-down { border: none; width: 26px; }
-QComboBox::down-arrow { image: url(:/widgets/style/down-@mode.svg); width: 16px; height: 16px; }
+QComboBox::drop-down, QDateTimeEdit::drop-down { border: none; width: 26px; }
+QDateTimeEdit::drop-down { subcontrol-origin: border; subcontrol-position: center right; }
+QComboBox::down-arrow, QDateTimeEdit::down-arrow { image: url(:/widgets/style/down-@mode.svg); width: 16px; height: 16px; }
 QComboBox[locked="true"]::drop-down { width: 0; }
 QComboBox[locked="true"]::down-arrow { image: none; }
 QComboBox QAbstractItemView { background: @surface; color: @text; border: 1px solid @line; padding: 4px;
@@ -139,6 +141,9 @@ QProgressBar { background: @line; border: none; border-radius: 4px; min-height: 
 QProgressBar::chunk { background: @accent; border-radius: 4px; }
 QCalendarWidget QWidget#qt_calendar_navigationbar { background: @surface; border-bottom: 1px solid @line; }
 QCalendarWidget QToolButton { min-height: 26px; padding: 0 8px; font-weight: 600; border-radius: 6px; }
+QCalendarWidget QToolButton::menu-indicator { image: none; }
+QCalendarWidget QToolButton#qt_calendar_prevmonth { qproperty-icon: url(:/widgets/style/left-@mode.svg); }
+QCalendarWidget QToolButton#qt_calendar_nextmonth { qproperty-icon: url(:/widgets/style/right-@mode.svg); }
 QCalendarWidget QAbstractItemView { background: @surface; alternate-background-color: @window; color: @text;
     selection-background-color: @accent; selection-color: @onFill; }
 QFrame#calendarPopup { background: @surface; border: 1px solid @line; }
