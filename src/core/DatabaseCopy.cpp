@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <chrono>
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -43,6 +44,8 @@ DatabaseCopy::DatabaseCopy(platform::ConnectionPtr connection, const QString& ta
 }
 
 DatabaseCopy::~DatabaseCopy() {
+    if (m_check.valid())
+        m_check.wait();
     sqlite3_backup_finish(m_backup);
     sqlite3_close(m_copy);
     if (!m_unfinished.isEmpty())
@@ -50,19 +53,28 @@ DatabaseCopy::~DatabaseCopy() {
 }
 
 bool DatabaseCopy::step(int pages) {
+    if (m_backup && !copyPages(pages))
+        return false;
+    if (pages >= 0 && m_check.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        return false;
+    takePlace(m_check.get());
+    return true;
+}
+
+bool DatabaseCopy::copyPages(int pages) {
     const int result = sqlite3_backup_step(m_backup, pages);
     if (result == SQLITE_OK || result == SQLITE_BUSY || result == SQLITE_LOCKED)
         return false;
     if (result != SQLITE_DONE)
         throw RuntimeError(error::deviceIo, QString::fromUtf8(sqlite3_errstr(result)), source);
-    finish();
+    sqlite3_backup_finish(std::exchange(m_backup, nullptr));
+    sqlite3_close(std::exchange(m_copy, nullptr));
+    // Half a second for a large file: with a connection of its own, while the user works on.
+    m_check = std::async(std::launch::async, platform::integrityProblems, m_unfinished);
     return true;
 }
 
-void DatabaseCopy::finish() {
-    sqlite3_backup_finish(std::exchange(m_backup, nullptr));
-    sqlite3_close(std::exchange(m_copy, nullptr));
-    const QStringList problems = platform::integrityProblems(m_unfinished);
+void DatabaseCopy::takePlace(const QStringList& problems) {
     if (!problems.isEmpty())
         throw RuntimeError(error::general, problems.first(), source);
     if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0)

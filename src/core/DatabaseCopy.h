@@ -6,6 +6,8 @@
 #include "platform/data/Connection.h"
 
 #include <QString>
+#include <QStringList>
+#include <future>
 
 struct sqlite3;
 struct sqlite3_backup;
@@ -22,17 +24,21 @@ public:
     DatabaseCopy(const DatabaseCopy&) = delete;
     DatabaseCopy& operator=(const DatabaseCopy&) = delete;
 
-    /// Copies up to that many pages (-1: all that are left). True when the copy is checked and in its place.
+    /// Copies up to that many pages (-1: all that are left). The check runs beside, in a thread of its own;
+    /// only with -1 it is waited for. True, once, when the copy is checked and in its place.
     /// Throws general when the copy is damaged, and as statements do when the disk fails.
     bool step(int pages);
 
 private:
-    void finish();
+    /// True when the last page is written and the check has begun.
+    bool copyPages(int pages);
+    void takePlace(const QStringList& problems);
 
     platform::ConnectionPtr m_source;
     QString m_target, m_unfinished;  ///< the latter empty once the copy has its name
     sqlite3* m_copy = nullptr;
-    sqlite3_backup* m_backup = nullptr;
+    sqlite3_backup* m_backup = nullptr;  ///< null once all pages are there
+    std::future<QStringList> m_check;
 };
 
 }  // namespace sorvanto

@@ -81,6 +81,21 @@ TEST_F(DailyBackupTest, AnUnfinishedCopyLeavesNothing) {
     EXPECT_TRUE(copies().isEmpty());
 }
 
+TEST_F(DailyBackupTest, AWholeCopyIsCheckedBeforeStepComesBack) {
+    DatabaseCopy copy(openDB(), folder.path() + "\\backups\\whole.mdb");
+    EXPECT_TRUE(copy.step(-1));
+    EXPECT_EQ(copies(), QStringList{"whole.mdb"});
+}
+
+TEST_F(DailyBackupTest, ACopyDroppedDuringItsCheckLeavesNothing) {
+    {
+        DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
+        copy.step(100'000);
+    }
+    for (const QString& name : copies())
+        EXPECT_FALSE(name.endsWith(".part"));
+}
+
 TEST_F(DailyBackupTest, ChangesDuringTheCopyAreInIt) {
     DatabaseCopy copy(openDB(), folder.path() + "\\copy.mdb");
     EXPECT_FALSE(copy.step(2));
