@@ -158,7 +158,7 @@ TEST_F(LabelsTest, EveryTextAndBarLiesOnItsLabel) {
     const Page& page = run->document().pages[0];
     ASSERT_EQ(page.bands.size(), 30u);
     for (int position = 0; position < 30; ++position) {
-        const Band& band = page.bands[static_cast<std::size_t>(position)];
+        const auto& band = page.bands[static_cast<std::size_t>(position)];
         for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
             const PageItem& item = page.items[i];
             const QRectF place(item.x / 20.0, item.y / 20.0, item.width / 20.0, item.height / 20.0);

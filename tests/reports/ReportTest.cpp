@@ -218,7 +218,7 @@ RunPtr ReportTest::finished(std::unique_ptr<Report> report) {
 QStringList ReportTest::texts(const ReportRun& run, const QString& control) {
     QStringList found;
     for (const Page& page : run.document().pages)
-        for (const Band& band : page.bands)
+        for (const auto& band : page.bands)
             for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i)
                 if (run.document().controlOf(band, page.items[i]).name == control)
                     found << page.items[i].text;
