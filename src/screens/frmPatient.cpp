@@ -40,7 +40,7 @@ frmPatient::frmPatient(QWidget* parent)
     ui->setupUi(this);
     platform::makeCard(*ui->fraPatient);
     platform::makeCard(*ui->fraRXs);
-    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 56},
+    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 60},
                             {.field = "log_Name", .caption = "Name", .width = 192},
                             {.field = "log_Strength", .caption = "Strength", .width = 128},
                             {.field = "rxs_Qty", .caption = "Qty", .width = 72, .editable = true},

@@ -63,7 +63,7 @@ TEST_P(RecordsetTest, FindsForwardFromTheCurrentRow) {
     EXPECT_EQ(logs->position(), 6);
     logs->find(QStringLiteral("LogID = 7"));
     EXPECT_EQ(logs->position(), 6);
-    logs->find(QStringLiteral("[log_name] = 'ketoprofen 10% transdermal gel'"));
+    logs->find(QStringLiteral("[log_name] = 'ketoprofen 10% gel'"));
     EXPECT_EQ(logs->position(), 11);
     logs->find(QStringLiteral("LogID = 7"));
     EXPECT_TRUE(logs->eof());
