@@ -2,10 +2,12 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/widgets/Calendar.h"
 #include "ui_frmReportDate.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
+#include <QCalendarWidget>
 #include <QRegularExpression>
 
 namespace sorvanto {
@@ -36,6 +38,7 @@ void frmReportDate::Form_Load() {
             picker->setTimeSpec(Qt::UTC);
             picker->setLocale(platform::systemLocale());
             picker->setDisplayFormat(pickerFormat(platform::systemLocale()));
+            platform::dressCalendar(*picker->calendarWidget());
         }
         ui->dtBegin->setDateTime(now.addMonths(-1));
         ui->dtEnd->setDateTime(now);

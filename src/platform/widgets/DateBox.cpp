@@ -2,8 +2,8 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Calendar.h"
 #include "platform/widgets/Hint.h"
-#include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
@@ -11,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
-#include <QTextCharFormat>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -33,29 +32,6 @@ QDateTime typedDate(const QString& text, bool withTime) {
     } catch (const RuntimeError&) {
         return {};
     }
-}
-
-QCalendarWidget* makeCalendar(QWidget* parent) {
-    auto* calendar = new QCalendarWidget(parent);
-    calendar->setLocale(systemLanguage());
-    calendar->setFirstDayOfWeek(QLocale().firstDayOfWeek());
-    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    calendar->setGridVisible(false);
-    calendar->setMinimumSize(304, 240);
-    QTextCharFormat plain;
-    plain.setForeground(theme().text);
-    calendar->setWeekdayTextFormat(Qt::Saturday, plain);
-    calendar->setWeekdayTextFormat(Qt::Sunday, plain);
-    const auto arrow = [calendar](const char* name, const char* picture, const QString& tip) {
-        if (auto* button = calendar->findChild<QToolButton*>(QLatin1String(name))) {
-            button->setIcon(icon(QLatin1String(picture)));
-            button->setToolTip(tip);
-            button->setAccessibleName(tip);
-        }
-    };
-    arrow("qt_calendar_prevmonth", "left", widgetText(QStringLiteral("Previous Month")));
-    arrow("qt_calendar_nextmonth", "right", widgetText(QStringLiteral("Next Month")));
-    return calendar;
 }
 
 }  // namespace
@@ -155,7 +131,8 @@ void DateBox::openCalendar() {
     auto* popup = new QFrame(this, Qt::Popup);
     popup->setObjectName(QStringLiteral("calendarPopup"));
     popup->setAttribute(Qt::WA_DeleteOnClose);
-    QCalendarWidget* calendar = makeCalendar(popup);
+    auto* calendar = new QCalendarWidget(popup);
+    dressCalendar(*calendar);
     calendar->setSelectedDate(m_value == zeroDate() ? today().date() : m_value.date());
     auto* column = new QVBoxLayout(popup);
     column->setContentsMargins(4, 4, 4, 4);

@@ -142,8 +142,6 @@ QProgressBar::chunk { background: @accent; border-radius: 4px; }
 QCalendarWidget QWidget#qt_calendar_navigationbar { background: @surface; border-bottom: 1px solid @line; }
 QCalendarWidget QToolButton { min-height: 26px; padding: 0 8px; font-weight: 600; border-radius: 6px; }
 QCalendarWidget QToolButton::menu-indicator { image: none; }
-QCalendarWidget QToolButton#qt_calendar_prevmonth { qproperty-icon: url(:/widgets/style/left-@mode.svg); }
-QCalendarWidget QToolButton#qt_calendar_nextmonth { qproperty-icon: url(:/widgets/style/right-@mode.svg); }
 QCalendarWidget QAbstractItemView { background: @surface; alternate-background-color: @window; color: @text;
     selection-background-color: @accent; selection-color: @onFill; }
 QFrame#calendarPopup { background: @surface; border: 1px solid @line; }

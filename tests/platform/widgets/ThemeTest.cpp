@@ -1,12 +1,18 @@
 // Colours can be read, pictures follow the colours and are sharp at every scale.
+#include "platform/widgets/Calendar.h"
 #include "platform/widgets/StyleSheet.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
+#include <QDateTimeEdit>
 #include <QDirIterator>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QTest>
+#include <QTextCharFormat>
+#include <QToolButton>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -77,6 +83,28 @@ TEST_P(BothThemes, PicturesTakeTheColourOfTheState) {
     EXPECT_GT(inkedPixels(save.pixmap(QSize(96, 96), QIcon::Disabled), t.disabledText), 50);
     EXPECT_GT(inkedPixels(save.pixmap(QSize(96, 96), QIcon::Normal, QIcon::On), t.accent), 50);
     EXPECT_GT(inkedPixels(icon("stop", t.danger).pixmap(96, 96), t.danger), 50);
+}
+
+TEST_P(BothThemes, ADatePickerIsDressedLikeTheOtherFields) {
+    applyTheme(*qApp, GetParam());
+    QDateTimeEdit picker(QDateTime(QDate(2026, 3, 7), QTime(14, 5, 9), Qt::UTC));
+    picker.setCalendarPopup(true);
+    dressCalendar(*picker.calendarWidget());
+    picker.resize(220, 32);
+    picker.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&picker));
+    const QImage shown = picker.grab().toImage();
+    EXPECT_EQ(shown.pixelColor(shown.width() - 6, shown.height() / 2), t.surface) << "no bevel beside the arrow";
+    QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(picker.width() - 14, picker.height() / 2));
+    const QCalendarWidget* calendar = picker.calendarWidget();
+    ASSERT_TRUE(calendar->isVisible());
+    for (const char* name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth"})
+        EXPECT_GT(inkedPixels(calendar->findChild<QToolButton*>(name)->icon().pixmap(96, 96), t.text), 50)
+            << name;
+    EXPECT_EQ(calendar->weekdayTextFormat(Qt::Sunday).foreground().color(), t.text);
+    const QString folder = qEnvironmentVariable("SORVANTO_PICTURES");
+    if (!folder.isEmpty())
+        calendar->window()->grab().save(folder + (GetParam() ? "/picker-dark.png" : "/picker-light.png"));
 }
 
 INSTANTIATE_TEST_SUITE_P(LightAndDark, BothThemes, testing::Bool());
