@@ -1,0 +1,47 @@
+// The main window with all its screens over a large file, driven from inside, each action up to its picture.
+#pragma once
+
+#include "core/frmMain.h"
+#include "platform/ask/Ask.h"
+#include "program_folder.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace bench {
+
+/// Shows a modal window, lets it paint, hands it to the reply and hides it.
+class ReplyingAsker : public platform::Asker {
+public:
+    std::function<void(QWidget&)> reply;
+
+    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) override;
+    QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
+    QString openFile(const QString&, const QString&) override { return {}; }
+    void showModal(QObject& window, const std::function<void()>& exec) override;
+};
+
+class WholeProgram {
+public:
+    /// rows: of every table; statements: run on the file before the start.
+    WholeProgram(int rows, const char* statements);
+    /// Ends the process when anything was reported: what failed is no figure.
+    ~WholeProgram();
+
+    sorvanto::frmMain& window() { return *m_window; }
+    const ProgramFolder& folder() const { return m_folder; }
+    /// A tool click, and everything it set going painted.
+    void click(const char* band, const char* tool);
+
+    ReplyingAsker asker;
+
+private:
+    ProgramFolder m_folder;
+    std::unique_ptr<sorvanto::frmMain> m_window;
+};
+
+/// Runs what is posted, paints included.
+void settle();
+
+}  // namespace bench
