@@ -9,6 +9,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Guard.h"
@@ -16,9 +17,29 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+#include <QLocale>
+
 namespace sorvanto {
 
 using platform::deref;
+
+namespace {
+
+/// Whose catalogue of Qt's own texts goes with the language; a number without a name leaves English.
+QLocale localeOf(std::int16_t language) {
+    switch (language) {
+    case 1: return {QLocale::Spanish, QLocale::Spain};
+    case 2: return {QLocale::German, QLocale::Germany};
+    case 3: return {QLocale::French, QLocale::France};
+    case 4: return {QLocale::Russian, QLocale::Russia};
+    case 5: return {QLocale::Portuguese, QLocale::Brazil};
+    case 6: return {QLocale::Italian, QLocale::Italy};
+    case 7: return {QLocale::French, QLocale::Switzerland};
+    default: return {QLocale::English, QLocale::UnitedStates};
+    }
+}
+
+}  // namespace
 
 void frmMain::Form_Load() {
     using Stage = void (frmMain::*)(const ResumeNext&);
@@ -81,6 +102,7 @@ void frmMain::loadLanguage(const ResumeNext& step) {
     basMain::Language = language;
     platform::setTextTranslator(translated);
     step([&] { language->setLanguage(deref(basMain::Options).Language()); });
+    step([&] { platform::setSystemLanguage(localeOf(deref(basMain::Options).Language())); });
 }
 
 void frmMain::refuseSecondInstance(const ResumeNext& step) {

@@ -15,6 +15,8 @@ namespace {
 constexpr int stepHeight = 25;
 constexpr int fewestRows = 4;
 constexpr int cellPadding = 4;
+/// What a column of numbers has beside a scroll bar, without its padding.
+constexpr int headingRoom = 54;
 
 /// Texts a little inside their cells, the marked row coloured to its edges.
 class StepDelegate : public QStyledItemDelegate {
@@ -29,6 +31,15 @@ public:
         QStyledItemDelegate::paint(painter, inner, index);
     }
 };
+
+/// On two lines where one is too long for its column.
+QString heading(const QString& text, const QFontMetrics& metrics) {
+    QString lines = text;
+    const auto blank = lines.indexOf(QLatin1Char(' '));
+    if (blank > 0 && metrics.horizontalAdvance(text) > headingRoom)
+        lines[blank] = QLatin1Char('\n');
+    return lines;
+}
 
 }  // namespace
 
@@ -69,8 +80,10 @@ void StepsTable::show(const std::vector<protocol::Step>& steps, int current, con
 }
 
 void StepsTable::fill(const PanelTexts& texts) {
-    setHorizontalHeaderLabels(
-        {QString(), texts(PanelText::LiftRpm), texts(PanelText::MixRpm), texts(PanelText::Time)});
+    const QFontMetrics metrics(horizontalHeader()->font());
+    setHorizontalHeaderLabels({QString(), heading(texts(PanelText::LiftRpm), metrics),
+                               heading(texts(PanelText::MixRpm), metrics),
+                               heading(texts(PanelText::Time), metrics)});
     setAccessibleName(texts(PanelText::StepOf, {QString::number(1), QString::number(m_steps.size())}));
     setRowCount(static_cast<int>(m_steps.size()));
     int row = 0;

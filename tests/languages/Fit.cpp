@@ -1,0 +1,145 @@
+// Each kind of widget tells its need in its own way.
+#include "Fit.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QTextDocument>
+#include <QToolButton>
+
+namespace languages {
+namespace {
+
+QString plain(const QString& text) {
+    if (!text.contains('<'))
+        return text;
+    QTextDocument document;
+    document.setHtml(text);
+    return document.toPlainText();
+}
+
+QString fault(const QWidget& widget, const QString& text, int needed, int given) {
+    return QString("%1 \"%2\" needs %3, has %4")
+        .arg(widget.objectName().isEmpty() ? QString(widget.metaObject()->className()) : widget.objectName(),
+             plain(text).simplified())
+        .arg(needed)
+        .arg(given);
+}
+
+void checkLabel(const QLabel& label, QStringList& faults) {
+    if (label.text().isEmpty() || label.property("elided").toBool())
+        return;
+    const int margins = label.contentsMargins().left() + label.contentsMargins().right() + 2 * label.margin();
+    if (!label.wordWrap()) {
+        const int needed = label.sizeHint().width();
+        if (label.width() < needed)
+            faults << fault(label, label.text(), needed, label.width());
+        return;
+    }
+    const int height = label.heightForWidth(label.width());
+    if (label.height() < height)
+        faults << fault(label, label.text(), height, label.height()) + " in height";
+    for (const QString& word : plain(label.text()).split(QRegularExpression("\\s"), Qt::SkipEmptyParts)) {
+        const int needed = label.fontMetrics().horizontalAdvance(word) + margins;
+        if (label.width() < needed)
+            faults << fault(label, word, needed, label.width());
+    }
+}
+
+void checkButton(const QAbstractButton& button, QStringList& faults) {
+    if (button.text().isEmpty())
+        return;
+    const auto* tool = qobject_cast<const QToolButton*>(&button);
+    if (tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly && !tool->icon().isNull())
+        return;
+    const int needed = button.minimumSizeHint().width();
+    if (button.width() < needed)
+        faults << fault(button, button.text(), needed, button.width());
+}
+
+void checkHeader(const QHeaderView& header, QStringList& faults) {
+    if (header.orientation() != Qt::Horizontal)
+        return;
+    for (int i = 0; i < header.count(); ++i) {
+        if (!header.isSectionHidden(i) && header.sectionSize(i) < header.sectionSizeHint(i))
+            faults << fault(header, header.model()->headerData(i, Qt::Horizontal).toString(),
+                            header.sectionSizeHint(i), header.sectionSize(i));
+    }
+}
+
+void checkTabs(const QTabBar& tabs, QStringList& faults) {
+    for (int i = 0; i < tabs.count(); ++i) {
+        const int needed = tabs.fontMetrics().horizontalAdvance(tabs.tabText(i));
+        if (tabs.tabRect(i).width() < needed || tabs.tabRect(i).right() > tabs.width())
+            faults << fault(tabs, tabs.tabText(i), needed, tabs.tabRect(i).width());
+    }
+}
+
+void checkChoice(const QComboBox& box, QStringList& faults) {
+    const int needed = box.fontMetrics().horizontalAdvance(box.currentText());
+    const int given = box.lineEdit() ? box.lineEdit()->width() : box.width() - 24;
+    if (given < needed)
+        faults << fault(box, box.currentText(), needed, given);
+}
+
+/// A text that is checked, or a box that may not lie under another.
+bool counts(const QWidget& widget) {
+    if (widget.objectName().startsWith("cmdPosition_"))
+        return false;  // labels as they lie on the sheet, edge to edge
+    return widget.isVisible() && !widget.isWindow() && widget.width() > 0
+           && (qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget)
+               || qobject_cast<const QComboBox*>(&widget)
+               || (qobject_cast<const QLabel*>(&widget) && !static_cast<const QLabel&>(widget).text().isEmpty()));
+}
+
+void checkOverlaps(const QWidget& parent, QStringList& faults) {
+    if (qobject_cast<const QComboBox*>(&parent) || qobject_cast<const QLineEdit*>(&parent)
+        || parent.property("dateFrame").toBool())
+        return;  // their buttons lie inside
+    QList<const QWidget*> boxes;
+    for (const QObject* found : parent.children()) {
+        const auto* widget = qobject_cast<const QWidget*>(found);
+        if (!widget || !counts(*widget))
+            continue;
+        for (const QWidget* other : boxes) {
+            const QRect common = other->geometry().intersected(widget->geometry());
+            if (common.width() > 1 && common.height() > 1)
+                faults << widget->objectName() + " lies on " + other->objectName();
+        }
+        boxes << widget;
+    }
+}
+
+}  // namespace
+
+QStringList misfits(const QWidget& window) {
+    QStringList faults;
+    checkOverlaps(window, faults);
+    for (const auto* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible())
+            continue;
+        checkOverlaps(*widget, faults);
+        if (const auto* label = qobject_cast<const QLabel*>(widget))
+            checkLabel(*label, faults);
+        else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+            checkButton(*button, faults);
+        else if (const auto* header = qobject_cast<const QHeaderView*>(widget))
+            checkHeader(*header, faults);
+        else if (const auto* tabs = qobject_cast<const QTabBar*>(widget))
+            checkTabs(*tabs, faults);
+        else if (const auto* choice = qobject_cast<const QComboBox*>(widget))
+            checkChoice(*choice, faults);
+        else if (const auto* group = qobject_cast<const QGroupBox*>(widget);
+                 group && group->width() < group->fontMetrics().horizontalAdvance(group->title()) + 16)
+            faults << fault(*group, group->title(), group->fontMetrics().horizontalAdvance(group->title()) + 16,
+                            group->width());
+    }
+    return faults;
+}
+
+}  // namespace languages

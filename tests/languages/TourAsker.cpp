@@ -1,0 +1,46 @@
+// The windows are those of the program; only nobody waits for them.
+#include "TourAsker.h"
+
+#include "platform/widgets/AskDialog.h"
+
+#include <QCoreApplication>
+
+namespace languages {
+
+using platform::Answer;
+
+Answer TourAsker::messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) {
+    platform::AskDialog box(prompt, style, title, nullptr);
+    show(box, QString("message-%1").arg(++m_boxes, 2, 10, QLatin1Char('0')));
+    return style.buttons == platform::Buttons::Ok ? Answer::Ok : answer;
+}
+
+QString TourAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
+    platform::AskDialog box(prompt, title, preset, nullptr);
+    show(box, QString("question-%1").arg(++m_boxes, 2, 10, QLatin1Char('0')));
+    return lines.isEmpty() ? QString() : lines.takeFirst();
+}
+
+void TourAsker::showModal(QObject& window, const std::function<void()>&) {
+    auto* widget = qobject_cast<QWidget*>(&window);
+    if (!widget)
+        return;
+    const QString name = widget->objectName().isEmpty() ? QString(widget->metaObject()->className()).section("::", -1)
+                                                        : widget->objectName();
+    show(*widget, name);
+    if (const auto script = scripts.value(name))
+        script(*widget);
+    QCoreApplication::processEvents();
+    if (widget->isVisible())
+        widget->close();
+    widget->hide();
+}
+
+void TourAsker::show(QWidget& window, const QString& name) {
+    window.show();
+    QCoreApplication::processEvents();
+    if (look)
+        look(window, name);
+}
+
+}  // namespace languages
