@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDateTimeEdit>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QPointer>
@@ -38,10 +39,10 @@ void turn(QDateTimeEdit& box, QDateTimeEdit::Section section, Qt::Key key) {
     QTest::keyClick(&box, key);
 }
 
+// Its caption changes to "Open" while the list has a folder selected; it stays the same button.
 void pressSave(const QWidget& dialog) {
-    for (auto* button : dialog.findChildren<QAbstractButton*>()) {
-        const QString caption = button->text().remove(QLatin1Char('&'));
-        if (button->isVisible() && caption == QLatin1String("Save"))
+    for (const auto* box : dialog.findChildren<QDialogButtonBox*>()) {
+        if (auto* button = box->button(QDialogButtonBox::Save))
             return Visitor::click(*button);
     }
     stopTour("the file dialog has no button to save.");
