@@ -18,6 +18,13 @@ protected:
     bool hasFile() const override { return false; }
     void look(QWidget&, const QString&) override {}
 
+    /// The program beside another one of it.
+    void startTwice() {
+        sorvanto::Parts parts = sorvanto::realParts();
+        parts.previousInstance = [] { return true; };
+        window.reset();
+        load(std::move(parts));
+    }
     QSet<QString> asked() const {
         QSet<QString> keys;
         for (const Entry& entry : entries(folder.path("EnglishTranslation.xml")))
@@ -45,6 +52,7 @@ void tell(const char* what, const QStringList& keys) {
 
 TEST_F(CompleteTest, EveryTextAskedForStandsInEveryFile) {
     ASSERT_NO_FATAL_FAILURE(tour());
+    ASSERT_NO_FATAL_FAILURE(startTwice());
     const QSet<QString> keys = asked();
     EXPECT_GT(keys.size(), 330) << "the tour has left out windows";
     for (int number = 0; number < count; ++number) {

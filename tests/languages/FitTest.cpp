@@ -1,7 +1,9 @@
 // In each language no text of any window is cut off and no box lies on another, at the size of a small
-// screen. With SORVANTO_PICTURES naming a folder, a picture of each window is kept there.
+// screen. With SORVANTO_PICTURES naming a folder, a picture of each window is kept there, with a simulated
+// mixer on the port.
 #include "Fit.h"
 #include "LanguageTour.h"
+#include "mixer/SimulatorProcess.h"
 
 #include "platform/widgets/Theme.h"
 
@@ -16,6 +18,11 @@ protected:
     void SetUp() override {
         platform::applyTheme(*qApp, false);
         LanguageTour::SetUp();
+        if (pictures().isEmpty())
+            return;
+        ASSERT_TRUE(QFile::remove(folder.path("ports/COM1")));
+        m_mixer = std::make_unique<sorvanto::test::SimulatorProcess>(folder);
+        ASSERT_TRUE(m_mixer->start({}));
     }
     void TearDown() override {
         LanguageTour::TearDown();
@@ -24,20 +31,31 @@ protected:
     int language() const override { return GetParam(); }
 
     void look(QWidget& window, const QString& name) override {
+        if (!pictures().isEmpty())
+            keepPicture(window, name);
         for (const QString& misfit : misfits(window)) {
             const QString line = name.section('-', 0, 0) + ": " + misfit;
             if (!m_told.contains(line))
                 ADD_FAILURE() << names[language()] << ", " << str(name) << ": " << str(misfit);
             m_told << line;
         }
-        const QString folder = qEnvironmentVariable("SORVANTO_PICTURES");
-        if (folder.isEmpty())
-            return;
-        QDir().mkpath(folder + "/" + QString(names[language()]).toLower());
-        window.grab().save(QString("%1/%2/%3.png").arg(folder, QString(names[language()]).toLower(), name));
     }
 
 private:
+    static QString pictures() { return qEnvironmentVariable("SORVANTO_PICTURES"); }
+
+    void keepPicture(QWidget& window, const QString& name) const {
+        constexpr int mixerAnswers = 1500;
+        if (name == "formulas-1" || name == "current")
+            QTest::qWait(mixerAnswers);
+        if (auto* database = window.findChild<QLineEdit*>("txtDB"))
+            database->setText("sorvanto.mdb");  // not the folder of the test
+        const QString place = pictures() + "/" + QString(names[language()]).toLower();
+        QDir().mkpath(place);
+        window.grab().save(QString("%1/%2.png").arg(place, name));
+    }
+
+    std::unique_ptr<sorvanto::test::SimulatorProcess> m_mixer;
     QStringList m_told;
 };
 

@@ -10,6 +10,7 @@
 #include "records/frmSearchRS.h"
 #include "reports/rptRX8160.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
@@ -279,6 +280,12 @@ void LanguageTour::printed(const QString& entry, const QString& name) {
         preview->resize(1092, 729);  // the window's share of the smallest screen
         QCoreApplication::processEvents();
         look(*preview, "preview-" + name);
+        child<QAction>(*preview, "fitWidth")->trigger();
+        QCoreApplication::processEvents();
+        look(*preview, "report-" + name);
+        m_asker.answer = platform::Answer::No;
+        child<QAction>(*preview, "print")->trigger();  // on a computer without a printer
+        m_asker.answer = platform::Answer::Yes;
         auto* words = child<QLineEdit>(*preview, "searchBox");
         words->setText("nowhere to be found");
         QTest::keyClick(words, Qt::Key_Return);
