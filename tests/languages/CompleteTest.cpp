@@ -116,6 +116,30 @@ TEST_P(DeliveredFileTest, KeepsWhatTheProgramRestsOn) {
     }
 }
 
+// They stand in one statement; two of one name, or a full stop in one, would make columns of it that can't be
+// told apart.
+TEST_P(DeliveredFileTest, NamesEachColumnOfAListDifferently) {
+    const QStringList lists[] = {
+        {"Name", "Description", "Strength", "Units", "Instructions", "Quantity", "Jar", "Form", "NDC", "AWP",
+         "UniqueID", "Mix"},
+        {"Name", "Units", "Lot", "NDC", "Cost", "AWP", "Notes", "Form", "UniqueID", "Supplier"},
+        {"LastName", "FirstName", "Address", "Address2", "City", "State", "Zip", "Country", "BirthDate", "Phone",
+         "Fax", "Notes"},
+        {"Lot", "DateLogged", "FormulaName", "Quantity", "JarSize", "Cost", "AWP", "NDC", "Initials", "Verified",
+         "Results", "Mix", "Version", "Notes", "Description", "Strength", "Units", "FormulaType"}};
+    const QMap<QString, QString> file = delivered(GetParam());
+    for (const QStringList& list : lists) {
+        QStringList columns;
+        for (const QString& key : list) {
+            ASSERT_TRUE(file.contains(key)) << str(key);
+            const QString column = file.value(key).toLower();
+            EXPECT_FALSE(columns.contains(column)) << str(column);
+            EXPECT_FALSE(column.contains('.')) << str(column);
+            columns << column;
+        }
+    }
+}
+
 TEST_P(DeliveredFileTest, HasTheFiveLinesOfTheWorksheet) {
     const QString warning = delivered(GetParam()).value("Worksheet Warning");
     EXPECT_EQ(warning.count('\n'), 5);
