@@ -157,7 +157,7 @@ def report(file, asked, english, show):
 def main():
     parser = argparse.ArgumentParser(prog="languages.sh")
     parser.add_argument("--check", action="store_true", help="compare every file; 1 when a text is missing")
-    parser.add_argument("--list", metavar="LANGUAGE", help="one language with all its doubtful texts, by name")
+    parser.add_argument("--list", metavar="LANGUAGE", help="one language with its doubtful texts, by name")
     parser.add_argument("--folder", type=pathlib.Path, default=ROOT / "languages", help="where the files are")
     options = parser.parse_args()
     if not options.check and not options.list:

@@ -47,7 +47,8 @@ QStringList same(const QMap<QString, QString>& file) {
 
 void tell(const char* what, const QStringList& keys) {
     if (!keys.isEmpty())
-        std::cout << "  " << what << ", " << keys.size() << ": " << str(keys.join(" | ").simplified()) << "\n";
+        std::cout << "  " << what << ", " << keys.size() << ": " << str(keys.join(" | ").simplified())
+                  << "\n";
 }
 
 TEST_F(CompleteTest, EveryTextAskedForStandsInEveryFile) {
@@ -123,10 +124,10 @@ TEST_P(DeliveredFileTest, NamesEachColumnOfAListDifferently) {
         {"Name", "Description", "Strength", "Units", "Instructions", "Quantity", "Jar", "Form", "NDC", "AWP",
          "UniqueID", "Mix"},
         {"Name", "Units", "Lot", "NDC", "Cost", "AWP", "Notes", "Form", "UniqueID", "Supplier"},
-        {"LastName", "FirstName", "Address", "Address2", "City", "State", "Zip", "Country", "BirthDate", "Phone",
-         "Fax", "Notes"},
-        {"Lot", "DateLogged", "FormulaName", "Quantity", "JarSize", "Cost", "AWP", "NDC", "Initials", "Verified",
-         "Results", "Mix", "Version", "Notes", "Description", "Strength", "Units", "FormulaType"}};
+        {"LastName", "FirstName", "Address", "Address2", "City", "State", "Zip", "Country", "BirthDate",
+         "Phone", "Fax", "Notes"},
+        {"Lot", "DateLogged", "FormulaName", "Quantity", "JarSize", "Cost", "AWP", "NDC", "Initials",
+         "Verified", "Results", "Mix", "Version", "Notes", "Description", "Strength", "Units", "FormulaType"}};
     const QMap<QString, QString> file = delivered(GetParam());
     for (const QStringList& list : lists) {
         QStringList columns;

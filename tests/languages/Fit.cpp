@@ -87,6 +87,13 @@ void checkChoice(const QComboBox& box, QStringList& faults) {
         faults << fault(box, box.currentText(), needed, given);
 }
 
+void checkGroup(const QGroupBox& group, QStringList& faults) {
+    constexpr int margins = 16;
+    const int needed = group.fontMetrics().horizontalAdvance(group.title()) + margins;
+    if (group.width() < needed)
+        faults << fault(group, group.title(), needed, group.width());
+}
+
 /// A text that is checked, or a box that may not lie under another.
 bool counts(const QWidget& widget) {
     if (widget.objectName().startsWith("cmdPosition_"))
@@ -94,7 +101,8 @@ bool counts(const QWidget& widget) {
     return widget.isVisible() && !widget.isWindow() && widget.width() > 0
            && (qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget)
                || qobject_cast<const QComboBox*>(&widget)
-               || (qobject_cast<const QLabel*>(&widget) && !static_cast<const QLabel&>(widget).text().isEmpty()));
+               || (qobject_cast<const QLabel*>(&widget)
+                   && !static_cast<const QLabel&>(widget).text().isEmpty()));
 }
 
 void checkOverlaps(const QWidget& parent, QStringList& faults) {
@@ -134,10 +142,8 @@ QStringList misfits(const QWidget& window) {
             checkTabs(*tabs, faults);
         else if (const auto* choice = qobject_cast<const QComboBox*>(widget))
             checkChoice(*choice, faults);
-        else if (const auto* group = qobject_cast<const QGroupBox*>(widget);
-                 group && group->width() < group->fontMetrics().horizontalAdvance(group->title()) + 16)
-            faults << fault(*group, group->title(), group->fontMetrics().horizontalAdvance(group->title()) + 16,
-                            group->width());
+        else if (const auto* group = qobject_cast<const QGroupBox*>(widget))
+            checkGroup(*group, faults);
     }
     return faults;
 }

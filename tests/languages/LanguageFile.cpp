@@ -13,7 +13,9 @@ std::vector<Entry> entries(const QString& path) {
         return found;
     QXmlStreamReader reader(&file);
     while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement || reader.name() != QLatin1String("Translate"))
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (reader.name() != QLatin1String("Translate"))
             continue;
         const QXmlStreamAttributes attributes = reader.attributes();
         found.push_back({attributes.value("English").toString(), attributes.value("Translated").toString()});

@@ -21,7 +21,7 @@ protected:
             const QString key = QKeySequence::mnemonic(caption).toString();
             EXPECT_FALSE(key.isEmpty()) << str(where) << ": " << str(caption);
             EXPECT_FALSE(owners.contains(key))
-                << str(where) << ": " << str(caption) << " and " << str(owners.value(key)) << " have the same key";
+                << str(where) << ": " << str(caption) << " and " << str(owners.value(key)) << " have one key";
             owners.insert(key, caption);
         }
     }

@@ -51,7 +51,8 @@ protected:
         for (const QString& misfit : misfits(*control))
             ADD_FAILURE() << names[GetParam()] << ", " << state << ": " << misfit.toStdString();
         for (const auto* widget : control->findChildren<QWidget*>()) {
-            const bool worded = qobject_cast<const QLabel*>(widget) || qobject_cast<const QPushButton*>(widget);
+            const bool worded =
+                qobject_cast<const QLabel*>(widget) || qobject_cast<const QPushButton*>(widget);
             if (worded && widget->isVisible()) {
                 EXPECT_LE(widget->mapTo(control.get(), QPoint(widget->width(), 0)).x(), panelWidth)
                     << names[GetParam()] << ", " << state << ": " << widget->objectName().toStdString()
@@ -70,7 +71,8 @@ protected:
         const auto& ring = *child<ProgressRing>(*control, "mixerRing");
         QFont font = ring.font();
         font.setPixelSize(smallestRingText);
-        EXPECT_LE(QFontMetrics(font).horizontalAdvance(ring.below()), std::min(ring.width(), ring.height()) - 44)
+        const int room = std::min(ring.width(), ring.height()) - 44;
+        EXPECT_LE(QFontMetrics(font).horizontalAdvance(ring.below()), room)
             << names[GetParam()] << ", " << state << ": " << ring.below().toStdString();
     }
     void loadShort() {

@@ -19,8 +19,9 @@ QString qtWord(const char* context, const char* word) {
 }
 
 QLocale localeOf(int language) {
-    const QLocale::Language all[] = {QLocale::English, QLocale::Spanish,    QLocale::German,  QLocale::French,
-                                     QLocale::Russian, QLocale::Portuguese, QLocale::Italian, QLocale::French};
+    const QLocale::Language all[] = {QLocale::English, QLocale::Spanish, QLocale::German,
+                                     QLocale::French,  QLocale::Russian, QLocale::Portuguese,
+                                     QLocale::Italian, QLocale::French};
     return QLocale(all[language]);
 }
 

@@ -25,8 +25,9 @@ void TourAsker::showModal(QObject& window, const std::function<void()>&) {
     auto* widget = qobject_cast<QWidget*>(&window);
     if (!widget)
         return;
-    const QString name = widget->objectName().isEmpty() ? QString(widget->metaObject()->className()).section("::", -1)
-                                                        : widget->objectName();
+    QString name = widget->objectName();
+    if (name.isEmpty())
+        name = QString(widget->metaObject()->className()).section("::", -1);
     show(*widget, name);
     if (const auto script = scripts.value(name))
         script(*widget);

@@ -20,7 +20,8 @@ public:
     /// What a user does in a dialog of that object name before it is closed.
     QMap<QString, std::function<void(QWidget&)>> scripts;
 
-    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) override;
+    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
+                                const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject& window, const std::function<void()>& exec) override;

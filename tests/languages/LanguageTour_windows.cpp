@@ -1,0 +1,165 @@
+// Lists, reports with their previews, dialogs, what boxes say against a text, unsaved records, error reports.
+#include "LanguageTour.h"
+
+#include "TourSteps.h"
+#include "platform/report/LabelOffsetDialog.h"
+#include "platform/report/PreviewWindow.h"
+#include "platform/widgets/Boxes.h"
+#include "reports/rptRX8160.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDateTimeEdit>
+#include <QToolButton>
+
+using namespace sorvanto;
+using support::child;
+
+namespace languages {
+namespace {
+
+/// All time.
+void takeAllDates(QWidget& form) {
+    child<QDateTimeEdit>(form, "dtBegin")->setDateTime(QDateTime(QDate(2000, 1, 1), QTime(0, 0)));
+    child<QDateTimeEdit>(form, "dtEnd")->setDateTime(QDateTime(QDate(2040, 1, 1), QTime(0, 0)));
+    child<QPushButton>(form, "cmdOK")->click();
+}
+
+/// A time of which there is no record.
+void takeNoDates(QWidget& form) {
+    child<QDateTimeEdit>(form, "dtBegin")->setDateTime(QDateTime(QDate(1990, 1, 1), QTime(0, 0)));
+    child<QDateTimeEdit>(form, "dtEnd")->setDateTime(QDateTime(QDate(1990, 1, 2), QTime(0, 0)));
+    child<QPushButton>(form, "cmdOK")->click();
+}
+
+void takeFirstLabel(QWidget& form) {
+    child<QPushButton>(form, "cmdPosition_1")->click();
+}
+
+}  // namespace
+
+void LanguageTour::searchLists() {
+    const std::pair<const char*, const char*> searches[] = {
+        {"cmdFormulas", "Hydro"}, {"cmdChemicals", "M"}, {"cmdLogs", "Hydro"}, {"cmdPatients", "A"}};
+    for (const auto& [screen, text] : searches) {
+        click(screen);
+        search(text);  // the list is closed without a choice
+        m_asker.scripts["frmSearchRS"] = [](QWidget& list) {
+            child<platform::RecordGrid>(list, "TDBList1")->clearSelection();
+            child<QPushButton>(list, "cmdOK")->click();
+        };
+        search(text);  // OK before a choice
+        m_asker.scripts["frmSearchRS"] = takeFirst;
+        search(text);  // a record again; without a choice the screen is empty
+        m_asker.scripts.remove("frmSearchRS");
+    }
+}
+
+void LanguageTour::printed(const QString& entry, const QString& name) {
+    EXPECT_TRUE(on(entry)) << str(name);
+    click(entry);
+    QCoreApplication::processEvents();
+    int previews = 0;
+    for (QWidget* found : QApplication::topLevelWidgets()) {
+        auto* preview = qobject_cast<platform::PreviewWindow*>(found);
+        if (!preview || !preview->isVisible())
+            continue;
+        ++previews;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return preview->isComplete(); }, 20000)) << str(name);
+        preview->resize(1092, 729);  // the window's share of the smallest screen
+        QCoreApplication::processEvents();
+        look(*preview, "preview-" + name);
+        child<QAction>(*preview, "fitWidth")->trigger();
+        QCoreApplication::processEvents();
+        look(*preview, "report-" + name);
+        m_asker.answer = platform::Answer::No;
+        child<QAction>(*preview, "print")->trigger();  // on a computer without a printer
+        m_asker.answer = platform::Answer::Yes;
+        auto* words = child<QLineEdit>(*preview, "searchBox");
+        words->setText("nowhere to be found");
+        QTest::keyClick(words, Qt::Key_Return);
+    }
+    EXPECT_EQ(previews, 1) << str(name);
+    while (closePreview()) {
+    }
+}
+
+void LanguageTour::printing() {
+    m_asker.scripts["frmReportDate"] = takeAllDates;
+    m_asker.scripts["frmSelPrint"] = takeFirstLabel;
+    m_asker.scripts["frmSearchRS"] = takeFirst;
+    click("cmdFormulas");
+    printed("mnuWorksheet", "worksheet");
+    click("cmdLogs");
+    printed("mnuReport", "log-report");
+    printed("mnuJarReport", "jar-usage");
+    printed("mnuFormulaLog", "formula-log");
+    printed("mnuLabel", "batch-labels");
+    click("cmdChemicals");
+    click("cmdCancel");
+    printed("mnuReport", "chemicals");
+    click("cmdPatients");
+    search(sqlText("SELECT pat_LName FROM Patient WHERE PatientID = 1"));
+    printed("mnuReport", "patient");
+    printed("mnuLabel", "prescription-labels");
+    m_asker.scripts["frmReportDate"] = takeNoDates;
+    click("cmdLogs");
+    click("mnuReport");
+    m_asker.scripts.clear();
+    const rptRX8160 report;
+    platform::LabelOffsetDialog offset(report.definition(), QString(), nullptr);
+    m_asker.showModal(offset, {});
+}
+
+void LanguageTour::dialogs() {
+    click("cmdOptions");
+    click("mnuAbout");
+}
+
+void LanguageTour::boxProblems() {
+    click("cmdPatients");
+    click("cmdEdit");
+    auto& date = control<platform::DateBox>(patients, "txtpat_BDay");
+    typeOver(*date.findChild<QLineEdit*>(), "once");
+    date.findChild<QToolButton*>()->click();
+    QCoreApplication::processEvents();
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        look(*popup, "calendar");
+        popup->close();
+    }
+    click("cmdCancel");
+    click("cmdChemicals");
+    click("cmdEdit");
+    typeOver(control<QLineEdit>(chemicals, "txtchm_Cost"), "1.23456789");
+    click("cmdCancel");
+}
+
+void LanguageTour::unsaved() {
+    m_asker.answer = platform::Answer::Cancel;
+    for (const char* screen : {"cmdFormulas", "cmdChemicals", "cmdLogs", "cmdPatients"}) {
+        click(screen);
+        click("cmdEdit");
+        window->close();
+        click(screen);
+        click("cmdCancel");
+    }
+    m_asker.answer = platform::Answer::Yes;
+}
+
+void LanguageTour::errorReports() {
+    for (const support::ReportCall& call : reporter->calls)
+        ADD_FAILURE() << str(call.tag) << ": " << str(call.description) << "\n" << str(call.statement);
+    reporter->ReportError("Made for the tour", "5", "tour", 0, "frmTour:show", {}, false, false, false,
+                          false);
+    main("error-strip");
+    for (auto* details : window->findChild<QWidget*>("errorStrip")->findChildren<QPushButton*>())
+        details->click();
+    QCoreApplication::processEvents();
+    if (auto* list = window->findChild<QDialog*>("ErrorReportList")) {
+        look(*list, "error-list");
+        list->close();
+    }
+    dropReports();
+}
+
+}  // namespace languages
