@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Adds up a test run: prints one line "N passed, N failed".
+"""Adds up a test run: names each case that was skipped and why, then prints one line "N passed, N failed".
 
 Reads build/results as ./test leaves it: <preset>.xml of ctest, one entry a test program, and
 <preset>/*.xml of the test programs, one entry a test case. A program that ended without a word of its own
@@ -11,7 +11,7 @@ import xml.etree.ElementTree as ElementTree
 
 
 def cases_of(folder, program):
-    """(passed, failed) of one test program, or None when it left no file."""
+    """(passed, failed) of one test program, or None when it left no file. Skipped cases are neither."""
     file = folder / f"test_{program}.xml"
     try:
         root = ElementTree.parse(file).getroot()
@@ -19,7 +19,11 @@ def cases_of(folder, program):
         return None
     cases = list(root.iter("testcase"))
     failed = sum(1 for case in cases if case.find("failure") is not None)
-    return len(cases) - failed, failed
+    skipped = [case for case in cases if case.find("skipped") is not None]
+    for case in skipped:
+        reason = case.find("skipped").get("message", "").strip().splitlines()
+        print(f"skipped: {case.get('classname')}.{case.get('name')}: {reason[-1] if reason else 'no reason given'}")
+    return len(cases) - failed - len(skipped), failed
 
 
 def count(results):

@@ -10,7 +10,8 @@ build="g++ cmake ninja-build ccache mold pkg-config python3
   libsqlite3-dev libpugixml-dev libgsf-1-dev libzint-dev libgtest-dev libgmock-dev libbenchmark-dev
   fonts-inter fonts-dejavu-core fonts-liberation2"
 display="xvfb openbox xauth"
-test="xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd"
+test="xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
+  cups-daemon cups-client cups-filters printer-driver-cups-pdf"
 
 check=no
 wanted=""

@@ -62,7 +62,7 @@ void Pharmacy::TearDown() {
 
 Ending Pharmacy::tour(const QStringList& options) {
     QProcess process;
-    process.setProcessEnvironment(environment());
+    process.setProcessEnvironment(tourEnvironment());
     process.start(executable("sorvanto-tour"), QStringList{m_folder.path()} + options);
     const bool ended = process.waitForFinished(longestTour);
     EXPECT_TRUE(ended) << "The tour hangs.";
@@ -72,6 +72,15 @@ Ending Pharmacy::tour(const QStringList& options) {
     }
     return {process.exitStatus() == QProcess::CrashExit, process.exitCode(),
             QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+QString Pharmacy::optionsWithPrinter(const QString& printer) const {
+    return QStringLiteral("<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>%1"
+                          "</DBLocation><Language>0</Language><DefPrinter>%2</DefPrinter><DefCurrency></DefCurrency>"
+                          "</Options><Pharmacy><StoreName>Mill Road</StoreName><Address></Address><City></City>"
+                          "<State></State><PostalCode></PostalCode><Phone></Phone><Fax></Fax><DEA></DEA>"
+                          "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy>"
+                          "</Configuration>").arg(path("sorvanto.mdb"), printer);
 }
 
 QString Pharmacy::journalledResults() const {

@@ -30,6 +30,9 @@ protected:
     static QString executable(const QString& name);
     /// Where processes find screen and system settings.
     static QProcessEnvironment environment();
+    virtual QProcessEnvironment tourEnvironment() const { return environment(); }
+    /// The options of an earlier start in English, with the printer chosen then.
+    QString optionsWithPrinter(const QString& printer) const;
     /// Runs the tour on the folder to its end.
     Ending tour(const QStringList& options = {});
     QString path(const QString& name) const { return m_folder.filePath(name); }

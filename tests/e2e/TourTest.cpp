@@ -69,12 +69,7 @@ TEST_F(Pharmacy, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     ASSERT_TRUE(QFile::copy(executable("sorvanto"), path("sorvanto")));
     QFile options(path("options.xml"));
     ASSERT_TRUE(options.open(QIODevice::WriteOnly));
-    options.write(QStringLiteral("<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>%1"
-                                 "</DBLocation><Language>0</Language><DefPrinter></DefPrinter><DefCurrency></DefCurrency>"
-                                 "</Options><Pharmacy><StoreName>Mill Road</StoreName><Address></Address><City></City>"
-                                 "<State></State><PostalCode></PostalCode><Phone></Phone><Fax></Fax><DEA></DEA>"
-                                 "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy>"
-                                 "</Configuration>").arg(path("sorvanto.mdb")).toUtf8());
+    options.write(optionsWithPrinter(QString()).toUtf8());
     options.close();
     QProcess first;
     first.setProcessEnvironment(environment());

@@ -54,20 +54,31 @@ Paper::Paper(Visitor& visitor, QString pdfFolder, QString programFolder)
     : m_visitor(visitor), m_pdfFolder(std::move(pdfFolder)), m_programFolder(std::move(programFolder)) {}
 
 void Paper::print(const QString& entry, const QString& pdf, const Announce& dialogs) {
+    platform::PreviewWindow& shown = preview(entry, dialogs);
+    m_visitor.picture(QStringLiteral("preview-") + pdf.section(QLatin1Char('.'), 0, 0), &shown);
+    savePdf(shown, pdf);
+    close(shown);
+}
+
+platform::PreviewWindow& Paper::preview(const QString& entry, const Announce& dialogs) {
     if (dialogs)
         dialogs();
     m_visitor.menu("cmdPrint", entry);
     m_visitor.requireNoReport();
-    QPointer<platform::PreviewWindow> preview = previewOnShow();
-    require(preview, QStringLiteral("no preview came for %1.").arg(pdf));
-    m_visitor.wait(QStringLiteral("the last page of %1").arg(pdf), [&] { return preview->isComplete(); });
-    m_visitor.picture(QStringLiteral("preview-") + pdf.section(QLatin1Char('.'), 0, 0), preview);
-    savePdf(*preview, QDir(m_pdfFolder).filePath(pdf));
-    Visitor::click(Visitor::find<QWidget>(*preview, "closeButton"));
-    m_visitor.wait("the end of the preview", [&] { return !preview; });
+    platform::PreviewWindow* const shown = previewOnShow();
+    require(shown, QStringLiteral("no preview came for %1.").arg(entry));
+    m_visitor.wait(QStringLiteral("the last page of %1").arg(entry), [&] { return shown->isComplete(); });
+    return *shown;
 }
 
-void Paper::savePdf(QWidget& preview, const QString& path) {
+void Paper::close(platform::PreviewWindow& preview) {
+    const QPointer<platform::PreviewWindow> open(&preview);
+    Visitor::click(Visitor::find<QWidget>(preview, "closeButton"));
+    m_visitor.wait("the end of the preview", [&] { return !open; });
+}
+
+void Paper::savePdf(QWidget& preview, const QString& pdf) {
+    const QString path = QDir(m_pdfFolder).filePath(pdf);
     QFile::remove(path);
     m_visitor.robot().expectDialog("savePdfDialog", [this, path](QWidget& dialog) {
         pictureOnce("save-as-pdf", dialog);

@@ -7,6 +7,10 @@
 #include <QStringList>
 #include <functional>
 
+namespace platform {
+class PreviewWindow;
+}
+
 namespace tour {
 
 class Paper {
@@ -18,6 +22,11 @@ public:
     using Announce = std::function<void()>;
     /// An entry of the Print menu: its preview is pictured and saved as that PDF, then closed.
     void print(const QString& entry, const QString& pdf, const Announce& dialogs = {});
+    /// The preview alone, with its last page.
+    platform::PreviewWindow& preview(const QString& entry, const Announce& dialogs = {});
+    /// What the preview shows as a PDF file of that name.
+    void savePdf(QWidget& preview, const QString& pdf);
+    void close(platform::PreviewWindow& preview);
     /// An entry of the Export menu: the spreadsheet must come anew.
     void exportTo(const QString& entry, const QString& spreadsheet, const Announce& dialogs = {});
 
@@ -31,7 +40,6 @@ public:
     const QStringList& files() const { return m_files; }
 
 private:
-    void savePdf(QWidget& preview, const QString& path);
     void pictureOnce(const QString& name, QWidget& dialog);
 
     Visitor& m_visitor;

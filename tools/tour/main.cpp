@@ -1,6 +1,7 @@
 // sorvanto-tour: drives the real program like a user and takes pictures on the way. Ends with 0 only if
 // everything that was made is in the database; else with 1 and a sentence.
 #include "EmptyTour.h"
+#include "PrinterTour.h"
 #include "RecoveryTour.h"
 #include "SampleTour.h"
 #include "Stages.h"
@@ -39,9 +40,16 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second})
+    QCommandLineOption printers("printers", "The queues that the options must offer.", "NAME,NAME");
+    QCommandLineOption print("print-on", "Print on the queue, chosen in the options.", "NAME");
+    QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
+    QCommandLineOption none("print-without-printer", "Print while there is no queue.");
+    QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &printers, &print,
+                                       &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second});
+    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second, printers, print, missing,
+                       none, refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -61,6 +69,21 @@ void tourEverything(const QString& folder) {
     QTextStream(stdout) << "The tour is over: two batches and a prescription from an empty file, one batch of the sample "
                            "pharmacy, all in their databases.\n";
     tell(sample.files(), folder);
+}
+
+/// False when none of the options asks for it.
+bool tourPrinters(const QCommandLineParser& parser, const QString& folder) {
+    if (parser.isSet("print-on"))
+        tour::PrinterTour(folder).printOn(parser.value("print-on"), parser.value("printers").split(','));
+    else if (parser.isSet("print-on-missing"))
+        tour::PrinterTour(folder).printOnMissing(parser.value("print-on-missing"));
+    else if (parser.isSet("print-without-printer"))
+        tour::PrinterTour(folder).printWithoutPrinter();
+    else if (parser.isSet("print-on-refusing"))
+        tour::PrinterTour(folder).printOnRefusing(parser.value("print-on-refusing"));
+    else
+        return false;
+    return true;
 }
 
 void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
@@ -83,7 +106,7 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
         tour::RecoveryTour(folder).signInVain(parser.value("sign-in-vain"));
     } else if (isSet("second-instance")) {
         tour::RecoveryTour(folder).startSecond();
-    } else {
+    } else if (!tourPrinters(parser, folder)) {
         tourEverything(folder);
     }
 }

@@ -2,6 +2,7 @@
 #include "platform/report/PreviewWindow.h"
 
 #include "platform/ask/Ask.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewBar.h"
@@ -205,7 +206,7 @@ void PreviewWindow::showState() {
     } else if (!m_outputRuns) {
         m_state->setText(pages == 1 ? reportText("1 page") : reportText("%1 pages").arg(pages));
     }
-    m_notices->update(document(), m_ending);
+    m_notices->update(document(), m_ending.isEmpty() ? m_failure : m_ending);
 }
 
 void PreviewWindow::stop() {
@@ -223,6 +224,7 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
         return;
     m_outputRuns = true;
     m_outputStopped = false;
+    m_failure.clear();
     const QPointer<PreviewWindow> alive(this);
     try {
         finishRun();
@@ -241,6 +243,10 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
                 return !m_outputStopped;
             });
         }
+    } catch (const RuntimeError& error) {
+        if (alive)
+            m_failure = error.description();  // said here as well: this window may hide the one that reports
+        reportFailed();
     } catch (...) {
         reportFailed();
     }

@@ -63,6 +63,7 @@ private:
     QProgressBar* m_progress = nullptr;
     QPushButton* m_cancel = nullptr;
     QString m_ending;       ///< why the run ended before its time
+    QString m_failure;      ///< why the last output came to nothing
     bool m_outputRuns = false;
     bool m_outputStopped = false;
     bool m_closing = false;

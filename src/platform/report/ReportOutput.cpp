@@ -4,6 +4,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/PagePainter.h"
+#include "platform/report/PrintService.h"
 
 #include <QMarginsF>
 #include <QPageLayout>
@@ -96,6 +97,7 @@ bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offse
         first = std::clamp(printer.fromPage() - 1, 0, count - 1);
         last = std::clamp(printer.toPage() - 1, first, count - 1);
     }
+    const bool toFile = !printer.outputFileName().isEmpty();
     QPainter painter;
     if (!painter.begin(&printer))
         throw RuntimeError(error::deviceIo,
@@ -106,7 +108,12 @@ bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offse
     const bool whole = paintPages(document, painter, first, last, [&] { return printer.newPage(); }, go);
     if (!whole)
         printer.abort();
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
+    const bool ended = painter.end();
+    const QString refusal = whole && !toFile ? printServiceRefusal() : QString();
+    if (!refusal.isEmpty())
+        throw RuntimeError(error::deviceIo, QStringLiteral("Printer %1 did not take the document: %2")
+                                                .arg(printer.printerName(), refusal));
+    if (!ended || printer.printerState() == QPrinter::Error)
         throw RuntimeError(error::deviceIo,
                            QStringLiteral("Printer %1 reported an error").arg(printer.printerName()));
     return whole;

@@ -8,6 +8,7 @@ namespace platform {
 namespace {
 
 const char* const windows = R"(
+QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QMainWindow, QDialog, QStatusBar, QScrollArea#hostPage { background: @window; }
 QStatusBar { background: @surface; border-top: 1px solid @line; color: @secondary; font-size: 9pt; min-height: 21px; }
 QStatusBar QLabel { color: @secondary; font-size: 9pt; padding: 0 8px; }

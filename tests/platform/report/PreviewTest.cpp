@@ -352,6 +352,12 @@ TEST_F(Preview, AFileThatCannotBeWrittenIsTold) {
     ASSERT_EQ(failures.size(), 1);
     EXPECT_TRUE(failures[0].contains("report.pdf"));
     EXPECT_TRUE(child<QAction>(*window, "savePdf")->isEnabled());
+    // It is said in the preview too, which may hide the window that reports, until the next output.
+    EXPECT_TRUE(child<QLabel>(*window, "noticeLine")->isVisibleTo(window));
+    EXPECT_TRUE(child<QLabel>(*window, "noticeLine")->text().contains("report.pdf"));
+    asker.expectModal("savePdfDialog", [](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "reject"); });
+    child<QAction>(*window, "savePdf")->trigger();
+    EXPECT_FALSE(child<QLabel>(*window, "noticeLine")->isVisibleTo(window));
 }
 
 TEST_F(Preview, WithoutAPrinterAPdfIsOffered) {
