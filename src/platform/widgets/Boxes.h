@@ -32,6 +32,11 @@ public:
     explicit TextBox(QWidget* parent = nullptr);
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return isReadOnly(); }
+
+protected:
+    /// A box that can't be edited selects nothing when it is reached: the mark would promise that typing
+    /// replaces the text.
+    void focusInEvent(QFocusEvent* event) override;
 };
 
 /// Several lines of text; Tab moves on.

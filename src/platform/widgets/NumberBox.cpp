@@ -212,6 +212,8 @@ void NumberBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (whole)
         selectAll();
+    if (isReadOnly())
+        deselect();
     if (!m_problem.isEmpty())
         Hint::tell(*this, m_problem);
 }

@@ -30,6 +30,12 @@ void TextBox::setReadOnlyBox(bool on) {
     restyle(*this);
 }
 
+void TextBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (isReadOnly())
+        deselect();
+}
+
 MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
 }

@@ -59,6 +59,24 @@ TEST_F(Boxes, ALockedTextCannotBeChangedButSelected) {
     EXPECT_EQ(box.text(), "x");
 }
 
+TEST_F(Boxes, ALockedBoxReachedByTabSelectsNothing) {
+    TextBox first, text;
+    NumberBox number;
+    for (QLineEdit* box : std::initializer_list<QLineEdit*>{&first, &text, &number})
+        show(*box);
+    text.setText("abc");
+    number.setText("7");
+    for (const bool locked : {true, false}) {
+        text.setReadOnlyBox(locked);
+        number.setReadOnlyBox(locked);
+        text.setFocus(Qt::TabFocusReason);
+        EXPECT_EQ(text.hasSelectedText(), !locked);
+        number.setFocus(Qt::TabFocusReason);
+        EXPECT_EQ(number.hasSelectedText(), !locked);
+        first.setFocus();
+    }
+}
+
 TEST_F(Boxes, ALongTextShowsItsBeginning) {
     TextBox box;
     box.setText(QString(500, u'x'));
