@@ -48,6 +48,10 @@ public:
     void setText(const QString& text) { setPlainText(text); }
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return isReadOnly(); }
+
+protected:
+    /// An empty clipboard has no data at all, which Qt 6.4 follows into nowhere.
+    void insertFromMimeData(const QMimeData* source) override;
 };
 
 /// A number. Shows the display format when not focused; while it is edited the number alone, with the

@@ -40,6 +40,11 @@ MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
 }
 
+void MemoBox::insertFromMimeData(const QMimeData* source) {
+    if (source)
+        QPlainTextEdit::insertFromMimeData(source);
+}
+
 void MemoBox::setReadOnlyBox(bool on) {
     if (on == isReadOnly())
         return;

@@ -101,6 +101,17 @@ TEST_F(Boxes, TabLeavesAMemo) {
     EXPECT_TRUE(next.hasFocus());
 }
 
+TEST_F(Boxes, PastingFromAnEmptyClipboardChangesNothing) {
+    struct Memo : MemoBox {
+        using MemoBox::insertFromMimeData;
+    };
+    Memo memo;
+    show(memo);
+    memo.setText("kept");
+    memo.insertFromMimeData(nullptr);  // what the windowing system hands over then
+    EXPECT_EQ(memo.text(), "kept");
+}
+
 TEST_F(Boxes, ATextOfTenThousandCharactersIsKept) {
     const QString text(10000, u'x');
     TextBox line;
