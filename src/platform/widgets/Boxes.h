@@ -50,7 +50,7 @@ public:
     bool isReadOnlyBox() const override { return isReadOnly(); }
 
 protected:
-    /// An empty clipboard has no data at all, which Qt 6.4 follows into nowhere.
+    /// An empty clipboard holds data without any format; Qt 6.4 asks for the first one and ends there.
     void insertFromMimeData(const QMimeData* source) override;
 };
 

@@ -1,6 +1,7 @@
 // One line of text, and the several lines of a memo: a locked box is a quiet surface.
 #include "platform/widgets/Boxes.h"
 
+#include <QMimeData>
 #include <QStyle>
 
 namespace platform {
@@ -41,7 +42,7 @@ MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 void MemoBox::insertFromMimeData(const QMimeData* source) {
-    if (source)
+    if (source && !source->formats().isEmpty())
         QPlainTextEdit::insertFromMimeData(source);
 }
 
