@@ -2,11 +2,11 @@
 #include "platform/widgets/CommandBarView.h"
 
 #include "platform/widgets/BarButton.h"
+#include "platform/widgets/BarKeys.h"
 #include "platform/widgets/HostArea.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -27,7 +27,6 @@ constexpr QSize sideButton{52, 52};
 constexpr int sidePicture = 28;
 constexpr int searchWidth = 210;
 constexpr int enterKey = 13;
-const QLatin1String searchBox("searchBox");
 
 QString captionOf(CommandBar& bar, const Tool& tool) {
     if (!tool.caption().isEmpty() || tool.subBand().isEmpty())
@@ -62,7 +61,7 @@ CommandBar::View::View(CommandBar& bar, QMainWindow& window, const QString& righ
         for (const auto& tool : band->tools())
             toolChanged(*tool);
     showHosts();
-    qApp->installEventFilter(this);
+    new BarKeys(window, *m_hosts);
     connect(&window, &QObject::destroyed, &bar, [&bar] { bar.m_view.reset(); });
 }
 
@@ -130,7 +129,8 @@ void CommandBar::View::buildToolBar(Band& band) {
 
 void CommandBar::View::addTextBox(Tool& tool, QToolBar& strip) {
     auto* edit = new QLineEdit(&strip);
-    edit->setObjectName(searchBox);
+    edit->setObjectName(BarKeys::textBoxName);
+    edit->installEventFilter(this);
     edit->setFixedWidth(searchWidth);
     edit->setFocusPolicy(Qt::ClickFocus);  // by mouse, its keys or F6; the Tab key stays in the screen
     connect(edit, &QLineEdit::textChanged, this, [&tool](const QString& text) { tool.m_text = text; });
@@ -272,88 +272,14 @@ void CommandBar::View::focusText(Tool& tool) {
     }
 }
 
-// Keyboard: F6 from area to area, arrows along a bar
-
-std::vector<QWidget*> CommandBar::View::areas() const {
-    std::vector<QWidget*> result;
-    for (const auto& [band, strip] : m_strips)
-        result.push_back(strip);
-    if (m_sideBar)
-        result.push_back(m_sideBar);
-    for (QWidget* page : m_hosts->findChildren<QWidget*>(QStringLiteral("hostPage")))
-        result.push_back(page);
-    result.push_back(m_hosts->findChild<QWidget*>(QStringLiteral("rightHost")));
-    std::erase_if(result, [](const QWidget* area) { return !area->isVisible(); });
-    return result;
-}
-
-void CommandBar::View::nextArea(bool backwards) {
-    const auto all = areas();
-    const auto count = static_cast<int>(all.size());
-    const QWidget* focus = QApplication::focusWidget();
-    int at = backwards ? 0 : -1;
-    for (int i = 0; i < count; ++i)
-        if (focus && all[i]->isAncestorOf(focus))
-            at = i;
-    for (int step = 1; step <= count; ++step) {
-        const int next = ((at + (backwards ? -step : step)) % count + count) % count;
-        for (QWidget* child : all[next]->findChildren<QWidget*>()) {
-            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus)
-                              || child->objectName() == searchBox;
-            if (fits && child->isEnabled() && child->isVisible()) {
-                child->setFocus(Qt::TabFocusReason);
-                return;
-            }
-        }
-    }
-}
-
-void CommandBar::View::moveAlongBar(QWidget& from, int direction) {
-    std::vector<BarButton*> buttons;
-    for (auto* button : from.parentWidget()->findChildren<BarButton*>())
-        if (button->isEnabled() && button->isVisible())
-            buttons.push_back(button);
-    const auto at = std::find(buttons.begin(), buttons.end(), &from) - buttons.begin();
-    const auto next = at + direction;
-    if (next >= 0 && next < static_cast<std::ptrdiff_t>(buttons.size()))
-        buttons[next]->setFocus(Qt::TabFocusReason);
-}
-
-bool CommandBar::View::keyOnBar(QWidget& widget, int key) {
-    switch (key) {
-    case Qt::Key_Right:
-    case Qt::Key_Down:
-        moveAlongBar(widget, 1);
-        return true;
-    case Qt::Key_Left:
-    case Qt::Key_Up:
-        moveAlongBar(widget, -1);
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        static_cast<BarButton&>(widget).click();
-        return true;
-    default:
-        return false;
-    }
-}
+// What is typed into a text box of a tool bar
 
 bool CommandBar::View::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+    if (event->type() != QEvent::KeyPress)
         return false;
-    auto* widget = static_cast<QWidget*>(watched);
-    if (widget->window() != &m_window)
-        return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_F6 && widget == QApplication::focusWidget()) {
-        nextArea(key->modifiers() & Qt::ShiftModifier);
-        return true;
-    }
-    if (qobject_cast<BarButton*>(widget))
-        return keyOnBar(*widget, key->key());
     for (const auto& [tool, shown] : m_shown)
-        if (shown.edit == widget) {
-            emit m_bar.toolKeyPress(const_cast<Tool&>(*tool), keyCode(*key));
+        if (shown.edit == watched) {
+            emit m_bar.toolKeyPress(const_cast<Tool&>(*tool), keyCode(*static_cast<QKeyEvent*>(event)));
             break;
         }
     return false;

@@ -48,10 +48,6 @@ private:
     void addTextBox(Tool& tool, QToolBar& strip);
     void addKeys(Tool& tool);
     void showHosts();
-    void nextArea(bool backwards);
-    void moveAlongBar(QWidget& from, int direction);
-    bool keyOnBar(QWidget& widget, int key);
-    std::vector<QWidget*> areas() const;
 
     CommandBar& m_bar;
     QMainWindow& m_window;
