@@ -53,7 +53,7 @@ QDateTime dateOf(const XmlNode& node, const char* name) {
     return node.hasAttribute(attribute) ? platform::fromStoredDate(node.attribute(attribute)) : QDateTime();
 }
 
-/// Nothing when the file is no whole journal of a mix.
+/// Nothing when the file is no whole journal of a mix, or bears the name of another one.
 std::optional<JournalEntry> readEntry(const QString& path) {
     const XmlDocumentPtr file = XmlDocument::create();
     const XmlNode root = file->load(path) ? file->selectSingleNode(QStringLiteral("Mix")) : XmlNode();
@@ -64,7 +64,8 @@ std::optional<JournalEntry> readEntry(const QString& path) {
     const QString word = root.attribute(QStringLiteral("State"));
     const auto state = std::find_if(stateWords.begin(), stateWords.end(),
                                     [&](const char* known) { return word == QLatin1String(known); });
-    if (!protocol::isMixId(entry.mix) || state == stateWords.end())
+    // A file under another mix's name (a copy by hand) would be written over, moved or removed as that one.
+    if (!protocol::isMixId(entry.mix) || path != fileOf(entry.mix) || state == stateWords.end())
         return std::nullopt;
     entry.state = static_cast<JournalState>(state - stateWords.begin());
     if (root.hasAttribute(QStringLiteral("Mixer")))

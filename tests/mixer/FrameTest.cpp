@@ -37,6 +37,27 @@ TEST(Crc16, KnownValues) {
     EXPECT_EQ(crc16(QByteArray("A")), 0xB915);
 }
 
+TEST(Crc16, FindsEveryChangeOfUpToThreeBitsInTheLongestFrame) {
+    const QByteArray zeros(longestFrame, '\0');
+    std::vector<std::uint16_t> changes;
+    for (int bit = 0; bit < longestFrame * 8; ++bit) {
+        QByteArray changed = zeros;
+        changed[bit / 8] = static_cast<char>(1 << bit % 8);
+        changes.push_back(static_cast<std::uint16_t>(crc16(changed) ^ crc16(zeros)));
+    }
+    // The changes add up: one, two or three go unseen only where their sum is none.
+    std::vector<bool> single(1 << 16);
+    for (const std::uint16_t change : changes) {
+        EXPECT_NE(change, 0);
+        EXPECT_FALSE(single[change]) << "two bits";
+        single[change] = true;
+    }
+    for (std::size_t a = 0; a < changes.size(); ++a) {
+        for (std::size_t b = 0; b < a; ++b)
+            ASSERT_FALSE(single[changes[a] ^ changes[b]]) << "bits " << a << " and " << b;
+    }
+}
+
 TEST(Frame, IsStartSequenceKindFieldsLengthAndCheck) {
     EXPECT_EQ(encode(frame("STATUS")), line(">07 STATUS") + '\n');
     EXPECT_EQ(encode(frame("START", {"3FA21C09"}, 0xAB)), line(">AB START 3FA21C09") + '\n');

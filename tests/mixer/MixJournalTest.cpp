@@ -134,6 +134,23 @@ TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
     EXPECT_TRUE(folder.has("mixes/half.xml"));
 }
 
+// A copy made by hand names a mix whose own file lies beside it.
+TEST_F(MixJournalTest, AFileUnderAnotherMixsNameNeverTouchesThatMix) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    const QByteArray started = folder.read("mixes/3FA21C09.xml");
+    for (const char* state : {"loaded", "started", "logged", "put aside"}) {
+        const QByteArray copy = QByteArray(started).replace("\"started\"", QByteArray("\"") + state + '"');
+        folder.write("mixes/00000001.xml", copy);
+        const MixJournal again = readAgain();
+        EXPECT_EQ(again.unreadable(), QStringList{"00000001.xml"}) << state;
+        ASSERT_EQ(again.open().size(), 1U) << state;
+        EXPECT_EQ(folder.read("mixes/3FA21C09.xml"), started) << state;
+        EXPECT_EQ(folder.read("mixes/00000001.xml"), copy) << state;
+    }
+}
+
 TEST_F(MixJournalTest, FullDiskThrowsAndLeavesTheOldFile) {
     MixJournal journal;
     journal.load(mixId, test::shortFormula());

@@ -3,6 +3,7 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/xml/XmlChecks.h"
 #include "platform/xml/XmlTree.h"
 
 #include <QFile>
@@ -84,7 +85,8 @@ bool XmlDocument::loadXML(const QString& text) {
     const auto parsed = m_tree->document.load_buffer(content.constData(),
                                                      static_cast<std::size_t>(content.size()),
                                                      parseOptions, pugi::encoding_utf8);
-    if (parsed && hasOneRoot(m_tree->document))
+    if (parsed && hasOneRoot(m_tree->document) && hasGoodNames(m_tree->document)
+        && hasGoodReferences(content, parseOptions))
         return true;
     m_tree = std::make_shared<Tree>();
     return false;

@@ -61,7 +61,8 @@ public:
 
     /// False when the file or text doesn't parse; the document is then empty. Never throws. An XML file in
     /// UTF-8, UTF-16 or Latin-1 with its declaration is read. Line ends in text and comments are kept;
-    /// blanks between elements are not. A text without exactly one root element doesn't parse.
+    /// blanks between elements are not. A text without exactly one root element doesn't parse, nor one with
+    /// an attribute given twice or with a reference to a character that XML can't hold.
     bool load(const QString& path);
     bool loadXML(const QString& text);
     /// UTF-8, whole or not at all; throws as writeFile does.

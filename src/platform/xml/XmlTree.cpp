@@ -8,12 +8,6 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-bool isAllowed(char32_t mark) {
-    if (mark < 0x20)
-        return mark == u'\t' || mark == u'\n' || mark == u'\r';
-    return mark < 0xD800 || (mark > 0xDFFF && mark < 0xFFFE) || (mark > 0xFFFF && mark <= 0x10FFFF);
-}
-
 struct TextWriter final : pugi::xml_writer {
     QByteArray text;
     void write(const void* data, std::size_t size) override {
@@ -22,6 +16,12 @@ struct TextWriter final : pugi::xml_writer {
 };
 
 }  // namespace
+
+bool isAllowed(char32_t mark) {
+    if (mark < 0x20)
+        return mark == u'\t' || mark == u'\n' || mark == u'\r';
+    return mark < 0xD800 || (mark > 0xDFFF && mark < 0xFFFE) || (mark > 0xFFFF && mark <= 0x10FFFF);
+}
 
 bool isClean(const QString& text) {
     for (qsizetype at = 0; at < text.size(); ++at) {
@@ -50,12 +50,16 @@ QString fromXml(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QByteArray checkedName(const QString& name) {
+bool isXmlName(const QString& name) {
     const auto begins = [](QChar mark) { return mark.isLetter() || mark == u'_' || mark == u':'; };
     bool good = !name.isEmpty() && begins(name.at(0));
     for (const QChar mark : name)
         good = good && (begins(mark) || mark.isDigit() || mark == u'-' || mark == u'.');
-    if (!good)
+    return good;
+}
+
+QByteArray checkedName(const QString& name) {
+    if (!isXmlName(name))
         throw RuntimeError(error::invalidProcedureCall, QStringLiteral("No XML name: \"%1\"").arg(name));
     return name.toUtf8();
 }

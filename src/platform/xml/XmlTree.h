@@ -30,6 +30,11 @@ QString fromXml(const std::string& text);
 /// The name as UTF-8. Throws invalidProcedureCall when no element or attribute can be called so.
 QByteArray checkedName(const QString& name);
 
+/// Whether an element or attribute can be called so.
+bool isXmlName(const QString& name);
+
+/// Whether XML allows the character.
+bool isAllowed(char32_t mark);
 /// Whether the text holds nothing but characters that XML allows.
 bool isClean(const QString& text);
 

@@ -275,6 +275,36 @@ TEST(XmlDocument, BrokenTextsAreRefusedAndLeaveNothing) {
     }
 }
 
+TEST(XmlDocument, AnAttributeGivenTwiceIsRefused) {
+    const XmlDocumentPtr document = XmlDocument::create();
+    EXPECT_FALSE(document->loadXML("<CustomMix><Mix Cycles=\"1\" LiftRPM=\"24\" Cycles=\"2\"/></CustomMix>"))
+        << "which of the two would run is a guess";
+    EXPECT_EQ(document->xml(), QString(""));
+    EXPECT_TRUE(document->loadXML("<CustomMix><Mix Cycles=\"1\" cycles=\"2\"/></CustomMix>"));
+}
+
+TEST(XmlDocument, ReferencesToNoCharacterAreRefused) {
+    const XmlDocumentPtr document = XmlDocument::create();
+    for (const char* reference : {"&#0;", "&#x0;", "&#1;", "&#x1F;", "&#xD800;", "&#57343;", "&#xFFFE;", "&#x110000;",
+                                  "&#4294967345;", "&#99999999999999999999;"}) {
+        EXPECT_FALSE(document->loadXML(QString("<Make>5%100</Make>").arg(reference))) << reference;
+        EXPECT_FALSE(document->loadXML(QString("<Mix Cycles=\"5%1\"/>").arg(reference))) << reference;
+        EXPECT_EQ(document->xml(), QString(""));
+        EXPECT_TRUE(document->loadXML(QString("<a><!-- %1 --><![CDATA[%1]]></a>").arg(reference)))
+            << "no reference there";
+        EXPECT_EQ(document->root().text(), QString(reference));
+    }
+    EXPECT_EQ(parsed("<a b=\"&#9;&#xd;\">&#x1F600;&#32;&#xFFFD;&#;&#x;&#12 &amp;#0;</a>")->root().text(),
+              QString("😀 �&#;&#x;&#12 &#0;"));
+}
+
+TEST(XmlDocument, NamesThatCouldNotBeWrittenAreNotRead) {
+    const XmlDocumentPtr document = XmlDocument::create();
+    for (const char* text : {"<a×/>", "<a ÷=\"1\"/>", "<a><b€/></a>"})
+        EXPECT_FALSE(document->loadXML(text)) << text;
+    EXPECT_TRUE(document->loadXML("<größe länge=\"1\"/>"));
+}
+
 TEST(XmlDocument, EntitiesAreNeverExpandedFromADefinition) {
     EXPECT_EQ(parsed("<!DOCTYPE r [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;\">"
                      "<!ENTITY f SYSTEM \"file:///etc/passwd\">]><r>&b;&f;</r>")->root().text(),
