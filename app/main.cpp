@@ -1,21 +1,23 @@
 // Start of the program: application, look, resources, main window.
+#include "core/Application.h"
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
 #include "platform/widgets/QtAsker.h"
 #include "platform/widgets/Theme.h"
 #include "shared/basMain.h"
 
-#include <QApplication>
 #include <QIcon>
 
+using sorvanto::Application;
+
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     const QString name = QStringLiteral("Sorvanto Control Panel");
-    QApplication::setApplicationName(name);
-    QApplication::setOrganizationName(name);
-    QApplication::setApplicationVersion(sorvanto::programVersion());
-    QApplication::setDesktopFileName(QStringLiteral("sorvanto"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/app/sorvanto.svg")));
+    Application::setApplicationName(name);
+    Application::setOrganizationName(name);
+    Application::setApplicationVersion(sorvanto::programVersion());
+    Application::setDesktopFileName(QStringLiteral("sorvanto"));
+    Application::setWindowIcon(QIcon(QStringLiteral(":/app/sorvanto.svg")));
     platform::setApplicationTitle(name);
     platform::prepareTheme(application);
 
@@ -26,5 +28,5 @@ int main(int argc, char** argv) {
     window.Form_Load();
     platform::finishTheme();
     window.show();
-    return QApplication::exec();
+    return Application::exec();
 }

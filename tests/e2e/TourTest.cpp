@@ -64,6 +64,12 @@ TEST_F(Pharmacy, RefusedInitialsAreReportedAndTheMixStaysOnOffer) {
     EXPECT_EQ(sql("SELECT count(*) FROM Log"), "13");
 }
 
+TEST_F(Pharmacy, AFailureInAnEventIsReportedAndTheProgramGoesOn) {
+    const Ending end = tour({"--fail-in-an-event"});
+    EXPECT_FALSE(end.killed);
+    EXPECT_EQ(end.code, 0) << end.err.toStdString();
+}
+
 TEST_F(Pharmacy, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     // The real executable looks for its files beside itself.
     ASSERT_TRUE(QFile::copy(executable("sorvanto"), path("sorvanto")));

@@ -5,9 +5,12 @@
 #include "BatchCheck.h"
 #include "RawDatabase.h"
 
+#include "platform/basic/RuntimeError.h"
+
 #include <QAbstractButton>
 #include <QDir>
 #include <QLabel>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -113,6 +116,18 @@ void RecoveryTour::startSecond() {
                                 });
     m_program.start();
     require(refused && m_program.ended(), "a second start was not refused.");
+}
+
+void RecoveryTour::failInAnEvent() {
+    m_program.start();
+    QTimer::singleShot(0, &m_visitor.window(), [] { throw platform::RuntimeError(6, "Overflow"); });
+    m_visitor.wait("a report of the failed event", [&] {
+        const auto* report = m_visitor.window().findChild<QLabel*>("lblReport");
+        return report && report->isVisible() && report->text().contains("Overflow");
+    });
+    m_visitor.search("Hydrocortisone 1");
+    m_visitor.requireText("txtfrm_Name", formulaName);
+    m_program.leave();
 }
 
 }  // namespace tour

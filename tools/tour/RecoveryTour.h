@@ -20,6 +20,8 @@ public:
     void logOffer();
     /// Requires the program to refuse its start.
     void startSecond();
+    /// Has the handler of an event fail, and requires that it is reported and the program goes on.
+    void failInAnEvent();
 
 private:
     void chooseAndMake(const Robot::Script& signing);

@@ -6,6 +6,7 @@
 #include "SampleTour.h"
 #include "Stages.h"
 
+#include "core/Application.h"
 #include "platform/ask/Ask.h"
 #include "platform/widgets/Theme.h"
 #include "shared/basMain.h"
@@ -40,16 +41,17 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
+    QCommandLineOption failing("fail-in-an-event", "Let the handler of an event fail.");
     QCommandLineOption printers("printers", "The queues that the options must offer.", "NAME,NAME");
     QCommandLineOption print("print-on", "Print on the queue, chosen in the options.", "NAME");
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &printers, &print,
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &failing, &printers, &print,
                                        &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second, printers, print, missing,
-                       none, refusing});
+    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second, failing, printers, print,
+                       missing, none, refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -106,6 +108,8 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
         tour::RecoveryTour(folder).signInVain(parser.value("sign-in-vain"));
     } else if (isSet("second-instance")) {
         tour::RecoveryTour(folder).startSecond();
+    } else if (isSet("fail-in-an-event")) {
+        tour::RecoveryTour(folder).failInAnEvent();
     } else if (!tourPrinters(parser, folder)) {
         tourEverything(folder);
     }
@@ -116,7 +120,7 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
 int main(int argc, char** argv) {
     // The dialogs of a desktop environment could not be found by name.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QApplication application(argc, argv);
+    sorvanto::Application application(argc, argv);
     setUpApplication();
     QCommandLineParser parser;
     setUpOptions(parser);

@@ -166,7 +166,10 @@ QString RecordModel::shown(int row, int column) const {
     return {};
 }
 
+// Views ask for the current cell even while there is none.
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
     const bool asMark = kind(index.column()) == Kind::Flag
                         && m_columns[static_cast<std::size_t>(index.column())].numberFormat.isEmpty();
     switch (role) {
@@ -205,6 +208,8 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
 }
 
 Qt::ItemFlags RecordModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
     Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     const auto column = static_cast<std::size_t>(index.column());
     if (m_allowUpdate && m_columns.at(column).editable && m_fields.at(column).position >= 0)

@@ -115,6 +115,17 @@ TEST_F(Grids, TheFirstRowIsCurrentButNotSelected) {
     EXPECT_EQ(rows->position(), 2);
 }
 
+TEST_F(Grids, WithoutACurrentCellCopyingAndTypingDoNothing) {
+    grid->setCurrentIndex({});
+    for (const int role : {Qt::DisplayRole, Qt::EditRole, Qt::CheckStateRole, Qt::TextAlignmentRole})
+        EXPECT_FALSE(grid->model()->data({}, role).isValid()) << role;
+    EXPECT_EQ(grid->model()->flags({}), Qt::NoItemFlags);
+    EXPECT_FALSE(grid->model()->setData({}, 1));
+    for (const auto key : {Qt::Key_C, Qt::Key_F2, Qt::Key_Space, Qt::Key_Return})
+        QTest::keyClick(grid, key, key == Qt::Key_C ? Qt::ControlModifier : Qt::NoModifier);
+    EXPECT_EQ(shown(0, Name), "Line 1");
+}
+
 TEST_F(Grids, CurrentRowsFollowEachOther) {
     QTest::keyClick(grid, Qt::Key_Down);
     EXPECT_EQ(rows->position(), 1);

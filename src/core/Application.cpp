@@ -1,0 +1,13 @@
+// Qt can't carry an exception through its event loop, so it is caught where each event enters.
+#include "core/Application.h"
+
+#include "shared/Guard.h"
+
+namespace sorvanto {
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    return guarded(QStringLiteral("Application:notify"), false,
+                   [&] { return QApplication::notify(receiver, event); });
+}
+
+}  // namespace sorvanto
