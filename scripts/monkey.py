@@ -47,9 +47,8 @@ def start_screen():
     server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp"],
                               pass_fds=[write], stderr=subprocess.DEVNULL)
     os.close(write)
-    display = ":" + os.read(read, 16).decode().strip()
-    os.close(read)
-    return server, display
+    with os.fdopen(read) as numbers:
+        return server, ":" + numbers.readline().strip()
 
 
 class Monkey:
