@@ -8,6 +8,7 @@
 #include "shared/RecordScreen.h"
 #include "shared/basMain.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -20,6 +21,12 @@ using support::child;
 
 class WholeWindowTest : public support::TestProgram {
 protected:
+    void SetUp() override {
+        TestProgram::SetUp();
+        // The mixer's port leads nowhere, so that no real device of this computer is opened.
+        ASSERT_TRUE(QDir().mkpath(folder.path("ports")));
+        ASSERT_TRUE(QFile::link("/nowhere/COM1", folder.path("ports/COM1")));
+    }
     void TearDown() override {
         window.reset();
         TestProgram::TearDown();
