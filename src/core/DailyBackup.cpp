@@ -1,6 +1,6 @@
 #include "core/DailyBackup.h"
 
-#include "core/DatabaseCopy.h"
+#include "platform/data/DatabaseCopy.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "shared/Guard.h"
@@ -66,7 +66,7 @@ void DailyBackup::stop() {
 void DailyBackup::begin() {
     const auto connection = basMain::gConnection;
     if (connection && connection->state() == 1 && !platform::fileExists(todaysCopy()))
-        m_copy = std::make_unique<DatabaseCopy>(connection, todaysCopy());
+        m_copy = std::make_unique<platform::DatabaseCopy>(connection, todaysCopy());
 }
 
 void DailyBackup::proceed() {

@@ -6,9 +6,12 @@
 #include <QTimer>
 #include <memory>
 
+namespace platform {
+class DatabaseCopy;
+}
+
 namespace sorvanto {
 
-class DatabaseCopy;
 
 class DailyBackup {
 public:
@@ -27,7 +30,7 @@ private:
     void begin();
 
     QTimer m_timer;
-    std::unique_ptr<DatabaseCopy> m_copy;
+    std::unique_ptr<platform::DatabaseCopy> m_copy;
     int m_startDelay;
     bool m_started = false;
 };

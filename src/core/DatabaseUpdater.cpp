@@ -1,6 +1,6 @@
 #include "core/DatabaseUpdater.h"
 
-#include "core/DatabaseCopy.h"
+#include "platform/data/DatabaseCopy.h"
 #include "core/UpdateFile.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
@@ -75,7 +75,7 @@ private:
 
 void keepCopy(const platform::ConnectionPtr& connection, const QString& version) {
     const QString name = QStringLiteral("\\backups\\before-update-from-%1.mdb").arg(version.trimmed());
-    DatabaseCopy copy(connection, platform::programFolder() + name);
+    platform::DatabaseCopy copy(connection, platform::programFolder() + name);
     if (!copy.step(-1))
         refuse(QStringLiteral("The database is in use by another program"));
 }

@@ -1,7 +1,7 @@
 // The dated copies of the database.
 #include "TestProgram.h"
 #include "core/DailyBackup.h"
-#include "core/DatabaseCopy.h"
+#include "platform/data/DatabaseCopy.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/basMain.h"
 
@@ -74,7 +74,7 @@ TEST_F(DailyBackupTest, WithoutADatabaseThereIsNothingToCopy) {
 
 TEST_F(DailyBackupTest, AnUnfinishedCopyLeavesNothing) {
     {
-        DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
+        platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
         EXPECT_FALSE(copy.step(1));
         EXPECT_FALSE(copies().isEmpty());
     }
@@ -82,14 +82,14 @@ TEST_F(DailyBackupTest, AnUnfinishedCopyLeavesNothing) {
 }
 
 TEST_F(DailyBackupTest, AWholeCopyIsCheckedBeforeStepComesBack) {
-    DatabaseCopy copy(openDB(), folder.path() + "\\backups\\whole.mdb");
+    platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\whole.mdb");
     EXPECT_TRUE(copy.step(-1));
     EXPECT_EQ(copies(), QStringList{"whole.mdb"});
 }
 
 TEST_F(DailyBackupTest, ACopyDroppedDuringItsCheckLeavesNothing) {
     {
-        DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
+        platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
         copy.step(100'000);
     }
     for (const QString& name : copies())
@@ -97,7 +97,7 @@ TEST_F(DailyBackupTest, ACopyDroppedDuringItsCheckLeavesNothing) {
 }
 
 TEST_F(DailyBackupTest, ChangesDuringTheCopyAreInIt) {
-    DatabaseCopy copy(openDB(), folder.path() + "\\copy.mdb");
+    platform::DatabaseCopy copy(openDB(), folder.path() + "\\copy.mdb");
     EXPECT_FALSE(copy.step(2));
     openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     while (!copy.step(1)) {

@@ -4,6 +4,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DatabaseCopy.h"
 #include "platform/data/Sqlite.h"
 
 #include <QFile>
@@ -23,49 +24,8 @@ ConnectionPtr openDatabase(const QString& file) {
     throw RuntimeError(number, reason, QStringLiteral("Database"));
 }
 
-/// A file under a name of its own that goes with the object unless it was kept.
-class UnfinishedFile {
-public:
-    explicit UnfinishedFile(const QString& target) : m_path(target + QStringLiteral(".part")) {
-        QFile::remove(m_path);
-        QFile file(m_path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
-            fail(error::permissionDenied,
-                 QStringLiteral("\"%1\" can't be created: %2").arg(m_path, file.errorString()));
-    }
-    ~UnfinishedFile() { QFile::remove(m_path); }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-
-    const QString& path() const { return m_path; }
-    void rename(const QString& target) const {
-        if (!QFile::rename(m_path, target))
-            fail(error::permissionDenied, QStringLiteral("\"%1\" can't be written").arg(target));
-    }
-
-private:
-    QString m_path;
-};
-
-void copyPages(sqlite3* source, const QString& path) {
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE, nullptr);
-    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> target(opened, sqlite3_close);
-    if (code != SQLITE_OK)
-        sqlite::fail(opened, {});
-    sqlite3_backup* backup = sqlite3_backup_init(opened, "main", source, "main");
-    if (!backup)
-        sqlite::fail(opened, {});
-    sqlite3_backup_step(backup, -1);
-    if (sqlite3_backup_finish(backup) != SQLITE_OK)
-        sqlite::fail(opened, {});
-}
-
-void copyChecked(const QString& file, const UnfinishedFile& target) {
-    copyPages(openDatabase(file)->handle(), target.path());
-    const QStringList problems = integrityProblems(target.path());
-    if (!problems.isEmpty())
-        fail(error::deviceIo, QStringLiteral("The copy of \"%1\" is not sound: %2").arg(file, problems.first()));
+void copyChecked(const QString& file, const QString& target) {
+    DatabaseCopy(openDatabase(file), target).step(-1);
 }
 
 /// "name.before-restore", with a number behind it where that is taken.
@@ -95,17 +55,16 @@ void backupDatabase(const QString& file, const QString& target) {
     const QString path = platformPath(target);
     if (QFile::exists(path))
         fail(error::permissionDenied, QStringLiteral("\"%1\" exists already").arg(path));
-    const UnfinishedFile copy(path);
-    copyChecked(file, copy);
-    copy.rename(path);
+    copyChecked(file, path);
 }
 
 QString restoreDatabase(const QString& backup, const QString& file) {
     const QString path = platformPath(file);
-    const UnfinishedFile copy(path);
-    copyChecked(backup, copy);
+    const QString restored = path + QStringLiteral(".restored");
+    copyChecked(backup, restored);
     const QString aside = putAside(path);
-    copy.rename(path);
+    if (!QFile::rename(restored, path))
+        fail(error::permissionDenied, QStringLiteral("\"%1\" can't be written").arg(path));
     return aside;
 }
 

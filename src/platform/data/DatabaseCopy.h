@@ -12,13 +12,13 @@
 struct sqlite3;
 struct sqlite3_backup;
 
-namespace sorvanto {
+namespace platform {
 
 class DatabaseCopy {
 public:
     /// Starts the copy; the folder of the target is made when it is missing. Throws permissionDenied when the
     /// file can't be made.
-    DatabaseCopy(platform::ConnectionPtr source, const QString& target);
+    DatabaseCopy(ConnectionPtr source, const QString& target);
     /// A copy that is not finished leaves nothing behind.
     ~DatabaseCopy();
     DatabaseCopy(const DatabaseCopy&) = delete;
@@ -34,11 +34,11 @@ private:
     bool copyPages(int pages);
     void takePlace(const QStringList& problems);
 
-    platform::ConnectionPtr m_source;
+    ConnectionPtr m_source;
     QString m_target, m_unfinished;  ///< the latter empty once the copy has its name
     sqlite3* m_copy = nullptr;
     sqlite3_backup* m_backup = nullptr;  ///< null once all pages are there
     std::future<QStringList> m_check;
 };
 
-}  // namespace sorvanto
+}  // namespace platform

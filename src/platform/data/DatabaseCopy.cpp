@@ -1,4 +1,5 @@
-#include "core/DatabaseCopy.h"
+// The unfinished copy bears a name of its own until it is checked.
+#include "platform/data/DatabaseCopy.h"
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -11,13 +12,10 @@
 #include <cstdio>
 #include <sqlite3.h>
 
-namespace sorvanto {
+namespace platform {
 namespace {
 
-using platform::RuntimeError;
-namespace error = platform::error;
-
-const QString source = QStringLiteral("DatabaseCopy");
+const QString source = QStringLiteral("Database");
 
 /// Only the owner may read it: it holds patients.
 void makePrivateFile(const QString& path) {
@@ -29,13 +27,13 @@ void makePrivateFile(const QString& path) {
 
 }  // namespace
 
-DatabaseCopy::DatabaseCopy(platform::ConnectionPtr connection, const QString& target)
-    : m_source(std::move(connection)), m_target(platform::platformPath(target)),
+DatabaseCopy::DatabaseCopy(ConnectionPtr connection, const QString& target)
+    : m_source(std::move(connection)), m_target(platformPath(target)),
       m_unfinished(m_target + QStringLiteral(".part")) {
     QDir().mkpath(QFileInfo(m_target).path());
     makePrivateFile(m_unfinished);
     if (sqlite3_open(m_unfinished.toUtf8().constData(), &m_copy) != SQLITE_OK
-        || !(m_backup = sqlite3_backup_init(m_copy, "main", platform::deref(m_source).handle(), "main"))) {
+        || !(m_backup = sqlite3_backup_init(m_copy, "main", deref(m_source).handle(), "main"))) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(m_copy));
         sqlite3_close(m_copy);
         QFile::remove(m_unfinished);
@@ -70,16 +68,16 @@ bool DatabaseCopy::copyPages(int pages) {
     sqlite3_backup_finish(std::exchange(m_backup, nullptr));
     sqlite3_close(std::exchange(m_copy, nullptr));
     // Half a second for a large file: with a connection of its own, while the user works on.
-    m_check = std::async(std::launch::async, platform::integrityProblems, m_unfinished);
+    m_check = std::async(std::launch::async, integrityProblems, m_unfinished);
     return true;
 }
 
 void DatabaseCopy::takePlace(const QStringList& problems) {
     if (!problems.isEmpty())
-        throw RuntimeError(error::general, problems.first(), source);
+        throw RuntimeError(error::general, QStringLiteral("The copy is not sound: ") + problems.first(), source);
     if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0)
         throw RuntimeError(error::permissionDenied, QStringLiteral("Can't be written: ") + m_target, source);
     m_unfinished.clear();
 }
 
-}  // namespace sorvanto
+}  // namespace platform
