@@ -40,8 +40,11 @@ double valueOf(const QString& number) { return std::strtod(number.toLatin1().con
 std::optional<Wide> exactCount(const QRegularExpressionMatch& match) {
     const QString whole = match.captured(2);
     const QString fraction = match.captured(3) + match.captured(4);
-    const qlonglong exponent = match.captured(5).isEmpty() ? 0 : match.captured(5).toLongLong();
-    qlonglong point = whole.size() + exponent + 4;  // digits before the point of the count
+    bool known = true;
+    const qlonglong exponent = match.captured(5).isEmpty() ? 0 : match.captured(5).toLongLong(&known);
+    if (!known)
+        return std::nullopt;
+    const qlonglong point = whole.size() + exponent + 4;  // digits before the point of the count
     constexpr int mostDigits = 35;
     const QString digits = whole + fraction;
     if (digits.size() > mostDigits || std::abs(exponent) > mostDigits || point > mostDigits)

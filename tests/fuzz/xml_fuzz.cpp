@@ -4,6 +4,7 @@
 
 #include "platform/xml/XmlDocument.h"
 
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 #include <algorithm>
 
@@ -20,9 +21,12 @@ QString essence(QString text) {
     return text;
 }
 
-/// Whether the strict reader may know fewer letters for names than the document does.
-bool hasRareLetters(const QString& text) {
-    return std::any_of(text.begin(), text.end(), [](QChar mark) { return mark.unicode() > 0xFF; });
+/// Whether the strict reader may know fewer names than the document does: of letters added to Unicode later, with
+/// colons in places of no use.
+bool hasRareNames(const QString& text) {
+    static const QRegularExpression colon(QStringLiteral("[<\\s?][^\\s\"'=<>]*:"));
+    return text.contains(colon)
+           || std::any_of(text.begin(), text.end(), [](QChar mark) { return mark.unicode() > 0xFF; });
 }
 
 /// Whether a strict reader takes the text; if so, it sees what the document holds.
@@ -69,13 +73,14 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
         return;
     }
     const QString text = QString::fromUtf8(content);
-    if (content.startsWith('<') && !content.contains("<!DOCTYPE") && text.toUtf8() == content && content.contains(">"))
+    const bool isPlain = content.startsWith('<') && !content.contains("<!DOCTYPE") && !content.contains("encoding");
+    if (isPlain && text.toUtf8() == content)
         readsAlike(text, *document);
 
     document->save(path);
     const XmlDocumentPtr again = XmlDocument::create();
     require(again->load(path), "what was written can be read");
-    require(readsAlike(again->xml(), *document) || hasRareLetters(again->xml()), "what was written is well formed");
+    require(readsAlike(again->xml(), *document) || hasRareNames(again->xml()), "what was written is well formed");
     const XmlDocumentPtr third = XmlDocument::create();
     require(third->loadXML(again->xml()) && third->xml() == again->xml(), "writing again changes nothing");
     require(document->cloneDeep()->xml() == document->xml(), "a copy is the same");

@@ -26,7 +26,7 @@ constexpr unsigned int parseOptions = (pugi::parse_default | pugi::parse_comment
 /// The encoding that the first line declares, UTF-8 when it declares none.
 QByteArray declaredEncoding(const QByteArray& content) {
     static const QRegularExpression declaration(
-        QStringLiteral("^<\\?xml[^>]*encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
+        QStringLiteral("^<\\?xml\\s[^>]*encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
     constexpr qsizetype longest = 200;
     const auto match = declaration.match(QString::fromLatin1(content.left(longest)));
     return match.hasMatch() ? match.captured(1).toLatin1() : QByteArrayLiteral("UTF-8");

@@ -45,9 +45,17 @@ QByteArray toXml(const QString& text) {
     return QString::fromUcs4(reinterpret_cast<const char32_t*>(marks.constData()), marks.size()).toUtf8();
 }
 
-QString fromXml(const char* text) { return QString::fromUtf8(text); }
+// A byte order mark at the start of a text is a character of it; the plain conversion would swallow it.
+QString fromXml(QByteArrayView text) {
+    constexpr QByteArrayView mark("\xEF\xBB\xBF");
+    qsizetype marks = 0;
+    while (text.sliced(marks * mark.size()).startsWith(mark))
+        ++marks;
+    return QString(marks, QChar::ByteOrderMark) + QString::fromUtf8(text.sliced(marks * mark.size()));
+}
+QString fromXml(const char* text) { return fromXml(QByteArrayView(text)); }
 QString fromXml(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return fromXml(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
 }
 
 bool isXmlName(const QString& name) {

@@ -107,6 +107,17 @@ TEST(XmlDocument, TextsReadBackExactly) {
     }
 }
 
+TEST(XmlDocument, AByteOrderMarkIsACharacterOfTheText) {
+    for (const QString& text : {QString("\uFEFF"), QString("\uFEFF\uFEFFa"), QString("a\uFEFF")}) {
+        const XmlDocumentPtr document = XmlDocument::create();
+        document->appendElement("T").setText(text);
+        document->root().setAttribute("A", text);
+        const XmlDocumentPtr again = parsed(document->xml());
+        EXPECT_EQ(again->root().text(), text);
+        EXPECT_EQ(again->root().attribute("A"), text);
+    }
+}
+
 TEST(XmlDocument, CarriageReturnInAnAttributeIsACharacterReference) {
     const XmlDocumentPtr document = XmlDocument::create();
     document->appendElement("T").setAttribute("English", "is used,\rDelete?\n");
@@ -367,6 +378,16 @@ TEST_F(XmlFile, ReadsTheEncodingsOfItsTime) {
     expectRead("\xFF\xFE" + QByteArray(little.encode(declared)), "UTF-16 with byte order mark");
     QStringEncoder big(QStringConverter::Utf16BE);
     expectRead(big.encode(declared), "UTF-16 big-endian without mark");
+}
+
+TEST_F(XmlFile, OnlyTheDeclarationDeclaresTheEncoding) {
+    put("<?xml-model encoding=\"ISO-8859-1\"?><a>ü</a>");
+    const XmlDocumentPtr document = XmlDocument::create();
+    ASSERT_TRUE(document->load(path()));
+    EXPECT_EQ(document->root().text(), QString("ü"));
+    document->save(path());
+    ASSERT_TRUE(document->load(path()));
+    EXPECT_EQ(document->root().text(), QString("ü")) << "what was written stands in front of it again";
 }
 
 TEST_F(XmlFile, UnreadableFilesAreRefused) {
