@@ -59,7 +59,8 @@ public:
     void write(const QString& name, const QByteArray& content) const {
         QDir().mkpath(QFileInfo(path(name)).path());
         QFile file(path(name));
-        require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "the input is written");
+        require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(),
+                "the input is written");
     }
 
 private:

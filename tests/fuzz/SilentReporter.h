@@ -14,8 +14,8 @@ public:
         if (!sorvanto::basMain::ErrorReporter)
             sorvanto::basMain::ErrorReporter = std::make_shared<SilentReporter>();
     }
-    void ReportError(const QString&, const QString&, const QString&, std::int32_t, const QString&, const QString&,
-                     bool, bool, bool, bool) noexcept override {}
+    void ReportError(const QString&, const QString&, const QString&, std::int32_t, const QString&,
+                     const QString&, bool, bool, bool, bool) noexcept override {}
 };
 
 }  // namespace fuzz

@@ -1,5 +1,5 @@
-// Feeds any text to the reading of dates, the first byte choosing the customs of a country. A text is a date with
-// all of its numbers or is refused; each date read is written and read again as itself, in every form.
+// Feeds any text to the reading of dates, the first byte choosing the customs of a country. A text is a date
+// with all of its numbers or is refused; each date read is written and read again as itself, in every form.
 #include "Fuzz.h"
 
 #include "platform/basic/Dates.h"
@@ -34,8 +34,10 @@ bool isNumber(const QString& text) {
 /// No number of the text is left out or made up: each is the year, month, day, hour, minute or second.
 bool usesAllNumbers(const QString& text, const QDateTime& date) {
     const QTime time = date.time();
-    const QSet<int> parts{date.date().year(), date.date().year() % 100, date.date().month(), date.date().day(),
-                          time.hour(), (time.hour() + 11) % 12 + 1, time.hour() % 12, time.minute(), time.second()};
+    const QSet<int> parts{
+        date.date().year(), date.date().year() % 100,    date.date().month(), date.date().day(),
+        time.hour(),        (time.hour() + 11) % 12 + 1, time.hour() % 12,    time.minute(),
+        time.second()};
     QString digits;
     for (const QChar mark : text + u' ') {
         if (mark >= u'0' && mark <= u'9')
@@ -53,11 +55,13 @@ void checkDate(const QDateTime& date) {
     require(date.isValid() && date.timeSpec() == Qt::UTC, "a date is valid and without a zone");
     require(date.date().year() >= 100 && date.date().year() <= 9999, "a year is between 100 and 9999");
     QDateTime again;
-    require(fuzz::succeeds({}, [&] { again = toDate(dateText(date)); }) && again == date, "a written date reads back");
+    require(fuzz::succeeds({}, [&] { again = toDate(dateText(date)); }) && again == date,
+            "a written date reads back");
     require(fromStoredDate(storedDate(date)) == date, "a stored date reads back");
     require(fromSerial(toSerial(date)) == date, "a date as days is the same date");
     require(nullDate(QVariant(date)) == date, "a date as a value is the same date");
-    require(formatDate(date, QStringLiteral("MM-DD-YYYY")) == date.date().toString(u"MM-dd-yyyy"), "the picture shows it");
+    require(formatDate(date, QStringLiteral("MM-DD-YYYY")) == date.date().toString(u"MM-dd-yyyy"),
+            "the picture shows it");
 }
 
 void tryText(const QString& text) {
@@ -65,7 +69,8 @@ void tryText(const QString& text) {
     const bool read = fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { date = toDate(text); });
     if (read) {
         checkDate(date);
-        require(isNumber(text) || usesAllNumbers(text, date), "each number of the text is a part of the date");
+        require(isNumber(text) || usesAllNumbers(text, date),
+                "each number of the text is a part of the date");
     }
     const QDateTime stored = fromStoredDate(text);
     require(!stored.isValid() || storedDate(stored) == text, "a stored date is written as it was");

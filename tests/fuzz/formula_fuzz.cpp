@@ -1,5 +1,6 @@
-// Feeds any bytes to the readers of a formula document and of a mix document: the mixer gets exactly the numbers
-// that stand there, within its ranges, or a refusal; the list of steps shows what is stored, as it is stored.
+// Feeds any bytes to the readers of a formula document and of a mix document: the mixer gets exactly the
+// numbers that stand there, within its ranges, or a refusal; the list of steps shows what is stored, as it is
+// stored.
 #include "Fuzz.h"
 
 #include "mixer/LoadedFormula.h"
@@ -63,9 +64,12 @@ void checkSteps(const XmlDocument& document, const protocol::Programme& programm
     require(nodes.size() == programme.steps.size(), "no step is lost or added");
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const protocol::Step& step = programme.steps[i];
-        require(says(attribute(nodes[i], "LiftRPM"), step.liftRpm), "the lift speed is the one that stands there");
-        require(says(attribute(nodes[i], "MixRPM"), step.mixRpm), "the mix speed is the one that stands there");
-        require(saysTime(attribute(nodes[i], "MixTime"), step.seconds), "the time is the one that stands there");
+        require(says(attribute(nodes[i], "LiftRPM"), step.liftRpm),
+                "the lift speed is the one that stands there");
+        require(says(attribute(nodes[i], "MixRPM"), step.mixRpm),
+                "the mix speed is the one that stands there");
+        require(saysTime(attribute(nodes[i], "MixTime"), step.seconds),
+                "the time is the one that stands there");
         require(says(attribute(nodes[i], "Cycles"), step.cycles), "the cycles are those that stand there");
     }
 }
@@ -98,9 +102,11 @@ void tryFormula(const XmlDocumentPtr& document) {
     if (!formula)
         return;
     require(formula->document->xml() == before, "the copy is the same");
-    require(says(text(*document, QStringLiteral("//Formula/Make")), formula->quantity), "the quantity stands there");
+    require(says(text(*document, QStringLiteral("//Formula/Make")), formula->quantity),
+            "the quantity stands there");
     require(says(text(*document, QStringLiteral("//Formula/Size")), formula->jar), "the jar stands there");
-    require(says(text(*document, QStringLiteral("//Formula/Type")), formula->programme.type), "the type stands there");
+    require(says(text(*document, QStringLiteral("//Formula/Type")), formula->programme.type),
+            "the type stands there");
     checkSteps(*document, formula->programme);
     checkFrames(formula->programme);
 }
@@ -113,7 +119,8 @@ void tryList(const XmlDocument& document) {
     list.clear();
     const bool whole = fuzz::succeeds({platform::error::objectNotSet}, [&] { listMixSteps(document, list); });
     const auto nodes = document.getElementsByTagName(QStringLiteral("Mix"));
-    require(list.count() <= static_cast<int>(nodes.size()) && (!whole || list.count() == static_cast<int>(nodes.size())),
+    require(list.count() <= static_cast<int>(nodes.size())
+                && (!whole || list.count() == static_cast<int>(nodes.size())),
             "a row is a step");
     for (int row = 0; row < list.count(); ++row) {
         const QStringList cells = list.row(row);

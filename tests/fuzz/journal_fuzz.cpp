@@ -1,5 +1,5 @@
-// Feeds any bytes to the journal as the file of a mix, beside a good one. What is no journal stays where it is, to
-// the byte; what is one reads back the same after each write; the other mix is never touched.
+// Feeds any bytes to the journal as the file of a mix, beside a good one. What is no journal stays where it
+// is, to the byte; what is one reads back the same after each write; the other mix is never touched.
 #include "Fuzz.h"
 
 #include "mixer/MixJournal.h"
@@ -17,8 +17,9 @@ namespace {
 
 const QString fileName = QStringLiteral("mixes/3FA21C09.xml");
 const QString otherName = QStringLiteral("mixes/0000ABCD.xml");
-const QByteArray other = "<Mix ID=\"0000ABCD\" State=\"started\" Mixer=\"SV0426\" Loaded=\"2026-03-07 14:05:09\" "
-                         "Started=\"2026-03-07 14:06:09\"><Formula><Name>Base</Name><Make>50</Make></Formula></Mix>";
+const QByteArray other =
+    "<Mix ID=\"0000ABCD\" State=\"started\" Mixer=\"SV0426\" Loaded=\"2026-03-07 14:05:09\" "
+    "Started=\"2026-03-07 14:06:09\"><Formula><Name>Base</Name><Make>50</Make></Formula></Mix>";
 
 class NoonClock final : public platform::Clock {
 public:
@@ -48,7 +49,8 @@ MixJournal readAgain() {
 /// Finished, or aborted where it is finished, then closed; each time a new start sees the same.
 void goOn(const protocol::MixId& mix) {
     MixJournal journal = readAgain();
-    const XmlDocumentPtr results = makeResultsDocument({1, "2.1", "SV0426"}, {mix, 12, 7, 9, 61, false, 2, 14952});
+    const XmlDocumentPtr results =
+        makeResultsDocument({1, "2.1", "SV0426"}, {mix, 12, 7, 9, 61, false, 2, 14952});
     const QString formula = journal.find(mix)->formula->xml();
     if (journal.find(mix)->state == JournalState::Finished)
         journal.abort(mix);
@@ -78,7 +80,8 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
     const MixJournal first = readAgain();
     require(folder.read(otherName) == other && first.find("0000ABCD"), "the other mix is never touched");
     if (first.unreadable().contains(QStringLiteral("3FA21C09.xml"))) {
-        require(first.open().size() == 1 && folder.read(fileName) == content, "what is no journal stays as it is");
+        require(first.open().size() == 1 && folder.read(fileName) == content,
+                "what is no journal stays as it is");
         return;
     }
     for (const JournalEntry& entry : std::vector<JournalEntry>(first.open())) {
@@ -86,7 +89,8 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
         if (entry.mix == "0000ABCD")
             continue;
         require(entry.state == JournalState::Started || entry.state == JournalState::Finished
-                    || entry.state == JournalState::Aborted, "an open mix was started");
+                    || entry.state == JournalState::Aborted,
+                "an open mix was started");
         require(folder.read(fileName) == content, "reading changes nothing");
         goOn(entry.mix);
         require(folder.read(otherName) == other, "the other mix is never touched");

@@ -1,5 +1,6 @@
-// Feeds any bytes to the translation store as its file, and texts to look up. An answer is an entry's or the text
-// itself; a file that doesn't parse is never touched; a text that was added is found by the next start.
+// Feeds any bytes to the translation store as its file, and texts to look up. An answer is the first entry's
+// or the text itself; a file that doesn't parse is never touched; a text that was added is found by the next
+// start.
 #include "Fuzz.h"
 #include "SilentReporter.h"
 
@@ -15,15 +16,18 @@ namespace {
 const QString fileName = QStringLiteral("GermanTranslation.xml");
 constexpr std::int16_t german = 2;
 
-/// The answers that the file offers for a text.
-QStringList offered(const XmlDocument& file, const QString& text) {
-    QStringList answers;
+/// What the file answers: the first entry's translation; the text itself where there is none, and for a text
+/// with an apostrophe, which is never looked up.
+QString expected(const XmlDocument& file, const QString& text) {
     for (const platform::XmlNode& entry : file.getElementsByTagName(QStringLiteral("Translate"))) {
-        if (entry.hasAttribute(QStringLiteral("English")) && entry.hasAttribute(QStringLiteral("Translated"))
-            && entry.attribute(QStringLiteral("English")) == text)
-            answers << entry.attribute(QStringLiteral("Translated"));
+        if (text.contains(u'\'') || !entry.hasAttribute(QStringLiteral("English"))
+            || entry.attribute(QStringLiteral("English")) != text)
+            continue;
+        const bool translated = entry.hasAttribute(QStringLiteral("Translated"));
+        const QString answer = translated ? entry.attribute(QStringLiteral("Translated")) : QString();
+        return answer.isEmpty() ? text : answer;
     }
-    return answers;
+    return text;
 }
 
 QString looked(sorvanto::clsLanguage& language, const QString& text) {
@@ -39,7 +43,7 @@ void tryText(const fuzz::Folder& folder, const XmlDocument& file, const QString&
     sorvanto::clsLanguage language;
     language.setLanguage(german);
     const QString answer = looked(language, text);
-    require(answer == plain || offered(file, plain).contains(answer), "an answer is an entry's or the text itself");
+    require(answer == expected(file, plain), "an answer is the first entry's or the text itself");
     require(looked(language, text) == answer, "the second answer is the first");
 
     sorvanto::clsLanguage next;

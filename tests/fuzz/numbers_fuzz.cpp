@@ -1,5 +1,5 @@
-// Feeds any text to the conversions of numbers and money. Each gives exactly the value that the text says, told by
-// another way of reading, or refuses; what is written reads back; a rounded text is the nearest one.
+// Feeds any text to the conversions of numbers and money. Each gives exactly the value that the text says,
+// told by another way of reading, or refuses; what is written reads back; a rounded text is the nearest one.
 #include "Fuzz.h"
 
 #include "platform/basic/Currency.h"
@@ -36,7 +36,8 @@ std::optional<QRegularExpressionMatch> wholeNumber(const QString& text) {
 
 double valueOf(const QString& number) { return std::strtod(number.toLatin1().constData(), nullptr); }
 
-/// The exact count of ten-thousandths, a tie to the even one; nothing when the check's own arithmetic is too small.
+/// The exact count of ten-thousandths, a tie to the even one; nothing when the check's own arithmetic is too
+/// small.
 std::optional<Wide> exactCount(const QRegularExpressionMatch& match) {
     const QString whole = match.captured(2);
     const QString fraction = match.captured(3) + match.captured(4);
@@ -52,7 +53,9 @@ std::optional<Wide> exactCount(const QRegularExpressionMatch& match) {
     Wide count = 0;
     for (qlonglong at = 0; at < point; ++at)
         count = count * 10 + (at < digits.size() ? digits[at].digitValue() : 0);
-    const QString rest = point >= digits.size() ? QString() : QString(std::max(0LL, -point), u'0') + digits.mid(std::max(0LL, point));
+    const QString rest = point >= digits.size()
+                             ? QString()
+                             : QString(std::max(0LL, -point), u'0') + digits.mid(std::max(0LL, point));
     QString half = QStringLiteral("5");
     half = half.leftJustified(std::max<qsizetype>(rest.size(), 1), u'0');
     if (rest > half || (rest == half && count % 2 == 1))
@@ -62,17 +65,20 @@ std::optional<Wide> exactCount(const QRegularExpressionMatch& match) {
 
 void tryReading(const QString& text) {
     QString compact = text;
-    compact.removeIf([](QChar mark) { return mark == u' ' || mark == u'\t' || mark == u'\n' || mark == u'\r'; });
+    compact.removeIf(
+        [](QChar mark) { return mark == u' ' || mark == u'\t' || mark == u'\n' || mark == u'\r'; });
     const auto start = numberPattern().match(compact);
     const double leading = start.hasMatch() ? valueOf(start.captured()) : 0;
-    require(leadingNumber(text) == std::clamp(leading, -largest, largest), "the leading number is the one in front");
+    require(leadingNumber(text) == std::clamp(leading, -largest, largest),
+            "the leading number is the one in front");
 
     const auto whole = wholeNumber(trimmed(text));
     double value = 0;
     const bool read = fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = toDouble(text); });
     require(read == (whole && std::isfinite(valueOf(trimmed(text)))), "a number is read, and nothing else");
     if (!read) {
-        require(whole || format(text, QStringLiteral("#0.00")) == text, "no picture is put on what is no number");
+        require(whole || format(text, QStringLiteral("#0.00")) == text,
+                "no picture is put on what is no number");
         return;
     }
     require(value == valueOf(trimmed(text)), "the value is exactly the text's");
@@ -81,14 +87,16 @@ void tryReading(const QString& text) {
 void tryMoney(const QString& text) {
     const auto whole = wholeNumber(trimmed(text));
     Currency money;
-    const bool read = fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { money = Currency::fromText(text); });
+    const bool read =
+        fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { money = Currency::fromText(text); });
     require(!read || whole, "money is read from numbers alone");
     if (read)
         require(Currency::fromText(money.toText()) == money, "money as text reads back");
     if (!whole)
         return;
     if (const auto count = exactCount(*whole)) {
-        const bool fits = *count >= std::numeric_limits<std::int64_t>::min() && *count <= std::numeric_limits<std::int64_t>::max();
+        const bool fits = *count >= std::numeric_limits<std::int64_t>::min()
+                          && *count <= std::numeric_limits<std::int64_t>::max();
         require(read == fits && (!fits || money.tenThousandths() == *count), "money is exact");
     }
     if (read) {
@@ -104,14 +112,18 @@ void checkInteger(double value, Integer (*convert)(double)) {
     Integer found = 0;
     const bool read = fuzz::succeeds({error::overflow}, [&] { found = convert(value); });
     const double nearest = std::nearbyint(value);
-    require(read == (nearest >= std::numeric_limits<Integer>::min() && nearest <= std::numeric_limits<Integer>::max()),
+    require(read
+                == (nearest >= std::numeric_limits<Integer>::min()
+                    && nearest <= std::numeric_limits<Integer>::max()),
             "a whole number fits or is refused");
-    require(!read || (found == nearest && std::abs(value - nearest) <= 0.5), "a whole number is the nearest one");
+    require(!read || (found == nearest && std::abs(value - nearest) <= 0.5),
+            "a whole number is the nearest one");
 }
 
 void tryWriting(double value) {
     if (!std::isfinite(value)) {
-        require(!fuzz::succeeds({error::overflow}, [&] { numberText(value); }), "what is no number isn't written");
+        require(!fuzz::succeeds({error::overflow}, [&] { numberText(value); }),
+                "what is no number isn't written");
         return;
     }
     checkInteger<std::int16_t>(value, [](double number) { return toInt16(number); });
@@ -130,9 +142,11 @@ void tryWriting(double value) {
         require(std::abs(valueOf(rounded) - value) <= 0.5 * std::pow(10, -decimals) + std::abs(value) * 6e-15,
                 "a rounded text is the nearest");
         require(rounded.section(u'.', 1).size() == decimals, "a rounded text has its decimals");
-        const QString picture = decimals == 0 ? QStringLiteral("##0") : QStringLiteral("##0.") + QString(decimals, u'0');
+        const QString picture =
+            decimals == 0 ? QStringLiteral("##0") : QStringLiteral("##0.") + QString(decimals, u'0');
         require(format(value, picture) == rounded, "the picture shows the rounded digits");
-        require(format(value, QStringLiteral("#,") + picture).remove(u',') == rounded, "groups change no digit");
+        require(format(value, QStringLiteral("#,") + picture).remove(u',') == rounded,
+                "groups change no digit");
     }
 }
 
@@ -140,12 +154,16 @@ void tryWriting(double value) {
 void tryWithZero(const QString& text) {
     double value = 0;
     const QString joined = u'0' + text;
-    const bool read = fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = nullDouble(QVariant(text)); });
+    const bool read =
+        fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = nullDouble(QVariant(text)); });
     const auto whole = wholeNumber(trimmed(joined));
-    require(read == (text.startsWith(u'-') ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
-                                           : whole && std::isfinite(valueOf(trimmed(joined)))),
-            "with a 0 in front a number is read, and nothing else");
-    require(!read || value == (text.startsWith(u'-') ? 0 : valueOf(trimmed(joined))), "the 0 in front changes no value");
+    require(
+        read
+            == (text.startsWith(u'-') ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
+                                      : whole && std::isfinite(valueOf(trimmed(joined)))),
+        "with a 0 in front a number is read, and nothing else");
+    require(!read || value == (text.startsWith(u'-') ? 0 : valueOf(trimmed(joined))),
+            "the 0 in front changes no value");
 }
 
 void tryPictures(const QString& text) {
@@ -175,7 +193,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tryWriting(raw);
         fuzz::succeeds({error::overflow}, [&] {
             const Currency money = Currency::fromDouble(raw);
-            require(std::abs(money.toDouble() - raw) <= 0.00005001 + std::abs(raw) * 6e-15, "money is the nearest");
+            require(std::abs(money.toDouble() - raw) <= 0.00005001 + std::abs(raw) * 6e-15,
+                    "money is the nearest");
         });
     }
     return 0;

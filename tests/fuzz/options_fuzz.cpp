@@ -1,5 +1,6 @@
 // Feeds any bytes to the settings as options.xml. A setting is its element's text and a number the one that
-// stands there, or it is refused; a file that doesn't parse is never touched, and no other one loses a setting.
+// stands there, or it is refused; a file that doesn't parse is never touched, and no other one loses a
+// setting.
 #include "Fuzz.h"
 #include "SilentReporter.h"
 
@@ -40,7 +41,8 @@ template <class Get>
 std::optional<std::int16_t> number(Get&& get) {
     std::int16_t value = 0;
     using namespace platform::error;
-    const bool good = fuzz::succeeds({objectNotSet, typeMismatch, overflow, invalidProcedureCall}, [&] { value = get(); });
+    const bool good =
+        fuzz::succeeds({objectNotSet, typeMismatch, overflow, invalidProcedureCall}, [&] { value = get(); });
     return good ? std::optional(value) : std::nullopt;
 }
 
@@ -48,14 +50,16 @@ void checkNumber(const std::optional<QString>& text, const std::optional<std::in
     if (!value)
         return;
     require(text.has_value(), "a number comes from an element");
-    require(*value == platform::toInt16(platform::toDouble(*text)), "the number is the one that stands there");
+    require(*value == platform::toInt16(platform::toDouble(*text)),
+            "the number is the one that stands there");
 }
 
 void checkTexts(const XmlDocument& file, const clsOptions& options) {
     for (const TextSetting& setting : texts) {
         const auto text = given(file, QLatin1String(setting.path));
         QString value;
-        const bool read = fuzz::succeeds({platform::error::objectNotSet}, [&] { value = (options.*setting.get)(); });
+        const bool read =
+            fuzz::succeeds({platform::error::objectNotSet}, [&] { value = (options.*setting.get)(); });
         require(read == text.has_value() && (!read || value == *text), "a text is its element's");
     }
 }
@@ -63,10 +67,11 @@ void checkTexts(const XmlDocument& file, const clsOptions& options) {
 /// What was set is what is read, now and from the file.
 void checkSetting(const fuzz::Folder& folder, clsOptions& options, const QString& text) {
     for (const TextSetting& setting : texts) {
-        const bool set = fuzz::succeeds({platform::error::objectNotSet, platform::error::invalidProcedureCall}, [&] {
-            (options.*setting.set)(text);
-            require((options.*setting.get)() == text, "what was set is what is read");
-        });
+        const bool set =
+            fuzz::succeeds({platform::error::objectNotSet, platform::error::invalidProcedureCall}, [&] {
+                (options.*setting.set)(text);
+                require((options.*setting.get)() == text, "what was set is what is read");
+            });
         options.saveOptions();
         const XmlDocumentPtr saved = XmlDocument::create();
         require(saved->load(folder.path(fileName)), "the saved file can be read");
@@ -80,10 +85,12 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
     {
         clsOptions options;
         checkTexts(*file, options);
-        checkNumber(given(*file, QStringLiteral("//Configuration/Options/CommPort")), number([&] { return options.CommPort(); }));
+        checkNumber(given(*file, QStringLiteral("//Configuration/Options/CommPort")),
+                    number([&] { return options.CommPort(); }));
         number([&] { return options.Language(); });
         const auto patients = given(*file, QStringLiteral("//Configuration/Pharmacy/ShowPatients"));
-        checkNumber(patients ? patients : QStringLiteral("0"), number([&] { return options.ShowPatients(); }));
+        checkNumber(patients ? patients : QStringLiteral("0"),
+                    number([&] { return options.ShowPatients(); }));
         const auto speed = given(*file, QStringLiteral("//Configuration/Pharmacy/OverrideSpeed"));
         checkNumber(speed ? speed : QStringLiteral("0"), number([&] { return options.OverrideSpeed(); }));
         number([&] { return options.DefPrinter(), 0; });

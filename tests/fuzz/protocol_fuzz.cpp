@@ -1,5 +1,6 @@
-// Feeds any bytes to the mixer's line. The frames found are exactly the whole ones, in whatever pieces the bytes
-// come; each encodes to its own bytes; each message encodes to its own frame; disturbance never outlives a frame.
+// Feeds any bytes to the mixer's line. The frames found are exactly the whole ones, in whatever pieces the
+// bytes come; each encodes to its own bytes; each message encodes to its own frame; disturbance never
+// outlives a frame.
 #include "Fuzz.h"
 
 #include "mixer/protocol/FrameDecoder.h"
@@ -82,7 +83,8 @@ void checkMessage(const Frame& frame) {
 
 void tryStream(const QByteArray& stream, Direction direction) {
     const Fed once = fed(stream, direction, std::max<qsizetype>(stream.size(), 1));
-    require(once == fed(stream, direction, 1) && once == fed(stream, direction, 7), "pieces make no difference");
+    require(once == fed(stream, direction, 1) && once == fed(stream, direction, 7),
+            "pieces make no difference");
     require(once.frames == wholeFrames(stream, direction), "exactly the whole frames are found");
     for (const Frame& frame : once.frames) {
         require(stream.contains(encode(frame)), "a frame encodes to its own bytes");
@@ -91,7 +93,8 @@ void tryStream(const QByteArray& stream, Direction direction) {
     // Whatever came before, the next whole frame is found.
     const Frame next{direction, 7, "STATUS", {}};
     require(!fed(stream + encode(next), direction, 5).frames.empty()
-                && fed(stream + encode(next), direction, 5).frames.back() == next, "in step again at the next frame");
+                && fed(stream + encode(next), direction, 5).frames.back() == next,
+            "in step again at the next frame");
 }
 
 /// The bytes as kind and fields of a frame with a good check, so that the readers are reached without luck.

@@ -1,5 +1,5 @@
-// Results of the mixer as a document: what was composed reads back to the letter, and two mixes of one mixer never
-// share a lot. Any other document gives the lot that stands in it, or none.
+// Results of the mixer as a document: what was composed reads back to the letter, and two mixes of one mixer
+// never share a lot. Any other document gives the lot that stands in it, or none.
 #include "Fuzz.h"
 
 #include "mixer/MixTables.h"
@@ -17,7 +17,8 @@ namespace {
 /// Values within the protocol's ranges from any bytes.
 protocol::MixResults results(const QByteArray& content) {
     std::uint32_t raw[5] = {};
-    std::memcpy(raw, content.constData(), std::min<std::size_t>(sizeof raw, static_cast<std::size_t>(content.size())));
+    std::memcpy(raw, content.constData(),
+                std::min<std::size_t>(sizeof raw, static_cast<std::size_t>(content.size())));
     const auto positive = [](std::uint32_t value) { return static_cast<int>(value & 0x7FFFFFFF); };
     protocol::MixResults made;
     made.mix = "3FA21C09";
@@ -39,16 +40,19 @@ void tryComposing(const protocol::MixResults& made) {
     const protocol::Identity mixer{protocol::version, "2.1", "SV0426"};
     const XmlDocumentPtr document = XmlDocument::create();
     require(document->loadXML(makeResultsDocument(mixer, made)->xml()), "what was composed can be read");
-    require(value(*document, "PreparationNumber").toInt() == made.preparation, "the preparation number is kept");
+    require(value(*document, "PreparationNumber").toInt() == made.preparation,
+            "the preparation number is kept");
     require(value(*document, "LiftingCycles") == QString::number(made.cycles), "the cycles are kept");
-    require(value(*document, "TotalMixingRevolutions") == QString::number(made.revolutions), "the revolutions are kept");
+    require(value(*document, "TotalMixingRevolutions") == QString::number(made.revolutions),
+            "the revolutions are kept");
     require(value(*document, "PreGrind") == QString::number(made.preGrind), "the pre grind is kept");
     require(jarNames().indexOf(value(*document, "Size")) == made.jar, "the jar is kept");
     require(mixTypeNames().indexOf(value(*document, "Type")) == made.type, "the type is kept");
     require((value(*document, "Interuption") == u"U") == made.stoppedByUser, "the ending is kept");
 
     const QString lot = lotOf(document);
-    require(lot.startsWith(QLatin1String("SV0426")) && lot.mid(6).toInt() == made.preparation, "the lot tells the mix");
+    require(lot.startsWith(QLatin1String("SV0426")) && lot.mid(6).toInt() == made.preparation,
+            "the lot tells the mix");
     protocol::MixResults other = made;
     other.preparation = made.preparation > 1 ? made.preparation - 1 : 2;
     require(lotOf(makeResultsDocument(mixer, other)) != lot, "no two mixes share a lot");
@@ -61,7 +65,9 @@ void tryDocument(const QByteArray& content) {
     const QString lot = lotOf(document);
     require(document->xml() == before, "reading changes nothing");
     if (!lot.isEmpty())
-        require(lot == platform::nodeValue(*document, QStringLiteral("//Results")) + value(*document, "PreparationNumber"),
+        require(lot
+                    == platform::nodeValue(*document, QStringLiteral("//Results"))
+                           + value(*document, "PreparationNumber"),
                 "the lot is the one that stands there");
 }
 

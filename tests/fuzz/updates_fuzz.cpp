@@ -1,4 +1,5 @@
-// Feeds any bytes to the reader of dbupdate.xml: the steps as they stand there, or a refusal of the whole file.
+// Feeds any bytes to the reader of dbupdate.xml: the steps as they stand there, or a refusal of the whole
+// file.
 #include "Fuzz.h"
 
 #include "core/UpdateFile.h"
@@ -26,7 +27,8 @@ void checkSteps(const std::vector<sorvanto::UpdateStep>& steps) {
     for (const sorvanto::UpdateStep& step : steps) {
         const std::int64_t from = sorvanto::versionNumber(step.from);
         require(from >= 0 && sorvanto::versionNumber(step.to) > from, "each step leads upward");
-        require(!step.statements.isEmpty() && !step.statements.contains(QString()), "each step has statements");
+        require(!step.statements.isEmpty() && !step.statements.contains(QString()),
+                "each step has statements");
         const auto chain = sorvanto::stepsFrom(steps, from);
         require(!chain.empty() && chain.size() <= steps.size() && written({chain.front()}) == written({step}),
                 "one step at most starts from a version");
@@ -43,7 +45,8 @@ void checkVersion(const QString& text) {
         require((mark >= u'0' && mark <= u'9') || mark == u'.', "a version is written in plain digits");
     require(plain.count(u'.') <= 1, "a version has one point at most");
     const QString fraction = plain.section(u'.', 1, 1).leftJustified(4, u'0');
-    require(version == (plain.section(u'.', 0, 0) + fraction).toLongLong(), "a version has its digits' value");
+    require(version == (plain.section(u'.', 0, 0) + fraction).toLongLong(),
+            "a version has its digits' value");
 }
 
 }  // namespace
@@ -55,7 +58,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     folder.write(name, content);
     std::vector<sorvanto::UpdateStep> steps;
     checkVersion(QString::fromUtf8(content.left(20)));
-    const bool read = fuzz::succeeds({platform::error::general}, [&] { steps = sorvanto::readUpdateFile(folder.path(name)); });
+    const bool read = fuzz::succeeds({platform::error::general},
+                                     [&] { steps = sorvanto::readUpdateFile(folder.path(name)); });
     require(folder.read(name) == content, "the file is never written");
     if (!read)
         return 0;

@@ -21,8 +21,8 @@ QString essence(QString text) {
     return text;
 }
 
-/// Whether the strict reader may know fewer names than the document does: of letters added to Unicode later, with
-/// colons in places of no use.
+/// Whether the strict reader may know fewer names than the document does: of letters added to Unicode later,
+/// with colons in places of no use.
 bool hasRareNames(const QString& text) {
     static const QRegularExpression colon(QStringLiteral("[<\\s?][^\\s\"'=<>]*:"));
     return text.contains(colon)
@@ -73,14 +73,16 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
         return;
     }
     const QString text = QString::fromUtf8(content);
-    const bool isPlain = content.startsWith('<') && !content.contains("<!DOCTYPE") && !content.contains("encoding");
+    const bool isPlain =
+        content.startsWith('<') && !content.contains("<!DOCTYPE") && !content.contains("encoding");
     if (isPlain && text.toUtf8() == content)
         readsAlike(text, *document);
 
     document->save(path);
     const XmlDocumentPtr again = XmlDocument::create();
     require(again->load(path), "what was written can be read");
-    require(readsAlike(again->xml(), *document) || hasRareNames(again->xml()), "what was written is well formed");
+    require(readsAlike(again->xml(), *document) || hasRareNames(again->xml()),
+            "what was written is well formed");
     const XmlDocumentPtr third = XmlDocument::create();
     require(third->loadXML(again->xml()) && third->xml() == again->xml(), "writing again changes nothing");
     require(document->cloneDeep()->xml() == document->xml(), "a copy is the same");
@@ -104,7 +106,8 @@ void tryText(const QString& text) {
 void tryPath(const QString& path) {
     static const XmlDocumentPtr document = [] {
         const XmlDocumentPtr built = XmlDocument::create();
-        built->loadXML(QStringLiteral("<Formula><ID>7</ID><CustomMix><Mix Cycles=\"1\"/></CustomMix></Formula>"));
+        built->loadXML(
+            QStringLiteral("<Formula><ID>7</ID><CustomMix><Mix Cycles=\"1\"/></CustomMix></Formula>"));
         return built;
     }();
     fuzz::succeeds({platform::error::statement}, [&] {

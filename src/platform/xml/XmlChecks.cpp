@@ -12,7 +12,9 @@ namespace {
 
 bool isName(const char* name) {
     const std::string_view text(name);
-    const auto isLatin = [](char mark) { return (mark >= 'A' && mark <= 'Z') || (mark >= 'a' && mark <= 'z'); };
+    const auto isLatin = [](char mark) {
+        return (mark >= 'A' && mark <= 'Z') || (mark >= 'a' && mark <= 'z');
+    };
     if (std::all_of(text.begin(), text.end(), isLatin))
         return !text.empty();
     return isXmlName(QString::fromUtf8(name));

@@ -1,5 +1,5 @@
-// What the parser lets pass though no XML document may hold it. Such a text would read as a guess: a quantity cut
-// off behind a null character, one of two values of the same attribute.
+// What the parser lets pass though no XML document may hold it. Such a text would read as a guess: a
+// quantity cut off behind a null character, one of two values of the same attribute.
 // Included by the .cpp files of this folder alone.
 #pragma once
 
