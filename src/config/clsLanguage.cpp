@@ -49,6 +49,8 @@ void clsLanguage::CreateLanguages() {
 void clsLanguage::indexEntries() {
     m_entries.clear();
     for (const platform::XmlNode& entry : m_document->getElementsByTagName(QStringLiteral("Translate"))) {
+        if (!entry.hasAttribute(QStringLiteral("English")))
+            continue;  // damaged; no text finds it, and the entries behind it still count
         const QString text = entry.attribute(QStringLiteral("English"));
         if (!text.isEmpty() && !m_entries.contains(text))
             m_entries.insert(text, entry);

@@ -134,6 +134,13 @@ TEST_F(clsLanguageTest, KeysWithMarksAndLineEndsSurviveAStart) {
     EXPECT_EQ(file(), grown);
 }
 
+TEST_F(clsLanguageTest, AnEntryWithoutItsKeyIsPassedOverAndTheOnesBehindItAreFound) {
+    use("<Translate Translated=\"verwaist\"/><Translate/><Translate English=\"Lot\" Translated=\"Charge\"/>");
+    const QByteArray before = file();
+    EXPECT_EQ(translate("Lot"), "Charge");
+    EXPECT_EQ(file(), before) << "nothing is added a second time";
+}
+
 TEST_F(clsLanguageTest, ADeletedFileComesBackWithTheNextNewText) {
     use("<Translate English=\"Lot\" Translated=\"Charge\"/>");
     QFile::remove(folder.path("GermanTranslation.xml"));

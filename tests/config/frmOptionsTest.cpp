@@ -14,6 +14,8 @@
 #include <QGroupBox>
 #include <QTest>
 #include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 using platform::ChoiceBox;
 using platform::TextBox;
@@ -170,6 +172,26 @@ TEST_F(frmOptionsTest, PortsThatCanBeOpenedAreListed) {
     ::close(master);
 }
 
+TEST_F(frmOptionsTest, APortThatAnotherProgramHoldsIsNotListed) {
+    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(master, 0);
+    ASSERT_EQ(grantpt(master) | unlockpt(master), 0);
+    QFile::remove(folder.path("ports/COM3"));
+    QFile::link(ptsname(master), folder.path("ports/COM3"));
+    const int holder = ::open(ptsname(master), O_RDWR | O_NOCTTY);
+    ASSERT_GE(holder, 0);
+    ASSERT_EQ(::ioctl(holder, TIOCEXCL), 0);
+    {
+        frmOptions form;
+        EXPECT_EQ(entries(form, "cboPort"), QStringList());
+    }
+    ASSERT_EQ(::ioctl(holder, TIOCNXCL), 0);
+    frmOptions form;
+    EXPECT_EQ(entries(form, "cboPort"), QStringList("3")) << "given back";
+    ::close(holder);
+    ::close(master);
+}
+
 TEST_F(frmOptionsTest, ThePortIsTheLeadingNumberOfTheText) {
     const std::pair<const char*, const char*> table[] = {{"3x", "3"}, {"", "0"}, {"COM2", "0"}, {" 4 ", "4"}};
     for (const auto& [typed, stored] : table) {
@@ -227,6 +249,44 @@ TEST_F(frmOptionsTest, SavesEveryBox) {
                              "<PostalCode>O'txtZip<", "<Phone>O'txtPhone<", "<Fax>O'txtFax<", "<DEA>O'txtDEA<",
                              "<ShowPatients>0<", "<OverrideSpeed>1<", "<Language>7<", "<DefPrinter>PDF<"})
         EXPECT_TRUE(saved.contains(part)) << part;
+}
+
+TEST_F(frmOptionsTest, TenThousandCharactersSurviveInEveryBox) {
+    const QString longText = QString("Ünïcode <&> \"x\" it's ").repeated(500).left(9999) + ".";
+    const char* const boxes[] = {"txtStoreName", "txtAddress", "txtCity", "txtState",
+                                 "txtZip",       "txtPhone",   "txtFax",  "txtDEA"};
+    {
+        frmOptions form;
+        for (const char* name : boxes)
+            child<TextBox>(form, name)->setText(longText);
+        click(form, "cmdSave");
+    }
+    basMain::Options.reset();
+    startConfiguration();
+    frmOptions again;
+    for (const char* name : boxes)
+        EXPECT_EQ(text(again, name), longText) << name;
+}
+
+TEST_F(frmOptionsTest, AnotherLanguageWaitsForTheNextStart) {
+    frmOptions form;
+    child<ChoiceBox>(form, "cboLanguage")->setListIndex(2);
+    click(form, "cmdSave");
+    EXPECT_EQ(basMain::Options->Language(), 2);
+    EXPECT_EQ(basMain::Language->translationPath(), folder.path("EnglishTranslation.xml"));
+    EXPECT_FALSE(folder.has("GermanTranslation.xml"));
+}
+
+TEST_F(frmOptionsTest, AnotherDatabaseWaitsForTheNextStartWhileOneIsOpen) {
+    openDatabase();
+    frmOptions form;
+    asker.expectFile("Sorvanto Data|Sorvanto.mdb", folder.path("other.mdb"));
+    click(form, "cmdDB");
+    click(form, "cmdSave");
+    EXPECT_EQ(basMain::Options->DBLocation(), folder.path("other.mdb"));
+    sorvanto::openDB()->execute("INSERT INTO Patient (pat_LName) VALUES ('Doe')");
+    EXPECT_EQ(sqlText("SELECT pat_LName FROM Patient").toStdString(), "Doe") << "the open file is still in use";
+    EXPECT_FALSE(folder.has("other.mdb"));
 }
 
 TEST_F(frmOptionsTest, CancelLeavesEverything) {

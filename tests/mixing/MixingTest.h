@@ -51,11 +51,14 @@ public:
     }
     bool isLogged(const QString& lot) override {
         trace << "isLogged " + lot;
-        return false;
+        if (onLog)
+            onLog();
+        return inLog;
     }
 
     QStringList trace;
     bool logged = true;
+    bool inLog = false;  ///< whether any lot is in the log already
     std::function<void()> onLog;
     sorvanto::ctlSorvanto* control = nullptr;  ///< in place of its own one
 

@@ -1,7 +1,10 @@
 // The mixer screen: a finished mix goes to the log, then the formula screen comes up.
 #include "MixingTest.h"
+#include "mixer/MixJournal.h"
 #include "mixing/FormulaDocument.h"
 #include "mixing/frmSorvanto.h"
+
+#include <QDir>
 
 using namespace sorvanto;
 
@@ -22,6 +25,22 @@ protected:
     }
     void finishMix() const {
         emit screen->control().mixDone(document("<Formula/>"), document("<Results/>"));
+    }
+
+    /// The journal of an earlier run, which ended between the end of a mix and its way to the log.
+    void leaveFinishedMix() const {
+        // No mixer may answer: the first port is a file that is none.
+        ASSERT_TRUE(QDir(folder.path()).mkdir("ports"));
+        folder.write("ports/COM1", {});
+        MixJournal journal;
+        journal.load("3FA21C09", document(formulaXml()));
+        journal.start("3FA21C09", "SV0426");
+        journal.finish("3FA21C09",
+                       document("<Results Value=\"SV0426\"><PreparationNumber Value=\"0012\"/></Results>"), false);
+        ASSERT_EQ(openMixes(), 1);
+    }
+    int openMixes() const {
+        return static_cast<int>(QDir(folder.path("mixes")).entryList({"*.xml"}, QDir::Files).size());
     }
 
     std::unique_ptr<frmSorvanto> screen;
@@ -72,6 +91,23 @@ TEST_F(frmSorvantoTest, ListensWithoutSettingTools) {
     basMain::Main = main.get();
     expectReport("frmSorvanto:setListener");
     screen->Listener(0);
+}
+
+TEST_F(frmSorvantoTest, AMixThatReachedTheLogIsNotOfferedAgain) {
+    ASSERT_NO_FATAL_FAILURE(leaveFinishedMix());
+    main->inLog = true;
+    screen->control().StartControl();
+    EXPECT_EQ(str(main->trace.join('\n')), "isLogged SV04260012");
+    EXPECT_EQ(openMixes(), 0);
+}
+
+TEST_F(frmSorvantoTest, ALogThatCantBeReadIsReportedAndTheMixStaysOnOffer) {
+    ASSERT_NO_FATAL_FAILURE(leaveFinishedMix());
+    main->inLog = true;
+    main->onLog = [] { throw platform::RuntimeError(platform::error::statement, "no such table: Log"); };
+    screen->control().StartControl();
+    EXPECT_EQ(str(expectReport("frmSorvanto:isLogged").description), "no such table: Log");
+    EXPECT_EQ(openMixes(), 1);
 }
 
 TEST_F(frmSorvantoTest, ClosingNeverRefuses) {

@@ -187,6 +187,17 @@ TEST_F(FormulaIngredientsTest, AddAndRemoveTakeTheCellThatIsStillOpen) {
     EXPECT_EQ(str(line(11)), "9.0|0|1");
 }
 
+TEST_F(FormulaIngredientsTest, MakeTakesTheCellThatIsStillOpen) {
+    editIngredients("Cooling Gel");
+    typeInCell(grid(), 0, "fch_Qty", "8");
+    asker.expectModal("frmMake", [](QWidget& form) {
+        support::child<QPushButton>(form, "CancelButton")->click();
+    });
+    force("cmdMake");
+    EXPECT_EQ(str(line(11)), "8.0|0|1");
+    EXPECT_EQ(window->current(), currentFormula);
+}
+
 TEST_F(FormulaIngredientsTest, AfterAChangeOfLinesACopyFailsUntilTheFormulaIsOpenedAgain) {
     editIngredients("Plain Base");
     expectChemical("Asp", "4.5");

@@ -173,6 +173,16 @@ TEST_F(MixSettingsTest, TheOverrideCountsAtTheNextRunOfTheRule) {
     EXPECT_EQ(upDown("updCustSpeed").maximum(), 166);
 }
 
+TEST_F(MixSettingsTest, AnythingButZeroOverridesTheLimit) {
+    edit("Arnica Salve");
+    const std::pair<std::int16_t, int> table[] = {{-1, 250}, {0, 166}, {7, 250}};
+    for (const auto& [stored, limit] : table) {
+        basMain::Options->OverrideSpeed(stored);
+        box<ChoiceBox>("cbofrm_JarSize").setListIndex(8);
+        EXPECT_EQ(upDown("updCustSpeed").maximum(), limit) << stored;
+    }
+}
+
 TEST_F(MixSettingsTest, TheLimitLeavesValueLabelAndStepsAlone) {
     edit("Cooling Gel");
     basMain::Options->OverrideSpeed(1);

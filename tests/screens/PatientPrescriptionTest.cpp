@@ -167,6 +167,18 @@ TEST_F(PatientPrescriptionTest, AnOpenCellIsTakenBySaveAndByAdd) {
     EXPECT_TRUE(patient().formLocked());
 }
 
+TEST_F(PatientPrescriptionTest, AnOpenCellIsTakenByDeleteAndByMake) {
+    editPrescriptions();
+    typeIntoCell(0, "Doctor", "Dr. Elm");
+    asker.expectMsgBox("Are you sure?", yesNo, "Delete RX", platform::Answer::No);
+    press("cmdDeleteRX");
+    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Elm");
+    typeIntoCell(0, "Doctor", "Dr. Fir");
+    asker.expectModal("frmMake", [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
+    force("cmdMake");
+    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Fir");
+}
+
 TEST_F(PatientPrescriptionTest, CancelDropsAnOpenCell) {
     editPrescriptions();
     typeIntoCell(0, "Doctor", "Dr. Elm");
