@@ -19,10 +19,10 @@ QString childText(const XmlDocumentPtr& document, const char* name) {
     return node ? node.text() : QString();
 }
 
-int number(const QString& text, int otherwise = unreadable) {
+int number(const QString& text) {
     bool isNumber = false;
     const int value = text.trimmed().toInt(&isNumber);
-    return isNumber ? value : otherwise;
+    return isNumber ? value : unreadable;
 }
 
 QString attribute(const XmlNode& node, const char* name) {
@@ -74,14 +74,21 @@ std::variant<std::vector<Step>, PanelMessage> customSteps(const XmlDocumentPtr& 
     return steps;
 }
 
-void readSettings(const XmlDocumentPtr& document, protocol::Programme& programme) {
+/// An attribute that is missing has its usual value; one that is there must be a number of the range.
+bool readSetting(const XmlNode& custom, const char* name, int lowest, int highest, int& value) {
+    if (!custom.hasAttribute(QLatin1String(name)))
+        return true;
+    value = number(attribute(custom, name));
+    return value >= lowest && value <= highest;
+}
+
+/// False when a setting can't be read.
+bool readSettings(const XmlDocumentPtr& document, protocol::Programme& programme) {
+    programme.preGrind = 0;
+    programme.freeSpin = 1;
     const XmlNode custom = document->selectSingleNode(QStringLiteral("//Formula/CustomMix"));
-    if (!custom)
-        return;
-    const int preGrind = number(attribute(custom, "PreGrind"), 0);
-    const int freeSpin = number(attribute(custom, "FreeSpin"), 1);
-    programme.preGrind = preGrind >= 0 && preGrind <= 15 ? preGrind : 0;
-    programme.freeSpin = freeSpin >= 1 && freeSpin <= 16 ? freeSpin : 1;
+    return !custom || (readSetting(custom, "PreGrind", 0, 15, programme.preGrind) &&
+                       readSetting(custom, "FreeSpin", 1, 16, programme.freeSpin));
 }
 
 std::vector<PanelMessage> speedWarnings(const LoadedFormula& formula) {
@@ -125,7 +132,8 @@ std::variant<LoadedFormula, PanelMessage> readFormula(const XmlDocumentPtr& docu
     programme.type = type;
     programme.jar = formula.jar;
     programme.quantity = formula.quantity;
-    readSettings(document, programme);
+    if (!readSettings(document, programme))
+        return PanelMessage{PanelText::SettingsUnreadable, {}};
     if (type != customType) {
         programme.steps = presetSteps(type, formula.jar);
         return formula;

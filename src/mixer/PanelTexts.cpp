@@ -55,6 +55,7 @@ constexpr std::array<const char*, count> english{
     "Step %1 needs either a time or a number of cycles. Enter it anew on the formula screen.",
     "Step %1 is outside of what the mixer can do (Lift RPM up to %2, Mix RPM up to %3). Change it on the "
     "formula screen.",
+    "Pre Grind or Free Spin of this formula can not be read. Set both anew on the formula screen.",
     "No jar is chosen. Choose a jar size on the formula screen.",
     "A mix is under way. Load the formula again when it has ended.",
     "A mix waits for its initials. Load the formula again afterwards.",

@@ -50,6 +50,7 @@ enum class PanelText {
     StepUnreadable,
     StepTimeOrCycles,
     StepOutOfRange,
+    SettingsUnreadable,
     NoJar,
     BusyMixing,
     BusySigning,

@@ -100,6 +100,12 @@ TEST(LoadedFormula, WhatCanNotBeRunIsSaid) {
         {formulaDocument(mix(step("0", "1200", "00:10:00", "0"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("1200", "1200", "01:00:01", "0"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("1200", "1200", "00:00:00", "256"))), PanelText::StepOutOfRange},
+        {formulaDocument(mix(goodStep, R"(PreGrind="two" FreeSpin="3")")), PanelText::SettingsUnreadable},
+        {formulaDocument(mix(goodStep, R"(PreGrind="" FreeSpin="3")")), PanelText::SettingsUnreadable},
+        {formulaDocument(mix(goodStep, R"(PreGrind="16" FreeSpin="3")")), PanelText::SettingsUnreadable},
+        {formulaDocument(mix(goodStep, R"(PreGrind="-1" FreeSpin="3")")), PanelText::SettingsUnreadable},
+        {formulaDocument(mix(goodStep, R"(PreGrind="2" FreeSpin="0")")), PanelText::SettingsUnreadable},
+        {formulaDocument(mix(goodStep, R"(PreGrind="2" FreeSpin="17")"), 3), PanelText::SettingsUnreadable},
     };
     for (const auto& one : cases)
         EXPECT_EQ(refusal(one.document).text, one.text)
