@@ -1,5 +1,4 @@
-// Prescriptions of a patient: linking a batch, taking the link away, editing in the grid, making again,
-// labels and the report.
+// Prescriptions of a patient: linking a batch, taking the link away, making again, labels and the report.
 #include "PatientScreenTest.h"
 
 #include "platform/widgets/CommandBar.h"
@@ -7,8 +6,6 @@
 
 #include <QApplication>
 #include <QDateTimeEdit>
-#include <QLineEdit>
-#include <QTabWidget>
 
 using namespace sorvanto;
 
@@ -19,12 +16,7 @@ const QString searchPrompt = "Enter all or part of Log name";
 
 class PatientPrescriptionTest : public PatientScreenTest {
 protected:
-    void editPrescriptions() {
-        edit();
-        control<QTabWidget>(patients, "tabPatient").setCurrentIndex(1);
-    }
     void select(int rowNumber) const { grid().selectRow(rowNumber); }
-    QLineEdit* editor() const { return grid().viewport()->findChild<QLineEdit*>("cellEditor"); }
     static bool previewed() {
         for (QWidget* found : QApplication::topLevelWidgets()) {
             if (found->inherits("platform::PreviewWindow")) {
@@ -123,91 +115,6 @@ TEST_F(PatientPrescriptionTest, TheButtonsWorkWhileEditingAlone) {
     click("cmdEdit");
     for (const char* button : {"cmdAddRX", "cmdDeleteRX"})
         EXPECT_TRUE(control<QPushButton>(patients, button).isEnabled()) << button;
-}
-
-TEST_F(PatientPrescriptionTest, CellsAreWrittenAtOnce) {
-    struct Cell {
-        const char *caption, *typed, *column, *stored;
-    };
-    editPrescriptions();
-    for (const Cell& cell : {Cell{"Qty", "12.5", "rxs_QTY", "12.5"}, Cell{"Cost", "1.25", "rxs_Cost", "1.25"},
-                             Cell{"Price", "99.99", "rxs_Price", "99.99"},
-                             Cell{"RX Date", "2/3/2026", "rxs_Date", "2026-02-03 00:00:00"},
-                             Cell{"Consult", "it's", "rxs_Consult", "it's"},
-                             Cell{"Doctor", "Dr. O'Neil", "rxs_Doctor", "Dr. O'Neil"}}) {
-        typeIntoCell(1, cell.caption, cell.typed);
-        QTest::keyClick(editor(), Qt::Key_Return);
-        EXPECT_EQ(str(rx(cell.column)), cell.stored) << cell.caption;
-    }
-    EXPECT_EQ(str(sqlText("SELECT log_Name FROM Log WHERE LogID = 1")), "Cooling Gel");
-}
-
-TEST_F(PatientPrescriptionTest, CellsOfTheBatchAndLockedOnesTakeNoEditor) {
-    openScreen();
-    grid().setCurrentIndex(grid().model()->index(0, grid().columnByCaption("Doctor")));
-    QTest::keyClick(&grid(), Qt::Key_F2);
-    EXPECT_EQ(editor(), nullptr);
-    click("cmdEdit");
-    for (const char* caption : {"RXID", "Name", "Strength", "Lot", "Log Date"}) {
-        grid().setCurrentIndex(grid().model()->index(0, grid().columnByCaption(caption)));
-        QTest::keyClick(&grid(), Qt::Key_F2);
-        EXPECT_EQ(editor(), nullptr) << caption;
-    }
-}
-
-TEST_F(PatientPrescriptionTest, AnOpenCellIsTakenBySaveAndByAdd) {
-    editPrescriptions();
-    typeIntoCell(0, "Doctor", "Dr. Elm");
-    asker.expectInputBox(searchPrompt, "", "Search Log");
-    press("cmdAddRX");
-    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Elm");
-    typeIntoCell(0, "Doctor", "Dr. Fir");
-    click("cmdSave");
-    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Fir");
-    EXPECT_TRUE(patient().formLocked());
-}
-
-TEST_F(PatientPrescriptionTest, AnOpenCellIsTakenByDeleteAndByMake) {
-    editPrescriptions();
-    typeIntoCell(0, "Doctor", "Dr. Elm");
-    asker.expectMsgBox("Are you sure?", yesNo, "Delete RX", platform::Answer::No);
-    press("cmdDeleteRX");
-    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Elm");
-    typeIntoCell(0, "Doctor", "Dr. Fir");
-    asker.expectModal("frmMake", [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
-    force("cmdMake");
-    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Fir");
-}
-
-TEST_F(PatientPrescriptionTest, CancelDropsAnOpenCell) {
-    editPrescriptions();
-    typeIntoCell(0, "Doctor", "Dr. Elm");
-    click("cmdCancel");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(str(rx("rxs_Doctor", 32)), "");
-    EXPECT_EQ(editor(), nullptr);
-}
-
-TEST_F(PatientPrescriptionTest, ACellThatTheFileRefusesIsToldAndShowsTheStoredValue) {
-    editPrescriptions();
-    sql("CREATE TRIGGER refused BEFORE UPDATE ON RXs BEGIN SELECT RAISE(FAIL, 'not now'); END");
-    typeIntoCell(0, "Doctor", "Dr. Elm");
-    box("txtpat_City").setText("typed");
-    asker.expectMsgBox("The change was not saved.\n\nThe record is related to records of another table (not now)");
-    click("cmdSave");
-    EXPECT_FALSE(patient().formLocked());
-    EXPECT_EQ(str(row(0).section('|', 10)), "");
-    EXPECT_EQ(str(shown("txtpat_City")), "typed");
-    EXPECT_EQ(str(stored("pat_City")), "Fenwick");
-}
-
-TEST_F(PatientPrescriptionTest, APrescriptionDeletedByAnotherProgramTakesNoEdit) {
-    editPrescriptions();
-    sql("DELETE FROM RXs WHERE RXsID = 32");
-    typeIntoCell(0, "Doctor", "Dr. Elm");
-    asker.expectMsgBox("The change was not saved.\n\nThe row can't be written: it has been deleted from table RXs");
-    QTest::keyClick(editor(), Qt::Key_Return);
-    EXPECT_EQ(str(sqlText("SELECT count(*) FROM RXs WHERE rxs_Doctor = 'Dr. Elm'")), "0");
 }
 
 TEST_F(PatientPrescriptionTest, MakingAgainTestsInOrder) {

@@ -7,7 +7,9 @@
 #include "platform/widgets/RecordGrid.h"
 #include "screens/frmPatient.h"
 
+#include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 
 class PatientScreenTest : public ScreenTest {
 protected:
@@ -21,6 +23,11 @@ protected:
     void edit() {
         openScreen();
         click("cmdEdit");
+    }
+    /// Open for editing, with the prescriptions in front.
+    void editPrescriptions() {
+        edit();
+        control<QTabWidget>(sorvanto::patients, "tabPatient").setCurrentIndex(1);
     }
     sorvanto::frmPatient& patient() const { return screen<sorvanto::frmPatient>(sorvanto::patients); }
     QString shown(const QString& name) const { return text(sorvanto::patients, name); }
@@ -36,6 +43,8 @@ protected:
     QString row(int number) const;
     /// Opens the editor of a cell and types over what is there.
     void typeIntoCell(int rowNumber, const QString& caption, const QString& keys) const;
+    /// Of the cell that is open; nothing when none is.
+    QLineEdit* editor() const { return cellEditor(grid()); }
     void press(const QString& button) const { control<QPushButton>(sorvanto::patients, button).click(); }
     QString stored(const QString& columns, int key = 1) const {
         return sqlText(QString("SELECT %1 FROM Patient WHERE PatientID = %2").arg(columns).arg(key));
