@@ -12,6 +12,7 @@
 #include "screens/frmFormula.h"
 #include "screens/frmLog.h"
 #include "screens/frmPatient.h"
+#include "shared/Guard.h"
 #include "support/BrokenTranslator.h"
 
 #include <QPushButton>
@@ -28,6 +29,12 @@ protected:
         sql("INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (1, 'Jane', 'Doe');"
             "INSERT INTO RXs (RXsID, LogID, PatientID, rxs_Date, rxs_QTY) VALUES"
             " (31, 1, 1, '2026-01-06 00:00:00', 20);");
+    }
+    /// Loads, and brings up the strip of reports while its own texts are still to be had.
+    void start() {
+        load();
+        guarded("start", [] { throw platform::RuntimeError(5, "The first report"); });
+        dropReports();
     }
     /// Whether the tag is among the reports so far; forgets them all.
     bool reported(const QString& tag) {
@@ -80,7 +87,7 @@ std::unique_ptr<RecordScreen> fresh(ScreenNumber number) {
 }
 
 TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheLoading) {
-    load();
+    start();
     sql("DELETE FROM RXs; DELETE FROM LogChem; DELETE FROM FormChem;");
     for (const ScreenCase& screen : screens) {
         if (!screen.table)
@@ -92,7 +99,7 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheLoading) {
 }
 
 TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheCancelOfANewRecord) {
-    load();
+    start();
     click("cmdChemicals");
     click("cmdCancel");
     sql("DELETE FROM RXs; DELETE FROM LogChem; DELETE FROM FormChem;");
@@ -112,7 +119,7 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheCancelOfANewRecord) {
 }
 
 TEST_F(ScreenFailuresTest, AFailingTextEndsTheTranslation) {
-    load();
+    start();
     for (const ScreenCase& screen : screens) {
         const auto form = fresh(screen.number);
         {
@@ -126,7 +133,7 @@ TEST_F(ScreenFailuresTest, AFailingTextEndsTheTranslation) {
 }
 
 TEST_F(ScreenFailuresTest, WithoutAWindowTheToolsCantBeSet) {
-    load();
+    start();
     for (const ScreenCase& screen : screens) {
         withoutWindow([&] { tell(screen.number, "mnuUpdate"); });
         EXPECT_TRUE(reported(QString("%1:setMenuOptions").arg(screen.name))) << screen.name;
@@ -134,7 +141,7 @@ TEST_F(ScreenFailuresTest, WithoutAWindowTheToolsCantBeSet) {
 }
 
 TEST_F(ScreenFailuresTest, APromptThatFailsEndsTheClearing) {
-    load();
+    start();
     click("cmdChemicals");
     click("cmdCancel");
     for (const auto& [opener, tag] : {std::pair("cmdFormulas", "frmFormula:clearForm"),
@@ -151,7 +158,7 @@ TEST_F(ScreenFailuresTest, APromptThatFailsEndsTheClearing) {
 }
 
 TEST_F(ScreenFailuresTest, TheFormulaScreensOwnProcedures) {
-    load();
+    start();
     click("cmdEdit");
     auto& type = control<platform::ChoiceBox>(formulas, "cbofrm_Type");
     {
@@ -171,7 +178,7 @@ TEST_F(ScreenFailuresTest, TheFormulaScreensOwnProcedures) {
 }
 
 TEST_F(ScreenFailuresTest, ThePatientScreensOwnProcedures) {
-    load();
+    start();
     click("cmdPatients");
     control<platform::RecordGrid>(patients, "grdRXs").selectRow(0);
     failStatement("SELECT Log.FormulaID");
@@ -197,7 +204,7 @@ TEST_F(ScreenFailuresTest, ThePatientScreensOwnProcedures) {
 }
 
 TEST_F(ScreenFailuresTest, TheListOfChemicals) {
-    load();
+    start();
     click("cmdChemicals");
     click("cmdCancel");
     failStatement("FROM Chemical ORDER BY chm_Name");
