@@ -1,8 +1,8 @@
 // A line to type in with a calendar button inside its right end.
 #include "platform/basic/Dates.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Calendar.h"
+#include "platform/widgets/DateInput.h"
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
@@ -15,26 +15,6 @@
 #include <QVBoxLayout>
 
 namespace platform {
-
-namespace {
-
-/// A date of the calendar, not a count of days and not a time alone; invalid when it is none.
-QDateTime typedDate(const QString& text, bool withTime) {
-    bool plainNumber = false;
-    text.toDouble(&plainNumber);
-    if (plainNumber)
-        return {};
-    try {
-        const QDateTime date = toDate(text);
-        if (date.date() == zeroDate().date() || date.date().year() < 100)
-            return {};
-        return withTime ? date : QDateTime(date.date(), QTime(0, 0), Qt::UTC);
-    } catch (const RuntimeError&) {
-        return {};
-    }
-}
-
-}  // namespace
 
 DateBox::DateBox(QWidget* parent)
     : QWidget(parent), m_value(zeroDate()), m_edit(new QLineEdit(this)), m_button(new QToolButton(this)) {
@@ -106,11 +86,10 @@ void DateBox::showValue() {
 
 void DateBox::takeTyped() {
     const QString typed = m_edit->text().trimmed();
-    const QDateTime date = typed.isEmpty() ? zeroDate() : typedDate(typed, m_withTime);
+    const QDateTime date = typed.isEmpty() ? zeroDate() : readTypedDate(typed, m_withTime);
     m_problem.clear();
     if (!date.isValid()) {
-        m_problem = widgetText(QStringLiteral("Please type a date, such as %1."))
-                        .arg(dateText(QDateTime(QDate(1965, 3, 27), QTime(0, 0), Qt::UTC)));
+        m_problem = typedDateProblem();
         return;
     }
     Hint::tell(*m_edit, {});

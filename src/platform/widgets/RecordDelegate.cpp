@@ -3,6 +3,7 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/DateInput.h"
 #include "platform/widgets/RecordModel.h"
 #include "platform/widgets/Theme.h"
 
@@ -91,11 +92,21 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     if (!line || !line->isModified())
         return;
     const auto* box = qobject_cast<NumberBox*>(editor);
+    const QString text = line->text().trimmed();
+    const RecordModel::Kind kind = m_model.kind(index.column());
+    const bool empty = kind != RecordModel::Kind::Text && text.isEmpty();
+    const QDateTime date = kind == RecordModel::Kind::Date ? readTypedDate(text, true) : QDateTime();
     if (box && !box->problem().isEmpty())
         m_model.refuse(box->problem());
+    else if (empty)
+        model->setData(index, QVariant(), Qt::EditRole);
+    else if (kind == RecordModel::Kind::Date && !date.isValid())
+        m_model.refuse(typedDateProblem());
     else
-        model->setData(index, box ? (box->text().isEmpty() ? QVariant() : QVariant(box->text()))
-                                  : QVariant(line->text()), Qt::EditRole);
+        model->setData(index, kind == RecordModel::Kind::Date ? QVariant(date)
+                              : box                           ? QVariant(box->text())
+                                                              : QVariant(line->text()),
+                       Qt::EditRole);
 }
 
 void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,

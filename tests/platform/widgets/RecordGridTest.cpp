@@ -255,6 +255,24 @@ TEST_F(Grids, AnEmptiedNumberIsNull) {
     EXPECT_EQ(shown(0, Cost), "");
 }
 
+TEST_F(Grids, ADateIsTypedAsInADateBox) {
+    grid->setColumns({{"Made", "Date", 120, true, false, {}}});
+    grid->setDataSource(rows);
+    type(0, 0, "4/5/2026");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Made"), "2026-04-05 00:00:00");
+    for (const char* nonsense : {"soon", "12", "4/31/2026", "10:15"}) {
+        type(0, 0, nonsense);
+        asker.expectMsgBox("The change was not saved.\n\nPlease type a date, such as 3/27/1965.");
+        EXPECT_FALSE(grid->commitEdit()) << nonsense;
+        EXPECT_EQ(shown(0, 0), "4/5/2026") << nonsense;
+    }
+    type(0, 0, " ");
+    EXPECT_TRUE(grid->commitEdit());
+    EXPECT_EQ(sample.stored(1, "Made"), "NULL");
+    EXPECT_EQ(shown(0, 0), "");
+}
+
 TEST_F(Grids, AnUntouchedEditorWritesNothing) {
     grid->setCurrentIndex(grid->model()->index(0, Qty));
     QTest::keyClick(grid, Qt::Key_F2);
