@@ -1,4 +1,4 @@
-// PDF by a page writer on a file that is replaced whole; paper by the system's printer.
+// PDF by a page writer in memory, its file replaced whole; paper by the system's printer.
 #include "platform/report/ReportOutput.h"
 
 #include "platform/basic/Paths.h"
@@ -6,19 +6,26 @@
 #include "platform/report/PagePainter.h"
 #include "platform/report/PrintService.h"
 
+#include <QBuffer>
 #include <QMarginsF>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QSaveFile>
 #include <QSettings>
 #include <algorithm>
+#include <optional>
 
 namespace platform {
 
 namespace {
+
+constexpr int twipsOfInch = 1440;
+
+QString nameOf(const PageDocument& document) {
+    return document.caption.isEmpty() ? document.definition.name : document.caption;
+}
 
 QPageLayout sheet(const PageDocument& document) {
     const ReportDefinition& definition = document.definition;
@@ -29,19 +36,48 @@ QPageLayout sheet(const PageDocument& document) {
     return QPageLayout(size, QPageLayout::Portrait, QMarginsF());
 }
 
-/// Draws pages first to last, the device told of each new page.
+/// Pages from first to last, counted from 0.
+struct PageRange {
+    int first, last;
+};
+
+PageRange wholeOf(const PageDocument& document) {
+    return {0, static_cast<int>(document.pages.size()) - 1};
+}
+
+/// Draws the pages, the device told of each new page.
 template <class NewPage>
-bool paintPages(const PageDocument& document, QPainter& painter, int first, int last, NewPage newPage,
+bool paintPages(const PageDocument& document, QPainter& painter, PageRange range, NewPage newPage,
                 const PageProgress& go) {
     PagePainter pages(document);
-    for (int page = first; page <= last; ++page) {
-        if (page > first && !newPage())
+    for (int page = range.first; page <= range.last; ++page) {
+        if (page > range.first && !newPage())
             throw RuntimeError(error::deviceIo, QStringLiteral("The printer refused a page"));
         pages.paint(painter, document.pages[static_cast<std::size_t>(page)]);
-        if (go && !go(page - first + 1))
+        if (go && !go(page - range.first + 1))
             return false;
     }
     return true;
+}
+
+/// The pages as PDF, nothing when stopped. It is made in memory, because the writer doesn't say when the disk
+/// under it is full.
+std::optional<QByteArray> pdfOf(const PageDocument& document, PageRange range, QPoint offset,
+                                const PageProgress& go) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(twipsOfInch);
+    writer.setPageLayout(sheet(document));
+    writer.setTitle(nameOf(document));
+    QPainter painter;
+    if (!painter.begin(&writer))
+        throw RuntimeError(error::deviceIo, QStringLiteral("The PDF could not be composed"));
+    painter.translate(offset);
+    const bool whole = paintPages(document, painter, range, [&] { return writer.newPage(); }, go);
+    painter.end();
+    return whole ? std::optional(bytes) : std::nullopt;
 }
 
 std::function<QStringList()>& namesSource() {
@@ -57,59 +93,45 @@ QString offsetKey(const QString& printer) {
 }  // namespace
 
 bool savePdf(const PageDocument& document, const QString& path, const PageProgress& go) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw RuntimeError(error::permissionDenied,
-                           QStringLiteral("Can't write %1: %2").arg(path, file.errorString()));
-    bool whole = true;
-    {
-        QPdfWriter writer(&file);
-        writer.setResolution(1440);
-        writer.setPageLayout(sheet(document));
-        writer.setTitle(document.caption);
-        QPainter painter;
-        if (!painter.begin(&writer))
-            throw RuntimeError(error::deviceIo, QStringLiteral("Can't write %1").arg(path));
-        whole = paintPages(document, painter, 0, static_cast<int>(document.pages.size()) - 1,
-                           [&] { return writer.newPage(); }, go);
-    }
-    if (!whole) {
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit())
-        throw RuntimeError(error::deviceIo,
-                           QStringLiteral("Can't write %1: %2").arg(path, file.errorString()));
-    return true;
+    const std::optional<QByteArray> bytes = pdfOf(document, wholeOf(document), {}, go);
+    if (bytes)
+        writeFile(path, *bytes);
+    return bytes.has_value();
 }
 
 void preparePrinter(QPrinter& printer, const PageDocument& document) {
     printer.setFullPage(true);
-    printer.setResolution(1440);
+    printer.setResolution(twipsOfInch);
     printer.setPageLayout(sheet(document));
-    printer.setDocName(document.caption.isEmpty() ? document.definition.name : document.caption);
+    printer.setDocName(nameOf(document));
 }
 
 bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offset, const PageProgress& go) {
-    const int count = static_cast<int>(document.pages.size());
-    int first = 0, last = count - 1;
+    PageRange range = wholeOf(document);
     if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
-        first = std::clamp(printer.fromPage() - 1, 0, count - 1);
-        last = std::clamp(printer.toPage() - 1, first, count - 1);
+        const int last = range.last;
+        range.first = std::clamp(printer.fromPage() - 1, 0, last);
+        range.last = std::clamp(printer.toPage() - 1, range.first, last);
     }
-    const bool toFile = !printer.outputFileName().isEmpty();
+    if (!printer.outputFileName().isEmpty()) {
+        const std::optional<QByteArray> bytes = pdfOf(document, range, offset, go);
+        if (bytes)
+            writeFile(printer.outputFileName(), *bytes);
+        return bytes.has_value();
+    }
     QPainter painter;
     if (!painter.begin(&printer))
         throw RuntimeError(error::deviceIo,
                            QStringLiteral("Printer %1 can't be used").arg(printer.printerName()));
-    const double twip = printer.resolution() / 1440.0;  // a driver may insist on a resolution of its own
+    // A driver may insist on a resolution of its own.
+    const double twip = 1.0 * printer.resolution() / twipsOfInch;
     painter.scale(twip, twip);
     painter.translate(offset);
-    const bool whole = paintPages(document, painter, first, last, [&] { return printer.newPage(); }, go);
+    const bool whole = paintPages(document, painter, range, [&] { return printer.newPage(); }, go);
     if (!whole)
         printer.abort();
     const bool ended = painter.end();
-    const QString refusal = whole && !toFile ? printServiceRefusal() : QString();
+    const QString refusal = whole ? printServiceRefusal() : QString();
     if (!refusal.isEmpty())
         throw RuntimeError(error::deviceIo, QStringLiteral("Printer %1 did not take the document: %2")
                                                 .arg(printer.printerName(), refusal));

@@ -1,6 +1,7 @@
 // PDFs measured by an independent reader against the twips of the layout.
 #include "Samples.h"
 #include "Tools.h"
+#include "support/Hindrances.h"
 #include "support/TempProgramFolder.h"
 
 #include "platform/basic/RuntimeError.h"
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QPainter>
+#include <QPrinter>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -126,6 +128,42 @@ TEST(Pdf, IsWrittenWholeOrNotAtAll) {
     EXPECT_TRUE(savePdf(run->document(), path));
     EXPECT_TRUE(tools::output("pdfinfo", {path}).contains(QRegularExpression("Pages:\\s+3")));
     EXPECT_TRUE(tools::output("pdfinfo", {path}).contains("Stock List"));
+}
+
+TEST(Pdf, AFullDiskLeavesTheOldFileAlone) {
+    StockFile file;
+    file.addMany(100);
+    const auto run = finished(std::make_unique<StockList>(file.rows()));
+    support::TempProgramFolder folder;
+    ASSERT_TRUE(savePdf(run->document(), folder.path("a.pdf")));
+    const auto whole = static_cast<rlim_t>(folder.read("a.pdf").size());
+    folder.write("a.pdf", "old");
+    for (const rlim_t room : {rlim_t{0}, whole / 2, whole - 100, whole - 1}) {
+        {
+            const support::FullDisk full(room);
+            EXPECT_THROW(savePdf(run->document(), folder.path("a.pdf")), RuntimeError) << room;
+        }
+        EXPECT_EQ(folder.read("a.pdf"), "old");
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.pdf"));
+    }
+}
+
+TEST(Pdf, PrintingToAFileOnAFullDiskLeavesTheOldFileAlone) {
+    StockFile file;
+    file.addMany(100);
+    const auto run = finished(std::make_unique<StockList>(file.rows()));
+    support::TempProgramFolder folder;
+    folder.write("a.pdf", "old");
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.path("a.pdf"));
+    preparePrinter(printer, run->document());
+    {
+        const support::FullDisk full(8192);
+        EXPECT_THROW(printDocument(run->document(), printer), RuntimeError);
+    }
+    EXPECT_EQ(folder.read("a.pdf"), "old");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.pdf"));
 }
 
 TEST(Pdf, AFolderThatIsNotThereIsAnError) {
