@@ -2,6 +2,7 @@
 #include "Hindrances.h"
 #include "ReportTest.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/SheetPlan.h"
 #include "platform/report/Tools.h"
 #include "reports/ReportFlow.h"
 #include "shared/basMain.h"
@@ -20,6 +21,40 @@ protected:
         ReportTest::SetUp();
         seedPharmacy();
     }
+    enum class Cells { AsTheyAre, AsShown };
+    /// Each spreadsheet as the office program has it: comma separated values beside it.
+    void openInOffice(const QStringList& sheets, Cells cells) const {
+        const QString shown = cells == Cells::AsShown ? "true" : "false";
+        QStringList arguments{"--headless", "-env:UserInstallation=file://" + folder.path("profile"), "--convert-to",
+                              "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true," + shown, "--outdir",
+                              folder.path()};
+        for (const QString& sheet : sheets)
+            arguments << folder.path(sheet);
+        tools::output("soffice", arguments);
+    }
+    std::unique_ptr<Report> reportOf(const QString& stem) {
+        const QDateTime begin = day(2026, 1, 1), end = day(2026, 3, 7);
+        if (stem == "Worksheet")
+            return worksheet(1, 25);
+        if (stem == "FormulaLog")
+            return formulaLog(2);
+        if (stem == "LogReport")
+            return logReport(1, begin, end);
+        if (stem == "JarUsage")
+            return jarUsage(begin, end);
+        return stem == "Chemicals" ? chemicals() : patient(1, begin, end);
+    }
+    /// Column of a control on the spreadsheet.
+    static int columnOf(const Report& report, const QString& name) {
+        const SheetPlan plan(report.definition());
+        const auto& sections = report.definition().sections;
+        for (int s = 0; s < static_cast<int>(sections.size()); ++s)
+            for (int c = 0; c < static_cast<int>(sections[s].controls.size()); ++c)
+                if (sections[s].controls[c].name == name)
+                    return plan.place(s, c).column;
+        ADD_FAILURE() << "no control " << str(name);
+        return -1;
+    }
     void exportAll() {
         const QDateTime begin = day(2026, 1, 1), end = day(2026, 3, 7);
         runReport(worksheet(1, 25), true, "\\Worksheet.xls");
@@ -33,8 +68,25 @@ protected:
     }
 };
 
+/// Numbers, amounts and dates that each report's rows above have.
+struct ShownCase {
+    const char* stem;
+    int values;
+};
+
 const QStringList names{"Chemicals.xls", "FormulaLog.xls", "JarUsage.xls", "LogAvery8160.xls",
                         "LogReport.xls", "RXLabel.xls",    "RXReport.xls", "Worksheet.xls"};
+
+/// Shows where a number, amount or date reads differently in the office program and on the pages.
+const char* const shownAlike = R"(
+import csv, sys, xlrd
+folder, stem = sys.argv[1:3]
+paper = set(open(folder + '/texts.txt', encoding='utf-8').read().split(chr(1)))
+sheet = xlrd.open_workbook(folder + '/' + stem + '.xls').sheet_by_index(0)
+rows = list(csv.reader(open(folder + '/' + stem + '.csv', encoding='utf-8', newline='')))
+values = [(r, c) for r in range(sheet.nrows) for c in range(sheet.ncols) if sheet.cell(r, c).ctype in (2, 3)]
+print(*[(r, c, rows[r][c]) for r, c in values if rows[r][c] not in paper], 'values', len(values))
+)";
 
 /// Compares each cell of two readers; prints what differs. Amounts and dates are compared by their value.
 const char* const comparison = R"(
@@ -78,18 +130,34 @@ TEST_F(ExportTest, FilesAreNamedAndPlacedAndOverwrittenWithoutAWord) {
 
 TEST_F(ExportTest, TwoReadersSeeTheSameValues) {
     exportAll();
-    QStringList files, stems;
-    for (const QString& name : names) {
-        files << folder.path(name);
+    QStringList stems;
+    for (const QString& name : names)
         stems << name.chopped(4);
-    }
-    tools::output("soffice", QStringList{"--headless", "-env:UserInstallation=file://" + folder.path("profile"),
-                                         "--convert-to",
-                                         "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false",
-                                         "--outdir", folder.path()} + files);
+    openInOffice(names, Cells::AsTheyAre);
     const QString told =
         tools::output("/usr/bin/python3", QStringList{"-c", comparison, folder.path()} + stems);
     EXPECT_TRUE(told.trimmed().endsWith("differences 0")) << str(told);
+}
+
+TEST_F(ExportTest, NumbersAmountsAndDatesReadAsOnPaper) {
+    const ShownCase cases[] = {{"Worksheet", 9}, {"FormulaLog", 7}, {"LogReport", 10},
+                               {"JarUsage", 2},  {"Chemicals", 8},  {"RXReport", 10}};
+    QStringList sheets;
+    for (const auto& [stem, values] : cases) {
+        sheets << QString(stem) + ".xls";
+        runReport(reportOf(stem), true, QString("\\%1.xls").arg(stem));
+    }
+    openInOffice(sheets, Cells::AsShown);
+    for (const auto& [stem, values] : cases) {
+        const RunPtr run = finished(reportOf(stem));
+        QStringList texts;
+        for (const Page& page : run->document().pages)
+            for (const PageItem& item : page.items)
+                texts << item.text;
+        folder.write("texts.txt", texts.join(QChar(1)).toUtf8());
+        EXPECT_EQ(str(tools::output("/usr/bin/python3", {"-c", shownAlike, folder.path(), stem}).trimmed()),
+                  "values " + std::to_string(values)) << stem;
+    }
 }
 
 TEST_F(ExportTest, CellsHoldAllThatThePagesShow) {
@@ -107,6 +175,29 @@ TEST_F(ExportTest, CellsHoldAllThatThePagesShow) {
     EXPECT_TRUE(log.contains("date|'2026-01-05 09:30:00'")) << str(log);
     EXPECT_TRUE(log.contains("'3 Logs'"));
     EXPECT_TRUE(log.contains("1255.4"));
+}
+
+TEST_F(ExportTest, ValuesStandUnderTheirHeadings) {
+    const struct {
+        const char *stem, *heading, *value;
+    } pairs[] = {
+        {"Worksheet", "lblchm_Name", "txtchm_Name"},   {"Worksheet", "lblchm_Form", "txtchm_Form"},
+        {"Worksheet", "lblchm_QTY", "txtchm_QTY"},     {"Worksheet", "lblchm_Unit", "txtchm_Unit"},
+        {"Worksheet", "lblchm_Cost", "txtchm_Cost"},   {"Worksheet", "lblchm_Notes", "txtchm_Notes"},
+        {"FormulaLog", "lblchm_Unit", "txtchm_Units"}, {"FormulaLog", "lblchm_Lot", "txtchm_Lot"},
+        {"FormulaLog", "lblchm_Cost", "txtchm_Cost"},  {"FormulaLog", "lblchm_Supplier", "txtchm_Supplier"},
+        {"LogReport", "lbllog_Date", "txtlog_Date"},   {"LogReport", "lbllog_Initials", "txtlog_Initials"},
+        {"LogReport", "lbllog_Cost", "txtTotalCost"},  {"LogReport", "lbllog_Quantity", "txtTotalQTY"},
+        {"JarUsage", "lblJarSize", "txtJarSize"},      {"JarUsage", "lblUsage", "txtUsed"},
+        {"Chemicals", "lblchm_Cost", "txtChemical_chm_Cost"},
+        {"Chemicals", "lblchm_Supplier", "txtChemical_chm_Supplier"},
+        {"RXReport", "lblrxs_Price", "txtrxs_Price"},  {"RXReport", "lblrxs_Price", "txtTotalPrice"},
+        {"RXReport", "lblRXsID", "txtRXsID"},          {"RXReport", "lblfrm_Strength", "txtfrm_Strength"},
+    };
+    for (const auto& [stem, heading, value] : pairs) {
+        const auto report = reportOf(stem);
+        EXPECT_EQ(columnOf(*report, heading), columnOf(*report, value)) << stem << " " << heading;
+    }
 }
 
 TEST_F(ExportTest, WholeLogReportStaysInOrder) {
@@ -127,6 +218,46 @@ TEST_F(ExportTest, ReadOnlyFolderIsAFailureAndLeavesTheOldFile) {
         EXPECT_THROW(runReport(std::move(run), true, "\\Chemicals.xls"), RuntimeError);
     }
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(folder.read("Chemicals.xls"), "an old file");
+}
+
+TEST_F(ExportTest, FullDiskIsAFailureAndLeavesTheOldFileAlone) {
+    folder.write("Chemicals.xls", "an old file");
+    const QStringList before = QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
+    auto report = chemicals();
+    {
+        const support::FullDisk full(1024);
+        EXPECT_THROW(runReport(std::move(report), true, "\\Chemicals.xls"), RuntimeError);
+    }
+    EXPECT_EQ(folder.read("Chemicals.xls"), "an old file");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), before) << "no half file beside it";
+}
+
+TEST_F(ExportTest, TextTooLongForACellIsSaidAndLeavesTheOldFile) {
+    folder.write("Worksheet.xls", "an old file");
+    sql("UPDATE Formula SET frm_Instructions = printf('%.32768c', 'x') WHERE FormulaID = 1;");
+    try {
+        runReport(worksheet(1, 25), true, "\\Worksheet.xls");
+        ADD_FAILURE() << "no cell holds that";
+    } catch (const RuntimeError& failure) {
+        EXPECT_TRUE(failure.description().contains("32,767 characters")) << str(failure.description());
+    }
+    EXPECT_EQ(folder.read("Worksheet.xls"), "an old file");
+    sql("UPDATE Formula SET frm_Instructions = printf('%.32767c', 'x') WHERE FormulaID = 1;");
+    runReport(worksheet(1, 25), true, "\\Worksheet.xls");
+    EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(QString(32'767, 'x')));
+}
+
+TEST_F(ExportTest, MoreRowsThanASpreadsheetHasAreSaidAndLeaveTheOldFile) {
+    folder.write("Chemicals.xls", "an old file");
+    sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 66000) INSERT INTO Chemical "
+        "(chm_Name) SELECT 'C' || i FROM n;");
+    try {
+        runReport(chemicals(), true, "\\Chemicals.xls");
+        ADD_FAILURE() << "no sheet holds that";
+    } catch (const RuntimeError& failure) {
+        EXPECT_TRUE(failure.description().contains("65,536 rows")) << str(failure.description());
+    }
     EXPECT_EQ(folder.read("Chemicals.xls"), "an old file");
 }
 

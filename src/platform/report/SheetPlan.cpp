@@ -59,7 +59,28 @@ void SheetPlan::chooseColumns(const ReportDefinition& definition) {
     }
     for (const int index : widest)
         m_columns.push_back({of->controls[index].left, of->controls[index].width});
+    for (const Section& section : definition.sections) {
+        for (const Line& line : lines(section))
+            addColumnsBetween(section, line);
+    }
     m_detailColumns = columns();
+}
+
+void SheetPlan::addColumnsBetween(const Section& section, const Line& line) {
+    const auto stands = [&](const Column& column) {
+        return std::any_of(line.begin(), line.end(),
+                           [&](int index) { return section.controls[index].left == column.left; });
+    };
+    if (line.size() <= m_columns.size() || !std::all_of(m_columns.begin(), m_columns.end(), stands))
+        return;
+    std::vector<Column> all;
+    for (const int index : line) {
+        const Control& control = section.controls[index];
+        const auto known = std::find_if(m_columns.begin(), m_columns.end(),
+                                        [&](const Column& column) { return column.left == control.left; });
+        all.push_back(known != m_columns.end() ? *known : Column{control.left, control.width});
+    }
+    m_columns = std::move(all);
 }
 
 int SheetPlan::nearestColumn(const Control& control) const {

@@ -1,5 +1,5 @@
-// Where each text control of a report goes on a spreadsheet: columns follow the detail's fields, and each
-// section takes as many rows as its controls stand in lines.
+// Where each text control of a report goes on a spreadsheet: columns follow the detail's fields and what stands
+// between their headings, and each section takes as many rows as its controls stand in lines.
 #pragma once
 
 #include "platform/report/ReportDefinition.h"
@@ -32,11 +32,15 @@ private:
 
     static std::vector<Line> lines(const Section& section);
     void chooseColumns(const ReportDefinition& definition);
+    /// A line that has a control at every column's left edge and further ones between them (a heading over a
+    /// blank to write on) adds columns of its own, so that values stay under their headings.
+    void addColumnsBetween(const Section& section, const Line& line);
     void assign(const Section& section, const Line& line, int row, std::vector<CellPlace>& places);
     int nearestColumn(const Control& control) const;
 
-    std::vector<Column> m_columns;  ///< the detail's from left to right, then any that other lines need
-    int m_detailColumns = 0;
+    /// The detail's and its headings' from left to right, then any that other lines need.
+    std::vector<Column> m_columns;
+    int m_detailColumns = 0;  ///< how many of them are the detail's and its headings'
     std::vector<std::vector<CellPlace>> m_places;
     std::vector<int> m_rows;
 };
