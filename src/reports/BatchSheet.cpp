@@ -2,15 +2,14 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
+#include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
-#include "shared/Translator.h"
 
 namespace sorvanto {
 namespace {
 
 constexpr QRgb titleGrey = 0xFFC0C0C0;
-constexpr double warningPoints = 8.25;
-constexpr double headPoints = 7.25;
+constexpr double captionPoints = 8.5, headPoints = 7.25, linePoints = 8.25, warningPoints = 8.25;
 
 const char* const warning = "Appropriate References Should\n"
                             "Be Consulted.\n"
@@ -18,14 +17,24 @@ const char* const warning = "Appropriate References Should\n"
                             "Formulas Are The Responsibility Of\n"
                             "The Compounding Pharmacist.\n";
 
+platform::ReportDefinition sheet(const char* name, std::vector<platform::Section> sections) {
+    platform::ReportDefinition definition;
+    definition.name = name;
+    definition.margins = {360, 360, 360, 720};
+    definition.font.points = 9;
+    definition.sections = std::move(sections);
+    return definition;
+}
+
 }  // namespace
 
-BatchSheet::BatchSheet(platform::ReportDefinition definition) : Report(std::move(definition)) {
+BatchSheet::BatchSheet(const char* name, std::vector<platform::Section> sections)
+    : Report(sheet(name, std::move(sections))) {
     previewPlace = {0.8, 0.95, 50};
 }
 
-void BatchSheet::translateSheet(const QString& titleKey, const QString& quantityKey) {
-    const std::pair<const char*, QString> captions[] = {
+void BatchSheet::translateSheet(const char* titleKey, const char* quantityKey) {
+    translateCaptions(*this, {
         {"txtTitle", titleKey},
         {"lblDateMade", "Date Made"},
         {"lblInitials", "Made by"},
@@ -47,9 +56,7 @@ void BatchSheet::translateSheet(const QString& titleKey, const QString& quantity
         {"lbllog_Lot", "Lot #"},
         {"lblExpDate", "Exp. Date"},
         {"lblWarning", "Worksheet Warning"},
-    };
-    for (const auto& [name, key] : captions)
-        setText(name, translated(key));
+    });
     translateStoreBlock(*this);
     caption = control("txtTitle").text;
 }
@@ -85,6 +92,10 @@ void BatchSheet::pageFooterFormat() {
     fillStoreBlock(*this);
 }
 
+platform::Control sheetCaption(const char* name, int left, int top, int width, const char* text, int height) {
+    return platform::label(name, left, top, width, height, text).points(captionPoints).bold();
+}
+
 platform::Section batchPageHeader(int height, std::vector<platform::Control> further) {
     std::vector<platform::Control> controls{
         platform::label("txtTitle", 0, 0, 5130, 360).points(15.75).bold().background(titleGrey).indented(90),
@@ -110,12 +121,20 @@ void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges&
     controls.push_back(platform::line("Line1", 270, 1440, 11520));
 }
 
+platform::Section batchDetail(int height, std::vector<platform::Control> controls) {
+    for (platform::Control& control : controls) {
+        if (control.isText() && control.style.points == 0)
+            control.points(linePoints);
+    }
+    return {platform::SectionKind::Detail, height, std::move(controls)};
+}
+
 platform::Section batchGroupFooter(int height, int instructionsTop) {
     return {platform::SectionKind::GroupFooter, height, {
         platform::line("Line3", 180, 0, 11340),
-        platform::label("lblfrm_Desc", 0, 180, 1170, 270, "Description").points(captionPoints).bold(),
+        sheetCaption("lblfrm_Desc", 0, 180, 1170, "Description"),
         platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
-        platform::label("lblfrm_Instructions", 0, instructionsTop, 1890, 270, "Instructions").points(captionPoints).bold(),
+        sheetCaption("lblfrm_Instructions", 0, instructionsTop, 1890, "Instructions"),
         platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
     }};
 }

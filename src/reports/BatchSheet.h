@@ -11,10 +11,11 @@ namespace sorvanto {
 
 class BatchSheet : public platform::Report {
 protected:
-    explicit BatchSheet(platform::ReportDefinition definition);
+    /// The sections that are not the same on both sheets: from page header to page footer.
+    BatchSheet(const char* name, std::vector<platform::Section> sections);
 
     /// Captions that both sheets have, and the two that differ.
-    void translateSheet(const QString& titleKey, const QString& quantityKey);
+    void translateSheet(const char* titleKey, const char* quantityKey);
     /// The page header's own texts; called on the first page alone.
     virtual void fillPageHeader() = 0;
     /// Hands the lines over, standing on the first.
@@ -31,10 +32,12 @@ private:
     std::int64_t m_line = -1;  ///< the line being printed, from 0
 };
 
-/// Captions beside a value.
-inline constexpr double captionPoints = 8.5;
 /// What a text keeps off a frame or off the number in front of it.
 inline constexpr int textGap = 60;
+
+/// A caption beside a value, of a line's height unless another is given.
+platform::Control sheetCaption(const char* name, int left, int top, int width, const char* text,
+                               int height = 270);
 
 /// Title, date and the other controls at the head of the page; height of the section and its further
 /// controls differ.
@@ -45,6 +48,9 @@ struct ColumnEdges {
     int name, form, quantity, unit, lot, supplier, cost, notes;
 };
 void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges& edges);
+
+/// A line of the sheet, set in the lines' own size where a field has none.
+platform::Section batchDetail(int height, std::vector<platform::Control> controls);
 
 /// Description and instructions, the latter from the given top edge.
 platform::Section batchGroupFooter(int height, int instructionsTop);

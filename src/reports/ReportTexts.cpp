@@ -4,12 +4,19 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
 #include <QRegularExpression>
 
 namespace sorvanto {
+
+void translateCaptions(platform::Report& report,
+                       std::initializer_list<std::pair<const char*, const char*>> captions) {
+    for (const auto& [name, key] : captions)
+        report.setText(name, translated(key));
+}
 
 void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
                      const QString& picture) {
@@ -18,12 +25,16 @@ void setOptionsMoney(platform::Report& report, const char* name, const QVariant&
 }
 
 // The picture is for the spreadsheet: what stands before and after the digits of an amount.
-void setSystemMoney(platform::Report& report, const char* name, platform::Currency value) {
-    static const QRegularExpression digits("0([^0]0+)?");
-    const QString zero = platform::formatCurrency({});
-    const bool decimals = digits.match(zero).capturedLength() > 1;
-    const QString picture = QString(zero).replace(digits, decimals ? amountPicture : "###,##0");
-    report.setValue(name, QVariant::fromValue(value), picture, platform::formatCurrency(value));
+void setSystemMoney(platform::Report& report, const char* name, platform::Currency value,
+                    std::optional<int> decimals) {
+    const auto shown = [&](platform::Currency amount) {
+        return decimals ? platform::formatCurrency(amount, *decimals) : platform::formatCurrency(amount);
+    };
+    static const QRegularExpression digits("0(?:[^0](0+))?");
+    QString picture = shown({}).replace(platform::systemLocale().zeroDigit(), "0");
+    const QString fraction = digits.match(picture).captured(1);
+    picture.replace(digits, fraction.isEmpty() ? "###,##0" : "###,##0." + fraction);
+    report.setValue(name, QVariant::fromValue(value), picture, shown(value));
 }
 
 QString optionsPricePicture() {

@@ -1,33 +1,37 @@
-// Texts, pictures and the look of the title that several reports share.
+// Texts, pictures and sizes of type that several reports share.
 #pragma once
 
 #include "platform/basic/Currency.h"
 #include "platform/report/Report.h"
 
 #include <QDateTime>
-#include <QColor>
 #include <QString>
 #include <QVariant>
+#include <initializer_list>
+#include <optional>
+#include <utility>
 
 namespace sorvanto {
 
 inline constexpr const char* amountPicture = "###,##0.00";
 
-/// The title in its box with a drop shadow.
-inline constexpr QRgb shadowGrey = 0xFF9AA5B1;
-inline constexpr QRgb paperWhite = 0xFFFFFFFF;
-inline constexpr double titlePoints = 14.5;
-/// Moment and dates of a list report; headings of its columns.
-inline constexpr double datePoints = 8.5, headingPoints = 9;
+/// Titles; the moment and the dates of a list report.
+inline constexpr double titlePoints = 14.5, datePoints = 8.5;
 /// What the rows of the lists are set in.
 inline constexpr const char* detailFamily = "Times New Roman";
+
+/// Puts captions in the user's language into controls: name of each and its key.
+void translateCaptions(platform::Report& report,
+                       std::initializer_list<std::pair<const char*, const char*>> captions);
 
 /// Writes the currency of the options directly followed by the amount ("$1,234.50").
 void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
                      const QString& picture = amountPicture);
 
-/// Writes an amount in the manner of the system's locale, whatever the currency of the options.
-void setSystemMoney(platform::Report& report, const char* name, platform::Currency value);
+/// Writes an amount in the manner of the system's locale, whatever the currency of the options; with the
+/// locale's own number of decimals unless one is given.
+void setSystemMoney(platform::Report& report, const char* name, platform::Currency value,
+                    std::optional<int> decimals = std::nullopt);
 
 /// "$" of the options, a blank, the picture: format of a bound price.
 QString optionsPricePicture();

@@ -3,7 +3,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
-#include "shared/Translator.h"
+#include "reports/ReportTexts.h"
 #include "shared/basMain.h"
 
 namespace sorvanto {
@@ -32,9 +32,7 @@ std::vector<platform::Control> storeBlock(int right, int down) {
 }
 
 void translateStoreBlock(platform::Report& report) {
-    report.setText("lblPhone", translated("Phone"));
-    report.setText("lblFax", translated("Fax"));
-    report.setText("lblDEA", translated("Pharmacy #"));
+    translateCaptions(report, {{"lblPhone", "Phone"}, {"lblFax", "Fax"}, {"lblDEA", "Pharmacy #"}});
 }
 
 void fillStoreBlock(platform::Report& report) {

@@ -1,16 +1,14 @@
 #include "reports/rptChemicals.h"
 
-#include "platform/basic/Dates.h"
+#include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
 
 namespace sorvanto {
 namespace {
 
-using platform::box;
 using platform::Control;
 using platform::field;
-using platform::label;
 using platform::line;
 
 /// A column of the list: heading with its key, field with its column, left edge and width.
@@ -32,7 +30,7 @@ platform::Section headings() {
     platform::Section section{platform::SectionKind::PageHeader, 375, {}};
     for (const ListColumn& column : columns) {
         Control& head = section.controls.emplace_back(
-            label(QString("lbl") + column.name, column.left, 0, column.width, 270).points(headingPoints).bold());
+            heading(QString("lbl") + column.name, column.left, 0, column.width));
         if (column.centred)
             head.centre();
     }
@@ -58,13 +56,8 @@ platform::ReportDefinition chemicalList() {
     platform::ReportDefinition definition;
     definition.name = "rptChemicals";
     definition.sections = {
-        {platform::SectionKind::ReportHeader, 1005, {
-            box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
-            box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
-            label("lblDate", 8370, 180, 1980, 270).points(datePoints),
-            line("Line4", 0, 900, 10800),
-        }},
+        listHead(platform::SectionKind::ReportHeader, 1005,
+                 {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180}, {line("Line4", 0, 900, 10800)}),
         headings(),
         chemicalRow(),
         {platform::SectionKind::PageFooter, 240, {field("txtPage", 9630, 0, 810, 270).points(7.5).right()}},
@@ -83,9 +76,7 @@ void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
 }
 
 void rptChemicals::translateForm() {
-    setText("lblDate", platform::dateText(platform::now()));
-    caption = translated("Chemicals Report");
-    setText("lblReportTitle", translated("Chemical List - Sorvanto"));
+    translateListHead(*this, "Chemicals Report", "Chemical List - Sorvanto");
     for (const ListColumn& column : columns)
         setText(QString("lbl") + column.name, translated(column.key));
 }

@@ -19,45 +19,41 @@ using platform::line;
 
 std::vector<Control> groupHeaderControls() {
     std::vector<Control> controls{
-        label("lblDateMade", 360, 0, 1980, 270, "Date Made").points(captionPoints).bold(),
+        sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
         label("txtDateMade", 2340, 0, 1350, 270, "___/___/_____"),
-        label("lblInitials", 3870, 0, 1440, 270, "Made by").points(captionPoints).bold(),
+        sheetCaption("lblInitials", 3870, 0, 1440, "Made by"),
         box("Box1", 5310, 0, 720, 270),
-        label("lblVerified", 6120, 0, 900, 270, "Verified").points(captionPoints).bold(),
+        sheetCaption("lblVerified", 6120, 0, 900, "Verified"),
         box("Box2", 7110, 0, 810, 270),
-        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity to Make").points(captionPoints).bold(),
+        sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity to Make"),
         field("txtfrm_Qty", 3330, 540, 990, 270).right(),
         field("txtfrm_Units", 4320, 540, 990, 270).indented(textGap),
-        label("lblfrm_Cost", 6210, 540, 630, 270, "Cost").points(captionPoints).bold(),
+        sheetCaption("lblfrm_Cost", 6210, 540, 630, "Cost"),
         field("txtfrm_Cost", 6840, 540, 990, 270),
-        label("lblfrm_AWP", 7920, 540, 540, 270, "AWP").points(captionPoints).bold(),
+        sheetCaption("lblfrm_AWP", 7920, 540, 540, "AWP"),
         field("txtfrm_AWP", 8640, 540, 1080, 270),
         line("Line2", 90, 810, 11340),
-        label("lblIngredients", 0, 810, 3468, 250, "Chemical Ingredients").points(captionPoints).bold(),
+        sheetCaption("lblIngredients", 0, 810, 3468, "Chemical Ingredients", 250),
     };
     addColumnHeads(controls, {.name = 180, .form = 2970, .quantity = 3510, .unit = 4410, .lot = 5040,
                               .supplier = 6120, .cost = 7200, .notes = 8100});
     return controls;
 }
 
-platform::ReportDefinition worksheet() {
-    platform::ReportDefinition definition;
-    definition.name = "rptFormula";
-    definition.margins = {360, 360, 360, 720};
-    definition.font.points = 9;
-    definition.sections = {
+std::vector<platform::Section> worksheet() {
+    return {
         batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold()}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
-        {platform::SectionKind::Detail, 270, {
-            field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name").points(8.25),
+        batchDetail(270, {
+            field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name"),
             field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
-            field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").points(8.25).right(),
-            field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").points(8.25),
+            field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
+            field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units"),
             line("Line5", 5040, 180, 6030),
             line("Line6", 6120, 180, 7110),
-            field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost").points(8.25),
-            field("txtchm_Notes", 8100, 0, 3240, 270).bound("chm_Notes").points(8.25),
-        }},
+            field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),
+            field("txtchm_Notes", 8100, 0, 3240, 270).bound("chm_Notes"),
+        }),
         batchGroupFooter(1125, 540),
         batchPageFooter(2475, {
             box("Shape1", 180, 180, 3960, 270),
@@ -65,12 +61,11 @@ platform::ReportDefinition worksheet() {
             label("lblExpDate", 1980, 180, 1080, 270, "Exp Date:"),
         }),
     };
-    return definition;
 }
 
 }  // namespace
 
-rptFormula::rptFormula() : BatchSheet(worksheet()) {}
+rptFormula::rptFormula() : BatchSheet("rptFormula", worksheet()) {}
 
 void rptFormula::setFormula(const clsFormulaPtr& formula) {
     translateSheet("Formula Worksheet -- Sorvanto", "Quantity to Make");
@@ -101,7 +96,7 @@ void rptFormula::detailFormat() {
     // The lines are scaled already; the ratio only refuses a base batch of 0.
     platform::quotient(formula.makeQuantity(), formula.frm_Quantity);
     setValue("txtchm_QTY", rows()->value("fch_Qty"), "#0.000");
-    setSystemMoney(*this, "txtchm_Cost", platform::toCurrency(rows()->value("chm_Cost")));
+    setSystemMoney(*this, "txtchm_Cost", platform::toCurrency(rows()->value("chm_Cost")), 2);
 }
 
 void rptFormula::groupFooterFormat() {

@@ -1,8 +1,8 @@
 #include "reports/rptJarUsage.h"
 
-#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -10,7 +10,6 @@
 namespace sorvanto {
 namespace {
 
-using platform::box;
 using platform::field;
 using platform::label;
 using platform::line;
@@ -19,16 +18,13 @@ platform::ReportDefinition jarUsage() {
     platform::ReportDefinition definition;
     definition.name = "rptJarUsage";
     definition.sections = {
-        {platform::SectionKind::PageHeader, 2040, {
-            box("Shape2", 0, 90, 6480, 540).background(shadowGrey),
-            box("Shape1", 90, 180, 6480, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 6300, 360).points(titlePoints).bold().centre(),
-            label("lblDate", 8010, 270, 1980, 270).points(datePoints),
+        listHead(platform::SectionKind::PageHeader, 2040,
+                 {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270}, {
             field("txtReportDate", 90, 1170, 5310, 270).points(datePoints),
             label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
             label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
             line("Line1", 0, 1980, 10800),
-        }},
+        }),
         {platform::SectionKind::Detail, 570, {
             field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold(),
             field("txtUsed", 9090, 90, 1260, 360).points(14.5).bold().right(),
@@ -67,11 +63,8 @@ void rptJarUsage::JarID(int value) {
 }
 
 void rptJarUsage::translateForm() {
-    setText("lblDate", platform::dateText(platform::now()));
-    caption = translated("Jar Usage Report");
-    setText("lblReportTitle", translated("Jar Usage Report - Sorvanto"));
-    setText("lblJarSize", translated("Jar Size"));
-    setText("lblUsage", translated("Usage"));
+    translateListHead(*this, "Jar Usage Report", "Jar Usage Report - Sorvanto");
+    translateCaptions(*this, {{"lblJarSize", "Jar Size"}, {"lblUsage", "Usage"}});
     setText("txtReportDate", reportDates(m_range.begin, m_range.end));
 }
 

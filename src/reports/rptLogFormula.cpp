@@ -18,21 +18,21 @@ using platform::line;
 
 std::vector<Control> groupHeaderControls() {
     std::vector<Control> controls{
-        label("lblDateMade", 360, 0, 1980, 270, "Date Made").points(captionPoints).bold(),
+        sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
         field("txtDateMade", 2880, 0, 2520, 270),
-        label("lblInitials", 5670, 0, 1080, 270, "Made by").points(captionPoints).bold(),
+        sheetCaption("lblInitials", 5670, 0, 1080, "Made by"),
         field("txtfrm_Initials", 6750, 0, 1080, 270),
-        label("lblVerified", 8280, 0, 990, 270, "Verified").points(captionPoints).bold(),
+        sheetCaption("lblVerified", 8280, 0, 990, "Verified"),
         field("txtfrm_Verified", 9270, 0, 1080, 270),
-        label("lblMakeQTY", 360, 540, 2520, 270, "Quantity Made").points(captionPoints).bold(),
+        sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity Made"),
         field("txtfrm_Qty", 2880, 540, 990, 270).right(),
         field("txtlog_Units", 3870, 540, 630, 270).indented(textGap),
-        label("lblfrm_Cost", 5670, 540, 630, 270, "Cost").points(captionPoints).bold(),
+        sheetCaption("lblfrm_Cost", 5670, 540, 630, "Cost"),
         field("txtfrm_Cost", 6840, 540, 990, 270),
-        label("lblfrm_AWP", 8370, 540, 540, 270, "AWP").points(captionPoints).bold(),
+        sheetCaption("lblfrm_AWP", 8370, 540, 540, "AWP"),
         field("txtfrm_AWP", 9270, 540, 1080, 270),
         line("Line2", 90, 810, 11340),
-        label("lblIngredients", 0, 900, 3510, 270, "Chemical Ingredients").points(captionPoints).bold(),
+        sheetCaption("lblIngredients", 0, 900, 3510, "Chemical Ingredients"),
     };
     addColumnHeads(controls, {.name = 180, .form = 2880, .quantity = 3690, .unit = 4590, .lot = 5220,
                               .supplier = 6480, .cost = 7650, .notes = 8730});
@@ -41,25 +41,21 @@ std::vector<Control> groupHeaderControls() {
 
 // The names fch_QTY and chm_Cost are the worksheet's and no columns of the log's lines: the code writes
 // quantity and cost. The notes column stays empty.
-platform::ReportDefinition formulaLog() {
-    platform::ReportDefinition definition;
-    definition.name = "rptLogFormula";
-    definition.margins = {360, 360, 360, 720};
-    definition.font.points = 9;
-    definition.sections = {
+std::vector<platform::Section> formulaLog() {
+    return {
         batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold(),
                                field("txtFormulaType", 5760, 630, 4230, 270)}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
-        {platform::SectionKind::Detail, 285, {
-            field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").points(8.25),
-            field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form").points(8.25),
-            field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").points(8.25).right(),
-            field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").points(8.25),
-            field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot").points(8.25),
-            field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier").points(8.25),
-            field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost").points(8.25),
-            field("txtchm_Notes", 8730, 0, 2700, 270).points(8.25),
-        }},
+        batchDetail(285, {
+            field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name"),
+            field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form"),
+            field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").right(),
+            field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units"),
+            field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot"),
+            field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier"),
+            field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost"),
+            field("txtchm_Notes", 8730, 0, 2700, 270),
+        }),
         batchGroupFooter(1245, 630),
         batchPageFooter(2535, {
             label("lbllog_Lot", 180, 180, 810, 270, "Lot #"),
@@ -68,12 +64,11 @@ platform::ReportDefinition formulaLog() {
             box("Shape1", 4770, 180, 3960, 270),
         }),
     };
-    return definition;
 }
 
 }  // namespace
 
-rptLogFormula::rptLogFormula() : BatchSheet(formulaLog()) {}
+rptLogFormula::rptLogFormula() : BatchSheet("rptLogFormula", formulaLog()) {}
 
 void rptLogFormula::setLog(const clsLogPtr& log) {
     translateSheet("Formula Log -- Sorvanto", "Quantity Made");

@@ -5,6 +5,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -13,9 +14,7 @@
 namespace sorvanto {
 namespace {
 
-using platform::box;
 using platform::field;
-using platform::label;
 using platform::line;
 using platform::nullText;
 
@@ -23,23 +22,19 @@ platform::ReportDefinition logReport() {
     platform::ReportDefinition definition;
     definition.name = "rptLogReport";
     definition.sections = {
-        {platform::SectionKind::ReportHeader, 1515, {
-            box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
-            box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
-            label("lblDate", 8100, 180, 1980, 270).points(datePoints),
-            field("txtReportDate", 0, 990, 5310, 270).points(datePoints),
-        }},
+        listHead(platform::SectionKind::ReportHeader, 1515,
+                 {.boxWidth = 5130, .dateLeft = 8100, .dateTop = 180},
+                 {field("txtReportDate", 0, 990, 5310, 270).points(datePoints)}),
         {platform::SectionKind::PageHeader, 1275, {
-            field("txtName", 0, 0, 10080, 360).points(14.5).bold(),
+            field("txtName", 0, 0, 10080, 360).points(titlePoints).bold(),
             field("txtDesc", 0, 360, 10800, 540),
-            label("lbllog_Date", 0, 990, 2160, 270).points(headingPoints).bold(),
-            label("lbllog_Lot", 2160, 990, 1620, 270).points(headingPoints).bold(),
-            label("lbllog_JarSize", 3780, 990, 1440, 270).points(headingPoints).bold(),
-            label("lbllog_Quantity", 5220, 990, 1440, 270).points(headingPoints).bold(),
-            label("lbllog_Initials", 6660, 990, 1440, 270).points(headingPoints).bold().centre(),
-            label("lbllog_Verified", 8100, 990, 1440, 270).points(headingPoints).bold().centre(),
-            label("lbllog_Cost", 9540, 990, 1260, 270).points(headingPoints).bold().right(),
+            heading("lbllog_Date", 0, 990, 2160),
+            heading("lbllog_Lot", 2160, 990, 1620),
+            heading("lbllog_JarSize", 3780, 990, 1440),
+            heading("lbllog_Quantity", 5220, 990, 1440),
+            heading("lbllog_Initials", 6660, 990, 1440).centre(),
+            heading("lbllog_Verified", 8100, 990, 1440).centre(),
+            heading("lbllog_Cost", 9540, 990, 1260).right(),
             line("Line5", 0, 1260, 10800),
         }},
         {platform::SectionKind::Detail, 450, {
@@ -103,16 +98,10 @@ void rptLogReport::openBatches() {
 
 void rptLogReport::translateForm() {
     guarded("rptLogReport:translateForm", [&] {
-        setText("lblDate", platform::dateText(platform::now()));
-        caption = translated("Log Report");
-        setText("lblReportTitle", translated("Log Report - Sorvanto"));
-        const std::pair<const char*, const char*> heads[] = {
-            {"lbllog_Date", "Date"},         {"lbllog_Lot", "Lot"},           {"lbllog_JarSize", "Jar Size"},
-            {"lbllog_Quantity", "QTY"},      {"lbllog_Initials", "Initials"}, {"lbllog_Verified", "Verified"},
-            {"lbllog_Cost", "Cost"},
-        };
-        for (const auto& [name, key] : heads)
-            setText(name, translated(key));
+        translateListHead(*this, "Log Report", "Log Report - Sorvanto");
+        translateCaptions(*this, {{"lbllog_Date", "Date"}, {"lbllog_Lot", "Lot"}, {"lbllog_JarSize", "Jar Size"},
+                                  {"lbllog_Quantity", "QTY"}, {"lbllog_Initials", "Initials"},
+                                  {"lbllog_Verified", "Verified"}, {"lbllog_Cost", "Cost"}});
         setText("txtReportDate", reportDates(m_range.begin, m_range.end));
     });
 }

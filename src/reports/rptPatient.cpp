@@ -5,6 +5,7 @@
 #include "platform/basic/Format.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
 #include "shared/Translator.h"
@@ -13,28 +14,26 @@
 namespace sorvanto {
 namespace {
 
-using platform::box;
 using platform::field;
-using platform::label;
 using platform::line;
 using platform::nullText;
 
 platform::Section patientHeader() {
     return {platform::SectionKind::PageHeader, 1755, {
-        field("txtPatientID", 90, 0, 450, 360).bound("Patient.PatientID"),
+        field("txtPatientID", 90, 0, 450, 360).bound("Patient.PatientID").points(8),  // five digits fit
         field("txtName", 540, 0, 5220, 360).points(titlePoints).bold(),
         field("txtpat_BDay", 7200, 0, 2880, 270).points(8.5),
         field("txtAddress", 90, 360, 3240, 810).points(8.5),
         field("txtpat_Phone", 3330, 360, 2430, 270).points(8.5),
         field("txtpat_Fax", 3330, 630, 2430, 270).points(8.5),
-        label("lblRXsID", 0, 1440, 540, 270).points(headingPoints).bold(),
-        label("lblrxs_Date", 540, 1440, 1080, 270).points(headingPoints).bold(),
-        label("lblfrm_Name", 1800, 1440, 2700, 270).points(headingPoints).bold(),
-        label("lblfrm_Strength", 4500, 1440, 1530, 270).points(headingPoints).bold(),
-        label("lblrxs_QTY", 6030, 1440, 630, 270).points(headingPoints).bold(),
-        label("lbllog_Lot", 6660, 1440, 1350, 270).points(headingPoints).bold(),
-        label("lblrxs_Doctor", 8010, 1440, 1800, 270).points(headingPoints).bold(),
-        label("lblrxs_Price", 9810, 1440, 990, 270).points(headingPoints).bold().right(),
+        heading("lblRXsID", 0, 1440, 540),
+        heading("lblrxs_Date", 540, 1440, 1080),
+        heading("lblfrm_Name", 1800, 1440, 2700),
+        heading("lblfrm_Strength", 4500, 1440, 1530),
+        heading("lblrxs_QTY", 6030, 1440, 630),
+        heading("lbllog_Lot", 6660, 1440, 1350),
+        heading("lblrxs_Doctor", 8010, 1440, 1800),
+        heading("lblrxs_Price", 9810, 1440, 990).right(),
         line("Line1", 0, 1710, 10800),
     }};
 }
@@ -60,13 +59,9 @@ platform::ReportDefinition prescriptionReport() {
     platform::ReportDefinition definition;
     definition.name = "rptPatient";
     definition.sections = {
-        {platform::SectionKind::ReportHeader, 1515, {
-            box("Shape2", 0, 90, 5130, 540).background(shadowGrey),
-            box("Shape1", 90, 180, 5130, 540).background(paperWhite),
-            label("lblReportTitle", 90, 180, 4950, 360).points(titlePoints).bold().centre(),
-            label("lblDate", 8370, 180, 1980, 270).points(datePoints),
-            field("txtReportDate", 90, 1080, 5310, 270).points(datePoints),
-        }},
+        listHead(platform::SectionKind::ReportHeader, 1515,
+                 {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180},
+                 {field("txtReportDate", 90, 1080, 5310, 270).points(datePoints)}),
         patientHeader(),
         prescriptionRow(),
         {platform::SectionKind::PageFooter, 2475, storeBlock(180, 90)},
@@ -127,16 +122,10 @@ platform::RecordsetPtr rptPatient::openPrescriptions() const {
 }
 
 void rptPatient::translateForm() {
-    setText("lblDate", platform::dateText(platform::now()));
-    caption = translated("Prescription Report");
-    setText("lblReportTitle", translated("Prescription Report - Sorvanto"));
-    const std::pair<const char*, const char*> heads[] = {
-        {"lblRXsID", "#"},            {"lblrxs_Date", "Date"}, {"lblfrm_Name", "Drug Name"},
-        {"lblfrm_Strength", "Strength"}, {"lblrxs_QTY", "QTY"}, {"lbllog_Lot", "Lot"},
-        {"lblrxs_Doctor", "Doctor"},  {"lblrxs_Price", "Price"},
-    };
-    for (const auto& [name, key] : heads)
-        setText(name, translated(key));
+    translateListHead(*this, "Prescription Report", "Prescription Report - Sorvanto");
+    translateCaptions(*this, {{"lblRXsID", "#"}, {"lblrxs_Date", "Date"}, {"lblfrm_Name", "Drug Name"},
+                              {"lblfrm_Strength", "Strength"}, {"lblrxs_QTY", "QTY"}, {"lbllog_Lot", "Lot"},
+                              {"lblrxs_Doctor", "Doctor"}, {"lblrxs_Price", "Price"}});
     translateStoreBlock(*this);
     setText("txtReportDate", reportDates(m_range.begin, m_range.end));
 }
@@ -180,7 +169,10 @@ void rptPatient::reportFooterFormat() {
     // Formatted, then money, then text: trailing zeros are lost on the way.
     const platform::Currency money = platform::Currency::fromText(platform::format(price, "0.00"));
     const QString currency = platform::deref(basMain::Options).DefCurrency();
-    setValue("txtTotalPrice", QVariant::fromValue(money), currency + "0.00", currency + money.toText());
+    const QString shown = money.toText();
+    const QString places = shown.section('.', 1);
+    const QString picture = places.isEmpty() ? "0" : "0." + QString(places.size(), '0');
+    setValue("txtTotalPrice", QVariant::fromValue(money), currency + picture, currency + shown);
 }
 
 }  // namespace sorvanto

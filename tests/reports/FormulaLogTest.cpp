@@ -1,6 +1,7 @@
 // The record of a made batch: all from the log but the instructions, money in the currency of the options.
 #include "Golden.h"
 #include "ReportTest.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/report/Tools.h"
 #include "reports/rptLogFormula.h"
 #include "shared/basMain.h"
@@ -100,6 +101,30 @@ TEST_F(FormulaLogTest, NoBoxesToFillInAndOneForTheExpiry) {
     for (const char* gone : {"Box1", "Box2", "Line5", "Line6"})
         EXPECT_ANY_THROW(report.control(gone)) << gone;
     EXPECT_EQ(report.control("Shape1").left, 4770);
+}
+
+TEST_F(FormulaLogTest, UnknownTypeIsAnErrorOfTheTable) {
+    sql("UPDATE Log SET log_FormType = 77 WHERE LogID = 2;");
+    ReportRun run(formulaLog(2));
+    EXPECT_THROW(run.makeAll(), RuntimeError);
+    EXPECT_TRUE(run.isOver());
+    EXPECT_TRUE(run.document().pages.empty());
+}
+
+TEST_F(FormulaLogTest, SecondPageKeepsTitleAndDateAndRepeatsTheStore) {
+    for (int i = 0; i < 60; ++i)
+        sql("INSERT INTO LogChem (LogID, ChemicalID, lch_Name, lch_QTY) VALUES (1, 1, 'Aspirin', 1.0);");
+    ReportRun run(formulaLog(1));
+    ASSERT_TRUE(run.makePage());
+    clock.advance(86400);  // the date of the first page stays
+    run.makeAll();
+    const auto pages = static_cast<qsizetype>(run.document().pages.size());
+    EXPECT_GT(pages, 1);
+    EXPECT_EQ(texts(run, "txtDate").count("03-07-26"), pages);
+    EXPECT_EQ(texts(run, "txtTitle").count("Formula Log -- Sorvanto"), pages);
+    EXPECT_EQ(texts(run, "txtlog_Lot").count("AB0010"), pages);
+    EXPECT_EQ(texts(run, "txtStore").count("Kelmar Systems"), pages);
+    EXPECT_EQ(texts(run, "lblchm_Name").size(), 1) << "the group header stands once";
 }
 
 TEST_F(FormulaLogTest, LogIsReleasedAtTheEnd) {

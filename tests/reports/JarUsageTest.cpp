@@ -10,16 +10,7 @@ using namespace sorvanto;
 
 namespace {
 
-class JarUsageTest : public ReportTest {
-protected:
-    void SetUp() override {
-        ReportTest::SetUp();
-        seedPharmacy();
-        clearStatements();
-    }
-    const QDateTime begin = day(2026, 1, 1, {14, 5, 9});
-    const QDateTime end = day(2026, 3, 7, {14, 5, 9});
-};
+class JarUsageTest : public DateRangeTest {};
 
 }  // namespace
 

@@ -1,6 +1,9 @@
-// The reports of the sample pharmacy in every delivered language: no caption is cut, nothing fails.
+// The reports of the sample pharmacy in every delivered language: no caption is cut or touches its value.
 #include "ReportTest.h"
+#include "platform/report/TextMeasure.h"
 #include "shared/basMain.h"
+
+#include <algorithm>
 
 using namespace platform;
 using namespace sorvanto;
@@ -28,10 +31,48 @@ protected:
         }
         return names;
     }
+    /// A piece of writing on the paper.
+    struct Written {
+        QString control, text;
+        int left, right, baseline;
+    };
+    static std::vector<Written> writingOf(const ReportRun& run, const Page& page) {
+        const auto measure = fontMeasure();
+        std::vector<Written> all;
+        for (const PageBand& band : page.bands) {
+            for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
+                const PageItem& item = page.items[i];
+                const TextStyle& style = run.document().styles[item.style];
+                for (std::uint32_t r = item.firstRun; r < item.firstRun + item.runCount; ++r) {
+                    const TextRun& text = page.runs[r];
+                    all.push_back({run.document().controlOf(band, item).name, text.text, text.x,
+                                   text.x + measure->width(style, text.text), text.baseline});
+                }
+            }
+        }
+        return all;
+    }
+    /// Neighbours on a line that a reader can't tell apart: less than half a blank lies between them, or less than
+    /// a quarter behind a mark such as "#".
+    static QStringList touching(const ReportRun& run) {
+        constexpr int line = 60;
+        const auto leastGap = [](const Written& caption) { return caption.text.back().isLetterOrNumber() ? 25 : 12; };
+        QStringList pairs;
+        for (const Page& page : run.document().pages) {
+            const std::vector<Written> all = writingOf(run, page);
+            for (const Written& a : all)
+                for (const Written& b : all)
+                    if (a.left < b.left && std::abs(a.baseline - b.baseline) < line && b.left - a.right < leastGap(a))
+                        pairs << QString("%1 %2: %3|%4").arg(a.control).arg(b.left - a.right).arg(a.text, b.text);
+        }
+        pairs.removeDuplicates();
+        return pairs;
+    }
     static void look(std::unique_ptr<Report> report, const QString& name) {
         const RunPtr run = finished(std::move(report));
         kept(*run, QString("%1-%2").arg(name, GetParam()));
         EXPECT_TRUE(cutCaptions(*run).isEmpty()) << str(name) << "\n" << str(cutCaptions(*run).join('\n'));
+        EXPECT_TRUE(touching(*run).isEmpty()) << str(name) << "\n" << str(touching(*run).join('\n'));
     }
 };
 

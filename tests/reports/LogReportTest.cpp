@@ -9,16 +9,7 @@ using namespace sorvanto;
 
 namespace {
 
-class LogReportTest : public ReportTest {
-protected:
-    void SetUp() override {
-        ReportTest::SetUp();
-        seedPharmacy();
-        clearStatements();
-    }
-    const QDateTime begin = day(2026, 1, 1, {14, 5, 9});
-    const QDateTime end = day(2026, 3, 7, {14, 5, 9});
-};
+class LogReportTest : public DateRangeTest {};
 
 }  // namespace
 

@@ -10,16 +10,7 @@ using namespace sorvanto;
 
 namespace {
 
-class PatientReportTest : public ReportTest {
-protected:
-    void SetUp() override {
-        ReportTest::SetUp();
-        seedPharmacy();
-        clearStatements();
-    }
-    const QDateTime begin = day(2026, 1, 1, {14, 5, 9});
-    const QDateTime end = day(2026, 3, 7, {14, 5, 9});
-};
+class PatientReportTest : public DateRangeTest {};
 
 }  // namespace
 
@@ -126,6 +117,16 @@ TEST_F(PatientReportTest, PatientWithoutARowFailsAtTheHead) {
     ReportRun run(std::move(fed));
     EXPECT_THROW(run.makeAll(), RuntimeError);
     EXPECT_TRUE(run.isOver());
+}
+
+TEST_F(PatientReportTest, TheLargestKeysAndQuantitiesAreWhole) {
+    sql("INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (32767, 'Mara', 'Quist'); INSERT INTO RXs "
+        "(RXsID, LogID, PatientID, rxs_Date, rxs_QTY, rxs_Price) VALUES (32767, 2, 32767, '2026-03-02 00:00:00', "
+        "32767, 1234.5);");
+    const RunPtr run = finished(patient(32767, begin, end));
+    EXPECT_EQ(str(text(*run, "txtPatientID")), "32767");
+    EXPECT_EQ(str(text(*run, "txtRXsID")), "32767");
+    EXPECT_TRUE(cut(*run).isEmpty()) << str(cut(*run).join('\n'));
 }
 
 TEST_F(PatientReportTest, StoreBlockStandsOnEveryPageAndThereIsNoNumber) {

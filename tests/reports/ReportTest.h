@@ -75,3 +75,15 @@ protected:
     static void kept(const platform::ReportRun& run, const QString& name);
     static void kept(QWidget& window, const QString& name);
 };
+
+/// A report of the small pharmacy between two dates, which have a time of day.
+class DateRangeTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        seedPharmacy();
+        clearStatements();
+    }
+    const QDateTime begin = day(2026, 1, 1, {14, 5, 9});
+    const QDateTime end = day(2026, 3, 7, {14, 5, 9});
+};

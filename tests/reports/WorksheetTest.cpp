@@ -9,6 +9,7 @@
 #include "reports/rptFormula.h"
 #include "shared/basMain.h"
 
+#include <QRegularExpression>
 #include <QSet>
 
 using namespace platform;
@@ -119,6 +120,36 @@ TEST_F(WorksheetTest, MoneyInTheMannerOfAnotherSystem) {
     EXPECT_EQ(str(text(*run, "txtfrm_Qty")), "25.00") << "quantities always have a point";
     EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(QStringLiteral("number|19.96|###,##0.00\"")))
         << "the amount is a number in the spreadsheet";
+}
+
+TEST_F(WorksheetTest, LinesHaveTwoDecimalsWhereTheSystemHasOthers) {
+    const auto digits = [](QString text) { return text.remove(QRegularExpression("[^0-9.,]")); };
+    const struct {
+        QLocale system;
+        const char *head, *line, *headPicture, *linePicture;
+    } systems[] = {
+        {QLocale(QLocale::Japanese, QLocale::Japan), "20", "6.17", "###,##0", "###,##0.00"},
+        {QLocale(QLocale::French, QLocale::Tunisia), "19,960", "6,17", "###,##0.000", "###,##0.00"},
+        {QLocale(QLocale::German, QLocale::Germany), "19,96", "6,17", "###,##0.00", "###,##0.00"},
+    };
+    for (const auto& [system, head, line, headPicture, linePicture] : systems) {
+        setSystemLocale(system);
+        const RunPtr run = finished(worksheet(1, 25));
+        setSystemLocale(std::nullopt);
+        EXPECT_EQ(str(digits(text(*run, "txtfrm_Cost"))), head) << str(system.name());
+        EXPECT_EQ(str(digits(text(*run, "txtchm_Cost"))), line) << str(system.name());
+        EXPECT_TRUE(run->report().control("txtfrm_Cost").format.contains(headPicture));
+        EXPECT_TRUE(run->report().control("txtchm_Cost").format.contains(linePicture));
+    }
+}
+
+TEST_F(WorksheetTest, MoneyInDigitsOfAnotherScriptIsANumberInTheSpreadsheet) {
+    setSystemLocale(QLocale(QLocale::Arabic, QLocale::Egypt));
+    runReport(worksheet(1, 25), true, "\\Worksheet.xls");
+    setSystemLocale(std::nullopt);
+    const QString cells = tools::cells(folder.path("Worksheet.xls"));
+    EXPECT_TRUE(cells.contains("number|19.96|")) << str(cells);
+    EXPECT_TRUE(cells.contains("###,##0.00")) << str(cells);
 }
 
 TEST_F(WorksheetTest, ZeroAfterACancelledQuantity) {

@@ -95,10 +95,14 @@ QString formatCurrency(Currency value) {
     const QLocale locale = systemLocale();
     // The locale doesn't tell its number of decimals; the text of nothing does.
     const int zeros = static_cast<int>(locale.toCurrencyString(0.0).count(locale.zeroDigit()));
-    const int decimals = std::max(zeros - 1, 0);
+    return formatCurrency(value, std::max(zeros - 1, 0));
+}
+
+QString formatCurrency(Currency value, int decimals) {
     Decimal decimal = *Decimal::fromText(value.toText().toLatin1());
     decimal.round(decimals, Decimal::Tie::away);
-    return locale.toCurrencyString(toDouble(QString::fromLatin1(decimal.fixed(decimals))));
+    return systemLocale().toCurrencyString(toDouble(QString::fromLatin1(decimal.fixed(decimals))), QString(),
+                                           decimals);
 }
 
 }  // namespace platform

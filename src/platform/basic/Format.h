@@ -31,5 +31,7 @@ QString formatPlaces(const QString& text, const QString& picture);
 
 /// Money in the manner of the system's locale (US English under C and POSIX), its own digits and symbol.
 QString formatCurrency(Currency value);
+/// The same with so many decimals.
+QString formatCurrency(Currency value, int decimals);
 
 }  // namespace platform

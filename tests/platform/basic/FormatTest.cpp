@@ -148,4 +148,5 @@ TEST(Format, MoneyOfTheSystem) {
     EXPECT_EQ(formatCurrency(Currency::fromText("1234.5")), QString("1.234,50\u00A0€"));
     setSystemLocale(QLocale(QLocale::Japanese, QLocale::Japan));
     EXPECT_TRUE(formatCurrency(Currency::fromText("1234.5")).endsWith("1,235"));
+    EXPECT_TRUE(formatCurrency(Currency::fromText("1234.565"), 2).endsWith("1,234.57"));
 }
