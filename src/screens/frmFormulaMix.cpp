@@ -102,7 +102,7 @@ void frmFormula::cbofrm_Type_Click() {
             ui->cbofrm_Type->setBoxText(translated("Select Type"));
             return;
         }
-        ui->tabFormula->setTabEnabled(mixOptionsTab, type == customMix);
+        ui->tabFormula->switchTab(mixOptionsTab, type == customMix);
     });
 }
 

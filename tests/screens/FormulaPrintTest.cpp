@@ -59,6 +59,25 @@ TEST_F(FormulaPrintTest, ExportsWithoutShowing) {
     EXPECT_TRUE(folder.read("Worksheet.xls").startsWith("\xD0\xCF\x11\xE0"));
 }
 
+TEST_F(FormulaPrintTest, WhileEditingTheStoredFormulaIsPrintedAndTheTypedTextsGo) {
+    edit("Cooling Gel");
+    box<platform::TextBox>("txtfrm_Name").setText("Typed Name");
+    box<platform::MemoBox>("txtfrm_Instructions").setText("Typed notes");
+    box<platform::NumberBox>("txtfrm_Quantity").setText("77");
+    ASSERT_TRUE(on("mnuWorksheetx"));
+    expectQuantity("10", "");
+    click("mnuWorksheetx");
+    const QByteArray sheet = folder.read("Worksheet.xls");
+    EXPECT_TRUE(sheet.contains("Cooling Gel"));
+    EXPECT_TRUE(sheet.contains("Mix cold."));
+    EXPECT_FALSE(sheet.contains("Typed"));
+    EXPECT_EQ(str(shown("txtfrm_Name")), "Cooling Gel");
+    EXPECT_EQ(str(shown("txtfrm_Instructions")), "Mix cold.");
+    EXPECT_EQ(str(shown("txtfrm_Quantity")), "10");
+    EXPECT_FALSE(formula().formLocked());
+    EXPECT_EQ(str(stored("frm_Name", 1)), "Cooling Gel");
+}
+
 TEST_F(FormulaPrintTest, ABaseBatchOfNothingIsReported) {
     sql("UPDATE Formula SET frm_Quantity = 0 WHERE FormulaID = 2");
     loadAt("Plain Base");

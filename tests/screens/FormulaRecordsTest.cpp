@@ -101,6 +101,20 @@ TEST_F(FormulaRecordsTest, DeletingTheFirstRecordShowsTheNext) {
     EXPECT_EQ(str(shown("txtfrm_Name")), "Cooling Gel");
 }
 
+TEST_F(FormulaRecordsTest, ANewRowThatTheFileRefusesLeavesTheSwappedPromptsOnShow) {
+    loadAt("Cooling Gel");
+    failStatement("INSERT INTO  Formula (");
+    click("cmdNew");
+    expectReport("clsFormula:addFormula");
+    expectReports("frmFormula:refreshForm");
+    EXPECT_EQ(str(shown("cbofrm_JarSize")), "Select Form");
+    EXPECT_EQ(str(shown("cbofrm_Type")), "Select Jar Size");
+    EXPECT_EQ(str(shown("txtfrm_Name")), "");
+    EXPECT_EQ(str(shown("txtfrm_Units")), "MLS");
+    EXPECT_EQ(steps().count(), 0);
+    EXPECT_EQ(str(names()), "Cooling Gel\nPlain Base\nArnica Salve");
+}
+
 TEST_F(FormulaRecordsTest, ARefusedDeleteShowsTheFirstRecordToo) {
     for (const Answer answer : {Answer::No, Answer::Cancel}) {
         loadAt("Plain Base");

@@ -98,6 +98,20 @@ TEST_F(MixSettingsTest, CaptionsOfTheTab) {
     EXPECT_EQ(columns, QStringList({"Lift RPM", "Mix RPM", "Time", "Cycles"}));
 }
 
+TEST_F(MixSettingsTest, SwitchingTheTabOffDoesNotHideTheListThatIsOnShow) {
+    loadAt("Cooling Gel");
+    tabs().setCurrentIndex(2);
+    ASSERT_TRUE(steps().isVisible());
+    search("Plain");  // a preset
+    EXPECT_FALSE(tabs().isTabEnabled(2));
+    EXPECT_EQ(tabs().currentIndex(), 2);
+    EXPECT_TRUE(steps().isVisible());
+    search("Arnica");  // a custom mix
+    EXPECT_TRUE(tabs().isTabEnabled(2));
+    EXPECT_EQ(tabs().currentIndex(), 2);
+    EXPECT_EQ(str(rows()), "2880|3000|00:10:00|0");
+}
+
 TEST_F(MixSettingsTest, TheTabIsOpenForTypeNineAlone) {
     edit("Cooling Gel");
     auto& type = box<ChoiceBox>("cbofrm_Type");

@@ -1,10 +1,20 @@
 // The stack of pages asks each page for its size; one that ignores its own height asks for none.
 #include "platform/widgets/TabBox.h"
 
+#include <QSignalBlocker>
+#include <QTabBar>
+
 namespace platform {
 
 TabBox::TabBox(QWidget* parent) : QTabWidget(parent) {
     connect(this, &QTabWidget::currentChanged, this, &TabBox::fitToCurrent);
+}
+
+void TabBox::switchTab(int index, bool on) {
+    const int front = currentIndex();
+    const QSignalBlocker quiet(tabBar());  // the bar would bring another page to the front
+    setTabEnabled(index, on);
+    setCurrentIndex(front);
 }
 
 void TabBox::tabInserted(int index) {

@@ -11,6 +11,9 @@ class TabBox : public QTabWidget {
 public:
     explicit TabBox(QWidget* parent = nullptr);
 
+    /// Switches a tab on or off. The page on show stays on show, also when it is the one switched off.
+    void switchTab(int index, bool on);
+
 protected:
     void tabInserted(int index) override;
     void tabRemoved(int index) override;
