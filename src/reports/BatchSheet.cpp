@@ -1,7 +1,6 @@
 #include "reports/BatchSheet.h"
 
 #include "platform/basic/Dates.h"
-#include "platform/basic/Format.h"
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
 
@@ -84,7 +83,7 @@ void BatchSheet::pageHeaderFormat() {
     if (m_pageHeaderDone)
         return;
     m_pageHeaderDone = true;
-    setText("txtDate", platform::formatDate(platform::now(), "MM-DD-YY"));
+    setValue("txtDate", QDateTime(platform::now().date(), {}, Qt::UTC), "MM-DD-YY");
     fillPageHeader();
 }
 

@@ -26,7 +26,7 @@ platform::Section listHead(platform::SectionKind kind, int height, const ListHea
 }
 
 void translateListHead(platform::Report& report, const char* captionKey, const char* titleKey) {
-    report.setText("lblDate", platform::dateText(platform::now()));
+    report.setValue("lblDate", platform::now());
     report.caption = translated(captionKey);
     report.setText("lblReportTitle", translated(titleKey));
 }

@@ -1,6 +1,5 @@
 #include "reports/rptLogFormula.h"
 
-#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 #include "reports/ReportTexts.h"
@@ -86,7 +85,7 @@ void rptLogFormula::fillPageHeader() {
 
 void rptLogFormula::groupHeaderFormat() {
     const clsLog& log = platform::deref(m_log);
-    setText("txtDateMade", platform::dateText(log.log_Date));
+    setValue("txtDateMade", log.log_Date);
     setText("txtfrm_Initials", log.log_Initials);
     setText("txtfrm_Verified", log.log_Verified);
     setValue("txtfrm_Qty", static_cast<double>(log.log_Quantity), "#0.00");

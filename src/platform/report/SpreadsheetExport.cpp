@@ -56,9 +56,11 @@ public:
     QByteArray bytes() {
         const int groups = std::max(1, m_document.definition.detailColumns);
         for (int column = 0; column < m_plan.columns() * groups; ++column)
-            m_workbook.setColumnWidth(column, m_plan.columnWidth(column % m_plan.columns()));
+            m_widths.push_back(m_plan.columnWidth(column % m_plan.columns()));
         for (const Page& page : m_document.pages)
             addPage(page);
+        for (std::size_t column = 0; column < m_widths.size(); ++column)
+            m_workbook.setColumnWidth(static_cast<int>(column), m_widths[column]);
         return m_workbook.bytes();
     }
 
@@ -100,10 +102,19 @@ private:
         const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
         const std::optional<double> number = cellNumber(typed.value);
         const std::uint16_t style = cellStyle(band, item, typed, number.has_value());
-        if (number)
+        if (number) {
+            makeRoom(column, item);
             m_workbook.addNumber(row, column, style, *number);
-        else
+        } else {
             m_workbook.addText(row, column, style, item.text);
+        }
+    }
+
+    /// A number that its column is too narrow for would show as "###".
+    void makeRoom(int column, const PageItem& item) {
+        const double digit = m_document.styles[item.style].points * 20 * 0.56;
+        int& width = m_widths[static_cast<std::size_t>(column)];
+        width = std::max(width, static_cast<int>(std::ceil(static_cast<double>(item.text.size()) * digit)));
     }
 
     /// The looks of cells, kept by what decides them.
@@ -149,6 +160,7 @@ private:
     const PageDocument& m_document;
     SheetPlan m_plan;
     XlsWorkbook m_workbook;
+    std::vector<int> m_widths;  ///< of the columns, in twips
     int m_row = 0;
     std::vector<std::pair<int, const PageItem*>> m_line;
     QHash<quint64, KnownStyle> m_styles;
