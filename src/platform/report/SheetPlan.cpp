@@ -5,6 +5,10 @@
 
 namespace platform {
 
+namespace {
+constexpr int lineHeight = 360;  // of the largest type of the reports
+}
+
 SheetPlan::SheetPlan(const ReportDefinition& definition) {
     chooseColumns(definition);
     for (const Section& section : definition.sections) {
@@ -30,10 +34,10 @@ std::vector<SheetPlan::Line> SheetPlan::lines(const Section& section) {
     int limit = 0;
     for (const int index : order) {
         const Control& control = controls[index];
-        // A control that starts in the upper half of the line's first one stands beside it.
+        // A control that starts in the upper half of the line's first one, or of its first line, stands beside it.
         if (all.empty() || control.top >= limit) {
             all.emplace_back();
-            limit = control.top + std::max(1, control.height / 2);
+            limit = control.top + std::max(1, std::min(control.height, lineHeight) / 2);
         }
         all.back().push_back(index);
     }

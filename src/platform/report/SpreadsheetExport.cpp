@@ -41,6 +41,9 @@ std::optional<double> cellNumber(const QVariant& value) {
     return std::nullopt;
 }
 
+constexpr qsizetype mostWidened = 40;                     // characters for which a column is made wider
+constexpr double digitWidth = 0.56, lineHeight = 1.275;  // of a font, in its points
+
 QString quoted(const QString& literal) {
     if (literal.isEmpty())
         return {};
@@ -93,41 +96,69 @@ private:
                 m_line.emplace_back(m_plan.place(band.section, item.control).column, &item);
         }
         std::sort(m_line.begin(), m_line.end());
-        for (const auto& [column, item] : m_line)
-            addCell(page, band, *item, m_row + row, band.column * m_plan.columns() + column);
-    }
-
-    void addCell(const Page& page, const PageBand& band, const PageItem& item, int row, int column) {
-        static const TypedValue none;
-        const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
-        const std::optional<double> number = cellNumber(typed.value);
-        const std::uint16_t style = cellStyle(band, item, typed, number.has_value());
-        if (number) {
-            makeRoom(column, item);
-            m_workbook.addNumber(row, column, style, *number);
-        } else {
-            m_workbook.addText(row, column, style, item.text);
+        for (std::size_t i = 0; i < m_line.size(); ++i) {
+            const auto& [column, item] = m_line[i];
+            const bool neighbour = i + 1 < m_line.size() && m_line[i + 1].first == column + 1;
+            addCell(page, band, *item, m_row + row, band.column * m_plan.columns() + column, neighbour);
         }
     }
 
-    /// A number that its column is too narrow for would show as "###".
-    void makeRoom(int column, const PageItem& item) {
-        const double digit = m_document.styles[item.style].points * 20 * 0.56;
+    void addCell(const Page& page, const PageBand& band, const PageItem& item, int row, int column,
+                 bool neighbour) {
+        static const TypedValue none;
+        const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
+        const std::optional<double> number = cellNumber(typed.value);
         int& width = m_widths[static_cast<std::size_t>(column)];
-        width = std::max(width, static_cast<int>(std::ceil(static_cast<double>(item.text.size()) * digit)));
+        Fit fit = fitOf(item, width);
+        // A number that its column is too narrow for would show as "###", a text would end at its neighbour.
+        if (fit.narrow && (number || neighbour)) {
+            width = std::max(width, widthOf(item, std::min(item.text.size(), mostWidened)));
+            fit = fitOf(item, width);
+        }
+        const std::uint16_t style = cellStyle(band, item, typed, number.has_value(), fit);
+        if (number)
+            m_workbook.addNumber(row, column, style, *number);
+        else
+            m_workbook.addText(row, column, style, item.text);
+        m_workbook.growRow(static_cast<int>(std::ceil(pointsOf(item) * 20 * lineHeight * fit.lines)));
+    }
+
+    double pointsOf(const PageItem& item) const { return m_document.styles[item.style].points; }
+
+    /// About how wide so many characters are, in twips.
+    int widthOf(const PageItem& item, qsizetype characters) const {
+        return static_cast<int>(std::ceil(static_cast<double>(characters) * pointsOf(item) * 20 * digitWidth));
+    }
+
+    /// What a text needs in a cell of the width.
+    struct Fit {
+        bool narrow;  ///< one line that is wider than the cell
+        int lines;    ///< more than one where the text has line ends
+    };
+    Fit fitOf(const PageItem& item, int width) const {
+        if (!item.text.contains(QLatin1Char('\n')))
+            return {widthOf(item, item.text.size()) > width, 1};
+        int lines = 0;
+        for (const QString& line : item.text.trimmed().split(QLatin1Char('\n')))
+            lines += std::max(1, (widthOf(item, line.trimmed().size()) + width - 1) / std::max(1, width));
+        return {false, std::max(2, lines)};
     }
 
     /// The looks of cells, kept by what decides them.
-    std::uint16_t cellStyle(const PageBand& band, const PageItem& item, const TypedValue& typed, bool number) {
+    std::uint16_t cellStyle(const PageBand& band, const PageItem& item, const TypedValue& typed, bool number,
+                            const Fit& fit) {
         const bool date = number && isDate(typed.value);
         const bool time = date && typed.value.toDateTime().time() != QTime(0, 0);
         const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 |
-                            quint64(item.style) << 16 | quint64(number) << 2 | quint64(date) << 1 |
+                            quint64(item.style) << 16 | quint64(fit.lines > 1) << 4 |
+                            quint64(fit.narrow) << 3 | quint64(number) << 2 | quint64(date) << 1 |
                             quint64(time);
         const auto known = m_styles.constFind(key);
         if (known != m_styles.constEnd() && known->format == typed.format)
             return known->style;
         CellStyle cell = textLook(band, item);
+        cell.wrapped = fit.lines > 1;
+        cell.alignGiven = cell.alignGiven && !fit.narrow;  // its start would hang out of the sheet
         if (number && !typed.format.isEmpty())
             cell.numberFormat = numberFormatOf(typed.format);
         else if (date)

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int styleFormats = 15;      // the formats of named styles that stand before those of cells
 constexpr int firstOwnFormat = 164;   // lower numbers are the application's own
+constexpr int mostHeight = 8190;      // of a row, in twips
 constexpr int rowsOfBlock = 32;       // row records stand together for so many rows
 
 void putWords(QByteArray& out, Id id, std::initializer_list<int> words) {
@@ -152,7 +153,11 @@ void XlsWorkbook::addNumber(int row, int column, std::uint16_t style, double num
 void XlsWorkbook::flushRow() {
     if (m_row < 0)
         return;
-    putWords(m_blockRows, Row, {m_row, m_firstColumn, m_lastColumn + 1, 0x00FF, 0, 0, 0x0100, 0x000F});
+    constexpr int ownHeight = 0x40;
+    const int flags = 0x0100 | (m_height > plainHeight ? ownHeight : 0);
+    const int height = std::min(m_height, mostHeight);
+    putWords(m_blockRows, Row, {m_row, m_firstColumn, m_lastColumn + 1, height, 0, 0, flags, 0x000F});
+    m_height = plainHeight;
     if (++m_rowsInBlock == rowsOfBlock)
         flushBlock();
 }
@@ -200,7 +205,8 @@ void XlsWorkbook::putStyles(QByteArray& out) const {
                                                  2 * static_cast<int>(style.align == TextAlign::Right)
                                            : 0;
         const int index = static_cast<int>(i);
-        putCellFormat(out, index, style.numberFormat.isEmpty() ? 0 : firstOwnFormat + index, 1, align);
+        putCellFormat(out, index, style.numberFormat.isEmpty() ? 0 : firstOwnFormat + index, 1,
+                      align | (style.wrapped ? 0x08 : 0));
     }
     putWords(out, Style, {0x8000, 0xFF00});
 }

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct CellStyle {
     bool italic = false;
     TextAlign align = TextAlign::Left;
     bool alignGiven = false;  ///< otherwise numbers go right and texts left by themselves
+    bool wrapped = false;     ///< shows line ends, and wraps at the column's width
     QString numberFormat;
 
     bool operator==(const CellStyle&) const = default;
@@ -30,6 +32,7 @@ public:
     static constexpr int mostRows = 65'536;
     static constexpr int mostColumns = 256;
     static constexpr int mostCharacters = 32'767;
+    static constexpr int plainHeight = 255;  ///< twips of a row that says nothing
 
     explicit XlsWorkbook(const QString& sheetName);
 
@@ -42,6 +45,8 @@ public:
     /// where the format has no room for the cell.
     void addText(int row, int column, std::uint16_t style, const QString& text);
     void addNumber(int row, int column, std::uint16_t style, double number);
+    /// At least that height in twips for the row of the last cell.
+    void growRow(int twips) { m_height = std::max(m_height, twips); }
 
     /// The finished file.
     QByteArray bytes();
@@ -62,6 +67,7 @@ private:
     std::vector<QString> m_texts;
     std::uint32_t m_textUses = 0;
     QByteArray m_sheet, m_blockRows, m_blockCells;
+    int m_height = plainHeight;  ///< of the row being filled
     int m_row = -1, m_firstColumn = 0, m_lastColumn = -1, m_rowsInBlock = 0, m_columns = 0;
 };
 

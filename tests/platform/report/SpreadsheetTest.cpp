@@ -99,6 +99,54 @@ TEST(Spreadsheet, ValuesGivenByAnEventAreNumbers) {
     EXPECT_TRUE(cells.contains("0|1|number|0.1|General|plain")) << qPrintable(cells);
 }
 
+TEST(Spreadsheet, ATextBesideAnotherHasTheRoomItNeeds) {
+    const auto run = finished(onePage({
+        label("caption", 0, 0, 500, 270, "A long caption"), label("value", 500, 0, 500, 270, "its value runs on"),
+        label("alone", 0, 500, 500, 270, "A far longer text with nothing beside it"),
+        label("endless", 0, 1000, 500, 270, QString(300, 'x')), label("beside", 500, 1000, 500, 270, "y"),
+    }));
+    const Xls xls(spreadsheet(run->document()));
+    const QString script = "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1], formatting_info=True)"
+                           ".sheet_by_index(0)\nprint(*[s.colinfo_map[c].width // 256 for c in (0, 1)])";
+    EXPECT_EQ(tools::output("/usr/bin/python3", {"-c", script, xls.path}).trimmed().toStdString(), "43 5")
+        << "forty characters at most";
+}
+
+TEST(Spreadsheet, TextsBesideAHighOneHaveRowsOfTheirOwn) {
+    const auto run = finished(onePage({
+        label("high", 0, 0, 2000, 1440, "high"), label("beside", 2000, 0, 2000, 270, "beside"),
+        label("second", 2000, 270, 2000, 270, "second"), label("third", 2000, 540, 2000, 270, "third"),
+    }));
+    const QString cells = Xls(spreadsheet(run->document())).cells();
+    for (const char* cell : {"0|0|text|'high'", "0|1|text|'beside'", "1|1|text|'second'", "2|1|text|'third'"})
+        EXPECT_TRUE(cells.contains(cell)) << cell << "\n" << qPrintable(cells);
+}
+
+TEST(Spreadsheet, NothingIsHiddenByItsCell) {
+    const auto run = finished(onePage({
+        label("title", 0, 0, 1000, 400, "A title over narrow columns").points(14.5).centre(),
+        label("short", 0, 500, 1000, 270, "it").centre(),
+        label("lines", 0, 900, 1000, 900, "one\r\ntwo and more than fits\r\nthree"),
+        label("small", 0, 2000, 1000, 270, "small").points(6),
+    }));
+    const Xls xls(spreadsheet(run->document()));
+    const char* const script = R"(
+import sys, xlrd
+book = xlrd.open_workbook(sys.argv[1], formatting_info=True)
+sheet = book.sheet_by_index(0)
+for r in range(sheet.nrows):
+    form = book.xf_list[sheet.cell_xf_index(r, 0)].alignment
+    row = sheet.rowinfo_map[r]
+    print(form.hor_align, form.text_wrapped, row.height, row.height_mismatch)
+)";
+    const QStringList rows = tools::output("/usr/bin/python3", {"-c", script, xls.path}).trimmed().split('\n');
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(rows[0].toStdString(), "0 0 370 1") << "from the left: centred, its start would be cut; high enough";
+    EXPECT_EQ(rows[1].toStdString(), "2 0 255 0");
+    EXPECT_EQ(rows[2].toStdString(), "0 1 1275 1") << "five lines, since the second needs three";
+    EXPECT_EQ(rows[3].toStdString(), "0 0 255 0");
+}
+
 struct PictureCase {
     const char *picture, *format;
 };
