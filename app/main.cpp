@@ -8,16 +8,18 @@
 
 #include <QIcon>
 
+using namespace Qt::StringLiterals;
+
 using sorvanto::Application;
 
 int main(int argc, char** argv) {
     Application application(argc, argv);
-    const QString name = QStringLiteral("Sorvanto Control Panel");
+    const QString name = u"Sorvanto Control Panel"_s;
     Application::setApplicationName(name);
     Application::setOrganizationName(name);
     Application::setApplicationVersion(sorvanto::programVersion());
-    Application::setDesktopFileName(QStringLiteral("sorvanto"));
-    Application::setWindowIcon(QIcon(QStringLiteral(":/app/sorvanto.svg")));
+    Application::setDesktopFileName(u"sorvanto"_s);
+    Application::setWindowIcon(QIcon(u":/app/sorvanto.svg"_s));
     platform::setApplicationTitle(name);
     platform::prepareTheme(application);
 

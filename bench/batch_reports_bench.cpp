@@ -151,10 +151,11 @@ void bareStatement(benchmark::State& state, const char* statement) {
     sqlite3_close(handle);
     state.counters["rows"] = rows;
 }
-BENCHMARK_CAPTURE(bareStatement, LogReport,
-                  "SELECT log_Date, log_Lot, log_JarSize, log_Quantity, log_Cost, log_Initials, log_Verified, log_Name, "
-                  "log_FormType, log_Desc, log_Strength, log_NDC FROM Log WHERE FormulaID = 1 "
-                  "AND log_Date >= '2000-01-01 00:00:00' AND log_Date <= '2030-01-01 00:00:00'")
+BENCHMARK_CAPTURE(
+    bareStatement, LogReport,
+    "SELECT log_Date, log_Lot, log_JarSize, log_Quantity, log_Cost, log_Initials, log_Verified, log_Name, "
+    "log_FormType, log_Desc, log_Strength, log_NDC FROM Log WHERE FormulaID = 1 "
+    "AND log_Date >= '2000-01-01 00:00:00' AND log_Date <= '2030-01-01 00:00:00'")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(bareStatement, JarReport,
                   "SELECT log_JarSize, count(log_JarSize) FROM Log WHERE log_Date >= '2000-01-01 00:00:00' "

@@ -1,5 +1,5 @@
 // How long a text takes through the language store with 600 entries: the last entry of the file, a text
-// that is not there yet (the file is rewritten), and a read of an option. Beside them the floor: the search
+// that is not there yet (the file is rewritten), and a read of an option. Beside them the baseline: the search
 // alone on the bare document, and writing the file's bytes alone.
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
@@ -10,19 +10,19 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int entryCount = 600;
 
-QString keyText(int number) {
-    return QStringLiteral("A caption or message of the program, number %1").arg(number);
-}
+QString keyText(int number) { return u"A caption or message of the program, number %1"_s.arg(number); }
 
 QByteArray languageFile() {
     QByteArray xml = "<Translations Language=\"German\">";
     for (int i = 0; i < entryCount; ++i)
-        xml += "<Translate English=\"" + keyText(i).toUtf8() + "\" Translated=\"Deutsch " + QByteArray::number(i)
-               + "\"/>";
+        xml += "<Translate English=\"" + keyText(i).toUtf8() + "\" Translated=\"Deutsch " +
+               QByteArray::number(i) + "\"/>";
     return xml + "</Translations>";
 }
 
@@ -31,8 +31,8 @@ class Program {
 public:
     Program() {
         platform::setProgramFolder(m_folder.path());
-        write(QStringLiteral("GermanTranslation.xml"), languageFile());
-        write(QStringLiteral("options.xml"),
+        write(u"GermanTranslation.xml"_s, languageFile());
+        write(u"options.xml"_s,
               "<Configuration><Options><Language>2</Language></Options><Pharmacy><DEA>1</DEA></Pharmacy>"
               "</Configuration>");
         language.setLanguage(2);
@@ -63,14 +63,14 @@ void translateKnown(benchmark::State& state) {
 }
 BENCHMARK(translateKnown)->Arg(0)->Arg(entryCount / 2)->Arg(entryCount - 1)->Unit(benchmark::kMicrosecond);
 
-void floorOfSearch(benchmark::State& state) {
+void baselineOfSearch(benchmark::State& state) {
     const auto document = platform::XmlDocument::create();
     document->loadXML(QString::fromUtf8(languageFile()));
-    const QString path = QStringLiteral("//Translate[@English='%1']").arg(keyText(entryCount - 1));
+    const QString path = u"//Translate[@English='%1']"_s.arg(keyText(entryCount - 1));
     for (auto step : state)
         benchmark::DoNotOptimize(document->selectSingleNode(path));
 }
-BENCHMARK(floorOfSearch)->Unit(benchmark::kMicrosecond);
+BENCHMARK(baselineOfSearch)->Unit(benchmark::kMicrosecond);
 
 void translateNew(benchmark::State& state) {
     Program program;
@@ -83,13 +83,13 @@ void translateNew(benchmark::State& state) {
 }
 BENCHMARK(translateNew)->Iterations(50)->Unit(benchmark::kMicrosecond);
 
-void floorOfWrite(benchmark::State& state) {
+void baselineOfWrite(benchmark::State& state) {
     const Program program;
     const QByteArray content = languageFile();
     for (auto step : state)
-        platform::writeFile(program.path(QStringLiteral("copy.xml")), content);
+        platform::writeFile(program.path(u"copy.xml"_s), content);
 }
-BENCHMARK(floorOfWrite)->Iterations(50)->Unit(benchmark::kMicrosecond);
+BENCHMARK(baselineOfWrite)->Iterations(50)->Unit(benchmark::kMicrosecond);
 
 void loadLanguage(benchmark::State& state) {
     Program program;

@@ -9,6 +9,8 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using platform::ConnectionPtr;
@@ -20,23 +22,22 @@ using platform::RecordsetPtr;
 const ConnectionPtr& connection() {
     static QTemporaryDir folder;
     static const ConnectionPtr opened = [] {
-        const QString path = folder.filePath(QStringLiteral("bench.mdb"));
+        const QString path = folder.filePath(u"bench.mdb"_s);
         sorvanto::createSample(path, sorvanto::mostRows);
         auto made = std::make_shared<platform::Connection>();
-        made->open(QStringLiteral("Data Source=") + path);
+        made->open(u"Data Source="_s + path);
         return made;
     }();
     return opened;
 }
 
 QString logSearch(const char* name) {
-    return QStringLiteral(
-        "SELECT Log.LogID, Log.log_Lot as [Lot], Log.log_Date as [DateLogged], Log.log_Name as [FormulaName], Log.log_Quantity as [Quantity], "
-        "Log.log_JarSize as [JarSize], Log.log_NDC as [NDC], Log.log_Cost as [Cost], Log.log_AWP as [AWP], Log.log_Initials as [Initials], "
-        "Log.log_Verified as [Verified], Log.log_Results as [Results], Log.log_Mix as [Mix], Log.log_Version as [cVersion], "
-        "Log.log_Notes as [Notes], Log.log_Desc as [Description], Log.log_Strength as [Strength], Log.log_Units as [Units], "
-        "Log.log_FormType as [FormulaType], Log.FormulaID FROM Log WHERE ([Log.log_Name] Like '%1%') ORDER BY Log.log_Date DESC;")
-        .arg(QLatin1String(name));
+    return u"SELECT Log.LogID, Log.log_Lot as [Lot], Log.log_Date as [DateLogged], Log.log_Name as [FormulaName], Log.log_Quantity as [Quantity], "
+           u"Log.log_JarSize as [JarSize], Log.log_NDC as [NDC], Log.log_Cost as [Cost], Log.log_AWP as [AWP], Log.log_Initials as [Initials], "
+           u"Log.log_Verified as [Verified], Log.log_Results as [Results], Log.log_Mix as [Mix], Log.log_Version as [cVersion], "
+           u"Log.log_Notes as [Notes], Log.log_Desc as [Description], Log.log_Strength as [Strength], Log.log_Units as [Units], "
+           u"Log.log_FormType as [FormulaType], Log.FormulaID FROM Log WHERE ([Log.log_Name] Like '%1%') ORDER BY Log.log_Date DESC;"_s
+               .arg(QLatin1String(name));
 }
 
 const char keyList[] = "SELECT FormulaID FROM Formula Order By frm_Name";
@@ -60,7 +61,7 @@ void openSet(benchmark::State& state, const QString& statement) {
     state.counters["rows"] = static_cast<double>(rows);
 }
 
-/// The floor: the same statement stepped through, each value fetched and dropped.
+/// The baseline: the same statement stepped through, each value fetched and dropped.
 void bareEngine(benchmark::State& state, const QString& statement) {
     const QByteArray sql = platform::toSqlite(statement).toUtf8();
     sqlite3* database = connection()->handle();
@@ -80,7 +81,8 @@ void bareEngine(benchmark::State& state, const QString& statement) {
 
 void pair(const char* name, const QString& statement) {
     benchmark::RegisterBenchmark(name, openSet, statement)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark((std::string(name) + "/bare_engine").c_str(), bareEngine, statement)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark((std::string(name) + "/bare_engine").c_str(), bareEngine, statement)
+        ->Unit(benchmark::kMicrosecond);
 }
 
 /// What a search list shows: the first screen of rows after opening.
@@ -111,7 +113,7 @@ void openOneRecord(benchmark::State& state) {
     for (auto _ : state) {
         key = key % sorvanto::mostRows + 1;
         QString statement = logSearch("");
-        statement.replace(QLatin1String("[Log.log_Name] Like '%'"), QStringLiteral("[Log.LogID] = %1").arg(key));
+        statement.replace("[Log.log_Name] Like '%'"_L1, u"[Log.LogID] = %1"_s.arg(key));
         const RecordsetPtr set = open(statement);
         benchmark::DoNotOptimize(set->value(12));
     }
@@ -140,7 +142,8 @@ int main(int argc, char** argv) {
     pair("open/log_search_hydro", logSearch("hydro"));
     pair("open/log_search_no_hit", logSearch("zzz"));
     pair("open/cost_sum", QString::fromLatin1(costSum));
-    benchmark::RegisterBenchmark("search_32767_and_show_40_rows", searchAndShow)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark("search_32767_and_show_40_rows", searchAndShow)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("next_key", nextRecord);
     benchmark::RegisterBenchmark("open_one_record_by_key", openOneRecord)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("every_row_of_32767_in_turn", everyRowInTurn)->Unit(benchmark::kMillisecond);

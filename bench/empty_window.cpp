@@ -1,4 +1,4 @@
-// The floor of a start: an application and an empty main window of the same size.
+// The baseline of a start: an application and an empty main window of the same size.
 #include <QApplication>
 #include <QMainWindow>
 

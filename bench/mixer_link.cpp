@@ -1,5 +1,5 @@
 // One command over the real serial class and a pseudo-terminal to the simulator's process and back; beside
-// it the floor: the same bytes echoed by a bare thread with poll, read and write.
+// it the baseline: the same bytes echoed by a bare thread with poll, read and write.
 #include "mixer/protocol/FrameDecoder.h"
 #include "mixer/protocol/Messages.h"
 #include "platform/serial/QtSerialPort.h"
@@ -66,7 +66,7 @@ BENCHMARK(bareEcho)->UseRealTime();
 
 void statusRoundTrip(benchmark::State& state) {
     QProcess simulator;
-    simulator.start(QStringLiteral(SORVANTO_BIN_DIR "/sorvanto-mixersim"),
+    simulator.start(QString::fromUtf8(SORVANTO_BIN_DIR "/sorvanto-mixersim"),
                     {"--parent-pid", QString::number(::getpid())});
     simulator.waitForReadyRead();
     platform::QtSerialPort port;

@@ -13,12 +13,13 @@ namespace bench {
 namespace {
 
 QByteArray options(const QString& database) {
-    return "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>" + database.toUtf8()
-           + "</DBLocation><Language>0</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options>"
-             "<Pharmacy><StoreName>Kelmar Systems</StoreName><Address>418 Larkspur Ct.</Address>"
-             "<City>Fenwick</City><State>ZZ</State><PostalCode>54321</PostalCode>"
-             "<Phone>(555)010-0188</Phone><Fax>(555)010-0189</Fax><DEA>123456789</DEA>"
-             "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>";
+    return "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>" +
+           database.toUtf8() +
+           "</DBLocation><Language>0</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options>"
+           "<Pharmacy><StoreName>Kelmar Systems</StoreName><Address>418 Larkspur Ct.</Address>"
+           "<City>Fenwick</City><State>ZZ</State><PostalCode>54321</PostalCode>"
+           "<Phone>(555)010-0188</Phone><Fax>(555)010-0189</Fax><DEA>123456789</DEA>"
+           "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>";
 }
 
 void copyFile(const QString& from, const QString& to) {
@@ -29,10 +30,10 @@ void copyFile(const QString& from, const QString& to) {
 }  // namespace
 
 ProgramFolder::ProgramFolder(int rows) {
-    const QDir languages(QStringLiteral(SORVANTO_SOURCE_DIR "/languages"));
+    const QDir languages(QString::fromUtf8(SORVANTO_SOURCE_DIR "/languages"));
     for (const QString& name : languages.entryList({"*.xml"}, QDir::Files))
         copyFile(languages.filePath(name), m_folder.filePath(name));
-    copyFile(QStringLiteral(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"), m_folder.filePath("dbupdate.xml"));
+    copyFile(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"), m_folder.filePath("dbupdate.xml"));
     QFile file(m_folder.filePath("options.xml"));
     if (!file.open(QIODevice::WriteOnly) || file.write(options(database())) < 0)
         throw std::runtime_error("Can't write options.xml");
@@ -42,15 +43,15 @@ ProgramFolder::ProgramFolder(int rows) {
 void ProgramFolder::run(const char* statements) const {
     sqlite3* handle = nullptr;
     char* message = nullptr;
-    if (sqlite3_open(database().toUtf8().constData(), &handle) != SQLITE_OK
-        || sqlite3_exec(handle, statements, nullptr, nullptr, &message) != SQLITE_OK)
+    if (sqlite3_open(database().toUtf8().constData(), &handle) != SQLITE_OK ||
+        sqlite3_exec(handle, statements, nullptr, nullptr, &message) != SQLITE_OK)
         throw std::runtime_error(message ? message : "No database to measure with.");
     sqlite3_close(handle);
 }
 
 QString ProgramFolder::addExecutable(const QString& name) const {
     const QString target = m_folder.filePath(name);
-    copyFile(QStringLiteral(SORVANTO_BIN_DIR "/") + name, target);
+    copyFile(QString::fromUtf8(SORVANTO_BIN_DIR "/") + name, target);
     return target;
 }
 

@@ -65,8 +65,9 @@ BENCHMARK(openFormulaOf100Lines)->Unit(benchmark::kMicrosecond);
 
 void bareListOf100Lines(benchmark::State& state) {
     for (auto _ : state)
-        pharmacy().bare("SELECT * FROM Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID "
-                        "WHERE FormChem.FormulaID = 2");
+        pharmacy().bare(
+            "SELECT * FROM Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID "
+            "WHERE FormChem.FormulaID = 2");
 }
 BENCHMARK(bareListOf100Lines)->Unit(benchmark::kMicrosecond);
 
@@ -79,8 +80,9 @@ BENCHMARK(costSumOf100Lines)->Unit(benchmark::kMicrosecond);
 
 void bareCostSumOf100Lines(benchmark::State& state) {
     for (auto _ : state)
-        pharmacy().bare("SELECT SUM(chm_Cost * fch_Qty), SUM(chm_AWP * fch_Qty) FROM Chemical INNER JOIN FormChem "
-                        "ON Chemical.ChemicalID = FormChem.ChemicalID WHERE FormulaID = 2");
+        pharmacy().bare(
+            "SELECT SUM(chm_Cost * fch_Qty), SUM(chm_AWP * fch_Qty) FROM Chemical INNER JOIN FormChem "
+            "ON Chemical.ChemicalID = FormChem.ChemicalID WHERE FormulaID = 2");
 }
 BENCHMARK(bareCostSumOf100Lines)->Unit(benchmark::kMicrosecond);
 
@@ -132,9 +134,11 @@ void bareLogSearch(benchmark::State& state, const char* statement) {
     for (auto _ : state)
         pharmacy().bare(statement);
 }
-BENCHMARK_CAPTURE(bareLogSearch, Hits1200, "SELECT * FROM Log WHERE log_Name LIKE 'Gel Few%' ORDER BY log_Date DESC")
+BENCHMARK_CAPTURE(bareLogSearch, Hits1200,
+                  "SELECT * FROM Log WHERE log_Name LIKE 'Gel Few%' ORDER BY log_Date DESC")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(bareLogSearch, Hits32000, "SELECT * FROM Log WHERE log_Name LIKE 'Gel%' ORDER BY log_Date DESC")
+BENCHMARK_CAPTURE(bareLogSearch, Hits32000,
+                  "SELECT * FROM Log WHERE log_Name LIKE 'Gel%' ORDER BY log_Date DESC")
     ->Unit(benchmark::kMillisecond);
 
 /// The first letter typed in the list of 32,000 hits: every row is read once.

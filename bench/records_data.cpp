@@ -39,7 +39,7 @@ SELECT i, 1, CASE WHEN i <= 1200 THEN 'Gel Few ' ELSE 'Gel Many ' END || i, '1 %
 
 Pharmacy::Pharmacy() {
     const QString path = m_folder.filePath("bench.mdb");
-    QFile schema(QStringLiteral(SORVANTO_SCHEMA));
+    QFile schema(QString::fromUtf8(SORVANTO_SCHEMA));
     if (!schema.open(QIODevice::ReadOnly) || sqlite3_open(path.toUtf8().constData(), &m_handle) != SQLITE_OK)
         throw std::runtime_error("No file to measure with.");
     run(schema.readAll().constData());

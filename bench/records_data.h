@@ -9,9 +9,9 @@
 
 namespace bench {
 
-inline constexpr int batches = 32000;        ///< logged batches named "Gel ..."
-inline constexpr int fewHits = 1200;         ///< of these, named "Gel Few ..."
-inline constexpr std::int16_t formula30 = 1;    ///< formulas of 30, 100 and 1,000 lines
+inline constexpr int batches = 32000;         ///< logged batches named "Gel ..."
+inline constexpr int fewHits = 1200;          ///< of these, named "Gel Few ..."
+inline constexpr std::int16_t formula30 = 1;  ///< formulas of 30, 100 and 1,000 lines
 inline constexpr std::int16_t formula100 = 2;
 inline constexpr std::int16_t formula1000 = 3;
 

@@ -1,4 +1,4 @@
-// Speed and memory of reports. Each figure that has a floor stands beside it: the same texts drawn with a
+// Speed and memory of reports. Each figure that has a baseline stands beside it: the same texts drawn with a
 // bare painter, the same cells written by a library for the newer spreadsheet format.
 #include "platform/report/PagePainter.h"
 #include "platform/report/PreviewWindow.h"
@@ -21,6 +21,8 @@
 #include <xlsxwriter.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -39,15 +41,16 @@ public:
         d.font = {"Times New Roman", 9};
         std::vector<Control> head, cells;
         for (int column = 0; column < 8; ++column) {
-            head.push_back(label(QString("head%1").arg(column), column * 1350, 990, 1260, 270,
-                                 QString("Column %1").arg(column)));
-            cells.push_back(field(QString("cell%1").arg(column), column * 1350, 90, 1260, 270));
+            head.push_back(
+                label(u"head%1"_s.arg(column), column * 1350, 990, 1260, 270, u"Column %1"_s.arg(column)));
+            cells.push_back(field(u"cell%1"_s.arg(column), column * 1350, 90, 1260, 270));
         }
         cells[7].right();
         head.push_back(label("title", 0, 0, 9000, 360, "A list of many rows").bold().points(14.5));
         head.push_back(line("rule", 0, 1260, 10800));
         cells.push_back(line("under", 0, 450, 10800));
-        d.sections = {{SectionKind::PageHeader, 1275, head}, {SectionKind::Detail, 450, cells},
+        d.sections = {{SectionKind::PageHeader, 1275, head},
+                      {SectionKind::Detail, 450, cells},
                       {SectionKind::PageFooter, 630, {field("page", 7650, 270, 2430, 270).right()}}};
         return d;
     }
@@ -56,12 +59,10 @@ public:
     void detailFormat() override {
         const QString number = QString::number(m_left);
         for (int column = 0; column < 7; ++column)
-            setText(m_names[column], QStringLiteral("Row ") + number);
-        setValue(m_names[7], m_left * 0.25, QStringLiteral("#0.00"));
+            setText(m_names[column], u"Row "_s + number);
+        setValue(m_names[7], m_left * 0.25, u"#0.00"_s);
     }
-    void pageFooterFormat() override {
-        setText(QStringLiteral("page"), QStringLiteral("Page %1").arg(pageNumber()));
-    }
+    void pageFooterFormat() override { setText(u"page"_s, u"Page %1"_s.arg(pageNumber())); }
 
 private:
     int m_left;
@@ -96,7 +97,7 @@ void reportToPdf(benchmark::State& state) {
     reportMemory(state);
 }
 
-/// The floor: the same texts at the same places by a bare painter, nothing laid out.
+/// The baseline: the same texts at the same places by a bare painter, nothing laid out.
 void plainTextsToPdf(benchmark::State& state) {
     const QTemporaryDir folder;
     ReportRun run(std::make_unique<WideList>(pages * rowsOfPage));
@@ -111,8 +112,8 @@ void plainTextsToPdf(benchmark::State& state) {
         for (std::size_t i = 0; i < document.pages.size(); ++i) {
             if (i > 0)
                 writer.newPage();
-            for (const TextRun& run : document.pages[i].runs)
-                painter.drawText(QPointF(run.x, run.baseline), run.text);
+            for (const TextRun& text : document.pages[i].runs)
+                painter.drawText(QPointF(text.x, text.baseline), text.text);
         }
     }
     state.counters["pages/s"] = benchmark::Counter(pages, benchmark::Counter::kIsIterationInvariantRate);
@@ -132,14 +133,13 @@ void firstPageOnScreen(benchmark::State& state) {
 constexpr int sheetRows = 30'000, sheetColumns = 8;
 
 QString cellText(int row, int column) {
-    return column % 2 ? QStringLiteral("Text %1").arg(row % 500)
-                      : QStringLiteral("Lot %1-%2").arg(row).arg(column);
+    return column % 2 ? u"Text %1"_s.arg(row % 500) : u"Lot %1-%2"_s.arg(row).arg(column);
 }
 
 void xlsCells(benchmark::State& state) {
     const QTemporaryDir folder;
     for (auto _ : state) {
-        XlsWorkbook book(QStringLiteral("Sheet"));
+        XlsWorkbook book(u"Sheet"_s);
         for (int row = 0; row < sheetRows; ++row) {
             for (int column = 0; column < sheetColumns; ++column) {
                 if (column < 4)

@@ -1,5 +1,5 @@
 // How long the screens take over a file of 30,000 rows: moves, refreshes, the options dialog. Every figure
-// includes the painting; the floors are the bare repaint of the window and an empty dialog.
+// includes the painting; the baselines are the bare repaint of the window and an empty dialog.
 #include "platform/widgets/RecordGrid.h"
 #include "platform/widgets/Theme.h"
 #include "screens/BrowsingScreen.h"
@@ -45,11 +45,14 @@ void move(benchmark::State& state, const char* screen, const char* start, const 
         program().click("MainBar", tool);
 }
 BENCHMARK_CAPTURE(move, FormulasNext, "cmdFormulas", "cmdFirst", "cmdNext")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(move, FormulasPrevious, "cmdFormulas", "cmdLast", "cmdPrevious")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(move, FormulasPrevious, "cmdFormulas", "cmdLast", "cmdPrevious")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(move, ChemicalsNext, "cmdChemicals", "cmdFirst", "cmdNext")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(move, ChemicalsPrevious, "cmdChemicals", "cmdLast", "cmdPrevious")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(move, ChemicalsPrevious, "cmdChemicals", "cmdLast", "cmdPrevious")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(move, PatientsNext, "cmdPatients", "cmdFirst", "cmdNext")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(move, PatientsPrevious, "cmdPatients", "cmdLast", "cmdPrevious")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(move, PatientsPrevious, "cmdPatients", "cmdLast", "cmdPrevious")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(move, LogsNext, "cmdLogs", "cmdFirst", "cmdNext")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(move, LogsPrevious, "cmdLogs", "cmdLast", "cmdPrevious")->Unit(benchmark::kMillisecond);
 
@@ -78,9 +81,11 @@ void refresh(benchmark::State& state, const char* tool, ScreenNumber number, int
     screen.findChild<QTabWidget*>()->setCurrentIndex(0);
 }
 BENCHMARK_CAPTURE(refresh, Formula100LinesGeneral, "cmdFormulas", formulas, 0)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(refresh, Formula100LinesIngredients, "cmdFormulas", formulas, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(refresh, Formula100LinesIngredients, "cmdFormulas", formulas, 1)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(refresh, Formula16StepsMix, "cmdFormulas", formulas, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(refresh, Patient500Prescriptions, "cmdPatients", patients, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(refresh, Patient500Prescriptions, "cmdPatients", patients, 1)
+    ->Unit(benchmark::kMillisecond);
 
 /// Read from the file as well: the tool that goes to the last record.
 void openPatientOf500(benchmark::State& state) {

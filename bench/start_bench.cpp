@@ -40,10 +40,10 @@ double least(const std::vector<Start>& starts, double Start::*value) {
 
 void print(const Candidate& candidate) {
     const auto& starts = candidate.starts;
-    std::printf("%-24s %8.1f %8.1f %8.1f %8.1f %8.1f %8.1f %8.1f\n", candidate.name, median(starts, &Start::wall),
-                least(starts, &Start::wall), median(starts, &Start::processor),
-                least(starts, &Start::processor), median(starts, &Start::peak), median(starts, &Start::resident),
-                median(starts, &Start::own));
+    std::printf("%-24s %8.1f %8.1f %8.1f %8.1f %8.1f %8.1f %8.1f\n", candidate.name,
+                median(starts, &Start::wall), least(starts, &Start::wall), median(starts, &Start::processor),
+                least(starts, &Start::processor), median(starts, &Start::peak),
+                median(starts, &Start::resident), median(starts, &Start::own));
 }
 
 }  // namespace
@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     const int rounds = std::max(1, argc > 1 ? std::atoi(argv[1]) : defaultRounds);
     const bench::ProgramFolder full(30'000), sample(0);
-    Candidate candidates[] = {{"empty window", QStringLiteral(SORVANTO_BIN_DIR "/bench_empty_window"), {}},
+    Candidate candidates[] = {{"empty window", QString::fromUtf8(SORVANTO_BIN_DIR "/bench_empty_window"), {}},
                               {"sorvanto, 30,000 rows", full.addExecutable("sorvanto"), {}},
                               {"sorvanto, sample", sample.addExecutable("sorvanto"), {}}};
     for (const Candidate& candidate : candidates)
@@ -61,8 +61,8 @@ int main(int argc, char** argv) {
         for (Candidate& candidate : candidates)
             candidate.starts.push_back(bench::watchStart(candidate.program));
     std::printf("%d starts each; milliseconds to the picture, memory in MB\n", rounds);
-    std::printf("%-24s %8s %8s %8s %8s %8s %8s %8s\n", "", "wall", "least", "cpu", "least", "peak", "resident",
-                "own");
+    std::printf("%-24s %8s %8s %8s %8s %8s %8s %8s\n", "", "wall", "least", "cpu", "least", "peak",
+                "resident", "own");
     for (const Candidate& candidate : candidates)
         print(candidate);
     return 0;

@@ -15,6 +15,8 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace bench {
 
 namespace {
@@ -41,7 +43,7 @@ QImage strip() {
 
 /// Time on a processor of all threads, in milliseconds.
 double processorTime(pid_t process) {
-    const QString tasks = QStringLiteral("/proc/%1/task").arg(process);
+    const QString tasks = u"/proc/%1/task"_s.arg(process);
     double nanoseconds = 0;
     for (const QString& task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         nanoseconds += content(tasks + '/' + task + "/schedstat").split(' ').value(0).toDouble();
@@ -50,7 +52,7 @@ double processorTime(pid_t process) {
 
 /// A line of /proc/<process>/status, in MB.
 double statusLine(pid_t process, const char* name) {
-    const QByteArray status = content(QStringLiteral("/proc/%1/status").arg(process));
+    const QByteArray status = content(u"/proc/%1/status"_s.arg(process));
     for (const QByteArray& line : status.split('\n'))
         if (line.startsWith(name))
             return line.simplified().split(' ').value(1).toDouble() / 1024;

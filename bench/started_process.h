@@ -7,11 +7,11 @@
 namespace bench {
 
 struct Start {
-    double wall = 0;        ///< milliseconds from the fork to the picture
-    double processor = 0;   ///< milliseconds of all threads up to then
-    double peak = 0;        ///< most resident memory up to the rest, in MB
-    double own = 0;         ///< resident at rest without the pages of files, in MB
-    double resident = 0;    ///< resident at rest, in MB
+    double wall = 0;       ///< milliseconds from the fork to the picture
+    double processor = 0;  ///< milliseconds of all threads up to then
+    double peak = 0;       ///< most resident memory up to the rest, in MB
+    double own = 0;        ///< resident at rest without the pages of files, in MB
+    double resident = 0;   ///< resident at rest, in MB
 };
 
 /// Starts the program, measures and ends it. Throws std::runtime_error when nothing is shown.

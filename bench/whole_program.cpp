@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace bench {
 
 platform::Answer ReplyingAsker::messageBox(const QString& prompt, platform::BoxStyle, const QString&) {
@@ -28,7 +30,7 @@ void ReplyingAsker::showModal(QObject& window, const std::function<void()>&) {
 WholeProgram::WholeProgram(int rows, const char* statements) : m_folder(rows) {
     m_folder.run(statements);
     platform::setProgramFolder(m_folder.path());
-    platform::setApplicationTitle(QStringLiteral("Sorvanto Control Panel"));
+    platform::setApplicationTitle(u"Sorvanto Control Panel"_s);
     platform::setAsker(&asker);
     m_window = std::make_unique<sorvanto::frmMain>();
     m_window->Form_Load();

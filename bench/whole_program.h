@@ -16,7 +16,8 @@ class ReplyingAsker : public platform::Asker {
 public:
     std::function<void(QWidget&)> reply;
 
-    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) override;
+    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
+                                const QString& title) override;
     QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject& window, const std::function<void()>& exec) override;

@@ -6,6 +6,8 @@
 #include "platform/basic/Paths.h"
 #include "platform/xml/XmlDocument.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -23,34 +25,33 @@ std::int16_t askedLanguage() {
 }
 
 void appendOptions(platform::XmlNode options) {
-    append(options, "CommPort", QStringLiteral("1"));
-    append(options, "DBLocation",
-           platform::platformPath(platform::programFolder() + QStringLiteral("\\sorvanto.mdb")));
+    append(options, "CommPort", u"1"_s);
+    append(options, "DBLocation", platform::platformPath(platform::programFolder() + u"\\sorvanto.mdb"_s));
     append(options, "Language", QString::number(askedLanguage()));
     append(options, "DefPrinter", QString());
     append(options, "DefCurrency", QString());
 }
 
 void appendPharmacy(platform::XmlNode pharmacy) {
-    append(pharmacy, "StoreName", QStringLiteral("Kelmar Systems"));
-    append(pharmacy, "Address", QStringLiteral("418 Larkspur Ct."));
-    append(pharmacy, "City", QStringLiteral("Fenwick"));
-    append(pharmacy, "State", QStringLiteral("ZZ"));
-    append(pharmacy, "PostalCode", QStringLiteral("54321"));
-    append(pharmacy, "Phone", QStringLiteral("(555)010-0188"));
-    append(pharmacy, "Fax", QStringLiteral("(555)010-0189"));
-    append(pharmacy, "DEA", QStringLiteral("123456789"));
-    append(pharmacy, "ShowPatients", QStringLiteral("1"));
-    append(pharmacy, "OverrideSpeed", QStringLiteral("0"));
+    append(pharmacy, "StoreName", u"Kelmar Systems"_s);
+    append(pharmacy, "Address", u"418 Larkspur Ct."_s);
+    append(pharmacy, "City", u"Fenwick"_s);
+    append(pharmacy, "State", u"ZZ"_s);
+    append(pharmacy, "PostalCode", u"54321"_s);
+    append(pharmacy, "Phone", u"(555)010-0188"_s);
+    append(pharmacy, "Fax", u"(555)010-0189"_s);
+    append(pharmacy, "DEA", u"123456789"_s);
+    append(pharmacy, "ShowPatients", u"1"_s);
+    append(pharmacy, "OverrideSpeed", u"0"_s);
 }
 
 }  // namespace
 
 void buildConfiguration(platform::XmlDocument& document) {
-    auto root = document.appendElement(QStringLiteral("Configuration"));
-    append(root, "Version", QStringLiteral("1"));
-    const auto options = root.appendElement(QStringLiteral("Options"));
-    const auto pharmacy = root.appendElement(QStringLiteral("Pharmacy"));
+    auto root = document.appendElement(u"Configuration"_s);
+    append(root, "Version", u"1"_s);
+    const auto options = root.appendElement(u"Options"_s);
+    const auto pharmacy = root.appendElement(u"Pharmacy"_s);
     appendOptions(options);
     appendPharmacy(pharmacy);
 }

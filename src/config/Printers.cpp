@@ -13,12 +13,8 @@ std::function<QStringList()>& replacement() {
 
 }  // namespace
 
-QStringList printerNames() {
-    return replacement() ? replacement()() : QPrinterInfo::availablePrinterNames();
-}
+QStringList printerNames() { return replacement() ? replacement()() : QPrinterInfo::availablePrinterNames(); }
 
-void setPrinterNames(std::function<QStringList()> names) {
-    replacement() = std::move(names);
-}
+void setPrinterNames(std::function<QStringList()> names) { replacement() = std::move(names); }
 
 }  // namespace sorvanto

@@ -8,6 +8,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -25,10 +27,10 @@ QString languageName(std::int16_t language) {
 clsLanguage::clsLanguage() : m_document(platform::XmlDocument::create()) {}
 
 void clsLanguage::setLanguage(std::int16_t language) {
-    guarded(QStringLiteral("clsLanguage:setLanguage"), [&] {
+    guarded(u"clsLanguage:setLanguage"_s, [&] {
         m_language = languageName(language);
-        m_path = platform::platformPath(platform::programFolder() + QStringLiteral("\\") + m_language
-                                        + QStringLiteral("Translation.xml"));
+        m_path =
+            platform::platformPath(platform::programFolder() + u"\\"_s + m_language + u"Translation.xml"_s);
         if (platform::fileExists(m_path))
             m_document->load(m_path);
         else
@@ -38,9 +40,9 @@ void clsLanguage::setLanguage(std::int16_t language) {
 }
 
 void clsLanguage::CreateLanguages() {
-    guarded(QStringLiteral("clsLanguage:CreateLanguages"), [&] {
+    guarded(u"clsLanguage:CreateLanguages"_s, [&] {
         const auto document = platform::XmlDocument::create();
-        document->appendElement(QStringLiteral("Translations")).setAttribute(QStringLiteral("Language"), m_language);
+        document->appendElement(u"Translations"_s).setAttribute(u"Language"_s, m_language);
         m_document = document;
         m_document->save(m_path);
     });
@@ -48,10 +50,10 @@ void clsLanguage::CreateLanguages() {
 
 void clsLanguage::indexEntries() {
     m_entries.clear();
-    for (const platform::XmlNode& entry : m_document->getElementsByTagName(QStringLiteral("Translate"))) {
-        if (!entry.hasAttribute(QStringLiteral("English")))
+    for (const platform::XmlNode& entry : m_document->getElementsByTagName(u"Translate"_s)) {
+        if (!entry.hasAttribute(u"English"_s))
             continue;  // damaged; no text finds it, and the entries behind it still count
-        const QString text = entry.attribute(QStringLiteral("English"));
+        const QString text = entry.attribute(u"English"_s);
         if (!text.isEmpty() && !m_entries.contains(text))
             m_entries.insert(text, entry);
     }
@@ -60,19 +62,19 @@ void clsLanguage::indexEntries() {
 // Two kinds of texts are left to a path over the document: the empty one, which only an entry with that
 // attribute answers, and one with an apostrophe, which breaks the path and is shown as it is.
 platform::XmlNode clsLanguage::entryOf(const QString& text) const {
-    if (!text.isEmpty() && !text.contains(QLatin1Char('\'')))
+    if (!text.isEmpty() && !text.contains('\''_L1))
         return m_entries.value(text);
-    return m_document->selectSingleNode(QStringLiteral("//Translate[@English='") + text + QStringLiteral("']"));
+    return m_document->selectSingleNode(u"//Translate[@English='"_s + text + u"']"_s);
 }
 
 void clsLanguage::appendEntry(const QString& text) {
-    auto translations = m_document->selectSingleNode(QStringLiteral("//Translations"));
+    auto translations = m_document->selectSingleNode(u"//Translations"_s);
     if (!translations)
         throw platform::RuntimeError(platform::error::objectNotSet,
-                                     QStringLiteral("The language file has no element Translations"));
-    auto entry = translations.appendElement(QStringLiteral("Translate"));
-    entry.setAttribute(QStringLiteral("English"), text);
-    entry.setAttribute(QStringLiteral("Translated"), text);
+                                     u"The language file has no element Translations"_s);
+    auto entry = translations.appendElement(u"Translate"_s);
+    entry.setAttribute(u"English"_s, text);
+    entry.setAttribute(u"Translated"_s, text);
     if (!text.isEmpty())
         m_entries.insert(text, entry);
 }
@@ -82,7 +84,7 @@ void clsLanguage::translate(QString& text, QString& result) {
         text = platform::trimmed(text);
         const auto entry = entryOf(text);
         if (entry) {
-            const QString translated = entry.attribute(QStringLiteral("Translated"));
+            const QString translated = entry.attribute(u"Translated"_s);
             result = translated.isEmpty() ? text : translated;
             return;
         }
@@ -95,7 +97,7 @@ void clsLanguage::translate(QString& text, QString& result) {
 }
 
 QString clsLanguage::translationPath() {
-    return guarded(QStringLiteral("clsLanguage:translationPath"), QString(), [&] { return m_path; });
+    return guarded(u"clsLanguage:translationPath"_s, QString(), [&] { return m_path; });
 }
 
 }  // namespace sorvanto

@@ -11,34 +11,32 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
-const QString optionsNode = QStringLiteral("//Configuration/Options/");
-const QString pharmacyNode = QStringLiteral("//Configuration/Pharmacy/");
+const QString optionsNode = u"//Configuration/Options/"_s;
+const QString pharmacyNode = u"//Configuration/Pharmacy/"_s;
 
 platform::XmlNode existing(const platform::XmlNode& found, const QString& path) {
     if (!found)
         throw platform::RuntimeError(platform::error::objectNotSet,
-                                     QStringLiteral("There is no element %1 in options.xml").arg(path));
+                                     u"There is no element %1 in options.xml"_s.arg(path));
     return found;
 }
 
 }  // namespace
 
-clsOptions::clsOptions() {
-    Class_Initialize();
-}
+clsOptions::clsOptions() { Class_Initialize(); }
 
-clsOptions::~clsOptions() {
-    Class_Terminate();
-}
+clsOptions::~clsOptions() { Class_Terminate(); }
 
 void clsOptions::Class_Initialize() {
-    guarded(QStringLiteral("clsOptions:Class_Initialize"), [&] {
+    guarded(u"clsOptions:Class_Initialize"_s, [&] {
         basMain::databaseLocation = [] { return platform::deref(basMain::Options).DBLocation(); };
         basMain::editOptions = frmOptions::edit;
-        m_path = platform::platformPath(platform::programFolder() + QStringLiteral("\\options.xml"));
+        m_path = platform::platformPath(platform::programFolder() + u"\\options.xml"_s);
         if (platform::fileExists(m_path)) {
             m_document = platform::XmlDocument::create();
             m_document->load(m_path);
@@ -49,7 +47,7 @@ void clsOptions::Class_Initialize() {
 }
 
 void clsOptions::CreateConfig() {
-    guarded(QStringLiteral("clsOptions:CreateConfig"), [&] {
+    guarded(u"clsOptions:CreateConfig"_s, [&] {
         m_document = platform::XmlDocument::create();
         buildConfiguration(*m_document);
         saveOptions();
@@ -57,7 +55,7 @@ void clsOptions::CreateConfig() {
 }
 
 void clsOptions::createNode(const QString& parentName, const QString& nodeName, const QString& nodeText) {
-    guarded(QStringLiteral("clsOptions:createNode"), [&] {
+    guarded(u"clsOptions:createNode"_s, [&] {
         const auto parents = platform::deref(m_document).getElementsByTagName(parentName);
         auto parent = existing(parents.empty() ? platform::XmlNode() : parents.front(), parentName);
         parent.appendElement(nodeName).setText(nodeText);
@@ -66,14 +64,14 @@ void clsOptions::createNode(const QString& parentName, const QString& nodeName, 
 }
 
 void clsOptions::saveOptions() {
-    guarded(QStringLiteral("clsOptions:saveOptions"), [&] {
+    guarded(u"clsOptions:saveOptions"_s, [&] {
         if (platform::deref(m_document).root())
             m_document->save(m_path);
     });
 }
 
 void clsOptions::Class_Terminate() {
-    guarded(QStringLiteral("clsOptions:Class_Terminate"), [&] {
+    guarded(u"clsOptions:Class_Terminate"_s, [&] {
         saveOptions();
         m_document.reset();
     });
@@ -85,148 +83,103 @@ platform::XmlNode clsOptions::node(const QString& path) const {
 
 platform::XmlNode clsOptions::repairedNode(const QString& parent, const QString& name,
                                            const QString& repairDefault) {
-    const QString path = QStringLiteral("//Configuration/%1/%2").arg(parent, name);
+    const QString path = u"//Configuration/%1/%2"_s.arg(parent, name);
     if (!platform::deref(m_document).selectSingleNode(path))
         createNode(parent, name, repairDefault);
     return node(path);
 }
 
 std::int16_t clsOptions::Language() const {
-    return platform::toInt16(platform::leadingNumber(node(optionsNode + QStringLiteral("Language")).text()));
+    return platform::toInt16(platform::leadingNumber(node(optionsNode + u"Language"_s).text()));
 }
 
 void clsOptions::Language(std::int16_t number) {
-    node(optionsNode + QStringLiteral("Language")).setText(QString::number(number));
+    node(optionsNode + u"Language"_s).setText(QString::number(number));
 }
 
 std::int16_t clsOptions::CommPort() const {
-    return platform::toInt16(node(optionsNode + QStringLiteral("CommPort")).text());
+    return platform::toInt16(node(optionsNode + u"CommPort"_s).text());
 }
 
 void clsOptions::CommPort(std::int16_t number) {
-    node(optionsNode + QStringLiteral("CommPort")).setText(QString::number(number));
+    node(optionsNode + u"CommPort"_s).setText(QString::number(number));
 }
 
-QString clsOptions::DBLocation() const {
-    return node(optionsNode + QStringLiteral("DBLocation")).text();
-}
+QString clsOptions::DBLocation() const { return node(optionsNode + u"DBLocation"_s).text(); }
 
-void clsOptions::DBLocation(const QString& path) {
-    node(optionsNode + QStringLiteral("DBLocation")).setText(path);
-}
+void clsOptions::DBLocation(const QString& path) { node(optionsNode + u"DBLocation"_s).setText(path); }
 
-QString clsOptions::DefPrinter() {
-    return repairedNode(QStringLiteral("Options"), QStringLiteral("DefPrinter"), QStringLiteral("0")).text();
-}
+QString clsOptions::DefPrinter() { return repairedNode(u"Options"_s, u"DefPrinter"_s, u"0"_s).text(); }
 
 void clsOptions::DefPrinter(const QString& name) {
-    repairedNode(QStringLiteral("Options"), QStringLiteral("DefPrinter"), QStringLiteral("0")).setText(name);
+    repairedNode(u"Options"_s, u"DefPrinter"_s, u"0"_s).setText(name);
 }
 
-QString clsOptions::DefCurrency() {
-    return repairedNode(QStringLiteral("Options"), QStringLiteral("DefCurrency"), QStringLiteral("$")).text();
-}
+QString clsOptions::DefCurrency() { return repairedNode(u"Options"_s, u"DefCurrency"_s, u"$"_s).text(); }
 
 void clsOptions::DefCurrency(const QString& symbol) {
-    repairedNode(QStringLiteral("Options"), QStringLiteral("DefCurrency"), QStringLiteral("$")).setText(symbol);
+    repairedNode(u"Options"_s, u"DefCurrency"_s, u"$"_s).setText(symbol);
 }
 
-QString clsOptions::StoreName() const {
-    return node(pharmacyNode + QStringLiteral("StoreName")).text();
-}
+QString clsOptions::StoreName() const { return node(pharmacyNode + u"StoreName"_s).text(); }
 
-void clsOptions::StoreName(const QString& text) {
-    node(pharmacyNode + QStringLiteral("StoreName")).setText(text);
-}
+void clsOptions::StoreName(const QString& text) { node(pharmacyNode + u"StoreName"_s).setText(text); }
 
-QString clsOptions::Address() const {
-    return node(pharmacyNode + QStringLiteral("Address")).text();
-}
+QString clsOptions::Address() const { return node(pharmacyNode + u"Address"_s).text(); }
 
-void clsOptions::Address(const QString& text) {
-    node(pharmacyNode + QStringLiteral("Address")).setText(text);
-}
+void clsOptions::Address(const QString& text) { node(pharmacyNode + u"Address"_s).setText(text); }
 
-QString clsOptions::City() const {
-    return node(pharmacyNode + QStringLiteral("City")).text();
-}
+QString clsOptions::City() const { return node(pharmacyNode + u"City"_s).text(); }
 
-void clsOptions::City(const QString& text) {
-    node(pharmacyNode + QStringLiteral("City")).setText(text);
-}
+void clsOptions::City(const QString& text) { node(pharmacyNode + u"City"_s).setText(text); }
 
-QString clsOptions::State() const {
-    return node(pharmacyNode + QStringLiteral("State")).text();
-}
+QString clsOptions::State() const { return node(pharmacyNode + u"State"_s).text(); }
 
-void clsOptions::State(const QString& text) {
-    node(pharmacyNode + QStringLiteral("State")).setText(text);
-}
+void clsOptions::State(const QString& text) { node(pharmacyNode + u"State"_s).setText(text); }
 
-QString clsOptions::Zip() const {
-    return node(pharmacyNode + QStringLiteral("PostalCode")).text();
-}
+QString clsOptions::Zip() const { return node(pharmacyNode + u"PostalCode"_s).text(); }
 
-void clsOptions::Zip(const QString& text) {
-    node(pharmacyNode + QStringLiteral("PostalCode")).setText(text);
-}
+void clsOptions::Zip(const QString& text) { node(pharmacyNode + u"PostalCode"_s).setText(text); }
 
-QString clsOptions::Phone() const {
-    return node(pharmacyNode + QStringLiteral("Phone")).text();
-}
+QString clsOptions::Phone() const { return node(pharmacyNode + u"Phone"_s).text(); }
 
-void clsOptions::Phone(const QString& text) {
-    node(pharmacyNode + QStringLiteral("Phone")).setText(text);
-}
+void clsOptions::Phone(const QString& text) { node(pharmacyNode + u"Phone"_s).setText(text); }
 
-QString clsOptions::Fax() const {
-    return node(pharmacyNode + QStringLiteral("Fax")).text();
-}
+QString clsOptions::Fax() const { return node(pharmacyNode + u"Fax"_s).text(); }
 
-void clsOptions::Fax(const QString& text) {
-    node(pharmacyNode + QStringLiteral("Fax")).setText(text);
-}
+void clsOptions::Fax(const QString& text) { node(pharmacyNode + u"Fax"_s).setText(text); }
 
-QString clsOptions::DEA() const {
-    return node(pharmacyNode + QStringLiteral("DEA")).text();
-}
+QString clsOptions::DEA() const { return node(pharmacyNode + u"DEA"_s).text(); }
 
-void clsOptions::DEA(const QString& text) {
-    node(pharmacyNode + QStringLiteral("DEA")).setText(text);
-}
+void clsOptions::DEA(const QString& text) { node(pharmacyNode + u"DEA"_s).setText(text); }
 
 std::int16_t clsOptions::ShowPatients() {
-    return platform::toInt16(
-        repairedNode(QStringLiteral("Pharmacy"), QStringLiteral("ShowPatients"), QStringLiteral("0")).text());
+    return platform::toInt16(repairedNode(u"Pharmacy"_s, u"ShowPatients"_s, u"0"_s).text());
 }
 
 void clsOptions::ShowPatients(std::int16_t flag) {
-    repairedNode(QStringLiteral("Pharmacy"), QStringLiteral("ShowPatients"), QStringLiteral("0"))
-        .setText(QString::number(flag));
+    repairedNode(u"Pharmacy"_s, u"ShowPatients"_s, u"0"_s).setText(QString::number(flag));
 }
 
 std::int16_t clsOptions::OverrideSpeed() {
-    return platform::toInt16(
-        repairedNode(QStringLiteral("Pharmacy"), QStringLiteral("OverrideSpeed"), QStringLiteral("0")).text());
+    return platform::toInt16(repairedNode(u"Pharmacy"_s, u"OverrideSpeed"_s, u"0"_s).text());
 }
 
 void clsOptions::OverrideSpeed(std::int16_t flag) {
-    repairedNode(QStringLiteral("Pharmacy"), QStringLiteral("OverrideSpeed"), QStringLiteral("0"))
-        .setText(QString::number(flag));
+    repairedNode(u"Pharmacy"_s, u"OverrideSpeed"_s, u"0"_s).setText(QString::number(flag));
 }
 
 QString clsOptions::DBVersion() const {
-    return guarded(QStringLiteral("clsOptions:DBVersion"), QString(), [] {
+    return guarded(u"clsOptions:DBVersion"_s, QString(), [] {
         const auto rows = platform::Recordset::create();
-        rows->open(QStringLiteral("SELECT [opt_Version] FROM [Options]"), openDB());
-        return platform::valueText(rows->value(QStringLiteral("opt_Version")));
+        rows->open(u"SELECT [opt_Version] FROM [Options]"_s, openDB());
+        return platform::valueText(rows->value(u"opt_Version"_s));
     });
 }
 
 void clsOptions::DBVersion(const QString& version) {
-    guarded(QStringLiteral("clsOptions:DBVersion"), [&] {
-        platform::deref(openDB()).execute(QStringLiteral("UPDATE [Options] SET [opt_Version] = ") + version);
-    });
+    guarded(u"clsOptions:DBVersion"_s,
+            [&] { platform::deref(openDB()).execute(u"UPDATE [Options] SET [opt_Version] = "_s + version); });
 }
 
 }  // namespace sorvanto

@@ -14,6 +14,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -25,18 +27,15 @@ constexpr std::int32_t invalidPropertyValue = 380;
 /// Property of txtDB that holds the full path, which is what is saved.
 constexpr const char* tag = "Tag";
 
-const QStringList languages{QStringLiteral("English"), QStringLiteral("Espanol"),    QStringLiteral("Deutsch"),
-                            QStringLiteral("Francais"), QStringLiteral("Russian"),   QStringLiteral("Portuguese"),
-                            QStringLiteral("Italiano"), QStringLiteral("Suisse")};
+const QStringList languages{u"English"_s, u"Espanol"_s,    u"Deutsch"_s,  u"Francais"_s,
+                            u"Russian"_s, u"Portuguese"_s, u"Italiano"_s, u"Suisse"_s};
 
-clsOptions& options() {
-    return platform::deref(basMain::Options);
-}
+clsOptions& options() { return platform::deref(basMain::Options); }
 
 QString firstCharacters(const QString& text, int count) {
     if (count < 0)
         throw platform::RuntimeError(platform::error::invalidProcedureCall,
-                                     QStringLiteral("Invalid procedure call or argument"));
+                                     u"Invalid procedure call or argument"_s);
     return text.left(count);
 }
 
@@ -44,9 +43,8 @@ QString shortened(const QString& text, int limit) {
     const auto length = static_cast<int>(text.size());
     if (length <= limit)
         return text;
-    const QString dots = QStringLiteral("...");
-    const auto separator =
-        static_cast<int>(qMax(text.lastIndexOf(QLatin1Char('\\')), text.lastIndexOf(QLatin1Char('/'))));
+    const QString dots = u"..."_s;
+    const auto separator = static_cast<int>(qMax(text.lastIndexOf('\\'_L1), text.lastIndexOf('/'_L1)));
     if (separator < 0)
         return firstCharacters(text, limit / 2 - 3) + dots + text.right(limit / 2);
     const int nameLength = length - separator - 1;
@@ -78,7 +76,7 @@ void frmOptions::edit() {
 }
 
 void frmOptions::Form_Load() {
-    guarded(QStringLiteral("frmOptions:Form_Load"), [&] {
+    guarded(u"frmOptions:Form_Load"_s, [&] {
         transalteForm();
         fill(*m_ui->cboLanguage, languages, QString());
         ListComPorts();
@@ -97,22 +95,22 @@ void frmOptions::Form_Load() {
 }
 
 void frmOptions::transalteForm() {
-    guarded(QStringLiteral("frmOptions:transalteForm"), [&] {
-        setWindowTitle(translated(QStringLiteral("Options")));
-        m_ui->fraPharmacy->setTitle(translated(QStringLiteral("Company Options")));
-        m_ui->fraSorvanto->setTitle(translated(QStringLiteral("Sorvanto Options")));
-        m_ui->fraDB->setTitle(translated(QStringLiteral("Data Location")));
-        m_ui->lblAddress->setText(translated(QStringLiteral("Address")));
-        m_ui->lblCity->setText(translated(QStringLiteral("City")));
-        m_ui->lblFax->setText(translated(QStringLiteral("Fax")));
-        m_ui->lblPhone->setText(translated(QStringLiteral("Phone")));
-        m_ui->lblState->setText(translated(QStringLiteral("State")));
-        m_ui->lblStoreName->setText(translated(QStringLiteral("Company Name")));
-        m_ui->lblZip->setText(translated(QStringLiteral("Postal Code")));
-        m_ui->lblLanguage->setText(translated(QStringLiteral("Language")));
-        m_ui->lblPort->setText(translated(QStringLiteral("Comm Port")));
-        m_ui->chkPatients->setText(translated(QStringLiteral("Show Patients")));
-        m_ui->chkOverSpeed->setText(translated(QStringLiteral("Override Speed Recommendations")));
+    guarded(u"frmOptions:transalteForm"_s, [&] {
+        setWindowTitle(translated(u"Options"_s));
+        m_ui->fraPharmacy->setTitle(translated(u"Company Options"_s));
+        m_ui->fraSorvanto->setTitle(translated(u"Sorvanto Options"_s));
+        m_ui->fraDB->setTitle(translated(u"Data Location"_s));
+        m_ui->lblAddress->setText(translated(u"Address"_s));
+        m_ui->lblCity->setText(translated(u"City"_s));
+        m_ui->lblFax->setText(translated(u"Fax"_s));
+        m_ui->lblPhone->setText(translated(u"Phone"_s));
+        m_ui->lblState->setText(translated(u"State"_s));
+        m_ui->lblStoreName->setText(translated(u"Company Name"_s));
+        m_ui->lblZip->setText(translated(u"Postal Code"_s));
+        m_ui->lblLanguage->setText(translated(u"Language"_s));
+        m_ui->lblPort->setText(translated(u"Comm Port"_s));
+        m_ui->chkPatients->setText(translated(u"Show Patients"_s));
+        m_ui->chkOverSpeed->setText(translated(u"Override Speed Recommendations"_s));
         m_ui->txtDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cmdDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cboPrinter->setAccessibleName(m_ui->fraPrinter->title());
@@ -120,7 +118,7 @@ void frmOptions::transalteForm() {
 }
 
 void frmOptions::ListComPorts() {
-    guarded(QStringLiteral("frmOptions:ListComPorts"), [&] {
+    guarded(u"frmOptions:ListComPorts"_s, [&] {
         QStringList present;
         for (int port = 1; port <= lastPort; ++port) {
             if (platform::portPresent(port))
@@ -131,7 +129,7 @@ void frmOptions::ListComPorts() {
 }
 
 void frmOptions::ListPrinters() {
-    guarded(QStringLiteral("frmOptions:ListPrinters"), [&] {
+    guarded(u"frmOptions:ListPrinters"_s, [&] {
         m_ui->cboPrinter->clear();
         const QString chosen = options().DefPrinter();
         fill(*m_ui->cboPrinter, printerNames(), chosen);
@@ -139,8 +137,8 @@ void frmOptions::ListPrinters() {
 }
 
 void frmOptions::ListCurrency() {
-    guarded(QStringLiteral("frmOptions:ListCurrency"), [&] {
-        const std::array<QString, 3> table{QStringLiteral("$"), QStringLiteral(u"\u20AC"), QString()};
+    guarded(u"frmOptions:ListCurrency"_s, [&] {
+        const std::array<QString, 3> table{u"$"_s, u"\u20AC"_s, QString()};
         m_ui->cboCurrency->clear();
         const QString chosen = options().DefCurrency();
         fill(*m_ui->cboCurrency, {table[0], table[1]}, chosen);
@@ -160,20 +158,20 @@ void frmOptions::fillTexts() {
 
 void frmOptions::showLanguage(std::int16_t language) {
     if (language < -1 || language >= m_ui->cboLanguage->count())
-        throw platform::RuntimeError(invalidPropertyValue, QStringLiteral("Invalid property value"));
+        throw platform::RuntimeError(invalidPropertyValue, u"Invalid property value"_s);
     m_ui->cboLanguage->setListIndex(language);
 }
 
 QString frmOptions::ShortenString(const QString& text, int limit) {
     QString result;
-    const ResumeNext step(QStringLiteral("frmOptions:ShortenString"));
+    const ResumeNext step(u"frmOptions:ShortenString"_s);
     step([&] { result = shortened(text, limit); });
     return result;
 }
 
 void frmOptions::cmdDB_Click() {
-    guarded(QStringLiteral("frmOptions:cmdDB_Click"), [&] {
-        const QString path = platform::asker().openFile(QString(), QStringLiteral("Sorvanto Data|Sorvanto.mdb"));
+    guarded(u"frmOptions:cmdDB_Click"_s, [&] {
+        const QString path = platform::asker().openFile(QString(), u"Sorvanto Data|Sorvanto.mdb"_s);
         m_ui->txtDB->setText(path);
         m_ui->txtDB->setProperty(tag, path);
     });
@@ -191,7 +189,7 @@ void frmOptions::storeTexts() const {
 }
 
 void frmOptions::cmdSave_Click() {
-    guarded(QStringLiteral("frmOptions:cmdSave_Click"), [&] {
+    guarded(u"frmOptions:cmdSave_Click"_s, [&] {
         storeTexts();
         options().CommPort(platform::toInt16(platform::leadingNumber(m_ui->cboPort->boxText())));
         options().Language(static_cast<std::int16_t>(m_ui->cboLanguage->listIndex()));
@@ -206,7 +204,7 @@ void frmOptions::cmdSave_Click() {
 }
 
 void frmOptions::cmdCancel_Click() {
-    guarded(QStringLiteral("frmOptions:cmdCancel_Click"), [&] { reject(); });
+    guarded(u"frmOptions:cmdCancel_Click"_s, [&] { reject(); });
 }
 
 }  // namespace sorvanto

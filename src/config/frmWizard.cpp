@@ -5,13 +5,15 @@
 #include "shared/Guard.h"
 #include "ui_frmWizard.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 frmWizard::frmWizard(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmWizard>()) {
     m_ui->setupUi(this);
     m_ui->imgLogo->setPixmap(platform::applicationIcon().pixmap(40, 40));
     for (std::int16_t index = 0; index < 8; ++index) {
-        const auto* option = findChild<QPushButton*>(QStringLiteral("optLanguage_%1").arg(index));
+        const auto* option = findChild<QPushButton*>(u"optLanguage_%1"_s.arg(index));
         connect(option, &QPushButton::clicked, this, [this, index] { optLanguage_Click(index); });
     }
 }
@@ -19,7 +21,7 @@ frmWizard::frmWizard(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<U
 frmWizard::~frmWizard() = default;
 
 void frmWizard::optLanguage_Click(std::int16_t index) {
-    guarded(QStringLiteral("frmWizard:optLanguage_Click"), [&] {
+    guarded(u"frmWizard:optLanguage_Click"_s, [&] {
         Language(index);
         hide();
     });

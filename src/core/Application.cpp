@@ -3,11 +3,12 @@
 
 #include "shared/Guard.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 bool Application::notify(QObject* receiver, QEvent* event) {
-    return guarded(QStringLiteral("Application:notify"), false,
-                   [&] { return QApplication::notify(receiver, event); });
+    return guarded(u"Application:notify"_s, false, [&] { return QApplication::notify(receiver, event); });
 }
 
 }  // namespace sorvanto

@@ -5,6 +5,8 @@
 
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -72,35 +74,47 @@ constexpr ToolRow helpMenu[] = {
 };
 
 constexpr ToolRow printMenu[] = {
-    {"mnuWorksheet", "Printing", "&Worksheet"},     separator,
-    {"mnuReport", "Printing", "&Report"},           separator,
-    {"mnuLabel", "Printing", "&Label"},             separator,
-    {"mnuJarReport", "Printing", "&Jar Report"},    separator,
+    {"mnuWorksheet", "Printing", "&Worksheet"},
+    separator,
+    {"mnuReport", "Printing", "&Report"},
+    separator,
+    {"mnuLabel", "Printing", "&Label"},
+    separator,
+    {"mnuJarReport", "Printing", "&Jar Report"},
+    separator,
     {"mnuFormulaLog", "Printing", "&Formula Log"},
 };
 
 constexpr ToolRow exportMenu[] = {
-    {"mnuWorksheetx", "Export", "&Worksheet"},      separator,
-    {"mnuReportx", "Export", "&Report"},            separator,
-    {"mnuLabelx", "Export", "&Label"},              separator,
-    {"mnuJarReportx", "Export", "&Jar Report"},     separator,
+    {"mnuWorksheetx", "Export", "&Worksheet"},
+    separator,
+    {"mnuReportx", "Export", "&Report"},
+    separator,
+    {"mnuLabelx", "Export", "&Label"},
+    separator,
+    {"mnuJarReportx", "Export", "&Jar Report"},
+    separator,
     {"mnuFormulaLogx", "Export", "&Formula Log"},
 };
 
 // Pictures with tips alone.
 constexpr ToolRow formBar[] = {
-    {"cmdCurrent", "Forms", nullptr, "current", nullptr, "Ctrl+1"},    separator,
-    {"cmdFormulas", "Forms", nullptr, "formulas", nullptr, "Ctrl+2"},  separator,
+    {"cmdCurrent", "Forms", nullptr, "current", nullptr, "Ctrl+1"},     separator,
+    {"cmdFormulas", "Forms", nullptr, "formulas", nullptr, "Ctrl+2"},   separator,
     {"cmdChemicals", "Forms", nullptr, "chemicals", nullptr, "Ctrl+3"}, separator,
-    {"cmdLogs", "Forms", nullptr, "logs", nullptr, "Ctrl+4"},          separator,
+    {"cmdLogs", "Forms", nullptr, "logs", nullptr, "Ctrl+4"},           separator,
     {"cmdPatients", "Forms", nullptr, "patients", nullptr, "Ctrl+5"},
 };
 
 constexpr ToolRow formsMenu[] = {
-    {"mnuCurrentFormula", "Forms", "C&urrent Formula"},     separator,
-    {"mnuFormulas", "Forms", "&Formulas"},                  separator,
-    {"mnuChemicals", "Forms", "&Chemicals"},                separator,
-    {"mnuLogs", "Forms", "&Logs"},                          separator,
+    {"mnuCurrentFormula", "Forms", "C&urrent Formula"},
+    separator,
+    {"mnuFormulas", "Forms", "&Formulas"},
+    separator,
+    {"mnuChemicals", "Forms", "&Chemicals"},
+    separator,
+    {"mnuLogs", "Forms", "&Logs"},
+    separator,
     {"mnuPatients", "Forms", "&Patients"},
 };
 
@@ -128,12 +142,10 @@ void fill(Band& band, std::span<const ToolRow> rows) {
 }
 
 /// A band that shows one window.
-void addHost(Band& band, const QString& tool) {
-    band.addTool(ToolKind::Host, tool, QStringLiteral("Forms"));
-}
+void addHost(Band& band, const QString& tool) { band.addTool(ToolKind::Host, tool, u"Forms"_s); }
 
 void addFormsBand(CommandBar& bar) {
-    auto& forms = bar.addBand(QStringLiteral("Forms"), BandKind::Group);
+    auto& forms = bar.addBand(u"Forms"_s, BandKind::Group);
     forms.setVisible(false);
     constexpr const char* children[][2] = {{"Current", "frmCurrent"},
                                            {"Formulas", "frmFormula"},
@@ -157,8 +169,7 @@ void buildCommandBands(CommandBar& bar) {
                          std::span<const ToolRow> tools) {
         fill(bar.addBand(QString::fromLatin1(name), kind, QString::fromLatin1(caption)), tools);
     };
-    addHost(bar.addBand(QStringLiteral("Sorvanto"), BandKind::Host, QStringLiteral("Sorvanto Control Panel")),
-            QStringLiteral("frmSorvanto"));
+    addHost(bar.addBand(u"Sorvanto"_s, BandKind::Host, u"Sorvanto Control Panel"_s), u"frmSorvanto"_s);
     addFormsBand(bar);
     add("MainBar", BandKind::ToolBar, "", mainBar);
     add("mnuMain", BandKind::MenuBar, "Main Menu", menuBar);

@@ -1,13 +1,15 @@
 #include "core/DailyBackup.h"
 
-#include "platform/data/DatabaseCopy.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
+#include "platform/data/DatabaseCopy.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
 #include <QDir>
 #include <QFile>
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
@@ -15,21 +17,19 @@ namespace {
 constexpr int pause = 5;          // milliseconds between two pieces
 constexpr int pagesAtOnce = 128;  // half a megabyte: a few milliseconds
 constexpr int copiesKept = 14;
-const QString prefix = QStringLiteral("sorvanto-");
+const QString prefix = u"sorvanto-"_s;
 
-QString folder() {
-    return platform::programFolder() + QStringLiteral("\\backups");
-}
+QString folder() { return platform::programFolder() + u"\\backups"_s; }
 
 QString todaysCopy() {
     const QString day = platform::today().date().toString(Qt::ISODate);
-    return folder() + QLatin1Char('\\') + prefix + day + QStringLiteral(".mdb");
+    return folder() + '\\'_L1 + prefix + day + u".mdb"_s;
 }
 
 /// Names of dated copies alone: what a user or an update keeps beside them stays.
 void dropOldCopies() {
     QDir copies(platform::platformPath(folder()));
-    const QStringList names = copies.entryList({prefix + QStringLiteral("[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9].mdb")},
+    const QStringList names = copies.entryList({prefix + u"[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9].mdb"_s},
                                                QDir::Files, QDir::Name | QDir::Reversed);
     for (const QString& name : names.mid(copiesKept))
         copies.remove(name);
@@ -44,7 +44,7 @@ DailyBackup::DailyBackup(int startDelay) : m_startDelay(startDelay) {
             proceed();
         } catch (...) {
             m_copy.reset();
-            reportCurrentError(QStringLiteral("DailyBackup:copy"));
+            reportCurrentError(u"DailyBackup:copy"_s);
         }
     });
 }

@@ -12,7 +12,6 @@ class DatabaseCopy;
 
 namespace sorvanto {
 
-
 class DailyBackup {
 public:
     /// startDelay: milliseconds between startSoon and the first piece.

@@ -1,14 +1,16 @@
 #include "core/DatabaseUpdater.h"
 
-#include "platform/data/DatabaseCopy.h"
 #include "core/UpdateFile.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DatabaseCopy.h"
 #include "platform/data/Sqlite.h"
 
 #include <QFile>
 #include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
@@ -27,7 +29,7 @@ std::int64_t number(sqlite3* database, const QString& sql) {
 }
 
 [[noreturn]] void refuse(const QString& why, const QString& statement = {}) {
-    throw platform::RuntimeError(platform::error::general, why, QStringLiteral("DatabaseUpdater"), statement);
+    throw platform::RuntimeError(platform::error::general, why, u"DatabaseUpdater"_s, statement);
 }
 
 /// The steps as one transaction, taken back by the destructor unless committed. A table may be rebuilt
@@ -35,9 +37,9 @@ std::int64_t number(sqlite3* database, const QString& sql) {
 class UpdateTransaction {
 public:
     explicit UpdateTransaction(sqlite3* database) : m_database(database) {
-        run(m_database, QStringLiteral("PRAGMA foreign_keys = OFF"));
+        run(m_database, u"PRAGMA foreign_keys = OFF"_s);
         try {
-            run(m_database, QStringLiteral("BEGIN IMMEDIATE"));
+            run(m_database, u"BEGIN IMMEDIATE"_s);
         } catch (...) {
             switchRelationsOn();
             throw;
@@ -55,14 +57,14 @@ public:
         for (const QString& statement : step.statements) {
             run(m_database, statement);
             if (sqlite3_get_autocommit(m_database))
-                refuse(QStringLiteral("A step may not end the transaction"), statement);
+                refuse(u"A step may not end the transaction"_s, statement);
         }
     }
     void commit(std::int64_t reached) {
-        if (number(m_database, QStringLiteral("SELECT count(*) FROM pragma_foreign_key_check")) != 0)
-            refuse(QStringLiteral("The updated tables break a relation"));
-        run(m_database, QStringLiteral("PRAGMA user_version = %1").arg(reached));
-        run(m_database, QStringLiteral("COMMIT"));
+        if (number(m_database, u"SELECT count(*) FROM pragma_foreign_key_check"_s) != 0)
+            refuse(u"The updated tables break a relation"_s);
+        run(m_database, u"PRAGMA user_version = %1"_s.arg(reached));
+        run(m_database, u"COMMIT"_s);
     }
 
 private:
@@ -74,18 +76,18 @@ private:
 };
 
 void keepCopy(const platform::ConnectionPtr& connection, const QString& version) {
-    const QString name = QStringLiteral("\\backups\\before-update-from-%1.mdb").arg(version.trimmed());
+    const QString name = u"\\backups\\before-update-from-%1.mdb"_s.arg(version.trimmed());
     platform::DatabaseCopy copy(connection, platform::programFolder() + name);
     if (!copy.step(-1))
-        refuse(QStringLiteral("The database is in use by another program"));
+        refuse(u"The database is in use by another program"_s);
 }
 
 /// "11000" as "1.1": the text of a version that is only known as a mark in the file.
 QString versionText(std::int64_t version) {
-    QString text = QStringLiteral("%1.%2").arg(version / 10000).arg(version % 10000, 4, 10, QLatin1Char('0'));
-    while (text.endsWith(QLatin1Char('0')))
+    QString text = u"%1.%2"_s.arg(version / 10000).arg(version % 10000, 4, 10, '0'_L1);
+    while (text.endsWith('0'_L1))
         text.chop(1);
-    return text.endsWith(QLatin1Char('.')) ? text.chopped(1) : text;
+    return text.endsWith('.'_L1) ? text.chopped(1) : text;
 }
 
 }  // namespace
@@ -99,11 +101,11 @@ void DatabaseUpdater::IdentifyStore(const QString&, const QString&, const QStrin
 
 // One line an update. A history that can't be written is no reason to take the update back.
 void DatabaseUpdater::writeHistory(const QString& from, const QString& to) const {
-    QFile file(platform::platformPath(platform::programFolder() + QStringLiteral("\\backups\\updates.txt")));
+    QFile file(platform::platformPath(platform::programFolder() + u"\\backups\\updates.txt"_s));
     if (!file.open(QIODevice::Append | QIODevice::Text))
         return;
-    const QString line = QStringLiteral("%1   %2 -> %3   %4 %5\n")
-                             .arg(platform::storedDate(platform::now()), from, to, m_storeName, m_phone);
+    const QString line = u"%1   %2 -> %3   %4 %5\n"_s.arg(platform::storedDate(platform::now()), from, to,
+                                                          m_storeName, m_phone);
     file.write(line.toUtf8());
 }
 
@@ -114,7 +116,7 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
         return;
     const auto all = readUpdateFile(updateFilePath);
     const auto stated = versionNumber(version);
-    const auto marked = number(connection->handle(), QStringLiteral("PRAGMA user_version"));
+    const auto marked = number(connection->handle(), u"PRAGMA user_version"_s);
     const auto present = qMax(stated, marked);
     const auto steps = stepsFrom(all, present);
     if (!steps.empty()) {

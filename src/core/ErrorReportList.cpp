@@ -14,17 +14,18 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
 enum Column { time, tag, number, description, count, columns };
 
 QString fullText(const ErrorReport& report) {
-    QString text = QStringLiteral("%1   %2\n%3  %4\n%5")
-                       .arg(platform::dateText(report.time), report.tag, report.number, report.source,
-                            report.description);
+    QString text = u"%1   %2\n%3  %4\n%5"_s.arg(platform::dateText(report.time), report.tag, report.number,
+                                                report.source, report.description);
     if (!report.statement.isEmpty())
-        text += QStringLiteral("\n\n") + report.statement;
+        text += u"\n\n"_s + report.statement;
     return text;
 }
 
@@ -33,13 +34,12 @@ QString fullText(const ErrorReport& report) {
 ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget* parent)
     : QDialog(parent), m_reporter(std::move(reporter)), m_table(new QTableWidget(0, columns, this)),
       m_text(new QPlainTextEdit(this)) {
-    setObjectName(QStringLiteral("ErrorReportList"));
-    setWindowTitle(translated(QStringLiteral("Reports")));
-    m_table->setObjectName(QStringLiteral("grdReports"));
-    m_table->setHorizontalHeaderLabels(
-        {translated(QStringLiteral("Time")), translated(QStringLiteral("Procedure")),
-         translated(QStringLiteral("Number")), translated(QStringLiteral("Description")),
-         translated(QStringLiteral("Count"))});
+    setObjectName(u"ErrorReportList"_s);
+    setWindowTitle(translated(u"Reports"_s));
+    m_table->setObjectName(u"grdReports"_s);
+    m_table->setHorizontalHeaderLabels({translated(u"Time"_s), translated(u"Procedure"_s),
+                                        translated(u"Number"_s), translated(u"Description"_s),
+                                        translated(u"Count"_s)});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setSectionResizeMode(description, QHeaderView::Stretch);
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -49,21 +49,23 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setAlternatingRowColors(true);
     m_table->setShowGrid(false);
-    m_table->setStyleSheet(QStringLiteral("QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 0 8px; }"));
-    m_text->setObjectName(QStringLiteral("txtReport"));
+    m_table->setStyleSheet(
+        u"QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 0 8px; }"_s);
+    m_text->setObjectName(u"txtReport"_s);
     m_text->setReadOnly(true);
     m_text->setMaximumHeight(20 * platform::grid);
 
     auto* buttons = new QDialogButtonBox(this);
-    m_copy = buttons->addButton(translated(QStringLiteral("Copy")), QDialogButtonBox::ActionRole);
-    auto* close = buttons->addButton(translated(QStringLiteral("Close")), QDialogButtonBox::RejectRole);
+    m_copy = buttons->addButton(translated(u"Copy"_s), QDialogButtonBox::ActionRole);
+    auto* close = buttons->addButton(translated(u"Close"_s), QDialogButtonBox::RejectRole);
     close->setDefault(true);
     connect(m_copy, &QPushButton::clicked, this, &ErrorReportList::copyChosen);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     connect(m_table, &QTableWidget::itemSelectionChanged, this, &ErrorReportList::showChosen);
 
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(2 * platform::grid, 2 * platform::grid, 2 * platform::grid, 2 * platform::grid);
+    column->setContentsMargins(2 * platform::grid, 2 * platform::grid, 2 * platform::grid,
+                               2 * platform::grid);
     column->setSpacing(platform::grid);
     column->addWidget(m_table, 1);
     column->addWidget(m_text);
@@ -105,8 +107,6 @@ void ErrorReportList::showChosen() {
     m_copy->setEnabled(chosen);
 }
 
-void ErrorReportList::copyChosen() {
-    QApplication::clipboard()->setText(m_text->toPlainText());
-}
+void ErrorReportList::copyChosen() { QApplication::clipboard()->setText(m_text->toPlainText()); }
 
 }  // namespace sorvanto

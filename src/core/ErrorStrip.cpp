@@ -9,19 +9,21 @@
 #include <QPushButton>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 ErrorStrip::ErrorStrip(QWidget* parent)
     : QFrame(parent), m_picture(new QLabel(this)), m_text(new QLabel(this)), m_details(new QPushButton(this)),
       m_close(new QToolButton(this)) {
-    setObjectName(QStringLiteral("errorStrip"));
-    m_text->setObjectName(QStringLiteral("lblReport"));
+    setObjectName(u"errorStrip"_s);
+    m_text->setObjectName(u"lblReport"_s);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_picture->setPixmap(platform::icon(QStringLiteral("warning")).pixmap(24, 24));
-    m_details->setObjectName(QStringLiteral("cmdDetails"));
-    m_close->setObjectName(QStringLiteral("cmdDismiss"));
-    m_close->setIcon(platform::icon(QStringLiteral("close")));
+    m_picture->setPixmap(platform::icon(u"warning"_s).pixmap(24, 24));
+    m_details->setObjectName(u"cmdDetails"_s);
+    m_close->setObjectName(u"cmdDismiss"_s);
+    m_close->setIcon(platform::icon(u"close"_s));
     m_close->setAutoRaise(true);
 
     auto* row = new QHBoxLayout(this);
@@ -32,9 +34,9 @@ ErrorStrip::ErrorStrip(QWidget* parent)
     row->addWidget(m_details);
     row->addWidget(m_close);
 
-    const auto& colours = platform::theme();
-    setStyleSheet(QStringLiteral("#errorStrip { background: %1; border-top: 1px solid %2; }")
-                      .arg(colours.surface.name(), colours.warning.name()));
+    const auto& colors = platform::theme();
+    setStyleSheet(u"#errorStrip { background: %1; border-top: 1px solid %2; }"_s.arg(colors.surface.name(),
+                                                                                     colors.warning.name()));
     connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
     connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
     hide();
@@ -49,7 +51,7 @@ void ErrorStrip::follow(const std::shared_ptr<ErrorReporter>& reporter) {
 }
 
 void ErrorStrip::showReport(const ErrorReport& report) {
-    const QString text = QStringLiteral("%1   (%2)").arg(report.description.simplified(), report.tag);
+    const QString text = u"%1   (%2)"_s.arg(report.description.simplified(), report.tag);
     m_text->setText(text);
     m_text->setToolTip(text);
     show();
@@ -60,8 +62,8 @@ void ErrorStrip::showReport(const ErrorReport& report) {
 
 // Looked up only now: reports may come before there is a language.
 void ErrorStrip::showEvent(QShowEvent* event) {
-    m_details->setText(translated(QStringLiteral("Details")));
-    m_close->setToolTip(translated(QStringLiteral("Close")));
+    m_details->setText(translated(u"Details"_s));
+    m_close->setToolTip(translated(u"Close"_s));
     m_close->setAccessibleName(m_close->toolTip());
     QFrame::showEvent(event);
 }

@@ -12,6 +12,8 @@
 #include "screens/frmPatient.h"
 #include "shared/ErrorReporter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -45,7 +47,7 @@ Parts realParts() {
     parts.updater = [] { return std::make_unique<DatabaseUpdater>(); };
     parts.previousInstance = [] {
         // Held to the end of the process.
-        static InstanceLock lock(platform::programFolder() + QStringLiteral("\\sorvanto.lock"));
+        static InstanceLock lock(platform::programFolder() + u"\\sorvanto.lock"_s);
         return lock.heldByAnother();
     };
     parts.editOptions = frmOptions::edit;

@@ -26,7 +26,12 @@ inline constexpr std::array<ScreenRow, screenCount> screenTable{{
     {formulas, "Formulas", "Formulas", "Formulas", "cmdFormulas", "mnuFormulas", {}},
     {chemicals, "Chemicals", "Chemicals", "Chemicals", "cmdChemicals", "mnuChemicals", {"txtchm_Name"}},
     {logs, "Logs", "Logs", "Logs", "cmdLogs", "mnuLogs", {"txtlog_Name"}},
-    {patients, "Patients", "Patients", "Patients", "cmdPatients", "mnuPatients",
+    {patients,
+     "Patients",
+     "Patients",
+     "Patients",
+     "cmdPatients",
+     "mnuPatients",
      {"txtpat_LName", "txtpat_FName"}},
 }};
 

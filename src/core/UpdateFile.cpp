@@ -7,49 +7,50 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
 [[noreturn]] void refuse(const QString& why) {
-    throw platform::RuntimeError(platform::error::general, QStringLiteral("dbupdate.xml: ") + why,
-                                 QStringLiteral("DatabaseUpdater"));
+    throw platform::RuntimeError(platform::error::general, u"dbupdate.xml: "_s + why, u"DatabaseUpdater"_s);
 }
 
 UpdateStep readStep(const platform::XmlNode& node) {
-    if (!node.hasAttribute(QStringLiteral("From")) || !node.hasAttribute(QStringLiteral("To")))
-        refuse(QStringLiteral("a step without From or To"));
-    UpdateStep step{node.attribute(QStringLiteral("From")), node.attribute(QStringLiteral("To")), {}};
+    if (!node.hasAttribute(u"From"_s) || !node.hasAttribute(u"To"_s))
+        refuse(u"a step without From or To"_s);
+    UpdateStep step{node.attribute(u"From"_s), node.attribute(u"To"_s), {}};
     const auto from = versionNumber(step.from);
     if (from < 0 || versionNumber(step.to) <= from)
-        refuse(QStringLiteral("a step from \"%1\" to \"%2\"").arg(step.from, step.to));
+        refuse(u"a step from \"%1\" to \"%2\""_s.arg(step.from, step.to));
     return step;
 }
 
 }  // namespace
 
 std::int64_t versionNumber(const QString& text) {
-    static const QRegularExpression decimal(QStringLiteral("^(\\d{1,6})(?:\\.(\\d{1,4}))?$"));
+    static const QRegularExpression decimal(u"^(\\d{1,6})(?:\\.(\\d{1,4}))?$"_s);
     const auto match = decimal.match(text.trimmed());
     if (!match.hasMatch())
         return -1;
-    return match.captured(1).toLongLong() * 10000 + match.captured(2).leftJustified(4, QLatin1Char('0')).toLongLong();
+    return match.captured(1).toLongLong() * 10000 + match.captured(2).leftJustified(4, '0'_L1).toLongLong();
 }
 
 std::vector<UpdateStep> readUpdateFile(const QString& path) {
     const auto document = platform::XmlDocument::create();
-    if (!document->load(platform::platformPath(path)) || document->root().name() != QLatin1String("DatabaseUpdates"))
-        refuse(QStringLiteral("not a list of updates"));
+    if (!document->load(platform::platformPath(path)) || document->root().name() != "DatabaseUpdates"_L1)
+        refuse(u"not a list of updates"_s);
     std::vector<UpdateStep> steps;
     int number = 0;
-    for (const auto& node : document->selectNodes(QStringLiteral("/DatabaseUpdates/Step"))) {
+    for (const auto& node : document->selectNodes(u"/DatabaseUpdates/Step"_s)) {
         auto step = readStep(node);
-        const auto own = QStringLiteral("/DatabaseUpdates/Step[%1]/Statement").arg(++number);
+        const auto own = u"/DatabaseUpdates/Step[%1]/Statement"_s.arg(++number);
         for (const auto& statement : document->selectNodes(own))
             step.statements << statement.text().trimmed();
         if (step.statements.isEmpty() || step.statements.contains(QString()))
-            refuse(QStringLiteral("an empty step from \"%1\"").arg(step.from));
+            refuse(u"an empty step from \"%1\""_s.arg(step.from));
         if (!stepsFrom(steps, versionNumber(step.from)).empty())
-            refuse(QStringLiteral("two steps from \"%1\"").arg(step.from));
+            refuse(u"two steps from \"%1\""_s.arg(step.from));
         steps.push_back(std::move(step));
     }
     return steps;

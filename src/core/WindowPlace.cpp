@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -13,9 +15,7 @@ constexpr auto geometryKey = "window/geometry";
 constexpr QSize firstSize(1366, 768);
 constexpr int frameHeight = 48;  // about what title and borders take
 
-QString fileName() {
-    return platform::platformPath(platform::programFolder() + QStringLiteral("\\window.ini"));
-}
+QString fileName() { return platform::platformPath(platform::programFolder() + u"\\window.ini"_s); }
 
 }  // namespace
 

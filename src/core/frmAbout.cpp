@@ -12,31 +12,30 @@
 #include <QKeyEvent>
 #include <QLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmAbout>()) {
     m_ui->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
-    m_ui->picLogo->setPixmap(platform::icon(QStringLiteral("application")).pixmap(64, 64));
+    m_ui->picLogo->setPixmap(platform::icon(u"application"_s).pixmap(64, 64));
     m_ui->lblTitle->setText(platform::applicationTitle());
 }
 
 frmAbout::~frmAbout() = default;
 
 void frmAbout::Form_Load() {
-    guarded(QStringLiteral("frmAbout:Form_Load"), [&] {
+    guarded(u"frmAbout:Form_Load"_s, [&] {
         const auto versions = platform::Recordset::create();
-        versions->open(QStringLiteral("SELECT opt_Version FROM Options"), openDB());
-        setWindowTitle(translated(QStringLiteral("About ")) + platform::applicationTitle());
-        m_ui->lblVersion->setText(translated(QStringLiteral("Version: ")) + programVersion());
-        m_ui->lblDBVersion->setText(translated(QStringLiteral("DB Version: "))
-                                    + platform::nullText(versions->value(0)));
+        versions->open(u"SELECT opt_Version FROM Options"_s, openDB());
+        setWindowTitle(translated(u"About "_s) + platform::applicationTitle());
+        m_ui->lblVersion->setText(translated(u"Version: "_s) + programVersion());
+        m_ui->lblDBVersion->setText(translated(u"DB Version: "_s) + platform::nullText(versions->value(0)));
     });
 }
 
-void frmAbout::mouseReleaseEvent(QMouseEvent*) {
-    Form_Click();
-}
+void frmAbout::mouseReleaseEvent(QMouseEvent*) { Form_Click(); }
 
 void frmAbout::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
@@ -47,7 +46,7 @@ void frmAbout::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmAbout::Form_Click() {
-    guarded(QStringLiteral("frmAbout:Form_Click"), [&] { close(); });
+    guarded(u"frmAbout:Form_Click"_s, [&] { close(); });
 }
 
 }  // namespace sorvanto

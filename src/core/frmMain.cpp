@@ -19,12 +19,14 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using platform::deref;
 
 frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(std::make_unique<DailyBackup>()) {
-    setObjectName(QStringLiteral("frmMain"));
+    setObjectName(u"frmMain"_s);
     basMain::Main = this;
     buildCommandBands(m_bar);
     buildWindow();
@@ -45,11 +47,11 @@ frmMain::~frmMain() {
 }
 
 void frmMain::buildWindow() {
-    m_bar.attach(*this, QStringLiteral("Sorvanto"));
+    m_bar.attach(*this, u"Sorvanto"_s);
 
     m_strip = new ErrorStrip(this);
     auto* stripBar = new QToolBar(this);
-    stripBar->setObjectName(QStringLiteral("barReports"));
+    stripBar->setObjectName(u"barReports"_s);
     stripBar->setMovable(false);
     stripBar->setProperty("bare", true);
     stripBar->layout()->setContentsMargins(0, 0, 0, 0);
@@ -63,7 +65,7 @@ void frmMain::buildWindow() {
     connect(m_strip, &ErrorStrip::shownChanged, stripBar, &QWidget::setVisible);
 
     m_database = new QLabel(this);
-    m_database->setObjectName(QStringLiteral("lblDatabase"));
+    m_database->setObjectName(u"lblDatabase"_s);
     m_database->setTextFormat(Qt::PlainText);
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addWidget(m_database, 1);
@@ -78,41 +80,33 @@ void frmMain::showDatabaseName() {
     } catch (const platform::RuntimeError&) {
         path.clear();  // options without a location: reported where the database is opened
     }
-    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    path.replace('\\'_L1, '/'_L1);
     m_database->setText(QFileInfo(path).fileName());
     m_database->setToolTip(path);
 }
 
 void frmMain::setCaption(const QString& caption) {
     // "[*]" would be taken for the place of a modification mark.
-    setWindowTitle(QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    setWindowTitle(QString(caption).replace("[*]"_L1, "[*][*]"_L1));
 }
 
-RecordScreen& frmMain::hosted(ScreenNumber number) const {
-    return deref(m_screens[number]);
-}
+RecordScreen& frmMain::hosted(ScreenNumber number) const { return deref(m_screens[number]); }
 
-frmCurrFormula& frmMain::currentFormulaScreen() {
-    return m_parts.currentFormula(hosted(currentFormula));
-}
+frmCurrFormula& frmMain::currentFormulaScreen() { return m_parts.currentFormula(hosted(currentFormula)); }
 
-BatchLog& frmMain::batchLog() {
-    return deref(dynamic_cast<BatchLog*>(&hosted(logs)));
-}
+BatchLog& frmMain::batchLog() { return deref(dynamic_cast<BatchLog*>(&hosted(logs))); }
 
-ctlSorvanto& frmMain::mixer() {
-    return m_parts.mixerControl(deref(m_frmSorvanto));
-}
+ctlSorvanto& frmMain::mixer() { return m_parts.mixerControl(deref(m_frmSorvanto)); }
 
 void frmMain::refreshForm() {
-    guarded(QStringLiteral("frmMain:refreshForm"), [&] {
+    guarded(u"frmMain:refreshForm"_s, [&] {
         m_bar.recalcLayout();
         enableForm();
     });
 }
 
 void frmMain::enableForm() {
-    guarded(QStringLiteral("frmMain:enableForm_Error"), [&] {
+    guarded(u"frmMain:enableForm_Error"_s, [&] {
         const auto enable = [](RecordScreen& screen) {
             if (screen.Listener() == -1)
                 screen.setEnabled(true);
@@ -124,7 +118,7 @@ void frmMain::enableForm() {
 }
 
 void frmMain::Form_Activate() {
-    const ResumeNext step(QStringLiteral("frmMain:Form_Activate"));
+    const ResumeNext step(u"frmMain:Form_Activate"_s);
     step([&] { hosted(currentFormula).setEnabled(true); });
     step([&] { deref(m_frmSorvanto).setEnabled(true); });
     for (const ScreenNumber number : {formulas, chemicals, logs, patients})
@@ -133,7 +127,7 @@ void frmMain::Form_Activate() {
 
 bool frmMain::Form_QueryUnload() {
     bool cancel = true;
-    guarded(QStringLiteral("frmMain:Form_QueryUnload"), [&] {
+    guarded(u"frmMain:Form_QueryUnload"_s, [&] {
         constexpr std::int16_t refused = 2;
         deref(m_frmSorvanto).closeForm();
         for (const ScreenNumber number : {formulas, chemicals, logs}) {
@@ -148,7 +142,7 @@ bool frmMain::Form_QueryUnload() {
 }
 
 void frmMain::Form_Unload() {
-    guarded(QStringLiteral("frmMain:Form_Unload"), [&] {
+    guarded(u"frmMain:Form_Unload"_s, [&] {
         m_ended = true;
         m_backup->stop();
         saveWindowPlace(*this);

@@ -19,6 +19,8 @@
 
 #include <QLocale>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using platform::deref;
@@ -28,14 +30,22 @@ namespace {
 /// Whose catalogue of Qt's own texts goes with the language; a number without a name leaves English.
 QLocale localeOf(std::int16_t language) {
     switch (language) {
-    case 1: return {QLocale::Spanish, QLocale::Spain};
-    case 2: return {QLocale::German, QLocale::Germany};
-    case 3: return {QLocale::French, QLocale::France};
-    case 4: return {QLocale::Russian, QLocale::Russia};
-    case 5: return {QLocale::Portuguese, QLocale::Brazil};
-    case 6: return {QLocale::Italian, QLocale::Italy};
-    case 7: return {QLocale::French, QLocale::Switzerland};
-    default: return {QLocale::English, QLocale::UnitedStates};
+    case 1:
+        return {QLocale::Spanish, QLocale::Spain};
+    case 2:
+        return {QLocale::German, QLocale::Germany};
+    case 3:
+        return {QLocale::French, QLocale::France};
+    case 4:
+        return {QLocale::Russian, QLocale::Russia};
+    case 5:
+        return {QLocale::Portuguese, QLocale::Brazil};
+    case 6:
+        return {QLocale::Italian, QLocale::Italy};
+    case 7:
+        return {QLocale::French, QLocale::Switzerland};
+    default:
+        return {QLocale::English, QLocale::UnitedStates};
     }
 }
 
@@ -44,12 +54,12 @@ QLocale localeOf(std::int16_t language) {
 void frmMain::Form_Load() {
     using Stage = void (frmMain::*)(const ResumeNext&);
     constexpr Stage stages[] = {
-        &frmMain::loadSharedObjects,    &frmMain::describeReports, &frmMain::updateDatabase,
-        &frmMain::loadLanguage,         &frmMain::refuseSecondInstance,
-        &frmMain::translateItself,      &frmMain::loadMixerScreen, &frmMain::hostMixerScreen,
-        &frmMain::hostScreens,          &frmMain::openFormulas,
+        &frmMain::loadSharedObjects, &frmMain::describeReports,      &frmMain::updateDatabase,
+        &frmMain::loadLanguage,      &frmMain::refuseSecondInstance, &frmMain::translateItself,
+        &frmMain::loadMixerScreen,   &frmMain::hostMixerScreen,      &frmMain::hostScreens,
+        &frmMain::openFormulas,
     };
-    const ResumeNext step(QStringLiteral("frmMain:Form_Load"));
+    const ResumeNext step(u"frmMain:Form_Load"_s);
     for (const Stage stage : stages) {
         (this->*stage)(step);
         if (m_ended)
@@ -89,7 +99,7 @@ void frmMain::updateDatabase(const ResumeNext& step) {
     });
     platform::ConnectionPtr connection;
     step([&] { connection = openDB(); });
-    const QString path = platform::programFolder() + QStringLiteral("\\dbupdate.xml");
+    const QString path = platform::programFolder() + u"\\dbupdate.xml"_s;
     bool applied = false;
     step([&] { deref(m_updater).ApplyUpdates(connection, path, version, applied); });
     if (applied)
@@ -112,7 +122,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
         return;
     step([&] {
         platform::MsgBox(
-            translated(QStringLiteral("Sorvanto control panel is already running, only one instance allowed.")),
+            translated(u"Sorvanto control panel is already running, only one instance allowed."_s),
             {platform::Buttons::Ok, platform::Icon::Critical});
     });
     m_ended = true;
@@ -140,12 +150,11 @@ void frmMain::loadMixerScreen(const ResumeNext& step) {
 }
 
 void frmMain::hostMixerScreen(const ResumeNext& step) {
-    m_formNames = {QStringLiteral("frmCurrent"), QStringLiteral("frmFormula"), QStringLiteral("frmChemical"),
-                   QStringLiteral("frmPatient"), QStringLiteral("frmLog")};
-    step([&] { m_sorvantoTool = &m_bar.band(QStringLiteral("Sorvanto")).tool(QStringLiteral("frmSorvanto")); });
+    m_formNames = {u"frmCurrent"_s, u"frmFormula"_s, u"frmChemical"_s, u"frmPatient"_s, u"frmLog"_s};
+    step([&] { m_sorvantoTool = &m_bar.band(u"Sorvanto"_s).tool(u"frmSorvanto"_s); });
     step([&] { deref(m_sorvantoTool).setForm(m_frmSorvanto.get()); });
-    step([&] { deref(m_sorvantoTool).setDescription(QStringLiteral("Sorvanto Control Panel")); });
-    step([&] { deref(m_sorvantoTool).setToolTip(QStringLiteral("Sorvanto")); });
+    step([&] { deref(m_sorvantoTool).setDescription(u"Sorvanto Control Panel"_s); });
+    step([&] { deref(m_sorvantoTool).setToolTip(u"Sorvanto"_s); });
     step([&] { basMain::MixTypes = mixer().MixTypes(); });
     step([&] { basMain::JarSizes = mixer().JarSizes(); });
     step([&] { basMain::MixTimes = mixer().MixTimes(); });
@@ -159,19 +168,15 @@ void frmMain::hostScreens(const ResumeNext& step) {
         if (row.number != patients || showPatients != 0)
             hostScreen(step, row);
     }
-    step([&] {
-        m_bar.band(QStringLiteral("FormBar")).tool(QStringLiteral("cmdPatients")).setVisible(showPatients != 0);
-    });
-    step([&] {
-        m_bar.band(QStringLiteral("mnuForms")).tool(QStringLiteral("mnuPatients")).setVisible(showPatients != 0);
-    });
+    step([&] { m_bar.band(u"FormBar"_s).tool(u"cmdPatients"_s).setVisible(showPatients != 0); });
+    step([&] { m_bar.band(u"mnuForms"_s).tool(u"mnuPatients"_s).setVisible(showPatients != 0); });
 }
 
 void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {
     platform::Tool* tool = nullptr;
     auto& screen = m_screens[row.number];
     step([&] {
-        auto& child = m_bar.band(QStringLiteral("Forms")).childBand(QString::fromLatin1(row.childBand));
+        auto& child = m_bar.band(u"Forms"_s).childBand(QString::fromLatin1(row.childBand));
         tool = &child.tool(toolNameOf(row));
     });
     step([&] {
@@ -185,9 +190,7 @@ void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {
 
 void frmMain::openFormulas(const ResumeNext& step) {
     step([&] { deref(m_frmSorvanto).Listener(-1); });
-    step([&] {
-        ActiveBar_ToolClick(m_bar.band(QStringLiteral("FormBar")).tool(QStringLiteral("cmdFormulas")));
-    });
+    step([&] { ActiveBar_ToolClick(m_bar.band(u"FormBar"_s).tool(u"cmdFormulas"_s)); });
     step([&] { refreshForm(); });
     step([&] { mixer().StartControl(); });
 }

@@ -10,6 +10,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using platform::deref;
@@ -17,11 +19,9 @@ using platform::deref;
 namespace {
 
 constexpr int enterKey = 13;
-const QString searchBox = QStringLiteral("txtSearch");
+const QString searchBox = u"txtSearch"_s;
 
-QString panelName() {
-    return translated(QStringLiteral("Sorvanto Control Panel"));
-}
+QString panelName() { return translated(u"Sorvanto Control Panel"_s); }
 
 /// Text of a control of a screen, found by its name.
 QString controlText(const RecordScreen& screen, const char* name) {
@@ -31,17 +31,17 @@ QString controlText(const RecordScreen& screen, const char* name) {
 }  // namespace
 
 void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
-    guarded(QStringLiteral("frmMain:ActiveBar_ToolClick"), [&] {
+    guarded(u"frmMain:ActiveBar_ToolClick"_s, [&] {
         const QString name = tool.name();
         QString searchText;
-        if (name == QLatin1String("cmdSearch"))
-            searchText = m_bar.band(QStringLiteral("MainBar")).tool(searchBox).text();
-        if (name == QLatin1String("mnuExit")) {
+        if (name == "cmdSearch"_L1)
+            searchText = m_bar.band(u"MainBar"_s).tool(searchBox).text();
+        if (name == "mnuExit"_L1) {
             close();
             if (m_ended)
                 return;
         }
-        if (name == QLatin1String("mnuAbout"))
+        if (name == "mnuAbout"_L1)
             showAbout();
         act(name, searchText);
         raiseBtnClick(tool.name(), searchText);
@@ -51,10 +51,9 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
 
 // The Find button ends in the last case and hands over an empty text; only Enter in the box carries one.
 void frmMain::act(const QString& toolName, QString& searchText) {
-    if (toolName == QLatin1String("cmdOptions") || toolName == QLatin1String("mnuOptions"))
+    if (toolName == "cmdOptions"_L1 || toolName == "mnuOptions"_L1)
         editOptions();
-    else if (toolName == QLatin1String("mnuPrint") || toolName == QLatin1String("mnuExport")
-             || toolName == QLatin1String("mnuForms"))
+    else if (toolName == "mnuPrint"_L1 || toolName == "mnuExport"_L1 || toolName == "mnuForms"_L1)
         return;
     else if (const ScreenRow* row = screenOfTool(toolName))
         switchTo(*row);
@@ -85,9 +84,9 @@ void frmMain::switchTo(const ScreenRow& row) {
 
 QString frmMain::captionOf(const ScreenRow& row) {
     const QString panel = panelName();
-    QString caption = panel + QStringLiteral(": ") + translated(QString::fromLatin1(row.text));
+    QString caption = panel + u": "_s + translated(QString::fromLatin1(row.text));
     if (row.number != currentFormula)
-        caption += QStringLiteral("  :  ") + recordNameOf(row);
+        caption += u"  :  "_s + recordNameOf(row);
     return caption;
 }
 
@@ -97,7 +96,7 @@ QString frmMain::recordNameOf(const ScreenRow& row) {
     const RecordScreen& screen = captionScreen(row);
     QString name = controlText(screen, row.caption[0]);
     if (row.caption[1])
-        name += QStringLiteral(", ") + controlText(screen, row.caption[1]);
+        name += u", "_s + controlText(screen, row.caption[1]);
     return name;
 }
 
@@ -111,7 +110,7 @@ RecordScreen& frmMain::captionScreen(const ScreenRow& row) {
 }
 
 void frmMain::SetCurrentForm(const std::int32_t& number) {
-    guarded(QStringLiteral("frmMain:SetCurrentForm"), [&] {
+    guarded(u"frmMain:SetCurrentForm"_s, [&] {
         m_current = number;
         const auto patientsShown = [&] {
             return number == patients && deref(basMain::Options).ShowPatients() != 0;
@@ -130,8 +129,10 @@ void frmMain::SetCurrentForm(const std::int32_t& number) {
             listen(screen, number == screen);
         listen(patients, patientsShown());
 
-        auto& buttons = m_bar.band(QStringLiteral("FormBar"));
-        const auto press = [&](const char* tool, bool on) { buttons.tool(QLatin1String(tool)).setChecked(on); };
+        auto& buttons = m_bar.band(u"FormBar"_s);
+        const auto press = [&](const char* tool, bool on) {
+            buttons.tool(QLatin1String(tool)).setChecked(on);
+        };
         press("cmdFormulas", number == formulas);
         press("cmdCurrent", number == currentFormula);
         press("cmdChemicals", number == chemicals);
@@ -145,7 +146,7 @@ void frmMain::raiseBtnClick(const QString& toolName, const QString& searchText) 
 }
 
 void frmMain::ActiveBar_ToolKeyPress(platform::Tool& tool, int key) {
-    guarded(QStringLiteral("frmMain:ActiveBar_ToolKeyPress"), [&] {
+    guarded(u"frmMain:ActiveBar_ToolKeyPress"_s, [&] {
         if (tool.name() != searchBox || key != enterKey)
             return;
         const QString text = tool.text();
@@ -157,13 +158,13 @@ void frmMain::ActiveBar_ToolKeyPress(platform::Tool& tool, int key) {
 
 // The screens lie one to a band, so a change of band needs nothing more.
 void frmMain::ActiveBar_ChildBandChange(platform::Band&) {
-    guarded(QStringLiteral("frmMain:ActiveBar_ChildBandChange"), [] {});
+    guarded(u"frmMain:ActiveBar_ChildBandChange"_s, [] {});
 }
 
 void frmMain::translateForm() {
-    guarded(QStringLiteral("frmMain:translateForm"), [&] {
+    guarded(u"frmMain:translateForm"_s, [&] {
         const QString panel = panelName();
-        setCaption(panel + QStringLiteral(": ") + translated(QStringLiteral("Current Formula")));
+        setCaption(panel + u": "_s + translated(u"Current Formula"_s));
         translateTools(m_bar);
     });
 }

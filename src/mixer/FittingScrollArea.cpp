@@ -39,7 +39,8 @@ void FittingScrollArea::fit() {
         return;
     QLayout& layout = *widget()->layout();
     const auto least = [&](int width) {
-        return layout.hasHeightForWidth() ? layout.minimumHeightForWidth(width) : layout.minimumSize().height();
+        return layout.hasHeightForWidth() ? layout.minimumHeightForWidth(width)
+                                          : layout.minimumSize().height();
     };
     const QSize room = maximumViewportSize();
     int width = room.width();

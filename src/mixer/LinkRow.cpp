@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QPainter>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 LinkRow::LinkRow(QWidget* parent) : QWidget(parent), m_text(new QLabel(this)), m_badge(new QLabel(this)) {
@@ -27,20 +29,16 @@ void LinkRow::show(Kind kind, const QString& text, const QString& badge) {
     m_text->setText(text);
     m_badge->setText(badge);
     m_badge->setVisible(!badge.isEmpty());
-    setAccessibleName(badge.isEmpty() ? text : text + QStringLiteral(", ") + badge);
+    setAccessibleName(badge.isEmpty() ? text : text + u", "_s + badge);
     if (m_kind != kind) {
         m_kind = kind;
         update();
     }
 }
 
-QString LinkRow::text() const {
-    return m_text->text();
-}
+QString LinkRow::text() const { return m_text->text(); }
 
-QString LinkRow::badge() const {
-    return m_badge->isHidden() ? QString() : m_badge->text();
-}
+QString LinkRow::badge() const { return m_badge->isHidden() ? QString() : m_badge->text(); }
 
 void LinkRow::paintEvent(QPaintEvent*) {
     const platform::Theme& theme = platform::theme();

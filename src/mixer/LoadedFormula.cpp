@@ -3,6 +3,8 @@
 
 #include "mixer/MixTables.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -15,7 +17,7 @@ constexpr int unreadable = -100'000;
 QString childText(const XmlDocumentPtr& document, const char* name) {
     if (!document)
         return {};
-    const XmlNode node = document->selectSingleNode(QStringLiteral("//Formula/") + QLatin1String(name));
+    const XmlNode node = document->selectSingleNode(u"//Formula/"_s + QLatin1String(name));
     return node ? node.text() : QString();
 }
 
@@ -58,7 +60,7 @@ std::variant<Step, PanelMessage> readStep(const XmlNode& mix, int position) {
 }
 
 std::variant<std::vector<Step>, PanelMessage> customSteps(const XmlDocumentPtr& document) {
-    const auto nodes = document->selectNodes(QStringLiteral("//Formula/CustomMix//Mix"));
+    const auto nodes = document->selectNodes(u"//Formula/CustomMix//Mix"_s);
     if (nodes.empty())
         return PanelMessage{PanelText::NoSteps, {}};
     if (nodes.size() > static_cast<std::size_t>(protocol::mostSteps))
@@ -86,7 +88,7 @@ bool readSetting(const XmlNode& custom, const char* name, int lowest, int highes
 bool readSettings(const XmlDocumentPtr& document, protocol::Programme& programme) {
     programme.preGrind = 0;
     programme.freeSpin = 1;
-    const XmlNode custom = document->selectSingleNode(QStringLiteral("//Formula/CustomMix"));
+    const XmlNode custom = document->selectSingleNode(u"//Formula/CustomMix"_s);
     return !custom || (readSetting(custom, "PreGrind", 0, 15, programme.preGrind) &&
                        readSetting(custom, "FreeSpin", 1, 16, programme.freeSpin));
 }
@@ -106,12 +108,10 @@ std::vector<PanelMessage> speedWarnings(const LoadedFormula& formula) {
 
 }  // namespace
 
-QString LoadedFormula::jarName() const {
-    return jarNames().value(jar);
-}
+QString LoadedFormula::jarName() const { return jarNames().value(jar); }
 
 std::variant<LoadedFormula, PanelMessage> readFormula(const XmlDocumentPtr& document, bool overrideSpeed) {
-    if (!document || !document->selectSingleNode(QStringLiteral("//Formula")))
+    if (!document || !document->selectSingleNode(u"//Formula"_s))
         return PanelMessage{PanelText::NoFormula, {}};
     LoadedFormula formula;
     formula.document = document->cloneDeep();
@@ -147,12 +147,8 @@ std::variant<LoadedFormula, PanelMessage> readFormula(const XmlDocumentPtr& docu
     return formula;
 }
 
-QString formulaName(const XmlDocumentPtr& document) {
-    return childText(document, "Name");
-}
+QString formulaName(const XmlDocumentPtr& document) { return childText(document, "Name"); }
 
-QString formulaQuantity(const XmlDocumentPtr& document) {
-    return childText(document, "Make");
-}
+QString formulaQuantity(const XmlDocumentPtr& document) { return childText(document, "Make"); }
 
 }  // namespace sorvanto

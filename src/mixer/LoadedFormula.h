@@ -15,7 +15,7 @@ struct LoadedFormula {
     QString name;
     int quantity = 0;
     int jar = 0;
-    protocol::Programme programme;      ///< still without id
+    protocol::Programme programme;  ///< still without id
     /// Steps faster than the jar recommends; they may run all the same.
     std::vector<PanelMessage> warnings;
 

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -24,17 +26,11 @@ constexpr std::array<const char*, 6> stateWords{"loaded",  "started", "finished"
                                                 "aborted", "logged",  "put aside"};
 constexpr qsizetype closedKept = 1000;
 
-QString folder() {
-    return platform::programFolder() + QStringLiteral("/mixes");
-}
+QString folder() { return platform::programFolder() + u"/mixes"_s; }
 
-QString closedFolder() {
-    return folder() + QStringLiteral("/closed");
-}
+QString closedFolder() { return folder() + u"/closed"_s; }
 
-QString fileOf(const MixId& mix) {
-    return folder() + QLatin1Char('/') + QString::fromLatin1(mix) + QStringLiteral(".xml");
-}
+QString fileOf(const MixId& mix) { return folder() + '/'_L1 + QString::fromLatin1(mix) + u".xml"_s; }
 
 XmlDocumentPtr documentOf(const XmlNode& node) {
     if (!node)
@@ -56,26 +52,26 @@ QDateTime dateOf(const XmlNode& node, const char* name) {
 /// Nothing when the file is no whole journal of a mix, or bears the name of another one.
 std::optional<JournalEntry> readEntry(const QString& path) {
     const XmlDocumentPtr file = XmlDocument::create();
-    const XmlNode root = file->load(path) ? file->selectSingleNode(QStringLiteral("Mix")) : XmlNode();
-    if (!root || !root.hasAttribute(QStringLiteral("ID")) || !root.hasAttribute(QStringLiteral("State")))
+    const XmlNode root = file->load(path) ? file->selectSingleNode(u"Mix"_s) : XmlNode();
+    if (!root || !root.hasAttribute(u"ID"_s) || !root.hasAttribute(u"State"_s))
         return std::nullopt;
     JournalEntry entry;
-    entry.mix = root.attribute(QStringLiteral("ID")).toLatin1();
-    const QString word = root.attribute(QStringLiteral("State"));
+    entry.mix = root.attribute(u"ID"_s).toLatin1();
+    const QString word = root.attribute(u"State"_s);
     const auto state = std::find_if(stateWords.begin(), stateWords.end(),
                                     [&](const char* known) { return word == QLatin1String(known); });
     // A file under another mix's name (a copy by hand) would be written over, moved or removed as that one.
     if (!protocol::isMixId(entry.mix) || path != fileOf(entry.mix) || state == stateWords.end())
         return std::nullopt;
     entry.state = static_cast<JournalState>(state - stateWords.begin());
-    if (root.hasAttribute(QStringLiteral("Mixer")))
-        entry.serial = root.attribute(QStringLiteral("Mixer"));
-    entry.lotTaken = root.hasAttribute(QStringLiteral("LotTaken"));
+    if (root.hasAttribute(u"Mixer"_s))
+        entry.serial = root.attribute(u"Mixer"_s);
+    entry.lotTaken = root.hasAttribute(u"LotTaken"_s);
     entry.loaded = dateOf(root, "Loaded");
     entry.started = dateOf(root, "Started");
     entry.finished = dateOf(root, "Finished");
-    entry.formula = documentOf(root.selectSingleNode(QStringLiteral("Formula")));
-    entry.results = documentOf(root.selectSingleNode(QStringLiteral("Results")));
+    entry.formula = documentOf(root.selectSingleNode(u"Formula"_s));
+    entry.results = documentOf(root.selectSingleNode(u"Results"_s));
     const bool needsResults = entry.state == JournalState::Finished;
     if (!entry.formula || (needsResults && !entry.results))
         return std::nullopt;
@@ -85,9 +81,8 @@ std::optional<JournalEntry> readEntry(const QString& path) {
 void moveToClosed(const JournalEntry& entry) {
     QDir().mkpath(closedFolder());
     const QString date =
-        (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    const QString target =
-        closedFolder() + QStringLiteral("/%1-%2.xml").arg(date, QString::fromLatin1(entry.mix));
+        (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(u"yyyyMMdd-HHmmss"_s);
+    const QString target = closedFolder() + u"/%1-%2.xml"_s.arg(date, QString::fromLatin1(entry.mix));
     QFile::remove(target);
     QFile::rename(fileOf(entry.mix), target);
 }
@@ -95,7 +90,7 @@ void moveToClosed(const JournalEntry& entry) {
 /// The oldest closed mixes go, by the date in front of their names.
 void thinOutClosed() {
     QDir closed(closedFolder());
-    const QStringList names = closed.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    const QStringList names = closed.entryList({u"*.xml"_s}, QDir::Files, QDir::Name);
     for (qsizetype i = 0; i < names.size() - closedKept; ++i)
         closed.remove(names[i]);
 }
@@ -109,9 +104,9 @@ QString JournalEntry::lot() const { return lotOf(results); }
 void MixJournal::read() {
     m_open.clear();
     m_unreadable.clear();
-    const QStringList names = QDir(folder()).entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    const QStringList names = QDir(folder()).entryList({u"*.xml"_s}, QDir::Files, QDir::Name);
     for (const QString& name : names) {
-        const auto entry = readEntry(folder() + QLatin1Char('/') + name);
+        const auto entry = readEntry(folder() + '/'_L1 + name);
         if (!entry)
             m_unreadable << name;
         else if (entry->state == JournalState::Loaded)
@@ -135,22 +130,21 @@ const JournalEntry* MixJournal::find(const MixId& mix) const {
 JournalEntry& MixJournal::entry(const MixId& mix) {
     if (const JournalEntry* found = find(mix))
         return const_cast<JournalEntry&>(*found);
-    throw platform::RuntimeError(platform::error::itemNotFound, QStringLiteral("No such mix in the journal"));
+    throw platform::RuntimeError(platform::error::itemNotFound, u"No such mix in the journal"_s);
 }
 
 void MixJournal::write(const JournalEntry& entry) const {
     if (!QDir().mkpath(folder()))
         throw platform::RuntimeError(platform::error::permissionDenied,
-                                     QStringLiteral("Can't make the folder %1").arg(folder()));
+                                     u"Can't make the folder %1"_s.arg(folder()));
     const XmlDocumentPtr file = XmlDocument::create();
-    XmlNode root = file->appendElement(QStringLiteral("Mix"));
-    root.setAttribute(QStringLiteral("ID"), QString::fromLatin1(entry.mix));
-    root.setAttribute(QStringLiteral("State"),
-                      QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
+    XmlNode root = file->appendElement(u"Mix"_s);
+    root.setAttribute(u"ID"_s, QString::fromLatin1(entry.mix));
+    root.setAttribute(u"State"_s, QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
     if (!entry.serial.isEmpty())
-        root.setAttribute(QStringLiteral("Mixer"), entry.serial);
+        root.setAttribute(u"Mixer"_s, entry.serial);
     if (entry.lotTaken)
-        root.setAttribute(QStringLiteral("LotTaken"), QStringLiteral("1"));
+        root.setAttribute(u"LotTaken"_s, u"1"_s);
     setDate(root, "Loaded", entry.loaded);
     setDate(root, "Started", entry.started);
     setDate(root, "Finished", entry.finished);

@@ -6,8 +6,8 @@
 #include "platform/xml/XmlDocument.h"
 
 #include <QDateTime>
-#include <QStringList>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace sorvanto {
@@ -24,7 +24,7 @@ enum class JournalState {
 struct JournalEntry {
     protocol::MixId mix;
     JournalState state = JournalState::Loaded;
-    QString serial;             ///< of the mixer
+    QString serial;  ///< of the mixer
     QDateTime loaded, started, finished;
     /// The lot was in the log already when the mix finished: another mix bears it (a mixer whose counter
     /// was reset). The log can't tell then whether this one was logged.

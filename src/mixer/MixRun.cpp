@@ -23,9 +23,7 @@ bool MixRun::isForeign() const {
     return (m_state == RunState::Mixing || m_state == RunState::Paused) && m_running.isEmpty();
 }
 
-bool MixRun::isBusy() const {
-    return m_holding || m_starting || !m_running.isEmpty() || isForeign();
-}
+bool MixRun::isBusy() const { return m_holding || m_starting || !m_running.isEmpty() || isForeign(); }
 
 // ---- the link -------------------------------------------------------------------------------------
 
@@ -38,7 +36,7 @@ void MixRun::linkConnected() {
     m_unsettled = true;
     if (!m_running.isEmpty() && m_serial != m_link.identity().serial) {
         m_running
-            .clear(); // another mixer has been put in its place; the first one will be asked when it is back
+            .clear();  // another mixer has been put in its place; the first one will be asked when it is back
         m_wanted.reset();
     }
     m_link.askState();
@@ -89,8 +87,8 @@ void MixRun::applyRunning(const Status& status) {
     else if (status.state == MixerState::Mixing)
         set(RunState::Mixing, m_state == RunState::Mixing ? m_message : PanelMessage{});
     else if (status.reason == Reason::LidOpen)
-        set(RunState::Paused, m_message.text == PanelText::ResumeLid ? m_message
-                                                                     : PanelMessage{PanelText::LidOpened, {}});
+        set(RunState::Paused,
+            m_message.text == PanelText::ResumeLid ? m_message : PanelMessage{PanelText::LidOpened, {}});
     else
         set(RunState::Paused, m_state == RunState::Paused ? m_message : PanelMessage{});
 }

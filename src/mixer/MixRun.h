@@ -18,8 +18,8 @@ enum class RunState {
     Loaded,        ///< the mixer has the programme, read back and compared
     Mixing,
     Paused,
-    Done,          ///< ended with results, which the owner holds until release()
-    Fault,         ///< ended without results, or the mixer reports a problem; until acknowledge()
+    Done,   ///< ended with results, which the owner holds until release()
+    Fault,  ///< ended without results, or the mixer reports a problem; until acknowledge()
 };
 
 class MixRun : public QObject {
@@ -99,12 +99,12 @@ private:
     std::optional<protocol::Programme> m_wanted;  ///< to be sent, or being sent
     protocol::MixId m_verified;                   ///< of the programme the mixer holds, compared
     protocol::MixId m_running;
-    QByteArray m_serial;                          ///< of the mixer that runs it
+    QByteArray m_serial;  ///< of the mixer that runs it
     QSet<protocol::MixId> m_watched;
-    QSet<protocol::MixId> m_asked;                ///< results asked for, not answered yet
-    bool m_unsettled = false;                     ///< mixes of earlier are still to be asked for
+    QSet<protocol::MixId> m_asked;  ///< results asked for, not answered yet
+    bool m_unsettled = false;       ///< mixes of earlier are still to be asked for
     bool m_starting = false;
-    bool m_holding = false;                       ///< results are with the owner
+    bool m_holding = false;  ///< results are with the owner
     bool m_acknowledging = false;
 };
 

@@ -9,6 +9,8 @@
 #include <QRandomGenerator>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using protocol::MixId;
@@ -26,7 +28,8 @@ MixerEnvironment MixerEnvironment::real() {
 
 MixSession::MixSession(MixerEnvironment environment, QObject* parent)
     : QObject(parent), m_environment(std::move(environment)),
-      m_link(m_environment.makePort(), [this] { return m_environment.portPath(m_port); }, m_environment.timing),
+      m_link(
+          m_environment.makePort(), [this] { return m_environment.portPath(m_port); }, m_environment.timing),
       m_run(m_link) {
     connect(&m_link, &MixerLink::connected, this, &MixSession::mixerConnected);
     connect(&m_run, &MixRun::changed, this, &MixSession::changed);
@@ -48,16 +51,14 @@ void MixSession::open() {
         m_journal.read();
         m_journalRead = true;
         if (!m_journal.unreadable().isEmpty())
-            m_notice = {PanelText::JournalUnreadable, {m_journal.unreadable().join(QStringLiteral(", "))}};
+            m_notice = {PanelText::JournalUnreadable, {m_journal.unreadable().join(u", "_s)}};
     }
     dropLogged();
     m_link.open();
     emit changed();
 }
 
-void MixSession::close() {
-    m_link.close();
-}
+void MixSession::close() { m_link.close(); }
 
 void MixSession::mixerConnected() {
     const QString serial = QString::fromLatin1(m_link.identity().serial);
@@ -76,7 +77,8 @@ void MixSession::mixerConnected() {
 void MixSession::loadFormula(const platform::XmlDocumentPtr& document) {
     if (!m_handed.isEmpty() || m_run.isBusy()) {
         m_notice = {m_run.isBusy() && m_run.state() != RunState::Done ? PanelText::BusyMixing
-                                                                      : PanelText::BusySigning, {}};
+                                                                      : PanelText::BusySigning,
+                    {}};
         emit changed();
         return;
     }
@@ -175,8 +177,8 @@ bool MixSession::journal(PanelText failure, const std::function<void()>& step) {
     } catch (...) {
         if (failure != PanelText::Count) {
             QString why = platform::currentError().description();
-            if (!why.endsWith(QLatin1Char('.')))
-                why += QLatin1Char('.');
+            if (!why.endsWith('.'_L1))
+                why += '.'_L1;
             m_notice = {failure, {why}};
         }
         emit changed();
@@ -203,7 +205,8 @@ void MixSession::handOver(const MixId& mix) {
     m_loggedNow = false;
     m_signing = true;
     emit changed();
-    const platform::XmlDocumentPtr formula = entry->formula->cloneDeep(), results = entry->results->cloneDeep();
+    const platform::XmlDocumentPtr formula = entry->formula->cloneDeep(),
+                                   results = entry->results->cloneDeep();
     const QPointer<MixSession> alive(this);
     emit mixDone(formula, results);
     if (!alive)
@@ -258,10 +261,11 @@ void MixSession::dropLogged() {
 std::vector<Offer> MixSession::offers() const {
     std::vector<Offer> offers;
     for (const JournalEntry& entry : m_journal.open()) {
-        const bool shownElsewhere = entry.state == JournalState::Loaded || entry.mix == m_handed ||
-                                    entry.mix == m_run.running() || m_toHandOver.contains(entry.mix) ||
-                                    (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault &&
-                                     m_formula && entry.mix == m_formula->programme.id);
+        const bool shownElsewhere =
+            entry.state == JournalState::Loaded || entry.mix == m_handed || entry.mix == m_run.running() ||
+            m_toHandOver.contains(entry.mix) ||
+            (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault && m_formula &&
+             entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
             offers.push_back(
                 {entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(), entry.serial});

@@ -103,7 +103,7 @@ private:
     PanelMessage m_notice;
     int m_port = 1;
     bool m_overrideSpeed = false;
-    protocol::MixId m_handed;              ///< being handed over
+    protocol::MixId m_handed;  ///< being handed over
     bool m_loggedNow = false, m_signing = false;
     QList<protocol::MixId> m_toHandOver;
 };

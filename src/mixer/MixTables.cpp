@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -31,16 +33,15 @@ const std::vector<Step>& presetOfType(int type) {
 }  // namespace
 
 QStringList mixTypeNames() {
-    return {QStringLiteral("Combination"),   QStringLiteral("Cream"),      QStringLiteral("Ointment"),
-            QStringLiteral("Gel"),           QStringLiteral("Lotion"),     QStringLiteral("Suspension"),
-            QStringLiteral("Paste"),         QStringLiteral("Powder Blend"), QStringLiteral("Suppository Base"),
-            QStringLiteral("Custom")};
+    return {u"Combination"_s,      u"Cream"_s,      u"Ointment"_s, u"Gel"_s,
+            u"Lotion"_s,           u"Suspension"_s, u"Paste"_s,    u"Powder Blend"_s,
+            u"Suppository Base"_s, u"Custom"_s};
 }
 
 QStringList jarNames() {
     QStringList names{QString()};
     for (const int volume : {15, 20, 30, 50, 100, 200, 300, 500, 1000})
-        names << QStringLiteral("%1 ml").arg(volume);
+        names << u"%1 ml"_s.arg(volume);
     return names;
 }
 
@@ -58,14 +59,13 @@ QStringList mixTimeTexts() {
 }
 
 QString timeText(int seconds) {
-    return QStringLiteral("%1:%2:%3")
-        .arg(seconds / 3600, 2, 10, QLatin1Char('0'))
-        .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-        .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+    return u"%1:%2:%3"_s.arg(seconds / 3600, 2, 10, '0'_L1)
+        .arg(seconds / 60 % 60, 2, 10, '0'_L1)
+        .arg(seconds % 60, 2, 10, '0'_L1);
 }
 
 int secondsOfTime(const QString& text) {
-    const QStringList parts = text.split(QLatin1Char(':'));
+    const QStringList parts = text.split(':'_L1);
     if (parts.size() != 3)
         return -1;
     int seconds = 0;
@@ -81,11 +81,21 @@ int secondsOfTime(const QString& text) {
 
 int recommendedMixRpm(int jar) {
     switch (jar) {
-    case 1: case 2: case 3: return 2496;
-    case 4: case 5: case 6: return 2292;
-    case 7: case 8: return 2100;
-    case 9: return 1992;
-    default: return protocol::highestMixRpm;
+    case 1:
+    case 2:
+    case 3:
+        return 2496;
+    case 4:
+    case 5:
+    case 6:
+        return 2292;
+    case 7:
+    case 8:
+        return 2100;
+    case 9:
+        return 1992;
+    default:
+        return protocol::highestMixRpm;
     }
 }
 

@@ -65,18 +65,21 @@ void MixerLink::greet() {
     m_pollTimer.stop();
     const QByteArray session =
         QByteArray::number(QRandomGenerator::global()->generate() | 0x80000000U, 16).toUpper();
-    enqueue(helloCommand(session), [this](const std::optional<Frame>& reply) {
-        const auto identity = reply ? readIdentity(*reply) : std::nullopt;
-        if (!identity) {
-            lose();
-            return;
-        }
-        m_identity = *identity;
-        m_failed = false;
-        m_pollTimer.start(m_mixing ? m_timing.mixPoll : m_timing.idlePoll);
-        setState(State::Connected);
-        emit connected();
-    }, m_timing.missedForLost);
+    enqueue(
+        helloCommand(session),
+        [this](const std::optional<Frame>& reply) {
+            const auto identity = reply ? readIdentity(*reply) : std::nullopt;
+            if (!identity) {
+                lose();
+                return;
+            }
+            m_identity = *identity;
+            m_failed = false;
+            m_pollTimer.start(m_mixing ? m_timing.mixPoll : m_timing.idlePoll);
+            setState(State::Connected);
+            emit connected();
+        },
+        m_timing.missedForLost);
 }
 
 void MixerLink::send(const Frame& command, Answer answer) {
@@ -142,10 +145,13 @@ void MixerLink::poll() {
 void MixerLink::askState() {
     if (m_state != State::Connected)
         return;
-    enqueue(statusCommand(), [this](const std::optional<Frame>& reply) {
-        if (const auto told = reply ? readStatus(*reply) : std::nullopt)
-            emit status(*told);
-    }, 1);
+    enqueue(
+        statusCommand(),
+        [this](const std::optional<Frame>& reply) {
+            if (const auto told = reply ? readStatus(*reply) : std::nullopt)
+                emit status(*told);
+        },
+        1);
 }
 
 void MixerLink::bytesRead(const QByteArray& bytes) {
@@ -176,9 +182,7 @@ void MixerLink::take(const Frame& reply) {
         sendNext();
 }
 
-bool MixerLink::isStale() const {
-    return m_state == State::Connected && m_missed >= m_timing.missedForStale;
-}
+bool MixerLink::isStale() const { return m_state == State::Connected && m_missed >= m_timing.missedForStale; }
 
 void MixerLink::lose() {
     dropCommands();

@@ -19,12 +19,12 @@ namespace sorvanto {
 
 /// Milliseconds and counts.
 struct LinkTiming {
-    int reply = 300;       ///< wait for a reply before the command is repeated
-    int tries = 4;         ///< sends of one command
-    int idlePoll = 1000;   ///< between questions for the state
-    int mixPoll = 250;     ///< the same while mixing
-    int reopen = 1500;     ///< before a port that failed is tried again
-    int missedForLost = 5; ///< sends without reply, one after the other, that make the link lost
+    int reply = 300;        ///< wait for a reply before the command is repeated
+    int tries = 4;          ///< sends of one command
+    int idlePoll = 1000;    ///< between questions for the state
+    int mixPoll = 250;      ///< the same while mixing
+    int reopen = 1500;      ///< before a port that failed is tried again
+    int missedForLost = 5;  ///< sends without reply, one after the other, that make the link lost
     int missedForStale = 2;
 };
 

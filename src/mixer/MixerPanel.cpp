@@ -18,6 +18,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -47,12 +49,12 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     buildHead(*layout);
     buildButtons(*layout);
     m_steps = new StepsTable;
-    m_steps->setObjectName(QStringLiteral("mixerSteps"));
+    m_steps->setObjectName(u"mixerSteps"_s);
     m_footnote = centred("mixerFootnote");
     platform::setLook(*m_footnote, "quiet");
-    m_footnote->setStyleSheet(QStringLiteral("font-size: 11px"));
+    m_footnote->setStyleSheet(u"font-size: 11px"_s);
     m_offers = new OfferList;
-    m_offers->setObjectName(QStringLiteral("mixerOffers"));
+    m_offers->setObjectName(u"mixerOffers"_s);
     layout->addWidget(m_steps, 100);  // up to its own height; what is left then stays empty below
     layout->addWidget(m_footnote);
     layout->addSpacing(platform::grid);
@@ -76,20 +78,20 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     m_title = new QLabel;
     platform::setLook(*m_title, "heading");
     m_link = new LinkRow;
-    m_link->setObjectName(QStringLiteral("mixerLink"));
+    m_link->setObjectName(u"mixerLink"_s);
     m_ring = new ProgressRing;
-    m_ring->setObjectName(QStringLiteral("mixerRing"));
+    m_ring->setObjectName(u"mixerRing"_s);
     m_name = centred("mixerFormula");
     platform::setLook(*m_name, "heading");
     m_quantity = centred("mixerQuantity");
     m_speeds = centred("mixerSpeeds");
     platform::setLook(*m_speeds, "quiet");
     m_problem = new NoticeCard;
-    m_problem->setObjectName(QStringLiteral("mixerProblem"));
+    m_problem->setObjectName(u"mixerProblem"_s);
     m_notice = new NoticeCard;
-    m_notice->setObjectName(QStringLiteral("mixerNotice"));
+    m_notice->setObjectName(u"mixerNotice"_s);
     m_warnings = new NoticeCard;
-    m_warnings->setObjectName(QStringLiteral("mixerWarnings"));
+    m_warnings->setObjectName(u"mixerWarnings"_s);
     layout.addWidget(m_title);
     layout.addWidget(m_link);
     layout.addSpacing(platform::grid);
@@ -130,13 +132,9 @@ void MixerPanel::buildButtons(QBoxLayout& layout) {
     layout.addSpacing(platform::grid);
 }
 
-void MixerPanel::setStoreName(const QString& name) {
-    m_title->setToolTip(name);
-}
+void MixerPanel::setStoreName(const QString& name) { m_title->setToolTip(name); }
 
-void MixerPanel::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(rect(), platform::theme().surface);
-}
+void MixerPanel::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), platform::theme().surface); }
 
 void MixerPanel::refresh() {
     showCaptions();
@@ -161,9 +159,7 @@ void MixerPanel::showCaptions() {
     m_ok->setText(m_texts(PanelText::Ok));
 }
 
-QString MixerPanel::portName() const {
-    return QStringLiteral("COM%1").arg(m_session.port());
-}
+QString MixerPanel::portName() const { return u"COM%1"_s.arg(m_session.port()); }
 
 // A mixer that has only answered the greeting has not said yet what it does.
 bool MixerPanel::isHeard() const {
@@ -179,9 +175,8 @@ bool MixerPanel::isToldLoaded() const {
 
 void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
-    const QString start = portName() + QStringLiteral(" \u00B7 ");
-    const QString lastWord =
-        link.lastWord().isValid() ? link.lastWord().toString(QStringLiteral("HH:mm:ss")) : QString();
+    const QString start = portName() + u" \u00B7 "_s;
+    const QString lastWord = link.lastWord().isValid() ? link.lastWord().toString(u"HH:mm:ss"_s) : QString();
     const protocol::Identity& mixer = link.identity();
     const bool greetedOnly = link.state() == MixerLink::State::Connected && !isHeard() && !link.isStale();
     const QString badge = mixer.simulated() && isHeard() ? m_texts(PanelText::Simulated) : QString();
@@ -196,19 +191,18 @@ void MixerPanel::showLink() {
         m_link->show(LinkRow::Kind::Searching, start + m_texts(PanelText::Searching), {});
     m_link->setToolTip(mixer.serial.isEmpty()
                            ? link.path()
-                           : m_texts(PanelText::MixerNamed, {QString::fromLatin1(mixer.serial)}) +
-                                 QLatin1Char('\n') + link.path());
+                           : m_texts(PanelText::MixerNamed, {QString::fromLatin1(mixer.serial)}) + '\n'_L1 +
+                                 link.path());
 }
 
-QString MixerPanel::timeLeft() const {
-    return shortTime(m_session.run().status().secondsLeft);
-}
+QString MixerPanel::timeLeft() const { return shortTime(m_session.run().status().secondsLeft); }
 
 void MixerPanel::showRing() {
     const MixRun& run = m_session.run();
     const protocol::Status& status = run.status();
-    const double done = status.secondsTotal > 0 ? 1.0 - double(status.secondsLeft) / status.secondsTotal : 0.0;
-    const QString noTime = QStringLiteral("--:--");
+    const double done =
+        status.secondsTotal > 0 ? 1.0 - double(status.secondsLeft) / status.secondsTotal : 0.0;
+    const QString noTime = u"--:--"_s;
     const bool stale = m_session.link().isStale();
     using Tone = ProgressRing::Tone;
     switch (run.state()) {
@@ -227,14 +221,15 @@ void MixerPanel::showRing() {
             m_ring->show(-1, Tone::Quiet, noTime, m_texts(PanelText::Sending));
         break;
     case RunState::Mixing:
-        m_ring->show(done, stale ? Tone::Quiet : Tone::Running, timeLeft(),
-                     m_texts(PanelText::StepOf, {QString::number(status.step), QString::number(status.steps)}));
+        m_ring->show(
+            done, stale ? Tone::Quiet : Tone::Running, timeLeft(),
+            m_texts(PanelText::StepOf, {QString::number(status.step), QString::number(status.steps)}));
         break;
     case RunState::Paused:
         m_ring->show(done, stale ? Tone::Quiet : Tone::Held, timeLeft(), m_texts(PanelText::Paused));
         break;
     case RunState::Done:
-        m_ring->show(1, Tone::Good, QStringLiteral("00:00"), m_texts(PanelText::Finished));
+        m_ring->show(1, Tone::Good, u"00:00"_s, m_texts(PanelText::Finished));
         break;
     case RunState::Fault:
         m_ring->show(1, Tone::Problem, noTime, m_texts(PanelText::Problem));
@@ -264,10 +259,10 @@ void MixerPanel::showSpeeds() {
     const RunState state = m_session.run().state();
     const protocol::Status& status = m_session.run().status();
     m_speeds->setVisible(state == RunState::Mixing || state == RunState::Paused);
-    const QString dot = QStringLiteral("  \u00B7  ");
-    m_speeds->setText(m_texts(PanelText::LiftNow) + QLatin1Char(' ') + QString::number(status.liftRpm) + dot +
-                      m_texts(PanelText::MixNow) + QLatin1Char(' ') + QString::number(status.mixRpm) + dot +
-                      m_texts(PanelText::CyclesNow) + QLatin1Char(' ') + QString::number(status.cycles));
+    const QString dot = u"  \u00B7  "_s;
+    m_speeds->setText(m_texts(PanelText::LiftNow) + ' '_L1 + QString::number(status.liftRpm) + dot +
+                      m_texts(PanelText::MixNow) + ' '_L1 + QString::number(status.mixRpm) + dot +
+                      m_texts(PanelText::CyclesNow) + ' '_L1 + QString::number(status.cycles));
 }
 
 PanelMessage MixerPanel::linkMessage() const {
@@ -275,10 +270,14 @@ PanelMessage MixerPanel::linkMessage() const {
     if (link.state() == MixerLink::State::NoPort) {
         const QString port = portName();
         switch (link.portTrouble()) {
-        case platform::PortState::Absent: return {PanelText::PortAbsent, {port}};
-        case platform::PortState::Held: return {PanelText::PortHeld, {port}};
-        case platform::PortState::Present: return {PanelText::PortFailed, {port, link.portErrorText()}};
-        case platform::PortState::Forbidden: break;
+        case platform::PortState::Absent:
+            return {PanelText::PortAbsent, {port}};
+        case platform::PortState::Held:
+            return {PanelText::PortHeld, {port}};
+        case platform::PortState::Present:
+            return {PanelText::PortFailed, {port, link.portErrorText()}};
+        case platform::PortState::Forbidden:
+            break;
         }
         const QString group = platform::deviceGroup(link.path());
         return group.isEmpty() ? PanelMessage{PanelText::PortForbiddenNoGroup, {port}}
@@ -311,7 +310,7 @@ void MixerPanel::showNotices() {
         for (const PanelMessage& warning : m_session.formula()->warnings)
             warnings << m_texts(warning);
     }
-    m_warnings->show(NoticeCard::Kind::Warning, warnings.join(QLatin1Char('\n')));
+    m_warnings->show(NoticeCard::Kind::Warning, warnings.join('\n'_L1));
 }
 
 void MixerPanel::showButtons() {

@@ -1,4 +1,4 @@
-// The notice card. Its kind shows by the mark as well as by the colour.
+// The notice card. Its kind shows by the mark as well as by the color.
 #include "mixer/NoticeCard.h"
 
 #include "platform/widgets/Theme.h"
@@ -8,15 +8,20 @@
 #include <QPainter>
 #include <QPainterPath>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
 QColor kindColor(NoticeCard::Kind kind) {
     const platform::Theme& theme = platform::theme();
     switch (kind) {
-    case NoticeCard::Kind::Warning: return theme.warning;
-    case NoticeCard::Kind::Problem: return theme.danger;
-    case NoticeCard::Kind::Information: break;
+    case NoticeCard::Kind::Warning:
+        return theme.warning;
+    case NoticeCard::Kind::Problem:
+        return theme.danger;
+    case NoticeCard::Kind::Information:
+        break;
     }
     return theme.accent;
 }
@@ -43,9 +48,7 @@ void NoticeCard::show(Kind kind, const QString& text) {
     update();
 }
 
-QString NoticeCard::text() const {
-    return isHidden() ? QString() : m_label->text();
-}
+QString NoticeCard::text() const { return isHidden() ? QString() : m_label->text(); }
 
 void NoticeCard::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -70,8 +73,7 @@ void NoticeCard::paintEvent(QPaintEvent*) {
     bold.setWeight(QFont::Bold);
     painter.setFont(bold);
     painter.setPen(platform::theme().onFill);
-    painter.drawText(mark, Qt::AlignCenter,
-                     m_kind == Kind::Information ? QStringLiteral("i") : QStringLiteral("!"));
+    painter.drawText(mark, Qt::AlignCenter, m_kind == Kind::Information ? u"i"_s : u"!"_s);
 }
 
 }  // namespace sorvanto

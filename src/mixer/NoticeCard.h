@@ -1,4 +1,4 @@
-// A sentence that the user has to see: a soft card with a coloured edge and a mark for its kind.
+// A sentence that the user has to see: a soft card with a colored edge and a mark for its kind.
 #pragma once
 
 #include <QFrame>

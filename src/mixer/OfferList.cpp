@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -18,9 +20,12 @@ QString nameOf(const Offer& offer, const PanelTexts& texts) {
 QString describe(const Offer& offer, const PanelTexts& texts) {
     const QString name = nameOf(offer, texts);
     switch (offer.state) {
-    case JournalState::Finished: return texts(PanelText::OfferFinished, {offer.quantity, name, offer.lot});
-    case JournalState::Started: return texts(PanelText::OfferWaiting, {offer.quantity, name, offer.serial});
-    default: return texts(PanelText::OfferNoResults, {offer.quantity, name});
+    case JournalState::Finished:
+        return texts(PanelText::OfferFinished, {offer.quantity, name, offer.lot});
+    case JournalState::Started:
+        return texts(PanelText::OfferWaiting, {offer.quantity, name, offer.serial});
+    default:
+        return texts(PanelText::OfferNoResults, {offer.quantity, name});
     }
 }
 
@@ -50,7 +55,7 @@ void OfferList::show(const std::vector<Offer>& offers, bool canLog, const PanelT
         build(offers, texts);
     }
     setVisible(!offers.empty());
-    for (QPushButton* button : findChildren<QPushButton*>(QStringLiteral("mixerLogMix")))
+    for (QPushButton* button : findChildren<QPushButton*>(u"mixerLogMix"_s))
         button->setEnabled(canLog);
 }
 
@@ -75,7 +80,7 @@ void OfferList::build(const std::vector<Offer>& offers, const PanelTexts& texts)
 
 void OfferList::addOffer(const Offer& offer, const PanelTexts& texts) {
     auto* text = new QLabel(describe(offer, texts));
-    text->setObjectName(QStringLiteral("mixerOffer"));
+    text->setObjectName(u"mixerOffer"_s);
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
     auto* buttons = new QHBoxLayout;

@@ -6,6 +6,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -112,11 +114,11 @@ void PanelTexts::load(const QString& path) {
     const platform::XmlDocumentPtr file = platform::XmlDocument::create();
     if (path.isEmpty() || !file->load(platform::platformPath(path)))
         return;
-    for (const platform::XmlNode& entry : file->getElementsByTagName(QStringLiteral("Translate"))) {
-        if (!entry.hasAttribute(QStringLiteral("English")) || !entry.hasAttribute(QStringLiteral("Translated")))
+    for (const platform::XmlNode& entry : file->getElementsByTagName(u"Translate"_s)) {
+        if (!entry.hasAttribute(u"English"_s) || !entry.hasAttribute(u"Translated"_s))
             continue;
-        const QString translated = entry.attribute(QStringLiteral("Translated"));
-        const QString key = entry.attribute(QStringLiteral("English"));
+        const QString translated = entry.attribute(u"Translated"_s);
+        const QString key = entry.attribute(u"English"_s);
         if (!translated.isEmpty() && !m_translated.contains(key))
             m_translated.insert(key, translated);
     }
@@ -131,8 +133,7 @@ QString PanelTexts::operator()(PanelText text, const QStringList& parts) const {
     const QString pattern = (*this)(text);
     QString filled;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
-        const bool isMark =
-            pattern[i] == QLatin1Char('%') && i + 1 < pattern.size() && pattern[i + 1].isDigit();
+        const bool isMark = pattern[i] == '%'_L1 && i + 1 < pattern.size() && pattern[i + 1].isDigit();
         if (isMark)
             filled += parts.value(pattern[++i].digitValue() - 1);
         else

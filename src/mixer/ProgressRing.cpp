@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -14,11 +16,16 @@ constexpr double thickness = 14;
 QColor arcColor(ProgressRing::Tone tone) {
     const platform::Theme& theme = platform::theme();
     switch (tone) {
-    case ProgressRing::Tone::Running: return theme.accent;
-    case ProgressRing::Tone::Held: return theme.warning;
-    case ProgressRing::Tone::Good: return theme.good;
-    case ProgressRing::Tone::Problem: return theme.danger;
-    case ProgressRing::Tone::Quiet: break;
+    case ProgressRing::Tone::Running:
+        return theme.accent;
+    case ProgressRing::Tone::Held:
+        return theme.warning;
+    case ProgressRing::Tone::Good:
+        return theme.good;
+    case ProgressRing::Tone::Problem:
+        return theme.danger;
+    case ProgressRing::Tone::Quiet:
+        break;
     }
     return theme.fieldLine;
 }
@@ -44,7 +51,7 @@ void ProgressRing::show(double fraction, Tone tone, const QString& middle, const
     m_tone = tone;
     m_middle = middle;
     m_below = below;
-    setAccessibleName(middle + QStringLiteral(", ") + below);
+    setAccessibleName(middle + u", "_s + below);
     update();
 }
 

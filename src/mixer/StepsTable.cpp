@@ -10,6 +10,8 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 constexpr int stepHeight = 25;
@@ -18,11 +20,12 @@ constexpr int cellPadding = 4;
 /// What a column of numbers has beside a scroll bar, without its padding.
 constexpr int headingRoom = 54;
 
-/// Texts a little inside their cells, the marked row coloured to its edges.
+/// Texts a little inside their cells, the marked row colored to its edges.
 class StepDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
         const QVariant background = index.data(Qt::BackgroundRole);
         if (background.isValid())
             painter->fillRect(option.rect, background.value<QBrush>());
@@ -35,9 +38,9 @@ public:
 /// On two lines where one is too long for its column.
 QString heading(const QString& text, const QFontMetrics& metrics) {
     QString lines = text;
-    const auto blank = lines.indexOf(QLatin1Char(' '));
+    const auto blank = lines.indexOf(' '_L1);
     if (blank > 0 && metrics.horizontalAdvance(text) > headingRoom)
-        lines[blank] = QLatin1Char('\n');
+        lines[blank] = '\n'_L1;
     return lines;
 }
 
@@ -61,8 +64,8 @@ StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
     horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setColumnWidth(0, 36);
-    setStyleSheet(QStringLiteral("QTableView { font-size: 12px; } QHeaderView { font-size: 12px; }"
-                                 "QHeaderView::section { font-size: 12px; padding: 0 7px; }"));
+    setStyleSheet(u"QTableView { font-size: 12px; } QHeaderView { font-size: 12px; }"
+                  u"QHeaderView::section { font-size: 12px; padding: 0 7px; }"_s);
     setItemDelegate(new StepDelegate(this));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
@@ -88,8 +91,9 @@ void StepsTable::fill(const PanelTexts& texts) {
     setRowCount(static_cast<int>(m_steps.size()));
     int row = 0;
     for (const protocol::Step& step : m_steps) {
-        const QString length = step.seconds > 0 ? timeText(step.seconds)
-                                                : texts(PanelText::CyclesCount, {QString::number(step.cycles)});
+        const QString length = step.seconds > 0
+                                   ? timeText(step.seconds)
+                                   : texts(PanelText::CyclesCount, {QString::number(step.cycles)});
         const QStringList cells{QString::number(row + 1), QString::number(step.liftRpm),
                                 QString::number(step.mixRpm), length};
         for (int column = 0; column < cells.size(); ++column) {
@@ -131,12 +135,8 @@ int StepsTable::heightForRows(int rows) const {
     return horizontalHeader()->sizeHint().height() + rows * stepHeight + 2;
 }
 
-QSize StepsTable::sizeHint() const {
-    return {260, heightForRows(rowCount())};
-}
+QSize StepsTable::sizeHint() const { return {260, heightForRows(rowCount())}; }
 
-QSize StepsTable::minimumSizeHint() const {
-    return {200, heightForRows(std::min(rowCount(), fewestRows))};
-}
+QSize StepsTable::minimumSizeHint() const { return {200, heightForRows(std::min(rowCount(), fewestRows))}; }
 
 }  // namespace sorvanto

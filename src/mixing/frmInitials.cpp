@@ -3,7 +3,6 @@
 #include "mixer/ctlSorvanto.h"
 #include "mixing/FormulaDocument.h"
 #include "mixing/frmMake.h"
-#include "ui_frmInitials.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
@@ -13,16 +12,17 @@
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmInitials.h"
 
 namespace sorvanto {
 
-frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), ui(std::make_unique<Ui::frmInitials>()) {
-    ui->setupUi(this);
-    connect(ui->cmdOK, &QPushButton::clicked, this, &frmInitials::cmdOK_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmInitials::cmdCancel_Click);
-    connect(ui->txtfrm_Name, &QLineEdit::returnPressed, this, &frmInitials::nameEntered);
-    connect(ui->txtInitials, &QLineEdit::returnPressed, this, [this] { ui->txtVerified->setFocus(); });
-    connect(ui->txtVerified, &QLineEdit::returnPressed, this, &frmInitials::cmdOK_Click);
+frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui::frmInitials>()) {
+    m_ui->setupUi(this);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmInitials::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmInitials::cmdCancel_Click);
+    connect(m_ui->txtfrm_Name, &QLineEdit::returnPressed, this, &frmInitials::nameEntered);
+    connect(m_ui->txtInitials, &QLineEdit::returnPressed, this, [this] { m_ui->txtVerified->setFocus(); });
+    connect(m_ui->txtVerified, &QLineEdit::returnPressed, this, &frmInitials::cmdOK_Click);
     Form_Load();
 }
 
@@ -35,12 +35,12 @@ void frmInitials::install() {
 void frmInitials::Form_Load() {
     guarded("frmInitials:Form_Load", [&] {
         setWindowTitle(translated("Log Initials"));
-        ui->lbllog_Initials->setText(translated("Logged"));
-        ui->lbllog_Verified->setText(translated("Verified"));
-        ui->txtfrm_Name->setAccessibleName(translated("Formula Name"));
-        ui->txtfrm_Name->setPlaceholderText(translated("Formula Name"));
-        ui->cmdOK->setText(translated("OK"));
-        ui->cmdCancel->setText(translated("Cancel"));
+        m_ui->lbllog_Initials->setText(translated("Logged"));
+        m_ui->lbllog_Verified->setText(translated("Verified"));
+        m_ui->txtfrm_Name->setAccessibleName(translated("Formula Name"));
+        m_ui->txtfrm_Name->setPlaceholderText(translated("Formula Name"));
+        m_ui->cmdOK->setText(translated("OK"));
+        m_ui->cmdCancel->setText(translated("Cancel"));
     });
 }
 
@@ -65,7 +65,7 @@ void frmInitials::openLoggedFormula(std::int16_t formulaID) {
     takeProgramme(*formula);
     m_formula = formula;
     setNameWritable(false);
-    ui->txtfrm_Name->setText(formula->frm_Name);
+    m_ui->txtfrm_Name->setText(formula->frm_Name);
 }
 
 void frmInitials::takeProgramme(clsFormula& formula) const {
@@ -78,21 +78,15 @@ void frmInitials::takeProgramme(clsFormula& formula) const {
 }
 
 void frmInitials::setNameWritable(bool writable) {
-    ui->txtfrm_Name->setText(QString());
-    ui->txtfrm_Name->setReadOnlyBox(!writable);
+    m_ui->txtfrm_Name->setText(QString());
+    m_ui->txtfrm_Name->setReadOnlyBox(!writable);
 }
 
-void frmInitials::log_Lot(const QString& lot) {
-    ui->lbllog_Lot->setText(lot);
-}
+void frmInitials::log_Lot(const QString& lot) { m_ui->lbllog_Lot->setText(lot); }
 
-QString frmInitials::initials() const {
-    return ui->txtInitials->text();
-}
+QString frmInitials::initials() const { return m_ui->txtInitials->text(); }
 
-QString frmInitials::verified() const {
-    return ui->txtVerified->text();
-}
+QString frmInitials::verified() const { return m_ui->txtVerified->text(); }
 
 clsFormulaPtr frmInitials::getFormula() {
     return guarded("frmInitials:getformula", clsFormulaPtr(), [&] {
@@ -103,22 +97,22 @@ clsFormulaPtr frmInitials::getFormula() {
 
 void frmInitials::onActivate() {
     guarded("frmInitials:Form_Activate", [&] {
-        if (ui->txtfrm_Name->isReadOnlyBox())
-            ui->txtInitials->setFocus();
+        if (m_ui->txtfrm_Name->isReadOnlyBox())
+            m_ui->txtInitials->setFocus();
         else
-            ui->txtfrm_Name->setFocus();
+            m_ui->txtfrm_Name->setFocus();
     });
 }
 
 void frmInitials::nameEntered() {
     guarded("frmInitials:txtfrm_Name_KeyPress", [&] {
-        if (!ui->txtfrm_Name->isReadOnlyBox()) {
-            m_formula = clsFormula().openFormula(0, ui->txtfrm_Name->text());
+        if (!m_ui->txtfrm_Name->isReadOnlyBox()) {
+            m_formula = clsFormula().openFormula(0, m_ui->txtfrm_Name->text());
             makeFormula();
             if (m_formula)
-                ui->txtfrm_Name->setText(m_formula->frm_Name);
+                m_ui->txtfrm_Name->setText(m_formula->frm_Name);
         }
-        ui->txtInitials->setFocus();
+        m_ui->txtInitials->setFocus();
     });
 }
 

@@ -44,7 +44,7 @@ private:
     void takeProgramme(clsFormula& formula) const;
     void setNameWritable(bool writable);
 
-    std::unique_ptr<Ui::frmInitials> ui;
+    std::unique_ptr<Ui::frmInitials> m_ui;
     platform::XmlDocumentPtr m_document;
     clsFormulaPtr m_formula;
     bool m_cancelled = false;

@@ -34,7 +34,7 @@ private:
     void OKButton_Click();
     void CancelButton_Click();
 
-    std::unique_ptr<Ui::frmMake> ui;
+    std::unique_ptr<Ui::frmMake> m_ui;
     double m_quantity = 0;
     bool m_printWorksheet = false;
 };

@@ -24,7 +24,8 @@ public:
     std::int16_t closeForm() override;
 
 private:
-    void ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);
+    void ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
+                              const platform::XmlDocumentPtr& results);
     void ctlSorvanto1_enableForm();
 
     ctlSorvanto* ctlSorvanto1;

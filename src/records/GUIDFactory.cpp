@@ -9,13 +9,15 @@
 
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
 
 namespace {
 
-const QString failedText = QStringLiteral("00000000");
+const QString failedText = u"00000000"_s;
 
 std::int32_t randomGuid(Guid& guid) {
     const QUuid uuid = QUuid::createUuid();
@@ -53,8 +55,8 @@ QString GUIDFactory::guidText() {
         const QString first = hexText(guid.Data1);
         const QString second = trimmed(hexText(guid.Data2));
         const QString third = trimmed(hexText(guid.Data3));
-        const QString head = zeros(8, first.size()) + first + zeros(4, second.size()) + second
-                             + zeros(4, third.size()) + third;
+        const QString head = zeros(8, first.size()) + first + zeros(4, second.size()) + second +
+                             zeros(4, third.size()) + third;
         QString tail;
         for (const std::uint8_t byte : guid.Data4)
             tail += format(hexText(byte), "00");  // a single letter is no number and stays single
@@ -66,8 +68,6 @@ QString GUIDFactory::guidText() {
     }
 }
 
-QString GUIDFactory::zeros(int length, int actual) {
-    return QString(length - actual, u'0');
-}
+QString GUIDFactory::zeros(qsizetype length, qsizetype actual) { return QString(length - actual, u'0'); }
 
 }  // namespace sorvanto

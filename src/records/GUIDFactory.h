@@ -27,7 +27,7 @@ public:
 
 private:
     QString guidText();
-    static QString zeros(int length, int actual);
+    static QString zeros(qsizetype length, qsizetype actual);
 };
 
 }  // namespace sorvanto

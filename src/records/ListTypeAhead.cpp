@@ -14,9 +14,7 @@ void ListTypeAhead::setRows(const platform::RecordsetPtr& rows, int column) {
     clear();
 }
 
-void ListTypeAhead::clear() {
-    setWord({});
-}
+void ListTypeAhead::clear() { setWord({}); }
 
 bool ListTypeAhead::takeKey(const QKeyEvent& key, int currentRow) {
     if (!m_rows || m_column < 0)

@@ -10,9 +10,7 @@ namespace sorvanto {
 
 namespace {
 
-QString column(const QString& name, const QString& alias) {
-    return ", Log." + name + " as [" + alias + "]";
-}
+QString column(const QString& name, const QString& alias) { return ", Log." + name + " as [" + alias + "]"; }
 
 QString jarAlias(LogSearch use) {
     QString alias = translated("JarSize");
@@ -52,10 +50,14 @@ QString columns(LogSearch use) {
 
 QString filter(QString& search, const QString& keyText) {
     switch (searchByFirst(search, {u'#', u'?'})) {
-    case SearchBy::Key: return "WHERE ([Log.LogID] = " + keyText + ")";
-    case SearchBy::Code: return likeFilter("Log.log_NDC", search);
-    case SearchBy::Lot: return likeFilter("Log.log_Lot", search);
-    case SearchBy::Name: break;
+    case SearchBy::Key:
+        return "WHERE ([Log.LogID] = " + keyText + ")";
+    case SearchBy::Code:
+        return likeFilter("Log.log_NDC", search);
+    case SearchBy::Lot:
+        return likeFilter("Log.log_Lot", search);
+    case SearchBy::Name:
+        break;
     }
     return likeFilter("Log.log_Name", search);
 }

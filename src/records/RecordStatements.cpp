@@ -6,6 +6,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -17,9 +19,7 @@ QString aliasedColumns(const QString& pattern, std::initializer_list<AliasedColu
     return text;
 }
 
-QString userText(const QString& text) {
-    return trimmed(doubledApostrophes(text));
-}
+QString userText(const QString& text) { return trimmed(doubledApostrophes(text)); }
 
 QVariant lastIdentity() {
     const RecordsetPtr identity = Recordset::create();
@@ -37,12 +37,10 @@ bool confirmedDeletion(const QString& what) {
     return MsgBox(translated("Delete") + " " + what, deletionStyle) == Answer::Yes;
 }
 
-bool isRefusedRelation(const RuntimeError& failure) {
-    return failure.number() == error::general;
-}
+bool isRefusedRelation(const RuntimeError& failure) { return failure.number() == error::general; }
 
 void tellRefusal(const QString& name, const QString& reason) {
-    MsgBox(name + "\r\n" + translated(reason), {}, QString(""));
+    MsgBox(name + "\r\n" + translated(reason), {}, u""_s);
 }
 
 }  // namespace sorvanto

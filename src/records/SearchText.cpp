@@ -12,8 +12,8 @@ template <class Holds>
 SearchBy searchBy(QString& search, SearchMarkers markers, Holds holds) {
     if (search.isEmpty())
         return SearchBy::Key;
-    for (const auto& [marker, kind] : {std::pair(markers.code, SearchBy::Code),
-                                       std::pair(markers.lot, SearchBy::Lot)}) {
+    for (const auto& [marker, kind] :
+         {std::pair(markers.code, SearchBy::Code), std::pair(markers.lot, SearchBy::Lot)}) {
         if (!marker.isNull() && holds(marker)) {
             search.remove(marker);
             return kind;

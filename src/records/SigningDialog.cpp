@@ -1,4 +1,4 @@
-// Where the mixing floor puts its dialog.
+// Where the mixing layer puts its dialog.
 #include "records/SigningDialog.h"
 
 namespace sorvanto {

@@ -1,4 +1,4 @@
-// The dialog in which a batch is signed, as the log record sees it; the mixing floor supplies it.
+// The dialog in which a batch is signed, as the log record sees it; the mixing layer supplies it.
 #pragma once
 
 #include "platform/xml/XmlDocument.h"
@@ -23,7 +23,7 @@ public:
     virtual QString verified() const = 0;
 };
 
-/// Makes the dialog; set at start by the mixing floor.
+/// Makes the dialog; set at start by the mixing layer.
 extern std::function<std::unique_ptr<SigningDialog>()> makeSigningDialog;
 
 }  // namespace sorvanto

@@ -1,9 +1,9 @@
 // The row of the table Chemical: its statements and the rules by which it is found.
 #include "records/clsChemical.h"
 
+#include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
-#include "platform/basic/Numbers.h"
 #include "records/GUIDFactory.h"
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
@@ -38,10 +38,14 @@ clsChemicalPtr readChemical(const Recordset& row) {
 
 QString chemicalFilter(std::int16_t key, QString search) {
     switch (searchByAny(search, {u'#', u'$'})) {
-    case SearchBy::Key: return "WHERE ([ChemicalID] = " + QString::number(key) + ")";
-    case SearchBy::Code: return likeFilter("chm_NDC", search);
-    case SearchBy::Lot: return likeFilter("chm_Lot", search);
-    case SearchBy::Name: break;
+    case SearchBy::Key:
+        return "WHERE ([ChemicalID] = " + QString::number(key) + ")";
+    case SearchBy::Code:
+        return likeFilter("chm_NDC", search);
+    case SearchBy::Lot:
+        return likeFilter("chm_Lot", search);
+    case SearchBy::Name:
+        break;
     }
     return likeFilter("chm_Name", search);
 }
@@ -116,17 +120,22 @@ clsChemicalPtr clsChemical::addChemical() {
     });
 }
 
-clsChemicalPtr clsChemical::openChemical(std::int16_t ChemicalID, const QString& Search) {
+clsChemicalPtr clsChemical::openChemical(std::int16_t key, const QString& Search) {
     return guarded("clsChemical:chemicalOpen", clsChemicalPtr(), [&] {
         strSQL = "SELECT";
         strSQL += " [ChemicalID]";
-        strSQL += aliasedColumns(",[%1] AS [%2]", {{"chm_Name", "Name"}, {"chm_Units", "Units"},
-                                                   {"chm_Lot", "Lot"}, {"chm_NDC", "NDC"},
-                                                   {"chm_Cost", "Cost"}, {"chm_AWP", "AWP"},
-                                                   {"chm_Notes", "Notes"}, {"chm_Form", "Form"},
-                                                   {"chm_GUID", "UniqueID"}, {"chm_Supplier", "Supplier"}});
+        strSQL += aliasedColumns(",[%1] AS [%2]", {{"chm_Name", "Name"},
+                                                   {"chm_Units", "Units"},
+                                                   {"chm_Lot", "Lot"},
+                                                   {"chm_NDC", "NDC"},
+                                                   {"chm_Cost", "Cost"},
+                                                   {"chm_AWP", "AWP"},
+                                                   {"chm_Notes", "Notes"},
+                                                   {"chm_Form", "Form"},
+                                                   {"chm_GUID", "UniqueID"},
+                                                   {"chm_Supplier", "Supplier"}});
         strSQL += " FROM [Chemical] ";
-        strSQL += chemicalFilter(ChemicalID, Search);
+        strSQL += chemicalFilter(key, Search);
         rs = Recordset::create();
         const auto release = qScopeGuard([this] { rs.reset(); });
         rs->open(strSQL, openDB(), CursorType::Static);

@@ -26,7 +26,7 @@ public:
     platform::Currency chm_Cost;  ///< price of one unit
     platform::Currency chm_AWP;   ///< average wholesale price of one unit
     QString chm_Notes;
-    QString chm_Form;   ///< a new object holds the translation of "Select Form"
+    QString chm_Form;  ///< a new object holds the translation of "Select Form"
     QString chm_Supplier;
     QString chm_GUID;
 
@@ -36,7 +36,7 @@ public:
     clsChemicalPtr saveChemical(const clsChemicalPtr& Chemical);
     clsChemicalPtr addChemical();
     /// By key (empty search), NDC ("#" anywhere), lot ("$" anywhere) or name. A blank object when not found.
-    clsChemicalPtr openChemical(std::int16_t ChemicalID, const QString& Search);
+    clsChemicalPtr openChemical(std::int16_t key, const QString& Search);
 
 private:
     QString strSQL;

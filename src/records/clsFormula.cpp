@@ -14,6 +14,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -45,18 +47,25 @@ void setTotals(clsFormula& formula, const FormulaTotals& totals) {
 
 QString formulaFilter(std::int16_t key, QString& search) {
     switch (searchByFirst(search, {u'#', {}})) {
-    case SearchBy::Key: return "WHERE ([FormulaID] = " + QString::number(key) + ")";
-    case SearchBy::Code: return likeFilter("frm_NDC", search);
-    default: return likeFilter("frm_Name", search);
+    case SearchBy::Key:
+        return "WHERE ([FormulaID] = " + QString::number(key) + ")";
+    case SearchBy::Code:
+        return likeFilter("frm_NDC", search);
+    default:
+        return likeFilter("frm_Name", search);
     }
 }
 
 QString chemicalFilter(QString& search) {
     switch (searchByFirst(search, {u'#', u'?'})) {
-    case SearchBy::Key: return "WHERE ([ChemicalID] = " + numberText(leadingNumber(search)) + ")";
-    case SearchBy::Code: return likeFilter("chm_NDC", search);
-    case SearchBy::Lot: return likeFilter("chm_Lot", search);
-    case SearchBy::Name: break;
+    case SearchBy::Key:
+        return "WHERE ([ChemicalID] = " + numberText(leadingNumber(search)) + ")";
+    case SearchBy::Code:
+        return likeFilter("chm_NDC", search);
+    case SearchBy::Lot:
+        return likeFilter("chm_Lot", search);
+    case SearchBy::Name:
+        break;
     }
     return likeFilter("chm_Name", search);
 }
@@ -113,24 +122,29 @@ clsFormulaPtr clsFormula::addFormula() {
     });
 }
 
-clsFormulaPtr clsFormula::openFormula(std::int16_t FormulaID, const QString& Search) {
+clsFormulaPtr clsFormula::openFormula(std::int16_t key, const QString& Search) {
     QString search = Search;
-    return openFormula(FormulaID, search);
+    return openFormula(key, search);
 }
 
-clsFormulaPtr clsFormula::openFormula(std::int16_t FormulaID, QString& Search) {
+clsFormulaPtr clsFormula::openFormula(std::int16_t key, QString& Search) {
     return guarded("clsFormula:openFormula", clsFormulaPtr(), [&] {
         strSQL = "SELECT";
         strSQL += " [FormulaID]";
-        strSQL += aliasedColumns(",[%1] AS [%2]", {{"frm_Name", "Name"}, {"frm_Desc", "Description"},
-                                                   {"frm_Strength", "Strength"}, {"frm_Units", "Units"},
+        strSQL += aliasedColumns(",[%1] AS [%2]", {{"frm_Name", "Name"},
+                                                   {"frm_Desc", "Description"},
+                                                   {"frm_Strength", "Strength"},
+                                                   {"frm_Units", "Units"},
                                                    {"frm_Instructions", "Instructions"},
-                                                   {"frm_Quantity", "Quantity"}, {"frm_JarSize", "Jar"},
-                                                   {"frm_FormType", "Form"}, {"frm_NDC", "NDC"},
-                                                   {"frm_AWP", "AWP"}, {"frm_GUID", "UniqueID"},
+                                                   {"frm_Quantity", "Quantity"},
+                                                   {"frm_JarSize", "Jar"},
+                                                   {"frm_FormType", "Form"},
+                                                   {"frm_NDC", "NDC"},
+                                                   {"frm_AWP", "AWP"},
+                                                   {"frm_GUID", "UniqueID"},
                                                    {"frm_Mix", "Mix"}});
         strSQL += " FROM [Formula] ";
-        strSQL += formulaFilter(FormulaID, Search);
+        strSQL += formulaFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), CursorType::Static);
         if (rows->recordCount() > 0)  // nothing found gives no message here
@@ -193,7 +207,7 @@ bool clsFormula::addChemical(QString& Search) {
         chooseRow(rows, "ChemicalID");
         if (rows->eof())
             return false;
-        const QString quantity = InputBox(translated("Input desired quantity for chemical"), QString(""));
+        const QString quantity = InputBox(translated("Input desired quantity for chemical"), u""_s);
         strSQL = lineInsert(FormulaID, nullText(rows->value(0)), quantity, "0", "1");
         const auto count = openDB()->execute(strSQL);
         setTotals(*this, readTotals(FormulaID));

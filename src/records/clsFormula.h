@@ -39,8 +39,8 @@ public:
     bool deleteFormula(const clsFormulaPtr& Formula, bool Silent);
     clsFormulaPtr addFormula();
     /// By key (empty search), NDC ("#" first, taken out of the caller's text) or name. Key 0 when not found.
-    clsFormulaPtr openFormula(std::int16_t FormulaID, QString& Search);
-    clsFormulaPtr openFormula(std::int16_t FormulaID, const QString& Search);
+    clsFormulaPtr openFormula(std::int16_t key, QString& Search);
+    clsFormulaPtr openFormula(std::int16_t key, const QString& Search);
     clsFormulaPtr saveFormula(const clsFormulaPtr& Formula);
     bool deleteChemical(std::int16_t FormChemID);
     bool addChemical(QString& Search);

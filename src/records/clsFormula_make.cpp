@@ -19,9 +19,7 @@ QVariant product(const QVariant& value, double factor) {
 }
 
 /// The digit 0 in front turns NULL into 0; a negative number behind it is no number and stays as it is.
-QString scaledText(const QVariant& value, const QString& picture) {
-    return format(zeroText(value), picture);
-}
+QString scaledText(const QVariant& value, const QString& picture) { return format(zeroText(value), picture); }
 
 /// The line's quantity for the batch, and its prices from prices of one unit to those of the line.
 void scaleLine(Recordset& line, double factor) {

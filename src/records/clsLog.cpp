@@ -58,16 +58,16 @@ QString logLines(std::int32_t log) {
 
 clsLog::clsLog() : log_Results(XmlDocument::create()), log_Mix(XmlDocument::create()) {}
 
-void clsLog::openLog(std::int32_t LogID, const QString& Search) {
+void clsLog::openLog(std::int32_t key, const QString& Search) {
     guarded("clsLog:openLog", [&] {
-        strSQL = logSearch(LogSearch::OfLog, Search, QString::number(LogID));
+        strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
         chooseRow(rows, "LogID");
         if (!rows->eof())
             readLog(*this, *rows);
         rows->close();
-        strSQL = logLines(LogID);  // of the argument, also after a search
+        strSQL = logLines(key);  // of the argument, also after a search
         Chemical = openEditableList(strSQL);
     });
 }

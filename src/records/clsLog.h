@@ -45,7 +45,7 @@ public:
     /// Asks for the initials and writes the batch; nothing when cancelled or failed. Results may be null.
     clsLogPtr addLog(const platform::XmlDocumentPtr& Formula, const platform::XmlDocumentPtr& Results);
     /// Fills this object: by key (empty search), NDC ("#" first), lot ("?" first) or name.
-    void openLog(std::int32_t LogID, const QString& Search);
+    void openLog(std::int32_t key, const QString& Search);
     bool saveLog(const clsLogPtr& Log);
 
 private:

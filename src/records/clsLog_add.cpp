@@ -11,6 +11,8 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -22,18 +24,14 @@ QString lotOf(const XmlDocument& results) {
     return nodeValue(results, "//Results") + nodeValue(results, "//Results/PreparationNumber");
 }
 
-QString quoted(const QString& text) {
-    return "'" + text + "', ";
-}
+QString quoted(const QString& text) { return "'" + text + "', "; }
 
-QString doubled(const QString& text) {
-    return quoted(doubledApostrophes(text));
-}
+QString doubled(const QString& text) { return quoted(doubledApostrophes(text)); }
 
 /// The piece of a value that comes from the results, which may be missing.
 template <class Value>
 QString fromResults(const XmlDocumentPtr& results, Value value) {
-    return results ? quoted(value(*results)) : QString("'',");
+    return results ? quoted(value(*results)) : u"'',"_s;
 }
 
 QString insertHead() {

@@ -52,9 +52,12 @@ QString nameFilter(const QString& search) {
 
 QString patientFilter(std::int16_t key, QString search) {
     switch (searchByAny(search, {u'#', {}})) {
-    case SearchBy::Key: return "WHERE ([PatientID] = " + QString::number(key) + ")";
-    case SearchBy::Code: return likeFilter("pat_Phone", search);
-    default: return nameFilter(search);
+    case SearchBy::Key:
+        return "WHERE ([PatientID] = " + QString::number(key) + ")";
+    case SearchBy::Code:
+        return likeFilter("pat_Phone", search);
+    default:
+        return nameFilter(search);
     }
 }
 
@@ -82,19 +85,24 @@ bool clsPatient::deletePatient(const clsPatientPtr& Patient, bool Silent) {
     return true;
 }
 
-clsPatientPtr clsPatient::openPatient(std::int16_t PatientID, const QString& Search) {
+clsPatientPtr clsPatient::openPatient(std::int16_t key, const QString& Search) {
     return guarded("clsPatient:openPatient", clsPatientPtr(), [&] {
         strSQL = "SELECT";
         strSQL += " [PatientID]";
-        strSQL += aliasedColumns(", [%1] as [%2]", {{"pat_LName", "LastName"}, {"pat_FName", "FirstName"},
+        strSQL += aliasedColumns(", [%1] as [%2]", {{"pat_LName", "LastName"},
+                                                    {"pat_FName", "FirstName"},
                                                     {"pat_Address1", "Address"},
-                                                    {"pat_Address2", "Address2"}, {"pat_City", "City"},
-                                                    {"pat_State", "State"}, {"pat_Zip", "Zip"},
-                                                    {"pat_Country", "Country"}, {"pat_BDay", "BirthDate"},
-                                                    {"pat_Phone", "Phone"}, {"pat_Fax", "Fax"},
+                                                    {"pat_Address2", "Address2"},
+                                                    {"pat_City", "City"},
+                                                    {"pat_State", "State"},
+                                                    {"pat_Zip", "Zip"},
+                                                    {"pat_Country", "Country"},
+                                                    {"pat_BDay", "BirthDate"},
+                                                    {"pat_Phone", "Phone"},
+                                                    {"pat_Fax", "Fax"},
                                                     {"pat_Notes", "Notes"}});
         strSQL += " FROM [Patient] ";
-        strSQL += patientFilter(PatientID, Search);
+        strSQL += patientFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
         chooseRow(rows, "PatientID");
@@ -109,10 +117,10 @@ clsPatientPtr clsPatient::addPatient() {
     return guarded("clsPatient:addPatient", clsPatientPtr(), [&] {
         strSQL = "INSERT INTO ";
         strSQL += " Patient (";
-        for (const char* column : {" [pat_FName], ", " [pat_LName], ", " [pat_Address1], ",
-                                   " [pat_Address2], ", " [pat_City], ", " [pat_State], ", " [pat_Zip], ",
-                                   " [pat_Country], ", " [pat_BDay], ", " [pat_Phone], ", " [pat_Fax],",
-                                   " [pat_Notes]"})
+        for (const char* column :
+             {" [pat_FName], ", " [pat_LName], ", " [pat_Address1], ", " [pat_Address2], ", " [pat_City], ",
+              " [pat_State], ", " [pat_Zip], ", " [pat_Country], ", " [pat_BDay], ", " [pat_Phone], ",
+              " [pat_Fax],", " [pat_Notes]"})
             strSQL += column;
         strSQL += " ) ";
         strSQL += " VALUES (";

@@ -25,7 +25,7 @@ public:
 
     bool deletePatient(const clsPatientPtr& Patient, bool Silent);
     /// By key (empty search), phone ("#" anywhere) or last name, with a comma last and first name.
-    clsPatientPtr openPatient(std::int16_t PatientID, const QString& Search);
+    clsPatientPtr openPatient(std::int16_t key, const QString& Search);
     clsPatientPtr addPatient();
     /// Failures go to the caller.
     clsPatientPtr savePatient(const clsPatientPtr& Patient);

@@ -24,9 +24,8 @@ std::vector<GridColumn> searchColumns(const ResumeNext& step, const Recordset& r
                                       const ListMeasure& measure) {
     std::vector<GridColumn> columns(static_cast<std::size_t>(rows.fieldCount()));
     for (int field = 0; field < rows.fieldCount(); ++field)
-        step([&] {
-            columns[static_cast<std::size_t>(field)] = searchColumn(rows.fieldInfo(field), measure);
-        });
+        step(
+            [&] { columns[static_cast<std::size_t>(field)] = searchColumn(rows.fieldInfo(field), measure); });
     return columns;
 }
 

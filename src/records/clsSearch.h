@@ -10,6 +10,8 @@
 
 namespace sorvanto {
 
+using namespace Qt::StringLiterals;
+
 class clsSearch {
 public:
     /// X, Y in twips, 0 centres. The key, 0 when nothing was chosen.
@@ -21,7 +23,7 @@ public:
 private:
     QVariant m_id;
     bool m_succeed = false;
-    QString m_formCaption = QStringLiteral("Search Records");
+    QString m_formCaption = u"Search Records"_s;
 };
 
 /// The shared search of basMain, created on first use.

@@ -21,9 +21,7 @@ namespace {
 
 QPointer<frmSearchRS> shared;
 
-bool isTextType(int type) {
-    return type == 202 || type == 203 || type == 129 || type == 200;
-}
+bool isTextType(int type) { return type == 202 || type == 203 || type == 129 || type == 200; }
 
 /// The first visible column of text, -1 when there is none.
 int typedColumn(const platform::Recordset& rows) {
@@ -41,85 +39,82 @@ frmSearchRS& frmSearchRS::instance() {
     return *shared;
 }
 
-void frmSearchRS::unload() {
-    delete shared.data();
-}
+void frmSearchRS::unload() { delete shared.data(); }
 
 frmSearchRS::frmSearchRS(QWidget* parent)
-    : QDialog(parent), ui(std::make_unique<Ui::frmSearchRS>()), m_typeAhead(new ListTypeAhead(this)) {
-    ui->setupUi(this);
-    platform::makeCard(*ui->fraList);
-    ui->lblCount->setProperty("quiet", true);
-    ui->lblTyped->setProperty("heading", true);
-    ui->lblTyped->setTextFormat(Qt::PlainText);
-    ui->TDBList1->setAllowUpdate(false);
-    ui->TDBList1->installEventFilter(this);
-    connect(ui->cmdOK, &QPushButton::clicked, this, &frmSearchRS::cmdOK_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmSearchRS::cmdCancel_Click);
-    connect(ui->TDBList1, &QTableView::doubleClicked, this, &frmSearchRS::TDBList1_DblClick);
-    connect(ui->TDBList1, &QTableView::clicked, m_typeAhead, &ListTypeAhead::clear);
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmSearchRS>()), m_typeAhead(new ListTypeAhead(this)) {
+    m_ui->setupUi(this);
+    platform::makeCard(*m_ui->fraList);
+    m_ui->lblCount->setProperty("quiet", true);
+    m_ui->lblTyped->setProperty("heading", true);
+    m_ui->lblTyped->setTextFormat(Qt::PlainText);
+    m_ui->TDBList1->setAllowUpdate(false);
+    m_ui->TDBList1->installEventFilter(this);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmSearchRS::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmSearchRS::cmdCancel_Click);
+    connect(m_ui->TDBList1, &QTableView::doubleClicked, this, &frmSearchRS::TDBList1_DblClick);
+    connect(m_ui->TDBList1, &QTableView::clicked, m_typeAhead, &ListTypeAhead::clear);
     connect(m_typeAhead, &ListTypeAhead::found, this, &frmSearchRS::goToRow);
-    connect(m_typeAhead, &ListTypeAhead::wordChanged, ui->lblTyped, &QLabel::setText);
+    connect(m_typeAhead, &ListTypeAhead::wordChanged, m_ui->lblTyped, &QLabel::setText);
     Form_Load();
 }
 
-frmSearchRS::~frmSearchRS() {
-    ui->TDBList1->removeEventFilter(this);
-}
+frmSearchRS::~frmSearchRS() { m_ui->TDBList1->removeEventFilter(this); }
 
 void frmSearchRS::Form_Load() {
     guarded("frmSearchRS:Form_Load", [&] {
-        ui->cmdOK->setText(translated("OK"));
-        ui->cmdCancel->setText(translated("Cancel"));
+        m_ui->cmdOK->setText(translated("OK"));
+        m_ui->cmdCancel->setText(translated("Cancel"));
         setWindowTitle(translated("Search Records"));
-        ui->TDBList1->setAccessibleName(windowTitle());
+        m_ui->TDBList1->setAccessibleName(windowTitle());
     });
 }
 
 void frmSearchRS::Form_Activate() {
     guarded("frmSearchRS:Form_Activate", [&] {
-        ui->TDBList1->scrollToTop();
-        ui->TDBList1->setFocus();
+        m_ui->TDBList1->scrollToTop();
+        m_ui->TDBList1->setFocus();
     });
 }
 
 void frmSearchRS::setRows(const platform::RecordsetPtr& rows) {
     m_rows = rows;
-    ui->TDBList1->setDataSource(rows);
+    m_ui->TDBList1->setDataSource(rows);
     m_typeAhead->setRows(rows, typedColumn(platform::deref(rows)));
-    connect(ui->TDBList1->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+    connect(m_ui->TDBList1->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmSearchRS::showPosition, Qt::UniqueConnection);
-    ui->TDBList1->clearSelection();  // nothing is chosen for the user
+    m_ui->TDBList1->clearSelection();  // nothing is chosen for the user
     showPosition();
 }
 
 void frmSearchRS::setColumns(std::vector<platform::GridColumn> columns) {
     if (!columns.empty())
         columns.front().hidden = true;
-    ui->TDBList1->setColumns(std::move(columns));
-    ui->TDBList1->clearSelection();
+    m_ui->TDBList1->setColumns(std::move(columns));
+    m_ui->TDBList1->clearSelection();
 }
 
 ListMeasure frmSearchRS::measure() const {
-    const int character = ui->TDBList1->fontMetrics().averageCharWidth() + 1;
+    const int character = m_ui->TDBList1->fontMetrics().averageCharWidth() + 1;
     return {character, 22 * character};  // the default holds a date with its time
 }
 
 int frmSearchRS::currentRow() const {
-    const auto* selection = ui->TDBList1->selectionModel();
+    const auto* selection = m_ui->TDBList1->selectionModel();
     return selection && selection->hasSelection() ? selection->selectedIndexes().front().row() : -1;
 }
 
 void frmSearchRS::goToRow(int row) {
-    ui->TDBList1->selectRow(row);
-    ui->TDBList1->scrollTo(ui->TDBList1->model()->index(row, std::max(1, ui->TDBList1->currentIndex().column())));
+    m_ui->TDBList1->selectRow(row);
+    m_ui->TDBList1->scrollTo(
+        m_ui->TDBList1->model()->index(row, std::max(1, m_ui->TDBList1->currentIndex().column())));
 }
 
 void frmSearchRS::showPosition() {
     const QLocale locale;
     const QString count = locale.toString(static_cast<qlonglong>(m_rows ? m_rows->recordCount() : 0));
     const int row = currentRow();
-    ui->lblCount->setText(row < 0 ? count : locale.toString(row + 1) + " / " + count);
+    m_ui->lblCount->setText(row < 0 ? count : locale.toString(row + 1) + " / " + count);
 }
 
 void frmSearchRS::cmdOK_Click() {
@@ -147,9 +142,7 @@ void frmSearchRS::cmdCancel_Click() {
     });
 }
 
-void frmSearchRS::reject() {
-    cmdCancel_Click();
-}
+void frmSearchRS::reject() { cmdCancel_Click(); }
 
 void frmSearchRS::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
@@ -157,7 +150,7 @@ void frmSearchRS::showEvent(QShowEvent* event) {
 }
 
 bool frmSearchRS::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui->TDBList1 && event->type() == QEvent::KeyPress)
+    if (watched == m_ui->TDBList1 && event->type() == QEvent::KeyPress)
         return takeKey(static_cast<QKeyEvent&>(*event));
     return QDialog::eventFilter(watched, event);
 }

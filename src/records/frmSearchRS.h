@@ -56,7 +56,7 @@ private:
     void goToRow(int row);
     void showPosition();
 
-    std::unique_ptr<Ui::frmSearchRS> ui;
+    std::unique_ptr<Ui::frmSearchRS> m_ui;
     ListTypeAhead* m_typeAhead;
     platform::RecordsetPtr m_rows;
     QVariant m_id;

@@ -34,28 +34,28 @@ BatchSheet::BatchSheet(const char* name, std::vector<platform::Section> sections
 
 void BatchSheet::translateSheet(const char* titleKey, const char* quantityKey) {
     translateCaptions(*this, {
-        {"txtTitle", titleKey},
-        {"lblDateMade", "Date Made"},
-        {"lblInitials", "Made by"},
-        {"lblVerified", "Verified"},
-        {"lblMakeQTY", quantityKey},
-        {"lblfrm_Cost", "Cost"},
-        {"lblfrm_AWP", "AWP"},
-        {"lblIngredients", "Chemical Ingredients"},
-        {"lblchm_Name", "Chemical"},
-        {"lblchm_Form", "Form"},
-        {"lblchm_QTY", "Quantity"},
-        {"lblchm_Unit", "Units"},
-        {"lblchm_Lot", "Lot #"},
-        {"lblchm_Supplier", "Supplier"},
-        {"lblchm_Cost", "Cost"},
-        {"lblchm_Notes", "Notes"},
-        {"lblfrm_Desc", "Description"},
-        {"lblfrm_Instructions", "Instructions"},
-        {"lbllog_Lot", "Lot #"},
-        {"lblExpDate", "Exp. Date"},
-        {"lblWarning", "Worksheet Warning"},
-    });
+                                 {"txtTitle", titleKey},
+                                 {"lblDateMade", "Date Made"},
+                                 {"lblInitials", "Made by"},
+                                 {"lblVerified", "Verified"},
+                                 {"lblMakeQTY", quantityKey},
+                                 {"lblfrm_Cost", "Cost"},
+                                 {"lblfrm_AWP", "AWP"},
+                                 {"lblIngredients", "Chemical Ingredients"},
+                                 {"lblchm_Name", "Chemical"},
+                                 {"lblchm_Form", "Form"},
+                                 {"lblchm_QTY", "Quantity"},
+                                 {"lblchm_Unit", "Units"},
+                                 {"lblchm_Lot", "Lot #"},
+                                 {"lblchm_Supplier", "Supplier"},
+                                 {"lblchm_Cost", "Cost"},
+                                 {"lblchm_Notes", "Notes"},
+                                 {"lblfrm_Desc", "Description"},
+                                 {"lblfrm_Instructions", "Instructions"},
+                                 {"lbllog_Lot", "Lot #"},
+                                 {"lblExpDate", "Exp. Date"},
+                                 {"lblWarning", "Worksheet Warning"},
+                             });
     translateStoreBlock(*this);
     caption = control("txtTitle").text;
 }
@@ -66,9 +66,7 @@ void BatchSheet::setLines(const platform::RecordsetPtr& lines) {
     setRows(lines);
 }
 
-bool BatchSheet::hasLine() const {
-    return rows() && !rows()->eof() && !rows()->bof();
-}
+bool BatchSheet::hasLine() const { return rows() && !rows()->eof() && !rows()->bof(); }
 
 // The lines belong to a screen's record, whose grid may move them between two pages: the place is kept here.
 void BatchSheet::fetchData(bool& eof) {
@@ -87,9 +85,7 @@ void BatchSheet::pageHeaderFormat() {
     fillPageHeader();
 }
 
-void BatchSheet::pageFooterFormat() {
-    fillStoreBlock(*this);
-}
+void BatchSheet::pageFooterFormat() { fillStoreBlock(*this); }
 
 platform::Control sheetCaption(const char* name, int left, int top, int width, const char* text, int height) {
     return platform::label(name, left, top, width, height, text).points(captionPoints).bold();
@@ -129,13 +125,15 @@ platform::Section batchDetail(int height, std::vector<platform::Control> control
 }
 
 platform::Section batchGroupFooter(int height, int instructionsTop) {
-    return {platform::SectionKind::GroupFooter, height, {
-        platform::line("Line3", 180, 0, 11340),
-        sheetCaption("lblfrm_Desc", 0, 180, 1170, "Description"),
-        platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
-        sheetCaption("lblfrm_Instructions", 0, instructionsTop, 1890, "Instructions"),
-        platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
-    }};
+    return {platform::SectionKind::GroupFooter,
+            height,
+            {
+                platform::line("Line3", 180, 0, 11340),
+                sheetCaption("lblfrm_Desc", 0, 180, 1170, "Description"),
+                platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
+                sheetCaption("lblfrm_Instructions", 0, instructionsTop, 1890, "Instructions"),
+                platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
+            }};
 }
 
 platform::Section batchPageFooter(int height, std::vector<platform::Control> lotBlock) {

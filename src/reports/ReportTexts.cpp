@@ -37,16 +37,12 @@ void setSystemMoney(platform::Report& report, const char* name, platform::Curren
     report.setValue(name, QVariant::fromValue(value), picture, shown(value));
 }
 
-QString optionsPricePicture() {
-    return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-}
+QString optionsPricePicture() { return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00"; }
 
 QString reportDates(const QDateTime& begin, const QDateTime& end) {
     return translated("Report Dates") + ": " + platform::dateText(begin) + " -- " + platform::dateText(end);
 }
 
-QString boundText(const QDateTime& date) {
-    return platform::formatDate(date, "MM-DD-YYYY");
-}
+QString boundText(const QDateTime& date) { return platform::formatDate(date, "MM-DD-YYYY"); }
 
 }  // namespace sorvanto

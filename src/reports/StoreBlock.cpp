@@ -41,8 +41,8 @@ void fillStoreBlock(platform::Report& report) {
     clsOptions& options = platform::deref(basMain::Options);
     report.setText("txtStore", options.StoreName());
     report.setText("txtAdd1", options.Address());
-    report.setText("txtCity", trimmed(options.City()) + ", " + trimmed(options.State()) + "     "
-                                  + trimmed(options.Zip()));
+    report.setText("txtCity", trimmed(options.City()) + ", " + trimmed(options.State()) + "     " +
+                                  trimmed(options.Zip()));
     report.setText("txtPhone", options.Phone());
     report.setText("txtFax", options.Fax());
     report.setText("txtDEA", options.DEA());

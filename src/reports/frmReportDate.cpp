@@ -3,9 +3,9 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/widgets/Calendar.h"
-#include "ui_frmReportDate.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
+#include "ui_frmReportDate.h"
 
 #include <QCalendarWidget>
 #include <QRegularExpression>
@@ -21,10 +21,11 @@ QString pickerFormat(const QLocale& locale) {
 
 }  // namespace
 
-frmReportDate::frmReportDate(QWidget* parent) : ModalForm(parent), ui(std::make_unique<Ui::frmReportDate>()) {
-    ui->setupUi(this);
-    connect(ui->cmdOK, &QPushButton::clicked, this, &frmReportDate::cmdOK_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmReportDate::cmdCancel_Click);
+frmReportDate::frmReportDate(QWidget* parent)
+    : ModalForm(parent), m_ui(std::make_unique<Ui::frmReportDate>()) {
+    m_ui->setupUi(this);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmReportDate::cmdOK_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmReportDate::cmdCancel_Click);
     Form_Load();
 }
 
@@ -34,14 +35,14 @@ frmReportDate::~frmReportDate() = default;
 void frmReportDate::Form_Load() {
     guarded("frmReportDate:Form_Load", [&] {
         const QDateTime now = platform::now();
-        for (QDateTimeEdit* picker : {ui->dtBegin, ui->dtEnd}) {
+        for (QDateTimeEdit* picker : {m_ui->dtBegin, m_ui->dtEnd}) {
             picker->setTimeSpec(Qt::UTC);
             picker->setLocale(platform::systemLocale());
             picker->setDisplayFormat(pickerFormat(platform::systemLocale()));
             platform::dressCalendar(*picker->calendarWidget());
         }
-        ui->dtBegin->setDateTime(now.addMonths(-1));
-        ui->dtEnd->setDateTime(now);
+        m_ui->dtBegin->setDateTime(now.addMonths(-1));
+        m_ui->dtEnd->setDateTime(now);
         translateForm();
     });
 }
@@ -49,19 +50,15 @@ void frmReportDate::Form_Load() {
 // "Cancel" stays in English.
 void frmReportDate::translateForm() {
     guarded("frmReportDate:translateForm", [&] {
-        ui->lblBegin->setText(translated("Begin Date"));
-        ui->lblEnd->setText(translated("End Date"));
-        ui->cmdOK->setText(translated("OK"));
+        m_ui->lblBegin->setText(translated("Begin Date"));
+        m_ui->lblEnd->setText(translated("End Date"));
+        m_ui->cmdOK->setText(translated("OK"));
     });
 }
 
-QDateTime frmReportDate::beginDate() const {
-    return ui->dtBegin->dateTime();
-}
+QDateTime frmReportDate::beginDate() const { return m_ui->dtBegin->dateTime(); }
 
-QDateTime frmReportDate::endDate() const {
-    return ui->dtEnd->dateTime();
-}
+QDateTime frmReportDate::endDate() const { return m_ui->dtEnd->dateTime(); }
 
 void frmReportDate::cmdOK_Click() {
     guarded("frmReportDate:cmdOK_Click", [&] {

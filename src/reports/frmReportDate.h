@@ -30,7 +30,7 @@ private:
     void cmdOK_Click();
     void cmdCancel_Click();
 
-    std::unique_ptr<Ui::frmReportDate> ui;
+    std::unique_ptr<Ui::frmReportDate> m_ui;
     bool m_cancelled = false;
 };
 

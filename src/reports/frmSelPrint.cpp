@@ -2,10 +2,12 @@
 
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
-#include "ui_frmSelPrint.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmSelPrint.h"
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
@@ -14,19 +16,17 @@ namespace {
 constexpr int sheetColumns = 3, sheetRows = 10;
 constexpr int positionWidth = 1000, positionHeight = 500, baseTop = 1500;
 
-int pixels(int twips) {
-    return qRound(twips / 15.0);
-}
+int pixels(int twips) { return qRound(twips / 15.0); }
 
 }  // namespace
 
 frmSelPrint::frmSelPrint(QWidget* parent)
-    : ModalForm(parent), ui(std::make_unique<Ui::frmSelPrint>()), cmdPosition(1, nullptr) {
-    ui->setupUi(this);
-    ui->txtLabels->setFormats("####0", "####0");
-    ui->txtLabels->setBounds(1, 99999);
-    ui->txtLabels->setValue(1.0);
-    connect(ui->txtLabels, &platform::NumberBox::valueEdited, this, &frmSelPrint::txtLabels_Change);
+    : ModalForm(parent), m_ui(std::make_unique<Ui::frmSelPrint>()), cmdPosition(1, nullptr) {
+    m_ui->setupUi(this);
+    m_ui->txtLabels->setFormats("####0", "####0");
+    m_ui->txtLabels->setBounds(1, 99999);
+    m_ui->txtLabels->setValue(1.0);
+    connect(m_ui->txtLabels, &platform::NumberBox::valueEdited, this, &frmSelPrint::txtLabels_Change);
     Form_Load();
 }
 
@@ -36,9 +36,9 @@ void frmSelPrint::Form_Load() {
     guarded("frmSelPrint:Form_Load", [&] {
         translateForm();
         basMain::labelsCancelled = true;
-        ui->lblNum->setGeometry(0, pixels(120), pixels(3000), pixels(360));
-        ui->txtLabels->setGeometry(0, pixels(480), pixels(1000), pixels(360));
-        ui->lblStart->setGeometry(0, pixels(840), pixels(3000), pixels(baseTop - 840));
+        m_ui->lblNum->setGeometry(0, pixels(120), pixels(3000), pixels(360));
+        m_ui->txtLabels->setGeometry(0, pixels(480), pixels(1000), pixels(360));
+        m_ui->lblStart->setGeometry(0, pixels(840), pixels(3000), pixels(baseTop - 840));
         m_numLabels = 1;
         for (int row = 0; row < sheetRows; ++row)
             for (int column = 0; column < sheetColumns; ++column)
@@ -48,8 +48,8 @@ void frmSelPrint::Form_Load() {
 
 void frmSelPrint::translateForm() {
     guarded("frmSelPrint:translateForm", [&] {
-        ui->lblNum->setText(translated("Number of Labels"));
-        ui->lblStart->setText(translated("Select start position for labels"));
+        m_ui->lblNum->setText(translated("Number of Labels"));
+        m_ui->lblStart->setText(translated("Select start position for labels"));
         setWindowTitle(translated("Print Labels"));
     });
 }
@@ -57,16 +57,17 @@ void frmSelPrint::translateForm() {
 void frmSelPrint::AddControl(int column, int row) {
     guarded("frmSelPrint:AddControl", [&] {
         const int index = static_cast<int>(cmdPosition.size());
-        const QString tag = QString("%1,%2").arg(column).arg(row);
-        auto* button = new QPushButton(QString::number(index), ui->fraSheet);
-        button->setObjectName(QString("cmdPosition_%1").arg(index));
+        const QString tag = u"%1,%2"_s.arg(column).arg(row);
+        auto* button = new QPushButton(QString::number(index), m_ui->fraSheet);
+        button->setObjectName(u"cmdPosition_%1"_s.arg(index));
         button->setProperty("tag", tag);
         button->setAutoDefault(false);
-        button->setAccessibleName(ui->lblStart->text() + " " + button->text());
+        button->setAccessibleName(m_ui->lblStart->text() + " " + button->text());
         const int left = column * positionWidth, top = row * positionHeight + baseTop;
         const QPoint corner(pixels(left), pixels(top));
-        button->setGeometry({corner, QPoint(pixels(left + positionWidth) - 1, pixels(top + positionHeight) - 1)});
-        ui->fraSheet->setFixedSize(pixels(left + positionWidth + 100), pixels(top + positionHeight + 500));
+        button->setGeometry(
+            {corner, QPoint(pixels(left + positionWidth) - 1, pixels(top + positionHeight) - 1)});
+        m_ui->fraSheet->setFixedSize(pixels(left + positionWidth + 100), pixels(top + positionHeight + 500));
         connect(button, &QPushButton::clicked, this, [this, tag] { cmdPosition_Click(tag); });
         cmdPosition.push_back(button);
     });
@@ -75,18 +76,18 @@ void frmSelPrint::AddControl(int column, int row) {
 void frmSelPrint::onActivate() {
     guarded("frmSelPrint:Form_Activate", [&] {
         basMain::labelsCancelled = true;
-        for (QWidget* control : {static_cast<QWidget*>(ui->lblStart), static_cast<QWidget*>(ui->txtLabels),
-                                 static_cast<QWidget*>(ui->lblNum)})
-            control->move((ui->fraSheet->width() - control->width()) / 2, control->y());
-        ui->txtLabels->setFocus();
-        ui->txtLabels->selectAll();
+        for (QWidget* control : {static_cast<QWidget*>(m_ui->lblStart),
+                                 static_cast<QWidget*>(m_ui->txtLabels), static_cast<QWidget*>(m_ui->lblNum)})
+            control->move((m_ui->fraSheet->width() - control->width()) / 2, control->y());
+        m_ui->txtLabels->setFocus();
+        m_ui->txtLabels->selectAll();
     });
 }
 
 // A number that 16 bits can't hold leaves the former one, without a word.
 void frmSelPrint::txtLabels_Change() {
     try {
-        m_numLabels = platform::toInt16(ui->txtLabels->text());
+        m_numLabels = platform::toInt16(m_ui->txtLabels->text());
     } catch (const platform::RuntimeError&) {
     }
 }
@@ -94,7 +95,7 @@ void frmSelPrint::txtLabels_Change() {
 // The tag is read by one character each, which is why a sheet has at most ten rows and columns.
 void frmSelPrint::cmdPosition_Click(const QString& tag) {
     guarded("frmSelPrint:cmdPosition_Click", [&] {
-        if (!ui->txtLabels->acceptable())
+        if (!m_ui->txtLabels->acceptable())
             return;
         m_row = static_cast<std::int16_t>(platform::leadingNumber(tag.right(1)) + 1);
         m_column = static_cast<std::int16_t>(platform::leadingNumber(tag.left(1)) + 1);

@@ -41,7 +41,7 @@ private:
     void txtLabels_Change();
     void cmdPosition_Click(const QString& tag);
 
-    std::unique_ptr<Ui::frmSelPrint> ui;
+    std::unique_ptr<Ui::frmSelPrint> m_ui;
     std::vector<QPushButton*> cmdPosition;  ///< members 1 to 30; member 0 is the design's own, never shown
     std::int16_t m_numLabels = 0, m_row = 0, m_column = 0;
 };

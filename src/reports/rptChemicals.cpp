@@ -4,6 +4,8 @@
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -20,17 +22,17 @@ struct ListColumn {
 };
 
 constexpr ListColumn columns[] = {
-    {"chm_Name", "Name", 0, 2700, false},      {"chm_Form", "Form", 2700, 1260, true},
-    {"chm_Units", "Unit", 3960, 900, true},    {"chm_NDC", "NDC", 4860, 1170, true},
-    {"chm_Lot", "Lot", 6030, 1170, true},      {"chm_Cost", "Cost", 7200, 900, true},
-    {"chm_AWP", "AWP", 8100, 810, true},       {"chm_Supplier", "Supplier", 8910, 1890, false},
+    {"chm_Name", "Name", 0, 2700, false},   {"chm_Form", "Form", 2700, 1260, true},
+    {"chm_Units", "Unit", 3960, 900, true}, {"chm_NDC", "NDC", 4860, 1170, true},
+    {"chm_Lot", "Lot", 6030, 1170, true},   {"chm_Cost", "Cost", 7200, 900, true},
+    {"chm_AWP", "AWP", 8100, 810, true},    {"chm_Supplier", "Supplier", 8910, 1890, false},
 };
 
 platform::Section headings() {
     platform::Section section{platform::SectionKind::PageHeader, 375, {}};
     for (const ListColumn& column : columns) {
-        Control& head = section.controls.emplace_back(
-            heading(QString("lbl") + column.name, column.left, 0, column.width));
+        Control& head =
+            section.controls.emplace_back(heading(u"lbl"_s + column.name, column.left, 0, column.width));
         if (column.centred)
             head.centre();
     }
@@ -42,8 +44,9 @@ platform::Section chemicalRow() {
     platform::Section section{platform::SectionKind::Detail, 465, {}};
     for (const ListColumn& column : columns) {
         Control& text = section.controls.emplace_back(
-            field(QString("txtChemical_") + column.name, column.left, 90, column.width, 270)
-                .bound(column.name).font(detailFamily, 9));
+            field(u"txtChemical_"_s + column.name, column.left, 90, column.width, 270)
+                .bound(column.name)
+                .font(detailFamily, 9));
         if (column.centred)
             text.centre();
     }
@@ -78,7 +81,7 @@ void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
 void rptChemicals::translateForm() {
     translateListHead(*this, "Chemicals Report", "Chemical List - Sorvanto");
     for (const ListColumn& column : columns)
-        setText(QString("lbl") + column.name, translated(column.key));
+        setText(u"lbl"_s + column.name, translated(column.key));
 }
 
 void rptChemicals::reportStart() {

@@ -35,8 +35,14 @@ std::vector<Control> groupHeaderControls() {
         line("Line2", 90, 810, 11340),
         sheetCaption("lblIngredients", 0, 810, 3468, "Chemical Ingredients", 250),
     };
-    addColumnHeads(controls, {.name = 180, .form = 2970, .quantity = 3510, .unit = 4410, .lot = 5040,
-                              .supplier = 6120, .cost = 7200, .notes = 8100});
+    addColumnHeads(controls, {.name = 180,
+                              .form = 2970,
+                              .quantity = 3510,
+                              .unit = 4410,
+                              .lot = 5040,
+                              .supplier = 6120,
+                              .cost = 7200,
+                              .notes = 8100});
     return controls;
 }
 
@@ -44,22 +50,24 @@ std::vector<platform::Section> worksheet() {
     return {
         batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold()}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
-        batchDetail(270, {
-            field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name"),
-            field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
-            field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
-            field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units"),
-            line("Line5", 5040, 180, 6030),
-            line("Line6", 6120, 180, 7110),
-            field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),
-            field("txtchm_Notes", 8100, 0, 3240, 270).bound("chm_Notes"),
-        }),
+        batchDetail(270,
+                    {
+                        field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name"),
+                        field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
+                        field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
+                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units"),
+                        line("Line5", 5040, 180, 6030),
+                        line("Line6", 6120, 180, 7110),
+                        field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),
+                        field("txtchm_Notes", 8100, 0, 3240, 270).bound("chm_Notes"),
+                    }),
         batchGroupFooter(1125, 540),
-        batchPageFooter(2475, {
-            box("Shape1", 180, 180, 3960, 270),
-            label("lbllog_Lot", 180, 180, 1080, 270, "Lot #").indented(textGap),
-            label("lblExpDate", 1980, 180, 1080, 270, "Exp Date:"),
-        }),
+        batchPageFooter(2475,
+                        {
+                            box("Shape1", 180, 180, 3960, 270),
+                            label("lbllog_Lot", 180, 180, 1080, 270, "Lot #").indented(textGap),
+                            label("lblExpDate", 1980, 180, 1080, 270, "Exp Date:"),
+                        }),
     };
 }
 
@@ -75,9 +83,9 @@ void rptFormula::setFormula(const clsFormulaPtr& formula) {
 
 void rptFormula::fillPageHeader() {
     const clsFormula& formula = platform::deref(m_formula);
-    setText("txtFormulaName", translated("Formula Name: ") + " " + platform::trimmed(formula.frm_Name) + " "
-                                  + platform::trimmed(formula.frm_Strength) + " "
-                                  + basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+    setText("txtFormulaName", translated("Formula Name: ") + " " + platform::trimmed(formula.frm_Name) + " " +
+                                  platform::trimmed(formula.frm_Strength) + " " +
+                                  basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
 }
 
 // Money here follows the system's locale, not the currency of the options.

@@ -19,17 +19,20 @@ platform::ReportDefinition jarUsage() {
     definition.name = "rptJarUsage";
     definition.sections = {
         listHead(platform::SectionKind::PageHeader, 2040,
-                 {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270}, {
-            field("txtReportDate", 90, 1170, 5310, 270).points(datePoints),
-            label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
-            label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
-            line("Line1", 0, 1980, 10800),
-        }),
-        {platform::SectionKind::Detail, 570, {
-            field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold(),
-            field("txtUsed", 9090, 90, 1260, 360).points(14.5).bold().right(),
-            line("Line2", 0, 540, 10800),
-        }},
+                 {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270},
+                 {
+                     field("txtReportDate", 90, 1170, 5310, 270).points(datePoints),
+                     label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
+                     label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
+                     line("Line1", 0, 1980, 10800),
+                 }),
+        {platform::SectionKind::Detail,
+         570,
+         {
+             field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold(),
+             field("txtUsed", 9090, 90, 1260, 360).points(14.5).bold().right(),
+             line("Line2", 0, 540, 10800),
+         }},
         {platform::SectionKind::PageFooter, 360, {}},
     };
     return definition;
@@ -51,8 +54,9 @@ void rptJarUsage::JarID(int value) {
     translateForm();
     const auto counts = platform::Recordset::create();
     counts->open("SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT "
-                 "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#" + boundText(m_range.begin)
-                     + "#  and FLT.Log_Date<=#" + boundText(m_range.end) + "#]. AS LT group by LT.log_JarSize",
+                 "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#" +
+                     boundText(m_range.begin) + "#  and FLT.Log_Date<=#" + boundText(m_range.end) +
+                     "#]. AS LT group by LT.log_JarSize",
                  openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
     if (counts->recordCount() > 0) {
         setRows(counts);

@@ -21,21 +21,23 @@ platform::ReportDefinition batchLabels() {
     definition.detailColumns = 3;
     definition.stock = platform::LabelStock{};
     definition.sections = {
-        {platform::SectionKind::Detail, 1440, {
-            field("txtfrm_Name", 360, 180, 2520, 180).bold(),
-            field("txtfrm_Strength", 2880, 180, 900, 180),
-            field("txtlog_QTY", 360, 450, 1080, 180),
-            field("txtfrm_Form", 1530, 450, 1260, 180),
-            field("txtlog_Initials", 2790, 450, 360, 180),
-            field("txtlog_Verified", 3240, 450, 540, 180),
-            label("lbllog_Cost", 360, 630, 540, 180),
-            field("txtlog_Cost", 900, 630, 1080, 180),
-            label("lbllog_AWP", 2160, 630, 540, 180),
-            field("txtlog_AWP", 2700, 630, 1080, 180),
-            label("lbllog_Lot", 360, 810, 540, 180, "Lot #"),
-            field("txtlog_Lot", 1080, 810, 2700, 180),
-            barCode("lbllog_LotbarCode", 360, 990, 3420, 180, "0303A0000100"),
-        }},
+        {platform::SectionKind::Detail,
+         1440,
+         {
+             field("txtfrm_Name", 360, 180, 2520, 180).bold(),
+             field("txtfrm_Strength", 2880, 180, 900, 180),
+             field("txtlog_QTY", 360, 450, 1080, 180),
+             field("txtfrm_Form", 1530, 450, 1260, 180),
+             field("txtlog_Initials", 2790, 450, 360, 180),
+             field("txtlog_Verified", 3240, 450, 540, 180),
+             label("lbllog_Cost", 360, 630, 540, 180),
+             field("txtlog_Cost", 900, 630, 1080, 180),
+             label("lbllog_AWP", 2160, 630, 540, 180),
+             field("txtlog_AWP", 2700, 630, 1080, 180),
+             label("lbllog_Lot", 360, 810, 540, 180, "Lot #"),
+             field("txtlog_Lot", 1080, 810, 2700, 180),
+             barCode("lbllog_LotbarCode", 360, 990, 3420, 180, "0303A0000100"),
+         }},
     };
     return definition;
 }

@@ -24,33 +24,33 @@ platform::ReportDefinition prescriptionLabels() {
     definition.detailColumns = 3;
     definition.stock = platform::LabelStock{};
     definition.sections = {
-        {platform::SectionKind::Detail, 1470, {
-            field("txtPharmacy", 360, 90, 1080, 180).points(6).centre(),
-            label("lblLot", 2070, 90, 450, 180),
-            field("txtLot", 2520, 90, 1260, 180),
-            field("txtContact", 360, 270, 3420, 180).points(6).centre(),
-            field("txtRXNum", 360, 540, 1080, 180),
-            field("lblDR", 1440, 540, 360, 180),
-            field("txtDoctor", 1800, 540, 1980, 180),
-            field("txtName", 360, 720, 2610, 180),
-            field("txtDate", 2970, 720, 810, 180),
-            field("txtConsult", 360, 900, 3420, 180),
-            field("txtDrug", 360, 1080, 2970, 270).points(8.5).bold(),
-            field("txtQTY", 3330, 1080, 450, 270).points(8.5).bold(),
-        }},
+        {platform::SectionKind::Detail,
+         1470,
+         {
+             field("txtPharmacy", 360, 90, 1080, 180).points(6).centre(),
+             label("lblLot", 2070, 90, 450, 180),
+             field("txtLot", 2520, 90, 1260, 180),
+             field("txtContact", 360, 270, 3420, 180).points(6).centre(),
+             field("txtRXNum", 360, 540, 1080, 180),
+             field("lblDR", 1440, 540, 360, 180),
+             field("txtDoctor", 1800, 540, 1980, 180),
+             field("txtName", 360, 720, 2610, 180),
+             field("txtDate", 2970, 720, 810, 180),
+             field("txtConsult", 360, 900, 3420, 180),
+             field("txtDrug", 360, 1080, 2970, 270).points(8.5).bold(),
+             field("txtQTY", 3330, 1080, 450, 270).points(8.5).bold(),
+         }},
     };
     return definition;
 }
 
 // The lot and its caption stay on show at skipped positions.
-const char* const steppedControls[] = {"txtPharmacy", "txtContact", "txtConsult", "txtDate", "txtDoctor",
+const char* const steppedControls[] = {"txtPharmacy", "txtContact", "txtConsult", "txtDate",  "txtDoctor",
                                        "txtDrug",     "txtName",    "txtQTY",     "txtRXNum", "lblDR"};
 
 }  // namespace
 
-rptRX8160::rptRX8160() : Report(prescriptionLabels()), m_positions(0, 0, 0) {
-    caption = translated("Label");
-}
+rptRX8160::rptRX8160() : Report(prescriptionLabels()), m_positions(0, 0, 0) { caption = translated("Label"); }
 
 void rptRX8160::setRX(const platform::RecordsetPtr& prescription) {
     rs = prescription;
@@ -71,8 +71,8 @@ void rptRX8160::detailFormat() {
 void rptRX8160::fillPharmacy() {
     clsOptions& options = platform::deref(basMain::Options);
     setText("txtPharmacy", options.StoreName());
-    setText("txtContact", options.Address() + " " + options.City() + ", " + options.State() + " "
-                              + options.Zip() + " " + options.Phone());
+    setText("txtContact", options.Address() + " " + options.City() + ", " + options.State() + " " +
+                              options.Zip() + " " + options.Phone());
 }
 
 void rptRX8160::fillPrescription() {

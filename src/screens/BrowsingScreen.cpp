@@ -17,13 +17,9 @@ BrowsingScreen::BrowsingScreen(QString name, QString identifierStatement, QStrin
     setObjectName(m_name);
 }
 
-platform::Recordset& BrowsingScreen::identifiers() const {
-    return platform::deref(m_identifiers);
-}
+platform::Recordset& BrowsingScreen::identifiers() const { return platform::deref(m_identifiers); }
 
-std::int16_t BrowsingScreen::currentKey() const {
-    return platform::toInt16(identifiers().value(m_key));
-}
+std::int16_t BrowsingScreen::currentKey() const { return platform::toInt16(identifiers().value(m_key)); }
 
 void BrowsingScreen::getData() {
     guarded(tag("getData"), [&] {
@@ -37,9 +33,7 @@ void BrowsingScreen::openIdentifiers() {
     m_identifiers->open(m_statement, openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
 }
 
-void BrowsingScreen::testEmpty() {
-    m_empty = identifiers().recordCount() == 0;
-}
+void BrowsingScreen::testEmpty() { m_empty = identifiers().recordCount() == 0; }
 
 void BrowsingScreen::openFirst() {
     identifiers().moveFirst();
@@ -177,7 +171,8 @@ std::int16_t BrowsingScreen::closeForm() {
     return guarded(tag("closeForm"), std::int16_t(0), [&] {
         if (m_locked)
             return std::int16_t(0);
-        const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+        const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                       true};
         const platform::Answer answer =
             platform::MsgBox(translated(saveQuestion()), style, translated("Save Data?"));
         if (answer == platform::Answer::Yes)

@@ -12,10 +12,14 @@ namespace {
 
 bool isOn(ToolRule rule, bool locked) {
     switch (rule) {
-    case ToolRule::On: return true;
-    case ToolRule::Locked: return locked;
-    case ToolRule::Unlocked: return !locked;
-    case ToolRule::Off: break;
+    case ToolRule::On:
+        return true;
+    case ToolRule::Locked:
+        return locked;
+    case ToolRule::Unlocked:
+        return !locked;
+    case ToolRule::Off:
+        break;
     }
     return false;
 }

@@ -6,10 +6,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
 #include "screens/ToolStates.h"
-#include "ui_frmChemical.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmChemical.h"
 
 namespace sorvanto {
 namespace {
@@ -26,9 +26,9 @@ constexpr ScreenTools toolRules{
 };
 
 // "MCG" is offered twice.
-const char* const units[] = {"AMP",  "CAPS", "CC",  "DROP", "EACH", "GMS", "GR",  "GTTS", "IU",
-                             "LIT",  "LITR", "MCG", "MCG",  "MEQ",  "MGS", "MLS", "TABS", "VIAL"};
-const char* const forms[] = {"BOTTLE", "CAP", "CRM",  "CRYS", "CUBE",  "FLAKE", "GEL",  "GRAM",
+const char* const units[] = {"AMP", "CAPS", "CC",  "DROP", "EACH", "GMS", "GR",  "GTTS", "IU",
+                             "LIT", "LITR", "MCG", "MCG",  "MEQ",  "MGS", "MLS", "TABS", "VIAL"};
+const char* const forms[] = {"BOTTLE", "CAP",  "CRM", "CRYS",  "CUBE", "FLAKE", "GEL", "GRAM",
                              "INJ",    "LIQU", "PWD", "SOLID", "SOLN", "SUSP",  "TAB", "UNG"};
 
 template <std::size_t count>
@@ -42,11 +42,11 @@ void fill(platform::ChoiceBox& box, const char* const (&entries)[count]) {
 
 frmChemical::frmChemical(QWidget* parent)
     : BrowsingScreen("frmChemical", "SELECT ChemicalID FROM Chemical", "ChemicalID", {}, parent),
-      ui(std::make_unique<Ui::frmChemical>()), m_chemical(std::make_shared<clsChemical>()) {
-    ui->setupUi(this);
-    platform::makeCard(*ui->fraChemical);
-    ui->cbochm_Units->setBoxText("Select Units");
-    ui->cbochm_Form->setBoxText("Select Form");
+      m_ui(std::make_unique<Ui::frmChemical>()), m_chemical(std::make_shared<clsChemical>()) {
+    m_ui->setupUi(this);
+    platform::makeCard(*m_ui->fraChemical);
+    m_ui->cbochm_Units->setBoxText("Select Units");
+    m_ui->cbochm_Form->setBoxText("Select Form");
 }
 
 frmChemical::~frmChemical() = default;
@@ -63,27 +63,23 @@ void frmChemical::Form_Load() {
     });
 }
 
-void frmChemical::openRecord(std::int16_t key) {
-    m_chemical = clsChemical().openChemical(key, QString());
-}
+void frmChemical::openRecord(std::int16_t key) { m_chemical = clsChemical().openChemical(key, QString()); }
 
-QString frmChemical::nameShown() const {
-    return ui->txtchm_Name->text();
-}
+QString frmChemical::nameShown() const { return m_ui->txtchm_Name->text(); }
 
 void frmChemical::translateForm() {
     guarded("frmChemical:translateForm", [&] {
         const std::pair<QLabel*, const char*> labels[] = {
-            {ui->lblchm_Name, "Chemical Name"},    {ui->lblchm_NDC, "NDC"},
-            {ui->lblchm_Units, "Unit of Measure"}, {ui->lblchm_Form, "Chemical Form"},
-            {ui->lblchm_Lot, "Lot Number"},        {ui->lblchm_Supplier, "Supplier"},
-            {ui->lblchm_Price, "Cost per Unit"},   {ui->lblchm_AWP, "AWP per Unit"},
-            {ui->lblchm_Notes, "Notes"},
+            {m_ui->lblchm_Name, "Chemical Name"},    {m_ui->lblchm_NDC, "NDC"},
+            {m_ui->lblchm_Units, "Unit of Measure"}, {m_ui->lblchm_Form, "Chemical Form"},
+            {m_ui->lblchm_Lot, "Lot Number"},        {m_ui->lblchm_Supplier, "Supplier"},
+            {m_ui->lblchm_Price, "Cost per Unit"},   {m_ui->lblchm_AWP, "AWP per Unit"},
+            {m_ui->lblchm_Notes, "Notes"},
         };
         for (const auto& [label, text] : labels)
             label->setText(translated(text));
-        fill(*ui->cbochm_Units, units);
-        fill(*ui->cbochm_Form, forms);
+        fill(*m_ui->cbochm_Units, units);
+        fill(*m_ui->cbochm_Form, forms);
     });
 }
 
@@ -115,7 +111,7 @@ void frmChemical::addRecord() {
     refreshForm();
     getData();
     unlockForm();
-    ui->txtchm_Name->setFocus();
+    m_ui->txtchm_Name->setFocus();
 }
 
 void frmChemical::cancelEdit() {
@@ -147,41 +143,41 @@ void frmChemical::refreshForm() {
         const clsChemical& chemical = platform::deref(m_chemical);
         showCaption("Chemicals", chemical.chm_Name);
         const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-        ui->txtchm_AWP->setFormats(money, money);
-        ui->txtchm_AWP->setValue(chemical.chm_AWP);
-        ui->txtchm_Cost->setFormats(money, money);
-        ui->txtchm_Cost->setValue(chemical.chm_Cost);
-        ui->txtchm_Lot->setText(chemical.chm_Lot);
-        ui->txtchm_Name->setText(chemical.chm_Name);
-        ui->txtchm_NDC->setText(chemical.chm_NDC);
-        ui->txtchm_Notes->setText(chemical.chm_Notes);
-        ui->txtchm_Supplier->setText(chemical.chm_Supplier);
-        ui->cbochm_Form->setBoxText(chemical.chm_Form);
-        ui->cbochm_Units->setBoxText(chemical.chm_Units);
+        m_ui->txtchm_AWP->setFormats(money, money);
+        m_ui->txtchm_AWP->setValue(chemical.chm_AWP);
+        m_ui->txtchm_Cost->setFormats(money, money);
+        m_ui->txtchm_Cost->setValue(chemical.chm_Cost);
+        m_ui->txtchm_Lot->setText(chemical.chm_Lot);
+        m_ui->txtchm_Name->setText(chemical.chm_Name);
+        m_ui->txtchm_NDC->setText(chemical.chm_NDC);
+        m_ui->txtchm_Notes->setText(chemical.chm_Notes);
+        m_ui->txtchm_Supplier->setText(chemical.chm_Supplier);
+        m_ui->cbochm_Form->setBoxText(chemical.chm_Form);
+        m_ui->cbochm_Units->setBoxText(chemical.chm_Units);
     });
 }
 
 bool frmChemical::saveForm() {
     return guarded("frmChemical:saveForm", false, [&] {
-        if (ui->txtchm_Name->text().isEmpty()) {
+        if (m_ui->txtchm_Name->text().isEmpty()) {
             platform::MsgBox(translated("Chemical Name is required"));
             return false;
         }
         // A price that can't be read as one number is never guessed; its box shows the hint.
-        if (!ui->txtchm_AWP->acceptable() || !ui->txtchm_Cost->acceptable())
+        if (!m_ui->txtchm_AWP->acceptable() || !m_ui->txtchm_Cost->acceptable())
             return false;
         clsChemical& chemical = platform::deref(m_chemical);
-        chemical.chm_AWP = ui->txtchm_AWP->toCurrency();
-        chemical.chm_Cost = ui->txtchm_Cost->toCurrency();
-        if (ui->cbochm_Form->boxText() != translated("Select Form"))
-            chemical.chm_Form = ui->cbochm_Form->boxText();
-        chemical.chm_Lot = ui->txtchm_Lot->text();
-        chemical.chm_Name = ui->txtchm_Name->text();
-        chemical.chm_NDC = ui->txtchm_NDC->text();
-        chemical.chm_Notes = ui->txtchm_Notes->text();
-        chemical.chm_Supplier = ui->txtchm_Supplier->text();
-        if (ui->cbochm_Units->boxText() != translated("Select Units"))
-            chemical.chm_Units = ui->cbochm_Units->boxText();
+        chemical.chm_AWP = m_ui->txtchm_AWP->toCurrency();
+        chemical.chm_Cost = m_ui->txtchm_Cost->toCurrency();
+        if (m_ui->cbochm_Form->boxText() != translated("Select Form"))
+            chemical.chm_Form = m_ui->cbochm_Form->boxText();
+        chemical.chm_Lot = m_ui->txtchm_Lot->text();
+        chemical.chm_Name = m_ui->txtchm_Name->text();
+        chemical.chm_NDC = m_ui->txtchm_NDC->text();
+        chemical.chm_Notes = m_ui->txtchm_Notes->text();
+        chemical.chm_Supplier = m_ui->txtchm_Supplier->text();
+        if (m_ui->cbochm_Units->boxText() != translated("Select Units"))
+            chemical.chm_Units = m_ui->cbochm_Units->boxText();
         m_chemical = clsChemical().saveChemical(m_chemical);
         refreshForm();
         return true;

@@ -47,7 +47,7 @@ protected:
 private:
     void translateForm();
 
-    std::unique_ptr<Ui::frmChemical> ui;
+    std::unique_ptr<Ui::frmChemical> m_ui;
     clsChemicalPtr m_chemical;
 };
 

@@ -8,24 +8,24 @@
 #include "reports/ReportFlow.h"
 #include "screens/ControlWalk.h"
 #include "screens/ToolStates.h"
-#include "ui_frmCurrFormula.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmCurrFormula.h"
 
 namespace sorvanto {
 
 frmCurrFormula::frmCurrFormula(QWidget* parent)
-    : RecordScreen(parent), ui(std::make_unique<Ui::frmCurrFormula>()) {
-    ui->setupUi(this);
-    platform::makeCard(*ui->fraFormula);
-    platform::makeCard(*ui->fraIngredients);
-    ui->grdIngredients->setColumns({{.field = "chm_Name", .caption = "Name"},
-                                    {.field = "chm_NDC", .caption = "NDC", .width = 168},
-                                    {.field = "fch_Qty", .caption = "Qty", .width = 112},
-                                    {.field = "chm_Lot", .caption = "Lot", .width = 128},
-                                    {.field = "fch_QS", .caption = "QS", .width = 72}});
-    ui->grdIngredients->setAllowUpdate(false);
+    : RecordScreen(parent), m_ui(std::make_unique<Ui::frmCurrFormula>()) {
+    m_ui->setupUi(this);
+    platform::makeCard(*m_ui->fraFormula);
+    platform::makeCard(*m_ui->fraIngredients);
+    m_ui->grdIngredients->setColumns({{.field = "chm_Name", .caption = "Name"},
+                                      {.field = "chm_NDC", .caption = "NDC", .width = 168},
+                                      {.field = "fch_Qty", .caption = "Qty", .width = 112},
+                                      {.field = "chm_Lot", .caption = "Lot", .width = 128},
+                                      {.field = "fch_QS", .caption = "QS", .width = 72}});
+    m_ui->grdIngredients->setAllowUpdate(false);
     lockControls(*this, {}, true);
 }
 
@@ -37,12 +37,13 @@ void frmCurrFormula::Form_Load() {
 
 void frmCurrFormula::translateForm() {
     guarded("frmCurrFormula:translateForm", [&] {
-        ui->lblfrm_Name->setText(translated("Formula Name"));
-        ui->lblfrm_Type->setText(translated("Formula Type"));
-        ui->lblfrm_JarSize->setText(translated("Jar Size"));
-        ui->lblfrm_Instructions->setText(translated("Mix Notes"));
+        m_ui->lblfrm_Name->setText(translated("Formula Name"));
+        m_ui->lblfrm_Type->setText(translated("Formula Type"));
+        m_ui->lblfrm_JarSize->setText(translated("Jar Size"));
+        m_ui->lblfrm_Instructions->setText(translated("Mix Notes"));
         for (const char* caption : {"Name", "NDC", "Qty", "Lot", "QS"})
-            ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+            m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
+                                                  translated(caption));
     });
 }
 
@@ -96,11 +97,11 @@ void frmCurrFormula::refreshForm() {
     guarded("frmCurrFormula:refreshForm", [&] {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
-        ui->txtfrm_Instructions->setText(formula.frm_Instructions);
-        ui->txtfrm_Name->setText(formula.frm_Name);
-        ui->txtfrm_JarSize->setText(basMain::tableEntry(basMain::JarSizes, formula.frm_JarSize));
-        ui->txtfrm_Type->setText(basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
-        ui->grdIngredients->setDataSource(formula.Chemical);
+        m_ui->txtfrm_Instructions->setText(formula.frm_Instructions);
+        m_ui->txtfrm_Name->setText(formula.frm_Name);
+        m_ui->txtfrm_JarSize->setText(basMain::tableEntry(basMain::JarSizes, formula.frm_JarSize));
+        m_ui->txtfrm_Type->setText(basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+        m_ui->grdIngredients->setDataSource(formula.Chemical);
     });
 }
 

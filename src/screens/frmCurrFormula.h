@@ -39,7 +39,7 @@ protected:
 private:
     void translateForm();
 
-    std::unique_ptr<Ui::frmCurrFormula> ui;
+    std::unique_ptr<Ui::frmCurrFormula> m_ui;
     clsFormulaPtr m_formula;
 };
 

@@ -5,10 +5,10 @@
 #include "reports/ReportFlow.h"
 #include "reports/rptFormula.h"
 #include "screens/frmCurrFormula.h"
-#include "ui_frmCurrFormula.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmCurrFormula.h"
 
 namespace sorvanto {
 

@@ -11,11 +11,11 @@
 #include "platform/widgets/Theme.h"
 #include "screens/ToolStates.h"
 #include "screens/frmCurrFormula.h"
-#include "ui_frmFormula.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmFormula.h"
 
 namespace sorvanto {
 namespace {
@@ -38,21 +38,22 @@ constexpr ScreenTools toolRules{
 frmFormula::frmFormula(QWidget* parent)
     : BrowsingScreen("frmFormula", "SELECT FormulaID FROM Formula Order By frm_Name", "FormulaID",
                      {.grids = true, .upDowns = true, .buttons = true}, parent),
-      ui(std::make_unique<Ui::frmFormula>()), m_formula(std::make_shared<clsFormula>()) {
-    ui->setupUi(this);
-    platform::makeCard(*ui->fraFormula);
-    platform::makeCard(*ui->fraIngredients);
-    ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
-    ui->txtfrm_Quantity->setBounds(-1000, 1000);  // what is not above 0 is told when it is saved
-    ui->txtfrm_Cost->setBounds(0, 10000);
-    ui->txtfrm_AWP->setBounds(0, 10000);
-    ui->txtfrm_Units->setText("MLS");
-    ui->grdIngredients->setColumns({{.field = "FormChemID", .caption = "FormChemID", .hidden = true},
-                                    {.field = "chm_Name", .caption = "Name"},
-                                    {.field = "chm_Units", .caption = "Units", .width = 112},
-                                    {.field = "fch_Qty", .caption = "Qty", .width = 112, .editable = true},
-                                    {.field = "fch_QS", .caption = "QS", .width = 80, .editable = true},
-                                    {.field = "fch_Active", .caption = "Active", .width = 96, .editable = true}});
+      m_ui(std::make_unique<Ui::frmFormula>()), m_formula(std::make_shared<clsFormula>()) {
+    m_ui->setupUi(this);
+    platform::makeCard(*m_ui->fraFormula);
+    platform::makeCard(*m_ui->fraIngredients);
+    m_ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
+    m_ui->txtfrm_Quantity->setBounds(-1000, 1000);  // what is not above 0 is told when it is saved
+    m_ui->txtfrm_Cost->setBounds(0, 10000);
+    m_ui->txtfrm_AWP->setBounds(0, 10000);
+    m_ui->txtfrm_Units->setText("MLS");
+    m_ui->grdIngredients->setColumns(
+        {{.field = "FormChemID", .caption = "FormChemID", .hidden = true},
+         {.field = "chm_Name", .caption = "Name"},
+         {.field = "chm_Units", .caption = "Units", .width = 112},
+         {.field = "fch_Qty", .caption = "Qty", .width = 112, .editable = true},
+         {.field = "fch_QS", .caption = "QS", .width = 80, .editable = true},
+         {.field = "fch_Active", .caption = "Active", .width = 96, .editable = true}});
     setUpSteppers();
     connectControls();
 }
@@ -60,14 +61,14 @@ frmFormula::frmFormula(QWidget* parent)
 frmFormula::~frmFormula() = default;
 
 void frmFormula::connectControls() {
-    connect(ui->cmdAdd, &QPushButton::clicked, this, &frmFormula::cmdAdd_Click);
-    connect(ui->cmdRemove, &QPushButton::clicked, this, &frmFormula::cmdRemove_Click);
-    connect(ui->cbofrm_Type, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_Type_Click);
-    connect(ui->cbofrm_JarSize, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_JarSize_Click);
-    connect(ui->cmdAddMix, &QPushButton::clicked, this, &frmFormula::cmdAddMix_Click);
-    connect(ui->cmdDelete, &QPushButton::clicked, this, &frmFormula::cmdDelete_Click);
-    connect(ui->lstCustom, &platform::ReportList::dragStarted, this, &frmFormula::lstCustom_OLEStartDrag);
-    connect(ui->lstCustom, &platform::ReportList::dropped, this, &frmFormula::lstCustom_OLEDragDrop);
+    connect(m_ui->cmdAdd, &QPushButton::clicked, this, &frmFormula::cmdAdd_Click);
+    connect(m_ui->cmdRemove, &QPushButton::clicked, this, &frmFormula::cmdRemove_Click);
+    connect(m_ui->cbofrm_Type, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_Type_Click);
+    connect(m_ui->cbofrm_JarSize, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_JarSize_Click);
+    connect(m_ui->cmdAddMix, &QPushButton::clicked, this, &frmFormula::cmdAddMix_Click);
+    connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmFormula::cmdDelete_Click);
+    connect(m_ui->lstCustom, &platform::ReportList::dragStarted, this, &frmFormula::lstCustom_OLEStartDrag);
+    connect(m_ui->lstCustom, &platform::ReportList::dropped, this, &frmFormula::lstCustom_OLEDragDrop);
 }
 
 void frmFormula::Form_Load() {
@@ -82,7 +83,7 @@ void frmFormula::Form_Load() {
             refreshForm();
         }
         lockForm();
-        ui->tabFormula->setCurrentIndex(0);
+        m_ui->tabFormula->setCurrentIndex(0);
     });
 }
 
@@ -95,44 +96,41 @@ void frmFormula::getData() {
 // The list of steps has no name that the walk over the controls knows.
 void frmFormula::lockForm() {
     BrowsingScreen::lockForm();
-    ui->lstCustom->setRowDragging(!m_locked);
+    m_ui->lstCustom->setRowDragging(!m_locked);
 }
 
 void frmFormula::unlockForm() {
     BrowsingScreen::unlockForm();
-    ui->lstCustom->setRowDragging(!m_locked);
+    m_ui->lstCustom->setRowDragging(!m_locked);
 }
 
-void frmFormula::openRecord(std::int16_t key) {
-    m_formula = clsFormula().openFormula(key, QString());
-}
+void frmFormula::openRecord(std::int16_t key) { m_formula = clsFormula().openFormula(key, QString()); }
 
-QString frmFormula::formName() const {
-    return platform::deref(m_formula).frm_Name;
-}
+QString frmFormula::formName() const { return platform::deref(m_formula).frm_Name; }
 
 void frmFormula::translateForm() {
     guarded("frmFormula:translateForm", [&] {
         setWindowTitle(translated("Formula"));
         const std::pair<QLabel*, const char*> labels[] = {
-            {ui->lblfrm_Name, "Formula Name"},   {ui->lblformType, "Formula Type"},
-            {ui->lblfrm_JarSize, "Jar Size"},    {ui->lblfrm_Desc, "Description"},
-            {ui->lblfrm_Quantity, "Quantity"},   {ui->lblfrm_Units, "Units"},
-            {ui->lblfrm_Strength, "Strength"},   {ui->lblfrm_NDC, "Formula NDC"},
-            {ui->lblfrm_Cost, "Cost"},           {ui->lblfrm_AWP, "AWP"},
-            {ui->lblMixNotes, "Mix Notes"},
+            {m_ui->lblfrm_Name, "Formula Name"}, {m_ui->lblformType, "Formula Type"},
+            {m_ui->lblfrm_JarSize, "Jar Size"},  {m_ui->lblfrm_Desc, "Description"},
+            {m_ui->lblfrm_Quantity, "Quantity"}, {m_ui->lblfrm_Units, "Units"},
+            {m_ui->lblfrm_Strength, "Strength"}, {m_ui->lblfrm_NDC, "Formula NDC"},
+            {m_ui->lblfrm_Cost, "Cost"},         {m_ui->lblfrm_AWP, "AWP"},
+            {m_ui->lblMixNotes, "Mix Notes"},
         };
         for (const auto& [label, text] : labels)
             label->setText(translated(text));
-        ui->cmdAdd->setText(translated("Add"));
-        ui->cmdAdd->setToolTip(translated("Add Ingredient"));
-        ui->cmdRemove->setText(translated("Remove"));
-        ui->cmdRemove->setToolTip(translated("Remove Ingredient"));
+        m_ui->cmdAdd->setText(translated("Add"));
+        m_ui->cmdAdd->setToolTip(translated("Add Ingredient"));
+        m_ui->cmdRemove->setText(translated("Remove"));
+        m_ui->cmdRemove->setToolTip(translated("Remove Ingredient"));
         const char* const tabs[] = {"General", "Ingredients", "Mix Options"};
         for (int tab = 0; tab < 3; ++tab)
-            ui->tabFormula->setTabText(tab, translated(tabs[tab]));
+            m_ui->tabFormula->setTabText(tab, translated(tabs[tab]));
         for (const char* caption : {"Name", "Units", "Qty", "QS", "Active"})
-            ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+            m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
+                                                  translated(caption));
         translateMix();
     });
 }
@@ -171,8 +169,8 @@ void frmFormula::addRecord() {
     getData();
     unlockForm();
     refreshForm();
-    ui->tabFormula->setCurrentIndex(0);
-    ui->txtfrm_Name->setFocus();
+    m_ui->tabFormula->setCurrentIndex(0);
+    m_ui->txtfrm_Name->setFocus();
 }
 
 // The new flag stays as it was, so Cancel keeps the copy in the table.
@@ -201,7 +199,7 @@ void frmFormula::deleteFormula() {
 
 void frmFormula::makeFormula() {
     guarded("frmFormula:makeFormula", [&] {
-        ui->grdIngredients->commitEdit();
+        m_ui->grdIngredients->commitEdit();
         MainWindow& main = platform::deref(basMain::Main);
         main.currentFormulaScreen().Formula(m_formula);
         refreshForm();
@@ -214,23 +212,23 @@ void frmFormula::refreshForm() {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
         showCaption("Formulas", formula.frm_Name);
-        ui->txtfrm_Instructions->setText(formula.frm_Instructions);
-        ui->txtfrm_Name->setText(formula.frm_Name);
-        ui->txtFrm_NDC->setText(formula.frm_NDC);
-        ui->txtfrm_Desc->setText(formula.frm_Desc);
-        ui->txtfrm_Quantity->setValue(static_cast<double>(formula.frm_Quantity));
-        ui->txtfrm_Strength->setText(formula.frm_Strength);
+        m_ui->txtfrm_Instructions->setText(formula.frm_Instructions);
+        m_ui->txtfrm_Name->setText(formula.frm_Name);
+        m_ui->txtFrm_NDC->setText(formula.frm_NDC);
+        m_ui->txtfrm_Desc->setText(formula.frm_Desc);
+        m_ui->txtfrm_Quantity->setValue(static_cast<double>(formula.frm_Quantity));
+        m_ui->txtfrm_Strength->setText(formula.frm_Strength);
         const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-        ui->txtfrm_Cost->setFormats(money, money);
-        ui->txtfrm_Cost->setValue(formula.frm_Cost);
-        ui->txtfrm_AWP->setFormats(money, money);
-        ui->txtfrm_AWP->setValue(formula.frm_AWP);
-        ui->txtfrm_Units->setText(formula.frm_Units);
-        ui->cbofrm_JarSize->setListIndex(formula.frm_JarSize - 1);
-        ui->cbofrm_Type->setListIndex(formula.frm_FormType);
+        m_ui->txtfrm_Cost->setFormats(money, money);
+        m_ui->txtfrm_Cost->setValue(formula.frm_Cost);
+        m_ui->txtfrm_AWP->setFormats(money, money);
+        m_ui->txtfrm_AWP->setValue(formula.frm_AWP);
+        m_ui->txtfrm_Units->setText(formula.frm_Units);
+        m_ui->cbofrm_JarSize->setListIndex(formula.frm_JarSize - 1);
+        m_ui->cbofrm_Type->setListIndex(formula.frm_FormType);
         populateMix(formula.frm_Mix);
         if (formula.Chemical)
-            ui->grdIngredients->setDataSource(formula.Chemical);
+            m_ui->grdIngredients->setDataSource(formula.Chemical);
         cbofrm_JarSize_Click();
     });
 }
@@ -239,40 +237,40 @@ void frmFormula::refreshForm() {
 bool frmFormula::readable(platform::NumberBox& box) {
     if (box.acceptable())
         return true;
-    ui->tabFormula->setCurrentIndex(0);
+    m_ui->tabFormula->setCurrentIndex(0);
     box.setFocus();
     return box.acceptable();
 }
 
 bool frmFormula::fieldsComplete() {
-    if (ui->txtfrm_Name->text().isEmpty()) {
+    if (m_ui->txtfrm_Name->text().isEmpty()) {
         platform::MsgBox(translated("Formula Name is required"));
         return false;
     }
-    if (!readable(*ui->txtfrm_Quantity))
+    if (!readable(*m_ui->txtfrm_Quantity))
         return false;
-    if (platform::leadingNumber(ui->txtfrm_Quantity->text()) <= 0) {
+    if (platform::leadingNumber(m_ui->txtfrm_Quantity->text()) <= 0) {
         platform::MsgBox(translated("Quantity is required"));
         return false;
     }
-    return readable(*ui->txtfrm_AWP);
+    return readable(*m_ui->txtfrm_AWP);
 }
 
 void frmFormula::storeFields() {
     clsFormula& formula = platform::deref(m_formula);
-    formula.frm_Instructions = ui->txtfrm_Instructions->text();
-    formula.frm_Name = ui->txtfrm_Name->text();
-    formula.frm_NDC = ui->txtFrm_NDC->text();
-    formula.frm_Desc = ui->txtfrm_Desc->text();
-    formula.frm_Quantity = platform::toInt16(ui->txtfrm_Quantity->toDouble());
-    formula.frm_Strength = ui->txtfrm_Strength->text();
-    formula.frm_Units = ui->txtfrm_Units->text();
-    formula.frm_AWP = ui->txtfrm_AWP->toCurrency();
-    const int jarRow = ui->cbofrm_JarSize->listIndex();
+    formula.frm_Instructions = m_ui->txtfrm_Instructions->text();
+    formula.frm_Name = m_ui->txtfrm_Name->text();
+    formula.frm_NDC = m_ui->txtFrm_NDC->text();
+    formula.frm_Desc = m_ui->txtfrm_Desc->text();
+    formula.frm_Quantity = platform::toInt16(m_ui->txtfrm_Quantity->toDouble());
+    formula.frm_Strength = m_ui->txtfrm_Strength->text();
+    formula.frm_Units = m_ui->txtfrm_Units->text();
+    formula.frm_AWP = m_ui->txtfrm_AWP->toCurrency();
+    const int jarRow = m_ui->cbofrm_JarSize->listIndex();
     if (jarRow < 0)
         throw platform::RuntimeError(platform::error::subscriptOutOfRange, "No jar size is selected");
-    formula.frm_JarSize = platform::toInt16(ui->cbofrm_JarSize->itemData(jarRow));
-    formula.frm_FormType = static_cast<std::int16_t>(ui->cbofrm_Type->listIndex());
+    formula.frm_JarSize = platform::toInt16(m_ui->cbofrm_JarSize->itemData(jarRow));
+    formula.frm_FormType = static_cast<std::int16_t>(m_ui->cbofrm_Type->listIndex());
     formula.frm_Mix = makeCustomXML();
 }
 
@@ -281,7 +279,7 @@ bool frmFormula::saveForm() {
         if (!fieldsComplete())
             return false;
         storeFields();
-        if (!ui->grdIngredients->commitEdit())
+        if (!m_ui->grdIngredients->commitEdit())
             return false;
         m_formula = clsFormula().saveFormula(m_formula);
         refreshForm();
@@ -292,22 +290,24 @@ bool frmFormula::saveForm() {
 // The two prompts stand the wrong way round; refreshForm replaces them at once.
 void frmFormula::clearForm() {
     guarded("frmFormula:clearForm", [&] {
-        for (platform::TextBox* box : {ui->txtfrm_Name, ui->txtFrm_NDC, ui->txtfrm_Desc, ui->txtfrm_Strength})
+        for (platform::TextBox* box :
+             {m_ui->txtfrm_Name, m_ui->txtFrm_NDC, m_ui->txtfrm_Desc, m_ui->txtfrm_Strength})
             box->clear();
-        ui->txtfrm_Instructions->clear();
-        for (platform::NumberBox* box : {ui->txtfrm_Quantity, ui->txtfrm_Cost, ui->txtfrm_AWP})
+        m_ui->txtfrm_Instructions->clear();
+        for (platform::NumberBox* box : {m_ui->txtfrm_Quantity, m_ui->txtfrm_Cost, m_ui->txtfrm_AWP})
             box->setValue(0.0);
-        ui->txtfrm_Units->setText(translated("MLS"));
-        ui->lstCustom->clear();
-        ui->cbofrm_JarSize->setBoxText(translated("Select Form"));
-        ui->cbofrm_Type->setBoxText(translated("Select Jar Size"));
+        m_ui->txtfrm_Units->setText(translated("MLS"));
+        m_ui->lstCustom->clear();
+        m_ui->cbofrm_JarSize->setBoxText(translated("Select Form"));
+        m_ui->cbofrm_Type->setBoxText(translated("Select Jar Size"));
     });
 }
 
 void frmFormula::cmdAdd_Click() {
     guarded("frmFormula:cmdAdd_Click", [&] {
-        ui->grdIngredients->commitEdit();
-        QString search = platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
+        m_ui->grdIngredients->commitEdit();
+        QString search =
+            platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
         platform::deref(m_formula).addChemical(search);
         saveForm();
         refreshForm();
@@ -316,10 +316,11 @@ void frmFormula::cmdAdd_Click() {
 
 void frmFormula::cmdRemove_Click() {
     guarded("frmFormula:cmdRemove_Click", [&] {
-        ui->grdIngredients->commitEdit();
+        m_ui->grdIngredients->commitEdit();
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
-            platform::deref(m_formula).deleteChemical(platform::toInt16(ui->grdIngredients->currentValue(0)));
+            platform::deref(m_formula).deleteChemical(
+                platform::toInt16(m_ui->grdIngredients->currentValue(0)));
         saveForm();
         refreshForm();
     });

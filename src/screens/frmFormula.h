@@ -79,7 +79,7 @@ private:
     void lstCustom_OLEStartDrag();
     void lstCustom_OLEDragDrop(int rowUnderPointer);
 
-    std::unique_ptr<Ui::frmFormula> ui;
+    std::unique_ptr<Ui::frmFormula> m_ui;
     clsFormulaPtr m_formula;
     int m_draggedRow = -1;
 };

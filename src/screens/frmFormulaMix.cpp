@@ -4,10 +4,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "screens/MixList.h"
 #include "screens/frmFormula.h"
-#include "ui_frmFormula.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmFormula.h"
 
 namespace sorvanto {
 namespace {
@@ -42,67 +42,67 @@ void setUpStepper(platform::UpDown& upDown, int minimum, int maximum, int step, 
 }  // namespace
 
 void frmFormula::setUpSteppers() {
-    setUpStepper(*ui->updCustRPM, 1, 120, 1, 50);
-    setUpStepper(*ui->updCustSpeed, 1, 250, 1, 100);
-    setUpStepper(*ui->updCustTime, 0, 255, 1, 0);
-    setUpStepper(*ui->updCustCycles, 0, 255, 1, 0);
-    setUpStepper(*ui->updPreGrind, 0, 15, 1, 0);
-    setUpStepper(*ui->updFreeSpin, 1, 16, 1, 1);
-    setUpStepper(*ui->updReactRPM, 300, 600, 10, 300);
-    setUpStepper(*ui->updReactTime, 166, 255, 1, 166);
-    ui->updCustCycles->setBuddy(ui->lblCustCycles);
-    ui->updPreGrind->setBuddy(ui->lblSetPreGrind);
-    ui->updFreeSpin->setBuddy(ui->lblSetFreeSpin);
-    ui->updReactRPM->setBuddy(ui->lblReactRPM);
+    setUpStepper(*m_ui->updCustRPM, 1, 120, 1, 50);
+    setUpStepper(*m_ui->updCustSpeed, 1, 250, 1, 100);
+    setUpStepper(*m_ui->updCustTime, 0, 255, 1, 0);
+    setUpStepper(*m_ui->updCustCycles, 0, 255, 1, 0);
+    setUpStepper(*m_ui->updPreGrind, 0, 15, 1, 0);
+    setUpStepper(*m_ui->updFreeSpin, 1, 16, 1, 1);
+    setUpStepper(*m_ui->updReactRPM, 300, 600, 10, 300);
+    setUpStepper(*m_ui->updReactTime, 166, 255, 1, 166);
+    m_ui->updCustCycles->setBuddy(m_ui->lblCustCycles);
+    m_ui->updPreGrind->setBuddy(m_ui->lblSetPreGrind);
+    m_ui->updFreeSpin->setBuddy(m_ui->lblSetFreeSpin);
+    m_ui->updReactRPM->setBuddy(m_ui->lblReactRPM);
     const auto showTime = [](QLabel* label, int index) {
         label->setText(basMain::tableEntry(basMain::MixTimes, index));
     };
-    connect(ui->updCustRPM, &platform::UpDown::changed, this,
-            [this](int value) { ui->lblCustRPM->setText(QString::number(value * liftRPMPerStep)); });
-    connect(ui->updCustSpeed, &platform::UpDown::changed, this,
-            [this](int value) { ui->lblCustSpeed->setText(QString::number(value * mixRPMPerStep)); });
-    connect(ui->updCustTime, &platform::UpDown::changed, this,
-            [this, showTime](int value) { showTime(ui->lblCustTime, value); });
-    connect(ui->updReactTime, &platform::UpDown::changed, this,
-            [this, showTime](int value) { showTime(ui->lblReactTime, value); });
+    connect(m_ui->updCustRPM, &platform::UpDown::changed, this,
+            [this](int value) { m_ui->lblCustRPM->setText(QString::number(value * liftRPMPerStep)); });
+    connect(m_ui->updCustSpeed, &platform::UpDown::changed, this,
+            [this](int value) { m_ui->lblCustSpeed->setText(QString::number(value * mixRPMPerStep)); });
+    connect(m_ui->updCustTime, &platform::UpDown::changed, this,
+            [this, showTime](int value) { showTime(m_ui->lblCustTime, value); });
+    connect(m_ui->updReactTime, &platform::UpDown::changed, this,
+            [this, showTime](int value) { showTime(m_ui->lblReactTime, value); });
 }
 
 // The reaction settings keep their designed captions.
 void frmFormula::translateMix() {
-    ui->fraCustom->setTitle(translated("Optional precision settings"));
+    m_ui->fraCustom->setTitle(translated("Optional precision settings"));
     QStringList captions;
     for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
         captions << translated(caption);
-    ui->lstCustom->setColumnCaptions(captions);
-    QLabel* const labels[] = {ui->lblLiftRPM, ui->lblMixRPM, ui->lblTime, ui->lblCycles};
+    m_ui->lstCustom->setColumnCaptions(captions);
+    QLabel* const labels[] = {m_ui->lblLiftRPM, m_ui->lblMixRPM, m_ui->lblTime, m_ui->lblCycles};
     for (int column = 0; column < captions.size(); ++column)
         labels[column]->setText(captions[column]);
-    ui->cmdAddMix->setText(translated("Add Mix"));
-    ui->cmdDelete->setText(translated("Delete Mix"));
-    ui->lblPreGrind->setText(translated("Pre Grind"));
-    ui->lblFreeSpin->setText(translated("Free Spin"));
+    m_ui->cmdAddMix->setText(translated("Add Mix"));
+    m_ui->cmdDelete->setText(translated("Delete Mix"));
+    m_ui->lblPreGrind->setText(translated("Pre Grind"));
+    m_ui->lblFreeSpin->setText(translated("Free Spin"));
 }
 
 void frmFormula::fillTypeAndJarLists() {
-    ui->cbofrm_Type->clear();
+    m_ui->cbofrm_Type->clear();
     for (int type = 0; type < basMain::MixTypes.size(); ++type)
-        ui->cbofrm_Type->insertItem(type, basMain::MixTypes[type]);
-    ui->cbofrm_Type->setBoxText("Select Type");
-    ui->cbofrm_JarSize->clear();
+        m_ui->cbofrm_Type->insertItem(type, basMain::MixTypes[type]);
+    m_ui->cbofrm_Type->setBoxText("Select Type");
+    m_ui->cbofrm_JarSize->clear();
     for (int jar = 1; jar < basMain::JarSizes.size(); ++jar)
-        ui->cbofrm_JarSize->addItem(basMain::JarSizes[jar], jar);
-    ui->cbofrm_JarSize->setBoxText("Select Jar Size");
+        m_ui->cbofrm_JarSize->addItem(basMain::JarSizes[jar], jar);
+    m_ui->cbofrm_JarSize->setBoxText("Select Jar Size");
 }
 
 void frmFormula::cbofrm_Type_Click() {
     guarded("frmFormula:cbofrm_Type_Click", [&] {
-        const int type = ui->cbofrm_Type->listIndex();
+        const int type = m_ui->cbofrm_Type->listIndex();
         if (type == combinationMix) {
             platform::MsgBox(translated("Combination Mix is unsupported at this time"));
-            ui->cbofrm_Type->setBoxText(translated("Select Type"));
+            m_ui->cbofrm_Type->setBoxText(translated("Select Type"));
             return;
         }
-        ui->tabFormula->switchTab(mixOptionsTab, type == customMix);
+        m_ui->tabFormula->switchTab(mixOptionsTab, type == customMix);
     });
 }
 
@@ -110,44 +110,44 @@ void frmFormula::cbofrm_Type_Click() {
 void frmFormula::cbofrm_JarSize_Click() {
     guarded("frmFormula:cbofrm_JarSize_Click", [&] {
         clsFormula& formula = platform::deref(m_formula);
-        const int row = ui->cbofrm_JarSize->listIndex();
+        const int row = m_ui->cbofrm_JarSize->listIndex();
         if (row >= 0)
-            formula.frm_JarSize = static_cast<std::int16_t>(ui->cbofrm_JarSize->itemData(row).toInt());
+            formula.frm_JarSize = static_cast<std::int16_t>(m_ui->cbofrm_JarSize->itemData(row).toInt());
         const bool overridden = platform::deref(basMain::Options).OverrideSpeed() != 0;
         const std::optional<int> limit =
             overridden ? std::optional<int>(speedLimitOverridden) : speedLimit(formula.frm_JarSize);
         if (limit)
-            ui->updCustSpeed->setMaximum(*limit);
+            m_ui->updCustSpeed->setMaximum(*limit);
     });
 }
 
 // A step runs either for a time or for a number of cycles, never both and never neither.
 void frmFormula::cmdAddMix_Click() {
     guarded("frmFormula:cmdAddMix_Click", [&] {
-        const bool timed = ui->updCustTime->value() > 0;
-        const bool cycled = ui->updCustCycles->value() > 0;
-        if (timed == cycled || ui->updCustSpeed->value() == 0 || ui->updCustRPM->value() == 0) {
+        const bool timed = m_ui->updCustTime->value() > 0;
+        const bool cycled = m_ui->updCustCycles->value() > 0;
+        if (timed == cycled || m_ui->updCustSpeed->value() == 0 || m_ui->updCustRPM->value() == 0) {
             platform::MsgBox(translated("Invalid mix parameters"),
                              {platform::Buttons::Ok, platform::Icon::Information});
             return;
         }
-        if (ui->lstCustom->count() < mostSteps)
-            ui->lstCustom->addRow({ui->lblCustRPM->text(), ui->lblCustSpeed->text(), ui->lblCustTime->text(),
-                                   ui->lblCustCycles->text()});
+        if (m_ui->lstCustom->count() < mostSteps)
+            m_ui->lstCustom->addRow({m_ui->lblCustRPM->text(), m_ui->lblCustSpeed->text(),
+                                     m_ui->lblCustTime->text(), m_ui->lblCustCycles->text()});
     });
 }
 
 void frmFormula::cmdDelete_Click() {
     guarded("frmFormula:cmdDelete_Click", [&] {
-        if (const int selected = ui->lstCustom->currentRow(); selected >= 0)
-            ui->lstCustom->removeRow(selected);
+        if (const int selected = m_ui->lstCustom->currentRow(); selected >= 0)
+            m_ui->lstCustom->removeRow(selected);
     });
 }
 
 void frmFormula::lstCustom_OLEStartDrag() {
     guarded("frmFormula:lstCustom_OLEStartDrag", [&] {
         if (!m_locked)
-            m_draggedRow = ui->lstCustom->currentRow();
+            m_draggedRow = m_ui->lstCustom->currentRow();
     });
 }
 
@@ -156,10 +156,10 @@ void frmFormula::lstCustom_OLEDragDrop(int rowUnderPointer) {
     guarded("frmFormula:lstCustom_OLEDragDrop", [&] {
         if (m_locked || m_draggedRow < 0 || rowUnderPointer == m_draggedRow)
             return;
-        const int target = rowUnderPointer < 0 ? ui->lstCustom->count() : rowUnderPointer;
-        ui->lstCustom->addRow(ui->lstCustom->row(m_draggedRow), target);
-        ui->lstCustom->setCurrentRow(target);
-        ui->lstCustom->removeRow(target <= m_draggedRow ? m_draggedRow + 1 : m_draggedRow);
+        const int target = rowUnderPointer < 0 ? m_ui->lstCustom->count() : rowUnderPointer;
+        m_ui->lstCustom->addRow(m_ui->lstCustom->row(m_draggedRow), target);
+        m_ui->lstCustom->setCurrentRow(target);
+        m_ui->lstCustom->removeRow(target <= m_draggedRow ? m_draggedRow + 1 : m_draggedRow);
         m_draggedRow = -1;
     });
 }
@@ -168,12 +168,12 @@ platform::XmlDocumentPtr frmFormula::makeCustomXML() {
     return guarded("frmFormula:makeCustomXML", platform::XmlDocumentPtr(), [&] {
         const platform::XmlDocumentPtr document = platform::XmlDocument::create();
         platform::XmlNode programme = document->appendElement("CustomMix");
-        programme.setAttribute("PreGrind", ui->lblSetPreGrind->text());
-        programme.setAttribute("FreeSpin", ui->lblSetFreeSpin->text());
+        programme.setAttribute("PreGrind", m_ui->lblSetPreGrind->text());
+        programme.setAttribute("FreeSpin", m_ui->lblSetFreeSpin->text());
         const char* const attributes[] = {"LiftRPM", "MixRPM", "MixTime", "Cycles"};
-        for (int row = 0; row < ui->lstCustom->count(); ++row) {
+        for (int row = 0; row < m_ui->lstCustom->count(); ++row) {
             platform::XmlNode step = programme.appendElement("Mix");
-            const QStringList cells = ui->lstCustom->row(row);
+            const QStringList cells = m_ui->lstCustom->row(row);
             for (int cell = 0; cell < 4; ++cell)
                 step.setAttribute(attributes[cell], cells.value(cell));
         }
@@ -183,12 +183,12 @@ platform::XmlDocumentPtr frmFormula::makeCustomXML() {
 
 void frmFormula::populateMix(const platform::XmlDocumentPtr& document) {
     guarded("frmFormula:populateMix", [&] {
-        ui->lstCustom->clear();
+        m_ui->lstCustom->clear();
         const platform::XmlDocument& mix = platform::deref(document);
         const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
-        ui->lblSetFreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
-        ui->lblSetPreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
-        listMixSteps(mix, *ui->lstCustom);
+        m_ui->lblSetFreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
+        m_ui->lblSetPreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
+        listMixSteps(mix, *m_ui->lstCustom);
     });
 }
 

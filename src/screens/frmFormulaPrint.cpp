@@ -13,8 +13,7 @@ namespace sorvanto {
 
 void frmFormula::printFormula(bool exportIt) {
     guarded("frmFormula:printFormula", [&] {
-        const clsFormulaPtr copy =
-            clsFormula().openFormula(platform::deref(m_formula).FormulaID, QString());
+        const clsFormulaPtr copy = clsFormula().openFormula(platform::deref(m_formula).FormulaID, QString());
         double quantity = 0;
         {
             frmMake question;

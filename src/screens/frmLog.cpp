@@ -11,11 +11,11 @@
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
 #include "screens/ToolStates.h"
-#include "ui_frmLog.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmLog.h"
 
 namespace sorvanto {
 namespace {
@@ -37,19 +37,19 @@ constexpr ScreenTools toolRules{
 
 frmLog::frmLog(QWidget* parent)
     : BrowsingScreen("frmLog", "SELECT LogID FROM Log", "LogID", {.grids = true}, parent),
-      ui(std::make_unique<Ui::frmLog>()), m_log(std::make_shared<clsLog>()) {
-    ui->setupUi(this);
-    for (QFrame* card : {ui->fraLog, ui->fraIngredients, ui->fraMixer, ui->fraResults})
+      m_ui(std::make_unique<Ui::frmLog>()), m_log(std::make_shared<clsLog>()) {
+    m_ui->setupUi(this);
+    for (QFrame* card : {m_ui->fraLog, m_ui->fraIngredients, m_ui->fraMixer, m_ui->fraResults})
         platform::makeCard(*card);
-    ui->txtlog_Quantity->setFormats("####0", "####0");
-    ui->txtlog_Date->setWithTime(true);
-    ui->grdIngredients->setColumns({{.field = "lch_Name", .caption = "Name"},
-                                    {.field = "lch_Qty", .caption = "Qty", .width = 96},
-                                    {.field = "lch_Lot", .caption = "Lot", .width = 104},
-                                    {.field = "lch_Cost", .caption = "Cost", .width = 112},
-                                    {.field = "lch_AWP", .caption = "AWP", .width = 112},
-                                    {.field = "lch_NDC", .caption = "NDC", .width = 128},
-                                    {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
+    m_ui->txtlog_Quantity->setFormats("####0", "####0");
+    m_ui->txtlog_Date->setWithTime(true);
+    m_ui->grdIngredients->setColumns({{.field = "lch_Name", .caption = "Name"},
+                                      {.field = "lch_Qty", .caption = "Qty", .width = 96},
+                                      {.field = "lch_Lot", .caption = "Lot", .width = 104},
+                                      {.field = "lch_Cost", .caption = "Cost", .width = 112},
+                                      {.field = "lch_AWP", .caption = "AWP", .width = 112},
+                                      {.field = "lch_NDC", .caption = "NDC", .width = 128},
+                                      {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
 }
 
 frmLog::~frmLog() = default;
@@ -63,48 +63,44 @@ void frmLog::Form_Load() {
             openFirst();
         refreshForm();
         lockForm();
-        ui->tabLog->setCurrentIndex(0);
+        m_ui->tabLog->setCurrentIndex(0);
     });
 }
 
-void frmLog::openRecord(std::int16_t key) {
-    m_log->openLog(key, QString());
-}
+void frmLog::openRecord(std::int16_t key) { m_log->openLog(key, QString()); }
 
-QString frmLog::nameShown() const {
-    return ui->txtlog_Name->text();
-}
+QString frmLog::nameShown() const { return m_ui->txtlog_Name->text(); }
 
 void frmLog::translateForm() {
     guarded("frmLog:translateForm", [&] {
         const std::pair<QLabel*, const char*> labels[] = {
-            {ui->lbllog_Name, "Formula Name"},
-            {ui->lbllog_Strength, "Strength"},
-            {ui->lbllog_Quantity, "Quantity"},
-            {ui->lbllog_Units, "Units"},
-            {ui->lbllog_NDC, "NDC"},
-            {ui->lbllog_Lot, "Lot #"},
-            {ui->lbllog_Date, "Date"},
-            {ui->lblfrm_Cost, "Cost"},
-            {ui->lblfrm_AWP, "AWP"},
-            {ui->lbllog_Initials, "Logged"},
-            {ui->lbllog_Verified, "Verified"},
-            {ui->lbllog_Notes, "Log Notes"},
-            {ui->lbllog_Type, "Formula Type"},
-            {ui->lbllog_JarSize, "Jar Size"},
-            {ui->lbllog_PreGrind, "Pre Grind"},
-            {ui->lbllog_FreeSpin, "Free Spin"},
-            {ui->lblfrm_ReactTime, "Reaction Time"},
-            {ui->lblfrm_ReactRPM, "Reaction RPM"},
-            {ui->lblID, "Mix Identification"},
-            {ui->lblJarSize, "Jar Size"},
-            {ui->lblType, "Formula Type"},
-            {ui->lblCycles, "Total Cycles"},
-            {ui->lblInteruption, "A = Without Interuption U = With Interuption"},
-            {ui->lblPreGrind, "Number of Additional PreGrind Cycles"},
-            {ui->lblPrepNum, "Preparation Number"},
-            {ui->lblTotalRev, "Total Mixing Motor Revolutions"},
-            {ui->lblVersion, "Hardware Version"},
+            {m_ui->lbllog_Name, "Formula Name"},
+            {m_ui->lbllog_Strength, "Strength"},
+            {m_ui->lbllog_Quantity, "Quantity"},
+            {m_ui->lbllog_Units, "Units"},
+            {m_ui->lbllog_NDC, "NDC"},
+            {m_ui->lbllog_Lot, "Lot #"},
+            {m_ui->lbllog_Date, "Date"},
+            {m_ui->lblfrm_Cost, "Cost"},
+            {m_ui->lblfrm_AWP, "AWP"},
+            {m_ui->lbllog_Initials, "Logged"},
+            {m_ui->lbllog_Verified, "Verified"},
+            {m_ui->lbllog_Notes, "Log Notes"},
+            {m_ui->lbllog_Type, "Formula Type"},
+            {m_ui->lbllog_JarSize, "Jar Size"},
+            {m_ui->lbllog_PreGrind, "Pre Grind"},
+            {m_ui->lbllog_FreeSpin, "Free Spin"},
+            {m_ui->lblfrm_ReactTime, "Reaction Time"},
+            {m_ui->lblfrm_ReactRPM, "Reaction RPM"},
+            {m_ui->lblID, "Mix Identification"},
+            {m_ui->lblJarSize, "Jar Size"},
+            {m_ui->lblType, "Formula Type"},
+            {m_ui->lblCycles, "Total Cycles"},
+            {m_ui->lblInteruption, "A = Without Interuption U = With Interuption"},
+            {m_ui->lblPreGrind, "Number of Additional PreGrind Cycles"},
+            {m_ui->lblPrepNum, "Preparation Number"},
+            {m_ui->lblTotalRev, "Total Mixing Motor Revolutions"},
+            {m_ui->lblVersion, "Hardware Version"},
         };
         for (const auto& [label, text] : labels)
             label->setText(translated(text));
@@ -115,15 +111,16 @@ void frmLog::translateForm() {
 void frmLog::translateColumns() {
     const char* const tabs[] = {"General", "Ingredients", "Mix Options", "Mix Results"};
     for (int tab = 0; tab < 4; ++tab)
-        ui->tabLog->setTabText(tab, translated(tabs[tab]));
-    ui->fraCustom->setTitle(translated("Optional precision settings"));
-    ui->fraReaction->setTitle(translated("Reaction Options"));
+        m_ui->tabLog->setTabText(tab, translated(tabs[tab]));
+    m_ui->fraCustom->setTitle(translated("Optional precision settings"));
+    m_ui->fraReaction->setTitle(translated("Reaction Options"));
     for (const char* caption : {"Name", "Qty", "Lot", "Cost", "AWP", "NDC", "Supplier"})
-        ui->grdIngredients->setShownCaption(ui->grdIngredients->columnByCaption(caption), translated(caption));
+        m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
+                                              translated(caption));
     QStringList captions;
     for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
         captions << translated(caption);
-    ui->lstCustom->setColumnCaptions(captions);
+    m_ui->lstCustom->setColumnCaptions(captions);
 }
 
 void frmLog::setMenuOptions() {
@@ -179,11 +176,11 @@ void frmLog::searchLog(const QString& searchText) {
 
 void frmLog::unlockForm() {
     guarded("frmLog:unlockForm", [&] {
-        ui->txtlog_Initials->setReadOnlyBox(false);
-        ui->txtlog_Verified->setReadOnlyBox(false);
-        ui->txtlog_Notes->setReadOnlyBox(false);
+        m_ui->txtlog_Initials->setReadOnlyBox(false);
+        m_ui->txtlog_Verified->setReadOnlyBox(false);
+        m_ui->txtlog_Notes->setReadOnlyBox(false);
         setEnabled(true);
-        ui->tabLog->setEnabled(true);
+        m_ui->tabLog->setEnabled(true);
         m_locked = false;
     });
 }
@@ -196,8 +193,8 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
     step([&] { formulaID = formulaDocumentID(formula); });
     step([&] {
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
-        logIt = (formulaID > 0 && formula)
-                || platform::MsgBox(translated("Log Formula"), style, translated("Logs")) == platform::Answer::Yes;
+        logIt = (formulaID > 0 && formula) || platform::MsgBox(translated("Log Formula"), style,
+                                                               translated("Logs")) == platform::Answer::Yes;
     });
     step([&] {
         if (logIt)
@@ -228,10 +225,10 @@ bool frmLog::saveForm() {
     return guarded("frmLog:saveForm", false, [&] {
         lockForm();
         clsLog& log = platform::deref(m_log);
-        log.log_Initials = ui->txtlog_Initials->text();
-        log.log_Notes = ui->txtlog_Notes->text();
-        log.log_Verified = ui->txtlog_Verified->text();
-        ui->grdIngredients->commitEdit();
+        log.log_Initials = m_ui->txtlog_Initials->text();
+        log.log_Notes = m_ui->txtlog_Notes->text();
+        log.log_Verified = m_ui->txtlog_Verified->text();
+        m_ui->grdIngredients->commitEdit();
         const bool saved = clsLog().saveLog(m_log);
         identifiers().requery();
         identifiers().find("LogID = " + QString::number(log.LogID));

@@ -63,7 +63,7 @@ private:
     void printReport(bool exportIt);
     void printJarReport(bool exportIt);
 
-    std::unique_ptr<Ui::frmLog> ui;
+    std::unique_ptr<Ui::frmLog> m_ui;
     clsLogPtr m_log;
     platform::RecordsetPtr m_ingredients;  ///< the lines the grid is bound to
 };

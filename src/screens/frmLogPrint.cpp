@@ -7,16 +7,14 @@
 #include "reports/rptLogFormula.h"
 #include "reports/rptLogReport.h"
 #include "screens/frmLog.h"
-#include "ui_frmLog.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
+#include "ui_frmLog.h"
 
 namespace sorvanto {
 namespace {
 
-QString defaultPrinter() {
-    return platform::deref(basMain::Options).DefPrinter();
-}
+QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter(); }
 
 }  // namespace
 

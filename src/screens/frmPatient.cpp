@@ -7,10 +7,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
 #include "screens/ToolStates.h"
-#include "ui_frmPatient.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmPatient.h"
 
 namespace sorvanto {
 namespace {
@@ -36,23 +36,23 @@ constexpr int priceColumn = 5;
 frmPatient::frmPatient(QWidget* parent)
     : BrowsingScreen("frmPatient", "SELECT PatientID FROM Patient", "PatientID",
                      {.grids = true, .buttons = true}, parent),
-      ui(std::make_unique<Ui::frmPatient>()), m_patient(std::make_shared<clsPatient>()) {
-    ui->setupUi(this);
-    platform::makeCard(*ui->fraPatient);
-    platform::makeCard(*ui->fraRXs);
-    ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 60},
-                            {.field = "log_Name", .caption = "Name", .width = 192},
-                            {.field = "log_Strength", .caption = "Strength", .width = 128},
-                            {.field = "rxs_Qty", .caption = "Qty", .width = 72, .editable = true},
-                            {.field = "rxs_Cost", .caption = "Cost", .width = 104, .editable = true},
-                            {.field = "rxs_Price", .caption = "Price", .width = 104, .editable = true},
-                            {.field = "log_Lot", .caption = "Lot", .width = 112},
-                            {.field = "log_Date", .caption = "Log Date", .width = 192},
-                            {.field = "rxs_Date", .caption = "RX Date", .width = 120, .editable = true},
-                            {.field = "rxs_Consult", .caption = "Consult", .width = 136, .editable = true},
-                            {.field = "rxs_Doctor", .caption = "Doctor", .width = 160, .editable = true}});
-    connect(ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
-    connect(ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
+      m_ui(std::make_unique<Ui::frmPatient>()), m_patient(std::make_shared<clsPatient>()) {
+    m_ui->setupUi(this);
+    platform::makeCard(*m_ui->fraPatient);
+    platform::makeCard(*m_ui->fraRXs);
+    m_ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 60},
+                              {.field = "log_Name", .caption = "Name", .width = 192},
+                              {.field = "log_Strength", .caption = "Strength", .width = 128},
+                              {.field = "rxs_Qty", .caption = "Qty", .width = 72, .editable = true},
+                              {.field = "rxs_Cost", .caption = "Cost", .width = 104, .editable = true},
+                              {.field = "rxs_Price", .caption = "Price", .width = 104, .editable = true},
+                              {.field = "log_Lot", .caption = "Lot", .width = 112},
+                              {.field = "log_Date", .caption = "Log Date", .width = 192},
+                              {.field = "rxs_Date", .caption = "RX Date", .width = 120, .editable = true},
+                              {.field = "rxs_Consult", .caption = "Consult", .width = 136, .editable = true},
+                              {.field = "rxs_Doctor", .caption = "Doctor", .width = 160, .editable = true}});
+    connect(m_ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
+    connect(m_ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
 }
 
 frmPatient::~frmPatient() = default;
@@ -67,44 +67,49 @@ void frmPatient::Form_Load() {
             openFirst();
         lockForm();
         refreshForm();
-        ui->tabPatient->setCurrentIndex(0);
+        m_ui->tabPatient->setCurrentIndex(0);
     });
 }
 
-void frmPatient::openRecord(std::int16_t key) {
-    m_patient = clsPatient().openPatient(key, QString());
-}
+void frmPatient::openRecord(std::int16_t key) { m_patient = clsPatient().openPatient(key, QString()); }
 
 QString frmPatient::nameShown() const {
-    return ui->txtpat_LName->text() + ", " + ui->txtpat_FName->text();
+    return m_ui->txtpat_LName->text() + ", " + m_ui->txtpat_FName->text();
 }
 
 void frmPatient::translateForm() {
     guarded("frmPatient:translateForm", [&] {
         const std::pair<QLabel*, const char*> labels[] = {
-            {ui->lblpat_FName, "First Name"},     {ui->lblpat_LName, "Last Name"},
-            {ui->lblpat_Address1, "Address 1"},   {ui->lblpat_Address2, "Address 2"},
-            {ui->lblpat_City, "City"},            {ui->lblpat_State, "State"},
-            {ui->lblpat_Zip, "Zip Code"},         {ui->lblpat_Country, "Country"},
-            {ui->lblpat_BDay, "Birthdate"},       {ui->lblpat_Phone, "Phone"},
-            {ui->lblpat_Fax, "Fax"},              {ui->lblpat_Notes, "Notes"},
+            {m_ui->lblpat_FName, "First Name"},
+            {m_ui->lblpat_LName, "Last Name"},
+            {m_ui->lblpat_Address1, "Address 1"},
+            {m_ui->lblpat_Address2, "Address 2"},
+            {m_ui->lblpat_City, "City"},
+            {m_ui->lblpat_State, "State"},
+            {m_ui->lblpat_Zip, "Zip Code"},
+            {m_ui->lblpat_Country, "Country"},
+            {m_ui->lblpat_BDay, "Birthdate"},
+            {m_ui->lblpat_Phone, "Phone"},
+            {m_ui->lblpat_Fax, "Fax"},
+            {m_ui->lblpat_Notes, "Notes"},
         };
         for (const auto& [label, text] : labels)
             label->setText(translated(text));
-        ui->tabPatient->setTabText(0, translated("Patient"));
-        ui->tabPatient->setTabText(1, translated("Prescriptions"));
-        ui->cmdAddRX->setText(translated("Add"));
-        ui->cmdAddRX->setToolTip(translated("Add RX"));
-        ui->cmdDeleteRX->setText(translated("Delete"));
-        ui->cmdDeleteRX->setToolTip(translated("Delete RX"));
+        m_ui->tabPatient->setTabText(0, translated("Patient"));
+        m_ui->tabPatient->setTabText(1, translated("Prescriptions"));
+        m_ui->cmdAddRX->setText(translated("Add"));
+        m_ui->cmdAddRX->setToolTip(translated("Add RX"));
+        m_ui->cmdDeleteRX->setText(translated("Delete"));
+        m_ui->cmdDeleteRX->setToolTip(translated("Delete RX"));
         // Design caption and key; "RXID" stays as it is.
         const std::pair<const char*, const char*> columns[] = {
-            {"Name", "Name"},         {"Strength", "Strength"}, {"Qty", "Qty"},         {"Cost", "Cost"},
-            {"Price", "Price"},       {"Lot", "Lot"},           {"Log Date", "Log Date"}, {"RX Date", "Rx Date"},
-            {"Consult", "Consult"},   {"Doctor", "Doctor"},
+            {"Name", "Name"},         {"Strength", "Strength"}, {"Qty", "Qty"},
+            {"Cost", "Cost"},         {"Price", "Price"},       {"Lot", "Lot"},
+            {"Log Date", "Log Date"}, {"RX Date", "Rx Date"},   {"Consult", "Consult"},
+            {"Doctor", "Doctor"},
         };
         for (const auto& [caption, key] : columns)
-            ui->grdRXs->setShownCaption(ui->grdRXs->columnByCaption(caption), translated(key));
+            m_ui->grdRXs->setShownCaption(m_ui->grdRXs->columnByCaption(caption), translated(key));
     });
 }
 
@@ -135,8 +140,8 @@ void frmPatient::addRecord() {
     clearForm();
     m_patient = clsPatient().addPatient();
     getData();
-    ui->tabPatient->setCurrentIndex(0);
-    ui->txtpat_FName->setFocus();
+    m_ui->tabPatient->setCurrentIndex(0);
+    m_ui->txtpat_FName->setFocus();
 }
 
 void frmPatient::searchPatient(const QString& searchText) {
@@ -156,7 +161,7 @@ void frmPatient::deletePatient() {
 
 void frmPatient::unlockForm() {
     BrowsingScreen::unlockForm();
-    ui->tabPatient->setEnabled(true);
+    m_ui->tabPatient->setEnabled(true);
 }
 
 void frmPatient::refreshForm() {
@@ -165,30 +170,30 @@ void frmPatient::refreshForm() {
         const clsPatient& patient = platform::deref(m_patient);
         showCaption("Patients", patient.pat_LName + ", " + patient.pat_FName);
         const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-        ui->grdRXs->setNumberFormat(costColumn, money);
-        ui->grdRXs->setNumberFormat(priceColumn, money);
-        ui->txtpat_Address1->setText(patient.pat_Address1);
-        ui->txtpat_Address2->setText(patient.pat_Address2);
-        ui->txtpat_BDay->setValue(patient.pat_BDay);
-        ui->txtpat_City->setText(patient.pat_City);
-        ui->txtpat_Country->setText(patient.pat_Country);
-        ui->txtpat_Fax->setText(patient.pat_Fax);
-        ui->txtpat_FName->setText(patient.pat_FName);
-        ui->txtpat_LName->setText(patient.pat_LName);
-        ui->txtpat_Phone->setText(patient.pat_Phone);
-        ui->txtpat_State->setText(patient.pat_State);
-        ui->txtpat_Zip->setText(patient.pat_Zip);
-        ui->txtpat_Notes->setText(patient.pat_Notes);
-        ui->grdRXs->setDataSource(patient.RXs);
+        m_ui->grdRXs->setNumberFormat(costColumn, money);
+        m_ui->grdRXs->setNumberFormat(priceColumn, money);
+        m_ui->txtpat_Address1->setText(patient.pat_Address1);
+        m_ui->txtpat_Address2->setText(patient.pat_Address2);
+        m_ui->txtpat_BDay->setValue(patient.pat_BDay);
+        m_ui->txtpat_City->setText(patient.pat_City);
+        m_ui->txtpat_Country->setText(patient.pat_Country);
+        m_ui->txtpat_Fax->setText(patient.pat_Fax);
+        m_ui->txtpat_FName->setText(patient.pat_FName);
+        m_ui->txtpat_LName->setText(patient.pat_LName);
+        m_ui->txtpat_Phone->setText(patient.pat_Phone);
+        m_ui->txtpat_State->setText(patient.pat_State);
+        m_ui->txtpat_Zip->setText(patient.pat_Zip);
+        m_ui->txtpat_Notes->setText(patient.pat_Notes);
+        m_ui->grdRXs->setDataSource(patient.RXs);
     });
 }
 
 bool frmPatient::fieldsComplete() {
-    if (ui->txtpat_FName->text().isEmpty()) {
+    if (m_ui->txtpat_FName->text().isEmpty()) {
         platform::MsgBox(translated("First Name is required"));
         return false;
     }
-    if (ui->txtpat_LName->text().isEmpty()) {
+    if (m_ui->txtpat_LName->text().isEmpty()) {
         platform::MsgBox(translated("Last Name is required"));
         return false;
     }
@@ -196,11 +201,11 @@ bool frmPatient::fieldsComplete() {
 }
 
 bool frmPatient::birthDateReadable() {
-    if (ui->txtpat_BDay->acceptable())
+    if (m_ui->txtpat_BDay->acceptable())
         return true;
-    ui->tabPatient->setCurrentIndex(0);
-    ui->txtpat_BDay->setFocus();
-    return ui->txtpat_BDay->acceptable();  // the hint shows on a visible box alone
+    m_ui->tabPatient->setCurrentIndex(0);
+    m_ui->txtpat_BDay->setFocus();
+    return m_ui->txtpat_BDay->acceptable();  // the hint shows on a visible box alone
 }
 
 bool frmPatient::saveForm() {
@@ -208,19 +213,19 @@ bool frmPatient::saveForm() {
         if (!fieldsComplete())
             return false;
         clsPatient& patient = platform::deref(m_patient);
-        patient.pat_Address1 = ui->txtpat_Address1->text();
-        patient.pat_Address2 = ui->txtpat_Address2->text();
-        patient.pat_BDay = ui->txtpat_BDay->value();
-        patient.pat_City = ui->txtpat_City->text();
-        patient.pat_Country = ui->txtpat_Country->text();
-        patient.pat_Fax = ui->txtpat_Fax->text();
-        patient.pat_FName = ui->txtpat_FName->text();
-        patient.pat_LName = ui->txtpat_LName->text();
-        patient.pat_Notes = ui->txtpat_Notes->text();
-        patient.pat_Phone = ui->txtpat_Phone->text();
-        patient.pat_State = ui->txtpat_State->text();
-        patient.pat_Zip = ui->txtpat_Zip->text();
-        if (!ui->grdRXs->commitEdit())
+        patient.pat_Address1 = m_ui->txtpat_Address1->text();
+        patient.pat_Address2 = m_ui->txtpat_Address2->text();
+        patient.pat_BDay = m_ui->txtpat_BDay->value();
+        patient.pat_City = m_ui->txtpat_City->text();
+        patient.pat_Country = m_ui->txtpat_Country->text();
+        patient.pat_Fax = m_ui->txtpat_Fax->text();
+        patient.pat_FName = m_ui->txtpat_FName->text();
+        patient.pat_LName = m_ui->txtpat_LName->text();
+        patient.pat_Notes = m_ui->txtpat_Notes->text();
+        patient.pat_Phone = m_ui->txtpat_Phone->text();
+        patient.pat_State = m_ui->txtpat_State->text();
+        patient.pat_Zip = m_ui->txtpat_Zip->text();
+        if (!m_ui->grdRXs->commitEdit())
             return false;
         m_patient = clsPatient().savePatient(m_patient);
         refreshForm();

@@ -67,7 +67,7 @@ private:
     void printRX(bool exportIt);
     void printRXReport(bool exportIt);
 
-    std::unique_ptr<Ui::frmPatient> ui;
+    std::unique_ptr<Ui::frmPatient> m_ui;
     clsPatientPtr m_patient;
     clsFormulaPtr m_formula;
     platform::RecordsetPtr m_rsFormula;

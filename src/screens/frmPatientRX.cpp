@@ -6,11 +6,11 @@
 #include "platform/widgets/CommandBar.h"
 #include "screens/frmCurrFormula.h"
 #include "screens/frmPatient.h"
-#include "ui_frmPatient.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "ui_frmPatient.h"
 
 namespace sorvanto {
 
@@ -18,9 +18,7 @@ platform::Recordset& frmPatient::prescriptions() const {
     return platform::deref(platform::deref(m_patient).RXs);
 }
 
-bool frmPatient::readyForPrescriptions() {
-    return ui->grdRXs->commitEdit() && birthDateReadable();
-}
+bool frmPatient::readyForPrescriptions() { return m_ui->grdRXs->commitEdit() && birthDateReadable(); }
 
 void frmPatient::cmdAddRX_Click() {
     guarded("frmPatient:cmdAddRX_Click", [&] {
@@ -43,18 +41,18 @@ void frmPatient::cmdDeleteRX_Click() {
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
             return;
-        const int key = ui->grdRXs->columnByField("RXsID");
-        platform::deref(m_patient).deleteRX(platform::toInt16(ui->grdRXs->currentValue(key)));
+        const int key = m_ui->grdRXs->columnByField("RXsID");
+        platform::deref(m_patient).deleteRX(platform::toInt16(m_ui->grdRXs->currentValue(key)));
         saveForm();
         refreshForm();
     });
 }
 
 bool frmPatient::cmdMake() {
-    ui->grdRXs->commitEdit();
+    m_ui->grdRXs->commitEdit();
     if (prescriptions().recordCount() == 0) {
         platform::MsgBox(translated("No prescriptions"));
-    } else if (ui->grdRXs->selectedCount() == 0) {
+    } else if (m_ui->grdRXs->selectedCount() == 0) {
         platform::MsgBox(translated("You must select a prescription."));
     } else if (getFormula()) {
         makeFormula();
@@ -68,8 +66,8 @@ bool frmPatient::cmdMake() {
 bool frmPatient::getFormula() {
     return guarded("frmPatient:getFormula", false, [&] {
         m_rsFormula = platform::Recordset::create();
-        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = "
-                              + platform::nullText(prescriptions().value("LogID")) + ")",
+        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = " +
+                              platform::nullText(prescriptions().value("LogID")) + ")",
                           openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
         return m_rsFormula->recordCount() != 0;
     });

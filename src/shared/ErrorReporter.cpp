@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -16,8 +18,8 @@ namespace {
 constexpr qsizetype longestText = 20'000;
 
 bool sameReport(const ErrorReport& left, const ErrorReport& right) {
-    return left.tag == right.tag && left.number == right.number && left.description == right.description
-           && left.source == right.source && left.statement == right.statement;
+    return left.tag == right.tag && left.number == right.number && left.description == right.description &&
+           left.source == right.source && left.statement == right.statement;
 }
 
 /// One line "Name: text"; further lines of the text are indented below it.
@@ -26,16 +28,16 @@ QString line(const QString& name, const QString& text) {
         return {};
     QString shown = text.left(longestText);
     if (shown.size() < text.size())
-        shown += QStringLiteral("...");
-    shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    shown.replace(QLatin1Char('\n'), QStringLiteral("\n               "));
-    return QStringLiteral("  %1%2\n").arg((name + QLatin1Char(':')).leftJustified(13), shown);
+        shown += u"..."_s;
+    shown.replace(u"\r\n"_s, u"\n"_s);
+    shown.replace('\r'_L1, '\n'_L1);
+    shown.replace('\n'_L1, u"\n               "_s);
+    return u"  %1%2\n"_s.arg((name + ':'_L1).leftJustified(13), shown);
 }
 
 QString logName(const QString& folder, int number) {
-    const auto name = number == 0 ? QStringLiteral("errors.log") : QStringLiteral("errors.%1.log").arg(number);
-    return platform::platformPath(folder + QStringLiteral("\\") + name);
+    const auto name = number == 0 ? u"errors.log"_s : u"errors.%1.log"_s.arg(number);
+    return platform::platformPath(folder + u"\\"_s + name);
 }
 
 void putAside(const QString& folder) {
@@ -57,16 +59,14 @@ void ErrorReporter::onReport(std::function<void(const ErrorReport&)> callback) {
     m_callbacks.push_back(std::move(callback));
 }
 
-void ErrorReporter::setFailedStatement(const QString& statement) noexcept {
-    m_failedStatement = statement;
-}
+void ErrorReporter::setFailedStatement(const QString& statement) noexcept { m_failedStatement = statement; }
 
 void ErrorReporter::ReportError(const QString& description, const QString& number, const QString& source,
                                 std::int32_t, const QString& tag, const QString&, bool, bool, bool,
                                 bool) noexcept {
     try {
-        const ErrorReport report{platform::now(), description, number, source, tag,
-                                 std::exchange(m_failedStatement, QString())};
+        const ErrorReport report{platform::now(), description, number,
+                                 source,          tag,         std::exchange(m_failedStatement, QString())};
         if (countRepeat(report))
             return;
         if (m_reports.size() >= keptReports)
@@ -85,7 +85,7 @@ bool ErrorReporter::countRepeat(const ErrorReport& report) {
     if (found == m_reports.end())
         return false;
     ++found->count;
-    write(QStringLiteral("%1  %2  error %3, for the %4. time in this run\n")
+    write(u"%1  %2  error %3, for the %4. time in this run\n"_s
               .arg(platform::storedDate(report.time), report.tag, report.number)
               .arg(found->count));
     return true;
@@ -103,15 +103,14 @@ void ErrorReporter::announce(const ErrorReport& report) {
 }
 
 void ErrorReporter::append(const ErrorReport& report) {
-    write(QStringLiteral("%1  %2  error %3\n").arg(platform::storedDate(report.time), report.tag, report.number)
-          + line(QStringLiteral("Description"), report.description) + line(QStringLiteral("Source"), report.source)
-          + line(QStringLiteral("Statement"), report.statement) + head());
+    write(u"%1  %2  error %3\n"_s.arg(platform::storedDate(report.time), report.tag, report.number) +
+          line(u"Description"_s, report.description) + line(u"Source"_s, report.source) +
+          line(u"Statement"_s, report.statement) + head());
 }
 
 QString ErrorReporter::head() const {
-    return line(QStringLiteral("Product"), m_product) + line(QStringLiteral("Version"), m_version)
-           + line(QStringLiteral("Note"), m_note) + line(QStringLiteral("Store"), m_store)
-           + line(QStringLiteral("Phone"), m_phone);
+    return line(u"Product"_s, m_product) + line(u"Version"_s, m_version) + line(u"Note"_s, m_note) +
+           line(u"Store"_s, m_store) + line(u"Phone"_s, m_phone);
 }
 
 void ErrorReporter::write(const QString& text) {
@@ -122,8 +121,8 @@ void ErrorReporter::write(const QString& text) {
         putAside(folder);
     // Statements hold patients' names: nobody but the owner may read them.
     const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-    const bool written = file.open(QIODevice::Append | QIODevice::WriteOnly, ownerOnly)
-                         && file.write(bytes) == bytes.size() && file.flush();
+    const bool written = file.open(QIODevice::Append | QIODevice::WriteOnly, ownerOnly) &&
+                         file.write(bytes) == bytes.size() && file.flush();
     m_logFailure = written ? QString() : file.errorString();
 }
 

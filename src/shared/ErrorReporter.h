@@ -41,8 +41,8 @@ public:
     void ReportPhone(const QString& phone);
 
     virtual void ReportError(const QString& description, const QString& number, const QString& source,
-                             std::int32_t statementNumber, const QString& tag, const QString& empty, bool flag1,
-                             bool flag2, bool flag3, bool flag4) noexcept;
+                             std::int32_t statementNumber, const QString& tag, const QString& empty,
+                             bool flag1, bool flag2, bool flag3, bool flag4) noexcept;
 
     /// The statement that the next report belongs to; taken by that report.
     virtual void setFailedStatement(const QString& statement) noexcept;

@@ -37,7 +37,9 @@ class ResumeNext {
 public:
     explicit ResumeNext(QString tag) : m_tag(std::move(tag)) {}
     template <class Step>
-    void operator()(Step&& step) const { guarded(m_tag, std::forward<Step>(step)); }
+    void operator()(Step&& step) const {
+        guarded(m_tag, std::forward<Step>(step));
+    }
 
 private:
     QString m_tag;

@@ -4,12 +4,14 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
 /// "frmLog" of the class sorvanto::frmLog.
 QString plainClassName(const QObject& object) {
-    return QString::fromLatin1(object.metaObject()->className()).section(QStringLiteral("::"), -1);
+    return QString::fromLatin1(object.metaObject()->className()).section(u"::"_s, -1);
 }
 }  // namespace
 
@@ -21,7 +23,7 @@ RecordScreen::~RecordScreen() {
 }
 
 void RecordScreen::Listener(std::int16_t value) {
-    guarded(plainClassName(*this) + QStringLiteral(":setListener"), [&] {
+    guarded(plainClassName(*this) + u":setListener"_s, [&] {
         m_listener = value;
         if (value == -1) {
             platform::deref(basMain::Main).connectListener(*this);

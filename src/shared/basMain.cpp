@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace basMain {
 namespace {
@@ -40,8 +42,7 @@ std::function<void()> endProgram = endAtOnce;
 
 QString tableEntry(const QStringList& table, int index) {
     if (index < 0 || index >= table.size())
-        throw platform::RuntimeError(platform::error::subscriptOutOfRange,
-                                     QStringLiteral("Subscript out of range"));
+        throw platform::RuntimeError(platform::error::subscriptOutOfRange, u"Subscript out of range"_s);
     return table.at(index);
 }
 

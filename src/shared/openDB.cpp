@@ -7,18 +7,16 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
 enum class Outcome { Done, LocationInvalid };
 
-platform::RuntimeError notSet() {
-    return {platform::error::objectNotSet, QStringLiteral("Object variable not set")};
-}
+platform::RuntimeError notSet() { return {platform::error::objectNotSet, u"Object variable not set"_s}; }
 
-bool isOpen() {
-    return platform::deref(basMain::gConnection).state() == 1;
-}
+bool isOpen() { return platform::deref(basMain::gConnection).state() == 1; }
 
 QString databasePath() {
     if (!basMain::databaseLocation)
@@ -32,8 +30,8 @@ bool meansInvalidLocation(const platform::RuntimeError& failure) {
 
 Outcome openFile(const QString& path) {
     basMain::gConnection = std::make_shared<platform::Connection>();
-    basMain::gConnectionString = QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + path
-                                 + QStringLiteral(";Persist Security Info=False");
+    basMain::gConnectionString =
+        u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
     try {
         basMain::gConnection->open(basMain::gConnectionString);
     } catch (const platform::RuntimeError& failure) {
@@ -46,7 +44,7 @@ Outcome openFile(const QString& path) {
 
 /// True when another location is to be tried; otherwise the program has been ended.
 bool askNewLocation(const ResumeNext& step) {
-    const auto question = translated(QStringLiteral("Database location invalid, please select new location."));
+    const auto question = translated(u"Database location invalid, please select new location."_s);
     if (platform::MsgBox(question, {platform::Buttons::YesNoCancel}) != platform::Answer::Yes) {
         basMain::endProgram();
         return false;
@@ -60,15 +58,14 @@ bool askNewLocation(const ResumeNext& step) {
 }
 
 void tellNotFound() {
-    platform::MsgBox(QStringLiteral("Database file not found. Please set in options"),
-                     {platform::Buttons::Ok, platform::Icon::Information},
-                     QStringLiteral("DATABASE NOT FOUND"));
+    platform::MsgBox(u"Database file not found. Please set in options"_s,
+                     {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
 }
 
 }  // namespace
 
 platform::ConnectionPtr openDB() {
-    const ResumeNext step(QStringLiteral("frmMain:openDB"));
+    const ResumeNext step(u"frmMain:openDB"_s);
     bool again = true;
     while (again) {
         again = false;

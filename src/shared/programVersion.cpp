@@ -1,6 +1,8 @@
 // The program's version, as the about box and the error reports state it.
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -10,8 +12,6 @@ constexpr int revision = 0;
 
 }  // namespace
 
-QString programVersion() {
-    return QStringLiteral("%1.%2.%3").arg(major).arg(minor).arg(revision);
-}
+QString programVersion() { return u"%1.%2.%3"_s.arg(major).arg(minor).arg(revision); }
 
 }  // namespace sorvanto

@@ -17,7 +17,8 @@ protected:
         return result;
     }
     void use(const QByteArray& entries) {
-        folder.write("GermanTranslation.xml", "<Translations Language=\"German\">" + entries + "</Translations>");
+        folder.write("GermanTranslation.xml",
+                     "<Translations Language=\"German\">" + entries + "</Translations>");
         store.setLanguage(2);
     }
     QByteArray file() const { return folder.read("GermanTranslation.xml"); }
@@ -118,11 +119,17 @@ TEST_F(clsLanguageTest, AnEmptyTextMakesOneEmptyEntry) {
     use("");
     EXPECT_EQ(translate(""), "");
     EXPECT_EQ(translate("   "), "");
-    EXPECT_EQ(file(), "<Translations Language=\"German\"><Translate English=\"\" Translated=\"\"/></Translations>");
+    EXPECT_EQ(file(),
+              "<Translations Language=\"German\"><Translate English=\"\" Translated=\"\"/></Translations>");
 }
 
 TEST_F(clsLanguageTest, KeysWithMarksAndLineEndsSurviveAStart) {
-    const QStringList keys{"a & b", "a < b > c", "say \"x\"", "first\rsecond", "first\r\nsecond", "tab\tbed",
+    const QStringList keys{"a & b",
+                           "a < b > c",
+                           "say \"x\"",
+                           "first\rsecond",
+                           "first\r\nsecond",
+                           "tab\tbed",
                            QString::fromUtf8("Größe €")};
     use("");
     for (const QString& key : keys)

@@ -54,9 +54,11 @@ struct TextProperty {
     const char* value;
 };
 
-#define TEXT_PROPERTY(name, element, value) \
-    TextProperty { element, [](clsOptions& o) { return o.name(); }, \
-                   [](clsOptions& o, const QString& text) { o.name(text); }, value }
+#define TEXT_PROPERTY(name, element, value)                                                                  \
+    TextProperty {                                                                                           \
+        element, [](clsOptions& o) { return o.name(); },                                                     \
+            [](clsOptions& o, const QString& text) { o.name(text); }, value                                  \
+    }
 
 const TextProperty textProperties[] = {
     TEXT_PROPERTY(DefPrinter, "DefPrinter", ""),
@@ -77,13 +79,14 @@ struct NumberProperty {
     void (*set)(clsOptions&, std::int16_t);
 };
 
-#define NUMBER_PROPERTY(name) \
-    NumberProperty { #name, [](clsOptions& o) { return o.name(); }, \
-                     [](clsOptions& o, std::int16_t number) { o.name(number); } }
+#define NUMBER_PROPERTY(name)                                                                                \
+    NumberProperty {                                                                                         \
+#name, [](clsOptions & o) { return o.name(); }, [](clsOptions & o,                                   \
+                                                           std::int16_t number) { o.name(number); }          \
+    }
 
-const NumberProperty numberProperties[] = {
-    NUMBER_PROPERTY(Language), NUMBER_PROPERTY(CommPort), NUMBER_PROPERTY(ShowPatients),
-    NUMBER_PROPERTY(OverrideSpeed)};
+const NumberProperty numberProperties[] = {NUMBER_PROPERTY(Language), NUMBER_PROPERTY(CommPort),
+                                           NUMBER_PROPERTY(ShowPatients), NUMBER_PROPERTY(OverrideSpeed)};
 
 TEST_F(clsOptionsTest, ReadsEachTextFromItsElement) {
     for (const auto& property : textProperties)
@@ -105,7 +108,7 @@ TEST_F(clsOptionsTest, TextsComeBackAsTheyWereSetAndSurviveASave) {
 
 TEST_F(clsOptionsTest, NumbersAreStoredAsDecimalText) {
     for (const auto& property : numberProperties) {
-        for (const std::int16_t number : {0, 1, -1, 7, 32767, -32768}) {
+        for (const std::int16_t number : std::initializer_list<std::int16_t>{0, 1, -1, 7, 32767, -32768}) {
             property.set(options(), number);
             EXPECT_EQ(property.get(options()), number) << property.element;
         }
@@ -136,7 +139,7 @@ TEST_F(clsOptionsTest, ZipIsTheElementPostalCode) {
 }
 
 TEST_F(clsOptionsTest, LanguageForgivesAnyText) {
-    const std::pair<const char*, int> table[] = {{"3abc", 3}, {"abc", 0}, {"", 0},   {"2.6", 3},
+    const std::pair<const char*, int> table[] = {{"3abc", 3}, {"abc", 0}, {"", 0},    {"2.6", 3},
                                                  {"2.5", 2},  {" 4", 4},  {"-1", -1}, {"9", 9}};
     for (const auto& [text, number] : table) {
         loadWith("Language", text);
@@ -246,7 +249,7 @@ TEST_P(RepairTest, OnAFullDiskTheElementStaysInMemory) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Elements, RepairTest, ::testing::ValuesIn(repairs),
-                         [](const auto& info) { return std::string(info.param.element); });
+                         [](const auto& row) { return std::string(row.param.element); });
 
 TEST_F(clsOptionsTest, TheFirstElementOfThatNameIsTheParent) {
     QByteArray xml = optionsXml();
@@ -332,8 +335,8 @@ TEST_P(BrokenOptionsTest, EachReadFailsAndTheFileStaysAsItIs) {
 
 INSTANTIATE_TEST_SUITE_P(Files, BrokenOptionsTest,
                          ::testing::Values("garbage", "", "<Configuration><Options>", "<Configuration/>",
-                                           "<Configuration><Version>1</Version></Configuration>",
-                                           "<a/><b/>", "\xff\xfe\x00", "<Other><Thing/></Other>"));
+                                           "<Configuration><Version>1</Version></Configuration>", "<a/><b/>",
+                                           "\xff\xfe\x00", "<Other><Thing/></Other>"));
 
 TEST_F(clsOptionsTest, ASaveThatFailsLeavesTheOldFileWhole) {
     const QByteArray before = file();

@@ -17,6 +17,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using platform::ChoiceBox;
 using platform::TextBox;
 using sorvanto::frmOptions;
@@ -33,7 +35,7 @@ protected:
         // No port of this machine may show: links to nothing stand for ports that are not there.
         QDir(folder.path()).mkdir("ports");
         for (int port = 1; port <= 4; ++port)
-            QFile::link("/nowhere/at/all", folder.path(QString("ports/COM%1").arg(port)));
+            QFile::link("/nowhere/at/all", folder.path(u"ports/COM%1"_s.arg(port)));
     }
     void TearDown() override {
         sorvanto::setPrinterNames({});
@@ -80,8 +82,8 @@ TEST_F(frmOptionsTest, ShowsTheOptions) {
 
 TEST_F(frmOptionsTest, ListsLanguagesAndCurrencies) {
     frmOptions form;
-    EXPECT_EQ(entries(form, "cboLanguage"), QStringList({"English", "Espanol", "Deutsch", "Francais", "Russian",
-                                                         "Portuguese", "Italiano", "Suisse"}));
+    EXPECT_EQ(entries(form, "cboLanguage"), QStringList({"English", "Espanol", "Deutsch", "Francais",
+                                                         "Russian", "Portuguese", "Italiano", "Suisse"}));
     EXPECT_EQ(entries(form, "cboCurrency"), QStringList({"$", QString(QChar(0x20AC))}));
 }
 
@@ -104,9 +106,11 @@ TEST_F(frmOptionsTest, AnUnknownCurrencyShowsNothing) {
 }
 
 TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
-    const QStringList keys{"Options", "Company Options", "Sorvanto Options", "Data Location", "Address", "City",
-                           "Fax", "Phone", "State", "Company Name", "Postal Code", "Language", "Comm Port",
-                           "Show Patients", "Override Speed Recommendations"};
+    const QStringList keys{"Options",       "Company Options", "Sorvanto Options",
+                           "Data Location", "Address",         "City",
+                           "Fax",           "Phone",           "State",
+                           "Company Name",  "Postal Code",     "Language",
+                           "Comm Port",     "Show Patients",   "Override Speed Recommendations"};
     QByteArray xml = "<Translations Language=\"German\">";
     for (const QString& key : keys)
         xml += "<Translate English=\"" + key.toUtf8() + "\" Translated=\"de " + key.toUtf8() + "\"/>";
@@ -118,12 +122,17 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
     EXPECT_EQ(child<QGroupBox>(form, "fraPharmacy")->title(), "de Company Options");
     EXPECT_EQ(child<QGroupBox>(form, "fraSorvanto")->title(), "de Sorvanto Options");
     EXPECT_EQ(child<QGroupBox>(form, "fraDB")->title(), "de Data Location");
-    const std::pair<const char*, const char*> labels[] = {
-        {"lblAddress", "Address"}, {"lblCity", "City"},   {"lblFax", "Fax"},  {"lblPhone", "Phone"},
-        {"lblState", "State"},     {"lblZip", "Postal Code"}, {"lblStoreName", "Company Name"},
-        {"lblLanguage", "Language"}, {"lblPort", "Comm Port"}};
+    const std::pair<const char*, const char*> labels[] = {{"lblAddress", "Address"},
+                                                          {"lblCity", "City"},
+                                                          {"lblFax", "Fax"},
+                                                          {"lblPhone", "Phone"},
+                                                          {"lblState", "State"},
+                                                          {"lblZip", "Postal Code"},
+                                                          {"lblStoreName", "Company Name"},
+                                                          {"lblLanguage", "Language"},
+                                                          {"lblPort", "Comm Port"}};
     for (const auto& [name, caption] : labels)
-        EXPECT_EQ(child<QLabel>(form, name)->text(), QString("de ") + caption) << name;
+        EXPECT_EQ(child<QLabel>(form, name)->text(), u"de "_s + caption) << name;
     EXPECT_EQ(child<QCheckBox>(form, "chkPatients")->text(), "de Show Patients");
     EXPECT_EQ(child<QCheckBox>(form, "chkOverSpeed")->text(), "de Override Speed Recommendations");
     EXPECT_EQ(child<QLabel>(form, "lblCurrency")->text(), "Currency");
@@ -141,10 +150,10 @@ TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {
     const QString grown = QString::fromUtf8(folder.read("FrenchTranslation.xml"));
     EXPECT_EQ(grown.count("<Translate "), 15);
     qsizetype last = -1;
-    for (const char* key : {"Options", "Company Options", "Sorvanto Options", "Data Location", "Address", "City", "Fax",
-                            "Phone", "State", "Company Name", "Postal Code", "Language", "Comm Port", "Show Patients",
-                            "Override Speed Recommendations"}) {
-        const auto place = grown.indexOf(QString("English=\"%1\"").arg(key));
+    for (const char* key : {"Options", "Company Options", "Sorvanto Options", "Data Location", "Address",
+                            "City", "Fax", "Phone", "State", "Company Name", "Postal Code", "Language",
+                            "Comm Port", "Show Patients", "Override Speed Recommendations"}) {
+        const auto place = grown.indexOf(u"English=\"%1\""_s.arg(key));
         EXPECT_GT(place, last) << key;
         last = place;
     }
@@ -237,22 +246,24 @@ TEST_F(frmOptionsTest, SavingWithoutATouchWritesTheSameFile) {
 
 TEST_F(frmOptionsTest, SavesEveryBox) {
     frmOptions form;
-    for (const char* name : {"txtStoreName", "txtAddress", "txtCity", "txtState", "txtZip", "txtPhone", "txtFax", "txtDEA"})
-        child<TextBox>(form, name)->setText(QString("O'") + name);
+    for (const char* name :
+         {"txtStoreName", "txtAddress", "txtCity", "txtState", "txtZip", "txtPhone", "txtFax", "txtDEA"})
+        child<TextBox>(form, name)->setText(u"O'"_s + name);
     child<QCheckBox>(form, "chkPatients")->setChecked(false);
     child<QCheckBox>(form, "chkOverSpeed")->setChecked(true);
     child<ChoiceBox>(form, "cboLanguage")->setListIndex(7);
     child<ChoiceBox>(form, "cboPrinter")->setListIndex(2);
     click(form, "cmdSave");
     const QByteArray saved = file();
-    for (const char* part : {"<StoreName>O'txtStoreName<", "<Address>O'txtAddress<", "<City>O'txtCity<", "<State>O'txtState<",
-                             "<PostalCode>O'txtZip<", "<Phone>O'txtPhone<", "<Fax>O'txtFax<", "<DEA>O'txtDEA<",
-                             "<ShowPatients>0<", "<OverrideSpeed>1<", "<Language>7<", "<DefPrinter>PDF<"})
+    for (const char* part :
+         {"<StoreName>O'txtStoreName<", "<Address>O'txtAddress<", "<City>O'txtCity<", "<State>O'txtState<",
+          "<PostalCode>O'txtZip<", "<Phone>O'txtPhone<", "<Fax>O'txtFax<", "<DEA>O'txtDEA<",
+          "<ShowPatients>0<", "<OverrideSpeed>1<", "<Language>7<", "<DefPrinter>PDF<"})
         EXPECT_TRUE(saved.contains(part)) << part;
 }
 
 TEST_F(frmOptionsTest, TenThousandCharactersSurviveInEveryBox) {
-    const QString longText = QString("Ünïcode <&> \"x\" it's ").repeated(500).left(9999) + ".";
+    const QString longText = u"Ünïcode <&> \"x\" it's "_s.repeated(500).left(9999) + ".";
     const char* const boxes[] = {"txtStoreName", "txtAddress", "txtCity", "txtState",
                                  "txtZip",       "txtPhone",   "txtFax",  "txtDEA"};
     {
@@ -285,7 +296,8 @@ TEST_F(frmOptionsTest, AnotherDatabaseWaitsForTheNextStartWhileOneIsOpen) {
     click(form, "cmdSave");
     EXPECT_EQ(basMain::Options->DBLocation(), folder.path("other.mdb"));
     sorvanto::openDB()->execute("INSERT INTO Patient (pat_LName) VALUES ('Doe')");
-    EXPECT_EQ(sqlText("SELECT pat_LName FROM Patient").toStdString(), "Doe") << "the open file is still in use";
+    EXPECT_EQ(sqlText("SELECT pat_LName FROM Patient").toStdString(), "Doe")
+        << "the open file is still in use";
     EXPECT_FALSE(folder.has("other.mdb"));
 }
 
@@ -386,7 +398,8 @@ TEST_F(frmOptionsTest, ALongPathIsShortenedForTheEyeAlone) {
 
 TEST_F(frmOptionsTest, AChosenFileShowsInFullAndTheTipStays) {
     const QString old = databasePath();
-    const QString path = "/another/very/long/way/to/the/place/where/the/data/of/the/pharmacy/is/kept/sorvanto.mdb";
+    const QString path =
+        "/another/very/long/way/to/the/place/where/the/data/of/the/pharmacy/is/kept/sorvanto.mdb";
     frmOptions form;
     asker.expectFile("Sorvanto Data|Sorvanto.mdb", path, "");
     click(form, "cmdDB");
@@ -453,7 +466,7 @@ TEST_F(frmOptionsTest, ShortenStringCutsAsToldToTheCharacter) {
         {folder47 + "\\abc.mdb", 55, folder47 + "\\abc.mdb"},
         {folder47 + "f\\abc.mdb", 55, (folder47 + "f").left(45) + "...\\abc.mdb"},
         {folder47 + "/abc/def.mdb", 55, folder47.left(45) + ".../def.mdb"},
-        {"C:\\one\\two/three.mdb", 18, "C:\\one..." + QString("/three.mdb")},
+        {"C:\\one\\two/three.mdb", 18, "C:\\one..." + u"/three.mdb"_s},
         {"C:\\abcd\\" + QString(52, 'n'), 55, "...\\" + QString(52, 'n')},
     };
     for (const Cut& cut : table)
@@ -463,7 +476,7 @@ TEST_F(frmOptionsTest, ShortenStringCutsAsToldToTheCharacter) {
 
 TEST_F(frmOptionsTest, ACutPathIsOneCharacterLongerThanTheLimit) {
     for (int length = 56; length < 90; ++length) {
-        const QString path = QString("/").leftJustified(length - 13, 'd') + "/sorvanto.mdb";
+        const QString path = u"/"_s.leftJustified(length - 13, 'd') + "/sorvanto.mdb";
         EXPECT_EQ(frmOptions::ShortenString(path, 55).size(), 56) << length;
     }
 }

@@ -8,12 +8,15 @@
 #include <QAbstractButton>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using sorvanto::frmWizard;
 using support::child;
 
 namespace {
 
-const QStringList captions{"English", "Espanol", "Deutsch", "Francais", "Ruski", "Portuguese", "Italiano", "Polish"};
+const QStringList captions{"English", "Espanol",    "Deutsch",  "Francais",
+                           "Ruski",   "Portuguese", "Italiano", "Polish"};
 
 class frmWizardTest : public support::TestProgram {};
 
@@ -22,14 +25,14 @@ TEST_F(frmWizardTest, OffersTheEightLanguages) {
     EXPECT_EQ(wizard.windowTitle(), "Sorvanto Language");
     EXPECT_EQ(wizard.findChildren<QAbstractButton*>().size(), captions.size());
     for (int index = 0; index < captions.size(); ++index)
-        EXPECT_EQ(child<QAbstractButton>(wizard, QString("optLanguage_%1").arg(index))->text(), captions[index]);
+        EXPECT_EQ(child<QAbstractButton>(wizard, u"optLanguage_%1"_s.arg(index))->text(), captions[index]);
 }
 
 TEST_F(frmWizardTest, TheFirstClickIsTheAnswer) {
     for (int index = 0; index < captions.size(); ++index) {
         frmWizard wizard;
         wizard.show();
-        QTest::mouseClick(child<QAbstractButton>(wizard, QString("optLanguage_%1").arg(index)), Qt::LeftButton);
+        QTest::mouseClick(child<QAbstractButton>(wizard, u"optLanguage_%1"_s.arg(index)), Qt::LeftButton);
         EXPECT_EQ(wizard.Language(), index);
         EXPECT_FALSE(wizard.isVisible());
     }

@@ -1,12 +1,14 @@
 // The dated copies of the database.
-#include "TestProgram.h"
 #include "core/DailyBackup.h"
-#include "platform/data/DatabaseCopy.h"
+#include "TestProgram.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DatabaseCopy.h"
 #include "shared/basMain.h"
 
 #include <QDir>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -47,7 +49,7 @@ TEST_F(DailyBackupTest, OneADayIsEnough) {
 TEST_F(DailyBackupTest, TheNewestFourteenStayAndOtherFilesToo) {
     QDir(folder.path()).mkdir("backups");
     for (int day = 1; day <= 16; ++day)
-        folder.write(QString("backups/sorvanto-2026-02-%1.mdb").arg(day, 2, 10, QChar('0')), "old");
+        folder.write(u"backups/sorvanto-2026-02-%1.mdb"_s.arg(day, 2, 10, QChar('0')), "old");
     folder.write("backups/sorvanto-before-the-move.mdb", "mine");
     folder.write("backups/before-update-from-1.mdb", "kept");
     run();
@@ -102,7 +104,8 @@ TEST_F(DailyBackupTest, ChangesDuringTheCopyAreInIt) {
     openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     while (!copy.step(1)) {
     }
-    EXPECT_EQ(support::rowsText(support::runSql(folder.path("copy.mdb"), "SELECT chm_Name FROM Chemical")), "Urea");
+    EXPECT_EQ(support::rowsText(support::runSql(folder.path("copy.mdb"), "SELECT chm_Name FROM Chemical")),
+              "Urea");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Steps applied to a real database file.
-#include "TestProgram.h"
 #include "core/DatabaseUpdater.h"
+#include "TestProgram.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/basMain.h"
 
@@ -26,10 +26,11 @@ protected:
         return sqlText("SELECT count(*) FROM sqlite_master WHERE name = '" + name + "'") == "1";
     }
 
-    static constexpr auto two = "<Step From=\"1\" To=\"1.1\"><Statement>CREATE TABLE Shelf(Place TEXT(20))</Statement>"
-                                "<Statement>INSERT INTO Shelf VALUES('upper')</Statement></Step>"
-                                "<Step From=\"1.1\" To=\"2\"><Statement>ALTER TABLE Shelf ADD COLUMN Level SMALLINT"
-                                "</Statement></Step>";
+    static constexpr auto two =
+        "<Step From=\"1\" To=\"1.1\"><Statement>CREATE TABLE Shelf(Place TEXT(20))</Statement>"
+        "<Statement>INSERT INTO Shelf VALUES('upper')</Statement></Step>"
+        "<Step From=\"1.1\" To=\"2\"><Statement>ALTER TABLE Shelf ADD COLUMN Level SMALLINT"
+        "</Statement></Step>";
     DatabaseUpdater updater;
     support::Rows before;
     QString version = "1";
@@ -42,7 +43,8 @@ TEST_F(DatabaseUpdaterTest, AppliesAllStepsAndSaysSo) {
     EXPECT_TRUE(applied);
     EXPECT_EQ(version, "2");
     EXPECT_EQ(sqlText("SELECT Place, Level FROM Shelf"), "upper|NULL");
-    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1.0") << "written by the program, not by the updater";
+    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options"), "1.0")
+        << "written by the program, not by the updater";
 }
 
 TEST_F(DatabaseUpdaterTest, KeepsACheckedCopyAsItWasBefore) {

@@ -1,7 +1,7 @@
 // The strip that shows error reports, and the window that lists them.
+#include "core/ErrorStrip.h"
 #include "Child.h"
 #include "TestProgram.h"
-#include "core/ErrorStrip.h"
 #include "core/ErrorReportList.h"
 
 #include <QApplication>

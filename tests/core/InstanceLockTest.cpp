@@ -1,6 +1,6 @@
 // The lock that tells a second program from the first.
-#include "TempProgramFolder.h"
 #include "core/InstanceLock.h"
+#include "TempProgramFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

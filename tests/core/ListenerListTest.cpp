@@ -6,6 +6,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using sorvanto::ListenerList;
@@ -15,7 +17,7 @@ QStringList heard;
 struct Ear : sorvanto::ToolListener {
     explicit Ear(QString earName) : name(std::move(earName)) {}
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override {
-        heard << QString("%1 %2 %3").arg(name, toolName, searchText).trimmed();
+        heard << u"%1 %2 %3"_s.arg(name, toolName, searchText).trimmed();
         if (react)
             react(toolName);
     }

@@ -1,5 +1,7 @@
 #include "MainWindowTest.h"
 
+using namespace Qt::StringLiterals;
+
 namespace core_test {
 
 Parts MainWindowTest::stubParts() {
@@ -29,7 +31,7 @@ Parts MainWindowTest::stubParts() {
         trace << "control";
         return platform::deref(screen.findChild<ctlSorvanto*>());
     };
-    stubs.formName = [](RecordScreen&) { return QString("Cold Cream"); };
+    stubs.formName = [](RecordScreen&) { return u"Cold Cream"_s; };
     stubs.updater = [this] {
         auto updater = std::make_unique<StubUpdater>(trace);
         if (prepareUpdater)
@@ -57,9 +59,9 @@ void MainWindowTest::make() {
 QStringList MainWindowTest::taken(const QStringList& words) {
     QStringList found;
     for (const QString& line : std::exchange(trace, {})) {
-        const bool wanted = words.isEmpty() || std::any_of(words.begin(), words.end(), [&](const QString& word) {
-                                return line.contains(word);
-                            });
+        const bool wanted =
+            words.isEmpty() ||
+            std::any_of(words.begin(), words.end(), [&](const QString& word) { return line.contains(word); });
         if (wanted)
             found << line;
     }

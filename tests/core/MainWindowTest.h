@@ -15,6 +15,8 @@
 
 namespace core_test {
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 /// Writes "name:what" to the trace. Its text boxes bear the number of the instance, so that a caption tells
@@ -28,7 +30,7 @@ public:
         for (const QString& box : boxes) {
             auto* edit = new QLineEdit(this);
             edit->setObjectName(box);
-            edit->setText(QString("%1 of %2").arg(box).arg(instance));
+            edit->setText(u"%1 of %2"_s.arg(box).arg(instance));
         }
     }
     ~StubScreen() override { m_trace << m_name + ":drop"; }
@@ -40,7 +42,7 @@ public:
     }
     using RecordScreen::Listener;
     void Listener(std::int16_t value) override {
-        m_trace << QString("%1:Listener %2").arg(m_name).arg(value);
+        m_trace << u"%1:Listener %2"_s.arg(m_name).arg(value);
         RecordScreen::Listener(value);
     }
     std::int16_t closeForm() override {
@@ -50,7 +52,7 @@ public:
         return closeAnswer;
     }
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override {
-        m_trace << QString("%1:btnClick %2 \"%3\"").arg(m_name, toolName, searchText);
+        m_trace << u"%1:btnClick %2 \"%3\""_s.arg(m_name, toolName, searchText);
         captionAtClick = basMain::Main ? static_cast<frmMain*>(basMain::Main)->windowTitle() : QString();
         if (onClick)
             onClick(toolName);
@@ -76,14 +78,13 @@ class StubUpdater : public DatabaseUpdater {
 public:
     explicit StubUpdater(QStringList& trace) : m_trace(trace) { m_trace << "updater:create"; }
     ~StubUpdater() override { m_trace << "updater:drop"; }
-    void IdentifyStore(const QString& first, const QString& second, const QString& store, const QString& phone,
-                       QVariant&) override {
-        m_trace << QString("updater:IdentifyStore \"%1\" \"%2\" \"%3\" \"%4\"").arg(first, second, store, phone);
+    void IdentifyStore(const QString& first, const QString& second, const QString& store,
+                       const QString& phone, QVariant&) override {
+        m_trace << u"updater:IdentifyStore \"%1\" \"%2\" \"%3\" \"%4\""_s.arg(first, second, store, phone);
     }
     void ApplyUpdates(const platform::ConnectionPtr& connection, const QString& path, QString& version,
                       bool& applied) override {
-        m_trace << QString("updater:ApplyUpdates open=%1 \"%2\" \"%3\"")
-                       .arg(connection->state())
+        m_trace << u"updater:ApplyUpdates open=%1 \"%2\" \"%3\""_s.arg(connection->state())
                        .arg(QString(path).replace(platform::programFolder(), "<folder>"), version);
         if (onApply)
             onApply(version, applied);
@@ -110,7 +111,9 @@ protected:
     /// The trace since the last call, lines that begin with any of the words alone; all without words.
     QStringList taken(const QStringList& words = {});
     StubScreen& stub(int number) { return dynamic_cast<StubScreen&>(*window->screen(number)); }
-    platform::Tool& tool(const QString& band, const QString& name) { return window->bar().band(band).tool(name); }
+    platform::Tool& tool(const QString& band, const QString& name) {
+        return window->bar().band(band).tool(name);
+    }
     void click(const QString& band, const QString& name) { window->ActiveBar_ToolClick(tool(band, name)); }
 
     QStringList trace;

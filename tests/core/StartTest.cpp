@@ -69,8 +69,8 @@ TEST_F(StartTest, FillsTheSharedObjectsAndTables) {
     EXPECT_EQ(basMain::JarSizes.value(0), QString());
     EXPECT_EQ(basMain::MixTimes.size(), 256);
     EXPECT_EQ(window->current(), formulas);
-    EXPECT_EQ(basMain::gConnectionString,
-              "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + databasePath() + ";Persist Security Info=False");
+    EXPECT_EQ(basMain::gConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + databasePath() +
+                                              ";Persist Security Info=False");
 }
 
 TEST_F(StartTest, HostsEachScreenWithUntranslatedTexts) {
@@ -85,10 +85,11 @@ TEST_F(StartTest, HostsEachScreenWithUntranslatedTexts) {
         const char *child, *tool, *text;
         int number;
     };
-    for (const Row& row : {Row{"Current", "frmCurrent", "Current Formula", currentFormula},
-                           Row{"Formulas", "frmFormula", "Formulas", formulas},
-                           Row{"Chemicals", "frmChemical", "Chemicals", chemicals},
-                           Row{"Logs", "frmLog", "Logs", logs}, Row{"Patients", "frmPatient", "Patients", patients}}) {
+    for (const Row& row :
+         {Row{"Current", "frmCurrent", "Current Formula", currentFormula},
+          Row{"Formulas", "frmFormula", "Formulas", formulas},
+          Row{"Chemicals", "frmChemical", "Chemicals", chemicals}, Row{"Logs", "frmLog", "Logs", logs},
+          Row{"Patients", "frmPatient", "Patients", patients}}) {
         const auto& tool = bar.band("Forms").childBand(row.child).tool(row.tool);
         EXPECT_EQ(tool.description(), row.text);
         EXPECT_EQ(tool.toolTip(), row.text);
@@ -152,9 +153,10 @@ TEST_F(StartTest, ASecondInstanceEndsAfterTheUpdateAndBeforeTheScreens) {
 }
 
 TEST_F(StartTest, TheRefusalOfASecondInstanceIsTranslated) {
-    folder.write("EnglishTranslation.xml",
-                 "<Translations Language=\"English\"><Translate English=\"Sorvanto control panel is already running, "
-                 "only one instance allowed.\" Translated=\"Once is enough.\"/></Translations>");
+    folder.write(
+        "EnglishTranslation.xml",
+        "<Translations Language=\"English\"><Translate English=\"Sorvanto control panel is already running, "
+        "only one instance allowed.\" Translated=\"Once is enough.\"/></Translations>");
     parts.previousInstance = [] { return true; };
     asker.expectMsgBox("Once is enough.", {platform::Buttons::Ok, platform::Icon::Critical});
     load();
@@ -273,8 +275,8 @@ protected:
 TEST_F(FirstStartTest, AsksTheLanguageThenMissesTheDatabaseTwice) {
     bool wizardCameFirst = false;
     asker.expectModal("frmWizard", [&](QWidget& wizard) {
-        wizardCameFirst = !basMain::Language && basMain::gConnection && basMain::gConnection->state() != 1
-                          && !folder.has("PolishTranslation.xml");
+        wizardCameFirst = !basMain::Language && basMain::gConnection && basMain::gConnection->state() != 1 &&
+                          !folder.has("PolishTranslation.xml");
         for (auto* button : wizard.findChildren<QAbstractButton*>()) {
             if (button->text() == "Polish")
                 return button->click();
@@ -291,7 +293,8 @@ TEST_F(FirstStartTest, AsksTheLanguageThenMissesTheDatabaseTwice) {
     EXPECT_TRUE(folder.has("options.xml"));
     EXPECT_FALSE(folder.has("sorvanto.mdb")) << "opening creates nothing";
     EXPECT_TRUE(platform::deref(basMain::Language).translationPath().contains("Swiss"));
-    EXPECT_EQ(taken({"ApplyUpdates"}), QStringList{"updater:ApplyUpdates open=0 \"<folder>\\dbupdate.xml\" \"\""});
+    EXPECT_EQ(taken({"ApplyUpdates"}),
+              QStringList{"updater:ApplyUpdates open=0 \"<folder>\\dbupdate.xml\" \"\""});
     EXPECT_EQ(window->current(), formulas);
     EXPECT_FALSE(QString(folder.read("options.xml")).isEmpty());
     // None of the two texts goes through the language.

@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace core_test;
@@ -32,7 +34,8 @@ class EachScreen : public SwitchTest, public testing::WithParamInterface<ScreenC
 
 TEST_P(EachScreen, IsReachedByItsButtonAndItsMenuEntry) {
     const ScreenCase& row = GetParam();
-    for (const auto& [band, name] : {std::pair{"FormBar", row.button}, std::pair{"mnuForms", row.menuEntry}}) {
+    for (const auto& [band, name] :
+         {std::pair{"FormBar", row.button}, std::pair{"mnuForms", row.menuEntry}}) {
         window->SetCurrentForm(row.number == logs ? formulas : logs);
         taken();
         click(band, name);
@@ -57,17 +60,17 @@ TEST_P(EachScreen, IsReachedByItsButtonAndItsMenuEntry) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, EachScreen,
-    testing::Values(ScreenCase{"cmdCurrent", "mnuCurrentFormula", "CurrentFormula", "frmCurrent", "Current Formula",
-                               currentFormula, "Sorvanto Control Panel: Current Formula"},
+    testing::Values(ScreenCase{"cmdCurrent", "mnuCurrentFormula", "CurrentFormula", "frmCurrent",
+                               "Current Formula", currentFormula, "Sorvanto Control Panel: Current Formula"},
                     ScreenCase{"cmdFormulas", "mnuFormulas", "Formulas", "frmFormula", "Formulas", formulas,
                                "Sorvanto Control Panel: Formulas  :  Cold Cream"},
-                    ScreenCase{"cmdChemicals", "mnuChemicals", "Chemicals", "frmChemical", "Chemicals", chemicals,
-                               "Sorvanto Control Panel: Chemicals  :  txtchm_Name of 2"},
+                    ScreenCase{"cmdChemicals", "mnuChemicals", "Chemicals", "frmChemical", "Chemicals",
+                               chemicals, "Sorvanto Control Panel: Chemicals  :  txtchm_Name of 2"},
                     ScreenCase{"cmdLogs", "mnuLogs", "Logs", "frmLog", "Logs", logs,
                                "Sorvanto Control Panel: Logs  :  txtlog_Name of 2"},
                     ScreenCase{"cmdPatients", "mnuPatients", "Patients", "frmPatient", "Patients", patients,
                                "Sorvanto Control Panel: Patients  :  txtpat_LName of 2, txtpat_FName of 2"}),
-    [](const auto& info) { return info.param.button; });
+    [](const auto& row) { return row.param.button; });
 
 TEST_F(SwitchTest, TheOrderOfASwitch) {
     click("FormBar", "cmdLogs");
@@ -155,7 +158,7 @@ class OtherTools : public SwitchTest, public testing::WithParamInterface<PassedO
 TEST_P(OtherTools, OnlyRaiseTheEvent) {
     click(GetParam().band, GetParam().name);
     EXPECT_EQ(taken().filter(QRegularExpression("^(?!mixer)")),
-              QStringList{QString("formulas:btnClick %1 \"\"").arg(GetParam().name)});
+              QStringList{u"formulas:btnClick %1 \"\""_s.arg(GetParam().name)});
     EXPECT_EQ(window->current(), formulas);
 }
 INSTANTIATE_TEST_SUITE_P(All, OtherTools,
@@ -163,18 +166,19 @@ INSTANTIATE_TEST_SUITE_P(All, OtherTools,
                                          PassedOn{"mnuHelp", "mnuUpdate"}, PassedOn{"MainBar", "cmdFirst"},
                                          PassedOn{"MainBar", "cmdPrint"}, PassedOn{"mnuPrint", "mnuLabel"},
                                          PassedOn{"mnuExport", "mnuLabelx"}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& row) { return row.param.name; });
 
 class OptionsTools : public SwitchTest, public testing::WithParamInterface<PassedOn> {};
 
 TEST_P(OptionsTools, ShowTheDialogToItsEndBeforeTheEvent) {
     click(GetParam().band, GetParam().name);
     EXPECT_EQ(taken().filter(QRegularExpression("^(?!mixer)")),
-              (QStringList{"editOptions", QString("formulas:btnClick %1 \"\"").arg(GetParam().name)}));
+              (QStringList{"editOptions", u"formulas:btnClick %1 \"\""_s.arg(GetParam().name)}));
 }
 INSTANTIATE_TEST_SUITE_P(All, OptionsTools,
-                         testing::Values(PassedOn{"MainBar", "cmdOptions"}, PassedOn{"mnuFile", "mnuOptions"}),
-                         [](const auto& info) { return info.param.name; });
+                         testing::Values(PassedOn{"MainBar", "cmdOptions"},
+                                         PassedOn{"mnuFile", "mnuOptions"}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(SwitchTest, TheAboutBoxIsShownModallyAndThenTheEventGoesOut) {
     asker.expectModal("frmAbout", [this](QWidget& about) {

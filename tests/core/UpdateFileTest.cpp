@@ -1,6 +1,6 @@
 // Reading dbupdate.xml and choosing the steps.
-#include "TempProgramFolder.h"
 #include "core/UpdateFile.h"
+#include "TempProgramFolder.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +22,9 @@ INSTANTIATE_TEST_SUITE_P(All, Versions,
                          testing::Values(VersionCase{"1", 10000}, VersionCase{"1.1", 11000},
                                          VersionCase{"1.10", 11000}, VersionCase{"1.01", 10100},
                                          VersionCase{" 2 ", 20000}, VersionCase{"0", 0}, VersionCase{"", -1},
-                                         VersionCase{"one", -1}, VersionCase{"1.2.3", -1}, VersionCase{"-1", -1},
-                                         VersionCase{"1.", -1}, VersionCase{"1.12345", -1}));
+                                         VersionCase{"one", -1}, VersionCase{"1.2.3", -1},
+                                         VersionCase{"-1", -1}, VersionCase{"1.", -1},
+                                         VersionCase{"1.12345", -1}));
 
 class UpdateFileTest : public testing::Test {
 protected:
@@ -32,16 +33,19 @@ protected:
         return readUpdateFile(folder.path() + "\\dbupdate.xml");
     }
     static QByteArray step(const char* from, const char* to, const char* statement = "SELECT 1") {
-        return QByteArray("<Step From=\"") + from + "\" To=\"" + to + "\"><Statement>" + statement
-               + "</Statement></Step>";
+        return QByteArray("<Step From=\"") + from + "\" To=\"" + to + "\"><Statement>" + statement +
+               "</Statement></Step>";
     }
-    static QByteArray file(const QByteArray& steps) { return "<DatabaseUpdates>" + steps + "</DatabaseUpdates>"; }
+    static QByteArray file(const QByteArray& steps) {
+        return "<DatabaseUpdates>" + steps + "</DatabaseUpdates>";
+    }
     support::TempProgramFolder folder;
 };
 
 TEST_F(UpdateFileTest, StepsKeepTheirStatementsInOrder) {
-    const auto steps = read(file("<Step From=\"1\" To=\"2\"><Statement> A </Statement><Statement>B</Statement></Step>"
-                                 + step("2", "2.5", "C")));
+    const auto steps =
+        read(file("<Step From=\"1\" To=\"2\"><Statement> A </Statement><Statement>B</Statement></Step>" +
+                  step("2", "2.5", "C")));
     ASSERT_EQ(steps.size(), 2U);
     EXPECT_EQ(steps[0].statements, (QStringList{"A", "B"}));
     EXPECT_EQ(steps[1].statements, QStringList{"C"});

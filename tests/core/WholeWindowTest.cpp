@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace sorvanto;
@@ -49,16 +51,22 @@ protected:
     }
     /// "screen  :  " and the name that the column has in the n-th row (from 1) of the statement.
     QString caption(const QString& screen, const QString& statement, int n) const {
-        const support::Rows rows = sql(statement + QString(" LIMIT 1 OFFSET %1").arg(n - 1));
+        const support::Rows rows = sql(statement + u" LIMIT 1 OFFSET %1"_s.arg(n - 1));
         return "Sorvanto Control Panel: " + screen + "  :  " + support::rowsText(rows);
     }
-    QString formula(int n) const { return caption("Formulas", "SELECT frm_Name FROM Formula ORDER BY frm_Name", n); }
+    QString formula(int n) const {
+        return caption("Formulas", "SELECT frm_Name FROM Formula ORDER BY frm_Name", n);
+    }
     /// The program pages by key.
     QString chemical(int n) const {
-        const QString key = sql("SELECT ChemicalID FROM Chemical ORDER BY ChemicalID").at(static_cast<std::size_t>(n - 1)).first();
+        const QString key = sql("SELECT ChemicalID FROM Chemical ORDER BY ChemicalID")
+                                .at(static_cast<std::size_t>(n - 1))
+                                .first();
         return caption("Chemicals", "SELECT chm_Name FROM Chemical WHERE ChemicalID = " + key, 1);
     }
-    platform::Tool& tool(const QString& band, const QString& name) { return window->bar().band(band).tool(name); }
+    platform::Tool& tool(const QString& band, const QString& name) {
+        return window->bar().band(band).tool(name);
+    }
     void click(const QString& band, const QString& name) { window->bar().click(tool(band, name)); }
     bool on(const QString& name) { return tool("MainBar", name).enabled(); }
 
@@ -85,9 +93,10 @@ TEST_F(WholeWindowTest, EachScreenShowsItsOwnToolsAndOneScreenIsSeen) {
         bool edit, makeOn;
     };
     // The chemical screen starts unlocked.
-    for (const Row& row : {Row{"cmdCurrent", currentFormula, false, false}, Row{"cmdFormulas", formulas, true, true},
-                           Row{"cmdChemicals", chemicals, false, false}, Row{"cmdLogs", logs, true, false},
-                           Row{"cmdPatients", patients, true, true}}) {
+    for (const Row& row :
+         {Row{"cmdCurrent", currentFormula, false, false}, Row{"cmdFormulas", formulas, true, true},
+          Row{"cmdChemicals", chemicals, false, false}, Row{"cmdLogs", logs, true, false},
+          Row{"cmdPatients", patients, true, true}}) {
         click("FormBar", row.button);
         EXPECT_EQ(on("cmdEdit"), row.edit) << row.button;
         EXPECT_EQ(on("cmdMake"), row.makeOn) << row.button;
@@ -130,8 +139,8 @@ TEST_F(WholeWindowTest, AnUnsavedFormulaMayKeepTheProgramOpen) {
     click("FormBar", "cmdFormulas");
     click("MainBar", "cmdEdit");
     asker.expectMsgBox("Formula data not saved! Save Changes?",
-                       {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true}, "Save Data?",
-                       platform::Answer::Cancel);
+                       {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true},
+                       "Save Data?", platform::Answer::Cancel);
     window->close();
     EXPECT_EQ(programEnds, 0);
     EXPECT_TRUE(window->isVisible());

@@ -1,6 +1,6 @@
 // Where the main window was last.
-#include "TempProgramFolder.h"
 #include "core/WindowPlace.h"
+#include "TempProgramFolder.h"
 
 #include <QWidget>
 #include <gtest/gtest.h>

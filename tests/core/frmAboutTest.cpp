@@ -1,7 +1,7 @@
 // The about box.
+#include "core/frmAbout.h"
 #include "Child.h"
 #include "TestProgram.h"
-#include "core/frmAbout.h"
 #include "shared/basMain.h"
 
 #include <QLabel>
@@ -49,8 +49,9 @@ TEST_F(frmAboutTest, WithoutADatabaseTheStoredCaptionsStand) {
 TEST_F(frmAboutTest, AClickAnywhereClosesIt) {
     openDatabase();
     about.Form_Load();
-    for (QWidget* target : {static_cast<QWidget*>(&about), static_cast<QWidget*>(child<QLabel>(about, "lblVersion")),
-                            static_cast<QWidget*>(child<QLabel>(about, "picLogo"))}) {
+    for (QWidget* target :
+         {static_cast<QWidget*>(&about), static_cast<QWidget*>(child<QLabel>(about, "lblVersion")),
+          static_cast<QWidget*>(child<QLabel>(about, "picLogo"))}) {
         about.show();
         QTest::mouseClick(target, Qt::LeftButton);
         EXPECT_FALSE(about.isVisible()) << qPrintable(target->objectName());

@@ -1,6 +1,8 @@
 // The server chooses a free number itself and writes it to its standard output.
 #include "Display.h"
 
+using namespace Qt::StringLiterals;
+
 namespace e2e {
 
 Display::~Display() {
@@ -12,11 +14,11 @@ Display::~Display() {
 
 bool Display::start() {
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start(QStringLiteral("Xvfb"),
+    m_server.start(u"Xvfb"_s,
                    {"-displayfd", "1", "-screen", "0", "1366x768x24", "-nolisten", "tcp", "-noreset"});
     if (!m_server.waitForStarted() || !m_server.waitForReadyRead(20'000))
         return false;
-    m_name = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
+    m_name = ':'_L1 + QString::fromLatin1(m_server.readLine()).trimmed();
     return m_name.size() > 1;
 }
 

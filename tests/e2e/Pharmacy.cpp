@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace e2e {
 namespace {
 
@@ -28,9 +30,7 @@ void Pharmacy::TearDownTestSuite() {
     s_display = nullptr;
 }
 
-QString Pharmacy::executable(const QString& name) {
-    return QStringLiteral(SORVANTO_BIN_DIR "/") + name;
-}
+QString Pharmacy::executable(const QString& name) { return QString::fromUtf8(SORVANTO_BIN_DIR "/") + name; }
 
 QProcessEnvironment Pharmacy::environment() {
     QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
@@ -41,9 +41,10 @@ QProcessEnvironment Pharmacy::environment() {
 }
 
 void Pharmacy::SetUp() {
-    ASSERT_NE(s_display, nullptr) << "There is no Xvfb here; scripts/install-packages.sh display installs it.";
+    ASSERT_NE(s_display, nullptr)
+        << "There is no Xvfb here; scripts/install-packages.sh display installs it.";
     ASSERT_EQ(QProcess::execute(executable("sorvanto-db"), {"sample", path("sorvanto.mdb")}), 0);
-    const QDir languages(QStringLiteral(SORVANTO_SOURCE_DIR "/languages"));
+    const QDir languages(QString::fromUtf8(SORVANTO_SOURCE_DIR "/languages"));
     for (const QString& name : languages.entryList({"*.xml"}, QDir::Files))
         ASSERT_TRUE(QFile::copy(languages.filePath(name), path(name)));
     ASSERT_TRUE(QDir(m_folder.path()).mkpath("ports"));
@@ -71,16 +72,17 @@ Ending Pharmacy::tour(const QStringList& options) {
         process.waitForFinished();
     }
     return {process.exitStatus() == QProcess::CrashExit, process.exitCode(),
-            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }
 
 QString Pharmacy::optionsWithPrinter(const QString& printer) const {
-    return QStringLiteral("<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>%1"
-                          "</DBLocation><Language>0</Language><DefPrinter>%2</DefPrinter><DefCurrency></DefCurrency>"
-                          "</Options><Pharmacy><StoreName>Mill Road</StoreName><Address></Address><City></City>"
-                          "<State></State><PostalCode></PostalCode><Phone></Phone><Fax></Fax><DEA></DEA>"
-                          "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy>"
-                          "</Configuration>").arg(path("sorvanto.mdb"), printer);
+    return u"<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>%1"
+           u"</DBLocation><Language>0</Language><DefPrinter>%2</DefPrinter><DefCurrency></DefCurrency>"
+           u"</Options><Pharmacy><StoreName>Mill Road</StoreName><Address></Address><City></City>"
+           u"<State></State><PostalCode></PostalCode><Phone></Phone><Fax></Fax><DEA></DEA>"
+           u"<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy>"
+           u"</Configuration>"_s.arg(path("sorvanto.mdb"), printer);
 }
 
 QString Pharmacy::journalledResults() const {

@@ -8,14 +8,16 @@
 #include <cstdio>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace e2e {
 namespace {
 
-const QString scheduler = QStringLiteral("/usr/sbin/cupsd");
-const QString backEnd = QStringLiteral("/usr/lib/cups/backend/cups-pdf");
-const QString driver = QStringLiteral("/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd");
-const QString resultsFolder = QStringLiteral("/var/spool/cups-pdf/ANONYMOUS");
-const QString unknownUser = QStringLiteral("pharmacist-of-a-test");
+const QString scheduler = u"/usr/sbin/cupsd"_s;
+const QString backEnd = u"/usr/lib/cups/backend/cups-pdf"_s;
+const QString driver = u"/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"_s;
+const QString resultsFolder = u"/var/spool/cups-pdf/ANONYMOUS"_s;
+const QString unknownUser = u"pharmacist-of-a-test"_s;
 constexpr int patience = 30'000;
 
 const char* const rules = R"(Listen %1/service
@@ -59,9 +61,10 @@ bool write(const QString& path, const QString& text) {
 QString PrintService::obstacle() {
     for (const QString& part : {scheduler, backEnd, driver, resultsFolder}) {
         if (!QFile::exists(part))
-            return QStringLiteral("%1 is missing: cups-daemon, cups-filters and printer-driver-cups-pdf bring it.").arg(part);
+            return u"%1 is missing: cups-daemon, cups-filters and printer-driver-cups-pdf bring it."_s.arg(
+                part);
     }
-    return ::geteuid() == 0 ? QString() : QStringLiteral("The scheduler only runs the PDF back end as root.");
+    return ::geteuid() == 0 ? QString() : u"The scheduler only runs the PDF back end as root."_s;
 }
 
 PrintService::~PrintService() {
@@ -77,10 +80,11 @@ bool PrintService::start() {
     m_begin = QDateTime::currentDateTime().addSecs(-1);
     QDir folder(m_folder.path());
     // The filters run as another user and must get at the job's file.
-    QFile::setPermissions(m_folder.path(), QFile::permissions(m_folder.path()) | QFile::ExeGroup | QFile::ExeOther);
-    if (!folder.mkpath("spool/tmp") || !folder.mkpath("cache") || !folder.mkpath("state")
-        || !write(path("rules"), QString::fromLatin1(rules).arg(m_folder.path()))
-        || !write(path("places"), QString::fromLatin1(places).arg(m_folder.path())))
+    QFile::setPermissions(m_folder.path(),
+                          QFile::permissions(m_folder.path()) | QFile::ExeGroup | QFile::ExeOther);
+    if (!folder.mkpath("spool/tmp") || !folder.mkpath("cache") || !folder.mkpath("state") ||
+        !write(path("rules"), QString::fromLatin1(rules).arg(m_folder.path())) ||
+        !write(path("places"), QString::fromLatin1(places).arg(m_folder.path())))
         return false;
     m_scheduler.setProcessChannelMode(QProcess::ForwardedChannels);
     m_scheduler.start(scheduler, {"-f", "-c", path("rules"), "-s", path("places")});
@@ -99,9 +103,7 @@ bool PrintService::addQueue(const QString& name) {
     return run("lpadmin", {"-p", name, "-v", "cups-pdf:/", "-P", driver, "-E"});
 }
 
-bool PrintService::refuseJobs(const QString& queue) {
-    return run("cupsreject", {queue});
-}
+bool PrintService::refuseJobs(const QString& queue) { return run("cupsreject", {queue}); }
 
 QStringList PrintService::jobs(const QString& which) const {
     QString lines;

@@ -33,7 +33,8 @@ protected:
     /// The one page of the file, its ink black.
     QImage page(const QString& pdf) const {
         const QString picture = path("tour/page");
-        const int code = QProcess::execute("pdftoppm", {"-q", "-singlefile", "-gray", "-r", "144", "-png", pdf, picture});
+        const int code =
+            QProcess::execute("pdftoppm", {"-q", "-singlefile", "-gray", "-r", "144", "-png", pdf, picture});
         EXPECT_EQ(code, 0) << pdf.toStdString();
         return QImage(picture + ".png").convertToFormat(QImage::Format_Grayscale8);
     }

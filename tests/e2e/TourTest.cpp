@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 namespace e2e {
 namespace {
 
@@ -19,13 +21,14 @@ TEST_F(Pharmacy, TheTourMakesItsBatchesAndAllItsPaper) {
     ASSERT_FALSE(end.killed);
     ASSERT_EQ(end.code, 0) << end.err.toStdString();
     EXPECT_EQ(sql("SELECT count(*) FROM Log"), "13");
-    for (const char* pdf : {"worksheet", "formula-log", "batch-labels", "rx-labels", "log-report", "jar-usage",
-                            "chemicals", "patient"})
-        EXPECT_TRUE(QFile::exists(path(QStringLiteral("tour/%1.pdf").arg(pdf)))) << pdf;
-    for (const char* sheet : {"Worksheet", "FormulaLog", "LogAvery8160", "LogReport", "JarUsage", "RXLabel", "RXReport",
-                              "Chemicals"}) {
-        QFile file(path(QStringLiteral("%1.xls").arg(sheet)));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("\xD0\xCF\x11\xE0", 4)) << sheet;
+    for (const char* pdf : {"worksheet", "formula-log", "batch-labels", "rx-labels", "log-report",
+                            "jar-usage", "chemicals", "patient"})
+        EXPECT_TRUE(QFile::exists(path(u"tour/%1.pdf"_s.arg(pdf)))) << pdf;
+    for (const char* sheet : {"Worksheet", "FormulaLog", "LogAvery8160", "LogReport", "JarUsage", "RXLabel",
+                              "RXReport", "Chemicals"}) {
+        QFile file(path(u"%1.xls"_s.arg(sheet)));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("\xD0\xCF\x11\xE0", 4))
+            << sheet;
     }
     const QStringList pictures = QDir(path("tour")).entryList({"*.png"});
     EXPECT_GE(pictures.filter("dark-").size(), 1);
@@ -48,8 +51,9 @@ TEST_F(Pharmacy, ABatchOutlivesTheProgramThatWasKilledBeforeLoggingIt) {
     EXPECT_EQ(end.out.trimmed(), lot);
     EXPECT_EQ(sql(batchRow), "1|Hydrocortisone 1% Cream|35|4|1.6959|3.8894|" + lot.toStdString() + "|MR|JT");
     EXPECT_EQ(sql("SELECT log_Results FROM Log ORDER BY LogID DESC LIMIT 1"), results.toStdString());
-    EXPECT_EQ(sql("SELECT lch_QTY, lch_Cost FROM LogChem WHERE LogID = (SELECT max(LogID) FROM Log) ORDER BY LogChemID"),
-              "0.35|1\n0.7|0.01\n33.95|0.69");
+    EXPECT_EQ(
+        sql("SELECT lch_QTY, lch_Cost FROM LogChem WHERE LogID = (SELECT max(LogID) FROM Log) ORDER BY LogChemID"),
+        "0.35|1\n0.7|0.01\n33.95|0.69");
     EXPECT_TRUE(QDir(path("mixes")).entryList(QDir::Files).isEmpty());
 }
 

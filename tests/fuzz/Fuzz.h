@@ -17,6 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzz {
 
+using namespace Qt::StringLiterals;
+
 /// A property that has to hold for every input; the fuzzer keeps the input of a process that aborts.
 inline void require(bool holds, const char* property) {
     if (holds)
@@ -47,9 +49,7 @@ bool succeeds(std::initializer_list<std::int32_t> refusals, Body&& body) {
 /// A program folder for the whole run, in memory where the system offers that.
 class Folder {
 public:
-    Folder() : m_folder(place() + QStringLiteral("/sorvanto-fuzz-XXXXXX")) {
-        platform::setProgramFolder(m_folder.path());
-    }
+    Folder() : m_folder(place() + u"/sorvanto-fuzz-XXXXXX"_s) { platform::setProgramFolder(m_folder.path()); }
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
     QByteArray read(const QString& name) const {
@@ -65,7 +65,7 @@ public:
 
 private:
     static QString place() {
-        const QString memory = QStringLiteral("/dev/shm");
+        const QString memory = u"/dev/shm"_s;
         return QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
     }
 

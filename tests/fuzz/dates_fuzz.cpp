@@ -14,6 +14,8 @@
 #include <cmath>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using namespace platform;
 
@@ -60,8 +62,7 @@ void checkDate(const QDateTime& date) {
     require(fromStoredDate(storedDate(date)) == date, "a stored date reads back");
     require(fromSerial(toSerial(date)) == date, "a date as days is the same date");
     require(nullDate(QVariant(date)) == date, "a date as a value is the same date");
-    require(formatDate(date, QStringLiteral("MM-DD-YYYY")) == date.date().toString(u"MM-dd-yyyy"),
-            "the picture shows it");
+    require(formatDate(date, u"MM-DD-YYYY"_s) == date.date().toString(u"MM-dd-yyyy"), "the picture shows it");
 }
 
 void tryText(const QString& text) {

@@ -10,14 +10,18 @@
 #include <memory>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 sqlite3* database() {
     static const std::unique_ptr<sqlite3, int (*)(sqlite3*)> memory = [] {
         sqlite3* opened = nullptr;
         sqlite3_open(":memory:", &opened);
-        sqlite3_exec(opened, "CREATE TABLE T (id INTEGER PRIMARY KEY, name TEXT(20), day DATETIME); INSERT INTO T VALUES (1, 'a', NULL)",
-                     nullptr, nullptr, nullptr);
+        sqlite3_exec(
+            opened,
+            "CREATE TABLE T (id INTEGER PRIMARY KEY, name TEXT(20), day DATETIME); INSERT INTO T VALUES (1, 'a', NULL)",
+            nullptr, nullptr, nullptr);
         platform::LikePattern::install(opened);
         return std::unique_ptr<sqlite3, int (*)(sqlite3*)>(opened, sqlite3_close);
     }();
@@ -25,7 +29,7 @@ sqlite3* database() {
 }
 
 QString declaredType(const QString&, const QString& column) {
-    return column.startsWith(u'd') ? QStringLiteral("DATETIME") : QStringLiteral("CURRENCY");
+    return column.startsWith(u'd') ? u"DATETIME"_s : u"CURRENCY"_s;
 }
 
 void require(bool holds) {
@@ -39,14 +43,16 @@ void tryStatement(const QString& text) {
         const QByteArray sql = found.sql.toUtf8();
         const char* rest = nullptr;
         sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(database(), sql.constData(), static_cast<int>(sql.size()), &statement, &rest) == SQLITE_OK) {
+        if (sqlite3_prepare_v2(database(), sql.constData(), static_cast<int>(sql.size()), &statement,
+                               &rest) == SQLITE_OK) {
             require(found.kind != platform::StatementKind::Select || sqlite3_stmt_readonly(statement) != 0);
             require(rest == sql.constData() + sql.size());
             require(sqlite3_bind_parameter_count(statement) == 0);
         }
         sqlite3_finalize(statement);
     } catch (const platform::RuntimeError& failure) {
-        require(failure.number() == platform::error::statement || failure.number() == platform::error::dataMismatch);
+        require(failure.number() == platform::error::statement ||
+                failure.number() == platform::error::dataMismatch);
     }
 }
 
@@ -64,8 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto* bytes = reinterpret_cast<const char*>(data);
     const QString text = QString::fromUtf8(bytes, static_cast<qsizetype>(size));
     tryStatement(text);
-    tryStatement(QStringLiteral("SELECT id, name AS [n] FROM T WHERE (name Like '%1%')").arg(text));
-    tryStatement(QStringLiteral("UPDATE T SET [name] = %1, [day] = '%1' WHERE id = 1").arg(text));
+    tryStatement(u"SELECT id, name AS [n] FROM T WHERE (name Like '%1%')"_s.arg(text));
+    tryStatement(u"UPDATE T SET [name] = %1, [day] = '%1' WHERE id = 1"_s.arg(text));
     tryCriterion(text);
     const std::string_view all(bytes, size);
     platform::LikePattern(all.substr(0, size / 2)).matches(all.substr(size / 2));

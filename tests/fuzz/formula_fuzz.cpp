@@ -10,6 +10,8 @@
 
 #include <QApplication>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using platform::XmlDocument;
 using platform::XmlDocumentPtr;
@@ -60,7 +62,7 @@ void checkSteps(const XmlDocument& document, const protocol::Programme& programm
         require(programme.steps == presetSteps(programme.type, programme.jar), "a preset has its own steps");
         return;
     }
-    const auto nodes = document.selectNodes(QStringLiteral("//Formula/CustomMix//Mix"));
+    const auto nodes = document.selectNodes(u"//Formula/CustomMix//Mix"_s);
     require(nodes.size() == programme.steps.size(), "no step is lost or added");
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const protocol::Step& step = programme.steps[i];
@@ -102,11 +104,9 @@ void tryFormula(const XmlDocumentPtr& document) {
     if (!formula)
         return;
     require(formula->document->xml() == before, "the copy is the same");
-    require(says(text(*document, QStringLiteral("//Formula/Make")), formula->quantity),
-            "the quantity stands there");
-    require(says(text(*document, QStringLiteral("//Formula/Size")), formula->jar), "the jar stands there");
-    require(says(text(*document, QStringLiteral("//Formula/Type")), formula->programme.type),
-            "the type stands there");
+    require(says(text(*document, u"//Formula/Make"_s), formula->quantity), "the quantity stands there");
+    require(says(text(*document, u"//Formula/Size"_s), formula->jar), "the jar stands there");
+    require(says(text(*document, u"//Formula/Type"_s), formula->programme.type), "the type stands there");
     checkSteps(*document, formula->programme);
     checkFrames(formula->programme);
 }
@@ -114,13 +114,12 @@ void tryFormula(const XmlDocumentPtr& document) {
 /// The list of steps and the document made of it again.
 void tryList(const XmlDocument& document) {
     static platform::ReportList list;
-    list.setColumnCaptions({QStringLiteral("Lift RPM"), QStringLiteral("Mix RPM"), QStringLiteral("Time"),
-                            QStringLiteral("Cycles")});
+    list.setColumnCaptions({u"Lift RPM"_s, u"Mix RPM"_s, u"Time"_s, u"Cycles"_s});
     list.clear();
     const bool whole = fuzz::succeeds({platform::error::objectNotSet}, [&] { listMixSteps(document, list); });
-    const auto nodes = document.getElementsByTagName(QStringLiteral("Mix"));
-    require(list.count() <= static_cast<int>(nodes.size())
-                && (!whole || list.count() == static_cast<int>(nodes.size())),
+    const auto nodes = document.getElementsByTagName(u"Mix"_s);
+    require(list.count() <= static_cast<int>(nodes.size()) &&
+                (!whole || list.count() == static_cast<int>(nodes.size())),
             "a row is a step");
     for (int row = 0; row < list.count(); ++row) {
         const QStringList cells = list.row(row);

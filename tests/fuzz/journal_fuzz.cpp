@@ -8,6 +8,8 @@
 
 #include <QDirIterator>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using platform::XmlDocument;
 using platform::XmlDocumentPtr;
@@ -15,8 +17,8 @@ using namespace sorvanto;
 
 namespace {
 
-const QString fileName = QStringLiteral("mixes/3FA21C09.xml");
-const QString otherName = QStringLiteral("mixes/0000ABCD.xml");
+const QString fileName = u"mixes/3FA21C09.xml"_s;
+const QString otherName = u"mixes/0000ABCD.xml"_s;
 const QByteArray other =
     "<Mix ID=\"0000ABCD\" State=\"started\" Mixer=\"SV0426\" Loaded=\"2026-03-07 14:05:09\" "
     "Started=\"2026-03-07 14:06:09\"><Formula><Name>Base</Name><Make>50</Make></Formula></Mix>";
@@ -29,10 +31,10 @@ public:
 QString shape(const XmlDocumentPtr& document) { return document ? document->xml() : QString(); }
 
 bool same(const JournalEntry& a, const JournalEntry& b) {
-    return a.mix == b.mix && a.state == b.state && a.serial == b.serial && a.lotTaken == b.lotTaken
-           && a.loaded == b.loaded && a.started == b.started && a.finished == b.finished
-           && shape(a.formula) == shape(b.formula) && shape(a.results) == shape(b.results)
-           && a.name() == b.name() && a.quantity() == b.quantity() && a.lot() == b.lot();
+    return a.mix == b.mix && a.state == b.state && a.serial == b.serial && a.lotTaken == b.lotTaken &&
+           a.loaded == b.loaded && a.started == b.started && a.finished == b.finished &&
+           shape(a.formula) == shape(b.formula) && shape(a.results) == shape(b.results) &&
+           a.name() == b.name() && a.quantity() == b.quantity() && a.lot() == b.lot();
 }
 
 void checkRead(const MixJournal& journal, const protocol::MixId& mix, const JournalEntry& expected) {
@@ -65,7 +67,7 @@ void goOn(const protocol::MixId& mix) {
 
 /// What is left of the file in the folder, closed ones included.
 bool isKept(const fuzz::Folder& folder, const QByteArray& content) {
-    QDirIterator files(folder.path(QStringLiteral("mixes")), QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(folder.path(u"mixes"_s), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());
         if (file.open(QIODevice::ReadOnly) && file.readAll() == content)
@@ -79,7 +81,7 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
     folder.write(otherName, other);
     const MixJournal first = readAgain();
     require(folder.read(otherName) == other && first.find("0000ABCD"), "the other mix is never touched");
-    if (first.unreadable().contains(QStringLiteral("3FA21C09.xml"))) {
+    if (first.unreadable().contains(u"3FA21C09.xml"_s)) {
         require(first.open().size() == 1 && folder.read(fileName) == content,
                 "what is no journal stays as it is");
         return;
@@ -88,8 +90,8 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
         checkRead(readAgain(), entry.mix, entry);
         if (entry.mix == "0000ABCD")
             continue;
-        require(entry.state == JournalState::Started || entry.state == JournalState::Finished
-                    || entry.state == JournalState::Aborted,
+        require(entry.state == JournalState::Started || entry.state == JournalState::Finished ||
+                    entry.state == JournalState::Aborted,
                 "an open mix was started");
         require(folder.read(fileName) == content, "reading changes nothing");
         goOn(entry.mix);
@@ -108,6 +110,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const NoonClock clock;
     platform::setClock(&clock);
     tryFile(folder, fuzz::bytes(data, size));
-    QDir(folder.path(QStringLiteral("mixes"))).removeRecursively();
+    QDir(folder.path(u"mixes"_s)).removeRecursively();
     return 0;
 }

@@ -14,6 +14,8 @@
 #include <limits>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using namespace platform;
 
@@ -24,7 +26,7 @@ __extension__ using Wide = __int128;
 
 const QRegularExpression& numberPattern() {
     static const QRegularExpression pattern(
-        QStringLiteral("^([+-]?)(?:([0-9]+)(?:\\.([0-9]*))?|\\.([0-9]+))(?:[eE]([+-]?[0-9]+))?"));
+        u"^([+-]?)(?:([0-9]+)(?:\\.([0-9]*))?|\\.([0-9]+))(?:[eE]([+-]?[0-9]+))?"_s);
     return pattern;
 }
 
@@ -56,7 +58,7 @@ std::optional<Wide> exactCount(const QRegularExpressionMatch& match) {
     const QString rest = point >= digits.size()
                              ? QString()
                              : QString(std::max(0LL, -point), u'0') + digits.mid(std::max(0LL, point));
-    QString half = QStringLiteral("5");
+    QString half = u"5"_s;
     half = half.leftJustified(std::max<qsizetype>(rest.size(), 1), u'0');
     if (rest > half || (rest == half && count % 2 == 1))
         ++count;
@@ -77,8 +79,7 @@ void tryReading(const QString& text) {
     const bool read = fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = toDouble(text); });
     require(read == (whole && std::isfinite(valueOf(trimmed(text)))), "a number is read, and nothing else");
     if (!read) {
-        require(whole || format(text, QStringLiteral("#0.00")) == text,
-                "no picture is put on what is no number");
+        require(whole || format(text, u"#0.00"_s) == text, "no picture is put on what is no number");
         return;
     }
     require(value == valueOf(trimmed(text)), "the value is exactly the text's");
@@ -95,14 +96,14 @@ void tryMoney(const QString& text) {
     if (!whole)
         return;
     if (const auto count = exactCount(*whole)) {
-        const bool fits = *count >= std::numeric_limits<std::int64_t>::min()
-                          && *count <= std::numeric_limits<std::int64_t>::max();
+        const bool fits = *count >= std::numeric_limits<std::int64_t>::min() &&
+                          *count <= std::numeric_limits<std::int64_t>::max();
         require(read == fits && (!fits || money.tenThousandths() == *count), "money is exact");
     }
     if (read) {
         require(toCurrency(QVariant::fromValue(money)) == money, "money as a value is the same");
         fuzz::succeeds({error::overflow}, [&] { require(money + money - money == money, "sums are exact"); });
-        format(money, QStringLiteral("###,##0.00"));
+        format(money, u"###,##0.00"_s);
         fuzz::succeeds({error::overflow}, [&] { formatCurrency(money); });
     }
 }
@@ -112,9 +113,8 @@ void checkInteger(double value, Integer (*convert)(double)) {
     Integer found = 0;
     const bool read = fuzz::succeeds({error::overflow}, [&] { found = convert(value); });
     const double nearest = std::nearbyint(value);
-    require(read
-                == (nearest >= std::numeric_limits<Integer>::min()
-                    && nearest <= std::numeric_limits<Integer>::max()),
+    require(read == (nearest >= std::numeric_limits<Integer>::min() &&
+                     nearest <= std::numeric_limits<Integer>::max()),
             "a whole number fits or is refused");
     require(!read || (found == nearest && std::abs(value - nearest) <= 0.5),
             "a whole number is the nearest one");
@@ -142,11 +142,9 @@ void tryWriting(double value) {
         require(std::abs(valueOf(rounded) - value) <= 0.5 * std::pow(10, -decimals) + std::abs(value) * 6e-15,
                 "a rounded text is the nearest");
         require(rounded.section(u'.', 1).size() == decimals, "a rounded text has its decimals");
-        const QString picture =
-            decimals == 0 ? QStringLiteral("##0") : QStringLiteral("##0.") + QString(decimals, u'0');
+        const QString picture = decimals == 0 ? u"##0"_s : u"##0."_s + QString(decimals, u'0');
         require(format(value, picture) == rounded, "the picture shows the rounded digits");
-        require(format(value, QStringLiteral("#,") + picture).remove(u',') == rounded,
-                "groups change no digit");
+        require(format(value, u"#,"_s + picture).remove(u',') == rounded, "groups change no digit");
     }
 }
 
@@ -157,11 +155,10 @@ void tryWithZero(const QString& text) {
     const bool read =
         fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = nullDouble(QVariant(text)); });
     const auto whole = wholeNumber(trimmed(joined));
-    require(
-        read
-            == (text.startsWith(u'-') ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
-                                      : whole && std::isfinite(valueOf(trimmed(joined)))),
-        "with a 0 in front a number is read, and nothing else");
+    require(read == (text.startsWith(u'-')
+                         ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
+                         : whole && std::isfinite(valueOf(trimmed(joined)))),
+            "with a 0 in front a number is read, and nothing else");
     require(!read || value == (text.startsWith(u'-') ? 0 : valueOf(trimmed(joined))),
             "the 0 in front changes no value");
 }

@@ -9,6 +9,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using platform::XmlDocument;
 using platform::XmlDocumentPtr;
@@ -16,7 +18,7 @@ using sorvanto::clsOptions;
 
 namespace {
 
-const QString fileName = QStringLiteral("options.xml");
+const QString fileName = u"options.xml"_s;
 
 struct TextSetting {
     const char* path;
@@ -85,20 +87,19 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
     {
         clsOptions options;
         checkTexts(*file, options);
-        checkNumber(given(*file, QStringLiteral("//Configuration/Options/CommPort")),
+        checkNumber(given(*file, u"//Configuration/Options/CommPort"_s),
                     number([&] { return options.CommPort(); }));
         number([&] { return options.Language(); });
-        const auto patients = given(*file, QStringLiteral("//Configuration/Pharmacy/ShowPatients"));
-        checkNumber(patients ? patients : QStringLiteral("0"),
-                    number([&] { return options.ShowPatients(); }));
-        const auto speed = given(*file, QStringLiteral("//Configuration/Pharmacy/OverrideSpeed"));
-        checkNumber(speed ? speed : QStringLiteral("0"), number([&] { return options.OverrideSpeed(); }));
+        const auto patients = given(*file, u"//Configuration/Pharmacy/ShowPatients"_s);
+        checkNumber(patients ? patients : u"0"_s, number([&] { return options.ShowPatients(); }));
+        const auto speed = given(*file, u"//Configuration/Pharmacy/OverrideSpeed"_s);
+        checkNumber(speed ? speed : u"0"_s, number([&] { return options.OverrideSpeed(); }));
         number([&] { return options.DefPrinter(), 0; });
         number([&] { return options.DefCurrency(), 0; });
         options.saveOptions();
         checkTexts(*file, options);
         if (parses)
-            checkSetting(folder, options, QStringLiteral("A & <B> \"ü\""));
+            checkSetting(folder, options, u"A & <B> \"ü\""_s);
     }
     require(parses || folder.read(fileName) == content, "a file that doesn't parse stays as it is");
 }

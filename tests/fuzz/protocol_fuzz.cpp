@@ -92,8 +92,8 @@ void tryStream(const QByteArray& stream, Direction direction) {
     }
     // Whatever came before, the next whole frame is found.
     const Frame next{direction, 7, "STATUS", {}};
-    require(!fed(stream + encode(next), direction, 5).frames.empty()
-                && fed(stream + encode(next), direction, 5).frames.back() == next,
+    require(!fed(stream + encode(next), direction, 5).frames.empty() &&
+                fed(stream + encode(next), direction, 5).frames.back() == next,
             "in step again at the next frame");
 }
 

@@ -7,6 +7,8 @@
 
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using platform::XmlDocument;
 using platform::XmlDocumentPtr;
@@ -33,7 +35,7 @@ protocol::MixResults results(const QByteArray& content) {
 }
 
 QString value(const XmlDocument& document, const char* name) {
-    return platform::nodeValue(document, QStringLiteral("//Results/") + QLatin1String(name));
+    return platform::nodeValue(document, u"//Results/"_s + QLatin1String(name));
 }
 
 void tryComposing(const protocol::MixResults& made) {
@@ -51,8 +53,7 @@ void tryComposing(const protocol::MixResults& made) {
     require((value(*document, "Interuption") == u"U") == made.stoppedByUser, "the ending is kept");
 
     const QString lot = lotOf(document);
-    require(lot.startsWith(QLatin1String("SV0426")) && lot.mid(6).toInt() == made.preparation,
-            "the lot tells the mix");
+    require(lot.startsWith("SV0426"_L1) && lot.mid(6).toInt() == made.preparation, "the lot tells the mix");
     protocol::MixResults other = made;
     other.preparation = made.preparation > 1 ? made.preparation - 1 : 2;
     require(lotOf(makeResultsDocument(mixer, other)) != lot, "no two mixes share a lot");
@@ -65,9 +66,7 @@ void tryDocument(const QByteArray& content) {
     const QString lot = lotOf(document);
     require(document->xml() == before, "reading changes nothing");
     if (!lot.isEmpty())
-        require(lot
-                    == platform::nodeValue(*document, QStringLiteral("//Results"))
-                           + value(*document, "PreparationNumber"),
+        require(lot == platform::nodeValue(*document, u"//Results"_s) + value(*document, "PreparationNumber"),
                 "the lot is the one that stands there");
 }
 

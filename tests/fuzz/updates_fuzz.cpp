@@ -5,6 +5,8 @@
 #include "core/UpdateFile.h"
 #include "platform/xml/XmlDocument.h"
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 
 namespace {
@@ -12,13 +14,13 @@ namespace {
 /// The file that these steps come from.
 QString written(const std::vector<sorvanto::UpdateStep>& steps) {
     const platform::XmlDocumentPtr document = platform::XmlDocument::create();
-    platform::XmlNode root = document->appendElement(QStringLiteral("DatabaseUpdates"));
+    platform::XmlNode root = document->appendElement(u"DatabaseUpdates"_s);
     for (const sorvanto::UpdateStep& step : steps) {
-        platform::XmlNode node = root.appendElement(QStringLiteral("Step"));
-        node.setAttribute(QStringLiteral("From"), step.from);
-        node.setAttribute(QStringLiteral("To"), step.to);
+        platform::XmlNode node = root.appendElement(u"Step"_s);
+        node.setAttribute(u"From"_s, step.from);
+        node.setAttribute(u"To"_s, step.to);
         for (const QString& statement : step.statements)
-            node.appendElement(QStringLiteral("Statement")).setText(statement);
+            node.appendElement(u"Statement"_s).setText(statement);
     }
     return document->xml();
 }
@@ -53,7 +55,7 @@ void checkVersion(const QString& text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Folder folder;
-    const QString name = QStringLiteral("dbupdate.xml");
+    const QString name = u"dbupdate.xml"_s;
     const QByteArray content = fuzz::bytes(data, size);
     folder.write(name, content);
     std::vector<sorvanto::UpdateStep> steps;

@@ -8,6 +8,8 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using fuzz::require;
 using platform::XmlDocument;
 using platform::XmlDocumentPtr;
@@ -24,9 +26,9 @@ QString essence(QString text) {
 /// Whether the strict reader may know fewer names than the document does: of letters added to Unicode later,
 /// with colons in places of no use.
 bool hasRareNames(const QString& text) {
-    static const QRegularExpression colon(QStringLiteral("[<\\s?][^\\s\"'=<>]*:"));
-    return text.contains(colon)
-           || std::any_of(text.begin(), text.end(), [](QChar mark) { return mark.unicode() > 0xFF; });
+    static const QRegularExpression colon(u"[<\\s?][^\\s\"'=<>]*:"_s);
+    return text.contains(colon) ||
+           std::any_of(text.begin(), text.end(), [](QChar mark) { return mark.unicode() > 0xFF; });
 }
 
 /// Whether a strict reader takes the text; if so, it sees what the document holds.
@@ -41,7 +43,7 @@ bool readsAlike(const QString& text, const XmlDocument& document) {
     strict.clear();
     strict.addData(text);
     strict.setNamespaceProcessing(false);
-    const std::vector<XmlNode> elements = document.selectNodes(QStringLiteral("//*"));
+    const std::vector<XmlNode> elements = document.selectNodes(u"//*"_s);
     std::size_t at = 0;
     QString characters;
     while (!strict.atEnd()) {
@@ -65,8 +67,8 @@ bool readsAlike(const QString& text, const XmlDocument& document) {
 }
 
 void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
-    const QString path = folder.path(QStringLiteral("any.xml"));
-    folder.write(QStringLiteral("any.xml"), content);
+    const QString path = folder.path(u"any.xml"_s);
+    folder.write(u"any.xml"_s, content);
     const XmlDocumentPtr document = XmlDocument::create();
     if (!document->load(path)) {
         require(!document->root() && document->xml().isEmpty(), "what doesn't parse leaves nothing");
@@ -91,14 +93,14 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
 /// A text that XML can hold comes back to the letter, as text and as attribute.
 void tryText(const QString& text) {
     const XmlDocumentPtr document = XmlDocument::create();
-    XmlNode root = document->appendElement(QStringLiteral("T"));
-    root.appendElement(QStringLiteral("E")).setText(text);
-    root.setAttribute(QStringLiteral("A"), text);
+    XmlNode root = document->appendElement(u"T"_s);
+    root.appendElement(u"E"_s).setText(text);
+    root.setAttribute(u"A"_s, text);
     const XmlDocumentPtr again = XmlDocument::create();
     require(again->loadXML(document->xml()), "what was built can be read");
-    const QString read = again->selectSingleNode(QStringLiteral("T/E")).text();
-    require(read == again->root().attribute(QStringLiteral("A")), "text and attribute are the same");
-    require(read == document->selectSingleNode(QStringLiteral("T/E")).text(), "what was set is what is read");
+    const QString read = again->selectSingleNode(u"T/E"_s).text();
+    require(read == again->root().attribute(u"A"_s), "text and attribute are the same");
+    require(read == document->selectSingleNode(u"T/E"_s).text(), "what was set is what is read");
     require(read == text || read.contains(QChar(0xFFFD)), "only what XML can't hold is replaced");
     require(readsAlike(document->xml(), *document), "what was built is well formed");
 }
@@ -106,8 +108,7 @@ void tryText(const QString& text) {
 void tryPath(const QString& path) {
     static const XmlDocumentPtr document = [] {
         const XmlDocumentPtr built = XmlDocument::create();
-        built->loadXML(
-            QStringLiteral("<Formula><ID>7</ID><CustomMix><Mix Cycles=\"1\"/></CustomMix></Formula>"));
+        built->loadXML(u"<Formula><ID>7</ID><CustomMix><Mix Cycles=\"1\"/></CustomMix></Formula>"_s);
         return built;
     }();
     fuzz::succeeds({platform::error::statement}, [&] {

@@ -127,7 +127,8 @@ TEST_P(DeliveredFileTest, NamesEachColumnOfAListDifferently) {
         {"LastName", "FirstName", "Address", "Address2", "City", "State", "Zip", "Country", "BirthDate",
          "Phone", "Fax", "Notes"},
         {"Lot", "DateLogged", "FormulaName", "Quantity", "JarSize", "Cost", "AWP", "NDC", "Initials",
-         "Verified", "Results", "Mix", "Version", "Notes", "Description", "Strength", "Units", "FormulaType"}};
+         "Verified", "Results", "Mix", "Version", "Notes", "Description", "Strength", "Units",
+         "FormulaType"}};
     const QMap<QString, QString> file = delivered(GetParam());
     for (const QStringList& list : lists) {
         QStringList columns;

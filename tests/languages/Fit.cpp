@@ -12,6 +12,8 @@
 #include <QTextDocument>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 namespace {
 
@@ -24,7 +26,7 @@ QString plain(const QString& text) {
 }
 
 QString fault(const QWidget& widget, const QString& text, int needed, int given) {
-    return QString("%1 \"%2\" needs %3, has %4")
+    return u"%1 \"%2\" needs %3, has %4"_s
         .arg(widget.objectName().isEmpty() ? QString(widget.metaObject()->className()) : widget.objectName(),
              plain(text).simplified())
         .arg(needed)
@@ -98,16 +100,15 @@ void checkGroup(const QGroupBox& group, QStringList& faults) {
 bool counts(const QWidget& widget) {
     if (widget.objectName().startsWith("cmdPosition_"))
         return false;  // labels as they lie on the sheet, edge to edge
-    return widget.isVisible() && !widget.isWindow() && widget.width() > 0
-           && (qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget)
-               || qobject_cast<const QComboBox*>(&widget)
-               || (qobject_cast<const QLabel*>(&widget)
-                   && !static_cast<const QLabel&>(widget).text().isEmpty()));
+    return widget.isVisible() && !widget.isWindow() && widget.width() > 0 &&
+           (qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
+            qobject_cast<const QComboBox*>(&widget) ||
+            (qobject_cast<const QLabel*>(&widget) && !static_cast<const QLabel&>(widget).text().isEmpty()));
 }
 
 void checkOverlaps(const QWidget& parent, QStringList& faults) {
-    if (qobject_cast<const QComboBox*>(&parent) || qobject_cast<const QLineEdit*>(&parent)
-        || parent.property("dateFrame").toBool())
+    if (qobject_cast<const QComboBox*>(&parent) || qobject_cast<const QLineEdit*>(&parent) ||
+        parent.property("dateFrame").toBool())
         return;  // their buttons lie inside
     QList<const QWidget*> boxes;
     for (const QObject* found : parent.children()) {

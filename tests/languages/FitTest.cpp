@@ -10,6 +10,8 @@
 #include <QApplication>
 #include <QDir>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 namespace {
 
@@ -30,10 +32,10 @@ protected:
     }
     int language() const override { return GetParam(); }
 
-    void look(QWidget& window, const QString& name) override {
+    void look(QWidget& shown, const QString& name) override {
         if (!pictures().isEmpty())
-            keepPicture(window, name);
-        for (const QString& misfit : misfits(window)) {
+            keepPicture(shown, name);
+        for (const QString& misfit : misfits(shown)) {
             const QString line = name.section('-', 0, 0) + ": " + misfit;
             if (!m_told.contains(line))
                 ADD_FAILURE() << names[language()] << ", " << str(name) << ": " << str(misfit);
@@ -44,24 +46,22 @@ protected:
 private:
     static QString pictures() { return qEnvironmentVariable("SORVANTO_PICTURES"); }
 
-    void keepPicture(QWidget& window, const QString& name) const {
+    void keepPicture(QWidget& shown, const QString& name) const {
         constexpr int mixerAnswers = 1500;
         if (name == "formulas-1" || name == "current")
             QTest::qWait(mixerAnswers);
-        if (auto* database = window.findChild<QLineEdit*>("txtDB"))
+        if (auto* database = shown.findChild<QLineEdit*>("txtDB"))
             database->setText("sorvanto.mdb");  // not the folder of the test
         const QString place = pictures() + "/" + QString(names[language()]).toLower();
         QDir().mkpath(place);
-        window.grab().save(QString("%1/%2.png").arg(place, name));
+        shown.grab().save(u"%1/%2.png"_s.arg(place, name));
     }
 
     std::unique_ptr<sorvanto::test::SimulatorProcess> m_mixer;
     QStringList m_told;
 };
 
-TEST_P(FitTest, EveryTextHasItsPlace) {
-    ASSERT_NO_FATAL_FAILURE(tour());
-}
+TEST_P(FitTest, EveryTextHasItsPlace) { ASSERT_NO_FATAL_FAILURE(tour()); }
 
 INSTANTIATE_TEST_SUITE_P(Languages, FitTest, ::testing::Range(0, count),
                          [](const auto& row) { return std::string(names[row.param]); });

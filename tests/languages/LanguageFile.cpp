@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 
 std::vector<Entry> entries(const QString& path) {
@@ -15,7 +17,7 @@ std::vector<Entry> entries(const QString& path) {
     while (!reader.atEnd()) {
         if (reader.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (reader.name() != QLatin1String("Translate"))
+        if (reader.name() != "Translate"_L1)
             continue;
         const QXmlStreamAttributes attributes = reader.attributes();
         found.push_back({attributes.value("English").toString(), attributes.value("Translated").toString()});
@@ -34,9 +36,7 @@ QString deliveredPath(int language) {
     return QString(SORVANTO_SOURCE_DIR) + "/languages/" + names[language] + "Translation.xml";
 }
 
-QMap<QString, QString> delivered(int language) {
-    return texts(deliveredPath(language));
-}
+QMap<QString, QString> delivered(int language) { return texts(deliveredPath(language)); }
 
 QByteArray deliveredFile(int language) {
     QFile file(deliveredPath(language));

@@ -9,6 +9,8 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using support::child;
 
@@ -28,7 +30,7 @@ void LanguageTour::SetUp() {
     if (hasFile())
         folder.write(QString(names[language()]) + "Translation.xml", deliveredFile(language()));
     ScreenTest::SetUp();
-    m_asker.look = [this](QWidget& window, const QString& name) { look(window, name); };
+    m_asker.look = [this](QWidget& shown, const QString& name) { look(shown, name); };
     platform::setAsker(&m_asker);
 }
 
@@ -79,7 +81,7 @@ void LanguageTour::tabs(ScreenNumber number, const QString& tabWidget, const QSt
     auto& pages = control<QTabWidget>(number, tabWidget);
     for (int tab = 0; tab < pages.count(); ++tab) {
         pages.setCurrentIndex(tab);
-        main(QString("%1-%2").arg(name).arg(tab + 1));
+        main(u"%1-%2"_s.arg(name).arg(tab + 1));
     }
     pages.setCurrentIndex(0);
 }

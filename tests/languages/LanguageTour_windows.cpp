@@ -32,9 +32,7 @@ void takeNoDates(QWidget& form) {
     child<QPushButton>(form, "cmdOK")->click();
 }
 
-void takeFirstLabel(QWidget& form) {
-    child<QPushButton>(form, "cmdPosition_1")->click();
-}
+void takeFirstLabel(QWidget& form) { child<QPushButton>(form, "cmdPosition_1")->click(); }
 
 }  // namespace
 

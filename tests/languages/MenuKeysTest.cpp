@@ -5,6 +5,8 @@
 
 #include <QKeySequence>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 namespace {
 
@@ -36,7 +38,7 @@ TEST_P(MenuKeysTest, OneForEachEntryUniqueInItsMenu) {
                 captions << entry->caption();
         }
         EXPECT_FALSE(captions.isEmpty()) << menu;
-        expectOneKeyEach(captions, QString("%1, %2").arg(names[language()], menu));
+        expectOneKeyEach(captions, u"%1, %2"_s.arg(names[language()], menu));
     }
 }
 

@@ -20,6 +20,8 @@
 #include <QPushButton>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 namespace {
 
@@ -65,7 +67,7 @@ protected:
             return;
         const QString place = target + "/" + QString(names[GetParam()]).toLower();
         QDir().mkpath(place);
-        control->grab().save(QString("%1/panel-%2.png").arg(place, state));
+        control->grab().save(u"%1/panel-%2.png"_s.arg(place, state));
     }
     void checkRing(const char* state) const {
         const auto& ring = *child<ProgressRing>(*control, "mixerRing");

@@ -14,9 +14,7 @@
 namespace languages {
 namespace {
 
-QString qtWord(const char* context, const char* word) {
-    return QCoreApplication::translate(context, word);
-}
+QString qtWord(const char* context, const char* word) { return QCoreApplication::translate(context, word); }
 
 QLocale localeOf(int language) {
     const QLocale::Language all[] = {QLocale::English, QLocale::Spanish, QLocale::German,

@@ -5,19 +5,21 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace languages {
 
 using platform::Answer;
 
 Answer TourAsker::messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) {
     platform::AskDialog box(prompt, style, title, nullptr);
-    show(box, QString("message-%1").arg(++m_boxes, 2, 10, QLatin1Char('0')));
+    show(box, u"message-%1"_s.arg(++m_boxes, 2, 10, '0'_L1));
     return style.buttons == platform::Buttons::Ok ? Answer::Ok : answer;
 }
 
 QString TourAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
     platform::AskDialog box(prompt, title, preset, nullptr);
-    show(box, QString("question-%1").arg(++m_boxes, 2, 10, QLatin1Char('0')));
+    show(box, u"question-%1"_s.arg(++m_boxes, 2, 10, '0'_L1));
     return lines.isEmpty() ? QString() : lines.takeFirst();
 }
 

@@ -29,9 +29,7 @@ struct Expectation {
     bool stays;            ///< the problem still shows in the end
 };
 
-void PrintTo(const Expectation& expectation, std::ostream* out) {
-    *out << expectation.fault;
-}
+void PrintTo(const Expectation& expectation, std::ostream* out) { *out << expectation.fault; }
 
 const char* const lostInMix =
     "The mixer is gone in the midst of the mix. Look after it: it may go on mixing by itself. "
@@ -131,7 +129,8 @@ TEST_P(FaultTest, EndsInAStatedState) {
                problemSeen == (*expected.problem != 0) && (started || !expected.results);
     };
     EXPECT_TRUE(QTest::qWaitFor(settled, 30'000))
-        << "ring: " << ring().toStdString() << "\nproblem: " << problem().toStdString() << "\nmixes: " << done;
+        << "ring: " << ring().toStdString() << "\nproblem: " << problem().toStdString()
+        << "\nmixes: " << done;
     QTest::qWait(400);
     EXPECT_EQ(done, expected.results);
     EXPECT_EQ(problem(), expected.stays ? QLatin1String(expected.problem) : QLatin1String());

@@ -152,7 +152,8 @@ TEST(FrameDecoder, NoMissingDoubledOrSwappedByteIsAccepted) {
             for (const QByteArray& bytes : {missing, doubled, swapped}) {
                 FrameDecoder decoder(sample.direction);
                 for (const Frame& found : decoder.feed(bytes))
-                    EXPECT_EQ(found, sample) << bytes.constData();  // a doubled ">" still begins the same frame
+                    EXPECT_EQ(found, sample)
+                        << bytes.constData();  // a doubled ">" still begins the same frame
             }
         }
     }

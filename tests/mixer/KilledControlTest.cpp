@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using support::child;
 
@@ -62,13 +64,13 @@ protected:
         };
         ASSERT_TRUE(QTest::qWaitFor(offered, 20'000));
         EXPECT_EQ(child<QLabel>(control, "mixerOffer")->text(),
-                  QStringLiteral("250 of Hydrocortisone 1% Cream, lot SV0426%1")
-                      .arg(preparation, 4, 10, QChar('0')));
+                  u"250 of Hydrocortisone 1% Cream, lot SV0426%1"_s.arg(preparation, 4, 10, QChar('0')));
         child<QPushButton>(control, "mixerLogMix")->click();
         ASSERT_TRUE(test::waitFor([&] { return !results.isEmpty(); }));
         EXPECT_EQ(formula, test::shortFormula()->xml());
         EXPECT_TRUE(results.contains("<TotalMixingRevolutions Value=\"532\"/>")) << results.toStdString();
-        EXPECT_TRUE(test::waitFor([&] { return QDir(folder.path("mixes")).entryList(QDir::Files).isEmpty(); }));
+        EXPECT_TRUE(
+            test::waitFor([&] { return QDir(folder.path("mixes")).entryList(QDir::Files).isEmpty(); }));
     }
 };
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using test::formulaDocument;
 
@@ -24,13 +26,12 @@ LoadedFormula loaded(const platform::XmlDocumentPtr& document, bool overrideSpee
     return std::get<LoadedFormula>(std::move(read));
 }
 
-QString mix(const QString& steps, const QString& attributes = QStringLiteral(R"(PreGrind="2" FreeSpin="3")")) {
-    return QStringLiteral("<CustomMix %1>%2</CustomMix>").arg(attributes, steps);
+QString mix(const QString& steps, const QString& attributes = uR"(PreGrind="2" FreeSpin="3")"_s) {
+    return u"<CustomMix %1>%2</CustomMix>"_s.arg(attributes, steps);
 }
 
 QString step(const char* lift, const char* speed, const char* time, const char* cycles) {
-    return QStringLiteral(R"(<Mix LiftRPM="%1" MixRPM="%2" MixTime="%3" Cycles="%4"/>)")
-        .arg(lift, speed, time, cycles);
+    return uR"(<Mix LiftRPM="%1" MixRPM="%2" MixTime="%3" Cycles="%4"/>)"_s.arg(lift, speed, time, cycles);
 }
 
 const QString goodStep = step("1200", "1200", "00:10:00", "0");
@@ -123,10 +124,11 @@ TEST(LoadedFormula, MissingSettingsAreTheUsualOnes) {
 TEST(ResultsDocument, AsTheLogReadsIt) {
     const auto document =
         makeResultsDocument({1, "2.1", "SV0426"}, {"3FA21C09", 12, 7, 9, 61, false, 2, 14952});
-    EXPECT_EQ(document->xml(), "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/>"
-                               "<LiftingCycles Value=\"61\"/><Interuption Value=\"A\"/><PreGrind Value=\"2\"/>"
-                               "<PreparationNumber Value=\"0012\"/><TotalMixingRevolutions Value=\"14952\"/>"
-                               "<HardwareVersion Value=\"2.1\"/></Results>");
+    EXPECT_EQ(document->xml(),
+              "<Results Value=\"SV0426\"><Size Value=\"300 ml\"/><Type Value=\"Custom\"/>"
+              "<LiftingCycles Value=\"61\"/><Interuption Value=\"A\"/><PreGrind Value=\"2\"/>"
+              "<PreparationNumber Value=\"0012\"/><TotalMixingRevolutions Value=\"14952\"/>"
+              "<HardwareVersion Value=\"2.1\"/></Results>");
     EXPECT_EQ(lotOf(document), "SV04260012");
 }
 

@@ -1,13 +1,15 @@
 // The line in memory, and formula documents for it.
 #include "MemoryLine.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto::test {
 
 void MemoryLine::cut() {
     present = false;
     if (port && port->isOpen()) {
         port->close();
-        emit port->failed(QStringLiteral("cut"));
+        emit port->failed(u"cut"_s);
     }
 }
 
@@ -17,8 +19,7 @@ MixerEnvironment MemoryLine::environment() {
     timing.idlePoll = 15;
     timing.mixPoll = 10;
     timing.reopen = 20;
-    return {[this] { return std::make_unique<MemoryPort>(*this); },
-            [](int) { return QStringLiteral("/memory/COM1"); },
+    return {[this] { return std::make_unique<MemoryPort>(*this); }, [](int) { return u"/memory/COM1"_s; },
             [this] { return QByteArray::number(++mixIds).rightJustified(8, '0'); }, timing};
 }
 
@@ -40,14 +41,16 @@ bool MemoryPort::write(const QByteArray& bytes) {
         const QByteArray reply = protocol::encode(m_line.mixer.receive(command));
         const bool lost = !m_line.answers || m_line.loseReplies > 0;
         m_line.loseReplies = std::max(0, m_line.loseReplies - 1);
-        m_line.transcript << QString::fromLatin1(reply).trimmed() +
-                                 (lost ? QStringLiteral("   (lost)") : QString());
+        m_line.transcript << QString::fromLatin1(reply).trimmed() + (lost ? u"   (lost)"_s : QString());
         if (lost)
             continue;
-        QMetaObject::invokeMethod(this, [this, reply] {
-            if (m_open)
-                emit bytesRead(reply);
-        }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this,
+            [this, reply] {
+                if (m_open)
+                    emit bytesRead(reply);
+            },
+            Qt::QueuedConnection);
     }
     return true;
 }
@@ -55,15 +58,15 @@ bool MemoryPort::write(const QByteArray& bytes) {
 platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type, int jar, int make,
                                          const QString& name) {
     const platform::XmlDocumentPtr document = platform::XmlDocument::create();
-    platform::XmlNode root = document->appendElement(QStringLiteral("Formula"));
+    platform::XmlNode root = document->appendElement(u"Formula"_s);
     const auto add = [&](const char* element, const QString& text) {
         root.appendElement(QLatin1String(element)).setText(text);
     };
-    add("ID", QStringLiteral("5"));
+    add("ID", u"5"_s);
     add("Name", name);
     add("Type", QString::number(type));
     add("Size", QString::number(jar));
-    add("QTY", QStringLiteral("100"));
+    add("QTY", u"100"_s);
     add("Make", QString::number(make));
     const platform::XmlDocumentPtr mix = platform::XmlDocument::create();
     if (mix->loadXML(customMix))
@@ -71,8 +74,6 @@ platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type, int
     return document;
 }
 
-platform::XmlDocumentPtr shortFormula() {
-    return formulaDocument(QString::fromLatin1(shortMix));
-}
+platform::XmlDocumentPtr shortFormula() { return formulaDocument(QString::fromLatin1(shortMix)); }
 
 }  // namespace sorvanto::test

@@ -18,6 +18,8 @@
 
 namespace sorvanto::test {
 
+using namespace Qt::StringLiterals;
+
 /// Outlives the control that uses it; its ports come and go.
 struct MemoryLine {
     mixersim::SimulatedMixer mixer{{protocol::version, "SIM-2.1", "SV0426"}, 11};
@@ -46,7 +48,7 @@ public:
     bool isOpen() const override { return m_open; }
     void close() override { m_open = false; }
     bool write(const QByteArray& bytes) override;
-    QString errorText() const override { return m_line.present ? QString() : QStringLiteral("no such port"); }
+    QString errorText() const override { return m_line.present ? QString() : u"no such port"_s; }
 
 private:
     MemoryLine& m_line;
@@ -62,7 +64,7 @@ bool waitFor(Condition condition) {
 
 /// A formula document as the program makes it.
 platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type = 9, int jar = 7, int make = 250,
-                                         const QString& name = QStringLiteral("Hydrocortisone 1% Cream"));
+                                         const QString& name = u"Hydrocortisone 1% Cream"_s);
 /// Two steps: ten seconds, and two cycles.
 platform::XmlDocumentPtr shortFormula();
 inline constexpr const char* shortMix =

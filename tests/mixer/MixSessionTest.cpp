@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using test::MemoryLine;
 using test::shortFormula;
@@ -565,15 +567,15 @@ protected:
         QString text;
         for (const QString& frame : std::as_const(line.transcript)) {
             QString shown = frame.section('*', 0, 0);
-            shown.replace(1, 2, QStringLiteral(".."));
-            if (shown.contains(QStringLiteral("HELLO 1")))
-                shown = shown.section(' ', 0, 2) + QStringLiteral(" ........");
-            if (frame.endsWith(QStringLiteral("(lost)")))
-                shown += QStringLiteral("   (lost)");
-            if (!shown.contains(QStringLiteral("STAT")))
+            shown.replace(1, 2, u".."_s);
+            if (shown.contains(u"HELLO 1"_s))
+                shown = shown.section(' ', 0, 2) + u" ........"_s;
+            if (frame.endsWith(u"(lost)"_s))
+                shown += u"   (lost)"_s;
+            if (!shown.contains(u"STAT"_s))
                 text += shown + '\n';
         }
-        support::expectGolden(QStringLiteral("mixer/") + name + ".txt", text);
+        support::expectGolden(u"mixer/"_s + name + ".txt", text);
     }
 };
 

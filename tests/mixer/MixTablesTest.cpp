@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 TEST(MixTables, TenTypes) {
@@ -22,7 +24,7 @@ TEST(MixTables, JarsFromOne) {
 TEST(MixTables, Times) {
     const QStringList times = mixTimeTexts();
     ASSERT_EQ(times.size(), 256);
-    static const QRegularExpression form(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d$"));
+    static const QRegularExpression form(u"^\\d\\d:\\d\\d:\\d\\d$"_s);
     int last = -1;
     for (const QString& time : times) {
         EXPECT_TRUE(form.match(time).hasMatch()) << time.toStdString();

@@ -215,7 +215,8 @@ TEST_F(MixerPanelTest, WarningNamesStepAndLimitAndLeavesTheStart) {
         R"(<CustomMix PreGrind="0" FreeSpin="1"><Mix LiftRPM="1200" MixRPM="3000" MixTime="00:00:10" Cycles="0"/></CustomMix>)",
         9, 9, 1000));
     ASSERT_TRUE(ringSays("ready to start"));
-    EXPECT_EQ(notice("mixerWarnings"), "Step 1 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
+    EXPECT_EQ(notice("mixerWarnings"),
+              "Step 1 mixes with 3000 RPM. Up to 1992 are recommended for this jar.");
     EXPECT_EQ(buttons(), QStringList{"Start"});
     picture("warning");
     control->setSettings(1, 0, 1, {});
@@ -362,7 +363,8 @@ TEST(PanelTexts, PartsAreFilledInOnce) {
 TEST(PanelTexts, BrokenFileIsEnglish) {
     support::TempProgramFolder folder;
     PanelTexts texts;
-    for (const char* content : {"", "<Translations>", "garbage", "<Translations><Translate/></Translations>"}) {
+    for (const char* content :
+         {"", "<Translations>", "garbage", "<Translations><Translate/></Translations>"}) {
         folder.write("T.xml", content);
         texts.load(folder.path("T.xml"));
         EXPECT_EQ(texts(PanelText::Start), "Start");

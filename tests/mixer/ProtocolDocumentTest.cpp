@@ -14,7 +14,7 @@ using namespace sorvanto::protocol;
 namespace {
 
 QStringList linesOfDocument() {
-    QFile file(QStringLiteral(SORVANTO_SOURCE_DIR "/docs/mixer-protocol.md"));
+    QFile file(QString::fromUtf8(SORVANTO_SOURCE_DIR "/docs/mixer-protocol.md"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return QString::fromUtf8(file.readAll()).split('\n');
 }
@@ -40,7 +40,7 @@ TEST(ProtocolDocument, ItsFramesAreWhatTheMixerSays) {
     ASSERT_GT(frames.size(), 30U);
     std::int64_t now = 0;
     for (std::size_t i = 1; i + 1 < frames.size();
-         i += 2) { // the first stands alone, as the example of a frame
+         i += 2) {  // the first stands alone, as the example of a frame
         const Frame &command = frames[i], &answer = frames[i + 1];
         ASSERT_EQ(command.direction, Direction::ToMixer);
         if (command.kind == "STATUS" && mixer.state() == MixerState::Mixing)

@@ -10,18 +10,15 @@ SimulatorProcess::SimulatorProcess(const support::TempProgramFolder& folder)
     QDir().mkpath(folder.path("ports"));
 }
 
-SimulatorProcess::~SimulatorProcess() {
-    end();
-}
+SimulatorProcess::~SimulatorProcess() { end(); }
 
-QString SimulatorProcess::program() {
-    return QStringLiteral(SORVANTO_BIN_DIR "/sorvanto-mixersim");
-}
+QString SimulatorProcess::program() { return QString::fromUtf8(SORVANTO_BIN_DIR "/sorvanto-mixersim"); }
 
 bool SimulatorProcess::start(const QStringList& options) {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(program(), QStringList{"--link", m_link, "--state", m_state, "--parent-pid",
-                                           QString::number(QCoreApplication::applicationPid())} + options);
+                                           QString::number(QCoreApplication::applicationPid())} +
+                                   options);
     if (!m_process.waitForStarted() || !m_process.waitForReadyRead())
         return false;
     m_terminal = QString::fromLatin1(m_process.readLine()).trimmed();

@@ -91,8 +91,12 @@ TEST_F(SimulatorTest, CounterGoesOnAfterARestart) {
 }
 
 TEST_F(SimulatorTest, WrongOptionsAreSaid) {
-    for (const QStringList& options : {QStringList{"--speed", "0"}, {"--speed", "fast"}, {"--fault", "flood"},
-                                       {"--fault", "estop@17"}, {"--serial", "4711"}, {"--unknown"}}) {
+    for (const QStringList& options : {QStringList{"--speed", "0"},
+                                       {"--speed", "fast"},
+                                       {"--fault", "flood"},
+                                       {"--fault", "estop@17"},
+                                       {"--serial", "4711"},
+                                       {"--unknown"}}) {
         QProcess refused;
         refused.start(test::SimulatorProcess::program(), options);
         ASSERT_TRUE(refused.waitForFinished());

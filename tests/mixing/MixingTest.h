@@ -19,9 +19,7 @@
 #include <functional>
 
 /// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) {
-    return text.toStdString();
-}
+inline std::string str(const QString& text) { return text.toStdString(); }
 
 class BarOnlyWindow : public sorvanto::MainWindow, public sorvanto::BatchLog {
 public:
@@ -94,8 +92,9 @@ protected:
     }
     /// As the mixer gives it back: type 5, jar 7 and two steps, whatever the stored formula says.
     static QString formulaXml(const QString& id = "<ID>1</ID>") {
-        return "<Formula>" + id + "<Name>Cooling Gel</Name><Type>5</Type><Size>7</Size><QTY>10</QTY><Make>25</Make>"
-               + mixXml() + "</Formula>";
+        return "<Formula>" + id +
+               "<Name>Cooling Gel</Name><Type>5</Type><Size>7</Size><QTY>10</QTY><Make>25</Make>" + mixXml() +
+               "</Formula>";
     }
     static QString mixXml() {
         return "<CustomMix PreGrind=\"3\" FreeSpin=\"4\"><Mix LiftRPM=\"24\" MixRPM=\"12\" MixTime=\"00:00:01\""

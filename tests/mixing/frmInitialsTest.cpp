@@ -1,6 +1,8 @@
 // The dialog in which a batch is signed.
-#include "MixingTest.h"
 #include "mixing/frmInitials.h"
+#include "MixingTest.h"
+
+using namespace Qt::StringLiterals;
 
 using namespace sorvanto;
 using platform::NumberBox;
@@ -179,7 +181,8 @@ TEST_F(frmInitialsTest, NamingTakesTheRecipeFromTheFormulaAndTheRestFromTheMixer
     EXPECT_EQ(formula->frm_FormType, 9) << "of the named formula";
     EXPECT_EQ(formula->frm_JarSize, 7);
     EXPECT_EQ(str(formula->frm_Mix->xml()), str(mixXml()));
-    EXPECT_FALSE(folder.has("mixes") && !QDir(folder.path("mixes")).isEmpty(QDir::Files)) << "nothing is loaded";
+    EXPECT_FALSE(folder.has("mixes") && !QDir(folder.path("mixes")).isEmpty(QDir::Files))
+        << "nothing is loaded";
 }
 
 TEST_F(frmInitialsTest, ACancelledQuantityLeavesNoFormula) {
@@ -244,7 +247,7 @@ TEST_F(frmInitialsTest, AFormulaDeletedMeanwhileCanNotBeLogged) {
 }
 
 TEST_F(frmInitialsTest, NamingForADocumentWithoutItsNodesLogsNothing) {
-    for (const QString& node : {QString("<Size>7</Size>"), mixXml()}) {
+    for (const QString& node : {u"<Size>7</Size>"_s, mixXml()}) {
         dialog = std::make_unique<frmInitials>();
         dialog->setFormula(document(formulaXml("<ID>0</ID>").remove(node)));
         show([&] {

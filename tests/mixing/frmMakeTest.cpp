@@ -1,6 +1,6 @@
 // The question of how much to make.
-#include "MixingTest.h"
 #include "mixing/frmMake.h"
+#include "MixingTest.h"
 #include "platform/widgets/Hint.h"
 
 #include <QCheckBox>
@@ -40,10 +40,11 @@ TEST_F(frmMakeTest, TextsAndPreset) {
 
 TEST_F(frmMakeTest, OkTakesTheQuantity) {
     EXPECT_EQ(ask(10, [](QWidget& form) { press(form, "OKButton"); }), 10);
-    EXPECT_EQ(ask(10, [](QWidget& form) {
-                  QTest::keyClicks(box(form), "25");  // the preset is selected whole
-                  press(form, "OKButton");
-              }),
+    EXPECT_EQ(ask(10,
+                  [](QWidget& form) {
+                      QTest::keyClicks(box(form), "25");  // the preset is selected whole
+                      press(form, "OKButton");
+                  }),
               25);
 }
 
@@ -61,39 +62,43 @@ TEST_F(frmMakeTest, CancelCloseBoxAndEscapeMeanNothing) {
 }
 
 TEST_F(frmMakeTest, EnterInTheBoxIsOk) {
-    EXPECT_EQ(ask(10, [](QWidget& form) {
-                  QTest::keyClicks(box(form), "7");
-                  QTest::keyClick(box(form), Qt::Key_Return);
-              }),
+    EXPECT_EQ(ask(10,
+                  [](QWidget& form) {
+                      QTest::keyClicks(box(form), "7");
+                      QTest::keyClick(box(form), Qt::Key_Return);
+                  }),
               7);
 }
 
 TEST_F(frmMakeTest, AnEmptyBoxIsNoQuantity) {
-    EXPECT_EQ(ask(10, [](QWidget& form) {
-                  QTest::keyClick(box(form), Qt::Key_Delete);
-                  press(form, "OKButton");
-              }),
+    EXPECT_EQ(ask(10,
+                  [](QWidget& form) {
+                      QTest::keyClick(box(form), Qt::Key_Delete);
+                      press(form, "OKButton");
+                  }),
               0);
 }
 
 TEST_F(frmMakeTest, TakesTheBoundsAndRefusesWhatLiesOutsideOrCanNotBeRead) {
-    EXPECT_EQ(ask(10, [](QWidget& form) {
-                  for (const char* typed : {"0", "1001", "-1", "12abc", "1.234,5", "2.5", "abc"}) {
+    EXPECT_EQ(ask(10,
+                  [](QWidget& form) {
+                      for (const char* typed : {"0", "1001", "-1", "12abc", "1.234,5", "2.5", "abc"}) {
+                          box(form)->selectAll();
+                          QTest::keyClicks(box(form), typed);
+                          press(form, "OKButton");
+                          EXPECT_TRUE(form.isVisible()) << typed;
+                          EXPECT_FALSE(platform::Hint::textOf(*box(form)).isEmpty()) << typed;
+                      }
                       box(form)->selectAll();
-                      QTest::keyClicks(box(form), typed);
+                      QTest::keyClicks(box(form), "1000");
                       press(form, "OKButton");
-                      EXPECT_TRUE(form.isVisible()) << typed;
-                      EXPECT_FALSE(platform::Hint::textOf(*box(form)).isEmpty()) << typed;
-                  }
-                  box(form)->selectAll();
-                  QTest::keyClicks(box(form), "1000");
-                  press(form, "OKButton");
-              }),
+                  }),
               1000);
-    EXPECT_EQ(ask(10, [](QWidget& form) {
-                  QTest::keyClicks(box(form), "1");
-                  press(form, "OKButton");
-              }),
+    EXPECT_EQ(ask(10,
+                  [](QWidget& form) {
+                      QTest::keyClicks(box(form), "1");
+                      press(form, "OKButton");
+                  }),
               1);
 }
 
@@ -110,9 +115,10 @@ TEST_F(frmMakeTest, TheFlagFollowsTheBox) {
 }
 
 TEST_F(frmMakeTest, TextsAreTranslated) {
-    folder.write("GermanTranslation.xml",
-                 "<Translations Language=\"German\"><Translate English=\"Quantity to Make\" Translated=\"Menge\"/>"
-                 "</Translations>");
+    folder.write(
+        "GermanTranslation.xml",
+        "<Translations Language=\"German\"><Translate English=\"Quantity to Make\" Translated=\"Menge\"/>"
+        "</Translations>");
     startConfiguration(2);
     EXPECT_EQ(str(frmMake().windowTitle()), "Menge");
 }

@@ -1,8 +1,8 @@
 // The mixer screen: a finished mix goes to the log, then the formula screen comes up.
+#include "mixing/frmSorvanto.h"
 #include "MixingTest.h"
 #include "mixer/MixJournal.h"
 #include "mixing/FormulaDocument.h"
-#include "mixing/frmSorvanto.h"
 
 #include <QDir>
 
@@ -23,9 +23,7 @@ protected:
         screen.reset();
         MixingTest::TearDown();
     }
-    void finishMix() const {
-        emit screen->control().mixDone(document("<Formula/>"), document("<Results/>"));
-    }
+    void finishMix() const { emit screen->control().mixDone(document("<Formula/>"), document("<Results/>")); }
 
     /// The journal of an earlier run, which ended between the end of a mix and its way to the log.
     void leaveFinishedMix() const {
@@ -36,7 +34,8 @@ protected:
         journal.load("3FA21C09", document(formulaXml()));
         journal.start("3FA21C09", "SV0426");
         journal.finish("3FA21C09",
-                       document("<Results Value=\"SV0426\"><PreparationNumber Value=\"0012\"/></Results>"), false);
+                       document("<Results Value=\"SV0426\"><PreparationNumber Value=\"0012\"/></Results>"),
+                       false);
         ASSERT_EQ(openMixes(), 1);
     }
     int openMixes() const {

@@ -1,6 +1,8 @@
 // The chemical record: statements, search kinds, defaults, refusals.
 #include "RecordsTest.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Answer;
 using platform::Currency;
@@ -19,9 +21,10 @@ protected:
 };
 
 TEST_F(ChemicalTest, ANewObjectHoldsTheTwoTranslatedPrompts) {
-    folder.write("GermanTranslation.xml",
-                 "<Translations Language=\"German\"><Translate English=\"Select Units\" Translated=\"Einheit\"/>"
-                 "<Translate English=\"Select Form\" Translated=\"Form w\xC3\xA4hlen\"/></Translations>");
+    folder.write(
+        "GermanTranslation.xml",
+        "<Translations Language=\"German\"><Translate English=\"Select Units\" Translated=\"Einheit\"/>"
+        "<Translate English=\"Select Form\" Translated=\"Form w\xC3\xA4hlen\"/></Translations>");
     startConfiguration(2);
     const clsChemical chemical;
     EXPECT_EQ(chemical.ChemicalID, 0);
@@ -108,7 +111,8 @@ TEST_F(ChemicalTest, AddsAnEmptyRowWithAnIdentityText) {
     EXPECT_TRUE(chemical->chm_Units.isEmpty());
     EXPECT_TRUE(chemical->chm_Form.isEmpty());
     EXPECT_EQ(str(sqlText("SELECT chm_Name, chm_Units, chm_Cost, chm_AWP, chm_Supplier FROM Chemical "
-                          "WHERE ChemicalID = 5")), "||0|0|");
+                          "WHERE ChemicalID = 5")),
+              "||0|0|");
 }
 
 TEST_F(ChemicalTest, AddReportsUnderItsOwnLabel) {
@@ -180,16 +184,17 @@ TEST_F(ChemicalTest, DeletingSilentlyAsksNothingAndDoesNotLookAtTheCount) {
 TEST_F(ChemicalTest, AChemicalInAFormulaIsRefusedByTheFileAndNamed) {
     sql("INSERT INTO Formula (FormulaID, frm_Name, frm_Mix) VALUES (1, 'F', '');"
         "INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, 1, 2)");
-    folder.write("GermanTranslation.xml",
-                 "<Translations Language=\"German\"><Translate English=\"is currently used in a formula,&#13;it "
-                 "can not be deleted.\" Translated=\"wird gebraucht.\"/></Translations>");
+    folder.write(
+        "GermanTranslation.xml",
+        "<Translations Language=\"German\"><Translate English=\"is currently used in a formula,&#13;it "
+        "can not be deleted.\" Translated=\"wird gebraucht.\"/></Translations>");
     const auto chemical = open(1);
     clearStatements();
-    asker.expectMsgBox("Aspirin\r\nis currently used in a formula,\rit can not be deleted.", {}, QString(""));
+    asker.expectMsgBox("Aspirin\r\nis currently used in a formula,\rit can not be deleted.", {}, u""_s);
     EXPECT_FALSE(clsChemical().deleteChemical(chemical, true));
     EXPECT_EQ(statements.size(), 1);
     startConfiguration(2);
-    asker.expectMsgBox("Aspirin\r\nwird gebraucht.", {}, QString(""));
+    asker.expectMsgBox("Aspirin\r\nwird gebraucht.", {}, u""_s);
     EXPECT_FALSE(clsChemical().deleteChemical(chemical, true));
     EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical WHERE ChemicalID = 1")), "1");
 }
@@ -212,7 +217,7 @@ TEST_F(ChemicalTest, AMissingFileIsToldForEachStatement) {
     basMain::gConnection->close();
     QFile::remove(databasePath());
     asker.expectMsgBox("Database file not found. Please set in options",
-                       {platform::Buttons::Ok, platform::Icon::Information}, QString("DATABASE NOT FOUND"));
+                       {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
     EXPECT_FALSE(open(1));
     expectReport("clsChemical:chemicalOpen");
 }

@@ -3,6 +3,8 @@
 
 #include "platform/basic/Values.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -51,11 +53,12 @@ TEST_F(FormulaLinesTest, ALineThatCannotBeRemovedIsReportedAndTheListStays) {
 TEST_F(FormulaLinesTest, AddingALineAsksTheQuantityWithoutTitleAndPreset) {
     const auto formula = open(2);
     clearStatements();
-    asker.expectInputBox("Input desired quantity for chemical", "2.5", QString(""));
+    asker.expectInputBox("Input desired quantity for chemical", "2.5", u""_s);
     EXPECT_TRUE(add(*formula, "Asp"));
     expectStatements("formula_add_line.txt");
     EXPECT_EQ(str(sqlText("SELECT FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem "
-                          "WHERE FormulaID = 2")), "2|1|2.5|0|1");
+                          "WHERE FormulaID = 2")),
+              "2|1|2.5|0|1");
     EXPECT_EQ(str(formula->frm_Cost.toText()), "0.625");
     EXPECT_EQ(str(formula->frm_AWP.toText()), "1.25");
     EXPECT_EQ(formula->Chemical->recordCount(), 1);
@@ -83,9 +86,9 @@ TEST_F(FormulaLinesTest, TheMarkerIsTakenOutOfTheCallersText) {
 
 TEST_F(FormulaLinesTest, ALotOrCodeFindsTheChemicalOfALine) {
     const auto formula = open(2);
-    asker.expectInputBox("Input desired quantity for chemical", "1", QString(""));
+    asker.expectInputBox("Input desired quantity for chemical", "1", u""_s);
     EXPECT_TRUE(add(*formula, "?L2"));
-    asker.expectInputBox("Input desired quantity for chemical", "3", QString(""));
+    asker.expectInputBox("Input desired quantity for chemical", "3", u""_s);
     EXPECT_TRUE(add(*formula, "#333-4"));
     EXPECT_EQ(str(sqlText("SELECT ChemicalID, fch_Qty FROM FormChem WHERE FormulaID = 2")), "2|1.0\n4|3.0");
 }
@@ -94,7 +97,7 @@ TEST_F(FormulaLinesTest, ACancelledOrWordyQuantityBreaksTheStatement) {
     const auto formula = open(2);
     const auto list = formula->Chemical;
     for (const char* answer : {"", "1,5", "two"}) {
-        asker.expectInputBox("Input desired quantity for chemical", answer, QString(""));
+        asker.expectInputBox("Input desired quantity for chemical", answer, u""_s);
         EXPECT_FALSE(add(*formula, "Asp"));
         expectReport("clsFormula:addChemical");
     }
@@ -126,8 +129,9 @@ TEST_F(FormulaLinesTest, CopyingWritesARowAndAllLinesFromTheFirst) {
     EXPECT_EQ(str(copy->frm_Mix->xml()), str(original->frm_Mix->xml()));
     EXPECT_EQ(str(sqlText("SELECT frm_AWP, frm_Quantity, frm_JarSize FROM Formula WHERE FormulaID = 3")),
               "0|10|4");
-    EXPECT_EQ(str(sqlText("SELECT ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormulaID = 3")),
-              "3|1.2345|0|1\n4|5.0|1|1\n2|0.5|0|0");
+    EXPECT_EQ(
+        str(sqlText("SELECT ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormulaID = 3")),
+        "3|1.2345|0|1\n4|5.0|1|1\n2|0.5|0|0");
 }
 
 TEST_F(FormulaLinesTest, ACopyOfACopyBearsThePrefixTwiceAndIsNotTranslated) {

@@ -1,6 +1,8 @@
 // The formula record: opening, adding, saving, deleting.
 #include "RecordsTest.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Answer;
 using platform::Currency;
@@ -79,7 +81,7 @@ TEST_F(FormulaTest, OnlyTheFirstCharacterMarksTheNdcAndIsTakenOutOfTheCallersTex
 }
 
 TEST_F(FormulaTest, NothingFoundGivesABlankObjectWithAnEmptyListAndNoMessage) {
-    const auto formula = clsFormula().openFormula(1, QString("zzz"));
+    const auto formula = clsFormula().openFormula(1, u"zzz"_s);
     ASSERT_TRUE(formula);
     EXPECT_EQ(formula->FormulaID, 0);
     EXPECT_EQ(formula->Chemical->recordCount(), 0);
@@ -120,7 +122,8 @@ TEST_F(FormulaTest, AddsARowAndOpensIt) {
     EXPECT_EQ(str(formula->frm_GUID), "1234ABCD-00EF-4001-1122-334455667788");
     EXPECT_EQ(columns(*formula).size(), 15);
     EXPECT_EQ(str(sqlText("SELECT frm_Name, frm_Quantity, frm_JarSize, frm_FormType, frm_AWP, frm_Mix FROM "
-                          "Formula WHERE FormulaID = 3")), "|0|3|3|0|");
+                          "Formula WHERE FormulaID = 3")),
+              "|0|3|3|0|");
 }
 
 TEST_F(FormulaTest, AFailureAfterTheInsertLeavesABlankRow) {
@@ -150,8 +153,10 @@ TEST_F(FormulaTest, SavesFreshSumsAndDoubledTrimmedTexts) {
     EXPECT_EQ(clsFormula().saveFormula(formula), formula);
     expectStatements("formula_save.txt");
     EXPECT_EQ(str(formula->frm_AWP.toText()), "6.6582");
-    EXPECT_EQ(str(sqlText("SELECT frm_Name, frm_Desc, frm_Units, frm_NDC, frm_FormType, frm_AWP, frm_GUID FROM "
-                          "Formula WHERE FormulaID = 1")), "Nurse's Gel|''|it's|9'0|-1|6.6582|F1");
+    EXPECT_EQ(
+        str(sqlText("SELECT frm_Name, frm_Desc, frm_Units, frm_NDC, frm_FormType, frm_AWP, frm_GUID FROM "
+                    "Formula WHERE FormulaID = 1")),
+        "Nurse's Gel|''|it's|9'0|-1|6.6582|F1");
 }
 
 TEST_F(FormulaTest, AMixProgrammeWithAnApostropheCannotBeSaved) {

@@ -1,6 +1,6 @@
 // Identity texts: groups, the letter that stays single, failures.
-#include "platform/basic/RuntimeError.h"
 #include "records/GUIDFactory.h"
+#include "platform/basic/RuntimeError.h"
 #include "support/TestProgram.h"
 
 #include <QRegularExpression>
@@ -49,8 +49,9 @@ TEST_F(GUIDFactoryTest, EveryByteIsPaddedWhenItReadsAsANumberAndLeftAloneOtherwi
         give({0x11111111, 0x2222, 0x3333, {0x44, 0x44, 0x55, 0x55, 0x55, 0x55, 0x55, std::uint8_t(byte)}});
         const QString hex = QString::number(byte, 16).toUpper();
         const bool singleLetter = byte >= 10 && byte < 16;
-        const QString expected = singleLetter ? " 1111111-1222-2333-3444-45555555555" + hex
-                                              : "11111111-2222-3333-4444-5555555555" + hex.rightJustified(2, '0');
+        const QString expected = singleLetter
+                                     ? " 1111111-1222-2333-3444-45555555555" + hex
+                                     : "11111111-2222-3333-4444-5555555555" + hex.rightJustified(2, '0');
         EXPECT_EQ(made(), expected.toStdString());
     }
 }
@@ -66,9 +67,8 @@ TEST_F(GUIDFactoryTest, ARefusingSourceGivesTheZerosInTheLastGroup) {
 }
 
 TEST_F(GUIDFactoryTest, AFailureInTheSourceIsToldOnceAndNotReported) {
-    GUIDFactory::setSource([](Guid&) -> std::int32_t {
-        throw platform::RuntimeError(platform::error::deviceIo, "No entropy");
-    });
+    GUIDFactory::setSource(
+        [](Guid&) -> std::int32_t { throw platform::RuntimeError(platform::error::deviceIo, "No entropy"); });
     asker.expectMsgBox("Error 57: No entropy");
     EXPECT_EQ(made(), "        -    -    -    -    00000000");
     EXPECT_TRUE(reporter->calls.empty());

@@ -2,6 +2,8 @@
 // else.
 #include "RecordsTest.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -16,7 +18,7 @@ protected:
     QString everything() const {
         QString all;
         for (const char* table : {"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"})
-            all += sqlText(QString("SELECT * FROM %1").arg(table)) + "\n";
+            all += sqlText(u"SELECT * FROM %1"_s.arg(table)) + "\n";
         return all;
     }
 };
@@ -62,7 +64,8 @@ TEST_F(HostileTextTest, ASearchTextHarmsItsOwnSearchAtMost) {
     }
     EXPECT_EQ(str(everything()), str(before));
     for (const auto& report : reporter->calls)
-        EXPECT_TRUE(report.tag.endsWith("Open") || report.tag.contains(":open") || report.tag.contains(":add"))
+        EXPECT_TRUE(report.tag.endsWith("Open") || report.tag.contains(":open") ||
+                    report.tag.contains(":add"))
             << qPrintable(report.tag);
     dropReports();
 }
@@ -91,7 +94,7 @@ TEST_F(HostileTextTest, FieldTextsOfAnyKindAreStoredAsTheyAre) {
 
 TEST_F(HostileTextTest, AQuantityIsPutIntoTheStatementAsTyped) {
     for (const char* answer : {"1, 0, 1); DELETE FROM Log; --", "(SELECT 1", "'", "1; 2"}) {
-        asker.expectInputBox("Input desired quantity for chemical", answer, QString(""));
+        asker.expectInputBox("Input desired quantity for chemical", answer, u""_s);
         QString search = "Asp";
         EXPECT_FALSE(clsFormula().openFormula(1, QString())->addChemical(search)) << answer;
         expectReport("clsFormula:addChemical");

@@ -33,18 +33,20 @@ TEST_F(LogAddTest, WritesTheRowAndTheScaledLines) {
     EXPECT_EQ(signing.shown, 1);
     EXPECT_EQ(str(signing.lot), "AB0012");
     EXPECT_EQ(str(platform::nodeText(*signing.document, "//Formula/ID")), "1");
-    EXPECT_EQ(str(sqlText("SELECT FormulaID, log_Name, log_Strength, log_Desc, log_Units, log_FormType, "
-                          "log_Quantity, log_JarSize, log_NDC, log_Date, log_Lot, log_Initials, log_Verified, "
-                          "log_Version, log_AWP, log_Cost, log_Notes FROM Log")),
-              "1|Cooling Gel|2 %|Topical|GMS|2|25|3|900-1|2026-03-07 14:05:09|AB0012|AB|CD|SIM-2.1|16.6455|"
-              "8.6788|");
+    EXPECT_EQ(
+        str(sqlText("SELECT FormulaID, log_Name, log_Strength, log_Desc, log_Units, log_FormType, "
+                    "log_Quantity, log_JarSize, log_NDC, log_Date, log_Lot, log_Initials, log_Verified, "
+                    "log_Version, log_AWP, log_Cost, log_Notes FROM Log")),
+        "1|Cooling Gel|2 %|Topical|GMS|2|25|3|900-1|2026-03-07 14:05:09|AB0012|AB|CD|SIM-2.1|16.6455|"
+        "8.6788|");
     EXPECT_EQ(str(sqlText("SELECT log_Results FROM Log")), str(results()->xml()));
     EXPECT_EQ(str(sqlText("SELECT log_Mix FROM Log")), str(signing.formula->frm_Mix->xml()));
-    EXPECT_EQ(str(sqlText("SELECT LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
-                          "lch_Supplier, lch_Form, lch_GUID, lch_QTY FROM LogChem ORDER BY LogChemID")),
-              "1|3|Camphor|GMS|L3|333-3|6.17|10.8|Beta|Crystal|G3|3.086\n"
-              "1|4|Menthol|GMS|L4|333-4|1.25|2.5|Beta|Crystal|G4|12.5\n"
-              "1|2|Borax|GMS|L2|222-2|1.26|3.34|Alpha|Powder|G2|1.25");
+    EXPECT_EQ(
+        str(sqlText("SELECT LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
+                    "lch_Supplier, lch_Form, lch_GUID, lch_QTY FROM LogChem ORDER BY LogChemID")),
+        "1|3|Camphor|GMS|L3|333-3|6.17|10.8|Beta|Crystal|G3|3.086\n"
+        "1|4|Menthol|GMS|L4|333-4|1.25|2.5|Beta|Crystal|G4|12.5\n"
+        "1|2|Borax|GMS|L2|222-2|1.26|3.34|Alpha|Powder|G2|1.25");
 }
 
 TEST_F(LogAddTest, TheNewObjectsLinesHaveTheColumnsOfTheirTable) {
@@ -136,10 +138,11 @@ TEST_F(LogAddTest, WithoutResultsItFailsBeforeTheDialogIsShown) {
 }
 
 TEST_F(LogAddTest, AMissingNodeOrValueOfTheResultsWritesNothing) {
-    for (const char* xml : {"<Other/>", "<Results/>", "<Results Value=\"A\"/>",
-                            "<Results Value=\"A\"><PreparationNumber/></Results>",
-                            "<Results Value=\"A\"><PreparationNumber Value=\"1\"/></Results>",
-                            "<Results Value=\"A\"><PreparationNumber Value=\"1\"/><HardwareVersion/></Results>"}) {
+    for (const char* xml :
+         {"<Other/>", "<Results/>", "<Results Value=\"A\"/>",
+          "<Results Value=\"A\"><PreparationNumber/></Results>",
+          "<Results Value=\"A\"><PreparationNumber Value=\"1\"/></Results>",
+          "<Results Value=\"A\"><PreparationNumber Value=\"1\"/><HardwareVersion/></Results>"}) {
         signing.formula = scaled(1, 25);
         EXPECT_FALSE(add(document(xml))) << xml;
         expectReport("clsLog:addLog");

@@ -4,6 +4,8 @@
 #include "platform/basic/Values.h"
 #include "platform/widgets/RecordGrid.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Answer;
 using platform::nullText;
@@ -142,7 +144,8 @@ TEST_F(LogTest, SavesInitialsVerifierAndNotesAlone) {
     EXPECT_TRUE(clsLog().saveLog(log));
     expectStatements("log_save.txt");
     EXPECT_EQ(str(sqlText("SELECT log_Initials, log_Verified, log_Notes, log_Name, log_Lot FROM Log "
-                          "WHERE LogID = 2")), "O'B|V|it's fine|Cooling Gel|AA2");
+                          "WHERE LogID = 2")),
+              "O'B|V|it's fine|Cooling Gel|AA2");
     sql("DELETE FROM Log WHERE LogID = 2");
     EXPECT_FALSE(clsLog().saveLog(log));
 }
@@ -168,7 +171,7 @@ TEST_F(LogTest, APrescribedBatchIsRefusedAndNamed) {
         "INSERT INTO RXs (LogID, PatientID) VALUES (1, 1)");
     asker.expectMsgBox("Delete Cooling Gel ?", platform::deletionStyle, Answer::Yes);
     asker.expectMsgBox("Cooling Gel\r\nis currently used in a prescription,\rit can not be deleted.", {},
-                       QString(""));
+                       u""_s);
     EXPECT_FALSE(clsLog().deleteLog(open(1)));
     EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM LogChem WHERE LogID = 1")), "2");
 }

@@ -4,6 +4,8 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Values.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Answer;
 using platform::nullText;
@@ -99,7 +101,8 @@ TEST_F(PatientTest, AddsARowWithoutABirthDateThatOpensAsTheZeroDate) {
     ASSERT_TRUE(patient);
     EXPECT_EQ(patient->PatientID, 4);
     EXPECT_EQ(patient->pat_BDay, platform::zeroDate());
-    EXPECT_EQ(str(sqlText("SELECT pat_BDay, pat_FName, pat_Notes FROM Patient WHERE PatientID = 4")), "NULL||");
+    EXPECT_EQ(str(sqlText("SELECT pat_BDay, pat_FName, pat_Notes FROM Patient WHERE PatientID = 4")),
+              "NULL||");
     patient->pat_LName = "New";
     clearStatements();
     ASSERT_TRUE(clsPatient().savePatient(patient));
@@ -131,13 +134,14 @@ TEST_F(PatientTest, SavesInTheOrderOfTheTable) {
     clearStatements();
     EXPECT_EQ(clsPatient().savePatient(patient), patient);
     expectStatements("patient_save.txt");
-    EXPECT_EQ(str(sqlText("SELECT pat_FName, pat_LName, pat_Address1, pat_Address2, pat_City, pat_State, pat_Zip, "
-                          "pat_Country, pat_BDay, pat_Phone, pat_Fax, pat_Notes FROM Patient WHERE PatientID = 1")),
-              "D'Arcy|O'Hara|1 St. John's||L'Aquila|'|1|C'|1980-10-31 00:00:00|2|3|don't");
+    EXPECT_EQ(
+        str(sqlText("SELECT pat_FName, pat_LName, pat_Address1, pat_Address2, pat_City, pat_State, pat_Zip, "
+                    "pat_Country, pat_BDay, pat_Phone, pat_Fax, pat_Notes FROM Patient WHERE PatientID = 1")),
+        "D'Arcy|O'Hara|1 St. John's||L'Aquila|'|1|C'|1980-10-31 00:00:00|2|3|don't");
 }
 
 TEST_F(PatientTest, AnApostropheInZipPhoneOrFaxIsAFailureOfTheCaller) {
-    for (QString clsPatient::* field : {&clsPatient::pat_Zip, &clsPatient::pat_Phone, &clsPatient::pat_Fax}) {
+    for (QString clsPatient::*field : {&clsPatient::pat_Zip, &clsPatient::pat_Phone, &clsPatient::pat_Fax}) {
         const auto patient = open(1);
         (*patient).*field = "5'5";
         EXPECT_THROW(clsPatient().savePatient(patient), platform::RuntimeError);
@@ -246,8 +250,8 @@ TEST_F(PatientTest, RemovingAPrescriptionReadsTheListAnewWithoutOrder) {
 TEST_F(PatientTest, AnEditInTheListGoesToTheTableAndNotToTheBatch) {
     const auto patient = open(1);
     clearStatements();
-    patient->RXs->setValue("rxs_Doctor", QString("Dr. O'Neil"));
-    patient->RXs->setValue("rxs_Price", QString("12.5"));
+    patient->RXs->setValue("rxs_Doctor", u"Dr. O'Neil"_s);
+    patient->RXs->setValue("rxs_Price", u"12.5"_s);
     patient->RXs->update();
     EXPECT_TRUE(statements.isEmpty());
     EXPECT_EQ(str(sqlText("SELECT rxs_Doctor, rxs_Price FROM RXs WHERE RXsID = 2")), "Dr. O'Neil|12.5");

@@ -17,14 +17,12 @@
 #include <functional>
 
 /// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) {
-    return text.toStdString();
-}
+inline std::string str(const QString& text) { return text.toStdString(); }
 
 /// What the signing dialog of a test was given and answers.
 struct Signing {
-    QString lot;            ///< as the record set it
-    int shown = 0;          ///< how often it was shown
+    QString lot;    ///< as the record set it
+    int shown = 0;  ///< how often it was shown
     QString initials = "AB";
     QString verified = "CD";
     sorvanto::clsFormulaPtr formula;  ///< the answer; nothing means cancelled

@@ -6,6 +6,8 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::nullText;
 
@@ -54,15 +56,15 @@ protected:
         sql("INSERT INTO Formula (FormulaID, frm_Name, frm_Mix) VALUES (1, 'F', '')");
     }
     void store(int base, const std::vector<Line>& lines) {
-        QString text = QString("BEGIN; DELETE FROM FormChem; DELETE FROM Chemical;"
-                               "UPDATE Formula SET frm_Quantity = %1;").arg(base);
+        QString text = u"BEGIN; DELETE FROM FormChem; DELETE FROM Chemical;"
+                       u"UPDATE Formula SET frm_Quantity = %1;"_s.arg(base);
         for (std::size_t i = 0; i < lines.size(); ++i) {
             const auto& line = lines[i];
-            text += QString("INSERT INTO Chemical (ChemicalID, chm_Cost, chm_AWP) VALUES (%1, %2, %3);"
-                            "INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, %1, %4);")
-                        .arg(QString::number(i + 1), QString::fromStdString(decimal(line.cost, 4)),
-                             QString::fromStdString(decimal(line.awp, 4)),
-                             QString::fromStdString(decimal(line.quantity, 4)));
+            text += u"INSERT INTO Chemical (ChemicalID, chm_Cost, chm_AWP) VALUES (%1, %2, %3);"
+                    u"INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, %1, %4);"_s.arg(
+                        QString::number(i + 1), QString::fromStdString(decimal(line.cost, 4)),
+                        QString::fromStdString(decimal(line.awp, 4)),
+                        QString::fromStdString(decimal(line.quantity, 4)));
         }
         sql(text + "COMMIT;");
     }
@@ -74,7 +76,8 @@ TEST_F(ScalingPropertyTest, AgreesWithWholeNumbersOnDrawnFormulas) {
         return std::uniform_int_distribution<std::int64_t>(0, most)(random);
     };
     // Bases whose quotient is a short decimal, so that a tie is a tie in both computations.
-    const int bases[] = {1, 2, 4, 5, 8, 10, 16, 20, 25, 32, 40, 50, 64, 80, 100, 125, 160, 200, 250, 500, 1000};
+    const int bases[] = {1,  2,  4,  5,   8,   10,  16,  20,  25,  32,  40,
+                         50, 64, 80, 100, 125, 160, 200, 250, 500, 1000};
     for (int round = 0; round < 120; ++round) {
         const int base = bases[draw(std::size(bases) - 1)];
         const auto make = static_cast<std::int16_t>(draw(1000));

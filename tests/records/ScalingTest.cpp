@@ -3,6 +3,8 @@
 
 #include "platform/basic/Values.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Currency;
 using platform::nullText;
@@ -20,16 +22,17 @@ protected:
         QStringList all;
         platform::Recordset& rows = *formula.Chemical;
         for (rows.moveFirst(); !rows.eof(); rows.moveNext())
-            all << nullText(rows.value("fch_Qty")) + " " + nullText(rows.value("chm_Cost")) + " "
-                       + nullText(rows.value("chm_AWP"));
+            all << nullText(rows.value("fch_Qty")) + " " + nullText(rows.value("chm_Cost")) + " " +
+                       nullText(rows.value("chm_AWP"));
         return all;
     }
     /// One line of that quantity and prices in a formula of that base, scaled.
-    QStringList oneLine(int base, int quantity, const QString& amount, const QString& cost, const QString& awp) {
-        sql(QString("DELETE FROM FormChem; UPDATE Formula SET frm_Quantity = %1 WHERE FormulaID = 1;"
-                    "UPDATE Chemical SET chm_Cost = %2, chm_AWP = %3 WHERE ChemicalID = 3;"
-                    "INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active) "
-                    "VALUES (1, 3, %4, 0, 1)").arg(QString::number(base), cost, awp, amount));
+    QStringList oneLine(int base, int quantity, const QString& amount, const QString& cost,
+                        const QString& awp) {
+        sql(u"DELETE FROM FormChem; UPDATE Formula SET frm_Quantity = %1 WHERE FormulaID = 1;"
+            u"UPDATE Chemical SET chm_Cost = %2, chm_AWP = %3 WHERE ChemicalID = 3;"
+            u"INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active) "
+            u"VALUES (1, 3, %4, 0, 1)"_s.arg(QString::number(base), cost, awp, amount));
         return lines(*scaled(1, static_cast<std::int16_t>(quantity)));
     }
     clsFormulaPtr withJar(std::int16_t quantity) {
@@ -102,10 +105,10 @@ TEST_F(ScalingTest, TheJarFollowsTheQuantity) {
     struct Row {
         int low, high, jar;
     };
-    for (const Row& row : {Row{0, 15, 1}, Row{16, 20, 2}, Row{21, 30, 3}, Row{31, 50, 4}, Row{51, 100, 5},
-                           Row{101, 200, 6}, Row{201, 300, 7}, Row{301, 500, 8}, Row{501, 1000, 9},
-                           Row{1001, 1001, 77}, Row{32767, 32767, 77}, Row{-1, -1, 77},
-                           Row{-32768, -32768, 77}}) {
+    for (const Row& row :
+         {Row{0, 15, 1}, Row{16, 20, 2}, Row{21, 30, 3}, Row{31, 50, 4}, Row{51, 100, 5}, Row{101, 200, 6},
+          Row{201, 300, 7}, Row{301, 500, 8}, Row{501, 1000, 9}, Row{1001, 1001, 77}, Row{32767, 32767, 77},
+          Row{-1, -1, 77}, Row{-32768, -32768, 77}}) {
         for (const int quantity : {row.low, (row.low + row.high) / 2, row.high})
             EXPECT_EQ(withJar(static_cast<std::int16_t>(quantity))->frm_JarSize, row.jar) << quantity;
     }

@@ -28,12 +28,15 @@ protected:
         RecordsTest::SetUp();
         seedChemicals();
     }
-    static platform::RecordsetPtr rows(const QString& condition, const QString& fields = "ChemicalID, chm_Name") {
+    static platform::RecordsetPtr rows(const QString& condition,
+                                       const QString& fields = "ChemicalID, chm_Name") {
         auto set = platform::Recordset::create();
         set->open("SELECT " + fields + " FROM Chemical " + condition, openDB(), platform::CursorType::Static);
         return set;
     }
-    static std::int32_t choose(const platform::RecordsetPtr& set) { return sharedSearch().searchList(set, 0, 0); }
+    static std::int32_t choose(const platform::RecordsetPtr& set) {
+        return sharedSearch().searchList(set, 0, 0);
+    }
     static platform::RecordGrid* list(QWidget& form) { return child<platform::RecordGrid>(form, "TDBList1"); }
     static void press(QWidget& form, const char* button) { child<QPushButton>(form, button)->click(); }
     static void type(QWidget& form, const QString& keys) { QTest::keyClicks(list(form), keys); }
@@ -49,8 +52,9 @@ TEST_F(SearchListTest, NoRowIsTold) {
 }
 
 TEST_F(SearchListTest, TheMessageOfNoRowsIsNeverTranslated) {
-    folder.write("GermanTranslation.xml", "<Translations Language=\"German\"><Translate English=\"No Records\" "
-                                          "Translated=\"Nichts\"/></Translations>");
+    folder.write("GermanTranslation.xml",
+                 "<Translations Language=\"German\"><Translate English=\"No Records\" "
+                 "Translated=\"Nichts\"/></Translations>");
     startConfiguration(2);
     asker.expectMsgBox("No Records");
     EXPECT_EQ(choose(rows("WHERE ChemicalID = 99")), 0);
@@ -183,9 +187,10 @@ TEST_F(SearchListTest, CaptionsAreTranslatedAndTheFormCaptionIsNot) {
 }
 
 TEST_F(SearchListTest, TranslatedCaptionsAndRequest) {
-    folder.write("GermanTranslation.xml",
-                 "<Translations Language=\"German\"><Translate English=\"Cancel\" Translated=\"Abbrechen\"/>"
-                 "<Translate English=\"Select a row before clicking OK\" Translated=\"Zeile\"/></Translations>");
+    folder.write(
+        "GermanTranslation.xml",
+        "<Translations Language=\"German\"><Translate English=\"Cancel\" Translated=\"Abbrechen\"/>"
+        "<Translate English=\"Select a row before clicking OK\" Translated=\"Zeile\"/></Translations>");
     startConfiguration(2);
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         EXPECT_EQ(str(child<QPushButton>(form, "cmdCancel")->text()), "Abbrechen");

@@ -3,6 +3,8 @@
 #include "ReportTest.h"
 #include "platform/report/Tools.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -25,7 +27,8 @@ TEST_F(ChemicalsTest, TextsAndPrices) {
     EXPECT_EQ(str(text(*run, "lblReportTitle")), "Chemical List - Sorvanto");
     EXPECT_EQ(str(text(*run, "lblDate")), "3/7/2026 2:05:09 PM");
     EXPECT_EQ(str(texts(*run, "txtChemical_chm_Name").join('|')), "Aspirin|Borax|Camphor|Menthol");
-    EXPECT_EQ(str(texts(*run, "txtChemical_chm_Cost").join('|')), "$ 0.50|$ 0.03|$ 2.00|$ 1.10") << "with a blank";
+    EXPECT_EQ(str(texts(*run, "txtChemical_chm_Cost").join('|')), "$ 0.50|$ 0.03|$ 2.00|$ 1.10")
+        << "with a blank";
     EXPECT_EQ(str(texts(*run, "txtChemical_chm_AWP").join('|')), "$ 1.25|$ 0.08|$ 4.50|$ 2.20");
     EXPECT_EQ(str(text(*run, "txtPage")), "Page 1");
     EXPECT_FALSE(dumped(run->document()).contains("keep dry")) << "notes are fetched and not shown";
@@ -42,12 +45,12 @@ TEST_F(ChemicalsTest, EmptyTablePrintsAnEmptyList) {
 TEST_F(ChemicalsTest, LongListHasHeadAndNumberOnEveryPage) {
     QString many = "BEGIN;";
     for (int i = 0; i < 100; ++i)
-        many += QString("INSERT INTO Chemical (chm_Name) VALUES ('C%1');").arg(i, 3, 10, QLatin1Char('0'));
+        many += u"INSERT INTO Chemical (chm_Name) VALUES ('C%1');"_s.arg(i, 3, 10, '0'_L1);
     sql(many + "COMMIT;");
     const RunPtr run = finished(chemicals());
     EXPECT_EQ(texts(*run, "txtChemical_chm_Name").size(), 100);
     EXPECT_EQ(static_cast<std::size_t>(texts(*run, "lblchm_NDC").size()), run->document().pages.size());
-    EXPECT_EQ(str(texts(*run, "txtPage").last()), str(QString("Page %1").arg(run->document().pages.size())));
+    EXPECT_EQ(str(texts(*run, "txtPage").last()), str(u"Page %1"_s.arg(run->document().pages.size())));
     EXPECT_EQ(str(texts(*run, "txtChemical_chm_Cost")[0]), "") << "a missing price is empty";
 }
 

@@ -41,8 +41,10 @@ TEST_F(DateDialogTest, OffersTheLastMonthWithTheTimeOfDay) {
 }
 
 TEST_F(DateDialogTest, MonthIsTheCalendars) {
-    const std::pair<QDate, QDate> months[] = {{{2026, 3, 31}, {2026, 2, 28}}, {{2028, 3, 31}, {2028, 2, 29}},
-                                              {{2026, 1, 15}, {2025, 12, 15}}, {{2026, 5, 31}, {2026, 4, 30}},
+    const std::pair<QDate, QDate> months[] = {{{2026, 3, 31}, {2026, 2, 28}},
+                                              {{2028, 3, 31}, {2028, 2, 29}},
+                                              {{2026, 1, 15}, {2025, 12, 15}},
+                                              {{2026, 5, 31}, {2026, 4, 30}},
                                               {{2026, 12, 31}, {2026, 11, 30}}};
     for (const auto& [today, before] : months) {
         clock.set(QDateTime(today, QTime(2, 30), Qt::UTC));
@@ -94,10 +96,11 @@ TEST_F(DateDialogTest, ChangedDatesComeBack) {
 }
 
 TEST_F(DateDialogTest, CancelStaysInEnglish) {
-    folder.write("GermanTranslation.xml",
-                 "<Translations Language=\"German\"><Translate English=\"Begin Date\" Translated=\"Von\"/>"
-                 "<Translate English=\"End Date\" Translated=\"Bis\"/><Translate English=\"OK\" "
-                 "Translated=\"Gut\"/><Translate English=\"Cancel\" Translated=\"Abbrechen\"/></Translations>");
+    folder.write(
+        "GermanTranslation.xml",
+        "<Translations Language=\"German\"><Translate English=\"Begin Date\" Translated=\"Von\"/>"
+        "<Translate English=\"End Date\" Translated=\"Bis\"/><Translate English=\"OK\" "
+        "Translated=\"Gut\"/><Translate English=\"Cancel\" Translated=\"Abbrechen\"/></Translations>");
     startConfiguration(2);
     frmReportDate form;
     EXPECT_EQ(str(child<QLabel>(form, "lblBegin")->text()), "Von");

@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -25,9 +27,10 @@ protected:
     /// Each spreadsheet as the office program has it: comma separated values beside it.
     void openInOffice(const QStringList& sheets, Cells cells) const {
         const QString shown = cells == Cells::AsShown ? "true" : "false";
-        QStringList arguments{"--headless", "-env:UserInstallation=file://" + folder.path("profile"), "--convert-to",
-                              "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true," + shown, "--outdir",
-                              folder.path()};
+        QStringList arguments{
+            "--headless",   "-env:UserInstallation=file://" + folder.path("profile"),
+            "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true," + shown,
+            "--outdir",     folder.path()};
         for (const QString& sheet : sheets)
             arguments << folder.path(sheet);
         tools::output("soffice", arguments);
@@ -150,7 +153,7 @@ TEST_F(ExportTest, NumbersAmountsAndDatesReadAsOnPaper) {
     QStringList sheets;
     for (const auto& [stem, values] : cases) {
         sheets << QString(stem) + ".xls";
-        runReport(reportOf(stem), true, QString("\\%1.xls").arg(stem));
+        runReport(reportOf(stem), true, u"\\%1.xls"_s.arg(stem));
     }
     openInOffice(sheets, Cells::AsShown);
     for (const auto& [stem, values] : cases) {
@@ -161,16 +164,18 @@ TEST_F(ExportTest, NumbersAmountsAndDatesReadAsOnPaper) {
                 texts << item.text;
         folder.write("texts.txt", texts.join(QChar(1)).toUtf8());
         EXPECT_EQ(str(tools::output("/usr/bin/python3", {"-c", shownAlike, folder.path(), stem}).trimmed()),
-                  "values " + std::to_string(values)) << stem;
+                  "values " + std::to_string(values))
+            << stem;
     }
 }
 
 TEST_F(ExportTest, CellsHoldAllThatThePagesShow) {
     exportAll();
     const QString sheet = tools::cells(folder.path("Worksheet.xls"));
-    for (const char* shown : {"Formula Worksheet -- Sorvanto", "date|'2026-03-07 00:00:00'|MM\\-DD\\-YY", "Formula Name: Cooling Gel 2 % Custom",
-                              "Camphor", "3.086", "19.96", "Mix cold.", "Kelmar Systems", "Fenwick, ZZ     54321",
-                              "123456789", "___/___/_____", "Supplier"})
+    for (const char* shown :
+         {"Formula Worksheet -- Sorvanto", "date|'2026-03-07 00:00:00'|MM\\-DD\\-YY",
+          "Formula Name: Cooling Gel 2 % Custom", "Camphor", "3.086", "19.96", "Mix cold.", "Kelmar Systems",
+          "Fenwick, ZZ     54321", "123456789", "___/___/_____", "Supplier"})
         EXPECT_TRUE(sheet.contains(shown)) << shown << "\n" << str(sheet);
     EXPECT_TRUE(sheet.contains("\"$\"###,##0.00")) << "amounts keep their currency\n" << str(sheet);
     const QString batch = tools::cells(folder.path("FormulaLog.xls"));
@@ -190,18 +195,28 @@ TEST_F(ExportTest, ValuesStandUnderTheirHeadings) {
     const struct {
         const char *stem, *heading, *value;
     } pairs[] = {
-        {"Worksheet", "lblchm_Name", "txtchm_Name"},   {"Worksheet", "lblchm_Form", "txtchm_Form"},
-        {"Worksheet", "lblchm_QTY", "txtchm_QTY"},     {"Worksheet", "lblchm_Unit", "txtchm_Unit"},
-        {"Worksheet", "lblchm_Cost", "txtchm_Cost"},   {"Worksheet", "lblchm_Notes", "txtchm_Notes"},
-        {"FormulaLog", "lblchm_Unit", "txtchm_Units"}, {"FormulaLog", "lblchm_Lot", "txtchm_Lot"},
-        {"FormulaLog", "lblchm_Cost", "txtchm_Cost"},  {"FormulaLog", "lblchm_Supplier", "txtchm_Supplier"},
-        {"LogReport", "lbllog_Date", "txtlog_Date"},   {"LogReport", "lbllog_Initials", "txtlog_Initials"},
-        {"LogReport", "lbllog_Cost", "txtTotalCost"},  {"LogReport", "lbllog_Quantity", "txtTotalQTY"},
-        {"JarUsage", "lblJarSize", "txtJarSize"},      {"JarUsage", "lblUsage", "txtUsed"},
+        {"Worksheet", "lblchm_Name", "txtchm_Name"},
+        {"Worksheet", "lblchm_Form", "txtchm_Form"},
+        {"Worksheet", "lblchm_QTY", "txtchm_QTY"},
+        {"Worksheet", "lblchm_Unit", "txtchm_Unit"},
+        {"Worksheet", "lblchm_Cost", "txtchm_Cost"},
+        {"Worksheet", "lblchm_Notes", "txtchm_Notes"},
+        {"FormulaLog", "lblchm_Unit", "txtchm_Units"},
+        {"FormulaLog", "lblchm_Lot", "txtchm_Lot"},
+        {"FormulaLog", "lblchm_Cost", "txtchm_Cost"},
+        {"FormulaLog", "lblchm_Supplier", "txtchm_Supplier"},
+        {"LogReport", "lbllog_Date", "txtlog_Date"},
+        {"LogReport", "lbllog_Initials", "txtlog_Initials"},
+        {"LogReport", "lbllog_Cost", "txtTotalCost"},
+        {"LogReport", "lbllog_Quantity", "txtTotalQTY"},
+        {"JarUsage", "lblJarSize", "txtJarSize"},
+        {"JarUsage", "lblUsage", "txtUsed"},
         {"Chemicals", "lblchm_Cost", "txtChemical_chm_Cost"},
         {"Chemicals", "lblchm_Supplier", "txtChemical_chm_Supplier"},
-        {"RXReport", "lblrxs_Price", "txtrxs_Price"},  {"RXReport", "lblrxs_Price", "txtTotalPrice"},
-        {"RXReport", "lblRXsID", "txtRXsID"},          {"RXReport", "lblfrm_Strength", "txtfrm_Strength"},
+        {"RXReport", "lblrxs_Price", "txtrxs_Price"},
+        {"RXReport", "lblrxs_Price", "txtTotalPrice"},
+        {"RXReport", "lblRXsID", "txtRXsID"},
+        {"RXReport", "lblfrm_Strength", "txtfrm_Strength"},
     };
     for (const auto& [stem, heading, value] : pairs) {
         const auto report = reportOf(stem);
@@ -221,7 +236,8 @@ TEST_F(ExportTest, ReadOnlyFolderIsAFailureAndLeavesTheOldFile) {
     folder.write("Chemicals.xls", "an old file");
     auto report = chemicals();
     auto run = std::move(report);
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(folder.path(),
+                          QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
     {
         const support::OrdinaryUser ordinary;
         EXPECT_THROW(runReport(std::move(run), true, "\\Chemicals.xls"), RuntimeError);
@@ -285,5 +301,5 @@ TEST_F(ExportTest, TextsThatLookLikeFormulasStayTexts) {
     runReport(chemicals(), true, "\\Chemicals.xls");
     const QString cells = tools::cells(folder.path("Chemicals.xls"));
     for (const char* text : {"'=1+1'", "'+7'", "'@x'", "'-2'"})
-        EXPECT_TRUE(cells.contains(QString("text|") + text)) << text;
+        EXPECT_TRUE(cells.contains(u"text|"_s + text)) << text;
 }

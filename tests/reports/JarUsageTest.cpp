@@ -24,10 +24,11 @@ TEST_F(JarUsageTest, PageWithEveryTextAtItsPlace) {
 TEST_F(JarUsageTest, StatementByteForByte) {
     finished(jarUsage(begin, end));
     ASSERT_EQ(statements.size(), 1);
-    EXPECT_EQ(str(statements[0]),
-              "SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT FLT.log_JarSize from "
-              "Log FLT WHERE FLT.log_date >=#01-01-2026#  and FLT.Log_Date<=#03-07-2026#]. AS LT group by "
-              "LT.log_JarSize");
+    EXPECT_EQ(
+        str(statements[0]),
+        "SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT FLT.log_JarSize from "
+        "Log FLT WHERE FLT.log_date >=#01-01-2026#  and FLT.Log_Date<=#03-07-2026#]. AS LT group by "
+        "LT.log_JarSize");
 }
 
 TEST_F(JarUsageTest, CountsTheJarsThatWereUsed) {
@@ -44,9 +45,8 @@ TEST_F(JarUsageTest, CountsTheJarsThatWereUsed) {
 TEST_F(JarUsageTest, CancelledShowsNothing) {
     basMain::reportCancelled = false;
     rptJarUsage report;
-    asker.expectModal("frmReportDate", [](QWidget& form) {
-        form.findChild<QAbstractButton*>("cmdCancel")->click();
-    });
+    asker.expectModal("frmReportDate",
+                      [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.JarID(1);
     EXPECT_TRUE(basMain::reportCancelled);
     EXPECT_TRUE(report.isUnloaded());

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 using support::child;
@@ -34,13 +36,11 @@ protected:
         QTest::keyClicks(box, text);
     }
     static QPushButton* position(QWidget& form, int index) {
-        return child<QPushButton>(form, QString("cmdPosition_%1").arg(index));
+        return child<QPushButton>(form, u"cmdPosition_%1"_s.arg(index));
     }
 };
 
-int pixels(int twips) {
-    return qRound(twips / 15.0);
-}
+int pixels(int twips) { return qRound(twips / 15.0); }
 
 }  // namespace
 
@@ -51,7 +51,7 @@ TEST_F(LabelDialogTest, ThirtyPositionsRowByRow) {
         const int row = (index - 1) / 3, column = (index - 1) % 3;
         const QPushButton* button = position(form, index);
         EXPECT_EQ(str(button->text()), str(QString::number(index)));
-        EXPECT_EQ(str(button->property("tag").toString()), str(QString("%1,%2").arg(column).arg(row)));
+        EXPECT_EQ(str(button->property("tag").toString()), str(u"%1,%2"_s.arg(column).arg(row)));
         EXPECT_EQ(button->x(), pixels(column * 1000));
         EXPECT_EQ(button->y(), pixels(row * 500 + 1500));
         EXPECT_NEAR(button->width(), 1000 / 15.0, 1);

@@ -10,6 +10,8 @@
 
 #include <QImage>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -102,11 +104,18 @@ TEST_F(LabelsTest, PrescriptionSheetHoldsNineRows) {
 
 TEST_F(LabelsTest, AllLabelsOfARunAreEqual) {
     const RunPtr run = finished(batchLabels(2, "45", 1));
-    for (const auto& [control, content] :
-         {std::pair{"txtfrm_Name", "Cooling Gel"}, {"txtfrm_Strength", "2 %"}, {"txtlog_QTY", "25"},
-          {"txtfrm_Form", "Custom"}, {"txtlog_Initials", "RK"}, {"txtlog_Verified", "LM"},
-          {"lbllog_Cost", "Cost"}, {"txtlog_Cost", "$1,225.20"}, {"lbllog_AWP", "AWP"},
-          {"txtlog_AWP", "$41.50"}, {"lbllog_Lot", "Lot #"}, {"txtlog_Lot", "AB0012"}})
+    for (const auto& [control, content] : {std::pair{"txtfrm_Name", "Cooling Gel"},
+                                           {"txtfrm_Strength", "2 %"},
+                                           {"txtlog_QTY", "25"},
+                                           {"txtfrm_Form", "Custom"},
+                                           {"txtlog_Initials", "RK"},
+                                           {"txtlog_Verified", "LM"},
+                                           {"lbllog_Cost", "Cost"},
+                                           {"txtlog_Cost", "$1,225.20"},
+                                           {"lbllog_AWP", "AWP"},
+                                           {"txtlog_AWP", "$41.50"},
+                                           {"lbllog_Lot", "Lot #"},
+                                           {"txtlog_Lot", "AB0012"}})
         EXPECT_EQ(texts(*run, control).count(content), 45) << control;
     EXPECT_EQ(texts(*run, "lbllog_LotbarCode").count("AB0012"), 45);
 }
@@ -169,7 +178,8 @@ TEST_F(LabelsTest, EveryTextAndBarLiesOnItsLabel) {
     for (const tools::Word& word : tools::words(path)) {
         bool inside = false;
         for (int position = 0; position < 30 && !inside; ++position)
-            inside = die(position).contains(QRectF(QPointF(word.left, word.top), QPointF(word.right, word.bottom)));
+            inside = die(position).contains(
+                QRectF(QPointF(word.left, word.top), QPointF(word.right, word.bottom)));
         EXPECT_TRUE(inside) << str(word.text);
     }
     const QImage ink = tools::picture(path, 1, 144);
@@ -211,7 +221,7 @@ TEST_F(LabelsTest, BarsCarryTheLotInUpperCase) {
 TEST_F(LabelsTest, LotThatBarsCannotCarryPrintsAsTextWithAWarning) {
     sql("UPDATE Log SET log_Lot = 'Ж_17#é' WHERE LogID = 2;");
     const RunPtr run = finished(batchLabels(2, "2", 1));
-    EXPECT_EQ(texts(*run, "txtlog_Lot").count(QStringLiteral("Ж_17#é")), 2);
+    EXPECT_EQ(texts(*run, "txtlog_Lot").count(u"Ж_17#é"_s), 2);
     EXPECT_EQ(run->document().missingBarCodes, 2);
     EXPECT_EQ(run->document().warnings[0].kind, WarningKind::NoBarCode);
 }

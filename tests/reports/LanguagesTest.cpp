@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -56,21 +58,24 @@ protected:
     /// a quarter behind a mark such as "#".
     static QStringList touching(const ReportRun& run) {
         constexpr int line = 60;
-        const auto leastGap = [](const Written& caption) { return caption.text.back().isLetterOrNumber() ? 25 : 12; };
+        const auto leastGap = [](const Written& caption) {
+            return caption.text.back().isLetterOrNumber() ? 25 : 12;
+        };
         QStringList pairs;
         for (const Page& page : run.document().pages) {
             const std::vector<Written> all = writingOf(run, page);
             for (const Written& a : all)
                 for (const Written& b : all)
-                    if (a.left < b.left && std::abs(a.baseline - b.baseline) < line && b.left - a.right < leastGap(a))
-                        pairs << QString("%1 %2: %3|%4").arg(a.control).arg(b.left - a.right).arg(a.text, b.text);
+                    if (a.left < b.left && std::abs(a.baseline - b.baseline) < line &&
+                        b.left - a.right < leastGap(a))
+                        pairs << u"%1 %2: %3|%4"_s.arg(a.control).arg(b.left - a.right).arg(a.text, b.text);
         }
         pairs.removeDuplicates();
         return pairs;
     }
     static void look(std::unique_ptr<Report> report, const QString& name) {
         const RunPtr run = finished(std::move(report));
-        kept(*run, QString("%1-%2").arg(name, GetParam()));
+        kept(*run, u"%1-%2"_s.arg(name, GetParam()));
         EXPECT_TRUE(cutCaptions(*run).isEmpty()) << str(name) << "\n" << str(cutCaptions(*run).join('\n'));
         EXPECT_TRUE(touching(*run).isEmpty()) << str(name) << "\n" << str(touching(*run).join('\n'));
     }
@@ -93,4 +98,4 @@ TEST_P(LanguagesTest, EveryCaptionFitsItsPlace) {
 INSTANTIATE_TEST_SUITE_P(Delivered, LanguagesTest,
                          ::testing::Values("English", "Spanish", "German", "French", "Italian", "Portuguese",
                                            "Russian", "Swiss"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& row) { return std::string(row.param); });

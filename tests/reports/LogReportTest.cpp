@@ -4,6 +4,8 @@
 #include "reports/rptLogReport.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -23,15 +25,17 @@ TEST_F(LogReportTest, PageWithEveryTextAtItsPlace) {
 TEST_F(LogReportTest, StatementsByteForByte) {
     finished(logReport(1, begin, end));
     ASSERT_EQ(statements.size(), 2);
-    EXPECT_EQ(str(statements[0]),
-              "SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
-              "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
-              "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID=1 AND Log.log_Date >= #01-01-2026# AND "
-              "Log.log_Date <= #03-07-2026#;");
-    EXPECT_EQ(str(statements[1]),
-              "SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as TotalCost "
-              "FROM Log WHERE Log.FormulaID=1 AND Log.log_Date >= #1/1/2026 2:05:09 PM# AND Log.log_Date <= "
-              "#3/7/2026 2:05:09 PM#;");
+    EXPECT_EQ(
+        str(statements[0]),
+        "SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
+        "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
+        "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID=1 AND Log.log_Date >= #01-01-2026# AND "
+        "Log.log_Date <= #03-07-2026#;");
+    EXPECT_EQ(
+        str(statements[1]),
+        "SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as TotalCost "
+        "FROM Log WHERE Log.FormulaID=1 AND Log.log_Date >= #1/1/2026 2:05:09 PM# AND Log.log_Date <= "
+        "#3/7/2026 2:05:09 PM#;");
 }
 
 TEST_F(LogReportTest, TextsAndTotals) {
@@ -44,8 +48,7 @@ TEST_F(LogReportTest, TextsAndTotals) {
     EXPECT_EQ(str(text(*run, "txtReportDate")), "Report Dates: 1/1/2026 2:05:09 PM -- 3/7/2026 2:05:09 PM");
     EXPECT_EQ(str(text(*run, "txtName")), "Cooling Gel 2 %\tCustom\t777-01");
     EXPECT_EQ(str(text(*run, "txtDesc")), "For the skin");
-    EXPECT_EQ(str(texts(*run, "txtlog_Date").join('|')),
-              "1/5/2026 9:30:00 AM|3/1/2026 4:00:00 PM|2/11/2026");
+    EXPECT_EQ(str(texts(*run, "txtlog_Date").join('|')), "1/5/2026 9:30:00 AM|3/1/2026 4:00:00 PM|2/11/2026");
     EXPECT_EQ(str(texts(*run, "txtlog_JarSize").join('|')), "20 ml|30 ml|20 ml");
     EXPECT_EQ(str(texts(*run, "txtlog_Cost").join('|')), "$20.10|$1,225.20|$10.10") << "no blank";
     EXPECT_EQ(str(text(*run, "txtPage")), "Page 1");
@@ -72,9 +75,8 @@ TEST_F(LogReportTest, BatchOfTheEndDateIsOutOfTheListAndInTheTotals) {
 
 TEST_F(LogReportTest, CancelledShowsNothing) {
     rptLogReport report;
-    asker.expectModal("frmReportDate", [](QWidget& form) {
-        form.findChild<QAbstractButton*>("cmdCancel")->click();
-    });
+    asker.expectModal("frmReportDate",
+                      [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.FormulaID(1);
     EXPECT_TRUE(basMain::reportCancelled);
     EXPECT_TRUE(report.isUnloaded());
@@ -109,9 +111,9 @@ TEST_F(LogReportTest, WithoutAnyCostTheTotalKeepsItsZeroWithoutCurrency) {
 TEST_F(LogReportTest, EveryPageHasTheHeadOfItsFirstRow) {
     QString more;
     for (int i = 0; i < 60; ++i)
-        more += QString("INSERT INTO Log (FormulaID, log_Name, log_Strength, log_NDC, log_FormType, log_JarSize, "
-                        "log_Quantity, log_Date, log_Lot) VALUES (1, 'Later %1', '', 'N', 1, 1, 5, '2026-03-02 "
-                        "00:00:00', 'X%1');").arg(i);
+        more += u"INSERT INTO Log (FormulaID, log_Name, log_Strength, log_NDC, log_FormType, log_JarSize, "
+                u"log_Quantity, log_Date, log_Lot) VALUES (1, 'Later %1', '', 'N', 1, 1, 5, '2026-03-02 "
+                u"00:00:00', 'X%1');"_s.arg(i);
     sql(more);
     const RunPtr run = finished(logReport(1, begin, end));
     const QStringList heads = texts(*run, "txtName");
@@ -121,7 +123,7 @@ TEST_F(LogReportTest, EveryPageHasTheHeadOfItsFirstRow) {
     EXPECT_TRUE(heads[1].startsWith("Later ")) << str(heads[1]);
     EXPECT_EQ(texts(*run, "lblReportTitle").size(), 1);
     for (int page = 0; page < heads.size(); ++page)
-        EXPECT_EQ(str(texts(*run, "txtPage")[page]), str(QString("Page %1").arg(page + 1)));
+        EXPECT_EQ(str(texts(*run, "txtPage")[page]), str(u"Page %1"_s.arg(page + 1)));
 }
 
 TEST_F(LogReportTest, UnknownJarIsReportedAndTheReportGoesOn) {

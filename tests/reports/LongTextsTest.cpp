@@ -5,6 +5,8 @@
 #include "platform/report/Tools.h"
 #include "reports/ReportFlow.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -15,18 +17,16 @@ struct Words {
     QString text;  ///< 300 characters
 };
 
-QString filled(const QString& piece) {
-    return piece.repeated(300 / piece.size() + 1).left(300);
-}
+QString filled(const QString& piece) { return piece.repeated(300 / piece.size() + 1).left(300); }
 
 const Words cases[] = {
     {"OneWord", filled("W")},
     {"Words", filled("very long name ")},
     {"LineEnds", filled("a line and\r\n")},
-    {"Cyrillic", filled(QStringLiteral("Гидрокортизон в креме "))},
-    {"Accents", filled(QStringLiteral("Größe œuvre ação niño così "))},
-    {"Combined", filled(QStringLiteral("e\u0301 "))},
-    {"Beyond16Bits", filled(QStringLiteral("\U0001F600 "))},
+    {"Cyrillic", filled(u"Гидрокортизон в креме "_s)},
+    {"Accents", filled(u"Größe œuvre ação niño così "_s)},
+    {"Combined", filled(u"e\u0301 "_s)},
+    {"Beyond16Bits", filled(u"\U0001F600 "_s)},
     {"TabsAndControls", filled("tab\tand\x07 bell ")},
 };
 
@@ -41,12 +41,13 @@ protected:
             QStringList parts;
             for (const QString& column : columns)
                 parts << column + " = '" + text + "'";
-            sql(QString("UPDATE %1 SET %2;").arg(table, parts.join(", ")));
+            sql(u"UPDATE %1 SET %2;"_s.arg(table, parts.join(", ")));
         };
-        fill("Chemical", {"chm_Name", "chm_Units", "chm_Lot", "chm_NDC", "chm_Notes", "chm_Form", "chm_Supplier"});
+        fill("Chemical",
+             {"chm_Name", "chm_Units", "chm_Lot", "chm_NDC", "chm_Notes", "chm_Form", "chm_Supplier"});
         fill("Formula", {"frm_Name", "frm_Desc", "frm_Strength", "frm_Units", "frm_Instructions"});
-        fill("Log", {"log_Name", "log_Strength", "log_Desc", "log_Units", "log_NDC", "log_Lot", "log_Initials",
-                     "log_Verified"});
+        fill("Log", {"log_Name", "log_Strength", "log_Desc", "log_Units", "log_NDC", "log_Lot",
+                     "log_Initials", "log_Verified"});
         fill("LogChem", {"lch_Name", "lch_Units", "lch_Lot", "lch_Supplier", "lch_Form"});
         fill("Patient", {"pat_FName", "pat_LName", "pat_Address1", "pat_Address2", "pat_City", "pat_State",
                          "pat_Zip", "pat_Country", "pat_Phone", "pat_Fax"});
@@ -66,7 +67,8 @@ protected:
                 for (std::uint32_t r = item.firstRun; r < item.firstRun + item.runCount; ++r, ++shown) {
                     const TextRun& text = page.runs[r];
                     EXPECT_GE(text.x, item.x) << name;
-                    EXPECT_LE(text.x + measure->width(style, text.text), item.x + item.width) << name << str(text.text);
+                    EXPECT_LE(text.x + measure->width(style, text.text), item.x + item.width)
+                        << name << str(text.text);
                     EXPECT_GE(text.baseline - font.ascent, item.y - over) << name;
                     EXPECT_LE(text.baseline + font.descent, item.y + item.height + over) << name;
                 }
@@ -92,8 +94,9 @@ TEST_P(LongTextsTest, NothingLeavesItsControl) {
 
 TEST_P(LongTextsTest, TheSpreadsheetHasTheWholeText) {
     runReport(chemicals(), true, "\\Chemicals.xls");
-    const char* const script = "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
-                               "print(sorted({s.cell(r, 0).value for r in range(s.nrows)}, key=len)[-1], end='')";
+    const char* const script =
+        "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+        "print(sorted({s.cell(r, 0).value for r in range(s.nrows)}, key=len)[-1], end='')";
     const QString longest = tools::output("/usr/bin/python3", {"-c", script, folder.path("Chemicals.xls")});
     EXPECT_EQ(str(QString(longest).remove('\r')), str(QString(GetParam().text).remove('\r')));
 }

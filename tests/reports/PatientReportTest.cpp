@@ -5,6 +5,8 @@
 #include "reports/rptPatient.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -24,18 +26,21 @@ TEST_F(PatientReportTest, PageWithEveryTextAtItsPlace) {
 TEST_F(PatientReportTest, StatementsByteForByte) {
     finished(patient(1, begin, end));
     ASSERT_EQ(statements.size(), 3);
-    EXPECT_EQ(str(statements[0]),
-              "SELECT [PatientID],[pat_LName],[pat_FName],[pat_Address1],[pat_Address2],[pat_City],[pat_State],"
-              "[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE PatientID = 1");
-    EXPECT_EQ(str(statements[1]),
-              "SELECT RXs.RXsID, RXs.rxs_Date, Formula.frm_Name, Formula.frm_Strength, RXs.rxs_QTY, "
-              "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN Formula ON "
-              "Log.FormulaID = Formula.FormulaID) INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = "
-              "RXs.PatientID WHERE Patient.PatientID=1 AND RXs.rxs_Date >= #01-01-2026# AND RXs.rxs_Date <= "
-              "#03-07-2026#;");
-    EXPECT_EQ(str(statements[2]),
-              "SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID=1 AND "
-              "RXs.rxs_Date >= #1/1/2026 2:05:09 PM# AND RXs.rxs_Date <= #3/7/2026 2:05:09 PM#;");
+    EXPECT_EQ(
+        str(statements[0]),
+        "SELECT [PatientID],[pat_LName],[pat_FName],[pat_Address1],[pat_Address2],[pat_City],[pat_State],"
+        "[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE PatientID = 1");
+    EXPECT_EQ(
+        str(statements[1]),
+        "SELECT RXs.RXsID, RXs.rxs_Date, Formula.frm_Name, Formula.frm_Strength, RXs.rxs_QTY, "
+        "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN Formula ON "
+        "Log.FormulaID = Formula.FormulaID) INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = "
+        "RXs.PatientID WHERE Patient.PatientID=1 AND RXs.rxs_Date >= #01-01-2026# AND RXs.rxs_Date <= "
+        "#03-07-2026#;");
+    EXPECT_EQ(
+        str(statements[2]),
+        "SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID=1 AND "
+        "RXs.rxs_Date >= #1/1/2026 2:05:09 PM# AND RXs.rxs_Date <= #3/7/2026 2:05:09 PM#;");
 }
 
 TEST_F(PatientReportTest, TextsAndTotals) {
@@ -65,7 +70,7 @@ TEST_F(PatientReportTest, SecondAddressLineAndMissingBirthdate) {
     const RunPtr run = finished(patient(2, begin, end));
     EXPECT_EQ(str(text(*run, "txtAddress")), "208 Quarry Road\r\nApt. 3B\r\nMillbrook, OH 44017\r\nUSA");
     EXPECT_EQ(str(text(*run, "txtpat_BDay")), "Birthdate: ");
-    EXPECT_EQ(str(text(*run, "txtName")), str(QStringLiteral("Seán O'Brien")));
+    EXPECT_EQ(str(text(*run, "txtName")), str(u"Seán O'Brien"_s));
     EXPECT_EQ(str(text(*run, "txtTotalPrice")), "$100");
     EXPECT_TRUE(cut(*run).isEmpty()) << str(cut(*run).join('\n'));
 }
@@ -88,9 +93,8 @@ TEST_F(PatientReportTest, PrescriptionOfADeletedFormulaIsCountedAndNotListed) {
 TEST_F(PatientReportTest, CancelledShowsNothing) {
     basMain::reportCancelled = false;
     rptPatient report;
-    asker.expectModal("frmReportDate", [](QWidget& form) {
-        form.findChild<QAbstractButton*>("cmdCancel")->click();
-    });
+    asker.expectModal("frmReportDate",
+                      [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.PatientID(1);
     EXPECT_TRUE(basMain::reportCancelled);
     EXPECT_TRUE(report.isUnloaded());

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -35,14 +37,17 @@ const char* nameOf(ControlKind kind) {
 QString places(const ReportDefinition& definition) {
     QString text;
     for (const Section& section : definition.sections) {
-        text += QString("%1 %2\n").arg(nameOf(section.kind)).arg(section.height);
+        text += u"%1 %2\n"_s.arg(nameOf(section.kind)).arg(section.height);
         std::vector<Control> controls = section.controls;
         std::sort(controls.begin(), controls.end(), [](const Control& a, const Control& b) {
             return std::tie(a.top, a.left, a.name) < std::tie(b.top, b.left, b.name);
         });
         for (const Control& c : controls)
-            text += QString("  %1 %2 %3 %4 %5 %6\n").arg(nameOf(c.kind), c.name).arg(c.left).arg(c.top)
-                        .arg(c.width).arg(c.height);
+            text += u"  %1 %2 %3 %4 %5 %6\n"_s.arg(nameOf(c.kind), c.name)
+                        .arg(c.left)
+                        .arg(c.top)
+                        .arg(c.width)
+                        .arg(c.height);
     }
     return text;
 }
@@ -145,9 +150,9 @@ TEST_F(PlacesTest, Chemicals) {
     support::expectGolden("reports/chemicals_places.txt", places(report.definition()));
     expectMargins(report.definition(), 720, 720, 720, 720);
     for (const char* column : {"Name", "Form", "Units", "NDC", "Lot", "Cost", "AWP", "Supplier"}) {
-        const Control& field = report.control(QString("txtChemical_chm_") + column);
+        const Control& field = report.control(u"txtChemical_chm_"_s + column);
         const bool left = field.column == "chm_Name" || field.column == "chm_Supplier";
-        EXPECT_EQ(str(field.column), str(QString("chm_") + column));
+        EXPECT_EQ(str(field.column), str(u"chm_"_s + column));
         EXPECT_EQ(field.style.align, left ? TextAlign::Left : TextAlign::Centre) << column;
         EXPECT_EQ(field.style.bold, field.column == "chm_Name") << column;
         EXPECT_EQ(field.style.points, 9) << column;

@@ -24,6 +24,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 using support::child;
@@ -31,8 +33,8 @@ using support::child;
 void ReportTest::SetUp() {
     TestProgram::SetUp();
     openDatabase();
-    basMain::MixTypes = {"Combination", "Cream", "Ointment", "Gel", "Paste", "Lotion", "Suspension", "Powder",
-                         "Capsule", "Custom"};
+    basMain::MixTypes = {"Combination", "Cream",      "Ointment", "Gel",     "Paste",
+                         "Lotion",      "Suspension", "Powder",   "Capsule", "Custom"};
     basMain::JarSizes = {"",       "15 ml",  "20 ml",  "30 ml",  "50 ml",
                          "100 ml", "200 ml", "300 ml", "500 ml", "1000 ml"};
 }
@@ -87,13 +89,14 @@ void ReportTest::setOption(const QString& element, const QString& value) {
     const QRegularExpression old("<" + element + ">[^<]*</" + element + ">|<" + element + "/>");
     QString options = QString::fromUtf8(folder.read("options.xml"));
     ASSERT_TRUE(options.contains(old)) << str(element);
-    folder.write("options.xml", options.replace(old, "<" + element + ">" + value + "</" + element + ">").toUtf8());
+    folder.write("options.xml",
+                 options.replace(old, "<" + element + ">" + value + "</" + element + ">").toUtf8());
     startConfiguration();
 }
 
 void ReportTest::speak(const QString& language) {
-    static const QStringList names{"English", "Spanish", "German", "French", "Russian", "Portuguese",
-                                   "Italian", "Swiss"};
+    static const QStringList names{"English", "Spanish",    "German",  "French",
+                                   "Russian", "Portuguese", "Italian", "Swiss"};
     const QString name = language + "Translation.xml";
     QFile file(SORVANTO_SOURCE_DIR "/languages/" + name);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -115,11 +118,13 @@ clsLogPtr ReportTest::batch(std::int16_t logID) {
 
 RecordsetPtr ReportTest::prescription(std::int16_t rxsID) {
     const auto rows = Recordset::create();
-    rows->open("SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, RXs.rxs_Date, "
-               "RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient INNER JOIN (Log "
-               "INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE "
-               "(((RXs.RXsID)=" + QString::number(rxsID) + "));",
-               openDB(), CursorType::Forward, LockType::ReadOnly);
+    rows->open(
+        "SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, RXs.rxs_Date, "
+        "RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient INNER JOIN (Log "
+        "INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE "
+        "(((RXs.RXsID)=" +
+            QString::number(rxsID) + "));",
+        openDB(), CursorType::Forward, LockType::ReadOnly);
     return rows;
 }
 
@@ -153,7 +158,8 @@ std::unique_ptr<Report> ReportTest::batchLabels(std::int16_t logID, const QStrin
     return report;
 }
 
-std::unique_ptr<Report> ReportTest::prescriptionLabels(std::int16_t rxsID, const QString& count, int position) {
+std::unique_ptr<Report> ReportTest::prescriptionLabels(std::int16_t rxsID, const QString& count,
+                                                       int position) {
     auto report = std::make_unique<rptRX8160>();
     expectLabels(count, position);
     report->setRX(prescription(rxsID));
@@ -205,7 +211,7 @@ void ReportTest::expectLabels(const QString& count, int position) {
         if (position == 0)
             form.close();
         else
-            child<QPushButton>(form, QString("cmdPosition_%1").arg(position))->click();
+            child<QPushButton>(form, u"cmdPosition_%1"_s.arg(position))->click();
     });
 }
 

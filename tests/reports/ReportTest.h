@@ -14,9 +14,7 @@
 #include <memory>
 
 /// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) {
-    return text.toStdString();
-}
+inline std::string str(const QString& text) { return text.toStdString(); }
 
 inline QDateTime day(int year, int month, int date, QTime time = {0, 0}) {
     return {QDate(year, month, date), time, Qt::UTC};
@@ -49,7 +47,8 @@ protected:
     static std::unique_ptr<platform::Report> worksheet(std::int16_t formulaID, std::int16_t quantity);
     static std::unique_ptr<platform::Report> formulaLog(std::int16_t logID);
     std::unique_ptr<platform::Report> batchLabels(std::int16_t logID, const QString& count, int position);
-    std::unique_ptr<platform::Report> prescriptionLabels(std::int16_t rxsID, const QString& count, int position);
+    std::unique_ptr<platform::Report> prescriptionLabels(std::int16_t rxsID, const QString& count,
+                                                         int position);
     std::unique_ptr<platform::Report> logReport(std::int16_t formulaID, const QDateTime& begin,
                                                 const QDateTime& end);
     std::unique_ptr<platform::Report> jarUsage(const QDateTime& begin, const QDateTime& end);

@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace sorvanto;
 
@@ -26,11 +28,12 @@ protected:
     }
     /// Lines 101 and up for formula 2.
     void addLines(int count) const {
-        QString statements = "BEGIN;";
+        QString lines = "BEGIN;";
         for (int i = 0; i < count; ++i)
-            statements += QString("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (2, %1, %2.0);")
-                              .arg(1 + i % 4).arg(i + 1);
-        sql(statements + "COMMIT;");
+            lines += u"INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (2, %1, %2.0);"_s
+                         .arg(1 + i % 4)
+                         .arg(i + 1);
+        sql(lines + "COMMIT;");
     }
 };
 
@@ -73,8 +76,10 @@ TEST_F(WorksheetTest, PdfMeasuresAsTold) {
 
 TEST_F(WorksheetTest, CaptionsAreTranslatedBeforeAnythingPrints) {
     const auto report = worksheet(1, 10);
-    for (const auto& [name, caption] : {std::pair{"lblchm_Cost", "Cost"}, {"lblchm_Name", "Chemical"},
-                                        {"lblchm_Notes", "Notes"}, {"lblExpDate", "Exp. Date"},
+    for (const auto& [name, caption] : {std::pair{"lblchm_Cost", "Cost"},
+                                        {"lblchm_Name", "Chemical"},
+                                        {"lblchm_Notes", "Notes"},
+                                        {"lblExpDate", "Exp. Date"},
                                         {"txtTitle", "Formula Worksheet -- Sorvanto"}})
         EXPECT_EQ(str(report->control(name).text), caption);
     EXPECT_EQ(str(report->control("txtDateMade").text), "___/___/_____");
@@ -84,7 +89,8 @@ TEST_F(WorksheetTest, CaptionsAreTranslatedBeforeAnythingPrints) {
 }
 
 TEST_F(WorksheetTest, NameLineHasOneBlankAfterTheKeyAndTrimmedParts) {
-    EXPECT_EQ(str(text(*finished(worksheet(1, 10)), "txtFormulaName")), "Formula Name: Cooling Gel 2 % Custom");
+    EXPECT_EQ(str(text(*finished(worksheet(1, 10)), "txtFormulaName")),
+              "Formula Name: Cooling Gel 2 % Custom");
     EXPECT_EQ(str(text(*finished(worksheet(2, 10)), "txtFormulaName")), "Formula Name: Plain Base  Gel");
 }
 
@@ -101,13 +107,13 @@ TEST_F(WorksheetTest, ScaledOnceAndMoneyOfEachLine) {
 }
 
 TEST_F(WorksheetTest, MoneyFollowsTheSystemWhateverTheOptionsSay) {
-    setOption("DefCurrency", QStringLiteral("€"));
+    setOption("DefCurrency", u"€"_s);
     const RunPtr sheet = finished(worksheet(1, 25));
     EXPECT_EQ(str(text(*sheet, "txtfrm_Cost")), "$19.96");
     EXPECT_EQ(str(text(*sheet, "txtchm_Cost")), "$6.17");
     const RunPtr log = finished(formulaLog(2));
-    EXPECT_EQ(str(text(*log, "txtfrm_Cost")), str(QStringLiteral("€1,225.20")));
-    EXPECT_EQ(str(texts(*log, "txtchm_Cost").join('|')), str(QStringLiteral("€6.17|€1,213.75")));
+    EXPECT_EQ(str(text(*log, "txtfrm_Cost")), str(u"€1,225.20"_s));
+    EXPECT_EQ(str(texts(*log, "txtchm_Cost").join('|')), str(u"€6.17|€1,213.75"_s));
 }
 
 TEST_F(WorksheetTest, MoneyInTheMannerOfAnotherSystem) {
@@ -116,9 +122,9 @@ TEST_F(WorksheetTest, MoneyInTheMannerOfAnotherSystem) {
     const RunPtr run = finished(std::move(report));
     runReport(worksheet(1, 25), true, "\\Worksheet.xls");
     setSystemLocale(std::nullopt);
-    EXPECT_EQ(str(text(*run, "txtfrm_Cost").replace(QChar(0xA0), ' ')), str(QStringLiteral("19,96 €")));
+    EXPECT_EQ(str(text(*run, "txtfrm_Cost").replace(QChar(0xA0), ' ')), str(u"19,96 €"_s));
     EXPECT_EQ(str(text(*run, "txtfrm_Qty")), "25.00") << "quantities always have a point";
-    EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(QStringLiteral("number|19.96|###,##0.00\"")))
+    EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(u"number|19.96|###,##0.00\""_s))
         << "the amount is a number in the spreadsheet";
 }
 
@@ -189,7 +195,7 @@ TEST_F(WorksheetTest, TwoHundredLinesKeepTitleDateAndStoreOnEveryPage) {
     EXPECT_EQ(texts(*run, "lblchm_Name").size(), 1) << "the group header stands once";
     const QStringList quantities = texts(*run, "txtchm_QTY");
     for (int i = 0; i < 200; ++i)
-        ASSERT_EQ(str(quantities[i]), str(QString("%1.000").arg(i + 1)));
+        ASSERT_EQ(str(quantities[i]), str(u"%1.000"_s.arg(i + 1)));
 }
 
 TEST_F(WorksheetTest, LinesMovedBetweenTwoPagesAreFoundAgain) {
@@ -208,8 +214,9 @@ TEST_F(WorksheetTest, LinesMovedBetweenTwoPagesAreFoundAgain) {
 }
 
 TEST_F(WorksheetTest, LongAndStrangeTextsStayInTheirControls) {
-    const QString name = QString("Very long name ").repeated(7).left(100);
-    sql("UPDATE Formula SET frm_Name = '" + name + "', frm_Instructions = 'one' || char(13) || char(10) || 'two "
+    const QString name = u"Very long name "_s.repeated(7).left(100);
+    sql("UPDATE Formula SET frm_Name = '" + name +
+        "', frm_Instructions = 'one' || char(13) || char(10) || 'two "
         "<b>&amp;</b> ' || printf('%.300c', 'w'), frm_Desc = 'Лекарство Größe œuvre żółć Składniki' WHERE "
         "FormulaID = 1; UPDATE Chemical SET chm_Name = printf('%.100c', 'W'), chm_Notes = printf('%.300c', 'N') "
         "WHERE ChemicalID = 3;");

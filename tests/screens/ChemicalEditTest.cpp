@@ -7,6 +7,8 @@
 
 #include <QApplication>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -26,10 +28,14 @@ protected:
     frmChemical& chemical() const { return screen<frmChemical>(chemicals); }
     QString shown(const QString& name) const { return text(chemicals, name); }
     platform::TextBox& box(const QString& name) const { return control<platform::TextBox>(chemicals, name); }
-    platform::NumberBox& price(const QString& name) const { return control<platform::NumberBox>(chemicals, name); }
-    platform::ChoiceBox& choice(const QString& name) const { return control<platform::ChoiceBox>(chemicals, name); }
+    platform::NumberBox& price(const QString& name) const {
+        return control<platform::NumberBox>(chemicals, name);
+    }
+    platform::ChoiceBox& choice(const QString& name) const {
+        return control<platform::ChoiceBox>(chemicals, name);
+    }
     QString stored(const QString& columns, int key = 1) const {
-        return sqlText(QString("SELECT %1 FROM Chemical WHERE ChemicalID = %2").arg(columns).arg(key));
+        return sqlText(u"SELECT %1 FROM Chemical WHERE ChemicalID = %2"_s.arg(columns).arg(key));
     }
     void type(const QString& name, const QString& keys) {
         price(name).setFocus();
@@ -232,7 +238,7 @@ TEST_F(ChemicalEditTest, ApostrophesSaveInEveryField) {
 
 TEST_F(ChemicalEditTest, TenThousandCharactersSaveAndShow) {
     edit();
-    const QString longText = QString("Ünïcode; -- \"x\" [y] %z_ ").repeated(420).left(9999) + ".";
+    const QString longText = u"Ünïcode; -- \"x\" [y] %z_ "_s.repeated(420).left(9999) + ".";
     box("txtchm_Name").setText(longText);
     control<platform::MemoBox>(chemicals, "txtchm_Notes").setText(longText);
     click("cmdSave");

@@ -12,7 +12,8 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                      true};
 const QString question = "Chemical data not saved! Save Changes?";
 
 class ChemicalScreenTest : public ScreenTest {
@@ -29,7 +30,9 @@ protected:
     }
     frmChemical& chemical() const { return screen<frmChemical>(chemicals); }
     QString shown(const QString& name) const { return text(chemicals, name); }
-    platform::ChoiceBox& choice(const QString& name) const { return control<platform::ChoiceBox>(chemicals, name); }
+    platform::ChoiceBox& choice(const QString& name) const {
+        return control<platform::ChoiceBox>(chemicals, name);
+    }
     QStringList entries(const QString& name) const {
         QStringList texts;
         for (int row = 0; row < choice(name).count(); ++row)
@@ -96,9 +99,11 @@ TEST_F(ChemicalScreenTest, TheSaveQuestionAnswersByItsNumber) {
 TEST_F(ChemicalScreenTest, Captions) {
     openScreen();
     const std::pair<const char*, const char*> labels[] = {
-        {"lblchm_Name", "Chemical Name"}, {"lblchm_NDC", "NDC"},           {"lblchm_Units", "Unit of Measure"},
-        {"lblchm_Form", "Chemical Form"}, {"lblchm_Lot", "Lot Number"},    {"lblchm_Supplier", "Supplier"},
-        {"lblchm_Price", "Cost per Unit"}, {"lblchm_AWP", "AWP per Unit"}, {"lblchm_Notes", "Notes"},
+        {"lblchm_Name", "Chemical Name"},    {"lblchm_NDC", "NDC"},
+        {"lblchm_Units", "Unit of Measure"}, {"lblchm_Form", "Chemical Form"},
+        {"lblchm_Lot", "Lot Number"},        {"lblchm_Supplier", "Supplier"},
+        {"lblchm_Price", "Cost per Unit"},   {"lblchm_AWP", "AWP per Unit"},
+        {"lblchm_Notes", "Notes"},
     };
     for (const auto& [name, caption] : labels)
         EXPECT_EQ(str(control<QLabel>(chemicals, name).text()), caption) << name;
@@ -108,9 +113,9 @@ TEST_F(ChemicalScreenTest, ShowsEveryFieldOfTheRecord) {
     browse();
     click("cmdNext");
     const std::pair<const char*, const char*> boxes[] = {
-        {"txtchm_Name", "Borax"},       {"txtchm_NDC", "222-22"},     {"cbochm_Units", "GMS"},
-        {"cbochm_Form", "PWD"},         {"txtchm_Lot", "L200"},       {"txtchm_Supplier", "Northfield"},
-        {"txtchm_Cost", "$ 0.03"},      {"txtchm_AWP", "$ 0.08"},     {"txtchm_Notes", "keep dry"},
+        {"txtchm_Name", "Borax"},  {"txtchm_NDC", "222-22"}, {"cbochm_Units", "GMS"},
+        {"cbochm_Form", "PWD"},    {"txtchm_Lot", "L200"},   {"txtchm_Supplier", "Northfield"},
+        {"txtchm_Cost", "$ 0.03"}, {"txtchm_AWP", "$ 0.08"}, {"txtchm_Notes", "keep dry"},
     };
     for (const auto& [name, shownText] : boxes)
         EXPECT_EQ(str(shown(name)), shownText) << name;
@@ -171,9 +176,10 @@ TEST_F(ChemicalScreenTest, ToolStates) {
     const QStringList empty = toolStates();
     click("cmdNew");
     const QStringList adding = toolStates();
-    support::expectGolden("screens/tool_states_chemical.txt",
-                          stateTable({{"locked", locked}, {"unlocked", unlocked}, {"empty", empty},
-                                      {"adding the first", adding}}));
+    support::expectGolden(
+        "screens/tool_states_chemical.txt",
+        stateTable(
+            {{"locked", locked}, {"unlocked", unlocked}, {"empty", empty}, {"adding the first", adding}}));
 }
 
 TEST_F(ChemicalScreenTest, LockingGoesByTheControlsNames) {

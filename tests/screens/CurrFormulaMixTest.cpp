@@ -20,7 +20,8 @@ protected:
     }
     void finishMix(const QString& id, const QString& results = resultsXml()) const {
         emit window->mixer().mixDone(
-            document("<Formula><ID>" + id + "</ID><Name>x</Name><Type>5</Type><Size>2</Size><QTY>10</QTY>"
+            document("<Formula><ID>" + id +
+                     "</ID><Name>x</Name><Type>5</Type><Size>2</Size><QTY>10</QTY>"
                      "<Make>20</Make><CustomMix PreGrind=\"1\" FreeSpin=\"2\"/></Formula>"),
             document(results));
     }
@@ -33,8 +34,9 @@ protected:
         });
     }
     QString logs() const {
-        return sqlText("SELECT log_Name, log_Lot, log_Quantity, log_FormType, log_JarSize, log_Initials, log_Verified,"
-                       " log_Version, log_Mix FROM Log");
+        return sqlText(
+            "SELECT log_Name, log_Lot, log_Quantity, log_FormType, log_JarSize, log_Initials, log_Verified,"
+            " log_Version, log_Mix FROM Log");
     }
 };
 
@@ -105,8 +107,8 @@ TEST_F(CurrFormulaMixTest, EachAttemptToCloseClosesTheMixer) {
     auto* connect = support::child<QPushButton>(window->mixer(), "mixerConnect");
     EXPECT_FALSE(connect->isVisibleTo(&window->mixer()));
     asker.expectMsgBox("Formula data not saved! Save Changes?",
-                       {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true}, "Save Data?",
-                       Answer::Cancel);
+                       {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true},
+                       "Save Data?", Answer::Cancel);
     window->close();
     EXPECT_EQ(programEnds, 0);
     EXPECT_TRUE(connect->isVisibleTo(&window->mixer()));

@@ -4,6 +4,8 @@
 #include "config/clsOptions.h"
 #include "platform/widgets/Hint.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::ChoiceBox;
 using platform::MemoBox;
@@ -17,9 +19,9 @@ class FormulaFieldsTest : public FormulaScreenTest {};
 TEST_F(FormulaFieldsTest, ShowsTheRecord) {
     loadAt("Cooling Gel");
     const std::pair<const char*, const char*> fields[] = {
-        {"txtfrm_Name", "Cooling Gel"}, {"txtfrm_Desc", "For the skin"},  {"txtfrm_Quantity", "10"},
-        {"txtfrm_Units", "GMS"},        {"txtfrm_Strength", "2 %"},       {"txtFrm_NDC", "777-01"},
-        {"txtfrm_Cost", "$ 7.98"},      {"txtfrm_AWP", "$ 16.59"},        {"txtfrm_Instructions", "Mix cold."},
+        {"txtfrm_Name", "Cooling Gel"}, {"txtfrm_Desc", "For the skin"}, {"txtfrm_Quantity", "10"},
+        {"txtfrm_Units", "GMS"},        {"txtfrm_Strength", "2 %"},      {"txtFrm_NDC", "777-01"},
+        {"txtfrm_Cost", "$ 7.98"},      {"txtfrm_AWP", "$ 16.59"},       {"txtfrm_Instructions", "Mix cold."},
         {"cbofrm_Type", "Custom"},      {"cbofrm_JarSize", "30 ml"},
     };
     for (const auto& [name, value] : fields)
@@ -51,9 +53,12 @@ TEST_F(FormulaFieldsTest, TabsHoldTheirFrames) {
     EXPECT_EQ(tabs().count(), 3);
     EXPECT_EQ(tabs().currentIndex(), 0);
     const std::tuple<int, const char*, const char*> places[] = {
-        {0, "General", "fraFormula/cbofrm_Type"}, {0, "General", "fraFormula/cbofrm_JarSize"},
-        {1, "Ingredients", "fraIngredients/grdIngredients"}, {1, "Ingredients", "fraIngredients/cmdAdd"},
-        {1, "Ingredients", "fraIngredients/cmdRemove"}, {2, "Mix Options", "fraCustom/lstCustom"},
+        {0, "General", "fraFormula/cbofrm_Type"},
+        {0, "General", "fraFormula/cbofrm_JarSize"},
+        {1, "Ingredients", "fraIngredients/grdIngredients"},
+        {1, "Ingredients", "fraIngredients/cmdAdd"},
+        {1, "Ingredients", "fraIngredients/cmdRemove"},
+        {2, "Mix Options", "fraCustom/lstCustom"},
         {2, "Mix Options", "fraReaction/updReactRPM"}};
     for (const auto& [tab, title, path] : places) {
         EXPECT_EQ(str(tabs().tabText(tab)), title);
@@ -68,8 +73,9 @@ TEST_F(FormulaFieldsTest, TheGridsColumnsInOrder) {
     QStringList columns;
     for (const platform::GridColumn& column : grid().columns())
         columns << column.field + "=" + column.caption;
-    EXPECT_EQ(str(columns.join(' ')), "FormChemID=FormChemID chm_Name=Name chm_Units=Units fch_Qty=Qty fch_QS=QS "
-                                      "fch_Active=Active");
+    EXPECT_EQ(str(columns.join(' ')),
+              "FormChemID=FormChemID chm_Name=Name chm_Units=Units fch_Qty=Qty fch_QS=QS "
+              "fch_Active=Active");
 }
 
 TEST_F(FormulaFieldsTest, MoneyBearsTheCurrencyOfTheOptionsAtEachRefresh) {
@@ -92,9 +98,11 @@ TEST_F(FormulaFieldsTest, ASaveStoresTheFields) {
     box<ChoiceBox>("cbofrm_JarSize").setListIndex(7);
     box<ChoiceBox>("cbofrm_Type").setListIndex(5);
     click("cmdSave");
-    EXPECT_EQ(str(sqlText("SELECT frm_Name, frm_Desc, frm_Strength, frm_Units, frm_NDC, frm_Instructions, frm_Quantity,"
-                          " frm_JarSize, frm_FormType, frm_AWP, frm_Mix, frm_GUID FROM Formula WHERE FormulaID = 2")),
-              "Plain Base O'Neil|d'|5 %|GMS|n'1|One\nTwo'|75|8|5|0|<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/>|F2");
+    EXPECT_EQ(
+        str(sqlText(
+            "SELECT frm_Name, frm_Desc, frm_Strength, frm_Units, frm_NDC, frm_Instructions, frm_Quantity,"
+            " frm_JarSize, frm_FormType, frm_AWP, frm_Mix, frm_GUID FROM Formula WHERE FormulaID = 2")),
+        "Plain Base O'Neil|d'|5 %|GMS|n'1|One\nTwo'|75|8|5|0|<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/>|F2");
     EXPECT_TRUE(formula().formLocked());
 }
 
@@ -109,7 +117,7 @@ TEST_F(FormulaFieldsTest, TheCostIsNeverTakenFromItsBoxAndTheAWPIsComputedAnew) 
 
 TEST_F(FormulaFieldsTest, LongTextsAndApostrophesSurvive) {
     edit("Plain Base");
-    const QString longText = QString("It's ").repeated(2000) + "end";
+    const QString longText = u"It's "_s.repeated(2000) + "end";
     box<MemoBox>("txtfrm_Instructions").setText(longText);
     click("cmdSave");
     EXPECT_EQ(stored("frm_Instructions", 2), longText);

@@ -34,10 +34,10 @@ TEST_F(FormulaHeightTest, TheGeneralTabDoesNotScrollForTheSakeOfTheMixOptions) {
     loadAt("Cooling Gel");
     const int low = formula().minimumSizeHint().height();
     window->resize(1366, window->height() - formula().height() + low);  // as an error strip may leave it
-    const QString folder = qEnvironmentVariable("SORVANTO_PICTURES");
+    const QString pictures = qEnvironmentVariable("SORVANTO_PICTURES");
     QTest::qWait(50);
-    if (!folder.isEmpty())
-        window->grab().save(folder + "/formula-height.png");
+    if (!pictures.isEmpty())
+        window->grab().save(pictures + "/formula-height.png");
     EXPECT_EQ(formula().height(), low);
     EXPECT_FALSE(scrolls());
     tabs().setCurrentIndex(2);

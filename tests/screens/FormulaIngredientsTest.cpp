@@ -1,6 +1,8 @@
 // The ingredients: cells written at once, lines added and removed, each with its side effects.
 #include "FormulaScreenTest.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::Answer;
 using platform::TextBox;
@@ -18,11 +20,11 @@ protected:
         tabs().setCurrentIndex(1);
     }
     QString lines(int formulaID) const {
-        return sqlText(QString("SELECT ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormulaID = %1"
-                               " ORDER BY FormChemID").arg(formulaID));
+        return sqlText(u"SELECT ChemicalID, fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormulaID = %1"
+                       u" ORDER BY FormChemID"_s.arg(formulaID));
     }
     QString line(int key) const {
-        return sqlText(QString("SELECT fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormChemID = %1").arg(key));
+        return sqlText(u"SELECT fch_Qty, fch_QS, fch_Active FROM FormChem WHERE FormChemID = %1"_s.arg(key));
     }
     void expectChemical(const QString& search, const QString& quantity) {
         asker.expectInputBox(chemicalPrompt, search, "Search Chemical");
@@ -190,9 +192,8 @@ TEST_F(FormulaIngredientsTest, AddAndRemoveTakeTheCellThatIsStillOpen) {
 TEST_F(FormulaIngredientsTest, MakeTakesTheCellThatIsStillOpen) {
     editIngredients("Cooling Gel");
     typeInCell(grid(), 0, "fch_Qty", "8");
-    asker.expectModal("frmMake", [](QWidget& form) {
-        support::child<QPushButton>(form, "CancelButton")->click();
-    });
+    asker.expectModal("frmMake",
+                      [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
     force("cmdMake");
     EXPECT_EQ(str(line(11)), "8.0|0|1");
     EXPECT_EQ(window->current(), currentFormula);

@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QHeaderView>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -24,7 +26,8 @@ protected:
         qApp->setStyleSheet(QString());
     }
     QByteArray optionsXml() const override {
-        return FormulaScreenTest::optionsXml().replace("<Language>0<", german() ? "<Language>2<" : "<Language>0<");
+        return FormulaScreenTest::optionsXml().replace("<Language>0<",
+                                                       german() ? "<Language>2<" : "<Language>0<");
     }
     static bool german() { return GetParam() & 1; }
     static bool dark() { return GetParam() & 2; }
@@ -50,8 +53,8 @@ protected:
         QCoreApplication::processEvents();
         for (QWidget* found : part.findChildren<QWidget*>()) {
             const auto* label = qobject_cast<QLabel*>(found);
-            const bool worded = (label && !label->wordWrap() && !label->text().isEmpty())
-                                || qobject_cast<QAbstractButton*>(found);
+            const bool worded = (label && !label->wordWrap() && !label->text().isEmpty()) ||
+                                qobject_cast<QAbstractButton*>(found);
             if (worded && found->isVisible() && !found->objectName().isEmpty()) {
                 EXPECT_GE(found->width(), found->minimumSizeHint().width())
                     << str(name) << ": " << str(found->objectName());
@@ -61,8 +64,8 @@ protected:
         }
         const QString pictures = qEnvironmentVariable("SORVANTO_PICTURES");
         if (!pictures.isEmpty())
-            part.window()->grab().save(QDir(pictures).filePath(
-                name + (german() ? "-de" : "-en") + (dark() ? "-dark" : "") + ".png"));
+            part.window()->grab().save(QDir(pictures).filePath(name + (german() ? "-de" : "-en") +
+                                                               (dark() ? "-dark" : "") + ".png"));
     }
 };
 
@@ -71,20 +74,19 @@ TEST_P(FormulaLayoutTest, FormulaScreen) {
     const char* const names[] = {"general", "ingredients", "mix"};
     for (int tab = 0; tab < 3; ++tab) {
         tabs().setCurrentIndex(tab);
-        check(formula(), QString("formula-%1-locked").arg(names[tab]));
+        check(formula(), u"formula-%1-locked"_s.arg(names[tab]));
     }
     click("cmdEdit");
     for (int tab = 0; tab < 3; ++tab) {
         tabs().setCurrentIndex(tab);
-        check(formula(), QString("formula-%1").arg(names[tab]));
+        check(formula(), u"formula-%1"_s.arg(names[tab]));
     }
 }
 
 TEST_P(FormulaLayoutTest, CurrentFormulaScreen) {
     start();
-    asker.expectModal("frmMake", [](QWidget& question) {
-        support::child<QPushButton>(question, "OKButton")->click();
-    });
+    asker.expectModal("frmMake",
+                      [](QWidget& question) { support::child<QPushButton>(question, "OKButton")->click(); });
     click("cmdMake");
     check(*window->screen(currentFormula), "current");
 }
@@ -100,21 +102,19 @@ TEST_P(FormulaLayoutTest, Dialogs) {
     question.showModal();
     for (const char* id : {"1", "0"}) {
         frmInitials signing;
-        signing.setFormula(document(QString("<Formula><ID>%1</ID><Type>9</Type><Size>3</Size><Make>25</Make>"
-                                            "<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/></Formula>").arg(id)));
+        signing.setFormula(document(u"<Formula><ID>%1</ID><Type>9</Type><Size>3</Size><Make>25</Make>"
+                                    u"<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/></Formula>"_s.arg(id)));
         signing.log_Lot("AB0012");
         asker.expectModal("frmInitials", [this, id](QWidget& form) {
-            check(form, QString("initials-") + id);
+            check(form, u"initials-"_s + id);
             form.close();
         });
         signing.showModal();
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(LanguagesAndThemes, FormulaLayoutTest, ::testing::Range(0, 4),
-                         [](const auto& row) {
-                             return std::string(row.param & 1 ? "German" : "English")
-                                    + (row.param & 2 ? "Dark" : "Light");
-                         });
+INSTANTIATE_TEST_SUITE_P(LanguagesAndThemes, FormulaLayoutTest, ::testing::Range(0, 4), [](const auto& row) {
+    return std::string(row.param & 1 ? "German" : "English") + (row.param & 2 ? "Dark" : "Light");
+});
 
 }  // namespace

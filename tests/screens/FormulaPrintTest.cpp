@@ -37,7 +37,8 @@ TEST_F(FormulaPrintTest, PreviewsTheStoredFormulaForTheQuantity) {
     expectQuantity("10", "25");
     click("mnuWorksheet");
     EXPECT_TRUE(closePreview());
-    EXPECT_EQ(column("fch_Qty"), QStringList({"1.2345", "5", "0.5"})) << "the screen's own object is not scaled";
+    EXPECT_EQ(column("fch_Qty"), QStringList({"1.2345", "5", "0.5"}))
+        << "the screen's own object is not scaled";
 }
 
 TEST_F(FormulaPrintTest, TheBoxesStateIsNotRead) {

@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
+
 class FormulaScreenTest : public ScreenTest {
 protected:
     void seed() override { seedFormulas(); }
@@ -38,7 +40,7 @@ protected:
     }
     /// A column of the only row of table Formula with that key.
     QString stored(const QString& columnName, int key) const {
-        return sqlText(QString("SELECT %1 FROM Formula WHERE FormulaID = %2").arg(columnName).arg(key));
+        return sqlText(u"SELECT %1 FROM Formula WHERE FormulaID = %2"_s.arg(columnName).arg(key));
     }
     /// Loads and shows the formula by its name.
     void loadAt(const QString& name) {

@@ -8,14 +8,45 @@ using platform::ChoiceBox;
 
 namespace {
 
-const QStringList keys{"Formula",     "Formula Name", "Formula Type",    "Jar Size",          "Description",
-                       "Quantity",    "Units",        "Strength",        "Formula NDC",       "Cost",
-                       "AWP",         "Mix Notes",    "Add",             "Add Ingredient",    "Remove",
-                       "General",     "Ingredients",  "Mix Options",     "Remove Ingredient", "Name",
-                       "Qty",         "QS",           "Active",          "Lift RPM",          "Mix RPM",
-                       "Time",        "Cycles",       "Add Mix",         "Delete Mix",        "Pre Grind",
-                       "Free Spin",   "Mix Time",     "Reaction Options", "FormChemID",       "MLS",
-                       "Select Type", "Select Form",  "Select Jar Size", "Optional precision settings"};
+const QStringList keys{"Formula",
+                       "Formula Name",
+                       "Formula Type",
+                       "Jar Size",
+                       "Description",
+                       "Quantity",
+                       "Units",
+                       "Strength",
+                       "Formula NDC",
+                       "Cost",
+                       "AWP",
+                       "Mix Notes",
+                       "Add",
+                       "Add Ingredient",
+                       "Remove",
+                       "General",
+                       "Ingredients",
+                       "Mix Options",
+                       "Remove Ingredient",
+                       "Name",
+                       "Qty",
+                       "QS",
+                       "Active",
+                       "Lift RPM",
+                       "Mix RPM",
+                       "Time",
+                       "Cycles",
+                       "Add Mix",
+                       "Delete Mix",
+                       "Pre Grind",
+                       "Free Spin",
+                       "Mix Time",
+                       "Reaction Options",
+                       "FormChemID",
+                       "MLS",
+                       "Select Type",
+                       "Select Form",
+                       "Select Jar Size",
+                       "Optional precision settings"};
 
 /// Each text of the screen is translated by the same text behind "de".
 class FormulaTextsTest : public FormulaScreenTest {
@@ -45,13 +76,17 @@ TEST_F(FormulaTextsTest, CaptionsAreTranslated) {
     load();
     EXPECT_EQ(str(formula().windowTitle()), "de Formula");
     const std::pair<const char*, const char*> captions[] = {
-        {"lblfrm_Name", "Formula Name"}, {"lblformType", "Formula Type"}, {"lblfrm_JarSize", "Jar Size"},
-        {"lblfrm_Desc", "Description"},  {"lblfrm_Quantity", "Quantity"}, {"lblfrm_Units", "Units"},
-        {"lblfrm_Strength", "Strength"}, {"lblfrm_NDC", "Formula NDC"},   {"lblfrm_Cost", "Cost"},
-        {"lblfrm_AWP", "AWP"},           {"lblMixNotes", "Mix Notes"},    {"cmdAdd", "Add"},
-        {"cmdRemove", "Remove"},         {"cmdAddMix", "Add Mix"},        {"cmdDelete", "Delete Mix"},
-        {"lblPreGrind", "Pre Grind"},    {"lblFreeSpin", "Free Spin"},    {"lblLiftRPM", "Lift RPM"},
-        {"lblMixRPM", "Mix RPM"},        {"lblTime", "Time"},             {"lblCycles", "Cycles"},
+        {"lblfrm_Name", "Formula Name"}, {"lblformType", "Formula Type"},
+        {"lblfrm_JarSize", "Jar Size"},  {"lblfrm_Desc", "Description"},
+        {"lblfrm_Quantity", "Quantity"}, {"lblfrm_Units", "Units"},
+        {"lblfrm_Strength", "Strength"}, {"lblfrm_NDC", "Formula NDC"},
+        {"lblfrm_Cost", "Cost"},         {"lblfrm_AWP", "AWP"},
+        {"lblMixNotes", "Mix Notes"},    {"cmdAdd", "Add"},
+        {"cmdRemove", "Remove"},         {"cmdAddMix", "Add Mix"},
+        {"cmdDelete", "Delete Mix"},     {"lblPreGrind", "Pre Grind"},
+        {"lblFreeSpin", "Free Spin"},    {"lblLiftRPM", "Lift RPM"},
+        {"lblMixRPM", "Mix RPM"},        {"lblTime", "Time"},
+        {"lblCycles", "Cycles"},
     };
     for (const auto& [name, caption] : captions)
         EXPECT_EQ(str(shown(name)), std::string("de ") + caption) << name;

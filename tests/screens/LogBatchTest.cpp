@@ -16,11 +16,14 @@ const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclama
 class LogBatchTest : public LogScreenTest {
 protected:
     static platform::XmlDocumentPtr mixed(const QString& id = "1") {
-        return document("<Formula><ID>" + id + "</ID><Name>Cooling Gel</Name><Type>9</Type><Make>30</Make>"
+        return document("<Formula><ID>" + id +
+                        "</ID><Name>Cooling Gel</Name><Type>9</Type><Make>30</Make>"
                         "<Size>4</Size><CustomMix PreGrind=\"3\" FreeSpin=\"5\"><Mix LiftRPM=\"720\""
                         " MixRPM=\"900\" MixTime=\"00:01:00\" Cycles=\"0\"/></CustomMix></Formula>");
     }
-    static platform::XmlDocumentPtr resultsOf(const QString& lot = "CD") { return document(resultsXml(lot, "0077")); }
+    static platform::XmlDocumentPtr resultsOf(const QString& lot = "CD") {
+        return document(resultsXml(lot, "0077"));
+    }
     void expectSigning(const QString& initials = "RK") {
         asker.expectModal("frmInitials", [initials](QWidget& form) {
             support::child<platform::TextBox>(form, "txtInitials")->setText(initials);
@@ -63,7 +66,8 @@ TEST_F(LogBatchTest, TheNewEntryIsInTheSetThatIsWalked) {
 
 TEST_F(LogBatchTest, ACancelledSigningChangesNothingAndSwitchesNowhere) {
     load();
-    asker.expectModal("frmInitials", [](QWidget& form) { support::child<QPushButton>(form, "cmdCancel")->click(); });
+    asker.expectModal("frmInitials",
+                      [](QWidget& form) { support::child<QPushButton>(form, "cmdCancel")->click(); });
     EXPECT_FALSE(log().addLog(mixed(), resultsOf()));
     EXPECT_EQ(batches(), 3);
     EXPECT_EQ(window->current(), formulas);
@@ -106,7 +110,8 @@ TEST_F(LogBatchTest, ResultsLackingANodeWriteNoRow) {
     EXPECT_FALSE(log().addLog(mixed(), document("<Results Value=\"CD\"/>")));
     expectReport("clsLog:addLog");
     expectSigning();
-    EXPECT_FALSE(log().addLog(mixed(), document("<Results Value=\"CD\"><PreparationNumber Value=\"1\"/></Results>")));
+    EXPECT_FALSE(
+        log().addLog(mixed(), document("<Results Value=\"CD\"><PreparationNumber Value=\"1\"/></Results>")));
     expectReport("clsLog:addLog");
     EXPECT_EQ(batches(), 3);
 }

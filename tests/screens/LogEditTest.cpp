@@ -8,16 +8,19 @@
 #include <QPointer>
 #include <QPushButton>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                      true};
 
 class LogEditTest : public LogScreenTest {
 protected:
     QString signatures(int key) const {
-        return sqlText(QString("SELECT log_Initials, log_Verified, log_Notes FROM Log WHERE LogID = %1").arg(key));
+        return sqlText(u"SELECT log_Initials, log_Verified, log_Notes FROM Log WHERE LogID = %1"_s.arg(key));
     }
     platform::MemoBox& notes() const { return control<platform::MemoBox>(logs, "txtlog_Notes"); }
     /// Answers the date dialog with a range that holds every batch.
@@ -106,7 +109,7 @@ TEST_F(LogEditTest, ClosingUnlockedAsksAndAnswers) {
 
 TEST_F(LogEditTest, LongTextsAreKept) {
     edit();
-    const QString longText = QString("note ' \" ; -- ").repeated(800).left(9999) + ".";
+    const QString longText = u"note ' \" ; -- "_s.repeated(800).left(9999) + ".";
     notes().setText(longText);
     box("txtlog_Initials").setText(longText);
     click("cmdSave");
@@ -197,10 +200,11 @@ TEST_F(LogEditTest, LabelsAreMadeUnlessTheirDialogIsClosed) {
 
 TEST_F(LogEditTest, TheReportOfAFormulaAndOfJarsAsksForDatesAndEndsWithoutRecords) {
     openScreen();
-    for (const auto& [entry, file] : {std::pair("mnuReport", "LogReport.xls"),
-                                      std::pair("mnuJarReport", "JarUsage.xls")}) {
+    for (const auto& [entry, file] :
+         {std::pair("mnuReport", "LogReport.xls"), std::pair("mnuJarReport", "JarUsage.xls")}) {
         const QString exported = QString(entry) + "x";
-        asker.expectModal("frmReportDate", [](QWidget& form) { support::child<QPushButton>(form, "cmdCancel")->click(); });
+        asker.expectModal("frmReportDate",
+                          [](QWidget& form) { support::child<QPushButton>(form, "cmdCancel")->click(); });
         click(exported);
         EXPECT_FALSE(folder.has(file));
         answerDates();

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 void LogScreenTest::seed() {
@@ -27,16 +29,16 @@ QString LogScreenTest::row(const platform::RecordGrid& grid, int number) {
 
 QString LogScreenTest::results() const {
     QStringList values;
-    for (const char* name : {"ID", "JarSize", "Type", "Cycles", "Interuption", "Pregrind", "PrepNum", "TotalRev",
-                             "Version"})
-        values << control<QLabel>(logs, QString("lbldisp_") + name).text();
+    for (const char* name :
+         {"ID", "JarSize", "Type", "Cycles", "Interuption", "Pregrind", "PrepNum", "TotalRev", "Version"})
+        values << control<QLabel>(logs, u"lbldisp_"_s + name).text();
     return values.join('|');
 }
 
 QString LogScreenTest::stored(int key) const {
-    return sqlText(QString("SELECT FormulaID, log_Name, log_Strength, log_Desc, log_Units, log_FormType,"
-                           " log_Quantity, log_JarSize, log_NDC, log_Date, log_Lot, log_Results, log_Version,"
-                           " log_AWP, log_Cost, log_Mix FROM Log WHERE LogID = %1").arg(key));
+    return sqlText(u"SELECT FormulaID, log_Name, log_Strength, log_Desc, log_Units, log_FormType,"
+                   u" log_Quantity, log_JarSize, log_NDC, log_Date, log_Lot, log_Results, log_Version,"
+                   u" log_AWP, log_Cost, log_Mix FROM Log WHERE LogID = %1"_s.arg(key));
 }
 
 namespace {
@@ -56,17 +58,33 @@ TEST_F(LogScreenTest, StartsLockedOnTheFirstBatchAndItsFirstTab) {
 TEST_F(LogScreenTest, Captions) {
     openScreen();
     const std::pair<const char*, const char*> labels[] = {
-        {"lbllog_Name", "Formula Name"},   {"lbllog_Strength", "Strength"}, {"lbllog_Quantity", "Quantity"},
-        {"lbllog_Units", "Units"},         {"lbllog_NDC", "NDC"},           {"lbllog_Lot", "Lot #"},
-        {"lbllog_Date", "Date"},           {"lblfrm_Cost", "Cost"},         {"lblfrm_AWP", "AWP"},
-        {"lbllog_Initials", "Logged"},     {"lbllog_Verified", "Verified"}, {"lbllog_Notes", "Log Notes"},
-        {"lbllog_Type", "Formula Type"},   {"lbllog_JarSize", "Jar Size"},  {"lbllog_PreGrind", "Pre Grind"},
-        {"lbllog_FreeSpin", "Free Spin"},  {"lblfrm_ReactTime", "Reaction Time"},
-        {"lblfrm_ReactRPM", "Reaction RPM"}, {"lblID", "Mix Identification"}, {"lblJarSize", "Jar Size"},
-        {"lblType", "Formula Type"},       {"lblCycles", "Total Cycles"},
+        {"lbllog_Name", "Formula Name"},
+        {"lbllog_Strength", "Strength"},
+        {"lbllog_Quantity", "Quantity"},
+        {"lbllog_Units", "Units"},
+        {"lbllog_NDC", "NDC"},
+        {"lbllog_Lot", "Lot #"},
+        {"lbllog_Date", "Date"},
+        {"lblfrm_Cost", "Cost"},
+        {"lblfrm_AWP", "AWP"},
+        {"lbllog_Initials", "Logged"},
+        {"lbllog_Verified", "Verified"},
+        {"lbllog_Notes", "Log Notes"},
+        {"lbllog_Type", "Formula Type"},
+        {"lbllog_JarSize", "Jar Size"},
+        {"lbllog_PreGrind", "Pre Grind"},
+        {"lbllog_FreeSpin", "Free Spin"},
+        {"lblfrm_ReactTime", "Reaction Time"},
+        {"lblfrm_ReactRPM", "Reaction RPM"},
+        {"lblID", "Mix Identification"},
+        {"lblJarSize", "Jar Size"},
+        {"lblType", "Formula Type"},
+        {"lblCycles", "Total Cycles"},
         {"lblInteruption", "A = Without Interuption U = With Interuption"},
-        {"lblPreGrind", "Number of Additional PreGrind Cycles"}, {"lblPrepNum", "Preparation Number"},
-        {"lblTotalRev", "Total Mixing Motor Revolutions"}, {"lblVersion", "Hardware Version"},
+        {"lblPreGrind", "Number of Additional PreGrind Cycles"},
+        {"lblPrepNum", "Preparation Number"},
+        {"lblTotalRev", "Total Mixing Motor Revolutions"},
+        {"lblVersion", "Hardware Version"},
     };
     for (const auto& [name, caption] : labels)
         EXPECT_EQ(str(control<QLabel>(logs, name).text()), caption) << name;
@@ -89,11 +107,22 @@ TEST_F(LogScreenTest, Captions) {
 TEST_F(LogScreenTest, ShowsTheBatch) {
     openScreen();
     const std::pair<const char*, const char*> boxes[] = {
-        {"txtlog_Name", "Cooling Gel"}, {"txtlog_Strength", "2 %"},  {"txtlog_Quantity", "20"},
-        {"txtlog_Units", "GMS"},        {"txtlog_NDC", "777-01"},    {"txtlog_Lot", "AB0010"},
-        {"txtlog_Date", "1/5/2026 9:30:00 AM"}, {"txtlog_Cost", "$ 20.10"}, {"txtlog_AWP", "$ 33.20"},
-        {"txtlog_Initials", "RK"},      {"txtlog_Verified", "LM"},   {"txtlog_Notes", "first"},
-        {"txtlog_PreGrind", "2"},       {"txtlog_FreeSpin", "4"},    {"txtReactTime", ""}, {"txtReactRPM", ""},
+        {"txtlog_Name", "Cooling Gel"},
+        {"txtlog_Strength", "2 %"},
+        {"txtlog_Quantity", "20"},
+        {"txtlog_Units", "GMS"},
+        {"txtlog_NDC", "777-01"},
+        {"txtlog_Lot", "AB0010"},
+        {"txtlog_Date", "1/5/2026 9:30:00 AM"},
+        {"txtlog_Cost", "$ 20.10"},
+        {"txtlog_AWP", "$ 33.20"},
+        {"txtlog_Initials", "RK"},
+        {"txtlog_Verified", "LM"},
+        {"txtlog_Notes", "first"},
+        {"txtlog_PreGrind", "2"},
+        {"txtlog_FreeSpin", "4"},
+        {"txtReactTime", ""},
+        {"txtReactRPM", ""},
     };
     for (const auto& [name, text] : boxes)
         EXPECT_EQ(str(shown(name)), text) << name;
@@ -206,9 +235,10 @@ TEST_F(LogScreenTest, MovesStopAtTheEndsAndOpenTheBatchOnce) {
         const char* tool;
         const char* lot;
     };
-    for (const Move& move : {Move{"cmdPrevious", "AB0010"}, Move{"cmdNext", "AB0012"}, Move{"cmdNext", "AB0011"},
-                             Move{"cmdNext", "AB0011"}, Move{"cmdPrevious", "AB0012"}, Move{"cmdLast", "AB0011"},
-                             Move{"cmdFirst", "AB0010"}}) {
+    for (const Move& move :
+         {Move{"cmdPrevious", "AB0010"}, Move{"cmdNext", "AB0012"}, Move{"cmdNext", "AB0011"},
+          Move{"cmdNext", "AB0011"}, Move{"cmdPrevious", "AB0012"}, Move{"cmdLast", "AB0011"},
+          Move{"cmdFirst", "AB0010"}}) {
         EXPECT_EQ(opened(move.tool), 1) << move.tool;
         EXPECT_EQ(str(shown("txtlog_Lot")), move.lot) << move.tool;
     }

@@ -17,38 +17,19 @@ using platform::Answer;
 namespace {
 
 const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                      true};
 
-const QStringList keys{"Sorvanto Control Panel",
-                       "Formulas",
-                       "Chemicals",
-                       "Patients",
-                       "Edit",
-                       "Delete",
-                       "Are you sure?",
-                       "Save Data?",
-                       "Formula data not saved! Save Changes?",
-                       "Chemical data not saved! Save Changes?",
-                       "Patient data not saved! Save Changes?",
-                       "Formula Name is required",
-                       "Quantity is required",
-                       "Chemical Name is required",
-                       "First Name is required",
-                       "Last Name is required",
-                       "Combination Mix is unsupported at this time",
-                       "Invalid mix parameters",
-                       "Enter all or part of chemical name",
-                       "Enter all or part of Log name",
-                       "Search Log",
-                       "No prescriptions",
-                       "You must select a prescription.",
-                       "Formula not found.",
-                       "No records",
-                       // these are never asked for
-                       "Search Chemical",
-                       "Delete Chemical",
-                       "Delete RX",
-                       "No Records"};
+const QStringList keys{
+    "Sorvanto Control Panel", "Formulas", "Chemicals", "Patients", "Edit", "Delete", "Are you sure?",
+    "Save Data?", "Formula data not saved! Save Changes?", "Chemical data not saved! Save Changes?",
+    "Patient data not saved! Save Changes?", "Formula Name is required", "Quantity is required",
+    "Chemical Name is required", "First Name is required", "Last Name is required",
+    "Combination Mix is unsupported at this time", "Invalid mix parameters",
+    "Enter all or part of chemical name", "Enter all or part of Log name", "Search Log", "No prescriptions",
+    "You must select a prescription.", "Formula not found.", "No records",
+    // these are never asked for
+    "Search Chemical", "Delete Chemical", "Delete RX", "No Records"};
 
 /// Each text is translated by the same text behind "de".
 class MessageTextsTest : public ScreenTest {
@@ -71,8 +52,12 @@ protected:
         click(opener);
         click("cmdEdit");
     }
-    void press(ScreenNumber number, const QString& button) const { control<QPushButton>(number, button).click(); }
-    void clear(ScreenNumber number, const QString& name) const { control<platform::TextBox>(number, name).clear(); }
+    void press(ScreenNumber number, const QString& button) const {
+        control<QPushButton>(number, button).click();
+    }
+    void clear(ScreenNumber number, const QString& name) const {
+        control<platform::TextBox>(number, name).clear();
+    }
     void expectSaveQuestion(const QString& question) {
         asker.expectMsgBox(question, saveQuestion, "de Save Data?", Answer::Cancel);
     }

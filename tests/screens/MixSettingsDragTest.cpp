@@ -26,7 +26,9 @@ protected:
         QString names;
         for (int row = 0; row < steps().count(); ++row) {
             const QStringList cells = steps().row(row);
-            EXPECT_EQ(str(cells.join(' ')), str(cells[0] + " " + cells[0] + "1 " + cells[0] + "2 " + cells[0] + "3")) << "cells stay together";
+            EXPECT_EQ(str(cells.join(' ')),
+                      str(cells[0] + " " + cells[0] + "1 " + cells[0] + "2 " + cells[0] + "3"))
+                << "cells stay together";
             names += cells[0];
         }
         return names;
@@ -61,9 +63,9 @@ struct Drop {
 };
 
 // A step lands directly above the row it was dropped on: downward that is one place before it.
-const Drop drops[] = {{0, 0, "ABCD", 0}, {0, 1, "ABCD", 0}, {0, 2, "BACD", 1}, {0, 3, "BCAD", 2},
+const Drop drops[] = {{0, 0, "ABCD", 0},  {0, 1, "ABCD", 0}, {0, 2, "BACD", 1}, {0, 3, "BCAD", 2},
                       {0, -1, "BCDA", 3}, {1, 0, "BACD", 0}, {1, 2, "ABCD", 1}, {1, 3, "ACBD", 2},
-                      {3, 0, "DABC", 0}, {3, 2, "ABDC", 2}, {2, 1, "ACBD", 1}, {2, 3, "ABCD", 2},
+                      {3, 0, "DABC", 0},  {3, 2, "ABDC", 2}, {2, 1, "ACBD", 1}, {2, 3, "ABCD", 2},
                       {2, -1, "ABDC", 3}, {3, -1, "ABCD", 3}};
 
 TEST_F(MixSettingsDragTest, DropsThroughTheSignals) {

@@ -3,6 +3,8 @@
 
 #include "config/clsOptions.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 using platform::ChoiceBox;
 
@@ -291,7 +293,7 @@ TEST_F(MixSettingsTest, ShowsAnyNumberOfStepsAnywhereInTheDocument) {
     edit("Plain Base");
     QString xml = "<Old><Mix LiftRPM=\"a\" MixRPM=\"99999\" MixTime=\"never\" Cycles=\"-1\"/><Group>";
     for (int step = 0; step < 19; ++step)
-        xml += QString("<Mix LiftRPM=\"%1\" MixRPM=\"2\" MixTime=\"3\" Cycles=\"4\"/>").arg(step);
+        xml += u"<Mix LiftRPM=\"%1\" MixRPM=\"2\" MixTime=\"3\" Cycles=\"4\"/>"_s.arg(step);
     populate(xml + "</Group></Old>");
     EXPECT_EQ(steps().count(), 20);
     EXPECT_EQ(steps().row(0), QStringList({"a", "99999", "never", "-1"}));
@@ -349,12 +351,14 @@ TEST_F(MixSettingsTest, AProgrammeWithoutAnAttributeIsAFailure) {
 
 TEST_F(MixSettingsTest, ABrokenStepStaysAsFarAsItGot) {
     edit("Plain Base");
-    populate("<CustomMix PreGrind=\"3\" FreeSpin=\"4\"><Mix LiftRPM=\"24\" MixRPM=\"12\" MixTime=\"t\" Cycles=\"1\"/>"
-             "<Mix LiftRPM=\"48\" MixTime=\"t\" Cycles=\"1\"/><Mix LiftRPM=\"72\" MixRPM=\"12\" MixTime=\"t\""
-             " Cycles=\"1\"/></CustomMix>");
+    populate(
+        "<CustomMix PreGrind=\"3\" FreeSpin=\"4\"><Mix LiftRPM=\"24\" MixRPM=\"12\" MixTime=\"t\" Cycles=\"1\"/>"
+        "<Mix LiftRPM=\"48\" MixTime=\"t\" Cycles=\"1\"/><Mix LiftRPM=\"72\" MixRPM=\"12\" MixTime=\"t\""
+        " Cycles=\"1\"/></CustomMix>");
     expectReport("frmFormula:populateMix");
     EXPECT_EQ(str(rows()), "24|12|t|1\n48|||");
-    populate("<CustomMix PreGrind=\"3\" FreeSpin=\"4\"><Mix MixRPM=\"12\" MixTime=\"t\" Cycles=\"1\"/></CustomMix>");
+    populate(
+        "<CustomMix PreGrind=\"3\" FreeSpin=\"4\"><Mix MixRPM=\"12\" MixTime=\"t\" Cycles=\"1\"/></CustomMix>");
     expectReport("frmFormula:populateMix");
     EXPECT_EQ(steps().count(), 0);
 }
@@ -369,11 +373,14 @@ TEST_F(MixSettingsTest, NoDocumentAtAllIsAFailure) {
 TEST_F(MixSettingsTest, DocumentsSurviveTheWayThroughTheScreen) {
     edit("Plain Base");
     for (int count = 0; count <= 16; count += 4) {
-        QString xml = QString("<CustomMix PreGrind=\"%1\" FreeSpin=\"%2\"").arg(count % 16).arg(1 + count % 16);
+        QString xml = u"<CustomMix PreGrind=\"%1\" FreeSpin=\"%2\""_s.arg(count % 16).arg(1 + count % 16);
         QString mixes;
         for (int step = 0; step < count; ++step)
-            mixes += QString("<Mix LiftRPM=\"%1\" MixRPM=\"%2\" MixTime=\"%3\" Cycles=\"%4\"/>")
-                         .arg(24 * (1 + step)).arg(12 * (1 + step * 15)).arg(basMain::MixTimes[step * 16]).arg(step);
+            mixes +=
+                u"<Mix LiftRPM=\"%1\" MixRPM=\"%2\" MixTime=\"%3\" Cycles=\"%4\"/>"_s.arg(24 * (1 + step))
+                    .arg(12 * (1 + step * 15))
+                    .arg(basMain::MixTimes[step * 16])
+                    .arg(step);
         xml += mixes.isEmpty() ? "/>" : ">" + mixes + "</CustomMix>";
         populate(xml);
         EXPECT_EQ(str(custom()), str(xml));

@@ -64,7 +64,8 @@ TEST_F(PatientCellTest, AnOpenCellIsTakenByDeleteAndByMake) {
     press("cmdDeleteRX");
     EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Elm");
     typeIntoCell(0, "Doctor", "Dr. Fir");
-    asker.expectModal("frmMake", [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
+    asker.expectModal("frmMake",
+                      [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
     force("cmdMake");
     EXPECT_EQ(str(rx("rxs_Doctor", 32)), "Dr. Fir");
 }
@@ -108,7 +109,8 @@ TEST_F(PatientCellTest, ACellThatTheFileRefusesIsToldAndShowsTheStoredValue) {
     sql("CREATE TRIGGER refused BEFORE UPDATE ON RXs BEGIN SELECT RAISE(FAIL, 'not now'); END");
     typeIntoCell(0, "Doctor", "Dr. Elm");
     box("txtpat_City").setText("typed");
-    asker.expectMsgBox("The change was not saved.\n\nThe record is related to records of another table (not now)");
+    asker.expectMsgBox(
+        "The change was not saved.\n\nThe record is related to records of another table (not now)");
     click("cmdSave");
     EXPECT_FALSE(patient().formLocked());
     EXPECT_EQ(str(row(0).section('|', 10)), "");
@@ -120,7 +122,8 @@ TEST_F(PatientCellTest, APrescriptionDeletedByAnotherProgramTakesNoEdit) {
     editPrescriptions();
     sql("DELETE FROM RXs WHERE RXsID = 32");
     typeIntoCell(0, "Doctor", "Dr. Elm");
-    asker.expectMsgBox("The change was not saved.\n\nThe row can't be written: it has been deleted from table RXs");
+    asker.expectMsgBox(
+        "The change was not saved.\n\nThe row can't be written: it has been deleted from table RXs");
     QTest::keyClick(editor(), Qt::Key_Return);
     EXPECT_EQ(str(sqlText("SELECT count(*) FROM RXs WHERE rxs_Doctor = 'Dr. Elm'")), "0");
 }

@@ -5,11 +5,14 @@
 
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                      true};
 
 class PatientEditTest : public PatientScreenTest {};
 
@@ -193,7 +196,7 @@ TEST_F(PatientEditTest, ApostrophesSaveInNamesAndAddressAndBreakInZipPhoneAndFax
 
 TEST_F(PatientEditTest, TenThousandCharactersSaveAndShow) {
     edit();
-    const QString longText = QString("Ünïcode; -- \"x\" ' [y] %z_ ").repeated(420).left(9999) + ".";
+    const QString longText = u"Ünïcode; -- \"x\" ' [y] %z_ "_s.repeated(420).left(9999) + ".";
     box("txtpat_LName").setText(longText);
     control<platform::MemoBox>(patients, "txtpat_Notes").setText(longText);
     click("cmdSave");

@@ -34,8 +34,9 @@ TEST_F(PatientPrescriptionTest, AddingLinksABatchWithItsFiguresCrossed) {
     asker.expectInputBox(searchPrompt, "?AB0011", "Search Log");
     press("cmdAddRX");
     EXPECT_EQ(prescriptions(), 3);
-    EXPECT_EQ(str(rx("LogID, PatientID, rxs_Date, rxs_QTY, rxs_Cost, rxs_Price, rxs_Consult, rxs_Doctor", 33)),
-              "3|1|2026-03-07 00:00:00|10.0|16.6|10.1|NULL|");
+    EXPECT_EQ(
+        str(rx("LogID, PatientID, rxs_Date, rxs_QTY, rxs_Cost, rxs_Price, rxs_Consult, rxs_Doctor", 33)),
+        "3|1|2026-03-07 00:00:00|10.0|16.6|10.1|NULL|");
     EXPECT_FALSE(patient().formLocked());
     click("cmdSave");
     click("cmdFirst");
@@ -145,7 +146,8 @@ TEST_F(PatientPrescriptionTest, TheFormulaIsLookedUpByTheBatchOfTheCurrentRow) {
 TEST_F(PatientPrescriptionTest, MakingAgainSwitchesAndAsksForTheQuantityOnce) {
     openScreen();
     select(0);
-    asker.expectModal("frmMake", [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
+    asker.expectModal("frmMake",
+                      [](QWidget& form) { support::child<QPushButton>(form, "CancelButton")->click(); });
     click("cmdMake");
     EXPECT_EQ(window->current(), currentFormula);
     EXPECT_EQ(str(text(currentFormula, "txtfrm_Name")), "Cooling Gel");
@@ -169,10 +171,11 @@ TEST_F(PatientPrescriptionTest, LabelsAreOfTheCurrentRowAndLeaveTheirFlagSet) {
     click("mnuLabelx");
     EXPECT_FALSE(folder.has("RXLabel.xls"));
     EXPECT_TRUE(basMain::labelsCancelled);
-    EXPECT_EQ(str(statements.value(0)),
-              "SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, RXs.rxs_Date, "
-              "RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient INNER JOIN (Log INNER "
-              "JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)=31));");
+    EXPECT_EQ(
+        str(statements.value(0)),
+        "SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, RXs.rxs_Date, "
+        "RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient INNER JOIN (Log INNER "
+        "JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)=31));");
     const auto choose = [](QWidget& form) { support::child<QPushButton>(form, "cmdPosition_1")->click(); };
     asker.expectModal("frmSelPrint", choose);
     click("mnuLabelx");

@@ -60,12 +60,14 @@ class NoPatientsTest : public PatientScreenTest {
 
 class TranslatedPatientTest : public PatientScreenTest {
     QByteArray optionsXml() const override {
-        folder.write("GermanTranslation.xml",
-                     "<Translations Language=\"German\"><Translate English=\"Rx Date\" Translated=\"RP-Datum\"/>"
-                     "<Translate English=\"RX Date\" Translated=\"never\"/>"
-                     "<Translate English=\"RXID\" Translated=\"never\"/>"
-                     "<Translate English=\"Add RX\" Translated=\"Rezept dazu\"/></Translations>");
-        return PatientScreenTest::optionsXml().replace("<Language>0<", "<Language>2<")
+        folder.write(
+            "GermanTranslation.xml",
+            "<Translations Language=\"German\"><Translate English=\"Rx Date\" Translated=\"RP-Datum\"/>"
+            "<Translate English=\"RX Date\" Translated=\"never\"/>"
+            "<Translate English=\"RXID\" Translated=\"never\"/>"
+            "<Translate English=\"Add RX\" Translated=\"Rezept dazu\"/></Translations>");
+        return PatientScreenTest::optionsXml()
+            .replace("<Language>0<", "<Language>2<")
             .replace("<DefCurrency>$<", "<DefCurrency>€<");
     }
 };
@@ -82,10 +84,10 @@ TEST_F(PatientScreenTest, StartsLockedOnTheFirstPatientAndItsFirstTab) {
 TEST_F(PatientScreenTest, Captions) {
     openScreen();
     const std::pair<const char*, const char*> labels[] = {
-        {"lblpat_FName", "First Name"},     {"lblpat_LName", "Last Name"}, {"lblpat_Address1", "Address 1"},
-        {"lblpat_Address2", "Address 2"},   {"lblpat_City", "City"},       {"lblpat_State", "State"},
-        {"lblpat_Zip", "Zip Code"},         {"lblpat_Country", "Country"}, {"lblpat_BDay", "Birthdate"},
-        {"lblpat_Phone", "Phone"},          {"lblpat_Fax", "Fax"},         {"lblpat_Notes", "Notes"},
+        {"lblpat_FName", "First Name"},   {"lblpat_LName", "Last Name"}, {"lblpat_Address1", "Address 1"},
+        {"lblpat_Address2", "Address 2"}, {"lblpat_City", "City"},       {"lblpat_State", "State"},
+        {"lblpat_Zip", "Zip Code"},       {"lblpat_Country", "Country"}, {"lblpat_BDay", "Birthdate"},
+        {"lblpat_Phone", "Phone"},        {"lblpat_Fax", "Fax"},         {"lblpat_Notes", "Notes"},
     };
     for (const auto& [name, caption] : labels)
         EXPECT_EQ(str(control<QLabel>(patients, name).text()), caption) << name;
@@ -97,7 +99,8 @@ TEST_F(PatientScreenTest, Captions) {
     QStringList columns;
     for (int column = 0; column < grid().model()->columnCount(); ++column)
         columns << grid().shownCaption(column);
-    EXPECT_EQ(str(columns.join('|')), "RXID|Name|Strength|Qty|Cost|Price|Lot|Log Date|Rx Date|Consult|Doctor");
+    EXPECT_EQ(str(columns.join('|')),
+              "RXID|Name|Strength|Qty|Cost|Price|Lot|Log Date|Rx Date|Consult|Doctor");
 }
 
 TEST_F(TranslatedPatientTest, ColumnsAreTranslatedByTheirKeysAndThePricesBearTheCurrency) {
@@ -112,16 +115,17 @@ TEST_F(TranslatedPatientTest, ColumnsAreTranslatedByTheirKeysAndThePricesBearThe
 TEST_F(PatientScreenTest, ShowsThePatientAndThePrescriptionsNewestFirst) {
     openScreen();
     const std::pair<const char*, const char*> boxes[] = {
-        {"txtpat_FName", "Jane"},        {"txtpat_LName", "Doe"},  {"txtpat_Address1", "1 Elm St."},
-        {"txtpat_Address2", "Flat 2"},   {"txtpat_City", "Fenwick"}, {"txtpat_State", "ZZ"},
-        {"txtpat_Zip", "54321"},         {"txtpat_Country", "USA"}, {"txtpat_BDay", "10/31/1980"},
-        {"txtpat_Phone", "555-0101"},    {"txtpat_Fax", "555-0102"}, {"txtpat_Notes", "no gluten"},
+        {"txtpat_FName", "Jane"},      {"txtpat_LName", "Doe"},    {"txtpat_Address1", "1 Elm St."},
+        {"txtpat_Address2", "Flat 2"}, {"txtpat_City", "Fenwick"}, {"txtpat_State", "ZZ"},
+        {"txtpat_Zip", "54321"},       {"txtpat_Country", "USA"},  {"txtpat_BDay", "10/31/1980"},
+        {"txtpat_Phone", "555-0101"},  {"txtpat_Fax", "555-0102"}, {"txtpat_Notes", "no gluten"},
     };
     for (const auto& [name, text] : boxes)
         EXPECT_EQ(str(shown(name)), text) << name;
     ASSERT_EQ(prescriptions(), 2);
     EXPECT_EQ(str(row(0)), "32|Cooling Gel|2 %|25|$ 41.50|$ 25.20|AB0012|3/1/2026 4:00:00 PM|3/2/2026||");
-    EXPECT_EQ(str(row(1)), "31|Cooling Gel|2 %|20|$ 33.20|$ 20.10|AB0010|1/5/2026 9:30:00 AM|1/6/2026|call|Dr. Ash");
+    EXPECT_EQ(str(row(1)),
+              "31|Cooling Gel|2 %|20|$ 33.20|$ 20.10|AB0010|1/5/2026 9:30:00 AM|1/6/2026|call|Dr. Ash");
 }
 
 TEST_F(PatientScreenTest, ToolStates) {
@@ -137,9 +141,10 @@ TEST_F(PatientScreenTest, ToolStates) {
     const QStringList empty = toolStates();
     click("cmdNew");
     const QStringList adding = toolStates();
-    support::expectGolden("screens/tool_states_patient.txt",
-                          stateTable({{"locked", locked}, {"unlocked", unlocked}, {"empty", empty},
-                                      {"adding the first", adding}}));
+    support::expectGolden(
+        "screens/tool_states_patient.txt",
+        stateTable(
+            {{"locked", locked}, {"unlocked", unlocked}, {"empty", empty}, {"adding the first", adding}}));
 }
 
 TEST_F(PatientScreenTest, LockingGoesByTheControlsNames) {
@@ -179,8 +184,8 @@ TEST_F(PatientScreenTest, MovesStopAtTheEndsAndOpenTheRecordTwiceThere) {
 
 TEST_F(PatientScreenTest, SearchesByLastNameAndPhone) {
     openScreen();
-    for (const auto& [typed, found] : {std::pair("li", "Lie"), std::pair("555#-03", "O'Hara"),
-                                       std::pair("d_e", "Doe")}) {
+    for (const auto& [typed, found] :
+         {std::pair("li", "Lie"), std::pair("555#-03", "O'Hara"), std::pair("d_e", "Doe")}) {
         search(typed);
         EXPECT_EQ(str(shown("txtpat_LName")), found) << typed;
     }

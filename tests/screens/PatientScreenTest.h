@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
+
 class PatientScreenTest : public ScreenTest {
 protected:
     /// Patients 1 to 3: Jane Doe, Ole Lie, Mary O'Hara. Prescriptions 31 (batch 1, older) and 32 (batch 2) of
@@ -34,7 +36,9 @@ protected:
     platform::TextBox& box(const QString& name) const {
         return control<platform::TextBox>(sorvanto::patients, name);
     }
-    platform::DateBox& birthDate() const { return control<platform::DateBox>(sorvanto::patients, "txtpat_BDay"); }
+    platform::DateBox& birthDate() const {
+        return control<platform::DateBox>(sorvanto::patients, "txtpat_BDay");
+    }
     /// Types over what the date box holds.
     void typeBirthDate(const QString& keys) const;
     platform::RecordGrid& grid() const { return control<platform::RecordGrid>(sorvanto::patients, "grdRXs"); }
@@ -47,9 +51,9 @@ protected:
     QLineEdit* editor() const { return cellEditor(grid()); }
     void press(const QString& button) const { control<QPushButton>(sorvanto::patients, button).click(); }
     QString stored(const QString& columns, int key = 1) const {
-        return sqlText(QString("SELECT %1 FROM Patient WHERE PatientID = %2").arg(columns).arg(key));
+        return sqlText(u"SELECT %1 FROM Patient WHERE PatientID = %2"_s.arg(columns).arg(key));
     }
     QString rx(const QString& columns, int key = 31) const {
-        return sqlText(QString("SELECT %1 FROM RXs WHERE RXsID = %2").arg(columns).arg(key));
+        return sqlText(u"SELECT %1 FROM RXs WHERE RXsID = %2"_s.arg(columns).arg(key));
     }
 };

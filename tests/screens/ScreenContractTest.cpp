@@ -10,7 +10,8 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true};
+const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
+                                      true};
 
 class ScreenContractTest : public ScreenTest {
 protected:
@@ -42,9 +43,10 @@ TEST_F(ScreenContractTest, MovesStopAtBothEndsWithoutAWord) {
         const char* tool;
         int record;
     };
-    for (const Move& move : {Move{"cmdNext", 1}, Move{"cmdNext", 2}, Move{"cmdNext", 2}, Move{"cmdNext", 2},
-                             Move{"cmdPrevious", 1}, Move{"cmdPrevious", 0}, Move{"cmdPrevious", 0},
-                             Move{"cmdNext", 1}, Move{"cmdLast", 2}, Move{"cmdFirst", 0}, Move{"cmdFirst", 0}}) {
+    for (const Move& move :
+         {Move{"cmdNext", 1}, Move{"cmdNext", 2}, Move{"cmdNext", 2}, Move{"cmdNext", 2},
+          Move{"cmdPrevious", 1}, Move{"cmdPrevious", 0}, Move{"cmdPrevious", 0}, Move{"cmdNext", 1},
+          Move{"cmdLast", 2}, Move{"cmdFirst", 0}, Move{"cmdFirst", 0}}) {
         click(move.tool);
         EXPECT_EQ(str(name()), str(shown[move.record])) << move.tool;
         EXPECT_TRUE(on("cmdNext") && on("cmdPrevious") && on("cmdFirst") && on("cmdLast"));
@@ -115,9 +117,10 @@ TEST_F(ScreenContractTest, ToolStatesOfTheFormulaAndTheCurrentFormulaScreen) {
     formula().getData();
     click("cmdFormulas");
     const QStringList empty = toolStates();
-    support::expectGolden("screens/tool_states_formula.txt",
-                          stateTable({{"formulas locked", locked}, {"unlocked", unlocked}, {"empty", empty},
-                                      {"current formula", current}}));
+    support::expectGolden("screens/tool_states_formula.txt", stateTable({{"formulas locked", locked},
+                                                                         {"unlocked", unlocked},
+                                                                         {"empty", empty},
+                                                                         {"current formula", current}}));
 }
 
 TEST_F(ScreenContractTest, ListeningIsStoredAndConnectsOrReleases) {
@@ -194,7 +197,8 @@ TEST_F(EmptyTableTest, TheFreshlyLoadedScreenShowsItsPrompts) {
     frmFormula fresh;
     fresh.Form_Load();
     EXPECT_EQ(str(support::child<platform::ChoiceBox>(fresh, "cbofrm_Type")->boxText()), "Select Type");
-    EXPECT_EQ(str(support::child<platform::ChoiceBox>(fresh, "cbofrm_JarSize")->boxText()), "Select Jar Size");
+    EXPECT_EQ(str(support::child<platform::ChoiceBox>(fresh, "cbofrm_JarSize")->boxText()),
+              "Select Jar Size");
     EXPECT_EQ(support::child<platform::ChoiceBox>(fresh, "cbofrm_Type")->listIndex(), -1);
     EXPECT_TRUE(fresh.formLocked());
 }

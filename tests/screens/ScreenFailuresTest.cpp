@@ -18,6 +18,8 @@
 #include <QPushButton>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -60,7 +62,9 @@ protected:
     void tell(ScreenNumber number, const QString& toolName) const {
         dynamic_cast<ToolListener&>(*window->screen(number)).m_frmMain_btnClick(toolName, QString());
     }
-    void press(ScreenNumber number, const QString& button) const { control<QPushButton>(number, button).click(); }
+    void press(ScreenNumber number, const QString& button) const {
+        control<QPushButton>(number, button).click();
+    }
 };
 
 struct ScreenCase {
@@ -78,11 +82,16 @@ const ScreenCase screens[] = {{formulas, "frmFormula", "Formula", "FormulaID"},
 
 std::unique_ptr<RecordScreen> fresh(ScreenNumber number) {
     switch (number) {
-    case formulas: return std::make_unique<frmFormula>();
-    case chemicals: return std::make_unique<frmChemical>();
-    case logs: return std::make_unique<frmLog>();
-    case patients: return std::make_unique<frmPatient>();
-    default: return std::make_unique<frmCurrFormula>();
+    case formulas:
+        return std::make_unique<frmFormula>();
+    case chemicals:
+        return std::make_unique<frmChemical>();
+    case logs:
+        return std::make_unique<frmLog>();
+    case patients:
+        return std::make_unique<frmPatient>();
+    default:
+        return std::make_unique<frmCurrFormula>();
     }
 }
 
@@ -92,9 +101,9 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheLoading) {
     for (const ScreenCase& screen : screens) {
         if (!screen.table)
             continue;
-        sql(QString("DELETE FROM %1; INSERT INTO %1 (%2) VALUES (40000);").arg(screen.table, screen.key));
+        sql(u"DELETE FROM %1; INSERT INTO %1 (%2) VALUES (40000);"_s.arg(screen.table, screen.key));
         fresh(screen.number)->Form_Load();
-        EXPECT_TRUE(reported(QString("%1:Form_Load").arg(screen.name))) << screen.name;
+        EXPECT_TRUE(reported(u"%1:Form_Load"_s.arg(screen.name))) << screen.name;
     }
 }
 
@@ -108,12 +117,13 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheCancelOfANewRecord) {
     for (const auto& [screen, opener] : cases) {
         click(opener);
         click("cmdNew");
-        sql(QString("UPDATE %1 SET %2 = %2 + 40000 WHERE %2 < (SELECT max(%2) FROM %1)")
-                .arg(screen.table, screen.key));
+        sql(u"UPDATE %1 SET %2 = %2 + 40000 WHERE %2 < (SELECT max(%2) FROM %1)"_s.arg(screen.table,
+                                                                                       screen.key));
         click("cmdCancel");
-        EXPECT_TRUE(reported(QString("%1:m_frmMain_btnClick").arg(screen.name))) << screen.name;
+        EXPECT_TRUE(reported(u"%1:m_frmMain_btnClick"_s.arg(screen.name))) << screen.name;
         click("cmdCancel");  // no longer new: the screen only locks
-        EXPECT_TRUE(dynamic_cast<BrowsingScreen&>(*window->screen(screen.number)).formLocked()) << screen.name;
+        EXPECT_TRUE(dynamic_cast<BrowsingScreen&>(*window->screen(screen.number)).formLocked())
+            << screen.name;
         dropReports();
     }
 }
@@ -136,7 +146,7 @@ TEST_F(ScreenFailuresTest, WithoutAWindowTheToolsCantBeSet) {
     start();
     for (const ScreenCase& screen : screens) {
         withoutWindow([&] { tell(screen.number, "mnuUpdate"); });
-        EXPECT_TRUE(reported(QString("%1:setMenuOptions").arg(screen.name))) << screen.name;
+        EXPECT_TRUE(reported(u"%1:setMenuOptions"_s.arg(screen.name))) << screen.name;
     }
 }
 

@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 void ScreenTest::SetUp() {
@@ -86,10 +88,10 @@ void ScreenTest::seedLogs() const {
 }
 
 QString ScreenTest::resultsXml(const QString& lot, const QString& number) {
-    return QString("<Results Value=\"%1\"><Size Value=\"3\"/><Type Value=\"9\"/><LiftingCycles Value=\"42\"/>"
-                   "<Interuption Value=\"No\"/><PreGrind Value=\"2\"/><PreparationNumber Value=\"%2\"/>"
-                   "<TotalMixingRevolutions Value=\"007\"/><HardwareVersion Value=\"S-2\"/></Results>")
-        .arg(lot, number);
+    return u"<Results Value=\"%1\"><Size Value=\"3\"/><Type Value=\"9\"/><LiftingCycles Value=\"42\"/>"
+           u"<Interuption Value=\"No\"/><PreGrind Value=\"2\"/><PreparationNumber Value=\"%2\"/>"
+           u"<TotalMixingRevolutions Value=\"007\"/><HardwareVersion Value=\"S-2\"/></Results>"_s.arg(lot,
+                                                                                                      number);
 }
 
 platform::XmlDocumentPtr ScreenTest::document(const QString& xml) {
@@ -134,7 +136,8 @@ QLineEdit* ScreenTest::cellEditor(const platform::RecordGrid& grid) {
 }
 
 platform::Tool& ScreenTest::tool(const QString& name) const {
-    for (const char* band : {"MainBar", "FormBar", "mnuPrint", "mnuExport", "mnuForms", "mnuFile", "mnuHelp"}) {
+    for (const char* band :
+         {"MainBar", "FormBar", "mnuPrint", "mnuExport", "mnuForms", "mnuFile", "mnuHelp"}) {
         for (const auto& found : window->bar().band(band).tools())
             if (found->name() == name)
                 return *found;
@@ -161,9 +164,9 @@ QString ScreenTest::text(ScreenNumber number, const QString& name) const {
 }
 
 QStringList ScreenTest::recordTools() {
-    QStringList names{"cmdFirst", "cmdPrevious", "cmdNext", "cmdLast", "cmdMake", "cmdNew", "cmdEdit", "cmdSave",
-                      "cmdCopy", "cmdCancel", "cmdDelete", "cmdPrint", "cmdSearch", "txtSearch", "cmdOptions",
-                      "cmdExport"};
+    QStringList names{"cmdFirst",  "cmdPrevious", "cmdNext",    "cmdLast",   "cmdMake",   "cmdNew",
+                      "cmdEdit",   "cmdSave",     "cmdCopy",    "cmdCancel", "cmdDelete", "cmdPrint",
+                      "cmdSearch", "txtSearch",   "cmdOptions", "cmdExport"};
     const QStringList entries{"mnuWorksheet", "mnuFormulaLog", "mnuLabel", "mnuReport", "mnuJarReport"};
     names << entries;
     for (const QString& entry : entries)
@@ -180,7 +183,7 @@ QStringList ScreenTest::toolStates() const {
 
 QString ScreenTest::stateTable(const std::vector<std::pair<QString, QStringList>>& columns) {
     constexpr int width = 18;
-    QString table = QString("tool").leftJustified(width);
+    QString table = u"tool"_s.leftJustified(width);
     for (const auto& [title, states] : columns)
         table += title.leftJustified(width);
     table = table.trimmed() + "\n";

@@ -21,9 +21,7 @@
 #include <vector>
 
 /// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) {
-    return text.toStdString();
-}
+inline std::string str(const QString& text) { return text.toStdString(); }
 
 class ScreenTest : public support::TestProgram {
 protected:

@@ -9,6 +9,8 @@
 #include "screens/frmFormula.h"
 #include "screens/frmPatient.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
@@ -40,7 +42,7 @@ protected:
         return control<platform::TextBox>(screen.number, screen.field);
     }
     BrowsingScreen& form(const Case& screen) const { return this->screen<BrowsingScreen>(screen.number); }
-    QString rows(const Case& screen) const { return sqlText(QString("SELECT count(*) FROM %1").arg(screen.table)); }
+    QString rows(const Case& screen) const { return sqlText(u"SELECT count(*) FROM %1"_s.arg(screen.table)); }
 };
 
 TEST_F(TypedScreensTest, TheScreensOwnToolAndMenuEntryShowTheRecordAgain) {

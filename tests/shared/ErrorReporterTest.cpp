@@ -25,7 +25,8 @@ protected:
         reporter.onReport([this](const ErrorReport& report) { announced.push_back(report); });
     }
 
-    void report(const QString& description, const QString& tag = "frmLog:saveForm", const QString& number = "91") {
+    void report(const QString& description, const QString& tag = "frmLog:saveForm",
+                const QString& number = "91") {
         reporter.ReportError(description, number, "Engine", 0, tag, "", true, false, true, true);
     }
     QString log() const { return QString::fromUtf8(folder.read("errors.log")); }
@@ -59,8 +60,8 @@ TEST_F(ErrorReporterTest, WritesTheWholeReport) {
 
 TEST_F(ErrorReporterTest, BelongsToItsOwnerAlone) {
     report("one");
-    EXPECT_EQ(QFile::permissions(folder.path("errors.log"))
-                  & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+    EXPECT_EQ(QFile::permissions(folder.path("errors.log")) &
+                  (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
               QFile::Permissions());
 }
 

@@ -39,7 +39,8 @@ TEST_F(TestSupportTest, EveryDetailOfABoxCounts) {
     asker.expectMsgBox("Text", {}, "Title");
     EXPECT_NONFATAL_FAILURE(MsgBox("Text"), "title \\\"Sorvanto Control Panel\\\"");
     asker.expectMsgBox("Text");
-    EXPECT_NONFATAL_FAILURE(MsgBox("Text", {platform::Buttons::Ok, platform::Icon::Critical}), "critical icon");
+    EXPECT_NONFATAL_FAILURE(MsgBox("Text", {platform::Buttons::Ok, platform::Icon::Critical}),
+                            "critical icon");
     asker.expectMsgBox("Text");
     EXPECT_NONFATAL_FAILURE(MsgBox("Other"), "Other");
 }
@@ -92,7 +93,8 @@ TEST_F(TestSupportTest, AMissingControlIsNamedWithThoseThatAreThere) {
         child<QLineEdit>(dialog, "tabDetails/txtOther");
         ADD_FAILURE();
     } catch (const std::runtime_error& failure) {
-        EXPECT_NE(std::string(failure.what()).find("There are: txtName"), std::string::npos) << failure.what();
+        EXPECT_NE(std::string(failure.what()).find("There are: txtName"), std::string::npos)
+            << failure.what();
     }
 }
 

@@ -46,7 +46,8 @@ TEST_F(basMainTest, ResetDropsEverything) {
 TEST_F(basMainTest, TheVersionIsThatOfTheBuild) {
     QFile build(SORVANTO_SOURCE_DIR "/CMakeLists.txt");
     ASSERT_TRUE(build.open(QIODevice::ReadOnly));
-    const auto match = QRegularExpression("VERSION (\\d+\\.\\d+\\.\\d+)").match(QString::fromUtf8(build.readAll()));
+    const auto match =
+        QRegularExpression("VERSION (\\d+\\.\\d+\\.\\d+)").match(QString::fromUtf8(build.readAll()));
     EXPECT_EQ(sorvanto::programVersion(), match.captured(1));
 }
 
@@ -55,9 +56,7 @@ TEST_F(basMainTest, WithoutALanguageStoreATextStaysAsItIs) {
     EXPECT_EQ(sorvanto::translated(" Version: "), " Version: ");
 }
 
-TEST_F(basMainTest, TheLanguageStoreTrims) {
-    EXPECT_EQ(sorvanto::translated(" Version: "), "Version:");
-}
+TEST_F(basMainTest, TheLanguageStoreTrims) { EXPECT_EQ(sorvanto::translated(" Version: "), "Version:"); }
 
 TEST_F(basMainTest, EndingAtOnceSavesNothing) {
     const QByteArray before = folder.read("options.xml");

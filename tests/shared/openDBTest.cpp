@@ -6,6 +6,8 @@
 #include "support/Hindrances.h"
 #include "support/TestProgram.h"
 
+using namespace Qt::StringLiterals;
+
 using platform::Answer;
 using platform::BoxStyle;
 using platform::Buttons;
@@ -31,8 +33,8 @@ TEST_F(openDBTest, OpensTheFileOfTheOptions) {
     ASSERT_TRUE(connection);
     EXPECT_EQ(connection->state(), 1);
     EXPECT_EQ(connection, basMain::gConnection);
-    EXPECT_EQ(basMain::gConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + databasePath()
-                                              + ";Persist Security Info=False");
+    EXPECT_EQ(basMain::gConnectionString, "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + databasePath() +
+                                              ";Persist Security Info=False");
 }
 
 TEST_F(openDBTest, AnOpenConnectionIsGivenWhateverTheOptionSays) {
@@ -81,7 +83,7 @@ TEST_F(openDBTest, EachCallTellsItAgain) {
 }
 
 TEST_F(openDBTest, AFolderAndAnEmptyPathAreNotFound) {
-    for (const QString& path : {folder.path(), QString(), QString(" "), QString(10'000, 'x')}) {
+    for (const QString& path : {folder.path(), QString(), u" "_s, QString(10'000, 'x')}) {
         expectNotFound();
         basMain::Options->DBLocation(path);
         EXPECT_EQ(openDB()->state(), 0);
@@ -115,8 +117,9 @@ protected:
     void writeBroken() {
         const QString kind = GetParam();
         if (kind == "text")
-            folder.write("sorvanto.mdb", "This is no database, only a text that is long enough to look like one. "
-                                         "It goes on for a while so that there is a header to be read.");
+            folder.write("sorvanto.mdb",
+                         "This is no database, only a text that is long enough to look like one. "
+                         "It goes on for a while so that there is a header to be read.");
         else if (kind == "zeros")
             folder.write("sorvanto.mdb", QByteArray(8192, '\0'));
         else if (kind == "forbidden") {
@@ -125,8 +128,9 @@ protected:
         } else {
             createDatabase();
             const QByteArray whole = folder.read("sorvanto.mdb");
-            folder.write("sorvanto.mdb", kind == "truncated" ? whole.left(whole.size() / 2 + 100)
-                                                             : QByteArray(whole).replace(16, 2000, QByteArray(2000, '\7')));
+            folder.write("sorvanto.mdb", kind == "truncated"
+                                             ? whole.left(whole.size() / 2 + 100)
+                                             : QByteArray(whole).replace(16, 2000, QByteArray(2000, '\7')));
         }
     }
 };
@@ -161,8 +165,9 @@ TEST_P(BrokenFileTest, YesAsksForAnotherPlaceAsOftenAsItTakes) {
     EXPECT_TRUE(basMain::gConnectionString.contains("good.mdb"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, BrokenFileTest, ::testing::Values("text", "zeros", "truncated", "scribbled", "forbidden"),
-                         [](const auto& info) { return std::string(info.param); });
+INSTANTIATE_TEST_SUITE_P(Files, BrokenFileTest,
+                         ::testing::Values("text", "zeros", "truncated", "scribbled", "forbidden"),
+                         [](const auto& row) { return std::string(row.param); });
 
 class InvalidLocationTest : public openDBTest {
 protected:

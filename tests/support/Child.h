@@ -9,6 +9,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 /// The names of all named descendants of that type, for messages.
 template <class T>
 QString namesBelow(const QObject& root) {
@@ -29,13 +31,14 @@ T* child(const QObject& root, const QString& path) {
     for (const QString& part : parts.mid(0, parts.size() - 1)) {
         const QObject* next = parent->findChild<QObject*>(part);
         if (!next)
-            throw std::runtime_error(QString("No \"%1\" on the way to \"%2\". There are: %3")
-                                         .arg(part, path, namesBelow<QObject>(*parent)).toStdString());
+            throw std::runtime_error(u"No \"%1\" on the way to \"%2\". There are: %3"_s
+                                         .arg(part, path, namesBelow<QObject>(*parent))
+                                         .toStdString());
         parent = next;
     }
     T* found = parent->findChild<T*>(parts.last());
     if (!found)
-        throw std::runtime_error(QString("No %1 \"%2\". There are: %3")
+        throw std::runtime_error(u"No %1 \"%2\". There are: %3"_s
                                      .arg(T::staticMetaObject.className(), path, namesBelow<T>(*parent))
                                      .toStdString());
     return found;

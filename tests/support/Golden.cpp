@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 namespace {
 
@@ -23,7 +25,7 @@ QString firstDifference(const QString& expected, const QString& actual) {
         const QString wanted = i < left.size() ? left.at(i) : "(no such line)";
         const QString got = i < right.size() ? right.at(i) : "(no such line)";
         if (wanted != got)
-            return QString("line %1\n  expected: %2\n  actual:   %3").arg(i + 1).arg(wanted, got);
+            return u"line %1\n  expected: %2\n  actual:   %3"_s.arg(i + 1).arg(wanted, got);
     }
     return {};
 }
@@ -31,7 +33,7 @@ QString firstDifference(const QString& expected, const QString& actual) {
 }  // namespace
 
 void expectGolden(const QString& name, const QString& text) {
-    const QString path = QStringLiteral(SORVANTO_GOLDEN "/") + name;
+    const QString path = QString::fromUtf8(SORVANTO_GOLDEN "/") + name;
     if (qEnvironmentVariableIntValue("SORVANTO_UPDATE_GOLDEN") == 1) {
         renew(path, text.toUtf8());
         return;
@@ -39,13 +41,15 @@ void expectGolden(const QString& name, const QString& text) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         ADD_FAILURE() << "No golden file " << qPrintable(name)
-                      << "; SORVANTO_UPDATE_GOLDEN=1 writes it. The text is:\n" << qPrintable(text);
+                      << "; SORVANTO_UPDATE_GOLDEN=1 writes it. The text is:\n"
+                      << qPrintable(text);
         return;
     }
     const QString expected = QString::fromUtf8(file.readAll());
     if (expected != text)
         ADD_FAILURE() << qPrintable(name) << " differs at " << qPrintable(firstDifference(expected, text))
-                      << "\nThe whole text is:\n" << qPrintable(text);
+                      << "\nThe whole text is:\n"
+                      << qPrintable(text);
 }
 
 }  // namespace support

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using platform::Answer;
 using platform::BoxStyle;
 using platform::Buttons;
@@ -15,7 +17,8 @@ namespace {
 QString styleText(const BoxStyle& style) {
     static const QStringList buttons{"Ok", "Yes/No", "Yes/No/Cancel"};
     static const QStringList icons{"no icon", "critical icon", "exclamation icon", "information icon"};
-    QString text = buttons.at(static_cast<int>(style.buttons)) + ", " + icons.at(static_cast<int>(style.icon));
+    QString text =
+        buttons.at(static_cast<int>(style.buttons)) + ", " + icons.at(static_cast<int>(style.icon));
     if (style.secondIsDefault)
         text += ", second button default";
     if (style.systemModal)
@@ -30,9 +33,7 @@ bool isWindow(const QObject& window, const QString& name) {
 
 }  // namespace
 
-ScriptedAsker::ScriptedAsker() {
-    platform::setAsker(this);
-}
+ScriptedAsker::ScriptedAsker() { platform::setAsker(this); }
 
 ScriptedAsker::~ScriptedAsker() {
     verify();
@@ -79,13 +80,13 @@ QString ScriptedAsker::described(const Entry& entry) {
     const QString title = entry.title.value_or(platform::applicationTitle());
     switch (entry.kind) {
     case Kind::MsgBox:
-        return QString("message box \"%1\" [%2] title \"%3\"").arg(entry.text, styleText(entry.style), title);
+        return u"message box \"%1\" [%2] title \"%3\""_s.arg(entry.text, styleText(entry.style), title);
     case Kind::InputBox:
-        return QString("input box \"%1\" title \"%2\" preset \"%3\"").arg(entry.text, title, entry.preset);
+        return u"input box \"%1\" title \"%2\" preset \"%3\""_s.arg(entry.text, title, entry.preset);
     case Kind::File:
-        return QString("file \"%1\" title \"%2\"").arg(entry.text, title);
+        return u"file \"%1\" title \"%2\""_s.arg(entry.text, title);
     case Kind::Modal:
-        return QString("window %1").arg(entry.text);
+        return u"window %1"_s.arg(entry.text);
     }
     return {};
 }
@@ -95,7 +96,8 @@ std::optional<ScriptedAsker::Entry> ScriptedAsker::take(Kind kind, const QString
     if (m_script.empty() || m_script.front().kind != kind) {
         ADD_FAILURE() << "Asked unexpectedly: " << qPrintable(question) << "\nThe script has next: "
                       << (m_script.empty() ? "nothing" : qPrintable(described(m_script.front())))
-                      << "\nAsked so far:\n" << qPrintable(m_asked.join('\n'));
+                      << "\nAsked so far:\n"
+                      << qPrintable(m_asked.join('\n'));
         return std::nullopt;
     }
     Entry entry = std::move(m_script.front());
@@ -150,7 +152,8 @@ void ScriptedAsker::showModal(QObject& window, const std::function<void()>&) {
         return;
     auto* widget = qobject_cast<QWidget*>(&window);
     if (!widget || !isWindow(window, entry->text)) {
-        ADD_FAILURE() << "Expected was window " << qPrintable(entry->text) << ", shown was " << qPrintable(name);
+        ADD_FAILURE() << "Expected was window " << qPrintable(entry->text) << ", shown was "
+                      << qPrintable(name);
         return;
     }
     drive(*widget, *entry);

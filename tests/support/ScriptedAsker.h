@@ -47,7 +47,8 @@ public:
     /// Everything asked so far, one line each.
     const QStringList& asked() const { return m_asked; }
 
-    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style, const QString& title) override;
+    platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
+                                const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
     QString openFile(const QString& title, const QString& filter) override;
     void showModal(QObject& window, const std::function<void()>& exec) override;

@@ -14,6 +14,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 class TempProgramFolder {
 public:
     TempProgramFolder() { platform::setProgramFolder(m_folder.path()); }
@@ -39,9 +41,9 @@ public:
 
 private:
     static QString place() {
-        const QFileInfo memory(QStringLiteral("/dev/shm"));
+        const QFileInfo memory(u"/dev/shm"_s);
         const QString parent = memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
-        return parent + QStringLiteral("/sorvanto-XXXXXX");
+        return parent + u"/sorvanto-XXXXXX"_s;
     }
 
     QTemporaryDir m_folder{place()};

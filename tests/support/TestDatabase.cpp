@@ -7,6 +7,8 @@
 #include <memory>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 namespace {
 
@@ -28,7 +30,7 @@ Handle openFile(const QString& path, int flags) {
 int collect(void* target, int count, char** values, char**) {
     QStringList row;
     for (int i = 0; i < count; ++i)
-        row << (values[i] ? QString::fromUtf8(values[i]) : QStringLiteral("NULL"));
+        row << (values[i] ? QString::fromUtf8(values[i]) : u"NULL"_s);
     static_cast<Rows*>(target)->push_back(row);
     return 0;
 }
@@ -46,7 +48,7 @@ Rows execute(sqlite3* handle, const QByteArray& statements) {
 
 /// The bytes of a database with the delivered schema and no records.
 QByteArray emptyDatabase() {
-    QFile schema(QStringLiteral(SORVANTO_SOURCE_DIR "/data/schema.sql"));
+    QFile schema(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/schema.sql"));
     if (!schema.open(QIODevice::ReadOnly))
         throw std::runtime_error("There is no data/schema.sql.");
     const QTemporaryDir folder;

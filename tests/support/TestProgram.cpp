@@ -19,7 +19,13 @@ void RecordingReporter::setFailedStatement(const QString& statement) noexcept {
 void RecordingReporter::ReportError(const QString& description, const QString& number, const QString& source,
                                     std::int32_t statementNumber, const QString& tag, const QString& empty,
                                     bool flag1, bool flag2, bool flag3, bool flag4) noexcept {
-    calls.push_back({description, number, source, statementNumber, tag, empty, {flag1, flag2, flag3, flag4},
+    calls.push_back({description,
+                     number,
+                     source,
+                     statementNumber,
+                     tag,
+                     empty,
+                     {flag1, flag2, flag3, flag4},
                      m_statement});
     ErrorReporter::ReportError(description, number, source, statementNumber, tag, empty, flag1, flag2, flag3,
                                flag4);
@@ -44,19 +50,20 @@ void TestProgram::TearDown() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     basMain::reset();
     for (const ReportCall& call : reporter->calls)
-        ADD_FAILURE() << "Unexpected report: " << qPrintable(call.tag) << ", error " << qPrintable(call.number)
-                      << ": " << qPrintable(call.description) << "\n" << qPrintable(call.statement);
+        ADD_FAILURE() << "Unexpected report: " << qPrintable(call.tag) << ", error "
+                      << qPrintable(call.number) << ": " << qPrintable(call.description) << "\n"
+                      << qPrintable(call.statement);
     warnings.verify();
 }
 
 QByteArray TestProgram::optionsXml() const {
-    return "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>"
-           + databasePath().toUtf8()
-           + "</DBLocation><Language>0</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options>"
-             "<Pharmacy><StoreName>Kelmar Systems</StoreName><Address>418 Larkspur Ct.</Address>"
-             "<City>Fenwick</City><State>ZZ</State><PostalCode>54321</PostalCode>"
-             "<Phone>(555)010-0188</Phone><Fax>(555)010-0189</Fax><DEA>123456789</DEA>"
-             "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>";
+    return "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>" +
+           databasePath().toUtf8() +
+           "</DBLocation><Language>0</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options>"
+           "<Pharmacy><StoreName>Kelmar Systems</StoreName><Address>418 Larkspur Ct.</Address>"
+           "<City>Fenwick</City><State>ZZ</State><PostalCode>54321</PostalCode>"
+           "<Phone>(555)010-0188</Phone><Fax>(555)010-0189</Fax><DEA>123456789</DEA>"
+           "<ShowPatients>1</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>";
 }
 
 void TestProgram::startConfiguration(std::int16_t language) {
@@ -66,9 +73,7 @@ void TestProgram::startConfiguration(std::int16_t language) {
     basMain::Language = store;
 }
 
-void TestProgram::createDatabase() {
-    createDatabaseFile(databasePath());
-}
+void TestProgram::createDatabase() { createDatabaseFile(databasePath()); }
 
 void TestProgram::openDatabase() {
     createDatabase();
@@ -90,7 +95,8 @@ ReportCall TestProgram::expectReport(const QString& tag) {
 }
 
 void TestProgram::expectReports(const QString& tag) {
-    const auto taken = std::erase_if(reporter->calls, [&](const ReportCall& call) { return call.tag == tag; });
+    const auto taken =
+        std::erase_if(reporter->calls, [&](const ReportCall& call) { return call.tag == tag; });
     EXPECT_GT(taken, 0U) << "No report with the tag " << qPrintable(tag);
 }
 

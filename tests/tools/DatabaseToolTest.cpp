@@ -51,14 +51,19 @@ private:
 TEST_F(DatabaseTool, CreatesAnEmptyDatabaseForItsOwnerAlone) {
     ASSERT_EQ(run({"create", path("a.mdb")}), 0) << qPrintable(err);
     EXPECT_EQ(QFile::permissions(path("a.mdb")) & 0x0077, 0);
-    EXPECT_EQ(stored("a.mdb", "SELECT (SELECT count(*) FROM Formula), (SELECT count(*) FROM Options), opt_Version FROM Options"), "0|1|1.0");
+    EXPECT_EQ(
+        stored(
+            "a.mdb",
+            "SELECT (SELECT count(*) FROM Formula), (SELECT count(*) FROM Options), opt_Version FROM Options"),
+        "0|1|1.0");
     EXPECT_EQ(run({"check", path("a.mdb")}), 0);
     EXPECT_EQ(files(), QStringList{"a.mdb"});
 }
 
 TEST_F(DatabaseTool, NeverWritesOverAFile) {
     write("a.mdb", "mine");
-    for (const QStringList& command : {QStringList{"create", path("a.mdb")}, QStringList{"sample", path("a.mdb")}}) {
+    for (const QStringList& command :
+         {QStringList{"create", path("a.mdb")}, QStringList{"sample", path("a.mdb")}}) {
         EXPECT_EQ(run(command), 1);
         EXPECT_FALSE(err.isEmpty());
     }
@@ -69,10 +74,11 @@ TEST_F(DatabaseTool, NeverWritesOverAFile) {
 }
 
 TEST_F(DatabaseTool, AWrongCommandLineShowsTheUsage) {
-    for (const QStringList& command : {QStringList{}, QStringList{"create"}, QStringList{"create", "a", "b"}, QStringList{"destroy", "a"},
-                                       QStringList{"sample", "a", "--rows"}, QStringList{"sample", "a", "--rows", "0"},
-                                       QStringList{"sample", "a", "--rows", "32768"}, QStringList{"sample", "a", "--rows", "many"},
-                                       QStringList{"backup", "a"}}) {
+    for (const QStringList& command :
+         {QStringList{}, QStringList{"create"}, QStringList{"create", "a", "b"}, QStringList{"destroy", "a"},
+          QStringList{"sample", "a", "--rows"}, QStringList{"sample", "a", "--rows", "0"},
+          QStringList{"sample", "a", "--rows", "32768"}, QStringList{"sample", "a", "--rows", "many"},
+          QStringList{"backup", "a"}}) {
         EXPECT_EQ(run(command), 2) << qPrintable(command.join(' '));
         EXPECT_TRUE(err.contains("sorvanto-db create FILE"));
         EXPECT_TRUE(out.isEmpty());
@@ -84,29 +90,49 @@ TEST_F(DatabaseTool, AWrongCommandLineShowsTheUsage) {
 TEST_F(DatabaseTool, TheSampleIsABelievablePharmacy) {
     ASSERT_EQ(run({"sample", path("s.mdb")}), 0) << qPrintable(err);
     EXPECT_EQ(run({"check", path("s.mdb")}), 0) << qPrintable(out);
-    EXPECT_EQ(stored("s.mdb", "SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Formula), (SELECT count(*) FROM Log), "
-                              "(SELECT count(*) FROM Patient), (SELECT count(*) FROM RXs)"), "46|22|12|6|8");
-    EXPECT_EQ(stored("s.mdb", "SELECT frm_Name FROM Formula WHERE abs(frm_Quantity - (SELECT total(fch_Qty) FROM FormChem WHERE "
-                              "FormChem.FormulaID = Formula.FormulaID)) > 0.0001"), "Teething Gel (in development)");
-    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM Formula WHERE abs(frm_AWP - (SELECT total(chm_AWP * fch_Qty) FROM FormChem JOIN Chemical "
-                              "USING (ChemicalID) WHERE FormChem.FormulaID = Formula.FormulaID)) > 0.00005"), "0");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Formula), (SELECT count(*) FROM Log), "
+            "(SELECT count(*) FROM Patient), (SELECT count(*) FROM RXs)"),
+        "46|22|12|6|8");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT frm_Name FROM Formula WHERE abs(frm_Quantity - (SELECT total(fch_Qty) FROM FormChem WHERE "
+            "FormChem.FormulaID = Formula.FormulaID)) > 0.0001"),
+        "Teething Gel (in development)");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT count(*) FROM Formula WHERE abs(frm_AWP - (SELECT total(chm_AWP * fch_Qty) FROM FormChem JOIN Chemical "
+            "USING (ChemicalID) WHERE FormChem.FormulaID = Formula.FormulaID)) > 0.00005"),
+        "0");
     EXPECT_EQ(stored("s.mdb", "SELECT count(DISTINCT chm_GUID) FROM Chemical WHERE chm_GUID LIKE "
-                              "'________-____-4___-8___-____________' AND chm_GUID NOT GLOB '*[^-0-9A-F]*'"), "46");
-    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM Chemical WHERE chm_AWP <= chm_Cost OR chm_Units NOT IN "
-                              "('AMP','CAPS','CC','DROP','EACH','GMS','GR','GTTS','IU','LIT','LITR','MCG','MEQ','MGS','MLS','TABS','VIAL') OR chm_Form "
-                              "NOT IN ('BOTTLE','CAP','CRM','CRYS','CUBE','FLAKE','GEL','GRAM','INJ','LIQU','PWD','SOLID','SOLN','SUSP','TAB','UNG')"), "0");
-    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM Log WHERE log_Lot <> 'SV26' || printf('%04d', LogID)"), "0");
+                              "'________-____-4___-8___-____________' AND chm_GUID NOT GLOB '*[^-0-9A-F]*'"),
+              "46");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT count(*) FROM Chemical WHERE chm_AWP <= chm_Cost OR chm_Units NOT IN "
+            "('AMP','CAPS','CC','DROP','EACH','GMS','GR','GTTS','IU','LIT','LITR','MCG','MEQ','MGS','MLS','TABS','VIAL') OR chm_Form "
+            "NOT IN ('BOTTLE','CAP','CRM','CRYS','CUBE','FLAKE','GEL','GRAM','INJ','LIQU','PWD','SOLID','SOLN','SUSP','TAB','UNG')"),
+        "0");
+    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM Log WHERE log_Lot <> 'SV26' || printf('%04d', LogID)"),
+              "0");
 }
 
 /// Whether a programme could have been entered by hand for a jar of that size.
 void expectLegalProgramme(const QString& xml, int jar, const QString& name) {
     static const int fastest[] = {2496, 2496, 2496, 2292, 2292, 2292, 2100, 2100, 1992};
-    static const QRegularExpression whole("^<CustomMix PreGrind=\"(\\d+)\" FreeSpin=\"(\\d+)\"(/>|>(<Mix [^>]*/>)+</CustomMix>)$");
+    static const QRegularExpression whole(
+        "^<CustomMix PreGrind=\"(\\d+)\" FreeSpin=\"(\\d+)\"(/>|>(<Mix [^>]*/>)+</CustomMix>)$");
     const QRegularExpressionMatch root = whole.match(xml);
     ASSERT_TRUE(root.hasMatch()) << qPrintable(name + ": " + xml);
     EXPECT_LE(root.captured(1).toInt(), 15);
     EXPECT_TRUE(root.captured(2).toInt() >= 1 && root.captured(2).toInt() <= 16);
-    static const QRegularExpression step("<Mix LiftRPM=\"(\\d+)\" MixRPM=\"(\\d+)\" MixTime=\"00:(\\d\\d):(\\d\\d)\" Cycles=\"(\\d+)\"/>");
+    static const QRegularExpression step(
+        "<Mix LiftRPM=\"(\\d+)\" MixRPM=\"(\\d+)\" MixTime=\"00:(\\d\\d):(\\d\\d)\" Cycles=\"(\\d+)\"/>");
     int steps = 0;
     for (auto match = step.globalMatch(xml); match.hasNext(); ++steps) {
         const QRegularExpressionMatch one = match.next();
@@ -124,18 +150,28 @@ void expectLegalProgramme(const QString& xml, int jar, const QString& name) {
 
 TEST_F(DatabaseTool, TheSamplesProgrammesAreLegal) {
     createSample(path("s.mdb"));
-    for (const QStringList& row : support::runSql(path("s.mdb"), "SELECT frm_Mix, frm_JarSize, frm_Name FROM Formula "
-                                                                 "UNION ALL SELECT log_Mix, log_JarSize, log_Name FROM Log"))
+    for (const QStringList& row :
+         support::runSql(path("s.mdb"), "SELECT frm_Mix, frm_JarSize, frm_Name FROM Formula "
+                                        "UNION ALL SELECT log_Mix, log_JarSize, log_Name FROM Log"))
         expectLegalProgramme(row.at(0), row.at(1).toInt(), row.at(2));
-    EXPECT_EQ(stored("s.mdb", "SELECT (length(frm_Mix) - length(replace(frm_Mix, '<Mix ', ''))) / 5 FROM Formula WHERE frm_Name LIKE '%Sixteen%'"), "16");
-    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM Formula WHERE frm_JarSize <> CASE WHEN frm_Quantity <= 15 THEN 1 WHEN frm_Quantity <= 20 THEN 2 "
-                              "WHEN frm_Quantity <= 30 THEN 3 WHEN frm_Quantity <= 50 THEN 4 WHEN frm_Quantity <= 100 THEN 5 WHEN frm_Quantity <= 200 "
-                              "THEN 6 WHEN frm_Quantity <= 300 THEN 7 WHEN frm_Quantity <= 500 THEN 8 ELSE 9 END"), "0");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT (length(frm_Mix) - length(replace(frm_Mix, '<Mix ', ''))) / 5 FROM Formula WHERE frm_Name LIKE '%Sixteen%'"),
+        "16");
+    EXPECT_EQ(
+        stored(
+            "s.mdb",
+            "SELECT count(*) FROM Formula WHERE frm_JarSize <> CASE WHEN frm_Quantity <= 15 THEN 1 WHEN frm_Quantity <= 20 THEN 2 "
+            "WHEN frm_Quantity <= 30 THEN 3 WHEN frm_Quantity <= 50 THEN 4 WHEN frm_Quantity <= 100 THEN 5 WHEN frm_Quantity <= 200 "
+            "THEN 6 WHEN frm_Quantity <= 300 THEN 7 WHEN frm_Quantity <= 500 THEN 8 ELSE 9 END"),
+        "0");
 }
 
 TEST_F(DatabaseTool, RowsFillEveryTable) {
-    const QString counts = "SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Formula), (SELECT count(*) FROM FormChem), "
-                           "(SELECT count(*) FROM Log), (SELECT count(*) FROM LogChem), (SELECT count(*) FROM Patient), (SELECT count(*) FROM RXs)";
+    const QString counts =
+        "SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Formula), (SELECT count(*) FROM FormChem), "
+        "(SELECT count(*) FROM Log), (SELECT count(*) FROM LogChem), (SELECT count(*) FROM Patient), (SELECT count(*) FROM RXs)";
     ASSERT_EQ(run({"sample", path("a.mdb"), "--rows", "500"}), 0) << qPrintable(err);
     EXPECT_EQ(stored("a.mdb", counts), "500|500|500|500|500|500|500");
     EXPECT_EQ(run({"check", path("a.mdb")}), 0) << qPrintable(out);
@@ -153,13 +189,17 @@ TEST_F(DatabaseTool, RowsFillEveryTable) {
 
 TEST_F(DatabaseTool, CheckTellsEachProblem) {
     createSample(path("a.mdb"));
-    support::runSql(path("a.mdb"), "PRAGMA foreign_keys = OFF; PRAGMA ignore_check_constraints = ON; DELETE FROM Chemical WHERE ChemicalID = 1;"
-                                   "UPDATE Formula SET frm_Quantity = 'lots' WHERE FormulaID = 2; INSERT INTO Options VALUES (2);"
-                                   "ALTER TABLE Patient DROP COLUMN pat_Fax; ALTER TABLE Log DROP COLUMN log_Version;"
-                                   "ALTER TABLE Log ADD COLUMN log_Version LONGTEXT; ALTER TABLE Log ADD COLUMN log_More TEXT(5)");
+    support::runSql(
+        path("a.mdb"),
+        "PRAGMA foreign_keys = OFF; PRAGMA ignore_check_constraints = ON; DELETE FROM Chemical WHERE ChemicalID = 1;"
+        "UPDATE Formula SET frm_Quantity = 'lots' WHERE FormulaID = 2; INSERT INTO Options VALUES (2);"
+        "ALTER TABLE Patient DROP COLUMN pat_Fax; ALTER TABLE Log DROP COLUMN log_Version;"
+        "ALTER TABLE Log ADD COLUMN log_Version LONGTEXT; ALTER TABLE Log ADD COLUMN log_More TEXT(5)");
     EXPECT_EQ(run({"check", path("a.mdb")}), 1);
-    for (const char* line : {"Row 1 of FormChem refers to a row of Chemical that is not there", "CHECK constraint failed in Formula",
-                             "Column Patient.pat_Fax is missing", "Column Log.log_Version is LONGTEXT, not TEXT(40)", "Table Options has 2 rows, not one"})
+    for (const char* line :
+         {"Row 1 of FormChem refers to a row of Chemical that is not there",
+          "CHECK constraint failed in Formula", "Column Patient.pat_Fax is missing",
+          "Column Log.log_Version is LONGTEXT, not TEXT(40)", "Table Options has 2 rows, not one"})
         EXPECT_TRUE(out.contains(line)) << line << "\n" << qPrintable(out);
     EXPECT_FALSE(out.contains("log_More"));
 }
@@ -168,11 +208,15 @@ TEST_F(DatabaseTool, CheckMissesRelationsAndTables) {
     QByteArray schema = schemaStatements();
     schema.replace("REFERENCES Log (LogID) ON DELETE CASCADE", "REFERENCES Log (LogID)");
     createDatabase(path("a.mdb"));
-    support::runSql(path("a.mdb"), "DROP TABLE RXs; DROP TABLE LogChem; " + schema.mid(schema.indexOf("CREATE TABLE LogChem"),
-                    schema.indexOf("-- One row for each patient") - schema.indexOf("CREATE TABLE LogChem")));
-    EXPECT_EQ(checkDatabase(path("a.mdb")),
-              (QStringList{"Table RXs is missing", "The relation LogChem.LogID to Log with its rows is missing", "The relation RXs.LogID to Log is missing",
-                           "The relation RXs.PatientID to Patient is missing"}));
+    support::runSql(path("a.mdb"), "DROP TABLE RXs; DROP TABLE LogChem; " +
+                                       schema.mid(schema.indexOf("CREATE TABLE LogChem"),
+                                                  schema.indexOf("-- One row for each patient") -
+                                                      schema.indexOf("CREATE TABLE LogChem")));
+    EXPECT_EQ(
+        checkDatabase(path("a.mdb")),
+        (QStringList{"Table RXs is missing", "The relation LogChem.LogID to Log with its rows is missing",
+                     "The relation RXs.LogID to Log is missing",
+                     "The relation RXs.PatientID to Patient is missing"}));
 }
 
 TEST_F(DatabaseTool, CheckOfWhatIsNoDatabaseFails) {

@@ -6,6 +6,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
@@ -48,7 +50,7 @@ int restore(const QString& backup, const QString& file, QTextStream& out) {
 int wantedRows(const QStringList& arguments) {
     if (arguments.size() == 2)
         return 0;
-    if (arguments.size() != 4 || arguments.at(2) != QLatin1String("--rows"))
+    if (arguments.size() != 4 || arguments.at(2) != "--rows"_L1)
         return -1;
     bool isNumber = false;
     const int rows = arguments.at(3).toInt(&isNumber);
@@ -62,7 +64,7 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
     };
     if (takes("create", 1))
         return createDatabase(arguments.at(1)), done;
-    if (command == QLatin1String("sample") && wantedRows(arguments) >= 0)
+    if (command == "sample"_L1 && wantedRows(arguments) >= 0)
         return createSample(arguments.at(1), wantedRows(arguments)), done;
     if (takes("check", 1))
         return check(arguments.at(1), out);
@@ -70,7 +72,7 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
         return platform::backupDatabase(arguments.at(1), arguments.at(2)), done;
     if (takes("restore", 2))
         return restore(arguments.at(1), arguments.at(2), out);
-    const bool help = command == QLatin1String("--help") || command == QLatin1String("-h");
+    const bool help = command == "--help"_L1 || command == "-h"_L1;
     (help ? out : err) << usage;
     return help ? done : wrongUse;
 }

@@ -11,6 +11,8 @@
 #include <memory>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
@@ -19,14 +21,16 @@ using platform::sqlite::Statement;
 constexpr platform::ColumnType asText{platform::ColumnKind::Text, 0};
 
 struct Shape {
-    QMap<QString, QMap<QString, QString>> columns;   ///< table, column: declared type
-    QSet<QString> relations;                         ///< "RXs.LogID to Log"
+    QMap<QString, QMap<QString, QString>> columns;  ///< table, column: declared type
+    QSet<QString> relations;                        ///< "RXs.LogID to Log"
 };
 
 QStringList tablesOf(sqlite3* database) {
     QStringList tables;
-    Statement list(database, QStringLiteral("SELECT name FROM sqlite_schema WHERE type = 'table' "
-                                            "AND name NOT LIKE 'sqlite%' ORDER BY name"), {});
+    Statement list(database,
+                   u"SELECT name FROM sqlite_schema WHERE type = 'table' "
+                   u"AND name NOT LIKE 'sqlite%' ORDER BY name"_s,
+                   {});
     while (list.step())
         tables << list.value(0, asText).toString();
     return tables;
@@ -35,18 +39,18 @@ QStringList tablesOf(sqlite3* database) {
 Shape shapeOf(sqlite3* database) {
     Shape shape;
     for (const QString& table : tablesOf(database)) {
-        Statement columns(database, QStringLiteral("SELECT name, type FROM pragma_table_info(?)"), {});
+        Statement columns(database, u"SELECT name, type FROM pragma_table_info(?)"_s, {});
         columns.bind(1, table);
         while (columns.step())
             shape.columns[table][columns.value(0, asText).toString()] = columns.value(1, asText).toString();
-        Statement keys(database, QStringLiteral("SELECT \"from\", \"table\", on_delete FROM pragma_foreign_key_list(?)"),
+        Statement keys(database, u"SELECT \"from\", \"table\", on_delete FROM pragma_foreign_key_list(?)"_s,
                        {});
         keys.bind(1, table);
         while (keys.step()) {
-            const bool cascade = keys.value(2, asText).toString() == QLatin1String("CASCADE");
-            shape.relations << QStringLiteral("%1.%2 to %3%4")
-                                   .arg(table, keys.value(0, asText).toString(), keys.value(1, asText).toString(),
-                                        cascade ? QStringLiteral(" with its rows") : QString());
+            const bool cascade = keys.value(2, asText).toString() == "CASCADE"_L1;
+            shape.relations << u"%1.%2 to %3%4"_s.arg(table, keys.value(0, asText).toString(),
+                                                      keys.value(1, asText).toString(),
+                                                      cascade ? u" with its rows"_s : QString());
         }
     }
     return shape;
@@ -65,17 +69,17 @@ QStringList columnProblems(const Shape& expected, const Shape& found) {
     QStringList problems;
     for (auto table = expected.columns.begin(); table != expected.columns.end(); ++table) {
         if (!found.columns.contains(table.key())) {
-            problems << QStringLiteral("Table %1 is missing").arg(table.key());
+            problems << u"Table %1 is missing"_s.arg(table.key());
             continue;
         }
         const QMap<QString, QString> columns = found.columns.value(table.key());
         for (auto column = table->begin(); column != table->end(); ++column) {
             const QString name = table.key() + u'.' + column.key();
             if (!columns.contains(column.key()))
-                problems << QStringLiteral("Column %1 is missing").arg(name);
+                problems << u"Column %1 is missing"_s.arg(name);
             else if (columns.value(column.key()).compare(column.value(), Qt::CaseInsensitive) != 0)
-                problems << QStringLiteral("Column %1 is %2, not %3")
-                                .arg(name, columns.value(column.key()), column.value());
+                problems << u"Column %1 is %2, not %3"_s.arg(name, columns.value(column.key()),
+                                                             column.value());
         }
     }
     return problems;
@@ -84,17 +88,17 @@ QStringList columnProblems(const Shape& expected, const Shape& found) {
 QStringList relationProblems(const Shape& expected, const Shape& found) {
     QStringList problems;
     for (const QString& relation : expected.relations - found.relations)
-        problems << QStringLiteral("The relation %1 is missing").arg(relation);
+        problems << u"The relation %1 is missing"_s.arg(relation);
     problems.sort();
     return problems;
 }
 
 QStringList versionProblems(sqlite3* database) {
-    Statement count(database, QStringLiteral("SELECT count(*) FROM Options"), {});
+    Statement count(database, u"SELECT count(*) FROM Options"_s, {});
     count.step();
     if (count.integer(0) == 1)
         return {};
-    return {QStringLiteral("Table Options has %1 rows, not one").arg(count.integer(0))};
+    return {u"Table Options has %1 rows, not one"_s.arg(count.integer(0))};
 }
 
 }  // namespace
@@ -102,12 +106,12 @@ QStringList versionProblems(sqlite3* database) {
 QStringList checkDatabase(const QString& path) {
     QStringList problems = platform::integrityProblems(path);
     platform::Connection connection;
-    connection.open(QStringLiteral("Data Source=") + path);
+    connection.open(u"Data Source="_s + path);
     const Shape expected = expectedShape();
     const Shape found = shapeOf(connection.handle());
     problems += columnProblems(expected, found);
     problems += relationProblems(expected, found);
-    if (found.columns.contains(QStringLiteral("Options")))
+    if (found.columns.contains(u"Options"_s))
         problems += versionProblems(connection.handle());
     return problems;
 }

@@ -9,10 +9,10 @@
 #include <memory>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 /// Resources of a static library have to be asked for, from outside any namespace.
-static void useResources() {
-    Q_INIT_RESOURCE(database);
-}
+static void useResources() { Q_INIT_RESOURCE(database); }
 
 namespace sorvanto {
 
@@ -22,10 +22,10 @@ using platform::RuntimeError;
 
 QByteArray resource(const char* name) {
     useResources();
-    QFile file(QStringLiteral(":/database/") + QLatin1String(name));
+    QFile file(u":/database/"_s + QLatin1String(name));
     if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(platform::error::fileNotFound, QStringLiteral("%1 is not part of this program")
-                                                              .arg(QLatin1String(name)));
+        throw RuntimeError(platform::error::fileNotFound,
+                           u"%1 is not part of this program"_s.arg(QLatin1String(name)));
     return file.readAll();
 }
 
@@ -36,10 +36,11 @@ public:
         QFile file(m_path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
             throw RuntimeError(platform::error::permissionDenied,
-                               QStringLiteral("\"%1\" can't be created: %2").arg(m_path, file.errorString()));
+                               u"\"%1\" can't be created: %2"_s.arg(m_path, file.errorString()));
         file.close();
         sqlite3* opened = nullptr;
-        const int code = sqlite3_open_v2(m_path.toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+        const int code =
+            sqlite3_open_v2(m_path.toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE, nullptr);
         m_database.reset(opened);
         if (code != SQLITE_OK)
             platform::sqlite::fail(opened, {});
@@ -70,9 +71,7 @@ private:
 
 }  // namespace
 
-QByteArray schemaStatements() {
-    return resource("schema.sql");
-}
+QByteArray schemaStatements() { return resource("schema.sql"); }
 
 void createDatabase(const QString& path) {
     NewDatabase database(path);

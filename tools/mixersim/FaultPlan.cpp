@@ -69,16 +69,21 @@ QByteArray LineSpoiler::noisy(const QByteArray& reply) {
         noise += static_cast<char>(m_random() % 256);
     QByteArray spoiled = noise + reply;
     if (m_replies % 5 == 0)
-        spoiled.insert(static_cast<qsizetype>(m_random() % static_cast<unsigned>(spoiled.size())), noise + '~');
+        spoiled.insert(static_cast<qsizetype>(m_random() % static_cast<unsigned>(spoiled.size())),
+                       noise + '~');
     return spoiled;
 }
 
 QByteArray LineSpoiler::toMixer(const QByteArray& bytes) {
     switch (m_fault) {
-    case Fault::Dropped: return thinned(bytes, 211, 0);
-    case Fault::Doubled: return thinned(bytes, 199, 2);
-    case Fault::Repeated: return bytes + bytes;
-    default: return bytes;
+    case Fault::Dropped:
+        return thinned(bytes, 211, 0);
+    case Fault::Doubled:
+        return thinned(bytes, 199, 2);
+    case Fault::Repeated:
+        return bytes + bytes;
+    default:
+        return bytes;
     }
 }
 
@@ -92,11 +97,16 @@ QByteArray LineSpoiler::toProgram(const QByteArray& reply) {
         return spoiled;
     }
     switch (m_fault) {
-    case Fault::Noise: return noisy(reply);
-    case Fault::Dropped: return thinned(reply, 211, 0);
-    case Fault::Doubled: return thinned(reply, 199, 2);
-    case Fault::Repeated: return reply + reply;
-    default: return reply;
+    case Fault::Noise:
+        return noisy(reply);
+    case Fault::Dropped:
+        return thinned(reply, 211, 0);
+    case Fault::Doubled:
+        return thinned(reply, 199, 2);
+    case Fault::Repeated:
+        return reply + reply;
+    default:
+        return reply;
     }
 }
 

@@ -5,9 +5,7 @@
 
 namespace sorvanto::mixersim {
 
-std::int64_t cycleMilliseconds(int liftRpm) {
-    return 120LL * 60'000 / std::max(1, liftRpm);
-}
+std::int64_t cycleMilliseconds(int liftRpm) { return 120LL * 60'000 / std::max(1, liftRpm); }
 
 std::int64_t stepMilliseconds(const protocol::Step& step) {
     return step.seconds > 0 ? step.seconds * 1000LL : step.cycles * cycleMilliseconds(step.liftRpm);

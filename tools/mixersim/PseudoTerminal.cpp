@@ -12,6 +12,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto::mixersim {
 namespace {
 
@@ -28,9 +30,7 @@ void makeRaw(int fd) {
 
 PseudoTerminal::PseudoTerminal(QString link) : m_link(std::move(link)) {}
 
-PseudoTerminal::~PseudoTerminal() {
-    close();
-}
+PseudoTerminal::~PseudoTerminal() { close(); }
 
 bool PseudoTerminal::open() {
     close();
@@ -58,14 +58,14 @@ bool PseudoTerminal::setLink() {
         return true;
     const QFileInfo present(m_link);
     if (present.exists() && !present.isSymLink()) {
-        m_errorText = m_link + QStringLiteral(" is there and is no link");
+        m_errorText = m_link + u" is there and is no link"_s;
         return false;
     }
     const QByteArray link = QFile::encodeName(m_link), fresh = link + ".new";
     ::unlink(fresh.constData());
     if (::symlink(QFile::encodeName(m_path).constData(), fresh.constData()) != 0 ||
         ::rename(fresh.constData(), link.constData()) != 0) {
-        m_errorText = m_link + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno));
+        m_errorText = m_link + u": "_s + QString::fromLocal8Bit(std::strerror(errno));
         return false;
     }
     return true;
@@ -116,7 +116,8 @@ bool PseudoTerminal::isLeftLocked() {
     if (m_master < 0 || m_peer || m_checked || m_quietReads < settled)
         return false;
     m_checked = true;
-    const int slave = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    const int slave =
+        ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (slave < 0)
         return errno == EBUSY;
     int exclusive = 0;

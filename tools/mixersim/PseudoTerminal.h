@@ -35,8 +35,8 @@ private:
 
     QString m_link, m_path, m_errorText;
     int m_master = -1;
-    bool m_peer = true;        ///< no hang-up seen since somebody last had it open
-    int m_quietReads = 0;      ///< reads since the hang-up
+    bool m_peer = true;    ///< no hang-up seen since somebody last had it open
+    int m_quietReads = 0;  ///< reads since the hang-up
     bool m_checked = false;
 };
 

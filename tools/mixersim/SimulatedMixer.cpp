@@ -89,16 +89,17 @@ Frame SimulatedMixer::readBack(const Frame& command) const {
         return refusalReply(command, "RANGE");
     if (m_state != MixerState::Loaded || static_cast<std::size_t>(*number) > m_programme.steps.size())
         return refusalReply(command, "ORDER");
-    return *number == 0 ? headReply(command, m_programme)
-                        : stepReply(command, *number, m_programme.steps[static_cast<std::size_t>(*number) - 1]);
+    return *number == 0
+               ? headReply(command, m_programme)
+               : stepReply(command, *number, m_programme.steps[static_cast<std::size_t>(*number) - 1]);
 }
 
 Frame SimulatedMixer::start(const Frame& command) {
     const auto id = readMixId(command);
     if (!id)
         return refusalReply(command, "RANGE");
-    const bool used = std::any_of(m_results.begin(), m_results.end(),
-                                  [&](const MixResults& r) { return r.mix == *id; });
+    const bool used =
+        std::any_of(m_results.begin(), m_results.end(), [&](const MixResults& r) { return r.mix == *id; });
     if (used || (running() && *id == m_programme.id))
         return refusalReply(command, "USED");
     if (m_state != MixerState::Loaded || *id != m_programme.id)
@@ -206,9 +207,7 @@ Status SimulatedMixer::status() const {
     return s;
 }
 
-int SimulatedMixer::step() const {
-    return running() ? positionAt(m_programme, m_mixed).step : 0;
-}
+int SimulatedMixer::step() const { return running() ? positionAt(m_programme, m_mixed).step : 0; }
 
 std::optional<std::int64_t> SimulatedMixer::untilChange() const {
     if (m_state != MixerState::Mixing)
@@ -231,9 +230,7 @@ void SimulatedMixer::pressEmergencyStop() {
     fail(Reason::EmergencyStop);
 }
 
-void SimulatedMixer::overload() {
-    fail(Reason::Overload);
-}
+void SimulatedMixer::overload() { fail(Reason::Overload); }
 
 void SimulatedMixer::openLid() {
     m_lidOpen = true;

@@ -6,8 +6,8 @@
 namespace sorvanto::mixersim {
 namespace {
 
-constexpr qint64 lateBy = 700;           // ms; longer than the program waits for a reply
-constexpr qint64 faultLasts = 1'500;     // ms; then the plug is in, the power on, the lid closed again
+constexpr qint64 lateBy = 700;        // ms; longer than the program waits for a reply
+constexpr qint64 faultLasts = 1'500;  // ms; then the plug is in, the power on, the lid closed again
 
 }  // namespace
 
@@ -44,8 +44,8 @@ int SimulatorLoop::waitTime() const {
 }
 
 void SimulatorLoop::answer(const protocol::Frame& command) {
-    const bool dead = m_faultBegun && (m_plan.fault == Fault::Silent ||
-                                       (m_plan.fault == Fault::PowerLoss && !m_faultEnded));
+    const bool dead = m_faultBegun &&
+                      (m_plan.fault == Fault::Silent || (m_plan.fault == Fault::PowerLoss && !m_faultEnded));
     if (dead)
         return;
     const QByteArray bytes = m_spoiler.toProgram(protocol::encode(m_mixer.receive(command)));
@@ -64,23 +64,41 @@ void SimulatorLoop::beginFault() {
     m_faultSince = m_clock.elapsed();
     switch (m_plan.fault) {
     case Fault::Unplugged:
-    case Fault::Gone: m_terminal.close(); break;
+    case Fault::Gone:
+        m_terminal.close();
+        break;
     case Fault::PowerLoss:
-    case Fault::Reboot: m_mixer.restart(); break;
-    case Fault::EmergencyStop: m_mixer.pressEmergencyStop(); break;
-    case Fault::LidOpen: m_mixer.openLid(); break;
-    case Fault::Overload: m_mixer.overload(); break;
-    default: break;
+    case Fault::Reboot:
+        m_mixer.restart();
+        break;
+    case Fault::EmergencyStop:
+        m_mixer.pressEmergencyStop();
+        break;
+    case Fault::LidOpen:
+        m_mixer.openLid();
+        break;
+    case Fault::Overload:
+        m_mixer.overload();
+        break;
+    default:
+        break;
     }
 }
 
 void SimulatorLoop::endFault() {
     m_faultEnded = true;
     switch (m_plan.fault) {
-    case Fault::Unplugged: m_terminal.open(); break;
-    case Fault::EmergencyStop: m_mixer.releaseEmergencyStop(); break;
-    case Fault::LidOpen: m_mixer.closeLid(); break;
-    default: break;
+    case Fault::Unplugged:
+        m_terminal.open();
+        break;
+    case Fault::EmergencyStop:
+        m_mixer.releaseEmergencyStop();
+        break;
+    case Fault::LidOpen:
+        m_mixer.closeLid();
+        break;
+    default:
+        break;
     }
 }
 

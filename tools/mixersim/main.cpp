@@ -11,19 +11,17 @@
 #include <csignal>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace sorvanto;
 
 namespace {
 
 volatile std::sig_atomic_t ended = 0;
 
-void endLoop(int) {
-    ended = 1;
-}
+void endLoop(int) { ended = 1; }
 
-bool isAlive(pid_t process) {
-    return process <= 0 || ::kill(process, 0) == 0 || errno == EPERM;
-}
+bool isAlive(pid_t process) { return process <= 0 || ::kill(process, 0) == 0 || errno == EPERM; }
 
 int readCounter(const QString& file) {
     QFile state(file);
@@ -45,33 +43,27 @@ struct Options {
 };
 
 void addOptions(QCommandLineParser& parser) {
-    parser.setApplicationDescription(QStringLiteral("A simulated mixer on a pseudo-terminal."));
+    parser.setApplicationDescription(u"A simulated mixer on a pseudo-terminal."_s);
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("link"), QStringLiteral("Keep a symbolic link at PATH, as ports/COM1."),
-         QStringLiteral("PATH")},
-        {QStringLiteral("speed"), QStringLiteral("N times as fast as real (1)."), QStringLiteral("N"),
-         QStringLiteral("1")},
-        {QStringLiteral("fault"), QStringLiteral("One of --list-faults, with @step where it begins."),
-         QStringLiteral("NAME[@step]")},
-        {QStringLiteral("list-faults"), QStringLiteral("Name the faults and end.")},
-        {QStringLiteral("state"), QStringLiteral("Keep the number of the last preparation in FILE."),
-         QStringLiteral("FILE")},
-        {QStringLiteral("serial"), QStringLiteral("Serial number of the device (SV0426)."),
-         QStringLiteral("XX0000"), QStringLiteral("SV0426")},
-        {QStringLiteral("parent-pid"), QStringLiteral("End when this process has ended."),
-         QStringLiteral("PID")},
+        {u"link"_s, u"Keep a symbolic link at PATH, as ports/COM1."_s, u"PATH"_s},
+        {u"speed"_s, u"N times as fast as real (1)."_s, u"N"_s, u"1"_s},
+        {u"fault"_s, u"One of --list-faults, with @step where it begins."_s, u"NAME[@step]"_s},
+        {u"list-faults"_s, u"Name the faults and end."_s},
+        {u"state"_s, u"Keep the number of the last preparation in FILE."_s, u"FILE"_s},
+        {u"serial"_s, u"Serial number of the device (SV0426)."_s, u"XX0000"_s, u"SV0426"_s},
+        {u"parent-pid"_s, u"End when this process has ended."_s, u"PID"_s},
     });
 }
 
 /// Nothing, with a word on what is wrong, when an option can't be used.
 std::optional<Options> readOptions(const QCommandLineParser& parser, QTextStream& complaint) {
     Options options;
-    options.link = parser.value(QStringLiteral("link"));
-    options.stateFile = parser.value(QStringLiteral("state"));
-    options.serial = parser.value(QStringLiteral("serial")).toLatin1();
-    options.parent = parser.value(QStringLiteral("parent-pid")).toInt();
-    options.speed = parser.value(QStringLiteral("speed")).toDouble();
+    options.link = parser.value(u"link"_s);
+    options.stateFile = parser.value(u"state"_s);
+    options.serial = parser.value(u"serial"_s).toLatin1();
+    options.parent = parser.value(u"parent-pid"_s).toInt();
+    options.speed = parser.value(u"speed"_s).toDouble();
     if (options.speed < 1 || options.speed > 100'000) {
         complaint << "--speed takes a number from 1 to 100000\n";
         return std::nullopt;
@@ -81,8 +73,8 @@ std::optional<Options> readOptions(const QCommandLineParser& parser, QTextStream
         complaint << "--serial takes two capital letters and four digits\n";
         return std::nullopt;
     }
-    if (parser.isSet(QStringLiteral("fault"))) {
-        const auto fault = mixersim::parseFault(parser.value(QStringLiteral("fault")).toLatin1());
+    if (parser.isSet(u"fault"_s)) {
+        const auto fault = mixersim::parseFault(parser.value(u"fault"_s).toLatin1());
         if (!fault) {
             complaint << "--fault takes one of: " << mixersim::faultNames().join(' ') << '\n';
             return std::nullopt;
@@ -127,7 +119,7 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     addOptions(parser);
     parser.process(application);
-    if (parser.isSet(QStringLiteral("list-faults"))) {
+    if (parser.isSet(u"list-faults"_s)) {
         out << mixersim::faultNames().join('\n') << Qt::endl;
         return 0;
     }

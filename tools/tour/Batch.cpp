@@ -33,11 +33,10 @@ void Batch::announceQuantity() {
 
 void Batch::mix() {
     Visitor& visitor = m_visitor;
-    requireSame("the current formula",
-                visitor.find<QLineEdit>("txtfrm_Name").text(), m_formula);
-    visitor.wait("the formula on the mixer", [&] {
-        return visitor.find<QAbstractButton>("mixerStart").isEnabled();
-    }, 30'000);
+    requireSame("the current formula", visitor.find<QLineEdit>("txtfrm_Name").text(), m_formula);
+    visitor.wait(
+        "the formula on the mixer", [&] { return visitor.find<QAbstractButton>("mixerStart").isEnabled(); },
+        30'000);
     requireSame("the mixer's formula", visitor.find<QLabel>("mixerFormula").text(), m_formula);
     visitor.picture("formula-on-the-mixer");
 
@@ -48,17 +47,18 @@ void Batch::mix() {
     });
     visitor.click("mixerStart");
     const auto* pause = visitor.window().findChild<QAbstractButton*>("mixerPause");
-    visitor.wait("the running mix", [&] { return asked || (pause && pause->isVisible()); }, 30'000);
+    visitor.wait(
+        "the running mix", [&] { return asked || (pause && pause->isVisible()); }, 30'000);
     // A moment into the mix, so that the ring has moved.
     if (!QTest::qWaitFor([&] { return asked; }, intoTheMix))
         visitor.picture("mixing");
-    visitor.wait("the end of the mix", [&] { return asked; }, longestMix);
+    visitor.wait(
+        "the end of the mix", [&] { return asked; }, longestMix);
     visitor.settle();
 }
 
 void Batch::sign(QWidget& dialog, const QString& first, const QString& second) {
-    requireSame("the formula to sign",
-                Visitor::find<QLineEdit>(dialog, "txtfrm_Name").text(), m_formula);
+    requireSame("the formula to sign", Visitor::find<QLineEdit>(dialog, "txtfrm_Name").text(), m_formula);
     Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), first);
     Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), second);
     m_visitor.picture("initials", &dialog);

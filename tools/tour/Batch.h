@@ -7,6 +7,8 @@
 
 namespace tour {
 
+using namespace Qt::StringLiterals;
+
 class Batch {
 public:
     Batch(Visitor& visitor, QString formula, int quantity);
@@ -22,8 +24,8 @@ public:
     /// Requires the program to be back on the formulas.
     void requireFormulas() const;
 
-    static inline const QString compounder = QStringLiteral("MR");
-    static inline const QString verifier = QStringLiteral("JT");
+    static inline const QString compounder = u"MR"_s;
+    static inline const QString verifier = u"JT"_s;
 
 private:
     Visitor& m_visitor;

@@ -12,12 +12,10 @@ void EmptyRecords::addChemicals() {
     m_visitor.tool("cmdChemicals");
     m_visitor.picture("chemicals-none");
     m_visitor.tool("cmdCancel");  // the screen begins unlocked
-    addChemical({"Zinc Oxide", "00000-0101-01", "GMS",
-                 "PWD", "ZN-77", "Harbor Apothecary Supply",
-                 "0.06", "0.14", "Sieve before use."});
+    addChemical({"Zinc Oxide", "00000-0101-01", "GMS", "PWD", "ZN-77", "Harbor Apothecary Supply", "0.06",
+                 "0.14", "Sieve before use."});
     m_visitor.picture("chemical");
-    addChemical({"White Petrolatum", "00000-0202-02", "GMS",
-                 "UNG", "WP-12", "Northfield Fine Chemicals",
+    addChemical({"White Petrolatum", "00000-0202-02", "GMS", "UNG", "WP-12", "Northfield Fine Chemicals",
                  "0.02", "0.05", QString()});
 }
 
@@ -39,8 +37,7 @@ void EmptyRecords::addChemical(const Chemical& chemical) {
 void EmptyRecords::save() {
     m_visitor.tool("cmdSave");
     m_visitor.requireNoReport();
-    require(m_visitor.find<QAbstractButton>("cmdEdit").isEnabled(),
-            "what was typed is not saved.");
+    require(m_visitor.find<QAbstractButton>("cmdEdit").isEnabled(), "what was typed is not saved.");
 }
 
 void EmptyRecords::addFormula() {
@@ -69,9 +66,8 @@ void EmptyRecords::addFormula() {
 }
 
 void EmptyRecords::addIngredient(const QString& chemical, const QString& quantity) {
-    m_visitor.robot().expectLine("Enter all or part of chemical name", chemical, [this](QWidget& box) {
-        m_visitor.picture("which-chemical", &box);
-    });
+    m_visitor.robot().expectLine("Enter all or part of chemical name", chemical,
+                                 [this](QWidget& box) { m_visitor.picture("which-chemical", &box); });
     m_visitor.robot().expectLine("Input desired quantity for chemical", quantity);
     m_visitor.click("cmdAdd");
     m_visitor.settle();
@@ -101,17 +97,21 @@ void EmptyRecords::typeProgramme() {
 void EmptyRecords::addPatient() {
     m_visitor.tool("cmdPatients");
     m_visitor.tool("cmdNew");
-    const std::pair<const char*, const char*> fields[] = {
-        {"txtpat_FName", "Edith"},     {"txtpat_LName", "Holloway"},      {"txtpat_Address1", "9 Mill Road"},
-        {"txtpat_City", "Millbrook"},  {"txtpat_State", "OH"},            {"txtpat_Zip", "44017"},
-        {"txtpat_Country", "USA"},     {"txtpat_Phone", "440-555-0190"},  {"txtpat_Notes", "Prefers the small jar."}};
+    const std::pair<const char*, const char*> fields[] = {{"txtpat_FName", "Edith"},
+                                                          {"txtpat_LName", "Holloway"},
+                                                          {"txtpat_Address1", "9 Mill Road"},
+                                                          {"txtpat_City", "Millbrook"},
+                                                          {"txtpat_State", "OH"},
+                                                          {"txtpat_Zip", "44017"},
+                                                          {"txtpat_Country", "USA"},
+                                                          {"txtpat_Phone", "440-555-0190"},
+                                                          {"txtpat_Notes", "Prefers the small jar."}};
     for (const auto& [name, text] : fields)
         m_visitor.type(QLatin1String(name), QLatin1String(text));
     m_visitor.picture("new-patient");
     m_visitor.openTab(1);
-    m_visitor.robot().expectLine("Enter all or part of Log name", formulaName.left(7), [this](QWidget& box) {
-        m_visitor.picture("which-batch", &box);
-    });
+    m_visitor.robot().expectLine("Enter all or part of Log name", formulaName.left(7),
+                                 [this](QWidget& box) { m_visitor.picture("which-batch", &box); });
     m_visitor.click("cmdAddRX");
     m_visitor.settle();
     save();

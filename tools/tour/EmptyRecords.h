@@ -5,6 +5,8 @@
 
 namespace tour {
 
+using namespace Qt::StringLiterals;
+
 struct Chemical {
     QString name, code, units, form, lot, supplier, cost, awp, notes;
 };
@@ -17,8 +19,8 @@ public:
     void addFormula();
     void addPatient();
 
-    static inline const QString formulaName = QStringLiteral("Sixteen Step Salve");
-    static inline const QString lastName = QStringLiteral("Holloway");
+    static inline const QString formulaName = u"Sixteen Step Salve"_s;
+    static inline const QString lastName = u"Holloway"_s;
     static constexpr int baseQuantity = 100;
     static constexpr int steps = 16;
     /// Settings of a step, counted from 0, in steps of the arrows.

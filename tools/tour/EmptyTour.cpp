@@ -13,6 +13,8 @@
 #include <QProcess>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
@@ -24,15 +26,12 @@ constexpr int secondQuantity = 150;
 EmptyTour::EmptyTour(const QString& programFolder, const QString& pictureFolder)
     : m_folder(programFolder), m_visitor(pictureFolder, "empty-"), m_program(m_visitor, programFolder) {}
 
-QString EmptyTour::database() const {
-    return QDir(m_folder).filePath("sorvanto.mdb");
-}
+QString EmptyTour::database() const { return QDir(m_folder).filePath("sorvanto.mdb"); }
 
 void EmptyTour::makeDatabase() const {
-    require(!QFile::exists(database()), QStringLiteral("there is a database in %1 already.").arg(m_folder));
+    require(!QFile::exists(database()), u"there is a database in %1 already."_s.arg(m_folder));
     const QString tool = QDir(QCoreApplication::applicationDirPath()).filePath("sorvanto-db");
-    require(QProcess::execute(tool, {"create", database()}) == 0,
-            QStringLiteral("%1 made no database.").arg(tool));
+    require(QProcess::execute(tool, {"create", database()}) == 0, u"%1 made no database."_s.arg(tool));
 }
 
 void EmptyTour::run() {
@@ -87,19 +86,21 @@ void EmptyTour::requireRecords() const {
     count("the number of formulas", "SELECT count(*) FROM Formula", 1);
     count("the number of batches", "SELECT count(*) FROM Log", 2);
     count("the number of prescriptions", "SELECT count(*) FROM RXs", 1);
-    count("the number of matching prescriptions",
-          QStringLiteral("SELECT count(*) FROM RXs JOIN Log ON Log.LogID = RXs.LogID JOIN Patient ON "
-                         "Patient.PatientID = RXs.PatientID WHERE rxs_Cost = log_AWP AND rxs_Price = log_Cost "
-                         "AND rxs_QTY = log_Quantity AND pat_LName = '%1' AND Log.LogID = (SELECT min(LogID) FROM Log)")
-              .arg(EmptyRecords::lastName), 1);
+    count(
+        "the number of matching prescriptions",
+        u"SELECT count(*) FROM RXs JOIN Log ON Log.LogID = RXs.LogID JOIN Patient ON "
+        u"Patient.PatientID = RXs.PatientID WHERE rxs_Cost = log_AWP AND rxs_Price = log_Cost "
+        u"AND rxs_QTY = log_Quantity AND pat_LName = '%1' AND Log.LogID = (SELECT min(LogID) FROM Log)"_s.arg(
+            EmptyRecords::lastName),
+        1);
     const QString programme = file.value("SELECT frm_Mix FROM Formula");
     requireSame("the number of stored steps", QString::number(programme.count("<Mix ")),
                 QString::number(EmptyRecords::steps));
     for (int step = 0; step < EmptyRecords::steps; ++step) {
-        const QString expected = QStringLiteral("LiftRPM=\"%1\" MixRPM=\"%2\"")
-                                     .arg(EmptyRecords::liftSetting(step) * 24).arg(EmptyRecords::speedSetting(step) * 12);
+        const QString expected = u"LiftRPM=\"%1\" MixRPM=\"%2\""_s.arg(EmptyRecords::liftSetting(step) * 24)
+                                     .arg(EmptyRecords::speedSetting(step) * 12);
         require(programme.section("<Mix ", step + 1, step + 1).startsWith(expected),
-                QStringLiteral("step %1 of the stored programme is not %2.").arg(step + 1).arg(expected));
+                u"step %1 of the stored programme is not %2."_s.arg(step + 1).arg(expected));
     }
 }
 

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
@@ -55,7 +57,7 @@ Paper::Paper(Visitor& visitor, QString pdfFolder, QString programFolder)
 
 void Paper::print(const QString& entry, const QString& pdf, const Announce& dialogs) {
     platform::PreviewWindow& shown = preview(entry, dialogs);
-    m_visitor.picture(QStringLiteral("preview-") + pdf.section(QLatin1Char('.'), 0, 0), &shown);
+    m_visitor.picture(u"preview-"_s + pdf.section('.'_L1, 0, 0), &shown);
     savePdf(shown, pdf);
     close(shown);
 }
@@ -66,8 +68,8 @@ platform::PreviewWindow& Paper::preview(const QString& entry, const Announce& di
     m_visitor.menu("cmdPrint", entry);
     m_visitor.requireNoReport();
     platform::PreviewWindow* const shown = previewOnShow();
-    require(shown, QStringLiteral("no preview came for %1.").arg(entry));
-    m_visitor.wait(QStringLiteral("the last page of %1").arg(entry), [&] { return shown->isComplete(); });
+    require(shown, u"no preview came for %1."_s.arg(entry));
+    m_visitor.wait(u"the last page of %1"_s.arg(entry), [&] { return shown->isComplete(); });
     return *shown;
 }
 
@@ -135,7 +137,7 @@ Paper::Announce Paper::labels(int count, int position) {
         m_visitor.robot().expectDialog("frmSelPrint", [this, count, position](QWidget& dialog) {
             Visitor::type(Visitor::find<QWidget>(dialog, "txtLabels"), QString::number(count));
             pictureOnce("label-positions", dialog);
-            Visitor::click(Visitor::find<QWidget>(dialog, QStringLiteral("cmdPosition_%1").arg(position)));
+            Visitor::click(Visitor::find<QWidget>(dialog, u"cmdPosition_%1"_s.arg(position)));
         });
     };
 }

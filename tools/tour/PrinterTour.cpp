@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
@@ -81,14 +83,15 @@ void PrinterTour::printOn(const QString& printer, const QStringList& offered) {
     choosePrinter(printer, offered);
     saveAndPrint(worksheet(), "worksheet.pdf", printer);
     m_visitor.tool("cmdLogs");
-    saveAndPrint(m_paper.preview("mnuLabel", m_paper.labels(labels, rowTwoColumnThree)), "batch-labels.pdf", printer);
+    saveAndPrint(m_paper.preview("mnuLabel", m_paper.labels(labels, rowTwoColumnThree)), "batch-labels.pdf",
+                 printer);
     m_program.leave();
 }
 
 void PrinterTour::printOnMissing(const QString& printer) {
     m_program.start();
     platform::PreviewWindow& sheet = worksheet();
-    m_visitor.robot().expectBox(QStringLiteral("The printer \"%1\" is not on this computer.").arg(printer), "OK",
+    m_visitor.robot().expectBox(u"The printer \"%1\" is not on this computer."_s.arg(printer), "OK",
                                 [this](QWidget& box) { m_visitor.picture("missing", &box); });
     m_visitor.robot().expectDialog("printDialog",
                                    [](QWidget& dialog) { press(dialog, QDialogButtonBox::Cancel); });
@@ -113,10 +116,11 @@ void PrinterTour::printOnRefusing(const QString& printer) {
     expectPrintDialog(printer);
     pressPrint(sheet);
     const QString report = m_visitor.find<QLabel>("lblReport").text();
-    require(report.contains(printer), QStringLiteral("the refused sheet is reported as \"%1\".").arg(report));
+    require(report.contains(printer), u"the refused sheet is reported as \"%1\"."_s.arg(report));
     m_visitor.picture("refused", &sheet);
-    requireSame("the notice in the preview", Visitor::find<QLabel>(sheet, "noticeLine").text().section(':', 0, 0),
-                QStringLiteral("Printer %1 did not take the document").arg(printer));
+    requireSame("the notice in the preview",
+                Visitor::find<QLabel>(sheet, "noticeLine").text().section(':', 0, 0),
+                u"Printer %1 did not take the document"_s.arg(printer));
     m_paper.close(sheet);
     m_program.leave();
 }

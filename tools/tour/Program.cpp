@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 
 Program::Program(Visitor& visitor, const QString& folder) : m_visitor(visitor) {
@@ -27,7 +29,7 @@ Program::~Program() {
 void Program::start(int language) {
     m_visitor.robot().mayCome("frmWizard", [this, language](QWidget& wizard) {
         m_visitor.picture("language-wizard", &wizard);
-        Visitor::click(Visitor::find<QPushButton>(wizard, QStringLiteral("optLanguage_%1").arg(language)));
+        Visitor::click(Visitor::find<QPushButton>(wizard, u"optLanguage_%1"_s.arg(language)));
     });
     m_window = std::make_unique<sorvanto::frmMain>();
     m_asker.setParent(m_window.get());
@@ -52,7 +54,7 @@ void Program::menuBar(const QString& menu, const QString& entry) {
         m_visitor.settle();
         return;
     }
-    stopTour(QStringLiteral("there is no menu %1.").arg(menu));
+    stopTour(u"there is no menu %1."_s.arg(menu));
 }
 
 void Program::leave() {

@@ -5,23 +5,23 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 
 RawDatabase::RawDatabase(const QString& path) {
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &m_handle, SQLITE_OPEN_READONLY, nullptr);
-    require(code == SQLITE_OK, QStringLiteral("the database %1 can't be read.").arg(path));
+    require(code == SQLITE_OK, u"the database %1 can't be read."_s.arg(path));
     sqlite3_busy_timeout(m_handle, 5000);
 }
 
-RawDatabase::~RawDatabase() {
-    sqlite3_close(m_handle);
-}
+RawDatabase::~RawDatabase() { sqlite3_close(m_handle); }
 
 QList<QStringList> RawDatabase::rows(const QString& statement) const {
     sqlite3_stmt* prepared = nullptr;
     const int code = sqlite3_prepare_v2(m_handle, statement.toUtf8().constData(), -1, &prepared, nullptr);
-    require(code == SQLITE_OK, QStringLiteral("the file refuses \"%1\": %2")
-                                   .arg(statement, QString::fromUtf8(sqlite3_errmsg(m_handle))));
+    require(code == SQLITE_OK,
+            u"the file refuses \"%1\": %2"_s.arg(statement, QString::fromUtf8(sqlite3_errmsg(m_handle))));
     QList<QStringList> all;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
         QStringList row;
@@ -35,7 +35,7 @@ QList<QStringList> RawDatabase::rows(const QString& statement) const {
 
 QString RawDatabase::value(const QString& statement) const {
     const auto all = rows(statement);
-    require(all.size() == 1, QStringLiteral("\"%1\" gives %2 rows instead of one.").arg(statement).arg(all.size()));
+    require(all.size() == 1, u"\"%1\" gives %2 rows instead of one."_s.arg(statement).arg(all.size()));
     return all.first().first();
 }
 

@@ -16,15 +16,15 @@
 #include <cstdlib>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
-const QString formulaName = QStringLiteral("Hydrocortisone 1% Cream");
+const QString formulaName = u"Hydrocortisone 1% Cream"_s;
 constexpr int quantity = 35;
 
-QString lotOf(const QWidget& dialog) {
-    return Visitor::find<QLabel>(dialog, "lbllog_Lot").text();
-}
+QString lotOf(const QWidget& dialog) { return Visitor::find<QLabel>(dialog, "lbllog_Lot").text(); }
 
 }  // namespace
 
@@ -32,13 +32,9 @@ RecoveryTour::RecoveryTour(const QString& programFolder)
     : m_folder(programFolder), m_visitor(QDir(programFolder).filePath("tour"), "recovery-"),
       m_program(m_visitor, programFolder) {}
 
-QString RecoveryTour::database() const {
-    return QDir(m_folder).filePath("sorvanto.mdb");
-}
+QString RecoveryTour::database() const { return QDir(m_folder).filePath("sorvanto.mdb"); }
 
-int RecoveryTour::logged() const {
-    return RawDatabase(database()).number("SELECT count(*) FROM Log");
-}
+int RecoveryTour::logged() const { return RawDatabase(database()).number("SELECT count(*) FROM Log"); }
 
 void RecoveryTour::chooseAndMake(const Robot::Script& signing) {
     m_program.start();
@@ -72,8 +68,7 @@ void RecoveryTour::signInVain(const QString& initials) {
     std::printf("%s\n", qUtf8Printable(lot));
     m_visitor.picture("refused-initials");
     const QString report = m_visitor.find<QLabel>("lblReport").text();
-    require(report.contains("clsLog:addLog"),
-            QStringLiteral("the refused entry is reported as \"%1\".").arg(report));
+    require(report.contains("clsLog:addLog"), u"the refused entry is reported as \"%1\"."_s.arg(report));
     requireSame("the number of batches in the log", QString::number(logged()), QString::number(before));
     requireOffer(lot);
     m_program.leave();
@@ -82,7 +77,7 @@ void RecoveryTour::signInVain(const QString& initials) {
 void RecoveryTour::requireOffer(const QString& lot) {
     const QString offer = m_visitor.find<QLabel>("mixerOffer").text();
     for (const QString& part : {formulaName, QString::number(quantity), lot})
-        require(offer.contains(part), QStringLiteral("the offer \"%1\" does not name %2.").arg(offer, part));
+        require(offer.contains(part), u"the offer \"%1\" does not name %2."_s.arg(offer, part));
 }
 
 void RecoveryTour::logOffer() {
@@ -109,8 +104,8 @@ void RecoveryTour::logOffer() {
 
 void RecoveryTour::startSecond() {
     bool refused = false;
-    m_visitor.robot().expectBox("Sorvanto control panel is already running, only one instance allowed.",
-                                "OK", [&](QWidget& box) {
+    m_visitor.robot().expectBox("Sorvanto control panel is already running, only one instance allowed.", "OK",
+                                [&](QWidget& box) {
                                     refused = true;
                                     m_visitor.picture("second-instance", &box);
                                 });

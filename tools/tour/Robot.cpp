@@ -14,6 +14,8 @@
 #include <QTimer>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
@@ -26,8 +28,8 @@ QString promptOf(const QWidget& window) {
 }
 
 bool isNamed(const QWidget& window, const QString& name) {
-    return window.objectName() == name
-           || QString::fromLatin1(window.metaObject()->className()).section("::", -1) == name;
+    return window.objectName() == name ||
+           QString::fromLatin1(window.metaObject()->className()).section("::", -1) == name;
 }
 
 void press(QWidget& window, const QString& button) {
@@ -45,7 +47,7 @@ QAction* entryOf(const QWidget& menu, const QString& name) {
 void chooseEntry(QWidget& window, const QString& name) {
     auto& menu = dynamic_cast<QMenu&>(window);
     const QAction* entry = entryOf(menu, name);
-    require(entry->isEnabled(), QStringLiteral("The menu entry %1 is off.").arg(name));
+    require(entry->isEnabled(), u"The menu entry %1 is off."_s.arg(name));
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(const_cast<QAction*>(entry)).center());
 }
 
@@ -57,7 +59,8 @@ Robot::Robot() {
 }
 
 void Robot::expectDialog(const QString& name, Script script) {
-    m_expected.push_back({name, [name](const QWidget& window) { return isNamed(window, name); }, std::move(script)});
+    m_expected.push_back(
+        {name, [name](const QWidget& window) { return isNamed(window, name); }, std::move(script)});
 }
 
 void Robot::mayCome(const QString& name, Script script) {
@@ -66,7 +69,7 @@ void Robot::mayCome(const QString& name, Script script) {
 }
 
 void Robot::expectBox(const QString& part, const QString& button, Script before) {
-    m_expected.push_back({QStringLiteral("the message \"%1\"").arg(part),
+    m_expected.push_back({u"the message \"%1\""_s.arg(part),
                           [part](const QWidget& window) { return promptOf(window).contains(part); },
                           [button, before = std::move(before)](QWidget& window) {
                               if (before)
@@ -82,7 +85,7 @@ void Robot::alwaysAnswer(const QString& part, const QString& button) {
 }
 
 void Robot::expectLine(const QString& part, const QString& answer, Script before) {
-    m_expected.push_back({QStringLiteral("the question \"%1\"").arg(part),
+    m_expected.push_back({u"the question \"%1\""_s.arg(part),
                           [part](const QWidget& window) {
                               return promptOf(window).contains(part) && window.findChild<QLineEdit*>("line");
                           },
@@ -96,7 +99,7 @@ void Robot::expectLine(const QString& part, const QString& answer, Script before
 }
 
 void Robot::expectMenu(const QString& entry, Script before) {
-    Expected menu{QStringLiteral("the menu with ") + entry,
+    Expected menu{u"the menu with "_s + entry,
                   [entry](const QWidget& window) { return entryOf(window, entry) != nullptr; },
                   [entry, before = std::move(before)](QWidget& window) {
                       if (before)
@@ -107,8 +110,9 @@ void Robot::expectMenu(const QString& entry, Script before) {
 }
 
 bool Robot::idle() const {
-    return std::all_of(m_expected.begin(), m_expected.end(), [](const Expected& each) { return each.optional; })
-           && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
+    return std::all_of(m_expected.begin(), m_expected.end(),
+                       [](const Expected& each) { return each.optional; }) &&
+           !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
 }
 
 QString Robot::awaited() const {
@@ -118,7 +122,7 @@ QString Robot::awaited() const {
             names << each.what;
     }
     if (const QWidget* modal = QApplication::activeModalWidget())
-        names << QStringLiteral("the end of ") + described(*modal);
+        names << u"the end of "_s + described(*modal);
     return names.join(", ");
 }
 
@@ -162,7 +166,7 @@ void Robot::watch(const QWidget* stays) {
     if (!stays)
         m_lastAnswer.restart();
     else if (m_lastAnswer.hasExpired(longestStay))
-        stopTour(QStringLiteral("%1 does not close.").arg(described(*stays)));
+        stopTour(u"%1 does not close."_s.arg(described(*stays)));
 }
 
 void Robot::answer(QWidget& window) {
@@ -170,13 +174,12 @@ void Robot::answer(QWidget& window) {
         if (each.fits(window))
             return each.act(window);
     }
-    auto found = std::find_if(m_expected.begin(), m_expected.end(), [&](const Expected& each) {
-        return !each.optional || each.fits(window);
-    });
+    auto found = std::find_if(m_expected.begin(), m_expected.end(),
+                              [&](const Expected& each) { return !each.optional || each.fits(window); });
     if (found == m_expected.end())
-        stopTour(QStringLiteral("nobody expected %1.").arg(described(window)));
+        stopTour(u"nobody expected %1."_s.arg(described(window)));
     if (!found->fits(window))
-        stopTour(QStringLiteral("%1 was expected, but there is %2.").arg(found->what, described(window)));
+        stopTour(u"%1 was expected, but there is %2."_s.arg(found->what, described(window)));
     const Expected taken = std::move(*found);
     m_expected.erase(m_expected.begin(), found + 1);
     taken.act(window);
@@ -186,8 +189,8 @@ QString Robot::described(const QWidget& window) {
     const QString prompt = promptOf(window);
     const QString name = window.objectName().isEmpty() ? QString::fromLatin1(window.metaObject()->className())
                                                        : window.objectName();
-    return prompt.isEmpty() ? QStringLiteral("the window %1 \"%2\"").arg(name, window.windowTitle())
-                            : QStringLiteral("the message \"%1\"").arg(prompt);
+    return prompt.isEmpty() ? u"the window %1 \"%2\""_s.arg(name, window.windowTitle())
+                            : u"the message \"%1\""_s.arg(prompt);
 }
 
 }  // namespace tour

@@ -57,9 +57,9 @@ private:
     static QString described(const QWidget& window);
 
     std::vector<Expected> m_expected, m_always;
-    QList<QPointer<QWidget>> m_seen;   ///< windows already dealt with
-    QPointer<QWidget> m_coming;        ///< seen once; it gets a moment to be laid out
-    QElapsedTimer m_lastAnswer;        ///< since the last window was answered
+    QList<QPointer<QWidget>> m_seen;  ///< windows already dealt with
+    QPointer<QWidget> m_coming;       ///< seen once; it gets a moment to be laid out
+    QElapsedTimer m_lastAnswer;       ///< since the last window was answered
 };
 
 }  // namespace tour

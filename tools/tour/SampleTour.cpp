@@ -11,17 +11,17 @@
 #include <QDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
-const QString formulaName = QStringLiteral("Hydrocortisone 1% Cream");
+const QString formulaName = u"Hydrocortisone 1% Cream"_s;
 constexpr int quantity = 35;
 constexpr int labels = 3;
 constexpr int rowTwoColumnThree = 6;
 
-QString tourFolder(const QString& programFolder) {
-    return QDir(programFolder).filePath("tour");
-}
+QString tourFolder(const QString& programFolder) { return QDir(programFolder).filePath("tour"); }
 
 QModelIndex rowWith(const platform::RecordGrid& grid, const QString& name) {
     for (int row = 0; row < grid.model()->rowCount(); ++row) {
@@ -31,14 +31,14 @@ QModelIndex rowWith(const platform::RecordGrid& grid, const QString& name) {
                 return cell;
         }
     }
-    stopTour(QStringLiteral("the list does not show %1.").arg(name));
+    stopTour(u"the list does not show %1."_s.arg(name));
 }
 
 }  // namespace
 
 SampleTour::SampleTour(const QString& programFolder)
-    : m_folder(programFolder), m_visitor(tourFolder(programFolder), QString()), m_program(m_visitor, programFolder),
-      m_paper(m_visitor, tourFolder(programFolder), programFolder) {}
+    : m_folder(programFolder), m_visitor(tourFolder(programFolder), QString()),
+      m_program(m_visitor, programFolder), m_paper(m_visitor, tourFolder(programFolder), programFolder) {}
 
 void SampleTour::run() {
     m_program.start();
@@ -55,9 +55,7 @@ void SampleTour::run() {
     m_program.leave();
 }
 
-QStringList SampleTour::files() const {
-    return m_visitor.pictures() + m_paper.files();
-}
+QStringList SampleTour::files() const { return m_visitor.pictures() + m_paper.files(); }
 
 void SampleTour::chooseFormula() {
     m_visitor.picture("start");
@@ -76,7 +74,7 @@ void SampleTour::chooseFormula() {
 
 void SampleTour::lookAtFormula() {
     for (const char* tab : {"formula-general", "formula-ingredients", "formula-mix-options"}) {
-        m_visitor.openTab(tab == QLatin1String("formula-general") ? 0 : tab == QLatin1String("formula-ingredients") ? 1 : 2);
+        m_visitor.openTab(tab == "formula-general"_L1 ? 0 : tab == "formula-ingredients"_L1 ? 1 : 2);
         m_visitor.picture(QLatin1String(tab));
     }
     m_visitor.openTab(0);
@@ -104,8 +102,7 @@ void SampleTour::lookAtLog() {
     const RawDatabase file(QDir(m_folder).filePath("sorvanto.mdb"));
     m_visitor.requireText("txtlog_Name", formulaName);
     m_visitor.requireText("txtlog_Quantity", QString::number(quantity));
-    m_visitor.requireText("txtlog_Lot",
-                          file.value("SELECT log_Lot FROM Log ORDER BY LogID DESC LIMIT 1"));
+    m_visitor.requireText("txtlog_Lot", file.value("SELECT log_Lot FROM Log ORDER BY LogID DESC LIMIT 1"));
     m_visitor.requireText("txtlog_Initials", Batch::compounder);
     m_visitor.requireText("txtlog_Verified", Batch::verifier);
     const char* const tabs[] = {"log-general", "log-ingredients", "log-mix-options", "log-mix-results"};

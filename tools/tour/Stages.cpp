@@ -9,27 +9,27 @@
 #include <QDir>
 #include <QProcess>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
-const QString database = QStringLiteral("sorvanto.mdb");
-const QString port = QStringLiteral("ports/COM1");
+const QString database = u"sorvanto.mdb"_s;
+const QString port = u"ports/COM1"_s;
 constexpr int germanNumber = 2;
 
-QDir tourFolder(const QString& programFolder) {
-    return QDir(QDir(programFolder).filePath("tour"));
-}
+QDir tourFolder(const QString& programFolder) { return QDir(QDir(programFolder).filePath("tour")); }
 
 /// A new folder below "tour" with the languages and the port of the program's own.
 QDir scratchFolder(const QString& programFolder, const QString& name) {
     QDir folder(tourFolder(programFolder).filePath(name));
     require(folder.removeRecursively() && folder.mkpath("ports"),
-            QStringLiteral("%1 can't be made anew.").arg(folder.path()));
+            u"%1 can't be made anew."_s.arg(folder.path()));
     const QDir program(programFolder);
     for (const QString& language : program.entryList({"*Translation.xml"}, QDir::Files))
         QFile::copy(program.filePath(language), folder.filePath(language));
     require(QFile::link(program.absoluteFilePath(port), folder.filePath(port)),
-            QStringLiteral("the port can't be linked into %1.").arg(folder.path()));
+            u"the port can't be linked into %1."_s.arg(folder.path()));
     return folder;
 }
 
@@ -39,18 +39,18 @@ void runStage(const QStringList& arguments) {
     stage.start(QCoreApplication::applicationFilePath(), arguments);
     require(stage.waitForStarted() && stage.waitForFinished(-1), "a part of the tour does not run.");
     require(stage.exitStatus() == QProcess::NormalExit && stage.exitCode() == 0,
-            QStringLiteral("the part %1 failed.").arg(arguments.join(QLatin1Char(' '))));
+            u"the part %1 failed."_s.arg(arguments.join(' '_L1)));
 }
 
 }  // namespace
 
 void prepareFolder(const QString& programFolder) {
     require(QFile::exists(QDir(programFolder).filePath(database)),
-            QStringLiteral("there is no database in %1.").arg(programFolder));
+            u"there is no database in %1."_s.arg(programFolder));
     require(QFile::exists(QDir(programFolder).filePath(port)),
-            QStringLiteral("there is no mixer at ports/COM1 in %1.").arg(programFolder));
+            u"there is no mixer at ports/COM1 in %1."_s.arg(programFolder));
     const QDir folder = tourFolder(programFolder);
-    require(folder.mkpath("."), QStringLiteral("%1 can't be made.").arg(folder.path()));
+    require(folder.mkpath("."), u"%1 can't be made."_s.arg(folder.path()));
     for (const QString& name : folder.entryList({"*.png", "*.pdf"}, QDir::Files))
         QFile::remove(folder.filePath(name));
 }
@@ -71,13 +71,13 @@ void runDark(const QString& programFolder) {
 }
 
 void runLanguage(const QString& programFolder, const QString& pictureFolder, int language) {
-    Visitor visitor(pictureFolder, QStringLiteral("language%1-").arg(language));
+    Visitor visitor(pictureFolder, u"language%1-"_s.arg(language));
     Program program(visitor, programFolder);
     program.start(language);
     const auto showTabs = [&](const QString& name, int count) {
         for (int tab = 0; tab < count; ++tab) {
             visitor.openTab(tab);
-            visitor.picture(QStringLiteral("%1-%2").arg(name).arg(tab + 1));
+            visitor.picture(u"%1-%2"_s.arg(name).arg(tab + 1));
         }
     };
     visitor.search("Cold");
@@ -104,9 +104,7 @@ void runLanguage(const QString& programFolder, const QString& pictureFolder, int
     program.leave();
 }
 
-void runDarkStage(const QString& programFolder) {
-    runStage({programFolder, "--dark"});
-}
+void runDarkStage(const QString& programFolder) { runStage({programFolder, "--dark"}); }
 
 void runEmptyStage(const QString& programFolder) {
     const QDir empty = scratchFolder(programFolder, "empty");
@@ -116,7 +114,7 @@ void runEmptyStage(const QString& programFolder) {
 void runGermanStage(const QString& programFolder) {
     const QDir german = scratchFolder(programFolder, "german");
     require(QFile::copy(QDir(programFolder).filePath(database), german.filePath(database)),
-            QStringLiteral("the database can't be copied to %1.").arg(german.path()));
+            u"the database can't be copied to %1."_s.arg(german.path()));
     runStage({german.path(), "--language", QString::number(germanNumber), "--pictures",
               tourFolder(programFolder).path()});
 }

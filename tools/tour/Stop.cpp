@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 namespace {
 
@@ -12,9 +14,7 @@ std::function<void()> lastAct;
 
 }  // namespace
 
-void beforeStop(std::function<void()> last) {
-    lastAct = std::move(last);
-}
+void beforeStop(std::function<void()> last) { lastAct = std::move(last); }
 
 void stopTour(const QString& sentence) {
     std::fprintf(stderr, "The tour stops: %s\n", qUtf8Printable(sentence));
@@ -25,7 +25,7 @@ void stopTour(const QString& sentence) {
 }
 
 void requireSame(const QString& what, const QString& found, const QString& expected) {
-    require(found == expected, QStringLiteral("%1 is \"%2\" and should be \"%3\".").arg(what, found, expected));
+    require(found == expected, u"%1 is \"%2\" and should be \"%3\"."_s.arg(what, found, expected));
 }
 
 }  // namespace tour

@@ -14,14 +14,16 @@
 #include <QTabWidget>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tour {
 
 Visitor::Visitor(QString pictureFolder, QString prefix)
     : m_folder(std::move(pictureFolder)), m_prefix(std::move(prefix)) {
-    require(QDir().mkpath(m_folder), QStringLiteral("the folder %1 can't be made.").arg(m_folder));
+    require(QDir().mkpath(m_folder), u"the folder %1 can't be made."_s.arg(m_folder));
     beforeStop([this] {
         if (QWidget* top = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : m_window)
-            top->grab().save(QDir(m_folder).filePath(m_prefix + QStringLiteral("problem.png")));
+            top->grab().save(QDir(m_folder).filePath(m_prefix + u"problem.png"_s));
     });
 }
 
@@ -38,19 +40,18 @@ void Visitor::bringIntoView(QWidget& control) {
             QCoreApplication::processEvents();
         }
     }
-    require(!control.visibleRegion().isEmpty(),
-            QStringLiteral("%1 lies outside its window.").arg(control.objectName()));
+    require(!control.visibleRegion().isEmpty(), u"%1 lies outside its window."_s.arg(control.objectName()));
 }
 
 void Visitor::click(QWidget& control) {
-    require(control.isEnabled(), QStringLiteral("%1 is off.").arg(control.objectName()));
+    require(control.isEnabled(), u"%1 is off."_s.arg(control.objectName()));
     bringIntoView(control);
     QTest::mouseClick(&control, Qt::LeftButton, {}, control.visibleRegion().boundingRect().center());
 }
 
 void Visitor::type(QWidget& field, const QString& text) {
     require(field.isEnabled() && !field.property("readOnly").toBool(),
-            QStringLiteral("%1 can't be edited.").arg(field.objectName()));
+            u"%1 can't be edited."_s.arg(field.objectName()));
     bringIntoView(field);
     auto* memo = qobject_cast<QPlainTextEdit*>(&field);
     QTest::mouseClick(memo ? memo->viewport() : &field, Qt::LeftButton);
@@ -61,26 +62,26 @@ void Visitor::type(QWidget& field, const QString& text) {
 
 void Visitor::choose(platform::ChoiceBox& box, const QString& text) {
     const int row = box.findText(text);
-    require(row >= 0, QStringLiteral("%1 does not offer \"%2\".").arg(box.objectName(), text));
-    require(!box.isReadOnlyBox(), QStringLiteral("%1 can't be edited.").arg(box.objectName()));
+    require(row >= 0, u"%1 does not offer \"%2\"."_s.arg(box.objectName(), text));
+    require(!box.isReadOnlyBox(), u"%1 can't be edited."_s.arg(box.objectName()));
     click(box);
     require(QTest::qWaitFor([&] { return box.view()->isVisible(); }),
-            QStringLiteral("the list of %1 does not open.").arg(box.objectName()));
+            u"the list of %1 does not open."_s.arg(box.objectName()));
     QTest::keyClick(box.view(), Qt::Key_Home);
     for (int step = 0; step < row; ++step)
         QTest::keyClick(box.view(), Qt::Key_Down);
     QTest::keyClick(box.view(), Qt::Key_Return);
     require(QTest::qWaitFor([&] { return !box.view()->isVisible(); }),
-            QStringLiteral("the list of %1 does not close.").arg(box.objectName()));
+            u"the list of %1 does not close."_s.arg(box.objectName()));
 }
 
 void Visitor::step(platform::UpDown& upDown, int value) {
-    require(upDown.isEnabled(), QStringLiteral("%1 is off.").arg(upDown.objectName()));
+    require(upDown.isEnabled(), u"%1 is off."_s.arg(upDown.objectName()));
     while (upDown.value() != value) {
         const int before = upDown.value();
-        click(find<QAbstractButton>(upDown, before < value ? QStringLiteral("up") : QStringLiteral("down")));
-        require(upDown.value() != before, QStringLiteral("%1 does not go beyond %2.")
-                                              .arg(upDown.objectName()).arg(before));
+        click(find<QAbstractButton>(upDown, before < value ? u"up"_s : u"down"_s));
+        require(upDown.value() != before,
+                u"%1 does not go beyond %2."_s.arg(upDown.objectName()).arg(before));
     }
 }
 
@@ -89,22 +90,17 @@ void Visitor::openTab(int index) {
         if (!tabs->isVisible())
             continue;
         QTabBar& bar = *tabs->tabBar();
-        require(bar.isTabEnabled(index), QStringLiteral("the tab \"%1\" is off.").arg(bar.tabText(index)));
+        require(bar.isTabEnabled(index), u"the tab \"%1\" is off."_s.arg(bar.tabText(index)));
         QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(index).center());
-        require(tabs->currentIndex() == index,
-                QStringLiteral("the tab \"%1\" does not open.").arg(bar.tabText(index)));
+        require(tabs->currentIndex() == index, u"the tab \"%1\" does not open."_s.arg(bar.tabText(index)));
         return;
     }
     stopTour("there are no tabs on show.");
 }
 
-void Visitor::click(const QString& name) {
-    click(find<QWidget>(name));
-}
+void Visitor::click(const QString& name) { click(find<QWidget>(name)); }
 
-void Visitor::type(const QString& name, const QString& text) {
-    type(find<QWidget>(name), text);
-}
+void Visitor::type(const QString& name, const QString& text) { type(find<QWidget>(name), text); }
 
 void Visitor::choose(const QString& name, const QString& text) {
     choose(find<platform::ChoiceBox>(name), text);
@@ -112,7 +108,7 @@ void Visitor::choose(const QString& name, const QString& text) {
 
 void Visitor::tool(const QString& name) {
     auto& button = find<QAbstractButton>(name);
-    wait(QStringLiteral("the tool %1").arg(name), [&] { return button.isEnabled(); });
+    wait(u"the tool %1"_s.arg(name), [&] { return button.isEnabled(); });
     click(button);
     settle();
 }
@@ -131,12 +127,12 @@ void Visitor::search(const QString& text) {
 
 void Visitor::wait(const QString& what, const std::function<bool()>& holds, int milliseconds) {
     require(QTest::qWaitFor(holds, milliseconds),
-            QStringLiteral("%1 did not come within %2 seconds.").arg(what).arg(milliseconds / 1000));
+            u"%1 did not come within %2 seconds."_s.arg(what).arg(milliseconds / 1000));
 }
 
 void Visitor::settle(int milliseconds) {
     require(QTest::qWaitFor([this] { return m_robot.idle(); }, milliseconds),
-            QStringLiteral("still awaited after %1 seconds: %2.").arg(milliseconds / 1000).arg(m_robot.awaited()));
+            u"still awaited after %1 seconds: %2."_s.arg(milliseconds / 1000).arg(m_robot.awaited()));
     QCoreApplication::processEvents();
 }
 
@@ -152,16 +148,16 @@ void Visitor::requireText(const QString& name, const QString& expected) const {
 void Visitor::picture(const QString& name, QWidget* of) {
     QWidget& shown = of ? *of : window();
     QCoreApplication::processEvents();
-    const QString number = QStringLiteral("%1").arg(m_pictures.size() + 1, 2, 10, QLatin1Char('0'));
-    const QString path = QDir(m_folder).filePath(QStringLiteral("%1%2-%3.png").arg(m_prefix, number, name));
-    require(shown.grab().save(path), QStringLiteral("the picture %1 can't be written.").arg(path));
+    const QString number = u"%1"_s.arg(m_pictures.size() + 1, 2, 10, '0'_L1);
+    const QString path = QDir(m_folder).filePath(u"%1%2-%3.png"_s.arg(m_prefix, number, name));
+    require(shown.grab().save(path), u"the picture %1 can't be written."_s.arg(path));
     m_pictures << path;
 }
 
 void Visitor::requireNoReport() const {
     for (const auto* strip : window().findChildren<QLabel*>("lblReport")) {
         if (strip->isVisible())
-            stopTour(QStringLiteral("the program reports: %1").arg(strip->text()));
+            stopTour(u"the program reports: %1"_s.arg(strip->text()));
     }
 }
 

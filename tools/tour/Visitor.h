@@ -19,6 +19,8 @@ class UpDown;
 
 namespace tour {
 
+using namespace Qt::StringLiterals;
+
 class Visitor {
 public:
     /// Pictures go to the folder, each name with the prefix in front; the main window comes later.
@@ -35,10 +37,12 @@ public:
             if (each->isVisible() && each->window() == root.window())
                 return *each;
         }
-        stopTour(QStringLiteral("there is no %1 on show in \"%2\".").arg(name, root.window()->windowTitle()));
+        stopTour(u"there is no %1 on show in \"%2\"."_s.arg(name, root.window()->windowTitle()));
     }
     template <class T>
-    T& find(const QString& name) const { return find<T>(window(), name); }
+    T& find(const QString& name) const {
+        return find<T>(window(), name);
+    }
 
     static void click(QWidget& control);
     /// Replaces what a field holds.

@@ -17,9 +17,11 @@
 #include <QIcon>
 #include <QTextStream>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString name = QStringLiteral("Sorvanto Control Panel");
+const QString name = u"Sorvanto Control Panel"_s;
 
 void setUpApplication() {
     QApplication::setApplicationName(name);
@@ -47,8 +49,8 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &failing, &printers, &print,
-                                       &missing, &none, &refusing})
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &failing, &printers,
+                                       &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second, failing, printers, print,
                        missing, none, refusing});
@@ -68,8 +70,9 @@ void tourEverything(const QString& folder) {
     tour::runEmptyStage(folder);
     tour::SampleTour sample(folder);
     sample.run();
-    QTextStream(stdout) << "The tour is over: two batches and a prescription from an empty file, one batch of the sample "
-                           "pharmacy, all in their databases.\n";
+    QTextStream(stdout)
+        << "The tour is over: two batches and a prescription from an empty file, one batch of the sample "
+           "pharmacy, all in their databases.\n";
     tell(sample.files(), folder);
 }
 
@@ -90,8 +93,7 @@ bool tourPrinters(const QCommandLineParser& parser, const QString& folder) {
 
 void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     const auto isSet = [&](const char* option) { return parser.isSet(QLatin1String(option)); };
-    const QString pictures = isSet("pictures") ? parser.value("pictures")
-                                               : QDir(folder).filePath("tour");
+    const QString pictures = isSet("pictures") ? parser.value("pictures") : QDir(folder).filePath("tour");
     if (isSet("empty")) {
         tour::EmptyTour empty(folder, pictures);
         empty.run();
@@ -128,7 +130,7 @@ int main(int argc, char** argv) {
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(2);
     const QFileInfo folder(parser.positionalArguments().constFirst());
-    tour::require(folder.isDir(), QStringLiteral("there is no folder %1.").arg(folder.filePath()));
+    tour::require(folder.isDir(), u"there is no folder %1."_s.arg(folder.filePath()));
     platform::applyTheme(application, parser.isSet("dark"));
     QApplication::setQuitOnLastWindowClosed(false);
     tourOneStage(parser, folder.absoluteFilePath());

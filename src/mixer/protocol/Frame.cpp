@@ -31,8 +31,8 @@ int fromHex(QByteArrayView text) {
 }
 
 bool isFieldCharacter(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' || c == '-' ||
-           c == ':' || c == '_';
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' ||
+           c == '-' || c == ':' || c == '_';
 }
 
 bool isKind(const QByteArray& kind) {
@@ -41,7 +41,8 @@ bool isKind(const QByteArray& kind) {
 }
 
 bool isField(const QByteArray& field) {
-    return !field.isEmpty() && field.size() <= 24 && std::all_of(field.begin(), field.end(), isFieldCharacter);
+    return !field.isEmpty() && field.size() <= 24 &&
+           std::all_of(field.begin(), field.end(), isFieldCharacter);
 }
 
 }  // namespace

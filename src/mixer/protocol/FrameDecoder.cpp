@@ -6,8 +6,8 @@ namespace sorvanto::protocol {
 std::vector<Frame> FrameDecoder::feed(const QByteArray& bytes) {
     std::vector<Frame> frames;
     for (const char byte : bytes) {
-        const bool isStart = byte == static_cast<char>(Direction::ToMixer) ||
-                             byte == static_cast<char>(Direction::ToProgram);
+        const bool isStart =
+            byte == static_cast<char>(Direction::ToMixer) || byte == static_cast<char>(Direction::ToProgram);
         if (isStart) {
             if (!m_line.isEmpty())
                 ++m_damaged;

@@ -13,9 +13,7 @@ constexpr std::array<const char*, 6> stateWords{"IDLE", "LOADED", "MIXING", "PAU
 constexpr std::array<const char*, 5> reasonWords{"NONE", "USER", "LID", "ESTOP", "OVERLOAD"};
 constexpr int most = std::numeric_limits<int>::max();
 
-QByteArray idField(const MixId& id) {
-    return id.isEmpty() ? QByteArray("-") : id;
-}
+QByteArray idField(const MixId& id) { return id.isEmpty() ? QByteArray("-") : id; }
 
 Frame command(const char* kind, QByteArrayList fields = {}) {
     return {Direction::ToMixer, 0, kind, std::move(fields)};
@@ -33,8 +31,8 @@ QByteArrayList numbers(std::initializer_list<int> values) {
 }
 
 QByteArrayList headFields(const Programme& p) {
-    return QByteArrayList{idField(p.id)} + numbers({p.type, p.jar, p.quantity, p.preGrind, p.freeSpin,
-                                                    static_cast<int>(p.steps.size())});
+    return QByteArrayList{idField(p.id)} +
+           numbers({p.type, p.jar, p.quantity, p.preGrind, p.freeSpin, static_cast<int>(p.steps.size())});
 }
 
 QByteArrayList stepFields(int number, const Step& step) {
@@ -51,7 +49,8 @@ public:
         bool isNumber = false;
         const QByteArray text = next();
         const int value = text.toInt(&isNumber);
-        m_good = m_good && isNumber && QByteArray::number(value) == text && value >= lowest && value <= highest;
+        m_good =
+            m_good && isNumber && QByteArray::number(value) == text && value >= lowest && value <= highest;
         return value;
     }
     MixId mixId(bool mayBeNone) {

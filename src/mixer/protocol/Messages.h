@@ -54,14 +54,14 @@ enum class Reason { None, User, LidOpen, EmergencyStop, Overload };
 
 struct Status {
     MixerState state = MixerState::Idle;
-    MixId mix;             ///< the programme loaded or running; empty when there is none
-    int step = 0;          ///< running step from 1; 0 before the start
+    MixId mix;     ///< the programme loaded or running; empty when there is none
+    int step = 0;  ///< running step from 1; 0 before the start
     int steps = 0;
-    int secondsLeft = 0;   ///< of the whole programme
+    int secondsLeft = 0;  ///< of the whole programme
     int secondsTotal = 0;
-    int cycles = 0;        ///< lifting cycles done
-    int liftRpm = 0;       ///< now
-    int mixRpm = 0;        ///< now
+    int cycles = 0;   ///< lifting cycles done
+    int liftRpm = 0;  ///< now
+    int mixRpm = 0;   ///< now
     Reason reason = Reason::None;
     bool operator==(const Status&) const = default;
 };
@@ -82,22 +82,22 @@ struct MixResults {
 // Commands. The sequence number is set by the sender.
 Frame helloCommand(const QByteArray& session);
 Frame statusCommand();
-Frame loadCommand(const Programme& programme);            ///< all but the steps
-Frame stepCommand(int number, const Step& step);          ///< from 1, in order
-Frame readCommand(int number);                            ///< 0: what LOAD gave; n: step n
+Frame loadCommand(const Programme& programme);    ///< all but the steps
+Frame stepCommand(int number, const Step& step);  ///< from 1, in order
+Frame readCommand(int number);                    ///< 0: what LOAD gave; n: step n
 Frame startCommand(const MixId& mix);
 Frame pauseCommand();
 Frame resumeCommand();
 Frame stopCommand();
 Frame resultCommand(const MixId& mix);
-Frame clearCommand();                                     ///< leave Loaded, Done or Fault for Idle
+Frame clearCommand();  ///< leave Loaded, Done or Fault for Idle
 
 // What the mixer reads. Nothing when the frame is not that command or a value is out of range.
 std::optional<QByteArray> readHello(const Frame& frame);                ///< the session
 std::optional<std::pair<Programme, int>> readLoad(const Frame& frame);  ///< and the number of steps
 std::optional<std::pair<int, Step>> readStep(const Frame& frame);       ///< also of a reply
 std::optional<int> readRead(const Frame& frame);
-std::optional<MixId> readMixId(const Frame& frame);                     ///< of START and RESULT
+std::optional<MixId> readMixId(const Frame& frame);  ///< of START and RESULT
 
 // Replies: the frame answers the given command (its sequence number).
 Frame identityReply(const Frame& command, const Identity& identity);

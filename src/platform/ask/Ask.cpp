@@ -16,21 +16,13 @@ QString& title() {
 
 }  // namespace
 
-void setAsker(Asker* asker) {
-    current = asker;
-}
+void setAsker(Asker* asker) { current = asker; }
 
-Asker& asker() {
-    return deref(current);
-}
+Asker& asker() { return deref(current); }
 
-void setApplicationTitle(const QString& text) {
-    title() = text;
-}
+void setApplicationTitle(const QString& text) { title() = text; }
 
-QString applicationTitle() {
-    return title();
-}
+QString applicationTitle() { return title(); }
 
 Answer MsgBox(const QString& prompt, BoxStyle style, const std::optional<QString>& ownTitle) {
     return asker().messageBox(prompt, style, ownTitle.value_or(title()));

@@ -8,12 +8,14 @@
 #include <charconv>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
 constexpr int decimals = 4;
 
-[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, QStringLiteral("Overflow")); }
+[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
 
 std::int64_t counted(Decimal decimal) {
     decimal.round(decimals, Decimal::Tie::even);
@@ -38,7 +40,7 @@ Currency Currency::fromDouble(double value) {
 Currency Currency::fromText(const QString& text) {
     const auto decimal = Decimal::fromText(trimmed(text).toUtf8());
     if (!decimal)
-        throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+        throw RuntimeError(error::typeMismatch, u"Type mismatch"_s);
     return fromTenThousandths(counted(*decimal));
 }
 
@@ -46,7 +48,7 @@ QString Currency::toText() const {
     constexpr std::uint64_t unit = 10000;
     const auto bits = static_cast<std::uint64_t>(m_count);
     const std::uint64_t magnitude = m_count < 0 ? 0 - bits : bits;
-    QString text = m_count < 0 ? QStringLiteral("-") : QString();
+    QString text = m_count < 0 ? u"-"_s : QString();
     text += QString::number(magnitude / unit);
     if (magnitude % unit != 0) {
         text += u'.' + QString::number(magnitude % unit).rightJustified(decimals, u'0');

@@ -17,7 +17,11 @@ public:
     /// A number as text with a point ("12.5", " 3 ", "-0.07"), exact to its last digit, then rounded as
     /// above. Throws typeMismatch on anything else, overflow outside the 64-bit range.
     static Currency fromText(const QString& text);
-    static constexpr Currency fromTenThousandths(std::int64_t count) { Currency c; c.m_count = count; return c; }
+    static constexpr Currency fromTenThousandths(std::int64_t count) {
+        Currency c;
+        c.m_count = count;
+        return c;
+    }
 
     constexpr std::int64_t tenThousandths() const { return m_count; }
     double toDouble() const { return static_cast<double>(m_count) / 10000.0; }

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -24,9 +26,7 @@ QString plainBlanks(QString text) {
     return text;
 }
 
-bool isMark(const QString& text) {
-    return text.size() == 1 && QStringLiteral("/-.:,").contains(text);
-}
+bool isMark(const QString& text) { return text.size() == 1 && u"/-.:,"_s.contains(text); }
 
 /// What stands between the first two fields of a pattern, when it is a plain mark; else the other one.
 QString separatorIn(const QString& pattern, const QString& fields, const QString& otherwise) {
@@ -48,8 +48,8 @@ QString padded(int number, int width) { return QString::number(number).rightJust
 
 struct DateStyle::Scan {
     QList<int> numbers;
-    QList<int> widths;          ///< digits of each number
-    QStringList separators;     ///< before the first number, between them, behind the last
+    QList<int> widths;       ///< digits of each number
+    QStringList separators;  ///< before the first number, between them, behind the last
     enum class Half { none, am, pm } half = Half::none;
 };
 
@@ -73,11 +73,11 @@ void DateStyle::learnDate(const QString& pattern) {
         }
     }
     if (m_order.size() != 3) {
-        m_order = QStringLiteral("Mdy");
+        m_order = u"Mdy"_s;
         m_widths = {1, 1, 4};
     }
-    m_dateSeparator = separatorIn(pattern, QStringLiteral("dMy"), QStringLiteral("/"));
-    m_dateEnd = pattern.endsWith(u'.') ? QStringLiteral(".") : QString();
+    m_dateSeparator = separatorIn(pattern, u"dMy"_s, u"/"_s);
+    m_dateEnd = pattern.endsWith(u'.') ? u"."_s : QString();
 }
 
 void DateStyle::learnTime(const QString& pattern) {
@@ -86,7 +86,7 @@ void DateStyle::learnTime(const QString& pattern) {
     const qsizetype half = pattern.indexOf(u'a', 0, Qt::CaseInsensitive);
     m_halves = half >= 0 && !m_am.isEmpty() && m_am != m_pm;
     m_halfInFront = m_halves && half < hour;
-    m_timeSeparator = trimmed(separatorIn(pattern, QStringLiteral("Hhms"), QStringLiteral(":")));
+    m_timeSeparator = trimmed(separatorIn(pattern, u"Hhms"_s, u":"_s));
 }
 
 QString DateStyle::dateText(QDate date) const {
@@ -101,8 +101,8 @@ QString DateStyle::dateText(QDate date) const {
 
 QString DateStyle::timeText(QTime time) const {
     const int hour = m_halves ? (time.hour() + 11) % 12 + 1 : time.hour();
-    const QString text = padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2)
-                         + m_timeSeparator + padded(time.second(), 2);
+    const QString text = padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2) +
+                         m_timeSeparator + padded(time.second(), 2);
     if (!m_halves)
         return text;
     const QString& half = time.hour() < 12 ? m_am : m_pm;
@@ -115,9 +115,9 @@ bool DateStyle::takeHalf(const QString& word, Scan& scan) const {
     };
     if (scan.half != Scan::Half::none)
         return false;
-    if (is(m_am) || is(QStringLiteral("AM")))
+    if (is(m_am) || is(u"AM"_s))
         scan.half = Scan::Half::am;
-    else if (is(m_pm) || is(QStringLiteral("PM")))
+    else if (is(m_pm) || is(u"PM"_s))
         scan.half = Scan::Half::pm;
     return scan.half != Scan::Half::none;
 }
@@ -167,8 +167,8 @@ bool DateStyle::isTime(const Scan& scan) const {
     const QString& separator = scan.separators.at(1);
     if (separator == u":")
         return true;
-    const bool longNumber = std::any_of(scan.numbers.begin(), scan.numbers.end(),
-                                        [](int number) { return number > 99; });
+    const bool longNumber =
+        std::any_of(scan.numbers.begin(), scan.numbers.end(), [](int number) { return number > 99; });
     return separator == m_timeSeparator && !longNumber;
 }
 
@@ -182,13 +182,13 @@ QDate DateStyle::readDate(const Scan& scan) const {
                      scan.numbers.at(order.indexOf(u'M')), scan.numbers.at(order.indexOf(u'd')));
     };
     if (scan.numbers.at(0) > 99)
-        return in(QStringLiteral("yMd"));
+        return in(u"yMd"_s);
     if (separator == trimmed(m_dateSeparator)) {
         const QDate date = in(m_order);
         if (date.isValid())
             return date;
     }
-    return in(QStringLiteral("Mdy"));
+    return in(u"Mdy"_s);
 }
 
 QTime DateStyle::readTime(const Scan& scan, qsizetype first) const {

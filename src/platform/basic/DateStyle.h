@@ -34,13 +34,13 @@ private:
     QDate readDate(const Scan& scan) const;
     QTime readTime(const Scan& scan, qsizetype first) const;
 
-    QString m_order;                ///< "d", "M" and "y" in the locale's order
-    QList<int> m_widths;            ///< least digits of each
+    QString m_order;      ///< "d", "M" and "y" in the locale's order
+    QList<int> m_widths;  ///< least digits of each
     QString m_dateSeparator;
-    QString m_dateEnd;              ///< the full stop that some locales put behind a date
+    QString m_dateEnd;  ///< the full stop that some locales put behind a date
     QString m_timeSeparator;
     int m_hourWidth = 1;
-    bool m_halves = false;          ///< twelve hours with AM and PM
+    bool m_halves = false;  ///< twelve hours with AM and PM
     bool m_halfInFront = false;
     QString m_am;
     QString m_pm;

@@ -10,14 +10,14 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
 constexpr double secondsADay = 86400;
 
-[[noreturn]] void throwTypeMismatch() {
-    throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
-}
+[[noreturn]] void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
 
 /// Years that a date may have, as everywhere in this world of dates.
 bool inRange(const QDateTime& date) {
@@ -63,10 +63,10 @@ double toSerial(const QDateTime& date) {
 QDateTime fromSerial(double days) {
     constexpr double farthest = 3000000;  // beyond the year 9999
     if (!(std::abs(days) < farthest))
-        throw RuntimeError(error::overflow, QStringLiteral("Overflow"));
+        throw RuntimeError(error::overflow, u"Overflow"_s);
     const QDateTime date = zeroDate().addSecs(std::llround(days * secondsADay));
     if (!inRange(date))
-        throw RuntimeError(error::overflow, QStringLiteral("Overflow"));
+        throw RuntimeError(error::overflow, u"Overflow"_s);
     return date;
 }
 

@@ -8,6 +8,8 @@
 #include <charconv>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -20,10 +22,11 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 Decimal Decimal::fromDouble(double value) {
     if (!std::isfinite(value))
-        throw RuntimeError(error::overflow, QStringLiteral("Overflow"));
+        throw RuntimeError(error::overflow, u"Overflow"_s);
     std::array<char, 40> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   std::chars_format::scientific, significantDigits - 1).ptr;
+                                   std::chars_format::scientific, significantDigits - 1)
+                         .ptr;
     return *fromText(QByteArray(buffer.data(), end - buffer.data()));
 }
 
@@ -128,7 +131,7 @@ void Decimal::round(int decimals, Tie tie) {
 
 QByteArray Decimal::integerDigits() const {
     if (point <= 0)
-        return QByteArrayLiteral("0");
+        return "0"_ba;
     return digits.left(point).leftJustified(point, '0');
 }
 
@@ -141,7 +144,7 @@ QByteArray Decimal::fixed(int decimals) const {
     const QByteArray whole = integerDigits();
     const QByteArray fraction = fractionDigits(decimals);
     const bool allZero = whole.count('0') == whole.size() && fraction.count('0') == fraction.size();
-    QByteArray result = negative && !allZero ? QByteArrayLiteral("-") : QByteArray();
+    QByteArray result = negative && !allZero ? "-"_ba : QByteArray();
     result += whole;
     if (decimals > 0)
         result += '.' + fraction;

@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -60,7 +62,7 @@ QString format(const QVariant& value, const QString& picture) {
 
 QString formatDate(const QDateTime& date, const QString& picture) {
     if (!date.isValid())
-        throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+        throw RuntimeError(error::typeMismatch, u"Type mismatch"_s);
     QString text;
     for (qsizetype at = 0; at < picture.size();) {
         const QChar mark = picture.at(at);

@@ -21,8 +21,8 @@ NumberPicture::NumberPicture(const QString& section) {
     }
     qsizetype end = first;
     bool point = false;
-    while (end < section.size() && (isPlace(section.at(end)) || section.at(end) == u','
-                                    || (section.at(end) == u'.' && !point))) {
+    while (end < section.size() &&
+           (isPlace(section.at(end)) || section.at(end) == u',' || (section.at(end) == u'.' && !point))) {
         point = point || section.at(end) == u'.';
         ++end;
     }

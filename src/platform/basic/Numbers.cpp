@@ -12,13 +12,13 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
-[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, QStringLiteral("Overflow")); }
-[[noreturn]] void throwTypeMismatch() {
-    throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
-}
+[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
+[[noreturn]] void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
 
 /// A text that is a number as a whole; infinite when it is beyond the range, 0 when it is too small.
 double parsed(QByteArray number) {
@@ -71,7 +71,7 @@ double toDouble(const QString& text) {
 
 double toDouble(const QVariant& value) {
     if (!value.isValid())
-        throw RuntimeError(error::invalidUseOfNull, QStringLiteral("Invalid use of Null"));
+        throw RuntimeError(error::invalidUseOfNull, u"Invalid use of Null"_s);
     if (value.metaType() == QMetaType::fromType<Currency>())
         return value.value<Currency>().toDouble();
     switch (value.typeId()) {
@@ -107,7 +107,7 @@ QString numberText(double value) {
         const auto decimals = std::max<qsizetype>(0, decimal.digits.size() - decimal.point);
         return QString::fromLatin1(decimal.fixed(static_cast<int>(decimals)));
     }
-    QByteArray text = decimal.negative ? QByteArrayLiteral("-") : QByteArray();
+    QByteArray text = decimal.negative ? "-"_ba : QByteArray();
     text += decimal.digits.left(1);
     if (decimal.digits.size() > 1)
         text += '.' + decimal.digits.mid(1);
@@ -124,7 +124,7 @@ QString roundedText(double value, int decimals) {
 
 double quotient(double dividend, double divisor) {
     if (divisor == 0)
-        throw RuntimeError(error::divisionByZero, QStringLiteral("Division by zero"));
+        throw RuntimeError(error::divisionByZero, u"Division by zero"_s);
     const double result = dividend / divisor;
     if (!std::isfinite(result))
         throwOverflow();

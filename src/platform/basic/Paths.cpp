@@ -15,6 +15,8 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -35,8 +37,8 @@ QString folderOfExecutable() {
         number = error::permissionDenied;
     else if (code == ENOSPC || code == EDQUOT || code == EFBIG)
         number = error::diskFull;
-    throw RuntimeError(number, QStringLiteral("Can't write %1: %2")
-                                   .arg(path, QString::fromLocal8Bit(std::strerror(code))));
+    throw RuntimeError(number,
+                       u"Can't write %1: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(code))));
 }
 
 /// An open file descriptor, closed at the end of its scope.
@@ -61,8 +63,8 @@ private:
 bool writeAll(int file, const QByteArray& content) {
     qsizetype done = 0;
     while (done < content.size()) {
-        const auto count = ::write(file, content.constData() + done,
-                                   static_cast<std::size_t>(content.size() - done));
+        const auto count =
+            ::write(file, content.constData() + done, static_cast<std::size_t>(content.size() - done));
         if (count < 0 && errno != EINTR)
             return false;
         done += std::max<qsizetype>(count, 0);

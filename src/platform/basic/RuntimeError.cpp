@@ -4,14 +4,13 @@
 #include <new>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 RuntimeError::RuntimeError(std::int32_t number, QString description, QString source, QString statement)
-    : m_number(number),
-      m_description(std::move(description)),
-      m_source(std::move(source)),
-      m_statement(std::move(statement)),
-      m_what(m_description.toUtf8()) {}
+    : m_number(number), m_description(std::move(description)), m_source(std::move(source)),
+      m_statement(std::move(statement)), m_what(m_description.toUtf8()) {}
 
 RuntimeError currentError() {
     try {
@@ -19,11 +18,11 @@ RuntimeError currentError() {
     } catch (const RuntimeError& error) {
         return error;
     } catch (const std::bad_alloc&) {
-        return {error::invalidProcedureCall, QStringLiteral("Out of memory")};
+        return {error::invalidProcedureCall, u"Out of memory"_s};
     } catch (const std::exception& error) {
         return {error::invalidProcedureCall, QString::fromUtf8(error.what())};
     } catch (...) {
-        return {error::invalidProcedureCall, QStringLiteral("Unknown failure")};
+        return {error::invalidProcedureCall, u"Unknown failure"_s};
     }
 }
 

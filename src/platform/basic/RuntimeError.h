@@ -8,6 +8,8 @@
 
 namespace platform {
 
+using namespace Qt::StringLiterals;
+
 /// Numbers that code tests for or that a report should show; others may be used freely.
 namespace error {
 inline constexpr std::int32_t invalidProcedureCall = 5;
@@ -21,13 +23,16 @@ inline constexpr std::int32_t diskFull = 61;
 inline constexpr std::int32_t permissionDenied = 70;
 inline constexpr std::int32_t objectNotSet = 91;
 inline constexpr std::int32_t invalidUseOfNull = 94;
-inline constexpr std::int32_t noCurrentRecord = 3021;       ///< before the first or after the last row
-inline constexpr std::int32_t itemNotFound = 3265;          ///< no field of that name or position
-inline constexpr std::int32_t objectClosed = 3704;          ///< a closed connection or result set is used
-inline constexpr std::int32_t general = static_cast<std::int32_t>(0x80004005);      ///< engine's general refusal, also a violated relation; opening: file is locked or no database
-inline constexpr std::int32_t cannotOpen = static_cast<std::int32_t>(0x80040E4D);   ///< file can't be opened (permission)
-inline constexpr std::int32_t statement = static_cast<std::int32_t>(0x80040E14);    ///< the statement is wrong
-inline constexpr std::int32_t dataMismatch = static_cast<std::int32_t>(0x80040E07); ///< a value does not fit its column
+inline constexpr std::int32_t noCurrentRecord = 3021;  ///< before the first or after the last row
+inline constexpr std::int32_t itemNotFound = 3265;     ///< no field of that name or position
+inline constexpr std::int32_t objectClosed = 3704;     ///< a closed connection or result set is used
+inline constexpr std::int32_t general = static_cast<std::int32_t>(
+    0x80004005);  ///< engine's general refusal, also a violated relation; opening: file is locked or no database
+inline constexpr std::int32_t cannotOpen =
+    static_cast<std::int32_t>(0x80040E4D);  ///< file can't be opened (permission)
+inline constexpr std::int32_t statement = static_cast<std::int32_t>(0x80040E14);  ///< the statement is wrong
+inline constexpr std::int32_t dataMismatch =
+    static_cast<std::int32_t>(0x80040E07);  ///< a value does not fit its column
 }  // namespace error
 
 class RuntimeError : public std::exception {
@@ -57,7 +62,7 @@ RuntimeError currentError();
 template <class Pointer>
 auto& deref(const Pointer& pointer) {
     if (!pointer)
-        throw RuntimeError(error::objectNotSet, QStringLiteral("Object variable not set"));
+        throw RuntimeError(error::objectNotSet, u"Object variable not set"_s);
     return *pointer;
 }
 

@@ -1,6 +1,8 @@
 // Small text rules that the statements and documents rest on.
 #include "platform/basic/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QString trimmed(const QString& text) {
@@ -15,7 +17,7 @@ QString trimmed(const QString& text) {
 
 QString doubledApostrophes(const QString& text) {
     QString result = text;
-    return result.replace(u'\'', QStringLiteral("''"));
+    return result.replace(u'\'', u"''"_s);
 }
 
 }  // namespace platform

@@ -5,20 +5,20 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
-[[noreturn]] void throwNull() {
-    throw RuntimeError(error::invalidUseOfNull, QStringLiteral("Invalid use of Null"));
-}
+[[noreturn]] void throwNull() { throw RuntimeError(error::invalidUseOfNull, u"Invalid use of Null"_s); }
 
 /// The joined text as a number: "0-3" is what the digit makes of a negative value, and reads as 0.
 QString readableNumber(const QVariant& value) {
     const QString joined = zeroText(value);
-    if (!joined.startsWith(QStringLiteral("0-")))
+    if (!joined.startsWith(u"0-"_s))
         return joined;
     toDouble(joined.mid(1));  // still refuses what is no number at all
-    return QStringLiteral("0");
+    return u"0"_s;
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ QString valueText(const QVariant& value) {
         return value.value<Currency>().toText();
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        return value.toBool() ? u"True"_s : u"False"_s;
     case QMetaType::Double:
     case QMetaType::Float:
         return numberText(value.toDouble());
@@ -39,7 +39,7 @@ QString valueText(const QVariant& value) {
         return dateText(value.toDateTime());
     default:
         if (!value.canConvert<QString>())
-            throw RuntimeError(error::typeMismatch, QStringLiteral("Type mismatch"));
+            throw RuntimeError(error::typeMismatch, u"Type mismatch"_s);
         return value.toString();
     }
 }

@@ -10,18 +10,20 @@
 #include <QFile>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
 
 ConnectionPtr openDatabase(const QString& file) {
     auto connection = std::make_shared<Connection>();
-    connection->open(QStringLiteral("Data Source=") + file);
+    connection->open(u"Data Source="_s + file);
     return connection;
 }
 
 [[noreturn]] void fail(std::int32_t number, const QString& reason) {
-    throw RuntimeError(number, reason, QStringLiteral("Database"));
+    throw RuntimeError(number, reason, u"Database"_s);
 }
 
 void copyChecked(const QString& file, const QString& target) {
@@ -30,9 +32,9 @@ void copyChecked(const QString& file, const QString& target) {
 
 /// "name.before-restore", with a number behind it where that is taken.
 QString freeName(const QString& file) {
-    QString name = file + QStringLiteral(".before-restore");
+    QString name = file + u".before-restore"_s;
     for (int number = 2; QFile::exists(name); ++number)
-        name = file + QStringLiteral(".before-restore-%1").arg(number);
+        name = file + u".before-restore-%1"_s.arg(number);
     return name;
 }
 
@@ -41,9 +43,9 @@ QString putAside(const QString& file) {
     if (!QFile::exists(file))
         return {};
     const QString aside = freeName(file);
-    const QString journal = QStringLiteral("-journal");
+    const QString journal = u"-journal"_s;
     if (!QFile::rename(file, aside))
-        fail(error::permissionDenied, QStringLiteral("\"%1\" can't be put aside").arg(file));
+        fail(error::permissionDenied, u"\"%1\" can't be put aside"_s.arg(file));
     if (QFile::exists(file + journal))
         QFile::rename(file + journal, aside + journal);
     return aside;
@@ -54,17 +56,17 @@ QString putAside(const QString& file) {
 void backupDatabase(const QString& file, const QString& target) {
     const QString path = platformPath(target);
     if (QFile::exists(path))
-        fail(error::permissionDenied, QStringLiteral("\"%1\" exists already").arg(path));
+        fail(error::permissionDenied, u"\"%1\" exists already"_s.arg(path));
     copyChecked(file, path);
 }
 
 QString restoreDatabase(const QString& backup, const QString& file) {
     const QString path = platformPath(file);
-    const QString restored = path + QStringLiteral(".restored");
+    const QString restored = path + u".restored"_s;
     copyChecked(backup, restored);
     const QString aside = putAside(path);
     if (!QFile::rename(restored, path))
-        fail(error::permissionDenied, QStringLiteral("\"%1\" can't be written").arg(path));
+        fail(error::permissionDenied, u"\"%1\" can't be written"_s.arg(path));
     return aside;
 }
 
@@ -72,17 +74,17 @@ QStringList integrityProblems(const QString& file) {
     const ConnectionPtr connection = openDatabase(file);
     QStringList problems;
     const ColumnType text{ColumnKind::Text, 0};
-    sqlite::Statement integrity(connection->handle(), QStringLiteral("PRAGMA integrity_check"), {});
+    sqlite::Statement integrity(connection->handle(), u"PRAGMA integrity_check"_s, {});
     while (integrity.step()) {
         const QString line = integrity.value(0, text).toString();
-        if (line != QLatin1String("ok"))
+        if (line != "ok"_L1)
             problems << line;
     }
-    sqlite::Statement relations(connection->handle(), QStringLiteral("PRAGMA foreign_key_check"), {});
+    sqlite::Statement relations(connection->handle(), u"PRAGMA foreign_key_check"_s, {});
     while (relations.step())
-        problems << QStringLiteral("Row %1 of %2 refers to a row of %3 that is not there")
-                        .arg(relations.value(1, text).toString(), relations.value(0, text).toString(),
-                             relations.value(2, text).toString());
+        problems << u"Row %1 of %2 refers to a row of %3 that is not there"_s.arg(
+            relations.value(1, text).toString(), relations.value(0, text).toString(),
+            relations.value(2, text).toString());
     return problems;
 }
 

@@ -10,6 +10,8 @@
 
 #include <QDateTime>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -24,10 +26,10 @@ struct NamedKind {
 };
 
 constexpr NamedKind kinds[] = {
-    {"TEXT", ColumnKind::Text, 202, 255},       {"LONGTEXT", ColumnKind::LongText, 203, longTextSize},
-    {"SMALLINT", ColumnKind::Short, 2, 2},      {"INTEGER", ColumnKind::Long, 3, 4},
-    {"DOUBLE", ColumnKind::Double, 5, 8},       {"CURRENCY", ColumnKind::Money, 6, 8},
-    {"DATETIME", ColumnKind::Date, 7, 8},       {"YESNO", ColumnKind::Flag, 11, 2},
+    {"TEXT", ColumnKind::Text, 202, 255},  {"LONGTEXT", ColumnKind::LongText, 203, longTextSize},
+    {"SMALLINT", ColumnKind::Short, 2, 2}, {"INTEGER", ColumnKind::Long, 3, 4},
+    {"DOUBLE", ColumnKind::Double, 5, 8},  {"CURRENCY", ColumnKind::Money, 6, 8},
+    {"DATETIME", ColumnKind::Date, 7, 8},  {"YESNO", ColumnKind::Flag, 11, 2},
 };
 
 QVariant toFlag(const QVariant& value) {
@@ -35,9 +37,9 @@ QVariant toFlag(const QVariant& value) {
         return value;
     if (value.userType() == QMetaType::QString) {
         const QString text = trimmed(value.toString());
-        if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
+        if (text.compare("true"_L1, Qt::CaseInsensitive) == 0)
             return true;
-        if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+        if (text.compare("false"_L1, Qt::CaseInsensitive) == 0)
             return false;
     }
     return toDouble(value) != 0.0;
@@ -58,7 +60,7 @@ QVariant inRange(Convert convert) {
     } catch (const RuntimeError& failure) {
         if (failure.number() != error::overflow)
             throw;
-        throw RuntimeError(error::dataMismatch, QStringLiteral("The number is too large for the column"));
+        throw RuntimeError(error::dataMismatch, u"The number is too large for the column"_s);
     }
 }
 
@@ -113,12 +115,12 @@ QVariant ColumnType::convert(const QVariant& value) const {
 
 QString sqlLiteral(const QVariant& value) {
     if (!value.isValid())
-        return QStringLiteral("NULL");
+        return u"NULL"_s;
     const int type = value.userType();
     if (type == qMetaTypeId<Currency>())
         return value.value<Currency>().toText();
     if (type == QMetaType::Bool)
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        return value.toBool() ? u"1"_s : u"0"_s;
     if (type == QMetaType::LongLong)
         return QString::number(value.toLongLong());
     if (type == QMetaType::Double)

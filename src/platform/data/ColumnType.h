@@ -11,7 +11,7 @@ enum class ColumnKind { Computed, Text, LongText, Short, Long, Double, Money, Da
 
 struct ColumnType {
     ColumnKind kind = ColumnKind::Computed;
-    int size = 0;   ///< characters of a text, else bytes
+    int size = 0;  ///< characters of a text, else bytes
 
     /// "TEXT(40)", "LONGTEXT", "SMALLINT", "INTEGER", "DOUBLE", "CURRENCY", "DATETIME", "YESNO".
     /// Anything else is Computed: values come as the engine holds them.

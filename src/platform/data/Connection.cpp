@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -25,16 +27,14 @@ using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 QString dataSource(const QString& connectionString) {
     for (const QString& part : connectionString.split(u';')) {
         const qsizetype equals = part.indexOf(u'=');
-        if (part.left(equals).trimmed().compare(QLatin1String("Data Source"), Qt::CaseInsensitive) == 0)
+        if (part.left(equals).trimmed().compare("Data Source"_L1, Qt::CaseInsensitive) == 0)
             return part.mid(equals + 1);
     }
-    throw RuntimeError(error::cannotOpen, QStringLiteral("No Data Source in the connection text"),
-                       QStringLiteral("Database"));
+    throw RuntimeError(error::cannotOpen, u"No Data Source in the connection text"_s, u"Database"_s);
 }
 
 [[noreturn]] void cannotOpen(std::int32_t number, const QString& path, const QString& reason) {
-    throw RuntimeError(number, QStringLiteral("The database \"%1\" can't be opened: %2").arg(path, reason),
-                       QStringLiteral("Database"));
+    throw RuntimeError(number, u"The database \"%1\" can't be opened: %2"_s.arg(path, reason), u"Database"_s);
 }
 
 [[noreturn]] void cannotOpen(const Handle& database, const QString& path) {
@@ -48,12 +48,10 @@ QString dataSource(const QString& connectionString) {
 void configure(sqlite3* database) {
     sqlite3_extended_result_codes(database, 1);
     sqlite3_busy_timeout(database, patienceMs);
-    for (const auto& [setting, on] : {std::pair{SQLITE_DBCONFIG_ENABLE_FKEY, 1},
-                                      std::pair{SQLITE_DBCONFIG_DQS_DML, 0},
-                                      std::pair{SQLITE_DBCONFIG_DQS_DDL, 0},
-                                      std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
-                                      std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-                                      std::pair{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}})
+    for (const auto& [setting, on] :
+         {std::pair{SQLITE_DBCONFIG_ENABLE_FKEY, 1}, std::pair{SQLITE_DBCONFIG_DQS_DML, 0},
+          std::pair{SQLITE_DBCONFIG_DQS_DDL, 0}, std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
+          std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0}, std::pair{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}})
         sqlite3_db_config(database, setting, on, nullptr);
     LikePattern::install(database);
 }
@@ -75,11 +73,11 @@ void probe(const Handle& database, const QString& path) {
 Handle openFile(const QString& path) {
     const QFileInfo file(path);
     if (file.isDir())
-        cannotOpen(error::cannotOpen, path, QStringLiteral("it is a folder"));
+        cannotOpen(error::cannotOpen, path, u"it is a folder"_s);
     if (!file.exists())
-        cannotOpen(error::cannotOpen, path, QStringLiteral("there is no such file"));
+        cannotOpen(error::cannotOpen, path, u"there is no such file"_s);
     if (file.size() == 0)
-        cannotOpen(error::general, path, QStringLiteral("the file is empty"));
+        cannotOpen(error::general, path, u"the file is empty"_s);
     sqlite3* opened = nullptr;
     // One thread alone uses a connection; locks for others would cost a third of each short step.
     const int code = sqlite3_open_v2(file.absoluteFilePath().toUtf8().constData(), &opened,
@@ -100,8 +98,7 @@ struct Connection::Private {
 
     sqlite3* checked(const QString& statement) const {
         if (!database)
-            throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
-                               QStringLiteral("Database"), statement);
+            throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
         return database.get();
     }
 };
@@ -112,33 +109,28 @@ Connection::~Connection() = default;
 
 void Connection::open(const QString& connectionString) {
     if (d->database)
-        throw RuntimeError(error::invalidProcedureCall, QStringLiteral("The connection is already open"),
-                           QStringLiteral("Database"));
+        throw RuntimeError(error::invalidProcedureCall, u"The connection is already open"_s, u"Database"_s);
     d->database = openFile(platformPath(dataSource(connectionString)));
 }
 
-void Connection::close() {
-    d->database.reset();
-}
+void Connection::close() { d->database.reset(); }
 
-int Connection::state() const {
-    return d->database ? 1 : 0;
-}
+int Connection::state() const { return d->database ? 1 : 0; }
 
 std::int64_t Connection::execute(const QString& statement) {
     announce(statement);
     sqlite3* database = d->checked(statement);
-    const Translation translation = translateStatement(
-        statement, [this](const QString& table, const QString& column) { return declaredType(table, column); });
+    const Translation translation =
+        translateStatement(statement, [this](const QString& table, const QString& column) {
+            return declaredType(table, column);
+        });
     sqlite::Statement prepared(database, translation.sql, statement);
     while (prepared.step()) {
     }
     return prepared.isReadOnly() ? 0 : sqlite3_changes64(database);
 }
 
-void Connection::setTrace(Trace trace) {
-    d->trace = std::move(trace);
-}
+void Connection::setTrace(Trace trace) { d->trace = std::move(trace); }
 
 void Connection::announce(const QString& statement) const {
     if (d->trace)
@@ -159,13 +151,11 @@ QString Connection::declaredType(const QString& table, const QString& column) co
 
 bool Connection::isKey(const QString& table, const QString& column) const {
     int key = 0;
-    sqlite3_table_column_metadata(d->checked({}), nullptr, table.toUtf8().constData(), column.toUtf8().constData(),
-                                  nullptr, nullptr, nullptr, &key, nullptr);
+    sqlite3_table_column_metadata(d->checked({}), nullptr, table.toUtf8().constData(),
+                                  column.toUtf8().constData(), nullptr, nullptr, nullptr, &key, nullptr);
     return key != 0;
 }
 
-sqlite3* Connection::handle() const {
-    return d->database.get();
-}
+sqlite3* Connection::handle() const { return d->database.get(); }
 
 }  // namespace platform

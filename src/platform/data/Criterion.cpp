@@ -6,20 +6,21 @@
 #include "platform/basic/Values.h"
 #include "platform/data/Lexer.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 Criterion::Criterion(const QString& text) {
     std::vector<Token> tokens = tokenize(text);
-    const bool negative = tokens.size() == 4 && tokens[2].text == QLatin1String("-");
+    const bool negative = tokens.size() == 4 && tokens[2].text == "-"_L1;
     if (negative)
         tokens.erase(tokens.begin() + 2);
-    const bool good = tokens.size() == 3
-                      && (tokens[0].is(Token::Kind::Name) || tokens[0].is(Token::Kind::Bracket))
-                      && tokens[1].text == QLatin1String("=")
-                      && (tokens[2].is(Token::Kind::Number) || (tokens[2].is(Token::Kind::String) && !negative));
+    const bool good = tokens.size() == 3 &&
+                      (tokens[0].is(Token::Kind::Name) || tokens[0].is(Token::Kind::Bracket)) &&
+                      tokens[1].text == "="_L1 &&
+                      (tokens[2].is(Token::Kind::Number) || (tokens[2].is(Token::Kind::String) && !negative));
     if (!good)
-        throw RuntimeError(error::invalidProcedureCall, QStringLiteral("Invalid criterion: %1").arg(text),
-                           QStringLiteral("Database"));
+        throw RuntimeError(error::invalidProcedureCall, u"Invalid criterion: %1"_s.arg(text), u"Database"_s);
     m_field = tokens[0].text;
     m_text = tokens[2].text;
     m_isNumber = tokens[2].is(Token::Kind::Number);

@@ -12,28 +12,29 @@
 #include <cstdio>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
-const QString source = QStringLiteral("Database");
+const QString source = u"Database"_s;
 
 /// Only the owner may read it: it holds patients.
 void makePrivateFile(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw RuntimeError(error::permissionDenied, file.errorString() + QStringLiteral(": ") + path, source);
+        throw RuntimeError(error::permissionDenied, file.errorString() + u": "_s + path, source);
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 
 }  // namespace
 
 DatabaseCopy::DatabaseCopy(ConnectionPtr connection, const QString& target)
-    : m_source(std::move(connection)), m_target(platformPath(target)),
-      m_unfinished(m_target + QStringLiteral(".part")) {
+    : m_source(std::move(connection)), m_target(platformPath(target)), m_unfinished(m_target + u".part"_s) {
     QDir().mkpath(QFileInfo(m_target).path());
     makePrivateFile(m_unfinished);
-    if (sqlite3_open(m_unfinished.toUtf8().constData(), &m_copy) != SQLITE_OK
-        || !(m_backup = sqlite3_backup_init(m_copy, "main", deref(m_source).handle(), "main"))) {
+    if (sqlite3_open(m_unfinished.toUtf8().constData(), &m_copy) != SQLITE_OK ||
+        !(m_backup = sqlite3_backup_init(m_copy, "main", deref(m_source).handle(), "main"))) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(m_copy));
         sqlite3_close(m_copy);
         QFile::remove(m_unfinished);
@@ -74,9 +75,10 @@ bool DatabaseCopy::copyPages(int pages) {
 
 void DatabaseCopy::takePlace(const QStringList& problems) {
     if (!problems.isEmpty())
-        throw RuntimeError(error::general, QStringLiteral("The copy is not sound: ") + problems.first(), source);
-    if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) != 0)
-        throw RuntimeError(error::permissionDenied, QStringLiteral("Can't be written: ") + m_target, source);
+        throw RuntimeError(error::general, u"The copy is not sound: "_s + problems.first(), source);
+    if (std::rename(QFile::encodeName(m_unfinished).constData(), QFile::encodeName(m_target).constData()) !=
+        0)
+        throw RuntimeError(error::permissionDenied, u"Can't be written: "_s + m_target, source);
     m_unfinished.clear();
 }
 

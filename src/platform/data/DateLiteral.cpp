@@ -6,6 +6,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -18,34 +20,33 @@ int fullYear(const QString& digits) {
 }
 
 QDate monthFirst(const QRegularExpressionMatch& match) {
-    int month = match.captured(QStringLiteral("first")).toInt();
-    int day = match.captured(QStringLiteral("second")).toInt();
+    int month = match.captured(u"first"_s).toInt();
+    int day = match.captured(u"second"_s).toInt();
     if (month > 12)
         std::swap(month, day);
-    return QDate(fullYear(match.captured(QStringLiteral("year"))), month, day);
+    return QDate(fullYear(match.captured(u"year"_s)), month, day);
 }
 
 QTime timeOfDay(const QRegularExpressionMatch& match) {
-    int hour = match.captured(QStringLiteral("hour")).toInt();
-    const QString half = match.captured(QStringLiteral("half")).toUpper();
+    int hour = match.captured(u"hour"_s).toInt();
+    const QString half = match.captured(u"half"_s).toUpper();
     if (!half.isEmpty()) {
         if (hour < 1 || hour > 12)
             return {};
-        hour = hour % 12 + (half == QLatin1String("PM") ? 12 : 0);
+        hour = hour % 12 + (half == "PM"_L1 ? 12 : 0);
     }
-    return QTime(hour, match.captured(QStringLiteral("minute")).toInt(),
-                 match.captured(QStringLiteral("seconds")).toInt());
+    return QTime(hour, match.captured(u"minute"_s).toInt(), match.captured(u"seconds"_s).toInt());
 }
 
 }  // namespace
 
 QDateTime dateLiteral(const QString& text) {
-    static const QRegularExpression pattern(QStringLiteral(
-        "^\\s*(?:(?<first>\\d{1,2})[-/](?<second>\\d{1,2})[-/](?<year>\\d{4}|\\d{2}))?"
-        "\\s*(?:(?<hour>\\d{1,2}):(?<minute>\\d{2})(?::(?<seconds>\\d{2}))?\\s*(?<half>[AaPp][Mm])?)?\\s*$"));
+    static const QRegularExpression pattern(
+        u"^\\s*(?:(?<first>\\d{1,2})[-/](?<second>\\d{1,2})[-/](?<year>\\d{4}|\\d{2}))?"
+        u"\\s*(?:(?<hour>\\d{1,2}):(?<minute>\\d{2})(?::(?<seconds>\\d{2}))?\\s*(?<half>[AaPp][Mm])?)?\\s*$"_s);
     const QRegularExpressionMatch match = pattern.match(text);
-    const bool hasDate = !match.captured(QStringLiteral("year")).isEmpty();
-    const bool hasTime = !match.captured(QStringLiteral("hour")).isEmpty();
+    const bool hasDate = !match.captured(u"year"_s).isEmpty();
+    const bool hasTime = !match.captured(u"hour"_s).isEmpty();
     if (match.hasMatch() && (hasDate || hasTime)) {
         const QDate date = hasDate ? monthFirst(match) : zeroDate().date();
         const QTime time = hasTime ? timeOfDay(match) : QTime(0, 0);
@@ -58,7 +59,7 @@ QDateTime dateLiteral(const QString& text) {
             // told below, with the number of a faulty statement
         }
     }
-    throw RuntimeError(error::statement, QStringLiteral("No date: #%1#").arg(text));
+    throw RuntimeError(error::statement, u"No date: #%1#"_s.arg(text));
 }
 
 }  // namespace platform

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -20,9 +22,7 @@ using Tokens = std::vector<Token>;
 /// More parentheses than any sensible statement has, and fewer than the engine's own limit.
 constexpr int deepest = 50;
 
-[[noreturn]] void refuse(const QString& reason) {
-    throw RuntimeError(error::statement, reason);
-}
+[[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
 
 QString quotedPath(const QString& path) {
     QStringList parts = path.split(u'.');
@@ -31,9 +31,7 @@ QString quotedPath(const QString& path) {
     return parts.join(u'.');
 }
 
-QString quotedText(const QString& text) {
-    return u'\'' + doubledApostrophes(text) + u'\'';
-}
+QString quotedText(const QString& text) { return u'\'' + doubledApostrophes(text) + u'\''; }
 
 /// Parentheses close what they open, not too deep; gives the tokens without a final semicolon.
 Tokens checked(Tokens tokens) {
@@ -42,15 +40,15 @@ Tokens checked(Tokens tokens) {
     int depth = 0;
     for (const Token& token : tokens) {
         if (token.is(Kind::Semicolon))
-            refuse(QStringLiteral("Characters found after end of statement"));
+            refuse(u"Characters found after end of statement"_s);
         depth += token.is(Kind::Open) ? 1 : token.is(Kind::Close) ? -1 : 0;
         if (depth < 0)
-            refuse(QStringLiteral("Extra ) in statement"));
+            refuse(u"Extra ) in statement"_s);
         if (depth > deepest)
-            refuse(QStringLiteral("Statement is nested too deeply"));
+            refuse(u"Statement is nested too deeply"_s);
     }
     if (depth > 0)
-        refuse(QStringLiteral("Missing ) in statement"));
+        refuse(u"Missing ) in statement"_s);
     return tokens;
 }
 
@@ -65,7 +63,7 @@ StatementKind kindOf(const Tokens& tokens) {
         if (tokens.front().isWord("DELETE"))
             return StatementKind::Delete;
     }
-    refuse(QStringLiteral("A statement begins with SELECT, INSERT, UPDATE or DELETE"));
+    refuse(u"A statement begins with SELECT, INSERT, UPDATE or DELETE"_s);
 }
 
 class Writer {
@@ -108,7 +106,7 @@ private:
         case Kind::Date:
             return sqlLiteral(dateLiteral(token.text));
         case Kind::Identity:
-            return QStringLiteral("last_insert_rowid()");
+            return u"last_insert_rowid()"_s;
         default:
             return token.text;
         }
@@ -116,12 +114,12 @@ private:
 
     QString name(std::size_t i) const {
         const Token& token = m_tokens[i];
-        const bool qualified = (i > 0 && m_tokens[i - 1].is(Kind::Dot))
-                               || (i + 1 < m_tokens.size() && m_tokens[i + 1].is(Kind::Dot));
+        const bool qualified = (i > 0 && m_tokens[i - 1].is(Kind::Dot)) ||
+                               (i + 1 < m_tokens.size() && m_tokens[i + 1].is(Kind::Dot));
         if (!qualified && token.isWord("TRUE"))
-            return QStringLiteral("1");
+            return u"1"_s;
         if (!qualified && token.isWord("FALSE"))
-            return QStringLiteral("0");
+            return u"0"_s;
         return token.text;
     }
 
@@ -133,15 +131,14 @@ private:
     /// Two words, texts or numbers side by side would be read as one.
     bool wouldMerge(std::size_t i) const {
         const auto isMark = [](const Token& token) {
-            return token.is(Kind::Open) || token.is(Kind::Close) || token.is(Kind::Comma)
-                   || token.is(Kind::Dot) || token.is(Kind::Operator);
+            return token.is(Kind::Open) || token.is(Kind::Close) || token.is(Kind::Comma) ||
+                   token.is(Kind::Dot) || token.is(Kind::Operator);
         };
         const Token& before = m_tokens[i - 1];
         const Token& here = m_tokens[i];
         if (before.is(Kind::Number) || here.is(Kind::Number))
             return before.is(Kind::Dot) || here.is(Kind::Dot) || (!isMark(before) && !isMark(here));
-        return (!isMark(before) && !isMark(here))
-               || (before.is(Kind::Operator) && here.is(Kind::Operator));
+        return (!isMark(before) && !isMark(here)) || (before.is(Kind::Operator) && here.is(Kind::Operator));
     }
 
     const Tokens& m_tokens;
@@ -211,10 +208,10 @@ private:
 
     /// The value of a literal, nothing for NULL and for anything that has to be computed.
     std::optional<QVariant> literal(std::size_t begin, std::size_t end) const {
-        const bool isSigned = end == begin + 2 && at(begin, Kind::Operator) && at(begin + 1, Kind::Number)
-                              && (m_tokens[begin].text == u"-" || m_tokens[begin].text == u"+");
+        const bool isSigned = end == begin + 2 && at(begin, Kind::Operator) && at(begin + 1, Kind::Number) &&
+                              (m_tokens[begin].text == u"-" || m_tokens[begin].text == u"+");
         if (isSigned)
-            return (m_tokens[begin].text == u"-" ? QStringLiteral("-") : QString()) + m_tokens[begin + 1].text;
+            return (m_tokens[begin].text == u"-" ? u"-"_s : QString()) + m_tokens[begin + 1].text;
         if (end != begin + 1)
             return {};
         const Token& token = m_tokens[begin];
@@ -238,8 +235,8 @@ private:
             m_writer.replace(begin, sqlLiteral(type.convert(*value)));
         } catch (const RuntimeError& failure) {
             throw RuntimeError(error::dataMismatch,
-                               QStringLiteral("Data type mismatch: %1 does not fit the column %2 (%3)")
-                                   .arg(quotedText(value->toString().left(80)), column, failure.description()));
+                               u"Data type mismatch: %1 does not fit the column %2 (%3)"_s.arg(
+                                   quotedText(value->toString().left(80)), column, failure.description()));
         }
         if (end == begin + 2)
             m_writer.replace(begin + 1, QString());
@@ -270,11 +267,10 @@ public:
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
         translation.ordered = ordered;
-        translation.rowId = name + QStringLiteral(".rowid");
-        translation.keysSql = QStringLiteral("SELECT %1 %2 %3")
-                                  .arg(translation.rowId, source, m_writer.join(rest, m_tokens.size()));
-        translation.rowSql = QStringLiteral("%1 %2 WHERE %3 = ?")
-                                 .arg(m_writer.join(0, from), source, translation.rowId);
+        translation.rowId = name + u".rowid"_s;
+        translation.keysSql =
+            u"SELECT %1 %2 %3"_s.arg(translation.rowId, source, m_writer.join(rest, m_tokens.size()));
+        translation.rowSql = u"%1 %2 WHERE %3 = ?"_s.arg(m_writer.join(0, from), source, translation.rowId);
     }
 
 private:
@@ -291,8 +287,8 @@ private:
                 return i > 1 ? i : 0;
             if (token.isWord("DISTINCT") || token.isWord("CASE"))
                 return 0;
-            const bool plain = isName(i) || token.is(Kind::Dot) || token.is(Kind::Comma)
-                               || token.text == QLatin1String("*");
+            const bool plain =
+                isName(i) || token.is(Kind::Dot) || token.is(Kind::Comma) || token.text == "*"_L1;
             if (!plain)
                 return 0;
         }
@@ -341,16 +337,12 @@ Translation translateStatement(const QString& statement, const DeclaredType& dec
             SingleTable(tokens, writer).describe(translation);
         return translation;
     } catch (const RuntimeError& failure) {
-        throw RuntimeError(failure.number(), failure.description(), QStringLiteral("Database"), statement);
+        throw RuntimeError(failure.number(), failure.description(), u"Database"_s, statement);
     }
 }
 
-QString quotedName(QString name) {
-    return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"';
-}
+QString quotedName(QString name) { return u'"' + name.replace(u'"', "\"\""_L1) + u'"'; }
 
-QString toSqlite(const QString& statement) {
-    return translateStatement(statement).sql;
-}
+QString toSqlite(const QString& statement) { return translateStatement(statement).sql; }
 
 }  // namespace platform

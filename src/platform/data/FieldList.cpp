@@ -4,6 +4,8 @@
 #include "platform/basic/Currency.h"
 #include "platform/basic/RuntimeError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 FieldList::FieldList(const sqlite::Statement& statement) {
@@ -25,13 +27,11 @@ FieldList::FieldList(const sqlite::Statement& statement) {
 
 const FieldInfo& FieldList::info(int field) const {
     if (field < 0 || field >= count())
-        throw RuntimeError(error::itemNotFound, QStringLiteral("The result set has no field %1").arg(field));
+        throw RuntimeError(error::itemNotFound, u"The result set has no field %1"_s.arg(field));
     return m_info[static_cast<std::size_t>(field)];
 }
 
-int FieldList::find(const QString& name) const {
-    return m_places.value(name.toCaseFolded(), -1);
-}
+int FieldList::find(const QString& name) const { return m_places.value(name.toCaseFolded(), -1); }
 
 std::vector<QVariant> FieldList::read(const sqlite::Statement& statement) const {
     std::vector<QVariant> row;

@@ -3,29 +3,21 @@
 
 #include "platform/basic/RuntimeError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
 
-[[noreturn]] void refuse(const QString& reason) {
-    throw RuntimeError(error::statement, reason);
-}
+[[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
 
-bool startsName(QChar c) {
-    return c.isLetter() || c == u'_';
-}
+bool startsName(QChar c) { return c.isLetter() || c == u'_'; }
 
-bool isDigit(QChar c) {
-    return c >= u'0' && c <= u'9';
-}
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
-bool continuesName(QChar c) {
-    return startsName(c) || isDigit(c) || c.isMark();
-}
+bool continuesName(QChar c) { return startsName(c) || isDigit(c) || c.isMark(); }
 
-bool isBlank(QChar c) {
-    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
-}
+bool isBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 
 class Lexer {
 public:
@@ -76,7 +68,7 @@ private:
         for (++m_at; m_at < m_text.size(); ++m_at) {
             if (peek() != quote) {
                 if (peek().isNull())
-                    refuse(QStringLiteral("Null character in text"));
+                    refuse(u"Null character in text"_s);
                 text += peek();
             } else if (peek(1) == quote) {
                 text += quote;
@@ -86,17 +78,17 @@ private:
                 return {Token::Kind::String, text};
             }
         }
-        refuse(QStringLiteral("Missing closing quote in text"));
+        refuse(u"Missing closing quote in text"_s);
     }
 
     /// The text between the mark at the current place and the next closing mark.
     QString upTo(QChar closing, const char* what) {
         const qsizetype end = m_text.indexOf(closing, m_at + 1);
         if (end < 0)
-            refuse(QStringLiteral("Missing %1 after %2").arg(closing).arg(QLatin1String(what)));
+            refuse(u"Missing %1 after %2"_s.arg(closing).arg(QLatin1String(what)));
         const QString text = m_text.mid(m_at + 1, end - m_at - 1);
         if (text.contains(QChar()))
-            refuse(QStringLiteral("Null character in %1").arg(QLatin1String(what)));
+            refuse(u"Null character in %1"_s.arg(QLatin1String(what)));
         m_at = end + 1;
         return text;
     }
@@ -104,8 +96,7 @@ private:
     Token bracket() {
         const QString text = upTo(u']', "name");
         const QString start = text.trimmed().left(7).toUpper();
-        const bool select = start.startsWith(QLatin1String("SELECT")) && start.size() == 7
-                            && !continuesName(start.at(6));
+        const bool select = start.startsWith("SELECT"_L1) && start.size() == 7 && !continuesName(start.at(6));
         if (!select || peek() != u'.')
             return {Token::Kind::Bracket, text};
         ++m_at;
@@ -144,7 +135,7 @@ private:
         const QLatin1String word("@@IDENTITY");
         const QString found = m_text.mid(m_at, word.size());
         if (found.compare(word, Qt::CaseInsensitive) != 0 || continuesName(peek(word.size())))
-            refuse(QStringLiteral("Syntax error at @"));
+            refuse(u"Syntax error at @"_s);
         m_at += word.size();
         return {Token::Kind::Identity, found};
     }
@@ -152,30 +143,39 @@ private:
     Token mark() {
         const QChar c = peek();
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
-            refuse(QStringLiteral("Comments are not allowed in a statement"));
+            refuse(u"Comments are not allowed in a statement"_s);
         const auto single = [&](Token::Kind kind) {
             ++m_at;
             return Token{kind, QString(c)};
         };
         switch (c.unicode()) {
-        case u'(': return single(Token::Kind::Open);
-        case u')': return single(Token::Kind::Close);
-        case u',': return single(Token::Kind::Comma);
-        case u'.': return single(Token::Kind::Dot);
-        case u';': return single(Token::Kind::Semicolon);
-        case u'+': case u'-': case u'*': case u'/': case u'=':
+        case u'(':
+            return single(Token::Kind::Open);
+        case u')':
+            return single(Token::Kind::Close);
+        case u',':
+            return single(Token::Kind::Comma);
+        case u'.':
+            return single(Token::Kind::Dot);
+        case u';':
+            return single(Token::Kind::Semicolon);
+        case u'+':
+        case u'-':
+        case u'*':
+        case u'/':
+        case u'=':
             return single(Token::Kind::Operator);
-        case u'<': case u'>':
+        case u'<':
+        case u'>':
             return comparison();
         default:
-            refuse(QStringLiteral("Syntax error at character \"%1\"").arg(c));
+            refuse(u"Syntax error at character \"%1\""_s.arg(c));
         }
     }
 
     Token comparison() {
         const QString two = m_text.mid(m_at, 2);
-        const bool pair = two == QLatin1String("<=") || two == QLatin1String(">=")
-                          || two == QLatin1String("<>");
+        const bool pair = two == "<="_L1 || two == ">="_L1 || two == "<>"_L1;
         m_at += pair ? 2 : 1;
         return {Token::Kind::Operator, pair ? two : two.left(1)};
     }
@@ -190,8 +190,6 @@ bool Token::isWord(const char* word) const {
     return kind == Kind::Name && text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
 }
 
-std::vector<Token> tokenize(const QString& statement) {
-    return Lexer(statement).run();
-}
+std::vector<Token> tokenize(const QString& statement) { return Lexer(statement).run(); }
 
 }  // namespace platform

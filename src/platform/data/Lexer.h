@@ -9,10 +9,10 @@ namespace platform {
 
 struct Token {
     enum class Kind {
-        Name,      ///< bare word, as written
-        Bracket,   ///< [name], without the brackets
-        Derived,   ///< [SELECT ...]. : the inner statement
-        String,    ///< 'text' or "text", apostrophes undoubled
+        Name,     ///< bare word, as written
+        Bracket,  ///< [name], without the brackets
+        Derived,  ///< [SELECT ...]. : the inner statement
+        String,   ///< 'text' or "text", apostrophes undoubled
         Number,
         Date,      ///< #date#, without the signs
         Identity,  ///< @@IDENTITY

@@ -104,7 +104,7 @@ bool LikePattern::Element::accepts(char32_t folded) const {
 
 bool LikePattern::matches(std::string_view text) const {
     std::size_t at = 0;
-    std::size_t afterAny = m_elements.size() + 1;   // no % met yet
+    std::size_t afterAny = m_elements.size() + 1;  // no % met yet
     std::string_view retry;
     for (;;) {
         if (at < m_elements.size() && m_elements[at].kind == Element::Kind::Any) {

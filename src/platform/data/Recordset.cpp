@@ -7,6 +7,8 @@
 #include "platform/data/RowLoader.h"
 #include "platform/data/RowWriter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 struct Recordset::Private {
@@ -15,8 +17,8 @@ struct Recordset::Private {
     bool inMemory = false;
     bool writable = false;
     FieldList fields;
-    std::unique_ptr<RowStore> rows;   // empty: closed
-    std::int64_t current = 0;         // -1 before the first row, the count behind the last
+    std::unique_ptr<RowStore> rows;  // empty: closed
+    std::int64_t current = 0;        // -1 before the first row, the count behind the last
     bool adding = false;
     Changes pending;
     std::map<int, std::function<void()>> callbacks;
@@ -24,20 +26,20 @@ struct Recordset::Private {
 
     RowStore& store() const {
         if (!rows)
-            fail(error::objectClosed, QStringLiteral("The result set is closed"));
+            fail(error::objectClosed, u"The result set is closed"_s);
         return *rows;
     }
     [[noreturn]] void fail(std::int32_t number, const QString& reason) const {
-        throw RuntimeError(number, reason, QStringLiteral("Database"), statement);
+        throw RuntimeError(number, reason, u"Database"_s, statement);
     }
     std::int64_t count() const { return store().count(); }
     bool onRow() const { return current >= 0 && current < count(); }
     void needRow() const {
         if (!adding && !onRow())
-            fail(error::noCurrentRecord, QStringLiteral("There is no current record"));
+            fail(error::noCurrentRecord, u"There is no current record"_s);
     }
     void notify() const {
-        const auto listeners = callbacks;   // a listener may add or remove one
+        const auto listeners = callbacks;  // a listener may add or remove one
         for (const auto& [handle, callback] : listeners) {
             if (callbacks.count(handle) != 0)
                 callback();
@@ -100,14 +102,12 @@ Recordset::Recordset() : d(std::make_unique<Private>()) {}
 
 Recordset::~Recordset() = default;
 
-RecordsetPtr Recordset::create() {
-    return RecordsetPtr(new Recordset);
-}
+RecordsetPtr Recordset::create() { return RecordsetPtr(new Recordset); }
 
 void Recordset::open(const QString& statement, const ConnectionPtr& connection, CursorType, LockType lock,
                      CursorLocation location) {
     if (isOpen())
-        d->fail(error::invalidProcedureCall, QStringLiteral("The result set is already open"));
+        d->fail(error::invalidProcedureCall, u"The result set is already open"_s);
     if (connection)
         connection->announce(statement);
     d->connection = connection;
@@ -127,31 +127,23 @@ void Recordset::close() {
     d->notify();
 }
 
-bool Recordset::isOpen() const {
-    return d->rows != nullptr;
-}
+bool Recordset::isOpen() const { return d->rows != nullptr; }
 
 void Recordset::requery() {
     d->store();
     if (!d->connection)
-        d->fail(error::objectClosed, QStringLiteral("The result set is disconnected"));
+        d->fail(error::objectClosed, u"The result set is disconnected"_s);
     d->drop();
     d->connection->announce(d->statement);
     d->load();
     d->notify();
 }
 
-std::int64_t Recordset::recordCount() const {
-    return d->count();
-}
+std::int64_t Recordset::recordCount() const { return d->count(); }
 
-bool Recordset::bof() const {
-    return !d->adding && (d->current < 0 || d->count() == 0);
-}
+bool Recordset::bof() const { return !d->adding && (d->current < 0 || d->count() == 0); }
 
-bool Recordset::eof() const {
-    return !d->adding && d->current >= d->count();
-}
+bool Recordset::eof() const { return !d->adding && d->current >= d->count(); }
 
 void Recordset::moveFirst() {
     d->write();
@@ -169,7 +161,7 @@ void Recordset::moveLast() {
 void Recordset::moveNext() {
     d->write();
     if (d->current >= d->count())
-        d->fail(error::noCurrentRecord, QStringLiteral("There is no record after the last"));
+        d->fail(error::noCurrentRecord, u"There is no record after the last"_s);
     ++d->current;
     d->notify();
 }
@@ -177,18 +169,16 @@ void Recordset::moveNext() {
 void Recordset::movePrevious() {
     d->write();
     if (d->current < 0 || d->count() == 0)
-        d->fail(error::noCurrentRecord, QStringLiteral("There is no record before the first"));
+        d->fail(error::noCurrentRecord, u"There is no record before the first"_s);
     --d->current;
     d->notify();
 }
 
-std::int64_t Recordset::position() const {
-    return !d->adding && d->onRow() ? d->current : -1;
-}
+std::int64_t Recordset::position() const { return !d->adding && d->onRow() ? d->current : -1; }
 
 void Recordset::setPosition(std::int64_t row) {
     if (row < 0 || row >= d->count())
-        d->fail(error::noCurrentRecord, QStringLiteral("The result set has no row %1").arg(row));
+        d->fail(error::noCurrentRecord, u"The result set has no row %1"_s.arg(row));
     if (!d->adding && row == d->current)
         return;
     d->write();
@@ -221,7 +211,7 @@ int Recordset::fieldIndex(const QString& name) const {
     d->store();
     const int field = d->fields.find(name);
     if (field < 0)
-        d->fail(error::itemNotFound, QStringLiteral("The result set has no field \"%1\"").arg(name));
+        d->fail(error::itemNotFound, u"The result set has no field \"%1\""_s.arg(name));
     return field;
 }
 
@@ -238,13 +228,11 @@ QVariant Recordset::value(int field) const {
     return d->adding ? QVariant() : d->store().value(d->current, field);
 }
 
-QVariant Recordset::value(const QString& name) const {
-    return value(fieldIndex(name));
-}
+QVariant Recordset::value(const QString& name) const { return value(fieldIndex(name)); }
 
 QVariant Recordset::valueAt(std::int64_t row, int field) const {
     if (row < 0 || row >= d->count())
-        d->fail(error::noCurrentRecord, QStringLiteral("The result set has no row %1").arg(row));
+        d->fail(error::noCurrentRecord, u"The result set has no row %1"_s.arg(row));
     if (!d->adding && row == d->current)
         return value(field);
     d->fields.info(field);
@@ -255,21 +243,19 @@ void Recordset::setValue(int field, const QVariant& value) {
     d->needRow();
     const FieldInfo& info = d->fields.info(field);
     if (d->connection && (!d->writable || info.baseTable.isEmpty()))
-        d->fail(error::notUpdatable, QStringLiteral("The field \"%1\" can't be changed").arg(info.name));
+        d->fail(error::notUpdatable, u"The field \"%1\" can't be changed"_s.arg(info.name));
     d->pending[field] = d->fields.type(field).convert(value);
     if (!d->connection && !d->adding)
         d->write();
     d->notify();
 }
 
-void Recordset::setValue(const QString& name, const QVariant& value) {
-    setValue(fieldIndex(name), value);
-}
+void Recordset::setValue(const QString& name, const QVariant& value) { setValue(fieldIndex(name), value); }
 
 void Recordset::addNew() {
     d->store();
     if (d->connection && !d->writable)
-        d->fail(error::notUpdatable, QStringLiteral("The result set is read-only"));
+        d->fail(error::notUpdatable, u"The result set is read-only"_s);
     d->write();
     d->adding = true;
     d->notify();
@@ -289,9 +275,7 @@ void Recordset::cancelUpdate() {
     d->notify();
 }
 
-bool Recordset::hasPendingChanges() const {
-    return d->adding || !d->pending.empty();
-}
+bool Recordset::hasPendingChanges() const { return d->adding || !d->pending.empty(); }
 
 void Recordset::disconnect() {
     d->write();
@@ -306,17 +290,13 @@ void Recordset::disconnect() {
     d->connection.reset();
 }
 
-bool Recordset::isConnected() const {
-    return d->connection != nullptr;
-}
+bool Recordset::isConnected() const { return d->connection != nullptr; }
 
 int Recordset::onChange(std::function<void()> callback) {
     d->callbacks.emplace(++d->lastCallback, std::move(callback));
     return d->lastCallback;
 }
 
-void Recordset::removeCallback(int handle) {
-    d->callbacks.erase(handle);
-}
+void Recordset::removeCallback(int handle) { d->callbacks.erase(handle); }
 
 }  // namespace platform

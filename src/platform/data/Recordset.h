@@ -14,7 +14,7 @@
 namespace platform {
 
 namespace error {
-inline constexpr std::int32_t notUpdatable = 3251;   ///< the set, row or field can't be changed
+inline constexpr std::int32_t notUpdatable = 3251;  ///< the set, row or field can't be changed
 }  // namespace error
 
 enum class CursorLocation { Default = 2, Client = 3 };
@@ -27,7 +27,7 @@ struct FieldInfo {
     QString name;
     int type = 0;
     int definedSize = 0;
-    QString baseTable;   ///< empty for computed columns
+    QString baseTable;  ///< empty for computed columns
     QString baseColumn;
 };
 
@@ -40,8 +40,9 @@ public:
     ~Recordset();
 
     /// Opens and stands on the first row (bof and eof are both true on an empty set). Throws as execute.
-    void open(const QString& statement, const ConnectionPtr& connection, CursorType type = CursorType::Default,
-              LockType lock = LockType::Default, CursorLocation location = CursorLocation::Default);
+    void open(const QString& statement, const ConnectionPtr& connection,
+              CursorType type = CursorType::Default, LockType lock = LockType::Default,
+              CursorLocation location = CursorLocation::Default);
     void close();
     bool isOpen() const;
     /// Runs the statement again and stands on the first row.

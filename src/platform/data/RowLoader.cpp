@@ -8,15 +8,16 @@
 #include <algorithm>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
 
 /// Only a table with row ids can be read by key; a view has none.
 bool isTable(sqlite3* database, const QString& name) {
-    return sqlite3_table_column_metadata(database, nullptr, name.toUtf8().constData(), "rowid", nullptr, nullptr,
-                                         nullptr, nullptr, nullptr)
-           == SQLITE_OK;
+    return sqlite3_table_column_metadata(database, nullptr, name.toUtf8().constData(), "rowid", nullptr,
+                                         nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 struct KeyedStatements {
@@ -52,8 +53,8 @@ LoadedRows byKey(KeyedStatements statements, bool ordered) {
 LoadedRows allRows(const ConnectionPtr& connection, const QString& sql, const QString& statement) {
     sqlite::Statement prepared(connection->handle(), sql, statement);
     if (!prepared.isReadOnly())
-        throw RuntimeError(error::statement, QStringLiteral("A result set can't change the database"),
-                           QStringLiteral("Database"), statement);
+        throw RuntimeError(error::statement, u"A result set can't change the database"_s, u"Database"_s,
+                           statement);
     FieldList fields(prepared);
     auto rows = std::make_unique<MemoryRows>(fields.count());
     while (prepared.step()) {
@@ -69,19 +70,17 @@ LoadedRows allRows(const ConnectionPtr& connection, const QString& sql, const QS
 
 LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, bool inMemory) {
     if (!connection || connection->state() == 0)
-        throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
-                           QStringLiteral("Database"), statement);
+        throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
     const Translation translation = translateStatement(statement);
     if (translation.kind != StatementKind::Select)
-        throw RuntimeError(error::statement, QStringLiteral("A result set needs a SELECT"),
-                           QStringLiteral("Database"), statement);
+        throw RuntimeError(error::statement, u"A result set needs a SELECT"_s, u"Database"_s, statement);
     const bool oneTable = !translation.keysSql.isEmpty() && isTable(connection->handle(), translation.table);
     if (oneTable && !inMemory) {
         if (KeyedStatements keyed = prepareKeyed(connection, translation, statement); keyed.rows)
             return byKey(std::move(keyed), translation.ordered);
     }
     if (oneTable && !translation.ordered)
-        return allRows(connection, translation.sql + QStringLiteral(" ORDER BY ") + translation.rowId, statement);
+        return allRows(connection, translation.sql + u" ORDER BY "_s + translation.rowId, statement);
     return allRows(connection, translation.sql, statement);
 }
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -29,7 +31,9 @@ public:
     ReadLock& operator=(const ReadLock&) = delete;
 
 private:
-    bool run(const char* sql) { return sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
+    bool run(const char* sql) {
+        return sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
 
     sqlite3* m_database;
     bool m_mine;
@@ -42,9 +46,7 @@ void MemoryRows::append(Row row) {
         m_cells.push_back(std::move(value));
 }
 
-std::int64_t MemoryRows::count() const {
-    return static_cast<std::int64_t>(m_cells.size() / m_fields);
-}
+std::int64_t MemoryRows::count() const { return static_cast<std::int64_t>(m_cells.size() / m_fields); }
 
 QVariant MemoryRows::value(std::int64_t row, int field) {
     return m_cells[static_cast<std::size_t>(row) * m_fields + static_cast<std::size_t>(field)];
@@ -59,9 +61,7 @@ void MemoryRows::changed(std::int64_t row, const Row& values) {
     std::copy(values.begin(), values.end(), m_cells.begin() + row * static_cast<std::int64_t>(m_fields));
 }
 
-void MemoryRows::added(const Row& values, std::int64_t) {
-    append(values);
-}
+void MemoryRows::added(const Row& values, std::int64_t) { append(values); }
 
 KeysetRows::KeysetRows(ConnectionPtr connection, const QString& rowSql, const QString& statement)
     : m_connection(std::move(connection)), m_statement(m_connection->handle(), rowSql, statement),
@@ -71,16 +71,14 @@ KeysetRows::KeysetRows(ConnectionPtr connection, const QString& rowSql, const QS
 int KeysetRows::keyField() const {
     for (int field = 0; field < m_fields.count(); ++field) {
         const FieldInfo& info = m_fields.info(field);
-        if (m_connection->isKey(info.baseTable, info.baseColumn)
-            && m_connection->declaredType(info.baseTable, info.baseColumn) == QLatin1String("INTEGER"))
+        if (m_connection->isKey(info.baseTable, info.baseColumn) &&
+            m_connection->declaredType(info.baseTable, info.baseColumn) == "INTEGER"_L1)
             return field;
     }
     return -1;
 }
 
-std::int64_t KeysetRows::count() const {
-    return static_cast<std::int64_t>(m_ids.size());
-}
+std::int64_t KeysetRows::count() const { return static_cast<std::int64_t>(m_ids.size()); }
 
 KeysetRows::Kept& KeysetRows::place(std::int64_t row) {
     return m_kept[static_cast<std::size_t>(row) % keptRows];
@@ -91,8 +89,7 @@ const RowStore::Row& KeysetRows::read(std::int64_t row) {
     if (kept.id == m_ids[static_cast<std::size_t>(row)] && !kept.values.empty())
         return kept.values;
     if (m_connection->state() == 0)
-        throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
-                           QStringLiteral("Database"), m_text);
+        throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_text);
     bool found = false;
     if (row == m_lastFetched + 1) {
         fetchAhead(row);
@@ -101,8 +98,7 @@ const RowStore::Row& KeysetRows::read(std::int64_t row) {
         found = fetch(row);
     }
     if (!found)
-        throw RuntimeError(error::noCurrentRecord, QStringLiteral("The record has been deleted"),
-                           QStringLiteral("Database"), m_text);
+        throw RuntimeError(error::noCurrentRecord, u"The record has been deleted"_s, u"Database"_s, m_text);
     return kept.values;
 }
 
@@ -133,16 +129,10 @@ QVariant KeysetRows::value(std::int64_t row, int field) {
     return read(row)[static_cast<std::size_t>(field)];
 }
 
-RowStore::Row KeysetRows::row(std::int64_t row) {
-    return read(row);
-}
+RowStore::Row KeysetRows::row(std::int64_t row) { return read(row); }
 
-void KeysetRows::changed(std::int64_t row, const Row&) {
-    place(row).values.clear();
-}
+void KeysetRows::changed(std::int64_t row, const Row&) { place(row).values.clear(); }
 
-void KeysetRows::added(const Row&, std::int64_t id) {
-    m_ids.push_back(id);
-}
+void KeysetRows::added(const Row&, std::int64_t id) { m_ids.push_back(id); }
 
 }  // namespace platform

@@ -8,17 +8,18 @@
 #include <QSet>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 RowWriter::RowWriter(Connection& connection, const FieldList& fields, const QString& statement)
     : m_connection(connection), m_fields(fields), m_statement(statement) {
     if (connection.state() == 0)
-        throw RuntimeError(error::objectClosed, QStringLiteral("The connection is closed"),
-                           QStringLiteral("Database"), statement);
+        throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
 }
 
 void RowWriter::refuse(const QString& reason) const {
-    throw RuntimeError(error::notUpdatable, reason, QStringLiteral("Database"), m_statement);
+    throw RuntimeError(error::notUpdatable, reason, u"Database"_s, m_statement);
 }
 
 int RowWriter::keyField(const QString& table) const {
@@ -27,16 +28,16 @@ int RowWriter::keyField(const QString& table) const {
         if (info.baseTable == table && m_connection.isKey(table, info.baseColumn))
             return field;
     }
-    refuse(QStringLiteral("The row can't be written: the key of table %1 is not in the result set").arg(table));
+    refuse(u"The row can't be written: the key of table %1 is not in the result set"_s.arg(table));
 }
 
 QString RowWriter::soleTable(const Changes& changes) const {
     if (changes.empty())
-        refuse(QStringLiteral("A new row needs at least one value"));
+        refuse(u"A new row needs at least one value"_s);
     const QString table = m_fields.info(changes.begin()->first).baseTable;
     for (const auto& [field, value] : changes) {
         if (m_fields.info(field).baseTable != table)
-            refuse(QStringLiteral("A new row can only be added to one table"));
+            refuse(u"A new row can only be added to one table"_s);
     }
     return table;
 }
@@ -71,22 +72,22 @@ void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& r
     for (const auto& [field, value] : changes) {
         if (m_fields.info(field).baseTable != table)
             continue;
-        assignments << quotedName(m_fields.info(field).baseColumn) + QStringLiteral(" = ?");
+        assignments << quotedName(m_fields.info(field).baseColumn) + u" = ?"_s;
         values.push_back(value);
     }
     values.push_back(row[static_cast<std::size_t>(key)]);
-    sqlite::Statement statement(m_connection.handle(),
-                                QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
-                                    .arg(quotedName(table), assignments.join(QStringLiteral(", ")),
-                                         quotedName(m_fields.info(key).baseColumn)),
-                                m_statement);
+    sqlite::Statement statement(
+        m_connection.handle(),
+        u"UPDATE %1 SET %2 WHERE %3 = ?"_s.arg(quotedName(table), assignments.join(u", "_s),
+                                               quotedName(m_fields.info(key).baseColumn)),
+        m_statement);
     for (std::size_t i = 0; i < values.size(); ++i)
         statement.bind(static_cast<int>(i) + 1, values[i]);
     statement.step();
     if (sqlite3_changes(m_connection.handle()) == 0)
         throw RuntimeError(error::noCurrentRecord,
-                           QStringLiteral("The row can't be written: it has been deleted from table %1").arg(table),
-                           QStringLiteral("Database"), m_statement);
+                           u"The row can't be written: it has been deleted from table %1"_s.arg(table),
+                           u"Database"_s, m_statement);
 }
 
 std::int64_t RowWriter::insert(const Changes& changes) {
@@ -95,12 +96,11 @@ std::int64_t RowWriter::insert(const Changes& changes) {
     QStringList marks;
     for (const auto& [field, value] : changes) {
         columns << quotedName(m_fields.info(field).baseColumn);
-        marks << QStringLiteral("?");
+        marks << u"?"_s;
     }
     sqlite::Statement statement(m_connection.handle(),
-                                QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                    .arg(quotedName(table), columns.join(QStringLiteral(", ")),
-                                         marks.join(QStringLiteral(", "))),
+                                u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(
+                                    quotedName(table), columns.join(u", "_s), marks.join(u", "_s)),
                                 m_statement);
     int parameter = 0;
     for (const auto& [field, value] : changes)
@@ -119,15 +119,15 @@ void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QV
         columns << quotedName(m_fields.info(field).baseColumn);
         places.push_back(field);
     }
-    sqlite::Statement statement(m_connection.handle(),
-                                QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                    .arg(columns.join(QStringLiteral(", ")), quotedName(table)),
-                                m_statement);
+    sqlite::Statement statement(
+        m_connection.handle(),
+        u"SELECT %1 FROM %2 WHERE rowid = ?"_s.arg(columns.join(u", "_s), quotedName(table)), m_statement);
     statement.bind(1, qint64{id});
     if (!statement.step())
         return;
     for (std::size_t i = 0; i < places.size(); ++i)
-        row[static_cast<std::size_t>(places[i])] = statement.value(static_cast<int>(i), m_fields.type(places[i]));
+        row[static_cast<std::size_t>(places[i])] =
+            statement.value(static_cast<int>(i), m_fields.type(places[i]));
 }
 
 }  // namespace platform

@@ -8,13 +8,15 @@
 #include <QDateTime>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform::sqlite {
 
 namespace {
 
 struct Meaning {
     std::int32_t number;
-    const char* text;   ///< before the engine's own words
+    const char* text;  ///< before the engine's own words
 };
 
 Meaning constraint(int extended) {
@@ -54,30 +56,25 @@ Meaning meaning(int extended) {
     }
 }
 
-QString utf8(const char* text) {
-    return QString::fromUtf8(text);
-}
+QString utf8(const char* text) { return QString::fromUtf8(text); }
 
 }  // namespace
 
 void fail(sqlite3* database, const QString& statement) {
     const Meaning found = meaning(sqlite3_extended_errcode(database));
-    throw RuntimeError(found.number,
-                       QStringLiteral("%1 (%2)").arg(utf8(found.text), utf8(sqlite3_errmsg(database))),
-                       QStringLiteral("Database"), statement);
+    throw RuntimeError(found.number, u"%1 (%2)"_s.arg(utf8(found.text), utf8(sqlite3_errmsg(database))),
+                       u"Database"_s, statement);
 }
 
 Statement::Statement(sqlite3* database, const QString& sql, const QString& original)
     : m_database(database), m_original(original) {
     const QByteArray text = sql.toUtf8();
-    if (sqlite3_prepare_v2(database, text.constData(), static_cast<int>(text.size()), &m_statement, nullptr)
-        != SQLITE_OK)
+    if (sqlite3_prepare_v2(database, text.constData(), static_cast<int>(text.size()), &m_statement,
+                           nullptr) != SQLITE_OK)
         fail(database, original);
 }
 
-Statement::~Statement() {
-    sqlite3_finalize(m_statement);
-}
+Statement::~Statement() { sqlite3_finalize(m_statement); }
 
 void Statement::bind(int parameter, const QVariant& value) {
     int code = SQLITE_OK;
@@ -91,9 +88,9 @@ void Statement::bind(int parameter, const QVariant& value) {
     else if (type == QMetaType::Double)
         code = sqlite3_bind_double(m_statement, parameter, value.toDouble());
     else {
-        const QString text = type == qMetaTypeId<Currency>()   ? value.value<Currency>().toText()
-                             : type == QMetaType::QDateTime ? storedDate(value.toDateTime())
-                                                            : value.toString();
+        const QString text = type == qMetaTypeId<Currency>() ? value.value<Currency>().toText()
+                             : type == QMetaType::QDateTime  ? storedDate(value.toDateTime())
+                                                             : value.toString();
         const QByteArray bytes = text.toUtf8();
         code = sqlite3_bind_text(m_statement, parameter, bytes.constData(), static_cast<int>(bytes.size()),
                                  SQLITE_TRANSIENT);
@@ -116,21 +113,13 @@ bool Statement::step() {
     }
 }
 
-void Statement::reset() {
-    sqlite3_reset(m_statement);
-}
+void Statement::reset() { sqlite3_reset(m_statement); }
 
-bool Statement::isReadOnly() const {
-    return sqlite3_stmt_readonly(m_statement) != 0;
-}
+bool Statement::isReadOnly() const { return sqlite3_stmt_readonly(m_statement) != 0; }
 
-int Statement::columnCount() const {
-    return sqlite3_column_count(m_statement);
-}
+int Statement::columnCount() const { return sqlite3_column_count(m_statement); }
 
-QString Statement::columnName(int column) const {
-    return utf8(sqlite3_column_name(m_statement, column));
-}
+QString Statement::columnName(int column) const { return utf8(sqlite3_column_name(m_statement, column)); }
 
 QString Statement::declaredType(int column) const {
     return utf8(sqlite3_column_decltype(m_statement, column));
@@ -144,9 +133,7 @@ QString Statement::baseColumn(int column) const {
     return utf8(sqlite3_column_origin_name(m_statement, column));
 }
 
-std::int64_t Statement::integer(int column) const {
-    return sqlite3_column_int64(m_statement, column);
-}
+std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
 
 QVariant Statement::value(int column, const ColumnType& type) const {
     const int storage = sqlite3_column_type(m_statement, column);

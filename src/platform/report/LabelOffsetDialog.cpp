@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -27,7 +29,7 @@ QDoubleSpinBox* inchBox(const QString& name, QWidget* parent) {
     box->setDecimals(2);
     box->setSingleStep(0.01);
     box->setRange(-0.5, 0.5);
-    box->setSuffix(QStringLiteral(" in"));
+    box->setSuffix(u" in"_s);
     box->setAlignment(Qt::AlignRight);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     return box;
@@ -37,7 +39,7 @@ QDoubleSpinBox* inchBox(const QString& name, QWidget* parent) {
 LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QString& printerName,
                                      QWidget* parent)
     : QDialog(parent), m_labels(labels) {
-    setObjectName(QStringLiteral("labelOffset"));
+    setObjectName(u"labelOffset"_s);
     setWindowTitle(reportText("Align labels"));
     auto* about =
         new QLabel(reportText("Print the test sheet on plain paper, hold it against the label stock and "
@@ -45,11 +47,11 @@ LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QStri
                    this);
     about->setWordWrap(true);
     m_printer = new QComboBox(this);
-    m_printer->setObjectName(QStringLiteral("printer"));
+    m_printer->setObjectName(u"printer"_s);
     m_printer->addItems(printerNames());
     m_printer->setCurrentIndex(std::max(0, m_printer->findText(printerName)));
-    m_right = inchBox(QStringLiteral("right"), this);
-    m_down = inchBox(QStringLiteral("down"), this);
+    m_right = inchBox(u"right"_s, this);
+    m_down = inchBox(u"down"_s, this);
 
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);

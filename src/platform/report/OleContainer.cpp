@@ -7,6 +7,8 @@
 #include <gsf/gsf.h>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -28,7 +30,7 @@ QByteArray inOleContainer(const QByteArray& streamName, const QByteArray& stream
                                           reinterpret_cast<const guint8*>(stream.constData())) &&
                          gsf_output_close(child.get()) && gsf_output_close(GSF_OUTPUT(container.get()));
     if (!written)
-        throw RuntimeError(error::deviceIo, QStringLiteral("The spreadsheet file could not be composed"));
+        throw RuntimeError(error::deviceIo, u"The spreadsheet file could not be composed"_s);
     return QByteArray(
         reinterpret_cast<const char*>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(sink.get()))),
         static_cast<qsizetype>(gsf_output_size(sink.get())));

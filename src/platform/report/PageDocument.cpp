@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 std::uint16_t PageDocument::styleIndex(const TextStyle& style) {
@@ -31,10 +33,13 @@ QString dumped(const PageDocument& document) {
     QString out;
     int number = 0;
     for (const Page& page : document.pages) {
-        out += QStringLiteral("page %1\n").arg(++number);
+        out += u"page %1\n"_s.arg(++number);
         for (const PageItem& item : page.items) {
-            out += QStringLiteral("%1 %2 %3 %4 %5").arg(QLatin1String(names[static_cast<int>(item.kind)]))
-                       .arg(item.x).arg(item.y).arg(item.width).arg(item.height);
+            out += u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(names[static_cast<int>(item.kind)]))
+                       .arg(item.x)
+                       .arg(item.y)
+                       .arg(item.width)
+                       .arg(item.height);
             if (!item.text.isEmpty()) {
                 QString text = item.text;
                 text.replace('\\', "\\\\").replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
@@ -45,7 +50,7 @@ QString dumped(const PageDocument& document) {
                 for (std::uint32_t i = 0; i < item.runCount; ++i)
                     shown << page.runs[item.firstRun + i].text;
                 if (shown != QStringList(item.text))
-                    out += QStringLiteral("  shown as: ") + shown.join(QStringLiteral(" | "));
+                    out += u"  shown as: "_s + shown.join(u" | "_s);
             }
             out += '\n';
         }

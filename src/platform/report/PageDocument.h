@@ -26,8 +26,8 @@ struct PageItem {
     std::uint16_t control = 0;  ///< index of the control in its section
     int x = 0, y = 0, width = 0, height = 0;
     std::uint32_t firstRun = 0, runCount = 0;  ///< into Page::runs
-    std::int32_t value = -1;    ///< into Page::values; -1: the text was written from nothing else
-    QString text;               ///< the whole text, also where the page shows less
+    std::int32_t value = -1;  ///< into Page::values; -1: the text was written from nothing else
+    QString text;             ///< the whole text, also where the page shows less
 };
 
 /// The number, money or date behind a text, and its picture.
@@ -69,7 +69,7 @@ public:
     std::vector<TextStyle> styles;
     std::vector<Page> pages;
     std::vector<PageWarning> warnings;
-    int cutTexts = 0;        ///< how often each kind of warning came, also of those not kept
+    int cutTexts = 0;  ///< how often each kind of warning came, also of those not kept
     int missingBarCodes = 0;
 
     /// Index of the style, added when new.

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -18,9 +20,7 @@ constexpr std::size_t mostPages = 65'535;
 PageMaker::PageMaker(Report& report, PageDocument& document, TextMeasure& measure)
     : m_report(report), m_document(document), m_fitting(measure) {}
 
-PageMaker::~PageMaker() {
-    end();
-}
+PageMaker::~PageMaker() { end(); }
 
 void PageMaker::end() noexcept {
     if (std::exchange(m_ended, true))
@@ -62,8 +62,7 @@ void PageMaker::fillPage() {
     if (m_stage == Stage::Start)
         startRun();
     if (m_document.pages.size() >= mostPages)
-        throw RuntimeError(error::overflow,
-                           QStringLiteral("Report %1 has no end").arg(m_document.definition.name));
+        throw RuntimeError(error::overflow, u"Report %1 has no end"_s.arg(m_document.definition.name));
     m_page = {};
     // The page is in the document while it is being made, so that warnings name it; a failure drops it.
     m_document.pages.emplace_back();
@@ -107,11 +106,20 @@ Section* PageMaker::upcoming() {
     while (m_stage != Stage::Over) {
         Section* section = nullptr;
         switch (m_stage) {
-        case Stage::GroupHeader: section = m_report.section(SectionKind::GroupHeader); break;
-        case Stage::Details: section = m_eof ? nullptr : m_report.section(SectionKind::Detail); break;
-        case Stage::GroupFooter: section = m_report.section(SectionKind::GroupFooter); break;
-        case Stage::ReportFooter: section = m_report.section(SectionKind::ReportFooter); break;
-        default: return nullptr;
+        case Stage::GroupHeader:
+            section = m_report.section(SectionKind::GroupHeader);
+            break;
+        case Stage::Details:
+            section = m_eof ? nullptr : m_report.section(SectionKind::Detail);
+            break;
+        case Stage::GroupFooter:
+            section = m_report.section(SectionKind::GroupFooter);
+            break;
+        case Stage::ReportFooter:
+            section = m_report.section(SectionKind::ReportFooter);
+            break;
+        default:
+            return nullptr;
         }
         if (section)
             return section;
@@ -174,9 +182,10 @@ void PageMaker::place(Section& section, int x, int y, int column) {
 
 void PageMaker::addItem(const Control& control, std::size_t index, int x, int y) {
     PageItem item;
-    item.kind = control.isText() ? ItemKind::Text
+    item.kind = control.isText()                    ? ItemKind::Text
                 : control.kind == ControlKind::Line ? ItemKind::Line
-                : control.kind == ControlKind::Box ? ItemKind::Box : ItemKind::BarCode;
+                : control.kind == ControlKind::Box  ? ItemKind::Box
+                                                    : ItemKind::BarCode;
     item.style = m_document.styleIndex(control.style);
     item.control = static_cast<std::uint16_t>(index);
     item.x = x;

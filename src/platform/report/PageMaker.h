@@ -48,7 +48,7 @@ private:
     bool m_ended = false;
     bool m_eof = false;
     int m_y = 0;
-    int m_column = 0;       ///< detail column that comes next
+    int m_column = 0;  ///< detail column that comes next
     bool m_bodyEmpty = true;
 };
 

@@ -31,14 +31,14 @@ void PagePainter::paint(QPainter& painter, const Page& page) {
         m_fonts.push_back(reportFont(m_document.styles[i]));
     // Rules, boxes and backgrounds first, then all writing: nothing hides a text, and pens and fonts
     // change seldom, which is most of the work on paper.
-    m_penColour = m_fontSet = -1;
+    m_penColor = m_fontSet = -1;
     for (const PageItem& item : page.items) {
         const TextStyle& style = styleOf(item);
         if (item.kind == ItemKind::Line) {
-            useRulePen(painter, style.colour);
+            useRulePen(painter, style.color);
             painter.drawLine(item.x, item.y, item.x + item.width, item.y + item.height);
         } else if (item.kind == ItemKind::Box) {
-            useRulePen(painter, style.colour);
+            useRulePen(painter, style.color);
             painter.setBrush(style.background ? QBrush(QColor::fromRgb(*style.background))
                                               : QBrush(Qt::NoBrush));
             painter.drawRect(item.x, item.y, item.width, item.height);
@@ -47,7 +47,7 @@ void PagePainter::paint(QPainter& painter, const Page& page) {
             painter.fillRect(item.x, item.y, item.width, item.height, QColor::fromRgb(*style.background));
         }
     }
-    m_penColour = -1;
+    m_penColor = -1;
     for (const PageItem& item : page.items) {
         if (item.kind == ItemKind::Text)
             paintText(painter, page, item);
@@ -56,11 +56,11 @@ void PagePainter::paint(QPainter& painter, const Page& page) {
     }
 }
 
-void PagePainter::useRulePen(QPainter& painter, QRgb colour) {
-    if (m_penColour == colour)
+void PagePainter::useRulePen(QPainter& painter, QRgb color) {
+    if (m_penColor == color)
         return;
-    m_penColour = colour;
-    QPen pen(QColor::fromRgb(colour), ruleWidth);
+    m_penColor = color;
+    QPen pen(QColor::fromRgb(color), ruleWidth);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::MiterJoin);
     painter.setPen(pen);
@@ -72,10 +72,10 @@ void PagePainter::paintText(QPainter& painter, const Page& page, const PageItem&
     if (m_fontSet != item.style) {
         painter.setFont(m_fonts[item.style]);
         m_fontSet = item.style;
-        const QRgb colour = styleOf(item).colour;
-        if (m_penColour != colour) {
-            painter.setPen(QColor::fromRgb(colour));
-            m_penColour = colour;
+        const QRgb color = styleOf(item).color;
+        if (m_penColor != color) {
+            painter.setPen(QColor::fromRgb(color));
+            m_penColor = color;
         }
     }
     for (std::uint32_t i = item.firstRun; i < item.firstRun + item.runCount; ++i) {

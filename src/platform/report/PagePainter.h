@@ -20,15 +20,15 @@ public:
     void paint(QPainter& painter, const Page& page);
 
 private:
-    void useRulePen(QPainter& painter, QRgb colour);
+    void useRulePen(QPainter& painter, QRgb color);
     void paintText(QPainter& painter, const Page& page, const PageItem& item);
     void paintBars(QPainter& painter, const PageItem& item);
     const TextStyle& styleOf(const PageItem& item) const { return m_document.styles[item.style]; }
 
     const PageDocument& m_document;
-    std::vector<QFont> m_fonts;  ///< by style
+    std::vector<QFont> m_fonts;    ///< by style
     int m_fontSet = -1;            ///< style whose font the painter has
-    std::int64_t m_penColour = -1; ///< colour of the painter's pen
+    std::int64_t m_penColor = -1;  ///< color of the painter's pen
 };
 
 }  // namespace platform

@@ -35,9 +35,7 @@ QSizeF PageView::pageSize() const {
     return QSizeF(paper.paperWidth, paper.paperHeight) * (pixelsOfTwip * m_zoom);
 }
 
-double PageView::pitch() const {
-    return pageSize().height() + gap;
-}
+double PageView::pitch() const { return pageSize().height() + gap; }
 
 QPointF PageView::pagePlace(int page) const {
     const double spare = viewport()->width() - pageSize().width();
@@ -241,16 +239,20 @@ void PageView::wheelEvent(QWheelEvent* event) {
 void PageView::keyPressEvent(QKeyEvent* event) {
     const bool control = event->modifiers() & Qt::ControlModifier;
     switch (event->key()) {
-    case Qt::Key_Home: return goToPage(0);
-    case Qt::Key_End: return goToPage(pageCount() - 1);
+    case Qt::Key_Home:
+        return goToPage(0);
+    case Qt::Key_End:
+        return goToPage(pageCount() - 1);
     case Qt::Key_PageDown:
         return control ? goToPage(currentPage() + 1)
                        : verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
     case Qt::Key_PageUp:
         return control ? goToPage(currentPage() - 1)
                        : verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepSub);
-    case Qt::Key_Space: return verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    default: QAbstractScrollArea::keyPressEvent(event);
+    case Qt::Key_Space:
+        return verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    default:
+        QAbstractScrollArea::keyPressEvent(event);
     }
 }
 

@@ -13,6 +13,8 @@
 #include <QToolButton>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -29,34 +31,33 @@ QWidget* gapOf(int width, QWidget* parent) {
 }  // namespace
 
 PreviewBar::PreviewBar(bool labelStock, QWidget* parent) : QToolBar(parent) {
-    setObjectName(QStringLiteral("previewBar"));
+    setObjectName(u"previewBar"_s);
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     setIconSize(QSize(24, 24));
     print = tool("print", "print", QKeySequence::Print, "Print");
     savePdf = tool("savePdf", "pdf", QKeySequence::Save, "Save as PDF");
     if (labelStock)
-        offset = tool("offset", "options", QKeySequence(QStringLiteral("Ctrl+L")),
-                      "Align the labels of a printer");
+        offset = tool("offset", "options", QKeySequence(u"Ctrl+L"_s), "Align the labels of a printer");
     addSeparator();
-    first = tool("first", "first", QKeySequence(QStringLiteral("Ctrl+Home")), "First page");
-    previous = tool("previous", "previous", QKeySequence(QStringLiteral("Ctrl+PgUp")), "Previous page");
+    first = tool("first", "first", QKeySequence(u"Ctrl+Home"_s), "First page");
+    previous = tool("previous", "previous", QKeySequence(u"Ctrl+PgUp"_s), "Previous page");
     addPageBox();
-    next = tool("next", "next", QKeySequence(QStringLiteral("Ctrl+PgDown")), "Next page");
-    last = tool("last", "last", QKeySequence(QStringLiteral("Ctrl+End")), "Last page");
+    next = tool("next", "next", QKeySequence(u"Ctrl+PgDown"_s), "Next page");
+    last = tool("last", "last", QKeySequence(u"Ctrl+End"_s), "Last page");
     addSeparator();
     zoomOut = tool("zoomOut", "zoomout", QKeySequence::ZoomOut, "Smaller");
     addZoomBox();
     zoomIn = tool("zoomIn", "zoomin", QKeySequence::ZoomIn, "Larger");
-    zoomIn->setShortcuts({QKeySequence::ZoomIn, QKeySequence(QStringLiteral("Ctrl+="))});
-    fitWidth = tool("fitWidth", "fitwidth", QKeySequence(QStringLiteral("Ctrl+2")), "Fit the width");
-    fitPage = tool("fitPage", "fitpage", QKeySequence(QStringLiteral("Ctrl+1")), "Fit the page");
+    zoomIn->setShortcuts({QKeySequence::ZoomIn, QKeySequence(u"Ctrl+="_s)});
+    fitWidth = tool("fitWidth", "fitwidth", QKeySequence(u"Ctrl+2"_s), "Fit the width");
+    fitPage = tool("fitPage", "fitpage", QKeySequence(u"Ctrl+1"_s), "Fit the page");
     fitWidth->setCheckable(true);
     fitPage->setCheckable(true);
     addWidget(gapOf(0, this));
     addSearchBox();
     addWidget(gapOf(grid, this));
-    close = tool("close", "close", QKeySequence(QStringLiteral("Ctrl+W")), "Close");
+    close = tool("close", "close", QKeySequence(u"Ctrl+W"_s), "Close");
 }
 
 QAction* PreviewBar::tool(const char* name, const char* iconName, const QKeySequence& keys, const char* tip) {
@@ -64,10 +65,10 @@ QAction* PreviewBar::tool(const char* name, const char* iconName, const QKeySequ
     auto* action = new QAction(icon(QString::fromLatin1(iconName)), text, this);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(keys);
-    action->setToolTip(text + QStringLiteral("  ") + keys.toString(QKeySequence::NativeText));
+    action->setToolTip(text + u"  "_s + keys.toString(QKeySequence::NativeText));
     addAction(action);
     QWidget* button = widgetForAction(action);
-    button->setObjectName(QString::fromLatin1(name) + QStringLiteral("Button"));
+    button->setObjectName(QString::fromLatin1(name) + u"Button"_s);
     button->setAccessibleName(text);
     button->setFocusPolicy(Qt::TabFocus);
     button->setFixedSize(5 * grid - 2, 5 * grid - 2);
@@ -76,22 +77,22 @@ QAction* PreviewBar::tool(const char* name, const char* iconName, const QKeySequ
 
 void PreviewBar::addPageBox() {
     m_page = new QLineEdit(this);
-    m_page->setObjectName(QStringLiteral("pageBox"));
+    m_page->setObjectName(u"pageBox"_s);
     m_page->setAccessibleName(reportText("Page"));
-    m_page->setToolTip(reportText("Go to page") + QStringLiteral("  ") +
-                       QKeySequence(QStringLiteral("Ctrl+G")).toString(QKeySequence::NativeText));
+    m_page->setToolTip(reportText("Go to page") + u"  "_s +
+                       QKeySequence(u"Ctrl+G"_s).toString(QKeySequence::NativeText));
     m_page->setAlignment(Qt::AlignRight);
     m_page->setFixedWidth(7 * grid);
     m_page->setValidator(new QIntValidator(1, 999'999, m_page));
     m_count = new QLabel(this);
-    m_count->setObjectName(QStringLiteral("pageCount"));
+    m_count->setObjectName(u"pageCount"_s);
     m_count->setMinimumWidth(6 * grid);
     addWidget(gapOf(grid / 2, this));
     addWidget(m_page);
     addWidget(gapOf(grid, this));
     addWidget(m_count);
     connect(m_page, &QLineEdit::returnPressed, this, [this] { emit pageChosen(m_page->text().toInt() - 1); });
-    auto* keys = new QShortcut(QKeySequence(QStringLiteral("Ctrl+G")), this);
+    auto* keys = new QShortcut(QKeySequence(u"Ctrl+G"_s), this);
     keys->setContext(Qt::WindowShortcut);
     connect(keys, &QShortcut::activated, this, [this] {
         m_page->setFocus(Qt::ShortcutFocusReason);
@@ -101,35 +102,35 @@ void PreviewBar::addPageBox() {
 
 void PreviewBar::addZoomBox() {
     m_zoom = new QComboBox(this);
-    m_zoom->setObjectName(QStringLiteral("zoomBox"));
+    m_zoom->setObjectName(u"zoomBox"_s);
     m_zoom->setAccessibleName(reportText("Zoom"));
     m_zoom->setToolTip(reportText("Zoom"));
     m_zoom->setEditable(true);
     m_zoom->setInsertPolicy(QComboBox::NoInsert);
     m_zoom->setFixedWidth(12 * grid);
     for (const int percent : {25, 50, 75, 100, 125, 150, 200, 300, 400})
-        m_zoom->addItem(QStringLiteral("%1 %").arg(percent));
+        m_zoom->addItem(u"%1 %"_s.arg(percent));
     addWidget(m_zoom);
     const auto choose = [this] {
-        const double percent = m_zoom->currentText().remove(QLatin1Char('%')).trimmed().toDouble();
+        const double percent = m_zoom->currentText().remove('%'_L1).trimmed().toDouble();
         if (percent > 0)
             emit zoomChosen(percent / 100);
     };
     connect(m_zoom, &QComboBox::activated, this, choose);
     connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, choose);
-    auto* whole = new QShortcut(QKeySequence(QStringLiteral("Ctrl+0")), this);
+    auto* whole = new QShortcut(QKeySequence(u"Ctrl+0"_s), this);
     whole->setContext(Qt::WindowShortcut);
     connect(whole, &QShortcut::activated, this, [this] { emit zoomChosen(1.0); });
 }
 
 void PreviewBar::addSearchBox() {
     m_search = new QLineEdit(this);
-    m_search->setObjectName(QStringLiteral("searchBox"));
+    m_search->setObjectName(u"searchBox"_s);
     m_search->setAccessibleName(reportText("Find"));
     m_search->setPlaceholderText(reportText("Find"));
-    m_search->setToolTip(reportText("Find on the pages") + QStringLiteral("  ") +
+    m_search->setToolTip(reportText("Find on the pages") + u"  "_s +
                          QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
-    m_search->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    m_search->addAction(icon(u"search"_s), QLineEdit::LeadingPosition);
     m_search->setClearButtonEnabled(true);
     m_search->setMaximumWidth(28 * grid);
     addWidget(m_search);
@@ -147,8 +148,8 @@ void PreviewBar::addSearchBox() {
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
-    onKeys(QKeySequence(QStringLiteral("F3")), [this] { emit findWanted(m_search->text(), false); });
-    onKeys(QKeySequence(QStringLiteral("Shift+F3")), [this] { emit findWanted(m_search->text(), true); });
+    onKeys(QKeySequence(u"F3"_s), [this] { emit findWanted(m_search->text(), false); });
+    onKeys(QKeySequence(u"Shift+F3"_s), [this] { emit findWanted(m_search->text(), true); });
 }
 
 void PreviewBar::showPage(int page, int pageCount) {
@@ -162,7 +163,7 @@ void PreviewBar::showPage(int page, int pageCount) {
 }
 
 void PreviewBar::showZoom(double zoom, bool fitsWidth, bool fitsPage) {
-    m_zoom->setEditText(QStringLiteral("%1 %").arg(std::lround(zoom * 100)));
+    m_zoom->setEditText(u"%1 %"_s.arg(std::lround(zoom * 100)));
     fitWidth->setChecked(fitsWidth);
     fitPage->setChecked(fitsPage);
 }

@@ -10,25 +10,26 @@
 #include <QPushButton>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
-    setObjectName(QStringLiteral("notices"));
-    setStyleSheet(
-        QStringLiteral("QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
-                       "QFrame#notices QListWidget { background: transparent; }")
-            .arg(theme().surface.name(), theme().line.name()));
+    setObjectName(u"notices"_s);
+    setStyleSheet(u"QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
+                  u"QFrame#notices QListWidget { background: transparent; }"_s.arg(theme().surface.name(),
+                                                                                   theme().line.name()));
     auto* sign = new QLabel(this);
-    sign->setPixmap(icon(QStringLiteral("warning")).pixmap(20, 20));
+    sign->setPixmap(icon(u"warning"_s).pixmap(20, 20));
     m_line = new QLabel(this);
-    m_line->setObjectName(QStringLiteral("noticeLine"));
-    m_line->setStyleSheet(QStringLiteral("color: %1; font-weight: 600;").arg(theme().warning.name()));
+    m_line->setObjectName(u"noticeLine"_s);
+    m_line->setStyleSheet(u"color: %1; font-weight: 600;"_s.arg(theme().warning.name()));
     m_line->setWordWrap(true);
     m_more = new QPushButton(reportText("Show"), this);
-    m_more->setObjectName(QStringLiteral("noticeMore"));
+    m_more->setObjectName(u"noticeMore"_s);
     m_more->setCheckable(true);
     m_list = new QListWidget(this);
-    m_list->setObjectName(QStringLiteral("noticeList"));
+    m_list->setObjectName(u"noticeList"_s);
     m_list->setAccessibleName(reportText("Warnings"));
     m_list->hide();
     auto* line = new QHBoxLayout;
@@ -57,7 +58,7 @@ QString PreviewNotices::sentence(const PageWarning& warning) {
                              : reportText("Page %1: can not be written as a bar code: \"%2\"");
     QString shown = text.arg(warning.page).arg(QString(warning.text).simplified());
     if (warning.count > 1)
-        shown += QStringLiteral("  ") + reportText("(%1 times)").arg(warning.count);
+        shown += u"  "_s + reportText("(%1 times)").arg(warning.count);
     return shown;
 }
 
@@ -86,7 +87,7 @@ void PreviewNotices::update(const PageDocument& document, const QString& ending)
     else
         parts << counts(document);
     parts.removeAll({});
-    m_line->setText(parts.join(QStringLiteral("  ")));
+    m_line->setText(parts.join(u"  "_s));
     m_more->setVisible(m_list->count() > 1);
     m_list->setFixedHeight(std::min(5, m_list->count()) * (4 * grid) + grid);
     setVisible(!parts.isEmpty());
@@ -98,7 +99,7 @@ QString PreviewNotices::counts(const PageDocument& document) {
         parts << reportText("Texts too long for their place and cut: %1.").arg(document.cutTexts);
     if (document.missingBarCodes > 0)
         parts << reportText("Bar codes left out: %1.").arg(document.missingBarCodes);
-    return parts.join(QStringLiteral("  "));
+    return parts.join(u"  "_s);
 }
 
 }  // namespace platform

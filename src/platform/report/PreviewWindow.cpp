@@ -24,6 +24,8 @@
 #include <QScreen>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -48,7 +50,7 @@ PreviewWindow* PreviewWindow::open(std::unique_ptr<Report> report) {
 
 PreviewWindow::PreviewWindow(std::unique_ptr<Report> report)
     : m_run(std::move(report)), m_search(m_run.document()) {
-    setObjectName(QStringLiteral("preview"));
+    setObjectName(u"preview"_s);
     setAttribute(Qt::WA_DeleteOnClose);
 }
 
@@ -59,7 +61,7 @@ void PreviewWindow::build() {
     m_bar = new PreviewBar(m_run.document().definition.stock.has_value(), this);
     addToolBar(m_bar);
     m_view = new PageView(m_run.document(), this);
-    m_view->setObjectName(QStringLiteral("pages"));
+    m_view->setObjectName(u"pages"_s);
     m_view->setAccessibleName(reportText("Pages"));
     m_notices = new PreviewNotices(this);
     auto* middle = new QWidget(this);
@@ -79,21 +81,20 @@ void PreviewWindow::build() {
 
 QWidget* PreviewWindow::buildFoot() {
     auto* foot = new QFrame(this);
-    foot->setObjectName(QStringLiteral("foot"));
-    foot->setStyleSheet(
-        QStringLiteral("QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }")
-            .arg(theme().surface.name(), theme().line.name()));
+    foot->setObjectName(u"foot"_s);
+    foot->setStyleSheet(u"QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }"_s.arg(
+        theme().surface.name(), theme().line.name()));
     m_state = new QLabel(foot);
-    m_state->setObjectName(QStringLiteral("state"));
+    m_state->setObjectName(u"state"_s);
     m_state->setProperty("quiet", true);
     m_progress = new QProgressBar(foot);
-    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setObjectName(u"progress"_s);
     m_progress->setTextVisible(false);
     m_progress->setFixedWidth(30 * grid);
     m_cancel = new QPushButton(reportText("Cancel"), foot);
-    m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_cancel->setObjectName(u"cancel"_s);
     m_cancel->setAutoDefault(false);
-    m_cancel->setStyleSheet(QStringLiteral("min-height: 22px; padding: 0 12px;"));
+    m_cancel->setStyleSheet(u"min-height: 22px; padding: 0 12px;"_s);
     auto* line = new QHBoxLayout(foot);
     line->setContentsMargins(2 * grid, grid / 2, 2 * grid, grid / 2);
     line->setSpacing(2 * grid);
@@ -115,9 +116,8 @@ void PreviewWindow::connectBar() {
             PrintFlow(document(), this, go).print(m_run.report().printerName);
         });
     });
-    on(m_bar->savePdf, [this] {
-        output([this](const PageProgress& go) { PrintFlow(document(), this, go).savePdf(); });
-    });
+    on(m_bar->savePdf,
+       [this] { output([this](const PageProgress& go) { PrintFlow(document(), this, go).savePdf(); }); });
     if (m_bar->offset)
         on(m_bar->offset, [this] { alignLabels(); });
     on(m_bar->first, [this] { m_view->goToPage(0); });

@@ -62,8 +62,8 @@ private:
     QLabel* m_state = nullptr;
     QProgressBar* m_progress = nullptr;
     QPushButton* m_cancel = nullptr;
-    QString m_ending;       ///< why the run ended before its time
-    QString m_failure;      ///< why the last output came to nothing
+    QString m_ending;   ///< why the run ended before its time
+    QString m_failure;  ///< why the last output came to nothing
     bool m_outputRuns = false;
     bool m_outputStopped = false;
     bool m_closing = false;

@@ -13,6 +13,8 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -24,8 +26,8 @@ public:
 
 protected:
     void accept() override {
-        const auto* line = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        auto* list = findChild<QListView*>(QStringLiteral("listView"));
+        const auto* line = findChild<QLineEdit*>(u"fileNameEdit"_s);
+        auto* list = findChild<QListView*>(u"listView"_s);
         if (line && list && namesFile(QDir::fromNativeSeparators(line->text())))
             list->clearSelection();
         QFileDialog::accept();
@@ -52,10 +54,11 @@ bool PrintFlow::print(const QString& printerName, std::optional<QPoint> offset) 
             savePdf();
         return false;
     }
-    const bool named = !printerName.isEmpty() && printerName != QLatin1String("0");
+    const bool named = !printerName.isEmpty() && printerName != "0"_L1;
     if (named && !names.contains(printerName)) {
         MsgBox(reportText("The printer \"%1\" is not on this computer. Nothing was printed. "
-                          "Choose a printer in the next window.").arg(printerName),
+                          "Choose a printer in the next window.")
+                   .arg(printerName),
                {Buttons::Ok, Icon::Exclamation});
         return printOn({}, offset);
     }
@@ -74,7 +77,7 @@ bool PrintFlow::printOn(const QString& printerName, std::optional<QPoint> offset
     }
     preparePrinter(printer, m_document);
     QPrintDialog dialog(&printer, m_parent);
-    dialog.setObjectName(QStringLiteral("printDialog"));
+    dialog.setObjectName(u"printDialog"_s);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     dialog.setMinMax(1, static_cast<int>(m_document.pages.size()));
     asker().showModal(dialog, [&] { dialog.exec(); });
@@ -89,16 +92,16 @@ bool PrintFlow::printOn(const QString& printerName, std::optional<QPoint> offset
 
 QString PrintFlow::suggestedPath() const {
     QString name = m_document.caption.isEmpty() ? m_document.definition.name : m_document.caption;
-    name.replace(QRegularExpression(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]")), QStringLiteral(" "));
+    name.replace(QRegularExpression(u"[\\\\/:*?\"<>|\\x00-\\x1f]"_s), u" "_s);
     return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-        .filePath(name.simplified() + QStringLiteral(".pdf"));
+        .filePath(name.simplified() + u".pdf"_s);
 }
 
 bool PrintFlow::savePdf() {
-    SaveDialog dialog(m_parent, reportText("Save as PDF"), suggestedPath(), QStringLiteral("PDF (*.pdf)"));
-    dialog.setObjectName(QStringLiteral("savePdfDialog"));
+    SaveDialog dialog(m_parent, reportText("Save as PDF"), suggestedPath(), u"PDF (*.pdf)"_s);
+    dialog.setObjectName(u"savePdfDialog"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.setDefaultSuffix(u"pdf"_s);
     asker().showModal(dialog, [&] { dialog.exec(); });
     if (dialog.result() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;

@@ -3,6 +3,8 @@
 
 #include <QLibrary>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -12,13 +14,13 @@ constexpr int lastGoodStatus = 0xff;  // successes of the printing protocol are 
 }  // namespace
 
 QString printServiceRefusal() {
-    QLibrary library(QStringLiteral("cups"), version);
+    QLibrary library(u"cups"_s, version);
     const auto lastError = reinterpret_cast<int (*)()>(library.resolve("cupsLastError"));
     const auto lastErrorString = reinterpret_cast<const char* (*)()>(library.resolve("cupsLastErrorString"));
     if (!lastError || !lastErrorString || lastError() <= lastGoodStatus)
         return {};
     const QString reason = QString::fromUtf8(lastErrorString());
-    return reason.isEmpty() ? QStringLiteral("error %1").arg(lastError()) : reason;
+    return reason.isEmpty() ? u"error %1"_s.arg(lastError()) : reason;
 }
 
 }  // namespace platform

@@ -5,6 +5,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QString shownText(const QVariant& value, const QString& picture) {
@@ -39,13 +41,11 @@ Control& Report::found(const QString& name) {
     const auto place = m_byName.constFind(name);
     if (place == m_byName.constEnd())
         throw RuntimeError(error::itemNotFound,
-                           QStringLiteral("Report %1 has no control %2").arg(m_definition.name, name));
+                           u"Report %1 has no control %2"_s.arg(m_definition.name, name));
     return **place;
 }
 
-const Control& Report::control(const QString& name) const {
-    return const_cast<Report*>(this)->found(name);
-}
+const Control& Report::control(const QString& name) const { return const_cast<Report*>(this)->found(name); }
 
 void Report::setText(const QString& name, const QString& text) {
     Control& control = found(name);
@@ -65,17 +65,11 @@ void Report::setValue(const QString& name, const QVariant& value, const QString&
     control.format = picture;
 }
 
-void Report::setVisible(const QString& name, bool visible) {
-    found(name).visible = visible;
-}
+void Report::setVisible(const QString& name, bool visible) { found(name).visible = visible; }
 
-void Report::setFormat(const QString& name, const QString& picture) {
-    found(name).format = picture;
-}
+void Report::setFormat(const QString& name, const QString& picture) { found(name).format = picture; }
 
-void Report::fetchData(bool& eof) {
-    Q_UNUSED(eof)
-}
+void Report::fetchData(bool& eof) { Q_UNUSED(eof) }
 
 void Report::bind(Section& section) {
     if (!m_rows || !m_rows->isOpen() || m_rows->eof() || m_rows->bof())
@@ -92,13 +86,20 @@ void Report::bind(Section& section) {
 
 void Report::raiseFormat(SectionKind kind) {
     switch (kind) {
-    case SectionKind::ReportHeader: return reportHeaderFormat();
-    case SectionKind::PageHeader: return pageHeaderFormat();
-    case SectionKind::GroupHeader: return groupHeaderFormat();
-    case SectionKind::Detail: return detailFormat();
-    case SectionKind::GroupFooter: return groupFooterFormat();
-    case SectionKind::ReportFooter: return reportFooterFormat();
-    case SectionKind::PageFooter: return pageFooterFormat();
+    case SectionKind::ReportHeader:
+        return reportHeaderFormat();
+    case SectionKind::PageHeader:
+        return pageHeaderFormat();
+    case SectionKind::GroupHeader:
+        return groupHeaderFormat();
+    case SectionKind::Detail:
+        return detailFormat();
+    case SectionKind::GroupFooter:
+        return groupFooterFormat();
+    case SectionKind::ReportFooter:
+        return reportFooterFormat();
+    case SectionKind::PageFooter:
+        return pageFooterFormat();
     }
 }
 

@@ -34,13 +34,13 @@ Control& Control::centre() {
     return *this;
 }
 
-Control& Control::colour(QRgb colour) {
-    style.colour = colour | 0xFF000000u;
+Control& Control::color(QRgb color) {
+    style.color = color | 0xFF000000u;
     return *this;
 }
 
-Control& Control::background(QRgb colour) {
-    style.background = colour | 0xFF000000u;
+Control& Control::background(QRgb color) {
+    style.background = color | 0xFF000000u;
     return *this;
 }
 

@@ -14,6 +14,8 @@
 
 namespace platform {
 
+using namespace Qt::StringLiterals;
+
 enum class ControlKind { Label, Field, Line, Box, BarCode };
 enum class TextAlign { Left, Centre, Right };
 /// In the order in which they stand on a page, but for the page footer, which is last on every page.
@@ -34,7 +36,7 @@ struct TextStyle {
     bool bold = false;
     bool italic = false;
     TextAlign align = TextAlign::Left;
-    QRgb colour = qRgb(0, 0, 0);
+    QRgb color = qRgb(0, 0, 0);
     std::optional<QRgb> background = std::nullopt;  ///< fills the whole control
 
     bool operator==(const TextStyle&) const = default;
@@ -51,7 +53,7 @@ struct Control {
     TextStyle style;
     int indent = 0;  ///< from the control's left edge to where its text may begin
     bool visible = true;
-    QVariant value;  ///< what the text was written from, where that is a number, money or a date
+    QVariant value;          ///< what the text was written from, where that is a number, money or a date
     int field = unresolved;  ///< position of the column in the rows, -1 when they lack it
 
     static constexpr int unresolved = -2;
@@ -62,8 +64,8 @@ struct Control {
     Control& italic();
     Control& right();
     Control& centre();
-    Control& colour(QRgb colour);
-    Control& background(QRgb colour);
+    Control& color(QRgb color);
+    Control& background(QRgb color);
     Control& bound(const QString& columnName, const QString& picture = {});
     /// Keeps a text off what stands at the control's left edge.
     Control& indented(int twips);
@@ -94,8 +96,8 @@ struct Margins {
 /// Die-cut label stock: where its labels lie on the sheet.
 struct LabelStock {
     int columns = 3, rows = 10;
-    int left = 225, top = 720;         ///< of the first label
-    int across = 4000, down = 1440;    ///< from one label's edge to the next one's
+    int left = 225, top = 720;       ///< of the first label
+    int across = 4000, down = 1440;  ///< from one label's edge to the next one's
     int width = 3780, height = 1440;
 };
 
@@ -104,11 +106,11 @@ struct ReportDefinition {
     QString name;
     Margins margins;
     std::vector<Section> sections;
-    int detailColumns = 1;    ///< details go across, then down; the printable width is divided evenly
+    int detailColumns = 1;  ///< details go across, then down; the printable width is divided evenly
     /// Given for labels: a printer's offset then matters, and a test sheet can show it.
     std::optional<LabelStock> stock = std::nullopt;
-    TextStyle font{QStringLiteral("Arial"), 10};
-    int paperWidth = 12240;   ///< US Letter, portrait
+    TextStyle font{u"Arial"_s, 10};
+    int paperWidth = 12240;  ///< US Letter, portrait
     int paperHeight = 15840;
 
     int printableWidth() const { return paperWidth - margins.left - margins.right; }

@@ -14,9 +14,7 @@ std::function<void()>& handler() {
 }
 }  // namespace
 
-void setReportFailureHandler(std::function<void()> function) {
-    handler() = std::move(function);
-}
+void setReportFailureHandler(std::function<void()> function) { handler() = std::move(function); }
 
 void reportFailed() noexcept {
     try {
@@ -29,8 +27,6 @@ void reportFailed() noexcept {
     }
 }
 
-QString reportText(const char* english) {
-    return widgetText(QString::fromLatin1(english));
-}
+QString reportText(const char* english) { return widgetText(QString::fromLatin1(english)); }
 
 }  // namespace platform

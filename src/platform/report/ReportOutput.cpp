@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -41,9 +43,7 @@ struct PageRange {
     int first, last;
 };
 
-PageRange wholeOf(const PageDocument& document) {
-    return {0, static_cast<int>(document.pages.size()) - 1};
-}
+PageRange wholeOf(const PageDocument& document) { return {0, static_cast<int>(document.pages.size()) - 1}; }
 
 /// Draws the pages, the device told of each new page.
 template <class NewPage>
@@ -52,7 +52,7 @@ bool paintPages(const PageDocument& document, QPainter& painter, PageRange range
     PagePainter pages(document);
     for (int page = range.first; page <= range.last; ++page) {
         if (page > range.first && !newPage())
-            throw RuntimeError(error::deviceIo, QStringLiteral("The printer refused a page"));
+            throw RuntimeError(error::deviceIo, u"The printer refused a page"_s);
         pages.paint(painter, document.pages[static_cast<std::size_t>(page)]);
         if (go && !go(page - range.first + 1))
             return false;
@@ -73,9 +73,10 @@ std::optional<QByteArray> pdfOf(const PageDocument& document, PageRange range, Q
     writer.setTitle(nameOf(document));
     QPainter painter;
     if (!painter.begin(&writer))
-        throw RuntimeError(error::deviceIo, QStringLiteral("The PDF could not be composed"));
+        throw RuntimeError(error::deviceIo, u"The PDF could not be composed"_s);
     painter.translate(offset);
-    const bool whole = paintPages(document, painter, range, [&] { return writer.newPage(); }, go);
+    const bool whole = paintPages(
+        document, painter, range, [&] { return writer.newPage(); }, go);
     painter.end();
     return whole ? std::optional(bytes) : std::nullopt;
 }
@@ -86,8 +87,7 @@ std::function<QStringList()>& namesSource() {
 }
 
 QString offsetKey(const QString& printer) {
-    return QStringLiteral("LabelOffset/") +
-           QString::fromLatin1(printer.toUtf8().toPercentEncoding());
+    return u"LabelOffset/"_s + QString::fromLatin1(printer.toUtf8().toPercentEncoding());
 }
 
 }  // namespace
@@ -121,38 +121,31 @@ bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offse
     }
     QPainter painter;
     if (!painter.begin(&printer))
-        throw RuntimeError(error::deviceIo,
-                           QStringLiteral("Printer %1 can't be used").arg(printer.printerName()));
+        throw RuntimeError(error::deviceIo, u"Printer %1 can't be used"_s.arg(printer.printerName()));
     // A driver may insist on a resolution of its own.
     const double twip = 1.0 * printer.resolution() / twipsOfInch;
     painter.scale(twip, twip);
     painter.translate(offset);
-    const bool whole = paintPages(document, painter, range, [&] { return printer.newPage(); }, go);
+    const bool whole = paintPages(
+        document, painter, range, [&] { return printer.newPage(); }, go);
     if (!whole)
         printer.abort();
     const bool ended = painter.end();
     const QString refusal = whole ? printServiceRefusal() : QString();
     if (!refusal.isEmpty())
-        throw RuntimeError(error::deviceIo, QStringLiteral("Printer %1 did not take the document: %2")
-                                                .arg(printer.printerName(), refusal));
-    if (!ended || printer.printerState() == QPrinter::Error)
         throw RuntimeError(error::deviceIo,
-                           QStringLiteral("Printer %1 reported an error").arg(printer.printerName()));
+                           u"Printer %1 did not take the document: %2"_s.arg(printer.printerName(), refusal));
+    if (!ended || printer.printerState() == QPrinter::Error)
+        throw RuntimeError(error::deviceIo, u"Printer %1 reported an error"_s.arg(printer.printerName()));
     return whole;
 }
 
-QStringList printerNames() {
-    return namesSource() ? namesSource()() : QPrinterInfo::availablePrinterNames();
-}
+QStringList printerNames() { return namesSource() ? namesSource()() : QPrinterInfo::availablePrinterNames(); }
 
-void setPrinterNames(std::function<QStringList()> names) {
-    namesSource() = std::move(names);
-}
+void setPrinterNames(std::function<QStringList()> names) { namesSource() = std::move(names); }
 
 namespace {
-QString settingsPath() {
-    return programFolder() + QStringLiteral("/window.ini");
-}
+QString settingsPath() { return programFolder() + u"/window.ini"_s; }
 }  // namespace
 
 QPoint printerOffset(const QString& printer) {
@@ -165,7 +158,7 @@ void setPrinterOffset(const QString& printer, QPoint offset) {
     settings.setValue(offsetKey(printer), offset);
     settings.sync();
     if (settings.status() != QSettings::NoError)
-        throw RuntimeError(error::permissionDenied, QStringLiteral("Can't write %1").arg(settingsPath()));
+        throw RuntimeError(error::permissionDenied, u"Can't write %1"_s.arg(settingsPath()));
 }
 
 }  // namespace platform

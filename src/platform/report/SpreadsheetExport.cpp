@@ -13,18 +13,21 @@
 #include <cmath>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
 
-bool isDate(const QVariant& value) {
-    return value.userType() == QMetaType::QDateTime;
-}
+bool isDate(const QVariant& value) { return value.userType() == QMetaType::QDateTime; }
 
 /// The value as a cell's number, where it is one.
 std::optional<double> cellNumber(const QVariant& value) {
     switch (value.userType()) {
-    case QMetaType::Int: case QMetaType::Short: case QMetaType::LongLong: case QMetaType::UInt:
+    case QMetaType::Int:
+    case QMetaType::Short:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
     case QMetaType::Double: {
         const double number = value.toDouble();
         return std::isfinite(number) ? std::optional(number) : std::nullopt;
@@ -34,20 +37,21 @@ std::optional<double> cellNumber(const QVariant& value) {
         const double days = toSerial(value.toDateTime());
         return days >= 61 ? std::optional(days) : std::nullopt;
     }
-    default: break;
+    default:
+        break;
     }
     if (value.userType() == qMetaTypeId<Currency>())
         return value.value<Currency>().toDouble();
     return std::nullopt;
 }
 
-constexpr qsizetype mostWidened = 40;                     // characters for which a column is made wider
+constexpr qsizetype mostWidened = 40;                    // characters for which a column is made wider
 constexpr double digitWidth = 0.56, lineHeight = 1.275;  // of a font, in its points
 
 QString quoted(const QString& literal) {
     if (literal.isEmpty())
         return {};
-    return QLatin1Char('"') + QString(literal).remove(QLatin1Char('"')) + QLatin1Char('"');
+    return '"'_L1 + QString(literal).remove('"'_L1) + '"'_L1;
 }
 
 class Writer {
@@ -127,7 +131,8 @@ private:
 
     /// About how wide so many characters are, in twips.
     int widthOf(const PageItem& item, qsizetype characters) const {
-        return static_cast<int>(std::ceil(static_cast<double>(characters) * pointsOf(item) * 20 * digitWidth));
+        return static_cast<int>(
+            std::ceil(static_cast<double>(characters) * pointsOf(item) * 20 * digitWidth));
     }
 
     /// What a text needs in a cell of the width.
@@ -136,10 +141,10 @@ private:
         int lines;    ///< more than one where the text has line ends
     };
     Fit fitOf(const PageItem& item, int width) const {
-        if (!item.text.contains(QLatin1Char('\n')))
+        if (!item.text.contains('\n'_L1))
             return {widthOf(item, item.text.size()) > width, 1};
         int lines = 0;
-        for (const QString& line : item.text.trimmed().split(QLatin1Char('\n')))
+        for (const QString& line : item.text.trimmed().split('\n'_L1))
             lines += std::max(1, (widthOf(item, line.trimmed().size()) + width - 1) / std::max(1, width));
         return {false, std::max(2, lines)};
     }
@@ -162,7 +167,7 @@ private:
         if (number && !typed.format.isEmpty())
             cell.numberFormat = numberFormatOf(typed.format);
         else if (date)
-            cell.numberFormat = time ? QStringLiteral("m/d/yyyy h:mm:ss AM/PM") : QStringLiteral("m/d/yyyy");
+            cell.numberFormat = time ? u"m/d/yyyy h:mm:ss AM/PM"_s : u"m/d/yyyy"_s;
         const std::uint16_t style = m_workbook.addStyle(cell);
         m_styles.insert(key, {typed.format, style});
         return style;
@@ -200,17 +205,15 @@ private:
 }  // namespace
 
 QString numberFormatOf(const QString& picture) {
-    const QString first = picture.section(QLatin1Char(';'), 0, 0);
+    const QString first = picture.section(';'_L1, 0, 0);
     qsizetype start = 0, end = first.size();
-    const auto isPlace = [&](qsizetype i) {
-        return first[i] == QLatin1Char('#') || first[i] == QLatin1Char('0');
-    };
+    const auto isPlace = [&](qsizetype i) { return first[i] == '#'_L1 || first[i] == '0'_L1; };
     while (start < end && !isPlace(start))
         ++start;
     if (start == end) {  // a date: letters stand, marks between them are literal
         QString format;
         for (const QChar character : first)
-            format += character.isLetter() ? QString(character) : QLatin1Char('\\') + QString(character);
+            format += character.isLetter() ? QString(character) : '\\'_L1 + QString(character);
         return format;
     }
     while (end > start && !isPlace(end - 1))
@@ -218,9 +221,7 @@ QString numberFormatOf(const QString& picture) {
     return quoted(first.left(start)) + first.mid(start, end - start) + quoted(first.mid(end));
 }
 
-QByteArray spreadsheet(const PageDocument& document) {
-    return Writer(document).bytes();
-}
+QByteArray spreadsheet(const PageDocument& document) { return Writer(document).bytes(); }
 
 void exportReport(std::unique_ptr<Report> report, const QString& path) {
     ReportRun run(std::move(report));

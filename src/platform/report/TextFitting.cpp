@@ -5,23 +5,23 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
-constexpr int tabStop = 720;  // half an inch
+constexpr int tabStop = 720;   // half an inch
 constexpr int leastGap = 144;  // so that a stop just behind a word still parts it from the next
 
 /// Where the text after a tab goes on.
-int nextTabStop(int x) {
-    return ((x + leastGap) / tabStop + 1) * tabStop;
-}
+int nextTabStop(int x) { return ((x + leastGap) / tabStop + 1) * tabStop; }
 
 QStringList paragraphs(const QString& text) {
-    if (!text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r')))
+    if (!text.contains('\n'_L1) && !text.contains('\r'_L1))
         return {text};
     QString plain = text;
-    plain.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    QStringList parts = plain.split(QLatin1Char('\n'));
+    plain.replace(u"\r\n"_s, u"\n"_s).replace('\r'_L1, '\n'_L1);
+    QStringList parts = plain.split('\n'_L1);
     while (parts.size() > 1 && parts.last().trimmed().isEmpty())
         parts.removeLast();
     return parts;
@@ -67,7 +67,7 @@ bool TextFitting::wrap(const TextStyle& style, QString paragraph, int width, int
             return paragraph.mid(length).trimmed().isEmpty();
         }
         int next = length;
-        const qsizetype blank = paragraph.lastIndexOf(QLatin1Char(' '), length);
+        const qsizetype blank = paragraph.lastIndexOf(' '_L1, length);
         if (blank > 0) {
             length = static_cast<int>(blank);
             next = length + 1;
@@ -81,11 +81,11 @@ bool TextFitting::wrap(const TextStyle& style, QString paragraph, int width, int
 }
 
 int TextFitting::lineWidth(const TextStyle& style, const QString& line) {
-    if (!line.contains(QLatin1Char('\t')))
+    if (!line.contains('\t'_L1))
         return m_measure.width(style, line);
     int x = 0;
     bool first = true;
-    for (const QString& part : line.split(QLatin1Char('\t'))) {
+    for (const QString& part : line.split('\t'_L1)) {
         x = (first ? 0 : nextTabStop(x)) + m_measure.width(style, part);
         first = false;
     }
@@ -101,9 +101,8 @@ int TextFitting::fittingLength(const TextStyle& style, const QString& line, int 
         if (ends.size() % 256 == 0 && lineWidth(style, line.left(end)) > width)
             break;
     }
-    const auto tooLong = std::partition_point(ends.begin(), ends.end(), [&](int end) {
-        return lineWidth(style, line.left(end)) <= width;
-    });
+    const auto tooLong = std::partition_point(
+        ends.begin(), ends.end(), [&](int end) { return lineWidth(style, line.left(end)) <= width; });
     return tooLong == ends.begin() ? 0 : *(tooLong - 1);
 }
 
@@ -111,10 +110,10 @@ void TextFitting::place(const Control& control, const QString& line, int x, int 
                         std::vector<TextRun>& runs) {
     if (line.isEmpty())
         return;
-    if (line.contains(QLatin1Char('\t'))) {
+    if (line.contains('\t'_L1)) {
         int at = 0;
         bool first = true;
-        for (const QString& part : line.split(QLatin1Char('\t'))) {
+        for (const QString& part : line.split('\t'_L1)) {
             at = first ? 0 : nextTabStop(at);
             first = false;
             if (!part.isEmpty())

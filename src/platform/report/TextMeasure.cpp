@@ -10,6 +10,8 @@
 #include <cmath>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -17,9 +19,9 @@ namespace {
 /// Families that hold the same metrics or, for the old bitmap face, the nearest shape.
 QString replacement(const QString& family) {
     static const QHash<QString, QString> table{
-        {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")},
-        {QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif")},
-        {QStringLiteral("MS Serif"), QStringLiteral("Liberation Serif")},
+        {u"Arial"_s, u"Liberation Sans"_s},
+        {u"Times New Roman"_s, u"Liberation Serif"_s},
+        {u"MS Serif"_s, u"Liberation Serif"_s},
     };
     return table.value(family);
 }
@@ -30,11 +32,9 @@ struct MeasuredFont {
     FontExtent extent;
     std::array<float, 0x500> advances{};  ///< Latin, Greek and Cyrillic; 0: not measured yet
 
-    explicit MeasuredFont(const TextStyle& style)
-        : style(style),
-          metrics(reportFont(style)),
-          extent{static_cast<int>(std::lround(metrics.ascent())),
-                 static_cast<int>(std::lround(metrics.descent()))} {}
+    explicit MeasuredFont(const TextStyle& of)
+        : style(of), metrics(reportFont(of)), extent{static_cast<int>(std::lround(metrics.ascent())),
+                                                     static_cast<int>(std::lround(metrics.descent()))} {}
 };
 
 class SystemFontMeasure : public TextMeasure {
@@ -91,7 +91,7 @@ QFont reportFont(const TextStyle& style) {
         else
             families.prepend(other);
     }
-    families << QStringLiteral("Liberation Sans") << QStringLiteral("DejaVu Sans");
+    families << u"Liberation Sans"_s << u"DejaVu Sans"_s;
     families.removeDuplicates();
     QFont font;
     font.setFamilies(families);
@@ -103,8 +103,6 @@ QFont reportFont(const TextStyle& style) {
     return font;
 }
 
-std::unique_ptr<TextMeasure> fontMeasure() {
-    return std::make_unique<SystemFontMeasure>();
-}
+std::unique_ptr<TextMeasure> fontMeasure() { return std::make_unique<SystemFontMeasure>(); }
 
 }  // namespace platform

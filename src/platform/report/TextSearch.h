@@ -13,7 +13,7 @@ public:
     struct Place {
         int page = -1;  ///< from 0; -1: nowhere
         int item = -1;
-        QRect rect;     ///< of the words, in twips
+        QRect rect;  ///< of the words, in twips
     };
 
     explicit TextSearch(const PageDocument& document) : m_document(document) {}

@@ -8,16 +8,18 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 using namespace xls;
 
 namespace {
 
-constexpr int styleFormats = 15;      // the formats of named styles that stand before those of cells
-constexpr int firstOwnFormat = 164;   // lower numbers are the application's own
-constexpr int mostHeight = 8190;      // of a row, in twips
-constexpr int rowsOfBlock = 32;       // row records stand together for so many rows
+constexpr int styleFormats = 15;     // the formats of named styles that stand before those of cells
+constexpr int firstOwnFormat = 164;  // lower numbers are the application's own
+constexpr int mostHeight = 8190;     // of a row, in twips
+constexpr int rowsOfBlock = 32;      // row records stand together for so many rows
 
 void putWords(QByteArray& out, Id id, std::initializer_list<int> words) {
     QByteArray data;
@@ -78,11 +80,11 @@ std::uint32_t packed(double number) {
 
 XlsWorkbook::XlsWorkbook(const QString& sheetName) : m_sheetName(sheetName.left(31)) {
     for (QChar& character : m_sheetName) {
-        if (QStringLiteral("[]*?/\\:").contains(character))
-            character = QLatin1Char(' ');
+        if (u"[]*?/\\:"_s.contains(character))
+            character = ' '_L1;
     }
     if (m_sheetName.isEmpty())
-        m_sheetName = QStringLiteral("Report");
+        m_sheetName = u"Report"_s;
     addStyle({});
 }
 
@@ -103,10 +105,9 @@ void XlsWorkbook::setColumnWidth(int column, int twips) {
 
 void XlsWorkbook::toCell(int row, int column) {
     if (row >= mostRows || column >= mostColumns)
-        throw RuntimeError(
-            error::overflow,
-            QStringLiteral("The report has more than 65,536 rows or 256 columns, which a "
-                           "spreadsheet file of this kind can't hold. Choose a smaller part."));
+        throw RuntimeError(error::overflow,
+                           u"The report has more than 65,536 rows or 256 columns, which a "
+                           u"spreadsheet file of this kind can't hold. Choose a smaller part."_s);
     if (row != m_row) {
         flushRow();
         m_row = row;
@@ -118,9 +119,8 @@ void XlsWorkbook::toCell(int row, int column) {
 
 void XlsWorkbook::addText(int row, int column, std::uint16_t style, const QString& text) {
     if (text.size() > mostCharacters)
-        throw RuntimeError(error::overflow,
-                           QStringLiteral("A text of the report has more than 32,767 characters, which a "
-                                          "spreadsheet cell can't hold: \"%1 ...\"").arg(text.left(40)));
+        throw RuntimeError(error::overflow, u"A text of the report has more than 32,767 characters, which a "
+                                            u"spreadsheet cell can't hold: \"%1 ...\""_s.arg(text.left(40)));
     toCell(row, column);
     auto place = m_textIndex.constFind(text);
     if (place == m_textIndex.constEnd()) {
@@ -258,7 +258,7 @@ QByteArray XlsWorkbook::bytes() {
     stream += m_sheet;
     putWords(stream, Window2, {0x06B6, 0, 0, 0x40, 0, 0, 0, 0, 0});
     record(stream, Eof, {});
-    return inOleContainer(QByteArrayLiteral("Workbook"), stream);
+    return inOleContainer("Workbook"_ba, stream);
 }
 
 }  // namespace platform

@@ -13,9 +13,11 @@
 
 namespace platform {
 
+using namespace Qt::StringLiterals;
+
 /// How a cell looks. The number format is in the spreadsheet's own language; empty: general.
 struct CellStyle {
-    QString family = QStringLiteral("Arial");
+    QString family = u"Arial"_s;
     int twips = 200;
     bool bold = false;
     bool italic = false;

@@ -14,6 +14,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -35,14 +37,14 @@ private:
 
 /// Devices of one kind, by the number behind the kind's name (ttyUSB2 before ttyUSB10).
 QStringList devicesOfKind(const QString& folder, const QString& kind) {
-    QStringList names = QDir(folder).entryList({kind + QLatin1Char('*')},
-                                               QDir::System | QDir::Files | QDir::AllEntries);
+    QStringList names =
+        QDir(folder).entryList({kind + '*'_L1}, QDir::System | QDir::Files | QDir::AllEntries);
     const auto number = [&](const QString& name) { return name.mid(kind.size()).toInt(); };
     std::sort(names.begin(), names.end(), [&](const QString& a, const QString& b) {
         return number(a) != number(b) ? number(a) < number(b) : a < b;
     });
     for (QString& name : names)
-        name = folder + QLatin1Char('/') + name;
+        name = folder + '/'_L1 + name;
     return names;
 }
 
@@ -55,14 +57,12 @@ bool heldExclusively(int fd) {
 
 }  // namespace
 
-QString portPath(int n) {
-    return portPath(n, QStringLiteral("/dev"));
-}
+QString portPath(int n) { return portPath(n, u"/dev"_s); }
 
 QString portPath(int n, const QString& deviceFolder) {
     if (n < 1 || n > 4)
         return {};
-    const QString own = programFolder() + QStringLiteral("/ports/COM%1").arg(n);
+    const QString own = programFolder() + u"/ports/COM%1"_s.arg(n);
     const QFileInfo info(own);
     if (info.exists() || info.isSymLink())
         return own;
@@ -72,15 +72,13 @@ QString portPath(int n, const QString& deviceFolder) {
     return devices.value(n - 1);
 }
 
-bool portPresent(int n) {
-    return portState(portPath(n)) == PortState::Present;
-}
+bool portPresent(int n) { return portState(portPath(n)) == PortState::Present; }
 
 PortState portState(const QString& path) {
     if (path.isEmpty())
         return PortState::Absent;
-    const Descriptor device(::open(QFile::encodeName(path).constData(),
-                                   O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    const Descriptor device(
+        ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     if (device.get() < 0) {
         if (errno == EBUSY)
             return PortState::Held;
@@ -94,22 +92,24 @@ PortState portState(const QString& path) {
 
 QString deviceGroup(const QString& path) {
     const QString group = QFileInfo(path).group();
-    return group == QLatin1String("root") ? QString() : group;
+    return group == "root"_L1 ? QString() : group;
 }
 
 QString openRefusal(const QString& path) {
     switch (portState(path)) {
-    case PortState::Present: return {};
-    case PortState::Held: return QStringLiteral("Another program uses %1. Close that program.").arg(path);
+    case PortState::Present:
+        return {};
+    case PortState::Held:
+        return u"Another program uses %1. Close that program."_s.arg(path);
     case PortState::Absent:
-        return QStringLiteral("There is no device at %1. Check the cable and the power of the device.")
-            .arg(path);
-    case PortState::Forbidden: break;
+        return u"There is no device at %1. Check the cable and the power of the device."_s.arg(path);
+    case PortState::Forbidden:
+        break;
     }
     const QString group = deviceGroup(path);
     if (group.isEmpty())
-        return QStringLiteral("You may not use %1. Ask the administrator for the right to use it.").arg(path);
-    return QStringLiteral("You may not use %1. Join the group \"%2\" and sign in again.").arg(path, group);
+        return u"You may not use %1. Ask the administrator for the right to use it."_s.arg(path);
+    return u"You may not use %1. Join the group \"%2\" and sign in again."_s.arg(path, group);
 }
 
 }  // namespace platform

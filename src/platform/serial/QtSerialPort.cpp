@@ -18,9 +18,7 @@ QtSerialPort::QtSerialPort(QObject* parent) : SerialPort(parent) {
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::lineError);
 }
 
-QtSerialPort::~QtSerialPort() {
-    close();
-}
+QtSerialPort::~QtSerialPort() { close(); }
 
 bool QtSerialPort::open(const QString& path, int baudRate) {
     close();
@@ -68,7 +66,8 @@ void QtSerialPort::lineError(QSerialPort::SerialPortError error) {
     m_errorText = m_port.errorString();
     close();
     // Told when the handler that met it has ended, so that no write() is interrupted by its own failure.
-    QMetaObject::invokeMethod(this, [this] { emit failed(m_errorText); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { emit failed(m_errorText); }, Qt::QueuedConnection);
 }
 
 }  // namespace platform

@@ -14,6 +14,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -25,11 +27,11 @@ constexpr int pictureSize = 36;
 QIcon pictureOf(Icon kind) {
     switch (kind) {
     case Icon::Critical:
-        return icon(QStringLiteral("error"), theme().danger);
+        return icon(u"error"_s, theme().danger);
     case Icon::Exclamation:
-        return icon(QStringLiteral("warning"), theme().warning);
+        return icon(u"warning"_s, theme().warning);
     case Icon::Information:
-        return icon(QStringLiteral("info"), theme().accent);
+        return icon(u"info"_s, theme().accent);
     case Icon::None:
         break;
     }
@@ -38,7 +40,7 @@ QIcon pictureOf(Icon kind) {
 
 QWidget* messageText(const QString& prompt, QWidget* parent) {
     auto* label = new QLabel(prompt, parent);
-    label->setObjectName(QStringLiteral("prompt"));
+    label->setObjectName(u"prompt"_s);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setWordWrap(label->sizeHint().width() > textWidth);
@@ -63,14 +65,14 @@ AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title
         setWindowFlag(Qt::WindowStaysOnTopHint);
     if (style.buttons == Buttons::Ok) {
         m_answer = Answer::Ok;
-        addButton(QStringLiteral("OK"), Answer::Ok, true);
+        addButton(u"OK"_s, Answer::Ok, true);
         return;
     }
-    addButton(QStringLiteral("Yes"), Answer::Yes, !style.secondIsDefault);
-    addButton(QStringLiteral("No"), Answer::No, style.secondIsDefault);
+    addButton(u"Yes"_s, Answer::Yes, !style.secondIsDefault);
+    addButton(u"No"_s, Answer::No, style.secondIsDefault);
     m_escapable = style.buttons == Buttons::YesNoCancel;
     if (m_escapable)
-        addButton(QStringLiteral("Cancel"), Answer::Cancel, false);
+        addButton(u"Cancel"_s, Answer::Cancel, false);
     else
         setWindowFlag(Qt::WindowCloseButtonHint, false);
 }
@@ -79,13 +81,13 @@ AskDialog::AskDialog(const QString& prompt, const QString& title, const QString&
     : QDialog(parent) {
     build(prompt, Icon::None, title);
     m_line = new QLineEdit(preset, this);
-    m_line->setObjectName(QStringLiteral("line"));
+    m_line->setObjectName(u"line"_s);
     m_line->setAccessibleName(prompt);
     m_line->setMinimumWidth(textWidth);
     m_column->insertWidget(1, m_line);
     m_column->insertSpacing(2, grid);
-    addButton(QStringLiteral("OK"), Answer::Ok, true);
-    addButton(QStringLiteral("Cancel"), Answer::Cancel, false);
+    addButton(u"OK"_s, Answer::Ok, true);
+    addButton(u"Cancel"_s, Answer::Cancel, false);
     m_line->selectAll();
     m_line->setFocus();
 }
@@ -94,7 +96,7 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     m_prompt = prompt;
     setModal(true);
     // A window without a title would bear the application's name; a blank is no title.
-    setWindowTitle(title.isEmpty() ? QStringLiteral(" ") : title);
+    setWindowTitle(title.isEmpty() ? u" "_s : title);
     m_column = new QVBoxLayout(this);
     m_column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     m_column->setSpacing(2 * grid);
@@ -103,7 +105,7 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     row->setSpacing(2 * grid);
     if (kind != Icon::None) {
         auto* picture = new QLabel(this);
-        picture->setObjectName(QStringLiteral("picture"));
+        picture->setObjectName(u"picture"_s);
         picture->setPixmap(pictureOf(kind).pixmap(QSize(pictureSize, pictureSize), devicePixelRatioF()));
         row->addWidget(picture, 0, Qt::AlignTop);
     }
@@ -130,9 +132,7 @@ void AskDialog::addButton(const QString& caption, Answer answer, bool isDefault)
     m_buttons->addWidget(button);
 }
 
-QString AskDialog::line() const {
-    return m_line && m_answer == Answer::Ok ? m_line->text() : QString();
-}
+QString AskDialog::line() const { return m_line && m_answer == Answer::Ok ? m_line->text() : QString(); }
 
 void AskDialog::reject() {
     if (!m_escapable)

@@ -6,6 +6,8 @@
 
 #include <QKeySequence>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QString plainTip(const QString& tip) {
@@ -18,7 +20,8 @@ QString plainTip(const QString& tip) {
     return plain;
 }
 
-BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent) : QToolButton(parent), m_tool(tool) {
+BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent)
+    : QToolButton(parent), m_tool(tool) {
     setObjectName(tool.name());
     setIcon(platform::icon(tool.icon()));
     setIconSize({picture, picture});
@@ -32,7 +35,7 @@ void BarButton::refresh() {
     const QString tip = m_tool.toolTip();
     const auto keys = QKeySequence::listFromString(m_tool.shortcut());
     const QString key = keys.isEmpty() ? QString() : keys.first().toString(QKeySequence::NativeText);
-    setToolTip(tip.isEmpty() || key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));
+    setToolTip(tip.isEmpty() || key.isEmpty() ? tip : u"%1 (%2)"_s.arg(tip, key));
     setAccessibleName(plainTip(tip.isEmpty() ? m_tool.caption() : tip));
     setEnabled(m_tool.enabled());
     setVisible(m_tool.visible());

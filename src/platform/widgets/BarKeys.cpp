@@ -38,8 +38,8 @@ void BarKeys::nextArea(bool backwards) {
     for (int step = 1; step <= count; ++step) {
         const int next = ((at + (backwards ? -step : step)) % count + count) % count;
         for (QWidget* child : all[next]->findChildren<QWidget*>()) {
-            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus)
-                              || child->objectName() == textBoxName;
+            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus) ||
+                              child->objectName() == textBoxName;
             if (fits && child->isEnabled() && child->isVisible()) {
                 child->setFocus(Qt::TabFocusReason);
                 return;

@@ -110,7 +110,7 @@ private:
     void requireAcceptable() const;
 
     QString m_editFormat, m_displayFormat;
-    QString m_number;   // with a point; empty for none
+    QString m_number;  // with a point; empty for none
     QString m_problem;
     double m_minimum, m_maximum;
     bool m_typed = false, m_showing = false;

@@ -9,6 +9,8 @@
 #include <QTextCharFormat>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 void dressCalendar(QCalendarWidget& calendar) {
@@ -28,8 +30,8 @@ void dressCalendar(QCalendarWidget& calendar) {
             button->setAccessibleName(tip);
         }
     };
-    arrow("qt_calendar_prevmonth", "left", widgetText(QStringLiteral("Previous Month")));
-    arrow("qt_calendar_nextmonth", "right", widgetText(QStringLiteral("Next Month")));
+    arrow("qt_calendar_prevmonth", "left", widgetText(u"Previous Month"_s));
+    arrow("qt_calendar_nextmonth", "right", widgetText(u"Next Month"_s));
 }
 
 }  // namespace platform

@@ -7,20 +7,20 @@
 #include <QStylePainter>
 #include <QWheelEvent>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
     // With a placeholder the first row added is not chosen by itself.
-    setPlaceholderText(QStringLiteral(" "));
+    setPlaceholderText(u" "_s);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     setMaxVisibleItems(14);
     connect(this, &QComboBox::activated, this, &ChoiceBox::chooseByUser);
 }
 
-int ChoiceBox::listIndex() const {
-    return currentIndex();
-}
+int ChoiceBox::listIndex() const { return currentIndex(); }
 
 void ChoiceBox::setListIndex(int index) {
     m_foreignText.clear();
@@ -29,9 +29,7 @@ void ChoiceBox::setListIndex(int index) {
     emit clicked();
 }
 
-QString ChoiceBox::boxText() const {
-    return currentIndex() >= 0 ? currentText() : m_foreignText;
-}
+QString ChoiceBox::boxText() const { return currentIndex() >= 0 ? currentText() : m_foreignText; }
 
 void ChoiceBox::setBoxText(const QString& text) {
     const int row = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -59,9 +57,7 @@ void ChoiceBox::showPopup() {
         QComboBox::showPopup();
 }
 
-void ChoiceBox::wheelEvent(QWheelEvent* event) {
-    event->ignore();
-}
+void ChoiceBox::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 void ChoiceBox::keyPressEvent(QKeyEvent* event) {
     if (m_locked)

@@ -6,6 +6,8 @@
 
 #include <QMainWindow>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -15,7 +17,7 @@ auto& named(const List& list, const QString& name) {
     for (const auto& item : list)
         if (item->name() == name)
             return *item;
-    throw RuntimeError(error::itemNotFound, QStringLiteral("The command bar has no item \"%1\"").arg(name));
+    throw RuntimeError(error::itemNotFound, u"The command bar has no item \"%1\""_s.arg(name));
 }
 
 }  // namespace
@@ -24,9 +26,7 @@ auto& named(const List& list, const QString& name) {
 
 Tool::Tool(Band& band, QString name, ToolKind kind) : m_band(band), m_name(std::move(name)), m_kind(kind) {}
 
-void Tool::changed() {
-    m_band.m_bar.toolChanged(*this);
-}
+void Tool::changed() { m_band.m_bar.toolChanged(*this); }
 
 void Tool::setCaption(const QString& caption) {
     m_caption = caption;
@@ -59,9 +59,7 @@ void Tool::setVisible(bool on) {
     changed();
 }
 
-QString Tool::text() const {
-    return m_text;
-}
+QString Tool::text() const { return m_text; }
 
 void Tool::setText(const QString& text) {
     if (text == m_text)
@@ -70,9 +68,7 @@ void Tool::setText(const QString& text) {
     changed();
 }
 
-QWidget* Tool::form() const {
-    return m_form;
-}
+QWidget* Tool::form() const { return m_form; }
 
 void Tool::setForm(QWidget* form) {
     if (form == m_form)
@@ -85,7 +81,8 @@ void Tool::setForm(QWidget* form) {
 
 // Band
 
-Band::Band(CommandBar& bar, QString name, BandKind kind) : m_bar(bar), m_name(std::move(name)), m_kind(kind) {}
+Band::Band(CommandBar& bar, QString name, BandKind kind)
+    : m_bar(bar), m_name(std::move(name)), m_kind(kind) {}
 
 void Band::setCaption(const QString& caption) {
     m_caption = caption;
@@ -99,13 +96,9 @@ void Band::setVisible(bool on) {
     m_bar.bandChanged(*this);
 }
 
-Tool& Band::tool(const QString& name) {
-    return named(m_tools, name);
-}
+Tool& Band::tool(const QString& name) { return named(m_tools, name); }
 
-Band& Band::childBand(const QString& name) {
-    return named(m_children, name);
-}
+Band& Band::childBand(const QString& name) { return named(m_children, name); }
 
 Tool& Band::addTool(ToolKind kind, const QString& name, const QString& category, const QString& icon,
                     const QString& subBand, const QString& shortcut) {
@@ -117,9 +110,7 @@ Tool& Band::addTool(ToolKind kind, const QString& name, const QString& category,
     return *m_tools.emplace_back(std::move(tool));
 }
 
-void Band::addSeparator() {
-    addTool(ToolKind::Separator, {});
-}
+void Band::addSeparator() { addTool(ToolKind::Separator, {}); }
 
 Band& Band::addChildBand(const QString& name) {
     return *m_children.emplace_back(std::unique_ptr<Band>(new Band(m_bar, name, BandKind::Host)));
@@ -137,17 +128,13 @@ Band& CommandBar::addBand(const QString& name, BandKind kind, const QString& cap
     return band;
 }
 
-Band& CommandBar::band(const QString& name) {
-    return named(m_bands, name);
-}
+Band& CommandBar::band(const QString& name) { return named(m_bands, name); }
 
 void CommandBar::attach(QMainWindow& window, const QString& rightHostBand) {
     m_view = std::make_unique<View>(*this, window, rightHostBand);
 }
 
-void CommandBar::addStrip(QWidget& strip) {
-    deref(m_view).addStrip(strip);
-}
+void CommandBar::addStrip(QWidget& strip) { deref(m_view).addStrip(strip); }
 
 void CommandBar::recalcLayout() {
     if (m_view)

@@ -58,8 +58,7 @@ private:
     void changed();
 
     Band& m_band;
-    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text,
-        m_shortcut;
+    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text, m_shortcut;
     ToolKind m_kind;
     bool m_enabled = true, m_checked = false, m_visible = true;
     QPointer<QWidget> m_form;

@@ -17,6 +17,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -141,7 +143,7 @@ void CommandBar::View::addTextBox(Tool& tool, QToolBar& strip) {
 
 void CommandBar::View::buildSideBar(Band& band) {
     auto* frame = new QFrame(m_hosts);
-    frame->setObjectName(QStringLiteral("sideBar"));
+    frame->setObjectName(u"sideBar"_s);
     auto* column = new QVBoxLayout(frame);
     column->setContentsMargins(8, 8, 8, 8);
     column->setSpacing(0);
@@ -261,9 +263,7 @@ void CommandBar::View::layOut() {
     showHosts();
 }
 
-void CommandBar::View::addStrip(QWidget& strip) {
-    m_hosts->addStrip(strip);
-}
+void CommandBar::View::addStrip(QWidget& strip) { m_hosts->addStrip(strip); }
 
 void CommandBar::View::focusText(Tool& tool) {
     if (QLineEdit* edit = m_shown[&tool].edit) {

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 DateBox::DateBox(QWidget* parent)
@@ -24,10 +26,10 @@ DateBox::DateBox(QWidget* parent)
     row->addWidget(m_edit);
     setFocusProxy(m_edit);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    m_button->setIcon(icon(QStringLiteral("calendar")));
+    m_button->setIcon(icon(u"calendar"_s));
     m_button->setIconSize({18, 18});
     m_button->setFocusPolicy(Qt::NoFocus);
-    m_button->setAccessibleName(widgetText(QStringLiteral("Calendar")));
+    m_button->setAccessibleName(widgetText(u"Calendar"_s));
     m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textEdited, this, &DateBox::takeTyped);
     connect(m_button, &QToolButton::clicked, this, &DateBox::openCalendar);
@@ -38,17 +40,11 @@ void DateBox::setValue(const QDateTime& value) {
     showValue();
 }
 
-QString DateBox::text() const {
-    return m_edit->text();
-}
+QString DateBox::text() const { return m_edit->text(); }
 
-void DateBox::setText(const QString& text) {
-    setValue(text.isEmpty() ? zeroDate() : toDate(text));
-}
+void DateBox::setText(const QString& text) { setValue(text.isEmpty() ? zeroDate() : toDate(text)); }
 
-void DateBox::clear() {
-    setValue(zeroDate());
-}
+void DateBox::clear() { setValue(zeroDate()); }
 
 bool DateBox::acceptable() {
     if (m_problem.isEmpty())
@@ -72,9 +68,7 @@ void DateBox::setReadOnlyBox(bool on) {
     m_edit->style()->polish(m_edit);
 }
 
-bool DateBox::isReadOnlyBox() const {
-    return m_edit->isReadOnly();
-}
+bool DateBox::isReadOnlyBox() const { return m_edit->isReadOnly(); }
 
 void DateBox::showValue() {
     m_problem.clear();
@@ -108,7 +102,7 @@ void DateBox::leave() {
 
 void DateBox::openCalendar() {
     auto* popup = new QFrame(this, Qt::Popup);
-    popup->setObjectName(QStringLiteral("calendarPopup"));
+    popup->setObjectName(u"calendarPopup"_s);
     popup->setAttribute(Qt::WA_DeleteOnClose);
     auto* calendar = new QCalendarWidget(popup);
     dressCalendar(*calendar);

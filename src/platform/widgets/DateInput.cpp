@@ -5,6 +5,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Texts.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QDateTime readTypedDate(const QString& text, bool withTime) {
@@ -23,7 +25,7 @@ QDateTime readTypedDate(const QString& text, bool withTime) {
 }
 
 QString typedDateProblem() {
-    return widgetText(QStringLiteral("Please type a date, such as %1."))
+    return widgetText(u"Please type a date, such as %1."_s)
         .arg(dateText(QDateTime(QDate(1965, 3, 27), QTime(0, 0), Qt::UTC)));
 }
 

@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QPainter>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -19,7 +21,7 @@ const char* const hintProperty = "platformHint";
 }  // namespace
 
 Hint::Hint(QLineEdit& field, QWidget& window) : QLabel(&window), m_field(field) {
-    setObjectName(QStringLiteral("hintBubble"));
+    setObjectName(u"hintBubble"_s);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setWordWrap(true);
     setContentsMargins(10, 7 + tip, 10, 7);

@@ -7,6 +7,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -49,8 +51,8 @@ public:
 }  // namespace
 
 HostArea::HostArea(QWidget* parent)
-    : QWidget(parent), m_middle(new QVBoxLayout), m_pages(new QStackedWidget(this)), m_blank(new QWidget(this)),
-      m_kept(new QWidget(this)), m_right(new RightColumn(this)) {
+    : QWidget(parent), m_middle(new QVBoxLayout), m_pages(new QStackedWidget(this)),
+      m_blank(new QWidget(this)), m_kept(new QWidget(this)), m_right(new RightColumn(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
@@ -58,7 +60,7 @@ HostArea::HostArea(QWidget* parent)
     m_middle->setSpacing(0);
     m_middle->addWidget(m_pages, 1);
     row->addLayout(m_middle, 1);
-    m_right->setObjectName(QStringLiteral("rightHost"));
+    m_right->setObjectName(u"rightHost"_s);
     m_kept->hide();
     m_right->hide();
     row->addWidget(m_right);
@@ -69,9 +71,7 @@ void HostArea::setSideBar(QWidget& sideBar) {
     static_cast<QHBoxLayout*>(layout())->insertWidget(0, &sideBar);
 }
 
-void HostArea::addStrip(QWidget& strip) {
-    m_middle->insertWidget(m_middle->count() - 1, &strip);
-}
+void HostArea::addStrip(QWidget& strip) { m_middle->insertWidget(m_middle->count() - 1, &strip); }
 
 QScrollArea* HostArea::pageOf(const QWidget& form) const {
     for (int i = 0; i < m_pages->count(); ++i)
@@ -82,7 +82,7 @@ QScrollArea* HostArea::pageOf(const QWidget& form) const {
 
 QScrollArea* HostArea::makePage(QWidget& form) {
     auto* page = new Page(m_pages);
-    page->setObjectName(QStringLiteral("hostPage"));
+    page->setObjectName(u"hostPage"_s);
     host(*page, form);
     m_pages->addWidget(page);
     return page;

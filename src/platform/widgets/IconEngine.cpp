@@ -1,4 +1,4 @@
-// The SVGs are drawn with currentColor; the colour of the state takes its place before rendering.
+// The SVGs are drawn with currentColor; the color of the state takes its place before rendering.
 #include "platform/widgets/IconEngine.h"
 
 #include "platform/widgets/Theme.h"
@@ -8,18 +8,16 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+using namespace Qt::StringLiterals;
+
 /// Keeps the linker from dropping the pictures out of the library. Outside a namespace, as it must be.
-static void loadPictures() {
-    Q_INIT_RESOURCE(widgets);
-}
+static void loadPictures() { Q_INIT_RESOURCE(widgets); }
 
 namespace platform {
 
 namespace {
 
-QString fileOf(const QString& name) {
-    return QStringLiteral(":/widgets/icons/%1.svg").arg(name);
-}
+QString fileOf(const QString& name) { return u":/widgets/icons/%1.svg"_s.arg(name); }
 
 QByteArray drawing(const QString& name, const QColor& color) {
     QFile file(fileOf(name));
@@ -51,8 +49,8 @@ void IconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, Q
 
 QPixmap IconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
     const QColor color = colorFor(mode, state);
-    const QString cached = QStringLiteral("icon/%1/%2/%3x%4")
-                               .arg(m_name, color.name()).arg(size.width()).arg(size.height());
+    const QString cached =
+        u"icon/%1/%2/%3x%4"_s.arg(m_name, color.name()).arg(size.width()).arg(size.height());
     QPixmap result;
     if (QPixmapCache::find(cached, &result))
         return result;
@@ -65,12 +63,8 @@ QPixmap IconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State sta
     return result;
 }
 
-QIconEngine* IconEngine::clone() const {
-    return new IconEngine(*this);
-}
+QIconEngine* IconEngine::clone() const { return new IconEngine(*this); }
 
-QString IconEngine::key() const {
-    return QStringLiteral("platform-picture");
-}
+QString IconEngine::key() const { return u"platform-picture"_s; }
 
 }  // namespace platform

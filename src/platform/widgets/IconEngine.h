@@ -1,4 +1,4 @@
-// Draws one of our pictures from its SVG at the size asked for, in the colour of the state.
+// Draws one of our pictures from its SVG at the size asked for, in the color of the state.
 #pragma once
 
 #include <QColor>
@@ -8,7 +8,7 @@ namespace platform {
 
 class IconEngine : public QIconEngine {
 public:
-    /// Drawn in the colour (an invalid one: the theme's text), grey when off, accent when checked.
+    /// Drawn in the color (an invalid one: the theme's text), grey when off, accent when checked.
     IconEngine(QString name, QColor color);
 
     /// Whether our set has a picture of that name.

@@ -20,8 +20,6 @@ void ModalForm::showEvent(QShowEvent* event) {
     onActivate();
 }
 
-void ModalForm::reject() {
-    onCloseBox();
-}
+void ModalForm::reject() { onCloseBox(); }
 
 }  // namespace platform

@@ -11,6 +11,8 @@
 #include <QKeyEvent>
 #include <QStyle>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -46,9 +48,7 @@ NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent), m_minimum(-widest), m
     connect(this, &QLineEdit::textChanged, this, &NumberBox::takeForeignText);
 }
 
-QString NumberBox::text() const {
-    return m_problem.isEmpty() ? m_number : QString();
-}
+QString NumberBox::text() const { return m_problem.isEmpty() ? m_number : QString(); }
 
 void NumberBox::setText(const QString& text) {
     setNumber(text.trimmed().isEmpty() ? QString() : numberText(platform::toDouble(text)));
@@ -59,13 +59,9 @@ QVariant NumberBox::value() const {
     return m_number.isEmpty() ? QVariant() : QVariant(toDouble());
 }
 
-void NumberBox::setValue(double value) {
-    setNumber(numberText(value));
-}
+void NumberBox::setValue(double value) { setNumber(numberText(value)); }
 
-void NumberBox::setValue(Currency value) {
-    setNumber(value.toText());
-}
+void NumberBox::setValue(Currency value) { setNumber(value.toText()); }
 
 double NumberBox::toDouble() const {
     requireAcceptable();
@@ -153,12 +149,12 @@ QString NumberBox::problemOf(const QString& number, int decimals) const {
     const QString digits = digitsOf(m_editFormat);
     const int allowed = qMax(typableDecimals(digits), decimalsOf(m_number));
     if (!digits.isEmpty() && decimals > allowed)
-        return allowed == 0 ? widgetText(QStringLiteral("Whole numbers only."))
-                            : widgetText(QStringLiteral("No more than %1 decimals.")).arg(allowed);
+        return allowed == 0 ? widgetText(u"Whole numbers only."_s)
+                            : widgetText(u"No more than %1 decimals."_s).arg(allowed);
     if (value > m_maximum)
-        return widgetText(QStringLiteral("At most %1.")).arg(withLocalMarks(numberText(m_maximum), locale()));
+        return widgetText(u"At most %1."_s).arg(withLocalMarks(numberText(m_maximum), locale()));
     if (value < m_minimum)
-        return widgetText(QStringLiteral("At least %1.")).arg(withLocalMarks(numberText(m_minimum), locale()));
+        return widgetText(u"At least %1."_s).arg(withLocalMarks(numberText(m_minimum), locale()));
     return {};
 }
 
@@ -179,14 +175,16 @@ void NumberBox::takeTyped() {
             m_number = typed.number;
         break;
     case TypedNumber::Kind::Ambiguous:
-        m_problem = widgetText(QStringLiteral("This can be read in two ways. Leave out the thousands mark and "
-                                              "use \"%1\" for decimals.")).arg(locale().decimalPoint());
+        m_problem = widgetText(u"This can be read in two ways. Leave out the thousands mark and "
+                               u"use \"%1\" for decimals."_s)
+                        .arg(locale().decimalPoint());
         break;
     case TypedNumber::Kind::Incomplete:
     case TypedNumber::Kind::NotANumber:
-        m_problem = widgetText(QStringLiteral("Please type a number, such as %1."))
+        m_problem = widgetText(u"Please type a number, such as %1."_s)
                         .arg(decimalsOf(digitsOf(m_editFormat)) > 0 || m_editFormat.isEmpty()
-                                 ? withLocalMarks(QStringLiteral("12.5"), locale()) : QStringLiteral("12"));
+                                 ? withLocalMarks(u"12.5"_s, locale())
+                                 : u"12"_s);
         tellNow = typed.kind == TypedNumber::Kind::NotANumber;
         break;
     }

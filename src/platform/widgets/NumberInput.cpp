@@ -4,24 +4,20 @@
 #include <QStringList>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
 
 using Kind = TypedNumber::Kind;
 
-bool isBlank(QChar c) {
-    return c.isSpace();
-}
+bool isBlank(QChar c) { return c.isSpace(); }
 
-bool isApostrophe(QChar c) {
-    return c == u'\'' || c == QChar(0x2019);
-}
+bool isApostrophe(QChar c) { return c == u'\'' || c == QChar(0x2019); }
 
 /// One mark for the many ways to type it: any blank, any apostrophe.
-QChar plainMark(QChar c) {
-    return isBlank(c) ? QChar(u' ') : isApostrophe(c) ? QChar(u'\'') : c;
-}
+QChar plainMark(QChar c) { return isBlank(c) ? QChar(u' ') : isApostrophe(c) ? QChar(u'\'') : c; }
 
 bool allDigits(const QString& text) {
     return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
@@ -57,8 +53,8 @@ TypedNumber number(const QString& whole, const QString& fraction, QChar group, b
         kind = Kind::NotANumber;
     if (kind != Kind::Number)
         return {kind, {}, 0};
-    const QString text = (digits.isEmpty() ? QStringLiteral("0") : digits)
-                         + (fraction.isEmpty() ? QString() : u'.' + fraction);
+    const QString text =
+        (digits.isEmpty() ? u"0"_s : digits) + (fraction.isEmpty() ? QString() : u'.' + fraction);
     return {Kind::Number, text, static_cast<int>(fraction.size())};
 }
 
@@ -97,7 +93,8 @@ TypedNumber readTypedNumber(const QString& typed, const QLocale& locale) {
     TypedNumber result = unsignedNumber(text, {decimal.isEmpty() ? QChar(u'.') : decimal.front(),
                                                group.isEmpty() ? QChar(u',') : plainMark(group.front())});
     const bool mixed = result.kind == Kind::NotANumber && text.contains(u'.') && text.contains(u',');
-    if (mixed && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isDigit() || c == u'.' || c == u','; }))
+    if (mixed && std::all_of(text.cbegin(), text.cend(),
+                             [](QChar c) { return c.isDigit() || c == u'.' || c == u','; }))
         result.kind = Kind::Ambiguous;
     if (negative && result.kind == Kind::Number)
         result.number.prepend(u'-');

@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QFileDialog>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QtAsker::QtAsker(QWidget* parent) : m_parent(parent) {}
@@ -41,7 +43,7 @@ QString QtAsker::openFile(const QString& title, const QString& filter) {
     dialog.setFileMode(QFileDialog::ExistingFile);
     const QString label = filter.section(u'|', 0, 0), pattern = filter.section(u'|', 1);
     if (!pattern.isEmpty())
-        dialog.setNameFilter(QStringLiteral("%1 (%2)").arg(label, QString(pattern).replace(u';', u' ')));
+        dialog.setNameFilter(u"%1 (%2)"_s.arg(label, QString(pattern).replace(u';', u' ')));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return QDir::toNativeSeparators(dialog.selectedFiles().first());

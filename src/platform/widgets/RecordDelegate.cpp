@@ -13,6 +13,8 @@
 #include <QScopedValueRollback>
 #include <QTableView>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -22,33 +24,36 @@ constexpr int markSize = 16;
 
 }  // namespace
 
-RecordDelegate::RecordDelegate(RecordModel& model, QObject* parent) : QStyledItemDelegate(parent), m_model(model) {}
+RecordDelegate::RecordDelegate(RecordModel& model, QObject* parent)
+    : QStyledItemDelegate(parent), m_model(model) {}
 
 QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 22, rowHeight};
 }
 
-void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const {
     const bool selected = option.state & QStyle::State_Selected;
     const bool alternate = option.features & QStyleOptionViewItem::Alternate;
     const auto* view = qobject_cast<const QTableView*>(option.widget);
     const bool enabled = option.state & QStyle::State_Enabled;
-    painter->fillRect(option.rect, selected ? theme().softAccent
-                                   : alternate ? theme().alternateRow : theme().surface);
+    painter->fillRect(option.rect, selected    ? theme().softAccent
+                                   : alternate ? theme().alternateRow
+                                               : theme().surface);
     if (index.data(Qt::CheckStateRole).isValid()) {
         if (index.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
             QRect mark(0, 0, markSize, markSize);
             mark.moveCenter(option.rect.center());
-            icon(QStringLiteral("check")).paint(painter, mark, Qt::AlignCenter,
-                                                enabled ? QIcon::Normal : QIcon::Disabled);
+            icon(u"check"_s).paint(painter, mark, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
         }
     } else {
         const QRect room = option.rect.adjusted(10, 0, -10, 0);
         painter->setFont(option.font);
         painter->setPen(enabled ? theme().text : theme().disabledText);
         const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
-        painter->drawText(room, static_cast<int>(alignment) | Qt::TextSingleLine,
-                          option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width()));
+        painter->drawText(
+            room, static_cast<int>(alignment) | Qt::TextSingleLine,
+            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width()));
     }
     if (view && view->hasFocus() && view->currentIndex() == index) {
         painter->setPen(QPen(theme().accent, 1));
@@ -57,13 +62,14 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     }
 }
 
-QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
+QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                      const QModelIndex& index) const {
     QWidget* editor = nullptr;
     if (m_model.kind(index.column()) == RecordModel::Kind::Number)
         editor = new NumberBox(parent);
     else
         editor = new TextBox(parent);
-    editor->setObjectName(QStringLiteral("cellEditor"));
+    editor->setObjectName(u"cellEditor"_s);
     editor->setAccessibleName(m_model.shownCaption(index.column()));
     m_editor = editor;
     return editor;
@@ -84,7 +90,8 @@ void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
     }
 }
 
-void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
+void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                  const QModelIndex& index) const {
     if (m_writing)
         return;
     const QScopedValueRollback writing(m_writing, true);
@@ -103,9 +110,10 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     else if (kind == RecordModel::Kind::Date && !date.isValid())
         m_model.refuse(typedDateProblem());
     else
-        model->setData(index, kind == RecordModel::Kind::Date ? QVariant(date)
-                              : box                           ? QVariant(box->text())
-                                                              : QVariant(line->text()),
+        model->setData(index,
+                       kind == RecordModel::Kind::Date ? QVariant(date)
+                       : box                           ? QVariant(box->text())
+                                                       : QVariant(line->text()),
                        Qt::EditRole);
 }
 

@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QScrollBar>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -52,9 +54,7 @@ RecordGrid::RecordGrid(QWidget* parent)
     });
 }
 
-RecordGrid::~RecordGrid() {
-    setModel(nullptr);
-}
+RecordGrid::~RecordGrid() { setModel(nullptr); }
 
 void RecordGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
@@ -72,31 +72,27 @@ void RecordGrid::layOutColumns() {
     }
 }
 
-const std::vector<GridColumn>& RecordGrid::columns() const {
-    return m_model->columns();
-}
+const std::vector<GridColumn>& RecordGrid::columns() const { return m_model->columns(); }
 
 int RecordGrid::columnByCaption(const QString& designCaption) const {
     for (std::size_t i = 0; i < columns().size(); ++i)
         if (columns()[i].caption == designCaption)
             return static_cast<int>(i);
-    throw RuntimeError(error::itemNotFound, QStringLiteral("The grid has no column \"%1\"").arg(designCaption));
+    throw RuntimeError(error::itemNotFound, u"The grid has no column \"%1\""_s.arg(designCaption));
 }
 
 int RecordGrid::columnByField(const QString& field) const {
     for (std::size_t i = 0; i < columns().size(); ++i)
         if (columns()[i].field.compare(field, Qt::CaseInsensitive) == 0)
             return static_cast<int>(i);
-    throw RuntimeError(error::itemNotFound, QStringLiteral("The grid has no field \"%1\"").arg(field));
+    throw RuntimeError(error::itemNotFound, u"The grid has no field \"%1\""_s.arg(field));
 }
 
 void RecordGrid::setShownCaption(int column, const QString& caption) {
     m_model->setShownCaption(column, caption);
 }
 
-QString RecordGrid::shownCaption(int column) const {
-    return m_model->shownCaption(column);
-}
+QString RecordGrid::shownCaption(int column) const { return m_model->shownCaption(column); }
 
 void RecordGrid::setNumberFormat(int column, const QString& picture) {
     m_model->setNumberFormat(column, picture);
@@ -107,9 +103,7 @@ void RecordGrid::setDataSource(const RecordsetPtr& rows) {
     followSet();
 }
 
-const RecordsetPtr& RecordGrid::dataSource() const {
-    return m_model->rows();
-}
+const RecordsetPtr& RecordGrid::dataSource() const { return m_model->rows(); }
 
 void RecordGrid::rebind() {
     m_model->readAgain();
@@ -131,13 +125,9 @@ void RecordGrid::followSet() {
                                           : QItemSelectionModel::NoUpdate);
 }
 
-bool RecordGrid::allowUpdate() const {
-    return m_model->allowUpdate();
-}
+bool RecordGrid::allowUpdate() const { return m_model->allowUpdate(); }
 
-void RecordGrid::setAllowUpdate(bool on) {
-    m_model->setAllowUpdate(on);
-}
+void RecordGrid::setAllowUpdate(bool on) { m_model->setAllowUpdate(on); }
 
 bool RecordGrid::commitEdit() {
     QWidget* editor = m_delegate->editor();
@@ -154,9 +144,7 @@ QVariant RecordGrid::currentValue(int column) const {
     return rows && rows->isOpen() ? m_model->value(static_cast<int>(rows->position()), column) : QVariant();
 }
 
-int RecordGrid::selectedCount() const {
-    return static_cast<int>(selectionModel()->selectedRows().size());
-}
+int RecordGrid::selectedCount() const { return static_cast<int>(selectionModel()->selectedRows().size()); }
 
 void RecordGrid::setEmptyText(const QString& text) {
     m_emptyText = text;
@@ -173,9 +161,7 @@ QSize RecordGrid::sizeHint() const {
     return {480, headerPixels + rowPixels * qBound(3, m_model->rowCount(), 12) + 2 + barHeight()};
 }
 
-QSize RecordGrid::minimumSizeHint() const {
-    return {160, headerPixels + rowPixels * 2 + barHeight()};
-}
+QSize RecordGrid::minimumSizeHint() const { return {160, headerPixels + rowPixels * 2 + barHeight()}; }
 
 void RecordGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
@@ -213,7 +199,8 @@ bool RecordGrid::focusNextPrevChild(bool next) {
 
 void RecordGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const bool entered = hint == QAbstractItemDelegate::SubmitModelCache;
-    const bool moves = hint == QAbstractItemDelegate::EditNextItem || hint == QAbstractItemDelegate::EditPreviousItem;
+    const bool moves =
+        hint == QAbstractItemDelegate::EditNextItem || hint == QAbstractItemDelegate::EditPreviousItem;
     QTableView::closeEditor(editor, moves || entered ? QAbstractItemDelegate::NoHint : hint);
     if (moves)
         moveBy(hint == QAbstractItemDelegate::EditNextItem ? 1 : -1);

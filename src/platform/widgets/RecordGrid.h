@@ -16,7 +16,7 @@ class RecordModel;
 
 /// A column as designed; width in pixels at 100 %, 0 stretches.
 struct GridColumn {
-    QString field{};         ///< name in the set, matched without regard to case
+    QString field{};  ///< name in the set, matched without regard to case
     QString caption{};
     int width = 0;
     bool editable = false;

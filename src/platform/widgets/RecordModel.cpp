@@ -13,6 +13,8 @@
 #include <QLocale>
 #include <QScopedValueRollback>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -34,11 +36,12 @@ RecordModel::Kind kindOf(int fieldType) {
 }
 
 QString numberShown(const QVariant& value, const QString& picture) {
-    if (picture == QLatin1String("Currency"))
+    if (picture == "Currency"_L1)
         return formatCurrency(toCurrency(value));
     const QString text = picture.isEmpty() ? valueText(value)
                          : value.metaType() == QMetaType::fromType<Currency>()
-                             ? format(value.value<Currency>(), picture) : format(value, picture);
+                             ? format(value.value<Currency>(), picture)
+                             : format(value, picture);
     return withLocalMarks(text, QLocale());
 }
 
@@ -95,9 +98,7 @@ void RecordModel::setRows(const RecordsetPtr& rows) {
     endResetModel();
 }
 
-void RecordModel::readAgain() {
-    setRows(RecordsetPtr(m_rows));
-}
+void RecordModel::readAgain() { setRows(RecordsetPtr(m_rows)); }
 
 void RecordModel::follow() {
     if (m_ownChange)
@@ -138,9 +139,7 @@ bool RecordModel::makeCurrent(int row) {
     }
 }
 
-int RecordModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : m_count;
-}
+int RecordModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_count; }
 
 int RecordModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
@@ -155,8 +154,8 @@ QString RecordModel::shown(int row, int column) const {
     case Kind::Number:
         return numberShown(stored, picture);
     case Kind::Flag:
-        if (picture == QLatin1String("Yes/No"))
-            return widgetText(stored.toBool() ? QStringLiteral("Yes") : QStringLiteral("No"));
+        if (picture == "Yes/No"_L1)
+            return widgetText(stored.toBool() ? u"Yes"_s : u"No"_s);
         return {};
     case Kind::Date:
         return dateText(stored.toDateTime());
@@ -170,8 +169,8 @@ QString RecordModel::shown(int row, int column) const {
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
-    const bool asMark = kind(index.column()) == Kind::Flag
-                        && m_columns[static_cast<std::size_t>(index.column())].numberFormat.isEmpty();
+    const bool asMark = kind(index.column()) == Kind::Flag &&
+                        m_columns[static_cast<std::size_t>(index.column())].numberFormat.isEmpty();
     switch (role) {
     case Qt::DisplayRole:
         return shown(index.row(), index.column()).replace(u'\n', u' ');
@@ -181,13 +180,13 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
         return asMark ? QVariant(value(index.row(), index.column()).toBool() ? Qt::Checked : Qt::Unchecked)
                       : QVariant();
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(asMark ? Qt::Alignment(Qt::AlignCenter)
-                                   : Qt::AlignVCenter | (kind(index.column()) == Kind::Number ? Qt::AlignRight
-                                                                                              : Qt::AlignLeft));
+        return QVariant::fromValue(
+            asMark
+                ? Qt::Alignment(Qt::AlignCenter)
+                : Qt::AlignVCenter | (kind(index.column()) == Kind::Number ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::AccessibleTextRole:
         if (asMark)
-            return widgetText(value(index.row(), index.column()).toBool() ? QStringLiteral("Yes")
-                                                                          : QStringLiteral("No"));
+            return widgetText(value(index.row(), index.column()).toBool() ? u"Yes"_s : u"No"_s);
         return {};
     default:
         return {};
@@ -202,7 +201,8 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::TextAlignmentRole) {
         const Kind k = kind(section);
         return QVariant::fromValue(Qt::AlignVCenter | (k == Kind::Number ? Qt::AlignRight
-                                                       : k == Kind::Flag ? Qt::AlignHCenter : Qt::AlignLeft));
+                                                       : k == Kind::Flag ? Qt::AlignHCenter
+                                                                         : Qt::AlignLeft));
     }
     return {};
 }
@@ -250,7 +250,7 @@ void RecordModel::refuse(const QString& reason) {
     if (m_telling)
         return;
     const QScopedValueRollback telling(m_telling, true);
-    MsgBox(widgetText(QStringLiteral("The change was not saved.")) + QStringLiteral("\n\n") + reason);
+    MsgBox(widgetText(u"The change was not saved."_s) + u"\n\n"_s + reason);
     emit editFailed();
 }
 

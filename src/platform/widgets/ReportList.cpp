@@ -57,26 +57,18 @@ QStringList ReportList::row(int row) const {
     return texts;
 }
 
-void ReportList::removeRow(int row) {
-    delete takeTopLevelItem(row);
-}
+void ReportList::removeRow(int row) { delete takeTopLevelItem(row); }
 
 int ReportList::currentRow() const {
     const auto selected = selectedItems();
     return selected.isEmpty() ? -1 : indexOfTopLevelItem(selected.first());
 }
 
-void ReportList::setCurrentRow(int row) {
-    setCurrentItem(topLevelItem(row));
-}
+void ReportList::setCurrentRow(int row) { setCurrentItem(topLevelItem(row)); }
 
-QSize ReportList::sizeHint() const {
-    return {360, headerPixels + 6 * rowPixels};
-}
+QSize ReportList::sizeHint() const { return {360, headerPixels + 6 * rowPixels}; }
 
-int ReportList::rowAt(const QPoint& place) const {
-    return indexOfTopLevelItem(itemAt(place));
-}
+int ReportList::rowAt(const QPoint& place) const { return indexOfTopLevelItem(itemAt(place)); }
 
 void ReportList::mousePressEvent(QMouseEvent* event) {
     QTreeWidget::mousePressEvent(event);

@@ -1,7 +1,9 @@
-// Rules by kind of widget; names in @ are the theme's colours.
+// Rules by kind of widget; names in @ are the theme's colors.
 #include "platform/widgets/StyleSheet.h"
 
 #include "platform/widgets/Theme.h"
+
+using namespace Qt::StringLiterals;
 
 namespace platform {
 
@@ -148,7 +150,7 @@ QCalendarWidget QAbstractItemView { background: @surface; alternate-background-c
 QFrame#calendarPopup { background: @surface; border: 1px solid @line; }
 )";
 
-QColor mixed(const QColor& a, const QColor& b, double share) {
+QColor mixed(const QColor& a, const QColor& b, float share) {
     return QColor::fromRgbF(a.redF() + (b.redF() - a.redF()) * share,
                             a.greenF() + (b.greenF() - a.greenF()) * share,
                             a.blueF() + (b.blueF() - a.blueF()) * share);
@@ -157,18 +159,26 @@ QColor mixed(const QColor& a, const QColor& b, double share) {
 }  // namespace
 
 QString styleSheet(const Theme& theme) {
-    QString sheet = QLatin1String(windows) + QLatin1String(bars) + QLatin1String(fields) + QLatin1String(buttons)
-                    + QLatin1String(tables);
-    const QColor quietField = theme.dark ? theme.alternateRow : mixed(theme.alternateRow, theme.window, 0.25);
+    QString sheet = QLatin1String(windows) + QLatin1String(bars) + QLatin1String(fields) +
+                    QLatin1String(buttons) + QLatin1String(tables);
+    const QColor quietField =
+        theme.dark ? theme.alternateRow : mixed(theme.alternateRow, theme.window, 0.25F);
     const std::pair<const char*, QString> names[] = {
-        {"@window", theme.window.name()},        {"@surface", theme.surface.name()},
-        {"@line", theme.line.name()},            {"@text", theme.text.name()},
-        {"@secondary", theme.secondaryText.name()}, {"@accent", theme.accent.name()},
-        {"@softAccent", theme.softAccent.name()}, {"@alternateRow", theme.alternateRow.name()},
-        {"@warning", theme.warning.name()},      {"@danger", theme.danger.name()},
-        {"@onFill", theme.onFill.name()},        {"@fieldLine", theme.fieldLine.name()},
-        {"@disabled", theme.disabledText.name()}, {"@quietField", quietField.name()},
-        {"@mode", theme.dark ? QStringLiteral("dark") : QStringLiteral("light")},
+        {"@window", theme.window.name()},
+        {"@surface", theme.surface.name()},
+        {"@line", theme.line.name()},
+        {"@text", theme.text.name()},
+        {"@secondary", theme.secondaryText.name()},
+        {"@accent", theme.accent.name()},
+        {"@softAccent", theme.softAccent.name()},
+        {"@alternateRow", theme.alternateRow.name()},
+        {"@warning", theme.warning.name()},
+        {"@danger", theme.danger.name()},
+        {"@onFill", theme.onFill.name()},
+        {"@fieldLine", theme.fieldLine.name()},
+        {"@disabled", theme.disabledText.name()},
+        {"@quietField", quietField.name()},
+        {"@mode", theme.dark ? u"dark"_s : u"light"_s},
     };
     for (const auto& [name, value] : names)
         sheet.replace(QLatin1String(name), value);

@@ -1,4 +1,4 @@
-// The program's one style sheet, written for the colours of a theme.
+// The program's one style sheet, written for the colors of a theme.
 #pragma once
 
 #include <QString>

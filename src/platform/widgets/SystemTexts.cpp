@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -31,14 +33,12 @@ void setSystemLanguage(const QLocale& language, const QString& folder) {
         return;
     auto translator = std::make_unique<QTranslator>();
     const QString place = folder.isEmpty() ? QLibraryInfo::path(QLibraryInfo::TranslationsPath) : folder;
-    if (!translator->load(language, QStringLiteral("qtbase"), QStringLiteral("_"), place))
+    if (!translator->load(language, u"qtbase"_s, u"_"_s, place))
         return;
     QCoreApplication::installTranslator(translator.get());
     installed() = std::move(translator);
 }
 
-QLocale systemLanguage() {
-    return chosen().value_or(QLocale());
-}
+QLocale systemLanguage() { return chosen().value_or(QLocale()); }
 
 }  // namespace platform

@@ -37,9 +37,7 @@ void TextBox::focusInEvent(QFocusEvent* event) {
         deselect();
 }
 
-MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
-    setTabChangesFocus(true);
-}
+MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) { setTabChangesFocus(true); }
 
 void MemoBox::insertFromMimeData(const QMimeData* source) {
     if (source && !source->formats().isEmpty())

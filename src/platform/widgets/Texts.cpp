@@ -12,12 +12,8 @@ TextTranslator& translator() {
 
 }  // namespace
 
-void setTextTranslator(TextTranslator function) {
-    translator() = std::move(function);
-}
+void setTextTranslator(TextTranslator function) { translator() = std::move(function); }
 
-QString widgetText(const QString& english) {
-    return translator() ? translator()(english) : english;
-}
+QString widgetText(const QString& english) { return translator() ? translator()(english) : english; }
 
 }  // namespace platform

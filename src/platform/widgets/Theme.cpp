@@ -11,6 +11,8 @@
 #include <QWidget>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -56,7 +58,7 @@ Theme darkTheme() {
 
 const Theme* current = nullptr;
 
-/// Whether the desktop's own colours are dark; asked once, before our palette takes their place.
+/// Whether the desktop's own colors are dark; asked once, before our palette takes their place.
 bool desktopIsDark() {
     static const bool dark = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
     return dark;
@@ -81,16 +83,16 @@ QPalette paletteOf(const Theme& t) {
 
 QFont programFont(const QFont& system) {
     QFont font(system);
-    font.setFamilies({QStringLiteral("Inter"), system.family()});
+    font.setFamilies({u"Inter"_s, system.family()});
     font.setPointSizeF(10.5);
     return font;
 }
 
-void applyColours(bool dark) {
+void applyColors(bool dark) {
     desktopIsDark();
     static const QFont system = QApplication::font();
     current = &themeOf(dark);
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(u"Fusion"_s);
     QApplication::setFont(programFont(system));
     QApplication::setPalette(paletteOf(*current));
     QApplication::setWindowIcon(applicationIcon());
@@ -103,43 +105,31 @@ const Theme& themeOf(bool dark) {
     return dark ? night : light;
 }
 
-const Theme& theme() {
-    return current ? *current : themeOf(false);
-}
+const Theme& theme() { return current ? *current : themeOf(false); }
 
-void applyTheme(QApplication& application) {
-    applyTheme(application, desktopIsDark());
-}
+void applyTheme(QApplication& application) { applyTheme(application, desktopIsDark()); }
 
 void applyTheme(QApplication& application, bool dark) {
-    applyColours(dark);
+    applyColors(dark);
     application.setStyleSheet(styleSheet(*current));
 }
 
-void prepareTheme(QApplication&) {
-    applyColours(desktopIsDark());
-}
+void prepareTheme(QApplication&) { applyColors(desktopIsDark()); }
 
 void finishTheme() {
     if (current && qApp->styleSheet().isEmpty())
         qApp->setStyleSheet(styleSheet(*current));
 }
 
-QIcon icon(const QString& name) {
-    return icon(name, QColor());
-}
+QIcon icon(const QString& name) { return icon(name, QColor()); }
 
 QIcon icon(const QString& name, const QColor& color) {
     return IconEngine::exists(name) ? QIcon(new IconEngine(name, color)) : QIcon();
 }
 
-QIcon applicationIcon() {
-    return icon(QStringLiteral("application"));
-}
+QIcon applicationIcon() { return icon(u"application"_s); }
 
-void makeCard(QWidget& frame) {
-    setLook(frame, "card");
-}
+void makeCard(QWidget& frame) { setLook(frame, "card"); }
 
 void makeFieldLabel(QWidget& label) {
     setLook(label, "fieldLabel");

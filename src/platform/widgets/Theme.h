@@ -1,10 +1,10 @@
-// The one place of colours, spacings and the style sheet; light and dark by the desktop's choice.
+// The one place of colors, spacings and the style sheet; light and dark by the desktop's choice.
 // Widgets get a special look by a dynamic property, settable here or in a .ui file:
 //   card        a frame: surface, one-pixel line, rounded corners
-//   fieldLabel  a label beside a field: secondary colour, right-aligned
+//   fieldLabel  a label beside a field: secondary color, right-aligned
 //   heading     a label in semi-bold
 //   quiet       a label in small secondary text
-//   badge       a label as a small filled mark in the warning colour
+//   badge       a label as a small filled mark in the warning color
 //   danger      a push button that stops or destroys
 //   primary     a push button for the main action of a window
 //   bare        a tool bar without any frame of its own
@@ -20,7 +20,8 @@ class QWidget;
 namespace platform {
 
 struct Theme {
-    QColor window, surface, line, text, secondaryText, accent, softAccent, alternateRow, good, warning, danger;
+    QColor window, surface, line, text, secondaryText, accent, softAccent, alternateRow, good, warning,
+        danger;
     /// Text on a fill of accent, good, warning or danger.
     QColor onFill;
     /// Frame of a field that can be edited.
@@ -34,7 +35,7 @@ struct Theme {
 const Theme& theme();
 /// The two themes as designed, whichever is in force.
 const Theme& themeOf(bool dark);
-/// Light or dark by the desktop's own colours.
+/// Light or dark by the desktop's own colors.
 void applyTheme(QApplication& application);
 void applyTheme(QApplication& application, bool dark);
 /// The same in two steps for the start of the program: all but the style sheet, then the style sheet, before
@@ -44,10 +45,10 @@ void prepareTheme(QApplication& application);
 /// Does nothing when the style sheet is in force, or when no theme has been prepared.
 void finishTheme();
 
-/// A picture of our own set ("first", "save", "chemicals" ...), drawn in the text colour, grey when off,
+/// A picture of our own set ("first", "save", "chemicals" ...), drawn in the text color, grey when off,
 /// accent when checked. An unknown name gives an empty icon.
 QIcon icon(const QString& name);
-/// The same in a colour of choice.
+/// The same in a color of choice.
 QIcon icon(const QString& name, const QColor& color);
 /// The program's own icon.
 QIcon applicationIcon();
@@ -57,7 +58,7 @@ inline constexpr int grid = 8;
 
 /// Makes a frame a card: surface, one-pixel line, rounded corners.
 void makeCard(QWidget& frame);
-/// Secondary text colour, right-aligned label of a field.
+/// Secondary text color, right-aligned label of a field.
 void makeFieldLabel(QWidget& label);
 /// Sets one of the dynamic properties above and draws the widget anew.
 void setLook(QWidget& widget, const char* property, bool on = true);

@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -22,8 +24,8 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    QToolButton* up = makeArrow(QStringLiteral("up"), QStringLiteral("Up"));
-    QToolButton* down = makeArrow(QStringLiteral("down"), QStringLiteral("Down"));
+    QToolButton* up = makeArrow(u"up"_s, u"Up"_s);
+    QToolButton* down = makeArrow(u"down"_s, u"Down"_s);
     column->addWidget(up);
     column->addWidget(down);
     setFixedSize(28, 32);
@@ -46,26 +48,18 @@ QToolButton* UpDown::makeArrow(const QString& picture, const QString& name) {
     return arrow;
 }
 
-void UpDown::setValue(int value) {
-    change(qMax(m_minimum, qMin(value, m_maximum)));
-}
+void UpDown::setValue(int value) { change(qMax(m_minimum, qMin(value, m_maximum))); }
 
 void UpDown::setBounds(int minimum, int maximum) {
     m_minimum = minimum;
     m_maximum = maximum;
 }
 
-void UpDown::setBuddy(QLabel* label) {
-    m_buddy = label;
-}
+void UpDown::setBuddy(QLabel* label) { m_buddy = label; }
 
-void UpDown::stepUp() {
-    stepBy(1);
-}
+void UpDown::stepUp() { stepBy(1); }
 
-void UpDown::stepDown() {
-    stepBy(-1);
-}
+void UpDown::stepDown() { stepBy(-1); }
 
 void UpDown::stepBy(int steps) {
     const int wanted = m_value + steps * m_step;
@@ -99,8 +93,6 @@ void UpDown::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void UpDown::wheelEvent(QWheelEvent* event) {
-    event->ignore();
-}
+void UpDown::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 }  // namespace platform

@@ -11,6 +11,8 @@
 #include <QStringDecoder>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -19,17 +21,17 @@ using namespace xml_text;
 /// What is kept: comments, blanks that are all an element holds, line ends as they are, and text beside
 /// the root, so that it can be refused. Entities beyond the five of XML stay unexpanded; a document type
 /// declaration is skipped.
-constexpr unsigned int parseOptions = (pugi::parse_default | pugi::parse_comments | pugi::parse_pi
-                                       | pugi::parse_ws_pcdata_single | pugi::parse_fragment)
-                                      & ~pugi::parse_eol;
+constexpr unsigned int parseOptions = (pugi::parse_default | pugi::parse_comments | pugi::parse_pi |
+                                       pugi::parse_ws_pcdata_single | pugi::parse_fragment) &
+                                      ~pugi::parse_eol;
 
 /// The encoding that the first line declares, UTF-8 when it declares none.
 QByteArray declaredEncoding(const QByteArray& content) {
     static const QRegularExpression declaration(
-        QStringLiteral("^<\\?xml\\s[^>]*encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
+        u"^<\\?xml\\s[^>]*encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"_s);
     constexpr qsizetype longest = 200;
     const auto match = declaration.match(QString::fromLatin1(content.left(longest)));
-    return match.hasMatch() ? match.captured(1).toLatin1() : QByteArrayLiteral("UTF-8");
+    return match.hasMatch() ? match.captured(1).toLatin1() : "UTF-8"_ba;
 }
 
 std::optional<QString> decoded(const QByteArray& content) {
@@ -82,11 +84,10 @@ bool XmlDocument::loadXML(const QString& text) {
     if (!isClean(text))
         return false;
     const QByteArray content = text.toUtf8();
-    const auto parsed = m_tree->document.load_buffer(content.constData(),
-                                                     static_cast<std::size_t>(content.size()),
-                                                     parseOptions, pugi::encoding_utf8);
-    if (parsed && hasOneRoot(m_tree->document) && hasGoodNames(m_tree->document)
-        && hasGoodReferences(content, parseOptions))
+    const auto parsed = m_tree->document.load_buffer(
+        content.constData(), static_cast<std::size_t>(content.size()), parseOptions, pugi::encoding_utf8);
+    if (parsed && hasOneRoot(m_tree->document) && hasGoodNames(m_tree->document) &&
+        hasGoodReferences(content, parseOptions))
         return true;
     m_tree = std::make_shared<Tree>();
     return false;
@@ -106,7 +107,7 @@ XmlNode XmlDocument::nodeOf(const std::shared_ptr<Tree>& tree, const pugi::xml_n
 XmlNode XmlDocument::appendElement(const QString& name) {
     const QByteArray checked = checkedName(name);
     if (m_tree->document.document_element())
-        throw RuntimeError(error::invalidProcedureCall, QStringLiteral("The XML document has a root already"));
+        throw RuntimeError(error::invalidProcedureCall, u"The XML document has a root already"_s);
     return nodeOf(m_tree, m_tree->document.append_child(checked.constData()));
 }
 
@@ -144,15 +145,15 @@ XmlDocumentPtr XmlDocument::cloneDeep() const {
 QString nodeText(const XmlDocument& document, const QString& path) {
     const XmlNode node = document.selectSingleNode(path);
     if (!node)
-        throw RuntimeError(error::objectNotSet, QStringLiteral("XML node %1 is missing").arg(path));
+        throw RuntimeError(error::objectNotSet, u"XML node %1 is missing"_s.arg(path));
     return node.text();
 }
 
 QString nodeValue(const XmlDocument& document, const QString& path) {
     const XmlNode node = document.selectSingleNode(path);
     if (!node)
-        throw RuntimeError(error::objectNotSet, QStringLiteral("XML node %1 is missing").arg(path));
-    return node.attribute(QStringLiteral("Value"));
+        throw RuntimeError(error::objectNotSet, u"XML node %1 is missing"_s.arg(path));
+    return node.attribute(u"Value"_s);
 }
 
 }  // namespace platform

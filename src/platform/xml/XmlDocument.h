@@ -28,10 +28,10 @@ public:
     explicit operator bool() const;
 
     QString name() const;
-    QString text() const;             ///< joined text content
+    QString text() const;  ///< joined text content
     /// In place of the text that was there. Throws invalidProcedureCall when the node holds elements.
     void setText(const QString& text);
-    QString xml() const;              ///< the node's own XML text
+    QString xml() const;  ///< the node's own XML text
 
     bool hasAttribute(const QString& name) const;
     /// Throws objectNotSet when the attribute is missing.

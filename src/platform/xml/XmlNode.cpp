@@ -5,12 +5,14 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
 using namespace xml_text;
 
-const QString nothing = QStringLiteral("XML node is nothing");
+const QString nothing = u"XML node is nothing"_s;
 
 void appendText(pugi::xml_node node, std::string& text) {
     if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata)
@@ -44,8 +46,7 @@ void XmlNode::setText(const QString& text) {
     pugi::xml_node node = state().node;
     for (const pugi::xml_node child : node.children()) {
         if (child.type() == pugi::node_element)
-            throw RuntimeError(error::invalidProcedureCall,
-                               QStringLiteral("XML element %1 holds elements").arg(name()));
+            throw RuntimeError(error::invalidProcedureCall, u"XML element %1 holds elements"_s.arg(name()));
     }
     // Text and comments alone, to which no handle is ever given out.
     node.remove_children();
@@ -62,7 +63,7 @@ bool XmlNode::hasAttribute(const QString& name) const {
 QString XmlNode::attribute(const QString& name) const {
     const pugi::xml_attribute attribute = state().node.attribute(toXml(name).constData());
     if (!attribute)
-        throw RuntimeError(error::objectNotSet, QStringLiteral("XML attribute %1 is missing").arg(name));
+        throw RuntimeError(error::objectNotSet, u"XML attribute %1 is missing"_s.arg(name));
     return fromXml(attribute.value());
 }
 

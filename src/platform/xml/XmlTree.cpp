@@ -3,6 +3,8 @@
 
 #include "platform/basic/RuntimeError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform::xml_text {
 namespace {
 
@@ -68,7 +70,7 @@ bool isXmlName(const QString& name) {
 
 QByteArray checkedName(const QString& name) {
     if (!isXmlName(name))
-        throw RuntimeError(error::invalidProcedureCall, QStringLiteral("No XML name: \"%1\"").arg(name));
+        throw RuntimeError(error::invalidProcedureCall, u"No XML name: \"%1\""_s.arg(name));
     return name.toUtf8();
 }
 
@@ -94,7 +96,7 @@ pugi::xml_node following(pugi::xml_node node, const pugi::xml_node& top) {
 
 std::vector<pugi::xml_node> select(const pugi::xml_node& from, const QString& path, Wanted wanted) {
     const auto refuse = [&](const QString& reason) {
-        throw RuntimeError(error::statement, QStringLiteral("XML path: %1").arg(reason), {}, path);
+        throw RuntimeError(error::statement, u"XML path: %1"_s.arg(reason), {}, path);
     };
     std::vector<pugi::xml_node> result;
     try {
@@ -104,7 +106,7 @@ std::vector<pugi::xml_node> select(const pugi::xml_node& from, const QString& pa
             found.sort();
         const auto take = [&](const pugi::xpath_node& node) {
             if (node.node().type() != pugi::node_element)
-                refuse(QStringLiteral("names something else than elements"));
+                refuse(u"names something else than elements"_s);
             result.push_back(node.node());
         };
         if (wanted == Wanted::first && !found.empty())

@@ -1,6 +1,6 @@
 // The port: who answers, and which title a box bears.
-#include "ScriptedAsker.h"
 #include "platform/ask/Ask.h"
+#include "ScriptedAsker.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -44,8 +44,8 @@ TEST(Ask, TheApplicationsTitleStandsWhereNoneIsGiven) {
     MsgBox("three", {}, "");
     EXPECT_EQ(InputBox("four"), "typed");
     InputBox("five", "", "preset");
-    EXPECT_EQ(recorder.told, QStringList({"one", "Panel", "0", "two", "Own", "2", "three", "", "0", "four", "Panel",
-                                          "", "five", "", "preset"}));
+    EXPECT_EQ(recorder.told, QStringList({"one", "Panel", "0", "two", "Own", "2", "three", "", "0", "four",
+                                          "Panel", "", "five", "", "preset"}));
     setAsker(nullptr);
     setApplicationTitle({});
 }

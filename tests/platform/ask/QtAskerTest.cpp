@@ -16,6 +16,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace platform;
@@ -119,7 +121,7 @@ TEST_F(QtAsking, ASystemModalBoxStaysOnTop) {
 }
 
 TEST_F(QtAsking, ButtonsAreTranslated) {
-    asker.setButtonTranslator([](const QString& text) { return text == "Cancel" ? QString("Abbrechen") : text; });
+    asker.setButtonTranslator([](const QString& text) { return text == "Cancel" ? u"Abbrechen"_s : text; });
     when([](QDialog& box) {
         EXPECT_EQ(captions(box), QStringList({"Yes", "No", "Abbrechen"}));
         QTest::mouseClick(box.findChild<QPushButton*>("Cancel"), Qt::LeftButton);
@@ -140,7 +142,7 @@ TEST_F(QtAsking, TextIsPlainAndALongOneScrolls) {
         EXPECT_LT(box.width(), 700);
         box.accept();
     });
-    MsgBox(QString("word ").repeated(2000));
+    MsgBox(u"word "_s.repeated(2000));
 }
 
 TEST_F(QtAsking, ALineIsTyped) {
@@ -178,7 +180,8 @@ TEST_F(QtAsking, AFileIsChosenWithoutRegardToCase) {
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText("SORVANTO.MDB");
         QMetaObject::invokeMethod(&dialog, "accept");
     });
-    EXPECT_EQ(platform::asker().openFile("Database", "Database|sorvanto.mdb"), QDir::toNativeSeparators(wanted));
+    EXPECT_EQ(platform::asker().openFile("Database", "Database|sorvanto.mdb"),
+              QDir::toNativeSeparators(wanted));
     when([](QDialog& box) { box.reject(); });
     EXPECT_EQ(platform::asker().openFile("Database", "Database|sorvanto.mdb"), "");
 }

@@ -7,6 +7,8 @@
 #include <limits>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -17,10 +19,15 @@ constexpr auto least = std::numeric_limits<std::int64_t>::min();
 }  // namespace
 
 TEST(Currency, FromDoubleTakesATieToEven) {
-    struct Row { double value; std::int64_t count; };
+    struct Row {
+        double value;
+        std::int64_t count;
+    };
     const Row rows[] = {
-        {0, 0}, {12.5, 125000}, {0.00005, 0}, {0.00015, 2}, {0.00025, 2}, {2.00005, 20000},
-        {2.00015, 20002}, {-0.00015, -2}, {-0.00025, -2}, {0.000051, 1}, {0.00004999, 0}, {0.1 + 0.2, 3000},
+        {0, 0},           {12.5, 125000},   {0.00005, 0},
+        {0.00015, 2},     {0.00025, 2},     {2.00005, 20000},
+        {2.00015, 20002}, {-0.00015, -2},   {-0.00025, -2},
+        {0.000051, 1},    {0.00004999, 0},  {0.1 + 0.2, 3000},
         {1.23455, 12346}, {1.23445, 12344}, {99999999999.9999, 999999999999999},
     };
     for (const Row& row : rows)
@@ -28,11 +35,25 @@ TEST(Currency, FromDoubleTakesATieToEven) {
 }
 
 TEST(Currency, FromTextIsExact) {
-    struct Row { const char* text; std::int64_t count; };
+    struct Row {
+        const char* text;
+        std::int64_t count;
+    };
     const Row rows[] = {
-        {"12.5", 125000}, {" 3 ", 30000}, {"-0.07", -700}, {"0", 0}, {"012.5", 125000}, {"1E-04", 1},
-        {"1E+3", 10000000}, {".5", 5000}, {"0.00005", 0}, {"0.00015", 2}, {"0.000150000000000000001", 2},
-        {"0.000250000000000000001", 3}, {"922337203685477.5807", most}, {"-922337203685477.5808", least},
+        {"12.5", 125000},
+        {" 3 ", 30000},
+        {"-0.07", -700},
+        {"0", 0},
+        {"012.5", 125000},
+        {"1E-04", 1},
+        {"1E+3", 10000000},
+        {".5", 5000},
+        {"0.00005", 0},
+        {"0.00015", 2},
+        {"0.000150000000000000001", 2},
+        {"0.000250000000000000001", 3},
+        {"922337203685477.5807", most},
+        {"-922337203685477.5808", least},
         {"1e-99999", 0},
     };
     for (const Row& row : rows)
@@ -53,10 +74,20 @@ TEST(Currency, OutsideTheRangeOverflows) {
 }
 
 TEST(Currency, TextHasNoTrailingZeros) {
-    struct Row { std::int64_t count; const char* text; };
-    const Row rows[] = {{0, "0"}, {125000, "12.5"}, {1000000, "100"}, {-700, "-0.07"}, {1, "0.0001"},
-                        {-1, "-0.0001"}, {10, "0.001"}, {123456, "12.3456"},
-                        {most, "922337203685477.5807"}, {least, "-922337203685477.5808"}};
+    struct Row {
+        std::int64_t count;
+        const char* text;
+    };
+    const Row rows[] = {{0, "0"},
+                        {125000, "12.5"},
+                        {1000000, "100"},
+                        {-700, "-0.07"},
+                        {1, "0.0001"},
+                        {-1, "-0.0001"},
+                        {10, "0.001"},
+                        {123456, "12.3456"},
+                        {most, "922337203685477.5807"},
+                        {least, "-922337203685477.5808"}};
     for (const Row& row : rows)
         EXPECT_EQ(Currency::fromTenThousandths(row.count).toText(), QString(row.text));
 }
@@ -83,18 +114,18 @@ TEST(Currency, SumsStayExact) {
     Currency sum;
     for (int i = 0; i < 10000; ++i)
         sum = sum + Currency::fromText("0.1");
-    EXPECT_EQ(sum.toText(), QString("1000"));
+    EXPECT_EQ(sum.toText(), u"1000"_s);
     for (int i = 0; i < 10000; ++i)
         sum = sum - Currency::fromText("0.1");
     EXPECT_EQ(sum, Currency());
 }
 
 TEST(Currency, ProductIsFloatingPointThenRounded) {
-    EXPECT_EQ((Currency::fromText("12.3457") * 2.5).toText(), QString("30.8642"));   // 30.86425, tie to even
-    EXPECT_EQ((Currency::fromText("0.0001") * 0.5).toText(), QString("0"));          // 0.00005
-    EXPECT_EQ((Currency::fromText("0.0003") * 0.5).toText(), QString("0.0002"));     // 0.00015
-    EXPECT_EQ((Currency::fromText("19.99") * 0).toText(), QString("0"));
-    EXPECT_EQ((Currency::fromText("-19.99") * 2.5).toText(), QString("-49.975"));
+    EXPECT_EQ((Currency::fromText("12.3457") * 2.5).toText(), u"30.8642"_s);  // 30.86425, tie to even
+    EXPECT_EQ((Currency::fromText("0.0001") * 0.5).toText(), u"0"_s);         // 0.00005
+    EXPECT_EQ((Currency::fromText("0.0003") * 0.5).toText(), u"0.0002"_s);    // 0.00015
+    EXPECT_EQ((Currency::fromText("19.99") * 0).toText(), u"0"_s);
+    EXPECT_EQ((Currency::fromText("-19.99") * 2.5).toText(), u"-49.975"_s);
 }
 
 TEST(Currency, Orders) {

@@ -7,6 +7,8 @@
 
 #include <QLocale>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -24,29 +26,44 @@ protected:
 }  // namespace
 
 TEST_F(Dates, DefaultText) {
-    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), QString("3/7/2026 2:05:09 PM"));
-    EXPECT_EQ(dateText(moment(2026, 11, 21)), QString("11/21/2026"));
-    EXPECT_EQ(dateText(moment(1980, 3, 7)), QString("3/7/1980"));
-    EXPECT_EQ(dateText(moment(2026, 1, 31, 0, 0, 1)), QString("1/31/2026 12:00:01 AM"));
-    EXPECT_EQ(dateText(moment(2026, 1, 31, 12, 0, 0)), QString("1/31/2026 12:00:00 PM"));
-    EXPECT_EQ(dateText(moment(1899, 12, 30, 13, 30, 0)), QString("1:30:00 PM"));
-    EXPECT_EQ(dateText(zeroDate()), QString("12:00:00 AM"));
-    EXPECT_EQ(dateText(moment(2026, 3, 7).addMSecs(999)), QString("3/7/2026"));
+    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), u"3/7/2026 2:05:09 PM"_s);
+    EXPECT_EQ(dateText(moment(2026, 11, 21)), u"11/21/2026"_s);
+    EXPECT_EQ(dateText(moment(1980, 3, 7)), u"3/7/1980"_s);
+    EXPECT_EQ(dateText(moment(2026, 1, 31, 0, 0, 1)), u"1/31/2026 12:00:01 AM"_s);
+    EXPECT_EQ(dateText(moment(2026, 1, 31, 12, 0, 0)), u"1/31/2026 12:00:00 PM"_s);
+    EXPECT_EQ(dateText(moment(1899, 12, 30, 13, 30, 0)), u"1:30:00 PM"_s);
+    EXPECT_EQ(dateText(zeroDate()), u"12:00:00 AM"_s);
+    EXPECT_EQ(dateText(moment(2026, 3, 7).addMSecs(999)), u"3/7/2026"_s);
     EXPECT_RAISES(dateText(QDateTime()), error::typeMismatch);
 }
 
 TEST_F(Dates, ReadsWhatIsWrittenAndWhatIsStored) {
-    struct Row { const char* text; QDateTime date; };
+    struct Row {
+        const char* text;
+        QDateTime date;
+    };
     const Row rows[] = {
-        {"3/7/2026 2:05:09 PM", moment(2026, 3, 7, 14, 5, 9)}, {"3/7/2026", moment(2026, 3, 7)},
-        {"03/07/2026", moment(2026, 3, 7)}, {" 3/7/2026 ", moment(2026, 3, 7)},
-        {"11-21-2026", moment(2026, 11, 21)}, {"03-07-26", moment(2026, 3, 7)},
-        {"3/7/80", moment(1980, 3, 7)}, {"3/7/29", moment(2029, 3, 7)}, {"3/7/30", moment(1930, 3, 7)},
-        {"2026-03-07 14:05:09", moment(2026, 3, 7, 14, 5, 9)}, {"2026-03-07", moment(2026, 3, 7)},
-        {"3/7/2026 14:05", moment(2026, 3, 7, 14, 5)}, {"3/7/2026 2:05 pm", moment(2026, 3, 7, 14, 5)},
-        {"12:00:00 AM", zeroDate()}, {"13:30", moment(1899, 12, 30, 13, 30)},
-        {"1:30:00 PM", moment(1899, 12, 30, 13, 30)}, {"0", zeroDate()}, {"46088", moment(2026, 3, 7)},
-        {"46088.5", moment(2026, 3, 7, 12)}, {"-1", moment(1899, 12, 29)}, {"2/29/2024", moment(2024, 2, 29)},
+        {"3/7/2026 2:05:09 PM", moment(2026, 3, 7, 14, 5, 9)},
+        {"3/7/2026", moment(2026, 3, 7)},
+        {"03/07/2026", moment(2026, 3, 7)},
+        {" 3/7/2026 ", moment(2026, 3, 7)},
+        {"11-21-2026", moment(2026, 11, 21)},
+        {"03-07-26", moment(2026, 3, 7)},
+        {"3/7/80", moment(1980, 3, 7)},
+        {"3/7/29", moment(2029, 3, 7)},
+        {"3/7/30", moment(1930, 3, 7)},
+        {"2026-03-07 14:05:09", moment(2026, 3, 7, 14, 5, 9)},
+        {"2026-03-07", moment(2026, 3, 7)},
+        {"3/7/2026 14:05", moment(2026, 3, 7, 14, 5)},
+        {"3/7/2026 2:05 pm", moment(2026, 3, 7, 14, 5)},
+        {"12:00:00 AM", zeroDate()},
+        {"13:30", moment(1899, 12, 30, 13, 30)},
+        {"1:30:00 PM", moment(1899, 12, 30, 13, 30)},
+        {"0", zeroDate()},
+        {"46088", moment(2026, 3, 7)},
+        {"46088.5", moment(2026, 3, 7, 12)},
+        {"-1", moment(1899, 12, 29)},
+        {"2/29/2024", moment(2024, 2, 29)},
     };
     for (const Row& row : rows)
         EXPECT_EQ(toDate(row.text), row.date) << row.text;
@@ -54,10 +71,31 @@ TEST_F(Dates, ReadsWhatIsWrittenAndWhatIsStored) {
 }
 
 TEST_F(Dates, RefusesWhatIsNoDate) {
-    for (const char* text : {"", " ", "abc", "3/7", "13/1/2026", "2/29/2025", "3/7/2026 25:00", "14:60",
-                             "3/7/2026 PM", "3-7/2026", "March 7, 2026", "2026-13-01", "1/2/3/4", "14:05 PM",
-                             "3/7/2026 1:2:3:4", "1234567/1/1", "-3/7/2026x", "3/7/2026'", "0/0/0", "/3/7/2026", "3/7/2026/",
-                             "3/7/2026 2/05/09", "3/7/2026-2:05", "14:05:", "3 7 2026"})
+    for (const char* text : {"",
+                             " ",
+                             "abc",
+                             "3/7",
+                             "13/1/2026",
+                             "2/29/2025",
+                             "3/7/2026 25:00",
+                             "14:60",
+                             "3/7/2026 PM",
+                             "3-7/2026",
+                             "March 7, 2026",
+                             "2026-13-01",
+                             "1/2/3/4",
+                             "14:05 PM",
+                             "3/7/2026 1:2:3:4",
+                             "1234567/1/1",
+                             "-3/7/2026x",
+                             "3/7/2026'",
+                             "0/0/0",
+                             "/3/7/2026",
+                             "3/7/2026/",
+                             "3/7/2026 2/05/09",
+                             "3/7/2026-2:05",
+                             "14:05:",
+                             "3 7 2026"})
         EXPECT_RAISES(toDate(text), error::typeMismatch);
     EXPECT_RAISES(toDate("99999999"), error::overflow);
     EXPECT_RAISES(toDate("-800000"), error::overflow);
@@ -98,34 +136,36 @@ TEST_F(Dates, TheDigitInFrontNeverChangesADate) {
 TEST_F(Dates, ZeroDateSurvivesTextAndStoredForm) {
     EXPECT_EQ(toDate(dateText(zeroDate())), zeroDate());
     EXPECT_EQ(fromStoredDate(storedDate(zeroDate())), zeroDate());
-    EXPECT_EQ(storedDate(zeroDate()), QString("1899-12-30 00:00:00"));
+    EXPECT_EQ(storedDate(zeroDate()), u"1899-12-30 00:00:00"_s);
 }
 
 TEST_F(Dates, StoredForm) {
-    EXPECT_EQ(storedDate(moment(2026, 3, 7, 14, 5, 9)), QString("2026-03-07 14:05:09"));
+    EXPECT_EQ(storedDate(moment(2026, 3, 7, 14, 5, 9)), u"2026-03-07 14:05:09"_s);
     EXPECT_EQ(fromStoredDate("2026-03-07 14:05:09"), moment(2026, 3, 7, 14, 5, 9));
     EXPECT_EQ(fromStoredDate("2026-03-07 14:05:09").timeSpec(), Qt::UTC);
-    for (const char* text : {"", "2026-03-07", "2026-3-7 14:05:09", "2026-02-30 00:00:00", "3/7/2026",
-                             " 2026-03-07 14:05:09"})
+    for (const char* text :
+         {"", "2026-03-07", "2026-3-7 14:05:09", "2026-02-30 00:00:00", "3/7/2026", " 2026-03-07 14:05:09"})
         EXPECT_FALSE(fromStoredDate(text).isValid()) << text;
 }
 
 TEST_F(Dates, CustomsOfSomeSystems) {
     setSystemLocale(QLocale(QLocale::German, QLocale::Germany));
-    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), QString("07.03.2026 14:05:09"));
+    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), u"07.03.2026 14:05:09"_s);
     EXPECT_EQ(toDate("07.03.2026"), moment(2026, 3, 7));
     EXPECT_EQ(toDate("03-07-2026"), moment(2026, 3, 7));  // the form of the statements, month first
     setSystemLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), QString("07/03/2026 14:05:09"));
+    EXPECT_EQ(dateText(moment(2026, 3, 7, 14, 5, 9)), u"07/03/2026 14:05:09"_s);
     EXPECT_EQ(toDate("07/03/2026"), moment(2026, 3, 7));
     setSystemLocale(QLocale(QLocale::Swedish, QLocale::Sweden));
-    EXPECT_EQ(dateText(moment(2026, 3, 7)), QString("2026-03-07"));
+    EXPECT_EQ(dateText(moment(2026, 3, 7)), u"2026-03-07"_s);
 }
 
 TEST_F(Dates, EveryLocaleReadsBackItsOwnTexts) {
-    const QDateTime dates[] = {moment(2026, 3, 7, 14, 5, 9), moment(2026, 11, 21), moment(1980, 12, 31, 0, 0, 1),
-                               moment(2005, 6, 5, 12, 0, 0), moment(1899, 12, 30, 9, 8, 7), zeroDate()};
-    const auto locales = QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
+    const QDateTime dates[] = {moment(2026, 3, 7, 14, 5, 9),  moment(2026, 11, 21),
+                               moment(1980, 12, 31, 0, 0, 1), moment(2005, 6, 5, 12, 0, 0),
+                               moment(1899, 12, 30, 9, 8, 7), zeroDate()};
+    const auto locales =
+        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
     ASSERT_GT(locales.size(), 100);
     for (const QLocale& locale : locales) {
         setSystemLocale(locale);

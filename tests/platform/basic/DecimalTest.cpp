@@ -8,10 +8,14 @@
 using platform::Decimal;
 
 TEST(Decimal, NumberAtTheStart) {
-    struct Row { const char* text; qsizetype length; };
-    const Row rows[] = {{"", 0}, {"abc", 0}, {"1", 1}, {"12x", 2}, {"-3.5 ", 4}, {"+.5", 3}, {"5.", 2},
-                        {".", 0}, {"-", 0}, {"1.2.3", 3}, {"1e5", 3}, {"1e", 1}, {"1e+", 1}, {"1E-07z", 5},
-                        {"--1", 0}, {"1,000", 1}, {"0x10", 1}, {"inf", 0}, {"nan", 0}};
+    struct Row {
+        const char* text;
+        qsizetype length;
+    };
+    const Row rows[] = {{"", 0},      {"abc", 0},  {"1", 1},   {"12x", 2},    {"-3.5 ", 4},
+                        {"+.5", 3},   {"5.", 2},   {".", 0},   {"-", 0},      {"1.2.3", 3},
+                        {"1e5", 3},   {"1e", 1},   {"1e+", 1}, {"1E-07z", 5}, {"--1", 0},
+                        {"1,000", 1}, {"0x10", 1}, {"inf", 0}, {"nan", 0}};
     for (const Row& row : rows)
         EXPECT_EQ(Decimal::numberLength(row.text), row.length) << row.text;
 }
@@ -39,13 +43,28 @@ TEST(Decimal, DoublesGiveFifteenDigits) {
 }
 
 TEST(Decimal, RoundsByTheDigits) {
-    struct Row { const char* text; int decimals; const char* away; const char* even; };
+    struct Row {
+        const char* text;
+        int decimals;
+        const char* away;
+        const char* even;
+    };
     const Row rows[] = {
-        {"0.5", 0, "1", "0"},       {"1.5", 0, "2", "2"},        {"2.5", 0, "3", "2"},
-        {"-2.5", 0, "-3", "-2"},    {"0.25", 1, "0.3", "0.2"},   {"0.250001", 1, "0.3", "0.3"},
-        {"9.995", 2, "10.00", "10.00"}, {"99.985", 2, "99.99", "99.98"}, {"0.004", 2, "0.00", "0.00"},
-        {"-0.004", 2, "0.00", "0.00"},  {"0.0005", 3, "0.001", "0.000"}, {"0.00005", 3, "0.000", "0.000"},
-        {"999", 2, "999.00", "999.00"}, {"0.9", 0, "1", "1"},    {"0.05", 0, "0", "0"},
+        {"0.5", 0, "1", "0"},
+        {"1.5", 0, "2", "2"},
+        {"2.5", 0, "3", "2"},
+        {"-2.5", 0, "-3", "-2"},
+        {"0.25", 1, "0.3", "0.2"},
+        {"0.250001", 1, "0.3", "0.3"},
+        {"9.995", 2, "10.00", "10.00"},
+        {"99.985", 2, "99.99", "99.98"},
+        {"0.004", 2, "0.00", "0.00"},
+        {"-0.004", 2, "0.00", "0.00"},
+        {"0.0005", 3, "0.001", "0.000"},
+        {"0.00005", 3, "0.000", "0.000"},
+        {"999", 2, "999.00", "999.00"},
+        {"0.9", 0, "1", "1"},
+        {"0.05", 0, "0", "0"},
     };
     for (const Row& row : rows) {
         Decimal away = *Decimal::fromText(row.text);
@@ -61,8 +80,8 @@ TEST(Decimal, RoundingAgreesWithIntegerArithmetic) {
     for (int thousandths = -12000; thousandths <= 12000; ++thousandths) {
         const int magnitude = (std::abs(thousandths) + 5) / 10;
         QByteArray expected = thousandths < 0 && magnitude > 0 ? "-" : "";
-        expected += QByteArray::number(magnitude / 100) + '.'
-                    + QByteArray::number(magnitude % 100).rightJustified(2, '0');
+        expected += QByteArray::number(magnitude / 100) + '.' +
+                    QByteArray::number(magnitude % 100).rightJustified(2, '0');
         Decimal decimal = Decimal::fromDouble(thousandths / 1000.0);
         decimal.round(2, Decimal::Tie::away);
         ASSERT_EQ(decimal.fixed(2), expected) << thousandths;

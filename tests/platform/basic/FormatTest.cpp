@@ -7,6 +7,8 @@
 #include <cmath>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -22,20 +24,45 @@ struct RestoredLocale {
 }  // namespace
 
 TEST(Format, Numbers) {
-    struct Row { double value; const char* picture; const char* text; };
+    struct Row {
+        double value;
+        const char* picture;
+        const char* text;
+    };
     const Row rows[] = {
-        {3.08625, "#0.000", "3.086"}, {1.0005, "#0.000", "1.001"}, {0, "#0.000", "0.000"},
-        {-1.5, "#0.000", "-1.500"}, {10, "#0.000", "10.000"}, {-0.0004, "#0.000", "0.000"},
-        {6.172, "#0.00", "6.17"}, {12.345, "0.00", "12.35"}, {0.005, "0.00", "0.01"},
-        {1234567.891, "###,##0.00", "1,234,567.89"}, {123.4, "###,##0.00", "123.40"},
-        {1000, "###,##0.00", "1,000.00"}, {999.995, "###,##0.00", "1,000.00"},
-        {-1234.5, "###,##0.00", "-1,234.50"}, {0, "###,##0.00", "0.00"},
-        {0, "####0;;Null", "0"}, {250, "####0;;Null", "250"}, {-3, "####0;;Null", "-3"},
-        {2.5, "####0", "3"}, {12345678, "####0", "12345678"},
-        {5, "00", "05"}, {0, "00", "00"}, {123, "00", "123"}, {-5, "00", "-05"},
-        {0.5, "#.00", ".50"}, {0.5, ".00", ".50"}, {1.5, "0.##", "1.5"}, {2, "0.##", "2."},
+        {3.08625, "#0.000", "3.086"},
+        {1.0005, "#0.000", "1.001"},
+        {0, "#0.000", "0.000"},
+        {-1.5, "#0.000", "-1.500"},
+        {10, "#0.000", "10.000"},
+        {-0.0004, "#0.000", "0.000"},
+        {6.172, "#0.00", "6.17"},
+        {12.345, "0.00", "12.35"},
+        {0.005, "0.00", "0.01"},
+        {1234567.891, "###,##0.00", "1,234,567.89"},
+        {123.4, "###,##0.00", "123.40"},
+        {1000, "###,##0.00", "1,000.00"},
+        {999.995, "###,##0.00", "1,000.00"},
+        {-1234.5, "###,##0.00", "-1,234.50"},
+        {0, "###,##0.00", "0.00"},
+        {0, "####0;;Null", "0"},
+        {250, "####0;;Null", "250"},
+        {-3, "####0;;Null", "-3"},
+        {2.5, "####0", "3"},
+        {12345678, "####0", "12345678"},
+        {5, "00", "05"},
+        {0, "00", "00"},
+        {123, "00", "123"},
+        {-5, "00", "-05"},
+        {0.5, "#.00", ".50"},
+        {0.5, ".00", ".50"},
+        {1.5, "0.##", "1.5"},
+        {2, "0.##", "2."},
         {1e15, "#0.00", "1000000000000000.00"},
-        {5, "0.00;(0.00)", "5.00"}, {-5, "0.00;(0.00)", "(5.00)"}, {7, "text", "text"}, {7, "", ""},
+        {5, "0.00;(0.00)", "5.00"},
+        {-5, "0.00;(0.00)", "(5.00)"},
+        {7, "text", "text"},
+        {7, "", ""},
     };
     for (const Row& row : rows)
         EXPECT_EQ(format(row.value, row.picture), QString(row.text)) << row.value << " " << row.picture;
@@ -43,28 +70,39 @@ TEST(Format, Numbers) {
 }
 
 TEST(Format, TextAroundTheDigits) {
-    struct Row { double value; const char* picture; const char* text; };
+    struct Row {
+        double value;
+        const char* picture;
+        const char* text;
+    };
     const Row rows[] = {
-        {1234.5, "$ ###,##0.00", "$ 1,234.50"}, {1234.5, "$###,##0.00", "$1,234.50"},
-        {-5, "$ ###,##0.00", "-$ 5.00"}, {0, "€ ###,##0.00", "€ 0.00"}, {5, "€###,##0.00", "€5.00"},
-        {5, "CHF ###,##0.00", "CHF 5.00"}, {5, "Fr. ###,##0.00", "Fr. 5.00"},
-        {5, "Fr.###,##0.00", "Fr.5.00"}, {1234, "kr, ###,##0.00", "kr, 1,234.00"},
-        {5, "0.00 ml", "5.00 ml"}, {5, "0, or so", "5, or so"}, {1000, "#,##0 E", "1,000 E"},
+        {1234.5, "$ ###,##0.00", "$ 1,234.50"},
+        {1234.5, "$###,##0.00", "$1,234.50"},
+        {-5, "$ ###,##0.00", "-$ 5.00"},
+        {0, "€ ###,##0.00", "€ 0.00"},
+        {5, "€###,##0.00", "€5.00"},
+        {5, "CHF ###,##0.00", "CHF 5.00"},
+        {5, "Fr. ###,##0.00", "Fr. 5.00"},
+        {5, "Fr.###,##0.00", "Fr.5.00"},
+        {1234, "kr, ###,##0.00", "kr, 1,234.00"},
+        {5, "0.00 ml", "5.00 ml"},
+        {5, "0, or so", "5, or so"},
+        {1000, "#,##0 E", "1,000 E"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(format(row.value, row.picture), QString(row.text)) << row.picture;
 }
 
 TEST(Format, TextsOnlyWhenTheWholeIsANumber) {
-    EXPECT_EQ(format(QString("0-1.5"), "#0.000"), QString("0-1.5"));
-    EXPECT_EQ(format(QString("03.08625"), "#0.000"), QString("3.086"));
-    EXPECT_EQ(format(QString("01.5E-05"), "#0.000"), QString("0.000"));
-    EXPECT_EQ(format(QString("0"), "#0.00"), QString("0.00"));
-    EXPECT_EQ(format(QString("A"), "00"), QString("A"));
-    EXPECT_EQ(format(QString("1A"), "00"), QString("1A"));
-    EXPECT_EQ(format(QString("5"), "00"), QString("05"));
-    EXPECT_EQ(format(QString("FF"), "00"), QString("FF"));
-    EXPECT_EQ(format(QString(""), "00"), QString(""));
+    EXPECT_EQ(format(u"0-1.5"_s, "#0.000"), u"0-1.5"_s);
+    EXPECT_EQ(format(u"03.08625"_s, "#0.000"), u"3.086"_s);
+    EXPECT_EQ(format(u"01.5E-05"_s, "#0.000"), u"0.000"_s);
+    EXPECT_EQ(format(u"0"_s, "#0.00"), u"0.00"_s);
+    EXPECT_EQ(format(u"A"_s, "00"), u"A"_s);
+    EXPECT_EQ(format(u"1A"_s, "00"), u"1A"_s);
+    EXPECT_EQ(format(u"5"_s, "00"), u"05"_s);
+    EXPECT_EQ(format(u"FF"_s, "00"), u"FF"_s);
+    EXPECT_EQ(format(u""_s, "00"), u""_s);
 }
 
 TEST(Format, BytesAsHexadecimalTexts) {
@@ -80,21 +118,21 @@ TEST(Format, BytesAsHexadecimalTexts) {
 }
 
 TEST(Format, FieldValues) {
-    EXPECT_EQ(format(QVariant(2.5), "#0.000"), QString("2.500"));
-    EXPECT_EQ(format(QVariant(qint64{7}), "00"), QString("07"));
-    EXPECT_EQ(format(QVariant("7.5"), "#0.00"), QString("7.50"));
-    EXPECT_EQ(format(QVariant(QString("n/a")), "#0.00"), QString("n/a"));
-    EXPECT_EQ(format(QVariant::fromValue(Currency::fromText("1234.5")), "###,##0.00"), QString("1,234.50"));
-    EXPECT_EQ(format(QVariant(), "#0.00"), QString(""));
-    EXPECT_EQ(format(QVariant(), "####0;;Null"), QString("Null"));
-    EXPECT_EQ(format(QVariant(qint64{0}), "####0;;Null"), QString("0"));
+    EXPECT_EQ(format(QVariant(2.5), "#0.000"), u"2.500"_s);
+    EXPECT_EQ(format(QVariant(qint64{7}), "00"), u"07"_s);
+    EXPECT_EQ(format(QVariant("7.5"), "#0.00"), u"7.50"_s);
+    EXPECT_EQ(format(QVariant(u"n/a"_s), "#0.00"), u"n/a"_s);
+    EXPECT_EQ(format(QVariant::fromValue(Currency::fromText("1234.5")), "###,##0.00"), u"1,234.50"_s);
+    EXPECT_EQ(format(QVariant(), "#0.00"), u""_s);
+    EXPECT_EQ(format(QVariant(), "####0;;Null"), u"Null"_s);
+    EXPECT_EQ(format(QVariant(qint64{0}), "####0;;Null"), u"0"_s);
 }
 
 TEST(Format, MoneyIsExactBeyondFifteenDigits) {
     EXPECT_EQ(format(Currency::fromText("922337203685477.5807"), "###,##0.0000"),
-              QString("922,337,203,685,477.5807"));
-    EXPECT_EQ(format(Currency::fromText("0.005"), "0.00"), QString("0.01"));
-    EXPECT_EQ(format(Currency::fromText("-0.004"), "0.00"), QString("0.00"));
+              u"922,337,203,685,477.5807"_s);
+    EXPECT_EQ(format(Currency::fromText("0.005"), "0.00"), u"0.01"_s);
+    EXPECT_EQ(format(Currency::fromText("-0.004"), "0.00"), u"0.00"_s);
 }
 
 TEST(Format, AgreesWithIntegerArithmetic) {
@@ -106,46 +144,46 @@ TEST(Format, AgreesWithIntegerArithmetic) {
         QString whole = QString::number(cents / 100);
         for (qsizetype at = whole.size() - 3; at > 0; at -= 3)
             whole.insert(at, u',');
-        const QString expected = (count < 0 && cents > 0 ? "-" : "") + whole + '.'
-                                 + QString::number(cents % 100).rightJustified(2, u'0');
+        const QString expected = (count < 0 && cents > 0 ? "-" : "") + whole + '.' +
+                                 QString::number(cents % 100).rightJustified(2, u'0');
         ASSERT_EQ(format(Currency::fromTenThousandths(count), "###,##0.00"), expected) << count;
         ASSERT_EQ(format(static_cast<double>(count) / 10000, "###,##0.00"), expected) << count;
     }
 }
 
 TEST(Format, Dates) {
-    EXPECT_EQ(formatDate(day(2026, 3, 7), "MM-DD-YY"), QString("03-07-26"));
-    EXPECT_EQ(formatDate(day(2026, 3, 7), "MM-DD-YYYY"), QString("03-07-2026"));
-    EXPECT_EQ(formatDate(day(2026, 11, 21), "M/D/YYYY"), QString("11/21/2026"));
-    EXPECT_EQ(formatDate(day(1899, 12, 30), "MM-DD-YYYY"), QString("12-30-1899"));
-    EXPECT_EQ(formatDate(day(2005, 1, 2), "YY.MM"), QString("05.01"));
+    EXPECT_EQ(formatDate(day(2026, 3, 7), "MM-DD-YY"), u"03-07-26"_s);
+    EXPECT_EQ(formatDate(day(2026, 3, 7), "MM-DD-YYYY"), u"03-07-2026"_s);
+    EXPECT_EQ(formatDate(day(2026, 11, 21), "M/D/YYYY"), u"11/21/2026"_s);
+    EXPECT_EQ(formatDate(day(1899, 12, 30), "MM-DD-YYYY"), u"12-30-1899"_s);
+    EXPECT_EQ(formatDate(day(2005, 1, 2), "YY.MM"), u"05.01"_s);
     EXPECT_RAISES(formatDate(QDateTime(), "MM-DD-YY"), error::typeMismatch);
 }
 
 TEST(Format, PlacesFillFromTheRight) {
-    EXPECT_EQ(formatPlaces("ABCDEF", "@@@@-@@"), QString("ABCD-EF"));
-    EXPECT_EQ(formatPlaces("ABC", "@@@@-@@"), QString("   A-BC"));
-    EXPECT_EQ(formatPlaces("", "@@-@"), QString("  - "));
-    EXPECT_EQ(formatPlaces("ABCDE", "@@"), QString("ABCDE"));
-    EXPECT_EQ(formatPlaces("ABCDE", "@-@"), QString("ABCD-E"));
+    EXPECT_EQ(formatPlaces("ABCDEF", "@@@@-@@"), u"ABCD-EF"_s);
+    EXPECT_EQ(formatPlaces("ABC", "@@@@-@@"), u"   A-BC"_s);
+    EXPECT_EQ(formatPlaces("", "@@-@"), u"  - "_s);
+    EXPECT_EQ(formatPlaces("ABCDE", "@@"), u"ABCDE"_s);
+    EXPECT_EQ(formatPlaces("ABCDE", "@-@"), u"ABCD-E"_s);
     const QString picture = "@@@@@@@@-@@@@-@@@@-@@@@-@@@@@@@@@@@@";
     EXPECT_EQ(formatPlaces("0123456789ABCDEF0123456789ABCDEF", picture),
-              QString("01234567-89AB-CDEF-0123-456789ABCDEF"));
+              u"01234567-89AB-CDEF-0123-456789ABCDEF"_s);
     EXPECT_EQ(formatPlaces("123456789ABCDEF0123456789ABCDEF", picture),
-              QString(" 1234567-89AB-CDEF-0123-456789ABCDEF"));
-    EXPECT_EQ(formatPlaces("00000000", picture), QString("        -    -    -    -    00000000"));
+              u" 1234567-89AB-CDEF-0123-456789ABCDEF"_s);
+    EXPECT_EQ(formatPlaces("00000000", picture), u"        -    -    -    -    00000000"_s);
 }
 
 TEST(Format, MoneyOfTheSystem) {
     const RestoredLocale restored;
     setSystemLocale(QLocale::c());
-    EXPECT_EQ(formatCurrency(Currency::fromText("1234.5")), QString("$1,234.50"));
-    EXPECT_EQ(formatCurrency(Currency()), QString("$0.00"));
-    EXPECT_EQ(formatCurrency(Currency::fromText("0.125")), QString("$0.13"));
-    EXPECT_EQ(formatCurrency(Currency::fromText("0.285")), QString("$0.29"));
-    EXPECT_EQ(formatCurrency(Currency::fromText("-5")), QString("($5.00)"));
+    EXPECT_EQ(formatCurrency(Currency::fromText("1234.5")), u"$1,234.50"_s);
+    EXPECT_EQ(formatCurrency(Currency()), u"$0.00"_s);
+    EXPECT_EQ(formatCurrency(Currency::fromText("0.125")), u"$0.13"_s);
+    EXPECT_EQ(formatCurrency(Currency::fromText("0.285")), u"$0.29"_s);
+    EXPECT_EQ(formatCurrency(Currency::fromText("-5")), u"($5.00)"_s);
     setSystemLocale(QLocale(QLocale::German, QLocale::Germany));
-    EXPECT_EQ(formatCurrency(Currency::fromText("1234.5")), QString("1.234,50\u00A0€"));
+    EXPECT_EQ(formatCurrency(Currency::fromText("1234.5")), u"1.234,50\u00A0€"_s);
     setSystemLocale(QLocale(QLocale::Japanese, QLocale::Japan));
     EXPECT_TRUE(formatCurrency(Currency::fromText("1234.5")).endsWith("1,235"));
     EXPECT_TRUE(formatCurrency(Currency::fromText("1234.565"), 2).endsWith("1,234.57"));

@@ -10,15 +10,20 @@
 #include <limits>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 TEST(Numbers, LeadingNumber) {
-    struct Row { const char* text; double value; };
+    struct Row {
+        const char* text;
+        double value;
+    };
     const Row rows[] = {
-        {"", 0},          {"abc", 0},       {"12 ml", 12},    {"1.5e3x", 1500},  {"  -7", -7},
-        {"+4", 4},        {"3,5", 3},       {".25", 0.25},    {"2", 2},          {"2e", 2},
-        {"1 2", 12},      {"\t5\r\n", 5},   {"- 3", -3},      {"--3", 0},        {"1.2.3", 1.2},
-        {"\u0665", 0},    {"5\u00A0", 5},   {"\u00A05", 0},   {"1e-400", 0},     {"German", 0},
+        {"", 0},       {"abc", 0},     {"12 ml", 12},  {"1.5e3x", 1500}, {"  -7", -7},
+        {"+4", 4},     {"3,5", 3},     {".25", 0.25},  {"2", 2},         {"2e", 2},
+        {"1 2", 12},   {"\t5\r\n", 5}, {"- 3", -3},    {"--3", 0},       {"1.2.3", 1.2},
+        {"\u0665", 0}, {"5\u00A0", 5}, {"\u00A05", 0}, {"1e-400", 0},    {"German", 0},
     };
     for (const Row& row : rows)
         EXPECT_EQ(leadingNumber(QString(row.text)), row.value) << row.text;
@@ -27,9 +32,13 @@ TEST(Numbers, LeadingNumber) {
 }
 
 TEST(Numbers, WholeTextAsNumber) {
-    struct Row { const char* text; double value; };
-    const Row rows[] = {{"12.5", 12.5}, {" 12.5 ", 12.5}, {"-0.07", -0.07}, {"1E+15", 1e15}, {".5", 0.5},
-                        {"5.", 5}, {"+3", 3}, {"01.5E-05", 1.5e-5}, {"0012", 12}, {"1e-999", 0}};
+    struct Row {
+        const char* text;
+        double value;
+    };
+    const Row rows[] = {{"12.5", 12.5}, {" 12.5 ", 12.5}, {"-0.07", -0.07}, {"1E+15", 1e15},
+                        {".5", 0.5},    {"5.", 5},        {"+3", 3},        {"01.5E-05", 1.5e-5},
+                        {"0012", 12},   {"1e-999", 0}};
     for (const Row& row : rows)
         EXPECT_EQ(toDouble(QString(row.text)), row.value) << row.text;
 }
@@ -38,7 +47,7 @@ TEST(Numbers, NoNumberIsATypeMismatch) {
     for (const char* text : {"", " ", "abc", "12 ml", "1,5", "1,000", "0-1.5", "1 2", "--1", "0x10", "inf",
                              "nan", "\t1", "1e", "$5", "٣"})
         EXPECT_RAISES(toDouble(QString(text)), error::typeMismatch);
-    EXPECT_RAISES(toDouble(QString("1e999")), error::overflow);
+    EXPECT_RAISES(toDouble(u"1e999"_s), error::overflow);
 }
 
 TEST(Numbers, FieldValuesAsNumbers) {
@@ -55,40 +64,62 @@ TEST(Numbers, FieldValuesAsNumbers) {
 }
 
 TEST(Numbers, IntegersTakeAHalfToEven) {
-    struct Row { double value; int rounded; };
-    const Row rows[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.4999, 2},
-                        {2.50001, 3}, {32767.4, 32767}, {-32768.5, -32768}};
+    struct Row {
+        double value;
+        int rounded;
+    };
+    const Row rows[] = {{0.5, 0},   {1.5, 2},    {2.5, 2},     {-0.5, 0},        {-1.5, -2},
+                        {-2.5, -2}, {2.4999, 2}, {2.50001, 3}, {32767.4, 32767}, {-32768.5, -32768}};
     for (const Row& row : rows) {
         EXPECT_EQ(toInt16(row.value), row.rounded) << row.value;
         EXPECT_EQ(toInt32(row.value), row.rounded) << row.value;
     }
-    EXPECT_EQ(toInt16(QString(" 2.5 ")), 2);
+    EXPECT_EQ(toInt16(u" 2.5 "_s), 2);
     EXPECT_EQ(toInt16(QVariant(3.5)), 4);
     EXPECT_EQ(toInt32(QVariant(qint64{70000})), 70000);
-    EXPECT_EQ(toInt32(QString("1E5")), 100000);
+    EXPECT_EQ(toInt32(u"1E5"_s), 100000);
 }
 
 TEST(Numbers, IntegersOutsideTheirRangeOverflow) {
     EXPECT_RAISES(toInt16(32767.5), error::overflow);
     EXPECT_RAISES(toInt16(-32769.0), error::overflow);
-    EXPECT_RAISES(toInt16(QString("32768")), error::overflow);
+    EXPECT_RAISES(toInt16(u"32768"_s), error::overflow);
     EXPECT_RAISES(toInt16(QVariant(qint64{40000})), error::overflow);
     EXPECT_RAISES(toInt32(2147483648.0), error::overflow);
     EXPECT_EQ(toInt32(-2147483648.0), std::numeric_limits<std::int32_t>::min());
     EXPECT_RAISES(toInt32(std::nan("")), error::overflow);
     EXPECT_RAISES(toInt16(QVariant()), error::invalidUseOfNull);
-    EXPECT_RAISES(toInt16(QString("COM1")), error::typeMismatch);
+    EXPECT_RAISES(toInt16(u"COM1"_s), error::typeMismatch);
 }
 
 TEST(Numbers, DefaultText) {
-    struct Row { double value; const char* text; };
+    struct Row {
+        double value;
+        const char* text;
+    };
     const Row rows[] = {
-        {0, "0"}, {-0.0, "0"}, {0.1, "0.1"}, {1200, "1200"}, {-2.5, "-2.5"}, {0.1 + 0.2, "0.3"},
-        {1.0 / 3, "0.333333333333333"}, {2.0 / 3, "0.666666666666667"}, {3.08625, "3.08625"},
-        {999999999999999, "999999999999999"}, {1e15, "1E+15"}, {1.5e15, "1.5E+15"}, {-1e100, "-1E+100"},
-        {123456789.123, "123456789.123"}, {0.0001, "0.0001"}, {0.000123456789012345, "0.000123456789012345"},
-        {0.00001, "1E-05"}, {1.5e-7, "1.5E-07"}, {-1e-120, "-1E-120"}, {9999999999999999.0, "1E+16"},
-        {100, "100"}, {1e14, "100000000000000"},
+        {0, "0"},
+        {-0.0, "0"},
+        {0.1, "0.1"},
+        {1200, "1200"},
+        {-2.5, "-2.5"},
+        {0.1 + 0.2, "0.3"},
+        {1.0 / 3, "0.333333333333333"},
+        {2.0 / 3, "0.666666666666667"},
+        {3.08625, "3.08625"},
+        {999999999999999, "999999999999999"},
+        {1e15, "1E+15"},
+        {1.5e15, "1.5E+15"},
+        {-1e100, "-1E+100"},
+        {123456789.123, "123456789.123"},
+        {0.0001, "0.0001"},
+        {0.000123456789012345, "0.000123456789012345"},
+        {0.00001, "1E-05"},
+        {1.5e-7, "1.5E-07"},
+        {-1e-120, "-1E-120"},
+        {9999999999999999.0, "1E+16"},
+        {100, "100"},
+        {1e14, "100000000000000"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(numberText(row.value), QString(row.text));
@@ -96,10 +127,10 @@ TEST(Numbers, DefaultText) {
 
 TEST(Numbers, DefaultTextKeepsThePointUnderAForeignLocale) {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    EXPECT_EQ(numberText(2.5), QString("2.5"));
-    EXPECT_EQ(toDouble(QString("2.5")), 2.5);
-    EXPECT_EQ(roundedText(1234.5, 2), QString("1234.50"));
-    EXPECT_RAISES(toDouble(QString("2,5")), error::typeMismatch);
+    EXPECT_EQ(numberText(2.5), u"2.5"_s);
+    EXPECT_EQ(toDouble(u"2.5"_s), 2.5);
+    EXPECT_EQ(roundedText(1234.5, 2), u"1234.50"_s);
+    EXPECT_RAISES(toDouble(u"2,5"_s), error::typeMismatch);
     QLocale::setDefault(QLocale::c());
 }
 
@@ -117,12 +148,27 @@ TEST(Numbers, DefaultTextReadsBackToFifteenDigits) {
 }
 
 TEST(Numbers, RoundedText) {
-    struct Row { double value; int decimals; const char* text; };
+    struct Row {
+        double value;
+        int decimals;
+        const char* text;
+    };
     const Row rows[] = {
-        {1.0005, 3, "1.001"}, {1.2345 * 2.5, 3, "3.086"}, {6.172, 2, "6.17"}, {3.086 * 2.0, 2, "6.17"},
-        {2.675, 2, "2.68"}, {-2.675, 2, "-2.68"}, {1.005, 2, "1.01"}, {0, 3, "0.000"}, {0.5, 0, "1"},
-        {-0.0004, 3, "0.000"}, {1e21, 1, "1000000000000000000000.0"}, {10, 10, "10.0000000000"},
-        {0.285, 2, "0.29"}, {1.115, 2, "1.12"}, {5 * 2.0, 3, "10.000"},
+        {1.0005, 3, "1.001"},
+        {1.2345 * 2.5, 3, "3.086"},
+        {6.172, 2, "6.17"},
+        {3.086 * 2.0, 2, "6.17"},
+        {2.675, 2, "2.68"},
+        {-2.675, 2, "-2.68"},
+        {1.005, 2, "1.01"},
+        {0, 3, "0.000"},
+        {0.5, 0, "1"},
+        {-0.0004, 3, "0.000"},
+        {1e21, 1, "1000000000000000000000.0"},
+        {10, 10, "10.0000000000"},
+        {0.285, 2, "0.29"},
+        {1.115, 2, "1.12"},
+        {5 * 2.0, 3, "10.000"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(roundedText(row.value, row.decimals), QString(row.text));
@@ -137,7 +183,7 @@ TEST(Numbers, Quotient) {
 }
 
 TEST(Numbers, HexText) {
-    EXPECT_EQ(hexText(0), QString("0"));
-    EXPECT_EQ(hexText(10), QString("A"));
-    EXPECT_EQ(hexText(0xDEADBEEF), QString("DEADBEEF"));
+    EXPECT_EQ(hexText(0), u"0"_s);
+    EXPECT_EQ(hexText(10), u"A"_s);
+    EXPECT_EQ(hexText(0xDEADBEEF), u"DEADBEEF"_s);
 }

@@ -13,6 +13,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -31,7 +33,9 @@ protected:
         ASSERT_EQ(file.write(content), content.size());
     }
     /// Names of all files there, hidden ones included.
-    QStringList names() const { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    QStringList names() const {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
 
     QTemporaryDir m_folder;
 };
@@ -75,9 +79,9 @@ private:
 }  // namespace
 
 TEST(Paths, BackslashBecomesTheSystemsSeparator) {
-    EXPECT_EQ(platformPath("a\\b\\c.xml"), QString("a/b/c.xml"));
-    EXPECT_EQ(platformPath("/srv/x" + QString("\\options.xml")), QString("/srv/x/options.xml"));
-    EXPECT_EQ(platformPath(""), QString(""));
+    EXPECT_EQ(platformPath("a\\b\\c.xml"), u"a/b/c.xml"_s);
+    EXPECT_EQ(platformPath("/srv/x" + u"\\options.xml"_s), u"/srv/x/options.xml"_s);
+    EXPECT_EQ(platformPath(""), u""_s);
 }
 
 TEST(Paths, ProgramFolderIsTheExecutablesUnlessSet) {
@@ -86,9 +90,9 @@ TEST(Paths, ProgramFolderIsTheExecutablesUnlessSet) {
     EXPECT_EQ(own, QFileInfo("/proc/self/exe").canonicalPath());
     EXPECT_FALSE(own.endsWith(u'/'));
     setProgramFolder("/srv/pharmacy/");
-    EXPECT_EQ(programFolder(), QString("/srv/pharmacy"));
+    EXPECT_EQ(programFolder(), u"/srv/pharmacy"_s);
     setProgramFolder("/");
-    EXPECT_EQ(programFolder(), QString("/"));
+    EXPECT_EQ(programFolder(), u"/"_s);
     setProgramFolder({});
     EXPECT_EQ(programFolder(), own);
 }

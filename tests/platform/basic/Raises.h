@@ -6,10 +6,10 @@
 #include <gtest/gtest.h>
 
 /// Expects a RuntimeError of that number.
-#define EXPECT_RAISES(expression, expectedNumber)                                     \
-    try {                                                                             \
-        static_cast<void>(expression);                                                \
-        ADD_FAILURE() << "nothing raised by " #expression;                            \
-    } catch (const platform::RuntimeError& raised) {                                  \
-        EXPECT_EQ(raised.number(), expectedNumber) << raised.what();                  \
+#define EXPECT_RAISES(expression, expectedNumber)                                                            \
+    try {                                                                                                    \
+        static_cast<void>(expression);                                                                       \
+        ADD_FAILURE() << "nothing raised by " #expression;                                                   \
+    } catch (const platform::RuntimeError& raised) {                                                         \
+        EXPECT_EQ(raised.number(), expectedNumber) << raised.what();                                         \
     }

@@ -5,6 +5,8 @@
 #include <new>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -23,17 +25,17 @@ RuntimeError travelled(const Exception& exception) {
 TEST(RuntimeError, CarriesItsParts) {
     const RuntimeError error(13, "Größe", "engine", "SELECT 1");
     EXPECT_EQ(error.number(), 13);
-    EXPECT_EQ(error.description(), QString("Größe"));
-    EXPECT_EQ(error.source(), QString("engine"));
-    EXPECT_EQ(error.statement(), QString("SELECT 1"));
+    EXPECT_EQ(error.description(), u"Größe"_s);
+    EXPECT_EQ(error.source(), u"engine"_s);
+    EXPECT_EQ(error.statement(), u"SELECT 1"_s);
     EXPECT_STREQ(error.what(), "Größe");
 }
 
 TEST(RuntimeError, CurrentErrorKeepsOursAndTranslatesOthers) {
     EXPECT_EQ(travelled(RuntimeError(error::statement, "x", {}, "DROP")).number(), error::statement);
-    EXPECT_EQ(travelled(RuntimeError(error::statement, "x", {}, "DROP")).statement(), QString("DROP"));
+    EXPECT_EQ(travelled(RuntimeError(error::statement, "x", {}, "DROP")).statement(), u"DROP"_s);
     EXPECT_EQ(travelled(std::runtime_error("far away")).number(), error::invalidProcedureCall);
-    EXPECT_EQ(travelled(std::runtime_error("far away")).description(), QString("far away"));
+    EXPECT_EQ(travelled(std::runtime_error("far away")).description(), u"far away"_s);
     EXPECT_EQ(travelled(std::bad_alloc()).number(), error::invalidProcedureCall);
     EXPECT_EQ(travelled(42).number(), error::invalidProcedureCall);
 }

@@ -5,6 +5,8 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/SystemLocale.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -17,37 +19,37 @@ const QVariant null;
 
 TEST(Values, DefaultText) {
     setSystemLocale(QLocale::c());
-    EXPECT_EQ(valueText(QVariant(qint64{12})), QString("12"));
-    EXPECT_EQ(valueText(QVariant(-3)), QString("-3"));
-    EXPECT_EQ(valueText(QVariant(0.1 + 0.2)), QString("0.3"));
-    EXPECT_EQ(valueText(QVariant(1e15)), QString("1E+15"));
-    EXPECT_EQ(valueText(money("12.50")), QString("12.5"));
-    EXPECT_EQ(valueText(money("0")), QString("0"));
-    EXPECT_EQ(valueText(QVariant(true)), QString("True"));
-    EXPECT_EQ(valueText(QVariant(false)), QString("False"));
+    EXPECT_EQ(valueText(QVariant(qint64{12})), u"12"_s);
+    EXPECT_EQ(valueText(QVariant(-3)), u"-3"_s);
+    EXPECT_EQ(valueText(QVariant(0.1 + 0.2)), u"0.3"_s);
+    EXPECT_EQ(valueText(QVariant(1e15)), u"1E+15"_s);
+    EXPECT_EQ(valueText(money("12.50")), u"12.5"_s);
+    EXPECT_EQ(valueText(money("0")), u"0"_s);
+    EXPECT_EQ(valueText(QVariant(true)), u"True"_s);
+    EXPECT_EQ(valueText(QVariant(false)), u"False"_s);
     EXPECT_EQ(valueText(QVariant(QDateTime(QDate(2026, 3, 7), QTime(14, 5, 9), Qt::UTC))),
-              QString("3/7/2026 2:05:09 PM"));
-    EXPECT_EQ(valueText(QVariant(QString(" O'Neill "))), QString(" O'Neill "));
+              u"3/7/2026 2:05:09 PM"_s);
+    EXPECT_EQ(valueText(QVariant(u" O'Neill "_s)), u" O'Neill "_s);
     EXPECT_RAISES(valueText(null), error::invalidUseOfNull);
     EXPECT_RAISES(valueText(QVariant(QVariantMap())), error::typeMismatch);
     setSystemLocale(std::nullopt);
 }
 
 TEST(Values, NullReadsAsNothing) {
-    EXPECT_EQ(nullText(null), QString(""));
-    EXPECT_EQ(nullText(QVariant("x")), QString("x"));
+    EXPECT_EQ(nullText(null), u""_s);
+    EXPECT_EQ(nullText(QVariant("x")), u"x"_s);
     EXPECT_EQ(nullInt16(null), 0);
     EXPECT_EQ(nullInt32(null), 0);
     EXPECT_EQ(nullDouble(null), 0);
     EXPECT_EQ(nullCurrency(null), Currency());
-    EXPECT_EQ(zeroText(null), QString("0"));
+    EXPECT_EQ(zeroText(null), u"0"_s);
 }
 
 TEST(Values, TheDigitInFront) {
-    EXPECT_EQ(zeroText(QVariant(12.5)), QString("012.5"));
-    EXPECT_EQ(zeroText(QVariant(qint64{-3})), QString("0-3"));
-    EXPECT_EQ(zeroText(money("-0.5")), QString("0-0.5"));
-    EXPECT_EQ(zeroText(QVariant("abc")), QString("0abc"));
+    EXPECT_EQ(zeroText(QVariant(12.5)), u"012.5"_s);
+    EXPECT_EQ(zeroText(QVariant(qint64{-3})), u"0-3"_s);
+    EXPECT_EQ(zeroText(money("-0.5")), u"0-0.5"_s);
+    EXPECT_EQ(zeroText(QVariant("abc")), u"0abc"_s);
 }
 
 TEST(Values, NumbersBehindTheDigit) {
@@ -59,9 +61,9 @@ TEST(Values, NumbersBehindTheDigit) {
     EXPECT_EQ(nullDouble(QVariant(1.25)), 1.25);
     EXPECT_EQ(nullDouble(QVariant(1.5e-5)), 1.5e-5);
     EXPECT_EQ(nullDouble(QVariant(0.1 + 0.2)), 0.3);
-    EXPECT_EQ(nullCurrency(money("922337203685477.5807")).toText(), QString("922337203685477.5807"));
-    EXPECT_EQ(nullCurrency(QVariant(12.34567)).toText(), QString("12.3457"));
-    EXPECT_EQ(nullCurrency(QVariant("12.5")).toText(), QString("12.5"));
+    EXPECT_EQ(nullCurrency(money("922337203685477.5807")).toText(), u"922337203685477.5807"_s);
+    EXPECT_EQ(nullCurrency(QVariant(12.34567)).toText(), u"12.3457"_s);
+    EXPECT_EQ(nullCurrency(QVariant("12.5")).toText(), u"12.5"_s);
 }
 
 TEST(Values, ANegativeValueReadsAsZero) {
@@ -81,12 +83,12 @@ TEST(Values, WhatDoesNotFitFails) {
 }
 
 TEST(Values, AnyValueAsMoney) {
-    EXPECT_EQ(toCurrency(money("1.5")).toText(), QString("1.5"));
-    EXPECT_EQ(toCurrency(QVariant("100.00")).toText(), QString("100"));
-    EXPECT_EQ(toCurrency(QVariant("12.50")).toText(), QString("12.5"));
-    EXPECT_EQ(toCurrency(QVariant(0.00015)).toText(), QString("0.0002"));
-    EXPECT_EQ(toCurrency(QVariant(qint64{922337203685477})).toText(), QString("922337203685477"));
-    EXPECT_EQ(toCurrency(QVariant(true)).toText(), QString("-1"));
+    EXPECT_EQ(toCurrency(money("1.5")).toText(), u"1.5"_s);
+    EXPECT_EQ(toCurrency(QVariant("100.00")).toText(), u"100"_s);
+    EXPECT_EQ(toCurrency(QVariant("12.50")).toText(), u"12.5"_s);
+    EXPECT_EQ(toCurrency(QVariant(0.00015)).toText(), u"0.0002"_s);
+    EXPECT_EQ(toCurrency(QVariant(qint64{922337203685477})).toText(), u"922337203685477"_s);
+    EXPECT_EQ(toCurrency(QVariant(true)).toText(), u"-1"_s);
     EXPECT_RAISES(toCurrency(null), error::invalidUseOfNull);
     EXPECT_RAISES(toCurrency(QVariant("x")), error::typeMismatch);
     EXPECT_RAISES(toCurrency(QVariant(qint64{922337203685478})), error::overflow);

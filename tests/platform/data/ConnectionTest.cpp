@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -58,25 +60,26 @@ TEST_F(ConnectionTest, OpensAndCloses) {
     EXPECT_FALSE(connection->isReadOnly());
     connection->close();
     EXPECT_EQ(connection->state(), 0);
-    EXPECT_EQ(numberOf(QStringLiteral("SELECT 1")), error::objectClosed);
-    EXPECT_EQ(failureOf([&] { rows(QStringLiteral("SELECT 1")); }).number(), error::objectClosed);
-    EXPECT_EQ(failureOf([&] { Recordset::create()->open(QStringLiteral("SELECT 1"), nullptr); }).number(), error::objectClosed);
+    EXPECT_EQ(numberOf(u"SELECT 1"_s), error::objectClosed);
+    EXPECT_EQ(failureOf([&] { rows(u"SELECT 1"_s); }).number(), error::objectClosed);
+    EXPECT_EQ(failureOf([&] { Recordset::create()->open(u"SELECT 1"_s, nullptr); }).number(),
+              error::objectClosed);
     connection->open(source(path()));
     EXPECT_EQ(connection->state(), 1);
     EXPECT_EQ(failureOf([&] { connection->open(source(path())); }).number(), error::invalidProcedureCall);
 }
 
 TEST_F(ConnectionTest, NeverCreatesAFile) {
-    const QString missing = path(QStringLiteral("missing.mdb"));
+    const QString missing = path(u"missing.mdb"_s);
     EXPECT_EQ(openFailure(missing).number(), error::cannotOpen);
     EXPECT_FALSE(QFile::exists(missing));
     EXPECT_EQ(openFailure(QString()).number(), error::cannotOpen);
     EXPECT_EQ(openFailure(QFileInfo(path()).path()).number(), error::cannotOpen);
-    EXPECT_EQ(failureOf([] { Connection().open(QStringLiteral("Provider=x")); }).number(), error::cannotOpen);
+    EXPECT_EQ(failureOf([] { Connection().open(u"Provider=x"_s); }).number(), error::cannotOpen);
 }
 
 TEST_F(ConnectionTest, RefusesAFileThatIsNoDatabase) {
-    const QString file = path(QStringLiteral("other.mdb"));
+    const QString file = path(u"other.mdb"_s);
     writeFile(file, {});
     EXPECT_EQ(openFailure(file).number(), error::general);
     writeFile(file, QByteArray("no database\n").repeated(500));
@@ -102,9 +105,10 @@ TEST_F(ConnectionTest, ALockedFileIsNotOpened) {
 
 TEST_F(ConnectionTest, ALockIsNotTakenForARelation) {
     const Locker locker(path());
-    const RuntimeError failure = failureOf([&] { connection->execute(QStringLiteral("DELETE FROM [Chemical] WHERE (ChemicalID = 1);")); });
+    const RuntimeError failure =
+        failureOf([&] { connection->execute(u"DELETE FROM [Chemical] WHERE (ChemicalID = 1);"_s); });
     EXPECT_EQ(failure.number(), error::permissionDenied);
-    EXPECT_TRUE(failure.description().contains(QLatin1String("locked")));
+    EXPECT_TRUE(failure.description().contains("locked"_L1));
 }
 
 TEST_F(ConnectionTest, ReadsWhatItMayNotWrite) {
@@ -117,10 +121,11 @@ TEST_F(ConnectionTest, ReadsWhatItMayNotWrite) {
         const WithoutRights user;
         connection->open(source(path()));
         EXPECT_TRUE(connection->isReadOnly());
-        EXPECT_EQ(rows(QStringLiteral("SELECT LogID FROM Log"))->recordCount(), 12);
-        const RuntimeError failure = failureOf([&] { connection->execute(QStringLiteral("DELETE FROM [Log] WHERE (LogID = 12);")); });
+        EXPECT_EQ(rows(u"SELECT LogID FROM Log"_s)->recordCount(), 12);
+        const RuntimeError failure =
+            failureOf([&] { connection->execute(u"DELETE FROM [Log] WHERE (LogID = 12);"_s); });
         EXPECT_EQ(failure.number(), error::permissionDenied);
-        EXPECT_TRUE(failure.description().contains(QLatin1String("read-only")));
+        EXPECT_TRUE(failure.description().contains("read-only"_L1));
         connection->close();
     }
     chmod(QFile::encodeName(path()).constData(), 0600);
@@ -130,9 +135,9 @@ TEST_F(ConnectionTest, ReadsWhatItMayNotWrite) {
 
 TEST_F(ConnectionTest, TellsAFullDiskAndKeepsTheFile) {
     sqlite3_exec(connection->handle(), "PRAGMA max_page_count = 1", nullptr, nullptr, nullptr);
-    const QString statement = QStringLiteral("UPDATE Chemical SET [chm_Notes] = '%1'").arg(QString(100000, u'x'));
+    const QString statement = u"UPDATE Chemical SET [chm_Notes] = '%1'"_s.arg(QString(100000, u'x'));
     EXPECT_EQ(numberOf(statement), error::diskFull);
-    EXPECT_EQ(stored(QStringLiteral("SELECT max(length(chm_Notes)) < 100 FROM Chemical")), "1");
+    EXPECT_EQ(stored(u"SELECT max(length(chm_Notes)) < 100 FROM Chemical"_s), "1");
 }
 
 TEST_F(ConnectionTest, AWriteThatTheSystemCutsOffLeavesTheOldRows) {
@@ -142,20 +147,22 @@ TEST_F(ConnectionTest, AWriteThatTheSystemCutsOffLeavesTheOldRows) {
     rlimit small = old;
     small.rlim_cur = 160 * 1024;
     setrlimit(RLIMIT_FSIZE, &small);
-    const std::int32_t number = numberOf(QStringLiteral("UPDATE Chemical SET [chm_Notes] = '%1'").arg(QString(100000, u'x')));
+    const std::int32_t number =
+        numberOf(u"UPDATE Chemical SET [chm_Notes] = '%1'"_s.arg(QString(100000, u'x')));
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_TRUE(number == error::diskFull || number == error::deviceIo) << number;
     connection->close();
     open();
-    EXPECT_EQ(stored(QStringLiteral("SELECT max(length(chm_Notes)) < 100 FROM Chemical")), "1");
-    EXPECT_EQ(connection->execute(QStringLiteral("UPDATE Chemical SET [chm_Notes] = 'x' WHERE [ChemicalID] = 1")), 1);
+    EXPECT_EQ(stored(u"SELECT max(length(chm_Notes)) < 100 FROM Chemical"_s), "1");
+    EXPECT_EQ(connection->execute(u"UPDATE Chemical SET [chm_Notes] = 'x' WHERE [ChemicalID] = 1"_s), 1);
 }
 
 TEST_F(ConnectionTest, ARefusedRelationIsTheGeneralError) {
-    for (const char* statement : {"DELETE FROM [Chemical] WHERE (ChemicalID = 1);", "DELETE FROM [Log] WHERE (LogID = 1);",
-                                  "DELETE FROM [Formula] WHERE (FormulaID = 1);", "DELETE FROM [Patient] WHERE (PatientID = 1);",
-                                  "INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty] ) VALUES ( 0, 1, 1)"}) {
+    for (const char* statement :
+         {"DELETE FROM [Chemical] WHERE (ChemicalID = 1);", "DELETE FROM [Log] WHERE (LogID = 1);",
+          "DELETE FROM [Formula] WHERE (FormulaID = 1);", "DELETE FROM [Patient] WHERE (PatientID = 1);",
+          "INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty] ) VALUES ( 0, 1, 1)"}) {
         const RuntimeError failure = failureOf([&] { connection->execute(QString::fromLatin1(statement)); });
         EXPECT_EQ(failure.number(), error::general) << statement;
         EXPECT_EQ(failure.statement(), statement);
@@ -163,20 +170,23 @@ TEST_F(ConnectionTest, ARefusedRelationIsTheGeneralError) {
 }
 
 TEST_F(ConnectionTest, ABatchTakesItsLinesAlongAndLooseHintsStayLoose) {
-    EXPECT_EQ(connection->execute(QStringLiteral("DELETE FROM [Log] WHERE (LogID = 3);")), 1);
-    EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM LogChem WHERE LogID = 3")), "0");
-    connection->execute(QStringLiteral("DELETE FROM [FormChem] WHERE (FormulaID = 5);"));
-    EXPECT_EQ(connection->execute(QStringLiteral("DELETE FROM [Formula] WHERE (FormulaID = 5);")), 1);
-    EXPECT_EQ(connection->execute(QStringLiteral("DELETE FROM [Chemical] WHERE (ChemicalID = 13);")), 1);
-    EXPECT_EQ(stored(QStringLiteral("SELECT FormulaID, (SELECT count(*) FROM LogChem WHERE LogID = 10) FROM Log WHERE LogID = 10")), "5|3");
+    EXPECT_EQ(connection->execute(u"DELETE FROM [Log] WHERE (LogID = 3);"_s), 1);
+    EXPECT_EQ(stored(u"SELECT count(*) FROM LogChem WHERE LogID = 3"_s), "0");
+    connection->execute(u"DELETE FROM [FormChem] WHERE (FormulaID = 5);"_s);
+    EXPECT_EQ(connection->execute(u"DELETE FROM [Formula] WHERE (FormulaID = 5);"_s), 1);
+    EXPECT_EQ(connection->execute(u"DELETE FROM [Chemical] WHERE (ChemicalID = 13);"_s), 1);
+    EXPECT_EQ(
+        stored(
+            u"SELECT FormulaID, (SELECT count(*) FROM LogChem WHERE LogID = 10) FROM Log WHERE LogID = 10"_s),
+        "5|3");
 }
 
 TEST_F(ConnectionTest, AKeyIsNotGivenOutTwice) {
-    const QString insert = QStringLiteral("INSERT INTO Chemical ( [chm_Name] ) VALUES ('')");
+    const QString insert = u"INSERT INTO Chemical ( [chm_Name] ) VALUES ('')"_s;
     connection->execute(insert);
-    connection->execute(QStringLiteral("DELETE FROM [Chemical] WHERE (ChemicalID = 47);"));
+    connection->execute(u"DELETE FROM [Chemical] WHERE (ChemicalID = 47);"_s);
     connection->execute(insert);
-    EXPECT_EQ(stored(QStringLiteral("SELECT max(ChemicalID) FROM Chemical")), "48");
+    EXPECT_EQ(stored(u"SELECT max(ChemicalID) FROM Chemical"_s), "48");
 }
 
 struct Refusal {
@@ -192,18 +202,22 @@ TEST_F(ConnectionTest, AColumnRefusesWhatItCannotHold) {
         {"UPDATE Chemical SET [chm_Cost] = '0-1.5' WHERE [ChemicalID] = 1", error::dataMismatch},
         {"UPDATE Chemical SET [chm_Cost] = [chm_Cost] / 7 WHERE [ChemicalID] = 1", error::dataMismatch},
         {"UPDATE Formula SET [frm_Quantity] = 32768 WHERE [FormulaID] = 1", error::dataMismatch},
-        {"UPDATE Formula SET [frm_Quantity] = [frm_Quantity] * 1000 WHERE [FormulaID] = 1", error::dataMismatch},
+        {"UPDATE Formula SET [frm_Quantity] = [frm_Quantity] * 1000 WHERE [FormulaID] = 1",
+         error::dataMismatch},
         {"UPDATE Formula SET [frm_Quantity] = 'x' WHERE [FormulaID] = 1", error::dataMismatch},
         {"UPDATE Patient SET [pat_BDay] = 'soon' WHERE [PatientID] = 1", error::dataMismatch},
         {"UPDATE Patient SET [pat_BDay] = '' WHERE [PatientID] = 1", error::dataMismatch},
         {"UPDATE FormChem SET [fch_QS] = 'maybe' WHERE [FormChemID] = 1", error::dataMismatch},
         {"UPDATE FormChem SET [ChemicalID] = NULL WHERE [FormChemID] = 1", error::dataMismatch},
-        {"INSERT INTO RXs ( [LogID], [PatientID], [rxs_Date] ) VALUES ('1', '1', '2/30/2026')", error::dataMismatch},
+        {"INSERT INTO RXs ( [LogID], [PatientID], [rxs_Date] ) VALUES ('1', '1', '2/30/2026')",
+         error::dataMismatch},
         {"UPDATE Nothing SET [a] = 1", error::statement},
         {"UPDATE Chemical SET [nothing] = 1", error::statement},
         {"UPDATE Chemical SET [chm_Name] = 'O'Hara' WHERE [ChemicalID] = 1", error::statement},
-        {"INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, , 0, 1)", error::statement},
-        {"INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, 1,5, 0, 1)", error::statement}};
+        {"INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, , 0, 1)",
+         error::statement},
+        {"INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, 1,5, 0, 1)",
+         error::statement}};
     for (const Refusal& one : cases)
         EXPECT_EQ(numberOf(QString::fromLatin1(one.statement)), one.number) << one.statement;
 }
@@ -211,8 +225,9 @@ TEST_F(ConnectionTest, AColumnRefusesWhatItCannotHold) {
 TEST_F(ConnectionTest, ValuesTakeTheFormOfTheirColumn) {
     const auto after = [&](const char* column, const char* value) {
         const QString name = QString::fromLatin1(column);
-        connection->execute(QStringLiteral("UPDATE RXs SET [%1] = %2 WHERE [RXsID] = 1").arg(name, QString::fromLatin1(value)));
-        return stored(QStringLiteral("SELECT %1 FROM RXs WHERE RXsID = 1").arg(name));
+        connection->execute(
+            u"UPDATE RXs SET [%1] = %2 WHERE [RXsID] = 1"_s.arg(name, QString::fromLatin1(value)));
+        return stored(u"SELECT %1 FROM RXs WHERE RXsID = 1"_s.arg(name));
     };
     EXPECT_EQ(after("rxs_Cost", "'02.50'"), "2.5");
     EXPECT_EQ(after("rxs_Cost", "2.00005"), "2");
@@ -224,43 +239,47 @@ TEST_F(ConnectionTest, ValuesTakeTheFormOfTheirColumn) {
     EXPECT_EQ(after("rxs_Date", "#11-21-2026#"), "2026-11-21 00:00:00");
     EXPECT_EQ(after("rxs_Date", "'11/21/2026 2:05:09 PM'"), "2026-11-21 14:05:09");
     EXPECT_EQ(after("rxs_Doctor", "12"), "12");
-    connection->execute(QStringLiteral("INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, 1.5, True, False) "));
-    EXPECT_EQ(stored(QStringLiteral("SELECT fch_QS, fch_Active FROM FormChem ORDER BY FormChemID DESC LIMIT 1")), "1|0");
-    connection->execute(QStringLiteral("UPDATE FormChem SET [fch_QS] = -1, [fch_Active] = 'True' WHERE [FormChemID] = 1"));
-    EXPECT_EQ(stored(QStringLiteral("SELECT fch_QS, fch_Active FROM FormChem WHERE FormChemID = 1")), "1|1");
+    connection->execute(
+        u"INSERT INTO FormChem ( [FormulaID], [ChemicalID], [fch_Qty], [fch_QS], [fch_Active] ) VALUES ( 1, 2, 1.5, True, False) "_s);
+    EXPECT_EQ(stored(u"SELECT fch_QS, fch_Active FROM FormChem ORDER BY FormChemID DESC LIMIT 1"_s), "1|0");
+    connection->execute(u"UPDATE FormChem SET [fch_QS] = -1, [fch_Active] = 'True' WHERE [FormChemID] = 1"_s);
+    EXPECT_EQ(stored(u"SELECT fch_QS, fch_Active FROM FormChem WHERE FormChemID = 1"_s), "1|1");
 }
 
 TEST_F(ConnectionTest, TracesTheTextAsItWasGiven) {
     QStringList seen;
     connection->setTrace([&](const QString& statement) { seen << statement; });
-    const QString query = QStringLiteral("SELECT  [LogID]   FROM [Log];");
-    const QString broken = QStringLiteral("DELETE  FROM");
+    const QString query = u"SELECT  [LogID]   FROM [Log];"_s;
+    const QString broken = u"DELETE  FROM"_s;
     const RecordsetPtr set = rows(query);
     set->requery();
     failureOf([&] { connection->execute(broken); });
-    const RecordsetPtr lines = editable(QStringLiteral("SELECT FormChemID, fch_Qty FROM FormChem"));
+    const RecordsetPtr lines = editable(u"SELECT FormChemID, fch_Qty FROM FormChem"_s);
     lines->setValue(1, 3.0);
     lines->update();
-    EXPECT_EQ(seen, (QStringList{query, query, broken, QStringLiteral("SELECT FormChemID, fch_Qty FROM FormChem")}));
+    EXPECT_EQ(seen, (QStringList{query, query, broken, u"SELECT FormChemID, fch_Qty FROM FormChem"_s}));
 }
 
 TEST_F(ConnectionTest, LeavesNothingBesideTheFile) {
-    connection->execute(QStringLiteral("UPDATE [Options] SET [opt_Version] = 2"));
-    EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files), QStringList{QStringLiteral("test.mdb")});
+    connection->execute(u"UPDATE [Options] SET [opt_Version] = 2"_s);
+    EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files), QStringList{u"test.mdb"_s});
 }
 
 TEST_F(ConnectionTest, HoldsNoLockBetweenStatements) {
-    const RecordsetPtr keys = rows(QStringLiteral("SELECT LogID, log_Name FROM Log"), CursorLocation::Default, LockType::Pessimistic);
+    const RecordsetPtr keys =
+        rows(u"SELECT LogID, log_Name FROM Log"_s, CursorLocation::Default, LockType::Pessimistic);
     EXPECT_EQ(keys->value(1).toString(), "Hydrocortisone 1% Cream");
-    support::runSql(path(), QStringLiteral("BEGIN EXCLUSIVE; UPDATE Log SET log_Name = 'x'; COMMIT"));
+    support::runSql(path(), u"BEGIN EXCLUSIVE; UPDATE Log SET log_Name = 'x'; COMMIT"_s);
 }
 
 TEST_F(ConnectionTest, AResultSetOnlyReads) {
-    for (const char* statement : {"DELETE FROM Log", "INSERT INTO Options VALUES (1)", "UPDATE Log SET log_Name = ''",
-                                  "INSERT INTO Options VALUES (1) RETURNING opt_Version"})
-        EXPECT_EQ(failureOf([&] { rows(QString::fromLatin1(statement)); }).number(), error::statement) << statement;
-    EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM Log")), "12");
-    EXPECT_EQ(connection->execute(QStringLiteral("SELECT LogID FROM Log")), 0);
+    for (const char* statement :
+         {"DELETE FROM Log", "INSERT INTO Options VALUES (1)", "UPDATE Log SET log_Name = ''",
+          "INSERT INTO Options VALUES (1) RETURNING opt_Version"})
+        EXPECT_EQ(failureOf([&] { rows(QString::fromLatin1(statement)); }).number(), error::statement)
+            << statement;
+    EXPECT_EQ(stored(u"SELECT count(*) FROM Log"_s), "12");
+    EXPECT_EQ(connection->execute(u"SELECT LogID FROM Log"_s), 0);
 }
 
 }  // namespace

@@ -14,6 +14,8 @@
 
 namespace platform {
 
+using namespace Qt::StringLiterals;
+
 /// The failure of an action; number 0 when it went through.
 template <class Action>
 RuntimeError failureOf(Action action) {
@@ -31,9 +33,9 @@ protected:
         sorvanto::createSample(path());
         open();
     }
-    QString path(const QString& name = QStringLiteral("test.mdb")) const { return m_folder.filePath(name); }
+    QString path(const QString& name = u"test.mdb"_s) const { return m_folder.filePath(name); }
     static QString source(const QString& path) {
-        return QStringLiteral("Provider=Any;Data Source=%1;Persist Security Info=False").arg(path);
+        return u"Provider=Any;Data Source=%1;Persist Security Info=False"_s.arg(path);
     }
     void open() {
         connection = std::make_shared<Connection>();
@@ -49,7 +51,9 @@ protected:
         return rows(statement, CursorLocation::Client, LockType::Optimistic);
     }
     /// Straight from the file: fields joined by "|".
-    QString stored(const QString& statement) const { return support::rowsText(support::runSql(path(), statement)); }
+    QString stored(const QString& statement) const {
+        return support::rowsText(support::runSql(path(), statement));
+    }
     std::int32_t numberOf(const QString& statement) const {
         return failureOf([&] { connection->execute(statement); }).number();
     }

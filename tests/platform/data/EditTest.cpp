@@ -1,97 +1,102 @@
 // Edits of a result set: through joins to the tables, new rows, refusals, and sets cut off from the file.
 #include "DataTest.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
-const QString linesOfFormula = QStringLiteral(
-    "SELECT Chemical.chm_Name, Chemical.chm_Units, FormChem.fch_Qty, FormChem.fch_Active, FormChem.fch_QS, FormChem.FormChemID, "
-    "Chemical.chm_Cost, FormChem.ChemicalID FROM Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID WHERE "
-    "FormChem.FormulaID = 1");
-const QString prescriptions = QStringLiteral(
-    "SELECT RXs.RXsID, Log.log_Name, Log.log_Date, RXs.rxs_QTY, RXs.rxs_Cost, RXs.rxs_Price, RXs.rxs_Consult, RXs.rxs_Doctor, "
-    "RXs.rxs_Date, Log.LogID FROM Patient INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID "
-    "WHERE (((Patient.PatientID)=1))");
-const QString frozenLines = QStringLiteral(
-    "SELECT LogChemID, LogID, ChemicalID, lch_Name, lch_Cost, lch_QTY  FROM LogChem WHERE (LogID = 12)");
+const QString linesOfFormula =
+    u"SELECT Chemical.chm_Name, Chemical.chm_Units, FormChem.fch_Qty, FormChem.fch_Active, FormChem.fch_QS, FormChem.FormChemID, "
+    u"Chemical.chm_Cost, FormChem.ChemicalID FROM Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID WHERE "
+    u"FormChem.FormulaID = 1"_s;
+const QString prescriptions =
+    u"SELECT RXs.RXsID, Log.log_Name, Log.log_Date, RXs.rxs_QTY, RXs.rxs_Cost, RXs.rxs_Price, RXs.rxs_Consult, RXs.rxs_Doctor, "
+    u"RXs.rxs_Date, Log.LogID FROM Patient INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID "
+    u"WHERE (((Patient.PatientID)=1))"_s;
+const QString frozenLines =
+    u"SELECT LogChemID, LogID, ChemicalID, lch_Name, lch_Cost, lch_QTY  FROM LogChem WHERE (LogID = 12)"_s;
 
 class EditTest : public DataTest {};
 
 TEST_F(EditTest, ACellReachesItsTableAtUpdate) {
     const RecordsetPtr lines = editable(linesOfFormula);
     lines->moveNext();
-    lines->setValue(QStringLiteral("fch_QTY"), QStringLiteral("2.5"));
+    lines->setValue(u"fch_QTY"_s, u"2.5"_s);
     EXPECT_TRUE(lines->hasPendingChanges());
     EXPECT_EQ(lines->value(2), QVariant(2.5));
-    EXPECT_EQ(stored(QStringLiteral("SELECT fch_Qty FROM FormChem WHERE FormChemID = 2")), "2.0");
+    EXPECT_EQ(stored(u"SELECT fch_Qty FROM FormChem WHERE FormChemID = 2"_s), "2.0");
     lines->update();
     EXPECT_FALSE(lines->hasPendingChanges());
     EXPECT_EQ(lines->position(), 1);
     EXPECT_EQ(lines->value(2), QVariant(2.5));
-    EXPECT_EQ(stored(QStringLiteral("SELECT fch_Qty FROM FormChem WHERE FormChemID IN (1, 2, 3)")), "1.0\n2.5\n97.0");
+    EXPECT_EQ(stored(u"SELECT fch_Qty FROM FormChem WHERE FormChemID IN (1, 2, 3)"_s), "1.0\n2.5\n97.0");
 }
 
 TEST_F(EditTest, MovingWritesByItself) {
     const RecordsetPtr lines = editable(linesOfFormula);
-    lines->setValue(QStringLiteral("fch_QS"), true);
-    lines->setValue(QStringLiteral("fch_Active"), QStringLiteral("False"));
+    lines->setValue(u"fch_QS"_s, true);
+    lines->setValue(u"fch_Active"_s, u"False"_s);
     lines->moveNext();
-    EXPECT_EQ(stored(QStringLiteral("SELECT fch_QS, fch_Active FROM FormChem WHERE FormChemID = 1")), "1|0");
+    EXPECT_EQ(stored(u"SELECT fch_QS, fch_Active FROM FormChem WHERE FormChemID = 1"_s), "1|0");
 }
 
 TEST_F(EditTest, ReachesThroughNestedJoins) {
     const RecordsetPtr list = editable(prescriptions);
-    EXPECT_EQ(list->fieldInfo(7).baseTable, QStringLiteral("RXs"));
+    EXPECT_EQ(list->fieldInfo(7).baseTable, u"RXs"_s);
     list->moveLast();
-    list->setValue(QStringLiteral("rxs_Doctor"), QStringLiteral("Dr. O'Neill"));
-    list->setValue(QStringLiteral("rxs_Price"), QStringLiteral("12.34567"));
-    list->setValue(QStringLiteral("rxs_Date"), QStringLiteral("11/21/2026"));
-    list->setValue(QStringLiteral("rxs_Consult"), QVariant());
+    list->setValue(u"rxs_Doctor"_s, u"Dr. O'Neill"_s);
+    list->setValue(u"rxs_Price"_s, u"12.34567"_s);
+    list->setValue(u"rxs_Date"_s, u"11/21/2026"_s);
+    list->setValue(u"rxs_Consult"_s, QVariant());
     list->update();
     EXPECT_EQ(list->value(5).value<Currency>().toText(), "12.3457");
-    EXPECT_EQ(stored(QStringLiteral("SELECT rxs_Doctor, rxs_Price, rxs_Date, rxs_Consult, rxs_QTY FROM RXs WHERE RXsID = 7")),
-              "Dr. O'Neill|12.3457|2026-11-21 00:00:00|NULL|50.0");
+    EXPECT_EQ(
+        stored(u"SELECT rxs_Doctor, rxs_Price, rxs_Date, rxs_Consult, rxs_QTY FROM RXs WHERE RXsID = 7"_s),
+        "Dr. O'Neill|12.3457|2026-11-21 00:00:00|NULL|50.0");
 }
 
 TEST_F(EditTest, TwoTablesAreWrittenTogetherOrNotAtAll) {
     const RecordsetPtr list = editable(prescriptions);
-    list->setValue(QStringLiteral("log_Name"), QStringLiteral("Renamed"));
-    list->setValue(QStringLiteral("rxs_QTY"), 7);
+    list->setValue(u"log_Name"_s, u"Renamed"_s);
+    list->setValue(u"rxs_QTY"_s, 7);
     list->update();
-    EXPECT_EQ(stored(QStringLiteral("SELECT log_Name, rxs_QTY FROM Log JOIN RXs USING (LogID) WHERE RXsID = 1")), "Renamed|7.0");
-    support::runSql(path(), QStringLiteral("CREATE TRIGGER no BEFORE UPDATE ON RXs BEGIN SELECT RAISE(ABORT, 'no'); END"));
-    list->setValue(QStringLiteral("log_Name"), QStringLiteral("Again"));
-    list->setValue(QStringLiteral("rxs_QTY"), 8);
+    EXPECT_EQ(stored(u"SELECT log_Name, rxs_QTY FROM Log JOIN RXs USING (LogID) WHERE RXsID = 1"_s),
+              "Renamed|7.0");
+    support::runSql(path(), u"CREATE TRIGGER no BEFORE UPDATE ON RXs BEGIN SELECT RAISE(ABORT, 'no'); END"_s);
+    list->setValue(u"log_Name"_s, u"Again"_s);
+    list->setValue(u"rxs_QTY"_s, 8);
     EXPECT_NE(failureOf([&] { list->update(); }).number(), 0);
-    EXPECT_EQ(stored(QStringLiteral("SELECT log_Name, rxs_QTY FROM Log JOIN RXs USING (LogID) WHERE RXsID = 1")), "Renamed|7.0");
+    EXPECT_EQ(stored(u"SELECT log_Name, rxs_QTY FROM Log JOIN RXs USING (LogID) WHERE RXsID = 1"_s),
+              "Renamed|7.0");
     EXPECT_EQ(list->value(1).toString(), "Renamed");
 }
 
 TEST_F(EditTest, WithoutItsKeyATableCannotBeWritten) {
     const RecordsetPtr lines = editable(linesOfFormula);
-    lines->setValue(QStringLiteral("chm_Cost"), 1);
+    lines->setValue(u"chm_Cost"_s, 1);
     const RuntimeError failure = failureOf([&] { lines->update(); });
-    EXPECT_TRUE(failure.description().contains(QLatin1String("key of table Chemical")));
+    EXPECT_TRUE(failure.description().contains("key of table Chemical"_L1));
     EXPECT_FALSE(lines->hasPendingChanges());
-    EXPECT_EQ(lines->value(QStringLiteral("chm_Cost")).value<Currency>().toText(), "2.85");
+    EXPECT_EQ(lines->value(u"chm_Cost"_s).value<Currency>().toText(), "2.85");
 }
 
 TEST_F(EditTest, ARefusedEditShowsTheStoredValueAgain) {
     const RecordsetPtr lines = editable(linesOfFormula);
-    EXPECT_EQ(failureOf([&] { lines->setValue(QStringLiteral("fch_Qty"), QStringLiteral("two")); }).number(), error::typeMismatch);
+    EXPECT_EQ(failureOf([&] { lines->setValue(u"fch_Qty"_s, u"two"_s); }).number(), error::typeMismatch);
     EXPECT_FALSE(lines->hasPendingChanges());
-    lines->setValue(QStringLiteral("ChemicalID"), 9999);
+    lines->setValue(u"ChemicalID"_s, 9999);
     const RuntimeError failure = failureOf([&] { lines->moveNext(); });
     EXPECT_EQ(failure.number(), error::general);
     EXPECT_EQ(failure.statement(), linesOfFormula);
     EXPECT_EQ(lines->position(), 0);
-    EXPECT_EQ(lines->value(QStringLiteral("ChemicalID")).toLongLong(), 1);
+    EXPECT_EQ(lines->value(u"ChemicalID"_s).toLongLong(), 1);
     EXPECT_NO_THROW(lines->moveNext());
 }
 
 TEST_F(EditTest, ARowDeletedMeanwhileIsTold) {
     const RecordsetPtr lines = editable(linesOfFormula);
-    support::runSql(path(), QStringLiteral("DELETE FROM FormChem WHERE FormChemID = 1"));
+    support::runSql(path(), u"DELETE FROM FormChem WHERE FormChemID = 1"_s);
     lines->setValue(2, 5);
     EXPECT_EQ(failureOf([&] { lines->update(); }).number(), error::noCurrentRecord);
     EXPECT_EQ(lines->value(2), QVariant(1.0));
@@ -112,14 +117,15 @@ TEST_F(EditTest, ReadOnlySetsAndComputedColumnsAreNotChanged) {
     const RecordsetPtr reading = rows(linesOfFormula, CursorLocation::Client);
     EXPECT_NE(failureOf([&] { reading->setValue(2, 5); }).number(), 0);
     EXPECT_NE(failureOf([&] { reading->addNew(); }).number(), 0);
-    const RecordsetPtr sum = editable(QStringLiteral("SELECT LogID, log_Cost * 2 AS double_cost FROM Log"));
+    const RecordsetPtr sum = editable(u"SELECT LogID, log_Cost * 2 AS double_cost FROM Log"_s);
     EXPECT_NE(failureOf([&] { sum->setValue(1, 5); }).number(), 0);
     EXPECT_FALSE(sum->hasPendingChanges());
 }
 
 class NewRows : public EditTest, public ::testing::WithParamInterface<CursorLocation> {};
 
-INSTANTIATE_TEST_SUITE_P(ByLocation, NewRows, ::testing::Values(CursorLocation::Default, CursorLocation::Client));
+INSTANTIATE_TEST_SUITE_P(ByLocation, NewRows,
+                         ::testing::Values(CursorLocation::Default, CursorLocation::Client));
 
 TEST_P(NewRows, AreInsertedAndBecomeTheCurrentRow) {
     const RecordsetPtr lines = rows(frozenLines, GetParam(), LockType::Optimistic);
@@ -129,20 +135,22 @@ TEST_P(NewRows, AreInsertedAndBecomeTheCurrentRow) {
         EXPECT_EQ(lines->position(), -1);
         EXPECT_FALSE(lines->eof());
         EXPECT_FALSE(lines->value(3).isValid());
-        lines->setValue(QStringLiteral("LogID"), 12);
-        lines->setValue(QStringLiteral("ChemicalID"), QStringLiteral("4"));
-        lines->setValue(QStringLiteral("lch_Name"), QStringLiteral("Line '%1'").arg(line));
-        lines->setValue(QStringLiteral("lch_Cost"), QVariant::fromValue(Currency::fromText(QStringLiteral("1.2345"))));
-        lines->setValue(QStringLiteral("lch_qty"), QStringLiteral("3.086"));
+        lines->setValue(u"LogID"_s, 12);
+        lines->setValue(u"ChemicalID"_s, u"4"_s);
+        lines->setValue(u"lch_Name"_s, u"Line '%1'"_s.arg(line));
+        lines->setValue(u"lch_Cost"_s, QVariant::fromValue(Currency::fromText(u"1.2345"_s)));
+        lines->setValue(u"lch_qty"_s, u"3.086"_s);
         EXPECT_EQ(lines->recordCount(), before + line - 1);
         lines->update();
         EXPECT_EQ(lines->recordCount(), before + line);
         EXPECT_EQ(lines->position(), before + line - 1);
-        EXPECT_EQ(lines->value(QStringLiteral("LogChemID")).toLongLong(),
-                  stored(QStringLiteral("SELECT max(LogChemID) FROM LogChem")).toLongLong());
+        EXPECT_EQ(lines->value(u"LogChemID"_s).toLongLong(),
+                  stored(u"SELECT max(LogChemID) FROM LogChem"_s).toLongLong());
     }
-    EXPECT_EQ(stored(QStringLiteral("SELECT LogID, ChemicalID, lch_Name, lch_Cost, lch_QTY FROM LogChem ORDER BY LogChemID DESC LIMIT 1")),
-              "12|4|Line '3'|1.2345|3.086");
+    EXPECT_EQ(
+        stored(
+            u"SELECT LogID, ChemicalID, lch_Name, lch_Cost, lch_QTY FROM LogChem ORDER BY LogChemID DESC LIMIT 1"_s),
+        "12|4|Line '3'|1.2345|3.086");
     lines->moveFirst();
     EXPECT_EQ(lines->value(3).toString(), "Ketoprofen");
     EXPECT_EQ(lines->valueAt(before + 1, 3).toString(), "Line '2'");
@@ -151,58 +159,61 @@ TEST_P(NewRows, AreInsertedAndBecomeTheCurrentRow) {
 TEST_P(NewRows, ARefusedOneIsDropped) {
     const RecordsetPtr lines = rows(frozenLines, GetParam(), LockType::Optimistic);
     lines->addNew();
-    lines->setValue(QStringLiteral("LogID"), 999);
+    lines->setValue(u"LogID"_s, 999);
     EXPECT_EQ(failureOf([&] { lines->update(); }).number(), error::general);
     EXPECT_FALSE(lines->hasPendingChanges());
     EXPECT_EQ(lines->recordCount(), 3);
     EXPECT_EQ(lines->position(), 0);
     lines->addNew();
     EXPECT_NE(failureOf([&] { lines->update(); }).number(), 0);
-    EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM LogChem WHERE LogID NOT BETWEEN 1 AND 12")), "0");
+    EXPECT_EQ(stored(u"SELECT count(*) FROM LogChem WHERE LogID NOT BETWEEN 1 AND 12"_s), "0");
 }
 
 TEST_P(NewRows, EditsOfStoredRowsReachTheFile) {
     const RecordsetPtr lines = rows(frozenLines, GetParam(), LockType::Optimistic);
-    lines->setValue(QStringLiteral("lch_Name"), QStringLiteral("x"));
+    lines->setValue(u"lch_Name"_s, u"x"_s);
     EXPECT_EQ(lines->value(3).toString(), "x");
     lines->update();
     EXPECT_EQ(lines->value(3).toString(), "x");
-    EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM LogChem WHERE lch_Name = 'x'")), "1");
+    EXPECT_EQ(stored(u"SELECT count(*) FROM LogChem WHERE lch_Name = 'x'"_s), "1");
 }
 
 TEST_P(NewRows, ADisconnectedSetStaysInMemory) {
     const RecordsetPtr lines = rows(frozenLines, GetParam(), LockType::Optimistic);
     lines->disconnect();
     EXPECT_FALSE(lines->isConnected());
-    lines->setValue(QStringLiteral("lch_QTY"), QStringLiteral("3.086"));
-    lines->setValue(QStringLiteral("lch_Cost"), QStringLiteral("12.35"));
+    lines->setValue(u"lch_QTY"_s, u"3.086"_s);
+    lines->setValue(u"lch_Cost"_s, u"12.35"_s);
     EXPECT_FALSE(lines->hasPendingChanges());
     lines->moveNext();
     lines->movePrevious();
-    EXPECT_EQ(lines->value(QStringLiteral("lch_QTY")), QVariant(3.086));
-    EXPECT_EQ(lines->value(QStringLiteral("lch_Cost")).value<Currency>().tenThousandths(), 123500);
+    EXPECT_EQ(lines->value(u"lch_QTY"_s), QVariant(3.086));
+    EXPECT_EQ(lines->value(u"lch_Cost"_s).value<Currency>().tenThousandths(), 123500);
     for (const char* text : {"0-1.5", "", "x"}) {
-        EXPECT_EQ(failureOf([&] { lines->setValue(QStringLiteral("lch_QTY"), QString::fromLatin1(text)); }).number(), error::typeMismatch);
-        EXPECT_EQ(failureOf([&] { lines->setValue(QStringLiteral("lch_Cost"), QString::fromLatin1(text)); }).number(), error::typeMismatch);
+        EXPECT_EQ(failureOf([&] { lines->setValue(u"lch_QTY"_s, QString::fromLatin1(text)); }).number(),
+                  error::typeMismatch);
+        EXPECT_EQ(failureOf([&] { lines->setValue(u"lch_Cost"_s, QString::fromLatin1(text)); }).number(),
+                  error::typeMismatch);
     }
-    EXPECT_EQ(lines->value(QStringLiteral("lch_QTY")), QVariant(3.086));
+    EXPECT_EQ(lines->value(u"lch_QTY"_s), QVariant(3.086));
     lines->addNew();
-    lines->setValue(QStringLiteral("lch_Name"), QStringLiteral("in memory"));
+    lines->setValue(u"lch_Name"_s, u"in memory"_s);
     lines->update();
     EXPECT_EQ(lines->recordCount(), 4);
     EXPECT_EQ(failureOf([&] { lines->requery(); }).number(), error::objectClosed);
     connection->close();
     lines->moveFirst();
     EXPECT_EQ(lines->value(3).toString(), "Ketoprofen");
-    EXPECT_EQ(stored(QStringLiteral("SELECT count(*), sum(lch_QTY = 3.086) FROM LogChem WHERE LogID = 12")), "3|0");
+    EXPECT_EQ(stored(u"SELECT count(*), sum(lch_QTY = 3.086) FROM LogChem WHERE LogID = 12"_s), "3|0");
 }
 
 TEST_F(EditTest, ValuesAreConvertedToTheColumn) {
-    const RecordsetPtr formula = editable(QStringLiteral("SELECT FormulaID, frm_Quantity, frm_AWP, frm_Name FROM Formula WHERE FormulaID = 1"));
+    const RecordsetPtr formula =
+        editable(u"SELECT FormulaID, frm_Quantity, frm_AWP, frm_Name FROM Formula WHERE FormulaID = 1"_s);
     formula->disconnect();
     formula->setValue(1, 2.5);
     EXPECT_EQ(formula->value(1), QVariant(qint64{2}));
-    formula->setValue(1, QStringLiteral("3.5"));
+    formula->setValue(1, u"3.5"_s);
     EXPECT_EQ(formula->value(1), QVariant(qint64{4}));
     EXPECT_EQ(failureOf([&] { formula->setValue(1, 40000); }).number(), error::dataMismatch);
     EXPECT_EQ(failureOf([&] { formula->setValue(0, 3e9); }).number(), error::dataMismatch);
@@ -210,7 +221,7 @@ TEST_F(EditTest, ValuesAreConvertedToTheColumn) {
     formula->setValue(2, 2.00005);
     EXPECT_EQ(formula->value(2).value<Currency>().tenThousandths(), 20000);
     formula->setValue(3, 12.5);
-    EXPECT_EQ(formula->value(3), QVariant(QStringLiteral("12.5")));
+    EXPECT_EQ(formula->value(3), QVariant(u"12.5"_s));
     formula->setValue(1, QVariant());
     EXPECT_FALSE(formula->value(1).isValid());
 }

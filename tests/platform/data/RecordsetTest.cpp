@@ -1,6 +1,8 @@
 // Moving, finding, fields and types of a result set, in memory and by key.
 #include "DataTest.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -11,10 +13,11 @@ protected:
 
 class RecordsetByKey : public DataTest {};
 
-INSTANTIATE_TEST_SUITE_P(ByLocation, RecordsetTest, ::testing::Values(CursorLocation::Default, CursorLocation::Client));
+INSTANTIATE_TEST_SUITE_P(ByLocation, RecordsetTest,
+                         ::testing::Values(CursorLocation::Default, CursorLocation::Client));
 
 TEST_P(RecordsetTest, MovesOverItsRows) {
-    const RecordsetPtr patients = set(QStringLiteral("SELECT PatientID FROM Patient"));
+    const RecordsetPtr patients = set(u"SELECT PatientID FROM Patient"_s);
     EXPECT_EQ(patients->recordCount(), 6);
     EXPECT_EQ(patients->position(), 0);
     EXPECT_FALSE(patients->bof() || patients->eof());
@@ -43,7 +46,7 @@ TEST_P(RecordsetTest, MovesOverItsRows) {
 }
 
 TEST_P(RecordsetTest, AnEmptySetStandsAtBothEnds) {
-    const RecordsetPtr none = set(QStringLiteral("SELECT LogID, log_Name FROM Log WHERE (LogID = 0)"));
+    const RecordsetPtr none = set(u"SELECT LogID, log_Name FROM Log WHERE (LogID = 0)"_s);
     EXPECT_EQ(none->recordCount(), 0);
     EXPECT_TRUE(none->bof() && none->eof());
     EXPECT_NO_THROW(none->moveFirst());
@@ -51,77 +54,79 @@ TEST_P(RecordsetTest, AnEmptySetStandsAtBothEnds) {
     EXPECT_TRUE(none->bof() && none->eof());
     EXPECT_EQ(failureOf([&] { none->moveNext(); }).number(), error::noCurrentRecord);
     EXPECT_EQ(failureOf([&] { none->movePrevious(); }).number(), error::noCurrentRecord);
-    EXPECT_EQ(failureOf([&] { none->value(QStringLiteral("LogID")); }).number(), error::noCurrentRecord);
-    EXPECT_NO_THROW(none->find(QStringLiteral("LogID = 0")));
+    EXPECT_EQ(failureOf([&] { none->value(u"LogID"_s); }).number(), error::noCurrentRecord);
+    EXPECT_NO_THROW(none->find(u"LogID = 0"_s));
     EXPECT_TRUE(none->eof());
     EXPECT_EQ(none->fieldCount(), 2);
 }
 
 TEST_P(RecordsetTest, FindsForwardFromTheCurrentRow) {
-    const RecordsetPtr logs = set(QStringLiteral("SELECT LogID, log_Name, log_Date FROM Log"));
-    logs->find(QStringLiteral("LogID = 7"));
+    const RecordsetPtr logs = set(u"SELECT LogID, log_Name, log_Date FROM Log"_s);
+    logs->find(u"LogID = 7"_s);
     EXPECT_EQ(logs->position(), 6);
-    logs->find(QStringLiteral("LogID = 7"));
+    logs->find(u"LogID = 7"_s);
     EXPECT_EQ(logs->position(), 6);
-    logs->find(QStringLiteral("[log_name] = 'ketoprofen 10% gel'"));
+    logs->find(u"[log_name] = 'ketoprofen 10% gel'"_s);
     EXPECT_EQ(logs->position(), 11);
-    logs->find(QStringLiteral("LogID = 7"));
+    logs->find(u"LogID = 7"_s);
     EXPECT_TRUE(logs->eof());
-    logs->find(QStringLiteral("LogID = 1"));
-    EXPECT_TRUE(logs->eof());
-    logs->moveFirst();
-    logs->find(QStringLiteral("LogID = 0"));
+    logs->find(u"LogID = 1"_s);
     EXPECT_TRUE(logs->eof());
     logs->moveFirst();
-    logs->find(QStringLiteral("LogID = -1"));
+    logs->find(u"LogID = 0"_s);
     EXPECT_TRUE(logs->eof());
     logs->moveFirst();
-    EXPECT_EQ(failureOf([&] { logs->find(QStringLiteral("Nothing = 1")); }).number(), error::itemNotFound);
-    for (const char* criterion : {"", "LogID", "LogID =", "LogID > 1", "LogID = 1 OR LogID = 2", "LogID = LogID", "LogID = -'1'"})
+    logs->find(u"LogID = -1"_s);
+    EXPECT_TRUE(logs->eof());
+    logs->moveFirst();
+    EXPECT_EQ(failureOf([&] { logs->find(u"Nothing = 1"_s); }).number(), error::itemNotFound);
+    for (const char* criterion :
+         {"", "LogID", "LogID =", "LogID > 1", "LogID = 1 OR LogID = 2", "LogID = LogID", "LogID = -'1'"})
         EXPECT_NE(failureOf([&] { logs->find(QString::fromLatin1(criterion)); }).number(), 0) << criterion;
     EXPECT_EQ(logs->position(), 0);
 }
 
 TEST_P(RecordsetTest, KnowsItsFields) {
-    const RecordsetPtr formulas = set(QStringLiteral(
-        "SELECT [FormulaID],[frm_Name] AS [Bezeichnung (kurz).],[frm_Quantity],[frm_AWP],[frm_Mix] FROM [Formula]"));
+    const RecordsetPtr formulas = set(
+        u"SELECT [FormulaID],[frm_Name] AS [Bezeichnung (kurz).],[frm_Quantity],[frm_AWP],[frm_Mix] FROM [Formula]"_s);
     const FieldInfo name = formulas->fieldInfo(1);
-    EXPECT_EQ(name.name, QStringLiteral("Bezeichnung (kurz)."));
+    EXPECT_EQ(name.name, u"Bezeichnung (kurz)."_s);
     EXPECT_EQ(name.type, 202);
     EXPECT_EQ(name.definedSize, 100);
-    EXPECT_EQ(name.baseTable, QStringLiteral("Formula"));
-    EXPECT_EQ(name.baseColumn, QStringLiteral("frm_Name"));
+    EXPECT_EQ(name.baseTable, u"Formula"_s);
+    EXPECT_EQ(name.baseColumn, u"frm_Name"_s);
     EXPECT_EQ(formulas->fieldInfo(0).type, 3);
     EXPECT_EQ(formulas->fieldInfo(2).type, 2);
     EXPECT_EQ(formulas->fieldInfo(3).type, 6);
     EXPECT_EQ(formulas->fieldInfo(4).type, 203);
-    EXPECT_EQ(formulas->fieldIndex(QStringLiteral("FORMULAid")), 0);
-    EXPECT_FALSE(formulas->hasField(QStringLiteral("frm_Name")));
-    EXPECT_EQ(failureOf([&] { formulas->fieldIndex(QStringLiteral("frm_Name")); }).number(), error::itemNotFound);
+    EXPECT_EQ(formulas->fieldIndex(u"FORMULAid"_s), 0);
+    EXPECT_FALSE(formulas->hasField(u"frm_Name"_s));
+    EXPECT_EQ(failureOf([&] { formulas->fieldIndex(u"frm_Name"_s); }).number(), error::itemNotFound);
     EXPECT_EQ(failureOf([&] { formulas->value(5); }).number(), error::itemNotFound);
     EXPECT_EQ(failureOf([&] { formulas->value(-1); }).number(), error::itemNotFound);
     EXPECT_EQ(failureOf([&] { formulas->fieldInfo(9); }).number(), error::itemNotFound);
 }
 
 TEST_P(RecordsetTest, GivesTypedValues) {
-    const RecordsetPtr lines = set(QStringLiteral(
-        "SELECT FormChem.FormChemID, FormChem.fch_Qty, FormChem.fch_QS, Chemical.chm_Cost, Chemical.chm_Name FROM Chemical INNER JOIN "
-        "FormChem ON Chemical.ChemicalID = FormChem.ChemicalID WHERE FormChem.FormulaID = 4"));
-    EXPECT_EQ(lines->value(QStringLiteral("FCH_QTY")), QVariant(50.0));
+    const RecordsetPtr lines = set(
+        u"SELECT FormChem.FormChemID, FormChem.fch_Qty, FormChem.fch_QS, Chemical.chm_Cost, Chemical.chm_Name FROM Chemical INNER JOIN "
+        u"FormChem ON Chemical.ChemicalID = FormChem.ChemicalID WHERE FormChem.FormulaID = 4"_s);
+    EXPECT_EQ(lines->value(u"FCH_QTY"_s), QVariant(50.0));
     EXPECT_EQ(lines->fieldInfo(1).type, 5);
     EXPECT_EQ(lines->value(2), QVariant(false));
     EXPECT_EQ(lines->fieldInfo(2).type, 11);
     EXPECT_EQ(lines->value(3).value<Currency>(), Currency::fromTenThousandths(240));
-    EXPECT_EQ(lines->value(4), QVariant(QStringLiteral("Zinc Oxide")));
-    const RecordsetPtr logs = set(QStringLiteral("SELECT log_Date, log_Quantity, log_Notes FROM Log"));
+    EXPECT_EQ(lines->value(4), QVariant(u"Zinc Oxide"_s));
+    const RecordsetPtr logs = set(u"SELECT log_Date, log_Quantity, log_Notes FROM Log"_s);
     EXPECT_EQ(logs->value(0), QVariant(QDateTime(QDate(2026, 8, 31), QTime(9, 12, 40), Qt::UTC)));
     EXPECT_EQ(logs->fieldInfo(0).type, 7);
     EXPECT_EQ(logs->value(1), QVariant(qint64{100}));
-    EXPECT_FALSE(set(QStringLiteral("SELECT pat_BDay FROM Patient WHERE PatientID = 5"))->value(0).isValid());
+    EXPECT_FALSE(set(u"SELECT pat_BDay FROM Patient WHERE PatientID = 5"_s)->value(0).isValid());
 }
 
 TEST_P(RecordsetTest, ComputedColumnsTakeTheTypeOfTheirValues) {
-    const RecordsetPtr sums = set(QStringLiteral("SELECT Count(*) AS n, Sum(log_Cost) AS c, 'x' AS t, Sum(Log.log_Quantity) AS q, NULL AS e FROM Log"));
+    const RecordsetPtr sums = set(
+        u"SELECT Count(*) AS n, Sum(log_Cost) AS c, 'x' AS t, Sum(Log.log_Quantity) AS q, NULL AS e FROM Log"_s);
     EXPECT_EQ(sums->fieldInfo(0).type, 3);
     EXPECT_EQ(sums->fieldInfo(1).type, 5);
     EXPECT_EQ(sums->fieldInfo(2).type, 202);
@@ -131,30 +136,31 @@ TEST_P(RecordsetTest, ComputedColumnsTakeTheTypeOfTheirValues) {
 }
 
 TEST_P(RecordsetTest, KeepsTheOrderThatWasAskedFor) {
-    const RecordsetPtr names = set(QStringLiteral("SELECT frm_Name FROM Formula ORDER BY frm_Name"));
+    const RecordsetPtr names = set(u"SELECT frm_Name FROM Formula ORDER BY frm_Name"_s);
     QString last;
     for (; !names->eof(); names->moveNext()) {
         EXPECT_LE(last.compare(names->value(0).toString(), Qt::CaseInsensitive), 0);
         last = names->value(0).toString();
     }
-    const RecordsetPtr logs = set(QStringLiteral("SELECT Log.LogID FROM Log WHERE ([Log.log_Name] Like 'hydro%') ORDER BY Log.log_Date DESC;"));
+    const RecordsetPtr logs =
+        set(u"SELECT Log.LogID FROM Log WHERE ([Log.log_Name] Like 'hydro%') ORDER BY Log.log_Date DESC;"_s);
     EXPECT_EQ(logs->value(0).toLongLong(), 8);
 }
 
 TEST_F(RecordsetByKey, WithoutAnOrderKeysAscend) {
-    connection->execute(QStringLiteral("UPDATE Log SET [log_Date] = '1/1/1990' WHERE [LogID] = 9"));
-    const RecordsetPtr logs = rows(QStringLiteral("SELECT LogID FROM Log"));
+    connection->execute(u"UPDATE Log SET [log_Date] = '1/1/1990' WHERE [LogID] = 9"_s);
+    const RecordsetPtr logs = rows(u"SELECT LogID FROM Log"_s);
     for (qint64 id = 1; id <= 12; ++id, logs->moveNext())
         EXPECT_EQ(logs->value(0).toLongLong(), id);
 }
 
 TEST_F(RecordsetByKey, OrdersByAnAliasToo) {
-    const RecordsetPtr logs = rows(QStringLiteral("SELECT LogID, log_Date AS [Day] FROM Log ORDER BY [Day] DESC"));
+    const RecordsetPtr logs = rows(u"SELECT LogID, log_Date AS [Day] FROM Log ORDER BY [Day] DESC"_s);
     EXPECT_EQ(logs->value(0).toLongLong(), 12);
 }
 
 TEST_P(RecordsetTest, OtherRowsAreSeenWithoutMoving) {
-    const RecordsetPtr logs = set(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
+    const RecordsetPtr logs = set(u"SELECT LogID, log_Lot FROM Log"_s);
     EXPECT_EQ(logs->valueAt(11, 1).toString(), "SV260012");
     EXPECT_EQ(logs->position(), 0);
     EXPECT_EQ(failureOf([&] { logs->valueAt(12, 1); }).number(), error::noCurrentRecord);
@@ -162,9 +168,9 @@ TEST_P(RecordsetTest, OtherRowsAreSeenWithoutMoving) {
 }
 
 TEST_P(RecordsetTest, RequeryReadsTheFileAgain) {
-    const RecordsetPtr keys = set(QStringLiteral("SELECT PatientID FROM Patient"));
+    const RecordsetPtr keys = set(u"SELECT PatientID FROM Patient"_s);
     keys->moveLast();
-    connection->execute(QStringLiteral("INSERT INTO Patient ( [pat_LName] ) VALUES ('Zeller')"));
+    connection->execute(u"INSERT INTO Patient ( [pat_LName] ) VALUES ('Zeller')"_s);
     EXPECT_EQ(keys->recordCount(), 6);
     keys->requery();
     EXPECT_EQ(keys->recordCount(), 7);
@@ -172,29 +178,31 @@ TEST_P(RecordsetTest, RequeryReadsTheFileAgain) {
 }
 
 TEST_F(RecordsetByKey, ARowDeletedByAnotherProgramIsTold) {
-    const RecordsetPtr logs = rows(QStringLiteral("SELECT LogID, log_Lot FROM Log"), CursorLocation::Default, LockType::Pessimistic);
-    support::runSql(path(), QStringLiteral("DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"));
+    const RecordsetPtr logs =
+        rows(u"SELECT LogID, log_Lot FROM Log"_s, CursorLocation::Default, LockType::Pessimistic);
+    support::runSql(path(), u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
     EXPECT_EQ(logs->valueAt(3, 0).toLongLong(), 4);
     EXPECT_EQ(failureOf([&] { logs->valueAt(3, 1); }).number(), error::noCurrentRecord);
     EXPECT_EQ(logs->valueAt(4, 1).toString(), "SV260005");
 }
 
 TEST_F(RecordsetByKey, WalkingReadsAheadWithoutALockAndPastADeletedRow) {
-    const RecordsetPtr logs = rows(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
-    support::runSql(path(), QStringLiteral("DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"));
+    const RecordsetPtr logs = rows(u"SELECT LogID, log_Lot FROM Log"_s);
+    support::runSql(path(), u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
     for (; !logs->eof(); logs->moveNext()) {
         const qint64 key = logs->value(0).toLongLong();
         if (key == 4)
             EXPECT_EQ(failureOf([&] { logs->value(1); }).number(), error::noCurrentRecord);
         else
-            EXPECT_EQ(logs->value(1).toString(), QStringLiteral("SV26%1").arg(key, 4, 10, QLatin1Char('0')));
-        support::runSql(path(), QStringLiteral("BEGIN EXCLUSIVE; COMMIT"));
+            EXPECT_EQ(logs->value(1).toString(), u"SV26%1"_s.arg(key, 4, 10, '0'_L1));
+        support::runSql(path(), u"BEGIN EXCLUSIVE; COMMIT"_s);
     }
 }
 
 TEST_P(RecordsetTest, AClosedSetRefusesEverything) {
-    const RecordsetPtr logs = set(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
-    EXPECT_EQ(failureOf([&] { logs->open(QStringLiteral("SELECT LogID FROM Log"), connection); }).number(), error::invalidProcedureCall);
+    const RecordsetPtr logs = set(u"SELECT LogID, log_Lot FROM Log"_s);
+    EXPECT_EQ(failureOf([&] { logs->open(u"SELECT LogID FROM Log"_s, connection); }).number(),
+              error::invalidProcedureCall);
     logs->close();
     EXPECT_FALSE(logs->isOpen());
     EXPECT_EQ(failureOf([&] { logs->recordCount(); }).number(), error::objectClosed);
@@ -202,13 +210,13 @@ TEST_P(RecordsetTest, AClosedSetRefusesEverything) {
     EXPECT_EQ(failureOf([&] { logs->value(0); }).number(), error::objectClosed);
     EXPECT_EQ(failureOf([&] { logs->eof(); }).number(), error::objectClosed);
     EXPECT_EQ(failureOf([&] { logs->close(); }).number(), error::objectClosed);
-    logs->open(QStringLiteral("SELECT LogID FROM Log"), connection);
+    logs->open(u"SELECT LogID FROM Log"_s, connection);
     EXPECT_EQ(logs->recordCount(), 12);
 }
 
 TEST_F(RecordsetByKey, AfterTheConnectionIsClosedOnlyMemoryIsLeft) {
-    const RecordsetPtr keys = rows(QStringLiteral("SELECT LogID, log_Lot FROM Log"));
-    const RecordsetPtr all = rows(QStringLiteral("SELECT LogID, log_Lot FROM Log"), CursorLocation::Client);
+    const RecordsetPtr keys = rows(u"SELECT LogID, log_Lot FROM Log"_s);
+    const RecordsetPtr all = rows(u"SELECT LogID, log_Lot FROM Log"_s, CursorLocation::Client);
     connection->close();
     EXPECT_EQ(keys->value(0).toLongLong(), 1);
     EXPECT_EQ(failureOf([&] { keys->value(1); }).number(), error::objectClosed);
@@ -217,7 +225,7 @@ TEST_F(RecordsetByKey, AfterTheConnectionIsClosedOnlyMemoryIsLeft) {
 }
 
 TEST_P(RecordsetTest, TellsItsListeners) {
-    const RecordsetPtr logs = set(QStringLiteral("SELECT LogID FROM Log"));
+    const RecordsetPtr logs = set(u"SELECT LogID FROM Log"_s);
     int calls = 0;
     int others = 0;
     int second = 0;
@@ -235,17 +243,17 @@ TEST_P(RecordsetTest, TellsItsListeners) {
 }
 
 TEST_P(RecordsetTest, OpensAFullTable) {
-    const QString big = path(QStringLiteral("big.mdb"));
+    const QString big = path(u"big.mdb"_s);
     sorvanto::createSample(big, sorvanto::mostRows);
     connection->close();
     connection->open(source(big));
-    const RecordsetPtr logs = set(QStringLiteral(
-        "SELECT Log.LogID, Log.log_Name as [Name], Log.log_Results as [Results] FROM Log WHERE ([Log.log_Name] Like '%') ORDER BY Log.log_Date DESC;"));
+    const RecordsetPtr logs = set(
+        u"SELECT Log.LogID, Log.log_Name as [Name], Log.log_Results as [Results] FROM Log WHERE ([Log.log_Name] Like '%') ORDER BY Log.log_Date DESC;"_s);
     EXPECT_EQ(logs->recordCount(), 32767);
     logs->moveLast();
     EXPECT_FALSE(logs->value(2).toString().isEmpty());
     logs->moveFirst();
-    logs->find(QStringLiteral("LogID = 32767"));
+    logs->find(u"LogID = 32767"_s);
     EXPECT_FALSE(logs->eof());
 }
 

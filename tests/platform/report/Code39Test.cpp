@@ -16,14 +16,12 @@ TEST(Code39, PatternHasStartAndStopMarks) {
     const std::vector<int> a = Code39::pattern("A");
     // Three characters of five bars and four gaps, with a narrow gap between them; wide is twice narrow.
     EXPECT_EQ(a.size(), 3u * 9 + 2);
-    EXPECT_EQ(a, (std::vector<int>{1, 2, 1, 1, 2, 1, 2, 1, 1, 1,  2, 1, 1, 1, 1, 2, 1, 1, 2, 1,
-                                   1, 2, 1, 1, 2, 1, 2, 1, 1}));
+    EXPECT_EQ(a, (std::vector<int>{1, 2, 1, 1, 2, 1, 2, 1, 1, 1, 2, 1, 1, 1, 1,
+                                   2, 1, 1, 2, 1, 1, 2, 1, 1, 2, 1, 2, 1, 1}));
     EXPECT_EQ(Code39::modules(a), 12 + 1 + 12 + 1 + 12);
 }
 
-TEST(Code39, LettersAreReadAsUpperCase) {
-    EXPECT_EQ(Code39::pattern("lot-7a"), Code39::pattern("LOT-7A"));
-}
+TEST(Code39, LettersAreReadAsUpperCase) { EXPECT_EQ(Code39::pattern("lot-7a"), Code39::pattern("LOT-7A")); }
 
 TEST(Code39, OtherCharactersHaveNoBars) {
     for (const char* text : {"", "A*B", "A_B", "Ä1", "A\tB", "1,5"})

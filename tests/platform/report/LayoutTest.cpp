@@ -9,6 +9,8 @@
 #include <QRect>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace samples;
 
@@ -45,11 +47,13 @@ TEST(Layout, LaterPagesHaveHeaderAndFooterOfTheirOwn) {
     // Letter less margins, headers and footer leaves room for 40 rows on page one and 44 on others.
     for (int i = 0; i < 100; ++i) {
         if (i == 40 || i == 84)
-            expected << QString("pageFooter %1").arg(i == 40 ? 1 : 2)
-                     << QString("pageHeader %1").arg(i == 40 ? 2 : 3);
+            expected << u"pageFooter %1"_s.arg(i == 40 ? 1 : 2) << u"pageHeader %1"_s.arg(i == 40 ? 2 : 3);
         expected << "detail";
     }
-    expected << "groupFooter" << "reportFooter" << "pageFooter 3" << "terminate";
+    expected << "groupFooter"
+             << "reportFooter"
+             << "pageFooter 3"
+             << "terminate";
     EXPECT_EQ(events->join('\n').toStdString(), expected.join('\n').toStdString());
 }
 
@@ -101,7 +105,10 @@ TEST(Layout, ARunThatIsDroppedTerminatesToo) {
     file.addMany(100);
     auto report = std::make_unique<StockList>(file.rows());
     const auto events = report->events;
-    { ReportRun run(std::move(report)); run.makePage(); }
+    {
+        ReportRun run(std::move(report));
+        run.makePage();
+    }
     EXPECT_EQ(events->count("terminate"), 1);
 }
 
@@ -190,11 +197,12 @@ TEST(Layout, AReportWithoutRowsAndFetchHasNoDetail) {
 
 TEST(Layout, AReportWithoutEndIsStopped) {
     struct Endless : Report {
-        Endless() : Report([] {
-            ReportDefinition d;
-            d.sections = {{SectionKind::Detail, 14000, {}}};
-            return d;
-        }()) {}
+        Endless()
+            : Report([] {
+                  ReportDefinition d;
+                  d.sections = {{SectionKind::Detail, 14000, {}}};
+                  return d;
+              }()) {}
         void fetchData(bool& eof) override { eof = false; }
     };
     ReportRun run(std::make_unique<Endless>());
@@ -203,11 +211,12 @@ TEST(Layout, AReportWithoutEndIsStopped) {
 
 TEST(Layout, ASectionHigherThanThePageStandsAloneAndEndsNothing) {
     struct Two : Report {
-        Two() : Report([] {
-            ReportDefinition d;
-            d.sections = {{SectionKind::Detail, 20000, {label("a", 0, 0, 900, 270, "a")}}};
-            return d;
-        }()) {}
+        Two()
+            : Report([] {
+                  ReportDefinition d;
+                  d.sections = {{SectionKind::Detail, 20000, {label("a", 0, 0, 900, 270, "a")}}};
+                  return d;
+              }()) {}
         int passed = 0;
         void fetchData(bool& eof) override { eof = passed == 2; }
         void detailFormat() override { ++passed; }

@@ -14,6 +14,8 @@
 #include <QPrinter>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace samples;
 
@@ -55,7 +57,8 @@ TEST(Pdf, IsLetterAndEveryTextStartsAtItsTwip) {
 TEST(Pdf, FontsAreEmbedded) {
     const Pdf pdf(finished(onePage({label("a", 0, 0, 9000, 270, "Sans"),
                                     label("b", 0, 300, 9000, 270, "Serif").font("Times New Roman", 9),
-                                    label("c", 0, 600, 9000, 270, "Bold").bold()}))->document());
+                                    label("c", 0, 600, 9000, 270, "Bold").bold()}))
+                      ->document());
     const QString fonts = tools::output("pdffonts", {pdf.path});
     const QStringList lines = fonts.split('\n', Qt::SkipEmptyParts).mid(2);
     EXPECT_EQ(lines.size(), 3) << qPrintable(fonts);
@@ -64,7 +67,7 @@ TEST(Pdf, FontsAreEmbedded) {
 }
 
 TEST(Pdf, NothingRunsOverItsNeighbour) {
-    const QString name = QString("Very long name ").repeated(20);
+    const QString name = u"Very long name "_s.repeated(20);
     const auto run = finished(
         onePage({field("name", 100, 0, 2000, 270, name), field("next", 2100, 0, 1000, 270, "|next")}));
     const Pdf pdf(run->document());
@@ -86,7 +89,7 @@ TEST(Pdf, HoldsTheScriptsOfAllLanguages) {
                             "Лекарство-Ёж", "Συνταγή",    "50-µg-≥-½-°C-€"};
     std::vector<Control> controls;
     for (int i = 0; i < texts.size(); ++i)
-        controls.push_back(label(QString("t%1").arg(i), 0, i * 300, 9000, 270, texts[i]));
+        controls.push_back(label(u"t%1"_s.arg(i), 0, i * 300, 9000, 270, texts[i]));
     const auto run = finished(onePage(controls));
     EXPECT_TRUE(run->document().warnings.empty());
     const Pdf pdf(run->document());

@@ -63,7 +63,9 @@ protected:
         file.addMany(rows);
         return open(std::make_unique<StockList>(file.rows()));
     }
-    void waitForEnd() { ASSERT_TRUE(QTest::qWaitFor([&] { return window->isComplete(); }, 20'000)); }
+    void waitForEnd() {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->isComplete(); }, 20'000));
+    }
     PageView& view() { return *child<PageView>(*window, "pages"); }
     QString text(const QString& name) { return child<QLabel>(*window, name)->text(); }
 
@@ -330,7 +332,8 @@ TEST_F(Preview, AFolderSelectedWhileAPathIsTypedDoesNotTakeItsPlace) {
         QTest::keyClicks(line, place.path() + "/sheets/stock.pdf");
         list->selectionModel()->select(list->model()->index(0, 0, list->rootIndex()),
                                        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        QTest::mouseClick(files.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save), Qt::LeftButton);
+        QTest::mouseClick(files.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save),
+                          Qt::LeftButton);
         if (dialog.isVisible())
             dialog.close();
     });

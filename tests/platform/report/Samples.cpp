@@ -6,6 +6,8 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace samples {
 
 using namespace platform;
@@ -27,10 +29,9 @@ void StockFile::add(const QString& values) {
 
 void StockFile::addMany(int count) {
     support::runSql(path(),
-                    QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                            "INSERT INTO Stock (name, form, quantity, cost, made, lot) SELECT 'Item ' || i, "
-                            "'Cream', i * 1.5, i * 0.25, '2026-03-07 14:05:09', 'L' || i FROM n")
-                        .arg(count));
+                    u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                    u"INSERT INTO Stock (name, form, quantity, cost, made, lot) SELECT 'Item ' || i, "
+                    u"'Cream', i * 1.5, i * 0.25, '2026-03-07 14:05:09', 'L' || i FROM n"_s.arg(count));
 }
 
 RecordsetPtr StockFile::rows(const QString& columns) {
@@ -45,35 +46,36 @@ ReportDefinition StockList::layout() {
     d.name = "StockList";
     d.margins = {720, 720, 720, 720};
     d.sections = {
-        {SectionKind::ReportHeader, 900, {
-            box("shadow", 0, 90, 5130, 540).background(0xC0C0C0),
-            box("frame", 90, 180, 5130, 540).background(0xFFFFFF),
-            label("title", 90, 180, 4950, 360, "Stock List").bold().points(15.75),
-            field("madeOn", 8370, 180, 2430, 270).right()}},
-        {SectionKind::PageHeader, 600, {
-            field("heading", 0, 0, 10800, 270),
-            label("lblName", 0, 300, 2700, 270, "Name"),
-            label("lblQuantity", 4500, 300, 1260, 270, "Quantity").right(),
-            line("rule", 0, 590, 10800)}},
-        {SectionKind::GroupHeader, 300, {
-            label("groupTitle", 0, 0, 5400, 270, "Items").italic()}},
-        {SectionKind::Detail, 300, {
-            field("name", 0, 0, 2700, 270).bound("name").bold(),
-            field("form", 2700, 0, 900, 270).bound("form").centre(),
-            field("quantity", 4500, 0, 1260, 270).bound("quantity", "#0.000").right(),
-            field("cost", 5760, 0, 1260, 270).bound("cost", "$ ###,##0.00").right(),
-            field("made", 7110, 0, 1890, 270).bound("made"),
-            field("lot", 9090, 0, 1260, 270).bound("lot"),
-            field("lacking", 10350, 0, 450, 270, "layout").bound("noSuchColumn")}},
-        {SectionKind::GroupFooter, 600, {
-            label("remark", 0, 0, 3000, 540, "A remark that is long enough to need the second line.")}},
-        {SectionKind::PageFooter, 500, {
-            line("footRule", 0, 0, 10800),
-            field("page", 7650, 90, 3150, 270).right(),
-            label("lastName", 0, 90, 3000, 270)}},
-        {SectionKind::ReportFooter, 400, {
-            field("last", 0, 90, 3000, 270).bound("name"),
-            field("total", 5760, 90, 1260, 270, "0.00").right()}},
+        {SectionKind::ReportHeader,
+         900,
+         {box("shadow", 0, 90, 5130, 540).background(0xC0C0C0),
+          box("frame", 90, 180, 5130, 540).background(0xFFFFFF),
+          label("title", 90, 180, 4950, 360, "Stock List").bold().points(15.75),
+          field("madeOn", 8370, 180, 2430, 270).right()}},
+        {SectionKind::PageHeader,
+         600,
+         {field("heading", 0, 0, 10800, 270), label("lblName", 0, 300, 2700, 270, "Name"),
+          label("lblQuantity", 4500, 300, 1260, 270, "Quantity").right(), line("rule", 0, 590, 10800)}},
+        {SectionKind::GroupHeader, 300, {label("groupTitle", 0, 0, 5400, 270, "Items").italic()}},
+        {SectionKind::Detail,
+         300,
+         {field("name", 0, 0, 2700, 270).bound("name").bold(),
+          field("form", 2700, 0, 900, 270).bound("form").centre(),
+          field("quantity", 4500, 0, 1260, 270).bound("quantity", "#0.000").right(),
+          field("cost", 5760, 0, 1260, 270).bound("cost", "$ ###,##0.00").right(),
+          field("made", 7110, 0, 1890, 270).bound("made"), field("lot", 9090, 0, 1260, 270).bound("lot"),
+          field("lacking", 10350, 0, 450, 270, "layout").bound("noSuchColumn")}},
+        {SectionKind::GroupFooter,
+         600,
+         {label("remark", 0, 0, 3000, 540, "A remark that is long enough to need the second line.")}},
+        {SectionKind::PageFooter,
+         500,
+         {line("footRule", 0, 0, 10800), field("page", 7650, 90, 3150, 270).right(),
+          label("lastName", 0, 90, 3000, 270)}},
+        {SectionKind::ReportFooter,
+         400,
+         {field("last", 0, 90, 3000, 270).bound("name"),
+          field("total", 5760, 90, 1260, 270, "0.00").right()}},
     };
     return d;
 }
@@ -84,7 +86,7 @@ StockList::StockList(RecordsetPtr rows) : Report(layout()) {
 }
 
 void StockList::pageHeaderFormat() {
-    *events << QString("pageHeader %1").arg(pageNumber());
+    *events << u"pageHeader %1"_s.arg(pageNumber());
     if (rows() && !rows()->eof())
         setText("heading", "From " + rows()->value("name").toString() + "\ton");
 }
@@ -96,8 +98,8 @@ void StockList::detailFormat() {
 }
 
 void StockList::pageFooterFormat() {
-    *events << QString("pageFooter %1").arg(pageNumber());
-    setText("page", QString("Page %1").arg(pageNumber()));
+    *events << u"pageFooter %1"_s.arg(pageNumber());
+    setText("page", u"Page %1"_s.arg(pageNumber()));
 }
 
 ReportDefinition StripLabels::layout() {
@@ -107,12 +109,11 @@ ReportDefinition StripLabels::layout() {
     d.detailColumns = 3;
     d.stock = LabelStock{};
     d.font = {"Arial", 8.5};
-    d.sections = {{SectionKind::Detail, 1440, {
-        field("number", 360, 180, 2520, 180).bold(),
-        field("side", 2880, 180, 900, 180, "side"),
-        label("lblLot", 360, 810, 540, 180, "Lot #"),
-        field("lot", 1080, 810, 2700, 180),
-        barCode("bars", 360, 990, 3420, 180, "0303A0000100")}}};
+    d.sections = {{SectionKind::Detail,
+                   1440,
+                   {field("number", 360, 180, 2520, 180).bold(), field("side", 2880, 180, 900, 180, "side"),
+                    label("lblLot", 360, 810, 540, 180, "Lot #"), field("lot", 1080, 810, 2700, 180),
+                    barCode("bars", 360, 990, 3420, 180, "0303A0000100")}}};
     return d;
 }
 
@@ -121,13 +122,11 @@ StripLabels::StripLabels(int skipped, int count, const QString& lot)
     caption = "Strip Labels";
 }
 
-void StripLabels::fetchData(bool& eof) {
-    eof = m_passed == m_skipped + m_count;
-}
+void StripLabels::fetchData(bool& eof) { eof = m_passed == m_skipped + m_count; }
 
 void StripLabels::detailFormat() {
     ++m_passed;
-    setText("number", QString("Label %1").arg(m_passed));
+    setText("number", u"Label %1"_s.arg(m_passed));
     setText("lot", m_lot);
     setText("bars", m_lot);
     for (const char* name : {"number", "side", "lblLot", "lot", "bars"})

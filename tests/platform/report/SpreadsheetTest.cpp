@@ -13,6 +13,8 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace samples;
 
@@ -78,14 +80,15 @@ TEST(Spreadsheet, LabelsStandSideBySideAndSkippedOnesLeaveTheirRoom) {
 
 TEST(Spreadsheet, ValuesGivenByAnEventAreNumbers) {
     struct Money : Report {
-        Money() : Report([] {
-            ReportDefinition d;
-            d.name = "Money";
-            d.sections = {{SectionKind::GroupHeader,
-                           300,
-                           {field("cost", 0, 0, 2000, 270), field("plain", 2000, 0, 2000, 270)}}};
-            return d;
-        }()) {}
+        Money()
+            : Report([] {
+                  ReportDefinition d;
+                  d.name = "Money";
+                  d.sections = {{SectionKind::GroupHeader,
+                                 300,
+                                 {field("cost", 0, 0, 2000, 270), field("plain", 2000, 0, 2000, 270)}}};
+                  return d;
+              }()) {}
         void groupHeaderFormat() override {
             setValue("cost", QVariant::fromValue(Currency::fromText("1234.5")), "$###,##0.00");
             setValue("plain", 0.1, {}, "a tenth");
@@ -101,9 +104,11 @@ TEST(Spreadsheet, ValuesGivenByAnEventAreNumbers) {
 
 TEST(Spreadsheet, ATextBesideAnotherHasTheRoomItNeeds) {
     const auto run = finished(onePage({
-        label("caption", 0, 0, 500, 270, "A long caption"), label("value", 500, 0, 500, 270, "its value runs on"),
+        label("caption", 0, 0, 500, 270, "A long caption"),
+        label("value", 500, 0, 500, 270, "its value runs on"),
         label("alone", 0, 500, 500, 270, "A far longer text with nothing beside it"),
-        label("endless", 0, 1000, 500, 270, QString(300, 'x')), label("beside", 500, 1000, 500, 270, "y"),
+        label("endless", 0, 1000, 500, 270, QString(300, 'x')),
+        label("beside", 500, 1000, 500, 270, "y"),
     }));
     const Xls xls(spreadsheet(run->document()));
     const QString script = "import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1], formatting_info=True)"
@@ -114,8 +119,10 @@ TEST(Spreadsheet, ATextBesideAnotherHasTheRoomItNeeds) {
 
 TEST(Spreadsheet, TextsBesideAHighOneHaveRowsOfTheirOwn) {
     const auto run = finished(onePage({
-        label("high", 0, 0, 2000, 1440, "high"), label("beside", 2000, 0, 2000, 270, "beside"),
-        label("second", 2000, 270, 2000, 270, "second"), label("third", 2000, 540, 2000, 270, "third"),
+        label("high", 0, 0, 2000, 1440, "high"),
+        label("beside", 2000, 0, 2000, 270, "beside"),
+        label("second", 2000, 270, 2000, 270, "second"),
+        label("third", 2000, 540, 2000, 270, "third"),
     }));
     const QString cells = Xls(spreadsheet(run->document())).cells();
     for (const char* cell : {"0|0|text|'high'", "0|1|text|'beside'", "1|1|text|'second'", "2|1|text|'third'"})
@@ -139,9 +146,11 @@ for r in range(sheet.nrows):
     row = sheet.rowinfo_map[r]
     print(form.hor_align, form.text_wrapped, row.height, row.height_mismatch)
 )";
-    const QStringList rows = tools::output("/usr/bin/python3", {"-c", script, xls.path}).trimmed().split('\n');
+    const QStringList rows =
+        tools::output("/usr/bin/python3", {"-c", script, xls.path}).trimmed().split('\n');
     ASSERT_EQ(rows.size(), 4);
-    EXPECT_EQ(rows[0].toStdString(), "0 0 370 1") << "from the left: centred, its start would be cut; high enough";
+    EXPECT_EQ(rows[0].toStdString(), "0 0 370 1")
+        << "from the left: centred, its start would be cut; high enough";
     EXPECT_EQ(rows[1].toStdString(), "2 0 255 0");
     EXPECT_EQ(rows[2].toStdString(), "0 1 1275 1") << "five lines, since the second needs three";
     EXPECT_EQ(rows[3].toStdString(), "0 0 255 0");
@@ -156,10 +165,11 @@ TEST_P(NumberFormats, AreTheSpreadsheetsOwn) {
     EXPECT_EQ(numberFormatOf(QString::fromUtf8(GetParam().picture)).toStdString(), GetParam().format);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, NumberFormats, testing::Values(
-    PictureCase{"#0.00", "#0.00"}, PictureCase{"$ ###,##0.00", "\"$ \"###,##0.00"},
-    PictureCase{"Kč###,##0.00", "\"Kč\"###,##0.00"}, PictureCase{"####0;;Null", "####0"},
-    PictureCase{"0.00 ml", "0.00\" ml\""}, PictureCase{"MM-DD-YY", "MM\\-DD\\-YY"}));
+INSTANTIATE_TEST_SUITE_P(
+    Cases, NumberFormats,
+    testing::Values(PictureCase{"#0.00", "#0.00"}, PictureCase{"$ ###,##0.00", "\"$ \"###,##0.00"},
+                    PictureCase{"Kč###,##0.00", "\"Kč\"###,##0.00"}, PictureCase{"####0;;Null", "####0"},
+                    PictureCase{"0.00 ml", "0.00\" ml\""}, PictureCase{"MM-DD-YY", "MM\\-DD\\-YY"}));
 
 TEST(XlsWorkbook, KeepsTextsOfEveryLengthAndScript) {
     XlsWorkbook book("Texts");
@@ -173,7 +183,7 @@ TEST(XlsWorkbook, KeepsTextsOfEveryLengthAndScript) {
     texts.push_back(QString(32'767, QChar(0x20AC)));
     texts.push_back(QString::fromUcs4(U"\U0001F600 end", 5));
     texts.push_back("line\nend and \"quotes\"");
-    QString expected = QString("Texts %1 1\n").arg(texts.size());
+    QString expected = u"Texts %1 1\n"_s.arg(texts.size());
     for (std::size_t i = 0; i < texts.size(); ++i)
         book.addText(static_cast<int>(i), 0, 0, texts[i]);
     const Xls xls(book.bytes());
@@ -232,14 +242,15 @@ TEST(XlsWorkbook, ManyStylesAndAStrangeSheetName) {
         CellStyle style;
         style.twips = 160 + 20 * i;
         style.bold = i % 2;
-        style.numberFormat = QString("0.%1").arg(QString(i + 1, '0'));
+        style.numberFormat = u"0.%1"_s.arg(QString(i + 1, '0'));
         book.addNumber(i, 0, book.addStyle(style), i);
     }
     const QString cells = Xls(book.bytes()).cells();
     EXPECT_TRUE(cells.startsWith("a b c  d e f g this name is muc 20 1")) << qPrintable(cells);
     for (int i = 0; i < 20; ++i)
-        EXPECT_TRUE(cells.contains(QString("%1|0|number|%1.0|0.%2|%3").arg(i).arg(QString(i + 1, '0'))
-                                       .arg(i % 2 ? "bold" : "plain"))) << i;
+        EXPECT_TRUE(cells.contains(
+            u"%1|0|number|%1.0|0.%2|%3"_s.arg(i).arg(QString(i + 1, '0')).arg(i % 2 ? "bold" : "plain")))
+            << i;
 }
 
 TEST(Spreadsheet, OverwritesWithoutAQuestionAndLeavesNoRest) {

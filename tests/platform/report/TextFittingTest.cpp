@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -73,9 +75,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(TextFitting, CutsNeverSplitACharacterAsTheReaderSeesIt) {
     // An e with a combining accent, then a face outside the basic plane: both are two units long.
-    const QString text = QString("abcd") + QChar('e') + QChar(0x0301) + "f";
+    const QString text = u"abcd"_s + QChar('e') + QChar(0x0301) + "f";
     EXPECT_EQ(fitted(label("c", 0, 0, 500, 200), text).lines, QStringList("abcd"));
-    const QString face = QString("abcd") + QString::fromUcs4(U"\U0001F600", 1);
+    const QString face = u"abcd"_s + QString::fromUcs4(U"\U0001F600", 1);
     EXPECT_EQ(fitted(label("c", 0, 0, 500, 200), face).lines, QStringList("abcd"));
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 using namespace samples;
 
@@ -20,10 +22,11 @@ protected:
         const TextSearch::Place place = search.find(words, backward, page);
         if (place.page < 0)
             return {};
-        const PageItem& item = run->document().pages[static_cast<std::size_t>(place.page)]
+        const PageItem& item = run->document()
+                                   .pages[static_cast<std::size_t>(place.page)]
                                    .items[static_cast<std::size_t>(place.item)];
         EXPECT_TRUE(QRect(item.x - 20, item.y - 20, item.width + 40, item.height + 40).contains(place.rect));
-        return QString("%1: %2").arg(place.page + 1).arg(item.text);
+        return u"%1: %2"_s.arg(place.page + 1).arg(item.text);
     }
 };
 
@@ -35,7 +38,7 @@ TEST_F(Search, GoesOnAndRoundAgain) {
     EXPECT_EQ(found(search, "item 9"), "1: Item 9");
     EXPECT_EQ(found(search, "item 9"), "3: Item 90");
     for (int i = 91; i <= 99; ++i)
-        EXPECT_EQ(found(search, "item 9"), QString("3: Item %1").arg(i));
+        EXPECT_EQ(found(search, "item 9"), u"3: Item %1"_s.arg(i));
     EXPECT_EQ(found(search, "item 9"), "1: Item 9");
 }
 

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tools {
 
 QString output(const QString& program, const QStringList& arguments) {
@@ -67,7 +69,7 @@ QStringList barCodes(const std::vector<QImage>& images) {
     const QTemporaryDir folder;
     QStringList arguments{"-q", "--raw", "-Sdisable", "-Scode39.enable"};
     for (std::size_t i = 0; i < images.size(); ++i) {
-        arguments << folder.filePath(QString("bars%1.png").arg(i));
+        arguments << folder.filePath(u"bars%1.png"_s.arg(i));
         EXPECT_TRUE(images[i].save(arguments.last()));
     }
     QProcess process;

@@ -14,6 +14,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace platform;
 
 namespace {
@@ -24,7 +26,7 @@ protected:
         QDir().mkpath(folder.path("ports"));
         QDir().mkpath(folder.path("dev"));
     }
-    QString port(int n) const { return folder.path(QStringLiteral("ports/COM%1").arg(n)); }
+    QString port(int n) const { return folder.path(u"ports/COM%1"_s.arg(n)); }
     QString found(int n) const { return QFileInfo(portPath(n, folder.path("dev"))).fileName(); }
 
     support::TempProgramFolder folder;
@@ -35,7 +37,7 @@ protected:
 TEST_F(PortProbeTest, DevicesByKindAndNumber) {
     for (const char* name :
          {"ttyS0", "ttyS1", "ttyACM1", "ttyACM0", "ttyUSB10", "ttyUSB2", "tty", "ttyX0", "null"})
-        folder.write(QStringLiteral("dev/") + name, {});
+        folder.write(u"dev/"_s + name, {});
     EXPECT_EQ(found(1), "ttyUSB2");
     EXPECT_EQ(found(2), "ttyUSB10");
     EXPECT_EQ(found(3), "ttyACM0");
@@ -44,7 +46,7 @@ TEST_F(PortProbeTest, DevicesByKindAndNumber) {
 
 TEST_F(PortProbeTest, OnlyOneToFour) {
     for (int n = 0; n < 6; ++n)
-        folder.write(QStringLiteral("dev/ttyS%1").arg(n), {});
+        folder.write(u"dev/ttyS%1"_s.arg(n), {});
     EXPECT_EQ(found(4), "ttyS3");
     for (const int n : {-1, 0, 5}) {
         EXPECT_EQ(portPath(n), "");
@@ -52,9 +54,7 @@ TEST_F(PortProbeTest, OnlyOneToFour) {
     }
 }
 
-TEST_F(PortProbeTest, NoDevicesNoPath) {
-    EXPECT_EQ(found(1), "");
-}
+TEST_F(PortProbeTest, NoDevicesNoPath) { EXPECT_EQ(found(1), ""); }
 
 TEST_F(PortProbeTest, OwnPortComesFirstAlsoAsALinkToNothing) {
     folder.write("dev/ttyUSB0", {});
@@ -111,6 +111,6 @@ TEST_F(PortProbeTest, ForbiddenPortNamesTheGroup) {
     const QString group = deviceGroup(terminal.path());
     const QString refusal = openRefusal(terminal.path());
     EXPECT_TRUE(refusal.startsWith("You may not use " + terminal.path())) << refusal.toStdString();
-    EXPECT_TRUE(refusal.contains(group.isEmpty() ? QStringLiteral("Ask the administrator")
-                                                 : "Join the group \"" + group + "\""));
+    EXPECT_TRUE(
+        refusal.contains(group.isEmpty() ? u"Ask the administrator"_s : "Join the group \"" + group + "\""));
 }

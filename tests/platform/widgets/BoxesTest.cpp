@@ -1,7 +1,7 @@
 // Text, memo, date, choice and up-down boxes under real keys and mouse.
+#include "platform/widgets/Boxes.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/widgets/Boxes.h"
 #include "platform/widgets/Hint.h"
 
 #include <QApplication>

@@ -13,6 +13,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace platform;
@@ -28,7 +30,8 @@ protected:
         bar.band("Formulas").tool("frmFormula").setForm(first);
         bar.band("Chemicals").tool("frmChemical").setForm(second);
         bar.band("Chemicals").setVisible(false);
-        QObject::connect(&bar, &CommandBar::toolClick, &window, [this](Tool& tool) { clicks << tool.name(); });
+        QObject::connect(&bar, &CommandBar::toolClick, &window,
+                         [this](Tool& tool) { clicks << tool.name(); });
         QObject::connect(&bar, &CommandBar::toolKeyPress, &window,
                          [this](Tool& tool, int key) { keys << tool.name() + ":" + QString::number(key); });
         window.show();
@@ -101,7 +104,7 @@ TEST_F(Bar, TipsAreShownAsTheyWereSetAndNamesLeaveTheMarkOut) {
     EXPECT_EQ(button("cmdMake")->toolTip(), "&Make Formula (Ctrl+M)");
     EXPECT_EQ(button("cmdMake")->accessibleName(), "Make Formula");
     tool("cmdMake").setToolTip("Rezeptur && Gefäß &machen");
-    EXPECT_EQ(button("cmdMake")->accessibleName(), QString("Rezeptur & Gefäß machen"));
+    EXPECT_EQ(button("cmdMake")->accessibleName(), u"Rezeptur & Gefäß machen"_s);
 }
 
 TEST_F(Bar, EveryPictureButtonHasANameAndAPicture) {

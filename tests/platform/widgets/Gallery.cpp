@@ -16,6 +16,8 @@
 #include <QRadioButton>
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 
 using namespace platform;
@@ -23,17 +25,28 @@ using namespace platform;
 namespace {
 
 const char* const recordTools[][4] = {
-    {"cmdFirst", "first", "First Record", ""},     {"cmdPrevious", "previous", "Previous Record", ""},
-    {"cmdNext", "next", "Next Record", ""},        {"cmdLast", "last", "Last Record", ""},
-    {"", "", "", ""},                              {"cmdMake", "make", "&Make Formula", "Ctrl+M"},
-    {"", "", "", ""},                              {"cmdNew", "new", "New Record", "Ctrl+N"},
-    {"cmdEdit", "edit", "Edit Record", "F2"},      {"cmdSave", "save", "Save Record", "Ctrl+S"},
-    {"cmdCopy", "copy", "Copy Record", ""},        {"cmdCancel", "cancel", "Cancel Edit", ""},
-    {"cmdDelete", "delete", "Delete Record", ""},  {"", "", "", ""},
-    {"cmdPrint", "print", "Print", ""},            {"", "", "", ""},
-    {"cmdSearch", "search", "Find", ""},           {"txtSearch", "", "Find", "Ctrl+F"},
-    {"", "", "", ""},                              {"cmdOptions", "options", "&Options", ""},
-    {"", "", "", ""},                              {"cmdExport", "export", "Export", ""},
+    {"cmdFirst", "first", "First Record", ""},
+    {"cmdPrevious", "previous", "Previous Record", ""},
+    {"cmdNext", "next", "Next Record", ""},
+    {"cmdLast", "last", "Last Record", ""},
+    {"", "", "", ""},
+    {"cmdMake", "make", "&Make Formula", "Ctrl+M"},
+    {"", "", "", ""},
+    {"cmdNew", "new", "New Record", "Ctrl+N"},
+    {"cmdEdit", "edit", "Edit Record", "F2"},
+    {"cmdSave", "save", "Save Record", "Ctrl+S"},
+    {"cmdCopy", "copy", "Copy Record", ""},
+    {"cmdCancel", "cancel", "Cancel Edit", ""},
+    {"cmdDelete", "delete", "Delete Record", ""},
+    {"", "", "", ""},
+    {"cmdPrint", "print", "Print", ""},
+    {"", "", "", ""},
+    {"cmdSearch", "search", "Find", ""},
+    {"txtSearch", "", "Find", "Ctrl+F"},
+    {"", "", "", ""},
+    {"cmdOptions", "options", "&Options", ""},
+    {"", "", "", ""},
+    {"cmdExport", "export", "Export", ""},
 };
 
 const char* const screens[][3] = {{"cmdCurrent", "current", "Current Formula"},
@@ -43,18 +56,19 @@ const char* const screens[][3] = {{"cmdCurrent", "current", "Current Formula"},
                                   {"cmdPatients", "patients", "Patients"}};
 
 void addMenus(CommandBar& bar) {
-    const auto menu = [&bar](const char* band, std::initializer_list<std::pair<const char*, const char*>> entries) {
+    const auto menu = [&bar](const char* band,
+                             std::initializer_list<std::pair<const char*, const char*>> entries) {
         Band& made = bar.addBand(QLatin1String(band), BandKind::Menu);
         for (const auto& [name, caption] : entries) {
             if (made.tools().size() > 0)
                 made.addSeparator();
-            const bool opens = QLatin1String(name) == QLatin1String("mnuPrint");
+            const bool opens = QLatin1String(name) == "mnuPrint"_L1;
             made.addTool(opens ? ToolKind::SubMenu : ToolKind::MenuEntry, QLatin1String(name), {}, {},
-                         opens ? QStringLiteral("mnuPrint") : QString())
+                         opens ? u"mnuPrint"_s : QString())
                 .setCaption(QLatin1String(caption));
         }
     };
-    Band& top = bar.addBand(QStringLiteral("mnuMain"), BandKind::MenuBar);
+    Band& top = bar.addBand(u"mnuMain"_s, BandKind::MenuBar);
     top.addTool(ToolKind::SubMenu, "mnuFile", {}, {}, "mnuFile").setCaption("&File");
     top.addTool(ToolKind::SubMenu, "mnuActivities", {}, {}, "mnuForms").setCaption("&Activities");
     top.addTool(ToolKind::SubMenu, "mnuHelp", {}, {}, "mnuHelp").setCaption("&Help");
@@ -81,9 +95,11 @@ void buildSampleBar(CommandBar& bar) {
         }
         const bool opens = toolName == "cmdPrint" || toolName == "cmdExport";
         const ToolKind kind = toolName == "txtSearch" ? ToolKind::TextBox
-                              : opens ? ToolKind::SubMenu : ToolKind::Button;
+                              : opens                 ? ToolKind::SubMenu
+                                                      : ToolKind::Button;
         main.addTool(kind, toolName, "Navigation", QLatin1String(picture),
-                     opens ? toolName == "cmdPrint" ? "mnuPrint" : "mnuExport" : QString(), QLatin1String(keys))
+                     opens ? toolName == "cmdPrint" ? "mnuPrint" : "mnuExport" : QString(),
+                     QLatin1String(keys))
             .setToolTip(QLatin1String(tip));
     }
     addMenus(bar);
@@ -169,9 +185,12 @@ QFrame* gridCard(bool locked, const SampleRows& rows, QWidget* parent) {
     column->setContentsMargins(20, 20, 20, 20);
     auto* grid = new RecordGrid(card);
     grid->setObjectName("grdLines");
-    grid->setColumns({{"LineID", "LineID", 0, false, true, {}}, {"Name", "Name", 0, true, false, {}},
-                      {"Qty", "Qty", 120, true, false, "#0.000"}, {"Cost", "Cost", 120, true, false, "$ ###,##0.00"},
-                      {"Done", "QS", 90, true, false, {}}, {"Made", "Date", 150, false, false, {}}});
+    grid->setColumns({{"LineID", "LineID", 0, false, true, {}},
+                      {"Name", "Name", 0, true, false, {}},
+                      {"Qty", "Qty", 120, true, false, "#0.000"},
+                      {"Cost", "Cost", 120, true, false, "$ ###,##0.00"},
+                      {"Done", "QS", 90, true, false, {}},
+                      {"Made", "Date", 150, false, false, {}}});
     grid->setAllowUpdate(!locked);
     grid->setDataSource(rows.open());
     grid->setEmptyText("No ingredients");

@@ -98,7 +98,8 @@ TEST_P(Look, ControlsHintAndFocus) {
 }
 
 TEST_P(Look, Windows) {
-    AskDialog deletion("Delete this formula? It can't be brought back.", deletionStyle, "Delete Formula", nullptr);
+    AskDialog deletion("Delete this formula? It can't be brought back.", deletionStyle, "Delete Formula",
+                       nullptr);
     deletion.show();
     keepPicture(deletion, named("question"));
     AskDialog input("Enter all or part of chemical name", "Search Chemical", "hydro", nullptr);

@@ -1,6 +1,6 @@
 // A form shown modally ends when it is hidden, whoever hides it.
-#include "ScriptedAsker.h"
 #include "platform/widgets/ModalForm.h"
+#include "ScriptedAsker.h"
 #include "platform/widgets/QtAsker.h"
 
 #include <QPushButton>

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace platform;
@@ -112,7 +114,8 @@ TEST_F(NumberBoxes, RefusesWhatCanBeReadInTwoWays) {
     box.setValue(7);
     type("1.234,5");
     EXPECT_FALSE(box.acceptable());
-    EXPECT_EQ(hint(), "This can be read in two ways. Leave out the thousands mark and use \".\" for decimals.");
+    EXPECT_EQ(hint(),
+              "This can be read in two ways. Leave out the thousands mark and use \".\" for decimals.");
     EXPECT_TRUE(box.property("invalid").toBool());
     leave();
     EXPECT_EQ(shown(), "1.234,5");
@@ -292,7 +295,7 @@ TEST_F(NumberBoxes, HintsAreTranslated) {
     setTextTranslator([](const QString& text) { return text == "At most %1." ? "Höchstens %1." : text; });
     box.setBounds(0, 10);
     type("11");
-    EXPECT_EQ(hint(), QString("Höchstens 10."));
+    EXPECT_EQ(hint(), u"Höchstens 10."_s);
     setTextTranslator({});
 }
 

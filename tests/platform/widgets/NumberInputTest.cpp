@@ -29,34 +29,44 @@ TEST_P(Typed, IsReadInOneWayOrRefused) {
     EXPECT_EQ(read.number.toStdString(), c.number) << c.typed;
 }
 
-INSTANTIATE_TEST_SUITE_P(English, Typed, testing::Values(
-    Case{english, "", Kind::Empty, ""}, Case{english, "  ", Kind::Empty, ""},
-    Case{english, "12", Kind::Number, "12"}, Case{english, "12.5", Kind::Number, "12.5"},
-    Case{english, " 12.50 ", Kind::Number, "12.50"}, Case{english, ".5", Kind::Number, "0.5"},
-    Case{english, "5.", Kind::Number, "5"}, Case{english, "-3.25", Kind::Number, "-3.25"},
-    Case{english, "+7", Kind::Number, "7"}, Case{english, "1,234", Kind::Number, "1234"},
-    Case{english, "1,234.5", Kind::Number, "1234.5"}, Case{english, "12,345,678.9", Kind::Number, "12345678.9"},
-    Case{english, "1.234,5", Kind::Ambiguous, ""}, Case{english, "1,5", Kind::Incomplete, ""},
-    Case{english, "12,3456", Kind::NotANumber, ""}, Case{english, "0,123", Kind::NotANumber, ""},
-    Case{english, "1,23,456", Kind::NotANumber, ""}, Case{english, "1.2.3", Kind::NotANumber, ""},
-    Case{english, "-", Kind::Incomplete, ""}, Case{english, ".", Kind::Incomplete, ""},
-    Case{english, "12 ml", Kind::NotANumber, ""}, Case{english, "1e5", Kind::NotANumber, ""},
-    Case{english, "abc", Kind::NotANumber, ""}, Case{english, "--2", Kind::NotANumber, ""}));
+INSTANTIATE_TEST_SUITE_P(
+    English, Typed,
+    testing::Values(Case{english, "", Kind::Empty, ""}, Case{english, "  ", Kind::Empty, ""},
+                    Case{english, "12", Kind::Number, "12"}, Case{english, "12.5", Kind::Number, "12.5"},
+                    Case{english, " 12.50 ", Kind::Number, "12.50"}, Case{english, ".5", Kind::Number, "0.5"},
+                    Case{english, "5.", Kind::Number, "5"}, Case{english, "-3.25", Kind::Number, "-3.25"},
+                    Case{english, "+7", Kind::Number, "7"}, Case{english, "1,234", Kind::Number, "1234"},
+                    Case{english, "1,234.5", Kind::Number, "1234.5"},
+                    Case{english, "12,345,678.9", Kind::Number, "12345678.9"},
+                    Case{english, "1.234,5", Kind::Ambiguous, ""}, Case{english, "1,5", Kind::Incomplete, ""},
+                    Case{english, "12,3456", Kind::NotANumber, ""},
+                    Case{english, "0,123", Kind::NotANumber, ""},
+                    Case{english, "1,23,456", Kind::NotANumber, ""},
+                    Case{english, "1.2.3", Kind::NotANumber, ""}, Case{english, "-", Kind::Incomplete, ""},
+                    Case{english, ".", Kind::Incomplete, ""}, Case{english, "12 ml", Kind::NotANumber, ""},
+                    Case{english, "1e5", Kind::NotANumber, ""}, Case{english, "abc", Kind::NotANumber, ""},
+                    Case{english, "--2", Kind::NotANumber, ""}));
 
-INSTANTIATE_TEST_SUITE_P(German, Typed, testing::Values(
-    Case{german, "12,5", Kind::Number, "12.5"}, Case{german, "12.5", Kind::Number, "12.5"},
-    Case{german, "1.234,5", Kind::Number, "1234.5"}, Case{german, "1.234.567", Kind::Number, "1234567"},
-    Case{german, "1234.567", Kind::Number, "1234.567"}, Case{german, "0.125", Kind::Number, "0.125"},
-    Case{german, "0,125", Kind::Number, "0.125"}, Case{german, "1,234", Kind::Number, "1.234"},
-    Case{german, "1.234", Kind::Ambiguous, ""}, Case{german, "100.000", Kind::Ambiguous, ""},
-    Case{german, "1,234.5", Kind::Ambiguous, ""}, Case{german, "1,2,3", Kind::NotANumber, ""},
-    Case{german, "1.2.3", Kind::NotANumber, ""}, Case{german, "-1,5", Kind::Number, "-1.5"}));
+INSTANTIATE_TEST_SUITE_P(
+    German, Typed,
+    testing::Values(
+        Case{german, "12,5", Kind::Number, "12.5"}, Case{german, "12.5", Kind::Number, "12.5"},
+        Case{german, "1.234,5", Kind::Number, "1234.5"}, Case{german, "1.234.567", Kind::Number, "1234567"},
+        Case{german, "1234.567", Kind::Number, "1234.567"}, Case{german, "0.125", Kind::Number, "0.125"},
+        Case{german, "0,125", Kind::Number, "0.125"}, Case{german, "1,234", Kind::Number, "1.234"},
+        Case{german, "1.234", Kind::Ambiguous, ""}, Case{german, "100.000", Kind::Ambiguous, ""},
+        Case{german, "1,234.5", Kind::Ambiguous, ""}, Case{german, "1,2,3", Kind::NotANumber, ""},
+        Case{german, "1.2.3", Kind::NotANumber, ""}, Case{german, "-1,5", Kind::Number, "-1.5"}));
 
-INSTANTIATE_TEST_SUITE_P(FrenchAndSwiss, Typed, testing::Values(
-    Case{french, "1 234,5", Kind::Number, "1234.5"}, Case{french, "1\u202f234,5", Kind::Number, "1234.5"},
-    Case{french, "1\u00a0234", Kind::Number, "1234"}, Case{french, "1.234", Kind::Number, "1.234"},
-    Case{french, "12.5", Kind::Number, "12.5"}, Case{swiss, "1'234.5", Kind::Number, "1234.5"},
-    Case{swiss, "1\u2019234.5", Kind::Number, "1234.5"}, Case{swiss, "1,5", Kind::NotANumber, ""}));
+INSTANTIATE_TEST_SUITE_P(FrenchAndSwiss, Typed,
+                         testing::Values(Case{french, "1 234,5", Kind::Number, "1234.5"},
+                                         Case{french, "1\u202f234,5", Kind::Number, "1234.5"},
+                                         Case{french, "1\u00a0234", Kind::Number, "1234"},
+                                         Case{french, "1.234", Kind::Number, "1.234"},
+                                         Case{french, "12.5", Kind::Number, "12.5"},
+                                         Case{swiss, "1'234.5", Kind::Number, "1234.5"},
+                                         Case{swiss, "1\u2019234.5", Kind::Number, "1234.5"},
+                                         Case{swiss, "1,5", Kind::NotANumber, ""}));
 
 TEST(TypedNumber, CountsDecimalsAsTyped) {
     EXPECT_EQ(readTypedNumber("1.500", english).decimals, 3);

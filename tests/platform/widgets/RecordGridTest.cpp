@@ -1,10 +1,10 @@
 // A grid over a real result set of a real file: current row, formats, edits by keys and mouse, refusals.
+#include "platform/widgets/RecordGrid.h"
 #include "SampleRows.h"
 #include "ScriptedAsker.h"
 #include "TestDatabase.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
-#include "platform/widgets/RecordGrid.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -14,6 +14,8 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -30,9 +32,12 @@ protected:
         column->addWidget(grid);
         column->addWidget(after);
         window.resize(900, 400);
-        grid->setColumns({{"lineid", "LineID", 0, false, true, {}}, {"NAME", "Name", 200, true, false, {}},
-                          {"Qty", "Qty", 100, true, false, "#0.000"}, {"Cost", "Cost", 100, true, false, {}},
-                          {"Done", "QS", 80, true, false, {}}, {"Made", "Date", 120, false, false, {}},
+        grid->setColumns({{"lineid", "LineID", 0, false, true, {}},
+                          {"NAME", "Name", 200, true, false, {}},
+                          {"Qty", "Qty", 100, true, false, "#0.000"},
+                          {"Cost", "Cost", 100, true, false, {}},
+                          {"Done", "QS", 80, true, false, {}},
+                          {"Made", "Date", 120, false, false, {}},
                           {"Nowhere", "Missing", 0, true, false, {}}});
         grid->setAllowUpdate(true);
         rows = sample.open();
@@ -43,8 +48,12 @@ protected:
         grid->setFocus();
     }
     QString shown(int row, int column) const { return grid->model()->index(row, column).data().toString(); }
-    QPoint place(int row, int column) const { return grid->visualRect(grid->model()->index(row, column)).center(); }
-    void click(int row, int column) { QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place(row, column)); }
+    QPoint place(int row, int column) const {
+        return grid->visualRect(grid->model()->index(row, column)).center();
+    }
+    void click(int row, int column) {
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, place(row, column));
+    }
     QLineEdit* editor() const { return grid->viewport()->findChild<QLineEdit*>("cellEditor"); }
     /// Opens the cell's editor with F2 and types over what is there.
     void type(int row, int column, const QString& text) {
@@ -99,8 +108,8 @@ TEST_F(Grids, FormatsCanBeSetLaterAndFollowTheUsersMarks) {
 TEST_F(Grids, ColumnsAreFoundByDesignedCaptionAndField) {
     grid->setShownCaption(Done, "Auffüllen");
     EXPECT_EQ(grid->columnByCaption("QS"), Done);
-    EXPECT_EQ(grid->shownCaption(Done), QString("Auffüllen"));
-    EXPECT_EQ(grid->model()->headerData(Done, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Auffüllen"));
+    EXPECT_EQ(grid->shownCaption(Done), u"Auffüllen"_s);
+    EXPECT_EQ(grid->model()->headerData(Done, Qt::Horizontal, Qt::DisplayRole).toString(), u"Auffüllen"_s);
     EXPECT_EQ(grid->columnByField("LINEID"), Key);
     EXPECT_THROW(grid->columnByCaption("Auffüllen"), RuntimeError);
     EXPECT_THROW(grid->columnByField("x"), RuntimeError);
@@ -211,8 +220,9 @@ TEST_F(Grids, ARefusedEditIsToldAndShowsTheStoredValue) {
     int failed = 0;
     grid->onEditFailed = [&failed] { ++failed; };
     type(0, Qty, "99999");
-    asker.expectMsgBox("The change was not saved.\n\nA value does not fit its column (CHECK constraint failed: "
-                       "Qty < 50000)");
+    asker.expectMsgBox(
+        "The change was not saved.\n\nA value does not fit its column (CHECK constraint failed: "
+        "Qty < 50000)");
     EXPECT_FALSE(grid->commitEdit());
     EXPECT_EQ(failed, 1);
     EXPECT_EQ(shown(0, Qty), "1.500");
@@ -228,8 +238,9 @@ TEST_F(Grids, ANumberThatCanBeReadInTwoWaysStaysInTheEditor) {
     QTest::keyClick(editor(), Qt::Key_Return);
     ASSERT_NE(editor(), nullptr);
     EXPECT_EQ(sample.stored(1, "Qty"), "1.5");
-    asker.expectMsgBox("The change was not saved.\n\nThis can be read in two ways. Leave out the thousands mark and "
-                       "use \".\" for decimals.");
+    asker.expectMsgBox(
+        "The change was not saved.\n\nThis can be read in two ways. Leave out the thousands mark and "
+        "use \".\" for decimals.");
     EXPECT_FALSE(grid->commitEdit());
     EXPECT_EQ(shown(0, Qty), "1.500");
 }
@@ -348,7 +359,8 @@ TEST_F(Grids, AClosedSetShowsNothing) {
 TEST_F(Grids, ARowDeletedByAnotherProgramIsToldWhenEdited) {
     support::runSql(sample.path(), "DELETE FROM Line WHERE LineID = 2");
     type(1, Name, "Gone");
-    asker.expectMsgBox("The change was not saved.\n\nThe row can't be written: it has been deleted from table Line");
+    asker.expectMsgBox(
+        "The change was not saved.\n\nThe row can't be written: it has been deleted from table Line");
     EXPECT_FALSE(grid->commitEdit());
     EXPECT_EQ(shown(1, Name), "Line 2");
     grid->grab();
@@ -378,7 +390,8 @@ TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
     QTest::qWait(20);
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone + grid->horizontalScrollBar()->height());
     EXPECT_EQ(grid->verticalScrollBar()->maximum(), 0);
-    EXPECT_TRUE(grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(2, Name)).bottomLeft()));
+    EXPECT_TRUE(
+        grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(2, Name)).bottomLeft()));
     window.resize(900, 400);
     ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() == 0; }));
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone);
@@ -395,7 +408,8 @@ TEST_F(Grids, ADoubleClickIsHeardInALockedGrid) {
 TEST(LargeGrid, ThirtyTwoThousandRows) {
     const support::SampleRows sample(32000);
     RecordGrid grid;
-    grid.setColumns({{"LineID", "LineID", 0, false, true, {}}, {"Name", "Name", 0, false, false, {}},
+    grid.setColumns({{"LineID", "LineID", 0, false, true, {}},
+                     {"Name", "Name", 0, false, false, {}},
                      {"Qty", "Qty", 100, false, false, "#0.000"}});
     grid.setDataSource(sample.open(false));
     grid.resize(600, 500);

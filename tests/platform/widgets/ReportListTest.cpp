@@ -41,8 +41,8 @@ protected:
     }
     void moveTo(const QPoint& place) {
         QWidget* view = list.viewport();
-        QMouseEvent move(QEvent::MouseMove, place, view->mapToGlobal(QPointF(place)), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, place, view->mapToGlobal(QPointF(place)), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(view, &move);
     }
 

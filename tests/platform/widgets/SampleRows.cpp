@@ -6,6 +6,8 @@
 #include <QFile>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace support {
 
 SampleRows::SampleRows(int rows) {
@@ -13,26 +15,27 @@ SampleRows::SampleRows(int rows) {
     if (!file.open(QIODevice::WriteOnly))
         throw std::runtime_error("Can't make a file in the temporary folder.");
     file.close();
-    runSql(path(), QStringLiteral(
-        "CREATE TABLE Line (LineID INTEGER PRIMARY KEY, Name TEXT(50), Qty DOUBLE CHECK (Qty < 50000), "
-        "Cost CURRENCY, Done YESNO, Made DATETIME, Note TEXT(20));"
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-        "INSERT INTO Line SELECT i, 'Line ' || i, i + 0.5, i + 0.25, i % 2 = 0, '2026-03-07 00:00:00', 'n' "
-        "FROM n WHERE %1 > 0;").arg(rows));
+    runSql(
+        path(),
+        u"CREATE TABLE Line (LineID INTEGER PRIMARY KEY, Name TEXT(50), Qty DOUBLE CHECK (Qty < 50000), "
+        u"Cost CURRENCY, Done YESNO, Made DATETIME, Note TEXT(20));"
+        u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+        u"INSERT INTO Line SELECT i, 'Line ' || i, i + 0.5, i + 0.25, i % 2 = 0, '2026-03-07 00:00:00', 'n' "
+        u"FROM n WHERE %1 > 0;"_s.arg(rows));
     m_connection = std::make_shared<platform::Connection>();
-    m_connection->open(QStringLiteral("Provider=Test;Data Source=%1;").arg(path()));
+    m_connection->open(u"Provider=Test;Data Source=%1;"_s.arg(path()));
 }
 
 platform::RecordsetPtr SampleRows::open(bool editable) const {
     auto rows = platform::Recordset::create();
-    rows->open(QStringLiteral("SELECT * FROM Line ORDER BY LineID"), m_connection, platform::CursorType::Static,
+    rows->open(u"SELECT * FROM Line ORDER BY LineID"_s, m_connection, platform::CursorType::Static,
                editable ? platform::LockType::Optimistic : platform::LockType::ReadOnly,
                platform::CursorLocation::Client);
     return rows;
 }
 
 QString SampleRows::stored(int line, const QString& column) const {
-    const Rows rows = runSql(path(), QStringLiteral("SELECT %1 FROM Line WHERE LineID = %2").arg(column).arg(line));
+    const Rows rows = runSql(path(), u"SELECT %1 FROM Line WHERE LineID = %2"_s.arg(column).arg(line));
     return rows.empty() ? QString() : rows.front().front();
 }
 

@@ -1,7 +1,7 @@
-// Colours can be read, pictures follow the colours and are sharp at every scale.
+// Colors can be read, pictures follow the colors and are sharp at every scale.
+#include "platform/widgets/Theme.h"
 #include "platform/widgets/Calendar.h"
 #include "platform/widgets/StyleSheet.h"
-#include "platform/widgets/Theme.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -16,6 +16,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace platform;
@@ -25,7 +27,8 @@ double channel(double share) {
 }
 
 double luminance(const QColor& color) {
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
+    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) +
+           0.0722 * channel(color.blueF());
 }
 
 double contrast(const QColor& a, const QColor& b) {
@@ -41,15 +44,17 @@ protected:
 TEST_P(BothThemes, TextsCanBeReadOnEveryBackground) {
     for (const QColor& ground : {t.window, t.surface, t.softAccent, t.alternateRow})
         for (const QColor& ink : {t.text, t.secondaryText, t.accent})
-            EXPECT_GE(contrast(ink, ground), 4.5) << ink.name().toStdString() << " on " << ground.name().toStdString();
+            EXPECT_GE(contrast(ink, ground), 4.5)
+                << ink.name().toStdString() << " on " << ground.name().toStdString();
     for (const QColor& ground : {t.window, t.surface})
         for (const QColor& ink : {t.good, t.warning, t.danger})
-            EXPECT_GE(contrast(ink, ground), 4.5) << ink.name().toStdString() << " on " << ground.name().toStdString();
+            EXPECT_GE(contrast(ink, ground), 4.5)
+                << ink.name().toStdString() << " on " << ground.name().toStdString();
     for (const QColor& fill : {t.accent, t.good, t.warning, t.danger})
         EXPECT_GE(contrast(t.onFill, fill), 4.5) << fill.name().toStdString();
 }
 
-TEST_P(BothThemes, StyleSheetKnowsAllItsColours) {
+TEST_P(BothThemes, StyleSheetKnowsAllItsColors) {
     const QString sheet = styleSheet(t);
     EXPECT_FALSE(sheet.contains('@'));
     EXPECT_EQ(sheet.count('{'), sheet.count('}'));
@@ -76,7 +81,7 @@ int inkedPixels(const QPixmap& pixmap, const QColor& ink) {
     return count;
 }
 
-TEST_P(BothThemes, PicturesTakeTheColourOfTheState) {
+TEST_P(BothThemes, PicturesTakeTheColorOfTheState) {
     applyTheme(*qApp, GetParam());
     const QIcon save = icon("save");
     EXPECT_GT(inkedPixels(save.pixmap(96, 96), t.text), 50);
@@ -94,7 +99,8 @@ TEST_P(BothThemes, ADatePickerIsDressedLikeTheOtherFields) {
     picker.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&picker));
     const QImage shown = picker.grab().toImage();
-    EXPECT_EQ(shown.pixelColor(shown.width() - 6, shown.height() / 2), t.surface) << "no bevel beside the arrow";
+    EXPECT_EQ(shown.pixelColor(shown.width() - 6, shown.height() / 2), t.surface)
+        << "no bevel beside the arrow";
     QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(picker.width() - 14, picker.height() / 2));
     const QCalendarWidget* calendar = picker.calendarWidget();
     ASSERT_TRUE(calendar->isVisible());
@@ -121,9 +127,11 @@ TEST(Pictures, AnUnknownNameIsAnEmptyIcon) {
 }
 
 TEST(Pictures, AllNamesOfTheProgramAreThere) {
-    const QStringList names = QString("first previous next last make new edit save copy cancel delete print search "
-        "options export current formulas chemicals logs patients add remove calendar up down left right play pause "
-        "stop check warning error info close exit about zoomin zoomout fitpage fitwidth pdf link update").split(' ');
+    const QStringList names =
+        u"first previous next last make new edit save copy cancel delete print search "
+        u"options export current formulas chemicals logs patients add remove calendar up down left right play pause "
+        u"stop check warning error info close exit about zoomin zoomout fitpage fitwidth pdf link update"_s
+            .split(' ');
     for (const QString& name : names)
         EXPECT_GT(inkedPixels(icon(name).pixmap(96, 96), theme().text), 20) << name.toStdString();
 }
