@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the floors of the house stand: an #include only ever runs downward.
+"""Checks that the layers of the house stand: an #include only ever runs downward.
 
   scripts/check_layers.py --check       prints each offending line; exit code 1 if there is one
   scripts/check_layers.py --self-test   runs the checker over small examples of its own
@@ -11,8 +11,8 @@ import pathlib
 import re
 import sys
 
-# Lowest first; floors of one line stand side by side and do not see each other.
-FLOORS = [
+# Lowest first; layers of one line stand side by side and do not see each other.
+LAYERS = [
     ["platform/basic"],
     ["platform/ask", "platform/xml", "platform/data", "platform/serial"],
     ["platform/widgets"],
@@ -28,7 +28,7 @@ FLOORS = [
     ["core"],
     ["app", "tools"],
 ]
-RANK = {floor: rank for rank, floors in enumerate(FLOORS) for floor in floors}
+RANK = {layer: rank for rank, layers in enumerate(LAYERS) for layer in layers}
 
 # Narrower than their place in the house: what these see at most.
 ONLY = {
@@ -45,8 +45,8 @@ PORTS = re.compile(r"\b(QMessageBox|QFileDialog|QInputDialog|currentDateTime|cur
 SUFFIXES = {".h", ".cpp"}
 
 
-def floor_of(path):
-    """The floor that a path below src/ lies on, or None for a header of another world."""
+def layer_of(path):
+    """The layer that a path below src/ lies on, or None for a header of another world."""
     parts = path.split("/")
     for depth in (2, 1):
         if len(parts) > depth and "/".join(parts[:depth]) in RANK:
@@ -55,11 +55,11 @@ def floor_of(path):
 
 
 def place_of(path):
-    """(floor, tool or floor) of a file given from the top of the tree."""
+    """(layer, tool or layer) of a file given from the top of the tree."""
     parts = path.split("/")
     if parts[0] == "src":
-        floor = floor_of("/".join(parts[1:]))
-        return floor, floor
+        layer = layer_of("/".join(parts[1:]))
+        return layer, layer
     return parts[0], "/".join(parts[:2]) if parts[0] == "tools" else parts[0]
 
 
@@ -72,11 +72,11 @@ def without_comments(text):
 def offences(path, text):
     """What is wrong in one file: a list of (line number, line, why)."""
     found = []
-    floor, place = place_of(path)
-    if floor is None:
-        return [(0, "", "lies on no floor")]
+    layer, place = place_of(path)
+    if layer is None:
+        return [(0, "", "lies on no layer")]
     for number, line in enumerate(without_comments(text).splitlines(), 1):
-        why = include_offence(floor, place, INCLUDE.match(line))
+        why = include_offence(layer, place, INCLUDE.match(line))
         if why is None and not path.startswith("src/platform/") and PORTS.search(line):
             why = "asks or reads the clock past platform/ask and platform/basic"
         if why:
@@ -84,19 +84,19 @@ def offences(path, text):
     return found
 
 
-def include_offence(floor, place, match):
+def include_offence(layer, place, match):
     if not match:
         return None
     quote, name = match.groups()
     if name == "QtWidgets" or name.startswith("QtWidgets/"):
         return "includes all widgets at once"
-    target = floor_of(name) if quote == '"' else None
-    if target is None or target == floor:
+    target = layer_of(name) if quote == '"' else None
+    if target is None or target == layer:
         return None
     if place in ONLY:
         return None if target in ONLY[place] else f"{place} may not see {target}"
-    if RANK[target] >= RANK[floor]:
-        return f"{floor} may not see {target}"
+    if RANK[target] >= RANK[layer]:
+        return f"{layer} may not see {target}"
     return None
 
 

@@ -44,10 +44,9 @@ def count(results):
 def main(arguments):
     passed, failed = count(pathlib.Path(arguments[0]))
     if "--and-checks" in arguments:
-        if arguments[arguments.index("--and-checks") + 1] == "0":
-            passed += 1
-        else:
-            failed += 1
+        codes = arguments[arguments.index("--and-checks") + 1:]
+        passed += codes.count("0")
+        failed += len(codes) - codes.count("0")
     print(f"{passed} passed, {failed} failed")
 
 

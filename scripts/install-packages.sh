@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs what is missing on Debian 12, and nothing else: "build" (to build and run the program),
 # "display" (a virtual display for a machine without one), "test" (tools that the tests read results with),
-# "fuzz" (a compiler with a fuzzer; nothing else needs it).
-#   scripts/install-packages.sh build [display] [test] [fuzz]       install what is missing (root or sudo)
-#   scripts/install-packages.sh --check build [display] [test] [fuzz]   only list what is missing; 1 if anything is
+# "lint" (the linter, by hand), "fuzz" (a compiler with a fuzzer; nothing else needs it).
+#   scripts/install-packages.sh build [display] [test] [lint] [fuzz]       install what is missing (root or sudo)
+#   scripts/install-packages.sh --check build [display] [test] [lint] [fuzz]   only list what is missing; 1 if anything is
 set -euo pipefail
 
 build="g++ cmake ninja-build ccache mold pkg-config python3
@@ -11,8 +11,9 @@ build="g++ cmake ninja-build ccache mold pkg-config python3
   libsqlite3-dev libpugixml-dev libgsf-1-dev libzint-dev libgtest-dev libgmock-dev libbenchmark-dev
   fonts-inter fonts-dejavu-core fonts-liberation2"
 display="xvfb openbox xauth"
-test="xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
+test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
   cups-daemon cups-client cups-filters printer-driver-cups-pdf"
+lint="clang-tidy"
 fuzz="clang-14 libclang-rt-14-dev"
 
 check=no
@@ -23,8 +24,9 @@ for argument in "$@"; do
     build) wanted+=" $build" ;;
     display) wanted+=" $display" ;;
     test) wanted+=" $test" ;;
+    lint) wanted+=" $lint" ;;
     fuzz) wanted+=" $fuzz" ;;
-    *) echo "usage: $0 [--check] build [display] [test] [fuzz]" >&2; exit 2 ;;
+    *) echo "usage: $0 [--check] build [display] [test] [lint] [fuzz]" >&2; exit 2 ;;
   esac
 done
 
