@@ -13,7 +13,7 @@ import xml.etree.ElementTree as ElementTree
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 CALL = re.compile(r"\b(?:translated|widgetText|reportText)\(")
 ALIASES = "aliasedColumns("  # translates the table that it is given
-TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|"((?:\\.|[^"\\])*)"|\'(?:\\.|[^\'\\])\'', re.S)
+TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|(?:\bu)?"((?:\\.|[^"\\])*)"(?:_s|_L1|_ba)?|\'(?:\\.|[^\'\\])\'', re.S)
 ESCAPES = {"n": "\n", "r": "\r", "t": "\t"}
 # Tables "english{...}" of texts that are looked up elsewhere than beside a call.
 TABLE_FILES = ("src/mixer/PanelTexts.cpp",)
