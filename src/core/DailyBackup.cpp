@@ -1,55 +1,96 @@
 #include "core/DailyBackup.h"
 
+#include "core/CopySettings.h"
+#include "core/CopyShelf.h"
+#include "core/FileIdentity.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
-#include "platform/data/DatabaseCopy.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <chrono>
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
-constexpr int pause = 5;          // milliseconds between two pieces
-constexpr int pagesAtOnce = 128;  // half a megabyte: a few milliseconds
-constexpr int copiesKept = 14;
-const QString prefix = u"sorvanto-"_s;
+constexpr int batchesBetweenCopies = 50;
+constexpr int pollingPause = 20;       // milliseconds, while a copy is being made
+constexpr int looksAfterFailure = 60;  // an hour, instead of a report a minute
 
 QString folder() { return platform::programFolder() + u"\\backups"_s; }
 
-QString todaysCopy() {
-    const QString day = platform::today().date().toString(Qt::ISODate);
-    return folder() + '\\'_L1 + prefix + day + u".mdb"_s;
+/// How many batches were ever logged; keys are never given out twice.
+std::int64_t batchesLogged(const platform::Connection& connection) {
+    platform::sqlite::Statement last(connection.handle(),
+                                     u"SELECT seq FROM sqlite_sequence WHERE name = 'Log'"_s, {});
+    return last.step() ? last.integer(0) : 0;
 }
 
-/// Names of dated copies alone: what a user or an update keeps beside them stays.
-void dropOldCopies() {
-    QDir copies(platform::platformPath(folder()));
-    const QStringList names = copies.entryList({prefix + u"[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9].mdb"_s},
-                                               QDir::Files, QDir::Name | QDir::Reversed);
-    for (const QString& name : names.mid(copiesKept))
+struct Job {
+    QString file, copy, identity;
+    QString secondPlace;
+    bool rehearse = false;
+};
+
+/// What a process that was killed in the midst of a copy has left.
+void tidy(const QString& place) {
+    QDir copies(place);
+    for (const QString& name :
+         copies.entryList({u"sorvanto-*.part"_s, u"sorvanto-*.rehearsal*"_s}, QDir::Files))
         copies.remove(name);
+}
+
+/// What can be had back: the copy is put into a scratch file as a restore would, and looked through.
+void rehearse(const QString& copy, const platform::Cancelled& cancelled) {
+    const QString scratch = copy + u".rehearsal"_s;
+    if (platform::copyDatabase(copy, scratch, cancelled))
+        QFile::remove(platform::platformPath(scratch));
+}
+
+void run(const Job& job, const platform::Cancelled& cancelled) {
+    tidy(QFileInfo(job.copy).path());
+    if (!platform::copyDatabase(job.file, job.copy, cancelled))
+        return;
+    CopyShelf(QFileInfo(job.copy).path(), job.identity).thinOut();
+    if (job.rehearse)
+        rehearse(job.copy, cancelled);
+    if (job.secondPlace.isEmpty())
+        return;
+    if (!QFileInfo(job.secondPlace).isDir())
+        throw platform::RuntimeError(platform::error::fileNotFound,
+                                     u"The second place for copies is not there: "_s + job.secondPlace);
+    platform::copyDatabase(job.copy, job.secondPlace + '/'_L1 + QFileInfo(job.copy).fileName(), cancelled);
+    CopyShelf(job.secondPlace, job.identity).thinOut();
 }
 
 }  // namespace
 
-DailyBackup::DailyBackup(int startDelay) : m_startDelay(startDelay) {
+DailyBackup::DailyBackup(int startDelay, int interval) : m_startDelay(startDelay), m_interval(interval) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
+        int pause = m_interval;
         try {
-            proceed();
+            look();
         } catch (...) {
-            m_copy.reset();
+            pause *= looksAfterFailure;
             reportCurrentError(u"DailyBackup:copy"_s);
         }
+        m_looked = true;
+        m_timer.start(m_job.valid() ? pollingPause : pause);
     });
 }
 
-DailyBackup::~DailyBackup() = default;
+DailyBackup::~DailyBackup() { stop(); }
 
 void DailyBackup::startSoon() {
     if (m_started)
@@ -60,24 +101,52 @@ void DailyBackup::startSoon() {
 
 void DailyBackup::stop() {
     m_timer.stop();
-    m_copy.reset();
+    m_cancelled = true;
+    if (m_job.valid())
+        m_job.wait();
+}
+
+void DailyBackup::look() {
+    if (!m_job.valid())
+        begin();
+    else if (m_job.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+        finish();
 }
 
 void DailyBackup::begin() {
     const auto connection = basMain::gConnection;
-    if (connection && connection->state() == 1 && !platform::fileExists(todaysCopy()))
-        m_copy = std::make_unique<platform::DatabaseCopy>(connection, todaysCopy());
+    if (!connection || connection->state() != 1)
+        return;
+    const auto identity = readFileIdentity(*connection);
+    Job job{.file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main")),
+            .copy = {},
+            .identity = identity ? identity->identity : QString(),
+            .secondPlace = {}};
+    if (!isDue(job.identity))
+        return;
+    CopySettings settings = CopySettings::read();
+    const QString month = platform::today().toString(u"yyyy-MM"_s);
+    job.copy = CopyShelf(folder(), job.identity).pathFor(platform::now());
+    job.secondPlace = settings.secondPlace;
+    job.rehearse = settings.lastRehearsal != month;
+    if (job.rehearse) {
+        settings.lastRehearsal = month;
+        settings.write();
+    }
+    m_batchesAtCopy = batchesLogged(*connection);
+    m_job = std::async(std::launch::async, [job, this] { run(job, [this] { return m_cancelled.load(); }); });
 }
 
-void DailyBackup::proceed() {
-    if (!m_copy)
-        begin();
-    if (!m_copy)
-        return;
-    if (!m_copy->step(pagesAtOnce))
-        return m_timer.start(pause);
-    m_copy.reset();
-    dropOldCopies();
+bool DailyBackup::isDue(const QString& identity) {
+    const auto copies = CopyShelf(folder(), identity).copies();
+    const std::int64_t batches = batchesLogged(*basMain::gConnection);
+    if (copies.empty() || copies.front().made.date() != platform::today().date())
+        return true;
+    if (!m_batchesAtCopy)
+        m_batchesAtCopy = batches;
+    return batches - *m_batchesAtCopy >= batchesBetweenCopies;
 }
+
+void DailyBackup::finish() { m_job.get(); }
 
 }  // namespace sorvanto

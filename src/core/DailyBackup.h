@@ -1,37 +1,45 @@
-// A dated copy of the database a day, in backups/ beside the program, the newest fourteen. It is made in
-// small pieces between the user's actions once the window is up, so that nobody waits for it.
+// Copies of the open database in backups/ beside the program: one a day, also while the program stays open for a
+// week, and one whenever fifty batches have been logged. Each is made and checked in a thread of its own, so that
+// nobody waits for it. A second place may hold them too, and once a month the newest copy is put back into a
+// scratch file and checked, since a copy is worth what can be had back from it.
 #pragma once
 
-#include <QDate>
+#include <QString>
 #include <QTimer>
-#include <memory>
-
-namespace platform {
-class DatabaseCopy;
-}
+#include <atomic>
+#include <cstdint>
+#include <future>
+#include <optional>
 
 namespace sorvanto {
 
 class DailyBackup {
 public:
-    /// startDelay: milliseconds between startSoon and the first piece.
-    explicit DailyBackup(int startDelay = 2000);
+    /// startDelay: milliseconds between startSoon and the first look; interval: between two looks.
+    explicit DailyBackup(int startDelay = 2000, int interval = 60'000);
+    /// Ends a copy that is being made; nothing of it is left.
     ~DailyBackup();
+    DailyBackup(const DailyBackup&) = delete;
+    DailyBackup& operator=(const DailyBackup&) = delete;
 
-    /// Once a run: makes today's copy unless there is one. Failures are reported ("DailyBackup:copy").
+    /// From now on a copy is made whenever one is due. Failures are reported ("DailyBackup:copy").
     void startSoon();
-    /// Drops a copy that is not finished.
     void stop();
-    bool running() const { return m_timer.isActive(); }
+    /// Whether a copy is being made, or the first look has not been yet.
+    bool running() const { return m_job.valid() || (m_started && !m_looked); }
 
 private:
-    void proceed();
+    void look();
     void begin();
+    void finish();
+    bool isDue(const QString& identity);
 
     QTimer m_timer;
-    std::unique_ptr<platform::DatabaseCopy> m_copy;
-    int m_startDelay;
-    bool m_started = false;
+    std::future<void> m_job;
+    std::atomic<bool> m_cancelled = false;
+    int m_startDelay, m_interval;
+    bool m_started = false, m_looked = false;
+    std::optional<std::int64_t> m_batchesAtCopy;  ///< unknown until the first look
 };
 
 }  // namespace sorvanto

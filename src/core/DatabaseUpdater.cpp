@@ -6,8 +6,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/DatabaseCopy.h"
 #include "platform/data/Sqlite.h"
+#include "platform/data/Transaction.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -32,55 +34,56 @@ std::int64_t number(sqlite3* database, const QString& sql) {
     throw platform::RuntimeError(platform::error::general, why, u"DatabaseUpdater"_s, statement);
 }
 
-/// The steps as one transaction, taken back by the destructor unless committed. A table may be rebuilt
-/// meanwhile: the relations are checked once, at the end.
-class UpdateTransaction {
+/// Relations are checked once, at the end of the steps: a table may be rebuilt meanwhile.
+class RelationsOff {
 public:
-    explicit UpdateTransaction(sqlite3* database) : m_database(database) {
-        run(m_database, u"PRAGMA foreign_keys = OFF"_s);
-        try {
-            run(m_database, u"BEGIN IMMEDIATE"_s);
-        } catch (...) {
-            switchRelationsOn();
-            throw;
-        }
-    }
-    ~UpdateTransaction() {
-        if (!sqlite3_get_autocommit(m_database))
-            sqlite3_exec(m_database, "ROLLBACK", nullptr, nullptr, nullptr);
-        switchRelationsOn();
-    }
-    UpdateTransaction(const UpdateTransaction&) = delete;
-    UpdateTransaction& operator=(const UpdateTransaction&) = delete;
-
-    void apply(const UpdateStep& step) {
-        for (const QString& statement : step.statements) {
-            run(m_database, statement);
-            if (sqlite3_get_autocommit(m_database))
-                refuse(u"A step may not end the transaction"_s, statement);
-        }
-    }
-    void commit(std::int64_t reached) {
-        if (number(m_database, u"SELECT count(*) FROM pragma_foreign_key_check"_s) != 0)
-            refuse(u"The updated tables break a relation"_s);
-        run(m_database, u"PRAGMA user_version = %1"_s.arg(reached));
-        run(m_database, u"COMMIT"_s);
-    }
+    explicit RelationsOff(sqlite3* database) : m_database(database) { set("OFF"); }
+    ~RelationsOff() { set("ON"); }
+    RelationsOff(const RelationsOff&) = delete;
+    RelationsOff& operator=(const RelationsOff&) = delete;
 
 private:
-    void switchRelationsOn() {
-        sqlite3_exec(m_database, "PRAGMA foreign_keys = ON", nullptr, nullptr, nullptr);
+    void set(const char* state) {
+        sqlite3_exec(m_database, QByteArray("PRAGMA foreign_keys = ").append(state).constData(), nullptr,
+                     nullptr, nullptr);
     }
 
     sqlite3* m_database;
 };
 
-void keepCopy(const platform::ConnectionPtr& connection, const QString& version) {
-    const QString name = u"\\backups\\before-update-from-%1.mdb"_s.arg(version.trimmed());
-    platform::DatabaseCopy copy(connection, platform::programFolder() + name);
-    if (!copy.step(-1))
-        refuse(u"The database is in use by another program"_s);
+/// All of them or none.
+void apply(sqlite3* database, const std::vector<UpdateStep>& steps) {
+    const RelationsOff relationsOff(database);
+    platform::Transaction transaction(database);
+    for (const UpdateStep& step : steps) {
+        for (const QString& statement : step.statements)
+            run(database, statement);
+    }
+    if (number(database, u"SELECT count(*) FROM pragma_foreign_key_check"_s) != 0)
+        refuse(u"The updated tables break a relation"_s);
+    run(database, u"PRAGMA user_version = %1"_s.arg(versionNumber(steps.back().to)));
+    transaction.commit();
 }
+
+/// A copy of the file as it is, under a name of its own: no other database's copy is replaced by it.
+class CopyBefore {
+public:
+    CopyBefore(sqlite3* database, const QString& version) {
+        const QString file = QString::fromUtf8(sqlite3_db_filename(database, "main"));
+        const QString moment = platform::now().toString(u"yyyy-MM-dd-HHmmss"_s);
+        const QString start = u"%1\\backups\\%2-before-update-from-%3-%4"_s.arg(
+            platform::programFolder(), QFileInfo(file).completeBaseName(), version.trimmed(), moment);
+        m_path = start + u".mdb"_s;
+        for (int number = 2; platform::fileExists(m_path); ++number)
+            m_path = u"%1-%2.mdb"_s.arg(start).arg(number);
+        platform::copyDatabase(file, m_path);
+    }
+    /// For an update that was taken back: the file is what it was.
+    void drop() const { QFile::remove(platform::platformPath(m_path)); }
+
+private:
+    QString m_path;
+};
 
 /// "11000" as "1.1": the text of a version that is only known as a mark in the file.
 QString versionText(std::int64_t version) {
@@ -120,11 +123,13 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
     const auto present = qMax(stated, marked);
     const auto steps = stepsFrom(all, present);
     if (!steps.empty()) {
-        keepCopy(connection, version);
-        UpdateTransaction transaction(connection->handle());
-        for (const UpdateStep& step : steps)
-            transaction.apply(step);
-        transaction.commit(versionNumber(steps.back().to));
+        const CopyBefore copy(connection->handle(), version);
+        try {
+            apply(connection->handle(), steps);
+        } catch (...) {
+            copy.drop();
+            throw;
+        }
         writeHistory(version, steps.back().to);
         version = steps.back().to;
         applied = true;

@@ -1,8 +1,10 @@
 // The dated copies of the database.
 #include "core/DailyBackup.h"
 #include "TestProgram.h"
+#include "core/CopySettings.h"
+#include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/DatabaseCopy.h"
+#include "platform/data/Connection.h"
 #include "shared/basMain.h"
 
 #include <QDir>
@@ -32,34 +34,89 @@ protected:
 TEST_F(DailyBackupTest, MakesACheckedCopyOfTheDay) {
     openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Zinc oxide')");
     run();
-    ASSERT_EQ(copies(), QStringList{"sorvanto-2026-03-07.mdb"});
-    const QString copy = folder.path("backups/sorvanto-2026-03-07.mdb");
+    ASSERT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
+    const QString copy = folder.path("backups/" + copies().first());
     EXPECT_EQ(support::rowsText(support::runSql(copy, "SELECT chm_Name FROM Chemical")), "Zinc oxide");
     EXPECT_EQ(QFile::permissions(copy) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    EXPECT_EQ(QFile::permissions(folder.path("backups")) & (QFile::ReadGroup | QFile::ReadOther),
+              QFile::Permissions());
 }
 
 TEST_F(DailyBackupTest, OneADayIsEnough) {
-    folder.write("dummy", {});
+    run();
+    run();
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(DailyBackupTest, ADayOfTheFirstVersionCounts) {
     QDir(folder.path()).mkdir("backups");
     folder.write("backups/sorvanto-2026-03-07.mdb", "this morning's");
     run();
-    EXPECT_EQ(folder.read("backups/sorvanto-2026-03-07.mdb"), "this morning's");
+    EXPECT_EQ(copies(), QStringList{"sorvanto-2026-03-07.mdb"});
 }
 
-TEST_F(DailyBackupTest, TheNewestFourteenStayAndOtherFilesToo) {
+TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
+    DailyBackup backup(0, 1);
+    backup.startSoon();
+    for (int day = 7; day <= 13; ++day) {
+        clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0)));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, 20000))
+            << day << ": " << copies().join(' ').toStdString();
+    }
+}
+
+TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
+    DailyBackup backup(0, 1);
+    backup.startSoon();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, 20000));
+    const auto logBatches = [](int count) {
+        for (int i = 0; i < count; ++i)
+            openDB()->execute("INSERT INTO Log (log_Name) VALUES ('Gel')");
+    };
+    logBatches(49);
+    QTest::qWait(20);  // some looks; there is nothing to wait for
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
+    logBatches(1);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return copies() == QStringList{"sorvanto-0002-2026-03-07-140509.mdb"}; }, 20000))
+        << "it stands for the day from now on";
+}
+
+TEST_F(DailyBackupTest, AnotherDatabaseOfTheDayGetsItsOwn) {
+    sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32), fid_Parent TEXT(32), fid_Changes INTEGER)");
+    sql("INSERT INTO FileIdentity VALUES ('0123456789abcdef0123456789abcdef', NULL, 0)");
     QDir(folder.path()).mkdir("backups");
-    for (int day = 1; day <= 16; ++day)
-        folder.write(u"backups/sorvanto-2026-02-%1.mdb"_s.arg(day, 2, 10, QChar('0')), "old");
-    folder.write("backups/sorvanto-before-the-move.mdb", "mine");
-    folder.write("backups/before-update-from-1.mdb", "kept");
+    folder.write("backups/sorvanto-fedcba98-0007-2026-03-07-080000.mdb", "another one's");
     run();
-    const QStringList names = copies();
-    EXPECT_EQ(names.size(), 14 + 2);
-    EXPECT_TRUE(names.contains("sorvanto-2026-03-07.mdb"));
-    EXPECT_TRUE(names.contains("sorvanto-2026-02-04.mdb"));
-    EXPECT_FALSE(names.contains("sorvanto-2026-02-03.mdb"));
-    EXPECT_TRUE(names.contains("sorvanto-before-the-move.mdb"));
-    EXPECT_TRUE(names.contains("before-update-from-1.mdb"));
+    EXPECT_EQ(copies(), (QStringList{"sorvanto-01234567-0001-2026-03-07-140509.mdb",
+                                     "sorvanto-fedcba98-0007-2026-03-07-080000.mdb"}));
+}
+
+TEST_F(DailyBackupTest, ASecondPlaceHoldsTheSame) {
+    QDir(folder.path()).mkdir("stick");
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    run();
+    EXPECT_EQ(QDir(folder.path("stick")).entryList(QDir::Files), copies());
+    EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03");
+}
+
+TEST_F(DailyBackupTest, ASecondPlaceThatIsGoneIsToldAndTheCopyIsThere) {
+    CopySettings settings;
+    settings.secondPlace = folder.path("no stick");
+    settings.write();
+    run();
+    EXPECT_TRUE(expectReport("DailyBackup:copy").description.contains("no stick"));
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(DailyBackupTest, WhatAKilledCopyLeftIsTidied) {
+    QDir(folder.path()).mkdir("backups");
+    folder.write("backups/sorvanto-0001-2026-03-06-080000.mdb.part", "half");
+    folder.write("backups/sorvanto-0001-2026-03-06-080000.mdb.rehearsal", "half");
+    run();
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
 }
 
 TEST_F(DailyBackupTest, AFailureIsReportedAndNothingIsLeft) {
@@ -74,38 +131,14 @@ TEST_F(DailyBackupTest, WithoutADatabaseThereIsNothingToCopy) {
     EXPECT_TRUE(copies().isEmpty());
 }
 
-TEST_F(DailyBackupTest, AnUnfinishedCopyLeavesNothing) {
+TEST_F(DailyBackupTest, StoppingLeavesNothingHalfMade) {
     {
-        platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
-        EXPECT_FALSE(copy.step(1));
-        EXPECT_FALSE(copies().isEmpty());
-    }
-    EXPECT_TRUE(copies().isEmpty());
-}
-
-TEST_F(DailyBackupTest, AWholeCopyIsCheckedBeforeStepComesBack) {
-    platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\whole.mdb");
-    EXPECT_TRUE(copy.step(-1));
-    EXPECT_EQ(copies(), QStringList{"whole.mdb"});
-}
-
-TEST_F(DailyBackupTest, ACopyDroppedDuringItsCheckLeavesNothing) {
-    {
-        platform::DatabaseCopy copy(openDB(), folder.path() + "\\backups\\part.mdb");
-        copy.step(100'000);
+        DailyBackup backup(0, 1);
+        backup.startSoon();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
     }
     for (const QString& name : copies())
         EXPECT_FALSE(name.endsWith(".part"));
-}
-
-TEST_F(DailyBackupTest, ChangesDuringTheCopyAreInIt) {
-    platform::DatabaseCopy copy(openDB(), folder.path() + "\\copy.mdb");
-    EXPECT_FALSE(copy.step(2));
-    openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
-    while (!copy.step(1)) {
-    }
-    EXPECT_EQ(support::rowsText(support::runSql(folder.path("copy.mdb"), "SELECT chm_Name FROM Chemical")),
-              "Urea");
 }
 
 }  // namespace

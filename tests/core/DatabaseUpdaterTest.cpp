@@ -26,6 +26,15 @@ protected:
         return sqlText("SELECT count(*) FROM sqlite_master WHERE name = '" + name + "'") == "1";
     }
 
+    /// new.mdb, as the tool makes it.
+    void createDatabaseElsewhere() {
+        QFile schema(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/schema.sql"));
+        QFile identity(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/identity.sql"));
+        ASSERT_TRUE(schema.open(QIODevice::ReadOnly) && identity.open(QIODevice::ReadOnly));
+        folder.write("new.mdb", {});
+        support::runSql(folder.path("new.mdb"), QString::fromUtf8(schema.readAll() + identity.readAll()));
+    }
+
     static constexpr auto two =
         "<Step From=\"1\" To=\"1.1\"><Statement>CREATE TABLE Shelf(Place TEXT(20))</Statement>"
         "<Statement>INSERT INTO Shelf VALUES('upper')</Statement></Step>"
@@ -52,8 +61,8 @@ TEST_F(DatabaseUpdaterTest, KeepsACheckedCopyAsItWasBefore) {
     QVariant unread;
     updater.IdentifyStore({}, {}, "Kelmar Systems", "(555)010-0188", unread);
     apply();
-    ASSERT_EQ(copies(), QStringList{"before-update-from-1.mdb"});
-    const QString copy = folder.path("backups/before-update-from-1.mdb");
+    ASSERT_EQ(copies(), QStringList{"sorvanto-before-update-from-1-2026-03-07-140509.mdb"});
+    const QString copy = folder.path("backups/" + copies().first());
     EXPECT_EQ(support::runSql(copy, "SELECT count(*) FROM sqlite_master"), before);
     EXPECT_EQ(QFile::permissions(copy) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     EXPECT_EQ(folder.read("backups/updates.txt"),
@@ -100,6 +109,68 @@ TEST_F(DatabaseUpdaterTest, BrokenRelationsAreRefused) {
     updates("<Step From=\"1\" To=\"2\"><Statement>INSERT INTO RXs (LogID) VALUES (12345)</Statement></Step>");
     EXPECT_THROW(apply(), platform::RuntimeError);
     EXPECT_EQ(sqlText("SELECT count(*) FROM RXs"), "0");
+}
+
+TEST_F(DatabaseUpdaterTest, ATakenBackUpdateLeavesNoCopyAndAnotherCopyIsNeverReplaced) {
+    QDir(folder.path()).mkdir("backups");
+    const QString name = "backups/sorvanto-before-update-from-1-2026-03-07-140509.mdb";
+    folder.write(name, "of another database");
+    updates(QByteArray(two).replace("ADD COLUMN Level SMALLINT", "ADD COLUMN"));
+    EXPECT_THROW(apply(), platform::RuntimeError);
+    EXPECT_EQ(copies().size(), 1);
+    updates(two);
+    apply();
+    EXPECT_EQ(folder.read(name), "of another database");
+    EXPECT_EQ(copies().size(), 2);
+}
+
+// Of two statements the engine would run the first alone, and the step would count as done.
+TEST_F(DatabaseUpdaterTest, TwoStatementsInAnElementAreRefusedBeforeAnythingRuns) {
+    for (const char* tail : {"; DELETE FROM Shelf", ";;DELETE FROM Shelf;", "; COMMIT"}) {
+        updates(QByteArray(two).replace("VALUES('upper')", QByteArray("VALUES('up;per')") + tail));
+        EXPECT_THROW(apply(), platform::RuntimeError) << tail;
+        EXPECT_TRUE(copies().isEmpty()) << tail;
+        EXPECT_FALSE(hasTable("Shelf")) << tail;
+    }
+}
+
+TEST_F(DatabaseUpdaterTest, ATriggerIsOneStatement) {
+    updates(
+        "<Step From=\"1\" To=\"1.1\"><Statement>CREATE TABLE Shelf(Place TEXT(20));</Statement><Statement>"
+        "CREATE TRIGGER Full AFTER INSERT ON Shelf BEGIN UPDATE Shelf SET Place = 'x;'; DELETE FROM Shelf; END;"
+        "</Statement></Step>");
+    apply();
+    EXPECT_TRUE(applied);
+    EXPECT_TRUE(hasTable("Full"));
+}
+
+// Hidden behind a comment the word is seen by the engine alone.
+TEST_F(DatabaseUpdaterTest, AStepCantEndItsTransactionInDisguise) {
+    for (const char* word : {"COMMIT", "ROLLBACK", "END", "SAVEPOINT a", "ATTACH ':memory:' AS other"}) {
+        updates(QByteArray(two).replace("INSERT INTO Shelf VALUES('upper')", QByteArray("/* */ ") + word));
+        EXPECT_THROW(apply(), platform::RuntimeError) << word;
+        EXPECT_FALSE(hasTable("Shelf")) << word;
+        EXPECT_EQ(sqlText("PRAGMA user_version"), "0") << word;
+    }
+}
+
+TEST_F(DatabaseUpdaterTest, TheDeliveredStepsGiveWhatANewFileHas) {
+    QFile delivered(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"));
+    ASSERT_TRUE(delivered.open(QIODevice::ReadOnly));
+    folder.write("dbupdate.xml", delivered.readAll());
+    apply();
+    EXPECT_EQ(version, "1.1");
+    createDatabaseElsewhere();
+    const QString shape =
+        "SELECT type, name, replace(replace(sql, char(10), ''), ' ', '') FROM sqlite_master ORDER BY 1, 2";
+    EXPECT_EQ(sqlText(shape), support::rowsText(support::runSql(folder.path("new.mdb"), shape)));
+    EXPECT_EQ(support::rowsText(support::runSql(folder.path("new.mdb"), "PRAGMA user_version")),
+              sqlText("PRAGMA user_version"));
+    const QString changesBefore = sqlText("SELECT fid_Changes FROM FileIdentity");
+    openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
+    openDB()->execute("UPDATE Chemical SET chm_Lot = 'A'");
+    openDB()->execute("DELETE FROM Chemical");
+    EXPECT_EQ(sqlText("SELECT fid_Changes FROM FileIdentity").toInt(), changesBefore.toInt() + 3);
 }
 
 TEST_F(DatabaseUpdaterTest, ABrokenFileChangesNothing) {

@@ -10,12 +10,32 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace sorvanto {
 namespace {
+
+/// Another program in the midst of a change of the file.
+class FileUser {
+public:
+    explicit FileUser(const QString& path) {
+        m_shell.start("sqlite3", {path});
+        m_shell.write("BEGIN EXCLUSIVE;\nSELECT 'held';\n");
+        EXPECT_TRUE(m_shell.waitForReadyRead()) << qPrintable(m_shell.errorString());
+    }
+    ~FileUser() {
+        m_shell.closeWriteChannel();
+        m_shell.waitForFinished();
+    }
+    FileUser(const FileUser&) = delete;
+    FileUser& operator=(const FileUser&) = delete;
+
+private:
+    QProcess m_shell;
+};
 
 class DatabaseTool : public ::testing::Test {
 protected:
@@ -55,7 +75,7 @@ TEST_F(DatabaseTool, CreatesAnEmptyDatabaseForItsOwnerAlone) {
         stored(
             "a.mdb",
             "SELECT (SELECT count(*) FROM Formula), (SELECT count(*) FROM Options), opt_Version FROM Options"),
-        "0|1|1.0");
+        "0|1|1.1");
     EXPECT_EQ(run({"check", path("a.mdb")}), 0);
     EXPECT_EQ(files(), QStringList{"a.mdb"});
 }
@@ -176,6 +196,8 @@ TEST_F(DatabaseTool, RowsFillEveryTable) {
     EXPECT_EQ(stored("a.mdb", counts), "500|500|500|500|500|500|500");
     EXPECT_EQ(run({"check", path("a.mdb")}), 0) << qPrintable(out);
     createSample(path("b.mdb"), 500);
+    for (const char* file : {"a.mdb", "b.mdb"})  // no two files have one identity
+        support::runSql(path(file), "UPDATE FileIdentity SET fid_Identity = 'the same'");
     EXPECT_EQ(content("a.mdb"), content("b.mdb"));
     ASSERT_EQ(run({"sample", path("few.mdb"), "--rows", "10"}), 0) << qPrintable(err);
     EXPECT_EQ(stored("few.mdb", counts), "46|22|73|12|41|10|10");
@@ -239,6 +261,53 @@ TEST_F(DatabaseTool, BacksUpAFileInUse) {
     EXPECT_EQ(files().size(), 2);
 }
 
+TEST_F(DatabaseTool, AFileThatStaysLockedIsNotTakenForCopied) {
+    createSample(path("a.mdb"));
+    const FileUser user(path("a.mdb"));
+    EXPECT_EQ(run({"backup", path("a.mdb"), path("copy.mdb")}), 1);
+    EXPECT_FALSE(err.isEmpty());
+    EXPECT_EQ(run({"restore", path("a.mdb"), path("b.mdb")}), 1);
+    EXPECT_FALSE(files().contains("copy.mdb"));
+    EXPECT_FALSE(files().contains("b.mdb"));
+}
+
+TEST_F(DatabaseTool, ARestoreThatFailsLeavesTheFileWhereItWas) {
+    createSample(path("copy.mdb"));
+    createSample(path("a.mdb"));
+    const QByteArray before = content("a.mdb");
+    ASSERT_TRUE(QDir(path("")).mkdir("a.mdb.restored.part"));
+    EXPECT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 1);
+    EXPECT_EQ(content("a.mdb"), before);
+    EXPECT_FALSE(files().contains("a.mdb.before-restore"));
+}
+
+TEST_F(DatabaseTool, APathMayHoldSeparators) {
+    ASSERT_EQ(run({"sample", path("a;b=c.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(run({"check", path("a;b=c.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(run({"backup", path("a;b=c.mdb"), path("copy;.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(files(), (QStringList{"a;b=c.mdb", "copy;.mdb"}));
+}
+
+TEST_F(DatabaseTool, ACopyIsNeverWrittenThroughALink) {
+    createSample(path("a.mdb"));
+    write("mine", "my own");
+    ASSERT_TRUE(QFile::link(path("mine"), path("copy.mdb.part")));
+    ASSERT_EQ(run({"backup", path("a.mdb"), path("copy.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(content("mine"), "my own");
+    EXPECT_FALSE(QFileInfo(path("copy.mdb")).isSymLink());
+}
+
+TEST_F(DatabaseTool, CheckTellsAMissingIdentity) {
+    createDatabase(path("a.mdb"));
+    support::runSql(path("a.mdb"),
+                    "INSERT INTO FileIdentity (fid_Identity) SELECT fid_Identity FROM FileIdentity");
+    EXPECT_EQ(checkDatabase(path("a.mdb")), QStringList{"Table FileIdentity has 2 identities, not one"});
+    support::runSql(path("a.mdb"), "DROP TABLE FileIdentity");
+    EXPECT_EQ(checkDatabase(path("a.mdb")), QStringList{"Table FileIdentity is missing"});
+    support::runSql(path("a.mdb"), "UPDATE Options SET opt_Version = 1");
+    EXPECT_EQ(checkDatabase(path("a.mdb")), QStringList{}) << "as the first version left it";
+}
+
 TEST_F(DatabaseTool, AnUnsoundCopyIsNotKept) {
     createSample(path("a.mdb"));
     support::runSql(path("a.mdb"), "PRAGMA foreign_keys = OFF; DELETE FROM Chemical WHERE ChemicalID = 1");
@@ -257,6 +326,11 @@ TEST_F(DatabaseTool, RestoresAndKeepsWhatWasThere) {
     EXPECT_EQ(run({"check", path("a.mdb")}), 0);
     EXPECT_EQ(content("a.mdb.before-restore"), "damaged");
     EXPECT_EQ(content("a.mdb.before-restore-journal"), "left over");
+    {
+        const FileUser user(path("a.mdb"));
+        EXPECT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 1) << "while a change is under way";
+        EXPECT_TRUE(err.contains("in use")) << qPrintable(err);
+    }
     ASSERT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 0);
     EXPECT_TRUE(QFile::exists(path("a.mdb.before-restore-2")));
     write("bad.mdb", "damaged");

@@ -93,6 +93,20 @@ QStringList relationProblems(const Shape& expected, const Shape& found) {
     return problems;
 }
 
+/// Since version 1.1 a file has one identity.
+QStringList identityProblems(sqlite3* database, bool hasTable) {
+    Statement version(database, u"SELECT max(opt_Version) >= 1.1 FROM Options"_s, {});
+    if (!version.step() || version.integer(0) == 0)
+        return {};
+    if (!hasTable)
+        return {u"Table FileIdentity is missing"_s};
+    Statement count(database, u"SELECT count(*) FROM FileIdentity WHERE length(fid_Identity) = 32"_s, {});
+    count.step();
+    if (count.integer(0) == 1)
+        return {};
+    return {u"Table FileIdentity has %1 identities, not one"_s.arg(count.integer(0))};
+}
+
 QStringList versionProblems(sqlite3* database) {
     Statement count(database, u"SELECT count(*) FROM Options"_s, {});
     count.step();
@@ -111,8 +125,10 @@ QStringList checkDatabase(const QString& path) {
     const Shape found = shapeOf(connection.handle());
     problems += columnProblems(expected, found);
     problems += relationProblems(expected, found);
-    if (found.columns.contains(u"Options"_s))
+    if (found.columns.contains(u"Options"_s)) {
         problems += versionProblems(connection.handle());
+        problems += identityProblems(connection.handle(), found.columns.contains(u"FileIdentity"_s));
+    }
     return problems;
 }
 

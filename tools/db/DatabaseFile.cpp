@@ -76,6 +76,7 @@ QByteArray schemaStatements() { return resource("schema.sql"); }
 void createDatabase(const QString& path) {
     NewDatabase database(path);
     database.run(schemaStatements());
+    database.run(resource("identity.sql"));
     database.finish();
 }
 
@@ -88,6 +89,7 @@ void createSample(const QString& path, int rows) {
         database.run(resource("rows.sql"));
         database.run("DROP TABLE Wanted");
     }
+    database.run(resource("identity.sql"));
     database.finish();
 }
 

@@ -80,15 +80,17 @@ void writeStraight(const QString& path, const QByteArray& target, const QByteArr
 }
 
 /// The temporary file takes over what the old file had: its rights and, where allowed, its owner.
-void takeOver(int file, const struct stat* old) {
+void takeOver(int file, const struct stat* old, Readers readers) {
+    mode_t rights = 0600;
     if (old) {
         [[maybe_unused]] const int owner = ::fchown(file, old->st_uid, old->st_gid);
-        ::fchmod(file, old->st_mode & 07777);
-        return;
+        rights = old->st_mode & (readers == Readers::Owner ? 0700 : 07777);
+    } else if (readers == Readers::UsersChoice) {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        rights = 0666 & ~mask;
     }
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(file, 0666 & ~mask);
+    ::fchmod(file, rights);
 }
 
 /// Makes the new name itself last; a file system that can't do that has done what it can.
@@ -100,12 +102,12 @@ void flushFolder(const QByteArray& target) {
 }
 
 void writeBeside(const QString& path, const QByteArray& target, const QByteArray& content,
-                 const struct stat* old) {
+                 const struct stat* old, Readers readers) {
     QByteArray temporary = target + ".XXXXXX";
     Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
     if (file.number() < 0)
         throwWriteError(errno, path);
-    takeOver(file.number(), old);
+    takeOver(file.number(), old, readers);
     const bool written = writeAll(file.number(), content) && ::fsync(file.number()) == 0 && file.close();
     if (!written || ::rename(temporary.constData(), target.constData()) != 0) {
         const int code = errno;
@@ -116,6 +118,23 @@ void writeBeside(const QString& path, const QByteArray& target, const QByteArray
 }
 
 }  // namespace
+
+void replaceFile(const QString& finished, const QString& path) {
+    const QByteArray target = QFile::encodeName(platformPath(path));
+    if (::rename(QFile::encodeName(platformPath(finished)).constData(), target.constData()) != 0)
+        throwWriteError(errno, path);
+    flushFolder(target);
+}
+
+bool makePrivateFolder(const QString& path) {
+    const QString native = platformPath(path);
+    if (QFileInfo(native).isDir())
+        return true;
+    const QFileInfo parent(QFileInfo(native).path());
+    if (!parent.isDir() && !makePrivateFolder(parent.filePath()))
+        return false;
+    return ::mkdir(QFile::encodeName(native).constData(), 0700) == 0 || errno == EEXIST;
+}
 
 QString programFolder() {
     static const QString own = folderOfExecutable();
@@ -138,7 +157,7 @@ bool fileExists(const QString& path) {
     return info.exists() && !info.isDir();
 }
 
-void writeFile(const QString& path, const QByteArray& content) {
+void writeFile(const QString& path, const QByteArray& content, Readers readers) {
     const QString native = platformPath(path);
     const QFileInfo info(native);
     // Through a link, so that the file it names is replaced and not the link.
@@ -152,7 +171,7 @@ void writeFile(const QString& path, const QByteArray& content) {
     // A rename would get past a file that is meant to be read only.
     if (exists && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
         throwWriteError(errno, path);
-    writeBeside(path, target, content, exists ? &old : nullptr);
+    writeBeside(path, target, content, exists ? &old : nullptr, readers);
 }
 
 }  // namespace platform

@@ -18,10 +18,22 @@ QString platformPath(const QString& path);
 /// Whether the path names an existing file (not a folder).
 bool fileExists(const QString& path);
 
+/// Who may read a file that is written: its owner alone, since almost everything here tells of patients; or,
+/// for a file that the user saves under a name of his own choice, whoever his customs let in.
+enum class Readers { Owner, UsersChoice };
+
 /// Writes the whole file or leaves the old one: temporary file in the same folder, flushed to the disk,
-/// renamed over. The new file keeps the old one's rights; a link stays and its target is written; a
-/// device is written straight. Throws permissionDenied (also for a read-only file in a folder that could
-/// be written), diskFull or deviceIo with the path in the description.
-void writeFile(const QString& path, const QByteArray& content);
+/// renamed over. For the owner alone the rights of group and others fall away; else the new file keeps the
+/// old one's. A link stays and its target is written; a device is written straight. Throws permissionDenied
+/// (also for a read-only file in a folder that could be written), diskFull or deviceIo with the path in the
+/// description.
+void writeFile(const QString& path, const QByteArray& content, Readers readers = Readers::Owner);
+
+/// Gives a finished file of the same folder the name of another one, in its place, for good. Throws as writeFile.
+void replaceFile(const QString& finished, const QString& path);
+
+/// Makes a folder that its owner alone may enter, with its parents. True when it is there at the end; one that
+/// was there before keeps its rights.
+bool makePrivateFolder(const QString& path);
 
 }  // namespace platform

@@ -4,11 +4,12 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
-#include "platform/data/DatabaseCopy.h"
 #include "platform/data/Sqlite.h"
 
 #include <QFile>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,10 +27,6 @@ ConnectionPtr openDatabase(const QString& file) {
     throw RuntimeError(number, reason, u"Database"_s);
 }
 
-void copyChecked(const QString& file, const QString& target) {
-    DatabaseCopy(openDatabase(file), target).step(-1);
-}
-
 /// "name.before-restore", with a number behind it where that is taken.
 QString freeName(const QString& file) {
     QString name = file + u".before-restore"_s;
@@ -38,17 +35,57 @@ QString freeName(const QString& file) {
     return name;
 }
 
-/// The file's unfinished journal goes along: beside the new file it would spoil that.
+/// The file's unfinished journal goes along: beside another file it would spoil that.
+bool moveWithJournal(const QString& from, const QString& to) {
+    const QString journal = u"-journal"_s;
+    if (!QFile::rename(from, to))
+        return false;
+    return !QFile::exists(from + journal) || QFile::rename(from + journal, to + journal);
+}
+
+/// Asked without opening the file as a database: that would roll an unfinished change back.
+void refuseInUse(const QString& file) {
+    constexpr off_t lockBytes = 0x40000000;  // where the engine's locks lie, whatever is in the file
+    constexpr off_t lockCount = 512;
+    const int descriptor = ::open(QFile::encodeName(file).constData(), O_RDWR | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = lockBytes;
+    lock.l_len = lockCount;
+    const bool known = ::fcntl(descriptor, F_GETLK, &lock) == 0;
+    ::close(descriptor);
+    if (known && lock.l_type != F_UNLCK)
+        fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(file));
+}
+
 QString putAside(const QString& file) {
     if (!QFile::exists(file))
         return {};
+    refuseInUse(file);
     const QString aside = freeName(file);
-    const QString journal = u"-journal"_s;
-    if (!QFile::rename(file, aside))
+    if (!moveWithJournal(file, aside))
         fail(error::permissionDenied, u"\"%1\" can't be put aside"_s.arg(file));
-    if (QFile::exists(file + journal))
-        QFile::rename(file + journal, aside + journal);
     return aside;
+}
+
+int askCancelled(void* cancelled) { return (*static_cast<const Cancelled*>(cancelled))() ? 1 : 0; }
+
+void collectProblems(sqlite3* database, QStringList& problems) {
+    const ColumnType text{ColumnKind::Text, 0};
+    sqlite::Statement integrity(database, u"PRAGMA integrity_check"_s, {});
+    while (integrity.step()) {
+        const QString line = integrity.value(0, text).toString();
+        if (line != "ok"_L1)
+            problems << line;
+    }
+    sqlite::Statement relations(database, u"PRAGMA foreign_key_check"_s, {});
+    while (relations.step())
+        problems << u"Row %1 of %2 refers to a row of %3 that is not there"_s.arg(
+            relations.value(1, text).toString(), relations.value(0, text).toString(),
+            relations.value(2, text).toString());
 }
 
 }  // namespace
@@ -57,34 +94,39 @@ void backupDatabase(const QString& file, const QString& target) {
     const QString path = platformPath(target);
     if (QFile::exists(path))
         fail(error::permissionDenied, u"\"%1\" exists already"_s.arg(path));
-    copyChecked(file, path);
+    copyDatabase(file, path);
 }
 
 QString restoreDatabase(const QString& backup, const QString& file) {
     const QString path = platformPath(file);
     const QString restored = path + u".restored"_s;
-    copyChecked(backup, restored);
-    const QString aside = putAside(path);
-    if (!QFile::rename(restored, path))
-        fail(error::permissionDenied, u"\"%1\" can't be written"_s.arg(path));
+    copyDatabase(backup, restored);
+    QString aside;
+    try {
+        aside = putAside(path);
+        replaceFile(restored, path);
+    } catch (const RuntimeError&) {
+        if (!aside.isEmpty())
+            moveWithJournal(aside, path);
+        QFile::remove(restored);
+        throw;
+    }
     return aside;
 }
 
-QStringList integrityProblems(const QString& file) {
+QStringList integrityProblems(const QString& file, const Cancelled& cancelled) {
     const ConnectionPtr connection = openDatabase(file);
+    constexpr int stepsBetweenQuestions = 100'000;
+    if (cancelled)
+        sqlite3_progress_handler(connection->handle(), stepsBetweenQuestions, askCancelled,
+                                 const_cast<Cancelled*>(&cancelled));
     QStringList problems;
-    const ColumnType text{ColumnKind::Text, 0};
-    sqlite::Statement integrity(connection->handle(), u"PRAGMA integrity_check"_s, {});
-    while (integrity.step()) {
-        const QString line = integrity.value(0, text).toString();
-        if (line != "ok"_L1)
-            problems << line;
+    try {
+        collectProblems(connection->handle(), problems);
+    } catch (const RuntimeError&) {
+        if (!cancelled || !cancelled())
+            throw;
     }
-    sqlite::Statement relations(connection->handle(), u"PRAGMA foreign_key_check"_s, {});
-    while (relations.step())
-        problems << u"Row %1 of %2 refers to a row of %3 that is not there"_s.arg(
-            relations.value(1, text).toString(), relations.value(0, text).toString(),
-            relations.value(2, text).toString());
     return problems;
 }
 

@@ -2,6 +2,8 @@
 // its soundness.
 #pragma once
 
+#include "platform/data/DatabaseCopy.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -13,11 +15,12 @@ namespace platform {
 void backupDatabase(const QString& file, const QString& target);
 
 /// Puts a checked copy of the backup in the place of the file. What was there before is kept beside it under
-/// the name that is given back (empty when there was nothing). The program must not be running.
+/// the name that is given back (empty when there was nothing); when anything fails it stays where it is.
+/// Throws permissionDenied when another program has the file open at this moment.
 QString restoreDatabase(const QString& backup, const QString& file);
 
 /// What the engine finds wrong with pages, indexes, checks and relations; empty when all is well.
-/// Throws when the file can't be opened as a database.
-QStringList integrityProblems(const QString& file);
+/// Throws when the file can't be opened as a database. A cancelled look gives what was found until then.
+QStringList integrityProblems(const QString& file, const Cancelled& cancelled = {});
 
 }  // namespace platform

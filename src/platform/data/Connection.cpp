@@ -8,6 +8,7 @@
 #include "platform/data/Sqlite.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -24,12 +25,14 @@ struct CloseHandle {
 };
 using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 
+/// Up to the next setting that is known, since a path may hold ";" and "=" itself.
 QString dataSource(const QString& connectionString) {
-    for (const QString& part : connectionString.split(u';')) {
-        const qsizetype equals = part.indexOf(u'=');
-        if (part.left(equals).trimmed().compare("Data Source"_L1, Qt::CaseInsensitive) == 0)
-            return part.mid(equals + 1);
-    }
+    static const QRegularExpression setting(
+        u"(?:^|;)\\s*Data Source\\s*=(.*?)(?:;\\s*(?:Persist Security Info|Provider)\\s*=.*)?;?$"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    const auto match = setting.match(connectionString);
+    if (match.hasMatch())
+        return match.captured(1);
     throw RuntimeError(error::cannotOpen, u"No Data Source in the connection text"_s, u"Database"_s);
 }
 

@@ -1,44 +1,21 @@
-// A copy of the open database, made page by page by the engine, so that it is whole whatever happens
-// meanwhile. It is checked before it gets its name, readable by its owner alone, and replaces an older file
-// of that name only when it is good.
+// A checked copy of a database file, made page by page by the engine, so that it is whole whatever happens
+// to the file meanwhile. Uses connections of its own: it may run in any thread.
 #pragma once
 
-#include "platform/data/Connection.h"
-
 #include <QString>
-#include <QStringList>
-#include <future>
-
-struct sqlite3;
-struct sqlite3_backup;
+#include <functional>
 
 namespace platform {
 
-class DatabaseCopy {
-public:
-    /// Starts the copy; the folder of the target is made when it is missing. Throws permissionDenied when the
-    /// file can't be made.
-    DatabaseCopy(ConnectionPtr source, const QString& target);
-    /// A copy that is not finished leaves nothing behind.
-    ~DatabaseCopy();
-    DatabaseCopy(const DatabaseCopy&) = delete;
-    DatabaseCopy& operator=(const DatabaseCopy&) = delete;
+/// Asked between the pieces of long work; true ends it.
+using Cancelled = std::function<bool()>;
 
-    /// Copies up to that many pages (-1: all that are left). The check runs beside, in a thread of its own;
-    /// only with -1 it is waited for. True, once, when the copy is checked and in its place.
-    /// Throws general when the copy is damaged, and as statements do when the disk fails.
-    bool step(int pages);
-
-private:
-    /// True when the last page is written and the check has begun.
-    bool copyPages(int pages);
-    void takePlace(const QStringList& problems);
-
-    ConnectionPtr m_source;
-    QString m_target, m_unfinished;  ///< the latter empty once the copy has its name
-    sqlite3* m_copy = nullptr;
-    sqlite3_backup* m_backup = nullptr;  ///< null once all pages are there
-    std::future<QStringList> m_check;
-};
+/// Copies the file, which may be in use, as of one moment. The copy is readable by its owner alone, bears the
+/// name target + ".part" until it is checked, and then takes the place of an older file of that name; the folder
+/// of the target is made when it is missing. With cancelled it is made in small pieces, between which other
+/// connections can write. False when it was cancelled: nothing is left then.
+/// Throws permissionDenied when the copy can't be made or another program keeps the file, general when the copy
+/// is not sound, deviceIo or diskFull when the disk fails.
+bool copyDatabase(const QString& file, const QString& target, const Cancelled& cancelled = {});
 
 }  // namespace platform

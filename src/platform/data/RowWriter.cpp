@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Dialect.h"
 #include "platform/data/Sqlite.h"
+#include "platform/data/Transaction.h"
 
 #include <QSet>
 #include <sqlite3.h>
@@ -42,27 +43,16 @@ QString RowWriter::soleTable(const Changes& changes) const {
     return table;
 }
 
-void RowWriter::run(const char* sql) {
-    if (sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        sqlite::fail(m_connection.handle(), m_statement);
-}
-
 void RowWriter::update(const std::vector<QVariant>& row, const Changes& changes) {
     QSet<QString> tables;
     for (const auto& [field, value] : changes)
         tables.insert(m_fields.info(field).baseTable);
     if (tables.size() == 1)
         return updateTable(*tables.begin(), row, changes);
-    run("SAVEPOINT edited_row");
-    try {
-        for (const QString& table : tables)
-            updateTable(table, row, changes);
-        run("RELEASE edited_row");
-    } catch (const RuntimeError&) {
-        sqlite3_exec(m_connection.handle(), "ROLLBACK TO edited_row", nullptr, nullptr, nullptr);
-        sqlite3_exec(m_connection.handle(), "RELEASE edited_row", nullptr, nullptr, nullptr);
-        throw;
-    }
+    Transaction whole(m_connection.handle(), m_statement);
+    for (const QString& table : tables)
+        updateTable(table, row, changes);
+    whole.commit();
 }
 
 void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& row, const Changes& changes) {

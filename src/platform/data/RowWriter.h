@@ -28,7 +28,6 @@ private:
     int keyField(const QString& table) const;
     QString soleTable(const Changes& changes) const;
     void updateTable(const QString& table, const std::vector<QVariant>& row, const Changes& changes);
-    void run(const char* sql);
     [[noreturn]] void refuse(const QString& reason) const;
 
     Connection& m_connection;

@@ -95,7 +95,7 @@ QString offsetKey(const QString& printer) {
 bool savePdf(const PageDocument& document, const QString& path, const PageProgress& go) {
     const std::optional<QByteArray> bytes = pdfOf(document, wholeOf(document), {}, go);
     if (bytes)
-        writeFile(path, *bytes);
+        writeFile(path, *bytes, Readers::UsersChoice);
     return bytes.has_value();
 }
 
@@ -116,7 +116,7 @@ bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offse
     if (!printer.outputFileName().isEmpty()) {
         const std::optional<QByteArray> bytes = pdfOf(document, range, offset, go);
         if (bytes)
-            writeFile(printer.outputFileName(), *bytes);
+            writeFile(printer.outputFileName(), *bytes, Readers::UsersChoice);
         return bytes.has_value();
     }
     QPainter painter;

@@ -124,13 +124,52 @@ TEST_F(Files, WritesBinaryAndLargeContent) {
     EXPECT_EQ(content(path("große Datei.bin")), large);
 }
 
-TEST_F(Files, KeepsTheRightsOfTheOldFile) {
-    put(path("secret.log"), "old");
-    ASSERT_EQ(chmod(path("secret.log").toLocal8Bit().constData(), 0600), 0);
-    writeFile(path("secret.log"), "new");
+mode_t rightsOf(const QString& file) {
     struct stat info {};
-    ASSERT_EQ(stat(path("secret.log").toLocal8Bit().constData(), &info), 0);
-    EXPECT_EQ(info.st_mode & 07777, 0600U);
+    EXPECT_EQ(stat(file.toLocal8Bit().constData(), &info), 0);
+    return info.st_mode & 07777;
+}
+
+TEST_F(Files, OnlyTheOwnerReadsWhatTheProgramWrites) {
+    const mode_t mask = umask(022);
+    writeFile(path("new.xml"), "x");
+    EXPECT_EQ(rightsOf(path("new.xml")), 0600U);
+    put(path("old.xml"), "as an older version left it");
+    ASSERT_EQ(chmod(path("old.xml").toLocal8Bit().constData(), 0664), 0);
+    writeFile(path("old.xml"), "x");
+    EXPECT_EQ(rightsOf(path("old.xml")), 0600U);
+    umask(mask);
+}
+
+TEST_F(Files, WhatTheUserSavesFollowsHisCustoms) {
+    const mode_t mask = umask(027);
+    writeFile(path("own.pdf"), "x", Readers::UsersChoice);
+    EXPECT_EQ(rightsOf(path("own.pdf")), 0640U);
+    ASSERT_EQ(chmod(path("own.pdf").toLocal8Bit().constData(), 0604), 0);
+    writeFile(path("own.pdf"), "y", Readers::UsersChoice);
+    EXPECT_EQ(rightsOf(path("own.pdf")), 0604U) << "those of the file that is replaced";
+    umask(mask);
+}
+
+TEST_F(Files, AFolderOfTheProgramIsItsOwnersAlone) {
+    EXPECT_TRUE(makePrivateFolder(m_folder.path() + "\\a\\b"));
+    EXPECT_EQ(rightsOf(path("a")), 0700U);
+    EXPECT_EQ(rightsOf(path("a/b")), 0700U);
+    ASSERT_EQ(chmod(path("a").toLocal8Bit().constData(), 0750), 0);
+    EXPECT_TRUE(makePrivateFolder(path("a")));
+    EXPECT_EQ(rightsOf(path("a")), 0750U) << "as the user set it";
+    put(path("file"), "x");
+    EXPECT_FALSE(makePrivateFolder(path("file/below")));
+}
+
+TEST_F(Files, AFinishedFileTakesAnothersPlace) {
+    put(path("a.part"), "new");
+    put(path("a"), "old");
+    replaceFile(path("a.part"), path("a"));
+    EXPECT_EQ(content(path("a")), "new");
+    EXPECT_EQ(names(), QStringList{"a"});
+    EXPECT_RAISES(replaceFile(path("gone.part"), path("a")), error::deviceIo);
+    EXPECT_EQ(content(path("a")), "new");
 }
 
 TEST_F(Files, WritesThroughALink) {

@@ -1,0 +1,34 @@
+// The copies of one database in one folder: their names, their order, and which of them may go. A name tells the
+// file's identity, a number that counts upward, and the moment: "sorvanto-3f2a9c01-0042-2026-03-07-140509.mdb".
+// The number decides which copy is the newest, so that a wrong clock can't make a new copy the first to go.
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <vector>
+
+namespace sorvanto {
+
+struct KeptCopy {
+    QString path;
+    int number = 0;  ///< 0 for those of the first version, which bear the day alone
+    QDateTime made;  ///< as the clock stood then
+};
+
+class CopyShelf {
+public:
+    /// identity: of the file that is copied; empty for one without.
+    CopyShelf(QString folder, const QString& identity);
+
+    /// Newest made first. Other databases' copies, and what a user or an update keeps there, are not among them.
+    std::vector<KeptCopy> copies() const;
+    QString pathFor(const QDateTime& now) const;
+    /// Keeps the newest copy of each of the newest fourteen days, and of each of the newest twelve months.
+    void thinOut() const;
+
+private:
+    QString m_folder;  ///< in this system's form
+    QString m_start;   ///< how the names begin
+};
+
+}  // namespace sorvanto
