@@ -5,6 +5,7 @@
 #include "shared/basMain.h"
 
 #include <QDir>
+#include <sqlite3.h>
 
 namespace {
 
@@ -35,6 +36,18 @@ protected:
         support::runSql(folder.path("new.mdb"), QString::fromUtf8(schema.readAll() + identity.readAll()));
     }
 
+    /// Whether the connection refuses a row whose batch and patient are not there.
+    bool relationsCount() {
+        try {
+            openDB()->execute(toNowhere);
+        } catch (const platform::RuntimeError& failure) {
+            return failure.description().contains("FOREIGN KEY");
+        }
+        return false;
+    }
+
+    /// Whole but for the rows it refers to.
+    static constexpr auto toNowhere = "INSERT INTO RXs (LogID, PatientID) VALUES (12345, 54321)";
     static constexpr auto two =
         "<Step From=\"1\" To=\"1.1\"><Statement>CREATE TABLE Shelf(Place TEXT(20))</Statement>"
         "<Statement>INSERT INTO Shelf VALUES('upper')</Statement></Step>"
@@ -96,7 +109,28 @@ TEST_F(DatabaseUpdaterTest, AFailedStatementTakesAllStepsBack) {
     updates(two);
     apply();
     EXPECT_TRUE(applied);
-    EXPECT_THROW(openDB()->execute("INSERT INTO RXs (LogID) VALUES (12345)"), platform::RuntimeError);
+    EXPECT_TRUE(relationsCount());
+}
+
+TEST_F(DatabaseUpdaterTest, RelationsCountAfterAnUpdate) {
+    ASSERT_TRUE(relationsCount());
+    updates(two);
+    apply();
+    EXPECT_TRUE(relationsCount());
+}
+
+// Another program is writing: nothing has begun, and the connection works on as before.
+TEST_F(DatabaseUpdaterTest, RelationsCountAfterAnUpdateThatCouldNotBegin) {
+    updates(two);
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(databasePath().toUtf8().constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_busy_timeout(openDB()->handle(), 0);
+    EXPECT_THROW(apply(), platform::RuntimeError);
+    sqlite3_close(other);
+    EXPECT_FALSE(applied);
+    EXPECT_FALSE(hasTable("Shelf"));
+    EXPECT_TRUE(relationsCount());
 }
 
 TEST_F(DatabaseUpdaterTest, AStepMayNotEndTheTransaction) {
@@ -106,9 +140,15 @@ TEST_F(DatabaseUpdaterTest, AStepMayNotEndTheTransaction) {
 }
 
 TEST_F(DatabaseUpdaterTest, BrokenRelationsAreRefused) {
-    updates("<Step From=\"1\" To=\"2\"><Statement>INSERT INTO RXs (LogID) VALUES (12345)</Statement></Step>");
-    EXPECT_THROW(apply(), platform::RuntimeError);
+    updates(QByteArray("<Step From=\"1\" To=\"2\"><Statement>") + toNowhere + "</Statement></Step>");
+    try {
+        apply();
+        ADD_FAILURE() << "nothing raised";
+    } catch (const platform::RuntimeError& failure) {
+        EXPECT_EQ(failure.description(), "The updated tables break a relation");
+    }
     EXPECT_EQ(sqlText("SELECT count(*) FROM RXs"), "0");
+    EXPECT_EQ(sqlText("PRAGMA user_version"), "0");
 }
 
 TEST_F(DatabaseUpdaterTest, ATakenBackUpdateLeavesNoCopyAndAnotherCopyIsNeverReplaced) {

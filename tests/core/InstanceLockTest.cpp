@@ -2,9 +2,27 @@
 #include "core/InstanceLock.h"
 #include "TempProgramFolder.h"
 
+#include <cerrno>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+namespace {
+
+/// What a lock asked for fails with; 0: the system decides.
+int lockFailure = 0;
+
+}  // namespace
+
+/// In the place of the system's own.
+extern "C" int flock(int file, int operation) noexcept {
+    if (lockFailure == 0)
+        return static_cast<int>(syscall(SYS_flock, file, operation));
+    errno = lockFailure;
+    return -1;
+}
 
 namespace {
 
@@ -32,6 +50,21 @@ TEST(InstanceLock, IsHeldAsLongAsItsOwnerLives) {
     }
     EXPECT_EQ(askedElsewhere(path), 0);
     EXPECT_TRUE(folder.has("sorvanto.lock"));
+}
+
+// As on a network folder whose server knows no locks: nobody may be kept out by that.
+TEST(InstanceLock, ALockThatTheFolderCantGiveRefusesNobody) {
+    const support::TempProgramFolder folder;
+    for (const int failure : {ENOLCK, EOPNOTSUPP, EIO, EINTR}) {
+        InstanceLock lock(folder.path("sorvanto.lock"));
+        lockFailure = failure;
+        EXPECT_FALSE(lock.heldByAnother()) << strerror(failure);
+        lockFailure = EWOULDBLOCK;
+        EXPECT_TRUE(lock.heldByAnother());
+        lockFailure = 0;
+        EXPECT_FALSE(lock.heldByAnother()) << "it can be asked again";
+        EXPECT_EQ(askedElsewhere(folder.path("sorvanto.lock")), 1) << "and is held from then on";
+    }
 }
 
 TEST(InstanceLock, AFolderThatCantBeWrittenRefusesNobody) {

@@ -38,7 +38,10 @@ bool MemoryPort::write(const QByteArray& bytes) {
         return true;
     for (const protocol::Frame& command : m_decoder.feed(bytes)) {
         m_line.transcript << QString::fromLatin1(bytes).trimmed();
-        const QByteArray reply = protocol::encode(m_line.mixer.receive(command));
+        protocol::Frame answer = m_line.mixer.receive(command);
+        if (m_line.alter)
+            m_line.alter(answer);
+        const QByteArray reply = protocol::encode(answer);
         const bool lost = !m_line.answers || m_line.loseReplies > 0;
         m_line.loseReplies = std::max(0, m_line.loseReplies - 1);
         m_line.transcript << QString::fromLatin1(reply).trimmed() + (lost ? u"   (lost)"_s : QString());

@@ -4,6 +4,7 @@
 //   line.arrives      false: commands do not even arrive
 //   line.present      false: the port can't be opened
 //   line.loseReplies  number of the next replies to lose
+//   line.alter        changes a reply on its way
 //   line.cut()        the plug is pulled
 //   line.transcript   every frame both ways, one a line; a lost reply is marked
 #pragma once
@@ -28,6 +29,7 @@ struct MemoryLine {
     bool arrives = true;
     bool present = true;
     int loseReplies = 0;
+    std::function<void(protocol::Frame& reply)> alter;
     QStringList transcript;
     platform::SerialPort* port = nullptr;
 

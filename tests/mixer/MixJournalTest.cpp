@@ -117,6 +117,20 @@ TEST_F(MixJournalTest, ClosedButNotMovedIsMoved) {
     EXPECT_EQ(files("mixes/closed").size(), 1);
 }
 
+TEST_F(MixJournalTest, AThousandClosedMixesAreKeptTheNewestOnes) {
+    QDir(folder.path()).mkpath("mixes/closed");
+    const auto nameOf = [](int number) {
+        return QString::fromLatin1("20250101-%1-3FA21C09.xml").arg(number, 6, 10, QChar('0'));
+    };
+    for (int number = 1; number <= 1003; ++number)
+        folder.write("mixes/closed/" + nameOf(number), {});
+    readAgain();
+    const QStringList kept = files("mixes/closed");
+    ASSERT_EQ(kept.size(), 1000);
+    EXPECT_EQ(kept.first(), nameOf(4));
+    EXPECT_EQ(kept.last(), nameOf(1003));
+}
+
 TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
     MixJournal journal;
     journal.load(mixId, test::shortFormula());

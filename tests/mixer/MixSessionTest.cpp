@@ -60,6 +60,15 @@ protected:
         line.run(shortTotal);
         ASSERT_TRUE(waitFor([&] { return done == 1 && state() == RunState::Ready; }));
     }
+    /// Waits until the mixer has been asked some more questions and has answered them: what was on its way
+    /// before has happened then.
+    void exchangeWords() {
+        constexpr qsizetype frames = 8;
+        const qsizetype enough = line.transcript.size() + frames;
+        ASSERT_TRUE(waitFor([&] { return line.transcript.size() >= enough; }));
+    }
+    QStringList openFiles() const { return QDir(folder.path("mixes")).entryList(QDir::Files); }
+    QStringList closedFiles() const { return QDir(folder.path("mixes/closed")).entryList(QDir::Files); }
     std::string text() const { return PanelTexts()(session->run().message()).toStdString(); }
     PanelText message() const { return session->run().message().text; }
     PanelText notice() const { return session->notice().text; }
@@ -96,8 +105,8 @@ TEST_F(MixSessionTest, WholeMix) {
     EXPECT_EQ(enabled, 1);
     EXPECT_TRUE(session->offers().empty());
     EXPECT_FALSE(session->formula());
-    EXPECT_TRUE(QDir(folder.path("mixes")).entryList(QDir::Files).isEmpty());
-    QTest::qWait(80);
+    EXPECT_EQ(openFiles(), QStringList());
+    exchangeWords();
     EXPECT_EQ(done, 1) << "once only";
 }
 
@@ -246,7 +255,7 @@ TEST_F(MixSessionTest, UnpluggedInTheMidstTheResultsAreFetched) {
     line.present = true;
     ASSERT_TRUE(waitFor([&] { return done == 1; }));
     EXPECT_TRUE(lastResults.contains("Value=\"A\""));
-    QTest::qWait(60);
+    exchangeWords();
     EXPECT_EQ(done, 1);
 }
 
@@ -317,12 +326,46 @@ TEST_F(MixSessionTest, StartRefusedByTheMixer) {
     EXPECT_TRUE(reaches(RunState::Mixing));
 }
 
+// A start that reached the mixer by a way that this program did not see.
+TEST_F(MixSessionTest, ARefusalAsUsedMeansThatTheMixRuns) {
+    loadShort();
+    line.mixer.receive(protocol::startCommand(session->formula()->programme.id));
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Mixing)) << text();
+    EXPECT_TRUE(line.transcript.join('\n').contains("USED"));
+    EXPECT_FALSE(session->run().isForeign());
+    EXPECT_EQ(startsExecuted(), 1);
+    line.run(shortTotal);
+    EXPECT_TRUE(waitFor([&] { return done == 1; }));
+}
+
+TEST_F(MixSessionTest, ResultsOfAnotherMixAreNotTaken) {
+    startShort();
+    int altered = 0;
+    line.alter = [&](protocol::Frame& reply) {
+        if (auto results = protocol::readResults(reply)) {
+            results->mix = "FFFFFFFF";
+            results->preparation = 99;
+            reply = protocol::resultsReply(reply, *results);
+            ++altered;
+        }
+    };
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return altered == 2; })) << "asked once more";
+    EXPECT_EQ(done, 0);
+    EXPECT_EQ(state(), RunState::Mixing);
+    line.alter = nullptr;
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_TRUE(lastResults.contains("<PreparationNumber Value=\"0012\"/>")) << lastResults.toStdString();
+}
+
 TEST_F(MixSessionTest, NoStartWithoutAJournal) {
     loadShort();
     {
         const support::FullDisk full;
         session->start();
         EXPECT_EQ(notice(), PanelText::JournalStart);
+        exchangeWords();
         EXPECT_EQ(startsExecuted(), 0);
         EXPECT_EQ(state(), RunState::Loaded);
     }
@@ -368,6 +411,18 @@ TEST_F(MixSessionTest, NotLoggedStaysOnOffer) {
     EXPECT_TRUE(session->offers().empty());
 }
 
+// The program may die before the handler is done: the file itself has to tell.
+TEST_F(MixSessionTest, TheJournalIsClosedWithinTheHandlerThatLogs) {
+    onDone = [&] {
+        EXPECT_EQ(openFiles().size(), 1);
+        session->logged();
+        EXPECT_EQ(openFiles(), QStringList());
+        EXPECT_EQ(closedFiles().size(), 1);
+    };
+    finishShort();
+    EXPECT_EQ(closedFiles().size(), 1);
+}
+
 TEST_F(MixSessionTest, PutAsideIsGoneForGood) {
     finishShort();
     session->putAside(protocol::MixId(session->offers()[0].mix));
@@ -375,7 +430,7 @@ TEST_F(MixSessionTest, PutAsideIsGoneForGood) {
     make();
     session->open();
     EXPECT_TRUE(session->offers().empty());
-    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(closedFiles().size(), 1);
 }
 
 TEST_F(MixSessionTest, LotInTheLogClosesTheJournal) {
@@ -440,7 +495,7 @@ TEST_F(MixSessionTest, MixThatTheMixerForgotIsShownAsEndedWithoutResults) {
     }));
     EXPECT_EQ(state(), RunState::Ready);
     session->logOffer(session->offers()[0].mix);
-    QTest::qWait(30);
+    exchangeWords();
     EXPECT_EQ(done, 0);
     session->putAside(protocol::MixId(session->offers()[0].mix));
     EXPECT_TRUE(session->offers().empty());
@@ -452,7 +507,7 @@ TEST_F(MixSessionTest, AnotherMixerIsNotAskedForIt) {
     line.mixer = mixersim::SimulatedMixer({protocol::version, "2.1", "SV0999"}, 3);
     session->open();
     ASSERT_TRUE(reaches(RunState::Ready));
-    QTest::qWait(50);
+    exchangeWords();
     ASSERT_EQ(session->offers().size(), 1U);
     EXPECT_EQ(session->offers()[0].state, JournalState::Started);
     EXPECT_EQ(session->offers()[0].serial, "SV0426");
@@ -559,6 +614,19 @@ TEST_F(MixSessionTest, SilenceIsStaleFirstAndLostThen) {
     EXPECT_TRUE(reaches(RunState::Disconnected));
 }
 
+TEST_F(MixSessionTest, NoStartWhileTheMixerIsSilent) {
+    loadShort();
+    line.answers = false;
+    ASSERT_TRUE(waitFor([&] { return session->link().isStale(); }));
+    EXPECT_EQ(state(), RunState::Loaded);
+    EXPECT_FALSE(session->canStart());
+    session->start();
+    EXPECT_EQ(session->run().running(), protocol::MixId());
+    line.answers = true;
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    EXPECT_EQ(startsExecuted(), 0);
+}
+
 // What goes over the line. The questions for the state between, and their number, depend on the time and
 // are left out, as are the sequence numbers with the checks.
 class MixTranscriptTest : public MixSessionTest {
@@ -599,7 +667,6 @@ TEST_F(MixTranscriptTest, PausedAndStopped) {
 TEST_F(MixTranscriptTest, LostReplies) {
     loadShort();
     ASSERT_TRUE(waitFor([&] { return line.transcript.last().contains("LOADED"); }));
-    QTest::qWait(5);
     line.loseReplies = 2;
     session->start();
     ASSERT_TRUE(reaches(RunState::Mixing));

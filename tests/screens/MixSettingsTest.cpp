@@ -163,6 +163,9 @@ TEST_F(MixSettingsTest, TheJarLimitsTheSpeed) {
     auto& jar = box<ChoiceBox>("cbofrm_JarSize");
     const int limits[] = {208, 208, 208, 191, 191, 191, 175, 175, 166};
     for (int row = 0; row < 9; ++row) {
+        // From a jar of another limit, since a jar outside the rule leaves the limit as it is.
+        jar.setListIndex(row < 3 ? 8 : 0);
+        ASSERT_NE(upDown("updCustSpeed").maximum(), limits[row]);
         jar.setListIndex(row);
         EXPECT_EQ(upDown("updCustSpeed").maximum(), limits[row]) << row + 1;
         EXPECT_EQ(upDown("updCustRPM").maximum(), 120);

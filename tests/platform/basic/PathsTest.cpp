@@ -7,15 +7,37 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 using namespace platform;
+
+namespace {
+
+/// What is flushed to the disk, and whether the disk takes it.
+struct Disk {
+    QStringList flushed;  ///< names of files and folders, in order
+    int failure = 0;      ///< what flushing a file fails with
+};
+Disk disk;
+
+}  // namespace
+
+/// In the place of the system's own.
+extern "C" int fsync(int file) {
+    disk.flushed << QFileInfo(QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(file))).fileName();
+    if (disk.failure == 0)
+        return static_cast<int>(syscall(SYS_fsync, file));
+    errno = disk.failure;
+    return -1;
+}
 
 namespace {
 
@@ -189,6 +211,29 @@ TEST_F(Files, FullDiskLeavesTheOldFileAndNothingElse) {
     }
     EXPECT_EQ(content(path("a.xml")), "old");
     EXPECT_EQ(names(), QStringList{"a.xml"});
+}
+
+// A name must not be there before what it names: after a power cut the file would be empty.
+TEST_F(Files, TheContentIsOnTheDiskBeforeTheNameAndTheNameBeforeTheEnd) {
+    put(path("a.xml"), "old");
+    disk = {};
+    writeFile(path("a.xml"), "new");
+    ASSERT_EQ(disk.flushed.size(), 2) << disk.flushed.join(' ').toStdString();
+    EXPECT_TRUE(disk.flushed[0].startsWith("a.xml.")) << "the file beside, before it got its name";
+    EXPECT_EQ(disk.flushed[1], QFileInfo(m_folder.path()).fileName());
+}
+
+TEST_F(Files, ADiskThatDoesNotTakeTheContentIsToldAndTheOldFileStays) {
+    put(path("a.xml"), "old");
+    for (const auto& [failure, number] :
+         {std::pair{EIO, error::deviceIo}, std::pair{ENOSPC, error::diskFull}}) {
+        disk.failure = failure;
+        EXPECT_RAISES(writeFile(path("a.xml"), "new"), number);
+        EXPECT_RAISES(writeFile(path("b.xml"), "new"), number);
+        disk.failure = 0;
+        EXPECT_EQ(content(path("a.xml")), "old");
+        EXPECT_EQ(names(), QStringList{"a.xml"});
+    }
 }
 
 TEST_F(Files, FullDeviceIsADiskFull) { EXPECT_RAISES(writeFile("/dev/full", "x"), error::diskFull); }

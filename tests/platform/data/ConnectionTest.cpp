@@ -1,5 +1,6 @@
 // Opening of good and bad files, and the numbers of failures on real ones: locked, read-only, full, damaged.
 #include "DataTest.h"
+#include "platform/data/Sqlite.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -263,6 +264,19 @@ TEST_F(ConnectionTest, TracesTheTextAsItWasGiven) {
 TEST_F(ConnectionTest, LeavesNothingBesideTheFile) {
     connection->execute(u"UPDATE [Options] SET [opt_Version] = 2"_s);
     EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files), QStringList{u"test.mdb"_s});
+}
+
+// A statement that has come back stands on the disk, and in the one file alone.
+TEST_F(ConnectionTest, EachStatementIsOnTheDiskWhenItComesBack) {
+    support::runSql(path(), u"PRAGMA journal_mode = WAL"_s);
+    connection->close();
+    open();
+    const auto setting = [&](const QString& name) {
+        sqlite::Statement statement(connection->handle(), u"PRAGMA "_s + name, {});
+        return statement.step() ? statement.value(0, {ColumnKind::Text, 0}).toString() : QString();
+    };
+    EXPECT_EQ(setting(u"synchronous"_s), "2") << "FULL";
+    EXPECT_EQ(setting(u"journal_mode"_s), "delete");
 }
 
 TEST_F(ConnectionTest, HoldsNoLockBetweenStatements) {

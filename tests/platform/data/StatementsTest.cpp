@@ -238,6 +238,8 @@ TEST_F(Statements, LikeIgnoresCaseAndKnowsItsSigns) {
                           {"[!a-c]%", "Beta", false},
                           {"[xyz]1", "Y1", true},
                           {"[!]", "!", true},
+                          {"[!]", "a", false},
+                          {"[!]", "", false},
                           {"[]a", "A", true},
                           {"5[%]%", "5% gel", true},
                           {"5[%]%", "50 gel", false},

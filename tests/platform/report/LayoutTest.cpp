@@ -63,6 +63,26 @@ TEST(Layout, WithoutRowsHeadersAndFootersStand) {
     support::expectGolden("report/stock_list_empty.txt", dumped(run->document()));
 }
 
+TEST(Layout, FootersShowTheLastRowAlsoWhereItIsTheOnlyOne) {
+    for (const int count : {1, 3}) {
+        StockFile file;
+        file.addMany(count);
+        ReportDefinition definition;
+        definition.sections = {
+            {SectionKind::Detail, 270, {field("name", 0, 0, 2000, 270).bound("name")}},
+            {SectionKind::GroupFooter, 270, {field("last", 0, 0, 2000, 270).bound("name")}},
+            {SectionKind::ReportFooter, 270, {field("end", 0, 0, 2000, 270).bound("name")}}};
+        auto report = std::make_unique<Report>(definition);
+        report->setRows(file.rows());
+        const auto run = finished(std::move(report));
+        QStringList texts;
+        for (const PageItem& item : run->document().pages.at(0).items)
+            texts << item.text;
+        const QString last = u"Item %1"_s.arg(count);
+        EXPECT_EQ(texts.mid(count - 1), (QStringList{last, last, last})) << texts.join(' ').toStdString();
+    }
+}
+
 TEST(Layout, PagesComeOneByOne) {
     StockFile file;
     file.addMany(100);

@@ -129,6 +129,17 @@ TEST(Spreadsheet, TextsBesideAHighOneHaveRowsOfTheirOwn) {
         EXPECT_TRUE(cells.contains(cell)) << cell << "\n" << qPrintable(cells);
 }
 
+TEST(Spreadsheet, ATextFromTheMiddleOfALineOnHasARowOfItsOwn) {
+    const auto run = finished(onePage({
+        label("high", 0, 0, 2000, 300, "high"),
+        label("above", 2000, 149, 2000, 270, "above"),
+        label("middle", 4000, 150, 2000, 270, "middle"),
+    }));
+    const QString cells = Xls(spreadsheet(run->document())).cells();
+    for (const char* cell : {"0|0|text|'high'", "0|1|text|'above'", "1|1|text|'middle'"})
+        EXPECT_TRUE(cells.contains(cell)) << cell << "\n" << qPrintable(cells);
+}
+
 TEST(Spreadsheet, NothingIsHiddenByItsCell) {
     const auto run = finished(onePage({
         label("title", 0, 0, 1000, 400, "A title over narrow columns").points(14.5).centre(),
@@ -196,9 +207,11 @@ TEST(XlsWorkbook, KeepsTextsOfEveryLengthAndScript) {
 }
 
 TEST(XlsWorkbook, KeepsNumbersToTheLastBit) {
-    const std::vector<double> numbers{0,         -0.0,       1,          -1,         0.01,    -0.07,
-                                      12.5,      1234567.89, 0.1,        1e300,      -1e-300, 536870911,
-                                      536870912, -536870911, 5368709.11, 5368709.12, 1.0 / 3, 46088.5869};
+    const std::vector<double> numbers{0, -0.0, 1, -1, 0.01, -0.07, 12.5, 1234567.89, 0.1, 1e300, -1e-300,
+                                      536870911, 536870912, -536870911, 5368709.11, 5368709.12, 1.0 / 3,
+                                      46088.5869,
+                                      // a hundredth but for the last bit
+                                      0.8 - 0.1};
     XlsWorkbook book("Numbers");
     for (std::size_t i = 0; i < numbers.size(); ++i)
         book.addNumber(static_cast<int>(i), static_cast<int>(i % 3), 0, numbers[i]);
