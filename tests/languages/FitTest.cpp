@@ -5,6 +5,7 @@
 #include "LanguageTour.h"
 #include "mixer/SimulatorProcess.h"
 
+#include "mixer/LinkRow.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -47,9 +48,10 @@ private:
     static QString pictures() { return qEnvironmentVariable("SORVANTO_PICTURES"); }
 
     void keepPicture(QWidget& shown, const QString& name) const {
-        constexpr int mixerAnswers = 1500;
-        if (name == "formulas-1" || name == "current")
-            QTest::qWait(mixerAnswers);
+        const auto* link = shown.findChild<sorvanto::LinkRow*>("mixerLink");
+        if (link && (name == "formulas-1" || name == "current")) {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !link->badge().isEmpty(); })) << "the mixer answers";
+        }
         if (auto* database = shown.findChild<QLineEdit*>("txtDB"))
             database->setText("sorvanto.mdb");  // not the folder of the test
         const QString place = pictures() + "/" + QString(names[language()]).toLower();

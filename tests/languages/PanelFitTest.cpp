@@ -6,10 +6,12 @@
 #include "support/Child.h"
 #include "support/FixedClock.h"
 #include "support/ScriptedAsker.h"
+#include "support/Settle.h"
 #include "support/TempProgramFolder.h"
 #include "support/WarningTrap.h"
 
 #include "mixer/LinkRow.h"
+#include "mixer/NoticeCard.h"
 #include "mixer/ProgressRing.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/widgets/Theme.h"
@@ -49,7 +51,7 @@ protected:
     static bool until(const std::function<bool()>& condition) { return test::waitFor(condition); }
 
     void look(const char* state) const {
-        QTest::qWait(20);
+        support::settle();
         for (const QString& misfit : misfits(*control))
             ADD_FAILURE() << names[GetParam()] << ", " << state << ": " << misfit.toStdString();
         for (const auto* widget : control->findChildren<QWidget*>()) {
@@ -104,8 +106,10 @@ TEST_P(PanelFitTest, BeforeAMix) {
     loadShort();
     look("ready");
     line.mixer.openLid();
+    const auto* problem = child<NoticeCard>(*control, "mixerProblem");
+    ASSERT_TRUE(problem->text().isEmpty());
     button("mixerStart").click();
-    QTest::qWait(100);
+    ASSERT_TRUE(until([&] { return !problem->text().isEmpty(); }));
     look("lid");
 }
 

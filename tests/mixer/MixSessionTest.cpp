@@ -4,10 +4,9 @@
 #include "support/FixedClock.h"
 #include "support/Golden.h"
 #include "support/Hindrances.h"
+#include "support/Settle.h"
 #include "support/TempProgramFolder.h"
 
-#include <QEventLoop>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -534,33 +533,29 @@ TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
 }
 
 TEST_F(MixSessionTest, TheLinkGoesOnWhileTheUserSigns) {
-    int framesWhileSigning = 0;
     onDone = [&] {
-        const qsizetype before = line.transcript.size();
-        QEventLoop dialog;
-        QTimer::singleShot(150, &dialog, [&] {
-            session->initialsClosed();
-            EXPECT_EQ(state(), RunState::Done);
-            session->loadFormula(shortFormula());
-            EXPECT_EQ(notice(), PanelText::BusySigning);
-            session->start();
-        });
-        QTimer::singleShot(250, &dialog, &QEventLoop::quit);
-        dialog.exec();
-        framesWhileSigning = static_cast<int>(line.transcript.size() - before);
+        exchangeWords();
+        EXPECT_TRUE(session->isSigning());
+        session->initialsClosed();
+        EXPECT_FALSE(session->isSigning());
+        EXPECT_EQ(state(), RunState::Done);
+        session->loadFormula(shortFormula());
+        EXPECT_EQ(notice(), PanelText::BusySigning);
+        session->start();
+        exchangeWords();
+        EXPECT_EQ(state(), RunState::Done);
     };
     finishShort();
-    EXPECT_GT(framesWhileSigning, 4);
     EXPECT_EQ(done, 1);
+    EXPECT_TRUE(session->notice().empty()) << "the mixer is free again";
     EXPECT_EQ(startsExecuted(), 1);
 }
 
 TEST_F(MixSessionTest, ClosedWhileTheUserSigns) {
     onDone = [&] {
-        QEventLoop dialog;
-        QTimer::singleShot(20, &dialog, [&] { session->close(); });
-        QTimer::singleShot(80, &dialog, &QEventLoop::quit);
-        dialog.exec();
+        exchangeWords();
+        session->close();
+        support::settle();
     };
     startShort();
     line.run(shortTotal);
@@ -573,10 +568,9 @@ TEST_F(MixSessionTest, ClosedWhileTheUserSigns) {
 
 TEST_F(MixSessionTest, DestroyedWhileTheUserSigns) {
     onDone = [&] {
-        QEventLoop dialog;
-        QTimer::singleShot(20, &dialog, [&] { session.reset(); });
-        QTimer::singleShot(60, &dialog, &QEventLoop::quit);
-        dialog.exec();
+        exchangeWords();
+        session.reset();
+        support::settle();
     };
     startShort();
     line.run(shortTotal);

@@ -3,6 +3,7 @@
 #include "support/Child.h"
 #include "support/FixedClock.h"
 #include "support/ScriptedAsker.h"
+#include "support/Settle.h"
 #include "support/TempProgramFolder.h"
 #include "support/WarningTrap.h"
 
@@ -65,7 +66,7 @@ protected:
         const QString target = qEnvironmentVariable("SORVANTO_PICTURES");
         if (target.isEmpty())
             return;
-        QTest::qWait(30);
+        support::settle();
         control->grab().save(target + '/' + name + ".png");
     }
 
@@ -320,7 +321,7 @@ TEST_F(MixerPanelTest, SixteenStepsFitTheSmallestWindow) {
     ASSERT_TRUE(ringSays("step 1 of 16"));
     line.run(125'000);
     ASSERT_TRUE(ringSays("step 13 of 16"));
-    QTest::qWait(20);
+    support::settle();
     const auto& table = *child<StepsTable>(*control, "mixerSteps");
     EXPECT_TRUE(table.viewport()->rect().contains(table.visualItemRect(table.item(12, 1)).center()))
         << "the running step is in sight";
@@ -336,7 +337,7 @@ TEST_F(MixerPanelTest, DarkToo) {
     ASSERT_TRUE(ringSays("step 2 of 2"));
     picture("mixing-dark");
     platform::applyTheme(*qApp, false);
-    QTest::qWait(20);
+    support::settle();
     picture("mixing");
     EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->item(1, 0)->background().color(),
               platform::themeOf(false).softAccent);

@@ -2,6 +2,7 @@
 #include "ReportTest.h"
 
 #include "Child.h"
+#include "Settle.h"
 #include "config/clsOptions.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/widgets/Boxes.h"
@@ -256,7 +257,7 @@ void ReportTest::kept(QWidget& window, const QString& name) {
         return;
     applyTheme(*qApp, false);
     window.show();
-    QTest::qWait(100);
+    support::settle();
     window.grab().save(place + '/' + name + ".png");
 }
 

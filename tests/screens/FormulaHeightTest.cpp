@@ -1,6 +1,7 @@
 // The height of the formula screen: each tab takes the room it needs, and no more. With SORVANTO_PICTURES
 // naming a folder, a picture is kept there.
 #include "FormulaScreenTest.h"
+#include "Settle.h"
 
 #include "platform/widgets/Theme.h"
 
@@ -35,7 +36,7 @@ TEST_F(FormulaHeightTest, TheGeneralTabDoesNotScrollForTheSakeOfTheMixOptions) {
     const int low = formula().minimumSizeHint().height();
     window->resize(1366, window->height() - formula().height() + low);  // as an error strip may leave it
     const QString pictures = qEnvironmentVariable("SORVANTO_PICTURES");
-    QTest::qWait(50);
+    support::settle();
     if (!pictures.isEmpty())
         window->grab().save(pictures + "/formula-height.png");
     EXPECT_EQ(formula().height(), low);

@@ -3,6 +3,7 @@
 #include "Tools.h"
 #include "support/Child.h"
 #include "support/ScriptedAsker.h"
+#include "support/Settle.h"
 #include "support/TempProgramFolder.h"
 
 #include "platform/basic/RuntimeError.h"
@@ -20,6 +21,7 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
@@ -122,7 +124,7 @@ TEST_F(Preview, AFailureLaterKeepsThePagesBeforeItAndIsToldOnce) {
     };
     open(std::move(report));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }));
-    QTest::qWait(50);
+    support::settle();
     EXPECT_EQ(failures, QStringList("Division by zero"));
     EXPECT_EQ(window->document().pages.size(), 3u);
     EXPECT_FALSE(window->isComplete());
@@ -145,7 +147,7 @@ TEST_F(Preview, CancelStopsTheLayoutAndSaysSo) {
     QTest::mouseClick(child<QPushButton>(*window, "cancel"), Qt::LeftButton);
     EXPECT_EQ(window->document().pages.size(), 1u);
     EXPECT_EQ(text("noticeLine"), "The report was stopped after page 1: the rest is missing.");
-    QTest::qWait(30);
+    support::settle();
     EXPECT_EQ(window->document().pages.size(), 1u);
 }
 
@@ -229,7 +231,7 @@ TEST_F(Preview, ZoomsByKeysWheelBoxAndFit) {
     child<QAction>(*window, "fitPage")->trigger();
     EXPECT_NEAR(view().zoom(), whole, 0.02);
     window->resize(window->width(), window->height() / 2);
-    QTest::qWait(10);
+    support::settle();
     EXPECT_LT(view().zoom(), whole * 0.7) << "a fitted page follows the window";
 }
 
@@ -307,7 +309,10 @@ TEST_F(Preview, SavesAsPdfAtAPathTypedByHand) {
         line->setFocus();
         line->selectAll();
         QTest::keyClicks(line, place.path() + "/sheets/stock", Qt::NoModifier, 5);
-        QTest::qWait(200);  // the folder is read meanwhile
+        const auto* files = child<QFileSystemModel>(dialog, "qt_filesystem_model");
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return files->rowCount(files->index(place.path() + "/sheets")) == 1;
+        })) << "the folder is read meanwhile";
         QTest::keyClick(line, Qt::Key_Return);
         if (dialog.isVisible())
             dialog.close();

@@ -52,7 +52,11 @@ TEST_F(QtSerialPortTest, PulledPlugIsToldOnceAndClosesThePort) {
     EXPECT_FALSE(port.isOpen());
     EXPECT_FALSE(port.errorText().isEmpty());
     EXPECT_FALSE(port.write("x"));
-    QTest::qWait(100);
+    // What were still to come would come before a word over the next line.
+    const test::Terminal other;
+    ASSERT_TRUE(port.open(other.path(), 57600));
+    other.write("x");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return received == "x"; }));
     EXPECT_EQ(failed.count(), 1);
 }
 
@@ -65,7 +69,8 @@ TEST_F(QtSerialPortTest, ClosingIsSilentAndOpeningAgainWorks) {
     ASSERT_TRUE(port.open(terminal.path(), 57600)) << "opening closes first";
     EXPECT_TRUE(port.write("hello"));
     EXPECT_EQ(terminal.read(5), "hello");
-    QTest::qWait(50);
+    terminal.write("there");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return received == "there"; }));
     EXPECT_EQ(failed.count(), 0);
 }
 

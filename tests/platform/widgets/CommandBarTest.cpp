@@ -1,6 +1,7 @@
 // The bar as a program uses it and as a user clicks it.
 #include "Gallery.h"
 #include "SampleRows.h"
+#include "Settle.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/BarButton.h"
 #include "platform/widgets/Theme.h"
@@ -257,7 +258,7 @@ TEST_F(Bar, AStripStandsAboveTheScreens) {
     auto* strip = new QLabel("A report");
     bar.addStrip(*strip);
     strip->show();
-    QTest::qWait(1);
+    support::settle();
     EXPECT_LT(strip->mapTo(&window, QPoint()).y(), first->mapTo(&window, QPoint()).y());
 }
 

@@ -1,6 +1,7 @@
 // The whole look in one window, light and dark. Pictures go to the folder in SORVANTO_PICTURES, if set.
 #include "Gallery.h"
 #include "SampleRows.h"
+#include "Settle.h"
 #include "WarningTrap.h"
 #include "platform/widgets/AskDialog.h"
 #include "platform/widgets/Boxes.h"
@@ -22,7 +23,7 @@ using namespace platform;
 
 void keepPicture(QWidget& widget, const QString& name) {
     const QString folder = qEnvironmentVariable("SORVANTO_PICTURES");
-    QTest::qWait(20);
+    support::settle();
     if (!folder.isEmpty())
         widget.grab().save(QDir(folder).filePath(name + ".png"));
 }

@@ -2,6 +2,7 @@
 #include "platform/widgets/RecordGrid.h"
 #include "SampleRows.h"
 #include "ScriptedAsker.h"
+#include "Settle.h"
 #include "TestDatabase.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
@@ -387,7 +388,7 @@ TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
     const int rowsAlone = grid->sizeHint().height();
     window.resize(320, 400);
     ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() > 0; }));
-    QTest::qWait(20);
+    support::settle();
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone + grid->horizontalScrollBar()->height());
     EXPECT_EQ(grid->verticalScrollBar()->maximum(), 0);
     EXPECT_TRUE(

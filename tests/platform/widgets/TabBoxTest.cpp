@@ -1,5 +1,6 @@
 // The height of tabs follows the page on show.
 #include "platform/widgets/TabBox.h"
+#include "Settle.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -30,7 +31,7 @@ TEST(TabBoxes, ALowPageDoesNotScrollForTheSakeOfAHighOne) {
     area.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&area));
     const auto scrolls = [&] { return area.verticalScrollBar()->maximum() > 0; };
-    QTest::qWait(20);
+    support::settle();
     EXPECT_FALSE(scrolls());
     tabs->setCurrentIndex(1);
     EXPECT_TRUE(QTest::qWaitFor(scrolls));
