@@ -101,9 +101,11 @@ void DailyBackup::startSoon() {
 
 void DailyBackup::stop() {
     m_timer.stop();
+    m_looked = true;
     m_cancelled = true;
     if (m_job.valid())
         m_job.wait();
+    m_job = {};
 }
 
 void DailyBackup::look() {

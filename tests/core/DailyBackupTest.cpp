@@ -125,6 +125,29 @@ TEST_F(DailyBackupTest, AFailureIsReportedAndNothingIsLeft) {
     expectReport("DailyBackup:copy");
 }
 
+TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {
+    sql("PRAGMA foreign_keys = OFF; INSERT INTO RXs (LogID, PatientID) VALUES (12345, 54321)");
+    for (int day = 1; day <= 16; ++day) {
+        QDir(folder.path()).mkdir("backups");
+        folder.write(u"backups/sorvanto-2026-02-%1.mdb"_s.arg(day, 2, 10, QChar('0')), "old");
+    }
+    run();
+    EXPECT_TRUE(expectReport("DailyBackup:copy").description.contains("not sound"));
+    EXPECT_EQ(copies().size(), 16) << "no older one goes for it, and no part of it is left";
+}
+
+TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
+    sql("INSERT INTO Chemical (chm_Notes) VALUES (hex(zeroblob(4000000)))");
+    DailyBackup backup(0);
+    backup.startSoon();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb.part"}) << "no name before it is whole";
+    EXPECT_TRUE(backup.running());
+    backup.stop();
+    EXPECT_FALSE(backup.running());
+    EXPECT_TRUE(copies().isEmpty());
+}
+
 TEST_F(DailyBackupTest, WithoutADatabaseThereIsNothingToCopy) {
     basMain::gConnection = std::make_shared<platform::Connection>();
     run();

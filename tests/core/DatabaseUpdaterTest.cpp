@@ -7,6 +7,8 @@
 #include <QDir>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace sorvanto;
@@ -229,6 +231,27 @@ TEST_F(DatabaseUpdaterTest, StepsThatAreDoneAreNotRunTwice) {
     EXPECT_TRUE(applied) << "the program is told again to write the version";
     EXPECT_EQ(version, "2");
     EXPECT_EQ(sqlText("SELECT count(*) FROM Shelf"), "1");
+}
+
+TEST_F(DatabaseUpdaterTest, TheMarkOfTheFileIsToldAsAVersion) {
+    updates(two);
+    for (const auto& [mark, told] : {std::pair{10'500, "1.05"}, std::pair{12'000, "1.2"},
+                                     std::pair{20'001, "2.0001"}, std::pair{100'000, "10"}}) {
+        sql(u"PRAGMA user_version = %1"_s.arg(mark));
+        version = "1";
+        apply();
+        EXPECT_TRUE(applied);
+        EXPECT_EQ(version, told);
+    }
+    EXPECT_FALSE(hasTable("Shelf"));
+}
+
+TEST_F(DatabaseUpdaterTest, AHistoryThatCanNotBeWrittenTakesNothingBack) {
+    QDir(folder.path()).mkpath("backups/updates.txt");
+    updates(two);
+    apply();
+    EXPECT_TRUE(applied);
+    EXPECT_TRUE(hasTable("Shelf"));
 }
 
 TEST_F(DatabaseUpdaterTest, NoCopyNoUpdate) {

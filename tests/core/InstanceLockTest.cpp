@@ -2,6 +2,7 @@
 #include "core/InstanceLock.h"
 #include "TempProgramFolder.h"
 
+#include <QProcess>
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -50,6 +51,21 @@ TEST(InstanceLock, IsHeldAsLongAsItsOwnerLives) {
     }
     EXPECT_EQ(askedElsewhere(path), 0);
     EXPECT_TRUE(folder.has("sorvanto.lock"));
+}
+
+// A program that was started from this one and goes on, as a viewer does.
+TEST(InstanceLock, IsNotHandedOnToOtherPrograms) {
+    const support::TempProgramFolder folder;
+    QProcess other;
+    {
+        InstanceLock lock(folder.path("sorvanto.lock"));
+        EXPECT_FALSE(lock.heldByAnother());
+        other.start("cat", {});
+        ASSERT_TRUE(other.waitForStarted());
+    }
+    EXPECT_EQ(askedElsewhere(folder.path("sorvanto.lock")), 0);
+    other.closeWriteChannel();
+    EXPECT_TRUE(other.waitForFinished());
 }
 
 // As on a network folder whose server knows no locks: nobody may be kept out by that.

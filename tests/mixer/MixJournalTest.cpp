@@ -83,6 +83,30 @@ TEST_F(MixJournalTest, EachStateSurvives) {
     EXPECT_TRUE(folder.read("mixes/closed/20260307-140509-3FA21C09.xml").contains("State=\"logged\""));
 }
 
+TEST_F(MixJournalTest, OpenMixesStandInTheOrderOfTheirStarts) {
+    for (const char* mix : {"00000003", "00000001", "00000002"}) {
+        MixJournal journal;
+        journal.load(mix, test::shortFormula());
+        journal.start(mix, "SV0426");
+        clock.advance(60);
+    }
+    const MixJournal journal = readAgain();
+    ASSERT_EQ(journal.open().size(), 3U);
+    EXPECT_EQ(journal.open()[0].mix, "00000003");
+    EXPECT_EQ(journal.open()[1].mix, "00000001");
+    EXPECT_EQ(journal.open()[2].mix, "00000002");
+}
+
+TEST_F(MixJournalTest, AnUndoneStartHasNoTime) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    const QByteArray loaded = folder.read("mixes/3FA21C09.xml");
+    journal.start(mixId, "SV0426");
+    EXPECT_TRUE(folder.read("mixes/3FA21C09.xml").contains(" Started="));
+    journal.undoStart(mixId);
+    EXPECT_EQ(folder.read("mixes/3FA21C09.xml").replace(" Mixer=\"SV0426\"", ""), loaded);
+}
+
 TEST_F(MixJournalTest, AbortedStaysUntilPutAside) {
     MixJournal journal;
     journal.load(mixId, test::shortFormula());
@@ -91,6 +115,7 @@ TEST_F(MixJournalTest, AbortedStaysUntilPutAside) {
     MixJournal again = readAgain();
     ASSERT_EQ(again.open().size(), 1U);
     EXPECT_EQ(again.open()[0].state, JournalState::Aborted);
+    EXPECT_EQ(again.open()[0].finished, clock.now());
     again.close(mixId, JournalState::PutAside);
     EXPECT_TRUE(readAgain().open().empty());
 }
@@ -113,8 +138,20 @@ TEST_F(MixJournalTest, ClosedButNotMovedIsMoved) {
     journal.finish(mixId, someResults(), false);
     QByteArray text = folder.read("mixes/3FA21C09.xml");
     folder.write("mixes/3FA21C09.xml", text.replace("finished", "logged"));
+    const QByteArray closed = folder.read("mixes/3FA21C09.xml");
     EXPECT_TRUE(readAgain().open().empty());
-    EXPECT_EQ(files("mixes/closed").size(), 1);
+    EXPECT_EQ(files("mixes/closed"), QStringList{"20260307-140509-3FA21C09.xml"});
+    EXPECT_TRUE(files().isEmpty());
+    // Over one that is there already; without a date in it, under that of today.
+    folder.write("mixes/closed/20260307-140509-3FA21C09.xml", "older");
+    folder.write("mixes/3FA21C09.xml", closed);
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_EQ(folder.read("mixes/closed/20260307-140509-3FA21C09.xml"), closed);
+    folder.write("mixes/3FA21C09.xml", QByteArray(closed).replace(" Loaded=\"2026-03-07 14:05:09\"", ""));
+    clock.advance(60);
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_EQ(files("mixes/closed").last(), "20260307-140609-3FA21C09.xml");
 }
 
 TEST_F(MixJournalTest, AThousandClosedMixesAreKeptTheNewestOnes) {

@@ -422,6 +422,67 @@ TEST_F(MixSessionTest, TheJournalIsClosedWithinTheHandlerThatLogs) {
     EXPECT_EQ(closedFiles().size(), 1);
 }
 
+// The lot was logged by another window meanwhile.
+TEST_F(MixSessionTest, AnOfferThatIsInTheLogIsNotHandedOverAgain) {
+    finishShort();
+    ASSERT_EQ(session->offers().size(), 1U);
+    logged << "SV04260012";
+    session->logOffer(protocol::MixId(session->offers()[0].mix));
+    EXPECT_TRUE(session->offers().empty());
+    EXPECT_EQ(closedFiles().size(), 1);
+    exchangeWords();
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(MixSessionTest, AnOfferWaitsUntilTheMixerIsFree) {
+    finishShort();
+    const auto offered = protocol::MixId(session->offers().at(0).mix);
+    session->loadFormula(shortFormula());
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    EXPECT_TRUE(session->canLog());
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    EXPECT_FALSE(session->canLog());
+    session->logOffer(offered);
+    session->putAside(session->run().running());
+    exchangeWords();
+    EXPECT_EQ(done, 1);
+    ASSERT_EQ(session->offers().size(), 1U) << "the running one is none";
+    EXPECT_EQ(session->offers()[0].mix, offered);
+    EXPECT_EQ(openFiles().size(), 2);
+}
+
+TEST_F(MixSessionTest, WhatIsBeingSignedCanNotBePutAside) {
+    onDone = [&] {
+        const QString name = openFiles().value(0).section('.', 0, 0);
+        session->putAside(name.toLatin1());
+        EXPECT_EQ(openFiles().size(), 1);
+        EXPECT_TRUE(session->offers().empty()) << "shown elsewhere";
+        EXPECT_FALSE(session->canLog());
+        EXPECT_FALSE(session->canLoadAgain());
+    };
+    finishShort();
+    EXPECT_EQ(session->offers().size(), 1U);
+}
+
+TEST_F(MixSessionTest, ANumberOfTheJournalIsNotGivenOutAgain) {
+    finishShort();
+    ASSERT_EQ(session->offers()[0].mix, "00000001");
+    line.mixIds = 0;
+    session->loadFormula(shortFormula());
+    EXPECT_EQ(session->formula()->programme.id, "00000002");
+    EXPECT_EQ(openFiles().size(), 2);
+}
+
+TEST_F(MixSessionTest, AJournalThatIsNoneIsTold) {
+    QDir(folder.path()).mkdir("mixes");
+    folder.write("mixes/one.xml", "garbage");
+    folder.write("mixes/two.xml", "");
+    session->open();
+    EXPECT_EQ(notice(), PanelText::JournalUnreadable);
+    EXPECT_EQ(session->notice().parts, QStringList{"one.xml, two.xml"});
+}
+
 TEST_F(MixSessionTest, PutAsideIsGoneForGood) {
     finishShort();
     session->putAside(protocol::MixId(session->offers()[0].mix));
