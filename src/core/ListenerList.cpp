@@ -24,10 +24,15 @@ void ListenerList::deliver(const QString& toolName, const QString& searchText) {
         if (--m_deliveries == 0)
             std::erase(m_listeners, nullptr);
     });
+    // One that was released and connected anew stands in two places, yet it is the same click.
+    std::vector<const ToolListener*> heard;
     // By position and with the size read anew: the list may grow meanwhile.
     for (std::size_t i = 0; i < m_listeners.size(); ++i) {
-        if (m_listeners[i])
-            m_listeners[i]->m_frmMain_btnClick(toolName, searchText);
+        ToolListener* listener = m_listeners[i];
+        if (!listener || std::find(heard.begin(), heard.end(), listener) != heard.end())
+            continue;
+        heard.push_back(listener);
+        listener->m_frmMain_btnClick(toolName, searchText);
     }
 }
 

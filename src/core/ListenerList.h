@@ -1,5 +1,6 @@
 // Who hears tool clicks. The list is read live: a screen that connects while a click is being delivered
-// hears that click too, one that is released before its turn does not, and each hears a click once.
+// hears that click too, one that is released before its turn does not, and each hears a click once at most,
+// also when it is released and connected anew meanwhile.
 #pragma once
 
 #include <QString>
@@ -16,6 +17,7 @@ public:
     void release(ToolListener& listener);
     /// Deliveries may nest: a listener may click a tool of its own.
     void deliver(const QString& toolName, const QString& searchText);
+    bool isDelivering() const { return m_deliveries > 0; }
 
 private:
     std::vector<ToolListener*> m_listeners;  ///< a released place is empty until no delivery runs

@@ -76,7 +76,8 @@ clsFormula::clsFormula() : frm_Mix(XmlDocument::create()) {}
 
 bool clsFormula::deleteFormula(const clsFormulaPtr& Formula, bool Silent) {
     return guarded("clsFormula:deleteFormula", false, [&] {
-        const clsFormula& formula = deref(Formula);
+        const clsFormulaPtr held = Formula;  // the screen may show another one when the question is answered
+        const clsFormula& formula = deref(held);
         if (!Silent && !confirmedDeletion(formula.frm_Name + "?"))
             return false;
         for (const char* table : {"[FormChem] WHERE ", "[Formula] WHERE "}) {  // the lines go first

@@ -58,6 +58,13 @@ QString logLines(std::int32_t log) {
 
 clsLog::clsLog() : log_Results(XmlDocument::create()), log_Mix(XmlDocument::create()) {}
 
+clsLogPtr clsLog::copy() const {
+    auto copied = std::make_shared<clsLog>(*this);
+    copied->log_Results = deref(log_Results).cloneDeep();
+    copied->log_Mix = deref(log_Mix).cloneDeep();
+    return copied;
+}
+
 void clsLog::openLog(std::int32_t key, const QString& Search) {
     guarded("clsLog:openLog", [&] {
         strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
@@ -86,7 +93,8 @@ bool clsLog::saveLog(const clsLogPtr& Log) {
 
 bool clsLog::deleteLog(const clsLogPtr& Log) {
     return guarded("clsLog:deleteLog", false, [&] {
-        const clsLog& log = deref(Log);
+        const clsLogPtr held = Log;  // the screen may show another one when the question is answered
+        const clsLog& log = deref(held);
         if (!confirmedDeletion(log.log_Name + " ?"))
             return false;
         strSQL = "DELETE FROM ";

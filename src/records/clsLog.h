@@ -41,6 +41,9 @@ public:
     QString log_Notes;
     platform::RecordsetPtr Chemical;  ///< the frozen lines
 
+    /// The same batch in an object of its own, which stays as it is while this one opens another. The lines
+    /// are the same set until then.
+    clsLogPtr copy() const;
     bool deleteLog(const clsLogPtr& Log);
     /// Asks for the initials and writes the batch; nothing when cancelled or failed. Results may be null.
     clsLogPtr addLog(const platform::XmlDocumentPtr& Formula, const platform::XmlDocumentPtr& Results);

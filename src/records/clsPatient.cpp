@@ -67,10 +67,11 @@ clsPatient::clsPatient() : pat_BDay(zeroDate()) {}
 
 bool clsPatient::deletePatient(const clsPatientPtr& Patient, bool Silent) {
     const ResumeNext step("clsPatient:deletePatient");
+    const clsPatientPtr held = Patient;  // the screen may show another one when the question is answered
     if (!Silent) {
         bool confirmed = false;
         step([&] {
-            const clsPatient& patient = deref(Patient);
+            const clsPatient& patient = deref(held);
             confirmed = confirmedDeletion(patient.pat_LName + ", " + patient.pat_FName + "?");
         });
         if (!confirmed)
@@ -79,7 +80,7 @@ bool clsPatient::deletePatient(const clsPatientPtr& Patient, bool Silent) {
     for (const char* table : {"[RXs] WHERE ", "[Patient] WHERE "}) {
         step([&] { strSQL = "DELETE FROM "; });
         step([&] { strSQL += table; });
-        step([&] { strSQL += "(PatientID = " + QString::number(deref(Patient).PatientID) + ");"; });
+        step([&] { strSQL += "(PatientID = " + QString::number(deref(held).PatientID) + ");"; });
         step([&] { openDB()->execute(strSQL); });
     }
     return true;

@@ -9,6 +9,7 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+#include <QApplication>
 #include <QScreen>
 
 namespace sorvanto {
@@ -50,7 +51,7 @@ std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std
         step([&] { key = toInt32(rows->value(0)); });
         return key;
     }
-    frmSearchRS& form = frmSearchRS::instance();
+    frmSearchRS form(QApplication::activeWindow());
     step([&] { form.setRows(rows); });
     step([&] { form.setColumns(searchColumns(step, *rows, form.measure())); });
     step([&] { place(form, X, Y); });
@@ -59,7 +60,6 @@ std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std
     m_succeed = form.Succeed();
     step([&] { key = form.ID().isValid() ? toInt32(form.ID()) : 0; });
     m_id = key;
-    frmSearchRS::unload();
     return key;
 }
 

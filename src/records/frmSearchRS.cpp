@@ -9,17 +9,13 @@
 #include "shared/Translator.h"
 #include "ui_frmSearchRS.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLocale>
-#include <QPointer>
 
 namespace sorvanto {
 
 namespace {
-
-QPointer<frmSearchRS> shared;
 
 bool isTextType(int type) { return type == 202 || type == 203 || type == 129 || type == 200; }
 
@@ -32,14 +28,6 @@ int typedColumn(const platform::Recordset& rows) {
 }
 
 }  // namespace
-
-frmSearchRS& frmSearchRS::instance() {
-    if (!shared)
-        shared = new frmSearchRS(QApplication::activeWindow());
-    return *shared;
-}
-
-void frmSearchRS::unload() { delete shared.data(); }
 
 frmSearchRS::frmSearchRS(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmSearchRS>()), m_typeAhead(new ListTypeAhead(this)) {

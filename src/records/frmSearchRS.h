@@ -1,5 +1,5 @@
-// The list from which the user picks one of several records. One instance, loaded at its first touch and
-// unloaded after each use, so that it begins without a choice every time.
+// The list from which the user picks one of several records. Lives for one choice, so that it begins
+// without one every time, and a search inside a search has a list of its own.
 #pragma once
 
 #include "platform/data/Recordset.h"
@@ -23,8 +23,7 @@ class frmSearchRS : public QDialog {
     Q_OBJECT
 
 public:
-    static frmSearchRS& instance();
-    static void unload();
+    explicit frmSearchRS(QWidget* parent = nullptr);
     ~frmSearchRS() override;
 
     /// Shows the rows, the key in the first column hidden; the columns come with setColumns.
@@ -47,7 +46,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    explicit frmSearchRS(QWidget* parent);
     void Form_Load();
     void Form_Activate();
     bool takeKey(QKeyEvent& key);

@@ -61,14 +61,12 @@ void BatchSheet::translateSheet(const char* titleKey, const char* quantityKey) {
 }
 
 void BatchSheet::setLines(const platform::RecordsetPtr& lines) {
-    if (lines && lines->recordCount() > 0)
-        lines->moveFirst();
-    setRows(lines);
+    setRows(lines ? lines->copy() : nullptr);
 }
 
 bool BatchSheet::hasLine() const { return rows() && !rows()->eof() && !rows()->bof(); }
 
-// The lines belong to a screen's record, whose grid may move them between two pages: the place is kept here.
+// The heading of a page reads the row that comes next, so the place is kept here.
 void BatchSheet::fetchData(bool& eof) {
     eof = !rows() || ++m_line >= rows()->recordCount();
     if (!eof)

@@ -3,10 +3,13 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/RecordGrid.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+
+#include <algorithm>
 
 namespace sorvanto {
 
@@ -181,6 +184,22 @@ std::int16_t BrowsingScreen::closeForm() {
             notSaved();
         return static_cast<std::int16_t>(answer);
     });
+}
+
+void BrowsingScreen::rememberShown() { m_shown = typedFields(); }
+
+QHash<QString, QString> BrowsingScreen::typedFields() const { return shownTexts(*this); }
+
+bool BrowsingScreen::hasTypedText() const {
+    const auto grids = findChildren<platform::RecordGrid*>();
+    if (std::any_of(grids.begin(), grids.end(), [](const auto* grid) { return grid->isCellOpen(); }))
+        return true;
+    return !m_locked && typedFields() != m_shown;
+}
+
+void BrowsingScreen::keepTypedText() {
+    for (auto* grid : findChildren<platform::RecordGrid*>())
+        grid->dropEdit();
 }
 
 void BrowsingScreen::showCaption(const QString& screen, const QString& record) const {

@@ -5,13 +5,15 @@
 #include "platform/data/Recordset.h"
 #include "screens/ControlWalk.h"
 #include "shared/RecordScreen.h"
+#include "shared/TypedText.h"
 
+#include <QHash>
 #include <QString>
 #include <cstdint>
 
 namespace sorvanto {
 
-class BrowsingScreen : public RecordScreen {
+class BrowsingScreen : public RecordScreen, public TypedText {
     Q_OBJECT
 
 public:
@@ -31,6 +33,8 @@ public:
     virtual bool saveForm() = 0;
     /// Asks to save when unlocked: 0 nothing to ask, 2 cancelled, 6 saved (or refused), 7 not saved.
     std::int16_t closeForm() override;
+    bool hasTypedText() const override;
+    void keepTypedText() override;
 
 protected:
     /// name: of the screen, as in the tags of its reports; key: column of the identifier set.
@@ -49,6 +53,11 @@ protected:
 
     /// Runs a tool that all full screens share; false for any other.
     bool runRecordTool(const QString& toolName, const QString& searchText);
+    /// What the boxes show now is the record's own: what differs later has been typed. The last step of
+    /// refreshForm.
+    void rememberShown();
+    /// The texts that count as typed when they change.
+    virtual QHash<QString, QString> typedFields() const;
     /// Shows the record that the text finds; the identifier set stays where it is.
     virtual void search(const QString& searchText) = 0;
     /// Adds a row and takes it up for editing.
@@ -83,6 +92,7 @@ private:
     QString m_name, m_statement, m_key;
     LockRules m_rules;
     platform::RecordsetPtr m_identifiers;
+    QHash<QString, QString> m_shown;  ///< as refreshForm left them
 };
 
 }  // namespace sorvanto

@@ -154,6 +154,7 @@ void frmChemical::refreshForm() {
         m_ui->txtchm_Supplier->setText(chemical.chm_Supplier);
         m_ui->cbochm_Form->setBoxText(chemical.chm_Form);
         m_ui->cbochm_Units->setBoxText(chemical.chm_Units);
+        rememberShown();
     });
 }
 

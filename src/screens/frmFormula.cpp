@@ -230,6 +230,7 @@ void frmFormula::refreshForm() {
         if (formula.Chemical)
             m_ui->grdIngredients->setDataSource(formula.Chemical);
         cbofrm_JarSize_Click();
+        rememberShown();
     });
 }
 
@@ -306,9 +307,10 @@ void frmFormula::clearForm() {
 void frmFormula::cmdAdd_Click() {
     guarded("frmFormula:cmdAdd_Click", [&] {
         m_ui->grdIngredients->commitEdit();
+        const clsFormulaPtr formula = m_formula;
         QString search =
             platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
-        platform::deref(m_formula).addChemical(search);
+        platform::deref(formula).addChemical(search);
         saveForm();
         refreshForm();
     });
@@ -317,10 +319,11 @@ void frmFormula::cmdAdd_Click() {
 void frmFormula::cmdRemove_Click() {
     guarded("frmFormula:cmdRemove_Click", [&] {
         m_ui->grdIngredients->commitEdit();
+        const clsFormulaPtr formula = m_formula;
+        const QVariant line = m_ui->grdIngredients->currentValue(0);
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
-            platform::deref(m_formula).deleteChemical(
-                platform::toInt16(m_ui->grdIngredients->currentValue(0)));
+            platform::deref(formula).deleteChemical(platform::toInt16(line));
         saveForm();
         refreshForm();
     });

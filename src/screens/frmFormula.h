@@ -48,6 +48,7 @@ public:
     void populateMix(const platform::XmlDocumentPtr& document);
 
 protected:
+    QHash<QString, QString> typedFields() const override;
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchFormula(searchText); }

@@ -67,7 +67,12 @@ void frmLog::Form_Load() {
     });
 }
 
-void frmLog::openRecord(std::int16_t key) { m_log->openLog(key, QString()); }
+// Into an object of its own: a preview that is still laid out, or a question still open, keeps its batch.
+void frmLog::openRecord(std::int16_t key) {
+    const clsLogPtr log = platform::deref(m_log).copy();
+    log->openLog(key, QString());
+    m_log = log;
+}
 
 QString frmLog::nameShown() const { return m_ui->txtlog_Name->text(); }
 
@@ -166,10 +171,11 @@ void frmLog::movePrevious() {
 // those of the former record when nothing was found.
 void frmLog::searchLog(const QString& searchText) {
     guarded("frmLog:searchLog", [&] {
-        clsLog& log = platform::deref(m_log);
-        log.openLog(0, searchText);
-        if (log.LogID > 0)
-            log.openLog(log.LogID, QString());
+        const clsLogPtr log = platform::deref(m_log).copy();  // a list may stay open for long
+        log->openLog(0, searchText);
+        if (log->LogID > 0)
+            log->openLog(log->LogID, QString());
+        m_log = log;
         refreshForm();
     });
 }
@@ -204,7 +210,7 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
         return false;
     step([&] { m_log = added; });
     step([&] { getData(); });
-    step([&] { m_log->openLog(added->LogID, QString()); });
+    step([&] { added->openLog(added->LogID, QString()); });
     step([&] { refreshForm(); });
     step([&] {
         MainWindow& main = platform::deref(basMain::Main);

@@ -39,7 +39,7 @@ void frmLog::printLog(bool exportIt) {
         auto report = std::make_unique<rptLogFormula>();
         report->printerName = defaultPrinter();
         const clsFormulaPtr formula = clsFormula().openFormula(platform::deref(m_log).FormulaID, QString());
-        report->setLog(m_log);
+        report->setLog(platform::deref(m_log).copy());
         report->setFormula(formula);
         runReport(std::move(report), exportIt, "\\FormulaLog.xls");
         refreshForm();
@@ -50,7 +50,7 @@ void frmLog::printLabels(bool exportIt) {
     guarded("frmLog:printLabels", [&] {
         auto report = std::make_unique<rptLogAvery8160>();
         report->printerName = defaultPrinter();
-        report->setLog(m_log);
+        report->setLog(platform::deref(m_log).copy());
         if (!basMain::labelsCancelled)
             runReport(std::move(report), exportIt, "\\LogAvery8160.xls");
         refreshForm();

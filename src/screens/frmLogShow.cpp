@@ -33,6 +33,7 @@ void frmLog::refreshForm() {
         m_ui->grdIngredients->setAllowUpdate(false);
         populateMix(log.log_Mix);
         populateResults(log.log_Results);
+        rememberShown();
     });
 }
 

@@ -185,6 +185,7 @@ void frmPatient::refreshForm() {
         m_ui->txtpat_Zip->setText(patient.pat_Zip);
         m_ui->txtpat_Notes->setText(patient.pat_Notes);
         m_ui->grdRXs->setDataSource(patient.RXs);
+        rememberShown();
     });
 }
 

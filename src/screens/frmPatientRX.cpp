@@ -24,10 +24,11 @@ void frmPatient::cmdAddRX_Click() {
     guarded("frmPatient:cmdAddRX_Click", [&] {
         if (!readyForPrescriptions())
             return;
+        const clsPatientPtr patient = m_patient;
         const QString search =
             platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
         if (!search.isEmpty()) {
-            platform::deref(m_patient).addRX(search);
+            platform::deref(patient).addRX(search);
             saveForm();
         }
         refreshForm();
@@ -38,11 +39,12 @@ void frmPatient::cmdDeleteRX_Click() {
     guarded("frmPatient:cmdDeleteRX_Click", [&] {
         if (!readyForPrescriptions())
             return;
+        const clsPatientPtr patient = m_patient;
+        const QVariant prescription = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID"));
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
             return;
-        const int key = m_ui->grdRXs->columnByField("RXsID");
-        platform::deref(m_patient).deleteRX(platform::toInt16(m_ui->grdRXs->currentValue(key)));
+        platform::deref(patient).deleteRX(platform::toInt16(prescription));
         saveForm();
         refreshForm();
     });

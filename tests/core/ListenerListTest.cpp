@@ -82,6 +82,39 @@ TEST_F(ListenerListTest, ANestedClickReachesTheOnesThatListenByThen) {
     EXPECT_EQ(heard, (QStringList{"a cmdMake", "b cmdCurrent", "b cmdMake"}));
 }
 
+TEST_F(ListenerListTest, OneReleasedAndConnectedAnewHearsTheClickOnce) {
+    list.connect(a);
+    a.react = [&](const QString&) {
+        list.release(a);
+        list.connect(b);
+        list.release(b);
+        list.connect(a);
+    };
+    list.deliver("cmdDelete", {});
+    EXPECT_EQ(heard, QStringList{"a cmdDelete"});
+    list.deliver("cmdNext", {});
+    EXPECT_EQ(heard.size(), 2) << "the next click is heard again";
+}
+
+TEST_F(ListenerListTest, ConnectedAnewByANestedClickItHearsEachOfTheTwoOnce) {
+    list.connect(a);
+    a.react = [&](const QString& tool) {
+        if (tool != "cmdDelete")
+            return;
+        list.release(a);
+        list.connect(b);
+        list.deliver("cmdLogs", {});
+        list.release(b);
+        list.connect(a);
+        list.deliver("cmdFormulas", {});
+    };
+    EXPECT_FALSE(list.isDelivering());
+    b.react = [&](const QString&) { EXPECT_TRUE(list.isDelivering()); };
+    list.deliver("cmdDelete", {});
+    EXPECT_FALSE(list.isDelivering());
+    EXPECT_EQ(heard, (QStringList{"a cmdDelete", "b cmdLogs", "a cmdFormulas"}));
+}
+
 TEST_F(ListenerListTest, AFailingListenerLeavesTheListInOrder) {
     list.connect(a);
     a.react = [&](const QString&) {

@@ -37,7 +37,6 @@ void LanguageTour::SetUp() {
 void LanguageTour::TearDown() {
     while (closePreview()) {
     }
-    frmSearchRS::unload();
     platform::setAsker(&asker);
     ScreenTest::TearDown();
 }

@@ -33,6 +33,12 @@ struct Recordset::Private {
         throw RuntimeError(number, reason, u"Database"_s, statement);
     }
     std::int64_t count() const { return store().count(); }
+    std::unique_ptr<RowStore> rowsInMemory() const {
+        auto copy = std::make_unique<MemoryRows>(fields.count());
+        for (std::int64_t row = 0; row < count(); ++row)
+            copy->append(store().row(row));
+        return copy;
+    }
     bool onRow() const { return current >= 0 && current < count(); }
     void needRow() const {
         if (!adding && !onRow())
@@ -277,13 +283,20 @@ void Recordset::cancelUpdate() {
 
 bool Recordset::hasPendingChanges() const { return d->adding || !d->pending.empty(); }
 
+RecordsetPtr Recordset::copy() const {
+    RecordsetPtr copied = create();
+    copied->d->statement = d->statement;
+    copied->d->fields = d->fields;
+    copied->d->rows = d->rowsInMemory();
+    copied->d->inMemory = true;
+    copied->d->writable = d->writable;
+    return copied;
+}
+
 void Recordset::disconnect() {
     d->write();
     if (!d->inMemory) {
-        auto copy = std::make_unique<MemoryRows>(d->fields.count());
-        for (std::int64_t row = 0; row < d->count(); ++row)
-            copy->append(d->store().row(row));
-        d->rows = std::move(copy);
+        d->rows = d->rowsInMemory();
         d->inMemory = true;
     }
     d->store();

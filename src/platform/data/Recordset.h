@@ -90,6 +90,9 @@ public:
     void cancelUpdate();
     bool hasPendingChanges() const;
 
+    /// The rows as they are now in a set of its own, which stands on the first row, is cut off from the
+    /// database and stays in memory.
+    RecordsetPtr copy() const;
     /// Cuts the set off from the database: what follows stays in memory.
     void disconnect();
     bool isConnected() const;

@@ -139,6 +139,13 @@ bool RecordGrid::commitEdit() {
     return !modified || m_model->lastEditTaken();
 }
 
+bool RecordGrid::isCellOpen() const { return m_delegate->editor() && state() == EditingState; }
+
+void RecordGrid::dropEdit() {
+    if (isCellOpen())
+        closeEditor(m_delegate->editor(), QAbstractItemDelegate::RevertModelCache);
+}
+
 QVariant RecordGrid::currentValue(int column) const {
     const auto& rows = m_model->rows();
     return rows && rows->isOpen() ? m_model->value(static_cast<int>(rows->position()), column) : QVariant();

@@ -49,6 +49,10 @@ public:
     void setAllowUpdate(bool on);
     /// Writes a cell being edited to the set and the table. False when that was refused (told to the user).
     bool commitEdit();
+    /// Whether a cell is open for typing.
+    bool isCellOpen() const;
+    /// Closes an open cell; what was typed into it is neither written nor told.
+    void dropEdit();
     /// Value of a column in the current row; NULL when there is no row.
     QVariant currentValue(int column) const;
     /// Rows the user has selected. The row that is current after binding is not.
