@@ -1,5 +1,6 @@
 // Keeps the number as text with a point; what the user sees is made from it, and judged on every key.
 #include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"

@@ -1,4 +1,4 @@
-// Reads a number as a person types or pastes it, and writes one as that person reads it.
+// Reads a number as a person types or pastes it.
 // A mark that can be meant in two ways is never guessed at.
 #pragma once
 
@@ -23,8 +23,5 @@ struct TypedNumber {
 /// Takes the locale's decimal mark and the point as decimal mark, and the locale's group mark where it
 /// stands between groups of three. Blanks around the number don't matter.
 TypedNumber readTypedNumber(const QString& text, const QLocale& locale);
-
-/// A formatted number (point, comma between thousands, any text around) with the locale's own marks.
-QString withLocalMarks(const QString& formatted, const QLocale& locale);
 
 }  // namespace platform

@@ -4,10 +4,10 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
-#include "platform/widgets/NumberInput.h"
 #include "platform/widgets/Texts.h"
 
 #include <QLocale>

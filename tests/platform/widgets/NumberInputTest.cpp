@@ -1,6 +1,8 @@
 // What people type as a number in several languages, and what is made of it.
 #include "platform/widgets/NumberInput.h"
 
+#include "platform/basic/LocalMarks.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -79,16 +81,6 @@ TEST(TypedNumber, WhatIsShownReadsBack) {
             const QString shown = withLocalMarks(number, locale);
             EXPECT_EQ(readTypedNumber(shown, locale).number, number) << shown.toStdString();
         }
-}
-
-TEST(LocalMarks, StandBetweenTheDigitsOnly) {
-    EXPECT_EQ(withLocalMarks("$ 1,234.50", german), "$ 1.234,50");
-    EXPECT_EQ(withLocalMarks("Fr. 1,234.50", german), "Fr. 1.234,50");
-    EXPECT_EQ(withLocalMarks("1,234.50 a.m., x", german), "1.234,50 a.m., x");
-    EXPECT_EQ(withLocalMarks("Null", german), "Null");
-    EXPECT_EQ(withLocalMarks(".50", german), ",50");
-    EXPECT_EQ(withLocalMarks("", german), "");
-    EXPECT_EQ(withLocalMarks("1,234.50", english), "1,234.50");
 }
 
 }  // namespace
