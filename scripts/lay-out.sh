@@ -8,7 +8,7 @@ program=$(cd "$2" && pwd)
 cd "$(dirname "$0")/.."
 
 # Written beside and renamed over, so that a program that runs keeps its own file.
-for name in sorvanto sorvanto-db sorvanto-mixersim sorvanto-tour; do
+for name in sorvanto sorvanto-db sorvanto-report sorvanto-mixersim sorvanto-tour; do
   [ -f "$built/$name" ] || continue
   install -m 755 "$built/$name" "$program/$name.new"
   mv -f "$program/$name.new" "$program/$name"

@@ -2,6 +2,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "reports/ReportFlow.h"
+#include "reports/ReportRows.h"
 #include "reports/rptChemicals.h"
 #include "screens/frmChemical.h"
 #include "shared/Guard.h"
@@ -11,13 +12,8 @@ namespace sorvanto {
 
 void frmChemical::printChemicals(bool exportIt) {
     guarded("frmChemical:printChemicals", [&] {
-        const auto rows = platform::Recordset::create();
-        rows->open("SELECT Chemical.chm_Name, Chemical.chm_Units, Chemical.chm_Lot, Chemical.chm_NDC, "
-                   "Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_Notes, Chemical.chm_Form, "
-                   "Chemical.chm_Supplier FROM Chemical ORDER BY chm_Name;",
-                   openDB(), platform::CursorType::Forward, platform::LockType::ReadOnly);
         auto report = std::make_unique<rptChemicals>();
-        report->setChemicals(rows);
+        report->setChemicals(chemicalRows());
         report->printerName = platform::deref(basMain::Options).DefPrinter();
         runReport(std::move(report), exportIt, "\\Chemicals.xls");
     });

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "reports/ReportFlow.h"
+#include "reports/ReportRows.h"
 #include "reports/rptPatient.h"
 #include "reports/rptRX8160.h"
 #include "screens/frmPatient.h"
@@ -28,14 +29,7 @@ bool frmPatient::runPrint(const QString& toolName) {
 
 platform::RecordsetPtr frmPatient::currentPrescription() const {
     const QString key = platform::nullText(m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID")));
-    const auto rows = platform::Recordset::create();
-    rows->open("SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, "
-               "RXs.rxs_Date, RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient "
-               "INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON "
-               "Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)=" +
-                   key + "));",
-               openDB(), platform::CursorType::Forward, platform::LockType::ReadOnly);
-    return rows;
+    return prescriptionRows(key);
 }
 
 // The printer is not named: prescription labels go to the default one.

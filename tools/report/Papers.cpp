@@ -1,0 +1,133 @@
+// One function a report. Its records are looked up first, so that an unknown key is told as such.
+#include "report/Papers.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "records/clsFormula.h"
+#include "records/clsLog.h"
+#include "reports/ReportRows.h"
+#include "reports/rptChemicals.h"
+#include "reports/rptFormula.h"
+#include "reports/rptJarUsage.h"
+#include "reports/rptLogAvery8160.h"
+#include "reports/rptLogFormula.h"
+#include "reports/rptLogReport.h"
+#include "reports/rptPatient.h"
+#include "reports/rptRX8160.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::RecordsetPtr;
+using platform::Report;
+
+[[noreturn]] void failUnknown(const char* what, int key) {
+    throw platform::RuntimeError(platform::error::itemNotFound,
+                                 u"There is no %1 %2 in the database"_s.arg(QLatin1String(what)).arg(key));
+}
+
+bool isThere(const QString& table, const QString& keyColumn, int key) {
+    const auto rows = platform::Recordset::create();
+    rows->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(keyColumn, table).arg(key), openDB(),
+               platform::CursorType::Static, platform::LockType::ReadOnly);
+    return rows->recordCount() > 0;
+}
+
+clsLogPtr batch(std::int16_t key) {
+    if (!isThere(u"Log"_s, u"LogID"_s, key))
+        failUnknown("batch", key);
+    const auto log = std::make_shared<clsLog>();
+    log->openLog(key, QString());
+    return log;
+}
+
+std::unique_ptr<Report> worksheet(const Order& order) {
+    if (!isThere(u"Formula"_s, u"FormulaID"_s, order.key))
+        failUnknown("formula", order.key);
+    const clsFormulaPtr formula = clsFormula().openFormula(order.key, QString());
+    formula->makeQuantity(order.quantity);
+    auto report = std::make_unique<rptFormula>();
+    report->setFormula(formula);
+    return report;
+}
+
+std::unique_ptr<Report> formulaLog(const Order& order) {
+    const clsLogPtr log = batch(order.key);
+    auto report = std::make_unique<rptLogFormula>();
+    report->setLog(log);
+    report->setFormula(clsFormula().openFormula(log->FormulaID, QString()));
+    return report;
+}
+
+std::unique_ptr<Report> batchLabels(const Order& order) {
+    const clsLogPtr log = batch(order.key);
+    auto report = std::make_unique<rptLogAvery8160>();
+    report->setLog(log);
+    return report;
+}
+
+// The batches of a formula outlive it.
+std::unique_ptr<Report> logReport(const Order& order) {
+    if (!isThere(u"Formula"_s, u"FormulaID"_s, order.key) && !isThere(u"Log"_s, u"FormulaID"_s, order.key))
+        failUnknown("formula", order.key);
+    auto report = std::make_unique<rptLogReport>();
+    report->FormulaID(order.key);
+    return report;
+}
+
+std::unique_ptr<Report> jarUsage() {
+    auto report = std::make_unique<rptJarUsage>();
+    report->JarID(1);
+    return report;
+}
+
+std::unique_ptr<Report> rxLabels(const Order& order) {
+    const RecordsetPtr rows = prescriptionRows(QString::number(order.key));
+    if (rows->eof())
+        failUnknown("prescription", order.key);
+    auto report = std::make_unique<rptRX8160>();
+    report->setRX(rows);
+    return report;
+}
+
+std::unique_ptr<Report> patient(const Order& order) {
+    if (!isThere(u"Patient"_s, u"PatientID"_s, order.key))
+        failUnknown("patient", order.key);
+    auto report = std::make_unique<rptPatient>();
+    report->PatientID(order.key);
+    return report;
+}
+
+std::unique_ptr<Report> chemicals() {
+    auto report = std::make_unique<rptChemicals>();
+    report->setChemicals(chemicalRows());
+    return report;
+}
+
+}  // namespace
+
+std::unique_ptr<Report> makeReport(const Order& order) {
+    switch (order.paper) {
+    case Paper::Worksheet:
+        return worksheet(order);
+    case Paper::FormulaLog:
+        return formulaLog(order);
+    case Paper::BatchLabels:
+        return batchLabels(order);
+    case Paper::LogReport:
+        return logReport(order);
+    case Paper::JarUsage:
+        return jarUsage();
+    case Paper::RxLabels:
+        return rxLabels(order);
+    case Paper::Patient:
+        return patient(order);
+    case Paper::Chemicals:
+        return chemicals();
+    }
+    return nullptr;
+}
+
+}  // namespace sorvanto

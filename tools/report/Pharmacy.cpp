@@ -1,0 +1,89 @@
+// Options and language file are copied, the database is opened where it lies.
+#include "report/Pharmacy.h"
+
+#include "config/clsLanguage.h"
+#include "config/clsOptions.h"
+#include "mixer/MixTables.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "shared/ErrorReporter.h"
+#include "shared/basMain.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::RuntimeError;
+
+void openDatabase(const QString& path) {
+    if (!platform::fileExists(path))
+        throw RuntimeError(platform::error::fileNotFound, u"There is no database %1"_s.arg(path));
+    basMain::databaseLocation = [path] { return path; };
+    basMain::gConnection = std::make_shared<platform::Connection>();
+    basMain::gConnection->open(u"Data Source="_s + path);
+}
+
+}  // namespace
+
+Pharmacy::Pharmacy() : m_programFolder(platform::programFolder()) {
+    platform::setProgramFolder(m_folder.path());
+    basMain::ErrorReporter = std::make_shared<ErrorReporter>();
+    basMain::ErrorReporter->onReport([this](const ErrorReport& report) { m_failures << report.description; });
+    basMain::MixTypes = mixTypeNames();
+    basMain::JarSizes = jarNames();
+}
+
+Pharmacy::~Pharmacy() {
+    basMain::reset();
+    platform::setProgramFolder(QString());
+}
+
+void Pharmacy::open(const Order& order) {
+    if (!m_folder.isValid())
+        throw RuntimeError(platform::error::permissionDenied,
+                           u"There is no place for temporary files: %1"_s.arg(m_folder.errorString()));
+    readOptions(order);
+    openDatabase(order.database);
+    readLanguage(order);
+    if (!m_failures.isEmpty())
+        throw RuntimeError(platform::error::general, m_failures.join('\n'_L1));
+}
+
+// Without a file the options start as the program's own would.
+void Pharmacy::readOptions(const Order& order) {
+    const QString file = order.options.isEmpty() ? m_programFolder + u"/options.xml"_s : order.options;
+    if (!order.options.isEmpty() || platform::fileExists(file)) {
+        copyHere(file);
+        QFile::rename(m_folder.filePath(QFileInfo(file).fileName()), m_folder.filePath(u"options.xml"_s));
+    }
+    basMain::Options = std::make_shared<clsOptions>();
+}
+
+void Pharmacy::readLanguage(const Order& order) {
+    const int language = order.language >= 0 ? order.language : basMain::Options->Language();
+    if (language < 0 || language >= languageNames().size())
+        throw RuntimeError(platform::error::subscriptOutOfRange,
+                           u"The options name no language (number %1)"_s.arg(language));
+    const QString name = languageNames().at(language) + u"Translation.xml"_s;
+    const QString beside = QFileInfo(order.options).absolutePath() + '/'_L1 + name;
+    const bool there = !order.options.isEmpty() && platform::fileExists(beside);
+    copyHere(there ? beside : m_programFolder + '/'_L1 + name);
+    const auto store = std::make_shared<clsLanguage>();
+    store->setLanguage(static_cast<std::int16_t>(language));
+    basMain::Language = store;
+}
+
+void Pharmacy::copyHere(const QString& source) const {
+    const QString target = m_folder.filePath(QFileInfo(source).fileName());
+    QFile file(source);
+    if (!file.copy(target))
+        throw RuntimeError(platform::error::fileNotFound,
+                           u"%1 can't be read: %2"_s.arg(source, file.errorString()));
+    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+}  // namespace sorvanto

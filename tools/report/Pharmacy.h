@@ -1,0 +1,34 @@
+// The program's shared objects for one report: options, language, database, and the failures that its
+// procedures report. They work in a folder of their own, so that nothing beside the program is changed.
+#pragma once
+
+#include "report/CommandLine.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace sorvanto {
+
+class Pharmacy {
+public:
+    Pharmacy();
+    ~Pharmacy();
+    Pharmacy(const Pharmacy&) = delete;
+    Pharmacy& operator=(const Pharmacy&) = delete;
+
+    /// Throws RuntimeError where the options, the language file or the database can't be read.
+    void open(const Order& order);
+    /// What went wrong inside procedures that hand nothing on.
+    const QStringList& failures() const { return m_failures; }
+
+private:
+    void readOptions(const Order& order);
+    void readLanguage(const Order& order);
+    void copyHere(const QString& source) const;
+
+    QTemporaryDir m_folder;
+    QString m_programFolder;
+    QStringList m_failures;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,89 @@
+// sorvanto-report: the reports as PDF and spreadsheet files, without a window.
+#include "platform/ask/Ask.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/report/ReportOutput.h"
+#include "platform/report/ReportRun.h"
+#include "platform/report/SpreadsheetExport.h"
+#include "report/Answers.h"
+#include "report/Papers.h"
+#include "report/Pharmacy.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+
+enum ExitCode { done, failed, wrongUse };
+
+void write(const Order& order, const platform::PageDocument& document) {
+    if (!order.xls.isEmpty())
+        platform::writeFile(order.xls, platform::spreadsheet(document));
+    if (!order.pdf.isEmpty())
+        platform::savePdf(document, order.pdf);
+}
+
+/// Makes the report and writes its files; gives what is to be told instead when there is nothing to write.
+QStringList make(const Order& order, const Answers& answers) {
+    Pharmacy pharmacy;
+    pharmacy.open(order);
+    const auto problems = [&] { return pharmacy.failures() + answers.said(); };
+    std::unique_ptr<platform::Report> report = makeReport(order);
+    if (!problems().isEmpty() || report->isUnloaded())
+        return problems();
+    platform::ReportRun run(std::move(report));
+    run.makeAll();
+    if (!problems().isEmpty())
+        return problems();
+    write(order, run.document());
+    return {};
+}
+
+void tell(QTextStream& err, const QString& text) { err << "sorvanto-report: " << text << '\n'; }
+
+int run(const Order& order, QTextStream& err) {
+    Answers answers(order);
+    platform::setAsker(&answers);
+    QStringList problems;
+    try {
+        problems = make(order, answers);
+    } catch (...) {
+        problems = answers.said();
+        problems << platform::currentError().description();
+    }
+    platform::setAsker(nullptr);
+    problems.removeDuplicates();
+    for (const QString& problem : problems)
+        tell(err, problem);
+    return problems.isEmpty() ? done : failed;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    // Nothing is shown; a display that isn't there, or can't be reached, must not be in the way.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Qt's remarks on the session mean nothing to whoever reads a nightly job's messages.
+    QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+    const QApplication application(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    const QStringList arguments = QApplication::arguments().mid(1);
+    if (asksForHelp(arguments)) {
+        out << usage();
+        return done;
+    }
+    try {
+        return run(readOrder(arguments), err);
+    } catch (const WrongUse& wrong) {
+        tell(err, QString::fromUtf8(wrong.what()) + u"\n"_s);
+        err << usage();
+        return wrongUse;
+    }
+}
