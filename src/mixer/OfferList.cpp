@@ -3,7 +3,6 @@
 
 #include "platform/widgets/Theme.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -83,17 +82,18 @@ void OfferList::addOffer(const Offer& offer, const PanelTexts& texts) {
     text->setObjectName(u"mixerOffer"_s);
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
-    auto* buttons = new QHBoxLayout;
+    // One below the other: in most languages the two don't fit beside each other, and the final one is
+    // not to be hit in place of the other.
+    auto* buttons = new QVBoxLayout;
     buttons->setSpacing(platform::grid);
     if (offer.state == JournalState::Finished) {
         auto* log = smallButton(texts(PanelText::LogThisMix), "mixerLogMix");
         connect(log, &QPushButton::clicked, this, [this, mix = offer.mix] { emit logAsked(mix); });
-        buttons->addWidget(log);
+        buttons->addWidget(log, 0, Qt::AlignLeft);
     }
     auto* aside = smallButton(texts(PanelText::PutAside), "mixerPutAside");
     connect(aside, &QPushButton::clicked, this, [this, offer] { emit putAsideAsked(offer); });
-    buttons->addWidget(aside);
-    buttons->addStretch(1);
+    buttons->addWidget(aside, 0, Qt::AlignLeft);
     auto* rows = static_cast<QVBoxLayout*>(m_rows->layout());
     rows->addWidget(text);
     rows->addLayout(buttons);

@@ -55,7 +55,7 @@ std::vector<platform::Section> worksheet() {
                         field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name"),
                         field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
                         field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units"),
+                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").points(7),
                         line("Line5", 5040, 180, 6030),
                         line("Line6", 6120, 180, 7110),
                         field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),

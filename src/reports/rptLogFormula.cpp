@@ -56,7 +56,7 @@ std::vector<platform::Section> formulaLog() {
                         field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name"),
                         field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form"),
                         field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units"),
+                        field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").points(7),
                         field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot"),
                         field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier"),
                         field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost"),
