@@ -28,7 +28,7 @@ platform::ReportDefinition prescriptionLabels() {
          1470,
          {
              field("txtPharmacy", 360, 90, 1080, 180).points(6).centre(),
-             label("lblLot", 2070, 90, 450, 180),
+             label("lblLot", 2070, 90, 450, 180).points(5.7),
              field("txtLot", 2520, 90, 1260, 180),
              field("txtContact", 360, 270, 3420, 180).points(6).centre(),
              field("txtRXNum", 360, 540, 1080, 180),

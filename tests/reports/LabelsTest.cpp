@@ -156,7 +156,7 @@ TEST_F(LabelsTest, PrescriptionLabelTexts) {
 TEST_F(LabelsTest, LabelWordsAreAsTranslated) {
     speak("German");
     const RunPtr run = finished(batchLabels(2, "1", 1));
-    EXPECT_EQ(str(text(*run, "lbllog_Cost")), "EK");
+    EXPECT_EQ(str(text(*run, "lbllog_Cost")), "Kosten");
     EXPECT_EQ(str(text(*run, "lbllog_Lot")), "Lot #") << "as it stands in the layout";
 }
 
