@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Lays out a program folder: the executables are replaced, everything else is only added where it is missing.
+# Lays out a program folder, also over an older one: the executables and the steps of database updates are replaced,
+# language files get new texts and keep their users' own, everything else is only added where it is missing.
 #   scripts/lay-out.sh <folder of the built executables> <program folder>
 set -euo pipefail
 built=$(cd "$1" && pwd)
@@ -14,13 +15,18 @@ for name in sorvanto sorvanto-db sorvanto-report sorvanto-mixersim sorvanto-tour
   mv -f "$program/$name.new" "$program/$name"
 done
 
-for file in languages/*.xml data/dbupdate.xml; do
-  [ -f "$file" ] || continue
+# The steps of an update belong to the executables. Steps of one's own are kept beside them.
+if [ -e "$program/dbupdate.xml" ] && ! cmp -s data/dbupdate.xml "$program/dbupdate.xml"; then
+  mv "$program/dbupdate.xml" "$program/dbupdate.xml.before"
+fi
+cp data/dbupdate.xml "$program/dbupdate.xml"
+
+for file in languages/*.xml; do
   target="$program/$(basename "$file")"
-  if [ ! -e "$target" ]; then
+  if [ -e "$target" ]; then
+    scripts/merge-language.py "$file" "$target"
+  else
     cp "$file" "$target"
-  elif [ "$file" = data/dbupdate.xml ] && ! cmp -s "$file" "$target"; then
-    echo "Kept as it is, though another one is delivered: $target"
   fi
 done
 

@@ -56,7 +56,8 @@ clsChemical::clsChemical() : chm_Units(translated("Select Units")), chm_Form(tra
 
 bool clsChemical::deleteChemical(const clsChemicalPtr& Chemical, bool Silent) {
     return guarded("clsChemical:deleteChemical", false, [&] {
-        const clsChemicalPtr held = Chemical;  // the screen may show another one when the question is answered
+        const clsChemicalPtr held =
+            Chemical;  // the screen may show another one when the question is answered
         const clsChemical& chemical = deref(held);
         if (!Silent && !confirmedDeletion(chemical.chm_Name + "?"))
             return false;

@@ -60,9 +60,7 @@ void BatchSheet::translateSheet(const char* titleKey, const char* quantityKey) {
     caption = control("txtTitle").text;
 }
 
-void BatchSheet::setLines(const platform::RecordsetPtr& lines) {
-    setRows(lines ? lines->copy() : nullptr);
-}
+void BatchSheet::setLines(const platform::RecordsetPtr& lines) { setRows(lines ? lines->copy() : nullptr); }
 
 bool BatchSheet::hasLine() const { return rows() && !rows()->eof() && !rows()->bof(); }
 

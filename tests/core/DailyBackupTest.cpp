@@ -141,7 +141,8 @@ TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
     DailyBackup backup(0);
     backup.startSoon();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
-    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb.part"}) << "no name before it is whole";
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb.part"})
+        << "no name before it is whole";
     EXPECT_TRUE(backup.running());
     backup.stop();
     EXPECT_FALSE(backup.running());
