@@ -1,6 +1,7 @@
 // The reports of the sample pharmacy in every delivered language: no caption is cut or touches its value.
 #include "ReportTest.h"
 #include "platform/report/TextMeasure.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 #include <algorithm>
@@ -93,6 +94,21 @@ TEST_P(LanguagesTest, EveryCaptionFitsItsPlace) {
     look(jarUsage(begin, end), "jar-usage");
     look(chemicals(), "chemicals");
     look(patient(1, begin, end), "patient");
+}
+
+// A unit that lost its end could be another one.
+TEST_P(LanguagesTest, EveryUnitStandsWholeOnTheSheets) {
+    for (const char* key : {"AMP", "CAPS", "CC", "DROP", "EACH", "GMS", "GR", "GTTS", "IU", "LIT", "LITR",
+                            "MCG", "MEQ", "MGS", "MLS", "TABS", "VIAL"}) {
+        const QString unit = translated(key);
+        sql(u"UPDATE Chemical SET chm_Units = '%1'; UPDATE LogChem SET lch_Units = '%1';"_s.arg(unit));
+        const RunPtr sheet = finished(worksheet(3, 250)), log = finished(formulaLog(4));
+        EXPECT_TRUE(texts(*sheet, "txtchm_Unit").contains(unit))
+            << str(unit) << str(text(*sheet, "txtchm_Unit"));
+        EXPECT_TRUE(texts(*log, "txtchm_Units").contains(unit)) << str(unit);
+        EXPECT_FALSE(cut(*sheet).contains("txtchm_Unit")) << str(unit);
+        EXPECT_FALSE(cut(*log).contains("txtchm_Units")) << str(unit);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Delivered, LanguagesTest,
