@@ -19,6 +19,25 @@ SheetPlan::SheetPlan(const ReportDefinition& definition) {
         m_places.push_back(std::move(places));
         m_rows.push_back(static_cast<int>(all.size()));
     }
+    findHeading(definition);
+}
+
+// The last line of a page or group header, where it is of labels alone and more than one.
+void SheetPlan::findHeading(const ReportDefinition& definition) {
+    if (definition.detailColumns > 1)
+        return;
+    for (std::size_t s = 0; s < definition.sections.size(); ++s) {
+        const Section& section = definition.sections[s];
+        const std::vector<Line> all = lines(section);
+        if ((section.kind != SectionKind::PageHeader && section.kind != SectionKind::GroupHeader) ||
+            all.empty() || all.back().size() < 2)
+            continue;
+        const Line& last = all.back();
+        if (std::all_of(last.begin(), last.end(),
+                        [&](int index) { return section.controls[index].kind == ControlKind::Label; }))
+            m_heading = {static_cast<int>(s), static_cast<int>(all.size()) - 1,
+                         m_places[s][last.front()].column, m_places[s][last.back()].column};
+    }
 }
 
 std::vector<SheetPlan::Line> SheetPlan::lines(const Section& section) {

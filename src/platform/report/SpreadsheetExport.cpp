@@ -6,6 +6,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/report/ReportRun.h"
 #include "platform/report/SheetPlan.h"
+#include "platform/report/TextMeasure.h"
 #include "platform/report/XlsWorkbook.h"
 
 #include <QHash>
@@ -45,8 +46,10 @@ std::optional<double> cellNumber(const QVariant& value) {
     return std::nullopt;
 }
 
-constexpr qsizetype mostWidened = 40;                    // characters for which a column is made wider
-constexpr double digitWidth = 0.56, lineHeight = 1.275;  // of a font, in its points
+constexpr int mostWidened = 4800;       // twips up to which a column is made wider for a text
+constexpr double lineHeight = 1.275;    // of a font, in its points
+constexpr int cellPadding = 100;        // twips that a cell keeps free beside its text
+constexpr double roomForOthers = 1.04;  // fonts of other systems are a little wider
 
 QString quoted(const QString& literal) {
     if (literal.isEmpty())
@@ -54,10 +57,19 @@ QString quoted(const QString& literal) {
     return '"'_L1 + QString(literal).remove('"'_L1) + '"'_L1;
 }
 
+/// A text as its cell holds it: line ends are the spreadsheet's and none is last, tabs are gaps.
+QString cellText(QString text) {
+    text.replace(u"\r\n"_s, u"\n"_s);
+    text.replace('\r'_L1, '\n'_L1);
+    while (text.endsWith('\n'_L1))
+        text.chop(1);
+    return text.replace('\t'_L1, u"   "_s);
+}
+
 class Writer {
 public:
     explicit Writer(const PageDocument& document)
-        : m_document(document), m_plan(document.definition),
+        : m_document(document), m_plan(document.definition), m_measure(fontMeasure()),
           m_workbook(document.caption.isEmpty() ? document.definition.name : document.caption) {}
 
     QByteArray bytes() {
@@ -68,106 +80,162 @@ public:
             addPage(page);
         for (std::size_t column = 0; column < m_widths.size(); ++column)
             m_workbook.setColumnWidth(static_cast<int>(column), m_widths[column]);
+        m_table.firstColumn = m_plan.heading().firstColumn;
+        m_table.lastColumn = m_plan.heading().lastColumn;
+        m_workbook.setTable(m_table);
         return m_workbook.bytes();
     }
 
 private:
+    /// A cell to be: its column and its item.
+    using Line = std::vector<std::pair<int, const PageItem*>>;
+
+    SectionKind kindOf(const PageBand& band) const {
+        return m_document.definition.sections[band.section].kind;
+    }
+    bool isLastPage(const Page& page) const { return &page == &m_document.pages.back(); }
+
     void addPage(const Page& page) {
         for (std::size_t first = 0; first < page.bands.size();) {
             std::size_t end = first + 1;  // details beside one another share their rows
             while (end < page.bands.size() && page.bands[end].column > 0)
                 ++end;
-            addBands(page, first, end);
+            // A table has its foot once.
+            if (kindOf(page.bands[first]) != SectionKind::PageFooter || isLastPage(page))
+                addBands(page, first, end);
             first = end;
         }
     }
 
     void addBands(const Page& page, std::size_t first, std::size_t end) {
-        const int rows = m_plan.rows(page.bands[first].section);
-        for (int row = 0; row < rows; ++row) {
+        const PageBand& band = page.bands[first];
+        for (int row = 0; row < m_plan.rows(band.section); ++row) {
+            if (kindOf(band) == SectionKind::PageHeader && isRepeated(lineOf(page, band, row), row))
+                continue;
             for (std::size_t i = first; i < end; ++i)
                 addRow(page, page.bands[i], row);
+            noteTable(band, row);
+            ++m_row;
         }
-        m_row += rows;
     }
 
-    void addRow(const Page& page, const PageBand& band, int row) {
-        m_line.clear();
+    /// Whether a line of the page's head says what it said last: a table has its headings once.
+    bool isRepeated(const Line& line, int row) {
+        QStringList texts;
+        for (const auto& [column, item] : line)
+            texts << item->text;
+        const auto said = m_headLines.constFind(row);
+        if (said != m_headLines.constEnd() && *said == texts)
+            return true;
+        m_headLines.insert(row, texts);
+        return false;
+    }
+
+    void noteTable(const PageBand& band, int row) {
+        const HeadingPlace heading = m_plan.heading();
+        if (band.section == heading.section && row == heading.row && m_table.headingRow < 0) {
+            m_table.headingRow = m_row;
+            m_table.frozen = kindOf(band) == SectionKind::PageHeader;
+        }
+        if (kindOf(band) == SectionKind::Detail && m_table.frozen)
+            m_table.lastFiltered = m_row;
+    }
+
+    Line lineOf(const Page& page, const PageBand& band, int row) const {
+        Line line;
         for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
             const PageItem& item = page.items[i];
             if (item.kind == ItemKind::Text && !item.text.isEmpty() &&
                 m_plan.place(band.section, item.control).row == row)
-                m_line.emplace_back(m_plan.place(band.section, item.control).column, &item);
+                line.emplace_back(m_plan.place(band.section, item.control).column, &item);
         }
-        std::sort(m_line.begin(), m_line.end());
-        for (std::size_t i = 0; i < m_line.size(); ++i) {
-            const auto& [column, item] = m_line[i];
-            const bool neighbour = i + 1 < m_line.size() && m_line[i + 1].first == column + 1;
-            addCell(page, band, *item, m_row + row, band.column * m_plan.columns() + column, neighbour);
+        std::sort(line.begin(), line.end());
+        return line;
+    }
+
+    void addRow(const Page& page, const PageBand& band, int row) {
+        const Line line = lineOf(page, band, row);
+        const int before = band.column * m_plan.columns();
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            const int next = i + 1 < line.size() ? line[i + 1].first : m_plan.columns();
+            addCell(page, band, *line[i].second, before + line[i].first, before + next);
         }
     }
 
-    void addCell(const Page& page, const PageBand& band, const PageItem& item, int row, int column,
-                 bool neighbour) {
+    void addCell(const Page& page, const PageBand& band, const PageItem& item, int column, int nextColumn) {
         static const TypedValue none;
         const TypedValue& typed = item.value < 0 ? none : page.values[static_cast<std::size_t>(item.value)];
         const std::optional<double> number = cellNumber(typed.value);
-        int& width = m_widths[static_cast<std::size_t>(column)];
-        Fit fit = fitOf(item, width);
-        // A number that its column is too narrow for would show as "###", a text would end at its neighbour.
-        if (fit.narrow && (number || neighbour)) {
-            width = std::max(width, widthOf(item, std::min(item.text.size(), mostWidened)));
-            fit = fitOf(item, width);
-        }
-        const std::uint16_t style = cellStyle(band, item, typed, number.has_value(), fit);
+        const QString text = cellText(item.text);
+        const bool inList = kindOf(band) == SectionKind::Detail && m_document.definition.detailColumns == 1;
+        const Fit fit = fitOf(item, number ? item.text : text, column,
+                              inList || number ? column + 1 : nextColumn, number.has_value());
+        const std::uint16_t style = cellStyle(band, item, typed, number.has_value(), fit.lines > 1);
         if (number)
-            m_workbook.addNumber(row, column, style, *number);
+            m_workbook.addNumber(m_row, column, style, *number);
         else
-            m_workbook.addText(row, column, style, item.text);
+            m_workbook.addText(m_row, column, style, text);
+        if (fit.lastColumn > column)
+            m_workbook.mergeRight(m_row, column, fit.lastColumn);
         m_workbook.growRow(static_cast<int>(std::ceil(pointsOf(item) * 20 * lineHeight * fit.lines)));
     }
 
     double pointsOf(const PageItem& item) const { return m_document.styles[item.style].points; }
 
-    /// About how wide so many characters are, in twips.
-    int widthOf(const PageItem& item, qsizetype characters) const {
-        return static_cast<int>(
-            std::ceil(static_cast<double>(characters) * pointsOf(item) * 20 * digitWidth));
+    int widthOf(const PageItem& item, const QString& line) const {
+        return static_cast<int>(m_measure->width(m_document.styles[item.style], line) * roomForOthers) +
+               cellPadding;
     }
 
-    /// What a text needs in a cell of the width.
+    /// The room that a text gets: cells up to lastColumn, and lines in them.
     struct Fit {
-        bool narrow;  ///< one line that is wider than the cell
-        int lines;    ///< more than one where the text has line ends
+        int lastColumn;
+        int lines;
     };
-    Fit fitOf(const PageItem& item, int width) const {
-        if (!item.text.contains('\n'_L1))
-            return {widthOf(item, item.text.size()) > width, 1};
+    /// A number's column is as wide as the number, which would show as "###" otherwise. A text takes the empty
+    /// cells beside it, makes its column wider up to a limit, and goes on in further lines.
+    Fit fitOf(const PageItem& item, const QString& text, int column, int nextColumn, bool number) {
+        const QStringList all = text.split('\n'_L1);
+        int needed = 0;
+        for (const QString& line : all)
+            needed = std::max(needed, widthOf(item, line));
+        int& own = m_widths[static_cast<std::size_t>(column)];
+        int room = own, last = column;
+        while (room < needed && last + 1 < nextColumn)
+            room += m_widths[static_cast<std::size_t>(++last)];
+        if (room < needed) {
+            const int more = number ? needed - room : std::clamp(mostWidened - own, 0, needed - room);
+            own += more;
+            room += more;
+        }
         int lines = 0;
-        for (const QString& line : item.text.trimmed().split('\n'_L1))
-            lines += std::max(1, (widthOf(item, line.trimmed().size()) + width - 1) / std::max(1, width));
-        return {false, std::max(2, lines)};
+        for (const QString& line : all)
+            lines += linesOf(widthOf(item, line), room);
+        return {last, lines};
+    }
+
+    /// Lines that break at words leave some room at their ends.
+    static int linesOf(int needed, int room) {
+        return needed <= room ? 1 : static_cast<int>(std::ceil(1.15 * needed / std::max(1, room)));
     }
 
     /// The looks of cells, kept by what decides them.
     std::uint16_t cellStyle(const PageBand& band, const PageItem& item, const TypedValue& typed, bool number,
-                            const Fit& fit) {
+                            bool wrapped) {
         const bool date = number && isDate(typed.value);
         const bool time = date && typed.value.toDateTime().time() != QTime(0, 0);
         const quint64 key = quint64(band.section) << 48 | quint64(item.control) << 32 |
-                            quint64(item.style) << 16 | quint64(fit.lines > 1) << 4 |
-                            quint64(fit.narrow) << 3 | quint64(number) << 2 | quint64(date) << 1 |
-                            quint64(time);
+                            quint64(item.style) << 16 | quint64(wrapped) << 3 | quint64(number) << 2 |
+                            quint64(date) << 1 | quint64(time);
         const auto known = m_styles.constFind(key);
         if (known != m_styles.constEnd() && known->format == typed.format)
             return known->style;
         CellStyle cell = textLook(band, item);
-        cell.wrapped = fit.lines > 1;
-        cell.alignGiven = cell.alignGiven && !fit.narrow;  // its start would hang out of the sheet
-        if (number && !typed.format.isEmpty())
+        cell.wrapped = wrapped;
+        if (date)
+            cell.date = time ? DateFormat::DateAndTime : DateFormat::Date;
+        else if (number && !typed.format.isEmpty())
             cell.numberFormat = numberFormatOf(typed.format);
-        else if (date)
-            cell.numberFormat = time ? u"m/d/yyyy h:mm:ss AM/PM"_s : u"m/d/yyyy"_s;
         const std::uint16_t style = m_workbook.addStyle(cell);
         m_styles.insert(key, {typed.format, style});
         return style;
@@ -185,7 +253,7 @@ private:
         cell.bold = text.bold || head;
         cell.italic = text.italic;
         cell.align = text.align;
-        cell.alignGiven = text.align != TextAlign::Left;
+        cell.alignGiven = true;
         return cell;
     }
 
@@ -195,10 +263,12 @@ private:
     };
     const PageDocument& m_document;
     SheetPlan m_plan;
+    std::unique_ptr<TextMeasure> m_measure;
     XlsWorkbook m_workbook;
     std::vector<int> m_widths;  ///< of the columns, in twips
     int m_row = 0;
-    std::vector<std::pair<int, const PageItem*>> m_line;
+    xls::Table m_table;
+    QHash<int, QStringList> m_headLines;  ///< what each line of the page's head said last
     QHash<quint64, KnownStyle> m_styles;
 };
 

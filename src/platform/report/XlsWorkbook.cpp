@@ -50,7 +50,7 @@ void putCellFormat(QByteArray& out, int font, int format, int typeAndParent, int
     put16(data, font >= 4 ? font + 1 : font);  // number 4 is never used
     put16(data, format);
     put16(data, typeAndParent);
-    put8(data, 0x20 | align);
+    put8(data, align);
     put8(data, 0);
     put8(data, 0);
     put8(data, typeAndParent == 1 ? 0x1C : 0);  // number, font and alignment are the cell's own
@@ -198,17 +198,40 @@ void XlsWorkbook::putStyles(QByteArray& out) const {
         record(out, Id::Format, data + shortText(m_styles[i].numberFormat, true));
     }
     for (int i = 0; i < styleFormats; ++i)
-        putCellFormat(out, 0, 0, 0xFFF5, 0);
+        putCellFormat(out, 0, 0, 0xFFF5, 0x20);
     for (std::size_t i = 0; i < m_styles.size(); ++i) {
         const CellStyle& style = m_styles[i];
         const int align = style.alignGiven ? 1 + static_cast<int>(style.align == TextAlign::Centre) +
                                                  2 * static_cast<int>(style.align == TextAlign::Right)
                                            : 0;
         const int index = static_cast<int>(i);
-        putCellFormat(out, index, style.numberFormat.isEmpty() ? 0 : firstOwnFormat + index, 1,
-                      align | (style.wrapped ? 0x08 : 0));
+        const int format =
+            style.numberFormat.isEmpty() ? static_cast<int>(style.date) : firstOwnFormat + index;
+        constexpr int wrapped = 0x08, atBottom = 0x20;  // several lines stand at the top
+        putCellFormat(out, index, format, 1, align | (style.wrapped ? wrapped : atBottom));
     }
     putWords(out, Style, {0x8000, 0xFF00});
+}
+
+void XlsWorkbook::mergeRight(int row, int column, int lastColumn) {
+    m_merged.push_back({row, column, lastColumn});
+    m_columns = std::max(m_columns, lastColumn + 1);
+}
+
+QByteArray XlsWorkbook::mergedCells() const {
+    constexpr std::size_t mostOfRecord = 1027;
+    QByteArray out;
+    for (std::size_t first = 0; first < m_merged.size(); first += mostOfRecord) {
+        const std::size_t end = std::min(first + mostOfRecord, m_merged.size());
+        QByteArray data;
+        put16(data, static_cast<int>(end - first));
+        for (std::size_t i = first; i < end; ++i) {
+            for (const int word : {m_merged[i].row, m_merged[i].row, m_merged[i].first, m_merged[i].last})
+                put16(data, word);
+        }
+        record(out, MergedCells, data);
+    }
+    return out;
 }
 
 QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
@@ -231,6 +254,7 @@ QByteArray XlsWorkbook::globals(std::uint32_t sheetSizeBefore) const {
 QByteArray XlsWorkbook::sheetHead() const {
     QByteArray out, data;
     putBof(out, 0x0010);
+    out += pageSetup(m_table);
     constexpr int twipsOfCharacter = 105;  // the digit of Arial 10 at 96 dpi
     for (std::size_t column = 0; column < m_widths.size(); ++column) {
         const int index = static_cast<int>(column);
@@ -249,14 +273,16 @@ QByteArray XlsWorkbook::sheetHead() const {
 QByteArray XlsWorkbook::bytes() {
     flushRow();
     flushBlock();
-    const QByteArray texts = sharedTexts();
+    const QByteArray texts = tableNames(m_table) + sharedTexts();
     QByteArray stream = globals(static_cast<std::uint32_t>(texts.size()));
     stream.reserve(stream.size() + texts.size() + m_sheet.size() + 4096);
     stream += texts;
     record(stream, Eof, {});
     stream += sheetHead();
     stream += m_sheet;
-    putWords(stream, Window2, {0x06B6, 0, 0, 0x40, 0, 0, 0, 0, 0});
+    stream += filterButtons(m_table);
+    stream += sheetWindow(m_table);
+    stream += mergedCells();
     record(stream, Eof, {});
     return inOleContainer("Workbook"_ba, stream);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/report/ReportDefinition.h"
+#include "platform/report/XlsTable.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -15,6 +16,9 @@ namespace platform {
 
 using namespace Qt::StringLiterals;
 
+/// The formats of dates that follow the reader's system: date alone, date with hour and minute.
+enum class DateFormat { None = 0, Date = 14, DateAndTime = 22 };
+
 /// How a cell looks. The number format is in the spreadsheet's own language; empty: general.
 struct CellStyle {
     QString family = u"Arial"_s;
@@ -25,6 +29,7 @@ struct CellStyle {
     bool alignGiven = false;  ///< otherwise numbers go right and texts left by themselves
     bool wrapped = false;     ///< shows line ends, and wraps at the column's width
     QString numberFormat;
+    DateFormat date = DateFormat::None;  ///< in place of a number format
 
     bool operator==(const CellStyle&) const = default;
 };
@@ -49,6 +54,10 @@ public:
     void addNumber(int row, int column, std::uint16_t style, double number);
     /// At least that height in twips for the row of the last cell.
     void growRow(int twips) { m_height = std::max(m_height, twips); }
+    /// The cell goes on over the cells to its right, which stay empty.
+    void mergeRight(int row, int column, int lastColumn);
+    /// Heading row and filter.
+    void setTable(const xls::Table& table) { m_table = table; }
 
     /// The finished file.
     QByteArray bytes();
@@ -61,6 +70,7 @@ private:
     QByteArray globals(std::uint32_t sheetSizeBefore) const;
     QByteArray sheetHead() const;
     QByteArray sharedTexts() const;
+    QByteArray mergedCells() const;
 
     QString m_sheetName;
     std::vector<CellStyle> m_styles;
@@ -68,6 +78,11 @@ private:
     QHash<QString, std::uint32_t> m_textIndex;
     std::vector<QString> m_texts;
     std::uint32_t m_textUses = 0;
+    struct Merged {
+        int row, first, last;
+    };
+    std::vector<Merged> m_merged;
+    xls::Table m_table;
     QByteArray m_sheet, m_blockRows, m_blockCells;
     int m_height = plainHeight;  ///< of the row being filled
     int m_row = -1, m_firstColumn = 0, m_lastColumn = -1, m_rowsInBlock = 0, m_columns = 0;
