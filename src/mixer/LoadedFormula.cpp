@@ -3,6 +3,8 @@
 
 #include "mixer/MixTables.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
@@ -150,5 +152,11 @@ std::variant<LoadedFormula, PanelMessage> readFormula(const XmlDocumentPtr& docu
 QString formulaName(const XmlDocumentPtr& document) { return childText(document, "Name"); }
 
 QString formulaQuantity(const XmlDocumentPtr& document) { return childText(document, "Make"); }
+
+int formulaKey(const XmlDocumentPtr& document) { return std::max(0, number(childText(document, "ID"))); }
+
+QString formulaJar(const XmlDocumentPtr& document) {
+    return jarNames().value(number(childText(document, "Size")));
+}
 
 }  // namespace sorvanto

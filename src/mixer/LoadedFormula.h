@@ -29,5 +29,9 @@ std::variant<LoadedFormula, PanelMessage> readFormula(const platform::XmlDocumen
 /// What the panel shows of any formula document, also of one that can't be run.
 QString formulaName(const platform::XmlDocumentPtr& document);
 QString formulaQuantity(const platform::XmlDocumentPtr& document);
+/// Key of the stored formula; 0 when there is none.
+int formulaKey(const platform::XmlDocumentPtr& document);
+/// Name of the jar; "" when it has none.
+QString formulaJar(const platform::XmlDocumentPtr& document);
 
 }  // namespace sorvanto

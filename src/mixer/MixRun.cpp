@@ -49,6 +49,8 @@ void MixRun::linkLost() {
     m_acknowledging = false;
     m_verified.clear();
     m_link.setMixing(false);
+    if (!m_holding)
+        m_reached.reset();  // how far it comes meanwhile is not seen
     if (m_holding || m_state == RunState::Fault)
         return;
     const bool wasMixing = !m_running.isEmpty();
@@ -81,6 +83,7 @@ void MixRun::apply(const Status& status) {
 void MixRun::applyRunning(const Status& status) {
     m_running = m_watched.contains(status.mix) ? status.mix : MixId();
     m_serial = m_link.identity().serial;
+    m_reached = status;
     if (m_running.isEmpty())
         set(status.state == MixerState::Paused ? RunState::Paused : RunState::Mixing,
             {PanelText::ForeignMix, {}});
@@ -165,6 +168,9 @@ void MixRun::takeResults(const MixId& mix, const std::optional<Frame>& reply) {
             m_running.clear();
             m_wanted.reset();
             m_holding = true;
+            m_stopped = results->stoppedByUser;
+            if (m_reached && m_reached->mix != mix)
+                m_reached.reset();
             set(RunState::Done);
         }
         emit finished(*results, seen);

@@ -36,6 +36,10 @@ public:
     bool isSending() const { return m_transfer.isActive(); }
     /// The mix that runs, or whose end is not known; empty when there is none.
     protocol::MixId running() const { return m_running; }
+    /// The mixer's last word on a mix while it ran; nothing when its end was not followed without a gap.
+    const std::optional<protocol::Status>& reached() const { return m_reached; }
+    /// The mix that is held was stopped before its end.
+    bool wasStopped() const { return m_holding && m_stopped; }
     /// The mixer runs a mix that this program did not start.
     bool isForeign() const;
     /// A mix is under way, held, ending, or can't be seen at the moment.
@@ -106,6 +110,8 @@ private:
     bool m_starting = false;
     bool m_holding = false;  ///< results are with the owner
     bool m_acknowledging = false;
+    std::optional<protocol::Status> m_reached;
+    bool m_stopped = false;
 };
 
 }  // namespace sorvanto

@@ -226,6 +226,11 @@ void MixSession::handOver(const MixId& mix) {
         handOverLater(m_toHandOver.takeFirst());
 }
 
+std::optional<protocol::Status> MixSession::reached() const {
+    const auto& reached = m_run.reached();
+    return reached && !m_handed.isEmpty() && reached->mix == m_handed ? reached : std::nullopt;
+}
+
 void MixSession::initialsClosed() {
     m_signing = false;
     emit changed();
@@ -267,8 +272,8 @@ std::vector<Offer> MixSession::offers() const {
             (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault && m_formula &&
              entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
-            offers.push_back(
-                {entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(), entry.serial});
+            offers.push_back({entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(),
+                              entry.serial, entry.formula});
     }
     return offers;
 }

@@ -31,6 +31,7 @@ struct Offer {
     protocol::MixId mix;
     JournalState state = JournalState::Finished;
     QString name, quantity, lot, serial;
+    platform::XmlDocumentPtr formula;  ///< as it was sent
 };
 
 class MixSession : public QObject {
@@ -69,6 +70,8 @@ public:
     /// Last formula that was accepted; nothing before the first and after it was mixed.
     const std::optional<LoadedFormula>& formula() const { return m_formula; }
     int port() const { return m_port; }
+    /// How far the mix being handed over came; nothing when that was not followed here.
+    std::optional<protocol::Status> reached() const;
     /// A mix is handed over and its initials are awaited.
     bool isSigning() const { return m_signing; }
     /// Why the last formula was refused, why a start was not possible, what the journal complains of.

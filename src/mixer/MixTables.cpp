@@ -64,6 +64,11 @@ QString timeText(int seconds) {
         .arg(seconds % 60, 2, 10, '0'_L1);
 }
 
+QString shortTime(int seconds) {
+    const QString full = timeText(seconds);
+    return seconds < 3600 ? full.mid(3) : full;
+}
+
 int secondsOfTime(const QString& text) {
     const QStringList parts = text.split(':'_L1);
     if (parts.size() != 3)

@@ -22,6 +22,8 @@ QStringList mixTimeTexts();
 
 /// "00:06:00"; hours may exceed 99.
 QString timeText(int seconds);
+/// "06:00", or with hours where there are some.
+QString shortTime(int seconds);
 /// Seconds of hours:minutes:seconds; -1 when the text is no time.
 int secondsOfTime(const QString& text);
 

@@ -1,6 +1,7 @@
 // The mixer panel. It keeps no state of its own: every change shows the session as it stands.
 #include "mixer/MixerPanel.h"
 
+#include "mixer/BatchPassport.h"
 #include "mixer/FittingScrollArea.h"
 #include "mixer/LinkRow.h"
 #include "mixer/MixTables.h"
@@ -30,12 +31,6 @@ QLabel* centred(const char* name) {
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
     return label;
-}
-
-/// "03:48", or with hours where there are some.
-QString shortTime(int seconds) {
-    const QString full = timeText(seconds);
-    return seconds < 3600 ? full.mid(3) : full;
 }
 
 }  // namespace
@@ -144,7 +139,9 @@ void MixerPanel::refresh() {
     showSpeeds();
     showNotices();
     showButtons();
-    m_offers->show(m_session.offers(), m_session.canLog(), m_texts);
+    m_offers->show(
+        m_session.offers(), m_session.canLog(),
+        [this](const Offer& offer) { return unitOf(offer.mix, offer.formula); }, m_texts);
 }
 
 void MixerPanel::showCaptions() {
@@ -229,12 +226,38 @@ void MixerPanel::showRing() {
         m_ring->show(done, stale ? Tone::Quiet : Tone::Held, timeLeft(), m_texts(PanelText::Paused));
         break;
     case RunState::Done:
+        if (run.wasStopped()) {
+            showStopped();
+            break;
+        }
         m_ring->show(1, Tone::Good, u"00:00"_s, m_texts(PanelText::Finished));
         break;
     case RunState::Fault:
         m_ring->show(1, Tone::Problem, noTime, m_texts(PanelText::Problem));
         break;
     }
+}
+
+// Without the mixer's word on how far it came there is no arc and no time.
+void MixerPanel::showStopped() {
+    const auto& reached = m_session.run().reached();
+    const bool known = reached && reached->secondsTotal > 0;
+    const int done = known ? reached->secondsTotal - reached->secondsLeft : 0;
+    m_ring->show(known ? double(done) / reached->secondsTotal : -1, ProgressRing::Tone::Held,
+                 known ? shortTime(done) : u"--:--"_s, m_texts(PanelText::Stopped));
+}
+
+QString MixerPanel::unitOf(const protocol::MixId& mix, const platform::XmlDocumentPtr& document) {
+    if (!m_unitOf || mix.isEmpty() || formulaKey(document) == 0)
+        return {};
+    const auto known = m_units.constFind(mix);
+    return known != m_units.cend() ? *known : *m_units.insert(mix, m_unitOf(formulaKey(document)));
+}
+
+void MixerPanel::setUnitSource(std::function<QString(int)> unitOf) {
+    m_unitOf = std::move(unitOf);
+    m_units.clear();
+    refresh();
 }
 
 void MixerPanel::showFormula() {
@@ -249,14 +272,29 @@ void MixerPanel::showFormula() {
     m_steps->setVisible(ours);
     if (!ours)
         return;
-    m_quantity->setText(
-        m_texts(PanelText::QuantityInJar, {QString::number(formula->quantity), formula->jarName()}));
+    const BatchPassport batch =
+        BatchPassport::of(formula->document, unitOf(formula->programme.id, formula->document));
+    m_quantity->setText(m_texts(PanelText::QuantityInJar, {batch.amount(), batch.jar}));
     const bool inMix = state == RunState::Mixing || state == RunState::Paused;
-    m_steps->show(formula->programme.steps, inMix ? m_session.run().status().step : 0, m_texts);
+    const auto& reached = m_session.run().reached();
+    const bool stopped = m_session.run().wasStopped() && reached;
+    m_steps->show(formula->programme.steps,
+                  stopped ? reached->step
+                  : inMix ? m_session.run().status().step
+                          : 0,
+                  stopped, m_texts);
 }
 
 void MixerPanel::showSpeeds() {
     const RunState state = m_session.run().state();
+    const auto& reached = m_session.run().reached();
+    if (m_session.run().wasStopped() && reached) {
+        m_speeds->setVisible(true);
+        m_speeds->setText(
+            m_texts(PanelText::StoppedAt, {shortTime(reached->secondsTotal - reached->secondsLeft),
+                                           QString::number(reached->step), QString::number(reached->steps)}));
+        return;
+    }
     const protocol::Status& status = m_session.run().status();
     m_speeds->setVisible(state == RunState::Mixing || state == RunState::Paused);
     const QString dot = u"  \u00B7  "_s;
@@ -301,6 +339,8 @@ void MixerPanel::showNotices() {
     const PanelMessage& notice = m_session.notice();
     if (!notice.empty())
         m_notice->show(NoticeCard::Kind::Warning, m_texts(notice));
+    else if (signing && run.wasStopped())
+        m_notice->show(NoticeCard::Kind::Warning, m_texts(PanelText::Interrupted));
     else
         m_notice->show(NoticeCard::Kind::Information,
                        signing ? m_texts(PanelText::WaitsForInitials) : QString());

@@ -4,7 +4,9 @@
 #include "mixer/MixSession.h"
 #include "mixer/PanelTexts.h"
 
+#include <QHash>
 #include <QWidget>
+#include <functional>
 
 class QBoxLayout;
 class QLabel;
@@ -26,6 +28,8 @@ public:
     MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* parent = nullptr);
 
     void setStoreName(const QString& name);
+    /// The unit of a stored formula, asked once for each mix.
+    void setUnitSource(std::function<QString(int formulaID)> unitOf);
     /// Shows everything anew, also the captions.
     void refresh();
 
@@ -42,6 +46,7 @@ private:
     void showCaptions();
     void showLink();
     void showRing();
+    void showStopped();
     void showFormula();
     void showSpeeds();
     void showNotices();
@@ -51,6 +56,7 @@ private:
     PanelMessage linkMessage() const;
     QString portName() const;
     QString timeLeft() const;
+    QString unitOf(const protocol::MixId& mix, const platform::XmlDocumentPtr& document);
 
     void startPressed() { m_session.start(); }
     void pausePressed() { m_session.run().pause(); }
@@ -76,6 +82,8 @@ private:
     StepsTable* m_steps;
     QLabel* m_footnote;
     OfferList* m_offers;
+    std::function<QString(int)> m_unitOf;
+    QHash<protocol::MixId, QString> m_units;
 };
 
 }  // namespace sorvanto

@@ -1,6 +1,7 @@
 // The list of mixes that still want a decision.
 #include "mixer/OfferList.h"
 
+#include "mixer/BatchPassport.h"
 #include "platform/widgets/Theme.h"
 
 #include <QLabel>
@@ -12,19 +13,19 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-QString nameOf(const Offer& offer, const PanelTexts& texts) {
-    return offer.name.isEmpty() ? texts(PanelText::Unnamed) : offer.name;
-}
-
-QString describe(const Offer& offer, const PanelTexts& texts) {
-    const QString name = nameOf(offer, texts);
+QString describe(const Offer& offer, const QString& unit, const PanelTexts& texts) {
+    BatchPassport batch = BatchPassport::of(offer.formula, unit);
+    if (batch.name.isEmpty())
+        batch.name = texts(PanelText::Unnamed);
+    batch.lot = offer.lot;
+    const QString line = batch.line({texts(PanelText::AmountInJar), texts(PanelText::LotNumber)});
     switch (offer.state) {
     case JournalState::Finished:
-        return texts(PanelText::OfferFinished, {offer.quantity, name, offer.lot});
+        return line;
     case JournalState::Started:
-        return texts(PanelText::OfferWaiting, {offer.quantity, name, offer.serial});
+        return texts(PanelText::OfferWaiting, {line, offer.serial});
     default:
-        return texts(PanelText::OfferNoResults, {offer.quantity, name});
+        return texts(PanelText::OfferNoResults, {line});
     }
 }
 
@@ -45,20 +46,21 @@ OfferList::OfferList(QWidget* parent) : QFrame(parent), m_layout(new QVBoxLayout
     hide();
 }
 
-void OfferList::show(const std::vector<Offer>& offers, bool canLog, const PanelTexts& texts) {
+void OfferList::show(const std::vector<Offer>& offers, bool canLog, const UnitOf& unitOf,
+                     const PanelTexts& texts) {
     QStringList shown;
     for (const Offer& offer : offers)
         shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state));
     if (shown != m_shown) {
         m_shown = shown;
-        build(offers, texts);
+        build(offers, unitOf, texts);
     }
     setVisible(!offers.empty());
     for (QPushButton* button : findChildren<QPushButton*>(u"mixerLogMix"_s))
         button->setEnabled(canLog);
 }
 
-void OfferList::build(const std::vector<Offer>& offers, const PanelTexts& texts) {
+void OfferList::build(const std::vector<Offer>& offers, const UnitOf& unitOf, const PanelTexts& texts) {
     // The click that changed the list may still be inside one of its buttons.
     if (m_rows) {
         m_rows->hide();
@@ -74,11 +76,11 @@ void OfferList::build(const std::vector<Offer>& offers, const PanelTexts& texts)
     platform::setLook(*heading, "heading");
     rows->addWidget(heading);
     for (const Offer& offer : offers)
-        addOffer(offer, texts);
+        addOffer(offer, unitOf(offer), texts);
 }
 
-void OfferList::addOffer(const Offer& offer, const PanelTexts& texts) {
-    auto* text = new QLabel(describe(offer, texts));
+void OfferList::addOffer(const Offer& offer, const QString& unit, const PanelTexts& texts) {
+    auto* text = new QLabel(describe(offer, unit, texts));
     text->setObjectName(u"mixerOffer"_s);
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);

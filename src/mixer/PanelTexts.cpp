@@ -92,15 +92,20 @@ constexpr std::array<const char*, count> english{
     "The results could not be written to the journal: %1 Log the mix now.",
     "A file in the journal can not be read: %1",
     "Not in the log yet",
-    "%1 of %2, lot %3",
-    "%1 of %2: ended without results",
-    "%1 of %2: its results are fetched when mixer %3 answers",
+    "%1: ended without results",
+    "%1: its results are fetched when mixer %2 answers",
     "Log this mix",
     "Put aside",
     "Put aside the mix of %1, lot %2? It will not be offered for the log again.",
     "Put aside",
     "unknown",
     "(no name)",
+    "%1 in %2",
+    "lot %1",
+    "stopped",
+    "stopped at %1 in step %2 of %3",
+    "not run",
+    "This batch is marked as interrupted.",
 };
 
 QString literal(PanelText text) {
@@ -108,6 +113,18 @@ QString literal(PanelText text) {
 }
 
 }  // namespace
+
+QString filledIn(const QString& pattern, const QStringList& parts) {
+    QString filled;
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const bool isMark = pattern[i] == '%'_L1 && i + 1 < pattern.size() && pattern[i + 1].isDigit();
+        if (isMark)
+            filled += parts.value(pattern[++i].digitValue() - 1);
+        else
+            filled += pattern[i];
+    }
+    return filled;
+}
 
 void PanelTexts::load(const QString& path) {
     m_translated.clear();
@@ -130,16 +147,7 @@ QString PanelTexts::operator()(PanelText text) const {
 }
 
 QString PanelTexts::operator()(PanelText text, const QStringList& parts) const {
-    const QString pattern = (*this)(text);
-    QString filled;
-    for (qsizetype i = 0; i < pattern.size(); ++i) {
-        const bool isMark = pattern[i] == '%'_L1 && i + 1 < pattern.size() && pattern[i + 1].isDigit();
-        if (isMark)
-            filled += parts.value(pattern[++i].digitValue() - 1);
-        else
-            filled += pattern[i];
-    }
-    return filled;
+    return filledIn((*this)(text), parts);
 }
 
 QString PanelTexts::operator()(const PanelMessage& message) const {

@@ -81,7 +81,6 @@ enum class PanelText {
     JournalResults,
     JournalUnreadable,
     OffersHeading,
-    OfferFinished,
     OfferNoResults,
     OfferWaiting,
     LogThisMix,
@@ -90,6 +89,12 @@ enum class PanelText {
     PutAsideTitle,
     NoLot,
     Unnamed,
+    AmountInJar,
+    LotNumber,
+    Stopped,
+    StoppedAt,
+    NotRun,
+    Interrupted,
     Count
 };
 
@@ -100,6 +105,9 @@ struct PanelMessage {
     bool empty() const { return text == PanelText::Count; }
     bool operator==(const PanelMessage&) const = default;
 };
+
+/// The pattern with %1, %2 ... filled in; a part is never searched for marks itself.
+QString filledIn(const QString& pattern, const QStringList& parts);
 
 class PanelTexts {
 public:

@@ -70,12 +70,15 @@ StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
-void StepsTable::show(const std::vector<protocol::Step>& steps, int current, const PanelTexts& texts) {
-    const bool sameSteps = m_steps == steps && m_current >= 0;
+void StepsTable::show(const std::vector<protocol::Step>& steps, int current, bool stopped,
+                      const PanelTexts& texts) {
+    const bool sameSteps = m_steps == steps && m_current >= 0 && m_stopped == stopped;
     if (sameSteps && m_current == current)
         return;
     if (!sameSteps) {
         m_steps = steps;
+        m_stopped = stopped;
+        m_current = current;
         fill(texts);
     }
     m_current = current;
@@ -91,7 +94,8 @@ void StepsTable::fill(const PanelTexts& texts) {
     setRowCount(static_cast<int>(m_steps.size()));
     int row = 0;
     for (const protocol::Step& step : m_steps) {
-        const QString length = step.seconds > 0
+        const QString length = m_stopped && row + 1 > m_current ? texts(PanelText::NotRun)
+                               : step.seconds > 0
                                    ? timeText(step.seconds)
                                    : texts(PanelText::CyclesCount, {QString::number(step.cycles)});
         const QStringList cells{QString::number(row + 1), QString::number(step.liftRpm),
@@ -109,6 +113,8 @@ void StepsTable::fill(const PanelTexts& texts) {
 
 void StepsTable::mark() {
     const platform::Theme& theme = platform::theme();
+    QColor soft = theme.warning;
+    soft.setAlphaF(theme.dark ? 0.16F : 0.09F);
     for (int row = 0; row < rowCount(); ++row) {
         const bool isCurrent = row + 1 == m_current;
         for (int column = 0; column < columnCount(); ++column) {
@@ -117,8 +123,9 @@ void StepsTable::mark() {
             cellFont.setPixelSize(12);
             cellFont.setWeight(isCurrent ? QFont::DemiBold : QFont::Normal);
             cell.setFont(cellFont);
-            cell.setBackground(isCurrent ? QBrush(theme.softAccent) : QBrush());
-            cell.setForeground(row + 1 < m_current ? theme.secondaryText : theme.text);
+            cell.setBackground(isCurrent ? QBrush(m_stopped ? soft : theme.softAccent) : QBrush());
+            const bool quiet = row + 1 < m_current || (m_stopped && !isCurrent);
+            cell.setForeground(quiet ? theme.secondaryText : theme.text);
         }
     }
     if (m_current > 0 && m_current <= rowCount())

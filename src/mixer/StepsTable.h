@@ -16,7 +16,8 @@ public:
     explicit StepsTable(QWidget* parent = nullptr);
 
     /// current: number of the running step, from 1; 0 none. Steps before it are shown as done.
-    void show(const std::vector<protocol::Step>& steps, int current, const PanelTexts& texts);
+    /// stopped: the current step was cut off, and those behind it say that they did not run.
+    void show(const std::vector<protocol::Step>& steps, int current, bool stopped, const PanelTexts& texts);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -31,6 +32,7 @@ private:
 
     std::vector<protocol::Step> m_steps;
     int m_current = -1;
+    bool m_stopped = false;
 };
 
 }  // namespace sorvanto

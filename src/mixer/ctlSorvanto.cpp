@@ -58,6 +58,12 @@ void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
     d->session.setLoggedTest(std::move(test));
 }
 
+void ctlSorvanto::setUnitSource(std::function<QString(int formulaID)> unitOf) {
+    d->panel->setUnitSource(std::move(unitOf));
+}
+
+std::optional<protocol::Status> ctlSorvanto::reached() const { return d->session.reached(); }
+
 QStringList ctlSorvanto::panelKeys() { return PanelTexts::keys(); }
 
 }  // namespace sorvanto

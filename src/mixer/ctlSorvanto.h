@@ -2,6 +2,7 @@
 // and the panel on which the user runs it. Knows nothing of records.
 #pragma once
 
+#include "mixer/protocol/Messages.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QString>
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace sorvanto {
 
@@ -44,6 +46,11 @@ public:
     void mixLogged();
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
+
+    /// Asked for the unit of a stored formula, by its key, to name a batch with; "" when not known.
+    void setUnitSource(std::function<QString(int formulaID)> unitOf);
+    /// How far the mix whose mixDone is being handled came; nothing when that was not followed.
+    std::optional<protocol::Status> reached() const;
 
     /// All English texts of the panel, which it looks up in the language file.
     static QStringList panelKeys();

@@ -1,18 +1,26 @@
 #include "mixing/frmInitials.h"
 
+#include "mixer/BatchPassport.h"
+#include "mixer/MixSummary.h"
 #include "mixer/ctlSorvanto.h"
 #include "mixing/FormulaDocument.h"
+#include "mixing/MixSummaryCard.h"
 #include "mixing/frmMake.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
+#include "platform/widgets/Theme.h"
 #include "reports/ReportFlow.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 #include "ui_frmInitials.h"
+
+#include <QAction>
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
@@ -23,6 +31,14 @@ frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), m_ui(std::make_un
     connect(m_ui->txtfrm_Name, &QLineEdit::returnPressed, this, &frmInitials::nameEntered);
     connect(m_ui->txtInitials, &QLineEdit::returnPressed, this, [this] { m_ui->txtVerified->setFocus(); });
     connect(m_ui->txtVerified, &QLineEdit::returnPressed, this, &frmInitials::cmdOK_Click);
+    // Below the rest, which stays where it is.
+    m_card = new MixSummaryCard(this);
+    m_ui->layout6->addWidget(m_card);
+    m_same = m_ui->txtVerified->addAction(platform::icon(u"warning"_s, platform::theme().warning),
+                                          QLineEdit::TrailingPosition);
+    m_same->setVisible(false);
+    connect(m_ui->txtInitials, &QLineEdit::textChanged, this, &frmInitials::showSameInitials);
+    connect(m_ui->txtVerified, &QLineEdit::textChanged, this, &frmInitials::showSameInitials);
     Form_Load();
 }
 
@@ -53,6 +69,43 @@ void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
             openLoggedFormula(formulaID);
         else
             setNameWritable(true);
+    });
+    showBatch();
+}
+
+void frmInitials::setResults(const platform::XmlDocumentPtr& document) {
+    guarded("frmInitials:setResults", [&] {
+        const auto reached = basMain::Main ? basMain::Main->mixer().reached() : std::nullopt;
+        m_card->setSummary(mixSummary(m_document, document, reached));
+    });
+}
+
+// Of the formula as it will be logged; a mix without one is named by its document alone.
+void frmInitials::showBatch() {
+    guarded("frmInitials:showBatch", [&] {
+        const bool known = m_formula && m_formula->FormulaID != 0;
+        BatchPassport batch = BatchPassport::of(m_document, QString());
+        if (known)
+            batch = {m_formula->frm_Name, QString::number(m_formula->makeQuantity()), m_formula->frm_Units,
+                     basMain::tableEntry(basMain::JarSizes, m_formula->frm_JarSize), QString()};
+        m_card->setBatch(batch.line({translated("%1 in %2"), translated("lot %1")}));
+    });
+}
+
+// Shown and not blocked: one person may have to do both.
+void frmInitials::showSameInitials() {
+    guarded("frmInitials:showSameInitials", [&] {
+        const QString logged = platform::trimmed(initials());
+        const bool same =
+            !logged.isEmpty() && logged.compare(platform::trimmed(verified()), Qt::CaseInsensitive) == 0;
+        const QString words = same ? translated("Logged and verified by the same initials.") : QString();
+        for (platform::TextBox* box : {m_ui->txtInitials, m_ui->txtVerified}) {
+            platform::setLook(*box, "caution", same);
+            box->setToolTip(words);
+            box->setAccessibleDescription(words);
+        }
+        m_same->setVisible(same);
+        m_same->setToolTip(words);
     });
 }
 
@@ -111,6 +164,7 @@ void frmInitials::nameEntered() {
             makeFormula();
             if (m_formula)
                 m_ui->txtfrm_Name->setText(m_formula->frm_Name);
+            showBatch();
         }
         m_ui->txtInitials->setFocus();
     });
@@ -126,6 +180,7 @@ void frmInitials::makeFormula() {
         const clsFormulaPtr copy = clsFormula().openFormula(named->FormulaID, QString());
         frmMake question(this);
         question.MakeQty(platform::deref(copy).frm_Quantity);
+        question.setFormula(*copy);
         question.showModal();
         if (question.MakeQty() <= 0)
             return;

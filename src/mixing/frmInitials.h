@@ -11,7 +11,11 @@ namespace Ui {
 class frmInitials;
 }
 
+class QAction;
+
 namespace sorvanto {
+
+class MixSummaryCard;
 
 class frmInitials : public platform::ModalForm, public SigningDialog {
     Q_OBJECT
@@ -25,6 +29,7 @@ public:
 
     void setFormula(const platform::XmlDocumentPtr& document) override;
     void log_Lot(const QString& lot) override;
+    void setResults(const platform::XmlDocumentPtr& document) override;
     void showModal() override { ModalForm::showModal(); }
     clsFormulaPtr getFormula() override;
     QString initials() const override;
@@ -41,10 +46,14 @@ private:
     void cmdOK_Click();
     void cmdCancel_Click();
     void openLoggedFormula(std::int16_t formulaID);
+    void showBatch();
+    void showSameInitials();
     void takeProgramme(clsFormula& formula) const;
     void setNameWritable(bool writable);
 
     std::unique_ptr<Ui::frmInitials> m_ui;
+    MixSummaryCard* m_card;
+    QAction* m_same;  ///< the mark in the box of the verifier
     platform::XmlDocumentPtr m_document;
     clsFormulaPtr m_formula;
     bool m_cancelled = false;

@@ -1,5 +1,7 @@
 #include "mixing/frmMake.h"
 
+#include "mixer/BatchPassport.h"
+#include "mixer/PanelTexts.h"
 #include "platform/basic/Numbers.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -9,6 +11,7 @@ namespace sorvanto {
 
 frmMake::frmMake(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui::frmMake>()) {
     m_ui->setupUi(this);
+    m_ui->lblBatch->hide();
     m_ui->txtQTY->setFormats("####0", "####0;;Null");
     m_ui->txtQTY->setBounds(1, 1000);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &frmMake::OKButton_Click);
@@ -32,6 +35,17 @@ void frmMake::translateForm() {
 void frmMake::MakeQty(double quantity) {
     m_quantity = quantity;
     m_ui->txtQTY->setText(platform::numberText(quantity));
+}
+
+void frmMake::setFormula(const clsFormula& formula) {
+    BatchPassport batch;
+    batch.name = formula.frm_Name;
+    batch.quantity = QString::number(formula.frm_Quantity);
+    batch.unit = formula.frm_Units;
+    batch.quantity = filledIn(translated("base batch %1"), {batch.amount()});
+    batch.unit.clear();
+    m_ui->lblBatch->setText(batch.line({}));
+    m_ui->lblBatch->setVisible(!formula.frm_Name.isEmpty());
 }
 
 void frmMake::printWorksheet(bool wanted) {

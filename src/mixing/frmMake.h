@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/widgets/ModalForm.h"
+#include "records/clsFormula.h"
 
 #include <memory>
 
@@ -24,6 +25,9 @@ public:
     /// Whether a worksheet is wanted; false at first. Setting it also ticks the box.
     bool printWorksheet() const { return m_printWorksheet; }
     void printWorksheet(bool wanted);
+
+    /// Names the formula that the question is about, with its base batch.
+    void setFormula(const clsFormula& formula);
 
 protected:
     void onActivate() override;

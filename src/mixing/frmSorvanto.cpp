@@ -2,8 +2,10 @@
 
 #include "mixer/ctlSorvanto.h"
 #include "mixing/frmInitials.h"
+#include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBar.h"
+#include "records/clsFormula.h"
 #include "shared/BatchLog.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
@@ -23,6 +25,11 @@ frmSorvanto::frmSorvanto(QWidget* parent) : RecordScreen(parent), ctlSorvanto1(n
 
 void frmSorvanto::Form_Load() {
     frmInitials::install();
+    ctlSorvanto1->setUnitSource([](int formulaID) {
+        return guarded("frmSorvanto:unitOf", QString(), [&] {
+            return platform::deref(clsFormula().openFormula(platform::toInt16(formulaID), QString())).frm_Units;
+        });
+    });
     // A mix that reached the log just before the program died must not be offered again.
     ctlSorvanto1->setLoggedTest([](const QString& lot) {
         return guarded("frmSorvanto:isLogged", false,

@@ -16,6 +16,8 @@ public:
     /// Takes the formula document and builds the scaled formula from it.
     virtual void setFormula(const platform::XmlDocumentPtr& document) = 0;
     virtual void log_Lot(const QString& lot) = 0;
+    /// Takes the results document, to show what became of the mix beside what was planned.
+    virtual void setResults(const platform::XmlDocumentPtr&) {}
     virtual void showModal() = 0;
     /// The formula to log, or nothing when cancelled or without a key.
     virtual clsFormulaPtr getFormula() = 0;

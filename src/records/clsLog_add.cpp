@@ -118,6 +118,7 @@ clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Re
         const auto signatures = makeSigningDialog ? makeSigningDialog() : nullptr;
         deref(signatures).setFormula(Formula);
         signatures->log_Lot(lotOf(deref(Results)));
+        signatures->setResults(Results);
         signatures->showModal();
         const clsFormulaPtr formula = signatures->getFormula();
         if (!formula)

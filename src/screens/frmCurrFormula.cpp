@@ -82,6 +82,7 @@ void frmCurrFormula::makeFormula() {
         const clsFormulaPtr copy = clsFormula().openFormula(formulaID, QString());
         frmMake question;
         question.MakeQty(platform::deref(copy).frm_Quantity);
+        question.setFormula(*copy);
         question.showModal();
         if (question.MakeQty() <= 0)
             return;

@@ -18,6 +18,7 @@ void frmFormula::printFormula(bool exportIt) {
         {
             frmMake question;
             question.MakeQty(platform::deref(copy).frm_Quantity);
+            question.setFormula(*copy);
             question.printWorksheet(true);
             question.showModal();
             quantity = question.MakeQty();

@@ -84,6 +84,7 @@ void frmLog::translateForm() {
             {m_ui->lbllog_Quantity, "Quantity"},
             {m_ui->lbllog_Units, "Units"},
             {m_ui->lbllog_NDC, "NDC"},
+            {m_ui->lblInterrupted, "interrupted"},
             {m_ui->lbllog_Lot, "Lot #"},
             {m_ui->lbllog_Date, "Date"},
             {m_ui->lblfrm_Cost, "Cost"},

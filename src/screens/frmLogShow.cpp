@@ -1,5 +1,6 @@
 // What the log screen shows of a batch: its texts and prices, its lines, its mix programme, its results.
 #include "config/clsOptions.h"
+#include "mixer/MixSummary.h"
 #include "platform/basic/RuntimeError.h"
 #include "screens/MixList.h"
 #include "screens/frmLog.h"
@@ -33,6 +34,7 @@ void frmLog::refreshForm() {
         m_ui->grdIngredients->setAllowUpdate(false);
         populateMix(log.log_Mix);
         populateResults(log.log_Results);
+        m_ui->lblInterrupted->setVisible(wasInterrupted(log.log_Results).value_or(false));
         rememberShown();
     });
 }

@@ -250,6 +250,39 @@ TEST_F(MixerPanelTest, Fault) {
     EXPECT_EQ(buttons(), (QStringList{"Load again", "Start (off)"}));
 }
 
+TEST_F(MixerPanelTest, AStoppedMixLooksStopped) {
+    QStringList seen;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
+        const auto* steps = child<StepsTable>(*control, "mixerSteps");
+        const int last = steps->rowCount() - 1;
+        seen << ring().below() << notice("mixerNotice") << label("mixerSpeeds").left(11)
+             << steps->item(last, 3)->text() << (ring().fraction() < 1 ? "open" : "closed");
+        ASSERT_TRUE(control->reached());
+        EXPECT_EQ(control->reached()->step, 1);
+        picture("stopped");
+        control->mixerInitialsClosed();
+    });
+    startShort();
+    button("mixerStop")->click();
+    ASSERT_TRUE(test::waitFor([&] { return !seen.isEmpty(); }));
+    EXPECT_EQ(seen, (QStringList{"stopped", "This batch is marked as interrupted.", "stopped at ", "not run",
+                                 "open"}));
+    ASSERT_TRUE(ringSays("nothing loaded"));
+    EXPECT_FALSE(control->reached()) << "of the mix being signed only";
+}
+
+TEST_F(MixerPanelTest, TheQuantityHasItsUnit) {
+    int asked = 0;
+    control->setUnitSource([&](int) { return ++asked, QString("GMS"); });
+    control->StartControl();
+    const platform::XmlDocumentPtr formula = test::shortFormula();
+    control->loadFormula(formula);
+    ASSERT_TRUE(ringSays("ready to start"));
+    const bool stored = formula->selectSingleNode("//Formula/ID").text() != "0";
+    EXPECT_EQ(label("mixerQuantity"), stored ? "Quantity 250 GMS in 300 ml" : "Quantity 250 in 300 ml");
+    EXPECT_EQ(asked, stored ? 1 : 0) << "once for each mix";
+}
+
 TEST_F(MixerPanelTest, OffersAreLoggedOrPutAsideByAQuestion) {
     int done = 0;
     QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
@@ -259,7 +292,7 @@ TEST_F(MixerPanelTest, OffersAreLoggedOrPutAsideByAQuestion) {
     startShort();
     line.run(20'000);
     ASSERT_TRUE(test::waitFor([&] { return done == 1 && ring().below() == "nothing loaded"; }));
-    EXPECT_EQ(label("mixerOffer"), "250 of Hydrocortisone 1% Cream, lot SV04260012");
+    EXPECT_EQ(label("mixerOffer"), "Hydrocortisone 1% Cream · 250 in 300 ml · lot SV04260012");
     EXPECT_EQ(buttons(), (QStringList{"Start (off)", "Log this mix", "Put aside"}));
     picture("offer");
     button("mixerLogMix")->click();
@@ -356,7 +389,7 @@ TEST(PanelTexts, KeysAreFitForTheLanguageFiles) {
 
 TEST(PanelTexts, PartsAreFilledInOnce) {
     const PanelTexts texts;
-    EXPECT_EQ(texts(PanelText::OfferFinished, {"%2", "100% %1", "L"}), "%2 of 100% %1, lot L");
+    EXPECT_EQ(texts(PanelText::QuantityInJar, {"%2", "100% %1"}), "Quantity %2 in 100% %1");
     EXPECT_EQ(texts(PanelText::StepOf, {"2"}), "step 2 of ");
     EXPECT_EQ(texts(PanelMessage{}), "");
 }

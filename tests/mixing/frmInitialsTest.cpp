@@ -107,6 +107,54 @@ TEST_F(frmInitialsTest, NoIDAndNoDocumentAreUnnamedMixesToo) {
     EXPECT_EQ(dialog->getFormula(), nullptr);
 }
 
+TEST_F(frmInitialsTest, TheSameInitialsTwiceAreShownAndNotBlocked) {
+    dialog->setFormula(document(formulaXml()));
+    sign("RK", "LM");
+    EXPECT_FALSE(box("txtVerified")->property("caution").toBool());
+    sign("rk ", " RK");
+    EXPECT_TRUE(box("txtInitials")->property("caution").toBool());
+    EXPECT_TRUE(box("txtVerified")->property("caution").toBool());
+    EXPECT_EQ(str(box("txtVerified")->accessibleDescription()), "Logged and verified by the same initials.");
+    show([&] { press("cmdOK"); });
+    EXPECT_TRUE(dialog->getFormula());
+    sign("", "");
+    EXPECT_FALSE(box("txtVerified")->property("caution").toBool()) << "nothing typed is nothing twice";
+}
+
+TEST_F(frmInitialsTest, PlannedAndDoneStandBelowWithoutMovingTheRest) {
+    sql("UPDATE Formula SET frm_Units = 'GMS' WHERE FormulaID = 1");
+    dialog->setFormula(document(formulaXml()));
+    dialog->setResults(document("<Results Value=\"SV26\"><Interuption Value=\"U\"/>"
+                                "<TotalMixingRevolutions Value=\"1760\"/></Results>"));
+    const auto text = [&](const char* name) { return str(child<QLabel>(*dialog, name)->text()); };
+    EXPECT_EQ(text("mixSummaryBatch"), "Cooling Gel · 25 GMS in 300 ml");
+    EXPECT_EQ(text("doneInterrupted"), "Yes");
+    EXPECT_EQ(text("doneTime"), "–") << "not followed";
+    show([&] {
+        const auto* card = child<QFrame>(*dialog, "mixSummary");
+        const auto* ok = child<QPushButton>(*dialog, "cmdOK");
+        EXPECT_EQ(dialog->width(), 368);
+        EXPECT_EQ(card->geometry().left(), 24);
+        EXPECT_EQ(card->width(), 320);
+        EXPECT_EQ(card->y() - ok->geometry().bottom() - 1, 16);
+        EXPECT_EQ(box("txtfrm_Name")->geometry().topLeft(), QPoint(24, 24));
+        EXPECT_EQ(dialog->height() - card->geometry().bottom() - 1, 24);
+        EXPECT_EQ(child<QLabel>(*dialog, "doneSteps")->height(), 24);
+        EXPECT_EQ(child<QLabel>(*dialog, "doneSteps")->width(), 72);
+        // Without the block the rest stands just as it does with it.
+        QMap<QString, QRect> places;
+        for (const char* name : {"txtInitials", "txtVerified", "cmdOK", "cmdCancel", "lbllog_Lot"})
+            places[name] = child<QWidget>(*dialog, name)->geometry();
+        if (const QString folder = qEnvironmentVariable("SORVANTO_PICTURES"); !folder.isEmpty())
+            dialog->grab().save(folder + "/sign.png");
+        child<QFrame>(*dialog, "mixSummary")->hide();
+        dialog->adjustSize();
+        for (auto it = places.cbegin(); it != places.cend(); ++it)
+            EXPECT_EQ(child<QWidget>(*dialog, it.key())->geometry(), it.value()) << str(it.key());
+        press("cmdCancel");
+    });
+}
+
 TEST_F(frmInitialsTest, OkNeedsBothInitialsAndTellsTheMixerInAnyCase) {
     dialog->setFormula(document(formulaXml()));
     show([&] {

@@ -38,6 +38,19 @@ TEST_F(frmMakeTest, TextsAndPreset) {
     EXPECT_EQ(question.MakeQty(), 250);
 }
 
+TEST_F(frmMakeTest, NamesTheFormulaAndItsBaseBatch) {
+    frmMake question;
+    auto* batch = child<QLabel>(question, "lblBatch");
+    EXPECT_TRUE(batch->isHidden()) << "nothing to name";
+    clsFormula formula;
+    formula.frm_Name = "Cooling Gel";
+    formula.frm_Quantity = 240;
+    formula.frm_Units = "MLS";
+    question.setFormula(formula);
+    EXPECT_FALSE(batch->isHidden());
+    EXPECT_EQ(str(batch->text()), "Cooling Gel · base batch 240 MLS");
+}
+
 TEST_F(frmMakeTest, OkTakesTheQuantity) {
     EXPECT_EQ(ask(10, [](QWidget& form) { press(form, "OKButton"); }), 10);
     EXPECT_EQ(ask(10,

@@ -11,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,8 @@ namespace {
 
 constexpr int rowHeight = 36;
 constexpr int markSize = 16;
+/// Of the bar at the left end of the current row.
+constexpr int edgeWidth = 3;
 
 }  // namespace
 
@@ -37,9 +40,13 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const bool alternate = option.features & QStyleOptionViewItem::Alternate;
     const auto* view = qobject_cast<const QTableView*>(option.widget);
     const bool enabled = option.state & QStyle::State_Enabled;
-    painter->fillRect(option.rect, selected    ? theme().softAccent
-                                   : alternate ? theme().alternateRow
-                                               : theme().surface);
+    const bool current = view && view->currentIndex().row() == index.row();
+    painter->fillRect(option.rect, selected || current ? theme().softAccent
+                                   : alternate         ? theme().alternateRow
+                                                       : theme().surface);
+    if (current && view->columnViewportPosition(index.column()) == -view->horizontalScrollBar()->value())
+        painter->fillRect(QRect(option.rect.topLeft(), QSize(edgeWidth, option.rect.height())),
+                          theme().accent);
     if (index.data(Qt::CheckStateRole).isValid()) {
         if (index.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
             QRect mark(0, 0, markSize, markSize);

@@ -172,6 +172,8 @@ QSize RecordGrid::minimumSizeHint() const { return {160, headerPixels + rowPixel
 
 void RecordGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
+    if (current.row() != previous.row())
+        viewport()->update();  // the whole row is marked, not the cell alone
     if (current.isValid() && current.row() != previous.row() && !m_model->makeCurrent(current.row()))
         QMetaObject::invokeMethod(this, &RecordGrid::followSet, Qt::QueuedConnection);
 }

@@ -21,6 +21,7 @@ QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; lef
 QLabel[fieldLabel="true"] { color: @secondary; }
 QLabel[heading="true"] { font-weight: 600; }
 QLabel[quiet="true"] { color: @secondary; font-size: 9pt; }
+QLabel[caution="true"] { color: @warning; font-weight: 600; }
 QLabel[badge="true"] { background: @warning; color: @onFill; border-radius: 5px; padding: 1px 7px; font-size: 9pt; }
 QToolTip { background: @text; color: @surface; border: 1px solid @text; border-radius: 4px; padding: 4px 6px; }
 QSplitter::handle { background: @line; }
@@ -61,6 +62,7 @@ QLineEdit:focus, QAbstractSpinBox:focus { padding: 0 6px; min-height: 28px; }
 QPlainTextEdit:focus, QTextEdit:focus { padding: 2px 4px; }
 QLineEdit[readOnly="true"], QPlainTextEdit[readOnly="true"] { background: @quietField; border: 1px solid @quietField; }
 QLineEdit[readOnly="true"]:focus, QPlainTextEdit[readOnly="true"]:focus { border: 2px solid @line; }
+QLineEdit[caution="true"] { border: 2px solid @warning; padding: 0 6px; min-height: 28px; }
 QLineEdit[invalid="true"] { border: 2px solid @danger; padding: 0 6px; min-height: 28px; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QAbstractSpinBox:disabled {
     background: @quietField; border: 1px solid @quietField; color: @disabled; }

@@ -5,6 +5,7 @@
 //   heading     a label in semi-bold
 //   quiet       a label in small secondary text
 //   badge       a label as a small filled mark in the warning color
+//   caution     a text box or a label in the warning color: allowed, but to be looked at
 //   danger      a push button that stops or destroys
 //   primary     a push button for the main action of a window
 //   bare        a tool bar without any frame of its own

@@ -116,6 +116,25 @@ TEST_F(Grids, ColumnsAreFoundByDesignedCaptionAndField) {
     EXPECT_THROW(grid->columnByField("x"), RuntimeError);
 }
 
+TEST_F(Grids, TheCurrentRowIsSeenBeforeAnyClickAndWithoutTheFocus) {
+    for (const bool dark : {false, true}) {
+        applyTheme(*qApp, dark);
+        const auto at = [&](int row) {
+            const QRect cell = grid->visualRect(grid->model()->index(row, Name));
+            return grid->viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.top() + 4);
+        };
+        grid->clearFocus();
+        rows->moveFirst();
+        EXPECT_EQ(at(0), theme().softAccent);
+        EXPECT_NE(at(1), theme().softAccent);
+        rows->moveNext();
+        EXPECT_EQ(at(1), theme().softAccent);
+        EXPECT_NE(at(0), theme().softAccent);
+        EXPECT_EQ(grid->selectedCount(), 0);
+    }
+    qApp->setStyleSheet({});
+}
+
 TEST_F(Grids, TheFirstRowIsCurrentButNotSelected) {
     EXPECT_EQ(grid->currentValue(Key).toInt(), 1);
     EXPECT_EQ(grid->selectedCount(), 0);
