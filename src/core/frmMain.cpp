@@ -3,15 +3,21 @@
 #include "core/CommandBands.h"
 #include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
+#include "core/DeskWatch.h"
 #include "core/ErrorStrip.h"
 #include "core/WindowPlace.h"
+#include "mixer/ctlSorvanto.h"
+#include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/BatchLog.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
+#include "shared/Translator.h"
+#include "shared/TypedText.h"
 #include "shared/basMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -25,7 +31,8 @@ namespace sorvanto {
 
 using platform::deref;
 
-frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(std::make_unique<DailyBackup>()) {
+frmMain::frmMain(Parts parts)
+    : m_parts(std::move(parts)), m_backup(std::make_unique<DailyBackup>()), m_desk(watchDesk()) {
     setObjectName(u"frmMain"_s);
     basMain::Main = this;
     buildCommandBands(m_bar);
@@ -98,6 +105,14 @@ BatchLog& frmMain::batchLog() { return deref(dynamic_cast<BatchLog*>(&hosted(log
 
 ctlSorvanto& frmMain::mixer() { return m_parts.mixerControl(deref(m_frmSorvanto)); }
 
+std::unique_ptr<DeskWatch> frmMain::watchDesk() {
+    return std::make_unique<DeskWatch>(DeskWatch::Window{
+        [this] { return m_listeners.isDelivering(); },
+        [this] { return dynamic_cast<TypedText*>(m_screens[static_cast<std::size_t>(m_current)].get()); },
+        [this] { QApplication::alert(this); },
+    });
+}
+
 void frmMain::refreshForm() {
     guarded(u"frmMain:refreshForm"_s, [&] {
         m_bar.recalcLayout();
@@ -154,6 +169,29 @@ void frmMain::Form_Unload() {
     });
 }
 
+bool frmMain::staysForTheMix() {
+    const auto mix = m_control ? m_control->mixUnderWay() : std::nullopt;
+    if (!mix || m_desk->sessionEnds() || qApp->isSavingSession())
+        return false;
+    QString question;
+    switch (mix->course) {
+    case MixUnderWay::Course::Mixing:
+        question = translated(u"\"%1\" is being mixed, %2 left. The mixer goes on without this program."_s);
+        break;
+    case MixUnderWay::Course::Paused:
+        question = translated(u"The mix of \"%1\" is paused, %2 left. The mixer stays paused."_s);
+        break;
+    case MixUnderWay::Course::Unseen:
+        question = translated(u"The mixer does not answer. It may still be mixing \"%1\"."_s);
+        break;
+    }
+    question.replace(u"%2"_s, mix->timeLeft).replace(u"%1"_s, mix->name);
+    question +=
+        u"\r\n\r\n"_s + translated(u"The results will be offered for the log at the next start. Quit?"_s);
+    return platform::MsgBox(question, {platform::Buttons::YesNo, platform::Icon::Exclamation, true, false}) !=
+           platform::Answer::Yes;
+}
+
 bool frmMain::event(QEvent* event) {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::WindowActivate && !m_ended)
@@ -162,7 +200,7 @@ bool frmMain::event(QEvent* event) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (!m_ended && Form_QueryUnload())
+    if (!m_ended && (staysForTheMix() || Form_QueryUnload()))
         return event->ignore();
     event->accept();
     if (!m_ended)

@@ -11,6 +11,7 @@
 #include "shared/MainWindow.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -20,6 +21,7 @@ class QLabel;
 namespace sorvanto {
 
 class DailyBackup;
+class DeskWatch;
 class ErrorStrip;
 class ResumeNext;
 
@@ -94,16 +96,21 @@ private:
     QString toolNameOf(const ScreenRow& row) const { return m_formNames.at(row.number); }
     void buildWindow();
     void showDatabaseName();
+    std::unique_ptr<DeskWatch> watchDesk();
+    /// Quitting during a mix is asked first; true when the user stays.
+    bool staysForTheMix();
 
     Parts m_parts;
     platform::CommandBar m_bar;
     ListenerList m_listeners;
     std::unique_ptr<DatabaseUpdater> m_updater;
     std::unique_ptr<DailyBackup> m_backup;
+    std::unique_ptr<DeskWatch> m_desk;
     std::array<std::unique_ptr<RecordScreen>, screenCount> m_screens;
     /// Second instances, read for the caption alone; made on first use, never shown, never listening.
     std::array<std::unique_ptr<RecordScreen>, screenCount> m_captionScreens;
     std::unique_ptr<RecordScreen> m_frmSorvanto;
+    QPointer<ctlSorvanto> m_control;  ///< the mixer control, once it is made
     platform::Tool* m_sorvantoTool = nullptr;
     std::array<QString, screenCount> m_formNames;  ///< by screen number; also the names of the hosting tools
     std::int32_t m_current = 0;

@@ -3,6 +3,7 @@
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
 #include "core/DatabaseUpdater.h"
+#include "core/DeskWatch.h"
 #include "core/ErrorStrip.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
@@ -140,7 +141,9 @@ void frmMain::loadMixerScreen(const ResumeNext& step) {
     });
     step([&] {
         auto& options = deref(basMain::Options);
-        mixer().SetStoreInfo(options.StoreName(), QString(), options.Phone());
+        m_control = &mixer();
+        m_control->setDesk(m_desk.get());
+        m_control->SetStoreInfo(options.StoreName(), QString(), options.Phone());
     });
     step([&] {
         auto& options = deref(basMain::Options);

@@ -8,12 +8,17 @@
 #include <QPointer>
 #include <QRandomGenerator>
 #include <QTimer>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
 using protocol::MixId;
+
+namespace {
+constexpr int deskInterval = 200;  // milliseconds between two looks at the desk
+}  // namespace
 
 MixerEnvironment MixerEnvironment::real() {
     return {[] { return std::make_unique<platform::QtSerialPort>(); },
@@ -38,6 +43,8 @@ MixSession::MixSession(MixerEnvironment environment, QObject* parent)
     connect(&m_run, &MixRun::startUndone, this, [this](const MixId& mix) {
         journal(PanelText::JournalStart, [&] { m_journal.undoStart(mix); });
     });
+    m_deskAgain.setSingleShot(true);
+    connect(&m_deskAgain, &QTimer::timeout, this, &MixSession::handOverNext);
     m_run.beforeStart = [this](const MixId& mix) { return journalStart(mix); };
 }
 
@@ -161,7 +168,7 @@ void MixSession::mixFinished(const protocol::MixResults& results, bool seen) {
     const bool lotTaken = isLogged(lotOf(document));
     journal(PanelText::JournalResults, [&] { m_journal.finish(results.mix, document, lotTaken); });
     if (seen)
-        handOverLater(results.mix);
+        handOverLater(results.mix, false);
     emit changed();
 }
 
@@ -188,13 +195,63 @@ bool MixSession::journal(PanelText failure, const std::function<void()>& step) {
 
 // ---- results out ----------------------------------------------------------------------------------
 
-void MixSession::handOverLater(const MixId& mix) {
-    m_toHandOver << mix;
-    // Out of the port's own handler: it would get no more bytes while the user signs.
-    QTimer::singleShot(0, this, [this] {
-        if (m_handed.isEmpty() && !m_toHandOver.isEmpty())
-            handOver(m_toHandOver.takeFirst());
-    });
+void MixSession::handOverLater(const MixId& mix, bool asked) {
+    m_toHandOver.append({mix, asked, false});
+    handOverSoon();
+}
+
+// Out of the port's own handler: it would get no more bytes while the user signs.
+void MixSession::handOverSoon() { QTimer::singleShot(0, this, &MixSession::handOverNext); }
+
+void MixSession::handOverNext() {
+    if (!m_handed.isEmpty() || m_toHandOver.isEmpty())
+        return;
+    const bool asked = m_toHandOver.first().asked;
+    if (m_desk && !(asked ? m_desk->canOpenDialog() : m_desk->isFree()))
+        return wait();
+    m_waiting = false;
+    m_deskAgain.stop();
+    const HandOver next = m_toHandOver.takeFirst();
+    if (m_desk && next.asked)
+        m_desk->keepTypedText();
+    handOver(next.mix);
+}
+
+void MixSession::wait() {
+    m_deskAgain.start(deskInterval);
+    HandOver& next = m_toHandOver.first();
+    if (!next.told)
+        m_desk->callAttention();
+    if (m_waiting && next.told)
+        return;
+    next.told = true;
+    m_waiting = true;
+    emit changed();
+}
+
+void MixSession::signNow() {
+    if (!isWaiting() || (m_desk && !m_desk->canOpenDialog()))
+        return;
+    m_toHandOver.first().asked = true;
+    handOverSoon();
+}
+
+void MixSession::tellFormulaGone() {
+    const JournalEntry* entry = m_journal.find(m_handed);
+    if (!entry)
+        return;
+    m_notice = {PanelText::FormulaGone, {entry->name()}};
+    emit changed();
+}
+
+QString MixSession::nameOf(const MixId& mix) const {
+    const JournalEntry* entry = m_journal.find(mix);
+    return entry ? entry->name() : QString();
+}
+
+bool MixSession::isToBeHandedOver(const MixId& mix) const {
+    return std::any_of(m_toHandOver.begin(), m_toHandOver.end(),
+                       [&](const HandOver& next) { return next.mix == mix; });
 }
 
 void MixSession::handOver(const MixId& mix) {
@@ -223,7 +280,7 @@ void MixSession::handOver(const MixId& mix) {
     emit changed();
     emit enableForm();
     if (alive && !m_toHandOver.isEmpty())
-        handOverLater(m_toHandOver.takeFirst());
+        handOverSoon();
 }
 
 std::optional<protocol::Status> MixSession::reached() const {
@@ -256,7 +313,7 @@ void MixSession::dropLogged() {
     std::vector<MixId> logged;
     for (const JournalEntry& entry : m_journal.open()) {
         if (entry.state == JournalState::Finished && !entry.lotTaken && entry.mix != m_handed &&
-            !m_toHandOver.contains(entry.mix) && isLogged(entry.lot()))
+            !isToBeHandedOver(entry.mix) && isLogged(entry.lot()))
             logged.push_back(entry.mix);
     }
     for (const MixId& mix : logged)
@@ -268,7 +325,7 @@ std::vector<Offer> MixSession::offers() const {
     for (const JournalEntry& entry : m_journal.open()) {
         const bool shownElsewhere =
             entry.state == JournalState::Loaded || entry.mix == m_handed || entry.mix == m_run.running() ||
-            m_toHandOver.contains(entry.mix) ||
+            isToBeHandedOver(entry.mix) ||
             (entry.state == JournalState::Aborted && m_run.state() == RunState::Fault && m_formula &&
              entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
@@ -287,7 +344,7 @@ void MixSession::logOffer(const MixId& mix) {
         emit changed();
         return;
     }
-    handOverLater(MixId(mix));
+    handOverLater(MixId(mix), true);
     emit changed();
 }
 

@@ -2,6 +2,7 @@
 // keeps those that were not logged on offer.
 #pragma once
 
+#include "mixer/Desk.h"
 #include "mixer/LoadedFormula.h"
 #include "mixer/MixJournal.h"
 #include "mixer/MixRun.h"
@@ -9,6 +10,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -43,6 +45,9 @@ public:
     void setPort(int port, bool overrideSpeed);
     void setLoggedTest(std::function<bool(const QString&)> test) { m_isLogged = std::move(test); }
 
+    /// Where the user sits; outlives the session. Without one a finished mix is handed over at once.
+    void setDesk(Desk* desk) { m_desk = desk; }
+
     void open();
     void close();
     bool isOpen() const { return m_link.state() != MixerLink::State::Closed; }
@@ -62,6 +67,14 @@ public:
     /// Whether an offered mix may be handed over now.
     bool canLog() const { return m_handed.isEmpty() && !m_run.isBusy(); }
     void logOffer(const protocol::MixId& mix);
+    /// A finished mix waits until the desk is free, or until the user asks for it.
+    bool isWaiting() const { return m_waiting && !m_toHandOver.isEmpty(); }
+    /// Hands the waiting mix over at the user's own wish; typed text is kept as a draft first.
+    void signNow();
+    /// Name of the formula of a mix in the journal; empty for one that has none.
+    QString nameOf(const protocol::MixId& mix) const;
+    /// Says in the panel that the mix being handed over can't be logged: its formula is gone.
+    void tellFormulaGone();
     void putAside(const protocol::MixId& mix);
 
     MixRun& run() { return m_run; }
@@ -91,7 +104,12 @@ private:
     void sendFormula();
     void dropLogged();
     bool isLogged(const QString& lot) const;
-    void handOverLater(const protocol::MixId& mix);
+    /// asked: at the user's own wish, which needs no free desk.
+    void handOverLater(const protocol::MixId& mix, bool asked);
+    void handOverSoon();
+    void handOverNext();
+    void wait();
+    bool isToBeHandedOver(const protocol::MixId& mix) const;
     void handOver(const protocol::MixId& mix);
     /// Runs a step of the journal; its failure becomes a notice with that text.
     bool journal(PanelText failure, const std::function<void()>& step);
@@ -108,7 +126,15 @@ private:
     bool m_overrideSpeed = false;
     protocol::MixId m_handed;  ///< being handed over
     bool m_loggedNow = false, m_signing = false;
-    QList<protocol::MixId> m_toHandOver;
+    struct HandOver {
+        protocol::MixId mix;
+        bool asked = false;
+        bool told = false;  ///< the user's attention was called
+    };
+    QList<HandOver> m_toHandOver;
+    Desk* m_desk = nullptr;
+    bool m_waiting = false;
+    QTimer m_deskAgain;  ///< looks at the desk again
 };
 
 }  // namespace sorvanto

@@ -55,12 +55,12 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     layout->addSpacing(platform::grid);
     layout->addWidget(m_offers);
     layout->addStretch(1);
-    auto* scroll = new FittingScrollArea;
-    scroll->setContent(content);
+    m_scroll = new FittingScrollArea;
+    m_scroll->setContent(content);
 
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(scroll);
+    outer->addWidget(m_scroll);
     setMinimumWidth(291);
     connect(&m_session, &MixSession::changed, this, &MixerPanel::refresh);
     connect(m_offers, &OfferList::logAsked, this,
@@ -81,6 +81,10 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     m_quantity = centred("mixerQuantity");
     m_speeds = centred("mixerSpeeds");
     platform::setLook(*m_speeds, "quiet");
+    m_waiting = new NoticeCard;
+    m_waiting->setObjectName(u"mixerWaiting"_s);
+    m_sign = m_waiting->addButton("mixerSign");
+    connect(m_sign, &QPushButton::clicked, this, [this] { m_session.signNow(); });
     m_problem = new NoticeCard;
     m_problem->setObjectName(u"mixerProblem"_s);
     m_notice = new NoticeCard;
@@ -92,8 +96,8 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     layout.addSpacing(platform::grid);
     layout.addWidget(m_ring);
     layout.addSpacing(platform::grid);
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_problem, m_notice, m_warnings})
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_waiting, m_problem,
+                                                           m_notice, m_warnings})
         layout.addWidget(widget);
 }
 
@@ -154,6 +158,7 @@ void MixerPanel::showCaptions() {
     m_resume->setText(m_texts(PanelText::Resume));
     m_stop->setText(m_texts(PanelText::Stop));
     m_ok->setText(m_texts(PanelText::Ok));
+    m_sign->setText(m_texts(PanelText::SignNow));
 }
 
 QString MixerPanel::portName() const { return u"COM%1"_s.arg(m_session.port()); }
@@ -335,6 +340,10 @@ void MixerPanel::showNotices() {
     m_problem->show(informs ? NoticeCard::Kind::Warning : NoticeCard::Kind::Problem,
                     problem.empty() ? QString() : m_texts(problem));
 
+    m_sign->setVisible(m_session.isWaiting());
+    m_scroll->setFocusProxy(m_session.isWaiting() ? m_sign : nullptr);  // F6 leads straight to it
+    m_waiting->show(NoticeCard::Kind::Information,
+                    m_session.isWaiting() ? m_texts(PanelText::MixWaits) : QString());
     const bool signing = m_session.isSigning();
     const PanelMessage& notice = m_session.notice();
     if (!notice.empty())
@@ -360,7 +369,7 @@ void MixerPanel::showButtons() {
     const bool reachable = m_session.link().state() == MixerLink::State::Connected;
     m_connect->setVisible(!m_session.isOpen());
     m_loadAgain->setVisible(m_session.canLoadAgain());
-    m_start->setVisible(!mixing && !paused && !fault && m_session.isOpen());
+    m_start->setVisible(!mixing && !paused && !fault && m_session.isOpen() && !m_session.isWaiting());
     m_start->setEnabled(m_session.canStart() && isToldLoaded());
     m_pause->setVisible(mixing);
     m_resume->setVisible(paused);

@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace sorvanto {
 
+class FittingScrollArea;
 class LinkRow;
 class NoticeCard;
 class OfferList;
@@ -77,6 +78,9 @@ private:
     QLabel* m_speeds;
     NoticeCard* m_problem;
     NoticeCard* m_notice;
+    NoticeCard* m_waiting;  ///< a finished mix that waits for its signatures
+    QPushButton* m_sign;
+    FittingScrollArea* m_scroll;
     NoticeCard* m_warnings;
     QPushButton *m_start, *m_pause, *m_resume, *m_stop, *m_ok, *m_loadAgain, *m_connect;
     StepsTable* m_steps;

@@ -3,10 +3,11 @@
 
 #include "platform/widgets/Theme.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -28,14 +29,25 @@ QColor kindColor(NoticeCard::Kind kind) {
 
 }  // namespace
 
-NoticeCard::NoticeCard(QWidget* parent) : QFrame(parent), m_label(new QLabel(this)) {
+NoticeCard::NoticeCard(QWidget* parent)
+    : QFrame(parent), m_label(new QLabel(this)), m_layout(new QVBoxLayout(this)) {
     m_label->setWordWrap(true);
     m_label->setTextFormat(Qt::PlainText);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(36, 9, 10, 9);
-    layout->addWidget(m_label);
+    m_layout->setContentsMargins(36, 9, 10, 9);
+    m_layout->addWidget(m_label);
     hide();
+}
+
+QPushButton* NoticeCard::addButton(const char* name) {
+    auto* button = new QPushButton;
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    platform::setLook(*button, "primary");
+    m_layout->setContentsMargins(36, 9, 12, 12);
+    m_layout->setSpacing(platform::grid);
+    m_layout->addWidget(button, 0, Qt::AlignLeft);
+    return button;
 }
 
 void NoticeCard::show(Kind kind, const QString& text) {

@@ -5,6 +5,8 @@
 #include <QString>
 
 class QLabel;
+class QPushButton;
+class QVBoxLayout;
 
 namespace sorvanto {
 
@@ -18,6 +20,8 @@ public:
     /// An empty text hides the card.
     void show(Kind kind, const QString& text);
     QString text() const;
+    /// A button below the sentence, for what it asks to be done.
+    QPushButton* addButton(const char* name);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,6 +29,7 @@ protected:
 private:
     Kind m_kind = Kind::Information;
     QLabel* m_label;
+    QVBoxLayout* m_layout;
 };
 
 }  // namespace sorvanto

@@ -106,6 +106,10 @@ constexpr std::array<const char*, count> english{
     "stopped at %1 in step %2 of %3",
     "not run",
     "This batch is marked as interrupted.",
+    "The mix has ended. Sign it when you are ready.",
+    "&Sign now",
+    "The formula \"%1\" of this mix is no longer in the database, so the mix can not be logged. It stays on "
+    "offer below.",
 };
 
 QString literal(PanelText text) {

@@ -95,6 +95,9 @@ enum class PanelText {
     StoppedAt,
     NotRun,
     Interrupted,
+    MixWaits,
+    SignNow,
+    FormulaGone,
     Count
 };
 

@@ -54,6 +54,23 @@ void ctlSorvanto::mixerInitialsClosed() { d->session.initialsClosed(); }
 void ctlSorvanto::CloseControl() { d->session.close(); }
 void ctlSorvanto::mixLogged() { d->session.logged(); }
 
+void ctlSorvanto::mixFormulaGone() { d->session.tellFormulaGone(); }
+void ctlSorvanto::setDesk(Desk* desk) { d->session.setDesk(desk); }
+
+std::optional<MixUnderWay> ctlSorvanto::mixUnderWay() const {
+    const MixRun& run = d->session.run();
+    if (run.running().isEmpty() || run.state() == RunState::Done || run.state() == RunState::Fault)
+        return std::nullopt;
+    using Course = MixUnderWay::Course;
+    const bool seen = run.state() == RunState::Mixing || run.state() == RunState::Paused;
+    const Course course = run.state() == RunState::Paused ? Course::Paused
+                          : seen                          ? Course::Mixing
+                                                          : Course::Unseen;
+    const QString name = d->session.nameOf(run.running());
+    return MixUnderWay{course, name.isEmpty() ? d->texts(PanelText::Unnamed) : name,
+                       seen ? shortTime(run.status().secondsLeft) : QString()};
+}
+
 void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
     d->session.setLoggedTest(std::move(test));
 }

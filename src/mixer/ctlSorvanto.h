@@ -15,7 +15,16 @@
 
 namespace sorvanto {
 
+class Desk;
 struct MixerEnvironment;
+
+/// A mix that was started here and has not ended as far as is known.
+struct MixUnderWay {
+    enum class Course { Mixing, Paused, Unseen };
+    Course course = Course::Mixing;
+    QString name;
+    QString timeLeft;  ///< "03:48"; empty while the mixer can't be seen
+};
 
 class ctlSorvanto : public QWidget {
     Q_OBJECT
@@ -44,6 +53,13 @@ public:
 
     /// The mix whose mixDone is being handled has been written to the log: its journal is closed.
     void mixLogged();
+    /// The mix being handled can't be logged because its formula is gone; the panel says so.
+    void mixFormulaGone();
+    /// Where the user sits; outlives the control. Without one, mixDone is raised as soon as a mix ends; with
+    /// one, when the desk is free or the user asks for it.
+    void setDesk(Desk* desk);
+    /// The mix that quitting would leave alone; nothing when there is none, or the mix is another's.
+    std::optional<MixUnderWay> mixUnderWay() const;
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
 

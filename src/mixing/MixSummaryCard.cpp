@@ -22,9 +22,7 @@ constexpr int captionColumn = 0, plannedColumn = 1, doneColumn = 2;
 
 const QString dash = u"\u2013"_s;
 
-QString countText(const std::optional<int>& value) {
-    return value ? QLocale().toString(*value) : dash;
-}
+QString countText(const std::optional<int>& value) { return value ? QLocale().toString(*value) : dash; }
 
 }  // namespace
 
@@ -58,7 +56,8 @@ MixSummaryCard::MixSummaryCard(QWidget* parent) : QFrame(parent), m_batch(new QL
     addCaption(*grid, 4, translated("Time"));
     addCaption(*grid, 5, translated("Revolutions"));
     addCaption(*grid, 6, translated("Interrupted"));
-    m_planned = {cell(*grid, 3, plannedColumn, u"plannedSteps"_s), cell(*grid, 4, plannedColumn, u"plannedTime"_s),
+    m_planned = {cell(*grid, 3, plannedColumn, u"plannedSteps"_s),
+                 cell(*grid, 4, plannedColumn, u"plannedTime"_s),
                  cell(*grid, 5, plannedColumn, u"plannedRevolutions"_s)};
     m_done = {cell(*grid, 3, doneColumn, u"doneSteps"_s), cell(*grid, 4, doneColumn, u"doneTime"_s),
               cell(*grid, 5, doneColumn, u"doneRevolutions"_s)};

@@ -10,6 +10,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
+#include "platform/widgets/FreshKeys.h"
 #include "platform/widgets/Theme.h"
 #include "reports/ReportFlow.h"
 #include "shared/Guard.h"
@@ -39,6 +40,7 @@ frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), m_ui(std::make_un
     m_same->setVisible(false);
     connect(m_ui->txtInitials, &QLineEdit::textChanged, this, &frmInitials::showSameInitials);
     connect(m_ui->txtVerified, &QLineEdit::textChanged, this, &frmInitials::showSameInitials);
+    new platform::FreshKeys(*this);  // the dialog comes up by itself, perhaps under typing hands
     Form_Load();
 }
 

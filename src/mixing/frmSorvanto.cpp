@@ -1,9 +1,12 @@
 #include "mixing/frmSorvanto.h"
 
+#include "mixer/MixSession.h"
 #include "mixer/ctlSorvanto.h"
+#include "mixing/FormulaDocument.h"
 #include "mixing/frmInitials.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Recordset.h"
 #include "platform/widgets/CommandBar.h"
 #include "records/clsFormula.h"
 #include "shared/BatchLog.h"
@@ -13,7 +16,27 @@
 
 namespace sorvanto {
 
-frmSorvanto::frmSorvanto(QWidget* parent) : RecordScreen(parent), ctlSorvanto1(new ctlSorvanto(this)) {
+namespace {
+
+/// Whether the mix was made of a stored formula that has been deleted since.
+bool isFormulaGone(const platform::XmlDocumentPtr& document) {
+    return guarded("frmSorvanto:isFormulaGone", false, [&] {
+        const std::int16_t formula = formulaDocumentID(document);
+        if (formula <= 0)
+            return false;
+        const auto rows = platform::Recordset::create();
+        rows->open("SELECT FormulaID FROM Formula WHERE FormulaID = " + QString::number(formula), openDB(),
+                   platform::CursorType::Static, platform::LockType::ReadOnly);
+        return rows->recordCount() == 0;
+    });
+}
+
+}  // namespace
+
+frmSorvanto::frmSorvanto(QWidget* parent) : frmSorvanto(MixerEnvironment::real(), parent) {}
+
+frmSorvanto::frmSorvanto(MixerEnvironment environment, QWidget* parent)
+    : RecordScreen(parent), ctlSorvanto1(new ctlSorvanto(std::move(environment), this)) {
     setObjectName("frmSorvanto");
     ctlSorvanto1->setObjectName("ctlSorvanto1");
     auto* layout = new QVBoxLayout(this);
@@ -27,7 +50,8 @@ void frmSorvanto::Form_Load() {
     frmInitials::install();
     ctlSorvanto1->setUnitSource([](int formulaID) {
         return guarded("frmSorvanto:unitOf", QString(), [&] {
-            return platform::deref(clsFormula().openFormula(platform::toInt16(formulaID), QString())).frm_Units;
+            return platform::deref(clsFormula().openFormula(platform::toInt16(formulaID), QString()))
+                .frm_Units;
         });
     });
     // A mix that reached the log just before the program died must not be offered again.
@@ -58,6 +82,8 @@ void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
         MainWindow& main = platform::deref(basMain::Main);
         if (main.batchLog().addLog(formula, results))
             ctlSorvanto1->mixLogged();
+        else if (isFormulaGone(formula))
+            ctlSorvanto1->mixFormulaGone();
         main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdFormulas"));
     });
 }

@@ -8,12 +8,15 @@
 namespace sorvanto {
 
 class ctlSorvanto;
+struct MixerEnvironment;
 
 class frmSorvanto : public RecordScreen {
     Q_OBJECT
 
 public:
     explicit frmSorvanto(QWidget* parent = nullptr);
+    /// With ports and times of the caller's choice.
+    explicit frmSorvanto(MixerEnvironment environment, QWidget* parent = nullptr);
 
     void Form_Load() override;
     ctlSorvanto& control() { return *ctlSorvanto1; }

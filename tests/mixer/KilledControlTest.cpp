@@ -87,8 +87,9 @@ protected:
             return button && button->isEnabled();
         };
         ASSERT_TRUE(QTest::qWaitFor(offered, 20'000));
-        EXPECT_EQ(child<QLabel>(control, "mixerOffer")->text(),
-                  u"Hydrocortisone 1% Cream · 250 in 300 ml · lot SV0426%1"_s.arg(preparation, 4, 10, QChar('0')));
+        EXPECT_EQ(
+            child<QLabel>(control, "mixerOffer")->text(),
+            u"Hydrocortisone 1% Cream · 250 in 300 ml · lot SV0426%1"_s.arg(preparation, 4, 10, QChar('0')));
         child<QPushButton>(control, "mixerLogMix")->click();
         ASSERT_TRUE(test::waitFor([&] { return !results.isEmpty(); }));
         EXPECT_EQ(formula, test::shortFormula()->xml());

@@ -1,6 +1,6 @@
 // Which batch it is in a line, and what was planned beside what was done.
-#include "mixer/BatchPassport.h"
 #include "mixer/MixSummary.h"
+#include "mixer/BatchPassport.h"
 
 #include <gtest/gtest.h>
 
@@ -16,12 +16,13 @@ platform::XmlDocumentPtr document(const QString& xml) {
 }
 
 platform::XmlDocumentPtr formula(const QString& lastTime = u"00:02:00"_s, const QString& cycles = u"0"_s) {
-    return document(u"<Formula><ID>1</ID><Name>Magic Mouthwash</Name><Type>9</Type><Size>7</Size><QTY>240</QTY>"
-                    "<Make>240</Make><CustomMix PreGrind=\"0\" FreeSpin=\"1\">"
-                    "<Mix LiftRPM=\"1200\" MixRPM=\"600\" MixTime=\"00:00:30\" Cycles=\"0\"/>"
-                    "<Mix LiftRPM=\"1200\" MixRPM=\"1200\" MixTime=\"00:01:30\" Cycles=\"0\"/>"
-                    "<Mix LiftRPM=\"960\" MixRPM=\"1800\" MixTime=\"%1\" Cycles=\"%2\"/>"
-                    "</CustomMix></Formula>"_s.arg(lastTime, cycles));
+    return document(
+        u"<Formula><ID>1</ID><Name>Magic Mouthwash</Name><Type>9</Type><Size>7</Size><QTY>240</QTY>"
+        "<Make>240</Make><CustomMix PreGrind=\"0\" FreeSpin=\"1\">"
+        "<Mix LiftRPM=\"1200\" MixRPM=\"600\" MixTime=\"00:00:30\" Cycles=\"0\"/>"
+        "<Mix LiftRPM=\"1200\" MixRPM=\"1200\" MixTime=\"00:01:30\" Cycles=\"0\"/>"
+        "<Mix LiftRPM=\"960\" MixRPM=\"1800\" MixTime=\"%1\" Cycles=\"%2\"/>"
+        "</CustomMix></Formula>"_s.arg(lastTime, cycles));
 }
 
 platform::XmlDocumentPtr results(const QString& letter, const QString& turns) {
@@ -58,8 +59,7 @@ TEST(BatchPassport, NamesWhatIsKnown) {
 }
 
 TEST(MixSummary, AStoppedMixHasTheStepsAndTimeThatWereSeen) {
-    const MixSummary summary =
-        mixSummary(formula(), results(u"U"_s, u"1760"_s), reachedAt(2, 137, 240));
+    const MixSummary summary = mixSummary(formula(), results(u"U"_s, u"1760"_s), reachedAt(2, 137, 240));
     EXPECT_EQ(summary.planned, (Side{3, 240, 5700}));
     EXPECT_EQ(summary.done, (Side{2, 103, 1760}));
     EXPECT_EQ(summary.interrupted, true);
