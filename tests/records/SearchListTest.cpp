@@ -93,6 +93,21 @@ TEST_F(SearchListTest, SeveralRowsAreShownWithTheKeyHiddenAndNoneChosen) {
     EXPECT_EQ(sharedSearch().ID().toInt(), 2);
 }
 
+TEST_F(SearchListTest, ASearchInsideASearchHasAListOfItsOwn) {
+    asker.expectModal("frmSearchRS", [&](QWidget& outer) {
+        asker.expectModal("frmSearchRS", [&](QWidget& inner) {
+            EXPECT_NE(&inner, &outer);
+            list(inner)->selectRow(0);
+            press(inner, "cmdOK");
+        });
+        EXPECT_EQ(choose(rows("WHERE ChemicalID > 2")), 3);
+        EXPECT_TRUE(outer.isVisible());
+        list(outer)->selectRow(1);
+        press(outer, "cmdOK");
+    });
+    EXPECT_EQ(choose(rows("")), 2);
+}
+
 TEST_F(SearchListTest, OkWithoutARowAsksForOneAndStays) {
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         asker.expectMsgBox("Select a row before clicking OK", information);
