@@ -126,9 +126,9 @@ platform::Section batchGroupFooter(int height, int instructionsTop) {
             {
                 platform::line("Line3", 180, 0, 11340),
                 sheetCaption("lblfrm_Desc", 0, 180, 1170, "Description"),
-                platform::field("txtfrm_Desc", 1170, 180, 10080, 270),
+                platform::field("txtfrm_Desc", 1170, 180, 10080, 270).growing(),
                 sheetCaption("lblfrm_Instructions", 0, instructionsTop, 1890, "Instructions"),
-                platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270),
+                platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270).growing(),
             }};
 }
 

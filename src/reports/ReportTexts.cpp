@@ -21,7 +21,7 @@ void translateCaptions(platform::Report& report,
 void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
                      const QString& picture) {
     const QString currency = platform::deref(basMain::Options).DefCurrency();
-    report.setValue(name, value, currency + picture, currency + platform::format(value, picture));
+    report.setValue(name, value, currency + picture, currency + platform::shownText(value, picture));
 }
 
 // The picture is for the spreadsheet: what stands before and after the digits of an amount.

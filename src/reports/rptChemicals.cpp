@@ -12,6 +12,7 @@ namespace {
 using platform::Control;
 using platform::field;
 using platform::line;
+using platform::TextKind;
 
 /// A column of the list: heading with its key, field with its column, left edge and width.
 struct ListColumn {
@@ -19,13 +20,18 @@ struct ListColumn {
     const char* key;
     int left, width;
     bool centred;
+    platform::TextKind kind = platform::TextKind::Words;
 };
 
 constexpr ListColumn columns[] = {
-    {"chm_Name", "Name", 0, 2700, false},   {"chm_Form", "Form", 2700, 1260, true},
-    {"chm_Units", "Unit", 3960, 900, true}, {"chm_NDC", "NDC", 4860, 1170, true},
-    {"chm_Lot", "Lot", 6030, 1170, true},   {"chm_Cost", "Cost", 7200, 900, true},
-    {"chm_AWP", "AWP", 8100, 810, true},    {"chm_Supplier", "Supplier", 8910, 1890, false},
+    {"chm_Name", "Name", 0, 2700, false, TextKind::Name},
+    {"chm_Form", "Form", 2700, 1260, true},
+    {"chm_Units", "Unit", 3960, 900, true},
+    {"chm_NDC", "NDC", 4860, 1170, true, TextKind::Value},
+    {"chm_Lot", "Lot", 6030, 1170, true, TextKind::Value},
+    {"chm_Cost", "Cost", 7200, 900, true},
+    {"chm_AWP", "AWP", 8100, 810, true},
+    {"chm_Supplier", "Supplier", 8910, 1890, false},
 };
 
 platform::Section headings() {
@@ -47,6 +53,8 @@ platform::Section chemicalRow() {
             field(u"txtChemical_"_s + column.name, column.left, 90, column.width, 270)
                 .bound(column.name)
                 .font(detailFamily, 9));
+        text.textKind = column.kind;
+        text.title = column.key;
         if (column.centred)
             text.centre();
     }
@@ -63,7 +71,9 @@ platform::ReportDefinition chemicalList() {
                  {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180}, {line("Line4", 0, 900, 10800)}),
         headings(),
         chemicalRow(),
-        {platform::SectionKind::PageFooter, 240, {field("txtPage", 9630, 0, 810, 270).points(7.5).right()}},
+        {platform::SectionKind::PageFooter,
+         240,
+         {field("txtPage", 9630, 0, 810, 270).points(7.5).right().asValue("Page")}},
         {platform::SectionKind::ReportFooter, 510, {}},
     };
     return definition;

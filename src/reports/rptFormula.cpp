@@ -48,14 +48,14 @@ std::vector<Control> groupHeaderControls() {
 
 std::vector<platform::Section> worksheet() {
     return {
-        batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold()}),
+        batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold().asName("Formula Name")}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
         batchDetail(270,
                     {
-                        field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name"),
+                        field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name").asName("Chemical"),
                         field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
                         field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").points(7),
+                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").asValue("Units"),
                         line("Line5", 5040, 180, 6030),
                         line("Line6", 6120, 180, 7110),
                         field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),
@@ -83,9 +83,9 @@ void rptFormula::setFormula(const clsFormulaPtr& formula) {
 
 void rptFormula::fillPageHeader() {
     const clsFormula& formula = platform::deref(m_formula);
-    setText("txtFormulaName", translated("Formula Name: ") + " " + platform::trimmed(formula.frm_Name) + " " +
-                                  platform::trimmed(formula.frm_Strength) + " " +
-                                  basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+    setName("txtFormulaName", translated("Formula Name: ") + " " + platform::trimmed(formula.frm_Name),
+            " " + platform::trimmed(formula.frm_Strength) + " " +
+                basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
 }
 
 // Money here follows the system's locale, not the currency of the options.

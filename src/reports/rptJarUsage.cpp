@@ -21,7 +21,7 @@ platform::ReportDefinition jarUsage() {
         listHead(platform::SectionKind::PageHeader, 2040,
                  {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270},
                  {
-                     field("txtReportDate", 90, 1170, 5310, 270).points(datePoints),
+                     field("txtReportDate", 90, 1170, 5310, 270).points(datePoints).asValue("Report Dates"),
                      label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
                      label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
                      line("Line1", 0, 1980, 10800),
@@ -29,7 +29,7 @@ platform::ReportDefinition jarUsage() {
         {platform::SectionKind::Detail,
          570,
          {
-             field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold(),
+             field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold().asValue("Jar Size"),
              field("txtUsed", 9090, 90, 1260, 360).points(14.5).bold().right(),
              line("Line2", 0, 540, 10800),
          }},

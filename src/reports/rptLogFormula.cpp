@@ -48,16 +48,16 @@ std::vector<Control> groupHeaderControls() {
 // quantity and cost. The notes column stays empty.
 std::vector<platform::Section> formulaLog() {
     return {
-        batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold(),
+        batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold().asName("Formula Name"),
                                field("txtFormulaType", 5760, 630, 4230, 270)}),
         {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
         batchDetail(285,
                     {
-                        field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name"),
+                        field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").asName("Chemical"),
                         field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form"),
                         field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").points(7),
-                        field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot"),
+                        field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").asValue("Units"),
+                        field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot").asValue("Lot #"),
                         field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier"),
                         field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost"),
                         field("txtchm_Notes", 8730, 0, 2700, 270),
@@ -66,7 +66,7 @@ std::vector<platform::Section> formulaLog() {
         batchPageFooter(2535,
                         {
                             label("lbllog_Lot", 180, 180, 810, 270, "Lot #"),
-                            field("txtlog_Lot", 990, 180, 2070, 270),
+                            field("txtlog_Lot", 990, 180, 2070, 270).asValue("Lot #"),
                             label("lblExpDate", 3420, 180, 1080, 270, "Exp Date:"),
                             box("Shape1", 4770, 180, 3960, 270),
                         }),
@@ -85,8 +85,8 @@ void rptLogFormula::setLog(const clsLogPtr& log) {
 
 void rptLogFormula::fillPageHeader() {
     const clsLog& log = platform::deref(m_log);
-    setText("txtFormulaName", translated("Formula Name:  ") + " " + platform::trimmed(log.log_Name) + " " +
-                                  platform::trimmed(log.log_Strength));
+    setName("txtFormulaName", translated("Formula Name:  ") + " " + platform::trimmed(log.log_Name),
+            " " + platform::trimmed(log.log_Strength));
     setText("txtFormulaType",
             translated("Formula Type:  ") + " " + basMain::tableEntry(basMain::MixTypes, log.log_FormType));
 }

@@ -24,11 +24,11 @@ platform::ReportDefinition logReport() {
     definition.sections = {
         listHead(platform::SectionKind::ReportHeader, 1515,
                  {.boxWidth = 5130, .dateLeft = 8100, .dateTop = 180},
-                 {field("txtReportDate", 0, 990, 5310, 270).points(datePoints)}),
+                 {field("txtReportDate", 0, 990, 5310, 270).points(datePoints).asValue("Report Dates")}),
         {platform::SectionKind::PageHeader,
          1275,
          {
-             field("txtName", 0, 0, 10080, 360).points(titlePoints).bold(),
+             field("txtName", 0, 0, 10080, 360).points(titlePoints).bold().asName("Name"),
              field("txtDesc", 0, 360, 10800, 540),
              heading("lbllog_Date", 0, 990, 2160),
              heading("lbllog_Lot", 2160, 990, 1620),
@@ -43,8 +43,8 @@ platform::ReportDefinition logReport() {
          450,
          {
              field("txtlog_Date", 0, 90, 2160, 270).bound("log_Date").points(9),
-             field("txtlog_Lot", 2160, 90, 1620, 270).bound("log_Lot").points(9),
-             field("txtlog_JarSize", 3780, 90, 1440, 270).bound("log_JarSize").points(9),
+             field("txtlog_Lot", 2160, 90, 1620, 270).bound("log_Lot").points(9).asValue("Lot"),
+             field("txtlog_JarSize", 3780, 90, 1440, 270).bound("log_JarSize").points(9).asValue("Jar Size"),
              field("txtlog_Quantity", 5220, 90, 1440, 270).bound("log_Quantity").points(9),
              field("txtlog_Initials", 7110, 90, 630, 270).bound("log_Initials").points(9).centre(),
              field("txtlog_Verified", 8550, 90, 630, 270).bound("log_Verified").points(9).centre(),
@@ -54,15 +54,15 @@ platform::ReportDefinition logReport() {
         {platform::SectionKind::PageFooter,
          630,
          {
-             field("txtPage", 7650, 270, 2430, 270).right(),
+             field("txtPage", 7650, 270, 2430, 270).right().asValue("Page"),
          }},
         {platform::SectionKind::ReportFooter,
          495,
          {
              line("Line8", 0, 0, 10800),
-             field("txtTotalLogs", 0, 90, 2880, 270).bold(),
-             field("txtTotalQTY", 5220, 90, 1170, 270).bold(),
-             field("txtTotalCost", 9180, 90, 1620, 270, "0.00").bold().right(),
+             field("txtTotalLogs", 0, 90, 2880, 270).bold().asValue("Logs"),
+             field("txtTotalQTY", 5220, 90, 1170, 270).bold().asValue("QTY"),
+             field("txtTotalCost", 9180, 90, 1620, 270, "0.00").bold().right().asValue("Cost"),
          }},
     };
     return definition;
@@ -124,8 +124,8 @@ void rptLogReport::pageHeaderFormat() {
         if (!rows() || rows()->eof())
             return;
         const platform::Recordset& row = *rows();
-        setText("txtName",
-                nullText(row.value("log_Name")) + " " + nullText(row.value("log_Strength")) + "\t" +
+        setName("txtName", nullText(row.value("log_Name")),
+                " " + nullText(row.value("log_Strength")) + "\t" +
                     basMain::tableEntry(basMain::MixTypes, platform::nullInt16(row.value("log_FormType"))) +
                     "\t" + nullText(row.value("log_NDC")));
         setText("txtDesc", nullText(row.value("log_Desc")));
@@ -154,8 +154,9 @@ void rptLogReport::reportFooterFormat() {
                          platform::dateText(m_range.begin) + "# AND Log.log_Date <= #" +
                          platform::dateText(m_range.end) + "#;",
                      openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
-        setText("txtTotalLogs", nullText(totals->value("TotalLogs")) + " " + translated("Logs"));
-        setText("txtTotalQTY", nullText(totals->value("TotalQTY")) + " ml");
+        setText("txtTotalLogs",
+                platform::shownText(totals->value("TotalLogs"), {}) + " " + translated("Logs"));
+        setText("txtTotalQTY", platform::shownText(totals->value("TotalQTY"), {}) + " ml");
         const QVariant cost = totals->value("TotalCost");
         if (cost.isValid())
             setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)), "0.00");

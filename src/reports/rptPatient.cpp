@@ -3,6 +3,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "reports/ListHead.h"
@@ -25,10 +26,10 @@ platform::Section patientHeader() {
         {
             field("txtPatientID", 90, 0, 450, 360).bound("Patient.PatientID").points(8),  // five digits fit
             field("txtName", 540, 0, 5220, 360).points(titlePoints).bold(),
-            field("txtpat_BDay", 7200, 0, 2880, 270).points(8.5),
+            field("txtpat_BDay", 7200, 0, 2880, 270).points(8.5).asValue("Birthdate"),
             field("txtAddress", 90, 360, 3240, 810).points(8.5),
-            field("txtpat_Phone", 3330, 360, 2430, 270).points(8.5),
-            field("txtpat_Fax", 3330, 630, 2430, 270).points(8.5),
+            field("txtpat_Phone", 3330, 360, 2430, 270).points(8.5).asValue("Phone"),
+            field("txtpat_Fax", 3330, 630, 2430, 270).points(8.5).asValue("Fax"),
             heading("lblRXsID", 0, 1440, 540),
             heading("lblrxs_Date", 540, 1440, 1080),
             heading("lblfrm_Name", 1800, 1440, 2700),
@@ -42,18 +43,19 @@ platform::Section patientHeader() {
 }
 
 platform::Section prescriptionRow() {
-    platform::Section section{platform::SectionKind::Detail,
-                              795,
-                              {
-                                  field("txtRXsID", 0, 90, 540, 270).bound("RXsID"),
-                                  field("txtrxs_Date", 540, 90, 1080, 270).bound("rxs_Date"),
-                                  field("txtfrm_Name", 1800, 90, 2700, 270).bound("frm_Name"),
-                                  field("txtfrm_Strength", 4500, 90, 1260, 270).bound("frm_Strength"),
-                                  field("txtrxs_QTY", 6030, 90, 540, 270).bound("rxs_QTY"),
-                                  field("txtlog_Lot", 6660, 90, 1350, 270).bound("log_Lot"),
-                                  field("txtrxs_Doctor", 8010, 90, 1800, 270).bound("rxs_Doctor"),
-                                  field("txtrxs_Price", 9900, 90, 900, 270).bound("rxs_Price").right(),
-                              }};
+    platform::Section section{
+        platform::SectionKind::Detail,
+        795,
+        {
+            field("txtRXsID", 0, 90, 540, 270).bound("RXsID"),
+            field("txtrxs_Date", 540, 90, 1080, 270).bound("rxs_Date"),
+            field("txtfrm_Name", 1800, 90, 2700, 270).bound("frm_Name").asName("Drug Name"),
+            field("txtfrm_Strength", 4500, 90, 1260, 270).bound("frm_Strength").asValue("Strength"),
+            field("txtrxs_QTY", 6030, 90, 540, 270).bound("rxs_QTY"),
+            field("txtlog_Lot", 6660, 90, 1350, 270).bound("log_Lot").asValue("Lot"),
+            field("txtrxs_Doctor", 8010, 90, 1800, 270).bound("rxs_Doctor"),
+            field("txtrxs_Price", 9900, 90, 900, 270).bound("rxs_Price").right(),
+        }};
     for (platform::Control& control : section.controls)
         control.font(detailFamily, 9);
     section.controls.push_back(line("Line2", 0, 450, 10800));
@@ -66,7 +68,7 @@ platform::ReportDefinition prescriptionReport() {
     definition.sections = {
         listHead(platform::SectionKind::ReportHeader, 1515,
                  {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180},
-                 {field("txtReportDate", 90, 1080, 5310, 270).points(datePoints)}),
+                 {field("txtReportDate", 90, 1080, 5310, 270).points(datePoints).asValue("Report Dates")}),
         patientHeader(),
         prescriptionRow(),
         {platform::SectionKind::PageFooter, 2475, storeBlock(180, 90)},
@@ -74,8 +76,8 @@ platform::ReportDefinition prescriptionReport() {
          675,
          {
              line("Line3", 0, 0, 10800),
-             field("txtTotalRXs", 270, 90, 2340, 270).bold(),
-             field("txtTotalPrice", 9360, 90, 1440, 270, "0.00").bold().right(),
+             field("txtTotalRXs", 270, 90, 2340, 270).bold().asValue("Prescriptions"),
+             field("txtTotalPrice", 9360, 90, 1440, 270, "0.00").bold().right().asValue("Price"),
          }},
     };
     return definition;
@@ -182,7 +184,8 @@ void rptPatient::reportFooterFormat() {
     const QString shown = money.toText();
     const QString places = shown.section('.', 1);
     const QString picture = places.isEmpty() ? "0" : "0." + QString(places.size(), '0');
-    setValue("txtTotalPrice", QVariant::fromValue(money), currency + picture, currency + shown);
+    setValue("txtTotalPrice", QVariant::fromValue(money), currency + picture,
+             currency + platform::shownNumber(shown));
 }
 
 }  // namespace sorvanto

@@ -28,17 +28,17 @@ platform::ReportDefinition prescriptionLabels() {
          1470,
          {
              field("txtPharmacy", 360, 90, 1080, 180).points(6).centre(),
-             label("lblLot", 2070, 90, 450, 180).points(5.7),
-             field("txtLot", 2520, 90, 1260, 180),
-             field("txtContact", 360, 270, 3420, 180).points(6).centre(),
-             field("txtRXNum", 360, 540, 1080, 180),
+             label("lblLot", 2070, 90, 450, 180).asValue("Lot"),
+             field("txtLot", 2520, 90, 1260, 180).asValue("Lot"),
+             field("txtContact", 360, 270, 3420, 180).points(6).centre().asName("Address"),
+             field("txtRXNum", 360, 540, 1080, 180).asValue("#"),
              field("lblDR", 1440, 540, 360, 180),
              field("txtDoctor", 1800, 540, 1980, 180),
              field("txtName", 360, 720, 2610, 180),
-             field("txtDate", 2970, 720, 810, 180),
+             field("txtDate", 2970, 720, 810, 180).asValue("Date"),
              field("txtConsult", 360, 900, 3420, 180),
-             field("txtDrug", 360, 1080, 2970, 270).points(8.5).bold(),
-             field("txtQTY", 3330, 1080, 450, 270).points(8.5).bold(),
+             field("txtDrug", 360, 1080, 2970, 270).points(8.5).bold().asName("Drug Name"),
+             field("txtQTY", 3330, 1080, 450, 270).points(8.5).bold().asValue("QTY"),
          }},
     };
     return definition;
@@ -71,8 +71,8 @@ void rptRX8160::detailFormat() {
 void rptRX8160::fillPharmacy() {
     clsOptions& options = platform::deref(basMain::Options);
     setText("txtPharmacy", options.StoreName());
-    setText("txtContact", options.Address() + " " + options.City() + ", " + options.State() + " " +
-                              options.Zip() + " " + options.Phone());
+    setName("txtContact", options.Address() + " " + options.City() + ", " + options.State(),
+            " " + options.Zip() + " " + options.Phone());
 }
 
 void rptRX8160::fillPrescription() {
@@ -85,7 +85,7 @@ void rptRX8160::fillPrescription() {
     setText("txtName", nullText(row.value("pat_FName")) + " " + nullText(row.value("pat_LName")));
     setValue("txtDate", row.value("rxs_Date"));
     setText("txtConsult", nullText(row.value("rxs_Consult")));
-    setText("txtDrug", nullText(row.value("log_Name")) + " " + nullText(row.value("log_Strength")));
+    setName("txtDrug", nullText(row.value("log_Name")), " " + nullText(row.value("log_Strength")));
     setValue("txtQTY", row.value("rxs_QTY"));
 }
 

@@ -45,7 +45,7 @@ protected:
         for (const PageBand& band : page.bands) {
             for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
                 const PageItem& item = page.items[i];
-                const TextStyle& style = run.document().styles[item.style];
+                const TextStyle& style = run.document().styles[item.drawn];
                 for (std::uint32_t r = item.firstRun; r < item.firstRun + item.runCount; ++r) {
                     const TextRun& text = page.runs[r];
                     all.push_back({run.document().controlOf(band, item).name, text.text, text.x,

@@ -60,7 +60,7 @@ protected:
         int shown = 0;
         for (const Page& page : run->document().pages) {
             for (const PageItem& item : page.items) {
-                const TextStyle& style = run->document().styles[item.style];
+                const TextStyle& style = run->document().styles[item.drawn];
                 const FontExtent font = measure->extent(style);
                 // A single line may hang over a control that is lower than its font, and no other.
                 const int over = std::max(font.line() / 5, (font.line() - item.height + 1) / 2);

@@ -16,7 +16,12 @@ std::uint16_t PageDocument::styleIndex(const TextStyle& style) {
 }
 
 void PageDocument::warn(WarningKind kind, const Control& control) {
-    ++(kind == WarningKind::TextCut ? cutTexts : missingBarCodes);
+    if (kind == WarningKind::TextCut)
+        ++cutTexts;
+    else if (kind == WarningKind::NoBarCode)
+        ++missingBarCodes;
+    else if (kind == WarningKind::ValueHidden)
+        ++hiddenValues;
     for (PageWarning& warning : warnings) {
         if (warning.kind == kind && warning.control == control.name && warning.text == control.text) {
             ++warning.count;
@@ -25,7 +30,8 @@ void PageDocument::warn(WarningKind kind, const Control& control) {
     }
     constexpr std::size_t most = 1000;
     if (warnings.size() < most)
-        warnings.push_back({kind, static_cast<int>(pages.size()), 1, control.name, control.text});
+        warnings.push_back(
+            {kind, static_cast<int>(pages.size()), 1, control.name, control.title, control.text});
 }
 
 QString dumped(const PageDocument& document) {
@@ -45,12 +51,14 @@ QString dumped(const PageDocument& document) {
                 text.replace('\\', "\\\\").replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
                 out += ' ' + text;
             }
-            if (item.kind == ItemKind::Text && !item.text.isEmpty()) {
+            if (item.kind == ItemKind::Text && (!item.text.isEmpty() || item.runCount > 0)) {
                 QStringList shown;
                 for (std::uint32_t i = 0; i < item.runCount; ++i)
                     shown << page.runs[item.firstRun + i].text;
                 if (shown != QStringList(item.text))
                     out += u"  shown as: "_s + shown.join(u" | "_s);
+                if (item.drawn != item.style)
+                    out += u"  in %1 point"_s.arg(document.styles[item.drawn].points);
             }
             out += '\n';
         }

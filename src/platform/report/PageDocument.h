@@ -5,6 +5,7 @@
 #include "platform/report/ReportDefinition.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <cstdint>
 #include <vector>
@@ -23,6 +24,7 @@ struct TextRun {
 struct PageItem {
     ItemKind kind = ItemKind::Text;
     std::uint16_t style = 0;    ///< index into PageDocument::styles
+    std::uint16_t drawn = 0;    ///< style in which the page shows it: as above, or in smaller type
     std::uint16_t control = 0;  ///< index of the control in its section
     int x = 0, y = 0, width = 0, height = 0;
     std::uint32_t firstRun = 0, runCount = 0;  ///< into Page::runs
@@ -51,7 +53,9 @@ struct Page {
     std::vector<TypedValue> values;
 };
 
-enum class WarningKind { TextCut, NoBarCode };
+/// Words that end in "…"; bars that are missing; a value that stands as "####"; a label that does not print
+/// because one of its values would.
+enum class WarningKind { TextCut, NoBarCode, ValueHidden, LabelLeftOut };
 
 /// Something the reader of the paper must know before it is used. Equal ones are counted.
 struct PageWarning {
@@ -59,6 +63,7 @@ struct PageWarning {
     int page = 0;  ///< first page, from 1
     int count = 1;
     QString control;
+    QString title;  ///< the control's English caption, where it has one
     QString text;
 };
 
@@ -71,11 +76,18 @@ public:
     std::vector<PageWarning> warnings;
     int cutTexts = 0;  ///< how often each kind of warning came, also of those not kept
     int missingBarCodes = 0;
+    int hiddenValues = 0;
+    int leftOutLabels = 0;  ///< labels, however many of their values have no room
+    int smallerValues = 0;  ///< values set in smaller type, whole
+    QStringList notes;      ///< what the report itself says about its figures
 
     /// Index of the style, added when new.
     std::uint16_t styleIndex(const TextStyle& style);
-    /// Counts a warning; the first thousand different ones are kept.
+    /// Counts a warning (a label that is left out is counted by layout, once); the first thousand different ones are kept.
     void warn(WarningKind kind, const Control& control);
+
+    /// How often something came that the reader must know.
+    int warningCount() const { return cutTexts + missingBarCodes + hiddenValues + leftOutLabels; }
 
     const Control& controlOf(const PageBand& band, const PageItem& item) const {
         return definition.sections[band.section].controls[item.control];

@@ -69,9 +69,9 @@ void PagePainter::useRulePen(QPainter& painter, QRgb color) {
 void PagePainter::paintText(QPainter& painter, const Page& page, const PageItem& item) {
     if (item.runCount == 0)
         return;
-    if (m_fontSet != item.style) {
-        painter.setFont(m_fonts[item.style]);
-        m_fontSet = item.style;
+    if (m_fontSet != item.drawn) {
+        painter.setFont(m_fonts[item.drawn]);
+        m_fontSet = item.drawn;
         const QRgb color = styleOf(item).color;
         if (m_penColor != color) {
             painter.setPen(QColor::fromRgb(color));

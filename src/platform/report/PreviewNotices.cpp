@@ -2,6 +2,7 @@
 #include "platform/report/PreviewNotices.h"
 
 #include "platform/report/ReportHooks.h"
+#include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
 #include <QBoxLayout>
@@ -53,20 +54,36 @@ PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
 }
 
 QString PreviewNotices::sentence(const PageWarning& warning) {
-    const QString text = warning.kind == WarningKind::TextCut
-                             ? reportText("Page %1: too long for its place and cut: \"%2\"")
-                             : reportText("Page %1: can not be written as a bar code: \"%2\"");
-    QString shown = text.arg(warning.page).arg(QString(warning.text).simplified());
+    const QString text = QString(warning.text).simplified();
+    const QString field = warning.title.isEmpty() ? warning.control : widgetText(warning.title);
+    QString shown;
+    switch (warning.kind) {
+    case WarningKind::TextCut:
+        shown = reportText("Page %1: too long for its place and cut: \"%2\"").arg(warning.page).arg(text);
+        break;
+    case WarningKind::NoBarCode:
+        shown = reportText("Page %1: can not be written as a bar code: \"%2\"").arg(warning.page).arg(text);
+        break;
+    case WarningKind::ValueHidden:
+        shown = reportText("Page %1: no room even in small type, printed as ####: \"%2\"")
+                    .arg(warning.page)
+                    .arg(text);
+        break;
+    case WarningKind::LabelLeftOut:
+        shown = reportText("The label is not printed: \"%1\" has no room for \"%2\".").arg(field, text);
+        break;
+    }
     if (warning.count > 1)
         shown += u"  "_s + reportText("(%1 times)").arg(warning.count);
     return shown;
 }
 
 void PreviewNotices::update(const PageDocument& document, const QString& ending) {
-    const int count = document.cutTexts + document.missingBarCodes;
-    if (count == m_known && ending == m_ending)
+    const int count = document.warningCount();
+    if (count == m_known && ending == m_ending && document.notes == m_notes)
         return;
     m_known = count;
+    m_notes = document.notes;
     for (std::size_t i = 0; i < document.warnings.size(); ++i) {
         const PageWarning& warning = document.warnings[i];
         const QString text = sentence(warning);
@@ -82,6 +99,7 @@ void PreviewNotices::update(const PageDocument& document, const QString& ending)
     QStringList parts;
     if (!ending.isEmpty())
         parts << ending;
+    parts << m_notes;
     if (document.warnings.size() == 1)
         parts << sentence(document.warnings.front());
     else
@@ -95,6 +113,10 @@ void PreviewNotices::update(const PageDocument& document, const QString& ending)
 
 QString PreviewNotices::counts(const PageDocument& document) {
     QStringList parts;
+    if (document.leftOutLabels > 0)
+        parts << reportText("Labels not printed: %1.").arg(document.leftOutLabels);
+    if (document.hiddenValues > 0)
+        parts << reportText("Values printed as ####: %1.").arg(document.hiddenValues);
     if (document.cutTexts > 0)
         parts << reportText("Texts too long for their place and cut: %1.").arg(document.cutTexts);
     if (document.missingBarCodes > 0)

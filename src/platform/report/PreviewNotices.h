@@ -32,6 +32,7 @@ private:
     QListWidget* m_list;
     int m_known = 0;  ///< count of warnings shown
     QString m_ending;
+    QStringList m_notes;
 };
 
 }  // namespace platform

@@ -204,7 +204,11 @@ void PreviewWindow::showState() {
         m_progress->setValue(static_cast<int>(done * progressSteps));
         m_state->setText(reportText("Preparing page %1 ...").arg(pages + 1));
     } else if (!m_outputRuns) {
-        m_state->setText(pages == 1 ? reportText("1 page") : reportText("%1 pages").arg(pages));
+        const QString count = pages == 1 ? reportText("1 page") : reportText("%1 pages").arg(pages);
+        const int smaller = document().smallerValues;
+        m_state->setText(smaller == 0
+                             ? count
+                             : count + u"  ·  "_s + reportText("Values in smaller type: %1").arg(smaller));
     }
     m_notices->update(document(), m_ending.isEmpty() ? m_failure : m_ending);
 }

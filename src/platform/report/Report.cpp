@@ -2,6 +2,8 @@
 #include "platform/report/Report.h"
 
 #include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
+#include "platform/basic/NumberPicture.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 
@@ -9,12 +11,28 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+namespace {
+
+bool isNumber(const QVariant& value) {
+    return value.isValid() && value.userType() != QMetaType::QString &&
+           value.userType() != QMetaType::QDateTime && value.userType() != QMetaType::Bool;
+}
+
+/// The marks of a currency in front of the digits ("Fr.") are none of the number's.
+QString withSystemMarks(const QString& formatted, const QString& picture) {
+    const QString currency = NumberPicture(picture.section(';'_L1, 0, 0)).prefix();
+    const qsizetype digits = currency.isEmpty() ? 0 : formatted.indexOf(currency) + currency.size();
+    return formatted.left(digits) + shownNumber(formatted.mid(digits));
+}
+
+}  // namespace
+
 QString shownText(const QVariant& value, const QString& picture) {
-    if (picture.isEmpty())
-        return nullText(value);
-    if (value.userType() == QMetaType::QDateTime)
+    if (value.userType() == QMetaType::QDateTime && !picture.isEmpty())
         return formatDate(value.toDateTime(), picture);
-    return format(value, picture);
+    if (!picture.isEmpty())
+        return withSystemMarks(format(value, picture), picture);
+    return isNumber(value) ? shownNumber(nullText(value)) : nullText(value);
 }
 
 Report::Report(ReportDefinition definition) : m_definition(std::move(definition)) {
@@ -51,6 +69,12 @@ void Report::setText(const QString& name, const QString& text) {
     Control& control = found(name);
     control.text = text;
     control.value.clear();
+    control.tail = 0;
+}
+
+void Report::setName(const QString& name, const QString& words, const QString& tail) {
+    setText(name, words + tail);
+    found(name).tail = static_cast<int>(tail.size());
 }
 
 void Report::setValue(const QString& name, const QVariant& value, const QString& picture) {

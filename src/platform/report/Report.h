@@ -8,6 +8,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 namespace platform {
@@ -41,6 +42,9 @@ public:
     /// A control by its name; throws itemNotFound.
     const Control& control(const QString& name) const;
     void setText(const QString& name, const QString& text);
+    /// A name with what must stay whole behind it, such as a strength: where both are too long together, the
+    /// name is shortened.
+    void setName(const QString& name, const QString& words, const QString& tail);
     /// Shows a number, money or date by a picture; a spreadsheet gets the value itself.
     void setValue(const QString& name, const QVariant& value, const QString& picture = {});
     /// As above, with a text that no picture gives (money in the manner of the system's locale).
@@ -51,6 +55,10 @@ public:
 
     /// Number of the page being made, from 1; 0 before the run.
     int pageNumber() const { return m_pageNumber; }
+
+    /// A sentence for whoever reads the paper, shown above the preview.
+    void addNote(const QString& sentence) { m_notes << sentence; }
+    const QStringList& notes() const { return m_notes; }
 
     /// A report that has nothing to show says so before its run; whoever made it then drops it.
     void unload() { m_unloaded = true; }
@@ -81,11 +89,13 @@ private:
     ReportDefinition m_definition;
     QHash<QString, Control*> m_byName;
     RecordsetPtr m_rows;
+    QStringList m_notes;
     int m_pageNumber = 0;
     bool m_unloaded = false;
 };
 
-/// A field value as a report shows it: by the picture, or as default text; NULL is the empty text.
+/// A field value as a report shows it: by the picture, or as default text, numbers with the system's own
+/// decimal and thousands marks; NULL is the empty text.
 QString shownText(const QVariant& value, const QString& picture);
 
 }  // namespace platform

@@ -60,6 +60,27 @@ Control& Control::hidden() {
     return *this;
 }
 
+Control& Control::asName(const char* englishTitle) {
+    textKind = TextKind::Name;
+    title = QString::fromLatin1(englishTitle);
+    return *this;
+}
+
+Control& Control::asValue(const char* englishTitle) {
+    textKind = TextKind::Value;
+    title = QString::fromLatin1(englishTitle);
+    return *this;
+}
+
+Control& Control::growing() {
+    grows = true;
+    return *this;
+}
+
+bool Control::isValue() const {
+    return textKind == TextKind::Value || (value.isValid() && value.userType() != QMetaType::QString);
+}
+
 namespace {
 Control made(ControlKind kind, const QString& name, int left, int top, int width, int height,
              const QString& text) {

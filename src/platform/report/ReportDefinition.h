@@ -18,6 +18,11 @@ using namespace Qt::StringLiterals;
 
 enum class ControlKind { Label, Field, Line, Box, BarCode };
 enum class TextAlign { Left, Centre, Right };
+/// What becomes of a text that is too long for its place. Words end in "…"; a name does too, but a strength in
+/// it stays whole and the name is shortened in front of it; a value (number, date, lot, code) is set in
+/// smaller type and, where even that doesn't fit, stands as "####". Numbers, money and dates written by
+/// Report::setValue or bound to such a column are values whatever the control says.
+enum class TextKind { Words, Name, Value };
 /// In the order in which they stand on a page, but for the page footer, which is last on every page.
 enum class SectionKind {
     ReportHeader,
@@ -51,7 +56,11 @@ struct Control {
     QString column;  ///< column of the rows that a field shows; empty: none
     QString format;  ///< picture for the column's value, as platform::format knows them
     TextStyle style;
-    int indent = 0;  ///< from the control's left edge to where its text may begin
+    TextKind textKind = TextKind::Words;
+    QString title;       ///< English caption by which messages call a value; empty: its name
+    int tail = 0;        ///< so many characters at the end of a name stay whole (Report::setName)
+    bool grows = false;  ///< a longer text takes more lines, and what stands below moves down
+    int indent = 0;      ///< from the control's left edge to where its text may begin
     bool visible = true;
     QVariant value;          ///< what the text was written from, where that is a number, money or a date
     int field = unresolved;  ///< position of the column in the rows, -1 when they lack it
@@ -70,7 +79,15 @@ struct Control {
     /// Keeps a text off what stands at the control's left edge.
     Control& indented(int twips);
     Control& hidden();
+    /// A name, in which a strength stays whole.
+    Control& asName(const char* englishTitle);
+    /// A value, as TextKind says.
+    Control& asValue(const char* englishTitle);
+    /// Takes as many lines as its text needs, over several pages if it must. Sections of the body only.
+    Control& growing();
 
+    /// Whether its text must never be shortened.
+    bool isValue() const;
     bool isText() const { return kind == ControlKind::Label || kind == ControlKind::Field; }
 };
 
@@ -93,11 +110,13 @@ struct Margins {
     int left = 720, right = 720, top = 720, bottom = 720;
 };
 
-/// Die-cut label stock: where its labels lie on the sheet.
+/// Die-cut label stock: where its labels lie on the sheet. The numbers are those that the stock's maker
+/// publishes: labels of 2 5/8 by 1 inch, 3/16 inch from the left edge, half an inch from the top, 2 3/4 inches
+/// from one to the next.
 struct LabelStock {
     int columns = 3, rows = 10;
-    int left = 225, top = 720;       ///< of the first label
-    int across = 4000, down = 1440;  ///< from one label's edge to the next one's
+    int left = 270, top = 720;       ///< of the first label
+    int across = 3960, down = 1440;  ///< from one label's edge to the next one's
     int width = 3780, height = 1440;
 };
 

@@ -16,7 +16,7 @@ QRect TextSearch::placeOf(const Page& page, const PageItem& item) const {
         const qsizetype at = run.text.indexOf(m_words, 0, Qt::CaseInsensitive);
         if (at < 0)
             continue;
-        const QFontMetricsF metrics(reportFont(m_document.styles[item.style]));
+        const QFontMetricsF metrics(reportFont(m_document.styles[item.drawn]));
         const double left = run.x + metrics.horizontalAdvance(run.text.left(at));
         const double width = metrics.horizontalAdvance(run.text.mid(at, m_words.size()));
         return QRectF(left, run.baseline - metrics.ascent(), width, metrics.height()).toAlignedRect();

@@ -1,0 +1,224 @@
+// No value on paper is ever cut: the hostile data of a busy pharmacy, read back from what the pages show.
+#include "ReportTest.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/report/Tools.h"
+
+#include <QImage>
+
+using namespace Qt::StringLiterals;
+
+using namespace platform;
+using namespace sorvanto;
+
+namespace {
+
+class WholeValuesTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        seedPharmacy();
+    }
+    void TearDown() override {
+        setSystemLocale(std::nullopt);
+        ReportTest::TearDown();
+    }
+    /// What the pages show of a control, piece by piece.
+    static QStringList shown(const ReportRun& run, const QString& control) {
+        QStringList pieces;
+        for (const Page& page : run.document().pages) {
+            for (const PageBand& band : page.bands) {
+                for (std::uint32_t i = band.firstItem; i < band.firstItem + band.itemCount; ++i) {
+                    const PageItem& item = page.items[i];
+                    if (run.document().controlOf(band, item).name != control)
+                        continue;
+                    for (std::uint32_t r = item.firstRun; r < item.firstRun + item.runCount; ++r)
+                        pieces << page.runs[r].text;
+                }
+            }
+        }
+        return pieces;
+    }
+    static std::string one(const ReportRun& run, const QString& control) {
+        return str(shown(run, control).join('|'));
+    }
+    /// Words of the paper, page after page, a blank between them.
+    QString paper(const ReportRun& run, const QString& name) const {
+        QStringList words;
+        for (const tools::Word& word : tools::words(pdf(run, name)))
+            words << word.text;
+        return words.join(' ');
+    }
+};
+
+}  // namespace
+
+TEST_F(WholeValuesTest, QuantitiesOfAPrescriptionLabelAreWhole) {
+    for (const auto& [stored, printed] : {std::pair{"100000", "100000"},
+                                          {"112.75", "112.75"},
+                                          {"0.0625", "0.0625"},
+                                          {"12345.0625", "12345.0625"}}) {
+        sql(u"UPDATE RXs SET rxs_QTY = %1 WHERE RXsID = 31;"_s.arg(stored));
+        EXPECT_EQ(one(*finished(prescriptionLabels(31, "1", 1)), "txtQTY"), printed);
+    }
+}
+
+TEST_F(WholeValuesTest, NameIsShortenedInFrontOfItsStrength) {
+    sql("UPDATE Log SET log_Name = 'Diclofenac Sodium Powder for Oral Suspension', log_Strength = '1000 mcg/ml' "
+        "WHERE LogID = 2; UPDATE RXs SET rxs_QTY = 100 WHERE RXsID = 31;");
+    const RunPtr run = finished(prescriptionLabels(31, "1", 1));
+    const QString drug = shown(*run, "txtDrug").join('|');
+    EXPECT_TRUE(drug.startsWith("Diclofenac Sodium")) << str(drug);
+    EXPECT_TRUE(drug.endsWith(u"… 1000 mcg/ml"_s)) << str(drug);
+    EXPECT_TRUE(paper(*run, "label").contains("mcg/ml 100")) << "the quantity stands apart";
+    sql("UPDATE Log SET log_Name = printf('%.200c', 'M') WHERE LogID = 2;");
+    EXPECT_TRUE(one(*finished(formulaLog(2)), "txtFormulaName").ends_with("… 1000 mcg/ml"));
+    EXPECT_TRUE(paper(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "report")
+                    .contains(u"… 1000 mcg/ml Custom 777-01"_s));
+}
+
+TEST_F(WholeValuesTest, StrengthInsideANameIsKept) {
+    sql("UPDATE Chemical SET chm_Name = 'Diclofenac Sodium Micronized Powder in Hydrogel 12.5 mg/ml' WHERE "
+        "ChemicalID = 3; UPDATE LogChem SET lch_Name = 'Testosterone Propionate 2.5% in an Anhydrous Base of White "
+        "Petrolatum' WHERE ChemicalID = 3;");
+    EXPECT_TRUE(one(*finished(chemicals()), "txtChemical_chm_Name").find("… 12.5 mg/ml") !=
+                std::string::npos);
+    const QStringList names = shown(*finished(formulaLog(2)), "txtchm_Name");
+    EXPECT_TRUE(names.first().startsWith("Testosterone Propionate 2.5%") && names.first().endsWith(u"…"_s))
+        << str(names.first());
+}
+
+TEST_F(WholeValuesTest, StrengthOfABatchLabelIsWhole) {
+    sql("UPDATE Log SET log_Strength = '12.5mg/1.25ml', log_AWP = 123456789.5, log_Lot = "
+        "'SV26-000123456789-XYZ-000001-00000017' WHERE LogID = 2;");
+    const RunPtr run = finished(batchLabels(2, "1", 1));
+    EXPECT_EQ(one(*run, "txtfrm_Strength"), "12.5mg/1.25ml");
+    EXPECT_EQ(one(*run, "txtlog_AWP"), "$123,456,789.50");
+    EXPECT_EQ(one(*run, "txtlog_Lot"), "SV26-000123456789-XYZ-000001-00000017");
+}
+
+TEST_F(WholeValuesTest, MoneyOfTheWorksheetIsWhole) {
+    sql("UPDATE Chemical SET chm_Cost = 30000 WHERE ChemicalID = 3;");
+    const RunPtr run = finished(worksheet(1, 10));
+    EXPECT_EQ(one(*run, "txtfrm_Cost"), "$37,040.52");
+    EXPECT_EQ(str(shown(*run, "txtchm_Cost").first()), "$37,050.00");
+}
+
+TEST_F(WholeValuesTest, PricesNeverTouchTheSupplier) {
+    sql("UPDATE Chemical SET chm_AWP = 15.8, chm_Supplier = 'Quill & Co.' WHERE ChemicalID = 1; UPDATE Chemical SET "
+        "chm_AWP = 1234.56 WHERE ChemicalID = 2; UPDATE Chemical SET chm_AWP = 98765432.1 WHERE ChemicalID = 3;");
+    setOption("DefCurrency", "CHF");
+    EXPECT_TRUE(paper(*finished(chemicals()), "francs").contains("CHF 15.80 Quill & Co."));
+    setOption("DefCurrency", "R$");
+    const QString reals = paper(*finished(chemicals()), "reals");
+    EXPECT_TRUE(reals.contains("R$ 1,234.56 Northfield")) << str(reals);
+    EXPECT_TRUE(reals.contains("R$ 98,765,432.10")) << str(reals);
+}
+
+TEST_F(WholeValuesTest, NumbersHaveTheMarksOfTheSystem) {
+    sql("UPDATE FormChem SET fch_Qty = 18.104 WHERE FormChemID = 11; UPDATE Chemical SET chm_Cost = 1234.5 WHERE "
+        "ChemicalID = 1; UPDATE RXs SET rxs_QTY = 112.75 WHERE RXsID = 31; UPDATE LogChem SET lch_QTY = 18.104 WHERE "
+        "LogChemID = 23;");
+    const struct {
+        QLocale system;
+        const char *quantity, *made, *price, *dispensed, *batch;
+    } customs[] = {
+        {QLocale("de_DE"), "18,104", "10,00", "€ 1.234,50", "112,75", "€1.225,20"},
+        {QLocale("ru_RU"), "18,104", "10,00", "€ 1 234,50", "112,75", "€1 225,20"},
+        {QLocale("fr_CH"), "18,104", "10,00", "€ 1 234,50", "112,75", "€1 225,20"},
+        {QLocale("en_US"), "18.104", "10.00", "€ 1,234.50", "112.75", "€1,225.20"},
+    };
+    setOption("DefCurrency", u"€"_s);
+    const auto plain = [](QStringList texts) {
+        return str(texts.first().replace(QChar(0x202F), ' ').replace(QChar(0x00A0), ' '));
+    };
+    for (const auto& [system, quantity, made, price, dispensed, batch] : customs) {
+        setSystemLocale(system);
+        const RunPtr sheet = finished(worksheet(1, 10));
+        EXPECT_EQ(plain(shown(*sheet, "txtchm_QTY")), quantity) << str(system.name());
+        EXPECT_EQ(plain(shown(*sheet, "txtfrm_Qty")), made) << str(system.name());
+        const RunPtr log = finished(formulaLog(2));
+        EXPECT_EQ(plain(shown(*log, "txtchm_QTY")), quantity) << str(system.name());
+        EXPECT_EQ(plain(shown(*log, "txtfrm_Cost")), batch) << str(system.name());
+        EXPECT_EQ(plain(shown(*finished(chemicals()), "txtChemical_chm_Cost")), price) << str(system.name());
+        EXPECT_EQ(plain(shown(*finished(prescriptionLabels(31, "1", 1)), "txtQTY")), dispensed);
+        const RunPtr history = finished(patient(1, day(2026, 1, 1), day(2026, 3, 7)));
+        EXPECT_TRUE(shown(*history, "txtrxs_QTY").contains(dispensed)) << str(system.name());
+    }
+}
+
+TEST_F(WholeValuesTest, CurrencyKeepsItsOwnMarks) {
+    setSystemLocale(QLocale("de_DE"));
+    setOption("DefCurrency", "Fr.");
+    EXPECT_EQ(one(*finished(formulaLog(2)), "txtfrm_Cost"), "Fr.1.225,20");
+    EXPECT_EQ(str(shown(*finished(chemicals()), "txtChemical_chm_Cost").first()), "Fr. 0,50");
+    EXPECT_EQ(one(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "txtTotalCost"), "Fr.1255,40");
+    EXPECT_EQ(one(*finished(patient(1, day(2026, 1, 1), day(2026, 3, 7))), "txtTotalPrice"), "Fr.12,5");
+}
+
+TEST_F(WholeValuesTest, EveryLineOfTheInstructionsIsPrinted) {
+    sql("UPDATE Formula SET frm_Instructions = 'Weigh.' || char(10) || 'Mix.' || char(10) || 'Fill.' || char(10) || "
+        "'CAUTION: protect from light.' WHERE FormulaID = 1;");
+    EXPECT_EQ(one(*finished(worksheet(1, 25)), "txtfrm_Instructions"),
+              "Weigh.|Mix.|Fill.|CAUTION: protect from light.");
+    EXPECT_EQ(one(*finished(formulaLog(2)), "txtfrm_Instructions"),
+              "Weigh.|Mix.|Fill.|CAUTION: protect from light.");
+}
+
+TEST_F(WholeValuesTest, LongInstructionsGoOnOverPages) {
+    QStringList steps;
+    for (int step = 1; step <= 130; ++step)
+        steps << u"Step-%1."_s.arg(step);
+    sql("UPDATE Formula SET frm_Desc = 'First line' || char(10) || 'Second line' || char(10) || 'Third line', "
+        "frm_Instructions = '" +
+        steps.join('\n') + "' WHERE FormulaID = 1;");
+    const RunPtr run = finished(worksheet(1, 25));
+    ASSERT_EQ(run->document().pages.size(), 3u);
+    kept(*run, "long-instructions");
+    const QString words = paper(*run, "long");
+    EXPECT_TRUE(words.contains("First line Second line Third line")) << str(words);
+    for (int step = 1; step <= 130; ++step)
+        EXPECT_EQ(words.count(u"Step-%1."_s.arg(step)), 1) << step;
+    EXPECT_EQ(words.count("Kelmar"), 3) << "the foot stands on every page";
+}
+
+TEST_F(WholeValuesTest, LabelWithAValueThatHasNoRoomIsNotPrinted) {
+    sql("UPDATE RXs SET rxs_QTY = 123456789.0625 WHERE RXsID = 31;");
+    const RunPtr run = finished(prescriptionLabels(31, "4", 2));
+    EXPECT_EQ(str(paper(*run, "white")), "Lot# AB0012") << "the position that is passed over, and no label";
+    EXPECT_EQ(run->document().leftOutLabels, 4);
+    ASSERT_EQ(run->document().warnings.size(), 1u);
+    const PageWarning& warning = run->document().warnings[0];
+    EXPECT_EQ(warning.kind, WarningKind::LabelLeftOut);
+    EXPECT_EQ(str(warning.title), "QTY");
+    EXPECT_EQ(str(warning.text), "123456789.0625");
+    EXPECT_EQ(warning.count, 4);
+    EXPECT_EQ(text(*run, "txtQTY"), "123456789.0625") << "the spreadsheet has room";
+}
+
+TEST_F(WholeValuesTest, BatchLabelWithAValueThatHasNoRoomIsNotPrinted) {
+    sql("UPDATE Log SET log_Strength = printf('%.60c', '7') WHERE LogID = 2;");
+    const RunPtr run = finished(batchLabels(2, "3", 1));
+    EXPECT_EQ(run->document().leftOutLabels, 3);
+    const QImage page = tools::picture(pdf(*run, "white"), 1, 72);
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x)
+            ASSERT_EQ(qGray(page.pixel(x, y)), 255) << x << "," << y;
+}
+
+TEST_F(WholeValuesTest, ReportWithAHiddenValueHasAFootnoteOnThatPageAlone) {
+    sql("UPDATE LogChem SET lch_Lot = printf('%.60c', '7') WHERE LogChemID = 23;");
+    const RunPtr run = finished(formulaLog(2));
+    EXPECT_EQ(str(shown(*run, "txtchm_Lot").first()), "####");
+    EXPECT_EQ(run->document().hiddenValues, 1);
+    const QString words = paper(*run, "footnote");
+    EXPECT_TRUE(words.endsWith("#### stands for a value that has no room in its place.")) << str(words);
+    EXPECT_FALSE(paper(*finished(formulaLog(1)), "plain").contains("####"));
+    EXPECT_EQ(finished(formulaLog(1))->document().hiddenValues, 0);
+}
+
+TEST_F(WholeValuesTest, TextsThatFitMoveNothing) {
+    const QString before = dumped(finished(worksheet(1, 25))->document());
+    sql("UPDATE Formula SET frm_Instructions = 'Mix hot.' WHERE FormulaID = 1;");
+    EXPECT_EQ(str(dumped(finished(worksheet(1, 25))->document()).replace("Mix hot.", "Mix cold.")),
+              str(before));
+}
