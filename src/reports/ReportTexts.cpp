@@ -43,6 +43,28 @@ QString reportDates(const QDateTime& begin, const QDateTime& end) {
     return translated("Report Dates") + ": " + platform::dateText(begin) + " -- " + platform::dateText(end);
 }
 
+namespace {
+
+/// The totals' bounds are default date text, which a statement reads month first where that gives a date.
+bool isReadMonthFirst(const QDateTime& date) {
+    const bool dayFirst = platform::systemLocale().dateFormat(QLocale::ShortFormat).startsWith('d');
+    return dayFirst && date.date().day() <= 12 && date.date().day() != date.date().month();
+}
+
+}  // namespace
+
+void explainTotals(platform::Report& report, const ListAndTotals& counts, const QDateTime& begin,
+                   const QDateTime& end) {
+    if (counts.listed == counts.counted)
+        return;
+    const QString reason = isReadMonthFirst(begin) || isReadMonthFirst(end)
+                               ? translated("the totals read the two dates month first.")
+                               : counts.reason;
+    const QString listed = QString::number(counts.listed), counted = QString::number(counts.counted);
+    report.addNote(counts.listed == 1 ? counts.one.arg(counted, reason)
+                                      : counts.several.arg(listed, counted, reason));
+}
+
 QString boundText(const QDateTime& date) { return platform::formatDate(date, "MM-DD-YYYY"); }
 
 }  // namespace sorvanto

@@ -39,6 +39,18 @@ QString optionsPricePicture();
 /// "Report Dates: begin -- end" in the user's language, as default date text.
 QString reportDates(const QDateTime& begin, const QDateTime& end);
 
+/// What a list leaves out or has beyond its totals, and why.
+struct ListAndTotals {
+    qint64 listed, counted;
+    /// One row or several in the list: "The list shows 1 batch, the totals count %1: %2" and with "%1 batches".
+    QString one, several;
+    /// Why they differ where the dates are read alike.
+    QString reason;
+};
+/// Says on the preview why list and totals differ, where they do.
+void explainTotals(platform::Report& report, const ListAndTotals& counts, const QDateTime& begin,
+                   const QDateTime& end);
+
 /// A bound of a main statement: "MM-DD-YYYY".
 QString boundText(const QDateTime& date);
 

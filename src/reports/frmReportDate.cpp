@@ -8,7 +8,9 @@
 #include "ui_frmReportDate.h"
 
 #include <QCalendarWidget>
+#include <QKeyEvent>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace sorvanto {
 namespace {
@@ -26,6 +28,7 @@ frmReportDate::frmReportDate(QWidget* parent)
     m_ui->setupUi(this);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmReportDate::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmReportDate::cmdCancel_Click);
+    connect(m_ui->cmdToday, &QPushButton::clicked, this, &frmReportDate::cmdToday_Click);
     Form_Load();
 }
 
@@ -40,11 +43,24 @@ void frmReportDate::Form_Load() {
             picker->setLocale(platform::systemLocale());
             picker->setDisplayFormat(pickerFormat(platform::systemLocale()));
             platform::dressCalendar(*picker->calendarWidget());
+            widen(*picker);
         }
         m_ui->dtBegin->setDateTime(now.addMonths(-1));
         m_ui->dtEnd->setDateTime(now);
         translateForm();
     });
+}
+
+void frmReportDate::widen(QDateTimeEdit& picker) {
+    constexpr int frameAndArrow = 64;
+    picker.ensurePolished();
+    int widest = 0;
+    for (const QTime time : {QTime(10, 58), QTime(22, 58)}) {
+        const QString text =
+            picker.locale().toString(QDateTime({2028, 12, 28}, time, Qt::UTC), picker.displayFormat());
+        widest = std::max(widest, picker.fontMetrics().horizontalAdvance(text));
+    }
+    picker.setMinimumWidth(widest + frameAndArrow);
 }
 
 // "Cancel" stays in English.
@@ -53,6 +69,8 @@ void frmReportDate::translateForm() {
         m_ui->lblBegin->setText(translated("Begin Date"));
         m_ui->lblEnd->setText(translated("End Date"));
         m_ui->cmdOK->setText(translated("OK"));
+        m_ui->lblUpTo->setText(translated("The list goes up to 0:00 of the end date."));
+        m_ui->cmdToday->setText(translated("Today included"));
     });
 }
 
@@ -72,6 +90,16 @@ void frmReportDate::cmdCancel_Click() {
         m_cancelled = true;
         hide();
     });
+}
+
+void frmReportDate::cmdToday_Click() {
+    guarded("frmReportDate:cmdToday_Click", [&] { m_ui->dtEnd->setDateTime(platform::today().addDays(1)); });
+}
+
+void frmReportDate::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        return cmdCancel_Click();
+    ModalForm::keyPressEvent(event);
 }
 
 }  // namespace sorvanto

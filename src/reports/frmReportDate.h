@@ -1,10 +1,12 @@
-// The question for the two dates of a report. Closing it by its box goes on with the dates shown.
+// The question for the two dates of a report. Closing it by its box goes on with the dates shown; Esc is Cancel.
 #pragma once
 
 #include "platform/widgets/ModalForm.h"
 
 #include <QDateTime>
 #include <memory>
+
+class QDateTimeEdit;
 
 namespace Ui {
 class frmReportDate;
@@ -24,11 +26,18 @@ public:
     QDateTime beginDate() const;
     QDateTime endDate() const;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void Form_Load();
+    /// Wide enough for every date and time in the system's manner.
+    static void widen(QDateTimeEdit& picker);
     void translateForm();
     void cmdOK_Click();
     void cmdCancel_Click();
+    /// The end of today: 0:00 of tomorrow.
+    void cmdToday_Click();
 
     std::unique_ptr<Ui::frmReportDate> m_ui;
     bool m_cancelled = false;

@@ -2,10 +2,13 @@
 
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Hint.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 #include "ui_frmSelPrint.h"
+
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -84,12 +87,22 @@ void frmSelPrint::onActivate() {
     });
 }
 
-// A number that 16 bits can't hold leaves the former one, without a word.
+// A box that holds no number leaves the former one.
 void frmSelPrint::txtLabels_Change() {
+    if (refuseTooMany())
+        return;
     try {
         m_numLabels = platform::toInt16(m_ui->txtLabels->text());
     } catch (const platform::RuntimeError&) {
     }
+}
+
+bool frmSelPrint::refuseTooMany() {
+    constexpr std::int16_t most = std::numeric_limits<std::int16_t>::max();
+    if (platform::leadingNumber(m_ui->txtLabels->text()) <= most)
+        return false;
+    platform::Hint::tell(*m_ui->txtLabels, translated("At most %1.").arg(most));
+    return true;
 }
 
 // The tag is read by one character each, which is why a sheet has at most ten rows and columns.
@@ -97,6 +110,10 @@ void frmSelPrint::cmdPosition_Click(const QString& tag) {
     guarded("frmSelPrint:cmdPosition_Click", [&] {
         if (!m_ui->txtLabels->acceptable())
             return;
+        if (refuseTooMany()) {
+            m_ui->txtLabels->setFocus();
+            return;
+        }
         m_row = static_cast<std::int16_t>(platform::leadingNumber(tag.right(1)) + 1);
         m_column = static_cast<std::int16_t>(platform::leadingNumber(tag.left(1)) + 1);
         basMain::labelsCancelled = false;

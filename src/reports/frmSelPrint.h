@@ -24,7 +24,7 @@ public:
     explicit frmSelPrint(QWidget* parent = nullptr);
     ~frmSelPrint() override;
 
-    /// 1 to 99,999 as typed; kept as it was while the box holds no 16-bit number.
+    /// 1 to 32,767 as typed. More has no room in 16 bits: the box says so, and no position takes it.
     std::int16_t NumLabels() const { return m_numLabels; }
     /// Counted from 1; both 0 after the close box.
     std::int16_t Row() const { return m_row; }
@@ -39,6 +39,8 @@ private:
     void translateForm();
     void AddControl(int column, int row);
     void txtLabels_Change();
+    /// Whether more labels are typed than 16 bits hold; the box then says so.
+    bool refuseTooMany();
     void cmdPosition_Click(const QString& tag);
 
     std::unique_ptr<Ui::frmSelPrint> m_ui;

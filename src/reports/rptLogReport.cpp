@@ -157,6 +157,13 @@ void rptLogReport::reportFooterFormat() {
         setText("txtTotalLogs",
                 platform::shownText(totals->value("TotalLogs"), {}) + " " + translated("Logs"));
         setText("txtTotalQTY", platform::shownText(totals->value("TotalQTY"), {}) + " ml");
+        explainTotals(
+            *this,
+            {rows()->recordCount(), platform::nullInt32(totals->value("TotalLogs")),
+             translated("The list shows 1 batch, the totals count %1: %2"),
+             translated("The list shows %1 batches, the totals count %2: %3"),
+             translated("the list is bounded by 0:00 of both dates, the totals by their time of day.")},
+            m_range.begin, m_range.end);
         const QVariant cost = totals->value("TotalCost");
         if (cost.isValid())
             setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)), "0.00");

@@ -175,6 +175,13 @@ void rptPatient::reportFooterFormat() {
             "# AND RXs.rxs_Date <= #" + platform::dateText(m_range.end) + "#;",
         openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
     setText("txtTotalRXs", nullText(totals->value("TotalRXs")) + " " + translated("Prescriptions"));
+    explainTotals(*this,
+                  {rows()->recordCount(), platform::nullInt32(totals->value("TotalRXs")),
+                   translated("The list shows 1 prescription, the totals count %1: %2"),
+                   translated("The list shows %1 prescriptions, the totals count %2: %3"),
+                   translated("the list leaves out prescriptions whose formula is deleted, and the totals go "
+                              "by the time of day.")},
+                  m_range.begin, m_range.end);
     const QVariant price = totals->value("TotalPrice");
     if (!price.isValid())
         return;

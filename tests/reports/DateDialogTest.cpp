@@ -7,6 +7,7 @@
 
 #include <QDateTimeEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -79,9 +80,41 @@ TEST_F(DateDialogTest, CancelSaysSo) {
     EXPECT_TRUE(ask([](QWidget& form) { press(form, "cmdCancel"); }).cancelled);
 }
 
-TEST_F(DateDialogTest, CloseBoxAndEscapeGoOn) {
+TEST_F(DateDialogTest, CloseBoxGoesOn) {
     EXPECT_FALSE(ask([](QWidget& form) { form.close(); }).cancelled);
-    EXPECT_FALSE(ask([](QWidget& form) { QTest::keyClick(&form, Qt::Key_Escape); }).cancelled);
+}
+
+TEST_F(DateDialogTest, EscapeIsCancel) {
+    EXPECT_TRUE(ask([](QWidget& form) { QTest::keyClick(&form, Qt::Key_Escape); }).cancelled);
+    EXPECT_TRUE(ask([](QWidget& form) {
+                    QTest::keyClick(child<QDateTimeEdit>(form, "dtBegin"), Qt::Key_Escape);
+                }).cancelled)
+        << "from a date as well";
+}
+
+TEST_F(DateDialogTest, TodayIsIncludedByAButton) {
+    const Answer answer = ask([](QWidget& form) {
+        EXPECT_EQ(str(child<QLabel>(form, "lblUpTo")->text()), "The list goes up to 0:00 of the end date.");
+        EXPECT_EQ(str(child<QPushButton>(form, "cmdToday")->text()), "Today included");
+        press(form, "cmdToday");
+        press(form, "cmdOK");
+    });
+    EXPECT_EQ(answer.begin, day(2026, 2, 7, {14, 5, 9}));
+    EXPECT_EQ(answer.end, day(2026, 3, 8));
+}
+
+TEST_F(DateDialogTest, EveryDateAndTimeHasRoom) {
+    for (const char* system : {"en_US", "de_DE", "fr_CH", "ru_RU", "pt_BR"}) {
+        platform::setSystemLocale(QLocale(system));
+        frmReportDate form;
+        form.show();
+        auto* picker = child<QDateTimeEdit>(form, "dtEnd");
+        picker->setDateTime(day(2026, 12, 28, {22, 58}));
+        const auto* line = child<QLineEdit>(*picker, "qt_spinbox_lineedit");
+        const int needed = line->fontMetrics().horizontalAdvance(line->text());
+        EXPECT_GE(line->contentsRect().width() - 4, needed) << system << str(line->text());
+    }
+    platform::setSystemLocale(std::nullopt);
 }
 
 TEST_F(DateDialogTest, ChangedDatesComeBack) {

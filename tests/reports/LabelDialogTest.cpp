@@ -2,6 +2,7 @@
 #include "Child.h"
 #include "ReportTest.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Hint.h"
 #include "reports/frmSelPrint.h"
 #include "shared/basMain.h"
 
@@ -126,12 +127,22 @@ TEST_F(LabelDialogTest, EscapeIsTheCloseBox) {
     EXPECT_TRUE(basMain::labelsCancelled);
 }
 
-TEST_F(LabelDialogTest, NumberBeyondSixteenBitsKeepsTheOneBefore) {
+TEST_F(LabelDialogTest, NumberBeyondSixteenBitsIsRefusedWithAHint) {
     const Answer typed = ask([](QWidget& form) {
-        type(form, "99999");  // key by key: 9, 99, 999, 9999 were good
+        const auto* box = child<NumberBox>(form, "txtLabels");
+        for (const char* many : {"32768", "40000", "99999"}) {
+            type(form, many);  // key by key: 9, 99, 999, 9999 were good
+            EXPECT_EQ(str(Hint::textOf(*box)), "At most 32767.") << many;
+            position(form, 1)->click();
+            EXPECT_TRUE(form.isVisible()) << many;
+            EXPECT_TRUE(basMain::labelsCancelled) << many;
+            EXPECT_EQ(str(Hint::textOf(*box)), "At most 32767.") << many;
+        }
+        type(form, "400");
+        EXPECT_EQ(str(Hint::textOf(*box)), "");
         position(form, 1)->click();
     });
-    EXPECT_EQ(typed.labels, 9999);
+    EXPECT_EQ(typed.labels, 400);
     const Answer empty = ask([](QWidget& form) {
         type(form, "7");
         type(form, "");

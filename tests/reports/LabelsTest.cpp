@@ -27,7 +27,7 @@ protected:
 
 /// The labels of the stock in points: 2 5/8 by 1 inch.
 QRectF die(int position) {
-    static const double left[] = {11.25, 211.25, 411.25};
+    static const double left[] = {13.5, 211.5, 409.5};
     return {left[position % 3], 36.0 + 72.0 * (position / 3), 189, 72};
 }
 

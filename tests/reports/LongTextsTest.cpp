@@ -54,6 +54,14 @@ protected:
         fill("RXs", {"rxs_Consult", "rxs_Doctor"});
     }
 
+    /// A value without room takes its label off the paper.
+    static void expectLeftOut(std::unique_ptr<Report> report) {
+        const RunPtr run = finished(std::move(report));
+        EXPECT_EQ(run->document().leftOutLabels, 2);
+        for (const Page& page : run->document().pages)
+            for (const PageItem& item : page.items)
+                EXPECT_EQ(item.runCount, 0u) << str(item.text);
+    }
     static void expectInside(std::unique_ptr<Report> report, const char* name) {
         const RunPtr run = finished(std::move(report));
         const auto measure = fontMeasure();
@@ -85,6 +93,9 @@ TEST_P(LongTextsTest, NothingLeavesItsControl) {
     const QDateTime begin = day(2026, 1, 1), end = day(2026, 3, 7);
     expectInside(worksheet(1, 25), "worksheet");
     expectInside(formulaLog(2), "formula log");
+    expectLeftOut(batchLabels(2, "2", 1));
+    expectLeftOut(prescriptionLabels(31, "2", 1));
+    sql("UPDATE Log SET log_Strength = '2 %', log_Lot = 'AB0012', log_NDC = '777-01';");
     expectInside(batchLabels(2, "2", 1), "batch labels");
     expectInside(prescriptionLabels(31, "2", 1), "prescription labels");
     expectInside(logReport(1, begin, end), "log report");

