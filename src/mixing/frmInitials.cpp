@@ -2,6 +2,7 @@
 
 #include "mixer/BatchPassport.h"
 #include "mixer/MixSummary.h"
+#include "mixer/MixTables.h"
 #include "mixer/ctlSorvanto.h"
 #include "mixing/FormulaDocument.h"
 #include "mixing/MixSummaryCard.h"
@@ -89,7 +90,7 @@ void frmInitials::showBatch() {
         BatchPassport batch = BatchPassport::of(m_document, QString());
         if (known)
             batch = {m_formula->frm_Name, QString::number(m_formula->makeQuantity()), m_formula->frm_Units,
-                     basMain::tableEntry(basMain::JarSizes, m_formula->frm_JarSize), QString()};
+                     jarNames().value(m_formula->frm_JarSize), QString()};
         m_card->setBatch(batch.line({translated("%1 in %2"), translated("lot %1")}));
     });
 }

@@ -161,8 +161,8 @@ TEST_F(MixerPanelTest, MixingPausedAndDone) {
     bool inHandler = false;
     QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
         inHandler = true;
-        EXPECT_EQ(ring().below(), "finished");
-        EXPECT_EQ(notice("mixerNotice"), "The mix is finished. Sign it for the log.");
+        EXPECT_EQ(ring().below(), "stopped");
+        EXPECT_EQ(notice("mixerNotice"), "This batch is marked as interrupted.");
         EXPECT_EQ(buttons(), QStringList{"Start (off)"});
         picture("done");
         control->mixerInitialsClosed();

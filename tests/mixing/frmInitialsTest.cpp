@@ -145,8 +145,8 @@ TEST_F(frmInitialsTest, PlannedAndDoneStandBelowWithoutMovingTheRest) {
         QMap<QString, QRect> places;
         for (const char* name : {"txtInitials", "txtVerified", "cmdOK", "cmdCancel", "lbllog_Lot"})
             places[name] = child<QWidget>(*dialog, name)->geometry();
-        if (const QString folder = qEnvironmentVariable("SORVANTO_PICTURES"); !folder.isEmpty())
-            dialog->grab().save(folder + "/sign.png");
+        if (const QString target = qEnvironmentVariable("SORVANTO_PICTURES"); !target.isEmpty())
+            dialog->grab().save(target + "/sign.png");
         child<QFrame>(*dialog, "mixSummary")->hide();
         dialog->adjustSize();
         for (auto it = places.cbegin(); it != places.cend(); ++it)
