@@ -35,6 +35,13 @@ public:
     }
 };
 
+/// Opaque: a cell's background is painted twice.
+QColor blended(const QColor& color, const QColor& under, float share) {
+    const auto part = [share](float a, float b) { return b + (a - b) * share; };
+    return QColor::fromRgbF(part(color.redF(), under.redF()), part(color.greenF(), under.greenF()),
+                            part(color.blueF(), under.blueF()));
+}
+
 /// On two lines where one is too long for its column.
 QString heading(const QString& text, const QFontMetrics& metrics) {
     QString lines = text;
@@ -113,8 +120,7 @@ void StepsTable::fill(const PanelTexts& texts) {
 
 void StepsTable::mark() {
     const platform::Theme& theme = platform::theme();
-    QColor soft = theme.warning;
-    soft.setAlphaF(theme.dark ? 0.16F : 0.09F);
+    const QColor soft = blended(theme.warning, theme.surface, theme.dark ? 0.16F : 0.09F);
     for (int row = 0; row < rowCount(); ++row) {
         const bool isCurrent = row + 1 == m_current;
         for (int column = 0; column < columnCount(); ++column) {

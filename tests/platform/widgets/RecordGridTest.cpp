@@ -1,12 +1,12 @@
 // A grid over a real result set of a real file: current row, formats, edits by keys and mouse, refusals.
 #include "platform/widgets/RecordGrid.h"
-#include "platform/widgets/Theme.h"
 #include "SampleRows.h"
 #include "ScriptedAsker.h"
 #include "Settle.h"
 #include "TestDatabase.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Theme.h"
 
 #include <QApplication>
 #include <QHeaderView>
