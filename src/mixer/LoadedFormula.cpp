@@ -88,8 +88,6 @@ bool readSetting(const XmlNode& custom, const char* name, int lowest, int highes
 
 /// False when a setting can't be read.
 bool readSettings(const XmlDocumentPtr& document, protocol::Programme& programme) {
-    programme.preGrind = 0;
-    programme.freeSpin = 1;
     const XmlNode custom = document->selectSingleNode(u"//Formula/CustomMix"_s);
     return !custom || (readSetting(custom, "PreGrind", 0, 15, programme.preGrind) &&
                        readSetting(custom, "FreeSpin", 1, 16, programme.freeSpin));

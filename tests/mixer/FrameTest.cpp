@@ -122,6 +122,24 @@ TEST(FrameDecoder, IsInStepAgainAtTheNextWholeFrame) {
     }
 }
 
+// What can be no frame any more is dropped at once and not gathered until the line ends.
+TEST(FrameDecoder, WhatIsTooLongOrNoTextIsDroppedAtOnce) {
+    const QByteArray longest = '>' + QByteArray(longestFrame - 2, 'A');
+    for (const QByteArray& bad : {longest + 'A', QByteArray(">07 STA\x01"), QByteArray(">07 STA\x7F"),
+                                  QByteArray(">07 STA\xC4"), QByteArray(">07 STA\t")}) {
+        FrameDecoder decoder(Direction::ToMixer);
+        EXPECT_TRUE(decoder.feed(bad).empty());
+        EXPECT_EQ(decoder.damaged(), 1) << bad.constData();
+        EXPECT_TRUE(decoder.feed("\n").empty());
+        EXPECT_EQ(decoder.damaged(), 1) << "counted once";
+    }
+    FrameDecoder decoder(Direction::ToMixer);
+    decoder.feed(longest);
+    EXPECT_EQ(decoder.damaged(), 0) << "may still end";
+    decoder.feed(">07 STA ~");
+    EXPECT_EQ(decoder.damaged(), 1) << "the one before has not ended";
+}
+
 TEST(FrameDecoder, NoOneOrTwoChangedBitsAreAccepted) {
     for (const Frame& sample : samples()) {
         const QByteArray text = encode(sample);

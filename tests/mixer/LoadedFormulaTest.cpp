@@ -86,7 +86,8 @@ TEST(LoadedFormula, WhatCanNotBeRunIsSaid) {
         {formulaDocument(mix(goodStep), 10), PanelText::NoMixType},
         {formulaDocument(mix(goodStep), 9, 0), PanelText::NoJar},
         {formulaDocument(mix(goodStep), 3, 10), PanelText::NoJar},
-        {formulaDocument(mix(goodStep), 9, 7, 40000), PanelText::NoFormula},
+        {formulaDocument(mix(goodStep), 9, 7, 32768), PanelText::NoFormula},
+        {formulaDocument(mix(goodStep), 9, 7, -32769), PanelText::NoFormula},
         {formulaDocument(mix("")), PanelText::NoSteps},
         {formulaDocument(""), PanelText::NoSteps},
         {formulaDocument(mix(seventeen)), PanelText::TooManySteps},
@@ -99,6 +100,10 @@ TEST(LoadedFormula, WhatCanNotBeRunIsSaid) {
         {formulaDocument(mix(step("1200", "9999", "00:10:00", "0"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("2904", "1200", "00:10:00", "0"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("0", "1200", "00:10:00", "0"))), PanelText::StepOutOfRange},
+        {formulaDocument(mix(step("1200", "0", "00:10:00", "0"))), PanelText::StepOutOfRange},
+        {formulaDocument(mix(step("2881", "1200", "00:10:00", "0"))), PanelText::StepOutOfRange},
+        {formulaDocument(mix(step("1200", "3001", "00:10:00", "0"))), PanelText::StepOutOfRange},
+        {formulaDocument(mix(step("1200", "1200", "00:10:00", "-1"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("1200", "1200", "01:00:01", "0"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(step("1200", "1200", "00:00:00", "256"))), PanelText::StepOutOfRange},
         {formulaDocument(mix(goodStep, R"(PreGrind="two" FreeSpin="3")")), PanelText::SettingsUnreadable},
@@ -113,6 +118,23 @@ TEST(LoadedFormula, WhatCanNotBeRunIsSaid) {
             << (one.document ? one.document->xml().toStdString() : "nothing");
     EXPECT_EQ(PanelTexts()(refusal(formulaDocument(mix(seventeen)))),
               "The programme has 17 steps. The mixer takes 16 at most. Delete steps on the formula screen.");
+}
+
+TEST(LoadedFormula, TheBordersCanBeRun) {
+    const QString sixteen =
+        step("2880", "3000", "01:00:00", "0") + step("1", "1", "00:00:00", "255") + goodStep.repeated(14);
+    const auto highest = loaded(formulaDocument(mix(sixteen, R"(PreGrind="15" FreeSpin="16")"), 9, 9, 32767));
+    ASSERT_EQ(highest.programme.steps.size(), 16U);
+    EXPECT_EQ(highest.programme.steps[0], (protocol::Step{2880, 3000, 3600, 0}));
+    EXPECT_EQ(highest.programme.steps[1], (protocol::Step{1, 1, 0, 255}));
+    EXPECT_EQ(highest.programme.preGrind, 15);
+    EXPECT_EQ(highest.programme.freeSpin, 16);
+    EXPECT_EQ(highest.programme.quantity, 32767);
+    const auto lowest = loaded(formulaDocument(mix(goodStep, R"(PreGrind="0" FreeSpin="1")"), 1, 1, -32768));
+    EXPECT_EQ(lowest.programme.preGrind, 0);
+    EXPECT_EQ(lowest.programme.freeSpin, 1);
+    EXPECT_EQ(lowest.programme.quantity, -32768);
+    EXPECT_EQ(loaded(formulaDocument({}, 8, 1)).programme.type, 8);
 }
 
 TEST(LoadedFormula, MissingSettingsAreTheUsualOnes) {

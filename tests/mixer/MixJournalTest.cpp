@@ -136,8 +136,11 @@ TEST_F(MixJournalTest, ClosedButNotMovedIsMoved) {
     journal.load(mixId, test::shortFormula());
     journal.start(mixId, "SV0426");
     journal.finish(mixId, someResults(), false);
-    QByteArray text = folder.read("mixes/3FA21C09.xml");
-    folder.write("mixes/3FA21C09.xml", text.replace("finished", "logged"));
+    const QByteArray finished = folder.read("mixes/3FA21C09.xml");
+    folder.write("mixes/3FA21C09.xml", QByteArray(finished).replace("\"finished\"", "\"put aside\""));
+    EXPECT_TRUE(readAgain().open().empty());
+    EXPECT_TRUE(folder.has("mixes/closed/20260307-140509-3FA21C09.xml"));
+    folder.write("mixes/3FA21C09.xml", QByteArray(finished).replace("\"finished\"", "\"logged\""));
     const QByteArray closed = folder.read("mixes/3FA21C09.xml");
     EXPECT_TRUE(readAgain().open().empty());
     EXPECT_EQ(files("mixes/closed"), QStringList{"20260307-140509-3FA21C09.xml"});

@@ -90,6 +90,7 @@ TEST_F(MixSessionTest, WholeMix) {
     EXPECT_EQ(state(), RunState::Disconnected);
     onDone = [&] {
         EXPECT_EQ(state(), RunState::Done);
+        EXPECT_TRUE(session->run().isBusy());
         EXPECT_FALSE(session->canStart());
         session->logged();
         session->initialsClosed();
@@ -295,6 +296,37 @@ TEST_F(MixSessionTest, OverloadEndsTheMix) {
     EXPECT_EQ(message(), PanelText::Overload);
 }
 
+TEST_F(MixSessionTest, AFaultIsShownUntilItIsSeenAlsoWhenTheMixerIsGone) {
+    startShort();
+    line.mixer.overload();
+    ASSERT_TRUE(reaches(RunState::Fault));
+    line.cut();
+    ASSERT_NE(session->link().state(), MixerLink::State::Connected);
+    EXPECT_EQ(state(), RunState::Fault);
+    EXPECT_EQ(message(), PanelText::Overload);
+    session->acknowledge();
+    EXPECT_EQ(state(), RunState::Disconnected);
+    line.present = true;
+    line.mixer.restart();
+    EXPECT_TRUE(reaches(RunState::Ready));
+}
+
+TEST_F(MixSessionTest, ResultsAreHeldAlsoWhenTheMixerIsGone) {
+    onDone = [&] {
+        line.cut();
+        ASSERT_NE(session->link().state(), MixerLink::State::Connected);
+        EXPECT_EQ(state(), RunState::Done);
+        session->logged();
+    };
+    startShort();
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_EQ(state(), RunState::Disconnected);
+    EXPECT_EQ(closedFiles().size(), 1);
+    line.present = true;
+    EXPECT_TRUE(reaches(RunState::Ready));
+}
+
 TEST_F(MixSessionTest, OpenLidHoldsTheMix) {
     startShort();
     line.mixer.openLid();
@@ -358,6 +390,38 @@ TEST_F(MixSessionTest, ResultsOfAnotherMixAreNotTaken) {
     EXPECT_TRUE(lastResults.contains("<PreparationNumber Value=\"0012\"/>")) << lastResults.toStdString();
 }
 
+// So often that the question is given up, and not so often that the mixer counts as gone.
+TEST_F(MixSessionTest, ResultsThatStayOutAreAskedForAgain) {
+    startShort();
+    int lost = 0;
+    line.alter = [&](protocol::Frame& reply) {
+        if (protocol::readResults(reply) && lost < 4) {
+            ++lost;
+            line.loseReplies = 1;
+        }
+    };
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 1; }));
+    EXPECT_EQ(lost, 4);
+    EXPECT_TRUE(lastResults.contains("<PreparationNumber Value=\"0012\"/>")) << lastResults.toStdString();
+}
+
+TEST_F(MixSessionTest, ResultsOfAMixPutAsideMeanwhileAreDropped) {
+    startShort();
+    make();
+    line.run(shortTotal);
+    line.alter = [&](protocol::Frame& reply) {
+        if (protocol::readResults(reply))
+            session->putAside("00000001");
+    };
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return closedFiles().size() == 1; }));
+    exchangeWords();
+    EXPECT_TRUE(session->offers().empty());
+    EXPECT_TRUE(session->notice().empty());
+    EXPECT_EQ(openFiles(), QStringList());
+}
+
 TEST_F(MixSessionTest, NoStartWithoutAJournal) {
     loadShort();
     {
@@ -392,6 +456,7 @@ TEST_F(MixSessionTest, ResultsOnAFullDiskAreHandedOutAllTheSame) {
 
 TEST_F(MixSessionTest, NotLoggedStaysOnOffer) {
     finishShort();
+    EXPECT_FALSE(session->isSigning());
     ASSERT_EQ(session->offers().size(), 1U);
     EXPECT_EQ(session->offers()[0].name, "Hydrocortisone 1% Cream");
     EXPECT_EQ(session->offers()[0].lot, "SV04260012");
@@ -450,6 +515,43 @@ TEST_F(MixSessionTest, AnOfferWaitsUntilTheMixerIsFree) {
     ASSERT_EQ(session->offers().size(), 1U) << "the running one is none";
     EXPECT_EQ(session->offers()[0].mix, offered);
     EXPECT_EQ(openFiles().size(), 2);
+}
+
+TEST_F(MixSessionTest, TwoOffersAreHandedOverOneAfterTheOther) {
+    finishShort();
+    session->loadFormula(shortFormula());
+    ASSERT_TRUE(waitFor([&] { return session->canStart(); }));
+    session->start();
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    line.run(shortTotal);
+    ASSERT_TRUE(waitFor([&] { return done == 2 && state() == RunState::Ready; }));
+    int signing = 0;
+    onDone = [&] {
+        EXPECT_EQ(++signing, 1) << "one dialog at a time";
+        exchangeWords();
+        session->logged();
+        --signing;
+    };
+    const auto offers = session->offers();
+    ASSERT_EQ(offers.size(), 2U);
+    session->logOffer(offers[0].mix);
+    session->logOffer(offers[1].mix);
+    EXPECT_TRUE(session->offers().empty()) << "neither is offered any more";
+    ASSERT_TRUE(waitFor([&] { return done == 4; }));
+    ASSERT_TRUE(waitFor([&] { return closedFiles().size() == 2; }));
+    EXPECT_TRUE(session->offers().empty());
+}
+
+TEST_F(MixSessionTest, OpenedAnewWhileTheUserSignsItIsStillTheHandlersToClose) {
+    onDone = [&] {
+        logged << "SV04260012";
+        session->close();
+        session->open();
+        EXPECT_EQ(openFiles().size(), 1);
+        session->logged();
+        EXPECT_EQ(closedFiles().size(), 1);
+    };
+    finishShort();
 }
 
 TEST_F(MixSessionTest, WhatIsBeingSignedCanNotBePutAside) {

@@ -41,6 +41,7 @@ TEST(MixTables, Times) {
 }
 
 TEST(MixTables, TimesThatAreNone) {
+    EXPECT_EQ(secondsOfTime("99:99:99"), 99 * 3600 + 99 * 60 + 99);
     for (const char* bad : {"", "10", "00:10", "00:10:00:00", "a:b:c", "-1:00:00", "00:00:100", "00: :00"})
         EXPECT_EQ(secondsOfTime(bad), -1) << bad;
 }
@@ -49,6 +50,27 @@ TEST(MixTables, SpeedByJar) {
     const int recommended[] = {3000, 2496, 2496, 2496, 2292, 2292, 2292, 2100, 2100, 1992, 3000};
     for (int jar = 0; jar <= 10; ++jar)
         EXPECT_EQ(recommendedMixRpm(jar), recommended[jar]) << jar;
+}
+
+// As lift RPM/mix RPM, and seconds or cycles ("x"). A change here changes what every pharmacy mixes.
+TEST(MixTables, PresetsByType) {
+    const char* const presets[] = {"960/900 30, 1200/1800 120, 1440/2196 60, 720/900 30",
+                                   "720/840 60, 1200/1596 180, 720/900 60",
+                                   "480/600 60, 720/1200 240, 480/480 120",
+                                   "1200/1200 30, 1440/1800 90, 960/1200 30",
+                                   "1200/1500 6x, 1440/2400 120, 1200/1200 4x",
+                                   "480/600 60, 960/1200 240, 960/1500 180, 480/600 60",
+                                   "480/480 8x, 720/900 120",
+                                   "720/720 45, 960/1200 120, 480/480 45"};
+    for (int type = 1; type <= 8; ++type) {
+        QStringList steps;
+        for (const protocol::Step& step : presetSteps(type, 1))
+            steps << u"%1/%2 "_s.arg(step.liftRpm).arg(step.mixRpm) +
+                         (step.cycles ? u"%1x"_s.arg(step.cycles) : QString::number(step.seconds));
+        EXPECT_EQ(steps.join(", ").toStdString(), presets[type - 1]) << type;
+    }
+    EXPECT_EQ(presetSteps(1, 9)[2].mixRpm, 1992) << "no faster than the jar allows";
+    EXPECT_EQ(presetSteps(1, 9)[1].mixRpm, 1800);
 }
 
 TEST(MixTables, PresetsRunInEveryJar) {

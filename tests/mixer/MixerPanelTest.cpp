@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace sorvanto;
@@ -123,6 +124,12 @@ TEST_F(MixerPanelTest, Loaded) {
             cells << steps.item(row, column)->text();
     }
     EXPECT_EQ(cells, (QStringList{"1", "1200", "1200", "00:00:10", "2", "1440", "1992", "2 x"}));
+    for (int column = 0; column < 4; ++column)
+        EXPECT_EQ(steps.item(0, column)->textAlignment(),
+                  Qt::AlignVCenter | (column == 0 ? Qt::AlignLeft : Qt::AlignRight))
+            << column;
+    EXPECT_TRUE(button("mixerStart")->property("primary").toBool());
+    EXPECT_TRUE(button("mixerStop")->property("danger").toBool());
     picture("loaded");
 }
 
@@ -180,8 +187,13 @@ TEST_F(MixerPanelTest, MixingPausedAndDone) {
     const auto& steps = *child<StepsTable>(*control, "mixerSteps");
     EXPECT_TRUE(steps.item(1, 0)->font().bold() || steps.item(1, 0)->font().weight() == QFont::DemiBold);
     EXPECT_EQ(steps.item(1, 2)->background().color(), platform::theme().softAccent);
+    EXPECT_EQ(steps.item(0, 2)->background(), QBrush()) << "the running step alone";
+    EXPECT_EQ(steps.item(0, 2)->foreground().color(), platform::theme().secondaryText) << "done";
+    EXPECT_EQ(steps.item(1, 2)->foreground().color(), platform::theme().text);
     button("mixerPause")->click();
     ASSERT_TRUE(ringSays("paused"));
+    EXPECT_EQ(steps.item(1, 2)->background().color(), platform::theme().softAccent) << "it stands there";
+    EXPECT_EQ(label("mixerSpeeds"), "Lift 0  ·  Mix 0  ·  Cycles 1");
     EXPECT_EQ(buttons(), (QStringList{"Resume", "Stop"}));
     button("mixerResume")->click();
     ASSERT_TRUE(ringSays("step 2 of 2"));
@@ -374,6 +386,38 @@ TEST_F(MixerPanelTest, DarkToo) {
     picture("mixing");
     EXPECT_EQ(child<StepsTable>(*control, "mixerSteps")->item(1, 0)->background().color(),
               platform::themeOf(false).softAccent);
+}
+
+// Pictures of the ring are looked at where the arc is and is not, clockwise from the top.
+TEST(ProgressRingTest, TheArcShowsThePartThatIsDone) {
+    platform::applyTheme(*qApp, false);
+    ProgressRing ring;
+    ring.resize(ring.sizeHint());
+    const auto colorAt = [&](double turn) {
+        const double angle = turn * 2 * M_PI, radius = ring.width() / 2.0 - 7;
+        return ring.grab().toImage().pixelColor(qRound(ring.width() / 2.0 + radius * std::sin(angle)),
+                                                qRound(ring.height() / 2.0 - radius * std::cos(angle)));
+    };
+    using Tone = ProgressRing::Tone;
+    const platform::Theme& theme = platform::theme();
+    ring.show(-1, Tone::Running, "--:--", "nothing loaded");
+    const QColor track = colorAt(0.1);
+    EXPECT_NE(track, theme.accent);
+    ring.show(0.5, Tone::Running, "--:--", "nothing loaded");
+    EXPECT_EQ(colorAt(0.1), theme.accent) << "a change of the part alone is drawn";
+    EXPECT_EQ(colorAt(0.4), theme.accent);
+    EXPECT_EQ(colorAt(0.6), track);
+    EXPECT_EQ(colorAt(0.9), track);
+    for (const auto& [tone, color] :
+         {std::pair{Tone::Held, theme.warning}, std::pair{Tone::Good, theme.good},
+          std::pair{Tone::Problem, theme.danger}, std::pair{Tone::Running, theme.accent}}) {
+        ring.show(1, tone, "00:00", "finished");
+        EXPECT_EQ(colorAt(0.25), color);
+        EXPECT_EQ(colorAt(0.75), color);
+    }
+    ring.show(2, Tone::Good, "00:00", "finished");
+    EXPECT_EQ(colorAt(0.75), theme.good) << "never more than the whole";
+    EXPECT_EQ(ring.accessibleName(), "00:00, finished");
 }
 
 TEST(PanelTexts, KeysAreFitForTheLanguageFiles) {
