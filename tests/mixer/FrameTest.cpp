@@ -75,6 +75,33 @@ TEST(Frame, IllFormedIsNotEncoded) {
     EXPECT_TRUE(encode(frame("LOAD", QByteArrayList(10, "1234567890"))).isEmpty());
 }
 
+TEST(Frame, FieldsAndKindsHaveTheirCharactersAndNoOther) {
+    const QByteArray capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const QByteArray allowed = capitals + capitals.toLower() + "0123456789.-:_";
+    for (int value = 0; value < 256; ++value) {
+        const char c = static_cast<char>(value);
+        EXPECT_EQ(!encode(frame("LOAD", {QByteArray(1, c)})).isEmpty(), allowed.contains(c)) << value;
+        EXPECT_EQ(!encode(frame(QByteArray(2, c).constData())).isEmpty(), capitals.contains(c)) << value;
+    }
+}
+
+TEST(Frame, TheLongestAndTheShortestOfEverything) {
+    const auto survives = [](const Frame& sample) {
+        const auto back = decode(encode(sample).chopped(1));
+        return back && *back == sample;
+    };
+    EXPECT_TRUE(survives(frame("AB", {}, 0)));
+    EXPECT_TRUE(survives(frame("ABCDEFGH", {}, 255)));
+    EXPECT_TRUE(survives(frame("LOAD", {QByteArray(24, 'x'), "1"})));
+    // 8 before the fields, 8 behind them, and a blank before each.
+    const QByteArrayList fields{QByteArray(24, 'x'), QByteArray(24, 'y'), QByteArray(24, 'z')};
+    const Frame longest = frame("LOAD", fields + QByteArrayList{"1234"});
+    ASSERT_EQ(encode(longest).size(), longestFrame);
+    EXPECT_TRUE(survives(longest));
+    EXPECT_TRUE(encode(frame("LOAD", fields + QByteArrayList{"12345"})).isEmpty());
+    EXPECT_FALSE(decode(line(">07 LOAD " + (fields + QByteArrayList{"12345"}).join(' '))));
+}
+
 TEST(Frame, DecodesOnlyWhatItEncodes) {
     for (const Frame& sample : samples()) {
         const QByteArray text = encode(sample);

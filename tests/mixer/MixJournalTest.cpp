@@ -178,14 +178,30 @@ TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
     folder.write("mixes/empty.xml", "");
     folder.write("mixes/garbage.xml", QByteArray("\x00\xFF<Mix", 6));
     folder.write("mixes/half.xml", good.left(good.size() / 2));
-    folder.write("mixes/state.xml", QByteArray(good).replace("\"loaded\"", "\"sleeping\""));
-    folder.write("mixes/noresults.xml", QByteArray(good).replace("\"loaded\"", "\"finished\""));
-    folder.write("mixes/noformula.xml", "<Mix ID=\"3FA21C09\" State=\"started\"/>");
+    // These bear the right names: what is wrong stands inside.
+    int number = 0;
+    const auto broken = [&](const char* part, const char* by) {
+        const QByteArray id = QByteArray::number(++number).rightJustified(8, '0');
+        const QByteArray text = QByteArray(good).replace("3FA21C09", id);
+        folder.write("mixes/" + id + ".xml", QByteArray(text).replace(part, by));
+        EXPECT_NE(folder.read("mixes/" + id + ".xml"), text) << part;
+    };
+    broken("\"loaded\"", "\"sleeping\"");
+    broken("\"loaded\"", "\"finished\"");  // without results
+    broken("\"loaded\"", "\"\"");
+    broken(" State=\"loaded\"", "");
+    broken(" ID=\"00000005\"", "");
+    broken("Formula>", "Recipe>");
+    folder.write("mixes/00000007.xml", "<Other ID=\"00000007\" State=\"started\">" +
+                                           test::shortFormula()->xml().toUtf8() + "</Other>");
+    folder.write("mixes/0000000X.xml", QByteArray(good).replace("3FA21C09", "0000000X"));
     const MixJournal again = readAgain();
     EXPECT_TRUE(again.open().empty());
-    EXPECT_EQ(again.unreadable(), (QStringList{"empty.xml", "garbage.xml", "half.xml", "noformula.xml",
-                                               "noresults.xml", "state.xml"}));
-    EXPECT_TRUE(folder.has("mixes/half.xml"));
+    EXPECT_EQ(again.unreadable(), (QStringList{"00000001.xml", "00000002.xml", "00000003.xml", "00000004.xml",
+                                               "00000005.xml", "00000006.xml", "00000007.xml", "0000000X.xml",
+                                               "empty.xml", "garbage.xml", "half.xml"}));
+    EXPECT_EQ(files().size(), 11) << "they stay, the one never started has gone";
+    EXPECT_FALSE(folder.has("mixes/3FA21C09.xml"));
 }
 
 // A copy made by hand names a mix whose own file lies beside it.
