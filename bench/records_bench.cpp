@@ -29,7 +29,9 @@ public:
     platform::Answer messageBox(const QString&, platform::BoxStyle, const QString&) override {
         return platform::Answer::Cancel;
     }
-    QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
+    QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
+        return {};
+    }
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject& window, const std::function<void()>&) override {
         auto& form = dynamic_cast<QWidget&>(window);

@@ -18,7 +18,9 @@ public:
 
     platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
                                 const QString& title) override;
-    QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
+    QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
+        return {};
+    }
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject& window, const std::function<void()>& exec) override;
 };

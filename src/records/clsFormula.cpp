@@ -8,6 +8,7 @@
 #include "platform/basic/Values.h"
 #include "records/FormulaLines.h"
 #include "records/GUIDFactory.h"
+#include "records/QuantityNote.h"
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
 #include "shared/Guard.h"
@@ -53,6 +54,19 @@ QString formulaFilter(std::int16_t key, QString& search) {
         return likeFilter("frm_NDC", search);
     default:
         return likeFilter("frm_Name", search);
+    }
+}
+
+/// The unit of a chemical, for which the search has no column; empty when it can't be read, since it is only
+/// shown.
+QString unitsOf(const QString& chemical) {
+    try {
+        const RecordsetPtr rows = Recordset::create();
+        rows->open("SELECT [chm_Units] FROM [Chemical] WHERE [ChemicalID] = " + chemical, openDB(),
+                   CursorType::Static);
+        return rows->eof() ? QString() : nullText(rows->value(0));
+    } catch (const RuntimeError&) {
+        return {};
     }
 }
 
@@ -208,8 +222,11 @@ bool clsFormula::addChemical(QString& Search) {
         chooseRow(rows, "ChemicalID");
         if (rows->eof())
             return false;
-        const QString quantity = InputBox(translated("Input desired quantity for chemical"), u""_s);
-        strSQL = lineInsert(FormulaID, nullText(rows->value(0)), quantity, "0", "1");
+        const QString key = nullText(rows->value(0));
+        const QString quantity =
+            InputBox(translated("Input desired quantity for chemical"), u""_s, {},
+                     quantityGuide(nullText(rows->value(1)), [key] { return unitsOf(key); }));
+        strSQL = lineInsert(FormulaID, key, quantity, "0", "1");
         const auto count = openDB()->execute(strSQL);
         setTotals(*this, readTotals(FormulaID));
         Chemical = openLines(LineColumns::Short, FormulaID);

@@ -51,6 +51,7 @@ frmPatient::frmPatient(QWidget* parent)
                               {.field = "rxs_Date", .caption = "RX Date", .width = 120, .editable = true},
                               {.field = "rxs_Consult", .caption = "Consult", .width = 136, .editable = true},
                               {.field = "rxs_Doctor", .caption = "Doctor", .width = 160, .editable = true}});
+    m_ui->txtpat_BDay->setBirthDate(true);
     connect(m_ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
     connect(m_ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
 }

@@ -17,8 +17,9 @@ Answer TourAsker::messageBox(const QString& prompt, platform::BoxStyle style, co
     return style.buttons == platform::Buttons::Ok ? Answer::Ok : answer;
 }
 
-QString TourAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
-    platform::AskDialog box(prompt, title, preset, nullptr);
+QString TourAsker::inputBox(const QString& prompt, const QString& title, const QString& preset,
+                            const platform::LineGuide& guide) {
+    platform::AskDialog box(prompt, title, preset, guide, nullptr);
     show(box, u"question-%1"_s.arg(++m_boxes, 2, 10, '0'_L1));
     return lines.isEmpty() ? QString() : lines.takeFirst();
 }

@@ -22,7 +22,8 @@ public:
 
     platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
                                 const QString& title) override;
-    QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
+    QString inputBox(const QString& prompt, const QString& title, const QString& preset,
+                     const platform::LineGuide& guide) override;
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject& window, const std::function<void()>& exec) override;
 

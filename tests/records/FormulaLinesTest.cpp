@@ -1,6 +1,7 @@
 // A formula's ingredient lines: adding, removing, editing, copying.
 #include "RecordsTest.h"
 
+#include "platform/basic/SystemLocale.h"
 #include "platform/basic/Values.h"
 
 using namespace Qt::StringLiterals;
@@ -170,6 +171,75 @@ TEST_F(FormulaLinesTest, WithTheShortListNothingCanBeCopiedOrMade) {
     EXPECT_EQ(formula->frm_JarSize, 4);
     EXPECT_EQ(str(sqlText("SELECT fch_Qty FROM FormChem WHERE FormChemID = 1")), "1.2345");
     EXPECT_NO_THROW(open(1)->makeQuantity(20));
+}
+
+TEST_F(FormulaLinesTest, PricesAtTheLimitOfMoneyOpen) {
+    sql("UPDATE Chemical SET chm_Cost = 922337203685477.5807, chm_AWP = 922337203685477.5 WHERE ChemicalID = 1");
+    sql("DELETE FROM FormChem WHERE FormulaID = 2");
+    sql("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (2, 1, 1.0)");
+    const auto formula = open(2);
+    EXPECT_EQ(str(formula->frm_Cost.toText()), "922337203685477.5807");
+    EXPECT_EQ(str(formula->frm_AWP.toText()), "922337203685477.5");
+    EXPECT_EQ(str(platform::nullCurrency(formula->Chemical->value("chm_Cost")).toText()),
+              "922337203685477.5807");
+}
+
+TEST_F(FormulaLinesTest, AQuotientIsStoredAsTheDialectGivesIt) {
+    const auto formula = open(2);
+    asker.expectInputBox("Input desired quantity for chemical", "5/2", u""_s);
+    EXPECT_TRUE(add(*formula, "Asp"));
+    EXPECT_EQ(str(sqlText("SELECT fch_Qty FROM FormChem WHERE FormulaID = 2")), "2.5");
+    asker.expectInputBox("Input desired quantity for chemical", "1/0", u""_s);
+    EXPECT_FALSE(add(*formula, "Asp"));
+    expectReport("clsFormula:addChemical");
+    EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM FormChem WHERE FormulaID = 2")), "1");
+}
+
+TEST_F(FormulaLinesTest, TheQuestionForTheQuantitySaysWhatWillBeStored) {
+    const auto formula = open(2);
+    const QString name = sqlText("SELECT chm_Name FROM Chemical WHERE ChemicalID = 1");
+    sql("UPDATE Chemical SET chm_Units = 'GMS' WHERE ChemicalID = 1");
+    platform::setSystemLocale(QLocale("de_DE"));
+    const QString doubt = "This is not a plain number: the database will work it out.";
+    asker.expectInputBox(
+        "Input desired quantity for chemical", "1.25", u""_s, [&](const platform::LineGuide& guide) {
+            EXPECT_EQ(guide.note("").text, name + " (GMS)");
+            EXPECT_FALSE(guide.note("").doubtful);
+            for (const auto& [line, stored] : {std::pair{"1.25", "1,25"},
+                                               {"1.250", "1,25"},
+                                               {" 2", "2"},
+                                               {".5", "0,5"},
+                                               {"-5", "-5"},
+                                               {"5.", "5"},
+                                               {"1000.5", "1000,5"}}) {
+                EXPECT_EQ(guide.note(line).text, name + ": " + stored + " GMS") << line;
+                EXPECT_FALSE(guide.note(line).doubtful) << line;
+            }
+            for (const char* line :
+                 {"5/2", "10-20", "TRUE", "NULL", "2,5", "1.2.3", "1e5", "1 250", "5\t2", "5\n", "-", "."}) {
+                EXPECT_EQ(guide.note(line).text, name + " (GMS): " + doubt) << line;
+                EXPECT_TRUE(guide.note(line).doubtful) << line;
+            }
+            EXPECT_TRUE(guide.note(QString(400, u'9')).doubtful);
+            for (const auto& [line, corrected] : {std::pair{"2,5", "2.5"},
+                                                  {"2,", "2."},
+                                                  {",5", ".5"},
+                                                  {"-2,50", "-2.50"},
+                                                  {"1.250,5", "1.250,5"},
+                                                  {"2,5,5", "2,5,5"},
+                                                  {"5,2+1", "5,2+1"},
+                                                  {"2.5", "2.5"},
+                                                  {",", ","},
+                                                  {"", ""},
+                                                  {"a,b", "a,b"}})
+                EXPECT_EQ(guide.corrected(line), corrected) << line;
+            platform::setSystemLocale(QLocale::c());
+            EXPECT_EQ(guide.corrected("2,5"), "2,5");
+            EXPECT_TRUE(guide.note("2,5").doubtful);
+            EXPECT_EQ(guide.note("1.25").text, name + ": 1.25 GMS");
+        });
+    EXPECT_TRUE(add(*formula, "Asp"));
+    platform::setSystemLocale(std::nullopt);
 }
 
 }  // namespace

@@ -57,6 +57,12 @@ void ScriptedAsker::expectInputBox(const QString& prompt, const QString& answer,
     m_script.push_back({Kind::InputBox, prompt, title, {}, preset, Answer::Ok, answer, {}});
 }
 
+void ScriptedAsker::expectInputBox(const QString& prompt, const QString& answer,
+                                   const std::optional<QString>& title,
+                                   std::function<void(const platform::LineGuide&)> script) {
+    m_script.push_back({Kind::InputBox, prompt, title, {}, {}, Answer::Ok, answer, {}, std::move(script)});
+}
+
 void ScriptedAsker::expectFile(const QString& filter, const QString& answer, const QString& title) {
     m_script.push_back({Kind::File, filter, title, {}, {}, Answer::Ok, answer, {}});
 }
@@ -126,12 +132,15 @@ Answer ScriptedAsker::messageBox(const QString& prompt, BoxStyle style, const QS
     return entry->answer;
 }
 
-QString ScriptedAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
+QString ScriptedAsker::inputBox(const QString& prompt, const QString& title, const QString& preset,
+                                const platform::LineGuide& guide) {
     const Entry actual{Kind::InputBox, prompt, title, {}, preset, Answer::Ok, {}, {}};
     const auto entry = take(Kind::InputBox, described(actual));
     if (!entry)
         return {};
     compare(*entry, described(actual), actual);
+    if (entry->lineScript)
+        entry->lineScript(guide);
     return entry->reply;
 }
 

@@ -34,6 +34,9 @@ public:
     /// An empty answer is Cancel. Without a title the application's title is required.
     void expectInputBox(const QString& prompt, const QString& answer,
                         const std::optional<QString>& title = std::nullopt, const QString& preset = {});
+    /// As above; the script gets what accompanies the line while it is open.
+    void expectInputBox(const QString& prompt, const QString& answer, const std::optional<QString>& title,
+                        std::function<void(const platform::LineGuide&)> script);
     /// An empty answer is Cancel.
     void expectFile(const QString& filter, const QString& answer, const QString& title = {});
     /// A modal window by its object name or its class name (without namespace). It is shown, the script runs
@@ -49,7 +52,8 @@ public:
 
     platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
                                 const QString& title) override;
-    QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
+    QString inputBox(const QString& prompt, const QString& title, const QString& preset,
+                     const platform::LineGuide& guide) override;
     QString openFile(const QString& title, const QString& filter) override;
     void showModal(QObject& window, const std::function<void()>& exec) override;
 
@@ -64,6 +68,7 @@ private:
         platform::Answer answer = platform::Answer::Ok;
         QString reply;
         std::function<void(QWidget&)> script;
+        std::function<void(const platform::LineGuide&)> lineScript{};
     };
 
     static QString described(const Entry& entry);

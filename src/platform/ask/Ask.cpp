@@ -28,8 +28,9 @@ Answer MsgBox(const QString& prompt, BoxStyle style, const std::optional<QString
     return asker().messageBox(prompt, style, ownTitle.value_or(title()));
 }
 
-QString InputBox(const QString& prompt, const std::optional<QString>& ownTitle, const QString& preset) {
-    return asker().inputBox(prompt, ownTitle.value_or(title()), preset);
+QString InputBox(const QString& prompt, const std::optional<QString>& ownTitle, const QString& preset,
+                 const LineGuide& guide) {
+    return asker().inputBox(prompt, ownTitle.value_or(title()), preset, guide);
 }
 
 }  // namespace platform

@@ -26,12 +26,27 @@ struct BoxStyle {
 /// Yes/No/Cancel, exclamation, second button default: the box before a deletion.
 inline constexpr BoxStyle deletionStyle{Buttons::YesNoCancel, Icon::Exclamation, true, false};
 
+/// What is said beside a line while it is typed.
+struct LineNote {
+    QString text{};
+    bool doubtful = false;  ///< shown in amber
+};
+
+/// Company for the line of an input box. It never refuses anything.
+struct LineGuide {
+    /// The line to put in the place of a line just typed or pasted; it has as many characters.
+    std::function<QString(const QString& line)> corrected{};
+    /// The note for a line, asked for at the start and after each change.
+    std::function<LineNote(const QString& line)> note{};
+};
+
 class Asker {
 public:
     virtual ~Asker() = default;
     virtual Answer messageBox(const QString& prompt, BoxStyle style, const QString& title) = 0;
     /// The line typed, or the empty text when cancelled.
-    virtual QString inputBox(const QString& prompt, const QString& title, const QString& preset) = 0;
+    virtual QString inputBox(const QString& prompt, const QString& title, const QString& preset,
+                             const LineGuide& guide) = 0;
     /// Path of an existing file, native separators, or the empty text when cancelled. The filter is
     /// "Label|name pattern"; names match without regard to case.
     virtual QString openFile(const QString& title, const QString& filter) = 0;
@@ -51,6 +66,6 @@ QString applicationTitle();
 /// A message box. Without a title the application's title stands; an explicitly empty title means none.
 Answer MsgBox(const QString& prompt, BoxStyle style = {}, const std::optional<QString>& title = std::nullopt);
 QString InputBox(const QString& prompt, const std::optional<QString>& title = std::nullopt,
-                 const QString& preset = {});
+                 const QString& preset = {}, const LineGuide& guide = {});
 
 }  // namespace platform

@@ -5,7 +5,9 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,7 @@ namespace platform {
 namespace {
 
 constexpr int decimals = 4;
+constexpr double lastWholeUnit = 922337203685477.0;
 
 [[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
 
@@ -34,7 +37,24 @@ std::int64_t counted(Decimal decimal) {
 }  // namespace
 
 Currency Currency::fromDouble(double value) {
+    if (std::abs(value) > lastWholeUnit)
+        return fromStored(value);
     return fromTenThousandths(counted(Decimal::fromDouble(value)));
+}
+
+Currency Currency::fromStored(double value) {
+    // The neighbour of the greatest amount among the floating numbers lies a little above it.
+    constexpr auto most = std::numeric_limits<std::int64_t>::max(),
+                   least = std::numeric_limits<std::int64_t>::min();
+    if (value == fromTenThousandths(most).toDouble())
+        return fromTenThousandths(most);
+    if (value == fromTenThousandths(least).toDouble())
+        return fromTenThousandths(least);
+    if (!std::isfinite(value))
+        throwOverflow();
+    std::array<char, 40> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+    return fromTenThousandths(counted(*Decimal::fromText(QByteArray(buffer.data(), end - buffer.data()))));
 }
 
 Currency Currency::fromText(const QString& text) {

@@ -12,8 +12,11 @@ class Currency {
 public:
     constexpr Currency() = default;
     /// Any product or quotient enters here: rounded to 0.0001, a tie to the even neighbour,
-    /// judged on the decimal text of 15 significant digits. Throws overflow outside the 64-bit range.
+    /// judged on the decimal text of 15 significant digits. Throws overflow outside the 64-bit range; at its
+    /// very end, where 15 digits would round beyond it, the nearest amount is taken.
     static Currency fromDouble(double value);
+    /// An amount that has been stored as a floating number: the amount that this number is the nearest to.
+    static Currency fromStored(double value);
     /// A number as text with a point ("12.5", " 3 ", "-0.07"), exact to its last digit, then rounded as
     /// above. Throws typeMismatch on anything else, overflow outside the 64-bit range.
     static Currency fromText(const QString& text);

@@ -26,6 +26,19 @@ QString plainBlanks(QString text) {
     return text;
 }
 
+/// A pattern without its quoted words, such as the "h" that stands behind the time in some locales.
+QString withoutWords(const QString& pattern) {
+    QString fields;
+    bool quoted = false;
+    for (const QChar mark : pattern) {
+        if (mark == u'\'')
+            quoted = !quoted;
+        else if (!quoted)
+            fields += mark;
+    }
+    return fields;
+}
+
 bool isMark(const QString& text) { return text.size() == 1 && u"/-.:,"_s.contains(text); }
 
 /// What stands between the first two fields of a pattern, when it is a plain mark; else the other one.
@@ -55,8 +68,8 @@ struct DateStyle::Scan {
 
 DateStyle::DateStyle(const QLocale& locale)
     : m_am(trimmed(plainBlanks(locale.amText()))), m_pm(trimmed(plainBlanks(locale.pmText()))) {
-    learnDate(locale.dateFormat(QLocale::ShortFormat));
-    learnTime(locale.timeFormat(QLocale::LongFormat));
+    learnDate(withoutWords(locale.dateFormat(QLocale::ShortFormat)));
+    learnTime(withoutWords(locale.timeFormat(QLocale::LongFormat)));
 }
 
 void DateStyle::learnDate(const QString& pattern) {
@@ -87,6 +100,10 @@ void DateStyle::learnTime(const QString& pattern) {
     m_halves = half >= 0 && !m_am.isEmpty() && m_am != m_pm;
     m_halfInFront = m_halves && half < hour;
     m_timeSeparator = trimmed(separatorIn(pattern, u"Hhms"_s, u":"_s));
+    // Two different marks between hour, minute and second: the text is written with the usual one.
+    const QString second = separatorIn(pattern.mid(pattern.indexOf(u'm')), u"ms"_s, u":"_s);
+    if (trimmed(second) != m_timeSeparator)
+        m_timeSeparator = u":"_s;
 }
 
 QString DateStyle::dateText(QDate date) const {
@@ -229,6 +246,42 @@ std::optional<QDateTime> DateStyle::read(const QString& text) const {
         return std::nullopt;
     }
     if (!date.isValid() || !time.isValid() || !(end.isEmpty() || end == m_dateEnd))
+        return std::nullopt;
+    return QDateTime(date, time, Qt::UTC);
+}
+
+QDate DateStyle::readTypedDate(const Scan& scan, int pivot) const {
+    const QString& separator = scan.separators.at(1);
+    const bool isOne = separator == u"." || separator == u"-" || separator == u"/";
+    if (!isOne || scan.separators.at(2) != separator)
+        return {};
+    const QString order = scan.widths.at(0) == 4 ? u"yMd"_s : m_order;
+    const auto at = [&](QChar field) { return order.indexOf(field); };
+    int year = scan.numbers.at(at(u'y'));
+    const int width = scan.widths.at(at(u'y'));
+    if (width == 2)
+        year += pivot - pivot % 100 + (year < pivot % 100 ? 100 : 0);
+    else if (width != 4)
+        return {};
+    if (scan.widths.at(at(u'M')) > 2 || scan.widths.at(at(u'd')) > 2)
+        return {};
+    return {year, scan.numbers.at(at(u'M')), scan.numbers.at(at(u'd'))};
+}
+
+std::optional<QDateTime> DateStyle::readTyped(const QString& text, int pivot) const {
+    const auto found = scan(text);
+    if (!found || !found->separators.first().isEmpty())
+        return std::nullopt;
+    const qsizetype count = found->numbers.size();
+    const bool timed = count == 5 || count == 6;
+    if (!timed && (count != 3 || found->half != Scan::Half::none))
+        return std::nullopt;
+    const auto isEnd = [&](const QString& mark) { return mark.isEmpty() || mark == m_dateEnd; };
+    if (timed && found->separators.at(3) != u"," && !isEnd(found->separators.at(3)))
+        return std::nullopt;
+    const QDate date = readTypedDate(*found, pivot);
+    const QTime time = timed ? readTime(*found, 3) : QTime(0, 0);
+    if (!date.isValid() || !time.isValid() || !isEnd(found->separators.last()))
         return std::nullopt;
     return QDateTime(date, time, Qt::UTC);
 }

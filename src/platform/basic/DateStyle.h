@@ -21,6 +21,11 @@ public:
     /// Date, time or both; numbers alone decide their roles. Nothing when the text is neither.
     std::optional<QDateTime> read(const QString& text) const;
 
+    /// A date as a person types it, with or without a time of day: in the locale's order with any of
+    /// "." "-" "/", or year, month and day with a year of four digits. Never in another order. `pivot`
+    /// is the first of the hundred years that a year of two digits may mean.
+    std::optional<QDateTime> readTyped(const QString& text, int pivot) const;
+
 private:
     /// The numbers of a text and what stands between them.
     struct Scan;
@@ -32,6 +37,7 @@ private:
     std::optional<Scan> scan(const QString& text) const;
     bool isTime(const Scan& scan) const;
     QDate readDate(const Scan& scan) const;
+    QDate readTypedDate(const Scan& scan, int pivot) const;
     QTime readTime(const Scan& scan, qsizetype first) const;
 
     QString m_order;      ///< "d", "M" and "y" in the locale's order

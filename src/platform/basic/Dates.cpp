@@ -92,6 +92,10 @@ QDateTime toDate(const QString& text) {
     return *date;
 }
 
+QDateTime typedDate(const QString& text, int pivot) {
+    return currentStyle().readTyped(trimmed(text), pivot).value_or(QDateTime());
+}
+
 QDateTime nullDate(const QVariant& value) {
     // A date with the digit in front always reads as itself, in whatever way the locale writes it.
     if (value.typeId() == QMetaType::QDateTime && value.toDateTime().isValid()) {

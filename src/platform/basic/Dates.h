@@ -29,6 +29,9 @@ QString dateText(const QDateTime& date);
 /// included, and overflow for a number of days outside the years 100 to 9999.
 QDateTime toDate(const QString& text);
 
+/// A date as a person types it, by DateStyle::readTyped in the system's customs; invalid when it is none.
+QDateTime typedDate(const QString& text, int pivot);
+
 /// The digit 0 (as text) joined in front of the value, then read as a date; NULL gives the zero date.
 QDateTime nullDate(const QVariant& value);
 

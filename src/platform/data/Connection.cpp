@@ -4,6 +4,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Dialect.h"
+#include "platform/data/ExpressionFunctions.h"
 #include "platform/data/LikePattern.h"
 #include "platform/data/Sqlite.h"
 
@@ -57,6 +58,7 @@ void configure(sqlite3* database) {
           std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0}, std::pair{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}})
         sqlite3_db_config(database, setting, on, nullptr);
     LikePattern::install(database);
+    installExpressionFunctions(database);
 }
 
 bool run(const Handle& database, const char* sql) {

@@ -1,12 +1,13 @@
-// The rules that carry a tokenised statement over to SQLite: names, strings, dates, derived tables,
-// the last auto-number, and the values that INSERT and UPDATE give to typed columns.
+// The rules that carry a tokenised statement over to SQLite: its kind, the values that INSERT and UPDATE give
+// to typed columns, and the lists that can be read by their keys.
 #include "platform/data/Dialect.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/basic/Text.h"
 #include "platform/data/ColumnType.h"
 #include "platform/data/DateLiteral.h"
+#include "platform/data/Expressions.h"
 #include "platform/data/Lexer.h"
+#include "platform/data/StatementWriter.h"
 
 #include <optional>
 
@@ -19,38 +20,7 @@ namespace {
 using Kind = Token::Kind;
 using Tokens = std::vector<Token>;
 
-/// More parentheses than any sensible statement has, and fewer than the engine's own limit.
-constexpr int deepest = 50;
-
 [[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
-
-QString quotedPath(const QString& path) {
-    QStringList parts = path.split(u'.');
-    for (QString& part : parts)
-        part = quotedName(part);
-    return parts.join(u'.');
-}
-
-QString quotedText(const QString& text) { return u'\'' + doubledApostrophes(text) + u'\''; }
-
-/// Parentheses close what they open, not too deep; gives the tokens without a final semicolon.
-Tokens checked(Tokens tokens) {
-    if (!tokens.empty() && tokens.back().is(Kind::Semicolon))
-        tokens.pop_back();
-    int depth = 0;
-    for (const Token& token : tokens) {
-        if (token.is(Kind::Semicolon))
-            refuse(u"Characters found after end of statement"_s);
-        depth += token.is(Kind::Open) ? 1 : token.is(Kind::Close) ? -1 : 0;
-        if (depth < 0)
-            refuse(u"Extra ) in statement"_s);
-        if (depth > deepest)
-            refuse(u"Statement is nested too deeply"_s);
-    }
-    if (depth > 0)
-        refuse(u"Missing ) in statement"_s);
-    return tokens;
-}
 
 StatementKind kindOf(const Tokens& tokens) {
     if (!tokens.empty()) {
@@ -66,89 +36,10 @@ StatementKind kindOf(const Tokens& tokens) {
     refuse(u"A statement begins with SELECT, INSERT, UPDATE or DELETE"_s);
 }
 
-class Writer {
-public:
-    explicit Writer(const Tokens& tokens) : m_tokens(tokens) {
-        m_pieces.reserve(tokens.size());
-        for (std::size_t i = 0; i < tokens.size(); ++i)
-            m_pieces.push_back(piece(i));
-    }
-
-    void replace(std::size_t token, const QString& text) { m_pieces[token] = text; }
-    const QString& text(std::size_t token) const { return m_pieces[token]; }
-
-    /// Tokens from begin to before end, with the blanks that stood between them.
-    QString join(std::size_t begin, std::size_t end) const {
-        QString sql;
-        for (std::size_t i = begin; i < end; ++i) {
-            if (i > begin && (m_tokens[i].spaceBefore || wouldMerge(i)))
-                sql += u' ';
-            sql += m_pieces[i];
-        }
-        return sql;
-    }
-    QString join() const { return join(0, m_tokens.size()); }
-
-private:
-    bool isAlias(std::size_t i) const { return i > 0 && m_tokens[i - 1].isWord("AS"); }
-
-    QString piece(std::size_t i) const {
-        const Token& token = m_tokens[i];
-        switch (token.kind) {
-        case Kind::Name:
-            return name(i);
-        case Kind::Bracket:
-            return isAlias(i) ? quotedName(token.text) : quotedPath(token.text);
-        case Kind::Derived:
-            return derived(token.text);
-        case Kind::String:
-            return quotedText(token.text);
-        case Kind::Date:
-            return sqlLiteral(dateLiteral(token.text));
-        case Kind::Identity:
-            return u"last_insert_rowid()"_s;
-        default:
-            return token.text;
-        }
-    }
-
-    QString name(std::size_t i) const {
-        const Token& token = m_tokens[i];
-        const bool qualified = (i > 0 && m_tokens[i - 1].is(Kind::Dot)) ||
-                               (i + 1 < m_tokens.size() && m_tokens[i + 1].is(Kind::Dot));
-        if (!qualified && token.isWord("TRUE"))
-            return u"1"_s;
-        if (!qualified && token.isWord("FALSE"))
-            return u"0"_s;
-        return token.text;
-    }
-
-    static QString derived(const QString& statement) {
-        const Tokens tokens = checked(tokenize(statement));
-        return u'(' + Writer(tokens).join() + u')';
-    }
-
-    /// Two words, texts or numbers side by side would be read as one.
-    bool wouldMerge(std::size_t i) const {
-        const auto isMark = [](const Token& token) {
-            return token.is(Kind::Open) || token.is(Kind::Close) || token.is(Kind::Comma) ||
-                   token.is(Kind::Dot) || token.is(Kind::Operator);
-        };
-        const Token& before = m_tokens[i - 1];
-        const Token& here = m_tokens[i];
-        if (before.is(Kind::Number) || here.is(Kind::Number))
-            return before.is(Kind::Dot) || here.is(Kind::Dot) || (!isMark(before) && !isMark(here));
-        return (!isMark(before) && !isMark(here)) || (before.is(Kind::Operator) && here.is(Kind::Operator));
-    }
-
-    const Tokens& m_tokens;
-    std::vector<QString> m_pieces;
-};
-
 /// Converts the values of an INSERT or UPDATE to the types of their columns.
 class ValueRule {
 public:
-    ValueRule(const Tokens& tokens, const DeclaredType& declaredType, Writer& writer)
+    ValueRule(const Tokens& tokens, const DeclaredType& declaredType, StatementWriter& writer)
         : m_tokens(tokens), m_declaredType(declaredType), m_writer(writer) {}
 
     /// INSERT INTO table ( columns ) VALUES ( values )
@@ -225,11 +116,16 @@ private:
     }
 
     void convert(const QString& table, const QString& column, std::size_t begin, std::size_t end) {
-        const std::optional<QVariant> value = literal(begin, end);
-        if (!value)
+        const QString declared = m_declaredType(table, column);
+        const ColumnType type = ColumnType::fromDeclaration(declared);
+        if (type.kind == ColumnKind::Computed || begin >= end)
             return;
-        const ColumnType type = ColumnType::fromDeclaration(m_declaredType(table, column));
-        if (type.kind == ColumnKind::Computed || type.isText())
+        const std::optional<QVariant> value = literal(begin, end);
+        if (!value) {
+            m_writer.wrap(begin, end, u"dialect_value(%1, "_s.arg(quotedText(declared)), u")"_s);
+            return;
+        }
+        if (type.isText())
             return;
         try {
             m_writer.replace(begin, sqlLiteral(type.convert(*value)));
@@ -244,13 +140,13 @@ private:
 
     const Tokens& m_tokens;
     const DeclaredType& m_declaredType;
-    Writer& m_writer;
+    StatementWriter& m_writer;
 };
 
 /// Finds the parts of "SELECT columns FROM table [alias] [WHERE ...] [ORDER BY ...]".
 class SingleTable {
 public:
-    SingleTable(const Tokens& tokens, const Writer& writer) : m_tokens(tokens), m_writer(writer) {}
+    SingleTable(const Tokens& tokens, const StatementWriter& writer) : m_tokens(tokens), m_writer(writer) {}
 
     void describe(Translation& translation) const {
         const std::size_t from = endOfColumns();
@@ -317,17 +213,18 @@ private:
     }
 
     const Tokens& m_tokens;
-    const Writer& m_writer;
+    const StatementWriter& m_writer;
 };
 
 }  // namespace
 
 Translation translateStatement(const QString& statement, const DeclaredType& declaredType) {
     try {
-        const Tokens tokens = checked(tokenize(statement));
+        const Tokens tokens = statementTokens(statement);
         Translation translation;
         translation.kind = kindOf(tokens);
-        Writer writer(tokens);
+        StatementWriter writer(tokens);
+        rewriteExpressions(tokens, writer);
         if (declaredType && translation.kind == StatementKind::Insert)
             ValueRule(tokens, declaredType, writer).insert();
         if (declaredType && translation.kind == StatementKind::Update)
@@ -340,8 +237,6 @@ Translation translateStatement(const QString& statement, const DeclaredType& dec
         throw RuntimeError(failure.number(), failure.description(), u"Database"_s, statement);
     }
 }
-
-QString quotedName(QString name) { return u'"' + name.replace(u'"', "\"\""_L1) + u'"'; }
 
 QString toSqlite(const QString& statement) { return translateStatement(statement).sql; }
 

@@ -9,6 +9,9 @@ namespace platform {
 
 namespace {
 
+/// More parentheses than any sensible statement has, and fewer than the engine's own limit.
+constexpr int deepest = 50;
+
 [[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
 
 bool startsName(QChar c) { return c.isLetter() || c == u'_'; }
@@ -163,6 +166,9 @@ private:
         case u'-':
         case u'*':
         case u'/':
+        case u'\\':
+        case u'^':
+        case u'&':
         case u'=':
             return single(Token::Kind::Operator);
         case u'<':
@@ -191,5 +197,25 @@ bool Token::isWord(const char* word) const {
 }
 
 std::vector<Token> tokenize(const QString& statement) { return Lexer(statement).run(); }
+
+std::vector<Token> statementTokens(const QString& statement) {
+    using Kind = Token::Kind;
+    std::vector<Token> tokens = tokenize(statement);
+    if (!tokens.empty() && tokens.back().is(Kind::Semicolon))
+        tokens.pop_back();
+    int depth = 0;
+    for (const Token& token : tokens) {
+        if (token.is(Kind::Semicolon))
+            refuse(u"Characters found after end of statement"_s);
+        depth += token.is(Kind::Open) ? 1 : token.is(Kind::Close) ? -1 : 0;
+        if (depth < 0)
+            refuse(u"Extra ) in statement"_s);
+        if (depth > deepest)
+            refuse(u"Statement is nested too deeply"_s);
+    }
+    if (depth > 0)
+        refuse(u"Missing ) in statement"_s);
+    return tokens;
+}
 
 }  // namespace platform

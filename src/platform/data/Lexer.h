@@ -35,4 +35,8 @@ struct Token {
 /// Throws RuntimeError(statement) on an open string, bracket or date, a comment or a strange character.
 std::vector<Token> tokenize(const QString& statement);
 
+/// The tokens of one whole statement without a final semicolon. Throws also on a second statement and on
+/// parentheses that don't match or lie too deep.
+std::vector<Token> statementTokens(const QString& statement);
+
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/ExpressionFunctions.h"
 
 #include <QDateTime>
 #include <sqlite3.h>
@@ -61,9 +62,12 @@ QString utf8(const char* text) { return QString::fromUtf8(text); }
 }  // namespace
 
 void fail(sqlite3* database, const QString& statement) {
+    const char* message = sqlite3_errmsg(database);
+    if (const auto number = expressionErrorNumber(message))
+        throw RuntimeError(*number, utf8(message), u"Database"_s, statement);
     const Meaning found = meaning(sqlite3_extended_errcode(database));
-    throw RuntimeError(found.number, u"%1 (%2)"_s.arg(utf8(found.text), utf8(sqlite3_errmsg(database))),
-                       u"Database"_s, statement);
+    throw RuntimeError(found.number, u"%1 (%2)"_s.arg(utf8(found.text), utf8(message)), u"Database"_s,
+                       statement);
 }
 
 Statement::Statement(sqlite3* database, const QString& sql, const QString& original)
@@ -150,7 +154,7 @@ QVariant Statement::value(int column, const ColumnType& type) const {
     const double number = sqlite3_column_double(m_statement, column);
     switch (type.kind) {
     case ColumnKind::Money:
-        return QVariant::fromValue(Currency::fromDouble(number));
+        return QVariant::fromValue(Currency::fromStored(number));
     case ColumnKind::Date:
         return fromSerial(number);
     case ColumnKind::Flag:

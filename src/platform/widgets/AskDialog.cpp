@@ -4,6 +4,7 @@
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -77,17 +78,23 @@ AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title
         setWindowFlag(Qt::WindowCloseButtonHint, false);
 }
 
-AskDialog::AskDialog(const QString& prompt, const QString& title, const QString& preset, QWidget* parent)
-    : QDialog(parent) {
+AskDialog::AskDialog(const QString& prompt, const QString& title, const QString& preset,
+                     const LineGuide& guide, QWidget* parent)
+    : QDialog(parent), m_guide(guide) {
     build(prompt, Icon::None, title);
     m_line = new QLineEdit(preset, this);
     m_line->setObjectName(u"line"_s);
     m_line->setAccessibleName(prompt);
     m_line->setMinimumWidth(textWidth);
     m_column->insertWidget(1, m_line);
-    m_column->insertSpacing(2, grid);
+    if (m_guide.note)
+        addNote();
+    else
+        m_column->insertSpacing(2, grid);
     addButton(u"OK"_s, Answer::Ok, true);
     addButton(u"Cancel"_s, Answer::Cancel, false);
+    connect(m_line, &QLineEdit::textEdited, this, &AskDialog::correctLine);
+    connect(m_line, &QLineEdit::textChanged, this, &AskDialog::showNote);
     m_line->selectAll();
     m_line->setFocus();
 }
@@ -116,6 +123,40 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     m_buttons->setSpacing(grid);
     m_buttons->addStretch();
     m_column->addLayout(m_buttons);
+}
+
+/// Two lines of room, so that the window stays as it is while the note changes.
+void AskDialog::addNote() {
+    m_note = new QLabel(this);
+    m_note->setObjectName(u"note"_s);
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setWordWrap(true);
+    m_note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_note->setMinimumHeight(2 * m_note->fontMetrics().lineSpacing());
+    m_column->insertWidget(2, m_note);
+    showNote();
+}
+
+void AskDialog::showNote() {
+    if (!m_note)
+        return;
+    const LineNote note = m_guide.note(m_line->text());
+    m_note->setText(note.text);
+    setLook(*m_note, "caution", note.doubtful);
+    m_line->setAccessibleDescription(note.text);
+    QAccessibleEvent told(m_line, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&told);
+}
+
+void AskDialog::correctLine() {
+    if (!m_guide.corrected)
+        return;
+    const QString corrected = m_guide.corrected(m_line->text());
+    if (corrected == m_line->text())
+        return;
+    const int place = m_line->cursorPosition();
+    m_line->setText(corrected);
+    m_line->setCursorPosition(place);
 }
 
 void AskDialog::addButton(const QString& caption, Answer answer, bool isDefault) {

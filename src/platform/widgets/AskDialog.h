@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class QHBoxLayout;
+class QLabel;
 class QLineEdit;
 class QVBoxLayout;
 
@@ -17,7 +18,8 @@ public:
     /// A message box.
     AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent);
     /// A line of text, with OK and Cancel.
-    AskDialog(const QString& prompt, const QString& title, const QString& preset, QWidget* parent);
+    AskDialog(const QString& prompt, const QString& title, const QString& preset, const LineGuide& guide,
+              QWidget* parent);
 
     Answer answer() const { return m_answer; }
     /// The line typed.
@@ -29,12 +31,17 @@ protected:
 
 private:
     void build(const QString& prompt, Icon icon, const QString& title);
+    void addNote();
+    void showNote();
+    void correctLine();
     void addButton(const QString& caption, Answer answer, bool isDefault);
 
     Answer m_answer = Answer::Cancel;
     bool m_escapable = true;
     QString m_prompt;
     QLineEdit* m_line = nullptr;
+    QLabel* m_note = nullptr;
+    LineGuide m_guide;
     QHBoxLayout* m_buttons = nullptr;
     QVBoxLayout* m_column = nullptr;
 };

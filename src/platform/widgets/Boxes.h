@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/basic/Currency.h"
+#include "platform/widgets/DateInput.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -57,8 +58,10 @@ protected:
 /// A number. Shows the display format when not focused; while it is edited the number alone, with the
 /// decimals of the edit format and without currency and thousands marks. An edit format with decimals
 /// lets four of them be typed, as many as an amount of money holds. Takes the user's decimal separator
-/// and the point; refuses ambiguous input ("1.234,5" in English) and values outside its bounds with a hint
-/// and a red frame; never guesses, never clips. Values set by the program are shown as they are, whatever
+/// and, where it can't be meant otherwise, the point; refuses ambiguous input ("1.234,5" and "1,250" in
+/// English) and values outside its bounds with a hint and a red frame; never guesses, never clips. A value
+/// that is 10, 100 or 1000 times the one set by the program, or such a part of it, is taken and shown in
+/// amber with both. Values set by the program are shown as they are, whatever
 /// the bounds. While what is typed can't be taken, text() is empty and the value can't be read.
 class NumberBox : public QLineEdit, public Lockable {
     Q_OBJECT
@@ -104,6 +107,8 @@ private:
     void setNumber(const QString& number);
     void takeTyped();
     void takeForeignText();
+    void tellState(bool tellNow);
+    QString ambiguity(const QStringList& readings) const;
     QString editText() const;
     QString displayText() const;
     QString problemOf(const QString& number, int decimals) const;
@@ -111,12 +116,13 @@ private:
 
     QString m_editFormat, m_displayFormat;
     QString m_number;  // with a point; empty for none
+    QString m_stored;  // what the program has set
     QString m_problem;
     double m_minimum, m_maximum;
     bool m_typed = false, m_showing = false;
 };
 
-/// A date: typing in the system's order, or the calendar. The zero date shows as an empty box.
+/// A date: typing in the system's order or as year, month, day, or the calendar. The zero date shows as an empty box.
 class DateBox : public QWidget, public Lockable {
     Q_OBJECT
 public:
@@ -134,6 +140,8 @@ public:
     bool acceptable();
     /// Shows the time of day as well (a log's date).
     void setWithTime(bool on);
+    /// Takes no date after today; years of two digits lie in the past.
+    void setBirthDate(bool on);
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override;
 
@@ -154,6 +162,7 @@ private:
     QDateTime m_value;
     QString m_problem;
     bool m_withTime = false;
+    DateRange m_range = DateRange::Any;
     QLineEdit* m_edit;
     QToolButton* m_button;
 };

@@ -2,7 +2,6 @@
 #include "platform/basic/Dates.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Calendar.h"
-#include "platform/widgets/DateInput.h"
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
@@ -59,6 +58,8 @@ void DateBox::setWithTime(bool on) {
     showValue();
 }
 
+void DateBox::setBirthDate(bool on) { m_range = on ? DateRange::Past : DateRange::Any; }
+
 void DateBox::setReadOnlyBox(bool on) {
     if (on == m_edit->isReadOnly())
         return;
@@ -80,12 +81,12 @@ void DateBox::showValue() {
 
 void DateBox::takeTyped() {
     const QString typed = m_edit->text().trimmed();
-    const QDateTime date = typed.isEmpty() ? zeroDate() : readTypedDate(typed, m_withTime);
-    m_problem.clear();
-    if (!date.isValid()) {
-        m_problem = typedDateProblem();
+    const TypedDate read =
+        typed.isEmpty() ? TypedDate{zeroDate(), {}} : readTypedDate(typed, m_withTime, m_range);
+    m_problem = read.problem;
+    if (!m_problem.isEmpty())
         return;
-    }
+    const QDateTime& date = read.value;
     Hint::tell(*m_edit, {});
     if (date == m_value)
         return;
@@ -106,6 +107,8 @@ void DateBox::openCalendar() {
     popup->setAttribute(Qt::WA_DeleteOnClose);
     auto* calendar = new QCalendarWidget(popup);
     dressCalendar(*calendar);
+    if (m_range == DateRange::Past)
+        calendar->setMaximumDate(today().date());
     calendar->setSelectedDate(m_value == zeroDate() ? today().date() : m_value.date());
     auto* column = new QVBoxLayout(popup);
     column->setContentsMargins(4, 4, 4, 4);

@@ -43,8 +43,13 @@ Hint* Hint::of(const QLineEdit& field) {
                : nullptr;
 }
 
-void Hint::tell(QLineEdit& field, const QString& text) {
-    setLook(field, "invalid", !text.isEmpty());
+void Hint::tell(QLineEdit& field, const QString& text) { show(field, text, true); }
+
+void Hint::warn(QLineEdit& field, const QString& text) { show(field, text, false); }
+
+void Hint::show(QLineEdit& field, const QString& text, bool refused) {
+    setLook(field, "invalid", refused && !text.isEmpty());
+    setLook(field, "caution", !refused && !text.isEmpty());
     field.setAccessibleDescription(text);
     Hint* hint = of(field);
     if (text.isEmpty() || !field.isVisible()) {
@@ -56,8 +61,9 @@ void Hint::tell(QLineEdit& field, const QString& text) {
         field.setProperty(hintProperty, QVariant::fromValue(QPointer<QObject>(hint)));
     }
     hint->setText(text);
+    hint->m_refused = refused;
     hint->place();
-    hint->show();
+    hint->setVisible(true);
     hint->raise();
     QAccessibleEvent told(&field, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&told);
@@ -94,7 +100,7 @@ void Hint::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(theme().danger);
+    painter.setBrush(m_refused ? theme().danger : theme().warning);
     painter.drawRoundedRect(QRectF(0, tip, width(), height() - tip), 6, 6);
     painter.drawPolygon(QPolygonF({QPointF(16, tip), QPointF(22, 0), QPointF(28, tip)}));
     painter.end();

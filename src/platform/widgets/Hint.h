@@ -1,4 +1,4 @@
-// A small bubble under a field that says why what is typed can't be taken. It takes no focus and goes
+// A small bubble under a field that says why what is typed can't be taken, or why it should be looked at. It takes no focus and goes
 // away with the next good input, when the field is hidden, or a few seconds after the field is left.
 #pragma once
 
@@ -15,6 +15,8 @@ class Hint : public QLabel {
 public:
     /// Shows the text under the field and frames the field in red; an empty text takes both away.
     static void tell(QLineEdit& field, const QString& text);
+    /// The same in amber, for input that is taken and should be looked at.
+    static void warn(QLineEdit& field, const QString& text);
     /// The text now shown for the field; empty when there is none.
     static QString textOf(const QLineEdit& field);
 
@@ -25,10 +27,12 @@ protected:
 private:
     Hint(QLineEdit& field, QWidget& window);
     static Hint* of(const QLineEdit& field);
+    static void show(QLineEdit& field, const QString& text, bool refused);
     void place();
 
     QLineEdit& m_field;
     QTimer m_leaving;
+    bool m_refused = true;
 };
 
 }  // namespace platform

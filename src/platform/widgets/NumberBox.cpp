@@ -113,6 +113,7 @@ void NumberBox::setReadOnlyBox(bool on) {
 
 void NumberBox::setNumber(const QString& number) {
     m_number = number;
+    m_stored = number;
     m_problem.clear();
     m_typed = false;
     Hint::tell(*this, {});
@@ -159,6 +160,29 @@ QString NumberBox::problemOf(const QString& number, int decimals) const {
     return {};
 }
 
+QString NumberBox::ambiguity(const QStringList& readings) const {
+    if (readings.isEmpty())
+        return widgetText(u"This can be read in two ways. Leave out the thousands mark and "
+                          u"use \"%1\" for decimals."_s)
+            .arg(locale().decimalPoint());
+    QStringList shown;
+    for (const QString& reading : readings)
+        shown << withLocalMarks(reading, locale());
+    return shown.size() == 1
+               ? widgetText(u"Write %1."_s).arg(shown[0])
+               : widgetText(u"This can be read in two ways. Write %1 or %2."_s).arg(shown[0], shown[1]);
+}
+
+void NumberBox::tellState(bool tellNow) {
+    if (!m_problem.isEmpty())
+        Hint::tell(*this, tellNow ? m_problem : QString());
+    else if (differByTens(m_stored, m_number))
+        Hint::warn(*this, widgetText(u"Please check: %1 before, %2 now."_s)
+                              .arg(withLocalMarks(m_stored, locale()), withLocalMarks(m_number, locale())));
+    else
+        Hint::tell(*this, {});
+}
+
 void NumberBox::takeTyped() {
     m_typed = true;
     const TypedNumber typed = readTypedNumber(QLineEdit::text(), locale());
@@ -176,9 +200,7 @@ void NumberBox::takeTyped() {
             m_number = typed.number;
         break;
     case TypedNumber::Kind::Ambiguous:
-        m_problem = widgetText(u"This can be read in two ways. Leave out the thousands mark and "
-                               u"use \"%1\" for decimals."_s)
-                        .arg(locale().decimalPoint());
+        m_problem = ambiguity(typed.readings);
         break;
     case TypedNumber::Kind::Incomplete:
     case TypedNumber::Kind::NotANumber:
@@ -189,7 +211,7 @@ void NumberBox::takeTyped() {
         tellNow = typed.kind == TypedNumber::Kind::NotANumber;
         break;
     }
-    Hint::tell(*this, tellNow ? m_problem : QString());
+    tellState(tellNow);
     if (m_problem.isEmpty() && m_number != before)
         emit valueEdited();
 }
@@ -199,6 +221,7 @@ void NumberBox::takeForeignText() {
         return;
     const TypedNumber typed = readTypedNumber(QLineEdit::text(), locale());
     m_number = typed.number;
+    m_stored = m_number;
     m_problem.clear();
     m_typed = false;
 }
@@ -213,8 +236,7 @@ void NumberBox::focusInEvent(QFocusEvent* event) {
         selectAll();
     if (isReadOnly())
         deselect();
-    if (!m_problem.isEmpty())
-        Hint::tell(*this, m_problem);
+    tellState(true);
 }
 
 void NumberBox::focusOutEvent(QFocusEvent* event) {
@@ -231,7 +253,10 @@ void NumberBox::focusOutEvent(QFocusEvent* event) {
 
 void NumberBox::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && !m_problem.isEmpty()) {
+        const QString stored = m_stored;
         setNumber(m_number);
+        m_stored = stored;
+        tellState(true);
         selectAll();
         return;
     }

@@ -1,8 +1,10 @@
 // The typed text is cut at its marks; then the groups decide whether it reads in exactly one way.
 #include "platform/widgets/NumberInput.h"
 
-#include <QStringList>
+#include "platform/basic/Decimal.h"
+
 #include <algorithm>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -12,16 +14,18 @@ namespace {
 
 using Kind = TypedNumber::Kind;
 
-bool isBlank(QChar c) { return c.isSpace(); }
+bool isGroupingBlank(QChar c) {
+    return c == u' ' || c == QChar(0x00A0) || c == QChar(0x202F) || c == QChar(0x2009);
+}
 
 bool isApostrophe(QChar c) { return c == u'\'' || c == QChar(0x2019); }
 
-/// One mark for the many ways to type it: any blank, any apostrophe.
-QChar plainMark(QChar c) { return isBlank(c) ? QChar(u' ') : isApostrophe(c) ? QChar(u'\'') : c; }
+/// One mark for the many ways to type it: any grouping blank, any apostrophe.
+QChar plainMark(QChar c) { return isGroupingBlank(c) ? QChar(u' ') : isApostrophe(c) ? QChar(u'\'') : c; }
 
-bool allDigits(const QString& text) {
-    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-}
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+
+bool allDigits(const QString& text) { return std::all_of(text.cbegin(), text.cend(), isDigit); }
 
 /// Whether the pieces between group marks are thousands: 1 to 3 digits without a leading zero, then threes.
 Kind groupsKind(const QStringList& groups) {
@@ -37,12 +41,8 @@ Kind groupsKind(const QStringList& groups) {
     return last == 3 ? Kind::Number : last < 3 ? Kind::Incomplete : Kind::NotANumber;
 }
 
-struct Marks {
-    QChar decimal, group;
-};
-
 TypedNumber number(const QString& whole, const QString& fraction, QChar group, bool hasFraction) {
-    const QStringList groups = whole.split(group);
+    const QStringList groups = whole.split(whole.contains(u' ') ? QChar(u' ') : group);
     const QString digits = groups.join(QString());
     if (!allDigits(digits) || !allDigits(fraction))
         return {Kind::NotANumber, {}, 0};
@@ -58,25 +58,40 @@ TypedNumber number(const QString& whole, const QString& fraction, QChar group, b
     return {Kind::Number, text, static_cast<int>(fraction.size())};
 }
 
-/// "1.234" is a thousand to one reader and a bit over one to the other.
-bool readsBothWays(const QString& whole, const QString& fraction) {
-    return fraction.size() == 3 && !whole.isEmpty() && whole.size() <= 3 && !whole.startsWith(u'0');
+/// "1,250" is a thousand to one reader and a bit over one to the other.
+TypedNumber readBothWays(const QString& whole, const QString& fraction) {
+    QString decimal = (whole.isEmpty() ? u"0"_s : whole) + u'.' + fraction;
+    while (decimal.endsWith(u'0'))
+        decimal.chop(1);
+    if (decimal.endsWith(u'.'))
+        decimal.chop(1);
+    TypedNumber result{Kind::Ambiguous, {}, 0};
+    if (groupsKind({whole, fraction}) == Kind::Number)
+        result.readings << whole + fraction;
+    result.readings << decimal;
+    return result;
 }
 
-TypedNumber unsignedNumber(const QString& text, Marks marks) {
-    const QStringList atDecimal = text.split(marks.decimal);
+/// Point or comma where it is not the system's decimal mark and the only one of the text.
+TypedNumber atForeignMark(const QString& text, QChar mark, QChar group) {
+    const QString whole = text.section(mark, 0, 0), fraction = text.section(mark, 1);
+    const QString digits = QString(whole).remove(u' ');
+    if (fraction.size() == 3 && allDigits(digits + fraction))
+        return readBothWays(digits, fraction);
+    if (mark == u'.')
+        return number(whole, fraction, u' ', true);
+    return number(text, {}, group, false);  // "1,2" may become thousands yet
+}
+
+TypedNumber unsignedNumber(const QString& text, QChar decimal, QChar group) {
+    const QStringList atDecimal = text.split(decimal);
     if (atDecimal.size() > 2)
         return {Kind::NotANumber, {}, 0};
     if (atDecimal.size() == 2)
-        return number(atDecimal[0], atDecimal[1], marks.group, true);
-    const QStringList atPoint = text.split(u'.');
-    if (atPoint.size() == 1 || (atPoint.size() > 2 && marks.group == u'.'))
-        return number(text, {}, marks.group, false);
-    if (atPoint.size() > 2)
-        return {Kind::NotANumber, {}, 0};
-    if (marks.group == u'.' && readsBothWays(atPoint[0], atPoint[1]))
-        return {Kind::Ambiguous, {}, 0};
-    return number(atPoint[0], atPoint[1], marks.group == u'.' ? QChar(u',') : marks.group, true);
+        return number(atDecimal[0], atDecimal[1], group, true);
+    if (text.count(u'.') + text.count(u',') == 1)
+        return atForeignMark(text, text.contains(u'.') ? u'.' : u',', group);
+    return number(text, {}, group, false);
 }
 
 }  // namespace
@@ -90,15 +105,26 @@ TypedNumber readTypedNumber(const QString& typed, const QLocale& locale) {
     if (negative || text.startsWith(u'+'))
         text.remove(0, 1);
     const QString decimal = locale.decimalPoint(), group = locale.groupSeparator();
-    TypedNumber result = unsignedNumber(text, {decimal.isEmpty() ? QChar(u'.') : decimal.front(),
-                                               group.isEmpty() ? QChar(u',') : plainMark(group.front())});
+    TypedNumber result = unsignedNumber(text, decimal.isEmpty() ? QChar(u'.') : decimal.front(),
+                                        group.isEmpty() ? QChar(u' ') : plainMark(group.front()));
     const bool mixed = result.kind == Kind::NotANumber && text.contains(u'.') && text.contains(u',');
-    if (mixed && std::all_of(text.cbegin(), text.cend(),
-                             [](QChar c) { return c.isDigit() || c == u'.' || c == u','; }))
+    if (mixed &&
+        std::all_of(text.cbegin(), text.cend(), [](QChar c) { return isDigit(c) || c == u'.' || c == u','; }))
         result.kind = Kind::Ambiguous;
     if (negative && result.kind == Kind::Number)
         result.number.prepend(u'-');
+    if (negative)
+        for (QString& reading : result.readings)
+            reading.prepend(u'-');
     return result;
+}
+
+bool differByTens(const QString& one, const QString& other) {
+    const auto first = Decimal::fromText(one.toLatin1()), second = Decimal::fromText(other.toLatin1());
+    if (!first || !second || first->isZero() || first->negative != second->negative)
+        return false;
+    const int tens = std::abs(first->point - second->point);
+    return first->digits == second->digits && tens >= 1 && tens <= 3;
 }
 
 }  // namespace platform

@@ -28,9 +28,10 @@ Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString&
     return box.answer();
 }
 
-QString QtAsker::inputBox(const QString& prompt, const QString& title, const QString& preset) {
+QString QtAsker::inputBox(const QString& prompt, const QString& title, const QString& preset,
+                          const LineGuide& guide) {
     finishTheme();
-    AskDialog box(prompt, title, preset, owner());
+    AskDialog box(prompt, title, preset, guide, owner());
     box.exec();
     return box.line();
 }

@@ -16,7 +16,8 @@ public:
     /// Turns button captions ("OK", "Yes", "No", "Cancel") and the widgets' own hints into the user's language.
     void setButtonTranslator(TextTranslator translator) { setTextTranslator(std::move(translator)); }
     Answer messageBox(const QString& prompt, BoxStyle style, const QString& title) override;
-    QString inputBox(const QString& prompt, const QString& title, const QString& preset) override;
+    QString inputBox(const QString& prompt, const QString& title, const QString& preset,
+                     const LineGuide& guide) override;
     QString openFile(const QString& title, const QString& filter) override;
     void showModal(QObject& window, const std::function<void()>& exec) override;
 

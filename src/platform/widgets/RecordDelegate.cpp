@@ -109,16 +109,17 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
     const QString text = line->text().trimmed();
     const RecordModel::Kind kind = m_model.kind(index.column());
     const bool empty = kind != RecordModel::Kind::Text && text.isEmpty();
-    const QDateTime date = kind == RecordModel::Kind::Date ? readTypedDate(text, true) : QDateTime();
+    const TypedDate date =
+        kind == RecordModel::Kind::Date && !empty ? readTypedDate(text, true) : TypedDate();
     if (box && !box->problem().isEmpty())
         m_model.refuse(box->problem());
     else if (empty)
         model->setData(index, QVariant(), Qt::EditRole);
-    else if (kind == RecordModel::Kind::Date && !date.isValid())
-        m_model.refuse(typedDateProblem());
+    else if (!date.problem.isEmpty())
+        m_model.refuse(date.problem);
     else
         model->setData(index,
-                       kind == RecordModel::Kind::Date ? QVariant(date)
+                       kind == RecordModel::Kind::Date ? QVariant(date.value)
                        : box                           ? QVariant(box->text())
                                                        : QVariant(line->text()),
                        Qt::EditRole);

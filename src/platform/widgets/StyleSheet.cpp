@@ -63,6 +63,7 @@ QPlainTextEdit:focus, QTextEdit:focus { padding: 2px 4px; }
 QLineEdit[readOnly="true"], QPlainTextEdit[readOnly="true"] { background: @quietField; border: 1px solid @quietField; }
 QLineEdit[readOnly="true"]:focus, QPlainTextEdit[readOnly="true"]:focus { border: 2px solid @line; }
 QLineEdit[caution="true"] { border: 2px solid @warning; padding: 0 6px; min-height: 28px; }
+QLabel[caution="true"] { color: @warning; }
 QLineEdit[invalid="true"] { border: 2px solid @danger; padding: 0 6px; min-height: 28px; }
 QLineEdit:disabled, QPlainTextEdit:disabled, QAbstractSpinBox:disabled {
     background: @quietField; border: 1px solid @quietField; color: @disabled; }

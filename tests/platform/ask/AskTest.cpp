@@ -25,7 +25,8 @@ public:
         told << prompt << title << QString::number(static_cast<int>(style.buttons));
         return Answer::No;
     }
-    QString inputBox(const QString& prompt, const QString& title, const QString& preset) override {
+    QString inputBox(const QString& prompt, const QString& title, const QString& preset,
+                     const LineGuide&) override {
         told << prompt << title << preset;
         return "typed";
     }

@@ -163,6 +163,32 @@ TEST_F(QtAsking, ALineIsTyped) {
     EXPECT_EQ(InputBox("Name?", "Search", "preset"), "");
 }
 
+TEST_F(QtAsking, ALineHasItsNote) {
+    const LineGuide guide{[](const QString& line) { return QString(line).replace(u',', u'.'); },
+                          [](const QString& line) {
+                              return LineNote{"Now: " + line, line.contains(u'/')};
+                          }};
+    when([](QDialog& box) {
+        auto* line = box.findChild<QLineEdit*>("line");
+        auto* note = box.findChild<QLabel*>("note");
+        EXPECT_EQ(note->text(), "Now: ");
+        QTest::keyClicks(line, "2,");
+        EXPECT_EQ(line->text(), "2.");
+        QTest::keyClicks(line, "5");
+        EXPECT_EQ(note->text(), "Now: 2.5");
+        EXPECT_FALSE(note->property("caution").toBool());
+        QTest::keyClick(line, Qt::Key_Home);
+        QTest::keyClicks(line, "1,");
+        EXPECT_EQ(line->text(), "1.2.5");
+        EXPECT_EQ(line->cursorPosition(), 2);
+        QTest::keyClicks(line, "/");
+        EXPECT_TRUE(note->property("caution").toBool());
+        EXPECT_EQ(line->accessibleDescription(), note->text());
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    EXPECT_EQ(InputBox("How much?", "", "", guide), "1./2.5");
+}
+
 TEST_F(QtAsking, AFileIsChosenWithoutRegardToCase) {
     QTemporaryDir folder;
     for (const char* name : {"SORVANTO.MDB", "other.txt"}) {

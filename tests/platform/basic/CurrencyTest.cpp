@@ -16,6 +16,18 @@ namespace {
 constexpr auto most = std::numeric_limits<std::int64_t>::max();
 constexpr auto least = std::numeric_limits<std::int64_t>::min();
 
+TEST(Currency, AmountsAtTheLimitAreReadBack) {
+    for (const char* text :
+         {"922337203685477.5807", "-922337203685477.5808", "922337203685477.5", "922337203685477",
+          "922337203685476.25", "-922337203685477.125", "0.07", "123456789012.1234"}) {
+        const Currency amount = Currency::fromText(QString::fromLatin1(text));
+        EXPECT_EQ(Currency::fromStored(amount.toDouble()).toText().toStdString(), text);
+    }
+    EXPECT_EQ(Currency::fromDouble(922337203685477.5807).toText(), u"922337203685477.5807"_s);
+    EXPECT_RAISES(Currency::fromDouble(922337203685478.0), error::overflow);
+    EXPECT_RAISES(Currency::fromStored(-922337203685478.0), error::overflow);
+}
+
 }  // namespace
 
 TEST(Currency, FromDoubleTakesATieToEven) {

@@ -36,18 +36,20 @@ INSTANTIATE_TEST_SUITE_P(
         Pair{"SELECT a FROM T WHERE n = \"it's\"", "SELECT a FROM T WHERE n = 'it''s'"},
         Pair{
             "SELECT  SUM(C.x) AS T FROM [SELECT (A.x * B.y) AS x FROM  A INNER JOIN B ON A.i = B.i WHERE (((B.f)=4))]. AS C",
-            "SELECT SUM(C.x) AS T FROM (SELECT (A.x * B.y) AS x FROM A INNER JOIN B ON A.i = B.i WHERE (((B.f)=4))) AS C"},
+            "SELECT SUM(C.x) AS T FROM (SELECT (dialect_calc(A.x , '*', B.y)) AS x FROM A INNER JOIN B ON A.i = B.i WHERE (((B.f)=4))) AS C"},
         Pair{
             "SELECT c FROM [SELECT F.s from Log F WHERE F.d >=#01-05-2026#  and F.D<=#11-21-2026#]. AS L group by L.s",
             "SELECT c FROM (SELECT F.s from Log F WHERE F.d >='2026-01-05 00:00:00' and F.D<='2026-11-21 00:00:00') AS L group by L.s"},
         Pair{"SELECT [SELECT] FROM T", "SELECT \"SELECT\" FROM T"},
         Pair{"SELECT [Selection].x FROM Selection", "SELECT \"Selection\".x FROM Selection"},
-        Pair{"INSERT INTO T ( a ) VALUES ( True, FALSE )", "INSERT INTO T ( a ) VALUES ( 1, 0 )"},
+        Pair{"INSERT INTO T ( a ) VALUES ( True, FALSE )", "INSERT INTO T ( a ) VALUES ( -1, 0 )"},
+        Pair{"SELECT a FROM T WHERE f = True", "SELECT a FROM T WHERE f = 1"},
         Pair{"SELECT T.True FROM T", "SELECT T.True FROM T"},
         Pair{"SELECT [a][b] FROM T", "SELECT \"a\" \"b\" FROM T"},
         Pair{"SELECT 'a'\"b\" FROM T", "SELECT 'a' 'b' FROM T"},
         Pair{"SELECT 1x FROM T", "SELECT 1 x FROM T"},
-        Pair{"SELECT a- -1, .5, 1E+15, 1e-07 FROM T", "SELECT a- -1, .5, 1E+15, 1e-07 FROM T"},
+        Pair{"SELECT a- -1, .5, 1E+15, 1e-07 FROM T",
+             "SELECT dialect_calc(a, '-', -1), .5, 1E+15, 1e-07 FROM T"},
         Pair{"SELECT a\r\n\tFROM T WHERE a<>1 AND b<=2", "SELECT a FROM T WHERE a<>1 AND b<=2"},
         Pair{"UPDATE T SET a = '-- no comment /* */ ; x' ;  ",
              "UPDATE T SET a = '-- no comment /* */ ; x'"}));

@@ -253,7 +253,7 @@ TEST_F(Statements, LikeIgnoresCaseAndKnowsItsSigns) {
     for (const Like& one : cases) {
         const RecordsetPtr set = rows(
             u"SELECT '%1' Like '%2' AS m"_s.arg(QString::fromUtf8(one.text), QString::fromUtf8(one.pattern)));
-        EXPECT_EQ(set->value(0).toLongLong(), one.matches ? 1 : 0) << one.text << " Like " << one.pattern;
+        EXPECT_EQ(set->value(0).toLongLong(), one.matches ? -1 : 0) << one.text << " Like " << one.pattern;
     }
     EXPECT_FALSE(rows(u"SELECT NULL Like 'a' AS m"_s)->value(0).isValid());
     EXPECT_EQ(failureOf([&] { rows(u"SELECT LogID FROM Log WHERE ([log_Name] Like '[abc%')"_s); }).number(),

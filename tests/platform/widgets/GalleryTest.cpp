@@ -103,7 +103,7 @@ TEST_P(Look, Windows) {
                        nullptr);
     deletion.show();
     keepPicture(deletion, named("question"));
-    AskDialog input("Enter all or part of chemical name", "Search Chemical", "hydro", nullptr);
+    AskDialog input("Enter all or part of chemical name", "Search Chemical", "hydro", {}, nullptr);
     input.show();
     keepPicture(input, named("input"));
     DateBox date;

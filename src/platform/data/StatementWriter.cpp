@@ -1,0 +1,94 @@
+// How each kind of token is written, and which neighbours need a blank between them.
+#include "platform/data/StatementWriter.h"
+
+#include "platform/basic/Text.h"
+#include "platform/data/ColumnType.h"
+#include "platform/data/DateLiteral.h"
+#include "platform/data/Dialect.h"
+#include "platform/data/Expressions.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+using Kind = Token::Kind;
+
+QString quotedPath(const QString& path) {
+    QStringList parts = path.split(u'.');
+    for (QString& part : parts)
+        part = quotedName(part);
+    return parts.join(u'.');
+}
+
+QString derivedTable(const QString& statement) {
+    const std::vector<Token> tokens = statementTokens(statement);
+    StatementWriter writer(tokens);
+    rewriteExpressions(tokens, writer);
+    return u'(' + writer.join() + u')';
+}
+
+bool isMark(const Token& token) {
+    return token.is(Kind::Open) || token.is(Kind::Close) || token.is(Kind::Comma) || token.is(Kind::Dot) ||
+           token.is(Kind::Operator);
+}
+
+}  // namespace
+
+QString quotedName(QString name) { return u'"' + name.replace(u'"', "\"\""_L1) + u'"'; }
+
+QString quotedText(const QString& text) { return u'\'' + doubledApostrophes(text) + u'\''; }
+
+StatementWriter::StatementWriter(const std::vector<Token>& tokens) : m_tokens(tokens) {
+    m_pieces.reserve(tokens.size());
+    for (std::size_t i = 0; i < tokens.size(); ++i)
+        m_pieces.push_back({{}, written(i), {}});
+}
+
+QString StatementWriter::written(std::size_t i) const {
+    const Token& token = m_tokens[i];
+    switch (token.kind) {
+    case Kind::Bracket:
+        return isAlias(i) ? quotedName(token.text) : quotedPath(token.text);
+    case Kind::Derived:
+        return derivedTable(token.text);
+    case Kind::String:
+        return quotedText(token.text);
+    case Kind::Date:
+        return sqlLiteral(dateLiteral(token.text));
+    case Kind::Identity:
+        return u"last_insert_rowid()"_s;
+    default:
+        return token.text;
+    }
+}
+
+void StatementWriter::wrap(std::size_t begin, std::size_t end, const QString& before, const QString& after) {
+    m_pieces[begin].before.prepend(before);
+    m_pieces[end - 1].after.append(after);
+}
+
+QString StatementWriter::join(std::size_t begin, std::size_t end) const {
+    QString sql;
+    for (std::size_t i = begin; i < end; ++i) {
+        if (i > begin && (m_tokens[i].spaceBefore || wouldMerge(i)))
+            sql += u' ';
+        const Piece& piece = m_pieces[i];
+        sql += piece.before + piece.text + piece.after;
+    }
+    return sql;
+}
+
+/// Two words, texts or numbers side by side would be read as one.
+bool StatementWriter::wouldMerge(std::size_t i) const {
+    const Token& before = m_tokens[i - 1];
+    const Token& here = m_tokens[i];
+    if (before.is(Kind::Number) || here.is(Kind::Number))
+        return before.is(Kind::Dot) || here.is(Kind::Dot) || (!isMark(before) && !isMark(here));
+    return (!isMark(before) && !isMark(here)) || (before.is(Kind::Operator) && here.is(Kind::Operator));
+}
+
+}  // namespace platform
