@@ -4,12 +4,14 @@
 #include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
 #include "core/DeskWatch.h"
+#include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
 #include "core/WindowPlace.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/BatchLog.h"
+#include "shared/DraftStore.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
@@ -44,6 +46,7 @@ frmMain::frmMain(Parts parts)
 frmMain::~frmMain() {
     // The screens leave the listener list as they go, so they go while it is still there.
     m_ended = true;
+    m_offers.reset();
     m_screens = {};
     m_captionScreens = {};
     m_frmSorvanto.reset();
@@ -165,6 +168,8 @@ void frmMain::Form_Unload() {
             m_screens[number].reset();
         m_frmSorvanto.reset();
         m_sorvantoTool = nullptr;
+        if (m_drafts)
+            m_drafts->flush();
         basMain::endProgram();
     });
 }

@@ -22,6 +22,8 @@ namespace sorvanto {
 
 class DailyBackup;
 class DeskWatch;
+class DraftOffers;
+class DraftStore;
 class ErrorStrip;
 class ResumeNext;
 
@@ -81,6 +83,7 @@ private:
     void hostMixerScreen(const ResumeNext& step);
     void hostScreens(const ResumeNext& step);
     void hostScreen(const ResumeNext& step, const ScreenRow& row);
+    void keepDrafts(const ResumeNext& step);
     void openFormulas(const ResumeNext& step);
 
     void act(const QString& toolName, QString& searchText);
@@ -106,6 +109,8 @@ private:
     std::unique_ptr<DatabaseUpdater> m_updater;
     std::unique_ptr<DailyBackup> m_backup;
     std::unique_ptr<DeskWatch> m_desk;
+    std::unique_ptr<DraftStore> m_drafts;  ///< goes after the screens
+    std::unique_ptr<DraftOffers> m_offers;
     std::array<std::unique_ptr<RecordScreen>, screenCount> m_screens;
     /// Second instances, read for the caption alone; made on first use, never shown, never listening.
     std::array<std::unique_ptr<RecordScreen>, screenCount> m_captionScreens;

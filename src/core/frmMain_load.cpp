@@ -4,6 +4,7 @@
 #include "config/clsOptions.h"
 #include "core/DatabaseUpdater.h"
 #include "core/DeskWatch.h"
+#include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
@@ -12,6 +13,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
+#include "shared/DraftStore.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
@@ -58,7 +60,7 @@ void frmMain::Form_Load() {
         &frmMain::loadSharedObjects, &frmMain::describeReports,      &frmMain::updateDatabase,
         &frmMain::loadLanguage,      &frmMain::refuseSecondInstance, &frmMain::translateItself,
         &frmMain::loadMixerScreen,   &frmMain::hostMixerScreen,      &frmMain::hostScreens,
-        &frmMain::openFormulas,
+        &frmMain::keepDrafts,        &frmMain::openFormulas,
     };
     const ResumeNext step(u"frmMain:Form_Load"_s);
     for (const Stage stage : stages) {
@@ -189,6 +191,17 @@ void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {
     step([&] { deref(tool).setForm(&deref(screen)); });
     step([&] { deref(tool).setDescription(QString::fromLatin1(row.text)); });
     step([&] { deref(tool).setToolTip(QString::fromLatin1(row.text)); });
+}
+
+// Text that an earlier run left unsaved is offered from the first moment on.
+void frmMain::keepDrafts(const ResumeNext& step) {
+    m_drafts = std::make_unique<DraftStore>();
+    m_offers = std::make_unique<DraftOffers>(*this, *m_drafts);
+    for (const ScreenRow& row : screenTable) {
+        if (auto* screen = dynamic_cast<DraftedScreen*>(m_screens[row.number].get()))
+            step([&] { m_offers->addScreen(*screen, m_bar.band(u"FormBar"_s).tool(row.button)); });
+    }
+    step([&] { m_drafts->read(); });
 }
 
 void frmMain::openFormulas(const ResumeNext& step) {

@@ -3,13 +3,10 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/widgets/RecordGrid.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
-
-#include <algorithm>
 
 namespace sorvanto {
 
@@ -136,6 +133,7 @@ void BrowsingScreen::cmdSave() {
 }
 
 void BrowsingScreen::cmdCancel() {
+    typingEnded();
     if (m_new) {
         dropNewRecord();
         m_new = false;
@@ -172,34 +170,24 @@ void BrowsingScreen::unlockForm() {
 
 std::int16_t BrowsingScreen::closeForm() {
     return guarded(tag("closeForm"), std::int16_t(0), [&] {
-        if (m_locked)
+        if (m_locked) {
+            m_drafts.keepNow();
             return std::int16_t(0);
+        }
         const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
                                        true};
         const platform::Answer answer =
             platform::MsgBox(translated(saveQuestion()), style, translated("Save Data?"));
-        if (answer == platform::Answer::Yes)
-            saveForm();
-        else
+        if (answer == platform::Answer::Yes) {
+            if (!saveForm())
+                m_drafts.keepNow();
+        } else {
             notSaved();
+        }
+        if (answer == platform::Answer::No)
+            m_locked ? typingEnded() : m_drafts.refused();
         return static_cast<std::int16_t>(answer);
     });
-}
-
-void BrowsingScreen::rememberShown() { m_shown = typedFields(); }
-
-QHash<QString, QString> BrowsingScreen::typedFields() const { return shownTexts(*this); }
-
-bool BrowsingScreen::hasTypedText() const {
-    const auto grids = findChildren<platform::RecordGrid*>();
-    if (std::any_of(grids.begin(), grids.end(), [](const auto* grid) { return grid->isCellOpen(); }))
-        return true;
-    return !m_locked && typedFields() != m_shown;
-}
-
-void BrowsingScreen::keepTypedText() {
-    for (auto* grid : findChildren<platform::RecordGrid*>())
-        grid->dropEdit();
 }
 
 void BrowsingScreen::showCaption(const QString& screen, const QString& record) const {

@@ -4,16 +4,16 @@
 
 #include "platform/data/Recordset.h"
 #include "screens/ControlWalk.h"
+#include "screens/DraftKeeper.h"
+#include "shared/DraftedScreen.h"
 #include "shared/RecordScreen.h"
-#include "shared/TypedText.h"
 
-#include <QHash>
 #include <QString>
 #include <cstdint>
 
 namespace sorvanto {
 
-class BrowsingScreen : public RecordScreen, public TypedText {
+class BrowsingScreen : public RecordScreen, public DraftedScreen {
     Q_OBJECT
 
 public:
@@ -27,14 +27,19 @@ public:
     bool formLocked() const { return m_locked; }
     virtual void lockForm();
     virtual void unlockForm();
-    /// Record object to controls, and the main window's caption.
-    virtual void refreshForm() = 0;
+    /// Record object to controls, and the main window's caption. Typed text that goes with it becomes a draft.
+    void refreshForm();
     /// Controls to record object and database; true on success.
     virtual bool saveForm() = 0;
     /// Asks to save when unlocked: 0 nothing to ask, 2 cancelled, 6 saved (or refused), 7 not saved.
     std::int16_t closeForm() override;
-    bool hasTypedText() const override;
+
+    bool hasTypedText() const override { return m_drafts.typed(); }
     void keepTypedText() override;
+    void keepDraftsIn(DraftStore& store, std::function<void()> typedChanged) override;
+    QString draftTable() const override { return m_key.chopped(2); }  // its key is named after it
+    DraftFit fitOf(const Draft& draft) override;
+    DraftFit bringBack(const Draft& draft) override;
 
 protected:
     /// name: of the screen, as in the tags of its reports; key: column of the identifier set.
@@ -42,6 +47,16 @@ protected:
 
     /// "frmLog:moveNext".
     QString tag(const QString& procedure) const { return m_name + ":" + procedure; }
+    /// The record whose values refreshForm shows.
+    virtual DraftRecord recordOnView() const = 0;
+    /// Puts the record's values into the controls; refreshForm does the rest.
+    virtual void fillForm() = 0;
+    /// Empties the controls.
+    virtual void emptyForm() = 0;
+    void clearForm();
+    /// What was typed is in the database, or the user has cancelled it: no draft is left of it.
+    void typingEnded() { m_drafts.settled(recordOnView()); }
+
     /// Opens the record of that key and adopts it.
     virtual void openRecord(std::int16_t key) = 0;
     /// Adopts a blank record.
@@ -53,11 +68,6 @@ protected:
 
     /// Runs a tool that all full screens share; false for any other.
     bool runRecordTool(const QString& toolName, const QString& searchText);
-    /// What the boxes show now is the record's own: what differs later has been typed. The last step of
-    /// refreshForm.
-    void rememberShown();
-    /// The texts that count as typed when they change.
-    virtual QHash<QString, QString> typedFields() const;
     /// Shows the record that the text finds; the identifier set stays where it is.
     virtual void search(const QString& searchText) = 0;
     /// Adds a row and takes it up for editing.
@@ -66,7 +76,6 @@ protected:
     virtual void dropNewRecord() {}
     /// Asks and deletes the record on view.
     virtual void deleteRecord() = 0;
-    virtual void clearForm() = 0;
     virtual void cmdEdit();
     virtual void cmdSave();
     virtual void cmdCancel();
@@ -88,11 +97,12 @@ protected:
 
 private:
     bool runMove(const QString& toolName);
+    DraftFit openForDraft(const Draft& draft);
 
     QString m_name, m_statement, m_key;
     LockRules m_rules;
     platform::RecordsetPtr m_identifiers;
-    QHash<QString, QString> m_shown;  ///< as refreshForm left them
+    DraftKeeper m_drafts{*this};
 };
 
 }  // namespace sorvanto

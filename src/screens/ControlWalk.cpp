@@ -12,31 +12,7 @@ void setReadOnly(QWidget& control, bool on) {
         box->setReadOnlyBox(on);
 }
 
-QString shownText(QWidget& control) {
-    if (auto* number = qobject_cast<platform::NumberBox*>(&control))
-        return number->problem().isEmpty() ? number->text() : number->QLineEdit::text();
-    if (auto* line = qobject_cast<platform::TextBox*>(&control))
-        return line->text();
-    if (auto* memo = qobject_cast<platform::MemoBox*>(&control))
-        return memo->text();
-    if (auto* date = qobject_cast<platform::DateBox*>(&control))
-        return date->text();
-    if (auto* choice = qobject_cast<platform::ChoiceBox*>(&control))
-        return choice->boxText();
-    return {};
-}
-
 }  // namespace
-
-QHash<QString, QString> shownTexts(const QWidget& form) {
-    QHash<QString, QString> texts;
-    for (QWidget* control : form.findChildren<QWidget*>()) {
-        const QString name = control->objectName();
-        if (name.contains("txt") || name.contains("cbo"))
-            texts.insert(name, shownText(*control));
-    }
-    return texts;
-}
 
 void lockControls(QWidget& form, LockRules rules, bool locked) {
     for (QWidget* control : form.findChildren<QWidget*>()) {

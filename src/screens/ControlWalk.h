@@ -2,7 +2,6 @@
 // tested anywhere in the name, with regard to case, in this order; the first hit wins.
 #pragma once
 
-#include <QHash>
 #include <QString>
 
 class QWidget;
@@ -23,10 +22,6 @@ void lockControls(QWidget& form, LockRules rules, bool locked);
 /// Empties every control whose name contains "txt"; a choice named after cbochm_Units or cbochm_Form
 /// gets its prompt, untranslated.
 void clearControls(QWidget& form);
-
-/// What the boxes and choices (names with "txt" or "cbo") show, by their names. What is typed counts as it
-/// stands, also where a number or a date can't be read from it.
-QHash<QString, QString> shownTexts(const QWidget& form);
 
 /// Sets the text of a text, number, memo or date box; a date box is emptied by an empty text.
 void setControlText(QWidget& control, const QString& text);

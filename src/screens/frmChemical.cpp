@@ -65,6 +65,12 @@ void frmChemical::Form_Load() {
 
 void frmChemical::openRecord(std::int16_t key) { m_chemical = clsChemical().openChemical(key, QString()); }
 
+DraftRecord frmChemical::recordOnView() const {
+    if (!m_chemical)
+        return {draftTable()};
+    return {draftTable(), m_chemical->ChemicalID, m_chemical->chm_GUID, m_chemical->chm_Name};
+}
+
 QString frmChemical::nameShown() const { return m_ui->txtchm_Name->text(); }
 
 void frmChemical::translateForm() {
@@ -116,6 +122,7 @@ void frmChemical::addRecord() {
 
 void frmChemical::cancelEdit() {
     guarded("frmChemical:cancelEdit", [&] {
+        typingEnded();
         lockForm();
         refreshForm();
     });
@@ -137,7 +144,7 @@ void frmChemical::deleteChemical() {
     });
 }
 
-void frmChemical::refreshForm() {
+void frmChemical::fillForm() {
     guarded("frmChemical:refreshForm", [&] {
         setEnabled(true);
         const clsChemical& chemical = platform::deref(m_chemical);
@@ -154,7 +161,6 @@ void frmChemical::refreshForm() {
         m_ui->txtchm_Supplier->setText(chemical.chm_Supplier);
         m_ui->cbochm_Form->setBoxText(chemical.chm_Form);
         m_ui->cbochm_Units->setBoxText(chemical.chm_Units);
-        rememberShown();
     });
 }
 
@@ -180,12 +186,14 @@ bool frmChemical::saveForm() {
         if (m_ui->cbochm_Units->boxText() != translated("Select Units"))
             chemical.chm_Units = m_ui->cbochm_Units->boxText();
         m_chemical = clsChemical().saveChemical(m_chemical);
+        if (m_chemical)
+            typingEnded();
         refreshForm();
         return true;
     });
 }
 
-void frmChemical::clearForm() {
+void frmChemical::emptyForm() {
     guarded("frmChemical:clearForm", [&] {
         m_chemical = std::make_shared<clsChemical>();
         for (QWidget* control : findChildren<QWidget*>()) {

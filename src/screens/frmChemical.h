@@ -21,7 +21,6 @@ public:
 
     void Form_Load() override;
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
-    void refreshForm() override;
     bool saveForm() override;
     void searchChemical(const QString& searchText);
     void deleteChemical();
@@ -39,7 +38,9 @@ protected:
     void addRecord() override;
     void dropNewRecord() override { clsChemical().deleteChemical(m_chemical, true); }
     void deleteRecord() override { deleteChemical(); }
-    void clearForm() override;
+    DraftRecord recordOnView() const override;
+    void fillForm() override;
+    void emptyForm() override;
     void blankRecord() override { m_chemical = std::make_shared<clsChemical>(); }
     QString saveQuestion() const override { return "Chemical data not saved! Save Changes?"; }
     void notSaved() override { lockForm(); }

@@ -106,6 +106,12 @@ void frmFormula::unlockForm() {
 
 void frmFormula::openRecord(std::int16_t key) { m_formula = clsFormula().openFormula(key, QString()); }
 
+DraftRecord frmFormula::recordOnView() const {
+    if (!m_formula)
+        return {draftTable()};
+    return {draftTable(), m_formula->FormulaID, m_formula->frm_GUID, m_formula->frm_Name};
+}
+
 QString frmFormula::formName() const { return platform::deref(m_formula).frm_Name; }
 
 void frmFormula::translateForm() {
@@ -207,7 +213,7 @@ void frmFormula::makeFormula() {
     });
 }
 
-void frmFormula::refreshForm() {
+void frmFormula::fillForm() {
     guarded("frmFormula:refreshForm", [&] {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
@@ -230,7 +236,6 @@ void frmFormula::refreshForm() {
         if (formula.Chemical)
             m_ui->grdIngredients->setDataSource(formula.Chemical);
         cbofrm_JarSize_Click();
-        rememberShown();
     });
 }
 
@@ -283,13 +288,15 @@ bool frmFormula::saveForm() {
         if (!m_ui->grdIngredients->commitEdit())
             return false;
         m_formula = clsFormula().saveFormula(m_formula);
+        if (m_formula)
+            typingEnded();
         refreshForm();
         return true;
     });
 }
 
 // The two prompts stand the wrong way round; refreshForm replaces them at once.
-void frmFormula::clearForm() {
+void frmFormula::emptyForm() {
     guarded("frmFormula:clearForm", [&] {
         for (platform::TextBox* box :
              {m_ui->txtfrm_Name, m_ui->txtFrm_NDC, m_ui->txtfrm_Desc, m_ui->txtfrm_Strength})

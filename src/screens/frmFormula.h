@@ -30,7 +30,6 @@ public:
     void getData() override;
     void lockForm() override;
     void unlockForm() override;
-    void refreshForm() override;
     bool saveForm() override;
     void searchFormula(QString searchText);
     void deleteFormula();
@@ -48,14 +47,15 @@ public:
     void populateMix(const platform::XmlDocumentPtr& document);
 
 protected:
-    QHash<QString, QString> typedFields() const override;
     void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchFormula(searchText); }
     void addRecord() override;
     void dropNewRecord() override { clsFormula().deleteFormula(m_formula, true); }
     void deleteRecord() override { deleteFormula(); }
-    void clearForm() override;
+    DraftRecord recordOnView() const override;
+    void fillForm() override;
+    void emptyForm() override;
     void blankRecord() override { m_formula = std::make_shared<clsFormula>(); }
     QString saveQuestion() const override { return "Formula data not saved! Save Changes?"; }
 

@@ -181,18 +181,6 @@ platform::XmlDocumentPtr frmFormula::makeCustomXML() {
     });
 }
 
-// The steps listed, and Pre Grind and Free Spin with them, are the user's as much as the boxes.
-QHash<QString, QString> frmFormula::typedFields() const {
-    QHash<QString, QString> fields = BrowsingScreen::typedFields();
-    QStringList steps;
-    for (int row = 0; row < m_ui->lstCustom->count(); ++row)
-        steps << m_ui->lstCustom->row(row).join('\t');
-    fields.insert(m_ui->lstCustom->objectName(), steps.join('\n'));
-    for (const QLabel* label : {m_ui->lblSetPreGrind, m_ui->lblSetFreeSpin})
-        fields.insert(label->objectName(), label->text());
-    return fields;
-}
-
 void frmFormula::populateMix(const platform::XmlDocumentPtr& document) {
     guarded("frmFormula:populateMix", [&] {
         m_ui->lstCustom->clear();

@@ -74,6 +74,10 @@ void frmLog::openRecord(std::int16_t key) {
     m_log = log;
 }
 
+DraftRecord frmLog::recordOnView() const {
+    return m_log ? DraftRecord{draftTable(), m_log->LogID, {}, m_log->log_Name} : DraftRecord{draftTable()};
+}
+
 QString frmLog::nameShown() const { return m_ui->txtlog_Name->text(); }
 
 void frmLog::translateForm() {
@@ -237,6 +241,8 @@ bool frmLog::saveForm() {
         log.log_Verified = m_ui->txtlog_Verified->text();
         m_ui->grdIngredients->commitEdit();
         const bool saved = clsLog().saveLog(m_log);
+        if (saved)
+            typingEnded();
         identifiers().requery();
         identifiers().find("LogID = " + QString::number(log.LogID));
         return saved;
@@ -248,7 +254,7 @@ void frmLog::cmdSave() {
     refreshForm();
 }
 
-void frmLog::clearForm() {
+void frmLog::emptyForm() {
     guarded("frmLog:clearForm", [&] {
         m_log = std::make_shared<clsLog>();
         clearControls(*this);

@@ -27,7 +27,6 @@ public:
     void moveNext() override;
     void movePrevious() override;
     void unlockForm() override;
-    void refreshForm() override;
     bool saveForm() override;
     void searchLog(const QString& searchText);
     bool addLog(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) override;
@@ -40,7 +39,9 @@ protected:
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchLog(searchText); }
     void deleteRecord() override { deleteLog(); }
-    void clearForm() override;
+    DraftRecord recordOnView() const override;
+    void fillForm() override;
+    void emptyForm() override;
     void cmdSave() override;
     void cmdDelete() override { deleteLog(); }
     void blankRecord() override { m_log = std::make_shared<clsLog>(); }

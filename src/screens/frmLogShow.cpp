@@ -20,7 +20,7 @@ QString moneyFormat() { return platform::deref(basMain::Options).DefCurrency() +
 
 }  // namespace
 
-void frmLog::refreshForm() {
+void frmLog::fillForm() {
     guarded("frmLog:refreshForm", [&] {
         const clsLog& log = platform::deref(m_log);
         m_ingredients = log.Chemical;
@@ -35,7 +35,6 @@ void frmLog::refreshForm() {
         populateMix(log.log_Mix);
         populateResults(log.log_Results);
         m_ui->lblInterrupted->setVisible(wasInterrupted(log.log_Results).value_or(false));
-        rememberShown();
     });
 }
 

@@ -74,6 +74,12 @@ void frmPatient::Form_Load() {
 
 void frmPatient::openRecord(std::int16_t key) { m_patient = clsPatient().openPatient(key, QString()); }
 
+DraftRecord frmPatient::recordOnView() const {
+    if (!m_patient)
+        return {draftTable()};
+    return {draftTable(), m_patient->PatientID, {}, m_patient->pat_LName + ", " + m_patient->pat_FName};
+}
+
 QString frmPatient::nameShown() const {
     return m_ui->txtpat_LName->text() + ", " + m_ui->txtpat_FName->text();
 }
@@ -165,7 +171,7 @@ void frmPatient::unlockForm() {
     m_ui->tabPatient->setEnabled(true);
 }
 
-void frmPatient::refreshForm() {
+void frmPatient::fillForm() {
     guarded("frmPatient:refreshForm", [&] {
         setEnabled(true);
         const clsPatient& patient = platform::deref(m_patient);
@@ -186,7 +192,6 @@ void frmPatient::refreshForm() {
         m_ui->txtpat_Zip->setText(patient.pat_Zip);
         m_ui->txtpat_Notes->setText(patient.pat_Notes);
         m_ui->grdRXs->setDataSource(patient.RXs);
-        rememberShown();
     });
 }
 
@@ -230,12 +235,14 @@ bool frmPatient::saveForm() {
         if (!m_ui->grdRXs->commitEdit())
             return false;
         m_patient = clsPatient().savePatient(m_patient);
+        if (m_patient)
+            typingEnded();
         refreshForm();
         return true;
     });
 }
 
-void frmPatient::clearForm() {
+void frmPatient::emptyForm() {
     guarded("frmPatient:clearForm", [&] {
         m_patient = std::make_shared<clsPatient>();
         clearControls(*this);

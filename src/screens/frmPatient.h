@@ -24,7 +24,6 @@ public:
     void Form_Load() override;
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void unlockForm() override;
-    void refreshForm() override;
     bool saveForm() override;
     void searchPatient(const QString& searchText);
     /// Finds the formula of the current prescription's batch; false when that batch is gone.
@@ -41,7 +40,9 @@ protected:
     void addRecord() override;
     void dropNewRecord() override { clsPatient().deletePatient(m_patient, true); }
     void deleteRecord() override { deletePatient(); }
-    void clearForm() override;
+    DraftRecord recordOnView() const override;
+    void fillForm() override;
+    void emptyForm() override;
     void blankRecord() override { m_patient = std::make_shared<clsPatient>(); }
     QString saveQuestion() const override { return "Patient data not saved! Save Changes?"; }
 

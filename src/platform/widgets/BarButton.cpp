@@ -5,10 +5,19 @@
 #include "platform/widgets/Theme.h"
 
 #include <QKeySequence>
+#include <QPainter>
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
+
+namespace {
+
+constexpr int dotRadius = 4;
+constexpr int ringWidth = 2;
+constexpr int dotFromEdge = 13;  // its middle, from the right and from the top
+
+}  // namespace
 
 QString plainTip(const QString& tip) {
     QString plain;
@@ -39,6 +48,23 @@ void BarButton::refresh() {
     setAccessibleName(plainTip(tip.isEmpty() ? m_tool.caption() : tip));
     setEnabled(m_tool.enabled());
     setVisible(m_tool.visible());
+    setAccessibleDescription(m_tool.mark());
+    update();
+}
+
+// The ring in the color around it keeps the dot apart from the picture.
+void BarButton::paintEvent(QPaintEvent* event) {
+    QToolButton::paintEvent(event);
+    if (m_tool.mark().isEmpty())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QPointF middle(width() - dotFromEdge, dotFromEdge);
+    painter.setBrush(isChecked() ? theme().softAccent : theme().surface);
+    painter.drawEllipse(middle, dotRadius + ringWidth, dotRadius + ringWidth);
+    painter.setBrush(theme().warning);
+    painter.drawEllipse(middle, dotRadius, dotRadius);
 }
 
 }  // namespace platform

@@ -15,12 +15,13 @@ class BarButton : public QToolButton {
 public:
     BarButton(Tool& tool, QSize size, int picture, QWidget* parent);
     Tool& tool() const { return m_tool; }
-    /// Takes over picture, tip, enabled, checked and visible from the tool.
+    /// Takes over picture, tip, enabled, checked, visible and the mark from the tool.
     void refresh();
 
 protected:
     /// A click leaves the pressed state to the tool.
     void nextCheckState() override {}
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     Tool& m_tool;

@@ -59,6 +59,13 @@ void Tool::setVisible(bool on) {
     changed();
 }
 
+void Tool::setMark(const QString& meaning) {
+    if (meaning == m_mark)
+        return;
+    m_mark = meaning;
+    changed();
+}
+
 QString Tool::text() const { return m_text; }
 
 void Tool::setText(const QString& text) {

@@ -44,6 +44,10 @@ public:
     void setChecked(bool on);
     bool visible() const { return m_visible; }
     void setVisible(bool on);
+    /// A small dot on the picture of a side bar's tool, with its meaning for those who can't see it; an empty
+    /// text takes it away.
+    QString mark() const { return m_mark; }
+    void setMark(const QString& meaning);
     /// Text of a text box tool.
     QString text() const;
     void setText(const QString& text);
@@ -58,7 +62,8 @@ private:
     void changed();
 
     Band& m_band;
-    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text, m_shortcut;
+    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text, m_shortcut,
+        m_mark;
     ToolKind m_kind;
     bool m_enabled = true, m_checked = false, m_visible = true;
     QPointer<QWidget> m_form;

@@ -1,0 +1,63 @@
+// Keeps what is typed on one screen as drafts: the text in the boxes within a second of the first key, and
+// what the program replaces as a draft on offer. Saved and cancelled text leaves none.
+#pragma once
+
+#include "screens/TypedBoxes.h"
+#include "shared/Draft.h"
+
+#include <QObject>
+#include <QTimer>
+
+namespace sorvanto {
+
+class DraftStore;
+
+class DraftKeeper : public QObject {
+    Q_OBJECT
+
+public:
+    /// Without a store nothing is written.
+    explicit DraftKeeper(QWidget& form);
+    void keepIn(DraftStore& store);
+
+    bool typed() const { return m_boxes.any(); }
+    /// The record's values are about to be put into the boxes.
+    void refillBegins();
+    /// They stand there. Typed text that is gone is offered; text that the record itself shows again still
+    /// counts as typed.
+    void refilled(const DraftRecord& record);
+    /// Saved, or cancelled by the user: what the boxes show is nobody's typing any more.
+    void settled(const DraftRecord& record);
+    /// The user does not want it saved, and it still stands in its boxes: what is kept of it goes.
+    void refused();
+    /// Now, not a second later.
+    void keepNow() { write(); }
+    /// An open cell goes into a draft of its own, on offer, and is not written to the database.
+    void keepOpenCell();
+
+    /// Whether each box of the draft shows what its text once replaced, or that text itself.
+    bool fits(const Draft& draft) const;
+    /// Types the draft into the boxes; from now on it is the draft of what stands there. A cell's text
+    /// stays on offer in a draft of its own.
+    void bringBack(const Draft& draft);
+
+signals:
+    void typedChanged();
+
+private:
+    void look();
+    void write();
+    void offer(const QString& id, const std::vector<DraftField>& fields);
+    void put(const QString& id, const std::vector<DraftField>& fields, bool offered);
+    void forget();
+
+    TypedBoxes m_boxes;
+    DraftStore* m_store = nullptr;
+    DraftRecord m_record;             ///< whose values are in the boxes
+    std::vector<DraftField> m_typed;  ///< in the boxes when a refill began
+    QString m_id;                     ///< of the draft of what stands in the boxes, if there is one
+    QTimer m_look, m_write;
+    bool m_wasTyped = false;
+};
+
+}  // namespace sorvanto
