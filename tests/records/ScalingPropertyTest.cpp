@@ -120,4 +120,48 @@ TEST_F(ScalingPropertyTest, AnyBaseIsWithinHalfAStep) {
     }
 }
 
+TEST_F(ScalingPropertyTest, AHundredThousandLinesAndTheirCostSumsAgree) {
+    std::mt19937 random(20261122);
+    const auto draw = [&](std::int64_t most) {
+        return std::uniform_int_distribution<std::int64_t>(0, most)(random);
+    };
+    const int bases[] = {1, 2, 4, 5, 8, 10, 16, 20, 25, 40, 50, 80, 100, 125, 200, 250, 500, 1000};
+    // Values at the edges as often as drawn ones: nothing, the least, round ones, rows of nines.
+    const std::int64_t edges[] = {0, 1, 5, 50, 500, 5000, 10000, 12345, 50000, 99999};
+    const auto hostile = [&](std::int64_t most) {
+        return draw(1) ? draw(most) : edges[draw(std::size(edges) - 1)];
+    };
+    constexpr int rounds = 50, lineCount = 2000;
+    for (int round = 0; round < rounds; ++round) {
+        const int base = bases[draw(std::size(bases) - 1)];
+        const auto make = static_cast<std::int16_t>(draw(1000));
+        std::vector<Line> lines;
+        for (int i = 0; i < lineCount; ++i)
+            lines.push_back({hostile(99999), hostile(999999), hostile(999999)});
+        store(base, lines);
+        const auto formula = scaled(1, make);
+        SCOPED_TRACE(testing::Message() << "base " << base << ", make " << make);
+        platform::Recordset& rows = *formula->Chemical;
+        Wide cost = 0, awp = 0;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            rows.setPosition(static_cast<std::int64_t>(i));
+            const Line& line = lines[i];
+            const std::int64_t quantity = rounded(Wide(line.quantity) * make, Wide(10000) * base, 3);
+            ASSERT_EQ(str(nullText(rows.value("fch_Qty"))), decimal(quantity, 3));
+            ASSERT_EQ(str(nullText(rows.value("chm_Cost"))),
+                      decimal(rounded(Wide(quantity) * line.cost, 10000000, 2), 2));
+            ASSERT_EQ(str(nullText(rows.value("chm_AWP"))),
+                      decimal(rounded(Wide(quantity) * line.awp, 10000000, 2), 2));
+            cost += Wide(line.quantity) * line.cost;
+            awp += Wide(line.quantity) * line.awp;
+        }
+        const auto total = [&](Wide sum) {
+            const std::int64_t stored = roundedToEven(sum, 100000000, 4);
+            return decimal(roundedToEven(Wide(stored) * make, Wide(10000) * base, 4), 4);
+        };
+        ASSERT_EQ(str(formula->frm_Cost.toText()), total(cost));
+        ASSERT_EQ(str(formula->frm_AWP.toText()), total(awp));
+    }
+}
+
 }  // namespace

@@ -50,10 +50,13 @@ Currency Currency::fromStored(double value) {
         return fromTenThousandths(most);
     if (value == fromTenThousandths(least).toDouble())
         return fromTenThousandths(least);
-    if (!std::isfinite(value))
+    if (!(std::abs(value) <= lastWholeUnit + 1))
         throwOverflow();
     std::array<char, 40> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+    constexpr int digits = decimals + 2;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                   std::chars_format::fixed, digits)
+                         .ptr;
     return fromTenThousandths(counted(*Decimal::fromText(QByteArray(buffer.data(), end - buffer.data()))));
 }
 
