@@ -51,8 +51,15 @@ def start_screen():
         return server, ":" + numbers.readline().strip()
 
 
+# Whole walks, so that the mixer runs and previews open as often as the screens are looked at: a make (with the
+# quantity question) and a start, a mix signed or left, and each print menu's entries.
+PRINT, MAKE, SIDE_BAR = (486, 56), (194, 56), [(34, y) for y in (119, 175, 231, 287, 343)]
+START = (1210, 440)
+
+
 class Monkey:
-    """Where it clicks: half anywhere, the rest on tool bar, side bar and mixer panel."""
+    """Where it clicks: half anywhere, the rest on tool bar, side bar and mixer panel. Every tenth event is a whole
+    walk: to a screen, to the mixer, or to a preview, each as often as the others."""
 
     def __init__(self, seed, display, log):
         self.random = random.Random(seed)
@@ -76,8 +83,25 @@ class Monkey:
             return ["type", "--delay", "1", self.random.choice(TEXTS)]
         return ["key", "--delay", "1", self.random.choice(KEYS)]
 
+    @staticmethod
+    def click(place):
+        return ["mousemove", str(place[0]), str(place[1]), "click", "1"]
+
+    def walk(self):
+        screen = [self.click(self.random.choice(SIDE_BAR))]
+        mixer = [self.click(SIDE_BAR[1]), self.click(MAKE), ["sleep", "0.2"], ["key", "Return"], ["sleep", "1"],
+                 *[self.click((START[0], START[1] + dy)) for dy in (-20, 0, 20)]]
+        preview = [self.click(self.random.choice(SIDE_BAR)), self.click(PRINT), ["sleep", "0.1"],
+                   *[["key", "Down"]] * self.random.randint(1, 5), ["key", "Return"], ["sleep", "0.2"], ["key", "Return"]]
+        return self.random.choice([screen, mixer, preview])
+
     def act(self):
-        event = self.event()
+        if self.random.random() < 0.1:
+            for step in self.walk():
+                self.send(step)
+        self.send(self.event())
+
+    def send(self, event):
         self.log.write(" ".join(event) + "\n")
         subprocess.run(["xdotool", *event], env=self.environment, stderr=subprocess.DEVNULL, timeout=PATIENCE)
 
