@@ -54,9 +54,9 @@ Currency Currency::fromStored(double value) {
         throwOverflow();
     std::array<char, 40> buffer{};
     constexpr int digits = decimals + 2;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   std::chars_format::fixed, digits)
-                         .ptr;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, digits)
+            .ptr;
     return fromTenThousandths(counted(*Decimal::fromText(QByteArray(buffer.data(), end - buffer.data()))));
 }
 

@@ -5,6 +5,7 @@
 #include "WarningTrap.h"
 #include "platform/widgets/AskDialog.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Hint.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -106,6 +107,32 @@ TEST_P(Look, Windows) {
     AskDialog input("Enter all or part of chemical name", "Search Chemical", "hydro", {}, nullptr);
     input.show();
     keepPicture(input, named("input"));
+    LineNote said{"Diclofenac Sodium: 1,25 GMS"};
+    AskDialog quantity("Gewünschte Menge für den Ausgangsstoff", "", "1.25",
+                       {{}, [&](const QString&) { return said; }}, nullptr);
+    quantity.show();
+    keepPicture(quantity, named("quantity"));
+    said = {"Diclofenac Sodium (GMS): Das ist keine einfache Zahl: Die Datenbank wird sie ausrechnen.", true};
+    quantity.findChild<QLineEdit*>("line")->setText("5/2");
+    EXPECT_TRUE(quantity.findChild<QLabel*>("note")->property("doubtful").toBool());
+    keepPicture(quantity, named("quantity-doubtful"));
+    QWidget form;
+    form.resize(420, 120);
+    auto* number = new NumberBox(&form);
+    number->setGeometry(20, 20, 120, 32);
+    number->setLocale(QLocale(QLocale::German));
+    number->setFormats("#0.000", "#0.000");
+    number->setValue(1.25);
+    form.show();
+    form.activateWindow();
+    number->setFocus();
+    number->selectAll();
+    QTest::keyClicks(number, "12,5");
+    EXPECT_EQ(Hint::textOf(*number), "Please check: 1,25 before, 12,5 now.");
+    EXPECT_TRUE(number->property("doubtful").toBool());
+    EXPECT_TRUE(number->acceptable());
+    EXPECT_EQ(number->toDouble(), 12.5);
+    keepPicture(form, named("ten-times"));
     DateBox date;
     date.resize(160, 32);
     date.show();

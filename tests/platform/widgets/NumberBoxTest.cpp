@@ -310,4 +310,45 @@ TEST_F(NumberBoxes, TheHintTakesNoFocusAndStaysInsideTheWindow) {
     EXPECT_LE(bubble->geometry().right(), window.width());
 }
 
+TEST_F(NumberBoxes, ShowsAChangeByTensInAmberUntilItIsStored) {
+    box.setFormats("#0.000", "#0.000");
+    box.setValue(1.25);
+    type("125");
+    EXPECT_EQ(hint(), "Please check: 1.25 before, 125 now.");
+    EXPECT_TRUE(box.property("doubtful").toBool());
+    EXPECT_FALSE(box.property("invalid").toBool());
+    EXPECT_TRUE(box.acceptable());
+    EXPECT_EQ(box.toDouble(), 125);
+    leave();
+    EXPECT_TRUE(box.property("doubtful").toBool());
+    type("126");
+    EXPECT_FALSE(box.property("doubtful").toBool());
+    type("12.5");
+    EXPECT_TRUE(box.property("doubtful").toBool());
+    box.setValue(12.5);
+    EXPECT_FALSE(box.property("doubtful").toBool());
+}
+
+TEST_F(NumberBoxes, RefusesTwoCellsPastedTogether) {
+    box.setLocale(QLocale(QLocale::French));
+    for (const char* cells : {"12\t345", "12\n345", "12\r\n345"}) {
+        QApplication::clipboard()->setText(cells);
+        type("7");
+        box.selectAll();
+        box.paste();
+        EXPECT_FALSE(box.acceptable()) << cells;
+        EXPECT_EQ(box.text(), "") << cells;
+    }
+}
+
+TEST_F(NumberBoxes, TellsBothReadings) {
+    type("1,250");
+    EXPECT_EQ(hint(), "This can be read in two ways. Write 1250 or 1.25.");
+    box.setLocale(QLocale(QLocale::German));
+    type("1.250");
+    EXPECT_EQ(hint(), "This can be read in two ways. Write 1250 or 1,25.");
+    type("0.125");
+    EXPECT_EQ(hint(), "Write 0,125.");
+}
+
 }  // namespace

@@ -17,9 +17,10 @@ struct Customs {
     const char* group;  ///< inside of a character class; empty: blanks alone
 };
 
-const Customs customs[] = {{"de_DE", ",", "."}, {"fr_FR", ",", ""}, {"fr_CH", ",", ""}, {"it_IT", ",", "."},
-                           {"es_ES", ",", "."}, {"pt_PT", ",", ""}, {"pt_BR", ",", "."}, {"ru_RU", ",", ""},
-                           {"en_US", ".", ","}, {"de_CH", ".", "'\u2019"}};
+const Customs customs[] = {{"de_DE", ",", "."},      {"fr_FR", ",", ""},  {"fr_CH", ",", ""},
+                           {"it_IT", ",", "."},      {"es_ES", ",", "."}, {"pt_PT", ",", ""},
+                           {"pt_BR", ",", "."},      {"ru_RU", ",", ""},  {"en_US", ".", ","},
+                           {"de_CH", ".", "'\u2019"}};
 
 const QString blanks = QString::fromUtf8(" \u00a0\u202f\u2009");
 
@@ -28,10 +29,13 @@ class SecondReader {
 public:
     explicit SecondReader(const Customs& c) {
         const QString decimal = "[" + QString(c.decimal) + "]", group = QString::fromUtf8(c.group);
-        const auto grouped = [](const QString& marks) { return "[1-9][0-9]{0,2}(?:[" + marks + "][0-9]{3})+"; };
+        const auto grouped = [](const QString& marks) {
+            return "[1-9][0-9]{0,2}(?:[" + marks + "][0-9]{3})+";
+        };
         const QString byBlanks = grouped(blanks), byMarks = group.isEmpty() ? byBlanks : grouped(group);
         const QString signs = QString::fromUtf8("([-+\u2212]?)");
-        m_plain.setPattern("^" + signs + "([0-9]*|" + byBlanks + "|" + byMarks + ")(?:" + decimal + "([0-9]*))?$");
+        m_plain.setPattern("^" + signs + "([0-9]*|" + byBlanks + "|" + byMarks + ")(?:" + decimal +
+                           "([0-9]*))?$");
         m_grouping = group == "." || group == ",";
         m_comma = QString(c.decimal) == ",";
         if (m_grouping)
@@ -90,8 +94,8 @@ private:
     }
     /// Anything that a keyboard or a clipboard may hold.
     QString wild() {
-        static const QString marks =
-            QString::fromUtf8("0123456789012345678900.,.,'\u2019 \u00a0\u202f\u2009\t\n\r\u2003\u3000-+\u2212e/%\u0664");
+        static const QString marks = QString::fromUtf8(
+            "0123456789012345678900.,.,'\u2019 \u00a0\u202f\u2009\t\n\r\u2003\u3000-+\u2212e/%\u0664");
         QString text;
         for (int left = below(10); left > 0; --left)
             text += oneOf(marks);
@@ -129,7 +133,8 @@ TEST(NumberReading, AgreesWithASecondReaderInEachSystemsCustoms) {
             const bool isNumber = found.kind == TypedNumber::Kind::Number;
             ASSERT_EQ(isNumber, expected.has_value()) << c.locale << " <" << qPrintable(text) << ">";
             if (isNumber) {
-                ASSERT_EQ(found.number.toStdString(), *expected) << c.locale << " <" << qPrintable(text) << ">";
+                ASSERT_EQ(found.number.toStdString(), *expected)
+                    << c.locale << " <" << qPrintable(text) << ">";
             }
             read += isNumber ? 1 : 0;
         }
