@@ -1,5 +1,6 @@
 #include "screens/BoxText.h"
 
+#include "platform/basic/LocalMarks.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/NumberInput.h"
 #include "platform/widgets/ReportList.h"

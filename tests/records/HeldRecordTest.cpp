@@ -19,7 +19,9 @@ public:
         meanwhile();
         return platform::Answer::Yes;
     }
-    QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
+    QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
+        return {};
+    }
     QString openFile(const QString&, const QString&) override { return {}; }
     void showModal(QObject&, const std::function<void()>&) override {}
 

@@ -20,7 +20,9 @@ public:
     /// Keeps the text; the answer is the one that changes nothing.
     platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
                                 const QString& title) override;
-    QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
+    QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
+        return {};
+    }
     QString openFile(const QString&, const QString&) override { return {}; }
     /// Fills the dialog's controls and presses its button; any other window goes as if closed by its box.
     void showModal(QObject& window, const std::function<void()>& exec) override;
