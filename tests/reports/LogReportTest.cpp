@@ -1,6 +1,7 @@
 // All batches of a formula between two dates: statements byte for byte, the two ways of writing dates, totals.
 #include "Golden.h"
 #include "ReportTest.h"
+#include "platform/basic/SystemLocale.h"
 #include "reports/rptLogReport.h"
 #include "shared/basMain.h"
 
@@ -55,6 +56,7 @@ TEST_F(LogReportTest, TextsAndTotals) {
     EXPECT_EQ(str(text(*run, "txtTotalLogs")), "3 Logs");
     EXPECT_EQ(str(text(*run, "txtTotalQTY")), "55 ml") << "whatever the units of the batches";
     EXPECT_EQ(str(text(*run, "txtTotalCost")), "$1255.40") << "no thousands mark";
+    EXPECT_TRUE(run->document().notes.isEmpty());
 }
 
 TEST_F(LogReportTest, BatchOfTheEndDateIsOutOfTheListAndInTheTotals) {
@@ -62,6 +64,9 @@ TEST_F(LogReportTest, BatchOfTheEndDateIsOutOfTheListAndInTheTotals) {
     const RunPtr run = finished(logReport(1, begin, end));
     EXPECT_EQ(texts(*run, "txtlog_Lot").size(), 2);
     EXPECT_EQ(str(text(*run, "txtTotalLogs")), "3 Logs");
+    EXPECT_EQ(str(run->document().notes.join('|')),
+              "The list shows 2 batches, the totals count 3: the list is bounded by 0:00 of both dates, the "
+              "totals by their time of day.");
     const RunPtr earlier = finished(logReport(1, begin, day(2026, 3, 7, {9, 0})));
     EXPECT_EQ(str(text(*earlier, "txtTotalLogs")), "2 Logs");
     sql("UPDATE Log SET log_Date = '2026-03-07 00:00:00' WHERE LogID = 2;");
@@ -71,6 +76,16 @@ TEST_F(LogReportTest, BatchOfTheEndDateIsOutOfTheListAndInTheTotals) {
     const RunPtr first = finished(logReport(1, begin, end));
     EXPECT_EQ(texts(*first, "txtlog_Lot").size(), 3);
     EXPECT_EQ(str(text(*first, "txtTotalLogs")), "2 Logs");
+}
+
+TEST_F(LogReportTest, TotalsThatReadTheDatesMonthFirstAreExplained) {
+    sql("DELETE FROM LogChem; DELETE FROM RXs; DELETE FROM Log WHERE LogID <> 3;");
+    platform::setSystemLocale(QLocale("de_DE"));
+    const RunPtr run = finished(logReport(1, day(2026, 2, 5, {8, 0}), day(2026, 3, 4, {8, 0})));
+    platform::setSystemLocale(std::nullopt);
+    EXPECT_EQ(str(run->document().notes.join('|')), "The list shows 1 batch, the totals count " +
+                                                        str(text(*run, "txtTotalLogs").section(' ', 0, 0)) +
+                                                        ": the totals read the two dates month first.");
 }
 
 TEST_F(LogReportTest, CancelledShowsNothing) {

@@ -88,6 +88,10 @@ TEST_F(PatientReportTest, PrescriptionOfADeletedFormulaIsCountedAndNotListed) {
     const RunPtr run = finished(patient(1, begin, end));
     EXPECT_EQ(str(texts(*run, "txtRXsID").join('|')), "32");
     EXPECT_EQ(str(text(*run, "txtTotalRXs")), "2 Prescriptions");
+    EXPECT_EQ(
+        str(run->document().notes.join('|')),
+        "The list shows 1 prescription, the totals count 2: the list leaves out prescriptions whose formula "
+        "is deleted, and the totals go by the time of day.");
 }
 
 TEST_F(PatientReportTest, CancelledShowsNothing) {

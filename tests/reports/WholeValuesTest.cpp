@@ -1,9 +1,12 @@
 // No value on paper is ever cut: the hostile data of a busy pharmacy, read back from what the pages show.
+#include "Child.h"
 #include "ReportTest.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/report/PreviewNotices.h"
 #include "platform/report/Tools.h"
 
 #include <QImage>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -194,6 +197,10 @@ TEST_F(WholeValuesTest, LabelWithAValueThatHasNoRoomIsNotPrinted) {
     EXPECT_EQ(str(warning.text), "123456789.0625");
     EXPECT_EQ(warning.count, 4);
     EXPECT_EQ(text(*run, "txtQTY"), "123456789.0625") << "the spreadsheet has room";
+    PreviewNotices notices(nullptr);
+    notices.update(run->document(), {});
+    EXPECT_EQ(str(support::child<QLabel>(notices, "noticeLine")->text()),
+              "The label is not printed: \"QTY\" has no room for \"123456789.0625\".  (4 times)");
 }
 
 TEST_F(WholeValuesTest, BatchLabelWithAValueThatHasNoRoomIsNotPrinted) {
@@ -211,6 +218,10 @@ TEST_F(WholeValuesTest, ReportWithAHiddenValueHasAFootnoteOnThatPageAlone) {
     const RunPtr run = finished(formulaLog(2));
     EXPECT_EQ(str(shown(*run, "txtchm_Lot").first()), "####");
     EXPECT_EQ(run->document().hiddenValues, 1);
+    PreviewNotices notices(nullptr);
+    notices.update(run->document(), {});
+    EXPECT_EQ(str(support::child<QLabel>(notices, "noticeLine")->text()),
+              "Page 1: no room even in small type, printed as ####: \"" + std::string(60, '7') + "\"");
     const QString words = paper(*run, "footnote");
     EXPECT_EQ(words.count("#### stands for a value that has no room in its place."), 1) << str(words);
     EXPECT_FALSE(paper(*finished(formulaLog(1)), "plain").contains("####"));
@@ -222,4 +233,51 @@ TEST_F(WholeValuesTest, TextsThatFitMoveNothing) {
     sql("UPDATE Formula SET frm_Instructions = 'Mix hot.' WHERE FormulaID = 1;");
     EXPECT_EQ(str(dumped(finished(worksheet(1, 25))->document()).replace("Mix hot.", "Mix cold.")),
               str(before));
+}
+
+TEST_F(WholeValuesTest, ListsSayWhyTheirTotalsDiffer) {
+    sql("UPDATE Log SET log_Date = '2026-03-07 10:00:00' WHERE LogID = 2;");
+    const RunPtr run = finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7, {14, 5, 9})));
+    PreviewNotices notices(nullptr);
+    notices.update(run->document(), {});
+    EXPECT_TRUE(support::child<QLabel>(notices, "noticeLine")
+                    ->text()
+                    .startsWith("The list shows 2 batches, the totals count 3: "));
+    EXPECT_FALSE(notices.isHidden());
+}
+
+TEST_F(WholeValuesTest, LongDataIsWholeInFourSystems) {
+    sql("UPDATE Log SET log_Name = 'Testosterone Propionate in Anhydrous Base', log_Strength = '12.5mg/1.25ml', "
+        "log_Cost = 98765432.1, log_AWP = 123456789.5, log_Lot = 'SV26-0001-000012345'; UPDATE Formula SET frm_Desc = "
+        "'Keep cool and dry.' || char(10) || 'Shake before use.', frm_Instructions = 'Weigh 12.5 mg.' || char(10) || "
+        "'Triturate 10 minutes.' || char(10) || 'Fill up to 100 ml.' || char(10) || 'CAUTION: protect from light.'; "
+        "UPDATE Chemical SET chm_Name = chm_Name || ' Sodium Micronized Powder for Suspension 1000 mcg/ml', chm_Cost = "
+        "9876.5 + chm_Cost, chm_AWP = 123456.78, chm_NDC = '12345-6789-01', chm_Lot = 'LOT-2026-000123', chm_Supplier "
+        "= 'Quill & Co. Pharmaceutical Wholesale Ltd.'; UPDATE LogChem SET lch_Cost = 1234567.89, lch_Lot = "
+        "'LOT-2026-000123', lch_Name = lch_Name || ' Sodium Micronized Powder for Suspension 1000 mcg/ml'; UPDATE RXs "
+        "SET rxs_QTY = 112.75, rxs_Price = 98765.4;");
+    const QDateTime begin = day(2026, 1, 1), end = day(2026, 12, 31, {22, 58, 59});
+    for (const auto& [language, system, currency] : {std::tuple{"German", "de_DE", u"€"_s},
+                                                     {"Swiss", "fr_CH", u"CHF"_s},
+                                                     {"Russian", "ru_RU", u"R$"_s},
+                                                     {"English", "en_US", u"$"_s}}) {
+        speak(language);
+        setOption("DefCurrency", currency);
+        setSystemLocale(QLocale(system));
+        const auto look = [&](std::unique_ptr<Report> report, const char* name) {
+            const RunPtr run = finished(std::move(report));
+            kept(*run, u"long-%1-%2"_s.arg(name, system));
+            EXPECT_EQ(run->document().hiddenValues + run->document().leftOutLabels, 0) << name << system;
+            for (const PageWarning& warning : run->document().warnings)
+                EXPECT_NE(warning.kind, WarningKind::ValueHidden) << system << str(warning.text);
+        };
+        look(worksheet(1, 250), "worksheet");
+        look(formulaLog(2), "formula-log");
+        look(batchLabels(2, "3", 6), "batch-labels");
+        look(prescriptionLabels(31, "3", 6), "rx-labels");
+        look(logReport(1, begin, end), "log-report");
+        look(chemicals(), "chemicals");
+        look(patient(1, begin, end), "patient");
+        look(jarUsage(begin, end), "jar-usage");
+    }
 }

@@ -20,6 +20,7 @@ constexpr int leastGap = 144;           // so that a stop just behind a word sti
 constexpr qsizetype mostOfLine = 4096;  // characters beyond which no line can fit
 constexpr qsizetype leastOfName = 4;    // characters that stay of a name in front of its strength
 constexpr double pointStep = 0.25;
+constexpr int comfort = 30;  // that shortened words keep further off a neighbour
 
 QString ellipsis() { return u"…"_s; }
 
@@ -67,15 +68,16 @@ Fitted TextFitting::fit(const Control& control, int x, int y, int clear, std::ve
     const bool caption = control.kind == ControlKind::Label && control.textKind == TextKind::Words;
     QStringList shown;
     const bool whole = wrap(control.style, control.text, room == 1 && !caption ? single : width, room, shown);
+    const int words = clear > 0 ? single - comfort : single;
     if (whole || (!control.isValue() && control.textKind == TextKind::Words && control.tail == 0)) {
         if (!whole && !shown.isEmpty())
-            shown.last() = withEllipsis(control.style, shown.last(), room == 1 ? single : width);
+            shown.last() = withEllipsis(control.style, shown.last(), room == 1 ? words : width);
         place(control, shown, x, y, runs);
         return {whole ? Fitted::Result::Whole : Fitted::Result::Shortened, told};
     }
     const QString line = joined(control.text);
     const bool value = control.isValue();
-    const auto set = value ? smaller(control, line, single) : shortenedName(control, line, single);
+    const auto set = value ? smaller(control, line, single) : shortenedName(control, line, words);
     const FontExtent extent = m_measure.extent(control.style);
     const int overhang = room == 1 ? std::max(0, extent.line() - control.height) / 2 : 0;
     const SetLine drawn = set ? *set : marks(control, single);

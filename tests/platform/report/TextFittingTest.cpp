@@ -188,6 +188,8 @@ TEST(TextFitting, SmallerTypeKeepsTheAlignment) {
 TEST(TextFitting, ASingleLineKeepsClearOfItsNeighbour) {
     const Control words = field("c", 0, 0, 500, 200);
     EXPECT_EQ(fitted(words, "abcde", 40).lines, QStringList(u"abc…"_s));
+    EXPECT_EQ(fitted(words, "abcdefg", 80).lines, QStringList(u"ab…"_s))
+        << "and some more once it is shortened";
     EXPECT_EQ(fitted(words, "abcd", 40).lines, QStringList("abcd"));
     EXPECT_EQ(fitted(field("c", 0, 0, 500, 200).asValue("Lot"), "12345", 40).points, 9);
     EXPECT_EQ(fitted(field("c", 0, 0, 500, 200).centre().asValue("Lot"), "12345", 40).points, 8.25)
