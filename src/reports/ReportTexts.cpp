@@ -5,6 +5,7 @@
 #include "platform/basic/Format.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/data/DateLiteral.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -45,10 +46,9 @@ QString reportDates(const QDateTime& begin, const QDateTime& end) {
 
 namespace {
 
-/// The totals' bounds are default date text, which a statement reads month first where that gives a date.
-bool isReadMonthFirst(const QDateTime& date) {
-    const bool dayFirst = platform::systemLocale().dateFormat(QLocale::ShortFormat).startsWith('d');
-    return dayFirst && date.date().day() <= 12 && date.date().day() != date.date().month();
+/// The totals' bounds are default date text, which a statement may read month first.
+bool isReadOtherwise(const QDateTime& date) {
+    return platform::dateLiteral(platform::dateText(date)) != date;
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ void explainTotals(platform::Report& report, const ListAndTotals& counts, const 
                    const QDateTime& end) {
     if (counts.listed == counts.counted)
         return;
-    const QString reason = isReadMonthFirst(begin) || isReadMonthFirst(end)
+    const QString reason = isReadOtherwise(begin) || isReadOtherwise(end)
                                ? translated("the totals read the two dates month first.")
                                : counts.reason;
     const QString listed = QString::number(counts.listed), counted = QString::number(counts.counted);

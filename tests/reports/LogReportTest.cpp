@@ -80,7 +80,7 @@ TEST_F(LogReportTest, BatchOfTheEndDateIsOutOfTheListAndInTheTotals) {
 
 TEST_F(LogReportTest, TotalsThatReadTheDatesMonthFirstAreExplained) {
     sql("DELETE FROM LogChem; DELETE FROM RXs; DELETE FROM Log WHERE LogID <> 3;");
-    platform::setSystemLocale(QLocale("de_DE"));
+    platform::setSystemLocale(QLocale("fr_FR"));
     const RunPtr run = finished(logReport(1, day(2026, 2, 5, {8, 0}), day(2026, 3, 4, {8, 0})));
     platform::setSystemLocale(std::nullopt);
     EXPECT_EQ(str(run->document().notes.join('|')), "The list shows 1 batch, the totals count " +
