@@ -2,7 +2,6 @@
 
 #include "platform/basic/LocalMarks.h"
 #include "platform/widgets/Boxes.h"
-#include "platform/widgets/NumberInput.h"
 #include "platform/widgets/ReportList.h"
 
 #include <QLabel>
