@@ -86,6 +86,7 @@ TEST_F(DatabaseUpdaterTest, KeepsACheckedCopyAsItWasBefore) {
 }
 
 TEST_F(DatabaseUpdaterTest, MissingFileNewestVersionAndClosedConnectionChangeNothing) {
+    applied = true;  // of an update before
     apply();
     EXPECT_FALSE(applied);
     updates(two);

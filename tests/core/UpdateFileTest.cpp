@@ -70,6 +70,17 @@ TEST_F(UpdateFileTest, BrokenFilesAreRefused) {
         EXPECT_THROW(read(broken), platform::RuntimeError) << broken.constData();
 }
 
+TEST_F(UpdateFileTest, AStepWithoutAVersionIsNamedAsSuch) {
+    for (const char* attributes : {"From=\"1\"", "To=\"2\"", ""}) {
+        try {
+            read(file(QByteArray("<Step ") + attributes + "><Statement>SELECT 1</Statement></Step>"));
+            ADD_FAILURE() << attributes << " was read";
+        } catch (const platform::RuntimeError& failure) {
+            EXPECT_EQ(failure.description(), "dbupdate.xml: a step without From or To");
+        }
+    }
+}
+
 TEST_F(UpdateFileTest, TheDeliveredFileIsRead) {
     EXPECT_NO_THROW(readUpdateFile(QString(SORVANTO_SOURCE_DIR) + "/data/dbupdate.xml"));
 }
