@@ -14,6 +14,7 @@ with the table of what was done so far.
 """
 import argparse
 import collections
+import fcntl
 import os
 import pathlib
 import re
@@ -54,6 +55,9 @@ class Scratch:
     def __init__(self, top, folder, shards, most_programs):
         self.top, self.folder, self.shards, self.most_programs = top, folder, shards, most_programs
         self.limits = {}
+        folder.mkdir(parents=True, exist_ok=True)
+        self.lock = (folder / "lock").open("w")
+        fcntl.flock(self.lock, fcntl.LOCK_EX)  # a second run would mix its faults with these
 
     def programs_of(self, path):
         folder = max((folder for folder in PROGRAMS if path.startswith(folder + "/")), key=len)

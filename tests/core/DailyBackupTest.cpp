@@ -8,6 +8,7 @@
 #include "shared/basMain.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -141,8 +142,9 @@ TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
     DailyBackup backup(0);
     backup.startSoon();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
-    EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb.part"})
-        << "no name before it is whole";
+    // The engine's own journal may lie beside it.
+    EXPECT_EQ(copies().first(), "sorvanto-0001-2026-03-07-140509.mdb.part");
+    EXPECT_TRUE(copies().filter(QRegularExpression(u"mdb$"_s)).isEmpty()) << "no name before it is whole";
     EXPECT_TRUE(backup.running());
     backup.stop();
     EXPECT_FALSE(backup.running());

@@ -128,6 +128,8 @@ TEST_F(MixerPanelTest, Loaded) {
         EXPECT_EQ(steps.item(0, column)->textAlignment(),
                   Qt::AlignVCenter | (column == 0 ? Qt::AlignLeft : Qt::AlignRight))
             << column;
+    EXPECT_EQ(steps.horizontalHeaderItem(1)->text(), "Lift RPM") << "on one line where there is room";
+    EXPECT_TRUE(child<QLabel>(*control, "mixerSpeeds")->isHidden()) << "nothing turns yet";
     EXPECT_TRUE(button("mixerStart")->property("primary").toBool());
     EXPECT_TRUE(button("mixerStop")->property("danger").toBool());
     picture("loaded");
@@ -184,6 +186,7 @@ TEST_F(MixerPanelTest, MixingPausedAndDone) {
     EXPECT_EQ(ring().middle(), "00:08");
     EXPECT_DOUBLE_EQ(ring().fraction(), 0.6);
     EXPECT_EQ(label("mixerSpeeds"), "Lift 1440  ·  Mix 1992  ·  Cycles 1");
+    EXPECT_FALSE(child<QLabel>(*control, "mixerSpeeds")->isHidden());
     const auto& steps = *child<StepsTable>(*control, "mixerSteps");
     EXPECT_TRUE(steps.item(1, 0)->font().bold() || steps.item(1, 0)->font().weight() == QFont::DemiBold);
     EXPECT_EQ(steps.item(1, 2)->background().color(), platform::theme().softAccent);
@@ -194,6 +197,7 @@ TEST_F(MixerPanelTest, MixingPausedAndDone) {
     ASSERT_TRUE(ringSays("paused"));
     EXPECT_EQ(steps.item(1, 2)->background().color(), platform::theme().softAccent) << "it stands there";
     EXPECT_EQ(label("mixerSpeeds"), "Lift 0  ·  Mix 0  ·  Cycles 1");
+    EXPECT_FALSE(child<QLabel>(*control, "mixerSpeeds")->isHidden());
     EXPECT_EQ(buttons(), (QStringList{"Resume", "Stop"}));
     button("mixerResume")->click();
     ASSERT_TRUE(ringSays("step 2 of 2"));
