@@ -83,9 +83,10 @@ void rptFormula::setFormula(const clsFormulaPtr& formula) {
 
 void rptFormula::fillPageHeader() {
     const clsFormula& formula = platform::deref(m_formula);
-    setName("txtFormulaName", translated("Formula Name: ") + " " + platform::trimmed(formula.frm_Name),
+    setName("txtFormulaName", platform::trimmed(formula.frm_Name),
             " " + platform::trimmed(formula.frm_Strength) + " " +
-                basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+                basMain::tableEntry(basMain::MixTypes, formula.frm_FormType),
+            translated("Formula Name: ") + " ");
 }
 
 // Money here follows the system's locale, not the currency of the options.

@@ -85,8 +85,8 @@ void rptLogFormula::setLog(const clsLogPtr& log) {
 
 void rptLogFormula::fillPageHeader() {
     const clsLog& log = platform::deref(m_log);
-    setName("txtFormulaName", translated("Formula Name:  ") + " " + platform::trimmed(log.log_Name),
-            " " + platform::trimmed(log.log_Strength));
+    setName("txtFormulaName", platform::trimmed(log.log_Name), " " + platform::trimmed(log.log_Strength),
+            translated("Formula Name:  ") + " ");
     setText("txtFormulaType",
             translated("Formula Type:  ") + " " + basMain::tableEntry(basMain::MixTypes, log.log_FormType));
 }

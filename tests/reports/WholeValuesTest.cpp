@@ -80,6 +80,21 @@ TEST_F(WholeValuesTest, NameIsShortenedInFrontOfItsStrength) {
         << one(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "txtName");
 }
 
+TEST_F(WholeValuesTest, StrengthInsideANameIsKeptBesideItsOwn) {
+    sql("UPDATE Log SET log_Name = 'Magic Mouthwash Compounded Oral Suspension 1000 mcg/ml', log_Strength = "
+        "'12.5mg/1.25ml' WHERE LogID = 2; UPDATE RXs SET rxs_QTY = 100 WHERE RXsID = 31;");
+    EXPECT_TRUE(one(*finished(formulaLog(2)), "txtFormulaName").ends_with("… 1000 mcg/ml 12.5mg/1.25ml"));
+    EXPECT_TRUE(
+        one(*finished(prescriptionLabels(31, "1", 1)), "txtDrug").ends_with("… 1000 mcg/ml 12.5mg/1.25ml"));
+}
+
+TEST_F(WholeValuesTest, ACaptionAloneIsNoName) {
+    sql("UPDATE Log SET log_Name = 'Magic Mouthwash', log_Strength = '1234567890.12345 mg / 1234567890.123 mL';");
+    const std::string shown = one(*finished(formulaLog(2)), "txtFormulaName");
+    EXPECT_NE(shown.find("Magi"), std::string::npos) << shown;
+    EXPECT_TRUE(shown.ends_with("1234567890.12345 mg / 1234567890.123 mL")) << shown;
+}
+
 TEST_F(WholeValuesTest, StrengthInsideANameIsKept) {
     sql("UPDATE Chemical SET chm_Name = 'Diclofenac Sodium Micronized Powder in Hydrogel 12.5 mg/ml' WHERE "
         "ChemicalID = 3; UPDATE LogChem SET lch_Name = 'Testosterone Propionate 2.5% in an Anhydrous Base of White "

@@ -1,6 +1,8 @@
 // Controls by name, binding of fields to columns, and the dispatch of format events.
 #include "platform/report/Report.h"
 
+#include "platform/report/Strength.h"
+
 #include "platform/basic/Format.h"
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/NumberPicture.h"
@@ -72,9 +74,13 @@ void Report::setText(const QString& name, const QString& text) {
     control.tail = 0;
 }
 
-void Report::setName(const QString& name, const QString& words, const QString& tail) {
-    setText(name, words + tail);
-    found(name).tail = static_cast<int>(tail.size());
+void Report::setName(const QString& name, const QString& words, const QString& tail, const QString& lead) {
+    setText(name, lead + words + tail);
+    const TextSpan strength = strengthOf(words);
+    const qsizetype kept = strength.isEmpty() ? 0 : words.size() - strength.start;
+    Control& control = found(name);
+    control.tail = static_cast<int>(kept + tail.size());
+    control.lead = static_cast<int>(lead.size());
 }
 
 void Report::setValue(const QString& name, const QVariant& value, const QString& picture) {

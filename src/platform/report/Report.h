@@ -42,9 +42,9 @@ public:
     /// A control by its name; throws itemNotFound.
     const Control& control(const QString& name) const;
     void setText(const QString& name, const QString& text);
-    /// A name with what must stay whole behind it, such as a strength: where both are too long together, the
-    /// name is shortened.
-    void setName(const QString& name, const QString& words, const QString& tail);
+    /// A name with what must stay whole behind it, such as a strength, and a caption in front: where all are
+    /// too long together, the name is shortened in front of its first strength.
+    void setName(const QString& name, const QString& words, const QString& tail, const QString& lead = {});
     /// Shows a number, money or date by a picture; a spreadsheet gets the value itself.
     void setValue(const QString& name, const QVariant& value, const QString& picture = {});
     /// As above, with a text that no picture gives (money in the manner of the system's locale).

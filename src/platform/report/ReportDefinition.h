@@ -59,6 +59,7 @@ struct Control {
     TextKind textKind = TextKind::Words;
     QString title;       ///< English caption by which messages call a value; empty: its name
     int tail = 0;        ///< so many characters at the end of a name stay whole (Report::setName)
+    int lead = 0;        ///< so many at its start are a caption, which alone would not name anything
     bool grows = false;  ///< a longer text takes more lines, and what stands below moves down
     int indent = 0;      ///< from the control's left edge to where its text may begin
     bool visible = true;

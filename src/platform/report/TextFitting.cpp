@@ -184,7 +184,8 @@ std::optional<TextFitting::SetLine> TextFitting::shortenedName(const Control& co
         if (words.size() - 1 >= kept.end)  // what lies behind the strength is enough to drop
             return SetLine{words, points};
         const qsizetype length = safeEnd(name, fittingLength(style, name, behind, width));
-        if (length >= std::min(leastOfName, name.size()) && fits(style, name.left(length) + behind, width))
+        if (length >= std::min(control.lead + leastOfName, name.size()) &&
+            fits(style, name.left(length) + behind, width))
             return SetLine{withoutEndBlanks(name.left(length)) + behind, points};
     }
     return std::nullopt;
