@@ -233,6 +233,21 @@ TEST_F(ReportTool, WhatCantBeDoneIsToldAndLeavesTheOldFile) {
     }
 }
 
+TEST_F(ReportTool, LabelsWithAValueThatHasNoRoomAreNotMade) {
+    support::runSql(path("s.mdb"), "UPDATE Log SET log_Strength = '1234567890.12345 mg / 1234567890.123 mL'");
+    EXPECT_EQ(run({"batch-labels", "--log", "1", "--labels", "4", "--position", "1"}), 1);
+    EXPECT_TRUE(err.contains("The label is not printed: \"Strength\" has no room")) << qPrintable(err);
+    EXPECT_FALSE(QFile::exists(path("out.pdf")));
+}
+
+TEST_F(ReportTool, ValuesWithoutRoomOnAReportAreTold) {
+    support::runSql(path("s.mdb"), "UPDATE Chemical SET chm_Lot = 'LOTNUMBER-WITH-FORTY-CHARACTERS-0123456'"
+                                   " WHERE ChemicalID = 1");
+    ASSERT_EQ(run({"chemicals"}), 0);
+    EXPECT_TRUE(err.contains("sorvanto-report: Page 1: no room even in small type")) << qPrintable(err);
+    EXPECT_TRUE(pdfText().contains("####"));
+}
+
 TEST_F(ReportTool, ChangesNothingButItsOutput) {
     const QStringList before = files();
     std::vector<QByteArray> contents;

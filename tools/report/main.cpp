@@ -2,6 +2,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/PreviewNotices.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
 #include "platform/report/SpreadsheetExport.h"
@@ -21,6 +22,8 @@ using namespace sorvanto;
 
 enum ExitCode { done, failed, wrongUse };
 
+void tell(QTextStream& err, const QString& text) { err << "sorvanto-report: " << text << '\n'; }
+
 void write(const Order& order, const platform::PageDocument& document) {
     if (!order.xls.isEmpty())
         platform::writeFile(order.xls, platform::spreadsheet(document));
@@ -28,8 +31,18 @@ void write(const Order& order, const platform::PageDocument& document) {
         platform::savePdf(document, order.pdf);
 }
 
+/// What a reader of the paper must know: values that have no room. Shortened words show for themselves.
+QStringList warnings(const platform::PageDocument& document) {
+    QStringList sentences;
+    for (const platform::PageWarning& warning : document.warnings) {
+        if (warning.kind != platform::WarningKind::TextCut)
+            sentences << platform::PreviewNotices::sentence(warning);
+    }
+    return sentences;
+}
+
 /// Makes the report and writes its files; gives what is to be told instead when there is nothing to write.
-QStringList make(const Order& order, const Answers& answers) {
+QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
     Pharmacy pharmacy;
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
@@ -40,18 +53,21 @@ QStringList make(const Order& order, const Answers& answers) {
     run.makeAll();
     if (!problems().isEmpty())
         return problems();
+    const QStringList remarks = warnings(run.document());
+    if (run.document().leftOutLabels > 0)
+        return remarks;
     write(order, run.document());
+    for (const QString& remark : remarks)
+        tell(err, remark);
     return {};
 }
-
-void tell(QTextStream& err, const QString& text) { err << "sorvanto-report: " << text << '\n'; }
 
 int run(const Order& order, QTextStream& err) {
     Answers answers(order);
     platform::setAsker(&answers);
     QStringList problems;
     try {
-        problems = make(order, answers);
+        problems = make(order, answers, err);
     } catch (...) {
         problems = answers.said();
         problems << platform::currentError().description();

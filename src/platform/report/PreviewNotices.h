@@ -19,12 +19,13 @@ public:
 
     /// Shows the document's warnings, and above them why the run ended early, if it did.
     void update(const PageDocument& document, const QString& ending);
+    /// A warning as the user reads it.
+    static QString sentence(const PageWarning& warning);
 
 signals:
     void pageChosen(int page);
 
 private:
-    static QString sentence(const PageWarning& warning);
     static QString counts(const PageDocument& document);
 
     QLabel* m_line;
