@@ -3,6 +3,7 @@ from fractions import Fraction
 
 import customs
 import pages
+import sheets
 from expected import Field, Sheet
 
 
@@ -58,6 +59,15 @@ CASES = [
 LABEL_CASES = [("on its label", (40, [(20, "12.5")]), True), ("over the edge of its label", (40, [(195, "12.5")]), False),
                ("above the first label", (15, [(20, "12.5")]), False)]
 
+# What a cell holds, what the office program prints of it, and whether that passes.
+CELL_CASES = [
+    ("a cell", "$ 1,234.50", [(100, [(20, "Cost"), (90, "$ 1,234.50")])], True),
+    ("a cell that lost a digit", "$ 1,234.50", [(100, [(20, "Cost"), (90, "$ 1,234.5")])], False),
+    ("a number too wide for its column", "1,234.50", [(100, [(20, "Cost"), (90, "###")])], False),
+    ("a wrapped cell", "Lot 0101-10-22", [(100, [(90, "Lot 0101-")]), (115, [(20, "other"), (90, "10-22")])], True),
+    ("a wrapped cell without its last line", "Lot 0101-10-22", [(100, [(90, "Lot 0101-")]), (115, [(20, "10-22")])], False),
+]
+
 FIGURES = [
     (customs.fixed(Fraction("18.104"), 3, customs.SYSTEMS["de_DE"]), ["18,104"]),
     (customs.fixed(Fraction("0.0005"), 3, customs.SYSTEMS["en_US"]), ["0.001"]),
@@ -88,8 +98,11 @@ def run():
             failed.append(f"{name}: {found or 'not found'}")
     if pages.faults([page((100, [(20, "Weigh each powder.")])), page((50, [(20, "CAUTION: keep cold. Fill.")]), number=2)], Sheet([[RUNNING]])):
         failed.append("a running text over two pages")
+    for name, text, lines, passes in CELL_CASES:
+        if sheets.stands([page(*lines)], text) != passes:
+            failed.append(name)
     failed += [f"{found} instead of {wanted}" for found, wanted in FIGURES if found != wanted]
     for failure in failed:
         print("self-test:", failure)
-    print(f"paper self-test: {len(CASES) + len(LABEL_CASES) + len(FIGURES) + 1} cases, {len(failed)} failed")
+    print(f"paper self-test: {len(CASES) + len(LABEL_CASES) + len(CELL_CASES) + len(FIGURES) + 1} cases, {len(failed)} failed")
     return 1 if failed else 0
