@@ -86,6 +86,39 @@ TEST_P(RecordsetTest, FindsForwardFromTheCurrentRow) {
     EXPECT_EQ(logs->position(), 0);
 }
 
+TEST_P(RecordsetTest, FindsNumbersAmongNumbersAlone) {
+    const RecordsetPtr lines = set(
+        u"SELECT FormChemID, fch_Qty, 'x' AS Label FROM FormChem UNION ALL SELECT 9901, 0.0625, '7' UNION ALL SELECT 9902, 4711, '7.0'"_s);
+    for (const char* criterion : {"fch_Qty = 6.25e-2", "fch_Qty = 6.25E-2", "fch_Qty = 0.0625"}) {
+        lines->moveFirst();
+        lines->find(QString::fromLatin1(criterion));
+        ASSERT_FALSE(lines->eof()) << criterion;
+        EXPECT_EQ(lines->value(0).toInt(), 9901) << criterion;
+    }
+    lines->find(u"fch_Qty = 4.711e+3"_s);
+    EXPECT_EQ(lines->value(0).toInt(), 9902);
+    lines->moveFirst();
+    lines->find(u"Label = 7"_s);
+    EXPECT_TRUE(lines->eof()) << "a text is no number";
+    lines->moveFirst();
+    lines->find(u"Label = '7'"_s);
+    EXPECT_FALSE(lines->eof());
+}
+
+TEST_P(RecordsetTest, EachQuestionAboutFieldsCanBeTheFirst) {
+    const QString statement = u"SELECT LogID, log_Name FROM Log"_s;
+    EXPECT_EQ(set(statement)->fieldInfo(1).name, u"log_Name"_s);
+    EXPECT_EQ(set(statement)->fieldCount(), 2);
+    EXPECT_EQ(set(statement)->fieldIndex(u"LOG_NAME"_s), 1);
+    EXPECT_TRUE(set(statement)->hasField(u"log_name"_s));
+    const RecordsetPtr closed = set(statement);
+    closed->close();
+    EXPECT_EQ(failureOf([&] { closed->fieldInfo(0); }).number(), error::objectClosed);
+    EXPECT_EQ(failureOf([&] { closed->fieldCount(); }).number(), error::objectClosed);
+    EXPECT_EQ(failureOf([&] { closed->fieldIndex(u"LogID"_s); }).number(), error::objectClosed);
+    EXPECT_EQ(failureOf([&] { closed->hasField(u"LogID"_s); }).number(), error::objectClosed);
+}
+
 TEST_P(RecordsetTest, KnowsItsFields) {
     const RecordsetPtr formulas = set(
         u"SELECT [FormulaID],[frm_Name] AS [Bezeichnung (kurz).],[frm_Quantity],[frm_AWP],[frm_Mix] FROM [Formula]"_s);
