@@ -117,7 +117,7 @@ TEST_F(ReportTool, WritesEachReportAsPdfAndSpreadsheet) {
 TEST_F(ReportTool, SpeaksTheLanguageWithTheCustomsOfTheSystem) {
     const QStringList report = allReports().front();
     ASSERT_EQ(run(report + QStringList{"--language", "German"}, "de_DE.UTF-8"), 0) << qPrintable(err);
-    EXPECT_TRUE(pdfText().contains(u"Arbeitsblatt -- Sorvanto")) << qPrintable(pdfText());
+    EXPECT_TRUE(pdfText().contains(u"Ansatzblatt – Sorvanto")) << qPrintable(pdfText());
     EXPECT_TRUE(pdfText().contains(u"4,85 €"));
     ASSERT_EQ(run(report), 0) << qPrintable(err);
     EXPECT_TRUE(pdfText().contains("Formula Worksheet -- Sorvanto"));

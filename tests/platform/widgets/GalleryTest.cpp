@@ -114,7 +114,7 @@ TEST_P(Look, Windows) {
     keepPicture(quantity, named("quantity"));
     said = {"Diclofenac Sodium (GMS): Das ist keine einfache Zahl: Die Datenbank wird sie ausrechnen.", true};
     quantity.findChild<QLineEdit*>("line")->setText("5/2");
-    EXPECT_TRUE(quantity.findChild<QLabel*>("note")->property("doubtful").toBool());
+    EXPECT_TRUE(quantity.findChild<QLabel*>("note")->property("caution").toBool());
     keepPicture(quantity, named("quantity-doubtful"));
     QWidget form;
     form.resize(420, 120);
@@ -129,7 +129,7 @@ TEST_P(Look, Windows) {
     number->selectAll();
     QTest::keyClicks(number, "12,5");
     EXPECT_EQ(Hint::textOf(*number), "Please check: 1,25 before, 12,5 now.");
-    EXPECT_TRUE(number->property("doubtful").toBool());
+    EXPECT_TRUE(number->property("caution").toBool());
     EXPECT_TRUE(number->acceptable());
     EXPECT_EQ(number->toDouble(), 12.5);
     keepPicture(form, named("ten-times"));

@@ -315,18 +315,18 @@ TEST_F(NumberBoxes, ShowsAChangeByTensInAmberUntilItIsStored) {
     box.setValue(1.25);
     type("125");
     EXPECT_EQ(hint(), "Please check: 1.25 before, 125 now.");
-    EXPECT_TRUE(box.property("doubtful").toBool());
+    EXPECT_TRUE(box.property("caution").toBool());
     EXPECT_FALSE(box.property("invalid").toBool());
     EXPECT_TRUE(box.acceptable());
     EXPECT_EQ(box.toDouble(), 125);
     leave();
-    EXPECT_TRUE(box.property("doubtful").toBool());
+    EXPECT_TRUE(box.property("caution").toBool());
     type("126");
-    EXPECT_FALSE(box.property("doubtful").toBool());
+    EXPECT_FALSE(box.property("caution").toBool());
     type("12.5");
-    EXPECT_TRUE(box.property("doubtful").toBool());
+    EXPECT_TRUE(box.property("caution").toBool());
     box.setValue(12.5);
-    EXPECT_FALSE(box.property("doubtful").toBool());
+    EXPECT_FALSE(box.property("caution").toBool());
 }
 
 TEST_F(NumberBoxes, RefusesTwoCellsPastedTogether) {
