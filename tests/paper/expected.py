@@ -98,13 +98,13 @@ def worksheet(data, key, make):
     for column in ("chm_Cost", "chm_AWP"):
         total = sum((decimal_of(line["fch_Qty"]) * decimal_of(line[column]) for line in lines), Fraction(0))
         totals.append(customs.half_even(customs.half_even(total, 4) * factor, 4))
-    rows.append([data.quantity(make, 2, 990), text(formula["frm_Units"], "words"), data.system_money(totals[0], 990),
+    rows.append([data.quantity(make, 2, 990), text(formula["frm_Units"], width=990), data.system_money(totals[0], 990),
                  data.system_money(totals[1], 1080)])
     for line in lines:
         quantity = customs.near_ties(decimal_of(line["fch_Qty"]) * factor, 3)[0]
         price = customs.near_ties(quantity * decimal_of(line["chm_Cost"]), 2)[0]
         rows.append([text(line["chm_Name"], "name"), text(line["chm_Form"], "words"), data.quantity(quantity, 3, 810),
-                     text(line["chm_Units"], "words"), data.system_money(price, 810), text(line["chm_Notes"], "words")])
+                     text(line["chm_Units"], width=540), data.system_money(price, 810), text(line["chm_Notes"], "words")])
     rows.append([text(formula["frm_Desc"], "running")])
     rows.append([text(formula["frm_Instructions"], "running")])
     return Sheet(rows + store_block(), sans=True)
@@ -115,11 +115,11 @@ def formula_log(data, key):
     formula = data.rows("SELECT * FROM Formula WHERE FormulaID = ?", log["FormulaID"])
     rows = [[text(f"{log['log_Name'].strip()} {log['log_Strength'].strip()}", "name"), text(TYPES[log["log_FormType"]])],
             [data.date(log["log_Date"], 2520), text(log["log_Initials"], "words"), text(log["log_Verified"], "words")],
-            [data.quantity(log["log_Quantity"], 2, 990), text(log["log_Units"], "words"), data.money(log["log_Cost"], 990),
+            [data.quantity(log["log_Quantity"], 2, 990), text(log["log_Units"], width=630), data.money(log["log_Cost"], 990),
              data.money(log["log_AWP"], 1080)]]
     for line in data.rows("SELECT * FROM LogChem WHERE LogID = ?", key):
         rows.append([text(line["lch_Name"], "name"), text(line["lch_Form"], "words"), data.quantity(line["lch_QTY"], 3, 810),
-                     text(line["lch_Units"], "words"), text(line["lch_Lot"], width=1170), text(line["lch_Supplier"], "words"),
+                     text(line["lch_Units"], width=540), text(line["lch_Lot"], width=1170), text(line["lch_Supplier"], "words"),
                      data.money(line["lch_Cost"], 990)])
     rows.append([text(log["log_Desc"], "running")])
     if formula:
@@ -193,7 +193,7 @@ def patient(data, key):
 
 
 def chemicals(data):
-    return Sheet([[text(row["chm_Name"], "name"), text(row["chm_Form"], "words"), text(row["chm_Units"], "words"),
+    return Sheet([[text(row["chm_Name"], "name"), text(row["chm_Form"], "words"), text(row["chm_Units"], width=900),
                    text(row["chm_NDC"], width=1170), text(row["chm_Lot"], width=1170), data.money(row["chm_Cost"], 900, " "),
                    data.money(row["chm_AWP"], 810, " "), text(row["chm_Supplier"], "words")]
                   for row in data.rows("SELECT * FROM Chemical")])

@@ -136,6 +136,7 @@ def main():
     parser.add_argument("--long", action="store_true")
     parser.add_argument("--self-test", action="store_true")
     parser.add_argument("--only", default="", help="combinations whose name has this text, of all")
+    parser.add_argument("--paper-only", action="store_true", help="no spreadsheets")
     arguments = parser.parse_args()
     if arguments.self_test:
         return self_test.run()
@@ -145,8 +146,8 @@ def main():
     seed = int(os.environ.get("SEED", "1"))
     combinations = all_combinations() if whole or arguments.only else sample(seed)
     combinations = [each for each in combinations if arguments.only in str(each)]
-    faults, values, books, cells = run(arguments.programs, arguments.languages, combinations,
-                                       len(combinations) if whole or arguments.only else 32)
+    books = 0 if arguments.paper_only else len(combinations) if whole or arguments.only else 32
+    faults, values, books, cells = run(arguments.programs, arguments.languages, combinations, books)
     for fault in faults[:SHOWN_FAULTS]:
         print(fault)
     if len(faults) > SHOWN_FAULTS:

@@ -74,11 +74,11 @@ def stands(paper, text):
 
 
 def follows(lines, start, wanted):
-    """The text from this word on, and at the same left edge in the next lines where the cell has several. A code
+    """The text from this word on, and near its left edge in the next lines where the cell has several. A code
     may break at its hyphens there."""
     left = lines[0][start].left
     for number, line in enumerate(lines):
-        at = start if number == 0 else next((i for i, word in enumerate(line) if abs(word.left - left) < 60 and
+        at = start if number == 0 else next((i for i, word in enumerate(line) if abs(word.left - left) < 150 and
                                              wanted.startswith(word.text)), None)
         if at is None:
             continue
