@@ -74,16 +74,18 @@ def stands(paper, text):
 
 
 def follows(lines, start, wanted):
-    """The text from this word on, and near its left edge in the next lines where the cell has several. A code
-    may break at its hyphens there."""
-    left = lines[0][start].left
-    for number, line in enumerate(lines):
-        at = start if number == 0 else next((i for i, word in enumerate(line) if abs(word.left - left) < 150 and
-                                             wanted.startswith(word.text)), None)
+    """The text from this word on, and below it in the next lines where the cell has several. A code may break at its
+    hyphens there."""
+    left = right = None
+    for line in lines:
+        at = start if left is None else next((i for i, word in enumerate(line) if word.left < right and word.right > left and
+                                              wanted.startswith(word.text)), None)
         if at is None:
             continue
+        left = line[at].left if left is None else left
         while wanted and at < len(line) and wanted.startswith(line[at].text):
             wanted = wanted[len(line[at].text):]
+            right = line[at].right if right is None else max(right, line[at].right)
             at += 1
         if not wanted:
             return True
