@@ -96,9 +96,11 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     layout.addSpacing(platform::grid);
     layout.addWidget(m_ring);
     layout.addSpacing(platform::grid);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_name, m_quantity, m_speeds, m_waiting, m_problem,
-                                                           m_notice, m_warnings})
-        layout.addWidget(widget);
+    for (QLabel* label : {m_name, m_quantity, m_speeds})
+        layout.addWidget(label);
+    layout.addSpacing(platform::grid);
+    for (NoticeCard* card : {m_waiting, m_problem, m_notice, m_warnings})
+        layout.addWidget(card);
 }
 
 QPushButton* MixerPanel::addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)()) {
@@ -243,13 +245,17 @@ void MixerPanel::showRing() {
     }
 }
 
-// Without the mixer's word on how far it came there is no arc and no time.
+// Without the mixer's word on how far it came the ring is dotted and says no time.
 void MixerPanel::showStopped() {
     const auto& reached = m_session.run().reached();
     const bool known = reached && reached->secondsTotal > 0;
-    const int done = known ? reached->secondsTotal - reached->secondsLeft : 0;
-    m_ring->show(known ? double(done) / reached->secondsTotal : -1, ProgressRing::Tone::Held,
-                 known ? shortTime(done) : u"--:--"_s, m_texts(PanelText::Stopped));
+    const QString stopped = m_texts(PanelText::Stopped);
+    if (!known) {
+        m_ring->show(-1, ProgressRing::Tone::Held, stopped, QString());
+        return;
+    }
+    const int done = reached->secondsTotal - reached->secondsLeft;
+    m_ring->show(double(done) / reached->secondsTotal, ProgressRing::Tone::Held, shortTime(done), stopped);
 }
 
 QString MixerPanel::unitOf(const protocol::MixId& mix, const platform::XmlDocumentPtr& document) {
@@ -342,8 +348,13 @@ void MixerPanel::showNotices() {
 
     m_sign->setVisible(m_session.isWaiting());
     m_scroll->setFocusProxy(m_session.isWaiting() ? m_sign : nullptr);  // F6 leads straight to it
-    m_waiting->show(NoticeCard::Kind::Information,
-                    m_session.isWaiting() ? m_texts(PanelText::MixWaits) : QString());
+    QStringList waits;
+    if (m_session.isWaiting())
+        waits << m_texts(PanelText::MixWaits);
+    if (m_session.isWaiting() && run.wasStopped())
+        waits << m_texts(PanelText::Interrupted);
+    m_waiting->show(waits.size() > 1 ? NoticeCard::Kind::Warning : NoticeCard::Kind::Information,
+                    waits.join('\n'_L1));
     const bool signing = m_session.isSigning();
     const PanelMessage& notice = m_session.notice();
     if (!notice.empty())

@@ -12,6 +12,10 @@ namespace sorvanto {
 namespace {
 
 constexpr double thickness = 14;
+/// Where an arc begins, in sixteenths of a degree.
+constexpr int top = 90 * 16;
+/// Of a ring that is held at a place not known.
+constexpr int dots = 24;
 
 QColor arcColor(ProgressRing::Tone tone) {
     const platform::Theme& theme = platform::theme();
@@ -51,7 +55,7 @@ void ProgressRing::show(double fraction, Tone tone, const QString& middle, const
     m_tone = tone;
     m_middle = middle;
     m_below = below;
-    setAccessibleName(middle + u", "_s + below);
+    setAccessibleName(below.isEmpty() ? middle : middle + u", "_s + below);
     update();
 }
 
@@ -66,9 +70,13 @@ void ProgressRing::paintEvent(QPaintEvent*) {
     track.setAlphaF(theme.dark ? 0.65F : 0.7F);
     painter.setPen(QPen(track, thickness));
     painter.drawEllipse(ring);
-    if (m_fraction > 0) {
+    if (m_fraction > 0 || (m_tone == Tone::Held && m_fraction == 0)) {
         painter.setPen(QPen(arcColor(m_tone), thickness, Qt::SolidLine, Qt::RoundCap));
-        painter.drawArc(ring, 90 * 16, -qRound(std::min(m_fraction, 1.0) * 360 * 16));
+        painter.drawArc(ring, top, -std::max(1, qRound(std::min(m_fraction, 1.0) * 360 * 16)));
+    } else if (m_tone == Tone::Held) {
+        painter.setPen(QPen(arcColor(m_tone), thickness / 2, Qt::SolidLine, Qt::RoundCap));
+        for (int dot = 0; dot < dots; ++dot)
+            painter.drawArc(ring, top - dot * 360 * 16 / dots, 1);
     }
     paintTexts(painter, ring.adjusted(thickness, thickness, -thickness, -thickness));
 }
@@ -77,11 +85,12 @@ void ProgressRing::paintTexts(QPainter& painter, const QRectF& inside) const {
     const platform::Theme& theme = platform::theme();
     QFont big = font();
     big.setWeight(QFont::DemiBold);
-    big = fitted(big, 36, m_middle, inside.width());
+    const bool alone = m_below.isEmpty();
+    big = fitted(big, alone ? 24 : 36, m_middle, inside.width());
     const double middle = inside.center().y();
     painter.setFont(big);
     painter.setPen(m_tone == Tone::Quiet ? theme.secondaryText : theme.text);
-    painter.drawText(QRectF(inside.left(), middle - 38, inside.width(), 48), Qt::AlignCenter, m_middle);
+    painter.drawText(QRectF(inside.left(), middle - (alone ? 24 : 38), inside.width(), 48), Qt::AlignCenter, m_middle);
 
     const QFont small = fitted(font(), 13, m_below, inside.width());
     painter.setFont(small);

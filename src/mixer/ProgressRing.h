@@ -14,7 +14,8 @@ public:
 
     explicit ProgressRing(QWidget* parent = nullptr);
 
-    /// fraction 0 to 1; below 0 no arc. Both texts are read out as the widget's accessible name.
+    /// fraction 0 to 1; below 0 no arc, or dots all round where it is held: how far it came is not known.
+    /// Both texts are read out as the widget's accessible name.
     void show(double fraction, Tone tone, const QString& middle, const QString& below);
     QString middle() const { return m_middle; }
     QString below() const { return m_below; }

@@ -2,12 +2,13 @@
 #include "mixing/MixSummaryCard.h"
 
 #include "mixer/MixTables.h"
+#include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,9 @@ constexpr int captionColumn = 0, plannedColumn = 1, doneColumn = 2;
 
 const QString dash = u"\u2013"_s;
 
-QString countText(const std::optional<int>& value) { return value ? QLocale().toString(*value) : dash; }
+QString countText(const std::optional<int>& value) {
+    return value ? platform::shownNumber(platform::format(double(*value), u"#,##0"_s)) : dash;
+}
 
 }  // namespace
 

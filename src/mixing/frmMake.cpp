@@ -3,6 +3,7 @@
 #include "mixer/BatchPassport.h"
 #include "mixer/PanelTexts.h"
 #include "platform/basic/Numbers.h"
+#include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "ui_frmMake.h"
@@ -11,6 +12,7 @@ namespace sorvanto {
 
 frmMake::frmMake(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui::frmMake>()) {
     m_ui->setupUi(this);
+    platform::makeCard(*m_ui->lblBatch);
     m_ui->lblBatch->hide();
     m_ui->txtQTY->setFormats("####0", "####0;;Null");
     m_ui->txtQTY->setBounds(1, 1000);
@@ -55,6 +57,11 @@ void frmMake::printWorksheet(bool wanted) {
 
 void frmMake::onActivate() {
     guarded("frmMake:Form_Activate", [&] {
+        // As wide as the fields above, with the lines that the name needs.
+        if (QLabel& batch = *m_ui->lblBatch; !batch.isHidden()) {
+            batch.setFixedHeight(batch.heightForWidth(batch.width()));
+            adjustSize();
+        }
         m_ui->txtQTY->setFocus();
         m_ui->txtQTY->selectAll();
     });

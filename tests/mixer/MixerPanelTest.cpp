@@ -27,6 +27,15 @@ using support::child;
 
 namespace {
 
+/// Somebody is in the midst of something.
+class BusyDesk : public Desk {
+public:
+    bool isFree() const override { return false; }
+    bool canOpenDialog() const override { return false; }
+    void keepTypedText() override {}
+    void callAttention() override {}
+};
+
 class MixerPanelTest : public testing::Test {
 protected:
     MixerPanelTest() {
@@ -287,16 +296,68 @@ TEST_F(MixerPanelTest, AStoppedMixLooksStopped) {
     EXPECT_FALSE(control->reached()) << "of the mix being signed only";
 }
 
+TEST_F(MixerPanelTest, AStopBeforeAnyWordOfTheMixLooksStoppedToo) {
+    QStringList seen;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [&] {
+        seen << ring().middle() << ring().below() << ring().accessibleName() << notice("mixerNotice")
+             << (child<QLabel>(*control, "mixerSpeeds")->isVisible() ? "speeds" : "no speeds");
+        EXPECT_LT(ring().fraction(), 0);
+        EXPECT_FALSE(control->reached()) << "nothing is worked out from what was not seen";
+        const QImage image = child<ProgressRing>(*control, "mixerRing")->grab().toImage();
+        EXPECT_EQ(image.pixelColor(image.width() / 2, 8), platform::theme().warning) << "amber";
+        const auto* steps = child<StepsTable>(*control, "mixerSteps");
+        EXPECT_EQ(steps->item(1, 3)->text(), "2 x") << "what ran is not known";
+        picture("stopped-unseen");
+        control->mixerInitialsClosed();
+    });
+    startShort();
+    line.answers = false;
+    ASSERT_TRUE(ringSays("not connected"));
+    line.mixer.receive(protocol::stopCommand());
+    line.answers = true;
+    ASSERT_TRUE(test::waitFor([&] { return !seen.isEmpty(); }));
+    EXPECT_EQ(seen, (QStringList{"stopped", "", "stopped", "This batch is marked as interrupted.", "no speeds"}));
+}
+
+TEST_F(MixerPanelTest, AStoppedMixThatWaitsForItsSignatureLooksStopped) {
+    BusyDesk desk;
+    control->setDesk(&desk);
+    startShort();
+    line.run(6'000);
+    ASSERT_TRUE(test::waitFor([&] { return ring().middle() == "00:14"; }));
+    button("mixerStop")->click();
+    ASSERT_TRUE(ringSays("stopped"));
+    ASSERT_TRUE(test::waitFor([&] { return !notice("mixerWaiting").isEmpty(); }));
+    EXPECT_EQ(ring().middle(), "00:06");
+    EXPECT_DOUBLE_EQ(ring().fraction(), 0.3);
+    EXPECT_EQ(label("mixerSpeeds"), "stopped at 00:06 in step 1 of 2");
+    EXPECT_EQ(notice("mixerWaiting"),
+              "The mix has ended. Sign it when you are ready.\nThis batch is marked as interrupted.");
+    EXPECT_EQ(buttons(), QStringList{"&Sign now"});
+    picture("stopped-waiting");
+    line.cut();
+    ASSERT_TRUE(test::waitFor([&] { return badge().isEmpty(); }));
+    EXPECT_EQ(ring().below(), "stopped") << "also when the mixer is gone meanwhile";
+    EXPECT_DOUBLE_EQ(ring().fraction(), 0.3);
+}
+
 TEST_F(MixerPanelTest, TheQuantityHasItsUnit) {
-    int asked = 0;
-    control->setUnitSource([&](int) { return ++asked, QString("GMS"); });
+    QList<int> asked;
+    control->setUnitSource([&](int formula) {
+        asked << formula;
+        return QString("MLS");
+    });
     control->StartControl();
-    const platform::XmlDocumentPtr formula = test::shortFormula();
+    const platform::XmlDocumentPtr formula = test::formulaDocument(test::shortMix, 9, 7, 240);
     control->loadFormula(formula);
     ASSERT_TRUE(ringSays("ready to start"));
-    const bool stored = formula->selectSingleNode("//Formula/ID").text() != "0";
-    EXPECT_EQ(label("mixerQuantity"), stored ? "Quantity 250 GMS in 300 ml" : "Quantity 250 in 300 ml");
-    EXPECT_EQ(asked, stored ? 1 : 0) << "once for each mix";
+    EXPECT_EQ(label("mixerQuantity"), "Quantity 240 MLS in 300 ml");
+    EXPECT_EQ(asked, QList<int>{5}) << "of the formula of the document, once for each mix";
+    formula->selectSingleNode("//Formula/ID").setText("0");
+    control->loadFormula(formula);
+    ASSERT_TRUE(ringSays("ready to start"));
+    EXPECT_EQ(label("mixerQuantity"), "Quantity 240 in 300 ml") << "a mix of no stored formula has no unit";
+    EXPECT_EQ(asked.size(), 1);
 }
 
 TEST_F(MixerPanelTest, OffersAreLoggedOrPutAsideByAQuestion) {

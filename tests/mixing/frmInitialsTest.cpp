@@ -1,6 +1,12 @@
 // The dialog in which a batch is signed.
 #include "mixing/frmInitials.h"
 #include "MixingTest.h"
+#include "Settle.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/widgets/Theme.h"
+
+#include <QAction>
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +19,9 @@ namespace {
 
 const platform::BoxStyle information{platform::Buttons::Ok, platform::Icon::Information};
 const QString missing = "Must designate initials of compounder and verifier to log.";
+
+const char* const told[] = {"txtfrm_Name",      "lbllog_Lot",  "lbllog_Initials", "txtInitials",
+                            "lbllog_Verified", "txtVerified", "cmdOK",           "cmdCancel"};
 
 class frmInitialsTest : public MixingTest {
 protected:
@@ -28,6 +37,31 @@ protected:
     void show(const std::function<void()>& script) {
         asker.expectModal("frmInitials", [script](QWidget&) { script(); });
         dialog->showModal();
+    }
+    /// Where the told controls stand in a dialog of that name and lot, with the card or without.
+    QMap<QString, QRect> places(const QString& lot, bool card) {
+        dialog = std::make_unique<frmInitials>();
+        dialog->setFormula(document(formulaXml()));
+        dialog->setResults(stopped());
+        dialog->log_Lot(lot);
+        child<QWidget>(*dialog, "mixSummary")->setVisible(card);
+        QMap<QString, QRect> places;
+        show([&] {
+            support::settle();
+            for (const char* name : told)
+                places[name] = child<QWidget>(*dialog, name)->geometry();
+            press("cmdCancel");
+        });
+        return places;
+    }
+    static QByteArray deliveredGerman() {
+        QFile delivered(QString(SORVANTO_SOURCE_DIR) + "/languages/GermanTranslation.xml");
+        EXPECT_TRUE(delivered.open(QIODevice::ReadOnly));
+        return delivered.readAll();
+    }
+    platform::XmlDocumentPtr stopped() const {
+        return document("<Results Value=\"SV26\"><Interuption Value=\"U\"/>"
+                        "<TotalMixingRevolutions Value=\"1760\"/></Results>");
     }
     void press(const QString& button) const { child<QPushButton>(*dialog, button)->click(); }
     void sign(const QString& initials = "RK", const QString& verified = "LM") const {
@@ -124,8 +158,7 @@ TEST_F(frmInitialsTest, TheSameInitialsTwiceAreShownAndNotBlocked) {
 TEST_F(frmInitialsTest, PlannedAndDoneStandBelowWithoutMovingTheRest) {
     sql("UPDATE Formula SET frm_Units = 'GMS' WHERE FormulaID = 1");
     dialog->setFormula(document(formulaXml()));
-    dialog->setResults(document("<Results Value=\"SV26\"><Interuption Value=\"U\"/>"
-                                "<TotalMixingRevolutions Value=\"1760\"/></Results>"));
+    dialog->setResults(stopped());
     const auto text = [&](const char* name) { return str(child<QLabel>(*dialog, name)->text()); };
     EXPECT_EQ(text("mixSummaryBatch"), "Cooling Gel · 25 GMS in 300 ml");
     EXPECT_EQ(text("doneInterrupted"), "Yes");
@@ -141,18 +174,67 @@ TEST_F(frmInitialsTest, PlannedAndDoneStandBelowWithoutMovingTheRest) {
         EXPECT_EQ(dialog->height() - card->geometry().bottom() - 1, 24);
         EXPECT_EQ(child<QLabel>(*dialog, "doneSteps")->height(), 24);
         EXPECT_EQ(child<QLabel>(*dialog, "doneSteps")->width(), 72);
-        // Without the block the rest stands just as it does with it.
-        QMap<QString, QRect> places;
-        for (const char* name : {"txtInitials", "txtVerified", "cmdOK", "cmdCancel", "lbllog_Lot"})
-            places[name] = child<QWidget>(*dialog, name)->geometry();
-        if (const QString target = qEnvironmentVariable("SORVANTO_PICTURES"); !target.isEmpty())
-            dialog->grab().save(target + "/sign.png");
-        child<QFrame>(*dialog, "mixSummary")->hide();
-        dialog->adjustSize();
-        for (auto it = places.cbegin(); it != places.cend(); ++it)
-            EXPECT_EQ(child<QWidget>(*dialog, it.key())->geometry(), it.value()) << str(it.key());
         press("cmdCancel");
     });
+}
+
+TEST_F(frmInitialsTest, TheToldControlsStandWhereTheyStoodWithoutTheCard) {
+    folder.write("GermanTranslation.xml", deliveredGerman());
+    for (const bool themed : {false, true}) {
+        if (themed)
+            platform::applyTheme(*qApp, false);
+        for (const int language : {0, 2}) {
+            startConfiguration(std::int16_t(language));
+            for (const char* lot : {"", "SV04260012"})
+                EXPECT_EQ(places(lot, true), places(lot, false)) << themed << language << lot;
+        }
+    }
+    qApp->setStyleSheet({});
+}
+
+TEST_F(frmInitialsTest, AmberComesWithTheSameInitialsGoesWithOthersAndMovesNothing) {
+    platform::applyTheme(*qApp, false);
+    dialog->setFormula(document(formulaXml()));
+    show([&] {
+        const auto places = [&] {
+            support::settle();
+            QList<QRect> found;
+            for (const char* name : told)
+                found << child<QWidget>(*dialog, name)->geometry();
+            return found;
+        };
+        const auto edge = [&](const char* name) {
+            const QImage image = box(name)->grab().toImage();
+            return image.pixelColor(image.width() / 2, 0);
+        };
+        const QColor amber = platform::theme().warning;
+        sign("RK", "R");
+        const QList<QRect> before = places();
+        EXPECT_NE(edge("txtInitials"), amber);
+        box("txtVerified")->setText("RK");
+        EXPECT_EQ(places(), before);
+        EXPECT_EQ(edge("txtInitials"), amber);
+        EXPECT_EQ(edge("txtVerified"), amber) << "with the focus or without";
+        EXPECT_TRUE(box("txtVerified")->actions().constFirst()->isVisible());
+        box("txtVerified")->setText("RKL");
+        EXPECT_NE(edge("txtInitials"), amber);
+        EXPECT_NE(edge("txtVerified"), amber);
+        EXPECT_FALSE(box("txtVerified")->actions().constFirst()->isVisible());
+        EXPECT_EQ(str(box("txtVerified")->accessibleDescription()), "");
+        press("cmdCancel");
+    });
+    qApp->setStyleSheet({});
+}
+
+TEST_F(frmInitialsTest, RevolutionsHaveTheMarksOfTheSystem) {
+    for (const auto& [locale, shown] : {std::pair("de_DE", u"1.760"_s), std::pair("en_US", u"1,760"_s),
+                                        std::pair("de_CH", u"1\u2019760"_s)}) {
+        platform::setSystemLocale(QLocale(locale));
+        dialog->setFormula(document(formulaXml()));
+        dialog->setResults(stopped());
+        EXPECT_EQ(str(child<QLabel>(*dialog, "doneRevolutions")->text()), str(shown)) << locale;
+    }
+    platform::setSystemLocale({});
 }
 
 TEST_F(frmInitialsTest, OkNeedsBothInitialsAndTellsTheMixerInAnyCase) {

@@ -1,7 +1,9 @@
 // The question of how much to make.
 #include "mixing/frmMake.h"
 #include "MixingTest.h"
+#include "Settle.h"
 #include "platform/widgets/Hint.h"
+#include "platform/widgets/Theme.h"
 
 #include <QCheckBox>
 
@@ -49,6 +51,45 @@ TEST_F(frmMakeTest, NamesTheFormulaAndItsBaseBatch) {
     question.setFormula(formula);
     EXPECT_FALSE(batch->isHidden());
     EXPECT_EQ(str(batch->text()), "Cooling Gel · base batch 240 MLS");
+}
+
+TEST_F(frmMakeTest, TheNameStandsBelowWholeAndMovesNothing) {
+    for (const bool dark : {false, true}) {
+        platform::applyTheme(*qApp, dark);
+        for (const bool german : {false, true}) {
+            startConfiguration(german ? 2 : 0);
+            QMap<QString, QRect> places;
+            const auto shown = [&](const QString& name) {
+                frmMake question;
+                question.MakeQty(240);
+                clsFormula formula;
+                formula.frm_Name = name;
+                formula.frm_Quantity = 240;
+                formula.frm_Units = "MLS";
+                question.setFormula(formula);
+                asker.expectModal("frmMake", [&](QWidget& form) {
+                    support::settle();
+                    const auto* batch = child<QLabel>(form, "lblBatch");
+                    for (const char* told : {"lblQty", "txtQTY", "chkPrint", "OKButton", "CancelButton"}) {
+                        const QRect place = child<QWidget>(form, told)->geometry();
+                        EXPECT_EQ(places.value(told, place), place) << told << ", " << str(name);
+                        places[told] = place;
+                        EXPECT_TRUE(name.isEmpty() || batch->y() > place.bottom()) << told;
+                    }
+                    EXPECT_EQ(places.value("window", form.geometry()).width(), form.width());
+                    places["window"] = form.geometry();
+                    EXPECT_EQ(batch->isVisible(), !name.isEmpty());
+                    EXPECT_GE(batch->height(), batch->heightForWidth(batch->width())) << str(name) << ": not cut, " << form.width() << " x " << form.height();
+                    press(form, "CancelButton");
+                });
+                question.showModal();
+            };
+            shown({});
+            shown("Cooling Gel");
+            shown("Magic Mouthwash with Lidocaine, Diphenhydramine and Aluminium Hydroxide, sugar free");
+        }
+    }
+    qApp->setStyleSheet({});
 }
 
 TEST_F(frmMakeTest, OkTakesTheQuantity) {

@@ -85,6 +85,29 @@ TEST_F(CurrFormulaTest, AMakeFromTheFormulaScreenAsksOnceAndEndsHere) {
     EXPECT_EQ(str(sqlText("SELECT fch_Qty FROM FormChem WHERE FormChemID = 11")), "1.2345");
 }
 
+TEST_F(CurrFormulaTest, TheQuestionNamesItsFormulaAlsoOverAnotherOne) {
+    sql("UPDATE Formula SET frm_Units = 'GMS' WHERE frm_Name = 'Cooling Gel'");
+    QStringList asked;
+    const auto expectNamed = [&] {
+        asker.expectModal("frmMake", [&](QWidget& question) {
+            asked << box("txtfrm_Name") + ": " + support::child<QLabel>(question, "lblBatch")->text();
+            support::child<QPushButton>(question, "OKButton")->click();
+        });
+    };
+    loadAt("Cooling Gel");
+    expectNamed();
+    click("cmdMake");
+    click("cmdFormulas");
+    click("cmdFirst");
+    const QString first = text(formulas, "txtfrm_Name");
+    ASSERT_NE(str(first), "Cooling Gel");
+    expectNamed();
+    click("cmdMake");
+    ASSERT_EQ(asked.size(), 2);
+    EXPECT_EQ(str(asked[0]), ": Cooling Gel \u00B7 base batch 10 GMS") << "over an empty screen";
+    EXPECT_TRUE(asked[1].startsWith("Cooling Gel: " + first + u" \u00B7 base batch "_s)) << str(asked[1]);
+}
+
 TEST_F(CurrFormulaTest, ACancelledQuantityLeavesTheFormulaHereAndTheMixerAlone) {
     loadAt("Cooling Gel");
     expectQuantity("10", "");

@@ -95,6 +95,7 @@ TEST_P(FormulaLayoutTest, Dialogs) {
     start();
     frmMake question;
     question.MakeQty(250);
+    question.setFormula(platform::deref(clsFormula().openFormula(1, QString())));
     asker.expectModal("frmMake", [this](QWidget& form) {
         check(form, "make");
         form.close();
@@ -105,6 +106,8 @@ TEST_P(FormulaLayoutTest, Dialogs) {
         signing.setFormula(document(u"<Formula><ID>%1</ID><Type>9</Type><Size>3</Size><Make>25</Make>"
                                     u"<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/></Formula>"_s.arg(id)));
         signing.log_Lot("AB0012");
+        signing.setResults(document("<Results Value=\"AB\"><Interuption Value=\"U\"/>"
+                                    "<TotalMixingRevolutions Value=\"1760\"/></Results>"));
         asker.expectModal("frmInitials", [this, id](QWidget& form) {
             check(form, u"initials-"_s + id);
             form.close();

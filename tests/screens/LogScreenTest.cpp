@@ -174,6 +174,28 @@ TEST_F(LogScreenTest, ShowsTheResultsAndNineEmptyLabelsWithout) {
     EXPECT_EQ(str(results()), "||||||||");
 }
 
+TEST_F(LogScreenTest, AStoppedBatchSaysSoOnItsFirstTab) {
+    sql("UPDATE Log SET log_Results = replace(log_Results, '\"No\"', '\"U\"') WHERE LogID = 1;"
+        "UPDATE Log SET log_Results = replace(log_Results, '\"No\"', '\"A\"') WHERE LogID = 2;"
+        "UPDATE Log SET log_Results = '' WHERE LogID = 3;");
+    openScreen();
+    const auto& badge = control<QLabel>(logs, "lblInterrupted");
+    EXPECT_EQ(str(results()), "AB|3|9|42|U|2|0010|007|S-2");
+    EXPECT_TRUE(badge.isVisible()) << "without looking for the fourth tab";
+    EXPECT_EQ(str(badge.text()), "interrupted");
+    click("cmdNext");
+    EXPECT_FALSE(badge.isVisible()) << "ran to its end";
+    click("cmdPrevious");
+    EXPECT_TRUE(badge.isVisible());
+    click("cmdLast");
+    EXPECT_FALSE(badge.isVisible()) << "without results nothing is known";
+    QCoreApplication::processEvents();
+    click("cmdFirst");
+    QCoreApplication::processEvents();
+    const QRect quantity = box("txtlog_Quantity").geometry();
+    EXPECT_GT(badge.geometry().left(), quantity.right()) << "beside the quantity, not over it";
+}
+
 TEST_F(LogScreenTest, ResultsLackingANodeAreReportedAndKeepTheFormerValuesFromThere) {
     sql("UPDATE Log SET log_Results = '<Results Value=\"ZZ\"><Size Value=\"7\"/><Type Value=\"1\"/>"
         "<Interuption Value=\"U\"/></Results>' WHERE LogID = 2;"

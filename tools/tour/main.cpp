@@ -5,6 +5,7 @@
 #include "RecoveryTour.h"
 #include "SampleTour.h"
 #include "Stages.h"
+#include "StoppedTour.h"
 
 #include "core/Application.h"
 #include "platform/ask/Ask.h"
@@ -40,6 +41,8 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption dark("dark", "Only pictures in the dark theme.");
     QCommandLineOption language("language", "Only pictures in a language.", "NUMBER");
     QCommandLineOption stop("stop-after", "Die at mixdone.", "mixdone");
+    QCommandLineOption stopped("stopped", "Only pictures of a mix of the formula that is stopped.", "NAME");
+    QCommandLineOption prefix("prefix", "In front of the name of each of these pictures.", "TEXT");
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
@@ -49,10 +52,10 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &recover, &vain, &second, &failing, &printers,
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &recover, &vain, &second, &failing, &printers,
                                        &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, recover, vain, second, failing, printers, print,
+    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, recover, vain, second, failing, printers, print,
                        missing, none, refusing});
 }
 
@@ -98,6 +101,9 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
         tour::EmptyTour empty(folder, pictures);
         empty.run();
         tell(empty.files(), folder);
+    } else if (isSet("stopped")) {
+        tour::runStopped(folder, pictures, parser.value("prefix"), parser.value("stopped"),
+                         parser.value("language").toInt());
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {

@@ -135,8 +135,6 @@ void makeFieldLabel(QWidget& label) {
     setLook(label, "fieldLabel");
     if (auto* text = qobject_cast<QLabel*>(&label))
         text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    if (auto* text = qobject_cast<QLabel*>(&label))
-        text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void setLook(QWidget& widget, const char* property, bool on) {

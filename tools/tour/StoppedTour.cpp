@@ -1,0 +1,82 @@
+// The way of a batch that does not run to its end.
+#include "StoppedTour.h"
+
+#include "Batch.h"
+#include "Program.h"
+
+#include "mixer/ProgressRing.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+
+namespace tour {
+namespace {
+
+constexpr double midst = 0.42;
+constexpr int longestWait = 120'000;  // milliseconds
+
+void make(Visitor& visitor) {
+    visitor.robot().expectDialog("frmMake", [&](QWidget& dialog) {
+        visitor.picture("quantity", &dialog);
+        Visitor::click(Visitor::find<QWidget>(dialog, "OKButton"));
+    });
+    visitor.tool("cmdMake");
+    visitor.wait(
+        "the formula on the mixer", [&] { return visitor.find<QAbstractButton>("mixerStart").isEnabled(); },
+        longestWait);
+}
+
+/// With a text half typed, so that the mix has to wait for its signature.
+void stopInItsMidst(Visitor& visitor) {
+    visitor.click("mixerStart");
+    visitor.tool("cmdFormulas");
+    visitor.tool("cmdEdit");
+    visitor.type("txtfrm_NDC", "0");
+    const auto& ring = visitor.find<sorvanto::ProgressRing>("mixerRing");
+    visitor.wait(
+        "the midst of the mix", [&] { return ring.fraction() >= midst; }, longestWait);
+    visitor.click("mixerStop");
+    const auto* sign = visitor.window().findChild<QAbstractButton*>("mixerSign");
+    visitor.wait(
+        "the card of the mix that waits", [&] { return sign && sign->isVisible(); }, longestWait);
+    visitor.picture("stopped-window");
+    visitor.picture("stopped-panel", &visitor.find<QWidget>("ctlSorvanto1"));
+}
+
+void sign(Visitor& visitor) {
+    visitor.robot().expectDialog("frmInitials", [&](QWidget& dialog) {
+        visitor.picture("sign", &dialog);
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), Batch::compounder);
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::compounder);
+        visitor.picture("sign-same", &dialog);
+        visitor.picture("signing-panel", &visitor.find<QWidget>("ctlSorvanto1"));
+        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::verifier);
+        visitor.picture("sign-stopped", &dialog);
+        Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
+    });
+    visitor.click("mixerSign");
+    visitor.settle();
+}
+
+}  // namespace
+
+void runStopped(const QString& programFolder, const QString& pictureFolder, const QString& prefix,
+                const QString& formula, int language) {
+    Visitor visitor(pictureFolder, prefix);
+    Program program(visitor, programFolder);
+    program.start(language);
+    visitor.search(formula);
+    make(visitor);
+    stopInItsMidst(visitor);
+    sign(visitor);
+    visitor.tool("cmdLogs");
+    require(visitor.find<QLabel>("lblInterrupted").isVisible(), "the log does not say that it was stopped.");
+    visitor.picture("log-interrupted");
+    visitor.tool("cmdFormulas");
+    visitor.openTab(1);
+    visitor.picture("current-row");
+    visitor.requireNoReport();
+    program.leave();
+}
+
+}  // namespace tour
