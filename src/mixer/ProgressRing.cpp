@@ -90,7 +90,8 @@ void ProgressRing::paintTexts(QPainter& painter, const QRectF& inside) const {
     const double middle = inside.center().y();
     painter.setFont(big);
     painter.setPen(m_tone == Tone::Quiet ? theme.secondaryText : theme.text);
-    painter.drawText(QRectF(inside.left(), middle - (alone ? 24 : 38), inside.width(), 48), Qt::AlignCenter, m_middle);
+    painter.drawText(QRectF(inside.left(), middle - (alone ? 24 : 38), inside.width(), 48), Qt::AlignCenter,
+                     m_middle);
 
     const QFont small = fitted(font(), 13, m_below, inside.width());
     painter.setFont(small);

@@ -57,11 +57,6 @@ void frmMake::printWorksheet(bool wanted) {
 
 void frmMake::onActivate() {
     guarded("frmMake:Form_Activate", [&] {
-        // As wide as the fields above, with the lines that the name needs.
-        if (QLabel& batch = *m_ui->lblBatch; !batch.isHidden()) {
-            batch.setFixedHeight(batch.heightForWidth(batch.width()));
-            adjustSize();
-        }
         m_ui->txtQTY->setFocus();
         m_ui->txtQTY->selectAll();
     });

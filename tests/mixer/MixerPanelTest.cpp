@@ -316,7 +316,8 @@ TEST_F(MixerPanelTest, AStopBeforeAnyWordOfTheMixLooksStoppedToo) {
     line.mixer.receive(protocol::stopCommand());
     line.answers = true;
     ASSERT_TRUE(test::waitFor([&] { return !seen.isEmpty(); }));
-    EXPECT_EQ(seen, (QStringList{"stopped", "", "stopped", "This batch is marked as interrupted.", "no speeds"}));
+    EXPECT_EQ(seen,
+              (QStringList{"stopped", "", "stopped", "This batch is marked as interrupted.", "no speeds"}));
 }
 
 TEST_F(MixerPanelTest, AStoppedMixThatWaitsForItsSignatureLooksStopped) {

@@ -20,7 +20,7 @@ namespace {
 const platform::BoxStyle information{platform::Buttons::Ok, platform::Icon::Information};
 const QString missing = "Must designate initials of compounder and verifier to log.";
 
-const char* const told[] = {"txtfrm_Name",      "lbllog_Lot",  "lbllog_Initials", "txtInitials",
+const char* const told[] = {"txtfrm_Name",     "lbllog_Lot",  "lbllog_Initials", "txtInitials",
                             "lbllog_Verified", "txtVerified", "cmdOK",           "cmdCancel"};
 
 class frmInitialsTest : public MixingTest {

@@ -79,7 +79,8 @@ TEST_F(frmMakeTest, TheNameStandsBelowWholeAndMovesNothing) {
                     EXPECT_EQ(places.value("window", form.geometry()).width(), form.width());
                     places["window"] = form.geometry();
                     EXPECT_EQ(batch->isVisible(), !name.isEmpty());
-                    EXPECT_GE(batch->height(), batch->heightForWidth(batch->width())) << str(name) << ": not cut, " << form.width() << " x " << form.height();
+                    EXPECT_TRUE(name.isEmpty() || batch->height() >= batch->heightForWidth(batch->width()))
+                        << "not cut";
                     press(form, "CancelButton");
                 });
                 question.showModal();

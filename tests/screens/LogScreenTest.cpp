@@ -192,7 +192,7 @@ TEST_F(LogScreenTest, AStoppedBatchSaysSoOnItsFirstTab) {
     QCoreApplication::processEvents();
     click("cmdFirst");
     QCoreApplication::processEvents();
-    const QRect quantity = box("txtlog_Quantity").geometry();
+    const QRect quantity = control<platform::NumberBox>(logs, "txtlog_Quantity").geometry();
     EXPECT_GT(badge.geometry().left(), quantity.right()) << "beside the quantity, not over it";
 }
 

@@ -57,10 +57,18 @@ void Batch::mix() {
     visitor.settle();
 }
 
+void Batch::typeInitials(Visitor& visitor, QWidget& dialog, const QString& box, const QString& initials) {
+    auto& field = Visitor::find<QLineEdit>(dialog, box);
+    visitor.wait("the typed initials", [&] {
+        Visitor::type(field, initials);
+        return field.text() == initials;
+    });
+}
+
 void Batch::sign(QWidget& dialog, const QString& first, const QString& second) {
     requireSame("the formula to sign", Visitor::find<QLineEdit>(dialog, "txtfrm_Name").text(), m_formula);
-    Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), first);
-    Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), second);
+    typeInitials(m_visitor, dialog, "txtInitials", first);
+    typeInitials(m_visitor, dialog, "txtVerified", second);
     m_visitor.picture("initials", &dialog);
     Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
 }

@@ -21,6 +21,8 @@ public:
     void setSigning(Robot::Script signing) { m_signing = std::move(signing); }
     /// The dialog of the initials: pictures it, types both, presses OK.
     void sign(QWidget& dialog, const QString& compounder, const QString& verifier);
+    /// The dialog takes no keys in its first moment: typed until they are taken.
+    static void typeInitials(Visitor& visitor, QWidget& dialog, const QString& box, const QString& initials);
     /// Requires the program to be back on the formulas.
     void requireFormulas() const;
 

@@ -31,7 +31,7 @@ void stopInItsMidst(Visitor& visitor) {
     visitor.click("mixerStart");
     visitor.tool("cmdFormulas");
     visitor.tool("cmdEdit");
-    visitor.type("txtfrm_NDC", "0");
+    visitor.type("txtfrm_Strength", "1:1:1 fresh");
     const auto& ring = visitor.find<sorvanto::ProgressRing>("mixerRing");
     visitor.wait(
         "the midst of the mix", [&] { return ring.fraction() >= midst; }, longestWait);
@@ -46,11 +46,11 @@ void stopInItsMidst(Visitor& visitor) {
 void sign(Visitor& visitor) {
     visitor.robot().expectDialog("frmInitials", [&](QWidget& dialog) {
         visitor.picture("sign", &dialog);
-        Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), Batch::compounder);
-        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::compounder);
+        Batch::typeInitials(visitor, dialog, "txtInitials", Batch::compounder);
+        Batch::typeInitials(visitor, dialog, "txtVerified", Batch::compounder);
         visitor.picture("sign-same", &dialog);
         visitor.picture("signing-panel", &visitor.find<QWidget>("ctlSorvanto1"));
-        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::verifier);
+        Batch::typeInitials(visitor, dialog, "txtVerified", Batch::verifier);
         visitor.picture("sign-stopped", &dialog);
         Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
     });

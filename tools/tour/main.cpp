@@ -52,11 +52,11 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &recover, &vain, &second, &failing, &printers,
-                                       &print, &missing, &none, &refusing})
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &recover, &vain, &second,
+                                       &failing, &printers, &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, recover, vain, second, failing, printers, print,
-                       missing, none, refusing});
+    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, recover, vain, second, failing,
+                       printers, print, missing, none, refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
