@@ -354,7 +354,7 @@ void MixerPanel::showNotices() {
     if (m_session.isWaiting() && run.wasStopped())
         waits << m_texts(PanelText::Interrupted);
     m_waiting->show(waits.size() > 1 ? NoticeCard::Kind::Warning : NoticeCard::Kind::Information,
-                    waits.join('\n'_L1));
+                    waits.join(' '_L1));
     const bool signing = m_session.isSigning();
     const PanelMessage& notice = m_session.notice();
     if (!notice.empty())

@@ -333,7 +333,7 @@ TEST_F(MixerPanelTest, AStoppedMixThatWaitsForItsSignatureLooksStopped) {
     EXPECT_DOUBLE_EQ(ring().fraction(), 0.3);
     EXPECT_EQ(label("mixerSpeeds"), "stopped at 00:06 in step 1 of 2");
     EXPECT_EQ(notice("mixerWaiting"),
-              "The mix has ended. Sign it when you are ready.\nThis batch is marked as interrupted.");
+              "The mix has ended. Sign it when you are ready. This batch is marked as interrupted.");
     EXPECT_EQ(buttons(), QStringList{"&Sign now"});
     picture("stopped-waiting");
     line.cut();

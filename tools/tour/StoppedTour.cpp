@@ -75,6 +75,9 @@ void runStopped(const QString& programFolder, const QString& pictureFolder, cons
     visitor.tool("cmdFormulas");
     visitor.openTab(1);
     visitor.picture("current-row");
+    visitor.tool("cmdCancel");
+    visitor.tool("cmdChemicals");  // open for editing from the start
+    visitor.tool("cmdCancel");
     visitor.requireNoReport();
     program.leave();
 }
