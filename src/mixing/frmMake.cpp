@@ -44,7 +44,9 @@ void frmMake::setFormula(const clsFormula& formula) {
     batch.name = formula.frm_Name;
     batch.quantity = QString::number(formula.frm_Quantity);
     batch.unit = formula.frm_Units;
-    batch.quantity = filledIn(translated("base batch %1"), {batch.amount()});
+    // A line end between number and unit would make two readings of it.
+    const QString amount = batch.amount().replace(u' ', QChar::Nbsp);
+    batch.quantity = filledIn(translated("base batch %1"), {amount});
     batch.unit.clear();
     m_ui->lblBatch->setText(batch.line({}));
     m_ui->lblBatch->setVisible(!formula.frm_Name.isEmpty());

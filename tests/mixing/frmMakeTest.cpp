@@ -50,7 +50,7 @@ TEST_F(frmMakeTest, NamesTheFormulaAndItsBaseBatch) {
     formula.frm_Units = "MLS";
     question.setFormula(formula);
     EXPECT_FALSE(batch->isHidden());
-    EXPECT_EQ(str(batch->text()), "Cooling Gel · base batch 240 MLS");
+    EXPECT_EQ(str(batch->text()), "Cooling Gel · base batch 240\u00A0MLS");
 }
 
 TEST_F(frmMakeTest, TheNameStandsBelowWholeAndMovesNothing) {

@@ -104,7 +104,7 @@ TEST_F(CurrFormulaTest, TheQuestionNamesItsFormulaAlsoOverAnotherOne) {
     expectNamed();
     click("cmdMake");
     ASSERT_EQ(asked.size(), 2);
-    EXPECT_EQ(str(asked[0]), ": Cooling Gel \u00B7 base batch 10 GMS") << "over an empty screen";
+    EXPECT_EQ(str(asked[0]), ": Cooling Gel \u00B7 base batch 10\u00A0GMS") << "over an empty screen";
     EXPECT_TRUE(asked[1].startsWith("Cooling Gel: " + first + u" \u00B7 base batch "_s)) << str(asked[1]);
 }
 

@@ -61,8 +61,8 @@ void RecoveryTour::signInVain(const QString& initials) {
     chooseAndMake([&](QWidget& dialog) {
         lot = lotOf(dialog);
         before = logged();
-        Visitor::type(Visitor::find<QWidget>(dialog, "txtInitials"), initials);
-        Visitor::type(Visitor::find<QWidget>(dialog, "txtVerified"), Batch::verifier);
+        Batch::typeInitials(m_visitor, dialog, "txtInitials", initials);
+        Batch::typeInitials(m_visitor, dialog, "txtVerified", Batch::verifier);
         Visitor::click(Visitor::find<QWidget>(dialog, "cmdOK"));
     });
     std::printf("%s\n", qUtf8Printable(lot));
