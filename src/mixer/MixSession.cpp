@@ -16,10 +16,6 @@ namespace sorvanto {
 
 using protocol::MixId;
 
-namespace {
-constexpr int deskInterval = 200;  // milliseconds between two looks at the desk
-}  // namespace
-
 MixerEnvironment MixerEnvironment::real() {
     return {[] { return std::make_unique<platform::QtSerialPort>(); },
             [](int port) { return platform::portPath(port); },
@@ -218,7 +214,7 @@ void MixSession::handOverNext() {
 }
 
 void MixSession::wait() {
-    m_deskAgain.start(deskInterval);
+    m_deskAgain.start(m_environment.deskInterval);
     HandOver& next = m_toHandOver.first();
     if (!next.told)
         m_desk->callAttention();

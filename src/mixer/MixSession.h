@@ -23,6 +23,7 @@ struct MixerEnvironment {
     std::function<QString(int)> portPath;
     std::function<protocol::MixId()> makeMixId;
     LinkTiming timing;
+    int deskInterval = 200;  ///< milliseconds between two looks at the desk
 
     /// Real ports, random numbers, real times.
     static MixerEnvironment real();

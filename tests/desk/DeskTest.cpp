@@ -56,6 +56,7 @@ void DeskTest::look() {
     QWidget* modal = modalOnShow();
     if (!modal || !modal->isVisible() || modal == m_seen)
         return;
+    const QPointer<QWidget> outer = m_seen;
     m_seen = modal;
     shown << nameOf(*modal);
     if (m_expected.isEmpty() || m_expected.first().name != shown.last()) {
@@ -66,7 +67,7 @@ void DeskTest::look() {
     const Expected next = m_expected.takeFirst();
     const QPointer<QWidget> alive(modal);
     next.script(*modal);
-    m_seen = nullptr;
+    m_seen = outer;
     if (alive && alive->isVisible()) {
         ADD_FAILURE() << "left open: " << str(next.name);
         alive->hide();

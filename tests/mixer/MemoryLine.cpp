@@ -20,7 +20,7 @@ MixerEnvironment MemoryLine::environment() {
     timing.mixPoll = 10;
     timing.reopen = 20;
     return {[this] { return std::make_unique<MemoryPort>(*this); }, [](int) { return u"/memory/COM1"_s; },
-            [this] { return QByteArray::number(++mixIds).rightJustified(8, '0'); }, timing};
+            [this] { return QByteArray::number(++mixIds).rightJustified(8, '0'); }, timing, 5};
 }
 
 MemoryPort::~MemoryPort() {
