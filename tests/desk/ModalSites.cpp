@@ -57,6 +57,7 @@ const QMap<QString, std::pair<int, const char*>> withoutRow{
     {u"class ModalForm"_s, {1, "the base of all forms"}},
     {u"class AskDialog"_s, {1, "the window of all boxes"}},
     {u"class ErrorReportList"_s, {1, "stands beside the window and blocks nothing"}},
+    {u"class DraftReader"_s, {1, "stands beside the window and blocks nothing"}},
 };
 
 }  // namespace
