@@ -165,8 +165,9 @@ void MatrixTest::happens() {
     EXPECT_EQ(QApplication::activePopupWidget(), popup);
     EXPECT_EQ(textsIn(read), before) << "typed text";
     EXPECT_EQ(str(caption()), str(screenText)) << "the screen behind it";
-    if (!GetParam().signing)
+    if (!GetParam().signing) {
         EXPECT_EQ(accounted(), event->ending == Ending::Without ? 0 : 1);
+    }
     if (toBeSigned)
         sign();
 }
@@ -278,8 +279,9 @@ void MatrixTest::cross(const MixerEvent& chosen) {
     GetParam().open(*this);
     EXPECT_EQ(happened, 1) << "it was not on show";
     finish();
-    if (!GetParam().changesRows)
+    if (!GetParam().changesRows) {
         EXPECT_EQ(str(rows()), str(before)) << "rows that nobody asked to change";
+    }
     ++combinations;
 }
 
