@@ -79,7 +79,7 @@ std::optional<JournalEntry> readEntry(const QString& path) {
 }
 
 void moveToClosed(const JournalEntry& entry) {
-    QDir().mkpath(closedFolder());
+    platform::makePrivateFolder(closedFolder());
     const QString date =
         (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(u"yyyyMMdd-HHmmss"_s);
     const QString target = closedFolder() + u"/%1-%2.xml"_s.arg(date, QString::fromLatin1(entry.mix));
@@ -134,7 +134,7 @@ JournalEntry& MixJournal::entry(const MixId& mix) {
 }
 
 void MixJournal::write(const JournalEntry& entry) const {
-    if (!QDir().mkpath(folder()))
+    if (!platform::makePrivateFolder(folder()))
         throw platform::RuntimeError(platform::error::permissionDenied,
                                      u"Can't make the folder %1"_s.arg(folder()));
     const XmlDocumentPtr file = XmlDocument::create();

@@ -57,6 +57,17 @@ TEST_F(MixJournalTest, FileOfAFinishedMixIsForPeopleToo) {
                   test::shortFormula()->xml() + someResults()->xml() + "</Mix>");
 }
 
+TEST_F(MixJournalTest, FolderAndFilesAreTheirOwnersAlone) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    constexpr auto others = QFile::ReadGroup | QFile::ReadOther | QFile::ExeGroup | QFile::ExeOther;
+    EXPECT_EQ(QFile::permissions(folder.path("mixes")) & others, QFile::Permissions());
+    EXPECT_EQ(QFile::permissions(folder.path("mixes/3FA21C09.xml")) & others, QFile::Permissions());
+    journal.close(mixId, JournalState::PutAside);
+    EXPECT_EQ(QFile::permissions(folder.path("mixes/closed")) & others, QFile::Permissions());
+}
+
 TEST_F(MixJournalTest, EachStateSurvives) {
     MixJournal journal;
     journal.load(mixId, test::shortFormula());
