@@ -70,6 +70,16 @@ protected:
     }
 };
 
+/// The current row is that line, scaled by whole numbers alone.
+void expectScaled(platform::Recordset& rows, const Line& line, std::int64_t make, std::int64_t base) {
+    const std::int64_t quantity = rounded(Wide(line.quantity) * make, Wide(10000) * base, 3);
+    ASSERT_EQ(str(nullText(rows.value("fch_Qty"))), decimal(quantity, 3));
+    ASSERT_EQ(str(nullText(rows.value("chm_Cost"))),
+              decimal(rounded(Wide(quantity) * line.cost, 10000000, 2), 2));
+    ASSERT_EQ(str(nullText(rows.value("chm_AWP"))),
+              decimal(rounded(Wide(quantity) * line.awp, 10000000, 2), 2));
+}
+
 TEST_F(ScalingPropertyTest, AgreesWithWholeNumbersOnDrawnFormulas) {
     std::mt19937 random(20260307);
     const auto draw = [&](std::int64_t most) {
@@ -91,14 +101,9 @@ TEST_F(ScalingPropertyTest, AgreesWithWholeNumbersOnDrawnFormulas) {
         ASSERT_EQ(rows.recordCount(), static_cast<std::int64_t>(lines.size()));
         Wide totalCost = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {
-            rows.setPosition(static_cast<std::int64_t>(i));
             const Line& line = lines[i];
-            const std::int64_t quantity = rounded(Wide(line.quantity) * make, Wide(10000) * base, 3);
-            ASSERT_EQ(str(nullText(rows.value("fch_Qty"))), decimal(quantity, 3));
-            ASSERT_EQ(str(nullText(rows.value("chm_Cost"))),
-                      decimal(rounded(Wide(quantity) * line.cost, 10000000, 2), 2));
-            ASSERT_EQ(str(nullText(rows.value("chm_AWP"))),
-                      decimal(rounded(Wide(quantity) * line.awp, 10000000, 2), 2));
+            rows.setPosition(static_cast<std::int64_t>(i));
+            ASSERT_NO_FATAL_FAILURE(expectScaled(rows, line, make, base));
             totalCost += Wide(line.quantity) * line.cost;
         }
         const std::int64_t stored = roundedToEven(totalCost, 100000000, 4);
@@ -144,14 +149,9 @@ TEST_F(ScalingPropertyTest, AHundredThousandLinesAndTheirCostSumsAgree) {
         platform::Recordset& rows = *formula->Chemical;
         Wide cost = 0, awp = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {
-            rows.setPosition(static_cast<std::int64_t>(i));
             const Line& line = lines[i];
-            const std::int64_t quantity = rounded(Wide(line.quantity) * make, Wide(10000) * base, 3);
-            ASSERT_EQ(str(nullText(rows.value("fch_Qty"))), decimal(quantity, 3));
-            ASSERT_EQ(str(nullText(rows.value("chm_Cost"))),
-                      decimal(rounded(Wide(quantity) * line.cost, 10000000, 2), 2));
-            ASSERT_EQ(str(nullText(rows.value("chm_AWP"))),
-                      decimal(rounded(Wide(quantity) * line.awp, 10000000, 2), 2));
+            rows.setPosition(static_cast<std::int64_t>(i));
+            ASSERT_NO_FATAL_FAILURE(expectScaled(rows, line, make, base));
             cost += Wide(line.quantity) * line.cost;
             awp += Wide(line.quantity) * line.awp;
         }
