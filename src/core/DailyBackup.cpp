@@ -2,13 +2,13 @@
 
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
-#include "core/FileIdentity.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
+#include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 

@@ -1,4 +1,4 @@
-#include "core/FileIdentity.h"
+#include "shared/FileIdentity.h"
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
