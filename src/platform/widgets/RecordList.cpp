@@ -1,0 +1,229 @@
+#include "platform/widgets/RecordList.h"
+
+#include "platform/widgets/Theme.h"
+
+#include <QAction>
+#include <QFrame>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+constexpr int rowHeight = 32;
+constexpr int headHeight = 34;
+constexpr int filterHeight = 32;
+constexpr int textSize = 12;  // pixels
+constexpr int cellMargin = 10;
+
+/// The record on show is filled and half bold; the row that the keys stand on has a frame.
+class RowPainter : public QStyledItemDelegate {
+public:
+    RowPainter(const RecordList& list, QTableView& view)
+        : QStyledItemDelegate(&view), m_list(list), m_view(view) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        const bool current = m_list.model().keyAt(index.row()) == m_list.currentKey();
+        const Theme& colors = theme();
+        painter->fillRect(option.rect, current                ? colors.softAccent
+                                       : index.row() % 2 != 0 ? colors.alternateRow
+                                                              : colors.surface);
+        QFont font = option.font;
+        if (current)
+            font.setWeight(QFont::DemiBold);
+        painter->setFont(font);
+        painter->setPen(option.state & QStyle::State_Enabled ? colors.text : colors.disabledText);
+        const QRect room = option.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+        painter->drawText(
+            room, static_cast<int>(alignment) | Qt::TextSingleLine,
+            QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, room.width()));
+        if (m_view.hasFocus() && m_view.currentIndex().row() == index.row())
+            drawCursor(*painter, option.rect, index.column());
+    }
+
+private:
+    void drawCursor(QPainter& painter, const QRect& cell, int column) const {
+        painter.setPen(QPen(theme().accent, 1));
+        const QRect frame = cell.adjusted(0, 0, -1, -1);
+        painter.drawLine(frame.topLeft(), frame.topRight());
+        painter.drawLine(frame.bottomLeft(), frame.bottomRight());
+        if (column == 0)
+            painter.drawLine(frame.topLeft(), frame.bottomLeft());
+        if (column == m_list.model().columnCount() - 1)
+            painter.drawLine(frame.topRight(), frame.bottomRight());
+    }
+
+    const RecordList& m_list;
+    QTableView& m_view;
+};
+
+}  // namespace
+
+RecordList::RecordList(QWidget* parent)
+    : QWidget(parent), m_model(new RecordListModel(this)), m_filter(new QLineEdit(this)),
+      m_rows(new QTableView(this)), m_count(new QLabel(this)) {
+    setObjectName(u"recordList"_s);
+    m_filter->setObjectName(u"txtListFilter"_s);
+    m_filter->setFixedHeight(filterHeight);
+    m_filter->setClearButtonEnabled(true);
+    m_filter->addAction(icon(u"search"_s, theme().secondaryText), QLineEdit::LeadingPosition);
+    m_filter->installEventFilter(this);
+    connect(m_filter, &QLineEdit::textChanged, this, &RecordList::applyFilter);
+
+    m_rows->setObjectName(u"grdRecordList"_s);
+    m_rows->setModel(m_model);
+    m_rows->setItemDelegate(new RowPainter(*this, *m_rows));
+    m_rows->setSelectionMode(QAbstractItemView::NoSelection);
+    m_rows->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_rows->setShowGrid(false);
+    m_rows->setWordWrap(false);
+    m_rows->setTabKeyNavigation(false);
+    m_rows->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_rows->verticalHeader()->hide();
+    m_rows->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_rows->verticalHeader()->setDefaultSectionSize(rowHeight);
+    m_rows->horizontalHeader()->setFixedHeight(headHeight);
+    m_rows->horizontalHeader()->setHighlightSections(false);
+    m_rows->horizontalHeader()->setSectionsClickable(true);
+    m_rows->setSortingEnabled(true);
+    QFont small = font();
+    small.setPixelSize(textSize);
+    m_rows->setFont(small);
+    m_rows->horizontalHeader()->setFont(small);
+    m_rows->installEventFilter(this);
+    connect(m_rows, &QTableView::clicked, this, [this](const QModelIndex& index) { chooseRow(index.row()); });
+
+    auto* card = new QFrame(this);
+    makeCard(*card);
+    auto* inside = new QVBoxLayout(card);
+    inside->setContentsMargins(grid, grid, grid, grid);
+    inside->addWidget(m_rows);
+    m_count->setObjectName(u"lblListCount"_s);
+    m_count->setContentsMargins(2 * grid, 0, 0, 0);
+    setLook(*m_count, "quiet");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2 * grid);
+    column->addWidget(m_filter);
+    column->addWidget(card, 1);
+    column->addWidget(m_count);
+}
+
+void RecordList::setColumns(std::vector<ListColumn> columns) {
+    m_filter->clear();
+    m_model->setColumns(std::move(columns));
+    QHeaderView& head = *m_rows->horizontalHeader();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const int width = m_model->columns()[static_cast<std::size_t>(i)].width;
+        head.setSectionResizeMode(i, width == 0 ? QHeaderView::Stretch : QHeaderView::Interactive);
+        if (width > 0)
+            head.resizeSection(i, width);
+    }
+    head.setSortIndicator(0, Qt::AscendingOrder);
+    m_current = 0;
+    showCount();
+}
+
+void RecordList::setTexts(const QString& placeholder, const QString& name) {
+    m_filter->setPlaceholderText(placeholder);
+    m_filter->setAccessibleName(placeholder);
+    m_rows->setAccessibleName(name);
+}
+
+void RecordList::setCountText(std::function<QString(int, int)> text) {
+    m_countText = std::move(text);
+    showCount();
+}
+
+void RecordList::showCollected() {
+    const int top = m_rows->verticalScrollBar()->value();
+    m_model->showCollected();
+    placeCursor();
+    m_rows->verticalScrollBar()->setValue(top);
+    showCount();
+}
+
+void RecordList::applyFilter() {
+    m_model->setFilter(m_filter->text());
+    placeCursor();
+    showCount();
+}
+
+// The keys start at the record on show, or at the first row where the filter hides it.
+void RecordList::placeCursor() {
+    const int row = std::max(0, m_model->rowOf(m_current));
+    m_rows->setCurrentIndex(m_model->index(row, 0));
+}
+
+void RecordList::showCount() {
+    m_count->setText(m_countText ? m_countText(m_model->rowCount(), m_model->total()) : QString());
+}
+
+void RecordList::setCurrentKey(std::int64_t key) {
+    if (key == m_current)
+        return;
+    m_current = key;
+    placeCursor();
+    m_rows->viewport()->update();
+}
+
+void RecordList::startFiltering() {
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+QString RecordList::filter() const { return m_filter->text(); }
+
+void RecordList::chooseRow(int row) {
+    if (row >= 0 && row < m_model->rowCount())
+        emit chosen(m_model->keyAt(row));
+}
+
+bool RecordList::takeKey(QObject* watched, int key) {
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        chooseRow(m_rows->currentIndex().row());
+        return true;
+    case Qt::Key_Escape:
+        if (m_filter->text().isEmpty())
+            emit left();
+        m_filter->clear();
+        return true;
+    case Qt::Key_Down:
+        if (watched != m_filter || m_model->rowCount() == 0)
+            return false;
+        m_rows->setFocus(Qt::OtherFocusReason);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool RecordList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        m_rows->viewport()->update();
+    if (event->type() == QEvent::KeyPress)
+        return takeKey(watched, static_cast<QKeyEvent*>(event)->key());
+    return false;
+}
+
+void RecordList::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange)
+        m_rows->viewport()->update();
+}
+
+}  // namespace platform

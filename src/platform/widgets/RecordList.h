@@ -1,0 +1,67 @@
+// A list of records with a filter above and a count below. It stands beside the form of one record: a row is
+// chosen by a click, or by Enter from the filter or the rows.
+#pragma once
+
+#include "platform/widgets/RecordListModel.h"
+
+#include <QWidget>
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QTableView;
+
+namespace platform {
+
+class RecordList : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit RecordList(QWidget* parent = nullptr);
+
+    /// Drops the rows, the filter and the place of the list.
+    void setColumns(std::vector<ListColumn> columns);
+    /// What stands in the empty filter, and what screen readers call the list.
+    void setTexts(const QString& placeholder, const QString& name);
+    /// The line below: for the rows shown and all of them.
+    void setCountText(std::function<QString(int shown, int all)> text);
+
+    /// As in the model; the row at the top of the view stays at the top.
+    void collect(const std::vector<ListRow>& rows) { m_model->collect(rows); }
+    void showCollected();
+    void dropCollected() { m_model->dropCollected(); }
+
+    /// The record on show: marked, and brought into view when it is another one than before. 0 marks none.
+    void setCurrentKey(std::int64_t key);
+    std::int64_t currentKey() const { return m_current; }
+    /// The filter takes the keys, its text selected.
+    void startFiltering();
+    QString filter() const;
+
+    const RecordListModel& model() const { return *m_model; }
+
+signals:
+    void chosen(std::int64_t key);
+    /// Esc where there is no filter to take away.
+    void left();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void applyFilter();
+    void placeCursor();
+    void showCount();
+    void chooseRow(int row);
+    bool takeKey(QObject* watched, int key);
+
+    RecordListModel* m_model;
+    QLineEdit* m_filter;
+    QTableView* m_rows;
+    QLabel* m_count;
+    std::function<QString(int, int)> m_countText;
+    std::int64_t m_current = 0;
+};
+
+}  // namespace platform
