@@ -6,6 +6,7 @@
 #include "screens/ControlWalk.h"
 #include "screens/DraftKeeper.h"
 #include "shared/DraftedScreen.h"
+#include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
 
 #include <QString>
@@ -13,7 +14,7 @@
 
 namespace sorvanto {
 
-class BrowsingScreen : public RecordScreen, public DraftedScreen {
+class BrowsingScreen : public RecordScreen, public DraftedScreen, public ListedScreen {
     Q_OBJECT
 
 public:
@@ -40,6 +41,9 @@ public:
     QString draftTable() const override { return m_key.chopped(2); }  // its key is named after it
     DraftFit fitOf(const Draft& draft) override;
     DraftFit bringBack(const Draft& draft) override;
+
+    std::int16_t shownKey() const override;
+    void showRecord(std::int16_t key) override;
 
 protected:
     /// name: of the screen, as in the tags of its reports; key: column of the identifier set.
@@ -97,6 +101,7 @@ protected:
 
 private:
     bool runMove(const QString& toolName);
+    bool moveTo(std::int16_t key);
     DraftFit openForDraft(const Draft& draft);
 
     QString m_name, m_statement, m_key;

@@ -3,6 +3,7 @@
 
 #include "records/clsChemical.h"
 #include "screens/BrowsingScreen.h"
+#include "screens/ListedTables.h"
 
 #include <memory>
 
@@ -20,6 +21,7 @@ public:
     ~frmChemical() override;
 
     void Form_Load() override;
+    ListedTable listedTable() const override { return listedChemicals(); }
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     bool saveForm() override;
     void searchChemical(const QString& searchText);

@@ -5,6 +5,7 @@
 #include "platform/xml/XmlDocument.h"
 #include "records/clsFormula.h"
 #include "screens/BrowsingScreen.h"
+#include "screens/ListedTables.h"
 
 #include <memory>
 
@@ -26,6 +27,7 @@ public:
     ~frmFormula() override;
 
     void Form_Load() override;
+    ListedTable listedTable() const override { return listedFormulas(); }
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void getData() override;
     void lockForm() override;

@@ -5,6 +5,7 @@
 #include "platform/xml/XmlDocument.h"
 #include "records/clsLog.h"
 #include "screens/BrowsingScreen.h"
+#include "screens/ListedTables.h"
 #include "shared/BatchLog.h"
 
 #include <memory>
@@ -23,6 +24,7 @@ public:
     ~frmLog() override;
 
     void Form_Load() override;
+    ListedTable listedTable() const override { return listedLogs(); }
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void moveNext() override;
     void movePrevious() override;

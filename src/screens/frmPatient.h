@@ -5,6 +5,7 @@
 #include "records/clsFormula.h"
 #include "records/clsPatient.h"
 #include "screens/BrowsingScreen.h"
+#include "screens/ListedTables.h"
 
 #include <memory>
 
@@ -22,6 +23,7 @@ public:
     ~frmPatient() override;
 
     void Form_Load() override;
+    ListedTable listedTable() const override { return listedPatients(); }
     void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void unlockForm() override;
     bool saveForm() override;

@@ -146,6 +146,13 @@ bool Connection::isReadOnly() const {
     return d->database && sqlite3_db_readonly(d->database.get(), "main") == 1;
 }
 
+std::int64_t Connection::changeState() const {
+    sqlite3* database = d->checked({});
+    sqlite::Statement others(database, u"PRAGMA data_version"_s, {});
+    const std::int64_t version = others.step() ? others.integer(0) : 0;
+    return (version << 40) + sqlite3_total_changes64(database);
+}
+
 QString Connection::declaredType(const QString& table, const QString& column) const {
     const char* declared = nullptr;
     const int code = sqlite3_table_column_metadata(d->checked({}), nullptr, table.toUtf8().constData(),

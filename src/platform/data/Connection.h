@@ -38,6 +38,9 @@ public:
     /// Whether the file can't be written; browsing works, each change throws permissionDenied.
     bool isReadOnly() const;
 
+    /// Another number after any change of the file, by this connection or by any other program.
+    std::int64_t changeState() const;
+
     /// For the result set: hands a statement's text to the trace.
     void announce(const QString& statement) const;
     /// For the result set: the declared type of a column, empty when there is none.

@@ -50,15 +50,62 @@ public:
 
 }  // namespace
 
+/// The windows in the middle with their companion.
+class HostArea::Middle : public QWidget {
+public:
+    Middle(QStackedWidget& pages, QWidget* parent) : QWidget(parent), m_pages(pages) {
+        m_pages.setParent(this);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    }
+    void setCompanion(QWidget& widget) {
+        m_companion = &widget;
+        widget.setParent(this);
+        widget.hide();
+    }
+    void place(Companion place) {
+        m_place = m_companion ? place : Companion::Hidden;
+        layOut();
+        m_pages.setVisible(m_place != Companion::Instead);
+        if (m_companion)
+            m_companion->setVisible(m_place != Companion::Hidden);
+    }
+    QSize minimumSizeHint() const override { return m_pages.minimumSizeHint(); }
+    QSize sizeHint() const override { return m_pages.sizeHint(); }
+
+protected:
+    void resizeEvent(QResizeEvent*) override { layOut(); }
+
+private:
+    void layOut() {
+        const bool beside = m_place == Companion::Beside;
+        const int form = beside ? std::min(formWidth, width()) : width();
+        m_pages.setGeometry(0, 0, form, height());
+        const int left = beside ? form - margin + gap : margin;
+        if (m_companion)
+            m_companion->setGeometry(left, topMargin, std::max(0, width() - left - margin),
+                                     std::max(0, height() - topMargin - margin));
+    }
+
+    static constexpr int margin = 24;  ///< what a hosted window leaves free at its sides
+    static constexpr int topMargin = 16;
+    static constexpr int gap = 16;
+    static constexpr int formWidth = 824 + 2 * margin;
+
+    QStackedWidget& m_pages;
+    QWidget* m_companion = nullptr;
+    Companion m_place = Companion::Hidden;
+};
+
 HostArea::HostArea(QWidget* parent)
     : QWidget(parent), m_middle(new QVBoxLayout), m_pages(new QStackedWidget(this)),
-      m_blank(new QWidget(this)), m_kept(new QWidget(this)), m_right(new RightColumn(this)) {
+      m_room(new Middle(*m_pages, this)), m_blank(new QWidget(this)), m_kept(new QWidget(this)),
+      m_right(new RightColumn(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     m_middle->setContentsMargins(0, 0, 0, 0);
     m_middle->setSpacing(0);
-    m_middle->addWidget(m_pages, 1);
+    m_middle->addWidget(m_room, 1);
     row->addLayout(m_middle, 1);
     m_right->setObjectName(u"rightHost"_s);
     m_kept->hide();
@@ -104,6 +151,10 @@ void HostArea::showInMiddle(QWidget* form) {
     if (m_pages->currentWidget() != page)
         m_pages->setCurrentWidget(page);
 }
+
+void HostArea::setCompanion(QWidget& widget) { m_room->setCompanion(widget); }
+
+void HostArea::showCompanion(Companion place) { m_room->place(place); }
 
 void HostArea::showAtRight(QWidget* form) {
     if (form && m_right->widget() != form)

@@ -11,6 +11,9 @@ class QVBoxLayout;
 
 namespace platform {
 
+/// Where the companion of the windows in the middle stands.
+enum class Companion { Hidden, Beside, Instead };
+
 class HostArea : public QWidget {
     Q_OBJECT
 public:
@@ -23,6 +26,10 @@ public:
     void showInMiddle(QWidget* form);
     /// Keeps a window that is not shown now.
     void keep(QWidget& form);
+    /// A widget that keeps the windows in the middle company: at their right side, where they then take no more
+    /// than their form needs, or in their place. Hidden at first.
+    void setCompanion(QWidget& widget);
+    void showCompanion(Companion place);
     /// Shows a window in the column at the right; nullptr: no column.
     void showAtRight(QWidget* form);
 
@@ -31,8 +38,10 @@ private:
     QScrollArea* pageOf(const QWidget& form) const;
     QScrollArea* makePage(QWidget& form);
 
+    class Middle;
     QVBoxLayout* m_middle;
     QStackedWidget* m_pages;
+    Middle* m_room;
     QWidget* m_blank;
     QWidget* m_kept;  ///< parent of the windows without a page; never shown
     QScrollArea* m_right;

@@ -27,7 +27,7 @@ public:
     void setCountText(std::function<QString(int shown, int all)> text);
 
     /// As in the model; the row at the top of the view stays at the top.
-    void collect(const std::vector<ListRow>& rows) { m_model->collect(rows); }
+    void collect(const std::vector<KeyedRow>& rows) { m_model->collect(rows); }
     void showCollected();
     void dropCollected() { m_model->dropCollected(); }
 

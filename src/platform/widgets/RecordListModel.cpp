@@ -38,6 +38,17 @@ double sortNumber(const QVariant& value) {
                                                                : value.toDouble();
 }
 
+QString shownText(const QVariant& value, const ListColumn& column) {
+    if (!value.isValid() || value.isNull())
+        return {};
+    if (column.wording)
+        return column.wording(value);
+    if (value.metaType() == QMetaType::fromType<QDateTime>())
+        return dateText(value.toDateTime());
+    const QString text = valueText(value);
+    return column.kind == ListKind::Number ? withLocalMarks(text, QLocale()) : text;
+}
+
 }  // namespace
 
 void RecordListModel::setColumns(std::vector<ListColumn> columns) {
@@ -52,20 +63,11 @@ void RecordListModel::setColumns(std::vector<ListColumn> columns) {
     endResetModel();
 }
 
-QString RecordListModel::shownText(const QVariant& value, ListKind kind) const {
-    if (!value.isValid() || value.isNull())
-        return {};
-    if (value.metaType() == QMetaType::fromType<QDateTime>())
-        return dateText(value.toDateTime());
-    const QString text = valueText(value);
-    return kind == ListKind::Number ? withLocalMarks(text, QLocale()) : text;
-}
-
-RecordListModel::Row RecordListModel::made(const ListRow& read) const {
+RecordListModel::Row RecordListModel::made(const KeyedRow& read) const {
     Row row{read.key, {}, {}, {}};
     for (std::size_t column = 0; column < m_columns.size(); ++column) {
         const QVariant value = column < read.values.size() ? read.values[column] : QVariant();
-        QString text = shownText(value, m_columns[column].kind);
+        QString text = shownText(value, m_columns[column]);
         for (QChar& c : text)
             if (c.unicode() < u' ')
                 c = u' ';
@@ -79,8 +81,8 @@ RecordListModel::Row RecordListModel::made(const ListRow& read) const {
     return row;
 }
 
-void RecordListModel::collect(const std::vector<ListRow>& rows) {
-    for (const ListRow& row : rows)
+void RecordListModel::collect(const std::vector<KeyedRow>& rows) {
+    for (const KeyedRow& row : rows)
         m_collected.push_back(made(row));
 }
 

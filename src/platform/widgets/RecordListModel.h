@@ -1,11 +1,14 @@
 // The rows of a record list: found by any part of any column, sorted by a column, told apart by their keys.
 #pragma once
 
+#include "platform/data/TableReader.h"
+
 #include <QAbstractTableModel>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace platform {
@@ -16,12 +19,8 @@ struct ListColumn {
     QString heading;
     ListKind kind = ListKind::Words;
     int width = 0;  ///< in pixels at 100 %; 0 takes what is left
-};
-
-/// A row as it was read: a value for each column.
-struct ListRow {
-    std::int64_t key = 0;
-    std::vector<QVariant> values;
+    /// Words a value in its own way; a number or date still sorts by its value.
+    std::function<QString(const QVariant&)> wording{};
 };
 
 class RecordListModel : public QAbstractTableModel {
@@ -35,7 +34,7 @@ public:
     const std::vector<ListColumn>& columns() const { return m_columns; }
 
     /// Rows are collected first, in as many pieces as the reader likes, and shown at once.
-    void collect(const std::vector<ListRow>& rows);
+    void collect(const std::vector<KeyedRow>& rows);
     /// Shows what was collected in place of what stood here.
     void showCollected();
     /// What was collected is forgotten.
@@ -66,8 +65,7 @@ private:
         std::vector<double> numbers;  ///< of the columns that sort by them, in their order
     };
 
-    Row made(const ListRow& read) const;
-    QString shownText(const QVariant& value, ListKind kind) const;
+    Row made(const KeyedRow& read) const;
     int numberPlace(int column) const;
     void order();
     void filter();

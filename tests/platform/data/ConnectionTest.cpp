@@ -60,6 +60,16 @@ private:
     sqlite3* m_database = nullptr;
 };
 
+TEST_F(ConnectionTest, AChangeByAnyoneIsSeen) {
+    const std::int64_t before = connection->changeState();
+    EXPECT_EQ(connection->changeState(), before);
+    connection->execute(u"UPDATE Options SET opt_Version = 1.1"_s);
+    const std::int64_t own = connection->changeState();
+    EXPECT_NE(own, before);
+    support::runSql(path(), u"UPDATE Chemical SET chm_Notes = 'seen' WHERE ChemicalID = 1"_s);
+    EXPECT_NE(connection->changeState(), own);
+}
+
 TEST_F(ConnectionTest, OpensAndCloses) {
     EXPECT_EQ(connection->state(), 1);
     EXPECT_FALSE(connection->isReadOnly());

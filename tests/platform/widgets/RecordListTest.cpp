@@ -163,7 +163,7 @@ TEST_F(RecordLists, NewRowsKeepFilterPlaceAndRecord) {
 }
 
 TEST_F(RecordLists, TheRecordOnShowIsBroughtIntoView) {
-    std::vector<ListRow> many;
+    std::vector<KeyedRow> many;
     for (int i = 1; i <= 500; ++i)
         many.push_back({i, {u"Name %1"_s.arg(i, 4, 10, QChar(u'0')), qint64{i}, QVariant()}});
     list.collect(many);

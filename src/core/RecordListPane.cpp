@@ -1,0 +1,107 @@
+#include "core/RecordListPane.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/RecordList.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+namespace {
+
+/// About four milliseconds' worth.
+constexpr int pieceRows = 1000;
+
+std::int64_t stateOfFile() { return basMain::gConnection ? basMain::gConnection->changeState() : 0; }
+
+}  // namespace
+
+RecordListPane::RecordListPane(platform::RecordList& list) : m_list(list) {
+    m_pieces.setInterval(0);
+    connect(&m_pieces, &QTimer::timeout, this, &RecordListPane::readPiece);
+    connect(&list, &platform::RecordList::chosen, this, &RecordListPane::choose);
+    list.setCountText([this](int shown, int all) { return countText(shown, all); });
+}
+
+QString RecordListPane::countText(int shown, int all) const {
+    if (!m_complete)
+        return {};
+    const QString count = shown == all ? QString::number(all) : translated(u"%1 of %2"_s).arg(shown).arg(all);
+    return m_table.name + u": "_s + count;
+}
+
+void RecordListPane::setScreen(ListedScreen* screen) {
+    if (screen == m_screen)
+        return;
+    m_screen = screen;
+    m_pieces.stop();
+    m_complete = false;
+    m_table = screen ? screen->listedTable() : ListedTable();
+    std::vector<platform::ListColumn> columns;
+    for (const ListedColumn& column : m_table.columns)
+        columns.push_back(column.column);
+    m_list.setColumns(std::move(columns));
+    m_list.setTexts(m_table.filterText, m_table.name);
+    follow();
+}
+
+void RecordListPane::setShown(bool shown) {
+    m_shown = shown;
+    follow();
+}
+
+void RecordListPane::setChoosable(bool choosable) { m_list.setEnabled(choosable); }
+
+void RecordListPane::follow() {
+    if (!m_screen || !m_shown)
+        return;
+    m_list.setCurrentKey(m_screen->shownKey());
+    if (!m_pieces.isActive() && (!m_complete || stateOfFile() != m_state))
+        startReading();
+}
+
+void RecordListPane::startReading() {
+    const platform::ConnectionPtr& connection = basMain::gConnection;
+    if (!connection || connection->state() == 0)
+        return;
+    QStringList expressions;
+    for (const ListedColumn& column : m_table.columns)
+        expressions << column.expression;
+    m_state = stateOfFile();
+    m_list.dropCollected();
+    m_reader.emplace(connection, m_table.table, m_table.key, expressions);
+    m_pieces.start();
+}
+
+// What can't be read is reported where the record itself is; the list then keeps what it has.
+void RecordListPane::readPiece() {
+    try {
+        const std::vector<platform::KeyedRow> rows = m_reader->next(pieceRows);
+        m_list.collect(rows);
+        if (rows.size() < pieceRows)
+            finish();
+    } catch (const platform::RuntimeError&) {
+        m_pieces.stop();
+        m_list.dropCollected();
+        m_complete = true;
+    }
+}
+
+void RecordListPane::finish() {
+    m_pieces.stop();
+    m_complete = true;
+    m_list.showCollected();
+    follow();
+}
+
+void RecordListPane::choose(std::int64_t key) {
+    if (!m_screen)
+        return;
+    m_screen->showRecord(static_cast<std::int16_t>(key));
+    follow();
+    emit chose();
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,55 @@
+// Fills the record list for the screen in the middle, a piece at a time while nothing else is to do, and keeps
+// it with that screen: which record is on show, whether another may be chosen, and what has changed in the file.
+#pragma once
+
+#include "platform/data/TableReader.h"
+#include "shared/ListedScreen.h"
+
+#include <QObject>
+#include <QTimer>
+#include <optional>
+
+namespace platform {
+class RecordList;
+}
+
+namespace sorvanto {
+
+class RecordListPane : public QObject {
+    Q_OBJECT
+
+public:
+    explicit RecordListPane(platform::RecordList& list);
+
+    /// The screen in the middle; nullptr for one without a list.
+    void setScreen(ListedScreen* screen);
+    bool hasScreen() const { return m_screen != nullptr; }
+    /// Whether the list is seen; nothing is read while it is not.
+    void setShown(bool shown);
+    /// Whether a row may be chosen: as long as the record may be changed by a move.
+    void setChoosable(bool choosable);
+    /// To be called when something was done: follows the record, and reads again what has changed.
+    void follow();
+
+signals:
+    /// A row was chosen, and its record is on show.
+    void chose();
+
+private:
+    void startReading();
+    void readPiece();
+    void finish();
+    void choose(std::int64_t key);
+    QString countText(int shown, int all) const;
+
+    platform::RecordList& m_list;
+    ListedScreen* m_screen = nullptr;
+    ListedTable m_table;
+    std::optional<platform::TableReader> m_reader;
+    QTimer m_pieces;
+    std::int64_t m_state = 0;  ///< of the file, when reading began
+    bool m_shown = false;
+    bool m_complete = false;
+};
+
+}  // namespace sorvanto

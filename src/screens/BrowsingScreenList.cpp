@@ -1,0 +1,35 @@
+// A record screen beside its list: which record is on show, and how a row of the list comes on show.
+#include "screens/BrowsingScreen.h"
+#include "shared/Guard.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+std::int16_t BrowsingScreen::shownKey() const { return m_empty ? std::int16_t{0} : recordOnView().key; }
+
+void BrowsingScreen::showRecord(std::int16_t key) {
+    guarded(tag(u"showRecord"_s), [&] {
+        if (moveTo(key))
+            openCurrent();
+        else
+            openRecord(key);
+        refreshForm();
+        setMenuOptions();
+    });
+}
+
+// A set that doesn't hold the key stays where it was.
+bool BrowsingScreen::moveTo(std::int16_t key) {
+    platform::Recordset& set = identifiers();
+    const std::int64_t before = set.position();
+    set.moveFirst();
+    set.find(u"%1 = %2"_s.arg(m_key).arg(key));
+    if (!set.eof())
+        return true;
+    if (before >= 0)
+        set.setPosition(before);
+    return false;
+}
+
+}  // namespace sorvanto

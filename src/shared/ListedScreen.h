@@ -1,0 +1,35 @@
+// A screen whose records can stand in a list beside it.
+#pragma once
+
+#include "platform/widgets/RecordListModel.h"
+
+#include <QString>
+#include <cstdint>
+#include <vector>
+
+namespace sorvanto {
+
+/// A column of the list, and what of the table it shows.
+struct ListedColumn {
+    QString expression;  ///< of columns, in the engine's words
+    platform::ListColumn column;
+};
+
+struct ListedTable {
+    QString table, key;
+    std::vector<ListedColumn> columns;
+    QString filterText;  ///< stands in the empty filter
+    QString name;        ///< of its records: "Formulas"
+};
+
+class ListedScreen {
+public:
+    virtual ~ListedScreen() = default;
+    virtual ListedTable listedTable() const = 0;
+    /// Of the record on show; 0 for none.
+    virtual std::int16_t shownKey() const = 0;
+    /// Moves the set to the record, as the moves do; one that the set doesn't hold is opened as a search would.
+    virtual void showRecord(std::int16_t key) = 0;
+};
+
+}  // namespace sorvanto
