@@ -17,6 +17,7 @@ LAYERS = [
     ["platform/ask", "platform/xml", "platform/data", "platform/serial"],
     ["platform/widgets"],
     ["platform/report"],
+    ["setup"],
     ["mixer/protocol"],
     ["mixer"],
     ["shared"],
@@ -32,6 +33,7 @@ RANK = {layer: rank for rank, layers in enumerate(LAYERS) for layer in layers}
 
 # Narrower than their place in the house: what these see at most.
 ONLY = {
+    "setup": {"platform/basic", "platform/xml"},
     "mixer/protocol": {"platform/basic"},
     "mixer": {"platform/basic", "platform/xml", "platform/ask", "platform/serial", "platform/widgets",
               "mixer/protocol"},
