@@ -6,6 +6,8 @@
 
 #include <QProcess>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -62,6 +64,16 @@ TEST_F(ExecutableTest, VersionAndHelpNeedNoDisplay) {
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(run({"-h"}).out, help.out);
     EXPECT_FALSE(has("data"));
+}
+
+TEST_F(ExecutableTest, EveryToolTellsTheSameVersion) {
+    for (const QString& tool : {u"sorvanto-db"_s, u"sorvanto-report"_s, u"sorvanto-mixersim"_s}) {
+        QProcess process;
+        process.start(tools() + '/' + tool, {"--version"});
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.readAllStandardOutput(), (tool + ' ' + platform::programVersion() + '\n').toUtf8());
+        EXPECT_EQ(process.exitCode(), 0);
+    }
 }
 
 TEST_F(ExecutableTest, AWrongLineIsRefused) {

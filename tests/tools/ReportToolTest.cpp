@@ -67,6 +67,7 @@ protected:
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"})
             environment.remove(name);
         environment.insert("LC_ALL", locale);
+        environment.insert("XDG_DATA_HOME", path("data"));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(m_folder.path());
         process.start(SORVANTO_BIN_DIR "/sorvanto-report", arguments);
@@ -131,6 +132,22 @@ TEST_F(ReportTool, TakesPharmacyCurrencyAndLanguageFromTheOptions) {
     EXPECT_TRUE(pdfText().contains("Apotheke am Markt")) << qPrintable(pdfText());
     EXPECT_TRUE(pdfText().contains("R$"));
     EXPECT_TRUE(pdfText().contains("Bestandteile"));
+}
+
+TEST_F(ReportTool, TakesThemFromTheProgramsFolder) {
+    ASSERT_TRUE(QDir(path("data")).mkpath("sorvanto") && QDir(path("asked")).mkpath("."));
+    for (const QString& name : {u"options.xml"_s, u"GermanTranslation.xml"_s}) {
+        ASSERT_TRUE(QFile::copy(path(name), path("data/sorvanto/") + name));
+        ASSERT_TRUE(QFile::copy(path(name), path("asked/") + name));
+    }
+    write("data/sorvanto/options.xml", options("R$", 2).replace("Kelmar Systems", "Apotheke am Markt"));
+    write("asked/options.xml", options("R$", 2).replace("Kelmar Systems", "Apotheke am Tor"));
+    const QStringList report = allReports().at(1) + QStringList{"--database", "s.mdb", "--pdf", "out.pdf"};
+    ASSERT_EQ(runBare(report), 0) << qPrintable(err);
+    EXPECT_TRUE(pdfText().contains("Apotheke am Markt")) << qPrintable(pdfText());
+    EXPECT_TRUE(pdfText().contains("Bestandteile"));
+    ASSERT_EQ(runBare(report + QStringList{"--folder", "asked"}), 0) << qPrintable(err);
+    EXPECT_TRUE(pdfText().contains("Apotheke am Tor")) << qPrintable(pdfText());
 }
 
 TEST_F(ReportTool, LabelsStartAtThePositionAndAreAsManyAsAsked) {

@@ -4,6 +4,7 @@
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/Version.h"
 #include "platform/data/Backup.h"
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,8 @@ const char usage[] =
     "  sorvanto-db backup FILE TARGET      copies a database, also one in use, and checks the copy\n"
     "  sorvanto-db restore BACKUP FILE     puts a copy back and keeps what was there before;\n"
     "                                      close the program first\n"
+    "\n"
+    "  sorvanto-db --help | --version\n"
     "\n"
     "create, sample and backup never write over an existing file.\n";
 
@@ -72,6 +75,10 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
         return platform::backupDatabase(arguments.at(1), arguments.at(2)), done;
     if (takes("restore", 2))
         return restore(arguments.at(1), arguments.at(2), out);
+    if (takes("--version", 0)) {
+        out << "sorvanto-db " << platform::programVersion() << '\n';
+        return done;
+    }
     const bool help = command == "--help"_L1 || command == "-h"_L1;
     (help ? out : err) << usage;
     return help ? done : wrongUse;

@@ -1,6 +1,7 @@
 // sorvanto-mixersim: a mixer on a pseudo-terminal, in real time or faster, with faults on request.
 // It shares nothing with the program but the protocol.
 #include "SimulatorLoop.h"
+#include "platform/basic/Version.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -45,6 +46,7 @@ struct Options {
 void addOptions(QCommandLineParser& parser) {
     parser.setApplicationDescription(u"A simulated mixer on a pseudo-terminal."_s);
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addOptions({
         {u"link"_s, u"Keep a symbolic link at PATH, as ports/COM1."_s, u"PATH"_s},
         {u"speed"_s, u"N times as fast as real (1)."_s, u"N"_s, u"1"_s},
@@ -115,6 +117,7 @@ int run(const Options& options, QTextStream& out, QTextStream& complaint) {
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(platform::programVersion());
     QTextStream out(stdout), complaint(stderr);
     QCommandLineParser parser;
     addOptions(parser);

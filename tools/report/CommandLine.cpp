@@ -36,7 +36,8 @@ const std::array<Entry, papers>& entries() {
     return all;
 }
 
-constexpr std::initializer_list<const char*> common{"database", "pdf", "xls", "language", "options"};
+constexpr std::initializer_list<const char*> common{"database", "pdf",     "xls",
+                                                    "language", "options", "folder"};
 constexpr std::initializer_list<const char*> particular{"formula", "log",      "rx",   "patient", "quantity",
                                                         "labels",  "position", "from", "to"};
 constexpr int positions = 30;
@@ -164,6 +165,7 @@ Order readOrder(const QStringList& arguments) {
     order.pdf = valueOf(parser, "pdf");
     order.xls = valueOf(parser, "xls");
     order.options = valueOf(parser, "options");
+    order.folder = valueOf(parser, "folder");
     order.language = languageOf(parser);
     for (const char* name : {"formula", "log", "rx", "patient"})
         order.key = std::max(order.key, numberOf(parser, name));
@@ -198,8 +200,11 @@ QString usage() {
            "\n"
            "  --language L   %1;\n"
            "                 else that of the options\n"
-           "  --options F    an options.xml with the pharmacy and the currency; else the one beside this\n"
-           "                 program. The language files lie beside it, or beside this program.\n"
+           "  --options F    an options.xml with the pharmacy and the currency; else that of the program's\n"
+           "                 folder. The language files lie beside it, or in that folder.\n"
+           "  --folder DIR   the program's folder; else the one that the program itself would take\n"
+           "                 (sorvanto --help)\n"
+           "  --version      the version, and nothing else\n"
            "\n"
            "Numbers, dates and money have the customs of LC_ALL, LC_NUMERIC, LC_TIME, LC_MONETARY and LANG.\n"
            "Files are written whole or not at all, over existing ones. Exit code 0: done. 1: it could not be\n"

@@ -18,7 +18,8 @@ struct Order {
     QString database;
     QString pdf, xls;      ///< files to write; at least one is given
     int language = -1;     ///< number as in the options, -1: the one of the options
-    QString options;       ///< file; empty: options.xml beside the program
+    QString options;       ///< file; empty: options.xml of the program's folder
+    QString folder;        ///< the program's folder; empty: the one that the program itself would take
     std::int16_t key = 0;  ///< of the formula, batch, prescription or patient
     std::int16_t quantity = 0;
     std::int16_t labels = 0;

@@ -29,7 +29,7 @@ void openDatabase(const QString& path) {
 
 }  // namespace
 
-Pharmacy::Pharmacy() : m_programFolder(platform::programFolder()) {
+Pharmacy::Pharmacy(const QString& programFolder) : m_programFolder(programFolder) {
     platform::setProgramFolder(m_folder.path());
     basMain::ErrorReporter = std::make_shared<ErrorReporter>();
     basMain::ErrorReporter->onReport([this](const ErrorReport& report) { m_failures << report.description; });

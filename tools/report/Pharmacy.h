@@ -11,7 +11,8 @@ namespace sorvanto {
 
 class Pharmacy {
 public:
-    Pharmacy();
+    /// programFolder: where options and languages lie that the order doesn't name.
+    explicit Pharmacy(const QString& programFolder);
     ~Pharmacy();
     Pharmacy(const Pharmacy&) = delete;
     Pharmacy& operator=(const Pharmacy&) = delete;

@@ -2,6 +2,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/Version.h"
 #include "platform/report/PreviewNotices.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
@@ -9,6 +10,7 @@
 #include "report/Answers.h"
 #include "report/Papers.h"
 #include "report/Pharmacy.h"
+#include "setup/ProgramFolder.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -43,7 +45,7 @@ QStringList warnings(const platform::PageDocument& document) {
 
 /// Makes the report and writes its files; gives what is to be told instead when there is nothing to write.
 QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
-    Pharmacy pharmacy;
+    Pharmacy pharmacy(chooseProgramFolder(Surroundings::ofProcess(order.folder)).path);
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
     std::unique_ptr<platform::Report> report = makeReport(order);
@@ -93,6 +95,10 @@ int main(int argc, char* argv[]) {
     const QStringList arguments = QApplication::arguments().mid(1);
     if (asksForHelp(arguments)) {
         out << usage();
+        return done;
+    }
+    if (arguments == QStringList{u"--version"_s}) {
+        out << "sorvanto-report " << platform::programVersion() << '\n';
         return done;
     }
     try {

@@ -35,6 +35,7 @@ void setUpApplication() {
 void setUpOptions(QCommandLineParser& parser) {
     parser.setApplicationDescription("Drives the program like a user through batches and reports.");
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument("FOLDER", "The program's folder, laid out, with a mixer at ports/COM1.");
     QCommandLineOption empty("empty", "Begin with an empty database file in a folder without one.");
     QCommandLineOption pictures("pictures", "Where pictures go (FOLDER/tour).", "FOLDER");
