@@ -26,7 +26,7 @@ struct ListColumn {
 constexpr ListColumn columns[] = {
     {"chm_Name", "Name", 0, 2700, false, TextKind::Name},
     {"chm_Form", "Form", 2700, 1260, true},
-    {"chm_Units", "Unit", 3960, 900, true},
+    {"chm_Units", "Unit", 3960, 900, true, TextKind::Value},
     {"chm_NDC", "NDC", 4860, 1170, true, TextKind::Value},
     {"chm_Lot", "Lot", 6030, 1170, true, TextKind::Value},
     {"chm_Cost", "Cost", 7200, 900, true},

@@ -27,7 +27,7 @@ std::vector<Control> groupHeaderControls() {
         box("Box2", 7110, 0, 810, 270),
         sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity to Make"),
         field("txtfrm_Qty", 3330, 540, 990, 270).right(),
-        field("txtfrm_Units", 4320, 540, 990, 270).indented(textGap),
+        field("txtfrm_Units", 4320, 540, 990, 270).indented(textGap).asValue("Units"),
         sheetCaption("lblfrm_Cost", 6210, 540, 630, "Cost"),
         field("txtfrm_Cost", 6840, 540, 990, 270),
         sheetCaption("lblfrm_AWP", 7920, 540, 540, "AWP"),

@@ -25,7 +25,7 @@ std::vector<Control> groupHeaderControls() {
         field("txtfrm_Verified", 9270, 0, 1080, 270),
         sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity Made"),
         field("txtfrm_Qty", 2880, 540, 990, 270).right(),
-        field("txtlog_Units", 3870, 540, 630, 270).indented(textGap),
+        field("txtlog_Units", 3870, 540, 630, 270).indented(textGap).asValue("Units"),
         sheetCaption("lblfrm_Cost", 5670, 540, 630, "Cost"),
         field("txtfrm_Cost", 6840, 540, 990, 270),
         sheetCaption("lblfrm_AWP", 8370, 540, 540, "AWP"),

@@ -193,7 +193,7 @@ def patient(data, key):
 
 
 def chemicals(data):
-    return Sheet([[text(row["chm_Name"], "name"), text(row["chm_Form"], "words"), text(row["chm_Units"], "words"),
+    return Sheet([[text(row["chm_Name"], "name"), text(row["chm_Form"], "words"), text(row["chm_Units"], width=900),
                    text(row["chm_NDC"], width=1170), text(row["chm_Lot"], width=1170), data.money(row["chm_Cost"], 900, " "),
                    data.money(row["chm_AWP"], 810, " "), text(row["chm_Supplier"], "words")]
                   for row in data.rows("SELECT * FROM Chemical")])

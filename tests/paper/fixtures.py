@@ -27,14 +27,14 @@ UPDATE Chemical SET chm_Name = substr(chm_Name || ' compounding grade 1000 mcg/m
     chm_Units = 'MILLILITRES', chm_Notes = 'Keep below 8 degrees and away from light, shake before each use; '
         || 'discard the rest 30 days after opening.';
 UPDATE Formula SET frm_Name = substr(frm_Name || ' for the long-term treatment of resistant conditions', 1, 100),
-    frm_Strength = '12.5mg/1.25ml', frm_Desc = substr(replace(printf('%.12c', '*'), '*', 'A description of many words. '), 1, 255),
+    frm_Units = 'MILLILITRES', frm_Strength = '12.5mg/1.25ml', frm_Desc = substr(replace(printf('%.12c', '*'), '*', 'A description of many words. '), 1, 255),
     frm_Instructions = replace(printf('%.12c', '*'), '*', 'Weigh each powder and sieve it; levigate with a little glycerin. '
         || 'Add half of the base, mix, scrape the jar, add the rest.' || char(13, 10))
         || 'CAUTION: do not heat above 40 degrees.' || char(13, 10) || 'Fill by weight.';
 UPDATE Log SET log_Name = substr(log_Name || ' Compounded Oral Suspension 1000 mcg/ml', 1, 100), log_Strength = '12.5mg/1.25ml',
     log_Lot = 'SV26-' || printf('%08d', LogID * 104729), log_NDC = '00000-0101-10-22',
     log_Desc = substr(replace(printf('%.12c', '*'), '*', 'A description of many words. '), 1, 255),
-    log_Initials = 'MRK', log_Verified = 'JTW', log_Date = '2026-08-31 19:52:40';
+    log_Units = 'CAPSULES', log_Initials = 'MRK', log_Verified = 'JTW', log_Date = '2026-08-31 19:52:40';
 UPDATE LogChem SET lch_Name = substr(lch_Name || ' compounding grade 1000 mcg/ml', 1, 100),
     lch_Lot = 'LT-2026-' || printf('%06d', LogChemID * 7919), lch_Supplier = 'Northfield Laboratories and Sons',
     lch_Form = 'SOLUTION CONCENTRATE', lch_Units = 'MILLILITRES';

@@ -115,6 +115,20 @@ TEST_F(WholeValuesTest, StrengthOfABatchLabelIsWhole) {
     EXPECT_EQ(one(*run, "txtlog_Lot"), "SV26-000123456789-XYZ-000001-00000017");
 }
 
+TEST_F(WholeValuesTest, AUnitIsWholeWhereverItStands) {
+    sql("UPDATE Chemical SET chm_Units = 'MILLILITRES'; UPDATE Formula SET frm_Units = 'MILLILITRES'; UPDATE Log SET "
+        "log_Units = 'CAPSULES';");
+    const auto expectUnit = [&](const ReportRun& run, const char* control, const char* unit) {
+        const QStringList units = shown(run, control);
+        EXPECT_FALSE(units.isEmpty()) << control;
+        EXPECT_EQ(units.count(unit), units.size()) << control << " " << str(units.join('|'));
+    };
+    expectUnit(*finished(chemicals()), "txtChemical_chm_Units", "MILLILITRES");
+    const RunPtr sheet = finished(worksheet(1, 10)), log = finished(formulaLog(2));
+    expectUnit(*sheet, "txtfrm_Units", "MILLILITRES");
+    expectUnit(*log, "txtlog_Units", "CAPSULES");
+}
+
 TEST_F(WholeValuesTest, MoneyOfTheWorksheetIsWhole) {
     sql("UPDATE Chemical SET chm_Cost = 30000 WHERE ChemicalID = 3;");
     const RunPtr run = finished(worksheet(1, 10));
