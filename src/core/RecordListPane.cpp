@@ -42,7 +42,7 @@ void RecordListPane::setScreen(ListedScreen* screen) {
     std::vector<platform::ListColumn> columns;
     for (const ListedColumn& column : m_table.columns)
         columns.push_back(column.column);
-    m_list.setColumns(std::move(columns));
+    m_list.setColumns(std::move(columns), m_table.sortColumn, m_table.sortOrder);
     m_list.setTexts(m_table.filterText, m_table.name);
     follow();
 }

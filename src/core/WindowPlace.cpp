@@ -30,6 +30,14 @@ void restoreWindowPlace(QWidget& window) {
         window.setWindowState(Qt::WindowMaximized);
 }
 
+bool windowSetting(const char* key, bool unset) {
+    return QSettings(fileName(), QSettings::IniFormat).value(QLatin1String(key), unset).toBool();
+}
+
+void saveWindowSetting(const char* key, bool value) {
+    QSettings(fileName(), QSettings::IniFormat).setValue(QLatin1String(key), value);
+}
+
 void saveWindowPlace(const QWidget& window) {
     QSettings settings(fileName(), QSettings::IniFormat);
     settings.setValue(QLatin1String(geometryKey), window.saveGeometry());

@@ -10,4 +10,8 @@ void restoreWindowPlace(QWidget& window);
 /// A folder that can't be written is no failure: the place is just not remembered.
 void saveWindowPlace(const QWidget& window);
 
+/// What else the window remembers of itself, in the same file.
+bool windowSetting(const char* key, bool unset);
+void saveWindowSetting(const char* key, bool value);
+
 }  // namespace sorvanto

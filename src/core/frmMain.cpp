@@ -6,6 +6,7 @@
 #include "core/DeskWatch.h"
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
+#include "core/RecordListPlace.h"
 #include "core/WindowPlace.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
@@ -41,12 +42,15 @@ frmMain::frmMain(Parts parts)
     buildWindow();
     connect(&m_bar, &platform::CommandBar::toolClick, this, &frmMain::ActiveBar_ToolClick);
     connect(&m_bar, &platform::CommandBar::toolKeyPress, this, &frmMain::ActiveBar_ToolKeyPress);
+    connect(&m_bar, &platform::CommandBar::toolClick, m_list, &RecordListPlace::follow);
+    connect(&m_bar, &platform::CommandBar::toolKeyPress, m_list, &RecordListPlace::follow);
 }
 
 frmMain::~frmMain() {
     // The screens leave the listener list as they go, so they go while it is still there.
     m_ended = true;
     m_offers.reset();
+    m_list->setScreen(nullptr);
     m_screens = {};
     m_captionScreens = {};
     m_frmSorvanto.reset();
@@ -58,6 +62,7 @@ frmMain::~frmMain() {
 
 void frmMain::buildWindow() {
     m_bar.attach(*this, u"Sorvanto"_s);
+    m_list = new RecordListPlace(*this, m_bar);
 
     m_strip = new ErrorStrip(this);
     auto* stripBar = new QToolBar(this);
@@ -164,6 +169,7 @@ void frmMain::Form_Unload() {
         m_ended = true;
         m_backup->stop();
         saveWindowPlace(*this);
+        m_list->setScreen(nullptr);
         for (const ScreenNumber number : {patients, logs, currentFormula, chemicals, formulas})
             m_screens[number].reset();
         m_frmSorvanto.reset();

@@ -25,6 +25,7 @@ class DeskWatch;
 class DraftOffers;
 class DraftStore;
 class ErrorStrip;
+class RecordListPlace;
 class ResumeNext;
 
 class frmMain : public QMainWindow, public MainWindow {
@@ -121,6 +122,7 @@ private:
     std::int32_t m_current = 0;
     bool m_ended = false;
     ErrorStrip* m_strip = nullptr;
+    RecordListPlace* m_list = nullptr;
     QLabel* m_database = nullptr;
 };
 

@@ -1,5 +1,6 @@
 // Tool clicks: what concerns the window itself is done here, then the click goes to the screen that listens.
 #include "config/clsOptions.h"
+#include "core/RecordListPlace.h"
 #include "core/ToolTexts.h"
 #include "core/frmAbout.h"
 #include "core/frmMain.h"
@@ -138,6 +139,7 @@ void frmMain::SetCurrentForm(const std::int32_t& number) {
         press("cmdChemicals", number == chemicals);
         press("cmdLogs", number == logs);
         press("cmdPatients", number == patients);
+        m_list->setScreen(m_screens[static_cast<std::size_t>(number)].get());
     });
 }
 

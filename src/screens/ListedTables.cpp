@@ -85,7 +85,9 @@ ListedTable listedLogs() {
              {u"log_Verified"_s, {translated(u"Verified"_s), ListKind::Words, 64}},
              {markOfResults, {translated(u"Remark"_s), ListKind::Words, 110, mark}}},
             translated(u"Filter batches"_s),
-            translated(u"Logs"_s)};
+            translated(u"Logs"_s),
+            2,
+            Qt::DescendingOrder};
 }
 
 ListedTable listedPatients() {

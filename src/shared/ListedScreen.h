@@ -20,6 +20,8 @@ struct ListedTable {
     std::vector<ListedColumn> columns;
     QString filterText;  ///< stands in the empty filter
     QString name;        ///< of its records: "Formulas"
+    int sortColumn = 0;  ///< at first
+    Qt::SortOrder sortOrder = Qt::AscendingOrder;
 };
 
 class ListedScreen {

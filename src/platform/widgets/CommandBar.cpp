@@ -3,6 +3,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBarView.h"
+#include "platform/widgets/HostArea.h"
 
 #include <QMainWindow>
 
@@ -142,6 +143,14 @@ void CommandBar::attach(QMainWindow& window, const QString& rightHostBand) {
 }
 
 void CommandBar::addStrip(QWidget& strip) { deref(m_view).addStrip(strip); }
+
+void CommandBar::addAtEnd(const QString& name, QWidget& widget) {
+    deref(m_view).addAtEnd(band(name), widget);
+}
+
+void CommandBar::setCompanion(QWidget& widget) { deref(m_view).hosts().setCompanion(widget); }
+
+void CommandBar::showCompanion(Companion place) { deref(m_view).hosts().showCompanion(place); }
 
 void CommandBar::recalcLayout() {
     if (m_view)

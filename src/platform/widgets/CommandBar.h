@@ -16,6 +16,7 @@ namespace platform {
 class Band;
 class CommandBar;
 
+enum class Companion;
 enum class ToolKind { Button, Separator, TextBox, MenuEntry, SubMenu, Host };
 enum class BandKind { MenuBar, Menu, ToolBar, SideBar, Host, Group };
 
@@ -119,6 +120,12 @@ public:
     void attach(QMainWindow& window, const QString& rightHostBand);
     /// A window across the top of the middle, above the screens. Owned by the bar's window from then on.
     void addStrip(QWidget& strip);
+    /// A widget at the far end of a tool bar, for what is no tool of a record.
+    void addAtEnd(const QString& band, QWidget& widget);
+    /// A widget that keeps the screens in the middle company. Owned by the bar's window from then on; hidden
+    /// at first.
+    void setCompanion(QWidget& widget);
+    void showCompanion(Companion place);
     /// Lays itself out again after changes.
     void recalcLayout();
     /// Clicks a tool as a user would (only when enabled and visible); a text box tool takes the focus.

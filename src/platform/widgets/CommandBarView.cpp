@@ -265,6 +265,17 @@ void CommandBar::View::layOut() {
 
 void CommandBar::View::addStrip(QWidget& strip) { m_hosts->addStrip(strip); }
 
+void CommandBar::View::addAtEnd(const Band& band, QWidget& widget) {
+    for (const auto& [known, strip] : m_strips) {
+        if (known != &band)
+            continue;
+        auto* space = new QWidget(strip);
+        space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        strip->addWidget(space);
+        strip->addWidget(&widget);
+    }
+}
+
 void CommandBar::View::focusText(Tool& tool) {
     if (QLineEdit* edit = m_shown[&tool].edit) {
         edit->setFocus(Qt::ShortcutFocusReason);

@@ -25,6 +25,8 @@ public:
     void bandChanged(Band& band);
     void layOut();
     void addStrip(QWidget& strip);
+    void addAtEnd(const Band& band, QWidget& widget);
+    HostArea& hosts() { return *m_hosts; }
     void focusText(Tool& tool);
 
 protected:

@@ -5,13 +5,16 @@
 #include <QAction>
 #include <QFrame>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +28,7 @@ constexpr int headHeight = 34;
 constexpr int filterHeight = 32;
 constexpr int textSize = 12;  // pixels
 constexpr int cellMargin = 10;
+constexpr int leastWidth = 170;  // of the column that takes what is left
 
 /// The record on show is filled and half bold; the row that the keys stand on has a frame.
 class RowPainter : public QStyledItemDelegate {
@@ -53,6 +57,18 @@ public:
             drawCursor(*painter, option.rect, index.column());
     }
 
+    /// A text that is cut off shows whole under the mouse.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        const QString text = index.data().toString();
+        const bool cut =
+            QFontMetrics(m_view.font()).horizontalAdvance(text) > option.rect.width() - 2 * cellMargin;
+        if (event->type() != QEvent::ToolTip || !cut)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        QToolTip::showText(event->globalPos(), text.toHtmlEscaped(), view);
+        return true;
+    }
+
 private:
     void drawCursor(QPainter& painter, const QRect& cell, int column) const {
         painter.setPen(QPen(theme().accent, 1));
@@ -77,8 +93,13 @@ RecordList::RecordList(QWidget* parent)
     setObjectName(u"recordList"_s);
     m_filter->setObjectName(u"txtListFilter"_s);
     m_filter->setFixedHeight(filterHeight);
-    m_filter->setClearButtonEnabled(true);
     m_filter->addAction(icon(u"search"_s, theme().secondaryText), QLineEdit::LeadingPosition);
+    QAction* clear =
+        m_filter->addAction(icon(u"close"_s, theme().secondaryText), QLineEdit::TrailingPosition);
+    clear->setVisible(false);
+    connect(clear, &QAction::triggered, m_filter, &QLineEdit::clear);
+    connect(m_filter, &QLineEdit::textChanged, clear,
+            [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
     m_filter->installEventFilter(this);
     connect(m_filter, &QLineEdit::textChanged, this, &RecordList::applyFilter);
 
@@ -103,6 +124,7 @@ RecordList::RecordList(QWidget* parent)
     m_rows->setFont(small);
     m_rows->horizontalHeader()->setFont(small);
     m_rows->installEventFilter(this);
+    m_rows->viewport()->installEventFilter(this);
     connect(m_rows, &QTableView::clicked, this, [this](const QModelIndex& index) { chooseRow(index.row()); });
 
     auto* card = new QFrame(this);
@@ -121,19 +143,27 @@ RecordList::RecordList(QWidget* parent)
     column->addWidget(m_count);
 }
 
-void RecordList::setColumns(std::vector<ListColumn> columns) {
+void RecordList::setColumns(std::vector<ListColumn> columns, int sortColumn, Qt::SortOrder order) {
     m_filter->clear();
-    m_model->setColumns(std::move(columns));
-    QHeaderView& head = *m_rows->horizontalHeader();
-    for (int i = 0; i < m_model->columnCount(); ++i) {
-        const int width = m_model->columns()[static_cast<std::size_t>(i)].width;
-        head.setSectionResizeMode(i, width == 0 ? QHeaderView::Stretch : QHeaderView::Interactive);
-        if (width > 0)
-            head.resizeSection(i, width);
+    m_model->setColumns(std::move(columns), sortColumn, order);
+    {
+        const QSignalBlocker quiet(m_rows->horizontalHeader());  // the model knows already
+        m_rows->horizontalHeader()->setSortIndicator(sortColumn, order);
     }
-    head.setSortIndicator(0, Qt::AscendingOrder);
+    layOutColumns();
     m_current = 0;
     showCount();
+}
+
+void RecordList::layOutColumns() {
+    QHeaderView& head = *m_rows->horizontalHeader();
+    int rest = m_rows->viewport()->width();
+    for (const ListColumn& column : m_model->columns())
+        rest -= column.width;
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const int width = m_model->columns()[static_cast<std::size_t>(i)].width;
+        head.resizeSection(i, width == 0 ? std::max(rest, leastWidth) : width);
+    }
 }
 
 void RecordList::setTexts(const QString& placeholder, const QString& name) {
@@ -215,6 +245,8 @@ bool RecordList::takeKey(QObject* watched, int key) {
 bool RecordList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         m_rows->viewport()->update();
+    if (event->type() == QEvent::Resize && watched == m_rows->viewport())
+        layOutColumns();
     if (event->type() == QEvent::KeyPress)
         return takeKey(watched, static_cast<QKeyEvent*>(event)->key());
     return false;

@@ -20,7 +20,8 @@ public:
     explicit RecordList(QWidget* parent = nullptr);
 
     /// Drops the rows, the filter and the place of the list.
-    void setColumns(std::vector<ListColumn> columns);
+    void setColumns(std::vector<ListColumn> columns, int sortColumn = 0,
+                    Qt::SortOrder order = Qt::AscendingOrder);
     /// What stands in the empty filter, and what screen readers call the list.
     void setTexts(const QString& placeholder, const QString& name);
     /// The line below: for the rows shown and all of them.
@@ -53,6 +54,7 @@ private:
     void applyFilter();
     void placeCursor();
     void showCount();
+    void layOutColumns();
     void chooseRow(int row);
     bool takeKey(QObject* watched, int key);
 

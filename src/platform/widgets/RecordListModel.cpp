@@ -51,15 +51,15 @@ QString shownText(const QVariant& value, const ListColumn& column) {
 
 }  // namespace
 
-void RecordListModel::setColumns(std::vector<ListColumn> columns) {
+void RecordListModel::setColumns(std::vector<ListColumn> columns, int sortColumn, Qt::SortOrder order) {
     beginResetModel();
     m_columns = std::move(columns);
     m_rows.clear();
     m_collected.clear();
     m_order.clear();
     m_shown.clear();
-    m_sortColumn = 0;
-    m_sortOrder = Qt::AscendingOrder;
+    m_sortColumn = sortColumn;
+    m_sortOrder = order;
     endResetModel();
 }
 

@@ -29,8 +29,8 @@ class RecordListModel : public QAbstractTableModel {
 public:
     explicit RecordListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
-    /// Drops all rows. Sorted by the first column, upward, from then on.
-    void setColumns(std::vector<ListColumn> columns);
+    /// Drops all rows, and says how those to come are sorted.
+    void setColumns(std::vector<ListColumn> columns, int sortColumn, Qt::SortOrder order);
     const std::vector<ListColumn>& columns() const { return m_columns; }
 
     /// Rows are collected first, in as many pieces as the reader likes, and shown at once.
