@@ -4,10 +4,9 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/Theme.h"
 
-#include <QKeySequence>
+#include <QActionEvent>
+#include <QMenu>
 #include <QPainter>
-
-using namespace Qt::StringLiterals;
 
 namespace platform {
 
@@ -32,30 +31,47 @@ QString plainTip(const QString& tip) {
 BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent)
     : QToolButton(parent), m_tool(tool) {
     setObjectName(tool.name());
-    setIcon(platform::icon(tool.icon()));
     setIconSize({picture, picture});
     setFixedSize(size);
     setFocusPolicy(Qt::NoFocus);
     setAutoRaise(true);
-    refresh();
+    if (tool.action().menu())
+        showMenuOf(tool.action());
+    setDefaultAction(&tool.action());
+    followTool();
 }
 
-void BarButton::refresh() {
-    const QString tip = m_tool.toolTip();
-    const auto keys = QKeySequence::listFromString(m_tool.shortcut());
-    const QString key = keys.isEmpty() ? QString() : keys.first().toString(QKeySequence::NativeText);
-    setToolTip(tip.isEmpty() || key.isEmpty() ? tip : u"%1 (%2)"_s.arg(tip, key));
-    setAccessibleName(plainTip(tip.isEmpty() ? m_tool.caption() : tip));
-    setEnabled(m_tool.enabled());
-    setVisible(m_tool.visible());
+// A press shows the menu by itself; the action's keys alone trigger it.
+void BarButton::showMenuOf(QAction& action) {
+    setMenu(action.menu());
+    setPopupMode(InstantPopup);
+    connect(&action, &QAction::triggered, this, [this] { menu()->popup(mapToGlobal(rect().bottomLeft())); });
+}
+
+// A press that has brought up a menu has done its work.
+void BarButton::nextCheckState() {
+    if (!menu())
+        QToolButton::nextCheckState();
+}
+
+void BarButton::actionEvent(QActionEvent* event) {
+    QToolButton::actionEvent(event);
+    if (event->type() == QEvent::ActionChanged && event->action() == defaultAction())
+        followTool();
+}
+
+void BarButton::followTool() {
+    setText({});  // the caption is for menus
+    setAccessibleName(plainTip(m_tool.toolTip().isEmpty() ? m_tool.caption() : m_tool.toolTip()));
     setAccessibleDescription(m_tool.mark());
+    setVisible(m_tool.visible());
     update();
 }
 
 // The ring in the color around it keeps the dot apart from the picture.
 void BarButton::paintEvent(QPaintEvent* event) {
     QToolButton::paintEvent(event);
-    if (m_tool.mark().isEmpty())
+    if (!defaultAction() || m_tool.mark().isEmpty())
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

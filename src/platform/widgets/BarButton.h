@@ -1,4 +1,5 @@
-// A picture button of the command bar: it shows the state of its tool and only reports clicks.
+// A picture button of the command bar. It follows the action of its tool and triggers it, or, where the action
+// has a menu, brings that up.
 #pragma once
 
 #include <QToolButton>
@@ -13,18 +14,19 @@ QString plainTip(const QString& tip);
 class BarButton : public QToolButton {
     Q_OBJECT
 public:
+    /// Picture and menu are those that the tool's action has.
     BarButton(Tool& tool, QSize size, int picture, QWidget* parent);
-    Tool& tool() const { return m_tool; }
-    /// Takes over picture, tip, enabled, checked, visible and the mark from the tool.
-    void refresh();
 
 protected:
-    /// A click leaves the pressed state to the tool.
-    void nextCheckState() override {}
+    void nextCheckState() override;
+    void actionEvent(QActionEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    Tool& m_tool;
+    void showMenuOf(QAction& action);
+    void followTool();
+
+    Tool& m_tool;  ///< as long as there is a default action
 };
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The model side of the bar; every change is handed to the view, once there is one.
+// The model side of the bar. What is drawn of it follows the tools' actions and the signals of its parts.
 #include "platform/widgets/CommandBar.h"
 
 #include "platform/basic/RuntimeError.h"
@@ -6,6 +6,7 @@
 #include "platform/widgets/HostArea.h"
 
 #include <QMainWindow>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -25,55 +26,35 @@ auto& named(const List& list, const QString& name) {
 
 // Tool
 
-Tool::Tool(Band& band, QString name, ToolKind kind) : m_band(band), m_name(std::move(name)), m_kind(kind) {}
-
-void Tool::changed() { m_band.m_bar.toolChanged(*this); }
-
-void Tool::setCaption(const QString& caption) {
-    m_caption = caption;
-    changed();
+Tool::Tool(Band& band, QString name, ToolKind kind) : m_band(band), m_name(std::move(name)), m_kind(kind) {
+    m_action.setObjectName(m_name);
+    m_action.setSeparator(kind == ToolKind::Separator);
+    if (kind != ToolKind::Button && kind != ToolKind::MenuEntry)
+        return;
+    // An action changes its checked state with the click; a tool's is the program's.
+    connect(&m_action, &QAction::triggered, this, [this](bool checked) {
+        m_action.setChecked(m_action.isCheckable() && !checked);
+        emit m_band.m_bar.toolClick(*this);
+    });
 }
 
 void Tool::setToolTip(const QString& text) {
     m_toolTip = text;
-    changed();
-}
-
-void Tool::setEnabled(bool on) {
-    if (on == m_enabled)
-        return;
-    m_enabled = on;
-    changed();
+    const QString keys = m_action.shortcut().toString(QKeySequence::NativeText);
+    m_action.setToolTip(text.isEmpty() || keys.isEmpty() ? text : u"%1 (%2)"_s.arg(text, keys));
 }
 
 void Tool::setChecked(bool on) {
-    if (on == m_checked)
-        return;
-    m_checked = on;
-    changed();
+    if (on)
+        m_action.setCheckable(true);
+    m_action.setChecked(on);
 }
-
-void Tool::setVisible(bool on) {
-    if (on == m_visible)
-        return;
-    m_visible = on;
-    changed();
-}
-
-void Tool::setMark(const QString& meaning) {
-    if (meaning == m_mark)
-        return;
-    m_mark = meaning;
-    changed();
-}
-
-QString Tool::text() const { return m_text; }
 
 void Tool::setText(const QString& text) {
     if (text == m_text)
         return;
     m_text = text;
-    changed();
+    emit textChanged(text);
 }
 
 QWidget* Tool::form() const { return m_form; }
@@ -84,7 +65,7 @@ void Tool::setForm(QWidget* form) {
     if (form)
         m_band.m_bar.takeForm(*form);
     m_form = form;
-    changed();
+    emit formChanged();
 }
 
 // Band
@@ -92,16 +73,11 @@ void Tool::setForm(QWidget* form) {
 Band::Band(CommandBar& bar, QString name, BandKind kind)
     : m_bar(bar), m_name(std::move(name)), m_kind(kind) {}
 
-void Band::setCaption(const QString& caption) {
-    m_caption = caption;
-    m_bar.bandChanged(*this);
-}
-
 void Band::setVisible(bool on) {
     if (on == m_visible)
         return;
     m_visible = on;
-    m_bar.bandChanged(*this);
+    emit visibleChanged(on);
 }
 
 Tool& Band::tool(const QString& name) { return named(m_tools, name); }
@@ -114,7 +90,7 @@ Tool& Band::addTool(ToolKind kind, const QString& name, const QString& category,
     tool->m_category = category;
     tool->m_icon = icon;
     tool->m_subBand = subBand;
-    tool->m_shortcut = shortcut;
+    tool->m_action.setShortcuts(QKeySequence::listFromString(shortcut));
     return *m_tools.emplace_back(std::move(tool));
 }
 
@@ -138,6 +114,13 @@ Band& CommandBar::addBand(const QString& name, BandKind kind, const QString& cap
 
 Band& CommandBar::band(const QString& name) { return named(m_bands, name); }
 
+bool CommandBar::hasTool(const QString& name) const {
+    return std::any_of(m_bands.begin(), m_bands.end(), [&name](const auto& band) {
+        return std::any_of(band->m_tools.begin(), band->m_tools.end(),
+                           [&name](const auto& tool) { return tool->name() == name; });
+    });
+}
+
 void CommandBar::attach(QMainWindow& window, const QString& rightHostBand) {
     m_view = std::make_unique<View>(*this, window, rightHostBand);
 }
@@ -160,12 +143,10 @@ void CommandBar::recalcLayout() {
 void CommandBar::click(Tool& tool) {
     if (!tool.enabled() || !tool.visible() || tool.kind() == ToolKind::Separator)
         return;
-    if (tool.kind() == ToolKind::TextBox) {
-        if (m_view)
-            m_view->focusText(tool);
-        return;
-    }
-    emit toolClick(tool);
+    if (tool.kind() == ToolKind::SubMenu)
+        emit toolClick(tool);  // its action, triggered, opens the menu
+    else
+        tool.action().trigger();
 }
 
 void CommandBar::takeForm(const QWidget& form) {
@@ -173,7 +154,7 @@ void CommandBar::takeForm(const QWidget& form) {
         for (const auto& tool : band.m_tools)
             if (tool->m_form == &form) {
                 tool->m_form = nullptr;
-                tool->changed();
+                emit tool->formChanged();
             }
     };
     for (const auto& band : m_bands) {
@@ -181,16 +162,6 @@ void CommandBar::takeForm(const QWidget& form) {
         for (const auto& child : band->m_children)
             release(*child);
     }
-}
-
-void CommandBar::toolChanged(Tool& tool) {
-    if (m_view)
-        m_view->toolChanged(tool);
-}
-
-void CommandBar::bandChanged(Band& band) {
-    if (m_view)
-        m_view->bandChanged(band);
 }
 
 }  // namespace platform

@@ -1,7 +1,9 @@
 // The command bar: named bands with named tools. Bands of the kinds tool bar, menu and side bar are drawn;
-// a host band shows the window placed in its tool. Code finds every band and tool by name.
+// a host band shows the window placed in its tool. Code finds every band and tool by name. A tool's caption,
+// picture, tip, keys and states are those of one action, which its buttons and menu entries follow.
 #pragma once
 
+#include <QAction>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -20,7 +22,9 @@ enum class Companion;
 enum class ToolKind { Button, Separator, TextBox, MenuEntry, SubMenu, Host };
 enum class BandKind { MenuBar, Menu, ToolBar, SideBar, Host, Group };
 
-class Tool {
+class Tool : public QObject {
+    Q_OBJECT
+
 public:
     const QString& name() const { return m_name; }
     ToolKind kind() const { return m_kind; }
@@ -29,53 +33,59 @@ public:
     const QString& subBand() const { return m_subBand; }
     /// Name of its picture.
     const QString& icon() const { return m_icon; }
-    /// Portable text of its keys ("Ctrl+S"; several split by "; "), empty for none.
-    const QString& shortcut() const { return m_shortcut; }
+    /// What is placed in menus and on buttons; triggering it clicks the tool.
+    QAction& action() { return m_action; }
 
-    QString caption() const { return m_caption; }
-    void setCaption(const QString& caption);
-    /// Shown as it was set, a "&" included.
-    QString toolTip() const { return m_toolTip; }
+    QString caption() const { return m_action.text(); }
+    void setCaption(const QString& caption) { m_action.setText(caption); }
+    /// Shown as it was set, a "&" included, with the first of the keys behind it.
+    const QString& toolTip() const { return m_toolTip; }
     void setToolTip(const QString& text);
-    QString description() const { return m_description; }
+    const QString& description() const { return m_description; }
     void setDescription(const QString& text) { m_description = text; }
-    bool enabled() const { return m_enabled; }
-    void setEnabled(bool on);
-    bool checked() const { return m_checked; }
+    /// A hidden tool is not enabled.
+    bool enabled() const { return m_action.isEnabled(); }
+    void setEnabled(bool on) { m_action.setEnabled(on); }
+    /// No click changes it.
+    bool checked() const { return m_action.isChecked(); }
     void setChecked(bool on);
-    bool visible() const { return m_visible; }
-    void setVisible(bool on);
+    bool visible() const { return m_action.isVisible(); }
+    void setVisible(bool on) { m_action.setVisible(on); }
     /// A small dot on the picture of a side bar's tool, with its meaning for those who can't see it; an empty
     /// text takes it away.
-    QString mark() const { return m_mark; }
-    void setMark(const QString& meaning);
+    QString mark() const { return m_action.data().toString(); }
+    void setMark(const QString& meaning) { m_action.setData(meaning); }
     /// Text of a text box tool.
-    QString text() const;
+    const QString& text() const { return m_text; }
     void setText(const QString& text);
     /// The window placed in a host tool; placing it takes it out of the tool that had it.
     QWidget* form() const;
     void setForm(QWidget* form);
 
+signals:
+    void textChanged(const QString& text);
+    void formChanged();
+
 private:
     friend class Band;
     friend class CommandBar;
     Tool(Band& band, QString name, ToolKind kind);
-    void changed();
 
     Band& m_band;
-    QString m_name, m_category, m_subBand, m_icon, m_caption, m_toolTip, m_description, m_text, m_shortcut,
-        m_mark;
+    QString m_name, m_category, m_subBand, m_icon, m_toolTip, m_description, m_text;
     ToolKind m_kind;
-    bool m_enabled = true, m_checked = false, m_visible = true;
     QPointer<QWidget> m_form;
+    QAction m_action;
 };
 
-class Band {
+class Band : public QObject {
+    Q_OBJECT
+
 public:
     const QString& name() const { return m_name; }
     BandKind kind() const { return m_kind; }
-    QString caption() const { return m_caption; }
-    void setCaption(const QString& caption);
+    const QString& caption() const { return m_caption; }
+    void setCaption(const QString& caption) { m_caption = caption; }
     bool visible() const { return m_visible; }
     void setVisible(bool on);
     /// Throws itemNotFound.
@@ -83,12 +93,17 @@ public:
     const std::vector<std::unique_ptr<Tool>>& tools() const { return m_tools; }
     /// Throws itemNotFound.
     Band& childBand(const QString& name);
+    const std::vector<std::unique_ptr<Band>>& childBands() const { return m_children; }
 
     // Building, once at start, before the bar is attached to a window.
+    /// shortcut: portable text of its keys ("Ctrl+S"; several split by "; "), empty for none.
     Tool& addTool(ToolKind kind, const QString& name, const QString& category = {}, const QString& icon = {},
                   const QString& subBand = {}, const QString& shortcut = {});
     void addSeparator();
     Band& addChildBand(const QString& name);
+
+signals:
+    void visibleChanged(bool on);
 
 private:
     friend class CommandBar;
@@ -114,6 +129,8 @@ public:
     /// Throws itemNotFound.
     Band& band(const QString& name);
     const std::vector<std::unique_ptr<Band>>& bands() const { return m_bands; }
+    /// Whether any band has a tool of that name.
+    bool hasTool(const QString& name) const;
 
     /// Draws the bar: menu bar and tool bars on the window, the side bar on its left; host bands share the
     /// place in the middle, the band of the given name stands at the right of it.
@@ -139,10 +156,7 @@ signals:
 
 private:
     friend class Tool;
-    friend class Band;
     void takeForm(const QWidget& form);
-    void toolChanged(Tool& tool);
-    void bandChanged(Band& band);
 
     class View;
     std::vector<std::unique_ptr<Band>> m_bands;

@@ -100,6 +100,15 @@ TEST_F(Bar, TheCheckedStateIsTheTools) {
     EXPECT_FALSE(button("cmdFormulas")->isChecked());
 }
 
+TEST_F(Bar, ButtonAndEntryAreTheToolsAction) {
+    EXPECT_EQ(button("cmdSave")->defaultAction(), &tool("cmdSave").action());
+    EXPECT_EQ(entry("mnuFile", "mnuExit"), &bar.band("mnuFile").tool("mnuExit").action());
+    tool("cmdSave").action().trigger();
+    EXPECT_EQ(clicks, QStringList("cmdSave"));
+    EXPECT_TRUE(bar.hasTool("cmdSave"));
+    EXPECT_FALSE(bar.hasTool("cmdSafe"));
+}
+
 TEST_F(Bar, TipsAreShownAsTheyWereSetAndNamesLeaveTheMarkOut) {
     EXPECT_EQ(tool("cmdMake").toolTip(), "&Make Formula");
     EXPECT_EQ(button("cmdMake")->toolTip(), "&Make Formula (Ctrl+M)");
@@ -292,6 +301,33 @@ TEST_F(Bar, AClickOnTheBarLeavesTheFocusInTheScreen) {
     first->setFocus();
     QTest::mouseClick(button("cmdSave"), Qt::LeftButton);
     EXPECT_TRUE(first->hasFocus());
+}
+
+TEST(BarKeysOfOpeners, BringUpTheirMenuAndAreOneClick) {
+    QMainWindow window;
+    CommandBar bar;
+    QStringList clicks;
+    QObject::connect(&bar, &CommandBar::toolClick, &window, [&](Tool& tool) { clicks << tool.name(); });
+    bar.addBand(u"mnuPrint"_s, BandKind::Menu)
+        .addTool(ToolKind::MenuEntry, u"mnuLabel"_s, {}, {}, {}, u"Ctrl+L"_s)
+        .setCaption(u"&Label"_s);
+    bar.addBand(u"MainBar"_s, BandKind::ToolBar)
+        .addTool(ToolKind::SubMenu, u"cmdPrint"_s, {}, u"print"_s, u"mnuPrint"_s, u"Ctrl+P"_s);
+    bar.attach(window, {});
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    QMenu* menu = window.findChild<BarButton*>(u"cmdPrint"_s)->menu();
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(clicks, QStringList(u"cmdPrint"_s));
+    EXPECT_EQ(menu->actions().first(), &bar.band(u"mnuPrint"_s).tool(u"mnuLabel"_s).action());
+    EXPECT_EQ(menu->actions().first()->shortcut(), QKeySequence(u"Ctrl+L"_s));
+    menu->close();
+    bar.band(u"MainBar"_s).tool(u"cmdPrint"_s).setEnabled(false);
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_FALSE(menu->isVisible());
+    EXPECT_EQ(clicks.size(), 1);
 }
 
 TEST(BarModel, WorksWithoutAWindow) {
