@@ -187,6 +187,7 @@ void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {
     step([&] {
         screen = m_parts.screens[row.number]();
         screen->Form_Load();
+        screen->toolActions().expectOn(m_bar);
     });
     step([&] { deref(tool).setForm(&deref(screen)); });
     step([&] { deref(tool).setDescription(QString::fromLatin1(row.text)); });

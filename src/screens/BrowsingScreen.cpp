@@ -8,6 +8,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 BrowsingScreen::BrowsingScreen(QString name, QString identifierStatement, QString key, LockRules rules,
@@ -15,6 +17,7 @@ BrowsingScreen::BrowsingScreen(QString name, QString identifierStatement, QStrin
     : RecordScreen(parent), m_name(std::move(name)), m_statement(std::move(identifierStatement)),
       m_key(std::move(key)), m_rules(rules) {
     setObjectName(m_name);
+    addRecordTools();
 }
 
 platform::Recordset& BrowsingScreen::identifiers() const { return platform::deref(m_identifiers); }
@@ -83,38 +86,26 @@ void BrowsingScreen::movePrevious() {
     });
 }
 
-bool BrowsingScreen::runMove(const QString& toolName) {
-    if (toolName == "cmdFirst")
-        moveFirst();
-    else if (toolName == "cmdPrevious")
-        movePrevious();
-    else if (toolName == "cmdNext")
-        moveNext();
-    else if (toolName == "cmdLast")
-        moveLast();
-    else
-        return false;
-    return true;
+void BrowsingScreen::addRecordTools() {
+    m_tools.on({"cmdFirst"_L1}, [this] { moveFirst(); });
+    m_tools.on({"cmdPrevious"_L1}, [this] { movePrevious(); });
+    m_tools.on({"cmdNext"_L1}, [this] { moveNext(); });
+    m_tools.on({"cmdLast"_L1}, [this] { moveLast(); });
+    m_tools.on({"cmdSearch"_L1, "txtSearch"_L1}, [this](const QString& text) { search(text); });
+    m_tools.on({"cmdEdit"_L1}, [this] { cmdEdit(); });
+    m_tools.on({"cmdSave"_L1}, [this] { cmdSave(); });
+    m_tools.on({"cmdCancel"_L1}, [this] { cmdCancel(); });
+    m_tools.on({"cmdNew"_L1}, [this] { addRecord(); });
+    m_tools.on({"cmdDelete"_L1}, [this] { cmdDelete(); });
 }
 
-bool BrowsingScreen::runRecordTool(const QString& toolName, const QString& searchText) {
-    if (runMove(toolName))
-        return true;
-    if (toolName == "cmdSearch" || toolName == "txtSearch")
-        search(searchText);
-    else if (toolName == "cmdEdit")
-        cmdEdit();
-    else if (toolName == "cmdSave")
-        cmdSave();
-    else if (toolName == "cmdCancel")
-        cmdCancel();
-    else if (toolName == "cmdNew")
-        addRecord();
-    else if (toolName == "cmdDelete")
-        cmdDelete();
-    else
-        return false;
-    return true;
+void BrowsingScreen::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
+    guarded(tag("m_frmMain_btnClick"), [&] {
+        if (!m_tools.run(toolName, searchText))
+            return;
+        toolDone();
+        setMenuOptions();
+    });
 }
 
 void BrowsingScreen::cmdEdit() {

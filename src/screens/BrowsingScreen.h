@@ -18,6 +18,8 @@ class BrowsingScreen : public RecordScreen, public DraftedScreen, public ListedS
     Q_OBJECT
 
 public:
+    /// Runs the tool's action; where the screen's work goes on, its tools are set.
+    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     /// (Re)opens the identifier set and sets the empty flag.
     virtual void getData();
     virtual void moveFirst();
@@ -70,8 +72,8 @@ protected:
     /// What closeForm does after the answers No and Cancel.
     virtual void notSaved() {}
 
-    /// Runs a tool that all full screens share; false for any other.
-    bool runRecordTool(const QString& toolName, const QString& searchText);
+    /// After the click of any tool, before the tools are set.
+    virtual void toolDone() {}
     /// Shows the record that the text finds; the identifier set stays where it is.
     virtual void search(const QString& searchText) = 0;
     /// Adds a row and takes it up for editing.
@@ -100,7 +102,8 @@ protected:
     bool m_new = false;
 
 private:
-    bool runMove(const QString& toolName);
+    /// What the tools do that all full screens share.
+    void addRecordTools();
     bool moveTo(std::int16_t key);
     DraftFit openForDraft(const Draft& draft);
 

@@ -11,6 +11,8 @@
 #include "shared/basMain.h"
 #include "ui_frmChemical.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -47,6 +49,8 @@ frmChemical::frmChemical(QWidget* parent)
     platform::makeCard(*m_ui->fraChemical);
     m_ui->cbochm_Units->setBoxText("Select Units");
     m_ui->cbochm_Form->setBoxText("Select Form");
+    m_tools.onReport("mnuReport"_L1, [this](bool exportIt) { printChemicals(exportIt); });
+    m_tools.on({"cmdChemicals"_L1, "mnuChemicals"_L1}, [this] { refreshForm(); });
 }
 
 frmChemical::~frmChemical() = default;
@@ -95,18 +99,6 @@ void frmChemical::setMenuOptions() {
             setEmptyToolStates(true);
         else
             setToolStates(toolRules, m_locked);
-    });
-}
-
-void frmChemical::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded("frmChemical:m_frmMain_btnClick", [&] {
-        if (runRecordTool(toolName, searchText)) {
-        } else if (toolName == "mnuReport" || toolName == "mnuReportx") {
-            printChemicals(toolName == "mnuReportx");
-        } else if (toolName == "cmdChemicals" || toolName == "mnuChemicals") {
-            refreshForm();
-        }
-        setMenuOptions();
     });
 }
 

@@ -22,7 +22,6 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedChemicals(); }
-    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     bool saveForm() override;
     void searchChemical(const QString& searchText);
     void deleteChemical();

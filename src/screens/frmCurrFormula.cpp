@@ -13,6 +13,8 @@
 #include "shared/basMain.h"
 #include "ui_frmCurrFormula.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 frmCurrFormula::frmCurrFormula(QWidget* parent)
@@ -27,6 +29,7 @@ frmCurrFormula::frmCurrFormula(QWidget* parent)
                                       {.field = "fch_QS", .caption = "QS", .width = 72}});
     m_ui->grdIngredients->setAllowUpdate(false);
     lockControls(*this, {}, true);
+    addTools();
 }
 
 frmCurrFormula::~frmCurrFormula() = default;
@@ -54,18 +57,22 @@ void frmCurrFormula::setMenuOptions() {
 }
 
 // cmdMake is off on this screen: its click begins on another one, which has switched here meanwhile.
+void frmCurrFormula::addTools() {
+    const auto make = [this] {
+        makeFormula();
+        refreshForm();
+    };
+    m_tools.on({"cmdSearch"_L1, "txtSearch"_L1}, [this, make](const QString& text) {
+        searchFormula(text);
+        make();
+    });
+    m_tools.on({"cmdMake"_L1}, make);
+    m_tools.on({"mnuWorksheet"_L1}, [this] { printFormula(); });
+}
+
 void frmCurrFormula::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
     guarded("frmCurrFormula:m_frmMain_btnClick", [&] {
-        if (toolName == "cmdSearch" || toolName == "txtSearch") {
-            searchFormula(searchText);
-            makeFormula();
-            refreshForm();
-        } else if (toolName == "cmdMake") {
-            makeFormula();
-            refreshForm();
-        } else if (toolName == "mnuWorksheet") {
-            printFormula();
-        }
+        m_tools.run(toolName, searchText);
         setMenuOptions();
     });
 }

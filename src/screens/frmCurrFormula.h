@@ -37,6 +37,7 @@ protected:
     void setMenuOptions() override;
 
 private:
+    void addTools();
     void translateForm();
 
     std::unique_ptr<Ui::frmCurrFormula> m_ui;

@@ -17,6 +17,8 @@
 #include "shared/basMain.h"
 #include "ui_frmFormula.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -56,6 +58,7 @@ frmFormula::frmFormula(QWidget* parent)
          {.field = "fch_Active", .caption = "Active", .width = 96, .editable = true}});
     setUpSteppers();
     connectControls();
+    addTools();
 }
 
 frmFormula::~frmFormula() = default;
@@ -69,6 +72,16 @@ void frmFormula::connectControls() {
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmFormula::cmdDelete_Click);
     connect(m_ui->lstCustom, &platform::ReportList::dragStarted, this, &frmFormula::lstCustom_OLEStartDrag);
     connect(m_ui->lstCustom, &platform::ReportList::dropped, this, &frmFormula::lstCustom_OLEDragDrop);
+}
+
+void frmFormula::addTools() {
+    m_tools.on({"cmdMake"_L1}, [this] {
+        makeFormula();
+        return false;  // the current formula screen listens now and has set its own tools
+    });
+    m_tools.on({"cmdCopy"_L1}, [this] { cmdCopy(); });
+    m_tools.onReport("mnuWorksheet"_L1, [this](bool exportIt) { printFormula(exportIt); });
+    m_tools.on({"cmdFormulas"_L1, "mnuFormulas"_L1}, [this] { refreshForm(); });
 }
 
 void frmFormula::Form_Load() {
@@ -147,24 +160,6 @@ void frmFormula::setMenuOptions() {
             setEmptyToolStates(true);
         else
             setToolStates(toolRules, m_locked);
-    });
-}
-
-void frmFormula::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded("frmFormula:m_frmMain_btnClick", [&] {
-        if (toolName == "cmdMake") {
-            makeFormula();
-            return;  // the current formula screen listens now and has set its own tools
-        }
-        if (runRecordTool(toolName, searchText)) {
-        } else if (toolName == "cmdCopy") {
-            cmdCopy();
-        } else if (toolName == "mnuWorksheet" || toolName == "mnuWorksheetx") {
-            printFormula(toolName == "mnuWorksheetx");
-        } else if (toolName == "cmdFormulas" || toolName == "mnuFormulas") {
-            refreshForm();
-        }
-        setMenuOptions();
     });
 }
 

@@ -28,7 +28,6 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedFormulas(); }
-    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void getData() override;
     void lockForm() override;
     void unlockForm() override;
@@ -64,6 +63,7 @@ protected:
 private:
     void translateForm();
     void connectControls();
+    void addTools();
     bool readable(platform::NumberBox& box);
     bool fieldsComplete();
     void storeFields();

@@ -17,6 +17,8 @@
 #include "shared/basMain.h"
 #include "ui_frmLog.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -50,9 +52,21 @@ frmLog::frmLog(QWidget* parent)
                                       {.field = "lch_AWP", .caption = "AWP", .width = 112},
                                       {.field = "lch_NDC", .caption = "NDC", .width = 128},
                                       {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
+    addTools();
 }
 
 frmLog::~frmLog() = default;
+
+void frmLog::addTools() {
+    m_tools.onReport("mnuFormulaLog"_L1, [this](bool exportIt) { printLog(exportIt); });
+    m_tools.onReport("mnuLabel"_L1, [this](bool exportIt) { printLabels(exportIt); });
+    m_tools.onReport("mnuReport"_L1, [this](bool exportIt) { printReport(exportIt); });
+    m_tools.onReport("mnuJarReport"_L1, [this](bool exportIt) { printJarReport(exportIt); });
+    m_tools.on({"cmdLogs"_L1, "mnuLogs"_L1}, [this] {
+        if (m_log)
+            showCaption("Logs", m_log->log_Name);
+    });
+}
 
 void frmLog::Form_Load() {
     guarded("frmLog:Form_Load", [&] {
@@ -139,15 +153,6 @@ void frmLog::setMenuOptions() {
             setEmptyToolStates(false);
         else
             setToolStates(toolRules, m_locked);
-    });
-}
-
-void frmLog::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded("frmLog:m_frmMain_btnClick", [&] {
-        const bool done = runRecordTool(toolName, searchText) || runPrint(toolName);
-        if (!done && (toolName == "cmdLogs" || toolName == "mnuLogs") && m_log)
-            showCaption("Logs", m_log->log_Name);
-        setMenuOptions();
     });
 }
 

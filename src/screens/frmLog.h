@@ -25,7 +25,6 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedLogs(); }
-    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void moveNext() override;
     void movePrevious() override;
     void unlockForm() override;
@@ -50,6 +49,7 @@ protected:
     QString saveQuestion() const override { return "Log data not saved! Save Changes?"; }
 
 private:
+    void addTools();
     void translateForm();
     void translateColumns();
     void deleteLog();
@@ -60,7 +60,6 @@ private:
     void populateResults(const platform::XmlDocumentPtr& document);
 
     // Paper and spreadsheet (frmLogPrint.cpp)
-    bool runPrint(const QString& toolName);
     void printLog(bool exportIt);
     void printLabels(bool exportIt);
     void printReport(bool exportIt);

@@ -18,22 +18,6 @@ QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter()
 
 }  // namespace
 
-bool frmLog::runPrint(const QString& toolName) {
-    const bool exportIt = toolName.endsWith('x');
-    const QString command = exportIt ? toolName.chopped(1) : toolName;
-    if (command == "mnuFormulaLog")
-        printLog(exportIt);
-    else if (command == "mnuLabel")
-        printLabels(exportIt);
-    else if (command == "mnuReport")
-        printReport(exportIt);
-    else if (command == "mnuJarReport")
-        printJarReport(exportIt);
-    else
-        return false;
-    return true;
-}
-
 void frmLog::printLog(bool exportIt) {
     guarded("frmLog:printLog", [&] {
         auto report = std::make_unique<rptLogFormula>();

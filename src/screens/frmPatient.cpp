@@ -12,6 +12,8 @@
 #include "shared/basMain.h"
 #include "ui_frmPatient.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -54,9 +56,23 @@ frmPatient::frmPatient(QWidget* parent)
     m_ui->txtpat_BDay->setBirthDate(true);
     connect(m_ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
     connect(m_ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
+    addTools();
 }
 
 frmPatient::~frmPatient() = default;
+
+void frmPatient::addTools() {
+    m_tools.on({"cmdSave"_L1}, [this] {
+        if (!birthDateReadable())
+            return false;  // without a refresh, what was typed stays, to be mended
+        cmdSave();
+        return true;
+    });
+    m_tools.on({"cmdMake"_L1}, [this] { return !cmdMake(); });
+    m_tools.onReport("mnuLabel"_L1, [this](bool exportIt) { printRX(exportIt); });
+    m_tools.onReport("mnuReport"_L1, [this](bool exportIt) { printRXReport(exportIt); });
+    m_tools.on({"cmdPatients"_L1, "mnuPatients"_L1}, [] {});  // the refresh that follows every tool
+}
 
 void frmPatient::Form_Load() {
     guarded("frmPatient:Form_Load", [&] {
@@ -126,18 +142,6 @@ void frmPatient::setMenuOptions() {
             setEmptyToolStates(true);
         else
             setToolStates(toolRules, m_locked);
-    });
-}
-
-void frmPatient::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded("frmPatient:m_frmMain_btnClick", [&] {
-        // Without a refresh, what was typed stays, to be mended.
-        if (toolName == "cmdSave" && !birthDateReadable())
-            return;
-        if (!runRecordTool(toolName, searchText) && !runPrint(toolName) && toolName == "cmdMake" && cmdMake())
-            return;  // the current formula screen listens now and has set its own tools
-        refreshForm();
-        setMenuOptions();
     });
 }
 

@@ -24,7 +24,6 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedPatients(); }
-    void m_frmMain_btnClick(const QString& toolName, const QString& searchText) override;
     void unlockForm() override;
     bool saveForm() override;
     void searchPatient(const QString& searchText);
@@ -37,6 +36,7 @@ public:
 
 protected:
     void setMenuOptions() override;
+    void toolDone() override { refreshForm(); }
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchPatient(searchText); }
     void addRecord() override;
@@ -49,6 +49,7 @@ protected:
     QString saveQuestion() const override { return "Patient data not saved! Save Changes?"; }
 
 private:
+    void addTools();
     void deletePatient();
     void translateForm();
     bool fieldsComplete();
@@ -61,11 +62,10 @@ private:
     bool readyForPrescriptions();
     void cmdAddRX_Click();
     void cmdDeleteRX_Click();
-    /// True when the make has begun on the current formula screen.
+    /// True when the make has begun on the current formula screen, which listens now.
     bool cmdMake();
 
     // Paper and spreadsheet (frmPatientPrint.cpp)
-    bool runPrint(const QString& toolName);
     platform::RecordsetPtr currentPrescription() const;
     void printRX(bool exportIt);
     void printRXReport(bool exportIt);

@@ -15,18 +15,6 @@
 
 namespace sorvanto {
 
-bool frmPatient::runPrint(const QString& toolName) {
-    const bool exportIt = toolName.endsWith('x');
-    const QString command = exportIt ? toolName.chopped(1) : toolName;
-    if (command == "mnuLabel")
-        printRX(exportIt);
-    else if (command == "mnuReport")
-        printRXReport(exportIt);
-    else
-        return false;
-    return true;
-}
-
 platform::RecordsetPtr frmPatient::currentPrescription() const {
     const QString key = platform::nullText(m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID")));
     return prescriptionRows(key);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "shared/MainWindow.h"
+#include "shared/ToolActions.h"
 
 #include <QString>
 #include <QWidget>
@@ -29,6 +30,8 @@ public:
     /// set) and calls setMenuOptions; 0 releases it; any other value does nothing else.
     virtual void Listener(std::int16_t value);
 
+    /// What the screen does for which tool.
+    const ToolActions& toolActions() const { return m_tools; }
     /// A screen on which no tool acts leaves this as it is.
     void m_frmMain_btnClick(const QString&, const QString&) override {}
 
@@ -38,6 +41,8 @@ public:
 protected:
     /// Sets the states of the command bar's tools for this screen. Guarded by the screen.
     virtual void setMenuOptions() {}
+
+    ToolActions m_tools;
 
 private:
     std::int16_t m_listener = 0;

@@ -60,6 +60,10 @@ public:
     bool addLog(const platform::XmlDocumentPtr&, const platform::XmlDocumentPtr&) override { return true; }
     bool isLogged(const QString&) override { return false; }
 
+    void actOn(QLatin1String tool) {
+        m_tools.on({tool}, [] {});
+    }
+
     std::int16_t closeAnswer = 0;
     bool failsToLoad = false, failsToClose = false;
     QString captionAtClick;

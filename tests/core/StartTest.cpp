@@ -187,6 +187,18 @@ TEST_F(StartTest, AScreenThatFailsToLoadLeavesTheOthersStanding) {
     EXPECT_EQ(window->current(), formulas);
 }
 
+TEST_F(StartTest, AScreenThatActsOnAToolOfNoBandIsReported) {
+    auto makeLogs = parts.screens[logs];
+    parts.screens[logs] = [makeLogs] {
+        auto screen = makeLogs();
+        dynamic_cast<StubScreen&>(*screen).actOn("cmdSafe"_L1);
+        return screen;
+    };
+    load();
+    EXPECT_EQ(expectReport("frmMain:Form_Load").description, "The command bar has no tool \"cmdSafe\"");
+    EXPECT_EQ(window->current(), formulas);
+}
+
 TEST_F(NoPatientsTest, ThereIsNoPatientScreenAndNoWayToIt) {
     createDatabase();
     load();
