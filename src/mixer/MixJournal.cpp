@@ -1,6 +1,7 @@
-// The journal's files.
+// The states of the mixes, and where their files lie.
 #include "mixer/MixJournal.h"
 
+#include "mixer/JournalFile.h"
 #include "mixer/LoadedFormula.h"
 #include "mixer/ResultsDocument.h"
 #include "platform/basic/Dates.h"
@@ -10,81 +11,45 @@
 #include <QDir>
 #include <QFile>
 #include <algorithm>
-#include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
-using platform::XmlDocument;
+using journal_file::closedFolder;
+using journal_file::folder;
+using journal_file::openPath;
 using platform::XmlDocumentPtr;
-using platform::XmlNode;
 using protocol::MixId;
 
-constexpr std::array<const char*, 6> stateWords{"loaded",  "started", "finished",
-                                                "aborted", "logged",  "put aside"};
 constexpr qsizetype closedKept = 1000;
 
-QString folder() { return platform::programFolder() + u"/mixes"_s; }
-
-QString closedFolder() { return folder() + u"/closed"_s; }
-
-QString fileOf(const MixId& mix) { return folder() + '/'_L1 + QString::fromLatin1(mix) + u".xml"_s; }
-
-XmlDocumentPtr documentOf(const XmlNode& node) {
-    if (!node)
-        return nullptr;
-    const XmlDocumentPtr document = XmlDocument::create();
-    return document->loadXML(node.xml()) ? document : nullptr;
+/// A file under another mix's name (a copy by hand) would be written over, moved or removed as that one.
+std::optional<JournalEntry> readOpen(const QString& path) {
+    auto entry = journal_file::read(path);
+    return entry && path == openPath(entry->mix) ? entry : std::nullopt;
 }
 
-void setDate(XmlNode& node, const char* name, const QDateTime& date) {
-    if (date.isValid())
-        node.setAttribute(QLatin1String(name), platform::storedDate(date));
-}
-
-QDateTime dateOf(const XmlNode& node, const char* name) {
-    const QString attribute = QLatin1String(name);
-    return node.hasAttribute(attribute) ? platform::fromStoredDate(node.attribute(attribute)) : QDateTime();
-}
-
-/// Nothing when the file is no whole journal of a mix, or bears the name of another one.
-std::optional<JournalEntry> readEntry(const QString& path) {
-    const XmlDocumentPtr file = XmlDocument::create();
-    const XmlNode root = file->load(path) ? file->selectSingleNode(u"Mix"_s) : XmlNode();
-    if (!root || !root.hasAttribute(u"ID"_s) || !root.hasAttribute(u"State"_s))
-        return std::nullopt;
-    JournalEntry entry;
-    entry.mix = root.attribute(u"ID"_s).toLatin1();
-    const QString word = root.attribute(u"State"_s);
-    const auto state = std::find_if(stateWords.begin(), stateWords.end(),
-                                    [&](const char* known) { return word == QLatin1String(known); });
-    // A file under another mix's name (a copy by hand) would be written over, moved or removed as that one.
-    if (!protocol::isMixId(entry.mix) || path != fileOf(entry.mix) || state == stateWords.end())
-        return std::nullopt;
-    entry.state = static_cast<JournalState>(state - stateWords.begin());
-    if (root.hasAttribute(u"Mixer"_s))
-        entry.serial = root.attribute(u"Mixer"_s);
-    entry.lotTaken = root.hasAttribute(u"LotTaken"_s);
-    entry.loaded = dateOf(root, "Loaded");
-    entry.started = dateOf(root, "Started");
-    entry.finished = dateOf(root, "Finished");
-    entry.formula = documentOf(root.selectSingleNode(u"Formula"_s));
-    entry.results = documentOf(root.selectSingleNode(u"Results"_s));
-    const bool needsResults = entry.state == JournalState::Finished;
-    if (!entry.formula || (needsResults && !entry.results))
-        return std::nullopt;
-    return entry;
-}
-
-void moveToClosed(const JournalEntry& entry) {
+QString moveToClosed(const JournalEntry& entry) {
     platform::makePrivateFolder(closedFolder());
-    const QString date =
-        (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(u"yyyyMMdd-HHmmss"_s);
-    const QString target = closedFolder() + u"/%1-%2.xml"_s.arg(date, QString::fromLatin1(entry.mix));
+    const QString target = journal_file::closedPath(entry);
     QFile::remove(target);
-    QFile::rename(fileOf(entry.mix), target);
+    QFile::rename(openPath(entry.mix), target);
+    return target;
+}
+
+bool isClosed(JournalState state) {
+    return state == JournalState::Logged || state == JournalState::PutAside || state == JournalState::Deleted;
+}
+
+/// A mix that was not signed by this program's rows is known by its lot and its results.
+bool isOf(const JournalEntry& entry, const BatchRows& batch) {
+    if (!entry.rows.empty())
+        return entry.rows.isSameBatch(batch);
+    return entry.results && !entry.lotTaken && entry.lot() == batch.lot() &&
+           entry.results->xml() == batch.row.value("log_Results"_L1).toString();
 }
 
 /// The oldest closed mixes go, by the date in front of their names.
@@ -101,17 +66,21 @@ QString JournalEntry::name() const { return formulaName(formula); }
 QString JournalEntry::quantity() const { return formulaQuantity(formula); }
 QString JournalEntry::lot() const { return lotOf(results); }
 
+bool JournalEntry::belongsTo(const QString& identity) const {
+    return database.isEmpty() || identity.isEmpty() || database == identity;
+}
+
 void MixJournal::read() {
     m_open.clear();
     m_unreadable.clear();
     const QStringList names = QDir(folder()).entryList({u"*.xml"_s}, QDir::Files, QDir::Name);
     for (const QString& name : names) {
-        const auto entry = readEntry(folder() + '/'_L1 + name);
+        const auto entry = readOpen(folder() + '/'_L1 + name);
         if (!entry)
             m_unreadable << name;
         else if (entry->state == JournalState::Loaded)
-            QFile::remove(fileOf(entry->mix));
-        else if (entry->state == JournalState::Logged || entry->state == JournalState::PutAside)
+            QFile::remove(openPath(entry->mix));
+        else if (isClosed(entry->state))
             moveToClosed(*entry);
         else
             m_open.push_back(*entry);
@@ -137,37 +106,24 @@ void MixJournal::write(const JournalEntry& entry) const {
     if (!platform::makePrivateFolder(folder()))
         throw platform::RuntimeError(platform::error::permissionDenied,
                                      u"Can't make the folder %1"_s.arg(folder()));
-    const XmlDocumentPtr file = XmlDocument::create();
-    XmlNode root = file->appendElement(u"Mix"_s);
-    root.setAttribute(u"ID"_s, QString::fromLatin1(entry.mix));
-    root.setAttribute(u"State"_s, QLatin1String(stateWords[static_cast<std::size_t>(entry.state)]));
-    if (!entry.serial.isEmpty())
-        root.setAttribute(u"Mixer"_s, entry.serial);
-    if (entry.lotTaken)
-        root.setAttribute(u"LotTaken"_s, u"1"_s);
-    setDate(root, "Loaded", entry.loaded);
-    setDate(root, "Started", entry.started);
-    setDate(root, "Finished", entry.finished);
-    root.appendCopy(entry.formula->root());
-    if (entry.results)
-        root.appendCopy(entry.results->root());
-    file->save(fileOf(entry.mix));
+    journal_file::write(entry, openPath(entry.mix));
 }
 
 void MixJournal::drop(const MixId& mix) {
     std::erase_if(m_open, [&](const JournalEntry& entry) { return entry.mix == mix; });
 }
 
-void MixJournal::load(const MixId& mix, const XmlDocumentPtr& formula) {
+void MixJournal::load(const MixId& mix, const XmlDocumentPtr& formula, const QString& database) {
     for (const JournalEntry& entry : m_open) {
         if (entry.state == JournalState::Loaded)
-            QFile::remove(fileOf(entry.mix));
+            QFile::remove(openPath(entry.mix));
     }
     std::erase_if(m_open, [](const JournalEntry& entry) { return entry.state == JournalState::Loaded; });
     JournalEntry fresh;
     fresh.mix = mix;
     fresh.loaded = platform::now();
     fresh.formula = formula;
+    fresh.database = database;
     m_open.push_back(fresh);
     write(m_open.back());
 }
@@ -203,12 +159,84 @@ void MixJournal::abort(const MixId& mix) {
     write(aborted);
 }
 
+void MixJournal::sign(const MixId& mix, const BatchRows& rows) {
+    JournalEntry& entrySigned = entry(mix);
+    entrySigned.rows = rows;
+    write(entrySigned);
+}
+
 void MixJournal::close(const MixId& mix, JournalState how) {
     JournalEntry closed = entry(mix);
     closed.state = how;
     drop(closed.mix);
     write(closed);
     moveToClosed(closed);
+}
+
+// ---- closed mixes ---------------------------------------------------------------------------------
+
+std::vector<ClosedMix> MixJournal::closed() const {
+    std::vector<ClosedMix> found;
+    const QDir closed(closedFolder());
+    const QStringList names =
+        closed.entryList({u"*.xml"_s}, QDir::Files, QDir::SortFlags(QDir::Name | QDir::Reversed));
+    for (const QString& name : names) {
+        if (const auto head = journal_file::readHead(closed.filePath(name)))
+            found.push_back(*head);
+    }
+    return found;
+}
+
+void MixJournal::reopen(const ClosedMix& closed) {
+    auto entry = journal_file::read(closed.path);
+    if (!entry || !entry->results || find(entry->mix))
+        return;
+    entry->state = JournalState::Finished;
+    write(*entry);
+    QFile::remove(closed.path);
+    m_open.push_back(*entry);
+}
+
+void MixJournal::noteDeletion(const BatchRows& rows) {
+    m_deletion.reset();
+    for (const JournalEntry& entry : m_open) {
+        if (!isOf(entry, rows))
+            continue;
+        m_deletion = {entry, journal_file::closedPath(entry)};
+        JournalEntry deleted = entry;
+        deleted.state = JournalState::Deleted;
+        write(deleted);
+        moveToClosed(deleted);
+        drop(deleted.mix);
+        return;
+    }
+    for (const ClosedMix& mix : closed()) {
+        const bool maybe = mix.lot.isEmpty() || (mix.lot == rows.lot() && mix.moment == rows.moment());
+        if (mix.state == JournalState::Logged && maybe && noteClosedDeletion(mix, rows))
+            return;
+    }
+}
+
+bool MixJournal::noteClosedDeletion(const ClosedMix& mix, const BatchRows& rows) {
+    const auto before = journal_file::read(mix.path);
+    if (!before || !isOf(*before, rows))
+        return false;
+    JournalEntry deleted = *before;
+    deleted.state = JournalState::Deleted;
+    journal_file::write(deleted, mix.path);
+    m_deletion = {*before, mix.path};
+    return true;
+}
+
+void MixJournal::undoDeletion() {
+    if (!m_deletion)
+        return;
+    const Deletion undone = *std::exchange(m_deletion, std::nullopt);
+    if (isClosed(undone.before.state))
+        return journal_file::write(undone.before, undone.path);
+    write(undone.before);
+    QFile::remove(undone.path);
+    m_open.push_back(undone.before);
 }
 
 }  // namespace sorvanto

@@ -2,12 +2,14 @@
 // program loses a batch that was made.
 #pragma once
 
+#include "mixer/BatchRows.h"
 #include "mixer/protocol/Messages.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -19,6 +21,7 @@ enum class JournalState {
     Aborted,   ///< ended without results
     Logged,    ///< closed: in the log
     PutAside,  ///< closed: the user did not want it in the log
+    Deleted,   ///< closed: the user has deleted it from the log
 };
 
 struct JournalEntry {
@@ -29,11 +32,25 @@ struct JournalEntry {
     /// The lot was in the log already when the mix finished: another mix bears it (a mixer whose counter
     /// was reset). The log can't tell then whether this one was logged.
     bool lotTaken = false;
+    QString database;  ///< identity of the one that was open; empty: not known
+    BatchRows rows;    ///< as signed; a batch that has them may stand in the log, in part or whole
     platform::XmlDocumentPtr formula, results;
 
     QString name() const;
     QString quantity() const;
     QString lot() const;
+    /// Made while that database was open, as far as both are known.
+    bool belongsTo(const QString& identity) const;
+};
+
+/// What is told of a closed mix without reading its whole file.
+struct ClosedMix {
+    QString path;
+    protocol::MixId mix;
+    JournalState state = JournalState::PutAside;
+    QString serial, database, name;
+    QString lot, moment;  ///< as signed; empty for one that was not
+    int lines = 0;        ///< as signed
 };
 
 /// Open mixes are files of the folder "mixes" beside the program, closed ones lie in "mixes/closed".
@@ -49,21 +66,41 @@ public:
     const QStringList& unreadable() const { return m_unreadable; }
 
     // Each writes and throws what writeFile throws; the entry in memory has changed even so.
-    void load(const protocol::MixId& mix, const platform::XmlDocumentPtr& formula);
+    void load(const protocol::MixId& mix, const platform::XmlDocumentPtr& formula,
+              const QString& database = {});
     void start(const protocol::MixId& mix, const QString& serial);
     void undoStart(const protocol::MixId& mix);
     void finish(const protocol::MixId& mix, const platform::XmlDocumentPtr& results, bool lotTaken);
     void abort(const protocol::MixId& mix);
+    /// Takes down what is about to be written to the log.
+    void sign(const protocol::MixId& mix, const BatchRows& rows);
     /// Logged or PutAside. The entry is no longer open.
     void close(const protocol::MixId& mix, JournalState how);
+
+    /// Newest first. Reads the head of each file only.
+    std::vector<ClosedMix> closed() const;
+    /// A closed mix is open again, as finished; its rows are kept.
+    void reopen(const ClosedMix& closed);
+    /// The user is about to delete the batch: it is closed for good. Nothing happens when the journal does not
+    /// know it.
+    void noteDeletion(const BatchRows& rows);
+    /// The deletion that was noted last did not come about.
+    void undoDeletion();
 
 private:
     JournalEntry& entry(const protocol::MixId& mix);
     void write(const JournalEntry& entry) const;
     void drop(const protocol::MixId& mix);
+    bool noteClosedDeletion(const ClosedMix& mix, const BatchRows& rows);
+
+    struct Deletion {
+        JournalEntry before;
+        QString path;  ///< of the closed file that notes it
+    };
 
     std::vector<JournalEntry> m_open;
     QStringList m_unreadable;
+    std::optional<Deletion> m_deletion;
 };
 
 }  // namespace sorvanto

@@ -41,6 +41,7 @@ MixSession::MixSession(MixerEnvironment environment, QObject* parent)
     });
     m_deskAgain.setSingleShot(true);
     connect(&m_deskAgain, &QTimer::timeout, this, &MixSession::handOverNext);
+    connect(&m_link, &MixerLink::status, this, &MixSession::lookAtForeignEnd);
     m_run.beforeStart = [this](const MixId& mix) { return journalStart(mix); };
 }
 
@@ -55,8 +56,10 @@ void MixSession::open() {
         m_journalRead = true;
         if (!m_journal.unreadable().isEmpty())
             m_notice = {PanelText::JournalUnreadable, {m_journal.unreadable().join(u", "_s)}};
+        journal(PanelText::Count, [&] { m_account.reopenLost(); });
     }
     dropLogged();
+    m_account.reconcile();
     m_link.open();
     emit changed();
 }
@@ -73,6 +76,7 @@ void MixSession::mixerConnected() {
         else
             m_run.forget(entry.mix);
     }
+    askLastResults();
 }
 
 // ---- formula in -----------------------------------------------------------------------------------
@@ -102,11 +106,14 @@ void MixSession::loadFormula(const platform::XmlDocumentPtr& document) {
 
 void MixSession::sendFormula() {
     m_notice = {};
+    m_account.clearFindings();
     do {
         m_formula->programme.id = m_environment.makeMixId();
     } while (m_journal.find(m_formula->programme.id));
+    m_account.readIdentity();
     // A journal that can't be written keeps the mix from being started, and says so then.
-    journal(PanelText::Count, [&] { m_journal.load(m_formula->programme.id, m_formula->document); });
+    journal(PanelText::Count,
+            [&] { m_journal.load(m_formula->programme.id, m_formula->document, m_account.identity()); });
     m_run.load(m_formula->programme);
     emit changed();
 }
@@ -161,7 +168,7 @@ void MixSession::acknowledge() {
 
 void MixSession::mixFinished(const protocol::MixResults& results, bool seen) {
     const platform::XmlDocumentPtr document = makeResultsDocument(m_link.identity(), results);
-    const bool lotTaken = isLogged(lotOf(document));
+    const bool lotTaken = m_account.isLotLogged(lotOf(document));
     journal(PanelText::JournalResults, [&] { m_journal.finish(results.mix, document, lotTaken); });
     if (seen)
         handOverLater(results.mix, false);
@@ -273,6 +280,7 @@ void MixSession::handOver(const MixId& mix) {
     if (m_formula && m_formula->programme.id == mix)
         m_formula.reset();
     m_run.release();
+    m_account.reconcile();
     emit changed();
     emit enableForm();
     if (alive && !m_toHandOver.isEmpty())
@@ -297,27 +305,30 @@ void MixSession::logged() {
     emit changed();
 }
 
-bool MixSession::isLogged(const QString& lot) const {
-    try {
-        return m_isLogged && !lot.isEmpty() && m_isLogged(lot);
-    } catch (...) {
-        return false;  // not known: better offered once too often
-    }
+void MixSession::takeDown(const BatchRows& rows) {
+    if (m_journal.find(m_handed))
+        m_journal.sign(m_handed, rows);
+}
+
+bool MixSession::settle(const MixId& mix, BatchAccount::Settled& settled) {
+    return journal(PanelText::Count, [&] { settled = m_account.settle(mix); });
 }
 
 void MixSession::dropLogged() {
-    std::vector<MixId> logged;
+    std::vector<MixId> waiting;
     for (const JournalEntry& entry : m_journal.open()) {
-        if (entry.state == JournalState::Finished && !entry.lotTaken && entry.mix != m_handed &&
-            !isToBeHandedOver(entry.mix) && isLogged(entry.lot()))
-            logged.push_back(entry.mix);
+        if (entry.mix != m_handed && !isToBeHandedOver(entry.mix))
+            waiting.push_back(entry.mix);
     }
-    for (const MixId& mix : logged)
-        journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::Logged); });
+    for (const MixId& mix : waiting) {
+        BatchAccount::Settled ignored{};
+        settle(mix, ignored);
+    }
 }
 
 std::vector<Offer> MixSession::offers() const {
     std::vector<Offer> offers;
+    const QString& identity = m_account.identity();
     for (const JournalEntry& entry : m_journal.open()) {
         const bool shownElsewhere =
             entry.state == JournalState::Loaded || entry.mix == m_handed || entry.mix == m_run.running() ||
@@ -326,7 +337,7 @@ std::vector<Offer> MixSession::offers() const {
              entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
             offers.push_back({entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(),
-                              entry.serial, entry.formula});
+                              entry.serial, entry.formula, !entry.belongsTo(identity)});
     }
     return offers;
 }
@@ -335,11 +346,14 @@ void MixSession::logOffer(const MixId& mix) {
     const JournalEntry* entry = m_journal.find(mix);
     if (!canLog() || !entry || entry->state != JournalState::Finished)
         return;
-    if (!entry->lotTaken && isLogged(entry->lot())) {
-        journal(PanelText::Count, [&] { m_journal.close(MixId(mix), JournalState::Logged); });
-        emit changed();
+    if (!entry->belongsTo(m_account.identity()))
         return;
-    }
+    m_account.clearFindings();
+    auto settled = BatchAccount::Settled::NotInLog;
+    settle(mix, settled);
+    m_account.reconcile();
+    if (settled != BatchAccount::Settled::NotInLog)
+        return emit changed();
     handOverLater(MixId(mix), true);
     emit changed();
 }
@@ -350,7 +364,47 @@ void MixSession::putAside(const MixId& mix) {
         return;
     m_run.forget(mix);
     journal(PanelText::Count, [&] { m_journal.close(MixId(mix), JournalState::PutAside); });
+    m_account.reconcile();
     emit changed();
+}
+
+// ---- the mixer's memory ---------------------------------------------------------------------------
+
+void MixSession::askLastResults() {
+    constexpr int remembered = 8;
+    const QString serial = QString::fromLatin1(m_link.identity().serial);
+    int asked = 0;
+    for (const ClosedMix& closed : m_journal.closed()) {
+        if (closed.serial != serial || m_compared.contains(closed.mix))
+            continue;
+        if (++asked > remembered)
+            return;
+        compareResults(closed.mix, closed.lot);
+    }
+}
+
+// A mix that ended in the mixer without this program, or whose journal is gone.
+void MixSession::lookAtForeignEnd(const protocol::Status& status) {
+    if (status.state != protocol::MixerState::Done || status.mix.isEmpty() || m_journal.find(status.mix) ||
+        m_compared.contains(status.mix))
+        return;
+    compareResults(status.mix, {});
+}
+
+void MixSession::compareResults(const MixId& mix, const QString& knownLot) {
+    m_compared.insert(mix);
+    m_link.send(protocol::resultCommand(mix), [this, mix, knownLot](const auto& reply) {
+        if (!reply)
+            m_compared.remove(mix);
+        const auto results = reply ? protocol::readResults(*reply) : std::nullopt;
+        if (!results || results->mix != mix)
+            return;
+        const QString lot = lotOf(makeResultsDocument(m_link.identity(), *results));
+        if (lot == knownLot)
+            return;
+        m_account.noteUnknown(lot);
+        emit changed();
+    });
 }
 
 }  // namespace sorvanto

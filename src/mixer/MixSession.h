@@ -2,6 +2,7 @@
 // keeps those that were not logged on offer.
 #pragma once
 
+#include "mixer/BatchAccount.h"
 #include "mixer/Desk.h"
 #include "mixer/LoadedFormula.h"
 #include "mixer/MixJournal.h"
@@ -10,6 +11,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -35,6 +37,7 @@ struct Offer {
     JournalState state = JournalState::Finished;
     QString name, quantity, lot, serial;
     platform::XmlDocumentPtr formula;  ///< as it was sent
+    bool otherDatabase = false;        ///< made while another one was open: not to be logged into this one
 };
 
 class MixSession : public QObject {
@@ -44,7 +47,9 @@ public:
     explicit MixSession(MixerEnvironment environment, QObject* parent = nullptr);
 
     void setPort(int port, bool overrideSpeed);
-    void setLoggedTest(std::function<bool(const QString&)> test) { m_isLogged = std::move(test); }
+    void setLoggedTest(std::function<bool(const QString&)> test) { m_account.setLoggedTest(std::move(test)); }
+    /// The log of the open database; outlives the session.
+    void setLogBook(LogBook* book) { m_account.setLogBook(book); }
 
     /// Where the user sits; outlives the session. Without one a finished mix is handed over at once.
     void setDesk(Desk* desk) { m_desk = desk; }
@@ -63,6 +68,14 @@ public:
     void initialsClosed();
     /// The mix being handed over is in the log.
     void logged();
+
+    /// The rows of the mix being handed over are about to be written: they are taken down first. Throws when the
+    /// journal can't be written.
+    void takeDown(const BatchRows& rows);
+    /// A batch is about to be deleted from the log; undoDeletion when it was not. Both throw when the journal
+    /// can't be written.
+    void noteDeletion(const BatchRows& rows) { m_journal.noteDeletion(rows); }
+    void undoDeletion() { m_journal.undoDeletion(); }
 
     std::vector<Offer> offers() const;
     /// Whether an offered mix may be handed over now.
@@ -90,6 +103,9 @@ public:
     bool isSigning() const { return m_signing; }
     /// Why the last formula was refused, why a start was not possible, what the journal complains of.
     const PanelMessage& notice() const { return m_notice; }
+    /// What was done about batches that a failure had left half written.
+    const std::vector<PanelMessage>& findings() const { return m_account.findings(); }
+    const Reconciliation& reconciliation() const { return m_account.reconciliation(); }
 
 signals:
     void changed();
@@ -104,7 +120,10 @@ private:
     bool journalStart(const protocol::MixId& mix);
     void sendFormula();
     void dropLogged();
-    bool isLogged(const QString& lot) const;
+    bool settle(const protocol::MixId& mix, BatchAccount::Settled& settled);
+    void askLastResults();
+    void compareResults(const protocol::MixId& mix, const QString& knownLot);
+    void lookAtForeignEnd(const protocol::Status& status);
     /// asked: at the user's own wish, which needs no free desk.
     void handOverLater(const protocol::MixId& mix, bool asked);
     void handOverSoon();
@@ -119,8 +138,9 @@ private:
     MixerLink m_link;
     MixRun m_run;
     MixJournal m_journal;
+    BatchAccount m_account{m_journal};
     bool m_journalRead = false;
-    std::function<bool(const QString&)> m_isLogged;
+    QSet<protocol::MixId> m_compared;  ///< mixes whose results the mixer was asked for to compare them
     std::optional<LoadedFormula> m_formula;
     PanelMessage m_notice;
     int m_port = 1;

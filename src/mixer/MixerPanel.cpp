@@ -48,6 +48,8 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     m_footnote = centred("mixerFootnote");
     platform::setLook(*m_footnote, "quiet");
     m_footnote->setStyleSheet(u"font-size: 11px"_s);
+    m_account = centred("mixerAccount");
+    m_account->setStyleSheet(u"font-size: 11px"_s);
     m_offers = new OfferList;
     m_offers->setObjectName(u"mixerOffers"_s);
     layout->addWidget(m_steps, 100);  // up to its own height; what is left then stays empty below
@@ -55,6 +57,7 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     layout->addSpacing(platform::grid);
     layout->addWidget(m_offers);
     layout->addStretch(1);
+    layout->addWidget(m_account);
     m_scroll = new FittingScrollArea;
     m_scroll->setContent(content);
 
@@ -144,6 +147,7 @@ void MixerPanel::refresh() {
     showFormula();
     showSpeeds();
     showNotices();
+    showAccount();
     showButtons();
     m_offers->show(
         m_session.offers(), m_session.canLog(),
@@ -357,8 +361,11 @@ void MixerPanel::showNotices() {
                     waits.join(' '_L1));
     const bool signing = m_session.isSigning();
     const PanelMessage& notice = m_session.notice();
-    if (!notice.empty())
-        m_notice->show(NoticeCard::Kind::Warning, m_texts(notice));
+    const QString found = findings();
+    if (!notice.empty() || !found.isEmpty())
+        m_notice->show(NoticeCard::Kind::Warning,
+                       notice.empty() ? found
+                                      : m_texts(notice) + (found.isEmpty() ? u""_s : '\n'_L1 + found));
     else if (signing && run.wasStopped())
         m_notice->show(NoticeCard::Kind::Warning, m_texts(PanelText::Interrupted));
     else
@@ -371,6 +378,29 @@ void MixerPanel::showNotices() {
             warnings << m_texts(warning);
     }
     m_warnings->show(NoticeCard::Kind::Warning, warnings.join('\n'_L1));
+}
+
+QString MixerPanel::findings() const {
+    QStringList lines;
+    for (const PanelMessage& finding : m_session.findings())
+        lines << m_texts(finding);
+    return lines.join('\n'_L1);
+}
+
+void MixerPanel::showAccount() {
+    const Reconciliation& all = m_session.reconciliation();
+    constexpr qsizetype mostNamed = 5;
+    const QString count = QString::number(all.preparations);
+    const bool missing = !all.missing.isEmpty();
+    QStringList names = all.missing.mid(0, mostNamed);
+    if (all.missing.size() > mostNamed)
+        names << u"…"_s;
+    m_account->setVisible(missing || (all.done && all.preparations > 1));
+    m_account->setText(missing ? m_texts(PanelText::NotAccountedFor,
+                                         {QString::number(all.missing.size()), count, names.join(u", "_s)})
+                               : m_texts(PanelText::AllAccountedFor, {count}));
+    platform::setLook(*m_account, "caution", missing);
+    platform::setLook(*m_account, "quiet", !missing);
 }
 
 void MixerPanel::showButtons() {

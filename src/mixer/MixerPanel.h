@@ -51,6 +51,8 @@ private:
     void showFormula();
     void showSpeeds();
     void showNotices();
+    void showAccount();
+    QString findings() const;
     void showButtons();
     bool isHeard() const;
     bool isToldLoaded() const;
@@ -85,6 +87,7 @@ private:
     QPushButton *m_start, *m_pause, *m_resume, *m_stop, *m_ok, *m_loadAgain, *m_connect;
     StepsTable* m_steps;
     QLabel* m_footnote;
+    QLabel* m_account;  ///< whether every preparation is accounted for
     OfferList* m_offers;
     std::function<QString(int)> m_unitOf;
     QHash<protocol::MixId, QString> m_units;

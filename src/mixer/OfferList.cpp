@@ -21,7 +21,7 @@ QString describe(const Offer& offer, const QString& unit, const PanelTexts& text
     const QString line = batch.line({texts(PanelText::AmountInJar), texts(PanelText::LotNumber)});
     switch (offer.state) {
     case JournalState::Finished:
-        return line;
+        return offer.otherDatabase ? texts(PanelText::OfferOtherDatabase, {line}) : line;
     case JournalState::Started:
         return texts(PanelText::OfferWaiting, {line, offer.serial});
     default:
@@ -50,7 +50,8 @@ void OfferList::show(const std::vector<Offer>& offers, bool canLog, const UnitOf
                      const PanelTexts& texts) {
     QStringList shown;
     for (const Offer& offer : offers)
-        shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state));
+        shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state)) +
+                     (offer.otherDatabase ? '-'_L1 : '+'_L1);
     if (shown != m_shown) {
         m_shown = shown;
         build(offers, unitOf, texts);
@@ -88,7 +89,7 @@ void OfferList::addOffer(const Offer& offer, const QString& unit, const PanelTex
     // not to be hit in place of the other.
     auto* buttons = new QVBoxLayout;
     buttons->setSpacing(platform::grid);
-    if (offer.state == JournalState::Finished) {
+    if (offer.state == JournalState::Finished && !offer.otherDatabase) {
         auto* log = smallButton(texts(PanelText::LogThisMix), "mixerLogMix");
         connect(log, &QPushButton::clicked, this, [this, mix = offer.mix] { emit logAsked(mix); });
         buttons->addWidget(log, 0, Qt::AlignLeft);

@@ -110,6 +110,14 @@ constexpr std::array<const char*, count> english{
     "&Sign now",
     "The formula \"%1\" of this mix is no longer in the database, so the mix can not be logged. It stays on "
     "offer below.",
+    "Batch %1: %2 missing ingredient line was added.",
+    "Batch %1: %2 missing ingredient lines were added.",
+    "Batch %1: its missing ingredient lines could not be added: %2",
+    "Batch %1: its ingredient lines in the log are not those that were signed. Nothing was written.",
+    "Batch %1 stands in the log more than once (entries %2). Nothing was written.",
+    "%1: made with another database. Open that database to log it.",
+    "All %1 preparations accounted for.",
+    "%1 of %2 preparations not accounted for: %3",
 };
 
 QString literal(PanelText text) {

@@ -98,6 +98,14 @@ enum class PanelText {
     MixWaits,
     SignNow,
     FormulaGone,
+    LineAdded,
+    LinesAdded,
+    LinesNotAdded,
+    LinesDiffer,
+    BatchTwice,
+    OfferOtherDatabase,
+    AllAccountedFor,
+    NotAccountedFor,
     Count
 };
 

@@ -75,6 +75,13 @@ void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
     d->session.setLoggedTest(std::move(test));
 }
 
+void ctlSorvanto::setLogBook(LogBook* book) { d->session.setLogBook(book); }
+void ctlSorvanto::takeDown(const BatchRows& rows) { d->session.takeDown(rows); }
+void ctlSorvanto::noteDeletion(const BatchRows& rows) { d->session.noteDeletion(rows); }
+void ctlSorvanto::undoDeletion() { d->session.undoDeletion(); }
+
+const Reconciliation& ctlSorvanto::reconciliation() const { return d->session.reconciliation(); }
+
 void ctlSorvanto::setUnitSource(std::function<QString(int formulaID)> unitOf) {
     d->panel->setUnitSource(std::move(unitOf));
 }

@@ -2,6 +2,7 @@
 // and the panel on which the user runs it. Knows nothing of records.
 #pragma once
 
+#include "mixer/Reconciliation.h"
 #include "mixer/protocol/Messages.h"
 #include "platform/xml/XmlDocument.h"
 
@@ -15,7 +16,9 @@
 
 namespace sorvanto {
 
+struct BatchRows;
 class Desk;
+class LogBook;
 struct MixerEnvironment;
 
 /// A mix that was started here and has not ended as far as is known.
@@ -62,6 +65,17 @@ public:
     std::optional<MixUnderWay> mixUnderWay() const;
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
+    /// The log of the open database; outlives the control.
+    void setLogBook(LogBook* book);
+    /// The rows of the mix whose mixDone is being handled are about to be written. Throws when the journal can't
+    /// take them down: then they must not be written.
+    void takeDown(const BatchRows& rows);
+    /// A batch is about to be deleted from the log at the user's wish; undoDeletion when it was not. Both throw
+    /// when the journal can't be written: then it must not be deleted.
+    void noteDeletion(const BatchRows& rows);
+    void undoDeletion();
+    /// What became of every preparation, as of the last start, signing or putting aside.
+    const Reconciliation& reconciliation() const;
 
     /// Asked for the unit of a stored formula, by its key, to name a batch with; "" when not known.
     void setUnitSource(std::function<QString(int formulaID)> unitOf);

@@ -46,8 +46,15 @@ frmSorvanto::frmSorvanto(MixerEnvironment environment, QWidget* parent)
     connect(ctlSorvanto1, &ctlSorvanto::enableForm, this, &frmSorvanto::ctlSorvanto1_enableForm);
 }
 
+frmSorvanto::~frmSorvanto() {
+    if (batchJournal == this)
+        batchJournal = nullptr;
+}
+
 void frmSorvanto::Form_Load() {
     frmInitials::install();
+    batchJournal = this;
+    ctlSorvanto1->setLogBook(&m_log);
     ctlSorvanto1->setUnitSource([](int formulaID) {
         return guarded("frmSorvanto:unitOf", QString(), [&] {
             return platform::deref(clsFormula().openFormula(platform::toInt16(formulaID), QString()))
@@ -75,6 +82,10 @@ std::int16_t frmSorvanto::closeForm() {
         return std::int16_t(0);
     });
 }
+
+void frmSorvanto::takeDown(const BatchRows& rows) { ctlSorvanto1->takeDown(rows); }
+void frmSorvanto::noteDeletion(const BatchRows& rows) { ctlSorvanto1->noteDeletion(rows); }
+void frmSorvanto::undoDeletion() { ctlSorvanto1->undoDeletion(); }
 
 void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
                                        const platform::XmlDocumentPtr& results) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/xml/XmlDocument.h"
+#include "records/BatchBook.h"
 #include "shared/RecordScreen.h"
 
 namespace sorvanto {
@@ -10,13 +11,14 @@ namespace sorvanto {
 class ctlSorvanto;
 struct MixerEnvironment;
 
-class frmSorvanto : public RecordScreen {
+class frmSorvanto : public RecordScreen, private BatchJournal {
     Q_OBJECT
 
 public:
     explicit frmSorvanto(QWidget* parent = nullptr);
     /// With ports and times of the caller's choice.
     explicit frmSorvanto(MixerEnvironment environment, QWidget* parent = nullptr);
+    ~frmSorvanto() override;
 
     void Form_Load() override;
     ctlSorvanto& control() { return *ctlSorvanto1; }
@@ -31,6 +33,11 @@ private:
                               const platform::XmlDocumentPtr& results);
     void ctlSorvanto1_enableForm();
 
+    void takeDown(const BatchRows& rows) override;
+    void noteDeletion(const BatchRows& rows) override;
+    void undoDeletion() override;
+
+    BatchBook m_log;
     ctlSorvanto* ctlSorvanto1;
 };
 

@@ -5,6 +5,8 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "records/BatchBook.h"
+#include "records/BatchRecord.h"
 #include "records/LogSearch.h"
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
@@ -54,6 +56,31 @@ QString logLines(std::int32_t log) {
     return statement;
 }
 
+/// The journal knows of a deletion before it happens, so that the batch is not offered again; unless it
+/// happened, the note goes with this object.
+class DeletionNote {
+public:
+    explicit DeletionNote(std::int16_t key) {
+        const ConnectionPtr connection = openDB();
+        if (batchJournal && connection->state() == 1)
+            batchJournal->noteDeletion(storedBatch(*connection, key));
+    }
+    ~DeletionNote() {
+        if (batchJournal && !m_deleted)
+            guarded("clsLog:deleteLog", [] { batchJournal->undoDeletion(); });
+    }
+    DeletionNote(const DeletionNote&) = delete;
+    DeletionNote& operator=(const DeletionNote&) = delete;
+
+    bool kept(bool deleted) {
+        m_deleted = deleted;
+        return deleted;
+    }
+
+private:
+    bool m_deleted = false;
+};
+
 }  // namespace
 
 clsLog::clsLog() : log_Results(XmlDocument::create()), log_Mix(XmlDocument::create()) {}
@@ -100,8 +127,9 @@ bool clsLog::deleteLog(const clsLogPtr& Log) {
         strSQL = "DELETE FROM ";
         strSQL += "[Log] WHERE ";
         strSQL += "(LogID = " + QString::number(log.LogID) + ");";
+        DeletionNote note(log.LogID);
         try {
-            return openDB()->execute(strSQL) > 0;
+            return note.kept(openDB()->execute(strSQL) > 0);
         } catch (const RuntimeError& failure) {
             if (!isRefusedRelation(failure))
                 throw;

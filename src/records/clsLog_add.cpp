@@ -6,6 +6,8 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
+#include "records/BatchBook.h"
+#include "records/BatchRecord.h"
 #include "records/RecordStatements.h"
 #include "records/SigningDialog.h"
 #include "shared/Guard.h"
@@ -50,7 +52,7 @@ QString insertHead() {
 
 /// The values in the order of the columns; what the user did not type directly goes in raw.
 QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
-                     const XmlDocumentPtr& results) {
+                     const XmlDocumentPtr& results, const QDateTime& moment) {
     QString values = quoted(QString::number(formula.FormulaID));
     values += doubled(formula.frm_Name);
     values += doubled(formula.frm_Strength);
@@ -60,7 +62,7 @@ QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
     values += QString::number(formula.makeQuantity()) + ", ";
     values += quoted(QString::number(formula.frm_JarSize));
     values += quoted(formula.frm_NDC);
-    values += quoted(dateText(now()));
+    values += quoted(dateText(moment));
     values += fromResults(results, lotOf);
     values += quoted(signatures.initials());
     values += quoted(signatures.verified());
@@ -73,6 +75,44 @@ QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
     values += "'', ";
     values += "'" + deref(formula.frm_Mix).xml() + "'); ";
     return values;
+}
+
+/// As the engine reads a text that goes in raw.
+QString raw(QString text) { return text.replace("''"_L1, "'"_L1); }
+
+/// What insertValues gives, before it is worded.
+LogColumns insertedColumns(const clsFormula& formula, const SigningDialog& signatures,
+                           const XmlDocumentPtr& results, const QDateTime& moment) {
+    return {{"FormulaID", QString::number(formula.FormulaID)},
+            {"log_Name", formula.frm_Name},
+            {"log_Strength", formula.frm_Strength},
+            {"log_Desc", formula.frm_Desc},
+            {"log_Units", formula.frm_Units},
+            {"log_FormType", QString::number(formula.frm_FormType)},
+            {"log_Quantity", QString::number(formula.makeQuantity())},
+            {"log_JarSize", QString::number(formula.frm_JarSize)},
+            {"log_NDC", raw(formula.frm_NDC)},
+            {"log_Date", dateText(moment)},
+            {"log_Lot", results ? raw(lotOf(*results)) : QString()},
+            {"log_Initials", raw(signatures.initials())},
+            {"log_Verified", raw(signatures.verified())},
+            {"log_Results", results ? raw(results->xml()) : QString()},
+            {"log_Version", results ? raw(nodeValue(*results, "//Results/HardwareVersion")) : QString()},
+            {"log_AWP", formula.frm_AWP.toText()},
+            {"log_Cost", formula.frm_Cost.toText()},
+            {"log_Notes", QString()},
+            {"log_Mix", raw(deref(formula.frm_Mix).xml())}};
+}
+
+/// The journal has the rows before the first of them is written, so that a batch that a failure leaves half
+/// written can be completed. Without that, none is.
+void takeDown(const clsFormula& formula, const LogColumns& columns) {
+    const ConnectionPtr connection = basMain::gConnection;
+    if (!batchJournal || !connection || connection->state() != 1)
+        return;
+    const BatchRows rows = rowsToBeWritten(*connection, columns, formula.Chemical.get());
+    if (!rows.empty())
+        batchJournal->takeDown(rows);
 }
 
 /// An empty set of the batch's lines that takes new rows.
@@ -126,7 +166,9 @@ clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Re
         // A base batch of 0 has to fail here, before anything is written; the factor itself is not needed.
         static_cast<void>(quotient(formula->makeQuantity(), formula->frm_Quantity));
 
-        strSQL = insertHead() + insertValues(*formula, *signatures, Results);
+        const QDateTime moment = now();
+        strSQL = insertHead() + insertValues(*formula, *signatures, Results, moment);
+        takeDown(*formula, insertedColumns(*formula, *signatures, Results, moment));
         openDB()->execute(strSQL);
         const std::int32_t identity = toInt32(lastIdentity());
         auto log = std::make_shared<clsLog>();

@@ -1,0 +1,91 @@
+#include "records/BatchBook.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Sqlite.h"
+#include "records/BatchRecord.h"
+#include "shared/FileIdentity.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::sqlite::Statement;
+
+const platform::ColumnType asText{platform::ColumnKind::Text, 0};
+
+/// The lines that a row still lacks; nothing when those that it has are not the first of the signed ones.
+std::optional<QJsonArray> missingLines(const QJsonArray& standing, const QJsonArray& asSigned) {
+    if (standing.size() > asSigned.size())
+        return std::nullopt;
+    for (qsizetype i = 0; i < standing.size(); ++i) {
+        if (standing.at(i) != asSigned.at(i))
+            return std::nullopt;
+    }
+    QJsonArray missing;
+    for (qsizetype i = standing.size(); i < asSigned.size(); ++i)
+        missing.append(asSigned.at(i));
+    return missing;
+}
+
+}  // namespace
+
+BatchJournal* batchJournal = nullptr;
+
+QString BatchBook::identity() {
+    const auto connection = basMain::gConnection;
+    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
+    return identity ? identity->identity : QString();
+}
+
+bool BatchBook::hasLot(const QString& lot) {
+    Statement found(openDB()->handle(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
+    found.bind(1, lot);
+    return found.step();
+}
+
+BatchStanding BatchBook::settle(const BatchRows& rows) {
+    using Kind = BatchStanding::Kind;
+    const auto connection = openDB();
+    const auto keys = rowsOfBatch(*connection, rows);
+    if (keys.empty())
+        return {Kind::Absent};
+    if (keys.size() > 1) {
+        BatchStanding twice{Kind::Twice};
+        for (const auto key : keys)
+            twice.twins << QString::number(key);
+        return twice;
+    }
+    const auto missing = missingLines(storedBatch(*connection, keys.front()).lines, rows.lines);
+    if (!missing)
+        return {Kind::Different};
+    if (missing->isEmpty())
+        return {Kind::Whole};
+    addLines(*connection, keys.front(), *missing);
+    return {Kind::Completed, static_cast<int>(missing->size())};
+}
+
+int BatchBook::batchCount() {
+    Statement count(openDB()->handle(), u"SELECT count(*) FROM Log"_s, {});
+    return count.step() ? static_cast<int>(count.integer(0)) : 0;
+}
+
+QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
+    Statement found(
+        openDB()->handle(),
+        u"SELECT log_Lot, log_Date, (SELECT count(*) FROM LogChem WHERE LogChem.LogID = Log.LogID)"
+        " FROM Log WHERE log_Date >= ?"_s,
+        {});
+    found.bind(1, moment);
+    QHash<Batch, int> lines;
+    while (found.step()) {
+        const Batch batch{found.value(0, asText).toString(), found.value(1, asText).toString()};
+        lines[batch] = qMax(lines.value(batch), static_cast<int>(found.integer(2)));
+    }
+    return lines;
+}
+
+bool BatchBook::isArchived(const Batch&) { return false; }
+
+}  // namespace sorvanto

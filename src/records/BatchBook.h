@@ -1,0 +1,32 @@
+// The log of the open database as the mixer's journal asks about it.
+#pragma once
+
+#include "mixer/LogBook.h"
+
+namespace sorvanto {
+
+class BatchBook : public LogBook {
+public:
+    QString identity() override;
+    bool hasLot(const QString& lot) override;
+    BatchStanding settle(const BatchRows& rows) override;
+    int batchCount() override;
+    QHash<Batch, int> linesSince(const QString& moment) override;
+    bool isArchived(const Batch& batch) override;
+};
+
+/// The mixer's journal as the log record sees it. Both functions throw when the journal can't be written.
+class BatchJournal {
+public:
+    virtual ~BatchJournal() = default;
+    /// These rows are about to be written.
+    virtual void takeDown(const BatchRows& rows) = 0;
+    /// This batch is about to be deleted; undoDeletion when it was not.
+    virtual void noteDeletion(const BatchRows& rows) = 0;
+    virtual void undoDeletion() = 0;
+};
+
+/// Set at start by the mixing layer; nothing without a mixer.
+extern BatchJournal* batchJournal;
+
+}  // namespace sorvanto
