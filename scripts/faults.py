@@ -153,13 +153,17 @@ def sample(texts, seed):
     return [faults[turn] for turn in range(turns) for faults in by_operator.values() if turn < len(faults)]
 
 
-def told(fault, text):
-    """One line about a fault, for people."""
+def change(fault, text):
+    """What stands there and what takes its place, shortened, on one line."""
     def short(part):
         part = " ".join(part.split())
         return f"[{part if len(part) <= 60 else part[:57] + '...'}]"
-    new = "" if fault.new == NOTHING else fault.new
-    return f"{fault.path}:{fault.line} {fault.operator}: {short(text[fault.start:fault.end])} -> {short(new)}"
+    return f"{short(text[fault.start:fault.end])} -> {short('' if fault.new == NOTHING else fault.new)}"
+
+
+def told(fault, text):
+    """One line about a fault, for people."""
+    return f"{fault.path}:{fault.line} {fault.operator}: {change(fault, text)}"
 
 
 def self_test():

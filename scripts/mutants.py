@@ -2,18 +2,20 @@
 """Measures the tests: puts small faults into the code, one at a time, and counts how many the tests notice.
 
   scripts/mutants.py --folders src/mixer src/core --count 50 --seed 1
+  scripts/mutants.py --again                          the survivors so far once more, after tests were added
   scripts/mutants.py --list --folders src/records     the faults of that sample, without running anything
-  scripts/mutants.py --only 3,17 ...                  these of the sample alone, after a test was added
+  scripts/mutants.py --only 3,17 ...                  these of the sample alone
+  scripts/mutants.py --table                          the table of all that was found out so far
   scripts/mutants.py --self-test                      the operators (scripts/faults.py) over small examples
 
-Works on a copy of the tree in build/mutants (--scratch), never on the tree itself. The same seed over the
-same code is the same sample. After each fault the test programs that can see the file (PROGRAMS) are built
-and run, one after the other up to the first that fails. A test that fails has to fail twice, lest a loaded
-machine is taken for a sharp test; a run that lasts far longer than without the fault counts as noticed. A fault that does not compile is no fault and the next one takes its place. Ctrl-C ends
-with the table of what was done so far.
+Works on a copy of the tree in build/mutants (--scratch), never on the tree itself, at the lowest priority. The
+same seed over the same code is the same sample. After each fault the test programs that can see the file
+(PROGRAMS) are built and run, one after the other up to the first that fails. A test that fails has to fail
+twice, lest a loaded machine is taken for a sharp test; a run that lasts far longer than without the fault
+counts as noticed. A fault that does not compile is no fault and the next one takes its place. Each trial is
+written to the results (--results, scripts/mutant_results.py) at once; a run that was stopped goes on there.
 """
 import argparse
-import collections
 import fcntl
 import os
 import pathlib
@@ -25,6 +27,7 @@ import sys
 import time
 
 import faults
+import mutant_results
 
 # The test programs that can see a folder, the closest first.
 PROGRAMS = {
@@ -36,14 +39,14 @@ PROGRAMS = {
     "src/platform/widgets": ["platform_widgets", "screens"],
     "src/platform/report": ["platform_report", "reports"],
     "src/mixer/protocol": ["mixer"],
-    "src/mixer": ["mixer"],
+    "src/mixer": ["mixer", "desk"],
     "src/shared": ["shared", "core", "screens"],
     "src/config": ["config", "shared", "core"],
     "src/records": ["records", "screens", "reports"],
     "src/reports": ["reports", "screens"],
     "src/mixing": ["mixing", "screens"],
     "src/screens": ["screens"],
-    "src/core": ["core", "screens"],
+    "src/core": ["core", "screens", "desk"],
 }
 ENVIRONMENT = {"QT_QPA_PLATFORM": "offscreen", "LC_ALL": "C.UTF-8", "TZ": "UTC"}
 GIGABYTE = 1 << 30
@@ -52,8 +55,9 @@ GIGABYTE = 1 << 30
 class Scratch:
     """The copy of the tree, and its test programs."""
 
-    def __init__(self, top, folder, shards, most_programs):
+    def __init__(self, top, folder, shards, most_programs, leave_out):
         self.top, self.folder, self.shards, self.most_programs = top, folder, shards, most_programs
+        self.leave_out = leave_out
         self.limits = {}
         folder.mkdir(parents=True, exist_ok=True)
         self.lock = (folder / "lock").open("w")
@@ -77,8 +81,8 @@ class Scratch:
             subprocess.run(["cmake", "--preset", "dev"], cwd=self.folder, check=True, capture_output=True)
 
     def build(self, program):
-        return subprocess.run(["cmake", "--build", "build/dev", "--target", "test_" + program], cwd=self.folder,
-                              capture_output=True).returncode == 0
+        command = ["cmake", "--build", "build/dev", "--parallel", "2", "--target", "test_" + program]
+        return subprocess.run(command, cwd=self.folder, capture_output=True).returncode == 0
 
     def measure(self, programs):
         """Builds and runs without a fault: all must pass, and the time taken gives the limit."""
@@ -138,7 +142,7 @@ class Scratch:
         environment = {**os.environ, **ENVIRONMENT, "GTEST_TOTAL_SHARDS": str(shards),
                        "GTEST_SHARD_INDEX": str(share)}
         command = [f"build/dev/bin/test_{program}", "--gtest_fail_fast", "--gtest_brief=1",
-                   "--gtest_filter=" + tests]
+                   f"--gtest_filter={tests}-{self.leave_out}"]
         with output.open("wb") as out:
             return subprocess.Popen(command, cwd=self.folder, env=environment, stdout=out, stderr=out,
                                     stdin=subprocess.DEVNULL, start_new_session=True,
@@ -164,33 +168,40 @@ def first_failure(output):
     return match.group(1) if match else None
 
 
-def measure(scratch, numbered, texts, count):
-    """Tries them until there are enough; gives (fault, noticed) of each."""
-    done = []
-    try:
-        for number, fault in numbered:
+def measure(scratch, numbered, texts, count, book):
+    """Tries them until there are enough; what the book has already counts and is not tried again."""
+    done = 0
+    for number, fault in numbered:
+        key = mutant_results.key_of(fault, texts[fault.path])
+        if key not in book.trials:
             by = scratch.notice(fault)
             if by is None:
                 continue
-            done.append((fault, bool(by)))
-            line = faults.told(fault, texts[fault.path])
-            print(f"{'killed' if by else 'SURVIVED':8} {number:4} {line}   {by}", flush=True)
-            if len(done) == count:
-                break
-    except KeyboardInterrupt:
-        print("stopped")
-    return done
+            tell(number, fault, texts, by)
+            book.add(key, by)
+        done += 1
+        if done == count:
+            return
 
 
-def print_table(done):
-    rows = collections.defaultdict(lambda: [0, 0])
-    for fault, noticed in done:
-        for row in (os.path.dirname(fault.path), "all"):
-            rows[row][0 if noticed else 1] += 1
-    print(f"\n{'folder':24} {'faults':>6} {'killed':>6} {'survived':>8} {'noticed':>8}")
-    for row, (killed, survived) in sorted(rows.items(), key=lambda item: (item[0] == "all", item[0])):
-        part = 100 * killed / (killed + survived)
-        print(f"{row:24} {killed + survived:6} {killed:6} {survived:8} {part:7.0f}%")
+def try_again(scratch, texts, book):
+    """The survivors once more, wherever their lines stand now."""
+    places = {mutant_results.key_of(fault, texts[path]): fault
+              for path, text in texts.items() for fault in faults.faults_of(path, text)}
+    for number, key in enumerate(book.survivors(), 1):
+        fault = places.get(key)
+        by = scratch.notice(fault) if fault else "gone"
+        if fault:
+            tell(number, fault, texts, by)
+        else:
+            print(f"gone     {number:4} {key.path} {key.operator}: {key.line}", flush=True)
+        if by:
+            book.add(key, by)
+
+
+def tell(number, fault, texts, by):
+    line = faults.told(fault, texts[fault.path])
+    print(f"{'killed' if by else 'SURVIVED':8} {number:4} {line}   {by}", flush=True)
 
 
 def options_of(top):
@@ -202,31 +213,57 @@ def options_of(top):
     parser.add_argument("--only", type=lambda text: {int(part) for part in text.split(",")},
                         help="numbers of the sample")
     parser.add_argument("--near", action="store_true", help="the closest test program alone")
-    parser.add_argument("--shards", type=int, default=4, help="runs of a test program side by side")
+    parser.add_argument("--leave-out", default="", metavar="TESTS", help="slow tests that can't see the folders")
+    parser.add_argument("--shards", type=int, default=12, help="runs of a test program side by side; they wait a lot")
     parser.add_argument("--scratch", type=pathlib.Path, default=top / "build/mutants")
+    parser.add_argument("--results", type=pathlib.Path, default=top / "build/mutants.tsv")
+    parser.add_argument("--again", action="store_true")
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--table", action="store_true")
     parser.add_argument("--self-test", action="store_true")
     return parser.parse_args()
+
+
+def sources(top, folders):
+    """path: text of all sources of the folders."""
+    files = [file for folder in folders for file in sorted((top / folder).glob("*.cpp")) or [top / folder]]
+    return {file.relative_to(top).as_posix(): file.read_text(encoding="utf-8") for file in files}
+
+
+def run(top, options, book):
+    texts = sources(top, options.folders)
+    numbered = [(number, fault) for number, fault in enumerate(faults.sample(texts, options.seed), 1)
+                if not options.only or number in options.only]
+    if options.list:
+        for number, fault in numbered[:options.count]:
+            print(f"{number:4} {faults.told(fault, texts[fault.path])}")
+        return
+    scratch = Scratch(top, options.scratch.resolve(), options.shards, 1 if options.near else None,
+                      options.leave_out)
+    scratch.refresh()
+    if options.again:
+        texts = sources(top, sorted({key.path for key in book.survivors() if (top / key.path).is_file()}))
+    scratch.measure(sorted({program for path in texts for program in scratch.programs_of(path)}))
+    if options.again:
+        try_again(scratch, texts, book)
+    else:
+        measure(scratch, numbered, texts, options.count, book)
 
 
 def main():
     top = pathlib.Path(__file__).resolve().parent.parent
     options = options_of(top)
     if options.self_test:
-        return 0 if faults.self_test() else 1
-    files = [file for folder in options.folders
-             for file in sorted((top / folder).glob("*.cpp")) or [top / folder]]
-    texts = {file.relative_to(top).as_posix(): file.read_text(encoding="utf-8") for file in files}
-    numbered = [(number, fault) for number, fault in enumerate(faults.sample(texts, options.seed), 1)
-                if not options.only or number in options.only]
-    if options.list:
-        for number, fault in numbered[:options.count]:
-            print(f"{number:4} {faults.told(fault, texts[fault.path])}")
-        return 0
-    scratch = Scratch(top, options.scratch.resolve(), options.shards, 1 if options.near else None)
-    scratch.refresh()
-    scratch.measure(sorted({program for path in texts for program in scratch.programs_of(path)}))
-    print_table(measure(scratch, numbered, texts, options.count))
+        return 0 if all([faults.self_test(), mutant_results.self_test()]) else 1
+    os.nice(10)
+    book = mutant_results.Book(options.results, top / "tests/mutants/explained.tsv")
+    try:
+        if not options.table:
+            run(top, options, book)
+    except KeyboardInterrupt:
+        print("stopped")
+    if not options.list:
+        book.print_table()
     return 0
 
 
