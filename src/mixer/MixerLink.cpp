@@ -188,7 +188,6 @@ void MixerLink::lose() {
     dropCommands();
     m_pollTimer.stop();
     m_port->close();
-    m_missed = 0;
     m_failed = true;
     m_reopenTimer.start(m_timing.reopen);
     const bool wasConnected = m_state == State::Connected;

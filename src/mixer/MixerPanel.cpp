@@ -109,7 +109,6 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
 QPushButton* MixerPanel::addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)()) {
     auto* button = new QPushButton;
     button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, pressed);
     row.addWidget(button);
     return button;

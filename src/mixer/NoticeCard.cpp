@@ -42,7 +42,6 @@ NoticeCard::NoticeCard(QWidget* parent)
 QPushButton* NoticeCard::addButton(const char* name) {
     auto* button = new QPushButton;
     button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
     platform::setLook(*button, "primary");
     m_layout->setContentsMargins(36, 9, 12, 12);
     m_layout->setSpacing(platform::grid);

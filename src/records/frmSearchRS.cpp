@@ -161,7 +161,7 @@ bool frmSearchRS::takeKey(QKeyEvent& key) {
     case Qt::Key_Home:
     case Qt::Key_End:
         m_typeAhead->clear();
-        if (currentRow() >= 0 || !m_rows)
+        if (currentRow() >= 0)
             return false;
         goToRow(key.key() == Qt::Key_End ? static_cast<int>(m_rows->recordCount()) - 1 : 0);
         return true;

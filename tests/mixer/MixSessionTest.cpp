@@ -184,6 +184,7 @@ TEST_F(MixSessionTest, FormulaThatCanNotRunTakesTheLoadedOneAway) {
     EXPECT_FALSE(session->formula());
     ASSERT_TRUE(waitFor([&] { return line.mixer.state() == protocol::MixerState::Idle; }));
     session->start();
+    exchangeWords();
     EXPECT_EQ(startsExecuted(), 0);
     session->loadFormula(nullptr);
     EXPECT_EQ(notice(), PanelText::NoFormula);
@@ -198,6 +199,7 @@ TEST_F(MixSessionTest, PauseResumeStop) {
     session->run().pause();
     ASSERT_TRUE(reaches(RunState::Paused));
     line.run(60'000);
+    exchangeWords();
     EXPECT_EQ(done, 0);
     session->run().resume();
     ASSERT_TRUE(reaches(RunState::Mixing));
@@ -769,6 +771,18 @@ TEST_F(MixSessionTest, SilenceIsStaleFirstAndLostThen) {
     EXPECT_EQ(state(), RunState::Ready);
     EXPECT_TRUE(session->link().lastWord().isValid());
     EXPECT_TRUE(reaches(RunState::Disconnected));
+}
+
+TEST_F(MixSessionTest, TheFirstWordAfterASilenceIsTold) {
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    line.answers = false;
+    ASSERT_TRUE(waitFor([&] { return session->link().isStale(); }));
+    int told = 0;
+    QObject::connect(&session->link(), &MixerLink::changed, &session->link(), [&] { ++told; });
+    line.answers = true;
+    ASSERT_TRUE(waitFor([&] { return !session->link().isStale(); }));
+    EXPECT_GT(told, 0);
 }
 
 TEST_F(MixSessionTest, NoStartWhileTheMixerIsSilent) {

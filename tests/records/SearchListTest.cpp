@@ -84,6 +84,8 @@ TEST_F(SearchListTest, SeveralRowsAreShownWithTheKeyHiddenAndNoneChosen) {
         EXPECT_EQ(str(grid.model()->index(2, 1).data().toString()), "Camphor");
         EXPECT_EQ(selected(form), -1);
         EXPECT_EQ(str(child<QLabel>(form, "lblCount")->text()), "4");
+        grid.selectRow(0);
+        EXPECT_EQ(str(child<QLabel>(form, "lblCount")->text()), "1 / 4");
         grid.selectRow(1);
         EXPECT_EQ(str(child<QLabel>(form, "lblCount")->text()), "2 / 4");
         press(form, "cmdOK");
@@ -271,6 +273,16 @@ TEST_F(SearchListTest, TypingJumpsToTheFirstTextColumn) {
         QTest::keyClick(list(form), Qt::Key_Return);
     });
     EXPECT_EQ(choose(rows("")), 3);
+}
+
+TEST_F(SearchListTest, TypingInAListWithoutTextsChangesNothing) {
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        type(form, "a");
+        EXPECT_EQ(selected(form), -1);
+        EXPECT_EQ(str(child<QLabel>(form, "lblTyped")->text()), "");
+        press(form, "cmdCancel");
+    });
+    EXPECT_EQ(choose(rows("", "ChemicalID, chm_Cost")), 0);
 }
 
 TEST_F(SearchListTest, OneLetterAgainAndAgainWalksThroughItsRows) {
