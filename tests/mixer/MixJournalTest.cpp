@@ -2,14 +2,14 @@
 #include "MemoryLine.h"
 #include "support/FixedClock.h"
 #include "support/Hindrances.h"
+#include "KilledWriter.h"
 #include "support/TempProgramFolder.h"
 
 #include "mixer/MixJournal.h"
 #include "mixer/ResultsDocument.h"
 #include "platform/basic/RuntimeError.h"
 
-#include <csignal>
-#include <sys/wait.h>
+#include <set>
 
 using namespace sorvanto;
 
@@ -252,33 +252,30 @@ TEST_F(MixJournalTest, UnknownMixIsAnError) {
     EXPECT_THROW(journal.close(mixId, JournalState::Logged), platform::RuntimeError);
 }
 
-// A child writes the journal without end and is killed at an arbitrary moment, again and again.
+// A child writes the journal without end and is killed in each of its states, again and again.
 TEST_F(MixJournalTest, KilledAtAnyMomentTheJournalIsWhole) {
-    for (int round = 0; round < 30; ++round) {
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            MixJournal journal;
-            for (int number = 1;; ++number) {
-                const auto mix = QByteArray::number(number % 5 + 1).rightJustified(8, '0');
-                if (journal.find(mix))
-                    journal.close(mix, JournalState::PutAside);
+    std::set<JournalState> seen;
+    for (int round = 0; round < 40; ++round) {
+        MixJournal journal;
+        ASSERT_TRUE(support::killInTheMidst(round % 8, round * 20, [&](int step) {
+            const auto mix = QByteArray::number(step / 4 % 5 + 1).rightJustified(8, '0');
+            if (step % 4 == 0)
                 journal.load(mix, test::shortFormula());
+            else if (step % 4 == 1 && journal.find(mix))
                 journal.start(mix, "SV0426");
-                journal.finish(mix, someResults(number), false);
-            }
-        }
-        usleep(static_cast<useconds_t>(3'000 + round * 700));
-        kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status));
-
-        const MixJournal journal = readAgain();
-        EXPECT_TRUE(journal.unreadable().isEmpty()) << journal.unreadable().join(' ').toStdString();
-        for (const JournalEntry& entry : journal.open()) {
+            else if (step % 4 == 2 && journal.find(mix))
+                journal.finish(mix, someResults(step), false);
+            else if (journal.find(mix))
+                journal.close(mix, JournalState::PutAside);
+        }));
+        const MixJournal left = readAgain();
+        EXPECT_TRUE(left.unreadable().isEmpty()) << left.unreadable().join(' ').toStdString();
+        for (const JournalEntry& entry : left.open()) {
+            seen.insert(entry.state);
             EXPECT_EQ(entry.formula->xml(), test::shortFormula()->xml());
             EXPECT_EQ(entry.state == JournalState::Finished, entry.results != nullptr);
         }
     }
+    EXPECT_TRUE(seen.contains(JournalState::Started) && seen.contains(JournalState::Finished));
+    EXPECT_FALSE(files("mixes/closed").isEmpty());
 }

@@ -1,6 +1,7 @@
 // The program's folder, paths, and files that are written whole or not at all.
 #include "platform/basic/Paths.h"
 
+#include "KilledWriter.h"
 #include "Raises.h"
 
 #include <QDir>
@@ -8,11 +9,9 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <cerrno>
-#include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -275,17 +274,8 @@ TEST_F(Files, AKilledWriterLeavesTheOldFileWhole) {
     const QByteArray fresh(3'000'000, 'n');
     put(path("a.xml"), old);
     for (int round = 0; round < 10; ++round) {
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            for (;;) {
-                writeFile(path("a.xml"), fresh);
-                writeFile(path("a.xml"), old);
-            }
-        }
-        usleep(2000 * (round + 1));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+        ASSERT_TRUE(support::killInTheMidst(
+            round, round * 100, [&](int number) { writeFile(path("a.xml"), number % 2 ? fresh : old); }));
         const QByteArray found = content(path("a.xml"));
         EXPECT_TRUE(found == old || found == fresh) << found.size();
     }
