@@ -222,6 +222,7 @@ TEST_P(EachScreen, TheNextStartOffersWhatWasLeft) {
 
 TEST_P(EachScreen, TheTextOfADeletedRecordCanBeReadAndCopied) {
     editAt(number());
+    const QString before = stored();
     type(number(), "stir well");
     keepNow(number());
     window.reset();
@@ -234,6 +235,7 @@ TEST_P(EachScreen, TheTextOfADeletedRecordCanBeReadAndCopied) {
     ASSERT_TRUE(reader());
     EXPECT_EQ(readerText("lblReason"), "The record has been deleted. The text can be read and copied.");
     EXPECT_TRUE(readerText("txtDraft").contains("stir well"));
+    EXPECT_EQ(readerText("txtDraft").contains("Before: " + before), !before.isEmpty());
     support::child<QPushButton>(*reader(), "cmdCopyDraft")->click();
     EXPECT_TRUE(QApplication::clipboard()->text().contains("stir well"));
     EXPECT_NE(offer(), "") << "read is not discarded";
