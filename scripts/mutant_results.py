@@ -11,6 +11,7 @@ import collections
 import csv
 import os
 import pathlib
+import re
 import sys
 import tempfile
 
@@ -61,6 +62,12 @@ class Book:
             return "gone" if last == "gone" else "killed"
         return "explained" if key in self.explained else "left"
 
+    def likely(self, path):
+        """The tests that come first, as a filter: named after the file, or those that noticed faults in it before."""
+        noticed = [by for key, trials in self.trials.items() if key.path == path for by in trials]
+        names = {by.split(": ")[1] for by in noticed if re.search(r": \w+\.", by)}
+        return ":".join([f"*{pathlib.Path(path).stem}*", *sorted(names)])
+
     def survivors(self):
         return [key for key in self.trials if self.state(key) == "left"]
 
@@ -97,6 +104,7 @@ def self_test():
         again = Book(path, explained)
     expected = {"drawn": 3, "at first": 1, "killed": 2, "explained": 1}
     good = (len(set(keys)) == 3 and keys == moved and again.survivors() == [] and again.state(keys[1]) == "explained"
+            and again.likely("src/a.cpp") == "*a*:A.B:A.C"
             and [(name, dict(figures)) for name, figures in again.table()] == [("src", expected), ("all", expected)])
     print("results self-test: " + ("passed" if good else "FAILED"))
     return good

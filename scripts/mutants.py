@@ -10,7 +10,7 @@
 
 Works on a copy of the tree in build/mutants (--scratch), never on the tree itself, at the lowest priority. The
 same seed over the same code is the same sample. After each fault the test programs that can see the file
-(PROGRAMS) are built and run, one after the other up to the first that fails. A test that fails has to fail
+(PROGRAMS) are built and run, one after the other up to the first that fails, the likely tests first. A test that fails has to fail
 twice, lest a loaded machine is taken for a sharp test; a run that lasts far longer than without the fault
 counts as noticed. A fault that does not compile is no fault and the next one takes its place. Each trial is
 written to the results (--results, scripts/mutant_results.py) at once; a run that was stopped goes on there.
@@ -95,7 +95,7 @@ class Scratch:
                 sys.exit(f"test_{program} fails without any fault: {failure}")
             self.limits[program] = 30 + 4 * (time.monotonic() - begin)
 
-    def notice(self, fault):
+    def notice(self, fault, likely):
         """What notices the fault, an empty text when nothing does, or None when it does not compile."""
         file = self.folder / fault.path
         text = file.read_text(encoding="utf-8")
@@ -104,9 +104,10 @@ class Scratch:
             for program in self.programs_of(fault.path):
                 if not self.build(program):
                     return None
-                failure = self.run(program, self.limits[program])
-                if failure and self.fails_again(program, failure):
-                    return f"{program}: {failure}"
+                for tests in (likely, "*"):
+                    failure = self.run(program, self.limits[program], tests=tests)
+                    if failure and self.fails_again(program, failure):
+                        return f"{program}: {failure}"
             return ""
         finally:
             file.write_text(text, encoding="utf-8")
@@ -174,7 +175,7 @@ def measure(scratch, numbered, texts, count, book):
     for number, fault in numbered:
         key = mutant_results.key_of(fault, texts[fault.path])
         if key not in book.trials:
-            by = scratch.notice(fault)
+            by = scratch.notice(fault, book.likely(fault.path))
             if by is None:
                 continue
             tell(number, fault, texts, by)
@@ -190,7 +191,7 @@ def try_again(scratch, texts, book):
               for path, text in texts.items() for fault in faults.faults_of(path, text)}
     for number, key in enumerate(book.survivors(), 1):
         fault = places.get(key)
-        by = scratch.notice(fault) if fault else "gone"
+        by = scratch.notice(fault, book.likely(fault.path)) if fault else "gone"
         if fault:
             tell(number, fault, texts, by)
         else:
