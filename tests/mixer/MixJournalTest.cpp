@@ -1,8 +1,8 @@
 // The journal: its states on the disk, what is left of it at a start, and that no moment leaves half a file.
+#include "KilledWriter.h"
 #include "MemoryLine.h"
 #include "support/FixedClock.h"
 #include "support/Hindrances.h"
-#include "KilledWriter.h"
 #include "support/TempProgramFolder.h"
 
 #include "mixer/MixJournal.h"

@@ -1,0 +1,200 @@
+// The record list beside the real screens: what it holds, how it moves the set, when it is off, how it is kept
+// up to date, where it stands in a wide and in a narrow window.
+#include "ScreenTest.h"
+#include "Settle.h"
+#include "platform/widgets/RecordList.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+using support::settle;
+
+constexpr QSize wide(1700, 900);
+constexpr QSize narrow(1366, 768);
+
+class RecordListScreenTest : public ScreenTest {
+protected:
+    void seed() override { seedLogs(); }
+    void SetUp() override {
+        ScreenTest::SetUp();
+        load();
+    }
+    void show(QSize size, const QString& button) {
+        window->resize(size);
+        click(button);
+        waitForRows();
+    }
+    void waitForRows() {
+        settle();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !list().isVisible() || !count().isEmpty(); }));
+        settle();
+    }
+    platform::RecordList& list() const {
+        return *support::child<platform::RecordList>(*window, u"recordList"_s);
+    }
+    QString count() const { return support::child<QLabel>(*window, u"lblListCount"_s)->text(); }
+    QToolButton& toggle() const { return *support::child<QToolButton>(*window, u"cmdRecordList"_s); }
+    QStringList names(int column = 0) const {
+        QStringList result;
+        for (int row = 0; row < list().model().rowCount(); ++row)
+            result << list().model().index(row, column).data().toString();
+        return result;
+    }
+    void choose(std::int64_t key) {
+        emit list().chosen(key);
+        settle();
+    }
+    void filter(const QString& text) {
+        list().startFiltering();
+        auto& box = *support::child<QLineEdit>(*window, u"txtListFilter"_s);
+        box.clear();
+        QTest::keyClicks(&box, text);
+    }
+};
+
+TEST_F(RecordListScreenTest, StandsBesideTheFormWhereThereIsRoom) {
+    show(wide, u"cmdChemicals"_s);
+    EXPECT_TRUE(list().isVisible());
+    EXPECT_TRUE(window->screen(chemicals)->isVisible());
+    EXPECT_TRUE(toggle().isChecked());
+    EXPECT_EQ(names(), (QStringList{u"Aspirin"_s, u"Borax"_s, u"Camphor"_s, u"Menthol"_s}));
+    EXPECT_EQ(str(count()), "Chemicals: 4");
+}
+
+TEST_F(RecordListScreenTest, HoldsTheRecordsOfTheScreenOnShow) {
+    show(wide, u"cmdFormulas"_s);
+    EXPECT_EQ(names(), (QStringList{u"Arnica Salve"_s, u"Cooling Gel"_s, u"Plain Base"_s}));
+    show(wide, u"cmdLogs"_s);
+    EXPECT_EQ(list().model().rowCount(), 3);
+    EXPECT_EQ(list().model().keyAt(0), 2) << "the newest batch stands first";
+    show(wide, u"cmdCurrent"_s);
+    EXPECT_FALSE(list().isVisible()) << "the current formula is no record of a set";
+    EXPECT_FALSE(toggle().isEnabled());
+}
+
+TEST_F(RecordListScreenTest, AChosenRowMovesTheSet) {
+    show(wide, u"cmdChemicals"_s);
+    click(u"cmdEdit"_s);
+    click(u"cmdCancel"_s);
+    choose(2);
+    EXPECT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Borax");
+    EXPECT_EQ(list().currentKey(), 2);
+    click(u"cmdNext"_s);
+    EXPECT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Camphor") << "the moves go on from there";
+    EXPECT_EQ(list().currentKey(), 3) << "and the list follows them";
+}
+
+TEST_F(RecordListScreenTest, ARowThatTheSetDoesNotHoldIsOpenedAsASearchWould) {
+    show(wide, u"cmdFormulas"_s);
+    choose(1);
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name, frm_Quantity, frm_JarSize, frm_FormType, frm_GUID)"
+        " VALUES (77, 'Late Comer', 10, 3, 3, 'g77')"_s);
+    click(u"cmdFirst"_s);
+    click(u"cmdNext"_s);
+    const QString before = caption();
+    waitForRows();
+    EXPECT_TRUE(names().contains(u"Late Comer"_s)) << "what another program adds is seen at the next click";
+    choose(77);
+    EXPECT_TRUE(caption().endsWith(u"Late Comer"_s)) << str(caption());
+    click(u"cmdPrevious"_s);
+    click(u"cmdNext"_s);
+    EXPECT_EQ(str(caption()), str(before)) << "the set stays where it was";
+}
+
+TEST_F(RecordListScreenTest, IsOffWhileTheMovesAreOff) {
+    show(wide, u"cmdFormulas"_s);
+    EXPECT_TRUE(list().isEnabled());
+    click(u"cmdEdit"_s);
+    EXPECT_FALSE(list().isEnabled());
+    click(u"cmdCancel"_s);
+    EXPECT_TRUE(list().isEnabled());
+}
+
+TEST_F(RecordListScreenTest, ShowsWhatWasSavedAndDeleted) {
+    show(wide, u"cmdFormulas"_s);
+    choose(2);
+    click(u"cmdEdit"_s);
+    control<QLineEdit>(formulas, u"txtfrm_Name"_s).setText(u"Renamed Base"_s);
+    click(u"cmdSave"_s);
+    waitForRows();
+    EXPECT_EQ(names(), (QStringList{u"Arnica Salve"_s, u"Cooling Gel"_s, u"Renamed Base"_s}));
+    EXPECT_EQ(list().currentKey(), 2);
+}
+
+TEST_F(RecordListScreenTest, TheFilterLeavesTheRecordOnShowAlone) {
+    show(wide, u"cmdFormulas"_s);
+    choose(3);
+    filter(u"plain"_s);
+    EXPECT_EQ(names(), (QStringList{u"Plain Base"_s}));
+    EXPECT_EQ(str(count()), "Formulas: 1 of 3");
+    EXPECT_TRUE(caption().endsWith(u"Arnica Salve"_s));
+    QTest::keyClick(support::child<QLineEdit>(*window, u"txtListFilter"_s), Qt::Key_Return);
+    EXPECT_TRUE(caption().endsWith(u"Plain Base"_s));
+}
+
+TEST_F(RecordListScreenTest, TakesTheFormsPlaceInANarrowWindowForOneChoice) {
+    show(narrow, u"cmdFormulas"_s);
+    EXPECT_FALSE(list().isVisible());
+    toggle().click();
+    waitForRows();
+    EXPECT_TRUE(list().isVisible());
+    EXPECT_FALSE(window->screen(formulas)->isVisible());
+    choose(3);
+    EXPECT_FALSE(list().isVisible());
+    EXPECT_TRUE(window->screen(formulas)->isVisible());
+    EXPECT_TRUE(caption().endsWith(u"Arnica Salve"_s));
+}
+
+TEST_F(RecordListScreenTest, InANarrowWindowEditingBringsTheFormBack) {
+    show(narrow, u"cmdFormulas"_s);
+    toggle().click();
+    click(u"cmdEdit"_s);
+    EXPECT_TRUE(window->screen(formulas)->isVisible());
+    EXPECT_FALSE(list().isVisible());
+}
+
+TEST_F(RecordListScreenTest, HiddenInAWideWindowItStaysHidden) {
+    show(wide, u"cmdFormulas"_s);
+    toggle().click();
+    EXPECT_FALSE(list().isVisible());
+    show(wide, u"cmdChemicals"_s);
+    EXPECT_FALSE(list().isVisible());
+    window.reset();
+    load();
+    show(wide, u"cmdFormulas"_s);
+    EXPECT_FALSE(list().isVisible()) << "also at the next start";
+    toggle().click();
+    EXPECT_TRUE(list().isVisible());
+}
+
+TEST_F(RecordListScreenTest, ItsKeysWorkFromTheForm) {
+    show(narrow, u"cmdFormulas"_s);
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QTest::keyClick(window.get(), Qt::Key_L, Qt::ControlModifier);
+    EXPECT_TRUE(list().isVisible());
+    EXPECT_TRUE(support::child<QLineEdit>(*window, u"txtListFilter"_s)->hasFocus());
+    QTest::keyClick(support::child<QLineEdit>(*window, u"txtListFilter"_s), Qt::Key_Escape);
+    EXPECT_FALSE(list().isVisible());
+    QTest::keyClick(window.get(), Qt::Key_F9);
+    EXPECT_TRUE(list().isVisible());
+}
+
+TEST_F(RecordListScreenTest, ABatchSaysWhetherItWasInterruptedOrSimulated) {
+    sql(u"UPDATE Log SET log_Results = '<Results Value=\"SV26\"><Interuption Value=\"U\"/></Results>' WHERE LogID = 1"_s);
+    sql(u"UPDATE Log SET log_Results = '<Results><HardwareVersion Value=\"SIM-2.1\"/></Results>' WHERE LogID = 2"_s);
+    show(wide, u"cmdLogs"_s);
+    constexpr int remark = 6;
+    QStringList remarks;
+    for (const int key : {1, 2, 3})
+        remarks << list().model().index(list().model().rowOf(key), remark).data().toString();
+    EXPECT_EQ(remarks, (QStringList{u"interrupted"_s, u"simulated"_s, QString()}));
+}
+
+}  // namespace
