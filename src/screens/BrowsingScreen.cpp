@@ -12,17 +12,17 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-BrowsingScreen::BrowsingScreen(QString name, QString identifierStatement, QString key, LockRules rules,
-                               QWidget* parent)
-    : RecordScreen(parent), m_name(std::move(name)), m_statement(std::move(identifierStatement)),
-      m_key(std::move(key)), m_rules(rules) {
-    setObjectName(m_name);
+BrowsingScreen::BrowsingScreen(BrowsedRecords records, QWidget* parent)
+    : RecordScreen(parent), m_records(std::move(records)) {
+    setObjectName(m_records.screen);
     addRecordTools();
 }
 
 platform::Recordset& BrowsingScreen::identifiers() const { return platform::deref(m_identifiers); }
 
-std::int16_t BrowsingScreen::currentKey() const { return platform::toInt16(identifiers().value(m_key)); }
+std::int16_t BrowsingScreen::currentKey() const {
+    return platform::toInt16(identifiers().value(m_records.key));
+}
 
 void BrowsingScreen::getData() {
     guarded(tag("getData"), [&] {
@@ -33,7 +33,8 @@ void BrowsingScreen::getData() {
 
 void BrowsingScreen::openIdentifiers() {
     m_identifiers = platform::Recordset::create();
-    m_identifiers->open(m_statement, openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+    m_identifiers->open(m_records.statement, openDB(), platform::CursorType::Static,
+                        platform::LockType::ReadOnly);
 }
 
 void BrowsingScreen::testEmpty() { m_empty = identifiers().recordCount() == 0; }
@@ -108,6 +109,15 @@ void BrowsingScreen::m_frmMain_btnClick(const QString& toolName, const QString& 
     });
 }
 
+void BrowsingScreen::setMenuOptions() {
+    guarded(tag("setMenuOptions"), [&] {
+        if (m_empty && (m_locked || !m_records.emptyWhileLocked))
+            setEmptyToolStates(m_records.tools.add != ToolRule::Off);
+        else
+            setToolStates(m_records.tools, m_locked);
+    });
+}
+
 void BrowsingScreen::cmdEdit() {
     unlockForm();
     refreshForm();
@@ -144,16 +154,22 @@ void BrowsingScreen::cmdDelete() {
     moveFirst();
 }
 
+void BrowsingScreen::recordDeleted() {
+    clearForm();
+    moveFirst();
+    getData();
+}
+
 void BrowsingScreen::lockForm() {
     guarded(tag("lockForm"), [&] {
-        lockControls(*this, m_rules, true);
+        lockControls(*this, m_records.locks, true);
         m_locked = true;
     });
 }
 
 void BrowsingScreen::unlockForm() {
     guarded(tag("unlockForm"), [&] {
-        lockControls(*this, m_rules, false);
+        lockControls(*this, m_records.locks, false);
         setEnabled(true);
         m_locked = false;
     });
@@ -168,7 +184,7 @@ std::int16_t BrowsingScreen::closeForm() {
         const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
                                        true};
         const platform::Answer answer =
-            platform::MsgBox(translated(saveQuestion()), style, translated("Save Data?"));
+            platform::MsgBox(translated(m_records.question), style, translated("Save Data?"));
         if (answer == platform::Answer::Yes) {
             if (!saveForm())
                 m_drafts.keepNow();

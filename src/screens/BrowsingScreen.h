@@ -5,6 +5,7 @@
 #include "platform/data/Recordset.h"
 #include "screens/ControlWalk.h"
 #include "screens/DraftKeeper.h"
+#include "screens/ToolStates.h"
 #include "shared/DraftedScreen.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
@@ -13,6 +14,18 @@
 #include <cstdint>
 
 namespace sorvanto {
+
+/// What tells one full screen from another.
+struct BrowsedRecords {
+    QString screen;     ///< its name, as in the tags of its reports
+    QString statement;  ///< selects the identifiers
+    QString key;        ///< column of that set, named after the table
+    QString question;   ///< the save question, by its key
+    LockRules locks;
+    ScreenTools tools;
+    /// Where there are no records, the tools are off only while browsing, not in an edit.
+    bool emptyWhileLocked = false;
+};
 
 class BrowsingScreen : public RecordScreen, public DraftedScreen, public ListedScreen {
     Q_OBJECT
@@ -40,7 +53,7 @@ public:
     bool hasTypedText() const override { return m_drafts.typed(); }
     void keepTypedText() override;
     void keepDraftsIn(DraftStore& store, std::function<void()> typedChanged) override;
-    QString draftTable() const override { return m_key.chopped(2); }  // its key is named after it
+    QString draftTable() const override { return m_records.key.chopped(2); }  // its key is named after it
     DraftFit fitOf(const Draft& draft) override;
     DraftFit bringBack(const Draft& draft) override;
 
@@ -48,11 +61,10 @@ public:
     void showRecord(std::int16_t key) override;
 
 protected:
-    /// name: of the screen, as in the tags of its reports; key: column of the identifier set.
-    BrowsingScreen(QString name, QString identifierStatement, QString key, LockRules rules, QWidget* parent);
+    BrowsingScreen(BrowsedRecords records, QWidget* parent);
 
     /// "frmLog:moveNext".
-    QString tag(const QString& procedure) const { return m_name + ":" + procedure; }
+    QString tag(const QString& procedure) const { return m_records.screen + ":" + procedure; }
     /// The record whose values refreshForm shows.
     virtual DraftRecord recordOnView() const = 0;
     /// Puts the record's values into the controls; refreshForm does the rest.
@@ -67,11 +79,10 @@ protected:
     virtual void openRecord(std::int16_t key) = 0;
     /// Adopts a blank record.
     virtual void blankRecord() = 0;
-    /// The save question, by its key.
-    virtual QString saveQuestion() const = 0;
     /// What closeForm does after the answers No and Cancel.
     virtual void notSaved() {}
 
+    void setMenuOptions() override;
     /// After the click of any tool, before the tools are set.
     virtual void toolDone() {}
     /// Shows the record that the text finds; the identifier set stays where it is.
@@ -82,6 +93,8 @@ protected:
     virtual void dropNewRecord() {}
     /// Asks and deletes the record on view.
     virtual void deleteRecord() = 0;
+    /// The first move still runs on the set from before the deletion.
+    void recordDeleted();
     virtual void cmdEdit();
     virtual void cmdSave();
     virtual void cmdCancel();
@@ -107,8 +120,7 @@ private:
     bool moveTo(std::int16_t key);
     DraftFit openForDraft(const Draft& draft);
 
-    QString m_name, m_statement, m_key;
-    LockRules m_rules;
+    const BrowsedRecords m_records;
     platform::RecordsetPtr m_identifiers;
     DraftKeeper m_drafts{*this};
 };

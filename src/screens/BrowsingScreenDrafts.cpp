@@ -38,7 +38,7 @@ DraftFit BrowsingScreen::fitOf(const Draft& draft) {
         if (draft.database != databaseInUse())
             return DraftFit::OtherDatabase;
         const auto row = platform::Recordset::create();
-        row->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(m_key, draftTable()).arg(draft.record.key),
+        row->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(m_records.key, draftTable()).arg(draft.record.key),
                   openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
         if (row->recordCount() == 0)
             return DraftFit::Deleted;

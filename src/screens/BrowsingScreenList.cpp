@@ -24,7 +24,7 @@ bool BrowsingScreen::moveTo(std::int16_t key) {
     platform::Recordset& set = identifiers();
     const std::int64_t before = set.position();
     set.moveFirst();
-    set.find(u"%1 = %2"_s.arg(m_key).arg(key));
+    set.find(u"%1 = %2"_s.arg(m_records.key).arg(key));
     if (!set.eof())
         return true;
     if (before >= 0)

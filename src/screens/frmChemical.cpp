@@ -1,14 +1,11 @@
 // The chemical screen: its tools, its lists, showing and saving one chemical.
 #include "screens/frmChemical.h"
 
-#include "config/clsOptions.h"
-#include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
-#include "screens/ToolStates.h"
+#include "screens/Designed.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmChemical.h"
 
 using namespace Qt::StringLiterals;
@@ -16,15 +13,37 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr ScreenTools toolRules{
-    .edit = ToolRule::Locked,
-    .add = ToolRule::Locked,
-    .cancelAndSave = ToolRule::Unlocked,
-    .remove = ToolRule::Locked,
-    .moves = ToolRule::Locked,
-    .search = ToolRule::Locked,
-    .printAndExport = ToolRule::Locked,
-    .report = true,
+const BrowsedRecords chemicalRecords{
+    .screen = u"frmChemical"_s,
+    .statement = u"SELECT ChemicalID FROM Chemical"_s,
+    .key = u"ChemicalID"_s,
+    .question = u"Chemical data not saved! Save Changes?"_s,
+    .locks = {},
+    .tools = {.edit = ToolRule::Locked,
+              .add = ToolRule::Locked,
+              .cancelAndSave = ToolRule::Unlocked,
+              .remove = ToolRule::Locked,
+              .moves = ToolRule::Locked,
+              .search = ToolRule::Locked,
+              .printAndExport = ToolRule::Locked,
+              .report = true},
+    .emptyWhileLocked = true,
+};
+
+const std::vector<RecordFields<clsChemical>::Row> chemicalFields{
+    {&clsChemical::chm_AWP, "txtchm_AWP", "lblchm_AWP", "AWP per Unit"},
+    {&clsChemical::chm_Cost, "txtchm_Cost", "lblchm_Price", "Cost per Unit"},
+    {&clsChemical::chm_Lot, "txtchm_Lot", "lblchm_Lot", "Lot Number"},
+    {&clsChemical::chm_Name,
+     "txtchm_Name",
+     "lblchm_Name",
+     "Chemical Name",
+     {.required = "Chemical Name is required"}},
+    {&clsChemical::chm_NDC, "txtchm_NDC", "lblchm_NDC", "NDC"},
+    {&clsChemical::chm_Notes, "txtchm_Notes", "lblchm_Notes", "Notes"},
+    {&clsChemical::chm_Supplier, "txtchm_Supplier", "lblchm_Supplier", "Supplier"},
+    {&clsChemical::chm_Form, "cbochm_Form", "lblchm_Form", "Chemical Form", {.prompt = "Select Form"}},
+    {&clsChemical::chm_Units, "cbochm_Units", "lblchm_Units", "Unit of Measure", {.prompt = "Select Units"}},
 };
 
 // "MCG" is offered twice.
@@ -43,9 +62,8 @@ void fill(platform::ChoiceBox& box, const char* const (&entries)[count]) {
 }  // namespace
 
 frmChemical::frmChemical(QWidget* parent)
-    : BrowsingScreen("frmChemical", "SELECT ChemicalID FROM Chemical", "ChemicalID", {}, parent),
-      m_ui(std::make_unique<Ui::frmChemical>()), m_chemical(std::make_shared<clsChemical>()) {
-    m_ui->setupUi(this);
+    : BrowsingScreen(chemicalRecords, parent), m_ui(designed<Ui::frmChemical>(this)),
+      m_chemical(std::make_shared<clsChemical>()), m_fields(*this, chemicalFields) {
     platform::makeCard(*m_ui->fraChemical);
     m_ui->cbochm_Units->setBoxText("Select Units");
     m_ui->cbochm_Form->setBoxText("Select Form");
@@ -79,26 +97,9 @@ QString frmChemical::nameShown() const { return m_ui->txtchm_Name->text(); }
 
 void frmChemical::translateForm() {
     guarded("frmChemical:translateForm", [&] {
-        const std::pair<QLabel*, const char*> labels[] = {
-            {m_ui->lblchm_Name, "Chemical Name"},    {m_ui->lblchm_NDC, "NDC"},
-            {m_ui->lblchm_Units, "Unit of Measure"}, {m_ui->lblchm_Form, "Chemical Form"},
-            {m_ui->lblchm_Lot, "Lot Number"},        {m_ui->lblchm_Supplier, "Supplier"},
-            {m_ui->lblchm_Price, "Cost per Unit"},   {m_ui->lblchm_AWP, "AWP per Unit"},
-            {m_ui->lblchm_Notes, "Notes"},
-        };
-        for (const auto& [label, text] : labels)
-            label->setText(translated(text));
+        m_fields.translate();
         fill(*m_ui->cbochm_Units, units);
         fill(*m_ui->cbochm_Form, forms);
-    });
-}
-
-void frmChemical::setMenuOptions() {
-    guarded("frmChemical:setMenuOptions", [&] {
-        if (m_empty && m_locked)
-            setEmptyToolStates(true);
-        else
-            setToolStates(toolRules, m_locked);
     });
 }
 
@@ -128,11 +129,8 @@ void frmChemical::searchChemical(const QString& searchText) {
 
 void frmChemical::deleteChemical() {
     guarded("frmChemical:deleteChemical", [&] {
-        if (clsChemical().deleteChemical(m_chemical, false)) {
-            clearForm();
-            moveFirst();
-            getData();
-        }
+        if (clsChemical().deleteChemical(m_chemical, false))
+            recordDeleted();
     });
 }
 
@@ -141,42 +139,15 @@ void frmChemical::fillForm() {
         setEnabled(true);
         const clsChemical& chemical = platform::deref(m_chemical);
         showCaption("Chemicals", chemical.chm_Name);
-        const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-        m_ui->txtchm_AWP->setFormats(money, money);
-        m_ui->txtchm_AWP->setValue(chemical.chm_AWP);
-        m_ui->txtchm_Cost->setFormats(money, money);
-        m_ui->txtchm_Cost->setValue(chemical.chm_Cost);
-        m_ui->txtchm_Lot->setText(chemical.chm_Lot);
-        m_ui->txtchm_Name->setText(chemical.chm_Name);
-        m_ui->txtchm_NDC->setText(chemical.chm_NDC);
-        m_ui->txtchm_Notes->setText(chemical.chm_Notes);
-        m_ui->txtchm_Supplier->setText(chemical.chm_Supplier);
-        m_ui->cbochm_Form->setBoxText(chemical.chm_Form);
-        m_ui->cbochm_Units->setBoxText(chemical.chm_Units);
+        m_fields.show(chemical);
     });
 }
 
 bool frmChemical::saveForm() {
     return guarded("frmChemical:saveForm", false, [&] {
-        if (m_ui->txtchm_Name->text().isEmpty()) {
-            platform::MsgBox(translated("Chemical Name is required"));
+        if (!m_fields.complete())
             return false;
-        }
-        // A price that can't be read as one number is never guessed; its box shows the hint.
-        if (!m_ui->txtchm_AWP->acceptable() || !m_ui->txtchm_Cost->acceptable())
-            return false;
-        clsChemical& chemical = platform::deref(m_chemical);
-        chemical.chm_AWP = m_ui->txtchm_AWP->toCurrency();
-        chemical.chm_Cost = m_ui->txtchm_Cost->toCurrency();
-        if (m_ui->cbochm_Form->boxText() != translated("Select Form"))
-            chemical.chm_Form = m_ui->cbochm_Form->boxText();
-        chemical.chm_Lot = m_ui->txtchm_Lot->text();
-        chemical.chm_Name = m_ui->txtchm_Name->text();
-        chemical.chm_NDC = m_ui->txtchm_NDC->text();
-        chemical.chm_Notes = m_ui->txtchm_Notes->text();
-        chemical.chm_Supplier = m_ui->txtchm_Supplier->text();
-        if (m_ui->cbochm_Units->boxText() != translated("Select Units"))
-            chemical.chm_Units = m_ui->cbochm_Units->boxText();
+        m_fields.read(platform::deref(m_chemical));
         m_chemical = clsChemical().saveChemical(m_chemical);
         if (m_chemical)
             typingEnded();

@@ -4,6 +4,7 @@
 #include "records/clsChemical.h"
 #include "screens/BrowsingScreen.h"
 #include "screens/ListedTables.h"
+#include "screens/RecordFields.h"
 
 #include <memory>
 
@@ -33,7 +34,6 @@ public:
     QString nameShown() const;
 
 protected:
-    void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchChemical(searchText); }
     void addRecord() override;
@@ -43,7 +43,6 @@ protected:
     void fillForm() override;
     void emptyForm() override;
     void blankRecord() override { m_chemical = std::make_shared<clsChemical>(); }
-    QString saveQuestion() const override { return "Chemical data not saved! Save Changes?"; }
     void notSaved() override { lockForm(); }
 
 private:
@@ -51,6 +50,7 @@ private:
 
     std::unique_ptr<Ui::frmChemical> m_ui;
     clsChemicalPtr m_chemical;
+    RecordFields<clsChemical> m_fields;
 };
 
 }  // namespace sorvanto

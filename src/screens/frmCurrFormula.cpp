@@ -7,6 +7,7 @@
 #include "platform/widgets/Theme.h"
 #include "reports/ReportFlow.h"
 #include "screens/ControlWalk.h"
+#include "screens/Designed.h"
 #include "screens/ToolStates.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -16,10 +17,27 @@
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+namespace {
+
+const std::vector<RecordFields<clsFormula>::Row> currentFields{
+    {&clsFormula::frm_Instructions, "txtfrm_Instructions", "lblfrm_Instructions", "Mix Notes", shownOnly},
+    {&clsFormula::frm_Name, "txtfrm_Name", "lblfrm_Name", "Formula Name", shownOnly},
+    {&clsFormula::frm_JarSize,
+     "txtfrm_JarSize",
+     "lblfrm_JarSize",
+     "Jar Size",
+     {.entries = &basMain::JarSizes}},
+    {&clsFormula::frm_FormType,
+     "txtfrm_Type",
+     "lblfrm_Type",
+     "Formula Type",
+     {.entries = &basMain::MixTypes}},
+};
+
+}  // namespace
 
 frmCurrFormula::frmCurrFormula(QWidget* parent)
-    : RecordScreen(parent), m_ui(std::make_unique<Ui::frmCurrFormula>()) {
-    m_ui->setupUi(this);
+    : RecordScreen(parent), m_ui(designed<Ui::frmCurrFormula>(this)), m_fields(*this, currentFields) {
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
     m_ui->grdIngredients->setColumns({{.field = "chm_Name", .caption = "Name"},
@@ -40,10 +58,7 @@ void frmCurrFormula::Form_Load() {
 
 void frmCurrFormula::translateForm() {
     guarded("frmCurrFormula:translateForm", [&] {
-        m_ui->lblfrm_Name->setText(translated("Formula Name"));
-        m_ui->lblfrm_Type->setText(translated("Formula Type"));
-        m_ui->lblfrm_JarSize->setText(translated("Jar Size"));
-        m_ui->lblfrm_Instructions->setText(translated("Mix Notes"));
+        m_fields.translate();
         for (const char* caption : {"Name", "NDC", "Qty", "Lot", "QS"})
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));
@@ -105,10 +120,7 @@ void frmCurrFormula::refreshForm() {
     guarded("frmCurrFormula:refreshForm", [&] {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
-        m_ui->txtfrm_Instructions->setText(formula.frm_Instructions);
-        m_ui->txtfrm_Name->setText(formula.frm_Name);
-        m_ui->txtfrm_JarSize->setText(basMain::tableEntry(basMain::JarSizes, formula.frm_JarSize));
-        m_ui->txtfrm_Type->setText(basMain::tableEntry(basMain::MixTypes, formula.frm_FormType));
+        m_fields.show(formula);
         m_ui->grdIngredients->setDataSource(formula.Chemical);
     });
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "records/clsFormula.h"
+#include "screens/RecordFields.h"
 #include "shared/RecordScreen.h"
 
 #include <memory>
@@ -42,6 +43,7 @@ private:
 
     std::unique_ptr<Ui::frmCurrFormula> m_ui;
     clsFormulaPtr m_formula;
+    RecordFields<clsFormula> m_fields;
 };
 
 }  // namespace sorvanto

@@ -1,7 +1,6 @@
 // The record side of the formula screen: fields, ingredients, validations, tool actions.
 #include "screens/frmFormula.h"
 
-#include "config/clsOptions.h"
 #include "mixing/frmMake.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
@@ -9,7 +8,7 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
-#include "screens/ToolStates.h"
+#include "screens/Designed.h"
 #include "screens/frmCurrFormula.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
@@ -22,26 +21,50 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr ScreenTools toolRules{
-    .edit = ToolRule::Locked,
-    .add = ToolRule::Locked,
-    .cancelAndSave = ToolRule::Unlocked,
-    .copy = ToolRule::Locked,
-    .remove = ToolRule::Locked,
-    .moves = ToolRule::Locked,
-    .search = ToolRule::Locked,
-    .make = ToolRule::Locked,
-    .printAndExport = ToolRule::Locked,
-    .worksheet = true,
+const BrowsedRecords formulaRecords{
+    .screen = u"frmFormula"_s,
+    .statement = u"SELECT FormulaID FROM Formula Order By frm_Name"_s,
+    .key = u"FormulaID"_s,
+    .question = u"Formula data not saved! Save Changes?"_s,
+    .locks = {.grids = true, .upDowns = true, .buttons = true},
+    .tools = {.edit = ToolRule::Locked,
+              .add = ToolRule::Locked,
+              .cancelAndSave = ToolRule::Unlocked,
+              .copy = ToolRule::Locked,
+              .remove = ToolRule::Locked,
+              .moves = ToolRule::Locked,
+              .search = ToolRule::Locked,
+              .make = ToolRule::Locked,
+              .printAndExport = ToolRule::Locked,
+              .worksheet = true},
+};
+
+const std::vector<RecordFields<clsFormula>::Row> formulaFields{
+    {&clsFormula::frm_Instructions, "txtfrm_Instructions", "lblMixNotes", "Mix Notes"},
+    {&clsFormula::frm_Name,
+     "txtfrm_Name",
+     "lblfrm_Name",
+     "Formula Name",
+     {.required = "Formula Name is required"}},
+    {&clsFormula::frm_NDC, "txtFrm_NDC", "lblfrm_NDC", "Formula NDC"},
+    {&clsFormula::frm_Desc, "txtfrm_Desc", "lblfrm_Desc", "Description"},
+    {&clsFormula::frm_Quantity,
+     "txtfrm_Quantity",
+     "lblfrm_Quantity",
+     "Quantity",
+     {.required = "Quantity is required"}},
+    {&clsFormula::frm_Strength, "txtfrm_Strength", "lblfrm_Strength", "Strength"},
+    {&clsFormula::frm_Cost, "txtfrm_Cost", "lblfrm_Cost", "Cost", {.shownOnly = true}},
+    {&clsFormula::frm_AWP, "txtfrm_AWP", "lblfrm_AWP", "AWP"},
+    {&clsFormula::frm_Units, "txtfrm_Units", "lblfrm_Units", "Units"},
 };
 
 }  // namespace
 
 frmFormula::frmFormula(QWidget* parent)
-    : BrowsingScreen("frmFormula", "SELECT FormulaID FROM Formula Order By frm_Name", "FormulaID",
-                     {.grids = true, .upDowns = true, .buttons = true}, parent),
-      m_ui(std::make_unique<Ui::frmFormula>()), m_formula(std::make_shared<clsFormula>()) {
-    m_ui->setupUi(this);
+    : BrowsingScreen(formulaRecords, parent), m_ui(designed<Ui::frmFormula>(this)),
+      m_formula(std::make_shared<clsFormula>()), m_fields(*this, formulaFields) {
+    m_fields.addLabels(*this, {{"lblformType", "Formula Type"}, {"lblfrm_JarSize", "Jar Size"}});
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
     m_ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
@@ -130,16 +153,7 @@ QString frmFormula::formName() const { return platform::deref(m_formula).frm_Nam
 void frmFormula::translateForm() {
     guarded("frmFormula:translateForm", [&] {
         setWindowTitle(translated("Formula"));
-        const std::pair<QLabel*, const char*> labels[] = {
-            {m_ui->lblfrm_Name, "Formula Name"}, {m_ui->lblformType, "Formula Type"},
-            {m_ui->lblfrm_JarSize, "Jar Size"},  {m_ui->lblfrm_Desc, "Description"},
-            {m_ui->lblfrm_Quantity, "Quantity"}, {m_ui->lblfrm_Units, "Units"},
-            {m_ui->lblfrm_Strength, "Strength"}, {m_ui->lblfrm_NDC, "Formula NDC"},
-            {m_ui->lblfrm_Cost, "Cost"},         {m_ui->lblfrm_AWP, "AWP"},
-            {m_ui->lblMixNotes, "Mix Notes"},
-        };
-        for (const auto& [label, text] : labels)
-            label->setText(translated(text));
+        m_fields.translate();
         m_ui->cmdAdd->setText(translated("Add"));
         m_ui->cmdAdd->setToolTip(translated("Add Ingredient"));
         m_ui->cmdRemove->setText(translated("Remove"));
@@ -151,15 +165,6 @@ void frmFormula::translateForm() {
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));
         translateMix();
-    });
-}
-
-void frmFormula::setMenuOptions() {
-    guarded("frmFormula:setMenuOptions", [&] {
-        if (m_empty)
-            setEmptyToolStates(true);
-        else
-            setToolStates(toolRules, m_locked);
     });
 }
 
@@ -190,11 +195,8 @@ void frmFormula::searchFormula(QString searchText) {
 
 void frmFormula::deleteFormula() {
     guarded("frmFormula:deleteFormula", [&] {
-        if (clsFormula().deleteFormula(m_formula, false)) {
-            clearForm();
-            moveFirst();
-            getData();
-        }
+        if (clsFormula().deleteFormula(m_formula, false))
+            recordDeleted();
     });
 }
 
@@ -213,18 +215,7 @@ void frmFormula::fillForm() {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
         showCaption("Formulas", formula.frm_Name);
-        m_ui->txtfrm_Instructions->setText(formula.frm_Instructions);
-        m_ui->txtfrm_Name->setText(formula.frm_Name);
-        m_ui->txtFrm_NDC->setText(formula.frm_NDC);
-        m_ui->txtfrm_Desc->setText(formula.frm_Desc);
-        m_ui->txtfrm_Quantity->setValue(static_cast<double>(formula.frm_Quantity));
-        m_ui->txtfrm_Strength->setText(formula.frm_Strength);
-        const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
-        m_ui->txtfrm_Cost->setFormats(money, money);
-        m_ui->txtfrm_Cost->setValue(formula.frm_Cost);
-        m_ui->txtfrm_AWP->setFormats(money, money);
-        m_ui->txtfrm_AWP->setValue(formula.frm_AWP);
-        m_ui->txtfrm_Units->setText(formula.frm_Units);
+        m_fields.show(formula);
         m_ui->cbofrm_JarSize->setListIndex(formula.frm_JarSize - 1);
         m_ui->cbofrm_Type->setListIndex(formula.frm_FormType);
         populateMix(formula.frm_Mix);
@@ -234,39 +225,9 @@ void frmFormula::fillForm() {
     });
 }
 
-// A number that can't be read in one way only is never guessed: its box comes on show and says why.
-bool frmFormula::readable(platform::NumberBox& box) {
-    if (box.acceptable())
-        return true;
-    m_ui->tabFormula->setCurrentIndex(0);
-    box.setFocus();
-    return box.acceptable();
-}
-
-bool frmFormula::fieldsComplete() {
-    if (m_ui->txtfrm_Name->text().isEmpty()) {
-        platform::MsgBox(translated("Formula Name is required"));
-        return false;
-    }
-    if (!readable(*m_ui->txtfrm_Quantity))
-        return false;
-    if (platform::leadingNumber(m_ui->txtfrm_Quantity->text()) <= 0) {
-        platform::MsgBox(translated("Quantity is required"));
-        return false;
-    }
-    return readable(*m_ui->txtfrm_AWP);
-}
-
 void frmFormula::storeFields() {
     clsFormula& formula = platform::deref(m_formula);
-    formula.frm_Instructions = m_ui->txtfrm_Instructions->text();
-    formula.frm_Name = m_ui->txtfrm_Name->text();
-    formula.frm_NDC = m_ui->txtFrm_NDC->text();
-    formula.frm_Desc = m_ui->txtfrm_Desc->text();
-    formula.frm_Quantity = platform::toInt16(m_ui->txtfrm_Quantity->toDouble());
-    formula.frm_Strength = m_ui->txtfrm_Strength->text();
-    formula.frm_Units = m_ui->txtfrm_Units->text();
-    formula.frm_AWP = m_ui->txtfrm_AWP->toCurrency();
+    m_fields.read(formula);
     const int jarRow = m_ui->cbofrm_JarSize->listIndex();
     if (jarRow < 0)
         throw platform::RuntimeError(platform::error::subscriptOutOfRange, "No jar size is selected");
@@ -277,7 +238,7 @@ void frmFormula::storeFields() {
 
 bool frmFormula::saveForm() {
     return guarded("frmFormula:saveForm", false, [&] {
-        if (!fieldsComplete())
+        if (!m_fields.complete())
             return false;
         storeFields();
         if (!m_ui->grdIngredients->commitEdit())

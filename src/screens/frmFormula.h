@@ -6,12 +6,9 @@
 #include "records/clsFormula.h"
 #include "screens/BrowsingScreen.h"
 #include "screens/ListedTables.h"
+#include "screens/RecordFields.h"
 
 #include <memory>
-
-namespace platform {
-class NumberBox;
-}
 
 namespace Ui {
 class frmFormula;
@@ -48,7 +45,6 @@ public:
     void populateMix(const platform::XmlDocumentPtr& document);
 
 protected:
-    void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchFormula(searchText); }
     void addRecord() override;
@@ -58,14 +54,11 @@ protected:
     void fillForm() override;
     void emptyForm() override;
     void blankRecord() override { m_formula = std::make_shared<clsFormula>(); }
-    QString saveQuestion() const override { return "Formula data not saved! Save Changes?"; }
 
 private:
     void translateForm();
     void connectControls();
     void addTools();
-    bool readable(platform::NumberBox& box);
-    bool fieldsComplete();
     void storeFields();
     void cmdCopy();
     void cmdAdd_Click();
@@ -84,6 +77,7 @@ private:
 
     std::unique_ptr<Ui::frmFormula> m_ui;
     clsFormulaPtr m_formula;
+    RecordFields<clsFormula> m_fields;
     int m_draggedRow = -1;
 };
 

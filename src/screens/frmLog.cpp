@@ -10,7 +10,7 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
-#include "screens/ToolStates.h"
+#include "screens/Designed.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
@@ -22,25 +22,62 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr ScreenTools toolRules{
-    .edit = ToolRule::Locked,
-    .cancelAndSave = ToolRule::Unlocked,
-    .remove = ToolRule::Locked,
-    .moves = ToolRule::Locked,
-    .search = ToolRule::Locked,
-    .printAndExport = ToolRule::Locked,
-    .formulaLog = true,
-    .label = true,
-    .report = true,
-    .jarReport = true,
+const BrowsedRecords logRecords{
+    .screen = u"frmLog"_s,
+    .statement = u"SELECT LogID FROM Log"_s,
+    .key = u"LogID"_s,
+    .question = u"Log data not saved! Save Changes?"_s,
+    .locks = {.grids = true},
+    .tools = {.edit = ToolRule::Locked,
+              .cancelAndSave = ToolRule::Unlocked,
+              .remove = ToolRule::Locked,
+              .moves = ToolRule::Locked,
+              .search = ToolRule::Locked,
+              .printAndExport = ToolRule::Locked,
+              .formulaLog = true,
+              .label = true,
+              .report = true,
+              .jarReport = true},
+};
+
+const std::vector<RecordFields<clsLog>::Row> logFields{
+    {&clsLog::log_Date, "txtlog_Date", "lbllog_Date", "Date", shownOnly},
+    {&clsLog::log_Initials, "txtlog_Initials", "lbllog_Initials", "Logged"},
+    {&clsLog::log_JarSize, "txtlog_JarSize", "lbllog_JarSize", "Jar Size", {.entries = &basMain::JarSizes}},
+    {&clsLog::log_Lot, "txtlog_Lot", "lbllog_Lot", "Lot #", shownOnly},
+    {&clsLog::log_Name, "txtlog_Name", "lbllog_Name", "Formula Name", shownOnly},
+    {&clsLog::log_NDC, "txtlog_NDC", "lbllog_NDC", "NDC", shownOnly},
+    {&clsLog::log_Notes, "txtlog_Notes", "lbllog_Notes", "Log Notes"},
+    {&clsLog::log_Quantity, "txtlog_Quantity", "lbllog_Quantity", "Quantity", shownOnly},
+    {&clsLog::log_Strength, "txtlog_Strength", "lbllog_Strength", "Strength", shownOnly},
+    {&clsLog::log_FormType, "txtlog_Type", "lbllog_Type", "Formula Type", {.entries = &basMain::MixTypes}},
+    {&clsLog::log_Units, "txtlog_Units", "lbllog_Units", "Units", shownOnly},
+    {&clsLog::log_Verified, "txtlog_Verified", "lbllog_Verified", "Verified"},
+    {&clsLog::log_Cost, "txtlog_Cost", "lblfrm_Cost", "Cost", shownOnly},
+    {&clsLog::log_AWP, "txtlog_AWP", "lblfrm_AWP", "AWP", shownOnly},
 };
 
 }  // namespace
 
 frmLog::frmLog(QWidget* parent)
-    : BrowsingScreen("frmLog", "SELECT LogID FROM Log", "LogID", {.grids = true}, parent),
-      m_ui(std::make_unique<Ui::frmLog>()), m_log(std::make_shared<clsLog>()) {
-    m_ui->setupUi(this);
+    : BrowsingScreen(logRecords, parent), m_ui(designed<Ui::frmLog>(this)), m_log(std::make_shared<clsLog>()),
+      m_fields(*this, logFields) {
+    m_fields.addLabels(*this, {
+                                  {"lblInterrupted", "interrupted"},
+                                  {"lbllog_PreGrind", "Pre Grind"},
+                                  {"lbllog_FreeSpin", "Free Spin"},
+                                  {"lblfrm_ReactTime", "Reaction Time"},
+                                  {"lblfrm_ReactRPM", "Reaction RPM"},
+                                  {"lblID", "Mix Identification"},
+                                  {"lblJarSize", "Jar Size"},
+                                  {"lblType", "Formula Type"},
+                                  {"lblCycles", "Total Cycles"},
+                                  {"lblInteruption", "A = Without Interuption U = With Interuption"},
+                                  {"lblPreGrind", "Number of Additional PreGrind Cycles"},
+                                  {"lblPrepNum", "Preparation Number"},
+                                  {"lblTotalRev", "Total Mixing Motor Revolutions"},
+                                  {"lblVersion", "Hardware Version"},
+                              });
     for (QFrame* card : {m_ui->fraLog, m_ui->fraIngredients, m_ui->fraMixer, m_ui->fraResults})
         platform::makeCard(*card);
     m_ui->txtlog_Quantity->setFormats("####0", "####0");
@@ -96,38 +133,7 @@ QString frmLog::nameShown() const { return m_ui->txtlog_Name->text(); }
 
 void frmLog::translateForm() {
     guarded("frmLog:translateForm", [&] {
-        const std::pair<QLabel*, const char*> labels[] = {
-            {m_ui->lbllog_Name, "Formula Name"},
-            {m_ui->lbllog_Strength, "Strength"},
-            {m_ui->lbllog_Quantity, "Quantity"},
-            {m_ui->lbllog_Units, "Units"},
-            {m_ui->lbllog_NDC, "NDC"},
-            {m_ui->lblInterrupted, "interrupted"},
-            {m_ui->lbllog_Lot, "Lot #"},
-            {m_ui->lbllog_Date, "Date"},
-            {m_ui->lblfrm_Cost, "Cost"},
-            {m_ui->lblfrm_AWP, "AWP"},
-            {m_ui->lbllog_Initials, "Logged"},
-            {m_ui->lbllog_Verified, "Verified"},
-            {m_ui->lbllog_Notes, "Log Notes"},
-            {m_ui->lbllog_Type, "Formula Type"},
-            {m_ui->lbllog_JarSize, "Jar Size"},
-            {m_ui->lbllog_PreGrind, "Pre Grind"},
-            {m_ui->lbllog_FreeSpin, "Free Spin"},
-            {m_ui->lblfrm_ReactTime, "Reaction Time"},
-            {m_ui->lblfrm_ReactRPM, "Reaction RPM"},
-            {m_ui->lblID, "Mix Identification"},
-            {m_ui->lblJarSize, "Jar Size"},
-            {m_ui->lblType, "Formula Type"},
-            {m_ui->lblCycles, "Total Cycles"},
-            {m_ui->lblInteruption, "A = Without Interuption U = With Interuption"},
-            {m_ui->lblPreGrind, "Number of Additional PreGrind Cycles"},
-            {m_ui->lblPrepNum, "Preparation Number"},
-            {m_ui->lblTotalRev, "Total Mixing Motor Revolutions"},
-            {m_ui->lblVersion, "Hardware Version"},
-        };
-        for (const auto& [label, text] : labels)
-            label->setText(translated(text));
+        m_fields.translate();
         translateColumns();
     });
 }
@@ -145,15 +151,6 @@ void frmLog::translateColumns() {
     for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
         captions << translated(caption);
     m_ui->lstCustom->setColumnCaptions(captions);
-}
-
-void frmLog::setMenuOptions() {
-    guarded("frmLog:setMenuOptions", [&] {
-        if (m_empty)
-            setEmptyToolStates(false);
-        else
-            setToolStates(toolRules, m_locked);
-    });
 }
 
 // Beyond an end the record is opened once, at the end.
@@ -241,9 +238,7 @@ bool frmLog::saveForm() {
     return guarded("frmLog:saveForm", false, [&] {
         lockForm();
         clsLog& log = platform::deref(m_log);
-        log.log_Initials = m_ui->txtlog_Initials->text();
-        log.log_Notes = m_ui->txtlog_Notes->text();
-        log.log_Verified = m_ui->txtlog_Verified->text();
+        m_fields.read(log);
         m_ui->grdIngredients->commitEdit();
         const bool saved = clsLog().saveLog(m_log);
         if (saved)
@@ -266,14 +261,10 @@ void frmLog::emptyForm() {
     });
 }
 
-// The first move still runs on the set from before the deletion.
 void frmLog::deleteLog() {
     guarded("frmLog:deleteLog", [&] {
-        if (clsLog().deleteLog(m_log)) {
-            clearForm();
-            moveFirst();
-            getData();
-        }
+        if (clsLog().deleteLog(m_log))
+            recordDeleted();
     });
 }
 

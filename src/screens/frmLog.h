@@ -6,6 +6,7 @@
 #include "records/clsLog.h"
 #include "screens/BrowsingScreen.h"
 #include "screens/ListedTables.h"
+#include "screens/RecordFields.h"
 #include "shared/BatchLog.h"
 
 #include <memory>
@@ -36,7 +37,6 @@ public:
     QString nameShown() const;
 
 protected:
-    void setMenuOptions() override;
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchLog(searchText); }
     void deleteRecord() override { deleteLog(); }
@@ -46,7 +46,6 @@ protected:
     void cmdSave() override;
     void cmdDelete() override { deleteLog(); }
     void blankRecord() override { m_log = std::make_shared<clsLog>(); }
-    QString saveQuestion() const override { return "Log data not saved! Save Changes?"; }
 
 private:
     void addTools();
@@ -55,7 +54,6 @@ private:
     void deleteLog();
 
     // What is shown of the batch (frmLogShow.cpp)
-    void fillGeneralTab();
     void populateMix(const platform::XmlDocumentPtr& document);
     void populateResults(const platform::XmlDocumentPtr& document);
 
@@ -67,6 +65,7 @@ private:
 
     std::unique_ptr<Ui::frmLog> m_ui;
     clsLogPtr m_log;
+    RecordFields<clsLog> m_fields;
     platform::RecordsetPtr m_ingredients;  ///< the lines the grid is bound to
 };
 

@@ -2,14 +2,12 @@
 //   frmPatientRX.cpp   the prescriptions        frmPatientPrint.cpp   labels and report
 #include "screens/frmPatient.h"
 
-#include "config/clsOptions.h"
-#include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
-#include "screens/ToolStates.h"
+#include "reports/ReportTexts.h"
+#include "screens/Designed.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmPatient.h"
 
 using namespace Qt::StringLiterals;
@@ -17,17 +15,46 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr ScreenTools toolRules{
-    .edit = ToolRule::Locked,
-    .add = ToolRule::Locked,
-    .cancelAndSave = ToolRule::Unlocked,
-    .remove = ToolRule::Locked,
-    .moves = ToolRule::Locked,
-    .search = ToolRule::Locked,
-    .make = ToolRule::Locked,
-    .printAndExport = ToolRule::Locked,
-    .label = true,
-    .report = true,
+const BrowsedRecords patientRecords{
+    .screen = u"frmPatient"_s,
+    .statement = u"SELECT PatientID FROM Patient"_s,
+    .key = u"PatientID"_s,
+    .question = u"Patient data not saved! Save Changes?"_s,
+    .locks = {.grids = true, .buttons = true},
+    .tools = {.edit = ToolRule::Locked,
+              .add = ToolRule::Locked,
+              .cancelAndSave = ToolRule::Unlocked,
+              .remove = ToolRule::Locked,
+              .moves = ToolRule::Locked,
+              .search = ToolRule::Locked,
+              .make = ToolRule::Locked,
+              .printAndExport = ToolRule::Locked,
+              .label = true,
+              .report = true},
+    .emptyWhileLocked = true,
+};
+
+const std::vector<RecordFields<clsPatient>::Row> patientFields{
+    {&clsPatient::pat_Address1, "txtpat_Address1", "lblpat_Address1", "Address 1"},
+    {&clsPatient::pat_Address2, "txtpat_Address2", "lblpat_Address2", "Address 2"},
+    {&clsPatient::pat_BDay, "txtpat_BDay", "lblpat_BDay", "Birthdate"},
+    {&clsPatient::pat_City, "txtpat_City", "lblpat_City", "City"},
+    {&clsPatient::pat_Country, "txtpat_Country", "lblpat_Country", "Country"},
+    {&clsPatient::pat_Fax, "txtpat_Fax", "lblpat_Fax", "Fax"},
+    {&clsPatient::pat_FName,
+     "txtpat_FName",
+     "lblpat_FName",
+     "First Name",
+     {.required = "First Name is required"}},
+    {&clsPatient::pat_LName,
+     "txtpat_LName",
+     "lblpat_LName",
+     "Last Name",
+     {.required = "Last Name is required"}},
+    {&clsPatient::pat_Phone, "txtpat_Phone", "lblpat_Phone", "Phone"},
+    {&clsPatient::pat_State, "txtpat_State", "lblpat_State", "State"},
+    {&clsPatient::pat_Zip, "txtpat_Zip", "lblpat_Zip", "Zip Code"},
+    {&clsPatient::pat_Notes, "txtpat_Notes", "lblpat_Notes", "Notes"},
 };
 
 constexpr int costColumn = 4;
@@ -36,10 +63,8 @@ constexpr int priceColumn = 5;
 }  // namespace
 
 frmPatient::frmPatient(QWidget* parent)
-    : BrowsingScreen("frmPatient", "SELECT PatientID FROM Patient", "PatientID",
-                     {.grids = true, .buttons = true}, parent),
-      m_ui(std::make_unique<Ui::frmPatient>()), m_patient(std::make_shared<clsPatient>()) {
-    m_ui->setupUi(this);
+    : BrowsingScreen(patientRecords, parent), m_ui(designed<Ui::frmPatient>(this)),
+      m_patient(std::make_shared<clsPatient>()), m_fields(*this, patientFields) {
     platform::makeCard(*m_ui->fraPatient);
     platform::makeCard(*m_ui->fraRXs);
     m_ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 60},
@@ -63,7 +88,7 @@ frmPatient::~frmPatient() = default;
 
 void frmPatient::addTools() {
     m_tools.on({"cmdSave"_L1}, [this] {
-        if (!birthDateReadable())
+        if (!m_fields.readable())
             return false;  // without a refresh, what was typed stays, to be mended
         cmdSave();
         return true;
@@ -102,22 +127,7 @@ QString frmPatient::nameShown() const {
 
 void frmPatient::translateForm() {
     guarded("frmPatient:translateForm", [&] {
-        const std::pair<QLabel*, const char*> labels[] = {
-            {m_ui->lblpat_FName, "First Name"},
-            {m_ui->lblpat_LName, "Last Name"},
-            {m_ui->lblpat_Address1, "Address 1"},
-            {m_ui->lblpat_Address2, "Address 2"},
-            {m_ui->lblpat_City, "City"},
-            {m_ui->lblpat_State, "State"},
-            {m_ui->lblpat_Zip, "Zip Code"},
-            {m_ui->lblpat_Country, "Country"},
-            {m_ui->lblpat_BDay, "Birthdate"},
-            {m_ui->lblpat_Phone, "Phone"},
-            {m_ui->lblpat_Fax, "Fax"},
-            {m_ui->lblpat_Notes, "Notes"},
-        };
-        for (const auto& [label, text] : labels)
-            label->setText(translated(text));
+        m_fields.translate();
         m_ui->tabPatient->setTabText(0, translated("Patient"));
         m_ui->tabPatient->setTabText(1, translated("Prescriptions"));
         m_ui->cmdAddRX->setText(translated("Add"));
@@ -133,15 +143,6 @@ void frmPatient::translateForm() {
         };
         for (const auto& [caption, key] : columns)
             m_ui->grdRXs->setShownCaption(m_ui->grdRXs->columnByCaption(caption), translated(key));
-    });
-}
-
-void frmPatient::setMenuOptions() {
-    guarded("frmPatient:setMenuOptions", [&] {
-        if (m_empty && m_locked)
-            setEmptyToolStates(true);
-        else
-            setToolStates(toolRules, m_locked);
     });
 }
 
@@ -180,62 +181,19 @@ void frmPatient::fillForm() {
         setEnabled(true);
         const clsPatient& patient = platform::deref(m_patient);
         showCaption("Patients", patient.pat_LName + ", " + patient.pat_FName);
-        const QString money = platform::deref(basMain::Options).DefCurrency() + " ###,##0.00";
+        const QString money = optionsPricePicture();
         m_ui->grdRXs->setNumberFormat(costColumn, money);
         m_ui->grdRXs->setNumberFormat(priceColumn, money);
-        m_ui->txtpat_Address1->setText(patient.pat_Address1);
-        m_ui->txtpat_Address2->setText(patient.pat_Address2);
-        m_ui->txtpat_BDay->setValue(patient.pat_BDay);
-        m_ui->txtpat_City->setText(patient.pat_City);
-        m_ui->txtpat_Country->setText(patient.pat_Country);
-        m_ui->txtpat_Fax->setText(patient.pat_Fax);
-        m_ui->txtpat_FName->setText(patient.pat_FName);
-        m_ui->txtpat_LName->setText(patient.pat_LName);
-        m_ui->txtpat_Phone->setText(patient.pat_Phone);
-        m_ui->txtpat_State->setText(patient.pat_State);
-        m_ui->txtpat_Zip->setText(patient.pat_Zip);
-        m_ui->txtpat_Notes->setText(patient.pat_Notes);
+        m_fields.show(patient);
         m_ui->grdRXs->setDataSource(patient.RXs);
     });
 }
 
-bool frmPatient::fieldsComplete() {
-    if (m_ui->txtpat_FName->text().isEmpty()) {
-        platform::MsgBox(translated("First Name is required"));
-        return false;
-    }
-    if (m_ui->txtpat_LName->text().isEmpty()) {
-        platform::MsgBox(translated("Last Name is required"));
-        return false;
-    }
-    return birthDateReadable();
-}
-
-bool frmPatient::birthDateReadable() {
-    if (m_ui->txtpat_BDay->acceptable())
-        return true;
-    m_ui->tabPatient->setCurrentIndex(0);
-    m_ui->txtpat_BDay->setFocus();
-    return m_ui->txtpat_BDay->acceptable();  // the hint shows on a visible box alone
-}
-
 bool frmPatient::saveForm() {
     return guarded("frmPatient:saveForm", false, [&] {
-        if (!fieldsComplete())
+        if (!m_fields.complete())
             return false;
-        clsPatient& patient = platform::deref(m_patient);
-        patient.pat_Address1 = m_ui->txtpat_Address1->text();
-        patient.pat_Address2 = m_ui->txtpat_Address2->text();
-        patient.pat_BDay = m_ui->txtpat_BDay->value();
-        patient.pat_City = m_ui->txtpat_City->text();
-        patient.pat_Country = m_ui->txtpat_Country->text();
-        patient.pat_Fax = m_ui->txtpat_Fax->text();
-        patient.pat_FName = m_ui->txtpat_FName->text();
-        patient.pat_LName = m_ui->txtpat_LName->text();
-        patient.pat_Notes = m_ui->txtpat_Notes->text();
-        patient.pat_Phone = m_ui->txtpat_Phone->text();
-        patient.pat_State = m_ui->txtpat_State->text();
-        patient.pat_Zip = m_ui->txtpat_Zip->text();
+        m_fields.read(platform::deref(m_patient));
         if (!m_ui->grdRXs->commitEdit())
             return false;
         m_patient = clsPatient().savePatient(m_patient);

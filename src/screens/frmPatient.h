@@ -6,6 +6,7 @@
 #include "records/clsPatient.h"
 #include "screens/BrowsingScreen.h"
 #include "screens/ListedTables.h"
+#include "screens/RecordFields.h"
 
 #include <memory>
 
@@ -35,7 +36,6 @@ public:
     QString nameShown() const;
 
 protected:
-    void setMenuOptions() override;
     void toolDone() override { refreshForm(); }
     void openRecord(std::int16_t key) override;
     void search(const QString& searchText) override { searchPatient(searchText); }
@@ -46,15 +46,11 @@ protected:
     void fillForm() override;
     void emptyForm() override;
     void blankRecord() override { m_patient = std::make_shared<clsPatient>(); }
-    QString saveQuestion() const override { return "Patient data not saved! Save Changes?"; }
 
 private:
     void addTools();
     void deletePatient();
     void translateForm();
-    bool fieldsComplete();
-    /// False with the box in front and its hint shown.
-    bool birthDateReadable();
 
     // Prescriptions (frmPatientRX.cpp)
     platform::Recordset& prescriptions() const;
@@ -72,6 +68,7 @@ private:
 
     std::unique_ptr<Ui::frmPatient> m_ui;
     clsPatientPtr m_patient;
+    RecordFields<clsPatient> m_fields;
     clsFormulaPtr m_formula;
     platform::RecordsetPtr m_rsFormula;
 };

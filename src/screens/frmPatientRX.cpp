@@ -18,7 +18,7 @@ platform::Recordset& frmPatient::prescriptions() const {
     return platform::deref(platform::deref(m_patient).RXs);
 }
 
-bool frmPatient::readyForPrescriptions() { return m_ui->grdRXs->commitEdit() && birthDateReadable(); }
+bool frmPatient::readyForPrescriptions() { return m_ui->grdRXs->commitEdit() && m_fields.readable(); }
 
 void frmPatient::cmdAddRX_Click() {
     guarded("frmPatient:cmdAddRX_Click", [&] {
