@@ -1,7 +1,6 @@
 # What an installed program lays its user's folder out from, and where it finds that: by the way from its own
 # folder, so that the installed tree can be moved. The build tree has the same shape.
 include(GNUInstallDirs)
-set(SORVANTO_DATA_DIR ${CMAKE_INSTALL_DATADIR}/sorvanto)
 file(RELATIVE_PATH SORVANTO_DATA_FROM_EXECUTABLE
      ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/sorvanto)
 
@@ -13,4 +12,3 @@ foreach(file ${SORVANTO_DELIVERED})
   cmake_path(GET file FILENAME name)
   file(CREATE_LINK ${file} ${built}/${name} SYMBOLIC)
 endforeach()
-install(FILES ${SORVANTO_DELIVERED} DESTINATION ${SORVANTO_DATA_DIR})

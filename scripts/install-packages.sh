@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs what is missing on Debian 12, and nothing else: "build" (to build and run the program),
 # "display" (a virtual display for a machine without one), "test" (tools that the tests read results with),
-# "lint" (the linter, by hand), "fuzz" (a compiler with a fuzzer; nothing else needs it).
-#   scripts/install-packages.sh build [display] [test] [lint] [fuzz]       install what is missing (root or sudo)
-#   scripts/install-packages.sh --check build [display] [test] [lint] [fuzz]   only list what is missing; 1 if anything is
+# "package" (to make the package and look it over), "lint" (the linter, by hand), "fuzz" (a compiler with a
+# fuzzer; nothing else needs it).
+#   scripts/install-packages.sh SET...           installs what is missing (root or sudo)
+#   scripts/install-packages.sh --check SET...   only lists what is missing; 1 if anything is
 set -euo pipefail
 
 build="g++ cmake ninja-build ccache mold pkg-config python3
@@ -14,6 +15,7 @@ display="xvfb openbox xauth"
 test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
   cups-daemon cups-client cups-filters printer-driver-cups-pdf"
 lint="clang-tidy"
+package="dpkg-dev lintian desktop-file-utils appstream librsvg2-bin"
 fuzz="clang-14 libclang-rt-14-dev"
 
 check=no
@@ -24,9 +26,10 @@ for argument in "$@"; do
     build) wanted+=" $build" ;;
     display) wanted+=" $display" ;;
     test) wanted+=" $test" ;;
+    package) wanted+=" $package" ;;
     lint) wanted+=" $lint" ;;
     fuzz) wanted+=" $fuzz" ;;
-    *) echo "usage: $0 [--check] build [display] [test] [lint] [fuzz]" >&2; exit 2 ;;
+    *) echo "usage: $0 [--check] build [display] [test] [package] [lint] [fuzz]" >&2; exit 2 ;;
   esac
 done
 
