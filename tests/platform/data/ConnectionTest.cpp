@@ -282,7 +282,7 @@ TEST_F(ConnectionTest, EachStatementIsOnTheDiskWhenItComesBack) {
     support::runSql(path(), u"PRAGMA journal_mode = WAL"_s);
     connection->close();
     open();
-    EXPECT_EQ(setting(u"synchronous"_s), "2") << "FULL";
+    EXPECT_EQ(setting(u"synchronous"_s), "3") << "EXTRA";
     EXPECT_EQ(setting(u"journal_mode"_s), "delete");
 }
 
