@@ -126,6 +126,14 @@ void replaceFile(const QString& finished, const QString& path) {
     flushFolder(target);
 }
 
+bool giveSecondName(const QString& path, const QString& name) {
+    const QByteArray second = QFile::encodeName(platformPath(name));
+    if (::link(QFile::encodeName(platformPath(path)).constData(), second.constData()) != 0)
+        return false;
+    flushFolder(second);
+    return true;
+}
+
 bool makePrivateFolder(const QString& path) {
     const QString native = platformPath(path);
     if (QFileInfo(native).isDir())
@@ -133,7 +141,11 @@ bool makePrivateFolder(const QString& path) {
     const QFileInfo parent(QFileInfo(native).path());
     if (!parent.isDir() && !makePrivateFolder(parent.filePath()))
         return false;
-    return ::mkdir(QFile::encodeName(native).constData(), 0700) == 0 || errno == EEXIST;
+    const QByteArray name = QFile::encodeName(native);
+    if (::mkdir(name.constData(), 0700) != 0)
+        return errno == EEXIST;
+    flushFolder(name);
+    return true;
 }
 
 QString programFolder() {

@@ -32,6 +32,10 @@ void writeFile(const QString& path, const QByteArray& content, Readers readers =
 /// Gives a finished file of the same folder the name of another one, in its place, for good. Throws as writeFile.
 void replaceFile(const QString& finished, const QString& path);
 
+/// Gives a file another name beside its own, for good. False where the file system has no such thing, or the name
+/// is taken.
+bool giveSecondName(const QString& path, const QString& name);
+
 /// Makes a folder that its owner alone may enter, with its parents. True when it is there at the end; one that
 /// was there before keeps its rights.
 bool makePrivateFolder(const QString& path);

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <fcntl.h>
+#include <optional>
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -61,15 +62,33 @@ void refuseInUse(const QString& file) {
         fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(file));
 }
 
-QString putAside(const QString& file) {
-    if (!QFile::exists(file))
-        return {};
-    refuseInUse(file);
-    const QString aside = freeName(file);
-    if (!moveWithJournal(file, aside))
-        fail(error::permissionDenied, u"\"%1\" can't be put aside"_s.arg(file));
-    return aside;
-}
+/// What was at the file's place, kept under a name of its own.
+class PutAside {
+public:
+    /// Where the file system can, the file has both names until another takes its place, so that there is a database
+    /// at every moment. One with an unfinished change can't: its journal would be taken for the other's.
+    explicit PutAside(const QString& file) : m_file(file) {
+        if (!QFile::exists(file))
+            return;
+        refuseInUse(file);
+        m_name = freeName(file);
+        m_hasBoth = !QFile::exists(file + u"-journal"_s) && giveSecondName(file, m_name);
+        if (!m_hasBoth && !moveWithJournal(file, m_name))
+            fail(error::permissionDenied, u"\"%1\" can't be put aside"_s.arg(file));
+    }
+    void putBack() const {
+        if (m_hasBoth)
+            QFile::remove(m_name);
+        else if (!m_name.isEmpty())
+            moveWithJournal(m_name, m_file);
+    }
+    /// Empty when there was nothing.
+    const QString& name() const { return m_name; }
+
+private:
+    QString m_file, m_name;
+    bool m_hasBoth = false;
+};
 
 int askCancelled(void* cancelled) { return (*static_cast<const Cancelled*>(cancelled))() ? 1 : 0; }
 
@@ -101,17 +120,17 @@ QString restoreDatabase(const QString& backup, const QString& file) {
     const QString path = platformPath(file);
     const QString restored = path + u".restored"_s;
     copyDatabase(backup, restored);
-    QString aside;
+    std::optional<PutAside> aside;
     try {
-        aside = putAside(path);
+        aside.emplace(path);
         replaceFile(restored, path);
     } catch (const RuntimeError&) {
-        if (!aside.isEmpty())
-            moveWithJournal(aside, path);
+        if (aside)
+            aside->putBack();
         QFile::remove(restored);
         throw;
     }
-    return aside;
+    return aside->name();
 }
 
 QStringList integrityProblems(const QString& file, const Cancelled& cancelled) {

@@ -222,6 +222,24 @@ TEST_F(Files, TheContentIsOnTheDiskBeforeTheNameAndTheNameBeforeTheEnd) {
     EXPECT_EQ(disk.flushed[1], QFileInfo(m_folder.path()).fileName());
 }
 
+TEST_F(Files, ANewFoldersNameIsFlushedWithTheFolderAroundIt) {
+    disk.flushed.clear();
+    ASSERT_TRUE(makePrivateFolder(path("mixes/closed")));
+    EXPECT_EQ(disk.flushed, QStringList({QFileInfo(m_folder.path()).fileName(), "mixes"}));
+    disk.flushed.clear();
+    ASSERT_TRUE(makePrivateFolder(path("mixes/closed")));
+    EXPECT_EQ(disk.flushed, QStringList()) << "it was there";
+}
+
+TEST_F(Files, ASecondNameIsTheSameFileAndFlushed) {
+    put(path("a.mdb"), "records");
+    disk.flushed.clear();
+    ASSERT_TRUE(giveSecondName(path("a.mdb"), path("b.mdb")));
+    EXPECT_EQ(content(path("b.mdb")), "records");
+    EXPECT_EQ(disk.flushed, QStringList{QFileInfo(m_folder.path()).fileName()});
+    EXPECT_FALSE(giveSecondName(path("a.mdb"), path("b.mdb"))) << "the name is taken";
+}
+
 TEST_F(Files, ADiskThatDoesNotTakeTheContentIsToldAndTheOldFileStays) {
     put(path("a.xml"), "old");
     for (const auto& [failure, number] :
