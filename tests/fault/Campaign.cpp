@@ -1,0 +1,183 @@
+// Kills and power cuts are worked out on the recorded course; failures are real runs, one each.
+#include "Campaign.h"
+
+#include "Disk.h"
+
+#include <QTemporaryDir>
+#include <cerrno>
+#include <iostream>
+
+using namespace Qt::StringLiterals;
+
+namespace fault {
+namespace {
+
+constexpr std::size_t mostKills = 80;
+constexpr std::size_t mostCuts = 120;
+constexpr std::size_t mostFailures = 45;
+
+struct Course {
+    Image start;
+    std::vector<Operation> operations;
+    std::vector<Act> acts;
+    std::set<std::string> states;  ///< allowed ones
+    std::string old, fresh;
+    QStringList told;
+};
+
+struct Counts {
+    std::size_t kills = 0, cuts = 0, failures = 0, refused = 0;
+};
+
+/// In memory, where the system offers that.
+const QString& scratch() {
+    static const QTemporaryDir place(u"/dev/shm/sorvanto-fault-XXXXXX"_s);
+    static const QString folder = (place.isValid() ? place.path() : QDir::tempPath()) + u"/left"_s;
+    return folder;
+}
+
+std::string stateIn(const Deed& deed, const QString& folder) {
+    const Disk::Unseen own;
+    return deed.state(folder);
+}
+
+/// Once without a failure, everything written down.
+Course played(const Deed& deed) {
+    Course course;
+    World world(deed.window);
+    deed.prepare(world);
+    course.old = stateIn(deed, world.folder.path());
+    course.states.insert(course.old);
+    Disk disk(world.folder.path());
+    if (deed.inSteps)
+        world.onStatement = [&] { course.states.insert(stateIn(deed, world.folder.path())); };
+    deed.act(world);
+    world.onStatement = nullptr;
+    const Disk::Unseen own;
+    course.start = disk.start();
+    course.operations = disk.operations();
+    course.acts = disk.acts();
+    course.fresh = deed.state(world.folder.path());
+    course.states.insert(course.fresh);
+    course.told = world.told();
+    EXPECT_NE(course.old, course.fresh) << "the deed does nothing";
+    EXPECT_TRUE(killedAfter(course.start, course.operations, course.operations.size()).contents() ==
+                Image::of(world.folder.path()).contents())
+        << "something was written past the eyes of the test";
+    return course;
+}
+
+void expectOldOrNew(const Deed& deed, const Course& course, const QString& folder, bool finished) {
+    const std::string state = stateIn(deed, folder);
+    EXPECT_TRUE(course.states.contains(state)) << "neither old nor new:\n" << state;
+    if (finished && deed.durable) {
+        EXPECT_EQ(state, course.fresh) << "it was done, and is not there";
+    }
+    EXPECT_EQ(str(problemsOf(folder + u"/sorvanto.mdb"_s).join('\n'_L1)), "");
+}
+
+std::vector<std::size_t> places(const Course& course) {
+    std::vector<std::size_t> all;
+    for (std::size_t count = 0; count <= course.operations.size(); ++count)
+        all.push_back(count);
+    return all;
+}
+
+void killEverywhere(const Deed& deed, const Course& course, Counts& counts) {
+    for (const std::size_t count : drawn(places(course), mostKills)) {
+        SCOPED_TRACE("killed behind " + described(course.operations, count));
+        killedAfter(course.start, course.operations, count).layOut(scratch());
+        expectOldOrNew(deed, course, scratch(), count == course.operations.size());
+        ++counts.kills;
+    }
+}
+
+void cutEverywhere(const Deed& deed, const Course& course, Counts& counts) {
+    std::vector<std::pair<std::size_t, Survival>> all;
+    for (const std::size_t count : places(course))
+        for (const Survival survival : {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly,
+                                        Survival::Part, Survival::Part, Survival::Part})
+            all.emplace_back(count, survival);
+    QRandomGenerator random(seedOfRun());
+    all = drawn(all, mostCuts);
+    for (const Survival last : {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly})
+        all.emplace_back(course.operations.size(), last);
+    for (const auto& [count, survival] : all) {
+        SCOPED_TRACE("power cut behind " + described(course.operations, count) + ", survival " +
+                     std::to_string(static_cast<int>(survival)));
+        powerCutAfter(course.start, course.operations, count, survival, random).layOut(scratch());
+        expectOldOrNew(deed, course, scratch(), count == course.operations.size());
+        ++counts.cuts;
+    }
+}
+
+void failEverywhere(const Deed& deed, const Course& course, Counts& counts) {
+    std::vector<std::pair<std::size_t, Failure>> all;
+    for (std::size_t call = 0; call < course.acts.size(); ++call)
+        for (const Failure& failure : failuresOf(course.acts[call]))
+            all.emplace_back(call, failure);
+    for (const auto& [call, failure] : drawn(all, mostFailures)) {
+        SCOPED_TRACE(std::string("call ") + std::to_string(call) + ", " + nameOf(course.acts[call]) + ": " +
+                     failure.word + (failure.lasting ? " from now on" : " once"));
+        World world(deed.window);
+        deed.prepare(world);
+        {
+            Disk disk(world.folder.path());
+            disk.fail({static_cast<qsizetype>(call), failure.code, failure.lasting});
+            deed.act(world);
+            EXPECT_TRUE(disk.struck()) << "another course than the recorded one";
+        }
+        const std::string state = stateIn(deed, world.folder.path());
+        expectOldOrNew(deed, course, world.folder.path(), false);
+        const QStringList told = world.toldBeyond(course.told);
+        if (!deed.silent && state != course.fresh) {
+            EXPECT_FALSE(told.isEmpty()) << "not done, and not a word of it";
+        }
+        counts.refused += state == course.fresh ? 0 : 1;
+        ++counts.failures;
+    }
+}
+
+}  // namespace
+
+bool longRun() { return qEnvironmentVariableIntValue("SORVANTO_LONG") != 0; }
+
+unsigned seedOfRun() {
+    return qEnvironmentVariableIsSet("SEED") ? qEnvironmentVariable("SEED").toUInt() : 1U;
+}
+
+std::vector<Failure> failuresOf(Act act) {
+    switch (act) {
+    case Act::Create:
+    case Act::Write:
+    case Act::Truncate:
+    case Act::MakeFolder:
+        return {
+            {ENOSPC, false, "full"}, {ENOSPC, true, "full"}, {EIO, false, "broken"}, {EIO, true, "broken"}};
+    case Act::Lock:
+        return {{EAGAIN, false, "busy"}, {EAGAIN, true, "busy"}};
+    default:
+        return {{EIO, false, "broken"}, {EIO, true, "broken"}};
+    }
+}
+
+std::string described(const std::vector<Operation>& operations, std::size_t count) {
+    if (count == 0)
+        return "the beginning";
+    const Operation& last = operations[count - 1];
+    return "operation " + std::to_string(count) + " of " + std::to_string(operations.size()) + ", " +
+           nameOf(last.act) + " " + last.name.toStdString();
+}
+
+void campaign(const Deed& deed) {
+    const Course course = played(deed);
+    Counts counts;
+    killEverywhere(deed, course, counts);
+    cutEverywhere(deed, course, counts);
+    failEverywhere(deed, course, counts);
+    std::cout << "fault: " << deed.name << ": " << course.acts.size() << " calls, " << counts.kills
+              << " kills, " << counts.cuts << " power cuts, " << counts.failures << " failing calls ("
+              << counts.refused << " stopped it)\n";
+}
+
+}  // namespace fault

@@ -1,0 +1,214 @@
+// Everything that the program writes but the batch: formulas, deletions, options, texts, exports, copies, updates,
+// a restore.
+#include "Campaign.h"
+
+#include "config/clsOptions.h"
+#include "core/DailyBackup.h"
+#include "core/DatabaseUpdater.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Backup.h"
+#include "platform/report/ReportOutput.h"
+#include "platform/report/ReportRun.h"
+#include "platform/widgets/Boxes.h"
+#include "reports/rptChemicals.h"
+#include "shared/Translator.h"
+
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace sorvanto;
+
+namespace fault {
+namespace {
+
+std::string databaseState(const QString& folder) { return recordsOf(folder + u"/sorvanto.mdb"_s); }
+
+QByteArray fileIn(const QString& folder, const QString& name) {
+    QFile file(folder + '/'_L1 + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// But for the folder, which is another one each time.
+std::string optionsState(const QString& folder) {
+    QString options = QString::fromUtf8(fileIn(folder, u"options.xml"_s));
+    return options.remove(QRegularExpression(u"(?<=<DBLocation>)[^<]*"_s)).toStdString();
+}
+
+/// What throws says so to its caller, who tells the user.
+template <class Body>
+void telling(World& world, Body body) {
+    try {
+        body();
+    } catch (const platform::RuntimeError& failure) {
+        world.say(failure.description());
+    }
+}
+
+void chooseFormula(World& world) {
+    world.click(u"cmdFormulas"_s);
+    world.search(u"Cooling Gel"_s);
+}
+
+}  // namespace
+
+TEST(Deeds, AFormulaIsSaved) {
+    campaign({.name = "saved formula",
+              .prepare =
+                  [](World& world) {
+                      chooseFormula(world);
+                      world.click(u"cmdEdit"_s);
+                      support::child<platform::TextBox>(*world.window->screen(formulas), u"txtfrm_Desc"_s)
+                          ->setText(u"another description"_s);
+                  },
+              .act = [](World& world) { world.click(u"cmdSave"_s); },
+              .state = databaseState,
+              .inSteps = true});
+}
+
+TEST(Deeds, AFormulaIsDeleted) {
+    campaign({.name = "deleted formula",
+              .prepare = chooseFormula,
+              .act = [](World& world) { world.click(u"cmdDelete"_s); },
+              .state = databaseState,
+              .inSteps = true});
+}
+
+TEST(Deeds, ABatchIsDeleted) {
+    campaign({.name = "deleted batch",
+              .prepare =
+                  [](World& world) {
+                      world.click(u"cmdLogs"_s);
+                      world.click(u"cmdLast"_s);
+                  },
+              .act = [](World& world) { world.click(u"cmdDelete"_s); },
+              .state = databaseState,
+              .inSteps = true});
+}
+
+TEST(Deeds, OptionsAreSaved) {
+    campaign({.name = "options",
+              .prepare = [](World&) {},
+              .act =
+                  [](World&) {
+                      basMain::Options->StoreName(u"Another store"_s);
+                      basMain::Options->saveOptions();
+                  },
+              .state = optionsState});
+}
+
+TEST(Deeds, ATextIsAddedToTheLanguageFile) {
+    campaign(
+        {.name = "new text",
+         .prepare = [](World&) {},
+         .act =
+             [](World&) {
+                 QString text = u"A text that nobody has seen"_s;
+                 QString result;
+                 basMain::Language->translate(text, result);
+                 EXPECT_EQ(result, text);
+             },
+         .state =
+             [](const QString& folder) { return fileIn(folder, u"EnglishTranslation.xml"_s).toStdString(); },
+         .silent = true});
+}
+
+TEST(Deeds, AReportIsExported) {
+    campaign(
+        {.name = "export",
+         .prepare = [](World& world) { world.click(u"cmdChemicals"_s); },
+         .act = [](World& world) { world.click(u"mnuReportx"_s); },
+         .state = [](const QString& folder) { return fileIn(folder, u"Chemicals.xls"_s).toStdString(); }});
+}
+
+TEST(Deeds, APdfIsSaved) {
+    campaign({.name = "PDF",
+              .prepare = [](World&) {},
+              .act =
+                  [](World& world) {
+                      platform::ReportRun run(std::make_unique<rptChemicals>());
+                      run.makeAll();
+                      telling(world,
+                              [&] { platform::savePdf(run.document(), world.folder.path(u"list.pdf"_s)); });
+                  },
+              .state =
+                  [](const QString& folder) {
+                      const QByteArray pdf = fileIn(folder, u"list.pdf"_s);
+                      const bool whole = pdf.startsWith("%PDF") && pdf.trimmed().endsWith("%%EOF");
+                      return std::string(whole ? "whole" : pdf.isEmpty() ? "none" : "part");
+                  }});
+}
+
+namespace {
+
+/// Only what bears a copy's name counts.
+std::string copiesState(const QString& folder) {
+    std::string state = databaseState(folder);
+    const QDir backups(folder + u"/backups"_s);
+    for (const QString& name : backups.entryList({u"*.mdb"_s}, QDir::Files, QDir::Name)) {
+        state += name.toStdString() + ": ";
+        const QStringList problems = problemsOf(backups.filePath(name));
+        state += problems.isEmpty() ? recordsOf(backups.filePath(name)) : problems.join(' '_L1).toStdString();
+    }
+    return state;
+}
+
+}  // namespace
+
+TEST(Deeds, TheDaysCopyIsMade) {
+    campaign({.name = "day's copy",
+              .prepare = [](World&) {},
+              .act =
+                  [](World& world) {
+                      DailyBackup backup(0);
+                      backup.startSoon();
+                      EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20'000)) << "hangs";
+                      world.clock.advance(1);
+                  },
+              .state = copiesState});
+}
+
+namespace {
+
+void update(World& world) {
+    telling(world, [&] {
+        QString version = basMain::Options->DBVersion();
+        bool applied = false;
+        DatabaseUpdater().ApplyUpdates(openDB(), world.folder.path(u"dbupdate.xml"_s), version, applied);
+        if (applied)
+            basMain::Options->DBVersion(version);
+    });
+}
+
+}  // namespace
+
+TEST(Deeds, TheDatabaseIsUpdated) {
+    campaign({.name = "update",
+              .prepare =
+                  [](World& world) {
+                      ASSERT_TRUE(QFile::copy(QStringLiteral(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"),
+                                              world.folder.path(u"dbupdate.xml"_s)));
+                  },
+              .act = update,
+              .state = databaseState,
+              .inSteps = true});
+}
+
+TEST(Deeds, ACopyIsRestored) {
+    campaign({.name = "restore",
+              .window = World::Window::None,
+              .prepare =
+                  [](World& world) {
+                      platform::backupDatabase(world.databasePath(), world.folder.path(u"kept.mdb"_s));
+                      support::runSql(world.databasePath(), u"DELETE FROM LogChem; DELETE FROM FormChem"_s);
+                  },
+              .act =
+                  [](World& world) {
+                      telling(world, [&] {
+                          platform::restoreDatabase(world.folder.path(u"kept.mdb"_s), world.databasePath());
+                      });
+                  },
+              .state = databaseState});
+}
+
+}  // namespace fault
