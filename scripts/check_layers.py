@@ -15,7 +15,7 @@ import sys
 LAYERS = [
     ["platform/basic"],
     ["platform/ask", "platform/xml", "platform/data", "platform/serial"],
-    ["platform/widgets"],
+    ["db", "platform/widgets"],
     ["platform/report"],
     ["setup"],
     ["mixer/protocol"],
@@ -38,7 +38,8 @@ ONLY = {
     "mixer": {"platform/basic", "platform/xml", "platform/ask", "platform/serial", "platform/widgets",
               "mixer/protocol"},
     "tools/mixersim": {"platform/basic", "platform/serial", "mixer/protocol"},
-    "tools/db": {"platform/basic", "platform/data", "platform/xml"},
+    "db": {"platform/basic", "platform/data"},
+    "tools/db": {"platform/basic", "platform/data", "platform/xml", "db"},
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')

@@ -26,17 +26,29 @@ QString languageName(std::int16_t language) {
 
 clsLanguage::clsLanguage() : m_document(platform::XmlDocument::create()) {}
 
+void clsLanguage::choose(std::int16_t language) {
+    m_language = languageName(language);
+    m_path = platform::platformPath(platform::programFolder() + u"\\"_s + m_language + u"Translation.xml"_s);
+}
+
 void clsLanguage::setLanguage(std::int16_t language) {
     guarded(u"clsLanguage:setLanguage"_s, [&] {
-        m_language = languageName(language);
-        m_path =
-            platform::platformPath(platform::programFolder() + u"\\"_s + m_language + u"Translation.xml"_s);
-        if (platform::fileExists(m_path))
-            m_document->load(m_path);
-        else
+        choose(language);
+        if (!platform::fileExists(m_path))
             CreateLanguages();
+        else if (!m_document->load(m_path))
+            throw platform::RuntimeError(
+                platform::error::general,
+                u"The language file %1 can't be read: %2. The texts are English, and the file stays as it is."_s
+                    .arg(m_path, m_document->problem()));
         indexEntries();
     });
+}
+
+void clsLanguage::readLanguage(std::int16_t language) {
+    choose(language);
+    if (platform::fileExists(m_path) && m_document->load(m_path))
+        indexEntries();
 }
 
 void clsLanguage::CreateLanguages() {

@@ -16,10 +16,14 @@ public:
     clsLanguage();
     /// Loads or creates the file of the language (0 English to 7 Swiss; any other has an empty name).
     void setLanguage(std::int16_t language);
+    /// As setLanguage, but makes no file and reports nothing.
+    void readLanguage(std::int16_t language);
     void translate(QString& text, QString& result) override;
     QString translationPath() override;
 
 private:
+    /// Name and path.
+    void choose(std::int16_t language);
     void CreateLanguages();
     /// The first entry of each English text, so that a lookup doesn't walk through the file.
     void indexEntries();

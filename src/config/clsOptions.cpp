@@ -2,6 +2,7 @@
 #include "config/clsOptions.h"
 
 #include "config/Configuration.h"
+#include "config/LastGoodOptions.h"
 #include "config/frmOptions.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/Paths.h"
@@ -37,12 +38,37 @@ void clsOptions::Class_Initialize() {
         basMain::databaseLocation = [] { return platform::deref(basMain::Options).DBLocation(); };
         basMain::editOptions = frmOptions::edit;
         m_path = platform::platformPath(platform::programFolder() + u"\\options.xml"_s);
-        if (platform::fileExists(m_path)) {
-            m_document = platform::XmlDocument::create();
-            m_document->load(m_path);
-        } else {
+        if (platform::fileExists(m_path))
+            load();
+        else
             CreateConfig();
-        }
+    });
+}
+
+void clsOptions::load() {
+    m_document = platform::XmlDocument::create();
+    if (m_document->load(m_path)) {
+        m_problem.clear();
+        return lastGoodOptions::keep(m_path);
+    }
+    m_problem = m_document->problem();
+    throw platform::RuntimeError(
+        platform::error::general,
+        u"The options in %1 can't be read: %2. The file stays as it is."_s.arg(m_path, m_problem));
+}
+
+void clsOptions::takeLastGood() {
+    guarded(u"clsOptions:takeLastGood"_s, [&] {
+        lastGoodOptions::putBack(m_path);
+        load();
+    });
+}
+
+void clsOptions::startAnew() {
+    guarded(u"clsOptions:startAnew"_s, [&] {
+        lastGoodOptions::putAside(m_path);
+        m_problem.clear();
+        CreateConfig();
     });
 }
 
@@ -65,8 +91,10 @@ void clsOptions::createNode(const QString& parentName, const QString& nodeName, 
 
 void clsOptions::saveOptions() {
     guarded(u"clsOptions:saveOptions"_s, [&] {
-        if (platform::deref(m_document).root())
-            m_document->save(m_path);
+        if (!platform::deref(m_document).root())
+            return;
+        m_document->save(m_path);
+        lastGoodOptions::keep(m_path);
     });
 }
 

@@ -19,6 +19,13 @@ public:
     /// on the disk stays as it is.
     void saveOptions();
 
+    /// Why options.xml can't be read; empty when it was.
+    QString problem() const { return m_problem; }
+    /// Goes on with the last file that could be read, or with new options (which ask the language as at a first
+    /// start); the broken file is kept as options.broken.xml. Failures are reported.
+    void takeLastGood();
+    void startAnew();
+
     std::int16_t Language() const;
     void Language(std::int16_t number);
     std::int16_t CommPort() const;
@@ -58,6 +65,7 @@ public:
 private:
     void Class_Initialize();
     void Class_Terminate();
+    void load();
     void CreateConfig();
     void createNode(const QString& parentName, const QString& nodeName, const QString& nodeText);
     /// Throws objectNotSet when the element is missing.
@@ -67,6 +75,7 @@ private:
 
     platform::XmlDocumentPtr m_document;
     QString m_path;
+    QString m_problem;
 };
 
 }  // namespace sorvanto

@@ -58,6 +58,14 @@ void fill(platform::ChoiceBox& box, const QStringList& entries, const QString& w
     box.setListIndex(static_cast<int>(entries.indexOf(wanted)));
 }
 
+/// Property of a box that shows what is stored.
+constexpr const char* loaded = "loaded";
+
+void setLoaded(QWidget& box) { box.setProperty(loaded, true); }
+
+/// What could not be loaded is not saved, unless the user has filled the box himself.
+bool isToBeStored(const QWidget& box, bool blank) { return box.property(loaded).toBool() || !blank; }
+
 }  // namespace
 
 frmOptions::frmOptions(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmOptions>()) {
@@ -84,13 +92,17 @@ void frmOptions::Form_Load() {
         ListCurrency();
         fillTexts();
         m_ui->cboPort->setBoxText(QString::number(options().CommPort()));
+        setLoaded(*m_ui->cboPort);
         showLanguage(options().Language());
+        setLoaded(*m_ui->cboLanguage);
         const QString path = options().DBLocation();
         m_ui->txtDB->setText(ShortenString(path, pathLimit));
         m_ui->txtDB->setProperty(tag, path);
         m_ui->txtDB->setToolTip(path);
         m_ui->chkPatients->setChecked(options().ShowPatients() != 0);
+        setLoaded(*m_ui->chkPatients);
         m_ui->chkOverSpeed->setChecked(options().OverrideSpeed() != 0);
+        setLoaded(*m_ui->chkOverSpeed);
     });
 }
 
@@ -133,6 +145,7 @@ void frmOptions::ListPrinters() {
         m_ui->cboPrinter->clear();
         const QString chosen = options().DefPrinter();
         fill(*m_ui->cboPrinter, printerNames(), chosen);
+        setLoaded(*m_ui->cboPrinter);
     });
 }
 
@@ -142,18 +155,23 @@ void frmOptions::ListCurrency() {
         m_ui->cboCurrency->clear();
         const QString chosen = options().DefCurrency();
         fill(*m_ui->cboCurrency, {table[0], table[1]}, chosen);
+        setLoaded(*m_ui->cboCurrency);
     });
 }
 
 void frmOptions::fillTexts() {
-    m_ui->txtAddress->setText(options().Address());
-    m_ui->txtCity->setText(options().City());
-    m_ui->txtDEA->setText(options().DEA());
-    m_ui->txtFax->setText(options().Fax());
-    m_ui->txtPhone->setText(options().Phone());
-    m_ui->txtState->setText(options().State());
-    m_ui->txtStoreName->setText(options().StoreName());
-    m_ui->txtZip->setText(options().Zip());
+    const auto show = [](platform::TextBox& box, const QString& text) {
+        box.setText(text);
+        setLoaded(box);
+    };
+    show(*m_ui->txtAddress, options().Address());
+    show(*m_ui->txtCity, options().City());
+    show(*m_ui->txtDEA, options().DEA());
+    show(*m_ui->txtFax, options().Fax());
+    show(*m_ui->txtPhone, options().Phone());
+    show(*m_ui->txtState, options().State());
+    show(*m_ui->txtStoreName, options().StoreName());
+    show(*m_ui->txtZip, options().Zip());
 }
 
 void frmOptions::showLanguage(std::int16_t language) {
@@ -178,26 +196,43 @@ void frmOptions::cmdDB_Click() {
 }
 
 void frmOptions::storeTexts() const {
-    options().Address(m_ui->txtAddress->text());
-    options().City(m_ui->txtCity->text());
-    options().DEA(m_ui->txtDEA->text());
-    options().Fax(m_ui->txtFax->text());
-    options().Phone(m_ui->txtPhone->text());
-    options().State(m_ui->txtState->text());
-    options().StoreName(m_ui->txtStoreName->text());
-    options().Zip(m_ui->txtZip->text());
+    using Getter = QString (clsOptions::*)() const;
+    using Setter = void (clsOptions::*)(const QString&);
+    const auto store = [](Getter get, Setter set, const platform::TextBox& box) {
+        // A missing element stops the saving all the same.
+        (options().*set)(isToBeStored(box, box.text().isEmpty()) ? box.text() : (options().*get)());
+    };
+    store(&clsOptions::Address, &clsOptions::Address, *m_ui->txtAddress);
+    store(&clsOptions::City, &clsOptions::City, *m_ui->txtCity);
+    store(&clsOptions::DEA, &clsOptions::DEA, *m_ui->txtDEA);
+    store(&clsOptions::Fax, &clsOptions::Fax, *m_ui->txtFax);
+    store(&clsOptions::Phone, &clsOptions::Phone, *m_ui->txtPhone);
+    store(&clsOptions::State, &clsOptions::State, *m_ui->txtState);
+    store(&clsOptions::StoreName, &clsOptions::StoreName, *m_ui->txtStoreName);
+    store(&clsOptions::Zip, &clsOptions::Zip, *m_ui->txtZip);
+}
+
+void frmOptions::storeChoices() const {
+    if (isToBeStored(*m_ui->cboPort, m_ui->cboPort->boxText().isEmpty()))
+        options().CommPort(platform::toInt16(platform::leadingNumber(m_ui->cboPort->boxText())));
+    if (isToBeStored(*m_ui->cboLanguage, m_ui->cboLanguage->listIndex() < 0))
+        options().Language(static_cast<std::int16_t>(m_ui->cboLanguage->listIndex()));
+    if (m_ui->txtDB->property(tag).isValid())
+        options().DBLocation(m_ui->txtDB->property(tag).toString());
+    if (isToBeStored(*m_ui->chkPatients, !m_ui->chkPatients->isChecked()))
+        options().ShowPatients(m_ui->chkPatients->isChecked() ? 1 : 0);
+    if (isToBeStored(*m_ui->chkOverSpeed, !m_ui->chkOverSpeed->isChecked()))
+        options().OverrideSpeed(m_ui->chkOverSpeed->isChecked() ? 1 : 0);
+    if (isToBeStored(*m_ui->cboCurrency, m_ui->cboCurrency->boxText().isEmpty()))
+        options().DefCurrency(m_ui->cboCurrency->boxText());
+    if (isToBeStored(*m_ui->cboPrinter, m_ui->cboPrinter->boxText().isEmpty()))
+        options().DefPrinter(m_ui->cboPrinter->boxText());
 }
 
 void frmOptions::cmdSave_Click() {
     guarded(u"frmOptions:cmdSave_Click"_s, [&] {
         storeTexts();
-        options().CommPort(platform::toInt16(platform::leadingNumber(m_ui->cboPort->boxText())));
-        options().Language(static_cast<std::int16_t>(m_ui->cboLanguage->listIndex()));
-        options().DBLocation(m_ui->txtDB->property(tag).toString());
-        options().ShowPatients(m_ui->chkPatients->isChecked() ? 1 : 0);
-        options().OverrideSpeed(m_ui->chkOverSpeed->isChecked() ? 1 : 0);
-        options().DefCurrency(m_ui->cboCurrency->boxText());
-        options().DefPrinter(m_ui->cboPrinter->boxText());
+        storeChoices();
         options().saveOptions();
         accept();
     });

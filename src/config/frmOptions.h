@@ -34,6 +34,7 @@ private:
     void fillTexts();
     void showLanguage(std::int16_t language);
     void storeTexts() const;
+    void storeChoices() const;
 
     void cmdDB_Click();
     void cmdSave_Click();

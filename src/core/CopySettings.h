@@ -1,4 +1,5 @@
-// Where else copies of the database go, and when the last one was tried out: copies.ini beside the program.
+// Where else copies of the database go, when the last one was tried out, and which database was last open under
+// which path: copies.ini beside the program.
 #pragma once
 
 #include <QString>
@@ -11,6 +12,12 @@ struct CopySettings {
 
     static CopySettings read();
     void write() const;
+
+    /// Identity of the database that was last open under that path; empty when none is known. When the file is
+    /// lost, nothing else tells which copies are of it.
+    static QString identityOf(const QString& database);
+    /// Writes only what is new.
+    static void remember(const QString& database, const QString& identity);
 };
 
 }  // namespace sorvanto

@@ -1,8 +1,10 @@
 #include "core/Parts.h"
 
 #include "config/frmOptions.h"
+#include "core/DatabaseRescue.h"
 #include "core/DatabaseUpdater.h"
 #include "core/InstanceLock.h"
+#include "core/OptionsRescue.h"
 #include "mixing/frmSorvanto.h"
 #include "platform/basic/Paths.h"
 #include "screens/frmChemical.h"
@@ -45,6 +47,12 @@ Parts realParts() {
     setScreens(parts);
     parts.reporter = [] { return std::make_shared<ErrorReporter>(); };
     parts.updater = [] { return std::make_unique<DatabaseUpdater>(); };
+    parts.rescueOptions = offerOptions;
+    parts.databaseRescue = [](bool firstStart) {
+        return [rescue = std::make_shared<DatabaseRescue>(firstStart)](const QString& path) {
+            return rescue->offer(path);
+        };
+    };
     parts.previousInstance = [] {
         // Held to the end of the process.
         static InstanceLock lock(platform::programFolder() + u"\\sorvanto.lock"_s);

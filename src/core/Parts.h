@@ -15,6 +15,7 @@ namespace sorvanto {
 
 class ctlSorvanto;
 class DatabaseUpdater;
+class clsOptions;
 class ErrorReporter;
 class frmCurrFormula;
 class RecordScreen;
@@ -32,6 +33,11 @@ struct Parts {
     /// The text for the title bar that the formula screen offers.
     std::function<QString(RecordScreen&)> formName;
     std::function<std::unique_ptr<DatabaseUpdater>()> updater;
+    /// Asked about options that may not have been read; may be empty.
+    std::function<void(clsOptions&)> rescueOptions;
+    /// Makes what is asked about a database that is missing or can't be opened; may be empty. firstStart: there
+    /// were no options yet.
+    std::function<std::function<bool(const QString& path)>(bool firstStart)> databaseRescue;
     /// Whether the program already runs; asked once.
     std::function<bool()> previousInstance;
     /// Shows the options dialog to its end.

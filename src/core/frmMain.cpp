@@ -57,6 +57,7 @@ frmMain::~frmMain() {
     if (basMain::Main == this) {
         basMain::Main = nullptr;
         basMain::editOptions = nullptr;
+        basMain::rescueDatabase = nullptr;
     }
 }
 

@@ -77,6 +77,7 @@ private:
     void loadSharedObjects(const ResumeNext& step);
     void describeReports(const ResumeNext& step);
     void updateDatabase(const ResumeNext& step);
+    void rememberDatabase();
     void loadLanguage(const ResumeNext& step);
     void refuseSecondInstance(const ResumeNext& step);
     void translateItself(const ResumeNext& step);

@@ -2,6 +2,7 @@
 // that one failure is reported and the start goes on with whatever is there.
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
+#include "core/CopySettings.h"
 #include "core/DatabaseUpdater.h"
 #include "core/DeskWatch.h"
 #include "core/DraftOffers.h"
@@ -15,6 +16,7 @@
 #include "platform/widgets/Texts.h"
 #include "shared/DraftStore.h"
 #include "shared/ErrorReporter.h"
+#include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
@@ -76,7 +78,12 @@ void frmMain::loadSharedObjects(const ResumeNext& step) {
         basMain::ErrorReporter = m_parts.reporter();
         m_strip->follow(basMain::ErrorReporter);
     });
+    const bool firstStart = !platform::fileExists(platform::programFolder() + u"\\options.xml"_s);
     step([&] { basMain::Options = std::make_shared<clsOptions>(); });
+    if (m_parts.rescueOptions)
+        step([&] { m_parts.rescueOptions(deref(basMain::Options)); });
+    if (m_parts.databaseRescue)
+        basMain::rescueDatabase = m_parts.databaseRescue(firstStart);
     // The dialog opened for another location of the database shows its result in the window as well.
     basMain::editOptions = [this] { editOptions(); };
 }
@@ -107,7 +114,16 @@ void frmMain::updateDatabase(const ResumeNext& step) {
     step([&] { deref(m_updater).ApplyUpdates(connection, path, version, applied); });
     if (applied)
         step([&] { deref(basMain::Options).DBVersion(version); });
+    step([&] { rememberDatabase(); });
     showDatabaseName();
+}
+
+// When the file is lost one day, its identity tells which copies are of it.
+void frmMain::rememberDatabase() {
+    const auto connection = basMain::gConnection;
+    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
+    if (identity && basMain::databaseLocation)
+        CopySettings::remember(basMain::databaseLocation(), identity->identity);
 }
 
 void frmMain::loadLanguage(const ResumeNext& step) {

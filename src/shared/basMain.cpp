@@ -38,6 +38,7 @@ bool reportCancelled = false;
 
 std::function<QString()> databaseLocation;
 std::function<void()> editOptions;
+std::function<bool(const QString& path)> rescueDatabase;
 std::function<void()> endProgram = endAtOnce;
 
 QString tableEntry(const QStringList& table, int index) {
@@ -60,6 +61,7 @@ void reset() {
     reportCancelled = false;
     databaseLocation = nullptr;
     editOptions = nullptr;
+    rescueDatabase = nullptr;
     endProgram = endAtOnce;
     ErrorReporter.reset();
 }

@@ -39,6 +39,9 @@ extern bool labelsCancelled, reportCancelled;
 /// The database path of the options and the dialog that edits it; set by those who have them.
 extern std::function<QString()> databaseLocation;
 extern std::function<void()> editOptions;
+/// Asked before the user is told that the database at a path is missing or can't be opened; true when it is to be
+/// opened once more. May be empty.
+extern std::function<bool(const QString& path)> rescueDatabase;
 /// Ends the process at once; tests put their own in its place.
 extern std::function<void()> endProgram;
 

@@ -57,6 +57,8 @@ bool askNewLocation(const ResumeNext& step) {
     return true;
 }
 
+bool isRescued(const QString& path) { return basMain::rescueDatabase && basMain::rescueDatabase(path); }
+
 void tellNotFound() {
     platform::MsgBox(u"Database file not found. Please set in options"_s,
                      {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
@@ -76,10 +78,13 @@ platform::ConnectionPtr openDB() {
         QString path;
         step([&] { path = databasePath(); });
         step([&] {
-            if (!platform::fileExists(path))
-                tellNotFound();
-            else if (openFile(path) == Outcome::LocationInvalid)
-                again = askNewLocation(step);
+            if (!platform::fileExists(path)) {
+                again = isRescued(path);
+                if (!again)
+                    tellNotFound();
+            } else if (openFile(path) == Outcome::LocationInvalid) {
+                again = isRescued(path) || askNewLocation(step);
+            }
         });
     }
     return basMain::gConnection;

@@ -164,6 +164,10 @@ TEST_F(clsLanguageTest, ABrokenFileShowsEnglishAndStaysAsItIs) {
     for (const QByteArray broken : {"garbage", "", "<Translations>", "<Other/>", "<a/><b/>"}) {
         folder.write("GermanTranslation.xml", broken);
         store.setLanguage(2);
+        if (broken != "<Other/>") {
+            const QString told = expectReport("clsLanguage:setLanguage").description;
+            EXPECT_TRUE(told.contains("GermanTranslation.xml can't be read: ")) << told.toStdString();
+        }
         EXPECT_EQ(translate("Lot"), "Lot");
         EXPECT_EQ(translate("Lot"), "Lot");
         EXPECT_EQ(file(), broken);

@@ -7,6 +7,8 @@
 #include "support/Hindrances.h"
 #include "support/TestProgram.h"
 
+#include <sys/stat.h>
+
 using sorvanto::clsOptions;
 namespace basMain = sorvanto::basMain;
 namespace error = platform::error;
@@ -320,6 +322,10 @@ class BrokenOptionsTest : public clsOptionsTest, public ::testing::WithParamInte
 TEST_P(BrokenOptionsTest, EachReadFailsAndTheFileStaysAsItIs) {
     const QByteArray broken(GetParam());
     load(broken);
+    if (!options().problem().isEmpty()) {
+        const QString told = expectReport("clsOptions:Class_Initialize").description;
+        EXPECT_TRUE(told.contains("options.xml can't be read")) << told.toStdString();
+    }
     for (const auto& property : textProperties) {
         EXPECT_EQ(failureOf([&] { property.get(options()); }), error::objectNotSet) << property.element;
         EXPECT_EQ(failureOf([&] { property.set(options(), "x"); }), error::objectNotSet) << property.element;
@@ -337,6 +343,46 @@ INSTANTIATE_TEST_SUITE_P(Files, BrokenOptionsTest,
                          ::testing::Values("garbage", "", "<Configuration><Options>", "<Configuration/>",
                                            "<Configuration><Version>1</Version></Configuration>", "<a/><b/>",
                                            "\xff\xfe\x00", "<Other><Thing/></Other>"));
+
+TEST_F(clsOptionsTest, TheLastGoodFileComesBackAndTheBrokenOneIsKept) {
+    options().City("Elsewhere");
+    options().saveOptions();
+    const QByteArray good = file();
+    load("<Configuration><Opt");
+    EXPECT_TRUE(expectReport("clsOptions:Class_Initialize").description.contains("line 1"));
+    EXPECT_FALSE(options().problem().isEmpty());
+    options().takeLastGood();
+    EXPECT_EQ(options().problem(), "");
+    EXPECT_EQ(options().City(), "Elsewhere");
+    EXPECT_EQ(file(), good);
+    EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
+}
+
+TEST_F(clsOptionsTest, ABrokenFileDoesNotBecomeTheLastGoodOne) {
+    const QByteArray good = file();
+    load("<Configuration><Opt");
+    expectReport("clsOptions:Class_Initialize");
+    options().saveOptions();
+    EXPECT_EQ(folder.read("options.last-good.xml"), good);
+}
+
+TEST_F(clsOptionsTest, APipeInTheFilesPlaceKeepsNobodyWaiting) {
+    basMain::Options.reset();
+    QFile::remove(folder.path("options.xml"));
+    ASSERT_EQ(::mkfifo(folder.path("options.xml").toLocal8Bit().constData(), 0600), 0);
+    basMain::Options = std::make_shared<clsOptions>();
+    EXPECT_TRUE(expectReport("clsOptions:Class_Initialize").description.contains("no regular file"));
+}
+
+TEST_F(clsOptionsTest, AFileThatIsTooLargeIsToldWithItsSize) {
+    basMain::Options.reset();
+    QFile large(folder.path("options.xml"));
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(100'000'000));
+    large.close();
+    basMain::Options = std::make_shared<clsOptions>();
+    EXPECT_TRUE(
+        expectReport("clsOptions:Class_Initialize").description.contains("it has 100 MB, at most 16"));
+}
 
 TEST_F(clsOptionsTest, ASaveThatFailsLeavesTheOldFileWhole) {
     const QByteArray before = file();

@@ -345,11 +345,20 @@ TEST_F(frmOptionsTest, ALanguageThatTheListLacksStopsTheLoading) {
         EXPECT_FALSE(child<QCheckBox>(form, "chkPatients")->isChecked());
         EXPECT_EQ(text(form, "txtZip"), "54321");
         EXPECT_EQ(child<ChoiceBox>(form, "cboPort")->boxText(), "1");
+        const QByteArray before = file();
         click(form, "cmdSave");
-        EXPECT_TRUE(file().contains("<DBLocation/>")) << file().toStdString();
-        EXPECT_TRUE(file().contains("<Language>-1</Language>"));
-        EXPECT_TRUE(file().contains("<ShowPatients>0</ShowPatients>"));
+        EXPECT_EQ(file(), before) << "what was never loaded is never saved";
     }
+}
+
+TEST_F(frmOptionsTest, WhatWasChosenInsteadOfAnUnknownLanguageIsSaved) {
+    loadWith("<Language>0", "<Language>8");
+    frmOptions form;
+    EXPECT_EQ(expectReport("frmOptions:Form_Load").number, "380");
+    const QByteArray before = file();
+    child<ChoiceBox>(form, "cboLanguage")->setListIndex(2);
+    click(form, "cmdSave");
+    EXPECT_EQ(file(), QByteArray(before).replace("<Language>8<", "<Language>2<"));
 }
 
 TEST_F(frmOptionsTest, ABrokenPortNumberStopsTheLoading) {

@@ -56,6 +56,10 @@ const QMap<QString, std::pair<int, const char*>> withoutRow{
     {u"platform/widgets/ModalForm showModal"_s, {1, "the way of all forms"}},
     {u"class ModalForm"_s, {1, "the base of all forms"}},
     {u"class AskDialog"_s, {1, "the window of all boxes"}},
+    {u"class StartQuestion"_s, {1, "at the start, before the mixer is opened, or without a database"}},
+    {u"core/StartQuestion showModal"_s,
+     {1, "at the start, before the mixer is opened, or without a database"}},
+    {u"core/DatabaseRescue openFile"_s, {1, "at the first start, before the mixer is opened"}},
     {u"class ErrorReportList"_s, {1, "stands beside the window and blocks nothing"}},
     {u"class DraftReader"_s, {1, "stands beside the window and blocks nothing"}},
 };

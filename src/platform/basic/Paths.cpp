@@ -72,9 +72,9 @@ bool writeAll(int file, const QByteArray& content) {
     return true;
 }
 
-/// A device, pipe or the like is written straight: there is nothing to be renamed over.
+/// A device, pipe or the like is written straight: there is nothing to be renamed over. Never waits for a reader.
 void writeStraight(const QString& path, const QByteArray& target, const QByteArray& content) {
-    Descriptor file(::open(target.constData(), O_WRONLY | O_CLOEXEC));
+    Descriptor file(::open(target.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
     if (file.number() < 0 || !writeAll(file.number(), content) || !file.close())
         throwWriteError(errno, path);
 }
@@ -117,7 +117,41 @@ void writeBeside(const QString& path, const QByteArray& target, const QByteArray
     flushFolder(target);
 }
 
+QByteArray readAll(int file, qint64 size) {
+    QByteArray content(size, Qt::Uninitialized);
+    qint64 done = 0;
+    while (done < size) {
+        const auto count = ::read(file, content.data() + done, static_cast<std::size_t>(size - done));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw RuntimeError(error::deviceIo, QString::fromLocal8Bit(std::strerror(errno)));
+        if (count == 0)
+            break;
+        done += count;
+    }
+    content.truncate(done);
+    return content;
+}
+
+QString megabytes(qint64 bytes) { return QString::number((bytes + 999'999) / 1'000'000); }
+
 }  // namespace
+
+QByteArray readFile(const QString& path, qint64 largest) {
+    const Descriptor file(
+        ::open(QFile::encodeName(platformPath(path)).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.number() < 0)
+        throw RuntimeError(errno == ENOENT ? error::fileNotFound : error::permissionDenied,
+                           QString::fromLocal8Bit(std::strerror(errno)));
+    struct stat known {};
+    if (::fstat(file.number(), &known) != 0 || !S_ISREG(known.st_mode))
+        throw RuntimeError(error::deviceIo, u"it is no regular file"_s);
+    if (known.st_size > largest)
+        throw RuntimeError(error::deviceIo, u"it has %1 MB, at most %2 are read"_s.arg(
+                                                megabytes(known.st_size), megabytes(largest)));
+    return readAll(file.number(), known.st_size);
+}
 
 void replaceFile(const QString& finished, const QString& path) {
     const QByteArray target = QFile::encodeName(platformPath(path));

@@ -29,6 +29,10 @@ enum class Readers { Owner, UsersChoice };
 /// description.
 void writeFile(const QString& path, const QByteArray& content, Readers readers = Readers::Owner);
 
+/// The content of a regular file of at most that many bytes. Never waits for a pipe or a device. Throws
+/// fileNotFound, permissionDenied or deviceIo with a reason that can be shown.
+QByteArray readFile(const QString& path, qint64 largest);
+
 /// Gives a finished file of the same folder the name of another one, in its place, for good. Throws as writeFile.
 void replaceFile(const QString& finished, const QString& path);
 

@@ -62,14 +62,23 @@ void refuseInUse(const QString& file) {
         fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(file));
 }
 
+/// A journal that outlived its file would be played into whatever takes the file's place.
+void putJournalAside(const QString& file) {
+    const QString journal = u"-journal"_s;
+    if (QFile::exists(file + journal) && !QFile::rename(file + journal, freeName(file) + journal))
+        fail(error::permissionDenied, u"\"%1\" can't be put aside"_s.arg(file + journal));
+}
+
 /// What was at the file's place, kept under a name of its own.
 class PutAside {
 public:
     /// Where the file system can, the file has both names until another takes its place, so that there is a database
     /// at every moment. One with an unfinished change can't: its journal would be taken for the other's.
     explicit PutAside(const QString& file) : m_file(file) {
-        if (!QFile::exists(file))
+        if (!QFile::exists(file)) {
+            putJournalAside(file);
             return;
+        }
         refuseInUse(file);
         m_name = freeName(file);
         m_hasBoth = !QFile::exists(file + u"-journal"_s) && giveSecondName(file, m_name);

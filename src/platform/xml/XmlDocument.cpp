@@ -6,7 +6,6 @@
 #include "platform/xml/XmlChecks.h"
 #include "platform/xml/XmlTree.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <optional>
@@ -69,26 +68,32 @@ XmlDocumentPtr XmlDocument::create() { return XmlDocumentPtr(new XmlDocument());
 
 bool XmlDocument::load(const QString& path) {
     m_tree = std::make_shared<Tree>();
-    QFile file(platformPath(path));
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return false;
-    const auto text = decoded(content);
-    return text && loadXML(*text);
+    try {
+        if (const auto text = decoded(readFile(path, largestFile)))
+            return loadXML(*text);
+        m_problem = u"its characters can't be read"_s;
+    } catch (const RuntimeError& failure) {
+        m_problem = failure.description();
+    }
+    return false;
 }
 
 bool XmlDocument::loadXML(const QString& text) {
     m_tree = std::make_shared<Tree>();
+    m_problem = u"it holds characters that XML can't hold"_s;
     if (!isClean(text))
         return false;
     const QByteArray content = text.toUtf8();
     const auto parsed = m_tree->document.load_buffer(
         content.constData(), static_cast<std::size_t>(content.size()), parseOptions, pugi::encoding_utf8);
     if (parsed && hasOneRoot(m_tree->document) && hasGoodNames(m_tree->document) &&
-        hasGoodReferences(content, parseOptions))
+        hasGoodReferences(content, parseOptions)) {
+        m_problem.clear();
         return true;
+    }
+    m_problem = parsed ? u"it is no whole XML document"_s
+                       : u"line %1: %2"_s.arg(content.left(parsed.offset).count('\n') + 1)
+                             .arg(QLatin1String(parsed.description()));
     m_tree = std::make_shared<Tree>();
     return false;
 }

@@ -59,11 +59,15 @@ public:
     static XmlDocumentPtr create();
     ~XmlDocument();
 
-    /// False when the file or text doesn't parse; the document is then empty. Never throws. An XML file in
+    /// False when the file or text doesn't parse, is no regular file or too large; the document is then empty. Never throws. An XML file in
     /// UTF-8, UTF-16 or Latin-1 with its declaration is read. Line ends in text and comments are kept;
     /// blanks between elements are not. A text without exactly one root element doesn't parse, nor one with
     /// an attribute given twice or with a reference to a character that XML can't hold.
     bool load(const QString& path);
+    /// Largest file that is read, in bytes.
+    static constexpr qint64 largestFile = 16'000'000;
+    /// Why the last load or loadXML gave false, in plain words; empty after one that went well.
+    QString problem() const { return m_problem; }
     bool loadXML(const QString& text);
     /// UTF-8, whole or not at all; throws as writeFile does.
     void save(const QString& path) const;
@@ -87,6 +91,7 @@ private:
     struct Tree;
     static XmlNode nodeOf(const std::shared_ptr<Tree>& tree, const pugi::xml_node& node);
     std::shared_ptr<Tree> m_tree;
+    QString m_problem;
 };
 
 /// Text of the node at the path; throws objectNotSet when there is no such node.

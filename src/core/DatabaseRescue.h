@@ -1,0 +1,37 @@
+// What comes before the questions about a database that is missing or can't be opened: a window that says what
+// it is, and offers the way out that fits. The newest good copy is offered for a file that is damaged or truly
+// gone, never for one that is locked or whose folder is not there: that one is still where it was.
+#pragma once
+
+#include "core/StartQuestion.h"
+
+#include <QSet>
+#include <QString>
+
+namespace platform {
+enum class DatabaseState;
+}
+
+namespace sorvanto {
+
+struct GoodCopy;
+
+class DatabaseRescue {
+public:
+    /// firstStart: there were no options yet when the program started.
+    explicit DatabaseRescue(bool firstStart) : m_firstStart(firstStart) {}
+
+    /// True when the file is to be opened once more. A missing file is asked about once, since it is looked for
+    /// with each statement.
+    bool offer(const QString& path);
+
+private:
+    bool offerNewDatabase(const QString& path);
+    bool offerWayOut(const QString& path, platform::DatabaseState state);
+    bool makeOrChoose(const QString& choice, const QString& path);
+
+    bool m_firstStart;
+    QSet<QString> m_declined;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,106 @@
+#include "core/GoodCopy.h"
+
+#include "core/CopySettings.h"
+#include "core/CopyShelf.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+#include "shared/FileIdentity.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QSet>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+QStringList places() {
+    QStringList folders{platform::programFolder() + u"/backups"_s};
+    if (const QString second = CopySettings::read().secondPlace; !second.isEmpty())
+        folders << second;
+    return folders;
+}
+
+/// The first eight digits of the one identity that all copies bear; empty when there are several, or none.
+QString onlyIdentity() {
+    static const QRegularExpression form(u"^sorvanto-([0-9a-f]{8})-\\d{4,}-"_s);
+    QSet<QString> identities;
+    for (const QString& place : places()) {
+        for (const QString& name : QDir(place).entryList({u"sorvanto-*.mdb"_s}, QDir::Files)) {
+            if (const auto match = form.match(name); match.hasMatch())
+                identities << match.captured(1);
+        }
+    }
+    return identities.size() == 1 ? *identities.begin() : QString();
+}
+
+std::vector<KeptCopy> candidates(const QString& identity) {
+    std::vector<KeptCopy> all;
+    for (const QString& place : places()) {
+        for (const KeptCopy& copy : CopyShelf(place, identity).copies()) {
+            if (copy.number > 0)  // those of the first version don't tell which database they are of
+                all.push_back(copy);
+        }
+    }
+    std::stable_sort(all.begin(), all.end(),
+                     [](const KeptCopy& a, const KeptCopy& b) { return a.number > b.number; });
+    return all;
+}
+
+std::int64_t count(const platform::Connection& connection, const QString& lot) {
+    const bool all = lot.isNull();
+    platform::sqlite::Statement rows(
+        connection.handle(),
+        all ? u"SELECT count(*) FROM Log"_s : u"SELECT count(*) FROM Log WHERE log_Lot = ?"_s, {});
+    if (!all)
+        rows.bind(1, lot);
+    return rows.step() ? rows.integer(0) : 0;
+}
+
+/// Nothing when the copy is not sound, or of another database.
+std::optional<GoodCopy> checked(const KeptCopy& kept, const QString& identity) {
+    if (!platform::integrityProblems(kept.path).isEmpty())
+        return {};
+    platform::Connection connection;
+    connection.open(u"Data Source="_s + kept.path);
+    const auto own = readFileIdentity(connection);
+    if (!own || !own->identity.startsWith(identity))
+        return {};
+    const QDateTime made(kept.made.date(), kept.made.time(), Qt::UTC);
+    GoodCopy copy{kept.path, made, count(connection, QString()), mixesLoggedSince(made)};
+    std::erase_if(copy.unknownToIt, [&](const LoggedMix& mix) { return count(connection, mix.lot) > 0; });
+    return copy;
+}
+
+}  // namespace
+
+std::optional<GoodCopy> newestGoodCopy(const QString& database) {
+    QString identity = CopySettings::identityOf(database);
+    if (identity.isEmpty())
+        identity = onlyIdentity();
+    if (identity.isEmpty())
+        return {};
+    for (const KeptCopy& kept : candidates(identity)) {
+        try {
+            if (auto copy = checked(kept, identity))
+                return copy;
+        } catch (const platform::RuntimeError&) {
+            // This one is of no use either; the next older may be.
+        }
+    }
+    return {};
+}
+
+QString putBack(const GoodCopy& copy, const QString& database) {
+    const QString aside = platform::restoreDatabase(copy.path, database);
+    for (const LoggedMix& mix : copy.unknownToIt)
+        openAgain(mix);
+    return aside;
+}
+
+}  // namespace sorvanto

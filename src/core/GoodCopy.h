@@ -1,0 +1,30 @@
+// The copy that a lost database can be had back from, and what is known of the time since.
+#pragma once
+
+#include "mixer/LoggedSince.h"
+
+#include <QDateTime>
+#include <QString>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace sorvanto {
+
+struct GoodCopy {
+    QString path;
+    QDateTime made;
+    std::int64_t batches = 0;            ///< rows of its log
+    std::vector<LoggedMix> unknownToIt;  ///< logged since it was made; their journals are still there
+};
+
+/// The newest copy of the database that belongs at this path, from backups/ and from the second place, that is
+/// sound now. Only copies of that very database count: its identity is known from the last time it was open;
+/// where it is not, all copies must be of one and the same database. Never throws.
+std::optional<GoodCopy> newestGoodCopy(const QString& database);
+
+/// Puts the copy in the database's place and opens the journals of the batches that it doesn't know. Gives the
+/// name under which the damaged file is kept, empty when there was none. Throws as restoreDatabase does.
+QString putBack(const GoodCopy& copy, const QString& database);
+
+}  // namespace sorvanto

@@ -1,0 +1,52 @@
+#include "core/OptionsRescue.h"
+
+#include "config/LastGoodOptions.h"
+#include "config/clsOptions.h"
+#include "core/BorrowedLanguage.h"
+#include "core/StartQuestion.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+#include "shared/Translator.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+const QString lastGood = u"cmdLastGood"_s;
+const QString anew = u"cmdNew"_s;
+
+StartQuestion::Content contentFor(const clsOptions& options, const QDateTime& kept) {
+    StartQuestion::Content content;
+    content.title = translated(u"Sorvanto Control Panel"_s);
+    content.heading = translated(u"The options could not be read."_s);
+    content.file = platform::platformPath(platform::programFolder() + u"/options.xml"_s);
+    content.texts << options.problem() << translated(u"Whatever you choose, the broken file is kept."_s);
+    if (kept.isValid()) {
+        content.offer << translated(u"The last options that could be read are of %1."_s)
+                             .replace(u"%1"_s, platform::dateText(kept));
+        content.choices.push_back({lastGood, translated(u"Use these"_s)});
+    }
+    content.choices.push_back({anew, translated(u"New options"_s)});
+    content.none = translated(u"Go on without"_s);
+    return content;
+}
+
+}  // namespace
+
+void offerOptions(clsOptions& options) {
+    if (options.problem().isEmpty())
+        return;
+    const QDateTime kept = lastGoodOptions::kept();
+    QString choice;
+    {
+        const BorrowedLanguage language(lastGoodOptions::language());
+        choice = StartQuestion::ask(contentFor(options, kept));
+    }
+    if (choice == lastGood)
+        options.takeLastGood();
+    else if (choice == anew)
+        options.startAnew();
+}
+
+}  // namespace sorvanto

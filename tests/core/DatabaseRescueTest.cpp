@@ -1,0 +1,297 @@
+// The windows before the questions about a database or options that are lost: what they say and what they do.
+#include "core/DatabaseRescue.h"
+#include "Child.h"
+#include "TestProgram.h"
+#include "config/clsOptions.h"
+#include "core/CopySettings.h"
+#include "core/CopyShelf.h"
+#include "core/OptionsRescue.h"
+#include "db/DatabaseFile.h"
+#include "platform/basic/Dates.h"
+#include "platform/data/Backup.h"
+#include "shared/basMain.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+using platform::Answer;
+using platform::Buttons;
+using support::child;
+
+const QString question = u"StartQuestion"_s;
+const QString invalid = u"Database location invalid, please select new location."_s;
+
+QString textsOf(const QWidget& window) {
+    QStringList texts;
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (!label->text().isEmpty())
+            texts << label->text();
+    }
+    return texts.join('\n');
+}
+
+class DatabaseRescueTest : public support::TestProgram {
+protected:
+    void SetUp() override {
+        TestProgram::SetUp();
+        start(false);
+    }
+    void start(bool firstStart) {
+        basMain::rescueDatabase = [rescue = std::make_shared<DatabaseRescue>(firstStart)](
+                                      const QString& path) { return rescue->offer(path); };
+    }
+    /// A database with an identity that was open before, and one batch.
+    void haveDatabase() {
+        sorvanto::createDatabase(databasePath());
+        sql("INSERT INTO Log (log_Name, log_Lot) VALUES ('Gel', 'SV04260001')");
+        identity = sqlText("SELECT fid_Identity FROM FileIdentity");
+        CopySettings::remember(databasePath(), identity);
+    }
+    void copyNow() {
+        const QString copy = CopyShelf(folder.path("backups"), identity).pathFor(platform::now());
+        platform::backupDatabase(databasePath(), copy);
+    }
+    void damage() { folder.write("sorvanto.mdb", QByteArray(9000, 'x')); }
+    /// The next window: its texts, then the button of that name.
+    void answer(const QString& button) {
+        asker.expectModal(question, [this, button](QWidget& window) {
+            said = textsOf(window);
+            buttons.clear();
+            for (const auto* each : window.findChildren<QPushButton*>())
+                buttons << each->objectName();
+            buttons.sort();
+            child<QPushButton>(window, button)->click();
+        });
+    }
+    void answerThenEnd() {
+        answer("cmdNone");
+        asker.expectMsgBox(invalid, {Buttons::YesNoCancel}, Answer::No);
+    }
+    /// The closed journal of a batch that was logged at that hour of the day.
+    void logMix(const QString& id, const QString& lot, int hour) {
+        const QString name = u"mixes/closed/20260307-000000-%1.xml"_s.arg(id);
+        QDir(folder.path()).mkpath("mixes/closed");
+        folder.write(
+            name, u"<Mix ID=\"%1\" State=\"logged\"><Formula/><Results Value=\"%2\">"
+                  "<PreparationNumber Value=\"%3\"/></Results></Mix>"_s.arg(id, lot.chopped(4), lot.right(4))
+                      .toUtf8());
+        QFile file(folder.path(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime(QDate(2026, 3, 7), QTime(hour, 0)), QFileDevice::FileModificationTime);
+    }
+
+    QString identity, said;
+    QStringList buttons;
+};
+
+TEST_F(DatabaseRescueTest, ADamagedFileGetsItsNewestGoodCopyAndIsKept) {
+    haveDatabase();
+    copyNow();
+    sql("INSERT INTO Log (log_Name, log_Lot) VALUES ('Cream', 'SV04260002')");
+    damage();
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("The database is damaged.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Copy of today 14:05, checked."));
+    EXPECT_TRUE(said.contains("Batches in the copy: 1."));
+    EXPECT_TRUE(said.contains("Changes of records since the copy are not in it."));
+    EXPECT_EQ(sqlText("SELECT log_Lot FROM Log"), "SV04260001");
+    EXPECT_EQ(folder.read("sorvanto.mdb.before-restore"), QByteArray(9000, 'x'));
+}
+
+TEST_F(DatabaseRescueTest, BatchesLoggedSinceTheCopyAreOfferedAgain) {
+    haveDatabase();
+    copyNow();
+    logMix("00000001", "SV04260001", 15);
+    logMix("00000002", "SV04260002", 15);
+    logMix("00000003", "SV04260003", 9);
+    damage();
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("Batches logged since then: 1.")) << said.toStdString();
+    EXPECT_TRUE(folder.read("mixes/00000002.xml").contains("State=\"finished\""));
+    EXPECT_EQ(QDir(folder.path("mixes")).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {
+    haveDatabase();
+    copyNow();
+    clock.set(QDateTime(QDate(2026, 3, 8), QTime(8, 12), Qt::UTC));
+    const QString newest = CopyShelf(folder.path("backups"), identity).pathFor(platform::now());
+    folder.write("backups/" + QFileInfo(newest).fileName(), QByteArray(9000, 'y'));
+    damage();
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("Copy of 3/7/2026 14:05, checked.")) << said.toStdString();
+}
+
+TEST_F(DatabaseRescueTest, ACopyOfAnotherDatabaseIsNeverOffered) {
+    haveDatabase();
+    copyNow();
+    CopySettings::remember(databasePath(), QString(32, 'f'));
+    damage();
+    answerThenEnd();
+    openDB();
+    EXPECT_TRUE(said.contains("No good copy of it was found in backups."));
+    EXPECT_EQ(buttons, (QStringList{"cmdAgain", "cmdNone"}));
+    EXPECT_EQ(programEnds, 1);
+}
+
+TEST_F(DatabaseRescueTest, AFileThatIsGoneComesBackWithoutTheJournalThatItLeft) {
+    haveDatabase();
+    copyNow();
+    QFile::remove(databasePath());
+    folder.write("sorvanto.mdb-journal", "left over");
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("The database is gone."));
+    EXPECT_FALSE(folder.has("sorvanto.mdb-journal"));
+    EXPECT_EQ(folder.read("sorvanto.mdb.before-restore-journal"), "left over");
+}
+
+TEST_F(DatabaseRescueTest, AnAbsentFolderGetsTryAgainAlone) {
+    haveDatabase();
+    copyNow();
+    const QString path = folder.path("share/sorvanto.mdb");
+    CopySettings::remember(path, identity);
+    basMain::Options->DBLocation(path);
+    asker.expectModal(question, [&](QWidget& window) {
+        said = textsOf(window);
+        EXPECT_EQ(window.findChild<QPushButton*>("cmdPutBack"), nullptr);
+        QDir(folder.path()).mkdir("share");
+        QFile::rename(databasePath(), path);
+        child<QPushButton>(window, "cmdAgain")->click();
+    });
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("The folder of the database is not there."));
+}
+
+TEST_F(DatabaseRescueTest, ALockedFileGetsTryAgainAlone) {
+    haveDatabase();
+    copyNow();
+    QProcess shell;
+    shell.start("sqlite3", {databasePath()});
+    shell.write("BEGIN EXCLUSIVE;\nSELECT 'held';\n");
+    ASSERT_TRUE(shell.waitForReadyRead());
+    asker.expectModal(question, [&](QWidget& window) {
+        said = textsOf(window);
+        EXPECT_EQ(window.findChild<QPushButton*>("cmdPutBack"), nullptr);
+        shell.closeWriteChannel();
+        shell.waitForFinished();
+        child<QPushButton>(window, "cmdAgain")->click();
+    });
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("Another program keeps the database locked."));
+}
+
+TEST_F(DatabaseRescueTest, AMissingFileIsAskedAboutOnceAndThenToldAsEver) {
+    const auto told = [this] {
+        asker.expectMsgBox("Database file not found. Please set in options",
+                           {Buttons::Ok, platform::Icon::Information}, "DATABASE NOT FOUND");
+    };
+    answer("cmdNone");
+    told();
+    EXPECT_EQ(openDB()->state(), 0);
+    told();
+    EXPECT_EQ(openDB()->state(), 0);
+    EXPECT_FALSE(folder.has("sorvanto.mdb"));
+}
+
+TEST_F(DatabaseRescueTest, APlaceThatCannotBeWrittenIsSaidInTheSameWindow) {
+    haveDatabase();
+    copyNow();
+    damage();
+    QDir(folder.path()).mkdir("sorvanto.mdb.restored.part");
+    answer("cmdPutBack");
+    asker.expectModal(question, [&](QWidget& window) {
+        EXPECT_TRUE(textsOf(window).contains("restored.part")) << textsOf(window).toStdString();
+        QDir(folder.path()).rmdir("sorvanto.mdb.restored.part");
+        child<QPushButton>(window, "cmdPutBack")->click();
+    });
+    EXPECT_EQ(openDB()->state(), 1);
+}
+
+TEST_F(DatabaseRescueTest, AFirstStartMakesTheDatabaseThatIsWished) {
+    start(true);
+    answer("cmdEmpty");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_EQ(buttons, (QStringList{"cmdChoose", "cmdEmpty", "cmdNone", "cmdSample"}));
+    EXPECT_EQ(sqlText("SELECT count(*) FROM Formula"), "0");
+    basMain::gConnection->close();
+    QFile::remove(databasePath());
+    answer("cmdSample");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_EQ(sqlText("SELECT count(*) FROM Formula"), "22");
+}
+
+TEST_F(DatabaseRescueTest, AFirstStartTakesAnotherFileAndRemembersIt) {
+    start(true);
+    sorvanto::createDatabase(folder.path("mine.mdb"));
+    asker.expectModal(question, [&](QWidget& window) { child<QPushButton>(window, "cmdChoose")->click(); });
+    asker.expectFile(QString(), folder.path("mine.mdb"), "Choose a file...");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(folder.read("options.xml").contains("mine.mdb"));
+}
+
+TEST_F(DatabaseRescueTest, TheWindowSpeaksTheLanguageOfTheOptions) {
+    folder.write("GermanTranslation.xml",
+                 "<Translations Language=\"German\"><Translate English=\"The database is damaged.\" "
+                 "Translated=\"Die Datenbank ist beschädigt.\"/></Translations>");
+    basMain::Options->Language(2);
+    basMain::Language.reset();
+    damage();
+    answerThenEnd();
+    openDB();
+    EXPECT_TRUE(said.contains(u"Die Datenbank ist beschädigt."_s)) << said.toStdString();
+    EXPECT_FALSE(basMain::Language);
+}
+
+class OptionsRescueTest : public DatabaseRescueTest {
+protected:
+    void breakOptions() {
+        folder.write("options.xml", "<Configuration><Opt");
+        basMain::Options.reset();
+        folder.write("options.xml", "<Configuration><Opt");
+        basMain::Options = std::make_shared<clsOptions>();
+        expectReport("clsOptions:Class_Initialize");
+    }
+};
+
+TEST_F(OptionsRescueTest, TheLastGoodOptionsAreOffered) {
+    breakOptions();
+    answer("cmdLastGood");
+    offerOptions(*basMain::Options);
+    EXPECT_TRUE(said.contains("The options could not be read.")) << said.toStdString();
+    EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
+}
+
+TEST_F(OptionsRescueTest, WithoutAChoiceTheFileStaysAsItIs) {
+    breakOptions();
+    answer("cmdNone");
+    offerOptions(*basMain::Options);
+    basMain::Options->saveOptions();
+    EXPECT_EQ(folder.read("options.xml"), "<Configuration><Opt");
+}
+
+TEST_F(OptionsRescueTest, NewOptionsAskTheLanguageAsAtAFirstStart) {
+    breakOptions();
+    QFile::remove(folder.path("options.last-good.xml"));
+    answer("cmdNew");
+    asker.expectModal("frmWizard", [](QWidget& wizard) { wizard.close(); });
+    offerOptions(*basMain::Options);
+    EXPECT_EQ(buttons, (QStringList{"cmdNew", "cmdNone"}));
+    EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
+    EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
+}
+
+TEST_F(OptionsRescueTest, OptionsThatWereReadAskNothing) { offerOptions(*basMain::Options); }
+
+}  // namespace
