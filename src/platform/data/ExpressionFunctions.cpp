@@ -1,16 +1,18 @@
-// The arithmetic of the dialect: floating division, whole division, powers, joined texts; NULL goes through.
+// The dialect's calculations as functions of the engine: its values in, its values or an error out.
 #include "platform/data/ExpressionFunctions.h"
 
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/Decimal.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "platform/data/ColumnType.h"
+#include "platform/data/DialectArithmetic.h"
 
 #include <QVariant>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +20,8 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
+
+using namespace dialect;
 
 struct KnownError {
     std::int32_t number;
@@ -27,8 +31,6 @@ struct KnownError {
 constexpr KnownError knownErrors[] = {{error::divisionByZero, "Division by zero"},
                                       {error::overflow, "Overflow"},
                                       {error::dataMismatch, "Data type mismatch in expression"}};
-
-[[noreturn]] void mismatch() { throw RuntimeError(error::dataMismatch, u"Data type mismatch"_s); }
 
 QVariant valueOf(sqlite3_value* value) {
     switch (sqlite3_value_type(value)) {
@@ -44,97 +46,6 @@ QVariant valueOf(sqlite3_value* value) {
     }
 }
 
-bool isText(const QVariant& value) { return value.typeId() == QMetaType::QString; }
-
-/// Dates are texts in the file, numbers in a calculation.
-double numberOf(const QVariant& value) {
-    if (isText(value)) {
-        if (const QDateTime date = fromStoredDate(value.toString()); date.isValid())
-            return toSerial(date);
-    }
-    return toDouble(value);
-}
-
-std::int64_t wholeOf(const QVariant& value) { return toInt32(numberOf(value)); }
-
-QVariant finite(double value) {
-    if (std::isnan(value))
-        throw RuntimeError(error::invalidProcedureCall, u"Invalid procedure call"_s);
-    if (std::isinf(value))
-        throw RuntimeError(error::overflow, u"Overflow"_s);
-    return value;
-}
-
-void refuseZero(bool isZero) {
-    if (isZero)
-        throw RuntimeError(error::divisionByZero, u"Division by zero"_s);
-}
-
-/// Whole numbers stay exact as long as they fit.
-QVariant sum(const QVariant& a, QChar sign, const QVariant& b) {
-    if (a.typeId() == QMetaType::LongLong && b.typeId() == QMetaType::LongLong) {
-        std::int64_t result = 0;
-        const std::int64_t left = a.toLongLong(), right = b.toLongLong();
-        const bool over = sign == u'+'   ? __builtin_add_overflow(left, right, &result)
-                          : sign == u'-' ? __builtin_sub_overflow(left, right, &result)
-                                         : __builtin_mul_overflow(left, right, &result);
-        if (!over)
-            return qint64{result};
-    }
-    const double left = numberOf(a), right = numberOf(b);
-    return finite(sign == u'+' ? left + right : sign == u'-' ? left - right : left * right);
-}
-
-QVariant power(double base, double exponent) {
-    refuseZero(base == 0 && exponent < 0);
-    return finite(std::pow(base, exponent));
-}
-
-QVariant wholeDivision(QChar sign, const QVariant& a, const QVariant& b) {
-    const std::int64_t left = wholeOf(a), right = wholeOf(b);
-    refuseZero(right == 0);
-    return qint64{sign == u'\\' ? left / right : left % right};
-}
-
-QVariant calculated(const QVariant& a, QChar sign, const QVariant& b) {
-    if (sign == u'&')
-        return a.isValid() || b.isValid() ? QVariant(nullText(a) + nullText(b)) : QVariant();
-    if (!a.isValid() || !b.isValid())
-        return {};
-    switch (sign.unicode()) {
-    case u'+':
-        if (isText(a) && isText(b))
-            return a.toString() + b.toString();
-        return sum(a, sign, b);
-    case u'-':
-    case u'*':
-        return sum(a, sign, b);
-    case u'/': {
-        const double divisor = numberOf(b);
-        return finite(quotient(numberOf(a), divisor));
-    }
-    case u'^':
-        return power(numberOf(a), numberOf(b));
-    default:
-        return wholeDivision(sign, a, b);
-    }
-}
-
-QVariant compared(const QVariant& a, const QVariant& b) {
-    if (!a.isValid() || !b.isValid())
-        return {};
-    if (isText(a) != isText(b))
-        mismatch();
-    if (isText(a))
-        return qint64{qBound(-1, a.toString().compare(b.toString(), Qt::CaseInsensitive), 1)};
-    const double left = a.toDouble(), right = b.toDouble();
-    return qint64{left < right ? -1 : left > right ? 1 : 0};
-}
-
-QVariant truth(const QVariant& value) {
-    return value.isValid() ? QVariant(qint64{numberOf(value) != 0 ? -1 : 0}) : QVariant();
-}
-
 QVariant columnValue(const QString& declared, const QVariant& value) {
     const ColumnType type = ColumnType::fromDeclaration(declared);
     if (isText(value) && !type.isText()) {
@@ -142,12 +53,6 @@ QVariant columnValue(const QString& declared, const QVariant& value) {
             return type.convert(date);
     }
     return type.convert(value);
-}
-
-QVariant rounded(const QVariant& value, int decimals) {
-    Decimal decimal = Decimal::fromDouble(numberOf(value));
-    decimal.round(decimals, Decimal::Tie::even);
-    return toDouble(QString::fromLatin1(decimal.fixed(decimals)));
 }
 
 void give(sqlite3_context* context, const QVariant& result) {
@@ -193,10 +98,15 @@ void call(sqlite3_context* context, int count, sqlite3_value** arguments) {
     }
 }
 
+void installStep(sqlite3* database, const char* name, int count,
+                 void (*step)(sqlite3_context*, int, sqlite3_value**)) {
+    sqlite3_create_function_v2(database, name, count, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                               nullptr, step, nullptr, nullptr, nullptr);
+}
+
 template <Function function>
 void install(sqlite3* database, const char* name, int count) {
-    sqlite3_create_function_v2(database, name, count, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-                               nullptr, call<function>, nullptr, nullptr, nullptr);
+    installStep(database, name, count, call<function>);
 }
 
 QVariant calcFunction(const Values& v) {
@@ -204,6 +114,32 @@ QVariant calcFunction(const Values& v) {
     for (std::size_t i = 1; i + 1 < v.size(); i += 2)
         result = calculated(result, v[i].toString().front(), v[i + 1]);
     return result;
+}
+
+/// The calculation of two numbers, without the long way round: a sum over many rows has a call for each. Nothing
+/// is given where something else is to be calculated or the result is none.
+bool calculatedPlainly(sqlite3_context* context, sqlite3_value** arguments) {
+    sqlite3_value *left = arguments[0], *right = arguments[2];
+    const int leftType = sqlite3_value_type(left), rightType = sqlite3_value_type(right);
+    const auto isNumber = [](int type) { return type == SQLITE_FLOAT || type == SQLITE_INTEGER; };
+    if (!isNumber(leftType) || !isNumber(rightType))
+        return false;
+    const char sign = static_cast<char>(*sqlite3_value_text(arguments[1]));
+    if (leftType == SQLITE_INTEGER && rightType == SQLITE_INTEGER) {
+        if (const auto whole = wholeResult(sqlite3_value_int64(left), sign, sqlite3_value_int64(right))) {
+            sqlite3_result_int64(context, *whole);
+            return true;
+        }
+    }
+    const auto result = plainResult(sqlite3_value_double(left), sign, sqlite3_value_double(right));
+    if (result)
+        sqlite3_result_double(context, *result);
+    return result.has_value();
+}
+
+void calc(sqlite3_context* context, int count, sqlite3_value** arguments) {
+    if (count != 3 || !calculatedPlainly(context, arguments))
+        call<calcFunction>(context, count, arguments);
 }
 
 QVariant compareFunction(const Values& v) { return compared(v[0], v[1]); }
@@ -234,7 +170,7 @@ QVariant valFunction(const Values& v) { return leadingNumber(nullText(v[0])); }
 }  // namespace
 
 void installExpressionFunctions(sqlite3* database) {
-    install<calcFunction>(database, "dialect_calc", -1);
+    installStep(database, "dialect_calc", -1, calc);
     install<compareFunction>(database, "dialect_compare", 2);
     install<truthFunction>(database, "dialect_truth", 1);
     install<valueFunction>(database, "dialect_value", 2);
