@@ -93,7 +93,7 @@ class Scratch:
             failure = self.run(program, 600)
             if failure:
                 sys.exit(f"test_{program} fails without any fault: {failure}")
-            self.limits[program] = 30 + 4 * (time.monotonic() - begin)
+            self.limits[program] = 30 + 2 * (time.monotonic() - begin)
 
     def notice(self, fault, likely):
         """What notices the fault, an empty text when nothing does, or None when it does not compile."""
