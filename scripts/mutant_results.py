@@ -63,10 +63,12 @@ class Book:
         return "explained" if key in self.explained else "left"
 
     def likely(self, path):
-        """The tests that come first, as a filter: named after the file, or those that noticed faults in it before."""
+        """The tests that come first, as a filter: named like the file, and those that noticed faults in it before."""
         noticed = [by for key, trials in self.trials.items() if key.path == path for by in trials]
         names = {by.split(": ")[1] for by in noticed if re.search(r": \w+\.", by)}
-        return ":".join([f"*{pathlib.Path(path).stem}*", *sorted(names)])
+        stem = pathlib.Path(path).stem
+        word = re.match(r"[A-Za-z]?[a-z]*", stem).group()
+        return ":".join([f"*{stem if names else word}*", *sorted(names)])
 
     def survivors(self):
         return [key for key in self.trials if self.state(key) == "left"]

@@ -144,6 +144,21 @@ TEST_F(DraftStoreTest, DamagedAndForeignFilesStayAsTheyAre) {
     EXPECT_EQ(files().size(), 5);
 }
 
+TEST_F(DraftStoreTest, AFileOfFourMillionBytesIsTheLargestThatIsRead) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir("drafts"));
+    Draft large = draft(1);
+    large.fields.front().typed.clear();
+    large.fields.front().typed.fill('x', 4'000'000 - draftFile(large).size());
+    folder.write(nameOf(1), draftFile(large));
+    large.fields.front().typed += 'x';
+    folder.write(nameOf(2), draftFile(large));
+    DraftStore store;
+    store.read();
+    EXPECT_TRUE(store.find(draft(1).id));
+    EXPECT_FALSE(store.find(draft(2).id));
+    EXPECT_EQ(files().size(), 2) << "nothing of it goes";
+}
+
 TEST_F(DraftStoreTest, ADamagedFileGoesWhenItIsTooOld) {
     ASSERT_TRUE(QDir(folder.path()).mkdir("drafts"));
     folder.write(nameOf(2), "{");
