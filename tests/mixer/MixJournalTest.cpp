@@ -255,9 +255,9 @@ TEST_F(MixJournalTest, UnknownMixIsAnError) {
 // A child writes the journal without end and is killed in each of its states, again and again.
 TEST_F(MixJournalTest, KilledAtAnyMomentTheJournalIsWhole) {
     std::set<JournalState> seen;
-    for (int round = 0; round < 16; ++round) {
+    for (int round = 0; round < 24; ++round) {
         MixJournal journal;
-        ASSERT_TRUE(support::killInTheMidst(round % 8, round * 40, [&](int step) {
+        ASSERT_TRUE(support::killInTheMidst(round % 8, [&](int step) {
             const auto mix = QByteArray::number(step / 4 % 5 + 1).rightJustified(8, '0');
             if (step % 4 == 0)
                 journal.load(mix, test::shortFormula());
