@@ -84,11 +84,14 @@ class Scratch:
         command = ["cmake", "--build", "build/dev", "--parallel", "2", "--target", "test_" + program]
         return subprocess.run(command, cwd=self.folder, capture_output=True).returncode == 0
 
-    def measure(self, programs):
-        """Builds and runs without a fault: all must pass, and the time taken gives the limit."""
+    def measure(self, programs, limit):
+        """Builds and runs without a fault: all must pass, and the time taken gives the limit, where none is given."""
         for program in programs:
             if not self.build(program):
                 sys.exit(f"test_{program} does not build")
+            if limit:
+                self.limits[program] = limit
+                continue
             begin = time.monotonic()
             failure = self.run(program, 600)
             if failure:
@@ -216,6 +219,7 @@ def options_of(top):
     parser.add_argument("--near", action="store_true", help="the closest test program alone")
     parser.add_argument("--leave-out", default="", metavar="TESTS", help="slow tests that can't see the folders")
     parser.add_argument("--shards", type=int, default=12, help="runs of a test program side by side; they wait a lot")
+    parser.add_argument("--limit", type=int, help="seconds of a test program; not found out by a run before")
     parser.add_argument("--scratch", type=pathlib.Path, default=top / "build/mutants")
     parser.add_argument("--results", type=pathlib.Path, default=top / "build/mutants.tsv")
     parser.add_argument("--again", action="store_true")
@@ -244,7 +248,8 @@ def run(top, options, book):
     scratch.refresh()
     if options.again:
         texts = sources(top, sorted({key.path for key in book.survivors() if (top / key.path).is_file()}))
-    scratch.measure(sorted({program for path in texts for program in scratch.programs_of(path)}))
+    scratch.measure(sorted({program for path in texts for program in scratch.programs_of(path)}),
+                    options.limit)
     if options.again:
         try_again(scratch, texts, book)
     else:
