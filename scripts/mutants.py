@@ -8,12 +8,13 @@
   scripts/mutants.py --table                          the table of all that was found out so far
   scripts/mutants.py --self-test                      the operators (scripts/faults.py) over small examples
 
-Works on a copy of the tree in build/mutants (--scratch), never on the tree itself, at the lowest priority. The
-same seed over the same code is the same sample. After each fault the test programs that can see the file
-(PROGRAMS) are built and run, one after the other up to the first that fails, the likely tests first. A test that fails has to fail
-twice, lest a loaded machine is taken for a sharp test; a run that lasts far longer than without the fault
-counts as noticed. A fault that does not compile is no fault and the next one takes its place. Each trial is
-written to the results (--results, scripts/mutant_results.py) at once; a run that was stopped goes on there.
+Works on a copy of the tree in build/mutants (--scratch), never on the tree itself, and gives way to all other
+work. The same seed over the same code is the same sample. After each fault the test programs that can see the
+file (PROGRAMS) are built and run, one after the other up to the first that fails, the likely tests first. A
+test that fails has to fail twice, lest a loaded machine is taken for a sharp test; a run that lasts far longer
+than without the fault counts as noticed. A fault that does not compile is no fault and the next one takes its
+place. Each trial is written to the results (--results, scripts/mutant_results.py) at once; a run that was
+stopped goes on there.
 """
 import argparse
 import fcntl
@@ -85,7 +86,7 @@ class Scratch:
         return subprocess.run(command, cwd=self.folder, capture_output=True).returncode == 0
 
     def measure(self, programs, limit):
-        """Builds and runs without a fault: all must pass, and the time taken gives the limit, where none is given."""
+        """Builds and runs without a fault: all must pass. The time taken gives the limit, where none is given."""
         for program in programs:
             if not self.build(program):
                 sys.exit(f"test_{program} does not build")
@@ -262,6 +263,7 @@ def main():
     if options.self_test:
         return 0 if all([faults.self_test(), mutant_results.self_test()]) else 1
     os.nice(10)
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
     book = mutant_results.Book(options.results, top / "tests/mutants/explained.tsv")
     try:
         if not options.table:
