@@ -1,33 +1,87 @@
 #include "core/InstanceLock.h"
 
+#include "mixer/PanelTexts.h"
 #include "platform/basic/Paths.h"
+#include "shared/Translator.h"
 
+#include <QDir>
 #include <QFile>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
-#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+namespace {
 
-InstanceLock::InstanceLock(QString path) : m_path(std::move(path)) {}
+using platform::ProcessLock;
 
-InstanceLock::~InstanceLock() {
-    if (m_file >= 0)
-        ::close(m_file);
+/// what: the folder or the database, as the user knows it.
+InstanceState take(ProcessLock& lock, const QString& what) {
+    const QString shown = QDir::toNativeSeparators(platform::platformPath(what));
+    InstanceState state;
+    switch (lock.take()) {
+    case ProcessLock::Outcome::Taken:
+        break;
+    case ProcessLock::Outcome::Held:
+        state.runs = true;
+        break;
+    case ProcessLock::Outcome::OtherComputer:
+        state.readingOnly =
+            filledIn(translated(u"%1 was locked on the computer %2. If the program does not run "
+                                "there, delete the file %3."_s),
+                     {shown, lock.computer(), lock.path()});
+        break;
+    case ProcessLock::Outcome::Impossible:
+        state.readingOnly = filledIn(
+            translated(u"%1 can not be locked, since the file %2 can not be made."_s), {shown, lock.path()});
+        break;
+    }
+    return state;
 }
 
-bool InstanceLock::heldByAnother() {
-    if (m_file >= 0)
+}  // namespace
+
+InstanceLock::~InstanceLock() {
+    if (m_firstVersion >= 0)
+        ::close(m_firstVersion);
+}
+
+// Held as well, so that such a program is kept out in its turn.
+bool InstanceLock::firstVersionRuns(const QString& folder) {
+    if (m_firstVersion >= 0)
         return false;
-    const QByteArray path = QFile::encodeName(platform::platformPath(m_path));
-    m_file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (m_file < 0 || ::flock(m_file, LOCK_EX | LOCK_NB) == 0)
+    const QByteArray path = QFile::encodeName(platform::platformPath(folder) + u"/sorvanto.lock"_s);
+    const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600);
+    if (file < 0)
         return false;
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+        m_firstVersion = file;
+        return false;
+    }
     const bool held = errno == EWOULDBLOCK;
-    ::close(m_file);
-    m_file = -1;
+    ::close(file);
     return held;
+}
+
+InstanceState InstanceLock::takeFolder(const QString& folder) {
+    if (!m_folder)
+        m_folder.emplace(folder + u"/running.lock"_s);
+    const InstanceState state = take(*m_folder, folder);
+    return !state.runs && firstVersionRuns(folder) ? InstanceState(true) : state;
+}
+
+InstanceState InstanceLock::takeDatabase(const QString& file) {
+    const QString path = platform::lockPathOf(file);
+    if (!m_database || m_database->path() != path)
+        m_database.emplace(path);
+    return take(*m_database, file);
+}
+
+InstanceLock& instanceLock() {
+    static InstanceLock lock;
+    return lock;
 }
 
 }  // namespace sorvanto

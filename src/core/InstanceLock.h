@@ -1,25 +1,41 @@
-// Tells whether the program already runs from this folder. The lock belongs to the process and falls with
-// it, however it ends.
+// Keeps a second program away from the program's folder and from the database: two folders may name one file.
+// The locks belong to the process and fall with it, however it ends.
 #pragma once
 
+#include "platform/basic/ProcessLock.h"
+
 #include <QString>
+#include <optional>
 
 namespace sorvanto {
 
+/// What a start finds out about other programs.
+struct InstanceState {
+    InstanceState(bool another = false) : runs(another) {}  // NOLINT: an answer of yes or no is one
+    bool runs;            ///< another one is proven to run on this folder or this database
+    QString readingOnly;  ///< why nothing may be written, as a sentence; empty when it may
+};
+
 class InstanceLock {
 public:
-    explicit InstanceLock(QString path);
+    InstanceLock() = default;
     ~InstanceLock();
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
-    /// True when another process holds the lock; otherwise this one holds it from now on. A folder in which
-    /// no file can be made has no lock, and the answer is false.
-    bool heldByAnother();
+    /// folder: the program's. Taken once and kept.
+    InstanceState takeFolder(const QString& folder);
+    /// In the place of the lock of another database.
+    InstanceState takeDatabase(const QString& file);
 
 private:
-    QString m_path;
-    int m_file = -1;
+    bool firstVersionRuns(const QString& folder);
+
+    std::optional<platform::ProcessLock> m_folder, m_database;
+    int m_firstVersion = -1;  ///< the file by which programs of version 1.0 know each other
 };
+
+/// The locks of this process, held to its end.
+InstanceLock& instanceLock();
 
 }  // namespace sorvanto

@@ -7,12 +7,17 @@
 #include "core/OptionsRescue.h"
 #include "mixing/frmSorvanto.h"
 #include "platform/basic/Paths.h"
+#include "platform/data/Connection.h"
 #include "screens/frmChemical.h"
 #include "screens/frmCurrFormula.h"
 #include "screens/frmFormula.h"
 #include "screens/frmLog.h"
 #include "screens/frmPatient.h"
 #include "shared/ErrorReporter.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +45,22 @@ void setScreens(Parts& parts) {
     };
 }
 
+/// The folder first, then the database that is open.
+InstanceState findOtherPrograms() {
+    InstanceState state = instanceLock().takeFolder(platform::programFolder());
+    const auto connection = basMain::gConnection;
+    if (state.runs || !connection || connection->state() != 1)
+        return state;
+    const QString file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"));
+    const InstanceState ofDatabase = instanceLock().takeDatabase(file);
+    state.runs = ofDatabase.runs;
+    if (connection->isReadOnly())
+        state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, file);
+    else if (state.readingOnly.isEmpty())
+        state.readingOnly = ofDatabase.readingOnly;
+    return state;
+}
+
 }  // namespace
 
 Parts realParts() {
@@ -53,11 +74,7 @@ Parts realParts() {
             return rescue->offer(path);
         };
     };
-    parts.previousInstance = [] {
-        // Held to the end of the process.
-        static InstanceLock lock(platform::programFolder() + u"\\sorvanto.lock"_s);
-        return lock.heldByAnother();
-    };
+    parts.previousInstance = findOtherPrograms;
     parts.editOptions = frmOptions::edit;
     return parts;
 }

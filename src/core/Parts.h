@@ -2,6 +2,7 @@
 // The program takes realParts(); a test may put others in their place.
 #pragma once
 
+#include "core/InstanceLock.h"
 #include "core/ScreenTable.h"
 
 #include <QString>
@@ -38,8 +39,8 @@ struct Parts {
     /// Makes what is asked about a database that is missing or can't be opened; may be empty. firstStart: there
     /// were no options yet.
     std::function<std::function<bool(const QString& path)>(bool firstStart)> databaseRescue;
-    /// Whether the program already runs; asked once.
-    std::function<bool()> previousInstance;
+    /// Whether the program already runs; asked once, and again for each database that is opened later.
+    std::function<InstanceState()> previousInstance;
     /// Shows the options dialog to its end.
     std::function<void()> editOptions;
 };

@@ -11,6 +11,7 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Theme.h"
 #include "shared/BatchLog.h"
 #include "shared/DraftStore.h"
 #include "shared/Guard.h"
@@ -18,6 +19,7 @@
 #include "shared/Translator.h"
 #include "shared/TypedText.h"
 #include "shared/basMain.h"
+#include "shared/databaseOpened.h"
 
 #include <QAction>
 #include <QApplication>
@@ -58,6 +60,7 @@ frmMain::~frmMain() {
         basMain::Main = nullptr;
         basMain::editOptions = nullptr;
         basMain::rescueDatabase = nullptr;
+        basMain::databaseOpened = nullptr;
     }
 }
 
@@ -84,7 +87,14 @@ void frmMain::buildWindow() {
     m_database->setObjectName(u"lblDatabase"_s);
     m_database->setTextFormat(Qt::PlainText);
     statusBar()->setSizeGripEnabled(false);
-    statusBar()->addWidget(m_database, 1);
+    m_readingOnly = new QLabel(this);
+    m_readingOnly->setObjectName(u"lblReadingOnly"_s);
+    m_readingOnly->setTextFormat(Qt::PlainText);
+    m_readingOnly->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    platform::setLook(*m_readingOnly, "caution");
+    m_readingOnly->hide();
+    statusBar()->addWidget(m_database);
+    statusBar()->addWidget(m_readingOnly, 1);
     restoreWindowPlace(*this);
 }
 
@@ -221,7 +231,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    m_backup->startSoon();
+    if (m_readingOnlyWhy.isEmpty())
+        m_backup->startSoon();
 }
 
 }  // namespace sorvanto

@@ -80,6 +80,7 @@ private:
     void rememberDatabase();
     void loadLanguage(const ResumeNext& step);
     void refuseSecondInstance(const ResumeNext& step);
+    void databaseOpened();
     void translateItself(const ResumeNext& step);
     void loadMixerScreen(const ResumeNext& step);
     void hostMixerScreen(const ResumeNext& step);
@@ -102,6 +103,10 @@ private:
     void buildWindow();
     void showDatabaseName();
     std::unique_ptr<DeskWatch> watchDesk();
+    /// From now on nothing is written; says so and why. Nothing happens without a reason.
+    void openForReading(const QString& reason);
+    /// Tells that the tool would change something that is open for reading only; true when it would.
+    bool refusesTool(const QString& toolName) const;
     /// Quitting during a mix is asked first; true when the user stays.
     bool staysForTheMix();
 
@@ -125,6 +130,8 @@ private:
     ErrorStrip* m_strip = nullptr;
     RecordListPlace* m_list = nullptr;
     QLabel* m_database = nullptr;
+    QLabel* m_readingOnly = nullptr;
+    QString m_readingOnlyWhy;
 };
 
 }  // namespace sorvanto

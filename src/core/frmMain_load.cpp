@@ -12,6 +12,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Sqlite.h"
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "shared/DraftStore.h"
@@ -21,7 +22,9 @@
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "shared/databaseOpened.h"
 
+#include <QLabel>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -135,10 +138,13 @@ void frmMain::loadLanguage(const ResumeNext& step) {
 }
 
 void frmMain::refuseSecondInstance(const ResumeNext& step) {
-    bool runs = false;
-    step([&] { runs = m_parts.previousInstance(); });
-    if (!runs)
+    InstanceState state;
+    step([&] { state = m_parts.previousInstance(); });
+    if (!state.runs) {
+        step([&] { openForReading(state.readingOnly); });
+        basMain::databaseOpened = [this] { databaseOpened(); };
         return;
+    }
     step([&] {
         platform::MsgBox(
             translated(u"Sorvanto control panel is already running, only one instance allowed."_s),
@@ -146,6 +152,28 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
     });
     m_ended = true;
     basMain::endProgram();
+}
+
+// Another file than at the start, or the same one once more: told when it is not this program's alone.
+void frmMain::databaseOpened() {
+    guarded(u"frmMain:databaseOpened"_s, [&] {
+        const InstanceState state = m_parts.previousInstance();
+        openForReading(state.runs ? translated(u"The database is in use by another program."_s)
+                                  : state.readingOnly);
+    });
+}
+
+void frmMain::openForReading(const QString& reason) {
+    m_readingOnlyWhy =
+        reason.isEmpty() ? QString() : translated(u"Open for reading only: %1"_s).replace(u"%1"_s, reason);
+    m_readingOnly->setText(m_readingOnlyWhy);
+    m_readingOnly->setToolTip(m_readingOnlyWhy);
+    m_readingOnly->setVisible(!m_readingOnlyWhy.isEmpty());
+    const auto connection = basMain::gConnection;
+    if (m_readingOnlyWhy.isEmpty() || !connection || connection->state() != 1)
+        return;
+    const QString statement = u"PRAGMA query_only = ON"_s;
+    platform::sqlite::Statement(connection->handle(), statement, statement).step();
 }
 
 void frmMain::translateItself(const ResumeNext& step) {

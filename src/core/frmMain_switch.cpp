@@ -45,9 +45,20 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
         if (name == "mnuAbout"_L1)
             showAbout();
         act(name, searchText);
-        raiseBtnClick(tool.name(), searchText);
+        if (!refusesTool(name))
+            raiseBtnClick(tool.name(), searchText);
         refreshForm();
     });
+}
+
+// The tools look as they always do; what they would do could not be kept.
+bool frmMain::refusesTool(const QString& toolName) const {
+    static const QStringList changing{u"cmdEdit"_s, u"cmdNew"_s,    u"cmdCopy"_s,
+                                      u"cmdSave"_s, u"cmdDelete"_s, u"cmdMake"_s};
+    if (m_readingOnlyWhy.isEmpty() || !changing.contains(toolName))
+        return false;
+    platform::MsgBox(m_readingOnlyWhy, {platform::Buttons::Ok, platform::Icon::Information});
+    return true;
 }
 
 // The Find button ends in the last case and hands over an empty text; only Enter in the box carries one.

@@ -6,10 +6,14 @@
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "shared/databaseOpened.h"
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+
+std::function<void()> basMain::databaseOpened;
+
 namespace {
 
 enum class Outcome { Done, LocationInvalid };
@@ -39,6 +43,8 @@ Outcome openFile(const QString& path) {
             throw;
         return Outcome::LocationInvalid;
     }
+    if (basMain::databaseOpened)
+        basMain::databaseOpened();
     return Outcome::Done;
 }
 

@@ -1,11 +1,15 @@
-// The lock that tells a second program from the first.
+// The locks that tell a second program from the first: on the folder, and on the database of two folders.
 #include "core/InstanceLock.h"
 #include "TempProgramFolder.h"
+#include "support/Hindrances.h"
 
 #include <QProcess>
 #include <cerrno>
+#include <csignal>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -28,63 +32,226 @@ extern "C" int flock(int file, int operation) noexcept {
 namespace {
 
 using sorvanto::InstanceLock;
+using sorvanto::InstanceState;
 
-/// Asks in a process of its own; 1 when the lock is held by another.
-int askedElsewhere(const QString& path) {
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(InstanceLock(path).heldByAnother() ? 1 : 0);
-    int status = -1;
-    waitpid(child, &status, 0);
-    return WEXITSTATUS(status);
+enum class Answer { Alone, Runs, ReadingOnly };
+
+Answer answerOf(const InstanceState& state) {
+    if (state.runs)
+        return Answer::Runs;
+    return state.readingOnly.isEmpty() ? Answer::Alone : Answer::ReadingOnly;
 }
 
-TEST(InstanceLock, IsHeldAsLongAsItsOwnerLives) {
-    const support::TempProgramFolder folder;
-    const QString path = folder.path() + "\\sorvanto.lock";
-    {
-        InstanceLock first(path);
-        EXPECT_FALSE(first.heldByAnother());
-        EXPECT_FALSE(first.heldByAnother()) << "its own lock is no other's";
-        EXPECT_EQ(askedElsewhere(path), 1);
-        EXPECT_EQ(askedElsewhere(path), 1) << "asking does not take it";
+/// Asks in a process of its own.
+Answer askedElsewhere(const std::function<InstanceState(InstanceLock&)>& ask) {
+    const pid_t child = fork();
+    if (child == 0) {
+        InstanceLock lock;
+        _exit(static_cast<int>(answerOf(ask(lock))));
     }
-    EXPECT_EQ(askedElsewhere(path), 0);
-    EXPECT_TRUE(folder.has("sorvanto.lock"));
+    int status = -1;
+    waitpid(child, &status, 0);
+    return static_cast<Answer>(WEXITSTATUS(status));
+}
+
+Answer folderElsewhere(const QString& folder) {
+    return askedElsewhere([&](InstanceLock& lock) { return lock.takeFolder(folder); });
+}
+
+/// Another program that holds a lock until it is killed.
+class Holder {
+public:
+    explicit Holder(const std::function<bool()>& take) {
+        int ready[2];
+        EXPECT_EQ(pipe(ready), 0);
+        m_process = fork();
+        if (m_process == 0) {
+            const char word = take() ? 'y' : 'n';
+            [[maybe_unused]] const auto told = write(ready[1], &word, 1);
+            for (;;)
+                pause();
+        }
+        char word = 'n';
+        EXPECT_EQ(read(ready[0], &word, 1), 1);
+        EXPECT_EQ(word, 'y');
+        close(ready[0]);
+        close(ready[1]);
+    }
+    ~Holder() {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+
+private:
+    pid_t m_process;
+};
+
+class InstanceLockTest : public testing::Test {
+protected:
+    const support::TempProgramFolder folder;
+    InstanceLock lock;
+
+    Answer take() { return answerOf(lock.takeFolder(folder.path())); }
+    /// What a running program's lock file holds, with other values for process and computer.
+    QByteArray lockText(const QByteArray& process, const QByteArray& computer) const {
+        QList<QByteArray> lines;
+        {
+            InstanceLock own;
+            own.takeFolder(folder.path());
+            lines = folder.read("running.lock").split('\n');
+        }
+        lines[0] = process;
+        if (lines[2] != computer)
+            lines[3] = "00000000000000000000000000000000";  // its number
+        lines[2] = computer;
+        return lines.join('\n');
+    }
+};
+
+TEST_F(InstanceLockTest, IsHeldAsLongAsItsOwnerLives) {
+    {
+        InstanceLock first;
+        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), Answer::Alone);
+        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), Answer::Alone) << "its own lock is no other's";
+        EXPECT_EQ(folderElsewhere(folder.path()), Answer::Runs);
+        EXPECT_EQ(folderElsewhere(folder.path()), Answer::Runs) << "asking does not take it";
+    }
+    EXPECT_EQ(folderElsewhere(folder.path()), Answer::Alone);
+}
+
+TEST_F(InstanceLockTest, FallsWithAKilledProgram) {
+    {
+        const Holder other([&] { return take() == Answer::Alone; });
+        EXPECT_EQ(take(), Answer::Runs);
+    }
+    EXPECT_TRUE(folder.has("running.lock")) << "left by the killed one";
+    EXPECT_EQ(take(), Answer::Alone);
 }
 
 // A program that was started from this one and goes on, as a viewer does.
-TEST(InstanceLock, IsNotHandedOnToOtherPrograms) {
-    const support::TempProgramFolder folder;
+TEST_F(InstanceLockTest, IsNotHandedOnToOtherPrograms) {
     QProcess other;
     {
-        InstanceLock lock(folder.path("sorvanto.lock"));
-        EXPECT_FALSE(lock.heldByAnother());
+        InstanceLock own;
+        EXPECT_EQ(answerOf(own.takeFolder(folder.path())), Answer::Alone);
         other.start("cat", {});
         ASSERT_TRUE(other.waitForStarted());
     }
-    EXPECT_EQ(askedElsewhere(folder.path("sorvanto.lock")), 0);
+    EXPECT_EQ(folderElsewhere(folder.path()), Answer::Alone);
     other.closeWriteChannel();
     EXPECT_TRUE(other.waitForFinished());
 }
 
-// As on a network folder whose server knows no locks: nobody may be kept out by that.
-TEST(InstanceLock, ALockThatTheFolderCantGiveRefusesNobody) {
-    const support::TempProgramFolder folder;
-    for (const int failure : {ENOLCK, EOPNOTSUPP, EIO, EINTR}) {
-        InstanceLock lock(folder.path("sorvanto.lock"));
-        lockFailure = failure;
-        EXPECT_FALSE(lock.heldByAnother()) << strerror(failure);
-        lockFailure = EWOULDBLOCK;
-        EXPECT_TRUE(lock.heldByAnother());
-        lockFailure = 0;
-        EXPECT_FALSE(lock.heldByAnother()) << "it can be asked again";
-        EXPECT_EQ(askedElsewhere(folder.path("sorvanto.lock")), 1) << "and is held from then on";
+TEST_F(InstanceLockTest, TwoFoldersMayNotHaveOneDatabase) {
+    folder.write("sorvanto.mdb", "x");
+    const QString file = folder.path("sorvanto.mdb");
+    ASSERT_TRUE(QFile::link(file, folder.path("link.mdb")));
+    EXPECT_EQ(answerOf(lock.takeDatabase(file)), Answer::Alone);
+    for (const QString& path :
+         {file, folder.path("link.mdb"),
+          QString(folder.path() + "/../" + QFileInfo(folder.path()).fileName() + "\\sorvanto.mdb")})
+        EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(path); }), Answer::Runs)
+            << qPrintable(path);
+    folder.write("other.mdb", "x");
+    EXPECT_EQ(answerOf(lock.takeDatabase(folder.path("other.mdb"))), Answer::Alone);
+    EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(file); }), Answer::Alone)
+        << "given back with the change to another one";
+}
+
+TEST_F(InstanceLockTest, WhatDeadProgramsAndFailuresLeaveIsClearedAway) {
+    const QByteArray own = QSysInfo::machineHostName().toUtf8();
+    for (const QByteArray& left :
+         {QByteArray(), QByteArray("garbage"), QByteArray(100'000, '\n'), QByteArray("\0\1\2", 3),
+          lockText("999999999", own), lockText("1", own), lockText(QByteArray::number(getppid()), own)}) {
+        folder.write("running.lock", left);
+        InstanceLock fresh;
+        EXPECT_EQ(answerOf(fresh.takeFolder(folder.path())), Answer::Alone) << left.left(40).constData();
     }
 }
 
-TEST(InstanceLock, AFolderThatCantBeWrittenRefusesNobody) {
-    EXPECT_FALSE(InstanceLock("/nowhere/at/all/sorvanto.lock").heldByAnother());
+TEST_F(InstanceLockTest, WhatIsNoLockFileIsLeftAloneAndNothingHangs) {
+    const QString path = folder.path("running.lock");
+    const std::function<void()> things[] = {
+        [&] { EXPECT_TRUE(QDir().mkdir(path)); },
+        [&] { EXPECT_EQ(mkfifo(qPrintable(path), 0600), 0); },
+        [&] { EXPECT_TRUE(QFile::link("/dev/zero", path)); },
+        [&] { EXPECT_TRUE(QFile::link(folder.path("elsewhere"), path)); },
+    };
+    for (const auto& make : things) {
+        make();
+        InstanceLock fresh;
+        const InstanceState state = fresh.takeFolder(folder.path());
+        EXPECT_FALSE(state.runs);
+        EXPECT_EQ(state.readingOnly,
+                  folder.path() + " can not be locked, since the file " + path + " can not be made.");
+        EXPECT_FALSE(folder.has("elsewhere"));
+        EXPECT_EQ(::remove(qPrintable(path)), 0);
+    }
+}
+
+TEST_F(InstanceLockTest, AnotherComputersLockIsNotTaken) {
+    folder.write("running.lock", lockText("4711", "bench-2"));
+    const InstanceState state = lock.takeFolder(folder.path());
+    EXPECT_FALSE(state.runs) << "not proven";
+    EXPECT_EQ(state.readingOnly, folder.path() +
+                                     " was locked on the computer bench-2. If the program does not " +
+                                     "run there, delete the file " + folder.path("running.lock") + ".");
+    EXPECT_TRUE(folder.has("running.lock"));
+}
+
+TEST_F(InstanceLockTest, AFolderThatCantBeWrittenIsOnlyRead) {
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                         QFile::ExeOther));
+    {
+        const support::OrdinaryUser user;
+        EXPECT_EQ(take(), Answer::ReadingOnly);
+    }
+    EXPECT_EQ(answerOf(InstanceLock().takeFolder("/nowhere/at/all")), Answer::ReadingOnly);
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+TEST_F(InstanceLockTest, AnotherUsersProgramIsProvenToo) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "needs two users";
+    ASSERT_EQ(chmod(qPrintable(folder.path()), 01777), 0);
+    {
+        const Holder other([&] { return take() == Answer::Alone; });
+        const support::OrdinaryUser user;
+        EXPECT_EQ(take(), Answer::Runs);
+    }
+    // What the other one has left can't be cleared away by this one.
+    const support::OrdinaryUser user;
+    EXPECT_EQ(take(), Answer::ReadingOnly);
+}
+
+TEST_F(InstanceLockTest, AProgramOfTheFirstVersionIsNoticedAndKeptOut) {
+    const auto flockIt = [&] {
+        const int file = open(qPrintable(folder.path("sorvanto.lock")), O_RDWR | O_CREAT, 0600);
+        return flock(file, LOCK_EX | LOCK_NB) == 0;
+    };
+    {
+        const Holder first(flockIt);
+        EXPECT_EQ(take(), Answer::Runs);
+    }
+    EXPECT_EQ(take(), Answer::Alone);
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(flockIt() ? 1 : 0);
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "it would have started beside this one";
+}
+
+// As on a network folder whose server knows no locks: nobody is proven, so nobody is refused.
+TEST_F(InstanceLockTest, ALockThatTheFolderCantGiveRefusesNobody) {
+    for (const int failure : {ENOLCK, EOPNOTSUPP, EIO}) {
+        InstanceLock fresh;
+        lockFailure = failure;
+        EXPECT_FALSE(fresh.takeFolder(folder.path()).runs) << strerror(failure);
+        lockFailure = 0;
+    }
 }
 
 }  // namespace

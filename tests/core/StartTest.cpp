@@ -4,6 +4,7 @@
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
 #include "platform/widgets/CommandBar.h"
+#include "support/Child.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -161,6 +162,42 @@ TEST_F(StartTest, TheRefusalOfASecondInstanceIsTranslated) {
     asker.expectMsgBox("Once is enough.", {platform::Buttons::Ok, platform::Icon::Critical});
     load();
     EXPECT_EQ(programEnds, 1);
+}
+
+TEST_F(StartTest, WhatCantBeLockedIsOpenForReadingOnly) {
+    parts.previousInstance = [] {
+        InstanceState state;
+        state.readingOnly = "/media/stick can not be locked.";
+        return state;
+    };
+    load();
+    const QString sentence = "Open for reading only: /media/stick can not be locked.";
+    const auto* banner = support::child<QLabel>(*window, "lblReadingOnly");
+    EXPECT_FALSE(banner->isHidden());
+    EXPECT_EQ(banner->text(), sentence);
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_THROW(openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('x')"), platform::RuntimeError);
+    taken();
+    for (const char* tool : {"cmdEdit", "cmdNew", "cmdCopy", "cmdSave", "cmdDelete", "cmdMake"}) {
+        asker.expectMsgBox(sentence, {platform::Buttons::Ok, platform::Icon::Information});
+        window->ActiveBar_ToolClick(window->bar().band("MainBar").tool(tool));
+        EXPECT_FALSE(taken().join('\n').contains("btnClick")) << tool;
+    }
+    window->ActiveBar_ToolClick(window->bar().band("MainBar").tool("cmdNext"));
+    EXPECT_TRUE(taken().join('\n').contains("btnClick")) << "browsing works";
+}
+
+TEST_F(StartTest, ADatabaseOpenedLaterIsAskedAboutToo) {
+    bool another = false;
+    parts.previousInstance = [&] { return another; };
+    load();
+    EXPECT_TRUE(support::child<QLabel>(*window, "lblReadingOnly")->isHidden());
+    basMain::gConnection = std::make_shared<platform::Connection>();
+    another = true;
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_EQ(support::child<QLabel>(*window, "lblReadingOnly")->text(),
+              "Open for reading only: The database is in use by another program.");
+    EXPECT_THROW(openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('x')"), platform::RuntimeError);
 }
 
 TEST_F(StartTest, AFailedStepIsReportedAndTheRestGoesOn) {

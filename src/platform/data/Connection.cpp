@@ -8,9 +8,13 @@
 #include "platform/data/LikePattern.h"
 #include "platform/data/Sqlite.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -77,6 +81,32 @@ void probe(const Handle& database, const QString& path) {
         cannotOpen(database, path);
 }
 
+/// Where no file can be made beside the database, nothing can be written safely.
+bool isFolderWritable(const QFileInfo& file) {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(file.absolutePath()).constData(), W_OK, AT_EACCESS) == 0;
+}
+
+/// A medium that nobody can write, with nothing left half done on it: the engine needs no locks then, nor
+/// files beside the database.
+bool isImmutable(const QFileInfo& file) {
+    struct statvfs medium {};
+    const QString path = file.absoluteFilePath();
+    return ::statvfs(QFile::encodeName(path).constData(), &medium) == 0 && (medium.f_flag & ST_RDONLY) != 0 &&
+           !QFile::exists(path + u"-journal"_s) && !QFile::exists(path + u"-wal"_s);
+}
+
+/// One thread alone uses a connection; locks for others would cost a third of each short step.
+Handle openHandle(const QByteArray& name, int flags, const QString& path) {
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(name.constData(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    Handle database(opened);
+    if (code != SQLITE_OK)
+        cannotOpen(database, path);
+    configure(database.get());
+    probe(database, path);
+    return database;
+}
+
 Handle openFile(const QString& path) {
     const QFileInfo file(path);
     if (file.isDir())
@@ -85,16 +115,15 @@ Handle openFile(const QString& path) {
         cannotOpen(error::cannotOpen, path, u"there is no such file"_s);
     if (file.size() == 0)
         cannotOpen(error::general, path, u"the file is empty"_s);
-    sqlite3* opened = nullptr;
-    // One thread alone uses a connection; locks for others would cost a third of each short step.
-    const int code = sqlite3_open_v2(file.absoluteFilePath().toUtf8().constData(), &opened,
-                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-    Handle database(opened);
-    if (code != SQLITE_OK)
-        cannotOpen(database, path);
-    configure(database.get());
-    probe(database, path);
-    return database;
+    const QByteArray name = file.absoluteFilePath().toUtf8();
+    try {
+        return openHandle(name, isFolderWritable(file) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY, path);
+    } catch (const RuntimeError&) {
+        if (!isImmutable(file))
+            throw;
+    }
+    return openHandle("file:" + name.toPercentEncoding("/") + "?immutable=1",
+                      SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, path);
 }
 
 }  // namespace

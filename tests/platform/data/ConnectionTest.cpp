@@ -8,9 +8,27 @@
 #include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool mediumIsReadOnly = false;
+
+}  // namespace
+
+/// In the place of the system's own.
+extern "C" int statvfs(const char* path, struct statvfs* medium) noexcept {
+    struct statfs system {};
+    if (::statfs(path, &system) != 0)
+        return -1;
+    *medium = {};
+    medium->f_flag = mediumIsReadOnly ? ST_RDONLY : 0;
+    return 0;
+}
 
 namespace platform {
 namespace {
@@ -144,6 +162,54 @@ TEST_F(ConnectionTest, ReadsWhatItMayNotWrite) {
     chmod(QFile::encodeName(path()).constData(), 0600);
     const WithoutRights user;
     EXPECT_EQ(openFailure(path()).number(), error::cannotOpen);
+}
+
+// A database can't be changed where no file can be made beside it.
+TEST_F(ConnectionTest, ReadsInAFolderThatItMayNotWrite) {
+    if (!WithoutRights::possible())
+        GTEST_SKIP() << "needs to start as root";
+    connection->close();
+    const QString folder = QFileInfo(path()).path();
+    chmod(QFile::encodeName(folder).constData(), 0755);
+    chmod(QFile::encodeName(path()).constData(), 0666);
+    const WithoutRights user;
+    connection->open(source(path()));
+    EXPECT_TRUE(connection->isReadOnly());
+    EXPECT_EQ(rows(u"SELECT LogID FROM Log"_s)->recordCount(), 12);
+    connection->close();
+}
+
+// As on a medium that can't be written: a file in the engine's other mode would need files beside it.
+TEST_F(ConnectionTest, ReadsFromAMediumThatNobodyCanWrite) {
+    if (!WithoutRights::possible())
+        GTEST_SKIP() << "needs to start as root";
+    sqlite3_exec(connection->handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    connection->close();
+    chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), 0755);
+    chmod(QFile::encodeName(path()).constData(), 0444);
+    const WithoutRights user;
+    EXPECT_EQ(openFailure(path()).number(), error::general);
+    mediumIsReadOnly = true;
+    connection->open(source(path()));
+    EXPECT_TRUE(connection->isReadOnly());
+    EXPECT_EQ(rows(u"SELECT LogID FROM Log"_s)->recordCount(), 12);
+    connection->close();
+    mediumIsReadOnly = false;
+}
+
+// What a crash has left beside it can't be taken back there, and must not be passed over.
+TEST_F(ConnectionTest, AnUnfinishedChangeOnSuchAMediumIsNoDatabase) {
+    if (!WithoutRights::possible())
+        GTEST_SKIP() << "needs to start as root";
+    sqlite3_exec(connection->handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    connection->close();
+    chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), 0755);
+    chmod(QFile::encodeName(path()).constData(), 0444);
+    writeFile(path() + u"-journal"_s, "unfinished");
+    const WithoutRights user;
+    mediumIsReadOnly = true;
+    EXPECT_EQ(openFailure(path()).number(), error::general);
+    mediumIsReadOnly = false;
 }
 
 TEST_F(ConnectionTest, TellsAFullDiskAndKeepsTheFile) {
