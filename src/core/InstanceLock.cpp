@@ -79,9 +79,4 @@ InstanceState InstanceLock::takeDatabase(const QString& file) {
     return take(*m_database, file);
 }
 
-InstanceLock& instanceLock() {
-    static InstanceLock lock;
-    return lock;
-}
-
 }  // namespace sorvanto

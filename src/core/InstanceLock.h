@@ -35,7 +35,4 @@ private:
     int m_firstVersion = -1;  ///< the file by which programs of version 1.0 know each other
 };
 
-/// The locks of this process, held to its end.
-InstanceLock& instanceLock();
-
 }  // namespace sorvanto

@@ -46,13 +46,13 @@ void setScreens(Parts& parts) {
 }
 
 /// The folder first, then the database that is open.
-InstanceState findOtherPrograms() {
-    InstanceState state = instanceLock().takeFolder(platform::programFolder());
+InstanceState findOtherPrograms(InstanceLock& lock) {
+    InstanceState state = lock.takeFolder(platform::programFolder());
     const auto connection = basMain::gConnection;
     if (state.runs || !connection || connection->state() != 1)
         return state;
     const QString file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"));
-    const InstanceState ofDatabase = instanceLock().takeDatabase(file);
+    const InstanceState ofDatabase = lock.takeDatabase(file);
     state.runs = ofDatabase.runs;
     if (connection->isReadOnly())
         state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, file);
@@ -74,7 +74,8 @@ Parts realParts() {
             return rescue->offer(path);
         };
     };
-    parts.previousInstance = findOtherPrograms;
+    // Held as long as the window lives.
+    parts.previousInstance = [lock = std::make_shared<InstanceLock>()] { return findOtherPrograms(*lock); };
     parts.editOptions = frmOptions::edit;
     return parts;
 }

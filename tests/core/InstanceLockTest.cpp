@@ -2,10 +2,10 @@
 #include "core/InstanceLock.h"
 #include "TempProgramFolder.h"
 #include "support/Hindrances.h"
+#include "support/OtherProcess.h"
 
 #include <QProcess>
 #include <cerrno>
-#include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -58,36 +58,6 @@ Answer folderElsewhere(const QString& folder) {
     return askedElsewhere([&](InstanceLock& lock) { return lock.takeFolder(folder); });
 }
 
-/// Another program that holds a lock until it is killed.
-class Holder {
-public:
-    explicit Holder(const std::function<bool()>& take) {
-        int ready[2];
-        EXPECT_EQ(pipe(ready), 0);
-        m_process = fork();
-        if (m_process == 0) {
-            const char word = take() ? 'y' : 'n';
-            [[maybe_unused]] const auto told = write(ready[1], &word, 1);
-            for (;;)
-                pause();
-        }
-        char word = 'n';
-        EXPECT_EQ(read(ready[0], &word, 1), 1);
-        EXPECT_EQ(word, 'y');
-        close(ready[0]);
-        close(ready[1]);
-    }
-    ~Holder() {
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-    }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-
-private:
-    pid_t m_process;
-};
-
 class InstanceLockTest : public testing::Test {
 protected:
     const support::TempProgramFolder folder;
@@ -123,7 +93,7 @@ TEST_F(InstanceLockTest, IsHeldAsLongAsItsOwnerLives) {
 
 TEST_F(InstanceLockTest, FallsWithAKilledProgram) {
     {
-        const Holder other([&] { return take() == Answer::Alone; });
+        const support::OtherProcess other([&] { return take() == Answer::Alone; });
         EXPECT_EQ(take(), Answer::Runs);
     }
     EXPECT_TRUE(folder.has("running.lock")) << "left by the killed one";
@@ -217,7 +187,7 @@ TEST_F(InstanceLockTest, AnotherUsersProgramIsProvenToo) {
         GTEST_SKIP() << "needs two users";
     ASSERT_EQ(chmod(qPrintable(folder.path()), 01777), 0);
     {
-        const Holder other([&] { return take() == Answer::Alone; });
+        const support::OtherProcess other([&] { return take() == Answer::Alone; });
         const support::OrdinaryUser user;
         EXPECT_EQ(take(), Answer::Runs);
     }
@@ -232,7 +202,7 @@ TEST_F(InstanceLockTest, AProgramOfTheFirstVersionIsNoticedAndKeptOut) {
         return flock(file, LOCK_EX | LOCK_NB) == 0;
     };
     {
-        const Holder first(flockIt);
+        const support::OtherProcess first(flockIt);
         EXPECT_EQ(take(), Answer::Runs);
     }
     EXPECT_EQ(take(), Answer::Alone);

@@ -1,8 +1,10 @@
 // sorvanto-db: what it makes, finds, copies and puts back, its refusals and its exit codes.
+#include "OtherProcess.h"
 #include "TestDatabase.h"
 #include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "platform/basic/ProcessLock.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
@@ -329,6 +331,14 @@ TEST_F(DatabaseTool, RestoresAndKeepsWhatWasThere) {
     {
         const FileUser user(path("a.mdb"));
         EXPECT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 1) << "while a change is under way";
+        EXPECT_TRUE(err.contains("in use")) << qPrintable(err);
+    }
+    {
+        const support::OtherProcess program([&] {
+            static platform::ProcessLock lock(platform::lockPathOf(path("a.mdb")));
+            return lock.take() == platform::ProcessLock::Outcome::Taken;
+        });
+        EXPECT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 1) << "while the program has it open";
         EXPECT_TRUE(err.contains("in use")) << qPrintable(err);
     }
     ASSERT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 0);
