@@ -13,7 +13,7 @@ build="g++ cmake ninja-build ccache mold pkg-config python3
   fonts-inter fonts-dejavu-core fonts-liberation2"
 display="xvfb openbox xauth"
 test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
-  cups-daemon cups-client cups-filters printer-driver-cups-pdf"
+  desktop-file-utils appstream librsvg2-bin cups-daemon cups-client cups-filters printer-driver-cups-pdf"
 lint="clang-tidy"
 package="dpkg-dev lintian desktop-file-utils appstream librsvg2-bin"
 fuzz="clang-14 libclang-rt-14-dev"
