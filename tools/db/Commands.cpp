@@ -1,11 +1,15 @@
 // Reads the command line of sorvanto-db and does the work.
 #include "db/Commands.h"
 
+#include "db/Archive.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Version.h"
 #include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,10 +31,14 @@ const char usage[] =
     "  sorvanto-db backup FILE TARGET      copies a database, also one in use, and checks the copy\n"
     "  sorvanto-db restore BACKUP FILE     puts a copy back and keeps what was there before;\n"
     "                                      close the program first\n"
+    "  sorvanto-db archive FILE ARCHIVE [--keep MONTHS]\n"
+    "                                      puts everything into a new file and keeps the batches of the last\n"
+    "                                      months (12 unless told) in FILE, numbered from 1; close the program\n"
+    "                                      first\n"
     "\n"
     "  sorvanto-db --help | --version\n"
     "\n"
-    "create, sample and backup never write over an existing file.\n";
+    "create, sample, backup and archive never write over an existing file.\n";
 
 int check(const QString& file, QTextStream& out) {
     const QStringList problems = checkDatabase(file);
@@ -47,6 +55,34 @@ int restore(const QString& backup, const QString& file, QTextStream& out) {
     if (!aside.isEmpty())
         out << "What was there before is kept as " << aside << '\n';
     return done;
+}
+
+int archive(const QString& file, const QString& target, int months, QTextStream& out) {
+    platform::Connection connection;
+    connection.open(u"Data Source="_s + file);
+    const QStringList open = openWork(platform::programFolder(), identityOf(connection.handle()));
+    connection.close();
+    if (!open.isEmpty())
+        throw platform::RuntimeError(platform::error::general,
+                                     u"To be closed in the program first: "_s + open.join(u"; "_s));
+    const QDate firstKept = platform::today().date().addMonths(-months);
+    const ArchiveResult result = archiveDatabase(file, target, firstKept);
+    out << target << ": everything up to now, checked\n"
+        << file << ": " << result.kept << " batches since " << firstKept.toString(Qt::ISODate) << " stay, "
+        << result.moved << " older ones and " << result.prescriptions << " prescriptions of them have left\n";
+    return done;
+}
+
+/// Months of "archive FILE ARCHIVE [--keep MONTHS]", 12 when not given, -1 when it is no such command line.
+int wantedMonths(const QStringList& arguments) {
+    constexpr int mostMonths = 1200;
+    if (arguments.size() == 3)
+        return 12;
+    if (arguments.size() != 5 || arguments.at(3) != "--keep"_L1)
+        return -1;
+    bool isNumber = false;
+    const int months = arguments.at(4).toInt(&isNumber);
+    return isNumber && months >= 1 && months <= mostMonths ? months : -1;
 }
 
 /// Rows of "sample FILE [--rows N]", 0 when not given, -1 when it is no such command line.
@@ -79,6 +115,8 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
         out << "sorvanto-db " << platform::programVersion() << '\n';
         return done;
     }
+    if (command == "archive"_L1 && wantedMonths(arguments) > 0)
+        return archive(arguments.at(1), arguments.at(2), wantedMonths(arguments), out);
     const bool help = command == "--help"_L1 || command == "-h"_L1;
     (help ? out : err) << usage;
     return help ? done : wrongUse;

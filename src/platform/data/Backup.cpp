@@ -45,24 +45,6 @@ bool moveWithJournal(const QString& from, const QString& to) {
     return !QFile::exists(from + journal) || QFile::rename(from + journal, to + journal);
 }
 
-/// Asked without opening the file as a database: that would roll an unfinished change back.
-void refuseInUse(const QString& file) {
-    constexpr off_t lockBytes = 0x40000000;  // where the engine's locks lie, whatever is in the file
-    constexpr off_t lockCount = 512;
-    const int descriptor = ::open(QFile::encodeName(file).constData(), O_RDWR | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    struct flock lock {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = lockBytes;
-    lock.l_len = lockCount;
-    const bool known = ::fcntl(descriptor, F_GETLK, &lock) == 0;
-    ::close(descriptor);
-    if (known && lock.l_type != F_UNLCK)
-        fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(file));
-}
-
 /// A journal that outlived its file would be played into whatever takes the file's place.
 void putJournalAside(const QString& file) {
     const QString journal = u"-journal"_s;
@@ -118,6 +100,24 @@ void collectProblems(sqlite3* database, QStringList& problems) {
 }
 
 }  // namespace
+
+/// Asked without opening the file as a database: that would roll an unfinished change back.
+void refuseInUse(const QString& file) {
+    constexpr off_t lockBytes = 0x40000000;  // where the engine's locks lie, whatever is in the file
+    constexpr off_t lockCount = 512;
+    const int descriptor = ::open(QFile::encodeName(platformPath(file)).constData(), O_RDWR | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = lockBytes;
+    lock.l_len = lockCount;
+    const bool known = ::fcntl(descriptor, F_GETLK, &lock) == 0;
+    ::close(descriptor);
+    if (known && lock.l_type != F_UNLCK)
+        fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(file));
+}
 
 void backupDatabase(const QString& file, const QString& target) {
     const QString path = platformPath(target);

@@ -19,6 +19,10 @@ void backupDatabase(const QString& file, const QString& target);
 /// Throws permissionDenied when another program has the file open at this moment.
 QString restoreDatabase(const QString& backup, const QString& file);
 
+/// Throws permissionDenied when another program has the file open at this moment. Looks without opening it as a
+/// database, and not to be called while this process has it open.
+void refuseInUse(const QString& file);
+
 /// What the engine finds wrong with pages, indexes, checks and relations; empty when all is well.
 /// Throws when the file can't be opened as a database. A cancelled look gives what was found until then.
 QStringList integrityProblems(const QString& file, const Cancelled& cancelled = {});

@@ -1,0 +1,186 @@
+// The archive is made, checked and named first; the file changes last, in one transaction of the engine.
+#include "db/Archive.h"
+
+#include "db/DatabaseCheck.h"
+#include "db/KeyMap.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+#include "platform/data/Transaction.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::Connection;
+using platform::RuntimeError;
+using platform::sqlite::Statement;
+
+[[noreturn]] void refuse(const QString& why) {
+    throw RuntimeError(platform::error::general, why, u"Archive"_s);
+}
+
+void run(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    while (statement.step()) {
+    }
+}
+
+std::int64_t number(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+QString text(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    return statement.step() ? statement.value(0, {platform::ColumnKind::Text, 0}).toString() : QString();
+}
+
+void refuseUnsound(const QString& file) {
+    if (const QStringList problems = checkDatabase(file); !problems.isEmpty())
+        refuse(u"\"%1\" is not sound: %2"_s.arg(file, problems.first()));
+}
+
+/// The archive under its provisional name; goes with the object unless it was finished.
+class NewArchive {
+public:
+    explicit NewArchive(QString target) : m_target(std::move(target)), m_path(m_target + u".making"_s) {}
+    ~NewArchive() {
+        if (m_path.isEmpty())
+            return;
+        QFile::remove(m_path);
+        QFile::remove(m_path + u"-journal"_s);
+    }
+    NewArchive(const NewArchive&) = delete;
+    NewArchive& operator=(const NewArchive&) = delete;
+
+    const QString& path() const { return m_path; }
+    void takeName() {
+        platform::replaceFile(m_path, m_target);
+        m_path = m_target;
+    }
+    /// The file knows the archive from now on.
+    void keep() { m_path.clear(); }
+
+private:
+    QString m_target, m_path;
+};
+
+/// All rows as they are, the identity of its own, and the map.
+QString makeArchive(const QString& file, const NewArchive& archive, const QString& oldOnes) {
+    platform::copyDatabase(file, archive.path());
+    Connection connection;
+    connection.open(u"Data Source="_s + archive.path());
+    sqlite3* database = connection.handle();
+    platform::Transaction transaction(database);
+    run(database,
+        u"UPDATE FileIdentity SET fid_Parent = fid_Identity, fid_Identity = lower(hex(randomblob(16)))"_s);
+    const QString identity = text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
+    writeKeyMap(database, identity, oldOnes);
+    transaction.commit();
+    return identity;
+}
+
+/// What is older leaves the file, lines and prescriptions with their batches; the rest gets its new keys.
+void shrink(sqlite3* database, const QString& identity, const QString& oldOnes) {
+    writeKeyMap(database, identity, oldOnes);
+    run(database,
+        u"CREATE TABLE IF NOT EXISTS ArchivedBatch (abt_Archive TEXT(32) NOT NULL, abt_Lot TEXT(40) "
+        "COLLATE NOCASE, abt_Date DATETIME)"_s);
+    run(database, u"CREATE INDEX IF NOT EXISTS ArchivedBatch_Lot ON ArchivedBatch (abt_Lot, abt_Date)"_s);
+    run(database, u"INSERT INTO ArchivedBatch SELECT '%1', log_Lot, log_Date FROM Log WHERE %2"_s.arg(
+                      identity, oldOnes));
+    run(database, u"DELETE FROM RXs WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));
+    run(database, u"DELETE FROM LogChem WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));
+    run(database, u"DELETE FROM Log WHERE %1"_s.arg(oldOnes));
+    renumber(database);
+}
+
+void refuseUnlessWhole(sqlite3* database, const QString& archive) {
+    Statement relations(database, u"PRAGMA foreign_key_check"_s, {});
+    if (relations.step())
+        refuse(u"A relation would break"_s);
+    Statement integrity(database, u"PRAGMA integrity_check"_s, {});
+    if (integrity.step() && integrity.value(0, {platform::ColumnKind::Text, 0}).toString() != "ok"_L1)
+        refuse(u"The file would not be sound"_s);
+    Connection old;
+    old.open(u"Data Source="_s + archive);
+    if (const QString difference = firstDifference(old.handle(), database); !difference.isEmpty())
+        refuse(difference);
+}
+
+/// Whether the file was changed although the engine reported a failure of the last step.
+bool knowsArchive(const QString& file, const QString& identity) {
+    try {
+        Connection connection;
+        connection.open(u"Data Source="_s + file);
+        return number(connection.handle(),
+                      u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) > 0;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void refuseUnfit(sqlite3* database) {
+    if (identityOf(database).isEmpty())
+        refuse(
+            u"The file is of an older version; start the program on it once, which brings it up to date"_s);
+    if (!text(database, u"SELECT fid_Parent FROM FileIdentity"_s).isEmpty())
+        refuse(u"The file is an archive itself"_s);
+}
+
+}  // namespace
+
+QString identityOf(sqlite3* database) {
+    if (number(database, u"SELECT count(*) FROM sqlite_schema WHERE name = 'FileIdentity'"_s) == 0)
+        return {};
+    return text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
+}
+
+ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, const QDate& firstKept) {
+    const QString target = platform::platformPath(archivePath);
+    if (QFile::exists(target))
+        throw RuntimeError(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(target));
+    platform::refuseInUse(file);
+    refuseUnsound(file);
+    Connection connection;
+    connection.open(u"Data Source="_s + file);
+    sqlite3* database = connection.handle();
+    refuseUnfit(database);
+    const QString oldOnes = u"coalesce(log_Date < '%1 00:00:00', 0)"_s.arg(firstKept.toString(Qt::ISODate));
+    run(database, u"PRAGMA foreign_keys = OFF"_s);  // looked through as a whole at the end
+    platform::Transaction transaction(database);    // from here on nobody else writes
+    ArchiveResult result;
+    result.moved = number(database, u"SELECT count(*) FROM Log WHERE %1"_s.arg(oldOnes));
+    result.kept = number(database, u"SELECT count(*) FROM Log"_s) - result.moved;
+    result.prescriptions = number(
+        database, u"SELECT count(*) FROM RXs WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));
+    if (result.moved == 0)
+        refuse(
+            u"No batch is older than %1: there is nothing to archive"_s.arg(firstKept.toString(Qt::ISODate)));
+    NewArchive archive(target);
+    const QString identity = makeArchive(file, archive, oldOnes);
+    refuseUnsound(archive.path());
+    shrink(database, identity, oldOnes);
+    refuseUnlessWhole(database, archive.path());
+    archive.takeName();
+    try {
+        transaction.commit();
+    } catch (...) {
+        if (knowsArchive(file, identity))
+            archive.keep();
+        throw;
+    }
+    archive.keep();
+    sqlite3_exec(database, "VACUUM", nullptr, nullptr, nullptr);  // without room for it the file stays large
+    return result;
+}
+
+}  // namespace sorvanto
