@@ -62,10 +62,10 @@ void RecordListPlace::translate() {
 }
 
 void RecordListPlace::setScreen(RecordScreen* screen) {
-    if (screen)
-        translate();
     m_picks = false;
     m_pane->setScreen(dynamic_cast<ListedScreen*>(screen));
+    if (m_pane->hasScreen())
+        translate();
     place();
 }
 

@@ -59,7 +59,8 @@ protected:
             return event.accident == Accident::MixerRestarts;
         });
         if (restarted) {
-            EXPECT_LE(rig.mixesRun(), toldOf) << what;  // a start that it forgot counts as a mix without results
+            EXPECT_LE(rig.mixesRun(), toldOf)
+                << what;  // a start that it forgot counts as a mix without results
         } else {
             EXPECT_EQ(rig.mixesRun(), toldOf) << what;
             EXPECT_GE(rig.mixesLogged(), 1) << what;

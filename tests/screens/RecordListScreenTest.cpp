@@ -93,8 +93,8 @@ TEST_F(RecordListScreenTest, AChosenRowMovesTheSet) {
 TEST_F(RecordListScreenTest, ARowThatTheSetDoesNotHoldIsOpenedAsASearchWould) {
     show(wide, u"cmdFormulas"_s);
     choose(1);
-    sql(u"INSERT INTO Formula (FormulaID, frm_Name, frm_Quantity, frm_JarSize, frm_FormType, frm_GUID)"
-        " VALUES (77, 'Late Comer', 10, 3, 3, 'g77')"_s);
+    sql(u"INSERT INTO Formula SELECT 77, 'Late Comer', frm_Desc, frm_Strength, frm_Units, frm_Instructions, frm_Quantity,"
+        " frm_JarSize, frm_FormType, frm_AWP, frm_NDC, 'g77', frm_Mix FROM Formula WHERE FormulaID = 2"_s);
     click(u"cmdFirst"_s);
     click(u"cmdNext"_s);
     const QString before = caption();
@@ -187,8 +187,10 @@ TEST_F(RecordListScreenTest, ItsKeysWorkFromTheForm) {
 }
 
 TEST_F(RecordListScreenTest, ABatchSaysWhetherItWasInterruptedOrSimulated) {
-    sql(u"UPDATE Log SET log_Results = '<Results Value=\"SV26\"><Interuption Value=\"U\"/></Results>' WHERE LogID = 1"_s);
-    sql(u"UPDATE Log SET log_Results = '<Results><HardwareVersion Value=\"SIM-2.1\"/></Results>' WHERE LogID = 2"_s);
+    sql(u"UPDATE Log SET log_Results = replace(log_Results, '<Interuption Value=\"No\"', '<Interuption Value=\"U\"')"
+        " WHERE LogID = 1"_s);
+    sql(u"UPDATE Log SET log_Results = replace(log_Results, '<HardwareVersion Value=\"', '<HardwareVersion Value=\"SIM-')"
+        " WHERE LogID = 2"_s);
     show(wide, u"cmdLogs"_s);
     constexpr int remark = 6;
     QStringList remarks;
