@@ -2,10 +2,10 @@
 // measure, and makes one page a call, so that the first can be seen before the last exists.
 #pragma once
 
-#include "platform/report/GrownSection.h"
-#include "platform/report/PageDocument.h"
+#include "platform/report/PageWriter.h"
 #include "platform/report/Report.h"
-#include "platform/report/TextFitting.h"
+
+#include <optional>
 
 namespace platform {
 
@@ -34,18 +34,8 @@ private:
     void placeIfAny(SectionKind kind, int y);
     /// Formats the section and adds its items at the place.
     void place(Section& section, int x, int y, int column);
-    /// The same for one that is formatted.
-    void placeFormatted(const Section& section, int x, int y, int column);
     /// The next part of a section whose texts have grown.
     void placeGrown();
-    void addPiece(const GrownSection::Piece& piece, int y);
-    /// A band that begins with the next item.
-    PageBand bandAt(const Section& section, int x, int y, int column) const;
-    void leaveLabelOut(const PageBand& band);
-    PageItem itemOf(const Control& control, std::size_t index, int x, int y);
-    void addItem(const Section& section, std::size_t index, int x, int y);
-    void addText(const Control& control, PageItem& item, int clear);
-    void addFootnote();
     void fetch();
     void advanceRow();
     int bodyBottom();
@@ -53,13 +43,10 @@ private:
 
     Report& m_report;
     PageDocument& m_document;
-    TextFitting m_fitting;
-    Page m_page;
-    std::vector<std::vector<int>> m_clear;  ///< by section and control: see clearances()
-    std::vector<const Control*> m_hidden;   ///< values of the band being placed that stand as "####"
-    std::optional<GrownSection> m_grown;    ///< what is left of a section that goes on over pages
+    TextMeasure& m_measure;
+    std::optional<PageWriter> m_writer;   ///< from the first page on
+    std::optional<GrownSection> m_grown;  ///< what is left of a section that goes on over pages
     Section* m_grownSection = nullptr;
-    bool m_footnote = false;               ///< the page has a value that stands as "####"
     std::vector<Section*> m_boundFooters;  ///< footers with bound fields: they show the last row
     Stage m_stage = Stage::Start;
     bool m_ended = false;

@@ -1,9 +1,8 @@
 // From bands and items to rows and cells.
 #include "platform/report/SpreadsheetExport.h"
 
-#include "platform/basic/Currency.h"
-#include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
+#include "platform/report/CellValue.h"
 #include "platform/report/ReportRun.h"
 #include "platform/report/SheetPlan.h"
 #include "platform/report/TextMeasure.h"
@@ -22,49 +21,10 @@ namespace {
 
 bool isDate(const QVariant& value) { return value.userType() == QMetaType::QDateTime; }
 
-/// The value as a cell's number, where it is one.
-std::optional<double> cellNumber(const QVariant& value) {
-    switch (value.userType()) {
-    case QMetaType::Int:
-    case QMetaType::Short:
-    case QMetaType::LongLong:
-    case QMetaType::UInt:
-    case QMetaType::Double: {
-        const double number = value.toDouble();
-        return std::isfinite(number) ? std::optional(number) : std::nullopt;
-    }
-    case QMetaType::QDateTime: {
-        // Before 1 March 1900 spreadsheets count days differently.
-        const double days = toSerial(value.toDateTime());
-        return days >= 61 ? std::optional(days) : std::nullopt;
-    }
-    default:
-        break;
-    }
-    if (value.userType() == qMetaTypeId<Currency>())
-        return value.value<Currency>().toDouble();
-    return std::nullopt;
-}
-
 constexpr int mostWidened = 4800;       // twips up to which a column is made wider for a text
 constexpr double lineHeight = 1.275;    // of a font, in its points
 constexpr int cellPadding = 100;        // twips that a cell keeps free beside its text
 constexpr double roomForOthers = 1.04;  // fonts of other systems are a little wider
-
-QString quoted(const QString& literal) {
-    if (literal.isEmpty())
-        return {};
-    return '"'_L1 + QString(literal).remove('"'_L1) + '"'_L1;
-}
-
-/// A text as its cell holds it: line ends are the spreadsheet's and none is last, tabs are gaps.
-QString cellText(QString text) {
-    text.replace(u"\r\n"_s, u"\n"_s);
-    text.replace('\r'_L1, '\n'_L1);
-    while (text.endsWith('\n'_L1))
-        text.chop(1);
-    return text.replace('\t'_L1, u"   "_s);
-}
 
 class Writer {
 public:
@@ -273,23 +233,6 @@ private:
 };
 
 }  // namespace
-
-QString numberFormatOf(const QString& picture) {
-    const QString first = picture.section(';'_L1, 0, 0);
-    qsizetype start = 0, end = first.size();
-    const auto isPlace = [&](qsizetype i) { return first[i] == '#'_L1 || first[i] == '0'_L1; };
-    while (start < end && !isPlace(start))
-        ++start;
-    if (start == end) {  // a date: letters stand, marks between them are literal
-        QString format;
-        for (const QChar character : first)
-            format += character.isLetter() ? QString(character) : '\\'_L1 + QString(character);
-        return format;
-    }
-    while (end > start && !isPlace(end - 1))
-        --end;
-    return quoted(first.left(start)) + first.mid(start, end - start) + quoted(first.mid(end));
-}
 
 QByteArray spreadsheet(const PageDocument& document) { return Writer(document).bytes(); }
 

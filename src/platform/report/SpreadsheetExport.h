@@ -15,9 +15,6 @@ class Report;
 /// The file's bytes. Throws overflow with a message for the user where the format has no room.
 QByteArray spreadsheet(const PageDocument& document);
 
-/// The format of a picture in the spreadsheet's own language.
-QString numberFormatOf(const QString& picture);
-
 /// Runs the report without showing it and writes the file, whole or not at all, over an existing one.
 /// The path may be written with "\". Throws what an event threw, and on a file that can't be written.
 void exportReport(std::unique_ptr<Report> report, const QString& path);

@@ -6,6 +6,7 @@
 
 #include "platform/basic/Currency.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/CellValue.h"
 #include "platform/report/SpreadsheetExport.h"
 #include "platform/report/XlsWorkbook.h"
 
