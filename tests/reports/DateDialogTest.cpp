@@ -2,6 +2,7 @@
 #include "Child.h"
 #include "ReportTest.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/widgets/Theme.h"
 #include "reports/frmReportDate.h"
 #include "shared/basMain.h"
 
@@ -114,6 +115,33 @@ TEST_F(DateDialogTest, EveryDateAndTimeHasRoom) {
         const int needed = line->fontMetrics().horizontalAdvance(line->text());
         EXPECT_GE(line->contentsRect().width() - 4, needed) << system << str(line->text());
     }
+    platform::setSystemLocale(std::nullopt);
+}
+
+TEST_F(DateDialogTest, TextsHaveRoomInEveryLanguage) {
+    for (const auto& [language, system] : {std::pair{"English", "en_US"},
+                                           {"German", "de_DE"},
+                                           {"Spanish", "es_ES"},
+                                           {"French", "fr_FR"},
+                                           {"Russian", "ru_RU"},
+                                           {"Portuguese", "pt_PT"},
+                                           {"Italian", "it_IT"},
+                                           {"Swiss", "fr_CH"}}) {
+        speak(language);
+        platform::setSystemLocale(QLocale(system));
+        for (const bool dark : {false, true}) {
+            platform::applyTheme(*qApp, dark);
+            frmReportDate form;
+            form.show();
+            for (const auto* label : form.findChildren<QLabel*>())
+                EXPECT_GE(label->width(), label->sizeHint().width()) << language << " " << str(label->text());
+            for (const auto* button : form.findChildren<QPushButton*>())
+                EXPECT_GE(button->width(), button->minimumSizeHint().width())
+                    << language << " " << str(button->text());
+            kept(form, "report-dates-" + QString(language) + (dark ? "-dark" : ""), dark);
+        }
+    }
+    platform::applyTheme(*qApp, false);
     platform::setSystemLocale(std::nullopt);
 }
 

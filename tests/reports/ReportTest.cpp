@@ -251,11 +251,11 @@ QString ReportTest::pdf(const ReportRun& run, const QString& name) const {
     return path;
 }
 
-void ReportTest::kept(QWidget& window, const QString& name) {
+void ReportTest::kept(QWidget& window, const QString& name, bool dark) {
     const QString place = qEnvironmentVariable("SORVANTO_PICTURES");
     if (place.isEmpty() || !QDir().mkpath(place))
         return;
-    applyTheme(*qApp, false);
+    applyTheme(*qApp, dark);
     window.show();
     support::settle();
     window.grab().save(place + '/' + name + ".png");

@@ -72,7 +72,7 @@ protected:
     QString pdf(const platform::ReportRun& run, const QString& name) const;
     /// Only for the eye: nothing without SORVANTO_PICTURES.
     static void kept(const platform::ReportRun& run, const QString& name);
-    static void kept(QWidget& window, const QString& name);
+    static void kept(QWidget& window, const QString& name, bool dark = false);
 };
 
 /// A report of the small pharmacy between two dates, which have a time of day.

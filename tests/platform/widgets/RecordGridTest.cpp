@@ -6,6 +6,7 @@
 #include "TestDatabase.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Hint.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -264,6 +265,14 @@ TEST_F(Grids, ANumberThatCanBeReadInTwoWaysStaysInTheEditor) {
         "use \".\" for decimals.");
     EXPECT_FALSE(grid->commitEdit());
     EXPECT_EQ(shown(0, Qty), "1.500");
+}
+
+TEST_F(Grids, AChangeByTensIsShownWithBothValuesBeforeItIsSaved) {
+    type(0, Qty, "15");
+    EXPECT_EQ(Hint::textOf(*editor()), "Please check: 1.5 before, 15 now.");
+    EXPECT_EQ(sample.stored(1, "Qty"), "1.5");
+    EXPECT_TRUE(grid->commitEdit()) << "shown, not blocked";
+    EXPECT_EQ(sample.stored(1, "Qty"), "15.0");
 }
 
 TEST_F(Grids, AVeryLongTextIsKeptWhole) {
