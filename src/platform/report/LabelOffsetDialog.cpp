@@ -1,6 +1,7 @@
 // The dialog's card, its values and the test print.
 #include "platform/report/LabelOffsetDialog.h"
 
+#include "platform/basic/SystemLocale.h"
 #include "platform/report/LabelTestSheet.h"
 #include "platform/report/PrintFlow.h"
 #include "platform/report/ReportHooks.h"
@@ -21,15 +22,22 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
-constexpr double twipsOfInch = 1440;
+constexpr double twipsOfInch = 1440, millimetresOfInch = 25.4, mostInches = 0.5;
 
-QDoubleSpinBox* inchBox(const QString& name, QWidget* parent) {
+bool isMetric() { return systemLocale().measurementSystem() == QLocale::MetricSystem; }
+
+double twipsOfUnit() { return isMetric() ? twipsOfInch / millimetresOfInch : twipsOfInch; }
+
+/// Inches or millimetres, as the system measures.
+QDoubleSpinBox* lengthBox(const QString& name, QWidget* parent) {
     auto* box = new QDoubleSpinBox(parent);
+    const double most = mostInches * twipsOfInch / twipsOfUnit();
     box->setObjectName(name);
+    box->setLocale(systemLocale());
     box->setDecimals(2);
-    box->setSingleStep(0.01);
-    box->setRange(-0.5, 0.5);
-    box->setSuffix(u" in"_s);
+    box->setSingleStep(isMetric() ? 0.1 : 0.01);
+    box->setRange(-most, most);
+    box->setSuffix(isMetric() ? u"\u00a0mm"_s : u"\u00a0in"_s);
     box->setAlignment(Qt::AlignRight);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     return box;
@@ -50,8 +58,8 @@ LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QStri
     m_printer->setObjectName(u"printer"_s);
     m_printer->addItems(printerNames());
     m_printer->setCurrentIndex(std::max(0, m_printer->findText(printerName)));
-    m_right = inchBox(u"right"_s, this);
-    m_down = inchBox(u"down"_s, this);
+    m_right = lengthBox(u"right"_s, this);
+    m_down = lengthBox(u"down"_s, this);
 
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);
@@ -105,14 +113,14 @@ QLayout* LabelOffsetDialog::buildButtons() {
 }
 
 QPoint LabelOffsetDialog::offset() const {
-    return {static_cast<int>(std::lround(m_right->value() * twipsOfInch)),
-            static_cast<int>(std::lround(m_down->value() * twipsOfInch))};
+    return {static_cast<int>(std::lround(m_right->value() * twipsOfUnit())),
+            static_cast<int>(std::lround(m_down->value() * twipsOfUnit()))};
 }
 
 void LabelOffsetDialog::showOffset() {
     const QPoint kept = printerOffset(m_printer->currentText());
-    m_right->setValue(kept.x() / twipsOfInch);
-    m_down->setValue(kept.y() / twipsOfInch);
+    m_right->setValue(kept.x() / twipsOfUnit());
+    m_down->setValue(kept.y() / twipsOfUnit());
 }
 
 void LabelOffsetDialog::printTestSheet() {

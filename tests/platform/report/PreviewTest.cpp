@@ -7,6 +7,7 @@
 #include "support/TempProgramFolder.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ReportHooks.h"
@@ -465,6 +466,24 @@ TEST_F(Preview, AnOffsetIsKeptForThePrinter) {
     });
     child<QAction>(*window, "offset")->trigger();
     EXPECT_EQ(printerOffset("Front desk"), QPoint(72, -144));
+}
+
+TEST_F(Preview, AnOffsetIsInMillimetresWhereTheSystemIsMetric) {
+    setSystemLocale(QLocale("de_DE"));
+    support::TempProgramFolder folder;
+    open(std::make_unique<StripLabels>(0, 3, "L-1"));
+    support::ScriptedAsker asker;
+    asker.expectModal("labelOffset", [](QWidget& dialog) {
+        auto* right = child<QDoubleSpinBox>(dialog, "right");
+        EXPECT_EQ(right->suffix(), QString::fromUtf8("\u00a0mm"));
+        EXPECT_DOUBLE_EQ(right->maximum(), 12.7);
+        right->setValue(2.54);
+        EXPECT_EQ(right->text(), QString::fromUtf8("2,54\u00a0mm"));
+        QTest::mouseClick(child<QPushButton>(dialog, "ok"), Qt::LeftButton);
+    });
+    child<QAction>(*window, "offset")->trigger();
+    setSystemLocale(std::nullopt);
+    EXPECT_EQ(printerOffset("Front desk"), QPoint(144, 0));
 }
 
 TEST_F(Preview, CaptionsAreInTheUsersLanguage) {
