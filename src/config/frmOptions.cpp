@@ -1,6 +1,7 @@
 // Boxes and options, in the fixed order in which they are read and written.
 #include "config/frmOptions.h"
 
+#include "config/LanguageHelp.h"
 #include "config/Printers.h"
 #include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
@@ -87,6 +88,9 @@ void frmOptions::Form_Load() {
     guarded(u"frmOptions:Form_Load"_s, [&] {
         transalteForm();
         fill(*m_ui->cboLanguage, languages, QString());
+        for (int index = 0; index < m_ui->cboLanguage->count(); ++index)
+            m_ui->cboLanguage->setItemData(index, languageHelp[static_cast<std::size_t>(index)],
+                                           Qt::ToolTipRole);
         ListComPorts();
         ListPrinters();
         ListCurrency();

@@ -87,6 +87,14 @@ TEST_F(frmOptionsTest, ListsLanguagesAndCurrencies) {
     EXPECT_EQ(entries(form, "cboCurrency"), QStringList({"$", QString(QChar(0x20AC))}));
 }
 
+TEST_F(frmOptionsTest, TheHelpSaysWhichFrenchAndWhichPortuguese) {
+    frmOptions form;
+    const auto* box = child<ChoiceBox>(form, "cboLanguage");
+    EXPECT_EQ(box->itemData(3, Qt::ToolTipRole).toString(), u"Français (France)"_s);
+    EXPECT_EQ(box->itemData(5, Qt::ToolTipRole).toString(), u"Português (Portugal)"_s);
+    EXPECT_EQ(box->itemData(7, Qt::ToolTipRole).toString(), u"Français (Suisse)"_s);
+}
+
 TEST_F(frmOptionsTest, TheEuroIsStoredAndFoundAgain) {
     {
         frmOptions form;

@@ -28,6 +28,18 @@ TEST_F(frmWizardTest, OffersTheEightLanguages) {
         EXPECT_EQ(child<QAbstractButton>(wizard, u"optLanguage_%1"_s.arg(index))->text(), captions[index]);
 }
 
+TEST_F(frmWizardTest, TheHelpSaysWhichFrenchAndWhichPortuguese) {
+    frmWizard wizard;
+    const auto help = [&](int index) {
+        return child<QAbstractButton>(wizard, u"optLanguage_%1"_s.arg(index))->toolTip();
+    };
+    EXPECT_EQ(help(3), u"Français (France)"_s);
+    EXPECT_EQ(help(5), u"Português (Portugal)"_s);
+    EXPECT_EQ(help(7), u"Français (Suisse)"_s);
+    for (int index = 0; index < captions.size(); ++index)
+        EXPECT_FALSE(help(index).isEmpty()) << index;
+}
+
 TEST_F(frmWizardTest, TheFirstClickIsTheAnswer) {
     for (int index = 0; index < captions.size(); ++index) {
         frmWizard wizard;
