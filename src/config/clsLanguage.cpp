@@ -2,6 +2,7 @@
 #include "config/clsLanguage.h"
 
 #include "platform/basic/Paths.h"
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 #include "shared/Guard.h"
@@ -16,6 +17,12 @@ namespace {
 constexpr std::array<const char*, 8> languageNames{"English", "Spanish",    "German",  "French",
                                                    "Russian", "Portuguese", "Italian", "Swiss"};
 
+platform::PluralRule pluralRuleOf(const QString& language) {
+    if (language == u"French" || language == u"Swiss")
+        return platform::PluralRule::ZeroOrOne;
+    return language == u"Russian" ? platform::PluralRule::Slavic : platform::PluralRule::One;
+}
+
 QString languageName(std::int16_t language) {
     if (language < 0 || language >= static_cast<std::int16_t>(languageNames.size()))
         return {};
@@ -28,6 +35,7 @@ clsLanguage::clsLanguage() : m_document(platform::XmlDocument::create()) {}
 
 void clsLanguage::choose(std::int16_t language) {
     m_language = languageName(language);
+    platform::setPluralRule(pluralRuleOf(m_language));
     m_path = platform::platformPath(platform::programFolder() + u"\\"_s + m_language + u"Translation.xml"_s);
 }
 

@@ -37,7 +37,7 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     setObjectName(u"ErrorReportList"_s);
     setWindowTitle(translated(u"Reports"_s));
     m_table->setObjectName(u"grdReports"_s);
-    m_table->setHorizontalHeaderLabels({translated(u"Time"_s), translated(u"Procedure"_s),
+    m_table->setHorizontalHeaderLabels({translated(u"When"_s), translated(u"Procedure"_s),
                                         translated(u"Number"_s), translated(u"Description"_s),
                                         translated(u"Count"_s)});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);

@@ -33,8 +33,8 @@ RecordsetPtr openEditableList(const QString& statement) {
     return list;
 }
 
-bool confirmedDeletion(const QString& what) {
-    return MsgBox(translated("Delete") + " " + what, deletionStyle) == Answer::Yes;
+bool confirmedDeletion(const QString& question, const QString& name) {
+    return MsgBox(question.arg(translated("Delete"), name), deletionStyle) == Answer::Yes;
 }
 
 bool isRefusedRelation(const RuntimeError& failure) { return failure.number() == error::general; }

@@ -27,8 +27,9 @@ QVariant lastIdentity();
 /// A client-side set that writes its edits to the tables: ingredient, batch and prescription lists.
 platform::RecordsetPtr openEditableList(const QString& statement);
 
-/// Asks "Delete <what>" with No as the default; true on Yes.
-bool confirmedDeletion(const QString& what);
+/// Asks with No as the default; true on Yes. The question, in the user's language, has places for the word
+/// "Delete" and for the name: "%1 %2?".
+bool confirmedDeletion(const QString& question, const QString& name);
 
 /// Whether the file refused a statement since other rows refer to the one concerned.
 bool isRefusedRelation(const platform::RuntimeError& failure);

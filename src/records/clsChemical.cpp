@@ -59,7 +59,7 @@ bool clsChemical::deleteChemical(const clsChemicalPtr& Chemical, bool Silent) {
         const clsChemicalPtr held =
             Chemical;  // the screen may show another one when the question is answered
         const clsChemical& chemical = deref(held);
-        if (!Silent && !confirmedDeletion(chemical.chm_Name + "?"))
+        if (!Silent && !confirmedDeletion(translated("%1 %2?"), chemical.chm_Name))
             return false;
         strSQL = "DELETE FROM ";
         strSQL += "[Chemical] WHERE ";

@@ -92,7 +92,7 @@ bool clsFormula::deleteFormula(const clsFormulaPtr& Formula, bool Silent) {
     return guarded("clsFormula:deleteFormula", false, [&] {
         const clsFormulaPtr held = Formula;  // the screen may show another one when the question is answered
         const clsFormula& formula = deref(held);
-        if (!Silent && !confirmedDeletion(formula.frm_Name + "?"))
+        if (!Silent && !confirmedDeletion(translated("%1 %2?"), formula.frm_Name))
             return false;
         for (const char* table : {"[FormChem] WHERE ", "[Formula] WHERE "}) {  // the lines go first
             strSQL = "DELETE FROM ";

@@ -11,6 +11,7 @@
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
 #include "shared/Guard.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 namespace sorvanto {
@@ -122,7 +123,7 @@ bool clsLog::deleteLog(const clsLogPtr& Log) {
     return guarded("clsLog:deleteLog", false, [&] {
         const clsLogPtr held = Log;  // the screen may show another one when the question is answered
         const clsLog& log = deref(held);
-        if (!confirmedDeletion(log.log_Name + " ?"))
+        if (!confirmedDeletion(translated("%1 %2 ?"), log.log_Name))
             return false;
         strSQL = "DELETE FROM ";
         strSQL += "[Log] WHERE ";

@@ -11,6 +11,7 @@
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
 #include "shared/Guard.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 namespace sorvanto {
@@ -72,7 +73,7 @@ bool clsPatient::deletePatient(const clsPatientPtr& Patient, bool Silent) {
         bool confirmed = false;
         step([&] {
             const clsPatient& patient = deref(held);
-            confirmed = confirmedDeletion(patient.pat_LName + ", " + patient.pat_FName + "?");
+            confirmed = confirmedDeletion(translated("%1 %2?"), patient.pat_LName + ", " + patient.pat_FName);
         });
         if (!confirmed)
             return false;

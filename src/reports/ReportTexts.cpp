@@ -3,6 +3,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/data/DateLiteral.h"
@@ -60,9 +61,9 @@ void explainTotals(platform::Report& report, const ListAndTotals& counts, const 
     const QString reason = isReadOtherwise(begin) || isReadOtherwise(end)
                                ? translated("the totals read the two dates month first.")
                                : counts.reason;
-    const QString listed = QString::number(counts.listed), counted = QString::number(counts.counted);
-    report.addNote(counts.listed == 1 ? counts.one.arg(counted, reason)
-                                      : counts.several.arg(listed, counted, reason));
+    QString note = platform::counted(counts.forms, counts.listed);
+    note.replace("%2", platform::systemLocale().toString(counts.counted));
+    report.addNote(note.replace("%3", reason));
 }
 
 QString boundText(const QDateTime& date) { return platform::formatDate(date, "MM-DD-YYYY"); }

@@ -42,8 +42,8 @@ QString reportDates(const QDateTime& begin, const QDateTime& end);
 /// What a list leaves out or has beyond its totals, and why.
 struct ListAndTotals {
     qint64 listed, counted;
-    /// One row or several in the list: "The list shows 1 batch, the totals count %1: %2" and with "%1 batches".
-    QString one, several;
+    /// By the rows in the list (%1): "The list shows %1 batch, the totals count %2: %3 | ... %1 batches ...".
+    QString forms;
     /// Why they differ where the dates are read alike.
     QString reason;
 };

@@ -160,8 +160,8 @@ void rptLogReport::reportFooterFormat() {
         explainTotals(
             *this,
             {rows()->recordCount(), platform::nullInt32(totals->value("TotalLogs")),
-             translated("The list shows 1 batch, the totals count %1: %2"),
-             translated("The list shows %1 batches, the totals count %2: %3"),
+             translated("The list shows %1 batch, the totals count %2: %3 | "
+                        "The list shows %1 batches, the totals count %2: %3"),
              translated("the list is bounded by 0:00 of both dates, the totals by their time of day.")},
             m_range.begin, m_range.end);
         const QVariant cost = totals->value("TotalCost");

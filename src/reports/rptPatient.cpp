@@ -177,8 +177,8 @@ void rptPatient::reportFooterFormat() {
     setText("txtTotalRXs", nullText(totals->value("TotalRXs")) + " " + translated("Prescriptions"));
     explainTotals(*this,
                   {rows()->recordCount(), platform::nullInt32(totals->value("TotalRXs")),
-                   translated("The list shows 1 prescription, the totals count %1: %2"),
-                   translated("The list shows %1 prescriptions, the totals count %2: %3"),
+                   translated("The list shows %1 prescription, the totals count %2: %3 | "
+                              "The list shows %1 prescriptions, the totals count %2: %3"),
                    translated("the list leaves out prescriptions whose formula is deleted, and the totals go "
                               "by the time of day.")},
                   m_range.begin, m_range.end);

@@ -1,6 +1,7 @@
 // The translation store: files and names, lookups, growth, and files that are broken or can't be written.
 #include "config/clsLanguage.h"
 
+#include "platform/basic/Plurals.h"
 #include "support/Hindrances.h"
 #include "support/TestProgram.h"
 
@@ -38,6 +39,25 @@ TEST_F(clsLanguageTest, EachNumberHasItsFile) {
         EXPECT_EQ(language.translationPath(), folder.path(fileName));
         EXPECT_EQ(folder.read(fileName), "<Translations Language=\"" + QByteArray(name) + "\"/>") << number;
     }
+}
+
+TEST_F(clsLanguageTest, EachLanguageCountsInItsWay) {
+    const QString forms = "%1 one | %1 few | %1 many";
+    const struct {
+        std::int16_t language;
+        const char *none, *one, *three, *five;
+    } table[] = {{0, "0 few", "1 one", "3 few", "5 few"},   {1, "0 few", "1 one", "3 few", "5 few"},
+                 {2, "0 few", "1 one", "3 few", "5 few"},   {3, "0 one", "1 one", "3 few", "5 few"},
+                 {4, "0 many", "1 one", "3 few", "5 many"}, {5, "0 few", "1 one", "3 few", "5 few"},
+                 {6, "0 few", "1 one", "3 few", "5 few"},   {7, "0 one", "1 one", "3 few", "5 few"}};
+    for (const auto& row : table) {
+        store.setLanguage(row.language);
+        EXPECT_EQ(platform::counted(forms, 0), row.none) << row.language;
+        EXPECT_EQ(platform::counted(forms, 1), row.one) << row.language;
+        EXPECT_EQ(platform::counted(forms, 3), row.three) << row.language;
+        EXPECT_EQ(platform::counted(forms, 5), row.five) << row.language;
+    }
+    platform::setPluralRule(platform::PluralRule::One);
 }
 
 TEST_F(clsLanguageTest, ANewTextIsAddedAndSavedAtOnce) {

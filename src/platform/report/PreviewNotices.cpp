@@ -1,6 +1,7 @@
 // The notice line and its list.
 #include "platform/report/PreviewNotices.h"
 
+#include "platform/basic/Plurals.h"
 #include "platform/report/ReportHooks.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
@@ -74,7 +75,7 @@ QString PreviewNotices::sentence(const PageWarning& warning) {
         break;
     }
     if (warning.count > 1)
-        shown += u"  "_s + reportText("(%1 times)").arg(warning.count);
+        shown += u"  "_s + counted(reportText("(%1 time) | (%1 times)"), warning.count);
     return shown;
 }
 

@@ -2,6 +2,7 @@
 #include "platform/report/PreviewWindow.h"
 
 #include "platform/ask/Ask.h"
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PageView.h"
@@ -204,7 +205,7 @@ void PreviewWindow::showState() {
         m_progress->setValue(static_cast<int>(done * progressSteps));
         m_state->setText(reportText("Preparing page %1 ...").arg(pages + 1));
     } else if (!m_outputRuns) {
-        const QString count = pages == 1 ? reportText("1 page") : reportText("%1 pages").arg(pages);
+        const QString count = counted(reportText("%1 page | %1 pages"), pages);
         const int smaller = document().smallerValues;
         m_state->setText(smaller == 0
                              ? count

@@ -2,6 +2,7 @@
 #include "platform/basic/Format.h"
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/Numbers.h"
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Hint.h"
@@ -151,8 +152,9 @@ QString NumberBox::problemOf(const QString& number, int decimals) const {
     const QString digits = digitsOf(m_editFormat);
     const int allowed = qMax(typableDecimals(digits), decimalsOf(m_number));
     if (!digits.isEmpty() && decimals > allowed)
-        return allowed == 0 ? widgetText(u"Whole numbers only."_s)
-                            : widgetText(u"No more than %1 decimals."_s).arg(allowed);
+        return allowed == 0
+                   ? widgetText(u"Whole numbers only."_s)
+                   : counted(widgetText(u"No more than %1 decimal. | No more than %1 decimals."_s), allowed);
     if (value > m_maximum)
         return widgetText(u"At most %1."_s).arg(withLocalMarks(numberText(m_maximum), locale()));
     if (value < m_minimum)
