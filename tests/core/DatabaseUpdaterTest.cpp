@@ -24,6 +24,15 @@ protected:
         folder.write("dbupdate.xml", "<DatabaseUpdates>" + steps + "</DatabaseUpdates>");
     }
     void apply() { updater.ApplyUpdates(openDB(), folder.path() + "\\dbupdate.xml", version, applied); }
+    /// What an update was refused with; empty when it was done.
+    QString refusal() {
+        try {
+            apply();
+        } catch (const platform::RuntimeError& failure) {
+            return failure.description();
+        }
+        return {};
+    }
     QStringList copies() { return QDir(folder.path("backups")).entryList({"*.mdb*"}, QDir::Files); }
     bool hasTable(const QString& name) {
         return sqlText("SELECT count(*) FROM sqlite_master WHERE name = '" + name + "'") == "1";
@@ -138,18 +147,13 @@ TEST_F(DatabaseUpdaterTest, RelationsCountAfterAnUpdateThatCouldNotBegin) {
 
 TEST_F(DatabaseUpdaterTest, AStepMayNotEndTheTransaction) {
     updates(QByteArray(two).replace("INSERT INTO Shelf VALUES('upper')", "ROLLBACK"));
-    EXPECT_THROW(apply(), platform::RuntimeError);
+    EXPECT_EQ(refusal(), "not authorized");
     EXPECT_FALSE(hasTable("Shelf"));
 }
 
 TEST_F(DatabaseUpdaterTest, BrokenRelationsAreRefused) {
     updates(QByteArray("<Step From=\"1\" To=\"2\"><Statement>") + toNowhere + "</Statement></Step>");
-    try {
-        apply();
-        ADD_FAILURE() << "nothing raised";
-    } catch (const platform::RuntimeError& failure) {
-        EXPECT_EQ(failure.description(), "The updated tables break a relation");
-    }
+    EXPECT_EQ(refusal(), "The updated tables break a relation");
     EXPECT_EQ(sqlText("SELECT count(*) FROM RXs"), "0");
     EXPECT_EQ(sqlText("PRAGMA user_version"), "0");
 }
@@ -191,7 +195,7 @@ TEST_F(DatabaseUpdaterTest, ATriggerIsOneStatement) {
 TEST_F(DatabaseUpdaterTest, AStepCantEndItsTransactionInDisguise) {
     for (const char* word : {"COMMIT", "ROLLBACK", "END", "SAVEPOINT a", "ATTACH ':memory:' AS other"}) {
         updates(QByteArray(two).replace("INSERT INTO Shelf VALUES('upper')", QByteArray("/* */ ") + word));
-        EXPECT_THROW(apply(), platform::RuntimeError) << word;
+        EXPECT_EQ(refusal(), "not authorized") << word;
         EXPECT_FALSE(hasTable("Shelf")) << word;
         EXPECT_EQ(sqlText("PRAGMA user_version"), "0") << word;
     }

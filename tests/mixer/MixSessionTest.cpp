@@ -785,6 +785,26 @@ TEST_F(MixSessionTest, TheFirstWordAfterASilenceIsTold) {
     EXPECT_GT(told, 0);
 }
 
+TEST_F(MixSessionTest, AfterALossAsManyWordsMayStayOutAsBefore) {
+    int openings = 0;
+    MixerEnvironment environment = line.environment();
+    environment.portPath = [&, path = environment.portPath](int port) {
+        ++openings;
+        return path(port);
+    };
+    session = std::make_unique<MixSession>(environment);
+    session->setPort(1, false);
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    line.answers = false;
+    ASSERT_TRUE(reaches(RunState::Disconnected));
+    line.answers = true;
+    line.loseReplies = 1;
+    const int before = openings;
+    ASSERT_TRUE(reaches(RunState::Ready));
+    EXPECT_EQ(openings, before + 1) << "the port stays open when the first word is missed";
+}
+
 TEST_F(MixSessionTest, NoStartWhileTheMixerIsSilent) {
     loadShort();
     line.answers = false;
