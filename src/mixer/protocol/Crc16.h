@@ -6,9 +6,9 @@
 
 namespace sorvanto::protocol {
 
-/// Finds every change of up to three bits and every burst of up to sixteen in what it is taken over. The
-/// check itself travels as text, where one changed bit can be several of it: of changes that meet both, up to
-/// two bits are surely found.
+/// Finds every change of up to three bits, and every change within sixteen neighbouring bits, in the bytes that it is
+/// taken over. The check travels as hexadecimal text, where one changed bit can change several bits of the number that
+/// it stands for: of changes in both the bytes and the check, any two bits are found for certain.
 /// Of the nine characters "123456789" it is 0x29B1.
 std::uint16_t crc16(QByteArrayView bytes);
 

@@ -19,7 +19,7 @@ constexpr double secondsADay = 86400;
 
 [[noreturn]] void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
 
-/// Years that a date may have, as everywhere in this world of dates.
+/// Dates go from the year 100 to the year 9999, as the stored ones do.
 bool inRange(const QDateTime& date) {
     return date.isValid() && date.date().year() >= 100 && date.date().year() <= 9999;
 }

@@ -1,6 +1,6 @@
-// The serial line by QSerialPort, with its habits smoothed: the "no error" it announces on opening is not
-// passed on, and a line whose other end has gone is closed at the first error, since it would repeat it
-// without end.
+// The serial line by QSerialPort. Two things that it does are kept from the listener: it announces "no error" on
+// opening, which is not passed on; and it repeats the error of a line whose other end has gone without end, so that
+// such a line is closed at the first one.
 #include "platform/serial/QtSerialPort.h"
 
 #include "platform/serial/PortProbe.h"
