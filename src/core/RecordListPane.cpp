@@ -1,9 +1,11 @@
 #include "core/RecordListPane.h"
 
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/RecordList.h"
-#include "shared/Translator.h"
 #include "shared/basMain.h"
+
+#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
@@ -28,8 +30,9 @@ RecordListPane::RecordListPane(platform::RecordList& list) : m_list(list) {
 QString RecordListPane::countText(int shown, int all) const {
     if (!m_complete)
         return {};
-    const QString count = shown == all ? QString::number(all) : translated(u"%1 of %2"_s).arg(shown).arg(all);
-    return m_table.name + u": "_s + count;
+    if (shown == all)
+        return platform::counted(m_table.countText, all);
+    return platform::counted(m_table.partText, all).replace(u"%2"_s, QLocale().toString(shown));
 }
 
 void RecordListPane::setScreen(ListedScreen* screen) {

@@ -57,7 +57,9 @@ ListedTable listedFormulas() {
              {u"frm_JarSize"_s, {translated(u"Jar Size"_s), ListKind::Words, 64, jar}},
              {u"frm_NDC"_s, {translated(u"NDC"_s), ListKind::Words, 118}}},
             translated(u"Filter formulas"_s),
-            translated(u"Formulas"_s)};
+            translated(u"Formulas"_s),
+            translated(u"%1 formula | %1 formulas"_s),
+            translated(u"%2 of %1 formula | %2 of %1 formulas"_s)};
 }
 
 ListedTable listedChemicals() {
@@ -71,7 +73,9 @@ ListedTable listedChemicals() {
              {u"chm_AWP"_s, {translated(u"AWP"_s), ListKind::Number, 72, money}},
              {u"chm_Supplier"_s, {translated(u"Supplier"_s), ListKind::Words, 130}}},
             translated(u"Filter chemicals"_s),
-            translated(u"Chemicals"_s)};
+            translated(u"Chemicals"_s),
+            translated(u"%1 chemical | %1 chemicals"_s),
+            translated(u"%2 of %1 chemical | %2 of %1 chemicals"_s)};
 }
 
 ListedTable listedLogs() {
@@ -86,6 +90,8 @@ ListedTable listedLogs() {
              {markOfResults, {translated(u"Remark"_s), ListKind::Words, 110, mark}}},
             translated(u"Filter batches"_s),
             translated(u"Logs"_s),
+            translated(u"%1 batch | %1 batches"_s),
+            translated(u"%2 of %1 batch | %2 of %1 batches"_s),
             2,
             Qt::DescendingOrder};
 }
@@ -99,7 +105,9 @@ ListedTable listedPatients() {
              {u"pat_Phone"_s, {translated(u"Phone"_s), ListKind::Words, 110}},
              {u"pat_City"_s, {translated(u"City"_s), ListKind::Words, 110}}},
             translated(u"Filter patients"_s),
-            translated(u"Patients"_s)};
+            translated(u"Patients"_s),
+            translated(u"%1 patient | %1 patients"_s),
+            translated(u"%2 of %1 patient | %2 of %1 patients"_s)};
 }
 
 }  // namespace sorvanto

@@ -20,6 +20,8 @@ struct ListedTable {
     std::vector<ListedColumn> columns;
     QString filterText;  ///< stands in the empty filter
     QString name;        ///< of its records: "Formulas"
+    QString countText;   ///< "%1 formula | %1 formulas"
+    QString partText;    ///< of them the filter shows some: "%2 of %1 formulas"
     int sortColumn = 0;  ///< at first
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
 };

@@ -64,7 +64,7 @@ TEST_F(RecordListScreenTest, StandsBesideTheFormWhereThereIsRoom) {
     EXPECT_TRUE(window->screen(chemicals)->isVisible());
     EXPECT_TRUE(toggle().isChecked());
     EXPECT_EQ(names(), (QStringList{u"Aspirin"_s, u"Borax"_s, u"Camphor"_s, u"Menthol"_s}));
-    EXPECT_EQ(str(count()), "Chemicals: 4");
+    EXPECT_EQ(str(count()), "4 chemicals");
 }
 
 TEST_F(RecordListScreenTest, HoldsTheRecordsOfTheScreenOnShow) {
@@ -132,7 +132,7 @@ TEST_F(RecordListScreenTest, TheFilterLeavesTheRecordOnShowAlone) {
     choose(3);
     filter(u"plain"_s);
     EXPECT_EQ(names(), (QStringList{u"Plain Base"_s}));
-    EXPECT_EQ(str(count()), "Formulas: 1 of 3");
+    EXPECT_EQ(str(count()), "1 of 3 formulas");
     EXPECT_TRUE(caption().endsWith(u"Arnica Salve"_s));
     QTest::keyClick(support::child<QLineEdit>(*window, u"txtListFilter"_s), Qt::Key_Return);
     EXPECT_TRUE(caption().endsWith(u"Plain Base"_s));
