@@ -70,6 +70,8 @@ constexpr ToolRow fileMenu[] = {
 constexpr ToolRow helpMenu[] = {
     {"mnuUpdate", "Menus", "&Update Sorvanto"},
     separator,
+    {"mnuHealth", "Menus", "&Health"},
+    separator,
     {"mnuAbout", "Menus", "&About"},
 };
 

@@ -4,6 +4,7 @@
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -12,6 +13,11 @@
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+namespace {
+
+constexpr int pauseBesideQuestion = 200;  // milliseconds
+
+}  // namespace
 
 ErrorStrip::ErrorStrip(QWidget* parent)
     : QFrame(parent), m_picture(new QLabel(this)), m_text(new QLabel(this)), m_details(new QPushButton(this)),
@@ -39,6 +45,8 @@ ErrorStrip::ErrorStrip(QWidget* parent)
                                                                                      colors.warning.name()));
     connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
     connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
+    m_click.setSingleShot(true);
+    m_click.callOnTimeout(this, &ErrorStrip::endClick);
     hide();
 }
 
@@ -51,18 +59,40 @@ void ErrorStrip::follow(const std::shared_ptr<ErrorReporter>& reporter) {
 }
 
 void ErrorStrip::showReport(const ErrorReport& report) {
-    const QString text = u"%1   (%2)"_s.arg(report.description.simplified(), report.tag);
-    m_text->setText(text);
-    m_text->setToolTip(text);
+    if (++m_ofThisClick == 1) {
+        QString text = u"%1   (%2)"_s.arg(report.description.simplified(), report.tag);
+        const auto reporter = m_reporter.lock();
+        if (reporter && !reporter->logFailure().isEmpty())
+            text =
+                u"errors.log: %1 (%2)   "_s.arg(translated(u"Can not be written"_s), reporter->logFailure()) +
+                text;
+        m_text->setText(text);
+        m_text->setToolTip(text);
+    }
+    m_click.start(0);
     show();
+    showCount();
     emit shownChanged(true);
     if (m_list)
         m_list->showReports();
 }
 
+// The program is back at rest, so what the click began is over; a question in the midst of it is part of it.
+void ErrorStrip::endClick() {
+    if (QApplication::activeModalWidget())
+        m_click.start(pauseBesideQuestion);
+    else
+        m_ofThisClick = 0;
+}
+
+void ErrorStrip::showCount() {
+    const QString details = translated(u"Details"_s);
+    m_details->setText(m_ofThisClick > 1 ? u"%1 (%2)"_s.arg(details).arg(m_ofThisClick) : details);
+}
+
 // Looked up only now: reports may come before there is a language.
 void ErrorStrip::showEvent(QShowEvent* event) {
-    m_details->setText(translated(u"Details"_s));
+    showCount();
     m_close->setToolTip(translated(u"Close"_s));
     m_close->setAccessibleName(m_close->toolTip());
     QFrame::showEvent(event);
@@ -81,6 +111,7 @@ void ErrorStrip::openList() {
 }
 
 void ErrorStrip::dismiss() {
+    m_ofThisClick = 0;
     hide();
     emit shownChanged(false);
 }

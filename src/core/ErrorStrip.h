@@ -1,11 +1,12 @@
-// The strip in the main window that shows the newest error report. It never asks and never blocks;
-// "Details" opens the list of all reports of this run.
+// The strip in the main window that shows an error report: of several that one click leads to the first, since the
+// others are its consequences. It never asks and never blocks; "Details" opens the list of all reports of this run.
 #pragma once
 
 #include "shared/ErrorReporter.h"
 
 #include <QFrame>
 #include <QPointer>
+#include <QTimer>
 
 class QLabel;
 class QPushButton;
@@ -20,7 +21,7 @@ class ErrorStrip : public QFrame {
 
 public:
     explicit ErrorStrip(QWidget* parent = nullptr);
-    /// From now on shows each new report. A report that repeats one of this run is not shown again.
+    /// From now on shows new reports. A report that repeats one of this run is not shown again.
     void follow(const std::shared_ptr<ErrorReporter>& reporter);
 
 signals:
@@ -33,6 +34,8 @@ private:
     void showReport(const ErrorReport& report);
     void openList();
     void dismiss();
+    void endClick();
+    void showCount();
 
     std::weak_ptr<ErrorReporter> m_reporter;
     QLabel* m_picture;
@@ -40,6 +43,8 @@ private:
     QPushButton* m_details;
     QToolButton* m_close;
     QPointer<ErrorReportList> m_list;
+    QTimer m_click;         ///< runs while what one click began goes on
+    int m_ofThisClick = 0;  ///< reports so far
 };
 
 }  // namespace sorvanto

@@ -70,6 +70,7 @@ constexpr TextRow texts[] = {
 
     {"mnuHelp", Field::BandCaption, nullptr, "&Help"},
     {"mnuHelp", Field::Caption, "mnuUpdate", "&Update Sorvanto"},
+    {"mnuHelp", Field::Caption, "mnuHealth", "&Health"},
     {"mnuHelp", Field::Caption, "mnuAbout", "&About"},
 
     {"mnuMain", Field::Caption, "mnuFile", "&File"},

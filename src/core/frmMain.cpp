@@ -27,6 +27,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -95,6 +96,13 @@ void frmMain::buildWindow() {
     m_readingOnly->hide();
     statusBar()->addWidget(m_database);
     statusBar()->addWidget(m_readingOnly, 1);
+    m_keysLeft = new QPushButton(this);
+    m_keysLeft->setObjectName(u"cmdKeysLeft"_s);
+    m_keysLeft->setFlat(true);
+    platform::setLook(*m_keysLeft, "caution");
+    m_keysLeft->hide();
+    connect(m_keysLeft, &QPushButton::clicked, this, &frmMain::showHealth);
+    statusBar()->addPermanentWidget(m_keysLeft);
     restoreWindowPlace(*this);
 }
 

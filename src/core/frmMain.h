@@ -17,6 +17,7 @@
 #include <memory>
 
 class QLabel;
+class QPushButton;
 
 namespace sorvanto {
 
@@ -25,6 +26,7 @@ class DeskWatch;
 class DraftOffers;
 class DraftStore;
 class ErrorStrip;
+struct HealthContext;
 class RecordListPlace;
 class ResumeNext;
 
@@ -96,6 +98,9 @@ private:
     RecordScreen& captionScreen(const ScreenRow& row);
     void raiseBtnClick(const QString& toolName, const QString& searchText);
     void showAbout();
+    void showHealth();
+    HealthContext healthContext() const;
+    void showKeysLeft();
     void editOptions();
 
     RecordScreen& hosted(ScreenNumber number) const;
@@ -132,6 +137,7 @@ private:
     QLabel* m_database = nullptr;
     QLabel* m_readingOnly = nullptr;
     QString m_readingOnlyWhy;
+    QPushButton* m_keysLeft = nullptr;
 };
 
 }  // namespace sorvanto

@@ -178,6 +178,7 @@ void frmMain::openForReading(const QString& reason) {
 
 void frmMain::translateItself(const ResumeNext& step) {
     step([&] { translateForm(); });
+    step([&] { showKeysLeft(); });
 }
 
 void frmMain::loadMixerScreen(const ResumeNext& step) {

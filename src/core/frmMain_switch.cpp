@@ -1,15 +1,21 @@
 // Tool clicks: what concerns the window itself is done here, then the click goes to the screen that listens.
 #include "config/clsOptions.h"
+#include "core/HealthPage.h"
+#include "core/KeysLeft.h"
 #include "core/RecordListPlace.h"
 #include "core/ToolTexts.h"
 #include "core/frmAbout.h"
 #include "core/frmMain.h"
+#include "mixer/LinkRow.h"
+#include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +29,18 @@ constexpr int enterKey = 13;
 const QString searchBox = u"txtSearch"_s;
 
 QString panelName() { return translated(u"Sorvanto Control Panel"_s); }
+
+void addPreparations(HealthContext& context, const Reconciliation& all) {
+    if (!all.done)
+        return;
+    const QString text =
+        all.complete() ? translated(u"All %1 accounted for"_s) : translated(u"Not accounted for: %1"_s);
+    const QString missing = all.missing.mid(0, 3).join(u", "_s);
+    context.preparations =
+        QString(text).replace(u"%1"_s, all.complete() ? QString::number(all.preparations) : missing);
+    context.preparationsNote = translated(u"On offer: %1"_s).replace(u"%1"_s, QString::number(all.onOffer));
+    context.preparationsGood = all.complete();
+}
 
 /// Text of a control of a screen, found by its name.
 QString controlText(const RecordScreen& screen, const char* name) {
@@ -44,6 +62,8 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
         }
         if (name == "mnuAbout"_L1)
             showAbout();
+        if (name == "mnuHealth"_L1)
+            showHealth();
         act(name, searchText);
         if (!refusesTool(name))
             raiseBtnClick(tool.name(), searchText);
@@ -77,6 +97,39 @@ void frmMain::showAbout() {
     frmAbout about(this);
     about.Form_Load();
     platform::asker().showModal(about, [&] { about.exec(); });
+}
+
+void frmMain::showHealth() {
+    HealthPage page([this] { return healthContext(); }, this);
+    platform::asker().showModal(page, [&] { page.exec(); });
+    showKeysLeft();
+}
+
+HealthContext frmMain::healthContext() const {
+    HealthContext context;
+    if (m_control)
+        addPreparations(context, m_control->reconciliation());
+    if (const auto* link = m_control ? m_control->findChild<LinkRow*>(u"mixerLink"_s) : nullptr) {
+        context.mixer = link->text();
+        context.mixerNote = link->badge();
+        context.mixerGood = link->kind() == LinkRow::Kind::Good;
+    }
+    return context;
+}
+
+// From 30,000 keys on the window says so at all times, and a click leads to the way out.
+void frmMain::showKeysLeft() {
+    guarded(u"frmMain:showKeysLeft"_s, [&] {
+        const auto connection = basMain::gConnection;
+        m_keysLeft->hide();
+        if (!connection || connection->state() != 1)
+            return;
+        const TableKeys fewest = keysLeft(*connection).front();
+        QString text = translated(u"Keys left: %1 in %2"_s);
+        m_keysLeft->setText(
+            text.replace(u"%2"_s, fewest.name).replace(u"%1"_s, QString::number(fewest.left())));
+        m_keysLeft->setVisible(fewest.isShort());
+    });
 }
 
 void frmMain::editOptions() {

@@ -18,6 +18,7 @@ public:
     void show(Kind kind, const QString& text, const QString& badge);
     QString text() const;
     QString badge() const;
+    Kind kind() const { return m_kind; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

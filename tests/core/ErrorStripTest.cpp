@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -44,8 +45,38 @@ TEST_F(ErrorStripTest, ShowsTheNewestReportWithItsTag) {
     report("The disk is full");
     EXPECT_TRUE(strip.isVisible());
     EXPECT_EQ(shown(), "The disk is full   (frmLog:saveForm)");
+    QCoreApplication::processEvents();
     report("Overflow", "frmMain:Form_Load");
     EXPECT_EQ(shown(), "Overflow   (frmMain:Form_Load)");
+}
+
+TEST_F(ErrorStripTest, OfSeveralReportsInOneClickTheFirstIsShown) {
+    report("The file is locked");
+    report("Object variable not set");
+    report("No current record");
+    EXPECT_EQ(shown(), "The file is locked   (frmLog:saveForm)");
+    EXPECT_EQ(child<QPushButton>(strip, "cmdDetails")->text(), "Details (3)");
+    QCoreApplication::processEvents();
+    report("The next one");
+    EXPECT_EQ(shown(), "The next one   (frmLog:saveForm)");
+    EXPECT_EQ(child<QPushButton>(strip, "cmdDetails")->text(), "Details");
+}
+
+TEST_F(ErrorStripTest, AQuestionInTheMidstOfAClickIsPartOfIt) {
+    report("The file is locked");
+    QDialog question;
+    question.setModal(true);
+    question.show();
+    QCoreApplication::processEvents();
+    report("Object variable not set");
+    EXPECT_EQ(shown(), "The file is locked   (frmLog:saveForm)");
+}
+
+TEST_F(ErrorStripTest, AnErrorLogThatCannotBeWrittenIsSaidWithItsReason) {
+    reporter->ReportPath(folder.path("missing"));
+    report("Overflow");
+    EXPECT_TRUE(shown().startsWith("errors.log: Can not be written (")) << shown().toStdString();
+    EXPECT_TRUE(shown().endsWith("Overflow   (frmLog:saveForm)"));
 }
 
 TEST_F(ErrorStripTest, ARepeatedReportDoesNotComeBackOnceItWasPutAside) {

@@ -46,13 +46,18 @@ class MemoBox : public QPlainTextEdit, public Lockable {
 public:
     explicit MemoBox(QWidget* parent = nullptr);
     QString text() const { return toPlainText(); }
-    void setText(const QString& text) { setPlainText(text); }
+    /// A text with a word longer than any language has is broken anywhere: looking for the blanks of a word of
+    /// 200,000 characters at each line takes most of a minute.
+    void setText(const QString& text);
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return isReadOnly(); }
 
 protected:
     /// An empty clipboard holds data without any format; Qt 6.4 asks for the first one and ends there.
     void insertFromMimeData(const QMimeData* source) override;
+
+private:
+    void breakLongWords(const QString& text);
 };
 
 /// A number. Shows the display format when not focused; while it is edited the number alone, with the

@@ -8,6 +8,18 @@ namespace platform {
 
 namespace {
 
+constexpr int longestNormalWord = 1000;
+
+int longestWord(const QString& text) {
+    int longest = 0;
+    int length = 0;
+    for (const QChar character : text) {
+        length = character.isSpace() ? 0 : length + 1;
+        longest = qMax(longest, length);
+    }
+    return longest;
+}
+
 /// The style sheet looks at the read-only state only when told to.
 void restyle(QWidget& box) {
     box.style()->unpolish(&box);
@@ -37,11 +49,28 @@ void TextBox::focusInEvent(QFocusEvent* event) {
         deselect();
 }
 
-MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) { setTabChangesFocus(true); }
+MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { breakLongWords(toPlainText()); });
+}
+
+void MemoBox::setText(const QString& text) {
+    breakLongWords(text);
+    setPlainText(text);
+}
+
+void MemoBox::breakLongWords(const QString& text) {
+    const auto mode = longestWord(text) > longestNormalWord ? QTextOption::WrapAnywhere
+                                                            : QTextOption::WrapAtWordBoundaryOrAnywhere;
+    if (mode != wordWrapMode())
+        setWordWrapMode(mode);
+}
 
 void MemoBox::insertFromMimeData(const QMimeData* source) {
-    if (source && !source->formats().isEmpty())
-        QPlainTextEdit::insertFromMimeData(source);
+    if (!source || source->formats().isEmpty())
+        return;
+    breakLongWords(toPlainText() + source->text());
+    QPlainTextEdit::insertFromMimeData(source);
 }
 
 void MemoBox::setReadOnlyBox(bool on) {

@@ -1,0 +1,214 @@
+#include "core/Health.h"
+
+#include "config/clsOptions.h"
+#include "core/CopySettings.h"
+#include "core/CopyShelf.h"
+#include "core/KeysLeft.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+#include "platform/xml/XmlDocument.h"
+#include "shared/ErrorReporter.h"
+#include "shared/FileIdentity.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <algorithm>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+constexpr int daysLookedAt = 30;
+
+QString counted(std::int64_t number) {
+    return platform::systemLocale().toString(static_cast<qlonglong>(number));
+}
+
+QString with(QString text, const QString& value) { return text.replace(u"%1"_s, value); }
+
+/// The time alone for today, else the day before it.
+QString momentText(const QDateTime& moment) {
+    const QString time = moment.toString(u"hh:mm"_s);
+    if (moment.date() == platform::today().date())
+        return time;
+    return platform::dateText(QDateTime(moment.date(), QTime(0, 0), Qt::UTC)) + ' '_L1 + time;
+}
+
+QString fileOf(const platform::Connection& connection) {
+    return QString::fromUtf8(sqlite3_db_filename(connection.handle(), "main"));
+}
+
+bool isOpen() { return basMain::gConnection && basMain::gConnection->state() == 1; }
+
+HealthLine databaseLine(const QString& readingOnly) {
+    const QString title = translated(u"Database"_s);
+    if (!isOpen())
+        return {title, translated(u"Not open"_s), {}, false};
+    const auto& connection = *basMain::gConnection;
+    std::int64_t rows = 0;
+    for (const TableKeys& table : keysLeft(connection))
+        rows += table.rows;
+    const bool writable = readingOnly.isEmpty() && !connection.isReadOnly();
+    const QString state =
+        writable ? translated(u"Open, writable, %1 rows"_s) : translated(u"Open for reading, %1 rows"_s);
+    const auto identity = readFileIdentity(connection);
+    HealthLine line{
+        title + ' '_L1 + QFileInfo(fileOf(connection)).fileName(), with(state, counted(rows)), {}, writable};
+    line.detail = fileOf(connection);
+    if (identity)
+        line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));
+    if (!readingOnly.isEmpty())
+        line.detail = readingOnly;
+    return line;
+}
+
+/// "About 11 months at 7 batches a day": as long as the last thirty days tell.
+QString timeLeft(const platform::Connection& connection, std::int64_t left) {
+    const QString since = platform::storedDate(platform::today().addDays(-daysLookedAt));
+    platform::sqlite::Statement recent(connection.handle(), u"SELECT count(*) FROM Log WHERE log_Date >= ?"_s,
+                                       {});
+    recent.bind(1, since);
+    const std::int64_t batches = recent.step() ? recent.integer(0) : 0;
+    if (batches == 0)
+        return {};
+    const auto months = left / batches;
+    const auto aDay = std::max<std::int64_t>(1, (batches + daysLookedAt / 2) / daysLookedAt);
+    return with(translated(u"About %1 months at %2 batches a day"_s), counted(months))
+        .replace(u"%2"_s, counted(aDay));
+}
+
+HealthLine keysLine() {
+    const QString title = translated(u"Keys left"_s);
+    if (!isOpen())
+        return {title, translated(u"Not open"_s), {}, false};
+    const auto tables = keysLeft(*basMain::gConnection);
+    const TableKeys& fewest = tables.front();
+    QString state = translated(u"%1 in %2"_s);
+    HealthLine line{title,
+                    state.replace(u"%2"_s, fewest.name).replace(u"%1"_s, counted(fewest.left())),
+                    {},
+                    !fewest.isShort()};
+    line.note = timeLeft(*basMain::gConnection, fewest.left());
+    QStringList others;
+    for (std::size_t i = 1; i < tables.size(); ++i)
+        others << tables[i].name + ' '_L1 + counted(tables[i].left());
+    line.detail = others.join(u" · "_s);
+    if (fewest.isShort())
+        line.detail = translated(u"sorvanto-db archive puts older batches into an archive and makes room."_s);
+    return line;
+}
+
+HealthLine copyLine() {
+    const auto identity = isOpen() ? readFileIdentity(*basMain::gConnection) : std::nullopt;
+    const CopyShelf shelf(platform::programFolder() + u"\\backups"_s,
+                          identity ? identity->identity : QString());
+    const auto copies = shelf.copies();
+    const QString title = translated(u"Newest copy"_s);
+    if (copies.empty())
+        return {title, translated(u"None yet"_s), {}, false};
+    const bool ofToday = copies.front().made.date() == platform::today().date();
+    return {title, with(translated(u"%1, checked"_s), momentText(copies.front().made)),
+            with(translated(u"Copies in backups: %1"_s), QString::number(copies.size())), ofToday};
+}
+
+HealthLine secondPlaceLine() {
+    const QString place = CopySettings::read().secondPlace;
+    HealthLine line{translated(u"Second place for copies"_s), translated(u"None set"_s), {}};
+    line.isSecondPlace = true;
+    if (place.isEmpty())
+        return line;
+    const QFileInfo folder(place);
+    line.good = folder.isDir() && folder.isWritable();
+    if (line.good)
+        line.state = translated(u"Ready"_s);
+    else
+        line.state = folder.isDir() ? translated(u"Can not be written"_s) : translated(u"Not there now"_s);
+    return line;
+}
+
+HealthLine lockLine(const QString& readingOnly) {
+    const QString title = translated(u"Lock of the program"_s);
+    if (!readingOnly.isEmpty())
+        return {title, translated(u"Not held"_s), {}, false};
+    return {title, translated(u"Held"_s), translated(u"One program runs on this database"_s)};
+}
+
+HealthLine errorLine() {
+    const QString title = translated(u"Error log"_s);
+    const auto reporter = basMain::ErrorReporter;
+    if (!reporter)
+        return {title, translated(u"Not open"_s), {}, false};
+    if (!reporter->logFailure().isEmpty())
+        return {title, translated(u"Can not be written"_s), reporter->logFailure(), false};
+    const auto& reports = reporter->reports();
+    if (reports.empty())
+        return {title, translated(u"No reports in this run"_s), {}};
+    return {title, with(translated(u"Reports in this run: %1"_s), QString::number(reports.size())),
+            with(translated(u"Newest %1"_s), momentText(reports.back().time)), false};
+}
+
+HealthLine filesLine() {
+    const QString title = translated(u"Options and language files"_s);
+    if (!basMain::Options || !basMain::Options->problem().isEmpty())
+        return {title,
+                translated(u"Options not read"_s),
+                {},
+                false,
+                basMain::Options ? basMain::Options->problem() : QString()};
+    const QString path = basMain::Language ? basMain::Language->translationPath() : QString();
+    const auto document = platform::XmlDocument::create();
+    const QString name = QFileInfo(path).fileName();
+    if (platform::fileExists(path) && !document->load(path))
+        return {title, translated(u"Language file not read"_s), name, false, document->problem()};
+    return {title, translated(u"All read"_s), name};
+}
+
+/// A line that fails to be made says so in its own place.
+template <class Maker>
+HealthLine safely(const QString& title, Maker&& make) {
+    try {
+        return make();
+    } catch (const platform::RuntimeError& failure) {
+        return {title, translated(u"Can not be read"_s), {}, false, failure.description()};
+    }
+}
+
+}  // namespace
+
+std::vector<HealthLine> healthLines(const HealthContext& context) {
+    std::vector<HealthLine> lines{
+        safely(translated(u"Database"_s), [&] { return databaseLine(context.readingOnly); }),
+        safely(translated(u"Keys left"_s), keysLine),
+        safely(translated(u"Newest copy"_s), copyLine),
+        safely(translated(u"Second place for copies"_s), secondPlaceLine),
+        lockLine(context.readingOnly),
+        errorLine(),
+        safely(translated(u"Options and language files"_s), filesLine),
+        {translated(u"Mixer"_s), context.mixer, context.mixerNote, context.mixerGood}};
+    if (!context.preparations.isEmpty())
+        lines.push_back({translated(u"Preparations"_s), context.preparations, context.preparationsNote,
+                         context.preparationsGood});
+    return lines;
+}
+
+HealthLine checkedDatabase(const QStringList& problems, const HealthContext& context) {
+    HealthLine line = safely(translated(u"Database"_s), [&] { return databaseLine(context.readingOnly); });
+    if (problems.isEmpty()) {
+        line.note = with(translated(u"Checked %1"_s), platform::now().toString(u"hh:mm"_s));
+        return line;
+    }
+    line.good = false;
+    line.state = translated(u"Damaged"_s);
+    line.detail = problems.first();
+    return line;
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,36 @@
+// The state of everything that the records depend on, line by line, as the health page shows it.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace sorvanto {
+
+class ErrorReporter;
+
+struct HealthLine {
+    QString name, state, note;
+    bool good = true;
+    QString detail{};            ///< a second, quiet line; may be empty
+    bool isSecondPlace = false;  ///< has the box for the place
+};
+
+/// What only the main window knows.
+struct HealthContext {
+    QString mixer{};      ///< what the panel says of the line to the mixer
+    QString mixerNote{};  ///< "simulated", or nothing
+    bool mixerGood = true;
+    QString readingOnly{};   ///< why nothing may be written; empty when it may
+    QString preparations{};  ///< what became of every preparation; empty: not known yet
+    QString preparationsNote{};
+    bool preparationsGood = true;
+};
+
+/// What is found within a moment; never throws. The soundness of the file is looked at apart, since it takes longer.
+std::vector<HealthLine> healthLines(const HealthContext& context);
+
+/// Of the database that is open, in the place of its line: the problems that the engine found in it.
+HealthLine checkedDatabase(const QStringList& problems, const HealthContext& context);
+
+}  // namespace sorvanto

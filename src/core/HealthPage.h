@@ -1,0 +1,52 @@
+// The health page: one line for each thing that the records depend on, a full green dot where all is well, a hollow
+// amber one where something is to be looked at. The soundness of the file is looked at in a thread of its own.
+#pragma once
+
+#include "core/Health.h"
+
+#include <QDialog>
+#include <QTimer>
+#include <atomic>
+#include <functional>
+#include <future>
+
+class QFrame;
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace sorvanto {
+
+class HealthPage : public QDialog {
+    Q_OBJECT
+
+public:
+    /// source: what only the window knows, asked anew with each check.
+    explicit HealthPage(std::function<HealthContext()> source, QWidget* parent = nullptr);
+    ~HealthPage() override;
+
+    const std::vector<HealthLine>& lines() const { return m_lines; }
+    /// Whether the file is still being looked through.
+    bool isChecking() const { return m_check.valid(); }
+
+private:
+    void check();
+    void look();
+    void showLines();
+    void addLine(int row, const HealthLine& line);
+    void addSecondPlace();
+    void setSecondPlace();
+
+    std::function<HealthContext()> m_source;
+    std::vector<HealthLine> m_lines;
+    std::future<QStringList> m_check;
+    std::atomic<bool> m_cancelled = false;
+    QTimer m_poll;
+    QFrame* m_card;
+    QLineEdit* m_place;
+    QLabel* m_summary;
+    QPushButton* m_again;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,145 @@
+// The health page: what each line says, and when it is something to look at.
+#include "core/Health.h"
+#include "Child.h"
+#include "TestProgram.h"
+#include "core/CopySettings.h"
+#include "core/CopyShelf.h"
+#include "core/HealthPage.h"
+#include "core/KeysLeft.h"
+#include "db/DatabaseFile.h"
+#include "platform/basic/Dates.h"
+#include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
+#include "shared/basMain.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+using support::child;
+
+class HealthTest : public support::TestProgram {
+protected:
+    void SetUp() override {
+        TestProgram::SetUp();
+        sorvanto::createSample(databasePath());
+        openDB();
+        identity = sqlText("SELECT fid_Identity FROM FileIdentity");
+        context.mixer = "COM1 SIM-2.1";
+    }
+    HealthLine line(const QString& name) {
+        for (const HealthLine& each : healthLines(context)) {
+            if (each.name.startsWith(name))
+                return each;
+        }
+        ADD_FAILURE() << "No line " << name.toStdString();
+        return {};
+    }
+    void copyNow() {
+        platform::backupDatabase(databasePath(),
+                                 CopyShelf(folder.path("backups"), identity).pathFor(platform::now()));
+    }
+    void useKeys(const char* table, int last) {
+        sql(u"UPDATE sqlite_sequence SET seq = %1 WHERE name = '%2'"_s.arg(last).arg(QLatin1String(table)));
+    }
+
+    QString identity;
+    HealthContext context;
+};
+
+TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
+    const HealthLine database = line("Database");
+    EXPECT_TRUE(database.good);
+    EXPECT_EQ(database.name, "Database sorvanto.mdb");
+    EXPECT_TRUE(database.state.startsWith("Open, writable, ")) << database.state.toStdString();
+    EXPECT_TRUE(database.detail.contains("Identity " + identity.left(8)));
+    context.readingOnly = "The medium can not be written.";
+    EXPECT_FALSE(line("Database").good);
+    EXPECT_TRUE(line("Database").state.startsWith("Open for reading, "));
+    basMain::gConnection->close();
+    EXPECT_EQ(line("Database").state, "Not open");
+    EXPECT_EQ(line("Keys left").state, "Not open");
+}
+
+TEST_F(HealthTest, KeysAreAmberFromThirtyThousandOnWithTheWayOut) {
+    useKeys("Log", 29'999);
+    EXPECT_TRUE(line("Keys left").good);
+    EXPECT_EQ(line("Keys left").state, "2,768 in Logs");
+    EXPECT_TRUE(line("Keys left").detail.contains("Formulas 32,745"))
+        << line("Keys left").detail.toStdString();
+    useKeys("Log", 30'000);
+    EXPECT_FALSE(line("Keys left").good);
+    EXPECT_TRUE(line("Keys left").detail.contains("sorvanto-db archive"));
+    useKeys("Patient", 32'767);
+    EXPECT_EQ(line("Keys left").state, "0 in Patients");
+}
+
+TEST_F(HealthTest, TheTimeThatIsLeftComesFromTheLastThirtyDays) {
+    sql("DELETE FROM RXs; DELETE FROM Log; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 210) "
+        "INSERT INTO Log (log_Date) SELECT '2026-03-01 10:00:00' FROM n");
+    useKeys("Log", 30'411);
+    EXPECT_EQ(line("Keys left").note, "About 11 months at 7 batches a day");
+}
+
+TEST_F(HealthTest, TheNewestCopyIsOfToday) {
+    EXPECT_EQ(line("Newest copy").state, "None yet");
+    EXPECT_FALSE(line("Newest copy").good);
+    copyNow();
+    EXPECT_EQ(line("Newest copy").state, "14:05, checked");
+    EXPECT_EQ(line("Newest copy").note, "Copies in backups: 1");
+    EXPECT_TRUE(line("Newest copy").good);
+    clock.set(QDateTime(QDate(2026, 3, 8), QTime(9, 0), Qt::UTC));
+    EXPECT_EQ(line("Newest copy").state, "3/7/2026 14:05, checked");
+    EXPECT_FALSE(line("Newest copy").good);
+}
+
+TEST_F(HealthTest, ReportsAndALogThatCannotBeWritten) {
+    EXPECT_TRUE(line("Error log").good);
+    reporter->ReportError("Overflow", "6", "test", 0, "x:y", {}, true, false, true, true);
+    dropReports();
+    EXPECT_EQ(line("Error log").state, "Reports in this run: 1");
+    reporter->ReportPath(folder.path("missing"));
+    reporter->ReportError("Another", "6", "test", 0, "x:y", {}, true, false, true, true);
+    dropReports();
+    EXPECT_EQ(line("Error log").state, "Can not be written");
+    EXPECT_FALSE(line("Error log").note.isEmpty());
+}
+
+TEST_F(HealthTest, ALanguageFileThatIsBrokenMeanwhile) {
+    EXPECT_TRUE(line("Options and language files").good);
+    folder.write("EnglishTranslation.xml", "<Transl");
+    EXPECT_EQ(line("Options and language files").state, "Language file not read");
+}
+
+TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
+    copyNow();
+    HealthPage page([this] { return context; });
+    page.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    EXPECT_EQ(page.lines().front().note, "Checked 14:05");
+    EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "All is well");
+    auto* place = child<QLineEdit>(page, "txtSecondPlace");
+    QDir(folder.path()).mkdir("stick");
+    place->setText(folder.path("stick"));
+    QTest::keyClick(place, Qt::Key_Return);
+    EXPECT_EQ(CopySettings::read().secondPlace, folder.path("stick"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    place->setText(folder.path("nowhere"));
+    QTest::keyClick(place, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "Things to look at: 1");
+}
+
+TEST_F(HealthTest, DamageThatTheEngineFindsIsSaid) {
+    EXPECT_FALSE(checkedDatabase({"row 3 missing from index"}, context).good);
+    EXPECT_EQ(checkedDatabase({"row 3 missing from index"}, context).detail, "row 3 missing from index");
+}
+
+}  // namespace
