@@ -29,13 +29,6 @@ struct Counts {
     std::size_t kills = 0, cuts = 0, failures = 0, refused = 0;
 };
 
-/// In memory, where the system offers that.
-const QString& scratch() {
-    static const QTemporaryDir place(u"/dev/shm/sorvanto-fault-XXXXXX"_s);
-    static const QString folder = (place.isValid() ? place.path() : QDir::tempPath()) + u"/left"_s;
-    return folder;
-}
-
 std::string stateIn(const Deed& deed, const QString& folder) {
     const Disk::Unseen own;
     return deed.state(folder);
@@ -139,6 +132,12 @@ void failEverywhere(const Deed& deed, const Course& course, Counts& counts) {
 }
 
 }  // namespace
+
+const QString& scratch() {
+    static const QTemporaryDir place(u"/dev/shm/sorvanto-fault-XXXXXX"_s);
+    static const QString folder = (place.isValid() ? place.path() : QDir::tempPath()) + u"/left"_s;
+    return folder;
+}
 
 bool longRun() { return qEnvironmentVariableIntValue("SORVANTO_LONG") != 0; }
 

@@ -49,6 +49,9 @@ struct Failure {
 };
 std::vector<Failure> failuresOf(Act act);
 
+/// A folder to lay images out in, in memory where the system offers that.
+const QString& scratch();
+
 std::string described(const std::vector<Operation>& operations, std::size_t count);
 
 }  // namespace fault

@@ -14,6 +14,7 @@ namespace fault {
 namespace {
 
 constexpr int userPause = 700;         // milliseconds between two looks of the user
+constexpr int shortMixPoll = 700;      // a mix of a second is looked at once or twice
 constexpr int startAgainAfter = 1000;  // of a program that was killed
 constexpr qint64 hour = 3'600'000;
 
@@ -65,7 +66,7 @@ MixerEnvironment Rig::environment() {
     return {[this] { return std::make_unique<RigPort>(*this); },
             [](int) { return u"/memory/COM1"_s; },
             [this] { return QByteArray::number(++m_ids).rightJustified(8, '0'); },
-            {},
+            {.mixPoll = shortMixPoll},
             200};
 }
 

@@ -60,8 +60,11 @@ World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mix
     if (mixer)
         line.mixer = *mixer;
     platform::setAsker(&user);
-    if (kind == Window::None)
-        return;
+    if (kind == Window::Open)
+        open();
+}
+
+void World::open() {
     Parts parts = realParts();
     parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(line.environment()); };
     parts.previousInstance = [] { return false; };

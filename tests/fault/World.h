@@ -35,6 +35,8 @@ public:
     ~World() override;
     void TestBody() override {}
 
+    /// Starts the program; for a world that began without a window.
+    void open();
     /// What the user was told: boxes, reports, the cards of the mixer's panel, and what say() took down.
     QStringList told();
     void say(const QString& text) { m_said << text; }
