@@ -112,17 +112,12 @@ void TextFitting::place(const Control& control, const QStringList& lines, int x,
 }
 
 bool TextFitting::wrap(const TextStyle& style, const QString& text, int width, int most, QStringList& lines) {
-    const QStringList parts = paragraphs(text);
-    bool whole = true;
-    for (const QString& part : parts) {
+    for (const QString& part : paragraphs(text)) {
         const int left = most - static_cast<int>(lines.size());
-        if (left == 0)
-            return false;
-        whole = wrapParagraph(style, part, width, left, lines);
-        if (!whole)
+        if (left == 0 || !wrapParagraph(style, part, width, left, lines))
             return false;
     }
-    return whole;
+    return true;
 }
 
 bool TextFitting::wrapParagraph(const TextStyle& style, QStringView paragraph, int width, int most,
