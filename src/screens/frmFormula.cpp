@@ -238,7 +238,7 @@ void frmFormula::storeFields() {
 
 bool frmFormula::saveForm() {
     return guarded("frmFormula:saveForm", false, [&] {
-        if (!m_fields.complete())
+        if (!m_fields.complete() || !stepsReadable())
             return false;
         storeFields();
         if (!m_ui->grdIngredients->commitEdit())

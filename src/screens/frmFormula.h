@@ -10,6 +10,10 @@
 
 #include <memory>
 
+namespace platform {
+class StepEntry;
+}
+
 namespace Ui {
 class frmFormula;
 }
@@ -66,6 +70,7 @@ private:
 
     // Mix options
     void setUpSteppers();
+    bool stepsReadable();
     void translateMix();
     void fillTypeAndJarLists();
     void cbofrm_Type_Click();
@@ -78,6 +83,7 @@ private:
     std::unique_ptr<Ui::frmFormula> m_ui;
     clsFormulaPtr m_formula;
     RecordFields<clsFormula> m_fields;
+    std::vector<platform::StepEntry*> m_typed;  ///< numbers being typed on the up-downs
     int m_draggedRow = -1;
 };
 

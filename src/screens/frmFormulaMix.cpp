@@ -2,6 +2,7 @@
 #include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/StepEntry.h"
 #include "screens/MixList.h"
 #include "screens/frmFormula.h"
 #include "shared/Guard.h"
@@ -54,6 +55,13 @@ void frmFormula::setUpSteppers() {
     m_ui->updPreGrind->setBuddy(m_ui->lblSetPreGrind);
     m_ui->updFreeSpin->setBuddy(m_ui->lblSetFreeSpin);
     m_ui->updReactRPM->setBuddy(m_ui->lblReactRPM);
+    // Times are stepped, not typed: a bare number could be minutes or seconds.
+    m_typed = {new platform::StepEntry(*m_ui->updCustRPM, *m_ui->lblCustRPM, liftRPMPerStep),
+               new platform::StepEntry(*m_ui->updCustSpeed, *m_ui->lblCustSpeed, mixRPMPerStep),
+               new platform::StepEntry(*m_ui->updCustCycles, *m_ui->lblCustCycles),
+               new platform::StepEntry(*m_ui->updPreGrind, *m_ui->lblSetPreGrind),
+               new platform::StepEntry(*m_ui->updFreeSpin, *m_ui->lblSetFreeSpin),
+               new platform::StepEntry(*m_ui->updReactRPM, *m_ui->lblReactRPM)};
     const auto showTime = [](QLabel* label, int index) {
         label->setText(basMain::tableEntry(basMain::MixTimes, index));
     };
@@ -121,9 +129,22 @@ void frmFormula::cbofrm_JarSize_Click() {
     });
 }
 
+// What is typed on the arrows and can't be set is never left out: its field comes up and says why.
+bool frmFormula::stepsReadable() {
+    for (platform::StepEntry* typed : m_typed) {
+        if (typed->acceptable())
+            continue;
+        m_ui->tabFormula->setCurrentIndex(mixOptionsTab);
+        return typed->acceptable();
+    }
+    return true;
+}
+
 // A step runs either for a time or for a number of cycles, never both and never neither.
 void frmFormula::cmdAddMix_Click() {
     guarded("frmFormula:cmdAddMix_Click", [&] {
+        if (!stepsReadable())
+            return;
         const bool timed = m_ui->updCustTime->value() > 0;
         const bool cycled = m_ui->updCustCycles->value() > 0;
         if (timed == cycled || m_ui->updCustSpeed->value() == 0 || m_ui->updCustRPM->value() == 0) {

@@ -2,6 +2,7 @@
 #include "FormulaScreenTest.h"
 
 #include "config/clsOptions.h"
+#include "platform/widgets/StepEntry.h"
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +73,27 @@ TEST_F(MixSettingsTest, UpDownsAsDesigned) {
         upDown->setValue(row.maximum);
         EXPECT_EQ(str(label->text()), row.atMaximum) << row.label;
     }
+}
+
+TEST_F(MixSettingsTest, ATypedSpeedThatCannotBeSetStopsTheStepAndTheSave) {
+    editCustom();
+    box<QTabWidget>("tabFormula").setCurrentIndex(2);
+    upDown("updCustTime").setValue(3);
+    auto& speed = upDown("updCustSpeed");
+    QTest::keyClicks(&speed, u"1"_s);
+    const auto entries = formula().findChildren<platform::StepEntry*>();
+    const auto open =
+        std::find_if(entries.begin(), entries.end(), [](auto* entry) { return !entry->isHidden(); });
+    ASSERT_NE(open, entries.end());
+    QTest::keyClicks(*open, u"000"_s);
+    box<QTabWidget>("tabFormula").setCurrentIndex(0);
+    press("cmdAddMix");
+    EXPECT_EQ(str(rows()), "");
+    EXPECT_EQ(box<QTabWidget>("tabFormula").currentIndex(), 2) << "the field comes up";
+    EXPECT_FALSE(formula().saveForm());
+    (*open)->setText(u"1008"_s);
+    press("cmdAddMix");
+    EXPECT_EQ(str(rows()), "1200|1008|00:00:03|0");
 }
 
 TEST_F(MixSettingsTest, SpeedsAreShownInRevolutions) {

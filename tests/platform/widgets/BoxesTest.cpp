@@ -3,16 +3,21 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Hint.h"
+#include "platform/widgets/StepEntry.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -402,6 +407,142 @@ TEST_F(UpDowns, SwitchedOffItDoesNothing) {
 TEST_F(UpDowns, ArrowsHaveNames) {
     EXPECT_EQ(arrow("up")->accessibleName(), "Up");
     EXPECT_EQ(arrow("down")->accessibleName(), "Down");
+}
+
+TEST_F(Boxes, ANumberChangesNeitherByTheWheelNorByArrowKeys) {
+    NumberBox box;
+    box.setFormats(u"####0"_s, u"####0"_s);
+    box.setValue(100.0);
+    show(box);
+    wheel(box);
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown})
+        QTest::keyClick(&box, key);
+    EXPECT_EQ(box.text(), u"100"_s);
+}
+
+/// Arrows beside their label, as on a form: one of value counts 24 there.
+class TypedSteps : public Boxes {
+protected:
+    void SetUp() override {
+        auto* row = new QHBoxLayout(&form);
+        row->addWidget(&label);
+        row->addWidget(&upDown);
+        row->addWidget(&next);
+        upDown.setBounds(1, 120);
+        upDown.setValue(50);
+        typed = new StepEntry(upDown, label, 24);
+        QObject::connect(&upDown, &UpDown::changed, &label,
+                         [this](int value) { label.setText(QString::number(value * 24)); });
+        label.setText(u"1200"_s);
+        show(form);
+        upDown.setFocus();
+    }
+    QLineEdit* entry() { return typed; }
+    void type(const QString& digits) {
+        for (const QChar digit : digits)
+            QTest::keyClick(QApplication::focusWidget(), digit.toLatin1());
+    }
+
+    QWidget form;
+    QLabel label{&form};
+    UpDown upDown{&form};
+    QPushButton next{&form};
+    StepEntry* typed = nullptr;
+};
+
+TEST_F(TypedSteps, AreTakenInTheLabelsUnit) {
+    type(u"1440"_s);
+    EXPECT_EQ(entry()->text(), u"1440"_s);
+    EXPECT_EQ(label.text(), u"1200"_s) << "until it is taken";
+    QTest::keyClick(entry(), Qt::Key_Return);
+    EXPECT_EQ(upDown.value(), 60);
+    EXPECT_EQ(label.text(), u"1440"_s);
+    EXPECT_FALSE(entry()->isVisible());
+    EXPECT_TRUE(upDown.hasFocus());
+}
+
+TEST_F(TypedSteps, AreTakenWhenTheFieldIsLeft) {
+    type(u"48"_s);
+    next.setFocus();
+    EXPECT_EQ(upDown.value(), 2);
+    EXPECT_TRUE(next.hasFocus());
+}
+
+TEST_F(TypedSteps, ShowWhereTheLabelShowedSomethingElse) {
+    label.setText(u"7"_s);
+    QSignalSpy changed(&upDown, &UpDown::changed);
+    type(u"1200"_s);
+    QTest::keyClick(entry(), Qt::Key_Return);
+    EXPECT_EQ(upDown.value(), 50);
+    EXPECT_EQ(label.text(), u"1200"_s);
+    EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(TypedSteps, WhatIsNotOnTheStepNamesItsNeighboursAndChangesNothing) {
+    type(u"1000"_s);
+    QTest::keyClick(entry(), Qt::Key_Return);
+    EXPECT_EQ(Hint::textOf(*entry()), u"1000 cannot be set. The nearest are 984 and 1008."_s);
+    EXPECT_EQ(upDown.value(), 50);
+    EXPECT_FALSE(typed->acceptable());
+    next.setFocus();
+    EXPECT_TRUE(entry()->isVisible()) << "what was typed is not lost";
+    EXPECT_EQ(upDown.value(), 50);
+    entry()->setFocus();
+    QTest::keyClick(entry(), Qt::Key_Escape);
+    EXPECT_TRUE(typed->acceptable());
+    EXPECT_EQ(label.text(), u"1200"_s);
+}
+
+TEST_F(TypedSteps, OutsideTheBoundsTheBoundIsNamed) {
+    const auto refusal = [this](const QString& digits) {
+        upDown.setFocus();
+        type(digits);
+        QTest::keyClick(entry(), Qt::Key_Return);
+        const QString hint = Hint::textOf(*entry());
+        QTest::keyClick(entry(), Qt::Key_Escape);
+        return hint;
+    };
+    EXPECT_EQ(refusal(u"3000"_s), u"At most 2880."_s);
+    EXPECT_EQ(refusal(u"23"_s), u"At least 24."_s);
+    upDown.setMaximum(100);
+    EXPECT_EQ(refusal(u"2424"_s), u"At most 2400."_s);
+    EXPECT_EQ(upDown.value(), 50);
+}
+
+TEST_F(TypedSteps, ArrowKeysStepFromWhatIsTyped) {
+    type(u"48"_s);
+    QTest::keyClick(entry(), Qt::Key_Up);
+    EXPECT_EQ(upDown.value(), 3);
+}
+
+TEST_F(TypedSteps, SwitchedOffTheyAreDropped) {
+    type(u"48"_s);
+    upDown.setEnabled(false);
+    EXPECT_FALSE(entry()->isVisible());
+    EXPECT_EQ(upDown.value(), 50);
+}
+
+TEST_F(TypedSteps, LettersAndTheWheelDoNothing) {
+    type(u"x"_s);
+    EXPECT_FALSE(entry()->isVisible());
+    type(u"4"_s);
+    wheel(*entry());
+    EXPECT_EQ(entry()->text(), u"4"_s);
+}
+
+TEST_F(TypedSteps, HomeAndEndGoToTheBounds) {
+    QTest::keyClick(&upDown, Qt::Key_End);
+    EXPECT_EQ(upDown.value(), 120);
+    QTest::keyClick(&upDown, Qt::Key_Home);
+    EXPECT_EQ(upDown.value(), 1);
+}
+
+TEST_F(TypedSteps, TheFocusIsMarked) {
+    const QImage focused = upDown.grab().toImage();
+    next.setFocus();
+    EXPECT_NE(upDown.grab().toImage(), focused);
+    upDown.setFocus();
+    EXPECT_EQ(upDown.grab().toImage(), focused);
 }
 
 }  // namespace
