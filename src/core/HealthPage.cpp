@@ -113,8 +113,9 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     m_poll.setInterval(pollingPause);
     m_poll.callOnTimeout(this, &HealthPage::look);
     check();
-    const int width = qMax(90 * grid, page->sizeHint().width() + 2 * grid);
-    const int height = page->sizeHint().height() + 9 * grid;
+    const QSize rows = m_card->layout()->totalSizeHint();
+    const int width = qMax(90 * grid, rows.width() + 8 * grid);
+    const int height = qMax(rows.height(), m_card->layout()->totalHeightForWidth(width - 8 * grid)) + 11 * grid;
     const QSize room = screen() ? screen()->availableSize() : QSize(width, height);
     resize(qMin(width, room.width() - 4 * grid), qMin(height, room.height() - 8 * grid));
     close->setFocus();

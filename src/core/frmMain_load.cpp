@@ -7,6 +7,7 @@
 #include "core/DeskWatch.h"
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
+#include "core/Leftovers.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
@@ -143,7 +144,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
     if (!state.runs) {
         step([&] { openForReading(state.readingOnly); });
         basMain::databaseOpened = [this] { databaseOpened(); };
-        return;
+        return removeLeftovers();
     }
     step([&] {
         platform::MsgBox(

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -39,8 +40,15 @@ QIcon pictureOf(Icon kind) {
     return {};
 }
 
+/// The layout looks for the blanks of a word at each of its lines, which takes seconds for one of 200,000
+/// characters. Its beginning tells what is meant; Ctrl+C takes the whole.
+QString withShortWords(QString text) {
+    static const QRegularExpression longWord(u"(\\S{200})\\S{800,}"_s);
+    return text.replace(longWord, u"\\1..."_s);
+}
+
 QWidget* messageText(const QString& prompt, QWidget* parent) {
-    auto* label = new QLabel(prompt, parent);
+    auto* label = new QLabel(withShortWords(prompt), parent);
     label->setObjectName(u"prompt"_s);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);

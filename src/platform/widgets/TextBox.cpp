@@ -54,8 +54,10 @@ MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
     connect(this, &QPlainTextEdit::textChanged, this, [this] { breakLongWords(toPlainText()); });
 }
 
+// The way back to whole words comes when the long one is gone, with the change of the text.
 void MemoBox::setText(const QString& text) {
-    breakLongWords(text);
+    if (longestWord(text) > longestNormalWord)
+        breakLongWords(text);
     setPlainText(text);
 }
 
