@@ -70,12 +70,13 @@ constexpr TextRow texts[] = {
 
     {"mnuHelp", Field::BandCaption, nullptr, "&Help"},
     {"mnuHelp", Field::Caption, "mnuUpdate", "&Update Sorvanto"},
-    {"mnuHelp", Field::Caption, "mnuHealth", "&Health"},
     {"mnuHelp", Field::Caption, "mnuAbout", "&About"},
 
     {"mnuMain", Field::Caption, "mnuFile", "&File"},
     {"mnuMain", Field::Caption, "mnuHelp", "&Help"},
     {"mnuMain", Field::Caption, "mnuActivities", "&Activities"},
+
+    {"mnuHelp", Field::Caption, "mnuHealth", "&Health"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

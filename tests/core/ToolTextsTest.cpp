@@ -66,7 +66,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Help",
                                                                        "&Update Sorvanto",
                                                                        "&About",
-                                                                       "&Activities"}));
+                                                                       "&Activities",
+                                                                       "&Health"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {
