@@ -1,8 +1,9 @@
-// Offers the drafts one after the other, the newest first, and marks the screens that hold typed text.
+// Offers the drafts, one at a time and the newest first, and marks the screens that hold typed text.
 #pragma once
 
 #include "shared/DraftedScreen.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -28,6 +29,8 @@ public:
     ~DraftOffers() override;
     /// button: the screen's own on the side bar.
     void addScreen(DraftedScreen& screen, platform::Tool& button);
+    /// The records may have changed: what is offered is judged anew.
+    void look();
 
 private:
     struct Place {
@@ -35,12 +38,14 @@ private:
         platform::Tool* button;
     };
 
-    const Draft* newestOffer() const;
+    std::vector<const Draft*> offers() const;
     const Place* placeOf(const Draft& draft) const;
     DraftFit fitOf(const Draft& draft) const;
-    void showNewest();
+    QString textOf(const Draft& draft, DraftFit fit) const;
+    void step(int direction);
     void bringBack();
     void discard();
+    void discardAll();
     void read(const Draft& draft, DraftFit fit);
 
     frmMain& m_window;
@@ -48,8 +53,9 @@ private:
     std::vector<Place> m_places;
     DraftStrip* m_strip;
     QPointer<DraftReader> m_reader;
-    QString m_shown;                  ///< id of the draft in the strip
-    DraftFit m_fit = DraftFit::Fits;  ///< of that draft
+    QString m_newest, m_shown;         ///< ids: of the newest draft, and of the one in the strip
+    int m_at = 0;                      ///< its place among the offers
+    QHash<QString, DraftFit> m_tried;  ///< what could not be brought back, and why
 };
 
 }  // namespace sorvanto

@@ -144,6 +144,8 @@ void frmMain::refreshForm() {
     guarded(u"frmMain:refreshForm"_s, [&] {
         m_bar.recalcLayout();
         enableForm();
+        if (m_offers)
+            m_offers->look();
     });
 }
 

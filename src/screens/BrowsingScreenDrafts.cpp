@@ -35,7 +35,7 @@ void BrowsingScreen::keepDraftsIn(DraftStore& store, std::function<void()> typed
 
 DraftFit BrowsingScreen::fitOf(const Draft& draft) {
     return guarded(tag(u"fitOf"_s), DraftFit::Failed, [&] {
-        if (draft.database != databaseInUse())
+        if (!isDatabaseInUse(draft.database, draft.identity))
             return DraftFit::OtherDatabase;
         const auto row = platform::Recordset::create();
         row->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(m_records.key, draftTable()).arg(draft.record.key),

@@ -58,7 +58,7 @@ void DraftKeeper::write() {
 void DraftKeeper::put(const QString& id, const std::vector<DraftField>& fields, bool offered) {
     if (!m_store)
         return;
-    Draft draft{id, databaseInUse(), {}, m_record, platform::now(), fields};
+    Draft draft{id, databaseInUse(), databaseIdentity(), m_record, platform::now(), fields};
     draft.offered = offered;
     m_store->put(draft);
 }

@@ -40,9 +40,13 @@ std::optional<DraftField> fieldOf(const QJsonValue& value) {
 
 QString Draft::title() const {
     static const QRegularExpression letters(u"[\\p{L}\\p{N}]"_s);
-    if (record.name.contains(letters) || fields.empty())
+    if (record.name.contains(letters))
         return record.name;
-    return fields.front().typed.simplified().left(60);
+    for (const DraftField& field : fields) {
+        if (field.typed.contains(letters))
+            return field.typed.simplified().left(60);
+    }
+    return {};
 }
 
 QString newDraftId() { return QUuid::createUuid().toString(QUuid::Id128); }

@@ -43,7 +43,8 @@ struct Draft {
     bool offered = false;  ///< no longer in any box: to be brought back or discarded
     bool earlier = false;  ///< left by an earlier run of the program
 
-    /// The record's name; for one without a name the first text that was typed.
+    /// The record's name; for one without a name the first text that was typed; empty where nothing says
+    /// anything.
     QString title() const;
 };
 

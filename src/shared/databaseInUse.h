@@ -7,5 +7,9 @@ namespace sorvanto {
 
 /// With "/" and without links; empty when the options name none. Never throws.
 QString databaseInUse();
+/// What every copy of the open file has in common; empty where it has none or no file is open. Never throws.
+QString databaseIdentity();
+/// Whether these name the database in use: by the identity, or by the path where either has no identity.
+bool isDatabaseInUse(const QString& path, const QString& identity);
 
 }  // namespace sorvanto

@@ -152,6 +152,34 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.happensIn(box, u"OK"_s);
              d.click(u"cmdMake"_s);
          }},
+        {"The formula of a prescription is gone",
+         {u"screens/frmPatientRX MsgBox"_s},
+         [](D& d) {
+             d.sql("INSERT INTO Log (LogID, FormulaID, log_Name) VALUES (900, 1, 'Cooling Gel');"
+                   "UPDATE RXs SET LogID = 900");
+             d.click(u"cmdPatients"_s);
+             d.click(u"cmdFirst"_s);
+             d.control<platform::RecordGrid>(patients, u"grdRXs"_s).selectRow(0);
+             d.sql("PRAGMA foreign_keys = OFF; DELETE FROM Log WHERE LogID = 900");
+             d.happensIn(box, u"OK"_s);
+             d.click(u"cmdMake"_s);
+             d.sql("UPDATE RXs SET LogID = 2");  // whole again for the copy of the day
+         }},
+        {"Discard all unsaved texts",
+         {u"core/DraftOffers MsgBox"_s},
+         [](D& d) {
+             d.happensIn(box, u"No"_s);
+             child<QPushButton>(*d.window, "cmdDiscardAll")->click();
+         },
+         false,
+         [](D& d) {
+             d.unlock(u"cmdChemicals"_s);
+             for (int texts = 0; texts < 2; ++texts) {
+                 d.typed(chemicals, u"txtchm_Notes"_s);
+                 d.click(u"cmdChemicals"_s);
+             }
+             d.click(u"cmdCancel"_s);
+         }},
         {"No formula to print",
          {u"screens/frmCurrFormulaPrint MsgBox"_s},
          [](D& d) {
