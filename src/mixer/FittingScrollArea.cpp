@@ -26,6 +26,7 @@ void FittingScrollArea::setContent(QWidget* content) {
 void FittingScrollArea::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     fit();
+    emit resized();
 }
 
 bool FittingScrollArea::eventFilter(QObject* watched, QEvent* event) {
@@ -34,19 +35,24 @@ bool FittingScrollArea::eventFilter(QObject* watched, QEvent* event) {
     return QScrollArea::eventFilter(watched, event);
 }
 
+int FittingScrollArea::leastHeight(int width) const {
+    const QLayout& layout = *widget()->layout();
+    return layout.hasHeightForWidth() ? layout.minimumHeightForWidth(width) : layout.minimumSize().height();
+}
+
+bool FittingScrollArea::hasRoom() const {
+    const QSize room = maximumViewportSize();
+    return !widget() || !widget()->layout() || leastHeight(room.width()) <= room.height();
+}
+
 void FittingScrollArea::fit() {
     if (!widget() || !widget()->layout())
         return;
-    QLayout& layout = *widget()->layout();
-    const auto least = [&](int width) {
-        return layout.hasHeightForWidth() ? layout.minimumHeightForWidth(width)
-                                          : layout.minimumSize().height();
-    };
     const QSize room = maximumViewportSize();
     int width = room.width();
-    if (least(width) > room.height())
+    if (!hasRoom())
         width -= verticalScrollBar()->sizeHint().width();
-    widget()->resize(width, std::max(room.height(), least(width)));
+    widget()->resize(width, std::max(room.height(), leastHeight(width)));
 }
 
 }  // namespace sorvanto

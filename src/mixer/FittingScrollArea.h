@@ -13,12 +13,18 @@ public:
     explicit FittingScrollArea(QWidget* parent = nullptr);
     /// The content needs a layout. Takes it over.
     void setContent(QWidget* content);
+    /// Whether all of the content can be seen at once.
+    bool hasRoom() const;
+
+signals:
+    void resized();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    int leastHeight(int width) const;
     void fit();
 };
 

@@ -65,6 +65,7 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(m_scroll);
     setMinimumWidth(291);
+    connect(m_scroll, &FittingScrollArea::resized, this, &MixerPanel::sizeRing);
     connect(&m_session, &MixSession::changed, this, &MixerPanel::refresh);
     connect(m_offers, &OfferList::logAsked, this,
             [this](const protocol::MixId& mix) { m_session.logOffer(mix); });
@@ -151,6 +152,13 @@ void MixerPanel::refresh() {
     m_offers->show(
         m_session.offers(), m_session.canLog(),
         [this](const Offer& offer) { return unitOf(offer.mix, offer.formula); }, m_texts);
+    sizeRing();
+}
+
+// The card of a mix that waits is to be seen whole: where it does not fit, the ring makes room.
+void MixerPanel::sizeRing() {
+    m_ring->setSmall(false);
+    m_ring->setSmall(m_session.isWaiting() && !m_scroll->hasRoom());
 }
 
 void MixerPanel::showCaptions() {

@@ -47,6 +47,7 @@ private:
     void showCaptions();
     void showLink();
     void showRing();
+    void sizeRing();
     void showStopped();
     void showFormula();
     void showSpeeds();

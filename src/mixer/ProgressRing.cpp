@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +58,11 @@ void ProgressRing::show(double fraction, Tone tone, const QString& middle, const
     m_below = below;
     setAccessibleName(below.isEmpty() ? middle : middle + u", "_s + below);
     update();
+}
+
+void ProgressRing::setSmall(bool on) {
+    if (std::exchange(m_small, on) != on)
+        updateGeometry();
 }
 
 void ProgressRing::paintEvent(QPaintEvent*) {

@@ -21,7 +21,10 @@ public:
     QString below() const { return m_below; }
     double fraction() const { return m_fraction; }
 
-    QSize sizeHint() const override { return {172, 172}; }
+    /// Less room for it, where something more urgent needs it.
+    void setSmall(bool on);
+
+    QSize sizeHint() const override { return m_small ? QSize(124, 124) : QSize(172, 172); }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
@@ -30,6 +33,7 @@ protected:
 private:
     void paintTexts(QPainter& painter, const QRectF& inside) const;
 
+    bool m_small = false;
     double m_fraction = -1;
     Tone m_tone = Tone::Quiet;
     QString m_middle, m_below;
