@@ -231,10 +231,29 @@ void MatrixTest::beginSigning() {
     line.run(wholeMix);
 }
 
+void MatrixTest::signNowAndDiscard() {
+    if (offers().size() == offersBefore) {  // else it is logged from there
+        EXPECT_TRUE(test::waitFor([&] { return waits(); }));
+        panelButton("mixerSign")->click();
+        EXPECT_TRUE(test::waitFor([&] { return logCount() > logsBefore && !modalOnShow(); }));
+    }
+    auto* strip = child<QWidget>(*window, "draftStrip");
+    const bool inBox = textsIn(*window->screen(logs)).contains(u"typed"_s);
+    EXPECT_TRUE(strip->isVisible() || inBox) << "typed text is nowhere";
+    for (const char* screen : {"cmdLogs", "cmdFormulas"}) {
+        click(QLatin1String(screen));
+        click(u"cmdCancel"_s);
+    }
+    while (strip->isVisible())
+        child<QPushButton>(*strip, "cmdDiscard")->click();
+}
+
 void MatrixTest::finish() {
     if (event->afterwards)
         event->afterwards(*this);
-    click(u"cmdCancel"_s);  // what was typed is given up
+    const bool signedNow = GetParam().signedNow && event->ending == Ending::Logged;
+    if (!signedNow)
+        click(u"cmdCancel"_s);  // what was typed is given up
     if (event->ending == Ending::Without) {
         QPushButton* ok = panelButton("mixerOk");
         EXPECT_TRUE(test::waitFor([&] { return ok->isVisible() && ok->isEnabled(); }));
@@ -248,6 +267,8 @@ void MatrixTest::finish() {
         EXPECT_TRUE(test::waitFor([&] { return panelButton("mixerStop")->isVisible(); }));
         line.run(wholeMix);
     }
+    if (signedNow)
+        signNowAndDiscard();
     const auto logged = [&] { return logCount() > logsBefore && !modalOnShow(); };
     const auto offered = [&]() -> QPushButton* {
         for (auto* button : window->mixer().findChildren<QPushButton*>(u"mixerLogMix"_s)) {

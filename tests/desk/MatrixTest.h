@@ -24,6 +24,7 @@ struct ModalThing {
     bool changesRows = false;                      ///< by what was answered
     int formula = 1;                               ///< that is mixed; 0: one without a record
     bool blocks = true;                            ///< false: the desk stays free beside it
+    bool signedNow = false;  ///< by the card's button, while the text still stands there
 };
 std::ostream& operator<<(std::ostream& out, const ModalThing& thing);
 
@@ -77,6 +78,8 @@ protected:
 private:
     void beginSigning();
     void finish();
+    /// Presses Sign now; what was typed is on offer, or still in its box, and is given up then.
+    void signNowAndDiscard();
     static QStringList textsIn(const QWidget& window);
 
     static inline int combinations = 0;

@@ -10,8 +10,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTabWidget>
@@ -149,6 +151,12 @@ std::vector<ModalThing> MatrixTest::windows() {
              d.happensIn(u"AskDialog"_s, u"No"_s);
              inPreview(d, "print");
          }},
+        {"PDF to save",
+         {u"platform/report/PrintFlow showModal"_s, u"class SaveDialog"_s},
+         [=](D& d) {
+             d.happensIn(u"savePdfDialog"_s);
+             inPreview(d, "savePdf");
+         }},
         {"Preview",
          {},
          [](D& d) {
@@ -211,6 +219,50 @@ std::vector<ModalThing> MatrixTest::windows() {
              d.happens();
              QTest::mouseRelease(screen, Qt::LeftButton);
          }},
+        {"Column being widened",
+         {},
+         [](D& d) {
+             d.click(u"cmdFormulas"_s);
+             d.click(u"cmdFirst"_s);
+             child<QTabWidget>(*d.window->screen(formulas), "tabFormula")->setCurrentIndex(1);
+             auto* header = d.control<platform::RecordGrid>(formulas, u"grdIngredients"_s).horizontalHeader();
+             const QPoint edge(header->sectionViewportPosition(2) + header->sectionSize(2) - 1, 8);
+             const int before = header->sectionSize(2);
+             QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+             QTest::mouseMove(header->viewport(), edge + QPoint(12, 0));
+             QMouseEvent move(QEvent::MouseMove, QPointF(edge + QPoint(24, 0)),
+                              header->viewport()->mapToGlobal(QPointF(edge + QPoint(24, 0))), Qt::NoButton,
+                              Qt::LeftButton, Qt::NoModifier);
+             QApplication::sendEvent(header->viewport(), &move);
+             EXPECT_NE(header->sectionSize(2), before) << "nothing is dragged";
+             d.happens();
+             QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge + QPoint(24, 0));
+         }},
+        {"Half-typed note, signed at once",
+         {},
+         [](D& d) {
+             d.unlock(u"cmdLogs"_s);
+             d.typed(logs, u"txtlog_Notes"_s);
+             d.happens();
+         },
+         false,
+         {},
+         false,
+         1,
+         true,
+         true},
+        {"Open grid cell, signed at once",
+         {},
+         [](D& d) {
+             d.openCell(u"99"_s);
+             d.happens();
+         },
+         false,
+         {},
+         false,
+         1,
+         true,
+         true},
         {"Half-typed note",
          {},
          [](D& d) {
