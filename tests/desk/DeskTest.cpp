@@ -39,7 +39,7 @@ void DeskTest::SetUp() {
     m_asker.setParent(window.get());
     QObject::connect(&m_looking, &QTimer::timeout, &m_looking, [this] { look(); });
     m_looking.setSingleShot(true);  // a repeating one stands still while its own slot runs
-    m_looking.start(5);
+    m_looking.start(1);
 }
 
 void DeskTest::TearDown() {
@@ -52,7 +52,7 @@ void DeskTest::TearDown() {
 QWidget* DeskTest::modalOnShow() { return QApplication::activeModalWidget(); }
 
 void DeskTest::look() {
-    m_looking.start(5);
+    m_looking.start(1);
     QWidget* modal = modalOnShow();
     if (!modal || !modal->isVisible() || modal == m_seen)
         return;
