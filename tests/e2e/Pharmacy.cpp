@@ -49,7 +49,7 @@ void Pharmacy::SetUp() {
         ASSERT_TRUE(QFile::copy(languages.filePath(name), path(name)));
     ASSERT_TRUE(QDir(m_folder.path()).mkpath("ports"));
     m_simulator.start(executable("sorvanto-mixersim"),
-                      {"--link", path("ports/COM1"), "--speed", "200", "--parent-pid",
+                      {"--link", path("ports/COM1"), "--speed", QString::number(mixerSpeed()), "--parent-pid",
                        QString::number(QCoreApplication::applicationPid())});
     ASSERT_TRUE(m_simulator.waitForStarted() && m_simulator.waitForReadyRead(20'000));
 }

@@ -30,6 +30,8 @@ protected:
     static QString executable(const QString& name);
     /// Where processes find screen and system settings.
     static QProcessEnvironment environment();
+    /// How much faster than a clock the simulated mixer runs.
+    virtual int mixerSpeed() const { return 200; }
     virtual QProcessEnvironment tourEnvironment() const { return environment(); }
     /// The options of an earlier start in English, with the printer chosen then.
     QString optionsWithPrinter(const QString& printer) const;

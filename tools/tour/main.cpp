@@ -1,5 +1,6 @@
 // sorvanto-tour: drives the real program like a user and takes pictures on the way. Ends with 0 only if
 // everything that was made is in the database; else with 1 and a sentence.
+#include "BusyTour.h"
 #include "EmptyTour.h"
 #include "PrinterTour.h"
 #include "RecoveryTour.h"
@@ -44,6 +45,7 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption stop("stop-after", "Die at mixdone.", "mixdone");
     QCommandLineOption stopped("stopped", "Only pictures of a mix of the formula that is stopped.", "NAME");
     QCommandLineOption prefix("prefix", "In front of the name of each of these pictures.", "TEXT");
+    QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
@@ -53,11 +55,11 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &recover, &vain, &second,
-                                       &failing, &printers, &print, &missing, &none, &refusing})
+    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &busy, &recover, &vain,
+                                       &second, &failing, &printers, &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, recover, vain, second, failing,
-                       printers, print, missing, none, refusing});
+    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, busy, recover, vain, second,
+                       failing, printers, print, missing, none, refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -105,6 +107,8 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     } else if (isSet("stopped")) {
         tour::runStopped(folder, pictures, parser.value("prefix"), parser.value("stopped"),
                          parser.value("language").toInt());
+    } else if (isSet("busy")) {
+        tour::runBusy(folder, parser.value("busy"));
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {
