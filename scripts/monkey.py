@@ -53,8 +53,9 @@ def start_screen():
 
 # Whole walks, so that the mixer runs and previews open as often as the screens are looked at: a make (with the
 # quantity question) and a start, a mix signed or left, and each print menu's entries.
-PRINT, MAKE, SIDE_BAR = (486, 56), (194, 56), [(34, y) for y in (119, 175, 231, 287, 343)]
-START = (1210, 440)
+# Where these are below the window manager's title; the panel's button lies lower with each line above it.
+PRINT, MAKE, SIDE_BAR = (486, 75), (194, 75), [(34, y) for y in (138, 194, 250, 306, 362)]
+START = [(1210, y) for y in range(420, 540, 24)]
 
 
 class Monkey:
@@ -90,7 +91,7 @@ class Monkey:
     def walk(self):
         screen = [self.click(self.random.choice(SIDE_BAR))]
         mixer = [self.click(SIDE_BAR[1]), self.click(MAKE), ["sleep", "0.2"], ["key", "Return"], ["sleep", "1"],
-                 *[self.click((START[0], START[1] + dy)) for dy in (-20, 0, 20)]]
+                 *[self.click(place) for place in START]]
         preview = [self.click(self.random.choice(SIDE_BAR)), self.click(PRINT), ["sleep", "0.1"],
                    *[["key", "Down"]] * self.random.randint(1, 5), ["key", "Return"], ["sleep", "0.2"], ["key", "Return"]]
         return self.random.choice([screen, mixer, preview])
