@@ -14,6 +14,7 @@
 #include "screens/frmLog.h"
 #include "screens/frmPatient.h"
 #include "shared/ErrorReporter.h"
+#include "shared/FileIdentity.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -56,6 +57,8 @@ InstanceState findOtherPrograms(InstanceLock& lock) {
     state.runs = ofDatabase.runs;
     if (connection->isReadOnly())
         state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, file);
+    else if (const auto identity = readFileIdentity(*connection); identity && !identity->parent.isEmpty())
+        state.readingOnly = translated(u"%1 is an archive."_s).replace(u"%1"_s, file);
     else if (state.readingOnly.isEmpty())
         state.readingOnly = ofDatabase.readingOnly;
     return state;

@@ -14,6 +14,7 @@
 #include "platform/widgets/Theme.h"
 #include "shared/BatchLog.h"
 #include "shared/DraftStore.h"
+#include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
@@ -106,7 +107,8 @@ void frmMain::buildWindow() {
     restoreWindowPlace(*this);
 }
 
-// The file in use; where none could be opened, the one that the options name.
+// The file in use, and in its tool tip the identity by which its copies are named; where none could be opened, the one
+// that the options name.
 void frmMain::showDatabaseName() {
     QString path;
     try {
@@ -116,7 +118,9 @@ void frmMain::showDatabaseName() {
     }
     path.replace('\\'_L1, '/'_L1);
     m_database->setText(QFileInfo(path).fileName());
-    m_database->setToolTip(path);
+    const auto connection = basMain::gConnection;
+    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
+    m_database->setToolTip(identity ? path + '\n'_L1 + identity->identity : path);
 }
 
 void frmMain::setCaption(const QString& caption) {

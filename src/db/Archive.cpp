@@ -148,6 +148,7 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     const QString target = platform::platformPath(archivePath);
     if (QFile::exists(target))
         throw RuntimeError(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(target));
+    const platform::SoleUse sole(file);
     platform::refuseInUse(file);
     refuseUnsound(file);
     Connection connection;

@@ -187,6 +187,14 @@ std::vector<ClosedMix> MixJournal::closed() const {
     return found;
 }
 
+QString MixJournal::closedLot(const MixId& mix) const {
+    const QDir closed(closedFolder());
+    const QStringList names = closed.entryList({u"*-%1.xml"_s.arg(QString::fromLatin1(mix))}, QDir::Files);
+    const auto entry =
+        names.isEmpty() ? std::nullopt : journal_file::read(closed.filePath(names.constLast()));
+    return entry ? entry->lot() : QString();
+}
+
 void MixJournal::reopen(const ClosedMix& closed) {
     auto entry = journal_file::read(closed.path);
     if (!entry || !entry->results || find(entry->mix))

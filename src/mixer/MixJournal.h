@@ -79,6 +79,8 @@ public:
 
     /// Newest first. Reads the head of each file only.
     std::vector<ClosedMix> closed() const;
+    /// Of the results that a closed mix ended with; empty when it had none or is not known.
+    QString closedLot(const protocol::MixId& mix) const;
     /// A closed mix is open again, as finished; its rows are kept.
     void reopen(const ClosedMix& closed);
     /// The user is about to delete the batch: it is closed for good. Nothing happens when the journal does not

@@ -379,7 +379,7 @@ void MixSession::askLastResults() {
             continue;
         if (++asked > remembered)
             return;
-        compareResults(closed.mix, closed.lot);
+        compareResults(closed.mix);
     }
 }
 
@@ -388,19 +388,19 @@ void MixSession::lookAtForeignEnd(const protocol::Status& status) {
     if (status.state != protocol::MixerState::Done || status.mix.isEmpty() || m_journal.find(status.mix) ||
         m_compared.contains(status.mix))
         return;
-    compareResults(status.mix, {});
+    compareResults(status.mix);
 }
 
-void MixSession::compareResults(const MixId& mix, const QString& knownLot) {
+void MixSession::compareResults(const MixId& mix) {
     m_compared.insert(mix);
-    m_link.send(protocol::resultCommand(mix), [this, mix, knownLot](const auto& reply) {
+    m_link.send(protocol::resultCommand(mix), [this, mix](const auto& reply) {
         if (!reply)
             m_compared.remove(mix);
         const auto results = reply ? protocol::readResults(*reply) : std::nullopt;
         if (!results || results->mix != mix)
             return;
         const QString lot = lotOf(makeResultsDocument(m_link.identity(), *results));
-        if (lot == knownLot)
+        if (m_journal.find(mix) || m_journal.closedLot(mix) == lot)
             return;
         m_account.noteUnknown(lot);
         emit changed();

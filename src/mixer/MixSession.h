@@ -122,7 +122,7 @@ private:
     void dropLogged();
     bool settle(const protocol::MixId& mix, BatchAccount::Settled& settled);
     void askLastResults();
-    void compareResults(const protocol::MixId& mix, const QString& knownLot);
+    void compareResults(const protocol::MixId& mix);
     void lookAtForeignEnd(const protocol::Status& status);
     /// asked: at the user's own wish, which needs no free desk.
     void handOverLater(const protocol::MixId& mix, bool asked);

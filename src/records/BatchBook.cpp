@@ -86,6 +86,15 @@ QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
     return lines;
 }
 
-bool BatchBook::isArchived(const Batch&) { return false; }
+bool BatchBook::isArchived(const Batch& batch) {
+    const auto connection = openDB();
+    if (connection->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
+        return false;
+    Statement found(connection->handle(), u"SELECT 1 FROM ArchivedBatch WHERE abt_Lot = ? AND abt_Date = ?"_s,
+                    {});
+    found.bind(1, batch.first);
+    found.bind(2, batch.second);
+    return found.step();
+}
 
 }  // namespace sorvanto

@@ -6,14 +6,23 @@
 #include "platform/report/SpreadsheetExport.h"
 #include "reports/rptFormula.h"
 #include "shared/Guard.h"
+#include "shared/Translator.h"
 
 namespace sorvanto {
 
 namespace {
 
+/// Files beside the program are its user's alone; one under a name of his own choice is what his customs make it.
+QString noteOfSaved(const QString& report) {
+    const bool namesPatients = report == "rptPatient" || report == "rptRX8160";
+    return namesPatients ? translated("The saved file names patients. Keep it where nobody else reads it.")
+                         : QString();
+}
+
 // What fails while pages are made after the print command has ended goes the one failure path.
 void preview(std::unique_ptr<platform::Report> report) {
     platform::setReportFailureHandler([] { reportCurrentError("ReportFlow:preview"); });
+    platform::setSavedNote(noteOfSaved);
     platform::PreviewWindow::open(std::move(report));
 }
 

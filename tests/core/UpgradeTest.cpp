@@ -3,6 +3,7 @@
 #include "TestProgram.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
+#include "platform/basic/RuntimeError.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -132,6 +133,10 @@ TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     EXPECT_EQ(support::rowsText(support::runSql(copy, "SELECT opt_Version FROM Options")).toDouble(), 1.0);
     EXPECT_EQ(folder.read("options.xml"), options);
     EXPECT_EQ(translated("Formulas"), "Unsere Hausrezepte");
+    EXPECT_TRUE(support::child<QLabel>(*window, "lblDatabase")
+                    ->toolTip()
+                    .endsWith('\n' + sqlText("SELECT fid_Identity FROM FileIdentity")));
+    EXPECT_TRUE(support::child<QLabel>(*window, "lblReadingOnly")->isHidden());
     expectTheMixOnOffer();
 
     const QString identity = sqlText("SELECT * FROM FileIdentity");
@@ -142,6 +147,16 @@ TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     EXPECT_EQ(records(), before);
     EXPECT_EQ(german("Formulas"), "Unsere Hausrezepte");
     expectTheMixOnOffer();
+}
+
+TEST_F(UpgradeTest, AnArchiveIsOpenForReadingOnly) {
+    layOut();
+    start();
+    sql("UPDATE FileIdentity SET fid_Parent = 'ffffffffffffffffffffffffffffffff'");
+    start();
+    EXPECT_EQ(support::child<QLabel>(*window, "lblReadingOnly")->text(),
+              "Nur zum Lesen geöffnet: " + databasePath() + " ist ein Archiv.");
+    EXPECT_THROW(openDB()->execute("DELETE FROM Patient"), platform::RuntimeError);
 }
 
 }  // namespace

@@ -20,6 +20,17 @@ namespace {
 
 constexpr std::int64_t shortTotal = 20'000;  // ten seconds, and two cycles of five
 
+/// A log that can be read and holds no batch.
+class EmptyLog : public LogBook {
+public:
+    QString identity() override { return "3f2a9c01"; }
+    bool hasLot(const QString&) override { return false; }
+    BatchStanding settle(const BatchRows&) override { return {}; }
+    int batchCount() override { return 0; }
+    QHash<Batch, int> linesSince(const QString&) override { return {}; }
+    bool isArchived(const Batch&) override { return false; }
+};
+
 class MixSessionTest : public testing::Test {
 protected:
     MixSessionTest() { make(); }
@@ -78,6 +89,7 @@ protected:
     support::FixedClock clock;
     MemoryLine line;
     QStringList logged;
+    EmptyLog log;
     std::unique_ptr<MixSession> session;
     std::function<void()> onDone;
     int done = 0, enabled = 0;
@@ -695,6 +707,58 @@ TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
     line.run(10'000);
     EXPECT_TRUE(reaches(RunState::Ready));
     EXPECT_EQ(done, 0);
+}
+
+// ---- what became of each preparation --------------------------------------------------------------
+
+TEST_F(MixSessionTest, AMixThatTheMixerMadeWithoutThisProgramIsNotAccountedFor) {
+    using namespace protocol;
+    Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
+    std::uint8_t sequence = 0;
+    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]),
+                          startCommand(programme.id)}) {
+        command.sequence = ++sequence;
+        line.mixer.receive(command);
+    }
+    session->setLogBook(&log);
+    session->open();
+    EXPECT_TRUE(session->reconciliation().complete());
+    ASSERT_TRUE(reaches(RunState::Mixing));
+    line.run(10'000);
+    ASSERT_TRUE(waitFor([&] { return !session->reconciliation().missing.isEmpty(); }));
+    EXPECT_EQ(session->reconciliation().missing, QStringList{"SV04260012"});
+    EXPECT_EQ(session->reconciliation().preparations, 1);
+    EXPECT_FALSE(session->reconciliation().complete());
+}
+
+TEST_F(MixSessionTest, AMixThatWasPutAsideIsAccountedFor) {
+    session->setLogBook(&log);
+    finishShort();
+    EXPECT_EQ(session->reconciliation().onOffer, 1);
+    session->putAside(protocol::MixId(session->offers()[0].mix));
+    EXPECT_EQ(session->reconciliation().closed, 1);
+    make();
+    session->setLogBook(&log);
+    session->open();
+    ASSERT_TRUE(reaches(RunState::Ready));
+    ASSERT_NO_FATAL_FAILURE(exchangeWords());  // the mixer is asked for the results that it remembers
+    EXPECT_TRUE(session->reconciliation().complete());
+    EXPECT_EQ(session->reconciliation().preparations, 1);
+}
+
+TEST_F(MixSessionTest, ResultsThatTheJournalLacksAreNotAccountedFor) {
+    session->setLogBook(&log);
+    finishShort();
+    session->putAside(protocol::MixId(session->offers()[0].mix));
+    const QString path = "mixes/closed/" + closedFiles().first();
+    QByteArray journal = folder.read(path);
+    const qsizetype results = journal.indexOf("<Results");
+    folder.write(path, journal.remove(results, journal.indexOf("</Mix>") - results));
+    make();
+    session->setLogBook(&log);
+    session->open();
+    ASSERT_TRUE(waitFor([&] { return !session->reconciliation().missing.isEmpty(); }));
+    EXPECT_EQ(session->reconciliation().missing, QStringList{"SV04260012"});
 }
 
 TEST_F(MixSessionTest, TheLinkGoesOnWhileTheUserSigns) {

@@ -286,6 +286,16 @@ TEST_F(HalfLoggedTest, ABatchThatAnOlderCopyLacksIsOfferedAgain) {
     EXPECT_EQ(str(sqlText("SELECT count(*) FROM LogChem")), "3");
 }
 
+TEST_F(HalfLoggedTest, ABatchThatWentIntoAnArchiveIsAccountedForThere) {
+    leaveFinishedMix();
+    ASSERT_TRUE(restart().logTheOffer());
+    sql("CREATE TABLE ArchivedBatch (abt_Archive TEXT(32), abt_Lot TEXT(40), abt_Date DATETIME);"
+        "INSERT INTO ArchivedBatch SELECT 'x', log_Lot, log_Date FROM Log; DELETE FROM Log");
+    EXPECT_FALSE(restart().offers());
+    EXPECT_TRUE(desk->reconciliation().complete());
+    EXPECT_EQ(desk->reconciliation().archived, 1);
+}
+
 TEST_F(HalfLoggedTest, ABatchOfAnotherDatabaseIsNotMixedUp) {
     ASSERT_NO_FATAL_FAILURE(leaveHalfWritten(1));
     sql("UPDATE FileIdentity SET fid_Identity = 'ffffffffffffffffffffffffffffffff'");

@@ -2,11 +2,13 @@
 #include "db/Archive.h"
 #include "FixedClock.h"
 #include "Hindrances.h"
+#include "OtherProcess.h"
 #include "TempProgramFolder.h"
 #include "TestDatabase.h"
 #include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "platform/basic/ProcessLock.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <QCryptographicHash>
@@ -175,6 +177,14 @@ TEST_F(ArchiveTest, RefusalsChangeNothing) {
 
 TEST_F(ArchiveTest, AFileInUseOrUnsoundIsRefused) {
     fill();
+    {
+        const support::OtherProcess program([&] {
+            static platform::ProcessLock lock(platform::lockPathOf(path("s.mdb")));
+            return lock.take() == platform::ProcessLock::Outcome::Taken;
+        });
+        EXPECT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 1) << "while the program has it open";
+        EXPECT_TRUE(err.contains("in use")) << qPrintable(err);
+    }
     {
         QProcess shell;
         shell.start("sqlite3", {path("s.mdb")});

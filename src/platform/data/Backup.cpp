@@ -2,7 +2,6 @@
 #include "platform/data/Backup.h"
 
 #include "platform/basic/Paths.h"
-#include "platform/basic/ProcessLock.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
@@ -126,11 +125,14 @@ void backupDatabase(const QString& file, const QString& target) {
     copyDatabase(file, path);
 }
 
+SoleUse::SoleUse(const QString& file) : m_lock(lockPathOf(file)) {
+    if (m_lock.take() == ProcessLock::Outcome::Held)
+        fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(platformPath(file)));
+}
+
 QString restoreDatabase(const QString& backup, const QString& file) {
     const QString path = platformPath(file);
-    ProcessLock lock(lockPathOf(path));
-    if (lock.take() == ProcessLock::Outcome::Held)
-        fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(path));
+    const SoleUse sole(path);
     const QString restored = path + u".restored"_s;
     copyDatabase(backup, restored);
     std::optional<PutAside> aside;

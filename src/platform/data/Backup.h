@@ -2,6 +2,7 @@
 // its soundness.
 #pragma once
 
+#include "platform/basic/ProcessLock.h"
 #include "platform/data/DatabaseCopy.h"
 
 #include <QString>
@@ -22,6 +23,15 @@ QString restoreDatabase(const QString& backup, const QString& file);
 /// Throws permissionDenied when another program has the file open at this moment. Looks without opening it as a
 /// database, and not to be called while this process has it open.
 void refuseInUse(const QString& file);
+
+/// Keeps other programs away from a file as long as it lives. Throws permissionDenied when one has the file open.
+class SoleUse {
+public:
+    explicit SoleUse(const QString& file);
+
+private:
+    ProcessLock m_lock;
+};
 
 /// What the engine finds wrong with pages, indexes, checks and relations; empty when all is well.
 /// Throws when the file can't be opened as a database. A cancelled look gives what was found until then.

@@ -117,8 +117,12 @@ void PreviewWindow::connectBar() {
             PrintFlow(document(), this, go).print(m_run.report().printerName);
         });
     });
-    on(m_bar->savePdf,
-       [this] { output([this](const PageProgress& go) { PrintFlow(document(), this, go).savePdf(); }); });
+    on(m_bar->savePdf, [this] {
+        output([this](const PageProgress& go) {
+            if (PrintFlow(document(), this, go).savePdf())
+                m_saved = savedNote(document().definition.name);
+        });
+    });
     if (m_bar->offset)
         on(m_bar->offset, [this] { alignLabels(); });
     on(m_bar->first, [this] { m_view->goToPage(0); });
@@ -211,7 +215,8 @@ void PreviewWindow::showState() {
                              ? count
                              : count + u"  ·  "_s + reportText("Values in smaller type: %1").arg(smaller));
     }
-    m_notices->update(document(), m_ending.isEmpty() ? m_failure : m_ending);
+    const QString& trouble = m_ending.isEmpty() ? m_failure : m_ending;
+    m_notices->update(document(), trouble.isEmpty() ? m_saved : trouble);
 }
 
 void PreviewWindow::stop() {
@@ -230,6 +235,7 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
     m_outputRuns = true;
     m_outputStopped = false;
     m_failure.clear();
+    m_saved.clear();
     const QPointer<PreviewWindow> alive(this);
     try {
         finishRun();

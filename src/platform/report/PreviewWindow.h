@@ -64,6 +64,7 @@ private:
     QPushButton* m_cancel = nullptr;
     QString m_ending;   ///< why the run ended before its time
     QString m_failure;  ///< why the last output came to nothing
+    QString m_saved;    ///< what there is to know of the file that was saved last
     bool m_outputRuns = false;
     bool m_outputStopped = false;
     bool m_closing = false;

@@ -12,6 +12,11 @@ std::function<void()>& handler() {
     static std::function<void()> current;
     return current;
 }
+
+std::function<QString(const QString&)>& noteSource() {
+    static std::function<QString(const QString&)> current;
+    return current;
+}
 }  // namespace
 
 void setReportFailureHandler(std::function<void()> function) { handler() = std::move(function); }
@@ -26,6 +31,10 @@ void reportFailed() noexcept {
         // Neither the handler nor the box could tell; the report stays ended.
     }
 }
+
+void setSavedNote(std::function<QString(const QString&)> note) { noteSource() = std::move(note); }
+
+QString savedNote(const QString& reportName) { return noteSource() ? noteSource()(reportName) : QString(); }
 
 QString reportText(const char* english) { return widgetText(QString::fromLatin1(english)); }
 

@@ -12,6 +12,10 @@ void setReportFailureHandler(std::function<void()> handler);
 /// Hands the exception in flight on; to be called in a catch block, never throws.
 void reportFailed() noexcept;
 
+/// Gives what the user should know of a file that he has saved from the report of that name; empty: nothing.
+void setSavedNote(std::function<QString(const QString& reportName)> note);
+QString savedNote(const QString& reportName);
+
 /// A caption of the engine in the user's language, as the widgets' translator gives it.
 QString reportText(const char* english);
 

@@ -20,7 +20,7 @@ const char* const hintProperty = "platformHint";
 
 }  // namespace
 
-Hint::Hint(QLineEdit& field, QWidget& window) : QLabel(&window), m_field(field) {
+Hint::Hint(QLineEdit& field, QWidget& window) : QLabel(&window), m_field(&field) {
     setObjectName(u"hintBubble"_s);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setWordWrap(true);
@@ -34,7 +34,10 @@ Hint::Hint(QLineEdit& field, QWidget& window) : QLabel(&window), m_field(field) 
     connect(&m_leaving, &QTimer::timeout, this, &QWidget::hide);
     field.installEventFilter(this);
     window.installEventFilter(this);
-    connect(&field, &QObject::destroyed, this, &QObject::deleteLater);
+    connect(&field, &QObject::destroyed, this, [this] {
+        hide();
+        deleteLater();
+    });
 }
 
 Hint* Hint::of(const QLineEdit& field) {
@@ -75,21 +78,23 @@ QString Hint::textOf(const QLineEdit& field) {
 }
 
 void Hint::place() {
+    if (!m_field)
+        return;
     const int room = qMin(320, window()->width() - 2 * grid);
     const int natural = fontMetrics().horizontalAdvance(text()) + 24;
     setFixedWidth(qMin(room, natural));
     setFixedHeight(heightForWidth(width()));
-    QPoint corner = m_field.mapTo(window(), QPoint(0, m_field.height() - 2));
+    QPoint corner = m_field->mapTo(window(), QPoint(0, m_field->height() - 2));
     corner.setX(qBound(grid, corner.x(), qMax(grid, window()->width() - width() - grid)));
     move(corner);
 }
 
 bool Hint::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &m_field && event->type() == QEvent::Hide)
+    if (watched == m_field && event->type() == QEvent::Hide)
         hide();
-    else if (watched == &m_field && event->type() == QEvent::FocusOut)
+    else if (watched == m_field && event->type() == QEvent::FocusOut)
         m_leaving.start();
-    else if (watched == &m_field && event->type() == QEvent::FocusIn)
+    else if (watched == m_field && event->type() == QEvent::FocusIn)
         m_leaving.stop();
     else if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
         place();

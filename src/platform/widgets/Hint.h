@@ -30,7 +30,7 @@ private:
     static void show(QLineEdit& field, const QString& text, bool refused);
     void place();
 
-    QLineEdit& m_field;
+    QPointer<QLineEdit> m_field;  ///< goes before the bubble does
     QTimer m_leaving;
     bool m_refused = true;
 };

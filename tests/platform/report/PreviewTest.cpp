@@ -300,6 +300,33 @@ TEST_F(Preview, SavesAsPdfWhereTheUserSays) {
     EXPECT_TRUE(child<QAction>(*window, "savePdf")->isEnabled());
 }
 
+TEST_F(Preview, SaysWhatThereIsToKnowOfASavedFile) {
+    openList(3);
+    setSavedNote([](const QString& report) { return "Keep " + report + " to yourself."; });
+    support::ScriptedAsker asker;
+    const QTemporaryDir folder;
+    const auto save = [&](const QString& path) {
+        asker.expectModal("savePdfDialog", [&, path](QWidget& dialog) {
+            child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
+            QMetaObject::invokeMethod(&dialog, path.isEmpty() ? "reject" : "accept");
+        });
+        child<QAction>(*window, "savePdf")->trigger();
+    };
+    const QString note = "Keep " + window->document().definition.name + " to yourself.";
+    const auto says = [&] {
+        for (const QLabel* label : window->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text().contains(note))
+                return true;
+        }
+        return false;
+    };
+    save(QString());
+    EXPECT_FALSE(says()) << "nothing was saved";
+    save(folder.filePath("mine.pdf"));
+    EXPECT_TRUE(says());
+    setSavedNote({});
+}
+
 TEST_F(Preview, SavesAsPdfAtAPathTypedByHand) {
     openList(1);
     support::ScriptedAsker asker;

@@ -132,6 +132,19 @@ TEST_F(Boxes, ATextOfTenThousandCharactersIsKept) {
 
 // Date
 
+TEST_F(Boxes, AHintGoesWithItsField) {
+    auto* field = new QLineEdit;
+    show(*field);
+    Hint::tell(*field, "No number.");
+    const auto* hint = window.findChild<QLabel*>("hintBubble");
+    ASSERT_TRUE(hint && hint->isVisible());
+    delete field;
+    EXPECT_FALSE(hint->isVisible());
+    window.resize(window.width() + 50, window.height());  // the bubble would look for its field's place
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window.findChild<QLabel*>("hintBubble"), nullptr);
+}
+
 TEST_F(Boxes, TheZeroDateIsAnEmptyBoxAndBack) {
     DateBox box;
     show(box);
