@@ -2,11 +2,11 @@
 #include "config/frmOptions.h"
 
 #include "config/LanguageHelp.h"
-#include "config/Printers.h"
 #include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/ReportOutput.h"
 #include "platform/serial/PortProbe.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -148,7 +148,7 @@ void frmOptions::ListPrinters() {
     guarded(u"frmOptions:ListPrinters"_s, [&] {
         m_ui->cboPrinter->clear();
         const QString chosen = options().DefPrinter();
-        fill(*m_ui->cboPrinter, printerNames(), chosen);
+        fill(*m_ui->cboPrinter, platform::printerNames(), chosen);
         setLoaded(*m_ui->cboPrinter);
     });
 }

@@ -1,6 +1,6 @@
 #include "core/WindowPlace.h"
 
-#include "platform/basic/Paths.h"
+#include "platform/widgets/WindowState.h"
 
 #include <QScreen>
 #include <QSettings>
@@ -15,12 +15,10 @@ constexpr auto geometryKey = "window/geometry";
 constexpr QSize firstSize(1366, 768);
 constexpr int frameHeight = 48;  // about what title and borders take
 
-QString fileName() { return platform::platformPath(platform::programFolder() + u"\\window.ini"_s); }
-
 }  // namespace
 
 void restoreWindowPlace(QWidget& window) {
-    const QSettings settings(fileName(), QSettings::IniFormat);
+    const QSettings settings(platform::windowStateFile(), QSettings::IniFormat);
     if (window.restoreGeometry(settings.value(QLatin1String(geometryKey)).toByteArray()))
         return;
     const QSize available = window.screen() ? window.screen()->availableSize() : firstSize;
@@ -31,15 +29,17 @@ void restoreWindowPlace(QWidget& window) {
 }
 
 bool windowSetting(const char* key, bool unset) {
-    return QSettings(fileName(), QSettings::IniFormat).value(QLatin1String(key), unset).toBool();
+    return QSettings(platform::windowStateFile(), QSettings::IniFormat)
+        .value(QLatin1String(key), unset)
+        .toBool();
 }
 
 void saveWindowSetting(const char* key, bool value) {
-    QSettings(fileName(), QSettings::IniFormat).setValue(QLatin1String(key), value);
+    QSettings(platform::windowStateFile(), QSettings::IniFormat).setValue(QLatin1String(key), value);
 }
 
 void saveWindowPlace(const QWidget& window) {
-    QSettings settings(fileName(), QSettings::IniFormat);
+    QSettings settings(platform::windowStateFile(), QSettings::IniFormat);
     settings.setValue(QLatin1String(geometryKey), window.saveGeometry());
     settings.sync();
 }

@@ -1,6 +1,7 @@
 // Each delivered file is a step of its own; the stamp of the delivered files is written when all went well.
 #include "setup/LayOut.h"
 
+#include "platform/basic/Descriptor.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Version.h"
@@ -84,13 +85,9 @@ bool isNew(const QDir& folder) {
 
 /// Whether a program that is at work in the folder holds its lock.
 bool isInUse(const QString& folder) {
-    const int file =
-        ::open(QFile::encodeName(folder + u"/sorvanto.lock"_s).constData(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    const bool held = ::flock(file, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    ::close(file);
-    return held;
+    const platform::Descriptor file(
+        ::open(QFile::encodeName(folder + u"/sorvanto.lock"_s).constData(), O_RDONLY | O_CLOEXEC));
+    return file.number() >= 0 && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 }  // namespace

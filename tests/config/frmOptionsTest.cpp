@@ -1,8 +1,8 @@
 // The options dialog: what it shows, what it saves, and where it stops half-way.
 #include "config/frmOptions.h"
 
-#include "config/Printers.h"
 #include "config/clsOptions.h"
+#include "platform/report/ReportOutput.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/basMain.h"
 #include "support/BrokenTranslator.h"
@@ -31,14 +31,14 @@ class frmOptionsTest : public support::TestProgram {
 protected:
     void SetUp() override {
         TestProgram::SetUp();
-        sorvanto::setPrinterNames([] { return QStringList{"Counter", "Lab", "PDF"}; });
+        platform::setPrinterNames([] { return QStringList{"Counter", "Lab", "PDF"}; });
         // No port of this machine may show: links to nothing stand for ports that are not there.
         QDir(folder.path()).mkdir("ports");
         for (int port = 1; port <= 4; ++port)
             QFile::link("/nowhere/at/all", folder.path(u"ports/COM%1"_s.arg(port)));
     }
     void TearDown() override {
-        sorvanto::setPrinterNames({});
+        platform::setPrinterNames({});
         TestProgram::TearDown();
     }
 

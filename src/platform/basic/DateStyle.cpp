@@ -10,14 +10,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-/// Two-digit years: 00 to 29 belong to this century, 30 to 99 to the last.
-int fullYear(int number, int width) {
-    if (width > 2)
-        return number;
-    constexpr int firstOfLastCentury = 30;
-    return number + (number < firstOfLastCentury ? 2000 : 1900);
-}
-
 QString plainBlanks(QString text) {
     for (QChar& mark : text) {
         if (mark.isSpace())
@@ -58,6 +50,13 @@ QString separatorIn(const QString& pattern, const QString& fields, const QString
 QString padded(int number, int width) { return QString::number(number).rightJustified(width, u'0'); }
 
 }  // namespace
+
+int fullYear(int number, int width) {
+    if (width > 2)
+        return number;
+    constexpr int firstOfLastCentury = 30;
+    return number + (number < firstOfLastCentury ? 2000 : 1900);
+}
 
 struct DateStyle::Scan {
     QList<int> numbers;

@@ -11,6 +11,10 @@
 
 namespace platform {
 
+/// The year that a number of that many digits means: of two digits, 00 to 29 belong to this century and 30 to 99 to
+/// the last.
+int fullYear(int number, int width);
+
 class DateStyle {
 public:
     explicit DateStyle(const QLocale& locale);

@@ -1,6 +1,7 @@
 // The program's folder, paths, and writing a file whole or not at all.
 #include "platform/basic/Paths.h"
 
+#include "platform/basic/Descriptor.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <QFile>
@@ -40,25 +41,6 @@ QString folderOfExecutable() {
     throw RuntimeError(number,
                        u"Can't write %1: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(code))));
 }
-
-/// An open file descriptor, closed at the end of its scope.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return m_number; }
-    /// Whether the close succeeded; some file systems tell only here that the disk is full.
-    bool close() {
-        const int number = std::exchange(m_number, -1);
-        return number < 0 || ::close(number) == 0;
-    }
-
-private:
-    int m_number;
-};
 
 bool writeAll(int file, const QByteArray& content) {
     qsizetype done = 0;

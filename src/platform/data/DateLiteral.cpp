@@ -1,6 +1,8 @@
 // Dates between number signs: month first, with an optional time of 12 or 24 hours.
 #include "platform/data/DateLiteral.h"
 
+#include "platform/basic/DateStyle.h"
+
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 
@@ -12,19 +14,13 @@ namespace platform {
 
 namespace {
 
-int fullYear(const QString& digits) {
-    const int year = digits.toInt();
-    if (digits.size() > 2)
-        return year;
-    return year < 30 ? 2000 + year : 1900 + year;
-}
-
 QDate monthFirst(const QRegularExpressionMatch& match) {
     int month = match.captured(u"first"_s).toInt();
     int day = match.captured(u"second"_s).toInt();
     if (month > 12)
         std::swap(month, day);
-    return QDate(fullYear(match.captured(u"year"_s)), month, day);
+    const QString year = match.captured(u"year"_s);
+    return QDate(fullYear(year.toInt(), static_cast<int>(year.size())), month, day);
 }
 
 QTime timeOfDay(const QRegularExpressionMatch& match) {

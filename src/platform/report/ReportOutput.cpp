@@ -5,6 +5,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/PagePainter.h"
 #include "platform/report/PrintService.h"
+#include "platform/widgets/WindowState.h"
 
 #include <QBuffer>
 #include <QMarginsF>
@@ -144,21 +145,17 @@ QStringList printerNames() { return namesSource() ? namesSource()() : QPrinterIn
 
 void setPrinterNames(std::function<QStringList()> names) { namesSource() = std::move(names); }
 
-namespace {
-QString settingsPath() { return programFolder() + u"/window.ini"_s; }
-}  // namespace
-
 QPoint printerOffset(const QString& printer) {
-    const QSettings settings(settingsPath(), QSettings::IniFormat);
+    const QSettings settings(windowStateFile(), QSettings::IniFormat);
     return settings.value(offsetKey(printer)).toPoint();
 }
 
 void setPrinterOffset(const QString& printer, QPoint offset) {
-    QSettings settings(settingsPath(), QSettings::IniFormat);
+    QSettings settings(windowStateFile(), QSettings::IniFormat);
     settings.setValue(offsetKey(printer), offset);
     settings.sync();
     if (settings.status() != QSettings::NoError)
-        throw RuntimeError(error::permissionDenied, u"Can't write %1"_s.arg(settingsPath()));
+        throw RuntimeError(error::permissionDenied, u"Can't write %1"_s.arg(windowStateFile()));
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 // The port probe: finding the device of a port number, and opening it for a moment.
 #include "platform/serial/PortProbe.h"
 
+#include "platform/basic/Descriptor.h"
 #include "platform/basic/Paths.h"
 
 #include <QDir>
@@ -12,28 +13,11 @@
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <termios.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 namespace {
-
-/// A file descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : m_fd(fd) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (m_fd >= 0)
-            ::close(m_fd);
-    }
-    int get() const { return m_fd; }
-
-private:
-    int m_fd;
-};
 
 /// Devices of one kind, by the number behind the kind's name (ttyUSB2 before ttyUSB10).
 QStringList devicesOfKind(const QString& folder, const QString& kind) {
@@ -79,15 +63,15 @@ PortState portState(const QString& path) {
         return PortState::Absent;
     const Descriptor device(
         ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    if (device.get() < 0) {
+    if (device.number() < 0) {
         if (errno == EBUSY)
             return PortState::Held;
         return errno == EACCES || errno == EPERM ? PortState::Forbidden : PortState::Absent;
     }
     termios settings;
-    if (::tcgetattr(device.get(), &settings) != 0)  // a plain file, or a port number without hardware
+    if (::tcgetattr(device.number(), &settings) != 0)  // a plain file, or a port number without hardware
         return PortState::Absent;
-    return heldExclusively(device.get()) ? PortState::Held : PortState::Present;
+    return heldExclusively(device.number()) ? PortState::Held : PortState::Present;
 }
 
 QString deviceGroup(const QString& path) {
