@@ -90,7 +90,7 @@ void bareEngine(benchmark::State& state, const QByteArray& sql) {
 void pair(const char* name, const QString& statement) {
     benchmark::RegisterBenchmark(name, openSet, statement)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark((std::string(name) + "/bare_engine").c_str(), bareEngine,
-                                 platform::toSqlite(statement).toUtf8())
+                                 platform::translateStatement(statement).sql.toUtf8())
         ->Unit(benchmark::kMicrosecond);
 }
 

@@ -93,8 +93,6 @@ DraftRecord frmChemical::recordOnView() const {
     return {draftTable(), m_chemical->ChemicalID, m_chemical->chm_GUID, m_chemical->chm_Name};
 }
 
-QString frmChemical::nameShown() const { return m_ui->txtchm_Name->text(); }
-
 void frmChemical::translateForm() {
     guarded("frmChemical:translateForm", [&] {
         m_fields.translate();

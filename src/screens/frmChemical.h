@@ -30,8 +30,6 @@ public:
     void cancelEdit();
     /// Previews the list of all chemicals, or exports it without showing.
     void printChemicals(bool exportIt);
-    /// Text of txtchm_Name, for the title bar.
-    QString nameShown() const;
 
 protected:
     void openRecord(std::int16_t key) override;

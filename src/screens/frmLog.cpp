@@ -129,8 +129,6 @@ DraftRecord frmLog::recordOnView() const {
     return m_log ? DraftRecord{draftTable(), m_log->LogID, {}, m_log->log_Name} : DraftRecord{draftTable()};
 }
 
-QString frmLog::nameShown() const { return m_ui->txtlog_Name->text(); }
-
 void frmLog::translateForm() {
     guarded("frmLog:translateForm", [&] {
         m_fields.translate();

@@ -33,8 +33,6 @@ public:
     void searchLog(const QString& searchText);
     bool addLog(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) override;
     bool isLogged(const QString& lot) override;
-    /// Text of txtlog_Name, for the title bar.
-    QString nameShown() const;
 
 protected:
     void openRecord(std::int16_t key) override;

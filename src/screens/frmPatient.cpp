@@ -121,10 +121,6 @@ DraftRecord frmPatient::recordOnView() const {
     return {draftTable(), m_patient->PatientID, {}, m_patient->pat_LName + ", " + m_patient->pat_FName};
 }
 
-QString frmPatient::nameShown() const {
-    return m_ui->txtpat_LName->text() + ", " + m_ui->txtpat_FName->text();
-}
-
 void frmPatient::translateForm() {
     guarded("frmPatient:translateForm", [&] {
         m_fields.translate();

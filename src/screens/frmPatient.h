@@ -32,8 +32,6 @@ public:
     bool getFormula();
     /// Hands the found formula to the current formula screen and switches there.
     void makeFormula();
-    /// "last, first" as shown, for the title bar.
-    QString nameShown() const;
 
 protected:
     void toolDone() override { refreshForm(); }

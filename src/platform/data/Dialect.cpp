@@ -238,6 +238,4 @@ Translation translateStatement(const QString& statement, const DeclaredType& dec
     }
 }
 
-QString toSqlite(const QString& statement) { return translateStatement(statement).sql; }
-
 }  // namespace platform

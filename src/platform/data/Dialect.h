@@ -7,10 +7,6 @@
 
 namespace platform {
 
-/// Throws RuntimeError(statement) when the text is not one single statement of the allowed kinds
-/// (SELECT, INSERT, UPDATE, DELETE), has an unclosed string or bracket, or a comment.
-QString toSqlite(const QString& statement);
-
 /// A name as SQLite takes it, in double quotes.
 QString quotedName(QString name);
 
@@ -31,8 +27,10 @@ struct Translation {
     bool ordered = false;  ///< the statement says in which order
 };
 
-/// As toSqlite, with what a result set needs besides. Values that INSERT and UPDATE give to a column are
-/// converted to its declared type; throws dataMismatch for one that can't be.
+/// The statement for SQLite, with what a result set needs besides. Values that INSERT and UPDATE give to a column
+/// are converted to its declared type; throws dataMismatch for one that can't be. Throws statement when the text is
+/// not one single statement of the allowed kinds (SELECT, INSERT, UPDATE, DELETE), has an unclosed string or
+/// bracket, or a comment.
 Translation translateStatement(const QString& statement, const DeclaredType& declaredType = {});
 
 }  // namespace platform

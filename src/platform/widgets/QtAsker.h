@@ -13,8 +13,6 @@ class QtAsker : public Asker {
 public:
     explicit QtAsker(QWidget* parent = nullptr);
     void setParent(QWidget* parent) { m_parent = parent; }
-    /// Turns button captions ("OK", "Yes", "No", "Cancel") and the widgets' own hints into the user's language.
-    void setButtonTranslator(TextTranslator translator) { setTextTranslator(std::move(translator)); }
     Answer messageBox(const QString& prompt, BoxStyle style, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& preset,
                      const LineGuide& guide) override;

@@ -105,11 +105,6 @@ void RecordGrid::setDataSource(const RecordsetPtr& rows) {
 
 const RecordsetPtr& RecordGrid::dataSource() const { return m_model->rows(); }
 
-void RecordGrid::rebind() {
-    m_model->readAgain();
-    followSet();
-}
-
 void RecordGrid::followSet() {
     updateGeometry();
     const auto& rows = m_model->rows();

@@ -42,8 +42,6 @@ public:
     /// Binds the set (null: none). A field the set lacks shows empty cells.
     void setDataSource(const RecordsetPtr& rows);
     const RecordsetPtr& dataSource() const;
-    /// Reads the set anew.
-    void rebind();
 
     bool allowUpdate() const;
     void setAllowUpdate(bool on);

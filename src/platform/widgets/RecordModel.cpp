@@ -98,8 +98,6 @@ void RecordModel::setRows(const RecordsetPtr& rows) {
     endResetModel();
 }
 
-void RecordModel::readAgain() { setRows(RecordsetPtr(m_rows)); }
-
 void RecordModel::follow() {
     if (m_ownChange)
         return;

@@ -22,7 +22,6 @@ public:
     void setNumberFormat(int column, const QString& picture);
     void setRows(const RecordsetPtr& rows);
     const RecordsetPtr& rows() const { return m_rows; }
-    void readAgain();
     void setAllowUpdate(bool on) { m_allowUpdate = on; }
     bool allowUpdate() const { return m_allowUpdate; }
 

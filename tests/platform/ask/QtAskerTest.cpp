@@ -121,7 +121,7 @@ TEST_F(QtAsking, ASystemModalBoxStaysOnTop) {
 }
 
 TEST_F(QtAsking, ButtonsAreTranslated) {
-    asker.setButtonTranslator([](const QString& text) { return text == "Cancel" ? u"Abbrechen"_s : text; });
+    setTextTranslator([](const QString& text) { return text == "Cancel" ? u"Abbrechen"_s : text; });
     when([](QDialog& box) {
         EXPECT_EQ(captions(box), QStringList({"Yes", "No", "Abbrechen"}));
         QTest::mouseClick(box.findChild<QPushButton*>("Cancel"), Qt::LeftButton);

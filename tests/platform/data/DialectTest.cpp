@@ -12,6 +12,8 @@ struct Pair {
     const char* sql;
 };
 
+QString toSqlite(const QString& statement) { return translateStatement(statement).sql; }
+
 class Translated : public ::testing::TestWithParam<Pair> {};
 
 TEST_P(Translated, ReadsAsSqlite) {

@@ -360,7 +360,6 @@ TEST_F(Grids, NoSetAndAnEmptySet) {
     EXPECT_EQ(grid->model()->rowCount(), 0);
     EXPECT_FALSE(grid->currentValue(Key).isValid());
     EXPECT_TRUE(grid->commitEdit());
-    grid->rebind();
     const support::SampleRows empty(0);
     grid->setEmptyText("No ingredients");
     grid->setDataSource(empty.open());
@@ -371,10 +370,10 @@ TEST_F(Grids, NoSetAndAnEmptySet) {
     grid->grab();
 }
 
-TEST_F(Grids, RebindReadsTheSetAnew) {
+TEST_F(Grids, ASetReadAnewIsShownWhenItIsBoundAgain) {
     support::runSql(sample.path(), "INSERT INTO Line (Name) VALUES ('Other')");
     rows->requery();
-    grid->rebind();
+    grid->setDataSource(rows);
     EXPECT_EQ(shown(3, Name), "Other");
     EXPECT_EQ(shown(3, Qty), "");
     EXPECT_EQ(shown(3, Made), "");
