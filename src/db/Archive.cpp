@@ -40,7 +40,7 @@ std::int64_t number(sqlite3* database, const QString& sql) {
 
 QString text(sqlite3* database, const QString& sql) {
     Statement statement(database, sql, sql);
-    return statement.step() ? statement.value(0, {platform::ColumnKind::Text, 0}).toString() : QString();
+    return statement.step() ? statement.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
 }
 
 void refuseUnsound(const QString& file) {
@@ -108,7 +108,7 @@ void refuseUnlessWhole(sqlite3* database, const QString& archive) {
     if (relations.step())
         refuse(u"A relation would break"_s);
     Statement integrity(database, u"PRAGMA integrity_check"_s, {});
-    if (integrity.step() && integrity.value(0, {platform::ColumnKind::Text, 0}).toString() != "ok"_L1)
+    if (integrity.step() && integrity.value(0, {platform::FieldKind::Text, 0}).toString() != "ok"_L1)
         refuse(u"The file would not be sound"_s);
     Connection old;
     old.open(u"Data Source="_s + archive);

@@ -18,7 +18,7 @@ namespace sorvanto {
 namespace {
 
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::ColumnKind::Text, 0};
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 struct Shape {
     QMap<QString, QMap<QString, QString>> columns;  ///< table, column: declared type

@@ -12,7 +12,7 @@ namespace sorvanto {
 namespace {
 
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::ColumnKind::Text, 0};
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 struct Table {
     const char* name;

@@ -13,7 +13,7 @@ namespace {
 
 using platform::sqlite::Statement;
 
-const platform::ColumnType asText{platform::ColumnKind::Text, 0};
+const platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 /// The lines that a row still lacks; nothing when those that it has are not the first of the signed ones.
 std::optional<QJsonArray> missingLines(const QJsonArray& standing, const QJsonArray& asSigned) {

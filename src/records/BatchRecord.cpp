@@ -13,9 +13,9 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::ColumnKind;
 using platform::ColumnType;
 using platform::Connection;
+using platform::FieldKind;
 using platform::sqlite::Statement;
 
 constexpr std::array logColumns{"FormulaID",    "log_Name",     "log_Strength", "log_Desc",    "log_Units",

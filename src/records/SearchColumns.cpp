@@ -5,11 +5,6 @@ namespace sorvanto {
 
 namespace {
 
-// Type numbers of fields.
-constexpr int doubleType = 5;
-constexpr int flagType = 11;
-constexpr int textTypes[] = {202, 129, 200};
-
 /// In characters, halves included.
 double textWidth(int definedSize) {
     if (definedSize >= 20)
@@ -24,14 +19,20 @@ platform::GridColumn searchColumn(const platform::FieldInfo& field, const ListMe
     column.field = field.name;
     column.caption = field.name;
     column.width = measure.defaultWidth;
-    if (std::find(std::begin(textTypes), std::end(textTypes), field.type) != std::end(textTypes)) {
+    switch (field.kind) {
+    case platform::FieldKind::Text:  // a long text keeps the default width
         column.width = static_cast<int>(textWidth(field.definedSize) * measure.characterWidth);
-    } else if (field.type == doubleType) {
+        break;
+    case platform::FieldKind::Double:
         column.numberFormat = "Currency";
         column.width = 10 * measure.characterWidth;
-    } else if (field.type == flagType) {
+        break;
+    case platform::FieldKind::Flag:
         column.numberFormat = "Yes/No";
         column.width = static_cast<int>(field.name.size()) * measure.characterWidth;
+        break;
+    default:
+        break;
     }
     return column;
 }

@@ -17,12 +17,14 @@ namespace sorvanto {
 
 namespace {
 
-bool isTextType(int type) { return type == 202 || type == 203 || type == 129 || type == 200; }
+bool isText(platform::FieldKind kind) {
+    return kind == platform::FieldKind::Text || kind == platform::FieldKind::LongText;
+}
 
 /// The first visible column of text, -1 when there is none.
 int typedColumn(const platform::Recordset& rows) {
     for (int field = 1; field < rows.fieldCount(); ++field)
-        if (isTextType(rows.fieldInfo(field).type))
+        if (isText(rows.fieldInfo(field).kind))
             return field;
     return -1;
 }

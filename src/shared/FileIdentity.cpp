@@ -11,7 +11,7 @@ namespace sorvanto {
 std::optional<FileIdentity> readFileIdentity(const platform::Connection& connection) {
     if (connection.state() == 0)
         return {};
-    const platform::ColumnType text{platform::ColumnKind::Text, 0};
+    const platform::ColumnType text{platform::FieldKind::Text, 0};
     try {
         platform::sqlite::Statement row(
             connection.handle(), u"SELECT fid_Identity, fid_Parent, fid_Changes FROM FileIdentity"_s, {});

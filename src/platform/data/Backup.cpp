@@ -84,7 +84,7 @@ private:
 int askCancelled(void* cancelled) { return (*static_cast<const Cancelled*>(cancelled))() ? 1 : 0; }
 
 void collectProblems(sqlite3* database, QStringList& problems) {
-    const ColumnType text{ColumnKind::Text, 0};
+    const ColumnType text{FieldKind::Text, 0};
     sqlite::Statement integrity(database, u"PRAGMA integrity_check"_s, {});
     while (integrity.step()) {
         const QString line = integrity.value(0, text).toString();

@@ -20,16 +20,15 @@ constexpr int longTextSize = 536870910;
 
 struct NamedKind {
     const char* name;
-    ColumnKind kind;
-    int number;
+    FieldKind kind;
     int size;
 };
 
 constexpr NamedKind kinds[] = {
-    {"TEXT", ColumnKind::Text, 202, 255},  {"LONGTEXT", ColumnKind::LongText, 203, longTextSize},
-    {"SMALLINT", ColumnKind::Short, 2, 2}, {"INTEGER", ColumnKind::Long, 3, 4},
-    {"DOUBLE", ColumnKind::Double, 5, 8},  {"CURRENCY", ColumnKind::Money, 6, 8},
-    {"DATETIME", ColumnKind::Date, 7, 8},  {"YESNO", ColumnKind::Flag, 11, 2},
+    {"TEXT", FieldKind::Text, 255},    {"LONGTEXT", FieldKind::LongText, longTextSize},
+    {"SMALLINT", FieldKind::Short, 2}, {"INTEGER", FieldKind::Long, 4},
+    {"DOUBLE", FieldKind::Double, 8},  {"CURRENCY", FieldKind::Money, 8},
+    {"DATETIME", FieldKind::Date, 8},  {"YESNO", FieldKind::Flag, 2},
 };
 
 QVariant toFlag(const QVariant& value) {
@@ -73,41 +72,33 @@ ColumnType ColumnType::fromDeclaration(const QString& declared) {
         if (name.compare(QLatin1String(known.name), Qt::CaseInsensitive) != 0)
             continue;
         ColumnType type{known.kind, known.size};
-        if (known.kind == ColumnKind::Text && bracket >= 0)
+        if (known.kind == FieldKind::Text && bracket >= 0)
             type.size = declared.mid(bracket + 1, declared.indexOf(u')') - bracket - 1).toInt();
         return type;
     }
     return {};
 }
 
-int ColumnType::number() const {
-    for (const NamedKind& known : kinds) {
-        if (known.kind == kind)
-            return known.number;
-    }
-    return 0;
-}
-
 QVariant ColumnType::convert(const QVariant& value) const {
     if (!value.isValid())
         return {};
     switch (kind) {
-    case ColumnKind::Text:
-    case ColumnKind::LongText:
+    case FieldKind::Text:
+    case FieldKind::LongText:
         return valueText(value);
-    case ColumnKind::Short:
+    case FieldKind::Short:
         return inRange([&] { return qint64{toInt16(value)}; });
-    case ColumnKind::Long:
+    case FieldKind::Long:
         return inRange([&] { return qint64{toInt32(value)}; });
-    case ColumnKind::Double:
+    case FieldKind::Double:
         return toDouble(value);
-    case ColumnKind::Money:
+    case FieldKind::Money:
         return inRange([&] { return toCurrency(value); });
-    case ColumnKind::Date:
+    case FieldKind::Date:
         return toDateValue(value);
-    case ColumnKind::Flag:
+    case FieldKind::Flag:
         return toFlag(value);
-    case ColumnKind::Computed:
+    case FieldKind::Computed:
         break;
     }
     return value;

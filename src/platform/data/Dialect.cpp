@@ -118,7 +118,7 @@ private:
     void convert(const QString& table, const QString& column, std::size_t begin, std::size_t end) {
         const QString declared = m_declaredType(table, column);
         const ColumnType type = ColumnType::fromDeclaration(declared);
-        if (type.kind == ColumnKind::Computed || begin >= end)
+        if (type.kind == FieldKind::Computed || begin >= end)
             return;
         const std::optional<QVariant> value = literal(begin, end);
         if (!value) {

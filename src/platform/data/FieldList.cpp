@@ -13,7 +13,7 @@ FieldList::FieldList(const sqlite::Statement& statement) {
         const ColumnType type = ColumnType::fromDeclaration(statement.declaredType(column));
         FieldInfo info;
         info.name = statement.columnName(column);
-        info.type = type.number();
+        info.kind = type.kind;
         info.definedSize = type.size;
         info.baseTable = statement.baseTable(column);
         info.baseColumn = statement.baseColumn(column);
@@ -43,11 +43,21 @@ std::vector<QVariant> FieldList::read(const sqlite::Statement& statement) const 
 
 void FieldList::learn(int field, const QVariant& value) {
     FieldInfo& info = m_info[static_cast<std::size_t>(field)];
-    if (info.type != 0 || !value.isValid())
+    if (info.kind != FieldKind::Computed || !value.isValid())
         return;
-    const bool isText = value.userType() == QMetaType::QString;
-    info.type = isText ? 202 : value.userType() == QMetaType::LongLong ? 3 : 5;
-    info.definedSize = isText ? 255 : info.type == 3 ? 4 : 8;
+    switch (value.userType()) {
+    case QMetaType::QString:
+        info.kind = FieldKind::Text;
+        info.definedSize = 255;
+        break;
+    case QMetaType::LongLong:
+        info.kind = FieldKind::Long;
+        info.definedSize = 4;
+        break;
+    default:
+        info.kind = FieldKind::Double;
+        info.definedSize = 8;
+    }
 }
 
 }  // namespace platform

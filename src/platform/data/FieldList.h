@@ -24,7 +24,7 @@ public:
 
     /// The present row of a statement with these columns.
     std::vector<QVariant> read(const sqlite::Statement& statement) const;
-    /// Gives a computed column the type number of its first value.
+    /// Gives a computed column the kind of its first value.
     void learn(int field, const QVariant& value);
 
 private:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "platform/data/FieldKind.h"
 
 #include <QString>
 #include <QStringList>
@@ -21,11 +22,10 @@ enum class CursorLocation { Default = 2, Client = 3 };
 enum class CursorType { Default = -1, Forward = 0, Keyset = 1, Static = 3 };
 enum class LockType { Default = -1, ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
 
-/// What a column is: its name in the set, its declared type as number (5 double, 6 money, 2 and 3 integers,
-/// 7 date, 11 flag, 202 text, 203 long text) and defined size in characters (texts; else bytes).
+/// What a column is: its name in the set, its kind and defined size in characters (texts; else bytes).
 struct FieldInfo {
     QString name;
-    int type = 0;
+    FieldKind kind = FieldKind::Computed;
     int definedSize = 0;
     QString baseTable;  ///< empty for computed columns
     QString baseColumn;

@@ -146,20 +146,20 @@ QVariant Statement::value(int column, const ColumnType& type) const {
     if (storage == SQLITE_TEXT || storage == SQLITE_BLOB || type.isText()) {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
         const QString text = QString::fromUtf8(bytes, sqlite3_column_bytes(m_statement, column));
-        if (type.kind != ColumnKind::Date)
+        if (type.kind != FieldKind::Date)
             return text;
         const QDateTime date = fromStoredDate(text);
         return date.isValid() ? QVariant(date) : QVariant(text);
     }
     const double number = sqlite3_column_double(m_statement, column);
     switch (type.kind) {
-    case ColumnKind::Money:
+    case FieldKind::Money:
         return QVariant::fromValue(Currency::fromStored(number));
-    case ColumnKind::Date:
+    case FieldKind::Date:
         return fromSerial(number);
-    case ColumnKind::Flag:
+    case FieldKind::Flag:
         return number != 0.0;
-    case ColumnKind::Double:
+    case FieldKind::Double:
         return number;
     default:
         break;

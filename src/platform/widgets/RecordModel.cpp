@@ -19,16 +19,16 @@ namespace platform {
 
 namespace {
 
-RecordModel::Kind kindOf(int fieldType) {
-    switch (fieldType) {
-    case 2:
-    case 3:
-    case 5:
-    case 6:
+RecordModel::Kind kindOf(FieldKind kind) {
+    switch (kind) {
+    case FieldKind::Short:
+    case FieldKind::Long:
+    case FieldKind::Double:
+    case FieldKind::Money:
         return RecordModel::Kind::Number;
-    case 7:
+    case FieldKind::Date:
         return RecordModel::Kind::Date;
-    case 11:
+    case FieldKind::Flag:
         return RecordModel::Kind::Flag;
     default:
         return RecordModel::Kind::Text;
@@ -82,7 +82,7 @@ void RecordModel::findFields() {
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (m_rows->hasField(m_columns[i].field)) {
             const int position = m_rows->fieldIndex(m_columns[i].field);
-            m_fields[i] = {position, kindOf(m_rows->fieldInfo(position).type)};
+            m_fields[i] = {position, kindOf(m_rows->fieldInfo(position).kind)};
         }
 }
 

@@ -41,7 +41,7 @@ protected:
     /// How the engine is set for the open connection.
     QString setting(const QString& name) const {
         sqlite::Statement statement(connection->handle(), u"PRAGMA "_s + name, {});
-        return statement.step() ? statement.value(0, {ColumnKind::Text, 0}).toString() : QString();
+        return statement.step() ? statement.value(0, {FieldKind::Text, 0}).toString() : QString();
     }
     void writeFile(const QString& path, const QByteArray& content) const {
         QFile file(path);

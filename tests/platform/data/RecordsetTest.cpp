@@ -124,14 +124,14 @@ TEST_P(RecordsetTest, KnowsItsFields) {
         u"SELECT [FormulaID],[frm_Name] AS [Bezeichnung (kurz).],[frm_Quantity],[frm_AWP],[frm_Mix] FROM [Formula]"_s);
     const FieldInfo name = formulas->fieldInfo(1);
     EXPECT_EQ(name.name, u"Bezeichnung (kurz)."_s);
-    EXPECT_EQ(name.type, 202);
+    EXPECT_EQ(name.kind, FieldKind::Text);
     EXPECT_EQ(name.definedSize, 100);
     EXPECT_EQ(name.baseTable, u"Formula"_s);
     EXPECT_EQ(name.baseColumn, u"frm_Name"_s);
-    EXPECT_EQ(formulas->fieldInfo(0).type, 3);
-    EXPECT_EQ(formulas->fieldInfo(2).type, 2);
-    EXPECT_EQ(formulas->fieldInfo(3).type, 6);
-    EXPECT_EQ(formulas->fieldInfo(4).type, 203);
+    EXPECT_EQ(formulas->fieldInfo(0).kind, FieldKind::Long);
+    EXPECT_EQ(formulas->fieldInfo(2).kind, FieldKind::Short);
+    EXPECT_EQ(formulas->fieldInfo(3).kind, FieldKind::Money);
+    EXPECT_EQ(formulas->fieldInfo(4).kind, FieldKind::LongText);
     EXPECT_EQ(formulas->fieldIndex(u"FORMULAid"_s), 0);
     EXPECT_FALSE(formulas->hasField(u"frm_Name"_s));
     EXPECT_EQ(failureOf([&] { formulas->fieldIndex(u"frm_Name"_s); }).number(), error::itemNotFound);
@@ -145,14 +145,14 @@ TEST_P(RecordsetTest, GivesTypedValues) {
         u"SELECT FormChem.FormChemID, FormChem.fch_Qty, FormChem.fch_QS, Chemical.chm_Cost, Chemical.chm_Name FROM Chemical INNER JOIN "
         u"FormChem ON Chemical.ChemicalID = FormChem.ChemicalID WHERE FormChem.FormulaID = 4"_s);
     EXPECT_EQ(lines->value(u"FCH_QTY"_s), QVariant(50.0));
-    EXPECT_EQ(lines->fieldInfo(1).type, 5);
+    EXPECT_EQ(lines->fieldInfo(1).kind, FieldKind::Double);
     EXPECT_EQ(lines->value(2), QVariant(false));
-    EXPECT_EQ(lines->fieldInfo(2).type, 11);
+    EXPECT_EQ(lines->fieldInfo(2).kind, FieldKind::Flag);
     EXPECT_EQ(lines->value(3).value<Currency>(), Currency::fromTenThousandths(240));
     EXPECT_EQ(lines->value(4), QVariant(u"Zinc Oxide"_s));
     const RecordsetPtr logs = set(u"SELECT log_Date, log_Quantity, log_Notes FROM Log"_s);
     EXPECT_EQ(logs->value(0), QVariant(QDateTime(QDate(2026, 8, 31), QTime(9, 12, 40), Qt::UTC)));
-    EXPECT_EQ(logs->fieldInfo(0).type, 7);
+    EXPECT_EQ(logs->fieldInfo(0).kind, FieldKind::Date);
     EXPECT_EQ(logs->value(1), QVariant(qint64{100}));
     EXPECT_FALSE(set(u"SELECT pat_BDay FROM Patient WHERE PatientID = 5"_s)->value(0).isValid());
 }
@@ -160,9 +160,9 @@ TEST_P(RecordsetTest, GivesTypedValues) {
 TEST_P(RecordsetTest, ComputedColumnsTakeTheTypeOfTheirValues) {
     const RecordsetPtr sums = set(
         u"SELECT Count(*) AS n, Sum(log_Cost) AS c, 'x' AS t, Sum(Log.log_Quantity) AS q, NULL AS e FROM Log"_s);
-    EXPECT_EQ(sums->fieldInfo(0).type, 3);
-    EXPECT_EQ(sums->fieldInfo(1).type, 5);
-    EXPECT_EQ(sums->fieldInfo(2).type, 202);
+    EXPECT_EQ(sums->fieldInfo(0).kind, FieldKind::Long);
+    EXPECT_EQ(sums->fieldInfo(1).kind, FieldKind::Double);
+    EXPECT_EQ(sums->fieldInfo(2).kind, FieldKind::Text);
     EXPECT_EQ(sums->value(3), QVariant(qint64{1400}));
     EXPECT_FALSE(sums->value(4).isValid());
     EXPECT_TRUE(sums->fieldInfo(0).baseTable.isEmpty());
