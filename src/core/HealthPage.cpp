@@ -113,9 +113,13 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     m_poll.setInterval(pollingPause);
     m_poll.callOnTimeout(this, &HealthPage::look);
     check();
+    for (QWidget* each : m_card->findChildren<QWidget*>())
+        each->ensurePolished();  // the widths of bold texts
+    m_card->layout()->invalidate();
     const QSize rows = m_card->layout()->totalSizeHint();
-    const int width = qMax(90 * grid, rows.width() + 8 * grid);
-    const int height = qMax(rows.height(), m_card->layout()->totalHeightForWidth(width - 8 * grid)) + 11 * grid;
+    const int width = qMax(90 * grid, rows.width() + 10 * grid);
+    const int height =
+        qMax(rows.height(), m_card->layout()->totalHeightForWidth(width - 10 * grid)) + 14 * grid;
     const QSize room = screen() ? screen()->availableSize() : QSize(width, height);
     resize(qMin(width, room.width() - 4 * grid), qMin(height, room.height() - 8 * grid));
     close->setFocus();
@@ -213,7 +217,7 @@ void HealthPage::addLine(int row, const HealthLine& line) {
     auto* state = label(line.state, line.good ? nullptr : "caution");
     auto* note = label(line.note, "quiet");
     note->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    note->setWordWrap(line.note.size() > 40);
+    note->setWordWrap(line.note.size() > 48);
     rows.addWidget(mark, top + 1, 0);
     rows.addWidget(label(line.name), top + 1, 1);
     rows.addWidget(state, top + 1, 2);
