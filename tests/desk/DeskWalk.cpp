@@ -101,7 +101,7 @@ DeskWalk::Step DeskWalk::keyStep() {
                     return QApplication::activeWindow() == window.get();
                 }));
                 child<QWidget>(*window, "cmdFormulas")->setFocus();
-                QTest::keySequence(window.get(), QKeySequence(tool(name).shortcut()));
+                QTest::keySequence(window.get(), tool(name).action().shortcut());
             }};
 }
 

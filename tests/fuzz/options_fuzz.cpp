@@ -43,8 +43,8 @@ template <class Get>
 std::optional<std::int16_t> number(Get&& get) {
     std::int16_t value = 0;
     using namespace platform::error;
-    const bool good =
-        fuzz::succeeds({objectNotSet, typeMismatch, overflow, invalidProcedureCall}, [&] { value = get(); });
+    const bool good = fuzz::succeeds({objectNotSet, typeMismatch, overflow, invalidProcedureCall},
+                                     [&] { value = static_cast<std::int16_t>(get()); });
     return good ? std::optional(value) : std::nullopt;
 }
 

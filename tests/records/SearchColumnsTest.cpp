@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+using platform::FieldKind;
 using sorvanto::ListMeasure;
 using sorvanto::searchColumn;
 using sorvanto::searchPlace;
@@ -11,38 +12,38 @@ namespace {
 
 constexpr ListMeasure measure{10, 220};
 
-platform::GridColumn column(int type, int size, const char* name = "Field") {
-    return searchColumn({name, type, size, {}, {}}, measure);
+platform::GridColumn column(FieldKind kind, int size, const char* name = "Field") {
+    return searchColumn({name, kind, size, {}, {}}, measure);
 }
 
 TEST(SearchColumns, TextsAreAsWideAsTheirSizeAndHalfFromTwentyOn) {
     struct Row {
         int size, width;
     };
-    for (const int type : {202, 129, 200})
-        for (const Row& row : {Row{0, 50}, Row{1, 50}, Row{4, 50}, Row{5, 50}, Row{6, 60}, Row{19, 190},
-                               Row{20, 100}, Row{21, 105}, Row{50, 250}, Row{255, 1275}})
-            EXPECT_EQ(column(type, row.size).width, row.width) << type << " of " << row.size;
-    EXPECT_TRUE(column(202, 40).numberFormat.isEmpty());
+    for (const Row& row : {Row{0, 50}, Row{1, 50}, Row{4, 50}, Row{5, 50}, Row{6, 60}, Row{19, 190},
+                           Row{20, 100}, Row{21, 105}, Row{50, 250}, Row{255, 1275}})
+        EXPECT_EQ(column(FieldKind::Text, row.size).width, row.width) << row.size;
+    EXPECT_TRUE(column(FieldKind::Text, 40).numberFormat.isEmpty());
 }
 
 TEST(SearchColumns, ADoubleIsMoneyAndAFlagIsAWord) {
-    EXPECT_EQ(column(5, 8).numberFormat, "Currency");
-    EXPECT_EQ(column(5, 8).width, 100);
-    EXPECT_EQ(column(11, 2, "Active").numberFormat, "Yes/No");
-    EXPECT_EQ(column(11, 2, "Active").width, 60);
+    EXPECT_EQ(column(FieldKind::Double, 8).numberFormat, "Currency");
+    EXPECT_EQ(column(FieldKind::Double, 8).width, 100);
+    EXPECT_EQ(column(FieldKind::Flag, 2, "Active").numberFormat, "Yes/No");
+    EXPECT_EQ(column(FieldKind::Flag, 2, "Active").width, 60);
 }
 
 TEST(SearchColumns, AnyOtherTypeKeepsTheDefault) {
-    for (const int type : {2, 3, 6, 7, 203}) {
-        EXPECT_EQ(column(type, 8).width, 220);
-        EXPECT_TRUE(column(type, 8).numberFormat.isEmpty());
+    for (const FieldKind kind :
+         {FieldKind::Short, FieldKind::Long, FieldKind::Money, FieldKind::Date, FieldKind::LongText}) {
+        EXPECT_EQ(column(kind, 8).width, 220);
+        EXPECT_TRUE(column(kind, 8).numberFormat.isEmpty());
     }
 }
 
 TEST(SearchColumns, TheHeadingIsTheFieldsName) {
-    EXPECT_EQ(column(3, 4, "FormulaName").caption, "FormulaName");
-    EXPECT_FALSE(column(3, 4).editable);
+    EXPECT_EQ(column(FieldKind::Long, 4, "FormulaName").caption, "FormulaName");
+    EXPECT_FALSE(column(FieldKind::Long, 4).editable);
 }
 
 TEST(SearchColumns, TheWindowStandsWhereWishedIfItFitsElseInTheMiddle) {
