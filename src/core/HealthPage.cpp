@@ -97,7 +97,6 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     scroll->setWidget(page);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* buttons = new QHBoxLayout;
     buttons->setContentsMargins(3 * grid, 0, 3 * grid, 2 * grid);
     buttons->setSpacing(grid);
@@ -217,7 +216,7 @@ void HealthPage::addLine(int row, const HealthLine& line) {
     auto* state = label(line.state, line.good ? nullptr : "caution");
     auto* note = label(line.note, "quiet");
     note->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    note->setWordWrap(line.note.size() > 48);
+    note->setWordWrap(true);
     rows.addWidget(mark, top + 1, 0);
     rows.addWidget(label(line.name), top + 1, 1);
     rows.addWidget(state, top + 1, 2);

@@ -107,6 +107,7 @@ void frmMain::showHealth() {
 
 HealthContext frmMain::healthContext() const {
     HealthContext context;
+    context.readingOnly = m_readingOnlyWhy;
     if (m_control)
         addPreparations(context, m_control->reconciliation());
     if (const auto* link = m_control ? m_control->findChild<LinkRow*>(u"mixerLink"_s) : nullptr) {

@@ -121,6 +121,9 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"About",
          {u"core/frmMain_switch showModal"_s, u"class frmAbout"_s},
          asked(u"cmdFormulas"_s, u"mnuAbout"_s, u"frmAbout"_s)},
+        {"Health",
+         {u"core/frmMain_switch showModal"_s, u"class HealthPage"_s},
+         asked(u"cmdFormulas"_s, u"mnuHealth"_s, u"HealthPage"_s)},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

@@ -112,6 +112,7 @@ void LanguageTour::printing() {
 void LanguageTour::dialogs() {
     click("cmdOptions");
     click("mnuAbout");
+    click("mnuHealth");
 }
 
 void LanguageTour::boxProblems() {
