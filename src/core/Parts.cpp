@@ -2,6 +2,7 @@
 
 #include "config/frmOptions.h"
 #include "core/DatabaseRescue.h"
+#include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
 #include "core/InstanceLock.h"
 #include "core/OptionsRescue.h"
@@ -70,6 +71,7 @@ Parts realParts() {
     Parts parts;
     setScreens(parts);
     parts.reporter = [] { return std::make_shared<ErrorReporter>(); };
+    parts.copies = [] { return std::make_unique<DailyBackup>(); };
     parts.updater = [] { return std::make_unique<DatabaseUpdater>(); };
     parts.rescueOptions = offerOptions;
     parts.databaseRescue = [](bool firstStart) {

@@ -15,6 +15,7 @@ class QWidget;
 namespace sorvanto {
 
 class ctlSorvanto;
+class DailyBackup;
 class DatabaseUpdater;
 class clsOptions;
 class ErrorReporter;
@@ -33,6 +34,8 @@ struct Parts {
     std::function<frmCurrFormula&(RecordScreen&)> currentFormula;
     /// The text for the title bar that the formula screen offers.
     std::function<QString(RecordScreen&)> formName;
+    /// Of the database, from time to time.
+    std::function<std::unique_ptr<DailyBackup>()> copies;
     std::function<std::unique_ptr<DatabaseUpdater>()> updater;
     /// Asked about options that may not have been read; may be empty.
     std::function<void(clsOptions&)> rescueOptions;

@@ -2,6 +2,7 @@
 // in the log or on offer, never both, never neither.
 #include "Campaign.h"
 #include "Disk.h"
+#include "Settle.h"
 #include "mixer/ctlSorvanto.h"
 
 #include <array>
@@ -13,6 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace fault {
 namespace {
+
+// Of the normal run.
+constexpr std::size_t mostKills = 60;
+constexpr std::size_t mostHalves = 2;
+constexpr std::size_t mostKillsAgain = 12;
+constexpr std::size_t mostCuts = 60;
+constexpr std::size_t mostFailures = 40;
 
 constexpr int preparationsBefore = 11;
 const QString lot = u"SV04260012"_s;
@@ -40,6 +48,7 @@ void makeBatch(World& world, const QStringList* usual) {
     world.click(u"cmdMake"_s);
     if (!happens(world, usual, [&] { return world.panelButton("mixerStart")->isEnabled(); }))
         return;
+    support::settle();  // nothing is on its way: the start goes out at once
     world.panelButton("mixerStart")->click();
     if (!happens(world, usual, [&] { return world.isShown("mixerStop"); }))
         return;
@@ -158,7 +167,7 @@ protected:
 
 TEST_F(Batches, KilledAnywhere) {
     play();
-    const auto tried = drawn(places(), 70);
+    const auto tried = drawn(places(), mostKills);
     for (const std::size_t count : tried) {
         SCOPED_TRACE("killed behind " + described(operations, count));
         judgeCrash(killedAfter(start, operations, count), count);
@@ -178,7 +187,7 @@ TEST_F(Batches, KilledAgainAtTheNextStart) {
     }
     ASSERT_FALSE(halves.empty());
     std::size_t tried = 0;
-    for (const std::size_t count : drawn(halves, 2)) {
+    for (const std::size_t count : drawn(halves, mostHalves)) {
         const Image left = killedAfter(start, operations, count);
         World world(World::Window::None, &left, &mixers[1]);
         Disk disk(world.folder.path());
@@ -189,7 +198,7 @@ TEST_F(Batches, KilledAgainAtTheNextStart) {
         ASSERT_FALSE(second.empty());
         std::vector<std::size_t> all(second.size() + 1);
         std::iota(all.begin(), all.end(), 0U);
-        for (const std::size_t again : drawn(all, 15)) {
+        for (const std::size_t again : drawn(all, mostKillsAgain)) {
             SCOPED_TRACE("killed behind " + described(operations, count) + ", and again behind " +
                          described(second, again));
             judge(afterNextStart(killedAfter(disk.start(), second, again), mixers[1]), true);
@@ -207,7 +216,7 @@ TEST_F(Batches, PowerCutAnywhere) {
         for (const Survival survival :
              {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly, Survival::Part, Survival::Part})
             all.emplace_back(count, survival);
-    all = drawn(all, 70);
+    all = drawn(all, mostCuts);
     all.emplace_back(operations.size(), Survival::Nothing);
     for (const auto& [count, survival] : all) {
         SCOPED_TRACE("power cut behind " + described(operations, count) + ", survival " +
@@ -223,7 +232,7 @@ TEST_F(Batches, EachCallFails) {
     for (std::size_t call = 0; call < acts.size(); ++call)
         for (const Failure& failure : failuresOf(acts[call]))
             all.emplace_back(call, failure);
-    all = drawn(all, 50);
+    all = drawn(all, mostFailures);
     for (const auto& [call, failure] : all) {
         SCOPED_TRACE(std::string("call ") + std::to_string(call) + ", " + nameOf(acts[call]) + ": " +
                      failure.word + (failure.lasting ? " from now on" : " once"));

@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 namespace fault {
 namespace {
 
-constexpr std::size_t mostKills = 80;
-constexpr std::size_t mostCuts = 120;
-constexpr std::size_t mostFailures = 45;
+constexpr std::size_t mostKills = 60;
+constexpr std::size_t mostCuts = 90;
+constexpr std::size_t mostFailures = 30;
 
 struct Course {
     Image start;

@@ -148,6 +148,8 @@ void Rig::remember(const Frame& command, const Frame& reply) {
             m_heard.steps.push_back(step->second);
     } else if (command.kind == "START") {
         const MixId mix = *readMixId(command);
+        if (!m_folder.read(u"mixes/%1.xml"_s.arg(QString::fromLatin1(mix))).contains("State=\"started\""))
+            m_wrongs << u"started before the journal knew: "_s + QString::fromLatin1(mix);
         if (m_run.contains(mix) && m_preparations[mix] != m_mixer.preparations())
             m_wrongs << u"started twice: "_s + QString::fromLatin1(mix);
         m_run[mix] = m_heard;

@@ -2,6 +2,8 @@
 #include "World.h"
 
 #include "Disk.h"
+#include "core/DailyBackup.h"
+#include "core/InstanceLock.h"
 #include "db/DatabaseCheck.h"
 #include "mixer/NoticeCard.h"
 #include "mixer/ctlSorvanto.h"
@@ -44,6 +46,9 @@ void WillingUser::showModal(QObject& window, const std::function<void()>&) {
 }
 
 namespace {
+
+constexpr int longerThanAnyTest = 3'600'000;
+
 QByteArray languageFile() {
     QFile file(QStringLiteral(SORVANTO_SOURCE_DIR "/languages/EnglishTranslation.xml"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -67,7 +72,9 @@ World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mix
 void World::open() {
     Parts parts = realParts();
     parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(line.environment()); };
-    parts.previousInstance = [] { return false; };
+    parts.previousInstance = [] { return InstanceState(); };
+    // Not in the midst of something else; they have a test of their own.
+    parts.copies = [] { return std::make_unique<DailyBackup>(longerThanAnyTest); };
     load(parts);
     openDB()->setTrace([this](const QString&) {
         if (onStatement)
