@@ -22,7 +22,9 @@ _sorvanto() {
 _sorvanto_db() {
   local word=${COMP_WORDS[COMP_CWORD]}
   if [ "$COMP_CWORD" = 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "create sample check backup restore --help --version" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "create sample check backup restore archive --help --version" -- "$word")
+  elif [ "$word" != "${word#-}" ]; then
+    mapfile -t COMPREPLY < <(compgen -W "--rows --keep" -- "$word")
   else
     mapfile -t COMPREPLY < <(compgen -f -- "$word")
     compopt -o filenames
