@@ -14,6 +14,13 @@ namespace {
 
 class DraftOffersTest : public DraftsTest {
 protected:
+    /// With the identity that an update gives a file.
+    void seed() override {
+        DraftsTest::seed();
+        sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32) NOT NULL, fid_Parent TEXT(32),"
+            " fid_Changes INTEGER NOT NULL DEFAULT 0);"
+            "INSERT INTO FileIdentity (fid_Identity) VALUES (lower(hex(randomblob(16))))");
+    }
     /// On the first patient, one after the other; the last one is the newest.
     void loseTexts(const QStringList& texts) {
         editAt(patients);
@@ -85,10 +92,10 @@ TEST_F(DraftOffersTest, AllAreDiscardedAfterAQuestion) {
     loseTexts({"first", "second"});
     const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation, true, false};
     const QString question = "Discard all unsaved texts? They can not be brought back then.";
-    asker.expectMsgBox(question, style, {}, platform::Answer::No);
+    asker.expectMsgBox(question, style, "Sorvanto Control Panel", platform::Answer::No);
     discardAll().click();
     EXPECT_EQ(str(count()), "1 of 2");
-    asker.expectMsgBox(question, style, {}, platform::Answer::Yes);
+    asker.expectMsgBox(question, style, "Sorvanto Control Panel", platform::Answer::Yes);
     discardAll().click();
     EXPECT_EQ(str(offer()), "");
     files(0);

@@ -5,11 +5,13 @@
 #include "Program.h"
 #include "RawDatabase.h"
 
+#include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordGrid.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QTest>
 
 namespace tour {
 namespace {
@@ -98,10 +100,14 @@ void BusyTour::deleteABatch() {
 
 void BusyTour::typeANote() {
     m_visitor.tool(u"cmdEdit"_s);
-    m_visitor.type(u"txtlog_Notes"_s, u"stir well\nand cool"_s);
+    auto& notes = m_visitor.find<platform::MemoBox>(u"txtlog_Notes"_s);
+    m_visitor.type(u"txtlog_Notes"_s, u"stir well"_s);
+    QTest::keyClick(&notes, Qt::Key_Return);
+    QTest::keyClicks(&notes, u"and cool"_s);
     awaitEnd(nullptr);
     m_visitor.picture(u"note"_s);
-    m_visitor.requireText(u"txtlog_Notes"_s, u"stir well\nand cool"_s);
+    require(notes.text().contains("stir well"_L1) && notes.text().endsWith("and cool"_L1),
+            u"the note reads \"%1\"."_s.arg(notes.text()));
     expectSigning();
     m_visitor.tool(u"cmdSave"_s);
 }
