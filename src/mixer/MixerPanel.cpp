@@ -10,8 +10,6 @@
 #include "mixer/ProgressRing.h"
 #include "mixer/StepsTable.h"
 #include "platform/ask/Ask.h"
-#include "platform/basic/DateStyle.h"
-#include "platform/basic/SystemLocale.h"
 #include "platform/widgets/Theme.h"
 
 #include <QHBoxLayout>
@@ -193,10 +191,7 @@ bool MixerPanel::isToldLoaded() const {
 void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
     const QString start = portName() + u" \u00B7 "_s;
-    const QString lastWord =
-        link.lastWord().isValid()
-            ? platform::DateStyle(platform::systemLocale()).timeText(link.lastWord().time())
-            : QString();
+    const QString lastWord = link.lastWord().isValid() ? link.lastWord().toString(u"HH:mm:ss"_s) : QString();
     const protocol::Identity& mixer = link.identity();
     const bool greetedOnly = link.state() == MixerLink::State::Connected && !isHeard() && !link.isStale();
     const QString badge = mixer.simulated() && isHeard() ? m_texts(PanelText::Simulated) : QString();
