@@ -93,13 +93,13 @@ HealthLine keysLine() {
     const TableKeys& fewest = tables.front();
     QString state = translated(u"%1 in %2"_s);
     HealthLine line{title,
-                    state.replace(u"%2"_s, fewest.name).replace(u"%1"_s, counted(fewest.left())),
+                    state.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, counted(fewest.left())),
                     {},
                     !fewest.isShort()};
     line.note = timeLeft(*basMain::gConnection, fewest.left());
     QStringList others;
     for (std::size_t i = 1; i < tables.size(); ++i)
-        others << tables[i].name + ' '_L1 + counted(tables[i].left());
+        others << translated(tables[i].name) + ' '_L1 + counted(tables[i].left());
     line.detail = others.join(u" · "_s);
     if (fewest.isShort())
         line.detail = translated(u"sorvanto-db archive puts older batches into an archive and makes room."_s);

@@ -2,7 +2,6 @@
 
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
-#include "shared/Translator.h"
 
 #include <algorithm>
 
@@ -27,12 +26,12 @@ TableKeys keysOf(const platform::Connection& connection, const QString& name, co
 }  // namespace
 
 std::vector<TableKeys> keysLeft(const platform::Connection& connection) {
-    std::vector<TableKeys> tables{keysOf(connection, translated(u"Logs"_s), "Log"),
-                                  keysOf(connection, translated(u"Prescriptions"_s), "RXs"),
-                                  keysOf(connection, translated(u"Patients"_s), "Patient"),
-                                  keysOf(connection, translated(u"Formulas"_s), "Formula"),
-                                  keysOf(connection, translated(u"Ingredients"_s), "FormChem"),
-                                  keysOf(connection, translated(u"Chemicals"_s), "Chemical")};
+    std::vector<TableKeys> tables{keysOf(connection, u"Logs"_s, "Log"),
+                                  keysOf(connection, u"Prescriptions"_s, "RXs"),
+                                  keysOf(connection, u"Patients"_s, "Patient"),
+                                  keysOf(connection, u"Formulas"_s, "Formula"),
+                                  keysOf(connection, u"Ingredients"_s, "FormChem"),
+                                  keysOf(connection, u"Chemicals"_s, "Chemical")};
     std::stable_sort(tables.begin(), tables.end(),
                      [](const TableKeys& a, const TableKeys& b) { return a.left() < b.left(); });
     return tables;

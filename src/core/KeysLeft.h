@@ -15,7 +15,7 @@ struct TableKeys {
     static constexpr std::int64_t last = 32'767;
     static constexpr std::int64_t warned = 30'000;  ///< from here on the user is told
 
-    QString name;  ///< as the user knows the table, in his language
+    QString name;  ///< as the user knows the table, in English
     std::int64_t rows = 0;
     std::int64_t used = 0;  ///< the last key given out
 

@@ -126,10 +126,12 @@ void frmMain::showKeysLeft() {
         if (!connection || connection->state() != 1)
             return;
         const TableKeys fewest = keysLeft(*connection).front();
+        if (!fewest.isShort())
+            return;
         QString text = translated(u"Keys left: %1 in %2"_s);
         m_keysLeft->setText(
-            text.replace(u"%2"_s, fewest.name).replace(u"%1"_s, QString::number(fewest.left())));
-        m_keysLeft->setVisible(fewest.isShort());
+            text.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, QString::number(fewest.left())));
+        m_keysLeft->show();
     });
 }
 

@@ -194,20 +194,6 @@ TEST_F(ArchiveTest, AFileInUseOrUnsoundIsRefused) {
         shell.closeWriteChannel();
         shell.waitForFinished();
     }
-    {
-        const pid_t holder = ::fork();
-        if (holder == 0) {
-            platform::ProcessLock lock(platform::lockPathOf(path("s.mdb")));
-            lock.take();
-            ::pause();
-        }
-        while (!folder.has("s.mdb.lock"))
-            ::usleep(1000);
-        EXPECT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 1);
-        EXPECT_TRUE(err.contains("in use by another program")) << qPrintable(err);
-        ::kill(holder, SIGKILL);
-        ::waitpid(holder, nullptr, 0);
-    }
     support::runSql(
         path("s.mdb"),
         "PRAGMA foreign_keys = OFF; UPDATE LogChem SET LogID = 9999 WHERE LogChemID = (SELECT min(LogChemID) FROM LogChem)");
