@@ -1,4 +1,5 @@
 #include "MainWindowTest.h"
+#include "core/DailyBackup.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,7 @@ Parts MainWindowTest::stubParts() {
                           {patients, "patients", {"txtpat_LName", "txtpat_FName"}},
                           {logs, "logs", {"txtlog_Name"}}};
     Parts stubs;
+    stubs.copies = [] { return std::make_unique<DailyBackup>(); };
     for (const Kind& kind : kinds) {
         stubs.screens[kind.number] = [this, kind] {
             return std::make_unique<StubScreen>(kind.name, trace, ++m_made[kind.number], kind.boxes);

@@ -263,6 +263,7 @@ bool Model::save(ScreenNumber number) {
     screen.record = now;
     forget(number);
     if (number == logs) {
+        screen.boxes = now;  // they are not filled anew
         read(number);
         screen.at = static_cast<int>(std::find(screen.set.begin(), screen.set.end(), screen.key) -
                                      screen.set.begin());

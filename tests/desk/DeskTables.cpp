@@ -140,6 +140,9 @@ QStringList recordTools() {
 
 bool isToolOn(const QString& tool, ScreenNumber screen, DeskState state) {
     static const auto table = linesOf(toolTable);
+    static const QStringList recordOnes = recordTools();
+    if (!recordOnes.contains(tool))
+        return true;
     if (state == DeskState::Empty)
         return tool == "cmdNew"_L1 && screen != logs;
     const auto column = table.front().indexOf(screenWords.at(screen));

@@ -43,6 +43,7 @@ QMap<QString, int> sitesInSources() {
 const QMap<QString, std::pair<int, const char*>> withoutRow{
     {u"shared/openDB MsgBox"_s, {2, "at the start, before the mixer is opened"}},
     {u"core/frmMain_load MsgBox"_s, {1, "at the start, before the mixer is opened"}},
+    {u"core/frmMain_switch MsgBox"_s, {1, "with records that can only be read, of which nothing is mixed"}},
     {u"screens/BrowsingScreen MsgBox"_s, {1, "on quitting, when the mixer's line is closed already"}},
     {u"platform/report/PrintFlow MsgBox"_s, {2, "only with a print queue on the computer"}},
     {u"platform/report/ReportHooks MsgBox"_s,

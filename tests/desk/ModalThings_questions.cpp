@@ -75,10 +75,10 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.search(u"cool"_s);
          }},
         {"Formula name is required",
-         {u"screens/frmFormula MsgBox"_s},
+         {u"screens/RecordFields MsgBox"_s},
          refusedSave(u"cmdFormulas"_s, formulas, u"txtfrm_Name"_s)},
         {"Quantity is required",
-         {u"screens/frmFormula MsgBox"_s},
+         {},
          [](D& d) {
              d.unlock(u"cmdFormulas"_s);
              d.control<platform::NumberBox>(formulas, u"txtfrm_Quantity"_s).setValue(0.0);
@@ -86,13 +86,13 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.click(u"cmdSave"_s);
          }},
         {"Chemical name is required",
-         {u"screens/frmChemical MsgBox"_s},
+         {},
          refusedSave(u"cmdChemicals"_s, chemicals, u"txtchm_Name"_s)},
         {"First name is required",
-         {u"screens/frmPatient MsgBox"_s},
+         {},
          refusedSave(u"cmdPatients"_s, patients, u"txtpat_FName"_s)},
         {"Last name is required",
-         {u"screens/frmPatient MsgBox"_s},
+         {},
          refusedSave(u"cmdPatients"_s, patients, u"txtpat_LName"_s)},
         {"Chemical to add",
          {u"screens/frmFormula InputBox"_s},

@@ -61,6 +61,13 @@ private:
 /// Lets events happen until the condition holds, 5 seconds at most.
 template <class Condition>
 bool waitFor(Condition condition) {
+    constexpr int quickTurns = 50;  // most of what is waited for is a few turns of the loop away
+    for (int turn = 0; turn < quickTurns; ++turn) {
+        if (condition())
+            return true;
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
     return QTest::qWaitFor(condition, 5000);
 }
 
