@@ -1,8 +1,8 @@
 #include "core/Parts.h"
 
 #include "config/frmOptions.h"
-#include "core/DatabaseRescue.h"
 #include "core/DailyBackup.h"
+#include "core/DatabaseRescue.h"
 #include "core/DatabaseUpdater.h"
 #include "core/InstanceLock.h"
 #include "core/OptionsRescue.h"

@@ -38,8 +38,7 @@ namespace sorvanto {
 
 using platform::deref;
 
-frmMain::frmMain(Parts parts)
-    : m_parts(std::move(parts)), m_backup(m_parts.copies()), m_desk(watchDesk()) {
+frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(m_parts.copies()), m_desk(watchDesk()) {
     setObjectName(u"frmMain"_s);
     basMain::Main = this;
     buildCommandBands(m_bar);

@@ -154,6 +154,7 @@ protected:
 
 TEST_F(EmptyFolderTest, TheWindowComesUpAndTheScreensReportTheirFailuresToRead) {
     asker.expectModal("frmWizard", [](QWidget& wizard) { wizard.close(); });
+    asker.expectModal("StartQuestion", [](QWidget& offer) { offer.close(); });
     asker.alwaysAnswer("Database file not found. Please set in options");
     load();
     EXPECT_EQ(asker.asked().first().contains("frmWizard"), true);

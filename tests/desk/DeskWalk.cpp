@@ -20,6 +20,11 @@ using desk::Mix;
 using support::child;
 
 namespace {
+
+/// From here on texts are discarded, so that the twenty that are kept at most, those still in their boxes included,
+/// never run out: a text that was thinned out would be missed by the model.
+constexpr std::size_t manyDrafts = 12;
+
 constexpr int wholeMix = 600'000;  // milliseconds, longer than any of the mixes
 constexpr std::size_t stepsTold = 25;
 const QRegularExpression writing(u"INSERT|UPDATE|DELETE"_s);
@@ -47,6 +52,8 @@ DeskWalk::Step DeskWalk::choose() {
         {9, &DeskWalk::searchStep},       {10, &DeskWalk::mixerStep}, {4, &DeskWalk::stripStep},
         {2, &DeskWalk::prescriptionStep},
     };
+    if (model.drafts.size() > manyDrafts)
+        return stripStep();
     for (;;) {
         int at = pick(98);
         for (const auto& [weight, maker] : makers) {
@@ -146,7 +153,7 @@ DeskWalk::Step DeskWalk::prescriptionStep() {
 DeskWalk::Step DeskWalk::stripStep() {
     if (model.drafts.empty())
         return {};
-    const bool back = pick(2) == 0 && model.drafts.size() < 12;  // twenty are kept
+    const bool back = pick(2) == 0 && model.drafts.size() < manyDrafts;
     return {back ? u"bring back"_s : u"discard"_s, [=, this] { back ? model.bringBack() : model.discard(); },
             [=, this] {
                 child<QPushButton>(*window, back ? "cmdBringBack" : "cmdDiscard")->click();

@@ -12,6 +12,14 @@ using namespace sorvanto;
 
 namespace {
 
+/// How many texts are kept; one alone is not counted.
+QString countText(std::size_t drafts) { return drafts > 1 ? u" (of %1)"_s.arg(drafts) : QString(); }
+
+QString countInWindow(const QWidget& window) {
+    const auto* count = support::child<QLabel>(window, "lblDraftCount");
+    return count->isVisible() ? u" (of %1)"_s.arg(count->text().section(u' ', -1)) : QString();
+}
+
 constexpr ScreenNumber recordScreens[] = {formulas, chemicals, patients, logs};
 
 /// The record on view is the screen's own affair; a class of the family may ask for it.
@@ -91,7 +99,8 @@ QString DeskWalk::modelText() const {
     lines << u"on: "_s + on.join(u' ') << u"pressed: "_s + QLatin1String(rowOf(model.onShow).button);
     for (const ScreenNumber number : recordScreens)
         lines << screenInModel(number);
-    lines << u"current: "_s + model.formulaShown << u"strip: "_s + model.stripText();
+    lines << u"current: "_s + model.formulaShown
+          << u"strip: "_s + model.stripText() + countText(model.drafts.size());
     const bool waits = model.mix == desk::Mix::Waits;
     lines << u"mix: %1%2%3, %4 on offer"_s
                  .arg(model.mix == desk::Mix::Loaded ? u"can start"_s : QString(),
@@ -116,7 +125,7 @@ QString DeskWalk::windowText() const {
         lines << screenInWindow(number);
     const auto* strip = support::child<QLabel>(*window, "lblDraft");
     lines << u"current: "_s + text(currentFormula, u"txtfrm_Name"_s)
-          << u"strip: "_s + (strip->isVisible() ? strip->text() : QString());
+          << u"strip: "_s + (strip->isVisible() ? strip->text() + countInWindow(*window) : QString());
     const bool waiting = waits();
     lines << u"mix: %1%2%3, %4 on offer"_s
                  .arg(panelButton("mixerStart")->isEnabled() ? u"can start"_s : QString(),

@@ -85,15 +85,9 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.happensIn(box, u"OK"_s);
              d.click(u"cmdSave"_s);
          }},
-        {"Chemical name is required",
-         {},
-         refusedSave(u"cmdChemicals"_s, chemicals, u"txtchm_Name"_s)},
-        {"First name is required",
-         {},
-         refusedSave(u"cmdPatients"_s, patients, u"txtpat_FName"_s)},
-        {"Last name is required",
-         {},
-         refusedSave(u"cmdPatients"_s, patients, u"txtpat_LName"_s)},
+        {"Chemical name is required", {}, refusedSave(u"cmdChemicals"_s, chemicals, u"txtchm_Name"_s)},
+        {"First name is required", {}, refusedSave(u"cmdPatients"_s, patients, u"txtpat_FName"_s)},
+        {"Last name is required", {}, refusedSave(u"cmdPatients"_s, patients, u"txtpat_LName"_s)},
         {"Chemical to add",
          {u"screens/frmFormula InputBox"_s},
          [=](D& d) {
