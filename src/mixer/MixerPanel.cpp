@@ -402,7 +402,7 @@ void MixerPanel::showAccount() {
     QStringList names = all.missing.mid(0, mostNamed);
     if (all.missing.size() > mostNamed)
         names << u"…"_s;
-    m_account->setVisible(missing || (all.done && all.preparations > 1));
+    m_account->setVisible(missing || (all.done && all.preparations > 1 && !m_session.isWaiting()));
     m_account->setText(missing ? m_texts(PanelText::NotAccountedFor,
                                          {QString::number(all.missing.size()), count, names.join(u", "_s)})
                                : m_texts(PanelText::AllAccountedFor, {count}));
