@@ -26,7 +26,7 @@ from desk import FRESH, Desk, has_passed, until
 HERE = pathlib.Path(__file__).resolve().parent
 SOURCE = HERE.parent.parent
 TOOLS = ["sorvanto", "sorvanto-db", "sorvanto-report", "sorvanto-mixersim"]
-START = (1210, 453)  # the panel's button, the window filling the screen
+START = [(1210, y) for y in range(430, 530, 12)]  # where the panel's button may be, the window filling the screen
 MAIN = "Sorvanto Control Panel: "
 QUERIES = {table: f"SELECT * FROM {table} ORDER BY 1" for table in
            ["Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"]}
@@ -172,8 +172,11 @@ class TheUsersFolder(unittest.TestCase):
             return any('State="loaded"' not in journal for journal in journals)
 
         def pressed():
-            desk.click(*START)
-            return self.comes_soon(is_running)
+            for place in START:
+                desk.click(*place)
+                if self.comes_soon(is_running):
+                    return True
+            return False
         until("the mix", pressed)
 
     @staticmethod

@@ -30,7 +30,7 @@ private:
     static void show(QLineEdit& field, const QString& text, bool refused);
     void place();
 
-    QPointer<QLineEdit> m_field;  ///< goes before the bubble does
+    QPointer<QWidget> m_field;  ///< told of its end when it is a line to type in no more
     QTimer m_leaving;
     bool m_refused = true;
 };
