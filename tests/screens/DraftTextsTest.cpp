@@ -162,7 +162,10 @@ TEST_F(DraftTextsTest, AfterACrashBoxesComeBackAndTheCellStaysToBeRead) {
     bringBack();
     EXPECT_EQ(notes(patients).text(), "stir well");
     EXPECT_EQ(str(rx("rxs_Consult")), "call");
-    EXPECT_EQ(str(offerButton()), "Bring back");
+    EXPECT_EQ(str(offerButton()), "Read") << "what is left is the cell";
+    bringBack();
+    ASSERT_TRUE(reader());
+    EXPECT_TRUE(readerText("txtDraft").contains("Consult\ncall tomor")) << str(readerText("txtDraft"));
     EXPECT_EQ(files(2).size(), 2U);
 }
 
