@@ -85,7 +85,10 @@ def tearDownModule():
 
 
 def said_by(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    run = subprocess.run(command, capture_output=True, text=True)
+    if run.returncode:
+        raise RuntimeError(f"{' '.join(map(str, command))} ended with {run.returncode}:\n{run.stdout}{run.stderr}")
+    return run.stdout
 
 
 def rows(folder, query):
