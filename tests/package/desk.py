@@ -6,6 +6,8 @@ import time
 
 NOBODY = 65534
 PATIENCE = 40
+ACCENT = bytes.fromhex("0b7285")
+BUTTON = 6  # pixels of it above each other that no text interrupts
 FRESH = 1.1  # a window that came up by itself takes no keys in its first second
 
 
@@ -18,6 +20,10 @@ def until(what, condition, patience=PATIENCE):
             return found
         time.sleep(0.05)
     raise AssertionError(f"{what} does not come.")
+
+
+def is_accent(pixel):
+    return all(abs(part - wanted) < 8 for part, wanted in zip(pixel, ACCENT))
 
 
 def has_passed(seconds):
@@ -89,6 +95,16 @@ class Desk:
 
     def click(self, x, y):
         self.xdotool("mousemove", str(x), str(y), "click", "1")
+
+    def filled_button(self, x):
+        """Height of the middle of the lowest button filled with the accent on the column x; 0 where there is none."""
+        column = subprocess.run(["import", "-window", "root", "-crop", f"1x768+{x}+0", "-depth", "8", "rgb:-"],
+                                env=self.environment, capture_output=True, timeout=30).stdout
+        filled = [is_accent(column[at:at + 3]) for at in range(0, len(column), 3)]
+        for bottom in range(len(filled) - 1, BUTTON, -1):
+            if all(filled[bottom - BUTTON:bottom]):
+                return bottom - BUTTON // 2
+        return 0
 
     def leave(self, program, question="Save Data?"):
         """Ends the program by its menu; what was not saved is not saved."""

@@ -26,7 +26,7 @@ from desk import FRESH, Desk, has_passed, until
 HERE = pathlib.Path(__file__).resolve().parent
 SOURCE = HERE.parent.parent
 TOOLS = ["sorvanto", "sorvanto-db", "sorvanto-report", "sorvanto-mixersim"]
-START = [(1210, y) for y in range(430, 530, 12)]  # where the panel's button may be, the window filling the screen
+PANEL = 1210  # across the panel's button, the window filling the screen
 MAIN = "Sorvanto Control Panel: "
 QUERIES = {table: f"SELECT * FROM {table} ORDER BY 1" for table in
            ["Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"]}
@@ -169,25 +169,12 @@ class TheUsersFolder(unittest.TestCase):
         self.assertFalse(report.exists(), report.exists() and report.read_text())
 
     def start_the_mix(self, folder):
-        """The button can be pressed when the formula is on the mixer; pressed twice it would stop the mix."""
+        """Presses the panel's one filled button, once: pressed again it would stop the mix."""
         def is_running():
             journals = [path.read_text() for path in (folder / "mixes").glob("*.xml")]
             return any('State="loaded"' not in journal for journal in journals)
-
-        def pressed():
-            for place in START:
-                desk.click(*place)
-                if self.comes_soon(is_running):
-                    return True
-            return False
-        until("the mix", pressed)
-
-    @staticmethod
-    def comes_soon(condition):
-        try:
-            return until("it", condition, patience=2)
-        except AssertionError:
-            return False
+        desk.click(PANEL, until("the button that starts", lambda: desk.filled_button(PANEL)))
+        until("the mix", is_running)
 
     def make_a_batch(self, folder):
         before = rows(folder, "SELECT count(*) FROM Log")[0][0]
