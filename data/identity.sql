@@ -1,5 +1,5 @@
--- Version 1.1 of a file: what tells it from every other database, and the count of its changes. dbupdate.xml does
--- the same to an older file. A copy has the identity of what it was copied from; an archive has one of its own
+-- Version 1.1 of a file: what tells it from every other database, the count of its changes, and the indices by which
+-- a lot is followed. dbupdate.xml does the same to an older file. A copy has the identity of what it was copied from; an archive has one of its own
 -- and names the file that it was taken from as its parent.
 CREATE TABLE FileIdentity (
     fid_Identity TEXT(32) NOT NULL,
@@ -49,5 +49,9 @@ CREATE TRIGGER RXs_Updated AFTER UPDATE ON RXs
 BEGIN UPDATE FileIdentity SET fid_Changes = fid_Changes + 1; END;
 CREATE TRIGGER RXs_Deleted AFTER DELETE ON RXs
 BEGIN UPDATE FileIdentity SET fid_Changes = fid_Changes + 1; END;
+-- Where a lot went is looked up through these.
+CREATE INDEX LogChem_Lot ON LogChem (lch_Lot, lch_Name, lch_NDC);
+CREATE INDEX LogChem_Name ON LogChem (lch_Name);
+CREATE INDEX LogChem_NDC ON LogChem (lch_NDC);
 UPDATE Options SET opt_Version = 1.1;
 PRAGMA user_version = 11000;

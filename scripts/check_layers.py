@@ -15,7 +15,7 @@ import sys
 LAYERS = [
     ["platform/basic"],
     ["platform/ask", "platform/xml", "platform/data", "platform/serial"],
-    ["db", "platform/widgets"],
+    ["db", "trace", "platform/widgets"],
     ["platform/report"],
     ["setup"],
     ["mixer/protocol"],
@@ -39,6 +39,7 @@ ONLY = {
               "mixer/protocol"},
     "tools/mixersim": {"platform/basic", "platform/serial", "mixer/protocol"},
     "db": {"platform/basic", "platform/data"},
+    "trace": {"platform/basic", "platform/data"},
     "tools/db": {"platform/basic", "platform/data", "platform/xml", "db"},
 }
 

@@ -1,0 +1,256 @@
+#include "trace/TraceFile.h"
+
+#include "platform/basic/Folding.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Sqlite.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::FieldKind;
+using platform::sqlite::Statement;
+
+/// Each different value of a column once, by one look into its index for each.
+constexpr auto differentOnes =
+    "WITH RECURSIVE found(value) AS (SELECT min(%2) FROM %1 WHERE %2 > '' UNION ALL "
+    "SELECT (SELECT min(%2) FROM %1 WHERE %2 > found.value) FROM found WHERE found.value IS NOT NULL) "
+    "SELECT value FROM found WHERE value IS NOT NULL"_L1;
+
+/// One ingredient a row, its form and supplier as they were written last.
+constexpr auto loggedIngredients =
+    "SELECT lch_Name, lch_NDC, lch_Lot, lch_Form, lch_Supplier, max(LogChemID) FROM LogChem JOIN Log USING (LogID) "
+    "WHERE %1 AND %2 GROUP BY lch_Name, lch_NDC, lch_Lot"_L1;
+constexpr auto chemicals =
+    "SELECT chm_Name, chm_NDC, chm_Lot, chm_Form, chm_Supplier FROM Chemical WHERE %1"_L1;
+
+constexpr auto prescriptionRows =
+    "SELECT RXsID, RXs.LogID, PatientID, rxs_Date, pat_LName, pat_FName, pat_Phone, log_Name, log_Lot, rxs_QTY, "
+    "log_Units, rxs_Doctor FROM RXs JOIN Log USING (LogID) JOIN Patient USING (PatientID) WHERE %1 AND %2"_L1;
+
+/// A prepared question and the row that its answer stands at.
+class Question {
+public:
+    Question(const platform::ConnectionPtr& connection, const QString& sql, const QVariantList& values = {})
+        : m_statement(handle(connection), sql, sql) {
+        for (int i = 0; i < values.size(); ++i)
+            m_statement.bind(i + 1, values[i]);
+    }
+
+    bool next() { return m_statement.step(); }
+    QString text(int column) const { return m_statement.value(column, {FieldKind::LongText}).toString(); }
+    double real(int column) const { return m_statement.value(column, {FieldKind::Double}).toDouble(); }
+    QDateTime date(int column) const { return m_statement.value(column, {FieldKind::Date}).toDateTime(); }
+    std::int64_t key(int column) const { return m_statement.integer(column); }
+    QStringList texts() {
+        QStringList all;
+        while (next())
+            all << text(0);
+        return all;
+    }
+    TraceFile::Keys keys() {
+        TraceFile::Keys all;
+        while (next())
+            all.insert(key(0));
+        return all;
+    }
+
+private:
+    static sqlite3* handle(const platform::ConnectionPtr& connection) {
+        if (!connection || connection->state() == 0)
+            throw platform::RuntimeError(platform::error::objectClosed, u"The connection is closed"_s);
+        return connection->handle();
+    }
+
+    Statement m_statement;
+};
+
+/// Keys as one bound value, for json_each.
+QString listed(const TraceFile::Keys& keys) {
+    QJsonArray array;
+    for (const std::int64_t key : keys)
+        array.append(qint64(key));
+    return QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact));
+}
+
+QString joined(const QString& last, const QString& first) {
+    return last.isEmpty() || first.isEmpty() ? last + first : last + u", "_s + first;
+}
+
+}  // namespace
+
+TraceFile::TraceFile(platform::ConnectionPtr connection, int number)
+    : m_connection(std::move(connection)), m_number(number),
+      m_own(number == 0 ? u"1"_s
+                        : u"Log.LogID NOT IN (SELECT kmp_Old FROM KeyMap WHERE kmp_Table = 'Log')"_s) {}
+
+std::int64_t TraceFile::batchCount() const {
+    Question question(m_connection, u"SELECT count(*) FROM Log WHERE "_s + m_own);
+    return question.next() ? question.key(0) : 0;
+}
+
+QStringList TraceFile::ingredientLots() const {
+    QStringList lots = Question(m_connection, differentOnes.arg("LogChem"_L1, "lch_Lot"_L1)).texts();
+    lots += Question(m_connection, differentOnes.arg("Chemical"_L1, "chm_Lot"_L1)).texts();
+    return lots;
+}
+
+QStringList TraceFile::batchLots() const {
+    return Question(m_connection, u"SELECT DISTINCT log_Lot FROM Log WHERE log_Lot > '' AND "_s + m_own)
+        .texts();
+}
+
+std::vector<Ingredient> TraceFile::ingredients(const QString& condition, const QString& text) const {
+    const auto read = [&](const QString& sql, std::vector<Ingredient>& all) {
+        Question rows(m_connection, sql, {text});
+        while (rows.next())
+            all.push_back({rows.text(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4)});
+    };
+    std::vector<Ingredient> all;
+    read(loggedIngredients.arg(QString(condition).replace(u'@', "lch_"_L1), m_own), all);
+    if (m_number == 0)
+        read(chemicals.arg(QString(condition).replace(u'@', "chm_"_L1)), all);
+    return all;
+}
+
+std::vector<Ingredient> TraceFile::ingredientsOfLot(const QString& lot) const {
+    return ingredients(u"@Lot = ?"_s, lot);
+}
+
+std::vector<Ingredient> TraceFile::ingredientsOfNdc(const QString& ndc) const {
+    return ingredients(u"@NDC = ?"_s, ndc);
+}
+
+std::vector<Ingredient> TraceFile::ingredientsNamed(const QString& text) const {
+    const QString wanted = platform::folded(text);
+    QStringList names = Question(m_connection, differentOnes.arg("LogChem"_L1, "lch_Name"_L1)).texts();
+    names += Question(m_connection, differentOnes.arg("Chemical"_L1, "chm_Name"_L1)).texts();
+    names.removeDuplicates();
+    names.removeIf([&](const QString& name) { return !platform::folded(name).contains(wanted); });
+    std::vector<Ingredient> all;
+    for (const QString& name : names) {
+        std::vector<Ingredient> found = ingredients(u"@Name = ?"_s, name);
+        std::move(found.begin(), found.end(), std::back_inserter(all));
+    }
+    return all;
+}
+
+TraceFile::Keys TraceFile::batchesWith(const Ingredient& ingredient) const {
+    return Question(m_connection,
+                    u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS nullif(?, '') AND "
+                    "coalesce(lch_Name, '') = ? AND coalesce(lch_NDC, '') = ? AND "_s +
+                        m_own,
+                    {ingredient.lot, ingredient.name, ingredient.ndc})
+        .keys();
+}
+
+std::map<std::int64_t, QString> TraceFile::batchesWithLots(const QStringList& lots) const {
+    Question rows(
+        m_connection,
+        u"SELECT LogID, value FROM json_each(?) CROSS JOIN LogChem ON lch_Lot = value JOIN Log USING "
+        "(LogID) WHERE "_s +
+            m_own,
+        {QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(lots)).toJson())});
+    std::map<std::int64_t, QString> all;
+    while (rows.next())
+        all.emplace(rows.key(0), rows.text(1));
+    return all;
+}
+
+TraceFile::Keys TraceFile::batchesMadeAs(const QString& lot) const {
+    return Question(m_connection, u"SELECT LogID FROM Log WHERE log_Lot = ? AND "_s + m_own, {lot}).keys();
+}
+
+TraceFile::Keys TraceFile::batchesWithoutLines() const {
+    return Question(
+               m_connection,
+               u"SELECT LogID FROM Log WHERE NOT EXISTS (SELECT 1 FROM LogChem WHERE LogChem.LogID = Log.LogID) "
+               "AND "_s +
+                   m_own)
+        .keys();
+}
+
+std::vector<TracedBatch> TraceFile::batches(const Keys& keys) const {
+    Question rows(
+        m_connection,
+        u"SELECT LogID, log_Date, log_Name, log_Strength, log_Lot, log_Quantity, log_Units, log_Initials, "
+        "log_Verified, EXISTS (SELECT 1 FROM LogChem WHERE LogChem.LogID = Log.LogID) FROM Log "
+        "WHERE LogID IN (SELECT value FROM json_each(?))"_s,
+        {listed(keys)});
+    std::vector<TracedBatch> all;
+    while (rows.next()) {
+        all.push_back({.key = {m_number, rows.key(0)},
+                       .date = rows.date(1),
+                       .formula = rows.text(2),
+                       .strength = rows.text(3),
+                       .lot = rows.text(4),
+                       .quantity = static_cast<int>(rows.key(5)),
+                       .units = rows.text(6),
+                       .initials = rows.text(7),
+                       .verified = rows.text(8),
+                       .base = {},
+                       .hasNoLines = rows.key(9) == 0});
+    }
+    return all;
+}
+
+std::vector<TracedPrescription> TraceFile::prescriptions(const QString& condition,
+                                                         const QVariant& value) const {
+    Question rows(m_connection, prescriptionRows.arg(condition, m_own), {value});
+    std::vector<TracedPrescription> all;
+    while (rows.next()) {
+        all.push_back({.key = {m_number, rows.key(0)},
+                       .batch = {m_number, rows.key(1)},
+                       .patient = {0, rows.key(2)},  // patients keep their keys in every archive
+                       .date = rows.date(3),
+                       .patientName = joined(rows.text(4), rows.text(5)),
+                       .phone = rows.text(6),
+                       .drug = rows.text(7),
+                       .batchLot = rows.text(8),
+                       .quantity = rows.real(9),
+                       .units = rows.text(10),
+                       .doctor = rows.text(11)});
+    }
+    return all;
+}
+
+std::vector<TracedPrescription> TraceFile::prescriptionsOf(const Keys& batches) const {
+    return prescriptions(u"RXs.LogID IN (SELECT value FROM json_each(?))"_s, listed(batches));
+}
+
+std::vector<TracedPrescription> TraceFile::prescriptionsFor(std::int64_t patient) const {
+    return prescriptions(u"PatientID = ?"_s, QVariant::fromValue<qint64>(patient));
+}
+
+bool TraceFile::writePatient(TracedPrescription& prescription) const {
+    Question rows(m_connection, u"SELECT pat_LName, pat_FName, pat_Phone FROM Patient WHERE PatientID = ?"_s,
+                  {QVariant::fromValue<qint64>(prescription.patient.key)});
+    if (!rows.next())
+        return false;
+    prescription.patientName = joined(rows.text(0), rows.text(1));
+    prescription.phone = rows.text(2);
+    return true;
+}
+
+std::vector<UsedIngredient> TraceFile::linesOf(std::int64_t batch) const {
+    Question rows(
+        m_connection,
+        u"SELECT lch_Name, lch_NDC, lch_Lot, lch_Form, lch_Supplier, lch_QTY, lch_Units FROM LogChem "
+        "WHERE LogID = ? ORDER BY LogChemID"_s,
+        {QVariant::fromValue<qint64>(batch)});
+    std::vector<UsedIngredient> all;
+    while (rows.next()) {
+        all.push_back({{rows.text(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4)},
+                       rows.real(5),
+                       rows.text(6),
+                       {}});
+    }
+    return all;
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,57 @@
+// The questions that a trace asks one database file. Texts are bound, never part of a statement. An archive answers
+// for the batches alone that left the database with it.
+#pragma once
+
+#include "platform/data/Connection.h"
+#include "trace/TraceRows.h"
+
+#include <QStringList>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace sorvanto {
+
+class TraceFile {
+public:
+    /// number: its place in TraceKey. Throws RuntimeError as all functions, where the file can't be read.
+    TraceFile(platform::ConnectionPtr connection, int number);
+
+    std::int64_t batchCount() const;
+    /// All lots that ingredients of batches or chemicals have, each once whatever its case.
+    QStringList ingredientLots() const;
+    /// All lots of batches.
+    QStringList batchLots() const;
+
+    /// Ingredients of batches, and in the database in use its chemicals.
+    std::vector<Ingredient> ingredientsOfLot(const QString& lot) const;
+    std::vector<Ingredient> ingredientsOfNdc(const QString& ndc) const;
+    /// Those whose folded name holds the folded text.
+    std::vector<Ingredient> ingredientsNamed(const QString& text) const;
+
+    using Keys = std::set<std::int64_t>;
+    Keys batchesWith(const Ingredient& ingredient) const;
+    /// Batches that took in one of the lots, each with the lot as it was asked for.
+    std::map<std::int64_t, QString> batchesWithLots(const QStringList& lots) const;
+    Keys batchesMadeAs(const QString& lot) const;
+    Keys batchesWithoutLines() const;
+
+    /// In no order.
+    std::vector<TracedBatch> batches(const Keys& keys) const;
+    std::vector<TracedPrescription> prescriptionsOf(const Keys& batches) const;
+    std::vector<TracedPrescription> prescriptionsFor(std::int64_t patient) const;
+    /// Writes the patient's name and phone of this file into the prescription; false where there is no such patient.
+    bool writePatient(TracedPrescription& prescription) const;
+    /// In the order of the batch.
+    std::vector<UsedIngredient> linesOf(std::int64_t batch) const;
+
+private:
+    std::vector<Ingredient> ingredients(const QString& condition, const QString& text) const;
+    std::vector<TracedPrescription> prescriptions(const QString& condition, const QVariant& value) const;
+
+    platform::ConnectionPtr m_connection;
+    int m_number;
+    QString m_own;  ///< condition on Log of the batches that this file answers for
+};
+
+}  // namespace sorvanto

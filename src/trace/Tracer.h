@@ -1,0 +1,53 @@
+// Follows ingredients and batches through the log, both ways and to any depth: an ingredient whose lot is a batch's lot
+// was made here, and where the batch goes, what went into it goes along. Everything comes from what the log froze, so
+// that changed and deleted chemicals, formulas and patients' prescriptions make no difference.
+#pragma once
+
+#include "trace/TraceFile.h"
+
+#include <QStringList>
+#include <vector>
+
+namespace sorvanto {
+
+class Tracer {
+public:
+    /// database: the one in use, open. folders: where its archives may lie.
+    Tracer(platform::ConnectionPtr database, const QStringList& folders);
+
+    /// Batches that are searched, those of the archives at hand included.
+    std::int64_t searched() const;
+    const std::vector<AbsentArchive>& absentArchives() const { return m_absent; }
+
+    /// What the text stands for: ingredients of this lot, else of this NDC; batches of this lot; where there are none,
+    /// ingredients whose name holds it. Blanks around it don't count; an empty one stands for nothing.
+    TraceHits find(const QString& text) const;
+    /// Lots that may be meant instead; what they lead to is never mixed in.
+    QStringList similarTo(const QString& text) const;
+
+    /// Batches that took in one of the ingredients, and what they were dispensed as.
+    Recall whereUsed(const std::vector<Ingredient>& ingredients, const TraceDays& days) const;
+    /// The batches made as this lot, and all made with them.
+    Recall whereWent(const QString& batchLot, const TraceDays& days) const;
+    /// All that was dispensed to a patient, and the batches it came from.
+    Recall dispensedTo(std::int64_t patient, const TraceDays& days) const;
+
+    /// What is in a batch: its lines, each that was made here followed by its own.
+    std::vector<UsedIngredient> contents(TraceKey batch) const;
+
+private:
+    struct Reached;
+
+    template <typename Ask>
+    std::vector<Ingredient> gathered(Ask ask) const;
+    Reached following(Reached reached) const;
+    Recall recallOf(const Reached& reached, const TraceDays& days) const;
+    Recall dressed(const Reached& reached, const TraceDays& days) const;
+    void nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const;
+    void bringUpToDate(std::vector<TracedPrescription>& prescriptions) const;
+
+    std::vector<TraceFile> m_files;
+    std::vector<AbsentArchive> m_absent;
+};
+
+}  // namespace sorvanto

@@ -1,0 +1,91 @@
+// A thousand recalls over a generated pharmacy, compared with a calculation that shares nothing with the program's.
+#include "trace/TracePharmacy.h"
+
+#include <QProcess>
+#include <algorithm>
+#include <random>
+#include <set>
+
+namespace sorvanto {
+namespace {
+
+constexpr int batchCount = 1'500, recalls = 1'000;
+
+class RecallGateTest : public TraceTest {
+protected:
+    /// Batches of one to six lines; one line in eight is of an earlier batch, in any case, and lots repeat.
+    void fill() const {
+        QString statements = u"BEGIN;"_s;
+        for (int key = 1; key <= batchCount; ++key) {
+            statements += u"INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) VALUES (%1, 'F', '%2', "
+                          "datetime('2024-01-01', '%1 hours'));"_s.arg(QString::number(key), batchLot(key));
+            for (int line = below(6); line >= 0; --line) {
+                QString lot = below(8) == 0 ? batchLot(1 + below(batchCount)) : supplierLot();
+                if (below(4) == 0)
+                    lot = lot.toLower();
+                statements +=
+                    u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot) VALUES (%1, 'C%2', '%3');"_s.arg(
+                        QString::number(key), QString::number(below(3)), lot);
+            }
+            for (int times = below(3); times > 0; --times) {
+                statements +=
+                    u"INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (%1, %2, 1.0);"_s.arg(key).arg(
+                        1 + below(2));
+            }
+        }
+        sql(statements + u"COMMIT"_s);
+    }
+    int below(int bound) const { return static_cast<int>(m_random() % static_cast<unsigned>(bound)); }
+    /// One in twenty has the lot of another one.
+    static QString batchLot(int key) { return u"SV%1"_s.arg(key % 20 == 0 ? key - 3 : key); }
+    QString supplierLot() const { return u"LOT-%1"_s.arg(below(900)); }
+
+    static QString keys(const std::set<std::int64_t>& all) {
+        QStringList texts;
+        for (const std::int64_t key : all)
+            texts << QString::number(key);
+        return texts.join(u' ');
+    }
+    static QString line(const Tracer& trace, const QString& lot) {
+        const Recall recall = trace.whereUsed(trace.find(lot).ingredients, {});
+        std::set<std::int64_t> batches, prescriptions, patients;
+        for (const TracedBatch& batch : recall.batches)
+            batches.insert(batch.key.key);
+        for (const TracedPrescription& prescription : recall.prescriptions) {
+            prescriptions.insert(prescription.key.key);
+            patients.insert(prescription.patient.key);
+        }
+        EXPECT_EQ(static_cast<int>(patients.size()), recall.patients);
+        return keys(batches) + u'|' + keys(prescriptions) + u'|' + keys(patients);
+    }
+
+    mutable std::mt19937 m_random{1};
+};
+
+TEST_F(RecallGateTest, AThousandRecallsEqualASecondCalculation) {
+    fill();
+    QStringList lots;
+    for (int i = 0; i < recalls; ++i)
+        lots << (below(3) == 0 ? batchLot(1 + below(batchCount)) : supplierLot());
+    QProcess second;
+    second.start(u"python3"_s,
+                 QStringList{QString(SORVANTO_SOURCE_DIR) + u"/tests/trace/recall.py"_s, path()});
+    ASSERT_TRUE(second.waitForStarted());
+    second.write((lots.join(u'\n') + u'\n').toUtf8());
+    second.closeWriteChannel();
+    ASSERT_TRUE(second.waitForFinished(120'000));
+    const QStringList expected = QString::fromUtf8(second.readAllStandardOutput()).split(u'\n');
+    ASSERT_EQ(expected.size(), lots.size() + 1) << second.readAllStandardError().toStdString();
+    const Tracer trace = tracer();
+    int batches = 0;
+    for (int i = 0; i < recalls; ++i) {
+        const QString found = line(trace, lots[i]);
+        ASSERT_EQ(found, expected[i]) << "lot " << lots[i].toStdString();
+        batches += static_cast<int>(found.section(u'|', 0, 0).count(u' ')) + 1;
+    }
+    EXPECT_GT(batches, recalls * 3) << "the lots lead somewhere";
+    RecordProperty("batches", batches);
+}
+
+}  // namespace
+}  // namespace sorvanto

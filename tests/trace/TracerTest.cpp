@@ -1,0 +1,215 @@
+// Where a lot went and what is in a batch, over real database files.
+#include "trace/Tracer.h"
+#include "db/Archive.h"
+#include "trace/TracePharmacy.h"
+
+namespace sorvanto {
+namespace {
+
+TEST_F(TraceTest, ALotLeadsToItsBatchesPrescriptionsAndPatients) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1, Active L2"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base L1"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Base L9, Active L2"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(1, 2, u"01-07"_s);
+    prescription(3, 1, u"03-06"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u" l1 "_s);
+    ASSERT_EQ(hits.ingredients.size(), 1U);
+    EXPECT_EQ(hits.by, TraceHits::By::Lot);
+    EXPECT_EQ(hits.ingredients[0].name, u"Base"_s);
+    const Recall recall = trace.whereUsed(hits.ingredients, {});
+    EXPECT_EQ(lots(recall), u"B2 B1"_s) << "newest first";
+    ASSERT_EQ(recall.prescriptions.size(), 2U);
+    EXPECT_EQ(recall.prescriptions[0].patientName, u"Xu, Jin"_s);
+    EXPECT_EQ(recall.prescriptions[0].phone, u"440-555-0188"_s);
+    EXPECT_EQ(recall.prescriptions[1].batchLot, u"B1"_s);
+    EXPECT_EQ(recall.patients, 2);
+    EXPECT_EQ(trace.searched(), 3);
+}
+
+TEST_F(TraceTest, OnePatientOfManyPrescriptionsIsOne) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(1, 1, u"01-07"_s);
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    EXPECT_EQ(recall.prescriptions.size(), 2U);
+    EXPECT_EQ(recall.patients, 1);
+}
+
+TEST_F(TraceTest, AStockBaseIsFollowedToAnyDepth) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base b1"_s);  // made with B1, in another case
+    batch(3, u"B3"_s, u"03-05"_s, u"Base B2, Other L3"_s);
+    batch(4, u"B4"_s, u"04-05"_s, u"Other L3"_s);
+    prescription(3, 1, u"03-06"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B3<B2 B2<B1 B1"_s);
+    const Tracer trace = tracer();
+    EXPECT_EQ(lots(trace.whereWent(u"B2"_s, {})), u"B3<B2 B2"_s);
+    EXPECT_EQ(trace.whereWent(u"B1"_s, {}).prescriptions.size(), 1U);
+    QStringList in;
+    for (const UsedIngredient& line : trace.contents({0, 3}))
+        in << line.ingredient.name + u' ' + line.ingredient.lot + u'<' + line.base;
+    EXPECT_EQ(in.join(u", "_s), u"Base B2<, Other L3<, Base b1<B2, Powder L1<b1"_s);
+}
+
+TEST_F(TraceTest, ABatchThatHoldsItsOwnLotEndsTheWay) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base B2, Powder L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base B1"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B2<B1 B1"_s);
+    EXPECT_EQ(tracer().contents({0, 1}).size(), 5U);
+}
+
+TEST_F(TraceTest, TwoIngredientsOfOneLotAreToldApart) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Active L1"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u"L1"_s);
+    ASSERT_EQ(hits.ingredients.size(), 2U);
+    EXPECT_EQ(hits.ingredients[0].name, u"Active"_s);
+    EXPECT_EQ(lots(trace.whereUsed({hits.ingredients[0]}, {})), u"B2"_s);
+    EXPECT_EQ(lots(trace.whereUsed(hits.ingredients, {})), u"B2 B1"_s);
+}
+
+TEST_F(TraceTest, FoundByNdcThenByAnyPartOfTheName) {
+    sql(u"INSERT INTO Chemical (chm_Name, chm_Lot, chm_NDC, chm_Supplier) VALUES ('Crème base', 'L5', '111-22', 'Q')"_s);
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    const Tracer trace = tracer();
+    EXPECT_EQ(trace.find(u"n-base"_s).by, TraceHits::By::Ndc);
+    const TraceHits named = trace.find(u"CREME"_s);
+    EXPECT_EQ(named.by, TraceHits::By::Name);
+    ASSERT_EQ(named.ingredients.size(), 1U);
+    EXPECT_EQ(named.ingredients[0].supplier, u"Q"_s);
+    EXPECT_EQ(trace.find(u"base"_s).ingredients.size(), 2U) << "of a batch, and a chemical never used";
+    EXPECT_EQ(trace.find(u"nothing"_s).by, TraceHits::By::Nothing);
+    EXPECT_TRUE(trace.find(u"  "_s).ingredients.empty());
+    EXPECT_TRUE(trace.find(u"' OR 1=1 --"_s).ingredients.empty()) << "a text is never part of a statement";
+}
+
+TEST_F(TraceTest, ADeletedOrChangedChemicalIsFoundAsItWasLogged) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot) VALUES (7, 'Now', 'L2')"_s);
+    batch(1, u"B1"_s, u"01-05"_s, u"Then L1"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B1"_s);
+    EXPECT_EQ(whereUsed(u"L2"_s), QString());
+}
+
+TEST_F(TraceTest, SimilarLotsAreNamedApartAndNeverSearched) {
+    batch(1, u"SV0426"_s, u"01-05"_s, u"Base HC24118"_s);
+    batch(2, u"B2"_s, u"01-05"_s, u"Base HC-24118"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u"HC24118"_s);
+    EXPECT_EQ(hits.ingredients.size(), 1U);
+    EXPECT_EQ(trace.similarTo(u"HC24118"_s), QStringList{u"HC-24118"_s});
+    EXPECT_EQ(lots(trace.whereUsed(hits.ingredients, {})), u"SV0426"_s);
+    EXPECT_EQ(trace.similarTo(u"SVO426"_s), QStringList{u"SV0426"_s}) << "a batch's lot too";
+}
+
+TEST_F(TraceTest, ABatchIsFoundByItsLotTwinsIncluded) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"b1"_s, u"02-05"_s, u"Base L2"_s);
+    const TraceHits hits = tracer().find(u"B1"_s);
+    ASSERT_EQ(hits.batches.size(), 2U);
+    EXPECT_EQ(hits.batches[0].key.key, 2);
+    EXPECT_TRUE(hits.ingredients.empty());
+    EXPECT_EQ(lots(tracer().whereWent(u"B1"_s, {})), u"b1 B1"_s);
+}
+
+TEST_F(TraceTest, TheDaysBoundTheBatchesNotTheWay) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base B1"_s);
+    prescription(1, 1, u"01-06"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s, {QDate(2026, 2, 5), QDate(2026, 2, 5)}), u"B2<B1"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s, {QDate(), QDate(2026, 2, 4)}), u"B1"_s);
+    const Tracer trace = tracer();
+    EXPECT_EQ(trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(2026, 2, 1), {}}).prescriptions.size(),
+              0U);
+}
+
+TEST_F(TraceTest, ABatchWithoutLinesIsNamedAsUncertain) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, QString());
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    ASSERT_EQ(recall.uncertain.size(), 1U);
+    EXPECT_EQ(recall.uncertain[0].lot, u"B2"_s);
+    EXPECT_TRUE(recall.uncertain[0].hasNoLines);
+    EXPECT_TRUE(trace.whereWent(u"B2"_s, {}).uncertain.empty()) << "it is in the list itself";
+    EXPECT_TRUE(trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(2026, 3, 1), {}}).uncertain.empty());
+}
+
+TEST_F(TraceTest, WhatAPatientGotAndOutOfWhichLots) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base L1"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(2, 2, u"02-06"_s);
+    const Tracer trace = tracer();
+    const Recall recall = trace.dispensedTo(1, {});
+    EXPECT_EQ(lots(recall), u"B1"_s);
+    ASSERT_EQ(recall.prescriptions.size(), 1U);
+    EXPECT_EQ(recall.prescriptions[0].doctor, u"Marsh"_s);
+    EXPECT_TRUE(trace.dispensedTo(1, {QDate(2026, 1, 7), {}}).prescriptions.empty());
+    EXPECT_TRUE(trace.dispensedTo(99, {}).batches.empty());
+}
+
+class ArchivedTraceTest : public TraceTest {
+protected:
+    void SetUp() override {
+        TraceTest::SetUp();
+        batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+        batch(2, u"B2"_s, u"02-05"_s, u"Powder L1"_s);
+        batch(3, u"B3"_s, u"08-05"_s, u"Base B1"_s);
+        prescription(1, 1, u"01-06"_s);
+        prescription(3, 2, u"08-06"_s);
+        archiveDatabase(path(), path(u"archive.mdb"_s), QDate(2026, 7, 1));
+    }
+};
+
+TEST_F(ArchivedTraceTest, TheWayLeadsThroughTheArchiveEachBatchOnce) {
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B3<B1 B2 B1"_s);
+    const Tracer trace = tracer();
+    EXPECT_EQ(trace.searched(), 3);
+    EXPECT_TRUE(trace.absentArchives().empty());
+    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    EXPECT_EQ(recall.batches[0].key.file, 0);
+    EXPECT_EQ(recall.batches[2].key.file, 1);
+    EXPECT_EQ(recall.prescriptions.size(), 2U);
+}
+
+TEST_F(ArchivedTraceTest, APatientIsCalledWhereSheIsNow) {
+    sql(u"UPDATE Patient SET pat_Phone = 'new', pat_LName = 'Kent' WHERE PatientID = 1"_s);
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(), QDate(2026, 2, 1)});
+    ASSERT_EQ(recall.prescriptions.size(), 1U);
+    EXPECT_EQ(recall.prescriptions[0].phone, u"new"_s);
+    EXPECT_EQ(recall.prescriptions[0].patientName, u"Kent, Margaret"_s);
+}
+
+TEST_F(ArchivedTraceTest, AnArchiveThatIsNotAtHandIsNamedWithItsDaysAndCount) {
+    QFile::remove(path(u"archive.mdb"_s));
+    const Tracer trace = tracer();
+    ASSERT_EQ(trace.absentArchives().size(), 1U);
+    EXPECT_EQ(trace.absentArchives()[0].first, QDate(2026, 1, 5));
+    EXPECT_EQ(trace.absentArchives()[0].last, QDate(2026, 2, 5));
+    EXPECT_EQ(trace.absentArchives()[0].batches, 2);
+    EXPECT_EQ(trace.searched(), 1);
+    EXPECT_EQ(whereUsed(u"L1"_s), QString());
+}
+
+TEST_F(ArchivedTraceTest, AnArchiveOfAnotherDatabaseOrABrokenFileIsNotTaken) {
+    QFile::remove(path(u"archive.mdb"_s));
+    folder.write(u"broken.mdb"_s, "not a database");
+    QFile::copy(path(), path(u"copy.mdb"_s));  // holds a map, but of the one who gave off
+    EXPECT_EQ(tracer().absentArchives().size(), 1U);
+}
+
+TEST_F(ArchivedTraceTest, OpenedItselfAnArchiveAnswersForAllItHolds) {
+    auto connection = std::make_shared<platform::Connection>();
+    connection->open(u"Data Source="_s + path(u"archive.mdb"_s));
+    const Tracer trace(connection, {folder.path()});
+    EXPECT_EQ(trace.searched(), 3);
+    EXPECT_EQ(lots(trace.whereUsed(trace.find(u"L1"_s).ingredients, {})), u"B3<B1 B2 B1"_s);
+}
+
+}  // namespace
+}  // namespace sorvanto
