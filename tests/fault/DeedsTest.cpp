@@ -1,12 +1,14 @@
 // Everything that the program writes but the batch: formulas, deletions, options, texts, exports, copies, updates,
-// a restore.
+// a restore, an archive.
 #include "Campaign.h"
 
 #include "config/clsOptions.h"
 #include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
+#include "db/Archive.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
+#include "platform/data/Connection.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
 #include "platform/widgets/Boxes.h"
@@ -209,6 +211,62 @@ TEST(Deeds, ACopyIsRestored) {
                       });
                   },
               .state = databaseState});
+}
+
+namespace {
+
+/// As the program's first start on the file does.
+void bringUpToDate(World& world) {
+    {
+        const auto connection = std::make_shared<platform::Connection>();
+        connection->open(u"Data Source="_s + world.databasePath());
+        QString version = u"1.0"_s;
+        bool applied = false;
+        DatabaseUpdater().ApplyUpdates(connection, QStringLiteral(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"),
+                                       version, applied);
+        ASSERT_TRUE(applied);
+    }
+    support::runSql(world.databasePath(), u"UPDATE Options SET opt_Version = 1.1"_s);
+}
+
+/// An archive beside the old file is of no harm; what bears its name is whole, and the file that gave batches away
+/// has it.
+std::string archiveState(const QString& folder) {
+    const QString archive = folder + u"/old.mdb"_s;
+    const std::string file = databaseState(folder);
+    const bool gaveAway = file.find("== ArchivedBatch") != std::string::npos;
+    if (!gaveAway && !QFile::exists(archive))
+        return file;
+    const QStringList problems = problemsOf(archive);
+    if (!problems.isEmpty())
+        return file + "\nnot sound: " + problems.join(' '_L1).toStdString();
+    if (gaveAway)
+        return file + '\n' + recordsOf(archive);
+    const auto rows =
+        support::runSql(archive, u"SELECT (SELECT count(*) FROM Log), (SELECT count(*) FROM LogChem)"_s);
+    return support::rowsText(rows) == "3|4"_L1 ? file : file + "\nnot whole";
+}
+
+}  // namespace
+
+TEST(Deeds, OldBatchesAreArchived) {
+    campaign({.name = "archive",
+              .window = World::Window::None,
+              .prepare =
+                  [](World& world) {
+                      bringUpToDate(world);
+                      support::runSql(world.databasePath(),
+                                      u"INSERT INTO Patient (PatientID, pat_LName) VALUES (1, 'Reed');"
+                                      "INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (1, 1, 30)"_s);
+                  },
+              .act =
+                  [](World& world) {
+                      telling(world, [&] {
+                          archiveDatabase(world.databasePath(), world.folder.path(u"old.mdb"_s),
+                                          QDate(2026, 2, 1));
+                      });
+                  },
+              .state = archiveState});
 }
 
 }  // namespace fault

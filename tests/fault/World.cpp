@@ -13,6 +13,8 @@
 
 #include <QLabel>
 #include <QRegularExpression>
+#include <algorithm>
+#include <array>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -145,12 +147,17 @@ namespace {
 
 using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 
+/// Hold identities of files.
+constexpr std::array<std::string_view, 4> randomColumns{"fid_Identity", "fid_Parent", "kmp_Archive",
+                                                        "abt_Archive"};
+
 int appendRow(void* target, int count, char** values, char** names) {
     auto& text = *static_cast<std::string*>(target);
     for (int i = 0; i < count; ++i) {
-        const bool random = std::string_view(names[i]) == "fid_Identity";
+        const bool random =
+            std::find(randomColumns.begin(), randomColumns.end(), names[i]) != randomColumns.end();
         text += i == 0 ? "" : "|";
-        text += random ? "identity" : values[i] ? values[i] : "NULL";
+        text += !values[i] ? "NULL" : random && *values[i] ? "identity" : values[i];
     }
     text += '\n';
     return 0;
