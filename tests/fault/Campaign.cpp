@@ -54,6 +54,8 @@ Course played(const Deed& deed) {
     course.states.insert(course.fresh);
     course.told = world.told();
     EXPECT_NE(course.old, course.fresh) << "the deed does nothing";
+    EXPECT_EQ((course.old + course.fresh).find("<unreadable>"), std::string::npos)
+        << "nothing would be noticed";
     EXPECT_TRUE(killedAfter(course.start, course.operations, course.operations.size()).contents() ==
                 Image::of(world.folder.path()).contents())
         << "something was written past the eyes of the test";
@@ -76,8 +78,22 @@ std::vector<std::size_t> places(const Course& course) {
     return all;
 }
 
+/// Behind each change of a name: there a deed turns from undone to done.
+std::set<std::size_t> turningPoints(const Course& course) {
+    std::set<std::size_t> turns;
+    for (const std::size_t count : places(course)) {
+        const Act last = count == 0 ? Act::Write : course.operations[count - 1].act;
+        if (last == Act::Rename || last == Act::Link || last == Act::Remove)
+            turns.insert(count);
+    }
+    return turns;
+}
+
 void killEverywhere(const Deed& deed, const Course& course, Counts& counts) {
-    for (const std::size_t count : drawn(places(course), mostKills)) {
+    std::set<std::size_t> all = turningPoints(course);
+    for (const std::size_t count : drawn(places(course), mostKills))
+        all.insert(count);
+    for (const std::size_t count : all) {
         SCOPED_TRACE("killed behind " + described(course.operations, count));
         killedAfter(course.start, course.operations, count).layOut(scratch());
         expectOldOrNew(deed, course, scratch(), count == course.operations.size());
@@ -95,6 +111,8 @@ void cutEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     all = drawn(all, mostCuts);
     for (const Survival last : {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly})
         all.emplace_back(course.operations.size(), last);
+    for (const std::size_t turn : turningPoints(course))
+        all.emplace_back(turn, Survival::Nothing);
     for (const auto& [count, survival] : all) {
         SCOPED_TRACE("power cut behind " + described(course.operations, count) + ", survival " +
                      std::to_string(static_cast<int>(survival)));

@@ -184,7 +184,8 @@ std::string recordsOf(const QString& database) {
     std::string all;
     for (const QString& table : QString::fromStdString(tables).split('\n'_L1, Qt::SkipEmptyParts)) {
         all += "== " + table.toStdString() + '\n';
-        if (!append(raw, "SELECT * FROM \"" + table.toStdString() + "\" ORDER BY rowid", all))
+        const std::string rows = "SELECT * FROM \"" + table.toStdString() + "\" ORDER BY ";
+        if (!append(raw, rows + "rowid", all) && !append(raw, rows + "1, 2, 3", all))  // some have no rowid
             return "<unreadable>";
     }
     return append(raw, "PRAGMA user_version", all) ? all : "<unreadable>";
