@@ -51,12 +51,12 @@ void refuseUnsound(const QString& file) {
 /// The archive under its provisional name; goes with the object unless it was finished.
 class NewArchive {
 public:
-    explicit NewArchive(QString target) : m_target(std::move(target)), m_path(m_target + u".making"_s) {}
+    explicit NewArchive(QString target) : m_target(std::move(target)), m_path(m_target + u".making"_s) {
+        clear();  // a journal that a killed run has left would be played into the new file
+    }
     ~NewArchive() {
-        if (m_path.isEmpty())
-            return;
-        QFile::remove(m_path);
-        QFile::remove(m_path + u"-journal"_s);
+        if (!m_path.isEmpty())
+            clear();
     }
     NewArchive(const NewArchive&) = delete;
     NewArchive& operator=(const NewArchive&) = delete;
@@ -70,6 +70,11 @@ public:
     void keep() { m_path.clear(); }
 
 private:
+    void clear() const {
+        QFile::remove(m_path);
+        QFile::remove(m_path + u"-journal"_s);
+    }
+
     QString m_target, m_path;
 };
 

@@ -16,6 +16,7 @@
 #include <QProcess>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -98,6 +99,34 @@ TEST_F(ArchiveTest, TheArchiveHoldsEverythingAndTheFileTheLastTwelveMonths) {
     EXPECT_TRUE(out.contains("11 batches since 2025-03-07 stay, 49 older ones")) << qPrintable(out);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), (QStringList{"old.mdb", "s.mdb"}));
     EXPECT_EQ(QFile::permissions(path("old.mdb")) & 0x0077, 0);
+}
+
+/// A file in the midst of a change, with the journal that takes it back, under that name.
+void leaveUnfinishedChange(const QString& file, const QString& name) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &database), SQLITE_OK);
+    ASSERT_EQ(
+        sqlite3_exec(database,
+                     "PRAGMA cache_size = 2; PRAGMA cache_spill = 1; BEGIN; UPDATE Chemical SET chm_Notes = "
+                     "hex(randomblob(3000)); UPDATE Log SET log_Notes = hex(randomblob(3000))",
+                     nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    EXPECT_TRUE(QFile::copy(file, name));
+    EXPECT_TRUE(QFile::copy(file + u"-journal"_s, name + u"-journal"_s));
+    sqlite3_close(database);
+}
+
+TEST_F(ArchiveTest, WhatAKilledRunHasLeftIsNotPlayedIntoTheNextArchive) {
+    fill();
+    createSample(path("other.mdb"));
+    leaveUnfinishedChange(path("other.mdb"), path("old.mdb.making"));
+    const QString before = content("s.mdb");
+    const QString all = counts("s.mdb");
+    ASSERT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(counts("old.mdb"), all);
+    EXPECT_EQ(content("old.mdb"), before);
+    EXPECT_TRUE(checkDatabase(path("old.mdb")).isEmpty());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), (QStringList{"old.mdb", "other.mdb", "s.mdb"}));
 }
 
 TEST_F(ArchiveTest, TheArchiveHasAnIdentityOfItsOwnAndNamesItsParent) {
