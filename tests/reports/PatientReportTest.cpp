@@ -78,6 +78,8 @@ TEST_F(PatientReportTest, SecondAddressLineAndMissingBirthdate) {
 TEST_F(PatientReportTest, PriceIsRoundedBeforeItIsMoney) {
     sql("UPDATE RXs SET rxs_Price = 1234.565 WHERE RXsID = 33;");
     EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "$1234.57");
+    sql("UPDATE RXs SET rxs_Price = 100 WHERE RXsID = 33;");
+    EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "$100");
     sql("UPDATE RXs SET rxs_Price = NULL WHERE RXsID = 33;");
     EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "0.00");
 }

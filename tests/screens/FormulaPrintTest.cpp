@@ -1,5 +1,6 @@
 // The worksheet of the formula screen: quantity question, preview, export.
 #include "FormulaScreenTest.h"
+#include "mixing/frmMake.h"
 
 #include <QCheckBox>
 
@@ -30,6 +31,21 @@ TEST_F(FormulaPrintTest, CancellingTheQuantityPrintsNothingAndShowsTheRecordAgai
     EXPECT_FALSE(closePreview());
     EXPECT_EQ(str(shown("txtfrm_Desc")), "For the skin");
     EXPECT_FALSE(formula().formLocked());
+}
+
+TEST_F(FormulaPrintTest, OnlyAQuantityAboveNothingIsPrinted) {
+    loadAt("Cooling Gel");
+    for (const double quantity : {0.0, -5.0}) {
+        for (const char* entry : {"mnuWorksheet", "mnuWorksheetx"}) {
+            asker.expectModal("frmMake", [&](QWidget& question) {
+                dynamic_cast<frmMake&>(question).MakeQty(quantity);
+                question.hide();
+            });
+            click(entry);
+            EXPECT_FALSE(closePreview()) << quantity;
+            EXPECT_FALSE(folder.has("Worksheet.xls")) << quantity;
+        }
+    }
 }
 
 TEST_F(FormulaPrintTest, PreviewsTheStoredFormulaForTheQuantity) {

@@ -221,4 +221,16 @@ TEST_F(LogEditTest, TheReportOfAFormulaAndOfJarsAsksForDatesAndEndsWithoutRecord
     EXPECT_FALSE(previewed());
 }
 
+TEST_F(LogEditTest, WithoutRecordsNoFileIsWritten) {
+    sql("UPDATE Log SET log_Date = '2020-01-01 00:00:00'");
+    openScreen();
+    for (const char* entry : {"mnuReportx", "mnuJarReportx"}) {
+        answerDates();
+        asker.expectMsgBox("No records");
+        click(entry);
+    }
+    EXPECT_FALSE(folder.has("LogReport.xls"));
+    EXPECT_FALSE(folder.has("JarUsage.xls"));
+}
+
 }  // namespace

@@ -214,4 +214,17 @@ TEST_F(PatientPrescriptionTest, TheReportAsksForDatesAndIsPreviewedOrExported) {
     EXPECT_TRUE(previewed());
 }
 
+TEST_F(PatientPrescriptionTest, AReportWithoutRecordsShowsAndWritesNothing) {
+    openScreen();
+    sql("UPDATE RXs SET rxs_Date = '1999-01-01 00:00:00'");
+    for (const char* entry : {"mnuReport", "mnuReportx"}) {
+        asker.expectModal("frmReportDate",
+                          [](QWidget& form) { support::child<QPushButton>(form, "cmdOK")->click(); });
+        asker.expectMsgBox("No records");
+        click(entry);
+        EXPECT_FALSE(previewed()) << entry;
+    }
+    EXPECT_FALSE(folder.has("RXReport.xls"));
+}
+
 }  // namespace

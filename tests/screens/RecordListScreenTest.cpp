@@ -73,6 +73,8 @@ TEST_F(RecordListScreenTest, HoldsTheRecordsOfTheScreenOnShow) {
     show(wide, u"cmdLogs"_s);
     EXPECT_EQ(list().model().rowCount(), 3);
     EXPECT_EQ(list().model().keyAt(0), 2) << "the newest batch stands first";
+    EXPECT_EQ(list().model().keyAt(1), 3);
+    EXPECT_EQ(list().model().keyAt(2), 1);
     show(wide, u"cmdCurrent"_s);
     EXPECT_FALSE(list().isVisible()) << "the current formula is no record of a set";
     EXPECT_FALSE(toggle().isEnabled());
@@ -105,6 +107,10 @@ TEST_F(RecordListScreenTest, ARowThatTheSetDoesNotHoldIsOpenedAsASearchWould) {
     click(u"cmdPrevious"_s);
     click(u"cmdNext"_s);
     EXPECT_EQ(str(caption()), str(before)) << "the set stays where it was";
+    click(u"cmdFirst"_s);
+    choose(77);
+    click(u"cmdNext"_s);
+    EXPECT_EQ(str(caption()), str(before)) << "also where that was the first record";
 }
 
 TEST_F(RecordListScreenTest, IsOffWhileTheMovesAreOff) {
