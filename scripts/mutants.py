@@ -33,6 +33,7 @@ import mutant_results
 # The test programs that can see a folder, the closest first.
 PROGRAMS = {
     "src/setup": ["setup"],
+    "src/db": ["tools"],
     "src/platform/basic": ["platform_basic", "platform_data", "records", "config"],
     "src/platform/ask": ["platform_ask", "screens"],
     "src/platform/xml": ["platform_xml", "config", "mixer"],
