@@ -186,7 +186,9 @@ std::int16_t BrowsingScreen::closeForm() {
         const platform::Answer answer =
             platform::MsgBox(translated(m_records.question), style, translated("Save Data?"));
         if (answer == platform::Answer::Yes) {
-            if (!saveForm())
+            if (saveForm())
+                m_new = false;  // another screen may keep the program open, and Cancel must not take the row
+            else
                 m_drafts.keepNow();
         } else {
             notSaved();

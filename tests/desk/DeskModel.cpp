@@ -141,12 +141,10 @@ void Model::quit() {
         if (screens[screen].locked)
             continue;
         const bool stays = screen == keeps || chance(3);
-        const QString press = stays                                                    ? u"Cancel"_s
-                              : canSave(screen) && !screens[screen].isNew && chance(2) ? u"Yes"_s
-                                                                                       : u"No"_s;
+        const QString press = stays ? u"Cancel"_s : canSave(screen) && chance(2) ? u"Yes"_s : u"No"_s;
         askBox(u"data not saved! Save Changes?"_s, press);
         if (press == "Yes"_L1)
-            run(screen == logs ? QStringList{"lock", "save"} : QStringList{"save"}, screen);
+            run(screen == logs ? QStringList{"lock", "save"} : QStringList{"save", "old"}, screen);
         else if (screen == chemicals)
             lock(screen);
         if (press == "No"_L1 && screens[screen].locked)

@@ -42,6 +42,9 @@ protected:
         return control<platform::TextBox>(screen.number, screen.field);
     }
     BrowsingScreen& form(const Case& screen) const { return this->screen<BrowsingScreen>(screen.number); }
+    static QString closingQuestion(const Case& screen) {
+        return u"%1 data not saved! Save Changes?"_s.arg(screen.table);
+    }
     QString rows(const Case& screen) const { return sqlText(u"SELECT count(*) FROM %1"_s.arg(screen.table)); }
 };
 
@@ -109,6 +112,31 @@ TEST_F(TypedScreensTest, ADeletionEndsTheStateOfANewRecord) {
         click("cmdEdit");
         click("cmdCancel");
         EXPECT_EQ(str(rows(screen)), str(before)) << "the cancel deletes nothing: " << screen.tool;
+    }
+}
+
+// Where another screen keeps the program open, Cancel takes back what was typed since and not the record.
+TEST_F(TypedScreensTest, ARecordSavedByTheClosingQuestionIsNoLongerNew) {
+    load();
+    for (const Case& screen : cases) {
+        show(screen);
+        click("cmdNew");
+        if (screen.number == formulas)
+            control<platform::NumberBox>(formulas, "txtfrm_Quantity").setText("20");
+        if (screen.number == patients)
+            control<platform::TextBox>(patients, "txtpat_LName").setText("Kept");
+        control<platform::TextBox>(screen.number, screen.required).setText("Kept");
+        const QString before = rows(screen);
+        asker.expectMsgBox(closingQuestion(screen),
+                           {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true},
+                           "Save Data?", platform::Answer::Yes);
+        EXPECT_EQ(form(screen).closeForm(), 6);
+        field(screen).setText("typed");
+        click("cmdCancel");
+        EXPECT_EQ(str(rows(screen)), str(before)) << screen.tool;
+        EXPECT_EQ(str(control<platform::TextBox>(screen.number, screen.required).text()), "Kept");
+        EXPECT_EQ(str(field(screen).text()), "");
+        EXPECT_TRUE(form(screen).formLocked()) << screen.tool;
     }
 }
 
