@@ -1,13 +1,9 @@
 // A finished mix is put before the user when the desk is free, and not before.
-#include "DeskTest.h"
+//   SignNowTest.cpp   what the user does about it
+#include "FreeDeskTest.h"
 
-#include "mixer/NoticeCard.h"
-#include "mixer/ctlSorvanto.h"
-#include "platform/widgets/Boxes.h"
-#include "platform/widgets/FreshKeys.h"
 #include "screens/BrowsingScreen.h"
 
-#include <QApplication>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -16,27 +12,14 @@ using support::child;
 
 namespace {
 
-class FreeDeskTest : public DeskTest {
-protected:
-    void TearDown() override {
-        platform::setTypingRest(std::chrono::milliseconds(0));
-        DeskTest::TearDown();
-    }
-    platform::MemoBox& notes() const { return control<platform::MemoBox>(logs, u"txtlog_Notes"_s); }
-    /// Several looks at the desk come and go without a dialog.
-    void expectNothingOpens() {
-        QWidget* const before = modalOnShow();
-        int looks = 0;
-        QTimer looking;
-        QObject::connect(&looking, &QTimer::timeout, &looking, [&] { ++looks; });
-        looking.start(250);
-        ASSERT_TRUE(test::waitFor([&] { return looks == 3; }));
-        EXPECT_EQ(modalOnShow(), before);
-        EXPECT_TRUE(waits());
-    }
-    bool isSigned() {
-        return test::waitFor([&] { return shown.contains(u"frmInitials"_s) && !modalOnShow(); });
-    }
+/// Hears a click, and takes its time.
+class SlowListener : public ToolListener {
+public:
+    explicit SlowListener(std::function<void()> work) : m_work(std::move(work)) {}
+    void m_frmMain_btnClick(const QString&, const QString&) override { m_work(); }
+
+private:
+    std::function<void()> m_work;
 };
 
 TEST_F(FreeDeskTest, AMixThatEndsOnAFreeDeskIsSignedAtOnce) {
@@ -201,71 +184,18 @@ TEST_F(FreeDeskTest, AKeyPressedLatelyIsWaitedFor) {
     ASSERT_TRUE(isSigned());
 }
 
-TEST_F(FreeDeskTest, TheCardSaysSoAndIsReachedByF6AndItsAccessKey) {
-    click(u"cmdLogs"_s);
-    click(u"cmdEdit"_s);
+TEST_F(FreeDeskTest, AClickThatIsStillDeliveredIsWaitedFor) {
     startMix();
-    notes().setText(u"typed"_s);
-    endMix();
-    EXPECT_EQ(child<NoticeCard>(window->mixer(), "mixerWaiting")->text(),
-              u"The mix has ended. Sign it when you are ready."_s);
-    EXPECT_FALSE(panelButton("mixerStart")->isVisible());
-    QPushButton* button = panelButton("mixerSign");
-    EXPECT_EQ(button->text(), u"&Sign now"_s);
-    for (int press = 0; press < 8 && QApplication::focusWidget() != button; ++press)
-        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : window.get(), Qt::Key_F6);
-    EXPECT_EQ(QApplication::focusWidget(), button);
+    SlowListener listener([&] {
+        endMix();
+        expectNothingOpens();
+    });
+    window->connectListener(listener);
     sign();
-    QTest::keyClick(button, Qt::Key_Space);
+    click(u"mnuUpdate"_s);
+    window->releaseListener(listener);
     ASSERT_TRUE(isSigned());
     EXPECT_EQ(logCount(), 4);
-}
-
-TEST_F(FreeDeskTest, SignNowDoesNothingBehindADialog) {
-    click(u"cmdLogs"_s);
-    startMix();
-    whileOpen(u"AskDialog"_s, [&](QWidget& box) {
-        endMix();
-        panelButton("mixerSign")->click();
-        expectNothingOpens();
-        child<QPushButton>(box, "Cancel")->click();
-    });
-    sign();
-    click(u"cmdDelete"_s);
-    ASSERT_TRUE(isSigned());
-    EXPECT_EQ(shown, (QStringList{u"AskDialog"_s, u"frmInitials"_s}));
-}
-
-TEST_F(FreeDeskTest, ACancelledSigningIsNotRaisedAgainByItself) {
-    click(u"cmdLogs"_s);
-    cancelSigning();
-    startMix();
-    endMix();
-    ASSERT_TRUE(isSigned());
-    EXPECT_EQ(logCount(), 3);
-    ASSERT_TRUE(test::waitFor([&] { return offers().size() == 1; }));
-    EXPECT_FALSE(waits());
-    sign();
-    panelButton("mixerLogMix")->click();
-    ASSERT_TRUE(test::waitFor([&] { return logCount() == 4; }));
-    EXPECT_TRUE(test::waitFor([&] { return offers().isEmpty(); }));
-}
-
-TEST_F(FreeDeskTest, AMixWhoseFormulaIsGoneSaysSoAndStaysOnOffer) {
-    startMix(u"Lost Cream"_s, 77);
-    whileOpen(u"frmInitials"_s, [](QWidget& form) {
-        child<platform::TextBox>(form, "txtInitials")->setText(u"RK"_s);
-        child<platform::TextBox>(form, "txtVerified")->setText(u"LM"_s);
-        child<QPushButton>(form, "cmdOK")->click();
-    });
-    endMix();
-    ASSERT_TRUE(isSigned());
-    expectReport(u"frmInitials:setformula"_s);
-    EXPECT_EQ(logCount(), 3);
-    ASSERT_TRUE(test::waitFor([&] { return offers().size() == 1; }));
-    EXPECT_EQ(str(child<NoticeCard>(window->mixer(), "mixerNotice")->text()),
-              "The formula \"Lost Cream\" of this mix is no longer in the database, so the mix can not be "
-              "logged. It stays on offer below.");
 }
 
 }  // namespace

@@ -87,6 +87,20 @@ TEST_F(SnapshotTest, AListOutlivesABatchLoggedMeanwhile) {
     EXPECT_EQ(str(text(logs, u"txtlog_Name"_s)), "Cooling Gel");
 }
 
+TEST_F(SnapshotTest, AQuestionDeletesTheBatchThatItNames) {
+    click(u"cmdLogs"_s);
+    ASSERT_EQ(str(text(logs, u"txtlog_Lot"_s)), "AB0010");
+    whileOpen(u"AskDialog"_s, [&](QWidget& question) {
+        sign();
+        EXPECT_TRUE(window->batchLog().addLog(batch(), document(resultsXml())));
+        EXPECT_EQ(str(text(logs, u"txtlog_Lot"_s)), "AB0012") << "another one is on view";
+        answer("OK", u"No Records"_s);  // the move after it runs on the set as it was
+        child<QPushButton>(question, "Yes")->click();
+    });
+    click(u"cmdDelete"_s);
+    EXPECT_EQ(str(sqlText(u"SELECT LogID FROM Log ORDER BY LogID"_s)), "2\n3\n4");
+}
+
 TEST_F(SnapshotTest, TheSigningDialogTakesNoKeysMeantForAnotherWindow) {
     click(u"cmdLogs"_s);
     platform::setTypingRest(std::chrono::milliseconds(600'000));

@@ -50,6 +50,16 @@ TEST_F(DraftStoreTest, MakesNothingUntilTheFirstDraft) {
     EXPECT_FALSE(QFileInfo::exists(folder.path("drafts")));
 }
 
+TEST_F(DraftStoreTest, FilesAreWrittenByAThreadOfTheirOwn) {
+    const auto threads = [] {
+        return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    };
+    DraftStore store;
+    const auto before = threads();
+    store.put(draft(1));
+    EXPECT_EQ(threads(), before + 1);
+}
+
 TEST_F(DraftStoreTest, FolderAndFilesAreTheOwnersAlone) {
     DraftStore store;
     store.put(draft(1));

@@ -43,6 +43,10 @@ protected:
     FreshKeys* keys = new FreshKeys(window);
 };
 
+const auto designed = typingRest();  // of the program; the tests have one of their own
+
+TEST_F(FreshKeysTest, TheRestIsOneSecond) { EXPECT_EQ(designed, std::chrono::seconds(1)); }
+
 TEST_F(FreshKeysTest, KeysOfTheFirstMomentAreSwallowed) {
     show(600'000);
     EXPECT_FALSE(keys->isOpen());
