@@ -3,6 +3,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "shared/ErrorReporter.h"
+#include "shared/Happening.h"
 #include "shared/Translator.h"
 
 #include <cstdio>
@@ -63,6 +64,7 @@ void reset() {
     editOptions = nullptr;
     rescueDatabase = nullptr;
     endProgram = endAtOnce;
+    announced = nullptr;
     ErrorReporter.reset();
 }
 
