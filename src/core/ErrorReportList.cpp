@@ -1,5 +1,6 @@
 #include "core/ErrorReportList.h"
 
+#include "core/ProblemTexts.h"
 #include "platform/basic/Dates.h"
 #include "platform/widgets/Theme.h"
 #include "shared/ErrorReporter.h"
@@ -9,6 +10,7 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -19,14 +21,29 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-enum Column { time, tag, number, description, count, columns };
+enum Column { time, problem, count, columns };
 
-QString fullText(const ErrorReport& report) {
-    QString text = u"%1   %2\n%3  %4\n%5"_s.arg(platform::dateText(report.time), report.tag, report.number,
-                                                report.source, report.description);
-    if (!report.statement.isEmpty())
-        text += u"\n\n"_s + report.statement;
-    return text;
+/// The report as it stands in errors.log, each value beside its name in the user's language.
+QString technicalText(const ErrorReport& report) {
+    const std::pair<const char*, QString> parts[] = {{"Procedure", report.tag},
+                                                     {"Number", report.number},
+                                                     {"Source", report.source},
+                                                     {"Description", report.description},
+                                                     {"Statement", report.statement}};
+    QStringList lines{translated(u"When"_s) + '\t'_L1 + platform::dateText(report.time)};
+    for (const auto& [name, value] : parts) {
+        if (!value.isEmpty())
+            lines << translated(name) + '\t'_L1 + value;
+    }
+    return lines.join('\n'_L1);
+}
+
+/// Room for the widest of the names before the values.
+qreal nameWidth(const QFontMetrics& metrics) {
+    int widest = 0;
+    for (const char* name : {"When", "Procedure", "Number", "Source", "Description", "Statement"})
+        widest = qMax(widest, metrics.horizontalAdvance(translated(name)));
+    return widest + 2 * platform::grid;
 }
 
 }  // namespace
@@ -35,13 +52,14 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     : QDialog(parent), m_reporter(std::move(reporter)), m_table(new QTableWidget(0, columns, this)),
       m_text(new QPlainTextEdit(this)) {
     setObjectName(u"ErrorReportList"_s);
-    setWindowTitle(translated(u"Reports"_s));
+    setWindowTitle(translated(u"Problems"_s));
     m_table->setObjectName(u"grdReports"_s);
-    m_table->setHorizontalHeaderLabels({translated(u"When"_s), translated(u"Procedure"_s),
-                                        translated(u"Number"_s), translated(u"Description"_s),
-                                        translated(u"Count"_s)});
+    m_table->setHorizontalHeaderLabels(
+        {translated(u"When"_s), translated(u"Problem"_s), translated(u"Count"_s)});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_table->horizontalHeader()->setSectionResizeMode(description, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(problem, QHeaderView::Stretch);
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->setWordWrap(true);
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_table->verticalHeader()->hide();
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -50,10 +68,13 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_table->setAlternatingRowColors(true);
     m_table->setShowGrid(false);
     m_table->setStyleSheet(
-        u"QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 0 8px; }"_s);
+        u"QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 4px 8px; }"_s);
     m_text->setObjectName(u"txtReport"_s);
     m_text->setReadOnly(true);
     m_text->setMaximumHeight(20 * platform::grid);
+    m_text->setTabStopDistance(nameWidth(m_text->fontMetrics()));
+    auto* details = new QLabel(translated(u"Details"_s), this);
+    details->setBuddy(m_text);
 
     auto* buttons = new QDialogButtonBox(this);
     m_copy = buttons->addButton(translated(u"Copy"_s), QDialogButtonBox::ActionRole);
@@ -68,6 +89,7 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
                                2 * platform::grid);
     column->setSpacing(platform::grid);
     column->addWidget(m_table, 1);
+    column->addWidget(details);
     column->addWidget(m_text);
     column->addWidget(buttons);
     resize(110 * platform::grid, 60 * platform::grid);
@@ -83,11 +105,11 @@ void ErrorReportList::showReports() {
     m_table->setRowCount(static_cast<int>(reports.size()));
     int row = 0;
     for (auto report = reports.rbegin(); report != reports.rend(); ++report, ++row) {
-        const QString texts[columns] = {platform::dateText(report->time), report->tag, report->number,
-                                        report->description.simplified(), QString::number(report->count)};
+        const QString texts[columns] = {platform::dateText(report->time), problemText(*report),
+                                        QString::number(report->count)};
         for (int column = 0; column < columns; ++column) {
             auto* item = new QTableWidgetItem(texts[column]);
-            if (column == number || column == count)
+            if (column == count)
                 item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
             m_table->setItem(row, column, item);
         }
@@ -97,16 +119,23 @@ void ErrorReportList::showReports() {
     showChosen();
 }
 
-void ErrorReportList::showChosen() {
-    const auto reporter = m_reporter.lock();
+const ErrorReport* ErrorReportList::chosen(const std::shared_ptr<ErrorReporter>& reporter) const {
     const int row = m_table->currentRow();
     const int last = reporter ? static_cast<int>(reporter->reports().size()) - 1 : -1;
-    const bool chosen = row >= 0 && row <= last;
-    m_text->setPlainText(chosen ? fullText(reporter->reports()[static_cast<std::size_t>(last - row)])
-                                : QString());
-    m_copy->setEnabled(chosen);
+    return row >= 0 && row <= last ? &reporter->reports()[static_cast<std::size_t>(last - row)] : nullptr;
 }
 
-void ErrorReportList::copyChosen() { QApplication::clipboard()->setText(m_text->toPlainText()); }
+void ErrorReportList::showChosen() {
+    const auto reporter = m_reporter.lock();
+    const ErrorReport* report = chosen(reporter);
+    m_text->setPlainText(report ? technicalText(*report) : QString());
+    m_copy->setEnabled(report);
+}
+
+void ErrorReportList::copyChosen() {
+    const auto reporter = m_reporter.lock();
+    if (const ErrorReport* report = chosen(reporter))
+        QApplication::clipboard()->setText(problemText(*report) + u"\n\n"_s + technicalText(*report));
+}
 
 }  // namespace sorvanto

@@ -1,5 +1,5 @@
-// A window beside the main one that lists all error reports of this run, newest first, with the full text
-// of the chosen one. It blocks nothing.
+// A window beside the main one that lists the problems of this run, newest first, each in a sentence, with the
+// technical text of the chosen one. It blocks nothing.
 #pragma once
 
 #include <QDialog>
@@ -12,6 +12,7 @@ class QTableWidget;
 namespace sorvanto {
 
 class ErrorReporter;
+struct ErrorReport;
 
 class ErrorReportList : public QDialog {
     Q_OBJECT
@@ -22,6 +23,8 @@ public:
     void showReports();
 
 private:
+    /// Of the row that is chosen; nothing without one. Held by the reporter.
+    const ErrorReport* chosen(const std::shared_ptr<ErrorReporter>& reporter) const;
     void showChosen();
     void copyChosen();
 

@@ -1,6 +1,8 @@
 #include "core/ErrorStrip.h"
 
 #include "core/ErrorReportList.h"
+#include "core/ProblemTexts.h"
+#include "mixer/PanelTexts.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -17,20 +19,31 @@ namespace {
 
 constexpr int pauseBesideQuestion = 200;  // milliseconds
 
+/// What errors.log could not take is told before the report itself.
+QString logTrouble(const std::shared_ptr<ErrorReporter>& reporter) {
+    if (!reporter || reporter->logFailure().isEmpty())
+        return {};
+    return u"errors.log: %1 (%2)   "_s.arg(translated(u"Can not be written"_s), reporter->logFailure());
+}
+
 }  // namespace
 
 ErrorStrip::ErrorStrip(QWidget* parent)
     : QFrame(parent), m_picture(new QLabel(this)), m_text(new QLabel(this)), m_details(new QPushButton(this)),
-      m_close(new QToolButton(this)) {
+      m_close(new QToolButton(this)), m_problems(new QPushButton(this)) {
     setObjectName(u"errorStrip"_s);
     m_text->setObjectName(u"lblReport"_s);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_text->setWordWrap(true);
     m_picture->setPixmap(platform::icon(u"warning"_s).pixmap(24, 24));
     m_details->setObjectName(u"cmdDetails"_s);
     m_close->setObjectName(u"cmdDismiss"_s);
     m_close->setIcon(platform::icon(u"close"_s));
     m_close->setAutoRaise(true);
+    m_problems->setObjectName(u"cmdProblems"_s);
+    m_problems->setFlat(true);
+    m_problems->hide();
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(2 * platform::grid, platform::grid / 2, platform::grid, platform::grid / 2);
@@ -45,8 +58,12 @@ ErrorStrip::ErrorStrip(QWidget* parent)
                                                                                      colors.warning.name()));
     connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
     connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
+    connect(m_problems, &QPushButton::clicked, this, &ErrorStrip::openList);
     m_click.setSingleShot(true);
     m_click.callOnTimeout(this, &ErrorStrip::endClick);
+    m_stay.setSingleShot(true);
+    m_stay.setInterval(std::chrono::minutes(1));
+    m_stay.callOnTimeout(this, &ErrorStrip::endStay);
     hide();
 }
 
@@ -59,19 +76,12 @@ void ErrorStrip::follow(const std::shared_ptr<ErrorReporter>& reporter) {
 }
 
 void ErrorStrip::showReport(const ErrorReport& report) {
-    if (++m_ofThisClick == 1) {
-        QString text = u"%1   (%2)"_s.arg(report.description.simplified(), report.tag);
-        const auto reporter = m_reporter.lock();
-        if (reporter && !reporter->logFailure().isEmpty())
-            text =
-                u"errors.log: %1 (%2)   "_s.arg(translated(u"Can not be written"_s), reporter->logFailure()) +
-                text;
-        m_text->setText(text);
-        m_text->setToolTip(text);
-    }
+    if (++m_ofThisClick == 1)
+        m_shown = report;
     m_click.start(0);
+    m_stay.start();
     show();
-    showCount();
+    showTexts();
     emit shownChanged(true);
     if (m_list)
         m_list->showReports();
@@ -85,14 +95,41 @@ void ErrorStrip::endClick() {
         m_ofThisClick = 0;
 }
 
-void ErrorStrip::showCount() {
+// Nobody has read a strip that came up behind another window or a question; one in use stays as well.
+void ErrorStrip::endStay() {
+    const bool inUse = underMouse() || isAncestorOf(QApplication::focusWidget());
+    const bool inFront = QApplication::applicationState() == Qt::ApplicationActive;
+    if (inUse || !inFront || QApplication::activeModalWidget())
+        m_stay.start();
+    else
+        dismiss();
+}
+
+void ErrorStrip::showTexts() {
+    const auto reporter = m_reporter.lock();
+    m_text->setText(logTrouble(reporter) + problemText(m_shown));
     const QString details = translated(u"Details"_s);
     m_details->setText(m_ofThisClick > 1 ? u"%1 (%2)"_s.arg(details).arg(m_ofThisClick) : details);
+    const auto count = reporter ? reporter->reports().size() : 0;
+    m_problems->setText(filledIn(translated(u"Problems: %1"_s), {QString::number(count)}));
+    m_problems->show();
+    fitHeight();
+}
+
+// The tool bar that the strip stands in asks for no height for a width.
+void ErrorStrip::fitHeight() {
+    if (const int height = layout()->totalHeightForWidth(width()); height > 0)
+        setFixedHeight(height);
+}
+
+void ErrorStrip::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    fitHeight();
 }
 
 // Looked up only now: reports may come before there is a language.
 void ErrorStrip::showEvent(QShowEvent* event) {
-    showCount();
+    showTexts();
     m_close->setToolTip(translated(u"Close"_s));
     m_close->setAccessibleName(m_close->toolTip());
     QFrame::showEvent(event);
@@ -112,6 +149,7 @@ void ErrorStrip::openList() {
 
 void ErrorStrip::dismiss() {
     m_ofThisClick = 0;
+    m_stay.stop();
     hide();
     emit shownChanged(false);
 }

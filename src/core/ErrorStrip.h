@@ -1,5 +1,6 @@
-// The strip in the main window that shows an error report: of several that one click leads to the first, since the
-// others are its consequences. It never asks and never blocks; "Details" opens the list of all reports of this run.
+// The strip in the main window that tells what failed, in a sentence: of several reports that one click leads to the
+// first, since the others are its consequences. It never asks and never blocks, and goes by itself after a minute;
+// "Details" opens the list of all problems of this run, which the button for the status bar opens as well.
 #pragma once
 
 #include "shared/ErrorReporter.h"
@@ -7,6 +8,7 @@
 #include <QFrame>
 #include <QPointer>
 #include <QTimer>
+#include <chrono>
 
 class QLabel;
 class QPushButton;
@@ -23,26 +25,36 @@ public:
     explicit ErrorStrip(QWidget* parent = nullptr);
     /// From now on shows new reports. A report that repeats one of this run is not shown again.
     void follow(const std::shared_ptr<ErrorReporter>& reporter);
+    /// How long a report is shown unless it is put aside before; a minute from the start.
+    void setStay(std::chrono::milliseconds stay) { m_stay.setInterval(stay); }
+    /// Tells how many problems there were and opens their list; hidden until there is one.
+    QPushButton* problemsButton() const { return m_problems; }
 
 signals:
     void shownChanged(bool shown);
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void showReport(const ErrorReport& report);
     void openList();
     void dismiss();
     void endClick();
-    void showCount();
+    void endStay();
+    void showTexts();
+    void fitHeight();
 
     std::weak_ptr<ErrorReporter> m_reporter;
     QLabel* m_picture;
     QLabel* m_text;
     QPushButton* m_details;
     QToolButton* m_close;
+    QPointer<QPushButton> m_problems;
+    ErrorReport m_shown;
     QPointer<ErrorReportList> m_list;
+    QTimer m_stay;
     QTimer m_click;         ///< runs while what one click began goes on
     int m_ofThisClick = 0;  ///< reports so far
 };

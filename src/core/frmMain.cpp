@@ -103,6 +103,7 @@ void frmMain::buildWindow() {
     m_keysLeft->hide();
     connect(m_keysLeft, &QPushButton::clicked, this, &frmMain::showHealth);
     statusBar()->addPermanentWidget(m_keysLeft);
+    statusBar()->addPermanentWidget(m_strip->problemsButton());
     restoreWindowPlace(*this);
 }
 

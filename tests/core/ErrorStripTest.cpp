@@ -28,8 +28,9 @@ protected:
         strip.show();
         strip.hide();
     }
-    void report(const QString& description, const QString& tag = "frmLog:saveForm") {
-        reporter->ReportError(description, "5", "test", 0, tag, {}, true, false, true, true);
+    void report(const QString& description, const QString& tag = "frmLog:saveForm",
+                const QString& number = "5") {
+        reporter->ReportError(description, number, "test", 0, tag, {}, true, false, true, true);
         expectReport(tag);
     }
     QString shown() { return child<QLabel>(strip, "lblReport")->text(); }
@@ -37,46 +38,85 @@ protected:
         QTest::mouseClick(child<QPushButton>(strip, "cmdDetails"), Qt::LeftButton);
         return strip.findChild<ErrorReportList*>();
     }
+    /// Whether the strip has gone; nothing in it has the focus.
+    bool goneUnused() const {
+        if (QWidget* focus = QApplication::focusWidget())
+            focus->clearFocus();
+        return !strip.isVisible();
+    }
     ErrorStrip strip{nullptr};
 };
 
-TEST_F(ErrorStripTest, ShowsTheNewestReportWithItsTag) {
+/// What is said of a failure to save that nobody foresaw, and of one without room on the disk.
+const char* const notSaved =
+    "The record was not saved. What you typed is kept. Try again; if it comes back, start the "
+    "program again. Details tell more.";
+const char* const diskFull =
+    "The record was not saved. What you typed is kept. The disk is full: make room, and try again.";
+
+TEST_F(ErrorStripTest, SaysWhatTheNewestReportMeans) {
     EXPECT_FALSE(strip.isVisible());
-    report("The disk is full");
+    report("SQL logic error");
     EXPECT_TRUE(strip.isVisible());
-    EXPECT_EQ(shown(), "The disk is full   (frmLog:saveForm)");
+    EXPECT_EQ(shown(), notSaved);
     QCoreApplication::processEvents();
-    report("Overflow", "frmMain:Form_Load");
-    EXPECT_EQ(shown(), "Overflow   (frmMain:Form_Load)");
+    report("The disk is full", "frmLog:saveForm", "61");
+    EXPECT_EQ(shown(), diskFull);
 }
 
 TEST_F(ErrorStripTest, OfSeveralReportsInOneClickTheFirstIsShown) {
-    report("The file is locked");
-    report("Object variable not set");
-    report("No current record");
-    EXPECT_EQ(shown(), "The file is locked   (frmLog:saveForm)");
+    report("The disk is full", "frmLog:saveForm", "61");
+    report("Object variable not set", "frmLog:refreshForm", "91");
+    report("No current record", "frmLog:moveNext", "3021");
+    EXPECT_EQ(shown(), diskFull);
     EXPECT_EQ(child<QPushButton>(strip, "cmdDetails")->text(), "Details (3)");
     QCoreApplication::processEvents();
     report("The next one");
-    EXPECT_EQ(shown(), "The next one   (frmLog:saveForm)");
+    EXPECT_EQ(shown(), notSaved);
     EXPECT_EQ(child<QPushButton>(strip, "cmdDetails")->text(), "Details");
 }
 
 TEST_F(ErrorStripTest, AQuestionInTheMidstOfAClickIsPartOfIt) {
-    report("The file is locked");
+    report("The disk is full", "frmLog:saveForm", "61");
     QDialog question;
     question.setModal(true);
     question.show();
     QCoreApplication::processEvents();
     report("Object variable not set");
-    EXPECT_EQ(shown(), "The file is locked   (frmLog:saveForm)");
+    EXPECT_EQ(shown(), diskFull);
 }
 
 TEST_F(ErrorStripTest, AnErrorLogThatCannotBeWrittenIsSaidWithItsReason) {
     reporter->ReportPath(folder.path("missing"));
     report("Overflow");
     EXPECT_TRUE(shown().startsWith("errors.log: Can not be written (")) << shown().toStdString();
-    EXPECT_TRUE(shown().endsWith("Overflow   (frmLog:saveForm)"));
+    EXPECT_TRUE(shown().endsWith(notSaved));
+}
+
+TEST_F(ErrorStripTest, AnOldReportGoesByItselfAndStaysInTheList) {
+    strip.setStay(std::chrono::milliseconds(0));
+    strip.activateWindow();
+    report("The disk is full", "frmLog:saveForm", "61");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return goneUnused(); }));
+    EXPECT_EQ(strip.problemsButton()->text(), "Problems: 1");
+    strip.problemsButton()->click();
+    auto* window = strip.findChild<ErrorReportList*>();
+    ASSERT_TRUE(window && window->isVisible());
+    EXPECT_EQ(child<QTableWidget>(*window, "grdReports")->item(0, 1)->text(), diskFull);
+}
+
+TEST_F(ErrorStripTest, WhileAQuestionIsOpenTheStripStays) {
+    QDialog question;
+    question.setModal(true);
+    question.show();
+    strip.setStay(std::chrono::milliseconds(0));
+    report("The disk is full", "frmLog:saveForm", "61");
+    for (int turn = 0; turn < 20; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(strip.isVisible());
+    question.close();
+    strip.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return goneUnused(); }));
 }
 
 TEST_F(ErrorStripTest, ARepeatedReportDoesNotComeBackOnceItWasPutAside) {
@@ -100,10 +140,13 @@ TEST_F(ErrorStripTest, DetailsListAllReportsNewestFirst) {
     EXPECT_FALSE(window->isModal());
     auto* table = child<QTableWidget>(*window, "grdReports");
     ASSERT_EQ(table->rowCount(), 2);
-    EXPECT_EQ(table->item(1, 4)->text(), "2") << "counted, not listed again";
-    EXPECT_EQ(table->item(0, 1)->text(), "frmMain:Form_Load");
+    EXPECT_EQ(window->windowTitle(), "Problems");
+    EXPECT_EQ(table->item(1, 2)->text(), "2") << "counted, not listed again";
+    EXPECT_EQ(table->item(1, 1)->text(), notSaved);
+    EXPECT_TRUE(table->item(0, 1)->text().startsWith("A step of the start failed"));
     EXPECT_EQ(child<QPlainTextEdit>(*window, "txtReport")->toPlainText(),
-              "3/7/2026 2:05:09 PM   frmMain:Form_Load\n5  test\nOverflow\n\nINSERT INTO Log");
+              "When\t3/7/2026 2:05:09 PM\nProcedure\tfrmMain:Form_Load\nNumber\t5\nSource\ttest\n"
+              "Description\tOverflow\nStatement\tINSERT INTO Log");
 }
 
 TEST_F(ErrorStripTest, TheListGrowsWhileItIsOpenAndKeepsTheChosenOne) {
@@ -118,14 +161,20 @@ TEST_F(ErrorStripTest, TheListGrowsWhileItIsOpenAndKeepsTheChosenOne) {
         if (button->text() == "Copy")
             button->click();
     }
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(notSaved));
     EXPECT_TRUE(QApplication::clipboard()->text().endsWith("First"));
 }
 
-TEST_F(ErrorStripTest, ALongDescriptionOfSeveralLinesStaysOneLine) {
-    report("Line one\nline two   " + QString(2000, 'x'));
-    EXPECT_FALSE(shown().contains('\n'));
-    strip.resize(400, strip.sizeHint().height());
-    EXPECT_LE(strip.minimumSizeHint().width(), 400);
+TEST_F(ErrorStripTest, ALongSentenceWrapsAndIsShownWhole) {
+    report("Line one\nline two   " + QString(2000, 'x'), "clsLog:addLog");
+    EXPECT_FALSE(shown().contains("line two")) << "the technical text is under Details";
+    const auto* text = child<QLabel>(strip, "lblReport");
+    for (const int width : {1200, 700, 400}) {
+        strip.resize(width, strip.height());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(strip.width(), width);
+        EXPECT_GE(text->height(), text->heightForWidth(text->width())) << width;
+    }
 }
 
 }  // namespace
