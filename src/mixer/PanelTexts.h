@@ -130,6 +130,8 @@ public:
     /// With %1, %2 ... filled in; a part is never searched for marks itself.
     QString operator()(PanelText text, const QStringList& parts) const;
     QString operator()(const PanelMessage& message) const;
+    /// Of a name that has no place of its own here, such as a mix type's.
+    QString shown(const QString& english) const { return m_translated.value(english, english); }
 
     /// All English texts, which are the keys in the language files.
     static QStringList keys();

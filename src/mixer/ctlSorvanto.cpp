@@ -44,7 +44,13 @@ void ctlSorvanto::setSettings(std::int16_t commPort, std::int16_t, std::int16_t 
     d->panel->refresh();
 }
 
-QStringList ctlSorvanto::MixTypes() const { return mixTypeNames(); }
+QStringList ctlSorvanto::MixTypes() const {
+    QStringList names = mixTypeNames();
+    for (QString& name : names)
+        name = d->texts.shown(name);
+    return names;
+}
+
 QStringList ctlSorvanto::JarSizes() const { return jarNames(); }
 QStringList ctlSorvanto::MixTimes() const { return mixTimeTexts(); }
 

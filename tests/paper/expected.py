@@ -50,11 +50,13 @@ class Sheet:
 class Pharmacy:
     """The data of one order in one system's customs."""
 
-    def __init__(self, path, system, currency):
+    def __init__(self, path, system, currency, words):
+        """words: the language's texts by their English ones."""
         self.database = sqlite3.connect(f"file:{path}?mode=ro", uri=True)
         self.database.row_factory = sqlite3.Row
         self.customs = customs.SYSTEMS[system]
         self.currency = currency
+        self.types = [words.get(name, name) for name in TYPES]
 
     def rows(self, statement, *values):
         return self.database.execute(statement, values).fetchall()
@@ -92,7 +94,7 @@ def worksheet(data, key, make):
     formula = data.rows("SELECT * FROM Formula WHERE FormulaID = ?", key)[0]
     lines = data.rows("SELECT * FROM FormChem JOIN Chemical USING (ChemicalID) WHERE FormulaID = ?", key)
     factor = Fraction(make, formula["frm_Quantity"])
-    rows = [[text(f"{formula['frm_Name'].strip()} {formula['frm_Strength'].strip()} {TYPES[formula['frm_FormType']]}",
+    rows = [[text(f"{formula['frm_Name'].strip()} {formula['frm_Strength'].strip()} {data.types[formula['frm_FormType']]}",
                   "name")]]
     totals = []
     for column in ("chm_Cost", "chm_AWP"):
@@ -113,7 +115,7 @@ def worksheet(data, key, make):
 def formula_log(data, key):
     log = data.rows("SELECT * FROM Log WHERE LogID = ?", key)[0]
     formula = data.rows("SELECT * FROM Formula WHERE FormulaID = ?", log["FormulaID"])
-    rows = [[text(f"{log['log_Name'].strip()} {log['log_Strength'].strip()}", "name"), text(TYPES[log["log_FormType"]])],
+    rows = [[text(f"{log['log_Name'].strip()} {log['log_Strength'].strip()}", "name"), text(data.types[log["log_FormType"]])],
             [data.date(log["log_Date"], 2520), text(log["log_Initials"], "words"), text(log["log_Verified"], "words")],
             [data.quantity(log["log_Quantity"], 2, 990), text(log["log_Units"], width=630), data.money(log["log_Cost"], 990),
              data.money(log["log_AWP"], 1080)]]
@@ -131,7 +133,7 @@ def formula_log(data, key):
 def batch_labels(data, key, count, position):
     log = data.rows("SELECT * FROM Log WHERE LogID = ?", key)[0]
     label = [[text(log["log_Name"], "name"), text(log["log_Strength"], width=900)],
-             [data.plain(log["log_Quantity"], 1080), text(TYPES[log["log_FormType"]], "words"),
+             [data.plain(log["log_Quantity"], 1080), text(data.types[log["log_FormType"]], "words"),
               text(log["log_Initials"], "words"), text(log["log_Verified"], "words")],
              [data.money(log["log_Cost"], 1080), data.money(log["log_AWP"], 1080)],
              [text(log["log_Lot"], width=2700)]]
@@ -154,7 +156,7 @@ def log_report(data, key):
     logs = data.rows("SELECT * FROM Log WHERE FormulaID = ? AND log_Date >= ? AND log_Date <= ? ORDER BY LogID", key,
                      BEGIN + " 00:00:00", END + " 00:00:00")
     first = logs[0]
-    rows = [[text(f"{first['log_Name']} {first['log_Strength']}", "name"), text(TYPES[first["log_FormType"]], "words"),
+    rows = [[text(f"{first['log_Name']} {first['log_Strength']}", "name"), text(data.types[first["log_FormType"]], "words"),
              text(first["log_NDC"])],
             [text(first["log_Desc"], "words")]]
     rows += [[data.date(log["log_Date"], 2160), text(log["log_Lot"], width=1620), text(JARS[log["log_JarSize"]], width=1440),

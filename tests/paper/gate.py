@@ -19,6 +19,7 @@ import random
 import subprocess
 import sys
 import tempfile
+from xml.etree import ElementTree
 
 import expected
 import fixtures
@@ -45,8 +46,11 @@ class Desk:
 
     def __init__(self, programs, languages, folder):
         self.programs, self.folder = programs, folder
+        self.words = {}
         for file in languages.glob("*Translation.xml"):
             (folder / file.name).write_bytes(file.read_bytes())
+            root = ElementTree.parse(file).getroot()
+            self.words[root.get("Language")] = {entry.get("English"): entry.get("Translated") for entry in root}
         for name, symbol in CURRENCIES.items():
             fixtures.write_options(folder / f"{name}.xml", symbol)
         self.databases = fixtures.make_databases(folder, programs / "sorvanto-db")
@@ -59,7 +63,7 @@ class Desk:
 
     def wanted(self, combination):
         data = expected.Pharmacy(self.databases[combination.fixture], SYSTEMS[combination.language],
-                                 CURRENCIES[combination.currency])
+                                 CURRENCIES[combination.currency], self.words[combination.language])
         return expected.REPORTS[combination.report][1](data)
 
     def check(self, number, combination, with_sheet):

@@ -7,6 +7,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/ErrorReporter.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 #include <QFile>
@@ -33,7 +34,6 @@ Pharmacy::Pharmacy(const QString& programFolder) : m_programFolder(programFolder
     platform::setProgramFolder(m_folder.path());
     basMain::ErrorReporter = std::make_shared<ErrorReporter>();
     basMain::ErrorReporter->onReport([this](const ErrorReport& report) { m_failures << report.description; });
-    basMain::MixTypes = mixTypeNames();
     basMain::JarSizes = jarNames();
 }
 
@@ -49,6 +49,8 @@ void Pharmacy::open(const Order& order) {
     readOptions(order);
     openDatabase(order.database);
     readLanguage(order);
+    for (const QString& name : mixTypeNames())
+        basMain::MixTypes << translated(name);
     if (!m_failures.isEmpty())
         throw RuntimeError(platform::error::general, m_failures.join('\n'_L1));
 }
