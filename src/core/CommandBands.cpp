@@ -15,7 +15,8 @@ using platform::BandKind;
 using platform::CommandBar;
 using platform::ToolKind;
 
-/// One tool. A row without a name is a separator; a tool with a band of its own opens that band.
+/// One tool. A row without a name is a separator; a tool with a band of its own opens that band. No key may edit
+/// text in a box on any desktop: those of Ctrl with Backspace, Delete, D, K, U, H, T, W, X, C, V, Y and Z do.
 struct ToolRow {
     const char* name = nullptr;
     const char* category = nullptr;
@@ -37,18 +38,18 @@ constexpr ToolRow mainBar[] = {
     {"cmdNew", "Editing", "New", "new", nullptr, "Ctrl+N"},
     {"cmdEdit", "Editing", "Edit", "edit", nullptr, "F2"},
     {"cmdSave", "Editing", "Save", "save", nullptr, "Ctrl+S"},
-    {"cmdCopy", "Editing", "Copy", "copy", nullptr, "Ctrl+D"},
-    {"cmdCancel", "Editing", "Cancel", "cancel", nullptr, "Ctrl+Backspace"},
-    {"cmdDelete", "Editing", "Delete", "delete", nullptr, "Ctrl+Delete"},
+    {"cmdCopy", "Editing", "Copy", "copy", nullptr, "Ctrl+Shift+N"},
+    {"cmdCancel", "Editing", "Cancel", "cancel", nullptr, "Shift+F2"},
+    {"cmdDelete", "Editing", "Delete", "delete", nullptr, "Ctrl+Shift+D"},
     separator,
-    {"cmdPrint", "Printing", "Print", "print", "mnuPrint", "Ctrl+P"},
+    {"cmdPrint", "Printing", "Print", "print", "mnuPrint"},
     separator,
-    {"cmdSearch", "Navigation", "Find", "search", nullptr, "Ctrl+F"},
-    {"txtSearch", "Navigation"},
+    {"cmdSearch", "Navigation", "Find", "search"},
+    {"txtSearch", "Navigation", nullptr, nullptr, nullptr, "Ctrl+F"},
     separator,
-    {"cmdOptions", "Menus", "Options", "options", nullptr, "Ctrl+,"},
+    {"cmdOptions", "Menus", "Options", "options"},
     separator,
-    {"cmdExport", "Export", "Export", "export", "mnuExport", "Ctrl+E"},
+    {"cmdExport", "Export", "Export", "export", "mnuExport"},
 };
 
 constexpr ToolRow menuBar[] = {
@@ -58,12 +59,9 @@ constexpr ToolRow menuBar[] = {
 };
 
 constexpr ToolRow fileMenu[] = {
-    {"mnuPrint", "Menus", "&Print", nullptr, "mnuPrint"},
-    separator,
-    {"mnuOptions", "Menus", "&Options"},
-    separator,
-    {"mnuExport", "Menus", "&Export", nullptr, "mnuExport"},
-    separator,
+    {"mnuPrint", "Menus", "&Print", nullptr, "mnuPrint", "Ctrl+P"},    separator,
+    {"mnuOptions", "Menus", "&Options", nullptr, nullptr, "Ctrl+,"},   separator,
+    {"mnuExport", "Menus", "&Export", nullptr, "mnuExport", "Ctrl+E"}, separator,
     {"mnuExit", "Menus", "E&xit", nullptr, nullptr, "Ctrl+Q"},
 };
 
@@ -101,23 +99,38 @@ constexpr ToolRow exportMenu[] = {
 
 // Pictures with tips alone.
 constexpr ToolRow formBar[] = {
-    {"cmdCurrent", "Forms", nullptr, "current", nullptr, "Ctrl+1"},     separator,
-    {"cmdFormulas", "Forms", nullptr, "formulas", nullptr, "Ctrl+2"},   separator,
-    {"cmdChemicals", "Forms", nullptr, "chemicals", nullptr, "Ctrl+3"}, separator,
-    {"cmdLogs", "Forms", nullptr, "logs", nullptr, "Ctrl+4"},           separator,
-    {"cmdPatients", "Forms", nullptr, "patients", nullptr, "Ctrl+5"},
+    {"cmdCurrent", "Forms", nullptr, "current"},     separator,
+    {"cmdFormulas", "Forms", nullptr, "formulas"},   separator,
+    {"cmdChemicals", "Forms", nullptr, "chemicals"}, separator,
+    {"cmdLogs", "Forms", nullptr, "logs"},           separator,
+    {"cmdPatients", "Forms", nullptr, "patients"},
 };
 
 constexpr ToolRow formsMenu[] = {
-    {"mnuCurrentFormula", "Forms", "C&urrent Formula"},
+    {"mnuCurrentFormula", "Forms", "C&urrent Formula", nullptr, nullptr, "Ctrl+1"},
     separator,
-    {"mnuFormulas", "Forms", "&Formulas"},
+    {"mnuFormulas", "Forms", "&Formulas", nullptr, nullptr, "Ctrl+2"},
     separator,
-    {"mnuChemicals", "Forms", "&Chemicals"},
+    {"mnuChemicals", "Forms", "&Chemicals", nullptr, nullptr, "Ctrl+3"},
     separator,
-    {"mnuLogs", "Forms", "&Logs"},
+    {"mnuLogs", "Forms", "&Logs", nullptr, nullptr, "Ctrl+4"},
     separator,
-    {"mnuPatients", "Forms", "&Patients"},
+    {"mnuPatients", "Forms", "&Patients", nullptr, nullptr, "Ctrl+5"},
+};
+
+/// Button and menu entry that do the same: the entry has the keys.
+struct Twins {
+    const char *buttonBand, *button, *menu, *entry;
+};
+constexpr Twins twins[] = {
+    {"MainBar", "cmdPrint", "mnuFile", "mnuPrint"},
+    {"MainBar", "cmdOptions", "mnuFile", "mnuOptions"},
+    {"MainBar", "cmdExport", "mnuFile", "mnuExport"},
+    {"FormBar", "cmdCurrent", "mnuForms", "mnuCurrentFormula"},
+    {"FormBar", "cmdFormulas", "mnuForms", "mnuFormulas"},
+    {"FormBar", "cmdChemicals", "mnuForms", "mnuChemicals"},
+    {"FormBar", "cmdLogs", "mnuForms", "mnuLogs"},
+    {"FormBar", "cmdPatients", "mnuForms", "mnuPatients"},
 };
 
 ToolKind kindOf(const ToolRow& row, BandKind band) {
@@ -186,6 +199,12 @@ void buildCommandBands(CommandBar& bar) {
     addScreenBand(bar, "Logs", "frmLog");
     addScreenBand(bar, "Patients", "frmPatient");
     add("mnuExport", BandKind::Menu, "&Export", exportMenu);
+    for (const Twins& twin : twins) {
+        auto& entry = bar.band(QString::fromLatin1(twin.menu)).tool(QString::fromLatin1(twin.entry));
+        bar.band(QString::fromLatin1(twin.buttonBand))
+            .tool(QString::fromLatin1(twin.button))
+            .setKeysOf(entry);
+    }
 }
 
 }  // namespace sorvanto

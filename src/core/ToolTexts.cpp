@@ -77,6 +77,7 @@ constexpr TextRow texts[] = {
     {"mnuMain", Field::Caption, "mnuActivities", "&Activities"},
 
     {"mnuHelp", Field::Caption, "mnuHealth", "&Health"},
+    {"MainBar", Field::ToolTip, "txtSearch", "Find by name"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

@@ -11,6 +11,8 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/EnterKey.h"
+#include "platform/widgets/FocusLoss.h"
 #include "platform/widgets/Theme.h"
 #include "shared/BatchLog.h"
 #include "shared/DraftStore.h"
@@ -67,6 +69,7 @@ frmMain::~frmMain() {
 
 void frmMain::buildWindow() {
     m_bar.attach(*this, u"Sorvanto"_s);
+    new platform::EnterKey(this);
     m_list = new RecordListPlace(*this, m_bar);
 
     m_strip = new ErrorStrip(this);
@@ -233,6 +236,11 @@ bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate && !m_ended)
         Form_Activate();
     return handled;
+}
+
+bool frmMain::focusNextPrevChild(bool next) {
+    return platform::hasLostFocus(*this) ? platform::passFocusOn(*this)
+                                         : QMainWindow::focusNextPrevChild(next);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

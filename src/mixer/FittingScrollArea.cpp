@@ -2,6 +2,8 @@
 // as soon as a label in it breaks lines.
 #include "mixer/FittingScrollArea.h"
 
+#include "platform/widgets/FocusMark.h"
+
 #include <QEvent>
 #include <QLayout>
 #include <QScrollBar>
@@ -14,6 +16,7 @@ FittingScrollArea::FittingScrollArea(QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(false);
     viewport()->setAutoFillBackground(false);
+    new platform::FocusMark(*this);  // the arrow keys scroll it
 }
 
 void FittingScrollArea::setContent(QWidget* content) {

@@ -10,6 +10,7 @@
 #include "mixer/ProgressRing.h"
 #include "mixer/StepsTable.h"
 #include "platform/ask/Ask.h"
+#include "platform/widgets/BarKeys.h"
 #include "platform/widgets/Theme.h"
 
 #include <QHBoxLayout>
@@ -88,6 +89,7 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     m_waiting = new NoticeCard;
     m_waiting->setObjectName(u"mixerWaiting"_s);
     m_sign = m_waiting->addButton("mixerSign");
+    m_sign->setProperty(platform::BarKeys::firstStop, true);
     connect(m_sign, &QPushButton::clicked, this, [this] { m_session.signNow(); });
     m_problem = new NoticeCard;
     m_problem->setObjectName(u"mixerProblem"_s);
@@ -358,7 +360,6 @@ void MixerPanel::showNotices() {
                     problem.empty() ? QString() : m_texts(problem));
 
     m_sign->setVisible(m_session.isWaiting());
-    m_scroll->setFocusProxy(m_session.isWaiting() ? m_sign : nullptr);  // F6 leads straight to it
     QStringList waits;
     if (m_session.isWaiting())
         waits << m_texts(PanelText::MixWaits);

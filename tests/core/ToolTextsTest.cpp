@@ -67,7 +67,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Update Sorvanto",
                                                                        "&About",
                                                                        "&Activities",
-                                                                       "&Health"}));
+                                                                       "&Health",
+                                                                       "Find by name"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {
@@ -99,6 +100,11 @@ TEST_F(ToolTextsTest, StandWhereTheyAreShown) {
     EXPECT_EQ(tool("MainBar", "cmdMake").toolTip(), "&Make Formula");
     EXPECT_EQ(tool("MainBar", "cmdOptions").toolTip(), "&Options");
     EXPECT_EQ(tool("MainBar", "cmdSearch").toolTip(), "Find");
+    const auto* box = window->findChild<QLineEdit*>("searchBox");
+    EXPECT_EQ(box->accessibleName(), "Find by name");
+    EXPECT_EQ(box->placeholderText(), "Find by name");
+    EXPECT_EQ(box->toolTip(),
+              u"Find by name (%1)"_s.arg(QKeySequence(u"Ctrl+F"_s).toString(QKeySequence::NativeText)));
     EXPECT_EQ(tool("MainBar", "cmdFirst").caption(), "First");
     EXPECT_EQ(tool("FormBar", "cmdLogs").toolTip(), "Logs");
     EXPECT_EQ(tool("FormBar", "cmdLogs").caption(), "");

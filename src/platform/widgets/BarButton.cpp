@@ -36,16 +36,27 @@ BarButton::BarButton(Tool& tool, QSize size, int picture, QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     setAutoRaise(true);
     if (tool.action().menu())
-        showMenuOf(tool.action());
+        showMenuOf(tool);
     setDefaultAction(&tool.action());
     followTool();
 }
 
 // A press shows the menu by itself; the action's keys alone trigger it.
-void BarButton::showMenuOf(QAction& action) {
-    setMenu(action.menu());
+void BarButton::showMenuOf(Tool& tool) {
+    setMenu(tool.action().menu());
     setPopupMode(InstantPopup);
-    connect(&action, &QAction::triggered, this, [this] { menu()->popup(mapToGlobal(rect().bottomLeft())); });
+    connect(&tool.keysTool().action(), &QAction::triggered, this, &BarButton::openMenu);
+}
+
+// The first entry is chosen, so that Enter does at once what is most likely meant.
+void BarButton::openMenu() {
+    if (!isEnabled() || !menu() || menu()->isVisible())
+        return;
+    menu()->popup(mapToGlobal(rect().bottomLeft()));
+    for (QAction* entry : menu()->actions()) {
+        if (entry->isEnabled() && !entry->isSeparator())
+            return menu()->setActiveAction(entry);
+    }
 }
 
 // A press that has brought up a menu has done its work.

@@ -16,6 +16,8 @@ class BarButton : public QToolButton {
 public:
     /// Picture and menu are those that the tool's action has.
     BarButton(Tool& tool, QSize size, int picture, QWidget* parent);
+    /// Brings the menu up for the keyboard, its first entry chosen; nothing without a menu, or while it is off.
+    void openMenu();
 
 protected:
     void nextCheckState() override;
@@ -23,7 +25,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void showMenuOf(QAction& action);
+    void showMenuOf(Tool& tool);
     void followTool();
 
     Tool& m_tool;  ///< as long as there is a default action

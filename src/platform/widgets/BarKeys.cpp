@@ -7,24 +7,61 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMainWindow>
+#include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <algorithm>
 
 namespace platform {
+
+namespace {
+
+/// The bar's own buttons, and one that stands at its end.
+bool isOnBar(const QToolButton& button) {
+    return qobject_cast<const BarButton*>(&button) || qobject_cast<const QToolBar*>(button.parentWidget());
+}
+
+bool canStop(const QWidget& widget) { return widget.isEnabled() && widget.isVisible(); }
+
+/// Where F6 stops in an area; nullptr where it passes it over.
+QWidget* stopIn(QWidget& area) {
+    if (area.objectName() == BarKeys::textBoxName)
+        return canStop(area) ? &area : nullptr;
+    QWidget* first = nullptr;
+    for (QWidget* child : area.findChildren<QWidget*>()) {
+        const auto* button = qobject_cast<QToolButton*>(child);
+        const bool takes = (child->focusPolicy() & Qt::TabFocus) || (button && isOnBar(*button));
+        if (!takes || !canStop(*child) || child->objectName() == BarKeys::textBoxName)
+            continue;
+        if (child->property(BarKeys::firstStop).toBool())
+            return child;
+        if (!first)
+            first = child;
+    }
+    return first;
+}
+
+}  // namespace
 
 BarKeys::BarKeys(QMainWindow& window, HostArea& hosts) : QObject(&window), m_window(window), m_hosts(hosts) {
     qApp->installEventFilter(this);
 }
 
 std::vector<QWidget*> BarKeys::areas() const {
-    std::vector<QWidget*> result;
-    for (QToolBar* strip : m_window.findChildren<QToolBar*>(Qt::FindDirectChildrenOnly))
-        result.push_back(strip);
-    for (const char* name : {"sideBar", "hostPage", "rightHost"})
-        for (QWidget* area : m_hosts.findChildren<QWidget*>(QLatin1String(name)))
-            result.push_back(area);
-    std::erase_if(result, [](const QWidget* area) { return !area->isVisible(); });
-    return result;
+    std::vector<QWidget*> top, bottom;
+    for (QToolBar* strip : m_window.findChildren<QToolBar*>(Qt::FindDirectChildrenOnly)) {
+        auto& side = m_window.toolBarArea(strip) == Qt::BottomToolBarArea ? bottom : top;
+        side.push_back(strip);
+        for (QWidget* box : strip->findChildren<QWidget*>(textBoxName))
+            side.push_back(box);
+    }
+    for (QWidget* area : m_hosts.areas())
+        top.push_back(area);
+    top.insert(top.end(), bottom.begin(), bottom.end());
+    if (auto* status = m_window.findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly))
+        top.push_back(status);
+    std::erase_if(top, [](const QWidget* area) { return !area->isVisible(); });
+    return top;
 }
 
 void BarKeys::nextArea(bool backwards) {
@@ -33,33 +70,30 @@ void BarKeys::nextArea(bool backwards) {
     const QWidget* focus = QApplication::focusWidget();
     int at = backwards ? 0 : -1;
     for (int i = 0; i < count; ++i)
-        if (focus && all[i]->isAncestorOf(focus))
+        if (focus && (all[i] == focus || all[i]->isAncestorOf(focus)))
             at = i;
     for (int step = 1; step <= count; ++step) {
         const int next = ((at + (backwards ? -step : step)) % count + count) % count;
-        for (QWidget* child : all[next]->findChildren<QWidget*>()) {
-            const bool fits = qobject_cast<BarButton*>(child) || (child->focusPolicy() & Qt::TabFocus) ||
-                              child->objectName() == textBoxName;
-            if (fits && child->isEnabled() && child->isVisible()) {
-                child->setFocus(Qt::TabFocusReason);
-                return;
-            }
+        if (QWidget* stop = stopIn(*all[next])) {
+            stop->setFocus(Qt::TabFocusReason);
+            return;
         }
     }
 }
 
-void BarKeys::moveAlongBar(QWidget& from, int direction) {
-    std::vector<BarButton*> buttons;
-    for (auto* button : from.parentWidget()->findChildren<BarButton*>())
-        if (button->isEnabled() && button->isVisible())
+// The buttons of a tool bar don't take the focus by Tab, so it is their place that tells them.
+void BarKeys::moveAlongBar(QToolButton& from, int direction) {
+    std::vector<QToolButton*> buttons;
+    for (auto* button : from.parentWidget()->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly))
+        if (isOnBar(*button) && button->isEnabled() && button->isVisible())
             buttons.push_back(button);
     const auto at = std::find(buttons.begin(), buttons.end(), &from) - buttons.begin();
     const auto next = at + direction;
     if (next >= 0 && next < static_cast<std::ptrdiff_t>(buttons.size()))
-        buttons[next]->setFocus(Qt::TabFocusReason);
+        buttons[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
 }
 
-bool BarKeys::keyOnBar(QWidget& button, int key) {
+bool BarKeys::keyOnBar(QToolButton& button, int key) {
     switch (key) {
     case Qt::Key_Right:
     case Qt::Key_Down:
@@ -68,10 +102,6 @@ bool BarKeys::keyOnBar(QWidget& button, int key) {
     case Qt::Key_Left:
     case Qt::Key_Up:
         moveAlongBar(button, -1);
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        static_cast<BarButton&>(button).click();
         return true;
     default:
         return false;
@@ -89,7 +119,8 @@ bool BarKeys::eventFilter(QObject* watched, QEvent* event) {
         nextArea(key->modifiers() & Qt::ShiftModifier);
         return true;
     }
-    return qobject_cast<BarButton*>(widget) && keyOnBar(*widget, key->key());
+    auto* button = qobject_cast<QToolButton*>(widget);
+    return button && isOnBar(*button) && keyOnBar(*button, key->key());
 }
 
 }  // namespace platform

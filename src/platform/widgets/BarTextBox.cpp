@@ -44,8 +44,10 @@ void BarTextBox::takeFocus() {
 
 void BarTextBox::followTool() {
     setEnabled(m_tool.enabled());
-    setToolTip(m_tool.toolTip());
-    setAccessibleName(plainTip(m_tool.toolTip().isEmpty() ? m_tool.caption() : m_tool.toolTip()));
+    setToolTip(m_tool.action().toolTip());
+    const QString name = plainTip(m_tool.toolTip().isEmpty() ? m_tool.caption() : m_tool.toolTip());
+    setAccessibleName(name);
+    setPlaceholderText(name);
 }
 
 void BarTextBox::keyPressEvent(QKeyEvent* event) {

@@ -40,7 +40,7 @@ Tool::Tool(Band& band, QString name, ToolKind kind) : m_band(band), m_name(std::
 
 void Tool::setToolTip(const QString& text) {
     m_toolTip = text;
-    const QString keys = m_action.shortcut().toString(QKeySequence::NativeText);
+    const QString keys = keysTool().m_action.shortcut().toString(QKeySequence::NativeText);
     m_action.setToolTip(text.isEmpty() || keys.isEmpty() ? text : u"%1 (%2)"_s.arg(text, keys));
 }
 

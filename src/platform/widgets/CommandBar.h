@@ -41,6 +41,11 @@ public:
     /// Shown as it was set, a "&" included, with the first of the keys behind it.
     const QString& toolTip() const { return m_toolTip; }
     void setToolTip(const QString& text);
+    /// A menu entry that does the same has the keys, so that the menu shows them; the tip names them too. An opener
+    /// on a tool bar brings its menu up at these keys. Set before the bar is attached; the other tool lives as long.
+    void setKeysOf(Tool& twin) { m_keysOf = &twin; }
+    /// The tool whose action has the keys: itself, if none was set.
+    Tool& keysTool() { return m_keysOf ? *m_keysOf : *this; }
     const QString& description() const { return m_description; }
     void setDescription(const QString& text) { m_description = text; }
     /// A hidden tool is not enabled.
@@ -72,6 +77,7 @@ private:
     Tool(Band& band, QString name, ToolKind kind);
 
     Band& m_band;
+    Tool* m_keysOf = nullptr;
     QString m_name, m_category, m_subBand, m_icon, m_toolTip, m_description, m_text;
     ToolKind m_kind;
     QPointer<QWidget> m_form;

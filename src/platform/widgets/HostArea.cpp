@@ -69,6 +69,7 @@ public:
         if (m_companion)
             m_companion->setVisible(m_place != Companion::Hidden);
     }
+    QWidget* companion() const { return m_companion; }
     QSize minimumSizeHint() const override { return m_pages.minimumSizeHint(); }
     QSize sizeHint() const override { return m_pages.sizeHint(); }
 
@@ -155,6 +156,19 @@ void HostArea::showInMiddle(QWidget* form) {
 void HostArea::setCompanion(QWidget& widget) { m_room->setCompanion(widget); }
 
 void HostArea::showCompanion(Companion place) { m_room->place(place); }
+
+std::vector<QWidget*> HostArea::areas() const {
+    std::vector<QWidget*> result;
+    if (QLayoutItem* sideBar = layout()->itemAt(0); sideBar->widget())
+        result.push_back(sideBar->widget());
+    for (int i = 0; i + 1 < m_middle->count(); ++i)
+        result.push_back(m_middle->itemAt(i)->widget());
+    result.push_back(m_pages->currentWidget());
+    if (QWidget* companion = m_room->companion())
+        result.push_back(companion);
+    result.push_back(m_right);
+    return result;
+}
 
 void HostArea::showAtRight(QWidget* form) {
     if (form && m_right->widget() != form)

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <QWidget>
-#include <map>
+#include <vector>
 
 class QScrollArea;
 class QStackedWidget;
@@ -32,6 +32,9 @@ public:
     void showCompanion(Companion place);
     /// Shows a window in the column at the right; nullptr: no column.
     void showAtRight(QWidget* form);
+    /// Its parts from left to right, as they are laid out: side bar, strips, the window in the middle, its companion,
+    /// the column at the right; hidden ones too.
+    std::vector<QWidget*> areas() const;
 
 private:
     /// nullptr while the window has not been shown yet.

@@ -1,12 +1,12 @@
 // Two arrows, one above the other; they repeat while held, and the arrow keys do the same. Home and End go to
 // the bounds; the wheel changes nothing.
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -18,30 +18,6 @@ namespace platform {
 namespace {
 
 constexpr int pageSteps = 10;
-
-/// A frame over both arrows while they have the focus.
-class FocusMark : public QWidget {
-public:
-    explicit FocusMark(QWidget& arrows) : QWidget(&arrows) {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setGeometry(arrows.rect());
-        hide();
-        arrows.installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
-            setVisible(event->type() == QEvent::FocusIn);
-        return false;
-    }
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(theme().accent, 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
-    }
-};
 
 }  // namespace
 

@@ -4,6 +4,8 @@
 #include "Settle.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/BarButton.h"
+#include "platform/widgets/BarKeys.h"
+#include "platform/widgets/EnterKey.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -11,6 +13,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -38,6 +41,9 @@ protected:
         window.show();
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    static void pressF6(Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, modifiers);
     }
     Tool& tool(const char* name) { return bar.band("MainBar").tool(name); }
     BarButton* button(const char* name) { return window.findChild<BarButton*>(name); }
@@ -287,14 +293,81 @@ TEST_F(Bar, F6WalksThroughTheAreasAndArrowsAlongABar) {
     tool("cmdNext").setEnabled(false);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
     EXPECT_EQ(QApplication::focusWidget(), button("cmdLast"));
+    const EnterKey enter(nullptr);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(clicks, QStringList("cmdLast"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    pressF6();
+    EXPECT_EQ(QApplication::focusWidget(), search());
+    pressF6();
     EXPECT_EQ(QApplication::focusWidget(), button("cmdCurrent"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    pressF6();
     EXPECT_EQ(QApplication::focusWidget(), first);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, Qt::ShiftModifier);
+    pressF6(Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), button("cmdCurrent"));
+    pressF6(Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), search());
+    tool("txtSearch").setEnabled(false);
+    first->setFocus();
+    pressF6(Qt::ShiftModifier);
+    pressF6(Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), button("cmdFirst")) << "a box that is off is passed over";
+}
+
+TEST_F(Bar, F6StopsAtWhatAnAreaHasMarkedWhileItCanBeUsed) {
+    auto* panel = new QWidget;
+    auto* start = new QPushButton("start", panel);
+    auto* sign = new QPushButton("sign", panel);
+    sign->setProperty(BarKeys::firstStop, true);
+    bar.band("Panel").tool("frmPanel").setForm(panel);
+    first->setFocus();
+    pressF6();
+    EXPECT_EQ(QApplication::focusWidget(), sign);
+    sign->hide();
+    first->setFocus();
+    pressF6();
+    EXPECT_EQ(QApplication::focusWidget(), start);
+}
+
+TEST_F(Bar, F6ReachesAStripAndTheStatusLine) {
+    auto* strip = new QPushButton("strip");
+    auto* row = new QFrame;
+    strip->setParent(row);
+    bar.addStrip(*row);
+    row->show();
+    auto* state = new QPushButton("state");
+    window.statusBar()->addPermanentWidget(state);
+    window.statusBar()->show();
+    first->setFocus();
+    pressF6(Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), strip);
+    first->setFocus();
+    pressF6();
+    EXPECT_EQ(QApplication::focusWidget(), state);
+}
+
+TEST_F(Bar, TheArrowsReachAButtonAtTheEndOfTheBar) {
+    auto* end = new QToolButton;
+    end->setFocusPolicy(Qt::NoFocus);
+    bar.addAtEnd("MainBar", *end);
+    support::settle();
+    button("cmdExport")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(QApplication::focusWidget(), end);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+    EXPECT_EQ(QApplication::focusWidget(), button("cmdExport"));
+}
+
+TEST_F(Bar, EnterOnAnOpenerBringsItsMenuUpAtTheFirstEntryThatIsOn) {
+    const EnterKey enter(nullptr);
+    bar.band("mnuPrint").tool("mnuWorksheet").setEnabled(false);
+    button("cmdPrint")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QMenu* shown = button("cmdPrint")->menu();
+    ASSERT_TRUE(shown->isVisible());
+    ASSERT_TRUE(shown->activeAction());
+    EXPECT_TRUE(shown->activeAction()->isEnabled());
+    EXPECT_NE(shown->activeAction()->objectName(), "mnuWorksheet");
+    shown->close();
 }
 
 TEST_F(Bar, AClickOnTheBarLeavesTheFocusInTheScreen) {
@@ -328,6 +401,41 @@ TEST(BarKeysOfOpeners, BringUpTheirMenuAndAreOneClick) {
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
     EXPECT_FALSE(menu->isVisible());
     EXPECT_EQ(clicks.size(), 1);
+}
+
+TEST(BarKeysOfEntries, AreShownInTheMenuAndInTheTipOfTheButton) {
+    QMainWindow window;
+    CommandBar bar;
+    QStringList clicks;
+    QObject::connect(&bar, &CommandBar::toolClick, &window, [&](Tool& tool) { clicks << tool.name(); });
+    auto& file = bar.addBand(u"mnuFile"_s, BandKind::Menu);
+    file.addTool(ToolKind::MenuEntry, u"mnuOptions"_s, {}, {}, {}, u"Ctrl+,"_s).setCaption(u"&Options"_s);
+    file.addTool(ToolKind::SubMenu, u"mnuPrint"_s, {}, {}, u"mnuLabels"_s, u"Ctrl+P"_s);
+    bar.addBand(u"mnuLabels"_s, BandKind::Menu).addTool(ToolKind::MenuEntry, u"mnuLabel"_s);
+    bar.addBand(u"mnuMain"_s, BandKind::MenuBar)
+        .addTool(ToolKind::SubMenu, u"mnuFile"_s, {}, {}, u"mnuFile"_s)
+        .setCaption(u"&File"_s);
+    auto& tools = bar.addBand(u"MainBar"_s, BandKind::ToolBar);
+    Tool& options = tools.addTool(ToolKind::Button, u"cmdOptions"_s, {}, u"options"_s);
+    Tool& print = tools.addTool(ToolKind::SubMenu, u"cmdPrint"_s, {}, u"print"_s, u"mnuLabels"_s);
+    options.setKeysOf(file.tool(u"mnuOptions"_s));
+    print.setKeysOf(file.tool(u"mnuPrint"_s));
+    bar.attach(window, {});
+    options.setToolTip(u"Options"_s);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_EQ(options.action().toolTip(), u"Options (Ctrl+,)"_s);
+    EXPECT_TRUE(options.action().shortcut().isEmpty()) << "a second owner would make the keys ambiguous";
+    QTest::keyClick(&window, Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_EQ(clicks, QStringList(u"mnuOptions"_s));
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    QMenu* menu = window.findChild<BarButton*>(u"cmdPrint"_s)->menu();
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+    print.setEnabled(false);
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_FALSE(menu->isVisible());
 }
 
 TEST(BarModel, WorksWithoutAWindow) {

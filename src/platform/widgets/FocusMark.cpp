@@ -1,0 +1,35 @@
+#include "platform/widgets/FocusMark.h"
+
+#include "platform/widgets/Theme.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace platform {
+
+FocusMark::FocusMark(QWidget& owner) : QWidget(&owner) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    setGeometry(owner.rect());
+    hide();
+    owner.installEventFilter(this);
+}
+
+bool FocusMark::eventFilter(QObject*, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        setVisible(event->type() == QEvent::FocusIn);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::Resize) {
+        setGeometry(parentWidget()->rect());
+        raise();
+    }
+    return false;
+}
+
+void FocusMark::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(theme().accent, 2));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
+}
+
+}  // namespace platform
