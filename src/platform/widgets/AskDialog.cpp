@@ -167,8 +167,21 @@ void AskDialog::correctLine() {
     m_line->setCursorPosition(place);
 }
 
+// The first letter that no other button has; the letter alone, without Alt, answers nothing.
+QString AskDialog::withAccessKey(const QString& caption) {
+    for (qsizetype at = 0; at < caption.size(); ++at) {
+        const QChar letter = caption[at].toUpper();
+        if (!letter.isLetter() || m_accessKeys.contains(letter))
+            continue;
+        m_accessKeys += letter;
+        return QString(caption).insert(at, u'&');
+    }
+    return caption;
+}
+
 void AskDialog::addButton(const QString& caption, Answer answer, bool isDefault) {
-    auto* button = new QPushButton(widgetText(caption), this);
+    const QString shown = widgetText(caption);
+    auto* button = new QPushButton(answer == Answer::Ok ? shown : withAccessKey(shown), this);
     button->setObjectName(caption);
     button->setMinimumWidth(88);
     button->setDefault(isDefault);

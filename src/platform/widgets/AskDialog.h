@@ -34,11 +34,13 @@ private:
     void addNote();
     void showNote();
     void correctLine();
+    QString withAccessKey(const QString& caption);
     void addButton(const QString& caption, Answer answer, bool isDefault);
 
     Answer m_answer = Answer::Cancel;
     bool m_escapable = true;
     QString m_prompt;
+    QString m_accessKeys;  ///< the letters taken
     QLineEdit* m_line = nullptr;
     QLabel* m_note = nullptr;
     LineGuide m_guide;

@@ -71,8 +71,8 @@ TEST_F(QtAsking, APlainBoxHasOneButtonForAllKeys) {
 
 TEST_F(QtAsking, TheDeletionBoxAnswersNoToEnter) {
     when([](QDialog& box) {
-        EXPECT_EQ(captions(box), QStringList({"Yes", "No", "Cancel"}));
-        EXPECT_EQ(defaultButton(box), "No");
+        EXPECT_EQ(captions(box), QStringList({"&Yes", "&No", "&Cancel"}));
+        EXPECT_EQ(defaultButton(box), "&No");
         EXPECT_NE(box.findChild<QLabel*>("picture"), nullptr);
         QTest::keyClick(&box, Qt::Key_Return);
     });
@@ -87,13 +87,29 @@ TEST_F(QtAsking, TheDeletionBoxAnswersNoToEnter) {
 
 TEST_F(QtAsking, YesOrNoMustBeAnswered) {
     when([](QDialog& box) {
-        EXPECT_EQ(defaultButton(box), "Yes");
+        EXPECT_EQ(defaultButton(box), "&Yes");
         QTest::keyClick(&box, Qt::Key_Escape);
         box.close();
         EXPECT_TRUE(box.isVisible());
         QTest::mouseClick(box.findChild<QPushButton*>("No"), Qt::LeftButton);
     });
     EXPECT_EQ(MsgBox("Sure?", {Buttons::YesNo, Icon::Exclamation, false, false}), Answer::No);
+}
+
+TEST_F(QtAsking, EachAnswerHasAKeyOfItsOwnInTheUsersLanguage) {
+    setTextTranslator([](const QString& text) {
+        return text == "Yes" ? u"Sí"_s : text == "Cancel" ? u"Sin respuesta"_s : text;
+    });
+    when([](QDialog& box) {
+        EXPECT_EQ(captions(box), QStringList({u"&Sí"_s, u"&No"_s, u"S&in respuesta"_s}));
+        QTest::keyClick(&box, Qt::Key_S);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_S);
+        EXPECT_TRUE(box.isVisible()) << "a letter alone answers nothing";
+        QTest::keyClick(&box, Qt::Key_S, Qt::AltModifier);
+    });
+    EXPECT_EQ(MsgBox("x", deletionStyle), Answer::Yes);
+    when([](QDialog& box) { QTest::keyClick(&box, Qt::Key_I, Qt::AltModifier); });
+    EXPECT_EQ(MsgBox("x", deletionStyle), Answer::Cancel);
 }
 
 TEST_F(QtAsking, NoTitleMeansNone) {
@@ -123,7 +139,7 @@ TEST_F(QtAsking, ASystemModalBoxStaysOnTop) {
 TEST_F(QtAsking, ButtonsAreTranslated) {
     setTextTranslator([](const QString& text) { return text == "Cancel" ? u"Abbrechen"_s : text; });
     when([](QDialog& box) {
-        EXPECT_EQ(captions(box), QStringList({"Yes", "No", "Abbrechen"}));
+        EXPECT_EQ(captions(box), QStringList({"&Yes", "&No", "&Abbrechen"}));
         QTest::mouseClick(box.findChild<QPushButton*>("Cancel"), Qt::LeftButton);
     });
     EXPECT_EQ(MsgBox("x", deletionStyle), Answer::Cancel);
