@@ -47,8 +47,7 @@ QToolButton:hover:enabled { background: @window; }
 QToolButton:pressed:enabled, QToolButton:checked { background: @softAccent; }
 QToolButton:focus { border-color: @accent; }
 QToolButton::menu-indicator { image: none; }
-QLineEdit#searchBox { background: @window; border-color: @line; }
-QLineEdit#searchBox:focus { border-color: @accent; }
+QLineEdit#searchBox { background: @window; }
 )";
 
 const char* const fields = R"(

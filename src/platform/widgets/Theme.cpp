@@ -31,7 +31,7 @@ Theme lightTheme() {
     t.warning = 0xAF5A00;
     t.danger = 0xC92A2A;
     t.onFill = 0xFFFFFF;
-    t.fieldLine = 0xB3BFCA;
+    t.fieldLine = 0x7F8D9A;
     t.disabledText = 0xB4BDC6;
     return t;
 }
@@ -50,7 +50,7 @@ Theme darkTheme() {
     t.warning = 0xF0A94A;
     t.danger = 0xFF7B7B;
     t.onFill = 0x141A20;
-    t.fieldLine = 0x4B5A68;
+    t.fieldLine = 0x6B7C8C;
     t.disabledText = 0x5A6875;
     t.dark = true;
     return t;

@@ -25,7 +25,7 @@ struct Theme {
         danger;
     /// Text on a fill of accent, good, warning or danger.
     QColor onFill;
-    /// Frame of a field that can be edited.
+    /// Frame of a field that can be edited: at least 3:1 against window and surface, so that it is seen.
     QColor fieldLine;
     /// Texts and pictures of what is off.
     QColor disabledText;

@@ -1,18 +1,22 @@
 // Colors can be read, pictures follow the colors and are sharp at every scale.
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/Boxes.h"
 #include "platform/widgets/Calendar.h"
 #include "platform/widgets/StyleSheet.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QDirIterator>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QSpinBox>
 #include <QTest>
 #include <QTextCharFormat>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -52,6 +56,50 @@ TEST_P(BothThemes, TextsCanBeReadOnEveryBackground) {
                 << ink.name().toStdString() << " on " << ground.name().toStdString();
     for (const QColor& fill : {t.accent, t.good, t.warning, t.danger})
         EXPECT_GE(contrast(t.onFill, fill), 4.5) << fill.name().toStdString();
+}
+
+/// The colors of a row of pixels through the middle of the widget, from its ground to inside its left frame.
+std::vector<QColor> leftEdge(QWidget& widget) {
+    QWidget& window = *widget.window();
+    const QImage image = window.grab().toImage();
+    const QPoint middle = widget.mapTo(&window, QPoint(0, widget.height() / 2));
+    std::vector<QColor> colors;
+    for (int x = -2; x < 3; ++x)
+        colors.push_back(image.pixelColor((middle + QPoint(x, 0)) * image.devicePixelRatio()));
+    return colors;
+}
+
+TEST_P(BothThemes, FramesOfBoxesThatCanBeChangedAreSeen) {
+    applyTheme(*qApp, GetParam());
+    for (const bool onCard : {true, false}) {
+        QWidget window;
+        window.setAutoFillBackground(true);
+        QPalette ground = window.palette();
+        ground.setColor(QPalette::Window, onCard ? t.surface : t.window);
+        window.setPalette(ground);
+        auto* column = new QVBoxLayout(&window);
+        auto* search = new QLineEdit;
+        search->setObjectName(u"searchBox"_s);
+        auto* choice = new ChoiceBox;
+        choice->addItem(u"Cream"_s);
+        QWidget* const boxes[] = {new TextBox, new NumberBox, new DateBox,  choice,
+                                  new MemoBox, search,        new QSpinBox, new QDateTimeEdit};
+        auto* focus = new QCheckBox;
+        column->addWidget(focus);
+        for (QWidget* box : boxes)
+            column->addWidget(box);
+        window.resize(300, 500);
+        window.show();
+        focus->setFocus();
+        for (QWidget* box : boxes) {
+            const auto colors = leftEdge(*box);
+            double most = 0;
+            for (const QColor& color : colors)
+                most = std::max(most, contrast(color, colors.front()));
+            EXPECT_GE(most, 3.0) << box->metaObject()->className()
+                                 << (onCard ? " on a card" : " on a window");
+        }
+    }
 }
 
 TEST_P(BothThemes, StyleSheetKnowsAllItsColors) {
