@@ -8,6 +8,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/serial/PortProbe.h"
+#include "platform/widgets/OwnerWindow.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -80,7 +81,7 @@ frmOptions::frmOptions(QWidget* parent) : QDialog(parent), m_ui(std::make_unique
 frmOptions::~frmOptions() = default;
 
 void frmOptions::edit() {
-    frmOptions form(QApplication::activeWindow());
+    frmOptions form(platform::ownerWindow());
     platform::asker().showModal(form, [&] { form.exec(); });
 }
 

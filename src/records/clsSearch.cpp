@@ -4,12 +4,12 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/OwnerWindow.h"
 #include "records/SearchColumns.h"
 #include "records/frmSearchRS.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
-#include <QApplication>
 #include <QScreen>
 
 namespace sorvanto {
@@ -51,7 +51,7 @@ std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std
         step([&] { key = toInt32(rows->value(0)); });
         return key;
     }
-    frmSearchRS form(QApplication::activeWindow());
+    frmSearchRS form(ownerWindow());
     step([&] { form.setRows(rows); });
     step([&] { form.setColumns(searchColumns(step, *rows, form.measure())); });
     step([&] { place(form, X, Y); });

@@ -22,9 +22,10 @@ struct BoxStyle {
     Icon icon = Icon::None;
     bool secondIsDefault = false;  ///< Enter presses the second button
     bool systemModal = false;      ///< stays above everything
+    QString note{};                ///< a quiet line below the prompt
 };
 /// Yes/No/Cancel, exclamation, second button default: the box before a deletion.
-inline constexpr BoxStyle deletionStyle{Buttons::YesNoCancel, Icon::Exclamation, true, false};
+inline const BoxStyle deletionStyle{Buttons::YesNoCancel, Icon::Exclamation, true, false};
 
 /// What is said beside a line while it is typed.
 struct LineNote {

@@ -1,6 +1,7 @@
 // Texts are plain, can be selected and copied (Ctrl+C takes the whole message), and scroll when long.
 #include "platform/widgets/AskDialog.h"
 
+#include "platform/widgets/OneLine.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
 
@@ -13,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -25,6 +27,7 @@ namespace {
 constexpr int textWidth = 420;
 constexpr int longText = 600;  // characters from which a message scrolls
 constexpr int pictureSize = 36;
+constexpr int roomOfFrame = 130;  // picture and buttons of a title bar, in pixels
 
 QIcon pictureOf(Icon kind) {
     switch (kind) {
@@ -45,6 +48,14 @@ QIcon pictureOf(Icon kind) {
 QString withShortWords(QString text) {
     static const QRegularExpression longWord(u"(\\S{200})\\S{800,}"_s);
     return text.replace(longWord, u"\\1..."_s);
+}
+
+/// So wide that a frame of the desktop shows the title whole beside its buttons.
+int widthOfTitle(const QWidget& window) {
+    QFont font = window.font();
+    font.setBold(true);
+    const int title = QFontMetrics(font).horizontalAdvance(window.windowTitle()) + roomOfFrame;
+    return qMin(title, window.screen()->availableGeometry().width() / 2);
 }
 
 QWidget* messageText(const QString& prompt, QWidget* parent) {
@@ -70,6 +81,8 @@ QWidget* messageText(const QString& prompt, QWidget* parent) {
 AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent)
     : QDialog(parent) {
     build(prompt, style.icon, title);
+    if (!style.note.isEmpty())
+        addRemark(style.note);
     if (style.systemModal)
         setWindowFlag(Qt::WindowStaysOnTopHint);
     if (style.buttons == Buttons::Ok) {
@@ -94,6 +107,7 @@ AskDialog::AskDialog(const QString& prompt, const QString& title, const QString&
     m_line->setObjectName(u"line"_s);
     m_line->setAccessibleName(prompt);
     m_line->setMinimumWidth(textWidth);
+    keepOneLine(*m_line);
     m_column->insertWidget(1, m_line);
     if (m_guide.note)
         addNote();
@@ -116,6 +130,7 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     m_column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     m_column->setSpacing(2 * grid);
     m_column->setSizeConstraint(QLayout::SetMinimumSize);
+    m_column->addStrut(widthOfTitle(*this));
     auto* row = new QHBoxLayout;
     row->setSpacing(2 * grid);
     if (kind != Icon::None) {
@@ -124,13 +139,27 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
         picture->setPixmap(pictureOf(kind).pixmap(QSize(pictureSize, pictureSize), devicePixelRatioF()));
         row->addWidget(picture, 0, Qt::AlignTop);
     }
-    row->addWidget(messageText(prompt, this), 1, Qt::AlignVCenter);
+    m_text = new QVBoxLayout;
+    m_text->setSpacing(grid);
+    m_text->addStretch();
+    m_text->addWidget(messageText(prompt, this));
+    m_text->addStretch();
+    row->addLayout(m_text, 1);
     m_column->addLayout(row);
     m_column->addStretch();
     m_buttons = new QHBoxLayout;
     m_buttons->setSpacing(grid);
     m_buttons->addStretch();
     m_column->addLayout(m_buttons);
+}
+
+void AskDialog::addRemark(const QString& text) {
+    auto* remark = new QLabel(text, this);
+    remark->setObjectName(u"remark"_s);
+    remark->setTextFormat(Qt::PlainText);
+    remark->setWordWrap(true);
+    remark->setProperty("quiet", true);
+    m_text->addWidget(remark);
 }
 
 /// Two lines of room, so that the window stays as it is while the note changes.

@@ -31,6 +31,7 @@ protected:
 
 private:
     void build(const QString& prompt, Icon icon, const QString& title);
+    void addRemark(const QString& text);
     void addNote();
     void showNote();
     void correctLine();
@@ -46,6 +47,7 @@ private:
     LineGuide m_guide;
     QHBoxLayout* m_buttons = nullptr;
     QVBoxLayout* m_column = nullptr;
+    QVBoxLayout* m_text = nullptr;
 };
 
 }  // namespace platform

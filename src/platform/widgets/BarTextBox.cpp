@@ -3,6 +3,7 @@
 #include "platform/widgets/BarButton.h"
 #include "platform/widgets/BarKeys.h"
 #include "platform/widgets/CommandBar.h"
+#include "platform/widgets/OneLine.h"
 
 #include <QKeyEvent>
 
@@ -26,6 +27,7 @@ BarTextBox::BarTextBox(CommandBar& bar, Tool& tool, QWidget* parent)
     : QLineEdit(tool.text(), parent), m_bar(bar), m_tool(tool) {
     setObjectName(BarKeys::textBoxName);
     setFixedWidth(boxWidth);
+    keepOneLine(*this);
     setFocusPolicy(Qt::ClickFocus);  // by mouse, its keys or F6; the Tab key stays in the screen
     connect(this, &QLineEdit::textChanged, &tool, &Tool::setText);
     connect(&tool, &Tool::textChanged, this, [this](const QString& text) {

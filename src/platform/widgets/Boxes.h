@@ -26,11 +26,20 @@ public:
     virtual bool isReadOnlyBox() const = 0;
 };
 
-/// One line of text.
+/// One line of text; line breaks in what is pasted become blanks. Out of use it shows the beginning of a text
+/// that is longer than the box, with "…" and the whole as a tip.
 class TextBox : public QLineEdit, public Lockable {
     Q_OBJECT
 public:
     explicit TextBox(QWidget* parent = nullptr);
+    /// A text set by the program is shown whole, however long it is.
+    void setText(const QString& text);
+    /// Takes no more characters from the user than the column holds (0: any number), nor than a longer text has
+    /// that the program has set. What does not fit is refused whole, with a hint; a count shows near the end.
+    void setColumnSize(int characters);
+    int columnSize() const { return m_columnSize; }
+    /// The count near the end, "38 / 40"; empty before.
+    QString countText() const;
     void setReadOnlyBox(bool on) override;
     bool isReadOnlyBox() const override { return isReadOnly(); }
 
@@ -38,6 +47,16 @@ protected:
     /// A box that can't be edited selects nothing when it is reached: the mark would promise that typing
     /// replaces the text.
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    int most() const { return qMax(m_columnSize, m_longestSet); }
+    void makeRoomForCount();
+    void tellFull();
+
+    int m_columnSize = 0, m_longestSet = 0;
 };
 
 /// Several lines of text; Tab moves on.
@@ -106,6 +125,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void showNumber(bool editing);
@@ -199,9 +220,12 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void chooseByUser();
+    /// The text as far as it has room, "…" at the end of one that is cut.
+    QString shownText() const;
 
     bool m_locked = false;
     QString m_foreignText;

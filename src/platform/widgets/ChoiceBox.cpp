@@ -1,10 +1,12 @@
 // The list holds the choices; a text outside it is kept apart and only painted.
 #include "platform/widgets/Boxes.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
+#include <QToolTip>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -70,9 +72,26 @@ void ChoiceBox::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     QStyleOptionComboBox option;
     initStyleOption(&option);
-    option.currentText = boxText();
+    option.currentText = shownText();
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+QString ChoiceBox::shownText() const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect room =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().elidedText(boxText(), Qt::ElideRight, room.width() - 2);
+}
+
+bool ChoiceBox::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && shownText() != boxText()) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           u"<p>%1</p>"_s.arg(boxText().toHtmlEscaped()), this);
+        return true;
+    }
+    return QComboBox::event(event);
 }
 
 }  // namespace platform

@@ -2,16 +2,15 @@
 #include "platform/widgets/ModalForm.h"
 
 #include "platform/ask/Ask.h"
-
-#include <QApplication>
+#include "platform/widgets/OwnerWindow.h"
 
 namespace platform {
 
 ModalForm::ModalForm(QWidget* parent) : QDialog(parent) {}
 
 void ModalForm::showModal() {
-    if (!parentWidget() && QApplication::activeWindow() && QApplication::activeWindow() != this)
-        setParent(QApplication::activeWindow(), windowFlags());
+    if (QWidget* owner = ownerWindow(); owner && owner != this && !parentWidget())
+        setParent(owner, windowFlags());
     asker().showModal(*this, [this] { exec(); });
 }
 

@@ -5,11 +5,13 @@
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/CutText.h"
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/NumberInput.h"
 #include "platform/widgets/Texts.h"
 
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyle>
 
@@ -269,6 +271,17 @@ void NumberBox::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::LocaleChange && !m_typed)
         showNumber(hasFocus() && !isReadOnly());
+}
+
+void NumberBox::paintEvent(QPaintEvent* event) {
+    if (!paintCut(*this))
+        QLineEdit::paintEvent(event);
+}
+
+bool NumberBox::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && tellCut(*this, static_cast<QHelpEvent&>(*event)))
+        return true;
+    return QLineEdit::event(event);
 }
 
 }  // namespace platform

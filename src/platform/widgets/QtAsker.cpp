@@ -1,11 +1,11 @@
-// Every box belongs to the window on top, so that it is placed on it and blocks it. A box may come before
+// Every box belongs to the window in use, so that it is placed on it and never buries it. A box may come before
 // the first window of the program: the look is complete by then.
 #include "platform/widgets/QtAsker.h"
 
 #include "platform/widgets/AskDialog.h"
+#include "platform/widgets/OwnerWindow.h"
 #include "platform/widgets/Theme.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 
@@ -16,9 +16,9 @@ namespace platform {
 QtAsker::QtAsker(QWidget* parent) : m_parent(parent) {}
 
 QWidget* QtAsker::owner() const {
-    if (QWidget* modal = QApplication::activeModalWidget())
-        return modal;
-    return m_parent ? m_parent->window() : QApplication::activeWindow();
+    if (QWidget* window = ownerWindow())
+        return window;
+    return m_parent ? m_parent->window() : nullptr;
 }
 
 Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString& title) {

@@ -12,6 +12,7 @@ namespace platform {
 class QtAsker : public Asker {
 public:
     explicit QtAsker(QWidget* parent = nullptr);
+    /// The window of boxes that come while none is in use.
     void setParent(QWidget* parent) { m_parent = parent; }
     Answer messageBox(const QString& prompt, BoxStyle style, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& preset,

@@ -5,14 +5,17 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/DateInput.h"
 #include "platform/widgets/RecordModel.h"
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTableView>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -20,8 +23,8 @@ namespace platform {
 
 namespace {
 
-constexpr int rowHeight = 36;
 constexpr int markSize = 16;
+constexpr int cellMargin = 10;
 /// Of the bar at the left end of the current row.
 constexpr int edgeWidth = 3;
 
@@ -31,7 +34,7 @@ RecordDelegate::RecordDelegate(RecordModel& model, QObject* parent)
     : QStyledItemDelegate(parent), m_model(model) {}
 
 QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 22, rowHeight};
+    return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 22, rowPitch};
 }
 
 void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -54,7 +57,7 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
             icon(u"check"_s).paint(painter, mark, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
         }
     } else {
-        const QRect room = option.rect.adjusted(10, 0, -10, 0);
+        const QRect room = option.rect.adjusted(cellMargin, 0, -cellMargin, 0);
         painter->setFont(option.font);
         painter->setPen(enabled ? theme().text : theme().disabledText);
         const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
@@ -69,17 +72,34 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     }
 }
 
+bool RecordDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                               const QModelIndex& index) {
+    const QString text = index.data().toString();
+    const bool cut = view->fontMetrics().horizontalAdvance(text) > option.rect.width() - 2 * cellMargin;
+    if (event->type() != QEvent::ToolTip || !cut)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), u"<p>%1</p>"_s.arg(text.toHtmlEscaped()), view);
+    return true;
+}
+
 QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                       const QModelIndex& index) const {
     QWidget* editor = nullptr;
     if (m_model.kind(index.column()) == RecordModel::Kind::Number)
         editor = new NumberBox(parent);
     else
-        editor = new TextBox(parent);
+        editor = textEditor(parent, index.column());
     editor->setObjectName(u"cellEditor"_s);
     editor->setAccessibleName(m_model.shownCaption(index.column()));
     m_editor = editor;
     return editor;
+}
+
+TextBox* RecordDelegate::textEditor(QWidget* parent, int column) const {
+    auto* box = new TextBox(parent);
+    if (m_model.kind(column) == RecordModel::Kind::Text)
+        box->setColumnSize(m_model.definedSize(column));
+    return box;
 }
 
 void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {

@@ -7,6 +7,7 @@
 namespace platform {
 
 class RecordModel;
+class TextBox;
 
 class RecordDelegate : public QStyledItemDelegate {
     Q_OBJECT
@@ -24,6 +25,9 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
+    /// A text that is cut off shows whole under the mouse.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,6 +36,7 @@ protected:
 
 private:
     bool refusesToLeave(QObject* editor) const;
+    TextBox* textEditor(QWidget* parent, int column) const;
 
     RecordModel& m_model;
     mutable QPointer<QWidget> m_editor;

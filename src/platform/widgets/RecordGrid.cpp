@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/RecordDelegate.h"
 #include "platform/widgets/RecordModel.h"
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
 #include <QHeaderView>
@@ -14,13 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace platform {
-
-namespace {
-
-constexpr int rowPixels = 36;
-constexpr int headerPixels = 34;
-
-}  // namespace
 
 RecordGrid::RecordGrid(QWidget* parent)
     : QTableView(parent), m_model(new RecordModel(this)), m_delegate(new RecordDelegate(*m_model, this)) {
@@ -40,11 +34,11 @@ RecordGrid::RecordGrid(QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(rowPixels);
-    verticalHeader()->setMinimumSectionSize(rowPixels);
+    verticalHeader()->setDefaultSectionSize(rowPitch);
+    verticalHeader()->setMinimumSectionSize(rowPitch);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setFixedHeight(headerPixels);
+    horizontalHeader()->setFixedHeight(headPitch);
     horizontalHeader()->setMinimumSectionSize(40);
     connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &RecordGrid::updateGeometry);
     connect(m_model, &RecordModel::setChanged, this, &RecordGrid::followSet);
@@ -148,6 +142,16 @@ QVariant RecordGrid::currentValue(int column) const {
 
 int RecordGrid::selectedCount() const { return static_cast<int>(selectionModel()->selectedRows().size()); }
 
+void RecordGrid::showRow(int row) {
+    if (row < 0 || row >= m_model->rowCount())
+        return;
+    int column = 0;
+    while (isColumnHidden(column) && column + 1 < m_model->columnCount())
+        ++column;
+    setCurrentIndex(m_model->index(row, column));
+    scrollTo(currentIndex());
+}
+
 void RecordGrid::setEmptyText(const QString& text) {
     m_emptyText = text;
     viewport()->update();
@@ -160,10 +164,10 @@ int RecordGrid::barHeight() const {
 }
 
 QSize RecordGrid::sizeHint() const {
-    return {480, headerPixels + rowPixels * qBound(3, m_model->rowCount(), 12) + 2 + barHeight()};
+    return {480, headPitch + rowPitch * qBound(3, m_model->rowCount(), 12) + 2 + barHeight()};
 }
 
-QSize RecordGrid::minimumSizeHint() const { return {160, headerPixels + rowPixels * 2 + barHeight()}; }
+QSize RecordGrid::minimumSizeHint() const { return {160, headPitch + rowPitch * 2 + barHeight()}; }
 
 void RecordGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);

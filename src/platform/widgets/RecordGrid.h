@@ -22,6 +22,7 @@ struct GridColumn {
     bool editable = false;
     bool hidden = false;
     QString numberFormat{};  ///< picture, "" as the value stands, "Currency", "Yes/No" for flags as words
+    std::function<QString(int row)> text{};  ///< what a column shows that is no field of the set
 };
 
 class RecordGrid : public QTableView {
@@ -55,6 +56,8 @@ public:
     QVariant currentValue(int column) const;
     /// Rows the user has selected. The row that is current after binding is not.
     int selectedCount() const;
+    /// Makes the row the current one, marked, and brings it into view; a row that is not there does nothing.
+    void showRow(int row);
     /// Said in the middle of the grid while it has no rows.
     void setEmptyText(const QString& text);
 

@@ -1,5 +1,7 @@
 #include "platform/widgets/RecordList.h"
 
+#include "platform/widgets/OneLine.h"
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -23,8 +25,6 @@ namespace platform {
 
 namespace {
 
-constexpr int rowHeight = 32;
-constexpr int headHeight = 34;
 constexpr int filterHeight = 32;
 constexpr int textSize = 12;  // pixels
 constexpr int cellMargin = 10;
@@ -101,6 +101,7 @@ RecordList::RecordList(QWidget* parent)
     connect(m_filter, &QLineEdit::textChanged, clear,
             [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
     m_filter->installEventFilter(this);
+    keepOneLine(*m_filter);
     connect(m_filter, &QLineEdit::textChanged, this, &RecordList::applyFilter);
 
     m_rows->setObjectName(u"grdRecordList"_s);
@@ -114,8 +115,8 @@ RecordList::RecordList(QWidget* parent)
     m_rows->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_rows->verticalHeader()->hide();
     m_rows->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_rows->verticalHeader()->setDefaultSectionSize(rowHeight);
-    m_rows->horizontalHeader()->setFixedHeight(headHeight);
+    m_rows->verticalHeader()->setDefaultSectionSize(rowPitch);
+    m_rows->horizontalHeader()->setFixedHeight(headPitch);
     m_rows->horizontalHeader()->setHighlightSections(false);
     m_rows->horizontalHeader()->setSectionsClickable(true);
     m_rows->setSortingEnabled(true);

@@ -82,7 +82,8 @@ void RecordModel::findFields() {
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (m_rows->hasField(m_columns[i].field)) {
             const int position = m_rows->fieldIndex(m_columns[i].field);
-            m_fields[i] = {position, kindOf(m_rows->fieldInfo(position).kind)};
+            const FieldInfo& info = m_rows->fieldInfo(position);
+            m_fields[i] = {position, kindOf(info.kind), info.kind == FieldKind::Text ? info.definedSize : 0};
         }
 }
 
@@ -144,10 +145,13 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 }
 
 QString RecordModel::shown(int row, int column) const {
+    const GridColumn& look = m_columns[static_cast<std::size_t>(column)];
+    if (look.text)
+        return look.text(row);
     const QVariant stored = value(row, column);
     if (!stored.isValid() || stored.isNull())
         return {};
-    const QString& picture = m_columns[static_cast<std::size_t>(column)].numberFormat;
+    const QString& picture = look.numberFormat;
     switch (kind(column)) {
     case Kind::Number:
         return numberShown(stored, picture);

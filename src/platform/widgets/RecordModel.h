@@ -26,6 +26,10 @@ public:
     bool allowUpdate() const { return m_allowUpdate; }
 
     Kind kind(int column) const { return m_fields.at(static_cast<std::size_t>(column)).kind; }
+    /// Characters that a column of text holds; 0 for any number.
+    int definedSize(int column) const { return m_fields.at(static_cast<std::size_t>(column)).size; }
+    /// As the cell shows it.
+    QString shown(int row, int column) const;
     QVariant value(int row, int column) const;
     /// Makes a row of the grid the set's current one; false when the set refused to leave its row.
     bool makeCurrent(int row);
@@ -50,11 +54,11 @@ private:
     struct Field {
         int position = -1;  // in the set; -1 when it lacks the field
         Kind kind = Kind::Text;
+        int size = 0;
     };
 
     void findFields();
     void follow();
-    QString shown(int row, int column) const;
     bool write(int row, int column, const QVariant& value);
 
     std::vector<GridColumn> m_columns;

@@ -1,6 +1,7 @@
 // While a row is dragged, a line shows where it would land: above the row under the pointer, or at the end.
 #include "platform/widgets/ReportList.h"
 
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -8,13 +9,29 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 namespace platform {
 
 namespace {
 
-constexpr int rowPixels = 30;
-constexpr int headerPixels = 32;
+constexpr int numberMargin = 10;
+
+/// The number of each row stands at its left edge; it is no part of the row's texts.
+class NumberedRows : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (index.column() != 0)
+            return;
+        painter->setFont(option.font);
+        painter->setPen(theme().secondaryText);
+        painter->drawText(option.rect.adjusted(numberMargin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                          QString::number(index.row() + 1));
+    }
+};
 
 }  // namespace
 
@@ -26,8 +43,9 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
     setEditTriggers(NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
     setAllColumnsShowFocus(true);
+    setItemDelegate(new NumberedRows(this));
     setDragDropMode(NoDragDrop);
-    header()->setFixedHeight(headerPixels);
+    header()->setFixedHeight(headPitch);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(false);
     header()->setHighlightSections(false);
@@ -45,7 +63,7 @@ void ReportList::addRow(const QStringList& texts, int at) {
     auto* item = new QTreeWidgetItem(texts);
     for (int i = 0; i < columnCount(); ++i)
         item->setTextAlignment(i, Qt::AlignVCenter | Qt::AlignRight);
-    item->setSizeHint(0, {0, rowPixels});
+    item->setSizeHint(0, {0, rowPitch});
     insertTopLevelItem(at < 0 ? count() : at, item);
 }
 
@@ -57,6 +75,11 @@ QStringList ReportList::row(int row) const {
     return texts;
 }
 
+void ReportList::showRow(int row) {
+    if (QTreeWidgetItem* item = topLevelItem(row))
+        scrollToItem(item);
+}
+
 void ReportList::removeRow(int row) { delete takeTopLevelItem(row); }
 
 int ReportList::currentRow() const {
@@ -66,7 +89,7 @@ int ReportList::currentRow() const {
 
 void ReportList::setCurrentRow(int row) { setCurrentItem(topLevelItem(row)); }
 
-QSize ReportList::sizeHint() const { return {360, headerPixels + 6 * rowPixels}; }
+QSize ReportList::sizeHint() const { return {360, headPitch + 6 * rowPitch}; }
 
 int ReportList::rowAt(const QPoint& place) const { return indexOfTopLevelItem(itemAt(place)); }
 

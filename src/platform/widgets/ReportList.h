@@ -1,4 +1,4 @@
-// A list in report style: rows of texts under column headings, one row selected at a time. A row can be
+// A list in report style: numbered rows of texts under column headings, one row selected at a time. A row can be
 // dragged with the mouse, inside the list alone; what a drop means is the listener's business, the list
 // moves nothing by itself. Alt with the up or down arrow stands for dropping the selected row one place off.
 #pragma once
@@ -18,6 +18,8 @@ public:
     /// Adds a row, at the end or before the row of that index.
     void addRow(const QStringList& texts, int at = -1);
     QStringList row(int row) const;
+    /// Brings the row into view.
+    void showRow(int row);
     void removeRow(int row);
     int count() const { return topLevelItemCount(); }
     /// The selected row, -1 for none.

@@ -228,4 +228,60 @@ TEST_F(QtAsking, AFileIsChosenWithoutRegardToCase) {
     EXPECT_EQ(platform::asker().openFile("Database", "Database|sorvanto.mdb"), "");
 }
 
+TEST_F(QtAsking, ABoxIsAsWideAsItsTitleNeeds) {
+    const QString title = u"Quite a long title for a box with hardly a word in it"_s;
+    when([&](QDialog& box) {
+        EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + 60);
+        box.accept();
+    });
+    MsgBox("No", {}, title);
+    when([&](QDialog& box) {
+        EXPECT_LT(box.width(), 400);
+        box.accept();
+    });
+    MsgBox("No", {}, "Short");
+}
+
+TEST_F(QtAsking, ANoteStandsQuietlyBelowThePrompt) {
+    when([](QDialog& box) {
+        const auto* remark = box.findChild<QLabel*>("remark");
+        ASSERT_NE(remark, nullptr);
+        EXPECT_EQ(remark->text(), "Nothing was typed.");
+        EXPECT_GT(remark->mapTo(&box, QPoint()).y(),
+                  box.findChild<QLabel*>("prompt")->mapTo(&box, QPoint()).y());
+        EXPECT_EQ(box.findChild<QLabel*>("prompt")->text(), "Save?");
+        box.accept();
+    });
+    BoxStyle style;
+    style.note = u"Nothing was typed."_s;
+    MsgBox("Save?", style, "Title");
+    when([](QDialog& box) {
+        EXPECT_EQ(box.findChild<QLabel*>("remark"), nullptr);
+        box.accept();
+    });
+    MsgBox("Save?", {}, "Title");
+}
+
+TEST_F(QtAsking, ABoxBelongsToTheWindowInUse) {
+    QWidget first, second;
+    asker.setParent(&first);
+    first.show();
+    second.show();
+    second.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&second));
+    when([&](QDialog& box) {
+        EXPECT_EQ(box.parentWidget(), &second);
+        box.accept();
+    });
+    MsgBox("x");
+    first.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&first));
+    when([&](QDialog& box) {
+        EXPECT_EQ(box.parentWidget(), &first);
+        box.accept();
+    });
+    MsgBox("x");
+    asker.setParent(nullptr);
+}
+
 }  // namespace

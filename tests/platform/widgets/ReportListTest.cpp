@@ -160,4 +160,37 @@ TEST_F(Lists, TheListenerMayRebuildTheRowsInTheDrop) {
     EXPECT_EQ(firstCells(), QStringList({"24", "24", "72"}));
 }
 
+TEST(ReportLists, RowsAreNumberedBesideTheirTexts) {
+    ReportList list;
+    list.setColumnCaptions({"Lift RPM", "Mix RPM"});
+    list.resize(300, 160);
+    list.addRow({"24", "12"});
+    const QImage first = list.grab().toImage();
+    list.clear();
+    list.addRow({"", ""});
+    list.addRow({"24", "12"});
+    list.takeTopLevelItem(0);
+    EXPECT_EQ(list.grab().toImage(), first);
+    list.addRow({"24", "12"});
+    const QRect one = list.visualItemRect(list.topLevelItem(0)),
+                two = list.visualItemRect(list.topLevelItem(1));
+    const QImage rows = list.viewport()->grab().toImage();
+    EXPECT_NE(rows.copy(QRect(one.left(), one.top() + 4, 30, one.height() - 8)),
+              rows.copy(QRect(two.left(), two.top() + 4, 30, two.height() - 8)));
+    EXPECT_EQ(list.row(1), QStringList({"24", "12"})) << "the number is no text of the row";
+}
+
+TEST(ReportLists, ARowIsBroughtIntoView) {
+    ReportList list;
+    list.setColumnCaptions({"Lift RPM"});
+    list.resize(300, 140);
+    for (int row = 0; row < 16; ++row)
+        list.addRow({QString::number(row)});
+    list.show();
+    EXPECT_FALSE(list.viewport()->rect().contains(list.visualItemRect(list.topLevelItem(15))));
+    list.showRow(15);
+    EXPECT_TRUE(list.viewport()->rect().contains(list.visualItemRect(list.topLevelItem(15))));
+    EXPECT_EQ(list.currentRow(), -1) << "nothing is chosen by it";
+}
+
 }  // namespace
