@@ -116,6 +116,8 @@ constexpr ToolRow formsMenu[] = {
     {"mnuLogs", "Forms", "&Logs", nullptr, nullptr, "Ctrl+4"},
     separator,
     {"mnuPatients", "Forms", "&Patients", nullptr, nullptr, "Ctrl+5"},
+    separator,
+    {"mnuTrace", "Menus", "&Where Did It Go", nullptr, nullptr, "Ctrl+6"},
 };
 
 /// Button and menu entry that do the same: the entry has the keys.

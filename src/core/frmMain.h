@@ -3,6 +3,7 @@
 // listens, and ends the process. It does not know what a record tool means.
 //   frmMain_load.cpp     start        frmMain_switch.cpp   tool clicks and switching of screens
 //   frmMain.cpp          the window itself, closing, what the screens call
+//   frmMain_trace.cpp    where something went
 #pragma once
 
 #include "core/ListenerList.h"
@@ -101,6 +102,9 @@ private:
     void showAbout();
     void showHealth();
     HealthContext healthContext() const;
+    void showTrace();
+    QString tracedText() const;
+    void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();
     void editOptions();
 

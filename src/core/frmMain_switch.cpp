@@ -64,6 +64,8 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
             showAbout();
         if (name == "mnuHealth"_L1)
             showHealth();
+        if (name == "mnuTrace"_L1)
+            showTrace();
         act(name, searchText);
         if (!refusesTool(name))
             raiseBtnClick(tool.name(), searchText);

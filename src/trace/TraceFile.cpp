@@ -33,6 +33,9 @@ constexpr auto prescriptionRows =
     "SELECT RXsID, RXs.LogID, PatientID, rxs_Date, pat_LName, pat_FName, pat_Phone, log_Name, log_Lot, rxs_QTY, "
     "log_Units, rxs_Doctor FROM RXs JOIN Log USING (LogID) JOIN Patient USING (PatientID) WHERE %1 AND %2"_L1;
 
+constexpr auto isChemical =
+    "coalesce(chm_Name, '') = ? AND coalesce(chm_Lot, '') = ? AND coalesce(chm_NDC, '') = ?"_L1;
+
 /// A prepared question and the row that its answer stands at.
 class Question {
 public:
@@ -225,6 +228,40 @@ std::vector<TracedPrescription> TraceFile::prescriptionsOf(const Keys& batches) 
 
 std::vector<TracedPrescription> TraceFile::prescriptionsFor(std::int64_t patient) const {
     return prescriptions(u"PatientID = ?"_s, QVariant::fromValue<qint64>(patient));
+}
+
+std::vector<TracedPatient> TraceFile::patientsNamed(const QString& text) const {
+    const QString wanted = platform::folded(text);
+    Question rows(
+        m_connection,
+        u"SELECT PatientID, pat_LName, pat_FName, pat_Phone, pat_BDay FROM Patient ORDER BY pat_LName, "
+        "pat_FName, PatientID"_s);
+    std::vector<TracedPatient> all;
+    while (rows.next()) {
+        const QString name = joined(rows.text(1), rows.text(2));
+        if (platform::folded(name).contains(wanted))
+            all.push_back({rows.key(0), name, rows.text(3), rows.date(4).date()});
+    }
+    return all;
+}
+
+std::int64_t TraceFile::chemicalOf(const Ingredient& ingredient) const {
+    Question rows(m_connection, u"SELECT max(ChemicalID) FROM Chemical WHERE "_s + isChemical,
+                  {ingredient.name, ingredient.lot, ingredient.ndc});
+    return rows.next() ? rows.key(0) : 0;
+}
+
+std::vector<NamedKey> TraceFile::formulasWith(const Ingredient& ingredient) const {
+    Question rows(
+        m_connection,
+        u"SELECT DISTINCT FormulaID, frm_Name FROM Formula JOIN FormChem USING (FormulaID) JOIN Chemical "
+        "USING (ChemicalID) WHERE "_s +
+            isChemical + u" ORDER BY frm_Name, FormulaID"_s,
+        {ingredient.name, ingredient.lot, ingredient.ndc});
+    std::vector<NamedKey> all;
+    while (rows.next())
+        all.push_back({rows.key(0), rows.text(1)});
+    return all;
 }
 
 bool TraceFile::writePatient(TracedPrescription& prescription) const {

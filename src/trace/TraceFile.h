@@ -40,6 +40,12 @@ public:
     std::vector<TracedBatch> batches(const Keys& keys) const;
     std::vector<TracedPrescription> prescriptionsOf(const Keys& batches) const;
     std::vector<TracedPrescription> prescriptionsFor(std::int64_t patient) const;
+    /// Those whose folded "Last, First" holds the folded text, by name.
+    std::vector<TracedPatient> patientsNamed(const QString& text) const;
+    /// The chemical as it stands now; 0 where there is none any more.
+    std::int64_t chemicalOf(const Ingredient& ingredient) const;
+    /// Formulas with the chemical now, by name.
+    std::vector<NamedKey> formulasWith(const Ingredient& ingredient) const;
     /// Writes the patient's name and phone of this file into the prescription; false where there is no such patient.
     bool writePatient(TracedPrescription& prescription) const;
     /// In the order of the batch.

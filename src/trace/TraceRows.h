@@ -49,6 +49,18 @@ struct TracedPrescription {
     QString units, doctor;
 };
 
+struct TracedPatient {
+    std::int64_t key = 0;
+    QString name, phone;  ///< "Last, First"
+    QDate born;
+};
+
+/// A record of the database in use.
+struct NamedKey {
+    std::int64_t key = 0;
+    QString name;
+};
+
 /// Batches made in these days, both included; an invalid date is no bound.
 struct TraceDays {
     QDate from, to;

@@ -205,21 +205,16 @@ Recall Tracer::recallOf(const Reached& reached, const TraceDays& days) const {
     return recall;
 }
 
-Recall Tracer::whereUsed(const std::vector<Ingredient>& ingredients, const TraceDays& days) const {
+Recall Tracer::whereWent(const std::vector<Ingredient>& ingredients, const QString& batchLot,
+                         const TraceDays& days) const {
     Reached reached;
     for (std::size_t i = 0; i < m_files.size(); ++i) {
-        for (const Ingredient& ingredient : ingredients) {
-            for (const std::int64_t key : m_files[i].batchesWith(ingredient))
-                reached.add(static_cast<int>(i), key, {});
-        }
-    }
-    return recallOf(following(std::move(reached)), days);
-}
-
-Recall Tracer::whereWent(const QString& batchLot, const TraceDays& days) const {
-    Reached reached;
-    for (std::size_t i = 0; i < m_files.size(); ++i) {
-        for (const std::int64_t key : m_files[i].batchesMadeAs(batchLot))
+        TraceFile::Keys keys;
+        if (!batchLot.isEmpty())
+            keys = m_files[i].batchesMadeAs(batchLot);
+        for (const Ingredient& ingredient : ingredients)
+            keys.merge(m_files[i].batchesWith(ingredient));
+        for (const std::int64_t key : keys)
             reached.add(static_cast<int>(i), key, {});
     }
     return recallOf(following(std::move(reached)), days);

@@ -25,10 +25,21 @@ public:
     /// Lots that may be meant instead; what they lead to is never mixed in.
     QStringList similarTo(const QString& text) const;
 
-    /// Batches that took in one of the ingredients, and what they were dispensed as.
-    Recall whereUsed(const std::vector<Ingredient>& ingredients, const TraceDays& days) const;
-    /// The batches made as this lot, and all made with them.
-    Recall whereWent(const QString& batchLot, const TraceDays& days) const;
+    std::vector<TracedPatient> patientsNamed(const QString& text) const {
+        return m_files.front().patientsNamed(text);
+    }
+    /// As TraceFile, in the database in use.
+    std::int64_t chemicalOf(const Ingredient& ingredient) const {
+        return m_files.front().chemicalOf(ingredient);
+    }
+    std::vector<NamedKey> formulasWith(const Ingredient& ingredient) const {
+        return m_files.front().formulasWith(ingredient);
+    }
+
+    /// Batches that took in one of the ingredients or were made as the lot, all made with those, and what they were
+    /// dispensed as.
+    Recall whereWent(const std::vector<Ingredient>& ingredients, const QString& batchLot,
+                     const TraceDays& days) const;
     /// All that was dispensed to a patient, and the batches it came from.
     Recall dispensedTo(std::int64_t patient, const TraceDays& days) const;
 

@@ -68,7 +68,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&About",
                                                                        "&Activities",
                                                                        "&Health",
-                                                                       "Find by name"}));
+                                                                       "Find by name",
+                                                                       "&Where Did It Go"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {

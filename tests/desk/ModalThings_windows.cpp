@@ -124,6 +124,9 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"Health",
          {u"core/frmMain_switch showModal"_s, u"class HealthPage"_s},
          asked(u"cmdFormulas"_s, u"mnuHealth"_s, u"HealthPage"_s)},
+        {"Where did it go",
+         {u"core/frmMain_trace showModal"_s, u"class TraceWindow"_s},
+         asked(u"cmdFormulas"_s, u"mnuTrace"_s, u"TraceWindow"_s)},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

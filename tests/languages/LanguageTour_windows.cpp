@@ -113,6 +113,7 @@ void LanguageTour::dialogs() {
     click("cmdOptions");
     click("mnuAbout");
     click("mnuHealth");
+    click("mnuTrace");
 }
 
 void LanguageTour::boxProblems() {

@@ -47,7 +47,7 @@ protected:
         return texts.join(u' ');
     }
     static QString line(const Tracer& trace, const QString& lot) {
-        const Recall recall = trace.whereUsed(trace.find(lot).ingredients, {});
+        const Recall recall = trace.whereWent(trace.find(lot).ingredients, {}, {});
         std::set<std::int64_t> batches, prescriptions, patients;
         for (const TracedBatch& batch : recall.batches)
             batches.insert(batch.key.key);

@@ -54,7 +54,7 @@ protected:
     }
     QString whereUsed(const QString& lot, const TraceDays& days = {}) const {
         const Tracer trace = tracer();
-        return lots(trace.whereUsed(trace.find(lot).ingredients, days));
+        return lots(trace.whereWent(trace.find(lot).ingredients, {}, days));
     }
 
     support::TempProgramFolder folder;

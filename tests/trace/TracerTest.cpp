@@ -18,7 +18,7 @@ TEST_F(TraceTest, ALotLeadsToItsBatchesPrescriptionsAndPatients) {
     ASSERT_EQ(hits.ingredients.size(), 1U);
     EXPECT_EQ(hits.by, TraceHits::By::Lot);
     EXPECT_EQ(hits.ingredients[0].name, u"Base"_s);
-    const Recall recall = trace.whereUsed(hits.ingredients, {});
+    const Recall recall = trace.whereWent(hits.ingredients, {}, {});
     EXPECT_EQ(lots(recall), u"B2 B1"_s) << "newest first";
     ASSERT_EQ(recall.prescriptions.size(), 2U);
     EXPECT_EQ(recall.prescriptions[0].patientName, u"Xu, Jin"_s);
@@ -33,7 +33,7 @@ TEST_F(TraceTest, OnePatientOfManyPrescriptionsIsOne) {
     prescription(1, 1, u"01-06"_s);
     prescription(1, 1, u"01-07"_s);
     const Tracer trace = tracer();
-    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
     EXPECT_EQ(recall.prescriptions.size(), 2U);
     EXPECT_EQ(recall.patients, 1);
 }
@@ -46,8 +46,8 @@ TEST_F(TraceTest, AStockBaseIsFollowedToAnyDepth) {
     prescription(3, 1, u"03-06"_s);
     EXPECT_EQ(whereUsed(u"L1"_s), u"B3<B2 B2<B1 B1"_s);
     const Tracer trace = tracer();
-    EXPECT_EQ(lots(trace.whereWent(u"B2"_s, {})), u"B3<B2 B2"_s);
-    EXPECT_EQ(trace.whereWent(u"B1"_s, {}).prescriptions.size(), 1U);
+    EXPECT_EQ(lots(trace.whereWent({}, u"B2"_s, {})), u"B3<B2 B2"_s);
+    EXPECT_EQ(trace.whereWent({}, u"B1"_s, {}).prescriptions.size(), 1U);
     QStringList in;
     for (const UsedIngredient& line : trace.contents({0, 3}))
         in << line.ingredient.name + u' ' + line.ingredient.lot + u'<' + line.base;
@@ -68,8 +68,8 @@ TEST_F(TraceTest, TwoIngredientsOfOneLotAreToldApart) {
     const TraceHits hits = trace.find(u"L1"_s);
     ASSERT_EQ(hits.ingredients.size(), 2U);
     EXPECT_EQ(hits.ingredients[0].name, u"Active"_s);
-    EXPECT_EQ(lots(trace.whereUsed({hits.ingredients[0]}, {})), u"B2"_s);
-    EXPECT_EQ(lots(trace.whereUsed(hits.ingredients, {})), u"B2 B1"_s);
+    EXPECT_EQ(lots(trace.whereWent({hits.ingredients[0]}, {}, {})), u"B2"_s);
+    EXPECT_EQ(lots(trace.whereWent(hits.ingredients, {}, {})), u"B2 B1"_s);
 }
 
 TEST_F(TraceTest, FoundByNdcThenByAnyPartOfTheName) {
@@ -101,7 +101,7 @@ TEST_F(TraceTest, SimilarLotsAreNamedApartAndNeverSearched) {
     const TraceHits hits = trace.find(u"HC24118"_s);
     EXPECT_EQ(hits.ingredients.size(), 1U);
     EXPECT_EQ(trace.similarTo(u"HC24118"_s), QStringList{u"HC-24118"_s});
-    EXPECT_EQ(lots(trace.whereUsed(hits.ingredients, {})), u"SV0426"_s);
+    EXPECT_EQ(lots(trace.whereWent(hits.ingredients, {}, {})), u"SV0426"_s);
     EXPECT_EQ(trace.similarTo(u"SVO426"_s), QStringList{u"SV0426"_s}) << "a batch's lot too";
 }
 
@@ -112,7 +112,7 @@ TEST_F(TraceTest, ABatchIsFoundByItsLotTwinsIncluded) {
     ASSERT_EQ(hits.batches.size(), 2U);
     EXPECT_EQ(hits.batches[0].key.key, 2);
     EXPECT_TRUE(hits.ingredients.empty());
-    EXPECT_EQ(lots(tracer().whereWent(u"B1"_s, {})), u"b1 B1"_s);
+    EXPECT_EQ(lots(tracer().whereWent({}, u"B1"_s, {})), u"b1 B1"_s);
 }
 
 TEST_F(TraceTest, TheDaysBoundTheBatchesNotTheWay) {
@@ -122,20 +122,22 @@ TEST_F(TraceTest, TheDaysBoundTheBatchesNotTheWay) {
     EXPECT_EQ(whereUsed(u"L1"_s, {QDate(2026, 2, 5), QDate(2026, 2, 5)}), u"B2<B1"_s);
     EXPECT_EQ(whereUsed(u"L1"_s, {QDate(), QDate(2026, 2, 4)}), u"B1"_s);
     const Tracer trace = tracer();
-    EXPECT_EQ(trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(2026, 2, 1), {}}).prescriptions.size(),
-              0U);
+    EXPECT_EQ(
+        trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {QDate(2026, 2, 1), {}}).prescriptions.size(),
+        0U);
 }
 
 TEST_F(TraceTest, ABatchWithoutLinesIsNamedAsUncertain) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     batch(2, u"B2"_s, u"02-05"_s, QString());
     const Tracer trace = tracer();
-    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
     ASSERT_EQ(recall.uncertain.size(), 1U);
     EXPECT_EQ(recall.uncertain[0].lot, u"B2"_s);
     EXPECT_TRUE(recall.uncertain[0].hasNoLines);
-    EXPECT_TRUE(trace.whereWent(u"B2"_s, {}).uncertain.empty()) << "it is in the list itself";
-    EXPECT_TRUE(trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(2026, 3, 1), {}}).uncertain.empty());
+    EXPECT_TRUE(trace.whereWent({}, u"B2"_s, {}).uncertain.empty()) << "it is in the list itself";
+    EXPECT_TRUE(
+        trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {QDate(2026, 3, 1), {}}).uncertain.empty());
 }
 
 TEST_F(TraceTest, WhatAPatientGotAndOutOfWhichLots) {
@@ -170,7 +172,7 @@ TEST_F(ArchivedTraceTest, TheWayLeadsThroughTheArchiveEachBatchOnce) {
     const Tracer trace = tracer();
     EXPECT_EQ(trace.searched(), 3);
     EXPECT_TRUE(trace.absentArchives().empty());
-    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {});
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
     EXPECT_EQ(recall.batches[0].key.file, 0);
     EXPECT_EQ(recall.batches[2].key.file, 1);
     EXPECT_EQ(recall.prescriptions.size(), 2U);
@@ -179,7 +181,7 @@ TEST_F(ArchivedTraceTest, TheWayLeadsThroughTheArchiveEachBatchOnce) {
 TEST_F(ArchivedTraceTest, APatientIsCalledWhereSheIsNow) {
     sql(u"UPDATE Patient SET pat_Phone = 'new', pat_LName = 'Kent' WHERE PatientID = 1"_s);
     const Tracer trace = tracer();
-    const Recall recall = trace.whereUsed(trace.find(u"L1"_s).ingredients, {QDate(), QDate(2026, 2, 1)});
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {QDate(), QDate(2026, 2, 1)});
     ASSERT_EQ(recall.prescriptions.size(), 1U);
     EXPECT_EQ(recall.prescriptions[0].phone, u"new"_s);
     EXPECT_EQ(recall.prescriptions[0].patientName, u"Kent, Margaret"_s);
@@ -208,7 +210,7 @@ TEST_F(ArchivedTraceTest, OpenedItselfAnArchiveAnswersForAllItHolds) {
     connection->open(u"Data Source="_s + path(u"archive.mdb"_s));
     const Tracer trace(connection, {folder.path()});
     EXPECT_EQ(trace.searched(), 3);
-    EXPECT_EQ(lots(trace.whereUsed(trace.find(u"L1"_s).ingredients, {})), u"B3<B1 B2 B1"_s);
+    EXPECT_EQ(lots(trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {})), u"B3<B1 B2 B1"_s);
 }
 
 }  // namespace

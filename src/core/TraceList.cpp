@@ -1,0 +1,200 @@
+#include "core/TraceList.h"
+
+#include "platform/widgets/Rows.h"
+#include "platform/widgets/Theme.h"
+
+#include <QAbstractTableModel>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+using platform::grid;
+
+class TraceRowsModel : public QAbstractTableModel {
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void setColumns(std::vector<TraceColumn> columns) {
+        beginResetModel();
+        m_columns = std::move(columns);
+        m_rows.clear();
+        endResetModel();
+    }
+    void setRows(std::vector<QStringList> rows, int quiet) {
+        beginResetModel();
+        m_rows = std::move(rows);
+        m_quiet = quiet;
+        endResetModel();
+    }
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation != Qt::Horizontal || section >= columnCount())
+            return {};
+        const TraceColumn& column = m_columns[static_cast<std::size_t>(section)];
+        if (role == Qt::TextAlignmentRole)
+            return alignment(column);
+        return role == Qt::DisplayRole ? column.heading : QVariant();
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+            return m_rows[static_cast<std::size_t>(index.row())].value(index.column());
+        if (role == Qt::TextAlignmentRole)
+            return alignment(m_columns[static_cast<std::size_t>(index.column())]);
+        if (role == Qt::ForegroundRole && index.row() >= rowCount() - m_quiet)
+            return QBrush(platform::theme().warning);
+        return {};
+    }
+
+private:
+    static QVariant alignment(const TraceColumn& column) {
+        return QVariant::fromValue(
+            Qt::Alignment(Qt::AlignVCenter | (column.right ? Qt::AlignRight : Qt::AlignLeft)));
+    }
+
+    std::vector<TraceColumn> m_columns;
+    std::vector<QStringList> m_rows;
+    int m_quiet = 0;
+};
+
+namespace {
+
+constexpr int cellMargin = 10;  // as the headings have
+
+/// Texts stand below their headings; what doesn't fit ends in a sign and shows whole under the mouse.
+class CellPainter : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem cell(option);
+        initStyleOption(&cell, index);
+        const QStyle* style = cell.widget->style();
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
+        const QRect room = cell.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        painter->setFont(cell.font);
+        style->drawItemText(painter, room, static_cast<int>(cell.displayAlignment) | Qt::TextSingleLine,
+                            cell.palette, cell.state.testFlag(QStyle::State_Enabled),
+                            cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, room.width()),
+                            cell.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText
+                                                                        : QPalette::Text);
+    }
+};
+
+}  // namespace
+
+TraceList::TraceList(const QString& name, QWidget* parent)
+    : QFrame(parent), m_model(new TraceRowsModel(this)), m_title(new QLabel(this)),
+      m_remark(new QLabel(this)), m_view(new QTableView(this)) {
+    platform::makeCard(*this);
+    m_title->setTextFormat(Qt::PlainText);
+    platform::setLook(*m_title, "heading");
+    m_remark->setTextFormat(Qt::PlainText);
+    platform::setLook(*m_remark, "quiet");
+    m_view->setObjectName(name);
+    m_view->setModel(m_model);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_view->setAlternatingRowColors(true);
+    m_view->setShowGrid(false);
+    m_view->setWordWrap(false);
+    m_view->setTabKeyNavigation(false);
+    m_view->setFrameShape(QFrame::NoFrame);
+    m_view->verticalHeader()->hide();
+    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_view->verticalHeader()->setDefaultSectionSize(platform::rowPitch);
+    m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
+    m_view->horizontalHeader()->setHighlightSections(false);
+    m_view->setItemDelegate(new CellPainter(m_view));
+    m_view->setMinimumHeight(platform::headPitch + 2 * platform::rowPitch);
+    m_view->installEventFilter(this);
+    connect(m_view, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { emit opened(index.row()); });
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &TraceList::choiceChanged);
+
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_title);
+    head->addStretch();
+    head->addWidget(m_remark);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(2 * grid, grid, 2 * grid, grid);
+    column->setSpacing(grid / 2);
+    column->addLayout(head);
+    column->addWidget(m_view, 1);
+}
+
+void TraceList::setTitle(const QString& title, const QString& remark) {
+    m_title->setText(title);
+    setRemark(remark);
+    m_view->setAccessibleName(title);
+}
+
+void TraceList::setRemark(const QString& remark) { m_remark->setText(remark); }
+
+void TraceList::setColumns(std::vector<TraceColumn> columns) {
+    m_columns = columns;
+    m_model->setColumns(std::move(columns));
+    layOutColumns();
+}
+
+void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
+    m_model->setRows(std::move(rows), quiet);
+    emit choiceChanged();
+}
+
+int TraceList::rowCount() const { return m_model->rowCount(); }
+
+std::vector<int> TraceList::chosen() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : m_view->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+bool TraceList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && m_view->currentIndex().isValid()) {
+            emit opened(m_view->currentIndex().row());
+            return true;
+        }
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void TraceList::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        layOutColumns();
+}
+
+void TraceList::layOutColumns() {
+    QHeaderView& header = *m_view->horizontalHeader();
+    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
+        const TraceColumn& column = m_columns[static_cast<std::size_t>(i)];
+        header.setSectionResizeMode(i, column.width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
+        if (column.width > 0)
+            header.resizeSection(i, std::max(column.width, header.sectionSizeHint(i)));
+    }
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,70 @@
+// Where something went: what is on show is looked up first, and a row of the lists brings its record on show.
+#include "core/ScreenTable.h"
+#include "core/TraceWindow.h"
+#include "core/frmMain.h"
+#include "platform/ask/Ask.h"
+#include "platform/basic/Paths.h"
+#include "shared/Guard.h"
+#include "shared/ListedScreen.h"
+#include "shared/RecordScreen.h"
+#include "shared/basMain.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+namespace {
+
+QString shownText(const RecordScreen& screen, QLatin1String control) {
+    const auto* found = screen.findChild<QWidget*>(control);
+    return found ? found->property("text").toString() : QString();
+}
+
+}  // namespace
+
+/// Lot or name of the record on show, where the screen has one that leads somewhere.
+QString frmMain::tracedText() const {
+    switch (m_current) {
+    case chemicals:
+        return shownText(hosted(chemicals), "txtchm_Lot"_L1);
+    case logs:
+        return shownText(hosted(logs), "txtlog_Lot"_L1);
+    case patients:
+        return shownText(hosted(patients), "txtpat_LName"_L1);
+    default:
+        return {};
+    }
+}
+
+void frmMain::showTrace() {
+    guarded(u"frmMain:showTrace"_s, [&] {
+        const QString folder = QFileInfo(basMain::databaseLocation()).absolutePath();
+        QStringList folders{folder, platform::programFolder()};
+        folders.removeDuplicates();
+        TraceWindow window(Tracer(openDB(), folders), tracedText(), this);
+        platform::asker().showModal(window, [&] { window.exec(); });
+        const TraceWindow::Wanted wanted = window.wanted();
+        if (wanted.key != 0)  // once this click has been delivered
+            QMetaObject::invokeMethod(
+                this, [this, wanted] { showRecord(wanted.screen, static_cast<std::int16_t>(wanted.key)); },
+                Qt::QueuedConnection);
+    });
+}
+
+// As by hand: the screen's button, then the record. A record that is being changed there stays.
+void frmMain::showRecord(ScreenNumber number, std::int16_t key) {
+    for (const ScreenRow& row : screenTable) {
+        if (row.number != number || !screen(number))
+            continue;
+        if (m_current != number)
+            m_bar.band(u"FormBar"_s).tool(QString::fromLatin1(row.button)).action().trigger();
+        if (auto* listed = dynamic_cast<ListedScreen*>(screen(number));
+            listed && m_current == number && m_bar.band(u"MainBar"_s).tool(u"cmdNext"_s).enabled())
+            listed->showRecord(key);
+        refreshForm();
+    }
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,173 @@
+// Where did it go, as its user sees it: what is typed, what the lists show, what a row opens.
+#include "core/TraceWindow.h"
+#include "core/TraceList.h"
+#include "db/Archive.h"
+#include "trace/TracePharmacy.h"
+
+#include <QAbstractItemModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <algorithm>
+#include <memory>
+
+namespace sorvanto {
+namespace {
+
+class TraceWindowTest : public TraceTest {
+protected:
+    void SetUp() override {
+        TraceTest::SetUp();
+        batch(1, u"B0001"_s, u"01-05"_s, u"Base L1, Active L2"_s);
+        batch(2, u"B0900"_s, u"02-05"_s, u"Base L1"_s);
+        batch(3, u"C3"_s, u"03-05"_s, u"Stock B0001"_s);
+        prescription(1, 1, u"01-06"_s);
+        prescription(2, 2, u"02-06"_s);
+        sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'Base', 'L1', 'N-Base')"_s);
+    }
+    void open(const QString& text) { window = std::make_unique<TraceWindow>(tracer(), text); }
+    void type(const QString& text) {
+        auto& box = *window->findChild<QLineEdit*>(u"txtTrace"_s);
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+        QTest::keyClick(&box, Qt::Key_Return);
+    }
+    QTableView& list(const QString& name) { return *window->findChild<QTableView*>(name); }
+    /// The texts of one column, parted by blanks.
+    QString column(const QString& name, int number) {
+        const QAbstractItemModel& rows = *list(name).model();
+        QStringList texts;
+        for (int row = 0; row < rows.rowCount(); ++row)
+            texts << rows.index(row, number).data().toString();
+        return texts.join(u' ');
+    }
+    QString label(const QString& name) { return window->findChild<QLabel*>(name)->text(); }
+
+    std::unique_ptr<TraceWindow> window;
+};
+
+TEST_F(TraceWindowTest, ALotShowsItsBatchesPrescriptionsAndTotals) {
+    open(u"l1"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Base"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900 B0001"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 3), u"with B0001  "_s) << "through which stock base it came";
+    EXPECT_EQ(column(u"grdPrescriptions"_s, 0), u"Xu, Jin Abernathy, Margaret"_s);
+    EXPECT_EQ(column(u"grdPrescriptions"_s, 1), u"440-555-0188 440-555-0117"_s);
+    EXPECT_EQ(label(u"lblTotals"_s), u"3 batches · 2 prescriptions · 2 patients"_s);
+    EXPECT_FALSE(window->findChild<QLabel*>(u"lblNothing"_s)->isVisibleTo(window.get()));
+}
+
+TEST_F(TraceWindowTest, AChosenBatchShowsItsPrescriptionsAlone) {
+    open(u"L1"_s);
+    list(u"grdBatches"_s).selectRow(1);
+    EXPECT_EQ(column(u"grdPrescriptions"_s, 0), u"Xu, Jin"_s);
+    list(u"grdBatches"_s).clearSelection();
+    EXPECT_EQ(list(u"grdPrescriptions"_s).model()->rowCount(), 2);
+}
+
+TEST_F(TraceWindowTest, AChosenIngredientNarrowsTheBatches) {
+    batch(4, u"D4"_s, u"04-05"_s, u"Other L1"_s);
+    open(u"L1"_s);
+    ASSERT_EQ(column(u"grdFound"_s, 0), u"Base Other"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"D4 C3 B0900 B0001"_s);
+    list(u"grdFound"_s).selectRow(1);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"D4"_s);
+}
+
+TEST_F(TraceWindowTest, ABatchShowsWhatIsInItAndWhereItWent) {
+    open(u"C3"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Stock Base Active"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 4), u" with B0001 with B0001"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3"_s);
+    type(u"b0001"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+}
+
+TEST_F(TraceWindowTest, APatientIsFoundByName) {
+    open(u"aber"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Abernathy, Margaret"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0001"_s) << "the only one needs no choice";
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Jin', 'Xu-Kent')"_s);
+    type(u"xu"_s);
+    EXPECT_EQ(list(u"grdFound"_s).model()->rowCount(), 2);
+    EXPECT_EQ(list(u"grdBatches"_s).model()->rowCount(), 0) << "which of them is for the user to say";
+    list(u"grdFound"_s).selectRow(0);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
+}
+
+TEST_F(TraceWindowTest, NothingFoundSaysWhatWasSearched) {
+    open(u"nowhere"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"Nothing has this lot, NDC or name: 3 batches were searched."_s);
+    EXPECT_EQ(label(u"lblTotals"_s), u"0 batches · 0 prescriptions · 0 patients"_s);
+    type(u"L2"_s);
+    EXPECT_TRUE(label(u"lblNothing"_s).isEmpty());
+    type(u" "_s);
+    EXPECT_TRUE(label(u"lblNothing"_s).isEmpty()) << "nothing was asked";
+}
+
+TEST_F(TraceWindowTest, ABatchWithoutIngredientsIsNamedApart) {
+    batch(4, u"D4"_s, u"04-05"_s, QString());
+    open(u"L2"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001 D4"_s);
+    EXPECT_TRUE(column(u"grdBatches"_s, 3).endsWith(u"ingredients not known"_s));
+    EXPECT_EQ(label(u"lblTotals"_s),
+              u"2 batches · 1 prescription · 1 patient · 1 batch whose ingredients are not known"_s);
+}
+
+TEST_F(TraceWindowTest, ASimilarLotIsAButtonThatSearchesForIt) {
+    open(u"BOOO1"_s);
+    auto buttons = window->findChildren<QPushButton*>();
+    const auto similar = std::find_if(buttons.begin(), buttons.end(),
+                                      [](const QPushButton* button) { return button->text() == u"B0001"_s; });
+    ASSERT_NE(similar, buttons.end());
+    EXPECT_EQ(list(u"grdBatches"_s).model()->rowCount(), 0) << "not mixed in";
+    (*similar)->click();
+    EXPECT_EQ(window->findChild<QLineEdit*>(u"txtTrace"_s)->text(), u"B0001"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+}
+
+TEST_F(TraceWindowTest, TypingSearchesByItselfAfterAMoment) {
+    open({});
+    QTest::keyClicks(window->findChild<QLineEdit*>(u"txtTrace"_s), u"L2"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return column(u"grdBatches"_s, 2) == u"C3 B0001"_s; }));
+}
+
+TEST_F(TraceWindowTest, EnterOnARowOpensItsRecord) {
+    const auto enterOn = [&](const QString& name, int row) {
+        open(u"L1"_s);
+        list(name).setCurrentIndex(list(name).model()->index(row, 0));
+        QTest::keyClick(&list(name), Qt::Key_Return);
+        return window->wanted();
+    };
+    EXPECT_EQ(enterOn(u"grdBatches"_s, 1).screen, logs);
+    EXPECT_EQ(window->wanted().key, 2);
+    EXPECT_EQ(window->result(), QDialog::Accepted);
+    EXPECT_EQ(enterOn(u"grdPrescriptions"_s, 1).screen, patients);
+    EXPECT_EQ(window->wanted().key, 1);
+    EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, chemicals);
+    EXPECT_EQ(window->wanted().key, 7);
+    sql(u"DELETE FROM Chemical"_s);
+    EXPECT_EQ(enterOn(u"grdFound"_s, 0).key, 0);
+    EXPECT_EQ(label(u"lblNothing"_s), u"This chemical is not among the chemicals any more."_s);
+}
+
+TEST_F(TraceWindowTest, WhatLiesInAnArchiveIsListedAndSaysSo) {
+    archiveDatabase(path(), path(u"old.mdb"_s), QDate(2026, 2, 1));
+    open(u"L2"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+    list(u"grdBatches"_s).setCurrentIndex(list(u"grdBatches"_s).model()->index(1, 0));
+    QTest::keyClick(&list(u"grdBatches"_s), Qt::Key_Return);
+    EXPECT_EQ(window->wanted().key, 0);
+    EXPECT_EQ(label(u"lblNothing"_s), u"This batch lies in an archive: open that file to see its record."_s);
+    QFile::remove(path(u"old.mdb"_s));
+    open(u"L9"_s);
+    EXPECT_EQ(
+        label(u"lblNothing"_s),
+        u"Nothing has this lot, NDC or name: 2 batches were searched.\nAn archive with 1 batch from 1/5/2026 to "
+        "1/5/2026 is not at hand and was not searched."_s);
+}
+
+}  // namespace
+}  // namespace sorvanto
