@@ -19,7 +19,7 @@ namespace {
 
 using namespace sorvanto;
 
-const QString stored = QString::fromLatin1(SORVANTO_SOURCE_DIR "/tests/core/version-1.0/");
+const QString stored = QString::fromLatin1(SORVANTO_SOURCE_DIR "/tests/version-1.0/");
 
 QByteArray storedFile(const QString& name) {
     QFile file(stored + name);
@@ -112,7 +112,8 @@ TEST_F(UpgradeTest, TheFolderGetsWhatIsNewAndKeepsItsUsersOwn) {
     layOut();
     EXPECT_EQ(folder.read("options.xml"), options);
     EXPECT_EQ(records(), before);
-    EXPECT_EQ(german("Formulas"), "Unsere Hausrezepte");
+    EXPECT_EQ(german("Strength"), "Gehalt");
+    EXPECT_EQ(german("Our own shelf"), "Unser Regal");
     EXPECT_EQ(german("Chemicals"), "Ausgangsstoffe") << "a wording that 1.0 had delivered and nobody changed";
     EXPECT_FALSE(german("Open for reading only: %1").isEmpty()) << "a new text";
     EXPECT_TRUE(folder.read("dbupdate.xml").contains("To=\"1.1\""));
@@ -132,7 +133,7 @@ TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     const QString copy = folder.path("backups/" + copies().first());
     EXPECT_EQ(support::rowsText(support::runSql(copy, "SELECT opt_Version FROM Options")).toDouble(), 1.0);
     EXPECT_EQ(folder.read("options.xml"), options);
-    EXPECT_EQ(translated("Formulas"), "Unsere Hausrezepte");
+    EXPECT_EQ(translated("Strength"), "Gehalt");
     EXPECT_TRUE(support::child<QLabel>(*window, "lblDatabase")
                     ->toolTip()
                     .endsWith('\n' + sqlText("SELECT fid_Identity FROM FileIdentity")));
@@ -145,7 +146,8 @@ TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     EXPECT_EQ(sqlText("SELECT * FROM FileIdentity"), identity) << "nothing more at the second start";
     EXPECT_EQ(copies().size(), 1);
     EXPECT_EQ(records(), before);
-    EXPECT_EQ(german("Formulas"), "Unsere Hausrezepte");
+    EXPECT_EQ(german("Strength"), "Gehalt");
+    EXPECT_EQ(german("Our own shelf"), "Unser Regal");
     expectTheMixOnOffer();
 }
 

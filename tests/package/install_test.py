@@ -229,7 +229,7 @@ class TheUsersFolder(unittest.TestCase):
 
     def test_a_folder_of_the_first_release_is_taken_over(self):
         folder = desk.home / "pharmacy"
-        shutil.copytree(HERE / "first-release", folder)
+        shutil.copytree(SOURCE / "tests/version-1.0", folder)
         with sqlite3.connect(folder / "sorvanto.mdb") as file:
             file.executescript((folder / "sorvanto.sql").read_text())
         options = (folder / "options.xml").read_text().replace("@FOLDER@", str(folder))
@@ -248,7 +248,7 @@ class TheUsersFolder(unittest.TestCase):
         self.assertEqual((folder / "mixes/3FA21C09.xml").read_bytes(), journal)
         self.assertTrue(list((folder / "backups").glob("*.mdb")))
         self.assertEqual((folder / "dbupdate.xml").read_bytes(), (SOURCE / "data/dbupdate.xml").read_bytes())
-        self.assertEqual((folder / "dbupdate.xml.before").read_bytes(), (HERE / "first-release/dbupdate.xml").read_bytes())
+        self.assertEqual((folder / "dbupdate.xml.before").read_bytes(), (SOURCE / "tests/version-1.0/dbupdate.xml").read_bytes())
         self.check_wording(folder)
         self.no_failure(folder)
 
