@@ -31,7 +31,11 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archive, const
 QString identityOf(sqlite3* database);
 
 /// What has to be closed first, one line each: mixes not in the log and texts not saved, which know records by
-/// their keys. programFolder: where the program keeps both; identity: of the file.
-QStringList openWork(const QString& programFolder, const QString& identity);
+/// their keys. programFolders: where the program may keep both; identity: of the file.
+QStringList openWork(const QStringList& programFolders, const QString& identity);
+
+/// Where the program that works on the file may have its folder: beside this executable, beside the file, at
+/// SORVANTO_FOLDER, in the user's data folder. Each once.
+QStringList possibleFolders(const QString& file);
 
 }  // namespace sorvanto

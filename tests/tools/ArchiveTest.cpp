@@ -8,6 +8,7 @@
 #include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "platform/basic/Paths.h"
 #include "platform/basic/ProcessLock.h"
 #include "platform/basic/RuntimeError.h"
 
@@ -28,6 +29,11 @@ using platform::RuntimeError;
 
 class ArchiveTest : public ::testing::Test {
 protected:
+    void SetUp() override { qputenv("XDG_DATA_HOME", path("data").toLocal8Bit()); }
+    void TearDown() override {
+        qunsetenv("XDG_DATA_HOME");
+        qunsetenv("SORVANTO_FOLDER");
+    }
     QString path(const QString& name) const { return folder.path(name); }
     QString stored(const QString& file, const QString& statement) const {
         return support::rowsText(support::runSql(path(file), statement));
@@ -202,6 +208,24 @@ TEST_F(ArchiveTest, RefusalsChangeNothing) {
     folder.write("old.mdb", "mine");
     refused({}, "exists already");
     EXPECT_EQ(folder.read("old.mdb"), "mine");
+}
+
+// The tool lies where it was installed; the program's folder is elsewhere.
+TEST_F(ArchiveTest, OpenWorkIsLookedForWhereverTheProgramMayHaveItsFolder) {
+    fill();
+    const QString own = stored("s.mdb", "SELECT fid_Identity FROM FileIdentity");
+    QDir(folder.path()).mkpath("tool");
+    platform::setProgramFolder(path("tool"));
+    qputenv("SORVANTO_FOLDER", path("chosen").toLocal8Bit());
+    for (const char* place : {"mixes", "chosen/mixes", "data/sorvanto/mixes", "tool/mixes"}) {
+        const QString mix = QLatin1String(place) + "/0000000A.xml"_L1;
+        QDir(folder.path()).mkpath(QLatin1String(place));
+        folder.write(mix, "<Mix ID=\"0000000A\" State=\"finished\" Database=\"" + own.toLatin1() + "\"/>");
+        EXPECT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 1) << place;
+        EXPECT_TRUE(err.contains("not in the log yet: 1")) << qPrintable(err);
+        folder.write(mix, "<Mix ID=\"0000000A\" State=\"finished\" Database=\"another\"/>");
+    }
+    EXPECT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
 }
 
 TEST_F(ArchiveTest, AFileInUseOrUnsoundIsRefused) {
