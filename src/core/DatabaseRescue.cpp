@@ -13,6 +13,8 @@
 #include "shared/basMain.h"
 
 #include <QFileInfo>
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -27,48 +29,34 @@ const QString emptyOne = u"cmdEmpty"_s;
 const QString sampleOne = u"cmdSample"_s;
 const QString otherFile = u"cmdChoose"_s;
 
-QString headingOf(DatabaseState state) {
-    switch (state) {
-    case DatabaseState::FolderAbsent:
-        return translated(u"The folder of the database is not there."_s);
-    case DatabaseState::FolderEmpty:
-        return translated(u"The folder of the database is empty."_s);
-    case DatabaseState::Missing:
-        return translated(u"The database is gone."_s);
-    case DatabaseState::NotAFile:
-        return translated(u"What stands in the place of the database is no file."_s);
-    case DatabaseState::Forbidden:
-        return translated(u"The database may not be read."_s);
-    case DatabaseState::Damaged:
-        return translated(u"The database is damaged."_s);
-    case DatabaseState::Unreadable:
-        return translated(u"The disk or the network does not give the database."_s);
-    case DatabaseState::Usable:
-    case DatabaseState::Locked:
-        break;
-    }
-    return translated(u"Another program keeps the database locked."_s);
-}
+/// What is said of a database that can't be opened.
+struct Case {
+    DatabaseState state;
+    const char* heading;
+    const char* advice;
+    bool lost = false;  ///< a copy may take its place
+};
 
-QString adviceOf(DatabaseState state) {
-    switch (state) {
-    case DatabaseState::FolderAbsent:
-    case DatabaseState::FolderEmpty:
-        return translated(u"If it lies on a network share or a stick, connect that and try again."_s);
-    case DatabaseState::Missing:
-        return translated(u"If it was moved, put it back or choose its new place."_s);
-    case DatabaseState::Forbidden:
-        return translated(u"Ask for the right to read and write the file, then try again."_s);
-    case DatabaseState::Damaged:
-        return translated(u"Nothing has been changed in the file."_s);
-    case DatabaseState::Usable:
-    case DatabaseState::Locked:
-        return translated(u"Close that program, or wait until it is ready, and try again."_s);
-    case DatabaseState::NotAFile:
-    case DatabaseState::Unreadable:
-        break;
-    }
-    return {};
+const std::array<Case, 8> cases{
+    Case{DatabaseState::FolderAbsent, "The folder of the database is not there.",
+         "If it lies on a network share or a stick, connect that and try again."},
+    Case{DatabaseState::FolderEmpty, "The folder of the database is empty.",
+         "If it lies on a network share or a stick, connect that and try again."},
+    Case{DatabaseState::Missing, "The database is gone.",
+         "If it was moved, put it back or choose its new place.", true},
+    Case{DatabaseState::NotAFile, "What stands in the place of the database is no file.", ""},
+    Case{DatabaseState::Forbidden, "The database may not be read.",
+         "Ask for the right to read and write the file, then try again."},
+    Case{DatabaseState::Damaged, "The database is damaged.", "Nothing has been changed in the file.", true},
+    Case{DatabaseState::Unreadable, "The disk or the network does not give the database.", ""},
+    Case{DatabaseState::Locked, "Another program keeps the database locked.",
+         "Close that program, or wait until it is ready, and try again."}};
+
+/// One that can be opened by now was locked a moment ago.
+const Case& caseOf(DatabaseState state) {
+    const auto found =
+        std::find_if(cases.begin(), cases.end(), [&](const Case& each) { return each.state == state; });
+    return found == cases.end() ? cases.back() : *found;
 }
 
 QString momentText(const QDateTime& made) {
@@ -96,23 +84,20 @@ StartQuestion::Content contentOf(const QString& path, DatabaseState state,
                                  const std::optional<GoodCopy>& copy) {
     StartQuestion::Content content;
     content.title = translated(u"Sorvanto Control Panel"_s);
-    content.heading = headingOf(state);
+    const Case& found = caseOf(state);
+    content.heading = translated(QString::fromLatin1(found.heading));
     content.file = path;
-    if (const QString advice = adviceOf(state); !advice.isEmpty())
-        content.texts << advice;
+    if (const QString advice = QString::fromLatin1(found.advice); !advice.isEmpty())
+        content.texts << translated(advice);
     if (copy) {
         content.offer = offerOf(*copy, state);
         content.choices.push_back({restore, translated(u"Put it back"_s)});
-    } else if (state == DatabaseState::Damaged || state == DatabaseState::Missing) {
+    } else if (found.lost) {
         content.texts << translated(u"No good copy of it was found in backups."_s);
     }
     content.choices.push_back({again, translated(u"Try again"_s)});
     content.none = translated(u"Go on without"_s);
     return content;
-}
-
-bool isLost(DatabaseState state) {
-    return state == DatabaseState::Damaged || state == DatabaseState::Missing;
 }
 
 }  // namespace
@@ -170,7 +155,7 @@ bool DatabaseRescue::makeOrChoose(const QString& choice, const QString& path) {
 }
 
 bool DatabaseRescue::offerWayOut(const QString& path, DatabaseState state) {
-    const auto copy = isLost(state) ? newestGoodCopy(path) : std::nullopt;
+    const auto copy = caseOf(state).lost ? newestGoodCopy(path) : std::nullopt;
     StartQuestion::Content content = contentOf(path, state, copy);
     while (true) {
         const QString choice = StartQuestion::ask(content);
