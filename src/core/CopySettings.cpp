@@ -1,9 +1,9 @@
 #include "core/CopySettings.h"
 
 #include "platform/basic/Paths.h"
+#include "platform/basic/SettingsFile.h"
 
 #include <QFileInfo>
-#include <QSettings>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-QString file() { return platform::platformPath(platform::programFolder() + u"\\copies.ini"_s); }
+const QString secondPlaceKey = u"Copies/SecondPlace"_s;
+const QString rehearsalKey = u"Copies/LastRehearsal"_s;
 
 QString keyOf(const QString& database) {
     const QString path = QFileInfo(platform::platformPath(database)).absoluteFilePath();
@@ -20,24 +21,26 @@ QString keyOf(const QString& database) {
 
 }  // namespace
 
+QString CopySettings::file() { return platform::platformPath(platform::programFolder() + u"\\copies.ini"_s); }
+
 CopySettings CopySettings::read() {
-    const QSettings settings(file(), QSettings::IniFormat);
-    return {settings.value(u"Copies/SecondPlace"_s).toString(),
-            settings.value(u"Copies/LastRehearsal"_s).toString()};
+    const platform::SettingsFile settings(file());
+    return {settings.value(secondPlaceKey).toString(), settings.value(rehearsalKey).toString(),
+            settings.problem()};
 }
 
 void CopySettings::write() const {
-    QSettings settings(file(), QSettings::IniFormat);
-    settings.setValue(u"Copies/SecondPlace"_s, secondPlace);
-    settings.setValue(u"Copies/LastRehearsal"_s, lastRehearsal);
+    platform::SettingsFile settings(file());
+    settings.setValue(secondPlaceKey, secondPlace);
+    settings.setValue(rehearsalKey, lastRehearsal);
 }
 
 QString CopySettings::identityOf(const QString& database) {
-    return QSettings(file(), QSettings::IniFormat).value(keyOf(database)).toString();
+    return platform::SettingsFile(file()).value(keyOf(database)).toString();
 }
 
 void CopySettings::remember(const QString& database, const QString& identity) {
-    QSettings settings(file(), QSettings::IniFormat);
+    platform::SettingsFile settings(file());
     if (settings.value(keyOf(database)).toString() != identity)
         settings.setValue(keyOf(database), identity);
 }

@@ -126,15 +126,12 @@ void DailyBackup::begin() {
             .secondPlace = {}};
     if (!isDue(job.identity))
         return;
-    CopySettings settings = CopySettings::read();
+    const CopySettings settings = CopySettings::read();
     const QString month = platform::today().toString(u"yyyy-MM"_s);
     job.copy = CopyShelf(folder(), job.identity).pathFor(platform::now());
     job.secondPlace = settings.secondPlace;
     job.rehearse = settings.lastRehearsal != month;
-    if (job.rehearse) {
-        settings.lastRehearsal = month;
-        settings.write();
-    }
+    m_rehearsal = job.rehearse ? month : QString();
     m_batchesAtCopy = batchesLogged(*connection);
     m_job = std::async(std::launch::async, [job, this] { run(job, [this] { return m_cancelled.load(); }); });
 }
@@ -149,6 +146,13 @@ bool DailyBackup::isDue(const QString& identity) {
     return batches - *m_batchesAtCopy >= batchesBetweenCopies;
 }
 
-void DailyBackup::finish() { m_job.get(); }
+void DailyBackup::finish() {
+    m_job.get();
+    if (m_rehearsal.isEmpty())
+        return;
+    CopySettings settings = CopySettings::read();
+    settings.lastRehearsal = m_rehearsal;
+    settings.write();
+}
 
 }  // namespace sorvanto

@@ -40,6 +40,7 @@ private:
     int m_startDelay, m_interval;
     bool m_started = false, m_looked = false;
     std::optional<std::int64_t> m_batchesAtCopy;  ///< unknown until the first look
+    QString m_rehearsal;  ///< the month, as "2026-03", when the copy under way is tried out as well
 };
 
 }  // namespace sorvanto

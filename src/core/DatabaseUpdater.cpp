@@ -104,12 +104,12 @@ void DatabaseUpdater::IdentifyStore(const QString&, const QString&, const QStrin
 
 // One line an update. A history that can't be written is no reason to take the update back.
 void DatabaseUpdater::writeHistory(const QString& from, const QString& to) const {
-    QFile file(platform::platformPath(platform::programFolder() + u"\\backups\\updates.txt"_s));
-    if (!file.open(QIODevice::Append | QIODevice::Text))
-        return;
     const QString line = u"%1   %2 -> %3   %4 %5\n"_s.arg(platform::storedDate(platform::now()), from, to,
                                                           m_storeName, m_phone);
-    file.write(line.toUtf8());
+    try {
+        platform::appendToFile(platform::programFolder() + u"\\backups\\updates.txt"_s, line.toUtf8());
+    } catch (const platform::RuntimeError&) {
+    }
 }
 
 void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, const QString& updateFilePath,

@@ -1,9 +1,10 @@
 #include "core/WindowPlace.h"
 
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/SettingsFile.h"
 #include "platform/widgets/WindowState.h"
 
 #include <QScreen>
-#include <QSettings>
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
@@ -11,15 +12,24 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr auto geometryKey = "window/geometry";
+const QString geometryKey = u"window/geometry"_s;
 constexpr QSize firstSize(1366, 768);
 constexpr int frameHeight = 48;  // about what title and borders take
+
+platform::SettingsFile settings() { return platform::SettingsFile(platform::windowStateFile()); }
+
+void save(const QString& key, const QVariant& value) {
+    try {
+        settings().setValue(key, value);
+    } catch (const platform::RuntimeError&) {
+        // How the window looks is no reason for a word in the midst of work.
+    }
+}
 
 }  // namespace
 
 void restoreWindowPlace(QWidget& window) {
-    const QSettings settings(platform::windowStateFile(), QSettings::IniFormat);
-    if (window.restoreGeometry(settings.value(QLatin1String(geometryKey)).toByteArray()))
+    if (window.restoreGeometry(settings().value(geometryKey).toByteArray()))
         return;
     const QSize available = window.screen() ? window.screen()->availableSize() : firstSize;
     window.resize(firstSize.boundedTo(available));
@@ -29,19 +39,11 @@ void restoreWindowPlace(QWidget& window) {
 }
 
 bool windowSetting(const char* key, bool unset) {
-    return QSettings(platform::windowStateFile(), QSettings::IniFormat)
-        .value(QLatin1String(key), unset)
-        .toBool();
+    return settings().value(QLatin1String(key), unset).toBool();
 }
 
-void saveWindowSetting(const char* key, bool value) {
-    QSettings(platform::windowStateFile(), QSettings::IniFormat).setValue(QLatin1String(key), value);
-}
+void saveWindowSetting(const char* key, bool value) { save(QLatin1String(key), value); }
 
-void saveWindowPlace(const QWidget& window) {
-    QSettings settings(platform::windowStateFile(), QSettings::IniFormat);
-    settings.setValue(QLatin1String(geometryKey), window.saveGeometry());
-    settings.sync();
-}
+void saveWindowPlace(const QWidget& window) { save(geometryKey, window.saveGeometry()); }
 
 }  // namespace sorvanto

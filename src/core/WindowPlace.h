@@ -10,7 +10,7 @@ void restoreWindowPlace(QWidget& window);
 /// A folder that can't be written is no failure: the place is just not remembered.
 void saveWindowPlace(const QWidget& window);
 
-/// What else the window remembers of itself, in the same file.
+/// What else the window remembers of itself, in the same file and as quietly.
 bool windowSetting(const char* key, bool unset);
 void saveWindowSetting(const char* key, bool value);
 

@@ -13,9 +13,11 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SettingsFile.h"
 #include "platform/data/Sqlite.h"
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
+#include "platform/widgets/WindowState.h"
 #include "shared/DraftStore.h"
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
@@ -82,6 +84,7 @@ void frmMain::loadSharedObjects(const ResumeNext& step) {
         basMain::ErrorReporter = m_parts.reporter();
         m_strip->follow(basMain::ErrorReporter);
     });
+    step([] { platform::SettingsFile(platform::windowStateFile()).expectRead(); });
     const bool firstStart = !platform::fileExists(platform::programFolder() + u"\\options.xml"_s);
     step([&] { basMain::Options = std::make_shared<clsOptions>(); });
     if (m_parts.rescueOptions)

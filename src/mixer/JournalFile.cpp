@@ -111,7 +111,7 @@ std::optional<JournalEntry> read(const QString& path) {
 
 std::optional<ClosedMix> readHead(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (file.size() > XmlDocument::largestFile || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QXmlStreamReader reader(&file);
     if (!reader.readNextStartElement() || reader.name() != "Mix"_L1)

@@ -103,9 +103,7 @@ JournalEntry& MixJournal::entry(const MixId& mix) {
 }
 
 void MixJournal::write(const JournalEntry& entry) const {
-    if (!platform::makePrivateFolder(folder()))
-        throw platform::RuntimeError(platform::error::permissionDenied,
-                                     u"Can't make the folder %1"_s.arg(folder()));
+    platform::needPrivateFolder(folder());
     journal_file::write(entry, openPath(entry.mix));
 }
 

@@ -28,10 +28,16 @@ const QString database = u"sorvanto.mdb"_s;
 const QString stampName = u"delivered.txt"_s;
 
 QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(platform::error::fileNotFound, file.errorString());
-    return file.readAll();
+    return platform::readFile(path, platform::XmlDocument::largestFile);
+}
+
+/// Empty where there is none that can be read.
+QByteArray formerStamp(const QString& folder) {
+    try {
+        return contentOf(folder + '/'_L1 + stampName);
+    } catch (const RuntimeError&) {
+        return {};
+    }
 }
 
 /// Tells one delivery from the next without reading its files.
@@ -85,8 +91,8 @@ bool isNew(const QDir& folder) {
 
 /// Whether a program that is at work in the folder holds its lock.
 bool isInUse(const QString& folder) {
-    const platform::Descriptor file(
-        ::open(QFile::encodeName(folder + u"/sorvanto.lock"_s).constData(), O_RDONLY | O_CLOEXEC));
+    const platform::Descriptor file(::open(QFile::encodeName(folder + u"/sorvanto.lock"_s).constData(),
+                                           O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     return file.number() >= 0 && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
@@ -126,8 +132,7 @@ QStringList layOut(const QString& delivered, const QString& folder, const QStrin
 }
 
 QStringList keepUpToDate(const QString& delivered, const QString& folder, const QString& toolFolder) {
-    QFile stamp(folder + '/'_L1 + stampName);
-    if (stamp.open(QIODevice::ReadOnly) && stamp.readAll() == stampOf(delivered))
+    if (formerStamp(folder) == stampOf(delivered))
         return {};
     return isInUse(folder) ? QStringList() : layOut(delivered, folder, toolFolder);
 }

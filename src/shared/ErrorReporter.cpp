@@ -4,8 +4,10 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <cstdio>
 
@@ -116,14 +118,15 @@ QString ErrorReporter::head() const {
 void ErrorReporter::write(const QString& text) {
     const QString folder = m_path.isEmpty() ? platform::programFolder() : m_path;
     const QByteArray bytes = text.toUtf8();
-    QFile file(logName(folder, 0));
-    if (file.size() > 0 && file.size() + bytes.size() > logLimit)
+    const QString log = logName(folder, 0);
+    if (const qint64 size = QFileInfo(log).size(); size > 0 && size + bytes.size() > logLimit)
         putAside(folder);
-    // Statements hold patients' names: nobody but the owner may read them.
-    const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-    const bool written = file.open(QIODevice::Append | QIODevice::WriteOnly, ownerOnly) &&
-                         file.write(bytes) == bytes.size() && file.flush();
-    m_logFailure = written ? QString() : file.errorString();
+    m_logFailure.clear();
+    try {
+        platform::appendToFile(log, bytes);
+    } catch (const platform::RuntimeError& failure) {
+        m_logFailure = failure.description();
+    }
 }
 
 }  // namespace sorvanto

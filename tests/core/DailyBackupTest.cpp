@@ -1,5 +1,6 @@
 // The dated copies of the database.
 #include "core/DailyBackup.h"
+#include "Hindrances.h"
 #include "TestProgram.h"
 #include "core/CopySettings.h"
 #include "platform/basic/Paths.h"
@@ -11,6 +12,7 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -124,10 +126,38 @@ TEST_F(DailyBackupTest, WhatAKilledCopyLeftIsTidied) {
     EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
 }
 
-TEST_F(DailyBackupTest, AFailureIsReportedAndNothingIsLeft) {
+TEST_F(DailyBackupTest, AFolderThatCanNotBeMadeIsToldWithTheSystemsReason) {
     folder.write("backups", "a file where the folder should be");
     run();
+    EXPECT_EQ(expectReport("DailyBackup:copy").description,
+              u"The folder %1 can't be made: File exists"_s.arg(folder.path("backups")));
+    ASSERT_TRUE(QFile::remove(folder.path("backups")));
+    {
+        const support::OrdinaryUser user;
+        run();
+        EXPECT_EQ(expectReport("DailyBackup:copy").description,
+                  u"The folder %1 can't be made: Permission denied"_s.arg(folder.path("backups")));
+    }
+    run();
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(DailyBackupTest, SettingsThatCanNotBeReadAreToldAndTheCopyIsMade) {
+    ASSERT_EQ(::mkfifo(folder.path("copies.ini").toLocal8Bit().constData(), 0600), 0);
+    run();
+    EXPECT_TRUE(expectReport("DailyBackup:copy").description.contains("no regular file"));
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(DailyBackupTest, ATrialThatFailsIsToldAndMadeAgainWithTheNextCopy) {
+    const QString scratch = "backups/sorvanto-0001-2026-03-07-140509.mdb.rehearsal.part/x";
+    QDir(folder.path()).mkpath(scratch);
+    run();
     expectReport("DailyBackup:copy");
+    EXPECT_EQ(CopySettings::read().lastRehearsal, "");
+    clock.set(QDateTime(QDate(2026, 3, 8), QTime(9, 0), Qt::UTC));
+    run();
+    EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03");
 }
 
 TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -259,10 +260,24 @@ TEST_F(DatabaseUpdaterTest, AHistoryThatCanNotBeWrittenTakesNothingBack) {
     EXPECT_TRUE(hasTable("Shelf"));
 }
 
+TEST_F(DatabaseUpdaterTest, APipeInThePlaceOfTheHistoryKeepsNobodyWaiting) {
+    QDir(folder.path()).mkpath("backups");
+    ASSERT_EQ(::mkfifo(folder.path("backups/updates.txt").toLocal8Bit().constData(), 0600), 0);
+    updates(two);
+    apply();
+    EXPECT_TRUE(applied);
+}
+
 TEST_F(DatabaseUpdaterTest, NoCopyNoUpdate) {
     updates(two);
     folder.write("backups", "a file where the folder should be");
-    EXPECT_THROW(apply(), platform::RuntimeError);
+    try {
+        apply();
+        ADD_FAILURE() << "updated without a copy";
+    } catch (const platform::RuntimeError& failure) {
+        EXPECT_EQ(failure.description(),
+                  u"The folder %1 can't be made: File exists"_s.arg(folder.path("backups")));
+    }
     EXPECT_FALSE(hasTable("Shelf"));
 }
 

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -21,6 +22,16 @@ TEST(WindowPlace, IsRememberedInAFileOfItsOwn) {
     QWidget next;
     restoreWindowPlace(next);
     EXPECT_EQ(next.size(), QSize(500, 400));
+}
+
+TEST(WindowPlace, APipeInTheFilesPlaceCountsAsNone) {
+    const support::TempProgramFolder folder;
+    ASSERT_EQ(::mkfifo(folder.path("window.ini").toLocal8Bit().constData(), 0600), 0);
+    QWidget window;
+    restoreWindowPlace(window);
+    EXPECT_GE(window.width(), 640);
+    EXPECT_TRUE(windowSetting("list/beside", true));
+    EXPECT_NO_THROW(saveWindowPlace(window));
 }
 
 TEST(WindowPlace, AFirstStartFitsTheScreenAndABrokenFileCountsAsNone) {

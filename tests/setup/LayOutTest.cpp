@@ -48,6 +48,19 @@ TEST_F(LayOutTest, ANewFolderIsItsOwnersAloneAndHasAnEmptyDatabase) {
     EXPECT_EQ(found.st_mode & 0777, 0700u);
 }
 
+TEST_F(LayOutTest, PipesInThePlaceOfItsFilesKeepNobodyWaiting) {
+    ASSERT_EQ(problems(), QStringList());
+    for (const char* name : {"dbupdate.xml", "delivered.txt", "GermanTranslation.xml", "sorvanto.lock"}) {
+        const QByteArray file = QFile::encodeName(folder() + '/'_L1 + QLatin1String(name));
+        ::unlink(file.constData());
+        ASSERT_EQ(::mkfifo(file.constData(), 0600), 0);
+    }
+    const QStringList told = keepUpToDate(delivered(), folder(), tools());
+    ASSERT_EQ(told.size(), 2) << told.join('\n').toStdString();
+    EXPECT_TRUE(told.at(0).endsWith("dbupdate.xml could not be brought up to date: it is no regular file"));
+    EXPECT_TRUE(told.at(1).contains("GermanTranslation.xml could not be brought up to date: "));
+}
+
 TEST_F(LayOutTest, AMissingDatabaseIsNeverReplacedByAnEmptyOne) {
     for (const char* name : {"options.xml", "dbupdate.xml"}) {
         ASSERT_TRUE(QDir(folder()).removeRecursively());

@@ -7,6 +7,7 @@
 #include "support/WarningTrap.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using sorvanto::ErrorReport;
 using sorvanto::ErrorReporter;
@@ -136,6 +137,13 @@ TEST_F(ErrorReporterTest, AnUnwritableFolderStopsNothing) {
     report("two");
     EXPECT_TRUE(reporter.logFailure().isEmpty());
     EXPECT_TRUE(log().contains("two"));
+}
+
+TEST_F(ErrorReporterTest, APipeInTheLogsPlaceKeepsNobodyWaiting) {
+    ASSERT_EQ(::mkfifo(folder.path("errors.log").toLocal8Bit().constData(), 0600), 0);
+    report("one");
+    EXPECT_EQ(announced.size(), 1U);
+    EXPECT_TRUE(reporter.logFailure().contains("no regular file")) << reporter.logFailure().toStdString();
 }
 
 TEST_F(ErrorReporterTest, AFullDiskStopsNothing) {

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -32,14 +33,16 @@ QString folderOfExecutable() {
     return QString::fromStdString(executable.parent_path().string());
 }
 
-[[noreturn]] void throwWriteError(int code, const QString& path) {
-    std::int32_t number = error::deviceIo;
+std::int32_t numberOf(int code) {
     if (code == EACCES || code == EPERM || code == EROFS)
-        number = error::permissionDenied;
-    else if (code == ENOSPC || code == EDQUOT || code == EFBIG)
-        number = error::diskFull;
-    throw RuntimeError(number,
-                       u"Can't write %1: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(code))));
+        return error::permissionDenied;
+    return code == ENOSPC || code == EDQUOT || code == EFBIG ? error::diskFull : error::deviceIo;
+}
+
+QString reasonOf(int code) { return QString::fromLocal8Bit(std::strerror(code)); }
+
+[[noreturn]] void throwWriteError(int code, const QString& path) {
+    throw RuntimeError(numberOf(code), u"Can't write %1: %2"_s.arg(path, reasonOf(code)));
 }
 
 bool writeAll(int file, const QByteArray& content) {
@@ -107,7 +110,7 @@ QByteArray readAll(int file, qint64 size) {
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            throw RuntimeError(error::deviceIo, QString::fromLocal8Bit(std::strerror(errno)));
+            throw RuntimeError(error::deviceIo, reasonOf(errno));
         if (count == 0)
             break;
         done += count;
@@ -118,21 +121,68 @@ QByteArray readAll(int file, qint64 size) {
 
 QString megabytes(qint64 bytes) { return QString::number((bytes + 999'999) / 1'000'000); }
 
+/// Empty when it may be opened.
+QString unfitness(const struct stat& known, qint64 largest) {
+    if (!S_ISREG(known.st_mode))
+        return u"it is no regular file"_s;
+    if (known.st_size > largest)
+        return u"it has %1 MB, at most %2 are read"_s.arg(megabytes(known.st_size), megabytes(largest));
+    return {};
+}
+
+/// A link by which a file of another folder would be written.
+bool leadsElsewhere(const QFileInfo& file) {
+    return file.isSymLink() && file.exists() &&
+           QFileInfo(file.canonicalFilePath()).path() != QFileInfo(file.path()).canonicalFilePath();
+}
+
+/// With its parents. The system's number of the failure; 0 when the folder is there at the end.
+int makeFolder(const QString& path) {
+    const QString native = platformPath(path);
+    if (QFileInfo(native).isDir())
+        return 0;
+    const QFileInfo parent(QFileInfo(native).path());
+    if (const int code = parent.isDir() ? 0 : makeFolder(parent.filePath()); code != 0)
+        return code;
+    const QByteArray name = QFile::encodeName(native);
+    if (::mkdir(name.constData(), 0700) != 0) {
+        const int code = errno;  // another program may have been quicker
+        return code == EEXIST && QFileInfo(native).isDir() ? 0 : code;
+    }
+    flushFolder(name);
+    return 0;
+}
+
 }  // namespace
 
 QByteArray readFile(const QString& path, qint64 largest) {
     const Descriptor file(
         ::open(QFile::encodeName(platformPath(path)).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (file.number() < 0)
-        throw RuntimeError(errno == ENOENT ? error::fileNotFound : error::permissionDenied,
-                           QString::fromLocal8Bit(std::strerror(errno)));
+        throw RuntimeError(errno == ENOENT ? error::fileNotFound : error::permissionDenied, reasonOf(errno));
     struct stat known {};
-    if (::fstat(file.number(), &known) != 0 || !S_ISREG(known.st_mode))
-        throw RuntimeError(error::deviceIo, u"it is no regular file"_s);
-    if (known.st_size > largest)
-        throw RuntimeError(error::deviceIo, u"it has %1 MB, at most %2 are read"_s.arg(
-                                                megabytes(known.st_size), megabytes(largest)));
+    ::fstat(file.number(), &known);
+    if (const QString why = unfitness(known, largest); !why.isEmpty())
+        throw RuntimeError(error::deviceIo, why);
     return readAll(file.number(), known.st_size);
+}
+
+QString unfitness(const QString& path, qint64 largest) {
+    const QString native = platformPath(path);
+    if (leadsElsewhere(QFileInfo(native)))
+        return u"it is a link to another folder"_s;
+    struct stat known {};
+    return ::stat(QFile::encodeName(native).constData(), &known) == 0 ? unfitness(known, largest) : QString();
+}
+
+void appendToFile(const QString& path, const QByteArray& content) {
+    const QString native = platformPath(path);
+    if (const QString why = unfitness(native, std::numeric_limits<qint64>::max()); !why.isEmpty())
+        throw RuntimeError(error::deviceIo, u"Can't write %1: %2"_s.arg(path, why));
+    Descriptor file(::open(QFile::encodeName(native).constData(),
+                           O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600));
+    if (file.number() < 0 || !writeAll(file.number(), content) || !file.close())
+        throwWriteError(errno, path);
 }
 
 void replaceFile(const QString& finished, const QString& path) {
@@ -150,18 +200,11 @@ bool giveSecondName(const QString& path, const QString& name) {
     return true;
 }
 
-bool makePrivateFolder(const QString& path) {
-    const QString native = platformPath(path);
-    if (QFileInfo(native).isDir())
-        return true;
-    const QFileInfo parent(QFileInfo(native).path());
-    if (!parent.isDir() && !makePrivateFolder(parent.filePath()))
-        return false;
-    const QByteArray name = QFile::encodeName(native);
-    if (::mkdir(name.constData(), 0700) != 0)
-        return errno == EEXIST;
-    flushFolder(name);
-    return true;
+bool makePrivateFolder(const QString& path) { return makeFolder(path) == 0; }
+
+void needPrivateFolder(const QString& path) {
+    if (const int code = makeFolder(path); code != 0)
+        throw RuntimeError(numberOf(code), u"The folder %1 can't be made: %2"_s.arg(path, reasonOf(code)));
 }
 
 QString programFolder() {
@@ -188,6 +231,9 @@ bool fileExists(const QString& path) {
 void writeFile(const QString& path, const QByteArray& content, Readers readers) {
     const QString native = platformPath(path);
     const QFileInfo info(native);
+    if (readers == Readers::Owner && leadsElsewhere(info))
+        throw RuntimeError(error::permissionDenied,
+                           u"Can't write %1: it is a link to another folder"_s.arg(path));
     // Through a link, so that the file it names is replaced and not the link.
     const QByteArray target = QFile::encodeName(info.exists() ? info.canonicalFilePath() : native);
     struct stat old {};

@@ -29,8 +29,7 @@ class UnfinishedFile {
 public:
     /// Only the owner may read it: it holds patients. Never through a link that lies there.
     explicit UnfinishedFile(const QString& target) : m_target(target), m_path(target + u".part"_s) {
-        if (!makePrivateFolder(QFileInfo(m_target).path()))
-            throw RuntimeError(error::permissionDenied, u"Can't be written: "_s + m_target, source);
+        needPrivateFolder(QFileInfo(m_target).path());
         QFile::remove(m_path);
         QFile file(m_path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))

@@ -3,6 +3,7 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SettingsFile.h"
 #include "platform/report/PagePainter.h"
 #include "platform/report/PrintService.h"
 #include "platform/widgets/WindowState.h"
@@ -14,7 +15,6 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QSettings>
 #include <algorithm>
 #include <optional>
 
@@ -146,16 +146,11 @@ QStringList printerNames() { return namesSource() ? namesSource()() : QPrinterIn
 void setPrinterNames(std::function<QStringList()> names) { namesSource() = std::move(names); }
 
 QPoint printerOffset(const QString& printer) {
-    const QSettings settings(windowStateFile(), QSettings::IniFormat);
-    return settings.value(offsetKey(printer)).toPoint();
+    return SettingsFile(windowStateFile()).value(offsetKey(printer)).toPoint();
 }
 
 void setPrinterOffset(const QString& printer, QPoint offset) {
-    QSettings settings(windowStateFile(), QSettings::IniFormat);
-    settings.setValue(offsetKey(printer), offset);
-    settings.sync();
-    if (settings.status() != QSettings::NoError)
-        throw RuntimeError(error::permissionDenied, u"Can't write %1"_s.arg(windowStateFile()));
+    SettingsFile(windowStateFile()).setValue(offsetKey(printer), offset);
 }
 
 }  // namespace platform

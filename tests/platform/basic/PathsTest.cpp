@@ -201,6 +201,47 @@ TEST_F(Files, WritesThroughALink) {
     EXPECT_EQ(content(path("real.xml")), "new");
 }
 
+TEST_F(Files, TheProgramsOwnAreNotWrittenThroughALinkToAnotherFolder) {
+    ASSERT_TRUE(makePrivateFolder(path("home")) && makePrivateFolder(path("other")));
+    put(path("other/theirs"), "old");
+    ASSERT_TRUE(QFile::link(path("other/theirs"), path("home/options.xml")));
+    EXPECT_RAISES(writeFile(path("home/options.xml"), "new"), error::permissionDenied);
+    EXPECT_RAISES(appendToFile(path("home/options.xml"), "new"), error::deviceIo);
+    EXPECT_EQ(unfitness(path("home/options.xml"), 100), "it is a link to another folder");
+    EXPECT_EQ(content(path("other/theirs")), "old");
+    writeFile(path("home/options.xml"), "new", Readers::UsersChoice);
+    EXPECT_EQ(content(path("other/theirs")), "new") << "what the user names he means";
+}
+
+TEST_F(Files, AFileGrowsAtItsEnd) {
+    const mode_t mask = umask(0);
+    appendToFile(path("a.log"), "one ");
+    appendToFile(path("a.log"), "two");
+    umask(mask);
+    EXPECT_EQ(content(path("a.log")), "one two");
+    EXPECT_EQ(rightsOf(path("a.log")), 0600U);
+    EXPECT_RAISES(appendToFile(path("no/such/a.log"), "x"), error::deviceIo);
+    ASSERT_EQ(::mkfifo(path("pipe.log").toLocal8Bit().constData(), 0600), 0);
+    EXPECT_RAISES(appendToFile(path("pipe.log"), "x"), error::deviceIo);
+    const FullDisk disk(8);
+    EXPECT_RAISES(appendToFile(path("a.log"), "three"), error::diskFull);
+}
+
+TEST_F(Files, WhyAFolderCanNotBeMadeIsTheSystemsWord) {
+    put(path("file"), "x");
+    for (const auto& [folder, reason] : {std::pair{"file", "File exists"}, {"file/below", "File exists"}}) {
+        try {
+            needPrivateFolder(path(QLatin1String(folder)));
+            ADD_FAILURE() << folder;
+        } catch (const RuntimeError& failure) {
+            EXPECT_TRUE(failure.description().startsWith(u"The folder %1"_s.arg(path("file"))) &&
+                        failure.description().endsWith(QLatin1String(reason)))
+                << failure.description().toStdString();
+        }
+    }
+    EXPECT_NO_THROW(needPrivateFolder(path("a/b")));
+}
+
 TEST_F(Files, FullDiskLeavesTheOldFileAndNothingElse) {
     put(path("a.xml"), "old");
     {
