@@ -6,6 +6,7 @@
 #include "core/KeysLeft.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
+#include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/data/Connection.h"
@@ -28,7 +29,7 @@ namespace {
 
 constexpr int daysLookedAt = 30;
 
-QString counted(std::int64_t number) {
+QString grouped(std::int64_t number) {
     return platform::systemLocale().toString(static_cast<qlonglong>(number));
 }
 
@@ -57,11 +58,13 @@ HealthLine databaseLine(const QString& readingOnly) {
     for (const TableKeys& table : keysLeft(connection))
         rows += table.rows;
     const bool writable = readingOnly.isEmpty() && !connection.isReadOnly();
-    const QString state =
-        writable ? translated(u"Open, writable, %1 rows"_s) : translated(u"Open for reading, %1 rows"_s);
+    const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
+                                   : translated(u"Open for reading, %1 row | Open for reading, %1 rows"_s);
     const auto identity = readFileIdentity(connection);
-    HealthLine line{
-        title + ' '_L1 + QFileInfo(fileOf(connection)).fileName(), with(state, counted(rows)), {}, writable};
+    HealthLine line{title + ' '_L1 + QFileInfo(fileOf(connection)).fileName(),
+                    platform::counted(state, rows),
+                    {},
+                    writable};
     line.detail = fileOf(connection);
     if (identity)
         line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));
@@ -70,8 +73,10 @@ HealthLine databaseLine(const QString& readingOnly) {
     return line;
 }
 
-/// "About 11 months at 7 batches a day": as long as the last thirty days tell.
-QString timeLeft(const platform::Connection& connection, std::int64_t left) {
+/// "About 11 months at 7 batches a day": as long as the last thirty days tell, for the keys of batches alone.
+QString timeLeft(const platform::Connection& connection, const TableKeys& table) {
+    if (table.name != "Logs"_L1)
+        return {};
     const QString since = platform::storedDate(platform::today().addDays(-daysLookedAt));
     platform::sqlite::Statement recent(connection.handle(), u"SELECT count(*) FROM Log WHERE log_Date >= ?"_s,
                                        {});
@@ -79,10 +84,13 @@ QString timeLeft(const platform::Connection& connection, std::int64_t left) {
     const std::int64_t batches = recent.step() ? recent.integer(0) : 0;
     if (batches == 0)
         return {};
-    const auto months = left / batches;
+    const auto months = table.left() / batches;
     const auto aDay = std::max<std::int64_t>(1, (batches + daysLookedAt / 2) / daysLookedAt);
-    return with(translated(u"About %1 months at %2 batches a day"_s), counted(months))
-        .replace(u"%2"_s, counted(aDay));
+    const QString pace = platform::counted(translated(u"%1 batch a day | %1 batches a day"_s), aDay);
+    if (months == 0)
+        return with(translated(u"Less than a month at %1"_s), pace);
+    return platform::counted(translated(u"About %1 month at %2 | About %1 months at %2"_s), months)
+        .replace(u"%2"_s, pace);
 }
 
 HealthLine keysLine() {
@@ -93,13 +101,13 @@ HealthLine keysLine() {
     const TableKeys& fewest = tables.front();
     QString state = translated(u"%1 in %2"_s);
     HealthLine line{title,
-                    state.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, counted(fewest.left())),
+                    state.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, grouped(fewest.left())),
                     {},
                     !fewest.isShort()};
-    line.note = timeLeft(*basMain::gConnection, fewest.left());
+    line.note = timeLeft(*basMain::gConnection, fewest);
     QStringList others;
     for (std::size_t i = 1; i < tables.size(); ++i)
-        others << translated(tables[i].name) + ' '_L1 + counted(tables[i].left());
+        others << translated(tables[i].name) + ' '_L1 + grouped(tables[i].left());
     line.detail = others.join(u" · "_s);
     if (fewest.isShort())
         line.detail = translated(u"sorvanto-db archive puts older batches into an archive and makes room."_s);
@@ -120,9 +128,16 @@ HealthLine copyLine() {
 }
 
 HealthLine secondPlaceLine() {
-    const QString place = CopySettings::read().secondPlace;
+    const CopySettings settings = CopySettings::read();
+    const QString place = settings.secondPlace;
     HealthLine line{translated(u"Second place for copies"_s), translated(u"None set"_s), {}};
     line.isSecondPlace = true;
+    if (!settings.problem.isEmpty())
+        return {line.name,
+                translated(u"Can not be read"_s),
+                {},
+                false,
+                CopySettings::file() + u": "_s + settings.problem};
     if (place.isEmpty())
         return line;
     const QFileInfo folder(place);

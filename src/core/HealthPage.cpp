@@ -115,13 +115,22 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     for (QWidget* each : m_card->findChildren<QWidget*>())
         each->ensurePolished();  // the widths of bold texts
     m_card->layout()->invalidate();
-    const QSize rows = m_card->layout()->totalSizeHint();
-    const int width = qMax(90 * grid, rows.width() + 10 * grid);
-    const int height =
-        qMax(rows.height(), m_card->layout()->totalHeightForWidth(width - 10 * grid)) + 14 * grid;
-    const QSize room = screen() ? screen()->availableSize() : QSize(width, height);
-    resize(qMin(width, room.width() - 4 * grid), qMin(height, room.height() - 8 * grid));
+    fitScreen();
     close->setFocus();
+}
+
+// As wide as its lines are, up to the screen's width; what doesn't fit beside a line stands below it.
+void HealthPage::fitScreen() {
+    constexpr int aside = 10 * grid;   // page and card around the lines
+    constexpr int around = 14 * grid;  // and the buttons below
+    const QSize room = (screen() ? screen()->availableSize() : QSize(1024, 768)) - QSize(4 * grid, 8 * grid);
+    m_narrow = m_card->layout()->totalSizeHint().width() + aside > room.width();
+    if (m_narrow)
+        showLines();
+    const auto& rows = *m_card->layout();
+    const int width = qMin(qMax(90 * grid, rows.totalSizeHint().width() + aside), room.width());
+    const int height = qMax(rows.totalSizeHint().height(), rows.totalHeightForWidth(width - aside)) + around;
+    resize(width, qMin(height, room.height()));
 }
 
 HealthPage::~HealthPage() {
@@ -203,7 +212,7 @@ void HealthPage::showLines() {
 
 void HealthPage::addLine(int row, const HealthLine& line) {
     auto& rows = dynamic_cast<QGridLayout&>(*m_card->layout());
-    const int top = 3 * row;
+    const int top = 4 * row;
     if (row > 0) {
         auto* rule = new QFrame(m_card);
         rule->setFixedHeight(1);
@@ -214,24 +223,35 @@ void HealthPage::addLine(int row, const HealthLine& line) {
     mark->setPixmap(dot(line.good, devicePixelRatioF()));
     mark->setAccessibleName(line.good ? translated(u"Good"_s) : translated(u"To be looked at"_s));
     auto* state = label(line.state, line.good ? nullptr : "caution");
-    auto* note = label(line.note, "quiet");
-    note->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    note->setWordWrap(true);
     rows.addWidget(mark, top + 1, 0);
     rows.addWidget(label(line.name), top + 1, 1);
     rows.addWidget(state, top + 1, 2);
-    rows.addWidget(note, top + 1, 3);
     rows.setRowMinimumHeight(top + 1, rowHeight - 1);
-    if (line.isSecondPlace) {
-        rows.addWidget(m_place, top + 1, 3);
-        m_place->show();
-    }
+    if (line.isSecondPlace)
+        addAside(*m_place, top);
+    else if (!line.note.isEmpty())
+        addAside(*label(line.note, "quiet"), top);
     if (line.detail.isEmpty())
         return;
     auto* detail = label(line.detail, "quiet");
     detail->setWordWrap(true);
+    QSizePolicy policy = detail->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);  // a path without blanks can't be wrapped
+    detail->setSizePolicy(policy);
+    detail->setToolTip(line.detail);
     detail->setContentsMargins(0, 0, 0, 12);
-    rows.addWidget(detail, top + 2, 1, 1, 3);
+    rows.addWidget(detail, top + 3, 1, 1, 3);
+}
+
+void HealthPage::addAside(QWidget& what, int top) {
+    auto& rows = dynamic_cast<QGridLayout&>(*m_card->layout());
+    if (auto* text = qobject_cast<QLabel*>(&what)) {
+        text->setAlignment((m_narrow ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+        text->setWordWrap(true);
+        text->setContentsMargins(0, 0, 0, m_narrow ? grid : 0);
+    }
+    rows.addWidget(&what, m_narrow ? top + 2 : top + 1, m_narrow ? 1 : 3, 1, m_narrow ? 3 : 1);
+    what.show();
 }
 
 }  // namespace sorvanto

@@ -35,6 +35,9 @@ private:
     void look();
     void showLines();
     void addLine(int row, const HealthLine& line);
+    /// At the end of the line, or below it on a narrow page.
+    void addAside(QWidget& what, int top);
+    void fitScreen();
     void addSecondPlace();
     void setSecondPlace();
 
@@ -47,6 +50,7 @@ private:
     QLineEdit* m_place;
     QLabel* m_summary;
     QPushButton* m_again;
+    bool m_narrow = false;
 };
 
 }  // namespace sorvanto

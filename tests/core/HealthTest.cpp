@@ -16,7 +16,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -86,6 +89,19 @@ TEST_F(HealthTest, TheTimeThatIsLeftComesFromTheLastThirtyDays) {
         "INSERT INTO Log (log_Date) SELECT '2026-03-01 10:00:00' FROM n");
     useKeys("Log", 30'411);
     EXPECT_EQ(line("Keys left").note, "About 11 months at 7 batches a day");
+    useKeys("Log", 32'600);
+    EXPECT_EQ(line("Keys left").note, "Less than a month at 7 batches a day");
+    sql("DELETE FROM Log WHERE LogID > (SELECT min(LogID) FROM Log) + 19");
+    useKeys("Log", 32'740);
+    EXPECT_EQ(line("Keys left").note, "About 1 month at 1 batch a day");
+    useKeys("Patient", 32'760);
+    EXPECT_EQ(line("Keys left").note, "") << "nothing is known of how fast patients come";
+}
+
+TEST_F(HealthTest, OneRowIsNotCalledRows) {
+    sql("DELETE FROM RXs; DELETE FROM LogChem; DELETE FROM Log; DELETE FROM FormChem; DELETE FROM Formula;"
+        "DELETE FROM Chemical; DELETE FROM Patient WHERE PatientID > (SELECT min(PatientID) FROM Patient)");
+    EXPECT_EQ(line("Database").state, "Open, writable, 1 row");
 }
 
 TEST_F(HealthTest, TheNewestCopyIsOfToday) {
@@ -118,6 +134,14 @@ TEST_F(HealthTest, ALanguageFileThatIsBrokenMeanwhile) {
     EXPECT_EQ(line("Options and language files").state, "Language file not read");
 }
 
+TEST_F(HealthTest, SettingsOfTheCopiesThatCanNotBeRead) {
+    ASSERT_EQ(::mkfifo(folder.path("copies.ini").toLocal8Bit().constData(), 0600), 0);
+    const HealthLine place = line("Second place for copies");
+    EXPECT_FALSE(place.good);
+    EXPECT_EQ(place.state, "Can not be read");
+    EXPECT_EQ(place.detail, folder.path("copies.ini") + ": it is no regular file");
+}
+
 TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     copyNow();
     HealthPage page([this] { return context; });
@@ -135,6 +159,19 @@ TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     QTest::keyClick(place, Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
     EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "Things to look at: 1");
+}
+
+TEST_F(HealthTest, ThePageShowsItsWholeWidthOnASmallScreen) {
+    context.mixer = "COM1: firmware SIM-2.1, the line is good";
+    context.mixerNote = "simulated, for training and for trials; nothing is mixed by it in the real world";
+    copyNow();
+    HealthPage page([this] { return context; });
+    page.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    const auto* card = child<QFrame>(page, "fraHealth");
+    const auto* scroll = page.findChild<QScrollArea*>();
+    EXPECT_LE(page.width(), page.screen()->availableSize().width());
+    EXPECT_LE(card->mapTo(scroll->viewport(), QPoint(card->width(), 0)).x(), scroll->viewport()->width());
 }
 
 TEST_F(HealthTest, DamageThatTheEngineFindsIsSaid) {
