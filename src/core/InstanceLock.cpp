@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -77,6 +78,22 @@ InstanceState InstanceLock::takeDatabase(const QString& file) {
     if (!m_database || m_database->path() != path)
         m_database.emplace(path);
     return take(*m_database, file);
+}
+
+InstanceState InstanceLock::takeIdentity(const QString& identity) {
+    const QString place = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString path = u"%1/sorvanto-%2.lock"_s.arg(place, identity);
+    InstanceState state;
+    if (m_identity && m_identity->path() != path)
+        m_identity.reset();
+    if (identity.isEmpty() || !QFileInfo(place).isDir())
+        return state;
+    if (!m_identity)
+        m_identity.emplace(path);
+    if (m_identity->take() == ProcessLock::Outcome::Held)
+        state.readingOnly =
+            translated(u"Another program has this database open under another name, or a copy of it."_s);
+    return state;
 }
 
 }  // namespace sorvanto

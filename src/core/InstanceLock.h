@@ -27,11 +27,15 @@ public:
     InstanceState takeFolder(const QString& folder);
     /// In the place of the lock of another database.
     InstanceState takeDatabase(const QString& file);
+    /// By what every name and every copy of the database have in common, empty for none. Another program of this user
+    /// that holds it is no second one on the file, but what is written into the one would be missing in the other:
+    /// for reading only. Where the session has no folder for such things nothing is asked.
+    InstanceState takeIdentity(const QString& identity);
 
 private:
     bool firstVersionRuns(const QString& folder);
 
-    std::optional<platform::ProcessLock> m_folder, m_database;
+    std::optional<platform::ProcessLock> m_folder, m_database, m_identity;
     int m_firstVersion = -1;  ///< the file by which programs of version 1.0 know each other
 };
 

@@ -55,13 +55,15 @@ InstanceState findOtherPrograms(InstanceLock& lock) {
         return state;
     const QString file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"));
     const InstanceState ofDatabase = lock.takeDatabase(file);
+    const auto identity = readFileIdentity(*connection);
+    const InstanceState ofCopies = lock.takeIdentity(identity ? identity->identity : QString());
     state.runs = ofDatabase.runs;
     if (connection->isReadOnly())
         state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, file);
-    else if (const auto identity = readFileIdentity(*connection); identity && !identity->parent.isEmpty())
+    else if (identity && !identity->parent.isEmpty())
         state.readingOnly = translated(u"%1 is an archive."_s).replace(u"%1"_s, file);
     else if (state.readingOnly.isEmpty())
-        state.readingOnly = ofDatabase.readingOnly;
+        state.readingOnly = ofDatabase.readingOnly.isEmpty() ? ofCopies.readingOnly : ofDatabase.readingOnly;
     return state;
 }
 

@@ -130,6 +130,27 @@ TEST_F(InstanceLockTest, TwoFoldersMayNotHaveOneDatabase) {
         << "given back with the change to another one";
 }
 
+// A hard link, a folder mounted twice, a copy: other paths, one identity.
+TEST_F(InstanceLockTest, ACopyIsReadOnlyWhileTheDatabaseIsOpen) {
+    qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());
+    const QString one(32, 'a');
+    const QString other(32, 'b');
+    const auto elsewhere = [](const QString& identity) {
+        return askedElsewhere([&](InstanceLock& asked) { return asked.takeIdentity(identity); });
+    };
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone) << "its own lock is no other's";
+    EXPECT_EQ(elsewhere(one), Answer::ReadingOnly);
+    EXPECT_EQ(elsewhere(other), Answer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(other)), Answer::Alone);
+    EXPECT_EQ(elsewhere(one), Answer::Alone) << "given back with the change to another one";
+    EXPECT_EQ(answerOf(lock.takeIdentity(QString())), Answer::Alone);
+    EXPECT_EQ(elsewhere(other), Answer::Alone);
+    qputenv("XDG_RUNTIME_DIR", "/nowhere");
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone);
+    qunsetenv("XDG_RUNTIME_DIR");
+}
+
 TEST_F(InstanceLockTest, WhatDeadProgramsAndFailuresLeaveIsClearedAway) {
     const QByteArray own = QSysInfo::machineHostName().toUtf8();
     for (const QByteArray& left :
