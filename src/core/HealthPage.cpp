@@ -144,6 +144,8 @@ void HealthPage::addSecondPlace() {
     m_place->setAccessibleName(translated(u"Second place for copies"_s));
     m_place->setPlaceholderText(translated(u"Folder on a stick or a share"_s));
     m_place->setText(CopySettings::read().secondPlace);
+    m_place->ensurePolished();
+    m_place->setMinimumWidth(m_place->fontMetrics().horizontalAdvance(m_place->placeholderText()) + 4 * grid);
     connect(m_place, &QLineEdit::editingFinished, this, &HealthPage::setSecondPlace);
 }
 

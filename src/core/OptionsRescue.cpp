@@ -21,7 +21,9 @@ StartQuestion::Content contentFor(const clsOptions& options, const QDateTime& ke
     content.title = translated(u"Sorvanto Control Panel"_s);
     content.heading = translated(u"The options could not be read."_s);
     content.file = platform::platformPath(platform::programFolder() + u"/options.xml"_s);
-    content.texts << options.problem() << translated(u"Whatever you choose, the broken file is kept."_s);
+    content.texts << translated(u"The file is damaged, or it is another file."_s)
+                  << translated(u"Whatever you choose, the broken file is kept."_s);
+    content.detail = options.problem();
     if (kept.isValid()) {
         content.offer << translated(u"The last options that could be read are of %1."_s)
                              .replace(u"%1"_s, platform::dateText(kept));

@@ -75,6 +75,8 @@ void StartQuestion::addHead(const Content& content, QVBoxLayout& column) {
     }
     for (const QString& text : content.texts)
         texts->addWidget(paragraph(text));
+    if (!content.detail.isEmpty())
+        texts->addWidget(paragraph(content.detail, "quiet"));
     row->addLayout(texts, 1);
     column.addLayout(row);
 }

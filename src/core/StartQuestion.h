@@ -23,11 +23,12 @@ public:
     struct Content {
         QString title;
         QString heading;
-        QString file;                 ///< shown in the middle shortened where it is long; may be empty
-        QStringList texts;            ///< paragraphs
-        QStringList offer;            ///< paragraphs of the card below; none: no card
-        QString failure;              ///< why the way just tried failed; may be empty
-        bool warning = true;          ///< with the sign of a warning
+        QString file;         ///< shown in the middle shortened where it is long; may be empty
+        QStringList texts;    ///< paragraphs
+        QString detail;       ///< a quiet line for a helper, in no language but the system's; may be empty
+        QStringList offer;    ///< paragraphs of the card below; none: no card
+        QString failure;      ///< why the way just tried failed; may be empty
+        bool warning = true;  ///< with the sign of a warning
         std::vector<Choice> choices;  ///< the first is the main one
         QString none;                 ///< caption of the button that chooses nothing
     };

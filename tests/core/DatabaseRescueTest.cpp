@@ -270,6 +270,8 @@ TEST_F(OptionsRescueTest, TheLastGoodOptionsAreOffered) {
     answer("cmdLastGood");
     offerOptions(*basMain::Options);
     EXPECT_TRUE(said.contains("The options could not be read.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("The file is damaged, or it is another file."));
+    EXPECT_TRUE(said.contains("line 1: ")) << "the system's own word, for a helper";
     EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
 }
 
