@@ -145,6 +145,20 @@ TEST_F(CurrFormulaTest, TheMixerHasItsFormulaBeforeTheWorksheet) {
     EXPECT_EQ(loaded().size(), 1);
 }
 
+TEST_F(CurrFormulaTest, AWorksheetThatFailsLeavesTheFormulaOnTheMixer) {
+    loadAt("Cooling Gel");
+    asker.expectModal("frmMake", [](QWidget& question) {
+        support::child<QCheckBox>(question, "chkPrint")->setChecked(true);
+        support::child<QPushButton>(question, "OKButton")->click();
+        basMain::MixTypes.clear();  // the sheet names the type
+    });
+    click("cmdMake");
+    expectReport("ReportFlow:preview");
+    expectReport("frmCurrFormula:refreshForm");
+    EXPECT_FALSE(closePreview());
+    EXPECT_EQ(loaded().size(), 1);
+}
+
 TEST_F(CurrFormulaTest, ABaseBatchOfNothingStopsTheMake) {
     sql("UPDATE Formula SET frm_Quantity = 0 WHERE FormulaID = 2");
     loadAt("Plain Base");
@@ -236,6 +250,21 @@ TEST_F(CurrFormulaTest, WorksheetOfTheBatchAsLastMadeAsksNoQuantity) {
     click("mnuWorksheetx");
     EXPECT_FALSE(folder.has("Worksheet.xls")) << "the export entry is on and does nothing";
     EXPECT_FALSE(closePreview());
+}
+
+TEST_F(CurrFormulaTest, ThePrintAndExportListsHoldTheWorksheetAlone) {
+    loadAt("Cooling Gel");
+    expectQuantity("10", "25");
+    click("cmdMake");
+    ASSERT_TRUE(on("cmdPrint") && on("cmdExport") && on("mnuWorksheetx"));
+    for (const char* entry : {"cmdPrint", "cmdExport", "mnuPrint", "mnuExport", "mnuWorksheetx",
+                              "mnuFormulaLog", "mnuFormulaLogx", "mnuLabel", "mnuLabelx", "mnuReport",
+                              "mnuReportx", "mnuJarReport", "mnuJarReportx"}) {
+        force(entry);
+        EXPECT_FALSE(closePreview()) << entry;
+    }
+    EXPECT_TRUE(QDir(folder.path()).entryList({"*.xls"}, QDir::Files).isEmpty());
+    EXPECT_EQ(window->current(), currentFormula);
 }
 
 TEST_F(CurrFormulaTest, EverythingHereIsForReadingOnly) {
