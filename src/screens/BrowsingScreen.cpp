@@ -96,7 +96,10 @@ void BrowsingScreen::addRecordTools() {
     m_tools.on({"cmdEdit"_L1}, [this] { cmdEdit(); });
     m_tools.on({"cmdSave"_L1}, [this] { cmdSave(); });
     m_tools.on({"cmdCancel"_L1}, [this] { cmdCancel(); });
-    m_tools.on({"cmdNew"_L1}, [this] { addRecord(); });
+    m_tools.on({"cmdNew"_L1}, [this] {
+        addRecord();
+        m_newKey = recordOnView().key;
+    });
     m_tools.on({"cmdDelete"_L1}, [this] { cmdDelete(); });
 }
 
@@ -135,6 +138,9 @@ void BrowsingScreen::cmdSave() {
 
 void BrowsingScreen::cmdCancel() {
     typingEnded();
+    // Where quitting was refused the chemicals are locked, and the user may have left the new row for another.
+    if (m_new && recordOnView().key != m_newKey)
+        m_new = false;
     if (m_new) {
         dropNewRecord();
         m_new = false;

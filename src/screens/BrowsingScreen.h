@@ -121,6 +121,7 @@ private:
     DraftFit openForDraft(const Draft& draft);
 
     const BrowsedRecords m_records;
+    std::int16_t m_newKey = 0;  ///< of the row that addRecord made last
     platform::RecordsetPtr m_identifiers;
     DraftKeeper m_drafts{*this};
 };

@@ -173,6 +173,23 @@ TEST_F(ChemicalEditTest, CancellingANewChemicalRemovesItWithoutAQuestion) {
     EXPECT_EQ(str(caption()), "Sorvanto Control Panel: Chemicals  :  Aspirin");
 }
 
+// Cancel at the closing question locks the screen, and the user may go elsewhere from there.
+TEST_F(ChemicalEditTest, CancelNeverTakesAnotherRecordForTheNewOne) {
+    browse();
+    click("cmdNew");
+    asker.expectMsgBox("Chemical data not saved! Save Changes?",
+                       {platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false, true},
+                       "Save Data?", platform::Answer::Cancel);
+    EXPECT_EQ(chemical().closeForm(), 2);
+    click("cmdChemicals");
+    click("cmdFirst");
+    click("cmdEdit");
+    click("cmdCancel");
+    EXPECT_EQ(str(sqlText("SELECT count(*) FROM Chemical")), "5");
+    EXPECT_EQ(str(shown("txtchm_Name")), "Aspirin");
+    EXPECT_TRUE(chemical().formLocked());
+}
+
 TEST_F(ChemicalEditTest, AUsedChemicalIsRefused) {
     browse();
     click("cmdNext");
