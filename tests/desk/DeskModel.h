@@ -49,6 +49,7 @@ struct Screen {
     std::vector<int> set;  ///< the keys as they were read last
     int at = 0;            ///< place in the set
     int key = 0;           ///< of the record on view, 0 for none
+    int newKey = 0;        ///< of the row that was added last
     Texts record;          ///< its values
     Texts boxes;           ///< what the program put there
     Texts typed;           ///< over it, neither saved nor cancelled
@@ -73,6 +74,12 @@ struct Question {
 
 enum class Mix { None, Loaded, Running, Waits };
 
+/// What is mixed: the formula's key, and its name when it was made.
+struct Batch {
+    int formula = 0;
+    QString name;
+};
+
 class Model {
 public:
     explicit Model(std::function<int(int)> choose);
@@ -88,8 +95,8 @@ public:
     void selectPrescription() { m_selected = true; }
     void bringBack();
     void discard() { drafts.erase(drafts.begin()); }
-    void signNow() { sign(); }
-    void logOffer();
+    void signNow() { signMix(); }
+    void logOffer(std::size_t at);
     void startMix() { mix = Mix::Running; }
     void mixEnds() { mix = Mix::Waits; }
     void mixFails() { mix = Mix::None; }
@@ -111,7 +118,8 @@ public:
 
     // What keeps the walk from what can only end in a report of an error.
     bool canSave(ScreenNumber screen) const { return screens.at(screen).key != 0; }
-    bool isMixed(int key) const { return mix != Mix::None && mixed == key; }
+    bool isMixed(int key) const;
+    bool hasBaseBatch(int formulaKey) const;
 
     std::map<ScreenNumber, Screen> screens;
     std::map<ScreenNumber, std::map<int, Texts>> rows;
@@ -125,8 +133,8 @@ public:
     QString formulaName, formulaShown;
     std::vector<Draft> drafts;  ///< on offer, the newest first
     Mix mix = Mix::None;
-    int mixed = 0;
-    std::vector<int> offers;  ///< formulas of the mixes that are not in the log, the oldest first
+    Batch mixed;
+    std::vector<Batch> offers;  ///< of the mixes that are not in the log, in the order of their starts
     std::vector<Question> questions;
 
 private:
@@ -181,7 +189,9 @@ private:
     void giveUp(ScreenNumber screen);
     void view(ScreenNumber screen);
     int newRow(ScreenNumber screen, Texts record);
-    void sign();
+    /// False where the signing is cancelled.
+    bool sign(int formula);
+    void signMix();
     bool isReplacedStill(const Draft& draft) const;
     Texts blank(ScreenNumber screen) const;
 

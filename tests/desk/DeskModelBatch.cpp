@@ -51,8 +51,7 @@ bool Model::make(ScreenNumber) {
     formulaShown = formulaName;
     if (formula <= 0)
         return true;
-    const bool canBeMade = rows[formulas][formula][u"txtfrm_Quantity"_s] != "0"_L1;
-    const bool yes = canBeMade && !chance(3);
+    const bool yes = hasBaseBatch(formula) && !chance(3);
     ask(u"frmMake"_s, {}, yes ? u"OKButton"_s : u"CancelButton"_s);
     if (!yes)
         return true;
@@ -60,8 +59,13 @@ bool Model::make(ScreenNumber) {
     if (mix == Mix::Running || mix == Mix::Waits)
         return true;  // the panel says that the mixer is busy
     mix = Mix::Loaded;
-    mixed = formula;
+    mixed = {formula, formulaName};
     return true;
+}
+
+bool Model::hasBaseBatch(int formulaKey) const {
+    const auto found = rows.at(formulas).find(formulaKey);
+    return found != rows.at(formulas).end() && found->second[u"txtfrm_Quantity"_s] != "0"_L1;
 }
 
 bool Model::worksheet(ScreenNumber) {
@@ -88,39 +92,45 @@ bool Model::dates(ScreenNumber) {
     return true;
 }
 
+bool Model::isMixed(int key) const {
+    return (mix != Mix::None && mixed.formula == key) ||
+           std::any_of(offers.begin(), offers.end(),
+                       [&](const Batch& offer) { return offer.formula == key; });
+}
+
 void Model::rest() {
     if (mix == Mix::Waits && isFree())
-        sign();
+        signMix();
 }
 
-void Model::logOffer() {
-    const Mix before = mix;
-    const int loaded = mixed;
-    mixed = offers.front();
-    offers.erase(offers.begin());
-    sign();
-    mix = before;
-    mixed = loaded;
+// It keeps its place while it is not signed.
+void Model::logOffer(std::size_t at) {
+    if (sign(offers.at(at).formula))
+        offers.erase(offers.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
-// Signed or not, the formulas come on show; the batches are passed through with the new one.
-void Model::sign() {
+void Model::signMix() {
     mix = Mix::None;
+    if (!sign(mixed.formula))
+        offers.push_back(mixed);
+}
+
+// Signed or not, the formulas come on show; the batches are passed through with the new one. It is logged under
+// the name that the formula bears by then.
+bool Model::sign(int key) {
+    const QString name = nameOf(formulas, rows[formulas][key]);
     const bool yes = !chance(3);
-    ask(u"frmInitials"_s, nameOf(formulas, rows[formulas][mixed]), yes ? u"cmdOK"_s : u"cmdCancel"_s);
+    ask(u"frmInitials"_s, name, yes ? u"cmdOK"_s : u"cmdCancel"_s);
     if (yes) {
-        newRow(logs, {{u"txtlog_Name"_s, nameOf(formulas, rows[formulas][mixed])},
-                      {u"txtlog_Initials"_s, u"RK"_s},
-                      {u"txtlog_Notes"_s, {}}});
+        newRow(logs, {{u"txtlog_Name"_s, name}, {u"txtlog_Initials"_s, u"RK"_s}, {u"txtlog_Notes"_s, {}}});
         read(logs);
         show(logs);
         switchTo(logs);
         hear(u"cmdLogs"_s);
-    } else {
-        offers.push_back(mixed);
     }
     switchTo(formulas);
     hear(u"cmdFormulas"_s);
+    return yes;
 }
 
 // ---- drafts ------------------------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 #include "DeskModel.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -175,10 +176,9 @@ bool Model::forget(ScreenNumber number) {
 
 bool Model::drop(ScreenNumber number) {
     Screen& screen = screens[number];
-    if (!screen.isNew)
-        return true;
+    if (!std::exchange(screen.isNew, false) || screen.key != screen.newKey)
+        return true;  // the new row may have been left for another
     erase(number, screen.key);
-    screen.isNew = false;
     read(number);
     screen.key = 0;
     screen.record = blank(number);
@@ -196,7 +196,7 @@ int Model::newRow(ScreenNumber number, Texts record) {
 }
 
 bool Model::add(ScreenNumber number) {
-    newRow(number, blank(number));
+    screens[number].newKey = newRow(number, blank(number));
     return true;
 }
 
@@ -226,8 +226,7 @@ void Model::erase(ScreenNumber number, int key) {
 
 bool Model::remove(ScreenNumber number) {
     const Screen& screen = screens[number];
-    const bool kept = number == formulas && (isMixed(screen.key) || std::find(offers.begin(), offers.end(),
-                                                                              screen.key) != offers.end());
+    const bool kept = number == formulas && isMixed(screen.key);
     const bool yes = !kept && chance(2);
     const QString name = nameOf(number, screen.record);
     askBox(u"Delete "_s + name, yes ? u"Yes"_s : chance(2) ? u"No"_s : u"Cancel"_s);

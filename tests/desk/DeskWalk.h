@@ -1,5 +1,6 @@
 // A random walk over the real windows and the model of them at once.
-//   DeskWalk.cpp       what a step is and how it is done        DeskWalkLook.cpp   what both show, as text
+//   DeskWalk.cpp        the walk, and how a step is done        DeskWalkSteps.cpp   what a step can be
+//   DeskWalkLook.cpp    what both show, as text
 #pragma once
 
 #include "DeskModel.h"
@@ -33,6 +34,7 @@ private:
     Step typeStep();
     Step searchStep();
     Step mixerStep();
+    Step mixEndsStep();
     Step stripStep();
     Step prescriptionStep();
     bool isWalked(const QString& tool) const;

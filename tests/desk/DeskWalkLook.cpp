@@ -102,10 +102,12 @@ QString DeskWalk::modelText() const {
     lines << u"current: "_s + model.formulaShown
           << u"strip: "_s + model.stripText() + countText(model.drafts.size());
     const bool waits = model.mix == desk::Mix::Waits;
-    lines << u"mix: %1%2%3, %4 on offer"_s
-                 .arg(model.mix == desk::Mix::Loaded ? u"can start"_s : QString(),
-                      model.mix == desk::Mix::Running ? u"runs"_s : QString(), waits ? u"waits"_s : QString())
-                 .arg(model.offers.size());
+    QStringList offered;
+    for (const desk::Batch& offer : model.offers)
+        offered << (offer.name.isEmpty() ? u"Unnamed mix"_s : offer.name);
+    lines << u"mix: %1%2%3, on offer: %4"_s.arg(model.mix == desk::Mix::Loaded ? u"can start"_s : QString(),
+                                                model.mix == desk::Mix::Running ? u"runs"_s : QString(),
+                                                waits ? u"waits"_s : QString(), offered.join(u" | "_s));
     return lines.join('\n');
 }
 
@@ -127,11 +129,13 @@ QString DeskWalk::windowText() const {
     lines << u"current: "_s + text(currentFormula, u"txtfrm_Name"_s)
           << u"strip: "_s + (strip->isVisible() ? strip->text() + countInWindow(*window) : QString());
     const bool waiting = waits();
-    lines << u"mix: %1%2%3, %4 on offer"_s
-                 .arg(panelButton("mixerStart")->isEnabled() ? u"can start"_s : QString(),
-                      panelButton("mixerStop")->isVisible() ? u"runs"_s : QString(),
-                      waiting ? u"waits"_s : QString())
-                 .arg(offers().size());
+    QStringList offered;
+    for (const QString& offer : offers())
+        offered << offer.section(u" \u00B7 "_s, 0, 0);
+    lines << u"mix: %1%2%3, on offer: %4"_s.arg(panelButton("mixerStart")->isEnabled() ? u"can start"_s
+                                                                                       : QString(),
+                                                panelButton("mixerStop")->isVisible() ? u"runs"_s : QString(),
+                                                waiting ? u"waits"_s : QString(), offered.join(u" | "_s));
     return lines.join('\n');
 }
 

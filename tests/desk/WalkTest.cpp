@@ -9,7 +9,7 @@ namespace {
 #if defined(__SANITIZE_ADDRESS__)
 constexpr int usualSteps = 2'000;  // each takes several times as long
 #else
-constexpr int usualSteps = 6'000;
+constexpr int usualSteps = 10'000;
 #endif
 
 class WalkTest : public DeskWalk {};
