@@ -21,7 +21,7 @@ void frmCurrFormula::printFormula() {
         auto report = std::make_unique<rptFormula>();
         report->printerName = platform::deref(basMain::Options).DefPrinter();
         const clsFormulaPtr copy = clsFormula().openFormula(m_formula->FormulaID, QString());
-        copy->makeQuantity(m_formula->makeQuantity());
+        platform::deref(copy).makeQuantity(m_formula->makeQuantity());
         report->setFormula(copy);
         runReport(std::move(report), false, QString());
     });

@@ -267,6 +267,17 @@ TEST_F(CurrFormulaTest, ThePrintAndExportListsHoldTheWorksheetAlone) {
     EXPECT_EQ(window->current(), currentFormula);
 }
 
+TEST_F(CurrFormulaTest, AFormulaThatCanNotBeReadAnyMoreIsReported) {
+    loadAt("Cooling Gel");
+    expectQuantity("10", "25");
+    click("cmdMake");
+    failStatement("FROM [Formula]");
+    click("mnuWorksheet");
+    expectReport("clsFormula:openFormula");
+    expectReport("frmCurrFormula:printFormula");
+    EXPECT_FALSE(closePreview());
+}
+
 TEST_F(CurrFormulaTest, EverythingHereIsForReadingOnly) {
     load();
     EXPECT_FALSE(lockStates(currentFormula).contains("open")) << str(lockStates(currentFormula));

@@ -218,13 +218,15 @@ TEST_F(ReportTool, WhatCantBeDoneIsToldAndLeavesTheOldFile) {
     write("out.pdf", "yesterday's");
     write("garbage.mdb", QByteArray("garbage ").repeated(600));
     write("broken.xml", "<Configuration><Opt");
-    support::runSql(path("s.mdb"), "UPDATE Formula SET frm_Quantity = 0 WHERE FormulaID = 2");
+    support::runSql(path("s.mdb"), "UPDATE Formula SET frm_Quantity = 0 WHERE FormulaID = 2;"
+                                   "UPDATE Formula SET frm_Mix = NULL WHERE FormulaID = 3");
     const QStringList outputs{"--options", "options.xml", "--pdf", "out.pdf"};
     const auto on = [&](const QString& database) { return QStringList{"--database", database} + outputs; };
     const std::vector<std::pair<QStringList, QString>> failing{
         {QStringList{"worksheet", "--formula", "999", "--quantity", "1"} + on("s.mdb"),
          "There is no formula 999"},
         {QStringList{"worksheet", "--formula", "2", "--quantity", "1"} + on("s.mdb"), "Division by zero"},
+        {QStringList{"worksheet", "--formula", "3", "--quantity", "1"} + on("s.mdb"), "Invalid use of Null"},
         {QStringList{"formula-log", "--log", "999"} + on("s.mdb"), "There is no batch 999"},
         {QStringList{"batch-labels", "--log", "999", "--labels", "1", "--position", "1"} + on("s.mdb"),
          "There is no batch 999"},

@@ -47,6 +47,8 @@ std::unique_ptr<Report> worksheet(const Order& order) {
     if (!isThere(u"Formula"_s, u"FormulaID"_s, order.key))
         failUnknown("formula", order.key);
     const clsFormulaPtr formula = clsFormula().openFormula(order.key, QString());
+    if (!formula)
+        return nullptr;
     formula->makeQuantity(order.quantity);
     auto report = std::make_unique<rptFormula>();
     report->setFormula(formula);

@@ -8,8 +8,8 @@
 
 namespace sorvanto {
 
-/// The report, ready to run; one that has nothing to show is unloaded. Throws RuntimeError where there is no
-/// record of the key.
+/// The report, ready to run; one that has nothing to show is unloaded. Nothing where a record can't be read,
+/// which has been reported then. Throws RuntimeError where there is no record of the key.
 std::unique_ptr<platform::Report> makeReport(const Order& order);
 
 }  // namespace sorvanto

@@ -49,7 +49,7 @@ QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
     std::unique_ptr<platform::Report> report = makeReport(order);
-    if (!problems().isEmpty() || report->isUnloaded())
+    if (!problems().isEmpty() || !report || report->isUnloaded())
         return problems();
     platform::ReportRun run(std::move(report));
     run.makeAll();
