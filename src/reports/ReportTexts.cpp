@@ -3,6 +3,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
+#include "platform/basic/LocalMarks.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
@@ -37,6 +38,10 @@ void setSystemMoney(platform::Report& report, const char* name, platform::Curren
     const QString fraction = digits.match(picture).captured(1);
     picture.replace(digits, fraction.isEmpty() ? "###,##0" : "###,##0." + fraction);
     report.setValue(name, QVariant::fromValue(value), picture, shown(value));
+}
+
+void showLayoutNumber(platform::Report& report, const char* name) {
+    report.setText(name, platform::shownNumber(report.control(name).text));
 }
 
 QString optionsPricePicture() { return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00"; }

@@ -33,6 +33,9 @@ void setOptionsMoney(platform::Report& report, const char* name, const QVariant&
 void setSystemMoney(platform::Report& report, const char* name, platform::Currency value,
                     std::optional<int> decimals = std::nullopt);
 
+/// Leaves the number that the layout holds ("0.00"), in the system's marks.
+void showLayoutNumber(platform::Report& report, const char* name);
+
 /// "$" of the options, a blank, the picture: format of a bound price.
 QString optionsPricePicture();
 

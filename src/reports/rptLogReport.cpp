@@ -167,6 +167,8 @@ void rptLogReport::reportFooterFormat() {
         const QVariant cost = totals->value("TotalCost");
         if (cost.isValid())
             setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)), "0.00");
+        else
+            showLayoutNumber(*this, "txtTotalCost");
     });
 }
 

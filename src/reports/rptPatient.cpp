@@ -184,7 +184,7 @@ void rptPatient::reportFooterFormat() {
                   m_range.begin, m_range.end);
     const QVariant price = totals->value("TotalPrice");
     if (!price.isValid())
-        return;
+        return showLayoutNumber(*this, "txtTotalPrice");
     // Formatted, then money, then text: trailing zeros are lost on the way.
     const platform::Currency money = platform::Currency::fromText(platform::format(price, "0.00"));
     const QString currency = platform::deref(basMain::Options).DefCurrency();

@@ -121,6 +121,9 @@ TEST_F(LogReportTest, WithoutAnyCostTheTotalKeepsItsZeroWithoutCurrency) {
     const RunPtr run = finished(logReport(1, begin, end));
     EXPECT_EQ(str(text(*run, "txtTotalCost")), "0.00");
     EXPECT_EQ(str(texts(*run, "txtlog_Cost").join('|')), "||");
+    platform::setSystemLocale(QLocale("de_DE"));
+    EXPECT_EQ(str(text(*finished(logReport(1, begin, end)), "txtTotalCost")), "0,00");
+    platform::setSystemLocale(std::nullopt);
 }
 
 TEST_F(LogReportTest, EveryPageHasTheHeadOfItsFirstRow) {

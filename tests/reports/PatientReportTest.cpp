@@ -2,6 +2,7 @@
 #include "Golden.h"
 #include "ReportTest.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
 #include "reports/rptPatient.h"
 #include "shared/basMain.h"
 
@@ -82,6 +83,9 @@ TEST_F(PatientReportTest, PriceIsRoundedBeforeItIsMoney) {
     EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "$100");
     sql("UPDATE RXs SET rxs_Price = NULL WHERE RXsID = 33;");
     EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "0.00");
+    platform::setSystemLocale(QLocale("de_DE"));
+    EXPECT_EQ(str(text(*finished(patient(2, begin, end)), "txtTotalPrice")), "0,00");
+    platform::setSystemLocale(std::nullopt);
 }
 
 TEST_F(PatientReportTest, PrescriptionOfADeletedFormulaIsCountedAndNotListed) {
