@@ -5,6 +5,7 @@
 #include "OtherProcess.h"
 #include "TempProgramFolder.h"
 #include "TestDatabase.h"
+#include "WarningTrap.h"
 #include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
@@ -86,6 +87,7 @@ protected:
 
     support::TempProgramFolder folder;
     support::FixedClock clock;  // 7 March 2026
+    support::WarningTrap warnings;
     QString out, err;
 };
 
