@@ -58,7 +58,7 @@ QString rowsOf(sqlite3* database, const Table& table, bool translate) {
         const bool isKey = column == QLatin1String(table.key);
         if (translate && isKey)
             value = u"k.kmp_New"_s;
-        else if (translate && table.ofBatch && column == "LogID"_L1)
+        else if (translate && column == "LogID"_L1)
             value = u"(SELECT kmp_New FROM KeyMap WHERE kmp_Table = 'Log' AND kmp_Old = t.LogID)"_s;
         values << u"quote(%1)"_s.arg(value);
     }
