@@ -2,6 +2,7 @@
 #include "PatientScreenTest.h"
 
 #include "platform/widgets/CommandBar.h"
+#include "platform/widgets/Hint.h"
 
 #include <QTabWidget>
 
@@ -86,6 +87,18 @@ TEST_F(PatientEditTest, ABirthDateThatCannotBeReadComesToTheFrontAndLosesNothing
     typeBirthDate("1/31/1919");
     click("cmdSave");
     EXPECT_EQ(str(stored("pat_BDay, pat_City")), "1919-01-31 00:00:00|typed");
+}
+
+TEST_F(PatientEditTest, ABirthDateLiesInThePast) {
+    edit();
+    typeBirthDate("3/8/2026");  // the day after today
+    click("cmdSave");
+    EXPECT_FALSE(patient().formLocked());
+    EXPECT_EQ(str(platform::Hint::textOf(*birthDate().findChild<QLineEdit*>())),
+              "A birth date lies in the past.");
+    typeBirthDate("3/8/26");
+    click("cmdSave");
+    EXPECT_EQ(str(stored("pat_BDay")), "1926-03-08 00:00:00");
 }
 
 TEST_F(PatientEditTest, CancelShowsTheObjectAgain) {
