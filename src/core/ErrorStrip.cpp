@@ -80,6 +80,7 @@ void ErrorStrip::showReport(const ErrorReport& report) {
         m_shown = report;
     m_click.start(0);
     m_stay.start();
+    m_problems->hide();
     show();
     showTexts();
     emit shownChanged(true);
@@ -112,13 +113,13 @@ void ErrorStrip::showTexts() {
     m_details->setText(m_ofThisClick > 1 ? u"%1 (%2)"_s.arg(details).arg(m_ofThisClick) : details);
     const auto count = reporter ? reporter->reports().size() : 0;
     m_problems->setText(filledIn(translated(u"Problems: %1"_s), {QString::number(count)}));
-    m_problems->show();
     fitHeight();
 }
 
-// The tool bar that the strip stands in asks for no height for a width.
+// The tool bar that the strip stands in asks for no height for a width; and on its way to the window's width it has
+// others, which would make the window grow.
 void ErrorStrip::fitHeight() {
-    if (const int height = layout()->totalHeightForWidth(width()); height > 0)
+    if (const int height = layout()->totalHeightForWidth(window()->width()); height > 0)
         setFixedHeight(height);
 }
 
@@ -151,6 +152,7 @@ void ErrorStrip::dismiss() {
     m_ofThisClick = 0;
     m_stay.stop();
     hide();
+    m_problems->show();
     emit shownChanged(false);
 }
 

@@ -27,7 +27,7 @@ public:
     void follow(const std::shared_ptr<ErrorReporter>& reporter);
     /// How long a report is shown unless it is put aside before; a minute from the start.
     void setStay(std::chrono::milliseconds stay) { m_stay.setInterval(stay); }
-    /// Tells how many problems there were and opens their list; hidden until there is one.
+    /// Tells how many problems there were and opens their list; on show once the strip has gone.
     QPushButton* problemsButton() const { return m_problems; }
 
 signals:

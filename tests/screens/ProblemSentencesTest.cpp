@@ -9,6 +9,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +47,24 @@ TEST_F(ProblemSentencesTest, AnApostropheInASearchText) {
         search("O'Brien");
         EXPECT_EQ(str(said()), noApostrophe) << opener;
     }
+}
+
+TEST_F(ProblemSentencesTest, ALongSentenceWrapsInAWindowThatKeepsItsSize) {
+    load();
+    window->resize(1100, 740);
+    basMain::ErrorReporter->ReportPath(folder.path("missing"));
+    QCoreApplication::processEvents();
+    const QSize before = window->size();
+    basMain::ErrorReporter->ReportError("database is locked by another program", "70", "test", 0,
+                                        "clsLog:addLog", {}, true, false, true, true);
+    dropReports();
+    QCoreApplication::processEvents();
+    const auto* text = support::child<QLabel>(*window, "lblReport");
+    const auto* strip = window->findChild<ErrorStrip*>();
+    EXPECT_GT(text->heightForWidth(text->width()), text->fontMetrics().lineSpacing()) << "not long enough";
+    EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+    EXPECT_EQ(window->size(), before);
+    EXPECT_LE(strip->mapTo(window.get(), QPoint()).y() + strip->height(), window->statusBar()->y());
 }
 
 TEST_F(ProblemSentencesTest, AnEditThatBelongsToNoRecord) {

@@ -15,6 +15,11 @@ QMainWindow, QDialog, QStatusBar, QScrollArea#hostPage { background: @window; }
 QStatusBar { background: @surface; border-top: 1px solid @line; color: @secondary; font-size: 9pt; min-height: 21px; }
 QStatusBar QLabel { color: @secondary; font-size: 9pt; padding: 0 8px; }
 QStatusBar::item { border: none; }
+QStatusBar QPushButton { background: transparent; color: @secondary; border: none; border-radius: 4px; font-size: 9pt;
+  min-height: 19px; min-width: 0; padding: 0 8px; }
+QStatusBar QPushButton:hover { background: @window; }
+QStatusBar QPushButton:focus { border: 2px solid @accent; min-height: 15px; padding: 0 6px; }
+QStatusBar QPushButton[caution="true"] { color: @warning; font-weight: 600; }
 QFrame[card="true"], QGroupBox { background: @surface; border: 1px solid @line; border-radius: 12px; }
 QGroupBox { margin-top: 0; padding: 40px 12px 12px 12px; font-weight: 600; }
 QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 20px; top: 14px; color: @text; }
