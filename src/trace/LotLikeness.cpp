@@ -9,12 +9,19 @@ namespace {
 
 constexpr qsizetype leastLetters = 4;  // in shorter lots one letter is too much of the whole
 
+/// Folding takes its time, and nearly every lot is written without any letter that needs it.
+bool isPlain(const QString& lot) {
+    return std::all_of(lot.begin(), lot.end(), [](QChar sign) { return sign < QChar(0x80); });
+}
+
 /// Letters and digits alone, those that look alike made one.
 QString written(const QString& lot) {
     QString letters;
-    for (const QChar sign : platform::folded(lot)) {
+    letters.reserve(lot.size());
+    for (QChar sign : isPlain(lot) ? lot : platform::folded(lot)) {
         if (!sign.isLetterOrNumber())
             continue;
+        sign = sign.toLower();
         if (sign == u'o')
             letters += u'0';
         else if (sign == u'i' || sign == u'l')

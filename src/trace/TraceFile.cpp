@@ -104,8 +104,7 @@ QStringList TraceFile::ingredientLots() const {
 }
 
 QStringList TraceFile::batchLots() const {
-    return Question(m_connection, u"SELECT DISTINCT log_Lot FROM Log WHERE log_Lot > '' AND "_s + m_own)
-        .texts();
+    return Question(m_connection, u"SELECT log_Lot FROM Log WHERE log_Lot > '' AND "_s + m_own).texts();
 }
 
 std::vector<Ingredient> TraceFile::ingredients(const QString& condition, const QString& text) const {

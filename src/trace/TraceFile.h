@@ -20,7 +20,7 @@ public:
     std::int64_t batchCount() const;
     /// All lots that ingredients of batches or chemicals have, each once whatever its case.
     QStringList ingredientLots() const;
-    /// All lots of batches.
+    /// Those of all batches, twins included.
     QStringList batchLots() const;
 
     /// Ingredients of batches, and in the database in use its chemicals.

@@ -114,12 +114,13 @@ TraceHits Tracer::find(const QString& text) const {
     return hits;
 }
 
-QStringList Tracer::similarTo(const QString& text) const {
-    QStringList lots;
-    for (const TraceFile& file : m_files)
-        lots += file.ingredientLots() + file.batchLots();
+QStringList Tracer::similarTo(const QString& text) {
+    if (m_lots.isEmpty()) {
+        for (const TraceFile& file : m_files)
+            m_lots += file.ingredientLots() + file.batchLots();
+    }
+    QStringList lots = similarLots(text.trimmed(), m_lots);
     lots.removeDuplicates();
-    lots = similarLots(text.trimmed(), lots);
     lots.sort(Qt::CaseInsensitive);
     return lots;
 }

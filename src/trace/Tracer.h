@@ -22,8 +22,8 @@ public:
     /// What the text stands for: ingredients of this lot, else of this NDC; batches of this lot; where there are none,
     /// ingredients whose name holds it. Blanks around it don't count; an empty one stands for nothing.
     TraceHits find(const QString& text) const;
-    /// Lots that may be meant instead; what they lead to is never mixed in.
-    QStringList similarTo(const QString& text) const;
+    /// Lots that may be meant instead; what they lead to is never mixed in. The lots are read once.
+    QStringList similarTo(const QString& text);
 
     std::vector<TracedPatient> patientsNamed(const QString& text) const {
         return m_files.front().patientsNamed(text);
@@ -59,6 +59,7 @@ private:
 
     std::vector<TraceFile> m_files;
     std::vector<AbsentArchive> m_absent;
+    QStringList m_lots;  ///< of ingredients and batches, once they are read
 };
 
 }  // namespace sorvanto

@@ -97,7 +97,7 @@ TEST_F(TraceTest, ADeletedOrChangedChemicalIsFoundAsItWasLogged) {
 TEST_F(TraceTest, SimilarLotsAreNamedApartAndNeverSearched) {
     batch(1, u"SV0426"_s, u"01-05"_s, u"Base HC24118"_s);
     batch(2, u"B2"_s, u"01-05"_s, u"Base HC-24118"_s);
-    const Tracer trace = tracer();
+    Tracer trace = tracer();
     const TraceHits hits = trace.find(u"HC24118"_s);
     EXPECT_EQ(hits.ingredients.size(), 1U);
     EXPECT_EQ(trace.similarTo(u"HC24118"_s), QStringList{u"HC-24118"_s});
