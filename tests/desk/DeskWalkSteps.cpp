@@ -75,7 +75,7 @@ DeskWalk::Step DeskWalk::clickStep() {
 DeskWalk::Step DeskWalk::keyStep() {
     static const QStringList tools{"cmdFirst",    "cmdPrevious", "cmdNext", "cmdLast",     "cmdMake",
                                    "cmdNew",      "cmdEdit",     "cmdSave", "cmdCopy",     "cmdCancel",
-                                   "cmdDelete",   "cmdSearch",   "cmdLogs", "cmdFormulas", "cmdCurrent",
+                                   "cmdDelete",   "txtSearch",   "cmdLogs", "cmdFormulas", "cmdCurrent",
                                    "cmdPatients", "cmdChemicals"};
     const QString name = tools.at(pick(static_cast<int>(tools.size())));
     if (!isWalked(name))
@@ -87,7 +87,7 @@ DeskWalk::Step DeskWalk::keyStep() {
                     return QApplication::activeWindow() == window.get();
                 }));
                 child<QWidget>(*window, "cmdFormulas")->setFocus();
-                QTest::keySequence(window.get(), tool(name).action().shortcut());
+                QTest::keySequence(window.get(), tool(name).keysTool().action().shortcut());
             }};
 }
 
@@ -158,10 +158,10 @@ DeskWalk::Step DeskWalk::mixerStep() {
         }
         break;
     case 1:
-        if (!idle && model.mix != Mix::Running)
+        if (model.mix == Mix::Loaded)
             break;
-        if (idle && std::all_of(model.screens.begin(), model.screens.end(),
-                                [](const auto& screen) { return screen.second.locked; }))
+        if (model.mix != Mix::Running && std::all_of(model.screens.begin(), model.screens.end(),
+                                                     [](const auto& screen) { return screen.second.locked; }))
             break;
         return {u"quit, and stay"_s,
                 [this] { model.mix == Mix::Running ? model.stayForTheMix() : model.quit(); },
