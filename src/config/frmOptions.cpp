@@ -10,6 +10,7 @@
 #include "platform/serial/PortProbe.h"
 #include "platform/widgets/OwnerWindow.h"
 #include "shared/Guard.h"
+#include "shared/Happening.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 #include "ui_frmOptions.h"
@@ -33,6 +34,15 @@ const QStringList languages{u"English"_s, u"Espanol"_s,    u"Deutsch"_s,  u"Fran
                             u"Russian"_s, u"Portuguese"_s, u"Italiano"_s, u"Suisse"_s};
 
 clsOptions& options() { return platform::deref(basMain::Options); }
+
+/// -1 for none that can be read.
+int storedLanguage() {
+    try {
+        return options().Language();
+    } catch (const platform::RuntimeError&) {
+        return -1;
+    }
+}
 
 QString firstCharacters(const QString& text, int count) {
     if (count < 0)
@@ -236,10 +246,13 @@ void frmOptions::storeChoices() const {
 
 void frmOptions::cmdSave_Click() {
     guarded(u"frmOptions:cmdSave_Click"_s, [&] {
+        const int former = storedLanguage();
         storeTexts();
         storeChoices();
         options().saveOptions();
         accept();
+        if (storedLanguage() != former)
+            announce(translated(u"Language changes at the next start"_s));
     });
 }
 

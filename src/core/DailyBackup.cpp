@@ -148,6 +148,8 @@ bool DailyBackup::isDue(const QString& identity) {
 
 void DailyBackup::finish() {
     m_job.get();
+    if (m_copied)
+        m_copied();
     if (m_rehearsal.isEmpty())
         return;
     CopySettings settings = CopySettings::read();

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <future>
 #include <optional>
 
@@ -25,6 +26,8 @@ public:
     /// From now on a copy is made whenever one is due. Failures are reported ("DailyBackup:copy").
     void startSoon();
     void stop();
+    /// Called after each copy that was made and checked.
+    void whenCopied(std::function<void()> copied) { m_copied = std::move(copied); }
     /// Whether a copy is being made, or the first look has not been yet.
     bool running() const { return m_job.valid() || (m_started && !m_looked); }
 
@@ -37,6 +40,7 @@ private:
     QTimer m_timer;
     std::future<void> m_job;
     std::atomic<bool> m_cancelled = false;
+    std::function<void()> m_copied;
     int m_startDelay, m_interval;
     bool m_started = false, m_looked = false;
     std::optional<std::int64_t> m_batchesAtCopy;  ///< unknown until the first look

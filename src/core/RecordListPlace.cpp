@@ -73,6 +73,7 @@ void RecordListPlace::follow() {
     const bool choosable = m_bar.band(u"MainBar"_s).tool(u"cmdNext"_s).enabled();
     m_pane->setChoosable(choosable);
     m_pane->follow();
+    emit followed();
     if (m_picks && !choosable)
         leave();
 }

@@ -29,6 +29,10 @@ public:
     /// To be called when something was done.
     void follow();
 
+signals:
+    /// Something was done, and the list goes with it.
+    void followed();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -6,17 +6,19 @@
 #include "core/DeskWatch.h"
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
+#include "core/News.h"
+#include "core/NewsCard.h"
 #include "core/RecordListPlace.h"
+#include "core/StatusLine.h"
 #include "core/WindowPlace.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/EnterKey.h"
 #include "platform/widgets/FocusLoss.h"
-#include "platform/widgets/Theme.h"
 #include "shared/BatchLog.h"
+#include "shared/Dispensary.h"
 #include "shared/DraftStore.h"
-#include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
@@ -27,10 +29,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileInfo>
-#include <QLabel>
 #include <QLayout>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -56,6 +55,7 @@ frmMain::~frmMain() {
     m_ended = true;
     m_offers.reset();
     m_list->setScreen(nullptr);
+    m_status->setScreen(nullptr);
     m_screens = {};
     m_captionScreens = {};
     m_frmSorvanto.reset();
@@ -87,43 +87,14 @@ void frmMain::buildWindow() {
     connect(m_strip, &ErrorStrip::shownChanged, strip, &QAction::setVisible);
     connect(m_strip, &ErrorStrip::shownChanged, stripBar, &QWidget::setVisible);
 
-    m_database = new QLabel(this);
-    m_database->setObjectName(u"lblDatabase"_s);
-    m_database->setTextFormat(Qt::PlainText);
-    statusBar()->setSizeGripEnabled(false);
-    m_readingOnly = new QLabel(this);
-    m_readingOnly->setObjectName(u"lblReadingOnly"_s);
-    m_readingOnly->setTextFormat(Qt::PlainText);
-    m_readingOnly->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    platform::setLook(*m_readingOnly, "caution");
-    m_readingOnly->hide();
-    statusBar()->addWidget(m_database);
-    statusBar()->addWidget(m_readingOnly, 1);
-    m_keysLeft = new QPushButton(this);
-    m_keysLeft->setObjectName(u"cmdKeysLeft"_s);
-    m_keysLeft->setFlat(true);
-    platform::setLook(*m_keysLeft, "caution");
-    m_keysLeft->hide();
-    connect(m_keysLeft, &QPushButton::clicked, this, &frmMain::showHealth);
-    statusBar()->addPermanentWidget(m_keysLeft);
     statusBar()->addPermanentWidget(m_strip->problemsButton());
+    m_news = new News(this);
+    m_bar.addStrip(*new NewsCard(*m_news));
+    m_status = new StatusLine(*statusBar(), *m_news);
+    connect(m_status, &StatusLine::keysLeftClicked, this, &frmMain::showHealth);
+    connect(m_list, &RecordListPlace::followed, m_status, &StatusLine::follow);
+    m_backup->whenCopied([this] { m_status->showCopy(); });
     restoreWindowPlace(*this);
-}
-
-// The file in use, and in its tool tip the identity by which its copies are named; where none could be opened, the one
-// that the options name.
-void frmMain::showDatabaseName() {
-    QString path;
-    try {
-        path = basMain::databaseLocation ? basMain::databaseLocation() : QString();
-    } catch (const platform::RuntimeError&) {
-        path.clear();  // options without a location: reported where the database is opened
-    }
-    path.replace('\\'_L1, '/'_L1);
-    m_database->setText(QFileInfo(path).fileName());
-    const auto connection = basMain::gConnection;
-    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
-    m_database->setToolTip(identity ? path + '\n'_L1 + identity->identity : path);
 }
 
 void frmMain::setCaption(const QString& caption) {
@@ -136,6 +107,8 @@ RecordScreen& frmMain::hosted(ScreenNumber number) const { return deref(m_screen
 frmCurrFormula& frmMain::currentFormulaScreen() { return m_parts.currentFormula(hosted(currentFormula)); }
 
 BatchLog& frmMain::batchLog() { return deref(dynamic_cast<BatchLog*>(&hosted(logs))); }
+
+Dispensary* frmMain::dispensary() { return dynamic_cast<Dispensary*>(m_screens[patients].get()); }
 
 ctlSorvanto& frmMain::mixer() { return m_parts.mixerControl(deref(m_frmSorvanto)); }
 
@@ -151,6 +124,7 @@ void frmMain::refreshForm() {
     guarded(u"frmMain:refreshForm"_s, [&] {
         m_bar.recalcLayout();
         enableForm();
+        m_list->follow();
         if (m_offers)
             m_offers->look();
     });
@@ -198,6 +172,7 @@ void frmMain::Form_Unload() {
         m_backup->stop();
         saveWindowPlace(*this);
         m_list->setScreen(nullptr);
+        m_status->setScreen(nullptr);
         for (const ScreenNumber number : {patients, logs, currentFormula, chemicals, formulas})
             m_screens[number].reset();
         m_frmSorvanto.reset();

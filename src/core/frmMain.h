@@ -17,9 +17,6 @@
 #include <cstdint>
 #include <memory>
 
-class QLabel;
-class QPushButton;
-
 namespace sorvanto {
 
 class DailyBackup;
@@ -28,8 +25,10 @@ class DraftOffers;
 class DraftStore;
 class ErrorStrip;
 struct HealthContext;
+class News;
 class RecordListPlace;
 class ResumeNext;
+class StatusLine;
 
 class frmMain : public QMainWindow, public MainWindow {
     Q_OBJECT
@@ -66,6 +65,7 @@ public:
     frmCurrFormula& currentFormulaScreen() override;
     BatchLog& batchLog() override;
     ctlSorvanto& mixer() override;
+    Dispensary* dispensary() override;
 
     /// The hosted screen of that number; nullptr for the patient screen when it is switched off.
     RecordScreen* screen(int number) const { return m_screens.at(static_cast<std::size_t>(number)).get(); }
@@ -111,7 +111,6 @@ private:
     RecordScreen& hosted(ScreenNumber number) const;
     QString toolNameOf(const ScreenRow& row) const { return m_formNames.at(row.number); }
     void buildWindow();
-    void showDatabaseName();
     std::unique_ptr<DeskWatch> watchDesk();
     /// From now on nothing is written; says so and why. Nothing happens without a reason.
     void openForReading(const QString& reason);
@@ -139,10 +138,9 @@ private:
     bool m_ended = false;
     ErrorStrip* m_strip = nullptr;
     RecordListPlace* m_list = nullptr;
-    QLabel* m_database = nullptr;
-    QLabel* m_readingOnly = nullptr;
+    News* m_news = nullptr;
+    StatusLine* m_status = nullptr;
     QString m_readingOnlyWhy;
-    QPushButton* m_keysLeft = nullptr;
 };
 
 }  // namespace sorvanto

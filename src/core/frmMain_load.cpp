@@ -8,6 +8,7 @@
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
 #include "core/Leftovers.h"
+#include "core/StatusLine.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
@@ -27,7 +28,6 @@
 #include "shared/basMain.h"
 #include "shared/databaseOpened.h"
 
-#include <QLabel>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -122,7 +122,7 @@ void frmMain::updateDatabase(const ResumeNext& step) {
     if (applied)
         step([&] { deref(basMain::Options).DBVersion(version); });
     step([&] { rememberDatabase(); });
-    showDatabaseName();
+    m_status->showDatabase();
 }
 
 // When the file is lost one day, its identity tells which copies are of it.
@@ -161,6 +161,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
 // Another file than at the start, or the same one once more: told when it is not this program's alone.
 void frmMain::databaseOpened() {
     guarded(u"frmMain:databaseOpened"_s, [&] {
+        m_status->showDatabase();
         const InstanceState state = m_parts.previousInstance();
         openForReading(state.runs ? translated(u"The database is in use by another program."_s)
                                   : state.readingOnly);
@@ -170,9 +171,7 @@ void frmMain::databaseOpened() {
 void frmMain::openForReading(const QString& reason) {
     m_readingOnlyWhy =
         reason.isEmpty() ? QString() : translated(u"Open for reading only: %1"_s).replace(u"%1"_s, reason);
-    m_readingOnly->setText(m_readingOnlyWhy);
-    m_readingOnly->setToolTip(m_readingOnlyWhy);
-    m_readingOnly->setVisible(!m_readingOnlyWhy.isEmpty());
+    m_status->setReadingOnly(m_readingOnlyWhy);
     const auto connection = basMain::gConnection;
     if (m_readingOnlyWhy.isEmpty() || !connection || connection->state() != 1)
         return;
@@ -181,6 +180,7 @@ void frmMain::openForReading(const QString& reason) {
 }
 
 void frmMain::translateItself(const ResumeNext& step) {
+    step([&] { m_status->showDatabase(); });
     step([&] { translateForm(); });
     step([&] { showKeysLeft(); });
 }

@@ -3,6 +3,7 @@
 #include "core/HealthPage.h"
 #include "core/KeysLeft.h"
 #include "core/RecordListPlace.h"
+#include "core/StatusLine.h"
 #include "core/ToolTexts.h"
 #include "core/frmAbout.h"
 #include "core/frmMain.h"
@@ -14,8 +15,6 @@
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
-
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -124,22 +123,21 @@ HealthContext frmMain::healthContext() const {
 void frmMain::showKeysLeft() {
     guarded(u"frmMain:showKeysLeft"_s, [&] {
         const auto connection = basMain::gConnection;
-        m_keysLeft->hide();
+        m_status->setKeysLeft({});
         if (!connection || connection->state() != 1)
             return;
         const TableKeys fewest = keysLeft(*connection).front();
         if (!fewest.isShort())
             return;
         QString text = translated(u"Keys left: %1 in %2"_s);
-        m_keysLeft->setText(
+        m_status->setKeysLeft(
             text.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, QString::number(fewest.left())));
-        m_keysLeft->show();
     });
 }
 
 void frmMain::editOptions() {
     m_parts.editOptions();
-    showDatabaseName();
+    m_status->showDatabase();
 }
 
 void frmMain::switchTo(const ScreenRow& row) {
@@ -208,7 +206,9 @@ void frmMain::SetCurrentForm(const std::int32_t& number) {
         press("cmdChemicals", number == chemicals);
         press("cmdLogs", number == logs);
         press("cmdPatients", number == patients);
-        m_list->setScreen(m_screens[static_cast<std::size_t>(number)].get());
+        RecordScreen* shown = m_screens[static_cast<std::size_t>(number)].get();
+        m_list->setScreen(shown);
+        m_status->setScreen(shown);
     });
 }
 

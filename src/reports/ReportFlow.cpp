@@ -6,7 +6,10 @@
 #include "platform/report/SpreadsheetExport.h"
 #include "reports/rptFormula.h"
 #include "shared/Guard.h"
+#include "shared/Happening.h"
 #include "shared/Translator.h"
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
@@ -29,10 +32,11 @@ void preview(std::unique_ptr<platform::Report> report) {
 }  // namespace
 
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName) {
-    if (exportIt)
-        platform::exportReport(std::move(report), platform::programFolder() + exportName);
-    else
-        preview(std::move(report));
+    if (!exportIt)
+        return preview(std::move(report));
+    const QString path = platform::programFolder() + exportName;
+    platform::exportReport(std::move(report), path);
+    announceFile(translated(u"Exported %1"_s), path);
 }
 
 void showWorksheet(const clsFormulaPtr& formula) {

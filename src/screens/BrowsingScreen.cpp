@@ -1,9 +1,11 @@
 #include "screens/BrowsingScreen.h"
 
 #include "platform/ask/Ask.h"
+#include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/Guard.h"
+#include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -160,10 +162,25 @@ void BrowsingScreen::cmdDelete() {
     moveFirst();
 }
 
-void BrowsingScreen::recordDeleted() {
+void BrowsingScreen::recordDeleted(const DraftRecord& record) {
     clearForm();
     moveFirst();
     getData();
+    announceDeleted(record);
+}
+
+void BrowsingScreen::announceDeleted(const DraftRecord& record) {
+    if (!holds(record.key))
+        announceDeleted(record.name);
+}
+
+void BrowsingScreen::announceDeleted(const QString& name) {
+    announce(translated(u"%1 deleted"_s).replace(u"%1"_s, name));
+}
+
+void BrowsingScreen::recordSaved() {
+    typingEnded();
+    announce(translated(u"Saved %1"_s).replace(u"%1"_s, platform::now().toString(u"hh:mm"_s)));
 }
 
 void BrowsingScreen::lockForm() {

@@ -58,6 +58,7 @@ public:
     DraftFit bringBack(const Draft& draft) override;
 
     std::int16_t shownKey() const override;
+    SetPlace setPlace() const override;
     void showRecord(std::int16_t key) override;
 
 protected:
@@ -74,6 +75,8 @@ protected:
     void clearForm();
     /// What was typed is in the database, or the user has cancelled it: no draft is left of it.
     void typingEnded() { m_drafts.settled(recordOnView()); }
+    /// The record on view is in the database, as typed.
+    void recordSaved();
 
     /// Opens the record of that key and adopts it.
     virtual void openRecord(std::int16_t key) = 0;
@@ -93,8 +96,11 @@ protected:
     virtual void dropNewRecord() {}
     /// Asks and deletes the record on view.
     virtual void deleteRecord() = 0;
-    /// The first move still runs on the set from before the deletion.
-    void recordDeleted();
+    /// record: as it was when the user was asked. The first move still runs on the set from before the deletion.
+    void recordDeleted(const DraftRecord& record);
+    /// Says it, where the set was opened anew without the record.
+    void announceDeleted(const DraftRecord& record);
+    static void announceDeleted(const QString& name);
     virtual void cmdEdit();
     virtual void cmdSave();
     virtual void cmdCancel();
@@ -118,6 +124,7 @@ private:
     /// What the tools do that all full screens share.
     void addRecordTools();
     bool moveTo(std::int16_t key);
+    bool holds(std::int16_t key);
     DraftFit openForDraft(const Draft& draft);
 
     const BrowsedRecords m_records;

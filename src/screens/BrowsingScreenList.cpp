@@ -8,6 +8,16 @@ namespace sorvanto {
 
 std::int16_t BrowsingScreen::shownKey() const { return m_empty ? std::int16_t{0} : recordOnView().key; }
 
+SetPlace BrowsingScreen::setPlace() const {
+    if (!m_identifiers || !m_identifiers->isOpen())
+        return {};
+    SetPlace place{0, m_identifiers->recordCount()};
+    const std::int64_t row = m_identifiers->position();
+    if (row >= 0 && row < place.count && currentKey() == shownKey())
+        place.number = row + 1;
+    return place;
+}
+
 void BrowsingScreen::showRecord(std::int16_t key) {
     guarded(tag(u"showRecord"_s), [&] {
         if (moveTo(key))
@@ -30,6 +40,17 @@ bool BrowsingScreen::moveTo(std::int16_t key) {
     if (before >= 0)
         set.setPosition(before);
     return false;
+}
+
+bool BrowsingScreen::holds(std::int16_t key) {
+    platform::Recordset& set = identifiers();
+    if (set.recordCount() == 0)
+        return false;
+    const std::int64_t before = set.position();
+    const bool found = moveTo(key);
+    if (found && before >= 0)
+        set.setPosition(before);
+    return found;
 }
 
 }  // namespace sorvanto

@@ -1,6 +1,7 @@
 // Columns go from what a record is known by to what tells its namesakes apart.
 #include "screens/ListedTables.h"
 
+#include "platform/basic/Dates.h"
 #include "platform/basic/Format.h"
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/Values.h"
@@ -26,6 +27,11 @@ QString money(const QVariant& value) {
 QString entry(const QStringList& table, const QVariant& code) {
     const int place = code.toInt();
     return place >= 0 && place < table.size() ? table[place] : code.toString();
+}
+
+/// Without the time of day, by which it still sorts.
+QString day(const QVariant& moment) {
+    return platform::dateText(QDateTime(moment.toDateTime().date(), QTime(0, 0), Qt::UTC));
 }
 
 QString jar(const QVariant& code) { return entry(basMain::JarSizes, code); }
@@ -58,6 +64,7 @@ ListedTable listedFormulas() {
              {u"frm_NDC"_s, {translated(u"NDC"_s), ListKind::Words, 118}}},
             translated(u"Filter formulas"_s),
             translated(u"Formulas"_s),
+            translated(u"Formula %1 of %2"_s),
             translated(u"%1 formula | %1 formulas"_s),
             translated(u"%2 of %1 formula | %2 of %1 formulas"_s)};
 }
@@ -74,6 +81,7 @@ ListedTable listedChemicals() {
              {u"chm_Supplier"_s, {translated(u"Supplier"_s), ListKind::Words, 130}}},
             translated(u"Filter chemicals"_s),
             translated(u"Chemicals"_s),
+            translated(u"Chemical %1 of %2"_s),
             translated(u"%1 chemical | %1 chemicals"_s),
             translated(u"%2 of %1 chemical | %2 of %1 chemicals"_s)};
 }
@@ -81,19 +89,21 @@ ListedTable listedChemicals() {
 ListedTable listedLogs() {
     return {u"Log"_s,
             u"LogID"_s,
-            {{u"log_Lot"_s, {translated(u"Lot"_s), ListKind::Words, 100}},
+            {{u"log_Lot"_s, {translated(u"Lot"_s), ListKind::Words, 98}},
              {u"log_Name"_s, {translated(u"Name"_s)}},
-             {u"log_Date"_s, {translated(u"Date"_s), ListKind::Date, 144}},
+             {u"log_Date"_s, {translated(u"Date"_s), ListKind::Date, 86, day}},
              {u"log_Quantity"_s, {translated(u"Quantity"_s), ListKind::Number, 70}},
-             {u"log_Initials"_s, {translated(u"Initials"_s), ListKind::Words, 64}},
+             {u"log_Initials"_s, {translated(u"Initials"_s), ListKind::Words, 60}},
              {u"log_Verified"_s, {translated(u"Verified"_s), ListKind::Words, 64}},
-             {markOfResults, {translated(u"Remark"_s), ListKind::Words, 110, mark}}},
+             {markOfResults, {translated(u"Remark"_s), ListKind::Words, 84, mark}}},
             translated(u"Filter batches"_s),
             translated(u"Logs"_s),
+            translated(u"Batch %1 of %2"_s),
             translated(u"%1 batch | %1 batches"_s),
             translated(u"%2 of %1 batch | %2 of %1 batches"_s),
             2,
-            Qt::DescendingOrder};
+            Qt::DescendingOrder,
+            2};
 }
 
 ListedTable listedPatients() {
@@ -106,6 +116,7 @@ ListedTable listedPatients() {
              {u"pat_City"_s, {translated(u"City"_s), ListKind::Words, 110}}},
             translated(u"Filter patients"_s),
             translated(u"Patients"_s),
+            translated(u"Patient %1 of %2"_s),
             translated(u"%1 patient | %1 patients"_s),
             translated(u"%2 of %1 patient | %2 of %1 patients"_s)};
 }

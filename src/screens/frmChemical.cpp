@@ -127,8 +127,9 @@ void frmChemical::searchChemical(const QString& searchText) {
 
 void frmChemical::deleteChemical() {
     guarded("frmChemical:deleteChemical", [&] {
+        const DraftRecord asked = recordOnView();
         if (clsChemical().deleteChemical(m_chemical, false))
-            recordDeleted();
+            recordDeleted(asked);
     });
 }
 
@@ -148,7 +149,7 @@ bool frmChemical::saveForm() {
         m_fields.read(platform::deref(m_chemical));
         m_chemical = clsChemical().saveChemical(m_chemical);
         if (m_chemical)
-            typingEnded();
+            recordSaved();
         refreshForm();
         return true;
     });

@@ -195,8 +195,9 @@ void frmFormula::searchFormula(QString searchText) {
 
 void frmFormula::deleteFormula() {
     guarded("frmFormula:deleteFormula", [&] {
+        const DraftRecord asked = recordOnView();
         if (clsFormula().deleteFormula(m_formula, false))
-            recordDeleted();
+            recordDeleted(asked);
     });
 }
 
@@ -245,7 +246,7 @@ bool frmFormula::saveForm() {
             return false;
         m_formula = clsFormula().saveFormula(m_formula);
         if (m_formula)
-            typingEnded();
+            recordSaved();
         refreshForm();
         return true;
     });
@@ -284,11 +285,15 @@ void frmFormula::cmdRemove_Click() {
         m_ui->grdIngredients->commitEdit();
         const clsFormulaPtr formula = m_formula;
         const QVariant line = m_ui->grdIngredients->currentValue(0);
+        const QVariant name = m_ui->grdIngredients->currentValue(1);
+        bool deleted = false;
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
-            platform::deref(formula).deleteChemical(platform::toInt16(line));
+            deleted = platform::deref(formula).deleteChemical(platform::toInt16(line));
         saveForm();
         refreshForm();
+        if (deleted)
+            announceDeleted(name.toString());
     });
 }
 

@@ -10,6 +10,7 @@
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
+#include "screens/BatchCard.h"
 #include "screens/Designed.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
@@ -221,6 +222,7 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
         MainWindow& main = platform::deref(basMain::Main);
         main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdLogs"));
     });
+    announceLogged(*added);
     return true;
 }
 
@@ -240,7 +242,7 @@ bool frmLog::saveForm() {
         m_ui->grdIngredients->commitEdit();
         const bool saved = clsLog().saveLog(m_log);
         if (saved)
-            typingEnded();
+            recordSaved();
         identifiers().requery();
         identifiers().find("LogID = " + QString::number(log.LogID));
         return saved;
@@ -261,8 +263,10 @@ void frmLog::emptyForm() {
 
 void frmLog::deleteLog() {
     guarded("frmLog:deleteLog", [&] {
+        DraftRecord asked = recordOnView();
+        asked.name = platform::deref(m_log).log_Lot + u", "_s + asked.name;
         if (clsLog().deleteLog(m_log))
-            recordDeleted();
+            recordDeleted(asked);
     });
 }
 

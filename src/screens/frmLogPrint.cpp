@@ -3,9 +3,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptJarUsage.h"
-#include "reports/rptLogAvery8160.h"
-#include "reports/rptLogFormula.h"
 #include "reports/rptLogReport.h"
+#include "screens/BatchCard.h"
 #include "screens/frmLog.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
@@ -20,23 +19,14 @@ QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter()
 
 void frmLog::printLog(bool exportIt) {
     guarded("frmLog:printLog", [&] {
-        auto report = std::make_unique<rptLogFormula>();
-        report->printerName = defaultPrinter();
-        const clsFormulaPtr formula = clsFormula().openFormula(platform::deref(m_log).FormulaID, QString());
-        report->setLog(platform::deref(m_log).copy());
-        report->setFormula(formula);
-        runReport(std::move(report), exportIt, "\\FormulaLog.xls");
+        printFormulaLog(platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }
 
 void frmLog::printLabels(bool exportIt) {
     guarded("frmLog:printLabels", [&] {
-        auto report = std::make_unique<rptLogAvery8160>();
-        report->printerName = defaultPrinter();
-        report->setLog(platform::deref(m_log).copy());
-        if (!basMain::labelsCancelled)
-            runReport(std::move(report), exportIt, "\\LogAvery8160.xls");
+        printBatchLabels(platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }

@@ -160,9 +160,11 @@ void frmPatient::searchPatient(const QString& searchText) {
 
 void frmPatient::deletePatient() {
     guarded("frmPatient:deletePatient", [&] {
+        const DraftRecord asked = recordOnView();
         if (clsPatient().deletePatient(m_patient, false)) {
             moveFirst();
             getData();
+            announceDeleted(asked);
         }
     });
 }
@@ -194,7 +196,7 @@ bool frmPatient::saveForm() {
             return false;
         m_patient = clsPatient().savePatient(m_patient);
         if (m_patient)
-            typingEnded();
+            recordSaved();
         refreshForm();
         return true;
     });

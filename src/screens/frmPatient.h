@@ -7,6 +7,7 @@
 #include "screens/BrowsingScreen.h"
 #include "screens/ListedTables.h"
 #include "screens/RecordFields.h"
+#include "shared/Dispensary.h"
 
 #include <memory>
 
@@ -16,7 +17,7 @@ class frmPatient;
 
 namespace sorvanto {
 
-class frmPatient : public BrowsingScreen {
+class frmPatient : public BrowsingScreen, public Dispensary {
     Q_OBJECT
 
 public:
@@ -32,6 +33,7 @@ public:
     bool getFormula();
     /// Hands the found formula to the current formula screen and switches there.
     void makeFormula();
+    void offerBatch(const QString& lot) override;
 
 protected:
     void toolDone() override { refreshForm(); }
@@ -56,6 +58,8 @@ private:
     bool readyForPrescriptions();
     void cmdAddRX_Click();
     void cmdDeleteRX_Click();
+    /// To the patient on show.
+    void addBatch(const QString& lot);
     /// True when the make has begun on the current formula screen, which listens now.
     bool cmdMake();
 

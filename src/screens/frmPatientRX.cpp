@@ -7,10 +7,13 @@
 #include "screens/frmCurrFormula.h"
 #include "screens/frmPatient.h"
 #include "shared/Guard.h"
+#include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 #include "ui_frmPatient.h"
+
+#include <QPointer>
 
 namespace sorvanto {
 
@@ -35,18 +38,59 @@ void frmPatient::cmdAddRX_Click() {
     });
 }
 
+// Whoever is on show when the button is clicked, so that the patient may be looked for first.
+void frmPatient::offerBatch(const QString& lot) {
+    guarded("frmPatient:offerBatch", [&] {
+        MainWindow& main = platform::deref(basMain::Main);
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+        const QPointer<frmPatient> screen(this);
+        announce({translated("Choose the patient for batch %1.").replace("%1", lot),
+                  {{translated("Add to this patient"),
+                    [screen, lot] {
+                        if (screen)
+                            screen->addBatch(lot);
+                    },
+                    true}},
+                  true});
+    });
+}
+
+// The batch is found by its lot, as by hand. Nothing else of the patient is saved unless it is being edited.
+void frmPatient::addBatch(const QString& lot) {
+    guarded("frmPatient:addBatch", [&] {
+        MainWindow& main = platform::deref(basMain::Main);
+        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+        if (m_empty)
+            return announce(translated("No records"));
+        if (!readyForPrescriptions())
+            return;
+        const clsPatientPtr patient = m_patient;
+        const QString name = recordOnView().name;
+        const bool added = platform::deref(patient).addRX("?" + lot);
+        if (!m_locked)
+            saveForm();
+        refreshForm();
+        m_ui->tabPatient->setCurrentIndex(1);
+        if (added)
+            announce(translated("Batch %1 dispensed to %2").replace("%2", name).replace("%1", lot));
+    });
+}
+
 void frmPatient::cmdDeleteRX_Click() {
     guarded("frmPatient:cmdDeleteRX_Click", [&] {
         if (!readyForPrescriptions())
             return;
         const clsPatientPtr patient = m_patient;
         const QVariant prescription = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID"));
+        const QVariant name = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("log_Name"));
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
             return;
-        platform::deref(patient).deleteRX(platform::toInt16(prescription));
+        const bool deleted = platform::deref(patient).deleteRX(platform::toInt16(prescription));
         saveForm();
         refreshForm();
+        if (deleted)
+            announceDeleted(name.toString());
     });
 }
 

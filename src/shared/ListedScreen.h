@@ -20,10 +20,19 @@ struct ListedTable {
     std::vector<ListedColumn> columns;
     QString filterText;  ///< stands in the empty filter
     QString name;        ///< of its records: "Formulas"
+    QString placeText;   ///< where a record stands in the set: "Formula %1 of %2"
     QString countText;   ///< "%1 formula | %1 formulas"
     QString partText;    ///< of them the filter shows some: "%2 of %1 formulas"
     int sortColumn = 0;  ///< at first
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
+    int dayColumn = -1;  ///< of dates, by which a range of days is chosen
+};
+
+/// Where the set stands.
+struct SetPlace {
+    std::int64_t number =
+        0;  ///< of the record on show, from 1; 0 where that is not the one that the set stands on
+    std::int64_t count = 0;
 };
 
 class ListedScreen {
@@ -32,6 +41,7 @@ public:
     virtual ListedTable listedTable() const = 0;
     /// Of the record on show; 0 for none.
     virtual std::int16_t shownKey() const = 0;
+    virtual SetPlace setPlace() const = 0;
     /// Moves the set to the record, as the moves do; one that the set doesn't hold is opened as a search would.
     virtual void showRecord(std::int16_t key) = 0;
 };

@@ -12,6 +12,7 @@ class Tool;
 namespace sorvanto {
 
 class BatchLog;
+class Dispensary;
 class ctlSorvanto;
 class frmCurrFormula;
 
@@ -40,6 +41,8 @@ public:
     virtual frmCurrFormula& currentFormulaScreen() = 0;
     virtual BatchLog& batchLog() = 0;
     virtual ctlSorvanto& mixer() = 0;
+    /// nullptr where patients are not shown.
+    virtual Dispensary* dispensary() { return nullptr; }
 };
 
 }  // namespace sorvanto

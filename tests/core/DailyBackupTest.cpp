@@ -35,6 +35,20 @@ protected:
     QStringList copies() { return QDir(folder.path("backups")).entryList(QDir::Files, QDir::Name); }
 };
 
+TEST_F(DailyBackupTest, SaysWhenACopyWasMadeAndOnlyThen) {
+    int said = 0;
+    for (const int expected : {1, 1}) {
+        DailyBackup backup(0);
+        backup.whenCopied([this, &said] {
+            ++said;
+            EXPECT_EQ(copies().size(), 1) << "it is there by then";
+        });
+        backup.startSoon();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20000));
+        EXPECT_EQ(said, expected) << "none is due the second time";
+    }
+}
+
 TEST_F(DailyBackupTest, MakesACheckedCopyOfTheDay) {
     openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('Zinc oxide')");
     run();

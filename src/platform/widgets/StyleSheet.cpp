@@ -20,6 +20,7 @@ QStatusBar QPushButton { background: transparent; color: @secondary; border: non
 QStatusBar QPushButton:hover { background: @window; }
 QStatusBar QPushButton:focus { border: 2px solid @accent; min-height: 15px; padding: 0 6px; }
 QStatusBar QPushButton[caution="true"] { color: @warning; font-weight: 600; }
+QStatusBar QFrame#divider { background: @line; border: none; }
 QFrame[card="true"], QGroupBox { background: @surface; border: 1px solid @line; border-radius: 12px; }
 QGroupBox { margin-top: 0; padding: 40px 12px 12px 12px; font-weight: 600; }
 QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 20px; top: 14px; color: @text; }
@@ -101,6 +102,11 @@ QPushButton:default:enabled, QPushButton[primary="true"]:enabled {
 QPushButton:default:focus, QPushButton[primary="true"]:focus { border: 2px solid @text; }
 QPushButton[danger="true"]:enabled { background: @danger; color: @onFill; border-color: @danger; }
 QPushButton[danger="true"]:focus { border: 2px solid @text; }
+QPushButton[inLine="true"] { background: transparent; color: @accent; border: 1px solid transparent; border-radius: 4px;
+    padding: 0 7px; min-height: 17px; font-size: 9pt; outline: none; }
+QPushButton[inLine="true"]:hover { background: @softAccent; }
+QPushButton[inLine="true"]:focus { border: 1px solid @accent; padding: 0 7px; min-height: 17px; }
+QPushButton[inLine="true"][quiet="true"] { color: @secondary; }
 QCheckBox, QRadioButton { color: @text; spacing: 8px; min-height: 30px; }
 QCheckBox:disabled, QRadioButton:disabled { color: @disabled; }
 QCheckBox::indicator, QRadioButton::indicator { width: 16px; height: 16px; border: 1px solid @secondary;
@@ -154,7 +160,7 @@ QCalendarWidget QToolButton { min-height: 26px; padding: 0 8px; font-weight: 600
 QCalendarWidget QToolButton::menu-indicator { image: none; }
 QCalendarWidget QAbstractItemView { background: @surface; alternate-background-color: @window; color: @text;
     selection-background-color: @accent; selection-color: @onFill; }
-QFrame#calendarPopup { background: @surface; border: 1px solid @line; }
+QFrame#calendarPopup, QFrame#newsList { background: @surface; border: 1px solid @line; }
 )";
 
 QColor mixed(const QColor& a, const QColor& b, float share) {

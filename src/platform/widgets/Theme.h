@@ -7,6 +7,7 @@
 //   badge       a label as a small filled mark in the warning color
 //   caution     a text box or a label in the warning color: allowed, but to be looked at
 //   danger      a push button that stops or destroys
+//   inLine      a push button that stands among small texts, without a frame
 //   primary     a push button for the main action of a window
 //   bare        a tool bar without any frame of its own
 #pragma once

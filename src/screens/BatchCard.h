@@ -1,0 +1,14 @@
+// What is at hand for a batch that has just been logged: its labels, its formula log, and a patient to dispense it to.
+#pragma once
+
+#include "records/clsLog.h"
+
+namespace sorvanto {
+
+void announceLogged(const clsLog& log);
+
+/// Each as a preview, or as a spreadsheet beside the program. Throws what the report throws.
+void printBatchLabels(const clsLogPtr& log, bool exportIt);
+void printFormulaLog(const clsLogPtr& log, bool exportIt);
+
+}  // namespace sorvanto
