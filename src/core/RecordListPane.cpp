@@ -3,6 +3,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/RecordList.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 #include <QLocale>
@@ -47,6 +48,8 @@ void RecordListPane::setScreen(ListedScreen* screen) {
         columns.push_back(column.column);
     m_list.setColumns(std::move(columns), m_table.sortColumn, m_table.sortOrder);
     m_list.setTexts(m_table.filterText, m_table.name);
+    if (m_table.dayColumn >= 0)
+        m_list.setDayRange(m_table.dayColumn, translated(u"From day"_s), translated(u"To day"_s));
     follow();
 }
 

@@ -2,10 +2,13 @@
 // up to date, where it stands in a wide and in a narrow window.
 #include "ScreenTest.h"
 #include "Settle.h"
+#include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordList.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -203,6 +206,29 @@ TEST_F(RecordListScreenTest, ABatchSaysWhetherItWasInterruptedOrSimulated) {
     for (const int key : {1, 2, 3})
         remarks << list().model().index(list().model().rowOf(key), remark).data().toString();
     EXPECT_EQ(remarks, (QStringList{u"interrupted"_s, u"simulated"_s, QString()}));
+}
+
+TEST_F(RecordListScreenTest, TheLogHasARangeOfDaysAndTheOthersHaveNone) {
+    sql(u"UPDATE Log SET log_Date = '2026-03-0' || LogID || ' 10:00:00'"_s);
+    show(wide, u"cmdLogs"_s);
+    auto& from = *support::child<platform::DateBox>(*window, u"txtListFrom"_s);
+    EXPECT_TRUE(from.isVisible());
+    EXPECT_EQ(names(2), (QStringList{u"3/3/2026"_s, u"3/2/2026"_s, u"3/1/2026"_s}));
+    QTest::keyClicks(from.findChild<QLineEdit*>(), u"3/2/2026"_s);
+    EXPECT_EQ(names(2), (QStringList{u"3/3/2026"_s, u"3/2/2026"_s}));
+    EXPECT_EQ(str(count()), "2 of 3 batches");
+    show(wide, u"cmdFormulas"_s);
+    EXPECT_FALSE(from.isVisible());
+    show(wide, u"cmdLogs"_s);
+    EXPECT_EQ(list().model().rowCount(), 3);
+}
+
+TEST_F(RecordListScreenTest, NoListIsScrolledSidewaysAt1920) {
+    for (const char* button : {"cmdFormulas", "cmdChemicals", "cmdLogs", "cmdPatients"}) {
+        show({1920, 1080}, QLatin1String(button));
+        const auto& bar = *support::child<QTableView>(*window, u"grdRecordList"_s)->horizontalScrollBar();
+        EXPECT_EQ(bar.maximum(), 0) << button;
+    }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "platform/widgets/RecordList.h"
 
+#include "platform/basic/Dates.h"
+#include "platform/widgets/Boxes.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
@@ -27,8 +29,12 @@ namespace {
 
 constexpr int filterHeight = 32;
 constexpr int textSize = 12;  // pixels
+constexpr int dayWidth = 128;
+constexpr int roomForDays = 520;  // in a narrower list they stand below the filter
 constexpr int cellMargin = 10;
-constexpr int leastWidth = 170;  // of the column that takes what is left
+constexpr int leastWidth = 140;      // of the column that takes what is left
+constexpr int enoughForNames = 160;  // which it keeps where others need more
+constexpr int headingSlack = 4;
 
 /// The record on show is filled and half bold; the row that the keys stand on has a frame.
 class RowPainter : public QStyledItemDelegate {
@@ -89,8 +95,29 @@ private:
 
 RecordList::RecordList(QWidget* parent)
     : QWidget(parent), m_model(new RecordListModel(this)), m_filter(new QLineEdit(this)),
-      m_rows(new QTableView(this)), m_count(new QLabel(this)) {
+      m_from(new DateBox(this)), m_to(new DateBox(this)), m_days(new QWidget(this)),
+      m_head(new QBoxLayout(QBoxLayout::LeftToRight)), m_rows(new QTableView(this)),
+      m_count(new QLabel(this)) {
     setObjectName(u"recordList"_s);
+    buildHead();
+    buildRows();
+    auto* card = new QFrame(this);
+    makeCard(*card);
+    auto* inside = new QVBoxLayout(card);
+    inside->setContentsMargins(grid, grid, grid, grid);
+    inside->addWidget(m_rows);
+    m_count->setObjectName(u"lblListCount"_s);
+    m_count->setContentsMargins(2 * grid, 0, 0, 0);
+    setLook(*m_count, "quiet");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2 * grid);
+    column->addLayout(m_head);
+    column->addWidget(card, 1);
+    column->addWidget(m_count);
+}
+
+void RecordList::buildHead() {
     m_filter->setObjectName(u"txtListFilter"_s);
     m_filter->setFixedHeight(filterHeight);
     m_filter->addAction(icon(u"search"_s, theme().secondaryText), QLineEdit::LeadingPosition);
@@ -103,7 +130,23 @@ RecordList::RecordList(QWidget* parent)
     m_filter->installEventFilter(this);
     keepOneLine(*m_filter);
     connect(m_filter, &QLineEdit::textChanged, this, &RecordList::applyFilter);
+    m_from->setObjectName(u"txtListFrom"_s);
+    m_to->setObjectName(u"txtListTo"_s);
+    auto* days = new QHBoxLayout(m_days);
+    days->setContentsMargins(0, 0, 0, 0);
+    days->setSpacing(grid);
+    for (DateBox* box : {m_from, m_to}) {
+        box->setFixedSize(dayWidth, filterHeight);
+        days->addWidget(box);
+        connect(box, &DateBox::valueEdited, this, &RecordList::applyDays);
+    }
+    m_days->hide();
+    m_head->setSpacing(grid);
+    m_head->addWidget(m_filter, 1);
+    m_head->addWidget(m_days, 0, Qt::AlignLeft);
+}
 
+void RecordList::buildRows() {
     m_rows->setObjectName(u"grdRecordList"_s);
     m_rows->setModel(m_model);
     m_rows->setItemDelegate(new RowPainter(*this, *m_rows));
@@ -118,6 +161,7 @@ RecordList::RecordList(QWidget* parent)
     m_rows->verticalHeader()->setDefaultSectionSize(rowPitch);
     m_rows->horizontalHeader()->setFixedHeight(headPitch);
     m_rows->horizontalHeader()->setHighlightSections(false);
+    m_rows->horizontalHeader()->setTextElideMode(Qt::ElideRight);
     m_rows->horizontalHeader()->setSectionsClickable(true);
     m_rows->setSortingEnabled(true);
     QFont small = font();
@@ -127,25 +171,14 @@ RecordList::RecordList(QWidget* parent)
     m_rows->installEventFilter(this);
     m_rows->viewport()->installEventFilter(this);
     connect(m_rows, &QTableView::clicked, this, [this](const QModelIndex& index) { chooseRow(index.row()); });
-
-    auto* card = new QFrame(this);
-    makeCard(*card);
-    auto* inside = new QVBoxLayout(card);
-    inside->setContentsMargins(grid, grid, grid, grid);
-    inside->addWidget(m_rows);
-    m_count->setObjectName(u"lblListCount"_s);
-    m_count->setContentsMargins(2 * grid, 0, 0, 0);
-    setLook(*m_count, "quiet");
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(2 * grid);
-    column->addWidget(m_filter);
-    column->addWidget(card, 1);
-    column->addWidget(m_count);
 }
 
 void RecordList::setColumns(std::vector<ListColumn> columns, int sortColumn, Qt::SortOrder order) {
     m_filter->clear();
+    m_from->clear();
+    m_to->clear();
+    m_days->hide();
+    m_dayColumn = -1;
     m_model->setColumns(std::move(columns), sortColumn, order);
     {
         const QSignalBlocker quiet(m_rows->horizontalHeader());  // the model knows already
@@ -156,21 +189,58 @@ void RecordList::setColumns(std::vector<ListColumn> columns, int sortColumn, Qt:
     showCount();
 }
 
+// A heading that needs more than its column has gets it where the names keep enough; else it is cut.
 void RecordList::layOutColumns() {
     QHeaderView& head = *m_rows->horizontalHeader();
+    const QFontMetrics measure(head.font());
     int rest = m_rows->viewport()->width();
     for (const ListColumn& column : m_model->columns())
         rest -= column.width;
+    int open = -1;
     for (int i = 0; i < m_model->columnCount(); ++i) {
-        const int width = m_model->columns()[static_cast<std::size_t>(i)].width;
-        head.resizeSection(i, width == 0 ? std::max(rest, leastWidth) : width);
+        const ListColumn& column = m_model->columns()[static_cast<std::size_t>(i)];
+        if (column.width == 0) {
+            open = i;
+            continue;
+        }
+        const int wanted = measure.horizontalAdvance(column.heading) + 2 * cellMargin + headingSlack;
+        const int more = std::clamp(wanted - column.width, 0, std::max(0, rest - enoughForNames));
+        rest -= more;
+        head.resizeSection(i, column.width + more);
     }
+    if (open >= 0)
+        head.resizeSection(open, std::max(rest, leastWidth));
 }
 
 void RecordList::setTexts(const QString& placeholder, const QString& name) {
     m_filter->setPlaceholderText(placeholder);
     m_filter->setAccessibleName(placeholder);
     m_rows->setAccessibleName(name);
+}
+
+void RecordList::setDayRange(int column, const QString& from, const QString& to) {
+    m_dayColumn = column;
+    for (const auto& [box, text] : {std::pair{m_from, from}, std::pair{m_to, to}}) {
+        auto* line = box->findChild<QLineEdit*>();
+        line->setPlaceholderText(text);
+        line->setAccessibleName(text);
+        box->setToolTip(text);
+    }
+    m_days->show();
+}
+
+void RecordList::applyDays() {
+    const auto day = [](const DateBox& box) {
+        return box.value() == zeroDate() ? QDate() : box.value().date();
+    };
+    m_model->setDays(m_dayColumn, day(*m_from), day(*m_to));
+    placeCursor();
+    showCount();
+}
+
+void RecordList::resizeEvent(QResizeEvent* event) {
+    m_head->setDirection(width() < roomForDays ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    QWidget::resizeEvent(event);
 }
 
 void RecordList::setCountText(std::function<QString(int, int)> text) {

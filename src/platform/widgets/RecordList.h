@@ -7,11 +7,14 @@
 #include <QWidget>
 #include <functional>
 
+class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QTableView;
 
 namespace platform {
+
+class DateBox;
 
 class RecordList : public QWidget {
     Q_OBJECT
@@ -24,6 +27,9 @@ public:
                     Qt::SortOrder order = Qt::AscendingOrder);
     /// What stands in the empty filter, and what screen readers call the list.
     void setTexts(const QString& placeholder, const QString& name);
+    /// Two boxes beside the filter let through the rows of some days alone, by the column of dates; the texts stand in
+    /// the empty boxes. To be called after setColumns, which takes them away.
+    void setDayRange(int column, const QString& from, const QString& to);
     /// The line below: for the rows shown and all of them.
     void setCountText(std::function<QString(int shown, int all)> text);
 
@@ -48,10 +54,14 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    void buildHead();
+    void buildRows();
     void applyFilter();
+    void applyDays();
     void placeCursor();
     void showCount();
     void layOutColumns();
@@ -60,6 +70,10 @@ private:
 
     RecordListModel* m_model;
     QLineEdit* m_filter;
+    DateBox *m_from, *m_to;
+    QWidget* m_days;  ///< around the two
+    QBoxLayout* m_head;
+    int m_dayColumn = -1;
     QTableView* m_rows;
     QLabel* m_count;
     std::function<QString(int, int)> m_countText;

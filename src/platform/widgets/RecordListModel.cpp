@@ -9,6 +9,7 @@
 
 #include <QLocale>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <numeric>
 
@@ -58,6 +59,7 @@ void RecordListModel::setColumns(std::vector<ListColumn> columns, int sortColumn
     m_collected.clear();
     m_order.clear();
     m_shown.clear();
+    m_from = m_to = QDate();
     m_sortColumn = sortColumn;
     m_sortOrder = order;
     endResetModel();
@@ -101,6 +103,15 @@ void RecordListModel::setFilter(const QString& text) {
         return;
     beginResetModel();
     m_words = words;
+    filter();
+    endResetModel();
+}
+
+void RecordListModel::setDays(int column, const QDate& from, const QDate& to) {
+    beginResetModel();
+    m_dayColumn = column;
+    m_from = from;
+    m_to = to;
     filter();
     endResetModel();
 }
@@ -157,11 +168,22 @@ void RecordListModel::order() {
 void RecordListModel::filter() {
     m_shown.clear();
     for (const int place : m_order) {
-        const QString& text = m_rows[static_cast<std::size_t>(place)].folded;
-        if (std::all_of(m_words.begin(), m_words.end(),
-                        [&](const QString& word) { return text.contains(word); }))
+        const Row& row = m_rows[static_cast<std::size_t>(place)];
+        if (isInDays(row) && std::all_of(m_words.begin(), m_words.end(),
+                                         [&](const QString& word) { return row.folded.contains(word); }))
             m_shown.push_back(place);
     }
+}
+
+bool RecordListModel::isInDays(const Row& row) const {
+    if (!m_from.isValid() && !m_to.isValid())
+        return true;
+    const auto startOf = [](const QDate& day) {
+        return static_cast<double>(QDateTime(day, QTime(0, 0), Qt::UTC).toMSecsSinceEpoch());
+    };
+    const double moment = row.numbers[static_cast<std::size_t>(numberPlace(m_dayColumn))];
+    return std::isfinite(moment) && (!m_from.isValid() || moment >= startOf(m_from)) &&
+           (!m_to.isValid() || moment < startOf(m_to.addDays(1)));
 }
 
 std::int64_t RecordListModel::keyAt(int row) const {
@@ -201,7 +223,7 @@ QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};
     const ListColumn& column = m_columns[static_cast<std::size_t>(section)];
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
         return column.heading;
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(Qt::AlignVCenter |

@@ -4,6 +4,7 @@
 #include "platform/data/TableReader.h"
 
 #include <QAbstractTableModel>
+#include <QDate>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -42,6 +43,9 @@ public:
 
     /// Rows that have each word of the text somewhere, without regard to case and accents.
     void setFilter(const QString& text);
+    /// Of the column, which is one of dates, only rows of these days; a null date is no bound, and without any bound
+    /// rows that have no date are shown as well.
+    void setDays(int column, const QDate& from, const QDate& to);
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
     int sortColumn() const { return m_sortColumn; }
     Qt::SortOrder sortOrder() const { return m_sortOrder; }
@@ -69,12 +73,15 @@ private:
     int numberPlace(int column) const;
     void order();
     void filter();
+    bool isInDays(const Row& row) const;
 
     std::vector<ListColumn> m_columns;
     std::vector<Row> m_rows, m_collected;
     std::vector<int> m_order;  ///< places in m_rows, sorted
     std::vector<int> m_shown;  ///< those of m_order that the filter lets through
     QStringList m_words;
+    int m_dayColumn = 0;
+    QDate m_from, m_to;
     int m_sortColumn = 0;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };

@@ -1,6 +1,7 @@
 // The list of records: what the filter lets through, how it sorts, what a key or a click chooses.
 #include "platform/widgets/RecordList.h"
 #include "Settle.h"
+#include "platform/widgets/Boxes.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -184,6 +185,71 @@ TEST_F(RecordLists, RowsThatAreCollectedStandAsideUntilTheyAreShown) {
     list.dropCollected();
     list.showCollected();
     EXPECT_TRUE(keys().empty());
+}
+
+class DayRange : public RecordLists {
+protected:
+    void SetUp() override {
+        RecordLists::SetUp();
+        list.setDayRange(2, u"From"_s, u"To"_s);
+    }
+    DateBox& box(const QString& name) { return *list.findChild<DateBox*>(name); }
+    /// As typed; nothing takes the day away.
+    void choose(const QString& name, const QString& text) {
+        auto& edit = *box(name).findChild<QLineEdit*>();
+        edit.selectAll();
+        text.isEmpty() ? QTest::keyClick(&edit, Qt::Key_Delete) : QTest::keyClicks(&edit, text);
+    }
+    void from(const QString& text) { choose(u"txtListFrom"_s, text); }
+    void to(const QString& text) { choose(u"txtListTo"_s, text); }
+};
+
+TEST_F(DayRange, LetsThroughTheDaysFromAndTo) {
+    from(u"3/9/2026"_s);
+    EXPECT_EQ(keys(), (Keys{3, 7})) << "a row without a date is of no day";
+    to(u"3/9/2026"_s);
+    EXPECT_EQ(keys(), Keys{7}) << "the whole day";
+    EXPECT_EQ(countLine(), u"1 of 4"_s);
+    from({});
+    EXPECT_EQ(keys(), (Keys{9, 7}));
+    to({});
+    EXPECT_EQ(keys(), (Keys{5, 9, 3, 7}));
+}
+
+TEST_F(DayRange, GoesTogetherWithTheFilterAndLastsThroughAReading) {
+    type(u"capsaicin"_s);
+    from(u"3/1/2026"_s);
+    EXPECT_EQ(keys(), Keys{9});
+    fill();
+    EXPECT_EQ(keys(), Keys{9});
+}
+
+TEST_F(DayRange, ADayThatIsStillBeingTypedChangesNothing) {
+    from(u"13"_s);
+    EXPECT_EQ(keys().size(), 4U);
+}
+
+TEST_F(DayRange, IsNamedAndGoesWithTheColumns) {
+    EXPECT_EQ(box(u"txtListFrom"_s).findChild<QLineEdit*>()->placeholderText(), u"From"_s);
+    EXPECT_EQ(box(u"txtListTo"_s).findChild<QLineEdit*>()->accessibleName(), u"To"_s);
+    from(u"3/9/2026"_s);
+    list.setColumns({{u"Name"_s}});
+    EXPECT_FALSE(box(u"txtListFrom"_s).isVisible());
+    EXPECT_EQ(box(u"txtListFrom"_s).text(), QString());
+    list.collect({{1, {u"Magic Mouthwash"_s}}});
+    list.showCollected();
+    EXPECT_EQ(keys(), Keys{1});
+}
+
+TEST_F(DayRange, StandsBelowTheFilterInANarrowList) {
+    const auto below = [this] {
+        settle();
+        return box(u"txtListFrom"_s).mapTo(&list, QPoint()).y() >
+               RecordLists::box().mapTo(&list, QPoint()).y();
+    };
+    EXPECT_FALSE(below());
+    list.resize(340, 300);
+    EXPECT_TRUE(below());
 }
 
 }  // namespace
