@@ -49,11 +49,12 @@ void NewsLine::show() {
     const News::Item& newest = m_news.items().front();
     const QString& text = newest.happening.text;
     const QString cut = m_text->fontMetrics().elidedText(text, Qt::ElideMiddle, widestText);
+    m_text->show();
+    m_text->setAccessibleName(text);
     m_text->setText(QString(cut).replace('&'_L1, "&&"_L1));
     m_text->setToolTip(text);
-    m_text->show();
     showActions();
-    tell(text);
+    alert();
     m_shown.start(newest.happening.actions.empty() ? m_times.read : m_times.act);
 }
 
@@ -63,10 +64,9 @@ void NewsLine::showActions() {
 }
 
 // Screen readers say what a status line is named when its name changes, and an alert where they know of it.
-void NewsLine::tell(const QString& text) {
-    m_text->setAccessibleName(text);
-    QAccessibleEvent alert(m_text, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+void NewsLine::alert() {
+    QAccessibleEvent event(m_text, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 // Not while somebody is about to click.
@@ -76,9 +76,9 @@ void NewsLine::fade() {
         return;
     }
     const QString name = translated(u"Recent messages"_s);
+    m_text->setAccessibleName(name);
     m_text->setText({});
     m_text->setToolTip(name);
-    m_text->setAccessibleName(name);
     showActions();
 }
 

@@ -30,7 +30,7 @@ private:
     void showActions();
     void fade();
     void openList();
-    void tell(const QString& text);
+    void alert();
 
     News& m_news;
     Times m_times;

@@ -139,7 +139,6 @@ void StatusLine::showDatabase() {
     m_next = next;
     m_database->setText(QFileInfo(path).fileName());
     m_database->setToolTip(tip.join('\n'_L1));
-    showCopy();
 }
 
 void StatusLine::showCopy() {

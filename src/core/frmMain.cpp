@@ -228,6 +228,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
+    m_status->showCopy();
     if (m_readingOnlyWhy.isEmpty())
         m_backup->startSoon();
 }

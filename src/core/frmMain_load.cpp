@@ -162,6 +162,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
 void frmMain::databaseOpened() {
     guarded(u"frmMain:databaseOpened"_s, [&] {
         m_status->showDatabase();
+        m_status->showCopy();
         const InstanceState state = m_parts.previousInstance();
         openForReading(state.runs ? translated(u"The database is in use by another program."_s)
                                   : state.readingOnly);
@@ -180,7 +181,6 @@ void frmMain::openForReading(const QString& reason) {
 }
 
 void frmMain::translateItself(const ResumeNext& step) {
-    step([&] { m_status->showDatabase(); });
     step([&] { translateForm(); });
     step([&] { showKeysLeft(); });
 }

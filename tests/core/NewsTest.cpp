@@ -10,8 +10,10 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -33,7 +35,9 @@ protected:
         line = new NewsLine(*news, window.get());
         window->resize(900, 40);
         line->setGeometry(0, 0, 900, 30);
+        auto* typing = new QLineEdit(window.get());
         window->show();
+        typing->setFocus();
     }
     void TearDown() override {
         window.reset();
@@ -74,6 +78,19 @@ TEST_F(NewsTest, WhatHasSomethingToDoStaysLonger) {
     announce({u"Thrown away"_s, {counted(u"Bring back"_s)}, false});
     EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); })) << "its own time counts";
     EXPECT_FALSE(action(*line, 0)) << "its button goes with it";
+}
+
+TEST_F(NewsTest, ItStaysWhileTheKeysAreOnIt) {
+    line->setTimes({1ms, 1ms});
+    announce({u"Thrown away"_s, {counted(u"Bring back"_s)}, false});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    action(*line, 0)->setFocus();
+    int timeouts = 0;
+    QObject::connect(line->findChild<QTimer*>(), &QTimer::timeout, [&timeouts] { ++timeouts; });
+    ASSERT_TRUE(QTest::qWaitFor([&timeouts] { return timeouts > 2; }));
+    EXPECT_EQ(text().text(), u"Thrown away"_s);
+    window->findChild<QLineEdit*>()->setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); }));
 }
 
 TEST_F(NewsTest, AButtonRunsItsActionAsOftenAsItIsPressed) {
@@ -172,9 +189,12 @@ void hear(QAccessibleEvent* event) {
 
 TEST_F(NewsTest, ScreenReadersHearIt) {
     heard.clear();
+    QAccessible::setActive(true);
     const auto before = QAccessible::installUpdateHandler(hear);
     announce(u"Saved 14:05"_s);
     QAccessible::installUpdateHandler(before);
+    QAccessible::setActive(false);
+    EXPECT_EQ(heard.removeDuplicates(), 1) << "the name changes, and with it the text";
     EXPECT_EQ(heard, QStringList({u"name Saved 14:05"_s, u"alert Saved 14:05"_s}));
 }
 

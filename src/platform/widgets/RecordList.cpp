@@ -16,6 +16,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
@@ -33,7 +34,7 @@ constexpr int dayWidth = 128;
 constexpr int roomForDays = 520;  // in a narrower list they stand below the filter
 constexpr int cellMargin = 10;
 constexpr int leastWidth = 140;      // of the column that takes what is left
-constexpr int enoughForNames = 160;  // which it keeps where others need more
+constexpr int enoughForNames = 176;  // which it keeps where others need more
 constexpr int headingSlack = 4;
 
 /// The record on show is filled and half bold; the row that the keys stand on has a frame.
@@ -89,6 +90,20 @@ private:
 
     const RecordList& m_list;
     QTableView& m_view;
+};
+
+/// A heading that is cut off says so; the whole one is its tip.
+class Headings : public QHeaderView {
+public:
+    explicit Headings(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        option->text =
+            fontMetrics().elidedText(model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString(),
+                                     Qt::ElideRight, sectionSize(section) - 2 * cellMargin);
+    }
 };
 
 }  // namespace
@@ -148,6 +163,7 @@ void RecordList::buildHead() {
 
 void RecordList::buildRows() {
     m_rows->setObjectName(u"grdRecordList"_s);
+    m_rows->setHorizontalHeader(new Headings(m_rows));
     m_rows->setModel(m_model);
     m_rows->setItemDelegate(new RowPainter(*this, *m_rows));
     m_rows->setSelectionMode(QAbstractItemView::NoSelection);
@@ -161,7 +177,6 @@ void RecordList::buildRows() {
     m_rows->verticalHeader()->setDefaultSectionSize(rowPitch);
     m_rows->horizontalHeader()->setFixedHeight(headPitch);
     m_rows->horizontalHeader()->setHighlightSections(false);
-    m_rows->horizontalHeader()->setTextElideMode(Qt::ElideRight);
     m_rows->horizontalHeader()->setSectionsClickable(true);
     m_rows->setSortingEnabled(true);
     QFont small = font();
