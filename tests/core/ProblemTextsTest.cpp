@@ -1,5 +1,6 @@
 // What a report means to the pharmacist: every tag has a sentence, and known failures have their own.
 #include "core/ProblemTexts.h"
+#include "core/ProblemTable.h"
 #include "platform/basic/RuntimeError.h"
 
 #include <QDirIterator>
@@ -126,6 +127,14 @@ TEST(ProblemTextsTest, ASentenceIsWhole) {
         EXPECT_FALSE(sentence.contains("  ")) << qPrintable(sentence);
         EXPECT_LE(sentence.size(), 170) << qPrintable(sentence);
     }
+}
+
+TEST(ProblemTextsTest, TheManualHasEachKnownProblemAndCause) {
+    const QString page = textOf(QLatin1String(SORVANTO_SOURCE_DIR) + u"/docs/manual/went-wrong.md"_s);
+    for (const KnownProblem& known : knownProblems())
+        EXPECT_TRUE(page.contains(u"| %1 |"_s.arg(QString::fromUtf8(known.sentence)))) << known.sentence;
+    for (const ProblemCause& cause : problemCauses())
+        EXPECT_TRUE(page.contains(u"| %1 |"_s.arg(QString::fromUtf8(cause.sentence)))) << cause.sentence;
 }
 
 TEST(ProblemTextsTest, AFailureThatIsKnownHasASentenceOfItsOwn) {

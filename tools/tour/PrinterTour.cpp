@@ -3,6 +3,8 @@
 
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
+#include "shared/ErrorReporter.h"
+#include "shared/basMain.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -116,7 +118,10 @@ void PrinterTour::printOnRefusing(const QString& printer) {
     expectPrintDialog(printer);
     pressPrint(sheet);
     const QString report = m_visitor.find<QLabel>("lblReport").text();
-    require(report.contains(printer), u"the refused sheet is reported as \"%1\"."_s.arg(report));
+    require(report.contains("The printer does not take the job"),
+            u"the refused sheet is told as \"%1\"."_s.arg(report));
+    const QString details = sorvanto::basMain::ErrorReporter->reports().back().description;
+    require(details.contains(printer), u"the refused sheet is reported as \"%1\"."_s.arg(details));
     m_visitor.picture("refused", &sheet);
     requireSame("the notice in the preview",
                 Visitor::find<QLabel>(sheet, "noticeLine").text().section(':', 0, 0),
