@@ -13,6 +13,7 @@
 #include "shared/Happening.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "shared/databaseInUse.h"
 #include "ui_frmOptions.h"
 
 #include <array>
@@ -98,6 +99,7 @@ void frmOptions::edit() {
 void frmOptions::Form_Load() {
     guarded(u"frmOptions:Form_Load"_s, [&] {
         transalteForm();
+        sayWhatCounts();
         fill(*m_ui->cboLanguage, languages, QString());
         for (int index = 0; index < m_ui->cboLanguage->count(); ++index)
             m_ui->cboLanguage->setItemData(index, languageHelp[static_cast<std::size_t>(index)],
@@ -142,6 +144,19 @@ void frmOptions::transalteForm() {
         m_ui->cmdDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cboPrinter->setAccessibleName(m_ui->fraPrinter->title());
     });
+}
+
+void frmOptions::sayWhatCounts() {
+    m_ui->lblNextStart->setTextFormat(Qt::PlainText);
+    m_ui->lblNextStart->setText(
+        translated(u"Language, comm port and the patient screen change with the next start."_s));
+    const QString open = databaseOpen();
+    m_ui->lblOpenDB->setTextFormat(Qt::PlainText);
+    m_ui->lblOpenDB->setText(
+        open.isEmpty() ? translated(u"No database is open. The one chosen here is opened at once."_s)
+                       : translated(u"Open now: %1. Another one is opened at the next start."_s)
+                             .arg(open.size() > pathLimit ? u"\u2026"_s + open.right(pathLimit) : open));
+    m_ui->lblOpenDB->setToolTip(open);
 }
 
 void frmOptions::ListComPorts() {

@@ -28,6 +28,7 @@ public:
 private:
     void Form_Load();
     void transalteForm();
+    void sayWhatCounts();
     void ListComPorts();
     void ListPrinters();
     void ListCurrency();

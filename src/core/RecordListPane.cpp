@@ -7,6 +7,7 @@
 #include "shared/basMain.h"
 
 #include <QLocale>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +40,14 @@ QString RecordListPane::countText(int shown, int all) const {
 void RecordListPane::setScreen(ListedScreen* screen) {
     if (screen == m_screen)
         return;
+    m_list.markDeletion(false);
     m_screen = screen;
+    if (screen) {
+        screen->deletionAsked = [pane = QPointer(this), screen](bool asked) {
+            if (pane && pane->m_screen == screen)
+                pane->m_list.markDeletion(asked);
+        };
+    }
     m_pieces.stop();
     m_complete = false;
     m_table = screen ? screen->listedTable() : ListedTable();

@@ -2,6 +2,7 @@
 #include "mixer/StepsTable.h"
 
 #include "mixer/MixTables.h"
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
 #include <QEvent>
@@ -14,8 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
-constexpr int stepHeight = 25;
-constexpr int fewestRows = 4;
+constexpr int fewestRows = 3;
 constexpr int cellPadding = 4;
 /// What a column of numbers has beside a scroll bar, without its padding.
 constexpr int headingRoom = 54;
@@ -63,8 +63,8 @@ StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(stepHeight);
-    verticalHeader()->setMinimumSectionSize(stepHeight);
+    verticalHeader()->setDefaultSectionSize(platform::rowPitch);
+    verticalHeader()->setMinimumSectionSize(platform::rowPitch);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -134,8 +134,20 @@ void StepsTable::mark() {
             cell.setForeground(quiet ? theme.secondaryText : theme.text);
         }
     }
+    keepInSight();
+}
+
+/// The running step; the first one while none runs.
+void StepsTable::keepInSight() {
     if (m_current > 0 && m_current <= rowCount())
         scrollToItem(item(m_current - 1, 0));
+    else
+        scrollToTop();
+}
+
+void StepsTable::resizeEvent(QResizeEvent* event) {
+    QTableWidget::resizeEvent(event);
+    keepInSight();
 }
 
 void StepsTable::changeEvent(QEvent* event) {
@@ -145,7 +157,7 @@ void StepsTable::changeEvent(QEvent* event) {
 }
 
 int StepsTable::heightForRows(int rows) const {
-    return horizontalHeader()->sizeHint().height() + rows * stepHeight + 2;
+    return horizontalHeader()->sizeHint().height() + rows * platform::rowPitch + 2;
 }
 
 QSize StepsTable::sizeHint() const { return {260, heightForRows(rowCount())}; }

@@ -24,10 +24,12 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void fill(const PanelTexts& texts);
     void mark();
+    void keepInSight();
     int heightForRows(int rows) const;
 
     std::vector<protocol::Step> m_steps;

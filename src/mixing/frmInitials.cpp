@@ -13,6 +13,7 @@
 #include "platform/basic/Text.h"
 #include "platform/widgets/FreshKeys.h"
 #include "platform/widgets/Theme.h"
+#include "records/ColumnSizes.h"
 #include "reports/ReportFlow.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
@@ -54,6 +55,8 @@ void frmInitials::install() {
 void frmInitials::Form_Load() {
     guarded("frmInitials:Form_Load", [&] {
         setWindowTitle(translated("Log Initials"));
+        m_ui->txtInitials->setColumnSize(columnSize("Log", "log_Initials"));
+        m_ui->txtVerified->setColumnSize(columnSize("Log", "log_Verified"));
         m_ui->lbllog_Initials->setText(translated("Logged"));
         m_ui->lbllog_Verified->setText(translated("Verified"));
         m_ui->txtfrm_Name->setAccessibleName(translated("Formula Name"));

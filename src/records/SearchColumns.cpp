@@ -1,9 +1,15 @@
 // Column and place rules of the search list.
 #include "records/SearchColumns.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace sorvanto {
 
 namespace {
+
+constexpr int narrowest = 48;
+constexpr int shortOfGiving = 90;
 
 /// In characters, halves included.
 double textWidth(int definedSize) {
@@ -35,6 +41,30 @@ platform::GridColumn searchColumn(const platform::FieldInfo& field, const ListMe
         break;
     }
     return column;
+}
+
+std::vector<int> fittedWidths(const std::vector<ColumnNeed>& columns, int room) {
+    std::vector<int> fitted;
+    for (const ColumnNeed& column : columns)
+        fitted.push_back(column.designed);
+    const auto sum = [&] { return std::accumulate(fitted.begin(), fitted.end(), 0); };
+    /// No column of these is wider than the limit, nor than its texts.
+    const auto narrow = [&](int limit, bool onlyThoseThatGive) {
+        for (std::size_t i = 0; i < fitted.size(); ++i) {
+            const int needed = std::max(columns[i].needed, narrowest);
+            if (columns[i].gives || !onlyThoseThatGive)
+                fitted[i] = std::min({fitted[i], needed, limit});
+        }
+    };
+    if (sum() <= room)
+        return fitted;
+    const int widest = *std::max_element(fitted.begin(), fitted.end());
+    narrow(widest, false);
+    for (int limit = widest; limit >= shortOfGiving && sum() > room; --limit)
+        narrow(limit, true);
+    for (int limit = widest; limit >= narrowest - 1 && sum() > room; --limit)
+        narrow(limit, false);
+    return fitted;
 }
 
 int searchPlace(int wished, int size, int screen) {

@@ -6,6 +6,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/OwnerWindow.h"
 #include "records/SearchColumns.h"
+#include "records/TwinColumns.h"
 #include "records/frmSearchRS.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
@@ -53,7 +54,12 @@ std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std
     }
     frmSearchRS form(ownerWindow());
     step([&] { form.setRows(rows); });
-    step([&] { form.setColumns(searchColumns(step, *rows, form.measure())); });
+    step([&] {
+        std::vector<GridColumn> columns = searchColumns(step, *rows, form.measure());
+        step([&] { addTwinColumns(columns, rows, form.measure()); });
+        form.setColumns(std::move(columns));
+    });
+    step([&] { form.fit(); });
     step([&] { place(form, X, Y); });
     step([&] { form.setWindowTitle(m_formCaption); });
     step([&] { asker().showModal(form, [&] { form.exec(); }); });

@@ -12,13 +12,32 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QScreen>
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
 namespace {
 
+constexpr int looked = 200;       // rows, and characters of a cell, that a column's width is made for
+constexpr int cellMargins = 22;   // pixels
+constexpr int listMargins = 68;   // from the window's edges to the columns
+constexpr int frameMargins = 16;  // of the desktop's frame, and a little air
+
 bool isText(platform::FieldKind kind) {
     return kind == platform::FieldKind::Text || kind == platform::FieldKind::LongText;
+}
+
+/// Long texts and identifiers are cut before names and numbers are.
+bool givesRoom(const platform::Recordset& rows, int field) {
+    if (field >= rows.fieldCount())
+        return false;
+    const platform::FieldInfo& info = rows.fieldInfo(field);
+    return info.kind == platform::FieldKind::LongText ||
+           info.baseColumn.endsWith(u"_GUID"_s, Qt::CaseInsensitive);
 }
 
 /// The first visible column of text, -1 when there is none.
@@ -87,6 +106,37 @@ void frmSearchRS::setColumns(std::vector<platform::GridColumn> columns) {
 ListMeasure frmSearchRS::measure() const {
     const int character = m_ui->TDBList1->fontMetrics().averageCharWidth() + 1;
     return {character, 22 * character};  // the default holds a date with its time
+}
+
+int frmSearchRS::neededWidth(int column) const {
+    const QAbstractItemModel& model = *m_ui->TDBList1->model();
+    const QFontMetrics metrics = m_ui->TDBList1->fontMetrics();
+    int widest = metrics.horizontalAdvance(m_ui->TDBList1->shownCaption(column));
+    for (int row = 0; row < std::min(model.rowCount(), looked); ++row)
+        widest = std::max(widest,
+                          metrics.horizontalAdvance(model.index(row, column).data().toString().left(looked)));
+    return widest + cellMargins;
+}
+
+void frmSearchRS::fit() {
+    platform::RecordGrid& grid = *m_ui->TDBList1;
+    std::vector<ColumnNeed> columns;
+    for (int i = 0; i < static_cast<int>(grid.columns().size()); ++i) {
+        const platform::GridColumn& column = grid.columns()[static_cast<std::size_t>(i)];
+        if (column.hidden)
+            columns.push_back({});
+        else
+            columns.push_back({column.width, neededWidth(i), givesRoom(platform::deref(m_rows), i)});
+    }
+    const int most = screen()->availableGeometry().width() - frameMargins;
+    const int around = listMargins + grid.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const std::vector<int> widths = fittedWidths(columns, most - around);
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        if (widths[i] > 0)
+            grid.setColumnWidth(static_cast<int>(i), widths[i]);
+    }
+    const int sum = std::accumulate(widths.begin(), widths.end(), 0);
+    resize(std::min(std::max(minimumWidth(), sum + around), most), height());
 }
 
 int frmSearchRS::currentRow() const {

@@ -30,6 +30,9 @@ public:
     void setRows(const platform::RecordsetPtr& rows);
     void setColumns(std::vector<platform::GridColumn> columns);
     ListMeasure measure() const;
+    /// As wide as the columns need, up to the screen; where that is too narrow, they get narrower, so that all
+    /// are seen.
+    void fit();
 
     bool Succeed() const { return m_succeed; }
     /// The key chosen; invalid before a choice.
@@ -49,6 +52,7 @@ private:
     void Form_Load();
     void Form_Activate();
     bool takeKey(QKeyEvent& key);
+    int neededWidth(int column) const;
     /// The row selected, -1 when there is none.
     int currentRow() const;
     void goToRow(int row);

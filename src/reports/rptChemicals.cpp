@@ -1,5 +1,7 @@
 #include "reports/rptChemicals.h"
 
+#include "platform/basic/Dates.h"
+#include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
@@ -85,6 +87,7 @@ rptChemicals::rptChemicals() : Report(chemicalList()) {}
 
 void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
     translateForm();
+    fileName = reportFileName("Chemicals Report", {}, platform::now().date());
     setRows(chemicals);
 }
 

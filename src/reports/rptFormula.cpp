@@ -1,9 +1,11 @@
 #include "reports/rptFormula.h"
 
+#include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Values.h"
+#include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -79,6 +81,9 @@ void rptFormula::setFormula(const clsFormulaPtr& formula) {
     translateSheet("Formula Worksheet -- Sorvanto", "Quantity to Make");
     m_formula = formula;
     setLines(platform::deref(formula).Chemical);
+    fileName = reportFileName(
+        "Worksheet", {formula->frm_Name, QString::number(formula->makeQuantity()), formula->frm_Units},
+        platform::now().date());
 }
 
 void rptFormula::fillPageHeader() {

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
@@ -52,6 +53,7 @@ void rptJarUsage::JarID(int value) {
     }
     m_range = *range;
     translateForm();
+    fileName = reportFileName("Jar Usage Report", {}, m_range.begin.date(), m_range.end.date());
     const auto counts = platform::Recordset::create();
     counts->open("SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT "
                  "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#" +

@@ -1,6 +1,7 @@
 #include "reports/rptLogAvery8160.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "reports/frmSelPrint.h"
 #include "shared/Translator.h"
@@ -50,6 +51,8 @@ rptLogAvery8160::rptLogAvery8160() : Report(batchLabels()), m_positions(0, 0, 0)
 
 void rptLogAvery8160::setLog(const clsLogPtr& log) {
     m_log = log;
+    if (log)
+        fileName = reportFileName("Label", {log->log_Name, log->log_Lot}, log->log_Date.date());
     frmSelPrint question;
     question.showModal();
     m_positions = LabelPositions(question.Row(), question.Column(), question.NumLabels());

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
+#include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -81,6 +82,7 @@ void rptLogFormula::setLog(const clsLogPtr& log) {
     translateSheet("Formula Log -- Sorvanto", "Quantity Made");
     m_log = log;
     setLines(platform::deref(log).Chemical);
+    fileName = reportFileName("Formula Log", {log->log_Name, log->log_Lot}, log->log_Date.date());
 }
 
 void rptLogFormula::fillPageHeader() {

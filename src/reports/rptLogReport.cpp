@@ -5,6 +5,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "shared/Guard.h"
@@ -85,6 +86,9 @@ void rptLogReport::FormulaID(std::int16_t formulaID) {
         setFormat("txtlog_Cost", platform::deref(basMain::Options).DefCurrency() + amountPicture);
         translateForm();
         openBatches();
+        if (rows())
+            fileName = reportFileName("Log Report", {nullText(rows()->value("log_Name"))},
+                                      m_range.begin.date(), m_range.end.date());
     });
 }
 

@@ -6,6 +6,7 @@
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
@@ -98,6 +99,11 @@ void rptPatient::PatientID(std::int16_t patientID) {
     m_range = *range;
     translateForm();
     m_patient = openPatient();
+    if (!m_patient->eof())
+        fileName =
+            reportFileName("Prescription Report",
+                           {nullText(m_patient->value("pat_FName")), nullText(m_patient->value("pat_LName"))},
+                           m_range.begin.date(), m_range.end.date());
     const platform::RecordsetPtr prescriptions = openPrescriptions();
     if (prescriptions->recordCount() > 0) {
         setRows(prescriptions);

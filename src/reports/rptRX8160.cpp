@@ -3,6 +3,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "reports/frmSelPrint.h"
 #include "shared/Translator.h"
@@ -54,10 +55,21 @@ rptRX8160::rptRX8160() : Report(prescriptionLabels()), m_positions(0, 0, 0) { ca
 
 void rptRX8160::setRX(const platform::RecordsetPtr& prescription) {
     rs = prescription;
+    nameFile();
     basMain::labelsCancelled = false;
     frmSelPrint question;
     question.showModal();
     m_positions = LabelPositions(question.Row(), question.Column(), question.NumLabels());
+}
+
+void rptRX8160::nameFile() {
+    if (!rs || rs->eof())
+        return;
+    const platform::Recordset& row = *rs;
+    fileName = reportFileName(
+        "Label",
+        {nullText(row.value("log_Name")), nullText(row.value("pat_FName")), nullText(row.value("pat_LName"))},
+        row.value("rxs_Date").toDate());
 }
 
 void rptRX8160::detailFormat() {

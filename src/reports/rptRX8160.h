@@ -19,6 +19,7 @@ protected:
     void detailFormat() override;
 
 private:
+    void nameFile();
     void fillPharmacy();
     void fillPrescription();
 

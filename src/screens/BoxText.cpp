@@ -29,7 +29,10 @@ void fillList(platform::ReportList& list, const QString& text) {
         list.addRow(line.split('\t'_L1));
 }
 
+/// A text that was kept from a time of wider columns comes back whole all the same.
 void typeOver(QLineEdit& line, const QString& text) {
+    if (auto* box = qobject_cast<platform::TextBox*>(&line); box && text.size() > box->columnSize())
+        box->setText(text);
     line.selectAll();
     line.insert(text);
 }

@@ -4,6 +4,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "records/ColumnSizes.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/MainWindow.h"
@@ -37,6 +38,7 @@ void BrowsingScreen::openIdentifiers() {
     m_identifiers = platform::Recordset::create();
     m_identifiers->open(m_records.statement, openDB(), platform::CursorType::Static,
                         platform::LockType::ReadOnly);
+    keepToColumns(*this, draftTable());
 }
 
 void BrowsingScreen::testEmpty() { m_empty = identifiers().recordCount() == 0; }
@@ -155,7 +157,10 @@ void BrowsingScreen::cmdCancel() {
 
 void BrowsingScreen::cmdDelete() {
     m_new = false;
-    deleteRecord();
+    {
+        const DeletionMark marked(*this);
+        deleteRecord();
+    }
     clearForm();
     lockForm();
     getData();
@@ -205,7 +210,7 @@ std::int16_t BrowsingScreen::closeForm() {
             return std::int16_t(0);
         }
         const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                       true};
+                                       true, closingNote()};
         const platform::Answer answer =
             platform::MsgBox(translated(m_records.question), style, translated("Save Data?"));
         if (answer == platform::Answer::Yes) {

@@ -84,6 +84,8 @@ protected:
     virtual void blankRecord() = 0;
     /// What closeForm does after the answers No and Cancel.
     virtual void notSaved() {}
+    /// What is said quietly beside the save question; empty: nothing.
+    virtual QString closingNote() const { return {}; }
 
     void setMenuOptions() override;
     /// After the click of any tool, before the tools are set.

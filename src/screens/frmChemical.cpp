@@ -85,6 +85,17 @@ void frmChemical::Form_Load() {
     });
 }
 
+void frmChemical::lockForm() {
+    BrowsingScreen::lockForm();
+    m_neverLocked = false;
+}
+
+QString frmChemical::closingNote() const {
+    if (!m_neverLocked || m_new || hasTypedText())
+        return {};
+    return translated("Nothing was typed on the chemical screen: it is open for typing from the start.");
+}
+
 void frmChemical::openRecord(std::int16_t key) { m_chemical = clsChemical().openChemical(key, QString()); }
 
 DraftRecord frmChemical::recordOnView() const {

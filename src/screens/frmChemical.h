@@ -23,6 +23,7 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedChemicals(); }
+    void lockForm() override;
     bool saveForm() override;
     void searchChemical(const QString& searchText);
     void deleteChemical();
@@ -42,6 +43,7 @@ protected:
     void emptyForm() override;
     void blankRecord() override { m_chemical = std::make_shared<clsChemical>(); }
     void notSaved() override { lockForm(); }
+    QString closingNote() const override;
 
 private:
     void translateForm();
@@ -49,6 +51,7 @@ private:
     std::unique_ptr<Ui::frmChemical> m_ui;
     clsChemicalPtr m_chemical;
     RecordFields<clsChemical> m_fields;
+    bool m_neverLocked = true;
 };
 
 }  // namespace sorvanto

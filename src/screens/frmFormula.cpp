@@ -9,6 +9,7 @@
 #include "platform/widgets/ReportList.h"
 #include "platform/widgets/Theme.h"
 #include "screens/Designed.h"
+#include "screens/NewLine.h"
 #include "screens/frmCurrFormula.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
@@ -84,7 +85,8 @@ frmFormula::frmFormula(QWidget* parent)
     addTools();
 }
 
-frmFormula::~frmFormula() = default;
+// The list of steps goes after this, and tells of its rows.
+frmFormula::~frmFormula() { m_ui->lstCustom->model()->disconnect(this); }
 
 void frmFormula::connectControls() {
     connect(m_ui->cmdAdd, &QPushButton::clicked, this, &frmFormula::cmdAdd_Click);
@@ -93,6 +95,9 @@ void frmFormula::connectControls() {
     connect(m_ui->cbofrm_JarSize, &platform::ChoiceBox::clicked, this, &frmFormula::cbofrm_JarSize_Click);
     connect(m_ui->cmdAddMix, &QPushButton::clicked, this, &frmFormula::cmdAddMix_Click);
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &frmFormula::cmdDelete_Click);
+    for (auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(m_ui->lstCustom->model(), change, this, &frmFormula::showStepCount);
+    connect(m_ui->lstCustom->model(), &QAbstractItemModel::modelReset, this, &frmFormula::showStepCount);
     connect(m_ui->lstCustom, &platform::ReportList::dragStarted, this, &frmFormula::lstCustom_OLEStartDrag);
     connect(m_ui->lstCustom, &platform::ReportList::dropped, this, &frmFormula::lstCustom_OLEDragDrop);
 }
@@ -271,12 +276,14 @@ void frmFormula::emptyForm() {
 void frmFormula::cmdAdd_Click() {
     guarded("frmFormula:cmdAdd_Click", [&] {
         m_ui->grdIngredients->commitEdit();
+        const NewLine line(*m_ui->grdIngredients, "FormChemID");
         const clsFormulaPtr formula = m_formula;
         QString search =
             platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
         platform::deref(formula).addChemical(search);
         saveForm();
         refreshForm();
+        line.show();
     });
 }
 
@@ -287,7 +294,8 @@ void frmFormula::cmdRemove_Click() {
         const QVariant line = m_ui->grdIngredients->currentValue(0);
         const QVariant name = m_ui->grdIngredients->currentValue(1);
         bool deleted = false;
-        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        const platform::BoxStyle style{
+            .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
             deleted = platform::deref(formula).deleteChemical(platform::toInt16(line));
         saveForm();

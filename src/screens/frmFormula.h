@@ -72,6 +72,7 @@ private:
     void setUpSteppers();
     bool stepsReadable();
     void translateMix();
+    void showStepCount();
     void fillTypeAndJarLists();
     void cbofrm_Type_Click();
     void cbofrm_JarSize_Click();

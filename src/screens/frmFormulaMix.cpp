@@ -85,11 +85,14 @@ void frmFormula::translateMix() {
     QLabel* const labels[] = {m_ui->lblLiftRPM, m_ui->lblMixRPM, m_ui->lblTime, m_ui->lblCycles};
     for (int column = 0; column < captions.size(); ++column)
         labels[column]->setText(captions[column]);
+    showStepCount();
     m_ui->cmdAddMix->setText(translated("Add Mix"));
     m_ui->cmdDelete->setText(translated("Delete Mix"));
     m_ui->lblPreGrind->setText(translated("Pre Grind"));
     m_ui->lblFreeSpin->setText(translated("Free Spin"));
 }
+
+void frmFormula::showStepCount() { m_ui->lblSteps->setText(mixListText(*m_ui->lstCustom, mostSteps)); }
 
 void frmFormula::fillTypeAndJarLists() {
     m_ui->cbofrm_Type->clear();
@@ -155,6 +158,7 @@ void frmFormula::cmdAddMix_Click() {
         if (m_ui->lstCustom->count() < mostSteps)
             m_ui->lstCustom->addRow({m_ui->lblCustRPM->text(), m_ui->lblCustSpeed->text(),
                                      m_ui->lblCustTime->text(), m_ui->lblCustCycles->text()});
+        m_ui->lstCustom->showRow(m_ui->lstCustom->count() - 1);
     });
 }
 

@@ -38,11 +38,13 @@ void frmLog::fillForm() {
 void frmLog::populateMix(const platform::XmlDocumentPtr& document) {
     guarded("frmLog:populateMix", [&] {
         m_ui->lstCustom->clear();
+        m_ui->lblSteps->clear();
         const platform::XmlDocument& mix = platform::deref(document);
         const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
         m_ui->txtlog_FreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
         m_ui->txtlog_PreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
         listMixSteps(mix, *m_ui->lstCustom);
+        m_ui->lblSteps->setText(mixListText(*m_ui->lstCustom));
     });
 }
 

@@ -2,6 +2,7 @@
 //   frmPatientRX.cpp   the prescriptions        frmPatientPrint.cpp   labels and report
 #include "screens/frmPatient.h"
 
+#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
 #include "reports/ReportTexts.h"
@@ -67,17 +68,7 @@ frmPatient::frmPatient(QWidget* parent)
       m_patient(std::make_shared<clsPatient>()), m_fields(*this, patientFields) {
     platform::makeCard(*m_ui->fraPatient);
     platform::makeCard(*m_ui->fraRXs);
-    m_ui->grdRXs->setColumns({{.field = "RXsID", .caption = "RXID", .width = 60},
-                              {.field = "log_Name", .caption = "Name", .width = 192},
-                              {.field = "log_Strength", .caption = "Strength", .width = 128},
-                              {.field = "rxs_Qty", .caption = "Qty", .width = 72, .editable = true},
-                              {.field = "rxs_Cost", .caption = "Cost", .width = 104, .editable = true},
-                              {.field = "rxs_Price", .caption = "Price", .width = 104, .editable = true},
-                              {.field = "log_Lot", .caption = "Lot", .width = 112},
-                              {.field = "log_Date", .caption = "Log Date", .width = 192},
-                              {.field = "rxs_Date", .caption = "RX Date", .width = 120, .editable = true},
-                              {.field = "rxs_Consult", .caption = "Consult", .width = 136, .editable = true},
-                              {.field = "rxs_Doctor", .caption = "Doctor", .width = 160, .editable = true}});
+    layOutPrescriptions();
     m_ui->txtpat_BDay->setBirthDate(true);
     connect(m_ui->cmdAddRX, &QPushButton::clicked, this, &frmPatient::cmdAddRX_Click);
     connect(m_ui->cmdDeleteRX, &QPushButton::clicked, this, &frmPatient::cmdDeleteRX_Click);
@@ -85,6 +76,26 @@ frmPatient::frmPatient(QWidget* parent)
 }
 
 frmPatient::~frmPatient() = default;
+
+// Eleven columns beside the mixer on a small screen: dates whole, names and people share what is left.
+void frmPatient::layOutPrescriptions() {
+    platform::RecordGrid& grid = *m_ui->grdRXs;
+    grid.setCompact();
+    const QDateTime longest(QDate(2028, 12, 28), QTime(22, 58, 58));
+    const int withTime = grid.widthOf(platform::dateText(longest));
+    const int day = grid.widthOf(platform::dateText(longest.date().startOfDay()));
+    grid.setColumns({{.field = "RXsID", .caption = "RXID", .width = grid.widthOf(u"32767"_s)},
+                     {.field = "log_Name", .caption = "Name"},
+                     {.field = "log_Strength", .caption = "Strength", .width = 64},
+                     {.field = "rxs_Qty", .caption = "Qty", .width = 44, .editable = true},
+                     {.field = "rxs_Cost", .caption = "Cost", .width = 62, .editable = true},
+                     {.field = "rxs_Price", .caption = "Price", .width = 62, .editable = true},
+                     {.field = "log_Lot", .caption = "Lot", .width = 84},
+                     {.field = "log_Date", .caption = "Log Date", .width = withTime},
+                     {.field = "rxs_Date", .caption = "RX Date", .width = day, .editable = true},
+                     {.field = "rxs_Consult", .caption = "Consult", .width = 76, .editable = true},
+                     {.field = "rxs_Doctor", .caption = "Doctor", .editable = true}});
+}
 
 void frmPatient::addTools() {
     m_tools.on({"cmdSave"_L1}, [this] {

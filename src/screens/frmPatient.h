@@ -48,6 +48,7 @@ protected:
     void blankRecord() override { m_patient = std::make_shared<clsPatient>(); }
 
 private:
+    void layOutPrescriptions();
     void addTools();
     void deletePatient();
     void translateForm();

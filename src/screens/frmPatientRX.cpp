@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "platform/widgets/CommandBar.h"
+#include "screens/NewLine.h"
 #include "screens/frmCurrFormula.h"
 #include "screens/frmPatient.h"
 #include "shared/Guard.h"
@@ -27,6 +28,7 @@ void frmPatient::cmdAddRX_Click() {
     guarded("frmPatient:cmdAddRX_Click", [&] {
         if (!readyForPrescriptions())
             return;
+        const NewLine line(*m_ui->grdRXs, "RXsID");
         const clsPatientPtr patient = m_patient;
         const QString search =
             platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
@@ -35,6 +37,7 @@ void frmPatient::cmdAddRX_Click() {
             saveForm();
         }
         refreshForm();
+        line.show();
     });
 }
 
@@ -83,7 +86,8 @@ void frmPatient::cmdDeleteRX_Click() {
         const clsPatientPtr patient = m_patient;
         const QVariant prescription = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID"));
         const QVariant name = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("log_Name"));
-        const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
+        const platform::BoxStyle style{
+            .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
         if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
             return;
         const bool deleted = platform::deref(patient).deleteRX(platform::toInt16(prescription));

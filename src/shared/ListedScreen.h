@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace sorvanto {
@@ -44,6 +45,25 @@ public:
     virtual SetPlace setPlace() const = 0;
     /// Moves the set to the record, as the moves do; one that the set doesn't hold is opened as a search would.
     virtual void showRecord(std::int16_t key) = 0;
+
+    /// Told when the user is asked whether the record on show is to be deleted, and when that is over.
+    std::function<void(bool asked)> deletionAsked;
+};
+
+/// Stands around the question.
+class DeletionMark {
+public:
+    explicit DeletionMark(ListedScreen& screen) : m_screen(screen) { tell(true); }
+    ~DeletionMark() { tell(false); }
+    DeletionMark(const DeletionMark&) = delete;
+    DeletionMark& operator=(const DeletionMark&) = delete;
+
+private:
+    void tell(bool asked) const {
+        if (m_screen.deletionAsked)
+            m_screen.deletionAsked(asked);
+    }
+    ListedScreen& m_screen;
 };
 
 }  // namespace sorvanto

@@ -8,6 +8,8 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 QString databaseInUse() {
@@ -19,6 +21,15 @@ QString databaseInUse() {
     } catch (const platform::RuntimeError&) {
         return {};  // options without a location: reported where the database is opened
     }
+}
+
+QString databaseOpen() {
+    if (!basMain::gConnection || basMain::gConnection->state() == 0)
+        return {};
+    const QString source = u"Data Source="_s;
+    const auto begin = basMain::gConnectionString.indexOf(source) + source.size();
+    const auto end = basMain::gConnectionString.lastIndexOf(u';');
+    return platform::platformPath(basMain::gConnectionString.mid(begin, end - begin));
 }
 
 QString databaseIdentity() {

@@ -7,6 +7,8 @@ namespace sorvanto {
 
 /// With "/" and without links; empty when the options name none. Never throws.
 QString databaseInUse();
+/// The file that is open at this moment, which the options may no longer name; empty when none is. Never throws.
+QString databaseOpen();
 /// What every copy of the open file has in common; empty where it has none or no file is open. Never throws.
 QString databaseIdentity();
 /// Whether these name the database in use: by the identity, or by the path where either has no identity.

@@ -5,6 +5,7 @@
 #include "platform/report/ReportOutput.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/basMain.h"
+#include "shared/databaseInUse.h"
 #include "support/BrokenTranslator.h"
 #include "support/Child.h"
 #include "support/Hindrances.h"
@@ -12,6 +13,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QTest>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -53,6 +55,7 @@ protected:
     QByteArray file() const { return folder.read("options.xml"); }
 
     static QString text(frmOptions& form, const QString& name) { return child<TextBox>(form, name)->text(); }
+    static QString label(frmOptions& form, const QString& name) { return child<QLabel>(form, name)->text(); }
     static QStringList entries(frmOptions& form, const QString& name) {
         const auto* box = child<ChoiceBox>(form, name);
         QStringList list;
@@ -513,6 +516,28 @@ TEST_F(frmOptionsTest, APathWithoutRoomShowsEmptyAndTheLoadingGoesOn) {
     EXPECT_EQ(text(form, "txtDB"), "");
     EXPECT_EQ(child<TextBox>(form, "txtDB")->property("Tag").toString(), path);
     EXPECT_TRUE(child<QCheckBox>(form, "chkPatients")->isChecked());
+}
+
+TEST_F(frmOptionsTest, SaysWhatCountsFromTheNextStart) {
+    frmOptions form;
+    EXPECT_EQ(label(form, "lblNextStart"),
+              "Language, comm port and the patient screen change with the next start.");
+}
+
+TEST_F(frmOptionsTest, SaysWhichDatabaseIsOpenWhateverTheOptionsSay) {
+    {
+        frmOptions form;
+        EXPECT_EQ(label(form, "lblOpenDB"), "No database is open. The one chosen here is opened at once.");
+    }
+    createDatabase();
+    sorvanto::openDB();
+    basMain::Options->DBLocation(u"/elsewhere/other.mdb"_s);
+    frmOptions form;
+    EXPECT_TRUE(label(form, "lblOpenDB").startsWith(u"Open now: "_s));
+    EXPECT_TRUE(
+        label(form, "lblOpenDB").contains(u"sorvanto.mdb. Another one is opened at the next start."_s));
+    EXPECT_EQ(child<QLabel>(form, "lblOpenDB")->toolTip(), sorvanto::databaseOpen());
+    EXPECT_FALSE(sorvanto::databaseOpen().isEmpty());
 }
 
 }  // namespace

@@ -88,6 +88,27 @@ protected:
     std::unique_ptr<ctlSorvanto> control;
 };
 
+TEST(StepsTables, StartAtTheTopAndFollowTheRunningStep) {
+    StepsTable table;
+    const PanelTexts texts;
+    const auto inSight = [&](int step) {
+        return table.viewport()->rect().contains(table.visualItemRect(table.item(step - 1, 0)));
+    };
+    table.resize(260, 140);
+    QWidget window;
+    table.setParent(&window);
+    window.resize(300, 600);
+    window.show();
+    const std::vector<protocol::Step> steps(16, {1200, 1800, 10, 0});
+    table.show(steps, 12, false, texts);
+    EXPECT_TRUE(inSight(12));
+    table.resize(260, 400);
+    table.resize(260, 140);
+    EXPECT_TRUE(inSight(12)) << "the panel had room for a moment, and takes it back";
+    table.show(std::vector<protocol::Step>(15, {1200, 1800, 10, 0}), 0, false, texts);
+    EXPECT_TRUE(inSight(1)) << "another programme is read from its beginning";
+}
+
 }  // namespace
 
 TEST_F(MixerPanelTest, BeforeTheStart) {

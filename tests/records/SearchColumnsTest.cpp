@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 using platform::FieldKind;
+using sorvanto::ColumnNeed;
+using sorvanto::fittedWidths;
 using sorvanto::ListMeasure;
 using sorvanto::searchColumn;
 using sorvanto::searchPlace;
@@ -54,6 +56,28 @@ TEST(SearchColumns, TheWindowStandsWhereWishedIfItFitsElseInTheMiddle) {
     EXPECT_EQ(searchPlace(601, 400, 1000), 300);
     EXPECT_EQ(searchPlace(0, 401, 1000), 299);
     EXPECT_EQ(searchPlace(10, 1200, 1000), -100);
+}
+
+TEST(SearchColumns, KeepTheirDesignedWidthsWhereTheRoomHoldsThem) {
+    EXPECT_EQ(fittedWidths({{0, 0}, {300, 60}, {200, 500}}, 500), (std::vector<int>{0, 300, 200}));
+}
+
+TEST(SearchColumns, GiveTheirEmptyRoomWhereTheScreenIsNarrow) {
+    EXPECT_EQ(fittedWidths({{0, 0}, {300, 60}, {200, 150}}, 400), (std::vector<int>{0, 60, 150}));
+}
+
+TEST(SearchColumns, DocumentsAndIdentifiersGiveBeforeNamesDo) {
+    EXPECT_EQ(fittedWidths({{0, 0}, {400, 300}, {500, 500, true}, {200, 120}}, 550),
+              (std::vector<int>{0, 300, 130, 120}));
+    EXPECT_EQ(fittedWidths({{0, 0}, {400, 300}, {500, 500, true}, {200, 120}}, 400),
+              (std::vector<int>{0, 190, 90, 120}));
+}
+
+TEST(SearchColumns, TheWidestGiveUntilAllAreSeen) {
+    const std::vector<int> widths = fittedWidths({{0, 0}, {900, 900}, {800, 700}, {100, 80}, {60, 20}}, 600);
+    EXPECT_EQ(widths, (std::vector<int>{0, 236, 236, 80, 48}));
+    EXPECT_EQ(fittedWidths(std::vector<ColumnNeed>(20, {300, 200}), 600), std::vector<int>(20, 47))
+        << "too many for any screen: a little of each";
 }
 
 }  // namespace

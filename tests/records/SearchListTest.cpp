@@ -367,4 +367,40 @@ TEST_F(SearchListTest, ManyHitsAreShownWhole) {
     EXPECT_EQ(log.LogID, 30000);
 }
 
+TEST_F(SearchListTest, IsAsWideAsItsColumnsAndShowsThemAll) {
+    const QString columns = "ChemicalID, chm_Name, chm_Lot, chm_NDC, chm_Cost, chm_AWP, chm_Notes, chm_Form, "
+                            "chm_GUID, chm_Supplier";
+    for (const QString& fields : {u"ChemicalID, chm_Units"_s, columns}) {
+        asker.expectModal("frmSearchRS", [&](QWidget& form) {
+            const platform::RecordGrid& grid = *list(form);
+            int sum = 0;
+            for (std::size_t i = 0; i < grid.columns().size(); ++i)
+                sum += grid.columnWidth(static_cast<int>(i));
+            EXPECT_LE(sum, grid.viewport()->width()) << "a column stands out of sight";
+            EXPECT_LE(form.frameGeometry().width(), form.screen()->availableGeometry().width());
+            form.close();
+        });
+        choose(rows("", fields));
+    }
+}
+
+TEST_F(SearchListTest, ChemicalsOfOneNameAreToldApartByLotUnitsAndSupplier) {
+    sql("UPDATE Chemical SET chm_Name = 'Twin', chm_NDC = '1', chm_Lot = 'L' & ChemicalID, chm_Units = 'GMS', "
+        "chm_Supplier = 'House'");
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        const QAbstractItemModel& model = *list(form)->model();
+        ASSERT_EQ(model.columnCount(), 6);
+        QStringList heads, second;
+        for (int column = 1; column < 6; ++column) {
+            heads << model.headerData(column, Qt::Horizontal).toString();
+            second << model.index(1, column).data().toString();
+        }
+        EXPECT_EQ(str(heads.join(u'|')), "chm_Name|chm_NDC|Lot|Units|Supplier");
+        EXPECT_EQ(str(second.join(u'|')), "Twin|1|L2|GMS|House");
+        list(form)->selectRow(2);
+        press(form, "cmdOK");
+    });
+    EXPECT_EQ(choose(rows("", "ChemicalID, chm_Name, chm_NDC")), 3);
+}
+
 }  // namespace

@@ -305,3 +305,26 @@ TEST_F(ChemicalScreenTest, FailuresBearTheScreensTags) {
 }
 
 }  // namespace
+
+TEST_F(ChemicalScreenTest, TheQuestionOfAScreenThatWasNeverTypedOnSaysSo) {
+    openScreen();
+    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    EXPECT_EQ(chemical().closeForm(), 2);
+    EXPECT_EQ(str(asker.note()),
+              "Nothing was typed on the chemical screen: it is open for typing from the start.");
+}
+
+TEST_F(ChemicalScreenTest, TheQuestionSaysNothingOfTheKindWhereSomethingWasTypedOrTheScreenWasOpenedForIt) {
+    openScreen();
+    QTest::keyClicks(&control<platform::TextBox>(chemicals, "txtchm_Lot"), "x");
+    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    EXPECT_EQ(chemical().closeForm(), 2);
+    EXPECT_EQ(str(asker.note()), "");
+    click("cmdChemicals");
+    chemical().lockForm();
+    click("cmdChemicals");
+    click("cmdEdit");
+    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    EXPECT_EQ(chemical().closeForm(), 2);
+    EXPECT_EQ(str(asker.note()), "") << "the user has opened it";
+}

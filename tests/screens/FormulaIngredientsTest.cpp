@@ -43,6 +43,22 @@ TEST_F(FormulaIngredientsTest, ACellIsWrittenAtOnceAndCancelDoesNotTakeItBack) {
     EXPECT_EQ(column("fch_Qty").first(), "2.5");
 }
 
+TEST_F(FormulaIngredientsTest, ANewLineIsScrolledToAndMarked) {
+    for (int i = 0; i < 30; ++i)
+        sql("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, 4, 1)");
+    editIngredients("Cooling Gel");
+    expectChemical("Borax", "7.25");
+    press("cmdAdd");
+    const int row = grid().currentIndex().row();
+    EXPECT_EQ(str(grid().model()->index(row, grid().columnByField("fch_Qty")).data().toString()), "7.25");
+    EXPECT_TRUE(grid().viewport()->rect().contains(grid().visualRect(grid().currentIndex())));
+    asker.expectInputBox(chemicalPrompt, "nothing of that name", "Search Chemical");
+    asker.expectMsgBox("No Records");
+    grid().setCurrentIndex(grid().model()->index(4, 1));
+    press("cmdAdd");
+    EXPECT_EQ(grid().currentIndex().row(), 0) << "without a new line all is as ever";
+}
+
 TEST_F(FormulaIngredientsTest, FlagsAreWrittenAtOnce) {
     editIngredients("Cooling Gel");
     typeInCell(grid(), 0, "fch_Qty", "1");

@@ -290,6 +290,43 @@ TEST_F(MixSettingsTest, SixteenStepsAndASilentSeventeenth) {
     EXPECT_EQ(stored("frm_Mix", 2).count("<Mix "), 16);
 }
 
+TEST_F(MixSettingsTest, TheLineBelowCountsStepsTimeAndCyclesAndSaysThatTheListIsFull) {
+    edit("Plain Base");
+    const QLabel& line = box<QLabel>("lblSteps");
+    EXPECT_EQ(str(line.text()), "0 of 16 steps");
+    upDown("updCustTime").setValue(166);
+    press("cmdAddMix");
+    EXPECT_EQ(str(line.text()), "1 of 16 steps  \u00B7  00:10:00 in all");
+    upDown("updCustTime").setValue(0);
+    upDown("updCustCycles").setValue(20);
+    for (int step = 2; step <= 16; ++step)
+        press("cmdAddMix");
+    EXPECT_EQ(str(line.text()),
+              "16 of 16 steps  \u00B7  00:10:00 in all + 300 cycles  \u00B7  The list is full.");
+    steps().setCurrentRow(0);
+    press("cmdDelete");
+    EXPECT_EQ(str(line.text()), "15 of 16 steps  \u00B7  300 cycles");
+}
+
+TEST_F(MixSettingsTest, ATimeThatCannotBeReadLeavesTheSumAway) {
+    loadAt("Plain Base");
+    steps().addRow({"24", "12", "soon", "0"});
+    EXPECT_EQ(str(box<QLabel>("lblSteps").text()), "1 of 16 steps");
+}
+
+TEST_F(MixSettingsTest, ANewStepComesIntoView) {
+    edit("Cooling Gel");
+    tabs().setCurrentIndex(2);
+    steps().setMaximumHeight(150);
+    upDown("updCustCycles").setValue(1);
+    for (int step = 3; step <= 16; ++step) {
+        press("cmdAddMix");
+        const QRect last = steps().visualItemRect(steps().topLevelItem(steps().count() - 1));
+        EXPECT_TRUE(steps().viewport()->rect().contains(last)) << step;
+    }
+    EXPECT_EQ(steps().currentRow(), -1) << "Delete Mix takes no step that nobody chose";
+}
+
 TEST_F(MixSettingsTest, DeleteTakesTheSelectedStep) {
     edit("Cooling Gel");
     press("cmdDelete");

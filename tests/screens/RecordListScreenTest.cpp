@@ -231,4 +231,45 @@ TEST_F(RecordListScreenTest, NoListIsScrolledSidewaysAt1920) {
     }
 }
 
+/// Looks at the list while the question is open.
+class LookingAsker : public platform::Asker {
+public:
+    LookingAsker(const platform::RecordList& list, platform::Answer answer) : m_list(list), m_answer(answer) {
+        platform::setAsker(this);
+    }
+    platform::Answer messageBox(const QString&, platform::BoxStyle style, const QString&) override {
+        ++questions;
+        marked = m_list.marksDeletion();
+        low = style.low;
+        shown = m_list.currentKey();
+        return m_answer;
+    }
+    QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
+        return {};
+    }
+    QString openFile(const QString&, const QString&) override { return {}; }
+    void showModal(QObject&, const std::function<void()>&) override {}
+
+    int questions = 0;
+    bool marked = false, low = false;
+    std::int64_t shown = 0;
+
+private:
+    const platform::RecordList& m_list;
+    platform::Answer m_answer;
+};
+
+TEST_F(RecordListScreenTest, MarksTheRecordThatIsAskedToBeDeleted) {
+    show(wide, "cmdFormulas");
+    choose(2);
+    LookingAsker looking(list(), platform::Answer::No);
+    click("cmdDelete");
+    platform::setAsker(&asker);
+    EXPECT_EQ(looking.questions, 1);
+    EXPECT_EQ(looking.shown, 2);
+    EXPECT_TRUE(looking.marked);
+    EXPECT_TRUE(looking.low) << "the record would stand behind the question";
+    EXPECT_FALSE(list().marksDeletion());
+}
+
 }  // namespace

@@ -117,6 +117,7 @@ void ScriptedAsker::compare(const Entry& expected, const QString& question, cons
 }
 
 Answer ScriptedAsker::messageBox(const QString& prompt, BoxStyle style, const QString& title) {
+    m_note = style.note;
     for (const auto& [text, answer] : m_always) {
         if (text == prompt) {
             m_asked.push_back("always: " + prompt);

@@ -47,6 +47,8 @@ public:
 
     /// Fails the test when entries are left over; forgets them.
     void verify();
+    /// The quiet line of the message box asked last.
+    const QString& note() const { return m_note; }
     /// Everything asked so far, one line each.
     const QStringList& asked() const { return m_asked; }
 
@@ -79,6 +81,7 @@ private:
     std::deque<Entry> m_script;
     std::vector<std::pair<QString, platform::Answer>> m_always;
     QStringList m_asked;
+    QString m_note;
 };
 
 }  // namespace support

@@ -23,9 +23,10 @@ struct BoxStyle {
     bool secondIsDefault = false;  ///< Enter presses the second button
     bool systemModal = false;      ///< stays above everything
     QString note{};                ///< a quiet line below the prompt
+    bool low = false;              ///< at the foot of its window, so that what it asks about stays in sight
 };
 /// Yes/No/Cancel, exclamation, second button default: the box before a deletion.
-inline const BoxStyle deletionStyle{Buttons::YesNoCancel, Icon::Exclamation, true, false};
+inline const BoxStyle deletionStyle{Buttons::YesNoCancel, Icon::Exclamation, true, false, {}, true};
 
 /// What is said beside a line while it is typed.
 struct LineNote {

@@ -71,6 +71,7 @@ class PageDocument {
 public:
     ReportDefinition definition;
     QString caption;
+    QString fileName;  ///< proposed for a file of it, without ending; empty: the caption
     std::vector<TextStyle> styles;
     std::vector<Page> pages;
     std::vector<PageWarning> warnings;

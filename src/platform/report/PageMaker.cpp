@@ -47,6 +47,7 @@ void PageMaker::startRun() {
     m_report.reportStart();
     m_document.definition = m_report.definition();
     m_document.caption = m_report.caption;
+    m_document.fileName = m_report.fileName;
     m_stage = Stage::ReportHeader;
     m_writer.emplace(m_report.definition(), m_document, m_measure);
     for (const SectionKind kind : {SectionKind::GroupFooter, SectionKind::ReportFooter}) {

@@ -91,7 +91,9 @@ bool PrintFlow::printOn(const QString& printerName, std::optional<QPoint> offset
 }
 
 QString PrintFlow::suggestedPath() const {
-    QString name = m_document.caption.isEmpty() ? m_document.definition.name : m_document.caption;
+    QString name = m_document.fileName;
+    if (name.isEmpty())
+        name = m_document.caption.isEmpty() ? m_document.definition.name : m_document.caption;
     name.replace(QRegularExpression(u"[\\\\/:*?\"<>|\\x00-\\x1f]"_s), u" "_s);
     return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
         .filePath(name.simplified() + u".pdf"_s);

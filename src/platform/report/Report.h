@@ -31,6 +31,8 @@ public:
 
     /// Title of the preview window and of the PDF.
     QString caption;
+    /// Proposed for a file of it, without ending; empty: the caption.
+    QString fileName;
     /// Printer to offer; empty or unknown leaves the choice to the user.
     QString printerName;
     PreviewPlace previewPlace;

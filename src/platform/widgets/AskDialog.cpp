@@ -27,6 +27,7 @@ namespace {
 constexpr int textWidth = 420;
 constexpr int longText = 600;  // characters from which a message scrolls
 constexpr int pictureSize = 36;
+constexpr int lowGap = 48;        // below a box that stands low: frame and air
 constexpr int roomOfFrame = 130;  // picture and buttons of a title bar, in pixels
 
 QIcon pictureOf(Icon kind) {
@@ -80,6 +81,7 @@ QWidget* messageText(const QString& prompt, QWidget* parent) {
 
 AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent)
     : QDialog(parent) {
+    m_low = style.low;
     build(prompt, style.icon, title);
     if (!style.note.isEmpty())
         addRemark(style.note);
@@ -231,6 +233,16 @@ void AskDialog::reject() {
     if (m_answer != Answer::Ok)
         m_answer = Answer::Cancel;
     QDialog::reject();
+}
+
+void AskDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    const QWidget* owner = parentWidget();
+    if (!m_low || !owner)
+        return;
+    const QRect around = owner->window()->frameGeometry();
+    const int below = around.bottom() - frameGeometry().height() - lowGap;
+    move(around.center().x() - frameGeometry().width() / 2, qMax(around.top(), below));
 }
 
 void AskDialog::keyPressEvent(QKeyEvent* event) {

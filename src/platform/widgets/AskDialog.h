@@ -28,6 +28,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void build(const QString& prompt, Icon icon, const QString& title);
@@ -40,6 +41,7 @@ private:
 
     Answer m_answer = Answer::Cancel;
     bool m_escapable = true;
+    bool m_low = false;
     QString m_prompt;
     QString m_accessKeys;  ///< the letters taken
     QLineEdit* m_line = nullptr;

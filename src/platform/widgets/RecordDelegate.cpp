@@ -24,7 +24,6 @@ namespace platform {
 namespace {
 
 constexpr int markSize = 16;
-constexpr int cellMargin = 10;
 /// Of the bar at the left end of the current row.
 constexpr int edgeWidth = 3;
 
@@ -57,7 +56,7 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
             icon(u"check"_s).paint(painter, mark, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
         }
     } else {
-        const QRect room = option.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        const QRect room = option.rect.adjusted(m_cellMargin, 0, -m_cellMargin, 0);
         painter->setFont(option.font);
         painter->setPen(enabled ? theme().text : theme().disabledText);
         const auto alignment = index.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
@@ -75,7 +74,7 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
 bool RecordDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                                const QModelIndex& index) {
     const QString text = index.data().toString();
-    const bool cut = view->fontMetrics().horizontalAdvance(text) > option.rect.width() - 2 * cellMargin;
+    const bool cut = view->fontMetrics().horizontalAdvance(text) > option.rect.width() - 2 * m_cellMargin;
     if (event->type() != QEvent::ToolTip || !cut)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QToolTip::showText(event->globalPos(), u"<p>%1</p>"_s.arg(text.toHtmlEscaped()), view);

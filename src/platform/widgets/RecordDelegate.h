@@ -15,6 +15,9 @@ public:
     RecordDelegate(RecordModel& model, QObject* parent);
     /// The open editor, if any.
     QWidget* editor() const { return m_editor; }
+    /// Room on each side of a cell's text.
+    int cellMargin() const { return m_cellMargin; }
+    void setCellMargin(int pixels) { m_cellMargin = pixels; }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
@@ -41,6 +44,7 @@ private:
     RecordModel& m_model;
     mutable QPointer<QWidget> m_editor;
     mutable bool m_writing = false;
+    int m_cellMargin = 10;
 };
 
 }  // namespace platform

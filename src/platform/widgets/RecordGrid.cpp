@@ -16,6 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+namespace {
+
+constexpr int compactText = 12;  // pixels
+constexpr int compactMargin = 6;
+constexpr int mostRows = 40;  // more are scrolled, however high the window
+
+}  // namespace
+
 RecordGrid::RecordGrid(QWidget* parent)
     : QTableView(parent), m_model(new RecordModel(this)), m_delegate(new RecordDelegate(*m_model, this)) {
     setItemDelegate(m_delegate);
@@ -53,6 +61,19 @@ RecordGrid::~RecordGrid() { setModel(nullptr); }
 void RecordGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
     layOutColumns();
+}
+
+void RecordGrid::setCompact() {
+    QFont small = font();
+    small.setPixelSize(compactText);
+    setFont(small);
+    horizontalHeader()->setFont(small);
+    horizontalHeader()->setStyleSheet(u"QHeaderView::section { padding: 0 %1px; }"_s.arg(compactMargin));
+    m_delegate->setCellMargin(compactMargin);
+}
+
+int RecordGrid::widthOf(const QString& text) const {
+    return fontMetrics().horizontalAdvance(text) + 2 * m_delegate->cellMargin() + 2;
 }
 
 void RecordGrid::layOutColumns() {
@@ -164,7 +185,7 @@ int RecordGrid::barHeight() const {
 }
 
 QSize RecordGrid::sizeHint() const {
-    return {480, headPitch + rowPitch * qBound(3, m_model->rowCount(), 12) + 2 + barHeight()};
+    return {480, headPitch + rowPitch * qBound(3, m_model->rowCount(), mostRows) + 2 + barHeight()};
 }
 
 QSize RecordGrid::minimumSizeHint() const { return {160, headPitch + rowPitch * 2 + barHeight()}; }

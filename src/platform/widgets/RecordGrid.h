@@ -31,6 +31,10 @@ public:
     explicit RecordGrid(QWidget* parent = nullptr);
     ~RecordGrid() override;
 
+    /// Smaller type and closer columns, for many of them; to be set before the columns.
+    void setCompact();
+    /// Of a column that shows this text whole.
+    int widthOf(const QString& text) const;
     void setColumns(std::vector<GridColumn> columns);
     const std::vector<GridColumn>& columns() const;
     /// A column by its designed caption; throws itemNotFound. The shown caption may differ.
@@ -61,7 +65,7 @@ public:
     /// Said in the middle of the grid while it has no rows.
     void setEmptyText(const QString& text);
 
-    /// As high as its rows, between three and twelve of them, and its horizontal scroll bar.
+    /// As high as its rows, between three and forty of them, and its horizontal scroll bar.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

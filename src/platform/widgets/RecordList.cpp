@@ -60,6 +60,8 @@ public:
         painter->drawText(
             room, static_cast<int>(alignment) | Qt::TextSingleLine,
             QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, room.width()));
+        if (current && m_list.marksDeletion())
+            drawDeletion(*painter, option.rect, index.column());
         if (m_view.hasFocus() && m_view.currentIndex().row() == index.row())
             drawCursor(*painter, option.rect, index.column());
     }
@@ -77,6 +79,15 @@ public:
     }
 
 private:
+    /// A line through the texts as well: never by color alone.
+    void drawDeletion(QPainter& painter, const QRect& cell, int column) const {
+        painter.setPen(QPen(theme().danger, 1));
+        painter.drawLine(cell.left() + cellMargin, cell.center().y(), cell.right() - cellMargin,
+                         cell.center().y());
+        if (column == 0)
+            painter.fillRect(QRect(cell.topLeft(), QSize(4, cell.height())), theme().danger);
+    }
+
     void drawCursor(QPainter& painter, const QRect& cell, int column) const {
         painter.setPen(QPen(theme().accent, 1));
         const QRect frame = cell.adjusted(0, 0, -1, -1);
@@ -225,6 +236,15 @@ void RecordList::layOutColumns() {
     }
     if (open >= 0)
         head.resizeSection(open, std::max(rest, leastWidth));
+}
+
+void RecordList::markDeletion(bool on) {
+    if (on == m_marksDeletion)
+        return;
+    m_marksDeletion = on;
+    if (const int row = m_model->rowOf(m_current); on && row >= 0)
+        m_rows->scrollTo(m_model->index(row, 0));
+    m_rows->viewport()->update();
 }
 
 void RecordList::setTexts(const QString& placeholder, const QString& name) {

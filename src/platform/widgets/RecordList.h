@@ -41,6 +41,9 @@ public:
     /// The record on show: marked, and brought into view when it is another one than before. 0 marks none.
     void setCurrentKey(std::int64_t key);
     std::int64_t currentKey() const { return m_current; }
+    /// The record on show is asked to be deleted: its row is brought into view and marked so.
+    void markDeletion(bool on);
+    bool marksDeletion() const { return m_marksDeletion; }
     /// The filter takes the keys, its text selected.
     void startFiltering();
     QString filter() const;
@@ -78,6 +81,7 @@ private:
     QLabel* m_count;
     std::function<QString(int, int)> m_countText;
     std::int64_t m_current = 0;
+    bool m_marksDeletion = false;
 };
 
 }  // namespace platform

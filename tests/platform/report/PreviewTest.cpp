@@ -300,6 +300,19 @@ TEST_F(Preview, SavesAsPdfWhereTheUserSays) {
     EXPECT_TRUE(child<QAction>(*window, "savePdf")->isEnabled());
 }
 
+TEST_F(Preview, ProposesTheReportsOwnNameForAFile) {
+    file.addMany(3);
+    auto report = std::make_unique<StockList>(file.rows());
+    report->fileName = u"Stock of the day 2026-11-21"_s;
+    open(std::move(report));
+    support::ScriptedAsker asker;
+    asker.expectModal("savePdfDialog", [&](QWidget& dialog) {
+        EXPECT_EQ(child<QLineEdit>(dialog, "fileNameEdit")->text(), "Stock of the day 2026-11-21.pdf");
+        QMetaObject::invokeMethod(&dialog, "reject");
+    });
+    child<QAction>(*window, "savePdf")->trigger();
+}
+
 TEST_F(Preview, SaysWhatThereIsToKnowOfASavedFile) {
     openList(3);
     setSavedNote([](const QString& report) { return "Keep " + report + " to yourself."; });

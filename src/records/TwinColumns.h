@@ -1,0 +1,15 @@
+// What tells apart records that look alike in a search: columns of their table beside those of the search.
+#pragma once
+
+#include "records/SearchColumns.h"
+
+#include <vector>
+
+namespace sorvanto {
+
+/// A search that shows chemicals by name and NDC alone gets their lot, units and supplier as well. The set and its
+/// statement stay as they are. Throws as Connection::execute.
+void addTwinColumns(std::vector<platform::GridColumn>& columns, const platform::RecordsetPtr& rows,
+                    const ListMeasure& measure);
+
+}  // namespace sorvanto

@@ -1,0 +1,144 @@
+// The boxes of the screens against the columns of the database, and the screens against the room of the window.
+#include "FormulaScreenTest.h"
+#include "PatientScreenTest.h"
+#include "Settle.h"
+
+#include "platform/widgets/Theme.h"
+#include "screens/BoxText.h"
+
+#include <QHeaderView>
+#include <QRegularExpression>
+
+using namespace sorvanto;
+
+namespace {
+
+class BoxSizesTest : public PatientScreenTest {
+protected:
+    void SetUp() override {
+        PatientScreenTest::SetUp();
+        platform::applyTheme(*qApp, false);
+    }
+    void TearDown() override {
+        PatientScreenTest::TearDown();
+        qApp->setStyleSheet(QString());
+    }
+};
+
+/// As the table itself declares it, read another way.
+int declaredSize(const QString& declaration, const QString& column) {
+    const QRegularExpression row(u"\\b"_s + column + u" TEXT\\((\\d+)\\)"_s,
+                                 QRegularExpression::CaseInsensitiveOption);
+    return row.match(declaration).captured(1).toInt();
+}
+
+}  // namespace
+
+TEST_F(BoxSizesTest, EveryBoxHoldsWhatItsColumnHolds) {
+    load();
+    const std::pair<ScreenNumber, const char*> screens[] = {
+        {formulas, "Formula"}, {chemicals, "Chemical"}, {logs, "Log"}, {patients, "Patient"}};
+    int limited = 0;
+    for (const auto& [number, table] : screens) {
+        const QString declaration =
+            sqlText(u"SELECT sql FROM sqlite_master WHERE name = '%1'"_s.arg(QLatin1String(table)));
+        for (const auto* box : screen<RecordScreen>(number).findChildren<platform::TextBox*>()) {
+            EXPECT_EQ(box->columnSize(), declaredSize(declaration, box->objectName().mid(3)))
+                << table << " " << qPrintable(box->objectName());
+            limited += box->columnSize() > 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(limited, 25);
+}
+
+TEST_F(BoxSizesTest, ATypedNameEndsWhereItsColumnEnds) {
+    edit();
+    box("txtpat_FName").setFocus();
+    QTest::keyClicks(&box("txtpat_FName"), QString(60, u'x'));
+    EXPECT_EQ(box("txtpat_FName").text().size(), 50);
+}
+
+TEST_F(BoxSizesTest, AKeptTextThatIsLongerComesBackWhole) {
+    edit();
+    const QString kept(60, u'x');
+    typeIntoBox(box("txtpat_FName"), kept);
+    EXPECT_EQ(box("txtpat_FName").text(), kept);
+    EXPECT_TRUE(box("txtpat_FName").isModified());
+}
+
+TEST_F(BoxSizesTest, ACellHoldsWhatItsColumnHolds) {
+    editPrescriptions();
+    typeIntoCell(0, "Consult", QString(70, u'x'));
+    EXPECT_EQ(editor()->text().size(), 60);
+}
+
+TEST_F(BoxSizesTest, ThePrescriptionsFitASmallScreenAndShowTheirDatesWhole) {
+    openScreen();
+    control<QTabWidget>(patients, "tabPatient").setCurrentIndex(1);
+    window->resize(1366, 768);
+    support::settle();
+    const platform::RecordGrid& list = grid();
+    EXPECT_EQ(list.horizontalHeader()->length(), list.viewport()->width()) << "it would have to be scrolled";
+    for (const char* field : {"log_Date", "rxs_Date", "RXsID"}) {
+        const int column = list.columnByField(field);
+        for (int row = 0; row < list.model()->rowCount(); ++row) {
+            const QString text = list.model()->index(row, column).data().toString();
+            EXPECT_LE(list.widthOf(text), list.columnWidth(column)) << field << " " << qPrintable(text);
+        }
+    }
+    for (const char* field : {"log_Name", "rxs_Doctor"})
+        EXPECT_GE(list.columnWidth(list.columnByField(field)), 100) << field;
+}
+
+TEST_F(BoxSizesTest, NotesGrowWithTheWindow) {
+    openScreen();
+    const auto height = [this](ScreenNumber screenNumber, const char* box) {
+        return control<platform::MemoBox>(screenNumber, box).height();
+    };
+    window->resize(1366, 768);
+    support::settle();
+    const int small = height(patients, "txtpat_Notes");
+    window->resize(1920, 1080);
+    support::settle();
+    EXPECT_GT(height(patients, "txtpat_Notes"), small + 200);
+    const std::tuple<const char*, ScreenNumber, const char*> others[] = {
+        {"cmdFormulas", formulas, "txtfrm_Instructions"},
+        {"cmdChemicals", chemicals, "txtchm_Notes"},
+        {"cmdLogs", logs, "txtlog_Notes"},
+        {"cmdCurrent", currentFormula, "txtfrm_Instructions"}};
+    for (const auto& [button, number, box] : others) {
+        click(button);
+        support::settle();
+        EXPECT_GT(height(number, box), 300) << button;
+    }
+}
+
+TEST_F(BoxSizesTest, AGridOfManyRowsGrowsWithTheWindow) {
+    for (int i = 0; i < 40; ++i)
+        sql("INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (1, 1, 1)");
+    openScreen();
+    control<QTabWidget>(patients, "tabPatient").setCurrentIndex(1);
+    window->resize(1366, 768);
+    support::settle();
+    const int small = grid().height();
+    window->resize(1920, 1080);
+    support::settle();
+    EXPECT_GT(grid().height(), small + 200);
+}
+
+TEST_F(BoxSizesTest, RowsOfAllGridsAndListsHaveOnePitch) {
+    load();
+    int grids = 0;
+    for (const auto* table : window->findChildren<QTableView*>()) {
+        if (table->objectName().startsWith("grd"_L1) || table->objectName() == "mixerSteps"_L1) {
+            EXPECT_EQ(table->verticalHeader()->defaultSectionSize(), 32) << qPrintable(table->objectName());
+            ++grids;
+        }
+    }
+    EXPECT_GE(grids, 5);
+    for (const ScreenNumber number : {formulas, logs}) {
+        auto& list = control<platform::ReportList>(number, "lstCustom");
+        list.addRow({"24", "12", "00:00:10", "0"});
+        EXPECT_EQ(list.visualItemRect(list.topLevelItem(0)).height(), 32);
+    }
+}
