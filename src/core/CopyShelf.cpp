@@ -44,9 +44,13 @@ std::vector<KeptCopy> CopyShelf::copies() const {
     return found;
 }
 
-QString CopyShelf::pathFor(const QDateTime& now) const {
+int CopyShelf::newestNumber() const {
     const auto kept = copies();
-    const int number = kept.empty() ? 1 : kept.front().number + 1;
+    return kept.empty() ? 0 : kept.front().number;
+}
+
+QString CopyShelf::pathFor(const QDateTime& now, int otherNumber) const {
+    const int number = std::max(newestNumber(), otherNumber) + 1;
     return u"%1/%2%3-%4.mdb"_s.arg(m_folder, m_start).arg(number, 4, 10, '0'_L1).arg(now.toString(moment));
 }
 

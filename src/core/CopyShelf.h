@@ -22,7 +22,10 @@ public:
 
     /// Newest made first. Other databases' copies, and what a user or an update keeps there, are not among them.
     std::vector<KeptCopy> copies() const;
-    QString pathFor(const QDateTime& now) const;
+    /// Of the newest made; 0 for none.
+    int newestNumber() const;
+    /// For the next one; newer than all here, and than the number of another shelf.
+    QString pathFor(const QDateTime& now, int otherNumber = 0) const;
     /// Keeps the newest copy of each of the newest fourteen days, and of each of the newest twelve months.
     void thinOut() const;
 

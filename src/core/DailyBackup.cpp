@@ -37,7 +37,8 @@ std::int64_t batchesLogged(const platform::Connection& connection) {
 }
 
 struct Job {
-    QString file, copy, identity;
+    QString file, identity;
+    QDateTime moment;
     QString secondPlace;
     bool rehearse = false;
 };
@@ -57,20 +58,24 @@ void rehearse(const QString& copy, const platform::Cancelled& cancelled) {
         QFile::remove(platform::platformPath(scratch));
 }
 
+/// Newer in both places than what is there: a stick may have come along from another computer.
 void run(const Job& job, const platform::Cancelled& cancelled) {
-    tidy(QFileInfo(job.copy).path());
-    if (!platform::copyDatabase(job.file, job.copy, cancelled))
+    const CopyShelf shelf(folder(), job.identity);
+    const CopyShelf second(job.secondPlace, job.identity);
+    const QString copy = shelf.pathFor(job.moment, job.secondPlace.isEmpty() ? 0 : second.newestNumber());
+    tidy(QFileInfo(copy).path());
+    if (!platform::copyDatabase(job.file, copy, cancelled))
         return;
-    CopyShelf(QFileInfo(job.copy).path(), job.identity).thinOut();
+    shelf.thinOut();
     if (job.rehearse)
-        rehearse(job.copy, cancelled);
+        rehearse(copy, cancelled);
     if (job.secondPlace.isEmpty())
         return;
     if (!QFileInfo(job.secondPlace).isDir())
         throw platform::RuntimeError(platform::error::fileNotFound,
                                      u"The second place for copies is not there: "_s + job.secondPlace);
-    platform::copyDatabase(job.copy, job.secondPlace + '/'_L1 + QFileInfo(job.copy).fileName(), cancelled);
-    CopyShelf(job.secondPlace, job.identity).thinOut();
+    platform::copyDatabase(copy, job.secondPlace + '/'_L1 + QFileInfo(copy).fileName(), cancelled);
+    second.thinOut();
 }
 
 }  // namespace
@@ -121,14 +126,13 @@ void DailyBackup::begin() {
         return;
     const auto identity = readFileIdentity(*connection);
     Job job{.file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main")),
-            .copy = {},
             .identity = identity ? identity->identity : QString(),
+            .moment = platform::now(),
             .secondPlace = {}};
     if (!isDue(job.identity))
         return;
     const CopySettings settings = CopySettings::read();
     const QString month = platform::today().toString(u"yyyy-MM"_s);
-    job.copy = CopyShelf(folder(), job.identity).pathFor(platform::now());
     job.secondPlace = settings.secondPlace;
     job.rehearse = settings.lastRehearsal != month;
     m_rehearsal = job.rehearse ? month : QString();

@@ -123,6 +123,22 @@ TEST_F(DailyBackupTest, ASecondPlaceHoldsTheSame) {
     EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03");
 }
 
+TEST_F(DailyBackupTest, ASecondPlaceWithNewerNumbersKeepsTheNewCopyAndIsThinnedOut) {
+    QDir(folder.path()).mkdir("stick");
+    for (int day = 1; day <= 20; ++day) {
+        const QString number = u"%1"_s.arg(day, 4, 10, QChar('0'));
+        folder.write(u"stick/sorvanto-%1-2026-03-%2-080000.mdb"_s.arg(number, number.right(2)), "of before");
+    }
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    run();
+    const QStringList there = QDir(folder.path("stick")).entryList(QDir::Files, QDir::Name);
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0021-2026-03-07-140509.mdb"});
+    EXPECT_EQ(there.last(), copies().first());
+    EXPECT_EQ(there.size(), 14) << there.join('\n').toStdString();
+}
+
 TEST_F(DailyBackupTest, ASecondPlaceThatIsGoneIsToldAndTheCopyIsThere) {
     CopySettings settings;
     settings.secondPlace = folder.path("no stick");
@@ -172,6 +188,10 @@ TEST_F(DailyBackupTest, ATrialThatFailsIsToldAndMadeAgainWithTheNextCopy) {
     clock.set(QDateTime(QDate(2026, 3, 8), QTime(9, 0), Qt::UTC));
     run();
     EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03");
+    QDir(folder.path()).mkpath("backups/sorvanto-0003-2026-03-09-090000.mdb.rehearsal.part/x");
+    clock.set(QDateTime(QDate(2026, 3, 9), QTime(9, 0), Qt::UTC));
+    run();  // no report: once a month is enough
+    EXPECT_EQ(copies().size(), 3);
 }
 
 TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {
