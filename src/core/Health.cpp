@@ -99,15 +99,14 @@ HealthLine keysLine() {
         return {title, translated(u"Not open"_s), {}, false};
     const auto tables = keysLeft(*basMain::gConnection);
     const TableKeys& fewest = tables.front();
-    QString state = translated(u"%1 in %2"_s);
-    HealthLine line{title,
-                    state.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, grouped(fewest.left())),
-                    {},
-                    !fewest.isShort()};
+    const auto shown = [](const TableKeys& table) {
+        return translated(table.name) + ' '_L1 + grouped(table.left());
+    };
+    HealthLine line{title, shown(fewest), {}, !fewest.isShort()};
     line.note = timeLeft(*basMain::gConnection, fewest);
     QStringList others;
     for (std::size_t i = 1; i < tables.size(); ++i)
-        others << translated(tables[i].name) + ' '_L1 + grouped(tables[i].left());
+        others << shown(tables[i]);
     line.detail = others.join(u" · "_s);
     if (fewest.isShort())
         line.detail = translated(u"sorvanto-db archive puts older batches into an archive and makes room."_s);

@@ -251,6 +251,8 @@ void HealthPage::addAside(QWidget& what, int top) {
         text->setAlignment((m_narrow ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
         text->setWordWrap(true);
         text->setContentsMargins(0, 0, 0, m_narrow ? grid : 0);
+    } else if (m_narrow) {
+        rows.setRowMinimumHeight(top + 3, grid);
     }
     rows.addWidget(&what, m_narrow ? top + 2 : top + 1, m_narrow ? 1 : 3, 1, m_narrow ? 3 : 1);
     what.show();

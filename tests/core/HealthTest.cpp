@@ -1,7 +1,9 @@
 // The health page: what each line says, and when it is something to look at.
 #include "core/Health.h"
 #include "Child.h"
+#include "Hindrances.h"
 #include "TestProgram.h"
+#include "config/clsOptions.h"
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
 #include "core/HealthPage.h"
@@ -66,6 +68,9 @@ TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
     context.readingOnly = "The medium can not be written.";
     EXPECT_FALSE(line("Database").good);
     EXPECT_TRUE(line("Database").state.startsWith("Open for reading, "));
+    EXPECT_EQ(line("Database").detail, context.readingOnly);
+    EXPECT_EQ(line("Lock of the program").state, "Not held");
+    EXPECT_FALSE(line("Lock of the program").good);
     basMain::gConnection->close();
     EXPECT_EQ(line("Database").state, "Not open");
     EXPECT_EQ(line("Keys left").state, "Not open");
@@ -74,14 +79,14 @@ TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
 TEST_F(HealthTest, KeysAreAmberFromThirtyThousandOnWithTheWayOut) {
     useKeys("Log", 29'999);
     EXPECT_TRUE(line("Keys left").good);
-    EXPECT_EQ(line("Keys left").state, "2,768 in Logs");
+    EXPECT_EQ(line("Keys left").state, "Logs 2,768");
     EXPECT_TRUE(line("Keys left").detail.contains("Formulas 32,745"))
         << line("Keys left").detail.toStdString();
     useKeys("Log", 30'000);
     EXPECT_FALSE(line("Keys left").good);
     EXPECT_TRUE(line("Keys left").detail.contains("sorvanto-db archive"));
     useKeys("Patient", 32'767);
-    EXPECT_EQ(line("Keys left").state, "0 in Patients");
+    EXPECT_EQ(line("Keys left").state, "Patients 0");
 }
 
 TEST_F(HealthTest, TheTimeThatIsLeftComesFromTheLastThirtyDays) {
@@ -161,9 +166,62 @@ TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "Things to look at: 1");
 }
 
+TEST_F(HealthTest, WhatTheWindowKnowsIsShownAsItIs) {
+    context.mixer = "no mixer";
+    context.mixerGood = false;
+    EXPECT_EQ(line("Mixer").state, "no mixer");
+    EXPECT_FALSE(line("Mixer").good);
+    EXPECT_EQ(healthLines(context).back().name, "Mixer") << "nothing is known of the preparations yet";
+    context.preparations = "All 451";
+    EXPECT_EQ(line("Preparations").state, "All 451");
+}
+
+TEST_F(HealthTest, ASecondPlaceIsThereAndCanBeWritten) {
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    EXPECT_EQ(line("Second place for copies").state, "Not there now");
+    QDir(folder.path()).mkdir("stick");
+    EXPECT_EQ(line("Second place for copies").state, "Ready");
+    EXPECT_TRUE(line("Second place for copies").good);
+    ASSERT_EQ(::chmod(folder.path().toLocal8Bit().constData(), 0755), 0);
+    const support::OrdinaryUser user;
+    EXPECT_FALSE(line("Second place for copies").good);
+}
+
+TEST_F(HealthTest, ALineThatCanNotBeMadeSaysSoItself) {
+    sql("PRAGMA foreign_keys = OFF; DROP TABLE Patient");
+    EXPECT_EQ(line("Keys left").state, "Can not be read");
+    EXPECT_FALSE(line("Keys left").good);
+    EXPECT_FALSE(line("Keys left").detail.isEmpty());
+}
+
+TEST_F(HealthTest, OptionsThatWereNotReadAreSaid) {
+    basMain::Options.reset();
+    folder.write("options.xml", "<Configuration><Opt");
+    basMain::Options = std::make_shared<clsOptions>();
+    expectReport("clsOptions:Class_Initialize");
+    EXPECT_EQ(line("Options and language files").state, "Options not read");
+    EXPECT_FALSE(line("Options and language files").good);
+}
+
+TEST_F(HealthTest, ThePageSaysWhatTheLookThroughFound) {
+    sql("PRAGMA foreign_keys = OFF; INSERT INTO RXs (LogID, PatientID) VALUES (12345, 54321)");
+    HealthPage page([this] { return context; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    EXPECT_EQ(page.lines().front().state, "Damaged");
+    EXPECT_FALSE(page.lines().front().good);
+    QFile::remove(databasePath());
+    child<QPushButton>(page, "cmdAgain")->click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
+    EXPECT_EQ(page.lines().front().state, "Damaged");
+    EXPECT_TRUE(page.lines().front().detail.contains("no such file"))
+        << page.lines().front().detail.toStdString();
+}
+
 TEST_F(HealthTest, ThePageShowsItsWholeWidthOnASmallScreen) {
-    context.mixer = "COM1: firmware SIM-2.1, the line is good";
-    context.mixerNote = "simulated, for training and for trials; nothing is mixed by it in the real world";
+    context.mixer = "COM1 at 9600 baud, firmware SIM-2.1, the line is good";
+    context.mixerNote = "simulated";
     copyNow();
     HealthPage page([this] { return context; });
     page.show();
