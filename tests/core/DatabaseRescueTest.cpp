@@ -63,9 +63,10 @@ protected:
     void answer(const QString& button) {
         asker.expectModal(question, [this, button](QWidget& window) {
             said = textsOf(window);
+            fileTip = child<QLabel>(window, "lblFile")->toolTip();
             buttons.clear();
             for (const auto* each : window.findChildren<QPushButton*>())
-                buttons << each->objectName();
+                buttons << each->objectName() + (each->isDefault() ? "*"_L1 : ""_L1);
             buttons.sort();
             child<QPushButton>(window, button)->click();
         });
@@ -75,19 +76,19 @@ protected:
         asker.expectMsgBox(invalid, {Buttons::YesNoCancel}, Answer::No);
     }
     /// The closed journal of a batch that was logged at that hour of the day.
-    void logMix(const QString& id, const QString& lot, int hour) {
+    void logMix(const QString& id, const QString& lot, int hour, const QString& state = u"logged"_s) {
         const QString name = u"mixes/closed/20260307-000000-%1.xml"_s.arg(id);
         QDir(folder.path()).mkpath("mixes/closed");
-        folder.write(
-            name, u"<Mix ID=\"%1\" State=\"logged\"><Formula/><Results Value=\"%2\">"
-                  "<PreparationNumber Value=\"%3\"/></Results></Mix>"_s.arg(id, lot.chopped(4), lot.right(4))
-                      .toUtf8());
+        folder.write(name, u"<Mix ID=\"%1\" State=\"%4\"><Formula/><Results Value=\"%2\">"
+                           "<PreparationNumber Value=\"%3\"/></Results></Mix>"_s
+                               .arg(id, lot.chopped(4), lot.right(4), state)
+                               .toUtf8());
         QFile file(folder.path(name));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         file.setFileTime(QDateTime(QDate(2026, 3, 7), QTime(hour, 0)), QFileDevice::FileModificationTime);
     }
 
-    QString identity, said;
+    QString identity, said, fileTip;
     QStringList buttons;
 };
 
@@ -102,6 +103,9 @@ TEST_F(DatabaseRescueTest, ADamagedFileGetsItsNewestGoodCopyAndIsKept) {
     EXPECT_TRUE(said.contains("Copy of today 14:05, checked."));
     EXPECT_TRUE(said.contains("Batches in the copy: 1."));
     EXPECT_TRUE(said.contains("Changes of records since the copy are not in it."));
+    EXPECT_TRUE(said.contains("The damaged file is kept beside it."));
+    EXPECT_EQ(buttons, (QStringList{"cmdAgain", "cmdNone", "cmdPutBack*"})) << "Return takes the way out";
+    EXPECT_EQ(fileTip, databasePath());
     EXPECT_EQ(sqlText("SELECT log_Lot FROM Log"), "SV04260001");
     EXPECT_EQ(folder.read("sorvanto.mdb.before-restore"), QByteArray(9000, 'x'));
 }
@@ -112,13 +116,14 @@ TEST_F(DatabaseRescueTest, BatchesLoggedSinceTheCopyAreOfferedAgain) {
     logMix("00000001", "SV04260001", 15);
     logMix("00000002", "SV04260002", 15);
     logMix("00000003", "SV04260003", 9);
+    logMix("00000004", "SV04260004", 15, "put aside");
     damage();
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1);
     EXPECT_TRUE(said.contains("Batches logged since then: 1.")) << said.toStdString();
     EXPECT_TRUE(folder.read("mixes/00000002.xml").contains("State=\"finished\""));
     EXPECT_EQ(QDir(folder.path("mixes")).entryList(QDir::Files).size(), 1);
-    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 2);
+    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 3);
 }
 
 TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {
@@ -133,6 +138,74 @@ TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {
     EXPECT_TRUE(said.contains("Copy of 3/7/2026 14:05, checked.")) << said.toStdString();
 }
 
+TEST_F(DatabaseRescueTest, ACopyThatOpensAndIsNotSoundOrNotItsOwnIsPassedOver) {
+    haveDatabase();
+    copyNow();
+    clock.set(QDateTime(QDate(2026, 3, 8), QTime(8, 12), Qt::UTC));
+    const CopyShelf shelf(folder.path("backups"), identity);
+    const QString unsound = shelf.pathFor(platform::now());
+    ASSERT_TRUE(QFile::copy(databasePath(), unsound));
+    support::runSql(unsound,
+                    "PRAGMA foreign_keys = OFF; INSERT INTO RXs (LogID, PatientID) VALUES (12345, 54321)");
+    sorvanto::createDatabase(shelf.pathFor(platform::now()));
+    damage();
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("Copy of 3/7/2026 14:05, checked.")) << said.toStdString();
+}
+
+TEST_F(DatabaseRescueTest, ADamagedFileIsNoFirstStart) {
+    haveDatabase();
+    copyNow();
+    start(true);
+    damage();
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(said.contains("The database is damaged."));
+}
+
+TEST_F(DatabaseRescueTest, TheNewestOfBothPlacesIsOffered) {
+    haveDatabase();
+    copyNow();
+    sql("INSERT INTO Log (log_Name, log_Lot) VALUES ('Cream', 'SV04260002')");
+    clock.set(QDateTime(QDate(2026, 3, 8), QTime(8, 12), Qt::UTC));
+    copyNow();
+    sql("INSERT INTO Log (log_Name, log_Lot) VALUES ('Paste', 'SV04260003')");
+    clock.set(QDateTime(QDate(2026, 3, 9), QTime(8, 12), Qt::UTC));
+    const QString newest =
+        QFileInfo(CopyShelf(folder.path("backups"), identity).pathFor(platform::now())).fileName();
+    QDir(folder.path()).mkdir("stick");
+    platform::backupDatabase(databasePath(), folder.path("stick/" + newest));
+    damage();
+    answer("cmdPutBack");
+    openDB();
+    EXPECT_TRUE(said.contains("Copy of 3/8/2026 08:12, checked.")) << said.toStdString();
+    basMain::gConnection->close();
+
+    CopySettings settings = CopySettings::read();
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    damage();
+    answer("cmdPutBack");
+    openDB();
+    EXPECT_TRUE(said.contains("Copy of today 08:12, checked.")) << said.toStdString();
+    EXPECT_EQ(sqlText("SELECT count(*) FROM Log"), "3");
+}
+
+TEST_F(DatabaseRescueTest, WhereTheIdentityIsNotKnownCopiesOfTwoDatabasesAreNotGuessedAmong) {
+    haveDatabase();
+    copyNow();
+    QFile::remove(folder.path("copies.ini"));
+    folder.write("backups/sorvanto-ffffffff-0001-2026-03-06-080000.mdb", "another's");
+    damage();
+    answerThenEnd();
+    openDB();
+    EXPECT_TRUE(said.contains("No good copy of it was found in backups."));
+    QFile::remove(folder.path("backups/sorvanto-ffffffff-0001-2026-03-06-080000.mdb"));
+    answer("cmdPutBack");
+    EXPECT_EQ(openDB()->state(), 1) << "those of one database are its own";
+}
+
 TEST_F(DatabaseRescueTest, ACopyOfAnotherDatabaseIsNeverOffered) {
     haveDatabase();
     copyNow();
@@ -141,7 +214,7 @@ TEST_F(DatabaseRescueTest, ACopyOfAnotherDatabaseIsNeverOffered) {
     answerThenEnd();
     openDB();
     EXPECT_TRUE(said.contains("No good copy of it was found in backups."));
-    EXPECT_EQ(buttons, (QStringList{"cmdAgain", "cmdNone"}));
+    EXPECT_EQ(buttons, (QStringList{"cmdAgain*", "cmdNone"}));
     EXPECT_EQ(programEnds, 1);
 }
 
@@ -223,7 +296,7 @@ TEST_F(DatabaseRescueTest, AFirstStartMakesTheDatabaseThatIsWished) {
     start(true);
     answer("cmdEmpty");
     EXPECT_EQ(openDB()->state(), 1);
-    EXPECT_EQ(buttons, (QStringList{"cmdChoose", "cmdEmpty", "cmdNone", "cmdSample"}));
+    EXPECT_EQ(buttons, (QStringList{"cmdChoose", "cmdEmpty*", "cmdNone", "cmdSample"}));
     EXPECT_EQ(sqlText("SELECT count(*) FROM Formula"), "0");
     basMain::gConnection->close();
     QFile::remove(databasePath());
@@ -275,6 +348,19 @@ TEST_F(OptionsRescueTest, TheLastGoodOptionsAreOffered) {
     EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
 }
 
+TEST_F(OptionsRescueTest, TheWindowSpeaksTheLanguageOfTheLastGoodOptions) {
+    folder.write("GermanTranslation.xml",
+                 "<Translations Language=\"German\"><Translate English=\"The options could not be read.\" "
+                 "Translated=\"Die Optionen konnten nicht gelesen werden.\"/></Translations>");
+    basMain::Options->Language(2);
+    basMain::Options->saveOptions();
+    breakOptions();
+    basMain::Language.reset();
+    answer("cmdNone");
+    offerOptions(*basMain::Options);
+    EXPECT_TRUE(said.contains("Die Optionen konnten nicht gelesen werden.")) << said.toStdString();
+}
+
 TEST_F(OptionsRescueTest, WithoutAChoiceTheFileStaysAsItIs) {
     breakOptions();
     answer("cmdNone");
@@ -289,7 +375,7 @@ TEST_F(OptionsRescueTest, NewOptionsAskTheLanguageAsAtAFirstStart) {
     answer("cmdNew");
     asker.expectModal("frmWizard", [](QWidget& wizard) { wizard.close(); });
     offerOptions(*basMain::Options);
-    EXPECT_EQ(buttons, (QStringList{"cmdNew", "cmdNone"}));
+    EXPECT_EQ(buttons, (QStringList{"cmdNew*", "cmdNone"}));
     EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
     EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
 }

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <sys/stat.h>
 
 namespace {
 
@@ -185,6 +186,19 @@ TEST_F(StartTest, WhatCantBeLockedIsOpenForReadingOnly) {
     }
     window->ActiveBar_ToolClick(window->bar().band("MainBar").tool("cmdNext"));
     EXPECT_TRUE(taken().join('\n').contains("btnClick")) << "browsing works";
+}
+
+TEST_F(StartTest, WhatKilledWritesHaveLeftIsTidiedUp) {
+    folder.write("options.xml.a1B2c3", "half");
+    load();
+    EXPECT_FALSE(folder.has("options.xml.a1B2c3"));
+}
+
+TEST_F(StartTest, AWindowFileThatIsNoneIsTold) {
+    ASSERT_EQ(::mkfifo(folder.path("window.ini").toLocal8Bit().constData(), 0600), 0);
+    load();
+    EXPECT_TRUE(
+        expectReport("frmMain:Form_Load").description.contains("window.ini can't be read: it is no regular"));
 }
 
 TEST_F(StartTest, ADatabaseOpenedLaterIsAskedAboutToo) {

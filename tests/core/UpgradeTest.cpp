@@ -1,6 +1,7 @@
 // A program folder of version 1.0 in today's hands: laid out over as ./run does it, then started.
 #include "Child.h"
 #include "TestProgram.h"
+#include "core/CopySettings.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/basic/RuntimeError.h"
@@ -129,6 +130,7 @@ TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     EXPECT_EQ(sqlText("SELECT length(fid_Identity), fid_Changes FROM FileIdentity").toStdString(), "32|0");
     EXPECT_EQ(sqlText("PRAGMA integrity_check").toStdString(), "ok");
     EXPECT_EQ(records(), before);
+    EXPECT_EQ(CopySettings::identityOf(databasePath()), sqlText("SELECT fid_Identity FROM FileIdentity"));
     ASSERT_EQ(copies().size(), 1);
     const QString copy = folder.path("backups/" + copies().first());
     EXPECT_EQ(support::rowsText(support::runSql(copy, "SELECT opt_Version FROM Options")).toDouble(), 1.0);
