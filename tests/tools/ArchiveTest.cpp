@@ -212,6 +212,19 @@ TEST_F(ArchiveTest, RefusalsChangeNothing) {
     EXPECT_EQ(folder.read("old.mdb"), "mine");
 }
 
+TEST_F(ArchiveTest, AFileOfVersionOneIsToBeBroughtUpToDateFirst) {
+    QFile statements(QStringLiteral(SORVANTO_SOURCE_DIR "/tests/version-1.0/sorvanto.sql"));
+    ASSERT_TRUE(statements.open(QIODevice::ReadOnly));
+    QProcess engine;
+    engine.start("sqlite3", {path("one.mdb")});
+    engine.write(statements.readAll());
+    engine.closeWriteChannel();
+    ASSERT_TRUE(engine.waitForFinished());
+    EXPECT_EQ(run({"archive", path("one.mdb"), path("old.mdb")}), 1);
+    EXPECT_TRUE(err.contains("of an older version")) << qPrintable(err);
+    EXPECT_FALSE(folder.has("old.mdb"));
+}
+
 // The tool lies where it was installed; the program's folder is elsewhere.
 TEST_F(ArchiveTest, OpenWorkIsLookedForWhereverTheProgramMayHaveItsFolder) {
     fill();
