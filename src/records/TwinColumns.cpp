@@ -16,6 +16,8 @@ using namespace platform;
 
 namespace {
 
+constexpr auto chemicalTable = "Chemical"_L1;
+
 struct TwinColumn {
     const char* column;
     const char* caption;  ///< English
@@ -50,7 +52,7 @@ std::shared_ptr<const Texts> textsOf(const QString& table, const QString& key, c
 
 void addTwinColumns(std::vector<GridColumn>& columns, const RecordsetPtr& rows, const ListMeasure& measure) {
     const FieldInfo& key = rows->fieldInfo(0);
-    if (key.baseTable.compare(u"Chemical"_s, Qt::CaseInsensitive) != 0)
+    if (key.baseTable.compare(chemicalTable, Qt::CaseInsensitive) != 0)
         return;
     for (const TwinColumn& twin : chemicalColumns) {
         if (hasColumn(*rows, QLatin1String(twin.column)))
