@@ -49,12 +49,13 @@ void DeskWalk::clickInWindow(const QString& name, bool byMouse) {
     }
 }
 
-void DeskWalk::typeInWindow(const QString& name, const QString& text) {
-    auto& box = control<QWidget>(model.onShow, name);
+// The model may be a screen further by now: a text typed as it was frees the desk for a mix that waits.
+void DeskWalk::typeInWindow(const desk::Box& typed, const QString& text) {
+    auto& box = control<QWidget>(typed.screen, typed.name);
     QWidget* editor = &box;
     if (!qobject_cast<QLineEdit*>(editor) && !qobject_cast<QPlainTextEdit*>(editor))
         editor = box.findChild<QPlainTextEdit*>();
-    ASSERT_NE(editor, nullptr) << str(name);
+    ASSERT_NE(editor, nullptr) << typed.name;
     editor->setFocus();
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
     if (text.isEmpty())

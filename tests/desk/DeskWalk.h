@@ -39,7 +39,7 @@ private:
     Step prescriptionStep();
     bool isWalked(const QString& tool) const;
     void clickInWindow(const QString& tool, bool byMouse);
-    void typeInWindow(const QString& box, const QString& text);
+    void typeInWindow(const desk::Box& typed, const QString& text);
     void expectWindow(const desk::Question& question, bool mixEndsInside);
     void endTheMix();
     void loseLinkAndBack();

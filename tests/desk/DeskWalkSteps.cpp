@@ -105,7 +105,7 @@ DeskWalk::Step DeskWalk::typeStep() {
                          : pick(8) == 0 ? QString()
                                         : u"T%1"_s.arg(m_step);
     return {u"type \"%1\" into %2"_s.arg(text, QLatin1String(box.name)),
-            [=, this] { model.type(box.name, text); }, [=, this] { typeInWindow(box.name, text); }};
+            [=, this] { model.type(box.name, text); }, [=, this] { typeInWindow(box, text); }};
 }
 
 DeskWalk::Step DeskWalk::searchStep() {
