@@ -103,6 +103,7 @@ void BrowsingScreen::addRecordTools() {
     m_tools.on({"cmdNew"_L1}, [this] {
         addRecord();
         m_newKey = recordOnView().key;
+        m_asAdded = m_drafts.shown();
     });
     m_tools.on({"cmdDelete"_L1}, [this] { cmdDelete(); });
 }
@@ -141,6 +142,7 @@ void BrowsingScreen::cmdSave() {
 }
 
 void BrowsingScreen::cmdCancel() {
+    const auto thrown = whatCancelThrowsAway();
     typingEnded();
     // Where quitting was refused the chemicals are locked, and the user may have left the new row for another.
     if (m_new && recordOnView().key != m_newKey)
@@ -153,6 +155,7 @@ void BrowsingScreen::cmdCancel() {
     }
     lockForm();
     refreshForm();
+    announceThrownAway(thrown);
 }
 
 void BrowsingScreen::cmdDelete() {

@@ -12,6 +12,8 @@
 
 #include <QString>
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 namespace sorvanto {
 
@@ -21,6 +23,8 @@ struct BrowsedRecords {
     QString statement;  ///< selects the identifiers
     QString key;        ///< column of that set, named after the table
     QString question;   ///< the save question, by its key
+    QString button;     ///< the screen's own, on the side bar
+    QString lines{};    ///< table of the rows that belong to a record and go with it, if there is one
     LockRules locks;
     ScreenTools tools;
     /// Where there are no records, the tools are off only while browsing, not in an edit.
@@ -123,15 +127,24 @@ protected:
     bool m_new = false;
 
 private:
+    struct ThrownAway;
     /// What the tools do that all full screens share.
     void addRecordTools();
     bool moveTo(std::int16_t key);
     bool holds(std::int16_t key);
     DraftFit openForDraft(const Draft& draft);
+    /// What Cancel is about to throw away; nothing when that is nothing.
+    std::shared_ptr<ThrownAway> whatCancelThrowsAway();
+    /// Says that it was thrown away, and lets it be had back for a while.
+    void announceThrownAway(const std::shared_ptr<ThrownAway>& thrown);
+    void haveBack(const ThrownAway& thrown);
+    void haveNewRecordBack(const ThrownAway& thrown);
+    void clickTool(const char* band, const QString& name) const;
 
     const BrowsedRecords m_records;
     std::int16_t m_newKey = 0;  ///< of the row that addRecord made last
     platform::RecordsetPtr m_identifiers;
+    std::vector<DraftField> m_asAdded;  ///< what the boxes showed of the new record when it was added
     DraftKeeper m_drafts{*this};
 };
 

@@ -45,9 +45,7 @@ void DraftKeeper::look() {
 
 void DraftKeeper::write() {
     m_write.stop();
-    std::vector<DraftField> fields = m_boxes.typed();
-    const std::vector<DraftField> cell = m_boxes.openCell();
-    fields.insert(fields.end(), cell.begin(), cell.end());
+    const std::vector<DraftField> fields = typedTexts();
     if (fields.empty())
         return;
     if (m_id.isEmpty())
@@ -55,12 +53,30 @@ void DraftKeeper::write() {
     put(m_id, fields, false);
 }
 
+std::vector<DraftField> DraftKeeper::typedTexts() const {
+    std::vector<DraftField> fields = m_boxes.typed();
+    const std::vector<DraftField> cell = m_boxes.openCell();
+    fields.insert(fields.end(), cell.begin(), cell.end());
+    return fields;
+}
+
+Draft DraftKeeper::draftOf(const std::vector<DraftField>& fields) const {
+    return {newDraftId(), databaseInUse(), databaseIdentity(), m_record, platform::now(), fields};
+}
+
 void DraftKeeper::put(const QString& id, const std::vector<DraftField>& fields, bool offered) {
     if (!m_store)
         return;
-    Draft draft{id, databaseInUse(), databaseIdentity(), m_record, platform::now(), fields};
+    Draft draft = draftOf(fields);
+    draft.id = id;
     draft.offered = offered;
     m_store->put(draft);
+}
+
+void DraftKeeper::offer(Draft draft) {
+    draft.offered = true;
+    if (m_store)
+        m_store->put(draft);
 }
 
 void DraftKeeper::offer(const QString& id, const std::vector<DraftField>& fields) {

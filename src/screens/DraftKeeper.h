@@ -37,6 +37,14 @@ public:
 
     /// Whether each box of the draft shows what its text once replaced, or that text itself.
     bool fits(const Draft& draft) const;
+    /// What all boxes show, as typed and as replaced alike.
+    std::vector<DraftField> shown() const { return m_boxes.shown(); }
+    /// What is typed into boxes and into an open cell.
+    std::vector<DraftField> typedTexts() const;
+    /// A draft of these texts of the record on view, kept nowhere as yet.
+    Draft draftOf(const std::vector<DraftField>& fields) const;
+    /// Puts such a draft on offer.
+    void offer(Draft draft);
     /// Types the draft into the boxes; from now on it is the draft of what stands there. A cell's text
     /// stays on offer in a draft of its own.
     void bringBack(const Draft& draft);

@@ -93,8 +93,12 @@ const FieldBoxes::Field& FieldBoxes::addField(QWidget& form, const char* box, co
 }
 
 void FieldBoxes::translate() const {
-    for (const auto& [label, caption] : m_labels)
+    for (const auto& [label, caption] : m_labels) {
         label->setText(translated(QString::fromLatin1(caption)));
+        // A box of several parts has its label, the part that takes the keys has not.
+        if (QWidget* box = label->buddy(); box && box->focusProxy())
+            box->focusProxy()->setAccessibleName(label->text());
+    }
 }
 
 bool FieldBoxes::readable() const {

@@ -93,6 +93,15 @@ std::vector<DraftField> TypedBoxes::typed() const {
     return fields;
 }
 
+std::vector<DraftField> TypedBoxes::shown() const {
+    std::vector<DraftField> fields;
+    for (const Box& box : m_boxes) {
+        const QString now = boxText(*box.widget);
+        fields.push_back({box.widget->objectName(), labelOf(*box.widget), now, now});
+    }
+    return fields;
+}
+
 QString TypedBoxes::labelOf(const QWidget& box) const {
     for (const QLabel* label : m_form.findChildren<QLabel*>()) {
         if (label->buddy() == &box)

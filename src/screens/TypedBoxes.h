@@ -33,6 +33,8 @@ public:
     bool any() const;
     /// The boxes that show something else than the program put there.
     std::vector<DraftField> typed() const;
+    /// All boxes with what they show, as typed and as replaced alike.
+    std::vector<DraftField> shown() const;
     /// The half-typed cell, if one is open.
     std::vector<DraftField> openCell() const;
     /// Closes an open cell without writing it.

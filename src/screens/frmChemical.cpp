@@ -18,6 +18,7 @@ const BrowsedRecords chemicalRecords{
     .statement = u"SELECT ChemicalID FROM Chemical"_s,
     .key = u"ChemicalID"_s,
     .question = u"Chemical data not saved! Save Changes?"_s,
+    .button = u"cmdChemicals"_s,
     .locks = {},
     .tools = {.edit = ToolRule::Locked,
               .add = ToolRule::Locked,

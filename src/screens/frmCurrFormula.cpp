@@ -62,6 +62,7 @@ void frmCurrFormula::translateForm() {
         for (const char* caption : {"Name", "NDC", "Qty", "Lot", "QS"})
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));
+        m_ui->grdIngredients->setAccessibleName(translated("Ingredients"));
     });
 }
 

@@ -27,6 +27,8 @@ const BrowsedRecords formulaRecords{
     .statement = u"SELECT FormulaID FROM Formula Order By frm_Name"_s,
     .key = u"FormulaID"_s,
     .question = u"Formula data not saved! Save Changes?"_s,
+    .button = u"cmdFormulas"_s,
+    .lines = u"FormChem"_s,
     .locks = {.grids = true, .upDowns = true, .buttons = true},
     .tools = {.edit = ToolRule::Locked,
               .add = ToolRule::Locked,
@@ -166,6 +168,8 @@ void frmFormula::translateForm() {
         const char* const tabs[] = {"General", "Ingredients", "Mix Options"};
         for (int tab = 0; tab < 3; ++tab)
             m_ui->tabFormula->setTabText(tab, translated(tabs[tab]));
+        m_ui->grdIngredients->setAccessibleName(m_ui->tabFormula->tabText(1));
+        m_ui->lstCustom->setAccessibleName(m_ui->tabFormula->tabText(2));
         for (const char* caption : {"Name", "Units", "Qty", "QS", "Active"})
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));

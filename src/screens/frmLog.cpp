@@ -28,6 +28,7 @@ const BrowsedRecords logRecords{
     .statement = u"SELECT LogID FROM Log"_s,
     .key = u"LogID"_s,
     .question = u"Log data not saved! Save Changes?"_s,
+    .button = u"cmdLogs"_s,
     .locks = {.grids = true},
     .tools = {.edit = ToolRule::Locked,
               .cancelAndSave = ToolRule::Unlocked,
@@ -141,6 +142,8 @@ void frmLog::translateColumns() {
     const char* const tabs[] = {"General", "Ingredients", "Mix Options", "Mix Results"};
     for (int tab = 0; tab < 4; ++tab)
         m_ui->tabLog->setTabText(tab, translated(tabs[tab]));
+    m_ui->grdIngredients->setAccessibleName(m_ui->tabLog->tabText(1));
+    m_ui->lstCustom->setAccessibleName(m_ui->tabLog->tabText(2));
     m_ui->fraCustom->setTitle(translated("Optional precision settings"));
     m_ui->fraReaction->setTitle(translated("Reaction Options"));
     for (const char* caption : {"Name", "Qty", "Lot", "Cost", "AWP", "NDC", "Supplier"})

@@ -21,6 +21,8 @@ const BrowsedRecords patientRecords{
     .statement = u"SELECT PatientID FROM Patient"_s,
     .key = u"PatientID"_s,
     .question = u"Patient data not saved! Save Changes?"_s,
+    .button = u"cmdPatients"_s,
+    .lines = u"RXs"_s,
     .locks = {.grids = true, .buttons = true},
     .tools = {.edit = ToolRule::Locked,
               .add = ToolRule::Locked,
@@ -137,6 +139,7 @@ void frmPatient::translateForm() {
         m_fields.translate();
         m_ui->tabPatient->setTabText(0, translated("Patient"));
         m_ui->tabPatient->setTabText(1, translated("Prescriptions"));
+        m_ui->grdRXs->setAccessibleName(m_ui->tabPatient->tabText(1));
         m_ui->cmdAddRX->setText(translated("Add"));
         m_ui->cmdAddRX->setToolTip(translated("Add RX"));
         m_ui->cmdDeleteRX->setText(translated("Delete"));
