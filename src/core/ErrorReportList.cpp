@@ -2,6 +2,7 @@
 
 #include "core/ProblemTexts.h"
 #include "platform/basic/Dates.h"
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Theme.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Translator.h"
@@ -54,6 +55,8 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     setObjectName(u"ErrorReportList"_s);
     setWindowTitle(translated(u"Problems"_s));
     m_table->setObjectName(u"grdReports"_s);
+    m_table->setAccessibleName(windowTitle());
+    new platform::FocusMark(*m_table);
     m_table->setHorizontalHeaderLabels(
         {translated(u"When"_s), translated(u"Problem"_s), translated(u"Count"_s)});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -70,6 +73,7 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_table->setStyleSheet(
         u"QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 4px 8px; }"_s);
     m_text->setObjectName(u"txtReport"_s);
+    m_text->setAccessibleName(translated(u"Details"_s));
     m_text->setReadOnly(true);
     m_text->setMaximumHeight(20 * platform::grid);
     m_text->setTabStopDistance(nameWidth(m_text->fontMetrics()));

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -97,6 +98,8 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     scroll->setWidget(page);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setAccessibleName(windowTitle());
+    new platform::FocusMark(*scroll);  // the arrow keys scroll it
     auto* buttons = new QHBoxLayout;
     buttons->setContentsMargins(3 * grid, 0, 3 * grid, 2 * grid);
     buttons->setSpacing(grid);

@@ -165,6 +165,7 @@ void MixerPanel::sizeRing() {
 
 void MixerPanel::showCaptions() {
     m_title->setText(m_texts(PanelText::Title));
+    m_scroll->setAccessibleName(m_title->text());
     m_footnote->setText(m_texts(PanelText::NotEmergencyStop));
     m_connect->setText(m_texts(PanelText::Connect));
     m_loadAgain->setText(m_texts(PanelText::LoadAgain));

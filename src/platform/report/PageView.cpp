@@ -2,6 +2,7 @@
 #include "platform/report/PageView.h"
 
 #include "platform/report/PagePainter.h"
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Theme.h"
 
 #include <QKeyEvent>
@@ -25,6 +26,7 @@ PageView::PageView(const PageDocument& document, QWidget* parent)
     : QAbstractScrollArea(parent), m_document(document), m_pictures(8) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    new FocusMark(*this);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     verticalScrollBar()->setSingleStep(5 * grid);
     horizontalScrollBar()->setSingleStep(5 * grid);

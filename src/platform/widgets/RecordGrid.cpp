@@ -2,6 +2,7 @@
 #include "platform/widgets/RecordGrid.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/RecordDelegate.h"
 #include "platform/widgets/RecordModel.h"
 #include "platform/widgets/Rows.h"
@@ -35,6 +36,7 @@ RecordGrid::RecordGrid(QWidget* parent)
     setSelectionMode(SingleSelection);
     setWordWrap(false);
     setCornerButtonEnabled(false);
+    new FocusMark(*this);
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(AnyKeyPressed | DoubleClicked | EditKeyPressed | SelectedClicked);

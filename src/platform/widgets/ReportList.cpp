@@ -1,6 +1,7 @@
 // While a row is dragged, a line shows where it would land: above the row under the pointer, or at the end.
 #include "platform/widgets/ReportList.h"
 
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
@@ -42,6 +43,7 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
+    new FocusMark(*this);
     setAllColumnsShowFocus(true);
     setItemDelegate(new NumberedRows(this));
     setDragDropMode(NoDragDrop);
