@@ -56,7 +56,7 @@ TEST_F(FormulaIngredientsTest, ANewLineIsScrolledToAndMarked) {
     asker.expectMsgBox("No Records");
     grid().setCurrentIndex(grid().model()->index(4, 1));
     press("cmdAdd");
-    EXPECT_EQ(grid().currentIndex().row(), 0) << "without a new line all is as ever";
+    EXPECT_EQ(grid().currentIndex().row(), 4) << "without a new line the mark stays where it is";
 }
 
 TEST_F(FormulaIngredientsTest, FlagsAreWrittenAtOnce) {

@@ -291,7 +291,9 @@ TEST_F(MixSettingsTest, SixteenStepsAndASilentSeventeenth) {
 }
 
 TEST_F(MixSettingsTest, TheLineBelowCountsStepsTimeAndCyclesAndSaysThatTheListIsFull) {
-    edit("Plain Base");
+    edit("Cooling Gel");
+    steps().takeTopLevelItem(1);
+    steps().takeTopLevelItem(0);
     const QLabel& line = box<QLabel>("lblSteps");
     EXPECT_EQ(str(line.text()), "0 of 16 steps");
     upDown("updCustTime").setValue(166);
