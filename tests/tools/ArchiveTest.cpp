@@ -240,6 +240,7 @@ TEST_F(ArchiveTest, OpenWorkIsLookedForWhereverTheProgramMayHaveItsFolder) {
         EXPECT_TRUE(err.contains("not in the log yet: 1")) << qPrintable(err);
         folder.write(mix, "<Mix ID=\"0000000A\" State=\"finished\" Database=\"another\"/>");
     }
+    folder.write("mixes/0000000B.xml", "<Mix ID=\"0000000B\" State=\"loaded\"/>");  // no batch yet
     EXPECT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
 }
 
