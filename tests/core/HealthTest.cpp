@@ -185,7 +185,10 @@ TEST_F(HealthTest, ASecondPlaceIsThereAndCanBeWritten) {
     EXPECT_EQ(line("Second place for copies").state, "Ready");
     EXPECT_TRUE(line("Second place for copies").good);
     ASSERT_EQ(::chmod(folder.path().toLocal8Bit().constData(), 0755), 0);
+    ASSERT_EQ(::chmod(folder.path("copies.ini").toLocal8Bit().constData(), 0644), 0);
+    ASSERT_EQ(::chmod(folder.path("stick").toLocal8Bit().constData(), 0755), 0);
     const support::OrdinaryUser user;
+    EXPECT_EQ(line("Second place for copies").state, "Can not be written");
     EXPECT_FALSE(line("Second place for copies").good);
 }
 
