@@ -115,7 +115,8 @@ bool BarKeys::eventFilter(QObject* watched, QEvent* event) {
     if (widget->window() != &m_window)
         return false;
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_F6 && widget == QApplication::focusWidget()) {
+    const QWidget* focus = QApplication::focusWidget();  // none: keys go to the window
+    if (key->key() == Qt::Key_F6 && widget == (focus ? focus : &m_window)) {
         nextArea(key->modifiers() & Qt::ShiftModifier);
         return true;
     }

@@ -313,6 +313,14 @@ TEST_F(Bar, F6WalksThroughTheAreasAndArrowsAlongABar) {
     EXPECT_EQ(QApplication::focusWidget(), button("cmdFirst")) << "a box that is off is passed over";
 }
 
+TEST_F(Bar, F6BeginsWhereNobodyHasTheKeyboard) {
+    first->setFocus();
+    first->clearFocus();
+    ASSERT_EQ(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_EQ(QApplication::focusWidget(), button("cmdFirst"));
+}
+
 TEST_F(Bar, F6StopsAtWhatAnAreaHasMarkedWhileItCanBeUsed) {
     auto* panel = new QWidget;
     auto* start = new QPushButton("start", panel);
