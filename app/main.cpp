@@ -33,7 +33,7 @@ void describe(Application& application) {
     Application::setDesktopFileName(u"sorvanto"_s);
     Application::setWindowIcon(QIcon(u":/app/sorvanto.svg"_s));
     platform::setApplicationTitle(name);
-    platform::prepareTheme(application);
+    platform::applyTheme(application);
 }
 
 /// What could not be brought up to date; nothing, after a word on it, when there is no folder to work in.
@@ -76,7 +76,6 @@ int main(int argc, char** argv) {
     asker.setParent(&window);
     window.Form_Load();
     report(*problems);
-    platform::finishTheme();
     window.show();
     return Application::exec();
 }

@@ -45,9 +45,8 @@ DraftStrip::DraftStrip(QWidget* parent)
     for (QPushButton* button : {m_bringBack, m_discard, m_discardAll})
         row->addWidget(button);
 
-    const auto& colors = platform::theme();
-    setStyleSheet(u"#draftStrip { background: %1; border-bottom: 1px solid %2; }"_s.arg(
-        colors.surface.name(), colors.warning.name()));
+    platform::setLook(*this, "caution");
+    platform::makeBar(*this, Qt::BottomEdge);
     connect(m_bringBack, &QPushButton::clicked, this, &DraftStrip::bringBack);
     connect(m_discard, &QPushButton::clicked, this, &DraftStrip::discard);
     connect(m_discardAll, &QPushButton::clicked, this, &DraftStrip::discardAll);

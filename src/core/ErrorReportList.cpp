@@ -70,8 +70,6 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setAlternatingRowColors(true);
     m_table->setShowGrid(false);
-    m_table->setStyleSheet(
-        u"QTableWidget { outline: 0; } QTableWidget::item { border: 0; padding: 4px 8px; }"_s);
     m_text->setObjectName(u"txtReport"_s);
     m_text->setAccessibleName(translated(u"Details"_s));
     m_text->setReadOnly(true);

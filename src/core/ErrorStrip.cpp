@@ -53,9 +53,8 @@ ErrorStrip::ErrorStrip(QWidget* parent)
     row->addWidget(m_details);
     row->addWidget(m_close);
 
-    const auto& colors = platform::theme();
-    setStyleSheet(u"#errorStrip { background: %1; border-top: 1px solid %2; }"_s.arg(colors.surface.name(),
-                                                                                     colors.warning.name()));
+    platform::setLook(*this, "caution");
+    platform::makeBar(*this, Qt::TopEdge);
     connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
     connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
     connect(m_problems, &QPushButton::clicked, this, &ErrorStrip::openList);

@@ -220,8 +220,7 @@ void HealthPage::addLine(int row, const HealthLine& line) {
     const int top = 4 * row;
     if (row > 0) {
         auto* rule = new QFrame(m_card);
-        rule->setFixedHeight(1);
-        rule->setStyleSheet(u"background: %1;"_s.arg(platform::theme().line.name()));
+        platform::makeRule(*rule);
         rows.addWidget(rule, top, 0, 1, 4);
     }
     auto* mark = new QLabel(m_card);

@@ -33,9 +33,7 @@ NewsCard::NewsCard(News& news, QWidget* parent)
     row->addWidget(m_text, 1);
     row->addLayout(m_actions);
     row->addWidget(m_close);
-    const auto& colors = platform::theme();
-    setStyleSheet(u"#newsCard { background: %1; border-bottom: 1px solid %2; }"_s.arg(colors.surface.name(),
-                                                                                      colors.line.name()));
+    platform::makeBar(*this, Qt::BottomEdge);
     connect(m_close, &QToolButton::clicked, this, &NewsCard::dismiss);
     connect(&news, &News::heard, this, &NewsCard::hear);
     connect(&news, &News::changed, this, &NewsCard::showActions);

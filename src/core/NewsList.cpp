@@ -28,6 +28,7 @@ QString timeText(const QDateTime& when) {
 NewsList::NewsList(News& news, QWidget* parent)
     : QFrame(parent, Qt::Popup), m_news(news), m_rows(new QGridLayout) {
     setObjectName(u"newsList"_s);
+    platform::setLook(*this, "panel");
     setAttribute(Qt::WA_DeleteOnClose);
     setAccessibleName(translated(u"Recent messages"_s));
     auto* head = new QLabel(accessibleName(), this);

@@ -38,6 +38,7 @@ constexpr int daysOfACopy = 1;  // that of yesterday is replaced soon after the 
 QWidget* divider(QStatusBar& bar) {
     auto* line = new QFrame(&bar);
     line->setObjectName(u"divider"_s);
+    platform::makeRule(*line);
     line->setFixedSize(dividerSize);
     return line;
 }

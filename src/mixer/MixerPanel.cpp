@@ -48,9 +48,9 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     m_steps->setObjectName(u"mixerSteps"_s);
     m_footnote = centred("mixerFootnote");
     platform::setLook(*m_footnote, "quiet");
-    m_footnote->setStyleSheet(u"font-size: 11px"_s);
+    platform::setLook(*m_footnote, "fine");
     m_account = centred("mixerAccount");
-    m_account->setStyleSheet(u"font-size: 11px"_s);
+    platform::setLook(*m_account, "fine");
     m_offers = new OfferList;
     m_offers->setObjectName(u"mixerOffers"_s);
     layout->addWidget(m_steps, 100);  // up to its own height; what is left then stays empty below

@@ -32,7 +32,6 @@ QString describe(const Offer& offer, const QString& unit, const PanelTexts& text
 QPushButton* smallButton(const QString& caption, const char* name) {
     auto* button = new QPushButton(caption);
     button->setObjectName(QLatin1String(name));
-    button->setProperty("small", true);
     return button;
 }
 

@@ -16,11 +16,11 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 constexpr int fewestRows = 3;
-constexpr int cellPadding = 4;
+constexpr int textSize = 12;  // pixels
 /// What a column of numbers has beside a scroll bar, without its padding.
 constexpr int headingRoom = 54;
 
-/// Texts a little inside their cells, the marked row colored to its edges.
+/// The marked row colored to its edges.
 class StepDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -29,9 +29,7 @@ public:
         const QVariant background = index.data(Qt::BackgroundRole);
         if (background.isValid())
             painter->fillRect(option.rect, background.value<QBrush>());
-        QStyleOptionViewItem inner = option;
-        inner.rect.adjust(cellPadding, 0, -cellPadding, 0);
-        QStyledItemDelegate::paint(painter, inner, index);
+        QStyledItemDelegate::paint(painter, option, index);
     }
 };
 
@@ -71,8 +69,12 @@ StepsTable::StepsTable(QWidget* parent) : QTableWidget(0, 4, parent) {
     horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
     horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setColumnWidth(0, 36);
-    setStyleSheet(u"QTableView { font-size: 12px; } QHeaderView { font-size: 12px; }"
-                  u"QHeaderView::section { font-size: 12px; padding: 0 7px; }"_s);
+    QFont small = font();
+    small.setPixelSize(textSize);
+    setFont(small);
+    horizontalHeader()->setFont(small);
+    platform::setLook(*this, "dense");
+    platform::setLook(*horizontalHeader(), "dense");
     setItemDelegate(new StepDelegate(this));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }

@@ -51,9 +51,7 @@ MixSummaryCard::MixSummaryCard(QWidget* parent) : QFrame(parent), m_batch(new QL
         heading->setText(caption);
     }
     auto* rule = new QFrame;
-    rule->setFrameShape(QFrame::HLine);
-    rule->setFixedHeight(1);
-    rule->setStyleSheet(u"border: none; background: %1"_s.arg(platform::theme().line.name()));
+    platform::makeRule(*rule);
     grid->addWidget(rule, 2, 0, 1, 3);
     addCaption(*grid, 3, translated("Steps"));
     addCaption(*grid, 4, translated("Time"));

@@ -25,10 +25,6 @@ protected:
         platform::applyTheme(*qApp, false);  // its margins and fonts are what needs the room
         DeskTest::SetUp();
     }
-    void TearDown() override {
-        DeskTest::TearDown();
-        qApp->setStyleSheet({});
-    }
     QByteArray optionsXml() const override {
         return DeskTest::optionsXml().replace("<Language>0<",
                                               "<Language>" + QByteArray::number(GetParam()) + "<");

@@ -1,6 +1,6 @@
 // In each language no text of any window is cut off and no box lies on another, at the size of a small
 // screen. With SORVANTO_PICTURES naming a folder, a picture of each window is kept there, with a simulated
-// mixer on the port.
+// mixer on the port; with SORVANTO_DARK set as well, in the dark look.
 #include "Fit.h"
 #include "LanguageTour.h"
 #include "mixer/SimulatorProcess.h"
@@ -19,17 +19,13 @@ namespace {
 class FitTest : public LanguageTour, public ::testing::WithParamInterface<int> {
 protected:
     void SetUp() override {
-        platform::applyTheme(*qApp, false);
+        platform::applyTheme(*qApp, qEnvironmentVariableIsSet("SORVANTO_DARK"));
         LanguageTour::SetUp();
         if (pictures().isEmpty())
             return;
         ASSERT_TRUE(QFile::remove(folder.path("ports/COM1")));
         m_mixer = std::make_unique<sorvanto::test::SimulatorProcess>(folder);
         ASSERT_TRUE(m_mixer->start({}));
-    }
-    void TearDown() override {
-        LanguageTour::TearDown();
-        qApp->setStyleSheet(QString());
     }
     int language() const override { return GetParam(); }
 

@@ -19,10 +19,6 @@ protected:
         platform::applyTheme(*qApp, GetParam());
         LanguageTour::SetUp();
     }
-    void TearDown() override {
-        LanguageTour::TearDown();
-        qApp->setStyleSheet(QString());
-    }
     int language() const override { return 0; }
 
     static QImage picture(QWidget& control) {

@@ -44,7 +44,6 @@ protected:
         control->resize(panelWidth, 730);
         control->show();
     }
-    ~PanelFitTest() override { qApp->setStyleSheet({}); }
 
     QPushButton& button(const char* name) const { return *child<QPushButton>(*control, name); }
     bool isOn(const char* name) const { return button(name).isVisible() && button(name).isEnabled(); }

@@ -45,7 +45,6 @@ protected:
         control->resize(311, 640);
         control->show();
     }
-    ~MixerPanelTest() override { qApp->setStyleSheet({}); }
 
     QStringList buttons() const {
         QStringList captions;

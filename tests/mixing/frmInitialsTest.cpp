@@ -189,7 +189,6 @@ TEST_F(frmInitialsTest, TheToldControlsStandWhereTheyStoodWithoutTheCard) {
                 EXPECT_EQ(places(lot, true), places(lot, false)) << themed << language << lot;
         }
     }
-    qApp->setStyleSheet({});
 }
 
 TEST_F(frmInitialsTest, AmberComesWithTheSameInitialsGoesWithOthersAndMovesNothing) {
@@ -223,7 +222,6 @@ TEST_F(frmInitialsTest, AmberComesWithTheSameInitialsGoesWithOthersAndMovesNothi
         EXPECT_EQ(str(box("txtVerified")->accessibleDescription()), "");
         press("cmdCancel");
     });
-    qApp->setStyleSheet({});
 }
 
 TEST_F(frmInitialsTest, RevolutionsHaveTheMarksOfTheSystem) {

@@ -90,7 +90,6 @@ TEST_F(frmMakeTest, TheNameStandsBelowWholeAndMovesNothing) {
             shown("Magic Mouthwash with Lidocaine, Diphenhydramine and Aluminium Hydroxide, sugar free");
         }
     }
-    qApp->setStyleSheet({});
 }
 
 TEST_F(frmMakeTest, OkTakesTheQuantity) {

@@ -19,10 +19,6 @@ protected:
         PatientScreenTest::SetUp();
         platform::applyTheme(*qApp, false);
     }
-    void TearDown() override {
-        PatientScreenTest::TearDown();
-        qApp->setStyleSheet(QString());
-    }
 };
 
 /// As the table itself declares it, read another way.

@@ -16,10 +16,6 @@ namespace {
 
 class FormulaHeightTest : public FormulaScreenTest {
 protected:
-    void TearDown() override {
-        FormulaScreenTest::TearDown();
-        qApp->setStyleSheet(QString());
-    }
     bool scrolls() const {
         const QWidget* page = formula().parentWidget();
         while (page && !qobject_cast<const QScrollArea*>(page))

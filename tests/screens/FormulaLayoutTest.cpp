@@ -23,7 +23,6 @@ protected:
     void TearDown() override {
         FormulaScreenTest::TearDown();
         platform::applyTheme(*qApp, false);
-        qApp->setStyleSheet(QString());
     }
     QByteArray optionsXml() const override {
         return FormulaScreenTest::optionsXml().replace("<Language>0<",

@@ -126,6 +126,7 @@ void PreviewBar::addZoomBox() {
 void PreviewBar::addSearchBox() {
     m_search = new QLineEdit(this);
     m_search->setObjectName(u"searchBox"_s);
+    setLook(*m_search, "onBar");
     m_search->setAccessibleName(reportText("Find"));
     m_search->setPlaceholderText(reportText("Find"));
     m_search->setToolTip(reportText("Find on the pages") + u"  "_s +
@@ -169,9 +170,7 @@ void PreviewBar::showZoom(double zoom, bool fitsWidth, bool fitsPage) {
 }
 
 void PreviewBar::showFound(bool found) {
-    m_search->setProperty("invalid", !found);
-    m_search->style()->unpolish(m_search);
-    m_search->style()->polish(m_search);
+    setLook(*m_search, "invalid", !found);
     m_search->setAccessibleDescription(found ? QString() : reportText("Not found"));
 }
 

@@ -18,14 +18,12 @@ namespace platform {
 
 PreviewNotices::PreviewNotices(QWidget* parent) : QFrame(parent) {
     setObjectName(u"notices"_s);
-    setStyleSheet(u"QFrame#notices { background: %1; border: none; border-bottom: 1px solid %2; }"
-                  u"QFrame#notices QListWidget { background: transparent; }"_s.arg(theme().surface.name(),
-                                                                                   theme().line.name()));
+    makeBar(*this, Qt::BottomEdge);
     auto* sign = new QLabel(this);
     sign->setPixmap(icon(u"warning"_s).pixmap(20, 20));
     m_line = new QLabel(this);
     m_line->setObjectName(u"noticeLine"_s);
-    m_line->setStyleSheet(u"color: %1; font-weight: 600;"_s.arg(theme().warning.name()));
+    setLook(*m_line, "caution");
     m_line->setWordWrap(true);
     m_more = new QPushButton(reportText("Show"), this);
     m_more->setObjectName(u"noticeMore"_s);

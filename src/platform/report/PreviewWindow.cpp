@@ -83,11 +83,10 @@ void PreviewWindow::build() {
 QWidget* PreviewWindow::buildFoot() {
     auto* foot = new QFrame(this);
     foot->setObjectName(u"foot"_s);
-    foot->setStyleSheet(u"QFrame#foot { background: %1; border: none; border-top: 1px solid %2; }"_s.arg(
-        theme().surface.name(), theme().line.name()));
+    makeBar(*foot, Qt::TopEdge);
     m_state = new QLabel(foot);
     m_state->setObjectName(u"state"_s);
-    m_state->setProperty("quiet", true);
+    setLook(*m_state, "quiet");
     m_progress = new QProgressBar(foot);
     m_progress->setObjectName(u"progress"_s);
     m_progress->setTextVisible(false);
@@ -95,7 +94,7 @@ QWidget* PreviewWindow::buildFoot() {
     m_cancel = new QPushButton(reportText("Cancel"), foot);
     m_cancel->setObjectName(u"cancel"_s);
     m_cancel->setAutoDefault(false);
-    m_cancel->setStyleSheet(u"min-height: 22px; padding: 0 12px;"_s);
+    setLook(*m_cancel, "compact");
     auto* line = new QHBoxLayout(foot);
     line->setContentsMargins(2 * grid, grid / 2, 2 * grid, grid / 2);
     line->setSpacing(2 * grid);

@@ -4,6 +4,7 @@
 #include "platform/widgets/BarKeys.h"
 #include "platform/widgets/CommandBar.h"
 #include "platform/widgets/OneLine.h"
+#include "platform/widgets/Theme.h"
 
 #include <QKeyEvent>
 
@@ -26,6 +27,7 @@ int keyCode(const QKeyEvent& event) {
 BarTextBox::BarTextBox(CommandBar& bar, Tool& tool, QWidget* parent)
     : QLineEdit(tool.text(), parent), m_bar(bar), m_tool(tool) {
     setObjectName(BarKeys::textBoxName);
+    setLook(*this, "onBar");
     setFixedWidth(boxWidth);
     keepOneLine(*this);
     setFocusPolicy(Qt::ClickFocus);  // by mouse, its keys or F6; the Tab key stays in the screen

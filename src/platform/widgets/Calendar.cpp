@@ -1,4 +1,4 @@
-// What a style sheet can't say about a calendar.
+// What a style can't say about a calendar.
 #include "platform/widgets/Calendar.h"
 
 #include "platform/widgets/SystemTexts.h"
@@ -13,12 +13,31 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+namespace {
+
+/// The bar with month and year: surface with a line below, its captions in the color of texts, which the
+/// calendar takes from that of selected texts.
+void dressHead(QWidget& head) {
+    head.setAutoFillBackground(false);
+    makeBar(head, Qt::BottomEdge);
+    QPalette colors;
+    colors.setColor(QPalette::HighlightedText, theme().text);
+    head.setPalette(colors);
+}
+
+}  // namespace
+
 void dressCalendar(QCalendarWidget& calendar) {
     calendar.setLocale(systemLanguage());
     calendar.setFirstDayOfWeek(QLocale().firstDayOfWeek());
     calendar.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar.setGridVisible(false);
     calendar.setMinimumSize(304, 240);
+    QPalette colors;
+    colors.setColor(QPalette::AlternateBase, theme().window);  // under the names of the days
+    calendar.setPalette(colors);
+    if (auto* head = calendar.findChild<QWidget*>(u"qt_calendar_navigationbar"_s))
+        dressHead(*head);
     QTextCharFormat plain;
     plain.setForeground(theme().text);
     calendar.setWeekdayTextFormat(Qt::Saturday, plain);

@@ -44,8 +44,6 @@ void ChoiceBox::setReadOnlyBox(bool on) {
     if (on == m_locked)
         return;
     m_locked = on;
-    style()->unpolish(this);
-    style()->polish(this);
     update();
 }
 

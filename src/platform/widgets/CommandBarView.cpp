@@ -120,6 +120,7 @@ void CommandBar::View::addToBar(Tool& tool, QToolBar& strip) {
 void CommandBar::View::buildSideBar(Band& band) {
     auto* frame = new QFrame(m_hosts);
     frame->setObjectName(u"sideBar"_s);
+    makeBar(*frame, Qt::RightEdge);
     auto* column = new QVBoxLayout(frame);
     column->setContentsMargins(8, 8, 8, 8);
     column->setSpacing(0);

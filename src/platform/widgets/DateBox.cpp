@@ -17,9 +17,16 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+namespace {
+
+constexpr int buttonRoom = 23;  // of the calendar button, inside the box
+
+}  // namespace
+
 DateBox::DateBox(QWidget* parent)
     : QWidget(parent), m_value(zeroDate()), m_edit(new QLineEdit(this)), m_button(new QToolButton(this)) {
     setProperty("dateFrame", true);
+    m_edit->setTextMargins(0, 0, buttonRoom, 0);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(m_edit);
@@ -65,8 +72,7 @@ void DateBox::setReadOnlyBox(bool on) {
         return;
     m_edit->setReadOnly(on);
     m_button->setVisible(!on);
-    m_edit->style()->unpolish(m_edit);
-    m_edit->style()->polish(m_edit);
+    m_edit->update();
 }
 
 bool DateBox::isReadOnlyBox() const { return m_edit->isReadOnly(); }
@@ -104,6 +110,7 @@ void DateBox::leave() {
 void DateBox::openCalendar() {
     auto* popup = new QFrame(this, Qt::Popup);
     popup->setObjectName(u"calendarPopup"_s);
+    setLook(*popup, "panel");
     popup->setAttribute(Qt::WA_DeleteOnClose);
     auto* calendar = new QCalendarWidget(popup);
     dressCalendar(*calendar);

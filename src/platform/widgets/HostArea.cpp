@@ -1,6 +1,8 @@
 // Each hosted window gets a page of its own, made when it is first shown in the middle.
 #include "platform/widgets/HostArea.h"
 
+#include "platform/widgets/Theme.h"
+
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -109,6 +111,7 @@ HostArea::HostArea(QWidget* parent)
     m_middle->addWidget(m_room, 1);
     row->addLayout(m_middle, 1);
     m_right->setObjectName(u"rightHost"_s);
+    makeBar(*m_right, Qt::LeftEdge);
     m_kept->hide();
     m_right->hide();
     row->addWidget(m_right);

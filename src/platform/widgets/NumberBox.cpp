@@ -13,7 +13,6 @@
 #include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -108,8 +107,6 @@ void NumberBox::setReadOnlyBox(bool on) {
     if (on == isReadOnly())
         return;
     setReadOnly(on);
-    style()->unpolish(this);
-    style()->polish(this);
     if (!m_typed)
         showNumber(hasFocus() && !on);
 }

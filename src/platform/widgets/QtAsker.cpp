@@ -1,10 +1,9 @@
 // Every box belongs to the window in use, so that it is placed on it and never buries it. A box may come before
-// the first window of the program: the look is complete by then.
+// the first window of the program.
 #include "platform/widgets/QtAsker.h"
 
 #include "platform/widgets/AskDialog.h"
 #include "platform/widgets/OwnerWindow.h"
-#include "platform/widgets/Theme.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -22,7 +21,6 @@ QWidget* QtAsker::owner() const {
 }
 
 Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString& title) {
-    finishTheme();
     AskDialog box(prompt, style, title, owner());
     box.exec();
     return box.answer();
@@ -30,14 +28,12 @@ Answer QtAsker::messageBox(const QString& prompt, BoxStyle style, const QString&
 
 QString QtAsker::inputBox(const QString& prompt, const QString& title, const QString& preset,
                           const LineGuide& guide) {
-    finishTheme();
     AskDialog box(prompt, title, preset, guide, owner());
     box.exec();
     return box.line();
 }
 
 QString QtAsker::openFile(const QString& title, const QString& filter) {
-    finishTheme();
     QFileDialog dialog(owner(), title);
     // Only Qt's own dialog matches name patterns without regard to case on every desktop.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -50,9 +46,6 @@ QString QtAsker::openFile(const QString& title, const QString& filter) {
     return QDir::toNativeSeparators(dialog.selectedFiles().first());
 }
 
-void QtAsker::showModal(QObject&, const std::function<void()>& exec) {
-    finishTheme();
-    exec();
-}
+void QtAsker::showModal(QObject&, const std::function<void()>& exec) { exec(); }
 
 }  // namespace platform

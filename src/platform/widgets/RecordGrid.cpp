@@ -70,7 +70,7 @@ void RecordGrid::setCompact() {
     small.setPixelSize(compactText);
     setFont(small);
     horizontalHeader()->setFont(small);
-    horizontalHeader()->setStyleSheet(u"QHeaderView::section { padding: 0 %1px; }"_s.arg(compactMargin));
+    setLook(*horizontalHeader(), "dense");
     m_delegate->setCellMargin(compactMargin);
 }
 

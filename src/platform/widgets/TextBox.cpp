@@ -10,7 +10,6 @@
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QStyle>
 #include <QValidator>
 #include <functional>
 
@@ -51,12 +50,6 @@ int longestWord(const QString& text) {
         longest = qMax(longest, length);
     }
     return longest;
-}
-
-/// The style sheet looks at the read-only state only when told to.
-void restyle(QWidget& box) {
-    box.style()->unpolish(&box);
-    box.style()->polish(&box);
 }
 
 }  // namespace
@@ -114,7 +107,7 @@ void TextBox::setReadOnlyBox(bool on) {
     setReadOnly(on);
     if (on && !hasFocus())
         setCursorPosition(0);
-    restyle(*this);
+    update();
 }
 
 void TextBox::focusInEvent(QFocusEvent* event) {
@@ -180,7 +173,7 @@ void MemoBox::setReadOnlyBox(bool on) {
     if (on == isReadOnly())
         return;
     setReadOnly(on);
-    restyle(*this);
+    update();
 }
 
 }  // namespace platform

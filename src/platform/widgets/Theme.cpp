@@ -1,14 +1,12 @@
-// Palette, font and style sheet for the whole program.
+// Palette, font and style for the whole program.
 #include "platform/widgets/Theme.h"
 
 #include "platform/widgets/IconEngine.h"
-#include "platform/widgets/StyleSheet.h"
+#include "platform/widgets/Style.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QPalette>
-#include <QStyle>
-#include <QWidget>
+#include <QToolTip>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +29,7 @@ Theme lightTheme() {
     t.warning = 0xAF5A00;
     t.danger = 0xC92A2A;
     t.onFill = 0xFFFFFF;
+    t.quietField = 0xF7F9FA;
     t.fieldLine = 0x7F8D9A;
     t.disabledText = 0xB4BDC6;
     return t;
@@ -50,6 +49,7 @@ Theme darkTheme() {
     t.warning = 0xF0A94A;
     t.danger = 0xFF7B7B;
     t.onFill = 0x141A20;
+    t.quietField = 0x212A33;
     t.fieldLine = 0x6B7C8C;
     t.disabledText = 0x5A6875;
     t.dark = true;
@@ -92,9 +92,10 @@ void applyColors(bool dark) {
     desktopIsDark();
     static const QFont system = QApplication::font();
     current = &themeOf(dark);
-    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setStyle(new Style);  // owned by the application
     QApplication::setFont(programFont(system));
     QApplication::setPalette(paletteOf(*current));
+    QToolTip::setPalette(paletteOf(*current));
     QApplication::setWindowIcon(applicationIcon());
 }
 
@@ -109,17 +110,7 @@ const Theme& theme() { return current ? *current : themeOf(false); }
 
 void applyTheme(QApplication& application) { applyTheme(application, desktopIsDark()); }
 
-void applyTheme(QApplication& application, bool dark) {
-    applyColors(dark);
-    application.setStyleSheet(styleSheet(*current));
-}
-
-void prepareTheme(QApplication&) { applyColors(desktopIsDark()); }
-
-void finishTheme() {
-    if (current && qApp->styleSheet().isEmpty())
-        qApp->setStyleSheet(styleSheet(*current));
-}
+void applyTheme(QApplication&, bool dark) { applyColors(dark); }
 
 QIcon icon(const QString& name) { return icon(name, QColor()); }
 
@@ -128,23 +119,5 @@ QIcon icon(const QString& name, const QColor& color) {
 }
 
 QIcon applicationIcon() { return icon(u"application"_s); }
-
-void makeCard(QWidget& frame) { setLook(frame, "card"); }
-
-void makeFieldLabel(QWidget& label) {
-    setLook(label, "fieldLabel");
-    if (auto* text = qobject_cast<QLabel*>(&label))
-        text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-}
-
-void setLook(QWidget& widget, const char* property, bool on) {
-    if (widget.property(property).toBool() == on)
-        return;
-    widget.setProperty(property, on);
-    widget.setAttribute(Qt::WA_StyledBackground);
-    widget.style()->unpolish(&widget);
-    widget.style()->polish(&widget);
-    widget.update();
-}
 
 }  // namespace platform

@@ -134,7 +134,6 @@ TEST_F(Grids, TheCurrentRowIsSeenBeforeAnyClickAndWithoutTheFocus) {
         EXPECT_NE(at(0), theme().softAccent);
         EXPECT_EQ(grid->selectedCount(), 0);
     }
-    qApp->setStyleSheet({});
 }
 
 TEST_F(Grids, TheFirstRowIsCurrentButNotSelected) {

@@ -6,17 +6,23 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QCursor>
 #include <QDateTimeEdit>
 #include <QDir>
+#include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QGroupBox>
 #include <QListWidget>
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -35,6 +41,7 @@ struct Stage {
         window.resize(made->sizeHint().expandedTo({150, 30}) + QSize(2 * margin, 2 * margin));
         made->setGeometry(window.rect().adjusted(margin, margin, -margin, -margin));
         made->setFocusPolicy(made->focusPolicy() == Qt::NoFocus ? Qt::NoFocus : Qt::StrongFocus);
+        QCursor::setPos(window.screen()->geometry().bottomRight());
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
         window.activateWindow();
@@ -88,6 +95,18 @@ QWidget* choice() {
 QWidget* picker() {
     auto* made = new QDateTimeEdit(QDateTime(QDate(2026, 3, 7), QTime(14, 5, 9), Qt::UTC));
     made->setCalendarPopup(true);
+    return made;
+}
+
+QWidget* number() {
+    auto* made = new QDoubleSpinBox;
+    made->setValue(2.5);
+    return made;
+}
+
+QWidget* group() {
+    auto* made = new QGroupBox(u"Reaction Options"_s);
+    made->setFixedSize(200, 80);
     return made;
 }
 
@@ -145,7 +164,9 @@ const Kind kinds[] = {
     {"memo", textual<MemoBox>},
     {"number", textual<NumberBox>},
     {"date", date},
-    {"picker", picker},
+    {"date-time", picker},
+    {"spin", number},
+    {"group", group},
     {"choice", choice},
     {"arrows", arrows},
     {"push", button<QPushButton>("")},
@@ -236,6 +257,38 @@ TEST_P(States, EachKindInEachState) {
             pictures.push_back(inState(kind, state));
         keep(pictures, u"%1-%2.png"_s.arg(QLatin1String(kind.name), GetParam() ? u"dark"_s : u"light"_s));
     }
+}
+
+/// The window of that class that lies over the others.
+QWidget* popup(const char* className) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->inherits(className))
+            return window;
+    return nullptr;
+}
+
+TEST_P(States, WindowsThatComeUp) {
+    const QString mode = GetParam() ? u"-dark.png"_s : u"-light.png"_s;
+    auto* box = new ChoiceBox;
+    box->addItems({u"100 ml"_s, u"300 ml"_s, u"Select Jar Size"_s});
+    Stage stage(box);
+    box->setListIndex(1);
+    box->showPopup();
+    support::settle();
+    QWidget* list = popup("QComboBoxPrivateContainer");
+    ASSERT_NE(list, nullptr);
+    keep({list->grab().toImage()}, "popup" + mode);
+    box->hidePopup();
+    QToolTip::showText(QPoint(10, 10), u"Formulas (F6)"_s);
+    QWidget* tip = popup("QTipLabel");
+    ASSERT_NE(tip, nullptr);
+    keep({tip->grab().toImage()}, "tip" + mode);
+    QToolTip::hideText();
+    QFileDialog files(nullptr, u"Open"_s, u"/usr"_s);
+    files.setOption(QFileDialog::DontUseNativeDialog);
+    files.show();
+    support::settle();
+    keep({files.grab().toImage()}, "files" + mode);
 }
 
 INSTANTIATE_TEST_SUITE_P(LightAndDark, States, testing::Bool());
