@@ -1,6 +1,6 @@
 #include "platform/widgets/FocusMark.h"
 
-#include "platform/widgets/Theme.h"
+#include "platform/widgets/StyleShapes.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -27,9 +27,7 @@ bool FocusMark::eventFilter(QObject*, QEvent* event) {
 
 void FocusMark::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(theme().accent, 2));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
+    drawFocusMark(painter, rect());
 }
 
 }  // namespace platform

@@ -6,6 +6,7 @@
 #include "platform/widgets/DateInput.h"
 #include "platform/widgets/RecordModel.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 
 #include <QHelpEvent>
@@ -64,11 +65,8 @@ void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
             room, static_cast<int>(alignment) | Qt::TextSingleLine,
             option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width()));
     }
-    if (view && view->hasFocus() && view->currentIndex() == index) {
-        painter->setPen(QPen(theme().accent, 1));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
-    }
+    if (view && view->hasFocus() && view->currentIndex() == index)
+        drawFocusMark(*painter, option.rect);
 }
 
 bool RecordDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

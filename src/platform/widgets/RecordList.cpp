@@ -4,6 +4,7 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -88,15 +89,13 @@ private:
             painter.fillRect(QRect(cell.topLeft(), QSize(4, cell.height())), theme().danger);
     }
 
+    /// The frame of the whole row, of which each cell shows its part.
     void drawCursor(QPainter& painter, const QRect& cell, int column) const {
-        painter.setPen(QPen(theme().accent, 1));
-        const QRect frame = cell.adjusted(0, 0, -1, -1);
-        painter.drawLine(frame.topLeft(), frame.topRight());
-        painter.drawLine(frame.bottomLeft(), frame.bottomRight());
-        if (column == 0)
-            painter.drawLine(frame.topLeft(), frame.bottomLeft());
-        if (column == m_list.model().columnCount() - 1)
-            painter.drawLine(frame.topRight(), frame.bottomRight());
+        painter.save();
+        painter.setClipRect(cell);
+        const bool first = column == 0, last = column == m_list.model().columnCount() - 1;
+        drawFocusMark(painter, cell.adjusted(first ? 0 : -cellMargin, 0, last ? 0 : cellMargin, 0));
+        painter.restore();
     }
 
     const RecordList& m_list;

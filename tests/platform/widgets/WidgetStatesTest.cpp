@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <QToolTip>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -256,6 +257,31 @@ TEST_P(States, EachKindInEachState) {
         for (const State& state : states)
             pictures.push_back(inState(kind, state));
         keep(pictures, u"%1-%2.png"_s.arg(QLatin1String(kind.name), GetParam() ? u"dark"_s : u"light"_s));
+    }
+}
+
+int pixelsOf(const QImage& picture, const QColor& color) {
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, y).rgb() == color.rgb() ? 1 : 0;
+    return count;
+}
+
+/// A frame in the accent color, or in that of texts where the widget itself is filled with an accent.
+TEST_P(States, WhatTheKeysGoToBearsOneMark) {
+    constexpr int leastMark = 40;
+    for (const Kind& kind : kinds) {
+        Stage stage(kind.make());
+        if (stage.widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        const QImage before = stage.picture();
+        stage.widget->setFocus(Qt::TabFocusReason);
+        const QImage after = stage.picture();
+        const auto more = [&](const QColor& color) {
+            return pixelsOf(after, color) - pixelsOf(before, color);
+        };
+        EXPECT_GE(std::max(more(theme().accent), more(theme().text)), leastMark) << kind.name;
     }
 }
 
