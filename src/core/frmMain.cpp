@@ -95,6 +95,7 @@ void frmMain::buildWindow() {
     connect(m_list, &RecordListPlace::followed, m_status, &StatusLine::follow);
     m_backup->whenCopied([this] { m_status->showCopy(); });
     restoreWindowPlace(*this);
+    setFocus();  // nothing in the window has the keys before somebody gives them to it
 }
 
 void frmMain::setCaption(const QString& caption) {

@@ -16,6 +16,7 @@ FittingScrollArea::FittingScrollArea(QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(false);
     viewport()->setAutoFillBackground(false);
+    setFocusPolicy(Qt::TabFocus);    // a click leaves the keys where they are
     new platform::FocusMark(*this);  // the arrow keys scroll it
 }
 
