@@ -142,11 +142,11 @@ void BrowsingScreen::cmdSave() {
 }
 
 void BrowsingScreen::cmdCancel() {
-    const auto thrown = whatCancelThrowsAway();
-    typingEnded();
     // Where quitting was refused the chemicals are locked, and the user may have left the new row for another.
     if (m_new && recordOnView().key != m_newKey)
         m_new = false;
+    const auto thrown = whatCancelThrowsAway();
+    typingEnded();
     if (m_new) {
         dropNewRecord();
         m_new = false;
