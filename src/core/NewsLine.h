@@ -34,7 +34,7 @@ private:
 
     News& m_news;
     Times m_times;
-    QTimer m_shown;
+    QTimer m_shown{this};
     QPushButton* m_text;
     QHBoxLayout* m_actions;
 };

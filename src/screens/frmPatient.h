@@ -59,6 +59,7 @@ private:
     bool readyForPrescriptions();
     void cmdAddRX_Click();
     void cmdDeleteRX_Click();
+    void comeOnShow();
     /// To the patient on show.
     void addBatch(const QString& lot);
     /// True when the make has begun on the current formula screen, which listens now.

@@ -41,11 +41,18 @@ void frmPatient::cmdAddRX_Click() {
     });
 }
 
+// A click of its tool would fill the screen anew, and what is typed would go.
+void frmPatient::comeOnShow() {
+    if (Listener() == -1)
+        return;
+    MainWindow& main = platform::deref(basMain::Main);
+    main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+}
+
 // Whoever is on show when the button is clicked, so that the patient may be looked for first.
 void frmPatient::offerBatch(const QString& lot) {
     guarded("frmPatient:offerBatch", [&] {
-        MainWindow& main = platform::deref(basMain::Main);
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+        comeOnShow();
         const QPointer<frmPatient> screen(this);
         announce({translated("Choose the patient for batch %1.").replace("%1", lot),
                   {{translated("Add to this patient"),
@@ -61,8 +68,7 @@ void frmPatient::offerBatch(const QString& lot) {
 // The batch is found by its lot, as by hand. Nothing else of the patient is saved unless it is being edited.
 void frmPatient::addBatch(const QString& lot) {
     guarded("frmPatient:addBatch", [&] {
-        MainWindow& main = platform::deref(basMain::Main);
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+        comeOnShow();
         if (m_empty)
             return announce(translated("No records"));
         if (!readyForPrescriptions())

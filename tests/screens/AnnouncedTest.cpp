@@ -186,7 +186,7 @@ TEST_F(AnnouncedTest, ACancelledSigningIsNotSaid) {
     asker.expectModal(u"frmInitials"_s,
                       [](QWidget& form) { support::child<QPushButton>(form, u"cmdCancel"_s)->click(); });
     const auto formula =
-        document(u"<Formula><ID>1</ID><Type>9</Type><Make>30</Make><Size>4</Size></Formula>"_s);
+        document(u"<Formula><ID>1</ID><Type>9</Type><Make>30</Make><Size>4</Size><CustomMix/></Formula>"_s);
     EXPECT_FALSE(screen<frmLog>(logs).addLog(formula, document(resultsXml(u"CD"_s, u"0077"_s))));
     EXPECT_EQ(announced->texts(), QStringList());
 }

@@ -224,9 +224,15 @@ TEST_F(RecordListScreenTest, TheLogHasARangeOfDaysAndTheOthersHaveNone) {
 }
 
 TEST_F(RecordListScreenTest, NoListIsScrolledSidewaysAt1920) {
+    constexpr int rows = 60;  // so many that it is scrolled downwards
+    for (const char* insert :
+         {"INSERT INTO Formula (frm_Name) VALUES ('x')", "INSERT INTO Chemical (chm_Name) VALUES ('x')",
+          "INSERT INTO Log (log_Name) VALUES ('x')", "INSERT INTO Patient (pat_LName) VALUES ('x')"})
+        sql(QStringList(rows, QLatin1String(insert)).join(u"; "_s));
     for (const char* button : {"cmdFormulas", "cmdChemicals", "cmdLogs", "cmdPatients"}) {
         show({1920, 1080}, QLatin1String(button));
         const auto& bar = *support::child<QTableView>(*window, u"grdRecordList"_s)->horizontalScrollBar();
+        ASSERT_GE(list().model().rowCount(), rows) << button;
         EXPECT_EQ(bar.maximum(), 0) << button;
     }
 }
