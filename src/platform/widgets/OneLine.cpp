@@ -25,7 +25,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched != &m_box || m_box.isReadOnly() || !m_box.isEnabled())
+        const auto* box = qobject_cast<QLineEdit*>(watched);  // no box any more while it is taken apart
+        if (!box || box->isReadOnly() || !box->isEnabled())
             return false;
         switch (event->type()) {
         case QEvent::KeyPress:
