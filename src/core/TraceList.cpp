@@ -1,5 +1,6 @@
 #include "core/TraceList.h"
 
+#include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
@@ -92,8 +93,7 @@ public:
         style->drawItemText(painter, room, static_cast<int>(cell.displayAlignment) | Qt::TextSingleLine,
                             cell.palette, cell.state.testFlag(QStyle::State_Enabled),
                             cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, room.width()),
-                            cell.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText
-                                                                        : QPalette::Text);
+                            QPalette::Text);
     }
 };
 
@@ -122,6 +122,7 @@ TraceList::TraceList(const QString& name, QWidget* parent)
     m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
     m_view->horizontalHeader()->setHighlightSections(false);
     m_view->setItemDelegate(new CellPainter(m_view));
+    new platform::FocusMark(*m_view);
     m_view->setMinimumHeight(platform::headPitch + 2 * platform::rowPitch);
     m_view->installEventFilter(this);
     connect(m_view, &QTableView::doubleClicked, this,

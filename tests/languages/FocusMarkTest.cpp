@@ -27,14 +27,15 @@ protected:
         return control.window()->grab(place.adjusted(-around, -around, around, around)).toImage();
     }
     static bool showsFocus(QWidget& control) {
+        const QPointer<QWidget> alive(&control);
         control.setFocus(Qt::TabFocusReason);
         support::settle();
-        if (QApplication::focusWidget() != &control)
-            return true;  // it passes the keyboard on
+        if (!alive || QApplication::focusWidget() != &control)
+            return true;  // it is gone, or passes the keyboard on
         const QImage with = picture(control);
         control.clearFocus();
         support::settle();
-        return picture(control) != with;
+        return !alive || picture(control) != with;
     }
 
     void look(QWidget& shown, const QString& name) override {
@@ -42,8 +43,11 @@ protected:
         if (!QTest::qWaitForWindowActive(&shown))
             return;
         const QPointer<QWidget> before = QApplication::focusWidget();
-        for (QWidget* control : shown.findChildren<QWidget*>()) {
-            const bool stops = (control->focusPolicy() & Qt::TabFocus) && control->isVisible() &&
+        QList<QPointer<QWidget>> controls;  // a window may replace its rows while it is looked at
+        for (QWidget* control : shown.findChildren<QWidget*>())
+            controls << control;
+        for (const QPointer<QWidget>& control : controls) {
+            const bool stops = control && (control->focusPolicy() & Qt::TabFocus) && control->isVisible() &&
                                control->isEnabled() && !control->objectName().startsWith("qt_"_L1);
             const QString known = QString::fromLatin1(control->metaObject()->className()) +
                                   control->objectName() + shown.objectName();
