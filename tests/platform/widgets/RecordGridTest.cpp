@@ -7,6 +7,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Hint.h"
+#include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
 
 #include <QApplication>
@@ -404,10 +405,10 @@ TEST_F(Grids, ItsHeightIsThatOfItsRows) {
     const int three = grid->sizeHint().height();
     const support::SampleRows five(5), many(40);
     grid->setDataSource(five.open());
-    EXPECT_EQ(grid->sizeHint().height(), three + 2 * 36);
+    EXPECT_EQ(grid->sizeHint().height(), three + 2 * rowPitch);
     grid->setDataSource(many.open());
-    EXPECT_EQ(grid->sizeHint().height(), three + 9 * 36);
-    EXPECT_EQ(grid->rowHeight(0), 36);
+    EXPECT_EQ(grid->sizeHint().height(), three + 37 * rowPitch);
+    EXPECT_EQ(grid->rowHeight(0), rowPitch);
 }
 
 TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
