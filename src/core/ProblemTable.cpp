@@ -97,6 +97,8 @@ constexpr FailedDeed deeds[] = {
     // paper
     {"*:print* ReportFlow:* rptLogReport:* frmSelPrint:* frmReportDate:*",
      "Nothing was printed or exported, or not all of it. The records are unchanged."},
+    {"frmPatient:offerBatch frmPatient:addBatch",
+     "The batch was not prescribed, or not whole. Look at the prescriptions of the patient."},
     // the program itself
     {"frmMain:Form_Load",
      "A step of the start failed, and the program went on without it. The records are unchanged."},
@@ -115,6 +117,8 @@ constexpr FailedDeed deeds[] = {
      "The language file was not read or written, so texts may be English. The file stays as it is."},
     {"DailyBackup:copy",
      "The copy of the database was not made. The database and the older copies are unchanged."},
+    {"BatchCard:announceLogged",
+     "The card of the logged batch does not offer all that it should. The batch is in the log."},
     {"basMain:announce", "The status line does not say what was done. What was done is done."},
     {"HealthPage:setSecondPlace",
      "The second place for copies was not noted. The copies in the first one go on."},
@@ -122,7 +126,7 @@ constexpr FailedDeed deeds[] = {
      "What the lists show is not complete: do not rely on it, and search again. Nothing stored was changed."},
     {"HealthPage:check", "The health page is not complete. Nothing stored was changed."},
     {"main:enterFolder", "Not all delivered files were brought up to date. Your own files are unchanged."},
-    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit",
+    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act",
      "The command was not carried out to its end. What was saved before is kept."},
     {"Application:notify",
      "Something unforeseen happened, and the program went on. What was saved before is kept."},
