@@ -53,7 +53,7 @@ std::vector<int> fittedWidths(const std::vector<ColumnNeed>& columns, int room) 
         for (std::size_t i = 0; i < fitted.size(); ++i) {
             const int needed = std::max(columns[i].needed, narrowest);
             if (columns[i].gives || !onlyThoseThatGive)
-                fitted[i] = std::min({fitted[i], needed, limit});
+                fitted[i] = std::min({fitted[i], needed, std::max(limit, columns[i].least)});
         }
     };
     if (sum() <= room)

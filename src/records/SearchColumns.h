@@ -24,6 +24,7 @@ struct ColumnNeed {
     int designed = 0;    ///< by its type and size; 0 for a hidden one
     int needed = 0;      ///< by its heading and the texts in it
     bool gives = false;  ///< a document or an identifier: it gives its room before the others
+    int least = 0;       ///< its heading, which is never cut
 };
 
 /// The designed widths where the room holds them; else no column is wider than its texts, and the widest give of

@@ -111,11 +111,11 @@ ListMeasure frmSearchRS::measure() const {
 int frmSearchRS::neededWidth(int column) const {
     const QAbstractItemModel& model = *m_ui->TDBList1->model();
     const QFontMetrics metrics = m_ui->TDBList1->fontMetrics();
-    int widest = metrics.horizontalAdvance(m_ui->TDBList1->shownCaption(column));
+    int widest = 0;
     for (int row = 0; row < std::min(model.rowCount(), looked); ++row)
         widest = std::max(widest,
                           metrics.horizontalAdvance(model.index(row, column).data().toString().left(looked)));
-    return widest + cellMargins;
+    return std::max(widest + cellMargins, m_ui->TDBList1->horizontalHeader()->sectionSizeHint(column));
 }
 
 void frmSearchRS::fit() {
@@ -126,7 +126,8 @@ void frmSearchRS::fit() {
         if (column.hidden)
             columns.push_back({});
         else
-            columns.push_back({column.width, neededWidth(i), givesRoom(platform::deref(m_rows), i)});
+            columns.push_back({column.width, neededWidth(i), givesRoom(platform::deref(m_rows), i),
+                               grid.horizontalHeader()->sectionSizeHint(i)});
     }
     const int most = screen()->availableGeometry().width() - frameMargins;
     const int around = listMargins + grid.style()->pixelMetric(QStyle::PM_ScrollBarExtent);

@@ -13,7 +13,8 @@ SetPlace BrowsingScreen::setPlace() const {
         return {};
     SetPlace place{0, m_identifiers->recordCount()};
     const std::int64_t row = m_identifiers->position();
-    if (row >= 0 && row < place.count && currentKey() == shownKey())
+    // A key beyond its range is reported where its record is opened.
+    if (row >= 0 && row < place.count && identifiers().value(m_records.key).toLongLong() == shownKey())
         place.number = row + 1;
     return place;
 }

@@ -112,12 +112,12 @@ TEST_F(CancelTest, ANewFormulaComesBackWithItsIngredients) {
     control<platform::ChoiceBox>(formulas, "cbofrm_Type").setListIndex(3);
     asker.expectInputBox("Enter all or part of chemical name", "Menthol", "Search Chemical");
     asker.expectInputBox("Input desired quantity for chemical", "2.5", "");
-    control<QPushButton>(formulas, "cmdAdd").click();
+    control<QPushButton>(formulas, "cmdAdd").click();  // saves what was typed so far
     type(formulas, "stir well");
     click("cmdCancel");
     EXPECT_EQ(str(count("Formula")), "3");
     EXPECT_EQ(str(count("FormChem")), "4");
-    EXPECT_EQ(heardTexts(), "New record thrown away: \"Night Cream\"");
+    EXPECT_EQ(heardTexts(), "Saved 14:05|New record thrown away: \"Night Cream\"");
     haveBack();
     EXPECT_EQ(str(text(formulas, "txtfrm_Name")), "Night Cream");
     EXPECT_EQ(str(notes(formulas).text()), "stir well");
