@@ -150,6 +150,7 @@ void frmOptions::sayWhatCounts() {
     m_ui->lblNextStart->setTextFormat(Qt::PlainText);
     m_ui->lblNextStart->setText(
         translated(u"Language, comm port and the patient screen change with the next start."_s));
+    m_ui->lblNextStart->setMinimumHeight(2 * m_ui->lblNextStart->fontMetrics().lineSpacing() + 2);
     const QString open = databaseOpen();
     m_ui->lblOpenDB->setTextFormat(Qt::PlainText);
     m_ui->lblOpenDB->setText(

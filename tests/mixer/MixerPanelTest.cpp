@@ -88,16 +88,17 @@ protected:
 };
 
 TEST(StepsTables, StartAtTheTopAndFollowTheRunningStep) {
+    QWidget window;
     StepsTable table;
+    table.setParent(&window);
     const PanelTexts texts;
     const auto inSight = [&](int step) {
         return table.viewport()->rect().contains(table.visualItemRect(table.item(step - 1, 0)));
     };
     table.resize(260, 140);
-    QWidget window;
-    table.setParent(&window);
     window.resize(300, 600);
     window.show();
+    support::settle();
     const std::vector<protocol::Step> steps(16, {1200, 1800, 10, 0});
     table.show(steps, 12, false, texts);
     EXPECT_TRUE(inSight(12));

@@ -85,7 +85,7 @@ void RecordGrid::layOutColumns() {
         horizontalHeader()->setSectionResizeMode(i, column.width > 0 ? QHeaderView::Interactive
                                                                      : QHeaderView::Stretch);
         if (column.width > 0)
-            setColumnWidth(i, column.width);
+            setColumnWidth(i, std::max(column.width, horizontalHeader()->sectionSizeHint(i)));
     }
 }
 
