@@ -141,6 +141,7 @@ void StepsTable::mark() {
 
 /// The running step; the first one while none runs.
 void StepsTable::keepInSight() {
+    executeDelayedItemsLayout();  // what is to be scrolled is known from then on
     if (m_current > 0 && m_current <= rowCount())
         scrollToItem(item(m_current - 1, 0));
     else

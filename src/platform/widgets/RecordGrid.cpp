@@ -107,6 +107,9 @@ int RecordGrid::columnByField(const QString& field) const {
 
 void RecordGrid::setShownCaption(int column, const QString& caption) {
     m_model->setShownCaption(column, caption);
+    // A longer heading in another language takes the room that it needs.
+    if (columns().at(static_cast<std::size_t>(column)).width > 0)
+        setColumnWidth(column, std::max(columnWidth(column), horizontalHeader()->sectionSizeHint(column)));
 }
 
 QString RecordGrid::shownCaption(int column) const { return m_model->shownCaption(column); }
