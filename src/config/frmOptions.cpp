@@ -99,7 +99,6 @@ void frmOptions::edit() {
 void frmOptions::Form_Load() {
     guarded(u"frmOptions:Form_Load"_s, [&] {
         transalteForm();
-        sayWhatCounts();
         fill(*m_ui->cboLanguage, languages, QString());
         for (int index = 0; index < m_ui->cboLanguage->count(); ++index)
             m_ui->cboLanguage->setItemData(index, languageHelp[static_cast<std::size_t>(index)],
@@ -143,6 +142,7 @@ void frmOptions::transalteForm() {
         m_ui->txtDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cmdDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cboPrinter->setAccessibleName(m_ui->fraPrinter->title());
+        sayWhatCounts();
     });
 }
 

@@ -6,6 +6,8 @@
 #include "shared/basMain.h"
 
 #include <QHash>
+#include <QSet>
+#include <exception>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -34,6 +36,29 @@ bool hasColumn(const Recordset& rows, const QString& column) {
     return false;
 }
 
+/// Whether two rows show the same in every column but the key.
+bool hasTwins(const Recordset& rows) {
+    QSet<QStringList> shown;
+    for (int row = 0; row < rows.recordCount(); ++row) {
+        QStringList texts;
+        for (int field = 1; field < rows.fieldCount(); ++field)
+            texts << nullText(rows.valueAt(row, field));
+        if (shown.contains(texts))
+            return true;
+        shown.insert(texts);
+    }
+    return false;
+}
+
+/// In English where the language can't give it.
+QString captionOf(const TwinColumn& twin) {
+    try {
+        return translated(QLatin1String(twin.caption));
+    } catch (const std::exception&) {
+        return QLatin1String(twin.caption);
+    }
+}
+
 using Texts = QHash<std::int64_t, QString>;
 
 /// The values of a column by their rows' keys.
@@ -52,14 +77,14 @@ std::shared_ptr<const Texts> textsOf(const QString& table, const QString& key, c
 
 void addTwinColumns(std::vector<GridColumn>& columns, const RecordsetPtr& rows, const ListMeasure& measure) {
     const FieldInfo& key = rows->fieldInfo(0);
-    if (key.baseTable.compare(chemicalTable, Qt::CaseInsensitive) != 0)
+    if (key.baseTable.compare(chemicalTable, Qt::CaseInsensitive) != 0 || !hasTwins(*rows))
         return;
     for (const TwinColumn& twin : chemicalColumns) {
         if (hasColumn(*rows, QLatin1String(twin.column)))
             continue;
         const auto texts = textsOf(key.baseTable, key.baseColumn, QLatin1String(twin.column));
         GridColumn column;
-        column.caption = translated(QLatin1String(twin.caption));
+        column.caption = captionOf(twin);
         column.width = twin.characters * measure.characterWidth;
         column.text = [rows, texts](int row) { return texts->value(rows->valueAt(row, 0).toLongLong()); };
         columns.push_back(std::move(column));

@@ -7,8 +7,8 @@
 
 namespace sorvanto {
 
-/// A search that shows chemicals by name and NDC alone gets their lot, units and supplier as well. The set and its
-/// statement stay as they are. Throws as Connection::execute.
+/// A search in which two chemicals look the same gets their lot, units and supplier as well; any other keeps its
+/// columns. The set and its statement stay as they are. Throws as Connection::execute.
 void addTwinColumns(std::vector<platform::GridColumn>& columns, const platform::RecordsetPtr& rows,
                     const ListMeasure& measure);
 

@@ -29,6 +29,9 @@ namespace basMain = sorvanto::basMain;
 
 namespace {
 
+constexpr const char* nextStart = "Language, comm port and the patient screen change with the next start.";
+constexpr const char* noDatabase = "No database is open. The one chosen here is opened at once.";
+
 class frmOptionsTest : public support::TestProgram {
 protected:
     void SetUp() override {
@@ -121,7 +124,8 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
                            "Data Location", "Address",         "City",
                            "Fax",           "Phone",           "State",
                            "Company Name",  "Postal Code",     "Language",
-                           "Comm Port",     "Show Patients",   "Override Speed Recommendations"};
+                           "Comm Port",     "Show Patients",   "Override Speed Recommendations",
+                           nextStart,       noDatabase};
     QByteArray xml = "<Translations Language=\"German\">";
     for (const QString& key : keys)
         xml += "<Translate English=\"" + key.toUtf8() + "\" Translated=\"de " + key.toUtf8() + "\"/>";
@@ -146,6 +150,8 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
         EXPECT_EQ(child<QLabel>(form, name)->text(), u"de "_s + caption) << name;
     EXPECT_EQ(child<QCheckBox>(form, "chkPatients")->text(), "de Show Patients");
     EXPECT_EQ(child<QCheckBox>(form, "chkOverSpeed")->text(), "de Override Speed Recommendations");
+    EXPECT_EQ(child<QLabel>(form, "lblNextStart")->text(), u"de "_s + nextStart);
+    EXPECT_EQ(child<QLabel>(form, "lblOpenDB")->text(), u"de "_s + noDatabase);
     EXPECT_EQ(child<QLabel>(form, "lblCurrency")->text(), "Currency");
     EXPECT_EQ(child<QLabel>(form, "lblDEA")->text(), "Pharmacy #");
     EXPECT_EQ(child<QGroupBox>(form, "fraPrinter")->title(), "Printer");
@@ -159,11 +165,11 @@ TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {
     startConfiguration(3);
     const frmOptions form;
     const QString grown = QString::fromUtf8(folder.read("FrenchTranslation.xml"));
-    EXPECT_EQ(grown.count("<Translate "), 15);
+    EXPECT_EQ(grown.count("<Translate "), 17);
     qsizetype last = -1;
     for (const char* key : {"Options", "Company Options", "Sorvanto Options", "Data Location", "Address",
                             "City", "Fax", "Phone", "State", "Company Name", "Postal Code", "Language",
-                            "Comm Port", "Show Patients", "Override Speed Recommendations"}) {
+                            "Comm Port", "Show Patients", "Override Speed Recommendations", nextStart, noDatabase}) {
         const auto place = grown.indexOf(u"English=\"%1\""_s.arg(key));
         EXPECT_GT(place, last) << key;
         last = place;

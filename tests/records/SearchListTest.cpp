@@ -385,7 +385,7 @@ TEST_F(SearchListTest, IsAsWideAsItsColumnsAndShowsThemAll) {
 }
 
 TEST_F(SearchListTest, ChemicalsOfOneNameAreToldApartByLotUnitsAndSupplier) {
-    sql("UPDATE Chemical SET chm_Name = 'Twin', chm_NDC = '1', chm_Lot = 'L' & ChemicalID, chm_Units = 'GMS', "
+    sql("UPDATE Chemical SET chm_Name = 'Twin', chm_NDC = '1', chm_Lot = 'L' || ChemicalID, chm_Units = 'GMS', "
         "chm_Supplier = 'House'");
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         const QAbstractItemModel& model = *list(form)->model();
@@ -401,6 +401,19 @@ TEST_F(SearchListTest, ChemicalsOfOneNameAreToldApartByLotUnitsAndSupplier) {
         press(form, "cmdOK");
     });
     EXPECT_EQ(choose(rows("", "ChemicalID, chm_Name, chm_NDC")), 3);
+}
+
+TEST_F(SearchListTest, AFailingTextLeavesTheColumnsOfTwinsInEnglish) {
+    sql("UPDATE Chemical SET chm_Name = 'Twin'");
+    const support::BrokenTranslator broken;
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        EXPECT_EQ(str(list(form)->model()->headerData(2, Qt::Horizontal).toString()), "Lot");
+        list(form)->selectRow(2);
+        expectReport("frmSearchRS:Form_Load");
+        expectReport("frmSearchRS:cmdOK_Click");
+        press(form, "cmdOK");
+    });
+    EXPECT_EQ(choose(rows("")), 3);
 }
 
 }  // namespace

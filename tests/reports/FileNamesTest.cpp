@@ -41,7 +41,8 @@ TEST_F(FileNamesTest, OfTheEightReports) {
         log->log_Name + u' ' + log->log_Lot + u' ' + log->log_Date.date().toString(Qt::ISODate);
     EXPECT_EQ(str(formulaLog(1)->fileName), str(u"Formula Log "_s + batchName));
     EXPECT_EQ(str(batchLabels(1, "1", 1)->fileName), str(u"Label "_s + batchName));
-    EXPECT_TRUE(prescriptionLabels(1, "1", 1)->fileName.startsWith(u"Label Cooling Gel "_s));
+    const QString prescription = prescriptionLabels(31, "1", 1)->fileName;
+    EXPECT_TRUE(prescription.startsWith(u"Label Cooling Gel "_s)) << str(prescription);
     EXPECT_EQ(str(logReport(1, begin, end)->fileName), "Log Report Cooling Gel 2020-01-01 2030-12-31");
     EXPECT_EQ(str(jarUsage(begin, end)->fileName), "Jar Usage Report 2020-01-01 2030-12-31");
     EXPECT_TRUE(chemicals()->fileName.startsWith(u"Chemicals Report "_s));
