@@ -408,9 +408,8 @@ TEST_F(SearchListTest, AFailingTextLeavesTheColumnsOfTwinsInEnglish) {
     const support::BrokenTranslator broken;
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         EXPECT_EQ(str(list(form)->model()->headerData(2, Qt::Horizontal).toString()), "Lot");
-        list(form)->selectRow(2);
         expectReport("frmSearchRS:Form_Load");
-        expectReport("frmSearchRS:cmdOK_Click");
+        list(form)->selectRow(2);
         press(form, "cmdOK");
     });
     EXPECT_EQ(choose(rows("")), 3);
