@@ -32,6 +32,16 @@ def has_passed(seconds):
     return lambda: time.monotonic() > end
 
 
+def sweep_port_locks():
+    """Another test may have killed a program that held a port as root: its lock would refuse the port to the user."""
+    for lock in pathlib.Path("/var/lock").glob("LCK..*"):
+        try:
+            if not pathlib.Path("/proc", lock.read_text().split()[0]).exists():
+                lock.unlink()
+        except (OSError, IndexError):
+            continue  # it has gone by itself, or is not ours
+
+
 class Desk:
     """The user is nobody where the test runs as root, else whoever runs it."""
 

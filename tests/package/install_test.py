@@ -21,7 +21,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 
-from desk import FRESH, Desk, has_passed, until
+from desk import FRESH, Desk, has_passed, sweep_port_locks, until
 
 HERE = pathlib.Path(__file__).resolve().parent
 SOURCE = HERE.parent.parent
@@ -173,7 +173,11 @@ class TheUsersFolder(unittest.TestCase):
         def is_running():
             journals = [path.read_text() for path in (folder / "mixes").glob("*.xml")]
             return any('State="loaded"' not in journal for journal in journals)
-        desk.click(PANEL, until("the button that starts", lambda: desk.filled_button(PANEL)))
+
+        def button():
+            sweep_port_locks()
+            return desk.filled_button(PANEL)
+        desk.click(PANEL, until("the button that starts", button))
         until("the mix", is_running)
 
     def make_a_batch(self, folder):

@@ -292,8 +292,8 @@ TEST_F(MixSettingsTest, SixteenStepsAndASilentSeventeenth) {
 
 TEST_F(MixSettingsTest, TheLineBelowCountsStepsTimeAndCyclesAndSaysThatTheListIsFull) {
     edit("Cooling Gel");
-    steps().takeTopLevelItem(1);
-    steps().takeTopLevelItem(0);
+    steps().removeRow(1);
+    steps().removeRow(0);
     const QLabel& line = box<QLabel>("lblSteps");
     EXPECT_EQ(str(line.text()), "0 of 16 steps");
     upDown("updCustTime").setValue(166);
