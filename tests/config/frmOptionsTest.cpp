@@ -167,9 +167,10 @@ TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {
     const QString grown = QString::fromUtf8(folder.read("FrenchTranslation.xml"));
     EXPECT_EQ(grown.count("<Translate "), 17);
     qsizetype last = -1;
-    for (const char* key : {"Options", "Company Options", "Sorvanto Options", "Data Location", "Address",
-                            "City", "Fax", "Phone", "State", "Company Name", "Postal Code", "Language",
-                            "Comm Port", "Show Patients", "Override Speed Recommendations", nextStart, noDatabase}) {
+    for (const char* key :
+         {"Options", "Company Options", "Sorvanto Options", "Data Location", "Address", "City", "Fax",
+          "Phone", "State", "Company Name", "Postal Code", "Language", "Comm Port", "Show Patients",
+          "Override Speed Recommendations", nextStart, noDatabase}) {
         const auto place = grown.indexOf(u"English=\"%1\""_s.arg(key));
         EXPECT_GT(place, last) << key;
         last = place;
