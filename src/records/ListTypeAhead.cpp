@@ -2,6 +2,7 @@
 #include "records/ListTypeAhead.h"
 
 #include "platform/basic/Values.h"
+#include "records/ColumnTexts.h"
 
 #include <QKeyEvent>
 
@@ -48,13 +49,26 @@ bool ListTypeAhead::tryWord(const QString& word, int from) {
     return true;
 }
 
+void ListTypeAhead::readTexts() {
+    constexpr int fewRows = 200;
+    const std::int64_t count = m_rows->recordCount();
+    m_texts.reserve(static_cast<std::size_t>(count));
+    const platform::FieldInfo& key = m_rows->fieldInfo(0);
+    const platform::FieldInfo& column = m_rows->fieldInfo(m_column);
+    if (count <= fewRows || key.baseTable.isEmpty() || column.baseTable != key.baseTable) {
+        for (std::int64_t row = 0; row < count; ++row)
+            m_texts.push_back(platform::nullText(m_rows->valueAt(row, m_column)).toCaseFolded());
+        return;
+    }
+    const auto texts = columnTexts(key.baseTable, key.baseColumn, column.baseColumn);
+    for (std::int64_t row = 0; row < count; ++row)
+        m_texts.push_back(texts.value(m_rows->valueAt(row, 0).toLongLong()).toCaseFolded());
+}
+
 int ListTypeAhead::search(const QString& folded, int from) {
     const auto count = static_cast<int>(m_rows->recordCount());
-    if (m_texts.empty()) {
-        m_texts.reserve(static_cast<std::size_t>(count));
-        for (int row = 0; row < count; ++row)
-            m_texts.push_back(platform::nullText(m_rows->valueAt(row, m_column)).toCaseFolded());
-    }
+    if (m_texts.empty())
+        readTexts();
     for (int step = 0; step < count; ++step) {
         const int row = (from + step) % count;
         if (m_texts[static_cast<std::size_t>(row)].startsWith(folded))

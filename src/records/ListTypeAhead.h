@@ -32,6 +32,8 @@ signals:
 
 private:
     bool tryWord(const QString& word, int from);
+    /// Many rows of one table by one statement, since a list reads a row only when it is looked at.
+    void readTexts();
     int search(const QString& folded, int from);
     void setWord(const QString& word);
 

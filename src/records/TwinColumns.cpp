@@ -2,6 +2,7 @@
 
 #include "platform/basic/Values.h"
 #include "platform/data/TableReader.h"
+#include "records/ColumnTexts.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -36,18 +37,39 @@ bool hasColumn(const Recordset& rows, const QString& column) {
     return false;
 }
 
-/// Whether two rows show the same in every column but the key.
+/// Whether two rows of the list show the same in every column but the key.
 bool hasTwins(const Recordset& rows) {
+    constexpr int piece = 1000;
+    QStringList columns;
+    for (int field = 1; field < rows.fieldCount(); ++field)
+        columns << rows.fieldInfo(field).baseColumn;
+    QSet<qint64> listed;
+    for (std::int64_t row = 0; row < rows.recordCount(); ++row)
+        listed.insert(rows.valueAt(row, 0).toLongLong());
     QSet<QStringList> shown;
-    for (int row = 0; row < rows.recordCount(); ++row) {
-        QStringList texts;
-        for (int field = 1; field < rows.fieldCount(); ++field)
-            texts << nullText(rows.valueAt(row, field));
-        if (shown.contains(texts))
-            return true;
-        shown.insert(texts);
+    TableReader reader(openDB(), rows.fieldInfo(0).baseTable, rows.fieldInfo(0).baseColumn, columns);
+    for (auto read = reader.next(piece); !read.empty(); read = reader.next(piece)) {
+        for (const KeyedRow& row : read) {
+            if (!listed.contains(row.key))
+                continue;
+            QStringList texts;
+            for (const QVariant& value : row.values)
+                texts << nullText(value);
+            if (shown.contains(texts))
+                return true;
+            shown.insert(texts);
+        }
     }
     return false;
+}
+
+/// All of the list's columns are the chemical table's own.
+bool listsChemicals(const Recordset& rows) {
+    for (int field = 0; field < rows.fieldCount(); ++field) {
+        if (rows.fieldInfo(field).baseTable.compare(chemicalTable, Qt::CaseInsensitive) != 0)
+            return false;
+    }
+    return rows.fieldCount() > 1;
 }
 
 /// In English where the language can't give it.
@@ -59,30 +81,17 @@ QString captionOf(const TwinColumn& twin) {
     }
 }
 
-using Texts = QHash<std::int64_t, QString>;
-
-/// The values of a column by their rows' keys.
-std::shared_ptr<const Texts> textsOf(const QString& table, const QString& key, const QString& column) {
-    constexpr int piece = 1000;
-    auto texts = std::make_shared<Texts>();
-    TableReader reader(openDB(), table, key, {column});
-    for (auto rows = reader.next(piece); !rows.empty(); rows = reader.next(piece)) {
-        for (const KeyedRow& row : rows)
-            texts->insert(row.key, nullText(row.values.front()));
-    }
-    return texts;
-}
-
 }  // namespace
 
 void addTwinColumns(std::vector<GridColumn>& columns, const RecordsetPtr& rows, const ListMeasure& measure) {
     const FieldInfo& key = rows->fieldInfo(0);
-    if (key.baseTable.compare(chemicalTable, Qt::CaseInsensitive) != 0 || !hasTwins(*rows))
+    if (!listsChemicals(*rows) || !hasTwins(*rows))
         return;
     for (const TwinColumn& twin : chemicalColumns) {
         if (hasColumn(*rows, QLatin1String(twin.column)))
             continue;
-        const auto texts = textsOf(key.baseTable, key.baseColumn, QLatin1String(twin.column));
+        const auto texts = std::make_shared<const QHash<std::int64_t, QString>>(
+            columnTexts(key.baseTable, key.baseColumn, QLatin1String(twin.column)));
         GridColumn column;
         column.caption = captionOf(twin);
         column.width = twin.characters * measure.characterWidth;

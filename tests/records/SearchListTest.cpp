@@ -275,6 +275,22 @@ TEST_F(SearchListTest, TypingJumpsToTheFirstTextColumn) {
     EXPECT_EQ(choose(rows("")), 3);
 }
 
+TEST_F(SearchListTest, TypingJumpsAmongManyRowsInTheOrderOfTheList) {
+    sql("INSERT INTO Chemical (chm_Name) WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE "
+        "i < 499) SELECT 'Item ' || i FROM n");
+    const auto set = rows("WHERE chm_Name LIKE 'Item%' ORDER BY chm_Name DESC");
+    sql("DELETE FROM Chemical WHERE chm_Name = 'Item 470'");
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        type(form, "item 3");
+        EXPECT_EQ(selected(form), 100);
+        EXPECT_EQ(str(list(form)->model()->index(selected(form), 1).data().toString()), "Item 399");
+        type(form, "01");
+        EXPECT_EQ(str(list(form)->model()->index(selected(form), 1).data().toString()), "Item 301");
+        press(form, "cmdCancel");
+    });
+    EXPECT_EQ(choose(set), 0);
+}
+
 TEST_F(SearchListTest, TypingInAListWithoutTextsChangesNothing) {
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         type(form, "a");

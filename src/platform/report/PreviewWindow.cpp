@@ -23,7 +23,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -41,7 +40,7 @@ PreviewWindow* PreviewWindow::open(std::unique_ptr<Report> report) {
         window->build();
         window->takePlace();
         window->show();
-        QTimer::singleShot(0, window.get(), &PreviewWindow::layOutMore);
+        window->m_nextSlice.start(0);
         return window.release();
     } catch (...) {
         reportFailed();
@@ -53,6 +52,8 @@ PreviewWindow::PreviewWindow(std::unique_ptr<Report> report)
     : m_run(std::move(report)), m_search(m_run.document()) {
     setObjectName(u"preview"_s);
     setAttribute(Qt::WA_DeleteOnClose);
+    m_nextSlice.setSingleShot(true);
+    connect(&m_nextSlice, &QTimer::timeout, this, &PreviewWindow::layOutMore);
 }
 
 PreviewWindow::~PreviewWindow() = default;
@@ -176,7 +177,7 @@ bool PreviewWindow::stepRun() {
     }
 }
 
-void PreviewWindow::layOutMore() {
+bool PreviewWindow::layOutSlice() {
     QElapsedTimer clock;
     clock.start();
     bool more = !m_run.isOver();
@@ -184,13 +185,18 @@ void PreviewWindow::layOutMore() {
         more = stepRun();
     m_view->pagesAdded();
     showState();
-    if (more)
-        QTimer::singleShot(0, this, &PreviewWindow::layOutMore);
+    return more;
+}
+
+void PreviewWindow::layOutMore() {
+    if (layOutSlice())
+        m_nextSlice.start(0);
 }
 
 void PreviewWindow::finishRun() {
+    m_nextSlice.stop();
     while (!m_run.isOver()) {
-        layOutMore();
+        layOutSlice();
         QCoreApplication::processEvents();
     }
 }

@@ -7,6 +7,7 @@
 #include "platform/report/TextSearch.h"
 
 #include <QMainWindow>
+#include <QTimer>
 #include <memory>
 
 class QLabel;
@@ -41,7 +42,9 @@ private:
     void connectBar();
     void connectView();
     void takePlace();
-    /// Lays out further pages for a moment, then lets the event loop run.
+    /// Lays out further pages for a moment; false when there are no more.
+    bool layOutSlice();
+    /// Slice after slice, the event loop running between them.
     void layOutMore();
     /// One step of the run; a failure is handed on and ends it.
     bool stepRun();
@@ -56,6 +59,7 @@ private:
 
     ReportRun m_run;
     TextSearch m_search;
+    QTimer m_nextSlice;
     PageView* m_view = nullptr;
     PreviewBar* m_bar = nullptr;
     PreviewNotices* m_notices = nullptr;

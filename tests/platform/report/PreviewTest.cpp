@@ -32,6 +32,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -298,6 +300,30 @@ TEST_F(Preview, SavesAsPdfWhereTheUserSays) {
     EXPECT_TRUE(window->isComplete()) << "the rest is laid out first";
     EXPECT_TRUE(tools::output("pdfinfo", {path + ".pdf"}).contains(QRegularExpression("Pages:\\s+2")));
     EXPECT_TRUE(child<QAction>(*window, "savePdf")->isEnabled());
+}
+
+TEST_F(Preview, LaysOutTheRestInRoundsThatDoNotGrow) {
+    file.addMany(1000);
+    auto report = std::make_unique<StockList>(file.rows());
+    report->onDetail = [](StockList&) { QThread::usleep(500); };  // a page takes as long as a slice
+    open(std::move(report));
+    support::ScriptedAsker asker;
+    const QTemporaryDir folder;
+    asker.expectModal("savePdfDialog", [&](QWidget& dialog) {
+        child<QLineEdit>(dialog, "fileNameEdit")->setText(folder.filePath("mine.pdf"));
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    int before = view().pageCount(), most = 0;
+    QTimer round;
+    QObject::connect(&round, &QTimer::timeout, &round, [&] {
+        most = std::max(most, view().pageCount() - before);
+        before = view().pageCount();
+    });
+    round.start(0);
+    child<QAction>(*window, "savePdf")->trigger();
+    EXPECT_EQ(view().pageCount(), 23);
+    EXPECT_GT(most, 0);
+    EXPECT_LE(most, 3) << "pages between two looks at what the user does";
 }
 
 TEST_F(Preview, ProposesTheReportsOwnNameForAFile) {
