@@ -77,5 +77,6 @@ int main(int argc, char** argv) {
     window.Form_Load();
     report(*problems);
     window.show();
+    application.noteBlocks();
     return Application::exec();
 }

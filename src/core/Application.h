@@ -2,7 +2,10 @@
 // reported like any other, and the program goes on with the next event.
 #pragma once
 
+#include "core/Heartbeat.h"
+
 #include <QApplication>
+#include <memory>
 
 namespace sorvanto {
 
@@ -10,7 +13,16 @@ class Application : public QApplication {
 public:
     using QApplication::QApplication;
 
+    /// From now on errors.log says when the interface stood still for more than a tenth of a second, and during what;
+    /// nobody is disturbed by it.
+    void noteBlocks();
+    /// From now on the listener hears of each block of more than so many milliseconds.
+    void watchBlocks(qint64 limit, Heartbeat::Listener listener);
+
     bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    std::unique_ptr<Heartbeat> m_heartbeat;
 };
 
 }  // namespace sorvanto

@@ -4,6 +4,7 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ReportHooks.h"
 #include "platform/report/SpreadsheetExport.h"
+#include "platform/widgets/LongWork.h"
 #include "reports/rptFormula.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
@@ -35,8 +36,11 @@ void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QS
     if (!exportIt)
         return preview(std::move(report));
     const QString path = platform::programFolder() + exportName;
-    platform::exportReport(std::move(report), path);
-    announceFile(translated(u"Exported %1"_s), path);
+    platform::LongWork work(translated(u"Exporting %1"_s).arg(exportName));
+    if (platform::exportReport(std::move(report), path, [&](double done) { return work.goesOn(done); }))
+        announceFile(translated(u"Exported %1"_s), path);
+    else
+        announce(translated(u"Stopped: %1 was not written."_s).arg(exportName));
 }
 
 void showWorksheet(const clsFormulaPtr& formula) {

@@ -81,6 +81,14 @@ void ErrorReporter::ReportError(const QString& description, const QString& numbe
     }
 }
 
+void ErrorReporter::note(const QString& text) noexcept {
+    try {
+        write(u"%1  %2\n"_s.arg(platform::storedDate(platform::now()), text));
+    } catch (...) {
+        std::fputs("A note could not be kept.\n", stderr);
+    }
+}
+
 bool ErrorReporter::countRepeat(const ErrorReport& report) {
     const auto found = std::find_if(m_reports.begin(), m_reports.end(),
                                     [&](const ErrorReport& kept) { return sameReport(kept, report); });

@@ -47,6 +47,9 @@ public:
     /// The statement that the next report belongs to; taken by that report.
     virtual void setFailedStatement(const QString& statement) noexcept;
 
+    /// A line in errors.log that is no report: nobody is told.
+    void note(const QString& text) noexcept;
+
     const std::vector<ErrorReport>& reports() const { return m_reports; }
     /// Called for each new report (repeats of a report in the same run change its count alone).
     void onReport(std::function<void(const ErrorReport&)> callback);

@@ -59,6 +59,13 @@ TEST_F(ErrorReporterTest, WritesTheWholeReport) {
     EXPECT_EQ(announced[0].time, clock.now());
 }
 
+TEST_F(ErrorReporterTest, ANoteIsALineThatNobodyIsToldOf) {
+    reporter.note("stood still for 180 ms: cmdExport (QAction)");
+    EXPECT_EQ(log().toStdString(), "2026-03-07 14:05:09  stood still for 180 ms: cmdExport (QAction)\n");
+    EXPECT_TRUE(announced.empty());
+    EXPECT_TRUE(reporter.reports().empty());
+}
+
 TEST_F(ErrorReporterTest, BelongsToItsOwnerAlone) {
     report("one");
     EXPECT_EQ(QFile::permissions(folder.path("errors.log")) &

@@ -32,12 +32,16 @@ public:
         : m_document(document), m_plan(document.definition), m_measure(fontMeasure()),
           m_workbook(document.caption.isEmpty() ? document.definition.name : document.caption) {}
 
-    QByteArray bytes() {
+    QByteArray bytes(const ExportProgress& progress) {
         const int groups = std::max(1, m_document.definition.detailColumns);
         for (int column = 0; column < m_plan.columns() * groups; ++column)
             m_widths.push_back(m_plan.columnWidth(column % m_plan.columns()));
-        for (const Page& page : m_document.pages)
+        double written = 0;
+        for (const Page& page : m_document.pages) {
             addPage(page);
+            if (progress && !progress(++written / static_cast<double>(m_document.pages.size())))
+                return {};
+        }
         for (std::size_t column = 0; column < m_widths.size(); ++column)
             m_workbook.setColumnWidth(static_cast<int>(column), m_widths[column]);
         m_table.firstColumn = m_plan.heading().firstColumn;
@@ -234,12 +238,25 @@ private:
 
 }  // namespace
 
-QByteArray spreadsheet(const PageDocument& document) { return Writer(document).bytes(); }
+QByteArray spreadsheet(const PageDocument& document, const ExportProgress& progress) {
+    return Writer(document).bytes(progress);
+}
 
-void exportReport(std::unique_ptr<Report> report, const QString& path) {
+bool exportReport(std::unique_ptr<Report> report, const QString& path, const ExportProgress& progress) {
+    constexpr double layoutShare = 0.5;
     ReportRun run(std::move(report));
-    run.makeAll();
-    writeFile(platformPath(path), spreadsheet(run.document()));
+    ExportProgress layout, writing;
+    if (progress) {
+        layout = [&](double done) { return progress(done < 0 ? done : done * layoutShare); };
+        writing = [&](double done) { return progress(layoutShare + done * (1 - layoutShare)); };
+    }
+    if (!run.makeAll(layout))
+        return false;
+    const QByteArray bytes = spreadsheet(run.document(), writing);
+    if (bytes.isEmpty())
+        return false;
+    writeFile(platformPath(path), bytes);
+    return true;
 }
 
 }  // namespace platform

@@ -6,17 +6,21 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace platform {
 
 class Report;
 
-/// The file's bytes. Throws overflow with a message for the user where the format has no room.
-QByteArray spreadsheet(const PageDocument& document);
+/// Told between pieces of the work how much is done, 0 to 1, below 0 where nobody knows; false stops it.
+using ExportProgress = std::function<bool(double done)>;
 
-/// Runs the report without showing it and writes the file, whole or not at all, over an existing one.
-/// The path may be written with "\". Throws what an event threw, and on a file that can't be written.
-void exportReport(std::unique_ptr<Report> report, const QString& path);
+/// The file's bytes, none where it was stopped. Throws overflow with a message for the user where the format has no room.
+QByteArray spreadsheet(const PageDocument& document, const ExportProgress& progress = {});
+
+/// Runs the report without showing it and writes the file, whole or not at all, over an existing one; false where it
+/// was stopped, and nothing was written. The path may be written with "\". Throws what an event threw, and on a file that can't be written.
+bool exportReport(std::unique_ptr<Report> report, const QString& path, const ExportProgress& progress = {});
 
 }  // namespace platform

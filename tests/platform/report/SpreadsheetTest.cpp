@@ -426,6 +426,34 @@ TEST(Spreadsheet, AFailingEventLeavesTheOldFile) {
     EXPECT_EQ(folder.read("Book.xls"), "old");
 }
 
+TEST(Spreadsheet, SaysHowFarItIsAndWritesNothingWhenItIsStopped) {
+    support::TempProgramFolder folder;
+    folder.write("Book.xls", "old");
+    StockFile file;
+    file.addMany(300);
+    const QString path = folder.path() + "\\Book.xls";
+    std::vector<double> told;
+    const auto all = [&](double done) {
+        told.push_back(done);
+        return true;
+    };
+    ASSERT_TRUE(exportReport(std::make_unique<StockList>(file.rows()), path, all));
+    const QByteArray whole = folder.read("Book.xls");
+    EXPECT_GE(told.size(), 10U);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_EQ(told.back(), 1.0);
+    for (std::size_t turn = 0; turn < told.size(); ++turn) {
+        folder.write("Book.xls", "old");
+        std::size_t calls = 0;
+        EXPECT_FALSE(exportReport(std::make_unique<StockList>(file.rows()), path,
+                                  [&](double) { return calls++ < turn; }));
+        EXPECT_EQ(calls, turn + 1);
+        EXPECT_EQ(folder.read("Book.xls"), "old") << turn;
+    }
+    ASSERT_TRUE(exportReport(std::make_unique<StockList>(file.rows()), path));
+    EXPECT_EQ(folder.read("Book.xls"), whole);
+}
+
 TEST(Spreadsheet, AFolderThatIsNotThereIsAnError) {
     StockFile file;
     file.addMany(1);
