@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 
 build=${BUILD:-build/release}
 names=("$@")
-[ ${#names[@]} -gt 0 ] || names=(start screens records batch_reports report data config mixer list)
+[ ${#names[@]} -gt 0 ] || names=(start screens records batch_reports report data config mixer list blocks)
 
 scripts/install-packages.sh build display
 cmake --preset release -B "$build" >/dev/null

@@ -84,12 +84,15 @@ QString captionOf(const TwinColumn& twin) {
 }  // namespace
 
 void addTwinColumns(std::vector<GridColumn>& columns, const RecordsetPtr& rows, const ListMeasure& measure) {
-    const FieldInfo& key = rows->fieldInfo(0);
-    if (!listsChemicals(*rows) || !hasTwins(*rows))
-        return;
+    std::vector<TwinColumn> missing;
     for (const TwinColumn& twin : chemicalColumns) {
-        if (hasColumn(*rows, QLatin1String(twin.column)))
-            continue;
+        if (!hasColumn(*rows, QLatin1String(twin.column)))
+            missing.push_back(twin);
+    }
+    if (missing.empty() || !listsChemicals(*rows) || !hasTwins(*rows))
+        return;
+    const FieldInfo& key = rows->fieldInfo(0);
+    for (const TwinColumn& twin : missing) {
         const auto texts = std::make_shared<const QHash<std::int64_t, QString>>(
             columnTexts(key.baseTable, key.baseColumn, QLatin1String(twin.column)));
         GridColumn column;
