@@ -17,6 +17,7 @@ esac
 
 scripts/install-packages.sh build lint
 cmake --preset tidy >/dev/null
-# The headers that Qt's generators write must be there before anything is read.
-cmake --build build/tidy --target autogen
+# The headers that Qt's generators write must be there before anything is read; their build targets would
+# compile the libraries as well.
+find build/tidy -name AutogenInfo.json -exec cmake -E cmake_autogen {} Debug \; >/dev/null
 echo "$sources" | xargs -P "$(nproc)" -n 4 clang-tidy --extra-arg=-Wno-unknown-warning-option -p build/tidy --quiet
