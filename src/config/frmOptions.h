@@ -27,7 +27,7 @@ public:
 
 private:
     void Form_Load();
-    void transalteForm();
+    void transalteForm();  // the misspelt name is the system's own
     void sayWhatCounts();
     void ListComPorts();
     void ListPrinters();

@@ -132,6 +132,7 @@ void frmMain::refreshForm() {
 }
 
 void frmMain::enableForm() {
+    // Reports carry this procedure's error label, not its name.
     guarded(u"frmMain:enableForm_Error"_s, [&] {
         const auto enable = [](RecordScreen& screen) {
             if (screen.Listener() == -1)

@@ -38,6 +38,7 @@ QString columns(LogSearch use) {
     text += column("log_Verified", translated("Verified"));
     text += column("log_Results", translated("Results"));
     text += column("log_Mix", translated("Mix"));
+    // The "c" stands before the word alone, in front of any translation.
     text += column("log_Version", (use == LogSearch::OfLog ? "c" : "") + translated("Version"));
     text += column("log_Notes", translated("Notes"));
     text += column("log_Desc", translated("Description"));

@@ -94,6 +94,7 @@ void frmCurrFormula::m_frmMain_btnClick(const QString& toolName, const QString& 
 }
 
 void frmCurrFormula::searchFormula(const QString& searchText) {
+    // Reported under the other screen's name, as users know it.
     guarded("frmFormula:searchFormula", [&] { m_formula = clsFormula().openFormula(0, searchText); });
 }
 
