@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Compares the delivered language files with what the program asks for.
 
-A text is asked for where the sources hand a literal to translated(), widgetText() or reportText(), or
-where a table of such a source holds it. Called by languages.sh, which tells the options.
+A text is asked for where the sources hand a literal to translated(), widgetText() or reportText(), where
+a table of such a source holds it, or as a PANEL_TEXT of the panel's list. Called by languages.sh, which tells the options.
 """
 import argparse
 import pathlib
@@ -11,12 +11,10 @@ import sys
 import xml.etree.ElementTree as ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-CALL = re.compile(r"\b(?:translated|widgetText|reportText)\(")
+CALL = re.compile(r"\b(?:translated|widgetText|reportText|(?<!define )PANEL_TEXT)\(")
 ALIASES = "aliasedColumns("  # translates the table that it is given
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|(?:\bu)?"((?:\\.|[^"\\])*)"(?:_s|_L1|_ba)?|\'(?:\\.|[^\'\\])\'', re.S)
 ESCAPES = {"n": "\n", "r": "\r", "t": "\t"}
-# Tables "english{...}" of texts that are looked up elsewhere than beside a call.
-TABLE_FILES = ("src/mixer/PanelTexts.cpp",)
 # A table's literal that is no text for a reader: names of controls and columns, statements, formats.
 NO_TEXT = re.compile(r"^$|^[a-z]+[A-Z]\w*$|_|^SELECT|^ |^%\d$|^[a-z]+$|^\W*$")
 
@@ -63,8 +61,9 @@ class Asked:
         self.tables = set()    # those of them that stand in a table
         self.columns = set()   # texts that become names of columns
         self.words = set()     # every literal, whatever it is for
-        for path in sorted((ROOT / "src").rglob("*.cpp")) + sorted((ROOT / "src").rglob("*.h")):
-            self.read(path)
+        for kind in ("*.cpp", "*.h", "*.inc"):
+            for path in sorted((ROOT / "src").rglob(kind)):
+                self.read(path)
 
     def read(self, path):
         source = without_comments(path.read_text(encoding="utf-8"))
@@ -81,11 +80,7 @@ class Asked:
             for _, _, text in own:
                 self.certain.add(text.strip(" "))
                 self.note_column(name, text)
-        if name in TABLE_FILES:
-            start = source.index("english{") + len("english")
-            end = source.index("};", start)
-            self.certain.update(text for begin, _, text in strings if start < begin < end)
-        elif has_variable:
+        if has_variable:
             self.read_tables(name, source, [string for string in strings if string not in taken])
 
     def read_tables(self, name, source, strings):

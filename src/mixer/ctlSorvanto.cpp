@@ -94,6 +94,4 @@ void ctlSorvanto::setUnitSource(std::function<QString(int formulaID)> unitOf) {
 
 std::optional<protocol::Status> ctlSorvanto::reached() const { return d->session.reached(); }
 
-QStringList ctlSorvanto::panelKeys() { return PanelTexts::keys(); }
-
 }  // namespace sorvanto

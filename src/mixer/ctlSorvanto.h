@@ -82,9 +82,6 @@ public:
     /// How far the mix whose mixDone is being handled came; nothing when that was not followed.
     std::optional<protocol::Status> reached() const;
 
-    /// All English texts of the panel, which it looks up in the language file.
-    static QStringList panelKeys();
-
 signals:
     /// A mix has ended. Blocks while the user signs; mixerInitialsClosed comes from inside.
     void mixDone(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);

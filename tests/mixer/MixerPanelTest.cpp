@@ -508,7 +508,7 @@ TEST(ProgressRingTest, TheArcShowsThePartThatIsDone) {
 }
 
 TEST(PanelTexts, KeysAreFitForTheLanguageFiles) {
-    const QStringList keys = ctlSorvanto::panelKeys();
+    const QStringList keys = PanelTexts::keys();
     EXPECT_GT(keys.size(), 60);
     for (const QString& key : keys) {
         EXPECT_EQ(key.trimmed(), key);
