@@ -58,7 +58,7 @@ const char ownCostOfAllLines[] =
 
 RecordsetPtr open(const QString& statement, CursorLocation location = CursorLocation::Default) {
     RecordsetPtr set = Recordset::create();
-    set->open(statement, connection(), platform::CursorType::Static, platform::LockType::ReadOnly, location);
+    set->open(statement, connection(), platform::LockType::ReadOnly, location);
     return set;
 }
 

@@ -148,7 +148,7 @@ void firstKeyAmong32000(benchmark::State& state) {
     pharmacy();
     const auto rows = platform::Recordset::create();
     rows->open("SELECT LogID, log_Lot, log_Name FROM Log ORDER BY log_Date DESC", openDB(),
-               platform::CursorType::Keyset, platform::LockType::Pessimistic);
+               platform::LockType::Pessimistic);
     const QKeyEvent key(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, "z");
     for (auto _ : state) {
         ListTypeAhead typeAhead;

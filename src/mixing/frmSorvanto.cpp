@@ -26,7 +26,7 @@ bool isFormulaGone(const platform::XmlDocumentPtr& document) {
             return false;
         const auto rows = platform::Recordset::create();
         rows->open("SELECT FormulaID FROM Formula WHERE FormulaID = " + QString::number(formula), openDB(),
-                   platform::CursorType::Static, platform::LockType::ReadOnly);
+                   platform::LockType::ReadOnly);
         return rows->recordCount() == 0;
     });
 }

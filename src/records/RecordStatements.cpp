@@ -29,7 +29,7 @@ QVariant lastIdentity() {
 
 RecordsetPtr openEditableList(const QString& statement) {
     RecordsetPtr list = Recordset::create();
-    list->open(statement, openDB(), CursorType::Static, LockType::Optimistic, CursorLocation::Client);
+    list->open(statement, openDB(), LockType::Optimistic, CursorLocation::Client);
     return list;
 }
 

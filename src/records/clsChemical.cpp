@@ -140,7 +140,7 @@ clsChemicalPtr clsChemical::openChemical(std::int16_t key, const QString& Search
         strSQL += chemicalFilter(key, Search);
         rs = Recordset::create();
         const auto release = qScopeGuard([this] { rs.reset(); });
-        rs->open(strSQL, openDB(), CursorType::Static);
+        rs->open(strSQL, openDB());
         chooseRow(rs, "ChemicalID");
         const auto chemical = rs->eof() ? std::make_shared<clsChemical>() : readChemical(*rs);
         rs->close();

@@ -62,8 +62,7 @@ QString formulaFilter(std::int16_t key, QString& search) {
 QString unitsOf(const QString& chemical) {
     try {
         const RecordsetPtr rows = Recordset::create();
-        rows->open("SELECT [chm_Units] FROM [Chemical] WHERE [ChemicalID] = " + chemical, openDB(),
-                   CursorType::Static);
+        rows->open("SELECT [chm_Units] FROM [Chemical] WHERE [ChemicalID] = " + chemical, openDB());
         return rows->eof() ? QString() : nullText(rows->value(0));
     } catch (const RuntimeError&) {
         return {};
@@ -161,7 +160,7 @@ clsFormulaPtr clsFormula::openFormula(std::int16_t key, QString& Search) {
         strSQL += " FROM [Formula] ";
         strSQL += formulaFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), CursorType::Static);
+        rows->open(strSQL, openDB());
         if (rows->recordCount() > 0)  // nothing found gives no message here
             chooseRow(rows, "FormulaID");
         auto formula = std::make_shared<clsFormula>();
@@ -218,7 +217,7 @@ bool clsFormula::addChemical(QString& Search) {
         strSQL += " FROM [Chemical] ";
         strSQL += chemicalFilter(Search);
         const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), CursorType::Static);
+        rows->open(strSQL, openDB());
         chooseRow(rows, "ChemicalID");
         if (rows->eof())
             return false;

@@ -97,7 +97,7 @@ void clsLog::openLog(std::int32_t key, const QString& Search) {
     guarded("clsLog:openLog", [&] {
         strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
         const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
+        rows->open(strSQL, openDB(), LockType::Pessimistic);
         chooseRow(rows, "LogID");
         if (!rows->eof())
             readLog(*this, *rows);

@@ -125,7 +125,7 @@ RecordsetPtr openForLines(std::int32_t log) {
     statement += QString::number(log);
     statement += ")";
     RecordsetPtr lines = Recordset::create();
-    lines->open(statement, openDB(), CursorType::Static, LockType::Optimistic);
+    lines->open(statement, openDB(), LockType::Optimistic);
     return lines;
 }
 

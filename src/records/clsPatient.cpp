@@ -106,7 +106,7 @@ clsPatientPtr clsPatient::openPatient(std::int16_t key, const QString& Search) {
         strSQL += " FROM [Patient] ";
         strSQL += patientFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
+        rows->open(strSQL, openDB(), LockType::Pessimistic);
         chooseRow(rows, "PatientID");
         const auto patient = rows->eof() ? std::make_shared<clsPatient>() : readPatient(*rows);
         patient->RXs = openPrescriptions(patient->PatientID, PrescriptionOrder::NewestFirst);

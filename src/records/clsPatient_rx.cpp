@@ -43,7 +43,7 @@ bool clsPatient::addRX(QString Search) {
         // By key the text itself stands in the condition; being empty, it breaks the statement.
         strSQL = logSearch(LogSearch::OfPrescription, Search, Search);
         const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), CursorType::Keyset, LockType::Pessimistic);
+        rows->open(strSQL, openDB(), LockType::Pessimistic);
         chooseRow(rows, "LogID");
         std::int64_t count = 0;
         if (!rows->eof()) {

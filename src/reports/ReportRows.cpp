@@ -10,7 +10,7 @@ namespace {
 
 platform::RecordsetPtr opened(const QString& statement) {
     const auto rows = platform::Recordset::create();
-    rows->open(statement, openDB(), platform::CursorType::Forward, platform::LockType::ReadOnly);
+    rows->open(statement, openDB(), platform::LockType::ReadOnly);
     return rows;
 }
 

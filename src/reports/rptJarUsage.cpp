@@ -59,7 +59,7 @@ void rptJarUsage::JarID(int value) {
                  "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#" +
                      boundText(m_range.begin) + "#  and FLT.Log_Date<=#" + boundText(m_range.end) +
                      "#]. AS LT group by LT.log_JarSize",
-                 openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                 openDB(), platform::LockType::ReadOnly);
     if (counts->recordCount() > 0) {
         setRows(counts);
     } else {

@@ -99,7 +99,7 @@ void rptLogReport::openBatches() {
                   "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID=" +
                       QString::number(m_formulaID) + " AND Log.log_Date >= #" + boundText(m_range.begin) +
                       "# AND Log.log_Date <= #" + boundText(m_range.end) + "#;",
-                  openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                  openDB(), platform::LockType::ReadOnly);
     if (batches->recordCount() < 1) {
         sayNoRecords();
         unload();
@@ -157,7 +157,7 @@ void rptLogReport::reportFooterFormat() {
                          QString::number(m_formulaID) + " AND Log.log_Date >= #" +
                          platform::dateText(m_range.begin) + "# AND Log.log_Date <= #" +
                          platform::dateText(m_range.end) + "#;",
-                     openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                     openDB(), platform::LockType::ReadOnly);
         setText("txtTotalLogs",
                 platform::shownText(totals->value("TotalLogs"), {}) + " " + translated("Logs"));
         setText("txtTotalQTY", platform::shownText(totals->value("TotalQTY"), {}) + " ml");

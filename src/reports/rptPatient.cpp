@@ -119,7 +119,7 @@ platform::RecordsetPtr rptPatient::openPatient() const {
                   "[pat_State],[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE "
                   "PatientID = " +
                       QString::number(m_patientID),
-                  openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                  openDB(), platform::LockType::ReadOnly);
     return patient;
 }
 
@@ -133,7 +133,7 @@ platform::RecordsetPtr rptPatient::openPrescriptions() const {
         "RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID=" +
             QString::number(m_patientID) + " AND RXs.rxs_Date >= #" + boundText(m_range.begin) +
             "# AND RXs.rxs_Date <= #" + boundText(m_range.end) + "#;",
-        openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+        openDB(), platform::LockType::ReadOnly);
     return prescriptions;
 }
 
@@ -179,7 +179,7 @@ void rptPatient::reportFooterFormat() {
         "SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID=" +
             QString::number(m_patientID) + " AND RXs.rxs_Date >= #" + platform::dateText(m_range.begin) +
             "# AND RXs.rxs_Date <= #" + platform::dateText(m_range.end) + "#;",
-        openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+        openDB(), platform::LockType::ReadOnly);
     setText("txtTotalRXs", nullText(totals->value("TotalRXs")) + " " + translated("Prescriptions"));
     explainTotals(*this,
                   {rows()->recordCount(), platform::nullInt32(totals->value("TotalRXs")),

@@ -36,8 +36,7 @@ void BrowsingScreen::getData() {
 
 void BrowsingScreen::openIdentifiers() {
     m_identifiers = platform::Recordset::create();
-    m_identifiers->open(m_records.statement, openDB(), platform::CursorType::Static,
-                        platform::LockType::ReadOnly);
+    m_identifiers->open(m_records.statement, openDB(), platform::LockType::ReadOnly);
     keepToColumns(*this, draftTable());
 }
 

@@ -40,7 +40,7 @@ std::vector<DraftField> enteredSince(const std::vector<DraftField>& added, std::
 platform::RecordsetPtr linesOf(const QString& table, const QString& keyColumn, std::int16_t key) {
     auto lines = platform::Recordset::create();
     lines->open(u"SELECT * FROM %1 WHERE (%2 = %3) ORDER BY %1ID"_s.arg(table, keyColumn).arg(key), openDB(),
-                platform::CursorType::Static, platform::LockType::Optimistic);
+                platform::LockType::Optimistic);
     return lines;
 }
 

@@ -39,7 +39,7 @@ DraftFit BrowsingScreen::fitOf(const Draft& draft) {
             return DraftFit::OtherDatabase;
         const auto row = platform::Recordset::create();
         row->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(m_records.key, draftTable()).arg(draft.record.key),
-                  openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                  openDB(), platform::LockType::ReadOnly);
         if (row->recordCount() == 0)
             return DraftFit::Deleted;
         const bool onlyCells = std::all_of(draft.fields.begin(), draft.fields.end(),

@@ -232,7 +232,7 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
 bool frmLog::isLogged(const QString& lot) {
     const auto rows = platform::Recordset::create();
     rows->open("SELECT LogID FROM Log WHERE log_Lot = '" + platform::doubledApostrophes(lot) + "'", openDB(),
-               platform::CursorType::Static, platform::LockType::ReadOnly);
+               platform::LockType::ReadOnly);
     return rows->recordCount() > 0;
 }
 

@@ -124,7 +124,7 @@ bool frmPatient::getFormula() {
         m_rsFormula = platform::Recordset::create();
         m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = " +
                               platform::nullText(prescriptions().value("LogID")) + ")",
-                          openDB(), platform::CursorType::Static, platform::LockType::ReadOnly);
+                          openDB(), platform::LockType::ReadOnly);
         return m_rsFormula->recordCount() != 0;
     });
 }

@@ -31,7 +31,7 @@ protected:
     static platform::RecordsetPtr rows(const QString& condition,
                                        const QString& fields = "ChemicalID, chm_Name") {
         auto set = platform::Recordset::create();
-        set->open("SELECT " + fields + " FROM Chemical " + condition, openDB(), platform::CursorType::Static);
+        set->open("SELECT " + fields + " FROM Chemical " + condition, openDB());
         return set;
     }
     static std::int32_t choose(const platform::RecordsetPtr& set) {
@@ -239,7 +239,7 @@ TEST_F(SearchListTest, ADoubleIsShownAsMoneyAndAFlagAsAWord) {
         "INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active) VALUES (1, 1, 1234.5, 0, 1), "
         "(1, 2, 0, 1, 1)");
     auto set = platform::Recordset::create();
-    set->open("SELECT FormChemID, fch_Qty, fch_QS FROM FormChem", openDB(), platform::CursorType::Static);
+    set->open("SELECT FormChemID, fch_Qty, fch_QS FROM FormChem", openDB());
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         const QAbstractItemModel& model = *list(form)->model();
         EXPECT_EQ(str(model.index(0, 1).data().toString()), "$1,234.50");

@@ -125,7 +125,7 @@ RecordsetPtr ReportTest::prescription(std::int16_t rxsID) {
         "INNER JOIN RXs ON Log.LogID = RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE "
         "(((RXs.RXsID)=" +
             QString::number(rxsID) + "));",
-        openDB(), CursorType::Forward, LockType::ReadOnly);
+        openDB(), LockType::ReadOnly);
     return rows;
 }
 
@@ -134,7 +134,7 @@ RecordsetPtr ReportTest::chemicalList() {
     rows->open("SELECT Chemical.chm_Name, Chemical.chm_Units, Chemical.chm_Lot, Chemical.chm_NDC, "
                "Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_Notes, Chemical.chm_Form, "
                "Chemical.chm_Supplier FROM Chemical ORDER BY chm_Name;",
-               openDB(), CursorType::Forward, LockType::ReadOnly);
+               openDB(), LockType::ReadOnly);
     return rows;
 }
 

@@ -31,7 +31,7 @@ using platform::Report;
 bool isThere(const QString& table, const QString& keyColumn, int key) {
     const auto rows = platform::Recordset::create();
     rows->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(keyColumn, table).arg(key), openDB(),
-               platform::CursorType::Static, platform::LockType::ReadOnly);
+               platform::LockType::ReadOnly);
     return rows->recordCount() > 0;
 }
 

@@ -110,7 +110,7 @@ Recordset::~Recordset() = default;
 
 RecordsetPtr Recordset::create() { return RecordsetPtr(new Recordset); }
 
-void Recordset::open(const QString& statement, const ConnectionPtr& connection, CursorType, LockType lock,
+void Recordset::open(const QString& statement, const ConnectionPtr& connection, LockType lock,
                      CursorLocation location) {
     if (isOpen())
         d->fail(error::invalidProcedureCall, u"The result set is already open"_s);

@@ -19,7 +19,6 @@ inline constexpr std::int32_t notUpdatable = 3251;  ///< the set, row or field c
 }  // namespace error
 
 enum class CursorLocation { Default = 2, Client = 3 };
-enum class CursorType { Default = -1, Forward = 0, Keyset = 1, Static = 3 };
 enum class LockType { Default = -1, ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
 
 /// What a column is: its name in the set, its kind and defined size in characters (texts; else bytes).
@@ -39,9 +38,9 @@ public:
     static RecordsetPtr create();
     ~Recordset();
 
-    /// Opens and stands on the first row (bof and eof are both true on an empty set). Throws as execute.
-    void open(const QString& statement, const ConnectionPtr& connection,
-              CursorType type = CursorType::Default, LockType lock = LockType::Default,
+    /// Opens and stands on the first row (bof and eof are both true on an empty set). Every set knows its rows and
+    /// their order from here on, whatever others add, so that no kind of cursor is asked for. Throws as execute.
+    void open(const QString& statement, const ConnectionPtr& connection, LockType lock = LockType::Default,
               CursorLocation location = CursorLocation::Default);
     void close();
     bool isOpen() const;

@@ -44,7 +44,7 @@ protected:
     RecordsetPtr rows(const QString& statement, CursorLocation location = CursorLocation::Default,
                       LockType lock = LockType::ReadOnly) const {
         RecordsetPtr set = Recordset::create();
-        set->open(statement, connection, CursorType::Static, lock, location);
+        set->open(statement, connection, lock, location);
         return set;
     }
     RecordsetPtr editable(const QString& statement) const {

@@ -36,8 +36,7 @@ void StockFile::addMany(int count) {
 
 RecordsetPtr StockFile::rows(const QString& columns) {
     auto set = Recordset::create();
-    set->open("SELECT " + columns + " FROM Stock ORDER BY ID", m_connection, CursorType::Static,
-              LockType::ReadOnly);
+    set->open("SELECT " + columns + " FROM Stock ORDER BY ID", m_connection, LockType::ReadOnly);
     return set;
 }
 

@@ -28,7 +28,7 @@ SampleRows::SampleRows(int rows) {
 
 platform::RecordsetPtr SampleRows::open(bool editable) const {
     auto rows = platform::Recordset::create();
-    rows->open(u"SELECT * FROM Line ORDER BY LineID"_s, m_connection, platform::CursorType::Static,
+    rows->open(u"SELECT * FROM Line ORDER BY LineID"_s, m_connection,
                editable ? platform::LockType::Optimistic : platform::LockType::ReadOnly,
                platform::CursorLocation::Client);
     return rows;
