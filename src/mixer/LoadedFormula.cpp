@@ -108,8 +108,6 @@ std::vector<PanelMessage> speedWarnings(const LoadedFormula& formula) {
 
 }  // namespace
 
-QString LoadedFormula::jarName() const { return jarNames().value(jar); }
-
 std::variant<LoadedFormula, PanelMessage> readFormula(const XmlDocumentPtr& document, bool overrideSpeed) {
     if (!document || !document->selectSingleNode(u"//Formula"_s))
         return PanelMessage{PanelText::NoFormula, {}};

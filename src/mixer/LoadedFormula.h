@@ -18,8 +18,6 @@ struct LoadedFormula {
     protocol::Programme programme;  ///< still without id
     /// Steps faster than the jar recommends; they may run all the same.
     std::vector<PanelMessage> warnings;
-
-    QString jarName() const;
 };
 
 /// The programme of the document, or why the mixer can't run it. With overrideSpeed no speed is warned of.

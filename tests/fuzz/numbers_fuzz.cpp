@@ -102,7 +102,6 @@ void tryMoney(const QString& text) {
     }
     if (read) {
         require(toCurrency(QVariant::fromValue(money)) == money, "money as a value is the same");
-        fuzz::succeeds({error::overflow}, [&] { require(money + money - money == money, "sums are exact"); });
         format(money, u"###,##0.00"_s);
         fuzz::succeeds({error::overflow}, [&] { formatCurrency(money); });
     }
@@ -138,29 +137,27 @@ void tryWriting(double value) {
             "fifteen digits are kept");
     require(numberText(again) == text, "writing again changes nothing");
     for (int decimals = 0; decimals <= 4; ++decimals) {
-        const QString rounded = roundedText(value, decimals);
+        const QString picture = decimals == 0 ? u"##0"_s : u"##0."_s + QString(decimals, u'0');
+        const QString rounded = format(value, picture);
         require(std::abs(valueOf(rounded) - value) <= 0.5 * std::pow(10, -decimals) + std::abs(value) * 6e-15,
                 "a rounded text is the nearest");
         require(rounded.section(u'.', 1).size() == decimals, "a rounded text has its decimals");
-        const QString picture = decimals == 0 ? u"##0"_s : u"##0."_s + QString(decimals, u'0');
-        require(format(value, picture) == rounded, "the picture shows the rounded digits");
         require(format(value, u"#,"_s + picture).remove(u',') == rounded, "groups change no digit");
     }
 }
 
 /// What a NULL-proof reading gives: the number with a 0 in front, which no negative one survives.
 void tryWithZero(const QString& text) {
-    double value = 0;
-    const QString joined = u'0' + text;
-    const bool read =
-        fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = nullDouble(QVariant(text)); });
-    const auto whole = wholeNumber(trimmed(joined));
-    require(read == (text.startsWith(u'-')
-                         ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
-                         : whole && std::isfinite(valueOf(trimmed(joined)))),
-            "with a 0 in front a number is read, and nothing else");
-    require(!read || value == (text.startsWith(u'-') ? 0 : valueOf(trimmed(joined))),
-            "the 0 in front changes no value");
+    const auto money = [](Currency& value, const auto& reading) {
+        return fuzz::succeeds({error::typeMismatch, error::overflow}, [&] { value = reading(); });
+    };
+    Currency value, expected;
+    const bool read = money(value, [&] { return nullCurrency(QVariant(text)); });
+    const bool readable = text.startsWith(u'-')
+                              ? wholeNumber(trimmed(text)) && std::isfinite(valueOf(trimmed(text)))
+                              : money(expected, [&] { return Currency::fromText(u'0' + text); });
+    require(read == readable, "with a 0 in front a number is read, and nothing else");
+    require(!read || value == expected, "the 0 in front changes no value");
 }
 
 void tryPictures(const QString& text) {

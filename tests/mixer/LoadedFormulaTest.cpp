@@ -42,7 +42,6 @@ TEST(LoadedFormula, CustomMixStepByStep) {
     const auto formula = loaded(formulaDocument(mix(goodStep + step("24", "12", "00:00:00", "255"))));
     EXPECT_EQ(formula.name, "Hydrocortisone 1% Cream");
     EXPECT_EQ(formula.quantity, 250);
-    EXPECT_EQ(formula.jarName(), "300 ml");
     EXPECT_EQ(formula.programme,
               (protocol::Programme{{}, 9, 7, 250, 2, 3, {{1200, 1200, 600, 0}, {24, 12, 0, 255}}}));
     EXPECT_TRUE(formula.warnings.empty());

@@ -163,7 +163,7 @@ TEST_F(FormulaLinesTest, WithTheShortListNothingCanBeCopiedOrMade) {
     formula->deleteChemical(3);
     EXPECT_FALSE(clsFormula().copyFormula(formula));
     expectReport("clsFormula:copyFormula");
-    const double before = platform::nullDouble(formula->Chemical->value("fch_Qty"));
+    const double before = formula->Chemical->value("fch_Qty").toDouble();
     EXPECT_THROW(formula->makeQuantity(20), platform::RuntimeError);
     EXPECT_DOUBLE_EQ(before, 1.2345);
     EXPECT_EQ(str(platform::nullText(formula->Chemical->value("fch_Qty"))), "2.469");

@@ -121,7 +121,7 @@ TEST_F(ScalingPropertyTest, AnyBaseIsWithinHalfAStep) {
         store(base, {{amount, 10000, 0}});
         const auto formula = scaled(1, make);
         const double exact = static_cast<double>(amount) / 10000 * make / base;
-        EXPECT_NEAR(platform::nullDouble(formula->Chemical->valueAt(0, 2)), exact, 0.0005 + 1e-9);
+        EXPECT_NEAR(formula->Chemical->valueAt(0, 2).toDouble(), exact, 0.0005 + 1e-9);
     }
 }
 

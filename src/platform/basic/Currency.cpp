@@ -18,8 +18,6 @@ namespace {
 constexpr int decimals = 4;
 constexpr double lastWholeUnit = 922337203685477.0;
 
-[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
-
 std::int64_t counted(Decimal decimal) {
     decimal.round(decimals, Decimal::Tie::even);
     constexpr int longest = 19;  // digits of the largest count
@@ -79,20 +77,6 @@ QString Currency::toText() const {
             text.chop(1);
     }
     return text;
-}
-
-Currency Currency::operator+(Currency other) const {
-    std::int64_t sum = 0;
-    if (__builtin_add_overflow(m_count, other.m_count, &sum))
-        throwOverflow();
-    return fromTenThousandths(sum);
-}
-
-Currency Currency::operator-(Currency other) const {
-    std::int64_t difference = 0;
-    if (__builtin_sub_overflow(m_count, other.m_count, &difference))
-        throwOverflow();
-    return fromTenThousandths(difference);
 }
 
 }  // namespace platform

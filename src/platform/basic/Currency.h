@@ -33,9 +33,6 @@ public:
 
     /// Product in floating point, then fromDouble.
     Currency operator*(double factor) const { return fromDouble(toDouble() * factor); }
-    /// Exact; throw overflow outside the 64-bit range.
-    Currency operator+(Currency other) const;
-    Currency operator-(Currency other) const;
     constexpr auto operator<=>(const Currency&) const = default;
 
 private:

@@ -17,8 +17,6 @@ namespace {
 
 constexpr double secondsADay = 86400;
 
-[[noreturn]] void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
-
 /// Dates go from the year 100 to the year 9999, as the stored ones do.
 bool inRange(const QDateTime& date) {
     return date.isValid() && date.date().year() >= 100 && date.date().year() <= 9999;

@@ -17,9 +17,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-[[noreturn]] void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
-[[noreturn]] void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
-
 /// A text that is a number as a whole; infinite when it is beyond the range, 0 when it is too small.
 double parsed(QByteArray number) {
     if (number.startsWith('+'))
@@ -114,12 +111,6 @@ QString numberText(double value) {
     text += exponent < 0 ? "E-" : "E+";
     text += QByteArray::number(std::abs(exponent)).rightJustified(2, '0');
     return QString::fromLatin1(text);
-}
-
-QString roundedText(double value, int decimals) {
-    Decimal decimal = Decimal::fromDouble(value);
-    decimal.round(decimals, Decimal::Tie::away);
-    return QString::fromLatin1(decimal.fixed(decimals));
 }
 
 double quotient(double dividend, double divisor) {

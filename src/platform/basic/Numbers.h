@@ -32,10 +32,6 @@ std::int32_t toInt32(const QVariant& value);
 /// 0.0001 with an exponent of two digits at least: "1E+15", "1.5E-05". Throws overflow for infinity.
 QString numberText(double value);
 
-/// Rounds half away from zero on the decimal text of 15 significant digits (1.0005 to 3 places is 1.001).
-/// Gives the digits with exactly that many decimals, e.g. "1.001"; no exponent, and no sign on zero. decimals 0 to 10.
-QString roundedText(double value, int decimals);
-
 /// quotient as 64-bit floating point; throws divisionByZero when the divisor is 0,
 /// overflow when the result is beyond the range.
 double quotient(double dividend, double divisor);

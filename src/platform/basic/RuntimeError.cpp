@@ -26,4 +26,8 @@ RuntimeError currentError() {
     }
 }
 
+void throwOverflow() { throw RuntimeError(error::overflow, u"Overflow"_s); }
+
+void throwTypeMismatch() { throw RuntimeError(error::typeMismatch, u"Type mismatch"_s); }
+
 }  // namespace platform

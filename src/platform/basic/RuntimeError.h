@@ -58,6 +58,9 @@ private:
 /// standard exceptions become number 5 with their text).
 RuntimeError currentError();
 
+[[noreturn]] void throwOverflow();
+[[noreturn]] void throwTypeMismatch();
+
 /// Throws objectNotSet when the pointer is empty; otherwise gives the object.
 template <class Pointer>
 auto& deref(const Pointer& pointer) {

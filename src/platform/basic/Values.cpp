@@ -50,7 +50,6 @@ QString zeroText(const QVariant& value) { return u'0' + nullText(value); }
 
 std::int16_t nullInt16(const QVariant& value) { return toInt16(readableNumber(value)); }
 std::int32_t nullInt32(const QVariant& value) { return toInt32(readableNumber(value)); }
-double nullDouble(const QVariant& value) { return toDouble(readableNumber(value)); }
 Currency nullCurrency(const QVariant& value) {
     // The text of a number has 15 digits, which may lie beyond the greatest amount where the number does not.
     if (value.typeId() == QMetaType::Double && value.toDouble() >= 0)

@@ -18,12 +18,11 @@ QString valueText(const QVariant& value);
 QString nullText(const QVariant& value);
 
 /// The digit 0 joined in front of the value, then converted: NULL reads as 0. A negative value does not
-/// survive the 0 in front and reads as 0. Numbers pass through their default rendering, so a double comes
-/// back with 15 significant digits. Throws typeMismatch on what is no number then (a flag, a date, other
+/// survive the 0 in front and reads as 0. Numbers pass through their default rendering of 15
+/// significant digits. Throws typeMismatch on what is no number then (a flag, a date, other
 /// text) and overflow beyond the type's range.
 std::int16_t nullInt16(const QVariant& value);
 std::int32_t nullInt32(const QVariant& value);
-double nullDouble(const QVariant& value);
 Currency nullCurrency(const QVariant& value);
 
 /// The digit 0 joined in front of the value, as text ("0" for NULL, "012.5", "0-3").

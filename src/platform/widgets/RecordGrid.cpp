@@ -10,7 +10,6 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -178,11 +177,6 @@ void RecordGrid::showRow(int row) {
     scrollTo(currentIndex());
 }
 
-void RecordGrid::setEmptyText(const QString& text) {
-    m_emptyText = text;
-    viewport()->update();
-}
-
 // The bar takes its height from the rows while the columns need it.
 int RecordGrid::barHeight() const {
     const QScrollBar* bar = horizontalScrollBar();
@@ -252,15 +246,6 @@ void RecordGrid::keyPressEvent(QKeyEvent* event) {
         event->ignore();
     else if (currentIndex().isValid() && currentIndex().row() + 1 < m_model->rowCount())
         setCurrentIndex(currentIndex().siblingAtRow(currentIndex().row() + 1));
-}
-
-void RecordGrid::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
-    if (m_model->rowCount() > 0 || m_emptyText.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(theme().secondaryText);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
 }
 
 }  // namespace platform

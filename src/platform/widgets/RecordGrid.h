@@ -62,8 +62,6 @@ public:
     int selectedCount() const;
     /// Makes the row the current one, marked, and brings it into view; a row that is not there does nothing.
     void showRow(int row);
-    /// Said in the middle of the grid while it has no rows.
-    void setEmptyText(const QString& text);
 
     /// As high as its rows, between three and forty of them, and its horizontal scroll bar.
     QSize sizeHint() const override;
@@ -74,7 +72,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     bool focusNextPrevChild(bool next) override;
@@ -88,7 +85,6 @@ private:
 
     RecordModel* m_model;
     RecordDelegate* m_delegate;
-    QString m_emptyText;
 };
 
 }  // namespace platform

@@ -80,8 +80,6 @@ TEST(Currency, OutsideTheRangeOverflows) {
     EXPECT_RAISES(Currency::fromText("1e400"), error::overflow);
     EXPECT_RAISES(Currency::fromDouble(1e15), error::overflow);
     EXPECT_RAISES(Currency::fromDouble(std::nan("")), error::overflow);
-    EXPECT_RAISES(Currency::fromTenThousandths(most) + Currency::fromTenThousandths(1), error::overflow);
-    EXPECT_RAISES(Currency::fromTenThousandths(least) - Currency::fromTenThousandths(1), error::overflow);
     EXPECT_RAISES(Currency::fromDouble(9e14) * 2, error::overflow);
 }
 
@@ -120,16 +118,6 @@ TEST(Currency, DoubleReadsBackWithinFifteenDigits) {
         const Currency money = Currency::fromTenThousandths(counts(random));
         ASSERT_EQ(Currency::fromDouble(money.toDouble()), money) << money.tenThousandths();
     }
-}
-
-TEST(Currency, SumsStayExact) {
-    Currency sum;
-    for (int i = 0; i < 10000; ++i)
-        sum = sum + Currency::fromText("0.1");
-    EXPECT_EQ(sum.toText(), u"1000"_s);
-    for (int i = 0; i < 10000; ++i)
-        sum = sum - Currency::fromText("0.1");
-    EXPECT_EQ(sum, Currency());
 }
 
 TEST(Currency, ProductIsFloatingPointThenRounded) {

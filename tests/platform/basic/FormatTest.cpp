@@ -69,6 +69,31 @@ TEST(Format, Numbers) {
     EXPECT_RAISES(format(std::nan(""), "0"), error::overflow);
 }
 
+TEST(Format, RoundsHalfAwayFromZeroOnTheDecimalText) {
+    struct Row {
+        double value;
+        const char* picture;
+        const char* text;
+    };
+    const Row rows[] = {
+        {1.0005, "0.000", "1.001"},
+        {1.2345 * 2.5, "0.000", "3.086"},
+        {3.086 * 2.0, "0.00", "6.17"},
+        {2.675, "0.00", "2.68"},
+        {-2.675, "0.00", "-2.68"},
+        {1.005, "0.00", "1.01"},
+        {0.5, "0", "1"},
+        {1e21, "0.0", "1000000000000000000000.0"},
+        {10, "0.0000000000", "10.0000000000"},
+        {0.285, "0.00", "0.29"},
+        {1.115, "0.00", "1.12"},
+        {5 * 2.0, "0.000", "10.000"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(format(row.value, QString(row.picture)), QString(row.text));
+    EXPECT_RAISES(format(std::nan(""), u"0.00"_s), error::overflow);
+}
+
 TEST(Format, TextAroundTheDigits) {
     struct Row {
         double value;

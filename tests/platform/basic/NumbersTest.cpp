@@ -129,7 +129,6 @@ TEST(Numbers, DefaultTextKeepsThePointUnderAForeignLocale) {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_EQ(numberText(2.5), u"2.5"_s);
     EXPECT_EQ(toDouble(u"2.5"_s), 2.5);
-    EXPECT_EQ(roundedText(1234.5, 2), u"1234.50"_s);
     EXPECT_RAISES(toDouble(u"2,5"_s), error::typeMismatch);
     QLocale::setDefault(QLocale::c());
 }
@@ -145,34 +144,6 @@ TEST(Numbers, DefaultTextReadsBackToFifteenDigits) {
         ASSERT_NEAR(back, value, std::abs(value) * 1e-14) << text.toStdString();
         ASSERT_EQ(numberText(back), text);
     }
-}
-
-TEST(Numbers, RoundedText) {
-    struct Row {
-        double value;
-        int decimals;
-        const char* text;
-    };
-    const Row rows[] = {
-        {1.0005, 3, "1.001"},
-        {1.2345 * 2.5, 3, "3.086"},
-        {6.172, 2, "6.17"},
-        {3.086 * 2.0, 2, "6.17"},
-        {2.675, 2, "2.68"},
-        {-2.675, 2, "-2.68"},
-        {1.005, 2, "1.01"},
-        {0, 3, "0.000"},
-        {0.5, 0, "1"},
-        {-0.0004, 3, "0.000"},
-        {1e21, 1, "1000000000000000000000.0"},
-        {10, 10, "10.0000000000"},
-        {0.285, 2, "0.29"},
-        {1.115, 2, "1.12"},
-        {5 * 2.0, 3, "10.000"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(roundedText(row.value, row.decimals), QString(row.text));
-    EXPECT_RAISES(roundedText(std::nan(""), 2), error::overflow);
 }
 
 TEST(Numbers, Quotient) {

@@ -193,7 +193,6 @@ QFrame* gridCard(bool locked, const SampleRows& rows, QWidget* parent) {
                       {"Made", "Date", 150, false, false, {}}});
     grid->setAllowUpdate(!locked);
     grid->setDataSource(rows.open());
-    grid->setEmptyText("No ingredients");
     if (!locked)
         grid->selectRow(1);
     column->addWidget(grid);

@@ -361,7 +361,6 @@ TEST_F(Grids, NoSetAndAnEmptySet) {
     EXPECT_FALSE(grid->currentValue(Key).isValid());
     EXPECT_TRUE(grid->commitEdit());
     const support::SampleRows empty(0);
-    grid->setEmptyText("No ingredients");
     grid->setDataSource(empty.open());
     EXPECT_EQ(grid->model()->rowCount(), 0);
     EXPECT_EQ(grid->selectedCount(), 0);
