@@ -24,7 +24,7 @@ namespace sorvanto {
 namespace {
 
 constexpr int batchesBetweenCopies = 50;
-constexpr int pollingPause = 20;       // milliseconds, while a copy is being made
+constexpr int askingPause = 20;        // milliseconds, while a copy is being made
 constexpr int looksAfterFailure = 60;  // an hour, instead of a report a minute
 
 QString folder() { return platform::programFolder() + u"\\backups"_s; }
@@ -91,7 +91,7 @@ DailyBackup::DailyBackup(int startDelay, int interval) : m_startDelay(startDelay
             reportCurrentError(u"DailyBackup:copy"_s);
         }
         m_looked = true;
-        m_timer.start(m_job.valid() ? pollingPause : pause);
+        m_timer.start(m_job.valid() ? askingPause : pause);
     });
 }
 

@@ -59,7 +59,7 @@ const Case& caseOf(DatabaseState state) {
     return found == cases.end() ? cases.back() : *found;
 }
 
-QString momentText(const QDateTime& made) {
+QString madeText(const QDateTime& made) {
     const QString time = made.toString(u"hh:mm"_s);
     if (made.date() == platform::today().date())
         return translated(u"Copy of today %1, checked."_s).replace(u"%1"_s, time);
@@ -68,7 +68,7 @@ QString momentText(const QDateTime& made) {
 }
 
 QStringList offerOf(const GoodCopy& copy, DatabaseState state) {
-    QStringList texts{momentText(copy.made)};
+    QStringList texts{madeText(copy.made)};
     texts << translated(u"Batches in the copy: %1."_s).replace(u"%1"_s, QString::number(copy.batches));
     if (const auto missing = copy.unknownToIt.size(); missing > 0)
         texts << translated(

@@ -17,20 +17,11 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::sqlite::number;
+using platform::sqlite::run;
 using platform::sqlite::Statement;
 
-void run(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    while (statement.step()) {
-    }
-}
-
-std::int64_t number(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    return statement.step() ? statement.integer(0) : 0;
-}
-
-[[noreturn]] void refuse(const QString& why, const QString& statement = {}) {
+[[noreturn]] void refuseStep(const QString& why, const QString& statement = {}) {
     throw platform::RuntimeError(platform::error::general, why, u"DatabaseUpdater"_s, statement);
 }
 
@@ -60,7 +51,7 @@ void apply(sqlite3* database, const std::vector<UpdateStep>& steps) {
             run(database, statement);
     }
     if (number(database, u"SELECT count(*) FROM pragma_foreign_key_check"_s) != 0)
-        refuse(u"The updated tables break a relation"_s);
+        refuseStep(u"The updated tables break a relation"_s);
     run(database, u"PRAGMA user_version = %1"_s.arg(versionNumber(steps.back().to)));
     transaction.commit();
 }

@@ -40,7 +40,7 @@ QString technicalText(const ErrorReport& report) {
 }
 
 /// Room for the widest of the names before the values.
-qreal nameWidth(const QFontMetrics& metrics) {
+qreal tabWidth(const QFontMetrics& metrics) {
     int widest = 0;
     for (const char* name : {"When", "Procedure", "Number", "Source", "Description", "Statement"})
         widest = qMax(widest, metrics.horizontalAdvance(translated(name)));
@@ -74,7 +74,7 @@ ErrorReportList::ErrorReportList(std::weak_ptr<ErrorReporter> reporter, QWidget*
     m_text->setAccessibleName(translated(u"Details"_s));
     m_text->setReadOnly(true);
     m_text->setMaximumHeight(20 * platform::grid);
-    m_text->setTabStopDistance(nameWidth(m_text->fontMetrics()));
+    m_text->setTabStopDistance(tabWidth(m_text->fontMetrics()));
     auto* details = new QLabel(translated(u"Details"_s), this);
     details->setBuddy(m_text);
 

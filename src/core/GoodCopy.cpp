@@ -52,7 +52,7 @@ std::vector<KeptCopy> candidates(const QString& identity) {
     return all;
 }
 
-std::int64_t count(const platform::Connection& connection, const QString& lot) {
+std::int64_t batchesOf(const platform::Connection& connection, const QString& lot) {
     const bool all = lot.isNull();
     platform::sqlite::Statement rows(
         connection.handle(),
@@ -72,8 +72,8 @@ std::optional<GoodCopy> checked(const KeptCopy& kept, const QString& identity) {
     if (!own || !own->identity.startsWith(identity))
         return {};
     const QDateTime made(kept.made.date(), kept.made.time(), Qt::UTC);
-    GoodCopy copy{kept.path, made, count(connection, QString()), mixesLoggedSince(made)};
-    std::erase_if(copy.unknownToIt, [&](const LoggedMix& mix) { return count(connection, mix.lot) > 0; });
+    GoodCopy copy{kept.path, made, batchesOf(connection, QString()), mixesLoggedSince(made)};
+    std::erase_if(copy.unknownToIt, [&](const LoggedMix& mix) { return batchesOf(connection, mix.lot) > 0; });
     return copy;
 }
 

@@ -16,7 +16,7 @@ namespace sorvanto {
 
 namespace {
 
-constexpr int widestText = 420;  // pixels
+constexpr int widestItem = 420;  // pixels
 
 /// Of today the time alone.
 QString timeText(const QDateTime& when) {
@@ -56,7 +56,7 @@ void NewsList::addRow(int row, const News::Item& item) {
     auto* text = new QLabel(this);
     text->setObjectName(u"lblNews%1"_s.arg(row));
     text->setTextFormat(Qt::PlainText);
-    text->setText(text->fontMetrics().elidedText(item.happening.text, Qt::ElideMiddle, widestText));
+    text->setText(text->fontMetrics().elidedText(item.happening.text, Qt::ElideMiddle, widestItem));
     text->setToolTip(item.happening.text);
     text->setAccessibleName(item.happening.text);
     auto* buttons = new QHBoxLayout;

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int wideWindow = 1600;
 constexpr QSize buttonSize(38, 38);
-constexpr int pictureSize = 22;
+constexpr int buttonPicture = 22;
 constexpr auto besideSetting = "window/recordList";
 
 QAction* keyAction(QMainWindow& window, const QKeySequence& keys) {
@@ -43,7 +43,7 @@ RecordListPlace::RecordListPlace(QMainWindow& window, platform::CommandBar& bar)
     m_button->setObjectName(u"cmdRecordList"_s);
     m_button->setCheckable(true);
     m_button->setFixedSize(buttonSize);
-    m_button->setIconSize({pictureSize, pictureSize});
+    m_button->setIconSize({buttonPicture, buttonPicture});
     m_button->setIcon(platform::icon(u"list"_s));
     m_button->setFocusPolicy(Qt::NoFocus);
     m_bar.addAtEnd(u"MainBar"_s, *m_button);

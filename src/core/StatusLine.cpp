@@ -32,7 +32,7 @@ namespace sorvanto {
 namespace {
 
 constexpr QSize dividerSize(1, 12);
-constexpr int pictureSize = 14;
+constexpr int copySignSize = 14;
 constexpr int daysOfACopy = 1;  // that of yesterday is replaced soon after the start
 
 QWidget* divider(QStatusBar& bar) {
@@ -158,7 +158,7 @@ void StatusLine::showCopy() {
     const platform::Theme& colors = platform::theme();
     m_copyPicture->setPixmap(
         platform::icon(good ? u"check"_s : u"warning"_s, good ? colors.good : colors.warning)
-            .pixmap(pictureSize, pictureSize));
+            .pixmap(copySignSize, copySignSize));
     platform::setLook(*m_copy, "caution", !good);
     m_copy->setText(text);
     m_copy->setToolTip(copies.empty() ? QString() : copies.front().path);

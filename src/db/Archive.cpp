@@ -21,21 +21,12 @@ namespace {
 
 using platform::Connection;
 using platform::RuntimeError;
+using platform::sqlite::number;
+using platform::sqlite::run;
 using platform::sqlite::Statement;
 
 [[noreturn]] void refuse(const QString& why) {
     throw RuntimeError(platform::error::general, why, u"Archive"_s);
-}
-
-void run(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    while (statement.step()) {
-    }
-}
-
-std::int64_t number(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    return statement.step() ? statement.integer(0) : 0;
 }
 
 QString text(sqlite3* database, const QString& sql) {

@@ -17,8 +17,8 @@ namespace sorvanto {
 
 namespace {
 
+using platform::asText;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 struct Shape {
     QMap<QString, QMap<QString, QString>> columns;  ///< table, column: declared type

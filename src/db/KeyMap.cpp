@@ -11,8 +11,9 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::asText;
+using platform::sqlite::run;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 struct Table {
     const char* name;
@@ -33,12 +34,6 @@ QString filled(const char* sql, const Table& table) {
     return QString::fromLatin1(sql)
         .replace("%1"_L1, QLatin1String(table.name))
         .replace("%2"_L1, QLatin1String(table.key));
-}
-
-void run(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    while (statement.step()) {
-    }
 }
 
 QStringList columnsOf(sqlite3* database, const Table& table) {

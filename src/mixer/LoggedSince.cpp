@@ -1,9 +1,9 @@
 // Journals of the folder "mixes/closed", read one by one.
 #include "mixer/LoggedSince.h"
 
+#include "mixer/JournalFile.h"
 #include "mixer/ResultsDocument.h"
 #include "mixer/protocol/Messages.h"
-#include "platform/basic/Paths.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QDir>
@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-QString folder() { return platform::programFolder() + u"/mixes"_s; }
+using journal_file::closedFolder;
+using journal_file::folder;
 
 /// Local time as the program's clock tells it.
 QDateTime closedAt(const QFileInfo& file) {
@@ -35,7 +36,7 @@ QString lotIn(const platform::XmlNode& root) {
 
 std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment) {
     std::vector<LoggedMix> found;
-    const QDir closed(folder() + u"/closed"_s);
+    const QDir closed(closedFolder());
     for (const QFileInfo& file :
          closed.entryInfoList({u"*.xml"_s}, QDir::Files | QDir::NoSymLinks, QDir::Name)) {
         if (closedAt(file) < moment)

@@ -13,7 +13,7 @@ namespace {
 
 using platform::sqlite::Statement;
 
-const platform::ColumnType asText{platform::FieldKind::Text, 0};
+using platform::asText;
 
 /// The lines that a row still lacks; nothing when those that it has are not the first of the signed ones.
 std::optional<QJsonArray> missingLines(const QJsonArray& standing, const QJsonArray& asSigned) {

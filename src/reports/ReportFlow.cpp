@@ -1,6 +1,8 @@
 #include "reports/ReportFlow.h"
 
+#include "config/clsOptions.h"
 #include "platform/basic/Paths.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ReportHooks.h"
 #include "platform/report/SpreadsheetExport.h"
@@ -9,6 +11,7 @@
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
+#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +34,8 @@ void preview(std::unique_ptr<platform::Report> report) {
 }
 
 }  // namespace
+
+QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter(); }
 
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName) {
     if (!exportIt)

@@ -9,6 +9,9 @@
 
 namespace sorvanto {
 
+/// The printer that the options name.
+QString defaultPrinter();
+
 /// Shows the report in the preview, or with exportIt runs it without showing and writes the spreadsheet
 /// named by the literal ("\Worksheet.xls") beside the program, over an existing one, without a word.
 /// Throws when the export fails.

@@ -19,7 +19,7 @@ using platform::field;
 using platform::label;
 using platform::line;
 
-std::vector<Control> groupHeaderControls() {
+std::vector<Control> worksheetHeader() {
     std::vector<Control> controls{
         sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
         label("txtDateMade", 2340, 0, 1350, 270, "___/___/_____"),
@@ -51,7 +51,7 @@ std::vector<Control> groupHeaderControls() {
 std::vector<platform::Section> worksheet() {
     return {
         batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold().asName("Formula Name")}),
-        {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
+        {platform::SectionKind::GroupHeader, 1605, worksheetHeader()},
         batchDetail(270,
                     {
                         field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name").asName("Chemical"),

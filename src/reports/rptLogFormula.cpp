@@ -16,7 +16,7 @@ using platform::field;
 using platform::label;
 using platform::line;
 
-std::vector<Control> groupHeaderControls() {
+std::vector<Control> logHeader() {
     std::vector<Control> controls{
         sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
         field("txtDateMade", 2880, 0, 2520, 270),
@@ -51,7 +51,7 @@ std::vector<platform::Section> formulaLog() {
     return {
         batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold().asName("Formula Name"),
                                field("txtFormulaType", 5760, 630, 4230, 270)}),
-        {platform::SectionKind::GroupHeader, 1605, groupHeaderControls()},
+        {platform::SectionKind::GroupHeader, 1605, logHeader()},
         batchDetail(285,
                     {
                         field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").asName("Chemical"),

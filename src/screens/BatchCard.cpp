@@ -1,6 +1,5 @@
 #include "screens/BatchCard.h"
 
-#include "config/clsOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "records/clsFormula.h"
 #include "reports/ReportFlow.h"
@@ -19,8 +18,6 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 
 namespace {
-
-QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter(); }
 
 /// Reads the batch anew: much may have been done since it was logged.
 void withBatch(std::int16_t key, const QString& lot, void (*print)(const clsLogPtr&, bool)) {

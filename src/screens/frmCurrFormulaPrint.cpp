@@ -1,5 +1,4 @@
 // The worksheet of the current formula screen: the batch as last made, without a question.
-#include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "reports/ReportFlow.h"
@@ -7,7 +6,6 @@
 #include "screens/frmCurrFormula.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmCurrFormula.h"
 
 namespace sorvanto {
@@ -19,7 +17,7 @@ void frmCurrFormula::printFormula() {
             return;
         }
         auto report = std::make_unique<rptFormula>();
-        report->printerName = platform::deref(basMain::Options).DefPrinter();
+        report->printerName = defaultPrinter();
         const clsFormulaPtr copy = clsFormula().openFormula(m_formula->FormulaID, QString());
         platform::deref(copy).makeQuantity(m_formula->makeQuantity());
         report->setFormula(copy);

@@ -1,5 +1,4 @@
 // The worksheet of the formula screen: the quantity is asked first, the stored formula is printed.
-#include "config/clsOptions.h"
 #include "mixing/frmMake.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
@@ -7,7 +6,6 @@
 #include "reports/rptFormula.h"
 #include "screens/frmFormula.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 namespace sorvanto {
 
@@ -25,7 +23,7 @@ void frmFormula::printFormula(bool exportIt) {
         }
         if (quantity > 0) {
             auto report = std::make_unique<rptFormula>();
-            report->printerName = platform::deref(basMain::Options).DefPrinter();
+            report->printerName = defaultPrinter();
             copy->makeQuantity(platform::toInt16(quantity));
             report->setFormula(copy);
             runReport(std::move(report), exportIt, "\\Worksheet.xls");

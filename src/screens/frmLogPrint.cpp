@@ -1,5 +1,4 @@
 // The four print commands of the log screen, each as preview or as a spreadsheet.
-#include "config/clsOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptJarUsage.h"
@@ -11,12 +10,6 @@
 #include "ui_frmLog.h"
 
 namespace sorvanto {
-namespace {
-
-QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter(); }
-
-}  // namespace
-
 void frmLog::printLog(bool exportIt) {
     guarded("frmLog:printLog", [&] {
         printFormulaLog(platform::deref(m_log).copy(), exportIt);

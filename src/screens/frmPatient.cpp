@@ -60,7 +60,7 @@ const std::vector<RecordFields<clsPatient>::Row> patientFields{
     {&clsPatient::pat_Notes, "txtpat_Notes", "lblpat_Notes", "Notes"},
 };
 
-constexpr int costColumn = 4;
+constexpr int rxCostColumn = 4;
 constexpr int priceColumn = 5;
 
 }  // namespace
@@ -194,7 +194,7 @@ void frmPatient::fillForm() {
         const clsPatient& patient = platform::deref(m_patient);
         showCaption("Patients", patient.pat_LName + ", " + patient.pat_FName);
         const QString money = optionsPricePicture();
-        m_ui->grdRXs->setNumberFormat(costColumn, money);
+        m_ui->grdRXs->setNumberFormat(rxCostColumn, money);
         m_ui->grdRXs->setNumberFormat(priceColumn, money);
         m_fields.show(patient);
         m_ui->grdRXs->setDataSource(patient.RXs);

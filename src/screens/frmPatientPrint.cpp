@@ -1,5 +1,4 @@
 // The print commands of the patient screen: prescription labels and the prescription report.
-#include "config/clsOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
@@ -40,7 +39,7 @@ void frmPatient::printRX(bool exportIt) {
 void frmPatient::printRXReport(bool exportIt) {
     guarded("frmPatient:printRXReport", [&] {
         auto report = std::make_unique<rptPatient>();
-        report->printerName = platform::deref(basMain::Options).DefPrinter();
+        report->printerName = defaultPrinter();
         report->PatientID(platform::deref(m_patient).PatientID);
         if (!basMain::reportCancelled)
             runReport(std::move(report), exportIt, "\\RXReport.xls");

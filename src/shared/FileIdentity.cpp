@@ -11,12 +11,12 @@ namespace sorvanto {
 std::optional<FileIdentity> readFileIdentity(const platform::Connection& connection) {
     if (connection.state() == 0)
         return {};
-    const platform::ColumnType text{platform::FieldKind::Text, 0};
     try {
         platform::sqlite::Statement row(
             connection.handle(), u"SELECT fid_Identity, fid_Parent, fid_Changes FROM FileIdentity"_s, {});
         if (row.step())
-            return FileIdentity{row.value(0, text).toString(), row.value(1, text).toString(), row.integer(2)};
+            return FileIdentity{row.value(0, platform::asText).toString(),
+                                row.value(1, platform::asText).toString(), row.integer(2)};
     } catch (const platform::RuntimeError&) {
         // An older file has no such table; one that can't be read is told where its records are read.
     }

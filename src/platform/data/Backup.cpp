@@ -84,18 +84,17 @@ private:
 int askCancelled(void* cancelled) { return (*static_cast<const Cancelled*>(cancelled))() ? 1 : 0; }
 
 void collectProblems(sqlite3* database, QStringList& problems) {
-    const ColumnType text{FieldKind::Text, 0};
     sqlite::Statement integrity(database, u"PRAGMA integrity_check"_s, {});
     while (integrity.step()) {
-        const QString line = integrity.value(0, text).toString();
+        const QString line = integrity.value(0, asText).toString();
         if (line != "ok"_L1)
             problems << line;
     }
     sqlite::Statement relations(database, u"PRAGMA foreign_key_check"_s, {});
     while (relations.step())
         problems << u"Row %1 of %2 refers to a row of %3 that is not there"_s.arg(
-            relations.value(1, text).toString(), relations.value(0, text).toString(),
-            relations.value(2, text).toString());
+            relations.value(1, asText).toString(), relations.value(0, asText).toString(),
+            relations.value(2, asText).toString());
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ Operand ExpressionRewriter::primary(std::size_t i) {
     if (m_tokens.at(i, Kind::Date))
         return {i, i + 1, Type::Date};
     if (!m_tokens.nameAt(i))
-        refuse(u"Syntax error: an operand is missing"_s);
+        refuseStatement(u"Syntax error: an operand is missing"_s);
     return named(i);
 }
 
@@ -108,7 +108,7 @@ Operand ExpressionRewriter::parenthesis(std::size_t open) {
 Operand ExpressionRewriter::named(std::size_t i) {
     const Token& token = m_tokens[i];
     if (m_tokens.at(i, Kind::Name) && isForeignWord(token))
-        refuse(u"Syntax error at %1"_s.arg(token.text));
+        refuseStatement(u"Syntax error at %1"_s.arg(token.text));
     if (m_tokens.at(i, Kind::Name) && m_tokens.at(i + 1, Kind::Open))
         return called(i);
     if (m_tokens.at(i + 1, Kind::Dot))
@@ -128,7 +128,7 @@ Operand ExpressionRewriter::called(std::size_t i) {
     }
     const auto written = writtenFunction(m_tokens[i]);
     if (!written)
-        refuse(u"Undefined function '%1' in expression"_s.arg(m_tokens[i].text.left(80)));
+        refuseStatement(u"Undefined function '%1' in expression"_s.arg(m_tokens[i].text.left(80)));
     const bool overRows = written->isEmpty();
     if (!overRows)
         m_writer.replace(i, *written);
@@ -144,7 +144,7 @@ Operand ExpressionRewriter::called(std::size_t i) {
         ++next;
     }
     if (overRows && arguments > 1)
-        refuse(u"Wrong number of arguments: %1"_s.arg(m_tokens[i].text));
+        refuseStatement(u"Wrong number of arguments: %1"_s.arg(m_tokens[i].text));
     return {i, close + 1};
 }
 

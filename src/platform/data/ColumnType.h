@@ -24,6 +24,9 @@ struct ColumnType {
     QVariant convert(const QVariant& value) const;
 };
 
+/// Whatever the engine holds, as a text.
+inline constexpr ColumnType asText{FieldKind::Text, 0};
+
 /// A converted value as a literal of SQLite: 'text', 12.5, NULL.
 QString sqlLiteral(const QVariant& value);
 

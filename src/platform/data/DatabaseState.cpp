@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-constexpr int patienceMs = 200;
+constexpr int lookPatienceMs = 200;
 
 DatabaseState stateWithoutFile(const QFileInfo& file) {
     const QDir folder = file.absoluteDir();
@@ -60,7 +60,7 @@ DatabaseState databaseState(const QString& path) {
     int code = sqlite3_open_v2(file.absoluteFilePath().toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE,
                                nullptr);
     const std::unique_ptr<sqlite3, int (*)(sqlite3*)> database(opened, sqlite3_close);
-    sqlite3_busy_timeout(opened, patienceMs);
+    sqlite3_busy_timeout(opened, lookPatienceMs);
     if (code == SQLITE_OK)
         code = sqlite3_exec(opened, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
     return stateOf(code);

@@ -20,8 +20,6 @@ namespace {
 using Kind = Token::Kind;
 using Tokens = std::vector<Token>;
 
-[[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
-
 StatementKind kindOf(const Tokens& tokens) {
     if (!tokens.empty()) {
         if (tokens.front().isWord("SELECT"))
@@ -33,7 +31,7 @@ StatementKind kindOf(const Tokens& tokens) {
         if (tokens.front().isWord("DELETE"))
             return StatementKind::Delete;
     }
-    refuse(u"A statement begins with SELECT, INSERT, UPDATE or DELETE"_s);
+    refuseStatement(u"A statement begins with SELECT, INSERT, UPDATE or DELETE"_s);
 }
 
 /// Converts the values of an INSERT or UPDATE to the types of their columns.

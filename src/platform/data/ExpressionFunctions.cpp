@@ -84,9 +84,9 @@ void fail(sqlite3_context* context, const RuntimeError& failure) {
 }
 
 using Values = std::vector<QVariant>;
-using Function = QVariant (*)(const Values&);
+using Calculation = QVariant (*)(const Values&);
 
-template <Function function>
+template <Calculation function>
 void call(sqlite3_context* context, int count, sqlite3_value** arguments) {
     try {
         Values values;
@@ -104,7 +104,7 @@ void installStep(sqlite3* database, const char* name, int count,
                                nullptr, step, nullptr, nullptr, nullptr);
 }
 
-template <Function function>
+template <Calculation function>
 void install(sqlite3* database, const char* name, int count) {
     installStep(database, name, count, call<function>);
 }

@@ -42,7 +42,6 @@ private:
     Operand named(std::size_t i);
     Operand called(std::size_t i);
     void writeSign(std::size_t sign);
-    [[noreturn]] static void refuse(const QString& reason);
 
     const TokenView m_tokens;
     StatementWriter& m_writer;

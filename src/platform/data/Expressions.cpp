@@ -1,7 +1,6 @@
 // The walk over the clauses of a statement, and conditions from Or down to the comparisons.
 #include "platform/data/Expressions.h"
 
-#include "platform/basic/RuntimeError.h"
 #include "platform/data/DialectWords.h"
 #include "platform/data/ExpressionRewriter.h"
 
@@ -16,14 +15,14 @@ void ExpressionRewriter::walk(std::size_t begin, std::size_t end, bool condition
     bool assigning = false;
     for (std::size_t i = begin; i < end;) {
         if (m_tokens.at(i, Kind::Name) && isForeignWord(m_tokens[i]))
-            refuse(u"Syntax error at %1"_s.arg(m_tokens[i].text));
+            refuseStatement(u"Syntax error at %1"_s.arg(m_tokens[i].text));
         if (m_tokens.at(i, Kind::Name) && isClauseWord(m_tokens[i])) {
             condition = isOneOf(m_tokens[i], {"WHERE", "ON", "HAVING"});
             assigning = m_tokens.wordAt(i, "SET");
             i += isOneOf(m_tokens[i], {"AS", "INTO", "UPDATE"}) ? 2 : 1;
         } else if (m_tokens.at(i, Kind::Operator) && !m_tokens.startsExpression(i) &&
                    m_tokens[i].text != u"*") {
-            refuse(u"Syntax error at %1"_s.arg(m_tokens[i].text));
+            refuseStatement(u"Syntax error at %1"_s.arg(m_tokens[i].text));
         } else if (!m_tokens.startsExpression(i)) {
             ++i;
         } else if (assigning && m_tokens.at(i + 1, Kind::Operator)) {
@@ -118,7 +117,7 @@ Operand ExpressionRewriter::between(const Operand& left, std::size_t word) {
     m_operands.asValue(left);
     const Operand low = calculation(word + 1, 0);
     if (!m_tokens.wordAt(low.end, "AND"))
-        refuse(u"Between without And"_s);
+        refuseStatement(u"Between without And"_s);
     const Operand high = calculation(low.end + 1, 0);
     for (const Operand& bound : {low, high}) {
         m_operands.asValue(bound);
@@ -138,11 +137,9 @@ Operand ExpressionRewriter::nullTested(const Operand& left, std::size_t word) {
     m_operands.asValue(left);
     const std::size_t null = m_tokens.wordAt(word + 1, "NOT") ? word + 2 : word + 1;
     if (!m_tokens.wordAt(null, "NULL"))
-        refuse(u"Is without Null"_s);
+        refuseStatement(u"Is without Null"_s);
     return {left.begin, null + 1, Type::Truth};
 }
-
-void ExpressionRewriter::refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
 
 void rewriteExpressions(const std::vector<Token>& tokens, StatementWriter& writer) {
     ExpressionRewriter(tokens, writer).run();

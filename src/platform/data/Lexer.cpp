@@ -12,8 +12,6 @@ namespace {
 /// More parentheses than any sensible statement has, and fewer than the engine's own limit.
 constexpr int deepest = 50;
 
-[[noreturn]] void refuse(const QString& reason) { throw RuntimeError(error::statement, reason); }
-
 bool startsName(QChar c) { return c.isLetter() || c == u'_'; }
 
 bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
@@ -71,7 +69,7 @@ private:
         for (++m_at; m_at < m_text.size(); ++m_at) {
             if (peek() != quote) {
                 if (peek().isNull())
-                    refuse(u"Null character in text"_s);
+                    refuseStatement(u"Null character in text"_s);
                 text += peek();
             } else if (peek(1) == quote) {
                 text += quote;
@@ -81,17 +79,17 @@ private:
                 return {Token::Kind::String, text};
             }
         }
-        refuse(u"Missing closing quote in text"_s);
+        refuseStatement(u"Missing closing quote in text"_s);
     }
 
     /// The text between the mark at the current place and the next closing mark.
     QString upTo(QChar closing, const char* what) {
         const qsizetype end = m_text.indexOf(closing, m_at + 1);
         if (end < 0)
-            refuse(u"Missing %1 after %2"_s.arg(closing).arg(QLatin1String(what)));
+            refuseStatement(u"Missing %1 after %2"_s.arg(closing).arg(QLatin1String(what)));
         const QString text = m_text.mid(m_at + 1, end - m_at - 1);
         if (text.contains(QChar()))
-            refuse(u"Null character in %1"_s.arg(QLatin1String(what)));
+            refuseStatement(u"Null character in %1"_s.arg(QLatin1String(what)));
         m_at = end + 1;
         return text;
     }
@@ -138,7 +136,7 @@ private:
         const QLatin1String word("@@IDENTITY");
         const QString found = m_text.mid(m_at, word.size());
         if (found.compare(word, Qt::CaseInsensitive) != 0 || continuesName(peek(word.size())))
-            refuse(u"Syntax error at @"_s);
+            refuseStatement(u"Syntax error at @"_s);
         m_at += word.size();
         return {Token::Kind::Identity, found};
     }
@@ -146,7 +144,7 @@ private:
     Token mark() {
         const QChar c = peek();
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
-            refuse(u"Comments are not allowed in a statement"_s);
+            refuseStatement(u"Comments are not allowed in a statement"_s);
         const auto single = [&](Token::Kind kind) {
             ++m_at;
             return Token{kind, QString(c)};
@@ -175,7 +173,7 @@ private:
         case u'>':
             return comparison();
         default:
-            refuse(u"Syntax error at character \"%1\""_s.arg(c));
+            refuseStatement(u"Syntax error at character \"%1\""_s.arg(c));
         }
     }
 
@@ -196,6 +194,8 @@ bool Token::isWord(const char* word) const {
     return kind == Kind::Name && text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
 }
 
+void refuseStatement(const QString& reason) { throw RuntimeError(error::statement, reason); }
+
 std::vector<Token> tokenize(const QString& statement) { return Lexer(statement).run(); }
 
 std::vector<Token> statementTokens(const QString& statement) {
@@ -206,15 +206,15 @@ std::vector<Token> statementTokens(const QString& statement) {
     int depth = 0;
     for (const Token& token : tokens) {
         if (token.is(Kind::Semicolon))
-            refuse(u"Characters found after end of statement"_s);
+            refuseStatement(u"Characters found after end of statement"_s);
         depth += token.is(Kind::Open) ? 1 : token.is(Kind::Close) ? -1 : 0;
         if (depth < 0)
-            refuse(u"Extra ) in statement"_s);
+            refuseStatement(u"Extra ) in statement"_s);
         if (depth > deepest)
-            refuse(u"Statement is nested too deeply"_s);
+            refuseStatement(u"Statement is nested too deeply"_s);
     }
     if (depth > 0)
-        refuse(u"Missing ) in statement"_s);
+        refuseStatement(u"Missing ) in statement"_s);
     return tokens;
 }
 

@@ -32,6 +32,9 @@ struct Token {
     bool isWord(const char* word) const;
 };
 
+/// Throws error::statement.
+[[noreturn]] void refuseStatement(const QString& reason);
+
 /// Throws RuntimeError(statement) on an open string, bracket or date, a comment or a strange character.
 std::vector<Token> tokenize(const QString& statement);
 

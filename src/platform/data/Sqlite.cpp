@@ -169,4 +169,15 @@ QVariant Statement::value(int column, const ColumnType& type) const {
     return number;
 }
 
+void run(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    while (statement.step()) {
+    }
+}
+
+std::int64_t number(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
 }  // namespace platform::sqlite

@@ -49,4 +49,9 @@ private:
     sqlite3_stmt* m_statement = nullptr;
 };
 
+/// Runs one statement of the program's own to its end.
+void run(sqlite3* database, const QString& sql);
+/// The first column of its first row; 0 when there is none.
+std::int64_t number(sqlite3* database, const QString& sql);
+
 }  // namespace platform::sqlite

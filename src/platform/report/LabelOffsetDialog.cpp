@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
-constexpr double twipsOfInch = 1440, millimetresOfInch = 25.4, mostInches = 0.5;
+constexpr double millimetresOfInch = 25.4, mostInches = 0.5;
 
 bool isMetric() { return systemLocale().measurementSystem() == QLocale::MetricSystem; }
 

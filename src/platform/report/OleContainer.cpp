@@ -3,9 +3,13 @@
 
 #include "platform/basic/RuntimeError.h"
 
-#undef signals  // a word of the toolkit and a member's name in the library below
-#include <gsf/gsf.h>
 #include <memory>
+
+// A word of the toolkit and a member's name in the library.
+#pragma push_macro("signals")
+#undef signals
+#include <gsf/gsf.h>
+#pragma pop_macro("signals")
 
 using namespace Qt::StringLiterals;
 

@@ -15,7 +15,7 @@
 namespace platform {
 
 namespace {
-constexpr double pixelsOfTwip = 96.0 / 1440.0;
+constexpr double pixelsOfTwip = 96.0 / twipsOfInch;
 constexpr int gap = 2 * grid;
 constexpr double leastZoom = 0.1, mostZoom = 8.0;
 constexpr double zoomSteps[] = {0.1,  0.25, 0.33, 0.5, 0.67, 0.75, 0.9, 1, 1.1,

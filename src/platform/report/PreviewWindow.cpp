@@ -162,7 +162,7 @@ void PreviewWindow::takePlace() {
     const PreviewPlace& place = m_run.report().previewPlace;
     const QSize size(static_cast<int>(whole.width() * place.width),
                      static_cast<int>(whole.height() * place.height));
-    const int top = static_cast<int>(place.top * screen->logicalDotsPerInchY() / 1440);
+    const int top = static_cast<int>(place.top * screen->logicalDotsPerInchY() / twipsOfInch);
     resize(size);
     move(whole.x() + (whole.width() - size.width()) / 2, whole.y() + top);
 }

@@ -34,11 +34,6 @@ Control& Control::centre() {
     return *this;
 }
 
-Control& Control::color(QRgb color) {
-    style.color = color | 0xFF000000u;
-    return *this;
-}
-
 Control& Control::background(QRgb color) {
     style.background = color | 0xFF000000u;
     return *this;
@@ -52,11 +47,6 @@ Control& Control::bound(const QString& columnName, const QString& picture) {
 
 Control& Control::indented(int twips) {
     indent = twips;
-    return *this;
-}
-
-Control& Control::hidden() {
-    visible = false;
     return *this;
 }
 

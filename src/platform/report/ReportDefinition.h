@@ -16,6 +16,8 @@ namespace platform {
 
 using namespace Qt::StringLiterals;
 
+inline constexpr int twipsOfInch = 1440;
+
 enum class ControlKind { Label, Field, Line, Box, BarCode };
 enum class TextAlign { Left, Centre, Right };
 /// What becomes of a text that is too long for its place. Words end in "…"; a name does too, but a strength in
@@ -74,12 +76,10 @@ struct Control {
     Control& italic();
     Control& right();
     Control& centre();
-    Control& color(QRgb color);
     Control& background(QRgb color);
     Control& bound(const QString& columnName, const QString& picture = {});
     /// Keeps a text off what stands at the control's left edge.
     Control& indented(int twips);
-    Control& hidden();
     /// A name, in which a strength stays whole.
     Control& asName(const char* englishTitle);
     /// A value, as TextKind says.

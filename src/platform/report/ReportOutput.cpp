@@ -24,8 +24,6 @@ namespace platform {
 
 namespace {
 
-constexpr int twipsOfInch = 1440;
-
 QString nameOf(const PageDocument& document) {
     return document.caption.isEmpty() ? document.definition.name : document.caption;
 }

@@ -22,7 +22,7 @@ namespace {
 bool isDate(const QVariant& value) { return value.userType() == QMetaType::QDateTime; }
 
 constexpr int mostWidened = 4800;       // twips up to which a column is made wider for a text
-constexpr double lineHeight = 1.275;    // of a font, in its points
+constexpr double lineOfType = 1.275;    // of a font, in its points
 constexpr int cellPadding = 100;        // twips that a cell keeps free beside its text
 constexpr double roomForOthers = 1.04;  // fonts of other systems are a little wider
 
@@ -141,7 +141,7 @@ private:
             m_workbook.addText(m_row, column, style, text);
         if (fit.lastColumn > column)
             m_workbook.mergeRight(m_row, column, fit.lastColumn);
-        m_workbook.growRow(static_cast<int>(std::ceil(pointsOf(item) * 20 * lineHeight * fit.lines)));
+        m_workbook.growRow(static_cast<int>(std::ceil(pointsOf(item) * 20 * lineOfType * fit.lines)));
     }
 
     double pointsOf(const PageItem& item) const { return m_document.styles[item.style].points; }

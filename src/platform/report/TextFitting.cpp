@@ -16,7 +16,7 @@ namespace platform {
 namespace {
 
 constexpr int tabStop = 720;            // half an inch
-constexpr int leastGap = 144;           // so that a stop just behind a word still parts it from the next
+constexpr int leastStopGap = 144;       // so that a stop just behind a word still parts it from the next
 constexpr qsizetype mostOfLine = 4096;  // characters beyond which no line can fit
 constexpr qsizetype leastOfName = 4;    // characters that stay of a name in front of its strength
 constexpr double pointStep = 0.25;
@@ -25,7 +25,7 @@ constexpr int comfort = 30;  // that shortened words keep further off a neighbou
 QString ellipsis() { return u"…"_s; }
 
 /// Where the text after a tab goes on.
-int nextTabStop(int x) { return ((x + leastGap) / tabStop + 1) * tabStop; }
+int nextTabStop(int x) { return ((x + leastStopGap) / tabStop + 1) * tabStop; }
 
 QStringList paragraphs(const QString& text) {
     if (!text.contains('\n'_L1) && !text.contains('\r'_L1))

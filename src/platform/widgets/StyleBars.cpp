@@ -17,8 +17,6 @@ constexpr int lineRoom = 11;  // of a separator
 constexpr int tabRoom = 26;   // between two tabs
 constexpr int tabTop = 5, tabLine = 2, tabStrongLine = 4;
 
-bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
-
 /// What comes before the text: a tick or a picture.
 void drawItemMark(const QStyleOptionMenuItem& option, QPainter& painter) {
     const QRect place(option.rect.left() + itemLeft / 2, option.rect.top(), itemPicture,

@@ -17,11 +17,8 @@ constexpr int compactRoom = 12;
 constexpr int inLineRoom = 8;  // with the frame
 constexpr int inLineHeight = 19;
 constexpr qreal inLineRadius = 4, pushRadius = 7, toolRadius = 8, checkRadius = 4, cardRadius = 12;
-constexpr qreal strongLine = 2;
 constexpr QMargins groupRoom{13, 41, 13, 13};
 constexpr QPoint groupTitle{22, 14};
-
-bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
 
 /// The color that fills a button which does what a window is for, or which stops; none for all others.
 QColor fillOf(const QStyleOptionButton& option, const QWidget* widget) {
@@ -89,6 +86,8 @@ QColor markInk(const QStyleOption& option) {
 }
 
 }  // namespace
+
+bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
 
 QColor inkOf(const QStyleOption& option) {
     return has(option, QStyle::State_Enabled) ? theme().text : theme().disabledText;

@@ -16,9 +16,6 @@ constexpr int sideRoom = 8;      // of a text box, its frame included
 constexpr int comboText = 9;
 constexpr int comboArrow = 26;
 constexpr int spinArrows = 22;
-constexpr qreal strongLine = 2;
-
-bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
 
 /// Half of the column of arrows of an up-down box.
 void drawStepArrow(const QStyleOptionSpinBox& option, QPainter& painter, QStyle::SubControl part,

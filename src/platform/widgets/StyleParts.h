@@ -22,6 +22,10 @@ class QWidget;
 
 namespace platform {
 
+inline constexpr qreal strongLine = 2;  ///< of what is reached or chosen
+
+bool has(const QStyleOption& option, QStyle::StateFlag flag);
+
 /// The color of a text or picture of a widget: grey when it is off.
 QColor inkOf(const QStyleOption& option);
 

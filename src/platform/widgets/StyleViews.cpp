@@ -18,8 +18,6 @@ constexpr int handleMargin = 3, leastHandle = 36;
 constexpr qreal handleRadius = 3, progressRadius = 4;
 constexpr int busySteps = 60, busyInterval = 25;  // milliseconds a step
 
-bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
-
 int headerMargin(const QWidget* widget) { return hasLook(widget, "dense") ? 7 : 10; }
 
 int arrowOf(const QStyleOptionHeader& option) {
