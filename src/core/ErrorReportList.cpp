@@ -34,7 +34,7 @@ QString technicalText(const ErrorReport& report) {
     QStringList lines{translated(u"When"_s) + '\t'_L1 + platform::dateText(report.time)};
     for (const auto& [name, value] : parts) {
         if (!value.isEmpty())
-            lines << translated(name) + '\t'_L1 + value;
+            lines << translated(QLatin1String(name)) + '\t'_L1 + value;
     }
     return lines.join('\n'_L1);
 }
@@ -42,7 +42,8 @@ QString technicalText(const ErrorReport& report) {
 /// Room for the widest of the names before the values.
 qreal tabWidth(const QFontMetrics& metrics) {
     int widest = 0;
-    for (const char* name : {"When", "Procedure", "Number", "Source", "Description", "Statement"})
+    for (const QString& name :
+         {u"When"_s, u"Procedure"_s, u"Number"_s, u"Source"_s, u"Description"_s, u"Statement"_s})
         widest = qMax(widest, metrics.horizontalAdvance(translated(name)));
     return widest + 2 * platform::grid;
 }

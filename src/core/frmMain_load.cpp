@@ -249,7 +249,9 @@ void frmMain::keepDrafts(const ResumeNext& step) {
     m_offers = std::make_unique<DraftOffers>(*this, *m_drafts);
     for (const ScreenRow& row : screenTable) {
         if (auto* screen = dynamic_cast<DraftedScreen*>(m_screens[row.number].get()))
-            step([&] { m_offers->addScreen(*screen, m_bar.band(u"FormBar"_s).tool(row.button)); });
+            step([&] {
+                m_offers->addScreen(*screen, m_bar.band(u"FormBar"_s).tool(QLatin1String(row.button)));
+            });
     }
     step([&] { m_drafts->read(); });
 }

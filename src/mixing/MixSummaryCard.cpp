@@ -45,7 +45,7 @@ MixSummaryCard::MixSummaryCard(QWidget* parent) : QFrame(parent), m_batch(new QL
     m_batch->setTextInteractionFlags(Qt::TextSelectableByMouse);
     grid->addWidget(m_batch, 0, 0, 1, 3);
     for (const auto& [column, caption] :
-         {std::pair(plannedColumn, translated("Planned")), std::pair(doneColumn, translated("Done"))}) {
+         {std::pair(plannedColumn, translated(u"Planned"_s)), std::pair(doneColumn, translated(u"Done"_s))}) {
         QLabel* heading = cell(*grid, 1, column, u"mixSummaryHead%1"_s.arg(column));
         platform::setLook(*heading, "quiet");
         heading->setText(caption);
@@ -53,10 +53,10 @@ MixSummaryCard::MixSummaryCard(QWidget* parent) : QFrame(parent), m_batch(new QL
     auto* rule = new QFrame;
     platform::makeRule(*rule);
     grid->addWidget(rule, 2, 0, 1, 3);
-    addCaption(*grid, 3, translated("Steps"));
-    addCaption(*grid, 4, translated("Time"));
-    addCaption(*grid, 5, translated("Revolutions"));
-    addCaption(*grid, 6, translated("Interrupted"));
+    addCaption(*grid, 3, translated(u"Steps"_s));
+    addCaption(*grid, 4, translated(u"Time"_s));
+    addCaption(*grid, 5, translated(u"Revolutions"_s));
+    addCaption(*grid, 6, translated(u"Interrupted"_s));
     m_planned = {cell(*grid, 3, plannedColumn, u"plannedSteps"_s),
                  cell(*grid, 4, plannedColumn, u"plannedTime"_s),
                  cell(*grid, 5, plannedColumn, u"plannedRevolutions"_s)};
@@ -99,7 +99,7 @@ void MixSummaryCard::setSummary(const MixSummary& summary) {
     show(m_planned, summary.planned);
     show(m_done, summary.done);
     const bool stopped = summary.interrupted.value_or(false);
-    m_interrupted->setText(!summary.interrupted ? dash : translated(stopped ? "Yes" : "No"));
+    m_interrupted->setText(!summary.interrupted ? dash : translated(stopped ? u"Yes"_s : u"No"_s));
     platform::setLook(*m_interrupted, "caution", stopped);
 }
 

@@ -53,21 +53,21 @@ void frmInitials::install() {
 }
 
 void frmInitials::Form_Load() {
-    guarded("frmInitials:Form_Load", [&] {
-        setWindowTitle(translated("Log Initials"));
-        m_ui->txtInitials->setColumnSize(columnSize("Log", "log_Initials"));
-        m_ui->txtVerified->setColumnSize(columnSize("Log", "log_Verified"));
-        m_ui->lbllog_Initials->setText(translated("Logged"));
-        m_ui->lbllog_Verified->setText(translated("Verified"));
-        m_ui->txtfrm_Name->setAccessibleName(translated("Formula Name"));
-        m_ui->txtfrm_Name->setPlaceholderText(translated("Formula Name"));
-        m_ui->cmdOK->setText(translated("OK"));
-        m_ui->cmdCancel->setText(translated("Cancel"));
+    guarded(u"frmInitials:Form_Load"_s, [&] {
+        setWindowTitle(translated(u"Log Initials"_s));
+        m_ui->txtInitials->setColumnSize(columnSize(u"Log"_s, u"log_Initials"_s));
+        m_ui->txtVerified->setColumnSize(columnSize(u"Log"_s, u"log_Verified"_s));
+        m_ui->lbllog_Initials->setText(translated(u"Logged"_s));
+        m_ui->lbllog_Verified->setText(translated(u"Verified"_s));
+        m_ui->txtfrm_Name->setAccessibleName(translated(u"Formula Name"_s));
+        m_ui->txtfrm_Name->setPlaceholderText(translated(u"Formula Name"_s));
+        m_ui->cmdOK->setText(translated(u"OK"_s));
+        m_ui->cmdCancel->setText(translated(u"Cancel"_s));
     });
 }
 
 void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
-    guarded("frmInitials:setformula", [&] {
+    guarded(u"frmInitials:setformula"_s, [&] {
         m_document = document;
         m_formula = std::make_shared<clsFormula>();
         const std::int16_t formulaID = formulaDocumentID(document);
@@ -80,7 +80,7 @@ void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
 }
 
 void frmInitials::setResults(const platform::XmlDocumentPtr& document) {
-    guarded("frmInitials:setResults", [&] {
+    guarded(u"frmInitials:setResults"_s, [&] {
         const auto reached = basMain::Main ? basMain::Main->mixer().reached() : std::nullopt;
         m_card->setSummary(mixSummary(m_document, document, reached));
     });
@@ -88,25 +88,25 @@ void frmInitials::setResults(const platform::XmlDocumentPtr& document) {
 
 // Of the formula as it will be logged; a mix without one is named by its document alone.
 void frmInitials::showBatch() {
-    guarded("frmInitials:showBatch", [&] {
+    guarded(u"frmInitials:showBatch"_s, [&] {
         const bool known = m_formula && m_formula->FormulaID != 0;
         BatchPassport batch = BatchPassport::of(m_document, QString());
         if (known)
             batch = {m_formula->frm_Name, QString::number(m_formula->makeQuantity()), m_formula->frm_Units,
                      jarNames().value(m_formula->frm_JarSize), QString()};
-        m_card->setBatch(batch.line({translated("%1 in %2"), translated("lot %1")}));
+        m_card->setBatch(batch.line({translated(u"%1 in %2"_s), translated(u"lot %1"_s)}));
     });
 }
 
 // Shown and not blocked: one person may have to do both.
 void frmInitials::showSameInitials() {
-    guarded("frmInitials:showSameInitials", [&] {
+    guarded(u"frmInitials:showSameInitials"_s, [&] {
         const QString logged = platform::trimmed(initials());
         const bool same =
             !logged.isEmpty() && logged.compare(platform::trimmed(verified()), Qt::CaseInsensitive) == 0;
-        const QString words = same ? translated("Logged and verified by the same initials.") : QString();
+        const QString words = same ? translated(u"Logged and verified by the same initials."_s) : QString();
         for (platform::TextBox* box : {m_ui->txtInitials, m_ui->txtVerified}) {
-            platform::setLook(*box, "caution", same);
+            platform::setLook(*box, u"caution"_s, same);
             box->setToolTip(words);
             box->setAccessibleDescription(words);
         }
@@ -119,8 +119,8 @@ void frmInitials::showSameInitials() {
 // Adopted only when complete, so that a document without one of them logs nothing.
 void frmInitials::openLoggedFormula(std::int16_t formulaID) {
     const clsFormulaPtr formula = clsFormula().openFormula(formulaID, QString());
-    platform::deref(formula).frm_FormType = formulaDocumentNumber(*m_document, "Type");
-    formula->makeQuantity(formulaDocumentNumber(*m_document, "Make"));
+    platform::deref(formula).frm_FormType = formulaDocumentNumber(*m_document, u"Type"_s);
+    formula->makeQuantity(formulaDocumentNumber(*m_document, u"Make"_s));
     takeProgramme(*formula);
     m_formula = formula;
     setNameWritable(false);
@@ -129,10 +129,10 @@ void frmInitials::openLoggedFormula(std::int16_t formulaID) {
 
 void frmInitials::takeProgramme(clsFormula& formula) const {
     const platform::XmlDocument& document = platform::deref(m_document);
-    formula.frm_JarSize = formulaDocumentNumber(document, "Size");
-    const platform::XmlNode programme = document.selectSingleNode("//Formula/CustomMix");
+    formula.frm_JarSize = formulaDocumentNumber(document, u"Size"_s);
+    const platform::XmlNode programme = document.selectSingleNode(u"//Formula/CustomMix"_s);
     if (!programme)
-        throw platform::RuntimeError(platform::error::objectNotSet, "The document holds no mix programme");
+        throw platform::RuntimeError(platform::error::objectNotSet, u"The document holds no mix programme"_s);
     formula.frm_Mix->loadXML(programme.xml());
 }
 
@@ -148,14 +148,14 @@ QString frmInitials::initials() const { return m_ui->txtInitials->text(); }
 QString frmInitials::verified() const { return m_ui->txtVerified->text(); }
 
 clsFormulaPtr frmInitials::getFormula() {
-    return guarded("frmInitials:getformula", clsFormulaPtr(), [&] {
+    return guarded(u"frmInitials:getformula"_s, clsFormulaPtr(), [&] {
         const bool loggable = m_formula && m_formula->FormulaID != 0 && !m_cancelled;
         return loggable ? m_formula : clsFormulaPtr();
     });
 }
 
 void frmInitials::onActivate() {
-    guarded("frmInitials:Form_Activate", [&] {
+    guarded(u"frmInitials:Form_Activate"_s, [&] {
         if (m_ui->txtfrm_Name->isReadOnlyBox())
             m_ui->txtInitials->setFocus();
         else
@@ -164,7 +164,7 @@ void frmInitials::onActivate() {
 }
 
 void frmInitials::nameEntered() {
-    guarded("frmInitials:txtfrm_Name_KeyPress", [&] {
+    guarded(u"frmInitials:txtfrm_Name_KeyPress"_s, [&] {
         if (!m_ui->txtfrm_Name->isReadOnlyBox()) {
             m_formula = clsFormula().openFormula(0, m_ui->txtfrm_Name->text());
             makeFormula();
@@ -179,7 +179,7 @@ void frmInitials::nameEntered() {
 // The mix has run already: the recipe comes from the named formula, jar and programme from the mixer.
 // Without a quantity, and after a failure, no formula remains and nothing can be logged.
 void frmInitials::makeFormula() {
-    guarded("frmInitials:makeFormula", [&] {
+    guarded(u"frmInitials:makeFormula"_s, [&] {
         if (!m_formula || m_formula->FormulaID <= 0)
             return;
         const clsFormulaPtr named = std::exchange(m_formula, nullptr);
@@ -199,9 +199,9 @@ void frmInitials::makeFormula() {
 }
 
 void frmInitials::cmdOK_Click() {
-    guarded("frmInitials:cmdOK_Click", [&] {
+    guarded(u"frmInitials:cmdOK_Click"_s, [&] {
         if (platform::trimmed(verified()).isEmpty() || platform::trimmed(initials()).isEmpty())
-            platform::MsgBox("Must designate initials of compounder and verifier to log.",
+            platform::MsgBox(u"Must designate initials of compounder and verifier to log."_s,
                              {platform::Buttons::Ok, platform::Icon::Information},
                              platform::applicationTitle());
         else
@@ -211,7 +211,7 @@ void frmInitials::cmdOK_Click() {
 }
 
 void frmInitials::cmdCancel_Click() {
-    guarded("frmInitials:cmdCancel_Click", [&] {
+    guarded(u"frmInitials:cmdCancel_Click"_s, [&] {
         m_cancelled = true;
         hide();
         platform::deref(basMain::Main).mixer().mixerInitialsClosed();

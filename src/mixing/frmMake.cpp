@@ -8,13 +8,15 @@
 #include "shared/Translator.h"
 #include "ui_frmMake.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 frmMake::frmMake(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui::frmMake>()) {
     m_ui->setupUi(this);
     platform::makeCard(*m_ui->lblBatch);
     m_ui->lblBatch->hide();
-    m_ui->txtQTY->setFormats("####0", "####0;;Null");
+    m_ui->txtQTY->setFormats(u"####0"_s, u"####0;;Null"_s);
     m_ui->txtQTY->setBounds(1, 1000);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &frmMake::OKButton_Click);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &frmMake::CancelButton_Click);
@@ -25,12 +27,12 @@ frmMake::frmMake(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui:
 frmMake::~frmMake() = default;
 
 void frmMake::translateForm() {
-    guarded("frmMake:translateForm", [&] {
-        setWindowTitle(translated("Quantity to Make"));
-        m_ui->lblQty->setText(translated("Enter Quantity"));
-        m_ui->chkPrint->setText(translated("Print Worksheet"));
-        m_ui->OKButton->setText(translated("OK"));
-        m_ui->CancelButton->setText(translated("Cancel"));
+    guarded(u"frmMake:translateForm"_s, [&] {
+        setWindowTitle(translated(u"Quantity to Make"_s));
+        m_ui->lblQty->setText(translated(u"Enter Quantity"_s));
+        m_ui->chkPrint->setText(translated(u"Print Worksheet"_s));
+        m_ui->OKButton->setText(translated(u"OK"_s));
+        m_ui->CancelButton->setText(translated(u"Cancel"_s));
     });
 }
 
@@ -46,7 +48,7 @@ void frmMake::setFormula(const clsFormula& formula) {
     batch.unit = formula.frm_Units;
     // A line end between number and unit would make two readings of it.
     const QString amount = batch.amount().replace(u' ', QChar::Nbsp);
-    batch.quantity = filledIn(translated("base batch %1"), {amount});
+    batch.quantity = filledIn(translated(u"base batch %1"_s), {amount});
     batch.unit.clear();
     m_ui->lblBatch->setText(batch.line({}));
     m_ui->lblBatch->setVisible(!formula.frm_Name.isEmpty());
@@ -58,14 +60,14 @@ void frmMake::printWorksheet(bool wanted) {
 }
 
 void frmMake::onActivate() {
-    guarded("frmMake:Form_Activate", [&] {
+    guarded(u"frmMake:Form_Activate"_s, [&] {
         m_ui->txtQTY->setFocus();
         m_ui->txtQTY->selectAll();
     });
 }
 
 void frmMake::OKButton_Click() {
-    guarded("frmMake:OKButton_Click", [&] {
+    guarded(u"frmMake:OKButton_Click"_s, [&] {
         // What the box can't read as one number inside its bounds is never guessed: its hint shows.
         if (!m_ui->txtQTY->acceptable())
             return;
@@ -75,7 +77,7 @@ void frmMake::OKButton_Click() {
 }
 
 void frmMake::CancelButton_Click() {
-    guarded("frmMake:CancelButton_Click", [&] {
+    guarded(u"frmMake:CancelButton_Click"_s, [&] {
         m_quantity = 0;
         hide();
     });

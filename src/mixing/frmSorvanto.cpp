@@ -14,18 +14,20 @@
 #include "shared/MainWindow.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
 
 /// Whether the mix was made of a stored formula that has been deleted since.
 bool isFormulaGone(const platform::XmlDocumentPtr& document) {
-    return guarded("frmSorvanto:isFormulaGone", false, [&] {
+    return guarded(u"frmSorvanto:isFormulaGone"_s, false, [&] {
         const std::int16_t formula = formulaDocumentID(document);
         if (formula <= 0)
             return false;
         const auto rows = platform::Recordset::create();
-        rows->open("SELECT FormulaID FROM Formula WHERE FormulaID = " + QString::number(formula), openDB(),
+        rows->open(u"SELECT FormulaID FROM Formula WHERE FormulaID = "_s + QString::number(formula), openDB(),
                    platform::LockType::ReadOnly);
         return rows->recordCount() == 0;
     });
@@ -56,28 +58,28 @@ void frmSorvanto::Form_Load() {
     batchJournal = this;
     ctlSorvanto1->setLogBook(&m_log);
     ctlSorvanto1->setUnitSource([](int formulaID) {
-        return guarded("frmSorvanto:unitOf", QString(), [&] {
+        return guarded(u"frmSorvanto:unitOf"_s, QString(), [&] {
             return platform::deref(clsFormula().openFormula(platform::toInt16(formulaID), QString()))
                 .frm_Units;
         });
     });
     // A mix that reached the log just before the program died must not be offered again.
     ctlSorvanto1->setLoggedTest([](const QString& lot) {
-        return guarded("frmSorvanto:isLogged", false,
+        return guarded(u"frmSorvanto:isLogged"_s, false,
                        [&] { return platform::deref(basMain::Main).batchLog().isLogged(lot); });
     });
 }
 
 std::int16_t frmSorvanto::Listener() const {
-    return guarded("frmSorvanto:GetListener", std::int16_t(0), [&] { return RecordScreen::Listener(); });
+    return guarded(u"frmSorvanto:GetListener"_s, std::int16_t(0), [&] { return RecordScreen::Listener(); });
 }
 
 void frmSorvanto::Listener(std::int16_t value) {
-    guarded("frmSorvanto:setListener", [&] { RecordScreen::Listener(value); });
+    guarded(u"frmSorvanto:setListener"_s, [&] { RecordScreen::Listener(value); });
 }
 
 std::int16_t frmSorvanto::closeForm() {
-    return guarded("frmSorvanto:closeForm", std::int16_t(0), [&] {
+    return guarded(u"frmSorvanto:closeForm"_s, std::int16_t(0), [&] {
         ctlSorvanto1->CloseControl();
         return std::int16_t(0);
     });
@@ -89,18 +91,18 @@ void frmSorvanto::undoDeletion() { ctlSorvanto1->undoDeletion(); }
 
 void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
                                        const platform::XmlDocumentPtr& results) {
-    guarded("frmSorvanto:ctlSorvanto1_mixDone", [&] {
+    guarded(u"frmSorvanto:ctlSorvanto1_mixDone"_s, [&] {
         MainWindow& main = platform::deref(basMain::Main);
         if (main.batchLog().addLog(formula, results))
             ctlSorvanto1->mixLogged();
         else if (isFormulaGone(formula))
             ctlSorvanto1->mixFormulaGone();
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdFormulas"));
+        main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdFormulas"_s));
     });
 }
 
 void frmSorvanto::ctlSorvanto1_enableForm() {
-    guarded("frmSorvanto:ctlSorvanto1_enableForm", [&] { platform::deref(basMain::Main).enableForm(); });
+    guarded(u"frmSorvanto:ctlSorvanto1_enableForm"_s, [&] { platform::deref(basMain::Main).enableForm(); });
 }
 
 }  // namespace sorvanto

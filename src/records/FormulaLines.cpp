@@ -4,6 +4,8 @@
 #include "platform/basic/Values.h"
 #include "records/RecordStatements.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
@@ -11,70 +13,70 @@ namespace {
 QString columnList(LineColumns columns) {
     switch (columns) {
     case LineColumns::Full:
-        return "Chemical.chm_Name, Chemical.chm_Units,FormChem.fch_Qty, FormChem.fch_Active, "
+        return u"Chemical.chm_Name, Chemical.chm_Units,FormChem.fch_Qty, FormChem.fch_Active, "
                "FormChem.fch_QS, FormChem.FormChemID, Chemical.chm_Form, Chemical.chm_Supplier, "
                "Chemical.chm_Notes, Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_NDC, "
-               "Chemical.chm_Lot, Chemical.chm_GUID, FormChem.ChemicalID ";
+               "Chemical.chm_Lot, Chemical.chm_GUID, FormChem.ChemicalID "_s;
     case LineColumns::AfterAdd:
-        return "Chemical.chm_Name, Chemical.chm_Units,FormChem.fch_Qty, FormChem.fch_Active, "
+        return u"Chemical.chm_Name, Chemical.chm_Units,FormChem.fch_Qty, FormChem.fch_Active, "
                "FormChem.fch_QS, FormChem.FormChemID, Chemical.chm_Form, Chemical.chm_Supplier, "
                "Chemical.chm_Notes, Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_NDC, "
-               "FormChem.ChemicalID ";
+               "FormChem.ChemicalID "_s;
     case LineColumns::Short:
         break;
     }
-    return "Chemical.chm_Name, Chemical.chm_Units, FormChem.fch_Qty, FormChem.fch_Active, "
+    return u"Chemical.chm_Name, Chemical.chm_Units, FormChem.fch_Qty, FormChem.fch_Active, "
            "FormChem.fch_QS, FormChem.FormChemID, Chemical.chm_Form, Chemical.chm_Supplier, "
-           "Chemical.chm_Notes, Chemical.chm_Cost ";
+           "Chemical.chm_Notes, Chemical.chm_Cost "_s;
 }
 
 QString costSum(std::int16_t formula) {
-    QString statement = "SELECT ";
-    statement += " SUM(CostTable.ChemicalCost) AS TotalCost, SUM(CostTable.ChemicalAWP) AS TotalAWP ";
-    statement += "FROM ";
-    statement += "[SELECT (Chemical.chm_Cost * FormChem.fch_Qty) AS ChemicalCost, "
-                 "(Chemical.chm_AWP * FormChem.fch_Qty) AS ChemicalAWP ";
-    statement += "FROM ";
-    statement += " Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID ";
-    statement += "WHERE ";
-    statement += "(((FormChem.FormulaID)=" + QString::number(formula) + "))]. AS CostTable";
+    QString statement = u"SELECT "_s;
+    statement += u" SUM(CostTable.ChemicalCost) AS TotalCost, SUM(CostTable.ChemicalAWP) AS TotalAWP "_s;
+    statement += u"FROM "_s;
+    statement += u"[SELECT (Chemical.chm_Cost * FormChem.fch_Qty) AS ChemicalCost, "
+                 "(Chemical.chm_AWP * FormChem.fch_Qty) AS ChemicalAWP "_s;
+    statement += u"FROM "_s;
+    statement += u" Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID "_s;
+    statement += u"WHERE "_s;
+    statement += u"(((FormChem.FormulaID)="_s + QString::number(formula) + u"))]. AS CostTable"_s;
     return statement;
 }
 
 }  // namespace
 
 platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula) {
-    QString statement = "SELECT ";
+    QString statement = u"SELECT "_s;
     statement += columnList(columns);
-    statement += "FROM ";
-    statement += "Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID ";
-    statement += "WHERE ";
-    statement += "FormChem.FormulaID = ";
+    statement += u"FROM "_s;
+    statement += u"Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID "_s;
+    statement += u"WHERE "_s;
+    statement += u"FormChem.FormulaID = "_s;
     statement += QString::number(formula);
     return openEditableList(statement);
 }
 
 FormulaTotals readTotals(std::int16_t formula) {
     const platform::RecordsetPtr sums = openEditableList(costSum(formula));
-    return {platform::nullCurrency(sums->value("TotalCost")),
-            platform::nullCurrency(sums->value("TotalAWP"))};
+    return {platform::nullCurrency(sums->value(u"TotalCost"_s)),
+            platform::nullCurrency(sums->value(u"TotalAWP"_s))};
 }
 
 QString lineInsert(std::int16_t formula, const QString& chemical, const QString& quantity, const QString& qs,
                    const QString& active) {
-    QString statement = "INSERT INTO ";
-    statement += " FormChem (";
-    statement += " [FormulaID], ";
-    statement += " [ChemicalID], ";
-    statement += " [fch_Qty], ";
-    statement += " [fch_QS], ";
-    statement += " [fch_Active]";
-    statement += " ) ";
-    statement += " VALUES (";
-    statement += " " + QString::number(formula);
+    QString statement = u"INSERT INTO "_s;
+    statement += u" FormChem ("_s;
+    statement += u" [FormulaID], "_s;
+    statement += u" [ChemicalID], "_s;
+    statement += u" [fch_Qty], "_s;
+    statement += u" [fch_QS], "_s;
+    statement += u" [fch_Active]"_s;
+    statement += u" ) "_s;
+    statement += u" VALUES ("_s;
+    statement += u" "_s + QString::number(formula);
     for (const QString& value : {chemical, quantity, qs, active})
-        statement += ", " + value;
-    statement += ") ";
+        statement += u", "_s + value;
+    statement += u") "_s;
     return statement;
 }
 

@@ -41,7 +41,7 @@ void GUIDFactory::setSource(Source replacement) {
 
 QString GUIDFactory::CreateGUID() {
     try {
-        return formatPlaces(guidText(), "@@@@@@@@-@@@@-@@@@-@@@@-@@@@@@@@@@@@");
+        return formatPlaces(guidText(), u"@@@@@@@@-@@@@-@@@@-@@@@-@@@@@@@@@@@@"_s);
     } catch (...) {
         return {};
     }
@@ -59,11 +59,11 @@ QString GUIDFactory::guidText() {
                              zeros(4, third.size()) + third;
         QString tail;
         for (const std::uint8_t byte : guid.Data4)
-            tail += format(hexText(byte), "00");  // a single letter is no number and stays single
+            tail += format(hexText(byte), u"00"_s);  // a single letter is no number and stays single
         return head + tail;
     } catch (...) {
         const RuntimeError failure = currentError();
-        MsgBox("Error " + QString::number(failure.number()) + ": " + failure.description());
+        MsgBox(u"Error "_s + QString::number(failure.number()) + u": "_s + failure.description());
         return failedText;
     }
 }

@@ -6,6 +6,8 @@
 
 #include <QKeyEvent>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 void ListTypeAhead::setRows(const platform::RecordsetPtr& rows, int column) {
@@ -31,7 +33,7 @@ bool ListTypeAhead::takeKey(const QKeyEvent& key, int currentRow) {
     }
     const QString text = key.text();
     const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    if (command || text.isEmpty() || !text.at(0).isPrint() || (m_word.isEmpty() && text == " "))
+    if (command || text.isEmpty() || !text.at(0).isPrint() || (m_word.isEmpty() && text == " "_L1))
         return false;
     // One letter again and again walks through the rows that begin with it.
     const int next = m_word.isEmpty() ? from : from + 1;

@@ -6,71 +6,76 @@
 #include "records/SearchText.h"
 #include "shared/Translator.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
 
-QString column(const QString& name, const QString& alias) { return ", Log." + name + " as [" + alias + "]"; }
+QString column(const QString& name, const QString& alias) {
+    return u", Log."_s + name + u" as ["_s + alias + u"]"_s;
+}
 
 QString jarAlias(LogSearch use) {
-    QString alias = translated("JarSize");
+    QString alias = translated(u"JarSize"_s);
     if (use == LogSearch::OfPrescription)
         alias.remove(u'(').remove(u')');
     return alias;
 }
 
 QString costAndAwp(LogSearch use) {
-    const QString cost = column("log_Cost", translated("Cost"));
-    const QString awp = column("log_AWP", translated("AWP"));
+    const QString cost = column(u"log_Cost"_s, translated(u"Cost"_s));
+    const QString awp = column(u"log_AWP"_s, translated(u"AWP"_s));
     return use == LogSearch::OfLog ? cost + awp : awp + cost;
 }
 
 QString columns(LogSearch use) {
-    QString text = "Log.LogID";
-    text += column("log_Lot", translated("Lot"));
-    text += column("log_Date", translated("DateLogged"));
-    text += column("log_Name", translated("FormulaName"));
-    text += column("log_Quantity", translated("Quantity"));
-    text += column("log_JarSize", jarAlias(use));
-    text += column("log_NDC", translated("NDC"));
+    QString text = u"Log.LogID"_s;
+    text += column(u"log_Lot"_s, translated(u"Lot"_s));
+    text += column(u"log_Date"_s, translated(u"DateLogged"_s));
+    text += column(u"log_Name"_s, translated(u"FormulaName"_s));
+    text += column(u"log_Quantity"_s, translated(u"Quantity"_s));
+    text += column(u"log_JarSize"_s, jarAlias(use));
+    text += column(u"log_NDC"_s, translated(u"NDC"_s));
     text += costAndAwp(use);
-    text += column("log_Initials", translated("Initials"));
-    text += column("log_Verified", translated("Verified"));
-    text += column("log_Results", translated("Results"));
-    text += column("log_Mix", translated("Mix"));
+    text += column(u"log_Initials"_s, translated(u"Initials"_s));
+    text += column(u"log_Verified"_s, translated(u"Verified"_s));
+    text += column(u"log_Results"_s, translated(u"Results"_s));
+    text += column(u"log_Mix"_s, translated(u"Mix"_s));
     // The "c" stands before the word alone, in front of any translation.
-    text += column("log_Version", (use == LogSearch::OfLog ? "c" : "") + translated("Version"));
-    text += column("log_Notes", translated("Notes"));
-    text += column("log_Desc", translated("Description"));
-    text += column("log_Strength", translated("Strength"));
-    text += column("log_Units", translated("Units"));
-    text += column("log_FormType", translated("FormulaType"));
-    text += ", Log.FormulaID ";
+    text +=
+        column(u"log_Version"_s, (use == LogSearch::OfLog ? u"c"_s : QString()) + translated(u"Version"_s));
+    text += column(u"log_Notes"_s, translated(u"Notes"_s));
+    text += column(u"log_Desc"_s, translated(u"Description"_s));
+    text += column(u"log_Strength"_s, translated(u"Strength"_s));
+    text += column(u"log_Units"_s, translated(u"Units"_s));
+    text += column(u"log_FormType"_s, translated(u"FormulaType"_s));
+    text += u", Log.FormulaID "_s;
     return text;
 }
 
 QString filter(QString& search, const QString& keyText) {
     switch (searchByFirst(search, {u'#', u'?'})) {
     case SearchBy::Key:
-        return "WHERE ([Log.LogID] = " + keyText + ")";
+        return u"WHERE ([Log.LogID] = "_s + keyText + u")"_s;
     case SearchBy::Code:
-        return likeFilter("Log.log_NDC", search);
+        return likeFilter(u"Log.log_NDC"_s, search);
     case SearchBy::Lot:
-        return likeFilter("Log.log_Lot", search);
+        return likeFilter(u"Log.log_Lot"_s, search);
     case SearchBy::Name:
         break;
     }
-    return likeFilter("Log.log_Name", search);
+    return likeFilter(u"Log.log_Name"_s, search);
 }
 
 }  // namespace
 
 QString logSearch(LogSearch use, QString search, const QString& keyText) {
-    QString statement = "SELECT ";
+    QString statement = u"SELECT "_s;
     statement += columns(use);
-    statement += "FROM Log ";
+    statement += u"FROM Log "_s;
     statement += filter(search, keyText);
-    statement += " ORDER BY Log.log_Date DESC;";
+    statement += u" ORDER BY Log.log_Date DESC;"_s;
     return statement;
 }
 

@@ -38,7 +38,7 @@ LineNote noteFor(const QString& line, const QString& chemical, const QString& un
     if (line.isEmpty())
         return {name};
     const LineNote doubt{
-        name + u": "_s + translated("This is not a plain number: the database will work it out."), true};
+        name + u": "_s + translated(u"This is not a plain number: the database will work it out."_s), true};
     if (!isPlain(line, u'.'))
         return doubt;
     try {

@@ -15,7 +15,7 @@ using namespace platform;
 QString aliasedColumns(const QString& pattern, std::initializer_list<AliasedColumn> columns) {
     QString text;
     for (const AliasedColumn& column : columns)
-        text += pattern.arg(QString(column.column), translated(column.alias));
+        text += pattern.arg(QLatin1String(column.column), translated(QLatin1String(column.alias)));
     return text;
 }
 
@@ -23,7 +23,7 @@ QString userText(const QString& text) { return trimmed(doubledApostrophes(text))
 
 QVariant lastIdentity() {
     const RecordsetPtr identity = Recordset::create();
-    identity->open("SELECT @@IDENTITY;", openDB());
+    identity->open(u"SELECT @@IDENTITY;"_s, openDB());
     return identity->value(0);
 }
 
@@ -34,13 +34,13 @@ RecordsetPtr openEditableList(const QString& statement) {
 }
 
 bool confirmedDeletion(const QString& question, const QString& name) {
-    return MsgBox(question.arg(translated("Delete"), name), deletionStyle) == Answer::Yes;
+    return MsgBox(question.arg(translated(u"Delete"_s), name), deletionStyle) == Answer::Yes;
 }
 
 bool isRefusedRelation(const RuntimeError& failure) { return failure.number() == error::general; }
 
 void tellRefusal(const QString& name, const QString& reason) {
-    MsgBox(name + "\r\n" + translated(reason), {}, u""_s);
+    MsgBox(name + u"\r\n"_s + translated(reason), {}, u""_s);
 }
 
 }  // namespace sorvanto

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
@@ -30,11 +32,11 @@ platform::GridColumn searchColumn(const platform::FieldInfo& field, const ListMe
         column.width = static_cast<int>(textWidth(field.definedSize) * measure.characterWidth);
         break;
     case platform::FieldKind::Double:
-        column.numberFormat = "Currency";
+        column.numberFormat = u"Currency"_s;
         column.width = 10 * measure.characterWidth;
         break;
     case platform::FieldKind::Flag:
-        column.numberFormat = "Yes/No";
+        column.numberFormat = u"Yes/No"_s;
         column.width = static_cast<int>(field.name.size()) * measure.characterWidth;
         break;
     default:

@@ -4,6 +4,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "records/clsSearch.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 namespace {
@@ -33,12 +35,12 @@ SearchBy searchByAny(QString& search, SearchMarkers markers) {
 }
 
 QString likeFilter(const QString& column, const QString& text) {
-    return "WHERE ([" + column + "] Like '" + text + "%')";
+    return u"WHERE (["_s + column + u"] Like '"_s + text + u"%')"_s;
 }
 
 void chooseRow(const platform::RecordsetPtr& rows, const QString& keyName) {
     const std::int32_t key = sharedSearch().searchList(rows, 0, 0);
-    platform::deref(rows).find(keyName + " = " + QString::number(key));
+    platform::deref(rows).find(keyName + u" = "_s + QString::number(key));
 }
 
 }  // namespace sorvanto

@@ -13,6 +13,8 @@
 
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -39,37 +41,38 @@ clsChemicalPtr readChemical(const Recordset& row) {
 QString chemicalFilter(std::int16_t key, QString search) {
     switch (searchByAny(search, {u'#', u'$'})) {
     case SearchBy::Key:
-        return "WHERE ([ChemicalID] = " + QString::number(key) + ")";
+        return u"WHERE ([ChemicalID] = "_s + QString::number(key) + u")"_s;
     case SearchBy::Code:
-        return likeFilter("chm_NDC", search);
+        return likeFilter(u"chm_NDC"_s, search);
     case SearchBy::Lot:
-        return likeFilter("chm_Lot", search);
+        return likeFilter(u"chm_Lot"_s, search);
     case SearchBy::Name:
         break;
     }
-    return likeFilter("chm_Name", search);
+    return likeFilter(u"chm_Name"_s, search);
 }
 
 }  // namespace
 
-clsChemical::clsChemical() : chm_Units(translated("Select Units")), chm_Form(translated("Select Form")) {}
+clsChemical::clsChemical()
+    : chm_Units(translated(u"Select Units"_s)), chm_Form(translated(u"Select Form"_s)) {}
 
 bool clsChemical::deleteChemical(const clsChemicalPtr& Chemical, bool Silent) {
-    return guarded("clsChemical:deleteChemical", false, [&] {
+    return guarded(u"clsChemical:deleteChemical"_s, false, [&] {
         const clsChemicalPtr held =
             Chemical;  // the screen may show another one when the question is answered
         const clsChemical& chemical = deref(held);
-        if (!Silent && !confirmedDeletion(translated("%1 %2?"), chemical.chm_Name))
+        if (!Silent && !confirmedDeletion(translated(u"%1 %2?"_s), chemical.chm_Name))
             return false;
-        strSQL = "DELETE FROM ";
-        strSQL += "[Chemical] WHERE ";
-        strSQL += "(ChemicalID = " + QString::number(chemical.ChemicalID) + ");";
+        strSQL = u"DELETE FROM "_s;
+        strSQL += u"[Chemical] WHERE "_s;
+        strSQL += u"(ChemicalID = "_s + QString::number(chemical.ChemicalID) + u");"_s;
         try {
             openDB()->execute(strSQL);
         } catch (const RuntimeError& failure) {
             if (!isRefusedRelation(failure))
                 throw;
-            tellRefusal(chemical.chm_Name, "is currently used in a formula,\rit can not be deleted.");
+            tellRefusal(chemical.chm_Name, u"is currently used in a formula,\rit can not be deleted."_s);
             return false;
         }
         return true;
@@ -77,44 +80,44 @@ bool clsChemical::deleteChemical(const clsChemicalPtr& Chemical, bool Silent) {
 }
 
 clsChemicalPtr clsChemical::saveChemical(const clsChemicalPtr& Chemical) {
-    return guarded("clsChemical:saveChemical", clsChemicalPtr(), [&] {
+    return guarded(u"clsChemical:saveChemical"_s, clsChemicalPtr(), [&] {
         const clsChemical& chemical = deref(Chemical);
-        strSQL = "UPDATE Chemical SET ";
-        strSQL += "[chm_Name] = '" + userText(chemical.chm_Name) + "', ";
-        strSQL += "[chm_Units] = '" + userText(chemical.chm_Units) + "', ";
-        strSQL += "[chm_Lot] = '" + userText(chemical.chm_Lot) + "', ";
-        strSQL += "[chm_NDC] = '" + userText(chemical.chm_NDC) + "', ";
-        strSQL += "[chm_Cost] = '" + chemical.chm_Cost.toText() + "', ";
-        strSQL += "[chm_AWP] = '" + chemical.chm_AWP.toText() + "', ";
-        strSQL += "[chm_Notes] = '" + userText(chemical.chm_Notes) + "', ";
-        strSQL += "[chm_Form] = '" + userText(chemical.chm_Form) + "', ";
-        strSQL += "[chm_Supplier] = '" + userText(chemical.chm_Supplier) + "' ";
-        strSQL += "WHERE [ChemicalID] = " + QString::number(chemical.ChemicalID);
+        strSQL = u"UPDATE Chemical SET "_s;
+        strSQL += u"[chm_Name] = '"_s + userText(chemical.chm_Name) + u"', "_s;
+        strSQL += u"[chm_Units] = '"_s + userText(chemical.chm_Units) + u"', "_s;
+        strSQL += u"[chm_Lot] = '"_s + userText(chemical.chm_Lot) + u"', "_s;
+        strSQL += u"[chm_NDC] = '"_s + userText(chemical.chm_NDC) + u"', "_s;
+        strSQL += u"[chm_Cost] = '"_s + chemical.chm_Cost.toText() + u"', "_s;
+        strSQL += u"[chm_AWP] = '"_s + chemical.chm_AWP.toText() + u"', "_s;
+        strSQL += u"[chm_Notes] = '"_s + userText(chemical.chm_Notes) + u"', "_s;
+        strSQL += u"[chm_Form] = '"_s + userText(chemical.chm_Form) + u"', "_s;
+        strSQL += u"[chm_Supplier] = '"_s + userText(chemical.chm_Supplier) + u"' "_s;
+        strSQL += u"WHERE [ChemicalID] = "_s + QString::number(chemical.ChemicalID);
         return openDB()->execute(strSQL) > 0 ? Chemical : nullptr;
     });
 }
 
 clsChemicalPtr clsChemical::addChemical() {
-    return guarded("clsChemical:chemicalAdd", clsChemicalPtr(), [&] {
-        strSQL = "INSERT INTO ";
-        strSQL += " Chemical (";
-        strSQL += " [chm_Name], ";
-        strSQL += " [chm_Units], ";
-        strSQL += " [chm_Lot], ";
-        strSQL += " [chm_NDC], ";
-        strSQL += " [chm_Cost], ";
-        strSQL += " [chm_AWP], ";
-        strSQL += " [chm_Notes], ";
-        strSQL += " [chm_Form], ";
-        strSQL += " [chm_GUID], ";
-        strSQL += " [chm_Supplier]";
-        strSQL += " ) ";
-        strSQL += " VALUES (";
-        strSQL += "'', '', '', '', ";
-        strSQL += "0, 0, ";
-        strSQL += "'', '', ";
-        strSQL += "'" + GUIDFactory().CreateGUID() + "', ";
-        strSQL += "''); ";
+    return guarded(u"clsChemical:chemicalAdd"_s, clsChemicalPtr(), [&] {
+        strSQL = u"INSERT INTO "_s;
+        strSQL += u" Chemical ("_s;
+        strSQL += u" [chm_Name], "_s;
+        strSQL += u" [chm_Units], "_s;
+        strSQL += u" [chm_Lot], "_s;
+        strSQL += u" [chm_NDC], "_s;
+        strSQL += u" [chm_Cost], "_s;
+        strSQL += u" [chm_AWP], "_s;
+        strSQL += u" [chm_Notes], "_s;
+        strSQL += u" [chm_Form], "_s;
+        strSQL += u" [chm_GUID], "_s;
+        strSQL += u" [chm_Supplier]"_s;
+        strSQL += u" ) "_s;
+        strSQL += u" VALUES ("_s;
+        strSQL += u"'', '', '', '', "_s;
+        strSQL += u"0, 0, "_s;
+        strSQL += u"'', '', "_s;
+        strSQL += u"'"_s + GUIDFactory().CreateGUID() + u"', "_s;
+        strSQL += u"''); "_s;
         openDB()->execute(strSQL);
         auto chemical = std::make_shared<clsChemical>();
         chemical->ChemicalID = toInt16(lastIdentity());
@@ -123,25 +126,25 @@ clsChemicalPtr clsChemical::addChemical() {
 }
 
 clsChemicalPtr clsChemical::openChemical(std::int16_t key, const QString& Search) {
-    return guarded("clsChemical:chemicalOpen", clsChemicalPtr(), [&] {
-        strSQL = "SELECT";
-        strSQL += " [ChemicalID]";
-        strSQL += aliasedColumns(",[%1] AS [%2]", {{"chm_Name", "Name"},
-                                                   {"chm_Units", "Units"},
-                                                   {"chm_Lot", "Lot"},
-                                                   {"chm_NDC", "NDC"},
-                                                   {"chm_Cost", "Cost"},
-                                                   {"chm_AWP", "AWP"},
-                                                   {"chm_Notes", "Notes"},
-                                                   {"chm_Form", "Form"},
-                                                   {"chm_GUID", "UniqueID"},
-                                                   {"chm_Supplier", "Supplier"}});
-        strSQL += " FROM [Chemical] ";
+    return guarded(u"clsChemical:chemicalOpen"_s, clsChemicalPtr(), [&] {
+        strSQL = u"SELECT"_s;
+        strSQL += u" [ChemicalID]"_s;
+        strSQL += aliasedColumns(u",[%1] AS [%2]"_s, {{"chm_Name", "Name"},
+                                                      {"chm_Units", "Units"},
+                                                      {"chm_Lot", "Lot"},
+                                                      {"chm_NDC", "NDC"},
+                                                      {"chm_Cost", "Cost"},
+                                                      {"chm_AWP", "AWP"},
+                                                      {"chm_Notes", "Notes"},
+                                                      {"chm_Form", "Form"},
+                                                      {"chm_GUID", "UniqueID"},
+                                                      {"chm_Supplier", "Supplier"}});
+        strSQL += u" FROM [Chemical] "_s;
         strSQL += chemicalFilter(key, Search);
         rs = Recordset::create();
         const auto release = qScopeGuard([this] { rs.reset(); });
         rs->open(strSQL, openDB());
-        chooseRow(rs, "ChemicalID");
+        chooseRow(rs, u"ChemicalID"_s);
         const auto chemical = rs->eof() ? std::make_shared<clsChemical>() : readChemical(*rs);
         rs->close();
         return chemical;

@@ -26,7 +26,7 @@ namespace {
 /// Reads the row the set stands on; the fields have translated names and are taken by position, except
 /// the key. A NULL mix programme is a failure.
 void readFormula(clsFormula& formula, const Recordset& row) {
-    formula.FormulaID = nullInt16(row.value("FormulaID"));
+    formula.FormulaID = nullInt16(row.value(u"FormulaID"_s));
     formula.frm_Name = nullText(row.value(1));
     formula.frm_Desc = nullText(row.value(2));
     formula.frm_Strength = nullText(row.value(3));
@@ -49,11 +49,11 @@ void setTotals(clsFormula& formula, const FormulaTotals& totals) {
 QString formulaFilter(std::int16_t key, QString& search) {
     switch (searchByFirst(search, {u'#', {}})) {
     case SearchBy::Key:
-        return "WHERE ([FormulaID] = " + QString::number(key) + ")";
+        return u"WHERE ([FormulaID] = "_s + QString::number(key) + u")"_s;
     case SearchBy::Code:
-        return likeFilter("frm_NDC", search);
+        return likeFilter(u"frm_NDC"_s, search);
     default:
-        return likeFilter("frm_Name", search);
+        return likeFilter(u"frm_Name"_s, search);
     }
 }
 
@@ -62,7 +62,7 @@ QString formulaFilter(std::int16_t key, QString& search) {
 QString unitsOf(const QString& chemical) {
     try {
         const RecordsetPtr rows = Recordset::create();
-        rows->open("SELECT [chm_Units] FROM [Chemical] WHERE [ChemicalID] = " + chemical, openDB());
+        rows->open(u"SELECT [chm_Units] FROM [Chemical] WHERE [ChemicalID] = "_s + chemical, openDB());
         return rows->eof() ? QString() : nullText(rows->value(0));
     } catch (const RuntimeError&) {
         return {};
@@ -72,15 +72,15 @@ QString unitsOf(const QString& chemical) {
 QString chemicalFilter(QString& search) {
     switch (searchByFirst(search, {u'#', u'?'})) {
     case SearchBy::Key:
-        return "WHERE ([ChemicalID] = " + numberText(leadingNumber(search)) + ")";
+        return u"WHERE ([ChemicalID] = "_s + numberText(leadingNumber(search)) + u")"_s;
     case SearchBy::Code:
-        return likeFilter("chm_NDC", search);
+        return likeFilter(u"chm_NDC"_s, search);
     case SearchBy::Lot:
-        return likeFilter("chm_Lot", search);
+        return likeFilter(u"chm_Lot"_s, search);
     case SearchBy::Name:
         break;
     }
-    return likeFilter("chm_Name", search);
+    return likeFilter(u"chm_Name"_s, search);
 }
 
 }  // namespace
@@ -88,15 +88,15 @@ QString chemicalFilter(QString& search) {
 clsFormula::clsFormula() : frm_Mix(XmlDocument::create()) {}
 
 bool clsFormula::deleteFormula(const clsFormulaPtr& Formula, bool Silent) {
-    return guarded("clsFormula:deleteFormula", false, [&] {
+    return guarded(u"clsFormula:deleteFormula"_s, false, [&] {
         const clsFormulaPtr held = Formula;  // the screen may show another one when the question is answered
         const clsFormula& formula = deref(held);
-        if (!Silent && !confirmedDeletion(translated("%1 %2?"), formula.frm_Name))
+        if (!Silent && !confirmedDeletion(translated(u"%1 %2?"_s), formula.frm_Name))
             return false;
-        for (const char* table : {"[FormChem] WHERE ", "[Formula] WHERE "}) {  // the lines go first
-            strSQL = "DELETE FROM ";
+        for (const QString& table : {u"[FormChem] WHERE "_s, u"[Formula] WHERE "_s}) {  // the lines go first
+            strSQL = u"DELETE FROM "_s;
             strSQL += table;
-            strSQL += "(FormulaID = " + QString::number(formula.FormulaID) + ");";
+            strSQL += u"(FormulaID = "_s + QString::number(formula.FormulaID) + u");"_s;
             openDB()->execute(strSQL);
         }
         return true;
@@ -104,30 +104,30 @@ bool clsFormula::deleteFormula(const clsFormulaPtr& Formula, bool Silent) {
 }
 
 clsFormulaPtr clsFormula::addFormula() {
-    return guarded("clsFormula:addFormula", clsFormulaPtr(), [&] {
-        strSQL = "INSERT INTO ";
-        strSQL += " Formula (";
-        strSQL += " [frm_Name], ";
-        strSQL += " [frm_Desc], ";
-        strSQL += " [frm_Strength], ";
-        strSQL += " [frm_Units], ";
-        strSQL += " [frm_Instructions], ";
-        strSQL += " [frm_Quantity], ";
-        strSQL += " [frm_JarSize], ";
-        strSQL += " [frm_FormType], ";
-        strSQL += " [frm_AWP], ";
-        strSQL += " [frm_NDC], ";
-        strSQL += " [frm_GUID], ";
-        strSQL += " [frm_Mix] ";
-        strSQL += " ) ";
-        strSQL += " VALUES (";
-        strSQL += "'', '', '', ";
-        strSQL += "'MLS', ";
-        strSQL += "'', ";
-        strSQL += "0, 3, 3, 0, ";
-        strSQL += "'', ";
-        strSQL += "'" + GUIDFactory().CreateGUID() + "', ";
-        strSQL += "'') ";
+    return guarded(u"clsFormula:addFormula"_s, clsFormulaPtr(), [&] {
+        strSQL = u"INSERT INTO "_s;
+        strSQL += u" Formula ("_s;
+        strSQL += u" [frm_Name], "_s;
+        strSQL += u" [frm_Desc], "_s;
+        strSQL += u" [frm_Strength], "_s;
+        strSQL += u" [frm_Units], "_s;
+        strSQL += u" [frm_Instructions], "_s;
+        strSQL += u" [frm_Quantity], "_s;
+        strSQL += u" [frm_JarSize], "_s;
+        strSQL += u" [frm_FormType], "_s;
+        strSQL += u" [frm_AWP], "_s;
+        strSQL += u" [frm_NDC], "_s;
+        strSQL += u" [frm_GUID], "_s;
+        strSQL += u" [frm_Mix] "_s;
+        strSQL += u" ) "_s;
+        strSQL += u" VALUES ("_s;
+        strSQL += u"'', '', '', "_s;
+        strSQL += u"'MLS', "_s;
+        strSQL += u"'', "_s;
+        strSQL += u"0, 3, 3, 0, "_s;
+        strSQL += u"'', "_s;
+        strSQL += u"'"_s + GUIDFactory().CreateGUID() + u"', "_s;
+        strSQL += u"'') "_s;
         openDB()->execute(strSQL);
         auto formula = std::make_shared<clsFormula>();
         formula->FormulaID = toInt16(lastIdentity());
@@ -142,27 +142,27 @@ clsFormulaPtr clsFormula::openFormula(std::int16_t key, const QString& Search) {
 }
 
 clsFormulaPtr clsFormula::openFormula(std::int16_t key, QString& Search) {
-    return guarded("clsFormula:openFormula", clsFormulaPtr(), [&] {
-        strSQL = "SELECT";
-        strSQL += " [FormulaID]";
-        strSQL += aliasedColumns(",[%1] AS [%2]", {{"frm_Name", "Name"},
-                                                   {"frm_Desc", "Description"},
-                                                   {"frm_Strength", "Strength"},
-                                                   {"frm_Units", "Units"},
-                                                   {"frm_Instructions", "Instructions"},
-                                                   {"frm_Quantity", "Quantity"},
-                                                   {"frm_JarSize", "Jar"},
-                                                   {"frm_FormType", "Form"},
-                                                   {"frm_NDC", "NDC"},
-                                                   {"frm_AWP", "AWP"},
-                                                   {"frm_GUID", "UniqueID"},
-                                                   {"frm_Mix", "Mix"}});
-        strSQL += " FROM [Formula] ";
+    return guarded(u"clsFormula:openFormula"_s, clsFormulaPtr(), [&] {
+        strSQL = u"SELECT"_s;
+        strSQL += u" [FormulaID]"_s;
+        strSQL += aliasedColumns(u",[%1] AS [%2]"_s, {{"frm_Name", "Name"},
+                                                      {"frm_Desc", "Description"},
+                                                      {"frm_Strength", "Strength"},
+                                                      {"frm_Units", "Units"},
+                                                      {"frm_Instructions", "Instructions"},
+                                                      {"frm_Quantity", "Quantity"},
+                                                      {"frm_JarSize", "Jar"},
+                                                      {"frm_FormType", "Form"},
+                                                      {"frm_NDC", "NDC"},
+                                                      {"frm_AWP", "AWP"},
+                                                      {"frm_GUID", "UniqueID"},
+                                                      {"frm_Mix", "Mix"}});
+        strSQL += u" FROM [Formula] "_s;
         strSQL += formulaFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB());
         if (rows->recordCount() > 0)  // nothing found gives no message here
-            chooseRow(rows, "FormulaID");
+            chooseRow(rows, u"FormulaID"_s);
         auto formula = std::make_shared<clsFormula>();
         if (!rows->eof())
             readFormula(*formula, *rows);
@@ -174,32 +174,32 @@ clsFormulaPtr clsFormula::openFormula(std::int16_t key, QString& Search) {
 }
 
 clsFormulaPtr clsFormula::saveFormula(const clsFormulaPtr& Formula) {
-    return guarded("clsFormula:saveFormula", clsFormulaPtr(), [&] {
+    return guarded(u"clsFormula:saveFormula"_s, clsFormulaPtr(), [&] {
         clsFormula& formula = deref(Formula);
         setTotals(formula, readTotals(formula.FormulaID));
-        strSQL = "UPDATE Formula SET ";
-        strSQL += "[frm_Name] = '" + userText(formula.frm_Name) + "', ";
-        strSQL += "[frm_Desc] = '" + userText(formula.frm_Desc) + "', ";
-        strSQL += "[frm_Strength] = '" + userText(formula.frm_Strength) + "', ";
-        strSQL += "[frm_Units] = '" + userText(formula.frm_Units) + "', ";
-        strSQL += "[frm_Instructions] = '" + userText(formula.frm_Instructions) + "', ";
-        strSQL += "[frm_NDC] = '" + userText(formula.frm_NDC) + "', ";
-        strSQL += "[frm_Quantity] = " + QString::number(formula.frm_Quantity) + ", ";
-        strSQL += "[frm_JarSize] = " + QString::number(formula.frm_JarSize) + ", ";
-        strSQL += "[frm_FormType] = " + QString::number(formula.frm_FormType) + ", ";
-        strSQL += "[frm_AWP] = '" + formula.frm_AWP.toText() + "', ";
-        strSQL += "[frm_Mix] = '" + deref(formula.frm_Mix).xml() + "'";
-        strSQL += "WHERE [FormulaID] = " + QString::number(formula.FormulaID);
+        strSQL = u"UPDATE Formula SET "_s;
+        strSQL += u"[frm_Name] = '"_s + userText(formula.frm_Name) + u"', "_s;
+        strSQL += u"[frm_Desc] = '"_s + userText(formula.frm_Desc) + u"', "_s;
+        strSQL += u"[frm_Strength] = '"_s + userText(formula.frm_Strength) + u"', "_s;
+        strSQL += u"[frm_Units] = '"_s + userText(formula.frm_Units) + u"', "_s;
+        strSQL += u"[frm_Instructions] = '"_s + userText(formula.frm_Instructions) + u"', "_s;
+        strSQL += u"[frm_NDC] = '"_s + userText(formula.frm_NDC) + u"', "_s;
+        strSQL += u"[frm_Quantity] = "_s + QString::number(formula.frm_Quantity) + u", "_s;
+        strSQL += u"[frm_JarSize] = "_s + QString::number(formula.frm_JarSize) + u", "_s;
+        strSQL += u"[frm_FormType] = "_s + QString::number(formula.frm_FormType) + u", "_s;
+        strSQL += u"[frm_AWP] = '"_s + formula.frm_AWP.toText() + u"', "_s;
+        strSQL += u"[frm_Mix] = '"_s + deref(formula.frm_Mix).xml() + u"'"_s;
+        strSQL += u"WHERE [FormulaID] = "_s + QString::number(formula.FormulaID);
         return openDB()->execute(strSQL) > 0 ? Formula : nullptr;
     });
 }
 
 bool clsFormula::deleteChemical(std::int16_t FormChemID) {
-    return guarded("clsFormula:deleteChemical", false, [&] {
-        strSQL = "DELETE ";
-        strSQL += "FROM [FormChem] ";
-        strSQL += "WHERE ";
-        strSQL += "FormChemID = " + QString::number(FormChemID);
+    return guarded(u"clsFormula:deleteChemical"_s, false, [&] {
+        strSQL = u"DELETE "_s;
+        strSQL += u"FROM [FormChem] "_s;
+        strSQL += u"WHERE "_s;
+        strSQL += u"FormChemID = "_s + QString::number(FormChemID);
         const auto count = openDB()->execute(strSQL);
         setTotals(*this, readTotals(FormulaID));
         Chemical = openLines(LineColumns::Short, FormulaID);
@@ -208,24 +208,24 @@ bool clsFormula::deleteChemical(std::int16_t FormChemID) {
 }
 
 bool clsFormula::addChemical(QString& Search) {
-    return guarded("clsFormula:addChemical", false, [&] {
-        strSQL = "SELECT ";
-        strSQL += "[ChemicalID],[chm_Name] AS ";
-        strSQL += "Name";
-        strSQL += ", [chm_NDC] AS ";
-        strSQL += "NDC";
-        strSQL += " FROM [Chemical] ";
+    return guarded(u"clsFormula:addChemical"_s, false, [&] {
+        strSQL = u"SELECT "_s;
+        strSQL += u"[ChemicalID],[chm_Name] AS "_s;
+        strSQL += u"Name"_s;
+        strSQL += u", [chm_NDC] AS "_s;
+        strSQL += u"NDC"_s;
+        strSQL += u" FROM [Chemical] "_s;
         strSQL += chemicalFilter(Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB());
-        chooseRow(rows, "ChemicalID");
+        chooseRow(rows, u"ChemicalID"_s);
         if (rows->eof())
             return false;
         const QString key = nullText(rows->value(0));
         const QString quantity =
-            InputBox(translated("Input desired quantity for chemical"), u""_s, {},
+            InputBox(translated(u"Input desired quantity for chemical"_s), u""_s, {},
                      quantityGuide(nullText(rows->value(1)), [key] { return unitsOf(key); }));
-        strSQL = lineInsert(FormulaID, key, quantity, "0", "1");
+        strSQL = lineInsert(FormulaID, key, quantity, u"0"_s, u"1"_s);
         const auto count = openDB()->execute(strSQL);
         setTotals(*this, readTotals(FormulaID));
         Chemical = openLines(LineColumns::Short, FormulaID);
@@ -234,7 +234,7 @@ bool clsFormula::addChemical(QString& Search) {
 }
 
 clsFormulaPtr clsFormula::copyFormula(const clsFormulaPtr& Formula) {
-    return guarded("clsFormula:copyFormula", clsFormulaPtr(), [&] {
+    return guarded(u"clsFormula:copyFormula"_s, clsFormulaPtr(), [&] {
         const clsFormula& original = deref(Formula);
         auto copy = std::make_shared<clsFormula>();
         const clsFormulaPtr added = copy->addFormula();
@@ -251,15 +251,15 @@ clsFormulaPtr clsFormula::copyFormula(const clsFormulaPtr& Formula) {
         copy->frm_Quantity = original.frm_Quantity;
         copy->frm_Strength = original.frm_Strength;
         copy->frm_Units = original.frm_Units;
-        copy->frm_Name = "Copy of " + original.frm_Name;
+        copy->frm_Name = u"Copy of "_s + original.frm_Name;
         saveFormula(copy);
         Recordset& lines = deref(original.Chemical);
         if (!lines.bof())
             lines.moveFirst();
         for (; !lines.eof(); lines.moveNext()) {
-            strSQL = lineInsert(copy->FormulaID, nullText(lines.value("ChemicalID")),
-                                nullText(lines.value("fch_Qty")), nullText(lines.value("fch_QS")),
-                                nullText(lines.value("fch_Active")));
+            strSQL = lineInsert(copy->FormulaID, nullText(lines.value(u"ChemicalID"_s)),
+                                nullText(lines.value(u"fch_Qty"_s)), nullText(lines.value(u"fch_QS"_s)),
+                                nullText(lines.value(u"fch_Active"_s)));
             openDB()->execute(strSQL);
         }
         return copy->openFormula(copy->FormulaID, QString());

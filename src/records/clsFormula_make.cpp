@@ -7,6 +7,8 @@
 #include "platform/basic/Values.h"
 #include "shared/Guard.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -23,10 +25,10 @@ QString scaledText(const QVariant& value, const QString& picture) { return forma
 
 /// The line's quantity for the batch, and its prices from prices of one unit to those of the line.
 void scaleLine(Recordset& line, double factor) {
-    line.setValue("fch_QTY", scaledText(product(line.value("fch_QTY"), factor), "#0.000"));
-    for (const char* price : {"chm_Cost", "chm_AWP"}) {
-        const double quantity = toDouble(line.value("fch_Qty"));  // already rounded
-        line.setValue(price, scaledText(product(line.value(price), quantity), "#0.00"));
+    line.setValue(u"fch_QTY"_s, scaledText(product(line.value(u"fch_QTY"_s), factor), u"#0.000"_s));
+    for (const QString& price : {u"chm_Cost"_s, u"chm_AWP"_s}) {
+        const double quantity = toDouble(line.value(u"fch_Qty"_s));  // already rounded
+        line.setValue(price, scaledText(product(line.value(price), quantity), u"#0.00"_s));
     }
 }
 
@@ -62,20 +64,20 @@ void clsFormula::makeQuantity(std::int16_t quantity) {
 }
 
 XmlDocumentPtr clsFormula::getFormulaXML() {
-    return guarded("clsFormula:getFormulaXML", XmlDocumentPtr(), [&] {
+    return guarded(u"clsFormula:getFormulaXML"_s, XmlDocumentPtr(), [&] {
         const XmlDocumentPtr document = XmlDocument::create();
-        document->appendElement("Formula");
-        XmlNode parent = document->getElementsByTagName("Formula").at(0);
-        const auto add = [&](const char* name, const QString& text) {
+        document->appendElement(u"Formula"_s);
+        XmlNode parent = document->getElementsByTagName(u"Formula"_s).at(0);
+        const auto add = [&](const QString& name, const QString& text) {
             parent.appendElement(name).setText(text);
         };
-        add("ID", QString::number(FormulaID));
-        add("Name", frm_Name);
-        add("Type", QString::number(frm_FormType));
-        add("Size", QString::number(frm_JarSize));
-        add("QTY", QString::number(frm_Quantity));
-        add("Make", QString::number(makeQuantity()));
-        parent.appendCopy(deref(frm_Mix).cloneDeep()->selectSingleNode("CustomMix"));
+        add(u"ID"_s, QString::number(FormulaID));
+        add(u"Name"_s, frm_Name);
+        add(u"Type"_s, QString::number(frm_FormType));
+        add(u"Size"_s, QString::number(frm_JarSize));
+        add(u"QTY"_s, QString::number(frm_Quantity));
+        add(u"Make"_s, QString::number(makeQuantity()));
+        parent.appendCopy(deref(frm_Mix).cloneDeep()->selectSingleNode(u"CustomMix"_s));
         return document;
     });
 }

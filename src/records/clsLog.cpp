@@ -14,6 +14,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -46,14 +48,14 @@ void readLog(clsLog& log, const Recordset& row) {
 }
 
 QString logLines(std::int32_t log) {
-    QString statement = "SELECT ";
-    statement += "LogChem.lch_Name, LogChem.lch_QTY, LogChem.lch_Lot, ";
-    statement += "LogChem.lch_Cost, LogChem.lch_AWP, LogChem.lch_NDC, LogChem.lch_Supplier, ";
-    statement += "LogChem.lch_Form, LogChem.lch_Units, LogChem.LogChemID, Chemical.chm_Notes ";
-    statement += "FROM LogChem LEFT OUTER JOIN Chemical ON Chemical.ChemicalID = ";
-    statement += "LogChem.ChemicalID ";
-    statement += "WHERE ";
-    statement += "(((LogID)= " + QString::number(log) + "));";
+    QString statement = u"SELECT "_s;
+    statement += u"LogChem.lch_Name, LogChem.lch_QTY, LogChem.lch_Lot, "_s;
+    statement += u"LogChem.lch_Cost, LogChem.lch_AWP, LogChem.lch_NDC, LogChem.lch_Supplier, "_s;
+    statement += u"LogChem.lch_Form, LogChem.lch_Units, LogChem.LogChemID, Chemical.chm_Notes "_s;
+    statement += u"FROM LogChem LEFT OUTER JOIN Chemical ON Chemical.ChemicalID = "_s;
+    statement += u"LogChem.ChemicalID "_s;
+    statement += u"WHERE "_s;
+    statement += u"(((LogID)= "_s + QString::number(log) + u"));"_s;
     return statement;
 }
 
@@ -68,7 +70,7 @@ public:
     }
     ~DeletionNote() {
         if (batchJournal && !m_deleted)
-            guarded("clsLog:deleteLog", [] { batchJournal->undoDeletion(); });
+            guarded(u"clsLog:deleteLog"_s, [] { batchJournal->undoDeletion(); });
     }
     DeletionNote(const DeletionNote&) = delete;
     DeletionNote& operator=(const DeletionNote&) = delete;
@@ -94,11 +96,11 @@ clsLogPtr clsLog::copy() const {
 }
 
 void clsLog::openLog(std::int32_t key, const QString& Search) {
-    guarded("clsLog:openLog", [&] {
+    guarded(u"clsLog:openLog"_s, [&] {
         strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), LockType::Pessimistic);
-        chooseRow(rows, "LogID");
+        chooseRow(rows, u"LogID"_s);
         if (!rows->eof())
             readLog(*this, *rows);
         rows->close();
@@ -108,33 +110,33 @@ void clsLog::openLog(std::int32_t key, const QString& Search) {
 }
 
 bool clsLog::saveLog(const clsLogPtr& Log) {
-    return guarded("clsLog:saveLog", false, [&] {
+    return guarded(u"clsLog:saveLog"_s, false, [&] {
         const clsLog& log = deref(Log);
-        strSQL = "UPDATE [Log] SET ";
-        strSQL += "[log_Initials] = '" + userText(log.log_Initials) + "',";
-        strSQL += "[log_Verified] = '" + userText(log.log_Verified) + "',";
-        strSQL += "[log_Notes] = '" + userText(log.log_Notes) + "'";
-        strSQL += " WHERE [LogID] = " + QString::number(log.LogID);
+        strSQL = u"UPDATE [Log] SET "_s;
+        strSQL += u"[log_Initials] = '"_s + userText(log.log_Initials) + u"',"_s;
+        strSQL += u"[log_Verified] = '"_s + userText(log.log_Verified) + u"',"_s;
+        strSQL += u"[log_Notes] = '"_s + userText(log.log_Notes) + u"'"_s;
+        strSQL += u" WHERE [LogID] = "_s + QString::number(log.LogID);
         return openDB()->execute(strSQL) > 0;
     });
 }
 
 bool clsLog::deleteLog(const clsLogPtr& Log) {
-    return guarded("clsLog:deleteLog", false, [&] {
+    return guarded(u"clsLog:deleteLog"_s, false, [&] {
         const clsLogPtr held = Log;  // the screen may show another one when the question is answered
         const clsLog& log = deref(held);
-        if (!confirmedDeletion(translated("%1 %2 ?"), log.log_Name))
+        if (!confirmedDeletion(translated(u"%1 %2 ?"_s), log.log_Name))
             return false;
-        strSQL = "DELETE FROM ";
-        strSQL += "[Log] WHERE ";
-        strSQL += "(LogID = " + QString::number(log.LogID) + ");";
+        strSQL = u"DELETE FROM "_s;
+        strSQL += u"[Log] WHERE "_s;
+        strSQL += u"(LogID = "_s + QString::number(log.LogID) + u");"_s;
         DeletionNote note(log.LogID);
         try {
             return note.kept(openDB()->execute(strSQL) > 0);
         } catch (const RuntimeError& failure) {
             if (!isRefusedRelation(failure))
                 throw;
-            tellRefusal(log.log_Name, "is currently used in a prescription,\rit can not be deleted.");
+            tellRefusal(log.log_Name, u"is currently used in a prescription,\rit can not be deleted."_s);
             return false;
         }
     });

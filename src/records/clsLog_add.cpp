@@ -23,10 +23,10 @@ namespace {
 
 /// The mixer makes the lot: the value of the results and the preparation number, joined.
 QString lotOf(const XmlDocument& results) {
-    return nodeValue(results, "//Results") + nodeValue(results, "//Results/PreparationNumber");
+    return nodeValue(results, u"//Results"_s) + nodeValue(results, u"//Results/PreparationNumber"_s);
 }
 
-QString quoted(const QString& text) { return "'" + text + "', "; }
+QString quoted(const QString& text) { return u"'"_s + text + u"', "_s; }
 
 QString doubled(const QString& text) { return quoted(doubledApostrophes(text)); }
 
@@ -37,16 +37,17 @@ QString fromResults(const XmlDocumentPtr& results, Value value) {
 }
 
 QString insertHead() {
-    QString statement = "INSERT INTO ";
-    statement += " Log (";
-    for (const char* column :
-         {" [FormulaID], ", " [log_Name], ", " [log_Strength], ", " [log_Desc], ", " [log_Units], ",
-          " [log_FormType], ", " [log_Quantity], ", " [log_JarSize], ", " [log_NDC], ", " [log_Date], ",
-          " [log_Lot], ", " [log_Initials], ", " [log_Verified], ", " [log_Results], ", " [log_Version],",
-          " [log_AWP], ", " [log_Cost], ", " [log_Notes], ", " [log_Mix] "})
+    QString statement = u"INSERT INTO "_s;
+    statement += u" Log ("_s;
+    for (const QString& column :
+         {u" [FormulaID], "_s, u" [log_Name], "_s, u" [log_Strength], "_s, u" [log_Desc], "_s,
+          u" [log_Units], "_s, u" [log_FormType], "_s, u" [log_Quantity], "_s, u" [log_JarSize], "_s,
+          u" [log_NDC], "_s, u" [log_Date], "_s, u" [log_Lot], "_s, u" [log_Initials], "_s,
+          u" [log_Verified], "_s, u" [log_Results], "_s, u" [log_Version],"_s, u" [log_AWP], "_s,
+          u" [log_Cost], "_s, u" [log_Notes], "_s, u" [log_Mix] "_s})
         statement += column;
-    statement += " ) ";
-    statement += " VALUES (";
+    statement += u" ) "_s;
+    statement += u" VALUES ("_s;
     return statement;
 }
 
@@ -59,7 +60,7 @@ QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
     values += doubled(formula.frm_Desc);
     values += doubled(formula.frm_Units);
     values += doubled(QString::number(formula.frm_FormType));
-    values += QString::number(formula.makeQuantity()) + ", ";
+    values += QString::number(formula.makeQuantity()) + u", "_s;
     values += quoted(QString::number(formula.frm_JarSize));
     values += quoted(formula.frm_NDC);
     values += quoted(dateText(moment));
@@ -68,12 +69,12 @@ QString insertValues(const clsFormula& formula, const SigningDialog& signatures,
     values += quoted(signatures.verified());
     values += fromResults(results, [](const XmlDocument& document) { return document.xml(); });
     values += fromResults(results, [](const XmlDocument& document) {
-        return nodeValue(document, "//Results/HardwareVersion");
+        return nodeValue(document, u"//Results/HardwareVersion"_s);
     });
     values += quoted(formula.frm_AWP.toText());
     values += quoted(formula.frm_Cost.toText());
-    values += "'', ";
-    values += "'" + deref(formula.frm_Mix).xml() + "'); ";
+    values += u"'', "_s;
+    values += u"'"_s + deref(formula.frm_Mix).xml() + u"'); "_s;
     return values;
 }
 
@@ -97,7 +98,7 @@ LogColumns insertedColumns(const clsFormula& formula, const SigningDialog& signa
             {"log_Initials", raw(signatures.initials())},
             {"log_Verified", raw(signatures.verified())},
             {"log_Results", results ? raw(results->xml()) : QString()},
-            {"log_Version", results ? raw(nodeValue(*results, "//Results/HardwareVersion")) : QString()},
+            {"log_Version", results ? raw(nodeValue(*results, u"//Results/HardwareVersion"_s)) : QString()},
             {"log_AWP", formula.frm_AWP.toText()},
             {"log_Cost", formula.frm_Cost.toText()},
             {"log_Notes", QString()},
@@ -117,13 +118,13 @@ void takeDown(const clsFormula& formula, const LogColumns& columns) {
 
 /// An empty set of the batch's lines that takes new rows.
 RecordsetPtr openForLines(std::int32_t log) {
-    QString statement = "SELECT ";
-    statement += "LogChemID, LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
-                 "lch_Supplier, lch_Form, lch_GUID, lch_QTY  ";
-    statement += "FROM LogChem ";
-    statement += "WHERE (LogID = ";
+    QString statement = u"SELECT "_s;
+    statement += u"LogChemID, LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
+                 "lch_Supplier, lch_Form, lch_GUID, lch_QTY  "_s;
+    statement += u"FROM LogChem "_s;
+    statement += u"WHERE (LogID = "_s;
     statement += QString::number(log);
-    statement += ")";
+    statement += u")"_s;
     RecordsetPtr lines = Recordset::create();
     lines->open(statement, openDB(), LockType::Optimistic);
     return lines;
@@ -135,18 +136,18 @@ void freezeLines(std::int16_t log, Recordset& from, Recordset& to) {
         return;
     for (from.moveFirst(); !from.eof(); from.moveNext()) {
         to.addNew();
-        to.setValue("LogID", QVariant(static_cast<qint64>(log)));
-        to.setValue("ChemicalID", from.value("ChemicalID"));
-        to.setValue("lch_Name", from.value("chm_Name"));
-        to.setValue("lch_Units", from.value("chm_Units"));
-        to.setValue("lch_Lot", from.value("chm_Lot"));
-        to.setValue("lch_NDC", from.value("chm_NDC"));
-        to.setValue("lch_Cost", from.value("chm_Cost"));
-        to.setValue("lch_AWP", from.value("chm_AWP"));
-        to.setValue("lch_Supplier", from.value("chm_Supplier"));
-        to.setValue("lch_Form", from.value("chm_Form"));
-        to.setValue("lch_GUID", from.value("chm_GUID"));
-        to.setValue("lch_QTY", from.value("fch_Qty"));
+        to.setValue(u"LogID"_s, QVariant(static_cast<qint64>(log)));
+        to.setValue(u"ChemicalID"_s, from.value(u"ChemicalID"_s));
+        to.setValue(u"lch_Name"_s, from.value(u"chm_Name"_s));
+        to.setValue(u"lch_Units"_s, from.value(u"chm_Units"_s));
+        to.setValue(u"lch_Lot"_s, from.value(u"chm_Lot"_s));
+        to.setValue(u"lch_NDC"_s, from.value(u"chm_NDC"_s));
+        to.setValue(u"lch_Cost"_s, from.value(u"chm_Cost"_s));
+        to.setValue(u"lch_AWP"_s, from.value(u"chm_AWP"_s));
+        to.setValue(u"lch_Supplier"_s, from.value(u"chm_Supplier"_s));
+        to.setValue(u"lch_Form"_s, from.value(u"chm_Form"_s));
+        to.setValue(u"lch_GUID"_s, from.value(u"chm_GUID"_s));
+        to.setValue(u"lch_QTY"_s, from.value(u"fch_Qty"_s));
         to.update();
     }
 }
@@ -154,7 +155,7 @@ void freezeLines(std::int16_t log, Recordset& from, Recordset& to) {
 }  // namespace
 
 clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Results) {
-    return guarded("clsLog:addLog", clsLogPtr(), [&]() -> clsLogPtr {
+    return guarded(u"clsLog:addLog"_s, clsLogPtr(), [&]() -> clsLogPtr {
         const auto signatures = makeSigningDialog ? makeSigningDialog() : nullptr;
         deref(signatures).setFormula(Formula);
         signatures->log_Lot(lotOf(deref(Results)));

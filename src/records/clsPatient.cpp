@@ -14,6 +14,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -44,19 +46,19 @@ clsPatientPtr readPatient(const Recordset& row) {
 QString nameFilter(const QString& search) {
     const qsizetype position = search.indexOf(u',') + 1;
     if (position == 0)
-        return likeFilter("pat_LName", search);
-    QString filter = "WHERE ([pat_LName] Like '" + search.right(position - 1) + "%')";
-    filter += "AND ";
-    filter += "([pat_FName] Like '" + search.mid(position) + "%')";
+        return likeFilter(u"pat_LName"_s, search);
+    QString filter = u"WHERE ([pat_LName] Like '"_s + search.right(position - 1) + u"%')"_s;
+    filter += u"AND "_s;
+    filter += u"([pat_FName] Like '"_s + search.mid(position) + u"%')"_s;
     return filter;
 }
 
 QString patientFilter(std::int16_t key, QString search) {
     switch (searchByAny(search, {u'#', {}})) {
     case SearchBy::Key:
-        return "WHERE ([PatientID] = " + QString::number(key) + ")";
+        return u"WHERE ([PatientID] = "_s + QString::number(key) + u")"_s;
     case SearchBy::Code:
-        return likeFilter("pat_Phone", search);
+        return likeFilter(u"pat_Phone"_s, search);
     default:
         return nameFilter(search);
     }
@@ -67,47 +69,48 @@ QString patientFilter(std::int16_t key, QString search) {
 clsPatient::clsPatient() : pat_BDay(zeroDate()) {}
 
 bool clsPatient::deletePatient(const clsPatientPtr& Patient, bool Silent) {
-    const ResumeNext step("clsPatient:deletePatient");
+    const ResumeNext step(u"clsPatient:deletePatient"_s);
     const clsPatientPtr held = Patient;  // the screen may show another one when the question is answered
     if (!Silent) {
         bool confirmed = false;
         step([&] {
             const clsPatient& patient = deref(held);
-            confirmed = confirmedDeletion(translated("%1 %2?"), patient.pat_LName + ", " + patient.pat_FName);
+            confirmed =
+                confirmedDeletion(translated(u"%1 %2?"_s), patient.pat_LName + u", "_s + patient.pat_FName);
         });
         if (!confirmed)
             return false;
     }
-    for (const char* table : {"[RXs] WHERE ", "[Patient] WHERE "}) {
-        step([&] { strSQL = "DELETE FROM "; });
+    for (const QString& table : {u"[RXs] WHERE "_s, u"[Patient] WHERE "_s}) {
+        step([&] { strSQL = u"DELETE FROM "_s; });
         step([&] { strSQL += table; });
-        step([&] { strSQL += "(PatientID = " + QString::number(deref(held).PatientID) + ");"; });
+        step([&] { strSQL += u"(PatientID = "_s + QString::number(deref(held).PatientID) + u");"_s; });
         step([&] { openDB()->execute(strSQL); });
     }
     return true;
 }
 
 clsPatientPtr clsPatient::openPatient(std::int16_t key, const QString& Search) {
-    return guarded("clsPatient:openPatient", clsPatientPtr(), [&] {
-        strSQL = "SELECT";
-        strSQL += " [PatientID]";
-        strSQL += aliasedColumns(", [%1] as [%2]", {{"pat_LName", "LastName"},
-                                                    {"pat_FName", "FirstName"},
-                                                    {"pat_Address1", "Address"},
-                                                    {"pat_Address2", "Address2"},
-                                                    {"pat_City", "City"},
-                                                    {"pat_State", "State"},
-                                                    {"pat_Zip", "Zip"},
-                                                    {"pat_Country", "Country"},
-                                                    {"pat_BDay", "BirthDate"},
-                                                    {"pat_Phone", "Phone"},
-                                                    {"pat_Fax", "Fax"},
-                                                    {"pat_Notes", "Notes"}});
-        strSQL += " FROM [Patient] ";
+    return guarded(u"clsPatient:openPatient"_s, clsPatientPtr(), [&] {
+        strSQL = u"SELECT"_s;
+        strSQL += u" [PatientID]"_s;
+        strSQL += aliasedColumns(u", [%1] as [%2]"_s, {{"pat_LName", "LastName"},
+                                                       {"pat_FName", "FirstName"},
+                                                       {"pat_Address1", "Address"},
+                                                       {"pat_Address2", "Address2"},
+                                                       {"pat_City", "City"},
+                                                       {"pat_State", "State"},
+                                                       {"pat_Zip", "Zip"},
+                                                       {"pat_Country", "Country"},
+                                                       {"pat_BDay", "BirthDate"},
+                                                       {"pat_Phone", "Phone"},
+                                                       {"pat_Fax", "Fax"},
+                                                       {"pat_Notes", "Notes"}});
+        strSQL += u" FROM [Patient] "_s;
         strSQL += patientFilter(key, Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), LockType::Pessimistic);
-        chooseRow(rows, "PatientID");
+        chooseRow(rows, u"PatientID"_s);
         const auto patient = rows->eof() ? std::make_shared<clsPatient>() : readPatient(*rows);
         patient->RXs = openPrescriptions(patient->PatientID, PrescriptionOrder::NewestFirst);
         rows->close();
@@ -116,20 +119,21 @@ clsPatientPtr clsPatient::openPatient(std::int16_t key, const QString& Search) {
 }
 
 clsPatientPtr clsPatient::addPatient() {
-    return guarded("clsPatient:addPatient", clsPatientPtr(), [&] {
-        strSQL = "INSERT INTO ";
-        strSQL += " Patient (";
-        for (const char* column :
-             {" [pat_FName], ", " [pat_LName], ", " [pat_Address1], ", " [pat_Address2], ", " [pat_City], ",
-              " [pat_State], ", " [pat_Zip], ", " [pat_Country], ", " [pat_BDay], ", " [pat_Phone], ",
-              " [pat_Fax],", " [pat_Notes]"})
+    return guarded(u"clsPatient:addPatient"_s, clsPatientPtr(), [&] {
+        strSQL = u"INSERT INTO "_s;
+        strSQL += u" Patient ("_s;
+        for (const QString& column :
+             {u" [pat_FName], u"_s, u"_s [pat_LName], u"_s, u"_s [pat_Address1], u"_s,
+              u"_s [pat_Address2], u"_s, u"_s [pat_City], u"_s, u"_s [pat_State], u"_s, u"_s [pat_Zip], u"_s,
+              u"_s [pat_Country], u"_s, u"_s [pat_BDay], u"_s, u"_s [pat_Phone], u"_s, u"_s [pat_Fax],u"_s,
+              u"_s [pat_Notes]"_s})
             strSQL += column;
-        strSQL += " ) ";
-        strSQL += " VALUES (";
-        strSQL += "'', '', '', '', '', '', '', '', ";
-        strSQL += "NULL, ";
-        strSQL += "'', '', ";
-        strSQL += "'');";
+        strSQL += u" ) "_s;
+        strSQL += u" VALUES ("_s;
+        strSQL += u"'', '', '', '', '', '', '', '', "_s;
+        strSQL += u"NULL, "_s;
+        strSQL += u"'', '', "_s;
+        strSQL += u"'');"_s;
         openDB()->execute(strSQL);
         auto patient = std::make_shared<clsPatient>();
         patient->PatientID = toInt16(lastIdentity());
@@ -140,20 +144,20 @@ clsPatientPtr clsPatient::addPatient() {
 
 clsPatientPtr clsPatient::savePatient(const clsPatientPtr& Patient) {
     const clsPatient& patient = deref(Patient);
-    strSQL = "UPDATE Patient SET ";
-    strSQL += "[pat_FName] = '" + userText(patient.pat_FName) + "', ";
-    strSQL += "[pat_LName] = '" + userText(patient.pat_LName) + "', ";
-    strSQL += "[pat_Address1] = '" + userText(patient.pat_Address1) + "', ";
-    strSQL += "[pat_Address2] = '" + userText(patient.pat_Address2) + "', ";
-    strSQL += "[pat_City] = '" + userText(patient.pat_City) + "', ";
-    strSQL += "[pat_State] = '" + userText(patient.pat_State) + "', ";
-    strSQL += "[pat_Zip] = '" + trimmed(patient.pat_Zip) + "', ";  // these three keep their apostrophes
-    strSQL += "[pat_Country] = '" + userText(patient.pat_Country) + "', ";
-    strSQL += "[pat_BDay] = '" + dateText(patient.pat_BDay) + "', ";
-    strSQL += "[pat_Phone] = '" + trimmed(patient.pat_Phone) + "', ";
-    strSQL += "[pat_Fax] = '" + trimmed(patient.pat_Fax) + "', ";
-    strSQL += "[pat_Notes] = '" + userText(patient.pat_Notes) + "' ";
-    strSQL += "WHERE [PatientID]  = " + QString::number(patient.PatientID);
+    strSQL = u"UPDATE Patient SET "_s;
+    strSQL += u"[pat_FName] = '"_s + userText(patient.pat_FName) + u"', "_s;
+    strSQL += u"[pat_LName] = '"_s + userText(patient.pat_LName) + u"', "_s;
+    strSQL += u"[pat_Address1] = '"_s + userText(patient.pat_Address1) + u"', "_s;
+    strSQL += u"[pat_Address2] = '"_s + userText(patient.pat_Address2) + u"', "_s;
+    strSQL += u"[pat_City] = '"_s + userText(patient.pat_City) + u"', "_s;
+    strSQL += u"[pat_State] = '"_s + userText(patient.pat_State) + u"', "_s;
+    strSQL += u"[pat_Zip] = '"_s + trimmed(patient.pat_Zip) + u"', "_s;  // these three keep their apostrophes
+    strSQL += u"[pat_Country] = '"_s + userText(patient.pat_Country) + u"', "_s;
+    strSQL += u"[pat_BDay] = '"_s + dateText(patient.pat_BDay) + u"', "_s;
+    strSQL += u"[pat_Phone] = '"_s + trimmed(patient.pat_Phone) + u"', "_s;
+    strSQL += u"[pat_Fax] = '"_s + trimmed(patient.pat_Fax) + u"', "_s;
+    strSQL += u"[pat_Notes] = '"_s + userText(patient.pat_Notes) + u"' "_s;
+    strSQL += u"WHERE [PatientID]  = "_s + QString::number(patient.PatientID);
     return openDB()->execute(strSQL) > 0 ? Patient : nullptr;
 }
 

@@ -10,6 +10,8 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -19,32 +21,32 @@ namespace {
 /// The 0 in front of a value guards against NULL; the engine's conversion takes it off. The cost column
 /// takes the batch's AWP and the price column its cost.
 QString prescriptionInsert(const Recordset& batch, std::int16_t patient) {
-    QString statement = "INSERT INTO ";
-    statement += " RXs (";
-    for (const char* column : {" [LogID], ", " [PatientID], ", " [rxs_Date], ", " [rxs_QTY], ",
-                               " [rxs_Cost], ", " [rxs_Price],", " [rxs_Doctor]"})
+    QString statement = u"INSERT INTO "_s;
+    statement += u" RXs ("_s;
+    for (const QString& column : {u" [LogID], "_s, u" [PatientID], "_s, u" [rxs_Date], "_s, u" [rxs_QTY], "_s,
+                                  u" [rxs_Cost], "_s, u" [rxs_Price],"_s, u" [rxs_Doctor]"_s})
         statement += column;
-    statement += " ) ";
-    statement += " VALUES (";
-    statement += "'" + zeroText(batch.value(0)) + "', ";
-    statement += "'" + QString::number(patient) + "', ";
-    statement += "'" + dateText(today()) + "', ";
-    statement += "'" + zeroText(batch.value(4)) + "', ";
-    statement += "'" + zeroText(batch.value(7)) + "', ";
-    statement += "'" + zeroText(batch.value(8)) + "',";
-    statement += "'');";
+    statement += u" ) "_s;
+    statement += u" VALUES ("_s;
+    statement += u"'"_s + zeroText(batch.value(0)) + u"', "_s;
+    statement += u"'"_s + QString::number(patient) + u"', "_s;
+    statement += u"'"_s + dateText(today()) + u"', "_s;
+    statement += u"'"_s + zeroText(batch.value(4)) + u"', "_s;
+    statement += u"'"_s + zeroText(batch.value(7)) + u"', "_s;
+    statement += u"'"_s + zeroText(batch.value(8)) + u"',"_s;
+    statement += u"'');"_s;
     return statement;
 }
 
 }  // namespace
 
 bool clsPatient::addRX(QString Search) {
-    return guarded("clsPatient:addRX", false, [&] {
+    return guarded(u"clsPatient:addRX"_s, false, [&] {
         // By key the text itself stands in the condition; being empty, it breaks the statement.
         strSQL = logSearch(LogSearch::OfPrescription, Search, Search);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), LockType::Pessimistic);
-        chooseRow(rows, "LogID");
+        chooseRow(rows, u"LogID"_s);
         std::int64_t count = 0;
         if (!rows->eof()) {
             strSQL = prescriptionInsert(*rows, PatientID);
@@ -57,10 +59,10 @@ bool clsPatient::addRX(QString Search) {
 }
 
 bool clsPatient::deleteRX(std::int16_t RXsID) {
-    strSQL = "DELETE ";
-    strSQL += "FROM [RXs] ";
-    strSQL += "WHERE ";
-    strSQL += "RXsID = " + QString::number(RXsID);
+    strSQL = u"DELETE "_s;
+    strSQL += u"FROM [RXs] "_s;
+    strSQL += u"WHERE "_s;
+    strSQL += u"RXsID = "_s + QString::number(RXsID);
     const auto count = openDB()->execute(strSQL);
     RXs = openPrescriptions(PatientID, PrescriptionOrder::None);
     return count > 0;

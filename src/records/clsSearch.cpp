@@ -13,6 +13,8 @@
 
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using namespace platform;
@@ -40,12 +42,12 @@ void place(frmSearchRS& form, std::int32_t X, std::int32_t Y) {
 }  // namespace
 
 std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std::int32_t Y) {
-    const ResumeNext step("clsSearch:ShowList");
+    const ResumeNext step(u"clsSearch:ShowList"_s);
     std::int64_t count = 0;
     std::int32_t key = 0;
     step([&] { count = deref(rows).recordCount(); });
     if (count == 0) {
-        step([&] { MsgBox("No Records"); });
+        step([&] { MsgBox(u"No Records"_s); });
         return 0;
     }
     if (count == 1) {

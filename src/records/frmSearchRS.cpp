@@ -71,16 +71,16 @@ frmSearchRS::frmSearchRS(QWidget* parent)
 frmSearchRS::~frmSearchRS() { m_ui->TDBList1->removeEventFilter(this); }
 
 void frmSearchRS::Form_Load() {
-    guarded("frmSearchRS:Form_Load", [&] {
-        m_ui->cmdOK->setText(translated("OK"));
-        m_ui->cmdCancel->setText(translated("Cancel"));
-        setWindowTitle(translated("Search Records"));
+    guarded(u"frmSearchRS:Form_Load"_s, [&] {
+        m_ui->cmdOK->setText(translated(u"OK"_s));
+        m_ui->cmdCancel->setText(translated(u"Cancel"_s));
+        setWindowTitle(translated(u"Search Records"_s));
         m_ui->TDBList1->setAccessibleName(windowTitle());
     });
 }
 
 void frmSearchRS::Form_Activate() {
-    guarded("frmSearchRS:Form_Activate", [&] {
+    guarded(u"frmSearchRS:Form_Activate"_s, [&] {
         m_ui->TDBList1->scrollToTop();
         m_ui->TDBList1->setFocus();
     });
@@ -155,14 +155,14 @@ void frmSearchRS::showPosition() {
     const QLocale locale;
     const QString count = locale.toString(static_cast<qlonglong>(m_rows ? m_rows->recordCount() : 0));
     const int row = currentRow();
-    m_ui->lblCount->setText(row < 0 ? count : locale.toString(row + 1) + " / " + count);
+    m_ui->lblCount->setText(row < 0 ? count : locale.toString(row + 1) + u" / "_s + count);
 }
 
 void frmSearchRS::cmdOK_Click() {
-    guarded("frmSearchRS:cmdOK_Click", [&] {
+    guarded(u"frmSearchRS:cmdOK_Click"_s, [&] {
         const int row = currentRow();
         if (row < 0) {
-            platform::MsgBox(translated("Select a row before clicking OK"),
+            platform::MsgBox(translated(u"Select a row before clicking OK"_s),
                              {platform::Buttons::Ok, platform::Icon::Information});
             return;
         }
@@ -173,11 +173,11 @@ void frmSearchRS::cmdOK_Click() {
 }
 
 void frmSearchRS::TDBList1_DblClick() {
-    guarded("frmSearchRS:TDBList1_DblClick", [&] { cmdOK_Click(); });
+    guarded(u"frmSearchRS:TDBList1_DblClick"_s, [&] { cmdOK_Click(); });
 }
 
 void frmSearchRS::cmdCancel_Click() {
-    guarded("frmSearchRS:cmdCancel_Click", [&] {
+    guarded(u"frmSearchRS:cmdCancel_Click"_s, [&] {
         m_succeed = false;
         hide();
     });

@@ -4,6 +4,8 @@
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -18,7 +20,7 @@ const char* const warning = "Appropriate References Should\n"
 
 platform::ReportDefinition sheet(const char* name, std::vector<platform::Section> sections) {
     platform::ReportDefinition definition;
-    definition.name = name;
+    definition.name = QLatin1String(name);
     definition.margins = {360, 360, 360, 720};
     definition.font.points = 9;
     definition.sections = std::move(sections);
@@ -57,7 +59,7 @@ void BatchSheet::translateSheet(const char* titleKey, const char* quantityKey) {
                                  {"lblWarning", "Worksheet Warning"},
                              });
     translateStoreBlock(*this);
-    caption = control("txtTitle").text;
+    caption = control(u"txtTitle"_s).text;
 }
 
 void BatchSheet::setLines(const platform::RecordsetPtr& lines) { setRows(lines ? lines->copy() : nullptr); }
@@ -77,20 +79,26 @@ void BatchSheet::pageHeaderFormat() {
     if (m_pageHeaderDone)
         return;
     m_pageHeaderDone = true;
-    setValue("txtDate", QDateTime(platform::now().date(), {}, Qt::UTC), "MM-DD-YY");
+    setValue(u"txtDate"_s, QDateTime(platform::now().date(), {}, Qt::UTC), u"MM-DD-YY"_s);
     fillPageHeader();
 }
 
 void BatchSheet::pageFooterFormat() { fillStoreBlock(*this); }
 
 platform::Control sheetCaption(const char* name, int left, int top, int width, const char* text, int height) {
-    return platform::label(name, left, top, width, height, text).points(captionPoints).bold();
+    return platform::label(QLatin1String(name), left, top, width, height, QLatin1String(text))
+        .points(captionPoints)
+        .bold();
 }
 
 platform::Section batchPageHeader(int height, std::vector<platform::Control> further) {
     std::vector<platform::Control> controls{
-        platform::label("txtTitle", 0, 0, 5130, 360).points(15.75).bold().background(titleGrey).indented(90),
-        platform::field("txtDate", 9630, 0, 1080, 270),
+        platform::label(u"txtTitle"_s, 0, 0, 5130, 360)
+            .points(15.75)
+            .bold()
+            .background(titleGrey)
+            .indented(90),
+        platform::field(u"txtDate"_s, 9630, 0, 1080, 270),
     };
     controls.insert(controls.end(), further.begin(), further.end());
     return {platform::SectionKind::PageHeader, height, std::move(controls)};
@@ -99,7 +107,9 @@ platform::Section batchPageHeader(int height, std::vector<platform::Control> fur
 void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges& edges) {
     const auto head = [&](const char* name, int left, int width, const char* text) -> platform::Control& {
         return controls.emplace_back(
-            platform::label(name, left, 1260, width, 180, text).points(headPoints).bold());
+            platform::label(QLatin1String(name), left, 1260, width, 180, QLatin1String(text))
+                .points(headPoints)
+                .bold());
     };
     head("lblchm_Name", edges.name, 1080, "Chemical Name");
     head("lblchm_Form", edges.form, 540, "Form");
@@ -109,7 +119,7 @@ void addColumnHeads(std::vector<platform::Control>& controls, const ColumnEdges&
     head("lblchm_Supplier", edges.supplier, 990, "Supplier");
     head("lblchm_Cost", edges.cost, 720, "Est Cost");
     head("lblchm_Notes", edges.notes, 900, "Note");
-    controls.push_back(platform::line("Line1", 270, 1440, 11520));
+    controls.push_back(platform::line(u"Line1"_s, 270, 1440, 11520));
 }
 
 platform::Section batchDetail(int height, std::vector<platform::Control> controls) {
@@ -124,18 +134,19 @@ platform::Section batchGroupFooter(int height, int instructionsTop) {
     return {platform::SectionKind::GroupFooter,
             height,
             {
-                platform::line("Line3", 180, 0, 11340),
+                platform::line(u"Line3"_s, 180, 0, 11340),
                 sheetCaption("lblfrm_Desc", 0, 180, 1170, "Description"),
-                platform::field("txtfrm_Desc", 1170, 180, 10080, 270).growing(),
+                platform::field(u"txtfrm_Desc"_s, 1170, 180, 10080, 270).growing(),
                 sheetCaption("lblfrm_Instructions", 0, instructionsTop, 1890, "Instructions"),
-                platform::field("txtfrm_Instructions", 90, instructionsTop + 270, 11340, 270).growing(),
+                platform::field(u"txtfrm_Instructions"_s, 90, instructionsTop + 270, 11340, 270).growing(),
             }};
 }
 
 platform::Section batchPageFooter(int height, std::vector<platform::Control> lotBlock) {
-    std::vector<platform::Control> controls{platform::line("Line4", 90, 90, 11340)};
+    std::vector<platform::Control> controls{platform::line(u"Line4"_s, 90, 90, 11340)};
     controls.insert(controls.end(), lotBlock.begin(), lotBlock.end());
-    controls.push_back(platform::label("lblWarning", 360, 630, 2970, 1440, warning).points(warningPoints));
+    controls.push_back(
+        platform::label(u"lblWarning"_s, 360, 630, 2970, 1440, QLatin1String(warning)).points(warningPoints));
     const std::vector<platform::Control> store = storeBlock(0, 0);
     controls.insert(controls.end(), store.begin(), store.end());
     return {platform::SectionKind::PageFooter, height, std::move(controls)};

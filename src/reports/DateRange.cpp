@@ -5,6 +5,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 std::optional<DateRange> askDateRange() {
@@ -17,7 +19,7 @@ std::optional<DateRange> askDateRange() {
 
 void sayNoRecords() {
     basMain::reportCancelled = true;
-    platform::MsgBox(translated("No records"));
+    platform::MsgBox(translated(u"No records"_s));
 }
 
 }  // namespace sorvanto

@@ -21,14 +21,14 @@ namespace {
 
 /// Files beside the program are its user's alone; one under a name of his own choice is what his customs make it.
 QString noteOfSaved(const QString& report) {
-    const bool namesPatients = report == "rptPatient" || report == "rptRX8160";
-    return namesPatients ? translated("The saved file names patients. Keep it where nobody else reads it.")
+    const bool namesPatients = report == "rptPatient"_L1 || report == "rptRX8160"_L1;
+    return namesPatients ? translated(u"The saved file names patients. Keep it where nobody else reads it."_s)
                          : QString();
 }
 
 // What fails while pages are made after the print command has ended goes the one failure path.
 void preview(std::unique_ptr<platform::Report> report) {
-    platform::setReportFailureHandler([] { reportCurrentError("ReportFlow:preview"); });
+    platform::setReportFailureHandler([] { reportCurrentError(u"ReportFlow:preview"_s); });
     platform::setSavedNote(noteOfSaved);
     platform::PreviewWindow::open(std::move(report));
 }

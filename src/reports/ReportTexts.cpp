@@ -13,18 +13,21 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 void translateCaptions(platform::Report& report,
                        std::initializer_list<std::pair<const char*, const char*>> captions) {
     for (const auto& [name, key] : captions)
-        report.setText(name, translated(key));
+        report.setText(QLatin1String(name), translated(QLatin1String(key)));
 }
 
 void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
                      const QString& picture) {
     const QString currency = platform::deref(basMain::Options).DefCurrency();
-    report.setValue(name, value, currency + picture, currency + platform::shownText(value, picture));
+    report.setValue(QLatin1String(name), value, currency + picture,
+                    currency + platform::shownText(value, picture));
 }
 
 // The picture is for the spreadsheet: what stands before and after the digits of an amount.
@@ -33,21 +36,22 @@ void setSystemMoney(platform::Report& report, const char* name, platform::Curren
     const auto shown = [&](platform::Currency amount) {
         return decimals ? platform::formatCurrency(amount, *decimals) : platform::formatCurrency(amount);
     };
-    static const QRegularExpression digits("0(?:[^0](0+))?");
-    QString picture = shown({}).replace(platform::systemLocale().zeroDigit(), "0");
+    static const QRegularExpression digits(u"0(?:[^0](0+))?"_s);
+    QString picture = shown({}).replace(platform::systemLocale().zeroDigit(), u"0"_s);
     const QString fraction = digits.match(picture).captured(1);
-    picture.replace(digits, fraction.isEmpty() ? "###,##0" : "###,##0." + fraction);
-    report.setValue(name, QVariant::fromValue(value), picture, shown(value));
+    picture.replace(digits, fraction.isEmpty() ? u"###,##0"_s : u"###,##0."_s + fraction);
+    report.setValue(QLatin1String(name), QVariant::fromValue(value), picture, shown(value));
 }
 
 void showLayoutNumber(platform::Report& report, const char* name) {
-    report.setText(name, platform::shownNumber(report.control(name).text));
+    report.setText(QLatin1String(name), platform::shownNumber(report.control(QLatin1String(name)).text));
 }
 
-QString optionsPricePicture() { return platform::deref(basMain::Options).DefCurrency() + " ###,##0.00"; }
+QString optionsPricePicture() { return platform::deref(basMain::Options).DefCurrency() + u" ###,##0.00"_s; }
 
 QString reportDates(const QDateTime& begin, const QDateTime& end) {
-    return translated("Report Dates") + ": " + platform::dateText(begin) + " -- " + platform::dateText(end);
+    return translated(u"Report Dates"_s) + u": "_s + platform::dateText(begin) + u" -- "_s +
+           platform::dateText(end);
 }
 
 namespace {
@@ -64,13 +68,13 @@ void explainTotals(platform::Report& report, const ListAndTotals& counts, const 
     if (counts.listed == counts.counted)
         return;
     const QString reason = isReadOtherwise(begin) || isReadOtherwise(end)
-                               ? translated("the totals read the two dates month first.")
+                               ? translated(u"the totals read the two dates month first."_s)
                                : counts.reason;
     QString note = platform::counted(counts.forms, counts.listed);
-    note.replace("%2", platform::systemLocale().toString(counts.counted));
-    report.addNote(note.replace("%3", reason));
+    note.replace(u"%2"_s, platform::systemLocale().toString(counts.counted));
+    report.addNote(note.replace(u"%3"_s, reason));
 }
 
-QString boundText(const QDateTime& date) { return platform::formatDate(date, "MM-DD-YYYY"); }
+QString boundText(const QDateTime& date) { return platform::formatDate(date, u"MM-DD-YYYY"_s); }
 
 }  // namespace sorvanto

@@ -13,12 +13,12 @@
 
 namespace sorvanto {
 
-inline constexpr const char* amountPicture = "###,##0.00";
+inline constexpr QLatin1String amountPicture{"###,##0.00"};
 
 /// Titles; the moment and the dates of a list report.
 inline constexpr double titlePoints = 14.5, datePoints = 8.5;
 /// What the rows of the lists are set in.
-inline constexpr const char* detailFamily = "Times New Roman";
+inline constexpr QLatin1String detailFamily{"Times New Roman"};
 
 /// Puts captions in the user's language into controls: name of each and its key.
 void translateCaptions(platform::Report& report,

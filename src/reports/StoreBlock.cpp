@@ -6,22 +6,24 @@
 #include "reports/ReportTexts.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 using platform::trimmed;
 
 std::vector<platform::Control> storeBlock(int right, int down) {
     std::vector<platform::Control> controls{
-        platform::box("boxStore", 4590, 630, 5760, 1710),
-        platform::field("txtStore", 4860, 810, 5310, 270).bold(),
-        platform::field("txtAdd1", 4860, 1080, 5310, 270),
-        platform::label("txtCity", 4860, 1350, 5310, 270),
-        platform::label("lblPhone", 4860, 1620, 720, 270),
-        platform::field("txtPhone", 5580, 1620, 1710, 270).asValue("Phone"),
-        platform::label("lblFax", 7470, 1620, 450, 270),
-        platform::field("txtFax", 7920, 1620, 2250, 270).asValue("Fax"),
-        platform::label("lblDEA", 4860, 1980, 1260, 270),
-        platform::field("txtDEA", 6120, 1980, 2160, 270).asValue("Pharmacy #"),
+        platform::box(u"boxStore"_s, 4590, 630, 5760, 1710),
+        platform::field(u"txtStore"_s, 4860, 810, 5310, 270).bold(),
+        platform::field(u"txtAdd1"_s, 4860, 1080, 5310, 270),
+        platform::label(u"txtCity"_s, 4860, 1350, 5310, 270),
+        platform::label(u"lblPhone"_s, 4860, 1620, 720, 270),
+        platform::field(u"txtPhone"_s, 5580, 1620, 1710, 270).asValue("Phone"),
+        platform::label(u"lblFax"_s, 7470, 1620, 450, 270),
+        platform::field(u"txtFax"_s, 7920, 1620, 2250, 270).asValue("Fax"),
+        platform::label(u"lblDEA"_s, 4860, 1980, 1260, 270),
+        platform::field(u"txtDEA"_s, 6120, 1980, 2160, 270).asValue("Pharmacy #"),
     };
     for (platform::Control& control : controls) {
         control.left += right;
@@ -36,16 +38,17 @@ void translateStoreBlock(platform::Report& report) {
 }
 
 void fillStoreBlock(platform::Report& report) {
-    for (const char* name : {"boxStore", "txtStore", "txtAdd1", "txtCity", "txtPhone", "lblFax", "txtFax"})
+    for (const QString& name :
+         {u"boxStore"_s, u"txtStore"_s, u"txtAdd1"_s, u"txtCity"_s, u"txtPhone"_s, u"lblFax"_s, u"txtFax"_s})
         report.setVisible(name, true);
     clsOptions& options = platform::deref(basMain::Options);
-    report.setText("txtStore", options.StoreName());
-    report.setText("txtAdd1", options.Address());
-    report.setName("txtCity", trimmed(options.City()) + ", " + trimmed(options.State()),
-                   "     " + trimmed(options.Zip()));
-    report.setText("txtPhone", options.Phone());
-    report.setText("txtFax", options.Fax());
-    report.setText("txtDEA", options.DEA());
+    report.setText(u"txtStore"_s, options.StoreName());
+    report.setText(u"txtAdd1"_s, options.Address());
+    report.setName(u"txtCity"_s, trimmed(options.City()) + u", "_s + trimmed(options.State()),
+                   u"     "_s + trimmed(options.Zip()));
+    report.setText(u"txtPhone"_s, options.Phone());
+    report.setText(u"txtFax"_s, options.Fax());
+    report.setText(u"txtDEA"_s, options.DEA());
 }
 
 }  // namespace sorvanto

@@ -12,13 +12,15 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
 /// The system's short date and time, the year with four digits.
 QString pickerFormat(const QLocale& locale) {
-    static const QRegularExpression year("y+");
-    return locale.dateTimeFormat(QLocale::ShortFormat).replace(year, "yyyy");
+    static const QRegularExpression year(u"y+"_s);
+    return locale.dateTimeFormat(QLocale::ShortFormat).replace(year, u"yyyy"_s);
 }
 
 }  // namespace
@@ -36,7 +38,7 @@ frmReportDate::~frmReportDate() = default;
 
 // A month back by the calendar: from 31 March to the last day of February.
 void frmReportDate::Form_Load() {
-    guarded("frmReportDate:Form_Load", [&] {
+    guarded(u"frmReportDate:Form_Load"_s, [&] {
         const QDateTime now = platform::now();
         for (QDateTimeEdit* picker : {m_ui->dtBegin, m_ui->dtEnd}) {
             picker->setTimeSpec(Qt::UTC);
@@ -65,12 +67,12 @@ void frmReportDate::widen(QDateTimeEdit& picker) {
 
 // "Cancel" stays in English.
 void frmReportDate::translateForm() {
-    guarded("frmReportDate:translateForm", [&] {
-        m_ui->lblBegin->setText(translated("Begin Date"));
-        m_ui->lblEnd->setText(translated("End Date"));
-        m_ui->cmdOK->setText(translated("OK"));
-        m_ui->lblUpTo->setText(translated("The list goes up to 0:00 of the end date."));
-        m_ui->cmdToday->setText(translated("Today included"));
+    guarded(u"frmReportDate:translateForm"_s, [&] {
+        m_ui->lblBegin->setText(translated(u"Begin Date"_s));
+        m_ui->lblEnd->setText(translated(u"End Date"_s));
+        m_ui->cmdOK->setText(translated(u"OK"_s));
+        m_ui->lblUpTo->setText(translated(u"The list goes up to 0:00 of the end date."_s));
+        m_ui->cmdToday->setText(translated(u"Today included"_s));
     });
 }
 
@@ -79,21 +81,22 @@ QDateTime frmReportDate::beginDate() const { return m_ui->dtBegin->dateTime(); }
 QDateTime frmReportDate::endDate() const { return m_ui->dtEnd->dateTime(); }
 
 void frmReportDate::cmdOK_Click() {
-    guarded("frmReportDate:cmdOK_Click", [&] {
+    guarded(u"frmReportDate:cmdOK_Click"_s, [&] {
         m_cancelled = false;
         hide();
     });
 }
 
 void frmReportDate::cmdCancel_Click() {
-    guarded("frmReportDate:cmdCancel_Click", [&] {
+    guarded(u"frmReportDate:cmdCancel_Click"_s, [&] {
         m_cancelled = true;
         hide();
     });
 }
 
 void frmReportDate::cmdToday_Click() {
-    guarded("frmReportDate:cmdToday_Click", [&] { m_ui->dtEnd->setDateTime(platform::today().addDays(1)); });
+    guarded(u"frmReportDate:cmdToday_Click"_s,
+            [&] { m_ui->dtEnd->setDateTime(platform::today().addDays(1)); });
 }
 
 void frmReportDate::keyPressEvent(QKeyEvent* event) {

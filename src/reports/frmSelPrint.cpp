@@ -26,7 +26,7 @@ int pixels(int twips) { return qRound(twips / 15.0); }
 frmSelPrint::frmSelPrint(QWidget* parent)
     : ModalForm(parent), m_ui(std::make_unique<Ui::frmSelPrint>()), cmdPosition(1, nullptr) {
     m_ui->setupUi(this);
-    m_ui->txtLabels->setFormats("####0", "####0");
+    m_ui->txtLabels->setFormats(u"####0"_s, u"####0"_s);
     m_ui->txtLabels->setBounds(1, 99999);
     m_ui->txtLabels->setValue(1.0);
     connect(m_ui->txtLabels, &platform::NumberBox::valueEdited, this, &frmSelPrint::txtLabels_Change);
@@ -36,7 +36,7 @@ frmSelPrint::frmSelPrint(QWidget* parent)
 frmSelPrint::~frmSelPrint() = default;
 
 void frmSelPrint::Form_Load() {
-    guarded("frmSelPrint:Form_Load", [&] {
+    guarded(u"frmSelPrint:Form_Load"_s, [&] {
         translateForm();
         basMain::labelsCancelled = true;
         m_ui->lblNum->setGeometry(0, pixels(120), pixels(3000), pixels(360));
@@ -50,22 +50,22 @@ void frmSelPrint::Form_Load() {
 }
 
 void frmSelPrint::translateForm() {
-    guarded("frmSelPrint:translateForm", [&] {
-        m_ui->lblNum->setText(translated("Number of Labels"));
-        m_ui->lblStart->setText(translated("Select start position for labels"));
-        setWindowTitle(translated("Print Labels"));
+    guarded(u"frmSelPrint:translateForm"_s, [&] {
+        m_ui->lblNum->setText(translated(u"Number of Labels"_s));
+        m_ui->lblStart->setText(translated(u"Select start position for labels"_s));
+        setWindowTitle(translated(u"Print Labels"_s));
     });
 }
 
 void frmSelPrint::AddControl(int column, int row) {
-    guarded("frmSelPrint:AddControl", [&] {
+    guarded(u"frmSelPrint:AddControl"_s, [&] {
         const int index = static_cast<int>(cmdPosition.size());
         const QString tag = u"%1,%2"_s.arg(column).arg(row);
         auto* button = new QPushButton(QString::number(index), m_ui->fraSheet);
         button->setObjectName(u"cmdPosition_%1"_s.arg(index));
         button->setProperty("tag", tag);
         button->setAutoDefault(false);
-        button->setAccessibleName(m_ui->lblStart->text() + " " + button->text());
+        button->setAccessibleName(m_ui->lblStart->text() + u" "_s + button->text());
         const int left = column * positionWidth, top = row * positionHeight + baseTop;
         const QPoint corner(pixels(left), pixels(top));
         button->setGeometry(
@@ -77,7 +77,7 @@ void frmSelPrint::AddControl(int column, int row) {
 }
 
 void frmSelPrint::onActivate() {
-    guarded("frmSelPrint:Form_Activate", [&] {
+    guarded(u"frmSelPrint:Form_Activate"_s, [&] {
         basMain::labelsCancelled = true;
         for (QWidget* control : {static_cast<QWidget*>(m_ui->lblStart),
                                  static_cast<QWidget*>(m_ui->txtLabels), static_cast<QWidget*>(m_ui->lblNum)})
@@ -101,13 +101,13 @@ bool frmSelPrint::refuseTooMany() {
     constexpr std::int16_t most = std::numeric_limits<std::int16_t>::max();
     if (platform::leadingNumber(m_ui->txtLabels->text()) <= most)
         return false;
-    platform::Hint::tell(*m_ui->txtLabels, translated("At most %1.").arg(most));
+    platform::Hint::tell(*m_ui->txtLabels, translated(u"At most %1."_s).arg(most));
     return true;
 }
 
 // The tag is read by one character each, which is why a sheet has at most ten rows and columns.
 void frmSelPrint::cmdPosition_Click(const QString& tag) {
-    guarded("frmSelPrint:cmdPosition_Click", [&] {
+    guarded(u"frmSelPrint:cmdPosition_Click"_s, [&] {
         if (!m_ui->txtLabels->acceptable())
             return;
         if (refuseTooMany()) {
@@ -122,7 +122,7 @@ void frmSelPrint::cmdPosition_Click(const QString& tag) {
 }
 
 void frmSelPrint::onCloseBox() {
-    guarded("frmSelPrint:Form_QueryUnload", [&] {
+    guarded(u"frmSelPrint:Form_QueryUnload"_s, [&] {
         hide();
         m_row = 0;
         m_column = 0;

@@ -39,12 +39,12 @@ constexpr ListColumn columns[] = {
 platform::Section headings() {
     platform::Section section{platform::SectionKind::PageHeader, 375, {}};
     for (const ListColumn& column : columns) {
-        Control& head =
-            section.controls.emplace_back(heading(u"lbl"_s + column.name, column.left, 0, column.width));
+        Control& head = section.controls.emplace_back(
+            heading(u"lbl"_s + QLatin1String(column.name), column.left, 0, column.width));
         if (column.centred)
             head.centre();
     }
-    section.controls.push_back(line("Line5", 0, 270, 10800));
+    section.controls.push_back(line(u"Line5"_s, 0, 270, 10800));
     return section;
 }
 
@@ -52,30 +52,30 @@ platform::Section chemicalRow() {
     platform::Section section{platform::SectionKind::Detail, 465, {}};
     for (const ListColumn& column : columns) {
         Control& text = section.controls.emplace_back(
-            field(u"txtChemical_"_s + column.name, column.left, 90, column.width, 270)
-                .bound(column.name)
+            field(u"txtChemical_"_s + QLatin1String(column.name), column.left, 90, column.width, 270)
+                .bound(QLatin1String(column.name))
                 .font(detailFamily, 9));
         text.textKind = column.kind;
-        text.title = column.key;
+        text.title = QLatin1String(column.key);
         if (column.centred)
             text.centre();
     }
     section.controls.front().bold();
-    section.controls.push_back(line("Line6", 90, 450, 10890));
+    section.controls.push_back(line(u"Line6"_s, 90, 450, 10890));
     return section;
 }
 
 platform::ReportDefinition chemicalList() {
     platform::ReportDefinition definition;
-    definition.name = "rptChemicals";
+    definition.name = u"rptChemicals"_s;
     definition.sections = {
         listHead(platform::SectionKind::ReportHeader, 1005,
-                 {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180}, {line("Line4", 0, 900, 10800)}),
+                 {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180}, {line(u"Line4"_s, 0, 900, 10800)}),
         headings(),
         chemicalRow(),
         {platform::SectionKind::PageFooter,
          240,
-         {field("txtPage", 9630, 0, 810, 270).points(7.5).right().asValue("Page")}},
+         {field(u"txtPage"_s, 9630, 0, 810, 270).points(7.5).right().asValue("Page")}},
         {platform::SectionKind::ReportFooter, 510, {}},
     };
     return definition;
@@ -94,16 +94,16 @@ void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
 void rptChemicals::translateForm() {
     translateListHead(*this, "Chemicals Report", "Chemical List - Sorvanto");
     for (const ListColumn& column : columns)
-        setText(u"lbl"_s + column.name, translated(column.key));
+        setText(u"lbl"_s + QLatin1String(column.name), translated(QLatin1String(column.key)));
 }
 
 void rptChemicals::reportStart() {
-    setFormat("txtChemical_chm_AWP", optionsPricePicture());
-    setFormat("txtChemical_chm_Cost", optionsPricePicture());
+    setFormat(u"txtChemical_chm_AWP"_s, optionsPricePicture());
+    setFormat(u"txtChemical_chm_Cost"_s, optionsPricePicture());
 }
 
 void rptChemicals::pageFooterFormat() {
-    setText("txtPage", translated("Page") + " " + QString::number(pageNumber()));
+    setText(u"txtPage"_s, translated(u"Page"_s) + u" "_s + QString::number(pageNumber()));
 }
 
 }  // namespace sorvanto

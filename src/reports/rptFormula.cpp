@@ -10,6 +10,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -22,19 +24,19 @@ using platform::line;
 std::vector<Control> worksheetHeader() {
     std::vector<Control> controls{
         sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
-        label("txtDateMade", 2340, 0, 1350, 270, "___/___/_____"),
+        label(u"txtDateMade"_s, 2340, 0, 1350, 270, u"___/___/_____"_s),
         sheetCaption("lblInitials", 3870, 0, 1440, "Made by"),
-        box("Box1", 5310, 0, 720, 270),
+        box(u"Box1"_s, 5310, 0, 720, 270),
         sheetCaption("lblVerified", 6120, 0, 900, "Verified"),
-        box("Box2", 7110, 0, 810, 270),
+        box(u"Box2"_s, 7110, 0, 810, 270),
         sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity to Make"),
-        field("txtfrm_Qty", 3330, 540, 990, 270).right(),
-        field("txtfrm_Units", 4320, 540, 990, 270).indented(textGap).asValue("Units"),
+        field(u"txtfrm_Qty"_s, 3330, 540, 990, 270).right(),
+        field(u"txtfrm_Units"_s, 4320, 540, 990, 270).indented(textGap).asValue("Units"),
         sheetCaption("lblfrm_Cost", 6210, 540, 630, "Cost"),
-        field("txtfrm_Cost", 6840, 540, 990, 270),
+        field(u"txtfrm_Cost"_s, 6840, 540, 990, 270),
         sheetCaption("lblfrm_AWP", 7920, 540, 540, "AWP"),
-        field("txtfrm_AWP", 8640, 540, 1080, 270),
-        line("Line2", 90, 810, 11340),
+        field(u"txtfrm_AWP"_s, 8640, 540, 1080, 270),
+        line(u"Line2"_s, 90, 810, 11340),
         sheetCaption("lblIngredients", 0, 810, 3468, "Chemical Ingredients", 250),
     };
     addColumnHeads(controls, {.name = 180,
@@ -50,25 +52,25 @@ std::vector<Control> worksheetHeader() {
 
 std::vector<platform::Section> worksheet() {
     return {
-        batchPageHeader(915, {label("txtFormulaName", 0, 630, 10260, 270).bold().asName("Formula Name")}),
+        batchPageHeader(915, {label(u"txtFormulaName"_s, 0, 630, 10260, 270).bold().asName("Formula Name")}),
         {platform::SectionKind::GroupHeader, 1605, worksheetHeader()},
         batchDetail(270,
                     {
-                        field("txtchm_Name", 180, 0, 2700, 270).bound("chm_Name").asName("Chemical"),
-                        field("txtchm_Form", 2970, 0, 450, 270).bound("chm_Form").points(7),
-                        field("txtchm_QTY", 3510, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Unit", 4410, 0, 540, 270).bound("chm_Units").asValue("Units"),
-                        line("Line5", 5040, 180, 6030),
-                        line("Line6", 6120, 180, 7110),
-                        field("txtchm_Cost", 7200, 0, 810, 270).bound("chm_Cost"),
-                        field("txtchm_Notes", 8100, 0, 3240, 270).bound("chm_Notes"),
+                        field(u"txtchm_Name"_s, 180, 0, 2700, 270).bound(u"chm_Name"_s).asName("Chemical"),
+                        field(u"txtchm_Form"_s, 2970, 0, 450, 270).bound(u"chm_Form"_s).points(7),
+                        field(u"txtchm_QTY"_s, 3510, 0, 810, 270).bound(u"fch_QTY"_s).right(),
+                        field(u"txtchm_Unit"_s, 4410, 0, 540, 270).bound(u"chm_Units"_s).asValue("Units"),
+                        line(u"Line5"_s, 5040, 180, 6030),
+                        line(u"Line6"_s, 6120, 180, 7110),
+                        field(u"txtchm_Cost"_s, 7200, 0, 810, 270).bound(u"chm_Cost"_s),
+                        field(u"txtchm_Notes"_s, 8100, 0, 3240, 270).bound(u"chm_Notes"_s),
                     }),
         batchGroupFooter(1125, 540),
         batchPageFooter(2475,
                         {
-                            box("Shape1", 180, 180, 3960, 270),
-                            label("lbllog_Lot", 180, 180, 1080, 270, "Lot #").indented(textGap),
-                            label("lblExpDate", 1980, 180, 1080, 270, "Exp Date:"),
+                            box(u"Shape1"_s, 180, 180, 3960, 270),
+                            label(u"lbllog_Lot"_s, 180, 180, 1080, 270, u"Lot #"_s).indented(textGap),
+                            label(u"lblExpDate"_s, 1980, 180, 1080, 270, u"Exp Date:"_s),
                         }),
     };
 }
@@ -88,19 +90,19 @@ void rptFormula::setFormula(const clsFormulaPtr& formula) {
 
 void rptFormula::fillPageHeader() {
     const clsFormula& formula = platform::deref(m_formula);
-    setName("txtFormulaName", platform::trimmed(formula.frm_Name),
-            " " + platform::trimmed(formula.frm_Strength) + " " +
+    setName(u"txtFormulaName"_s, platform::trimmed(formula.frm_Name),
+            u" "_s + platform::trimmed(formula.frm_Strength) + u" "_s +
                 basMain::tableEntry(basMain::MixTypes, formula.frm_FormType),
-            translated("Formula Name: ") + " ");
+            translated(u"Formula Name: "_s) + u" "_s);
 }
 
 // Money here follows the system's locale, not the currency of the options.
 void rptFormula::groupHeaderFormat() {
     const clsFormula& formula = platform::deref(m_formula);
-    setValue("txtfrm_Qty", static_cast<double>(formula.makeQuantity()), "#0.00");
+    setValue(u"txtfrm_Qty"_s, static_cast<double>(formula.makeQuantity()), u"#0.00"_s);
     setSystemMoney(*this, "txtfrm_AWP", formula.frm_AWP);
     setSystemMoney(*this, "txtfrm_Cost", formula.frm_Cost);
-    setText("txtfrm_Units", formula.frm_Units);
+    setText(u"txtfrm_Units"_s, formula.frm_Units);
 }
 
 void rptFormula::detailFormat() {
@@ -109,14 +111,14 @@ void rptFormula::detailFormat() {
     const clsFormula& formula = platform::deref(m_formula);
     // The lines are scaled already; the ratio only refuses a base batch of 0.
     platform::quotient(formula.makeQuantity(), formula.frm_Quantity);
-    setValue("txtchm_QTY", rows()->value("fch_Qty"), "#0.000");
-    setSystemMoney(*this, "txtchm_Cost", platform::toCurrency(rows()->value("chm_Cost")), 2);
+    setValue(u"txtchm_QTY"_s, rows()->value(u"fch_Qty"_s), u"#0.000"_s);
+    setSystemMoney(*this, "txtchm_Cost", platform::toCurrency(rows()->value(u"chm_Cost"_s)), 2);
 }
 
 void rptFormula::groupFooterFormat() {
     const clsFormula& formula = platform::deref(m_formula);
-    setText("txtfrm_Desc", formula.frm_Desc);
-    setText("txtfrm_Instructions", formula.frm_Instructions);
+    setText(u"txtfrm_Desc"_s, formula.frm_Desc);
+    setText(u"txtfrm_Instructions"_s, formula.frm_Instructions);
 }
 
 void rptFormula::terminate() {

@@ -8,6 +8,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -17,22 +19,22 @@ using platform::line;
 
 platform::ReportDefinition jarUsage() {
     platform::ReportDefinition definition;
-    definition.name = "rptJarUsage";
+    definition.name = u"rptJarUsage"_s;
     definition.sections = {
-        listHead(platform::SectionKind::PageHeader, 2040,
-                 {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270},
-                 {
-                     field("txtReportDate", 90, 1170, 5310, 270).points(datePoints).asValue("Report Dates"),
-                     label("lblJarSize", 90, 1620, 3600, 360).points(12).bold(),
-                     label("lblUsage", 8370, 1620, 1980, 360).points(12).bold().right(),
-                     line("Line1", 0, 1980, 10800),
-                 }),
+        listHead(
+            platform::SectionKind::PageHeader, 2040, {.boxWidth = 6480, .dateLeft = 8010, .dateTop = 270},
+            {
+                field(u"txtReportDate"_s, 90, 1170, 5310, 270).points(datePoints).asValue("Report Dates"),
+                label(u"lblJarSize"_s, 90, 1620, 3600, 360).points(12).bold(),
+                label(u"lblUsage"_s, 8370, 1620, 1980, 360).points(12).bold().right(),
+                line(u"Line1"_s, 0, 1980, 10800),
+            }),
         {platform::SectionKind::Detail,
          570,
          {
-             field("txtJarSize", 90, 90, 1350, 360).points(14.5).bold().asValue("Jar Size"),
-             field("txtUsed", 9090, 90, 1260, 360).points(14.5).bold().right(),
-             line("Line2", 0, 540, 10800),
+             field(u"txtJarSize"_s, 90, 90, 1350, 360).points(14.5).bold().asValue("Jar Size"),
+             field(u"txtUsed"_s, 9090, 90, 1260, 360).points(14.5).bold().right(),
+             line(u"Line2"_s, 0, 540, 10800),
          }},
         {platform::SectionKind::PageFooter, 360, {}},
     };
@@ -55,10 +57,10 @@ void rptJarUsage::JarID(int value) {
     translateForm();
     fileName = reportFileName("Jar Usage Report", {}, m_range.begin.date(), m_range.end.date());
     const auto counts = platform::Recordset::create();
-    counts->open("SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT "
-                 "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#" +
-                     boundText(m_range.begin) + "#  and FLT.Log_Date<=#" + boundText(m_range.end) +
-                     "#]. AS LT group by LT.log_JarSize",
+    counts->open(u"SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT "
+                 "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#"_s +
+                     boundText(m_range.begin) + u"#  and FLT.Log_Date<=#"_s + boundText(m_range.end) +
+                     u"#]. AS LT group by LT.log_JarSize"_s,
                  openDB(), platform::LockType::ReadOnly);
     if (counts->recordCount() > 0) {
         setRows(counts);
@@ -71,13 +73,14 @@ void rptJarUsage::JarID(int value) {
 void rptJarUsage::translateForm() {
     translateListHead(*this, "Jar Usage Report", "Jar Usage Report - Sorvanto");
     translateCaptions(*this, {{"lblJarSize", "Jar Size"}, {"lblUsage", "Usage"}});
-    setText("txtReportDate", reportDates(m_range.begin, m_range.end));
+    setText(u"txtReportDate"_s, reportDates(m_range.begin, m_range.end));
 }
 
 void rptJarUsage::detailFormat() {
     const platform::Recordset& row = platform::deref(rows());
-    setText("txtJarSize", basMain::tableEntry(basMain::JarSizes, platform::nullInt16(row.value("JarSize"))));
-    setValue("txtUsed", row.value("Used"), "0");
+    setText(u"txtJarSize"_s,
+            basMain::tableEntry(basMain::JarSizes, platform::nullInt16(row.value(u"JarSize"_s))));
+    setValue(u"txtUsed"_s, row.value(u"Used"_s), u"0"_s);
 }
 
 }  // namespace sorvanto

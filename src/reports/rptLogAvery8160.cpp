@@ -7,6 +7,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -16,7 +18,7 @@ using platform::label;
 
 platform::ReportDefinition batchLabels() {
     platform::ReportDefinition definition;
-    definition.name = "rptLogAvery8160";
+    definition.name = u"rptLogAvery8160"_s;
     definition.margins = {0, 0, 720, 720};
     definition.font.points = 8.5;
     definition.detailColumns = 3;
@@ -25,19 +27,19 @@ platform::ReportDefinition batchLabels() {
         {platform::SectionKind::Detail,
          1440,
          {
-             field("txtfrm_Name", 360, 180, 2520, 180).bold().asName("Name"),
-             field("txtfrm_Strength", 2880, 180, 900, 180).asValue("Strength"),
-             field("txtlog_QTY", 360, 450, 1080, 180).asValue("QTY"),
-             field("txtfrm_Form", 1530, 450, 1260, 180),
-             field("txtlog_Initials", 2790, 450, 360, 180),
-             field("txtlog_Verified", 3240, 450, 540, 180),
-             label("lbllog_Cost", 360, 630, 540, 180).asValue("Cost"),
-             field("txtlog_Cost", 900, 630, 1080, 180).asValue("Cost"),
-             label("lbllog_AWP", 2160, 630, 540, 180).asValue("AWP"),
-             field("txtlog_AWP", 2700, 630, 1080, 180).asValue("AWP"),
-             label("lbllog_Lot", 360, 810, 540, 180, "Lot #").asValue("Lot"),
-             field("txtlog_Lot", 1080, 810, 2700, 180).asValue("Lot"),
-             barCode("lbllog_LotbarCode", 360, 990, 3420, 180, "0303A0000100"),
+             field(u"txtfrm_Name"_s, 360, 180, 2520, 180).bold().asName("Name"),
+             field(u"txtfrm_Strength"_s, 2880, 180, 900, 180).asValue("Strength"),
+             field(u"txtlog_QTY"_s, 360, 450, 1080, 180).asValue("QTY"),
+             field(u"txtfrm_Form"_s, 1530, 450, 1260, 180),
+             field(u"txtlog_Initials"_s, 2790, 450, 360, 180),
+             field(u"txtlog_Verified"_s, 3240, 450, 540, 180),
+             label(u"lbllog_Cost"_s, 360, 630, 540, 180).asValue("Cost"),
+             field(u"txtlog_Cost"_s, 900, 630, 1080, 180).asValue("Cost"),
+             label(u"lbllog_AWP"_s, 2160, 630, 540, 180).asValue("AWP"),
+             field(u"txtlog_AWP"_s, 2700, 630, 1080, 180).asValue("AWP"),
+             label(u"lbllog_Lot"_s, 360, 810, 540, 180, u"Lot #"_s).asValue("Lot"),
+             field(u"txtlog_Lot"_s, 1080, 810, 2700, 180).asValue("Lot"),
+             barCode(u"lbllog_LotbarCode"_s, 360, 990, 3420, 180, u"0303A0000100"_s),
          }},
     };
     return definition;
@@ -46,7 +48,7 @@ platform::ReportDefinition batchLabels() {
 }  // namespace
 
 rptLogAvery8160::rptLogAvery8160() : Report(batchLabels()), m_positions(0, 0, 0) {
-    caption = "Avery 8160 Log Label";
+    caption = u"Avery 8160 Log Label"_s;
 }
 
 void rptLogAvery8160::setLog(const clsLogPtr& log) {
@@ -67,18 +69,18 @@ void rptLogAvery8160::detailFormat() {
 
 void rptLogAvery8160::fillLabel() {
     const clsLog& log = platform::deref(m_log);
-    setText("txtfrm_Name", log.log_Name);
-    setText("txtfrm_Strength", log.log_Strength);
-    setValue("txtlog_QTY", log.log_Quantity, "0");
-    setText("txtfrm_Form", basMain::tableEntry(basMain::MixTypes, log.log_FormType));
-    setText("txtlog_Initials", log.log_Initials);
-    setText("txtlog_Verified", log.log_Verified);
-    setText("lbllog_Cost", translated("Cost"));
+    setText(u"txtfrm_Name"_s, log.log_Name);
+    setText(u"txtfrm_Strength"_s, log.log_Strength);
+    setValue(u"txtlog_QTY"_s, log.log_Quantity, u"0"_s);
+    setText(u"txtfrm_Form"_s, basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+    setText(u"txtlog_Initials"_s, log.log_Initials);
+    setText(u"txtlog_Verified"_s, log.log_Verified);
+    setText(u"lbllog_Cost"_s, translated(u"Cost"_s));
     setOptionsMoney(*this, "txtlog_Cost", QVariant::fromValue(log.log_Cost));
-    setText("lbllog_AWP", translated("AWP"));
+    setText(u"lbllog_AWP"_s, translated(u"AWP"_s));
     setOptionsMoney(*this, "txtlog_AWP", QVariant::fromValue(log.log_AWP));
-    setText("txtlog_Lot", log.log_Lot);
-    setText("lbllog_LotbarCode", log.log_Lot);
+    setText(u"txtlog_Lot"_s, log.log_Lot);
+    setText(u"lbllog_LotbarCode"_s, log.log_Lot);
 }
 
 void rptLogAvery8160::terminate() {

@@ -7,6 +7,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -19,19 +21,19 @@ using platform::line;
 std::vector<Control> logHeader() {
     std::vector<Control> controls{
         sheetCaption("lblDateMade", 360, 0, 1980, "Date Made"),
-        field("txtDateMade", 2880, 0, 2520, 270),
+        field(u"txtDateMade"_s, 2880, 0, 2520, 270),
         sheetCaption("lblInitials", 5670, 0, 1080, "Made by"),
-        field("txtfrm_Initials", 6750, 0, 1080, 270),
+        field(u"txtfrm_Initials"_s, 6750, 0, 1080, 270),
         sheetCaption("lblVerified", 8280, 0, 990, "Verified"),
-        field("txtfrm_Verified", 9270, 0, 1080, 270),
+        field(u"txtfrm_Verified"_s, 9270, 0, 1080, 270),
         sheetCaption("lblMakeQTY", 360, 540, 2520, "Quantity Made"),
-        field("txtfrm_Qty", 2880, 540, 990, 270).right(),
-        field("txtlog_Units", 3870, 540, 630, 270).indented(textGap).asValue("Units"),
+        field(u"txtfrm_Qty"_s, 2880, 540, 990, 270).right(),
+        field(u"txtlog_Units"_s, 3870, 540, 630, 270).indented(textGap).asValue("Units"),
         sheetCaption("lblfrm_Cost", 5670, 540, 630, "Cost"),
-        field("txtfrm_Cost", 6840, 540, 990, 270),
+        field(u"txtfrm_Cost"_s, 6840, 540, 990, 270),
         sheetCaption("lblfrm_AWP", 8370, 540, 540, "AWP"),
-        field("txtfrm_AWP", 9270, 540, 1080, 270),
-        line("Line2", 90, 810, 11340),
+        field(u"txtfrm_AWP"_s, 9270, 540, 1080, 270),
+        line(u"Line2"_s, 90, 810, 11340),
         sheetCaption("lblIngredients", 0, 900, 3510, "Chemical Ingredients"),
     };
     addColumnHeads(controls, {.name = 180,
@@ -49,27 +51,27 @@ std::vector<Control> logHeader() {
 // quantity and cost. The notes column stays empty.
 std::vector<platform::Section> formulaLog() {
     return {
-        batchPageHeader(1050, {label("txtFormulaName", 0, 630, 5130, 270).bold().asName("Formula Name"),
-                               field("txtFormulaType", 5760, 630, 4230, 270)}),
+        batchPageHeader(1050, {label(u"txtFormulaName"_s, 0, 630, 5130, 270).bold().asName("Formula Name"),
+                               field(u"txtFormulaType"_s, 5760, 630, 4230, 270)}),
         {platform::SectionKind::GroupHeader, 1605, logHeader()},
         batchDetail(285,
                     {
-                        field("txtchm_Name", 180, 0, 2700, 270).bound("lch_Name").asName("Chemical"),
-                        field("txtchm_Form", 2880, 0, 810, 270).bound("lch_Form"),
-                        field("txtchm_QTY", 3690, 0, 810, 270).bound("fch_QTY").right(),
-                        field("txtchm_Units", 4590, 0, 540, 270).bound("lch_Units").asValue("Units"),
-                        field("txtchm_Lot", 5220, 0, 1170, 270).bound("lch_Lot").asValue("Lot #"),
-                        field("txtchm_Supplier", 6480, 0, 1080, 270).bound("lch_Supplier"),
-                        field("txtchm_Cost", 7650, 0, 990, 270).bound("chm_Cost"),
-                        field("txtchm_Notes", 8730, 0, 2700, 270),
+                        field(u"txtchm_Name"_s, 180, 0, 2700, 270).bound(u"lch_Name"_s).asName("Chemical"),
+                        field(u"txtchm_Form"_s, 2880, 0, 810, 270).bound(u"lch_Form"_s),
+                        field(u"txtchm_QTY"_s, 3690, 0, 810, 270).bound(u"fch_QTY"_s).right(),
+                        field(u"txtchm_Units"_s, 4590, 0, 540, 270).bound(u"lch_Units"_s).asValue("Units"),
+                        field(u"txtchm_Lot"_s, 5220, 0, 1170, 270).bound(u"lch_Lot"_s).asValue("Lot #"),
+                        field(u"txtchm_Supplier"_s, 6480, 0, 1080, 270).bound(u"lch_Supplier"_s),
+                        field(u"txtchm_Cost"_s, 7650, 0, 990, 270).bound(u"chm_Cost"_s),
+                        field(u"txtchm_Notes"_s, 8730, 0, 2700, 270),
                     }),
         batchGroupFooter(1245, 630),
         batchPageFooter(2535,
                         {
-                            label("lbllog_Lot", 180, 180, 810, 270, "Lot #"),
-                            field("txtlog_Lot", 990, 180, 2070, 270).asValue("Lot #"),
-                            label("lblExpDate", 3420, 180, 1080, 270, "Exp Date:"),
-                            box("Shape1", 4770, 180, 3960, 270),
+                            label(u"lbllog_Lot"_s, 180, 180, 810, 270, u"Lot #"_s),
+                            field(u"txtlog_Lot"_s, 990, 180, 2070, 270).asValue("Lot #"),
+                            label(u"lblExpDate"_s, 3420, 180, 1080, 270, u"Exp Date:"_s),
+                            box(u"Shape1"_s, 4770, 180, 3960, 270),
                         }),
     };
 }
@@ -87,19 +89,19 @@ void rptLogFormula::setLog(const clsLogPtr& log) {
 
 void rptLogFormula::fillPageHeader() {
     const clsLog& log = platform::deref(m_log);
-    setName("txtFormulaName", platform::trimmed(log.log_Name), " " + platform::trimmed(log.log_Strength),
-            translated("Formula Name:  ") + " ");
-    setText("txtFormulaType",
-            translated("Formula Type:  ") + " " + basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+    setName(u"txtFormulaName"_s, platform::trimmed(log.log_Name),
+            u" "_s + platform::trimmed(log.log_Strength), translated(u"Formula Name:  "_s) + u" "_s);
+    setText(u"txtFormulaType"_s, translated(u"Formula Type:  "_s) + u" "_s +
+                                     basMain::tableEntry(basMain::MixTypes, log.log_FormType));
 }
 
 void rptLogFormula::groupHeaderFormat() {
     const clsLog& log = platform::deref(m_log);
-    setValue("txtDateMade", log.log_Date);
-    setText("txtfrm_Initials", log.log_Initials);
-    setText("txtfrm_Verified", log.log_Verified);
-    setValue("txtfrm_Qty", static_cast<double>(log.log_Quantity), "#0.00");
-    setText("txtlog_Units", log.log_Units);
+    setValue(u"txtDateMade"_s, log.log_Date);
+    setText(u"txtfrm_Initials"_s, log.log_Initials);
+    setText(u"txtfrm_Verified"_s, log.log_Verified);
+    setValue(u"txtfrm_Qty"_s, static_cast<double>(log.log_Quantity), u"#0.00"_s);
+    setText(u"txtlog_Units"_s, log.log_Units);
     setOptionsMoney(*this, "txtfrm_Cost", QVariant::fromValue(log.log_Cost));
     setOptionsMoney(*this, "txtfrm_AWP", QVariant::fromValue(log.log_AWP));
 }
@@ -107,18 +109,18 @@ void rptLogFormula::groupHeaderFormat() {
 void rptLogFormula::detailFormat() {
     if (!hasLine())
         return;
-    setValue("txtchm_QTY", rows()->value("lch_Qty"), "#0.000");
-    setOptionsMoney(*this, "txtchm_Cost", rows()->value("lch_Cost"));
+    setValue(u"txtchm_QTY"_s, rows()->value(u"lch_Qty"_s), u"#0.000"_s);
+    setOptionsMoney(*this, "txtchm_Cost", rows()->value(u"lch_Cost"_s));
 }
 
 void rptLogFormula::groupFooterFormat() {
-    setText("txtfrm_Desc", platform::deref(m_log).log_Desc);
-    setText("txtfrm_Instructions", platform::deref(m_formula).frm_Instructions);
+    setText(u"txtfrm_Desc"_s, platform::deref(m_log).log_Desc);
+    setText(u"txtfrm_Instructions"_s, platform::deref(m_formula).frm_Instructions);
 }
 
 void rptLogFormula::pageFooterFormat() {
     BatchSheet::pageFooterFormat();
-    setText("txtlog_Lot", platform::deref(m_log).log_Lot);
+    setText(u"txtlog_Lot"_s, platform::deref(m_log).log_Lot);
 }
 
 void rptLogFormula::terminate() {

@@ -12,6 +12,8 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -21,49 +23,52 @@ using platform::nullText;
 
 platform::ReportDefinition logReport() {
     platform::ReportDefinition definition;
-    definition.name = "rptLogReport";
+    definition.name = u"rptLogReport"_s;
     definition.sections = {
         listHead(platform::SectionKind::ReportHeader, 1515,
                  {.boxWidth = 5130, .dateLeft = 8100, .dateTop = 180},
-                 {field("txtReportDate", 0, 990, 5310, 270).points(datePoints).asValue("Report Dates")}),
+                 {field(u"txtReportDate"_s, 0, 990, 5310, 270).points(datePoints).asValue("Report Dates")}),
         {platform::SectionKind::PageHeader,
          1275,
          {
-             field("txtName", 0, 0, 10080, 360).points(titlePoints).bold().asName("Name"),
-             field("txtDesc", 0, 360, 10800, 540),
-             heading("lbllog_Date", 0, 990, 2160),
-             heading("lbllog_Lot", 2160, 990, 1620),
-             heading("lbllog_JarSize", 3780, 990, 1440),
-             heading("lbllog_Quantity", 5220, 990, 1440),
-             heading("lbllog_Initials", 6660, 990, 1440).centre(),
-             heading("lbllog_Verified", 8100, 990, 1440).centre(),
-             heading("lbllog_Cost", 9540, 990, 1260).right(),
-             line("Line5", 0, 1260, 10800),
+             field(u"txtName"_s, 0, 0, 10080, 360).points(titlePoints).bold().asName("Name"),
+             field(u"txtDesc"_s, 0, 360, 10800, 540),
+             heading(u"lbllog_Date"_s, 0, 990, 2160),
+             heading(u"lbllog_Lot"_s, 2160, 990, 1620),
+             heading(u"lbllog_JarSize"_s, 3780, 990, 1440),
+             heading(u"lbllog_Quantity"_s, 5220, 990, 1440),
+             heading(u"lbllog_Initials"_s, 6660, 990, 1440).centre(),
+             heading(u"lbllog_Verified"_s, 8100, 990, 1440).centre(),
+             heading(u"lbllog_Cost"_s, 9540, 990, 1260).right(),
+             line(u"Line5"_s, 0, 1260, 10800),
          }},
         {platform::SectionKind::Detail,
          450,
          {
-             field("txtlog_Date", 0, 90, 2160, 270).bound("log_Date").points(9),
-             field("txtlog_Lot", 2160, 90, 1620, 270).bound("log_Lot").points(9).asValue("Lot"),
-             field("txtlog_JarSize", 3780, 90, 1440, 270).bound("log_JarSize").points(9).asValue("Jar Size"),
-             field("txtlog_Quantity", 5220, 90, 1440, 270).bound("log_Quantity").points(9),
-             field("txtlog_Initials", 7110, 90, 630, 270).bound("log_Initials").points(9).centre(),
-             field("txtlog_Verified", 8550, 90, 630, 270).bound("log_Verified").points(9).centre(),
-             field("txtlog_Cost", 9540, 90, 1260, 270).bound("log_Cost").points(9).right(),
-             line("Line6", 0, 450, 10800),
+             field(u"txtlog_Date"_s, 0, 90, 2160, 270).bound(u"log_Date"_s).points(9),
+             field(u"txtlog_Lot"_s, 2160, 90, 1620, 270).bound(u"log_Lot"_s).points(9).asValue("Lot"),
+             field(u"txtlog_JarSize"_s, 3780, 90, 1440, 270)
+                 .bound(u"log_JarSize"_s)
+                 .points(9)
+                 .asValue("Jar Size"),
+             field(u"txtlog_Quantity"_s, 5220, 90, 1440, 270).bound(u"log_Quantity"_s).points(9),
+             field(u"txtlog_Initials"_s, 7110, 90, 630, 270).bound(u"log_Initials"_s).points(9).centre(),
+             field(u"txtlog_Verified"_s, 8550, 90, 630, 270).bound(u"log_Verified"_s).points(9).centre(),
+             field(u"txtlog_Cost"_s, 9540, 90, 1260, 270).bound(u"log_Cost"_s).points(9).right(),
+             line(u"Line6"_s, 0, 450, 10800),
          }},
         {platform::SectionKind::PageFooter,
          630,
          {
-             field("txtPage", 7650, 270, 2430, 270).right().asValue("Page"),
+             field(u"txtPage"_s, 7650, 270, 2430, 270).right().asValue("Page"),
          }},
         {platform::SectionKind::ReportFooter,
          495,
          {
-             line("Line8", 0, 0, 10800),
-             field("txtTotalLogs", 0, 90, 2880, 270).bold().asValue("Logs"),
-             field("txtTotalQTY", 5220, 90, 1170, 270).bold().asValue("QTY"),
-             field("txtTotalCost", 9180, 90, 1620, 270, "0.00").bold().right().asValue("Cost"),
+             line(u"Line8"_s, 0, 0, 10800),
+             field(u"txtTotalLogs"_s, 0, 90, 2880, 270).bold().asValue("Logs"),
+             field(u"txtTotalQTY"_s, 5220, 90, 1170, 270).bold().asValue("QTY"),
+             field(u"txtTotalCost"_s, 9180, 90, 1620, 270, u"0.00"_s).bold().right().asValue("Cost"),
          }},
     };
     return definition;
@@ -74,7 +79,7 @@ platform::ReportDefinition logReport() {
 rptLogReport::rptLogReport() : Report(logReport()) {}
 
 void rptLogReport::FormulaID(std::int16_t formulaID) {
-    guarded("rptLogReport:FormulaID", [&] {
+    guarded(u"rptLogReport:FormulaID"_s, [&] {
         m_formulaID = formulaID;
         const std::optional<DateRange> range = askDateRange();
         basMain::reportCancelled = !range;
@@ -83,22 +88,22 @@ void rptLogReport::FormulaID(std::int16_t formulaID) {
             return;
         }
         m_range = *range;
-        setFormat("txtlog_Cost", platform::deref(basMain::Options).DefCurrency() + amountPicture);
+        setFormat(u"txtlog_Cost"_s, platform::deref(basMain::Options).DefCurrency() + amountPicture);
         translateForm();
         openBatches();
         if (rows())
-            fileName = reportFileName("Log Report", {nullText(rows()->value("log_Name"))},
+            fileName = reportFileName("Log Report", {nullText(rows()->value(u"log_Name"_s))},
                                       m_range.begin.date(), m_range.end.date());
     });
 }
 
 void rptLogReport::openBatches() {
     const auto batches = platform::Recordset::create();
-    batches->open("SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
+    batches->open(u"SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
                   "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
-                  "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID=" +
-                      QString::number(m_formulaID) + " AND Log.log_Date >= #" + boundText(m_range.begin) +
-                      "# AND Log.log_Date <= #" + boundText(m_range.end) + "#;",
+                  "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID="_s +
+                      QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(m_range.begin) +
+                      u"# AND Log.log_Date <= #"_s + boundText(m_range.end) + u"#;"_s,
                   openDB(), platform::LockType::ReadOnly);
     if (batches->recordCount() < 1) {
         sayNoRecords();
@@ -109,7 +114,7 @@ void rptLogReport::openBatches() {
 }
 
 void rptLogReport::translateForm() {
-    guarded("rptLogReport:translateForm", [&] {
+    guarded(u"rptLogReport:translateForm"_s, [&] {
         translateListHead(*this, "Log Report", "Log Report - Sorvanto");
         translateCaptions(*this, {{"lbllog_Date", "Date"},
                                   {"lbllog_Lot", "Lot"},
@@ -118,59 +123,61 @@ void rptLogReport::translateForm() {
                                   {"lbllog_Initials", "Initials"},
                                   {"lbllog_Verified", "Verified"},
                                   {"lbllog_Cost", "Cost"}});
-        setText("txtReportDate", reportDates(m_range.begin, m_range.end));
+        setText(u"txtReportDate"_s, reportDates(m_range.begin, m_range.end));
     });
 }
 
 // The current row's values, which on later pages may be those of a later batch.
 void rptLogReport::pageHeaderFormat() {
-    guarded("rptLogReport:PageHeader_Format", [&] {
+    guarded(u"rptLogReport:PageHeader_Format"_s, [&] {
         if (!rows() || rows()->eof())
             return;
         const platform::Recordset& row = *rows();
-        setName("txtName", nullText(row.value("log_Name")),
-                " " + nullText(row.value("log_Strength")) + "\t" +
-                    basMain::tableEntry(basMain::MixTypes, platform::nullInt16(row.value("log_FormType"))) +
-                    "\t" + nullText(row.value("log_NDC")));
-        setText("txtDesc", nullText(row.value("log_Desc")));
+        setName(
+            u"txtName"_s, nullText(row.value(u"log_Name"_s)),
+            u" "_s + nullText(row.value(u"log_Strength"_s)) + u"\t"_s +
+                basMain::tableEntry(basMain::MixTypes, platform::nullInt16(row.value(u"log_FormType"_s))) +
+                u"\t"_s + nullText(row.value(u"log_NDC"_s)));
+        setText(u"txtDesc"_s, nullText(row.value(u"log_Desc"_s)));
     });
 }
 
 void rptLogReport::detailFormat() {
-    guarded("rptLogReport:Detail_Format", [&] {
-        const std::int16_t jar = platform::nullInt16(platform::deref(rows()).value("log_JarSize"));
-        setText("txtlog_JarSize", basMain::tableEntry(basMain::JarSizes, jar));
+    guarded(u"rptLogReport:Detail_Format"_s, [&] {
+        const std::int16_t jar = platform::nullInt16(platform::deref(rows()).value(u"log_JarSize"_s));
+        setText(u"txtlog_JarSize"_s, basMain::tableEntry(basMain::JarSizes, jar));
     });
 }
 
 void rptLogReport::pageFooterFormat() {
-    guarded("rptLogReport:PageFooter_Format",
-            [&] { setText("txtPage", translated("Page") + " " + QString::number(pageNumber())); });
+    guarded(u"rptLogReport:PageFooter_Format"_s,
+            [&] { setText(u"txtPage"_s, translated(u"Page"_s) + u" "_s + QString::number(pageNumber())); });
 }
 
 // Here the dates go in as default text with their time of day, unlike the listed rows.
 void rptLogReport::reportFooterFormat() {
-    guarded("rptLogReport:ReportFooter_Format", [&] {
+    guarded(u"rptLogReport:ReportFooter_Format"_s, [&] {
         const auto totals = platform::Recordset::create();
-        totals->open("SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as "
-                     "TotalCost FROM Log WHERE Log.FormulaID=" +
-                         QString::number(m_formulaID) + " AND Log.log_Date >= #" +
-                         platform::dateText(m_range.begin) + "# AND Log.log_Date <= #" +
-                         platform::dateText(m_range.end) + "#;",
+        totals->open(u"SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as "
+                     "TotalCost FROM Log WHERE Log.FormulaID="_s +
+                         QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s +
+                         platform::dateText(m_range.begin) + u"# AND Log.log_Date <= #"_s +
+                         platform::dateText(m_range.end) + u"#;"_s,
                      openDB(), platform::LockType::ReadOnly);
-        setText("txtTotalLogs",
-                platform::shownText(totals->value("TotalLogs"), {}) + " " + translated("Logs"));
-        setText("txtTotalQTY", platform::shownText(totals->value("TotalQTY"), {}) + " ml");
+        setText(u"txtTotalLogs"_s,
+                platform::shownText(totals->value(u"TotalLogs"_s), {}) + u" "_s + translated(u"Logs"_s));
+        setText(u"txtTotalQTY"_s, platform::shownText(totals->value(u"TotalQTY"_s), {}) + u" ml"_s);
         explainTotals(
             *this,
-            {rows()->recordCount(), platform::nullInt32(totals->value("TotalLogs")),
-             translated("The list shows %1 batch, the totals count %2: %3 | "
-                        "The list shows %1 batches, the totals count %2: %3"),
-             translated("the list is bounded by 0:00 of both dates, the totals by their time of day.")},
+            {rows()->recordCount(), platform::nullInt32(totals->value(u"TotalLogs"_s)),
+             translated(u"The list shows %1 batch, the totals count %2: %3 | "
+                        "The list shows %1 batches, the totals count %2: %3"_s),
+             translated(u"the list is bounded by 0:00 of both dates, the totals by their time of day."_s)},
             m_range.begin, m_range.end);
-        const QVariant cost = totals->value("TotalCost");
+        const QVariant cost = totals->value(u"TotalCost"_s);
         if (cost.isValid())
-            setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)), "0.00");
+            setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)),
+                            u"0.00"_s);
         else
             showLayoutNumber(*this, "txtTotalCost");
     });

@@ -28,7 +28,7 @@ std::int16_t BrowsingScreen::currentKey() const {
 }
 
 void BrowsingScreen::getData() {
-    guarded(tag("getData"), [&] {
+    guarded(tag(u"getData"_s), [&] {
         openIdentifiers();
         testEmpty();
     });
@@ -51,7 +51,7 @@ void BrowsingScreen::openFirst() {
 }
 
 void BrowsingScreen::moveFirst() {
-    guarded(tag("moveFirst"), [&] {
+    guarded(tag(u"moveFirst"_s), [&] {
         identifiers().moveFirst();
         if (!identifiers().bof()) {
             openCurrent();
@@ -61,7 +61,7 @@ void BrowsingScreen::moveFirst() {
 }
 
 void BrowsingScreen::moveLast() {
-    guarded(tag("moveLast"), [&] {
+    guarded(tag(u"moveLast"_s), [&] {
         identifiers().moveLast();
         if (!identifiers().eof()) {
             openCurrent();
@@ -71,7 +71,7 @@ void BrowsingScreen::moveLast() {
 }
 
 void BrowsingScreen::moveNext() {
-    guarded(tag("moveNext"), [&] {
+    guarded(tag(u"moveNext"_s), [&] {
         identifiers().moveNext();
         if (identifiers().eof())
             moveLast();
@@ -81,7 +81,7 @@ void BrowsingScreen::moveNext() {
 }
 
 void BrowsingScreen::movePrevious() {
-    guarded(tag("movePrevious"), [&] {
+    guarded(tag(u"movePrevious"_s), [&] {
         identifiers().movePrevious();
         if (identifiers().bof())
             moveFirst();
@@ -108,7 +108,7 @@ void BrowsingScreen::addRecordTools() {
 }
 
 void BrowsingScreen::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded(tag("m_frmMain_btnClick"), [&] {
+    guarded(tag(u"m_frmMain_btnClick"_s), [&] {
         if (!m_tools.run(toolName, searchText))
             return;
         toolDone();
@@ -117,7 +117,7 @@ void BrowsingScreen::m_frmMain_btnClick(const QString& toolName, const QString& 
 }
 
 void BrowsingScreen::setMenuOptions() {
-    guarded(tag("setMenuOptions"), [&] {
+    guarded(tag(u"setMenuOptions"_s), [&] {
         if (m_empty && (m_locked || !m_records.emptyWhileLocked))
             setEmptyToolStates(m_records.tools.add != ToolRule::Off);
         else
@@ -191,14 +191,14 @@ void BrowsingScreen::recordSaved() {
 }
 
 void BrowsingScreen::lockForm() {
-    guarded(tag("lockForm"), [&] {
+    guarded(tag(u"lockForm"_s), [&] {
         lockControls(*this, m_records.locks, true);
         m_locked = true;
     });
 }
 
 void BrowsingScreen::unlockForm() {
-    guarded(tag("unlockForm"), [&] {
+    guarded(tag(u"unlockForm"_s), [&] {
         lockControls(*this, m_records.locks, false);
         setEnabled(true);
         m_locked = false;
@@ -206,7 +206,7 @@ void BrowsingScreen::unlockForm() {
 }
 
 std::int16_t BrowsingScreen::closeForm() {
-    return guarded(tag("closeForm"), std::int16_t(0), [&] {
+    return guarded(tag(u"closeForm"_s), std::int16_t(0), [&] {
         if (m_locked) {
             m_drafts.keepNow();
             return std::int16_t(0);
@@ -214,7 +214,7 @@ std::int16_t BrowsingScreen::closeForm() {
         const platform::BoxStyle style{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
                                        true, closingNote()};
         const platform::Answer answer =
-            platform::MsgBox(translated(m_records.question), style, translated("Save Data?"));
+            platform::MsgBox(translated(m_records.question), style, translated(u"Save Data?"_s));
         if (answer == platform::Answer::Yes) {
             if (saveForm())
                 m_new = false;  // another screen may keep the program open, and Cancel must not take the row
@@ -230,9 +230,10 @@ std::int16_t BrowsingScreen::closeForm() {
 }
 
 void BrowsingScreen::showCaption(const QString& screen, const QString& record) const {
-    QString caption = translated("Sorvanto Control Panel") + ": " + translated(screen) + "  :  " + record;
+    QString caption =
+        translated(u"Sorvanto Control Panel"_s) + u": "_s + translated(screen) + u"  :  "_s + record;
     if (!m_locked)
-        caption += "  (" + translated("Edit") + ")";
+        caption += u"  ("_s + translated(u"Edit"_s) + u")"_s;
     platform::deref(basMain::Main).setCaption(caption);
 }
 

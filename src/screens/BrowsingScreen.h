@@ -69,7 +69,7 @@ protected:
     BrowsingScreen(BrowsedRecords records, QWidget* parent);
 
     /// "frmLog:moveNext".
-    QString tag(const QString& procedure) const { return m_records.screen + ":" + procedure; }
+    QString tag(const QString& procedure) const { return m_records.screen + u':' + procedure; }
     /// The record whose values refreshForm shows.
     virtual DraftRecord recordOnView() const = 0;
     /// Puts the record's values into the controls; refreshForm does the rest.

@@ -4,6 +4,8 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordGrid.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -17,12 +19,12 @@ void setReadOnly(QWidget& control, bool on) {
 void lockControls(QWidget& form, LockRules rules, bool locked) {
     for (QWidget* control : form.findChildren<QWidget*>()) {
         const QString name = control->objectName();
-        if (name.contains("txt") || name.contains("cbo")) {
+        if (name.contains(u"txt"_s) || name.contains(u"cbo"_s)) {
             setReadOnly(*control, locked);
-        } else if (rules.grids && name.contains("grd")) {
+        } else if (rules.grids && name.contains(u"grd"_s)) {
             if (auto* grid = qobject_cast<platform::RecordGrid*>(control))
                 grid->setAllowUpdate(!locked);
-        } else if ((rules.upDowns && name.contains("upd")) || (rules.buttons && name.contains("cmd"))) {
+        } else if ((rules.upDowns && name.contains(u"upd"_s)) || (rules.buttons && name.contains(u"cmd"_s))) {
             control->setEnabled(!locked);
         }
     }
@@ -43,12 +45,12 @@ void clearControls(QWidget& form) {
     for (QWidget* control : form.findChildren<QWidget*>()) {
         const QString name = control->objectName();
         auto* choice = qobject_cast<platform::ChoiceBox*>(control);
-        if (name.contains("txt"))
+        if (name.contains(u"txt"_s))
             setControlText(*control, QString());
-        else if (choice && name.contains("cbochm_Units"))
-            choice->setBoxText("Select Units");
-        else if (choice && name.contains("cbochm_Form"))
-            choice->setBoxText("Select Form");
+        else if (choice && name.contains(u"cbochm_Units"_s))
+            choice->setBoxText(u"Select Units"_s);
+        else if (choice && name.contains(u"cbochm_Form"_s))
+            choice->setBoxText(u"Select Form"_s);
     }
 }
 

@@ -39,22 +39,22 @@ MixLength lengthOf(const platform::ReportList& list) {
 
 QString lengthText(const platform::ReportList& list) {
     const MixLength length = lengthOf(list);
-    const QString cycles = platform::counted(translated("%1 cycle | %1 cycles"), length.cycles);
+    const QString cycles = platform::counted(translated(u"%1 cycle | %1 cycles"_s), length.cycles);
     if (!length.known || (length.seconds == 0 && length.cycles == 0))
         return {};
     if (length.seconds == 0)
         return cycles;
-    const QString time = translated("%1 in all").arg(timeText(length.seconds));
+    const QString time = translated(u"%1 in all"_s).arg(timeText(length.seconds));
     return length.cycles == 0 ? time : time + u" + "_s + cycles;
 }
 
 }  // namespace
 
 void listMixSteps(const platform::XmlDocument& document, platform::ReportList& list) {
-    for (const platform::XmlNode& step : document.getElementsByTagName("Mix")) {
-        QStringList cells{step.attribute("LiftRPM")};
+    for (const platform::XmlNode& step : document.getElementsByTagName(u"Mix"_s)) {
+        QStringList cells{step.attribute(u"LiftRPM"_s)};
         try {
-            for (const char* attribute : {"MixRPM", "MixTime", "Cycles"})
+            for (const QString& attribute : {u"MixRPM"_s, u"MixTime"_s, u"Cycles"_s})
                 cells << step.attribute(attribute);
         } catch (...) {
             list.addRow(cells);
@@ -67,13 +67,13 @@ void listMixSteps(const platform::XmlDocument& document, platform::ReportList& l
 QString mixListText(const platform::ReportList& list, int most) {
     QStringList parts;
     if (most == 0)
-        parts << platform::counted(translated("%1 step | %1 steps"), list.count());
+        parts << platform::counted(translated(u"%1 step | %1 steps"_s), list.count());
     else
-        parts << translated("%1 of %2 steps").arg(list.count()).arg(most);
+        parts << translated(u"%1 of %2 steps"_s).arg(list.count()).arg(most);
     if (const QString length = lengthText(list); !length.isEmpty())
         parts << length;
     if (most > 0 && list.count() >= most)
-        parts << translated("The list is full.");
+        parts << translated(u"The list is full."_s);
     return parts.join(u"  \u00B7  "_s);
 }
 

@@ -7,6 +7,8 @@
 
 #include <initializer_list>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -26,20 +28,20 @@ bool isOn(ToolRule rule, bool locked) {
 
 void enable(platform::Band& band, std::initializer_list<const char*> names, bool on) {
     for (const char* name : names)
-        band.tool(name).setEnabled(on);
+        band.tool(QLatin1String(name)).setEnabled(on);
 }
 
 // Each entry stands in the print menu and, with an "x" behind its name, in the export menu.
 void enableEntry(platform::CommandBar& bar, const QString& name, bool on) {
-    bar.band("mnuPrint").tool(name).setEnabled(on);
-    bar.band("mnuExport").tool(name + "x").setEnabled(on);
+    bar.band(u"mnuPrint"_s).tool(name).setEnabled(on);
+    bar.band(u"mnuExport"_s).tool(name + u"x"_s).setEnabled(on);
 }
 
 }  // namespace
 
 void setToolStates(const ScreenTools& tools, bool locked) {
     platform::CommandBar& bar = platform::deref(basMain::Main).bar();
-    platform::Band& main = bar.band("MainBar");
+    platform::Band& main = bar.band(u"MainBar"_s);
     enable(main, {"cmdEdit"}, isOn(tools.edit, locked));
     enable(main, {"cmdNew"}, isOn(tools.add, locked));
     enable(main, {"cmdCancel", "cmdSave"}, isOn(tools.cancelAndSave, locked));
@@ -49,11 +51,11 @@ void setToolStates(const ScreenTools& tools, bool locked) {
     enable(main, {"cmdSearch", "txtSearch"}, isOn(tools.search, locked));
     enable(main, {"cmdMake"}, isOn(tools.make, locked));
     enable(main, {"cmdPrint", "cmdExport"}, isOn(tools.printAndExport, locked));
-    enableEntry(bar, "mnuWorksheet", tools.worksheet);
-    enableEntry(bar, "mnuFormulaLog", tools.formulaLog);
-    enableEntry(bar, "mnuLabel", tools.label);
-    enableEntry(bar, "mnuReport", tools.report);
-    enableEntry(bar, "mnuJarReport", tools.jarReport);
+    enableEntry(bar, u"mnuWorksheet"_s, tools.worksheet);
+    enableEntry(bar, u"mnuFormulaLog"_s, tools.formulaLog);
+    enableEntry(bar, u"mnuLabel"_s, tools.label);
+    enableEntry(bar, u"mnuReport"_s, tools.report);
+    enableEntry(bar, u"mnuJarReport"_s, tools.jarReport);
 }
 
 void setEmptyToolStates(bool canAdd) {

@@ -57,7 +57,7 @@ template <std::size_t count>
 void fill(platform::ChoiceBox& box, const char* const (&entries)[count]) {
     box.clear();
     for (const char* entry : entries)
-        box.addItem(translated(entry));
+        box.addItem(translated(QLatin1String(entry)));
 }
 
 }  // namespace
@@ -66,8 +66,8 @@ frmChemical::frmChemical(QWidget* parent)
     : BrowsingScreen(chemicalRecords, parent), m_ui(designed<Ui::frmChemical>(this)),
       m_chemical(std::make_shared<clsChemical>()), m_fields(*this, chemicalFields) {
     platform::makeCard(*m_ui->fraChemical);
-    m_ui->cbochm_Units->setBoxText("Select Units");
-    m_ui->cbochm_Form->setBoxText("Select Form");
+    m_ui->cbochm_Units->setBoxText(u"Select Units"_s);
+    m_ui->cbochm_Form->setBoxText(u"Select Form"_s);
     m_tools.onReport("mnuReport"_L1, [this](bool exportIt) { printChemicals(exportIt); });
     m_tools.on({"cmdChemicals"_L1, "mnuChemicals"_L1}, [this] { refreshForm(); });
 }
@@ -76,7 +76,7 @@ frmChemical::~frmChemical() = default;
 
 // The screen is not locked here: it starts unlocked until the first save or cancel.
 void frmChemical::Form_Load() {
-    guarded("frmChemical:Form_Load", [&] {
+    guarded(u"frmChemical:Form_Load"_s, [&] {
         m_chemical = std::make_shared<clsChemical>();
         translateForm();
         getData();
@@ -94,7 +94,7 @@ void frmChemical::lockForm() {
 QString frmChemical::closingNote() const {
     if (!m_neverLocked || m_new || hasTypedText())
         return {};
-    return translated("Nothing was typed on the chemical screen: it is open for typing from the start.");
+    return translated(u"Nothing was typed on the chemical screen: it is open for typing from the start."_s);
 }
 
 void frmChemical::openRecord(std::int16_t key) { m_chemical = clsChemical().openChemical(key, QString()); }
@@ -106,7 +106,7 @@ DraftRecord frmChemical::recordOnView() const {
 }
 
 void frmChemical::translateForm() {
-    guarded("frmChemical:translateForm", [&] {
+    guarded(u"frmChemical:translateForm"_s, [&] {
         m_fields.translate();
         fill(*m_ui->cbochm_Units, units);
         fill(*m_ui->cbochm_Form, forms);
@@ -124,7 +124,7 @@ void frmChemical::addRecord() {
 }
 
 void frmChemical::cancelEdit() {
-    guarded("frmChemical:cancelEdit", [&] {
+    guarded(u"frmChemical:cancelEdit"_s, [&] {
         typingEnded();
         lockForm();
         refreshForm();
@@ -132,13 +132,13 @@ void frmChemical::cancelEdit() {
 }
 
 void frmChemical::searchChemical(const QString& searchText) {
-    const ResumeNext step("frmChemical:searchChemical");
+    const ResumeNext step(u"frmChemical:searchChemical"_s);
     step([&] { m_chemical = clsChemical().openChemical(0, searchText); });
     step([&] { refreshForm(); });
 }
 
 void frmChemical::deleteChemical() {
-    guarded("frmChemical:deleteChemical", [&] {
+    guarded(u"frmChemical:deleteChemical"_s, [&] {
         const DraftRecord asked = recordOnView();
         if (clsChemical().deleteChemical(m_chemical, false))
             recordDeleted(asked);
@@ -146,16 +146,16 @@ void frmChemical::deleteChemical() {
 }
 
 void frmChemical::fillForm() {
-    guarded("frmChemical:refreshForm", [&] {
+    guarded(u"frmChemical:refreshForm"_s, [&] {
         setEnabled(true);
         const clsChemical& chemical = platform::deref(m_chemical);
-        showCaption("Chemicals", chemical.chm_Name);
+        showCaption(u"Chemicals"_s, chemical.chm_Name);
         m_fields.show(chemical);
     });
 }
 
 bool frmChemical::saveForm() {
-    return guarded("frmChemical:saveForm", false, [&] {
+    return guarded(u"frmChemical:saveForm"_s, false, [&] {
         if (!m_fields.complete())
             return false;
         m_fields.read(platform::deref(m_chemical));
@@ -168,19 +168,19 @@ bool frmChemical::saveForm() {
 }
 
 void frmChemical::emptyForm() {
-    guarded("frmChemical:clearForm", [&] {
+    guarded(u"frmChemical:clearForm"_s, [&] {
         m_chemical = std::make_shared<clsChemical>();
         for (QWidget* control : findChildren<QWidget*>()) {
             const QString name = control->objectName();
             auto* choice = qobject_cast<platform::ChoiceBox*>(control);
-            if (name.contains("txtchm_Cost") || name.contains("txtchm_AWP"))
-                setControlText(*control, "0.00");
-            else if (name.contains("txt"))
+            if (name.contains(u"txtchm_Cost"_s) || name.contains(u"txtchm_AWP"_s))
+                setControlText(*control, u"0.00"_s);
+            else if (name.contains(u"txt"_s))
                 setControlText(*control, QString());
-            else if (choice && name.contains("cbochm_Units"))
-                choice->setBoxText(translated("Select Units"));
-            else if (choice && name.contains("cbochm_Form"))
-                choice->setBoxText(translated("Select Form"));
+            else if (choice && name.contains(u"cbochm_Units"_s))
+                choice->setBoxText(translated(u"Select Units"_s));
+            else if (choice && name.contains(u"cbochm_Form"_s))
+                choice->setBoxText(translated(u"Select Form"_s));
         }
     });
 }

@@ -5,14 +5,16 @@
 #include "screens/frmChemical.h"
 #include "shared/Guard.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 void frmChemical::printChemicals(bool exportIt) {
-    guarded("frmChemical:printChemicals", [&] {
+    guarded(u"frmChemical:printChemicals"_s, [&] {
         auto report = std::make_unique<rptChemicals>();
         report->setChemicals(chemicalRows());
         report->printerName = defaultPrinter();
-        runReport(std::move(report), exportIt, "\\Chemicals.xls");
+        runReport(std::move(report), exportIt, u"\\Chemicals.xls"_s);
     });
 }
 

@@ -40,11 +40,11 @@ frmCurrFormula::frmCurrFormula(QWidget* parent)
     : RecordScreen(parent), m_ui(designed<Ui::frmCurrFormula>(this)), m_fields(*this, currentFields) {
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
-    m_ui->grdIngredients->setColumns({{.field = "chm_Name", .caption = "Name"},
-                                      {.field = "chm_NDC", .caption = "NDC", .width = 168},
-                                      {.field = "fch_Qty", .caption = "Qty", .width = 112},
-                                      {.field = "chm_Lot", .caption = "Lot", .width = 128},
-                                      {.field = "fch_QS", .caption = "QS", .width = 72}});
+    m_ui->grdIngredients->setColumns({{.field = u"chm_Name"_s, .caption = u"Name"_s},
+                                      {.field = u"chm_NDC"_s, .caption = u"NDC"_s, .width = 168},
+                                      {.field = u"fch_Qty"_s, .caption = u"Qty"_s, .width = 112},
+                                      {.field = u"chm_Lot"_s, .caption = u"Lot"_s, .width = 128},
+                                      {.field = u"fch_QS"_s, .caption = u"QS"_s, .width = 72}});
     m_ui->grdIngredients->setAllowUpdate(false);
     lockControls(*this, {}, true);
     addTools();
@@ -53,21 +53,21 @@ frmCurrFormula::frmCurrFormula(QWidget* parent)
 frmCurrFormula::~frmCurrFormula() = default;
 
 void frmCurrFormula::Form_Load() {
-    guarded("frmCurrFormula:Form_Load", [&] { translateForm(); });
+    guarded(u"frmCurrFormula:Form_Load"_s, [&] { translateForm(); });
 }
 
 void frmCurrFormula::translateForm() {
-    guarded("frmCurrFormula:translateForm", [&] {
+    guarded(u"frmCurrFormula:translateForm"_s, [&] {
         m_fields.translate();
-        for (const char* caption : {"Name", "NDC", "Qty", "Lot", "QS"})
+        for (const QString& caption : {u"Name"_s, u"NDC"_s, u"Qty"_s, u"Lot"_s, u"QS"_s})
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));
-        m_ui->grdIngredients->setAccessibleName(translated("Ingredients"));
+        m_ui->grdIngredients->setAccessibleName(translated(u"Ingredients"_s));
     });
 }
 
 void frmCurrFormula::setMenuOptions() {
-    guarded("frmCurrFormula:setMenuOptions", [&] {
+    guarded(u"frmCurrFormula:setMenuOptions"_s, [&] {
         setToolStates({.search = ToolRule::On, .printAndExport = ToolRule::On, .worksheet = true}, true);
     });
 }
@@ -87,7 +87,7 @@ void frmCurrFormula::addTools() {
 }
 
 void frmCurrFormula::m_frmMain_btnClick(const QString& toolName, const QString& searchText) {
-    guarded("frmCurrFormula:m_frmMain_btnClick", [&] {
+    guarded(u"frmCurrFormula:m_frmMain_btnClick"_s, [&] {
         m_tools.run(toolName, searchText);
         setMenuOptions();
     });
@@ -95,11 +95,11 @@ void frmCurrFormula::m_frmMain_btnClick(const QString& toolName, const QString& 
 
 void frmCurrFormula::searchFormula(const QString& searchText) {
     // Reported under the other screen's name, as users know it.
-    guarded("frmFormula:searchFormula", [&] { m_formula = clsFormula().openFormula(0, searchText); });
+    guarded(u"frmFormula:searchFormula"_s, [&] { m_formula = clsFormula().openFormula(0, searchText); });
 }
 
 void frmCurrFormula::makeFormula() {
-    guarded("frmCurrFormula:makeFormula", [&] {
+    guarded(u"frmCurrFormula:makeFormula"_s, [&] {
         const std::int16_t formulaID = platform::deref(m_formula).FormulaID;
         if (formulaID <= 0)
             return;
@@ -119,7 +119,7 @@ void frmCurrFormula::makeFormula() {
 }
 
 void frmCurrFormula::refreshForm() {
-    guarded("frmCurrFormula:refreshForm", [&] {
+    guarded(u"frmCurrFormula:refreshForm"_s, [&] {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
         m_fields.show(formula);

@@ -8,12 +8,14 @@
 #include "shared/Translator.h"
 #include "ui_frmCurrFormula.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 void frmCurrFormula::printFormula() {
-    guarded("frmCurrFormula:printFormula", [&] {
+    guarded(u"frmCurrFormula:printFormula"_s, [&] {
         if (!m_formula) {
-            platform::MsgBox(translated("No Formula selected!"));
+            platform::MsgBox(translated(u"No Formula selected!"_s));
             return;
         }
         auto report = std::make_unique<rptFormula>();

@@ -70,18 +70,18 @@ frmFormula::frmFormula(QWidget* parent)
     m_fields.addLabels(*this, {{"lblformType", "Formula Type"}, {"lblfrm_JarSize", "Jar Size"}});
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
-    m_ui->txtfrm_Quantity->setFormats("####0", "####0;;Null");
+    m_ui->txtfrm_Quantity->setFormats(u"####0"_s, u"####0;;Null"_s);
     m_ui->txtfrm_Quantity->setBounds(-1000, 1000);  // what is not above 0 is told when it is saved
     m_ui->txtfrm_Cost->setBounds(0, 10000);
     m_ui->txtfrm_AWP->setBounds(0, 10000);
-    m_ui->txtfrm_Units->setText("MLS");
+    m_ui->txtfrm_Units->setText(u"MLS"_s);
     m_ui->grdIngredients->setColumns(
-        {{.field = "FormChemID", .caption = "FormChemID", .hidden = true},
-         {.field = "chm_Name", .caption = "Name"},
-         {.field = "chm_Units", .caption = "Units", .width = 112},
-         {.field = "fch_Qty", .caption = "Qty", .width = 112, .editable = true},
-         {.field = "fch_QS", .caption = "QS", .width = 80, .editable = true},
-         {.field = "fch_Active", .caption = "Active", .width = 96, .editable = true}});
+        {{.field = u"FormChemID"_s, .caption = u"FormChemID"_s, .hidden = true},
+         {.field = u"chm_Name"_s, .caption = u"Name"_s},
+         {.field = u"chm_Units"_s, .caption = u"Units"_s, .width = 112},
+         {.field = u"fch_Qty"_s, .caption = u"Qty"_s, .width = 112, .editable = true},
+         {.field = u"fch_QS"_s, .caption = u"QS"_s, .width = 80, .editable = true},
+         {.field = u"fch_Active"_s, .caption = u"Active"_s, .width = 96, .editable = true}});
     setUpSteppers();
     connectControls();
     addTools();
@@ -115,7 +115,7 @@ void frmFormula::addTools() {
 }
 
 void frmFormula::Form_Load() {
-    guarded("frmFormula:Form_Load", [&] {
+    guarded(u"frmFormula:Form_Load"_s, [&] {
         m_formula = std::make_shared<clsFormula>();
         translateForm();
         fillTypeAndJarLists();
@@ -131,7 +131,7 @@ void frmFormula::Form_Load() {
 }
 
 void frmFormula::getData() {
-    const ResumeNext step("frmFormula:getData");
+    const ResumeNext step(u"frmFormula:getData"_s);
     step([&] { openIdentifiers(); });
     step([&] { testEmpty(); });
 }
@@ -158,19 +158,19 @@ DraftRecord frmFormula::recordOnView() const {
 QString frmFormula::formName() const { return platform::deref(m_formula).frm_Name; }
 
 void frmFormula::translateForm() {
-    guarded("frmFormula:translateForm", [&] {
-        setWindowTitle(translated("Formula"));
+    guarded(u"frmFormula:translateForm"_s, [&] {
+        setWindowTitle(translated(u"Formula"_s));
         m_fields.translate();
-        m_ui->cmdAdd->setText(translated("Add"));
-        m_ui->cmdAdd->setToolTip(translated("Add Ingredient"));
-        m_ui->cmdRemove->setText(translated("Remove"));
-        m_ui->cmdRemove->setToolTip(translated("Remove Ingredient"));
-        const char* const tabs[] = {"General", "Ingredients", "Mix Options"};
+        m_ui->cmdAdd->setText(translated(u"Add"_s));
+        m_ui->cmdAdd->setToolTip(translated(u"Add Ingredient"_s));
+        m_ui->cmdRemove->setText(translated(u"Remove"_s));
+        m_ui->cmdRemove->setToolTip(translated(u"Remove Ingredient"_s));
+        const QString tabs[] = {u"General"_s, u"Ingredients"_s, u"Mix Options"_s};
         for (int tab = 0; tab < 3; ++tab)
             m_ui->tabFormula->setTabText(tab, translated(tabs[tab]));
         m_ui->grdIngredients->setAccessibleName(m_ui->tabFormula->tabText(1));
         m_ui->lstCustom->setAccessibleName(m_ui->tabFormula->tabText(2));
-        for (const char* caption : {"Name", "Units", "Qty", "QS", "Active"})
+        for (const QString& caption : {u"Name"_s, u"Units"_s, u"Qty"_s, u"QS"_s, u"Active"_s})
             m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                                   translated(caption));
         translateMix();
@@ -197,13 +197,13 @@ void frmFormula::cmdCopy() {
 }
 
 void frmFormula::searchFormula(QString searchText) {
-    const ResumeNext step("frmFormula:searchFormula");
+    const ResumeNext step(u"frmFormula:searchFormula"_s);
     step([&] { m_formula = clsFormula().openFormula(0, searchText); });
     step([&] { refreshForm(); });
 }
 
 void frmFormula::deleteFormula() {
-    guarded("frmFormula:deleteFormula", [&] {
+    guarded(u"frmFormula:deleteFormula"_s, [&] {
         const DraftRecord asked = recordOnView();
         if (clsFormula().deleteFormula(m_formula, false))
             recordDeleted(asked);
@@ -211,20 +211,20 @@ void frmFormula::deleteFormula() {
 }
 
 void frmFormula::makeFormula() {
-    guarded("frmFormula:makeFormula", [&] {
+    guarded(u"frmFormula:makeFormula"_s, [&] {
         m_ui->grdIngredients->commitEdit();
         MainWindow& main = platform::deref(basMain::Main);
         main.currentFormulaScreen().Formula(m_formula);
         refreshForm();
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
+        main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdCurrent"_s));
     });
 }
 
 void frmFormula::fillForm() {
-    guarded("frmFormula:refreshForm", [&] {
+    guarded(u"frmFormula:refreshForm"_s, [&] {
         setEnabled(true);
         const clsFormula& formula = platform::deref(m_formula);
-        showCaption("Formulas", formula.frm_Name);
+        showCaption(u"Formulas"_s, formula.frm_Name);
         m_fields.show(formula);
         m_ui->cbofrm_JarSize->setListIndex(formula.frm_JarSize - 1);
         m_ui->cbofrm_Type->setListIndex(formula.frm_FormType);
@@ -240,14 +240,14 @@ void frmFormula::storeFields() {
     m_fields.read(formula);
     const int jarRow = m_ui->cbofrm_JarSize->listIndex();
     if (jarRow < 0)
-        throw platform::RuntimeError(platform::error::subscriptOutOfRange, "No jar size is selected");
+        throw platform::RuntimeError(platform::error::subscriptOutOfRange, u"No jar size is selected"_s);
     formula.frm_JarSize = platform::toInt16(m_ui->cbofrm_JarSize->itemData(jarRow));
     formula.frm_FormType = static_cast<std::int16_t>(m_ui->cbofrm_Type->listIndex());
     formula.frm_Mix = makeCustomXML();
 }
 
 bool frmFormula::saveForm() {
-    return guarded("frmFormula:saveForm", false, [&] {
+    return guarded(u"frmFormula:saveForm"_s, false, [&] {
         if (!m_fields.complete() || !stepsReadable())
             return false;
         storeFields();
@@ -263,27 +263,27 @@ bool frmFormula::saveForm() {
 
 // The two prompts stand the wrong way round; refreshForm replaces them at once.
 void frmFormula::emptyForm() {
-    guarded("frmFormula:clearForm", [&] {
+    guarded(u"frmFormula:clearForm"_s, [&] {
         for (platform::TextBox* box :
              {m_ui->txtfrm_Name, m_ui->txtFrm_NDC, m_ui->txtfrm_Desc, m_ui->txtfrm_Strength})
             box->clear();
         m_ui->txtfrm_Instructions->clear();
         for (platform::NumberBox* box : {m_ui->txtfrm_Quantity, m_ui->txtfrm_Cost, m_ui->txtfrm_AWP})
             box->setValue(0.0);
-        m_ui->txtfrm_Units->setText(translated("MLS"));
+        m_ui->txtfrm_Units->setText(translated(u"MLS"_s));
         m_ui->lstCustom->clear();
-        m_ui->cbofrm_JarSize->setBoxText(translated("Select Form"));
-        m_ui->cbofrm_Type->setBoxText(translated("Select Jar Size"));
+        m_ui->cbofrm_JarSize->setBoxText(translated(u"Select Form"_s));
+        m_ui->cbofrm_Type->setBoxText(translated(u"Select Jar Size"_s));
     });
 }
 
 void frmFormula::cmdAdd_Click() {
-    guarded("frmFormula:cmdAdd_Click", [&] {
+    guarded(u"frmFormula:cmdAdd_Click"_s, [&] {
         m_ui->grdIngredients->commitEdit();
-        const NewLine line(*m_ui->grdIngredients, "FormChemID");
+        const NewLine line(*m_ui->grdIngredients, u"FormChemID"_s);
         const clsFormulaPtr formula = m_formula;
         QString search =
-            platform::InputBox(translated("Enter all or part of chemical name"), "Search Chemical");
+            platform::InputBox(translated(u"Enter all or part of chemical name"_s), u"Search Chemical"_s);
         platform::deref(formula).addChemical(search);
         saveForm();
         refreshForm();
@@ -292,7 +292,7 @@ void frmFormula::cmdAdd_Click() {
 }
 
 void frmFormula::cmdRemove_Click() {
-    guarded("frmFormula:cmdRemove_Click", [&] {
+    guarded(u"frmFormula:cmdRemove_Click"_s, [&] {
         m_ui->grdIngredients->commitEdit();
         const clsFormulaPtr formula = m_formula;
         const QVariant line = m_ui->grdIngredients->currentValue(0);
@@ -300,7 +300,8 @@ void frmFormula::cmdRemove_Click() {
         bool deleted = false;
         const platform::BoxStyle style{
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
-        if (platform::MsgBox(translated("Are you sure?"), style, "Delete Chemical") == platform::Answer::Yes)
+        if (platform::MsgBox(translated(u"Are you sure?"_s), style, u"Delete Chemical"_s) ==
+            platform::Answer::Yes)
             deleted = platform::deref(formula).deleteChemical(platform::toInt16(line));
         saveForm();
         refreshForm();

@@ -10,6 +10,8 @@
 #include "shared/basMain.h"
 #include "ui_frmFormula.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 namespace {
 
@@ -77,19 +79,19 @@ void frmFormula::setUpSteppers() {
 
 // The reaction settings keep their designed captions.
 void frmFormula::translateMix() {
-    m_ui->fraCustom->setTitle(translated("Optional precision settings"));
+    m_ui->fraCustom->setTitle(translated(u"Optional precision settings"_s));
     QStringList captions;
-    for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
+    for (const QString& caption : {u"Lift RPM"_s, u"Mix RPM"_s, u"Time"_s, u"Cycles"_s})
         captions << translated(caption);
     m_ui->lstCustom->setColumnCaptions(captions);
     QLabel* const labels[] = {m_ui->lblLiftRPM, m_ui->lblMixRPM, m_ui->lblTime, m_ui->lblCycles};
     for (int column = 0; column < captions.size(); ++column)
         labels[column]->setText(captions[column]);
     showStepCount();
-    m_ui->cmdAddMix->setText(translated("Add Mix"));
-    m_ui->cmdDelete->setText(translated("Delete Mix"));
-    m_ui->lblPreGrind->setText(translated("Pre Grind"));
-    m_ui->lblFreeSpin->setText(translated("Free Spin"));
+    m_ui->cmdAddMix->setText(translated(u"Add Mix"_s));
+    m_ui->cmdDelete->setText(translated(u"Delete Mix"_s));
+    m_ui->lblPreGrind->setText(translated(u"Pre Grind"_s));
+    m_ui->lblFreeSpin->setText(translated(u"Free Spin"_s));
 }
 
 void frmFormula::showStepCount() { m_ui->lblSteps->setText(mixListText(*m_ui->lstCustom, mostSteps)); }
@@ -98,19 +100,19 @@ void frmFormula::fillTypeAndJarLists() {
     m_ui->cbofrm_Type->clear();
     for (int type = 0; type < basMain::MixTypes.size(); ++type)
         m_ui->cbofrm_Type->insertItem(type, basMain::MixTypes[type]);
-    m_ui->cbofrm_Type->setBoxText("Select Type");
+    m_ui->cbofrm_Type->setBoxText(u"Select Type"_s);
     m_ui->cbofrm_JarSize->clear();
     for (int jar = 1; jar < basMain::JarSizes.size(); ++jar)
         m_ui->cbofrm_JarSize->addItem(basMain::JarSizes[jar], jar);
-    m_ui->cbofrm_JarSize->setBoxText("Select Jar Size");
+    m_ui->cbofrm_JarSize->setBoxText(u"Select Jar Size"_s);
 }
 
 void frmFormula::cbofrm_Type_Click() {
-    guarded("frmFormula:cbofrm_Type_Click", [&] {
+    guarded(u"frmFormula:cbofrm_Type_Click"_s, [&] {
         const int type = m_ui->cbofrm_Type->listIndex();
         if (type == combinationMix) {
-            platform::MsgBox(translated("Combination Mix is unsupported at this time"));
-            m_ui->cbofrm_Type->setBoxText(translated("Select Type"));
+            platform::MsgBox(translated(u"Combination Mix is unsupported at this time"_s));
+            m_ui->cbofrm_Type->setBoxText(translated(u"Select Type"_s));
             return;
         }
         m_ui->tabFormula->switchTab(mixOptionsTab, type == customMix);
@@ -119,7 +121,7 @@ void frmFormula::cbofrm_Type_Click() {
 
 // Only the maximum of the one up-down changes: neither its value nor the steps listed are tested.
 void frmFormula::cbofrm_JarSize_Click() {
-    guarded("frmFormula:cbofrm_JarSize_Click", [&] {
+    guarded(u"frmFormula:cbofrm_JarSize_Click"_s, [&] {
         clsFormula& formula = platform::deref(m_formula);
         const int row = m_ui->cbofrm_JarSize->listIndex();
         if (row >= 0)
@@ -145,13 +147,13 @@ bool frmFormula::stepsReadable() {
 
 // A step runs either for a time or for a number of cycles, never both and never neither.
 void frmFormula::cmdAddMix_Click() {
-    guarded("frmFormula:cmdAddMix_Click", [&] {
+    guarded(u"frmFormula:cmdAddMix_Click"_s, [&] {
         if (!stepsReadable())
             return;
         const bool timed = m_ui->updCustTime->value() > 0;
         const bool cycled = m_ui->updCustCycles->value() > 0;
         if (timed == cycled || m_ui->updCustSpeed->value() == 0 || m_ui->updCustRPM->value() == 0) {
-            platform::MsgBox(translated("Invalid mix parameters"),
+            platform::MsgBox(translated(u"Invalid mix parameters"_s),
                              {platform::Buttons::Ok, platform::Icon::Information});
             return;
         }
@@ -163,14 +165,14 @@ void frmFormula::cmdAddMix_Click() {
 }
 
 void frmFormula::cmdDelete_Click() {
-    guarded("frmFormula:cmdDelete_Click", [&] {
+    guarded(u"frmFormula:cmdDelete_Click"_s, [&] {
         if (const int selected = m_ui->lstCustom->currentRow(); selected >= 0)
             m_ui->lstCustom->removeRow(selected);
     });
 }
 
 void frmFormula::lstCustom_OLEStartDrag() {
-    guarded("frmFormula:lstCustom_OLEStartDrag", [&] {
+    guarded(u"frmFormula:lstCustom_OLEStartDrag"_s, [&] {
         if (!m_locked)
             m_draggedRow = m_ui->lstCustom->currentRow();
     });
@@ -178,7 +180,7 @@ void frmFormula::lstCustom_OLEStartDrag() {
 
 // The step lands directly above the row it was dropped on, at the end when dropped below the last one.
 void frmFormula::lstCustom_OLEDragDrop(int rowUnderPointer) {
-    guarded("frmFormula:lstCustom_OLEDragDrop", [&] {
+    guarded(u"frmFormula:lstCustom_OLEDragDrop"_s, [&] {
         if (m_locked || m_draggedRow < 0 || rowUnderPointer == m_draggedRow)
             return;
         const int target = rowUnderPointer < 0 ? m_ui->lstCustom->count() : rowUnderPointer;
@@ -190,14 +192,14 @@ void frmFormula::lstCustom_OLEDragDrop(int rowUnderPointer) {
 }
 
 platform::XmlDocumentPtr frmFormula::makeCustomXML() {
-    return guarded("frmFormula:makeCustomXML", platform::XmlDocumentPtr(), [&] {
+    return guarded(u"frmFormula:makeCustomXML"_s, platform::XmlDocumentPtr(), [&] {
         const platform::XmlDocumentPtr document = platform::XmlDocument::create();
-        platform::XmlNode programme = document->appendElement("CustomMix");
-        programme.setAttribute("PreGrind", m_ui->lblSetPreGrind->text());
-        programme.setAttribute("FreeSpin", m_ui->lblSetFreeSpin->text());
-        const char* const attributes[] = {"LiftRPM", "MixRPM", "MixTime", "Cycles"};
+        platform::XmlNode programme = document->appendElement(u"CustomMix"_s);
+        programme.setAttribute(u"PreGrind"_s, m_ui->lblSetPreGrind->text());
+        programme.setAttribute(u"FreeSpin"_s, m_ui->lblSetFreeSpin->text());
+        const QString attributes[] = {u"LiftRPM"_s, u"MixRPM"_s, u"MixTime"_s, u"Cycles"_s};
         for (int row = 0; row < m_ui->lstCustom->count(); ++row) {
-            platform::XmlNode step = programme.appendElement("Mix");
+            platform::XmlNode step = programme.appendElement(u"Mix"_s);
             const QStringList cells = m_ui->lstCustom->row(row);
             for (int cell = 0; cell < 4; ++cell)
                 step.setAttribute(attributes[cell], cells.value(cell));
@@ -207,12 +209,12 @@ platform::XmlDocumentPtr frmFormula::makeCustomXML() {
 }
 
 void frmFormula::populateMix(const platform::XmlDocumentPtr& document) {
-    guarded("frmFormula:populateMix", [&] {
+    guarded(u"frmFormula:populateMix"_s, [&] {
         m_ui->lstCustom->clear();
         const platform::XmlDocument& mix = platform::deref(document);
-        const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
-        m_ui->lblSetFreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
-        m_ui->lblSetPreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
+        const platform::XmlNode programme = mix.selectSingleNode(u"CustomMix"_s);
+        m_ui->lblSetFreeSpin->setText(programme ? programme.attribute(u"FreeSpin"_s) : u"1"_s);
+        m_ui->lblSetPreGrind->setText(programme ? programme.attribute(u"PreGrind"_s) : u"0"_s);
         listMixSteps(mix, *m_ui->lstCustom);
     });
 }

@@ -7,10 +7,12 @@
 #include "screens/frmFormula.h"
 #include "shared/Guard.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 void frmFormula::printFormula(bool exportIt) {
-    guarded("frmFormula:printFormula", [&] {
+    guarded(u"frmFormula:printFormula"_s, [&] {
         const clsFormulaPtr copy = clsFormula().openFormula(platform::deref(m_formula).FormulaID, QString());
         double quantity = 0;
         {
@@ -26,7 +28,7 @@ void frmFormula::printFormula(bool exportIt) {
             report->printerName = defaultPrinter();
             copy->makeQuantity(platform::toInt16(quantity));
             report->setFormula(copy);
-            runReport(std::move(report), exportIt, "\\Worksheet.xls");
+            runReport(std::move(report), exportIt, u"\\Worksheet.xls"_s);
         }
         refreshForm();
     });

@@ -82,15 +82,15 @@ frmLog::frmLog(QWidget* parent)
                               });
     for (QFrame* card : {m_ui->fraLog, m_ui->fraIngredients, m_ui->fraMixer, m_ui->fraResults})
         platform::makeCard(*card);
-    m_ui->txtlog_Quantity->setFormats("####0", "####0");
+    m_ui->txtlog_Quantity->setFormats(u"####0"_s, u"####0"_s);
     m_ui->txtlog_Date->setWithTime(true);
-    m_ui->grdIngredients->setColumns({{.field = "lch_Name", .caption = "Name"},
-                                      {.field = "lch_Qty", .caption = "Qty", .width = 96},
-                                      {.field = "lch_Lot", .caption = "Lot", .width = 104},
-                                      {.field = "lch_Cost", .caption = "Cost", .width = 112},
-                                      {.field = "lch_AWP", .caption = "AWP", .width = 112},
-                                      {.field = "lch_NDC", .caption = "NDC", .width = 128},
-                                      {.field = "lch_Supplier", .caption = "Supplier", .width = 168}});
+    m_ui->grdIngredients->setColumns({{.field = u"lch_Name"_s, .caption = u"Name"_s},
+                                      {.field = u"lch_Qty"_s, .caption = u"Qty"_s, .width = 96},
+                                      {.field = u"lch_Lot"_s, .caption = u"Lot"_s, .width = 104},
+                                      {.field = u"lch_Cost"_s, .caption = u"Cost"_s, .width = 112},
+                                      {.field = u"lch_AWP"_s, .caption = u"AWP"_s, .width = 112},
+                                      {.field = u"lch_NDC"_s, .caption = u"NDC"_s, .width = 128},
+                                      {.field = u"lch_Supplier"_s, .caption = u"Supplier"_s, .width = 168}});
     addTools();
 }
 
@@ -103,12 +103,12 @@ void frmLog::addTools() {
     m_tools.onReport("mnuJarReport"_L1, [this](bool exportIt) { printJarReport(exportIt); });
     m_tools.on({"cmdLogs"_L1, "mnuLogs"_L1}, [this] {
         if (m_log)
-            showCaption("Logs", m_log->log_Name);
+            showCaption(u"Logs"_s, m_log->log_Name);
     });
 }
 
 void frmLog::Form_Load() {
-    guarded("frmLog:Form_Load", [&] {
+    guarded(u"frmLog:Form_Load"_s, [&] {
         m_log = std::make_shared<clsLog>();
         translateForm();
         getData();
@@ -132,32 +132,33 @@ DraftRecord frmLog::recordOnView() const {
 }
 
 void frmLog::translateForm() {
-    guarded("frmLog:translateForm", [&] {
+    guarded(u"frmLog:translateForm"_s, [&] {
         m_fields.translate();
         translateColumns();
     });
 }
 
 void frmLog::translateColumns() {
-    const char* const tabs[] = {"General", "Ingredients", "Mix Options", "Mix Results"};
+    const QString tabs[] = {u"General"_s, u"Ingredients"_s, u"Mix Options"_s, u"Mix Results"_s};
     for (int tab = 0; tab < 4; ++tab)
         m_ui->tabLog->setTabText(tab, translated(tabs[tab]));
     m_ui->grdIngredients->setAccessibleName(m_ui->tabLog->tabText(1));
     m_ui->lstCustom->setAccessibleName(m_ui->tabLog->tabText(2));
-    m_ui->fraCustom->setTitle(translated("Optional precision settings"));
-    m_ui->fraReaction->setTitle(translated("Reaction Options"));
-    for (const char* caption : {"Name", "Qty", "Lot", "Cost", "AWP", "NDC", "Supplier"})
+    m_ui->fraCustom->setTitle(translated(u"Optional precision settings"_s));
+    m_ui->fraReaction->setTitle(translated(u"Reaction Options"_s));
+    for (const QString& caption :
+         {u"Name"_s, u"Qty"_s, u"Lot"_s, u"Cost"_s, u"AWP"_s, u"NDC"_s, u"Supplier"_s})
         m_ui->grdIngredients->setShownCaption(m_ui->grdIngredients->columnByCaption(caption),
                                               translated(caption));
     QStringList captions;
-    for (const char* caption : {"Lift RPM", "Mix RPM", "Time", "Cycles"})
+    for (const QString& caption : {u"Lift RPM"_s, u"Mix RPM"_s, u"Time"_s, u"Cycles"_s})
         captions << translated(caption);
     m_ui->lstCustom->setColumnCaptions(captions);
 }
 
 // Beyond an end the record is opened once, at the end.
 void frmLog::moveNext() {
-    guarded("frmLog:moveNext", [&] {
+    guarded(u"frmLog:moveNext"_s, [&] {
         identifiers().moveNext();
         if (identifiers().eof())
             identifiers().moveLast();
@@ -167,7 +168,7 @@ void frmLog::moveNext() {
 }
 
 void frmLog::movePrevious() {
-    guarded("frmLog:movePrevious", [&] {
+    guarded(u"frmLog:movePrevious"_s, [&] {
         identifiers().movePrevious();
         if (identifiers().bof())
             identifiers().moveFirst();
@@ -179,7 +180,7 @@ void frmLog::movePrevious() {
 // A search selects the lines of key 0; opening the record again by its own key brings its lines, also
 // those of the former record when nothing was found.
 void frmLog::searchLog(const QString& searchText) {
-    guarded("frmLog:searchLog", [&] {
+    guarded(u"frmLog:searchLog"_s, [&] {
         const clsLogPtr log = platform::deref(m_log).copy();  // a list may stay open for long
         log->openLog(0, searchText);
         if (log->LogID > 0)
@@ -190,7 +191,7 @@ void frmLog::searchLog(const QString& searchText) {
 }
 
 void frmLog::unlockForm() {
-    guarded("frmLog:unlockForm", [&] {
+    guarded(u"frmLog:unlockForm"_s, [&] {
         m_ui->txtlog_Initials->setReadOnlyBox(false);
         m_ui->txtlog_Verified->setReadOnlyBox(false);
         m_ui->txtlog_Notes->setReadOnlyBox(false);
@@ -201,15 +202,16 @@ void frmLog::unlockForm() {
 }
 
 bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
-    const ResumeNext step("frmLog:addLog");
+    const ResumeNext step(u"frmLog:addLog"_s);
     std::int16_t formulaID = 0;
     clsLogPtr added;
     bool logIt = false;
     step([&] { formulaID = formulaDocumentID(formula); });
     step([&] {
         const platform::BoxStyle style{platform::Buttons::YesNo, platform::Icon::Exclamation};
-        logIt = (formulaID > 0 && formula) || platform::MsgBox(translated("Log Formula"), style,
-                                                               translated("Logs")) == platform::Answer::Yes;
+        logIt = (formulaID > 0 && formula) ||
+                platform::MsgBox(translated(u"Log Formula"_s), style, translated(u"Logs"_s)) ==
+                    platform::Answer::Yes;
     });
     step([&] {
         if (logIt)
@@ -223,7 +225,7 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
     step([&] { refreshForm(); });
     step([&] {
         MainWindow& main = platform::deref(basMain::Main);
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdLogs"));
+        main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdLogs"_s));
     });
     announceLogged(*added);
     return true;
@@ -231,14 +233,14 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
 
 bool frmLog::isLogged(const QString& lot) {
     const auto rows = platform::Recordset::create();
-    rows->open("SELECT LogID FROM Log WHERE log_Lot = '" + platform::doubledApostrophes(lot) + "'", openDB(),
-               platform::LockType::ReadOnly);
+    rows->open(u"SELECT LogID FROM Log WHERE log_Lot = '"_s + platform::doubledApostrophes(lot) + u"'"_s,
+               openDB(), platform::LockType::ReadOnly);
     return rows->recordCount() > 0;
 }
 
 // Nothing of a log but the three texts can be changed, whatever the other boxes show.
 bool frmLog::saveForm() {
-    return guarded("frmLog:saveForm", false, [&] {
+    return guarded(u"frmLog:saveForm"_s, false, [&] {
         lockForm();
         clsLog& log = platform::deref(m_log);
         m_fields.read(log);
@@ -247,7 +249,7 @@ bool frmLog::saveForm() {
         if (saved)
             recordSaved();
         identifiers().requery();
-        identifiers().find("LogID = " + QString::number(log.LogID));
+        identifiers().find(u"LogID = "_s + QString::number(log.LogID));
         return saved;
     });
 }
@@ -258,14 +260,14 @@ void frmLog::cmdSave() {
 }
 
 void frmLog::emptyForm() {
-    guarded("frmLog:clearForm", [&] {
+    guarded(u"frmLog:clearForm"_s, [&] {
         m_log = std::make_shared<clsLog>();
         clearControls(*this);
     });
 }
 
 void frmLog::deleteLog() {
-    guarded("frmLog:deleteLog", [&] {
+    guarded(u"frmLog:deleteLog"_s, [&] {
         DraftRecord asked = recordOnView();
         asked.name = platform::deref(m_log).log_Lot + u", "_s + asked.name;
         if (clsLog().deleteLog(m_log))

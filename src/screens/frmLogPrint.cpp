@@ -9,39 +9,41 @@
 #include "shared/basMain.h"
 #include "ui_frmLog.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 void frmLog::printLog(bool exportIt) {
-    guarded("frmLog:printLog", [&] {
+    guarded(u"frmLog:printLog"_s, [&] {
         printFormulaLog(platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }
 
 void frmLog::printLabels(bool exportIt) {
-    guarded("frmLog:printLabels", [&] {
+    guarded(u"frmLog:printLabels"_s, [&] {
         printBatchLabels(platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }
 
 void frmLog::printReport(bool exportIt) {
-    guarded("frmLog:printReport", [&] {
+    guarded(u"frmLog:printReport"_s, [&] {
         auto report = std::make_unique<rptLogReport>();
         report->printerName = defaultPrinter();
         report->FormulaID(platform::deref(m_log).FormulaID);
         if (!basMain::reportCancelled)
-            runReport(std::move(report), exportIt, "\\LogReport.xls");
+            runReport(std::move(report), exportIt, u"\\LogReport.xls"_s);
         refreshForm();
     });
 }
 
 void frmLog::printJarReport(bool exportIt) {
-    guarded("frmLog:printJarReport", [&] {
+    guarded(u"frmLog:printJarReport"_s, [&] {
         auto report = std::make_unique<rptJarUsage>();
         report->printerName = defaultPrinter();
         report->JarID(1);
         if (!basMain::reportCancelled)
-            runReport(std::move(report), exportIt, "\\JarUsage.xls");
+            runReport(std::move(report), exportIt, u"\\JarUsage.xls"_s);
         refreshForm();
     });
 }

@@ -18,12 +18,12 @@ constexpr int awpColumn = 4;
 }  // namespace
 
 void frmLog::fillForm() {
-    guarded("frmLog:refreshForm", [&] {
+    guarded(u"frmLog:refreshForm"_s, [&] {
         const clsLog& log = platform::deref(m_log);
         m_ingredients = log.Chemical;
         setEnabled(true);
         m_ui->tabLog->setEnabled(true);
-        showCaption("Logs", log.log_Name);
+        showCaption(u"Logs"_s, log.log_Name);
         m_fields.show(log);
         for (const int price : {costColumn, awpColumn})
             m_ui->grdIngredients->setNumberFormat(price, optionsPricePicture());
@@ -36,32 +36,32 @@ void frmLog::fillForm() {
 }
 
 void frmLog::populateMix(const platform::XmlDocumentPtr& document) {
-    guarded("frmLog:populateMix", [&] {
+    guarded(u"frmLog:populateMix"_s, [&] {
         m_ui->lstCustom->clear();
         m_ui->lblSteps->clear();
         const platform::XmlDocument& mix = platform::deref(document);
-        const platform::XmlNode programme = mix.selectSingleNode("CustomMix");
-        m_ui->txtlog_FreeSpin->setText(programme ? programme.attribute("FreeSpin") : "1");
-        m_ui->txtlog_PreGrind->setText(programme ? programme.attribute("PreGrind") : "0");
+        const platform::XmlNode programme = mix.selectSingleNode(u"CustomMix"_s);
+        m_ui->txtlog_FreeSpin->setText(programme ? programme.attribute(u"FreeSpin"_s) : u"1"_s);
+        m_ui->txtlog_PreGrind->setText(programme ? programme.attribute(u"PreGrind"_s) : u"0"_s);
         listMixSteps(mix, *m_ui->lstCustom);
         m_ui->lblSteps->setText(mixListText(*m_ui->lstCustom));
     });
 }
 
 void frmLog::populateResults(const platform::XmlDocumentPtr& document) {
-    guarded("frmLog:populateResults", [&] {
-        const std::pair<QLabel*, const char*> values[] = {
-            {m_ui->lbldisp_ID, "."},
-            {m_ui->lbldisp_JarSize, "Size"},
-            {m_ui->lbldisp_Type, "Type"},
-            {m_ui->lbldisp_Cycles, "LiftingCycles"},
-            {m_ui->lbldisp_Interuption, "Interuption"},
-            {m_ui->lbldisp_Pregrind, "PreGrind"},
-            {m_ui->lbldisp_PrepNum, "PreparationNumber"},
-            {m_ui->lbldisp_TotalRev, "TotalMixingRevolutions"},
-            {m_ui->lbldisp_Version, "HardwareVersion"},
+    guarded(u"frmLog:populateResults"_s, [&] {
+        const std::pair<QLabel*, QString> values[] = {
+            {m_ui->lbldisp_ID, u"."_s},
+            {m_ui->lbldisp_JarSize, u"Size"_s},
+            {m_ui->lbldisp_Type, u"Type"_s},
+            {m_ui->lbldisp_Cycles, u"LiftingCycles"_s},
+            {m_ui->lbldisp_Interuption, u"Interuption"_s},
+            {m_ui->lbldisp_Pregrind, u"PreGrind"_s},
+            {m_ui->lbldisp_PrepNum, u"PreparationNumber"_s},
+            {m_ui->lbldisp_TotalRev, u"TotalMixingRevolutions"_s},
+            {m_ui->lbldisp_Version, u"HardwareVersion"_s},
         };
-        const platform::XmlNode results = platform::deref(document).selectSingleNode("Results");
+        const platform::XmlNode results = platform::deref(document).selectSingleNode(u"Results"_s);
         for (const auto& [label, node] : values) {
             if (!results) {
                 label->clear();
@@ -71,7 +71,7 @@ void frmLog::populateResults(const platform::XmlDocumentPtr& document) {
             if (!value)
                 throw platform::RuntimeError(platform::error::objectNotSet,
                                              u"The results hold no %1"_s.arg(node));
-            label->setText(value.attribute("Value"));
+            label->setText(value.attribute(u"Value"_s));
         }
     });
 }

@@ -86,17 +86,17 @@ void frmPatient::layOutPrescriptions() {
     const QDateTime longest(QDate(2028, 12, 28), QTime(22, 58, 58));
     const int withTime = grid.widthOf(platform::dateText(longest));
     const int day = grid.widthOf(platform::dateText(longest.date().startOfDay()));
-    grid.setColumns({{.field = "RXsID", .caption = "RXID", .width = grid.widthOf(u"32767"_s)},
-                     {.field = "log_Name", .caption = "Name"},
-                     {.field = "log_Strength", .caption = "Strength", .width = 64},
-                     {.field = "rxs_Qty", .caption = "Qty", .width = 44, .editable = true},
-                     {.field = "rxs_Cost", .caption = "Cost", .width = 62, .editable = true},
-                     {.field = "rxs_Price", .caption = "Price", .width = 62, .editable = true},
-                     {.field = "log_Lot", .caption = "Lot", .width = 84},
-                     {.field = "log_Date", .caption = "Log Date", .width = withTime},
-                     {.field = "rxs_Date", .caption = "RX Date", .width = day, .editable = true},
-                     {.field = "rxs_Consult", .caption = "Consult", .width = 76, .editable = true},
-                     {.field = "rxs_Doctor", .caption = "Doctor", .editable = true}});
+    grid.setColumns({{.field = u"RXsID"_s, .caption = u"RXID"_s, .width = grid.widthOf(u"32767"_s)},
+                     {.field = u"log_Name"_s, .caption = u"Name"_s},
+                     {.field = u"log_Strength"_s, .caption = u"Strength"_s, .width = 64},
+                     {.field = u"rxs_Qty"_s, .caption = u"Qty"_s, .width = 44, .editable = true},
+                     {.field = u"rxs_Cost"_s, .caption = u"Cost"_s, .width = 62, .editable = true},
+                     {.field = u"rxs_Price"_s, .caption = u"Price"_s, .width = 62, .editable = true},
+                     {.field = u"log_Lot"_s, .caption = u"Lot"_s, .width = 84},
+                     {.field = u"log_Date"_s, .caption = u"Log Date"_s, .width = withTime},
+                     {.field = u"rxs_Date"_s, .caption = u"RX Date"_s, .width = day, .editable = true},
+                     {.field = u"rxs_Consult"_s, .caption = u"Consult"_s, .width = 76, .editable = true},
+                     {.field = u"rxs_Doctor"_s, .caption = u"Doctor"_s, .editable = true}});
 }
 
 void frmPatient::addTools() {
@@ -113,7 +113,7 @@ void frmPatient::addTools() {
 }
 
 void frmPatient::Form_Load() {
-    guarded("frmPatient:Form_Load", [&] {
+    guarded(u"frmPatient:Form_Load"_s, [&] {
         m_patient = std::make_shared<clsPatient>();
         m_formula = std::make_shared<clsFormula>();
         translateForm();
@@ -131,25 +131,25 @@ void frmPatient::openRecord(std::int16_t key) { m_patient = clsPatient().openPat
 DraftRecord frmPatient::recordOnView() const {
     if (!m_patient)
         return {draftTable()};
-    return {draftTable(), m_patient->PatientID, {}, m_patient->pat_LName + ", " + m_patient->pat_FName};
+    return {draftTable(), m_patient->PatientID, {}, m_patient->pat_LName + u", "_s + m_patient->pat_FName};
 }
 
 void frmPatient::translateForm() {
-    guarded("frmPatient:translateForm", [&] {
+    guarded(u"frmPatient:translateForm"_s, [&] {
         m_fields.translate();
-        m_ui->tabPatient->setTabText(0, translated("Patient"));
-        m_ui->tabPatient->setTabText(1, translated("Prescriptions"));
+        m_ui->tabPatient->setTabText(0, translated(u"Patient"_s));
+        m_ui->tabPatient->setTabText(1, translated(u"Prescriptions"_s));
         m_ui->grdRXs->setAccessibleName(m_ui->tabPatient->tabText(1));
-        m_ui->cmdAddRX->setText(translated("Add"));
-        m_ui->cmdAddRX->setToolTip(translated("Add RX"));
-        m_ui->cmdDeleteRX->setText(translated("Delete"));
-        m_ui->cmdDeleteRX->setToolTip(translated("Delete RX"));
+        m_ui->cmdAddRX->setText(translated(u"Add"_s));
+        m_ui->cmdAddRX->setToolTip(translated(u"Add RX"_s));
+        m_ui->cmdDeleteRX->setText(translated(u"Delete"_s));
+        m_ui->cmdDeleteRX->setToolTip(translated(u"Delete RX"_s));
         // Design caption and key; "RXID" stays as it is.
-        const std::pair<const char*, const char*> columns[] = {
-            {"Name", "Name"},         {"Strength", "Strength"}, {"Qty", "Qty"},
-            {"Cost", "Cost"},         {"Price", "Price"},       {"Lot", "Lot"},
-            {"Log Date", "Log Date"}, {"RX Date", "Rx Date"},   {"Consult", "Consult"},
-            {"Doctor", "Doctor"},
+        const std::pair<QString, QString> columns[] = {
+            {u"Name"_s, u"Name"_s},         {u"Strength"_s, u"Strength"_s}, {u"Qty"_s, u"Qty"_s},
+            {u"Cost"_s, u"Cost"_s},         {u"Price"_s, u"Price"_s},       {u"Lot"_s, u"Lot"_s},
+            {u"Log Date"_s, u"Log Date"_s}, {u"RX Date"_s, u"Rx Date"_s},   {u"Consult"_s, u"Consult"_s},
+            {u"Doctor"_s, u"Doctor"_s},
         };
         for (const auto& [caption, key] : columns)
             m_ui->grdRXs->setShownCaption(m_ui->grdRXs->columnByCaption(caption), translated(key));
@@ -167,13 +167,13 @@ void frmPatient::addRecord() {
 }
 
 void frmPatient::searchPatient(const QString& searchText) {
-    const ResumeNext step("frmPatient:searchPatient");
+    const ResumeNext step(u"frmPatient:searchPatient"_s);
     step([&] { m_patient = clsPatient().openPatient(0, searchText); });
     step([&] { refreshForm(); });
 }
 
 void frmPatient::deletePatient() {
-    guarded("frmPatient:deletePatient", [&] {
+    guarded(u"frmPatient:deletePatient"_s, [&] {
         const DraftRecord asked = recordOnView();
         if (clsPatient().deletePatient(m_patient, false)) {
             moveFirst();
@@ -189,10 +189,10 @@ void frmPatient::unlockForm() {
 }
 
 void frmPatient::fillForm() {
-    guarded("frmPatient:refreshForm", [&] {
+    guarded(u"frmPatient:refreshForm"_s, [&] {
         setEnabled(true);
         const clsPatient& patient = platform::deref(m_patient);
-        showCaption("Patients", patient.pat_LName + ", " + patient.pat_FName);
+        showCaption(u"Patients"_s, patient.pat_LName + u", "_s + patient.pat_FName);
         const QString money = optionsPricePicture();
         m_ui->grdRXs->setNumberFormat(rxCostColumn, money);
         m_ui->grdRXs->setNumberFormat(priceColumn, money);
@@ -202,7 +202,7 @@ void frmPatient::fillForm() {
 }
 
 bool frmPatient::saveForm() {
-    return guarded("frmPatient:saveForm", false, [&] {
+    return guarded(u"frmPatient:saveForm"_s, false, [&] {
         if (!m_fields.complete())
             return false;
         m_fields.read(platform::deref(m_patient));
@@ -217,7 +217,7 @@ bool frmPatient::saveForm() {
 }
 
 void frmPatient::emptyForm() {
-    guarded("frmPatient:clearForm", [&] {
+    guarded(u"frmPatient:clearForm"_s, [&] {
         m_patient = std::make_shared<clsPatient>();
         clearControls(*this);
     });

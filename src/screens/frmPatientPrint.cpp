@@ -12,24 +12,27 @@
 #include "shared/basMain.h"
 #include "ui_frmPatient.h"
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 platform::RecordsetPtr frmPatient::currentPrescription() const {
-    const QString key = platform::nullText(m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID")));
+    const QString key =
+        platform::nullText(m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField(u"RXsID"_s)));
     return prescriptionRows(key);
 }
 
 // The printer is not named: prescription labels go to the default one.
 void frmPatient::printRX(bool exportIt) {
-    guarded("frmPatient:printRX", [&] {
+    guarded(u"frmPatient:printRX"_s, [&] {
         if (prescriptions().recordCount() == 0) {
-            platform::MsgBox(translated("No records"));
+            platform::MsgBox(translated(u"No records"_s));
             basMain::labelsCancelled = true;
         } else {
             auto report = std::make_unique<rptRX8160>();
             report->setRX(currentPrescription());
             if (!basMain::labelsCancelled)
-                runReport(std::move(report), exportIt, "\\RXLabel.xls");
+                runReport(std::move(report), exportIt, u"\\RXLabel.xls"_s);
         }
         refreshForm();
         basMain::labelsCancelled = true;
@@ -37,12 +40,12 @@ void frmPatient::printRX(bool exportIt) {
 }
 
 void frmPatient::printRXReport(bool exportIt) {
-    guarded("frmPatient:printRXReport", [&] {
+    guarded(u"frmPatient:printRXReport"_s, [&] {
         auto report = std::make_unique<rptPatient>();
         report->printerName = defaultPrinter();
         report->PatientID(platform::deref(m_patient).PatientID);
         if (!basMain::reportCancelled)
-            runReport(std::move(report), exportIt, "\\RXReport.xls");
+            runReport(std::move(report), exportIt, u"\\RXReport.xls"_s);
         refreshForm();
     });
 }

@@ -16,6 +16,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace sorvanto {
 
 platform::Recordset& frmPatient::prescriptions() const {
@@ -25,13 +27,13 @@ platform::Recordset& frmPatient::prescriptions() const {
 bool frmPatient::readyForPrescriptions() { return m_ui->grdRXs->commitEdit() && m_fields.readable(); }
 
 void frmPatient::cmdAddRX_Click() {
-    guarded("frmPatient:cmdAddRX_Click", [&] {
+    guarded(u"frmPatient:cmdAddRX_Click"_s, [&] {
         if (!readyForPrescriptions())
             return;
-        const NewLine line(*m_ui->grdRXs, "RXsID");
+        const NewLine line(*m_ui->grdRXs, u"RXsID"_s);
         const clsPatientPtr patient = m_patient;
         const QString search =
-            platform::InputBox(translated("Enter all or part of Log name"), translated("Search Log"));
+            platform::InputBox(translated(u"Enter all or part of Log name"_s), translated(u"Search Log"_s));
         if (!search.isEmpty()) {
             platform::deref(patient).addRX(search);
             saveForm();
@@ -46,16 +48,16 @@ void frmPatient::comeOnShow() {
     if (Listener() == -1)
         return;
     MainWindow& main = platform::deref(basMain::Main);
-    main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdPatients"));
+    main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdPatients"_s));
 }
 
 // Whoever is on show when the button is clicked, so that the patient may be looked for first.
 void frmPatient::offerBatch(const QString& lot) {
-    guarded("frmPatient:offerBatch", [&] {
+    guarded(u"frmPatient:offerBatch"_s, [&] {
         comeOnShow();
         const QPointer<frmPatient> screen(this);
-        announce({translated("Choose the patient for batch %1.").replace("%1", lot),
-                  {{translated("Add to this patient"),
+        announce({translated(u"Choose the patient for batch %1."_s).replace(u"%1"_s, lot),
+                  {{translated(u"Add to this patient"_s),
                     [screen, lot] {
                         if (screen)
                             screen->addBatch(lot);
@@ -67,34 +69,34 @@ void frmPatient::offerBatch(const QString& lot) {
 
 // The batch is found by its lot, as by hand. Nothing else of the patient is saved unless it is being edited.
 void frmPatient::addBatch(const QString& lot) {
-    guarded("frmPatient:addBatch", [&] {
+    guarded(u"frmPatient:addBatch"_s, [&] {
         comeOnShow();
         if (m_empty)
-            return announce(translated("No records"));
+            return announce(translated(u"No records"_s));
         if (!readyForPrescriptions())
             return;
         const clsPatientPtr patient = m_patient;
         const QString name = recordOnView().name;
-        const bool added = platform::deref(patient).addRX("?" + lot);
+        const bool added = platform::deref(patient).addRX(u"?"_s + lot);
         if (!m_locked)
             saveForm();
         refreshForm();
         m_ui->tabPatient->setCurrentIndex(1);
         if (added)
-            announce(translated("Batch %1 dispensed to %2").replace("%2", name).replace("%1", lot));
+            announce(translated(u"Batch %1 dispensed to %2"_s).replace(u"%2"_s, name).replace(u"%1"_s, lot));
     });
 }
 
 void frmPatient::cmdDeleteRX_Click() {
-    guarded("frmPatient:cmdDeleteRX_Click", [&] {
+    guarded(u"frmPatient:cmdDeleteRX_Click"_s, [&] {
         if (!readyForPrescriptions())
             return;
         const clsPatientPtr patient = m_patient;
-        const QVariant prescription = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("RXsID"));
-        const QVariant name = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField("log_Name"));
+        const QVariant prescription = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField(u"RXsID"_s));
+        const QVariant name = m_ui->grdRXs->currentValue(m_ui->grdRXs->columnByField(u"log_Name"_s));
         const platform::BoxStyle style{
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
-        if (platform::MsgBox(translated("Are you sure?"), style, "Delete RX") != platform::Answer::Yes)
+        if (platform::MsgBox(translated(u"Are you sure?"_s), style, u"Delete RX"_s) != platform::Answer::Yes)
             return;
         const bool deleted = platform::deref(patient).deleteRX(platform::toInt16(prescription));
         saveForm();
@@ -107,35 +109,36 @@ void frmPatient::cmdDeleteRX_Click() {
 bool frmPatient::cmdMake() {
     m_ui->grdRXs->commitEdit();
     if (prescriptions().recordCount() == 0) {
-        platform::MsgBox(translated("No prescriptions"));
+        platform::MsgBox(translated(u"No prescriptions"_s));
     } else if (m_ui->grdRXs->selectedCount() == 0) {
-        platform::MsgBox(translated("You must select a prescription."));
+        platform::MsgBox(translated(u"You must select a prescription."_s));
     } else if (getFormula()) {
         makeFormula();
         return true;
     } else {
-        platform::MsgBox(translated("Formula not found."));
+        platform::MsgBox(translated(u"Formula not found."_s));
     }
     return false;
 }
 
 bool frmPatient::getFormula() {
-    return guarded("frmPatient:getFormula", false, [&] {
+    return guarded(u"frmPatient:getFormula"_s, false, [&] {
         m_rsFormula = platform::Recordset::create();
-        m_rsFormula->open("SELECT Log.FormulaID FROM Log WHERE ([LogID] = " +
-                              platform::nullText(prescriptions().value("LogID")) + ")",
+        m_rsFormula->open(u"SELECT Log.FormulaID FROM Log WHERE ([LogID] = "_s +
+                              platform::nullText(prescriptions().value(u"LogID"_s)) + u")"_s,
                           openDB(), platform::LockType::ReadOnly);
         return m_rsFormula->recordCount() != 0;
     });
 }
 
 void frmPatient::makeFormula() {
-    guarded("frmPatient:makeFormula", [&] {
-        const std::int16_t formulaID = platform::nullInt16(platform::deref(m_rsFormula).value("FormulaID"));
+    guarded(u"frmPatient:makeFormula"_s, [&] {
+        const std::int16_t formulaID =
+            platform::nullInt16(platform::deref(m_rsFormula).value(u"FormulaID"_s));
         m_formula = platform::deref(m_formula).openFormula(formulaID, QString());
         MainWindow& main = platform::deref(basMain::Main);
         main.currentFormulaScreen().Formula(m_formula);
-        main.ActiveBar_ToolClick(main.bar().band("FormBar").tool("cmdCurrent"));
+        main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdCurrent"_s));
     });
 }
 

@@ -1,0 +1,3 @@
+// Precompiled for programs and benchmarks.
+#pragma once
+#include "precompiled_gui.h"
