@@ -43,37 +43,27 @@ platform::ReportDefinition jarUsage() {
 
 }  // namespace
 
-rptJarUsage::rptJarUsage() : Report(jarUsage()) {}
+rptJarUsage::rptJarUsage() : DatedReport(jarUsage()) {}
 
 void rptJarUsage::JarID(int value) {
     m_jarID = value;
-    const std::optional<DateRange> range = askDateRange();
-    basMain::reportCancelled = !range;
-    if (!range) {
-        unload();
+    if (!askDates())
         return;
-    }
-    m_range = *range;
     translateForm();
-    fileName = reportFileName("Jar Usage Report", {}, m_range.begin.date(), m_range.end.date());
+    fileName = reportFileName("Jar Usage Report", {}, range().begin.date(), range().end.date());
     const auto counts = platform::Recordset::create();
     counts->open(u"SELECT LT.log_JarSize AS JarSize , count(LT.log_JarSize) as Used FROM [SELECT "
                  "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#"_s +
-                     boundText(m_range.begin) + u"#  and FLT.Log_Date<=#"_s + boundText(m_range.end) +
+                     boundText(range().begin) + u"#  and FLT.Log_Date<=#"_s + boundText(range().end) +
                      u"#]. AS LT group by LT.log_JarSize"_s,
                  openDB(), platform::LockType::ReadOnly);
-    if (counts->recordCount() > 0) {
-        setRows(counts);
-    } else {
-        sayNoRecords();
-        unload();
-    }
+    setRowsOrNone(counts);
 }
 
 void rptJarUsage::translateForm() {
     translateListHead(*this, "Jar Usage Report", "Jar Usage Report - Sorvanto");
     translateCaptions(*this, {{"lblJarSize", "Jar Size"}, {"lblUsage", "Usage"}});
-    setText(u"txtReportDate"_s, reportDates(m_range.begin, m_range.end));
+    setText(u"txtReportDate"_s, reportDates(range().begin, range().end));
 }
 
 void rptJarUsage::detailFormat() {

@@ -1,12 +1,11 @@
 // How often each jar size was used between two dates, over all batches.
 #pragma once
 
-#include "platform/report/Report.h"
-#include "reports/DateRange.h"
+#include "reports/DatedReport.h"
 
 namespace sorvanto {
 
-class rptJarUsage : public platform::Report {
+class rptJarUsage : public DatedReport {
 public:
     rptJarUsage();
     /// The value is kept and used nowhere; setting it asks the dates and opens the counts.
@@ -20,7 +19,6 @@ private:
     void translateForm();
 
     int m_jarID = 0;
-    DateRange m_range;
 };
 
 }  // namespace sorvanto

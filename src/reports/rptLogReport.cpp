@@ -76,24 +76,19 @@ platform::ReportDefinition logReport() {
 
 }  // namespace
 
-rptLogReport::rptLogReport() : Report(logReport()) {}
+rptLogReport::rptLogReport() : DatedReport(logReport()) {}
 
 void rptLogReport::FormulaID(std::int16_t formulaID) {
     guarded(u"rptLogReport:FormulaID"_s, [&] {
         m_formulaID = formulaID;
-        const std::optional<DateRange> range = askDateRange();
-        basMain::reportCancelled = !range;
-        if (!range) {
-            unload();
+        if (!askDates())
             return;
-        }
-        m_range = *range;
         setFormat(u"txtlog_Cost"_s, platform::deref(basMain::Options).DefCurrency() + amountPicture);
         translateForm();
         openBatches();
         if (rows())
             fileName = reportFileName("Log Report", {nullText(rows()->value(u"log_Name"_s))},
-                                      m_range.begin.date(), m_range.end.date());
+                                      range().begin.date(), range().end.date());
     });
 }
 
@@ -102,15 +97,10 @@ void rptLogReport::openBatches() {
     batches->open(u"SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
                   "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
                   "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID="_s +
-                      QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(m_range.begin) +
-                      u"# AND Log.log_Date <= #"_s + boundText(m_range.end) + u"#;"_s,
+                      QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(range().begin) +
+                      u"# AND Log.log_Date <= #"_s + boundText(range().end) + u"#;"_s,
                   openDB(), platform::LockType::ReadOnly);
-    if (batches->recordCount() < 1) {
-        sayNoRecords();
-        unload();
-    } else {
-        setRows(batches);
-    }
+    setRowsOrNone(batches);
 }
 
 void rptLogReport::translateForm() {
@@ -123,7 +113,7 @@ void rptLogReport::translateForm() {
                                   {"lbllog_Initials", "Initials"},
                                   {"lbllog_Verified", "Verified"},
                                   {"lbllog_Cost", "Cost"}});
-        setText(u"txtReportDate"_s, reportDates(m_range.begin, m_range.end));
+        setText(u"txtReportDate"_s, reportDates(range().begin, range().end));
     });
 }
 
@@ -161,8 +151,8 @@ void rptLogReport::reportFooterFormat() {
         totals->open(u"SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as "
                      "TotalCost FROM Log WHERE Log.FormulaID="_s +
                          QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s +
-                         platform::dateText(m_range.begin) + u"# AND Log.log_Date <= #"_s +
-                         platform::dateText(m_range.end) + u"#;"_s,
+                         platform::dateText(range().begin) + u"# AND Log.log_Date <= #"_s +
+                         platform::dateText(range().end) + u"#;"_s,
                      openDB(), platform::LockType::ReadOnly);
         setText(u"txtTotalLogs"_s,
                 platform::shownText(totals->value(u"TotalLogs"_s), {}) + u" "_s + translated(u"Logs"_s));
@@ -173,7 +163,7 @@ void rptLogReport::reportFooterFormat() {
              translated(u"The list shows %1 batch, the totals count %2: %3 | "
                         "The list shows %1 batches, the totals count %2: %3"_s),
              translated(u"the list is bounded by 0:00 of both dates, the totals by their time of day."_s)},
-            m_range.begin, m_range.end);
+            range().begin, range().end);
         const QVariant cost = totals->value(u"TotalCost"_s);
         if (cost.isValid())
             setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)),

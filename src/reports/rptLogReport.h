@@ -2,14 +2,13 @@
 #pragma once
 
 #include "platform/data/Recordset.h"
-#include "platform/report/Report.h"
-#include "reports/DateRange.h"
+#include "reports/DatedReport.h"
 
 #include <cstdint>
 
 namespace sorvanto {
 
-class rptLogReport : public platform::Report {
+class rptLogReport : public DatedReport {
 public:
     rptLogReport();
     /// Asks the dates and opens the batches; basMain::reportCancelled says that nothing is to be shown.
@@ -26,7 +25,6 @@ private:
     void openBatches();
 
     std::int16_t m_formulaID = 0;
-    DateRange m_range;
 };
 
 }  // namespace sorvanto

@@ -89,31 +89,20 @@ platform::ReportDefinition prescriptionReport() {
 
 }  // namespace
 
-rptPatient::rptPatient() : Report(prescriptionReport()) {}
+rptPatient::rptPatient() : DatedReport(prescriptionReport()) {}
 
 void rptPatient::PatientID(std::int16_t patientID) {
     m_patientID = patientID;
-    const std::optional<DateRange> range = askDateRange();
-    basMain::reportCancelled = !range;
-    if (!range) {
-        unload();
+    if (!askDates())
         return;
-    }
-    m_range = *range;
     translateForm();
     m_patient = openPatient();
     if (!m_patient->eof())
         fileName = reportFileName(
             "Prescription Report",
             {nullText(m_patient->value(u"pat_FName"_s)), nullText(m_patient->value(u"pat_LName"_s))},
-            m_range.begin.date(), m_range.end.date());
-    const platform::RecordsetPtr prescriptions = openPrescriptions();
-    if (prescriptions->recordCount() > 0) {
-        setRows(prescriptions);
-    } else {
-        sayNoRecords();
-        unload();
-    }
+            range().begin.date(), range().end.date());
+    setRowsOrNone(openPrescriptions());
 }
 
 platform::RecordsetPtr rptPatient::openPatient() const {
@@ -134,8 +123,8 @@ platform::RecordsetPtr rptPatient::openPrescriptions() const {
         "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN "
         "Formula ON Log.FormulaID = Formula.FormulaID) INNER JOIN RXs ON Log.LogID = "
         "RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID="_s +
-            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + boundText(m_range.begin) +
-            u"# AND RXs.rxs_Date <= #"_s + boundText(m_range.end) + u"#;"_s,
+            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + boundText(range().begin) +
+            u"# AND RXs.rxs_Date <= #"_s + boundText(range().end) + u"#;"_s,
         openDB(), platform::LockType::ReadOnly);
     return prescriptions;
 }
@@ -151,7 +140,7 @@ void rptPatient::translateForm() {
                               {"lblrxs_Doctor", "Doctor"},
                               {"lblrxs_Price", "Price"}});
     translateStoreBlock(*this);
-    setText(u"txtReportDate"_s, reportDates(m_range.begin, m_range.end));
+    setText(u"txtReportDate"_s, reportDates(range().begin, range().end));
 }
 
 void rptPatient::reportStart() { setFormat(u"txtrxs_Price"_s, optionsPricePicture()); }
@@ -180,8 +169,8 @@ void rptPatient::reportFooterFormat() {
     const auto totals = platform::Recordset::create();
     totals->open(
         u"SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID="_s +
-            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + platform::dateText(m_range.begin) +
-            u"# AND RXs.rxs_Date <= #"_s + platform::dateText(m_range.end) + u"#;"_s,
+            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + platform::dateText(range().begin) +
+            u"# AND RXs.rxs_Date <= #"_s + platform::dateText(range().end) + u"#;"_s,
         openDB(), platform::LockType::ReadOnly);
     setText(u"txtTotalRXs"_s,
             nullText(totals->value(u"TotalRXs"_s)) + u" "_s + translated(u"Prescriptions"_s));
@@ -192,7 +181,7 @@ void rptPatient::reportFooterFormat() {
                     "The list shows %1 prescriptions, the totals count %2: %3"_s),
          translated(u"the list leaves out prescriptions whose formula is deleted, and the totals go "
                     "by the time of day."_s)},
-        m_range.begin, m_range.end);
+        range().begin, range().end);
     const QVariant price = totals->value(u"TotalPrice"_s);
     if (!price.isValid())
         return showLayoutNumber(*this, "txtTotalPrice");

@@ -2,14 +2,13 @@
 #pragma once
 
 #include "platform/data/Recordset.h"
-#include "platform/report/Report.h"
-#include "reports/DateRange.h"
+#include "reports/DatedReport.h"
 
 #include <cstdint>
 
 namespace sorvanto {
 
-class rptPatient : public platform::Report {
+class rptPatient : public DatedReport {
 public:
     rptPatient();
     /// Asks the dates and opens patient and prescriptions; basMain::reportCancelled says that nothing is to
@@ -28,7 +27,6 @@ private:
     platform::RecordsetPtr openPrescriptions() const;
 
     std::int16_t m_patientID = 0;
-    DateRange m_range;
     platform::RecordsetPtr m_patient;
 };
 
