@@ -25,7 +25,6 @@ Frame SimulatedMixer::receive(const Frame& command) {
 }
 
 Frame SimulatedMixer::execute(const Frame& command) {
-    ++m_executed;
     if (readHello(command)) {
         m_greeted = true;
         return identityReply(command, m_identity);

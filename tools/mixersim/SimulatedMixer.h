@@ -24,8 +24,6 @@ public:
     /// The step that runs or in which the mix stands, from 1; 0 when none does.
     int step() const;
     int preparations() const { return m_preparations; }
-    /// Commands executed since the power came on, the repeated ones not counted.
-    int executed() const { return m_executed; }
     /// Milliseconds until the running step or mix ends by itself; nothing when no mix runs.
     std::optional<std::int64_t> untilChange() const;
 
@@ -62,7 +60,6 @@ private:
 
     protocol::Identity m_identity;
     int m_preparations;
-    int m_executed = 0;
     bool m_greeted = false;
     std::optional<Frame> m_lastCommand;
     Frame m_lastReply;
