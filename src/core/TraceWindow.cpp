@@ -208,7 +208,7 @@ QString TraceWindow::nothingFound() const {
                 u"Nothing has this lot, NDC or name: %1 batch was searched. | Nothing has this lot, NDC or name: "
                 "%1 batches were searched."_s),
             m_tracer.searched());
-    for (const AbsentArchive& archive : m_tracer.absentArchives())
+    for (const GivenOffArchive& archive : m_tracer.absentArchives())
         sentences << platform::counted(
                          translated(u"An archive with %1 batch from %2 to %3 is not at hand and was not "
                                     "searched. | An archive with %1 batches from %2 to %3 is not at hand "

@@ -22,8 +22,8 @@ QString identityIn(const platform::ConnectionPtr& database) {
 }
 
 /// Everything that the database remembers of what it gave off.
-std::vector<AbsentArchive> givenOff(const platform::ConnectionPtr& database) {
-    std::vector<AbsentArchive> all;
+std::vector<GivenOffArchive> givenOff(const platform::ConnectionPtr& database) {
+    std::vector<GivenOffArchive> all;
     if (database->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
         return all;
     Statement rows(database->handle(),
@@ -67,15 +67,15 @@ QHash<QString, platform::ConnectionPtr> archivesIn(const QStringList& folders) {
 
 ArchiveShelf archivesOf(const platform::ConnectionPtr& database, const QStringList& folders) {
     ArchiveShelf shelf;
-    const std::vector<AbsentArchive> all = givenOff(database);
+    const std::vector<GivenOffArchive> all = givenOff(database);
     if (all.empty())
         return shelf;
     const QHash<QString, platform::ConnectionPtr> found = archivesIn(folders);
-    for (const AbsentArchive& archive : all) {
-        if (const auto file = found.value(archive.identity))
+    for (const GivenOffArchive& archive : all) {
+        const auto file = found.value(archive.identity);
+        if (file)
             shelf.open.push_back(file);
-        else
-            shelf.absent.push_back(archive);
+        (file ? shelf.present : shelf.absent).push_back(archive);
     }
     return shelf;
 }

@@ -11,7 +11,8 @@ namespace sorvanto {
 
 struct ArchiveShelf {
     std::vector<platform::ConnectionPtr> open;  ///< in the order of the oldest batch
-    std::vector<AbsentArchive> absent;
+    std::vector<GivenOffArchive> present;       ///< those of the open files, in their order
+    std::vector<GivenOffArchive> absent;
 };
 
 /// Looks for the files in these folders by the identity inside, whatever they are called. database: open, the one in

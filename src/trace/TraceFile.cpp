@@ -85,6 +85,12 @@ QString joined(const QString& last, const QString& first) {
     return last.isEmpty() || first.isEmpty() ? last + first : last + u", "_s + first;
 }
 
+constexpr auto patients = "SELECT PatientID, pat_LName, pat_FName, pat_Phone, pat_BDay FROM Patient %1"_L1;
+
+TracedPatient patientIn(const Question& row) {
+    return {row.key(0), joined(row.text(1), row.text(2)), row.text(3), row.date(4).date()};
+}
+
 }  // namespace
 
 TraceFile::TraceFile(platform::ConnectionPtr connection, int number)
@@ -231,17 +237,19 @@ std::vector<TracedPrescription> TraceFile::prescriptionsFor(std::int64_t patient
 
 std::vector<TracedPatient> TraceFile::patientsNamed(const QString& text) const {
     const QString wanted = platform::folded(text);
-    Question rows(
-        m_connection,
-        u"SELECT PatientID, pat_LName, pat_FName, pat_Phone, pat_BDay FROM Patient ORDER BY pat_LName, "
-        "pat_FName, PatientID"_s);
+    Question rows(m_connection, patients.arg(u"ORDER BY pat_LName, pat_FName, PatientID"_s));
     std::vector<TracedPatient> all;
     while (rows.next()) {
-        const QString name = joined(rows.text(1), rows.text(2));
-        if (platform::folded(name).contains(wanted))
-            all.push_back({rows.key(0), name, rows.text(3), rows.date(4).date()});
+        TracedPatient patient = patientIn(rows);
+        if (platform::folded(patient.name).contains(wanted))
+            all.push_back(std::move(patient));
     }
     return all;
+}
+
+std::optional<TracedPatient> TraceFile::patientOf(std::int64_t key) const {
+    Question rows(m_connection, patients.arg(u"WHERE PatientID = ?"_s), {QVariant::fromValue<qint64>(key)});
+    return rows.next() ? std::optional(patientIn(rows)) : std::nullopt;
 }
 
 std::int64_t TraceFile::chemicalOf(const Ingredient& ingredient) const {

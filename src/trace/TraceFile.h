@@ -7,6 +7,7 @@
 
 #include <QStringList>
 #include <map>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -42,6 +43,7 @@ public:
     std::vector<TracedPrescription> prescriptionsFor(std::int64_t patient) const;
     /// Those whose folded "Last, First" holds the folded text, by name.
     std::vector<TracedPatient> patientsNamed(const QString& text) const;
+    std::optional<TracedPatient> patientOf(std::int64_t key) const;
     /// The chemical as it stands now; 0 where there is none any more.
     std::int64_t chemicalOf(const Ingredient& ingredient) const;
     /// Formulas with the chemical now, by name.

@@ -71,8 +71,8 @@ struct TraceDays {
     }
 };
 
-/// Older batches that left the database for a file which is not at hand.
-struct AbsentArchive {
+/// Older batches that left the database for a file of their own, whether it is at hand or not.
+struct GivenOffArchive {
     QString identity;
     QDate first, last;
     std::int64_t batches = 0;
@@ -84,12 +84,14 @@ struct Recall {
     std::vector<TracedPrescription> prescriptions;
     int patients = 0;                    ///< different ones of the prescriptions
     std::vector<TracedBatch> uncertain;  ///< batches without lines: whether they belong here can't be told
+    int hiddenBatches = 0;               ///< that belong here, made outside the days that were asked for
+    int hiddenPrescriptions = 0;         ///< of a patient, dispensed outside the days
 };
 
 /// What a text stands for.
 struct TraceHits {
-    enum class By { Nothing, Lot, Ndc, Name };
-    By by = By::Nothing;                  ///< how the ingredients were found
+    enum class By { Nothing, Lot, Ndc, Name, Batch };
+    By by = By::Nothing;                  ///< Batch: its lot alone, no ingredient's
     std::vector<Ingredient> ingredients;  ///< by name, then lot
     std::vector<TracedBatch> batches;     ///< made under this lot
 };

@@ -62,6 +62,7 @@ struct Tracer::Reached {
 
 Tracer::Tracer(platform::ConnectionPtr database, const QStringList& folders) {
     ArchiveShelf shelf = archivesOf(database, folders);
+    m_archives = std::move(shelf.present);
     m_absent = std::move(shelf.absent);
     m_files.emplace_back(std::move(database), 0);
     for (platform::ConnectionPtr& archive : shelf.open)
@@ -91,26 +92,42 @@ std::vector<Ingredient> Tracer::gathered(Ask ask) const {
 }
 
 TraceHits Tracer::find(const QString& text) const {
+    using By = TraceHits::By;
+    TraceHits hits = find(text, By::Lot);
+    if (!hits.ingredients.empty())
+        return hits;
+    TraceHits byNdc = find(text, By::Ndc);
+    if (!byNdc.ingredients.empty())
+        byNdc.batches = std::move(hits.batches);
+    else if (hits.batches.empty())
+        return find(text, By::Name);
+    else
+        return hits;
+    return byNdc;
+}
+
+TraceHits Tracer::find(const QString& text, TraceHits::By by) const {
+    using By = TraceHits::By;
     const QString wanted = text.trimmed();
     TraceHits hits;
     if (wanted.isEmpty())
         return hits;
-    const auto take = [&](TraceHits::By by, std::vector<Ingredient> found) {
-        if (hits.ingredients.empty() && !found.empty()) {
-            hits.by = by;
-            hits.ingredients = std::move(found);
-        }
-    };
-    take(TraceHits::By::Lot, gathered([&](const TraceFile& file) { return file.ingredientsOfLot(wanted); }));
-    if (hits.ingredients.empty())
-        take(TraceHits::By::Ndc,
-             gathered([&](const TraceFile& file) { return file.ingredientsOfNdc(wanted); }));
-    for (const TraceFile& file : m_files)
-        append(hits.batches, file.batches(file.batchesMadeAs(wanted)));
-    newestFirst(hits.batches);
-    if (hits.ingredients.empty() && hits.batches.empty())
-        take(TraceHits::By::Name,
-             gathered([&](const TraceFile& file) { return file.ingredientsNamed(wanted); }));
+    if (by != By::Batch) {
+        hits.ingredients = gathered([&](const TraceFile& file) {
+            return by == By::Lot   ? file.ingredientsOfLot(wanted)
+                   : by == By::Ndc ? file.ingredientsOfNdc(wanted)
+                                   : file.ingredientsNamed(wanted);
+        });
+    }
+    if (by == By::Lot || by == By::Batch) {
+        for (const TraceFile& file : m_files)
+            append(hits.batches, file.batches(file.batchesMadeAs(wanted)));
+        newestFirst(hits.batches);
+    }
+    if (!hits.ingredients.empty())
+        hits.by = by;
+    else if (!hits.batches.empty())
+        hits.by = By::Batch;
     return hits;
 }
 
@@ -156,8 +173,10 @@ Recall Tracer::dressed(const Reached& reached, const TraceDays& days) const {
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         TraceFile::Keys inTime;
         for (TracedBatch& batch : m_files[i].batches(reached.keys(static_cast<int>(i)))) {
-            if (!days.holds(batch.date))
+            if (!days.holds(batch.date)) {
+                ++recall.hiddenBatches;
                 continue;
+            }
             inTime.insert(batch.key.key);
             batch.base = reached.batches.at(batch.key);
             recall.batches.push_back(std::move(batch));
@@ -226,8 +245,10 @@ Recall Tracer::dispensedTo(std::int64_t patient, const TraceDays& days) const {
     Reached reached;
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         for (TracedPrescription& prescription : m_files[i].prescriptionsFor(patient)) {
-            if (!days.holds(prescription.date))
+            if (!days.holds(prescription.date)) {
+                ++recall.hiddenPrescriptions;
                 continue;
+            }
             reached.batches.emplace(prescription.batch, QString());
             recall.prescriptions.push_back(std::move(prescription));
         }

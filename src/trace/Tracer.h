@@ -6,6 +6,7 @@
 #include "trace/TraceFile.h"
 
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -17,11 +18,17 @@ public:
 
     /// Batches that are searched, those of the archives at hand included.
     std::int64_t searched() const;
-    const std::vector<AbsentArchive>& absentArchives() const { return m_absent; }
+    /// Archives that are searched too.
+    const std::vector<GivenOffArchive>& archives() const { return m_archives; }
+    /// Those that can't be.
+    const std::vector<GivenOffArchive>& absentArchives() const { return m_absent; }
 
     /// What the text stands for: ingredients of this lot, else of this NDC; batches of this lot; where there are none,
     /// ingredients whose name holds it. Blanks around it don't count; an empty one stands for nothing.
     TraceHits find(const QString& text) const;
+    /// The same where it is known what the text is: by a lot, ingredients and batches of it; by a batch, batches of the
+    /// lot alone.
+    TraceHits find(const QString& text, TraceHits::By by) const;
     /// Lots that may be meant instead; what they lead to is never mixed in. The lots are read once.
     QStringList similarTo(const QString& text);
 
@@ -29,6 +36,7 @@ public:
         return m_files.front().patientsNamed(text);
     }
     /// As TraceFile, in the database in use.
+    std::optional<TracedPatient> patientOf(std::int64_t key) const { return m_files.front().patientOf(key); }
     std::int64_t chemicalOf(const Ingredient& ingredient) const {
         return m_files.front().chemicalOf(ingredient);
     }
@@ -40,7 +48,7 @@ public:
     /// dispensed as.
     Recall whereWent(const std::vector<Ingredient>& ingredients, const QString& batchLot,
                      const TraceDays& days) const;
-    /// All that was dispensed to a patient, and the batches it came from.
+    /// What was dispensed to a patient in these days, and the batches it came from, of whatever days.
     Recall dispensedTo(std::int64_t patient, const TraceDays& days) const;
 
     /// What is in a batch: its lines, each that was made here followed by its own.
@@ -58,7 +66,7 @@ private:
     void bringUpToDate(std::vector<TracedPrescription>& prescriptions) const;
 
     std::vector<TraceFile> m_files;
-    std::vector<AbsentArchive> m_absent;
+    std::vector<GivenOffArchive> m_archives, m_absent;
     QStringList m_lots;  ///< of ingredients and batches, once they are read
 };
 

@@ -1,6 +1,6 @@
 // Where a lot went and what is in a batch, over real database files.
-#include "trace/Tracer.h"
 #include "db/Archive.h"
+#include "trace/RecallList.h"
 #include "trace/TracePharmacy.h"
 
 namespace sorvanto {
@@ -127,6 +127,72 @@ TEST_F(TraceTest, TheDaysBoundTheBatchesNotTheWay) {
         0U);
 }
 
+TEST_F(TraceTest, WhatTheDaysHideIsCounted) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base B1"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Other L9"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(2, 1, u"02-06"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u"L1"_s);
+    EXPECT_EQ(trace.whereWent(hits.ingredients, {}, {QDate(2026, 2, 1), {}}).hiddenBatches, 1);
+    EXPECT_EQ(trace.whereWent(hits.ingredients, {}, {{}, QDate(2026, 1, 4)}).hiddenBatches, 2);
+    EXPECT_EQ(trace.whereWent(hits.ingredients, {}, {}).hiddenBatches, 0);
+    EXPECT_EQ(trace.dispensedTo(1, {{}, QDate(2026, 1, 31)}).hiddenPrescriptions, 1);
+    EXPECT_EQ(trace.dispensedTo(1, {}).hiddenPrescriptions, 0);
+}
+
+TEST_F(TraceTest, WhatATextIsCanBeSaid) {
+    using By = TraceHits::By;
+    sql(u"INSERT INTO Chemical (chm_Name, chm_Lot, chm_NDC) VALUES ('B1', 'X1', 'L1')"_s);
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    const Tracer trace = tracer();
+    EXPECT_EQ(trace.find(u"L1"_s, By::Lot).ingredients.at(0).name, u"Base"_s);
+    EXPECT_EQ(trace.find(u" L1 "_s, By::Ndc).ingredients.at(0).name, u"B1"_s);
+    EXPECT_TRUE(trace.find(u"L1"_s, By::Batch).batches.empty());
+    EXPECT_EQ(trace.find(u"B1"_s, By::Batch).batches.size(), 1U);
+    EXPECT_EQ(trace.find(u"B1"_s, By::Name).ingredients.size(), 1U);
+    EXPECT_TRUE(trace.find(u"B1"_s, By::Name).batches.empty());
+    const TraceHits base = trace.find(u"B1"_s, By::Lot);
+    EXPECT_EQ(base.by, By::Batch) << "a lot of nothing bought, but of a batch";
+    EXPECT_EQ(base.batches.size(), 1U);
+}
+
+TEST_F(TraceTest, AListSaysWhatWasAskedAndWhere) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1, Active L2"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base L1"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(1, 2, u"01-07"_s);
+    prescription(2, 1, u"02-07"_s);
+    const Tracer trace = tracer();
+    const TraceDays days{QDate(2026, 1, 1), {}};
+    const RecallList list = recallList(trace, u" L1 "_s, trace.find(u"L1"_s), days);
+    EXPECT_EQ(list.asked, u"L1"_s);
+    EXPECT_EQ(list.by, TraceHits::By::Lot);
+    EXPECT_EQ(list.ingredients.size(), 1U);
+    EXPECT_EQ(list.searched, 2);
+    EXPECT_EQ(list.days.from, QDate(2026, 1, 1));
+    EXPECT_EQ(lots(list.recall), u"B2 B1"_s);
+    const std::vector<CalledPatient> patients = patientsToCall(list.recall);
+    ASSERT_EQ(patients.size(), 2U);
+    EXPECT_EQ(patients[0].name, u"Abernathy, Margaret"_s);
+    EXPECT_EQ(patients[0].prescriptions.size(), 2U);
+    EXPECT_EQ(patients[0].prescriptions[0].batchLot, u"B2"_s) << "newest first";
+    EXPECT_EQ(patients[1].phone, u"440-555-0188"_s);
+    EXPECT_TRUE(recallList(trace, u"no"_s, trace.find(u"no"_s), {}).recall.batches.empty());
+}
+
+TEST_F(TraceTest, APatientsListNamesThePatient) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    prescription(1, 2, u"01-07"_s);
+    const Tracer trace = tracer();
+    const RecallList list = recallList(trace, trace.patientOf(2).value(), {});
+    EXPECT_EQ(list.asked, u"Xu, Jin"_s);
+    EXPECT_EQ(list.patient->phone, u"440-555-0188"_s);
+    EXPECT_EQ(lots(list.recall), u"B1"_s);
+    EXPECT_FALSE(trace.patientOf(99));
+}
+
 TEST_F(TraceTest, ABatchWithoutLinesIsNamedAsUncertain) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     batch(2, u"B2"_s, u"02-05"_s, QString());
@@ -172,6 +238,9 @@ TEST_F(ArchivedTraceTest, TheWayLeadsThroughTheArchiveEachBatchOnce) {
     const Tracer trace = tracer();
     EXPECT_EQ(trace.searched(), 3);
     EXPECT_TRUE(trace.absentArchives().empty());
+    ASSERT_EQ(trace.archives().size(), 1U);
+    EXPECT_EQ(trace.archives()[0].batches, 2);
+    EXPECT_EQ(trace.archives()[0].last, QDate(2026, 2, 5));
     const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
     EXPECT_EQ(recall.batches[0].key.file, 0);
     EXPECT_EQ(recall.batches[2].key.file, 1);
