@@ -7,6 +7,7 @@
 #include <QtEndian>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 
 namespace platform::xls {
 
@@ -71,6 +72,23 @@ inline void record(QByteArray& out, Id id, const QByteArray& data) {
     put16(out, id);
     put16(out, static_cast<int>(data.size()));
     out.append(data);
+}
+
+inline void putWords(QByteArray& out, Id id, std::initializer_list<int> words) {
+    QByteArray data;
+    for (const int word : words)
+        put16(data, word);
+    record(out, id, data);
+}
+
+/// Begin of the workbook (5) or of a sheet (16).
+inline void putBof(QByteArray& out, int kind) {
+    QByteArray data;
+    for (const int word : {0x0600, kind, 0x0DBB, 0x07CC})
+        put16(data, word);
+    put32(data, 0);
+    put32(data, 6);
+    record(out, Bof, data);
 }
 
 /// Whether one byte a character is enough.

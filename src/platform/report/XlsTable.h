@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <vector>
 
 namespace platform::xls {
 
@@ -17,17 +18,17 @@ struct Table {
     int columns() const { return lastColumn - firstColumn + 1; }
 };
 
-/// For the workbook, between its sheet list and its texts: the names of the repeated rows and of the filter, and
-/// the count of the buttons.
-QByteArray tableNames(const Table& table);
+/// For the workbook, between its sheet list and its texts: the names of the repeated rows and of the filters of all
+/// sheets, in their order, and the count of the buttons.
+QByteArray tableNames(const std::vector<Table>& tables);
 
 /// Before the sheet's columns: fit to one page wide, margins, page number, and the filter's count of columns.
 QByteArray pageSetup(const Table& table);
 
-/// After the sheet's cells: the buttons in the heading row.
-QByteArray filterButtons(const Table& table);
+/// After the sheet's cells: the buttons in the heading row. drawing: its number among those of all sheets, from 1.
+QByteArray filterButtons(const Table& table, int drawing);
 
-/// The sheet's window, last before its end.
-QByteArray sheetWindow(const Table& table);
+/// The sheet's window, last before its end. One sheet is on show.
+QByteArray sheetWindow(const Table& table, bool shown);
 
 }  // namespace platform::xls

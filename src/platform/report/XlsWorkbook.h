@@ -1,14 +1,13 @@
-// A workbook of one sheet in the binary spreadsheet format of .xls files (BIFF8 records in an OLE2
-// container). Cells are given row by row; nothing is kept but the finished bytes and the shared texts.
+// A workbook in the binary spreadsheet format of .xls files (BIFF8 records in an OLE2 container). Cells are given
+// sheet by sheet, row by row; nothing is kept but the finished bytes and the shared texts.
 #pragma once
 
 #include "platform/report/ReportDefinition.h"
-#include "platform/report/XlsTable.h"
+#include "platform/report/XlsSheet.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QString>
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -36,56 +35,48 @@ struct CellStyle {
 
 class XlsWorkbook {
 public:
-    static constexpr int mostRows = 65'536;
-    static constexpr int mostColumns = 256;
+    static constexpr int mostRows = xls::Sheet::mostRows;
+    static constexpr int mostColumns = xls::Sheet::mostColumns;
     static constexpr int mostCharacters = 32'767;
-    static constexpr int plainHeight = 255;  ///< twips of a row that says nothing
+    static constexpr int plainHeight = xls::Sheet::plainHeight;
 
     explicit XlsWorkbook(const QString& sheetName);
 
-    /// Number to name the style by.
+    /// All that follows goes into a further sheet; its name is unlike the others'.
+    void addSheet(const QString& name) { m_sheets.emplace_back(name); }
+
+    /// Number to name the style by, in all sheets.
     std::uint16_t addStyle(const CellStyle& style);
     /// Width in twips of the layout.
-    void setColumnWidth(int column, int twips);
+    void setColumnWidth(int column, int twips) { sheet().setColumnWidth(column, twips); }
 
     /// Rows never go back; columns go forward within a row. Throws overflow with a message for the user
     /// where the format has no room for the cell.
     void addText(int row, int column, std::uint16_t style, const QString& text);
-    void addNumber(int row, int column, std::uint16_t style, double number);
+    void addNumber(int row, int column, std::uint16_t style, double number) {
+        sheet().addNumber(row, column, style, number);
+    }
     /// At least that height in twips for the row of the last cell.
-    void growRow(int twips) { m_height = std::max(m_height, twips); }
+    void growRow(int twips) { sheet().growRow(twips); }
     /// The cell goes on over the cells to its right, which stay empty.
-    void mergeRight(int row, int column, int lastColumn);
+    void mergeRight(int row, int column, int lastColumn) { sheet().mergeRight(row, column, lastColumn); }
     /// Heading row and filter.
-    void setTable(const xls::Table& table) { m_table = table; }
+    void setTable(const xls::Table& table) { sheet().setTable(table); }
 
     /// The finished file.
     QByteArray bytes();
 
 private:
-    void toCell(int row, int column);
-    void flushRow();
-    void flushBlock();
+    xls::Sheet& sheet() { return m_sheets.back(); }
     void putStyles(QByteArray& out) const;
-    QByteArray globals(std::uint32_t sheetSizeBefore) const;
-    QByteArray sheetHead() const;
+    QByteArray globals() const;
     QByteArray sharedTexts() const;
-    QByteArray mergedCells() const;
 
-    QString m_sheetName;
+    std::vector<xls::Sheet> m_sheets;
     std::vector<CellStyle> m_styles;
-    std::vector<int> m_widths;
     QHash<QString, std::uint32_t> m_textIndex;
     std::vector<QString> m_texts;
     std::uint32_t m_textUses = 0;
-    struct Merged {
-        int row, first, last;
-    };
-    std::vector<Merged> m_merged;
-    xls::Table m_table;
-    QByteArray m_sheet, m_blockRows, m_blockCells;
-    int m_height = plainHeight;  ///< of the row being filled
-    int m_row = -1, m_firstColumn = 0, m_lastColumn = -1, m_rowsInBlock = 0, m_columns = 0;
 };
 
 }  // namespace platform

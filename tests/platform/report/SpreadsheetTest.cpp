@@ -44,6 +44,15 @@ struct Xls {
     }
 };
 
+/// What the office program took from the file.
+QString inOffice(const Xls& xls) {
+    tools::output("soffice", {"--headless", "-env:UserInstallation=file://" + xls.folder.filePath("profile"),
+                              "--convert-to", "fods", "--outdir", xls.folder.path(), xls.path});
+    QFile file(xls.folder.filePath("book.fods"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll());
+}
+
 }  // namespace
 
 TEST(Spreadsheet, RowsAndColumnsFollowTheBands) {
@@ -135,15 +144,6 @@ protected:
     static QByteArray bytes(SectionKind headings) {
         return spreadsheet(finished(std::make_unique<Hundred>(headings))->document());
     }
-    /// What the office program took from the file.
-    static QString inOffice(const Xls& xls) {
-        tools::output("soffice",
-                      {"--headless", "-env:UserInstallation=file://" + xls.folder.filePath("profile"),
-                       "--convert-to", "fods", "--outdir", xls.folder.path(), xls.path});
-        QFile file(xls.folder.filePath("book.fods"));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QString::fromUtf8(file.readAll());
-    }
     static constexpr const char* view = R"(
 import sys, xlrd
 book = xlrd.open_workbook(sys.argv[1], formatting_info=True)
@@ -176,6 +176,77 @@ TEST_F(SpreadsheetTable, HeadingsAmongTheSheetRepeatAndNothingElse) {
               "aligned 1 3 2\n"
               "name Print_Titles 0 (1, 2, 0, 256)\n");
     EXPECT_FALSE(inOffice(xls).contains("table:database-range "));
+}
+
+namespace {
+
+/// A sheet of two columns: headings, then so many rows that can be filtered.
+void fillTable(XlsWorkbook& book, const QString& what, int rows) {
+    CellStyle bold;
+    bold.bold = true;
+    const auto heading = book.addStyle(bold);
+    book.addText(0, 0, heading, what);
+    book.addText(0, 1, heading, u"Count"_s);
+    for (int row = 1; row <= rows; ++row) {
+        book.addText(row, 0, 0, what + QString::number(row));
+        book.addNumber(row, 1, 0, row * 1.5);
+    }
+    book.setColumnWidth(0, 3000);
+    book.setTable({.headingRow = 0, .frozen = true, .lastFiltered = rows, .firstColumn = 0, .lastColumn = 1});
+}
+
+/// SHA-256 of the stream that spreadsheet programs read, whatever the container around it.
+QString streamDigest(const Xls& xls) {
+    return tools::output("/usr/bin/python3", {"-c", R"(
+import hashlib, sys, xlrd.compdoc
+document = xlrd.compdoc.CompDoc(open(sys.argv[1], 'rb').read())
+print(hashlib.sha256(document.get_named_stream('Workbook')).hexdigest(), end='')
+)",
+                                              xls.path});
+}
+
+}  // namespace
+
+TEST(Spreadsheet, ABookOfOneSheetKeepsItsBytes) {
+    XlsWorkbook book(u"List: one"_s);
+    fillTable(book, u"Name"_s, 40);
+    book.addText(41, 0, 0, u"Лек"_s);
+    book.mergeRight(41, 0, 1);
+    EXPECT_EQ(streamDigest(Xls(book.bytes())).toStdString(),
+              "1e6b2cbb693a1c80a441d07454570b01c5c9b9a0525a317f8dd52ae95461c175");
+}
+
+TEST(Spreadsheet, ABookOfSeveralSheetsIsReadByBothReaders) {
+    XlsWorkbook book(u"Batches"_s);
+    fillTable(book, u"Batch"_s, 40);
+    book.addSheet(u"Notes"_s);  // neither headings nor filter
+    book.addText(0, 0, 0, u"Name"_s);
+    book.addSheet(u"Prescriptions"_s);
+    fillTable(book, u"Patient"_s, 3);
+    const Xls xls(book.bytes());
+    EXPECT_EQ(tools::output("/usr/bin/python3", {"-c", R"(
+import sys, xlrd
+book = xlrd.open_workbook(sys.argv[1], formatting_info=True)
+for sheet in book.sheets():
+    print(sheet.name, sheet.nrows, sheet.panes_are_frozen, sheet.sheet_selected, *sheet.row_values(sheet.nrows - 1))
+for name in book.name_obj_list:
+    print('name', name.name, name.scope, name.area2d(clipped=False)[0].name, name.area2d(clipped=False)[1:])
+)",
+                                                 xls.path})
+                  .toStdString(),
+              "Batches 41 1 1 Batch40 60.0\n"
+              "Notes 1 0 0 Name\n"
+              "Prescriptions 4 1 0 Patient3 4.5\n"
+              "name _FilterDatabase 0 Batches (0, 41, 0, 2)\n"
+              "name Print_Titles 0 Batches (0, 1, 0, 256)\n"
+              "name _FilterDatabase 2 Prescriptions (0, 4, 0, 2)\n"
+              "name Print_Titles 2 Prescriptions (0, 1, 0, 256)\n");
+    const QString office = inOffice(xls);
+    EXPECT_TRUE(office.contains("Batches.A1:Batches.B41\" table:display-filter-buttons=\"true\""))
+        << "filter";
+    EXPECT_TRUE(office.contains("Prescriptions.A1:Prescriptions.B4\" table:display-filter-buttons=\"true\""));
+    EXPECT_EQ(office.count("<table:table-header-rows>"), 2);
+    EXPECT_TRUE(office.contains("<text:p>Patient3</text:p>"));
 }
 
 TEST(Spreadsheet, LabelsStandSideBySideAndSkippedOnesLeaveTheirRoom) {
