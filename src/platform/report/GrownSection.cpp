@@ -2,8 +2,36 @@
 #include "platform/report/GrownSection.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace platform {
+
+namespace {
+
+/// How far each control moves, and last the section's end: as far as the one above it that reaches down most. Those
+/// side by side grow beside one another.
+std::vector<int> movedDown(const Section& section, const std::vector<int>& growth) {
+    const std::vector<Control>& controls = section.controls;
+    std::vector<std::size_t> order(controls.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return controls[a].top < controls[b].top; });
+    std::vector<int> moved(controls.size() + 1, 0);
+    for (std::size_t done = 0; done < order.size(); ++done) {
+        const std::size_t i = order[done];
+        for (std::size_t j = 0; j < done; ++j) {
+            const Control& above = controls[order[j]];
+            const bool isAbove = above.visible && above.top + above.height <= controls[i].top;
+            if (isAbove)
+                moved[i] = std::max(moved[i], moved[order[j]] + growth[order[j]]);
+        }
+        if (controls[i].visible)
+            moved.back() = std::max(moved.back(), moved[i] + growth[i]);
+    }
+    return moved;
+}
+
+}  // namespace
 
 std::optional<GrownSection> GrownSection::of(const Section& section, TextFitting& fitting) {
     std::vector<QStringList> lines(section.controls.size());
@@ -21,19 +49,12 @@ std::optional<GrownSection> GrownSection::of(const Section& section, TextFitting
     if (!grown)
         return std::nullopt;
     GrownSection result;
-    result.m_height = section.height;
+    const std::vector<int> moved = movedDown(section, growth);
+    result.m_height = section.height + moved.back();
     for (std::size_t i = 0; i < section.controls.size(); ++i) {
         const Control& control = section.controls[i];
-        result.m_height += growth[i];
-        if (!control.visible)
-            continue;
-        int top = control.top;
-        for (std::size_t above = 0; above < growth.size(); ++above) {
-            const Control& other = section.controls[above];
-            if (growth[above] > 0 && other.top + other.height <= control.top)
-                top += growth[above];
-        }
-        result.addControl(section, i, top, lines[i], fitting.lineHeight(control));
+        if (control.visible)
+            result.addControl(section, i, control.top + moved[i], lines[i], fitting.lineHeight(control));
     }
     std::stable_sort(result.m_pieces.begin(), result.m_pieces.end(),
                      [](const Smallest& a, const Smallest& b) { return a.top < b.top; });
@@ -68,11 +89,12 @@ GrownSection::Part GrownSection::next(int room) {
     const std::size_t first = m_next;
     while (!isOver() && (m_next == first || m_pieces[m_next].bottom - start <= room)) {
         const Smallest& piece = m_pieces[m_next];
-        const bool continues = piece.grown && !part.pieces.empty() && part.pieces.back().grown &&
-                               part.pieces.back().control == piece.control;
-        if (continues) {
-            part.pieces.back().lines << piece.line;
-            part.pieces.back().height = piece.bottom - start - part.pieces.back().top;
+        const auto begun = std::find_if(part.pieces.begin(), part.pieces.end(), [&](const Piece& other) {
+            return other.grown && piece.grown && other.control == piece.control;
+        });
+        if (begun != part.pieces.end()) {
+            begun->lines << piece.line;
+            begun->height = piece.bottom - start - begun->top;
         } else {
             const auto began = [&](const Smallest& other) { return other.control == piece.control; };
             const bool continued =

@@ -29,6 +29,8 @@ public:
     };
     /// The next part, no higher than the room unless its first piece alone is.
     Part next(int room);
+    /// Of the whole, on paper without end.
+    int height() const { return m_height; }
     bool isOver() const { return m_next == m_pieces.size(); }
 
 private:

@@ -78,11 +78,15 @@ void PageMaker::fillPage() {
         placeIfAny(SectionKind::PageHeader, m_y);
         m_bodyEmpty = true;
         const int bottom = bodyBottom();
-        if (m_grown)
+        if (m_grown) {
+            m_bodyEmpty = false;
             placeGrown();
+        }
         while (Section* section = m_grown ? nullptr : upcoming()) {
-            const bool rowStart = section->kind != SectionKind::Detail || m_column == 0;
-            if (rowStart && !m_bodyEmpty && m_y + section->height > bottom)
+            const bool detail = section->kind == SectionKind::Detail;
+            const bool rowStart = !detail || m_column == 0;
+            const bool full = m_y + section->height > bottom || (detail && m_report.startsPage());
+            if (rowStart && !m_bodyEmpty && full)
                 break;
             placeBody(*section);
         }
@@ -138,23 +142,26 @@ Section* PageMaker::upcoming() {
 }
 
 void PageMaker::placeBody(Section& section) {
-    m_bodyEmpty = false;
-    if (section.kind == SectionKind::Detail)
-        return placeDetail(section);
+    const bool first = std::exchange(m_bodyEmpty, false);
+    const bool detail = section.kind == SectionKind::Detail;
     const auto grows = [](const Control& control) { return control.grows; };
-    if (std::any_of(section.controls.begin(), section.controls.end(), grows)) {
-        m_report.bind(section);
-        m_report.raiseFormat(section.kind);
+    const bool canGrow = std::any_of(section.controls.begin(), section.controls.end(), grows) &&
+                         (!detail || m_report.definition().detailColumns <= 1);
+    if (detail && !canGrow)
+        return placeDetail(section);
+    m_report.bind(section);
+    m_report.raiseFormat(section.kind);
+    if (canGrow)
         m_grown = GrownSection::of(section, m_writer->fitting());
-        m_grownSection = &section;
-        if (m_grown)
-            return placeGrown();
+    m_grownSection = &section;
+    if (!m_grown) {
         m_writer->addSection(section, m_report.definition().margins.left, m_y, 0);
-    } else {
-        place(section, m_report.definition().margins.left, m_y, 0);
+        m_y += section.height;
+        return endSection(section);
     }
-    m_y += section.height;
-    toNextStage();
+    // A row goes to the next page whole, and is dealt out there only where it fills more than that.
+    if (!detail || first || m_grown->height() <= bodyBottom() - m_y)
+        placeGrown();
 }
 
 void PageMaker::placeGrown() {
@@ -163,8 +170,15 @@ void PageMaker::placeGrown() {
     m_y += part.height;
     if (m_grown->isOver()) {
         m_grown.reset();
-        toNextStage();
+        endSection(*m_grownSection);
     }
+}
+
+void PageMaker::endSection(const Section& section) {
+    if (section.kind == SectionKind::Detail)
+        advanceRow();
+    else
+        toNextStage();
 }
 
 void PageMaker::placeDetail(Section& section) {

@@ -36,6 +36,7 @@ private:
     void place(Section& section, int x, int y, int column);
     /// The next part of a section whose texts have grown.
     void placeGrown();
+    void endSection(const Section& section);
     void fetch();
     void advanceRow();
     int bodyBottom();

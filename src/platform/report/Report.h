@@ -67,6 +67,8 @@ public:
     bool isUnloaded() const { return m_unloaded; }
 
 protected:
+    /// Whether the detail at hand stands at the top of a page.
+    virtual bool startsPage() const { return false; }
     virtual void reportStart() {}
     /// Before each detail. eof comes in as "no current row" (true without rows); true ends the details.
     virtual void fetchData(bool& eof);

@@ -84,7 +84,8 @@ struct Control {
     Control& asName(const char* englishTitle);
     /// A value, as TextKind says.
     Control& asValue(const char* englishTitle);
-    /// Takes as many lines as its text needs, over several pages if it must. Sections of the body only.
+    /// Takes as many lines as its text needs, over several pages if it must. Sections of the body only, details in
+    /// one column.
     Control& growing();
 
     /// Whether its text must never be shortened.
