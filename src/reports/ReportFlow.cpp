@@ -7,6 +7,7 @@
 #include "platform/report/ReportHooks.h"
 #include "platform/report/SpreadsheetExport.h"
 #include "platform/widgets/LongWork.h"
+#include "reports/RecallWorkbook.h"
 #include "reports/rptFormula.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
@@ -21,7 +22,7 @@ namespace {
 
 /// Files beside the program are its user's alone; one under a name of his own choice is what his customs make it.
 QString noteOfSaved(const QString& report) {
-    const bool namesPatients = report == "rptPatient"_L1 || report == "rptRX8160"_L1;
+    const bool namesPatients = report == "rptPatient"_L1 || report == "rptRX8160"_L1 || report == "rptRecall"_L1;
     return namesPatients ? translated(u"The saved file names patients. Keep it where nobody else reads it."_s)
                          : QString();
 }
@@ -46,6 +47,14 @@ void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QS
         announceFile(translated(u"Exported %1"_s), path);
     else
         announce(translated(u"Stopped: %1 was not written."_s).arg(exportName));
+}
+
+QString exportRecall(const RecallList& list) {
+    const QString name = u"Recall.xls"_s;
+    const QString path = platform::programFolder() + u'/' + name;
+    platform::writeFile(path, recallWorkbook(list));
+    announceFile(translated(u"Exported %1"_s), path);
+    return name;
 }
 
 void showWorksheet(const clsFormulaPtr& formula) {

@@ -3,6 +3,7 @@
 
 #include "platform/report/Report.h"
 #include "records/clsFormula.h"
+#include "trace/RecallList.h"
 
 #include <QString>
 #include <memory>
@@ -16,6 +17,10 @@ QString defaultPrinter();
 /// named by the literal ("\Worksheet.xls") beside the program, over an existing one, without a word.
 /// Throws when the export fails.
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName);
+
+/// Writes a recall list as spreadsheet "\\Recall.xls" beside the program, over an existing one; gives the file's name.
+/// Throws when that fails.
+QString exportRecall(const RecallList& list);
 
 /// Previews the worksheet of a scaled formula; no printer is named.
 void showWorksheet(const clsFormulaPtr& formula);

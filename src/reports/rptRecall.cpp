@@ -1,0 +1,260 @@
+#include "reports/rptRecall.h"
+
+#include "config/clsOptions.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/RuntimeError.h"
+#include "reports/FileNames.h"
+#include "reports/ListHead.h"
+#include "reports/RecallTexts.h"
+#include "reports/ReportTexts.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::Control;
+using platform::field;
+using platform::line;
+using platform::SectionKind;
+
+constexpr int rowHeight = 390, headHeight = 450;  // headings of two lines
+
+/// A column: its heading's English text, and where it stands.
+struct Column {
+    const char* name;
+    const char* heading;
+    int left, width;
+    bool right = false;
+};
+constexpr Column batchColumns[] = {
+    {"BatchDate", "Date", 0, 1080},
+    {"BatchFormula", "Formula", 1170, 2700},
+    {"BatchLot", "Lot", 3960, 1440},
+    {"BatchReason", "", 5490, 1530},
+    {"BatchQuantity", "Quantity", 7020, 1080, true},
+    {"BatchInitials", "Logged", 8280, 1215},
+    {"BatchVerified", "Verified", 9585, 1215},
+};
+constexpr Column patientColumns[] = {
+    {"CallPatient", "Patient", 450, 2340},
+    {"CallPhone", "Phone", 2880, 1620},
+    {"CallDispensed", "Prescriptions", 4590, 3780},
+    {"CallSign", "Date and signature", 8550, 2250},
+};
+
+template <std::size_t count>
+void addHeadings(std::vector<Control>& controls, const Column (&columns)[count], const QString& prefix,
+                 int top) {
+    for (const Column& column : columns) {
+        Control control = heading(prefix + QLatin1String(column.name), column.left, top, column.width);
+        control.height = headHeight;
+        controls.push_back(column.right ? control.right() : control);
+    }
+}
+
+template <std::size_t count>
+void addFields(std::vector<Control>& controls, const Column (&columns)[count]) {
+    for (const Column& column : columns) {
+        Control control = field(u"txt"_s + QLatin1String(column.name), column.left, 60, column.width, 270)
+                              .points(9)
+                              .growing();
+        controls.push_back(column.right ? control.right() : control);
+    }
+}
+
+template <std::size_t count>
+QStringList names(const Column (&columns)[count], const QString& prefix) {
+    QStringList all;
+    for (const Column& column : columns)
+        all << prefix + QLatin1String(column.name);
+    return all;
+}
+
+platform::Section pageHeader() {
+    std::vector<Control> controls{field("txtAsked", 0, 810, 10800, 315).points(12).bold().asValue("Lot")};
+    addHeadings(controls, batchColumns, u"lblPage"_s, 1215);
+    addHeadings(controls, patientColumns, u"lblPage"_s, 1215);
+    controls.push_back(line("linPage", 0, 1665, 10800));
+    return listHead(SectionKind::PageHeader, 1680, {.boxWidth = 5130, .dateLeft = 8820, .dateTop = 180},
+                    controls);
+}
+
+platform::Section found() {
+    std::vector<Control> controls{
+        field("txtSearched", 0, 0, 10800, 270).points(9).growing(),
+        field("txtTotals", 0, 360, 10800, 315).points(12).bold().growing(),
+        field("txtGaps", 0, 720, 10800, 270).bold().growing(),
+    };
+    addHeadings(controls, batchColumns, u"lblHead"_s, 1170);
+    controls.push_back(line("linHead", 0, 1620, 10800));
+    return {SectionKind::GroupHeader, 1635, std::move(controls)};
+}
+
+platform::Section row() {
+    std::vector<Control> controls;
+    addFields(controls, batchColumns);
+    addFields(controls, patientColumns);
+    controls.push_back(platform::box("boxTick", 90, 75, 225, 225));
+    controls.push_back(line("linSign", 8550, 330, 10710));
+    controls.push_back(line("linRow", 0, rowHeight, 10800));
+    return {SectionKind::Detail, rowHeight, std::move(controls)};
+}
+
+platform::ReportDefinition recallDefinition() {
+    platform::ReportDefinition definition;
+    definition.name = u"rptRecall"_s;
+    definition.sections = {
+        pageHeader(),
+        found(),
+        row(),
+        {SectionKind::PageFooter,
+         450,
+         {
+             field("txtStore", 0, 180, 7560, 270).points(9),
+             field("txtPage", 8370, 180, 2430, 270).points(9).right().asValue("Page"),
+         }},
+        {SectionKind::ReportFooter,
+         900,
+         {
+             field("txtEnd", 0, 135, 10800, 270).bold().growing(),
+             platform::label("lblChecked", 5400, 585, 3060, 270).points(9).right(),
+             line("linChecked", 8550, 810, 10800),
+         }},
+    };
+    return definition;
+}
+
+QString dispensed(const CalledPatient& patient) {
+    QStringList lines;
+    for (const TracedPrescription& one : patient.prescriptions)
+        lines << QStringList{recallDay(one.date), one.drug, recallAmount(one.quantity, one.units),
+                             translated(u"Lot"_s) + u' ' + one.batchLot}
+                     .join(u", "_s);
+    return lines.join(u'\n');
+}
+
+}  // namespace
+
+QString recallTitle(const RecallList& list) {
+    const QString how = foundBy(list);
+    return how.isEmpty() ? list.asked : list.asked + u" ("_s + how + u')';
+}
+
+QStringList recallIngredients(const RecallList& list) {
+    QStringList lines;
+    for (const Ingredient& one : list.ingredients) {
+        QStringList parts{one.name};
+        if (!one.ndc.isEmpty())
+            parts << translated(u"NDC"_s) + u' ' + one.ndc;
+        if (!one.lot.isEmpty())
+            parts << translated(u"Lot"_s) + u' ' + one.lot;
+        parts << one.supplier;
+        parts.removeAll(QString());
+        lines << parts.join(u" · "_s);
+    }
+    return lines;
+}
+
+rptRecall::rptRecall(RecallList list)
+    : Report(recallDefinition()), m_list(std::move(list)), m_patients(patientsToCall(m_list.recall)) {
+    fileName = reportFileName("Recall List", {m_list.asked}, platform::now().date());
+    translateForm();
+}
+
+void rptRecall::translateForm() {
+    translateListHead(*this, "Recall List", "Recall List");
+    const auto head = [this](const QString& prefix, const Column& column) {
+        const QString english = QString::fromLatin1(column.heading);
+        setText(prefix + QLatin1String(column.name), english.isEmpty() ? QString() : translated(english));
+    };
+    for (const Column& column : batchColumns) {
+        head(u"lblPage"_s, column);
+        head(u"lblHead"_s, column);
+    }
+    for (const Column& column : patientColumns)
+        head(u"lblPage"_s, column);
+    setText(u"lblChecked"_s, translated(u"Checked: date and signature"_s));
+    setText(u"txtAsked"_s, recallTitle(m_list));
+}
+
+void rptRecall::showAll(const QStringList& names, bool visible) {
+    for (const QString& name : names)
+        setVisible(name, visible);
+}
+
+void rptRecall::fetchData(bool& eof) { eof = ++m_next > batchRows() + m_patients.size(); }
+
+// The first page has the headings below what was found.
+void rptRecall::pageHeaderFormat() {
+    const bool later = pageNumber() > 1 && m_next <= batchRows() + m_patients.size();
+    showAll(names(batchColumns, u"lblPage"_s), later && !atPatients());
+    showAll(names(patientColumns, u"lblPage"_s), later && atPatients());
+    setVisible(u"linPage"_s, later);
+}
+
+void rptRecall::groupHeaderFormat() {
+    QStringList lines = recallIngredients(m_list);
+    const QString days = recallDays(m_list.days);
+    if (!days.isEmpty())
+        lines << (m_list.patient ? translated(u"Prescriptions"_s) : translated(u"Batches"_s)) + u": "_s +
+                     days;
+    const bool nothing = m_list.by == TraceHits::By::Nothing && !m_list.patient;
+    lines << (nothing ? recallNothing(m_list.searched) : QString()) << recallSearched(m_list);
+    lines.removeAll(QString());
+    setText(u"txtSearched"_s, lines.join(u'\n'));
+    setText(u"txtTotals"_s, recallTotals(m_list.recall));
+    setText(u"txtGaps"_s, recallGaps(m_list).join(u'\n'));
+    const bool any = batchRows() > 0;
+    showAll(names(batchColumns, u"lblHead"_s), any);
+    setVisible(u"linHead"_s, any);
+}
+
+void rptRecall::detailFormat() {
+    const bool patient = atPatients();
+    showAll(names(batchColumns, u"txt"_s), !patient);
+    showAll(names(patientColumns, u"txt"_s) + QStringList{u"boxTick"_s, u"linSign"_s}, patient);
+    const std::size_t certain = m_list.recall.batches.size();
+    const std::size_t place = m_next - 1;
+    if (patient)
+        showPatient(m_patients.at(place - batchRows()));
+    else
+        showBatch(place < certain ? m_list.recall.batches.at(place)
+                                  : m_list.recall.uncertain.at(place - certain));
+}
+
+void rptRecall::showBatch(const TracedBatch& batch) {
+    setText(u"txtBatchDate"_s, recallDay(batch.date));
+    setText(u"txtBatchFormula"_s,
+            batch.strength.isEmpty() ? batch.formula : batch.formula + u' ' + batch.strength);
+    setText(u"txtBatchLot"_s, batch.lot);
+    setText(u"txtBatchReason"_s, reasonOf(batch));
+    setText(u"txtBatchQuantity"_s, recallAmount(batch.quantity, batch.units));
+    setText(u"txtBatchInitials"_s, batch.initials);
+    setText(u"txtBatchVerified"_s, batch.verified);
+}
+
+void rptRecall::showPatient(const CalledPatient& patient) {
+    setText(u"txtCallPatient"_s, patient.name);
+    setText(u"txtCallPhone"_s, patient.phone.isEmpty() ? translated(u"no phone number"_s) : patient.phone);
+    setText(u"txtCallDispensed"_s, dispensed(patient));
+    setText(u"txtCallSign"_s, u"\n"_s);  // room to write in
+}
+
+void rptRecall::pageFooterFormat() {
+    setText(u"txtStore"_s, platform::deref(basMain::Options).StoreName());
+    setText(u"txtPage"_s, translated(u"Page"_s) + u' ' + QString::number(pageNumber()));
+}
+
+void rptRecall::reportFooterFormat() {
+    QStringList lines{recallTotals(m_list.recall)};
+    if (!m_list.absent.empty())
+        lines << translated(u"What is counted here is not final."_s);
+    setText(u"txtEnd"_s, lines.join(u'\n'));
+}
+
+}  // namespace sorvanto
