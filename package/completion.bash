@@ -35,9 +35,9 @@ _sorvanto_report() {
   _sorvanto_words && return
   local word=${COMP_WORDS[COMP_CWORD]} words
   words="--database --pdf --xls --language --options --folder --formula --log --rx --patient --quantity --labels"
-  words+=" --position --from --to --help --version"
+  words+=" --position --from --to --lot --ndc --name --batch --help --version"
   [ "$COMP_CWORD" = 1 ] && words="worksheet formula-log batch-labels log-report jar-usage rx-labels patient
-    chemicals --help --version"
+    chemicals recall --help --version"
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }
 

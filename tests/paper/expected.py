@@ -19,7 +19,7 @@ BEGIN, END = "2026-01-01", "2026-12-31"
 class Field:
     """One text. kind: "value" stands whole, or as #### where its place (in twips) can't hold it at five points;
     "name" may be shortened in front of its strength; "words" may end in an ellipsis; "running" goes on over
-    lines and pages."""
+    lines and pages; "column" takes lines of its own column and is never shortened."""
 
     def __init__(self, texts, kind="value", width=None, number=None):
         self.texts = [texts] if isinstance(texts, str) else texts
@@ -27,6 +27,7 @@ class Field:
         self.width = width
         self.number = number  # what a spreadsheet's cell holds; None: a text
         self.sans = False     # set in the wider of the two kinds of type
+        self.column = None    # left and right edge on the page, in twips
 
     def is_empty(self):
         return not self.texts[0].split()
@@ -201,6 +202,49 @@ def chemicals(data):
                   for row in data.rows("SELECT * FROM Chemical")])
 
 
+def in_column(texts, left, width):
+    field = Field(texts, "column")
+    field.column = (720 + left, 720 + left + width)
+    return field
+
+
+def tainted_batches(data, name):
+    """Batches with an ingredient whose name holds the text, and all that were made with them; and those without lines."""
+    lines = data.rows("SELECT LogID, lch_Name, lch_Lot FROM LogChem")
+    lots = {row["LogID"]: row["log_Lot"] for row in data.rows("SELECT LogID, log_Lot FROM Log")}
+    reached = {line["LogID"] for line in lines if name in line["lch_Name"].lower()}
+    while True:
+        made = {lots[key] for key in reached if lots[key]}
+        more = {line["LogID"] for line in lines if line["lch_Lot"] in made} - reached
+        if not more:
+            return reached, set(lots) - {line["LogID"] for line in lines} - reached
+        reached |= more
+
+
+def recall(data, name):
+    def day(stored):
+        return data.date(stored[:10] + " 00:00:00").texts
+
+    def amount(quantity, units):
+        return [f"{each} {units}" for each in customs.plain(quantity, data.customs)]
+
+    reached, unknown = tainted_batches(data, name)
+    rows, called = [], {}
+    for key in reached | unknown:
+        log = data.rows("SELECT * FROM Log WHERE LogID = ?", key)[0]
+        rows.append([in_column(day(log["log_Date"]), 0, 1080),
+                     in_column(f"{log['log_Name']} {log['log_Strength'] or ''}", 1170, 2700), in_column(log["log_Lot"], 3960, 1440),
+                     in_column(amount(log["log_Quantity"], log["log_Units"]), 7020, 1080),
+                     in_column(log["log_Initials"] or "", 8280, 1215), in_column(log["log_Verified"] or "", 9585, 1215)])
+        for rx in data.rows("SELECT * FROM RXs JOIN Patient USING (PatientID) WHERE LogID = ?", key if key in reached else 0):
+            called.setdefault(rx["PatientID"], rx)
+            rows.append([in_column([f"{date}, {log['log_Name']}, {quantity}, " for date in day(rx["rxs_Date"])
+                                    for quantity in amount(rx["rxs_QTY"], log["log_Units"])], 4590, 3780)])
+    rows += [[in_column(f"{person['pat_LName']}, {person['pat_FName']}", 450, 2340), in_column(person["pat_Phone"], 2880, 1620)]
+             for person in called.values()]
+    return Sheet(rows)
+
+
 RANGE = ["--from", BEGIN, "--to", END]
 # Name, its arguments, and what it shows.
 REPORTS = {
@@ -212,4 +256,5 @@ REPORTS = {
     "rx-labels": (["--rx", "3", "--labels", "4", "--position", "1"], lambda data: rx_labels(data, 3, 4, 1)),
     "patient": (["--patient", "1", *RANGE], lambda data: patient(data, 1)),
     "chemicals": ([], chemicals),
+    "recall": (["--name", "e"], lambda data: recall(data, "e")),
 }

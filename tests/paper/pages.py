@@ -182,6 +182,17 @@ def find_running(pages, field):
     return f"{len(wanted) - done} of {len(wanted)} words are missing from {' '.join(wanted[done:done + 6])!r} on"
 
 
+def find_in_column(pages, field):
+    """A text that takes as many lines as it needs in its column (left and right edge in twips of the page), long words
+    broken where they must."""
+    left, right = (edge / TWIPS_OF_POINT for edge in field.column)
+    for page in pages:
+        told = "".join(word.text for line in page.lines for word in line if left - 0.5 <= word.left and word.right <= right + 0.5)
+        if any(packed(text) in told for text in field.texts):
+            return None
+    return f"{field} is not whole in its column"
+
+
 def overlaps(page):
     """Pairs of words drawn over one another; heights are those of the letters, not of the line."""
     found = []
@@ -221,9 +232,11 @@ def faults(pages, sheet):
     """All that is wrong with a paper that must show the sheet."""
     found = []
     for row in sheet.rows:
-        fault = find_running(pages, row[0]) if row[0].kind == "running" else find_row(pages, row)
-        if fault:
-            found.append(fault)
+        if row[0].kind == "column":
+            told = [find_in_column(pages, field) for field in row]
+        else:
+            told = [find_running(pages, row[0]) if row[0].kind == "running" else find_row(pages, row)]
+        found += [fault for fault in told if fault]
     for page in pages:
         found += overlaps(page) + outside(page)
         if sheet.labels:

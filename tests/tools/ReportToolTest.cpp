@@ -1,6 +1,7 @@
 // sorvanto-report, the executable itself, on the sample pharmacy: what it writes, what it refuses and how it
 // says so.
 #include "TestDatabase.h"
+#include "db/Archive.h"
 #include "db/DatabaseFile.h"
 
 #include <QDir>
@@ -26,7 +27,8 @@ std::vector<QStringList> allReports() {
             QStringList{"jar-usage"} + range,
             {"rx-labels", "--rx", "1", "--labels", "2", "--position", "30"},
             QStringList{"patient", "--patient", "1"} + range,
-            {"chemicals"}};
+            {"chemicals"},
+            {"recall", "--batch", "SV260001"}};
 }
 
 class ReportTool : public ::testing::Test {
@@ -169,6 +171,53 @@ TEST_F(ReportTool, DatesBoundTheRows) {
     EXPECT_FALSE(pdfText().contains("Outside"));
 }
 
+TEST_F(ReportTool, ARecallIsAskedByLotNdcNameBatchOrPatient) {
+    support::runSql(
+        path("s.mdb"),
+        "DELETE FROM LogChem; DELETE FROM RXs; DELETE FROM Log; INSERT INTO Log (LogID, log_Name, log_Lot,"
+        " log_Date) VALUES (1, 'Cooling Gel', 'B1', '2026-01-05 10:00:00'), (2, 'Plain Base', 'B2',"
+        " '2026-02-05 10:00:00'); INSERT INTO LogChem (LogID, lch_Name, lch_Lot, lch_NDC) VALUES (1,"
+        " 'Menthol', 'L-77', 'N-7'), (2, 'Stock', 'B1', 'N-8'); UPDATE Patient SET pat_LName = 'Nobody';"
+        "UPDATE Patient SET pat_LName = 'Abernathy' WHERE PatientID = 1; INSERT INTO RXs (LogID, PatientID,"
+        " rxs_Date, rxs_QTY) VALUES (2, 1, '2026-02-06 00:00:00', 30)");
+    const auto listed = [&](const QStringList& what) {
+        EXPECT_EQ(run(QStringList{"recall"} + what), 0) << qPrintable(err);
+        const QString text = pdfText();
+        return QStringList{text.contains("Cooling Gel  ") ? "first" : "",
+                           text.contains("Plain Base  ") ? "second" : "",
+                           text.contains("Abernathy") ? "patient" : ""}
+            .join(' ');
+    };
+    EXPECT_EQ(listed({"--lot", "l-77"}).toStdString(), "first second patient") << qPrintable(pdfText());
+    EXPECT_EQ(listed({"--ndc", "N-8"}).toStdString(), " second patient");
+    EXPECT_EQ(listed({"--name", "menth"}).toStdString(), "first second patient");
+    EXPECT_EQ(listed({"--batch", "B2"}).toStdString(), " second patient");
+    EXPECT_EQ(listed({"--batch", "L-77"}).toStdString(), "  ") << "a lot that was bought is no batch's";
+    EXPECT_TRUE(pdfText().contains("2 batches were searched")) << qPrintable(pdfText());
+    EXPECT_EQ(listed({"--patient", "1"}).toStdString(), " second patient");
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(listed({"--lot", "L-77", "--to", "2026-01-05"}).toStdString(), "first  ");
+    EXPECT_EQ(err, "sorvanto-report: 1 batch outside these dates is not listed.\n")
+        << "said beside the paper, too";
+    EXPECT_EQ(listed({"--lot", "L-77", "--from", "2026-02-05"}).toStdString(), " second patient");
+}
+
+TEST_F(ReportTool, ARecallGoesThroughTheArchivesBesideTheDatabase) {
+    support::runSql(path("s.mdb"),
+                    "UPDATE Log SET log_Date = '2020-01-05 10:00:00' WHERE log_Lot = 'SV260001'");
+    archiveDatabase(path("s.mdb"), path("old.mdb"), QDate(2020, 2, 1));
+    const QStringList recall{"recall", "--batch", "SV260001"};
+    ASSERT_EQ(run(recall), 0) << qPrintable(err);
+    EXPECT_EQ(err, "");
+    EXPECT_TRUE(pdfText().contains("An archive with")) << qPrintable(pdfText());
+    EXPECT_TRUE(pdfText().contains("1 batch ·"));
+    QFile::remove(path("old.mdb"));
+    ASSERT_EQ(run(recall), 0);
+    EXPECT_TRUE(err.contains("is not at hand and was not searched")) << qPrintable(err);
+    EXPECT_TRUE(pdfText().contains("0 batches ·") && pdfText().contains("What is counted here is not final."))
+        << qPrintable(pdfText());
+}
+
 TEST_F(ReportTool, AWrongCommandLineIsToldAndWritesNothing) {
     const QStringList rest{"--database", "s.mdb", "--options", "options.xml"};
     const QStringList pdf = rest + QStringList{"--pdf", "out.pdf"};
@@ -182,6 +231,11 @@ TEST_F(ReportTool, AWrongCommandLineIsToldAndWritesNothing) {
         {QStringList{"chemicals", "--xls", "./out.pdf"} + pdf, "must be different files"},
         {{"chemicals", "--database", "s.mdb", "--pdf", "s.mdb"}, "must be different files"},
         {QStringList{"chemicals", "--rx", "1"} + pdf, "chemicals doesn't take --rx"},
+        {QStringList{"chemicals", "--lot", "1"} + pdf, "chemicals doesn't take --lot"},
+        {QStringList{"recall"} + pdf, "recall takes exactly one of --patient, --lot, --ndc, --name, --batch"},
+        {QStringList{"recall", "--lot", "A", "--batch", "B"} + pdf, "recall takes exactly one of"},
+        {QStringList{"recall", "--lot", "A", "--to", "tomorrow"} + pdf, "not \"tomorrow\""},
+        {QStringList{"recall", "--lot", "A", "--formula", "1"} + pdf, "recall doesn't take --formula"},
         {QStringList{"worksheet", "--formula", "1"} + pdf, "worksheet needs --quantity"},
         {QStringList{"worksheet", "--formula", "1", "--quantity", "0"} + pdf, "from 1 to 32767, not \"0\""},
         {QStringList{"worksheet", "--formula", "1", "--quantity", "32768"} + pdf, "not \"32768\""},
@@ -235,6 +289,7 @@ TEST_F(ReportTool, WhatCantBeDoneIsToldAndLeavesTheOldFile) {
          "There is no prescription 999"},
         {QStringList{"patient", "--patient", "999"} + range + on("s.mdb"), "There is no patient 999"},
         {QStringList{"jar-usage", "--from", "2000-01-01", "--to", "2000-02-01"} + on("s.mdb"), "No records"},
+        {QStringList{"recall", "--patient", "999"} + on("s.mdb"), "There is no patient 999"},
         {QStringList{"chemicals"} + on("missing.mdb"), "There is no database missing.mdb"},
         {QStringList{"chemicals"} + on("garbage.mdb"), "garbage.mdb"},
         {{"chemicals", "--database", "s.mdb", "--options", "no.xml", "--pdf", "out.pdf"}, "no.xml"},

@@ -13,14 +13,19 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-/// A report's name and the options that it needs, all of them.
+using Names = std::initializer_list<const char*>;
+
+/// A report's name, the options that it needs, all of them, those of which it takes exactly one, and those that may
+/// be there.
 struct Entry {
     const char* name;
     Paper paper;
-    std::initializer_list<const char*> needs;
+    Names needs;
+    Names oneOf = {};
+    Names may = {};
 };
 
-constexpr int papers = 8;
+constexpr int papers = 9;
 
 const std::array<Entry, papers>& entries() {
     static const std::array<Entry, papers> all{{
@@ -32,14 +37,14 @@ const std::array<Entry, papers>& entries() {
         {"rx-labels", Paper::RxLabels, {"rx", "labels", "position"}},
         {"patient", Paper::Patient, {"patient", "from", "to"}},
         {"chemicals", Paper::Chemicals, {}},
+        {"recall", Paper::Recall, {}, {"lot", "ndc", "name", "batch", "patient"}, {"from", "to"}},
     }};
     return all;
 }
 
-constexpr std::initializer_list<const char*> common{"database", "pdf",     "xls",
-                                                    "language", "options", "folder"};
-constexpr std::initializer_list<const char*> particular{"formula", "log",      "rx",   "patient", "quantity",
-                                                        "labels",  "position", "from", "to"};
+constexpr Names common{"database", "pdf", "xls", "language", "options", "folder"};
+constexpr Names particular{"formula", "log", "rx",  "patient", "quantity", "labels", "position",
+                           "from",    "to",  "lot", "ndc",     "name",     "batch"};
 constexpr int positions = 30;
 
 void parse(QCommandLineParser& parser, const QStringList& arguments) {
@@ -76,15 +81,25 @@ QString valueOf(const QCommandLineParser& parser, const char* name) {
 }
 
 void checkOptions(const QCommandLineParser& parser, const Entry& entry) {
+    const auto isIn = [](const Names& names, const char* name) {
+        return std::any_of(names.begin(), names.end(),
+                           [&](const char* other) { return qstrcmp(other, name) == 0; });
+    };
+    QStringList chosen, choice;
     for (const char* name : particular) {
-        const bool needed = std::any_of(entry.needs.begin(), entry.needs.end(),
-                                        [&](const char* need) { return qstrcmp(need, name) == 0; });
+        const bool needed = isIn(entry.needs, name), one = isIn(entry.oneOf, name);
         const bool given = !valueOf(parser, name).isEmpty();
         if (needed && !given)
             throw WrongUse(u"%1 needs --%2."_s.arg(QLatin1String(entry.name), QLatin1String(name)));
-        if (given && !needed)
+        if (given && !needed && !one && !isIn(entry.may, name))
             throw WrongUse(u"%1 doesn't take --%2."_s.arg(QLatin1String(entry.name), QLatin1String(name)));
+        if (one)
+            choice << u"--"_s + QLatin1String(name);
+        if (one && given)
+            chosen << choice.back();
     }
+    if (!choice.isEmpty() && chosen.size() != 1)
+        throw WrongUse(u"%1 takes exactly one of %2."_s.arg(QLatin1String(entry.name), choice.join(u", "_s)));
 }
 
 /// A whole number of plain digits from 1 to most; 0 when the option isn't there.
@@ -174,7 +189,11 @@ Order readOrder(const QStringList& arguments) {
     order.position = numberOf(parser, "position", positions);
     order.begin = dateOf(parser, "from");
     order.end = dateOf(parser, "to");
-    if (order.begin.isValid() && order.end < order.begin)
+    order.lot = valueOf(parser, "lot");
+    order.ndc = valueOf(parser, "ndc");
+    order.name = valueOf(parser, "name");
+    order.batch = valueOf(parser, "batch");
+    if (order.begin.isValid() && order.end.isValid() && order.end < order.begin)
         throw WrongUse(u"--to lies before --from."_s);
     checkOutputs(order);
     return order;
@@ -194,6 +213,8 @@ QString usage() {
            "  rx-labels     --rx KEY --labels N --position P\n"
            "  patient       --patient KEY --from DATE --to DATE\n"
            "  chemicals\n"
+           "  recall        one of --lot LOT, --ndc NDC, --name TEXT (chemicals), --batch LOT and --patient KEY;\n"
+           "                --from DATE and --to DATE bound the batches, both days included\n"
            "\n"
            "KEY is the number of the record; quantity and labels go from 1 to 32767. Positions go from 1 to 30,\n"
            "row by row. A DATE is 2026-03-07, or 2026-03-07T14:05; a range ends at 0:00 of its last date.\n"

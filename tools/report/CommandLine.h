@@ -10,7 +10,17 @@
 
 namespace sorvanto {
 
-enum class Paper { Worksheet, FormulaLog, BatchLabels, LogReport, JarUsage, RxLabels, Patient, Chemicals };
+enum class Paper {
+    Worksheet,
+    FormulaLog,
+    BatchLabels,
+    LogReport,
+    JarUsage,
+    RxLabels,
+    Patient,
+    Chemicals,
+    Recall
+};
 
 /// One report to make. A field that the report doesn't take keeps its default.
 struct Order {
@@ -25,6 +35,7 @@ struct Order {
     std::int16_t labels = 0;
     int position = 0;  ///< 1 to 30, row by row
     QDateTime begin, end;
+    QString lot, ndc, name, batch;  ///< what is recalled; without one of them the patient of the key
 };
 
 /// A command line that can't be followed; what() says why, in UTF-8.

@@ -2,8 +2,11 @@
 #include "report/Papers.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/report/SpreadsheetExport.h"
 #include "records/clsFormula.h"
 #include "records/clsLog.h"
+#include "reports/RecallTexts.h"
+#include "reports/RecallWorkbook.h"
 #include "reports/ReportRows.h"
 #include "reports/rptChemicals.h"
 #include "reports/rptFormula.h"
@@ -13,7 +16,11 @@
 #include "reports/rptLogReport.h"
 #include "reports/rptPatient.h"
 #include "reports/rptRX8160.h"
+#include "reports/rptRecall.h"
 #include "shared/basMain.h"
+
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -108,9 +115,37 @@ std::unique_ptr<Report> chemicals() {
     return report;
 }
 
+RecallList recallOf(const Order& order, const QStringList& folders) {
+    const Tracer tracer(openDB(), folders);
+    const TraceDays days{order.begin.date(), order.end.date()};
+    if (order.key > 0) {
+        const std::optional<TracedPatient> who = tracer.patientOf(order.key);
+        if (!who)
+            failUnknown("patient", order.key);
+        return recallList(tracer, *who, days);
+    }
+    using By = TraceHits::By;
+    for (const auto& [text, by] : {std::pair(order.lot, By::Lot), std::pair(order.ndc, By::Ndc),
+                                   std::pair(order.name, By::Name), std::pair(order.batch, By::Batch)}) {
+        if (!text.isEmpty())
+            return recallList(tracer, text, tracer.find(text, by), days);
+    }
+    return {};
+}
+
 }  // namespace
 
-std::unique_ptr<Report> makeReport(const Order& order) {
+QByteArray sheetOf(const platform::ReportRun& run) {
+    const auto* recall = dynamic_cast<const rptRecall*>(&run.report());
+    return recall ? recallWorkbook(recall->list()) : platform::spreadsheet(run.document());
+}
+
+QStringList remarksOn(const Report& report) {
+    const auto* recall = dynamic_cast<const rptRecall*>(&report);
+    return recall ? recallGaps(recall->list()) : QStringList();
+}
+
+std::unique_ptr<Report> makeReport(const Order& order, const QStringList& folders) {
     switch (order.paper) {
     case Paper::Worksheet:
         return worksheet(order);
@@ -128,6 +163,8 @@ std::unique_ptr<Report> makeReport(const Order& order) {
         return patient(order);
     case Paper::Chemicals:
         return chemicals();
+    case Paper::Recall:
+        return std::make_unique<rptRecall>(recallOf(order, folders));
     }
     return nullptr;
 }

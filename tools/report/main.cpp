@@ -6,13 +6,13 @@
 #include "platform/report/PreviewNotices.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
-#include "platform/report/SpreadsheetExport.h"
 #include "report/Answers.h"
 #include "report/Papers.h"
 #include "report/Pharmacy.h"
 #include "setup/ProgramFolder.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QTextStream>
 
@@ -26,11 +26,11 @@ enum ExitCode { done, failed, wrongUse };
 
 void tell(QTextStream& err, const QString& text) { err << "sorvanto-report: " << text << '\n'; }
 
-void write(const Order& order, const platform::PageDocument& document) {
+void write(const Order& order, const platform::ReportRun& run) {
     if (!order.xls.isEmpty())
-        platform::writeFile(order.xls, platform::spreadsheet(document));
+        platform::writeFile(order.xls, sheetOf(run));
     if (!order.pdf.isEmpty())
-        platform::savePdf(document, order.pdf);
+        platform::savePdf(run.document(), order.pdf);
 }
 
 /// What a reader of the paper must know: values that have no room. Shortened words show for themselves.
@@ -45,20 +45,22 @@ QStringList warnings(const platform::PageDocument& document) {
 
 /// Makes the report and writes its files; gives what is to be told instead when there is nothing to write.
 QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
-    Pharmacy pharmacy(chooseProgramFolder(Surroundings::ofProcess(order.folder)).path);
+    const QString folder = chooseProgramFolder(Surroundings::ofProcess(order.folder)).path;
+    Pharmacy pharmacy(folder);
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
-    std::unique_ptr<platform::Report> report = makeReport(order);
+    std::unique_ptr<platform::Report> report =
+        makeReport(order, {QFileInfo(order.database).absolutePath(), folder});
     if (!problems().isEmpty() || !report || report->isUnloaded())
         return problems();
     platform::ReportRun run(std::move(report));
     run.makeAll();
     if (!problems().isEmpty())
         return problems();
-    const QStringList remarks = warnings(run.document());
+    const QStringList remarks = warnings(run.document()) + remarksOn(run.report());
     if (run.document().leftOutLabels > 0)
         return remarks;
-    write(order, run.document());
+    write(order, run);
     for (const QString& remark : remarks)
         tell(err, remark);
     return {};
