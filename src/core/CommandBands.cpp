@@ -50,6 +50,8 @@ constexpr ToolRow mainBar[] = {
     {"cmdOptions", "Menus", "Options", "options"},
     separator,
     {"cmdExport", "Export", "Export", "export", "mnuExport"},
+    separator,
+    {"cmdTrace", "Menus", "Where Used", "trace"},
 };
 
 constexpr ToolRow menuBar[] = {
@@ -133,6 +135,7 @@ constexpr Twins twins[] = {
     {"FormBar", "cmdChemicals", "mnuForms", "mnuChemicals"},
     {"FormBar", "cmdLogs", "mnuForms", "mnuLogs"},
     {"FormBar", "cmdPatients", "mnuForms", "mnuPatients"},
+    {"MainBar", "cmdTrace", "mnuForms", "mnuTrace"},
 };
 
 ToolKind kindOf(const ToolRow& row, BandKind band) {

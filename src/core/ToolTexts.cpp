@@ -79,6 +79,7 @@ constexpr TextRow texts[] = {
     {"mnuHelp", Field::Caption, "mnuHealth", "&Health"},
     {"MainBar", Field::ToolTip, "txtSearch", "Find by name"},
     {"mnuForms", Field::Caption, "mnuTrace", "&Where Did It Go"},
+    {"MainBar", Field::ToolTip, "cmdTrace", "Where Used"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

@@ -160,6 +160,8 @@ void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
     emit choiceChanged();
 }
 
+void TraceList::choose(int row) { m_view->selectRow(row); }
+
 int TraceList::rowCount() const { return m_model->rowCount(); }
 
 std::vector<int> TraceList::chosen() const {

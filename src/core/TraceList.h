@@ -32,6 +32,7 @@ public:
     void setRows(std::vector<QStringList> rows, int quiet = 0);
 
     int rowCount() const;
+    void choose(int row);
     /// Places of the chosen rows, from the top.
     std::vector<int> chosen() const;
 

@@ -8,6 +8,7 @@
 
 #include "core/ListenerList.h"
 #include "core/Parts.h"
+#include "core/TraceWindow.h"
 #include "platform/widgets/CommandBar.h"
 #include "shared/MainWindow.h"
 
@@ -103,7 +104,7 @@ private:
     void showHealth();
     HealthContext healthContext() const;
     void showTrace();
-    QString tracedText() const;
+    TraceWindow::Start traceStart() const;
     void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();
     void editOptions();

@@ -63,7 +63,7 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
             showAbout();
         if (name == "mnuHealth"_L1)
             showHealth();
-        if (name == "mnuTrace"_L1)
+        if (name == "mnuTrace"_L1 || name == "cmdTrace"_L1)
             showTrace();
         act(name, searchText);
         if (!refusesTool(name))

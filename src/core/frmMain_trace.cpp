@@ -24,18 +24,28 @@ QString shownText(const RecordScreen& screen, QLatin1String control) {
 
 }  // namespace
 
-/// Lot or name of the record on show, where the screen has one that leads somewhere.
-QString frmMain::tracedText() const {
+/// The record on show by its lot or name, where the screen has one that leads somewhere.
+TraceWindow::Start frmMain::traceStart() const {
+    if (m_current != chemicals && m_current != logs && m_current != patients)
+        return {};
+    const RecordScreen& screen = hosted(static_cast<ScreenNumber>(m_current));
+    const auto* listed = dynamic_cast<const ListedScreen*>(&screen);
+    TraceWindow::Start start{{}, listed ? listed->shownKey() : 0};
     switch (m_current) {
     case chemicals:
-        return shownText(hosted(chemicals), "txtchm_Lot"_L1);
+        for (const QLatin1String control : {"txtchm_Lot"_L1, "txtchm_NDC"_L1, "txtchm_Name"_L1}) {
+            if (start.text.isEmpty())
+                start.text = shownText(screen, control).trimmed();
+        }
+        break;
     case logs:
-        return shownText(hosted(logs), "txtlog_Lot"_L1);
-    case patients:
-        return shownText(hosted(patients), "txtpat_LName"_L1);
+        return {shownText(screen, "txtlog_Lot"_L1)};
     default:
-        return {};
+        QStringList names{shownText(screen, "txtpat_LName"_L1), shownText(screen, "txtpat_FName"_L1)};
+        names.removeAll(QString());
+        start.text = names.join(u", "_s);
     }
+    return start;
 }
 
 void frmMain::showTrace() {
@@ -43,7 +53,7 @@ void frmMain::showTrace() {
         const QString folder = QFileInfo(basMain::databaseLocation()).absolutePath();
         QStringList folders{folder, platform::programFolder()};
         folders.removeDuplicates();
-        TraceWindow window(Tracer(openDB(), folders), tracedText(), this);
+        TraceWindow window(Tracer(openDB(), folders), traceStart(), this);
         platform::asker().showModal(window, [&] { window.exec(); });
         const TraceWindow::Wanted wanted = window.wanted();
         if (wanted.key != 0)  // once this click has been delivered

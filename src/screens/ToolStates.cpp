@@ -51,6 +51,7 @@ void setToolStates(const ScreenTools& tools, bool locked) {
     enable(main, {"cmdSearch", "txtSearch"}, isOn(tools.search, locked));
     enable(main, {"cmdMake"}, isOn(tools.make, locked));
     enable(main, {"cmdPrint", "cmdExport"}, isOn(tools.printAndExport, locked));
+    enable(main, {"cmdTrace"}, isOn(tools.trace, locked));
     enableEntry(bar, u"mnuWorksheet"_s, tools.worksheet);
     enableEntry(bar, u"mnuFormulaLog"_s, tools.formulaLog);
     enableEntry(bar, u"mnuLabel"_s, tools.label);

@@ -17,6 +17,7 @@ struct ScreenTools {
     ToolRule search = ToolRule::Off;
     ToolRule make = ToolRule::Off;
     ToolRule printAndExport = ToolRule::Off;
+    ToolRule trace = ToolRule::Off;
     // Entries of the print and export menus; not tied to the lock.
     bool worksheet = false;
     bool formulaLog = false;

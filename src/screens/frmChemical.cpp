@@ -27,6 +27,7 @@ const BrowsedRecords chemicalRecords{
               .moves = ToolRule::Locked,
               .search = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
+              .trace = ToolRule::Locked,
               .report = true},
     .emptyWhileLocked = true,
 };

@@ -32,6 +32,7 @@ const BrowsedRecords patientRecords{
               .search = ToolRule::Locked,
               .make = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
+              .trace = ToolRule::Locked,
               .label = true,
               .report = true},
     .emptyWhileLocked = true,

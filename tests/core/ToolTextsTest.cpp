@@ -69,7 +69,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Activities",
                                                                        "&Health",
                                                                        "Find by name",
-                                                                       "&Where Did It Go"}));
+                                                                       "&Where Did It Go",
+                                                                       "Where Used"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {

@@ -1,10 +1,17 @@
 // Where did it go, as its user sees it: what is typed, what the lists show, what a row opens.
 #include "core/TraceWindow.h"
+#include "config/clsOptions.h"
 #include "core/TraceList.h"
 #include "db/Archive.h"
+#include "platform/report/PreviewWindow.h"
+#include "platform/widgets/Boxes.h"
+#include "shared/basMain.h"
 #include "trace/TracePharmacy.h"
 
 #include <QAbstractItemModel>
+#include <QAccessible>
+#include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -27,7 +34,17 @@ protected:
         prescription(2, 2, u"02-06"_s);
         sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'Base', 'L1', 'N-Base')"_s);
     }
-    void open(const QString& text) { window = std::make_unique<TraceWindow>(tracer(), text); }
+    void open(const QString& text, std::int64_t key = 0) {
+        window = std::make_unique<TraceWindow>(tracer(), TraceWindow::Start{text, key});
+    }
+    void setDay(const QString& name, const QString& text) {
+        auto& box = *window->findChild<platform::DateBox*>(name)->findChild<QLineEdit*>();
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+        if (text.isEmpty())
+            QTest::keyClick(&box, Qt::Key_Delete);
+    }
+    QPushButton& button(const QString& name) { return *window->findChild<QPushButton*>(name); }
     void type(const QString& text) {
         auto& box = *window->findChild<QLineEdit*>(u"txtTrace"_s);
         box.selectAll();
@@ -97,6 +114,103 @@ TEST_F(TraceWindowTest, APatientIsFoundByName) {
     EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
 }
 
+TEST_F(TraceWindowTest, DatesBoundTheBatchesAndSayWhatTheyHide) {
+    open(u"L1"_s);
+    setDay(u"txtFrom"_s, u"2026-02-01"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900"_s);
+    EXPECT_EQ(column(u"grdPrescriptions"_s, 0), u"Xu, Jin"_s);
+    EXPECT_EQ(label(u"lblTotals"_s), u"2 batches · 1 prescription · 1 patient"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"1 batch outside these dates is not listed."_s);
+    setDay(u"txtTo"_s, u"2026-02-05"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s) << "the last day belongs to them";
+    EXPECT_EQ(label(u"lblNothing"_s), u"2 batches outside these dates are not listed."_s);
+    setDay(u"txtFrom"_s, {});
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900 B0001"_s);
+    type(u"aber"_s);
+    setDay(u"txtTo"_s, u"2026-01-05"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), QString());
+    EXPECT_EQ(label(u"lblNothing"_s), u"1 prescription outside these dates is not listed."_s);
+    setDay(u"txtTo"_s, {});
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0001"_s);
+    EXPECT_TRUE(label(u"lblNothing"_s).isEmpty());
+}
+
+TEST_F(TraceWindowTest, ItOpensAtTheRecordThatItWasAskedFrom) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot) VALUES (8, 'Other', 'L1')"_s);
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Jin', 'Xu')"_s);
+    open(u"L1"_s, 8);
+    EXPECT_EQ(list(u"grdFound"_s).selectionModel()->selectedRows().value(0).data().toString(), u"Other"_s);
+    EXPECT_EQ(list(u"grdBatches"_s).model()->rowCount(), 0) << "it went nowhere, unlike its namesake";
+    open(u"Xu, Jin"_s, 2);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
+    open(u"Xu, Jin"_s, 3);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), QString());
+}
+
+/// With the program's options, which the papers bear.
+class TraceOutputTest : public TraceWindowTest {
+protected:
+    void SetUp() override {
+        TraceWindowTest::SetUp();
+        basMain::Options = std::make_shared<clsOptions>();
+    }
+    void TearDown() override { basMain::reset(); }
+};
+
+TEST_F(TraceOutputTest, TheListOnShowIsPrinted) {
+    open(u"L1"_s);
+    setDay(u"txtFrom"_s, u"2026-02-01"_s);
+    window->setModal(true);
+    window->show();
+    button(u"cmdPrint"_s).click();
+    const QWidgetList all = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(all.begin(), all.end(), [](const QWidget* widget) {
+        return qobject_cast<const platform::PreviewWindow*>(widget) && widget->isVisible();
+    });
+    ASSERT_NE(shown, all.end());
+    auto* preview = static_cast<platform::PreviewWindow*>(*shown);
+    EXPECT_TRUE(preview->isModal()) << "else this window would keep every click from it";
+    QString texts;
+    for (const platform::Page& page : preview->document().pages) {
+        for (const platform::PageItem& item : page.items)
+            texts += item.text + u'\n';
+    }
+    EXPECT_TRUE(texts.contains("B0900") && !texts.contains("B0001\n")) << texts.toStdString();
+    EXPECT_TRUE(texts.contains("1 batch outside these dates is not listed."));
+    preview->close();
+}
+
+TEST_F(TraceOutputTest, TheListOnShowIsExported) {
+    open(u"L1"_s);
+    button(u"cmdExport"_s).click();
+    EXPECT_EQ(label(u"lblNothing"_s), u"Exported Recall.xls"_s);
+    QFile file(path(u"Recall.xls"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().startsWith("\xD0\xCF\x11\xE0"));
+}
+
+TEST_F(TraceWindowTest, WithoutAQuestionThereIsNothingToPrint) {
+    open({});
+    EXPECT_FALSE(button(u"cmdPrint"_s).isEnabled());
+    EXPECT_FALSE(button(u"cmdExport"_s).isEnabled());
+    type(u"nowhere"_s);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled()) << "that it is nowhere may be wanted on paper";
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Jin', 'Xu-Kent')"_s);
+    type(u"xu"_s);
+    EXPECT_FALSE(button(u"cmdPrint"_s).isEnabled()) << "which patient is not chosen";
+    list(u"grdFound"_s).selectRow(0);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled());
+}
+
+TEST_F(TraceWindowTest, EveryFieldHasAName) {
+    open(u"L1"_s);
+    for (QWidget* widget : window->findChildren<QWidget*>()) {
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(window.get()))
+            EXPECT_FALSE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty())
+                << widget->objectName().toStdString() << ' ' << widget->metaObject()->className();
+    }
+}
+
 TEST_F(TraceWindowTest, NothingFoundSaysWhatWasSearched) {
     open(u"nowhere"_s);
     EXPECT_EQ(label(u"lblNothing"_s), u"Nothing has this lot, NDC or name: 3 batches were searched."_s);
@@ -148,6 +262,16 @@ TEST_F(TraceWindowTest, EnterOnARowOpensItsRecord) {
     EXPECT_EQ(window->wanted().key, 1);
     EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, chemicals);
     EXPECT_EQ(window->wanted().key, 7);
+    open(u"C3"_s);
+    const auto enterOnContents = [&](int row) {
+        list(u"grdFound"_s).setCurrentIndex(list(u"grdFound"_s).model()->index(row, 0));
+        QTest::keyClick(&list(u"grdFound"_s), Qt::Key_Return);
+        return window->wanted();
+    };
+    EXPECT_EQ(enterOnContents(1).screen, chemicals);
+    EXPECT_EQ(window->wanted().key, 7);
+    EXPECT_EQ(enterOnContents(0).screen, logs) << "a stock base was made here";
+    EXPECT_EQ(window->wanted().key, 1);
     sql(u"DELETE FROM Chemical"_s);
     EXPECT_EQ(enterOn(u"grdFound"_s, 0).key, 0);
     EXPECT_EQ(label(u"lblNothing"_s), u"This chemical is not among the chemicals any more."_s);
@@ -166,7 +290,7 @@ TEST_F(TraceWindowTest, WhatLiesInAnArchiveIsListedAndSaysSo) {
     EXPECT_EQ(
         label(u"lblNothing"_s),
         u"Nothing has this lot, NDC or name: 2 batches were searched.\nAn archive with 1 batch from 1/5/2026 to "
-        "1/5/2026 is not at hand and was not searched."_s);
+        "1/5/2026 is not at hand and was not searched.\nWhat is counted here is not final."_s);
 }
 
 }  // namespace

@@ -26,6 +26,7 @@ txtSearch      on       L         L          L     L
 cmdMake        -        L         -          -     L
 cmdPrint       on       L         L          L     L
 cmdExport      on       L         L          L     L
+cmdTrace       -        -         L          L     L
 mnuWorksheet   on       on        -          -     -
 mnuFormulaLog  -        -         -          on    -
 mnuLabel       -        -         -          on    on

@@ -127,6 +127,9 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"Where did it go",
          {u"core/frmMain_trace showModal"_s, u"class TraceWindow"_s},
          asked(u"cmdFormulas"_s, u"mnuTrace"_s, u"TraceWindow"_s)},
+        {"Where used",
+         {u"core/frmMain_trace showModal"_s, u"class TraceWindow"_s},
+         asked(u"cmdLogs"_s, u"cmdTrace"_s, u"TraceWindow"_s)},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

@@ -13,6 +13,7 @@
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -39,6 +40,8 @@ PreviewWindow* PreviewWindow::open(std::unique_ptr<Report> report) {
         window->m_run.makePage();
         window->build();
         window->takePlace();
+        if (QApplication::activeModalWidget())  // which would keep keys and clicks from it
+            window->setWindowModality(Qt::ApplicationModal);
         window->show();
         window->m_nextSlice.start(0);
         return window.release();
