@@ -80,7 +80,8 @@ void run(const Job& job, const platform::Cancelled& cancelled) {
 
 }  // namespace
 
-DailyBackup::DailyBackup(int startDelay, int interval) : m_startDelay(startDelay), m_interval(interval) {
+DailyBackup::DailyBackup(int startDelay, int interval, int patience)
+    : m_startDelay(startDelay), m_interval(interval), m_patience(patience) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
         int pause = m_interval;
@@ -108,9 +109,9 @@ void DailyBackup::stop() {
     m_timer.stop();
     m_looked = true;
     m_cancelled = true;
-    if (m_job.valid())
-        m_job.wait();
-    m_job = {};
+    const std::chrono::milliseconds patience(m_patience);
+    if (m_job.valid() && m_job.wait_for(patience) == std::future_status::ready)
+        m_job = {};
 }
 
 void DailyBackup::look() {

@@ -16,15 +16,18 @@ namespace sorvanto {
 
 class DailyBackup {
 public:
-    /// startDelay: milliseconds between startSoon and the first look; interval: between two looks.
-    explicit DailyBackup(int startDelay = 2000, int interval = 60'000);
-    /// Ends a copy that is being made; nothing of it is left.
+    /// In milliseconds; startDelay: between startSoon and the first look; interval: between two looks; patience: how
+    /// long stop() waits for a copy that is being made.
+    explicit DailyBackup(int startDelay = 2000, int interval = 60'000, int patience = 2000);
+    /// Waits for a copy that stop() has left.
     ~DailyBackup();
     DailyBackup(const DailyBackup&) = delete;
     DailyBackup& operator=(const DailyBackup&) = delete;
 
     /// From now on a copy is made whenever one is due. Failures are reported ("DailyBackup:copy").
     void startSoon();
+    /// Gives a copy that is being made up; nothing of it is left. Where the disk or a share holds it longer than the
+    /// patience, it is left to itself: the end of the program must not wait for it.
     void stop();
     /// Called after each copy that was made and checked.
     void whenCopied(std::function<void()> copied) { m_copied = std::move(copied); }
@@ -41,7 +44,7 @@ private:
     std::future<void> m_job;
     std::atomic<bool> m_cancelled = false;
     std::function<void()> m_copied;
-    int m_startDelay, m_interval;
+    int m_startDelay, m_interval, m_patience;
     bool m_started = false, m_looked = false;
     std::optional<std::int64_t> m_batchesAtCopy;  ///< unknown until the first look
     QString m_rehearsal;  ///< the month, as "2026-03", when the copy under way is tried out as well

@@ -164,8 +164,8 @@ HealthLine errorLine() {
         return {title, translated(u"Can not be written"_s), reporter->logFailure(), false};
     const auto& reports = reporter->reports();
     if (reports.empty())
-        return {title, translated(u"No reports in this run"_s), {}};
-    return {title, with(translated(u"Reports in this run: %1"_s), QString::number(reports.size())),
+        return {title, translated(u"No problems in this run"_s), {}};
+    return {title, with(translated(u"Problems in this run: %1"_s), QString::number(reports.size())),
             with(translated(u"Newest %1"_s), momentText(reports.back().time)), false};
 }
 

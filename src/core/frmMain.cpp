@@ -93,7 +93,10 @@ void frmMain::buildWindow() {
     m_status = new StatusLine(*statusBar(), *m_news);
     connect(m_status, &StatusLine::keysLeftClicked, this, &frmMain::showHealth);
     connect(m_list, &RecordListPlace::followed, m_status, &StatusLine::follow);
-    m_backup->whenCopied([this] { m_status->showCopy(); });
+    m_backup->whenCopied([this] {
+        m_status->showCopy();
+        showKeysLeft();
+    });
     restoreWindowPlace(*this);
     setFocus();  // nothing in the window has the keys before somebody gives them to it
 }

@@ -3,6 +3,7 @@
 #include "Hindrances.h"
 #include "TestProgram.h"
 #include "core/CopySettings.h"
+#include "core/CopyShelf.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
@@ -12,13 +13,35 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
+#include <atomic>
+#include <chrono>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+std::atomic<bool> diskHangs = false;
+std::atomic<bool> somebodyWaits = false;
+
+}  // namespace
+
+/// In the place of the system's own: a share that has gone away.
+extern "C" int fsync(int file) {
+    while (diskHangs) {
+        somebodyWaits = true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
+
+namespace {
+
 using namespace sorvanto;
+constexpr int patience = 20'000;  // milliseconds
 
 class DailyBackupTest : public support::TestProgram {
 protected:
@@ -30,7 +53,7 @@ protected:
     void run() {
         DailyBackup backup(0);
         backup.startSoon();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, patience));
     }
     QStringList copies() { return QDir(folder.path("backups")).entryList(QDir::Files, QDir::Name); }
 };
@@ -44,7 +67,7 @@ TEST_F(DailyBackupTest, SaysWhenACopyWasMadeAndOnlyThen) {
             EXPECT_EQ(copies().size(), 1) << "it is there by then";
         });
         backup.startSoon();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, patience));
         EXPECT_EQ(said, expected) << "none is due the second time";
     }
 }
@@ -78,15 +101,32 @@ TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
     backup.startSoon();
     for (int day = 7; day <= 13; ++day) {
         clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0)));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, 20000))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, patience))
             << day << ": " << copies().join(' ').toStdString();
+    }
+}
+
+TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeStaysTheFirst) {
+    const QDate days[]{{2026, 3, 7},  {2026, 3, 8}, {2031, 1, 1},  {2031, 1, 2},
+                       {2026, 3, 11}, {2001, 1, 1}, {2026, 3, 13}, {2026, 3, 14}};
+    DailyBackup backup(0, 1);
+    backup.startSoon();
+    int made = 0;
+    for (const QDate day : days) {
+        clock.set(QDateTime(day, QTime(8, 0), Qt::UTC));
+        ++made;
+        const QString name = u"sorvanto-%1-%2-080000.mdb"_s.arg(made, 4, 10, '0'_L1)
+                                 .arg(day.toString(u"yyyy-MM-dd"_s));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == made && !backup.running(); }, patience));
+        EXPECT_TRUE(copies().contains(name)) << copies().join(' ').toStdString();
+        EXPECT_EQ(QFileInfo(CopyShelf(folder.path("backups"), {}).copies().front().path).fileName(), name);
     }
 }
 
 TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
     DailyBackup backup(0, 1);
     backup.startSoon();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, 20000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, patience));
     const auto logBatches = [](int count) {
         for (int i = 0; i < count; ++i)
             openDB()->execute("INSERT INTO Log (log_Name) VALUES ('Gel')");
@@ -99,7 +139,7 @@ TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
     EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
     logBatches(1);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return copies() == QStringList{"sorvanto-0002-2026-03-07-140509.mdb"}; }, 20000))
+        [&] { return copies() == QStringList{"sorvanto-0002-2026-03-07-140509.mdb"}; }, patience))
         << "it stands for the day from now on";
 }
 
@@ -207,9 +247,9 @@ TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {
 
 TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
     sql("INSERT INTO Chemical (chm_Notes) VALUES (hex(zeroblob(4000000)))");
-    DailyBackup backup(0);
+    DailyBackup backup(0, 60'000, patience);
     backup.startSoon();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
     // The engine's own journal may lie beside it.
     EXPECT_EQ(copies().first(), "sorvanto-0001-2026-03-07-140509.mdb.part");
     EXPECT_TRUE(copies().filter(QRegularExpression(u"mdb$"_s)).isEmpty()) << "no name before it is whole";
@@ -230,10 +270,20 @@ TEST_F(DailyBackupTest, EndingInTheMidstLeavesNothingHalfMade) {
     {
         DailyBackup backup(0, 1);
         backup.startSoon();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, 20000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
         EXPECT_TRUE(backup.running());
     }
     EXPECT_TRUE(copies().isEmpty()) << copies().join(' ').toStdString();
+}
+
+TEST_F(DailyBackupTest, TheEndOfTheProgramNeverWaitsForACopyThatTheDiskHoldsUp) {
+    DailyBackup backup(0, 1, 0);
+    diskHangs = true;
+    backup.startSoon();
+    EXPECT_TRUE(QTest::qWaitFor([] { return somebodyWaits.load(); }, patience));
+    backup.stop();
+    EXPECT_TRUE(backup.running()) << "it is left to itself";
+    diskHangs = false;
 }
 
 }  // namespace

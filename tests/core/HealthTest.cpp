@@ -124,7 +124,7 @@ TEST_F(HealthTest, ReportsAndALogThatCannotBeWritten) {
     EXPECT_TRUE(line("Error log").good);
     reporter->ReportError("Overflow", "6", "test", 0, "x:y", {}, true, false, true, true);
     dropReports();
-    EXPECT_EQ(line("Error log").state, "Reports in this run: 1");
+    EXPECT_EQ(line("Error log").state, "Problems in this run: 1");
     reporter->ReportPath(folder.path("missing"));
     reporter->ReportError("Another", "6", "test", 0, "x:y", {}, true, false, true, true);
     dropReports();

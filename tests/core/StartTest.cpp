@@ -3,12 +3,14 @@
 
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
+#include "core/DailyBackup.h"
 #include "platform/widgets/CommandBar.h"
 #include "support/Child.h"
 
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 #include <sys/stat.h>
 
 namespace {
@@ -186,6 +188,32 @@ TEST_F(StartTest, WhatCantBeLockedIsOpenForReadingOnly) {
     }
     window->ActiveBar_ToolClick(window->bar().band("MainBar").tool("cmdNext"));
     EXPECT_TRUE(taken().join('\n').contains("btnClick")) << "browsing works";
+}
+
+TEST_F(StartTest, KeysThatRunOutAreSaidAndAClickShowsTheWayOut) {
+    sql("INSERT INTO Log (LogID, log_Name) VALUES (30000, 'Gel')");
+    load();
+    auto* keys = support::child<QPushButton>(*window, "cmdKeysLeft");
+    EXPECT_FALSE(keys->isHidden());
+    EXPECT_EQ(keys->text(), "Keys left: 2767 in Logs");
+    asker.expectModal("HealthPage", [](QWidget& page) {
+        QStringList texts;
+        for (const auto* label : page.findChildren<QLabel*>())
+            texts << label->text();
+        EXPECT_TRUE(texts.join('\n').contains("sorvanto-db archive")) << texts.join('\n').toStdString();
+        support::child<QPushButton>(page, "cmdClose")->click();
+    });
+    keys->click();
+}
+
+TEST_F(StartTest, KeysThatRunOutWhileTheProgramIsOpenAreSaidWithTheNextCopy) {
+    parts.copies = [] { return std::make_unique<DailyBackup>(0, 1); };
+    load();
+    const auto* keys = support::child<QPushButton>(*window, "cmdKeysLeft");
+    EXPECT_TRUE(keys->isHidden());
+    sql("INSERT INTO Log (LogID, log_Name) VALUES (30000, 'Gel')");
+    window->show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !keys->isHidden(); }, 20000));
 }
 
 TEST_F(StartTest, WhatKilledWritesHaveLeftIsTidiedUp) {
