@@ -166,8 +166,10 @@ void MixJournal::sign(const MixId& mix, const BatchRows& rows) {
 void MixJournal::close(const MixId& mix, JournalState how) {
     JournalEntry closed = entry(mix);
     closed.state = how;
-    drop(closed.mix);
+    if (how == JournalState::Logged)
+        drop(closed.mix);  // whatever the disk says, it stands in the log
     write(closed);
+    drop(closed.mix);
     moveToClosed(closed);
 }
 

@@ -74,7 +74,7 @@ public:
     void abort(const protocol::MixId& mix);
     /// Takes down what is about to be written to the log.
     void sign(const protocol::MixId& mix, const BatchRows& rows);
-    /// Logged or PutAside. The entry is no longer open.
+    /// Logged or PutAside. The entry is no longer open; one that can not be written as put aside stays so.
     void close(const protocol::MixId& mix, JournalState how);
 
     /// Newest first. Reads the head of each file only.

@@ -160,7 +160,7 @@ void MixSession::acknowledge() {
             aborted.push_back(entry.mix);
     }
     for (const MixId& mix : aborted)
-        journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::PutAside); });
+        journal(PanelText::JournalPutAside, [&] { m_journal.close(mix, JournalState::PutAside); });
     m_run.acknowledge();
     emit enableForm();
 }

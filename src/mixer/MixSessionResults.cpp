@@ -178,7 +178,7 @@ void MixSession::putAside(const MixId& mix) {
     if (!entry || mix == m_handed || mix == m_run.running())
         return;
     m_run.forget(mix);
-    journal(PanelText::Count, [&] { m_journal.close(MixId(mix), JournalState::PutAside); });
+    journal(PanelText::JournalPutAside, [&] { m_journal.close(MixId(mix), JournalState::PutAside); });
     m_account.reconcile();
     emit changed();
 }

@@ -609,6 +609,19 @@ TEST_F(MixSessionTest, PutAsideIsGoneForGood) {
     EXPECT_EQ(closedFiles().size(), 1);
 }
 
+TEST_F(MixSessionTest, PutAsideThatTheDiskDoesNotTakeIsToldAndTheMixStaysOnOffer) {
+    finishShort();
+    {
+        const support::FullDisk full;
+        session->putAside(protocol::MixId(session->offers()[0].mix));
+        EXPECT_EQ(notice(), PanelText::JournalPutAside);
+    }
+    ASSERT_EQ(session->offers().size(), 1U);
+    EXPECT_EQ(openFiles().size(), 1);
+    session->putAside(protocol::MixId(session->offers()[0].mix));
+    EXPECT_TRUE(session->offers().empty());
+}
+
 TEST_F(MixSessionTest, LotInTheLogClosesTheJournal) {
     finishShort();
     logged << "SV04260012";
