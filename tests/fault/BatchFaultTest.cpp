@@ -19,8 +19,8 @@ namespace {
 constexpr std::size_t mostKills = 60;
 constexpr std::size_t mostHalves = 2;
 constexpr std::size_t mostKillsAgain = 12;
-constexpr std::size_t mostCuts = 60;
-constexpr std::size_t mostFailures = 40;
+constexpr std::size_t mostCuts = 48;
+constexpr std::size_t mostFailures = 32;
 
 constexpr int preparationsBefore = 11;
 const QString lot = u"SV04260012"_s;

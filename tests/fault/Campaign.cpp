@@ -13,8 +13,8 @@ namespace fault {
 namespace {
 
 constexpr std::size_t mostKills = 60;
-constexpr std::size_t mostCuts = 90;
-constexpr std::size_t mostFailures = 30;
+constexpr std::size_t mostCuts = 60;
+constexpr std::size_t mostFailures = 24;
 
 struct Course {
     Image start;
