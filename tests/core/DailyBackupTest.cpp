@@ -101,7 +101,8 @@ TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
     backup.startSoon();
     for (int day = 7; day <= 13; ++day) {
         clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0)));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, patience))
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, patience))
             << day << ": " << copies().join(' ').toStdString();
     }
 }
@@ -115,8 +116,8 @@ TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeS
     for (const QDate day : days) {
         clock.set(QDateTime(day, QTime(8, 0), Qt::UTC));
         ++made;
-        const QString name = u"sorvanto-%1-%2-080000.mdb"_s.arg(made, 4, 10, '0'_L1)
-                                 .arg(day.toString(u"yyyy-MM-dd"_s));
+        const QString name =
+            u"sorvanto-%1-%2-080000.mdb"_s.arg(made, 4, 10, '0'_L1).arg(day.toString(u"yyyy-MM-dd"_s));
         EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == made && !backup.running(); }, patience));
         EXPECT_TRUE(copies().contains(name)) << copies().join(' ').toStdString();
         EXPECT_EQ(QFileInfo(CopyShelf(folder.path("backups"), {}).copies().front().path).fileName(), name);
