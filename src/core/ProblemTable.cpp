@@ -126,7 +126,7 @@ constexpr FailedDeed deeds[] = {
      "What the lists show is not complete: do not rely on it, and search again. Nothing stored was changed."},
     {"HealthPage:check", "The health page is not complete. Nothing stored was changed."},
     {"main:enterFolder", "Not all delivered files were brought up to date. Your own files are unchanged."},
-    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act",
+    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act ReportFlow:saved",
      "The command was not carried out to its end. What was saved before is kept."},
     {"Application:notify",
      "Something unforeseen happened, and the program went on. What was saved before is kept."},

@@ -27,10 +27,21 @@ QString noteOfSaved(const QString& report) {
                          : QString();
 }
 
+/// Said in the status line, and offered in the preview as well, which may lie over it.
+std::vector<platform::SavedFileAction> announceSaved(const QString& path) {
+    const Happening saved = fileHappening(translated(u"Saved as %1"_s), path);
+    announce(saved);
+    std::vector<platform::SavedFileAction> actions;
+    for (const HappeningAction& action : saved.actions)
+        actions.push_back({action.text, [run = action.run] { guarded(u"ReportFlow:saved"_s, run); }});
+    return actions;
+}
+
 // What fails while pages are made after the print command has ended goes the one failure path.
 void preview(std::unique_ptr<platform::Report> report) {
     platform::setReportFailureHandler([] { reportCurrentError(u"ReportFlow:preview"_s); });
     platform::setSavedNote(noteOfSaved);
+    platform::setSavedFileHandler(announceSaved);
     platform::PreviewWindow::open(std::move(report));
 }
 

@@ -34,16 +34,18 @@ void announce(const Happening& happening) noexcept {
 
 void announce(const QString& text) noexcept { announce(Happening{text, {}, false}); }
 
+Happening fileHappening(const QString& text, const QString& path) {
+    const QFileInfo file(platform::platformPath(path));
+    const QString whole = file.absoluteFilePath();
+    const QString folder = file.absolutePath();
+    return {QString(text).replace(u"%1"_s, file.fileName()),
+            {{translated(u"Open"_s), [whole] { openOutside(whole); }},
+             {translated(u"Show in folder"_s), [folder] { openOutside(folder); }}},
+            false};
+}
+
 void announceFile(const QString& text, const QString& path) noexcept {
-    guarded(u"basMain:announce"_s, [&] {
-        const QFileInfo file(platform::platformPath(path));
-        const QString whole = file.absoluteFilePath();
-        const QString folder = file.absolutePath();
-        announce({QString(text).replace(u"%1"_s, file.fileName()),
-                  {{translated(u"Open"_s), [whole] { openOutside(whole); }},
-                   {translated(u"Show in folder"_s), [folder] { openOutside(folder); }}},
-                  false});
-    });
+    guarded(u"basMain:announce"_s, [&] { announce(fileHappening(text, path)); });
 }
 
 }  // namespace sorvanto

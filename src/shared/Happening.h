@@ -28,6 +28,7 @@ void announce(const Happening& happening) noexcept;
 void announce(const QString& text) noexcept;
 
 /// "Exported Chemicals.xls", with Open and Show in folder. text: with %1 for the file's name.
+Happening fileHappening(const QString& text, const QString& path);
 void announceFile(const QString& text, const QString& path) noexcept;
 
 namespace basMain {

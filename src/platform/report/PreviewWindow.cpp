@@ -9,7 +9,6 @@
 #include "platform/report/PreviewBar.h"
 #include "platform/report/PreviewNotices.h"
 #include "platform/report/PrintFlow.h"
-#include "platform/report/ReportHooks.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -103,6 +102,9 @@ QWidget* PreviewWindow::buildFoot() {
     line->setContentsMargins(2 * grid, grid / 2, 2 * grid, grid / 2);
     line->setSpacing(2 * grid);
     line->addWidget(m_state);
+    m_savedActions = new QHBoxLayout;
+    m_savedActions->setSpacing(grid);
+    line->addLayout(m_savedActions);
     line->addStretch();
     line->addWidget(m_progress);
     line->addWidget(m_cancel);
@@ -117,13 +119,17 @@ void PreviewWindow::connectBar() {
     };
     on(m_bar->print, [this] {
         output([this](const PageProgress& go) {
-            PrintFlow(document(), this, go).print(m_run.report().printerName);
+            PrintFlow flow(document(), this, go);
+            flow.print(m_run.report().printerName);
+            offer(flow.savedActions());
         });
     });
     on(m_bar->savePdf, [this] {
         output([this](const PageProgress& go) {
-            if (PrintFlow(document(), this, go).savePdf())
+            PrintFlow flow(document(), this, go);
+            if (flow.savePdf())
                 m_saved = savedNote(document().definition.name);
+            offer(flow.savedActions());
         });
     });
     if (m_bar->offset)
@@ -244,6 +250,7 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
     m_outputStopped = false;
     m_failure.clear();
     m_saved.clear();
+    offer({});
     const QPointer<PreviewWindow> alive(this);
     try {
         finishRun();
@@ -275,6 +282,21 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
     showState();
     if (m_closing)
         close();
+}
+
+void PreviewWindow::offer(const std::vector<SavedFileAction>& actions) {
+    while (QLayoutItem* old = m_savedActions->takeAt(0)) {
+        delete old->widget();
+        delete old;
+    }
+    for (const SavedFileAction& action : actions) {
+        auto* button = new QPushButton(action.text, this);
+        button->setObjectName(u"savedAction%1"_s.arg(m_savedActions->count()));
+        button->setAutoDefault(false);
+        setLook(*button, "compact");
+        connect(button, &QPushButton::clicked, this, action.run);
+        m_savedActions->addWidget(button);
+    }
 }
 
 void PreviewWindow::alignLabels() {

@@ -2,6 +2,7 @@
 // saving, searching and zooming.
 #pragma once
 
+#include "platform/report/ReportHooks.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
 #include "platform/report/TextSearch.h"
@@ -10,6 +11,7 @@
 #include <QTimer>
 #include <memory>
 
+class QHBoxLayout;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -54,6 +56,8 @@ private:
     void stop();
     /// Runs a print or save action on the whole document with progress and cancel.
     void output(const std::function<void(const PageProgress&)>& action);
+    /// Buttons for what can be done with the file that was saved last.
+    void offer(const std::vector<SavedFileAction>& actions);
     void alignLabels();
     void find(const QString& words, bool backward);
 
@@ -64,6 +68,7 @@ private:
     PreviewBar* m_bar = nullptr;
     PreviewNotices* m_notices = nullptr;
     QLabel* m_state = nullptr;
+    QHBoxLayout* m_savedActions = nullptr;
     QProgressBar* m_progress = nullptr;
     QPushButton* m_cancel = nullptr;
     QString m_ending;   ///< why the run ended before its time

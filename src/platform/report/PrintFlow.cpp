@@ -2,7 +2,6 @@
 #include "platform/report/PrintFlow.h"
 
 #include "platform/ask/Ask.h"
-#include "platform/report/ReportHooks.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -107,7 +106,11 @@ bool PrintFlow::savePdf() {
     asker().showModal(dialog, [&] { dialog.exec(); });
     if (dialog.result() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
-    return platform::savePdf(m_document, dialog.selectedFiles().constFirst(), m_progress);
+    const QString path = dialog.selectedFiles().constFirst();
+    if (!platform::savePdf(m_document, path, m_progress))
+        return false;
+    m_savedActions = fileSaved(path);
+    return true;
 }
 
 }  // namespace platform

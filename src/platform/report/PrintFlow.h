@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/report/PageDocument.h"
+#include "platform/report/ReportHooks.h"
 #include "platform/report/ReportOutput.h"
 
 #include <QPoint>
@@ -25,6 +26,9 @@ public:
     /// Asks for the file and writes it. True when it was written.
     bool savePdf();
 
+    /// What can be done with the file that was saved; nothing where none was.
+    const std::vector<SavedFileAction>& savedActions() const { return m_savedActions; }
+
 private:
     bool printOn(const QString& printerName, std::optional<QPoint> offset);
     QString suggestedPath() const;
@@ -32,6 +36,7 @@ private:
     const PageDocument& m_document;
     QWidget* m_parent;
     PageProgress m_progress;
+    std::vector<SavedFileAction> m_savedActions;
 };
 
 }  // namespace platform

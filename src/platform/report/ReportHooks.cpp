@@ -17,6 +17,11 @@ std::function<QString(const QString&)>& noteSource() {
     static std::function<QString(const QString&)> current;
     return current;
 }
+
+std::function<std::vector<SavedFileAction>(const QString&)>& savedFileHandler() {
+    static std::function<std::vector<SavedFileAction>(const QString&)> current;
+    return current;
+}
 }  // namespace
 
 void setReportFailureHandler(std::function<void()> function) { handler() = std::move(function); }
@@ -35,6 +40,14 @@ void reportFailed() noexcept {
 void setSavedNote(std::function<QString(const QString&)> note) { noteSource() = std::move(note); }
 
 QString savedNote(const QString& reportName) { return noteSource() ? noteSource()(reportName) : QString(); }
+
+void setSavedFileHandler(std::function<std::vector<SavedFileAction>(const QString&)> function) {
+    savedFileHandler() = std::move(function);
+}
+
+std::vector<SavedFileAction> fileSaved(const QString& path) {
+    return savedFileHandler() ? savedFileHandler()(path) : std::vector<SavedFileAction>();
+}
 
 QString reportText(const char* english) { return widgetText(QString::fromLatin1(english)); }
 

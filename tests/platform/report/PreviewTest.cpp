@@ -366,6 +366,36 @@ TEST_F(Preview, SaysWhatThereIsToKnowOfASavedFile) {
     setSavedNote({});
 }
 
+TEST_F(Preview, OffersWhatCanBeDoneWithASavedFile) {
+    openList(3);
+    QStringList told, done;
+    setSavedFileHandler([&](const QString& path) {
+        told << path;
+        return std::vector<SavedFileAction>{{"Open", [&done] { done << "open"; }},
+                                            {"Show", [&done] { done << "show"; }}};
+    });
+    support::ScriptedAsker asker;
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("mine.pdf");
+    const auto save = [&](const QString& path) {
+        asker.expectModal("savePdfDialog", [&, path](QWidget& dialog) {
+            child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
+            QMetaObject::invokeMethod(&dialog, path.isEmpty() ? "reject" : "accept");
+        });
+        child<QAction>(*window, "savePdf")->trigger();
+    };
+    save(file);
+    EXPECT_EQ(told, QStringList(file));
+    EXPECT_EQ(child<QPushButton>(*window, "savedAction0")->text(), "Open");
+    child<QPushButton>(*window, "savedAction0")->click();
+    child<QPushButton>(*window, "savedAction1")->click();
+    EXPECT_EQ(done, (QStringList{"open", "show"}));
+    save(QString());
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_FALSE(window->findChild<QPushButton*>("savedAction0")) << "that of the earlier file is gone";
+    setSavedFileHandler({});
+}
+
 TEST_F(Preview, SavesAsPdfAtAPathTypedByHand) {
     openList(1);
     support::ScriptedAsker asker;
