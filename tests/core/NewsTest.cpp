@@ -189,4 +189,51 @@ TEST_F(NewsTest, ScreenReadersFindItAsTheNameOfTheLine) {
     EXPECT_EQ(told->text(QAccessible::Name), u"Recent messages"_s);
 }
 
+/// What screen readers are told, as it would go over the desktop's bus.
+class Told {
+public:
+    Told() : m_before(QAccessible::installUpdateHandler(&Told::hear)) {
+        events().clear();
+        QAccessible::setActive(true);
+    }
+    ~Told() {
+        QAccessible::setActive(false);
+        QAccessible::installUpdateHandler(m_before);
+    }
+    Told(const Told&) = delete;
+    Told& operator=(const Told&) = delete;
+
+    /// The names that objects had when an event of the kind was raised about them.
+    static QStringList names(QAccessible::Event kind) {
+        QStringList found;
+        for (const auto& [event, name] : events()) {
+            if (event == kind)
+                found << name;
+        }
+        return found;
+    }
+
+private:
+    static void hear(QAccessibleEvent* event) {
+        const auto* widget = qobject_cast<QWidget*>(event->object());
+        events().emplace_back(event->type(), widget ? widget->accessibleName() : QString());
+    }
+    static std::vector<std::pair<QAccessible::Event, QString>>& events() {
+        static std::vector<std::pair<QAccessible::Event, QString>> all;
+        return all;
+    }
+
+    QAccessible::UpdateHandler m_before;
+};
+
+TEST_F(NewsTest, ScreenReadersHearEachAnnouncement) {
+    const Told told;
+    announce(u"Saved 14:05"_s);
+    EXPECT_TRUE(told.names(QAccessible::NameChanged).contains(u"Saved 14:05"_s));
+    EXPECT_EQ(told.names(QAccessible::Alert), QStringList(u"Saved 14:05"_s));
+    announce(u"Batch A logged"_s);
+    EXPECT_TRUE(told.names(QAccessible::NameChanged).contains(u"Batch A logged"_s));
+    EXPECT_EQ(told.names(QAccessible::Alert), QStringList({u"Saved 14:05"_s, u"Batch A logged"_s}));
+}
+
 }  // namespace
