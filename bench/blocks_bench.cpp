@@ -7,11 +7,13 @@
 #include "whole_program.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -75,6 +77,13 @@ private:
     QObject m_loop;
 };
 
+/// In use by this process, in megabytes.
+long memory() {
+    QFile file(u"/proc/self/statm"_s);
+    const long pages = file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toLong() : 0;
+    return pages * sysconf(_SC_PAGESIZE) / 1'000'000;
+}
+
 platform::PreviewWindow* preview() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (auto* found = qobject_cast<platform::PreviewWindow*>(window))
@@ -86,9 +95,12 @@ platform::PreviewWindow* preview() {
 void previewTo(Blocks& blocks, const char* action, const char* tool) {
     blocks.measure(
         action, [&] { blocks.press("mnuPrint", tool); }, [] { return preview() && preview()->isComplete(); });
-    if (preview())
-        blocks.measure(
-            "  its closing", [] { preview()->close(); }, [] { return !preview(); });
+    if (!preview())
+        return;
+    std::printf("%61ld MB of memory\n", memory());
+    blocks.measure(
+        "  its closing", [] { preview()->close(); }, [] { return !preview(); });
+    std::printf("%61ld MB of memory\n", memory());
 }
 
 /// Takes the dates as they stand, and everything else by its default button.
