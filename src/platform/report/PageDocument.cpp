@@ -48,8 +48,11 @@ QString dumped(const PageDocument& document) {
                        .arg(item.height);
             if (!item.text.isEmpty()) {
                 QString text = item.text;
-                text.replace('\\', "\\\\").replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
-                out += ' ' + text;
+                text.replace('\\'_L1, "\\\\"_L1)
+                    .replace('\r'_L1, "\\r"_L1)
+                    .replace('\n'_L1, "\\n"_L1)
+                    .replace('\t'_L1, "\\t"_L1);
+                out += ' '_L1 + text;
             }
             if (item.kind == ItemKind::Text && (!item.text.isEmpty() || item.runCount > 0)) {
                 QStringList shown;
@@ -60,7 +63,7 @@ QString dumped(const PageDocument& document) {
                 if (item.drawn != item.style)
                     out += u"  in %1 point"_s.arg(document.styles[item.drawn].points);
             }
-            out += '\n';
+            out += '\n'_L1;
         }
     }
     return out;
