@@ -21,7 +21,7 @@ struct Deed {
     std::function<std::string(const QString& folder)> state{};
     /// States between old and new are those that stand between two statements of the program; the others are none.
     bool inSteps = false;
-    /// A failure needs no words: the description wants none.
+    /// A failure needs no words.
     bool silent = false;
     /// The state lasts through a power cut as soon as the deed is done.
     bool durable = true;

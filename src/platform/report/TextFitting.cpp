@@ -58,9 +58,9 @@ double nextSmaller(double points) { return std::ceil(points / pointStep - 1) * p
 }  // namespace
 
 Fitted TextFitting::fit(const Control& control, int x, int y, int clear, std::vector<TextRun>& runs) {
-    const double told = control.style.points;
+    const double designed = control.style.points;
     if (control.text.isEmpty())
-        return {Fitted::Result::Whole, told};
+        return {Fitted::Result::Whole, designed};
     const int width = control.width - control.indent;
     const int room = roomOf(control);
     const int single = width - (control.style.align == TextAlign::Centre ? 2 * clear : clear);
@@ -73,7 +73,7 @@ Fitted TextFitting::fit(const Control& control, int x, int y, int clear, std::ve
         if (!whole && !shown.isEmpty())
             shown.last() = withEllipsis(control.style, shown.last(), room == 1 ? words : width);
         place(control, shown, x, y, runs);
-        return {whole ? Fitted::Result::Whole : Fitted::Result::Shortened, told};
+        return {whole ? Fitted::Result::Whole : Fitted::Result::Shortened, designed};
     }
     const QString line = joined(control.text);
     const bool value = control.isValue();
