@@ -76,22 +76,22 @@ QStringList names(const Column (&columns)[count], const QString& prefix) {
 }
 
 platform::Section pageHeader() {
-    std::vector<Control> controls{field("txtAsked", 0, 810, 10800, 315).points(12).bold().asValue("Lot")};
+    std::vector<Control> controls{field(u"txtAsked"_s, 0, 810, 10800, 315).points(12).bold().asValue(u"Lot"_s)};
     addHeadings(controls, batchColumns, u"lblPage"_s, 1215);
     addHeadings(controls, patientColumns, u"lblPage"_s, 1215);
-    controls.push_back(line("linPage", 0, 1665, 10800));
+    controls.push_back(line(u"linPage"_s, 0, 1665, 10800));
     return listHead(SectionKind::PageHeader, 1680, {.boxWidth = 5130, .dateLeft = 8820, .dateTop = 180},
                     controls);
 }
 
 platform::Section found() {
     std::vector<Control> controls{
-        field("txtSearched", 0, 0, 10800, 270).points(9).growing(),
-        field("txtTotals", 0, 360, 10800, 315).points(12).bold().growing(),
-        field("txtGaps", 0, 720, 10800, 270).bold().growing(),
+        field(u"txtSearched"_s, 0, 0, 10800, 270).points(9).growing(),
+        field(u"txtTotals"_s, 0, 360, 10800, 315).points(12).bold().growing(),
+        field(u"txtGaps"_s, 0, 720, 10800, 270).bold().growing(),
     };
     addHeadings(controls, batchColumns, u"lblHead"_s, 1170);
-    controls.push_back(line("linHead", 0, 1620, 10800));
+    controls.push_back(line(u"linHead"_s, 0, 1620, 10800));
     return {SectionKind::GroupHeader, 1635, std::move(controls)};
 }
 
@@ -99,9 +99,9 @@ platform::Section row() {
     std::vector<Control> controls;
     addFields(controls, batchColumns);
     addFields(controls, patientColumns);
-    controls.push_back(platform::box("boxTick", 90, 75, 225, 225));
-    controls.push_back(line("linSign", 8550, 330, 10710));
-    controls.push_back(line("linRow", 0, rowHeight, 10800));
+    controls.push_back(platform::box(u"boxTick"_s, 90, 75, 225, 225));
+    controls.push_back(line(u"linSign"_s, 8550, 330, 10710));
+    controls.push_back(line(u"linRow"_s, 0, rowHeight, 10800));
     return {SectionKind::Detail, rowHeight, std::move(controls)};
 }
 
@@ -115,15 +115,15 @@ platform::ReportDefinition recallDefinition() {
         {SectionKind::PageFooter,
          450,
          {
-             field("txtStore", 0, 180, 7560, 270).points(9),
-             field("txtPage", 8370, 180, 2430, 270).points(9).right().asValue("Page"),
+             field(u"txtStore"_s, 0, 180, 7560, 270).points(9),
+             field(u"txtPage"_s, 8370, 180, 2430, 270).points(9).right().asValue(u"Page"_s),
          }},
         {SectionKind::ReportFooter,
          900,
          {
-             field("txtEnd", 0, 135, 10800, 270).bold().growing(),
-             platform::label("lblChecked", 5400, 585, 3060, 270).points(9).right(),
-             line("linChecked", 8550, 810, 10800),
+             field(u"txtEnd"_s, 0, 135, 10800, 270).bold().growing(),
+             platform::label(u"lblChecked"_s, 5400, 585, 3060, 270).points(9).right(),
+             line(u"linChecked"_s, 8550, 810, 10800),
          }},
     };
     return definition;

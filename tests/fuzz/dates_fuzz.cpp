@@ -23,9 +23,9 @@ namespace {
 
 const std::array<QLocale, 14>& locales() {
     static const std::array<QLocale, 14> all{
-        QLocale("en_US"), QLocale("en_GB"), QLocale("de_DE"), QLocale("de_CH"), QLocale("fr_FR"),
-        QLocale("es_ES"), QLocale("ru_RU"), QLocale("pt_BR"), QLocale("it_IT"), QLocale("hu_HU"),
-        QLocale("ko_KR"), QLocale("ar_EG"), QLocale("fi_FI"), QLocale("lt_LT")};
+        QLocale(u"en_US"_s), QLocale(u"en_GB"_s), QLocale(u"de_DE"_s), QLocale(u"de_CH"_s), QLocale(u"fr_FR"_s),
+        QLocale(u"es_ES"_s), QLocale(u"ru_RU"_s), QLocale(u"pt_BR"_s), QLocale(u"it_IT"_s), QLocale(u"hu_HU"_s),
+        QLocale(u"ko_KR"_s), QLocale(u"ar_EG"_s), QLocale(u"fi_FI"_s), QLocale(u"lt_LT"_s)};
     return all;
 }
 

@@ -376,7 +376,7 @@ TEST_F(Preview, OffersWhatCanBeDoneWithASavedFile) {
     });
     support::ScriptedAsker asker;
     const QTemporaryDir folder;
-    const QString file = folder.filePath("mine.pdf");
+    const QString saved = folder.filePath("mine.pdf");
     const auto save = [&](const QString& path) {
         asker.expectModal("savePdfDialog", [&, path](QWidget& dialog) {
             child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
@@ -384,8 +384,8 @@ TEST_F(Preview, OffersWhatCanBeDoneWithASavedFile) {
         });
         child<QAction>(*window, "savePdf")->trigger();
     };
-    save(file);
-    EXPECT_EQ(told, QStringList(file));
+    save(saved);
+    EXPECT_EQ(told, QStringList(saved));
     EXPECT_EQ(child<QPushButton>(*window, "savedAction0")->text(), "Open");
     child<QPushButton>(*window, "savedAction0")->click();
     child<QPushButton>(*window, "savedAction1")->click();
