@@ -123,7 +123,7 @@ TraceList::TraceList(const QString& name, QWidget* parent)
     m_view->horizontalHeader()->setHighlightSections(false);
     m_view->setItemDelegate(new CellPainter(m_view));
     new platform::FocusMark(*m_view);
-    m_view->setMinimumHeight(platform::headPitch + 2 * platform::rowPitch);
+    m_view->setMinimumHeight(platform::headPitch + platform::rowPitch);
     m_view->installEventFilter(this);
     connect(m_view, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { emit opened(index.row()); });

@@ -87,6 +87,7 @@ void TraceWindow::buildWindow() {
     column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     column->setSpacing(2 * grid);
     column->addLayout(topRow());
+    column->addLayout(m_similar);
     column->addWidget(m_message);
     column->addWidget(m_found, 1);
     column->addWidget(m_batches, 2);
@@ -100,7 +101,7 @@ QLabel* TraceWindow::captionFor(QWidget& box, const QString& text) {
     auto* caption = new QLabel(text, this);
     platform::setLook(*caption, "quiet");
     caption->setBuddy(&box);
-    box.setAccessibleName(text);
+    (box.focusProxy() ? box.focusProxy() : &box)->setAccessibleName(text);
     return caption;
 }
 
@@ -115,7 +116,6 @@ QLayout* TraceWindow::topRow() {
     top->setSpacing(2 * grid);
     top->addWidget(captionFor(*m_text, translated(u"Lot, NDC, chemical or patient"_s)));
     top->addWidget(m_text);
-    top->addLayout(m_similar);
     top->addStretch();
     for (const auto& [box, text] :
          {std::pair(m_from, translated(u"From"_s)), std::pair(m_to, translated(u"To"_s))}) {
@@ -186,6 +186,7 @@ void TraceWindow::showSimilar() {
         more->setToolTip(lots.mid(mostSimilar).join(u'\n'));
         m_similar->addWidget(more);
     }
+    m_similar->addStretch();
 }
 
 std::vector<Ingredient> TraceWindow::chosenIngredients() const {
