@@ -42,10 +42,8 @@ QString onlyIdentity() {
 std::vector<KeptCopy> candidates(const QString& identity) {
     std::vector<KeptCopy> all;
     for (const QString& place : places()) {
-        for (const KeptCopy& copy : CopyShelf(place, identity).copies()) {
-            if (copy.number > 0)  // those of the first version don't tell which database they are of
-                all.push_back(copy);
-        }
+        const auto copies = CopyShelf(place, identity).copies();
+        all.insert(all.end(), copies.begin(), copies.end());
     }
     std::stable_sort(all.begin(), all.end(),
                      [](const KeptCopy& a, const KeptCopy& b) { return a.number > b.number; });
@@ -62,7 +60,7 @@ std::int64_t batchesOf(const platform::Connection& connection, const QString& lo
     return rows.step() ? rows.integer(0) : 0;
 }
 
-/// Nothing when the copy is not sound, or of another database.
+/// Nothing when the copy is not sound, or of another database; those of the first version don't tell of which.
 std::optional<GoodCopy> checked(const KeptCopy& kept, const QString& identity) {
     if (!platform::integrityProblems(kept.path).isEmpty())
         return {};

@@ -163,6 +163,8 @@ void frmMain::databaseOpened() {
     guarded(u"frmMain:databaseOpened"_s, [&] {
         m_status->showDatabase();
         m_status->showCopy();
+        showKeysLeft();
+        rememberDatabase();
         const InstanceState state = m_parts.previousInstance();
         openForReading(state.runs ? translated(u"The database is in use by another program."_s)
                                   : state.readingOnly);

@@ -196,12 +196,16 @@ TEST_F(DatabaseRescueTest, WhereTheIdentityIsNotKnownCopiesOfTwoDatabasesAreNotG
     haveDatabase();
     copyNow();
     QFile::remove(folder.path("copies.ini"));
-    folder.write("backups/sorvanto-ffffffff-0001-2026-03-06-080000.mdb", "another's");
+    sorvanto::createDatabase(folder.path("other.mdb"));
+    const auto other = support::runSql(folder.path("other.mdb"), "SELECT fid_Identity FROM FileIdentity");
+    const QString theirs =
+        CopyShelf(folder.path("backups"), support::rowsText(other)).pathFor(platform::now());
+    platform::backupDatabase(folder.path("other.mdb"), theirs);
     damage();
     answerThenEnd();
     openDB();
     EXPECT_TRUE(said.contains("No good copy of it was found in backups."));
-    QFile::remove(folder.path("backups/sorvanto-ffffffff-0001-2026-03-06-080000.mdb"));
+    EXPECT_TRUE(QFile::remove(theirs));
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1) << "those of one database are its own";
 }

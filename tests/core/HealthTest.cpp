@@ -1,6 +1,7 @@
 // The health page: what each line says, and when it is something to look at.
 #include "core/Health.h"
 #include "Child.h"
+#include "Hindrances.h"
 #include "TestProgram.h"
 #include "config/clsOptions.h"
 #include "core/CopySettings.h"
@@ -183,6 +184,19 @@ TEST_F(HealthTest, ASecondPlaceIsThereOrNot) {
     QDir(folder.path()).mkdir("stick");
     EXPECT_EQ(line("Second place for copies").state, "Ready");
     EXPECT_TRUE(line("Second place for copies").good);
+}
+
+TEST_F(HealthTest, ASecondPlaceThatMayNotBeWrittenIsSaid) {
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    QDir(folder.path()).mkdir("stick");
+    ASSERT_EQ(::chmod(folder.path("stick").toLocal8Bit().constData(), 0555), 0);
+    ASSERT_EQ(::chmod(folder.path().toLocal8Bit().constData(), 0755), 0);
+    ASSERT_EQ(::chmod(folder.path("copies.ini").toLocal8Bit().constData(), 0644), 0);
+    const support::OrdinaryUser user;
+    EXPECT_EQ(line("Second place for copies").state, "Can not be written");
+    EXPECT_FALSE(line("Second place for copies").good);
 }
 
 TEST_F(HealthTest, ALineThatCanNotBeMadeSaysSoItself) {

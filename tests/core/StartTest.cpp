@@ -3,6 +3,7 @@
 
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
+#include "core/CopySettings.h"
 #include "core/DailyBackup.h"
 #include "platform/widgets/CommandBar.h"
 #include "support/Child.h"
@@ -240,6 +241,17 @@ TEST_F(StartTest, ADatabaseOpenedLaterIsAskedAboutToo) {
     EXPECT_EQ(support::child<QLabel>(*window, "lblReadingOnly")->text(),
               "Open for reading only: The database is in use by another program.");
     EXPECT_THROW(openDB()->execute("INSERT INTO Chemical (chm_Name) VALUES ('x')"), platform::RuntimeError);
+}
+
+TEST_F(StartTest, ADatabaseOpenedLaterIsRememberedAndItsKeysAreCounted) {
+    load();
+    sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32), fid_Parent TEXT(32), fid_Changes INTEGER)");
+    sql("INSERT INTO FileIdentity VALUES ('0123456789abcdef0123456789abcdef', NULL, 0)");
+    sql("INSERT INTO Log (LogID, log_Name) VALUES (30000, 'Gel')");
+    basMain::gConnection = std::make_shared<platform::Connection>();
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_FALSE(support::child<QPushButton>(*window, "cmdKeysLeft")->isHidden());
+    EXPECT_EQ(CopySettings::identityOf(databasePath()), "0123456789abcdef0123456789abcdef");
 }
 
 TEST_F(StartTest, AFailedStepIsReportedAndTheRestGoesOn) {
