@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Lays out a program folder for trying the program out, also over an older one: the executables lie in it, and a
-# sample pharmacy where there is no database yet. The rest the program does itself (sorvanto --lay-out).
+# Lays out a program folder for trying the program out, also over an older one: the executables and the
+# manual lie in it, and a sample pharmacy where there is no database yet. The rest the program does itself (sorvanto --lay-out).
 #   scripts/lay-out.sh <folder of the built executables> <program folder>
 set -euo pipefail
 built=$(cd "$1" && pwd)
@@ -13,6 +13,11 @@ for name in sorvanto sorvanto-db sorvanto-report sorvanto-mixersim sorvanto-tour
   install -m 755 "$built/$name" "$program/$name.new"
   mv -f "$program/$name.new" "$program/$name"
 done
+
+# The manual is the program's own: an older one is replaced whole.
+rm -rf "$program/manual.new" "$program/manual"
+cp -r "$(dirname "$0")/../docs/manual" "$program/manual.new"
+mv "$program/manual.new" "$program/manual"
 
 if [ ! -e "$program/sorvanto.mdb" ]; then
   rm -f "$program/sorvanto.mdb.new"

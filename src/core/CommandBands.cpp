@@ -70,6 +70,8 @@ constexpr ToolRow fileMenu[] = {
 constexpr ToolRow helpMenu[] = {
     {"mnuUpdate", "Menus", "&Update Sorvanto"},
     separator,
+    {"mnuManual", "Menus", "&Manual", nullptr, nullptr, "F1"},
+    separator,
     {"mnuHealth", "Menus", "&Health"},
     separator,
     {"mnuAbout", "Menus", "&About"},

@@ -80,6 +80,7 @@ constexpr TextRow texts[] = {
     {"MainBar", Field::ToolTip, "txtSearch", "Find by name"},
     {"mnuForms", Field::Caption, "mnuTrace", "&Where Did It Go"},
     {"MainBar", Field::ToolTip, "cmdTrace", "Where Used"},
+    {"mnuHelp", Field::Caption, "mnuManual", "&Manual"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

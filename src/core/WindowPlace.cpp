@@ -1,7 +1,5 @@
 #include "core/WindowPlace.h"
 
-#include "platform/basic/RuntimeError.h"
-#include "platform/basic/SettingsFile.h"
 #include "platform/widgets/WindowState.h"
 
 #include <QScreen>
@@ -16,20 +14,10 @@ const QString geometryKey = u"window/geometry"_s;
 constexpr QSize firstSize(1366, 768);
 constexpr int frameHeight = 48;  // about what title and borders take
 
-platform::SettingsFile settings() { return platform::SettingsFile(platform::windowStateFile()); }
-
-void save(const QString& key, const QVariant& value) {
-    try {
-        settings().setValue(key, value);
-    } catch (const platform::RuntimeError&) {
-        // How the window looks is no reason for a word in the midst of work.
-    }
-}
-
 }  // namespace
 
 void restoreWindowPlace(QWidget& window) {
-    if (window.restoreGeometry(settings().value(geometryKey).toByteArray()))
+    if (window.restoreGeometry(platform::windowValue(geometryKey).toByteArray()))
         return;
     const QSize available = window.screen() ? window.screen()->availableSize() : firstSize;
     window.resize(firstSize.boundedTo(available));
@@ -39,11 +27,11 @@ void restoreWindowPlace(QWidget& window) {
 }
 
 bool windowSetting(const char* key, bool unset) {
-    return settings().value(QLatin1String(key), unset).toBool();
+    return platform::windowValue(QLatin1String(key), unset).toBool();
 }
 
-void saveWindowSetting(const char* key, bool value) { save(QLatin1String(key), value); }
+void saveWindowSetting(const char* key, bool value) { platform::keepWindowValue(QLatin1String(key), value); }
 
-void saveWindowPlace(const QWidget& window) { save(geometryKey, window.saveGeometry()); }
+void saveWindowPlace(const QWidget& window) { platform::keepWindowValue(geometryKey, window.saveGeometry()); }
 
 }  // namespace sorvanto

@@ -6,6 +6,7 @@
 #include "core/DeskWatch.h"
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
+#include "core/Help.h"
 #include "core/News.h"
 #include "core/NewsCard.h"
 #include "core/RecordListPlace.h"
@@ -44,6 +45,7 @@ frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(m_parts.copi
     basMain::Main = this;
     buildCommandBands(m_bar);
     buildWindow();
+    new Help(*this, [this] { return screen(m_current); });
     connect(&m_bar, &platform::CommandBar::toolClick, this, &frmMain::ActiveBar_ToolClick);
     connect(&m_bar, &platform::CommandBar::toolKeyPress, this, &frmMain::ActiveBar_ToolKeyPress);
     connect(&m_bar, &platform::CommandBar::toolClick, m_list, &RecordListPlace::follow);
@@ -53,6 +55,7 @@ frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(m_parts.copi
 frmMain::~frmMain() {
     // The screens leave the listener list as they go, so they go while it is still there.
     m_ended = true;
+    delete findChild<Help*>();
     m_offers.reset();
     m_list->setScreen(nullptr);
     m_status->setScreen(nullptr);
@@ -176,6 +179,7 @@ void frmMain::Form_Unload() {
         m_ended = true;
         m_backup->stop();
         saveWindowPlace(*this);
+        findChild<Help*>()->close();
         m_list->setScreen(nullptr);
         m_status->setScreen(nullptr);
         for (const ScreenNumber number : {patients, logs, currentFormula, chemicals, formulas})

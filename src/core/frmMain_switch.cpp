@@ -1,6 +1,7 @@
 // Tool clicks: what concerns the window itself is done here, then the click goes to the screen that listens.
 #include "config/clsOptions.h"
 #include "core/HealthPage.h"
+#include "core/Help.h"
 #include "core/KeysLeft.h"
 #include "core/RecordListPlace.h"
 #include "core/StatusLine.h"
@@ -61,6 +62,8 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
         }
         if (name == "mnuAbout"_L1)
             showAbout();
+        if (name == "mnuManual"_L1)
+            findChild<Help*>()->open();
         if (name == "mnuHealth"_L1)
             showHealth();
         if (name == "mnuTrace"_L1 || name == "cmdTrace"_L1)

@@ -129,6 +129,19 @@ TEST_P(PanelFitTest, AMixAndItsOffer) {
     look("offer");
 }
 
+TEST_P(PanelFitTest, AStoppedMix) {
+    bool seen = false;
+    QObject::connect(control.get(), &ctlSorvanto::mixDone, control.get(), [this, &seen] {
+        look("stopped");
+        seen = true;
+        control->mixerInitialsClosed();
+    });
+    startShort();
+    line.run(4'000);
+    button("mixerStop").click();
+    ASSERT_TRUE(until([&] { return seen; }));
+}
+
 TEST_P(PanelFitTest, Fault) {
     startShort();
     line.mixer.pressEmergencyStop();

@@ -116,6 +116,13 @@ class WhatIsInstalled(unittest.TestCase):
         for picture in pictures:
             self.assertTrue((root / "usr/share/doc/sorvanto/pictures" / picture).is_file(), picture)
 
+    def test_the_manual_has_all_its_pages_and_pictures(self):
+        installed = root / "usr/share/doc/sorvanto/manual"
+        delivered = [file for file in (SOURCE / "docs/manual").rglob("*") if file.is_file()]
+        self.assertGreater(len(delivered), 30)
+        for file in delivered:
+            self.assertTrue((installed / file.relative_to(SOURCE / "docs/manual")).is_file(), file)
+
     def test_the_icons_have_the_size_of_their_folder(self):
         icons = sorted((root / "usr/share/icons/hicolor").glob("*/apps/sorvanto.png"))
         self.assertGreaterEqual(len(icons), 8)

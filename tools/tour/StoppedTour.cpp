@@ -12,7 +12,7 @@
 namespace tour {
 namespace {
 
-constexpr double midst = 0.42;
+constexpr double beginning = 0.1, midst = 0.42;
 constexpr int longestWait = 120'000;  // milliseconds
 
 void make(Visitor& visitor) {
@@ -28,11 +28,14 @@ void make(Visitor& visitor) {
 
 /// With a text half typed, so that the mix has to wait for its signature.
 void stopInItsMidst(Visitor& visitor) {
+    const auto& ring = visitor.find<sorvanto::ProgressRing>("mixerRing");
     visitor.click("mixerStart");
+    visitor.wait(
+        "the beginning of the mix", [&] { return ring.fraction() >= beginning; }, longestWait);
+    visitor.picture("mixing-window");
     visitor.tool("cmdFormulas");
     visitor.tool("cmdEdit");
     visitor.type("txtfrm_Strength", "1:1:1 fresh");
-    const auto& ring = visitor.find<sorvanto::ProgressRing>("mixerRing");
     visitor.wait(
         "the midst of the mix", [&] { return ring.fraction() >= midst; }, longestWait);
     visitor.click("mixerStop");

@@ -17,7 +17,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QTabBar>
-#include <QTextEdit>
+#include <QTextBrowser>
 #include <QVariant>
 #include <algorithm>
 
@@ -85,8 +85,7 @@ void dressChoiceList(QAbstractItemView& list) {
 
 void dressScrollArea(QAbstractScrollArea& area) {
     // The ground under a text box is the style's, under a page that of what it lies on.
-    if (qobject_cast<QScrollArea*>(&area) || qobject_cast<QPlainTextEdit*>(&area) ||
-        qobject_cast<QTextEdit*>(&area))
+    if (qobject_cast<QScrollArea*>(&area) || isTextBox(&area))
         area.viewport()->setAutoFillBackground(false);
     else if (auto* header = qobject_cast<QHeaderView*>(&area))
         setWeight(*header, QFont::Medium);
@@ -132,8 +131,13 @@ bool hasLook(const QWidget* widget, const char* property) {
     return widget && widget->property(property).toBool();
 }
 
+bool isTextBox(const QWidget* widget) {
+    return qobject_cast<const QPlainTextEdit*>(widget) ||
+           (qobject_cast<const QTextEdit*>(widget) && !qobject_cast<const QTextBrowser*>(widget));
+}
+
 QMargins roomOfLooks(const QWidget& widget) {
-    if (qobject_cast<const QPlainTextEdit*>(&widget) || qobject_cast<const QTextEdit*>(&widget))
+    if (isTextBox(&widget))
         return {6, 4, 6, 4};
     if (widget.inherits("QComboBoxPrivateContainer"))
         return {5, 5, 5, 5};

@@ -12,6 +12,8 @@ namespace platform {
 
 /// Whether the widget has that look; none without a widget.
 bool hasLook(const QWidget* widget, const char* property);
+/// Whether the widget is a box of several lines to type or read in; a page to be read is none.
+bool isTextBox(const QWidget* widget);
 /// Whether a push button stands among small texts: on the status bar, or by its look.
 bool isInLine(const QWidget* button);
 /// What the looks take of a widget's room at each edge.

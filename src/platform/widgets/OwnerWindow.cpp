@@ -4,13 +4,15 @@
 #include <QApplication>
 #include <QPointer>
 #include <QWidget>
+#include <algorithm>
 
 namespace platform {
 
 namespace {
 
 bool canOwn(const QWidget* window) {
-    return window && window->isVisible() && !window->isMinimized() && window->windowType() != Qt::Popup &&
+    return window && !window->property("ownsNoQuestion").toBool() && window->isVisible() &&
+           !window->isMinimized() && window->windowType() != Qt::Popup &&
            window->windowType() != Qt::ToolTip && window->windowType() != Qt::SplashScreen;
 }
 
@@ -19,14 +21,21 @@ class LastWindow : public QObject {
 public:
     explicit LastWindow(QObject* application) : QObject(application) {
         connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
-            if (now && canOwn(now->window()))
-                m_window = now->window();
+            if (!now || !canOwn(now->window()))
+                return;
+            m_windows.removeAll(now->window());
+            m_windows.removeAll(nullptr);
+            m_windows.prepend(now->window());
         });
     }
-    QWidget* window() const { return canOwn(m_window) ? m_window.data() : nullptr; }
+    QWidget* window() const {
+        const auto found = std::find_if(m_windows.begin(), m_windows.end(),
+                                        [](const QPointer<QWidget>& each) { return canOwn(each); });
+        return found == m_windows.end() ? nullptr : found->data();
+    }
 
 private:
-    QPointer<QWidget> m_window;
+    QList<QPointer<QWidget>> m_windows;  ///< the last one first
 };
 
 QWidget* lastWindow() {

@@ -11,10 +11,9 @@
 #include <QComboBox>
 #include <QListView>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QStyleOption>
 #include <QTabBar>
-#include <QTextEdit>
+#include <QTreeView>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -26,10 +25,6 @@ namespace {
 template <class Option>
 const Option& as(const QStyleOption* option) {
     return *static_cast<const Option*>(option);
-}
-
-bool isTextBox(const QWidget* widget) {
-    return qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QTextEdit*>(widget);
 }
 
 /// Whether the frame of a widget has to say anything: looks draw their own, lists and pages have none.
@@ -223,6 +218,10 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
         return drawEdge(*painter, option->rect, Qt::TopEdge, colors.line);
     case PE_IndicatorToolBarSeparator:
         return drawToolBarLine(*option, *painter);
+    case PE_PanelItemViewRow:
+        if (qobject_cast<const QTreeView*>(widget))  // the ground beside the item, up to the edge
+            return drawItemGround(as<QStyleOptionViewItem>(option), *painter, widget);
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
     case PE_PanelItemViewItem:
         return drawItemGround(as<QStyleOptionViewItem>(option), *painter, widget);
     case PE_IndicatorArrowUp:
