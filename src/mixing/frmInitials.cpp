@@ -106,7 +106,7 @@ void frmInitials::showSameInitials() {
             !logged.isEmpty() && logged.compare(platform::trimmed(verified()), Qt::CaseInsensitive) == 0;
         const QString words = same ? translated(u"Logged and verified by the same initials."_s) : QString();
         for (platform::TextBox* box : {m_ui->txtInitials, m_ui->txtVerified}) {
-            platform::setLook(*box, u"caution"_s, same);
+            platform::setLook(*box, "caution", same);
             box->setToolTip(words);
             box->setAccessibleDescription(words);
         }

@@ -76,7 +76,7 @@ QStringList names(const Column (&columns)[count], const QString& prefix) {
 }
 
 platform::Section pageHeader() {
-    std::vector<Control> controls{field(u"txtAsked"_s, 0, 810, 10800, 315).points(12).bold().asValue(u"Lot"_s)};
+    std::vector<Control> controls{field(u"txtAsked"_s, 0, 810, 10800, 315).points(12).bold().asValue("Lot")};
     addHeadings(controls, batchColumns, u"lblPage"_s, 1215);
     addHeadings(controls, patientColumns, u"lblPage"_s, 1215);
     controls.push_back(line(u"linPage"_s, 0, 1665, 10800));
@@ -116,7 +116,7 @@ platform::ReportDefinition recallDefinition() {
          450,
          {
              field(u"txtStore"_s, 0, 180, 7560, 270).points(9),
-             field(u"txtPage"_s, 8370, 180, 2430, 270).points(9).right().asValue(u"Page"_s),
+             field(u"txtPage"_s, 8370, 180, 2430, 270).points(9).right().asValue("Page"),
          }},
         {SectionKind::ReportFooter,
          900,
