@@ -1,6 +1,7 @@
 #include "core/Help.h"
 
 #include "core/HelpPlaces.h"
+#include "platform/widgets/OwnerWindow.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -46,6 +47,7 @@ bool isHelpKey(const QEvent& event) {
 Help::Help(QObject& mainWindow, std::function<const QWidget*()> onShow)
     : QObject(&mainWindow), m_onShow(std::move(onShow)) {
     qApp->installEventFilter(this);
+    platform::ownerWindow();  // follows the window in use from now on: the manual never owns a question
 }
 
 Help::~Help() = default;

@@ -20,7 +20,7 @@ constexpr HelpPlace places[] = {
     {"mixerOffers", "mixer-stops.md"},
     {"recordList", "README.md#finding-a-record"},
     {"RecordListPane", "README.md#finding-a-record"},
-    {"txtSearch", "README.md#finding-a-record"},
+    {"searchBox", "README.md#finding-a-record"},
     {"draftStrip", "README.md#text-that-is-not-saved-yet"},
     {"errorStrip", "went-wrong.md#the-strip-below"},
     // windows

@@ -55,6 +55,7 @@ void styleBlock(QTextBlock block, double height) {
     if (format.hasProperty(QTextFormat::BlockCodeFence)) {
         format.setBackground(platform::theme().window);
         format.setLeftMargin(grid);
+        format.setNonBreakableLines(false);  // else a long one would widen the page
     }
     cursor.setBlockFormat(format);
 }

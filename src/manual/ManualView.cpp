@@ -69,8 +69,15 @@ void ManualView::render() {
     styleManual(*page, letters);
     fit(*page);
     setDocument(page);
-    delete old;         // unless it has gone by itself, as the view's first one does
-    page->pageCount();  // lays it out to its end, so that any place can be scrolled to
+    delete old;  // unless it has gone by itself, as the view's first one does
+    layOut();
+}
+
+// To its end, so that any place can be scrolled to; the bars have only seen the parts of it.
+void ManualView::layOut() {
+    document()->pageCount();
+    auto* layout = document()->documentLayout();
+    emit layout->documentSizeChanged(layout->documentSize());
 }
 
 // The root frame keeps the text in the middle; it can't be narrower than a word.
@@ -198,7 +205,7 @@ void ManualView::resizeEvent(QResizeEvent* event) {
     if (!wider || !m_page)
         return;
     fit(*document());
-    document()->pageCount();
+    layOut();
     if (section > 0)
         goTo(section);
 }

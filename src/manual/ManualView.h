@@ -40,6 +40,7 @@ protected:
 
 private:
     void render();
+    void layOut();
     /// Lets lines and pictures have their width in this window.
     void fit(QTextDocument& document);
     void fitPicture(const QTextBlock& block, double width);

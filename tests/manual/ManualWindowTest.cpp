@@ -268,6 +268,9 @@ TEST_F(ManualWindowTest, ItCanBeReadAboveAModalWindowAndStaysWhenThatIsGone) {
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
                       child<QToolButton>(*window, "cmdLarger")->mapTo(window.get(), QPoint(8, 8)));
     EXPECT_EQ(used.size(), 1) << "it is not blocked";
+    follow("signing.md");
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(page(), "labels.md") << "its keys work";
     dialog.hide();
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowHandle()->transientParent(), nullptr);
@@ -302,6 +305,7 @@ TEST_F(ManualWindowTest, EachPageIsShownWithoutAWarning) {
         open(each.name.toLatin1().constData());
         EXPECT_EQ(page(), each.name.toStdString());
         EXPECT_FALSE(view().toPlainText().isEmpty());
+        EXPECT_EQ(view().horizontalScrollBar()->maximum(), 0) << each.name.toStdString();
         const QPixmap picture = window->grab();
         if (const QString place = qEnvironmentVariable("SORVANTO_PICTURES"); !place.isEmpty())
             picture.save(place + '/'_L1 + each.name + u".png"_s);
