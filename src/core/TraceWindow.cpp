@@ -1,9 +1,10 @@
 #include "core/TraceWindow.h"
 
+#include "config/clsOptions.h"
 #include "core/TraceList.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/Paths.h"
 #include "platform/basic/Plurals.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/RecallTexts.h"
@@ -11,6 +12,7 @@
 #include "reports/rptRecall.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
+#include "shared/basMain.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -254,8 +256,11 @@ void TraceWindow::say(const QString& text) {
 }
 
 void TraceWindow::print() {
-    guarded(u"TraceWindow:print"_s,
-            [&] { runReport(std::make_unique<rptRecall>(m_list), false, QString()); });
+    guarded(u"TraceWindow:print"_s, [&] {
+        auto report = std::make_unique<rptRecall>(m_list);
+        report->printerName = platform::deref(basMain::Options).DefPrinter();
+        runReport(std::move(report), false, QString());
+    });
 }
 
 void TraceWindow::exportList() {
