@@ -3,6 +3,7 @@
 #include "Campaign.h"
 
 #include "config/clsOptions.h"
+#include "core/CopySettings.h"
 #include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
 #include "db/Archive.h"
@@ -97,6 +98,18 @@ TEST(Deeds, OptionsAreSaved) {
                       basMain::Options->saveOptions();
                   },
               .state = optionsState});
+}
+
+TEST(Deeds, SettingsAreSaved) {
+    campaign({.name = "settings",
+              .prepare = [](World&) {},
+              .act =
+                  [](World& world) {
+                      telling(world, [] {
+                          CopySettings::remember(u"/pharmacy.mdb"_s, u"0123456789abcdef0123456789abcdef"_s);
+                      });
+                  },
+              .state = [](const QString& folder) { return fileIn(folder, u"copies.ini"_s).toStdString(); }});
 }
 
 TEST(Deeds, ATextIsAddedToTheLanguageFile) {

@@ -10,29 +10,36 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-/// The library makes its files for everybody, but keeps the rights of one that is there.
-void makePrivate(const QString& path) {
+QString workingCopyIn(const QTemporaryDir& folder) { return folder.filePath(u"settings.ini"_s); }
+
+QByteArray contentOf(const QString& path) {
     QFile file(path);
-    if (!file.exists())
-        file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 }  // namespace
 
 SettingsFile::SettingsFile(const QString& path)
     : m_path(platformPath(path)), m_problem(unfitness(m_path, largestFile)) {
-    // The library keeps others away by a second file while it writes.
-    if (m_problem.isEmpty() && !unfitness(m_path + u".lock"_s, largestFile).isEmpty())
-        m_problem = u"the file %1.lock is in the way"_s.arg(m_path);
+    if (m_problem.isEmpty())
+        open();
     if (!m_problem.isEmpty())
+        m_settings.reset();
+}
+
+void SettingsFile::open() {
+    try {
+        if (fileExists(m_path))
+            writeFile(workingCopyIn(m_folder), readFile(m_path, largestFile));
+    } catch (const RuntimeError& failure) {
+        m_problem =
+            failure.number() == error::permissionDenied ? u"it may not be read"_s : failure.description();
         return;
-    m_settings.emplace(m_path, QSettings::IniFormat);
+    }
+    m_settings.emplace(workingCopyIn(m_folder), QSettings::IniFormat);
     m_settings->allKeys();  // what is no settings is only noticed where it is looked at
-    if (m_settings->status() == QSettings::NoError)
-        return;
-    m_problem = m_settings->status() == QSettings::AccessError ? u"it may not be read"_s
-                                                               : u"it is no file of settings"_s;
-    m_settings.reset();
+    if (m_settings->status() != QSettings::NoError)
+        m_problem = u"it is no file of settings"_s;
 }
 
 QVariant SettingsFile::value(const QString& key, const QVariant& unset) const {
@@ -48,11 +55,11 @@ void SettingsFile::expectRead() const {
 
 void SettingsFile::setValue(const QString& key, const QVariant& value) {
     expectRead();
-    makePrivate(m_path);
     m_settings->setValue(key, value);
     m_settings->sync();
     if (m_settings->status() != QSettings::NoError)
         throw RuntimeError(error::permissionDenied, u"Can't write %1"_s.arg(m_path));
+    writeFile(m_path, contentOf(workingCopyIn(m_folder)));
 }
 
 }  // namespace platform

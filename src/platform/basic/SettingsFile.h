@@ -1,9 +1,11 @@
 // A small file of settings beside the program, "[group]" and "key=value", that is only opened where it is what it
-// should be: a library that reads such files waits for ever for a pipe, and reads whatever a device has to give.
+// should be. The library that knows the form works on a copy: beside the file itself it would wait for ever for a
+// pipe, or for a lock that nobody can take away, and read whatever a device has to give.
 #pragma once
 
 #include <QSettings>
 #include <QString>
+#include <QTemporaryDir>
 #include <QVariant>
 #include <optional>
 
@@ -27,8 +29,11 @@ public:
     void setValue(const QString& key, const QVariant& value);
 
 private:
+    void open();
+
     QString m_path, m_problem;
-    std::optional<QSettings> m_settings;  ///< none when there is a problem
+    QTemporaryDir m_folder;               ///< of the copy
+    std::optional<QSettings> m_settings;  ///< of the copy; none when there is a problem
 };
 
 }  // namespace platform
