@@ -15,6 +15,7 @@ import sys
 LAYERS = [
     ["platform/basic"],
     ["platform/ask", "platform/xml", "platform/data", "platform/serial"],
+    ["history"],
     ["db", "trace", "platform/widgets"],
     ["platform/report"],
     ["setup"],
@@ -39,9 +40,10 @@ ONLY = {
               "mixer/protocol"},
     "tools/mixersim": {"platform/basic", "platform/serial", "mixer/protocol"},
     "manual": {"platform/basic", "platform/widgets", "shared"},
-    "db": {"platform/basic", "platform/data"},
+    "history": {"platform/basic", "platform/data"},
+    "db": {"platform/basic", "platform/data", "history"},
     "trace": {"platform/basic", "platform/data"},
-    "tools/db": {"platform/basic", "platform/data", "platform/xml", "db"},
+    "tools/db": {"platform/basic", "platform/data", "platform/xml", "db", "history"},
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')

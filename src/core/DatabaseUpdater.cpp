@@ -1,6 +1,7 @@
 #include "core/DatabaseUpdater.h"
 
 #include "core/UpdateFile.h"
+#include "history/HistorySeal.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -121,6 +122,7 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
             copy.drop();
             throw;
         }
+        keepHistory(*connection);
         writeHistory(version, steps.back().to);
         version = steps.back().to;
         applied = true;

@@ -3,6 +3,8 @@
 
 #include "db/DatabaseCheck.h"
 #include "db/KeyMap.h"
+#include "history/HistoryPause.h"
+#include "history/HistorySeal.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
@@ -35,7 +37,7 @@ QString text(sqlite3* database, const QString& sql) {
 }
 
 void refuseUnsound(const QString& file) {
-    if (const QStringList problems = checkDatabase(file); !problems.isEmpty())
+    if (const QStringList problems = soundnessProblems(file); !problems.isEmpty())
         refuse(u"\"%1\" is not sound: %2"_s.arg(file, problems.first()));
 }
 
@@ -69,23 +71,33 @@ private:
     QString m_target, m_path;
 };
 
-/// All rows as they are, the identity of its own, and the map.
-QString makeArchive(const QString& file, const NewArchive& archive, const QString& oldOnes) {
+struct MadeArchive {
+    QString identity;
+    HistoryHead history;  ///< with which that of the file goes on
+};
+
+/// All rows as they are, the identity of its own, and the map. Its history ends with it.
+MadeArchive makeArchive(const QString& file, const NewArchive& archive, const QString& oldOnes) {
     platform::copyDatabase(file, archive.path());
     Connection connection;
     connection.open(u"Data Source="_s + archive.path());
+    keepHistory(connection);
     sqlite3* database = connection.handle();
     platform::Transaction transaction(database);
     run(database,
         u"UPDATE FileIdentity SET fid_Parent = fid_Identity, fid_Identity = lower(hex(randomblob(16)))"_s);
     const QString identity = text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
     writeKeyMap(database, identity, oldOnes);
+    addHistoryRow(database, u"archive"_s, u"archive='%1'"_s.arg(identity));
+    const HistoryHead head = historyHead(database);
     transaction.commit();
-    return identity;
+    return {identity, head};
 }
 
 /// What is older leaves the file, lines and prescriptions with their batches; the rest gets its new keys.
-void shrink(sqlite3* database, const QString& identity, const QString& oldOnes) {
+void shrink(sqlite3* database, const MadeArchive& archive, const QString& oldOnes) {
+    const QString& identity = archive.identity;
+    HistoryPause pause(database);
     writeKeyMap(database, identity, oldOnes);
     run(database,
         u"CREATE TABLE IF NOT EXISTS ArchivedBatch (abt_Archive TEXT(32) NOT NULL, abt_Lot TEXT(40) "
@@ -97,6 +109,8 @@ void shrink(sqlite3* database, const QString& identity, const QString& oldOnes) 
     run(database, u"DELETE FROM LogChem WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));
     run(database, u"DELETE FROM Log WHERE %1"_s.arg(oldOnes));
     renumber(database);
+    continueHistory(database, identity, archive.history);
+    pause.end();
 }
 
 void refuseUnlessWhole(sqlite3* database, const QString& archive) {
@@ -149,6 +163,7 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     refuseUnsound(file);
     Connection connection;
     connection.open(u"Data Source="_s + file);
+    keepHistory(connection);
     sqlite3* database = connection.handle();
     refuseUnfit(database);
     const QString oldOnes = u"coalesce(log_Date < '%1 00:00:00', 0)"_s.arg(firstKept.toString(Qt::ISODate));
@@ -163,15 +178,15 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
         refuse(
             u"No batch is older than %1: there is nothing to archive"_s.arg(firstKept.toString(Qt::ISODate)));
     NewArchive archive(target);
-    const QString identity = makeArchive(file, archive, oldOnes);
+    const MadeArchive made = makeArchive(file, archive, oldOnes);
     refuseUnsound(archive.path());
-    shrink(database, identity, oldOnes);
+    shrink(database, made, oldOnes);
     refuseUnlessWhole(database, archive.path());
     archive.takeName();
     try {
         transaction.commit();
     } catch (...) {
-        if (knowsArchive(file, identity))
+        if (knowsArchive(file, made.identity))
             archive.keep();
         throw;
     }

@@ -2,6 +2,8 @@
 #include "db/DatabaseCheck.h"
 
 #include "db/DatabaseFile.h"
+#include "history/HistoryChain.h"
+#include "history/HistoryReplay.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
@@ -56,13 +58,15 @@ Shape shapeOf(sqlite3* database) {
     return shape;
 }
 
-Shape expectedShape() {
+using Scratch = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+Scratch inMemory(const QByteArray& statements) {
     sqlite3* opened = nullptr;
     sqlite3_open(":memory:", &opened);
-    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> database(opened, sqlite3_close);
-    if (sqlite3_exec(opened, schemaStatements().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+    Scratch database(opened, sqlite3_close);
+    if (sqlite3_exec(opened, statements.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
         platform::sqlite::fail(opened, {});
-    return shapeOf(opened);
+    return database;
 }
 
 QStringList columnProblems(const Shape& expected, const Shape& found) {
@@ -107,6 +111,37 @@ QStringList identityProblems(sqlite3* database, bool hasTable) {
     return {u"Table FileIdentity has %1 identities, not one"_s.arg(count.integer(0))};
 }
 
+/// Name and text of all that keeps the history.
+QMap<QString, QString> historyKeepers(sqlite3* database) {
+    Statement list(
+        database,
+        u"SELECT name, sql FROM sqlite_schema WHERE substr(name, 1, 7) = 'History' AND sql NOT NULL"_s, {});
+    QMap<QString, QString> keepers;
+    while (list.step())
+        keepers[list.value(0, asText).toString()] = list.value(1, asText).toString().simplified();
+    return keepers;
+}
+
+/// Since version 1.2 a file keeps its history, and can prove it.
+QStringList historyProblems(sqlite3* database) {
+    Statement version(database, u"SELECT max(opt_Version) >= 1.2 FROM Options"_s, {});
+    if (!version.step() || version.integer(0) == 0)
+        return {};
+    const Scratch expected = inMemory(schemaStatements() + historyStatements());
+    const QMap<QString, QString> wanted = historyKeepers(expected.get());
+    const QMap<QString, QString> found = historyKeepers(database);
+    if (!found.contains(u"History"_s))
+        return {u"Table History is missing"_s};
+    QStringList problems;
+    for (auto keeper = wanted.begin(); keeper != wanted.end(); ++keeper) {
+        if (found.value(keeper.key()) != keeper.value())
+            problems << (found.contains(keeper.key()) ? u"%1 is not as it was delivered"_s
+                                                      : u"%1 is missing"_s)
+                            .arg(keeper.key());
+    }
+    return problems + chainProblems(database) + recordProblems(database);
+}
+
 QStringList versionProblems(sqlite3* database) {
     Statement count(database, u"SELECT count(*) FROM Options"_s, {});
     count.step();
@@ -117,11 +152,11 @@ QStringList versionProblems(sqlite3* database) {
 
 }  // namespace
 
-QStringList checkDatabase(const QString& path) {
+QStringList soundnessProblems(const QString& path) {
     QStringList problems = platform::integrityProblems(path);
     platform::Connection connection;
     connection.open(u"Data Source="_s + path);
-    const Shape expected = expectedShape();
+    const Shape expected = shapeOf(inMemory(schemaStatements()).get());
     const Shape found = shapeOf(connection.handle());
     problems += columnProblems(expected, found);
     problems += relationProblems(expected, found);
@@ -130,6 +165,15 @@ QStringList checkDatabase(const QString& path) {
         problems += identityProblems(connection.handle(), found.columns.contains(u"FileIdentity"_s));
     }
     return problems;
+}
+
+QStringList checkDatabase(const QString& path) {
+    const QStringList problems = soundnessProblems(path);
+    if (!problems.isEmpty())
+        return problems;
+    platform::Connection connection;
+    connection.open(u"Data Source="_s + path);
+    return historyProblems(connection.handle());
 }
 
 }  // namespace sorvanto

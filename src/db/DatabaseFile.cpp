@@ -73,10 +73,13 @@ private:
 
 QByteArray schemaStatements() { return resource("schema.sql"); }
 
+QByteArray historyStatements() { return resource("history.sql"); }
+
 void createDatabase(const QString& path) {
     NewDatabase database(path);
     database.run(schemaStatements());
     database.run(resource("identity.sql"));
+    database.run(historyStatements());
     database.finish();
 }
 
@@ -90,6 +93,7 @@ void createSample(const QString& path, int rows) {
         database.run("DROP TABLE Wanted");
     }
     database.run(resource("identity.sql"));
+    database.run(historyStatements());
     database.finish();
 }
 

@@ -17,5 +17,7 @@ void createSample(const QString& path, int rows = 0);
 
 /// The statements that make an empty database.
 QByteArray schemaStatements();
+/// Those that make it keep its history.
+QByteArray historyStatements();
 
 }  // namespace sorvanto

@@ -1,5 +1,6 @@
 // Opening of the one shared connection on first need, with the questions to the user where the file
 // is missing or can't be opened.
+#include "history/HistorySeal.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -43,6 +44,7 @@ Outcome openFile(const QString& path) {
             throw;
         return Outcome::LocationInvalid;
     }
+    keepHistory(*basMain::gConnection);
     if (basMain::databaseOpened)
         basMain::databaseOpened();
     return Outcome::Done;

@@ -43,9 +43,12 @@ protected:
     void createDatabaseElsewhere() {
         QFile schema(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/schema.sql"));
         QFile identity(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/identity.sql"));
-        ASSERT_TRUE(schema.open(QIODevice::ReadOnly) && identity.open(QIODevice::ReadOnly));
+        QFile history(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/history.sql"));
+        ASSERT_TRUE(schema.open(QIODevice::ReadOnly) && identity.open(QIODevice::ReadOnly) &&
+                    history.open(QIODevice::ReadOnly));
         folder.write("new.mdb", {});
-        support::runSql(folder.path("new.mdb"), QString::fromUtf8(schema.readAll() + identity.readAll()));
+        support::runSql(folder.path("new.mdb"),
+                        QString::fromUtf8(schema.readAll() + identity.readAll() + history.readAll()));
     }
 
     /// Whether the connection refuses a row whose batch and patient are not there.
@@ -207,7 +210,7 @@ TEST_F(DatabaseUpdaterTest, TheDeliveredStepsGiveWhatANewFileHas) {
     ASSERT_TRUE(delivered.open(QIODevice::ReadOnly));
     folder.write("dbupdate.xml", delivered.readAll());
     apply();
-    EXPECT_EQ(version, "1.1");
+    EXPECT_EQ(version, "1.2");
     createDatabaseElsewhere();
     const QString shape =
         "SELECT type, name, replace(replace(sql, char(10), ''), ' ', '') FROM sqlite_master ORDER BY 1, 2";

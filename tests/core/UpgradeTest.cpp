@@ -117,7 +117,7 @@ TEST_F(UpgradeTest, TheFolderGetsWhatIsNewAndKeepsItsUsersOwn) {
     EXPECT_EQ(german("Our own shelf"), "Unser Regal");
     EXPECT_EQ(german("Chemicals"), "Ausgangsstoffe") << "a wording that 1.0 had delivered and nobody changed";
     EXPECT_FALSE(german("Open for reading only: %1").isEmpty()) << "a new text";
-    EXPECT_TRUE(folder.read("dbupdate.xml").contains("To=\"1.1\""));
+    EXPECT_TRUE(folder.read("dbupdate.xml").contains("To=\"1.2\""));
     EXPECT_EQ(folder.read("dbupdate.xml.before"), storedFile("dbupdate.xml"));
     EXPECT_EQ(folder.read("mixes/3FA21C09.xml"), storedFile("mixes/3FA21C09.xml"));
 }
@@ -125,8 +125,8 @@ TEST_F(UpgradeTest, TheFolderGetsWhatIsNewAndKeepsItsUsersOwn) {
 TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
     layOut();
     start();
-    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options").toStdString(), "1.1");
-    EXPECT_EQ(sqlText("PRAGMA user_version").toStdString(), "11000");
+    EXPECT_EQ(sqlText("SELECT opt_Version FROM Options").toStdString(), "1.2");
+    EXPECT_EQ(sqlText("PRAGMA user_version").toStdString(), "12000");
     EXPECT_EQ(sqlText("SELECT length(fid_Identity), fid_Changes FROM FileIdentity").toStdString(), "32|0");
     EXPECT_EQ(sqlText("PRAGMA integrity_check").toStdString(), "ok");
     EXPECT_EQ(records(), before);

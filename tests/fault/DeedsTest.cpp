@@ -199,6 +199,7 @@ void update(World& world) {
 
 TEST(Deeds, TheDatabaseIsUpdated) {
     campaign({.name = "update",
+              .window = World::Window::OldFile,
               .prepare =
                   [](World& world) {
                       ASSERT_TRUE(QFile::copy(QStringLiteral(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"),
@@ -228,20 +229,6 @@ TEST(Deeds, ACopyIsRestored) {
 
 namespace {
 
-/// As the program's first start on the file does.
-void bringUpToDate(World& world) {
-    {
-        const auto connection = std::make_shared<platform::Connection>();
-        connection->open(u"Data Source="_s + world.databasePath());
-        QString version = u"1.0"_s;
-        bool applied = false;
-        DatabaseUpdater().ApplyUpdates(connection, QStringLiteral(SORVANTO_SOURCE_DIR "/data/dbupdate.xml"),
-                                       version, applied);
-        ASSERT_TRUE(applied);
-    }
-    support::runSql(world.databasePath(), u"UPDATE Options SET opt_Version = 1.1"_s);
-}
-
 /// An archive beside the old file is of no harm; what bears its name is whole, and the file that gave batches away
 /// has it.
 std::string archiveState(const QString& folder) {
@@ -267,7 +254,6 @@ TEST(Deeds, OldBatchesAreArchived) {
               .window = World::Window::None,
               .prepare =
                   [](World& world) {
-                      bringUpToDate(world);
                       support::runSql(world.databasePath(),
                                       u"INSERT INTO Patient (PatientID, pat_LName) VALUES (1, 'Reed');"
                                       "INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (1, 1, 30)"_s);

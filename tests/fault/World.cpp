@@ -51,6 +51,11 @@ namespace {
 
 constexpr int longerThanAnyTest = 3'600'000;
 
+QString delivered(const QString& name) {
+    QFile file(QStringLiteral(SORVANTO_SOURCE_DIR "/data/") + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
 QByteArray languageFile() {
     QFile file(QStringLiteral(SORVANTO_SOURCE_DIR "/languages/EnglishTranslation.xml"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -62,7 +67,7 @@ void swallow(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mixer)
     // Qt remarks on files that it can't remove, and the like.
-    : m_keptHandler(qInstallMessageHandler(swallow)), m_left(left) {
+    : m_keptHandler(qInstallMessageHandler(swallow)), m_kind(kind), m_left(left) {
     SetUp();
     if (mixer)
         line.mixer = *mixer;
@@ -98,6 +103,8 @@ World::~World() {
 void World::seed() {
     if (!m_left) {
         seedLogs();
+        if (m_kind != Window::OldFile)
+            bringUpToDate();
         // As delivered: no text is new.
         folder.write(u"EnglishTranslation.xml"_s, languageFile());
         return;
@@ -107,6 +114,12 @@ void World::seed() {
     QString options = QString::fromUtf8(folder.read(u"options.xml"_s));
     options.replace(QRegularExpression(u"<DBLocation>[^<]*"_s), u"<DBLocation>"_s + databasePath());
     folder.write(u"options.xml"_s, options.toUtf8());
+}
+
+/// With an identity, the same in each world, and a history of each change from here on.
+void World::bringUpToDate() const {
+    sql(delivered(u"identity.sql"_s) + delivered(u"history.sql"_s) +
+        u"UPDATE FileIdentity SET fid_Identity = '0123456789abcdef0123456789abcdef'"_s);
 }
 
 QStringList World::told() {
@@ -147,9 +160,10 @@ namespace {
 
 using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 
-/// Hold identities of files.
-constexpr std::array<std::string_view, 4> randomColumns{"fid_Identity", "fid_Parent", "kmp_Archive",
-                                                        "abt_Archive"};
+/// Hold identities of files, moments, and what is made of them.
+constexpr std::array<std::string_view, 8> randomColumns{"fid_Identity", "fid_Parent", "kmp_Archive",
+                                                        "abt_Archive",  "hst_When",   "hst_Salt",
+                                                        "hst_Digest",   "hst_Seal"};
 
 int appendRow(void* target, int count, char** values, char** names) {
     auto& text = *static_cast<std::string*>(target);

@@ -27,7 +27,8 @@ public:
 
 class World : public ScreenTest {
 public:
-    enum class Window { Open, None };
+    /// OldFile: no window, and a database of version 1.0.
+    enum class Window { Open, None, OldFile };
     /// The sample records of the screens' tests, or that folder.
     /// mixer: as it stands, on the line.
     explicit World(Window window = Window::Open, const Image* left = nullptr,
@@ -62,7 +63,10 @@ protected:
     void seed() override;
 
 private:
+    void bringUpToDate() const;
+
     QtMessageHandler m_keptHandler;
+    Window m_kind;
     const Image* m_left;
     QStringList m_said;
 };

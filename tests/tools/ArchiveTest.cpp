@@ -137,6 +137,31 @@ TEST_F(ArchiveTest, WhatAKilledRunHasLeftIsNotPlayedIntoTheNextArchive) {
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), (QStringList{"old.mdb", "other.mdb", "s.mdb"}));
 }
 
+// The old chain is in the archive, and the file's goes on from it.
+TEST_F(ArchiveTest, TheHistoryGoesAlongAndTheFilesOwnGoesOn) {
+    fill();
+    const int rows = stored("s.mdb", "SELECT count(*) FROM History").toInt();
+    ASSERT_GT(rows, 100);
+    ASSERT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(stored("old.mdb", "SELECT count(*), sum(hst_Seal IS NULL) FROM History"),
+              u"%1|0"_s.arg(rows + 1))
+        << "what others had changed is sealed";
+    EXPECT_EQ(stored("s.mdb", "SELECT HistoryID, hst_What FROM History"), u"%1|archived"_s.arg(rows + 2));
+    const QString seal =
+        stored("old.mdb", "SELECT lower(hex(hst_Seal)) FROM History ORDER BY HistoryID DESC LIMIT 1");
+    EXPECT_TRUE(stored("s.mdb", "SELECT hst_Fields FROM History")
+                    .contains(u"before='%1:%2',"_s.arg(rows + 1).arg(seal)));
+    support::runSql(path("s.mdb"),
+                    "UPDATE Log SET log_Notes = 'x' WHERE LogID = 1; DELETE FROM RXs WHERE RXsID = 1");
+    EXPECT_EQ(stored("s.mdb", "SELECT count(*) FROM History"), "3") << "the file writes its history again";
+    EXPECT_EQ(checkDatabase(path("s.mdb")), QStringList());
+    EXPECT_EQ(checkDatabase(path("old.mdb")), QStringList());
+    support::runSql(path("s.mdb"),
+                    "DROP TRIGGER History_Log_Changed; UPDATE Log SET log_Notes = 'y' WHERE LogID = 1");
+    EXPECT_EQ(run({"archive", path("s.mdb"), path("older.mdb"), "--keep", "6"}), 0)
+        << "a broken history keeps nobody from making room";
+}
+
 TEST_F(ArchiveTest, TheArchiveHasAnIdentityOfItsOwnAndNamesItsParent) {
     fill();
     const QString identity = stored("s.mdb", "SELECT fid_Identity FROM FileIdentity");

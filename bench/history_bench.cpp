@@ -1,0 +1,107 @@
+// A batch with 30 lines, each row with a commit of its own as the program makes them, on the disk of the folder that
+// is named first (else the system's scratch folder): with the history of changes, and without it. Then the work on a
+// long history.
+#include "db/DatabaseFile.h"
+#include "history/HistoryChain.h"
+#include "history/HistorySeal.h"
+#include "platform/data/Connection.h"
+#include "platform/data/Sqlite.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <sqlite3.h>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString where = QDir::tempPath();
+
+constexpr int lines = 30;
+constexpr int rowsOfMemos = 60;
+
+/// A sample pharmacy, open.
+class Pharmacy {
+public:
+    explicit Pharmacy(bool withHistory) : m_folder(where + u"/history-XXXXXX"_s) {
+        const QString path = m_folder.filePath(u"bench.mdb"_s);
+        sorvanto::createSample(path, 1000);
+        m_connection.open(u"Data Source="_s + path);
+        if (withHistory)
+            sorvanto::keepHistory(m_connection);
+        else
+            dropHistory();
+    }
+    platform::Connection& connection() { return m_connection; }
+
+private:
+    void dropHistory() {
+        sqlite3_exec(m_connection.handle(), "DROP TABLE IF EXISTS History", nullptr, nullptr, nullptr);
+        QStringList triggers;
+        {
+            const QString list =
+                u"SELECT name FROM sqlite_schema WHERE type = 'trigger' AND name LIKE 'History%'"_s;
+            platform::sqlite::Statement row(m_connection.handle(), list, list);
+            while (row.step())
+                triggers << row.value(0, {platform::FieldKind::Text, 0}).toString();
+        }
+        for (const QString& trigger : triggers)
+            sqlite3_exec(m_connection.handle(), ("DROP TRIGGER " + trigger).toUtf8().constData(), nullptr,
+                         nullptr, nullptr);
+    }
+
+    QTemporaryDir m_folder;
+    platform::Connection m_connection;
+};
+
+void logBatch(platform::Connection& connection) {
+    const QString memo = u"<Row><Speed>1200</Speed><Time>60</Time></Row>"_s.repeated(rowsOfMemos);
+    connection.execute(
+        u"INSERT INTO Log (FormulaID, log_Name, log_Strength, log_Units, log_Quantity, log_Lot, log_Mix, log_Results) "
+        "VALUES (3, 'Hydrocortisone 1% Cream', '1%', 'GMS', 100, 'SV04269012', '%1', '%1')"_s.arg(memo));
+    for (int line = 0; line < lines; ++line)
+        connection.execute(
+            u"INSERT INTO LogChem (LogID, ChemicalID, lch_Name, lch_Units, lch_Lot, lch_NDC, lch_Cost, lch_AWP, "
+            "lch_Supplier, lch_Form, lch_GUID, lch_QTY) VALUES (7, 3, 'Hydrocortisone Micronized', 'GMS', 'HC24118', "
+            "'00000-2101-25', 2.85, 6.9, 'Northfield', 'PWD', '9E3779B1-9E37-444F-87DB-0A5E6F8E96FB', 1.5)"_s);
+}
+
+double millisecondsOf(platform::Connection& connection) {
+    QElapsedTimer timer;
+    timer.start();
+    logBatch(connection);
+    constexpr double nanosecondsInMillisecond = 1e6;
+    return static_cast<double>(timer.nsecsElapsed()) / nanosecondsInMillisecond;
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+/// In turns, since a disk has its moods.
+void batches(int rounds) {
+    Pharmacy plain(false);
+    Pharmacy kept(true);
+    std::vector<double> without;
+    std::vector<double> with;
+    for (int round = 0; round < rounds; ++round) {
+        without.push_back(millisecondsOf(plain.connection()));
+        with.push_back(millisecondsOf(kept.connection()));
+    }
+    std::printf("batch of %d lines, median of %d: %.1f ms without, %.1f ms with history, ratio %.2f\n", lines,
+                rounds, median(without), median(with), median(with) / median(without));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc > 1)
+        where = QString::fromLocal8Bit(argv[1]);
+    batches(41);
+    return 0;
+}

@@ -1,0 +1,109 @@
+// Walks through History in the order of its rows and seals each of them anew.
+#include "history/HistoryChain.h"
+
+#include "history/HistorySeal.h"
+#include "platform/data/Sqlite.h"
+
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::sqlite::Statement;
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
+
+QString rowsSql() {
+    const QString seal = sealArguments().arg(u"lag(hst_Seal) OVER (ORDER BY HistoryID)"_s, u"hst_Person"_s,
+                                             u"hst_Program"_s, u"hst_Digest"_s);
+    return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
+           "coalesce(hst_Seal = history_hash(%1), 0), "
+           "coalesce(hst_Digest = history_hash(hst_Salt, hst_Name, hst_Fields), 0), "
+           "hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL AND %2 "
+           "FROM History ORDER BY HistoryID"_s.arg(seal,
+                                                   u"EXISTS (SELECT 1 FROM History f WHERE f.hst_Table = "
+                                                   "'Patient' AND f.hst_Record = History.hst_Record AND "
+                                                   "f.hst_What = 'forgotten' AND f.HistoryID > "
+                                                   "History.HistoryID)"_s);
+}
+
+enum Column { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
+
+QString named(const Statement& row) {
+    return u"row %1 (%2 %3, %4, %5)"_s.arg(row.integer(Id))
+        .arg(row.value(Table, asText).toString())
+        .arg(row.integer(Key))
+        .arg(row.value(What, asText).toString(), row.value(When, asText).toString());
+}
+
+/// A chain begins with its first row, or where an archive has taken along what was before.
+bool beginsHere(const Statement& row) {
+    const QString what = row.value(What, asText).toString();
+    return row.integer(Id) == 1 ? what == "begun"_L1 : what == "archived"_L1;
+}
+
+std::int64_t lastNumberGiven(sqlite3* database) {
+    Statement last(database, u"SELECT seq FROM sqlite_sequence WHERE name = 'History'"_s, {});
+    return last.step() ? last.integer(0) : 0;
+}
+
+}  // namespace
+
+HistoryHead historyHead(sqlite3* database) {
+    if (!hasHistory(database))
+        return {};
+    Statement last(database,
+                   u"SELECT HistoryID, hex(hst_Seal) FROM History WHERE hst_Seal IS NOT NULL "
+                   "ORDER BY HistoryID DESC LIMIT 1"_s,
+                   {});
+    if (!last.step())
+        return {};
+    return {last.integer(0), QByteArray::fromHex(last.value(1, asText).toString().toLatin1())};
+}
+
+QString toText(const HistoryHead& head) {
+    return u"%1:%2"_s.arg(head.count).arg(QString::fromLatin1(head.seal.toHex()));
+}
+
+HistoryHead headFromText(const QString& text) {
+    constexpr qsizetype sealLength = 32;
+    HistoryHead head{text.section(u':', 0, 0).toLongLong(),
+                     QByteArray::fromHex(text.section(u':', 1).toLatin1())};
+    return head.count > 0 && head.seal.size() == sealLength ? head : HistoryHead();
+}
+
+QStringList chainProblems(sqlite3* database) {
+    if (!hasHistory(database))
+        return {};
+    installHistoryHash(database);
+    Statement row(database, rowsSql(), {});
+    std::int64_t last = 0;
+    bool unsealed = false;
+    for (bool first = true; row.step(); first = false) {
+        const std::int64_t id = row.integer(Id);
+        if (first && !beginsHere(row))
+            return {u"The history does not begin with its first row, but with %1"_s.arg(named(row))};
+        if (!first && id != last + 1)
+            return {u"The history has no rows between %1 and %2"_s.arg(last).arg(id)};
+        if (unsealed && row.integer(Unsealed) == 0)
+            return {u"The history is broken before %1: there is no seal"_s.arg(named(row))};
+        unsealed = unsealed || row.integer(Unsealed) != 0;
+        const bool holds =
+            row.integer(SealHolds) != 0 && (row.integer(DigestHolds) != 0 || row.integer(Forgotten) != 0);
+        if (!unsealed && !holds)
+            return {u"The history is broken at %1: it is not as it was sealed"_s.arg(named(row))};
+        last = id;
+    }
+    if (const std::int64_t given = lastNumberGiven(database); given != last)
+        return {u"The history ends with row %1, although row %2 was written"_s.arg(last).arg(given)};
+    return {};
+}
+
+bool holdsHead(sqlite3* database, const HistoryHead& head) {
+    Statement row(database, u"SELECT hex(hst_Seal) FROM History WHERE HistoryID = ?"_s, {});
+    row.bind(1, qint64{head.count});
+    return row.step() && QByteArray::fromHex(row.value(0, asText).toString().toLatin1()) == head.seal;
+}
+
+}  // namespace sorvanto

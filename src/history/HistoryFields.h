@@ -1,0 +1,22 @@
+// The fields of a row of History: name=value of a row that was made or deleted, name=before>after of one that changed,
+// joined by commas; values are literals of the engine.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <vector>
+
+namespace sorvanto {
+
+struct HistoryField {
+    QString name;
+    QVariant before;  ///< of a change; else invalid
+    QVariant after;   ///< of a deleted row its last value
+    bool operator==(const HistoryField&) const = default;
+};
+
+/// In the order in which they stand there. Texts come as QString, whole numbers as qint64, others as double, NULL as an
+/// invalid value, what is none of these as the QString that stands there. Stops where the text is not of this form.
+std::vector<HistoryField> readHistoryFields(const QString& text);
+
+}  // namespace sorvanto

@@ -1,0 +1,67 @@
+#include "history/HistoryPause.h"
+
+#include "history/HistorySeal.h"
+#include "platform/data/Sqlite.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::sqlite::Statement;
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
+
+void run(sqlite3* database, const QString& sql) {
+    Statement statement(database, sql, sql);
+    while (statement.step()) {
+    }
+}
+
+}  // namespace
+
+HistoryPause::HistoryPause(sqlite3* database) : m_database(database) {
+    QStringList names;
+    {
+        Statement triggers(database,
+                           u"SELECT name, sql FROM main.sqlite_schema WHERE type = 'trigger' AND "
+                           "substr(name, 1, 8) = 'History_' ORDER BY rowid"_s,
+                           {});
+        while (triggers.step()) {
+            names << triggers.value(0, asText).toString();
+            m_triggers << triggers.value(1, asText).toString();
+        }
+    }
+    for (const QString& name : names)
+        run(database, u"DROP TRIGGER main.\"%1\""_s.arg(name));
+}
+
+void HistoryPause::end() {
+    for (const QString& trigger : m_triggers)
+        run(m_database, trigger);
+}
+
+void addHistoryRow(sqlite3* database, const QString& what, const QString& fields) {
+    if (!hasHistory(database))
+        return;
+    const QString sql =
+        u"INSERT INTO History (hst_Table, hst_Key, hst_Record, hst_What, hst_Fields) VALUES ('', 0, 0, ?, ?)"_s;
+    Statement statement(database, sql, sql);
+    statement.bind(1, what);
+    statement.bind(2, fields);
+    statement.step();
+}
+
+void continueHistory(sqlite3* database, const QString& archive, const HistoryHead& before) {
+    if (!hasHistory(database))
+        return;
+    run(database, u"DELETE FROM History"_s);
+    const QString sql =
+        u"INSERT INTO History (HistoryID, hst_Table, hst_Key, hst_Record, hst_What, hst_Fields) SELECT ?, '', 0, 0, "
+        "'archived', ? || ',' || group_concat(name || '=' || seq) FROM sqlite_sequence WHERE name <> 'History'"_s;
+    Statement statement(database, sql, sql);
+    statement.bind(1, qint64{before.count + 1});
+    statement.bind(2, u"archive='%1',before='%2'"_s.arg(archive, toText(before)));
+    statement.step();
+}
+
+}  // namespace sorvanto

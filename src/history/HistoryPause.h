@@ -1,0 +1,34 @@
+// A span in which a file doesn't write its history, for work that changes no record: new keys in an archive run, and the
+// blanking that a patient has asked for. Within a transaction alone, so that no other program meets the file without it.
+#pragma once
+
+#include "history/HistoryChain.h"
+
+#include <QString>
+#include <QStringList>
+
+struct sqlite3;
+
+namespace sorvanto {
+
+class HistoryPause {
+public:
+    /// Does nothing on a file without history.
+    explicit HistoryPause(sqlite3* database);
+    /// The file writes its history again. To be called before the transaction is committed; without it the transaction is
+    /// to be taken back.
+    void end();
+
+private:
+    sqlite3* m_database;
+    QStringList m_triggers;
+};
+
+/// Writes a row that is about the file as a whole, sealed when the connection keeps history. Nothing on a file without.
+void addHistoryRow(sqlite3* database, const QString& what, const QString& fields);
+
+/// Where an archive has taken the history along: the file's own begins anew, numbered and sealed on from that head.
+/// Within a pause.
+void continueHistory(sqlite3* database, const QString& archive, const HistoryHead& before);
+
+}  // namespace sorvanto

@@ -1,0 +1,162 @@
+// A table's rows and its part of the history are read side by side in the order of the keys; each row's changes are put
+// together to what it should be now.
+#include "history/HistoryReplay.h"
+
+#include "history/HistoryFields.h"
+#include "history/HistorySeal.h"
+#include "platform/data/Sqlite.h"
+
+#include <QMap>
+#include <QSet>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::sqlite::Statement;
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
+constexpr int mostProblems = 20;
+constexpr std::array tables{"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"};
+
+using Fields = QMap<QString, QVariant>;
+
+/// What the history says of one row.
+struct Told {
+    enum class State { Unknown, There, Gone };
+    State state = State::Unknown;
+    Fields fields;  ///< those that are known
+};
+
+/// The highest key of each table when the history began.
+Fields keysAtBegin(sqlite3* database) {
+    Statement row(
+        database,
+        u"SELECT hst_Fields FROM History WHERE hst_What IN ('begun', 'archived') ORDER BY HistoryID LIMIT 1"_s,
+        {});
+    Fields keys;
+    if (row.step()) {
+        for (const HistoryField& field : readHistoryFields(row.value(0, asText).toString()))
+            keys[field.name] = field.after;
+    }
+    return keys;
+}
+
+/// The rows as the history would write them down.
+QString rowsSql(sqlite3* database, const QString& table, QString& key) {
+    Statement columns(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
+    columns.bind(1, table);
+    QStringList parts;
+    while (columns.step()) {
+        const QString name = columns.value(0, asText).toString();
+        if (key.isEmpty())
+            key = name;
+        else
+            parts << u"'%1=' || quote(\"%1\")"_s.arg(name);
+    }
+    return u"SELECT \"%1\", %2 FROM \"%3\" ORDER BY 1"_s.arg(key, parts.join(u" || ',' || "_s), table);
+}
+
+class TableReplay {
+public:
+    TableReplay(sqlite3* database, const QString& table, qint64 firstKnown)
+        : m_table(table), m_firstKnown(firstKnown), m_rows(database, rowsSql(database, table, m_key), {}),
+          m_history(database,
+                    u"SELECT hst_Key, hst_What, hst_Fields FROM History WHERE hst_Table = ? "
+                    "ORDER BY hst_Key, HistoryID"_s,
+                    {}) {
+        m_history.bind(1, table);
+        collectMoved(database);
+    }
+
+    QStringList problems() {
+        bool row = m_rows.step();
+        bool history = m_history.step();
+        while ((row || history) && m_problems.size() < mostProblems) {
+            const std::int64_t key = !row       ? m_history.integer(0)
+                                     : !history ? m_rows.integer(0)
+                                                : std::min(m_rows.integer(0), m_history.integer(0));
+            Told told;
+            for (; history && m_history.integer(0) == key; history = m_history.step())
+                add(told);
+            const bool there = row && m_rows.integer(0) == key;
+            compare(key, told, there);
+            if (there)
+                row = m_rows.step();
+        }
+        return m_problems;
+    }
+
+private:
+    void add(Told& told) {
+        const QString what = m_history.value(1, asText).toString();
+        const QVariant fields = m_history.value(2, asText);
+        if (what == "deleted"_L1) {
+            told = {Told::State::Gone, {}};
+        } else if (!fields.isValid()) {  // blanked on request
+            told = {};
+        } else {
+            if (what == "made"_L1)
+                told.fields.clear();
+            told.state = Told::State::There;
+            for (const HistoryField& field : readHistoryFields(fields.toString()))
+                told.fields[field.name] = field.after;
+        }
+    }
+    /// Rows that another program has given another key: theirs can't be told.
+    void collectMoved(sqlite3* database) {
+        Statement moves(
+            database,
+            u"SELECT hst_Key, hst_Fields FROM History WHERE hst_Table = ?1 AND hst_What = 'changed' AND "
+            "substr(hst_Fields, 1, length(?2) + 1) = ?2 || '='"_s,
+            {});
+        moves.bind(1, m_table);
+        moves.bind(2, m_key);
+        while (moves.step()) {
+            m_moved << moves.integer(0);
+            if (const auto fields = readHistoryFields(moves.value(1, asText).toString()); !fields.empty())
+                m_moved << fields.front().after.toLongLong();
+        }
+    }
+    void compare(std::int64_t key, const Told& told, bool there) {
+        if (m_moved.contains(key))
+            return;
+        if (there != (told.state == Told::State::There) && told.state != Told::State::Unknown)
+            return tell(key, there ? u"is there, although the history says that it was deleted"_s
+                                   : u"is not there, although the history doesn't say that it was deleted"_s);
+        if (!there)
+            return;
+        if (told.state == Told::State::Unknown && told.fields.isEmpty() && key > m_firstKnown)
+            return tell(key, u"is there, although the history doesn't say that it was made"_s);
+        for (const HistoryField& field : readHistoryFields(m_rows.value(1, asText).toString())) {
+            if (told.fields.contains(field.name) && told.fields[field.name] != field.after)
+                return tell(key, u"differs in %1 from what the history says"_s.arg(field.name));
+        }
+    }
+    void tell(std::int64_t key, const QString& what) {
+        m_problems << u"%1 %2 %3"_s.arg(m_table).arg(key).arg(what);
+    }
+
+    QString m_table, m_key;
+    qint64 m_firstKnown;
+    Statement m_rows, m_history;
+    QSet<qint64> m_moved;
+    QStringList m_problems;
+};
+
+}  // namespace
+
+QStringList recordProblems(sqlite3* database) {
+    if (!hasHistory(database))
+        return {};
+    const Fields known = keysAtBegin(database);
+    QStringList problems;
+    for (const char* table : tables) {
+        const QString name = QLatin1String(table);
+        problems += TableReplay(database, name, known.value(name).toLongLong()).problems();
+    }
+    return problems.mid(0, mostProblems);
+}
+
+}  // namespace sorvanto

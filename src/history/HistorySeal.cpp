@@ -1,0 +1,93 @@
+// The seal is made by a trigger of the connection's own (in its temporary schema), since a trigger of the file could not
+// call a function of the program: other programs that change the file would fail.
+#include "history/HistorySeal.h"
+
+#include "platform/basic/Version.h"
+#include "platform/data/Sqlite.h"
+
+#include <QCryptographicHash>
+#include <QSysInfo>
+#include <pwd.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+/// Nothing that is stored can be read in two ways: type, length, bytes.
+void add(QCryptographicHash& hash, sqlite3_value* value) {
+    const int type = sqlite3_value_type(value);
+    const char kinds[] = {'?', 'i', 'r', 't', 'b', 'n'};
+    const void* bytes = type == SQLITE_BLOB ? sqlite3_value_blob(value) : sqlite3_value_text(value);
+    const QByteArray content(static_cast<const char*>(bytes), bytes ? sqlite3_value_bytes(value) : 0);
+    hash.addData(QByteArray(1, kinds[type]) + QByteArray::number(content.size()) + ':' + content);
+}
+
+void historyHash(sqlite3_context* context, int count, sqlite3_value** values) {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (int i = 0; i < count; ++i)
+        add(hash, values[i]);
+    const QByteArray result = hash.result();
+    sqlite3_result_blob(context, result.constData(), static_cast<int>(result.size()), SQLITE_TRANSIENT);
+}
+
+QString quoted(QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\''; }
+
+/// Seals the rows of History that meet the condition; in the order of their keys, which is the engine's for such an
+/// update, so that each finds the one before it sealed.
+QString sealing(const QString& person, const QString& program, const QString& condition) {
+    const QString digest = u"history_hash(hst_Salt, hst_Name, hst_Fields)"_s;
+    const QString before = u"(SELECT p.hst_Seal FROM History p WHERE p.HistoryID < History.HistoryID "
+                           "ORDER BY p.HistoryID DESC LIMIT 1)"_s;
+    return u"UPDATE History SET hst_Person = %1, hst_Program = %2, hst_Digest = %3, hst_Seal = history_hash(%4) "
+           "WHERE %5;"_s.arg(person, program, digest, sealArguments().arg(before, person, program, digest),
+                             condition);
+}
+
+}  // namespace
+
+HistoryWriter currentWriter() {
+    const passwd* account = ::getpwuid(::geteuid());
+    const QString name = account ? QString::fromLocal8Bit(account->pw_name) : QString::number(::geteuid());
+    return {name + u'@' + QSysInfo::machineHostName(), platform::programVersion()};
+}
+
+bool hasHistory(sqlite3* database) {
+    return sqlite3_table_column_metadata(database, "main", "History", "hst_Seal", nullptr, nullptr, nullptr,
+                                         nullptr, nullptr) == SQLITE_OK;
+}
+
+void installHistoryHash(sqlite3* database) {
+    sqlite3_create_function_v2(database, "history_hash", -1,
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, historyHash,
+                               nullptr, nullptr, nullptr);
+}
+
+QString sealArguments() {
+    return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4"_s;
+}
+
+void keepHistory(const platform::Connection& connection, const HistoryWriter& writer) {
+    sqlite3* database = connection.handle();
+    if (!database || !hasHistory(database))
+        return;
+    installHistoryHash(database);
+    const QString outside = quoted(QLatin1String(outsideProgram));
+    const QString person = quoted(writer.person);
+    const QString program = quoted(writer.program);
+    // The file begins its history itself.
+    const QString strays = sealing(
+        u"''"_s, u"iif(hst_What = 'begun', %1, %2)"_s.arg(program, outside),
+        u"hst_Seal IS NULL AND HistoryID < NEW.HistoryID AND HistoryID > coalesce((SELECT s.HistoryID FROM "
+        "History s WHERE s.hst_Seal IS NOT NULL ORDER BY s.HistoryID DESC LIMIT 1), 0)"_s);
+    const QString own = sealing(person, program, u"HistoryID = NEW.HistoryID"_s);
+    for (const QString& sql :
+         {u"PRAGMA temp_store = MEMORY"_s, u"DROP TRIGGER IF EXISTS temp.History_Sealing"_s,
+          u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 %2 END"_s.arg(strays,
+                                                                                                    own)})
+        platform::sqlite::Statement(database, sql, sql).step();
+}
+
+}  // namespace sorvanto

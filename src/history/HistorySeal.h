@@ -1,0 +1,41 @@
+// Who changes the records of a file, and the seal of what is written down about it. The file's own triggers write each
+// change into its table History; a connection that keeps history adds the person and the seal to each of these rows,
+// within the statement that made the change.
+#pragma once
+
+#include "platform/data/Connection.h"
+
+#include <QString>
+
+struct sqlite3;
+
+namespace sorvanto {
+
+/// What a row says of the program that wrote it when it was not this one.
+inline constexpr char outsideProgram[] = "outside";
+
+struct HistoryWriter {
+    QString person;   ///< account and computer, "rkent@bench2"
+    QString program;  ///< its version
+};
+
+/// The account and the computer as the system gives them, and this program.
+HistoryWriter currentWriter();
+
+/// Whether the file is of a version that keeps history.
+bool hasHistory(sqlite3* database);
+
+/// From now on each change by this connection is sealed as that writer's. Rows without a seal that come before it in the
+/// file were written by others: they are sealed first and marked as from outside. Nothing happens to a file
+/// without history. To be called again when the file has been brought up to date.
+void keepHistory(const platform::Connection& connection, const HistoryWriter& writer = currentWriter());
+
+/// Gives the engine history_hash(...): the SHA-256 of its arguments, each with its type and length. A row's digest
+/// is that of salt, name and fields; its seal that of the seal before, its other values and its digest.
+void installHistoryHash(sqlite3* database);
+
+/// The arguments of history_hash for the seal of a row of History: %1 the seal before, %2 the person, %3 the program,
+/// %4 the digest.
+QString sealArguments();
+
+}  // namespace sorvanto
