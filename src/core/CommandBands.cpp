@@ -122,6 +122,7 @@ constexpr ToolRow formsMenu[] = {
     {"mnuPatients", "Forms", "&Patients", nullptr, nullptr, "Ctrl+5"},
     separator,
     {"mnuTrace", "Menus", "&Where Did It Go", nullptr, nullptr, "Ctrl+6"},
+    {"mnuHistory", "Menus", "&History", nullptr, nullptr, "Ctrl+7"},
 };
 
 /// Button and menu entry that do the same: the entry has the keys.

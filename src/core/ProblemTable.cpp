@@ -125,6 +125,8 @@ constexpr FailedDeed deeds[] = {
     {"TraceWindow:* frmMain:showTrace",
      "What the lists show is not complete: do not rely on it, and search again. Nothing stored was changed."},
     {"Help:open", "The manual is not shown whole. Nothing stored was changed."},
+    {"HistoryWindow:* frmMain:showHistory",
+     "The history shown is not complete: open it again. Nothing stored was changed."},
     {"HealthPage:check", "The health page is not complete. Nothing stored was changed."},
     {"main:enterFolder", "Not all delivered files were brought up to date. Your own files are unchanged."},
     {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act ReportFlow:saved",

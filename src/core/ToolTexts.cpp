@@ -81,6 +81,7 @@ constexpr TextRow texts[] = {
     {"mnuForms", Field::Caption, "mnuTrace", "&Where Did It Go"},
     {"MainBar", Field::ToolTip, "cmdTrace", "Where Used"},
     {"mnuHelp", Field::Caption, "mnuManual", "&Manual"},
+    {"mnuForms", Field::Caption, "mnuHistory", "&History"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

@@ -105,6 +105,8 @@ private:
     HealthContext healthContext() const;
     void showTrace();
     TraceWindow::Start traceStart() const;
+    void showHistory();
+    QString shownName() const;
     void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();
     void editOptions();

@@ -68,6 +68,8 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
             showHealth();
         if (name == "mnuTrace"_L1 || name == "cmdTrace"_L1)
             showTrace();
+        if (name == "mnuHistory"_L1)
+            showHistory();
         act(name, searchText);
         if (!refusesTool(name))
             raiseBtnClick(tool.name(), searchText);

@@ -130,6 +130,9 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"Where used",
          {u"core/frmMain_trace showModal"_s, u"class TraceWindow"_s},
          asked(u"cmdLogs"_s, u"cmdTrace"_s, u"TraceWindow"_s)},
+        {"History",
+         {u"core/frmMain_history showModal"_s, u"class HistoryWindow"_s},
+         asked(u"cmdFormulas"_s, u"mnuHistory"_s, u"HistoryWindow"_s)},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

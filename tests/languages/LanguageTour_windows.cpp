@@ -114,6 +114,7 @@ void LanguageTour::dialogs() {
     click("mnuAbout");
     click("mnuHealth");
     click("mnuTrace");
+    click("mnuHistory");
 }
 
 void LanguageTour::boxProblems() {

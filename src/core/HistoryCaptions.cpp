@@ -1,0 +1,130 @@
+#include "core/HistoryCaptions.h"
+
+#include "platform/basic/Dates.h"
+#include "platform/report/Report.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+struct Caption {
+    QLatin1String column;
+    const char* english;
+};
+
+constexpr Caption captions[] = {
+    {"chm_Name"_L1, "Chemical Name"},
+    {"chm_Units"_L1, "Unit of Measure"},
+    {"chm_Lot"_L1, "Lot Number"},
+    {"chm_NDC"_L1, "NDC"},
+    {"chm_Cost"_L1, "Cost per Unit"},
+    {"chm_AWP"_L1, "AWP per Unit"},
+    {"chm_Notes"_L1, "Notes"},
+    {"chm_Form"_L1, "Chemical Form"},
+    {"chm_Supplier"_L1, "Supplier"},
+    {"frm_Name"_L1, "Formula Name"},
+    {"frm_Desc"_L1, "Description"},
+    {"frm_Strength"_L1, "Strength"},
+    {"frm_Units"_L1, "Units"},
+    {"frm_Instructions"_L1, "Mix Notes"},
+    {"frm_Quantity"_L1, "Quantity"},
+    {"frm_JarSize"_L1, "Jar Size"},
+    {"frm_FormType"_L1, "Formula Type"},
+    {"frm_AWP"_L1, "AWP"},
+    {"frm_NDC"_L1, "Formula NDC"},
+    {"frm_Mix"_L1, "Mix settings"},
+    {"fch_Qty"_L1, "Qty"},
+    {"fch_QS"_L1, "QS"},
+    {"fch_Active"_L1, "Active"},
+    {"log_Name"_L1, "Formula Name"},
+    {"log_Strength"_L1, "Strength"},
+    {"log_Desc"_L1, "Description"},
+    {"log_Units"_L1, "Units"},
+    {"log_FormType"_L1, "Formula Type"},
+    {"log_Quantity"_L1, "Quantity"},
+    {"log_JarSize"_L1, "Jar Size"},
+    {"log_NDC"_L1, "NDC"},
+    {"log_Date"_L1, "Date"},
+    {"log_Lot"_L1, "Lot #"},
+    {"log_Initials"_L1, "Logged"},
+    {"log_Verified"_L1, "Verified"},
+    {"log_AWP"_L1, "AWP"},
+    {"log_Cost"_L1, "Cost"},
+    {"log_Notes"_L1, "Log Notes"},
+    {"log_Mix"_L1, "Mix settings"},
+    {"lch_Name"_L1, "Name"},
+    {"lch_Units"_L1, "Units"},
+    {"lch_Lot"_L1, "Lot"},
+    {"lch_NDC"_L1, "NDC"},
+    {"lch_Cost"_L1, "Cost"},
+    {"lch_AWP"_L1, "AWP"},
+    {"lch_Supplier"_L1, "Supplier"},
+    {"lch_QTY"_L1, "Qty"},
+    {"pat_FName"_L1, "First Name"},
+    {"pat_LName"_L1, "Last Name"},
+    {"pat_Address1"_L1, "Address"},
+    {"pat_Address2"_L1, "Address"},
+    {"pat_City"_L1, "City"},
+    {"pat_State"_L1, "State"},
+    {"pat_Zip"_L1, "Zip Code"},
+    {"pat_Country"_L1, "Country"},
+    {"pat_BDay"_L1, "Birthdate"},
+    {"pat_Phone"_L1, "Phone"},
+    {"pat_Fax"_L1, "Fax"},
+    {"pat_Notes"_L1, "Notes"},
+    {"rxs_Date"_L1, "Date"},
+    {"rxs_QTY"_L1, "Qty"},
+    {"rxs_Cost"_L1, "Cost"},
+    {"rxs_Price"_L1, "Price"},
+    {"rxs_Consult"_L1, "Consult"},
+    {"rxs_Doctor"_L1, "Doctor"},
+};
+
+QString entryOf(const QStringList& table, const QVariant& index) {
+    const QString entry = table.value(index.toInt());
+    return entry.isEmpty() ? index.toString() : entry;
+}
+
+}  // namespace
+
+QString historyCaption(const QString& column) {
+    const auto* found = std::find_if(std::begin(captions), std::end(captions),
+                                     [&](const Caption& caption) { return caption.column == column; });
+    return found == std::end(captions) ? QString() : translated(QString::fromLatin1(found->english));
+}
+
+QString historyValue(const QString& column, const QVariant& value) {
+    if (!value.isValid())
+        return {};
+    if (column.endsWith("_Mix"_L1))
+        return u"…"_s;  // a document
+    if (column.endsWith("_JarSize"_L1))
+        return entryOf(basMain::JarSizes, value);
+    if (column.endsWith("_FormType"_L1))
+        return entryOf(basMain::MixTypes, value);
+    if (column == "fch_QS"_L1 || column == "fch_Active"_L1)
+        return translated(value.toInt() != 0 ? u"Yes"_s : u"No"_s);
+    if (const QDateTime date = platform::fromStoredDate(value.toString());
+        date.isValid() && (column.endsWith("Date"_L1) || column.endsWith("BDay"_L1)))
+        return platform::dateText(date);
+    return value.userType() == QMetaType::Double ? platform::shownText(value.toDouble(), QString())
+                                                 : value.toString();
+}
+
+QString historyDeed(const QString& what) {
+    if (what == "made"_L1)
+        return translated(u"made"_s);
+    if (what == "changed"_L1)
+        return translated(u"changed"_s);
+    if (what == "deleted"_L1)
+        return translated(u"deleted"_s);
+    return translated(u"blanked"_s);
+}
+
+}  // namespace sorvanto

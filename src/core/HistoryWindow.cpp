@@ -1,0 +1,226 @@
+#include "core/HistoryWindow.h"
+
+#include "core/HistoryCaptions.h"
+#include "core/TraceList.h"
+#include "platform/basic/Dates.h"
+#include "platform/basic/Plurals.h"
+#include "platform/widgets/Boxes.h"
+#include "platform/widgets/Theme.h"
+#include "shared/Guard.h"
+#include "shared/Translator.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::grid;
+
+constexpr int momentWidth = 200, personWidth = 160, deedWidth = 90, fieldWidth = 230;
+
+QString personText(const QString& person) {
+    return person.isEmpty() ? translated(u"another program"_s) : person;
+}
+
+/// The last moment of that day, as the computer's clock has it now.
+QDateTime endOf(const QDate& day) { return QDateTime(day, QTime(23, 59, 59, 999)); }
+
+/// Emptied by hand it holds the zero date.
+bool hasDay(const platform::DateBox& box) { return !box.text().isEmpty(); }
+
+QLabel* caption(const QString& text, QWidget& control) {
+    auto* made = new QLabel(text, control.parentWidget());
+    platform::setLook(*made, "quiet");
+    made->setBuddy(&control);
+    control.setAccessibleName(text);
+    return made;
+}
+
+}  // namespace
+
+HistoryWindow::HistoryWindow(const platform::ConnectionPtr& connection, Record record, QWidget* parent)
+    : QDialog(parent), m_connection(connection), m_record(std::move(record)),
+      m_entries(historyOf(connection->handle(), m_record.table, m_record.key)), m_person(new QComboBox(this)),
+      m_field(new QComboBox(this)), m_since(new platform::DateBox(this)), m_day(new platform::DateBox(this)),
+      m_changes(new TraceList(u"grdChanges"_s, this)), m_past(new TraceList(u"grdPast"_s, this)),
+      m_message(new QLabel(this)) {
+    setObjectName(u"HistoryWindow"_s);
+    setWindowTitle(translated(u"History of %1"_s).replace(u"%1"_s, m_record.name));
+    fillChoices();
+    buildWindow();
+    connect(m_person, &QComboBox::currentIndexChanged, this, &HistoryWindow::showChanges);
+    connect(m_field, &QComboBox::currentIndexChanged, this, &HistoryWindow::showChanges);
+    connect(m_since, &platform::DateBox::valueEdited, this, &HistoryWindow::showChanges);
+    connect(m_day, &platform::DateBox::valueEdited, this, &HistoryWindow::showPast);
+    showChanges();
+    showPast();
+}
+
+void HistoryWindow::buildWindow() {
+    m_person->setObjectName(u"cboPerson"_s);
+    m_field->setObjectName(u"cboField"_s);
+    m_since->setObjectName(u"txtSince"_s);
+    m_day->setObjectName(u"txtDay"_s);
+    m_message->setObjectName(u"lblNoHistory"_s);
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setWordWrap(true);
+    m_message->setText(
+        translated(u"Nothing is written down of this record: it was not changed since changes are kept."_s));
+    auto* close = new QPushButton(translated(u"Close"_s), this);
+    close->setObjectName(u"cmdClose"_s);
+    close->setAutoDefault(false);
+    QObject::connect(close, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto* top = new QHBoxLayout;
+    top->setSpacing(grid);
+    for (QWidget* control : {static_cast<QWidget*>(m_person), static_cast<QWidget*>(m_field)}) {
+        control->setMinimumWidth(24 * grid);
+        top->addWidget(control);
+    }
+    top->addSpacing(grid);
+    top->addWidget(caption(translated(u"Changed since"_s), *m_since));
+    top->addWidget(m_since);
+    top->addSpacing(grid);
+    top->addWidget(caption(translated(u"As it was on"_s), *m_day));
+    top->addWidget(m_day);
+    top->addStretch();
+    auto* bottom = new QHBoxLayout;
+    bottom->addStretch();
+    bottom->addWidget(close);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
+    column->setSpacing(2 * grid);
+    column->addLayout(top);
+    column->addWidget(m_message);
+    column->addWidget(m_changes, 3);
+    column->addWidget(m_past, 2);
+    column->addLayout(bottom);
+    const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
+    resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
+}
+
+QString HistoryWindow::fieldName(const HistoryEntry& entry, const HistoryField& field) const {
+    const QString name = historyCaption(field.name);
+    return entry.table == m_record.table || name.isEmpty() ? name : entry.name + u" · "_s + name;
+}
+
+void HistoryWindow::fillChoices() {
+    QStringList persons;
+    QStringList fields;
+    for (const HistoryEntry& entry : m_entries) {
+        persons << personText(entry.person);
+        for (const HistoryField& field : entry.fields)
+            fields << historyCaption(field.name);
+    }
+    for (auto [box, all, texts] : {std::tuple{m_person, translated(u"All persons"_s), &persons},
+                                   std::tuple{m_field, translated(u"All fields"_s), &fields}}) {
+        texts->removeDuplicates();
+        texts->removeAll(QString());
+        texts->sort(Qt::CaseInsensitive);
+        box->addItem(all);
+        box->addItems(*texts);
+        box->setAccessibleName(all);
+    }
+}
+
+bool HistoryWindow::isWanted(const HistoryEntry& entry) const {
+    if (m_person->currentIndex() > 0 && personText(entry.person) != m_person->currentText())
+        return false;
+    return !hasDay(*m_since) || entry.moment.date() >= m_since->value().date();
+}
+
+/// One row a field; who and when stand in the first of them.
+std::vector<QStringList> HistoryWindow::rowsOf(const HistoryEntry& entry) const {
+    QStringList head{platform::dateText(QDateTime(entry.moment.date(), entry.moment.time(), Qt::UTC)),
+                     personText(entry.person), historyDeed(entry.what)};
+    std::vector<QStringList> rows;
+    for (const HistoryField& field : entry.fields) {
+        const QString name = fieldName(entry, field);
+        const QString before =
+            historyValue(field.name, entry.what == "deleted"_L1 ? field.after : field.before);
+        const QString after = entry.what == "deleted"_L1 ? QString() : historyValue(field.name, field.after);
+        const bool says = entry.what == "changed"_L1 || !before.isEmpty() || !after.isEmpty();
+        if (name.isEmpty() || !says ||
+            (m_field->currentIndex() > 0 && historyCaption(field.name) != m_field->currentText()))
+            continue;
+        rows.push_back(head + QStringList{name, before, after});
+        head = {QString(), QString(), QString()};
+    }
+    if (entry.fields.empty() && m_field->currentIndex() <= 0)
+        rows.push_back(head);
+    return rows;
+}
+
+void HistoryWindow::showChanges() {
+    guarded(u"HistoryWindow:showChanges"_s, [&] {
+        std::vector<QStringList> rows;
+        std::int64_t changes = 0;
+        for (const HistoryEntry& entry : m_entries) {
+            if (!isWanted(entry))
+                continue;
+            const std::vector<QStringList> own = rowsOf(entry);
+            changes += own.empty() ? 0 : 1;
+            rows.insert(rows.end(), own.begin(), own.end());
+        }
+        m_message->setVisible(m_entries.empty());
+        m_changes->setTitle(platform::counted(translated(u"%1 change | %1 changes"_s), changes));
+        m_changes->setColumns({{translated(u"Date"_s), momentWidth},
+                               {translated(u"Who"_s), personWidth},
+                               {QString(), deedWidth},
+                               {translated(u"Field"_s), fieldWidth},
+                               {translated(u"Before"_s)},
+                               {translated(u"After"_s)}});
+        m_changes->setRows(std::move(rows));
+    });
+}
+
+QMap<QString, QString> HistoryWindow::shownAt(const QDateTime& moment) const {
+    QMap<QString, QString> shown;
+    for (const PastRow& row :
+         recordAsOf(m_connection->handle(), m_record.table, m_record.key, m_entries, moment)) {
+        QString line;
+        if (row.table != m_record.table) {
+            const auto named =
+                std::find_if(m_entries.begin(), m_entries.end(), [&](const HistoryEntry& entry) {
+                    return entry.table == row.table && entry.key == row.key;
+                });
+            const QString name = named == m_entries.end() ? QString::number(row.key) : named->name;
+            line = row.values.value(u"lch_Name"_s, name).toString() + u" · "_s;
+        }
+        for (auto field = row.values.begin(); field != row.values.end(); ++field) {
+            if (const QString name = historyCaption(field.key()); !name.isEmpty())
+                shown[line + name] = historyValue(field.key(), field.value());
+        }
+    }
+    return shown;
+}
+
+void HistoryWindow::showPast() {
+    guarded(u"HistoryWindow:showPast"_s, [&] {
+        m_past->setVisible(hasDay(*m_day));
+        if (!hasDay(*m_day))
+            return;
+        const QMap<QString, QString> then = shownAt(endOf(m_day->value().date()));
+        QMap<QString, QString> now = shownAt(QDateTime(QDate(9999, 12, 31), QTime()));
+        std::vector<QStringList> rows;
+        for (auto field = then.begin(); field != then.end(); ++field)
+            rows.push_back({field.key(), field.value(), now.take(field.key())});
+        for (auto field = now.begin(); field != now.end() && !then.isEmpty(); ++field)
+            rows.push_back({field.key(), QString(), field.value()});
+        m_past->setTitle(translated(u"As it was on %1"_s).replace(u"%1"_s, m_day->text()),
+                         then.isEmpty() ? translated(u"The record was not there then."_s) : QString());
+        m_past->setColumns(
+            {{translated(u"Field"_s), fieldWidth}, {translated(u"Then"_s)}, {translated(u"Now"_s)}});
+        m_past->setRows(std::move(rows));
+    });
+}
+
+}  // namespace sorvanto

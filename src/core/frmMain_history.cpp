@@ -1,0 +1,44 @@
+// The history of the record on show.
+#include "core/HistoryWindow.h"
+#include "core/frmMain.h"
+#include "platform/ask/Ask.h"
+#include "shared/Guard.h"
+#include "shared/ListedScreen.h"
+#include "shared/RecordScreen.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+void frmMain::showHistory() {
+    guarded(u"frmMain:showHistory"_s, [&] {
+        const auto* listed = dynamic_cast<const ListedScreen*>(screen(m_current));
+        if (!listed || listed->shownKey() == 0)
+            return;
+        HistoryWindow window(openDB(), {listed->listedTable().table, listed->shownKey(), shownName()}, this);
+        platform::asker().showModal(window, [&] { window.exec(); });
+    });
+}
+
+/// What the record on show is called.
+QString frmMain::shownName() const {
+    const auto text = [&](ScreenNumber number, const QString& box) {
+        const auto* found = hosted(number).findChild<QWidget*>(box);
+        return found ? found->property("text").toString() : QString();
+    };
+    switch (m_current) {
+    case formulas:
+        return text(formulas, u"txtfrm_Name"_s);
+    case chemicals:
+        return text(chemicals, u"txtchm_Name"_s);
+    case logs:
+        return text(logs, u"txtlog_Name"_s) + u' ' + text(logs, u"txtlog_Lot"_s);
+    case patients:
+        return text(patients, u"txtpat_LName"_s) + u", "_s + text(patients, u"txtpat_FName"_s);
+    default:
+        return {};
+    }
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,115 @@
+#include "history/HistoryBook.h"
+
+#include "history/HistorySeal.h"
+#include "platform/data/Sqlite.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::sqlite::Statement;
+constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
+
+using RowName = std::pair<QString, std::int64_t>;
+using Rows = QMap<RowName, QMap<QString, QVariant>>;
+
+QDateTime momentOf(const QString& utc, std::int64_t minutesAhead) {
+    constexpr int secondsInMinute = 60;
+    QDateTime moment = QDateTime::fromString(utc, u"yyyy-MM-dd HH:mm:ss.zzz"_s);
+    moment.setTimeSpec(Qt::UTC);
+    return moment.toOffsetFromUtc(static_cast<int>(minutesAhead) * secondsInMinute);
+}
+
+/// The rows of a table as they are now, in the form of the history.
+void addRows(sqlite3* database, const QString& table, const QString& keyColumn, std::int64_t key,
+             Rows& rows) {
+    QStringList columns;
+    {
+        Statement list(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
+        list.bind(1, table);
+        while (list.step())
+            columns << list.value(0, asText).toString();
+    }
+    QStringList parts;
+    for (const QString& column : columns.mid(1))
+        parts << u"'%1=' || quote(\"%1\")"_s.arg(column);
+    Statement row(database,
+                  u"SELECT \"%1\", %2 FROM \"%3\" WHERE \"%4\" = ?"_s.arg(
+                      columns.first(), parts.join(u" || ',' || "_s), table, keyColumn),
+                  {});
+    row.bind(1, qint64{key});
+    while (row.step()) {
+        for (const HistoryField& field : readHistoryFields(row.value(1, asText).toString()))
+            rows[{table, row.integer(0)}][field.name] = field.after;
+    }
+}
+
+/// Makes the change not to have happened.
+void takeBack(const HistoryEntry& entry, Rows& rows) {
+    const RowName name{entry.table, entry.key};
+    if (entry.what == "made"_L1) {
+        rows.remove(name);
+    } else if (entry.what == "deleted"_L1) {
+        for (const HistoryField& field : entry.fields)
+            rows[name][field.name] = field.after;
+    } else if (entry.what == "changed"_L1 && rows.contains(name)) {
+        for (const HistoryField& field : entry.fields)
+            rows[name][field.name] = field.before;
+    }
+}
+
+}  // namespace
+
+QString linesOf(const QString& table) {
+    static const QMap<QString, QString> lines{
+        {u"Formula"_s, u"FormChem"_s}, {u"Log"_s, u"LogChem"_s}, {u"Patient"_s, u"RXs"_s}};
+    return lines.value(table);
+}
+
+std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std::int64_t key) {
+    std::vector<HistoryEntry> entries;
+    if (!hasHistory(database))
+        return entries;
+    Statement row(
+        database,
+        u"SELECT HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Person, hst_Name, hst_Fields "
+        "FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s,
+        {});
+    row.bind(1, table);
+    row.bind(2, linesOf(table));
+    row.bind(3, qint64{key});
+    while (row.step())
+        entries.push_back({row.integer(0), momentOf(row.value(1, asText).toString(), row.integer(2)),
+                           row.value(3, asText).toString(), row.integer(4), row.value(5, asText).toString(),
+                           row.value(6, asText).toString(), row.value(7, asText).toString(),
+                           readHistoryFields(row.value(8, asText).toString())});
+    return entries;
+}
+
+std::vector<PastRow> recordAsOf(sqlite3* database, const QString& table, std::int64_t key,
+                                const std::vector<HistoryEntry>& entries, const QDateTime& moment) {
+    Rows rows;
+    const QString keyColumn = table + u"ID"_s;
+    addRows(database, table, keyColumn, key, rows);
+    if (!linesOf(table).isEmpty())
+        addRows(database, linesOf(table), keyColumn, key, rows);
+    for (const HistoryEntry& entry : entries) {
+        if (entry.moment > moment)
+            takeBack(entry, rows);
+    }
+    std::vector<PastRow> past;
+    for (auto row = rows.begin(); row != rows.end(); ++row)
+        past.push_back({row.key().first, row.key().second, row.value()});
+    std::stable_sort(past.begin(), past.end(), [&](const PastRow& one, const PastRow& other) {
+        return (one.table == table) > (other.table == table);
+    });
+    if (!past.empty() && past.front().table != table)
+        past.clear();
+    return past;
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,45 @@
+// Reads what is written down of a record, and what the record was on a day.
+#pragma once
+
+#include "history/HistoryFields.h"
+
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+#include <cstdint>
+#include <vector>
+
+struct sqlite3;
+
+namespace sorvanto {
+
+struct HistoryEntry {
+    std::int64_t number = 0;
+    QDateTime moment;  ///< as the clock of the computer showed it, with its distance from UTC
+    QString table;
+    std::int64_t key = 0;
+    QString what;    ///< "made", "changed", "deleted", "forgotten"
+    QString person;  ///< empty for another program
+    QString name;    ///< of the row: of a line that of its ingredient
+    std::vector<HistoryField> fields;
+};
+
+/// Of the record and of its lines, newest first.
+std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std::int64_t key);
+
+/// A row of the record, or of its lines, as it was: values by column.
+struct PastRow {
+    QString table;
+    std::int64_t key = 0;
+    QMap<QString, QVariant> values;
+};
+
+/// What the record and its lines were at that moment, worked back from what they are now; the record first. Without the
+/// record's row it was not there. entries: of historyOf.
+std::vector<PastRow> recordAsOf(sqlite3* database, const QString& table, std::int64_t key,
+                                const std::vector<HistoryEntry>& entries, const QDateTime& moment);
+
+/// The table whose rows are lines of a record of this one; empty for none.
+QString linesOf(const QString& table);
+
+}  // namespace sorvanto

@@ -1,0 +1,148 @@
+// The history of a record, as its user sees it: who changed what, filtered, and what the record was on a day.
+#include "core/HistoryWindow.h"
+#include "core/HistoryCaptions.h"
+#include "history/HistoryTest.h"
+#include "platform/widgets/Boxes.h"
+
+#include <QAbstractItemModel>
+#include <QComboBox>
+#include <QLabel>
+#include <QTableView>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+
+class HistoryWindowTest : public HistoryTest {
+protected:
+    void SetUp() override {
+        HistoryTest::SetUp();
+        run("INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Urea', 2.5)");
+        run("INSERT INTO Chemical (chm_Name) VALUES ('Menthol')");
+        run("INSERT INTO Formula (frm_Name, frm_JarSize) VALUES ('Gel', 3)");
+        run("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active) VALUES (1, 1, 1.5, 0, 1)");
+        run("UPDATE Chemical SET chm_Lot = 'L1', chm_Cost = 3 WHERE ChemicalID = 1");
+        auto other = open(u"lm@bench1"_s);
+        other->execute(u"UPDATE Chemical SET chm_Lot = 'L2' WHERE ChemicalID = 1"_s);
+        outside(u"UPDATE Chemical SET chm_Notes = 'n' WHERE ChemicalID = 1"_s);
+    }
+    void show(const QString& table, std::int64_t key) {
+        window = std::make_unique<HistoryWindow>(connection, HistoryWindow::Record{table, key, u"Urea"_s});
+    }
+    /// The rows, columns parted by "|".
+    QStringList rows(const char* list) const {
+        const QAbstractItemModel& model = *window->findChild<QTableView*>(QLatin1String(list))->model();
+        QStringList all;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QStringList texts;
+            for (int column = 0; column < model.columnCount(); ++column)
+                texts << model.index(row, column).data().toString();
+            all << texts.join('|');
+        }
+        return all;
+    }
+    /// Without the moments.
+    QStringList changes() const {
+        QStringList all;
+        for (const QString& row : rows("grdChanges"))
+            all << row.section('|', 1);
+        return all;
+    }
+    void choose(const char* box, const QString& text) const {
+        window->findChild<QComboBox*>(QLatin1String(box))->setCurrentText(text);
+    }
+    /// As the moments are written down, of the record's changes in their order: days from 1 March on.
+    void spreadOverDays() {
+        outside(u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = 0, "
+                "hst_When = '2026-03-' || printf('%02d', HistoryID) || ' 10:00:00.000'"_s);
+    }
+    void setDay(const char* box, const QString& day) const {
+        auto* date = window->findChild<platform::DateBox*>(QLatin1String(box));
+        date->setValue(QDateTime(QDate::fromString(day, Qt::ISODate), QTime(), Qt::UTC));
+        emit date->valueEdited();
+    }
+
+    std::unique_ptr<HistoryWindow> window;
+};
+
+TEST_F(HistoryWindowTest, ChangesStandNewestFirstWithBothValues) {
+    show(u"Chemical"_s, 1);
+    EXPECT_EQ(changes(),
+              (QStringList{"another program|changed|Notes||n", "lm@bench1|changed|Lot Number|L1|L2",
+                           "rkent@bench2|changed|Lot Number||L1", "||Cost per Unit|2.5|3",
+                           "rkent@bench2|made|Chemical Name||Urea", "||Cost per Unit||2.5"}));
+    EXPECT_TRUE(window->findChild<QLabel*>(u"lblNoHistory"_s)->isHidden());
+    EXPECT_TRUE(window->windowTitle().contains("Urea"));
+}
+
+TEST_F(HistoryWindowTest, PersonFieldAndDayNarrowTheList) {
+    spreadOverDays();
+    show(u"Chemical"_s, 1);
+    choose("cboPerson", u"rkent@bench2"_s);
+    EXPECT_EQ(changes().size(), 4);
+    choose("cboField", u"Lot Number"_s);
+    EXPECT_EQ(changes(), QStringList{"rkent@bench2|changed|Lot Number||L1"});
+    choose("cboPerson", u"All persons"_s);
+    EXPECT_EQ(changes().size(), 2);
+    choose("cboField", u"All fields"_s);
+    setDay("txtSince", u"2026-03-07"_s);
+    EXPECT_EQ(changes(),
+              (QStringList{"another program|changed|Notes||n", "lm@bench1|changed|Lot Number|L1|L2"}));
+}
+
+TEST_F(HistoryWindowTest, AFormulasLinesAreItsOwnHistory) {
+    run("UPDATE FormChem SET fch_Qty = 2, fch_QS = 1 WHERE FormChemID = 1");
+    show(u"Formula"_s, 1);
+    EXPECT_EQ(changes().mid(0, 2),
+              (QStringList{"rkent@bench2|changed|Urea · Qty|1.5|2", "||Urea · QS|No|Yes"}));
+    EXPECT_TRUE(changes().contains("rkent@bench2|made|Formula Name||Gel"));
+}
+
+TEST_F(HistoryWindowTest, TheRecordAsItWasOnADay) {
+    run("UPDATE FormChem SET fch_Qty = 2 WHERE FormChemID = 1");
+    run("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, 2, 4)");
+    run("UPDATE Formula SET frm_Name = 'Cream' WHERE FormulaID = 1");
+    spreadOverDays();
+    show(u"Formula"_s, 1);
+    EXPECT_TRUE(window->findChild<QTableView*>(u"grdPast"_s)->parentWidget()->isHidden());
+    setDay("txtDay", u"2026-03-08"_s);
+    QStringList then = rows("grdPast");
+    EXPECT_TRUE(then.contains("Formula Name|Gel|Cream"));
+    EXPECT_TRUE(then.contains("Urea · Qty|1.5|2"));
+    EXPECT_TRUE(then.contains("Menthol · Qty||4"));
+    setDay("txtDay", u"2026-03-02"_s);
+    EXPECT_EQ(rows("grdPast"), QStringList()) << "it was not there yet";
+}
+
+TEST_F(HistoryWindowTest, ADeletedLineComesBackInThePast) {
+    run("DELETE FROM FormChem");
+    spreadOverDays();
+    show(u"Formula"_s, 1);
+    EXPECT_EQ(changes().first(), "rkent@bench2|deleted|Urea · Qty|1.5|");
+    setDay("txtDay", u"2026-03-08"_s);
+    EXPECT_TRUE(rows("grdPast").contains("Urea · Qty|1.5|"));
+}
+
+TEST_F(HistoryWindowTest, ARecordWithoutHistorySaysSo) {
+    show(u"Patient"_s, 5);
+    EXPECT_EQ(changes(), QStringList());
+    EXPECT_FALSE(window->findChild<QLabel*>(u"lblNoHistory"_s)->isHidden());
+}
+
+// The rule for a new column: it has a caption, or is one that no screen shows.
+TEST_F(HistoryWindowTest, EachColumnThatAScreenShowsHasACaption) {
+    const QStringList unseen{"chm_GUID", "frm_GUID", "lch_GUID", "lch_Form", "log_Results", "log_Version"};
+    for (const QString table : {"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"}) {
+        for (const QString& column :
+             outside(u"SELECT name FROM pragma_table_info('%1')"_s.arg(table)).split('\n')) {
+            const bool shown = !column.endsWith("ID") || column == "chm_GUID";
+            EXPECT_EQ(historyCaption(column).isEmpty(), !shown || unseen.contains(column))
+                << qPrintable(column);
+        }
+    }
+}
+
+}  // namespace
