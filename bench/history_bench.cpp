@@ -2,7 +2,9 @@
 // is named first (else the system's scratch folder): with the history of changes, and without it. Then the work on a
 // long history.
 #include "db/DatabaseFile.h"
+#include "history/HistoryBook.h"
 #include "history/HistoryChain.h"
+#include "history/HistoryReplay.h"
 #include "history/HistorySeal.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
@@ -12,6 +14,7 @@
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <sqlite3.h>
 #include <vector>
 
@@ -97,11 +100,43 @@ void batches(int rounds) {
                 rounds, median(without), median(with), median(with) / median(without));
 }
 
+void timed(const char* what, const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    constexpr double nanosecondsInMillisecond = 1e6;
+    std::printf("%s: %.2f ms\n", what, static_cast<double>(timer.nsecsElapsed()) / nanosecondsInMillisecond);
+}
+
+/// A thousand chemicals, each changed a thousand times.
+void longHistory() {
+    Pharmacy pharmacy(true);
+    sqlite3* database = pharmacy.connection().handle();
+    sqlite3_exec(database, "PRAGMA synchronous = OFF; BEGIN", nullptr, nullptr, nullptr);
+    timed("1,000,000 changes, each kept and sealed", [&] {
+        for (int round = 0; round < 1000; ++round)
+            sqlite3_exec(database, "UPDATE Chemical SET chm_Cost = chm_Cost + 1", nullptr, nullptr, nullptr);
+    });
+    sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
+    timed("open for the next change", [&] { sorvanto::keepHistory(pharmacy.connection()); });
+    timed("one more change", [&] {
+        pharmacy.connection().execute(u"UPDATE Chemical SET chm_Lot = 'L' WHERE ChemicalID = 7"_s);
+    });
+    timed("the 1,000 changes of one record read", [&] { sorvanto::historyOf(database, u"Chemical"_s, 7); });
+    timed("the chain proved", [&] {
+        std::printf("%lld problems, ", static_cast<long long>(sorvanto::chainProblems(database).size()));
+    });
+    timed("the records held against it", [&] {
+        std::printf("%lld problems, ", static_cast<long long>(sorvanto::recordProblems(database).size()));
+    });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     if (argc > 1)
         where = QString::fromLocal8Bit(argv[1]);
     batches(41);
+    longHistory();
     return 0;
 }

@@ -23,7 +23,7 @@ CREATE TABLE History (
     hst_Fields LONGTEXT
 );
 INSERT INTO History (hst_Table, hst_Key, hst_Record, hst_What, hst_Fields)
-    SELECT '', 0, 0, 'begun', group_concat(name || '=' || seq) FROM sqlite_sequence WHERE name <> 'History';
+    SELECT '', 0, 0, 'begun', coalesce(group_concat(name || '=' || seq), '') FROM sqlite_sequence WHERE name <> 'History';
 CREATE INDEX History_Record ON History (hst_Table, hst_Record);
 CREATE TRIGGER History_Chemical_Made AFTER INSERT ON Chemical
 BEGIN

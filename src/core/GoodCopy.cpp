@@ -2,6 +2,7 @@
 
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
+#include "history/HistoryPause.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
@@ -96,6 +97,7 @@ std::optional<GoodCopy> newestGoodCopy(const QString& database) {
 
 QString putBack(const GoodCopy& copy, const QString& database) {
     const QString aside = platform::restoreDatabase(copy.path, database);
+    noteRestored(database, copy.path);
     for (const LoggedMix& mix : copy.unknownToIt)
         openAgain(mix);
     return aside;

@@ -69,7 +69,6 @@ constexpr Caption captions[] = {
     {"pat_FName"_L1, "First Name"},
     {"pat_LName"_L1, "Last Name"},
     {"pat_Address1"_L1, "Address"},
-    {"pat_Address2"_L1, "Address"},
     {"pat_City"_L1, "City"},
     {"pat_State"_L1, "State"},
     {"pat_Zip"_L1, "Zip Code"},
@@ -94,6 +93,8 @@ QString entryOf(const QStringList& table, const QVariant& index) {
 }  // namespace
 
 QString historyCaption(const QString& column) {
+    if (column == "pat_Address2"_L1)
+        return translated(u"Address"_s) + u" 2"_s;
     const auto* found = std::find_if(std::begin(captions), std::end(captions),
                                      [&](const Caption& caption) { return caption.column == column; });
     return found == std::end(captions) ? QString() : translated(QString::fromLatin1(found->english));

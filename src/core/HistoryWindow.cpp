@@ -182,39 +182,37 @@ void HistoryWindow::showChanges() {
     });
 }
 
-QMap<QString, QString> HistoryWindow::shownAt(const QDateTime& moment) const {
-    QMap<QString, QString> shown;
+QMap<QString, HistoryWindow::Shown> HistoryWindow::shownAt(const QDateTime& moment) const {
+    constexpr int digits = 6;
+    QMap<QString, Shown> shown;
     for (const PastRow& row :
          recordAsOf(m_connection->handle(), m_record.table, m_record.key, m_entries, moment)) {
-        QString line;
-        if (row.table != m_record.table) {
-            const auto named =
-                std::find_if(m_entries.begin(), m_entries.end(), [&](const HistoryEntry& entry) {
-                    return entry.table == row.table && entry.key == row.key;
-                });
-            const QString name = named == m_entries.end() ? QString::number(row.key) : named->name;
-            line = row.values.value(u"lch_Name"_s, name).toString() + u" · "_s;
-        }
+        const bool isLine = row.table != m_record.table;
+        const QString place = u"%1 %2 "_s.arg(isLine ? 1 : 0).arg(row.key, digits, 10, '0'_L1);
         for (auto field = row.values.begin(); field != row.values.end(); ++field) {
             if (const QString name = historyCaption(field.key()); !name.isEmpty())
-                shown[line + name] = historyValue(field.key(), field.value());
+                shown[place + field.key()] = {isLine ? row.name + u" · "_s + name : name,
+                                              historyValue(field.key(), field.value())};
         }
     }
     return shown;
 }
 
+// What is another one now stands first.
 void HistoryWindow::showPast() {
     guarded(u"HistoryWindow:showPast"_s, [&] {
         m_past->setVisible(hasDay(*m_day));
         if (!hasDay(*m_day))
             return;
-        const QMap<QString, QString> then = shownAt(endOf(m_day->value().date()));
-        QMap<QString, QString> now = shownAt(QDateTime(QDate(9999, 12, 31), QTime()));
+        const QMap<QString, Shown> then = shownAt(endOf(m_day->value().date()));
+        QMap<QString, Shown> now = shownAt(QDateTime(QDate(9999, 12, 31), QTime()));
         std::vector<QStringList> rows;
         for (auto field = then.begin(); field != then.end(); ++field)
-            rows.push_back({field.key(), field.value(), now.take(field.key())});
+            rows.push_back({field->field, field->value, now.take(field.key()).value});
         for (auto field = now.begin(); field != now.end() && !then.isEmpty(); ++field)
-            rows.push_back({field.key(), QString(), field.value()});
+            rows.push_back({field->field, QString(), field->value});
+        std::stable_partition(rows.begin(), rows.end(),
+                              [](const QStringList& row) { return row.at(1) != row.at(2); });
         m_past->setTitle(translated(u"As it was on %1"_s).replace(u"%1"_s, m_day->text()),
                          then.isEmpty() ? translated(u"The record was not there then."_s) : QString());
         m_past->setColumns(

@@ -38,8 +38,11 @@ private:
     bool isWanted(const HistoryEntry& entry) const;
     QString fieldName(const HistoryEntry& entry, const HistoryField& field) const;
     std::vector<QStringList> rowsOf(const HistoryEntry& entry) const;
-    /// Values by "line · field" of the user's.
-    QMap<QString, QString> shownAt(const QDateTime& moment) const;
+    struct Shown {
+        QString field, value;  ///< as the user knows them
+    };
+    /// By row and column.
+    QMap<QString, Shown> shownAt(const QDateTime& moment) const;
 
     platform::ConnectionPtr m_connection;
     Record m_record;

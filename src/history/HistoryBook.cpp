@@ -48,6 +48,27 @@ void addRows(sqlite3* database, const QString& table, const QString& keyColumn, 
     }
 }
 
+QString nameIn(sqlite3* database, const QString& sql, const QVariant& key) {
+    Statement row(database, sql, {});
+    row.bind(1, key);
+    return row.step() ? row.value(0, asText).toString() : QString();
+}
+
+/// As it is now; of what is gone as the history has it.
+QString nameOf(sqlite3* database, const PastRow& row, const std::vector<HistoryEntry>& entries) {
+    QString name;
+    if (row.table == "FormChem"_L1)
+        name = nameIn(database, u"SELECT chm_Name FROM Chemical WHERE ChemicalID = ?"_s, row.values.value(u"ChemicalID"_s));
+    if (row.table == "RXs"_L1)
+        name = nameIn(database, u"SELECT log_Name FROM Log WHERE LogID = ?"_s, row.values.value(u"LogID"_s));
+    if (row.table == "LogChem"_L1)
+        name = row.values.value(u"lch_Name"_s).toString();
+    const auto told = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& entry) {
+        return entry.table == row.table && entry.key == row.key;
+    });
+    return name.isEmpty() && told != entries.end() ? told->name : name;
+}
+
 /// Makes the change not to have happened.
 void takeBack(const HistoryEntry& entry, Rows& rows) {
     const RowName name{entry.table, entry.key};
@@ -102,8 +123,10 @@ std::vector<PastRow> recordAsOf(sqlite3* database, const QString& table, std::in
             takeBack(entry, rows);
     }
     std::vector<PastRow> past;
-    for (auto row = rows.begin(); row != rows.end(); ++row)
-        past.push_back({row.key().first, row.key().second, row.value()});
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        past.push_back({row.key().first, row.key().second, {}, row.value()});
+        past.back().name = nameOf(database, past.back(), entries);
+    }
     std::stable_sort(past.begin(), past.end(), [&](const PastRow& one, const PastRow& other) {
         return (one.table == table) > (other.table == table);
     });

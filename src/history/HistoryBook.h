@@ -31,6 +31,7 @@ std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std
 struct PastRow {
     QString table;
     std::int64_t key = 0;
+    QString name;  ///< of a line: that of its ingredient or batch
     QMap<QString, QVariant> values;
 };
 

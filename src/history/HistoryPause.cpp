@@ -1,7 +1,11 @@
 #include "history/HistoryPause.h"
 
 #include "history/HistorySeal.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -51,13 +55,24 @@ void addHistoryRow(sqlite3* database, const QString& what, const QString& fields
     statement.step();
 }
 
+void noteRestored(const QString& file, const QString& copy) {
+    try {
+        platform::Connection connection;
+        connection.open(u"Data Source="_s + file);
+        keepHistory(connection);
+        addHistoryRow(connection.handle(), u"restored"_s,
+                      u"copy='%1'"_s.arg(QFileInfo(copy).fileName().replace(u"'"_s, u"''"_s)));
+    } catch (const platform::RuntimeError&) {
+    }
+}
+
 void continueHistory(sqlite3* database, const QString& archive, const HistoryHead& before) {
     if (!hasHistory(database))
         return;
     run(database, u"DELETE FROM History"_s);
     const QString sql =
         u"INSERT INTO History (HistoryID, hst_Table, hst_Key, hst_Record, hst_What, hst_Fields) SELECT ?, '', 0, 0, "
-        "'archived', ? || ',' || group_concat(name || '=' || seq) FROM sqlite_sequence WHERE name <> 'History'"_s;
+        "'archived', ? || coalesce(',' || group_concat(name || '=' || seq), '') FROM sqlite_sequence WHERE name <> 'History'"_s;
     Statement statement(database, sql, sql);
     statement.bind(1, qint64{before.count + 1});
     statement.bind(2, u"archive='%1',before='%2'"_s.arg(archive, toText(before)));

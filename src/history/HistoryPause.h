@@ -27,6 +27,9 @@ private:
 /// Writes a row that is about the file as a whole, sealed when the connection keeps history. Nothing on a file without.
 void addHistoryRow(sqlite3* database, const QString& what, const QString& fields);
 
+/// Writes down in the file that it was put back from that copy. What can't be written is left: the file is back.
+void noteRestored(const QString& file, const QString& copy);
+
 /// Where an archive has taken the history along: the file's own begins anew, numbered and sealed on from that head.
 /// Within a pause.
 void continueHistory(sqlite3* database, const QString& archive, const HistoryHead& before);

@@ -26,7 +26,8 @@ using Fields = QMap<QString, QVariant>;
 struct Told {
     enum class State { Unknown, There, Gone };
     State state = State::Unknown;
-    Fields fields;  ///< those that are known
+    Fields fields;      ///< those that are known
+    bool seen = false;  ///< it says anything
 };
 
 /// The highest key of each table when the history began.
@@ -90,12 +91,13 @@ public:
 
 private:
     void add(Told& told) {
+        told.seen = true;
         const QString what = m_history.value(1, asText).toString();
         const QVariant fields = m_history.value(2, asText);
         if (what == "deleted"_L1) {
-            told = {Told::State::Gone, {}};
+            told = {Told::State::Gone, {}, true};
         } else if (!fields.isValid()) {  // blanked on request
-            told = {};
+            told = {Told::State::Unknown, {}, true};
         } else {
             if (what == "made"_L1)
                 told.fields.clear();
@@ -127,7 +129,7 @@ private:
                                    : u"is not there, although the history doesn't say that it was deleted"_s);
         if (!there)
             return;
-        if (told.state == Told::State::Unknown && told.fields.isEmpty() && key > m_firstKnown)
+        if (!told.seen && key > m_firstKnown)
             return tell(key, u"is there, although the history doesn't say that it was made"_s);
         for (const HistoryField& field : readHistoryFields(m_rows.value(1, asText).toString())) {
             if (told.fields.contains(field.name) && told.fields[field.name] != field.after)

@@ -21,13 +21,16 @@ bool BatchRows::isSameBatch(const BatchRows& other) const {
 }
 
 QString BatchRows::toText() const {
-    const QJsonObject both{{u"Log"_s, row}, {u"LogChem"_s, lines}};
+    QJsonObject both{{u"Log"_s, row}, {u"LogChem"_s, lines}};
+    if (!history.isEmpty())
+        both.insert(u"History"_s, history);
     return QString::fromUtf8(QJsonDocument(both).toJson(QJsonDocument::Compact));
 }
 
 BatchRows BatchRows::fromText(const QString& text) {
     const QJsonObject both = QJsonDocument::fromJson(text.toUtf8()).object();
-    return {both.value(u"Log"_s).toObject(), both.value(u"LogChem"_s).toArray()};
+    return {both.value(u"Log"_s).toObject(), both.value(u"LogChem"_s).toArray(),
+            both.value(u"History"_s).toString()};
 }
 
 }  // namespace sorvanto

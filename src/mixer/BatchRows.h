@@ -10,8 +10,9 @@
 namespace sorvanto {
 
 struct BatchRows {
-    QJsonObject row;   ///< of the table Log, without its key
-    QJsonArray lines;  ///< of the table LogChem, in their order, without both keys
+    QJsonObject row;    ///< of the table Log, without its key
+    QJsonArray lines;   ///< of the table LogChem, in their order, without both keys
+    QString history{};  ///< where the history of the database stood then; no part of the batch
 
     bool empty() const { return row.isEmpty(); }
     QString lot() const { return row.value(QLatin1String("log_Lot")).toString(); }
@@ -19,7 +20,7 @@ struct BatchRows {
     QString moment() const { return row.value(QLatin1String("log_Date")).toString(); }
     /// Equal in all columns that nobody can change after the signing: all but initials, verifier and notes.
     bool isSameBatch(const BatchRows& other) const;
-    bool operator==(const BatchRows&) const = default;
+    bool operator==(const BatchRows& other) const { return row == other.row && lines == other.lines; }
 
     QString toText() const;
     /// Empty for a text that is none.

@@ -2,6 +2,7 @@
 // another: a failure on the way leaves what was written before it.
 #include "records/clsLog.h"
 
+#include "history/HistoryChain.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
@@ -111,7 +112,9 @@ void takeDown(const clsFormula& formula, const LogColumns& columns) {
     const ConnectionPtr connection = basMain::gConnection;
     if (!batchJournal || !connection || connection->state() != 1)
         return;
-    const BatchRows rows = rowsToBeWritten(*connection, columns, formula.Chemical.get());
+    BatchRows rows = rowsToBeWritten(*connection, columns, formula.Chemical.get());
+    if (const HistoryHead head = historyHead(connection->handle()); head.count > 0)
+        rows.history = toText(head);
     if (!rows.empty())
         batchJournal->takeDown(rows);
 }

@@ -113,8 +113,18 @@ TEST_F(HistoryWindowTest, TheRecordAsItWasOnADay) {
     EXPECT_TRUE(then.contains("Formula Name|Gel|Cream"));
     EXPECT_TRUE(then.contains("Urea · Qty|1.5|2"));
     EXPECT_TRUE(then.contains("Menthol · Qty||4"));
+    EXPECT_EQ(then.mid(0, 2), (QStringList{"Formula Name|Gel|Cream", "Urea · Qty|1.5|2"})) << "what differs first";
     setDay("txtDay", u"2026-03-02"_s);
     EXPECT_EQ(rows("grdPast"), QStringList()) << "it was not there yet";
+}
+
+TEST_F(HistoryWindowTest, LinesOfOneIngredientStandApartAndKnowItsNameWithoutHistory) {
+    run("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, 1, 9)");
+    outside(u"DROP TRIGGER History_Kept; DELETE FROM History WHERE hst_Table = 'FormChem'"_s);
+    show(u"Formula"_s, 1);
+    setDay("txtDay", u"2999-03-08"_s);
+    EXPECT_TRUE(rows("grdPast").contains("Urea · Qty|1.5|1.5"));
+    EXPECT_TRUE(rows("grdPast").contains("Urea · Qty|9|9"));
 }
 
 TEST_F(HistoryWindowTest, ADeletedLineComesBackInThePast) {

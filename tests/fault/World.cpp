@@ -72,7 +72,7 @@ World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mix
     if (mixer)
         line.mixer = *mixer;
     platform::setAsker(&user);
-    if (kind == Window::Open)
+    if (kind != Window::None)
         open();
 }
 
@@ -171,7 +171,7 @@ int appendRow(void* target, int count, char** values, char** names) {
         const bool random =
             std::find(randomColumns.begin(), randomColumns.end(), names[i]) != randomColumns.end();
         text += i == 0 ? "" : "|";
-        text += !values[i] ? "NULL" : random && *values[i] ? "identity" : values[i];
+        text += !values[i] ? "NULL" : random ? "identity" : values[i];
     }
     text += '\n';
     return 0;

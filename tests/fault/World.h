@@ -27,7 +27,7 @@ public:
 
 class World : public ScreenTest {
 public:
-    /// OldFile: no window, and a database of version 1.0.
+    /// OldFile: as Open, on a database of version 1.0.
     enum class Window { Open, None, OldFile };
     /// The sample records of the screens' tests, or that folder.
     /// mixer: as it stands, on the line.

@@ -2,6 +2,7 @@
 // the rest: whatever the moment, the batch is whole after the next start, or on offer.
 #include "HalfLoggedTest.h"
 
+#include "history/HistoryChain.h"
 #include "mixer/MixJournal.h"
 #include "records/clsLog.h"
 #include "support/Hindrances.h"
@@ -316,4 +317,22 @@ TEST_F(HalfLoggedTest, EachPreparationIsAccountedForOrNamed) {
     EXPECT_EQ(desk->reconciliation().inLog, 2);
     sql("DELETE FROM LogChem WHERE lch_Name LIKE 'M%'");
     EXPECT_EQ(str(restart().account()), "1 of 2 preparations not accounted for: SV04260012");
+}
+
+// A history whose end is cut later is known from there.
+TEST_F(HalfLoggedTest, TheJournalNotesWhereTheHistoryStood) {
+    QFile history(QString::fromLatin1(SORVANTO_SOURCE_DIR "/data/history.sql"));
+    ASSERT_TRUE(history.open(QIODevice::ReadOnly));
+    sql(QString::fromUtf8(history.readAll()));
+    basMain::gConnection->close();  // opened anew it keeps history
+    leaveFinishedMix();
+    MixerDesk& at = restart();
+    openDB()->execute("UPDATE Chemical SET chm_Notes = 'x' WHERE ChemicalID = 1");
+    const HistoryHead head = historyHead(basMain::gConnection->handle());
+    ASSERT_EQ(head.count, 2);
+    ASSERT_TRUE(at.logTheOffer());
+    EXPECT_TRUE(closedFile().contains(toText(head).toUtf8()));
+    EXPECT_EQ(historyHead(basMain::gConnection->handle()).count, 6) << "the batch and its three lines";
+    EXPECT_TRUE(chainProblems(basMain::gConnection->handle()).isEmpty());
+    desk.reset();
 }

@@ -257,6 +257,7 @@ class TheUsersFolder(unittest.TestCase):
 
         self.assertEqual({table: rows(folder, query) for table, query in QUERIES.items()}, records)
         self.assertEqual(rows(folder, "SELECT count(*) FROM FileIdentity"), [(1,)])
+        self.assertEqual(rows(folder, "SELECT hst_What FROM History"), [("begun",)])
         self.assertEqual((folder / "options.xml").read_text(), options)
         self.assertEqual((folder / "mixes/3FA21C09.xml").read_bytes(), journal)
         self.assertTrue(list((folder / "backups").glob("*.mdb")))

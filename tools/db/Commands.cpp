@@ -4,6 +4,9 @@
 #include "db/Archive.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "db/Forget.h"
+#include "db/HistoryEnd.h"
+#include "history/HistoryPause.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -35,13 +38,16 @@ const char usage[] =
     "                                      puts everything into a new file and keeps the batches of the last\n"
     "                                      months (12 unless told) in FILE, numbered from 1; close the program\n"
     "                                      first\n"
+    "  sorvanto-db forget FILE --patient KEY\n"
+    "                                      blanks what the history holds of a patient, and unsaved texts;\n"
+    "                                      close the program first\n"
     "\n"
     "  sorvanto-db --help | --version\n"
     "\n"
     "create, sample, backup and archive never write over an existing file.\n";
 
 int check(const QString& file, QTextStream& out) {
-    const QStringList problems = checkDatabase(file);
+    const QStringList problems = checkDatabase(file) + historyEndProblems(file, possibleFolders(file));
     for (const QString& problem : problems)
         out << problem << '\n';
     if (problems.isEmpty())
@@ -51,6 +57,7 @@ int check(const QString& file, QTextStream& out) {
 
 int restore(const QString& backup, const QString& file, QTextStream& out) {
     const QString aside = platform::restoreDatabase(backup, file);
+    noteRestored(file, backup);
     out << file << ": restored from " << backup << '\n';
     if (!aside.isEmpty())
         out << "What was there before is kept as " << aside << '\n';
@@ -70,6 +77,23 @@ int archive(const QString& file, const QString& target, int months, QTextStream&
     out << target << ": everything up to now, checked\n"
         << file << ": " << result.kept << " batches since " << firstKept.toString(Qt::ISODate) << " stay, "
         << result.moved << " older ones and " << result.prescriptions << " prescriptions of them have left\n";
+    return done;
+}
+
+/// The key of "forget FILE --patient KEY", 0 when it is no such command line.
+int wantedPatient(const QStringList& arguments) {
+    if (arguments.size() != 4 || arguments.at(2) != "--patient"_L1)
+        return 0;
+    bool isNumber = false;
+    const int key = arguments.at(3).toInt(&isNumber);
+    return isNumber && key >= 1 && key <= mostRows ? key : 0;
+}
+
+int forget(const QString& file, int patient, QTextStream& out) {
+    const ForgetResult result = forgetPatient(file, patient, possibleFolders(file));
+    out << file << ": " << result.rows << " changes of patient " << patient << " blanked, " << result.drafts
+        << " unsaved texts removed\n"
+        << "The record itself, older copies and archives are as they were.\n";
     return done;
 }
 
@@ -117,6 +141,8 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
     }
     if (command == "archive"_L1 && wantedMonths(arguments) > 0)
         return archive(arguments.at(1), arguments.at(2), wantedMonths(arguments), out);
+    if (command == "forget"_L1 && wantedPatient(arguments) > 0)
+        return forget(arguments.at(1), wantedPatient(arguments), out);
     const bool help = command == "--help"_L1 || command == "-h"_L1;
     (help ? out : err) << usage;
     return help ? done : wrongUse;

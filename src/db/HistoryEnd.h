@@ -1,0 +1,14 @@
+// Whether the end of a file's history was cut, as far as it is noted elsewhere.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace sorvanto {
+
+/// One sentence when the chain does not go through a place that a mix journal in one of these folders has noted at a signing.
+/// A database that was put back from a copy, and says so, may lack what came after the copy; what an archive took along is not
+/// looked for. Throws as an open does.
+QStringList historyEndProblems(const QString& file, const QStringList& programFolders);
+
+}  // namespace sorvanto
