@@ -70,7 +70,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Health",
                                                                        "Find by name",
                                                                        "&Where Did It Go",
-                                                                       "Where Used"}));
+                                                                       "Where Used",
+                                                                       "&History"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {
