@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::sqlite::number;
 using platform::sqlite::Statement;
 
 struct Noted {
@@ -44,11 +45,6 @@ QString lastRestored(sqlite3* database) {
                   "WHERE hst_What = 'restored'"_s,
                   {});
     return row.step() ? row.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
-}
-
-std::int64_t number(sqlite3* database, const QString& sql) {
-    Statement row(database, sql, sql);
-    return row.step() ? row.integer(0) : 0;
 }
 
 }  // namespace

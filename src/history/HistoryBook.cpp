@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::asText;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
 using RowName = std::pair<QString, std::int64_t>;
 using Rows = QMap<RowName, QMap<QString, QVariant>>;

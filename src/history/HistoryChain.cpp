@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::asText;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 
-QString rowsSql() {
+QString sealsSql() {
     const QString seal = sealArguments().arg(u"lag(hst_Seal) OVER (ORDER BY HistoryID)"_s, u"hst_Person"_s,
                                              u"hst_Program"_s, u"hst_Digest"_s);
     return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
@@ -28,7 +28,7 @@ QString rowsSql() {
                                                    "History.HistoryID)"_s);
 }
 
-enum Column { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
+enum ChainColumn { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
 
 QString named(const Statement& row) {
     return u"row %1 (%2 %3, %4, %5)"_s.arg(row.integer(Id))
@@ -77,7 +77,7 @@ QStringList chainProblems(sqlite3* database) {
     if (!hasHistory(database))
         return {};
     installHistoryHash(database);
-    Statement row(database, rowsSql(), {});
+    Statement row(database, sealsSql(), {});
     std::int64_t last = 0;
     bool unsealed = false;
     for (bool first = true; row.step(); first = false) {

@@ -12,14 +12,9 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::sqlite::run;
+using platform::asText;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
-
-void run(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    while (statement.step()) {
-    }
-}
 
 }  // namespace
 

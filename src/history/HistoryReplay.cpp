@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+using platform::asText;
 using platform::sqlite::Statement;
-constexpr platform::ColumnType asText{platform::FieldKind::Text, 0};
 constexpr int mostProblems = 20;
 constexpr std::array tables{"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"};
 
