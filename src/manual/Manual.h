@@ -1,7 +1,7 @@
 // The manual: its pages in reading order, each in the user's language where it exists and else in English.
 // Pages are Markdown files beside README.md; those of another language lie in a folder of its English name.
-// Pictures are named "pictures/NAME.png" on every page; they lie in pictures/<language in lower case>/ and, in
-// English, in pictures/ itself.
+// Pictures are named "pictures/NAME.png", below a language's folder "../pictures/NAME.png"; those of a language lie in
+// pictures/<language in lower case>/ and, in English, in pictures/ itself.
 #pragma once
 
 #include <QString>

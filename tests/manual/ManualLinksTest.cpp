@@ -47,9 +47,10 @@ bool hasAnchor(const Manual& manual, const QString& page, const QString& anchor)
 
 /// Why a target of a page leads nowhere; empty when it leads somewhere.
 QString whyNot(const Manual& manual, const QString& page, const QString& target) {
-    static const QRegularExpression picture(u"^pictures/[\\w-]+\\.png$"_s);
+    static const QRegularExpression english(u"^pictures/[\\w-]+\\.png$"_s), other(u"^\\.\\./pictures/[\\w-]+\\.png$"_s);
+    const QRegularExpression& picture = manual.language() == "English"_L1 ? english : other;
     if (target.endsWith(".png"_L1))
-        return !picture.match(target).hasMatch()  ? u"is not written pictures/NAME.png"_s
+        return !picture.match(target).hasMatch()  ? u"is not written [../]pictures/NAME.png"_s
                : manual.picture(target).isEmpty() ? u"there is no such picture"_s
                                                   : QString();
     const ManualPlace place = ManualPlace::of(target);
