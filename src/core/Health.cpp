@@ -17,10 +17,13 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -126,6 +129,11 @@ HealthLine copyLine() {
             with(translated(u"Copies in backups: %1"_s), QString::number(copies.size())), ofToday};
 }
 
+/// By the rights that the program has now; the library asks for those that it was started with.
+bool mayBeWritten(const QString& folder) {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(folder).constData(), W_OK, AT_EACCESS) == 0;
+}
+
 HealthLine secondPlaceLine() {
     const CopySettings settings = CopySettings::read();
     const QString place = settings.secondPlace;
@@ -140,7 +148,7 @@ HealthLine secondPlaceLine() {
     if (place.isEmpty())
         return line;
     const QFileInfo folder(place);
-    line.good = folder.isDir() && folder.isWritable();
+    line.good = folder.isDir() && mayBeWritten(place);
     if (line.good)
         line.state = translated(u"Ready"_s);
     else
