@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Makes the manual's pictures anew, in all eight languages, in few colors. Most are windows of the sample pharmacy as
+# Makes most of the manual's pictures anew, in all eight languages, in few colors; those of the start, the health page,
+# problems and search lists are taken by hand. Most are windows of the sample pharmacy as
 # the tests that look at every window keep them; those of a mix come from the tour, with a simulated mixer.
+# Only on a computer that has nothing else to do: a simulated mixer that waits too long is shown as lost.
 #   scripts/manual-pictures.sh [--no-build]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -51,8 +53,6 @@ pictures='
   chemicals              chemicals
   formula-general        formulas-1
   formula-ingredients    formulas-2
-  formula-mix-options    formulas-3
-  health                 HealthPage
   initials               mix-sign
   initials-same          mix-sign-same
   label-position         frmSelPrint
@@ -64,10 +64,8 @@ pictures='
   mixing-stopped         mix-stopped-panel
   patients-prescriptions patients-2
   preview-worksheet      preview-worksheet
-  problems               error-list
   quantity               mix-quantity
   report-dates           frmReportDate
-  search-list            frmSearchRS
 '
 
 # take <language>: those that the pages show.
