@@ -1,4 +1,5 @@
-// The check of a frame: CRC-16 with the polynomial 0x1021, started at 0xFFFF, most significant bit first.
+// The check of a frame: CRC-16 with the polynomial 0x1021, started at 0xFFFF, most significant bit first. The toolkit's
+// checksum starts at the other end.
 #pragma once
 
 #include <QByteArrayView>

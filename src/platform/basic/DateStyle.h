@@ -1,6 +1,6 @@
 // How one locale writes a date and a time of day: the default text, and reading it back.
 // Order, separators, widths and halves of the day are the locale's; digits are always "0" to "9" and
-// months always numbers, so that every text reads back.
+// months always numbers, so that every text reads back. The toolkit's texts don't: years of two digits, names of months.
 #pragma once
 
 #include <QDateTime>

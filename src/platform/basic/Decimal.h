@@ -1,6 +1,6 @@
 // A number as its decimal digits: the ground on which every rounding rule of the program stands.
 // Rounding a double directly would follow its binary neighbour (1.0005 is stored a little below);
-// here the digits that a person sees are rounded.
+// here the digits that a person sees are rounded. Neither the toolkit nor the standard library rounds so.
 #pragma once
 
 #include <QByteArray>

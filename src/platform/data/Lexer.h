@@ -1,5 +1,6 @@
 // Cuts a statement of the program's dialect into tokens. Knows strings, bracketed names, numbers,
-// dates between number signs, names and marks; refuses comments and everything it does not know.
+// dates between number signs, names and marks; refuses comments and everything it does not know. The dialect is the
+// program's own, so no library reads it.
 #pragma once
 
 #include <QString>

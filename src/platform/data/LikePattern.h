@@ -1,5 +1,5 @@
 // The comparison Like: case ignored in every script, % any run of characters, _ one character,
-// [a-z] one of a set, [!a-z] one outside it.
+// [a-z] one of a set, [!a-z] one outside it. The engine's own folds case in English letters alone and knows no sets.
 #pragma once
 
 #include <QString>
