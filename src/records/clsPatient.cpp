@@ -123,10 +123,9 @@ clsPatientPtr clsPatient::addPatient() {
         strSQL = u"INSERT INTO "_s;
         strSQL += u" Patient ("_s;
         for (const QString& column :
-             {u" [pat_FName], u"_s, u"_s [pat_LName], u"_s, u"_s [pat_Address1], u"_s,
-              u"_s [pat_Address2], u"_s, u"_s [pat_City], u"_s, u"_s [pat_State], u"_s, u"_s [pat_Zip], u"_s,
-              u"_s [pat_Country], u"_s, u"_s [pat_BDay], u"_s, u"_s [pat_Phone], u"_s, u"_s [pat_Fax],u"_s,
-              u"_s [pat_Notes]"_s})
+             {u" [pat_FName], "_s, u" [pat_LName], "_s, u" [pat_Address1], "_s, u" [pat_Address2], "_s,
+              u" [pat_City], "_s, u" [pat_State], "_s, u" [pat_Zip], "_s, u" [pat_Country], "_s,
+              u" [pat_BDay], "_s, u" [pat_Phone], "_s, u" [pat_Fax],"_s, u" [pat_Notes]"_s})
             strSQL += column;
         strSQL += u" ) "_s;
         strSQL += u" VALUES ("_s;
