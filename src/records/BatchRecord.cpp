@@ -156,7 +156,7 @@ void addLines(const Connection& connection, std::int64_t key, const QJsonArray& 
     const QString statement = u"INSERT INTO LogChem (LogID, %1) VALUES (?%2)"_s.arg(
         lineList(), u", ?"_s.repeated(static_cast<qsizetype>(lineColumns.size())));
     platform::Transaction whole(connection.handle(), statement);
-    for (const QJsonValue& line : lines) {
+    for (const auto& line : lines) {
         Statement added(connection.handle(), statement, statement);
         added.bind(1, qint64{key});
         int parameter = 1;
