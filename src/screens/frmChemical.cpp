@@ -27,7 +27,7 @@ const BrowsedRecords chemicalRecords{
               .moves = ToolRule::Locked,
               .search = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
-              .trace = ToolRule::Locked,
+              .trace = ToolRule::On,
               .report = true},
     .emptyWhileLocked = true,
 };

@@ -36,7 +36,7 @@ const BrowsedRecords logRecords{
               .moves = ToolRule::Locked,
               .search = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
-              .trace = ToolRule::Locked,
+              .trace = ToolRule::On,
               .formulaLog = true,
               .label = true,
               .report = true,

@@ -32,7 +32,7 @@ const BrowsedRecords patientRecords{
               .search = ToolRule::Locked,
               .make = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
-              .trace = ToolRule::Locked,
+              .trace = ToolRule::On,
               .label = true,
               .report = true},
     .emptyWhileLocked = true,

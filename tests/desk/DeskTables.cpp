@@ -26,7 +26,7 @@ txtSearch      on       L         L          L     L
 cmdMake        -        L         -          -     L
 cmdPrint       on       L         L          L     L
 cmdExport      on       L         L          L     L
-cmdTrace       -        -         L          L     L
+cmdTrace       -        -         on         on    on
 mnuWorksheet   on       on        -          -     -
 mnuFormulaLog  -        -         -          on    -
 mnuLabel       -        -         -          on    on

@@ -149,7 +149,7 @@ TEST_F(TraceTest, WhatATextIsCanBeSaid) {
     const Tracer trace = tracer();
     EXPECT_EQ(trace.find(u"L1"_s, By::Lot).ingredients.at(0).name, u"Base"_s);
     EXPECT_EQ(trace.find(u" L1 "_s, By::Ndc).ingredients.at(0).name, u"B1"_s);
-    EXPECT_TRUE(trace.find(u"L1"_s, By::Batch).batches.empty());
+    EXPECT_TRUE(trace.find(u"L1"_s, By::Batch).ingredients.empty());
     EXPECT_EQ(trace.find(u"B1"_s, By::Batch).batches.size(), 1U);
     EXPECT_EQ(trace.find(u"B1"_s, By::Name).ingredients.size(), 1U);
     EXPECT_TRUE(trace.find(u"B1"_s, By::Name).batches.empty());
