@@ -8,7 +8,7 @@ namespace sorvanto {
 
 namespace {
 
-constexpr HelpPlace places[] = {
+constexpr HelpPlace helpTable[] = {
     // the screens, and what stands beside them
     {"frmFormula", "README.md#formulas"},
     {"frmCurrFormula", "README.md#making-a-batch"},
@@ -42,7 +42,7 @@ constexpr HelpPlace places[] = {
 };
 
 QString placeNamed(const QString& name) {
-    for (const HelpPlace& each : places) {
+    for (const HelpPlace& each : helpTable) {
         if (name == QLatin1String(each.name))
             return QString::fromLatin1(each.place);
     }
@@ -51,7 +51,7 @@ QString placeNamed(const QString& name) {
 
 }  // namespace
 
-std::span<const HelpPlace> helpPlaces() { return places; }
+std::span<const HelpPlace> helpPlaces() { return helpTable; }
 
 QString helpPlaceOf(const QWidget* widget) {
     for (; widget; widget = widget->parentWidget()) {
