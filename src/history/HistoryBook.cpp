@@ -58,7 +58,8 @@ QString nameIn(sqlite3* database, const QString& sql, const QVariant& key) {
 QString nameOf(sqlite3* database, const PastRow& row, const std::vector<HistoryEntry>& entries) {
     QString name;
     if (row.table == "FormChem"_L1)
-        name = nameIn(database, u"SELECT chm_Name FROM Chemical WHERE ChemicalID = ?"_s, row.values.value(u"ChemicalID"_s));
+        name = nameIn(database, u"SELECT chm_Name FROM Chemical WHERE ChemicalID = ?"_s,
+                      row.values.value(u"ChemicalID"_s));
     if (row.table == "RXs"_L1)
         name = nameIn(database, u"SELECT log_Name FROM Log WHERE LogID = ?"_s, row.values.value(u"LogID"_s));
     if (row.table == "LogChem"_L1)

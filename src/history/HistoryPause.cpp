@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::sqlite::run;
 using platform::asText;
+using platform::sqlite::run;
 using platform::sqlite::Statement;
 
 }  // namespace

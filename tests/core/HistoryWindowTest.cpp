@@ -113,7 +113,8 @@ TEST_F(HistoryWindowTest, TheRecordAsItWasOnADay) {
     EXPECT_TRUE(then.contains("Formula Name|Gel|Cream"));
     EXPECT_TRUE(then.contains("Urea · Qty|1.5|2"));
     EXPECT_TRUE(then.contains("Menthol · Qty||4"));
-    EXPECT_EQ(then.mid(0, 2), (QStringList{"Formula Name|Gel|Cream", "Urea · Qty|1.5|2"})) << "what differs first";
+    EXPECT_EQ(then.mid(0, 2), (QStringList{"Formula Name|Gel|Cream", "Urea · Qty|1.5|2"}))
+        << "what differs first";
     setDay("txtDay", u"2026-03-02"_s);
     EXPECT_EQ(rows("grdPast"), QStringList()) << "it was not there yet";
 }

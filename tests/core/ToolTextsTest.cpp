@@ -71,6 +71,7 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "Find by name",
                                                                        "&Where Did It Go",
                                                                        "Where Used",
+                                                                       "&Manual",
                                                                        "&History"}));
 }
 

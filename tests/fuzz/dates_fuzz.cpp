@@ -22,10 +22,11 @@ using namespace platform;
 namespace {
 
 const std::array<QLocale, 14>& locales() {
-    static const std::array<QLocale, 14> all{
-        QLocale(u"en_US"_s), QLocale(u"en_GB"_s), QLocale(u"de_DE"_s), QLocale(u"de_CH"_s), QLocale(u"fr_FR"_s),
-        QLocale(u"es_ES"_s), QLocale(u"ru_RU"_s), QLocale(u"pt_BR"_s), QLocale(u"it_IT"_s), QLocale(u"hu_HU"_s),
-        QLocale(u"ko_KR"_s), QLocale(u"ar_EG"_s), QLocale(u"fi_FI"_s), QLocale(u"lt_LT"_s)};
+    static const std::array<QLocale, 14> all{QLocale(u"en_US"_s), QLocale(u"en_GB"_s), QLocale(u"de_DE"_s),
+                                             QLocale(u"de_CH"_s), QLocale(u"fr_FR"_s), QLocale(u"es_ES"_s),
+                                             QLocale(u"ru_RU"_s), QLocale(u"pt_BR"_s), QLocale(u"it_IT"_s),
+                                             QLocale(u"hu_HU"_s), QLocale(u"ko_KR"_s), QLocale(u"ar_EG"_s),
+                                             QLocale(u"fi_FI"_s), QLocale(u"lt_LT"_s)};
     return all;
 }
 

@@ -47,7 +47,8 @@ bool hasAnchor(const Manual& manual, const QString& page, const QString& anchor)
 
 /// Why a target of a page leads nowhere; empty when it leads somewhere.
 QString whyNot(const Manual& manual, const QString& page, const QString& target) {
-    static const QRegularExpression english(u"^pictures/[\\w-]+\\.png$"_s), other(u"^\\.\\./pictures/[\\w-]+\\.png$"_s);
+    static const QRegularExpression english(u"^pictures/[\\w-]+\\.png$"_s),
+        other(u"^\\.\\./pictures/[\\w-]+\\.png$"_s);
     const QRegularExpression& picture = manual.language() == "English"_L1 ? english : other;
     if (target.endsWith(".png"_L1))
         return !picture.match(target).hasMatch()  ? u"is not written [../]pictures/NAME.png"_s
