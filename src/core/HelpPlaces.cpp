@@ -36,6 +36,7 @@ constexpr HelpPlace helpTable[] = {
     {"frmAbout", "README.md"},
     {"HealthPage", "went-wrong.md#the-health-page"},
     {"TraceWindow", "where-did-it-go.md"},
+    {"HistoryWindow", "history.md"},
     {"StartQuestion", "went-wrong.md#the-database-cant-be-opened"},
     {"ErrorReportList", "went-wrong.md#the-strip-below"},
     {"DraftReader", "README.md#text-that-is-not-saved-yet"},

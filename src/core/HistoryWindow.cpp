@@ -24,7 +24,7 @@ namespace {
 
 using platform::grid;
 
-constexpr int momentWidth = 200, personWidth = 160, deedWidth = 90, fieldWidth = 230;
+constexpr int momentWidth = 160, personWidth = 150, deedWidth = 90, fieldWidth = 230;
 
 QString personText(const QString& person) {
     return person.isEmpty() ? translated(u"another program"_s) : person;
@@ -40,7 +40,7 @@ QLabel* caption(const QString& text, QWidget& control) {
     auto* made = new QLabel(text, control.parentWidget());
     platform::setLook(*made, "quiet");
     made->setBuddy(&control);
-    control.setAccessibleName(text);
+    (control.focusProxy() ? control.focusProxy() : &control)->setAccessibleName(text);
     return made;
 }
 

@@ -173,6 +173,9 @@ std::vector<int> TraceList::chosen() const {
 }
 
 bool TraceList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == m_view)
+        QMetaObject::invokeMethod(this, &TraceList::layOutColumns,
+                                  Qt::QueuedConnection);  // once its rows have their place
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
@@ -192,11 +195,20 @@ void TraceList::changeEvent(QEvent* event) {
 
 void TraceList::layOutColumns() {
     QHeaderView& header = *m_view->horizontalHeader();
+    int given = 0, widest = 0, others = 0;  // others: columns without a width, which share what is left
     for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
-        const TraceColumn& column = m_columns[static_cast<std::size_t>(i)];
-        header.setSectionResizeMode(i, column.width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
-        if (column.width > 0)
-            header.resizeSection(i, std::max(column.width, header.sectionSizeHint(i)));
+        const int width = m_columns[static_cast<std::size_t>(i)].width;
+        given += width;
+        others += width > 0 ? 0 : 1;
+        widest = std::max(widest, width > 0 ? 0 : header.sectionSizeHint(i));
+    }
+    const int room = m_view->viewport()->width() - others * widest;
+    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
+        const int width = m_columns[static_cast<std::size_t>(i)].width;
+        header.setSectionResizeMode(i, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
+        if (width > 0)
+            header.resizeSection(i, std::max(given > room && room > 0 ? width * room / given : width,
+                                             header.sectionSizeHint(i)));
     }
 }
 

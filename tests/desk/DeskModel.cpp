@@ -93,6 +93,8 @@ void Model::click(const QString& tool) {
         ask(u"frmOptions"_s, {}, u"cmdCancel"_s);
     if (tool == "mnuAbout"_L1)
         ask(u"frmAbout"_s, {}, {});
+    if (tool == "cmdTrace"_L1)
+        ask(u"TraceWindow"_s, {}, {});
     if (const ScreenRow* row = screenOfTool(tool))
         switchTo(row->number);
     if (tool == "txtSearch"_L1)

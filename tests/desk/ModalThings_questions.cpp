@@ -254,7 +254,7 @@ std::vector<ModalThing> MatrixTest::questions() {
          false,
          addPatient},
         {"Put a mix aside",
-         {u"mixer/MixerPanel MsgBox"_s},
+         {u"mixer/MixerPanelShow MsgBox"_s},
          [](D& d) {
              d.happensIn(box, u"No"_s);
              d.panelButton("mixerPutAside")->click();

@@ -37,16 +37,20 @@ const QMap<QString, const char*> unnamed{
     {u"Sorvanto Control Panel"_s, "the program itself, the title of boxes that have none of their own"},
 };
 
+/// Windows whose titles name the record on show, and what they are called without it.
+const QMap<QString, QString> withRecord{{u"HistoryWindow"_s, u"History"_s}};
+
 class NamedInManualTest : public LanguageTour {
 protected:
     int language() const override { return 0; }
     void look(QWidget& shown, const QString& name) override {
         if (&shown == window.get())
             return;
-        classes << QString::fromLatin1(shown.metaObject()->className()).section("::"_L1, -1);
-        if (!shown.windowTitle().isEmpty() && !name.startsWith("preview-"_L1) &&
-            !name.startsWith("report-"_L1))
-            titles.insert(shown.windowTitle(), name);
+        const QString kind = QString::fromLatin1(shown.metaObject()->className()).section("::"_L1, -1);
+        classes << kind;
+        const QString title = withRecord.value(kind, shown.windowTitle());
+        if (!title.isEmpty() && !name.startsWith("preview-"_L1) && !name.startsWith("report-"_L1))
+            titles.insert(title, name);
     }
 
     QMap<QString, QString> titles;  ///< where each was seen
