@@ -15,6 +15,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <array>
+#include <regex>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -165,14 +166,20 @@ constexpr std::array<std::string_view, 8> randomColumns{"fid_Identity", "fid_Par
                                                         "abt_Archive",  "hst_When",   "hst_Salt",
                                                         "hst_Digest",   "hst_Seal"};
 
+std::string shown(std::string_view column, const char* value) {
+    static const std::regex identity("[0-9a-f]{32,}");
+    if (!value)
+        return "NULL";
+    if (std::find(randomColumns.begin(), randomColumns.end(), column) != randomColumns.end())
+        return "identity";
+    // A change that names an archive or a seal has it in its midst.
+    return column == "hst_Fields" ? std::regex_replace(value, identity, "identity") : value;
+}
+
 int appendRow(void* target, int count, char** values, char** names) {
     auto& text = *static_cast<std::string*>(target);
-    for (int i = 0; i < count; ++i) {
-        const bool random =
-            std::find(randomColumns.begin(), randomColumns.end(), names[i]) != randomColumns.end();
-        text += i == 0 ? "" : "|";
-        text += !values[i] ? "NULL" : random ? "identity" : values[i];
-    }
+    for (int i = 0; i < count; ++i)
+        text += (i == 0 ? "" : "|") + shown(names[i], values[i]);
     text += '\n';
     return 0;
 }
