@@ -94,8 +94,17 @@ class Desk:
 
     def window(self, title):
         """Waits until it is there and has the keys."""
-        until(f"the window {title!r}", lambda: self.shows(title))
+        try:
+            until(f"the window {title!r}", lambda: self.shows(title))
+        except AssertionError as failure:
+            raise AssertionError(f"{failure} {self.state()}") from None
         until(f"the focus of {title!r}", lambda: self.xdotool("getactivewindow", "getwindowname").stdout.startswith(title))
+
+    def state(self):
+        """What a failure should know: the windows on show, how the programs are, and what they complained of."""
+        programs = {process.args[0]: process.poll() for process in self.processes}
+        said = {path.name: path.read_text()[-2000:] for path in self.home.glob("*.err")}
+        return f"On show: {sorted(self.titles())}; programs: {programs}; said: {said}"
 
     def keys(self, *names):
         self.xdotool("key", "--delay", "30", *names)
