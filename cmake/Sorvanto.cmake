@@ -140,7 +140,7 @@ function(sorvanto_test folder)
   if(NOT ARG_LABEL MATCHES "unit|gui")
     add_dependencies(whole_program test_${name})
   endif()
-  set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 300
+  set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 1200
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
 endfunction()
 
