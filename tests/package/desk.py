@@ -5,7 +5,7 @@ import subprocess
 import time
 
 NOBODY = 65534
-PATIENCE = 40
+PATIENCE = 120
 ACCENT = bytes.fromhex("0b7285")
 BUTTON = 6  # pixels of it above each other that no text interrupts
 FRESH = 1.1  # a window that came up by itself takes no keys in its first second
