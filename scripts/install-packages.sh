@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing on Debian 12, and nothing else: "build" (to build and run the program),
 # "display" (a virtual display for a machine without one), "test" (tools that the tests read results with),
-# "package" (to make the package and look it over), "lint" (the linter, by hand), "fuzz" (a compiler with a
-# fuzzer; nothing else needs it).
+# "server" (a server for several benches), "package" (to make the package and look it over), "lint" (the linter, by
+# hand), "fuzz" (a compiler with a fuzzer; nothing else needs it).
 #   scripts/install-packages.sh SET...           installs what is missing (root or sudo)
 #   scripts/install-packages.sh --check SET...   only lists what is missing; 1 if anything is
 set -euo pipefail
@@ -16,6 +16,7 @@ test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoff
   desktop-file-utils appstream librsvg2-bin cups-daemon cups-client cups-filters printer-driver-cups-pdf"
 lint="clang-tidy"
 package="dpkg-dev lintian desktop-file-utils appstream librsvg2-bin"
+server="postgresql openssl"
 fuzz="clang-14 libclang-rt-14-dev"
 
 check=no
@@ -28,8 +29,9 @@ for argument in "$@"; do
     test) wanted+=" $test" ;;
     package) wanted+=" $package" ;;
     lint) wanted+=" $lint" ;;
+    server) wanted+=" $server" ;;
     fuzz) wanted+=" $fuzz" ;;
-    *) echo "usage: $0 [--check] build [display] [test] [package] [lint] [fuzz]" >&2; exit 2 ;;
+    *) echo "usage: $0 [--check] build [display] [test] [package] [lint] [server] [fuzz]" >&2; exit 2 ;;
   esac
 done
 
@@ -52,6 +54,12 @@ if [ "$(id -u)" != 0 ]; then
 fi
 echo "Installing:$missing"
 export DEBIAN_FRONTEND=noninteractive
+# The server's package makes and starts a database of its own unless it is told not to.
+clusters=/etc/postgresql-common/createcluster.conf
+case "$missing" in
+  *\ postgresql*) [ -e "$clusters" ] || { $as_root mkdir -p "${clusters%/*}" && echo "create_main_cluster = false" |
+    $as_root tee "$clusters" >/dev/null; } ;;
+esac
 $as_root apt-get update -q
 # shellcheck disable=SC2086  # a list of words
 $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
