@@ -23,7 +23,7 @@ using platform::grid;
 
 constexpr int lettersPerLine = 75;
 constexpr double least = 0.6, most = 2.5;  // zoom
-constexpr int edge = 4 * grid;             // least room beside the text
+constexpr int leastMargin = 4 * grid;      // least room beside the text
 
 std::vector<QTextBlock> headingsOf(const QTextDocument& document) {
     std::vector<QTextBlock> headings;
@@ -84,15 +84,15 @@ void ManualView::layOut() {
 void ManualView::fit(QTextDocument& document) {
     const double room = viewport()->width();
     const double letters = QFontMetricsF(document.defaultFont()).averageCharWidth() * lettersPerLine;
-    const double side = std::max<double>(edge, std::floor((room - letters) / 2));
+    const double side = std::max<double>(leastMargin, std::floor((room - letters) / 2));
     QTextCursor all(&document);
     all.beginEditBlock();
     QTextFrameFormat frame = document.rootFrame()->frameFormat();
     frame.setMargin(0);
     frame.setLeftMargin(side);
     frame.setRightMargin(side + 1);  // a table is wider by its line
-    frame.setTopMargin(edge);
-    frame.setBottomMargin(2 * edge);
+    frame.setTopMargin(leastMargin);
+    frame.setBottomMargin(2 * leastMargin);
     document.rootFrame()->setFrameFormat(frame);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         const int indents = block.blockFormat().indent() + (block.textList() ? 1 : 0);
@@ -112,7 +112,7 @@ void ManualView::fitPicture(const QTextBlock& block, double width) {
     cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     QTextImageFormat format = cursor.charFormat().toImageFormat();
     const auto whole = loadResource(QTextDocument::ImageResource, QUrl(format.name())).value<QImage>();
-    const double shown = std::min<double>(whole.width(), std::max<double>(width, edge));
+    const double shown = std::min<double>(whole.width(), std::max<double>(width, leastMargin));
     if (whole.isNull() || format.width() == shown)
         return;
     cursor.document()->addResource(
