@@ -12,7 +12,13 @@ namespace sorvanto {
 namespace {
 
 const QString secondPlaceKey = u"Copies/SecondPlace"_s;
-const QString rehearsalKey = u"Copies/LastRehearsal"_s;
+
+QString noteKey(const QString& note, const QString& identity) {
+    return note + '/'_L1 + (identity.isEmpty() ? u"none"_s : identity);
+}
+
+QString rehearsalKey(const QString& identity) { return noteKey(u"LastRehearsal"_s, identity); }
+QString batchesKey(const QString& identity) { return noteKey(u"BatchesAtCopy"_s, identity); }
 
 QString keyOf(const QString& database) {
     const QString path = QFileInfo(platform::platformPath(database)).absoluteFilePath();
@@ -23,16 +29,22 @@ QString keyOf(const QString& database) {
 
 QString CopySettings::file() { return platform::platformPath(platform::programFolder() + u"\\copies.ini"_s); }
 
-CopySettings CopySettings::read() {
+CopySettings CopySettings::read(const QString& identity) {
     const platform::SettingsFile settings(file());
-    return {settings.value(secondPlaceKey).toString(), settings.value(rehearsalKey).toString(),
-            settings.problem()};
+    const QVariant batches = settings.value(batchesKey(identity));
+    return {.secondPlace = settings.value(secondPlaceKey).toString(),
+            .lastRehearsal = settings.value(rehearsalKey(identity)).toString(),
+            .batchesAtCopy = batches.isValid() ? std::optional(batches.toLongLong()) : std::nullopt,
+            .identity = identity,
+            .problem = settings.problem()};
 }
 
 void CopySettings::write() const {
     platform::SettingsFile settings(file());
     settings.setValue(secondPlaceKey, secondPlace);
-    settings.setValue(rehearsalKey, lastRehearsal);
+    settings.setValue(rehearsalKey(identity), lastRehearsal);
+    if (batchesAtCopy)
+        settings.setValue(batchesKey(identity), QString::number(*batchesAtCopy));
 }
 
 QString CopySettings::identityOf(const QString& database) {

@@ -1,20 +1,26 @@
-// Where else copies of the database go, when the last one was tried out, and which database was last open under
+// Where else copies of the databases go, what is noted of each one's last copy, and which database was last open under
 // which path: copies.ini beside the program.
 #pragma once
 
 #include <QString>
+#include <cstdint>
+#include <optional>
 
 namespace sorvanto {
 
 struct CopySettings {
-    QString secondPlace;    ///< a folder on a stick or a share; empty: none
-    QString lastRehearsal;  ///< the month, as "2026-03", in which a copy was last put back and checked
+    QString secondPlace;  ///< a folder on a stick or a share; empty: none
+    QString
+        lastRehearsal;  ///< the month, as "2026-03", in which a copy of this database was last put back and checked
+    std::optional<std::int64_t>
+        batchesAtCopy{};  ///< that this database had ever logged when it was last copied
+    QString identity{};   ///< of this database; empty for one without
 
     QString problem{};  ///< why the file could not be read; empty when it was
 
     static QString file();
-    /// Never throws.
-    static CopySettings read();
+    /// identity: of the database that the notes are about. Never throws.
+    static CopySettings read(const QString& identity = {});
     /// Throws where the file could not be read or can't be written.
     void write() const;
 

@@ -22,7 +22,7 @@ const QString moment = u"yyyy-MM-dd-HHmmss"_s;
 }  // namespace
 
 CopyShelf::CopyShelf(QString folder, const QString& identity)
-    : m_folder(platform::platformPath(folder)),
+    : m_folder(platform::platformPath(folder)), m_known(!identity.isEmpty()),
       m_start(identity.isEmpty() ? u"sorvanto-"_s : u"sorvanto-%1-"_s.arg(identity.left(digitsOfIdentity))) {}
 
 std::vector<KeptCopy> CopyShelf::copies() const {
@@ -44,6 +44,11 @@ std::vector<KeptCopy> CopyShelf::copies() const {
     return found;
 }
 
+bool CopyShelf::hasOneOf(const QDate& day) const {
+    const auto kept = copies();
+    return !kept.empty() && (kept.front().number > 0 || !m_known) && kept.front().made.date() == day;
+}
+
 int CopyShelf::newestNumber() const {
     const auto kept = copies();
     return kept.empty() ? 0 : kept.front().number;
@@ -58,7 +63,9 @@ void CopyShelf::thinOut() const {
     QSet<QString> days;
     QSet<QString> months;
     for (const KeptCopy& copy : copies()) {
-        const QString day = copy.made.toString(u"yyyy-MM-dd"_s);
+        // One of the first version may be of another database, and no copy of this one takes its place.
+        const QString day =
+            copy.made.toString(u"yyyy-MM-dd"_s) + (m_known && copy.number == 0 ? u"?"_s : QString());
         const QString month = day.left(7);
         const bool ofItsDay = !days.contains(day) && days.size() < daysKept;
         const bool ofItsMonth = !months.contains(month) && months.size() < monthsKept;

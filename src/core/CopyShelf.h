@@ -22,6 +22,9 @@ public:
 
     /// Newest made first. Other databases' copies, and what a user or an update keeps there, are not among them.
     std::vector<KeptCopy> copies() const;
+    /// Whether the newest made is of that day, as the clock stood. One of the first version tells of no database, so
+    /// that it counts only where the database has no identity either.
+    bool hasOneOf(const QDate& day) const;
     /// Of the newest made; 0 for none.
     int newestNumber() const;
     /// For the next one; newer than all here, and than the number of another shelf.
@@ -31,6 +34,7 @@ public:
 
 private:
     QString m_folder;  ///< in this system's form
+    bool m_known;      ///< which database it is
     QString m_start;   ///< how the names begin
 };
 

@@ -1,20 +1,13 @@
 #include "core/DailyBackup.h"
 
-#include "core/CopySettings.h"
 #include "core/CopyShelf.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/Paths.h"
-#include "platform/basic/RuntimeError.h"
-#include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Sqlite.h"
 #include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <chrono>
 #include <sqlite3.h>
 
@@ -27,55 +20,11 @@ constexpr int batchesBetweenCopies = 50;
 constexpr int askingPause = 20;        // milliseconds, while a copy is being made
 constexpr int looksAfterFailure = 60;  // an hour, instead of a report a minute
 
-QString folder() { return platform::programFolder() + u"\\backups"_s; }
-
 /// How many batches were ever logged; keys are never given out twice.
 std::int64_t batchesLogged(const platform::Connection& connection) {
     platform::sqlite::Statement last(connection.handle(),
                                      u"SELECT seq FROM sqlite_sequence WHERE name = 'Log'"_s, {});
     return last.step() ? last.integer(0) : 0;
-}
-
-struct Job {
-    QString file, identity;
-    QDateTime moment;
-    QString secondPlace;
-    bool rehearse = false;
-};
-
-/// What a process that was killed in the midst of a copy has left.
-void tidy(const QString& place) {
-    QDir copies(place);
-    for (const QString& name :
-         copies.entryList({u"sorvanto-*.part"_s, u"sorvanto-*.rehearsal*"_s}, QDir::Files))
-        copies.remove(name);
-}
-
-/// What can be had back: the copy is put into a scratch file as a restore would, and looked through.
-void rehearse(const QString& copy, const platform::Cancelled& cancelled) {
-    const QString scratch = copy + u".rehearsal"_s;
-    if (platform::copyDatabase(copy, scratch, cancelled))
-        QFile::remove(platform::platformPath(scratch));
-}
-
-/// Newer in both places than what is there: a stick may have come along from another computer.
-void run(const Job& job, const platform::Cancelled& cancelled) {
-    const CopyShelf shelf(folder(), job.identity);
-    const CopyShelf second(job.secondPlace, job.identity);
-    const QString copy = shelf.pathFor(job.moment, job.secondPlace.isEmpty() ? 0 : second.newestNumber());
-    tidy(QFileInfo(copy).path());
-    if (!platform::copyDatabase(job.file, copy, cancelled))
-        return;
-    shelf.thinOut();
-    if (job.rehearse)
-        rehearse(copy, cancelled);
-    if (job.secondPlace.isEmpty())
-        return;
-    if (!QFileInfo(job.secondPlace).isDir())
-        throw platform::RuntimeError(platform::error::fileNotFound,
-                                     u"The second place for copies is not there: "_s + job.secondPlace);
-    platform::copyDatabase(copy, job.secondPlace + '/'_L1 + QFileInfo(copy).fileName(), cancelled);
-    second.thinOut();
 }
 
 }  // namespace
@@ -84,15 +33,17 @@ DailyBackup::DailyBackup(int startDelay, int interval, int patience)
     : m_startDelay(startDelay), m_interval(interval), m_patience(patience) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
-        int pause = m_interval;
+        m_waitLonger = false;
         try {
             look();
         } catch (...) {
-            pause *= looksAfterFailure;
+            m_waitLonger = true;
             reportCurrentError(u"DailyBackup:copy"_s);
         }
         m_looked = true;
-        m_timer.start(m_job.valid() ? askingPause : pause);
+        m_timer.start(m_job.valid()  ? askingPause
+                      : m_waitLonger ? m_interval * looksAfterFailure
+                                     : m_interval);
     });
 }
 
@@ -126,39 +77,54 @@ void DailyBackup::begin() {
     if (!connection || connection->state() != 1)
         return;
     const auto identity = readFileIdentity(*connection);
-    Job job{.file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main")),
-            .identity = identity ? identity->identity : QString(),
-            .moment = platform::now(),
-            .secondPlace = {}};
-    if (!isDue(job.identity))
+    m_identity = identity ? identity->identity : QString();
+    const CopySettings settings = CopySettings::read(m_identity);
+    const std::int64_t batches = batchesLogged(*connection);
+    const bool first = isDue(settings, batches);
+    if (!first && !secondPlaceLacks(settings.secondPlace, m_identity))
         return;
-    const CopySettings settings = CopySettings::read();
     const QString month = platform::today().toString(u"yyyy-MM"_s);
-    job.secondPlace = settings.secondPlace;
-    job.rehearse = settings.lastRehearsal != month;
+    const CopyJob job{.file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main")),
+                      .identity = m_identity,
+                      .moment = platform::now(),
+                      .secondPlace = settings.secondPlace,
+                      .first = first,
+                      .rehearse = first && settings.lastRehearsal != month};
     m_rehearsal = job.rehearse ? month : QString();
-    m_batchesAtCopy = batchesLogged(*connection);
-    m_job = std::async(std::launch::async, [job, this] { run(job, [this] { return m_cancelled.load(); }); });
+    m_batches = batches;
+    m_job = std::async(std::launch::async,
+                       [job, this] { return makeCopy(job, [this] { return m_cancelled.load(); }); });
 }
 
-bool DailyBackup::isDue(const QString& identity) {
-    const auto copies = CopyShelf(folder(), identity).copies();
-    const std::int64_t batches = batchesLogged(*basMain::gConnection);
-    if (copies.empty() || copies.front().made.date() != platform::today().date())
+/// Without a note of the batches at the last copy, fifty count from the first look on.
+bool DailyBackup::isDue(const CopySettings& settings, std::int64_t batches) {
+    if (!CopyShelf(copiesFolder(), m_identity).hasOneOf(platform::today().date()))
         return true;
-    if (!m_batchesAtCopy)
-        m_batchesAtCopy = batches;
-    return batches - *m_batchesAtCopy >= batchesBetweenCopies;
+    if (!m_batchesAtFirstLook)
+        m_batchesAtFirstLook = batches;
+    return batches - settings.batchesAtCopy.value_or(*m_batchesAtFirstLook) >= batchesBetweenCopies;
 }
 
+// A failure behind the copy is told as what it is; what comes after it happens all the same.
 void DailyBackup::finish() {
-    m_job.get();
-    if (m_copied)
-        m_copied();
-    if (m_rehearsal.isEmpty())
-        return;
-    CopySettings settings = CopySettings::read();
-    settings.lastRehearsal = m_rehearsal;
+    const CopyResult result = m_job.get();
+    if (result.copied) {
+        if (m_copied)
+            m_copied();
+        guarded(u"DailyBackup:note"_s, [&] { note(result); });
+    }
+    if (result.rehearsal)
+        guarded(u"DailyBackup:rehearse"_s, [&] { std::rethrow_exception(result.rehearsal); });
+    m_waitLonger = result.secondPlace != nullptr;
+    if (result.secondPlace)
+        guarded(u"DailyBackup:secondPlace"_s, [&] { std::rethrow_exception(result.secondPlace); });
+}
+
+void DailyBackup::note(const CopyResult& result) {
+    CopySettings settings = CopySettings::read(m_identity);
+    settings.batchesAtCopy = m_batches;
+    if (!m_rehearsal.isEmpty() && !result.rehearsal)
+        settings.lastRehearsal = m_rehearsal;
     settings.write();
 }
 

@@ -4,6 +4,9 @@
 // scratch file and checked, since a copy is worth what can be had back from it.
 #pragma once
 
+#include "core/CopyJob.h"
+#include "core/CopySettings.h"
+
 #include <QString>
 #include <QTimer>
 #include <atomic>
@@ -38,16 +41,20 @@ private:
     void look();
     void begin();
     void finish();
-    bool isDue(const QString& identity);
+    bool isDue(const CopySettings& settings, std::int64_t batches);
+    void note(const CopyResult& result);
 
     QTimer m_timer;
-    std::future<void> m_job;
+    std::future<CopyResult> m_job;
     std::atomic<bool> m_cancelled = false;
     std::function<void()> m_copied;
     int m_startDelay, m_interval, m_patience;
     bool m_started = false, m_looked = false;
-    std::optional<std::int64_t> m_batchesAtCopy;  ///< unknown until the first look
-    QString m_rehearsal;  ///< the month, as "2026-03", when the copy under way is tried out as well
+    bool m_waitLonger = false;  ///< something failed
+    std::optional<std::int64_t> m_batchesAtFirstLook;
+    QString m_identity;          ///< of the database that the copy under way is of
+    std::int64_t m_batches = 0;  ///< that were logged when it began
+    QString m_rehearsal;         ///< the month, as "2026-03", when the copy under way is tried out as well
 };
 
 }  // namespace sorvanto

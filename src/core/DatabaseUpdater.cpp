@@ -8,6 +8,7 @@
 #include "platform/data/DatabaseCopy.h"
 #include "platform/data/Sqlite.h"
 #include "platform/data/Transaction.h"
+#include "shared/FileIdentity.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -108,6 +109,10 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
                                    QString& version, bool& applied) {
     applied = false;
     if (!connection || connection->state() != 1 || !platform::fileExists(updateFilePath))
+        return;
+    // What is for reading only stays as it is: a medium that nobody can write, an archive of its year.
+    const auto identity = readFileIdentity(*connection);
+    if (connection->isReadOnly() || (identity && !identity->parent.isEmpty()))
         return;
     const auto all = readUpdateFile(updateFilePath);
     const auto stated = versionNumber(version);

@@ -58,6 +58,7 @@ ErrorStrip::ErrorStrip(QWidget* parent)
     connect(m_details, &QPushButton::clicked, this, &ErrorStrip::openList);
     connect(m_close, &QToolButton::clicked, this, &ErrorStrip::dismiss);
     connect(m_problems, &QPushButton::clicked, this, &ErrorStrip::openList);
+    qApp->installEventFilter(this);
     m_click.setSingleShot(true);
     m_click.callOnTimeout(this, &ErrorStrip::endClick);
     m_stay.setSingleShot(true);
@@ -74,7 +75,14 @@ void ErrorStrip::follow(const std::shared_ptr<ErrorReporter>& reporter) {
     });
 }
 
+// What fails again and again by itself is listed and counted. What fails again under the user's hand is told again:
+// the strip may be long gone, and silence would read as success.
 void ErrorStrip::showReport(const ErrorReport& report) {
+    if (report.count > 1 && !m_userActs) {
+        if (m_list)
+            m_list->showReports();
+        return;
+    }
     if (++m_ofThisClick == 1)
         m_shown = report;
     m_click.start(0);
@@ -89,10 +97,27 @@ void ErrorStrip::showReport(const ErrorReport& report) {
 
 // The program is back at rest, so what the click began is over; a question in the midst of it is part of it.
 void ErrorStrip::endClick() {
-    if (QApplication::activeModalWidget())
+    if (QApplication::activeModalWidget()) {
         m_click.start(pauseBesideQuestion);
-    else
+    } else {
+        m_userActs = false;
         m_ofThisClick = 0;
+    }
+}
+
+bool ErrorStrip::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+        m_userActs = true;
+        m_click.start(0);
+        break;
+    default:
+        break;
+    }
+    return QFrame::eventFilter(watched, event);
 }
 
 // Nobody has read a strip that came up behind another window or a question; one in use stays as well.
@@ -148,6 +173,7 @@ void ErrorStrip::openList() {
 }
 
 void ErrorStrip::dismiss() {
+    m_userActs = false;
     m_ofThisClick = 0;
     m_stay.stop();
     hide();

@@ -36,6 +36,7 @@ signals:
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showReport(const ErrorReport& report);
@@ -55,8 +56,9 @@ private:
     ErrorReport m_shown;
     QPointer<ErrorReportList> m_list;
     QTimer m_stay;
-    QTimer m_click;         ///< runs while what one click began goes on
-    int m_ofThisClick = 0;  ///< reports so far
+    QTimer m_click;           ///< runs while what one click began goes on
+    int m_ofThisClick = 0;    ///< reports so far
+    bool m_userActs = false;  ///< what is going on began with a click or a key
 };
 
 }  // namespace sorvanto

@@ -71,7 +71,7 @@ std::optional<GoodCopy> checked(const KeptCopy& kept, const QString& identity) {
     if (!own || !own->identity.startsWith(identity))
         return {};
     const QDateTime made(kept.made.date(), kept.made.time(), Qt::UTC);
-    GoodCopy copy{kept.path, made, batchesOf(connection, QString()), mixesLoggedSince(made)};
+    GoodCopy copy{kept.path, made, batchesOf(connection, QString()), mixesLoggedSince(made, own->identity)};
     std::erase_if(copy.unknownToIt, [&](const LoggedMix& mix) { return batchesOf(connection, mix.lot) > 0; });
     return copy;
 }

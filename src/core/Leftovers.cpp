@@ -3,6 +3,7 @@
 #include "platform/basic/Paths.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -20,14 +21,27 @@ void removeFrom(const QString& folder, const QRegularExpression& form) {
 
 }  // namespace
 
-void removeLeftovers() {
+void removeLeftovers(const QString& database) {
     static const QRegularExpression beside(
-        u"^(?:options(?:\\.last-good)?\\.xml|[A-Za-z]*Translation\\.xml)\\.\\w{6}\\z|\\.restored(?:\\.part)?(?:-journal)?\\z"_s);
+        u"^(?:options(?:\\.last-good)?\\.xml|[A-Za-z]*Translation\\.xml|(?:copies|window)\\.ini|dbupdate\\.xml|"
+        u"delivered\\.txt)\\.\\w{6}\\z|\\.restored(?:\\.part)?(?:-journal)?\\z"_s);
+    static const QRegularExpression copy(u"-before-update-from-.*\\.part(?:-journal)?\\z"_s);
     static const QRegularExpression journal(u"\\.xml\\.\\w{6}\\z"_s);
     const QString folder = platform::programFolder();
     removeFrom(folder, beside);
+    removeFrom(folder + u"/backups"_s, copy);
     removeFrom(folder + u"/mixes"_s, journal);
     removeFrom(folder + u"/mixes/closed"_s, journal);
+    const QFileInfo file(platform::platformPath(database));
+    if (!file.fileName().isEmpty())
+        removeFrom(file.path(), QRegularExpression(u"^%1\\.restored(?:\\.part)?(?:-journal)?\\z"_s.arg(
+                                    QRegularExpression::escape(file.fileName()))));
+}
+
+void keepFoldersToOwner() {
+    const QString folder = platform::programFolder();
+    for (const char* name : {"/mixes", "/mixes/closed", "/drafts", "/backups"})
+        platform::keepFolderToOwner(folder + QLatin1String(name));
 }
 
 }  // namespace sorvanto

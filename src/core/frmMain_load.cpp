@@ -147,7 +147,8 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
     if (!state.runs) {
         step([&] { openForReading(state.readingOnly); });
         basMain::databaseOpened = [this] { databaseOpened(); };
-        return removeLeftovers();
+        removeLeftovers(basMain::databaseLocation ? basMain::databaseLocation() : QString());
+        return keepFoldersToOwner();
     }
     step([&] {
         platform::MsgBox(

@@ -4,6 +4,7 @@
 #include "mixer/JournalFile.h"
 #include "mixer/ResultsDocument.h"
 #include "mixer/protocol/Messages.h"
+#include "platform/basic/Dates.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QDir>
@@ -24,6 +25,21 @@ QDateTime closedAt(const QFileInfo& file) {
     return {changed.date(), changed.time(), Qt::UTC};
 }
 
+QString attributeOf(const platform::XmlNode& root, const QString& name) {
+    return root.hasAttribute(name) ? root.attribute(name) : QString();
+}
+
+bool isOfAnother(const platform::XmlNode& root, const QString& identity) {
+    const QString database = attributeOf(root, u"Database"_s);
+    return !database.isEmpty() && database != identity;
+}
+
+QDateTime loggedAt(const platform::XmlNode& root, const QFileInfo& file) {
+    QDateTime told = platform::fromStoredDate(attributeOf(root, u"Signed"_s));
+    told.setTimeSpec(Qt::UTC);
+    return told.isValid() ? told : closedAt(file);
+}
+
 QString lotIn(const platform::XmlNode& root) {
     const platform::XmlNode results = root.selectSingleNode(u"Results"_s);
     if (!results)
@@ -34,13 +50,11 @@ QString lotIn(const platform::XmlNode& root) {
 
 }  // namespace
 
-std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment) {
+std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment, const QString& identity) {
     std::vector<LoggedMix> found;
     const QDir closed(closedFolder());
     for (const QFileInfo& file :
          closed.entryInfoList({u"*.xml"_s}, QDir::Files | QDir::NoSymLinks, QDir::Name)) {
-        if (closedAt(file) < moment)
-            continue;
         const auto document = platform::XmlDocument::create();
         if (!document->load(file.filePath()))
             continue;
@@ -48,6 +62,8 @@ std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment) {
         if (root.name() != "Mix"_L1 || !root.hasAttribute(u"State"_s) ||
             root.attribute(u"State"_s) != "logged"_L1 || !root.hasAttribute(u"ID"_s) ||
             !protocol::isMixId(root.attribute(u"ID"_s).toLatin1()))
+            continue;
+        if (isOfAnother(root, identity) || loggedAt(root, file) < moment)
             continue;
         if (const QString lot = lotIn(root); !lot.isEmpty())
             found.push_back({file.filePath(), lot});

@@ -14,8 +14,10 @@ struct LoggedMix {
     QString lot;
 };
 
-/// Logged mixes whose journals were closed at that moment or later. Journals that can't be read are passed over.
-std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment);
+/// Mixes of that database that were logged at that moment or later; where the journal doesn't tell when they were signed or
+/// of which database they are, as those of the first version, it is when the journal was closed, and any database.
+/// Journals that can't be read are passed over.
+std::vector<LoggedMix> mixesLoggedSince(const QDateTime& moment, const QString& identity);
 
 /// Puts the journal among the open ones, as a finished mix that is not in the log. Throws what writeFile throws.
 void openAgain(const LoggedMix& mix);

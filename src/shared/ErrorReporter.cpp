@@ -69,8 +69,8 @@ void ErrorReporter::ReportError(const QString& description, const QString& numbe
     try {
         const ErrorReport report{platform::now(), description, number,
                                  source,          tag,         std::exchange(m_failedStatement, QString())};
-        if (countRepeat(report))
-            return;
+        if (const auto repeated = countRepeat(report))
+            return announce(*repeated);
         if (m_reports.size() >= keptReports)
             m_reports.erase(m_reports.begin());
         m_reports.push_back(report);
@@ -89,16 +89,16 @@ void ErrorReporter::note(const QString& text) noexcept {
     }
 }
 
-bool ErrorReporter::countRepeat(const ErrorReport& report) {
+std::optional<ErrorReport> ErrorReporter::countRepeat(const ErrorReport& report) {
     const auto found = std::find_if(m_reports.begin(), m_reports.end(),
                                     [&](const ErrorReport& kept) { return sameReport(kept, report); });
     if (found == m_reports.end())
-        return false;
+        return {};
     ++found->count;
     write(u"%1  %2  error %3, for the %4. time in this run\n"_s
               .arg(platform::storedDate(report.time), report.tag, report.number)
               .arg(found->count));
-    return true;
+    return *found;
 }
 
 void ErrorReporter::announce(const ErrorReport& report) {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -51,13 +52,14 @@ public:
     void note(const QString& text) noexcept;
 
     const std::vector<ErrorReport>& reports() const { return m_reports; }
-    /// Called for each new report (repeats of a report in the same run change its count alone).
+    /// Called for each report; one that came before in this run has its count, and the time of the first.
     void onReport(std::function<void(const ErrorReport&)> callback);
     /// Why errors.log could not be written, empty while it can.
     QString logFailure() const { return m_logFailure; }
 
 private:
-    bool countRepeat(const ErrorReport& report);
+    /// The counted report; nothing when it is a new one.
+    std::optional<ErrorReport> countRepeat(const ErrorReport& report);
     void announce(const ErrorReport& report);
     void append(const ErrorReport& report);
     void write(const QString& text);

@@ -185,13 +185,64 @@ TEST_F(DailyBackupTest, ASecondPlaceThatIsGoneIsToldAndTheCopyIsThere) {
     settings.secondPlace = folder.path("no stick");
     settings.write();
     run();
-    EXPECT_TRUE(expectReport("DailyBackup:copy").description.contains("no stick"));
+    EXPECT_TRUE(expectReport("DailyBackup:secondPlace").description.contains("no stick"));
     EXPECT_EQ(copies().size(), 1);
+    EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03") << "what was done is noted";
+    run();  // not told again, since no copy is due
+    QDir(folder.path()).mkdir("no stick");
+    run();
+    EXPECT_EQ(QDir(folder.path("no stick")).entryList(QDir::Files), copies()) << "when it comes along";
+    EXPECT_EQ(copies().size(), 1) << "it gets the copy that is there";
+}
+
+TEST_F(DailyBackupTest, TheSecondPlaceIsTidiedAsWell) {
+    QDir(folder.path()).mkdir("stick");
+    folder.write("stick/sorvanto-0001-2026-03-06-080000.mdb.part", "half");
+    folder.write("stick/sorvanto-0001-2026-03-06-080000.mdb.part-journal", "half");
+    folder.write("stick/letter.part", "the user's");
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    run();
+    EXPECT_EQ(QDir(folder.path("stick")).entryList(QDir::Files, QDir::Name),
+              (QStringList{"letter.part", "sorvanto-0001-2026-03-07-140509.mdb"}));
+}
+
+TEST_F(DailyBackupTest, FiftyBatchesCountOverStartsOfTheProgram) {
+    run();
+    for (int start = 0; start < 2; ++start) {
+        ASSERT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"}) << start;
+        for (int i = 0; i < 25; ++i)
+            openDB()->execute("INSERT INTO Log (log_Name) VALUES ('Gel')");
+        run();
+    }
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0002-2026-03-07-140509.mdb"});
+    run();
+    EXPECT_EQ(copies(), QStringList{"sorvanto-0002-2026-03-07-140509.mdb"});
+}
+
+TEST_F(DailyBackupTest, EachDatabaseIsTriedOutOnceAMonth) {
+    run();
+    sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32), fid_Parent TEXT(32), fid_Changes INTEGER)");
+    sql("INSERT INTO FileIdentity VALUES ('0123456789abcdef0123456789abcdef', NULL, 0)");
+    EXPECT_EQ(CopySettings::read("0123456789abcdef0123456789abcdef").lastRehearsal, "");
+    run();
+    EXPECT_EQ(CopySettings::read("0123456789abcdef0123456789abcdef").lastRehearsal, "2026-03");
+}
+
+TEST_F(DailyBackupTest, ADayOfTheFirstVersionDoesNotCountForADatabaseWithAnIdentity) {
+    sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32), fid_Parent TEXT(32), fid_Changes INTEGER)");
+    sql("INSERT INTO FileIdentity VALUES ('0123456789abcdef0123456789abcdef', NULL, 0)");
+    QDir(folder.path()).mkdir("backups");
+    folder.write("backups/sorvanto-2026-03-07.mdb", "this morning's, of whatever database");
+    run();
+    EXPECT_EQ(copies().size(), 2) << copies().join(' ').toStdString();
 }
 
 TEST_F(DailyBackupTest, WhatAKilledCopyLeftIsTidied) {
     QDir(folder.path()).mkdir("backups");
     folder.write("backups/sorvanto-0001-2026-03-06-080000.mdb.part", "half");
+    folder.write("backups/sorvanto-0001-2026-03-06-080000.mdb.part-journal", "half");
     folder.write("backups/sorvanto-0001-2026-03-06-080000.mdb.rehearsal", "half");
     run();
     EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
@@ -216,7 +267,7 @@ TEST_F(DailyBackupTest, AFolderThatCanNotBeMadeIsToldWithTheSystemsReason) {
 TEST_F(DailyBackupTest, SettingsThatCanNotBeReadAreToldAndTheCopyIsMade) {
     ASSERT_EQ(::mkfifo(folder.path("copies.ini").toLocal8Bit().constData(), 0600), 0);
     run();
-    EXPECT_TRUE(expectReport("DailyBackup:copy").description.contains("no regular file"));
+    EXPECT_TRUE(expectReport("DailyBackup:note").description.contains("no regular file"));
     EXPECT_EQ(copies().size(), 1);
 }
 
@@ -224,7 +275,7 @@ TEST_F(DailyBackupTest, ATrialThatFailsIsToldAndMadeAgainWithTheNextCopy) {
     const QString scratch = "backups/sorvanto-0001-2026-03-07-140509.mdb.rehearsal.part/x";
     QDir(folder.path()).mkpath(scratch);
     run();
-    expectReport("DailyBackup:copy");
+    expectReport("DailyBackup:rehearse");
     EXPECT_EQ(CopySettings::read().lastRehearsal, "");
     clock.set(QDateTime(QDate(2026, 3, 8), QTime(9, 0), Qt::UTC));
     run();

@@ -76,12 +76,13 @@ protected:
         asker.expectMsgBox(invalid, {Buttons::YesNoCancel}, Answer::No);
     }
     /// The closed journal of a batch that was logged at that hour of the day.
-    void logMix(const QString& id, const QString& lot, int hour, const QString& state = u"logged"_s) {
+    void logMix(const QString& id, const QString& lot, int hour, const QString& state = u"logged"_s,
+                const QString& more = {}) {
         const QString name = u"mixes/closed/20260307-000000-%1.xml"_s.arg(id);
         QDir(folder.path()).mkpath("mixes/closed");
-        folder.write(name, u"<Mix ID=\"%1\" State=\"%4\"><Formula/><Results Value=\"%2\">"
+        folder.write(name, u"<Mix ID=\"%1\" State=\"%4\" %5><Formula/><Results Value=\"%2\">"
                            "<PreparationNumber Value=\"%3\"/></Results></Mix>"_s
-                               .arg(id, lot.chopped(4), lot.right(4), state)
+                               .arg(id, lot.chopped(4), lot.right(4), state, more)
                                .toUtf8());
         QFile file(folder.path(name));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -117,13 +118,15 @@ TEST_F(DatabaseRescueTest, BatchesLoggedSinceTheCopyAreOfferedAgain) {
     logMix("00000002", "SV04260002", 15);
     logMix("00000003", "SV04260003", 9);
     logMix("00000004", "SV04260004", 15, "put aside");
+    logMix("00000005", "SV04260005", 15, "logged", "Database=\"another\"");
+    logMix("00000006", "SV04260006", 15, "logged", "Signed=\"2026-03-07 09:00:00\"");
     damage();
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1);
     EXPECT_TRUE(said.contains("Batches logged since then: 1.")) << said.toStdString();
     EXPECT_TRUE(folder.read("mixes/00000002.xml").contains("State=\"finished\""));
     EXPECT_EQ(QDir(folder.path("mixes")).entryList(QDir::Files).size(), 1);
-    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 3);
+    EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 5);
 }
 
 TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {

@@ -1,5 +1,6 @@
 // Steps applied to a real database file.
 #include "core/DatabaseUpdater.h"
+#include "Hindrances.h"
 #include "TestProgram.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/basMain.h"
@@ -96,6 +97,30 @@ TEST_F(DatabaseUpdaterTest, KeepsACheckedCopyAsItWasBefore) {
     EXPECT_EQ(folder.read("backups/updates.txt"),
               "2026-03-07 14:05:09   1 -> 2   Kelmar Systems (555)010-0188\n");
     EXPECT_FALSE(unread.isValid());
+}
+
+TEST_F(DatabaseUpdaterTest, AnArchiveStaysAsItIs) {
+    sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32), fid_Parent TEXT(32), fid_Changes INTEGER)");
+    sql("INSERT INTO FileIdentity VALUES ('0123456789abcdef0123456789abcdef', 'fedcba98', 0)");
+    before = support::runSql(folder.path("sorvanto.mdb"), "SELECT count(*) FROM sqlite_master");
+    updates(two);
+    apply();
+    EXPECT_FALSE(applied);
+    EXPECT_EQ(version, "1");
+    EXPECT_EQ(support::runSql(folder.path("sorvanto.mdb"), "SELECT count(*) FROM sqlite_master"), before);
+    EXPECT_TRUE(copies().isEmpty());
+}
+
+TEST_F(DatabaseUpdaterTest, AFileThatIsOpenForReadingStaysAsItIs) {
+    updates(two);
+    const QString file = folder.path("sorvanto.mdb");
+    ASSERT_EQ(::chmod(folder.path().toLocal8Bit().constData(), 0755), 0);
+    ASSERT_EQ(::chmod(file.toLocal8Bit().constData(), 0444), 0);
+    const support::OrdinaryUser user;
+    ASSERT_TRUE(openDB()->isReadOnly());
+    apply();
+    EXPECT_FALSE(applied);
+    EXPECT_TRUE(copies().isEmpty());
 }
 
 TEST_F(DatabaseUpdaterTest, MissingFileNewestVersionAndClosedConnectionChangeNothing) {

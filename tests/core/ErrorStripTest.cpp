@@ -129,6 +129,28 @@ TEST_F(ErrorStripTest, ARepeatedReportDoesNotComeBackOnceItWasPutAside) {
     EXPECT_TRUE(strip.isVisible());
 }
 
+TEST_F(ErrorStripTest, WhatFailsAgainUnderTheUsersHandIsToldAgain) {
+    QPushButton save("Save");
+    QObject::connect(&save, &QPushButton::clicked, [this] {
+        report("The disk is full", "frmLog:saveForm", "61");
+        report("Object variable not set", "frmLog:refreshForm", "91");
+    });
+    save.show();
+    for (int time = 0; time < 3; ++time) {
+        QTest::mouseClick(&save, Qt::LeftButton);
+        EXPECT_TRUE(strip.isVisible()) << time;
+        EXPECT_EQ(shown(), diskFull) << "the first of the click, also when it is a repeated one";
+        QTest::mouseClick(child<QToolButton>(strip, "cmdDismiss"), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    QTest::keyClick(&save, Qt::Key_Space);
+    EXPECT_TRUE(strip.isVisible());
+    child<QToolButton>(strip, "cmdDismiss")->click();
+    QCoreApplication::processEvents();
+    report("The disk is full", "frmLog:saveForm", "61");
+    EXPECT_FALSE(strip.isVisible()) << "nobody did anything";
+}
+
 TEST_F(ErrorStripTest, DetailsListAllReportsNewestFirst) {
     report("The disk is full");
     reporter->setFailedStatement("INSERT INTO Log");

@@ -8,26 +8,48 @@ namespace {
 
 TEST(Leftovers, OnlyWhatTheProgramItselfHasNamedGoes) {
     const support::TempProgramFolder folder;
-    QDir(folder.path()).mkpath("mixes/closed");
+    for (const char* name : {"mixes/closed", "backups", "share"})
+        QDir(folder.path()).mkpath(name);
     const QStringList goes{"options.xml.a1B2c3",
                            "options.last-good.xml.a1B2c3",
                            "GermanTranslation.xml.Zz9xx0",
                            "sorvanto.mdb.restored",
                            "sorvanto.mdb.restored.part",
+                           "copies.ini.a1B2c3",
+                           "window.ini.a1B2c3",
+                           "dbupdate.xml.a1B2c3",
+                           "delivered.txt.a1B2c3",
+                           "backups/pharmacy-before-update-from-1.1-2026-03-07.mdb.part",
+                           "backups/pharmacy-before-update-from-1.1-2026-03-07.mdb.part-journal",
+                           "share/pharmacy.mdb.restored.part-journal",
                            "mixes/0000000A.xml.a1B2c3",
                            "mixes/closed/20260307-140509-0000000A.xml.a1B2c3"};
     const QStringList stays{"options.xml",      "options.xml.backup1",         "options.broken.xml",
                             "notes.xml.a1B2c3", "sorvanto.mdb.before-restore", "mixes/0000000A.xml",
-                            "mixes/mine.txt"};
+                            "mixes/mine.txt",   "share/other.mdb.restored",    "backups/mine.part"};
     for (const QString& name : goes + stays)
         folder.write(name, "x");
     ASSERT_TRUE(QFile::link(folder.path("notes.xml.a1B2c3"), folder.path("options.xml.Li1nk2")));
-    sorvanto::removeLeftovers();
+    sorvanto::removeLeftovers(folder.path("share/pharmacy.mdb"));
     for (const QString& name : goes)
         EXPECT_FALSE(folder.has(name)) << name.toStdString();
     for (const QString& name : stays)
         EXPECT_TRUE(folder.has(name)) << name.toStdString();
     EXPECT_TRUE(folder.has("options.xml.Li1nk2"));
+}
+
+TEST(Leftovers, FoldersOfTheFirstVersionAreTheOwnersAloneFromNowOn) {
+    const support::TempProgramFolder folder;
+    const auto others = QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    for (const char* name : {"mixes", "mixes/closed", "backups", "mine"}) {
+        QDir(folder.path()).mkpath(name);
+        QFile::setPermissions(folder.path(name), owner | others);
+    }
+    sorvanto::keepFoldersToOwner();
+    for (const char* name : {"mixes", "mixes/closed", "backups"})
+        EXPECT_FALSE(QFile::permissions(folder.path(name)) & others) << name;
+    EXPECT_TRUE(QFile::permissions(folder.path("mine")) & others);
 }
 
 }  // namespace

@@ -87,12 +87,14 @@ TEST_F(ErrorReporterTest, TakesTheStatementOnce) {
     EXPECT_EQ(reporter.reports()[1].statement, "");
 }
 
-TEST_F(ErrorReporterTest, CountsRepeatsWithoutAnnouncingThem) {
+TEST_F(ErrorReporterTest, CountsRepeatsAndAnnouncesThemWithTheirCount) {
     report("No object", "frmMain:Form_Activate");
     clock.advance(60);
     report("No object", "frmMain:Form_Activate");
     report("No object", "frmMain:Form_Activate");
-    EXPECT_EQ(announced.size(), 1U);
+    ASSERT_EQ(announced.size(), 3U);
+    EXPECT_EQ(announced[0].count, 1);
+    EXPECT_EQ(announced[2].count, 3);
     ASSERT_EQ(reporter.reports().size(), 1U);
     EXPECT_EQ(reporter.reports()[0].count, 3);
     EXPECT_TRUE(log().endsWith(

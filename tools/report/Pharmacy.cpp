@@ -33,7 +33,10 @@ void openDatabase(const QString& path) {
 Pharmacy::Pharmacy(const QString& programFolder) : m_programFolder(programFolder) {
     platform::setProgramFolder(m_folder.path());
     basMain::ErrorReporter = std::make_shared<ErrorReporter>();
-    basMain::ErrorReporter->onReport([this](const ErrorReport& report) { m_failures << report.description; });
+    basMain::ErrorReporter->onReport([this](const ErrorReport& report) {
+        if (report.count == 1)
+            m_failures << report.description;
+    });
     basMain::JarSizes = jarNames();
 }
 

@@ -78,6 +78,14 @@ void takeOver(int file, const struct stat* old, Readers readers) {
     ::fchmod(file, rights);
 }
 
+/// What others could read until now is its owner's alone from now on; where that isn't allowed it stays as it is.
+void keepToOwner(int file) {
+    struct stat known {};
+    if (::fstat(file, &known) == 0 && (S_ISREG(known.st_mode) || S_ISDIR(known.st_mode)) &&
+        (known.st_mode & 077) != 0)
+        ::fchmod(file, known.st_mode & 0700);
+}
+
 /// Makes the new name itself last; a file system that can't do that has done what it can.
 void flushFolder(const QByteArray& target) {
     const QByteArray folder = target.left(std::max<qsizetype>(target.lastIndexOf('/'), 0)) + '/';
@@ -181,8 +189,18 @@ void appendToFile(const QString& path, const QByteArray& content) {
         throw RuntimeError(error::deviceIo, u"Can't write %1: %2"_s.arg(path, why));
     Descriptor file(::open(QFile::encodeName(native).constData(),
                            O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600));
-    if (file.number() < 0 || !writeAll(file.number(), content) || !file.close())
+    if (file.number() < 0)
         throwWriteError(errno, path);
+    keepToOwner(file.number());
+    if (!writeAll(file.number(), content) || !file.close())
+        throwWriteError(errno, path);
+}
+
+void keepFolderToOwner(const QString& path) {
+    const Descriptor folder(::open(QFile::encodeName(platformPath(path)).constData(),
+                                   O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (folder.number() >= 0)
+        keepToOwner(folder.number());
 }
 
 void replaceFile(const QString& finished, const QString& path) {

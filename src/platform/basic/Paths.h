@@ -30,8 +30,12 @@ enum class Readers { Owner, UsersChoice };
 void writeFile(const QString& path, const QByteArray& content, Readers readers = Readers::Owner);
 
 /// Writes at the end of a file of the program's own, and makes it where there is none. Never waits. Throws as
-/// writeFile, also for what is no regular file.
+/// writeFile, also for what is no regular file. A file that others can read is its owner's alone from then on.
 void appendToFile(const QString& path, const QByteArray& content);
+
+/// Takes away what others may do with a folder of the program's own; does nothing where there is none, or where that
+/// isn't allowed. Never throws.
+void keepFolderToOwner(const QString& path);
 
 /// The content of a regular file of at most that many bytes. Never waits for a pipe or a device. Throws
 /// fileNotFound, permissionDenied or deviceIo with a reason that can be shown.

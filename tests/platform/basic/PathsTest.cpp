@@ -220,6 +220,9 @@ TEST_F(Files, AFileGrowsAtItsEnd) {
     umask(mask);
     EXPECT_EQ(content(path("a.log")), "one two");
     EXPECT_EQ(rightsOf(path("a.log")), 0600U);
+    ASSERT_EQ(::chmod(path("a.log").toLocal8Bit().constData(), 0644), 0);
+    appendToFile(path("a.log"), " three");
+    EXPECT_EQ(rightsOf(path("a.log")), 0600U) << "also what was readable before";
     EXPECT_RAISES(appendToFile(path("no/such/a.log"), "x"), error::deviceIo);
     ASSERT_EQ(::mkfifo(path("pipe.log").toLocal8Bit().constData(), 0600), 0);
     EXPECT_RAISES(appendToFile(path("pipe.log"), "x"), error::deviceIo);
