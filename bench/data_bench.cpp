@@ -4,6 +4,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/Dialect.h"
 #include "platform/data/Recordset.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -72,7 +73,7 @@ void openSet(benchmark::State& state, const QString& statement) {
 
 /// The baseline: the same statement stepped through, each value fetched and dropped.
 void bareEngine(benchmark::State& state, const QByteArray& sql) {
-    sqlite3* database = connection()->handle();
+    sqlite3* database = platform::sqlite::handleOf(connection()->engine());
     std::int64_t rows = 0;
     for (auto _ : state) {
         sqlite3_stmt* prepared = nullptr;
@@ -89,8 +90,9 @@ void bareEngine(benchmark::State& state, const QByteArray& sql) {
 
 void pair(const char* name, const QString& statement) {
     benchmark::RegisterBenchmark(name, openSet, statement)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark((std::string(name) + "/bare_engine").c_str(), bareEngine,
-                                 platform::translateStatement(statement).sql.toUtf8())
+    benchmark::RegisterBenchmark(
+        (std::string(name) + "/bare_engine").c_str(), bareEngine,
+        platform::translateStatement(statement, platform::sqlite::fileWords()).sql.toUtf8())
         ->Unit(benchmark::kMicrosecond);
 }
 
@@ -139,7 +141,7 @@ void everyRowInTurn(benchmark::State& state) {
 void translate(benchmark::State& state) {
     const QString statement = logSearch("hydro");
     for (auto _ : state)
-        benchmark::DoNotOptimize(platform::translateStatement(statement));
+        benchmark::DoNotOptimize(platform::translateStatement(statement, platform::sqlite::fileWords()));
 }
 
 }  // namespace

@@ -7,7 +7,8 @@
 #include "history/HistoryReplay.h"
 #include "history/HistorySeal.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -43,18 +44,19 @@ public:
 
 private:
     void dropHistory() {
-        sqlite3_exec(m_connection.handle(), "DROP TABLE IF EXISTS History", nullptr, nullptr, nullptr);
+        sqlite3_exec(platform::sqlite::handleOf(m_connection.engine()), "DROP TABLE IF EXISTS History",
+                     nullptr, nullptr, nullptr);
         QStringList triggers;
         {
             const QString list =
                 u"SELECT name FROM sqlite_schema WHERE type = 'trigger' AND name LIKE 'History%'"_s;
-            platform::sqlite::Statement row(m_connection.handle(), list, list);
+            platform::Query row(m_connection.engine(), list, list);
             while (row.step())
                 triggers << row.value(0, {platform::FieldKind::Text, 0}).toString();
         }
         for (const QString& trigger : triggers)
-            sqlite3_exec(m_connection.handle(), ("DROP TRIGGER " + trigger).toUtf8().constData(), nullptr,
-                         nullptr, nullptr);
+            sqlite3_exec(platform::sqlite::handleOf(m_connection.engine()),
+                         ("DROP TRIGGER " + trigger).toUtf8().constData(), nullptr, nullptr, nullptr);
     }
 
     QTemporaryDir m_folder;
@@ -111,7 +113,7 @@ void timed(const char* what, const std::function<void()>& work) {
 /// A thousand chemicals, each changed a thousand times.
 void longHistory() {
     Pharmacy pharmacy(true);
-    sqlite3* database = pharmacy.connection().handle();
+    sqlite3* database = platform::sqlite::handleOf(pharmacy.connection().engine());
     sqlite3_exec(database, "PRAGMA synchronous = OFF; BEGIN", nullptr, nullptr, nullptr);
     timed("1,000,000 changes, each kept and sealed", [&] {
         for (int round = 0; round < 1000; ++round)

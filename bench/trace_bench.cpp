@@ -1,7 +1,7 @@
 // How long it takes to follow a lot through 32,000 batches with 300,000 lines of 9,000 lots, one of them in
 // 320 batches; the baseline is the engine's own look for the lines of one lot.
 #include "db/DatabaseFile.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 #include "trace/Tracer.h"
 
@@ -31,7 +31,7 @@ public:
     Pharmacy() : connection(std::make_shared<platform::Connection>()) {
         createDatabase(folder.filePath(u"trace.mdb"_s));
         connection->open(u"Data Source="_s + folder.filePath(u"trace.mdb"_s));
-        platform::Transaction transaction(connection->handle());
+        platform::Transaction transaction(connection->engine());
         for (const QString& statement : QString::fromLatin1(rows).split(u';')) {
             if (!statement.trimmed().isEmpty())
                 run(statement, {});
@@ -40,7 +40,7 @@ public:
         tracer = std::make_unique<Tracer>(connection, QStringList());
     }
     int run(const QString& sql, const QVariantList& values) {
-        platform::sqlite::Statement statement(connection->handle(), sql, sql);
+        platform::Query statement(connection->engine(), sql, sql);
         for (int i = 0; i < values.size(); ++i)
             statement.bind(i + 1, values[i]);
         int count = 0;

@@ -4,7 +4,8 @@
   scripts/check_layers.py --check       prints each offending line; exit code 1 if there is one
   scripts/check_layers.py --self-test   runs the checker over small examples of its own
 
-Also refused: the collective header <QtWidgets>, and outside src/platform everything that asks the user or
+Also refused: the C interface of a database engine (its header, and the names of its types and functions) outside the
+folder of that engine below src/platform/data, the collective header <QtWidgets>, and outside src/platform everything that asks the user or
 reads the clock past the program's own ports (QMessageBox, QFileDialog, QInputDialog, currentDateTime ...).
 """
 import pathlib
@@ -46,6 +47,13 @@ ONLY = {
     "tools/db": {"platform/basic", "platform/data", "platform/xml", "db", "history"},
 }
 
+# The C interface of each engine belongs to one folder.
+ENGINES = {
+    "src/platform/data/sqlite/": (re.compile(r"sqlite3(ext)?\.h"), re.compile(r"\bsqlite3(_\w+)?\b|\bSQLITE_[A-Z]+")),
+    "src/platform/data/postgres/": (re.compile(r"(.*/)?(libpq-\w+|libpq/.*)\.h"),
+                                    re.compile(r"\bPQ[a-z]\w+\b|\bPG(conn|result)\b")),
+}
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 PORTS = re.compile(r"\b(QMessageBox|QFileDialog|QInputDialog|currentDateTime|currentDateTimeUtc|currentDate"
                    r"|currentTime)\b")
@@ -83,12 +91,21 @@ def offences(path, text):
     if layer is None:
         return [(0, "", "lies on no layer")]
     for number, line in enumerate(without_comments(text).splitlines(), 1):
-        why = include_offence(layer, place, INCLUDE.match(line))
+        why = include_offence(layer, place, INCLUDE.match(line)) or engine_offence(path, line)
         if why is None and not path.startswith("src/platform/") and PORTS.search(line):
             why = "asks or reads the clock past platform/ask and platform/basic"
         if why:
             found.append((number, line.strip(), why))
     return found
+
+
+def engine_offence(path, line):
+    for folder, (header, names) in ENGINES.items():
+        include = INCLUDE.match(line)
+        found = header.fullmatch(include.group(2)) if include else names.search(line)
+        if found and not path.startswith(folder):
+            return f"only {folder} may use this engine"
+    return None
 
 
 def include_offence(layer, place, match):
@@ -137,6 +154,14 @@ def self_test():
         ("tools/mixersim/main.cpp", '#include "records/clsLog.h"\n', 1),
         ("app/main.cpp", '#include "core/frmMain.h"\n', 0),
         ("src/nowhere/Thing.h", "", 1),
+        ("src/platform/data/sqlite/Guard.cpp", "#include <sqlite3.h>\nsqlite3* database;\nsqlite3_close(nullptr);\n", 0),
+        ("src/platform/data/Recordset.cpp", "#include <sqlite3.h>\n", 1),
+        ("src/core/DatabaseUpdater.cpp", "sqlite3* database;\nreturn sqlite3_changes(database) == SQLITE_OK;\n", 2),
+        ("src/core/DatabaseUpdater.cpp", "// sqlite3_close is the engine's\nauto engine = sqlite::openFile(path);\n", 0),
+        ("tools/tour/RawDatabase.h", "struct sqlite3;\n", 1),
+        ("tools/db/main.cpp", '#include "platform/data/sqlite/Backup.h"\n', 0),
+        ("src/platform/data/sqlite/OpenFile.cpp", "#include <libpq-fe.h>\nPGconn* connection;\n", 2),
+        ("src/platform/data/Connection.cpp", "#include <postgresql/libpq-fe.h>\n", 1),
     ]
     failed = 0
     for path, text, expected in examples:

@@ -3,13 +3,12 @@
 #include "core/CopyShelf.h"
 #include "platform/basic/Dates.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Engine.h"
 #include "shared/FileIdentity.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
 #include <chrono>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,9 +21,7 @@ constexpr int looksAfterFailure = 60;  // an hour, instead of a report a minute
 
 /// How many batches were ever logged; keys are never given out twice.
 std::int64_t batchesLogged(const platform::Connection& connection) {
-    platform::sqlite::Statement last(connection.handle(),
-                                     u"SELECT seq FROM sqlite_sequence WHERE name = 'Log'"_s, {});
-    return last.step() ? last.integer(0) : 0;
+    return connection.engine().lastKey(u"Log"_s);
 }
 
 }  // namespace
@@ -84,7 +81,7 @@ void DailyBackup::begin() {
     if (!first && !secondPlaceLacks(settings.secondPlace, m_identity))
         return;
     const QString month = platform::today().toString(u"yyyy-MM"_s);
-    const CopyJob job{.file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main")),
+    const CopyJob job{.file = connection->location(),
                       .identity = m_identity,
                       .moment = platform::now(),
                       .secondPlace = settings.secondPlace,

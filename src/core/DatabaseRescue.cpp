@@ -8,7 +8,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/DatabaseState.h"
+#include "platform/data/sqlite/DatabaseState.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 

@@ -6,63 +6,21 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/DatabaseCopy.h"
-#include "platform/data/Sqlite.h"
-#include "platform/data/Transaction.h"
+#include "platform/data/Engine.h"
 #include "shared/FileIdentity.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
-using platform::sqlite::number;
-using platform::sqlite::run;
-using platform::sqlite::Statement;
-
-[[noreturn]] void refuseStep(const QString& why, const QString& statement = {}) {
-    throw platform::RuntimeError(platform::error::general, why, u"DatabaseUpdater"_s, statement);
-}
-
-/// Relations are checked once, at the end of the steps: a table may be rebuilt meanwhile.
-class RelationsOff {
-public:
-    explicit RelationsOff(sqlite3* database) : m_database(database) { set("OFF"); }
-    ~RelationsOff() { set("ON"); }
-    RelationsOff(const RelationsOff&) = delete;
-    RelationsOff& operator=(const RelationsOff&) = delete;
-
-private:
-    void set(const char* state) {
-        sqlite3_exec(m_database, QByteArray("PRAGMA foreign_keys = ").append(state).constData(), nullptr,
-                     nullptr, nullptr);
-    }
-
-    sqlite3* m_database;
-};
-
-/// All of them or none.
-void apply(sqlite3* database, const std::vector<UpdateStep>& steps) {
-    const RelationsOff relationsOff(database);
-    platform::Transaction transaction(database);
-    for (const UpdateStep& step : steps) {
-        for (const QString& statement : step.statements)
-            run(database, statement);
-    }
-    if (number(database, u"SELECT count(*) FROM pragma_foreign_key_check"_s) != 0)
-        refuseStep(u"The updated tables break a relation"_s);
-    run(database, u"PRAGMA user_version = %1"_s.arg(versionNumber(steps.back().to)));
-    transaction.commit();
-}
-
 /// A copy of the file as it is, under a name of its own: no other database's copy is replaced by it.
 class CopyBefore {
 public:
-    CopyBefore(sqlite3* database, const QString& version) {
-        const QString file = QString::fromUtf8(sqlite3_db_filename(database, "main"));
+    CopyBefore(const QString& file, const QString& version) {
         const QString moment = platform::now().toString(u"yyyy-MM-dd-HHmmss"_s);
         const QString start = u"%1\\backups\\%2-before-update-from-%3-%4"_s.arg(
             platform::programFolder(), QFileInfo(file).completeBaseName(), version.trimmed(), moment);
@@ -116,13 +74,16 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
         return;
     const auto all = readUpdateFile(updateFilePath);
     const auto stated = versionNumber(version);
-    const auto marked = number(connection->handle(), u"PRAGMA user_version"_s);
+    const auto marked = connection->engine().version();
     const auto present = qMax(stated, marked);
     const auto steps = stepsFrom(all, present);
     if (!steps.empty()) {
-        const CopyBefore copy(connection->handle(), version);
+        const CopyBefore copy(connection->location(), version);
         try {
-            apply(connection->handle(), steps);
+            QStringList statements;
+            for (const UpdateStep& step : steps)
+                statements << step.statements;
+            connection->engine().migrate(statements, versionNumber(steps.back().to), u"DatabaseUpdater"_s);
         } catch (...) {
             copy.drop();
             throw;

@@ -7,7 +7,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "shared/FileIdentity.h"
 
 #include <QDir>
@@ -53,8 +53,8 @@ std::vector<KeptCopy> candidates(const QString& identity) {
 
 std::int64_t batchesOf(const platform::Connection& connection, const QString& lot) {
     const bool all = lot.isNull();
-    platform::sqlite::Statement rows(
-        connection.handle(),
+    platform::Query rows(
+        connection.engine(),
         all ? u"SELECT count(*) FROM Log"_s : u"SELECT count(*) FROM Log WHERE log_Lot = ?"_s, {});
     if (!all)
         rows.bind(1, lot);

@@ -10,7 +10,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/xml/XmlDocument.h"
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
@@ -22,7 +22,6 @@
 #include <QLocale>
 #include <algorithm>
 #include <fcntl.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -46,10 +45,6 @@ QString momentText(const QDateTime& moment) {
     return platform::dateText(QDateTime(moment.date(), QTime(0, 0), Qt::UTC)) + ' '_L1 + time;
 }
 
-QString fileOf(const platform::Connection& connection) {
-    return QString::fromUtf8(sqlite3_db_filename(connection.handle(), "main"));
-}
-
 bool isOpen() { return basMain::gConnection && basMain::gConnection->state() == 1; }
 
 HealthLine databaseLine(const QString& readingOnly) {
@@ -64,11 +59,11 @@ HealthLine databaseLine(const QString& readingOnly) {
     const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
                                    : translated(u"Open for reading, %1 row | Open for reading, %1 rows"_s);
     const auto identity = readFileIdentity(connection);
-    HealthLine line{title + ' '_L1 + QFileInfo(fileOf(connection)).fileName(),
+    HealthLine line{title + ' '_L1 + QFileInfo(connection.location()).fileName(),
                     platform::counted(state, rows),
                     {},
                     writable};
-    line.detail = fileOf(connection);
+    line.detail = connection.location();
     if (identity)
         line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));
     if (!readingOnly.isEmpty())
@@ -81,8 +76,7 @@ QString timeLeft(const platform::Connection& connection, const TableKeys& table)
     if (table.name != "Logs"_L1)
         return {};
     const QString since = platform::storedDate(platform::today().addDays(-daysLookedAt));
-    platform::sqlite::Statement recent(connection.handle(), u"SELECT count(*) FROM Log WHERE log_Date >= ?"_s,
-                                       {});
+    platform::Query recent(connection.engine(), u"SELECT count(*) FROM Log WHERE log_Date >= ?"_s, {});
     recent.bind(1, since);
     const std::int64_t batches = recent.step() ? recent.integer(0) : 0;
     if (batches == 0)

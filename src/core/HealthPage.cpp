@@ -21,7 +21,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -64,9 +63,7 @@ QLabel* label(const QString& text, const char* look = nullptr) {
 
 QString openFile() {
     const auto connection = basMain::gConnection;
-    return connection && connection->state() == 1
-               ? QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"))
-               : QString();
+    return connection ? connection->location() : QString();
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ QLabel* caption(const QString& text, QWidget& control) {
 
 HistoryWindow::HistoryWindow(const platform::ConnectionPtr& connection, Record record, QWidget* parent)
     : QDialog(parent), m_connection(connection), m_record(std::move(record)),
-      m_entries(historyOf(connection->handle(), m_record.table, m_record.key)), m_person(new QComboBox(this)),
+      m_entries(historyOf(connection->engine(), m_record.table, m_record.key)), m_person(new QComboBox(this)),
       m_field(new QComboBox(this)), m_since(new platform::DateBox(this)), m_day(new platform::DateBox(this)),
       m_changes(new TraceList(u"grdChanges"_s, this)), m_past(new TraceList(u"grdPast"_s, this)),
       m_message(new QLabel(this)) {
@@ -186,7 +186,7 @@ QMap<QString, HistoryWindow::Shown> HistoryWindow::shownAt(const QDateTime& mome
     constexpr int digits = 6;
     QMap<QString, Shown> shown;
     for (const PastRow& row :
-         recordAsOf(m_connection->handle(), m_record.table, m_record.key, m_entries, moment)) {
+         recordAsOf(m_connection->engine(), m_record.table, m_record.key, m_entries, moment)) {
         const bool isLine = row.table != m_record.table;
         const QString place = u"%1 %2 "_s.arg(isLine ? 1 : 0).arg(row.key, digits, 10, '0'_L1);
         for (auto field = row.values.begin(); field != row.values.end(); ++field) {

@@ -1,7 +1,7 @@
 #include "core/KeysLeft.h"
 
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <algorithm>
 
@@ -10,17 +10,12 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::sqlite::Statement;
-
-std::int64_t number(const platform::Connection& connection, const QString& sql) {
-    Statement statement(connection.handle(), sql, sql);
-    return statement.step() ? statement.integer(0) : 0;
-}
+using platform::number;
 
 TableKeys keysOf(const platform::Connection& connection, const QString& name, const char* table) {
     const QString own = QString::fromLatin1(table);
-    return {name, number(connection, u"SELECT count(*) FROM %1"_s.arg(own)),
-            number(connection, u"SELECT seq FROM sqlite_sequence WHERE name = '%1'"_s.arg(own))};
+    return {name, number(connection.engine(), u"SELECT count(*) FROM %1"_s.arg(own)),
+            connection.engine().lastKey(own)};
 }
 
 }  // namespace

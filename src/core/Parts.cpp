@@ -19,8 +19,6 @@
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
-#include <sqlite3.h>
-
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
@@ -53,7 +51,7 @@ InstanceState findOtherPrograms(InstanceLock& lock) {
     const auto connection = basMain::gConnection;
     if (state.runs || !connection || connection->state() != 1)
         return state;
-    const QString file = QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"));
+    const QString file = connection->location();
     const InstanceState ofDatabase = lock.takeDatabase(file);
     const auto identity = readFileIdentity(*connection);
     const InstanceState ofCopies = lock.takeIdentity(identity ? identity->identity : QString());

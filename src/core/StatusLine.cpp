@@ -23,7 +23,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -53,9 +52,7 @@ QString optionsPath() {
 
 QString openedPath() {
     const auto connection = basMain::gConnection;
-    return connection && connection->state() == 1
-               ? QString::fromUtf8(sqlite3_db_filename(connection->handle(), "main"))
-               : QString();
+    return connection ? connection->location() : QString();
 }
 
 bool isSameFile(const QString& one, const QString& other) {

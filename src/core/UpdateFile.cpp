@@ -2,11 +2,11 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/sqlite/StatementEnd.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QRegularExpression>
 #include <algorithm>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +37,7 @@ void refuseUnlessSingle(const QString& statement) {
         refuse(u"a statement that is not the step's to run: %1"_s.arg(statement));
     const QByteArray text = statement.toUtf8();
     for (qsizetype end = text.indexOf(';'); end >= 0; end = text.indexOf(';', end + 1)) {
-        if (sqlite3_complete(text.left(end + 1).constData()) && !text.mid(end + 1).trimmed().isEmpty())
+        if (platform::sqlite::endsStatement(text.left(end + 1)) && !text.mid(end + 1).trimmed().isEmpty())
             refuse(u"more than one statement in an element: %1"_s.arg(statement));
     }
 }

@@ -15,7 +15,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SettingsFile.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Engine.h"
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/WindowState.h"
@@ -179,8 +179,7 @@ void frmMain::openForReading(const QString& reason) {
     const auto connection = basMain::gConnection;
     if (m_readingOnlyWhy.isEmpty() || !connection || connection->state() != 1)
         return;
-    const QString statement = u"PRAGMA query_only = ON"_s;
-    platform::sqlite::Statement(connection->handle(), statement, statement).step();
+    connection->engine().refuseChanges();
 }
 
 void frmMain::translateItself(const ResumeNext& step) {

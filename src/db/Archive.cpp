@@ -9,12 +9,11 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,17 +21,17 @@ namespace sorvanto {
 namespace {
 
 using platform::Connection;
+using platform::number;
+using platform::Query;
+using platform::run;
 using platform::RuntimeError;
-using platform::sqlite::number;
-using platform::sqlite::run;
-using platform::sqlite::Statement;
 
 [[noreturn]] void refuse(const QString& why) {
     throw RuntimeError(platform::error::general, why, u"Archive"_s);
 }
 
-QString text(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
+QString text(platform::Engine& database, const QString& sql) {
+    Query statement(database, sql, sql);
     return statement.step() ? statement.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
 }
 
@@ -82,7 +81,7 @@ MadeArchive makeArchive(const QString& file, const NewArchive& archive, const QS
     Connection connection;
     connection.open(u"Data Source="_s + archive.path());
     keepHistory(connection);
-    sqlite3* database = connection.handle();
+    platform::Engine& database = connection.engine();
     platform::Transaction transaction(database);
     run(database,
         u"UPDATE FileIdentity SET fid_Parent = fid_Identity, fid_Identity = lower(hex(randomblob(16)))"_s);
@@ -95,7 +94,7 @@ MadeArchive makeArchive(const QString& file, const NewArchive& archive, const QS
 }
 
 /// What is older leaves the file, lines and prescriptions with their batches; the rest gets its new keys.
-void shrink(sqlite3* database, const MadeArchive& archive, const QString& oldOnes) {
+void shrink(platform::Engine& database, const MadeArchive& archive, const QString& oldOnes) {
     const QString& identity = archive.identity;
     HistoryPause pause(database);
     writeKeyMap(database, identity, oldOnes);
@@ -113,16 +112,16 @@ void shrink(sqlite3* database, const MadeArchive& archive, const QString& oldOne
     pause.end();
 }
 
-void refuseUnlessWhole(sqlite3* database, const QString& archive) {
-    Statement relations(database, u"PRAGMA foreign_key_check"_s, {});
+void refuseUnlessWhole(platform::Engine& database, const QString& archive) {
+    Query relations(database, u"PRAGMA foreign_key_check"_s, {});
     if (relations.step())
         refuse(u"A relation would break"_s);
-    Statement integrity(database, u"PRAGMA integrity_check"_s, {});
+    Query integrity(database, u"PRAGMA integrity_check"_s, {});
     if (integrity.step() && integrity.value(0, {platform::FieldKind::Text, 0}).toString() != "ok"_L1)
         refuse(u"The file would not be sound"_s);
     Connection old;
     old.open(u"Data Source="_s + archive);
-    if (const QString difference = firstDifference(old.handle(), database); !difference.isEmpty())
+    if (const QString difference = firstDifference(old.engine(), database); !difference.isEmpty())
         refuse(difference);
 }
 
@@ -131,14 +130,22 @@ bool knowsArchive(const QString& file, const QString& identity) {
     try {
         Connection connection;
         connection.open(u"Data Source="_s + file);
-        return number(connection.handle(),
+        return number(connection.engine(),
                       u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) > 0;
     } catch (const RuntimeError&) {
         return false;
     }
 }
 
-void refuseUnfit(sqlite3* database) {
+/// Without room for it the file stays large.
+void giveBackSpace(platform::Engine& database) {
+    try {
+        run(database, u"VACUUM"_s);
+    } catch (const RuntimeError&) {
+    }
+}
+
+void refuseUnfit(platform::Engine& database) {
     if (identityOf(database).isEmpty())
         refuse(
             u"The file is of an older version; start the program on it once, which brings it up to date"_s);
@@ -148,7 +155,7 @@ void refuseUnfit(sqlite3* database) {
 
 }  // namespace
 
-QString identityOf(sqlite3* database) {
+QString identityOf(platform::Engine& database) {
     if (number(database, u"SELECT count(*) FROM sqlite_schema WHERE name = 'FileIdentity'"_s) == 0)
         return {};
     return text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
@@ -164,7 +171,7 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     Connection connection;
     connection.open(u"Data Source="_s + file);
     keepHistory(connection);
-    sqlite3* database = connection.handle();
+    platform::Engine& database = connection.engine();
     refuseUnfit(database);
     const QString oldOnes = u"coalesce(log_Date < '%1 00:00:00', 0)"_s.arg(firstKept.toString(Qt::ISODate));
     run(database, u"PRAGMA foreign_keys = OFF"_s);  // looked through as a whole at the end
@@ -191,7 +198,7 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
         throw;
     }
     archive.keep();
-    sqlite3_exec(database, "VACUUM", nullptr, nullptr, nullptr);  // without room for it the file stays large
+    giveBackSpace(database);
     return result;
 }
 

@@ -2,12 +2,12 @@
 // the last months, renumbered from 1.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QDate>
 #include <QString>
 #include <QStringList>
 #include <cstdint>
-
-struct sqlite3;
 
 namespace sorvanto {
 
@@ -28,7 +28,7 @@ struct ArchiveResult {
 ArchiveResult archiveDatabase(const QString& file, const QString& archive, const QDate& firstKept);
 
 /// Identity of an open file; empty for one older than version 1.1.
-QString identityOf(sqlite3* database);
+QString identityOf(platform::Engine& database);
 
 /// What has to be closed first, one line each: mixes not in the log and texts not saved, which know records by
 /// their keys. programFolders: where the program may keep both; identity: of the file.

@@ -6,12 +6,11 @@
 #include "history/HistoryReplay.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <QMap>
 #include <QSet>
-#include <memory>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,33 +19,19 @@ namespace sorvanto {
 namespace {
 
 using platform::asText;
-using platform::sqlite::Statement;
+using platform::Query;
 
 struct Shape {
     QMap<QString, QMap<QString, QString>> columns;  ///< table, column: declared type
     QSet<QString> relations;                        ///< "RXs.LogID to Log"
 };
 
-QStringList tablesOf(sqlite3* database) {
-    QStringList tables;
-    Statement list(database,
-                   u"SELECT name FROM sqlite_schema WHERE type = 'table' "
-                   u"AND name NOT LIKE 'sqlite%' ORDER BY name"_s,
-                   {});
-    while (list.step())
-        tables << list.value(0, asText).toString();
-    return tables;
-}
-
-Shape shapeOf(sqlite3* database) {
+Shape shapeOf(platform::Engine& database) {
     Shape shape;
-    for (const QString& table : tablesOf(database)) {
-        Statement columns(database, u"SELECT name, type FROM pragma_table_info(?)"_s, {});
-        columns.bind(1, table);
-        while (columns.step())
-            shape.columns[table][columns.value(0, asText).toString()] = columns.value(1, asText).toString();
-        Statement keys(database, u"SELECT \"from\", \"table\", on_delete FROM pragma_foreign_key_list(?)"_s,
-                       {});
+    for (const QString& table : database.tables()) {
+        for (const QString& column : database.columns(table))
+            shape.columns[table][column] = database.declaredType(table, column);
+        Query keys(database, u"SELECT \"from\", \"table\", on_delete FROM pragma_foreign_key_list(?)"_s, {});
         keys.bind(1, table);
         while (keys.step()) {
             const bool cascade = keys.value(2, asText).toString() == "CASCADE"_L1;
@@ -56,17 +41,6 @@ Shape shapeOf(sqlite3* database) {
         }
     }
     return shape;
-}
-
-using Scratch = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
-
-Scratch inMemory(const QByteArray& statements) {
-    sqlite3* opened = nullptr;
-    sqlite3_open(":memory:", &opened);
-    Scratch database(opened, sqlite3_close);
-    if (sqlite3_exec(opened, statements.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-        platform::sqlite::fail(opened, {});
-    return database;
 }
 
 QStringList columnProblems(const Shape& expected, const Shape& found) {
@@ -98,13 +72,13 @@ QStringList relationProblems(const Shape& expected, const Shape& found) {
 }
 
 /// Since version 1.1 a file has one identity.
-QStringList identityProblems(sqlite3* database, bool hasTable) {
-    Statement version(database, u"SELECT max(opt_Version) >= 1.1 FROM Options"_s, {});
+QStringList identityProblems(platform::Engine& database, bool hasTable) {
+    Query version(database, u"SELECT max(opt_Version) >= 1.1 FROM Options"_s, {});
     if (!version.step() || version.integer(0) == 0)
         return {};
     if (!hasTable)
         return {u"Table FileIdentity is missing"_s};
-    Statement count(database, u"SELECT count(*) FROM FileIdentity WHERE length(fid_Identity) = 32"_s, {});
+    Query count(database, u"SELECT count(*) FROM FileIdentity WHERE length(fid_Identity) = 32"_s, {});
     count.step();
     if (count.integer(0) == 1)
         return {};
@@ -112,10 +86,10 @@ QStringList identityProblems(sqlite3* database, bool hasTable) {
 }
 
 /// Name and text of all that keeps the history.
-QMap<QString, QString> historyKeepers(sqlite3* database) {
-    Statement list(
-        database,
-        u"SELECT name, sql FROM sqlite_schema WHERE substr(name, 1, 7) = 'History' AND sql NOT NULL"_s, {});
+QMap<QString, QString> historyKeepers(platform::Engine& database) {
+    Query list(database,
+               u"SELECT name, sql FROM sqlite_schema WHERE substr(name, 1, 7) = 'History' AND sql NOT NULL"_s,
+               {});
     QMap<QString, QString> keepers;
     while (list.step())
         keepers[list.value(0, asText).toString()] = list.value(1, asText).toString().simplified();
@@ -123,12 +97,12 @@ QMap<QString, QString> historyKeepers(sqlite3* database) {
 }
 
 /// Since version 1.2 a file keeps its history, and can prove it.
-QStringList historyProblems(sqlite3* database) {
-    Statement version(database, u"SELECT max(opt_Version) >= 1.2 FROM Options"_s, {});
+QStringList historyProblems(platform::Engine& database) {
+    Query version(database, u"SELECT max(opt_Version) >= 1.2 FROM Options"_s, {});
     if (!version.step() || version.integer(0) == 0)
         return {};
-    const Scratch expected = inMemory(schemaStatements() + historyStatements());
-    const QMap<QString, QString> wanted = historyKeepers(expected.get());
+    const auto expected = platform::sqlite::inMemory(schemaStatements() + historyStatements());
+    const QMap<QString, QString> wanted = historyKeepers(*expected);
     const QMap<QString, QString> found = historyKeepers(database);
     if (!found.contains(u"History"_s))
         return {u"Table History is missing"_s};
@@ -142,8 +116,8 @@ QStringList historyProblems(sqlite3* database) {
     return problems + chainProblems(database) + recordProblems(database);
 }
 
-QStringList versionProblems(sqlite3* database) {
-    Statement count(database, u"SELECT count(*) FROM Options"_s, {});
+QStringList versionProblems(platform::Engine& database) {
+    Query count(database, u"SELECT count(*) FROM Options"_s, {});
     count.step();
     if (count.integer(0) == 1)
         return {};
@@ -156,13 +130,13 @@ QStringList soundnessProblems(const QString& path) {
     QStringList problems = platform::integrityProblems(path);
     platform::Connection connection;
     connection.open(u"Data Source="_s + path);
-    const Shape expected = shapeOf(inMemory(schemaStatements()).get());
-    const Shape found = shapeOf(connection.handle());
+    const Shape expected = shapeOf(*platform::sqlite::inMemory(schemaStatements()));
+    const Shape found = shapeOf(connection.engine());
     problems += columnProblems(expected, found);
     problems += relationProblems(expected, found);
     if (found.columns.contains(u"Options"_s)) {
-        problems += versionProblems(connection.handle());
-        problems += identityProblems(connection.handle(), found.columns.contains(u"FileIdentity"_s));
+        problems += versionProblems(connection.engine());
+        problems += identityProblems(connection.engine(), found.columns.contains(u"FileIdentity"_s));
     }
     return problems;
 }
@@ -173,7 +147,7 @@ QStringList checkDatabase(const QString& path) {
         return problems;
     platform::Connection connection;
     connection.open(u"Data Source="_s + path);
-    return historyProblems(connection.handle());
+    return historyProblems(connection.engine());
 }
 
 }  // namespace sorvanto

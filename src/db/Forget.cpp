@@ -6,40 +6,39 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
+using platform::Query;
 using platform::RuntimeError;
-using platform::sqlite::Statement;
 
-std::int64_t blank(sqlite3* database, std::int64_t patient) {
+std::int64_t blank(platform::Engine& database, std::int64_t patient) {
     HistoryPause pause(database);
     const QString sql =
         u"UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL WHERE hst_Table IN "
         "('Patient', 'RXs') AND hst_Record = ? AND hst_Salt IS NOT NULL AND hst_What <> 'forgotten'"_s;
-    Statement rows(database, sql, sql);
+    Query rows(database, sql, sql);
     rows.bind(1, qint64{patient});
     rows.step();
-    const std::int64_t blanked = sqlite3_changes64(database);
+    const std::int64_t blanked = rows.changedRows();
     pause.end();
     return blanked;
 }
 
-void writeDown(sqlite3* database, std::int64_t patient, std::int64_t rows) {
+void writeDown(platform::Engine& database, std::int64_t patient, std::int64_t rows) {
     const QString sql = u"INSERT INTO History (hst_Table, hst_Key, hst_Record, hst_What, hst_Fields) "
                         "VALUES ('Patient', ?1, ?1, 'forgotten', ?2)"_s;
-    Statement row(database, sql, sql);
+    Query row(database, sql, sql);
     row.bind(1, qint64{patient});
     row.bind(2, u"rows=%1"_s.arg(rows));
     row.step();
@@ -70,12 +69,12 @@ ForgetResult forgetPatient(const QString& file, std::int64_t patient, const QStr
     platform::refuseInUse(file);
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
-    sqlite3* database = connection.handle();
+    platform::Engine& database = connection.engine();
     if (!hasHistory(database))
         throw RuntimeError(platform::error::general, u"The file keeps no history"_s, u"Forget"_s);
     keepHistory(connection);
     // What is blanked is also written over, not only given free.
-    sqlite3_exec(database, "PRAGMA secure_delete = ON", nullptr, nullptr, nullptr);
+    platform::run(database, u"PRAGMA secure_delete = ON"_s);
     platform::Transaction transaction(database);
     ForgetResult result{blank(database, patient),
                         removeDrafts(programFolders, identityOf(database), patient)};

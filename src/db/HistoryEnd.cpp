@@ -4,7 +4,7 @@
 #include "history/HistoryChain.h"
 #include "history/HistorySeal.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::sqlite::number;
-using platform::sqlite::Statement;
+using platform::number;
+using platform::Query;
 
 struct Noted {
     HistoryHead head;
@@ -39,11 +39,11 @@ Noted notedIn(const QString& journal, const QString& identity) {
 }
 
 /// When the file was last put back from a copy; empty when it never was.
-QString lastRestored(sqlite3* database) {
-    Statement row(database,
-                  u"SELECT max(strftime('%Y-%m-%d %H:%M:%S', hst_When, hst_Zone || ' minutes')) FROM History "
-                  "WHERE hst_What = 'restored'"_s,
-                  {});
+QString lastRestored(platform::Engine& database) {
+    Query row(database,
+              u"SELECT max(strftime('%Y-%m-%d %H:%M:%S', hst_When, hst_Zone || ' minutes')) FROM History "
+              "WHERE hst_What = 'restored'"_s,
+              {});
     return row.step() ? row.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
 }
 
@@ -52,7 +52,7 @@ QString lastRestored(sqlite3* database) {
 QStringList historyEndProblems(const QString& file, const QStringList& programFolders) {
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
-    sqlite3* database = connection.handle();
+    platform::Engine& database = connection.engine();
     if (!hasHistory(database))
         return {};
     const QString identity = identityOf(database);

@@ -1,10 +1,9 @@
 #include "db/KeyMap.h"
 
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QStringList>
 #include <array>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +11,8 @@ namespace sorvanto {
 namespace {
 
 using platform::asText;
-using platform::sqlite::run;
-using platform::sqlite::Statement;
+using platform::Query;
+using platform::run;
 
 struct Table {
     const char* name;
@@ -36,19 +35,11 @@ QString filled(const char* sql, const Table& table) {
         .replace("%2"_L1, QLatin1String(table.key));
 }
 
-QStringList columnsOf(sqlite3* database, const Table& table) {
-    QStringList names;
-    Statement columns(database, filled("SELECT name FROM pragma_table_info('%1')", table), {});
-    while (columns.step())
-        names << columns.value(0, asText).toString();
-    return names;
-}
-
 /// Each row as one text of all its columns, in the order of the keys. translate: old keys stand as the new ones,
 /// and rows without one are left out.
-QString rowsOf(sqlite3* database, const Table& table, bool translate) {
+QString rowsOf(platform::Engine& database, const Table& table, bool translate) {
     QStringList values;
-    for (const QString& column : columnsOf(database, table)) {
+    for (const QString& column : database.columns(QLatin1String(table.name))) {
         QString value = u"t.\"%1\""_s.arg(column);
         const bool isKey = column == QLatin1String(table.key);
         if (translate && isKey)
@@ -65,7 +56,7 @@ QString rowsOf(sqlite3* database, const Table& table, bool translate) {
 
 }  // namespace
 
-void writeKeyMap(sqlite3* database, const QString& archive, const QString& oldBatches) {
+void writeKeyMap(platform::Engine& database, const QString& archive, const QString& oldBatches) {
     run(database, u"DROP TABLE IF EXISTS KeyMap"_s);
     run(database, u"CREATE TABLE KeyMap (kmp_Archive TEXT(32) NOT NULL, kmp_Table TEXT(40) NOT NULL, "
                   "kmp_Old INTEGER NOT NULL, kmp_New INTEGER NOT NULL, PRIMARY KEY (kmp_Table, kmp_Old)) "
@@ -83,7 +74,7 @@ void writeKeyMap(sqlite3* database, const QString& archive, const QString& oldBa
 }
 
 // First to keys that nobody has, so that no order of the rows can make two meet.
-void renumber(sqlite3* database) {
+void renumber(platform::Engine& database) {
     for (const Table& table : tables) {
         if (!table.renumbered)
             continue;
@@ -102,10 +93,10 @@ void renumber(sqlite3* database) {
     }
 }
 
-QString firstDifference(sqlite3* before, sqlite3* after) {
+QString firstDifference(platform::Engine& before, platform::Engine& after) {
     for (const Table& table : tables) {
-        Statement old(before, rowsOf(before, table, table.renumbered), {});
-        Statement now(after, rowsOf(after, table, false), {});
+        Query old(before, rowsOf(before, table, table.renumbered), {});
+        Query now(after, rowsOf(after, table, false), {});
         int row = 0;
         while (true) {
             ++row;

@@ -3,22 +3,22 @@
 // formulas and patients keep their keys, since batches remember them.
 #pragma once
 
-#include <QString>
+#include "platform/data/Engine.h"
 
-struct sqlite3;
+#include <QString>
 
 namespace sorvanto {
 
 /// Makes the table from the rows that are there, without the batches that the condition on Log names and what
 /// belongs to them, under the identity of the archive. A map of an earlier archive lies in that archive.
-void writeKeyMap(sqlite3* database, const QString& archive, const QString& oldBatches);
+void writeKeyMap(platform::Engine& database, const QString& archive, const QString& oldBatches);
 
 /// Gives each row its new key, and the next new row the one behind the last. Only the rows of the map may be left;
 /// relations must not be enforced meanwhile.
-void renumber(sqlite3* database);
+void renumber(platform::Engine& database);
 
 /// Compares all rows that stay with what they were, keys translated, and all rows of the other tables. before: the
 /// archive, with its map. Empty when nothing differs, else what does.
-QString firstDifference(sqlite3* before, sqlite3* after);
+QString firstDifference(platform::Engine& before, platform::Engine& after);
 
 }  // namespace sorvanto

@@ -1,7 +1,7 @@
 #include "history/HistoryBook.h"
 
 #include "history/HistorySeal.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,7 +12,7 @@ namespace sorvanto {
 namespace {
 
 using platform::asText;
-using platform::sqlite::Statement;
+using platform::Query;
 
 using RowName = std::pair<QString, std::int64_t>;
 using Rows = QMap<RowName, QMap<QString, QVariant>>;
@@ -25,11 +25,11 @@ QDateTime momentOf(const QString& utc, std::int64_t minutesAhead) {
 }
 
 /// The rows of a table as they are now, in the form of the history.
-void addRows(sqlite3* database, const QString& table, const QString& keyColumn, std::int64_t key,
+void addRows(platform::Engine& database, const QString& table, const QString& keyColumn, std::int64_t key,
              Rows& rows) {
     QStringList columns;
     {
-        Statement list(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
+        Query list(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
         list.bind(1, table);
         while (list.step())
             columns << list.value(0, asText).toString();
@@ -37,10 +37,10 @@ void addRows(sqlite3* database, const QString& table, const QString& keyColumn, 
     QStringList parts;
     for (const QString& column : columns.mid(1))
         parts << u"'%1=' || quote(\"%1\")"_s.arg(column);
-    Statement row(database,
-                  u"SELECT \"%1\", %2 FROM \"%3\" WHERE \"%4\" = ?"_s.arg(
-                      columns.first(), parts.join(u" || ',' || "_s), table, keyColumn),
-                  {});
+    Query row(database,
+              u"SELECT \"%1\", %2 FROM \"%3\" WHERE \"%4\" = ?"_s.arg(
+                  columns.first(), parts.join(u" || ',' || "_s), table, keyColumn),
+              {});
     row.bind(1, qint64{key});
     while (row.step()) {
         for (const HistoryField& field : readHistoryFields(row.value(1, asText).toString()))
@@ -48,14 +48,14 @@ void addRows(sqlite3* database, const QString& table, const QString& keyColumn, 
     }
 }
 
-QString nameIn(sqlite3* database, const QString& sql, const QVariant& key) {
-    Statement row(database, sql, {});
+QString nameIn(platform::Engine& database, const QString& sql, const QVariant& key) {
+    Query row(database, sql, {});
     row.bind(1, key);
     return row.step() ? row.value(0, asText).toString() : QString();
 }
 
 /// As it is now; of what is gone as the history has it.
-QString nameOf(sqlite3* database, const PastRow& row, const std::vector<HistoryEntry>& entries) {
+QString nameOf(platform::Engine& database, const PastRow& row, const std::vector<HistoryEntry>& entries) {
     QString name;
     if (row.table == "FormChem"_L1)
         name = nameIn(database, u"SELECT chm_Name FROM Chemical WHERE ChemicalID = ?"_s,
@@ -92,11 +92,11 @@ QString linesOf(const QString& table) {
     return lines.value(table);
 }
 
-std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std::int64_t key) {
+std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key) {
     std::vector<HistoryEntry> entries;
     if (!hasHistory(database))
         return entries;
-    Statement row(
+    Query row(
         database,
         u"SELECT HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Person, hst_Name, hst_Fields "
         "FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s,
@@ -112,7 +112,7 @@ std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std
     return entries;
 }
 
-std::vector<PastRow> recordAsOf(sqlite3* database, const QString& table, std::int64_t key,
+std::vector<PastRow> recordAsOf(platform::Engine& database, const QString& table, std::int64_t key,
                                 const std::vector<HistoryEntry>& entries, const QDateTime& moment) {
     Rows rows;
     const QString keyColumn = table + u"ID"_s;

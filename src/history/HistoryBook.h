@@ -2,14 +2,13 @@
 #pragma once
 
 #include "history/HistoryFields.h"
+#include "platform/data/Engine.h"
 
 #include <QDateTime>
 #include <QMap>
 #include <QString>
 #include <cstdint>
 #include <vector>
-
-struct sqlite3;
 
 namespace sorvanto {
 
@@ -25,7 +24,7 @@ struct HistoryEntry {
 };
 
 /// Of the record and of its lines, newest first.
-std::vector<HistoryEntry> historyOf(sqlite3* database, const QString& table, std::int64_t key);
+std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key);
 
 /// A row of the record, or of its lines, as it was: values by column.
 struct PastRow {
@@ -37,7 +36,7 @@ struct PastRow {
 
 /// What the record and its lines were at that moment, worked back from what they are now; the record first. Without the
 /// record's row it was not there. entries: of historyOf.
-std::vector<PastRow> recordAsOf(sqlite3* database, const QString& table, std::int64_t key,
+std::vector<PastRow> recordAsOf(platform::Engine& database, const QString& table, std::int64_t key,
                                 const std::vector<HistoryEntry>& entries, const QDateTime& moment);
 
 /// The table whose rows are lines of a record of this one; empty for none.

@@ -2,9 +2,7 @@
 #include "history/HistoryChain.h"
 
 #include "history/HistorySeal.h"
-#include "platform/data/Sqlite.h"
-
-#include <sqlite3.h>
+#include "platform/data/Query.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +10,7 @@ namespace sorvanto {
 namespace {
 
 using platform::asText;
-using platform::sqlite::Statement;
+using platform::Query;
 
 QString sealsSql() {
     const QString seal = sealArguments().arg(u"lag(hst_Seal) OVER (ORDER BY HistoryID)"_s, u"hst_Person"_s,
@@ -30,7 +28,7 @@ QString sealsSql() {
 
 enum ChainColumn { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
 
-QString named(const Statement& row) {
+QString named(const Query& row) {
     return u"row %1 (%2 %3, %4, %5)"_s.arg(row.integer(Id))
         .arg(row.value(Table, asText).toString())
         .arg(row.integer(Key))
@@ -38,25 +36,20 @@ QString named(const Statement& row) {
 }
 
 /// A chain begins with its first row, or where an archive has taken along what was before.
-bool beginsHere(const Statement& row) {
+bool beginsHere(const Query& row) {
     const QString what = row.value(What, asText).toString();
     return row.integer(Id) == 1 ? what == "begun"_L1 : what == "archived"_L1;
 }
 
-std::int64_t lastNumberGiven(sqlite3* database) {
-    Statement last(database, u"SELECT seq FROM sqlite_sequence WHERE name = 'History'"_s, {});
-    return last.step() ? last.integer(0) : 0;
-}
-
 }  // namespace
 
-HistoryHead historyHead(sqlite3* database) {
+HistoryHead historyHead(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
-    Statement last(database,
-                   u"SELECT HistoryID, hex(hst_Seal) FROM History WHERE hst_Seal IS NOT NULL "
-                   "ORDER BY HistoryID DESC LIMIT 1"_s,
-                   {});
+    Query last(database,
+               u"SELECT HistoryID, hex(hst_Seal) FROM History WHERE hst_Seal IS NOT NULL "
+               "ORDER BY HistoryID DESC LIMIT 1"_s,
+               {});
     if (!last.step())
         return {};
     return {last.integer(0), QByteArray::fromHex(last.value(1, asText).toString().toLatin1())};
@@ -73,11 +66,11 @@ HistoryHead headFromText(const QString& text) {
     return head.count > 0 && head.seal.size() == sealLength ? head : HistoryHead();
 }
 
-QStringList chainProblems(sqlite3* database) {
+QStringList chainProblems(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
     installHistoryHash(database);
-    Statement row(database, sealsSql(), {});
+    Query row(database, sealsSql(), {});
     std::int64_t last = 0;
     bool unsealed = false;
     for (bool first = true; row.step(); first = false) {
@@ -95,13 +88,13 @@ QStringList chainProblems(sqlite3* database) {
             return {u"The history is broken at %1: it is not as it was sealed"_s.arg(named(row))};
         last = id;
     }
-    if (const std::int64_t given = lastNumberGiven(database); given != last)
+    if (const std::int64_t given = database.lastKey(u"History"_s); given != last)
         return {u"The history ends with row %1, although row %2 was written"_s.arg(last).arg(given)};
     return {};
 }
 
-bool holdsHead(sqlite3* database, const HistoryHead& head) {
-    Statement row(database, u"SELECT hex(hst_Seal) FROM History WHERE HistoryID = ?"_s, {});
+bool holdsHead(platform::Engine& database, const HistoryHead& head) {
+    Query row(database, u"SELECT hex(hst_Seal) FROM History WHERE HistoryID = ?"_s, {});
     row.bind(1, qint64{head.count});
     return row.step() && QByteArray::fromHex(row.value(0, asText).toString().toLatin1()) == head.seal;
 }

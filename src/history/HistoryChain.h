@@ -1,11 +1,11 @@
 // The proof that what is written down of the changes of a file is whole and as it was sealed.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QByteArray>
 #include <QStringList>
 #include <cstdint>
-
-struct sqlite3;
 
 namespace sorvanto {
 
@@ -15,7 +15,7 @@ struct HistoryHead {
     QByteArray seal;         ///< 32 bytes
 };
 
-HistoryHead historyHead(sqlite3* database);
+HistoryHead historyHead(platform::Engine& database);
 
 /// "17:9f3c..." as it is noted elsewhere, and back; a text that is none gives a count of 0.
 QString toText(const HistoryHead& head);
@@ -23,9 +23,9 @@ HistoryHead headFromText(const QString& text);
 
 /// The first row at which the chain is broken, in one sentence; empty when it is whole. Rows at the end that have no
 /// seal yet are none of the chain's. Also empty for a file without history.
-QStringList chainProblems(sqlite3* database);
+QStringList chainProblems(platform::Engine& database);
 
 /// Whether the chain goes through this head; false also when it ends before.
-bool holdsHead(sqlite3* database, const HistoryHead& head);
+bool holdsHead(platform::Engine& database, const HistoryHead& head);
 
 }  // namespace sorvanto

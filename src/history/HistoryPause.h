@@ -3,35 +3,34 @@
 #pragma once
 
 #include "history/HistoryChain.h"
+#include "platform/data/Engine.h"
 
 #include <QString>
 #include <QStringList>
-
-struct sqlite3;
 
 namespace sorvanto {
 
 class HistoryPause {
 public:
     /// Does nothing on a file without history.
-    explicit HistoryPause(sqlite3* database);
+    explicit HistoryPause(platform::Engine& database);
     /// The file writes its history again. To be called before the transaction is committed; without it the transaction is
     /// to be taken back.
     void end();
 
 private:
-    sqlite3* m_database;
+    platform::Engine& m_database;
     QStringList m_triggers;
 };
 
 /// Writes a row that is about the file as a whole, sealed when the connection keeps history. Nothing on a file without.
-void addHistoryRow(sqlite3* database, const QString& what, const QString& fields);
+void addHistoryRow(platform::Engine& database, const QString& what, const QString& fields);
 
 /// Writes down in the file that it was put back from that copy. What can't be written is left: the file is back.
 void noteRestored(const QString& file, const QString& copy);
 
 /// Where an archive has taken the history along: the file's own begins anew, numbered and sealed on from that head.
 /// Within a pause.
-void continueHistory(sqlite3* database, const QString& archive, const HistoryHead& before);
+void continueHistory(platform::Engine& database, const QString& archive, const HistoryHead& before);
 
 }  // namespace sorvanto

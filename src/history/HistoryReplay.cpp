@@ -4,7 +4,7 @@
 
 #include "history/HistoryFields.h"
 #include "history/HistorySeal.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QMap>
 #include <QSet>
@@ -16,7 +16,7 @@ namespace sorvanto {
 namespace {
 
 using platform::asText;
-using platform::sqlite::Statement;
+using platform::Query;
 constexpr int mostProblems = 20;
 constexpr std::array tables{"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"};
 
@@ -31,8 +31,8 @@ struct Told {
 };
 
 /// The highest key of each table when the history began.
-Fields keysAtBegin(sqlite3* database) {
-    Statement row(
+Fields keysAtBegin(platform::Engine& database) {
+    Query row(
         database,
         u"SELECT hst_Fields FROM History WHERE hst_What IN ('begun', 'archived') ORDER BY HistoryID LIMIT 1"_s,
         {});
@@ -45,8 +45,8 @@ Fields keysAtBegin(sqlite3* database) {
 }
 
 /// The rows as the history would write them down.
-QString rowsSql(sqlite3* database, const QString& table, QString& key) {
-    Statement columns(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
+QString rowsSql(platform::Engine& database, const QString& table, QString& key) {
+    Query columns(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
     columns.bind(1, table);
     QStringList parts;
     while (columns.step()) {
@@ -61,7 +61,7 @@ QString rowsSql(sqlite3* database, const QString& table, QString& key) {
 
 class TableReplay {
 public:
-    TableReplay(sqlite3* database, const QString& table, qint64 firstKnown)
+    TableReplay(platform::Engine& database, const QString& table, qint64 firstKnown)
         : m_table(table), m_firstKnown(firstKnown), m_rows(database, rowsSql(database, table, m_key), {}),
           m_history(database,
                     u"SELECT hst_Key, hst_What, hst_Fields FROM History WHERE hst_Table = ? "
@@ -107,8 +107,8 @@ private:
         }
     }
     /// Rows that another program has given another key: theirs can't be told.
-    void collectMoved(sqlite3* database) {
-        Statement moves(
+    void collectMoved(platform::Engine& database) {
+        Query moves(
             database,
             u"SELECT hst_Key, hst_Fields FROM History WHERE hst_Table = ?1 AND hst_What = 'changed' AND "
             "substr(hst_Fields, 1, length(?2) + 1) = ?2 || '='"_s,
@@ -142,14 +142,14 @@ private:
 
     QString m_table, m_key;
     qint64 m_firstKnown;
-    Statement m_rows, m_history;
+    Query m_rows, m_history;
     QSet<qint64> m_moved;
     QStringList m_problems;
 };
 
 }  // namespace
 
-QStringList recordProblems(sqlite3* database) {
+QStringList recordProblems(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
     const Fields known = keysAtBegin(database);

@@ -3,12 +3,11 @@
 #include "history/HistorySeal.h"
 
 #include "platform/basic/Version.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QCryptographicHash>
 #include <QSysInfo>
 #include <pwd.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -17,20 +16,11 @@ namespace sorvanto {
 namespace {
 
 /// Nothing that is stored can be read in two ways: type, length, bytes.
-void add(QCryptographicHash& hash, sqlite3_value* value) {
-    const int type = sqlite3_value_type(value);
-    const char kinds[] = {'?', 'i', 'r', 't', 'b', 'n'};
-    const void* bytes = type == SQLITE_BLOB ? sqlite3_value_blob(value) : sqlite3_value_text(value);
-    const QByteArray content(static_cast<const char*>(bytes), bytes ? sqlite3_value_bytes(value) : 0);
-    hash.addData(QByteArray(1, kinds[type]) + QByteArray::number(content.size()) + ':' + content);
-}
-
-void historyHash(sqlite3_context* context, int count, sqlite3_value** values) {
+QByteArray historyHash(const std::vector<platform::PlainValue>& values) {
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    for (int i = 0; i < count; ++i)
-        add(hash, values[i]);
-    const QByteArray result = hash.result();
-    sqlite3_result_blob(context, result.constData(), static_cast<int>(result.size()), SQLITE_TRANSIENT);
+    for (const platform::PlainValue& value : values)
+        hash.addData(QByteArray(1, value.kind) + QByteArray::number(value.bytes.size()) + ':' + value.bytes);
+    return hash.result();
 }
 
 QString quoted(QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\''; }
@@ -54,24 +44,21 @@ HistoryWriter currentWriter() {
     return {name + u'@' + QSysInfo::machineHostName(), platform::programVersion()};
 }
 
-bool hasHistory(sqlite3* database) {
-    return sqlite3_table_column_metadata(database, "main", "History", "hst_Seal", nullptr, nullptr, nullptr,
-                                         nullptr, nullptr) == SQLITE_OK;
+bool hasHistory(platform::Engine& database) {
+    return !database.declaredType(u"History"_s, u"hst_Seal"_s).isEmpty();
 }
 
-void installHistoryHash(sqlite3* database) {
-    sqlite3_create_function_v2(database, "history_hash", -1,
-                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, historyHash,
-                               nullptr, nullptr, nullptr);
-}
+void installHistoryHash(platform::Engine& database) { database.addFunction("history_hash", historyHash); }
 
 QString sealArguments() {
     return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4"_s;
 }
 
 void keepHistory(const platform::Connection& connection, const HistoryWriter& writer) {
-    sqlite3* database = connection.handle();
-    if (!database || !hasHistory(database))
+    if (connection.state() == 0)
+        return;
+    platform::Engine& database = connection.engine();
+    if (!hasHistory(database))
         return;
     installHistoryHash(database);
     const QString outside = quoted(QLatin1String(outsideProgram));
@@ -87,7 +74,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
          {u"PRAGMA temp_store = MEMORY"_s, u"DROP TRIGGER IF EXISTS temp.History_Sealing"_s,
           u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 %2 END"_s.arg(strays,
                                                                                                     own)})
-        platform::sqlite::Statement(database, sql, sql).step();
+        platform::Query(database, sql, sql).step();
 }
 
 }  // namespace sorvanto

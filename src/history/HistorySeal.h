@@ -7,8 +7,6 @@
 
 #include <QString>
 
-struct sqlite3;
-
 namespace sorvanto {
 
 /// What a row says of the program that wrote it when it was not this one.
@@ -23,7 +21,7 @@ struct HistoryWriter {
 HistoryWriter currentWriter();
 
 /// Whether the file is of a version that keeps history.
-bool hasHistory(sqlite3* database);
+bool hasHistory(platform::Engine& database);
 
 /// From now on each change by this connection is sealed as that writer's. Rows without a seal that come before it in the
 /// file were written by others: they are sealed first and marked as from outside. Nothing happens to a file
@@ -32,7 +30,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
 
 /// Gives the engine history_hash(...): the SHA-256 of its arguments, each with its type and length. A row's digest
 /// is that of salt, name and fields; its seal that of the seal before, its other values and its digest.
-void installHistoryHash(sqlite3* database);
+void installHistoryHash(platform::Engine& database);
 
 /// The arguments of history_hash for the seal of a row of History: %1 the seal before, %2 the person, %3 the program,
 /// %4 the digest.

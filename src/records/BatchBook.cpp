@@ -1,7 +1,7 @@
 #include "records/BatchBook.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "records/BatchRecord.h"
 #include "shared/FileIdentity.h"
 #include "shared/basMain.h"
@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::sqlite::Statement;
+using platform::Query;
 
 using platform::asText;
 
@@ -40,7 +40,7 @@ QString BatchBook::identity() {
 }
 
 bool BatchBook::hasLot(const QString& lot) {
-    Statement found(openDB()->handle(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
+    Query found(openDB()->engine(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
     found.bind(1, lot);
     return found.step();
 }
@@ -67,16 +67,15 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
 }
 
 int BatchBook::batchCount() {
-    Statement count(openDB()->handle(), u"SELECT count(*) FROM Log"_s, {});
+    Query count(openDB()->engine(), u"SELECT count(*) FROM Log"_s, {});
     return count.step() ? static_cast<int>(count.integer(0)) : 0;
 }
 
 QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
-    Statement found(
-        openDB()->handle(),
-        u"SELECT log_Lot, log_Date, (SELECT count(*) FROM LogChem WHERE LogChem.LogID = Log.LogID)"
-        " FROM Log WHERE log_Date >= ?"_s,
-        {});
+    Query found(openDB()->engine(),
+                u"SELECT log_Lot, log_Date, (SELECT count(*) FROM LogChem WHERE LogChem.LogID = Log.LogID)"
+                " FROM Log WHERE log_Date >= ?"_s,
+                {});
     found.bind(1, moment);
     QHash<Batch, int> lines;
     while (found.step()) {
@@ -90,8 +89,8 @@ bool BatchBook::isArchived(const Batch& batch) {
     const auto connection = openDB();
     if (connection->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
         return false;
-    Statement found(connection->handle(), u"SELECT 1 FROM ArchivedBatch WHERE abt_Lot = ? AND abt_Date = ?"_s,
-                    {});
+    Query found(connection->engine(), u"SELECT 1 FROM ArchivedBatch WHERE abt_Lot = ? AND abt_Date = ?"_s,
+                {});
     found.bind(1, batch.first);
     found.bind(2, batch.second);
     return found.step();

@@ -2,7 +2,7 @@
 
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 
 #include <QLocale>
@@ -16,7 +16,7 @@ namespace {
 using platform::ColumnType;
 using platform::Connection;
 using platform::FieldKind;
-using platform::sqlite::Statement;
+using platform::Query;
 
 constexpr std::array logColumns{"FormulaID",    "log_Name",     "log_Strength", "log_Desc",    "log_Units",
                                 "log_FormType", "log_Quantity", "log_JarSize",  "log_NDC",     "log_Date",
@@ -61,7 +61,7 @@ QString listOf(const Columns& columns, Name name) {
     return names.join(u", "_s);
 }
 
-QJsonObject logRow(const Connection& connection, const Statement& found, int first) {
+QJsonObject logRow(const Connection& connection, const Query& found, int first) {
     QJsonObject row;
     for (int i = 0; i < static_cast<int>(logColumns.size()); ++i) {
         const char* column = logColumns[static_cast<std::size_t>(i)];
@@ -80,8 +80,8 @@ QString lineList() {
 }
 
 QJsonArray storedLines(const Connection& connection, std::int64_t key) {
-    Statement found(connection.handle(),
-                    u"SELECT %1 FROM LogChem WHERE LogID = ? ORDER BY LogChemID"_s.arg(lineList()), {});
+    Query found(connection.engine(),
+                u"SELECT %1 FROM LogChem WHERE LogID = ? ORDER BY LogChemID"_s.arg(lineList()), {});
     found.bind(1, qint64{key});
     QJsonArray lines;
     while (found.step()) {
@@ -129,7 +129,7 @@ BatchRows rowsToBeWritten(const Connection& connection, const LogColumns& column
 }
 
 BatchRows storedBatch(const Connection& connection, std::int64_t key) {
-    Statement found(connection.handle(), u"SELECT %1 FROM Log WHERE LogID = ?"_s.arg(logList()), {});
+    Query found(connection.engine(), u"SELECT %1 FROM Log WHERE LogID = ?"_s.arg(logList()), {});
     found.bind(1, qint64{key});
     if (!found.step())
         return {};
@@ -137,8 +137,8 @@ BatchRows storedBatch(const Connection& connection, std::int64_t key) {
 }
 
 std::vector<std::int64_t> rowsOfBatch(const Connection& connection, const BatchRows& batch) {
-    Statement found(connection.handle(),
-                    u"SELECT LogID, %1 FROM Log WHERE log_Lot = ? ORDER BY LogID"_s.arg(logList()), {});
+    Query found(connection.engine(),
+                u"SELECT LogID, %1 FROM Log WHERE log_Lot = ? ORDER BY LogID"_s.arg(logList()), {});
     found.bind(1, batch.lot());
     std::vector<std::int64_t> equal;
     std::vector<std::int64_t> changed;
@@ -155,9 +155,9 @@ std::vector<std::int64_t> rowsOfBatch(const Connection& connection, const BatchR
 void addLines(const Connection& connection, std::int64_t key, const QJsonArray& lines) {
     const QString statement = u"INSERT INTO LogChem (LogID, %1) VALUES (?%2)"_s.arg(
         lineList(), u", ?"_s.repeated(static_cast<qsizetype>(lineColumns.size())));
-    platform::Transaction whole(connection.handle(), statement);
+    platform::Transaction whole(connection.engine(), statement);
     for (const auto& line : lines) {
-        Statement added(connection.handle(), statement, statement);
+        Query added(connection.engine(), statement, statement);
         added.bind(1, qint64{key});
         int parameter = 1;
         for (const LineColumn& column : lineColumns)

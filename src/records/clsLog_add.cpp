@@ -113,7 +113,7 @@ void takeDown(const clsFormula& formula, const LogColumns& columns) {
     if (!batchJournal || !connection || connection->state() != 1)
         return;
     BatchRows rows = rowsToBeWritten(*connection, columns, formula.Chemical.get());
-    if (const HistoryHead head = historyHead(connection->handle()); head.count > 0)
+    if (const HistoryHead head = historyHead(connection->engine()); head.count > 0)
         rows.history = toText(head);
     if (!rows.empty())
         batchJournal->takeDown(rows);

@@ -2,7 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +12,8 @@ std::optional<FileIdentity> readFileIdentity(const platform::Connection& connect
     if (connection.state() == 0)
         return {};
     try {
-        platform::sqlite::Statement row(
-            connection.handle(), u"SELECT fid_Identity, fid_Parent, fid_Changes FROM FileIdentity"_s, {});
+        platform::Query row(connection.engine(),
+                            u"SELECT fid_Identity, fid_Parent, fid_Changes FROM FileIdentity"_s, {});
         if (row.step())
             return FileIdentity{row.value(0, platform::asText).toString(),
                                 row.value(1, platform::asText).toString(), row.integer(2)};

@@ -1,7 +1,7 @@
 #include "trace/ArchiveShelf.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QDir>
 #include <QHash>
@@ -12,12 +12,12 @@ namespace sorvanto {
 namespace {
 
 using platform::FieldKind;
-using platform::sqlite::Statement;
+using platform::Query;
 
 QString identityIn(const platform::ConnectionPtr& database) {
     if (database->declaredType(u"FileIdentity"_s, u"fid_Identity"_s).isEmpty())
         return {};
-    Statement rows(database->handle(), u"SELECT fid_Identity FROM FileIdentity"_s, {});
+    Query rows(database->engine(), u"SELECT fid_Identity FROM FileIdentity"_s, {});
     return rows.step() ? rows.value(0, {FieldKind::Text}).toString() : QString();
 }
 
@@ -26,10 +26,10 @@ std::vector<GivenOffArchive> givenOff(const platform::ConnectionPtr& database) {
     std::vector<GivenOffArchive> all;
     if (database->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
         return all;
-    Statement rows(database->handle(),
-                   u"SELECT abt_Archive, min(abt_Date), max(abt_Date), count(*) FROM ArchivedBatch "
-                   "GROUP BY abt_Archive ORDER BY 2, 1"_s,
-                   {});
+    Query rows(database->engine(),
+               u"SELECT abt_Archive, min(abt_Date), max(abt_Date), count(*) FROM ArchivedBatch "
+               "GROUP BY abt_Archive ORDER BY 2, 1"_s,
+               {});
     while (rows.step()) {
         all.push_back({rows.value(0, {FieldKind::Text}).toString(),
                        rows.value(1, {FieldKind::Date}).toDateTime().date(),

@@ -2,7 +2,7 @@
 
 #include "platform/basic/Folding.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -14,7 +14,7 @@ namespace sorvanto {
 namespace {
 
 using platform::FieldKind;
-using platform::sqlite::Statement;
+using platform::Query;
 
 /// Each different value of a column once, by one look into its index for each.
 constexpr auto differentOnes =
@@ -40,7 +40,7 @@ constexpr auto isChemical =
 class Question {
 public:
     Question(const platform::ConnectionPtr& connection, const QString& sql, const QVariantList& values = {})
-        : m_statement(handle(connection), sql, sql) {
+        : m_statement(engineOf(connection), sql, sql) {
         for (int i = 0; i < values.size(); ++i)
             m_statement.bind(i + 1, values[i]);
     }
@@ -64,13 +64,13 @@ public:
     }
 
 private:
-    static sqlite3* handle(const platform::ConnectionPtr& connection) {
+    static platform::Engine& engineOf(const platform::ConnectionPtr& connection) {
         if (!connection || connection->state() == 0)
             throw platform::RuntimeError(platform::error::objectClosed, u"The connection is closed"_s);
-        return connection->handle();
+        return connection->engine();
     }
 
-    Statement m_statement;
+    Query m_statement;
 };
 
 /// Keys as one bound value, for json_each.

@@ -3,6 +3,7 @@
 #include "Hindrances.h"
 #include "TestProgram.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/sqlite/FileEngine.h"
 #include "shared/basMain.h"
 
 #include <QDir>
@@ -166,7 +167,7 @@ TEST_F(DatabaseUpdaterTest, RelationsCountAfterAnUpdateThatCouldNotBegin) {
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open(databasePath().toUtf8().constData(), &other), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_busy_timeout(openDB()->handle(), 0);
+    sqlite3_busy_timeout(platform::sqlite::handleOf(openDB()->engine()), 0);
     EXPECT_THROW(apply(), platform::RuntimeError);
     sqlite3_close(other);
     EXPECT_FALSE(applied);

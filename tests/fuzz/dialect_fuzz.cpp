@@ -4,6 +4,8 @@
 #include "platform/data/Criterion.h"
 #include "platform/data/Dialect.h"
 #include "platform/data/LikePattern.h"
+#include "platform/data/sqlite/FileEngine.h"
+#include "platform/data/sqlite/LikeFunction.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -22,7 +24,7 @@ sqlite3* database() {
             opened,
             "CREATE TABLE T (id INTEGER PRIMARY KEY, name TEXT(20), day DATETIME); INSERT INTO T VALUES (1, 'a', NULL)",
             nullptr, nullptr, nullptr);
-        platform::LikePattern::install(opened);
+        platform::sqlite::installLike(opened);
         return std::unique_ptr<sqlite3, int (*)(sqlite3*)>(opened, sqlite3_close);
     }();
     return memory.get();
@@ -39,7 +41,8 @@ void require(bool holds) {
 
 void tryStatement(const QString& text) {
     try {
-        const platform::Translation found = platform::translateStatement(text, declaredType);
+        const platform::Translation found =
+            platform::translateStatement(text, platform::sqlite::fileWords(), declaredType);
         const QByteArray sql = found.sql.toUtf8();
         const char* rest = nullptr;
         sqlite3_stmt* statement = nullptr;

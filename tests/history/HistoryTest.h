@@ -6,8 +6,9 @@
 #include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -25,7 +26,8 @@ protected:
     std::shared_ptr<platform::Connection> open(const QString& person = QStringLiteral("rkent@bench2")) {
         auto opened = std::make_shared<platform::Connection>();
         opened->open(QStringLiteral("Data Source=") + path);
-        sqlite3_exec(opened->handle(), "PRAGMA synchronous = OFF", nullptr, nullptr,
+        sqlite3_exec(platform::sqlite::handleOf(opened->engine()), "PRAGMA synchronous = OFF", nullptr,
+                     nullptr,
                      nullptr);  // no power goes here
         keepHistory(*opened, {person, QStringLiteral("9.9")});
         return opened;

@@ -45,7 +45,7 @@ protected:
     QStringList problems() const {
         auto opened = std::make_shared<platform::Connection>();
         opened->open(u"Data Source="_s + path);
-        return chainProblems(opened->handle()) + recordProblems(opened->handle());
+        return chainProblems(opened->engine()) + recordProblems(opened->engine());
     }
     QStringList column(const QString& query) const { return outside(query).split('\n'); }
 };
@@ -53,7 +53,8 @@ protected:
 /// One edit somewhere past the triggers: a field of a record, a record more or less, the same in the history.
 class RandomEdit {
 public:
-    RandomEdit(sqlite3* database, QRandomGenerator& random) : m_database(database), m_random(random) {}
+    RandomEdit(platform::Engine& engine, QRandomGenerator& random)
+        : m_engine(engine), m_database(platform::sqlite::handleOf(engine)), m_random(random) {}
 
     std::string make() {
         const QString table = oneOf({"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs",
@@ -93,7 +94,7 @@ private:
         return u"INSERT INTO %1 (%2) SELECT %2 FROM %1 WHERE rowid = %3"_s.arg(table, columns, key);
     }
     QString value(const QString& query) {
-        platform::sqlite::Statement row(m_database, query, query);
+        platform::Query row(m_engine, query, query);
         return row.step() ? row.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
     }
     std::string run(const QString& sql) {
@@ -103,6 +104,7 @@ private:
         return sql.toStdString();
     }
 
+    platform::Engine& m_engine;
     sqlite3* m_database;
     QRandomGenerator& m_random;
 };
@@ -110,18 +112,19 @@ private:
 TEST_F(ProofTest, AThousandEditsPastTheProgramAreFound) {
     platform::Connection opened;
     opened.open(u"Data Source="_s + path);
-    sqlite3* database = opened.handle();
+    platform::Engine& engine = opened.engine();
+    sqlite3* database = platform::sqlite::handleOf(engine);
     for (const QString& trigger : column(u"SELECT name FROM sqlite_schema WHERE type = 'trigger'"_s))
         sqlite3_exec(database, ("DROP TRIGGER " + trigger).toUtf8().constData(), nullptr, nullptr, nullptr);
     sqlite3_exec(database, "PRAGMA foreign_keys = OFF", nullptr, nullptr, nullptr);
     QRandomGenerator random(1);
     for (int i = 0; i < 1000; ++i) {
         sqlite3_exec(database, "BEGIN", nullptr, nullptr, nullptr);
-        const std::string edit = RandomEdit(database, random).make();
-        ASSERT_FALSE(chainProblems(database).isEmpty() && recordProblems(database).isEmpty()) << edit;
+        const std::string edit = RandomEdit(engine, random).make();
+        ASSERT_FALSE(chainProblems(engine).isEmpty() && recordProblems(engine).isEmpty()) << edit;
         sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
     }
-    EXPECT_EQ(chainProblems(database) + recordProblems(database), QStringList()) << "each was taken back";
+    EXPECT_EQ(chainProblems(engine) + recordProblems(engine), QStringList()) << "each was taken back";
 }
 
 TEST_F(ProofTest, TheFirstBrokenRowIsNamed) {

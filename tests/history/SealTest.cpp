@@ -12,7 +12,7 @@ using namespace sorvanto;
 
 class SealTest : public HistoryTest {
 protected:
-    QStringList problems() { return chainProblems(open()->handle()); }
+    QStringList problems() { return chainProblems(open()->engine()); }
     QString who() const {
         return outside(u"SELECT hst_Person, hst_Program FROM History ORDER BY HistoryID"_s);
     }
@@ -24,14 +24,14 @@ TEST_F(SealTest, TheProgramsOwnChangesBearItsPerson) {
     EXPECT_EQ(who(), "|9.9\nrkent@bench2|9.9\nrkent@bench2|9.9");
     EXPECT_EQ(outside(u"SELECT DISTINCT length(hst_Digest), length(hst_Seal) FROM History"_s), "32|32");
     EXPECT_EQ(problems(), QStringList());
-    EXPECT_EQ(historyHead(connection->handle()).count, 3);
+    EXPECT_EQ(historyHead(connection->engine()).count, 3);
 }
 
 TEST_F(SealTest, WhatAnotherProgramDidIsSealedBeforeTheNextOwnChangeAndMarked) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     outside(u"UPDATE Chemical SET chm_Lot = 'A'; UPDATE Chemical SET chm_Lot = 'B'; DELETE FROM Chemical"_s);
     EXPECT_EQ(problems(), QStringList()) << "not sealed yet";
-    EXPECT_EQ(historyHead(connection->handle()).count, 2);
+    EXPECT_EQ(historyHead(connection->engine()).count, 2);
     run("INSERT INTO Chemical (chm_Name) VALUES ('Menthol')");
     EXPECT_EQ(who(), "|9.9\nrkent@bench2|9.9\n|outside\n|outside\n|outside\nrkent@bench2|9.9");
     EXPECT_EQ(problems(), QStringList());
@@ -52,28 +52,28 @@ TEST_F(SealTest, AChangeThatIsTakenBackLeavesNothing) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     EXPECT_THROW(run("INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (5, 1)"), platform::RuntimeError);
     {
-        platform::Transaction transaction(connection->handle());
+        platform::Transaction transaction(connection->engine());
         run("DELETE FROM Chemical");
     }
-    EXPECT_EQ(historyHead(connection->handle()).count, 2);
+    EXPECT_EQ(historyHead(connection->engine()).count, 2);
     run("UPDATE Chemical SET chm_Lot = 'A'");
     EXPECT_EQ(problems(), QStringList());
-    EXPECT_EQ(historyHead(connection->handle()).count, 3);
+    EXPECT_EQ(historyHead(connection->engine()).count, 3);
 }
 
 TEST_F(SealTest, ACutEndIsSeen) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     run("UPDATE Chemical SET chm_Lot = 'A'");
-    const HistoryHead head = historyHead(connection->handle());
+    const HistoryHead head = historyHead(connection->engine());
     EXPECT_EQ(headFromText(toText(head)).seal, head.seal);
-    EXPECT_TRUE(holdsHead(connection->handle(), headFromText(toText(head))));
+    EXPECT_TRUE(holdsHead(connection->engine(), headFromText(toText(head))));
     connection.reset();
     outside(u"DROP TRIGGER History_Kept; DELETE FROM History WHERE HistoryID = 3"_s);
     EXPECT_EQ(problems(), QStringList{"The history ends with row 2, although row 3 was written"});
     outside(u"UPDATE sqlite_sequence SET seq = 2 WHERE name = 'History'"_s);
     EXPECT_EQ(problems(), QStringList()) << "whoever knows the engine can";
-    EXPECT_FALSE(holdsHead(open()->handle(), head)) << "but not where the head is noted elsewhere";
-    EXPECT_FALSE(holdsHead(open()->handle(), headFromText(u"2:00"_s)));
+    EXPECT_FALSE(holdsHead(open()->engine(), head)) << "but not where the head is noted elsewhere";
+    EXPECT_FALSE(holdsHead(open()->engine(), headFromText(u"2:00"_s)));
 }
 
 TEST_F(SealTest, AFileWithoutHistoryIsLeftAlone) {
@@ -83,8 +83,8 @@ TEST_F(SealTest, AFileWithoutHistoryIsLeftAlone) {
     connectionToOld.open(u"Data Source="_s + old);
     keepHistory(connectionToOld);
     EXPECT_EQ(connectionToOld.execute(u"INSERT INTO Chemical (chm_Name) VALUES ('Urea')"_s), 1);
-    EXPECT_EQ(historyHead(connectionToOld.handle()).count, 0);
-    EXPECT_EQ(chainProblems(connectionToOld.handle()), QStringList());
+    EXPECT_EQ(historyHead(connectionToOld.engine()).count, 0);
+    EXPECT_EQ(chainProblems(connectionToOld.engine()), QStringList());
 }
 
 TEST_F(SealTest, TheWriterIsTheAccountAtThisComputer) {

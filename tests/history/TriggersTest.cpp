@@ -139,7 +139,7 @@ TEST_F(TriggersTest, TheProgramsOwnAnswersAreAsEver) {
                   {{QString::number(connection->execute(u"UPDATE Patient SET pat_City = 'Fenwick'"_s))}}),
               "1");
     run("INSERT INTO Patient (pat_LName) VALUES ('Stone')");
-    platform::sqlite::Statement identity(connection->handle(), u"SELECT last_insert_rowid()"_s, {});
+    platform::Query identity(connection->engine(), u"SELECT last_insert_rowid()"_s, {});
     ASSERT_TRUE(identity.step());
     EXPECT_EQ(identity.integer(0), 2);
 }

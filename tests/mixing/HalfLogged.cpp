@@ -144,10 +144,11 @@ void HalfLogged::leaveHalfWritten(int lines) {
     {
         std::unique_ptr<support::FullDisk> full;
         int added = 0;
-        const StatementWatch watch(basMain::gConnection->handle(), [&](const QByteArray& statement) {
-            if (statement.startsWith("INSERT INTO \"LogChem\"") && added++ == lines)
-                full = std::make_unique<support::FullDisk>();
-        });
+        const StatementWatch watch(
+            platform::sqlite::handleOf(basMain::gConnection->engine()), [&](const QByteArray& statement) {
+                if (statement.startsWith("INSERT INTO \"LogChem\"") && added++ == lines)
+                    full = std::make_unique<support::FullDisk>();
+            });
         EXPECT_FALSE(at.logTheOffer());
     }
     expectReports("clsLog:addLog");

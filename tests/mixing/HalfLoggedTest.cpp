@@ -28,7 +28,7 @@ protected:
         leaveFinishedMix();
         MixerDesk& at = restart();
         {
-            const StatementWatch watch(basMain::gConnection->handle(),
+            const StatementWatch watch(platform::sqlite::handleOf(basMain::gConnection->engine()),
                                        [&](const QByteArray&) { ++whole.statements; });
             EXPECT_TRUE(at.logTheOffer());
         }
@@ -92,7 +92,7 @@ TEST(HalfLoggedChild, SignsAndIsKilled) {
     desk.start();
     ASSERT_TRUE(desk.offers());
     int left = support::numberOfChild();
-    const StatementWatch watch(openDB()->handle(), [&](const QByteArray&) {
+    const StatementWatch watch(platform::sqlite::handleOf(openDB()->engine()), [&](const QByteArray&) {
         if (--left == 0)
             std::raise(SIGKILL);
     });
@@ -108,10 +108,11 @@ TEST_F(HalfLoggedTest, OnAFullDiskFromEachStatementOnItIsWholeAtTheNextStart) {
         {
             std::unique_ptr<support::FullDisk> full;
             int left = at;
-            const StatementWatch watch(basMain::gConnection->handle(), [&](const QByteArray&) {
-                if (--left == 0)
-                    full = std::make_unique<support::FullDisk>();
-            });
+            const StatementWatch watch(platform::sqlite::handleOf(basMain::gConnection->engine()),
+                                       [&](const QByteArray&) {
+                                           if (--left == 0)
+                                               full = std::make_unique<support::FullDisk>();
+                                       });
             signing.logTheOffer();
         }
         dropReports();
@@ -328,11 +329,11 @@ TEST_F(HalfLoggedTest, TheJournalNotesWhereTheHistoryStood) {
     leaveFinishedMix();
     MixerDesk& at = restart();
     openDB()->execute("UPDATE Chemical SET chm_Notes = 'x' WHERE ChemicalID = 1");
-    const HistoryHead head = historyHead(basMain::gConnection->handle());
+    const HistoryHead head = historyHead(basMain::gConnection->engine());
     ASSERT_EQ(head.count, 2);
     ASSERT_TRUE(at.logTheOffer());
     EXPECT_TRUE(closedFile().contains(toText(head).toUtf8()));
-    EXPECT_EQ(historyHead(basMain::gConnection->handle()).count, 6) << "the batch and its three lines";
-    EXPECT_TRUE(chainProblems(basMain::gConnection->handle()).isEmpty());
+    EXPECT_EQ(historyHead(basMain::gConnection->engine()).count, 6) << "the batch and its three lines";
+    EXPECT_TRUE(chainProblems(basMain::gConnection->engine()).isEmpty());
     desk.reset();
 }

@@ -4,6 +4,7 @@
 
 #include "MixingTest.h"
 #include "mixing/frmSorvanto.h"
+#include "platform/data/sqlite/FileEngine.h"
 #include "records/SigningDialog.h"
 
 #include <sqlite3.h>

@@ -40,7 +40,7 @@ protected:
     QString head() const {
         platform::Connection connection;
         connection.open(u"Data Source="_s + path("a.mdb"));
-        return toText(historyHead(connection.handle()));
+        return toText(historyHead(connection.engine()));
     }
     QString stored(const QString& statement) const {
         return support::rowsText(support::runSql(path("a.mdb"), statement));

@@ -67,7 +67,7 @@ int restore(const QString& backup, const QString& file, QTextStream& out) {
 int archive(const QString& file, const QString& target, int months, QTextStream& out) {
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
-    const QStringList open = openWork(possibleFolders(file), identityOf(connection.handle()));
+    const QStringList open = openWork(possibleFolders(file), identityOf(connection.engine()));
     connection.close();
     if (!open.isEmpty())
         throw platform::RuntimeError(platform::error::general,

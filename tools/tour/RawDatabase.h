@@ -1,11 +1,12 @@
 // The database file read straight, past the program's own data layer.
 #pragma once
 
+#include "platform/data/sqlite/FileReader.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-struct sqlite3;
+#include <memory>
 
 namespace tour {
 
@@ -13,9 +14,6 @@ class RawDatabase {
 public:
     /// Opens the file for reading; ends the tour when that can't be done.
     explicit RawDatabase(const QString& path);
-    ~RawDatabase();
-    RawDatabase(const RawDatabase&) = delete;
-    RawDatabase& operator=(const RawDatabase&) = delete;
 
     /// All rows of a statement as texts; numbers with all their digits, NULL as the empty text.
     QList<QStringList> rows(const QString& statement) const;
@@ -24,7 +22,7 @@ public:
     int number(const QString& statement) const { return value(statement).toInt(); }
 
 private:
-    sqlite3* m_handle = nullptr;
+    std::unique_ptr<platform::sqlite::FileReader> m_reader;
 };
 
 }  // namespace tour

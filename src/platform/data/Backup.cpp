@@ -4,12 +4,11 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Engine.h"
 
 #include <QFile>
 #include <fcntl.h>
 #include <optional>
-#include <sqlite3.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -17,12 +16,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
-
-ConnectionPtr openDatabase(const QString& file) {
-    auto connection = std::make_shared<Connection>();
-    connection->open(u"Data Source="_s + file);
-    return connection;
-}
 
 [[noreturn]] void fail(std::int32_t number, const QString& reason) {
     throw RuntimeError(number, reason, u"Database"_s);
@@ -81,22 +74,6 @@ private:
     bool m_hasBoth = false;
 };
 
-int askCancelled(void* cancelled) { return (*static_cast<const Cancelled*>(cancelled))() ? 1 : 0; }
-
-void collectProblems(sqlite3* database, QStringList& problems) {
-    sqlite::Statement integrity(database, u"PRAGMA integrity_check"_s, {});
-    while (integrity.step()) {
-        const QString line = integrity.value(0, asText).toString();
-        if (line != "ok"_L1)
-            problems << line;
-    }
-    sqlite::Statement relations(database, u"PRAGMA foreign_key_check"_s, {});
-    while (relations.step())
-        problems << u"Row %1 of %2 refers to a row of %3 that is not there"_s.arg(
-            relations.value(1, asText).toString(), relations.value(0, asText).toString(),
-            relations.value(2, asText).toString());
-}
-
 }  // namespace
 
 /// Asked without opening the file as a database: that would roll an unfinished change back.
@@ -148,19 +125,9 @@ QString restoreDatabase(const QString& backup, const QString& file) {
 }
 
 QStringList integrityProblems(const QString& file, const Cancelled& cancelled) {
-    const ConnectionPtr connection = openDatabase(file);
-    constexpr int stepsBetweenQuestions = 100'000;
-    if (cancelled)
-        sqlite3_progress_handler(connection->handle(), stepsBetweenQuestions, askCancelled,
-                                 const_cast<Cancelled*>(&cancelled));
-    QStringList problems;
-    try {
-        collectProblems(connection->handle(), problems);
-    } catch (const RuntimeError&) {
-        if (!cancelled || !cancelled())
-            throw;
-    }
-    return problems;
+    Connection connection;
+    connection.open(u"Data Source="_s + file);
+    return connection.engine().problems(cancelled);
 }
 
 }  // namespace platform

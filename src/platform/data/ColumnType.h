@@ -27,7 +27,7 @@ struct ColumnType {
 /// Whatever the engine holds, as a text.
 inline constexpr ColumnType asText{FieldKind::Text, 0};
 
-/// A converted value as a literal of SQLite: 'text', 12.5, NULL.
+/// A converted value as a literal of an engine: 'text', 12.5, NULL.
 QString sqlLiteral(const QVariant& value);
 
 }  // namespace platform

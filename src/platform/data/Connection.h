@@ -1,5 +1,5 @@
-// A connection to one database file. Takes statements in the dialect of the program
-// (see docs/database.md) and carries them over to SQLite.
+// A connection to the records. Takes statements in the dialect of the program (see docs/database.md) and carries them
+// over to the engine that keeps them.
 #pragma once
 
 #include <QString>
@@ -8,9 +8,9 @@
 #include <functional>
 #include <memory>
 
-struct sqlite3;
-
 namespace platform {
+
+class Engine;
 
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
@@ -47,8 +47,11 @@ public:
     QString declaredType(const QString& table, const QString& column) const;
     /// For the result set: whether the column is (part of) the table's primary key.
     bool isKey(const QString& table, const QString& column) const;
-    /// The engine's handle, for the result set and the maintenance tools alone.
-    sqlite3* handle() const;
+    /// Path of the file that is open; empty on a closed connection.
+    QString location() const;
+    /// What keeps the records, for the result set and for what the program asks in the engine's own words. Throws
+    /// objectClosed on a closed connection; statement: for the error.
+    Engine& engine(const QString& statement = {}) const;
 
 private:
     struct Private;

@@ -1,14 +1,12 @@
-// A checked copy of a database file, made page by page by the engine, so that it is whole whatever happens
+// A checked copy of a database file, made by the engine, so that it is whole whatever happens
 // to the file meanwhile. Uses connections of its own: it may run in any thread.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QString>
-#include <functional>
 
 namespace platform {
-
-/// Asked between the pieces of long work; true ends it.
-using Cancelled = std::function<bool()>;
 
 /// Copies the file, which may be in use, as of one moment. The copy is readable by its owner alone, bears the
 /// name target + ".part" until it is checked, and then takes the place of an older file of that name; the folder

@@ -1,4 +1,4 @@
-// The rules that carry a tokenised statement over to SQLite: its kind, the values that INSERT and UPDATE give
+// The rules that carry a tokenised statement over to the engine: its kind, the values that INSERT and UPDATE give
 // to typed columns, and the lists that can be read by their keys.
 #include "platform/data/Dialect.h"
 
@@ -144,7 +144,8 @@ private:
 /// Finds the parts of "SELECT columns FROM table [alias] [WHERE ...] [ORDER BY ...]".
 class SingleTable {
 public:
-    SingleTable(const Tokens& tokens, const StatementWriter& writer) : m_tokens(tokens), m_writer(writer) {}
+    SingleTable(const Tokens& tokens, const StatementWriter& writer, const EngineWords& words)
+        : m_tokens(tokens), m_writer(writer), m_words(words) {}
 
     void describe(Translation& translation) const {
         const std::size_t from = endOfColumns();
@@ -161,10 +162,10 @@ public:
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
         translation.ordered = ordered;
-        translation.rowId = name + u".rowid"_s;
+        translation.rowKey = name + u'.' + m_words.rowKey;
         translation.keysSql =
-            u"SELECT %1 %2 %3"_s.arg(translation.rowId, source, m_writer.join(rest, m_tokens.size()));
-        translation.rowSql = u"%1 %2 WHERE %3 = ?"_s.arg(m_writer.join(0, from), source, translation.rowId);
+            u"SELECT %1 %2 %3"_s.arg(translation.rowKey, source, m_writer.join(rest, m_tokens.size()));
+        translation.rowSql = u"%1 %2 WHERE %3 = ?"_s.arg(m_writer.join(0, from), source, translation.rowKey);
     }
 
 private:
@@ -212,16 +213,18 @@ private:
 
     const Tokens& m_tokens;
     const StatementWriter& m_writer;
+    const EngineWords& m_words;
 };
 
 }  // namespace
 
-Translation translateStatement(const QString& statement, const DeclaredType& declaredType) {
+Translation translateStatement(const QString& statement, const EngineWords& words,
+                               const DeclaredType& declaredType) {
     try {
         const Tokens tokens = statementTokens(statement);
         Translation translation;
         translation.kind = kindOf(tokens);
-        StatementWriter writer(tokens);
+        StatementWriter writer(tokens, words);
         rewriteExpressions(tokens, writer);
         if (declaredType && translation.kind == StatementKind::Insert)
             ValueRule(tokens, declaredType, writer).insert();
@@ -229,7 +232,7 @@ Translation translateStatement(const QString& statement, const DeclaredType& dec
             ValueRule(tokens, declaredType, writer).update();
         translation.sql = writer.join();
         if (translation.kind == StatementKind::Select)
-            SingleTable(tokens, writer).describe(translation);
+            SingleTable(tokens, writer, words).describe(translation);
         return translation;
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), failure.description(), u"Database"_s, statement);

@@ -1,4 +1,4 @@
-// Turns a statement of the program's dialect into one of SQLite: a lexer and a few small rules.
+// Turns a statement of the program's dialect into one of the engine: a lexer and a few small rules.
 // The dialect and each rule are described in docs/database.md.
 #pragma once
 
@@ -7,11 +7,17 @@
 
 namespace platform {
 
-/// A name as SQLite takes it, in double quotes.
+/// A name as engines take it, in double quotes.
 QString quotedName(QString name);
 
 /// Declared type of a column of a table, empty when there is none.
 using DeclaredType = std::function<QString(const QString& table, const QString& column)>;
+
+/// How an engine writes what each writes in its own way.
+struct EngineWords {
+    QString lastKey;  ///< the key that was given to the newest row
+    QString rowKey;   ///< the column by which a row of any table is known
+};
 
 enum class StatementKind { Select, Insert, Update, Delete };
 
@@ -23,14 +29,15 @@ struct Translation {
     QString keysSql;
     QString rowSql;
     QString table;
-    QString rowId;         ///< "Table".rowid
+    QString rowKey;        ///< with the name of the table
     bool ordered = false;  ///< the statement says in which order
 };
 
-/// The statement for SQLite, with what a result set needs besides. Values that INSERT and UPDATE give to a column
+/// The statement for an engine, with what a result set needs besides. Values that INSERT and UPDATE give to a column
 /// are converted to its declared type; throws dataMismatch for one that can't be. Throws statement when the text is
 /// not one single statement of the allowed kinds (SELECT, INSERT, UPDATE, DELETE), has an unclosed string or
 /// bracket, or a comment.
-Translation translateStatement(const QString& statement, const DeclaredType& declaredType = {});
+Translation translateStatement(const QString& statement, const EngineWords& words,
+                               const DeclaredType& declaredType = {});
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Columns of a result set, read from the prepared statement.
+// Columns of a result set, read from the prepared query.
 #include "platform/data/FieldList.h"
 
 #include "platform/basic/Currency.h"
@@ -8,15 +8,16 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-FieldList::FieldList(const sqlite::Statement& statement) {
-    for (int column = 0; column < statement.columnCount(); ++column) {
-        const ColumnType type = ColumnType::fromDeclaration(statement.declaredType(column));
+FieldList::FieldList(const EngineQuery& query) {
+    for (int column = 0; column < query.columnCount(); ++column) {
+        const ResultColumn found = query.column(column);
+        const ColumnType type = ColumnType::fromDeclaration(found.declaredType);
         FieldInfo info;
-        info.name = statement.columnName(column);
+        info.name = found.name;
         info.kind = type.kind;
         info.definedSize = type.size;
-        info.baseTable = statement.baseTable(column);
-        info.baseColumn = statement.baseColumn(column);
+        info.baseTable = found.baseTable;
+        info.baseColumn = found.baseColumn;
         const QString key = info.name.toCaseFolded();
         if (!m_places.contains(key))
             m_places.insert(key, column);
@@ -33,11 +34,11 @@ const FieldInfo& FieldList::info(int field) const {
 
 int FieldList::find(const QString& name) const { return m_places.value(name.toCaseFolded(), -1); }
 
-std::vector<QVariant> FieldList::read(const sqlite::Statement& statement) const {
+std::vector<QVariant> FieldList::read(const EngineQuery& query) const {
     std::vector<QVariant> row;
     row.reserve(m_info.size());
     for (int column = 0; column < count(); ++column)
-        row.push_back(statement.value(column, type(column)));
+        row.push_back(query.value(column, type(column)));
     return row;
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/data/ColumnType.h"
+#include "platform/data/Engine.h"
 #include "platform/data/Recordset.h"
-#include "platform/data/Sqlite.h"
 
 #include <QHash>
 #include <vector>
@@ -13,7 +13,7 @@ namespace platform {
 class FieldList {
 public:
     FieldList() = default;
-    explicit FieldList(const sqlite::Statement& statement);
+    explicit FieldList(const EngineQuery& query);
 
     int count() const { return static_cast<int>(m_info.size()); }
     /// Throws itemNotFound.
@@ -22,8 +22,8 @@ public:
     /// -1 when there is none; case ignored, the first of equal names.
     int find(const QString& name) const;
 
-    /// The present row of a statement with these columns.
-    std::vector<QVariant> read(const sqlite::Statement& statement) const;
+    /// The present row of a query with these columns.
+    std::vector<QVariant> read(const EngineQuery& query) const;
     /// Gives a computed column the kind of its first value.
     void learn(int field, const QVariant& value);
 

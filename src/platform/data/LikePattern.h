@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-struct sqlite3;
-
 namespace platform {
 
 class LikePattern {
@@ -16,9 +14,6 @@ public:
     explicit LikePattern(std::string_view pattern);
     bool isValid() const { return m_valid; }
     bool matches(std::string_view text) const;
-
-    /// Puts it in the place of the engine's own LIKE on this connection.
-    static void install(sqlite3* database);
 
 private:
     struct Range {

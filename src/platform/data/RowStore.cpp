@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 
 #include <algorithm>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -14,30 +13,8 @@ namespace {
 
 /// Enough for the rows that a grid shows at once.
 constexpr std::size_t keptRows = 128;
-/// Who reads one row after the other gets that many at a time: locking the file costs more than a row.
+/// Who reads one row after the other gets that many at a time: the way there costs more than a row.
 constexpr std::int64_t rowsAhead = 32;
-
-/// Holds the file for reading while several statements run.
-class ReadLock {
-public:
-    explicit ReadLock(sqlite3* database) : m_database(database) {
-        m_mine = sqlite3_get_autocommit(database) != 0 && run("BEGIN");
-    }
-    ~ReadLock() {
-        if (m_mine)
-            run("COMMIT");
-    }
-    ReadLock(const ReadLock&) = delete;
-    ReadLock& operator=(const ReadLock&) = delete;
-
-private:
-    bool run(const char* sql) {
-        return sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-    }
-
-    sqlite3* m_database;
-    bool m_mine;
-};
 
 }  // namespace
 
@@ -63,14 +40,15 @@ void MemoryRows::changed(std::int64_t row, const Row& values) {
 
 void MemoryRows::added(const Row& values, std::int64_t) { append(values); }
 
-KeysetRows::KeysetRows(ConnectionPtr connection, const QString& rowSql, const QString& statement)
-    : m_connection(std::move(connection)), m_statement(m_connection->handle(), rowSql, statement),
-      m_fields(m_statement), m_text(statement), m_kept(keptRows), m_keyField(keyField()) {}
+KeysetRows::KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select,
+                       std::vector<std::int64_t> keys, QString statement)
+    : m_connection(std::move(connection)), m_select(std::move(select)), m_text(std::move(statement)),
+      m_ids(std::move(keys)), m_kept(keptRows), m_keyField(keyField()) {}
 
 /// The field that is the row id itself, so that it is known without a look at the file; -1 when none is.
 int KeysetRows::keyField() const {
-    for (int field = 0; field < m_fields.count(); ++field) {
-        const FieldInfo& info = m_fields.info(field);
+    for (int field = 0; field < fields().count(); ++field) {
+        const FieldInfo& info = fields().info(field);
         if (m_connection->isKey(info.baseTable, info.baseColumn) &&
             m_connection->declaredType(info.baseTable, info.baseColumn) == "INTEGER"_L1)
             return field;
@@ -90,37 +68,21 @@ const RowStore::Row& KeysetRows::read(std::int64_t row) {
         return kept.values;
     if (m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_text);
-    bool found = false;
-    if (row == m_lastFetched + 1) {
-        fetchAhead(row);
-        found = !kept.values.empty();
-    } else {
-        found = fetch(row);
-    }
-    if (!found)
+    fetch(row, row == m_lastFetched + 1 ? rowsAhead : 1);
+    if (kept.values.empty())
         throw RuntimeError(error::noCurrentRecord, u"The record has been deleted"_s, u"Database"_s, m_text);
     return kept.values;
 }
 
-/// False, and nothing kept, when the row is gone.
-bool KeysetRows::fetch(std::int64_t row) {
-    Kept& kept = place(row);
-    kept.id = m_ids[static_cast<std::size_t>(row)];
-    kept.values.clear();
-    m_lastFetched = row;
-    m_statement.bind(1, qint64{kept.id});
-    const bool found = m_statement.step();
-    if (found)
-        kept.values = m_fields.read(m_statement);
-    m_statement.reset();
-    return found;
-}
-
-void KeysetRows::fetchAhead(std::int64_t row) {
-    const ReadLock lock(m_connection->handle());
-    const std::int64_t end = std::min(row + rowsAhead, count());
-    for (; row < end; ++row)
-        fetch(row);
+/// Of a row that is gone nothing is kept.
+void KeysetRows::fetch(std::int64_t row, std::int64_t count) {
+    const auto keys = std::span(m_ids).subspan(static_cast<std::size_t>(row));
+    const auto wanted = keys.first(std::min(keys.size(), static_cast<std::size_t>(count)));
+    std::vector<Row> rows = m_select->rows(wanted);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        m_lastFetched = row + static_cast<std::int64_t>(i);
+        place(m_lastFetched) = {wanted[i], std::move(rows[i])};
+    }
 }
 
 QVariant KeysetRows::value(std::int64_t row, int field) {

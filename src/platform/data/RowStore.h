@@ -1,7 +1,8 @@
-// Where the rows of a result set are: all in memory, or their keys in memory and the rows in the file.
+// Where the rows of a result set are: all in memory, or their keys in memory and the rows in the store.
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "platform/data/Engine.h"
 #include "platform/data/FieldList.h"
 
 #include <QVariant>
@@ -42,13 +43,13 @@ private:
     std::vector<QVariant> m_cells;
 };
 
-/// Row ids of one table in memory; a row is read when it is asked for, and the newest are kept.
+/// Keys of one table's rows in memory; a row is read when it is asked for, and the newest are kept.
 class KeysetRows : public RowStore {
 public:
-    /// ids in the order of the result. rowSql reads one row by its id.
-    KeysetRows(ConnectionPtr connection, const QString& rowSql, const QString& statement);
-    const FieldList& fields() const { return m_fields; }
-    void setIds(std::vector<std::int64_t> ids) { m_ids = std::move(ids); }
+    /// keys in the order of the result. statement: for the errors.
+    KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select, std::vector<std::int64_t> keys,
+               QString statement);
+    const FieldList& fields() const { return m_select->fields(); }
 
     std::int64_t count() const override;
     QVariant value(std::int64_t row, int field) override;
@@ -63,13 +64,11 @@ private:
     };
     Kept& place(std::int64_t row);
     const Row& read(std::int64_t row);
-    bool fetch(std::int64_t row);
-    void fetchAhead(std::int64_t row);
+    void fetch(std::int64_t row, std::int64_t count);
     int keyField() const;
 
     ConnectionPtr m_connection;
-    sqlite::Statement m_statement;
-    FieldList m_fields;
+    std::unique_ptr<KeyedSelect> m_select;
     QString m_text;
     std::vector<std::int64_t> m_ids;
     std::vector<Kept> m_kept;

@@ -2,12 +2,10 @@
 #include "platform/data/RowWriter.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/Dialect.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 
 #include <QSet>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -49,7 +47,7 @@ void RowWriter::update(const std::vector<QVariant>& row, const Changes& changes)
         tables.insert(m_fields.info(field).baseTable);
     if (tables.size() == 1)
         return updateTable(*tables.begin(), row, changes);
-    Transaction whole(m_connection.handle(), m_statement);
+    Transaction whole(m_connection.engine(), m_statement);
     for (const QString& table : tables)
         updateTable(table, row, changes);
     whole.commit();
@@ -66,15 +64,14 @@ void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& r
         values.push_back(value);
     }
     values.push_back(row[static_cast<std::size_t>(key)]);
-    sqlite::Statement statement(
-        m_connection.handle(),
-        u"UPDATE %1 SET %2 WHERE %3 = ?"_s.arg(quotedName(table), assignments.join(u", "_s),
-                                               quotedName(m_fields.info(key).baseColumn)),
-        m_statement);
+    Query query(m_connection.engine(),
+                u"UPDATE %1 SET %2 WHERE %3 = ?"_s.arg(quotedName(table), assignments.join(u", "_s),
+                                                       quotedName(m_fields.info(key).baseColumn)),
+                m_statement);
     for (std::size_t i = 0; i < values.size(); ++i)
-        statement.bind(static_cast<int>(i) + 1, values[i]);
-    statement.step();
-    if (sqlite3_changes(m_connection.handle()) == 0)
+        query.bind(static_cast<int>(i) + 1, values[i]);
+    query.step();
+    if (query.changedRows() == 0)
         throw RuntimeError(error::noCurrentRecord,
                            u"The row can't be written: it has been deleted from table %1"_s.arg(table),
                            u"Database"_s, m_statement);
@@ -83,20 +80,12 @@ void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& r
 std::int64_t RowWriter::insert(const Changes& changes) {
     const QString table = soleTable(changes);
     QStringList columns;
-    QStringList marks;
+    std::vector<QVariant> values;
     for (const auto& [field, value] : changes) {
-        columns << quotedName(m_fields.info(field).baseColumn);
-        marks << u"?"_s;
+        columns << m_fields.info(field).baseColumn;
+        values.push_back(value);
     }
-    sqlite::Statement statement(m_connection.handle(),
-                                u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(
-                                    quotedName(table), columns.join(u", "_s), marks.join(u", "_s)),
-                                m_statement);
-    int parameter = 0;
-    for (const auto& [field, value] : changes)
-        statement.bind(++parameter, value);
-    statement.step();
-    return sqlite3_last_insert_rowid(m_connection.handle());
+    return m_connection.engine().insert(table, columns, values, m_statement);
 }
 
 void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QVariant>& row) {
@@ -109,15 +98,16 @@ void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QV
         columns << quotedName(m_fields.info(field).baseColumn);
         places.push_back(field);
     }
-    sqlite::Statement statement(
-        m_connection.handle(),
-        u"SELECT %1 FROM %2 WHERE rowid = ?"_s.arg(columns.join(u", "_s), quotedName(table)), m_statement);
-    statement.bind(1, qint64{id});
-    if (!statement.step())
+    Engine& engine = m_connection.engine();
+    Query query(engine,
+                u"SELECT %1 FROM %2 WHERE %3 = ?"_s.arg(columns.join(u", "_s), quotedName(table),
+                                                        engine.words().rowKey),
+                m_statement);
+    query.bind(1, qint64{id});
+    if (!query.step())
         return;
     for (std::size_t i = 0; i < places.size(); ++i)
-        row[static_cast<std::size_t>(places[i])] =
-            statement.value(static_cast<int>(i), m_fields.type(places[i]));
+        row[static_cast<std::size_t>(places[i])] = query.value(static_cast<int>(i), m_fields.type(places[i]));
 }
 
 }  // namespace platform

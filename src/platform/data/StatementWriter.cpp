@@ -24,9 +24,9 @@ QString quotedPath(const QString& path) {
     return parts.join(u'.');
 }
 
-QString derivedTable(const QString& statement) {
+QString derivedTable(const QString& statement, const EngineWords& words) {
     const std::vector<Token> tokens = statementTokens(statement);
-    StatementWriter writer(tokens);
+    StatementWriter writer(tokens, words);
     rewriteExpressions(tokens, writer);
     return u'(' + writer.join() + u')';
 }
@@ -42,7 +42,8 @@ QString quotedName(QString name) { return u'"' + name.replace(u'"', "\"\""_L1) +
 
 QString quotedText(const QString& text) { return u'\'' + doubledApostrophes(text) + u'\''; }
 
-StatementWriter::StatementWriter(const std::vector<Token>& tokens) : m_tokens(tokens) {
+StatementWriter::StatementWriter(const std::vector<Token>& tokens, const EngineWords& words)
+    : m_tokens(tokens), m_words(words) {
     m_pieces.reserve(tokens.size());
     for (std::size_t i = 0; i < tokens.size(); ++i)
         m_pieces.push_back({{}, written(i), {}});
@@ -54,13 +55,13 @@ QString StatementWriter::written(std::size_t i) const {
     case Kind::Bracket:
         return isAlias(i) ? quotedName(token.text) : quotedPath(token.text);
     case Kind::Derived:
-        return derivedTable(token.text);
+        return derivedTable(token.text, m_words);
     case Kind::String:
         return quotedText(token.text);
     case Kind::Date:
         return sqlLiteral(dateLiteral(token.text));
     case Kind::Identity:
-        return u"last_insert_rowid()"_s;
+        return m_words.lastKey;
     default:
         return token.text;
     }

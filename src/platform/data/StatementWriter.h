@@ -1,7 +1,8 @@
-// Writes the tokens of a statement as SQLite: names, texts, dates and derived tables each in its own way,
+// Writes the tokens of a statement for the engine: names, texts, dates and derived tables each in its own way,
 // and around them what the rules of the dialect have put there.
 #pragma once
 
+#include "platform/data/Dialect.h"
 #include "platform/data/Lexer.h"
 
 #include <QString>
@@ -9,13 +10,13 @@
 
 namespace platform {
 
-/// A text as a literal of SQLite.
+/// A text as a literal.
 QString quotedText(const QString& text);
 
 class StatementWriter {
 public:
-    /// The tokens are not copied and have to stay.
-    explicit StatementWriter(const std::vector<Token>& tokens);
+    /// Neither is copied; both have to stay.
+    StatementWriter(const std::vector<Token>& tokens, const EngineWords& words);
 
     /// Writes something else in the place of one token.
     void replace(std::size_t token, const QString& text) { m_pieces[token].text = text; }
@@ -37,6 +38,7 @@ private:
     bool wouldMerge(std::size_t i) const;
 
     const std::vector<Token>& m_tokens;
+    const EngineWords& m_words;
     std::vector<Piece> m_pieces;
 };
 

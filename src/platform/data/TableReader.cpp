@@ -1,8 +1,8 @@
 #include "platform/data/TableReader.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Engine.h"
 #include "platform/data/FieldList.h"
-#include "platform/data/Sqlite.h"
 
 #include <limits>
 
@@ -20,15 +20,15 @@ TableReader::TableReader(ConnectionPtr connection, const QString& table, const Q
 std::vector<KeyedRow> TableReader::next(int most) {
     if (!m_connection || m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_sql);
-    sqlite::Statement statement(m_connection->handle(), m_sql, m_sql);
-    statement.bind(1, QVariant::fromValue<qint64>(m_after));
-    statement.bind(2, QVariant::fromValue<qint64>(most));
-    const FieldList fields(statement);
+    const auto query = m_connection->engine().prepare(m_sql, m_sql);
+    query->bind(1, QVariant::fromValue<qint64>(m_after));
+    query->bind(2, QVariant::fromValue<qint64>(most));
+    const FieldList fields(*query);
     std::vector<KeyedRow> rows;
-    while (statement.step()) {
-        std::vector<QVariant> values = fields.read(statement);
+    while (query->step()) {
+        std::vector<QVariant> values = fields.read(*query);
         values.erase(values.begin());
-        m_after = statement.integer(0);
+        m_after = query->integer(0);
         rows.push_back({m_after, std::move(values)});
     }
     return rows;

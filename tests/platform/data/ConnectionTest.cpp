@@ -1,6 +1,7 @@
 // Opening of good and bad files, and the numbers of failures on real ones: locked, read-only, full, damaged.
 #include "DataTest.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,7 +41,7 @@ protected:
     }
     /// How the engine is set for the open connection.
     QString setting(const QString& name) const {
-        sqlite::Statement statement(connection->handle(), u"PRAGMA "_s + name, {});
+        Query statement(connection->engine(), u"PRAGMA "_s + name, {});
         return statement.step() ? statement.value(0, {FieldKind::Text, 0}).toString() : QString();
     }
     void writeFile(const QString& path, const QByteArray& content) const {
@@ -183,7 +184,8 @@ TEST_F(ConnectionTest, ReadsInAFolderThatItMayNotWrite) {
 TEST_F(ConnectionTest, ReadsFromAMediumThatNobodyCanWrite) {
     if (!WithoutRights::possible())
         GTEST_SKIP() << "needs to start as root";
-    sqlite3_exec(connection->handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(sqlite::handleOf(connection->engine()), "PRAGMA journal_mode = WAL", nullptr, nullptr,
+                 nullptr);
     connection->close();
     chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), 0755);
     chmod(QFile::encodeName(path()).constData(), 0444);
@@ -201,7 +203,8 @@ TEST_F(ConnectionTest, ReadsFromAMediumThatNobodyCanWrite) {
 TEST_F(ConnectionTest, AnUnfinishedChangeOnSuchAMediumIsNoDatabase) {
     if (!WithoutRights::possible())
         GTEST_SKIP() << "needs to start as root";
-    sqlite3_exec(connection->handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(sqlite::handleOf(connection->engine()), "PRAGMA journal_mode = WAL", nullptr, nullptr,
+                 nullptr);
     connection->close();
     chmod(QFile::encodeName(QFileInfo(path()).path()).constData(), 0755);
     chmod(QFile::encodeName(path()).constData(), 0444);
@@ -213,7 +216,8 @@ TEST_F(ConnectionTest, AnUnfinishedChangeOnSuchAMediumIsNoDatabase) {
 }
 
 TEST_F(ConnectionTest, TellsAFullDiskAndKeepsTheFile) {
-    sqlite3_exec(connection->handle(), "PRAGMA max_page_count = 1", nullptr, nullptr, nullptr);
+    sqlite3_exec(sqlite::handleOf(connection->engine()), "PRAGMA max_page_count = 1", nullptr, nullptr,
+                 nullptr);
     const QString statement = u"UPDATE Chemical SET [chm_Notes] = '%1'"_s.arg(QString(100000, u'x'));
     EXPECT_EQ(numberOf(statement), error::diskFull);
     EXPECT_EQ(stored(u"SELECT max(length(chm_Notes)) < 100 FROM Chemical"_s), "1");

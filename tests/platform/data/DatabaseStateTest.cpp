@@ -1,5 +1,5 @@
 // What is wrong with a database file, told apart.
-#include "platform/data/DatabaseState.h"
+#include "platform/data/sqlite/DatabaseState.h"
 #include "support/Hindrances.h"
 #include "support/TestDatabase.h"
 

@@ -1,6 +1,7 @@
 // What becomes of a statement's text: each rule of the dialect, and what is refused.
 #include "platform/data/Dialect.h"
 #include "DataTest.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +13,7 @@ struct Pair {
     const char* sql;
 };
 
-QString toSqlite(const QString& statement) { return translateStatement(statement).sql; }
+QString toSqlite(const QString& statement) { return translateStatement(statement, sqlite::fileWords()).sql; }
 
 class Translated : public ::testing::TestWithParam<Pair> {};
 
@@ -116,19 +117,20 @@ TEST(Dialect, LimitsNesting) {
 
 TEST(Dialect, SplitsAListOfOneTableIntoKeysAndRows) {
     const Translation found = translateStatement(
-        u"SELECT [FormulaID],[frm_Name] AS [Name] FROM [Formula] WHERE ([frm_Name] Like 'a%')"_s);
+        u"SELECT [FormulaID],[frm_Name] AS [Name] FROM [Formula] WHERE ([frm_Name] Like 'a%')"_s,
+        sqlite::fileWords());
     EXPECT_EQ(found.keysSql, "SELECT \"Formula\".rowid FROM \"Formula\" WHERE (\"frm_Name\" Like 'a%')");
     EXPECT_EQ(found.rowSql,
               "SELECT \"FormulaID\",\"frm_Name\" AS \"Name\" FROM \"Formula\" WHERE \"Formula\".rowid = ?");
     EXPECT_EQ(found.table, "Formula");
     EXPECT_FALSE(found.ordered);
-    EXPECT_TRUE(translateStatement(u"SELECT a FROM Log L ORDER BY L.b DESC;"_s).ordered);
+    EXPECT_TRUE(translateStatement(u"SELECT a FROM Log L ORDER BY L.b DESC;"_s, sqlite::fileWords()).ordered);
 }
 
 class NotByKey : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(NotByKey, KeepsTheStatementWhole) {
-    EXPECT_TRUE(translateStatement(QString::fromUtf8(GetParam())).keysSql.isEmpty());
+    EXPECT_TRUE(translateStatement(QString::fromUtf8(GetParam()), sqlite::fileWords()).keysSql.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Dialect, NotByKey,

@@ -1,6 +1,7 @@
 // Spans of changes: whole or not at all, nested, and nobody ends one in between.
 #include "platform/data/Transaction.h"
 #include "DataTest.h"
+#include "platform/data/sqlite/FileEngine.h"
 
 #include <sqlite3.h>
 
@@ -14,21 +15,20 @@ protected:
             u"UPDATE Chemical SET chm_Lot = '%1' WHERE ChemicalID = 1"_s.arg(QLatin1String(lot)));
     }
     QString lot() const { return stored(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s); }
-    int exec(const char* sql) const {
-        return sqlite3_exec(connection->handle(), sql, nullptr, nullptr, nullptr);
-    }
-    sqlite3* database() const { return connection->handle(); }
+    int exec(const char* sql) const { return sqlite3_exec(database(), sql, nullptr, nullptr, nullptr); }
+    sqlite3* database() const { return sqlite::handleOf(connection->engine()); }
+    Engine& engine() const { return connection->engine(); }
 };
 
 TEST_F(TransactionTest, CommittedIsKeptAndLeftIsTakenBack) {
     const QString before = lot();
     {
-        const Transaction left(database());
+        const Transaction left(engine());
         setLot("LEFT");
     }
     EXPECT_EQ(lot(), before);
     {
-        Transaction kept(database());
+        Transaction kept(engine());
         setLot("KEPT");
         EXPECT_EQ(lot(), before) << "not yet for others";
         kept.commit();
@@ -39,14 +39,14 @@ TEST_F(TransactionTest, CommittedIsKeptAndLeftIsTakenBack) {
 
 TEST_F(TransactionTest, AnInnerSpanIsTakenBackByItself) {
     {
-        Transaction outer(database());
+        Transaction outer(engine());
         setLot("OUTER");
         {
-            const Transaction left(database());
+            const Transaction left(engine());
             setLot("LEFT");
         }
         {
-            Transaction kept(database());
+            Transaction kept(engine());
             connection->execute(u"UPDATE Chemical SET chm_Name = 'Kept' WHERE ChemicalID = 1"_s);
             kept.commit();
         }
@@ -59,7 +59,7 @@ TEST_F(TransactionTest, AnInnerSpanIsTakenBackByItself) {
 
 TEST_F(TransactionTest, NobodyElseEndsItOrAttachesAFile) {
     {
-        const Transaction span(database());
+        const Transaction span(engine());
         setLot("LEFT");
         for (const char* control : {"COMMIT", "ROLLBACK", "END", "SAVEPOINT a", "/* */ COMMIT", "BEGIN",
                                     "ATTACH ':memory:' AS other"})
@@ -78,7 +78,7 @@ TEST_F(TransactionTest, ACommitThatMeetsALockIsToldAndNothingStaysOpen) {
               SQLITE_OK);
     const QString before = lot();
     const RuntimeError failure = failureOf([&] {
-        Transaction span(database(), u"the statement"_s);
+        Transaction span(engine(), u"the statement"_s);
         setLot("LOST");
         span.commit();
     });
@@ -95,7 +95,7 @@ TEST_F(TransactionTest, ALockedFileIsRefusedAtTheBeginning) {
     sqlite3* writer = nullptr;
     ASSERT_EQ(sqlite3_open(path().toUtf8().constData(), &writer), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(writer, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    EXPECT_EQ(failureOf([&] { const Transaction span(database()); }).number(), error::permissionDenied);
+    EXPECT_EQ(failureOf([&] { const Transaction span(engine()); }).number(), error::permissionDenied);
     sqlite3_close(writer);
 }
 

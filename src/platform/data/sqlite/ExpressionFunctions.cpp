@@ -1,5 +1,5 @@
 // The dialect's calculations as functions of the engine: its values in, its values or an error out.
-#include "platform/data/ExpressionFunctions.h"
+#include "platform/data/sqlite/ExpressionFunctions.h"
 
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"

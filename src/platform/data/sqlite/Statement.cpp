@@ -1,10 +1,10 @@
 // Prepared statements and error codes of the engine.
-#include "platform/data/Sqlite.h"
+#include "platform/data/sqlite/Statement.h"
 
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/ExpressionFunctions.h"
+#include "platform/data/sqlite/ExpressionFunctions.h"
 
 #include <QDateTime>
 #include <sqlite3.h>
@@ -123,18 +123,13 @@ bool Statement::isReadOnly() const { return sqlite3_stmt_readonly(m_statement) !
 
 int Statement::columnCount() const { return sqlite3_column_count(m_statement); }
 
-QString Statement::columnName(int column) const { return utf8(sqlite3_column_name(m_statement, column)); }
+std::int64_t Statement::changedRows() const { return sqlite3_changes64(m_database); }
 
-QString Statement::declaredType(int column) const {
-    return utf8(sqlite3_column_decltype(m_statement, column));
-}
-
-QString Statement::baseTable(int column) const {
-    return utf8(sqlite3_column_table_name(m_statement, column));
-}
-
-QString Statement::baseColumn(int column) const {
-    return utf8(sqlite3_column_origin_name(m_statement, column));
+ResultColumn Statement::column(int column) const {
+    return {utf8(sqlite3_column_name(m_statement, column)),
+            utf8(sqlite3_column_decltype(m_statement, column)),
+            utf8(sqlite3_column_table_name(m_statement, column)),
+            utf8(sqlite3_column_origin_name(m_statement, column))};
 }
 
 std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
@@ -167,17 +162,6 @@ QVariant Statement::value(int column, const ColumnType& type) const {
     if (storage == SQLITE_INTEGER)
         return qint64{sqlite3_column_int64(m_statement, column)};
     return number;
-}
-
-void run(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    while (statement.step()) {
-    }
-}
-
-std::int64_t number(sqlite3* database, const QString& sql) {
-    Statement statement(database, sql, sql);
-    return statement.step() ? statement.integer(0) : 0;
 }
 
 }  // namespace platform::sqlite

@@ -1,5 +1,5 @@
 // First the file system's answer, then the engine's.
-#include "platform/data/DatabaseState.h"
+#include "platform/data/sqlite/DatabaseState.h"
 
 #include "platform/basic/Paths.h"
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/data/ColumnType.h"
+#include "platform/data/Engine.h"
 
 #include <QString>
 #include <QVariant>
@@ -18,40 +19,29 @@ namespace platform::sqlite {
 [[noreturn]] void fail(sqlite3* database, const QString& statement);
 
 /// One prepared statement, finalised with the object. Holds no lock on the file between two runs.
-class Statement {
+class Statement : public EngineQuery {
 public:
     /// original: the statement as the program worded it, for the error.
     Statement(sqlite3* database, const QString& sql, const QString& original);
-    ~Statement();
+    ~Statement() override;
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
-    /// Parameters count from 1. NULL, bool, qint64, double, Currency, QDateTime (stored form), QString.
-    void bind(int parameter, const QVariant& value);
-    /// True while there is a row.
-    bool step();
-    void reset();
+    void bind(int parameter, const QVariant& value) override;
+    bool step() override;
+    void reset() override;
 
-    bool isReadOnly() const;
-    int columnCount() const;
-    QString columnName(int column) const;
-    QString declaredType(int column) const;
-    QString baseTable(int column) const;
-    QString baseColumn(int column) const;
-    std::int64_t integer(int column) const;
-    /// The value of the present row as the type of the column wants it. A value that doesn't fit the type
-    /// comes as the engine holds it.
-    QVariant value(int column, const ColumnType& type) const;
+    bool isReadOnly() const override;
+    std::int64_t changedRows() const override;
+    int columnCount() const override;
+    ResultColumn column(int column) const override;
+    std::int64_t integer(int column) const override;
+    QVariant value(int column, const ColumnType& type) const override;
 
 private:
     sqlite3* m_database;
     QString m_original;
     sqlite3_stmt* m_statement = nullptr;
 };
-
-/// Runs one statement of the program's own to its end.
-void run(sqlite3* database, const QString& sql);
-/// The first column of its first row; 0 when there is none.
-std::int64_t number(sqlite3* database, const QString& sql);
 
 }  // namespace platform::sqlite

@@ -1,0 +1,132 @@
+// What keeps the records of a connection: everything that differs between one store and another lies behind this.
+// One thread alone uses an engine.
+#pragma once
+
+#include "platform/data/Dialect.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+struct ColumnType;
+class FieldList;
+
+/// Asked between the pieces of long work; true ends it.
+using Cancelled = std::function<bool()>;
+
+/// A column of a result; the tables' own names are empty where the value is calculated.
+struct ResultColumn {
+    QString name, declaredType, baseTable, baseColumn;
+};
+
+/// One prepared statement; Query tells what each means.
+class EngineQuery {
+public:
+    virtual ~EngineQuery() = default;
+    virtual void bind(int parameter, const QVariant& value) = 0;
+    virtual bool step() = 0;
+    virtual void reset() = 0;
+    virtual bool isReadOnly() const = 0;
+    virtual std::int64_t changedRows() const = 0;
+    virtual int columnCount() const = 0;
+    virtual ResultColumn column(int column) const = 0;
+    virtual std::int64_t integer(int column) const = 0;
+    virtual QVariant value(int column, const ColumnType& type) const = 0;
+};
+
+/// The rows of a SELECT on one table, which are known by their keys.
+class KeyedSelect {
+public:
+    using Row = std::vector<QVariant>;
+    virtual ~KeyedSelect() = default;
+    /// In the order of the result. Asked once, before any row.
+    virtual std::vector<std::int64_t> keys() = 0;
+    virtual const FieldList& fields() const = 0;
+    /// The rows of these keys, as of one moment; an empty one where there is none any more.
+    virtual std::vector<Row> rows(std::span<const std::int64_t> keys) = 0;
+};
+
+/// An open span of changes; taken back unless it was committed.
+class EngineSpan {
+public:
+    virtual ~EngineSpan() = default;
+    virtual void commit() = 0;
+};
+
+/// A value as a function of the engine gets it: its kind ('i' whole, 'r' real, 't' text, 'b' bytes, 'n' NULL), and its
+/// bytes, of a number those of its text.
+struct PlainValue {
+    char kind = 'n';
+    QByteArray bytes;
+};
+using BytesFunction = QByteArray (*)(const std::vector<PlainValue>& values);
+
+class Engine {
+public:
+    Engine() = default;
+    virtual ~Engine() = default;
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    /// The path of a file, as it was opened.
+    virtual QString location() const = 0;
+    /// Whether nothing can be written here: each change throws permissionDenied.
+    virtual bool isReadOnly() const = 0;
+    /// From now on each change by this connection throws permissionDenied.
+    virtual void refuseChanges() = 0;
+    /// Another number after any change, by this connection or by any other program.
+    virtual std::int64_t changeState() = 0;
+
+    /// How the dialect's words are written here.
+    virtual const EngineWords& words() const = 0;
+    /// Prepares a statement in the engine's own words, of the program's own making. original: for the error's report.
+    virtual std::unique_ptr<EngineQuery> prepare(const QString& sql, const QString& original) = 0;
+    /// Prepares what a statement of the dialect was translated to, which a user may have had a hand in.
+    virtual std::unique_ptr<EngineQuery> prepareTranslated(const Translation& translation,
+                                                           const QString& statement) = 0;
+    /// Nothing where this SELECT can't be read by keys, or is wrong in itself.
+    virtual std::unique_ptr<KeyedSelect> keyedSelect(const Translation& translation,
+                                                     const QString& statement) = 0;
+    /// Adds a row; gives its key.
+    virtual std::int64_t insert(const QString& table, const QStringList& columns,
+                                const std::vector<QVariant>& values, const QString& statement) = 0;
+    /// Begins a span of changes, or one within another. statement: what a failure's report names. Throws
+    /// permissionDenied when nothing can be written. See Transaction.
+    virtual std::unique_ptr<EngineSpan> beginSpan(const QString& statement) = 0;
+
+    // The catalogue.
+    virtual QStringList tables() = 0;
+    /// In their order.
+    virtual QStringList columns(const QString& table) = 0;
+    /// Empty when there is no such column.
+    virtual QString declaredType(const QString& table, const QString& column) = 0;
+    /// Whether the column is (part of) the table's primary key.
+    virtual bool isKey(const QString& table, const QString& column) = 0;
+    /// Whether rows of this name can be read by their keys: those of a table, not of a view.
+    virtual bool hasKeys(const QString& table) = 0;
+    /// The highest key that the table has ever given out; 0 before the first.
+    virtual std::int64_t lastKey(const QString& table) = 0;
+
+    /// The mark by which the store tells its version; 0 when it has none.
+    virtual std::int64_t version() = 0;
+    /// Runs all statements and sets the mark, or does nothing. source: whom the report of a broken relation names.
+    virtual void migrate(const QStringList& statements, std::int64_t version, const QString& source) = 0;
+
+    /// Gives statements a function of any number of values; its result is bytes.
+    virtual void addFunction(const char* name, BytesFunction function) = 0;
+
+    /// Writes everything into the existing, empty file of that path, as of one moment. False when it was cancelled.
+    virtual bool copyInto(const QString& file, const Cancelled& cancelled) = 0;
+    /// What is wrong with the store as a whole, a line each; a cancelled look gives what was found until then.
+    virtual QStringList problems(const Cancelled& cancelled) = 0;
+};
+
+}  // namespace platform

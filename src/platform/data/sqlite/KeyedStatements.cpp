@@ -1,0 +1,59 @@
+#include "platform/data/sqlite/KeyedStatements.h"
+
+#include <sqlite3.h>
+
+namespace platform::sqlite {
+
+namespace {
+
+/// Holds the file for reading while several statements run.
+class ReadLock {
+public:
+    explicit ReadLock(sqlite3* database) : m_database(database) {
+        m_mine = sqlite3_get_autocommit(database) != 0 && control("BEGIN");
+    }
+    ~ReadLock() {
+        if (m_mine)
+            control("COMMIT");
+    }
+    ReadLock(const ReadLock&) = delete;
+    ReadLock& operator=(const ReadLock&) = delete;
+
+private:
+    bool control(const char* sql) const {
+        return sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+
+    sqlite3* m_database;
+    bool m_mine = false;
+};
+
+}  // namespace
+
+KeyedStatements::KeyedStatements(sqlite3* database, const Translation& translation, const QString& statement)
+    : m_database(database), m_keys(std::make_unique<Statement>(database, translation.keysSql, statement)),
+      m_row(database, translation.rowSql, statement), m_fields(m_row) {}
+
+std::vector<std::int64_t> KeyedStatements::keys() {
+    std::vector<std::int64_t> keys;
+    while (m_keys->step())
+        keys.push_back(m_keys->integer(0));
+    m_keys.reset();
+    return keys;
+}
+
+std::vector<KeyedSelect::Row> KeyedStatements::rows(std::span<const std::int64_t> keys) {
+    std::unique_ptr<ReadLock> lock;
+    if (keys.size() > 1)  // locking the file costs more than a row
+        lock = std::make_unique<ReadLock>(m_database);
+    std::vector<Row> rows;
+    rows.reserve(keys.size());
+    for (const std::int64_t key : keys) {
+        m_row.bind(1, qint64{key});
+        rows.push_back(m_row.step() ? m_fields.read(m_row) : Row());
+        m_row.reset();
+    }
+    return rows;
+}
+
+}  // namespace platform::sqlite

@@ -1,0 +1,27 @@
+// The keys of a SELECT on one table, and its rows by them.
+#pragma once
+
+#include "platform/data/Engine.h"
+#include "platform/data/FieldList.h"
+#include "platform/data/sqlite/Statement.h"
+
+namespace platform::sqlite {
+
+class KeyedStatements : public KeyedSelect {
+public:
+    /// Throws RuntimeError(statement) where the engine refuses: an order by an alias, or a statement that is wrong in
+    /// itself.
+    KeyedStatements(sqlite3* database, const Translation& translation, const QString& statement);
+
+    std::vector<std::int64_t> keys() override;
+    const FieldList& fields() const override { return m_fields; }
+    std::vector<Row> rows(std::span<const std::int64_t> keys) override;
+
+private:
+    sqlite3* m_database;
+    std::unique_ptr<Statement> m_keys;
+    Statement m_row;
+    FieldList m_fields;
+};
+
+}  // namespace platform::sqlite

@@ -1,0 +1,30 @@
+// A new database file, made by whole scripts in one transaction. The file goes with the object unless it was finished.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <memory>
+
+struct sqlite3;
+
+namespace platform::sqlite {
+
+class NewFile {
+public:
+    /// Readable by its owner alone. Throws permissionDenied when a file of that name exists or can't be made.
+    explicit NewFile(const QString& path);
+    ~NewFile();
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    /// Any number of statements, with a semicolon behind each.
+    void run(const QByteArray& statements);
+    void finish();
+
+private:
+    QString m_path;
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_database;
+    bool m_finished = false;
+};
+
+}  // namespace platform::sqlite
