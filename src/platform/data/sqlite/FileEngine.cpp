@@ -72,13 +72,14 @@ std::unique_ptr<EngineQuery> FileEngine::prepare(const QString& sql, const QStri
 
 std::unique_ptr<EngineQuery> FileEngine::prepareTranslated(const Translation& translation,
                                                            const QString& statement) {
-    return std::make_unique<Statement>(handle(), translation.sql, statement);
+    const bool mayChange = translation.kind != StatementKind::Select;
+    return m_guard.prepareTyped(translation.sql, statement, mayChange);
 }
 
 std::unique_ptr<KeyedSelect> FileEngine::keyedSelect(const Translation& translation,
                                                      const QString& statement) {
     try {
-        return std::make_unique<KeyedStatements>(handle(), translation, statement);
+        return std::make_unique<KeyedStatements>(handle(), m_guard, translation, statement);
     } catch (const RuntimeError& failure) {
         if (failure.number() != error::statement)
             throw;
@@ -92,10 +93,9 @@ std::int64_t FileEngine::insert(const QString& table, const QStringList& columns
     for (const QString& column : columns)
         names << quotedName(column);
     const QString marks = u"?, "_s.repeated(columns.size()).chopped(2);
-    Statement row(
-        handle(),
-        u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names.join(u", "_s), marks),
-        statement);
+    Statement row(handle(),
+                  u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names.join(u", "_s), marks),
+                  statement);
     int parameter = 0;
     for (const QVariant& value : values)
         row.bind(++parameter, value);
@@ -118,7 +118,8 @@ QStringList FileEngine::names(const QString& sql, const QVariant& parameter) {
 }
 
 QStringList FileEngine::tables() {
-    return names(u"SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"_s);
+    return names(
+        u"SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"_s);
 }
 
 QStringList FileEngine::columns(const QString& table) {
@@ -127,9 +128,9 @@ QStringList FileEngine::columns(const QString& table) {
 
 QString FileEngine::declaredType(const QString& table, const QString& column) {
     const char* declared = nullptr;
-    const int code =
-        sqlite3_table_column_metadata(handle(), nullptr, table.toUtf8().constData(),
-                                      column.toUtf8().constData(), &declared, nullptr, nullptr, nullptr, nullptr);
+    const int code = sqlite3_table_column_metadata(handle(), nullptr, table.toUtf8().constData(),
+                                                   column.toUtf8().constData(), &declared, nullptr, nullptr,
+                                                   nullptr, nullptr);
     return code == SQLITE_OK ? QString::fromUtf8(declared) : QString();
 }
 
@@ -141,8 +142,8 @@ bool FileEngine::isKey(const QString& table, const QString& column) {
 }
 
 bool FileEngine::hasKeys(const QString& table) {
-    return sqlite3_table_column_metadata(handle(), nullptr, table.toUtf8().constData(), "rowid", nullptr, nullptr,
-                                         nullptr, nullptr, nullptr) == SQLITE_OK;
+    return sqlite3_table_column_metadata(handle(), nullptr, table.toUtf8().constData(), "rowid", nullptr,
+                                         nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 std::int64_t FileEngine::lastKey(const QString& table) {
@@ -184,9 +185,7 @@ bool FileEngine::copyInto(const QString& file, const Cancelled& cancelled) {
     return copyPages(handle(), file, cancelled);
 }
 
-QStringList FileEngine::problems(const Cancelled& cancelled) {
-    return integrityOf(handle(), cancelled);
-}
+QStringList FileEngine::problems(const Cancelled& cancelled) { return integrityOf(handle(), cancelled); }
 
 }  // namespace
 

@@ -30,9 +30,10 @@ private:
 
 }  // namespace
 
-KeyedStatements::KeyedStatements(sqlite3* database, const Translation& translation, const QString& statement)
-    : m_database(database), m_keys(std::make_unique<Statement>(database, translation.keysSql, statement)),
-      m_row(database, translation.rowSql, statement), m_fields(m_row) {}
+KeyedStatements::KeyedStatements(sqlite3* database, Guard& guard, const Translation& translation,
+                                 const QString& statement)
+    : m_database(database), m_keys(guard.prepareTyped(translation.keysSql, statement, false)),
+      m_row(guard.prepareTyped(translation.rowSql, statement, false)), m_fields(*m_row) {}
 
 std::vector<std::int64_t> KeyedStatements::keys() {
     std::vector<std::int64_t> keys;
@@ -49,9 +50,9 @@ std::vector<KeyedSelect::Row> KeyedStatements::rows(std::span<const std::int64_t
     std::vector<Row> rows;
     rows.reserve(keys.size());
     for (const std::int64_t key : keys) {
-        m_row.bind(1, qint64{key});
-        rows.push_back(m_row.step() ? m_fields.read(m_row) : Row());
-        m_row.reset();
+        m_row->bind(1, qint64{key});
+        rows.push_back(m_row->step() ? m_fields.read(*m_row) : Row());
+        m_row->reset();
     }
     return rows;
 }

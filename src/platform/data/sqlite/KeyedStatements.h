@@ -3,6 +3,7 @@
 
 #include "platform/data/Engine.h"
 #include "platform/data/FieldList.h"
+#include "platform/data/sqlite/Guard.h"
 #include "platform/data/sqlite/Statement.h"
 
 namespace platform::sqlite {
@@ -11,7 +12,8 @@ class KeyedStatements : public KeyedSelect {
 public:
     /// Throws RuntimeError(statement) where the engine refuses: an order by an alias, or a statement that is wrong in
     /// itself.
-    KeyedStatements(sqlite3* database, const Translation& translation, const QString& statement);
+    KeyedStatements(sqlite3* database, Guard& guard, const Translation& translation,
+                    const QString& statement);
 
     std::vector<std::int64_t> keys() override;
     const FieldList& fields() const override { return m_fields; }
@@ -20,7 +22,7 @@ public:
 private:
     sqlite3* m_database;
     std::unique_ptr<Statement> m_keys;
-    Statement m_row;
+    std::unique_ptr<Statement> m_row;
     FieldList m_fields;
 };
 
