@@ -21,7 +21,7 @@ platform::RecordsetPtr openPrescriptions(std::int16_t patient, PrescriptionOrder
     } else {
         statement += u"WHERE (((Patient.PatientID)="_s + key + u"))"_s;
     }
-    return openEditableList(statement);
+    return openEditableList(statement, order == PrescriptionOrder::None ? u"RXs.rxs_Date"_s : QString());
 }
 
 }  // namespace sorvanto

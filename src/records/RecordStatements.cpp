@@ -27,8 +27,9 @@ QVariant lastIdentity() {
     return identity->value(0);
 }
 
-RecordsetPtr openEditableList(const QString& statement) {
+RecordsetPtr openEditableList(const QString& statement, const QString& orderWithin) {
     RecordsetPtr list = Recordset::create();
+    list->setOrderWithin(orderWithin);
     list->open(statement, openDB(), LockType::Optimistic, CursorLocation::Client);
     return list;
 }

@@ -25,7 +25,8 @@ QString userText(const QString& text);
 QVariant lastIdentity();
 
 /// A client-side set that writes its edits to the tables: ingredient, batch and prescription lists.
-platform::RecordsetPtr openEditableList(const QString& statement);
+/// orderWithin: see Recordset.
+platform::RecordsetPtr openEditableList(const QString& statement, const QString& orderWithin = {});
 
 /// Asks with No as the default; true on Yes. The question, in the user's language, has places for the word
 /// "Delete" and for the name: "%1 %2?".

@@ -118,6 +118,7 @@ platform::RecordsetPtr rptPatient::openPatient() const {
 // The join on Formula drops a prescription whose formula has been deleted.
 platform::RecordsetPtr rptPatient::openPrescriptions() const {
     const auto prescriptions = platform::Recordset::create();
+    prescriptions->setOrderWithin(u"RXs.rxs_Date"_s);
     prescriptions->open(
         u"SELECT RXs.RXsID, RXs.rxs_Date, Formula.frm_Name, Formula.frm_Strength, RXs.rxs_QTY, "
         "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN "

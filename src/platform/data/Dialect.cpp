@@ -7,6 +7,7 @@
 #include "platform/data/DateLiteral.h"
 #include "platform/data/Expressions.h"
 #include "platform/data/Lexer.h"
+#include "platform/data/OrderReader.h"
 #include "platform/data/StatementWriter.h"
 
 #include <optional>
@@ -156,12 +157,10 @@ public:
         QString name = m_writer.text(from + 1);
         if (isName(rest) && !isClause(rest))
             name = m_writer.text(rest++);
-        bool ordered = false;
-        if (!isPlainRest(rest, ordered))
+        if (!isPlainRest(rest))
             return;
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
-        translation.ordered = ordered;
         translation.rowKey = name + u'.' + m_words.rowKey;
         translation.keysSql =
             u"SELECT %1 %2 %3"_s.arg(translation.rowKey, source, m_writer.join(rest, m_tokens.size()));
@@ -191,10 +190,11 @@ private:
     }
 
     /// Whether only conditions and an order by columns follow.
-    bool isPlainRest(std::size_t begin, bool& ordered) const {
+    bool isPlainRest(std::size_t begin) const {
         if (begin < m_tokens.size() && !isClause(begin))
             return false;
         int depth = 0;
+        bool ordered = false;
         for (std::size_t i = begin; i < m_tokens.size(); ++i) {
             const Token& token = m_tokens[i];
             depth += token.is(Kind::Open) ? 1 : token.is(Kind::Close) ? -1 : 0;
@@ -231,8 +231,10 @@ Translation translateStatement(const QString& statement, const EngineWords& word
         if (declaredType && translation.kind == StatementKind::Update)
             ValueRule(tokens, declaredType, writer).update();
         translation.sql = writer.join();
-        if (translation.kind == StatementKind::Select)
+        if (translation.kind == StatementKind::Select) {
+            translation.order = rowOrder(tokens, writer);
             SingleTable(tokens, writer, words).describe(translation);
+        }
         return translation;
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), failure.description(), u"Database"_s, statement);

@@ -4,6 +4,8 @@
 
 #include <QString>
 #include <functional>
+#include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -19,6 +21,16 @@ struct EngineWords {
     QString rowKey;   ///< the column by which a row of any table is known
 };
 
+/// What a SELECT says of the order of its rows, and by what the rest can be ordered.
+struct RowOrder {
+    bool complete = false;    ///< nothing can be put behind: several SELECTs, DISTINCT, sums over rows
+    bool ordered = false;     ///< the statement has an ORDER BY
+    bool descending = false;  ///< in its last column
+    QString groups;           ///< what it groups by
+    /// Table and column of each that is selected by both names, in their order.
+    std::vector<std::pair<QString, QString>> columns;
+};
+
 enum class StatementKind { Select, Insert, Update, Delete };
 
 struct Translation {
@@ -29,8 +41,8 @@ struct Translation {
     QString keysSql;
     QString rowSql;
     QString table;
-    QString rowKey;        ///< with the name of the table
-    bool ordered = false;  ///< the statement says in which order
+    QString rowKey;  ///< with the name of the table
+    RowOrder order;  ///< of a SELECT
 };
 
 /// The statement for an engine, with what a result set needs besides. Values that INSERT and UPDATE give to a column

@@ -14,6 +14,7 @@ namespace platform {
 struct Recordset::Private {
     ConnectionPtr connection;
     QString statement;
+    QString orderWithin;
     bool inMemory = false;
     bool writable = false;
     FieldList fields;
@@ -52,7 +53,7 @@ struct Recordset::Private {
         }
     }
     void load() {
-        LoadedRows loaded = loadRows(connection, statement, inMemory);
+        LoadedRows loaded = loadRows(connection, statement, orderWithin, inMemory);
         fields = std::move(loaded.fields);
         rows = std::move(loaded.rows);
         current = 0;
@@ -109,6 +110,8 @@ Recordset::Recordset() : d(std::make_unique<Private>()) {}
 Recordset::~Recordset() = default;
 
 RecordsetPtr Recordset::create() { return RecordsetPtr(new Recordset); }
+
+void Recordset::setOrderWithin(const QString& columns) { d->orderWithin = columns; }
 
 void Recordset::open(const QString& statement, const ConnectionPtr& connection, LockType lock,
                      CursorLocation location) {

@@ -38,7 +38,11 @@ public:
     static RecordsetPtr create();
     ~Recordset();
 
-    /// Opens and stands on the first row (bof and eof are both true on an empty set). Every set knows its rows and
+    /// Columns by which rows stand that the statement has no order for, before their keys: "RXs.rxs_Date". For a set
+    /// that is not open yet; the statement's text stays as it is.
+    void setOrderWithin(const QString& columns);
+    /// Opens and stands on the first row (bof and eof are both true on an empty set). Rows that the statement leaves in
+    /// any order stand in that of their keys, whatever indexes there are. Every set knows its rows and
     /// their order from here on, whatever others add, so that no kind of cursor is asked for. Throws as execute.
     void open(const QString& statement, const ConnectionPtr& connection, LockType lock = LockType::Default,
               CursorLocation location = CursorLocation::Default);

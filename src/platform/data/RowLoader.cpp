@@ -38,23 +38,56 @@ LoadedRows allRows(Engine& engine, const Translation& translation, const QString
     return {std::move(fields), std::move(rows)};
 }
 
+/// The key that decides between rows which the statement leaves in any order; empty where there is none.
+QString decidingKey(Engine& engine, const Translation& translation) {
+    if (!translation.rowKey.isEmpty())
+        return engine.hasKeys(translation.table) ? translation.rowKey : QString();
+    for (const auto& [table, column] : translation.order.columns) {
+        if (engine.isKey(table, column))
+            return quotedName(table) + u'.' + quotedName(column);
+    }
+    return {};
+}
+
+/// Puts behind the statement what it leaves open, so that neither an index nor the engine's choice of a way through the
+/// tables can give another order. The key follows the direction of the column before it.
+void pinOrder(Engine& engine, const QString& orderWithin, Translation& translation) {
+    const RowOrder& order = translation.order;
+    if (order.complete)
+        return;
+    QStringList rest;
+    if (!order.groups.isEmpty() && !order.ordered)
+        rest << order.groups;
+    if (order.groups.isEmpty() && !orderWithin.isEmpty())
+        rest << orderWithin;
+    const QString key = order.groups.isEmpty() ? decidingKey(engine, translation) : QString();
+    if (!key.isEmpty())
+        rest << key + (order.descending ? u" DESC"_s : QString());
+    if (rest.isEmpty())
+        return;
+    const QString added = (order.ordered ? u", "_s : u" ORDER BY "_s) + rest.join(u", "_s);
+    translation.sql += added;
+    if (!translation.keysSql.isEmpty() && (order.ordered || rest.size() > 1))
+        translation.keysSql += added;
+}
+
 }  // namespace
 
-LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, bool inMemory) {
+LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, const QString& orderWithin,
+                    bool inMemory) {
     if (!connection)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
     Engine& engine = connection->engine(statement);
     Translation translation = translateStatement(statement, engine.words());
     if (translation.kind != StatementKind::Select)
         throw RuntimeError(error::statement, u"A result set needs a SELECT"_s, u"Database"_s, statement);
+    pinOrder(engine, orderWithin, translation);
     // Only a table has keys; a view has none.
-    const bool oneTable = !translation.keysSql.isEmpty() && engine.hasKeys(translation.table);
-    if (oneTable && !inMemory) {
+    if (!inMemory && !translation.keysSql.isEmpty() && engine.hasKeys(translation.table)) {
+        const bool ordered = translation.order.ordered || !orderWithin.isEmpty();
         if (auto select = engine.keyedSelect(translation, statement))
-            return byKey(connection, std::move(select), translation.ordered, statement);
+            return byKey(connection, std::move(select), ordered, statement);
     }
-    if (oneTable && !translation.ordered)
-        translation.sql += u" ORDER BY "_s + translation.rowKey;
     return allRows(engine, translation, statement);
 }
 

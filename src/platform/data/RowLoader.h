@@ -14,7 +14,9 @@ struct LoadedRows {
 
 /// inMemory: read every row now. Otherwise a statement on one table gives keys with rows on demand: what
 /// another statement changes in a row meanwhile may show, which rows there are and their order is fixed.
-/// A statement on one table without an ORDER BY gives its rows in the order of their keys either way.
-LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, bool inMemory);
+/// What the statement leaves in any order comes by the columns of orderWithin and then by keys: those of the one table, or
+/// the first that is selected.
+LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, const QString& orderWithin,
+                    bool inMemory);
 
 }  // namespace platform

@@ -123,8 +123,9 @@ TEST(Dialect, SplitsAListOfOneTableIntoKeysAndRows) {
     EXPECT_EQ(found.rowSql,
               "SELECT \"FormulaID\",\"frm_Name\" AS \"Name\" FROM \"Formula\" WHERE \"Formula\".rowid = ?");
     EXPECT_EQ(found.table, "Formula");
-    EXPECT_FALSE(found.ordered);
-    EXPECT_TRUE(translateStatement(u"SELECT a FROM Log L ORDER BY L.b DESC;"_s, sqlite::fileWords()).ordered);
+    EXPECT_FALSE(found.order.ordered);
+    EXPECT_TRUE(
+        translateStatement(u"SELECT a FROM Log L ORDER BY L.b DESC;"_s, sqlite::fileWords()).order.ordered);
 }
 
 class NotByKey : public ::testing::TestWithParam<const char*> {};

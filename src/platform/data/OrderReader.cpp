@@ -1,0 +1,68 @@
+// One walk over the words of the statement that stand in no parenthesis.
+#include "platform/data/OrderReader.h"
+
+#include "platform/data/DialectWords.h"
+#include "platform/data/TokenView.h"
+
+namespace platform {
+
+namespace {
+
+using Kind = Token::Kind;
+
+class OrderReader {
+public:
+    OrderReader(const std::vector<Token>& tokens, const StatementWriter& writer)
+        : m_view(tokens), m_writer(writer) {}
+
+    RowOrder read() {
+        std::size_t groupsFrom = 0;
+        for (std::size_t i = 1; i < m_view.size(); i = next(i)) {
+            if (!m_view.at(i, Kind::Name))
+                continue;
+            if (groupsFrom > 0 && isOneOf(m_view[i], {"HAVING", "ORDER"}))
+                m_found.groups = m_writer.join(groupsFrom, i), groupsFrom = 0;
+            if (m_view.wordAt(i, "FROM") && m_selecting)
+                readColumns(i);
+            else if (m_view.wordAt(i, "GROUP"))
+                groupsFrom = i + 2;
+            else if (m_view.wordAt(i, "ORDER"))
+                m_found.ordered = true;
+            else if (isOneOf(m_view[i], {"DISTINCT", "UNION", "INTERSECT", "EXCEPT", "LIMIT"}))
+                m_found.complete = true;
+        }
+        if (groupsFrom > 0)
+            m_found.groups = m_writer.join(groupsFrom, m_view.size());
+        m_found.descending = m_found.ordered && m_view.wordAt(m_view.size() - 1, "DESC");
+        m_found.complete = m_found.complete || (m_sums && m_found.groups.isEmpty());
+        return m_found;
+    }
+
+private:
+    /// Behind the token, or behind the parenthesis that it opens.
+    std::size_t next(std::size_t i) const { return m_view.at(i, Kind::Open) ? m_view.closeOf(i) + 1 : i + 1; }
+
+    void readColumns(std::size_t from) {
+        m_selecting = false;
+        for (std::size_t i = 1; i < from; i = next(i)) {
+            if (m_view.nameAt(i) && m_view.at(i + 1, Kind::Dot) && m_view.nameAt(i + 2))
+                m_found.columns.emplace_back(m_view[i].text, m_view[i + 2].text);
+            if (m_view.nameAt(i) && m_view.at(i + 1, Kind::Open))
+                m_sums = m_sums || isOneOf(m_view[i], {"COUNT", "SUM", "AVG", "MIN", "MAX"});
+        }
+    }
+
+    const TokenView m_view;
+    const StatementWriter& m_writer;
+    RowOrder m_found;
+    bool m_selecting = true;
+    bool m_sums = false;
+};
+
+}  // namespace
+
+RowOrder rowOrder(const std::vector<Token>& tokens, const StatementWriter& writer) {
+    return OrderReader(tokens, writer).read();
+}
+
+}  // namespace platform

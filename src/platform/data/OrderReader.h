@@ -1,0 +1,12 @@
+// Reads from a SELECT in which order its rows come.
+#pragma once
+
+#include "platform/data/Dialect.h"
+#include "platform/data/StatementWriter.h"
+
+namespace platform {
+
+/// tokens: of the whole statement; writer: with all its expressions rewritten.
+RowOrder rowOrder(const std::vector<Token>& tokens, const StatementWriter& writer);
+
+}  // namespace platform
