@@ -9,7 +9,7 @@ set -euo pipefail
 
 build="g++ cmake ninja-build ccache mold pkg-config python3
   qt6-base-dev qt6-svg-dev qt6-serialport-dev qt6-translations-l10n libgl-dev
-  libsqlite3-dev libpugixml-dev libgsf-1-dev libzint-dev libgtest-dev libgmock-dev libbenchmark-dev
+  libsqlite3-dev libpq-dev libpugixml-dev libgsf-1-dev libzint-dev libgtest-dev libgmock-dev libbenchmark-dev
   fonts-inter fonts-dejavu-core fonts-liberation2"
 display="xvfb openbox xauth"
 test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
