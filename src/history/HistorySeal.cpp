@@ -16,7 +16,7 @@ namespace sorvanto {
 namespace {
 
 /// Nothing that is stored can be read in two ways: type, length, bytes.
-QByteArray historyHash(const std::vector<platform::PlainValue>& values) {
+QVariant historyHash(const std::vector<platform::PlainValue>& values) {
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const platform::PlainValue& value : values)
         hash.addData(QByteArray(1, value.kind) + QByteArray::number(value.bytes.size()) + ':' + value.bytes);
@@ -48,7 +48,9 @@ bool hasHistory(platform::Engine& database) {
     return !database.declaredType(u"History"_s, u"hst_Seal"_s).isEmpty();
 }
 
-void installHistoryHash(platform::Engine& database) { database.addFunction("history_hash", historyHash); }
+void installHistoryHash(platform::Engine& database) {
+    database.addFunction("history_hash", platform::FunctionResult::Same, historyHash);
+}
 
 QString sealArguments() {
     return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4"_s;

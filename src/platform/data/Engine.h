@@ -67,7 +67,10 @@ struct PlainValue {
     char kind = 'n';
     QByteArray bytes;
 };
-using BytesFunction = QByteArray (*)(const std::vector<PlainValue>& values);
+/// Gives a QByteArray, a QString, or nothing for NULL.
+using EngineFunction = std::function<QVariant(const std::vector<PlainValue>& values)>;
+/// Whether the same values always give the same result.
+enum class FunctionResult { Same, OfTheMoment };
 
 class Engine {
 public:
@@ -120,8 +123,8 @@ public:
     /// Runs all statements and sets the mark, or does nothing. source: whom the report of a broken relation names.
     virtual void migrate(const QStringList& statements, std::int64_t version, const QString& source) = 0;
 
-    /// Gives statements a function of any number of values; its result is bytes.
-    virtual void addFunction(const char* name, BytesFunction function) = 0;
+    /// Gives statements a function of any number of values.
+    virtual void addFunction(const char* name, FunctionResult result, EngineFunction function) = 0;
 
     /// Writes everything into the existing, empty file of that path, as of one moment. False when it was cancelled.
     virtual bool copyInto(const QString& file, const Cancelled& cancelled) = 0;

@@ -2,11 +2,11 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
-#include "platform/data/sqlite/BytesFunction.h"
 #include "platform/data/sqlite/Guard.h"
 #include "platform/data/sqlite/Integrity.h"
 #include "platform/data/sqlite/KeyedStatements.h"
 #include "platform/data/sqlite/OpenFile.h"
+#include "platform/data/sqlite/OwnFunction.h"
 #include "platform/data/sqlite/PageCopy.h"
 #include "platform/data/sqlite/Span.h"
 #include "platform/data/sqlite/Statement.h"
@@ -48,7 +48,7 @@ public:
 
     std::int64_t version() override { return number(*this, u"PRAGMA user_version"_s); }
     void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
-    void addFunction(const char* name, BytesFunction function) override;
+    void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
     bool copyInto(const QString& file, const Cancelled& cancelled) override;
     QStringList problems(const Cancelled& cancelled) override;
 
@@ -177,8 +177,8 @@ void FileEngine::migrate(const QStringList& statements, std::int64_t version, co
     whole.commit();
 }
 
-void FileEngine::addFunction(const char* name, BytesFunction function) {
-    installBytesFunction(handle(), name, function);
+void FileEngine::addFunction(const char* name, FunctionResult result, EngineFunction function) {
+    installFunction(handle(), name, result, std::move(function));
 }
 
 bool FileEngine::copyInto(const QString& file, const Cancelled& cancelled) {

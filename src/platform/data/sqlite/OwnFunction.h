@@ -7,7 +7,7 @@ struct sqlite3;
 
 namespace platform::sqlite {
 
-/// Any number of values; see Engine::addFunction.
-void installBytesFunction(sqlite3* database, const char* name, BytesFunction function);
+/// See Engine::addFunction.
+void installFunction(sqlite3* database, const char* name, FunctionResult result, EngineFunction function);
 
 }  // namespace platform::sqlite
