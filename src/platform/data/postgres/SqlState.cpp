@@ -1,0 +1,55 @@
+// A table by state or by its class, the two characters in front; the longer one counts.
+#include "platform/data/postgres/SqlState.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+
+namespace platform::postgres {
+
+namespace {
+
+struct Known {
+    QByteArrayView state;  ///< five characters, or the first two or three
+    Failure failure;
+};
+
+constexpr Failure related{error::general, "The record is related to records of another table"};
+constexpr Failure unfit{error::dataMismatch, "A value does not fit its column"};
+constexpr Failure busy{error::permissionDenied, "The records are in use by another program"};
+constexpr Failure refused{error::permissionDenied, "The records can't be changed"};
+constexpr Failure full{error::permissionDenied, "The server takes no more connections"};
+constexpr Failure noRoom{error::diskFull, "The server's disk is full"};
+constexpr Failure lineLost{error::deviceIo, "The server can't be reached"};
+constexpr Failure wrong{error::statement, "The statement failed"};
+
+/// The longer ones first.
+constexpr std::array known{Known{"23503", related},  Known{"23001", related}, Known{"42804", unfit},
+                           Known{"22012", {error::divisionByZero, "Division by zero"}},
+                           Known{"55P03", busy},     Known{"57014", busy},    Known{"40P01", busy},
+                           Known{"40001", busy},     Known{"25006", refused}, Known{"42501", refused},
+                           Known{"53300", full},     Known{"53100", noRoom},  Known{"57P", lineLost},
+                           Known{"23", unfit},       Known{"22", unfit},      Known{"08", lineLost},
+                           Known{"58", lineLost},    Known{"XX", lineLost}};
+
+constexpr qsizetype stateLength = 5;
+
+}  // namespace
+
+Failure failureOf(QByteArrayView state) {
+    if (state.size() != stateLength)
+        return lineLost;
+    const auto found = std::find_if(known.begin(), known.end(),
+                                    [&](const Known& one) { return state.startsWith(one.state); });
+    return found == known.end() ? wrong : found->failure;
+}
+
+Failure openFailureOf(QByteArrayView state) {
+    const bool notReady = state.startsWith("57P") || state.startsWith("53") || state == "42P01";
+    if (notReady)
+        return {error::general, "The server is not ready, or has none of the tables"};
+    return {error::cannotOpen, "The server can't be opened"};
+}
+
+}  // namespace platform::postgres
