@@ -161,6 +161,7 @@ public:
             return;
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
+        translation.whole = rest == m_tokens.size();
         translation.rowKey = name + u'.' + m_words.rowKey;
         translation.keysSql =
             u"SELECT %1 %2 %3"_s.arg(translation.rowKey, source, m_writer.join(rest, m_tokens.size()));

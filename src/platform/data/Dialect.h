@@ -41,7 +41,8 @@ struct Translation {
     QString keysSql;
     QString rowSql;
     QString table;
-    QString rowKey;  ///< with the name of the table
+    QString rowKey;      ///< with the name of the table
+    bool whole = false;  ///< all rows of the table, in the order of their keys
     RowOrder order;  ///< of a SELECT
 };
 

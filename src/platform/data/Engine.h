@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/data/Dialect.h"
+#include "platform/data/RowKeys.h"
 
 #include <QByteArray>
 #include <QString>
@@ -48,7 +49,7 @@ public:
     using Row = std::vector<QVariant>;
     virtual ~KeyedSelect() = default;
     /// In the order of the result. Asked once, before any row.
-    virtual std::vector<std::int64_t> keys() = 0;
+    virtual RowKeys keys() = 0;
     virtual const FieldList& fields() const = 0;
     /// The rows of these keys, as of one moment; an empty one where there is none any more.
     virtual std::vector<Row> rows(std::span<const std::int64_t> keys) = 0;

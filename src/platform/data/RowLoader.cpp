@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Engine.h"
 
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -14,9 +13,9 @@ namespace {
 
 LoadedRows byKey(const ConnectionPtr& connection, std::unique_ptr<KeyedSelect> select, bool ordered,
                  const QString& statement) {
-    std::vector<std::int64_t> keys = select->keys();
-    if (!ordered && !std::is_sorted(keys.begin(), keys.end()))
-        std::sort(keys.begin(), keys.end());
+    RowKeys keys = select->keys();
+    if (!ordered)
+        keys.sort();
     auto rows = std::make_unique<KeysetRows>(connection, std::move(select), std::move(keys), statement);
     FieldList fields = rows->fields();
     return {std::move(fields), std::move(rows)};
@@ -67,8 +66,10 @@ void pinOrder(Engine& engine, const QString& orderWithin, Translation& translati
         return;
     const QString added = (order.ordered ? u", "_s : u" ORDER BY "_s) + rest.join(u", "_s);
     translation.sql += added;
-    if (!translation.keysSql.isEmpty() && (order.ordered || rest.size() > 1))
+    if (!translation.keysSql.isEmpty() && (order.ordered || rest.size() > 1)) {
         translation.keysSql += added;
+        translation.whole = false;
+    }
 }
 
 }  // namespace

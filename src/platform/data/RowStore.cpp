@@ -56,7 +56,7 @@ int KeysetRows::keyField() const {
     return -1;
 }
 
-std::int64_t KeysetRows::count() const { return static_cast<std::int64_t>(m_ids.size()); }
+std::int64_t KeysetRows::count() const { return m_keys.count(); }
 
 KeysetRows::Kept& KeysetRows::place(std::int64_t row) {
     return m_kept[static_cast<std::size_t>(row) % keptRows];
@@ -64,7 +64,7 @@ KeysetRows::Kept& KeysetRows::place(std::int64_t row) {
 
 const RowStore::Row& KeysetRows::read(std::int64_t row) {
     const Kept& kept = place(row);
-    if (kept.id == m_ids[static_cast<std::size_t>(row)] && !kept.values.empty())
+    if (kept.id == m_keys.at(row) && !kept.values.empty())
         return kept.values;
     if (m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_text);
@@ -87,7 +87,7 @@ void KeysetRows::fetch(std::int64_t row, std::int64_t count) {
 
 QVariant KeysetRows::value(std::int64_t row, int field) {
     if (field == m_keyField)
-        return qint64{m_ids[static_cast<std::size_t>(row)]};
+        return qint64{m_keys.at(row)};
     return read(row)[static_cast<std::size_t>(field)];
 }
 
@@ -95,6 +95,6 @@ RowStore::Row KeysetRows::row(std::int64_t row) { return read(row); }
 
 void KeysetRows::changed(std::int64_t row, const Row&) { place(row).values.clear(); }
 
-void KeysetRows::added(const Row&, std::int64_t id) { m_ids.push_back(id); }
+void KeysetRows::added(const Row&, std::int64_t id) { m_keys.append(id); }
 
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include "platform/data/Connection.h"
 #include "platform/data/Engine.h"
 #include "platform/data/FieldList.h"
+#include "platform/data/RowKeys.h"
 
 #include <QVariant>
 #include <cstdint>
@@ -70,7 +71,7 @@ private:
     ConnectionPtr m_connection;
     std::unique_ptr<KeyedSelect> m_select;
     QString m_text;
-    std::vector<std::int64_t> m_ids;
+    RowKeys m_keys;
     std::vector<Kept> m_kept;
     std::int64_t m_lastFetched = -2;
     int m_keyField;
