@@ -105,6 +105,9 @@ void frmMain::buildWindow() {
 }
 
 void frmMain::setCaption(const QString& caption) {
+    m_caption = caption;
+    if (m_opening)
+        return;
     // "[*]" would be taken for the place of a modification mark.
     setWindowTitle(QString(caption).replace("[*]"_L1, "[*][*]"_L1));
 }
@@ -218,7 +221,7 @@ bool frmMain::staysForTheMix() {
 bool frmMain::event(QEvent* event) {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::WindowActivate && !m_ended)
-        Form_Activate();
+        m_opening ? void(m_activated = true) : Form_Activate();
     return handled;
 }
 
@@ -228,6 +231,8 @@ bool frmMain::focusNextPrevChild(bool next) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    if (m_opening)
+        return event->ignore();
     if (!m_ended && (staysForTheMix() || Form_QueryUnload()))
         return event->ignore();
     event->accept();

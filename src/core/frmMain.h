@@ -3,7 +3,7 @@
 // listens, and ends the process. It does not know what a record tool means.
 //   frmMain_load.cpp     start        frmMain_switch.cpp   tool clicks and switching of screens
 //   frmMain.cpp          the window itself, closing, what the screens call
-//   frmMain_trace.cpp    where something went
+//   frmMain_trace.cpp    where something went          frmMain_picture.cpp  the first picture
 #pragma once
 
 #include "core/ListenerList.h"
@@ -16,6 +16,7 @@
 #include <QPointer>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace sorvanto {
@@ -38,8 +39,11 @@ public:
     explicit frmMain(Parts parts = realParts());
     ~frmMain() override;
 
-    /// The whole start of the program, dialogs included; the window is shown by the caller afterwards.
-    void Form_Load();
+    using ShowWindow = std::function<void()>;
+    /// The whole start of the program, dialogs included. show: called once it looks as it will at the end, to show the
+    /// window, which is then painted before the rest is made; not called when the start did not come so far. Without it
+    /// the window is shown by the caller afterwards.
+    void Form_Load(const ShowWindow& show = {});
     void Form_Activate();
     /// True when the closing is refused. Closes the mixer control in any case.
     bool Form_QueryUnload();
@@ -79,6 +83,7 @@ protected:
 
 private:
     // The stages of Form_Load.
+    void load(const ShowWindow& show);
     void loadSharedObjects(const ResumeNext& step);
     void describeReports(const ResumeNext& step);
     void updateDatabase(const ResumeNext& step);
@@ -89,13 +94,19 @@ private:
     void translateItself(const ResumeNext& step);
     void loadMixerScreen(const ResumeNext& step);
     void hostMixerScreen(const ResumeNext& step);
-    void hostScreens(const ResumeNext& step);
+    void hostScreens(const ResumeNext& step, const ShowWindow& show);
+    void showFirstPicture(const ShowWindow& show);
+    void endOpening();
     void hostScreen(const ResumeNext& step, const ScreenRow& row);
     void keepDrafts(const ResumeNext& step);
     void openFormulas(const ResumeNext& step);
 
     void act(const QString& toolName, QString& searchText);
     void switchTo(const ScreenRow& row);
+    void host(const ScreenRow& row);
+    void showBands(std::int32_t number);
+    /// Its button stands pressed; list and status line are those of the screen.
+    void markScreen(std::int32_t number);
     QString captionOf(const ScreenRow& row);
     QString recordNameOf(const ScreenRow& row);
     RecordScreen& captionScreen(const ScreenRow& row);
@@ -138,7 +149,11 @@ private:
     platform::Tool* m_sorvantoTool = nullptr;
     std::array<QString, screenCount> m_formNames;  ///< by screen number; also the names of the hosting tools
     std::int32_t m_current = 0;
+    QString m_caption;
+    std::int16_t m_showPatients = 0;  ///< the option as it was at the start
     bool m_ended = false;
+    bool m_opening = false;    ///< the window is seen, and the start is not at its end
+    bool m_activated = false;  ///< meanwhile
     ErrorStrip* m_strip = nullptr;
     RecordListPlace* m_list = nullptr;
     News* m_news = nullptr;

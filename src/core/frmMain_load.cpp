@@ -62,13 +62,17 @@ QLocale localeOf(std::int16_t language) {
 
 }  // namespace
 
-void frmMain::Form_Load() {
+void frmMain::Form_Load(const ShowWindow& show) {
+    load(show);
+    endOpening();
+}
+
+void frmMain::load(const ShowWindow& show) {
     using Stage = void (frmMain::*)(const ResumeNext&);
     constexpr Stage stages[] = {
         &frmMain::loadSharedObjects, &frmMain::describeReports,      &frmMain::updateDatabase,
         &frmMain::loadLanguage,      &frmMain::refuseSecondInstance, &frmMain::translateItself,
-        &frmMain::loadMixerScreen,   &frmMain::hostMixerScreen,      &frmMain::hostScreens,
-        &frmMain::keepDrafts,        &frmMain::openFormulas,
+        &frmMain::loadMixerScreen,   &frmMain::hostMixerScreen,
     };
     const ResumeNext step(u"frmMain:Form_Load"_s);
     for (const Stage stage : stages) {
@@ -76,6 +80,9 @@ void frmMain::Form_Load() {
         if (m_ended)
             return;
     }
+    hostScreens(step, show);
+    keepDrafts(step);
+    openFormulas(step);
 }
 
 void frmMain::loadSharedObjects(const ResumeNext& step) {
@@ -216,16 +223,17 @@ void frmMain::hostMixerScreen(const ResumeNext& step) {
     step([&] { basMain::MixTimes = mixer().MixTimes(); });
 }
 
-void frmMain::hostScreens(const ResumeNext& step) {
-    std::int16_t showPatients = 0;
+// What the first picture shows comes before it.
+void frmMain::hostScreens(const ResumeNext& step, const ShowWindow& show) {
+    step([&] { m_showPatients = deref(basMain::Options).ShowPatients(); });
+    step([&] { m_bar.band(u"FormBar"_s).tool(u"cmdPatients"_s).setVisible(m_showPatients != 0); });
+    step([&] { m_bar.band(u"mnuForms"_s).tool(u"mnuPatients"_s).setVisible(m_showPatients != 0); });
     for (const ScreenRow& row : screenTable) {
-        if (row.number == patients)
-            step([&] { showPatients = deref(basMain::Options).ShowPatients(); });
-        if (row.number != patients || showPatients != 0)
+        if (row.number != patients || m_showPatients != 0)
             hostScreen(step, row);
+        if (row.number == formulas)
+            showFirstPicture(show);
     }
-    step([&] { m_bar.band(u"FormBar"_s).tool(u"cmdPatients"_s).setVisible(showPatients != 0); });
-    step([&] { m_bar.band(u"mnuForms"_s).tool(u"mnuPatients"_s).setVisible(showPatients != 0); });
 }
 
 void frmMain::hostScreen(const ResumeNext& step, const ScreenRow& row) {

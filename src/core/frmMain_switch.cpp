@@ -42,6 +42,10 @@ void addPreparations(HealthContext& context, const Reconciliation& all) {
     context.preparationsGood = all.complete();
 }
 
+bool showsPatients(std::int32_t number) {
+    return number == patients && deref(basMain::Options).ShowPatients() != 0;
+}
+
 /// Text of a control of a screen, found by its name.
 QString controlText(const RecordScreen& screen, const char* name) {
     return deref(screen.findChild<QWidget*>(QLatin1String(name))).property("text").toString();
@@ -147,12 +151,16 @@ void frmMain::editOptions() {
 
 void frmMain::switchTo(const ScreenRow& row) {
     SetCurrentForm(row.number);
+    host(row);
+    setCaption(captionOf(row));
+}
+
+void frmMain::host(const ScreenRow& row) {
     auto& tool = m_bar.band(QString::fromLatin1(row.band)).tool(toolNameOf(row));
     tool.setForm(&hosted(row.number));
     tool.setDescription(QString::fromLatin1(row.text));
     tool.setToolTip(QString::fromLatin1(row.text));
     tool.setEnabled(true);
-    setCaption(captionOf(row));
 }
 
 QString frmMain::captionOf(const ScreenRow& row) {
@@ -185,36 +193,37 @@ RecordScreen& frmMain::captionScreen(const ScreenRow& row) {
 void frmMain::SetCurrentForm(const std::int32_t& number) {
     guarded(u"frmMain:SetCurrentForm"_s, [&] {
         m_current = number;
-        const auto patientsShown = [&] {
-            return number == patients && deref(basMain::Options).ShowPatients() != 0;
-        };
-        const auto show = [&](const char* band, bool on) { m_bar.band(QLatin1String(band)).setVisible(on); };
-        show("CurrentFormula", number == currentFormula);
-        show("Formulas", number == formulas);
-        show("Chemicals", number == chemicals);
-        show("Logs", number == logs);
-        show("Patients", patientsShown());
-
+        showBands(number);
         const auto listen = [&](ScreenNumber screen, bool on) {
             hosted(screen).Listener(static_cast<std::int16_t>(on ? -1 : 0));
         };
         for (const ScreenNumber screen : {currentFormula, formulas, chemicals, logs})
             listen(screen, number == screen);
-        listen(patients, patientsShown());
-
-        auto& buttons = m_bar.band(u"FormBar"_s);
-        const auto press = [&](const char* tool, bool on) {
-            buttons.tool(QLatin1String(tool)).setChecked(on);
-        };
-        press("cmdFormulas", number == formulas);
-        press("cmdCurrent", number == currentFormula);
-        press("cmdChemicals", number == chemicals);
-        press("cmdLogs", number == logs);
-        press("cmdPatients", number == patients);
-        RecordScreen* shown = m_screens[static_cast<std::size_t>(number)].get();
-        m_list->setScreen(shown);
-        m_status->setScreen(shown);
+        listen(patients, showsPatients(number));
+        markScreen(number);
     });
+}
+
+void frmMain::showBands(std::int32_t number) {
+    const auto show = [&](const char* band, bool on) { m_bar.band(QLatin1String(band)).setVisible(on); };
+    show("CurrentFormula", number == currentFormula);
+    show("Formulas", number == formulas);
+    show("Chemicals", number == chemicals);
+    show("Logs", number == logs);
+    show("Patients", showsPatients(number));
+}
+
+void frmMain::markScreen(std::int32_t number) {
+    auto& buttons = m_bar.band(u"FormBar"_s);
+    const auto press = [&](const char* tool, bool on) { buttons.tool(QLatin1String(tool)).setChecked(on); };
+    press("cmdFormulas", number == formulas);
+    press("cmdCurrent", number == currentFormula);
+    press("cmdChemicals", number == chemicals);
+    press("cmdLogs", number == logs);
+    press("cmdPatients", number == patients);
+    RecordScreen* shown = m_screens[static_cast<std::size_t>(number)].get();
+    m_list->setScreen(shown);
+    m_status->setScreen(shown);
 }
 
 void frmMain::raiseBtnClick(const QString& toolName, const QString& searchText) {

@@ -30,6 +30,9 @@ public:
     /// set) and calls setMenuOptions; 0 releases it; any other value does nothing else.
     virtual void Listener(std::int16_t value);
 
+    /// Sets the tools as they stand while the screen listens.
+    void showTools() { setMenuOptions(); }
+
     /// What the screen does for which tool.
     const ToolActions& toolActions() const { return m_tools; }
     /// A screen on which no tool acts leaves this as it is.

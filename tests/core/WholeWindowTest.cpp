@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -33,12 +34,15 @@ protected:
         window.reset();
         TestProgram::TearDown();
     }
-    void load() {
+    void make() {
         basMain::Options.reset();
         basMain::Language.reset();
         Parts parts = realParts();
         parts.reporter = [this] { return reporter; };
         window = std::make_unique<frmMain>(parts);
+    }
+    void load() {
+        make();
         window->Form_Load();
         window->show();
     }
@@ -145,6 +149,29 @@ TEST_F(WholeWindowTest, AnUnsavedFormulaMayKeepTheProgramOpen) {
     EXPECT_EQ(programEnds, 0);
     EXPECT_TRUE(window->isVisible());
 }
+
+/// The width of the window, with and without a list beside the record.
+class FirstPictureOfAllTest : public WholeWindowTest, public testing::WithParamInterface<int> {};
+
+TEST_P(FirstPictureOfAllTest, IsTheLastOneOfTheStartButForTheMixer) {
+    fillDatabase();
+    make();
+    const auto picture = [this] {
+        window->resize(GetParam(), 768);
+        QImage all = window->grab().toImage();
+        const QWidget& panel = window->mixer();
+        QPainter(&all).fillRect(QRect(panel.mapTo(window.get(), QPoint()), panel.size()), Qt::black);
+        return all;
+    };
+    QImage first;
+    window->Form_Load([&] {
+        window->show();
+        first = picture();
+    });
+    const QImage last = picture();
+    EXPECT_EQ(first, last);
+}
+INSTANTIATE_TEST_SUITE_P(Widths, FirstPictureOfAllTest, testing::Values(1366, 1700));
 
 /// Neither options.xml nor a database: the start goes on to the end all the same.
 class EmptyFolderTest : public WholeWindowTest {
