@@ -41,9 +41,9 @@ void MemoryRows::changed(std::int64_t row, const Row& values) {
 void MemoryRows::added(const Row& values, std::int64_t) { append(values); }
 
 KeysetRows::KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select,
-                       std::vector<std::int64_t> keys, QString statement)
+                       RowKeys keys, QString statement)
     : m_connection(std::move(connection)), m_select(std::move(select)), m_text(std::move(statement)),
-      m_ids(std::move(keys)), m_kept(keptRows), m_keyField(keyField()) {}
+      m_keys(std::move(keys)), m_kept(keptRows), m_keyField(keyField()) {}
 
 /// The field that is the row id itself, so that it is known without a look at the file; -1 when none is.
 int KeysetRows::keyField() const {
@@ -76,8 +76,9 @@ const RowStore::Row& KeysetRows::read(std::int64_t row) {
 
 /// Of a row that is gone nothing is kept.
 void KeysetRows::fetch(std::int64_t row, std::int64_t count) {
-    const auto keys = std::span(m_ids).subspan(static_cast<std::size_t>(row));
-    const auto wanted = keys.first(std::min(keys.size(), static_cast<std::size_t>(count)));
+    std::vector<std::int64_t> wanted;
+    for (std::int64_t at = row; at < std::min(row + count, m_keys.count()); ++at)
+        wanted.push_back(m_keys.at(at));
     std::vector<Row> rows = m_select->rows(wanted);
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         m_lastFetched = row + static_cast<std::int64_t>(i);

@@ -48,7 +48,7 @@ private:
 class KeysetRows : public RowStore {
 public:
     /// keys in the order of the result. statement: for the errors.
-    KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select, std::vector<std::int64_t> keys,
+    KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select, RowKeys keys,
                QString statement);
     const FieldList& fields() const { return m_select->fields(); }
 

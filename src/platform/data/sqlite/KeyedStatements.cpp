@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform::sqlite {
 
 namespace {
@@ -32,15 +34,36 @@ private:
 
 KeyedStatements::KeyedStatements(sqlite3* database, Guard& guard, const Translation& translation,
                                  const QString& statement)
-    : m_database(database), m_keys(guard.prepareTyped(translation.keysSql, statement, false)),
+    : m_database(database), m_table(translation.whole ? translation.table : QString()), m_statement(statement),
+      m_keys(guard.prepareTyped(translation.keysSql, statement, false)),
       m_row(guard.prepareTyped(translation.rowSql, statement, false)), m_fields(*m_row) {}
 
-std::vector<std::int64_t> KeyedStatements::keys() {
+/// All keys of a table that has no gap in them, by one look; nothing where there is one.
+std::optional<RowKeys> KeyedStatements::keysWithoutGap() const {
+    Statement ends(m_database,
+                   u"SELECT (SELECT count(*) FROM %1), (SELECT min(rowid) FROM %1), (SELECT max(rowid) FROM %1)"_s.arg(
+                       quotedName(m_table)),
+                   m_statement);
+    ends.step();
+    const std::int64_t count = ends.integer(0), first = ends.integer(1), last = ends.integer(2);
+    const auto span = static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first);
+    if (count == 0 || span != static_cast<std::uint64_t>(count - 1))
+        return std::nullopt;
+    return RowKeys(first, count);
+}
+
+RowKeys KeyedStatements::keys() {
+    if (!m_table.isEmpty()) {
+        if (auto all = keysWithoutGap()) {
+            m_keys.reset();
+            return *all;
+        }
+    }
     std::vector<std::int64_t> keys;
     while (m_keys->step())
         keys.push_back(m_keys->integer(0));
     m_keys.reset();
-    return keys;
+    return RowKeys(std::move(keys));
 }
 
 std::vector<KeyedSelect::Row> KeyedStatements::rows(std::span<const std::int64_t> keys) {

@@ -6,6 +6,8 @@
 #include "platform/data/sqlite/Guard.h"
 #include "platform/data/sqlite/Statement.h"
 
+#include <optional>
+
 namespace platform::sqlite {
 
 class KeyedStatements : public KeyedSelect {
@@ -15,12 +17,16 @@ public:
     KeyedStatements(sqlite3* database, Guard& guard, const Translation& translation,
                     const QString& statement);
 
-    std::vector<std::int64_t> keys() override;
+    RowKeys keys() override;
     const FieldList& fields() const override { return m_fields; }
     std::vector<Row> rows(std::span<const std::int64_t> keys) override;
 
 private:
+    std::optional<RowKeys> keysWithoutGap() const;
+
     sqlite3* m_database;
+    QString m_table;  ///< all of whose rows are asked for; else empty
+    QString m_statement;
     std::unique_ptr<Statement> m_keys;
     std::unique_ptr<Statement> m_row;
     FieldList m_fields;
