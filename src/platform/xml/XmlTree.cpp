@@ -28,6 +28,8 @@ bool isAllowed(char32_t mark) {
 bool isClean(const QString& text) {
     for (qsizetype at = 0; at < text.size(); ++at) {
         const QChar mark = text.at(at);
+        if (mark >= u' ' && mark < u'\xD800')
+            continue;  // nearly all there is
         if (mark.isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate())
             ++at;
         else if (!isAllowed(mark.unicode()))
