@@ -6,7 +6,6 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/report/ReportOutput.h"
 #include "platform/serial/PortProbe.h"
 #include "platform/widgets/OwnerWindow.h"
 #include "shared/Guard.h"
@@ -26,6 +25,8 @@ namespace {
 /// How many characters of a path the box shows.
 constexpr int pathLimit = 55;
 constexpr int lastPort = 4;
+/// Milliseconds: for what the print service knows, and between two looks for what it did not know then.
+constexpr int atOnce = 40, laterTurn = 100;
 constexpr std::int32_t invalidPropertyValue = 380;
 
 /// Property of txtDB that holds the full path, which is what is saved.
@@ -175,8 +176,27 @@ void frmOptions::ListPrinters() {
     guarded(u"frmOptions:ListPrinters"_s, [&] {
         m_ui->cboPrinter->clear();
         const QString chosen = options().DefPrinter();
-        fill(*m_ui->cboPrinter, platform::printerNames(), chosen);
-        setLoaded(*m_ui->cboPrinter);
+        if (m_printers.answered(atOnce))
+            return fillPrinters(chosen);
+        if (chosen != "0"_L1)  // what stands for none
+            fill(*m_ui->cboPrinter, {chosen}, chosen);
+        connect(&m_printersLater, &QTimer::timeout, this, &frmOptions::lookForPrinters);
+        m_printersLater.start(laterTurn);
+    });
+}
+
+void frmOptions::fillPrinters(const QString& chosen) {
+    fill(*m_ui->cboPrinter, m_printers.names(), chosen);
+    setLoaded(*m_ui->cboPrinter);
+}
+
+// What is stored is shown meanwhile, and stays stored if the answer does not come.
+void frmOptions::lookForPrinters() {
+    guarded(u"frmOptions:ListPrinters"_s, [&] {
+        if (!m_printers.answered())
+            return;
+        m_printersLater.stop();
+        fillPrinters(m_ui->cboPrinter->boxText());
     });
 }
 

@@ -1,7 +1,10 @@
 // The dialog that edits the options: one load from the store, one save to it.
 #pragma once
 
+#include "platform/report/PrinterQuestion.h"
+
 #include <QDialog>
+#include <QTimer>
 #include <cstdint>
 #include <memory>
 
@@ -31,6 +34,8 @@ private:
     void sayWhatCounts();
     void ListComPorts();
     void ListPrinters();
+    void fillPrinters(const QString& chosen);
+    void lookForPrinters();
     void ListCurrency();
     void fillTexts();
     void showLanguage(std::int16_t language);
@@ -42,6 +47,8 @@ private:
     void cmdCancel_Click();
 
     std::unique_ptr<Ui::frmOptions> m_ui;
+    platform::PrinterQuestion m_printers;
+    QTimer m_printersLater;
 };
 
 }  // namespace sorvanto

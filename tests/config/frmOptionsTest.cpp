@@ -2,7 +2,7 @@
 #include "config/frmOptions.h"
 
 #include "config/clsOptions.h"
-#include "platform/report/ReportOutput.h"
+#include "platform/report/PrinterQuestion.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/basMain.h"
 #include "shared/databaseInUse.h"
@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QTest>
 #include <fcntl.h>
+#include <future>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -234,6 +235,32 @@ TEST_F(frmOptionsTest, ListsThePrintersAndChoosesTheStoredOne) {
     frmOptions form;
     EXPECT_EQ(entries(form, "cboPrinter"), QStringList({"Counter", "Lab", "PDF"}));
     EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 1);
+}
+
+TEST_F(frmOptionsTest, APrintServiceThatHangsHoldsNothingUpAndChangesNothing) {
+    loadWith("<DefPrinter/>", "<DefPrinter>Lab</DefPrinter>");
+    std::promise<void> answer;
+    platform::setPrinterNames(
+        [hangs = answer.get_future().share()] {
+            hangs.wait();
+            return QStringList{"Counter", "Lab"};
+        },
+        platform::Asked::InThread);
+    const QByteArray before = file();
+    {
+        frmOptions form;
+        EXPECT_EQ(entries(form, "cboPrinter"), QStringList("Lab"));
+        EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 0);
+        click(form, "cmdSave");
+        EXPECT_EQ(file(), before);
+    }
+    frmOptions form;
+    EXPECT_EQ(entries(form, "cboPrinter"), QStringList("Lab"));
+    answer.set_value();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return entries(form, "cboPrinter") == QStringList({"Counter", "Lab"});
+    }));
+    EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 1) << "the one chosen stays chosen";
 }
 
 TEST_F(frmOptionsTest, APrinterIsMatchedExactly) {

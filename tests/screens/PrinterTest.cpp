@@ -3,7 +3,7 @@
 
 #include "config/clsOptions.h"
 #include "platform/report/PreviewWindow.h"
-#include "platform/report/ReportOutput.h"
+#include "platform/report/PrinterQuestion.h"
 
 #include <QAction>
 #include <QDateTimeEdit>

@@ -4,6 +4,7 @@
 #include "platform/basic/SystemLocale.h"
 #include "platform/report/LabelTestSheet.h"
 #include "platform/report/PrintFlow.h"
+#include "platform/report/PrinterQuestion.h"
 #include "platform/report/ReportHooks.h"
 #include "platform/report/ReportRun.h"
 #include "platform/widgets/Theme.h"
@@ -56,7 +57,7 @@ LabelOffsetDialog::LabelOffsetDialog(const ReportDefinition& labels, const QStri
     about->setWordWrap(true);
     m_printer = new QComboBox(this);
     m_printer->setObjectName(u"printer"_s);
-    m_printer->addItems(printerNames());
+    m_printer->addItems(printerNames().value_or(QStringList()));
     m_printer->setCurrentIndex(std::max(0, m_printer->findText(printerName)));
     m_right = lengthBox(u"right"_s, this);
     m_down = lengthBox(u"down"_s, this);

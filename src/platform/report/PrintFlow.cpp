@@ -2,6 +2,7 @@
 #include "platform/report/PrintFlow.h"
 
 #include "platform/ask/Ask.h"
+#include "platform/report/PrinterQuestion.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -45,10 +46,12 @@ PrintFlow::PrintFlow(const PageDocument& document, QWidget* parent, PageProgress
     : m_document(document), m_parent(parent), m_progress(std::move(progress)) {}
 
 bool PrintFlow::print(const QString& printerName, std::optional<QPoint> offset) {
-    const QStringList names = printerNames();
+    const std::optional<QStringList> answer = printerNames();
+    const QStringList names = answer.value_or(QStringList());
     if (names.isEmpty()) {
         const QString question =
-            reportText("There is no printer on this computer. Save the report as PDF instead?");
+            answer ? reportText("There is no printer on this computer. Save the report as PDF instead?")
+                   : reportText("The printers do not answer. Save the report as PDF instead?");
         if (MsgBox(question, {Buttons::YesNo, Icon::Information}) == Answer::Yes)
             savePdf();
         return false;

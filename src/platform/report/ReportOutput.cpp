@@ -14,7 +14,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <algorithm>
 #include <optional>
 
@@ -80,11 +79,6 @@ std::optional<QByteArray> pdfOf(const PageDocument& document, PageRange range, Q
     return whole ? std::optional(bytes) : std::nullopt;
 }
 
-std::function<QStringList()>& namesSource() {
-    static std::function<QStringList()> source;
-    return source;
-}
-
 QString offsetKey(const QString& printer) {
     return u"LabelOffset/"_s + QString::fromLatin1(printer.toUtf8().toPercentEncoding());
 }
@@ -138,10 +132,6 @@ bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offse
         throw RuntimeError(error::deviceIo, u"Printer %1 reported an error"_s.arg(printer.printerName()));
     return whole;
 }
-
-QStringList printerNames() { return namesSource() ? namesSource()() : QPrinterInfo::availablePrinterNames(); }
-
-void setPrinterNames(std::function<QStringList()> names) { namesSource() = std::move(names); }
 
 QPoint printerOffset(const QString& printer) {
     return SettingsFile(windowStateFile()).value(offsetKey(printer)).toPoint();

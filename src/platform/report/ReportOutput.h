@@ -6,7 +6,6 @@
 
 #include <QPoint>
 #include <QString>
-#include <QStringList>
 #include <functional>
 
 class QPrinter;
@@ -27,10 +26,6 @@ void preparePrinter(QPrinter& printer, const PageDocument& document);
 /// twips. False when stopped. Throws deviceIo when the printer refuses.
 bool printDocument(const PageDocument& document, QPrinter& printer, QPoint offset = {},
                    const PageProgress& go = {});
-
-/// The printers of the system. Tests put a list of their own in their place; an empty function restores.
-QStringList printerNames();
-void setPrinterNames(std::function<QStringList()> names);
 
 /// How far a printer's sheets are to be moved, in twips, right and down; kept by printer in the program's
 /// window state file. (0, 0) where nothing was set.

@@ -10,6 +10,7 @@
 #include "platform/basic/SystemLocale.h"
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewWindow.h"
+#include "platform/report/PrinterQuestion.h"
 #include "platform/report/ReportHooks.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/widgets/Texts.h"
@@ -29,6 +30,7 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QProgressBar>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -37,6 +39,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QWheelEvent>
+#include <future>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -482,6 +485,31 @@ TEST_F(Preview, WithoutAPrinterAPdfIsOffered) {
     });
     child<QAction>(*window, "print")->trigger();
     EXPECT_TRUE(QFile::exists(folder.filePath("report.pdf")));
+}
+
+TEST_F(Preview, PrintersThatDoNotAnswerAreWaitedForUntilTheUserHasEnough) {
+    std::promise<void> answer;
+    setPrinterNames(
+        [hangs = answer.get_future().share()] {
+            hangs.wait();
+            return QStringList{"Front desk"};
+        },
+        Asked::InThread);
+    openList(1);
+    support::ScriptedAsker asker;
+    asker.expectMsgBox("The printers do not answer. Save the report as PDF instead?",
+                       BoxStyle{Buttons::YesNo, Icon::Information}, Answer::No);
+    QTimer look;
+    look.callOnTimeout([] {
+        for (QWidget* one : QApplication::topLevelWidgets())
+            if (auto* waiting = qobject_cast<QProgressDialog*>(one))
+                waiting->cancel();
+    });
+    look.start(10);
+    child<QAction>(*window, "print")->trigger();
+    asker.verify();
+    answer.set_value();
+    EXPECT_TRUE(PrinterQuestion().answered(20000));
 }
 
 TEST_F(Preview, AnUnknownPrinterIsToldAndNothingIsSentElsewhere) {
