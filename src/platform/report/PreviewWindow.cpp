@@ -2,10 +2,10 @@
 #include "platform/report/PreviewWindow.h"
 
 #include "platform/ask/Ask.h"
-#include "platform/basic/Memory.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/LabelOffsetDialog.h"
+#include "platform/report/PageDisposal.h"
 #include "platform/report/PageView.h"
 #include "platform/report/PreviewBar.h"
 #include "platform/report/PreviewNotices.h"
@@ -59,8 +59,7 @@ PreviewWindow::PreviewWindow(std::unique_ptr<Report> report)
     connect(&m_nextSlice, &QTimer::timeout, this, &PreviewWindow::layOutMore);
 }
 
-// Its pages go after this; a thousand of them leave 40 MB that the library would keep.
-PreviewWindow::~PreviewWindow() { QTimer::singleShot(0, qApp, &giveBackMemory); }
+PreviewWindow::~PreviewWindow() { new PageDisposal(m_run.takePages(), qApp); }
 
 void PreviewWindow::build() {
     setWindowTitle(m_run.document().caption);

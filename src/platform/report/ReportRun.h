@@ -28,6 +28,8 @@ public:
     double progress() const;
     const Report& report() const { return *m_report; }
     const PageDocument& document() const { return m_document; }
+    /// The pages made so far leave the document; only at the end of a run that nobody looks at any more.
+    std::vector<Page> takePages() { return std::move(m_document.pages); }
 
 private:
     std::unique_ptr<Report> m_report;
