@@ -1,22 +1,26 @@
 #include "records/ColumnTexts.h"
 
 #include "platform/basic/Values.h"
-#include "platform/data/TableReader.h"
 #include "shared/basMain.h"
 
 namespace sorvanto {
 
-using namespace platform;
+ColumnTexts::ColumnTexts(const QString& table, const QString& key, const QString& column)
+    : m_reader(openDB(), table, key, {column}) {}
+
+bool ColumnTexts::readPiece() {
+    constexpr int piece = 1000;
+    const std::vector<platform::KeyedRow> rows = m_reader.next(piece);
+    for (const platform::KeyedRow& row : rows)
+        m_texts.insert(row.key, platform::nullText(row.values.front()));
+    return !rows.empty();
+}
 
 QHash<std::int64_t, QString> columnTexts(const QString& table, const QString& key, const QString& column) {
-    constexpr int piece = 1000;
-    QHash<std::int64_t, QString> texts;
-    TableReader reader(openDB(), table, key, {column});
-    for (auto rows = reader.next(piece); !rows.empty(); rows = reader.next(piece)) {
-        for (const KeyedRow& row : rows)
-            texts.insert(row.key, nullText(row.values.front()));
+    ColumnTexts reader(table, key, column);
+    while (reader.readPiece()) {
     }
-    return texts;
+    return reader.texts();
 }
 
 }  // namespace sorvanto

@@ -1,6 +1,7 @@
 // Incremental jump in a list.
 #include "records/ListTypeAhead.h"
 
+#include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "records/ColumnTexts.h"
 
@@ -10,11 +11,42 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
+ListTypeAhead::ListTypeAhead(QObject* parent) : QObject(parent) {
+    connect(&m_pieces, &QTimer::timeout, this, &ListTypeAhead::readAhead);
+}
+
+ListTypeAhead::~ListTypeAhead() = default;
+
 void ListTypeAhead::setRows(const platform::RecordsetPtr& rows, int column) {
     m_rows = rows;
     m_column = column;
     m_texts.clear();
     clear();
+    startReading();
+}
+
+void ListTypeAhead::startReading() {
+    constexpr int fewRows = 200;
+    m_reader.reset();
+    m_pieces.stop();
+    if (!m_rows || m_column < 0 || m_rows->recordCount() <= fewRows)
+        return;
+    const platform::FieldInfo& key = m_rows->fieldInfo(0);
+    const platform::FieldInfo& column = m_rows->fieldInfo(m_column);
+    if (key.baseTable.isEmpty() || column.baseTable != key.baseTable)
+        return;
+    m_reader = std::make_unique<ColumnTexts>(key.baseTable, key.baseColumn, column.baseColumn);
+    m_pieces.start(0);
+}
+
+// What can't be read is told by the key that needs it.
+void ListTypeAhead::readAhead() {
+    try {
+        if (!m_reader->readPiece())
+            m_pieces.stop();
+    } catch (const platform::RuntimeError&) {
+        m_pieces.stop();
+    }
 }
 
 void ListTypeAhead::clear() { setWord({}); }
@@ -52,19 +84,19 @@ bool ListTypeAhead::tryWord(const QString& word, int from) {
 }
 
 void ListTypeAhead::readTexts() {
-    constexpr int fewRows = 200;
     const std::int64_t count = m_rows->recordCount();
     m_texts.reserve(static_cast<std::size_t>(count));
-    const platform::FieldInfo& key = m_rows->fieldInfo(0);
-    const platform::FieldInfo& column = m_rows->fieldInfo(m_column);
-    if (count <= fewRows || key.baseTable.isEmpty() || column.baseTable != key.baseTable) {
+    if (!m_reader) {
         for (std::int64_t row = 0; row < count; ++row)
             m_texts.push_back(platform::nullText(m_rows->valueAt(row, m_column)).toCaseFolded());
         return;
     }
-    const auto texts = columnTexts(key.baseTable, key.baseColumn, column.baseColumn);
+    m_pieces.stop();
+    while (m_reader->readPiece()) {
+    }
     for (std::int64_t row = 0; row < count; ++row)
-        m_texts.push_back(texts.value(m_rows->valueAt(row, 0).toLongLong()).toCaseFolded());
+        m_texts.push_back(m_reader->texts().value(m_rows->valueAt(row, 0).toLongLong()).toCaseFolded());
+    m_reader.reset();
 }
 
 int ListTypeAhead::search(const QString& folded, int from) {

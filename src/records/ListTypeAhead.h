@@ -6,17 +6,21 @@
 
 #include <QObject>
 #include <QString>
-#include <functional>
+#include <QTimer>
+#include <memory>
 #include <vector>
 
 class QKeyEvent;
 
 namespace sorvanto {
 
+class ColumnTexts;
+
 class ListTypeAhead : public QObject {
     Q_OBJECT
 public:
-    explicit ListTypeAhead(QObject* parent = nullptr) : QObject(parent) {}
+    explicit ListTypeAhead(QObject* parent = nullptr);
+    ~ListTypeAhead() override;
 
     /// The rows to search and the column to look at, -1 for none.
     void setRows(const platform::RecordsetPtr& rows, int column);
@@ -32,7 +36,10 @@ signals:
 
 private:
     bool tryWord(const QString& word, int from);
-    /// Many rows of one table by one statement, since a list reads a row only when it is looked at.
+    /// Many rows of one table by statements of their own, since a list reads a row only when it is looked at.
+    void startReading();
+    void readAhead();
+    /// Whatever has not been read yet.
     void readTexts();
     int search(const QString& folded, int from);
     void setWord(const QString& word);
@@ -40,7 +47,9 @@ private:
     platform::RecordsetPtr m_rows;
     int m_column = -1;
     QString m_word;
-    std::vector<QString> m_texts;  ///< folded texts of the column, read at the first key
+    std::unique_ptr<ColumnTexts> m_reader;  ///< until all is read
+    QTimer m_pieces;                        ///< reads while nobody types
+    std::vector<QString> m_texts;           ///< folded texts of the column, there from the first key on
 };
 
 }  // namespace sorvanto

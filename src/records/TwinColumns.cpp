@@ -1,6 +1,8 @@
 #include "records/TwinColumns.h"
 
+#include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/Sqlite.h"
 #include "platform/data/TableReader.h"
 #include "records/ColumnTexts.h"
 #include "shared/Translator.h"
@@ -20,6 +22,7 @@ using namespace platform;
 namespace {
 
 constexpr auto chemicalTable = "Chemical"_L1;
+constexpr auto nameColumn = "chm_Name"_L1;
 
 struct TwinColumn {
     const char* column;
@@ -37,9 +40,18 @@ bool hasColumn(const Recordset& rows, const QString& column) {
     return false;
 }
 
+/// One look at the index of names: without two equal ones there are no twins in a list that shows them.
+bool someNameComesTwice() {
+    return sqlite::number(
+               deref(openDB()).handle(),
+               u"SELECT EXISTS (SELECT 1 FROM Chemical GROUP BY chm_Name HAVING count(*) > 1)"_s) != 0;
+}
+
 /// Whether two rows of the list show the same in every column but the key.
 bool hasTwins(const Recordset& rows) {
     constexpr int piece = 1000;
+    if (hasColumn(rows, nameColumn) && !someNameComesTwice())
+        return false;
     QStringList columns;
     for (int field = 1; field < rows.fieldCount(); ++field)
         columns << rows.fieldInfo(field).baseColumn;
