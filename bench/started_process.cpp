@@ -87,7 +87,8 @@ void endProcess(pid_t process) {
 std::vector<Picture> watch(pid_t process, const QImage& before, const QElapsedTimer& clock, int rest) {
     std::vector<Picture> pictures;
     double lastChange = 0;
-    while (clock.elapsed() < longestStart && (pictures.empty() || clock.elapsed() - lastChange < rest)) {
+    while (clock.elapsed() < longestStart &&
+           (pictures.empty() || static_cast<double>(clock.elapsed()) - lastChange < rest)) {
         const QImage now = strip();
         if (now != (pictures.empty() ? before : pictures.back().strip)) {
             lastChange = static_cast<double>(clock.nsecsElapsed()) / 1e6;

@@ -19,8 +19,9 @@ void Application::noteBlocks() {
     });
 }
 
-void Application::watchBlocks(qint64 limit, Heartbeat::Listener listener) {
-    m_heartbeat = std::make_unique<Heartbeat>(*eventDispatcher(), limit, std::move(listener));
+void Application::watchBlocks(qint64 limit, Heartbeat::Listener listener, Heartbeat::Clock clock) {
+    m_heartbeat =
+        std::make_unique<Heartbeat>(*eventDispatcher(), limit, std::move(listener), std::move(clock));
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -16,8 +16,8 @@ public:
     /// From now on errors.log says when the interface stood still for more than a tenth of a second, and during what;
     /// nobody is disturbed by it.
     void noteBlocks();
-    /// From now on the listener hears of each block of more than so many milliseconds.
-    void watchBlocks(qint64 limit, Heartbeat::Listener listener);
+    /// From now on the listener hears of each block of more than so many milliseconds, of that clock if there is one.
+    void watchBlocks(qint64 limit, Heartbeat::Listener listener, Heartbeat::Clock clock = {});
 
     bool notify(QObject* receiver, QEvent* event) override;
 
