@@ -3,7 +3,6 @@
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/widgets/FontsAhead.h"
 #include "platform/widgets/QtAsker.h"
 #include "platform/widgets/Theme.h"
 #include "setup/CommandLine.h"
@@ -62,9 +61,7 @@ int main(int argc, char** argv) {
     const QStringList words = wordsOf(argc, argv);
     if (sorvanto::needsNoWindow(words))
         return sorvanto::runWithoutWindow(words, out, err);
-    std::optional<platform::FontsAhead> fonts(std::in_place);
     Application application(argc, argv);  // takes the toolkit's own options out of the line
-    fonts.reset();
     const sorvanto::StartOrder order = sorvanto::readStart(Application::arguments().mid(1));
     if (!order.mistake.isEmpty())
         return sorvanto::runWithoutWindow(Application::arguments().mid(1), out, err);
