@@ -5,6 +5,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
 #include "records/ListTypeAhead.h"
+#include "records/WidestText.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "ui_frmSearchRS.h"
@@ -108,25 +109,32 @@ ListMeasure frmSearchRS::measure() const {
     return {character, 22 * character};  // the default holds a date with its time
 }
 
-int frmSearchRS::neededWidth(int column) const {
+// Row by row, since the set keeps fewer rows than are looked at.
+std::vector<int> frmSearchRS::neededWidths() const {
     const QAbstractItemModel& model = *m_ui->TDBList1->model();
-    const QFontMetrics metrics = m_ui->TDBList1->fontMetrics();
-    int widest = 0;
-    for (int row = 0; row < std::min(model.rowCount(), looked); ++row)
-        widest = std::max(widest,
-                          metrics.horizontalAdvance(model.index(row, column).data().toString().left(looked)));
-    return std::max(widest + cellMargins, m_ui->TDBList1->horizontalHeader()->sectionSizeHint(column));
+    std::vector<QStringList> texts(m_ui->TDBList1->columns().size());
+    for (int row = 0; row < std::min(model.rowCount(), looked); ++row) {
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            texts[i] << model.index(row, static_cast<int>(i)).data().toString().left(looked);
+    }
+    std::vector<int> widths;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        widths.push_back(std::max(widestText(texts[i], m_ui->TDBList1->fontMetrics()) + cellMargins,
+                                  m_ui->TDBList1->horizontalHeader()->sectionSizeHint(static_cast<int>(i))));
+    return widths;
 }
 
 void frmSearchRS::fit() {
     platform::RecordGrid& grid = *m_ui->TDBList1;
+    const std::vector<int> needed = neededWidths();
     std::vector<ColumnNeed> columns;
     for (int i = 0; i < static_cast<int>(grid.columns().size()); ++i) {
         const platform::GridColumn& column = grid.columns()[static_cast<std::size_t>(i)];
         if (column.hidden)
             columns.push_back({});
         else
-            columns.push_back({column.width, neededWidth(i), givesRoom(platform::deref(m_rows), i),
+            columns.push_back({column.width, needed[static_cast<std::size_t>(i)],
+                               givesRoom(platform::deref(m_rows), i),
                                grid.horizontalHeader()->sectionSizeHint(i)});
     }
     const int most = screen()->availableGeometry().width() - frameMargins;

@@ -52,7 +52,7 @@ private:
     void Form_Load();
     void Form_Activate();
     bool takeKey(QKeyEvent& key);
-    int neededWidth(int column) const;
+    std::vector<int> neededWidths() const;
     /// The row selected, -1 when there is none.
     int currentRow() const;
     void goToRow(int row);

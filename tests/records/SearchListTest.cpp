@@ -383,6 +383,22 @@ TEST_F(SearchListTest, ManyHitsAreShownWhole) {
     EXPECT_EQ(log.LogID, 30000);
 }
 
+TEST_F(SearchListTest, ALongListIsReadWhileNobodyTypes) {
+    sql("WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 2600) "
+        "INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) "
+        "SELECT i, 'Gel', 'X' || i, datetime('2020-01-01', '+' || i || ' minutes') FROM n");
+    asker.expectModal("frmSearchRS", [&](QWidget& form) {
+        for (int turn = 0; turn < 100; ++turn)
+            QCoreApplication::processEvents();
+        sql("UPDATE Log SET log_Lot = 'changed since'");
+        QTest::keyClicks(list(form), "X2345");
+        press(form, "cmdOK");
+    });
+    clsLog log;
+    log.openLog(0, "Gel");
+    EXPECT_EQ(log.LogID, 2345);
+}
+
 TEST_F(SearchListTest, IsAsWideAsItsColumnsAndShowsThemAll) {
     const QString columns = "ChemicalID, chm_Name, chm_Lot, chm_NDC, chm_Cost, chm_AWP, chm_Notes, chm_Form, "
                             "chm_GUID, chm_Supplier";
