@@ -122,6 +122,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     platform::applyTheme(application, false);
     benchmark::Initialize(&argc, argv);
+    program();  // before anything is measured
     benchmark::RunSpecifiedBenchmarks();
     delete &program();
     return 0;
