@@ -16,6 +16,8 @@ CREATE TABLE History (
     hst_What TEXT(20) NOT NULL,
     hst_Person TEXT(100),
     hst_Program TEXT(40),
+    hst_Deed TEXT(20),
+    hst_Note TEXT(200),
     hst_Digest BLOB,
     hst_Seal BLOB,
     hst_Salt BLOB DEFAULT (randomblob(16)),

@@ -1,5 +1,6 @@
 #include "core/HistoryCaptions.h"
 
+#include "history/HistoryDeed.h"
 #include "platform/basic/Dates.h"
 #include "platform/report/Report.h"
 #include "shared/Translator.h"
@@ -118,7 +119,16 @@ QString historyValue(const QString& column, const QVariant& value) {
                                                  : value.toString();
 }
 
-QString historyDeed(const QString& what) {
+QString historyDeed(const HistoryEntry& entry) {
+    const QString& what = entry.what;
+    if (entry.deed == deedText(Deed::Signed))
+        return translated(u"signed"_s);
+    if (entry.deed == deedText(Deed::Imported) && entry.note.isEmpty())
+        return translated(u"imported"_s);
+    if (entry.deed == deedText(Deed::Imported))
+        return translated(u"imported from %1"_s).replace(u"%1"_s, entry.note);
+    if (entry.deed == deedText(Deed::Restored))
+        return translated(u"restored"_s);
     if (what == "made"_L1)
         return translated(u"made"_s);
     if (what == "changed"_L1)

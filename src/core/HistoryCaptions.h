@@ -1,6 +1,8 @@
 // What the fields of the history are called on the screens, and how their values are shown there.
 #pragma once
 
+#include "history/HistoryBook.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -12,7 +14,7 @@ QString historyCaption(const QString& column);
 /// As the user would read it: no text for NULL.
 QString historyValue(const QString& column, const QVariant& value);
 
-/// "made", "changed" and so on in the user's language.
-QString historyDeed(const QString& what);
+/// "made", "signed", "imported from prices.csv" and so on in the user's language.
+QString historyDeed(const HistoryEntry& entry);
 
 }  // namespace sorvanto

@@ -140,7 +140,7 @@ bool HistoryWindow::isWanted(const HistoryEntry& entry) const {
 /// One row a field; who and when stand in the first of them.
 std::vector<QStringList> HistoryWindow::rowsOf(const HistoryEntry& entry) const {
     QStringList head{platform::dateText(QDateTime(entry.moment.date(), entry.moment.time(), Qt::UTC)),
-                     personText(entry.person), historyDeed(entry.what)};
+                     personText(entry.person), historyDeed(entry)};
     std::vector<QStringList> rows;
     for (const HistoryField& field : entry.fields) {
         const QString name = fieldName(entry, field);

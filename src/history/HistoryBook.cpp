@@ -98,8 +98,8 @@ std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& t
         return entries;
     Query row(
         database,
-        u"SELECT HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Person, hst_Name, hst_Fields "
-        "FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s,
+        u"SELECT HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Deed, hst_Note, hst_Person, hst_Name, "
+        "hst_Fields FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s,
         {});
     row.bind(1, table);
     row.bind(2, linesOf(table));
@@ -108,7 +108,8 @@ std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& t
         entries.push_back({row.integer(0), momentOf(row.value(1, asText).toString(), row.integer(2)),
                            row.value(3, asText).toString(), row.integer(4), row.value(5, asText).toString(),
                            row.value(6, asText).toString(), row.value(7, asText).toString(),
-                           readHistoryFields(row.value(8, asText).toString())});
+                           row.value(8, asText).toString(), row.value(9, asText).toString(),
+                           readHistoryFields(row.value(10, asText).toString())});
     return entries;
 }
 

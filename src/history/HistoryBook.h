@@ -18,6 +18,8 @@ struct HistoryEntry {
     QString table;
     std::int64_t key = 0;
     QString what;    ///< "made", "changed", "deleted", "forgotten"
+    QString deed;    ///< what that was to the user (HistoryDeed.h); mostly empty
+    QString note;    ///< of the deed
     QString person;  ///< empty for another program
     QString name;    ///< of the row: of a line that of its ingredient
     std::vector<HistoryField> fields;

@@ -14,7 +14,7 @@ using platform::Query;
 
 QString sealsSql() {
     const QString seal = sealArguments().arg(u"lag(hst_Seal) OVER (ORDER BY HistoryID)"_s, u"hst_Person"_s,
-                                             u"hst_Program"_s, u"hst_Digest"_s);
+                                             u"hst_Program"_s, u"hst_Deed"_s, u"hst_Note"_s, u"hst_Digest"_s);
     return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
            "coalesce(hst_Seal = history_hash(%1), 0), "
            "coalesce(hst_Digest = history_hash(hst_Salt, hst_Name, hst_Fields), 0), "

@@ -2,6 +2,7 @@
 // call a function of the program: other programs that change the file would fail.
 #include "history/HistorySeal.h"
 
+#include "history/HistoryDeed.h"
 #include "platform/basic/Version.h"
 #include "platform/data/Query.h"
 
@@ -27,13 +28,15 @@ QString quoted(QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'
 
 /// Seals the rows of History that meet the condition; in the order of their keys, which is the engine's for such an
 /// update, so that each finds the one before it sealed.
-QString sealing(const QString& person, const QString& program, const QString& condition) {
+QString sealing(const QString& person, const QString& program, const QString& deed, const QString& note,
+                const QString& condition) {
     const QString digest = u"history_hash(hst_Salt, hst_Name, hst_Fields)"_s;
     const QString before = u"(SELECT p.hst_Seal FROM History p WHERE p.HistoryID < History.HistoryID "
                            "ORDER BY p.HistoryID DESC LIMIT 1)"_s;
-    return u"UPDATE History SET hst_Person = %1, hst_Program = %2, hst_Digest = %3, hst_Seal = history_hash(%4) "
-           "WHERE %5;"_s.arg(person, program, digest, sealArguments().arg(before, person, program, digest),
-                             condition);
+    return u"UPDATE History SET hst_Person = %1, hst_Program = %2, hst_Deed = %3, hst_Note = %4, hst_Digest = %5, "
+           "hst_Seal = history_hash(%6) WHERE %7;"_s.arg(
+               person, program, deed, note, digest,
+               sealArguments().arg(before, person, program, deed, note, digest), condition);
 }
 
 }  // namespace
@@ -53,7 +56,7 @@ void installHistoryHash(platform::Engine& database) {
 }
 
 QString sealArguments() {
-    return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4"_s;
+    return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4, %5, %6"_s;
 }
 
 void keepHistory(const platform::Connection& connection, const HistoryWriter& writer) {
@@ -63,15 +66,17 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
     if (!hasHistory(database))
         return;
     installHistoryHash(database);
+    installHistoryDeed(database);
     const QString outside = quoted(QLatin1String(outsideProgram));
     const QString person = quoted(writer.person);
     const QString program = quoted(writer.program);
     // The file begins its history itself.
     const QString strays = sealing(
-        u"''"_s, u"iif(hst_What = 'begun', %1, %2)"_s.arg(program, outside),
+        u"''"_s, u"iif(hst_What = 'begun', %1, %2)"_s.arg(program, outside), u"NULL"_s, u"NULL"_s,
         u"hst_Seal IS NULL AND HistoryID < NEW.HistoryID AND HistoryID > coalesce((SELECT s.HistoryID FROM "
         "History s WHERE s.hst_Seal IS NOT NULL ORDER BY s.HistoryID DESC LIMIT 1), 0)"_s);
-    const QString own = sealing(person, program, u"HistoryID = NEW.HistoryID"_s);
+    const QString own =
+        sealing(person, program, u"history_deed()"_s, u"history_note()"_s, u"HistoryID = NEW.HistoryID"_s);
     for (const QString& sql :
          {u"PRAGMA temp_store = MEMORY"_s, u"DROP TRIGGER IF EXISTS temp.History_Sealing"_s,
           u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 %2 END"_s.arg(strays,

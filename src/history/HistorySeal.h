@@ -33,7 +33,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
 void installHistoryHash(platform::Engine& database);
 
 /// The arguments of history_hash for the seal of a row of History: %1 the seal before, %2 the person, %3 the program,
-/// %4 the digest.
+/// %4 the deed, %5 its note, %6 the digest.
 QString sealArguments();
 
 }  // namespace sorvanto

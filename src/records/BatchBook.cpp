@@ -1,5 +1,6 @@
 #include "records/BatchBook.h"
 
+#include "history/HistoryDeed.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
 #include "records/BatchRecord.h"
@@ -62,6 +63,7 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
         return {Kind::Different};
     if (missing->isEmpty())
         return {Kind::Whole};
+    const HistoryDeed deed(connection->handle(), Deed::Signed);
     addLines(*connection, keys.front(), *missing);
     return {Kind::Completed, static_cast<int>(missing->size())};
 }

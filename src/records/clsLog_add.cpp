@@ -3,6 +3,7 @@
 #include "records/clsLog.h"
 
 #include "history/HistoryChain.h"
+#include "history/HistoryDeed.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
@@ -173,7 +174,9 @@ clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Re
         const QDateTime moment = now();
         strSQL = insertHead() + insertValues(*formula, *signatures, Results, moment);
         takeDown(*formula, insertedColumns(*formula, *signatures, Results, moment));
-        openDB()->execute(strSQL);
+        const ConnectionPtr connection = openDB();
+        const HistoryDeed deed(connection->handle(), Deed::Signed);
+        connection->execute(strSQL);
         const std::int32_t identity = toInt32(lastIdentity());
         auto log = std::make_shared<clsLog>();
         log->openLog(identity, {});
