@@ -59,6 +59,8 @@ const char ownCostOfAllLines[] =
 
 RecordsetPtr open(const QString& statement, CursorLocation location = CursorLocation::Default) {
     RecordsetPtr set = Recordset::create();
+    if (statement.endsWith("ORDER BY Log.log_Date DESC;"_L1))  // as the search for batches asks
+        set->setOrderWithin(u"Log.log_Name DESC, Log.log_NDC DESC, Log.log_Lot DESC"_s);
     set->open(statement, connection(), platform::LockType::ReadOnly, location);
     return set;
 }

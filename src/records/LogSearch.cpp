@@ -5,6 +5,7 @@
 
 #include "records/SearchText.h"
 #include "shared/Translator.h"
+#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -77,6 +78,13 @@ QString logSearch(LogSearch use, QString search, const QString& keyText) {
     statement += filter(search, keyText);
     statement += u" ORDER BY Log.log_Date DESC;"_s;
     return statement;
+}
+
+platform::RecordsetPtr openLogSearch(const QString& statement) {
+    const auto rows = platform::Recordset::create();
+    rows->setOrderWithin(u"Log.log_Name DESC, Log.log_NDC DESC, Log.log_Lot DESC"_s);
+    rows->open(statement, openDB(), platform::LockType::Pessimistic);
+    return rows;
 }
 
 }  // namespace sorvanto

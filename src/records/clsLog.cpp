@@ -98,8 +98,7 @@ clsLogPtr clsLog::copy() const {
 void clsLog::openLog(std::int32_t key, const QString& Search) {
     guarded(u"clsLog:openLog"_s, [&] {
         strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
-        const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), LockType::Pessimistic);
+        const RecordsetPtr rows = openLogSearch(strSQL);
         chooseRow(rows, u"LogID"_s);
         if (!rows->eof())
             readLog(*this, *rows);

@@ -44,8 +44,7 @@ bool clsPatient::addRX(QString Search) {
     return guarded(u"clsPatient:addRX"_s, false, [&] {
         // By key the text itself stands in the condition; being empty, it breaks the statement.
         strSQL = logSearch(LogSearch::OfPrescription, Search, Search);
-        const RecordsetPtr rows = Recordset::create();
-        rows->open(strSQL, openDB(), LockType::Pessimistic);
+        const RecordsetPtr rows = openLogSearch(strSQL);
         chooseRow(rows, u"LogID"_s);
         std::int64_t count = 0;
         if (!rows->eof()) {

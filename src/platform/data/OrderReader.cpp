@@ -18,7 +18,7 @@ public:
     RowOrder read() {
         std::size_t groupsFrom = 0;
         for (std::size_t i = 1; i < m_view.size(); i = next(i)) {
-            if (!m_view.at(i, Kind::Name))
+            if (!m_view.at(i, Kind::Name) || isPartOfPath(i))
                 continue;
             if (groupsFrom > 0 && isOneOf(m_view[i], {"HAVING", "ORDER"}))
                 m_found.groups = m_writer.join(groupsFrom, i), groupsFrom = 0;
@@ -42,12 +42,19 @@ private:
     /// Behind the token, or behind the parenthesis that it opens.
     std::size_t next(std::size_t i) const { return m_view.at(i, Kind::Open) ? m_view.closeOf(i) + 1 : i + 1; }
 
+    bool isName(std::size_t i) const { return m_view.at(i, Kind::Name) || m_view.at(i, Kind::Bracket); }
+
+    /// Table or column of Table.Column: most words of a long list.
+    bool isPartOfPath(std::size_t i) const {
+        return m_view.at(i - 1, Kind::Dot) || m_view.at(i + 1, Kind::Dot);
+    }
+
     void readColumns(std::size_t from) {
         m_selecting = false;
         for (std::size_t i = 1; i < from; i = next(i)) {
-            if (m_view.nameAt(i) && m_view.at(i + 1, Kind::Dot) && m_view.nameAt(i + 2))
+            if (m_view.at(i + 1, Kind::Dot) && isName(i) && isName(i + 2))
                 m_found.columns.emplace_back(m_view[i].text, m_view[i + 2].text);
-            if (m_view.nameAt(i) && m_view.at(i + 1, Kind::Open))
+            if (m_view.at(i + 1, Kind::Open) && m_view.at(i, Kind::Name))
                 m_sums = m_sums || isOneOf(m_view[i], {"COUNT", "SUM", "AVG", "MIN", "MAX"});
         }
     }

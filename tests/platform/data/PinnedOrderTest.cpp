@@ -18,6 +18,9 @@ const List lists[] = {
     {"SELECT Log.LogID, Log.log_Lot as [Lot], Log.log_Date as [DateLogged] FROM Log WHERE (Log.log_Name Like '%') "
      "ORDER BY Log.log_Date DESC;",
      ""},
+    {"SELECT Log.LogID, Log.log_Lot as [Lot], Log.log_Date as [DateLogged] FROM Log WHERE (Log.log_Name Like '%') "
+     "ORDER BY Log.log_Date DESC;",
+     "Log.log_Name DESC, Log.log_NDC DESC, Log.log_Lot DESC"},
     {"SELECT Chemical.chm_Name, Chemical.chm_Lot FROM Chemical ORDER BY chm_Name;", ""},
     {"SELECT Chemical.chm_Name, FormChem.fch_Qty, FormChem.FormChemID FROM Chemical INNER JOIN FormChem ON "
      "Chemical.ChemicalID = FormChem.ChemicalID WHERE FormChem.FormulaID = 1",

@@ -13,19 +13,32 @@ struct Case {
 };
 
 TEST(SqlState, EachFailureHasTheNumberThatItHasForAFile) {
-    for (const Case& one : {Case{"23503", error::general}, Case{"23001", error::general},
-                            Case{"23514", error::dataMismatch}, Case{"23502", error::dataMismatch},
-                            Case{"22001", error::dataMismatch}, Case{"22P02", error::dataMismatch},
-                            Case{"42804", error::dataMismatch}, Case{"55P03", error::permissionDenied},
-                            Case{"57014", error::permissionDenied}, Case{"40P01", error::permissionDenied},
-                            Case{"40001", error::permissionDenied}, Case{"25006", error::permissionDenied},
-                            Case{"42501", error::permissionDenied}, Case{"53300", error::permissionDenied},
-                            Case{"53100", error::diskFull}, Case{"08006", error::deviceIo},
-                            Case{"57P01", error::deviceIo}, Case{"57P03", error::deviceIo},
-                            Case{"58030", error::deviceIo}, Case{"XX001", error::deviceIo},
-                            Case{"", error::deviceIo}, Case{"??", error::deviceIo},
-                            Case{"42601", error::statement}, Case{"42P01", error::statement},
-                            Case{"42703", error::statement}, Case{"0A000", error::statement}})
+    for (const Case& one : {Case{"23503", error::general},
+                            Case{"23001", error::general},
+                            Case{"23514", error::dataMismatch},
+                            Case{"23502", error::dataMismatch},
+                            Case{"22001", error::dataMismatch},
+                            Case{"22P02", error::dataMismatch},
+                            Case{"42804", error::dataMismatch},
+                            Case{"55P03", error::permissionDenied},
+                            Case{"57014", error::permissionDenied},
+                            Case{"40P01", error::permissionDenied},
+                            Case{"40001", error::permissionDenied},
+                            Case{"25006", error::permissionDenied},
+                            Case{"42501", error::permissionDenied},
+                            Case{"53300", error::permissionDenied},
+                            Case{"53100", error::diskFull},
+                            Case{"08006", error::deviceIo},
+                            Case{"57P01", error::deviceIo},
+                            Case{"57P03", error::deviceIo},
+                            Case{"58030", error::deviceIo},
+                            Case{"XX001", error::deviceIo},
+                            Case{"", error::deviceIo},
+                            Case{"??", error::deviceIo},
+                            Case{"42601", error::statement},
+                            Case{"42P01", error::statement},
+                            Case{"42703", error::statement},
+                            Case{"0A000", error::statement}})
         EXPECT_EQ(failureOf(one.state).number, one.number) << one.state;
 }
 

@@ -86,7 +86,13 @@ bool Guard::allows(int action, const char* first, const char* second) {
 }
 
 bool Guard::knowsTable(const char* name) {
-    const bool known = m_tables.contains(QByteArray(name).toLower());
+    if (!m_lastMet.isEmpty() &&
+        qstricmp(name, m_lastMet.constData()) == 0)  // one look for all columns of a table
+        return true;
+    const QByteArray table = QByteArray(name).toLower();
+    const bool known = m_tables.contains(table);
+    if (known)
+        m_lastMet = table;
     m_metStranger = m_metStranger || !known;
     return known;
 }
@@ -101,6 +107,7 @@ bool Guard::readTables(const QString& statement) {
         tables << names.value(0, asText).toString().toUtf8().toLower();
     const bool differs = tables != m_tables;
     m_tables = std::move(tables);
+    m_lastMet.clear();
     return differs;
 }
 

@@ -44,6 +44,7 @@ private:
     Typed m_typed = Typed::No;
     bool m_metStranger = false;  ///< a table that is not known (yet)
     QSet<QByteArray> m_tables;   ///< lower case
+    QByteArray m_lastMet;        ///< of these
 };
 
 }  // namespace platform::sqlite
