@@ -2,10 +2,11 @@
 // another function is not possible while a statement runs.
 #include "history/HistoryDeed.h"
 
+#include "platform/data/Engine.h"
+
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
-#include <sqlite3.h>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -21,7 +22,7 @@ struct Span {
 
 struct Spans {
     QMutex lock;
-    QHash<sqlite3*, std::vector<Span>> open;
+    QHash<const platform::Engine*, std::vector<Span>> open;
 };
 
 Spans& spans() {
@@ -29,17 +30,14 @@ Spans& spans() {
     return all;
 }
 
-void tell(sqlite3_context* context, QString Span::*part) {
+/// Nothing outside of a span.
+QVariant told(const platform::Engine* database, QString Span::*part) {
     const QMutexLocker locker(&spans().lock);
-    const auto found = spans().open.constFind(sqlite3_context_db_handle(context));
-    const QByteArray text = found == spans().open.constEnd() ? QByteArray() : (found->back().*part).toUtf8();
-    if (text.isEmpty())
-        return sqlite3_result_null(context);
-    sqlite3_result_text(context, text.constData(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+    const auto found = spans().open.constFind(database);
+    if (found == spans().open.constEnd() || (found->back().*part).isEmpty())
+        return {};
+    return found->back().*part;
 }
-
-void historyDeed(sqlite3_context* context, int, sqlite3_value**) { tell(context, &Span::deed); }
-void historyNote(sqlite3_context* context, int, sqlite3_value**) { tell(context, &Span::note); }
 
 }  // namespace
 
@@ -55,9 +53,10 @@ QString deedText(Deed deed) {
     return {};
 }
 
-HistoryDeed::HistoryDeed(sqlite3* database, Deed deed, const QString& note) : m_database(database) {
+HistoryDeed::HistoryDeed(const platform::Engine& database, Deed deed, const QString& note)
+    : m_database(&database) {
     const QMutexLocker locker(&spans().lock);
-    spans().open[database].push_back({deedText(deed), note.left(longestNote)});
+    spans().open[m_database].push_back({deedText(deed), note.left(longestNote)});
 }
 
 HistoryDeed::~HistoryDeed() {
@@ -68,12 +67,13 @@ HistoryDeed::~HistoryDeed() {
         spans().open.remove(m_database);
 }
 
-void installHistoryDeed(sqlite3* database) {
-    constexpr int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS;
-    sqlite3_create_function_v2(database, "history_deed", 0, flags, nullptr, historyDeed, nullptr, nullptr,
-                               nullptr);
-    sqlite3_create_function_v2(database, "history_note", 0, flags, nullptr, historyNote, nullptr, nullptr,
-                               nullptr);
+void installHistoryDeed(platform::Engine& database) {
+    const auto install = [&database](const char* name, QString Span::*part) {
+        database.addFunction(name, platform::FunctionResult::OfTheMoment,
+                             [own = &database, part](const auto&) { return told(own, part); });
+    };
+    install("history_deed", &Span::deed);
+    install("history_note", &Span::note);
 }
 
 }  // namespace sorvanto

@@ -1,7 +1,7 @@
 // What a span of changes is to the user, beyond that rows were made, changed or deleted: a batch was signed, a list was
 // imported, a deleted record was restored. The history of each row that is written meanwhile says so.
 //
-//     const HistoryDeed deed(connection->handle(), Deed::Imported, QFileInfo(path).fileName());
+//     const HistoryDeed deed(connection->engine(), Deed::Imported, QFileInfo(path).fileName());
 //     ... statements, one or many, with a transaction or without ...
 //
 // hst_What stays what happened to the row (made, changed, deleted); hst_Deed holds "imported" and hst_Note the note. Both are
@@ -10,7 +10,9 @@
 
 #include <QString>
 
-struct sqlite3;
+namespace platform {
+class Engine;
+}
 
 namespace sorvanto {
 
@@ -22,19 +24,19 @@ public:
     /// on a connection that doesn't keep it. note: "prices.csv", at most 200 characters, longer ones are cut; nothing of
     /// a patient, since it is not blanked. Spans may lie within each other, the innermost counts; they end in reverse order.
     /// May stand around a transaction, or within one. One thread a connection.
-    HistoryDeed(sqlite3* database, Deed deed, const QString& note = {});
+    HistoryDeed(const platform::Engine& database, Deed deed, const QString& note = {});
     ~HistoryDeed();
     HistoryDeed(const HistoryDeed&) = delete;
     HistoryDeed& operator=(const HistoryDeed&) = delete;
 
 private:
-    sqlite3* m_database;
+    const platform::Engine* m_database;
 };
 
 /// "signed", "imported", "restored", as hst_Deed has them.
 QString deedText(Deed deed);
 
 /// Gives the engine history_deed() and history_note(): those of the span, NULL outside of one.
-void installHistoryDeed(sqlite3* database);
+void installHistoryDeed(platform::Engine& database);
 
 }  // namespace sorvanto

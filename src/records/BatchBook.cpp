@@ -63,7 +63,7 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
         return {Kind::Different};
     if (missing->isEmpty())
         return {Kind::Whole};
-    const HistoryDeed deed(connection->handle(), Deed::Signed);
+    const HistoryDeed deed(connection->engine(), Deed::Signed);
     addLines(*connection, keys.front(), *missing);
     return {Kind::Completed, static_cast<int>(missing->size())};
 }

@@ -2,7 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/Query.h"
 #include "platform/data/TableReader.h"
 #include "records/ColumnTexts.h"
 #include "shared/Translator.h"
@@ -42,9 +42,8 @@ bool hasColumn(const Recordset& rows, const QString& column) {
 
 /// One look at the index of names: without two equal ones there are no twins in a list that shows them.
 bool someNameComesTwice() {
-    return sqlite::number(
-               deref(openDB()).handle(),
-               u"SELECT EXISTS (SELECT 1 FROM Chemical GROUP BY chm_Name HAVING count(*) > 1)"_s) != 0;
+    return number(deref(openDB()).engine(),
+                  u"SELECT EXISTS (SELECT 1 FROM Chemical GROUP BY chm_Name HAVING count(*) > 1)"_s) != 0;
 }
 
 /// Whether two rows of the list show the same in every column but the key.

@@ -175,7 +175,7 @@ clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Re
         strSQL = insertHead() + insertValues(*formula, *signatures, Results, moment);
         takeDown(*formula, insertedColumns(*formula, *signatures, Results, moment));
         const ConnectionPtr connection = openDB();
-        const HistoryDeed deed(connection->handle(), Deed::Signed);
+        const HistoryDeed deed(connection->engine(), Deed::Signed);
         connection->execute(strSQL);
         const std::int32_t identity = toInt32(lastIdentity());
         auto log = std::make_shared<clsLog>();

@@ -22,25 +22,25 @@ protected:
 TEST_F(DeedTest, EachRowOfTheSpanBearsItAndNoOther) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     {
-        const HistoryDeed deed(connection->handle(), Deed::Imported, u"o'prices.csv"_s);
+        const HistoryDeed deed(connection->engine(), Deed::Imported, u"o'prices.csv"_s);
         run("UPDATE Chemical SET chm_Cost = 2");
         run("INSERT INTO Chemical (chm_Name) VALUES ('Menthol')");
     }
     run("DELETE FROM Chemical WHERE chm_Name = 'Urea'");
     EXPECT_EQ(deeds(),
               "made|NULL|NULL\nchanged|imported|o'prices.csv\nmade|imported|o'prices.csv\ndeleted|NULL|NULL");
-    EXPECT_EQ(chainProblems(connection->handle()), QStringList());
-    const auto entries = historyOf(connection->handle(), u"Chemical"_s, 1);
+    EXPECT_EQ(chainProblems(connection->engine()), QStringList());
+    const auto entries = historyOf(connection->engine(), u"Chemical"_s, 1);
     EXPECT_EQ(entries.at(1).deed, "imported");
     EXPECT_EQ(entries.at(1).note, "o'prices.csv");
     EXPECT_EQ(entries.at(2).deed, "");
 }
 
 TEST_F(DeedTest, SpansLieWithinEachOther) {
-    const HistoryDeed outer(connection->handle(), Deed::Restored);
+    const HistoryDeed outer(connection->engine(), Deed::Restored);
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     {
-        const HistoryDeed inner(connection->handle(), Deed::Signed, u"x"_s);
+        const HistoryDeed inner(connection->engine(), Deed::Signed, u"x"_s);
         run("UPDATE Chemical SET chm_Cost = 2");
     }
     run("UPDATE Chemical SET chm_Cost = 3");
@@ -48,18 +48,18 @@ TEST_F(DeedTest, SpansLieWithinEachOther) {
 }
 
 TEST_F(DeedTest, OtherConnectionsAreNotMeant) {
-    const HistoryDeed deed(connection->handle(), Deed::Imported, u"x"_s);
+    const HistoryDeed deed(connection->engine(), Deed::Imported, u"x"_s);
     open(u"lm@bench1"_s)->execute(u"INSERT INTO Chemical (chm_Name) VALUES ('Urea')"_s);
     outside(u"UPDATE Chemical SET chm_Cost = 2"_s);
     run("UPDATE Chemical SET chm_Cost = 3");
     EXPECT_EQ(deeds(), "made|NULL|NULL\nchanged|NULL|NULL\nchanged|imported|x");
-    EXPECT_EQ(chainProblems(connection->handle()), QStringList());
+    EXPECT_EQ(chainProblems(connection->engine()), QStringList());
 }
 
 TEST_F(DeedTest, WhatIsTakenBackLeavesNothing) {
-    const HistoryDeed deed(connection->handle(), Deed::Imported, u"x"_s);
+    const HistoryDeed deed(connection->engine(), Deed::Imported, u"x"_s);
     {
-        platform::Transaction transaction(connection->handle());
+        platform::Transaction transaction(connection->engine());
         run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     }
     EXPECT_EQ(outside(u"SELECT count(*) FROM History"_s), "1");
@@ -68,20 +68,20 @@ TEST_F(DeedTest, WhatIsTakenBackLeavesNothing) {
 TEST_F(DeedTest, ADeedIsSealed) {
     for (const char* column : {"hst_Deed", "hst_Note"}) {
         {
-            const HistoryDeed deed(connection->handle(), Deed::Imported, u"x"_s);
+            const HistoryDeed deed(connection->engine(), Deed::Imported, u"x"_s);
             run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
         }
-        sqlite3_exec(connection->handle(), "BEGIN", nullptr, nullptr, nullptr);
-        sqlite3_exec(connection->handle(), "DROP TRIGGER History_Sealed", nullptr, nullptr, nullptr);
+        platform::run(connection->engine(), u"BEGIN"_s);
+        platform::run(connection->engine(), u"DROP TRIGGER History_Sealed"_s);
         connection->execute(u"UPDATE History SET %1 = 'y' WHERE %1 = 'x' OR %1 = 'imported'"_s.arg(column));
-        EXPECT_EQ(chainProblems(connection->handle()).size(), 1) << column;
-        sqlite3_exec(connection->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        EXPECT_EQ(chainProblems(connection->engine()).size(), 1) << column;
+        platform::run(connection->engine(), u"ROLLBACK"_s);
     }
-    EXPECT_EQ(chainProblems(connection->handle()), QStringList());
+    EXPECT_EQ(chainProblems(connection->engine()), QStringList());
 }
 
 TEST_F(DeedTest, ALongNoteIsCut) {
-    const HistoryDeed deed(connection->handle(), Deed::Imported, QString(300, u'x'));
+    const HistoryDeed deed(connection->engine(), Deed::Imported, QString(300, u'x'));
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     EXPECT_EQ(outside(u"SELECT length(hst_Note) FROM History WHERE HistoryID = 2"_s), "200");
 }

@@ -43,7 +43,7 @@ struct Translation {
     QString table;
     QString rowKey;      ///< with the name of the table
     bool whole = false;  ///< all rows of the table, in the order of their keys
-    RowOrder order;  ///< of a SELECT
+    RowOrder order;      ///< of a SELECT
 };
 
 /// The statement for an engine, with what a result set needs besides. Values that INSERT and UPDATE give to a column

@@ -4,7 +4,6 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Engine.h"
 
-
 using namespace Qt::StringLiterals;
 
 namespace platform {

@@ -40,8 +40,8 @@ void MemoryRows::changed(std::int64_t row, const Row& values) {
 
 void MemoryRows::added(const Row& values, std::int64_t) { append(values); }
 
-KeysetRows::KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select,
-                       RowKeys keys, QString statement)
+KeysetRows::KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select, RowKeys keys,
+                       QString statement)
     : m_connection(std::move(connection)), m_select(std::move(select)), m_text(std::move(statement)),
       m_keys(std::move(keys)), m_kept(keptRows), m_keyField(keyField()) {}
 

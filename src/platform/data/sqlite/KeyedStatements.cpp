@@ -34,16 +34,17 @@ private:
 
 KeyedStatements::KeyedStatements(sqlite3* database, Guard& guard, const Translation& translation,
                                  const QString& statement)
-    : m_database(database), m_table(translation.whole ? translation.table : QString()), m_statement(statement),
-      m_keys(guard.prepareTyped(translation.keysSql, statement, false)),
+    : m_database(database), m_table(translation.whole ? translation.table : QString()),
+      m_statement(statement), m_keys(guard.prepareTyped(translation.keysSql, statement, false)),
       m_row(guard.prepareTyped(translation.rowSql, statement, false)), m_fields(*m_row) {}
 
 /// All keys of a table that has no gap in them, by one look; nothing where there is one.
 std::optional<RowKeys> KeyedStatements::keysWithoutGap() const {
-    Statement ends(m_database,
-                   u"SELECT (SELECT count(*) FROM %1), (SELECT min(rowid) FROM %1), (SELECT max(rowid) FROM %1)"_s.arg(
-                       quotedName(m_table)),
-                   m_statement);
+    Statement ends(
+        m_database,
+        u"SELECT (SELECT count(*) FROM %1), (SELECT min(rowid) FROM %1), (SELECT max(rowid) FROM %1)"_s.arg(
+            quotedName(m_table)),
+        m_statement);
     ends.step();
     const std::int64_t count = ends.integer(0), first = ends.integer(1), last = ends.integer(2);
     const auto span = static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first);
