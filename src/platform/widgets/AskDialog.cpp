@@ -132,7 +132,6 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     m_column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     m_column->setSpacing(2 * grid);
     m_column->setSizeConstraint(QLayout::SetMinimumSize);
-    m_column->addStrut(widthOfTitle(*this));
     auto* row = new QHBoxLayout;
     row->setSpacing(2 * grid);
     if (kind != Icon::None) {
@@ -153,6 +152,7 @@ void AskDialog::build(const QString& prompt, Icon kind, const QString& title) {
     m_buttons->setSpacing(grid);
     m_buttons->addStretch();
     m_column->addLayout(m_buttons);
+    m_column->addStrut(widthOfTitle(*this));  // an item too: the line of an input box counts from the top
 }
 
 void AskDialog::addRemark(const QString& text) {
