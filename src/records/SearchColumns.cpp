@@ -12,6 +12,7 @@ namespace {
 
 constexpr int narrowest = 48;
 constexpr int shortOfGiving = 90;
+constexpr int longName = 240;
 
 /// In characters, halves included.
 double textWidth(int definedSize) {
@@ -64,8 +65,14 @@ std::vector<int> fittedWidths(const std::vector<ColumnNeed>& columns, int room) 
     narrow(widest, false);
     for (int limit = widest; limit >= shortOfGiving && sum() > room; --limit)
         narrow(limit, true);
+    const std::vector<int> whole = fitted;
     for (int limit = widest; limit >= narrowest - 1 && sum() > room; --limit)
         narrow(limit, false);
+    if (sum() <= room)
+        return fitted;
+    fitted = whole;  // what scrolls in any case is not cut for it
+    narrow(longName, false);
+    narrow(narrowest, true);
     return fitted;
 }
 

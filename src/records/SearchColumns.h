@@ -28,7 +28,8 @@ struct ColumnNeed {
 };
 
 /// The designed widths where the room holds them; else no column is wider than its texts, and the widest give of
-/// theirs until all columns are seen, down to a few characters and their headings.
+/// theirs until all columns are seen, down to a few characters and their headings. Where even that is too much, the
+/// list scrolls sideways and names and numbers keep their texts.
 std::vector<int> fittedWidths(const std::vector<ColumnNeed>& columns, int room);
 
 /// Left or top of the window: the wished place if it is above 0 and the window then ends on the screen,

@@ -76,8 +76,16 @@ TEST(SearchColumns, DocumentsAndIdentifiersGiveBeforeNamesDo) {
 TEST(SearchColumns, TheWidestGiveUntilAllAreSeen) {
     const std::vector<int> widths = fittedWidths({{0, 0}, {900, 900}, {800, 700}, {100, 80}, {60, 20}}, 600);
     EXPECT_EQ(widths, (std::vector<int>{0, 236, 236, 80, 48}));
-    EXPECT_EQ(fittedWidths(std::vector<ColumnNeed>(20, {300, 200}), 600), std::vector<int>(20, 47))
-        << "too many for any screen: a little of each";
+}
+
+TEST(SearchColumns, TooManyForAnyScreenKeepTheirTextsAndScroll) {
+    std::vector<ColumnNeed> columns(20, {300, 200});
+    columns[3] = {400, 350};            // a long name
+    columns[5] = {500, 500, true, 60};  // a document
+    std::vector<int> widths(20, 200);
+    widths[3] = 240;
+    widths[5] = 60;
+    EXPECT_EQ(fittedWidths(columns, 600), widths);
 }
 
 }  // namespace
