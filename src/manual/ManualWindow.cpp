@@ -61,30 +61,41 @@ void ManualWindow::open(const ManualPlace& place) {
         m_view->setFocus();
 }
 
-// A modal window blocks all others but those that are transient for it; that is looked at when a window is shown.
+// A modal window blocks all others but those that are transient for it. The desktop looks at that when a window is shown.
 void ManualWindow::standAbove(QWidget* modal) {
     winId();
-    QWindow* above = modal && modal != this ? modal->windowHandle() : nullptr;
-    if (windowHandle()->transientParent() == above)
+    if (windowHandle()->transientParent() == (modal && modal != this ? modal->windowHandle() : nullptr))
         return;
     hide();
-    if (m_modal)
-        m_modal->removeEventFilter(this);
-    m_modal = above ? modal : nullptr;
-    if (m_modal)
-        m_modal->installEventFilter(this);
-    windowHandle()->setTransientParent(above);
+    belongTo(modal);
 }
 
-// It stays open when the window below is gone, above the one that is modal then.
+void ManualWindow::belongTo(QWidget* modal) {
+    if (m_modal)
+        m_modal->removeEventFilter(this);
+    m_modal = modal && modal != this && modal->windowHandle() ? modal : nullptr;
+    if (m_modal)
+        m_modal->installEventFilter(this);
+    windowHandle()->setTransientParent(m_modal ? m_modal->windowHandle() : nullptr);
+}
+
+// A dialog that opens while the manual is read would block it. That one is on show by the next turn of the loop.
+bool ManualWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked) {
+        const auto follow = [this] {
+            if (isVisible())
+                belongTo(QApplication::activeModalWidget());
+        };
+        QMetaObject::invokeMethod(this, follow, Qt::QueuedConnection);
+    }
+    return QWidget::event(event);
+}
+
+// It stays open when the window below is gone, beside the one that is modal then.
 bool ManualWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_modal && event->type() == QEvent::Hide) {
         QWidget* next = QApplication::activeModalWidget();
-        m_modal->removeEventFilter(this);
-        m_modal = next != m_modal ? next : nullptr;
-        if (m_modal)
-            m_modal->installEventFilter(this);
-        windowHandle()->setTransientParent(m_modal ? m_modal->windowHandle() : nullptr);
+        belongTo(next != m_modal ? next : nullptr);
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -30,11 +30,13 @@ public:
     ~ManualWindow() override;
 
     /// Shows the place and comes to the front, also above a modal window, where it can be read as long as that one is
-    /// open. A place that is not in the manual is its first page.
+    /// open; beside one that opens later it stays in use, where it stands. A place that is not in the manual is its
+    /// first page.
     void open(const ManualPlace& place);
     const Manual& manual() const { return m_manual; }
 
 protected:
+    bool event(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -64,6 +66,7 @@ private:
     void changePart();
     void setZoom(double zoom);
     void standAbove(QWidget* modal);
+    void belongTo(QWidget* modal);
     void remember() const;
 
     Manual m_manual;

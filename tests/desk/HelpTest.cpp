@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -46,6 +47,24 @@ TEST_F(HelpDeskTest, ADialogGoesOnWhereItWas) {
     click(u"cmdMake"_s);
     EXPECT_EQ(shown, QStringList{u"frmMake"_s});
     EXPECT_EQ(window->current(), currentFormula) << "the batch goes on";
+}
+
+TEST_F(HelpDeskTest, OpenAlreadyItIsReadBesideADialog) {
+    click(u"cmdFormulas"_s);
+    read();
+    whileOpen(u"frmMake"_s, [](QWidget& form) {
+        auto* search = support::child<QLineEdit>(*manual(), u"txtManualSearch"_s);
+        EXPECT_TRUE(test::waitFor([&] {
+            QTest::mouseClick(manual()->windowHandle(), Qt::LeftButton, {},
+                              search->mapTo(manual(), search->rect().center()));
+            return search->hasFocus();
+        }));
+        EXPECT_TRUE(form.isVisible());
+        support::child<QPushButton>(form, "OKButton")->click();
+    });
+    click(u"cmdMake"_s);
+    EXPECT_EQ(window->current(), currentFormula) << "the batch goes on";
+    EXPECT_TRUE(isRead());
 }
 
 TEST_F(HelpDeskTest, TheManualStaysWhenTheDialogBelowIsAnswered) {

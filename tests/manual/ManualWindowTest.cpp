@@ -291,6 +291,49 @@ TEST_F(ManualWindowTest, ADialogOverADialogGivesItBackToTheFirst) {
     EXPECT_TRUE(first.isVisible());
 }
 
+TEST_F(ManualWindowTest, OpenBeforeADialogItStaysInUseBesideIt) {
+    const auto used = [this] {
+        auto* button = child<QToolButton>(*window, "cmdLarger");
+        QSignalSpy clicks(button, &QToolButton::clicked);
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                          button->mapTo(window.get(), button->rect().center()));
+        return clicks.size() == 1;
+    };
+    open("labels.md");
+    QDialog first;
+    first.setModal(true);
+    first.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&first)) << "the dialog is in front";
+    EXPECT_TRUE(QTest::qWaitFor(used)) << "beside a dialog";
+    QDialog second(&first);
+    second.setModal(true);
+    second.show();
+    EXPECT_TRUE(QTest::qWaitFor(used)) << "and one above that";
+    second.hide();
+    EXPECT_TRUE(QTest::qWaitFor(used));
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    follow("signing.md");
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(page(), "labels.md") << "its keys work";
+    first.hide();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(used());
+    EXPECT_EQ(window->windowHandle()->transientParent(), nullptr);
+}
+
+TEST_F(ManualWindowTest, ADialogThatIsGoneAtOnceLeavesItFree) {
+    open("labels.md");
+    {
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.show();
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->windowHandle()->transientParent(), nullptr);
+    EXPECT_TRUE(window->isVisible());
+}
+
 TEST_F(ManualWindowTest, WithoutPagesItSaysSo) {
     make(folder.path());
     open("labels.md");
