@@ -1,5 +1,6 @@
 #include "core/DraftStrip.h"
 
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -64,6 +65,7 @@ QToolButton* DraftStrip::addArrow(const char* name, const char* icon, int direct
 }
 
 void DraftStrip::offer(const QString& text, bool readOnly, int number, int count) {
+    const bool isNew = isHidden() || accessibleName() != text;
     m_text->setText(text);
     setAccessibleName(text);
     m_others->setVisible(count > 1);
@@ -81,6 +83,8 @@ void DraftStrip::offer(const QString& text, bool readOnly, int number, int count
     m_discard->setText(translated(u"Discard"_s));
     m_discardAll->setText(translated(u"Discard all"_s));
     show();
+    if (isNew)
+        platform::sayAloud(*this);
 }
 
 }  // namespace sorvanto

@@ -3,6 +3,7 @@
 #include "core/ErrorReportList.h"
 #include "core/ProblemTexts.h"
 #include "mixer/PanelTexts.h"
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -90,6 +91,8 @@ void ErrorStrip::showReport(const ErrorReport& report) {
     m_problems->hide();
     show();
     showTexts();
+    if (m_ofThisClick == 1)
+        platform::sayAloud(*m_text);
     emit shownChanged(true);
     if (m_list)
         m_list->showReports();

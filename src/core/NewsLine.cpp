@@ -3,10 +3,10 @@
 #include "core/News.h"
 #include "core/NewsButtons.h"
 #include "core/NewsList.h"
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -64,10 +64,7 @@ void NewsLine::showActions() {
 }
 
 // Screen readers say what a status line is named when its name changes, and an alert where they know of it.
-void NewsLine::alert() {
-    QAccessibleEvent event(m_text, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
-}
+void NewsLine::alert() { platform::sayAloud(*m_text); }
 
 // Not while somebody is about to click.
 void NewsLine::fade() {

@@ -1,6 +1,7 @@
 // The notice card. Its kind shows by the mark as well as by the color.
 #include "mixer/NoticeCard.h"
 
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QLabel>
@@ -50,13 +51,17 @@ QPushButton* NoticeCard::addButton(const char* name) {
 }
 
 void NoticeCard::show(Kind kind, const QString& text) {
+    const bool changed = m_kind != kind || m_label->text() != text;
+    const bool isNew = !text.isEmpty() && (changed || isHidden());
     setVisible(!text.isEmpty());
-    if (m_kind == kind && m_label->text() == text)
-        return;
-    m_kind = kind;
-    m_label->setText(text);
-    setAccessibleName(text);
-    update();
+    if (changed) {
+        m_kind = kind;
+        m_label->setText(text);
+        setAccessibleName(text);
+        update();
+    }
+    if (isNew)
+        platform::sayAloud(*this);
 }
 
 QString NoticeCard::text() const { return isHidden() ? QString() : m_label->text(); }

@@ -1,6 +1,7 @@
 // The strip that shows error reports, and the window that lists them.
 #include "core/ErrorStrip.h"
 #include "Child.h"
+#include "Heard.h"
 #include "TestProgram.h"
 #include "core/ErrorReportList.h"
 
@@ -62,6 +63,17 @@ TEST_F(ErrorStripTest, SaysWhatTheNewestReportMeans) {
     QCoreApplication::processEvents();
     report("The disk is full", "frmLog:saveForm", "61");
     EXPECT_EQ(shown(), diskFull);
+}
+
+TEST_F(ErrorStripTest, ScreenReadersSayIt) {
+    const support::Heard heard;
+    report("SQL logic error");
+    EXPECT_EQ(support::Heard::all(), QStringList(notSaved));
+    report("No current record", "frmLog:moveNext", "3021");
+    EXPECT_EQ(support::Heard::all().size(), 1) << "of one click the first alone, as it is shown";
+    QCoreApplication::processEvents();
+    report("The disk is full", "frmLog:saveForm", "61");
+    EXPECT_EQ(support::Heard::all(), (QStringList{notSaved, diskFull}));
 }
 
 TEST_F(ErrorStripTest, OfSeveralReportsInOneClickTheFirstIsShown) {

@@ -1,6 +1,7 @@
 // What is announced, as the status line, its list and the card show it.
 #include "core/News.h"
 #include "Child.h"
+#include "Heard.h"
 #include "Settle.h"
 #include "TestProgram.h"
 #include "core/NewsCard.h"
@@ -176,6 +177,14 @@ TEST_F(NewsTest, ACardStaysUntilItIsClosedOrAnswered) {
     action(card, 0)->click();
     EXPECT_EQ(run, 1);
     EXPECT_TRUE(card.isHidden());
+}
+
+TEST_F(NewsTest, ScreenReadersSayEachWhole) {
+    const support::Heard heard;
+    const QString name = u"Hydroquinone "_s.repeated(20);
+    announce(name);
+    announce(u"Saved"_s);
+    EXPECT_EQ(support::Heard::all(), (QStringList{name, u"Saved"_s}));
 }
 
 TEST_F(NewsTest, ScreenReadersFindItAsTheNameOfTheLine) {

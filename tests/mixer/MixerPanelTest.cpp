@@ -2,6 +2,7 @@
 #include "MemoryLine.h"
 #include "support/Child.h"
 #include "support/FixedClock.h"
+#include "support/Heard.h"
 #include "support/ScriptedAsker.h"
 #include "support/Settle.h"
 #include "support/TempProgramFolder.h"
@@ -294,6 +295,18 @@ TEST_F(MixerPanelTest, Fault) {
     button("mixerOk")->click();
     ASSERT_TRUE(ringSays("nothing loaded"));
     EXPECT_EQ(buttons(), (QStringList{"Load again", "Start (off)"}));
+}
+
+TEST_F(MixerPanelTest, ScreenReadersSayEachNoticeOnce) {
+    const support::Heard heard;
+    NoticeCard card;
+    card.show(NoticeCard::Kind::Warning, "The lid is open.");
+    card.show(NoticeCard::Kind::Warning, "The lid is open.");
+    card.show(NoticeCard::Kind::Problem, "The mixer is gone.");
+    card.show(NoticeCard::Kind::Problem, {});
+    EXPECT_EQ(support::Heard::all(), (QStringList{"The lid is open.", "The mixer is gone."}));
+    card.show(NoticeCard::Kind::Problem, "The mixer is gone.");
+    EXPECT_EQ(support::Heard::all().size(), 3) << "it is gone again";
 }
 
 TEST_F(MixerPanelTest, AStoppedMixLooksStopped) {

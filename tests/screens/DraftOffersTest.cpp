@@ -1,5 +1,6 @@
 // Several drafts on offer, drafts of copies and of other databases, and what becomes of an offer meanwhile.
 #include "DraftsTest.h"
+#include "Heard.h"
 
 #include "platform/basic/Dates.h"
 #include "shared/databaseInUse.h"
@@ -56,6 +57,12 @@ TEST_F(DraftOffersTest, OneOfferSaysNothingOfOthers) {
     EXPECT_EQ(str(count()), "");
     EXPECT_FALSE(discardAll().isVisible());
     EXPECT_FALSE(arrow("cmdOlderDraft").isVisible());
+}
+
+TEST_F(DraftOffersTest, ScreenReadersSayTheOffer) {
+    const support::Heard heard;
+    loseTexts({"first"});
+    EXPECT_EQ(support::Heard::all().filter(offer()).size(), 1) << str(support::Heard::all().join('|'));
 }
 
 TEST_F(DraftOffersTest, SeveralAreCountedAndLedThrough) {
