@@ -205,6 +205,8 @@ void HealthPage::showLines() {
     int row = 0;
     for (const HealthLine& line : m_lines)
         addLine(row++, line);
+    for (QWidget* each : m_card->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        each->show();  // at once: the layout would do it a turn later, and the lines would blink
     const auto bad =
         std::count_if(m_lines.begin(), m_lines.end(), [](const HealthLine& line) { return !line.good; });
     m_summary->setText(bad == 0

@@ -62,6 +62,7 @@ TraceWindow::TraceWindow(Tracer tracer, const Start& start, QWidget* parent)
     connect(m_print, &QPushButton::clicked, this, &TraceWindow::print);
     connect(m_export, &QPushButton::clicked, this, &TraceWindow::exportList);
     m_text->setText(start.text);
+    m_text->selectAll();  // another one is typed over it
     search();
     choose(start.key);
 }
