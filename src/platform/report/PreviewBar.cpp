@@ -38,7 +38,7 @@ PreviewBar::PreviewBar(bool labelStock, QWidget* parent) : QToolBar(parent) {
     print = tool("print", "print", QKeySequence::Print, "Print");
     savePdf = tool("savePdf", "pdf", QKeySequence::Save, "Save as PDF");
     if (labelStock)
-        offset = tool("offset", "options", QKeySequence(u"Ctrl+L"_s), "Align the labels of a printer");
+        offset = tool("offset", "options", QKeySequence(u"Ctrl+L"_s), "Align labels");
     addSeparator();
     first = tool("first", "first", QKeySequence(u"Ctrl+Home"_s), "First page");
     previous = tool("previous", "previous", QKeySequence(u"Ctrl+PgUp"_s), "Previous page");
