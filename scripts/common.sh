@@ -10,13 +10,13 @@ build_preset() {
   cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
 
-# start_display: a virtual screen of 1366x768 with a small window manager, on a free display number.
+# start_display [size]: a virtual screen of 1366x768, or that size, with a small window manager, on a free display number.
 # Sets DISPLAY; the processes' ids go to display_pids, to be ended by stop_display.
 display_pids=""
 start_display() {
   local number
   number=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$number" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${1:-1366x768}x24" -nolisten tcp 3>"$number" 2>/dev/null &
   display_pids="$!"
   for _ in $(seq 100); do
     [ -s "$number" ] && break

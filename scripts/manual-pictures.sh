@@ -1,50 +1,76 @@
 #!/usr/bin/env bash
-# Makes most of the manual's pictures anew, in all eight languages, in few colors; those of the start, the health page,
-# problems and search lists are taken by hand. Most are windows of the sample pharmacy as
-# the tests that look at every window keep them; those of a mix come from the tour, with a simulated mixer.
-# Only on a computer that has nothing else to do: a simulated mixer that waits too long is shown as lost.
-#   scripts/manual-pictures.sh [--no-build]
+# Makes all of the manual's pictures anew, in all eight languages, in few colors. Windows of the sample pharmacy come
+# from the tests that look at every window; those of a mix, of a start and of what is done at the desk come from the
+# tour, with a simulated mixer. Ends with 1 and their names when pictures that the pages show are missing.
+#   scripts/manual-pictures.sh [--no-build] [language...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/common.sh
 command -v convert >/dev/null || { echo "convert (package imagemagick) is needed." >&2; exit 1; }
 built=build/dev/bin
-[ "${1:-}" = --no-build ] ||
+if [ "${1:-}" = --no-build ]; then
+  shift
+else
   build_preset dev sorvanto sorvanto-db sorvanto-mixersim sorvanto-tour test_languages >&2
+fi
 
 languages=(english spanish german french russian portuguese italian swiss)  # by number
-formula="Hydrocortisone 1% Cream"
+wanted=("$@")
+formula="Magic Mouthwash"
 scratch=$(mktemp -d)
+place=/tmp/mill-road  # the folder that pictures name
+mkdir "$place"
 simulator=""
 clean_up() {
   [ -z "$simulator" ] || kill "$simulator" 2>/dev/null || true
   stop_display
-  rm -rf "$scratch"
+  rm -rf "$scratch" "$place"
 }
 trap clean_up EXIT
+export LC_ALL=C.UTF-8 TZ=UTC HOME=$place
+
+is_wanted() {
+  [ ${#wanted[@]} -eq 0 ] || [[ " ${wanted[*]} " == *" $1 "* ]]
+}
 
 # All windows: $scratch/<language>/<window>.png
 keep_windows() {
-  QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=UTC SORVANTO_PICTURES=$scratch \
-    $built/test_languages --gtest_filter='*FitTest*' --gtest_brief=1 >&2 ||
+  local name=${1^}
+  QT_QPA_PLATFORM=offscreen SORVANTO_PICTURES=$scratch \
+    $built/test_languages --gtest_filter="*FitTest.*/$name:-*OnAWideScreen*" --gtest_brief=1 >&2 ||
     echo "Not all windows were looked at to their end; what there is of them is taken." >&2
 }
 
-# keep_mix <number>: a mix that is stopped, in that language.
-keep_mix() {
-  local name=${languages[$1]} program=$scratch/program-$1
-  scripts/lay-out.sh $built "$program" >/dev/null
-  "$program/sorvanto-mixersim" --speed 30 --link "$program/ports/COM1" --state "$program/ports/state" \
-    --parent-pid $$ >/dev/null &
+start_simulator() {
+  "$1/sorvanto-mixersim" --speed "$2" --link "$1/ports/COM1" --state "$1/ports/state" --parent-pid $$ >/dev/null &
   simulator=$!
-  for _ in $(seq 100); do [ -e "$program/ports/COM1" ] && break; sleep 0.1; done
-  mkdir -p "$scratch/$name"
-  LC_ALL=C.UTF-8 TZ=UTC "$program/sorvanto-tour" "$program" --stopped "$formula" --language "$1" \
-    --pictures "$scratch/$name" --prefix mix- >&2 || echo "The mix in $name was not followed to its end." >&2
+  until [ -e "$1/ports/COM1" ]; do
+    kill -0 "$simulator"
+    sleep 0.1
+  done
+}
+
+stop_simulator() {
   kill "$simulator" 2>/dev/null || true
   wait "$simulator" 2>/dev/null || true
   simulator=""
+}
+
+# keep_desk <number>: starts, lists, windows, problems, and a mix that is stopped, in that language.
+keep_desk() {
+  local name=${languages[$1]} program=$place/Pharmacy start
+  mkdir -p "$scratch/$name"
   rm -rf "$program"
+  scripts/lay-out.sh $built "$program" >/dev/null
+  rm "$program/sorvanto.mdb"
+  start_simulator "$program" 10
+  "$program/sorvanto-tour" "$program" --manual --language "$1" --pictures "$scratch/$name" >&2
+  "$program/sorvanto-tour" "$program" --stopped "$formula" --language "$1" --pictures "$scratch/$name" \
+    --prefix mix- >"$scratch/$name/stopped.txt"
+  stop_simulator
+  for start in damaged missing folder locked options; do
+    "$program/sorvanto-tour" "$program" --broken-start "start-$start" --pictures "$scratch/$name" >&2
+  done
 }
 
 # name on the pages   name of the window's picture
@@ -53,9 +79,13 @@ pictures='
   chemicals              chemicals
   formula-general        formulas-1
   formula-ingredients    formulas-2
+  formula-mix-options    formula-mix-options
+  health                 health
+  history                history
   initials               mix-sign
   initials-same          mix-sign-same
   label-position         frmSelPrint
+  language-wizard        language-wizard
   log-general            logs-1
   log-interrupted        mix-log-interrupted
   mix-waits              mix-stopped-window
@@ -64,27 +94,68 @@ pictures='
   mixing-stopped         mix-stopped-panel
   patients-prescriptions patients-2
   preview-worksheet      preview-worksheet
+  problems               problems
   quantity               mix-quantity
+  quit-while-mixing      mix-quit-while-mixing
+  record-list            record-list
   report-dates           frmReportDate
+  search-list            search-list
+  start-damaged          start-damaged
+  start-first            start-first
+  start-folder           start-folder
+  start-locked           start-locked
+  start-missing          start-missing
+  start-options          start-options
+  unsaved-text           unsaved-text
+  where-did-it-go        where-did-it-go
 '
 
 # take <language>: those that the pages show.
+missing=""
 take() {
   local folder=docs/manual/pictures name window
   [ "$1" = english ] || folder=$folder/$1
   mkdir -p "$folder"
+  for window in "$scratch/$1"/mix-[0-9]*.png; do
+    [ -f "$window" ] && mv "$window" "$scratch/$1/mix-$(basename "$window" | cut -d- -f3-)"
+  done
   while read -r name window; do
-    if [ -f "$scratch/$1/$window.png" ]; then
+    if [ -z "$name" ]; then
+      continue
+    elif [ -f "$scratch/$1/$window.png" ]; then
       convert "$scratch/$1/$window.png" -strip +dither -colors 64 -define png:compression-level=9 \
         "PNG8:$folder/$name.png"
+    else
+      missing="$missing $1/$name"
     fi
   done <<<"$pictures"
 }
 
-keep_windows
-start_display
+# The page tells of the picture: takes the numbers in the sentence below the ring over from it. Only digits change.
+tell_stop() {
+  local told=$scratch/$1/stopped.txt page=docs/manual/${1^}/stopped-mix.md
+  [ "$1" != english ] || page=docs/manual/stopped-mix.md
+  python3 - "$page" "$told" <<'END'
+import re
+import sys
+
+page, told = (open(name, encoding="utf-8").read() for name in sys.argv[1:])
+told = told.strip()
+sentence = r"\s+".join(re.sub(r"[0-9]+", "[0-9]+", re.escape(word)) for word in told.split())
+page, count = re.subn(sentence, lambda found: told, page)
+if count != 1:
+    sys.exit(f"{sys.argv[1]} does not say: {told}")
+open(sys.argv[1], "w", encoding="utf-8").write(page)
+END
+}
+
+start_display 1920x1080
 for number in "${!languages[@]}"; do
-  keep_mix "$number"
+  is_wanted "${languages[$number]}" || continue
+  keep_windows "${languages[$number]}"
+  keep_desk "$number" || echo "The tour in ${languages[$number]} was not followed to its end." >&2
   take "${languages[$number]}"
+  tell_stop "${languages[$number]}"
 done
 du -sh docs/manual/pictures
+[ -z "$missing" ] || { echo "Missing:$missing" >&2; exit 1; }

@@ -26,11 +26,13 @@ Program::~Program() {
     platform::setAsker(nullptr);
 }
 
-void Program::start(int language) {
+void Program::start(int language, Robot::Script firstDatabase) {
     m_visitor.robot().mayCome("frmWizard", [this, language](QWidget& wizard) {
         m_visitor.picture("language-wizard", &wizard);
         Visitor::click(Visitor::find<QPushButton>(wizard, u"optLanguage_%1"_s.arg(language)));
     });
+    if (firstDatabase)
+        m_visitor.robot().mayCome("StartQuestion", std::move(firstDatabase));
     m_window = std::make_unique<sorvanto::frmMain>();
     m_asker.setParent(m_window.get());
     m_window->Form_Load();

@@ -21,8 +21,9 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Until the main window is on show. A first start asks the language; its number is then chosen.
-    void start(int language = 0);
+    /// Until the main window is on show. A first start asks the language; its number is then chosen. One without a
+    /// database asks what it shall be, which the script answers.
+    void start(int language = 0, Robot::Script firstDatabase = {});
     /// By the menu "File", "Exit"; unsaved input is given up.
     void leave();
     /// Opens a menu of the menu bar and chooses an entry.

@@ -8,6 +8,8 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QTest>
+#include <QTextStream>
 
 namespace tour {
 namespace {
@@ -33,6 +35,12 @@ void stopInItsMidst(Visitor& visitor) {
     visitor.wait(
         "the beginning of the mix", [&] { return ring.fraction() >= beginning; }, longestWait);
     visitor.picture("mixing-window");
+    visitor.robot().expectDialog("AskDialog", [&](QWidget& question) {
+        visitor.picture("quit-while-mixing", &question);
+        Visitor::click(Visitor::find<QWidget>(question, "No"));
+    });
+    QTest::keyClick(&visitor.window(), Qt::Key_Q, Qt::ControlModifier);
+    visitor.settle();
     visitor.tool("cmdFormulas");
     visitor.tool("cmdEdit");
     visitor.type("txtfrm_Strength", "1:1:1 fresh");
@@ -44,6 +52,8 @@ void stopInItsMidst(Visitor& visitor) {
         "the card of the mix that waits", [&] { return sign && sign->isVisible(); }, longestWait);
     visitor.picture("stopped-window");
     visitor.picture("stopped-panel", &visitor.find<QWidget>("ctlSorvanto1"));
+    QTextStream(stdout) << visitor.find<QLabel>("mixerSpeeds").text()
+                        << '\n';  // for the page beside the picture
 }
 
 void sign(Visitor& visitor) {

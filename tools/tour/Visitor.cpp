@@ -148,8 +148,8 @@ void Visitor::requireText(const QString& name, const QString& expected) const {
 void Visitor::picture(const QString& name, QWidget* of) {
     QWidget& shown = of ? *of : window();
     QCoreApplication::processEvents();
-    const QString number = u"%1"_s.arg(m_pictures.size() + 1, 2, 10, '0'_L1);
-    const QString path = QDir(m_folder).filePath(u"%1%2-%3.png"_s.arg(m_prefix, number, name));
+    const QString number = m_numbered ? u"%1-"_s.arg(m_pictures.size() + 1, 2, 10, '0'_L1) : QString();
+    const QString path = QDir(m_folder).filePath(m_prefix + number + name + u".png"_s);
     require(shown.grab().save(path), u"the picture %1 can't be written."_s.arg(path));
     m_pictures << path;
 }

@@ -71,6 +71,8 @@ public:
     void requireText(const QString& name, const QString& expected) const;
 
     void picture(const QString& name, QWidget* of = nullptr);
+    /// Pictures bear their names alone from now on, without a number in front.
+    void nameAlone() { m_numbered = false; }
     const QStringList& pictures() const { return m_pictures; }
     /// Stops when the program's strip tells of an error.
     void requireNoReport() const;
@@ -81,6 +83,7 @@ private:
 
     QString m_folder, m_prefix;
     QWidget* m_window = nullptr;
+    bool m_numbered = true;
     QStringList m_pictures;
     Robot m_robot;
 };

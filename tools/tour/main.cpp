@@ -2,6 +2,7 @@
 // everything that was made is in the database; else with 1 and a sentence.
 #include "BusyTour.h"
 #include "EmptyTour.h"
+#include "ManualTour.h"
 #include "PrinterTour.h"
 #include "RecoveryTour.h"
 #include "SampleTour.h"
@@ -44,6 +45,8 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption language("language", "Only pictures in a language.", "NUMBER");
     QCommandLineOption stop("stop-after", "Die at mixdone.", "mixdone");
     QCommandLineOption stopped("stopped", "Only pictures of a mix of the formula that is stopped.", "NAME");
+    QCommandLineOption manual("manual", "Only the manual's pictures, from an empty folder on.");
+    QCommandLineOption broken("broken-start", "Only the manual's picture of a start.", "PICTURE");
     QCommandLineOption prefix("prefix", "In front of the name of each of these pictures.", "TEXT");
     QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
     QCommandLineOption recover("recover", "Log the mix on offer.");
@@ -55,11 +58,12 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption missing("print-on-missing", "Print while the chosen queue is missing.", "NAME");
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
-    for (QCommandLineOption* hidden : {&dark, &language, &stop, &stopped, &prefix, &busy, &recover, &vain,
-                                       &second, &failing, &printers, &print, &missing, &none, &refusing})
+    for (QCommandLineOption* hidden :
+         {&dark, &language, &stop, &stopped, &manual, &broken, &prefix, &busy, &recover, &vain, &second,
+          &failing, &printers, &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, stopped, prefix, busy, recover, vain, second,
-                       failing, printers, print, missing, none, refusing});
+    parser.addOptions({empty, pictures, dark, language, stop, stopped, manual, broken, prefix, busy, recover,
+                       vain, second, failing, printers, print, missing, none, refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -107,6 +111,10 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     } else if (isSet("stopped")) {
         tour::runStopped(folder, pictures, parser.value("prefix"), parser.value("stopped"),
                          parser.value("language").toInt());
+    } else if (isSet("manual")) {
+        tour::runManual(folder, pictures, parser.value("language").toInt());
+    } else if (isSet("broken-start")) {
+        tour::runBrokenStart(folder, pictures, parser.value("broken-start"));
     } else if (isSet("busy")) {
         tour::runBusy(folder, parser.value("busy"));
     } else if (isSet("language")) {
