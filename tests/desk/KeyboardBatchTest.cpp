@@ -1,4 +1,5 @@
-// A whole batch without a mouse: the formula found, made, mixed, signed, its labels on show.
+// A whole batch without a mouse, in languages whose keys and captions differ: the formula found, made, mixed, signed, its
+// labels in a PDF file.
 #include "DeskTest.h"
 
 #include "Settle.h"
@@ -8,6 +9,7 @@
 #include "screens/BrowsingScreen.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -15,8 +17,34 @@ using namespace sorvanto;
 
 namespace {
 
-class KeyboardBatchTest : public DeskTest {
+struct Language {
+    int number;
+    const char* name;
+};
+
+class KeyboardBatchTest : public DeskTest, public testing::WithParamInterface<Language> {
 protected:
+    void SetUp() override {
+        QFile delivered(QLatin1String(SORVANTO_SOURCE_DIR) + u"/languages/%1"_s.arg(fileName()));
+        ASSERT_TRUE(delivered.open(QIODevice::ReadOnly));
+        folder.write(fileName(), delivered.readAll());
+        DeskTest::SetUp();
+    }
+    static QString fileName() { return QLatin1String(GetParam().name) + u"Translation.xml"_s; }
+    QByteArray optionsXml() const override {
+        const QByteArray number = QByteArray::number(GetParam().number);
+        return DeskTest::optionsXml().replace("<Language>0<", "<Language>" + number + "<");
+    }
+    /// Down in the menu on show, until that entry is lit; its letter is another one in each language.
+    void goToEntry(const QString& entry) const {
+        const auto lit = [] {
+            const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return menu && menu->activeAction() ? menu->activeAction()->objectName() : QString();
+        };
+        for (int step = 0; step < 12 && lit() != entry; ++step)
+            press(Qt::Key_Down);
+        EXPECT_EQ(str(lit()), str(entry));
+    }
     /// To whatever has the keyboard now.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         QTest::keyClick(&receiver(), key, modifiers);
@@ -69,7 +97,7 @@ protected:
     }
 };
 
-TEST_F(KeyboardBatchTest, FromTheSearchToTheLabels) {
+TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     press(Qt::Key_2, Qt::ControlModifier);
@@ -120,14 +148,26 @@ TEST_F(KeyboardBatchTest, FromTheSearchToTheLabels) {
     });
     press(Qt::Key_P, Qt::ControlModifier);
     ASSERT_TRUE(QApplication::activePopupWidget());
-    press(Qt::Key_L);
+    goToEntry(u"mnuLabel"_s);
+    press(Qt::Key_Return);
     ASSERT_TRUE(test::waitFor([] { return preview() && preview()->isComplete(); }));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(preview()));
+    whileOpen(u"QFileDialog"_s, [this](QWidget& form) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        support::settle();
+        press(Qt::Key_A, Qt::ControlModifier);
+        type(folder.path(u"labels.pdf"_s));
+        press(Qt::Key_Return);
+    });
+    press(Qt::Key_S, Qt::ControlModifier);
+    QFile labels(folder.path(u"labels.pdf"_s));
+    EXPECT_TRUE(labels.open(QIODevice::ReadOnly) && labels.read(5) == "%PDF-");
     press(Qt::Key_Escape);
     EXPECT_FALSE(preview());
     EXPECT_TRUE(shown.contains(u"frmSelPrint"_s)) << str(shown.join(u' '));
 }
 
-TEST_F(KeyboardBatchTest, AMixThatEndsLeavesTheKeyboardWhereItIs) {
+TEST_P(KeyboardBatchTest, AMixThatEndsLeavesTheKeyboardWhereItIs) {
     click(u"cmdLogs"_s);
     click(u"cmdEdit"_s);
     startMix();
@@ -143,5 +183,10 @@ TEST_F(KeyboardBatchTest, AMixThatEndsLeavesTheKeyboardWhereItIs) {
     press(Qt::Key_Return);
     ASSERT_TRUE(test::waitFor([&] { return logCount() == 4; }));
 }
+
+INSTANTIATE_TEST_SUITE_P(Languages, KeyboardBatchTest,
+                         testing::Values(Language{0, "English"}, Language{2, "German"},
+                                         Language{4, "Russian"}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
