@@ -1,6 +1,7 @@
 // In each language no text of any window is cut off and no box lies on another, at the size of a small
 // screen. With SORVANTO_PICTURES naming a folder, a picture of each window is kept there, with a simulated
-// mixer on the port; with SORVANTO_DARK set as well, in the dark look.
+// mixer on the port; with SORVANTO_DARK set as well, in the dark look; with SORVANTO_SIZE=1920x1080 the main
+// window has that size.
 #include "Fit.h"
 #include "LanguageTour.h"
 #include "mixer/SimulatorProcess.h"
@@ -29,7 +30,11 @@ protected:
     }
     int language() const override { return GetParam(); }
 
+    void setSize(const QString& size) { m_size = size; }
+
     void look(QWidget& shown, const QString& name) override {
+        if (&shown == window.get())
+            takeSize();
         if (!pictures().isEmpty())
             keepPicture(shown, name);
         for (const QString& misfit : misfits(shown)) {
@@ -43,11 +48,20 @@ protected:
 private:
     static QString pictures() { return qEnvironmentVariable("SORVANTO_PICTURES"); }
 
+    void takeSize() const {
+        const QString size = qEnvironmentVariable("SORVANTO_SIZE", m_size);
+        if (size.isEmpty())
+            return;
+        window->resize(size.section('x'_L1, 0, 0).toInt(), size.section('x'_L1, 1, 1).toInt());
+        QCoreApplication::processEvents();
+    }
+
     void keepPicture(QWidget& shown, const QString& name) const {
         const auto* link = shown.findChild<sorvanto::LinkRow*>("mixerLink");
         if (link && (name == "formulas-1" || name == "current")) {
             EXPECT_TRUE(QTest::qWaitFor([&] { return !link->badge().isEmpty(); })) << "the mixer answers";
         }
+        QCoreApplication::processEvents();  // what changed meanwhile finds its place
         if (auto* database = shown.findChild<QLineEdit*>("txtDB"))
             database->setText("sorvanto.mdb");  // not the folder of the test
         const QString place = pictures() + "/" + QString(names[language()]).toLower();
@@ -56,10 +70,17 @@ private:
     }
 
     std::unique_ptr<sorvanto::test::SimulatorProcess> m_mixer;
+    QString m_size;  ///< empty: as it starts
     QStringList m_told;
 };
 
 TEST_P(FitTest, EveryTextHasItsPlace) { ASSERT_NO_FATAL_FAILURE(tour()); }
+
+/// The list of records stands beside the form.
+TEST_P(FitTest, EveryTextHasItsPlaceOnAWideScreen) {
+    setSize(u"1920x1080"_s);
+    ASSERT_NO_FATAL_FAILURE(tour());
+}
 
 INSTANTIATE_TEST_SUITE_P(Languages, FitTest, ::testing::Range(0, count),
                          [](const auto& row) { return std::string(names[row.param]); });

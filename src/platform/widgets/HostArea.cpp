@@ -57,6 +57,7 @@ class HostArea::Middle : public QWidget {
 public:
     Middle(QStackedWidget& pages, QWidget* parent) : QWidget(parent), m_pages(pages) {
         m_pages.setParent(this);
+        connect(&m_pages, &QStackedWidget::currentChanged, this, [this] { layOut(); });
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     }
     void setCompanion(QWidget& widget) {
@@ -81,12 +82,18 @@ protected:
 private:
     void layOut() {
         const bool beside = m_place == Companion::Beside;
-        const int form = beside ? std::min(formWidth, width()) : width();
+        const int form = beside ? std::min(std::max(formWidth, neededByForm()), width()) : width();
         m_pages.setGeometry(0, 0, form, height());
         const int left = beside ? form - margin + gap : margin;
         if (m_companion)
             m_companion->setGeometry(left, topMargin, std::max(0, width() - left - margin),
                                      std::max(0, height() - topMargin - margin));
+    }
+
+    /// Long captions of a language may need more than a form has else.
+    int neededByForm() const {
+        const auto* page = qobject_cast<const QScrollArea*>(m_pages.currentWidget());
+        return page && page->widget() ? page->widget()->minimumSizeHint().width() : 0;
     }
 
     static constexpr int margin = 24;  ///< what a hosted window leaves free at its sides

@@ -2,6 +2,7 @@
 #include "platform/widgets/RecordGrid.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/RecordDelegate.h"
 #include "platform/widgets/RecordModel.h"
@@ -11,6 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +22,9 @@ namespace {
 
 constexpr int compactText = 12;  // pixels
 constexpr int compactMargin = 6;
-constexpr int mostRows = 40;  // more are scrolled, however high the window
+constexpr int looked = 100;                      // rows that a column's width is made for
+constexpr int leastOpen = 72, enoughOpen = 220;  // of a column that stretches, in pixels
+constexpr int mostRows = 40;                     // more are scrolled, however high the window
 
 }  // namespace
 
@@ -78,6 +82,7 @@ int RecordGrid::widthOf(const QString& text) const {
 }
 
 void RecordGrid::layOutColumns() {
+    m_laidOut.clear();
     for (int i = 0; i < static_cast<int>(columns().size()); ++i) {
         const GridColumn& column = columns()[static_cast<std::size_t>(i)];
         setColumnHidden(i, column.hidden);
@@ -86,6 +91,58 @@ void RecordGrid::layOutColumns() {
         if (column.width > 0)
             setColumnWidth(i, std::max(column.width, horizontalHeader()->sectionSizeHint(i)));
     }
+    shareRoom();
+}
+
+int RecordGrid::contentWidth(int column) const {
+    int widest = 0;
+    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row) {
+        const QString text = m_model->index(row, column).data().toString();
+        widest = std::max(widest, fontMetrics().horizontalAdvance(text));
+    }
+    return widest + 2 * m_delegate->cellMargin() + 2;
+}
+
+bool RecordGrid::widthsAreOurs() const {
+    for (std::size_t i = 0; i < m_laidOut.size(); ++i)
+        if (const int column = static_cast<int>(i);
+            !isColumnHidden(column) &&
+            horizontalHeader()->sectionResizeMode(column) == QHeaderView::Interactive &&
+            columnWidth(column) != m_laidOut[i])
+            return false;
+    return true;
+}
+
+// The last of the open columns stretches, so that no width is left over.
+void RecordGrid::shareRoom() {
+    std::vector<ColumnWish> wishes;
+    std::vector<int> shown;
+    int lastOpen = -1;
+    for (int i = 0; i < static_cast<int>(columns().size()); ++i) {
+        if (isColumnHidden(i))
+            continue;
+        shown.push_back(i);
+        const int designed = columns()[static_cast<std::size_t>(i)].width;
+        lastOpen = designed == 0 ? i : lastOpen;
+        wishes.push_back({designed, horizontalHeader()->sectionSizeHint(i), contentWidth(i)});
+    }
+    if (lastOpen < 0 || !widthsAreOurs())
+        return;
+    const std::vector<int> widths = sharedWidths(wishes, viewport()->width(), leastOpen, enoughOpen);
+    m_laidOut.assign(columns().size(), 0);
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const int column = shown[i];
+        horizontalHeader()->setSectionResizeMode(column, column == lastOpen ? QHeaderView::Stretch
+                                                                            : QHeaderView::Interactive);
+        if (column != lastOpen)
+            setColumnWidth(column, widths[i]);
+        m_laidOut[static_cast<std::size_t>(column)] = columnWidth(column);
+    }
+}
+
+void RecordGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    shareRoom();
 }
 
 const std::vector<GridColumn>& RecordGrid::columns() const { return m_model->columns(); }
@@ -107,8 +164,9 @@ int RecordGrid::columnByField(const QString& field) const {
 void RecordGrid::setShownCaption(int column, const QString& caption) {
     m_model->setShownCaption(column, caption);
     // A longer heading in another language takes the room that it needs.
-    if (columns().at(static_cast<std::size_t>(column)).width > 0)
+    if (columns().at(static_cast<std::size_t>(column)).width > 0 && m_laidOut.empty())
         setColumnWidth(column, std::max(columnWidth(column), horizontalHeader()->sectionSizeHint(column)));
+    shareRoom();
 }
 
 QString RecordGrid::shownCaption(int column) const { return m_model->shownCaption(column); }
@@ -126,6 +184,7 @@ const RecordsetPtr& RecordGrid::dataSource() const { return m_model->rows(); }
 
 void RecordGrid::followSet() {
     updateGeometry();
+    shareRoom();
     const auto& rows = m_model->rows();
     const auto row = rows && rows->isOpen() ? static_cast<int>(rows->position()) : -1;
     if (row == currentIndex().row())

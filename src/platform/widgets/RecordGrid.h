@@ -14,7 +14,8 @@ namespace platform {
 class RecordDelegate;
 class RecordModel;
 
-/// A column as designed; width in pixels at 100 %, 0 stretches.
+/// A column as designed; width in pixels at 100 %, 0 stretches. Where texts would be
+/// cut, the others give the width that their texts leave empty.
 struct GridColumn {
     QString field{};  ///< name in the set, matched without regard to case
     QString caption{};
@@ -71,6 +72,7 @@ public:
     std::function<void()> onEditFailed;
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -79,12 +81,17 @@ protected:
 
 private:
     void layOutColumns();
+    void shareRoom();
+    int contentWidth(int column) const;
+    /// Nobody has drawn a column wider or narrower.
+    bool widthsAreOurs() const;
     int barHeight() const;
     void followSet();
     bool moveBy(int step);
 
     RecordModel* m_model;
     RecordDelegate* m_delegate;
+    std::vector<int> m_laidOut;  ///< widths as they were shared; empty where no column stretches
 };
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/StyleShapes.h"
@@ -34,9 +35,11 @@ constexpr int textSize = 12;  // pixels
 constexpr int dayWidth = 128;
 constexpr int roomForDays = 520;  // in a narrower list they stand below the filter
 constexpr int cellMargin = 10;
-constexpr int leastWidth = 140;      // of the column that takes what is left
-constexpr int enoughForNames = 176;  // which it keeps where others need more
-constexpr int headingSlack = 4;
+constexpr int leastWidth = 140;  // of the column that takes what is left
+constexpr int enoughForNames = 196;
+constexpr int slack = 4;       // of a heading or a text
+constexpr int arrowRoom = 20;  // of the heading that the rows are sorted by
+constexpr int looked = 100;    // rows that a column's width is made for
 
 /// The record on show is filled and half bold; the row that the keys stand on has a frame.
 class RowPainter : public QStyledItemDelegate {
@@ -111,8 +114,19 @@ protected:
     void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
         QHeaderView::initStyleOptionForIndex(option, section);
         option->text =
-            fontMetrics().elidedText(model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString(),
-                                     Qt::ElideRight, sectionSize(section) - 2 * cellMargin);
+            fontMetrics().elidedText(textOf(section), Qt::ElideRight, sectionSize(section) - around(section));
+    }
+    /// Only the heading with the arrow needs room for one.
+    QSize sectionSizeFromContents(int section) const override {
+        return {fontMetrics().horizontalAdvance(textOf(section)) + around(section) + slack, headPitch};
+    }
+
+private:
+    QString textOf(int section) const {
+        return model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
+    }
+    int around(int section) const {
+        return 2 * cellMargin + (section == sortIndicatorSection() ? arrowRoom : 0);
     }
 };
 
@@ -195,6 +209,7 @@ void RecordList::buildRows() {
     m_rows->horizontalHeader()->setFont(small);
     m_rows->installEventFilter(this);
     m_rows->viewport()->installEventFilter(this);
+    connect(m_rows->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, &RecordList::layOutColumns);
     connect(m_rows, &QTableView::clicked, this, [this](const QModelIndex& index) { chooseRow(index.row()); });
 }
 
@@ -214,27 +229,23 @@ void RecordList::setColumns(std::vector<ListColumn> columns, int sortColumn, Qt:
     showCount();
 }
 
-// A heading that needs more than its column has gets it where the names keep enough; else it is cut.
 void RecordList::layOutColumns() {
     QHeaderView& head = *m_rows->horizontalHeader();
-    const QFontMetrics measure(head.font());
-    int rest = m_rows->viewport()->width();
-    for (const ListColumn& column : m_model->columns())
-        rest -= column.width;
-    int open = -1;
+    QFont bold = m_rows->font();  // the record on show
+    bold.setWeight(QFont::DemiBold);
+    const QFontMetrics measure(bold);
+    std::vector<ColumnWish> wishes;
     for (int i = 0; i < m_model->columnCount(); ++i) {
-        const ListColumn& column = m_model->columns()[static_cast<std::size_t>(i)];
-        if (column.width == 0) {
-            open = i;
-            continue;
-        }
-        const int wanted = measure.horizontalAdvance(column.heading) + 2 * cellMargin + headingSlack;
-        const int more = std::clamp(wanted - column.width, 0, std::max(0, rest - enoughForNames));
-        rest -= more;
-        head.resizeSection(i, column.width + more);
+        int widest = 0;
+        for (const QString& text : m_model->sample(i, looked))
+            widest = std::max(widest, measure.horizontalAdvance(text));
+        wishes.push_back({m_model->columns()[static_cast<std::size_t>(i)].width, head.sectionSizeHint(i),
+                          widest + 2 * cellMargin + slack});
     }
-    if (open >= 0)
-        head.resizeSection(open, std::max(rest, leastWidth));
+    const std::vector<int> widths =
+        sharedWidths(wishes, m_rows->viewport()->width(), leastWidth, enoughForNames);
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        head.resizeSection(static_cast<int>(i), widths[i]);
 }
 
 void RecordList::markDeletion(bool on) {
@@ -285,6 +296,7 @@ void RecordList::setCountText(std::function<QString(int, int)> text) {
 void RecordList::showCollected() {
     const int top = m_rows->verticalScrollBar()->value();
     m_model->showCollected();
+    layOutColumns();
     placeCursor();
     m_rows->verticalScrollBar()->setValue(top);
     showCount();

@@ -219,6 +219,14 @@ QVariant RecordListModel::data(const QModelIndex& index, int role) const {
     return {};
 }
 
+QStringList RecordListModel::sample(int column, int most) const {
+    QStringList texts;
+    const std::size_t step = m_rows.size() / static_cast<std::size_t>(most) + 1;
+    for (std::size_t row = 0; row < m_rows.size(); row += step)
+        texts << part(m_rows[row].shown, column).toString();
+    return texts;
+}
+
 QVariant RecordListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};

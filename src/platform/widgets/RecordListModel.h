@@ -50,6 +50,8 @@ public:
     int sortColumn() const { return m_sortColumn; }
     Qt::SortOrder sortOrder() const { return m_sortOrder; }
 
+    /// Texts of the column in rows from all over the list, the hidden ones included; at most so many.
+    QStringList sample(int column, int most) const;
     /// All rows, those that the filter hides included.
     int total() const { return static_cast<int>(m_rows.size()); }
     std::int64_t keyAt(int row) const;
