@@ -82,7 +82,7 @@ pictures='
   formula-mix-options    formula-mix-options
   health                 health
   history                history
-  initials               mix-sign
+  initials               mix-sign-stopped
   initials-same          mix-sign-same
   label-position         frmSelPrint
   language-wizard        language-wizard

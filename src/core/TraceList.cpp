@@ -1,5 +1,6 @@
 #include "core/TraceList.h"
 
+#include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
@@ -75,6 +76,8 @@ private:
 
 namespace {
 
+constexpr int looked = 100;                      // rows that a column's width is made for
+constexpr int leastOpen = 90, enoughOpen = 240;  // of a column without a width
 constexpr int cellMargin = 10;  // as the headings have
 
 /// Texts stand below their headings; what doesn't fit ends in a sign and shows whole under the mouse.
@@ -157,6 +160,7 @@ void TraceList::setColumns(std::vector<TraceColumn> columns) {
 
 void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
     m_model->setRows(std::move(rows), quiet);
+    layOutColumns();
     emit choiceChanged();
 }
 
@@ -193,22 +197,31 @@ void TraceList::changeEvent(QEvent* event) {
         layOutColumns();
 }
 
+int TraceList::contentWidth(int column) const {
+    int widest = 0;
+    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row) {
+        const QString text = m_model->index(row, column).data().toString();
+        widest = std::max(widest, m_view->fontMetrics().horizontalAdvance(text));
+    }
+    return widest + 2 * cellMargin + 2;
+}
+
+// The last of the columns without a width stretches, so that nothing is left over.
 void TraceList::layOutColumns() {
     QHeaderView& header = *m_view->horizontalHeader();
-    int given = 0, widest = 0, others = 0;  // others: columns without a width, which share what is left
+    std::vector<platform::ColumnWish> wishes;
+    int lastOpen = -1;
     for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
-        const int width = m_columns[static_cast<std::size_t>(i)].width;
-        given += width;
-        others += width > 0 ? 0 : 1;
-        widest = std::max(widest, width > 0 ? 0 : header.sectionSizeHint(i));
+        const int designed = m_columns[static_cast<std::size_t>(i)].width;
+        lastOpen = designed == 0 ? i : lastOpen;
+        wishes.push_back({designed, header.sectionSizeHint(i), contentWidth(i)});
     }
-    const int room = m_view->viewport()->width() - others * widest;
-    for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
-        const int width = m_columns[static_cast<std::size_t>(i)].width;
-        header.setSectionResizeMode(i, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
-        if (width > 0)
-            header.resizeSection(i, std::max(given > room && room > 0 ? width * room / given : width,
-                                             header.sectionSizeHint(i)));
+    const std::vector<int> widths =
+        platform::sharedWidths(wishes, m_view->viewport()->width(), leastOpen, enoughOpen);
+    for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
+        header.setSectionResizeMode(i, i == lastOpen ? QHeaderView::Stretch : QHeaderView::Interactive);
+        if (i != lastOpen)
+            header.resizeSection(i, widths[static_cast<std::size_t>(i)]);
     }
 }
 

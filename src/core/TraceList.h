@@ -47,6 +47,7 @@ protected:
 
 private:
     void layOutColumns();
+    int contentWidth(int column) const;
 
     std::vector<TraceColumn> m_columns;
     TraceRowsModel* m_model;

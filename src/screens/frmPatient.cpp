@@ -4,6 +4,7 @@
 
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/HostArea.h"
 #include "platform/widgets/Theme.h"
 #include "reports/ReportTexts.h"
 #include "screens/Designed.h"
@@ -63,6 +64,7 @@ const std::vector<RecordFields<clsPatient>::Row> patientFields{
 
 constexpr int rxCostColumn = 4;
 constexpr int priceColumn = 5;
+constexpr int widthOfPrescriptions = 980;  // as on a small screen, where the list does not stand beside
 
 }  // namespace
 
@@ -84,6 +86,7 @@ frmPatient::~frmPatient() = default;
 void frmPatient::layOutPrescriptions() {
     platform::RecordGrid& grid = *m_ui->grdRXs;
     grid.setCompact();
+    setProperty(platform::besideWidth, widthOfPrescriptions);
     const QDateTime longest(QDate(2028, 12, 28), QTime(22, 58, 58));
     const int withTime = grid.widthOf(platform::dateText(longest));
     const int day = grid.widthOf(platform::dateText(longest.date().startOfDay()));

@@ -255,6 +255,13 @@ TEST_F(TraceWindowTest, TypingSearchesByItselfAfterAMoment) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return column(u"grdBatches"_s, 2) == u"C3 B0001"_s; }));
 }
 
+TEST_F(TraceWindowTest, ATextThatItOpensWithIsTypedOver) {
+    open(u"L1"_s);
+    auto& box = *window->findChild<QLineEdit*>(u"txtTrace"_s);
+    QTest::keyClicks(&box, u"B0"_s);
+    EXPECT_EQ(box.text(), u"B0"_s);
+}
+
 TEST_F(TraceWindowTest, EnterOnARowOpensItsRecord) {
     const auto enterOn = [&](const QString& name, int row) {
         open(u"L1"_s);

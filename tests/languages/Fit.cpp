@@ -65,8 +65,8 @@ void checkButton(const QAbstractButton& button, QStringList& faults) {
 }
 
 void checkHeader(const QHeaderView& header, QStringList& faults) {
-    if (header.orientation() != Qt::Horizontal)
-        return;
+    if (header.orientation() != Qt::Horizontal || header.property("elided").toBool())
+        return;  // the latter ends in dots and has the whole heading as its tip
     for (int i = 0; i < header.count(); ++i) {
         if (!header.isSectionHidden(i) && header.sectionSize(i) < header.sectionSizeHint(i))
             faults << fault(header, header.model()->headerData(i, Qt::Horizontal).toString(),

@@ -68,6 +68,8 @@ protected:
             return;
         const QString place = target + "/" + QString(names[GetParam()]).toLower();
         QDir().mkpath(place);
+        if (QWidget* focus = QApplication::focusWidget())
+            focus->clearFocus();  // no mark of the keys on the picture
         control->grab().save(u"%1/panel-%2.png"_s.arg(place, state));
     }
     void checkRing(const char* state) const {

@@ -128,6 +128,7 @@ void ManualTour::unsavedText() {
     m_visitor.type(u"txtchm_Notes"_s, u"Sieve it through no. 60 before weighing."_s);
     m_visitor.tool(u"cmdChemicals"_s);
     m_visitor.find<QWidget>(u"draftStrip"_s);
+    m_visitor.type(u"txtchm_Notes"_s, u"New drum opened."_s);  // for the dot
     m_visitor.picture(u"unsaved-text"_s);
     m_visitor.click(u"cmdDiscard"_s);
     m_visitor.settle();

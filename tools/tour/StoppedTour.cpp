@@ -7,6 +7,7 @@
 #include "mixer/ProgressRing.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QLabel>
 #include <QTest>
 #include <QTextStream>
@@ -16,6 +17,13 @@ namespace {
 
 constexpr double beginning = 0.1, midst = 0.42;
 constexpr int longestWait = 120'000;  // milliseconds
+
+/// Without the mark of the keys around the panel, which has them after its button is gone.
+void pictureAtRest(Visitor& visitor, const QString& name, QWidget* of = nullptr) {
+    if (QWidget* focus = QApplication::focusWidget())
+        focus->clearFocus();
+    visitor.picture(name, of);
+}
 
 void make(Visitor& visitor) {
     visitor.robot().expectDialog("frmMake", [&](QWidget& dialog) {
@@ -34,7 +42,7 @@ void stopInItsMidst(Visitor& visitor) {
     visitor.click("mixerStart");
     visitor.wait(
         "the beginning of the mix", [&] { return ring.fraction() >= beginning; }, longestWait);
-    visitor.picture("mixing-window");
+    pictureAtRest(visitor, "mixing-window");
     visitor.robot().expectDialog("AskDialog", [&](QWidget& question) {
         visitor.picture("quit-while-mixing", &question);
         Visitor::click(Visitor::find<QWidget>(question, "No"));
@@ -50,8 +58,8 @@ void stopInItsMidst(Visitor& visitor) {
     const auto* sign = visitor.window().findChild<QAbstractButton*>("mixerSign");
     visitor.wait(
         "the card of the mix that waits", [&] { return sign && sign->isVisible(); }, longestWait);
-    visitor.picture("stopped-window");
-    visitor.picture("stopped-panel", &visitor.find<QWidget>("ctlSorvanto1"));
+    pictureAtRest(visitor, "stopped-window");
+    pictureAtRest(visitor, "stopped-panel", &visitor.find<QWidget>("ctlSorvanto1"));
     QTextStream(stdout) << visitor.find<QLabel>("mixerSpeeds").text()
                         << '\n';  // for the page beside the picture
 }
@@ -84,7 +92,9 @@ void runStopped(const QString& programFolder, const QString& pictureFolder, cons
     sign(visitor);
     visitor.tool("cmdLogs");
     require(visitor.find<QLabel>("lblInterrupted").isVisible(), "the log does not say that it was stopped.");
-    visitor.picture("log-interrupted");
+    visitor.click("cmdDiscard");  // the half-typed text
+    visitor.settle();
+    pictureAtRest(visitor, "log-interrupted");
     visitor.tool("cmdFormulas");
     visitor.openTab(1);
     visitor.picture("current-row");

@@ -44,14 +44,20 @@ std::vector<int> sharedWidths(const std::vector<ColumnWish>& columns, int room, 
             slack.push_back(isOpen(columns[i]) ? 0 : std::max(0, widths[i] - kept(columns[i])));
         return slack;
     };
+    const auto cut = [&](std::size_t i) {  // of a text, twice the designed width at most
+        return isOpen(columns[i])
+                   ? 0
+                   : std::max(0, std::min(columns[i].content, 2 * columns[i].designed) - widths[i]);
+    };
+    int missing = names - rest();
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        missing += cut(i);
     give(widths, slackAbove([](const ColumnWish& each) { return std::max(each.heading, each.content); }),
-         names - rest());
+         missing);
     give(widths, slackAbove([](const ColumnWish& each) { return std::max(narrowest, each.content); }),
          open * least - rest());
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!isOpen(columns[i]))
-            widths[i] += std::clamp(columns[i].content - widths[i], 0, std::max(0, rest() - names));
-    }
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        widths[i] += std::min(cut(i), std::max(0, rest() - names));
     const int spare = std::max(0, rest() - open * least), asked = names - open * least;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (isOpen(columns[i]))

@@ -90,10 +90,11 @@ private:
                                      std::max(0, height() - topMargin - margin));
     }
 
-    /// Long captions of a language may need more than a form has else.
+    /// Long captions of a language may need more than a form has else, or the form asks for it.
     int neededByForm() const {
         const auto* page = qobject_cast<const QScrollArea*>(m_pages.currentWidget());
-        return page && page->widget() ? page->widget()->minimumSizeHint().width() : 0;
+        const QWidget* form = page ? page->widget() : nullptr;
+        return form ? std::max(form->minimumSizeHint().width(), form->property(besideWidth).toInt()) : 0;
     }
 
     static constexpr int margin = 24;  ///< what a hosted window leaves free at its sides

@@ -14,6 +14,9 @@ namespace platform {
 /// Where the companion of the windows in the middle stands.
 enum class Companion { Hidden, Beside, Instead };
 
+/// A property of a window in the middle: its least width beside the companion, where a form needs more than others.
+inline constexpr auto besideWidth = "besideWidth";
+
 class HostArea : public QWidget {
     Q_OBJECT
 public:

@@ -35,7 +35,7 @@ constexpr int textSize = 12;  // pixels
 constexpr int dayWidth = 128;
 constexpr int roomForDays = 520;  // in a narrower list they stand below the filter
 constexpr int cellMargin = 10;
-constexpr int leastWidth = 140;  // of the column that takes what is left
+constexpr int leastWidth = 132;  // of the column that takes what is left
 constexpr int enoughForNames = 196;
 constexpr int slack = 4;       // of a heading or a text
 constexpr int arrowRoom = 20;  // of the heading that the rows are sorted by
@@ -108,7 +108,7 @@ private:
 /// A heading that is cut off says so; the whole one is its tip.
 class Headings : public QHeaderView {
 public:
-    explicit Headings(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+    explicit Headings(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) { setProperty("elided", true); }
 
 protected:
     void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
