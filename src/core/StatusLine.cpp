@@ -62,7 +62,7 @@ bool isSameFile(const QString& one, const QString& other) {
 }  // namespace
 
 StatusLine::StatusLine(QStatusBar& bar, News& news)
-    : QObject(&bar), m_bar(bar), m_place(addLabel(u"lblPlace"_s)),
+    : QObject(&bar), m_bar(bar), m_place(addLabel(u"lblPlace"_s)), m_beforeNews(divider(bar)),
       m_readingOnly(addLabel(u"lblReadingOnly"_s)), m_keysLeft(new QPushButton(&bar)),
       m_database(addLabel(u"lblDatabase"_s)), m_copyPicture(addLabel(u"lblCopyPicture"_s)),
       m_copy(addLabel(u"lblCopy"_s)) {
@@ -75,10 +75,12 @@ StatusLine::StatusLine(QStatusBar& bar, News& news)
     m_keysLeft->hide();
     connect(m_keysLeft, &QPushButton::clicked, this, &StatusLine::keysLeftClicked);
     bar.addWidget(m_place);
-    QWidget* beforeNews = divider(bar);
-    beforeNews->hide();
-    connect(&news, &News::heard, beforeNews, &QWidget::show);
-    bar.addWidget(beforeNews);
+    m_beforeNews->hide();
+    connect(&news, &News::heard, this, [this] {
+        m_hasNews = true;
+        follow();
+    });
+    bar.addWidget(m_beforeNews);
     bar.addWidget(new NewsLine(news, &bar));
     bar.addWidget(m_readingOnly, 1);
     bar.addPermanentWidget(m_keysLeft);
@@ -118,6 +120,7 @@ void StatusLine::follow() {
         text = platform::counted(m_countText, place.count);
     }
     m_place->setText(text);
+    m_beforeNews->setVisible(m_hasNews && !text.isEmpty());  // between the two
 }
 
 // The file that is open, whatever the options say by now; its identity is in the names of its copies.

@@ -42,7 +42,10 @@ private:
     ListedScreen* m_screen = nullptr;
     QString m_placeText, m_countText;
     QString m_next;  ///< the database of the next start, where it is another one
-    QLabel *m_place, *m_readingOnly;
+    QLabel* m_place;
+    QWidget* m_beforeNews;
+    bool m_hasNews = false;
+    QLabel* m_readingOnly;
     QPushButton* m_keysLeft;
     QLabel *m_database, *m_copyPicture, *m_copy;
 };

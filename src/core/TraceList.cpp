@@ -78,7 +78,7 @@ namespace {
 
 constexpr int looked = 100;                      // rows that a column's width is made for
 constexpr int leastOpen = 90, enoughOpen = 240;  // of a column without a width
-constexpr int cellMargin = 10;  // as the headings have
+constexpr int cellMargin = 10;                   // as the headings have
 
 /// Texts stand below their headings; what doesn't fit ends in a sign and shows whole under the mouse.
 class CellPainter : public QStyledItemDelegate {

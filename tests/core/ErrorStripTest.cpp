@@ -68,12 +68,12 @@ TEST_F(ErrorStripTest, SaysWhatTheNewestReportMeans) {
 TEST_F(ErrorStripTest, ScreenReadersSayIt) {
     const support::Heard heard;
     report("SQL logic error");
-    EXPECT_EQ(support::Heard::all(), QStringList(notSaved));
+    EXPECT_EQ(heard.all(), QStringList(notSaved));
     report("No current record", "frmLog:moveNext", "3021");
-    EXPECT_EQ(support::Heard::all().size(), 1) << "of one click the first alone, as it is shown";
+    EXPECT_EQ(heard.all().size(), 1) << "of one click the first alone, as it is shown";
     QCoreApplication::processEvents();
     report("The disk is full", "frmLog:saveForm", "61");
-    EXPECT_EQ(support::Heard::all(), (QStringList{notSaved, diskFull}));
+    EXPECT_EQ(heard.all(), (QStringList{notSaved, diskFull}));
 }
 
 TEST_F(ErrorStripTest, OfSeveralReportsInOneClickTheFirstIsShown) {

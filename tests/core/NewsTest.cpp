@@ -184,7 +184,7 @@ TEST_F(NewsTest, ScreenReadersSayEachWhole) {
     const QString name = u"Hydroquinone "_s.repeated(20);
     announce(name);
     announce(u"Saved"_s);
-    EXPECT_EQ(support::Heard::all(), (QStringList{name, u"Saved"_s}));
+    EXPECT_EQ(heard.all(), (QStringList{name, u"Saved"_s}));
 }
 
 TEST_F(NewsTest, ScreenReadersFindItAsTheNameOfTheLine) {

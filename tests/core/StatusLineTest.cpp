@@ -55,6 +55,13 @@ private:
     int m_copies = 0;
 };
 
+TEST_F(StatusLineTest, NoLineIsDrawnBeforeNewsThatStandAlone) {
+    const auto& beforeNews = *bar.findChildren<QFrame*>(u"divider"_s).constFirst();
+    emit news.heard();
+    EXPECT_EQ(label(u"lblPlace"_s).text(), u""_s);
+    EXPECT_TRUE(beforeNews.isHidden());
+}
+
 TEST_F(StatusLineTest, NamesTheDatabaseThatIsOpenAndNotThatOfTheOptions) {
     openDatabase();
     line->showDatabase();

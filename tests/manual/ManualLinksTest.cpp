@@ -132,4 +132,15 @@ TEST(ManualPictures, EachIsShownByAPageAndAllAreSmallEnoughToBeDelivered) {
     EXPECT_LT(bytes, mostBytes);
 }
 
+TEST(ManualPictures, EachLanguageHasItsOwn) {
+    const QDir english(folder + u"/pictures"_s);
+    for (const char* language :
+         {"spanish", "german", "french", "russian", "portuguese", "italian", "swiss"}) {
+        const QDir own(english.filePath(QLatin1String(language)));
+        EXPECT_EQ(own.entryList({u"*.png"_s}).join(u' ').toStdString(),
+                  english.entryList({u"*.png"_s}).join(u' ').toStdString())
+            << language;
+    }
+}
+
 }  // namespace

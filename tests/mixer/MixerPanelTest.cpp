@@ -304,9 +304,9 @@ TEST_F(MixerPanelTest, ScreenReadersSayEachNoticeOnce) {
     card.show(NoticeCard::Kind::Warning, "The lid is open.");
     card.show(NoticeCard::Kind::Problem, "The mixer is gone.");
     card.show(NoticeCard::Kind::Problem, {});
-    EXPECT_EQ(support::Heard::all(), (QStringList{"The lid is open.", "The mixer is gone."}));
+    EXPECT_EQ(heard.all(), (QStringList{"The lid is open.", "The mixer is gone."}));
     card.show(NoticeCard::Kind::Problem, "The mixer is gone.");
-    EXPECT_EQ(support::Heard::all().size(), 3) << "it is gone again";
+    EXPECT_EQ(heard.all().size(), 3) << "it is gone again";
 }
 
 TEST_F(MixerPanelTest, AStoppedMixLooksStopped) {

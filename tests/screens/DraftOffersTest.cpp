@@ -62,7 +62,7 @@ TEST_F(DraftOffersTest, OneOfferSaysNothingOfOthers) {
 TEST_F(DraftOffersTest, ScreenReadersSayTheOffer) {
     const support::Heard heard;
     loseTexts({"first"});
-    EXPECT_EQ(support::Heard::all().filter(offer()).size(), 1) << str(support::Heard::all().join('|'));
+    EXPECT_EQ(heard.all().filter(offer()).size(), 1) << str(heard.all().join('|'));
 }
 
 TEST_F(DraftOffersTest, SeveralAreCountedAndLedThrough) {

@@ -1,7 +1,8 @@
-// What a screen reader is told to say. On a platform without one nothing is told unless somebody listens.
+// What screen readers are told to say: the names that they read, in their order.
 #pragma once
 
-#include <QAccessible>
+#include "platform/widgets/Spoken.h"
+
 #include <QStringList>
 
 namespace support {
@@ -9,29 +10,16 @@ namespace support {
 class Heard {
 public:
     Heard() {
-        all().clear();
-        QAccessible::setActive(true);
-        m_before = QAccessible::installUpdateHandler(&Heard::hear);
+        platform::setSpokenListener([this](const QString& said) { m_all << said; });
     }
-    ~Heard() { QAccessible::installUpdateHandler(m_before); }
+    ~Heard() { platform::setSpokenListener({}); }
     Heard(const Heard&) = delete;
     Heard& operator=(const Heard&) = delete;
 
-    /// The names of all parts that called for attention, in their order.
-    static QStringList& all() {
-        static QStringList names;
-        return names;
-    }
+    const QStringList& all() const { return m_all; }
 
 private:
-    static void hear(QAccessibleEvent* event) {
-        if (event->type() != QAccessible::Alert)
-            return;
-        QAccessibleInterface* part = event->accessibleInterface();
-        all() << (part ? part->text(QAccessible::Name) : QString());
-    }
-
-    QAccessible::UpdateHandler m_before = nullptr;
+    QStringList m_all;
 };
 
 }  // namespace support

@@ -1,6 +1,9 @@
 // Words for those who can't see the screen.
 #pragma once
 
+#include <QString>
+#include <functional>
+
 class QWidget;
 
 namespace platform {
@@ -8,5 +11,9 @@ namespace platform {
 /// What has come up without a key or a click of the user: screen readers say the name of that part, wherever the keys
 /// are. To be called when the name stands.
 void sayAloud(QWidget& part);
+
+/// Hears the same, also on a platform without screen readers. An empty one: nobody.
+using SpokenListener = std::function<void(const QString& said)>;
+void setSpokenListener(SpokenListener listener);
 
 }  // namespace platform

@@ -34,7 +34,8 @@ TEST(ColumnRoom, HeadingsAreCutBeforeANameHasLessThanTheLeast) {
 TEST(ColumnRoom, WhatIsLeftOverGoesToTextsThatWouldBeCut) {
     EXPECT_EQ(sharedWidths({{0, 50, 100}, {80, 40, 140}}, 300, 70, 200), (Widths{160, 140}));
     EXPECT_EQ(sharedWidths({{0, 50, 100}, {80, 40, 140}}, 200, 70, 200), (Widths{100, 100}));
-    EXPECT_EQ(sharedWidths({{0, 50, 100}, {80, 40, 140}, {200, 40, 60}}, 380, 70, 200), (Widths{100, 140, 140}))
+    EXPECT_EQ(sharedWidths({{0, 50, 100}, {80, 40, 140}, {200, 40, 60}}, 380, 70, 200),
+              (Widths{100, 140, 140}))
         << "as does what another leaves empty";
     EXPECT_EQ(sharedWidths({{0, 50, 100}, {80, 40, 900}}, 600, 70, 200), (Widths{440, 160}))
         << "up to twice its width";
