@@ -5,6 +5,7 @@
 #include "TestProgram.h"
 #include "config/clsOptions.h"
 #include "core/News.h"
+#include "shared/Happening.h"
 #include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
@@ -57,7 +58,8 @@ private:
 
 TEST_F(StatusLineTest, NoLineIsDrawnBeforeNewsThatStandAlone) {
     const auto& beforeNews = *bar.findChildren<QFrame*>(u"divider"_s).constFirst();
-    emit news.heard();
+    announced.reset();  // the line hears it
+    announce(u"Saved"_s);
     EXPECT_EQ(label(u"lblPlace"_s).text(), u""_s);
     EXPECT_TRUE(beforeNews.isHidden());
 }

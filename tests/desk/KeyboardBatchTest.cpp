@@ -152,7 +152,7 @@ TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     press(Qt::Key_Return);
     ASSERT_TRUE(test::waitFor([] { return preview() && preview()->isComplete(); }));
     ASSERT_TRUE(QTest::qWaitForWindowActive(preview()));
-    whileOpen(u"QFileDialog"_s, [this](QWidget& form) {
+    whileOpen(u"savePdfDialog"_s, [this](QWidget& form) {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
         support::settle();
         press(Qt::Key_A, Qt::ControlModifier);
