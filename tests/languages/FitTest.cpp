@@ -35,6 +35,7 @@ protected:
     void look(QWidget& shown, const QString& name) override {
         if (&shown == window.get())
             takeSize();
+        QCoreApplication::sendPostedEvents();  // a text that has just come finds its place
         if (!pictures().isEmpty())
             keepPicture(shown, name);
         for (const QString& misfit : misfits(shown)) {
