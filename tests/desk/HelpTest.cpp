@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QSignalSpy>
+#include <QToolButton>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -53,11 +55,12 @@ TEST_F(HelpDeskTest, OpenAlreadyItIsReadBesideADialog) {
     click(u"cmdFormulas"_s);
     read();
     whileOpen(u"frmMake"_s, [](QWidget& form) {
-        auto* search = support::child<QLineEdit>(*manual(), u"txtManualSearch"_s);
+        auto* larger = support::child<QToolButton>(*manual(), u"cmdLarger"_s);
+        QSignalSpy clicks(larger, &QToolButton::clicked);
         EXPECT_TRUE(test::waitFor([&] {
             QTest::mouseClick(manual()->windowHandle(), Qt::LeftButton, {},
-                              search->mapTo(manual(), search->rect().center()));
-            return search->hasFocus();
+                              larger->mapTo(manual(), larger->rect().center()));
+            return clicks.size() > 0;
         }));
         EXPECT_TRUE(form.isVisible());
         support::child<QPushButton>(form, "OKButton")->click();
