@@ -20,8 +20,9 @@ formula="Magic Mouthwash"
 scratch=$(mktemp -d)
 place=/tmp/mill-road  # the folder that pictures name
 mkdir "$place"
-simulator=""
+simulator="" locker=""
 clean_up() {
+  [ -z "$locker" ] || kill "$locker" 2>/dev/null || true
   [ -z "$simulator" ] || kill "$simulator" 2>/dev/null || true
   stop_display
   rm -rf "$scratch" "$place"
@@ -56,6 +57,33 @@ stop_simulator() {
   simulator=""
 }
 
+# As another program does, until unlock_database.
+lock_database() {
+  python3 - "$1/sorvanto.mdb" "$scratch/locked" <<'END' &
+import sqlite3
+import sys
+import time
+
+database = sqlite3.connect(sys.argv[1], isolation_level=None)
+database.execute("BEGIN EXCLUSIVE")
+open(sys.argv[2], "w").close()
+while True:
+    time.sleep(60)
+END
+  locker=$!
+  until [ -e "$scratch/locked" ]; do
+    kill -0 "$locker"
+    sleep 0.1
+  done
+}
+
+unlock_database() {
+  kill "$locker" 2>/dev/null || true
+  wait "$locker" 2>/dev/null || true
+  locker=""
+  rm -f "$scratch/locked"
+}
+
 # keep_desk <number>: starts, lists, windows, problems, and a mix that is stopped, in that language.
 keep_desk() {
   local name=${languages[$1]} program=$place/Pharmacy start
@@ -68,9 +96,12 @@ keep_desk() {
   "$program/sorvanto-tour" "$program" --stopped "$formula" --language "$1" --pictures "$scratch/$name" \
     --prefix mix- >"$scratch/$name/stopped.txt"
   stop_simulator
-  for start in damaged missing folder locked options; do
+  for start in damaged missing folder options; do
     "$program/sorvanto-tour" "$program" --broken-start "start-$start" --pictures "$scratch/$name" >&2
   done
+  lock_database "$program"
+  "$program/sorvanto-tour" "$program" --broken-start start-locked --pictures "$scratch/$name" >&2
+  unlock_database
 }
 
 # name on the pages   name of the window's picture

@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QTest>
 #include <memory>
-#include <sqlite3.h>
 
 namespace tour {
 namespace {
@@ -189,9 +188,7 @@ void writeFile(const QString& path, const QByteArray& content) {
             u"%1 can't be written."_s.arg(path));
 }
 
-void closeDatabase(sqlite3* database) { sqlite3_close(database); }
-
-/// What is wrong, and the way back.
+/// What is wrong, and the way back. A database that is locked is so from outside.
 class Broken {
 public:
     Broken(const QString& folder, const QString& name)
@@ -208,11 +205,8 @@ public:
                                               QDir(folder).filePath(u"share/sorvanto.mdb"_s).toUtf8()));
         else if (name == "start-options"_L1)
             writeFile(m_options, "<Configuration><Opt");
-        else
-            lock();
     }
     ~Broken() {
-        m_lock.reset();
         writeFile(m_database, m_records);
         writeFile(m_options, m_settings);
     }
@@ -220,18 +214,8 @@ public:
     Broken& operator=(const Broken&) = delete;
 
 private:
-    void lock() {
-        sqlite3* opened = nullptr;
-        const int result = sqlite3_open(m_database.toUtf8().constData(), &opened);
-        m_lock = {opened, &closeDatabase};
-        require(result == SQLITE_OK &&
-                    sqlite3_exec(opened, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK,
-                "the database can't be locked.");
-    }
-
     QString m_database, m_options;
     QByteArray m_records, m_settings;
-    std::unique_ptr<sqlite3, void (*)(sqlite3*)> m_lock{nullptr, &closeDatabase};
 };
 
 }  // namespace

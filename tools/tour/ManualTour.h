@@ -10,7 +10,7 @@ namespace tour {
 void runManual(const QString& programFolder, const QString& pictureFolder, int language);
 
 /// In the folder as runManual left it: the window of a start at which something is wrong ("start-damaged", "-missing",
-/// "-folder", "-locked", "-options"). What is broken for it is mended again.
+/// "-folder", "-locked", "-options"). What is broken for it is mended again; the lock is held by the caller.
 void runBrokenStart(const QString& programFolder, const QString& pictureFolder, const QString& name);
 
 }  // namespace tour
