@@ -5,6 +5,7 @@
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/xml/XmlDocument.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -120,6 +121,35 @@ TEST_F(UpgradeTest, TheFolderGetsWhatIsNewAndKeepsItsUsersOwn) {
     EXPECT_TRUE(folder.read("dbupdate.xml").contains("To=\"1.2\""));
     EXPECT_EQ(folder.read("dbupdate.xml.before"), storedFile("dbupdate.xml"));
     EXPECT_EQ(folder.read("mixes/3FA21C09.xml"), storedFile("mixes/3FA21C09.xml"));
+}
+
+TEST_F(UpgradeTest, TextsThatNobodyChangedAreThoseOfTodayInEachLanguage) {
+    const auto textsOf = [](const QByteArray& xml) {
+        const auto document = platform::XmlDocument::create();
+        EXPECT_TRUE(document->loadXML(QString::fromUtf8(xml)));
+        QMap<QString, QString> texts;
+        for (const platform::XmlNode& entry : document->getElementsByTagName(u"Translate"_s))
+            texts.insert(entry.attribute(u"English"_s), entry.attribute(u"Translated"_s));
+        return texts;
+    };
+    const QStringList names = {u"French"_s,  u"Swiss"_s,      u"Italian"_s,
+                               u"Spanish"_s, u"Portuguese"_s, u"Russian"_s};
+    for (const QString& name : names)
+        folder.write(name + u"Translation.xml"_s, storedFile(name + u"Translation.xml"_s));
+    layOut();
+    for (const QString& name : names + QStringList{u"German"_s}) {
+        const QString fileName = name + u"Translation.xml"_s;
+        QFile delivered(QStringLiteral(SORVANTO_SOURCE_DIR "/languages/") + fileName);
+        ASSERT_TRUE(delivered.open(QIODevice::ReadOnly));
+        const auto now = textsOf(delivered.readAll()), own = textsOf(folder.read(fileName));
+        EXPECT_GT(now.size(), 700);
+        for (auto text = now.begin(); text != now.end(); ++text) {
+            if (name != "German"_L1 || text.key() != "Strength"_L1) {
+                EXPECT_EQ(own.value(text.key()).toStdString(), text.value().toStdString())
+                    << qPrintable(name + u": "_s + text.key());
+            }
+        }
+    }
 }
 
 TEST_F(UpgradeTest, TheFirstStartBringsTheDatabaseUpToDateAndLosesNothing) {
