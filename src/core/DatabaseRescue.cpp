@@ -8,6 +8,8 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/data/sqlite/DatabaseState.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -60,7 +62,7 @@ const Case& caseOf(DatabaseState state) {
 }
 
 QString madeText(const QDateTime& made) {
-    const QString time = made.toString(u"hh:mm"_s);
+    const QString time = platform::timeOfDay(made.time());
     if (made.date() == platform::today().date())
         return translated(u"Copy of today %1, checked."_s).replace(u"%1"_s, time);
     const QString day = platform::dateText(QDateTime(made.date(), QTime(0, 0), Qt::UTC));
@@ -69,11 +71,12 @@ QString madeText(const QDateTime& made) {
 
 QStringList offerOf(const GoodCopy& copy, DatabaseState state) {
     QStringList texts{madeText(copy.made)};
-    texts << translated(u"Batches in the copy: %1."_s).replace(u"%1"_s, QString::number(copy.batches));
+    texts << translated(u"Batches in the copy: %1."_s)
+                 .replace(u"%1"_s, platform::systemLocale().toString(copy.batches));
     if (const auto missing = copy.unknownToIt.size(); missing > 0)
         texts << translated(
                      u"Batches logged since then: %1. They lie in the journal and will be offered again."_s)
-                     .replace(u"%1"_s, QString::number(missing));
+                     .replace(u"%1"_s, platform::systemLocale().toString(missing));
     texts << translated(u"Changes of records since the copy are not in it."_s);
     if (state == DatabaseState::Damaged)
         texts << translated(u"The damaged file is kept beside it."_s);

@@ -9,6 +9,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 #include "platform/xml/XmlDocument.h"
@@ -39,7 +40,7 @@ QString with(QString text, const QString& value) { return text.replace(u"%1"_s, 
 
 /// The time alone for today, else the day before it.
 QString momentText(const QDateTime& moment) {
-    const QString time = moment.toString(u"hh:mm"_s);
+    const QString time = platform::timeOfDay(moment.time());
     if (moment.date() == platform::today().date())
         return time;
     return platform::dateText(QDateTime(moment.date(), QTime(0, 0), Qt::UTC)) + ' '_L1 + time;
@@ -218,7 +219,7 @@ std::vector<HealthLine> healthLines(const HealthContext& context) {
 HealthLine checkedDatabase(const QStringList& problems, const HealthContext& context) {
     HealthLine line = safely(translated(u"Database"_s), [&] { return databaseLine(context.readingOnly); });
     if (problems.isEmpty()) {
-        line.note = with(translated(u"Checked %1"_s), platform::now().toString(u"hh:mm"_s));
+        line.note = with(translated(u"Checked %1"_s), platform::timeOfDay(platform::now().time()));
         return line;
     }
     line.good = false;

@@ -2,6 +2,7 @@
 
 #include "core/NewsButtons.h"
 #include "platform/basic/Dates.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -20,7 +21,8 @@ constexpr int widestItem = 420;  // pixels
 
 /// Of today the time alone.
 QString timeText(const QDateTime& when) {
-    return when.date() == platform::today().date() ? when.toString(u"hh:mm"_s) : platform::dateText(when);
+    return when.date() == platform::today().date() ? platform::timeOfDay(when.time())
+                                                   : platform::dateText(when);
 }
 
 }  // namespace

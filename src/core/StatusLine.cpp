@@ -8,6 +8,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/data/Connection.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Happening.h"
@@ -150,10 +151,11 @@ void StatusLine::showCopy() {
         const QDateTime made = copies.front().made;
         const qint64 days = made.date().daysTo(platform::today().date());
         good = days <= daysOfACopy;
-        text = days == 0
-                   ? translated(u"Copy of today %1 checked"_s).replace(u"%1"_s, made.toString(u"hh:mm"_s))
-                   : translated(u"Copy of %1 checked"_s)
-                         .replace(u"%1"_s, platform::dateText(QDateTime(made.date(), QTime(0, 0), Qt::UTC)));
+        text =
+            days == 0
+                ? translated(u"Copy of today %1 checked"_s).replace(u"%1"_s, platform::timeOfDay(made.time()))
+                : translated(u"Copy of %1 checked"_s)
+                      .replace(u"%1"_s, platform::dateText(QDateTime(made.date(), QTime(0, 0), Qt::UTC)));
     }
     const platform::Theme& colors = platform::theme();
     m_copyPicture->setPixmap(

@@ -12,6 +12,7 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/SystemLocale.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
@@ -36,9 +37,10 @@ void addPreparations(HealthContext& context, const Reconciliation& all) {
     const QString text =
         all.complete() ? translated(u"All %1 accounted for"_s) : translated(u"Not accounted for: %1"_s);
     const QString missing = all.missing.mid(0, 3).join(u", "_s);
-    context.preparations =
-        QString(text).replace(u"%1"_s, all.complete() ? QString::number(all.preparations) : missing);
-    context.preparationsNote = translated(u"On offer: %1"_s).replace(u"%1"_s, QString::number(all.onOffer));
+    context.preparations = QString(text).replace(
+        u"%1"_s, all.complete() ? platform::systemLocale().toString(all.preparations) : missing);
+    context.preparationsNote =
+        translated(u"On offer: %1"_s).replace(u"%1"_s, platform::systemLocale().toString(all.onOffer));
     context.preparationsGood = all.complete();
 }
 
@@ -139,8 +141,8 @@ void frmMain::showKeysLeft() {
         if (!fewest.isShort())
             return;
         QString text = translated(u"Keys left: %1 in %2"_s);
-        m_status->setKeysLeft(
-            text.replace(u"%2"_s, translated(fewest.name)).replace(u"%1"_s, QString::number(fewest.left())));
+        m_status->setKeysLeft(text.replace(u"%2"_s, translated(fewest.name))
+                                  .replace(u"%1"_s, platform::systemLocale().toString(fewest.left())));
     });
 }
 

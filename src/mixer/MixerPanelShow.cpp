@@ -10,6 +10,8 @@
 #include "mixer/ProgressRing.h"
 #include "mixer/StepsTable.h"
 #include "platform/ask/Ask.h"
+#include "platform/basic/SystemLocale.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/widgets/Theme.h"
 
 #include <QLabel>
@@ -72,7 +74,8 @@ bool MixerPanel::isToldLoaded() const {
 void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
     const QString start = portName() + u" \u00B7 "_s;
-    const QString lastWord = link.lastWord().isValid() ? link.lastWord().toString(u"HH:mm:ss"_s) : QString();
+    const QString lastWord =
+        link.lastWord().isValid() ? platform::exactTimeOfDay(link.lastWord().time()) : QString();
     const protocol::Identity& mixer = link.identity();
     const bool greetedOnly = link.state() == MixerLink::State::Connected && !isHeard() && !link.isStale();
     const QString badge = mixer.simulated() && isHeard() ? m_texts(PanelText::Simulated) : QString();
@@ -277,15 +280,16 @@ QString MixerPanel::findings() const {
 void MixerPanel::showAccount() {
     const Reconciliation& all = m_session.reconciliation();
     constexpr qsizetype mostNamed = 5;
-    const QString count = QString::number(all.preparations);
+    const QString count = platform::systemLocale().toString(all.preparations);
     const bool missing = !all.missing.isEmpty();
     QStringList names = all.missing.mid(0, mostNamed);
     if (all.missing.size() > mostNamed)
         names << u"…"_s;
     m_account->setVisible(missing || (all.done && all.preparations > 1 && !m_session.isWaiting()));
-    m_account->setText(missing ? m_texts(PanelText::NotAccountedFor,
-                                         {QString::number(all.missing.size()), count, names.join(u", "_s)})
-                               : m_texts(PanelText::AllAccountedFor, {count}));
+    m_account->setText(
+        missing ? m_texts(PanelText::NotAccountedFor,
+                          {platform::systemLocale().toString(all.missing.size()), count, names.join(u", "_s)})
+                : m_texts(PanelText::AllAccountedFor, {count}));
     platform::setLook(*m_account, "caution", missing);
     platform::setLook(*m_account, "quiet", !missing);
 }

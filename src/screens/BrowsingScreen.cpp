@@ -4,6 +4,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/TimeOfDay.h"
 #include "records/ColumnSizes.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
@@ -187,7 +188,7 @@ void BrowsingScreen::announceDeleted(const QString& name) {
 
 void BrowsingScreen::recordSaved() {
     typingEnded();
-    announce(translated(u"Saved %1"_s).replace(u"%1"_s, platform::now().toString(u"hh:mm"_s)));
+    announce(translated(u"Saved %1"_s).replace(u"%1"_s, platform::timeOfDay(platform::now().time())));
 }
 
 void BrowsingScreen::lockForm() {

@@ -101,7 +101,7 @@ TEST_F(DatabaseRescueTest, ADamagedFileGetsItsNewestGoodCopyAndIsKept) {
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1);
     EXPECT_TRUE(said.contains("The database is damaged.")) << said.toStdString();
-    EXPECT_TRUE(said.contains("Copy of today 14:05, checked."));
+    EXPECT_TRUE(said.contains("Copy of today 2:05 PM, checked."));
     EXPECT_TRUE(said.contains("Batches in the copy: 1."));
     EXPECT_TRUE(said.contains("Changes of records since the copy are not in it."));
     EXPECT_TRUE(said.contains("The damaged file is kept beside it."));
@@ -138,7 +138,7 @@ TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {
     damage();
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1);
-    EXPECT_TRUE(said.contains("Copy of 3/7/2026 14:05, checked.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Copy of 3/7/2026 2:05 PM, checked.")) << said.toStdString();
 }
 
 TEST_F(DatabaseRescueTest, ACopyThatOpensAndIsNotSoundOrNotItsOwnIsPassedOver) {
@@ -154,7 +154,7 @@ TEST_F(DatabaseRescueTest, ACopyThatOpensAndIsNotSoundOrNotItsOwnIsPassedOver) {
     damage();
     answer("cmdPutBack");
     EXPECT_EQ(openDB()->state(), 1);
-    EXPECT_TRUE(said.contains("Copy of 3/7/2026 14:05, checked.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Copy of 3/7/2026 2:05 PM, checked.")) << said.toStdString();
 }
 
 TEST_F(DatabaseRescueTest, ADamagedFileIsNoFirstStart) {
@@ -182,7 +182,7 @@ TEST_F(DatabaseRescueTest, TheNewestOfBothPlacesIsOffered) {
     damage();
     answer("cmdPutBack");
     openDB();
-    EXPECT_TRUE(said.contains("Copy of 3/8/2026 08:12, checked.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Copy of 3/8/2026 8:12 AM, checked.")) << said.toStdString();
     basMain::gConnection->close();
 
     CopySettings settings = CopySettings::read();
@@ -191,7 +191,7 @@ TEST_F(DatabaseRescueTest, TheNewestOfBothPlacesIsOffered) {
     damage();
     answer("cmdPutBack");
     openDB();
-    EXPECT_TRUE(said.contains("Copy of today 08:12, checked.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Copy of today 8:12 AM, checked.")) << said.toStdString();
     EXPECT_EQ(sqlText("SELECT count(*) FROM Log"), "3");
 }
 

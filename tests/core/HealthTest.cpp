@@ -113,11 +113,11 @@ TEST_F(HealthTest, TheNewestCopyIsOfToday) {
     EXPECT_EQ(line("Newest copy").state, "None yet");
     EXPECT_FALSE(line("Newest copy").good);
     copyNow();
-    EXPECT_EQ(line("Newest copy").state, "14:05, checked");
+    EXPECT_EQ(line("Newest copy").state, "2:05 PM, checked");
     EXPECT_EQ(line("Newest copy").note, "Copies in backups: 1");
     EXPECT_TRUE(line("Newest copy").good);
     clock.set(QDateTime(QDate(2026, 3, 8), QTime(9, 0), Qt::UTC));
-    EXPECT_EQ(line("Newest copy").state, "3/7/2026 14:05, checked");
+    EXPECT_EQ(line("Newest copy").state, "3/7/2026 2:05 PM, checked");
     EXPECT_FALSE(line("Newest copy").good);
 }
 
@@ -152,7 +152,7 @@ TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     HealthPage page([this] { return context; });
     page.show();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
-    EXPECT_EQ(page.lines().front().note, "Checked 14:05");
+    EXPECT_EQ(page.lines().front().note, "Checked 2:05 PM");
     EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "All is well");
     auto* place = child<QLineEdit>(page, "txtSecondPlace");
     QDir(folder.path()).mkdir("stick");

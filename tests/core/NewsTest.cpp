@@ -132,7 +132,7 @@ TEST_F(NewsTest, AClickListsTheLastTenNewestFirstWithTheirTimes) {
     EXPECT_EQ(child<QLabel>(*list, u"lblNews0"_s)->text(), u"No. 12"_s);
     EXPECT_EQ(child<QLabel>(*list, u"lblNews9"_s)->text(), u"No. 3"_s);
     EXPECT_FALSE(list->findChild<QLabel*>(u"lblNews10"_s));
-    EXPECT_EQ(child<QLabel>(*list, u"lblNewsTime0"_s)->text(), u"14:05"_s);
+    EXPECT_EQ(child<QLabel>(*list, u"lblNewsTime0"_s)->text(), u"2:05 PM"_s);
     list->findChildren<QPushButton*>().last()->click();
     EXPECT_EQ(run, 1);
     EXPECT_FALSE(list->isVisible()) << "the list goes before the action is run";

@@ -100,7 +100,7 @@ TEST_F(StatusLineTest, TellsHowOldTheNewestCopyIs) {
     EXPECT_EQ(copy(), "Copy of 3/6/2026 checked");
     EXPECT_FALSE(label(u"lblCopy"_s).property("caution").toBool()) << "today's comes soon after the start";
     addCopy(u"2026-03-07-081200"_s);
-    EXPECT_EQ(copy(), "Copy of today 08:12 checked");
+    EXPECT_EQ(copy(), "Copy of today 8:12 AM checked");
     EXPECT_FALSE(label(u"lblCopy"_s).property("caution").toBool());
 }
 

@@ -74,7 +74,7 @@ TEST_F(AnnouncedTest, ASavedRecordOfEachScreenIsSaidWithItsTime) {
         click(u"cmdEdit"_s);
         click(u"cmdSave"_s);
         EXPECT_EQ(announced->texts().size(), 1) << button;
-        EXPECT_EQ(str(announced->texts().value(0)), "Saved 14:05") << button;
+        EXPECT_EQ(str(announced->texts().value(0)), "Saved 2:05 PM") << button;
         announced = nullptr;
         announced = std::make_unique<support::Announced>();
     }

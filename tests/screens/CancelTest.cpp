@@ -117,7 +117,7 @@ TEST_F(CancelTest, ANewFormulaComesBackWithItsIngredients) {
     click("cmdCancel");
     EXPECT_EQ(str(count("Formula")), "3");
     EXPECT_EQ(str(count("FormChem")), "4");
-    EXPECT_EQ(heardTexts(), "Saved 14:05|New record thrown away: \"Night Cream\"");
+    EXPECT_EQ(heardTexts(), "Saved 2:05 PM|New record thrown away: \"Night Cream\"");
     haveBack();
     EXPECT_EQ(str(text(formulas, "txtfrm_Name")), "Night Cream");
     EXPECT_EQ(str(notes(formulas).text()), "stir well");

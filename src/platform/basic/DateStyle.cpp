@@ -116,9 +116,17 @@ QString DateStyle::dateText(QDate date) const {
 }
 
 QString DateStyle::timeText(QTime time) const {
+    return withHalf(hourAndMinute(time) + m_timeSeparator + padded(time.second(), 2), time);
+}
+
+QString DateStyle::shortTimeText(QTime time) const { return withHalf(hourAndMinute(time), time); }
+
+QString DateStyle::hourAndMinute(QTime time) const {
     const int hour = m_halves ? (time.hour() + 11) % 12 + 1 : time.hour();
-    const QString text = padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2) +
-                         m_timeSeparator + padded(time.second(), 2);
+    return padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2);
+}
+
+QString DateStyle::withHalf(const QString& text, QTime time) const {
     if (!m_halves)
         return text;
     const QString& half = time.hour() < 12 ? m_am : m_pm;

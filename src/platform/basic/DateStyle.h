@@ -21,6 +21,8 @@ public:
 
     QString dateText(QDate date) const;
     QString timeText(QTime time) const;
+    /// Without the seconds.
+    QString shortTimeText(QTime time) const;
 
     /// Date, time or both; numbers alone decide their roles. Nothing when the text is neither.
     std::optional<QDateTime> read(const QString& text) const;
@@ -34,6 +36,8 @@ private:
     /// The numbers of a text and what stands between them.
     struct Scan;
 
+    QString hourAndMinute(QTime time) const;
+    QString withHalf(const QString& text, QTime time) const;
     void learnDate(const QString& pattern);
     void learnTime(const QString& pattern);
     bool takeHalf(const QString& word, Scan& scan) const;

@@ -1,0 +1,13 @@
+// Times of day within a sentence.
+#include "platform/basic/TimeOfDay.h"
+
+#include "platform/basic/DateStyle.h"
+#include "platform/basic/SystemLocale.h"
+
+namespace platform {
+
+QString timeOfDay(QTime time) { return DateStyle(systemLocale()).shortTimeText(time); }
+
+QString exactTimeOfDay(QTime time) { return DateStyle(systemLocale()).timeText(time); }
+
+}  // namespace platform
