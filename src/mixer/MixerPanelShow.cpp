@@ -75,7 +75,7 @@ void MixerPanel::showLink() {
     const MixerLink& link = m_session.link();
     const QString start = portName() + u" \u00B7 "_s;
     const QString lastWord =
-        link.lastWord().isValid() ? platform::exactTimeOfDay(link.lastWord().time()) : QString();
+        link.lastWord().isValid() ? platform::timeOfDay(link.lastWord().time()) : QString();
     const protocol::Identity& mixer = link.identity();
     const bool greetedOnly = link.state() == MixerLink::State::Connected && !isHeard() && !link.isStale();
     const QString badge = mixer.simulated() && isHeard() ? m_texts(PanelText::Simulated) : QString();

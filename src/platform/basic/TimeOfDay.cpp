@@ -8,6 +8,4 @@ namespace platform {
 
 QString timeOfDay(QTime time) { return DateStyle(systemLocale()).shortTimeText(time); }
 
-QString exactTimeOfDay(QTime time) { return DateStyle(systemLocale()).timeText(time); }
-
 }  // namespace platform

@@ -10,7 +10,4 @@ namespace platform {
 /// Hours and minutes.
 QString timeOfDay(QTime time);
 
-/// Hours, minutes and seconds.
-QString exactTimeOfDay(QTime time);
-
 }  // namespace platform

@@ -12,7 +12,7 @@ namespace {
 
 struct Case {
     QLocale locale;
-    QString shortText, exactText;
+    QString text;
 };
 
 class TimeOfDayTest : public testing::TestWithParam<Case> {
@@ -21,19 +21,16 @@ protected:
     ~TimeOfDayTest() override { setSystemLocale(std::nullopt); }
 };
 
-TEST_P(TimeOfDayTest, FollowsTheSystem) {
-    EXPECT_EQ(timeOfDay(QTime(14, 5, 9)), GetParam().shortText);
-    EXPECT_EQ(exactTimeOfDay(QTime(14, 5, 9)), GetParam().exactText);
-}
+TEST_P(TimeOfDayTest, FollowsTheSystem) { EXPECT_EQ(timeOfDay(QTime(14, 5, 9)), GetParam().text); }
 
-INSTANTIATE_TEST_SUITE_P(
-    Systems, TimeOfDayTest,
-    testing::Values(Case{QLocale::c(), u"2:05 PM"_s, u"2:05:09 PM"_s},
-                    Case{QLocale(QLocale::English, QLocale::UnitedStates), u"2:05 PM"_s, u"2:05:09 PM"_s},
-                    Case{QLocale(QLocale::German, QLocale::Germany), u"14:05"_s, u"14:05:09"_s},
-                    Case{QLocale(QLocale::Finnish, QLocale::Finland), u"14.05"_s, u"14.05.09"_s},
-                    Case{QLocale(QLocale::Spanish, QLocale::Spain), u"14:05"_s, u"14:05:09"_s},
-                    Case{QLocale(QLocale::Korean, QLocale::SouthKorea), u"오후 2:05"_s, u"오후 2:05:09"_s}));
+INSTANTIATE_TEST_SUITE_P(Systems, TimeOfDayTest,
+                         testing::Values(Case{QLocale::c(), u"2:05 PM"_s},
+                                         Case{QLocale(QLocale::English, QLocale::UnitedStates), u"2:05 PM"_s},
+                                         Case{QLocale(QLocale::German, QLocale::Germany), u"14:05"_s},
+                                         Case{QLocale(QLocale::Finnish, QLocale::Finland), u"14.05"_s},
+                                         Case{QLocale(QLocale::Spanish, QLocale::Spain), u"14:05"_s},
+                                         Case{QLocale(QLocale::Korean, QLocale::SouthKorea),
+                                              u"오후 2:05"_s}));
 
 TEST(TimeOfDay, OfTheNightAndTheMorning) {
     setSystemLocale(QLocale(QLocale::English, QLocale::UnitedStates));
