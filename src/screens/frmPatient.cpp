@@ -66,6 +66,20 @@ constexpr int rxCostColumn = 4;
 constexpr int priceColumn = 5;
 constexpr int widthOfPrescriptions = 980;  // as on a small screen, where the list does not stand beside
 
+/// A text as wide as any with other digits.
+QString widest(QString text, const QFontMetrics& metrics) {
+    QChar digit = u'0';
+    for (char16_t other = u'1'; other <= u'9'; ++other) {
+        if (metrics.horizontalAdvance(QChar(other)) > metrics.horizontalAdvance(digit))
+            digit = QChar(other);
+    }
+    for (QChar& place : text) {
+        if (place.isDigit())
+            place = digit;
+    }
+    return text;
+}
+
 }  // namespace
 
 frmPatient::frmPatient(QWidget* parent)
@@ -88,8 +102,10 @@ void frmPatient::layOutPrescriptions() {
     grid.setCompact();
     setProperty(platform::besideWidth, widthOfPrescriptions);
     const QDateTime longest(QDate(2028, 12, 28), QTime(22, 58, 58));
-    const int withTime = grid.widthOf(platform::dateText(longest));
-    const int day = grid.widthOf(platform::dateText(longest.date().startOfDay()));
+    const QFontMetrics metrics = grid.fontMetrics();
+    const int withTime = grid.widthOf(widest(platform::dateText(longest), metrics));
+    const QDateTime midnight(longest.date(), QTime(0, 0), Qt::UTC);
+    const int day = grid.widthOf(widest(platform::dateText(midnight), metrics));
     grid.setColumns({{.field = u"RXsID"_s, .caption = u"RXID"_s, .width = grid.widthOf(u"32767"_s)},
                      {.field = u"log_Name"_s, .caption = u"Name"_s},
                      {.field = u"log_Strength"_s, .caption = u"Strength"_s, .width = 64},

@@ -3,6 +3,8 @@
 #include "PatientScreenTest.h"
 #include "Settle.h"
 
+#include "platform/basic/Dates.h"
+#include "platform/basic/SystemLocale.h"
 #include "platform/widgets/Theme.h"
 #include "screens/BoxText.h"
 
@@ -84,6 +86,28 @@ TEST_F(BoxSizesTest, ThePrescriptionsFitASmallScreenAndShowTheirDatesWhole) {
     }
     for (const char* field : {"log_Name", "rxs_Doctor"})
         EXPECT_GE(list.columnWidth(list.columnByField(field)), 100) << field;
+}
+
+TEST_F(BoxSizesTest, AnyDateOfAPrescriptionIsWholeInTheCustomsOfItsSystem) {
+    for (const char* name : {"en_US", "fr_FR", "de_DE", "ru_RU"}) {
+        platform::setSystemLocale(QLocale(QLatin1String(name)));
+        window.reset();
+        openScreen();
+        control<QTabWidget>(patients, "tabPatient").setCurrentIndex(1);
+        window->resize(1366, 768);
+        support::settle();
+        const platform::RecordGrid& list = grid();
+        for (QDate day(2026, 1, 1); day.year() == 2026; day = day.addDays(1)) {
+            const QDateTime midnight(day, QTime(0, 0), Qt::UTC), late(day, QTime(20, 48, 48), Qt::UTC);
+            EXPECT_LE(list.widthOf(platform::dateText(midnight)),
+                      list.columnWidth(list.columnByField("rxs_Date")))
+                << name << " " << qPrintable(platform::dateText(midnight));
+            EXPECT_LE(list.widthOf(platform::dateText(late)),
+                      list.columnWidth(list.columnByField("log_Date")))
+                << name << " " << qPrintable(platform::dateText(late));
+        }
+    }
+    platform::setSystemLocale(std::nullopt);
 }
 
 TEST_F(BoxSizesTest, NotesGrowWithTheWindow) {

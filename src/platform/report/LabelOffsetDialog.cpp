@@ -38,7 +38,7 @@ QDoubleSpinBox* lengthBox(const QString& name, QWidget* parent) {
     box->setDecimals(2);
     box->setSingleStep(isMetric() ? 0.1 : 0.01);
     box->setRange(-most, most);
-    box->setSuffix(isMetric() ? u"\u00a0mm"_s : u"\u00a0in"_s);
+    box->setSuffix(u"\u00a0"_s + (isMetric() ? reportText("mm") : u"in"_s));
     box->setAlignment(Qt::AlignRight);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     return box;

@@ -610,6 +610,21 @@ TEST_F(Preview, AnOffsetIsInMillimetresWhereTheSystemIsMetric) {
     EXPECT_EQ(printerOffset("Front desk"), QPoint(144, 0));
 }
 
+TEST_F(Preview, TheUnitOfAnOffsetIsWrittenInTheUsersLanguage) {
+    setSystemLocale(QLocale("ru_RU"));
+    setTextTranslator([](const QString& english) { return english == "mm"_L1 ? u"мм"_s : english; });
+    support::TempProgramFolder folder;
+    open(std::make_unique<StripLabels>(0, 3, "L-1"));
+    support::ScriptedAsker asker;
+    asker.expectModal("labelOffset", [](QWidget& dialog) {
+        EXPECT_EQ(child<QDoubleSpinBox>(dialog, "right")->suffix(), u"\u00a0мм"_s);
+        QTest::mouseClick(child<QPushButton>(dialog, "cancel"), Qt::LeftButton);
+    });
+    child<QAction>(*window, "offset")->trigger();
+    setTextTranslator({});
+    setSystemLocale(std::nullopt);
+}
+
 TEST_F(Preview, CaptionsAreInTheUsersLanguage) {
     setTextTranslator([](const QString& english) { return "<" + english + ">"; });
     openList(1);
