@@ -1,5 +1,6 @@
 // The log screen as it shows itself: its start, the four tabs, moves, searches and tools.
 #include "LogScreenTest.h"
+#include "Settle.h"
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBar.h"
@@ -194,6 +195,18 @@ TEST_F(LogScreenTest, AStoppedBatchSaysSoOnItsFirstTab) {
     QCoreApplication::processEvents();
     const QRect quantity = control<platform::NumberBox>(logs, "txtlog_Quantity").geometry();
     EXPECT_GT(badge.geometry().left(), quantity.right()) << "beside the quantity, not over it";
+}
+
+TEST_F(LogScreenTest, TheMarkOfAStoppedBatchIsWholeInANarrowWindowAndALongWord) {
+    sql("UPDATE Log SET log_Results = replace(log_Results, '\"No\"', '\"U\"') WHERE LogID = 1;");
+    openScreen();
+    auto& badge = control<QLabel>(logs, "lblInterrupted");
+    badge.setText("was interrupted");
+    window->resize(window->minimumSizeHint());
+    support::settle();
+    const QRect quantity = control<platform::NumberBox>(logs, "txtlog_Quantity").geometry();
+    EXPECT_GT(badge.geometry().left(), quantity.right());
+    EXPECT_GE(badge.width(), badge.sizeHint().width());
 }
 
 TEST_F(LogScreenTest, ResultsLackingANodeAreReportedAndKeepTheFormerValuesFromThere) {
