@@ -1,0 +1,45 @@
+// The sums are those that the formula record itself is opened and saved with.
+#include "records/Repricing.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/basic/Values.h"
+#include "platform/data/Recordset.h"
+#include "platform/data/Transaction.h"
+#include "records/FormulaLines.h"
+#include "shared/Guard.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+using namespace platform;
+
+std::vector<RepricedFormula> formulaPrices() {
+    const RecordsetPtr rows = Recordset::create();
+    rows->open(u"SELECT FormulaID, frm_Name, frm_AWP FROM Formula ORDER BY frm_Name, FormulaID"_s, openDB());
+    std::vector<RepricedFormula> formulas;
+    for (; !rows->eof(); rows->moveNext()) {
+        const std::int16_t key = nullInt16(rows->value(0));
+        const FormulaTotals totals = readTotals(key);
+        formulas.push_back(
+            {key, nullText(rows->value(1)), totals.cost, nullCurrency(rows->value(2)), totals.awp});
+    }
+    rows->close();
+    return formulas;
+}
+
+bool storePrices(const std::vector<std::int16_t>& formulas) {
+    return guarded(u"Repricing:store"_s, false, [&] {
+        const ConnectionPtr connection = openDB();
+        Transaction whole(connection->handle());
+        for (const std::int16_t formula : formulas)
+            connection->execute(u"UPDATE Formula SET [frm_AWP] = '%1' WHERE [FormulaID] = %2"_s
+                                    .arg(readTotals(formula).awp.toText())
+                                    .arg(formula));
+        whole.commit();
+        return true;
+    });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,28 @@
+// What a formula stores of its chemicals' prices, and what they come to now. Its cost is worked out each time and has no
+// column; its AWP is stored, as of the last time that the formula was saved.
+#pragma once
+
+#include "platform/basic/Currency.h"
+
+#include <QString>
+#include <cstdint>
+#include <vector>
+
+namespace sorvanto {
+
+struct RepricedFormula {
+    std::int16_t key = 0;
+    QString name;
+    platform::Currency cost;       ///< as it is now
+    platform::Currency storedAWP;  ///< as of the last save
+    platform::Currency awp;        ///< as saving the formula would store it now
+};
+
+/// Of all formulas, by name; an AWP that would stay as it is, is among them.
+std::vector<RepricedFormula> formulaPrices();
+
+/// Stores the AWP of these formulas as saving them would, all or none; nothing else of them changes. False after a failure,
+/// which is reported.
+bool storePrices(const std::vector<std::int16_t>& formulas);
+
+}  // namespace sorvanto

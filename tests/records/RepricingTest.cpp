@@ -1,0 +1,68 @@
+// What formulas store of their chemicals' prices, what they come to now, and writing that.
+#include "RecordsTest.h"
+
+#include "records/Repricing.h"
+
+using namespace Qt::StringLiterals;
+
+using namespace sorvanto;
+using platform::Recordset;
+
+namespace {
+
+class RepricingTest : public RecordsTest {
+protected:
+    void SetUp() override {
+        RecordsTest::SetUp();
+        seedFormulas();
+    }
+    static QString prices() {
+        QStringList all;
+        for (const RepricedFormula& one : formulaPrices())
+            all << u"%1 %2: %3, %4 -> %5"_s.arg(QString::number(one.key), one.name, one.cost.toText(),
+                                                one.storedAWP.toText(), one.awp.toText());
+        return all.join(u'\n');
+    }
+    static QString stored() {
+        const auto found = Recordset::create();
+        found->open(u"SELECT * FROM Formula ORDER BY FormulaID"_s, openDB());
+        QStringList all;
+        for (; !found->eof(); found->moveNext())
+            for (int column = 0; column < found->fieldCount(); ++column)
+                all << found->value(column).toString();
+        return all.join(u'|');
+    }
+};
+
+TEST_F(RepricingTest, StoredAndPresentPricesStandSideBySide) {
+    // 1.2345 * 2 + 5 * 0.1 + 0.5 * 1.005 and 1.2345 * 3.5 + 5 * 0.2 + 0.5 * 2.675, exactly, then to the even neighbour
+    EXPECT_EQ(str(prices()), "1 Cooling Gel: 3.4715, 7 -> 6.6582\n2 Plain Base: 0, 0 -> 0");
+}
+
+TEST_F(RepricingTest, WhatIsStoredIsWhatSavingTheFormulaStores) {
+    ASSERT_TRUE(storePrices({1}));
+    const QString repriced = stored();
+    sql("UPDATE Formula SET frm_AWP = 7 WHERE FormulaID = 1");
+    const clsFormulaPtr formula = clsFormula().openFormula(1, QString());
+    ASSERT_TRUE(clsFormula().saveFormula(formula));
+    EXPECT_EQ(str(repriced), str(stored()));
+    EXPECT_EQ(str(prices().section(u'\n', 0, 0)), "1 Cooling Gel: 3.4715, 6.6582 -> 6.6582");
+}
+
+TEST_F(RepricingTest, OnlyTheTickedOnesAreWritten) {
+    sql("UPDATE Formula SET frm_AWP = 9 WHERE FormulaID = 2");
+    ASSERT_TRUE(storePrices({2}));
+    EXPECT_EQ(str(prices()), "1 Cooling Gel: 3.4715, 7 -> 6.6582\n2 Plain Base: 0, 0 -> 0");
+}
+
+TEST_F(RepricingTest, AFailureOnTheWayLeavesAllAsTheyWere) {
+    sql("UPDATE Formula SET frm_AWP = 9 WHERE FormulaID = 2");
+    const QString before = stored();
+    failStatement(u"WHERE [FormulaID] = 2"_s);
+    EXPECT_FALSE(storePrices({1, 2}));
+    failStatement(u"no statement has this"_s);
+    EXPECT_EQ(str(stored()), str(before));
+    dropReports();
+}
+
+}  // namespace
