@@ -226,8 +226,11 @@ RecallList TraceWindow::list() const {
 /// What leads nowhere is never shown without what was searched.
 QString TraceWindow::message() const {
     QStringList sentences;
-    if (!m_list.asked.isEmpty() && m_list.recall.batches.empty() && m_found->rowCount() == 0)
+    const bool nothing = !m_list.asked.isEmpty() && m_list.recall.batches.empty();
+    if (nothing && m_found->rowCount() == 0)
         sentences << recallNothing(m_list.searched);
+    else if (nothing && !m_list.ingredients.empty() && m_list.recall.hiddenBatches == 0)
+        sentences << recallNoBatch(m_list.searched);
     RecallList open = m_list;
     open.absent = m_tracer.absentArchives();
     open.recall.uncertain.clear();  // the totals have them
@@ -265,8 +268,7 @@ void TraceWindow::print() {
 }
 
 void TraceWindow::exportList() {
-    guarded(u"TraceWindow:export"_s,
-            [&] { say(translated(u"Exported %1"_s).replace(u"%1"_s, exportRecall(m_list))); });
+    guarded(u"TraceWindow:export"_s, [&] { say(exportRecall(m_list)); });
 }
 
 void TraceWindow::openFound(int row) {

@@ -5,6 +5,8 @@
 #include "platform/report/Report.h"
 #include "shared/Translator.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
@@ -36,6 +38,8 @@ QString recallAmount(double quantity, const QString& units) {
 QString reasonOf(const TracedBatch& batch) {
     if (batch.hasNoLines)
         return translated(u"ingredients not known"_s);
+    if (batch.lacksLines)
+        return translated(u"ingredients not complete"_s);
     return batch.base.isEmpty() ? QString() : translated(u"with %1"_s).replace(u"%1"_s, batch.base);
 }
 
@@ -102,12 +106,28 @@ QStringList recallGaps(const RecallList& list) {
         sentences << platform::counted(translated(u"%1 prescription outside these dates is not listed. | %1 "
                                                   "prescriptions outside these dates are not listed."_s),
                                        recall.hiddenPrescriptions);
-    if (!recall.uncertain.empty())
+    const auto lacking =
+        static_cast<std::size_t>(std::count_if(recall.uncertain.begin(), recall.uncertain.end(),
+                                               [](const TracedBatch& batch) { return batch.lacksLines; }));
+    if (recall.uncertain.size() > lacking)
         sentences << ofCount(
             u"%1 batch is in the log without ingredients: whether it belongs here is not known. | "
             "%1 batches are in the log without ingredients: whether they belong here is not known."_s,
-            recall.uncertain.size());
+            recall.uncertain.size() - lacking);
+    if (lacking > 0)
+        sentences << ofCount(
+            u"%1 batch cost more than its ingredients in the log: some are missing, and whether it belongs here is not "
+            "known. | %1 batches cost more than their ingredients in the log: some are missing, and whether they belong "
+            "here is not known."_s,
+            lacking);
     return sentences;
+}
+
+QString recallNoBatch(std::int64_t searched) {
+    return platform::counted(
+        translated(
+            u"No batch took it in: %1 batch was searched. | No batch took it in: %1 batches were searched."_s),
+        searched);
 }
 
 QString recallNothing(std::int64_t searched) {

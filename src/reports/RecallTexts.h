@@ -29,5 +29,7 @@ QStringList recallSearched(const RecallList& list);
 QStringList recallGaps(const RecallList& list);
 /// "Nothing has this lot, NDC or name: 3 batches were searched."
 QString recallNothing(std::int64_t searched);
+/// "No batch took it in: 3 batches were searched."
+QString recallNoBatch(std::int64_t searched);
 
 }  // namespace sorvanto

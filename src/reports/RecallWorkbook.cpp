@@ -89,12 +89,37 @@ private:
     int m_row = 0, m_column = 0;
 };
 
-void writeBatches(SheetWriter& sheet, const Recall& recall) {
+/// How far the rows of both sheets are.
+class Progress {
+public:
+    Progress(const std::function<bool(double)>& goesOn, const Recall& recall)
+        : m_goesOn(goesOn),
+          m_all(recall.batches.size() + recall.uncertain.size() + recall.prescriptions.size()) {}
+
+    bool stopped() const { return m_stopped; }
+    /// To be called before each row; false when it is not to be written.
+    bool next() {
+        if (m_goesOn && m_done % rowsBetween == 0 && !m_stopped)
+            m_stopped = !m_goesOn(static_cast<double>(m_done) / static_cast<double>(m_all));
+        ++m_done;
+        return !m_stopped;
+    }
+
+private:
+    static constexpr std::size_t rowsBetween = 100;
+    const std::function<bool(double)>& m_goesOn;
+    std::size_t m_all, m_done = 0;
+    bool m_stopped = false;
+};
+
+void writeBatches(SheetWriter& sheet, const Recall& recall, Progress& progress) {
     sheet.writeHeadings({translated(u"Date"_s), translated(u"Formula"_s), translated(u"Strength"_s),
                          translated(u"Lot"_s), translated(u"Remark"_s), translated(u"Quantity"_s),
                          translated(u"Units"_s), translated(u"Logged"_s), translated(u"Verified"_s)});
     for (const auto* part : {&recall.batches, &recall.uncertain}) {
         for (const TracedBatch& batch : *part) {
+            if (!progress.next())
+                return;
             sheet.date(batch.date);
             sheet.text(batch.formula);
             sheet.text(batch.strength);
@@ -109,11 +134,13 @@ void writeBatches(SheetWriter& sheet, const Recall& recall) {
     }
 }
 
-void writePrescriptions(SheetWriter& sheet, const Recall& recall) {
+void writePrescriptions(SheetWriter& sheet, const Recall& recall, Progress& progress) {
     sheet.writeHeadings({translated(u"Patient"_s), translated(u"Phone"_s), translated(u"Date"_s),
                          translated(u"Drug Name"_s), translated(u"Quantity"_s), translated(u"Units"_s),
                          translated(u"Lot"_s), translated(u"Doctor"_s)});
     for (const TracedPrescription& one : recall.prescriptions) {
+        if (!progress.next())
+            return;
         sheet.text(one.patientName);
         sheet.text(one.phone);
         sheet.date(one.date);
@@ -128,17 +155,18 @@ void writePrescriptions(SheetWriter& sheet, const Recall& recall) {
 
 }  // namespace
 
-QByteArray recallWorkbook(const RecallList& list) {
+QByteArray recallWorkbook(const RecallList& list, const std::function<bool(double)>& goesOn) {
+    Progress progress(goesOn, list.recall);
     XlsWorkbook book(translated(u"Batches"_s));
-    const auto write = [&](void (*rows)(SheetWriter&, const Recall&)) {
+    const auto write = [&](void (*rows)(SheetWriter&, const Recall&, Progress&)) {
         SheetWriter sheet(book, list);
-        rows(sheet, list.recall);
+        rows(sheet, list.recall, progress);
         sheet.finish();
     };
     write(writeBatches);
     book.addSheet(translated(u"Prescriptions"_s));
     write(writePrescriptions);
-    return book.bytes();
+    return progress.stopped() ? QByteArray() : book.bytes();
 }
 
 }  // namespace sorvanto

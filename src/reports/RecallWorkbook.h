@@ -4,10 +4,12 @@
 #include "trace/RecallList.h"
 
 #include <QByteArray>
+#include <functional>
 
 namespace sorvanto {
 
-/// The bytes of the .xls file. Throws overflow with a message for the user where the format has no room.
-QByteArray recallWorkbook(const RecallList& list);
+/// The bytes of the .xls file. goesOn, where there is one, is asked between rows with the part that is done, 0 to 1;
+/// nothing comes once it says no. Throws overflow with a message for the user where the format has no room.
+QByteArray recallWorkbook(const RecallList& list, const std::function<bool(double done)>& goesOn = {});
 
 }  // namespace sorvanto

@@ -64,9 +64,16 @@ void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QS
 QString exportRecall(const RecallList& list) {
     const QString name = u"Recall.xls"_s;
     const QString path = platform::programFolder() + u'/' + name;
-    platform::writeFile(path, recallWorkbook(list));
+    platform::LongWork work(translated(u"Exporting %1"_s).arg(name));
+    const QByteArray bytes = recallWorkbook(list, [&](double done) { return work.goesOn(done); });
+    if (bytes.isEmpty()) {
+        const QString stopped = translated(u"Stopped: %1 was not written."_s).arg(name);
+        announce(stopped);
+        return stopped;
+    }
+    platform::writeFile(path, bytes);
     announceFile(translated(u"Exported %1"_s), path);
-    return name;
+    return translated(u"Exported %1"_s).replace(u"%1"_s, name);
 }
 
 void showWorksheet(const clsFormulaPtr& formula) {

@@ -18,8 +18,8 @@ QString defaultPrinter();
 /// Throws when the export fails.
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName);
 
-/// Writes a recall list as spreadsheet "\\Recall.xls" beside the program, over an existing one; gives the file's name.
-/// Throws when that fails.
+/// Writes a recall list as spreadsheet "\\Recall.xls" beside the program, over an existing one, unless the user stops it
+/// on the way; gives what is said about it, in the user's language. Throws when that fails.
 QString exportRecall(const RecallList& list);
 
 /// Previews the worksheet of a scaled formula; no printer is named.

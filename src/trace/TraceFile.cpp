@@ -183,6 +183,26 @@ TraceFile::Keys TraceFile::batchesWithoutLines() const {
         .keys();
 }
 
+// The batch's price is exact, each line's is that of a quantity of three decimals, to two decimals.
+const TraceFile::Keys& TraceFile::batchesThatLackLines() const {
+    const std::int64_t state = m_connection->changeState();
+    if (m_lackingAsOf != state) {
+        const QString roundedOff =
+            u"sum(CASE WHEN lch_QTY > 0 AND %1 IS NOT NULL THEN %1 + 0.005 + 0.0005 * (abs(%1) + 0.005) / lch_QTY "
+            "ELSE 1e15 END) AS %2"_s;
+        m_lacking =
+            Question(
+                m_connection,
+                u"SELECT LogID FROM Log JOIN (SELECT LogID AS Batch, %1, %2 FROM LogChem GROUP BY LogID) "
+                "ON Batch = LogID WHERE (log_Cost > Cost + 0.0001 * (1 + abs(log_Quantity)) OR "
+                "log_AWP > AWP + 0.0001 * (1 + abs(log_Quantity))) AND %3"_s.arg(
+                    roundedOff.arg(u"lch_Cost"_s, u"Cost"_s), roundedOff.arg(u"lch_AWP"_s, u"AWP"_s), m_own))
+                .keys();
+        m_lackingAsOf = state;
+    }
+    return m_lacking;
+}
+
 std::vector<TracedBatch> TraceFile::batches(const Keys& keys) const {
     Question rows(
         m_connection,
@@ -202,7 +222,8 @@ std::vector<TracedBatch> TraceFile::batches(const Keys& keys) const {
                        .initials = rows.text(7),
                        .verified = rows.text(8),
                        .base = {},
-                       .hasNoLines = rows.key(9) == 0});
+                       .hasNoLines = rows.key(9) == 0,
+                       .lacksLines = false});
     }
     return all;
 }

@@ -36,6 +36,9 @@ public:
     std::map<std::int64_t, QString> batchesWithLots(const QStringList& lots) const;
     Keys batchesMadeAs(const QString& lot) const;
     Keys batchesWithoutLines() const;
+    /// Batches that cost more than their lines, by more than rounding explains: lines are missing. One that lacks lines
+    /// without a price is not found. Looked for anew only when the file has changed.
+    const Keys& batchesThatLackLines() const;
 
     /// In no order.
     std::vector<TracedBatch> batches(const Keys& keys) const;
@@ -60,6 +63,8 @@ private:
     platform::ConnectionPtr m_connection;
     int m_number;
     QString m_own;  ///< condition on Log of the batches that this file answers for
+    mutable std::optional<std::int64_t> m_lackingAsOf;  ///< state of the file
+    mutable Keys m_lacking;
 };
 
 }  // namespace sorvanto

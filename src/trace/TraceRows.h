@@ -38,6 +38,7 @@ struct TracedBatch {
     QString units, initials, verified;
     QString base;  ///< lot of the stock base through which it belongs here; empty: it belongs itself
     bool hasNoLines = false;  ///< nothing is known of what went into it
+    bool lacksLines = false;  ///< its ingredients cost less than the batch: some of them are not written down
 };
 
 struct TracedPrescription {
@@ -82,10 +83,11 @@ struct GivenOffArchive {
 struct Recall {
     std::vector<TracedBatch> batches;
     std::vector<TracedPrescription> prescriptions;
-    int patients = 0;                    ///< different ones of the prescriptions
-    std::vector<TracedBatch> uncertain;  ///< batches without lines: whether they belong here can't be told
-    int hiddenBatches = 0;               ///< that belong here, made outside the days that were asked for
-    int hiddenPrescriptions = 0;         ///< of a patient, dispensed outside the days
+    int patients = 0;  ///< different ones of the prescriptions
+    std::vector<TracedBatch>
+        uncertain;                ///< batches without their lines: whether they belong here can't be told
+    int hiddenBatches = 0;        ///< that belong here, made outside the days that were asked for
+    int hiddenPrescriptions = 0;  ///< of a patient, dispensed outside the days
 };
 
 /// What a text stands for.

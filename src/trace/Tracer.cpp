@@ -210,7 +210,10 @@ void finish(Recall& recall) {
 
 void Tracer::nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const {
     for (std::size_t i = 0; i < m_files.size(); ++i) {
-        for (TracedBatch& batch : m_files[i].batches(m_files[i].batchesWithoutLines())) {
+        TraceFile::Keys keys = m_files[i].batchesThatLackLines();
+        keys.merge(m_files[i].batchesWithoutLines());
+        for (TracedBatch& batch : m_files[i].batches(keys)) {
+            batch.lacksLines = !batch.hasNoLines;
             if (!reached.batches.contains(batch.key) && days.holds(batch.date))
                 recall.uncertain.push_back(std::move(batch));
         }

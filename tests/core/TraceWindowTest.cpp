@@ -228,6 +228,16 @@ TEST_F(TraceWindowTest, NothingFoundSaysWhatWasSearched) {
     EXPECT_TRUE(label(u"lblNothing"_s).isEmpty()) << "nothing was asked";
 }
 
+TEST_F(TraceWindowTest, AChemicalThatNoBatchTookInSaysWhatWasSearched) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (8, 'Unused', 'L9', 'N-9')"_s);
+    open(u"L9"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Unused"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"No batch took it in: 3 batches were searched."_s);
+    setDay(u"txtFrom"_s, u"2026-12-31"_s);
+    type(u"L1"_s);
+    EXPECT_FALSE(label(u"lblNothing"_s).contains(u"No batch took it in"_s)) << "the dates hide them";
+}
+
 TEST_F(TraceWindowTest, ABatchWithoutIngredientsIsNamedApart) {
     batch(4, u"D4"_s, u"04-05"_s, QString());
     open(u"L2"_s);

@@ -220,6 +220,19 @@ TEST_F(RecallTest, TheSpreadsheetHasBatchesThenPrescriptions) {
               "Prescriptions: Abernathy, Margaret|440-555-0117|2026-01-06|Cooling Gel|30.5|GMS|B1|Marsh\n");
 }
 
+TEST_F(RecallTest, TheSpreadsheetTellsHowFarItIsAndStops) {
+    std::vector<double> parts;
+    const RecallList all = list(u"L1"_s);
+    const QByteArray whole = recallWorkbook(all, [&](double done) {
+        parts.push_back(done);
+        return true;
+    });
+    EXPECT_EQ(whole, recallWorkbook(all));
+    ASSERT_FALSE(parts.empty());
+    EXPECT_EQ(parts.front(), 0);
+    EXPECT_TRUE(recallWorkbook(all, [](double) { return false; }).isEmpty());
+}
+
 class RecallLanguageTest : public RecallTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(RecallLanguageTest, NoHeadingIsCut) {

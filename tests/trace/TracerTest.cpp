@@ -206,6 +206,42 @@ TEST_F(TraceTest, ABatchWithoutLinesIsNamedAsUncertain) {
         trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {QDate(2026, 3, 1), {}}).uncertain.empty());
 }
 
+TEST_F(TraceTest, ABatchThatCostMoreThanItsLinesIsNamedAsUncertain) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Other L2, More L3"_s);
+    const auto costs = [this](const char* batchCost, const char* lineCost) {
+        sql(u"UPDATE LogChem SET lch_Cost = %1, lch_AWP = 0, lch_QTY = 2 WHERE LogID = 2"_s.arg(
+            QLatin1String(lineCost)));
+        sql(u"UPDATE Log SET log_Cost = %1, log_AWP = 0, log_Quantity = 10 WHERE LogID = 2"_s.arg(
+            QLatin1String(batchCost)));
+        const Tracer trace = tracer();
+        return trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {}).uncertain;
+    };
+    const std::vector<TracedBatch> lacking = costs("7.55", "2.5");
+    ASSERT_EQ(lacking.size(), 1U);
+    EXPECT_EQ(lacking[0].lot, u"B2"_s);
+    EXPECT_TRUE(lacking[0].lacksLines);
+    EXPECT_FALSE(lacking[0].hasNoLines);
+    EXPECT_TRUE(costs("5.0109", "2.5").empty()) << "what rounding explains";
+    EXPECT_TRUE(costs("4.2", "2.5").empty()) << "lines that cost more are not missing";
+    EXPECT_TRUE(costs("7.55", "NULL").empty()) << "lines without a price say nothing";
+    EXPECT_TRUE(costs("NULL", "2.5").empty());
+}
+
+TEST_F(TraceTest, LinesThatGoWhileTheFileIsOpenAreMissed) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Other L2, More L3"_s);
+    sql(u"UPDATE LogChem SET lch_Cost = 2.5, lch_AWP = 3, lch_QTY = 2 WHERE LogID = 2"_s);
+    sql(u"UPDATE Log SET log_Cost = 5, log_AWP = 6, log_Quantity = 10 WHERE LogID = 2"_s);
+    const Tracer trace = tracer();
+    const auto uncertain = [&] {
+        return trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {}).uncertain.size();
+    };
+    EXPECT_EQ(uncertain(), 0U);
+    sql(u"DELETE FROM LogChem WHERE LogID = 2 AND lch_Lot = 'L3'"_s);
+    EXPECT_EQ(uncertain(), 1U);
+}
+
 TEST_F(TraceTest, WhatAPatientGotAndOutOfWhichLots) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     batch(2, u"B2"_s, u"02-05"_s, u"Base L1"_s);
