@@ -52,6 +52,7 @@ constexpr ToolRow mainBar[] = {
     {"cmdExport", "Export", "Export", "export", "mnuExport"},
     separator,
     {"cmdTrace", "Menus", "Where Used", "trace"},
+    {"cmdNewLot", "Menus", "New Lot", "newlot", nullptr, "Ctrl+Shift+L"},
 };
 
 constexpr ToolRow menuBar[] = {
@@ -123,6 +124,7 @@ constexpr ToolRow formsMenu[] = {
     separator,
     {"mnuTrace", "Menus", "&Where Did It Go", nullptr, nullptr, "Ctrl+6"},
     {"mnuHistory", "Menus", "&History", nullptr, nullptr, "Ctrl+7"},
+    {"mnuRecalculate", "Menus", "&Recalculate", nullptr, nullptr, "Ctrl+8"},
 };
 
 /// Button and menu entry that do the same: the entry has the keys.

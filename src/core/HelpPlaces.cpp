@@ -37,6 +37,8 @@ constexpr HelpPlace helpTable[] = {
     {"HealthPage", "went-wrong.md#the-health-page"},
     {"TraceWindow", "where-did-it-go.md"},
     {"HistoryWindow", "history.md"},
+    {"NewLotWindow", "new-lot.md"},
+    {"RepricingWindow", "new-lot.md#recalculate"},
     {"StartQuestion", "went-wrong.md#the-database-cant-be-opened"},
     {"ErrorReportList", "went-wrong.md#the-strip-below"},
     {"DraftReader", "README.md#text-that-is-not-saved-yet"},

@@ -82,6 +82,8 @@ constexpr TextRow texts[] = {
     {"MainBar", Field::ToolTip, "cmdTrace", "Where Used"},
     {"mnuHelp", Field::Caption, "mnuManual", "&Manual"},
     {"mnuForms", Field::Caption, "mnuHistory", "&History"},
+    {"MainBar", Field::ToolTip, "cmdNewLot", "New Lot"},
+    {"mnuForms", Field::Caption, "mnuRecalculate", "&Recalculate"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

@@ -37,7 +37,20 @@ public:
         beginResetModel();
         m_rows = std::move(rows);
         m_quiet = quiet;
+        m_ticks.clear();
         endResetModel();
+    }
+    /// A box for each row; there are none at first.
+    void setTicks(std::vector<bool> ticks) {
+        beginResetModel();
+        m_ticks = std::move(ticks);
+        endResetModel();
+    }
+    const std::vector<bool>& ticks() const { return m_ticks; }
+    void toggle(int row) {
+        const auto place = static_cast<std::size_t>(row);
+        m_ticks[place] = !m_ticks[place];
+        emit dataChanged(index(row, 0), index(row, 0), {Qt::CheckStateRole});
     }
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
@@ -58,6 +71,8 @@ public:
             return m_rows[static_cast<std::size_t>(index.row())].value(index.column());
         if (role == Qt::TextAlignmentRole)
             return alignment(m_columns[static_cast<std::size_t>(index.column())]);
+        if (role == Qt::CheckStateRole && index.column() == 0 && !m_ticks.empty())
+            return m_ticks[static_cast<std::size_t>(index.row())] ? Qt::Checked : Qt::Unchecked;
         if (role == Qt::ForegroundRole && index.row() >= rowCount() - m_quiet)
             return QBrush(platform::theme().warning);
         return {};
@@ -71,6 +86,7 @@ private:
 
     std::vector<TraceColumn> m_columns;
     std::vector<QStringList> m_rows;
+    std::vector<bool> m_ticks;
     int m_quiet = 0;
 };
 
@@ -91,12 +107,27 @@ public:
         initStyleOption(&cell, index);
         const QStyle* style = cell.widget->style();
         style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
-        const QRect room = cell.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        QRect room = cell.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        if (cell.features.testFlag(QStyleOptionViewItem::HasCheckIndicator))
+            room.setLeft(drawBox(cell, room, *painter) + cellMargin);
         painter->setFont(cell.font);
         style->drawItemText(painter, room, static_cast<int>(cell.displayAlignment) | Qt::TextSingleLine,
                             cell.palette, cell.state.testFlag(QStyle::State_Enabled),
                             cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, room.width()),
                             QPalette::Text);
+    }
+
+private:
+    /// The box of a row that can be ticked; gives its right edge.
+    static int drawBox(const QStyleOptionViewItem& cell, const QRect& room, QPainter& painter) {
+        const QStyle* style = cell.widget->style();
+        const int side = style->pixelMetric(QStyle::PM_IndicatorWidth, &cell, cell.widget);
+        QStyleOptionViewItem box(cell);
+        box.rect = QStyle::alignedRect(cell.direction, Qt::AlignLeft | Qt::AlignVCenter, {side, side}, room);
+        box.state.setFlag(QStyle::State_HasFocus, false);
+        box.state |= cell.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
+        style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, &painter, cell.widget);
+        return box.rect.right();
     }
 };
 
@@ -130,6 +161,10 @@ TraceList::TraceList(const QString& name, QWidget* parent)
     m_view->installEventFilter(this);
     connect(m_view, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { emit opened(index.row()); });
+    connect(m_view, &QTableView::clicked, this, [this](const QModelIndex& index) {
+        if (index.column() == 0)
+            toggle(index.row());
+    });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &TraceList::choiceChanged);
 
@@ -176,6 +211,27 @@ std::vector<int> TraceList::chosen() const {
     return rows;
 }
 
+void TraceList::setTicked() {
+    m_model->setTicks(std::vector<bool>(static_cast<std::size_t>(rowCount()), true));
+    emit tickChanged();
+}
+
+std::vector<int> TraceList::ticked() const {
+    std::vector<int> rows;
+    for (std::size_t row = 0; row < m_model->ticks().size(); ++row) {
+        if (m_model->ticks()[row])
+            rows.push_back(static_cast<int>(row));
+    }
+    return rows;
+}
+
+void TraceList::toggle(int row) {
+    if (m_model->ticks().empty())
+        return;
+    m_model->toggle(row);
+    emit tickChanged();
+}
+
 bool TraceList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == m_view)
         QMetaObject::invokeMethod(this, &TraceList::layOutColumns,
@@ -185,6 +241,10 @@ bool TraceList::eventFilter(QObject* watched, QEvent* event) {
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
         if (enter && m_view->currentIndex().isValid()) {
             emit opened(m_view->currentIndex().row());
+            return true;
+        }
+        if (key->key() == Qt::Key_Space && m_view->currentIndex().isValid() && !m_model->ticks().empty()) {
+            toggle(m_view->currentIndex().row());
             return true;
         }
     }

@@ -1,4 +1,4 @@
-// One of the trace's lists: a card with a title, a quiet remark at its right, and rows of texts.
+// A list of rows, as the trace has them: a card with a title, a quiet remark at its right, and rows of texts.
 #pragma once
 
 #include <QFrame>
@@ -35,11 +35,16 @@ public:
     void choose(int row);
     /// Places of the chosen rows, from the top.
     std::vector<int> chosen() const;
+    /// Gives each row a box in front, all ticked; the mouse in the first column and the space bar change them.
+    void setTicked();
+    /// Places of the ticked rows, from the top.
+    std::vector<int> ticked() const;
 
 signals:
     void choiceChanged();
     /// Enter or a double click.
     void opened(int row);
+    void tickChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +53,7 @@ protected:
 private:
     void layOutColumns();
     int contentWidth(int column) const;
+    void toggle(int row);
 
     std::vector<TraceColumn> m_columns;
     TraceRowsModel* m_model;

@@ -4,11 +4,13 @@
 //   frmMain_load.cpp     start        frmMain_switch.cpp   tool clicks and switching of screens
 //   frmMain.cpp          the window itself, closing, what the screens call
 //   frmMain_trace.cpp    where something went          frmMain_picture.cpp  the first picture
+//   frmMain_newLot.cpp   deliveries, and what formulas cost since
 #pragma once
 
 #include "core/ListenerList.h"
 #include "core/Parts.h"
 #include "core/TraceWindow.h"
+#include "platform/basic/Currency.h"
 #include "platform/widgets/CommandBar.h"
 #include "shared/MainWindow.h"
 
@@ -17,10 +19,12 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 
 namespace sorvanto {
 
+class clsChemical;
 class DailyBackup;
 class DeskWatch;
 class DraftOffers;
@@ -117,6 +121,11 @@ private:
     void showTrace();
     TraceWindow::Start traceStart() const;
     void showHistory();
+    void showNewLot();
+    QString newLotProblem(const clsChemical& chemical) const;
+    void newLotAdded(const clsChemical& lot, const std::map<std::int16_t, platform::Currency>& formerCosts);
+    void showRepricing(const std::map<std::int16_t, platform::Currency>& formerCosts = {});
+    void rereadFormulas();
     QString shownName() const;
     void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();

@@ -78,6 +78,8 @@ public:
     void undoDeletion() { m_journal.undoDeletion(); }
 
     std::vector<Offer> offers() const;
+    /// Whether a mix of the open database was started that may still be logged.
+    bool hasUnlogged() const;
     /// Whether an offered mix may be handed over now.
     bool canLog() const { return m_handed.isEmpty() && !m_run.isBusy(); }
     void logOffer(const protocol::MixId& mix);

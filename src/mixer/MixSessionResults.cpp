@@ -157,6 +157,14 @@ std::vector<Offer> MixSession::offers() const {
     return offers;
 }
 
+bool MixSession::hasUnlogged() const {
+    const auto open = m_journal.open();
+    return std::any_of(open.begin(), open.end(), [this](const JournalEntry& entry) {
+        return entry.state != JournalState::Loaded && entry.state != JournalState::Aborted &&
+               entry.belongsTo(m_account.identity());
+    });
+}
+
 void MixSession::logOffer(const MixId& mix) {
     const JournalEntry* entry = m_journal.find(mix);
     if (!canLog() || !entry || entry->state != JournalState::Finished)

@@ -77,6 +77,8 @@ std::optional<MixUnderWay> ctlSorvanto::mixUnderWay() const {
                        seen ? shortTime(run.status().secondsLeft) : QString()};
 }
 
+bool ctlSorvanto::hasUnloggedMix() const { return d->session.hasUnlogged(); }
+
 void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
     d->session.setLoggedTest(std::move(test));
 }

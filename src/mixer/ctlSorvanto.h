@@ -63,6 +63,9 @@ public:
     void setDesk(Desk* desk);
     /// The mix that quitting would leave alone; nothing when there is none, or the mix is another's.
     std::optional<MixUnderWay> mixUnderWay() const;
+    /// Whether a mix was started that is not logged yet, under way, waiting or on offer: its ingredients are read when it
+    /// is.
+    bool hasUnloggedMix() const;
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
     /// The log of the open database; outlives the control.

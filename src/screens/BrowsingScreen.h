@@ -64,6 +64,8 @@ public:
     std::int16_t shownKey() const override;
     SetPlace setPlace() const override;
     void showRecord(std::int16_t key) override;
+    /// The record on show as the file has it now, unless it is being changed; the boxes follow with refreshForm.
+    void rereadRecord();
 
 protected:
     BrowsingScreen(BrowsedRecords records, QWidget* parent);

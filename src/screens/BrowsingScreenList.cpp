@@ -30,6 +30,13 @@ void BrowsingScreen::showRecord(std::int16_t key) {
     });
 }
 
+void BrowsingScreen::rereadRecord() {
+    guarded(tag(u"rereadRecord"_s), [&] {
+        if (m_locked && !hasTypedText() && shownKey() != 0)
+            openRecord(shownKey());
+    });
+}
+
 // A set that doesn't hold the key stays where it was.
 bool BrowsingScreen::moveTo(std::int16_t key) {
     platform::Recordset& set = identifiers();

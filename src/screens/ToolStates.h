@@ -18,6 +18,7 @@ struct ScreenTools {
     ToolRule make = ToolRule::Off;
     ToolRule printAndExport = ToolRule::Off;
     ToolRule trace = ToolRule::Off;
+    ToolRule newLot = ToolRule::Off;
     // Entries of the print and export menus; not tied to the lock.
     bool worksheet = false;
     bool formulaLog = false;

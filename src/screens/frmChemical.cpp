@@ -28,6 +28,7 @@ const BrowsedRecords chemicalRecords{
               .search = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
               .trace = ToolRule::On,
+              .newLot = ToolRule::On,
               .report = true},
     .emptyWhileLocked = true,
 };

@@ -72,7 +72,9 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Where Did It Go",
                                                                        "Where Used",
                                                                        "&Manual",
-                                                                       "&History"}));
+                                                                       "&History",
+                                                                       "New Lot",
+                                                                       "&Recalculate"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {

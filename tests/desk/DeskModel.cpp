@@ -95,12 +95,26 @@ void Model::click(const QString& tool) {
         ask(u"frmAbout"_s, {}, {});
     if (tool == "cmdTrace"_L1)
         ask(u"TraceWindow"_s, {}, {});
+    if (tool == "cmdNewLot"_L1)
+        askNewLot();
     if (const ScreenRow* row = screenOfTool(tool))
         switchTo(row->number);
     if (tool == "txtSearch"_L1)
         return;        // it takes the keyboard
     m_search.clear();  // also that of the search button
     hear(tool);
+}
+
+// What is typed, and what a mix still needs, stands in its way.
+void Model::askNewLot() {
+    const Screen& screen = screens.at(chemicals);
+    if (screen.empty || screen.key == 0)
+        return;
+    if (!screen.typed.isEmpty() || rows.at(chemicals).at(screen.key).value(u"txtchm_Name"_s).isEmpty())
+        return tell(u"Save or cancel what you typed first"_s);
+    if (mix == Mix::Running || mix == Mix::Waits || !offers.empty())
+        return tell(u"A mix is not logged yet"_s);
+    ask(u"NewLotWindow"_s, {}, {});
 }
 
 void Model::search(const QString& text) {

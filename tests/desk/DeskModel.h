@@ -146,6 +146,7 @@ private:
     void ask(const QString& window, const QString& says, const QString& press, int key = 0);
     void askBox(const QString& says, const QString& press) { ask("AskDialog", says, press); }
     void tell(const QString& says) { askBox(says, "OK"); }
+    void askNewLot();
     /// Without the record's name.
     static QString captionOf(ScreenNumber screen);
     bool chance(int oneOf) { return m_choose(oneOf) == 0; }

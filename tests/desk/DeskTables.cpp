@@ -27,6 +27,7 @@ cmdMake        -        L         -          -     L
 cmdPrint       on       L         L          L     L
 cmdExport      on       L         L          L     L
 cmdTrace       -        -         on         on    on
+cmdNewLot      -        -         on         -     -
 mnuWorksheet   on       on        -          -     -
 mnuFormulaLog  -        -         -          on    -
 mnuLabel       -        -         -          on    on

@@ -131,6 +131,12 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"History",
          {u"core/frmMain_history showModal"_s, u"class HistoryWindow"_s},
          asked(u"cmdFormulas"_s, u"mnuHistory"_s, u"HistoryWindow"_s)},
+        {"New lot",
+         {u"core/frmMain_newLot showModal"_s, u"class NewLotWindow"_s},
+         asked(u"cmdChemicals"_s, u"cmdNewLot"_s, u"NewLotWindow"_s)},
+        {"Recalculate",
+         {u"class RepricingWindow"_s},
+         asked(u"cmdFormulas"_s, u"mnuRecalculate"_s, u"RepricingWindow"_s)},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

@@ -80,6 +80,26 @@ TEST_F(SignNowTest, ACancelledSigningIsNotRaisedAgainByItself) {
     EXPECT_TRUE(test::waitFor([&] { return offers().isEmpty(); }));
 }
 
+TEST_F(SignNowTest, NoLotIsAddedBeforeAMixIsLogged) {
+    const auto asked = [this](const QString& kind, const char* button) {
+        whileOpen(kind, [&](QWidget& box) { child<QPushButton>(box, button)->click(); });
+        click(u"cmdNewLot"_s);
+        return shown.takeLast();
+    };
+    click(u"cmdChemicals"_s);
+    cancelSigning();
+    startMix();
+    EXPECT_EQ(asked(u"AskDialog"_s, "OK"), u"AskDialog"_s) << "it is mixed";
+    endMix();
+    ASSERT_TRUE(isSigned());
+    ASSERT_TRUE(test::waitFor([&] { return offers().size() == 1; }));
+    EXPECT_EQ(asked(u"AskDialog"_s, "OK"), u"AskDialog"_s) << "it is on offer";
+    sign();
+    panelButton("mixerLogMix")->click();
+    ASSERT_TRUE(test::waitFor([&] { return logCount() == 4 && offers().isEmpty(); }));
+    EXPECT_EQ(asked(u"NewLotWindow"_s, "cmdCancel"), u"NewLotWindow"_s);
+}
+
 TEST_F(SignNowTest, AFailedSigningIsNotRaisedAgainByItself) {
     click(u"cmdLogs"_s);
     sign(u"O'N"_s);  // breaks the statement

@@ -115,6 +115,9 @@ void LanguageTour::dialogs() {
     click("mnuHealth");
     click("mnuTrace");
     click("mnuHistory");
+    click("mnuRecalculate");
+    click("cmdChemicals");
+    click("cmdNewLot");
 }
 
 void LanguageTour::boxProblems() {

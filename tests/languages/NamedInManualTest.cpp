@@ -38,7 +38,8 @@ const QMap<QString, const char*> unnamed{
 };
 
 /// Windows whose titles name the record on show, and what they are called without it.
-const QMap<QString, QString> withRecord{{u"HistoryWindow"_s, u"History"_s}};
+const QMap<QString, QString> withRecord{{u"HistoryWindow"_s, u"History"_s},
+                                        {u"NewLotWindow"_s, u"New Lot"_s}};
 
 class NamedInManualTest : public LanguageTour {
 protected:

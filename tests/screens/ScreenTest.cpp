@@ -166,7 +166,7 @@ QString ScreenTest::text(ScreenNumber number, const QString& name) const {
 QStringList ScreenTest::recordTools() {
     QStringList names{"cmdFirst",  "cmdPrevious", "cmdNext",    "cmdLast",   "cmdMake",   "cmdNew",
                       "cmdEdit",   "cmdSave",     "cmdCopy",    "cmdCancel", "cmdDelete", "cmdPrint",
-                      "cmdSearch", "txtSearch",   "cmdOptions", "cmdExport", "cmdTrace"};
+                      "cmdSearch", "txtSearch",   "cmdOptions", "cmdExport", "cmdTrace",  "cmdNewLot"};
     const QStringList entries{"mnuWorksheet", "mnuFormulaLog", "mnuLabel", "mnuReport", "mnuJarReport"};
     names << entries;
     for (const QString& entry : entries)
