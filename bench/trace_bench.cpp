@@ -15,10 +15,10 @@ namespace {
 
 constexpr auto rows = R"(
 WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32000)
-INSERT INTO Log (LogID, log_Name, log_Lot, log_Date, log_Quantity, log_Units) SELECT i, 'Formula ' || (i % 200),
-  'SV' || i, datetime('2023-01-01', i || ' hours'), 100, 'GMS' FROM n;
+INSERT INTO Log (LogID, log_Name, log_Lot, log_Date, log_Quantity, log_Units, log_Cost, log_AWP) SELECT i, 'Formula ' || (i % 200),
+  'SV' || i, datetime('2023-01-01', i || ' hours'), 100, 'GMS', 9, 18 FROM n;
 WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300000)
-INSERT INTO LogChem (LogID, lch_Name, lch_NDC, lch_Lot, lch_QTY, lch_Units) SELECT 1 + i % 32000, 'Chemical ' || (i % 300),
+INSERT INTO LogChem (LogID, lch_Cost, lch_AWP, lch_Name, lch_NDC, lch_Lot, lch_QTY, lch_Units) SELECT 1 + i % 32000, 1, 2, 'Chemical ' || (i % 300),
   'N-' || (i % 300), CASE WHEN i % 100 = 0 THEN 'EVERYWHERE' WHEN i % 50 = 1 THEN 'SV' || (1 + i % 900)
   ELSE 'LOT-' || (i % 9000) END, 2.5, 'GMS' FROM n;
 INSERT INTO Patient (PatientID, pat_LName, pat_FName, pat_Phone) VALUES (1, 'Abernathy', 'Margaret', '440-555-0117');
@@ -89,9 +89,27 @@ void followed(benchmark::State& state, const QString& lot) {
     state.counters["batches"] = static_cast<double>(batches);
 }
 
+/// As in a window that was just opened: nothing is known of the file yet.
+void firstList(benchmark::State& state) {
+    const platform::ConnectionPtr& database = pharmacy().connection;
+    for (auto _ : state) {
+        const Tracer tracer(database, QStringList());
+        benchmark::DoNotOptimize(
+            tracer.whereWent(tracer.find(u"LOT-4711"_s).ingredients, {}, {}).batches.size());
+    }
+}
+
+void lackingLines(benchmark::State& state) {
+    const platform::ConnectionPtr& database = pharmacy().connection;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Tracer(database, QStringList()).lookForLackingLines());
+}
+
 }  // namespace
 
 BENCHMARK(bareLines)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstList)->Unit(benchmark::kMillisecond);
+BENCHMARK(lackingLines)->Unit(benchmark::kMillisecond);
 BENCHMARK(findLot)->Unit(benchmark::kMillisecond);
 BENCHMARK(findByName)->Unit(benchmark::kMillisecond);
 BENCHMARK(similarLots)->Unit(benchmark::kMillisecond);

@@ -133,6 +133,7 @@ constexpr FailedDeed deeds[] = {
     {"Help:open", "The manual is not shown whole. Nothing stored was changed."},
     {"HistoryWindow:* frmMain:showHistory",
      "The history shown is not complete: open it again. Nothing stored was changed."},
+    {"*:rereadRecord", "The record on show may not be the newest: show another one and come back. Nothing stored was changed."},
     {"NewLot:add NewLotWindow:* frmMain:showNewLot", "The lot was not added. Nothing was changed."},
     {"Repricing:store RepricingWindow:* frmMain:showRepricing",
      "The prices were not stored. Nothing was changed."},

@@ -239,6 +239,13 @@ QString TraceWindow::message() const {
 
 void TraceWindow::showRecall() {
     guarded(u"TraceWindow:showRecall"_s, [&] {
+        // The list stands at once; batches that lack lines join it as soon as they are known.
+        QTimer::singleShot(0, this, [this] {
+            guarded(u"TraceWindow:showRecall"_s, [&] {
+                if (m_tracer.lookForLackingLines())
+                    showRecall();
+            });
+        });
         m_list = list();
         say(message());
         for (QPushButton* button : {m_print, m_export})
@@ -259,8 +266,15 @@ void TraceWindow::say(const QString& text) {
     m_message->setVisible(!text.isEmpty());
 }
 
+/// What leaves the window knows of all batches that lack lines.
+void TraceWindow::completeList() {
+    if (m_tracer.lookForLackingLines())
+        showRecall();
+}
+
 void TraceWindow::print() {
     guarded(u"TraceWindow:print"_s, [&] {
+        completeList();
         auto report = std::make_unique<rptRecall>(m_list);
         report->printerName = platform::deref(basMain::Options).DefPrinter();
         runReport(std::move(report), false, QString());
@@ -268,7 +282,10 @@ void TraceWindow::print() {
 }
 
 void TraceWindow::exportList() {
-    guarded(u"TraceWindow:export"_s, [&] { say(exportRecall(m_list)); });
+    guarded(u"TraceWindow:export"_s, [&] {
+        completeList();
+        say(exportRecall(m_list));
+    });
 }
 
 void TraceWindow::openFound(int row) {

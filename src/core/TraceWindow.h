@@ -65,6 +65,7 @@ private:
     std::vector<Ingredient> chosenIngredients() const;
     TraceDays days() const;
     RecallList list() const;
+    void completeList();
     void print();
     void exportList();
     void openFound(int row);

@@ -184,23 +184,22 @@ TraceFile::Keys TraceFile::batchesWithoutLines() const {
 }
 
 // The batch's price is exact, each line's is that of a quantity of three decimals, to two decimals.
-const TraceFile::Keys& TraceFile::batchesThatLackLines() const {
+bool TraceFile::lookForLackingLines() const {
     const std::int64_t state = m_connection->changeState();
-    if (m_lackingAsOf != state) {
-        const QString roundedOff =
-            u"sum(CASE WHEN lch_QTY > 0 AND %1 IS NOT NULL THEN %1 + 0.005 + 0.0005 * (abs(%1) + 0.005) / lch_QTY "
-            "ELSE 1e15 END) AS %2"_s;
-        m_lacking =
-            Question(
-                m_connection,
-                u"SELECT LogID FROM Log JOIN (SELECT LogID AS Batch, %1, %2 FROM LogChem GROUP BY LogID) "
-                "ON Batch = LogID WHERE (log_Cost > Cost + 0.0001 * (1 + abs(log_Quantity)) OR "
-                "log_AWP > AWP + 0.0001 * (1 + abs(log_Quantity))) AND %3"_s.arg(
-                    roundedOff.arg(u"lch_Cost"_s, u"Cost"_s), roundedOff.arg(u"lch_AWP"_s, u"AWP"_s), m_own))
-                .keys();
-        m_lackingAsOf = state;
-    }
-    return m_lacking;
+    if (m_lackingAsOf == state)
+        return false;
+    const QString atMost =
+        u"sum(CASE WHEN lch_QTY > 0 AND %1 IS NOT NULL THEN %1 + 0.005 + 0.0005 * (abs(%1) + 0.005) / lch_QTY "
+        "ELSE 1e15 END) AS %2"_s;
+    m_lacking =
+        Question(m_connection,
+                 u"SELECT LogID FROM Log JOIN (SELECT LogID AS Batch, %1, %2 FROM LogChem GROUP BY LogID) "
+                 "ON Batch = LogID WHERE (log_Cost > Cost + 0.0001 * (1 + abs(log_Quantity)) OR "
+                 "log_AWP > AWP + 0.0001 * (1 + abs(log_Quantity))) AND %3"_s.arg(
+                     atMost.arg(u"lch_Cost"_s, u"Cost"_s), atMost.arg(u"lch_AWP"_s, u"AWP"_s), m_own))
+            .keys();
+    m_lackingAsOf = state;
+    return true;
 }
 
 std::vector<TracedBatch> TraceFile::batches(const Keys& keys) const {

@@ -37,8 +37,10 @@ public:
     Keys batchesMadeAs(const QString& lot) const;
     Keys batchesWithoutLines() const;
     /// Batches that cost more than their lines, by more than rounding explains: lines are missing. One that lacks lines
-    /// without a price is not found. Looked for anew only when the file has changed.
-    const Keys& batchesThatLackLines() const;
+    /// without a price is not found. As of the last look for them, which takes time; none before.
+    const Keys& batchesThatLackLines() const { return m_lacking; }
+    /// Looks for them; false, and at once, where the file has not changed since.
+    bool lookForLackingLines() const;
 
     /// In no order.
     std::vector<TracedBatch> batches(const Keys& keys) const;

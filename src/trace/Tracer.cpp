@@ -208,6 +208,13 @@ void finish(Recall& recall) {
 
 }  // namespace
 
+bool Tracer::lookForLackingLines() const {
+    bool looked = false;
+    for (const TraceFile& file : m_files)
+        looked = file.lookForLackingLines() || looked;
+    return looked;
+}
+
 void Tracer::nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const {
     for (std::size_t i = 0; i < m_files.size(); ++i) {
         TraceFile::Keys keys = m_files[i].batchesThatLackLines();

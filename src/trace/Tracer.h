@@ -51,6 +51,10 @@ public:
     /// What was dispensed to a patient in these days, and the batches it came from, of whatever days.
     Recall dispensedTo(std::int64_t patient, const TraceDays& days) const;
 
+    /// Looks for the batches that lack some of their lines, which lists name from then on. Takes time in a large file, and
+    /// none where nothing has changed since the last look; false then.
+    bool lookForLackingLines() const;
+
     /// What is in a batch: its lines, each that was made here followed by its own.
     std::vector<UsedIngredient> contents(TraceKey batch) const;
 

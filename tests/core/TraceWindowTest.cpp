@@ -238,6 +238,17 @@ TEST_F(TraceWindowTest, AChemicalThatNoBatchTookInSaysWhatWasSearched) {
     EXPECT_FALSE(label(u"lblNothing"_s).contains(u"No batch took it in"_s)) << "the dates hide them";
 }
 
+TEST_F(TraceWindowTest, ABatchThatLacksIngredientsJoinsTheListByItself) {
+    batch(4, u"D4"_s, u"04-05"_s, u"Other L7"_s);
+    sql(u"UPDATE LogChem SET lch_Cost = 1, lch_AWP = 1, lch_QTY = 2 WHERE LogID = 4"_s);
+    sql(u"UPDATE Log SET log_Cost = 9, log_AWP = 1, log_Quantity = 10 WHERE LogID = 4"_s);
+    open(u"L1"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900 B0001"_s) << "at once";
+    QTest::qWait(0);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900 B0001 D4"_s);
+    EXPECT_TRUE(column(u"grdBatches"_s, 3).endsWith(u"ingredients not complete"_s));
+}
+
 TEST_F(TraceWindowTest, ABatchWithoutIngredientsIsNamedApart) {
     batch(4, u"D4"_s, u"04-05"_s, QString());
     open(u"L2"_s);

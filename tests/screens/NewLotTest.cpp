@@ -146,8 +146,8 @@ TEST_F(NewLotTest, APriceThatCantBeCalculatedLeavesTheCost) {
         EXPECT_EQ(str(child<NumberBox>(form, "txtCost")->text()), "2");
         EXPECT_EQ(said(form, "lblUntilNow"), "until now 2.00");
         const auto warns = [&] { return child<QLabel>(form, "lblUntilNow")->property("caution").toBool(); };
-        for (const auto& [cost, far] : {std::pair("4", false), std::pair("4.0001", true), std::pair("1", false),
-                                        std::pair("0.9999", true)}) {
+        for (const auto& [cost, far] : {std::pair("4", false), std::pair("4.0001", true),
+                                        std::pair("1", false), std::pair("0.9999", true)}) {
             typeInto(form, "txtCost", QLatin1String(cost));
             EXPECT_EQ(warns(), far) << cost;
         }

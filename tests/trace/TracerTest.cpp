@@ -215,6 +215,10 @@ TEST_F(TraceTest, ABatchThatCostMoreThanItsLinesIsNamedAsUncertain) {
         sql(u"UPDATE Log SET log_Cost = %1, log_AWP = 0, log_Quantity = 10 WHERE LogID = 2"_s.arg(
             QLatin1String(batchCost)));
         const Tracer trace = tracer();
+        EXPECT_TRUE(trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {}).uncertain.empty())
+            << "not looked for yet";
+        EXPECT_TRUE(trace.lookForLackingLines());
+        EXPECT_FALSE(trace.lookForLackingLines()) << "nothing has changed";
         return trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {}).uncertain;
     };
     const std::vector<TracedBatch> lacking = costs("7.55", "2.5");
@@ -235,6 +239,7 @@ TEST_F(TraceTest, LinesThatGoWhileTheFileIsOpenAreMissed) {
     sql(u"UPDATE Log SET log_Cost = 5, log_AWP = 6, log_Quantity = 10 WHERE LogID = 2"_s);
     const Tracer trace = tracer();
     const auto uncertain = [&] {
+        EXPECT_TRUE(trace.lookForLackingLines());
         return trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {}).uncertain.size();
     };
     EXPECT_EQ(uncertain(), 0U);

@@ -117,6 +117,7 @@ std::unique_ptr<Report> chemicals() {
 
 RecallList recallOf(const Order& order, const QStringList& folders) {
     const Tracer tracer(openDB(), folders);
+    tracer.lookForLackingLines();
     const TraceDays days{order.begin.date(), order.end.date()};
     if (order.key > 0) {
         const std::optional<TracedPatient> who = tracer.patientOf(order.key);
