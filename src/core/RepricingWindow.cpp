@@ -21,7 +21,7 @@ namespace {
 
 using platform::grid;
 
-constexpr int priceWidth = 110;
+constexpr int priceWidth = 90, differenceWidth = 70;
 
 }  // namespace
 
@@ -94,14 +94,14 @@ void RepricingWindow::fill() {
         m_list->setTitle(
             platform::counted(translated(u"%1 formula would change | %1 formulas would change"_s),
                               static_cast<std::int64_t>(m_formulas.size())));
-        const QString difference = translated(u"Difference"_s);
+        const TraceColumn difference{u"±"_s, differenceWidth, true};
         m_list->setColumns({{translated(u"Formula"_s)},
                             {translated(u"Cost before"_s), priceWidth, true},
                             {translated(u"Cost now"_s), priceWidth, true},
-                            {difference, priceWidth, true},
+                            difference,
                             {translated(u"AWP stored"_s), priceWidth, true},
                             {translated(u"AWP now"_s), priceWidth, true},
-                            {difference, priceWidth, true}});
+                            difference});
         std::vector<QStringList> rows;
         for (const RepricedFormula& formula : m_formulas)
             rows.push_back(rowOf(formula));
