@@ -65,7 +65,7 @@ NewLotWindow::NewLotWindow(clsChemicalPtr former, QWidget* parent)
     : QDialog(parent), m_former(std::move(former)), m_lot(new platform::TextBox(this)),
       m_supplier(new platform::TextBox(this)), m_packUnit(new platform::TextBox(this)),
       m_packPrice(numberBox(u"txtPackPrice"_s, pricePicture, this)),
-      m_packSize(numberBox(u"txtPackSize"_s, u"#0.####"_s, this)),
+      m_packSize(numberBox(u"txtPackSize"_s, u"#0.0###"_s, this)),
       m_cost(numberBox(u"txtCost"_s, pricePicture, this)), m_awp(numberBox(u"txtAWP"_s, pricePicture, this)),
       m_calculation(new QLabel(this)), m_until(new QLabel(this)), m_message(new QLabel(this)),
       m_list(new TraceList(u"grdFormulas"_s, this)), m_add(new QPushButton(translated(u"Add Lot"_s), this)) {
