@@ -83,7 +83,7 @@ clsChemicalPtr addNewLot(std::int16_t chemical, const NewLot& delivered,
             if (former->ChemicalID == 0)
                 return nullptr;  // the search has said so
             const ConnectionPtr connection = openDB();
-            Transaction whole(connection->handle());
+            Transaction whole(connection->engine());
             const clsChemicalPtr added = addCopy(*former, delivered);
             for (const std::int16_t formula : formulas)
                 connection->execute(

@@ -32,7 +32,7 @@ std::vector<RepricedFormula> formulaPrices() {
 bool storePrices(const std::vector<std::int16_t>& formulas) {
     return guarded(u"Repricing:store"_s, false, [&] {
         const ConnectionPtr connection = openDB();
-        Transaction whole(connection->handle());
+        Transaction whole(connection->engine());
         for (const std::int16_t formula : formulas)
             connection->execute(u"UPDATE Formula SET [frm_AWP] = '%1' WHERE [FormulaID] = %2"_s
                                     .arg(readTotals(formula).awp.toText())
