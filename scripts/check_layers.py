@@ -41,7 +41,7 @@ ONLY = {
               "mixer/protocol"},
     "tools/mixersim": {"platform/basic", "platform/serial", "mixer/protocol"},
     "manual": {"platform/basic", "platform/widgets", "shared"},
-    "prices": {"platform/basic", "shared"},
+    "prices": {"platform/basic", "platform/data", "history", "shared"},
     "history": {"platform/basic", "platform/data"},
     "db": {"platform/basic", "platform/data", "history"},
     "trace": {"platform/basic", "platform/data"},

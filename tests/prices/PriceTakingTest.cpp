@@ -1,0 +1,77 @@
+// Prices taken from a list stand in the file, all of them or none, and the history says where they came from.
+#include "prices/PriceTaking.h"
+
+#include "history/HistoryBook.h"
+#include "history/HistoryTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+
+class PriceTakingTest : public HistoryTest {
+protected:
+    void SetUp() override {
+        HistoryTest::SetUp();
+        run("INSERT INTO Chemical (chm_Name, chm_NDC, chm_Units, chm_Cost, chm_AWP) VALUES "
+            "(' Zinc''s', '1', 'GMS', '1', '2'), ('Talc', '2', 'GMS', '1', '2'), ('Urea', '3', 'GMS', '1', '2')");
+        columns.column = {PriceColumns::none, 0, PriceColumns::none, 1, 2, 3, 4};
+        columns.mark.fill(DecimalMark::point);
+        for (const auto& [ndc, price, awp] : {std::tuple{u"1"_s, u"28.50"_s, u""_s},
+                                              {u"2"_s, u"150"_s, u"390.125"_s},
+                                              {u"3"_s, u"120"_s, u""_s}})
+            table.rows.push_back({{ndc}, {price}, {awp}, {u"100"_s}, {u"g"_s}});
+        stock.emplace(stockedChemicals(connection));
+        proposals.emplace(table, columns, *stock);
+        for (std::size_t row = 0; row < 2; ++row)
+            proposals->tick(row, true);
+        proposals->tick(2, false);
+    }
+    QString stored() const {
+        return outside(u"SELECT chm_Name, chm_Cost, chm_AWP FROM Chemical ORDER BY ChemicalID"_s);
+    }
+
+    PriceTable table;
+    PriceColumns columns;
+    std::optional<PriceStock> stock;
+    std::optional<PriceProposals> proposals;
+};
+
+TEST_F(PriceTakingTest, WhatIsTickedIsWrittenAndNothingElse) {
+    EXPECT_TRUE(takePrices(connection, *proposals, *stock, u"list.csv"_s));
+    EXPECT_EQ(stored(), " Zinc's|0.285|2\nTalc|1.5|3.9013\nUrea|1|2");
+    const auto entries = historyOf(connection->handle(), u"Chemical"_s, 2);
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries.front().deed, u"imported"_s);
+    EXPECT_EQ(entries.front().note, u"list.csv"_s);
+    EXPECT_EQ(historyOf(connection->handle(), u"Chemical"_s, 3).size(), 1U) << "only that it was made";
+}
+
+TEST_F(PriceTakingTest, OverAChangeMadeMeanwhileNothingIsWritten) {
+    outside(u"UPDATE Chemical SET chm_Units = 'MLS' WHERE chm_Name = 'Talc'"_s);
+    const QString before = stored();
+    EXPECT_FALSE(takePrices(connection, *proposals, *stock, u"list.csv"_s));
+    EXPECT_EQ(stored(), before);
+}
+
+TEST_F(PriceTakingTest, AFailureHalfwayLeavesAllAsItWas) {
+    outside(
+        u"CREATE TRIGGER fails BEFORE UPDATE ON Chemical WHEN old.chm_Name = 'Talc' BEGIN SELECT RAISE(ABORT, "
+        "'the disk'); END"_s);
+    const QString before = stored();
+    EXPECT_THROW(takePrices(connection, *proposals, *stock, u"list.csv"_s), platform::RuntimeError);
+    EXPECT_EQ(stored(), before);
+    EXPECT_EQ(historyOf(connection->handle(), u"Chemical"_s, 1).size(), 1U)
+        << "nor does the history tell of it";
+}
+
+TEST_F(PriceTakingTest, TheStockIsReadWithItsEmptyFields) {
+    outside(u"INSERT INTO Chemical (ChemicalID) VALUES (9)"_s);
+    const StockedChemical last = stockedChemicals(connection).back();
+    EXPECT_EQ(last.key, 9);
+    EXPECT_EQ(last.name, QString());
+    EXPECT_EQ(last.cost, platform::Currency());
+}
+
+}  // namespace
