@@ -53,6 +53,7 @@ constexpr ToolRow mainBar[] = {
     separator,
     {"cmdTrace", "Menus", "Where Used", "trace"},
     {"cmdNewLot", "Menus", "New Lot", "newlot", nullptr, "Ctrl+Shift+L"},
+    {"cmdImport", "Editing", "Import", "prices", nullptr, "Ctrl+I"},
 };
 
 constexpr ToolRow menuBar[] = {

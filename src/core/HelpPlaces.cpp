@@ -39,6 +39,7 @@ constexpr HelpPlace helpTable[] = {
     {"HistoryWindow", "history.md"},
     {"NewLotWindow", "new-lot.md"},
     {"RepricingWindow", "new-lot.md#recalculate"},
+    {"PriceWindow", "prices.md"},
     {"StartQuestion", "went-wrong.md#the-database-cant-be-opened"},
     {"ErrorReportList", "went-wrong.md#the-strip-below"},
     {"DraftReader", "README.md#text-that-is-not-saved-yet"},

@@ -84,6 +84,7 @@ constexpr TextRow texts[] = {
     {"mnuForms", Field::Caption, "mnuHistory", "&History"},
     {"MainBar", Field::ToolTip, "cmdNewLot", "New Lot"},
     {"mnuForms", Field::Caption, "mnuRecalculate", "&Recalculate"},
+    {"MainBar", Field::ToolTip, "cmdImport", "Import prices"},
 };
 
 void put(platform::Band& band, const TextRow& row, const QString& text) {

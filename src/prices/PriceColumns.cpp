@@ -19,7 +19,7 @@ struct Words {
 // A heading that is one of these texts as a whole is meant before one that has it among its words.
 constexpr Words headingWords[] = {
     {PriceField::awp,
-     u"awp|average wholesale price|average wholesale|grosshandelspreis|listenpreis|prix catalogue|"
+     u"awp|average wholesale price|average wholesale|grosshandelspreis|listenpreis|aep|prix catalogue|"
      u"prix de gros|prezzo all'ingrosso|precio mayorista|preço por grosso|оптовая цена|опт"},
     {PriceField::ndc,
      u"ndc|ndc code|ndc no|ndc number|national drug code|pzn|pharmazentralnummer|pharmacode|cip|cip13|"
@@ -39,7 +39,7 @@ constexpr Words headingWords[] = {
      u"conteúdo|фасовка|упаковка|количество|кол во|объем"},
     {PriceField::price,
      u"price|cost|net price|pack price|your price|list price|preis|nettopreis|einkaufspreis|"
-     u"ek preis|ek|aep|packungspreis|kosten|prix|prix d'achat|prix net|coût|prezzo|prezzo netto|"
+     u"ek preis|ek|packungspreis|kosten|prix|prix d'achat|prix net|coût|prezzo|prezzo netto|"
      u"costo|precio|precio neto|coste|preço|preço líquido|custo|цена|стоимость"},
     {PriceField::name,
      u"name|product|product name|description|item|item description|chemical|chemical name|ingredient|"

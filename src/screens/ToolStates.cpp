@@ -53,6 +53,7 @@ void setToolStates(const ScreenTools& tools, bool locked) {
     enable(main, {"cmdPrint", "cmdExport"}, isOn(tools.printAndExport, locked));
     enable(main, {"cmdTrace"}, isOn(tools.trace, locked));
     enable(main, {"cmdNewLot"}, isOn(tools.newLot, locked));
+    enable(main, {"cmdImport"}, isOn(tools.prices, locked));
     enableEntry(bar, u"mnuWorksheet"_s, tools.worksheet);
     enableEntry(bar, u"mnuFormulaLog"_s, tools.formulaLog);
     enableEntry(bar, u"mnuLabel"_s, tools.label);

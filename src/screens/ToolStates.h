@@ -19,6 +19,7 @@ struct ScreenTools {
     ToolRule printAndExport = ToolRule::Off;
     ToolRule trace = ToolRule::Off;
     ToolRule newLot = ToolRule::Off;
+    ToolRule prices = ToolRule::Off;
     // Entries of the print and export menus; not tied to the lock.
     bool worksheet = false;
     bool formulaLog = false;

@@ -29,6 +29,7 @@ const BrowsedRecords chemicalRecords{
               .printAndExport = ToolRule::Locked,
               .trace = ToolRule::On,
               .newLot = ToolRule::On,
+              .prices = ToolRule::On,
               .report = true},
     .emptyWhileLocked = true,
 };
@@ -72,6 +73,7 @@ frmChemical::frmChemical(QWidget* parent)
     m_ui->cbochm_Form->setBoxText(u"Select Form"_s);
     m_tools.onReport("mnuReport"_L1, [this](bool exportIt) { printChemicals(exportIt); });
     m_tools.on({"cmdChemicals"_L1, "mnuChemicals"_L1}, [this] { refreshForm(); });
+    m_tools.on({"cmdImport"_L1}, [this] { importPrices(); });
 }
 
 frmChemical::~frmChemical() = default;

@@ -31,6 +31,8 @@ public:
     void cancelEdit();
     /// Previews the list of all chemicals, or exports it without showing.
     void printChemicals(bool exportIt);
+    /// Asks for a supplier's list and shows what its prices would change; refused while something typed isn't saved.
+    void importPrices();
 
 protected:
     void openRecord(std::int16_t key) override;

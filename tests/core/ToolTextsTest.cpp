@@ -74,7 +74,8 @@ TEST_F(ToolTextsTest, AFreshLanguageFileGainsThemInTheirOrder) {
                                                                        "&Manual",
                                                                        "&History",
                                                                        "New Lot",
-                                                                       "&Recalculate"}));
+                                                                       "&Recalculate",
+                                                                       "Import prices"}));
 }
 
 TEST_F(ToolTextsTest, AreLookedUpEachByItself) {

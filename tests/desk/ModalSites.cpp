@@ -57,6 +57,7 @@ const QMap<QString, std::pair<int, const char*>> withoutRow{
     {u"core/StartQuestion showModal"_s,
      {1, "at the start, before the mixer is opened, or without a database"}},
     {u"core/DatabaseRescue openFile"_s, {1, "at the first start, before the mixer is opened"}},
+    {u"screens/PriceWindow MsgBox"_s, {1, "only where another program has changed chemicals meanwhile"}},
     {u"class ErrorReportList"_s, {1, "stands beside the window and blocks nothing"}},
     {u"class DraftReader"_s, {1, "stands beside the window and blocks nothing"}},
 };

@@ -105,6 +105,14 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.happensIn(box, u"No"_s);
              pressOn(d, formulas, "cmdRemove");
          }},
+        {"Typed before prices",
+         {u"screens/frmChemicalPrices MsgBox"_s},
+         [](D& d) {
+             d.unlock(u"cmdChemicals"_s);
+             d.typed(chemicals, u"txtchm_Notes"_s);
+             d.happensIn(box, u"OK"_s);
+             d.click(u"cmdImport"_s);
+         }},
         {"Combination mix",
          {u"screens/frmFormulaMix MsgBox"_s},
          [](D& d) {

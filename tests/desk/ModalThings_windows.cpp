@@ -7,6 +7,8 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
 #include "reports/rptRX8160.h"
+#include "screens/PriceWindow.h"
+#include "shared/basMain.h"
 
 #include <QAction>
 #include <QApplication>
@@ -137,6 +139,18 @@ std::vector<ModalThing> MatrixTest::windows() {
         {"Recalculate",
          {u"class RepricingWindow"_s},
          asked(u"cmdFormulas"_s, u"mnuRecalculate"_s, u"RepricingWindow"_s)},
+        {"Price list's file",
+         {u"screens/frmChemicalPrices openFile"_s},
+         asked(u"cmdChemicals"_s, u"cmdImport"_s, u"QFileDialog"_s)},
+        {"Prices",
+         {u"screens/frmChemicalPrices showModal"_s, u"class PriceWindow"_s},
+         [](D& d) {
+             d.folder.write(u"list.csv"_s, "Name,Price\nAspirin,1.50\n");
+             d.happensIn(u"PriceWindow"_s);
+             const QString path = d.folder.path(u"list.csv"_s);
+             PriceWindow window(openDB(), PriceFile(path), path, d.window.get());
+             platform::asker().showModal(window, [&] { window.exec(); });
+         }},
         {"Language wizard",
          {u"config/Configuration showModal"_s, u"class frmWizard"_s},
          [](D& d) {

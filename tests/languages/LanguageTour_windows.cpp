@@ -6,6 +6,8 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
 #include "reports/rptRX8160.h"
+#include "screens/PriceWindow.h"
+#include "shared/basMain.h"
 
 #include <QAction>
 #include <QApplication>
@@ -118,6 +120,11 @@ void LanguageTour::dialogs() {
     click("mnuRecalculate");
     click("cmdChemicals");
     click("cmdNewLot");
+    folder.write("prices.csv",
+                 "Name;NDC;Lot;Price;AWP;Size;Unit\nZinc oxide;1;;28,50;;100;g\nMenthol;2;;1.234;;1;kg\n");
+    const QString path = folder.path("prices.csv");
+    PriceWindow prices(openDB(), PriceFile(path), path, nullptr);
+    m_asker.showModal(prices, {});
 }
 
 void LanguageTour::boxProblems() {

@@ -1,0 +1,261 @@
+#include "screens/PriceList.h"
+
+#include "platform/basic/LocalMarks.h"
+#include "platform/widgets/FocusMark.h"
+#include "platform/widgets/Rows.h"
+#include "platform/widgets/Theme.h"
+#include "screens/PriceTexts.h"
+#include "shared/Translator.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::grid;
+
+// Pixels at 100 %; the remark takes what is left.
+constexpr std::array<int, PriceRowsModel::columns> widths{44, 48, 176, 64, 264, 72, 72, 56, 72, 72, 0};
+
+bool isNumberColumn(int column) {
+    return column == PriceRowsModel::row ||
+           (column >= PriceRowsModel::oldCost && column <= PriceRowsModel::newAwp);
+}
+
+QString money(const std::optional<platform::Currency>& amount) {
+    return amount ? platform::shownNumber(amount->toText()) : QString();
+}
+
+QString heading(int column) {
+    switch (column) {
+    case PriceRowsModel::tick:
+        return translated(u"Take"_s);
+    case PriceRowsModel::row:
+        return translated(u"Row"_s);
+    case PriceRowsModel::chemical:
+        return translated(u"Chemical"_s);
+    case PriceRowsModel::foundBy:
+        return translated(u"Found by"_s);
+    case PriceRowsModel::calculation:
+        return translated(u"Calculation"_s);
+    case PriceRowsModel::oldCost:
+        return translated(u"Old cost"_s);
+    case PriceRowsModel::newCost:
+        return translated(u"New cost"_s);
+    case PriceRowsModel::factor:
+        return translated(u"Factor"_s);
+    case PriceRowsModel::oldAwp:
+        return translated(u"Old AWP"_s);
+    case PriceRowsModel::newAwp:
+        return translated(u"New AWP"_s);
+    default:
+        return translated(u"Remark"_s);
+    }
+}
+
+}  // namespace
+
+void PriceRowsModel::show(WeighedPrices* weighed) {
+    beginResetModel();
+    m_weighed = weighed;
+    endResetModel();
+    emit ticksChanged();
+}
+
+int PriceRowsModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || !m_weighed ? 0 : static_cast<int>(m_weighed->proposals.all().size());
+}
+
+const PriceProposal& PriceRowsModel::at(const QModelIndex& index) const {
+    return m_weighed->proposals.all().at(static_cast<std::size_t>(index.row()));
+}
+
+QVariant PriceRowsModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignVCenter |
+                                   (isNumberColumn(section) ? Qt::AlignRight : Qt::AlignLeft));
+    return role == Qt::DisplayRole ? heading(section) : QVariant();
+}
+
+Qt::ItemFlags PriceRowsModel::flags(const QModelIndex& index) const {
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (index.isValid() && index.column() == tick && at(index).canBeTaken())
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}
+
+QString PriceRowsModel::chemicalText(const PriceProposal& proposal) const {
+    if (proposal.found) {
+        const StockedChemical& known = m_weighed->stock.at(proposal.place);
+        return known.lot.isEmpty() ? known.name : known.name + u" · "_s + known.lot;
+    }
+    const PriceRow& cells = m_weighed->table.rows.at(static_cast<std::size_t>(proposal.row));
+    QStringList texts;
+    for (const PriceField field : {PriceField::name, PriceField::ndc, PriceField::lot})
+        texts << PriceTable::text(cells, m_weighed->columns.of(field));
+    texts.removeAll(QString());
+    return texts.join(u" · "_s);
+}
+
+QString PriceRowsModel::textOf(const PriceProposal& proposal, int column) const {
+    const auto before = [&](platform::Currency StockedChemical::*price) {
+        return proposal.found ? std::optional(m_weighed->stock.at(proposal.place).*price) : std::nullopt;
+    };
+    switch (column) {
+    case row:
+        return QString::number(proposal.row + 1);
+    case chemical:
+        return chemicalText(proposal);
+    case foundBy:
+        return proposal.found ? foundByText(proposal.by) : QString();
+    case calculation:
+        return calculationText(proposal, m_weighed->stock);
+    case oldCost:
+        return money(before(&StockedChemical::cost));
+    case newCost:
+        return money(proposal.cost.price);
+    case factor:
+        return proposal.cost.price ? factorText(*proposal.cost.price, *before(&StockedChemical::cost))
+                                   : QString();
+    case oldAwp:
+        return money(before(&StockedChemical::awp));
+    case newAwp:
+        return money(proposal.awp.price);
+    case remark:
+        return remarksOn(proposal, m_weighed->table, m_weighed->columns, m_weighed->stock).join(u"; "_s);
+    default:
+        return {};
+    }
+}
+
+bool PriceRowsModel::isDoubtfulCell(const PriceProposal& proposal, int column) const {
+    if (!proposal.canBeTaken())
+        return false;
+    const StockedChemical& known = m_weighed->stock.at(proposal.place);
+    const bool cost = isDoubtful(*proposal.cost.price, known.cost);
+    const bool awp = proposal.awp.price && isDoubtful(*proposal.awp.price, known.awp);
+    return (cost && (column == factor || column == newCost)) || (awp && column == newAwp) ||
+           ((cost || awp) && column == remark);
+}
+
+QVariant PriceRowsModel::data(const QModelIndex& index, int role) const {
+    if (!m_weighed || !index.isValid())
+        return {};
+    const PriceProposal& proposal = at(index);
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+        return textOf(proposal, index.column());
+    case Qt::CheckStateRole:
+        return index.column() == tick && proposal.canBeTaken()
+                   ? QVariant(proposal.ticked ? Qt::Checked : Qt::Unchecked)
+                   : QVariant();
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(Qt::AlignVCenter |
+                                   (isNumberColumn(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::ForegroundRole:
+        if (isDoubtfulCell(proposal, index.column()))
+            return QBrush(platform::theme().warning);
+        return proposal.canBeTaken() ? QVariant() : QBrush(platform::theme().secondaryText);
+    default:
+        return {};
+    }
+}
+
+bool PriceRowsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::CheckStateRole || !flags(index).testFlag(Qt::ItemIsUserCheckable))
+        return false;
+    tickRows({index}, value.toInt() == Qt::Checked);
+    return true;
+}
+
+void PriceRowsModel::tickRows(const QModelIndexList& wanted, bool on) {
+    for (const QModelIndex& each : wanted)
+        m_weighed->proposals.tick(static_cast<std::size_t>(each.row()), on);
+    emit dataChanged(index(0, tick), index(rowCount() - 1, tick), {Qt::CheckStateRole});
+    emit ticksChanged();
+}
+
+PriceList::PriceList(QWidget* parent)
+    : QFrame(parent), m_model(new PriceRowsModel(this)), m_view(new QTableView(this)),
+      m_remark(new QLabel(this)) {
+    platform::makeCard(*this);
+    auto* title = new QLabel(translated(u"What would change"_s), this);
+    platform::setLook(*title, "heading");
+    platform::setLook(*m_remark, "quiet");
+    m_remark->setObjectName(u"lblCounts"_s);
+    m_remark->setTextFormat(Qt::PlainText);
+    m_view->setObjectName(u"grdPrices"_s);
+    m_view->setAccessibleName(title->text());
+    m_view->setModel(m_model);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_view->setAlternatingRowColors(true);
+    m_view->setShowGrid(false);
+    m_view->setWordWrap(false);
+    m_view->setTabKeyNavigation(false);
+    m_view->setFrameShape(QFrame::NoFrame);
+    m_view->verticalHeader()->hide();
+    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_view->verticalHeader()->setDefaultSectionSize(platform::rowPitch);
+    m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
+    m_view->horizontalHeader()->setHighlightSections(false);
+    m_view->setMinimumHeight(platform::headPitch + 4 * platform::rowPitch);
+    new platform::FocusMark(*m_view);
+    m_view->installEventFilter(this);
+    setFocusProxy(m_view);
+
+    auto* head = new QHBoxLayout;
+    head->addWidget(title);
+    head->addStretch();
+    head->addWidget(m_remark);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(2 * grid, grid, 2 * grid, grid);
+    column->setSpacing(grid / 2);
+    column->addLayout(head);
+    column->addWidget(m_view, 1);
+    layOutColumns();
+}
+
+void PriceList::setRemark(const QString& text) { m_remark->setText(text); }
+
+void PriceList::layOutColumns() {
+    QHeaderView& header = *m_view->horizontalHeader();
+    for (int column = 0; column < PriceRowsModel::columns; ++column) {
+        const int width = widths[static_cast<std::size_t>(column)];
+        header.setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
+        if (width > 0)
+            header.resizeSection(column, std::max(width, header.sectionSizeHint(column)));
+    }
+}
+
+/// All chosen rows get the tick that the current one has not.
+void PriceList::tickChosen() {
+    const auto current = m_view->currentIndex().siblingAtColumn(PriceRowsModel::tick);
+    if (!current.isValid())
+        return;
+    m_model->tickRows(m_view->selectionModel()->selectedRows(PriceRowsModel::tick),
+                      current.data(Qt::CheckStateRole).toInt() != Qt::Checked);
+}
+
+bool PriceList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
+        tickChosen();
+        return true;
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,44 @@
+// Prices from a supplier's list, taken over from the chemical screen.
+#include "platform/ask/Ask.h"
+#include "platform/basic/Plurals.h"
+#include "screens/PriceTexts.h"
+#include "screens/PriceWindow.h"
+#include "screens/frmChemical.h"
+#include "shared/Guard.h"
+#include "shared/Happening.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+void tell(const QString& sentence) {
+    platform::MsgBox(sentence, {platform::Buttons::Ok, platform::Icon::Exclamation});
+}
+
+}  // namespace
+
+void frmChemical::importPrices() {
+    guarded(u"frmChemical:importPrices"_s, [&] {
+        if (!m_locked && (m_new || hasTypedText()))
+            return tell(translated(u"Save or cancel what you have typed first."_s));
+        const QString path = platform::asker().openFile(
+            translated(u"Import prices"_s), translated(u"Price lists"_s) + u"|*.csv;*.txt;*.xls;*.xlsx"_s);
+        if (path.isEmpty())
+            return;
+        PriceFile file(path);
+        if (file.fault() != PriceFault::none)
+            return tell(priceFaultText(file.fault(), file.detail()));
+        PriceWindow list(openDB(), std::move(file), path, window());
+        platform::asker().showModal(list, [&] { list.exec(); });
+        if (list.taken() == 0)
+            return;
+        openRecord(shownKey());
+        refreshForm();
+        announce(platform::counted(translated(u"%1 price taken | %1 prices taken"_s), list.taken()));
+    });
+}
+
+}  // namespace sorvanto
