@@ -1,6 +1,5 @@
 #include "prices/PriceAmount.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
 
@@ -16,9 +15,9 @@ const QStringList currencies{u"SFr."_s, u"руб."_s, u"USD"_s, u"EUR"_s, u"CHF"
                              u"RUB"_s,  u"CAD"_s,  u"AUD"_s, u"US$"_s, u"Fr."_s, u"руб"_s, u"R$"_s,
                              u"Fr"_s,   u"р."_s,   u"$"_s,   u"€"_s,   u"£"_s,   u"₽"_s};
 
-bool isDigits(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-}
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+
+bool isDigits(QStringView text) { return std::all_of(text.begin(), text.end(), isDigit); }
 
 bool isGroupMark(QChar c, QChar otherMark) {
     return c == otherMark || c.isSpace() || c == u'\'' || c == u'\u2019';
@@ -54,16 +53,24 @@ QString numberText(const PriceCell& cell, bool isPack) {
 }  // namespace
 
 std::optional<PackText> packText(const QString& text) {
-    static const QRegularExpression form(u"^([0-9][0-9.,'\u2019\\s]*)?(\\p{L}[\\p{L}.]*|%)?$"_s,
-                                         QRegularExpression::UseUnicodePropertiesOption);
-    const auto match = form.match(text.trimmed());
-    if (!match.hasMatch())
-        return std::nullopt;
-    return PackText{match.captured(1).trimmed(), match.captured(2)};
+    const QString whole = text.trimmed();
+    const auto start =
+        std::find_if(whole.begin(), whole.end(), [](QChar c) { return c.isLetter() || c == u'%'; });
+    const auto unitAt = std::distance(whole.begin(), start);
+    const PackText pack{whole.left(unitAt).trimmed(), whole.mid(unitAt)};
+    const auto inNumber = [](QChar c) { return isDigit(c) || isGroupMark(c, u'.') || c == u','; };
+    const auto inUnit = [](QChar c) { return c.isLetter() || c == u'.'; };
+    const bool isNumber =
+        pack.number.isEmpty() ||
+        (isDigit(pack.number.front()) && std::all_of(pack.number.begin(), pack.number.end(), inNumber));
+    const bool isUnit = pack.unit == "%"_L1 || std::all_of(pack.unit.begin(), pack.unit.end(), inUnit);
+    return isNumber && isUnit ? std::optional(pack) : std::nullopt;
 }
 
 QString priceText(const QString& text) {
     QString number = text.trimmed();
+    if (number.isEmpty() || (isDigit(number.front()) && isDigit(number.back())))
+        return number;
     for (const QString& currency : currencies) {
         if (number.startsWith(currency, Qt::CaseInsensitive))
             return number.mid(currency.size()).trimmed();
@@ -98,6 +105,8 @@ MarkFinding detectedMark(const PriceTable& table, int firstRow, int column, bool
         if (static_cast<std::size_t>(column) >= table.rows[row].size())
             continue;
         const QString number = numberText(table.rows[row][static_cast<std::size_t>(column)], isPack);
+        if (!number.contains(u'.') && !number.contains(u','))
+            continue;  // reads the same in both
         const auto byPoint = amountIn(number, DecimalMark::point),
                    byComma = amountIn(number, DecimalMark::comma);
         if (byPoint && !byComma)

@@ -27,6 +27,8 @@ using platform::grid;
 // Pixels at 100 %; the remark takes what is left.
 constexpr std::array<int, PriceRowsModel::columns> widths{44, 48, 176, 64, 264, 72, 72, 56, 72, 72, 0};
 
+constexpr int leastRemark = 220;
+
 bool isNumberColumn(int column) {
     return column == PriceRowsModel::row ||
            (column >= PriceRowsModel::oldCost && column <= PriceRowsModel::newAwp);
@@ -233,11 +235,12 @@ void PriceList::setRemark(const QString& text) { m_remark->setText(text); }
 
 void PriceList::layOutColumns() {
     QHeaderView& header = *m_view->horizontalHeader();
+    int left = m_view->viewport()->width();
     for (int column = 0; column < PriceRowsModel::columns; ++column) {
-        const int width = widths[static_cast<std::size_t>(column)];
-        header.setSectionResizeMode(column, width > 0 ? QHeaderView::Interactive : QHeaderView::Stretch);
-        if (width > 0)
-            header.resizeSection(column, std::max(width, header.sectionSizeHint(column)));
+        const int wanted = column == PriceRowsModel::remark ? std::max(left, leastRemark)
+                                                            : widths[static_cast<std::size_t>(column)];
+        header.resizeSection(column, std::max(wanted, header.sectionSizeHint(column)));
+        left -= header.sectionSize(column);
     }
 }
 
@@ -251,6 +254,9 @@ void PriceList::tickChosen() {
 }
 
 bool PriceList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize)
+        QMetaObject::invokeMethod(this, &PriceList::layOutColumns,
+                                  Qt::QueuedConnection);  // once the rows have their place
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
         tickChosen();
         return true;
