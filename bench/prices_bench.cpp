@@ -2,7 +2,7 @@
 // is the same text parted at its separators and nothing more.
 #include "db/DatabaseFile.h"
 #include "history/HistorySeal.h"
-#include "platform/data/Sqlite.h"
+#include "platform/data/sqlite/FileEngine.h"
 #include "prices/PriceFile.h"
 #include "prices/PriceTaking.h"
 
@@ -36,7 +36,7 @@ public:
         connection->open(u"Data Source="_s + database());
         keepHistory(*connection, {u"rkent@bench2"_s, u"1"_s});
         sqlite3_exec(
-            connection->handle(),
+            platform::sqlite::handleOf(connection->engine()),
             qPrintable(
                 u"WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n "
                 "WHERE i < %1) INSERT INTO Chemical (chm_Name, chm_NDC, chm_Lot, chm_Units, chm_Cost, chm_AWP) SELECT "
@@ -85,7 +85,7 @@ void taken(benchmark::State& state) {
     const PriceColumns columns = guessedColumns(table);
     for (auto _ : state) {
         state.PauseTiming();
-        sqlite3_exec(shop().connection->handle(), "UPDATE Chemical SET chm_Cost = 0.5", nullptr, nullptr,
+        sqlite3_exec(platform::sqlite::handleOf(shop().connection->engine()), "UPDATE Chemical SET chm_Cost = 0.5", nullptr, nullptr,
                      nullptr);
         const PriceStock stock(stockedChemicals(shop().connection));
         const PriceProposals proposals(table, columns, stock);

@@ -19,8 +19,9 @@ QString updateOf(const PriceProposal& proposal, const StockedChemical& chemical)
 
 bool takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
                 const PriceStock& stock, const QString& file) {
-    platform::Transaction transaction(connection->handle());
-    const HistoryDeed deed(connection->handle(), Deed::Imported, file);
+    platform::Engine& engine = connection->engine();
+    platform::Transaction transaction(engine);
+    const HistoryDeed deed(engine, Deed::Imported, file);
     if (stockedChemicals(connection) != stock.chemicals())
         return false;
     for (const PriceProposal& each : proposals.all()) {

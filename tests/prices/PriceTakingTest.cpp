@@ -41,11 +41,11 @@ protected:
 TEST_F(PriceTakingTest, WhatIsTickedIsWrittenAndNothingElse) {
     EXPECT_TRUE(takePrices(connection, *proposals, *stock, u"list.csv"_s));
     EXPECT_EQ(stored(), " Zinc's|0.285|2\nTalc|1.5|3.9013\nUrea|1|2");
-    const auto entries = historyOf(connection->handle(), u"Chemical"_s, 2);
+    const auto entries = historyOf(connection->engine(), u"Chemical"_s, 2);
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries.front().deed, u"imported"_s);
     EXPECT_EQ(entries.front().note, u"list.csv"_s);
-    EXPECT_EQ(historyOf(connection->handle(), u"Chemical"_s, 3).size(), 1U) << "only that it was made";
+    EXPECT_EQ(historyOf(connection->engine(), u"Chemical"_s, 3).size(), 1U) << "only that it was made";
 }
 
 TEST_F(PriceTakingTest, OverAChangeMadeMeanwhileNothingIsWritten) {
@@ -62,7 +62,7 @@ TEST_F(PriceTakingTest, AFailureHalfwayLeavesAllAsItWas) {
     const QString before = stored();
     EXPECT_THROW(takePrices(connection, *proposals, *stock, u"list.csv"_s), platform::RuntimeError);
     EXPECT_EQ(stored(), before);
-    EXPECT_EQ(historyOf(connection->handle(), u"Chemical"_s, 1).size(), 1U)
+    EXPECT_EQ(historyOf(connection->engine(), u"Chemical"_s, 1).size(), 1U)
         << "nor does the history tell of it";
 }
 
