@@ -85,8 +85,8 @@ void taken(benchmark::State& state) {
     const PriceColumns columns = guessedColumns(table);
     for (auto _ : state) {
         state.PauseTiming();
-        sqlite3_exec(platform::sqlite::handleOf(shop().connection->engine()), "UPDATE Chemical SET chm_Cost = 0.5", nullptr, nullptr,
-                     nullptr);
+        sqlite3_exec(platform::sqlite::handleOf(shop().connection->engine()),
+                     "UPDATE Chemical SET chm_Cost = 0.5", nullptr, nullptr, nullptr);
         const PriceStock stock(stockedChemicals(shop().connection));
         const PriceProposals proposals(table, columns, stock);
         state.counters["ticked"] = proposals.ticked();

@@ -90,8 +90,9 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
 
 // The tools look as they always do; what they would do could not be kept.
 bool frmMain::refusesTool(const QString& toolName) const {
-    static const QStringList changing{u"cmdEdit"_s,   u"cmdNew"_s,  u"cmdCopy"_s,   u"cmdSave"_s,
-                                      u"cmdDelete"_s, u"cmdMake"_s, u"cmdNewLot"_s, u"mnuRecalculate"_s, u"cmdImport"_s};
+    static const QStringList changing{u"cmdEdit"_s,   u"cmdNew"_s,         u"cmdCopy"_s,
+                                      u"cmdSave"_s,   u"cmdDelete"_s,      u"cmdMake"_s,
+                                      u"cmdNewLot"_s, u"mnuRecalculate"_s, u"cmdImport"_s};
     if (m_readingOnlyWhy.isEmpty() || !changing.contains(toolName))
         return false;
     platform::MsgBox(m_readingOnlyWhy, {platform::Buttons::Ok, platform::Icon::Information});
