@@ -103,6 +103,14 @@ bool BatchAccount::isOurs(const ClosedMix& mix) const {
 // Only what this database's own journal says of a signed batch: an older one knows of no deletion.
 void BatchAccount::reopenLost() {
     readIdentity();
+    try {
+        openLost();
+    } catch (...) {
+        find(PanelText::LogNotCompared, {platform::currentError().description()});
+    }
+}
+
+void BatchAccount::openLost() {
     const QString ours = identity();
     if (!m_book || ours.isEmpty())
         return;

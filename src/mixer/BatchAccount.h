@@ -35,7 +35,7 @@ public:
     /// be written.
     Settled settle(const protocol::MixId& mix);
     /// Looks at closed mixes as well: what was logged and stands no longer in the log, without having been
-    /// deleted there, is open again.
+    /// deleted there, is open again. A failure is among the findings.
     void reopenLost();
     const std::vector<PanelMessage>& findings() const { return m_findings; }
     void clearFindings() { m_findings.clear(); }
@@ -46,6 +46,7 @@ public:
     const Reconciliation& reconciliation() const { return m_reconciliation; }
 
 private:
+    void openLost();
     Settled settleByRows(const JournalEntry& entry);
     QString firstMoment(const std::vector<ClosedMix>& closed) const;
     void find(PanelText text, QStringList parts) { m_findings.push_back({text, std::move(parts)}); }

@@ -55,7 +55,7 @@ void MixSession::open() {
         m_journalRead = true;
         if (!m_journal.unreadable().isEmpty())
             m_notice = {PanelText::JournalUnreadable, {m_journal.unreadable().join(u", "_s)}};
-        journal(PanelText::Count, [&] { m_account.reopenLost(); });
+        m_account.reopenLost();
     }
     dropLogged();
     m_account.reconcile();
@@ -175,7 +175,7 @@ void MixSession::mixFinished(const protocol::MixResults& results, bool seen) {
 }
 
 void MixSession::mixAborted(const MixId& mix) {
-    journal(PanelText::Count, [&] { m_journal.abort(mix); });
+    journal(PanelText::JournalAborted, [&] { m_journal.abort(mix); });
     emit enableForm();
 }
 
