@@ -43,7 +43,8 @@ BatchAccount::Settled BatchAccount::settle(const MixId& mix) {
     Settled settled = Settled::NotInLog;
     if (m_book && !entry->rows.empty())
         settled = settleByRows(*entry);
-    else if (!entry->lotTaken && isLotLogged(entry->lot()))
+    // Lots can repeat. A batch is never written without its rows in the journal; version 1.0 took none down.
+    else if (entry->database.isEmpty() && !entry->lotTaken && isLotLogged(entry->lot()))
         settled = Settled::Closed;
     if (settled == Settled::Closed)
         m_journal.close(MixId(mix), JournalState::Logged);

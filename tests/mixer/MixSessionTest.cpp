@@ -622,6 +622,7 @@ TEST_F(MixSessionTest, PutAsideThatTheDiskDoesNotTakeIsToldAndTheMixStaysOnOffer
     EXPECT_TRUE(session->offers().empty());
 }
 
+// Of a journal that names no database, as version 1.0 wrote them: it took no rows down, so its lot has to tell.
 TEST_F(MixSessionTest, LotInTheLogClosesTheJournal) {
     finishShort();
     logged << "SV04260012";
