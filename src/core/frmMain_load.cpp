@@ -177,6 +177,8 @@ void frmMain::databaseOpened() {
         openForReading(state.runs ? translated(u"The database is in use by another program."_s)
                                   : state.readingOnly);
     });
+        if (m_control)
+            m_control->databaseOpened();
 }
 
 void frmMain::openForReading(const QString& reason) {

@@ -51,6 +51,9 @@ public:
     /// The log of the open database; outlives the session.
     void setLogBook(LogBook* book) { m_account.setLogBook(book); }
 
+    /// Another database is open now, or the first one: a little later the journal is held against its log.
+    void databaseOpened();
+
     /// Where the user sits; outlives the session. Without one a finished mix is handed over at once.
     void setDesk(Desk* desk) { m_desk = desk; }
 
@@ -70,7 +73,7 @@ public:
     void logged();
 
     /// The rows of the mix being handed over are about to be written: they are taken down first. Throws when the
-    /// journal can't be written.
+    /// journal can't be written, and when the mix belongs to another database than the open one.
     void takeDown(const BatchRows& rows);
     /// A batch is about to be deleted from the log; undoDeletion when it was not. Both throw when the journal
     /// can't be written.
@@ -133,6 +136,7 @@ private:
     void wait();
     bool isToBeHandedOver(const protocol::MixId& mix) const;
     void handOver(const protocol::MixId& mix);
+    void handedOver(const protocol::MixId& mix);
     /// Runs a step of the journal; its failure becomes a notice with that text.
     bool journal(PanelText failure, const std::function<void()>& step);
 

@@ -2,6 +2,7 @@
 #include "mixer/MixSession.h"
 
 #include "mixer/ResultsDocument.h"
+#include "platform/basic/RuntimeError.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -76,6 +77,12 @@ void MixSession::handOver(const MixId& mix) {
     const JournalEntry* entry = m_journal.find(mix);
     if (!entry || !entry->results)
         return;
+    // The user may have opened another database since the formula was loaded: its formulas are others.
+    m_account.readIdentity();
+    if (!entry->belongsTo(m_account.identity())) {
+        m_notice = {PanelText::OfferOtherDatabase, {entry->name()}};
+        return handedOver(mix);
+    }
     m_handed = mix;
     m_loggedNow = false;
     m_signing = true;
@@ -88,14 +95,20 @@ void MixSession::handOver(const MixId& mix) {
         return;
     if (m_loggedNow && m_journal.find(mix))
         journal(PanelText::Count, [&] { m_journal.close(mix, JournalState::Logged); });
-    m_handed.clear();
-    m_signing = false;
     if (m_notice.text == PanelText::BusyMixing || m_notice.text == PanelText::BusySigning)
         m_notice = {};
+    handedOver(mix);
+}
+
+// Whatever became of it: the mixer is free for the next.
+void MixSession::handedOver(const MixId& mix) {
+    m_handed.clear();
+    m_signing = false;
     if (m_formula && m_formula->programme.id == mix)
         m_formula.reset();
     m_run.release();
     m_account.reconcile();
+    const QPointer<MixSession> alive(this);
     emit changed();
     emit enableForm();
     if (alive && !m_toHandOver.isEmpty())
@@ -121,8 +134,27 @@ void MixSession::logged() {
 }
 
 void MixSession::takeDown(const BatchRows& rows) {
-    if (m_journal.find(m_handed))
-        m_journal.sign(m_handed, rows);
+    const JournalEntry* entry = m_journal.find(m_handed);
+    if (!entry)
+        return;
+    m_account.readIdentity();
+    if (!entry->belongsTo(m_account.identity()))
+        throw platform::RuntimeError(platform::error::permissionDenied,
+                                     u"The mix was made with another database"_s);
+    m_journal.sign(m_handed, rows);
+}
+
+void MixSession::databaseOpened() {
+    QTimer::singleShot(0, this, [this] {
+        if (!m_journalRead)
+            return;
+        if (m_notice.text == PanelText::OfferOtherDatabase)
+            m_notice = {};
+        m_account.reopenLost();
+        dropLogged();
+        m_account.reconcile();
+        emit changed();
+    });
 }
 
 bool MixSession::settle(const MixId& mix, BatchAccount::Settled& settled) {
@@ -169,8 +201,9 @@ void MixSession::logOffer(const MixId& mix) {
     const JournalEntry* entry = m_journal.find(mix);
     if (!canLog() || !entry || entry->state != JournalState::Finished)
         return;
+    m_account.readIdentity();
     if (!entry->belongsTo(m_account.identity()))
-        return;
+        return emit changed();
     m_account.clearFindings();
     auto settled = BatchAccount::Settled::NotInLog;
     settle(mix, settled);

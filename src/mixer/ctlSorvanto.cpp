@@ -84,6 +84,8 @@ void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
 }
 
 void ctlSorvanto::setLogBook(LogBook* book) { d->session.setLogBook(book); }
+void ctlSorvanto::databaseOpened() { d->session.databaseOpened(); }
+
 void ctlSorvanto::takeDown(const BatchRows& rows) { d->session.takeDown(rows); }
 void ctlSorvanto::noteDeletion(const BatchRows& rows) { d->session.noteDeletion(rows); }
 void ctlSorvanto::undoDeletion() { d->session.undoDeletion(); }

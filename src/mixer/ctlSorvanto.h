@@ -70,6 +70,8 @@ public:
     void setLoggedTest(std::function<bool(const QString& lot)> test);
     /// The log of the open database; outlives the control.
     void setLogBook(LogBook* book);
+    /// Another database is open now, or the first one.
+    void databaseOpened();
     /// The rows of the mix whose mixDone is being handled are about to be written. Throws when the journal can't
     /// take them down: then they must not be written.
     void takeDown(const BatchRows& rows);
