@@ -5,6 +5,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 
+#include <QDir>
 #include <QFile>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -76,10 +77,23 @@ QString openPath(const protocol::MixId& mix) {
     return folder() + '/'_L1 + QString::fromLatin1(mix) + u".xml"_s;
 }
 
+// A clock that was set back would make the newest the oldest: the names then count on from the newest one.
 QString closedPath(const JournalEntry& entry) {
-    const QString date =
-        (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(u"yyyyMMdd-HHmmss"_s);
-    return closedFolder() + u"/%1-%2.xml"_s.arg(date, QString::fromLatin1(entry.mix));
+    const QDir closed(closedFolder());
+    const QString form = u"yyyyMMdd-HHmmss"_s, end = '-'_L1 + QString::fromLatin1(entry.mix) + u".xml"_s;
+    QString date = (entry.loaded.isValid() ? entry.loaded : platform::now()).toString(form);
+    if (closed.exists(date + end))
+        return closed.filePath(date + end);
+    for (const QString& name : closed.entryList({'*'_L1 + end}, QDir::Files, QDir::Name)) {
+        const auto before = read(closed.filePath(name));
+        if (before && before->loaded == entry.loaded)
+            return closed.filePath(name);
+    }
+    const QStringList names = closed.entryList({u"*.xml"_s}, QDir::Files, QDir::Name);
+    const QString newest = names.isEmpty() ? QString() : names.constLast().left(form.size());
+    if (const QDateTime last = QDateTime::fromString(newest, form); last.isValid() && date <= newest)
+        date = last.addSecs(1).toString(form);
+    return closed.filePath(date + end);
 }
 
 std::optional<JournalEntry> read(const QString& path) {

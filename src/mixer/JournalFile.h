@@ -10,6 +10,7 @@ namespace sorvanto::journal_file {
 QString folder();
 QString closedFolder();
 QString openPath(const protocol::MixId& mix);
+/// Where the mix lies among the closed ones, or is to lie: sorted by name, the later closed ones come later.
 QString closedPath(const JournalEntry& entry);
 
 /// Nothing when the file is no whole journal of a mix.

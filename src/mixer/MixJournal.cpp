@@ -52,7 +52,7 @@ bool isOf(const JournalEntry& entry, const BatchRows& batch) {
            entry.results->xml() == batch.row.value("log_Results"_L1).toString();
 }
 
-/// The oldest closed mixes go, by the date in front of their names.
+/// The oldest closed mixes go; whatever the clock, their names tell which.
 void thinOutClosed() {
     QDir closed(closedFolder());
     const QStringList names = closed.entryList({u"*.xml"_s}, QDir::Files, QDir::Name);

@@ -182,6 +182,46 @@ TEST_F(MixJournalTest, AThousandClosedMixesAreKeptTheNewestOnes) {
     EXPECT_EQ(kept.last(), nameOf(1003));
 }
 
+// A clock set back must not make the newest the first to go.
+TEST_F(MixJournalTest, ClosedMixesStandInTheOrderInWhichTheyWereClosed) {
+    const auto closeOne = [&](const protocol::MixId& mix) {
+        MixJournal journal;
+        journal.load(mix, test::shortFormula());
+        journal.start(mix, "SV0426");
+        journal.finish(mix, someResults(), false);
+        journal.close(mix, JournalState::Logged);
+    };
+    closeOne("00000003");
+    clock.advance(-400 * 86'400);
+    closeOne("00000002");
+    closeOne("00000001");
+    EXPECT_EQ(files("mixes/closed"),
+              (QStringList{"20260307-140509-00000003.xml", "20260307-140510-00000002.xml",
+                           "20260307-140511-00000001.xml"}));
+    MixJournal journal;
+    const auto closed = journal.closed();
+    ASSERT_EQ(closed.size(), 3U);
+    EXPECT_EQ(closed[0].mix, "00000001") << "newest first";
+}
+
+TEST_F(MixJournalTest, AMixThatIsClosedAgainTakesItsPlaceAgain) {
+    MixJournal journal;
+    journal.load("00000001", test::shortFormula());
+    journal.start("00000001", "SV0426");
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    journal.close("00000001", JournalState::PutAside);
+    journal.finish(mixId, someResults(), false);
+    journal.close(mixId, JournalState::Logged);
+    const QStringList both{"20260307-140509-00000001.xml", "20260307-140510-3FA21C09.xml"};
+    EXPECT_EQ(files("mixes/closed"), both);
+    const QByteArray before = folder.read("mixes/closed/" + both[1]);
+    journal.reopen(journal.closed().at(0));
+    folder.write("mixes/closed/" + both[1], before);  // killed before it was taken away
+    journal.close(mixId, JournalState::Logged);
+    EXPECT_EQ(files("mixes/closed"), both);
+}
+
 TEST_F(MixJournalTest, WhatIsNoJournalStaysAndIsNamed) {
     MixJournal journal;
     journal.load(mixId, test::shortFormula());
