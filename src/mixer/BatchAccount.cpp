@@ -103,7 +103,6 @@ bool BatchAccount::isOurs(const ClosedMix& mix) const {
 
 // Only what this database's own journal says of a signed batch: an older one knows of no deletion.
 void BatchAccount::reopenLost() {
-    readIdentity();
     try {
         openLost();
     } catch (...) {
@@ -112,6 +111,7 @@ void BatchAccount::reopenLost() {
 }
 
 void BatchAccount::openLost() {
+    readIdentity();
     const QString ours = identity();
     if (!m_book || ours.isEmpty())
         return;
