@@ -33,7 +33,9 @@ void refuseUnlessSingle(const QString& statement) {
     static const QRegularExpression control(
         u"^(BEGIN|COMMIT|END|ROLLBACK|SAVEPOINT|RELEASE|ATTACH|DETACH|VACUUM)\\b"_s,
         QRegularExpression::CaseInsensitiveOption);
-    if (control.match(statement).hasMatch())
+    static const QRegularExpression commentsAhead(u"^(?:[\\s\\x{FEFF}]+|--[^\\n]*|/\\*.*?(?:\\*/|\\z))+"_s,
+                                                  QRegularExpression::DotMatchesEverythingOption);
+    if (control.match(QString(statement).remove(commentsAhead)).hasMatch())
         refuse(u"a statement that is not the step's to run: %1"_s.arg(statement));
     const QByteArray text = statement.toUtf8();
     for (qsizetype end = text.indexOf(';'); end >= 0; end = text.indexOf(';', end + 1)) {

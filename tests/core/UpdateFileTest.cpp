@@ -70,6 +70,15 @@ TEST_F(UpdateFileTest, BrokenFilesAreRefused) {
         EXPECT_THROW(read(broken), platform::RuntimeError) << broken.constData();
 }
 
+TEST_F(UpdateFileTest, CommentsDoNotHideTheEndOfATransaction) {
+    for (const char* statement : {"/* x */ COMMIT", "/**//* two\nlines */\tcommit", "-- why\n  END",
+                                  "/* a */ -- b\n/* c */ ROLLBACK", "/*-*/BEGIN"})
+        EXPECT_THROW(read(file(step("1", "2", statement))), platform::RuntimeError) << statement;
+    for (const char* statement :
+         {"/* COMMIT */ SELECT 1", "-- COMMIT\nSELECT 1", "SELECT 'COMMIT' /* END */"})
+        EXPECT_NO_THROW(read(file(step("1", "2", statement)))) << statement;
+}
+
 TEST_F(UpdateFileTest, AStepWithoutAVersionIsNamedAsSuch) {
     for (const char* attributes : {"From=\"1\"", "To=\"2\"", ""}) {
         try {
