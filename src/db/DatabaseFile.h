@@ -9,7 +9,7 @@ namespace sorvanto {
 inline constexpr int mostRows = 32767;
 
 /// A new file with all tables and no records, readable by its owner alone. Throws permissionDenied when
-/// the file exists; a failure leaves no file behind.
+/// the file exists; a failure leaves no file behind, and a kill none under that name.
 void createDatabase(const QString& path);
 
 /// As createDatabase, with the sample pharmacy. rows: fill every table up to that count (0: as it is).

@@ -5,20 +5,24 @@
 #include "platform/data/sqlite/Statement.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
 namespace platform::sqlite {
 
-NewFile::NewFile(const QString& path) : m_path(platformPath(path)), m_database(nullptr, sqlite3_close) {
-    QFile file(m_path);
+NewFile::NewFile(const QString& path)
+    : m_path(platformPath(path)), m_part(m_path + u".part"_s), m_database(nullptr, sqlite3_close) {
+    refuseTaken();
+    QFile::remove(m_part);
+    QFile file(m_part);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
-        throw RuntimeError(error::permissionDenied,
-                           u"\"%1\" can't be created: %2"_s.arg(m_path, file.errorString()));
+        refuse(file.errorString());
     file.close();
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(m_path.toUtf8().constData(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+    const int code = sqlite3_open_v2(m_part.toUtf8().constData(), &opened,
+                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW, nullptr);
     m_database.reset(opened);
     if (code != SQLITE_OK)
         fail(opened, {});
@@ -27,8 +31,7 @@ NewFile::NewFile(const QString& path) : m_path(platformPath(path)), m_database(n
 
 NewFile::~NewFile() {
     m_database.reset();
-    if (!m_finished)
-        QFile::remove(m_path);
+    QFile::remove(m_part);
 }
 
 void NewFile::run(const QByteArray& statements) {
@@ -38,7 +41,20 @@ void NewFile::run(const QByteArray& statements) {
 
 void NewFile::finish() {
     run("COMMIT");
-    m_finished = true;
+    m_database.reset();
+    if (giveSecondName(m_part, m_path))
+        return;
+    refuseTaken();
+    replaceFile(m_part, m_path);
+}
+
+void NewFile::refuse(const QString& why) const {
+    throw RuntimeError(error::permissionDenied, u"\"%1\" can't be created: %2"_s.arg(m_path, why));
+}
+
+void NewFile::refuseTaken() const {
+    if (QFileInfo(m_path).isSymLink() || QFile::exists(m_path))
+        refuse(u"The file exists already"_s);
 }
 
 }  // namespace platform::sqlite

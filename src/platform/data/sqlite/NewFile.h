@@ -1,4 +1,5 @@
-// A new database file, made by whole scripts in one transaction. The file goes with the object unless it was finished.
+// A new database file, made by whole scripts in one transaction under a provisional name, so that what bears the wished
+// one is whole. It goes with the object unless it was finished.
 #pragma once
 
 #include <QByteArray>
@@ -19,12 +20,15 @@ public:
 
     /// Any number of statements, with a semicolon behind each.
     void run(const QByteArray& statements);
+    /// Gives the file its name. Throws as the constructor and as replaceFile do.
     void finish();
 
 private:
-    QString m_path;
+    [[noreturn]] void refuse(const QString& why) const;
+    void refuseTaken() const;
+
+    QString m_path, m_part;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_database;
-    bool m_finished = false;
 };
 
 }  // namespace platform::sqlite
