@@ -103,6 +103,20 @@ StartQuestion::Content contentOf(const QString& path, DatabaseState state,
     return content;
 }
 
+/// The database is back all the same, so this is no failure to be tried again.
+void tellNotOpened(const QString& path, const QStringList& lots) {
+    if (lots.isEmpty())
+        return;
+    StartQuestion::Content content;
+    content.title = translated(u"Sorvanto Control Panel"_s);
+    content.heading = translated(u"The database is back."_s);
+    content.file = path;
+    content.texts << translated(u"These batches logged since the copy could not be opened again: %1"_s)
+                         .replace(u"%1"_s, lots.join(u"; "_s));
+    content.none = translated(u"OK"_s);
+    StartQuestion::ask(content);
+}
+
 }  // namespace
 
 bool DatabaseRescue::offer(const QString& path) {
@@ -165,7 +179,7 @@ bool DatabaseRescue::offerWayOut(const QString& path, DatabaseState state) {
         if (choice != restore)
             return choice == again;
         try {
-            putBack(*copy, path);
+            tellNotOpened(path, putBack(*copy, path).notOpened);
             return true;
         } catch (const platform::RuntimeError& failure) {
             content.failure = failure.description();

@@ -95,12 +95,18 @@ std::optional<GoodCopy> newestGoodCopy(const QString& database) {
     return {};
 }
 
-QString putBack(const GoodCopy& copy, const QString& database) {
-    const QString aside = platform::restoreDatabase(copy.path, database);
-    noteRestored(database, copy.path);
-    for (const LoggedMix& mix : copy.unknownToIt)
-        openAgain(mix);
-    return aside;
+PutBack putBack(const GoodCopy& copy, const QString& database) {
+    PutBack done;
+    done.aside = platform::restoreDatabase(
+        copy.path, database, [&](const QString& restored) { noteRestored(restored, copy.path); });
+    for (const LoggedMix& mix : copy.unknownToIt) {
+        try {
+            openAgain(mix);
+        } catch (const platform::RuntimeError& failure) {
+            done.notOpened << mix.lot + u": "_s + failure.description();
+        }
+    }
+    return done;
 }
 
 }  // namespace sorvanto

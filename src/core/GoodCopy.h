@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -23,8 +24,13 @@ struct GoodCopy {
 /// where it is not, all copies must be of one and the same database. Never throws.
 std::optional<GoodCopy> newestGoodCopy(const QString& database);
 
-/// Puts the copy in the database's place and opens the journals of the batches that it doesn't know. Gives the
-/// name under which the damaged file is kept, empty when there was none. Throws as restoreDatabase does.
-QString putBack(const GoodCopy& copy, const QString& database);
+struct PutBack {
+    QString aside;          ///< name under which the damaged file is kept; empty when there was none
+    QStringList notOpened;  ///< lots whose journals could not be opened, with the reason
+};
+
+/// Puts the copy in the database's place and opens the journals of the batches that it doesn't know. Throws as
+/// restoreDatabase does, and then nothing has changed.
+PutBack putBack(const GoodCopy& copy, const QString& database);
 
 }  // namespace sorvanto

@@ -1,7 +1,6 @@
 #include "history/HistoryPause.h"
 
 #include "history/HistorySeal.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 
@@ -51,14 +50,11 @@ void addHistoryRow(platform::Engine& database, const QString& what, const QStrin
 }
 
 void noteRestored(const QString& file, const QString& copy) {
-    try {
-        platform::Connection connection;
-        connection.open(u"Data Source="_s + file);
-        keepHistory(connection);
-        addHistoryRow(connection.engine(), u"restored"_s,
-                      u"copy='%1'"_s.arg(QFileInfo(copy).fileName().replace(u"'"_s, u"''"_s)));
-    } catch (const platform::RuntimeError&) {
-    }
+    platform::Connection connection;
+    connection.open(u"Data Source="_s + file);
+    keepHistory(connection);
+    addHistoryRow(connection.engine(), u"restored"_s,
+                  u"copy='%1'"_s.arg(QFileInfo(copy).fileName().replace(u"'"_s, u"''"_s)));
 }
 
 void continueHistory(platform::Engine& database, const QString& archive, const HistoryHead& before) {

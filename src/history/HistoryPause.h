@@ -26,7 +26,7 @@ private:
 /// Writes a row that is about the file as a whole, sealed when the connection keeps history. Nothing on a file without.
 void addHistoryRow(platform::Engine& database, const QString& what, const QString& fields);
 
-/// Writes down in the file that it was put back from that copy. What can't be written is left: the file is back.
+/// Writes down in the file that it was put back from that copy. Throws when it can't be written.
 void noteRestored(const QString& file, const QString& copy);
 
 /// Where an archive has taken the history along: the file's own begins anew, numbered and sealed on from that head.

@@ -56,8 +56,8 @@ int check(const QString& file, QTextStream& out) {
 }
 
 int restore(const QString& backup, const QString& file, QTextStream& out) {
-    const QString aside = platform::restoreDatabase(backup, file);
-    noteRestored(file, backup);
+    const QString aside = platform::restoreDatabase(
+        backup, file, [&](const QString& restored) { noteRestored(restored, backup); });
     out << file << ": restored from " << backup << '\n';
     if (!aside.isEmpty())
         out << "What was there before is kept as " << aside << '\n';

@@ -106,7 +106,8 @@ SoleUse::SoleUse(const QString& file) : m_lock(lockPathOf(file)) {
         fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(platformPath(file)));
 }
 
-QString restoreDatabase(const QString& backup, const QString& file) {
+QString restoreDatabase(const QString& backup, const QString& file,
+                        const std::function<void(const QString& restored)>& finish) {
     const QString path = platformPath(file);
     const SoleUse sole(path);
     const QString restored = path + u".restored"_s;
@@ -118,12 +119,15 @@ QString restoreDatabase(const QString& backup, const QString& file) {
     } catch (const RuntimeError&) {
         if (aside)
             aside->putBack();
+        if (finish)
+            finish(restored);
         QFile::remove(restored);
         throw;
     }
     return aside->name();
 }
 
+        QFile::remove(restored + u"-journal"_s);
 QStringList integrityProblems(const QString& file, const Cancelled& cancelled) {
     Connection connection;
     connection.open(u"Data Source="_s + file);

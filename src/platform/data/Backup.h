@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace platform {
 
@@ -17,8 +18,10 @@ void backupDatabase(const QString& file, const QString& target);
 
 /// Puts a checked copy of the backup in the place of the file. What was there before is kept beside it under
 /// the name that is given back (empty when there was nothing); when anything fails it stays where it is.
-/// Throws permissionDenied when another program has the file open at this moment.
-QString restoreDatabase(const QString& backup, const QString& file);
+/// finish works on the checked copy before it takes its place; what it throws ends it as well.
+/// Throws permissionDenied as SoleUse does.
+QString restoreDatabase(const QString& backup, const QString& file,
+                        const std::function<void(const QString& restored)>& finish = {});
 
 /// Throws permissionDenied when another program has the file open at this moment. Looks without opening it as a
 /// database, and not to be called while this process has it open.
