@@ -7,7 +7,9 @@
 #include "core/CopyShelf.h"
 #include "core/OptionsRescue.h"
 #include "db/DatabaseFile.h"
+#include "history/HistoryPause.h"
 #include "platform/basic/Dates.h"
+#include "platform/basic/ProcessLock.h"
 #include "platform/data/Backup.h"
 #include "shared/basMain.h"
 
@@ -127,6 +129,67 @@ TEST_F(DatabaseRescueTest, BatchesLoggedSinceTheCopyAreOfferedAgain) {
     EXPECT_TRUE(folder.read("mixes/00000002.xml").contains("State=\"finished\""));
     EXPECT_EQ(QDir(folder.path("mixes")).entryList(QDir::Files).size(), 1);
     EXPECT_EQ(QDir(folder.path("mixes/closed")).entryList(QDir::Files).size(), 5);
+}
+
+// The database is back then: it is not put back once more.
+TEST_F(DatabaseRescueTest, ABatchThatCanNotBeOfferedAgainIsSaidOnce) {
+    haveDatabase();
+    copyNow();
+    logMix("00000002", "SV04260002", 15);
+    logMix("00000003", "SV04260003", 15);
+    damage();
+    QDir(folder.path()).mkpath("mixes/00000002.xml");
+    answer("cmdPutBack");
+    asker.expectModal(question, [&](QWidget& window) {
+        const QString told = textsOf(window);
+        EXPECT_TRUE(told.contains("The database is back.")) << told.toStdString();
+        EXPECT_TRUE(told.contains("could not be opened again: SV04260002: ")) << told.toStdString();
+        EXPECT_FALSE(told.contains("SV04260003"));
+        child<QPushButton>(window, "cmdNone")->click();
+    });
+    EXPECT_EQ(openDB()->state(), 1);
+    EXPECT_TRUE(folder.has("mixes/00000003.xml")) << "the others are";
+    EXPECT_FALSE(folder.has("sorvanto.mdb.before-restore-2"));
+}
+
+TEST_F(DatabaseRescueTest, ADatabaseThatAnotherComputerHasLockedIsNotReplaced) {
+    haveDatabase();
+    copyNow();
+    damage();
+    {
+        platform::ProcessLock own(platform::lockPathOf(databasePath()));
+        ASSERT_EQ(own.take(), platform::ProcessLock::Outcome::Taken);
+        QList<QByteArray> lines = folder.read("sorvanto.mdb.lock").split('\n');
+        lines[2] = "bench-2";
+        lines[3] = QByteArray(32, '0');
+        own.release();
+        folder.write("sorvanto.mdb.lock", lines.join('\n'));
+    }
+    answer("cmdPutBack");
+    asker.expectModal(question, [&](QWidget& window) {
+        EXPECT_TRUE(
+            textsOf(window).contains("was locked on the computer bench-2. If the program does not run "
+                                     "there, delete the file " +
+                                     folder.path("sorvanto.mdb.lock") + "."))
+            << textsOf(window).toStdString();
+        EXPECT_EQ(folder.read("sorvanto.mdb"), QByteArray(9000, 'x'));
+        QFile::remove(folder.path("sorvanto.mdb.lock"));
+        child<QPushButton>(window, "cmdPutBack")->click();
+    });
+    EXPECT_EQ(openDB()->state(), 1);
+}
+
+TEST_F(DatabaseRescueTest, ThatItWasPutBackIsInItsHistoryFromTheBeginning) {
+    haveDatabase();
+    copyNow();
+    platform::restoreDatabase(
+        CopyShelf(folder.path("backups"), identity).copies().at(0).path, databasePath(),
+        [&](const QString& restored) {
+            EXPECT_NE(restored, databasePath());
+            noteRestored(restored, "copy.mdb");
+            EXPECT_EQ(sqlText("SELECT count(*) FROM History WHERE hst_What = 'restored'"), "0");
+        });
+    EXPECT_EQ(sqlText("SELECT hst_Fields FROM History WHERE hst_What = 'restored'"), "copy='copy.mdb'");
 }
 
 TEST_F(DatabaseRescueTest, ACopyThatIsDamagedItselfIsPassedOver) {

@@ -102,8 +102,13 @@ void backupDatabase(const QString& file, const QString& target) {
 }
 
 SoleUse::SoleUse(const QString& file) : m_lock(lockPathOf(file)) {
-    if (m_lock.take() == ProcessLock::Outcome::Held)
+    const ProcessLock::Outcome outcome = m_lock.take();
+    if (outcome == ProcessLock::Outcome::Held)
         fail(error::permissionDenied, u"\"%1\" is in use by another program"_s.arg(platformPath(file)));
+    if (outcome == ProcessLock::Outcome::OtherComputer)
+        fail(error::permissionDenied,
+             u"\"%1\" was locked on the computer %2. If the program does not run there, delete the file %3."_s
+                 .arg(platformPath(file), m_lock.computer(), m_lock.path()));
 }
 
 QString restoreDatabase(const QString& backup, const QString& file,
@@ -114,20 +119,20 @@ QString restoreDatabase(const QString& backup, const QString& file,
     copyDatabase(backup, restored);
     std::optional<PutAside> aside;
     try {
+        if (finish)
+            finish(restored);
         aside.emplace(path);
         replaceFile(restored, path);
     } catch (const RuntimeError&) {
         if (aside)
             aside->putBack();
-        if (finish)
-            finish(restored);
         QFile::remove(restored);
+        QFile::remove(restored + u"-journal"_s);
         throw;
     }
     return aside->name();
 }
 
-        QFile::remove(restored + u"-journal"_s);
 QStringList integrityProblems(const QString& file, const Cancelled& cancelled) {
     Connection connection;
     connection.open(u"Data Source="_s + file);

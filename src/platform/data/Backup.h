@@ -27,7 +27,8 @@ QString restoreDatabase(const QString& backup, const QString& file,
 /// database, and not to be called while this process has it open.
 void refuseInUse(const QString& file);
 
-/// Keeps other programs away from a file as long as it lives. Throws permissionDenied when one has the file open.
+/// Keeps other programs away from a file as long as it lives. Throws permissionDenied when one has the file open, or
+/// when another computer has left its lock: whether a program still runs there can't be seen from here.
 class SoleUse {
 public:
     explicit SoleUse(const QString& file);
