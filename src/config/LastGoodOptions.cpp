@@ -18,9 +18,18 @@ QByteArray contentOf(const QString& path) {
     return platform::readFile(path, platform::XmlDocument::largestFile);
 }
 
+bool holdsOptions(const platform::XmlDocument& document) {
+    return document.selectSingleNode(u"/Configuration/Options"_s) &&
+           document.selectSingleNode(u"/Configuration/Pharmacy"_s);
+}
+
+QString brokenFile() { return platform::programFolder() + u"/options.broken.xml"_s; }
+
 }  // namespace
 
-void keep(const QString& optionsPath) {
+void keep(const QString& optionsPath, const platform::XmlDocument& content) {
+    if (!holdsOptions(content))
+        return;
     try {
         const QByteArray good = contentOf(optionsPath);
         if (!QFile::exists(keptFile()) || contentOf(keptFile()) != good)
@@ -31,7 +40,8 @@ void keep(const QString& optionsPath) {
 }
 
 QDateTime kept() {
-    if (!platform::XmlDocument::create()->load(keptFile()))
+    const auto document = platform::XmlDocument::create();
+    if (!document->load(keptFile()) || !holdsOptions(*document))
         return {};
     const QDateTime changed = QFileInfo(keptFile()).lastModified().toLocalTime();
     return {changed.date(), changed.time(), Qt::UTC};
@@ -46,16 +56,20 @@ std::int16_t language() {
 }
 
 void putAside(const QString& optionsPath) {
-    const QString aside = platform::programFolder() + u"/options.broken.xml"_s;
-    QFile::remove(aside);
-    if (!QFile::rename(optionsPath, aside))
+    QFile::remove(brokenFile());
+    if (QFile::exists(optionsPath) && !QFile::rename(optionsPath, brokenFile()))
         throw platform::RuntimeError(platform::error::permissionDenied,
                                      u"\"%1\" can't be put aside"_s.arg(optionsPath));
 }
 
 void putBack(const QString& optionsPath) {
     const QByteArray good = contentOf(keptFile());
-    putAside(optionsPath);
+    const QFileInfo broken(optionsPath);
+    const bool plain = broken.isFile() && !broken.isSymLink();
+    if (plain)
+        QFile::remove(brokenFile());
+    if (!plain || !platform::giveSecondName(optionsPath, brokenFile()))
+        putAside(optionsPath);
     platform::writeFile(optionsPath, good);
 }
 

@@ -49,7 +49,7 @@ void clsOptions::load() {
     m_document = platform::XmlDocument::create();
     if (m_document->load(m_path)) {
         m_problem.clear();
-        return lastGoodOptions::keep(m_path);
+        return lastGoodOptions::keep(m_path, *m_document);
     }
     m_problem = m_document->problem();
     throw platform::RuntimeError(
@@ -94,7 +94,7 @@ void clsOptions::saveOptions() {
         if (!platform::deref(m_document).root())
             return;
         m_document->save(m_path);
-        lastGoodOptions::keep(m_path);
+        lastGoodOptions::keep(m_path, *m_document);
     });
 }
 

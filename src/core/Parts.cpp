@@ -73,6 +73,7 @@ Parts realParts() {
     parts.reporter = [] { return std::make_shared<ErrorReporter>(); };
     parts.copies = [] { return std::make_unique<DailyBackup>(); };
     parts.updater = [] { return std::make_unique<DatabaseUpdater>(); };
+    parts.bringOptionsBack = bringOptionsBack;
     parts.rescueOptions = offerOptions;
     parts.databaseRescue = [](bool firstStart) {
         return [rescue = std::make_shared<DatabaseRescue>(firstStart)](const QString& path) {

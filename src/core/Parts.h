@@ -37,6 +37,8 @@ struct Parts {
     /// Of the database, from time to time.
     std::function<std::unique_ptr<DailyBackup>()> copies;
     std::function<std::unique_ptr<DatabaseUpdater>()> updater;
+    /// Asked before the options are read; may be empty.
+    std::function<void()> bringOptionsBack;
     /// Asked about options that may not have been read; may be empty.
     std::function<void(clsOptions&)> rescueOptions;
     /// Makes what is asked about a database that is missing or can't be opened; may be empty. firstStart: there

@@ -1,5 +1,6 @@
 // The start of the program. Each stage relies on those before it; each statement is guarded by itself, so
 // that one failure is reported and the start goes on with whatever is there.
+#include "config/LastGoodOptions.h"
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
 #include "core/CopySettings.h"
@@ -92,7 +93,10 @@ void frmMain::loadSharedObjects(const ResumeNext& step) {
         m_strip->follow(basMain::ErrorReporter);
     });
     step([] { platform::SettingsFile(platform::windowStateFile()).expectRead(); });
-    const bool firstStart = !platform::fileExists(platform::programFolder() + u"\\options.xml"_s);
+    const bool firstStart = !platform::fileExists(platform::programFolder() + u"\\options.xml"_s) &&
+                            !lastGoodOptions::kept().isValid();
+    if (m_parts.bringOptionsBack)
+        step([&] { m_parts.bringOptionsBack(); });
     step([&] { basMain::Options = std::make_shared<clsOptions>(); });
     if (m_parts.rescueOptions)
         step([&] { m_parts.rescueOptions(deref(basMain::Options)); });
@@ -173,12 +177,12 @@ void frmMain::databaseOpened() {
         m_status->showCopy();
         showKeysLeft();
         rememberDatabase();
+        if (m_control)
+            m_control->databaseOpened();
         const InstanceState state = m_parts.previousInstance();
         openForReading(state.runs ? translated(u"The database is in use by another program."_s)
                                   : state.readingOnly);
     });
-        if (m_control)
-            m_control->databaseOpened();
 }
 
 void frmMain::openForReading(const QString& reason) {

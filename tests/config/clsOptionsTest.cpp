@@ -1,6 +1,7 @@
 // options.xml: its tree, its defaults, its conversions, its four repairing elements, and broken files.
 #include "config/clsOptions.h"
 
+#include "config/LastGoodOptions.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/basMain.h"
 #include "support/Golden.h"
@@ -12,6 +13,7 @@
 using sorvanto::clsOptions;
 namespace basMain = sorvanto::basMain;
 namespace error = platform::error;
+namespace lastGoodOptions = sorvanto::lastGoodOptions;
 
 namespace {
 
@@ -364,6 +366,33 @@ TEST_F(clsOptionsTest, ABrokenFileDoesNotBecomeTheLastGoodOne) {
     expectReport("clsOptions:Class_Initialize");
     options().saveOptions();
     EXPECT_EQ(folder.read("options.last-good.xml"), good);
+}
+
+TEST_F(clsOptionsTest, AnotherFileInTheOptionsPlaceDoesNotBecomeTheLastGoodOne) {
+    const QByteArray good = file();
+    for (const char* other : {"<Other><Thing/></Other>", "<Configuration><Options/></Configuration>",
+                              "<Translations><Options/><Pharmacy/></Translations>"}) {
+        load(other);
+        basMain::Options.reset();  // saves
+        EXPECT_EQ(folder.read("options.last-good.xml"), good) << other;
+    }
+    folder.write("options.last-good.xml", "<Other><Thing/></Other>");
+    EXPECT_FALSE(lastGoodOptions::kept().isValid()) << "nor is it offered";
+}
+
+// A start after a kill in between would be taken for the first one.
+TEST_F(clsOptionsTest, TheBrokenFileStaysUntilTheLastGoodOneIsThere) {
+    load("<Configuration><Opt");
+    expectReport("clsOptions:Class_Initialize");
+    {
+        const support::FullDisk full;
+        options().takeLastGood();
+    }
+    expectReport("clsOptions:takeLastGood");
+    EXPECT_EQ(file(), "<Configuration><Opt");
+    EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
+    options().takeLastGood();
+    EXPECT_EQ(options().problem(), "");
 }
 
 TEST_F(clsOptionsTest, APipeInTheFilesPlaceKeepsNobodyWaiting) {

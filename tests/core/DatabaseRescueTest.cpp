@@ -450,6 +450,24 @@ TEST_F(OptionsRescueTest, NewOptionsAskTheLanguageAsAtAFirstStart) {
     EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
 }
 
+TEST_F(OptionsRescueTest, OptionsThatAreGoneComeBackBeforeNewOnesAreMade) {
+    const QByteArray good = folder.read("options.xml");
+    QFile::remove(folder.path("options.xml"));
+    basMain::Language.reset();
+    answer("cmdLastGood");
+    bringOptionsBack();
+    EXPECT_TRUE(said.contains("The options are gone.")) << said.toStdString();
+    EXPECT_EQ(buttons, (QStringList{"cmdLastGood*", "cmdNone"}));
+    EXPECT_EQ(folder.read("options.xml"), good);
+    bringOptionsBack();  // asks nothing
+    QFile::remove(folder.path("options.xml"));
+    answer("cmdNone");
+    bringOptionsBack();
+    EXPECT_FALSE(folder.has("options.xml")) << "the start makes new ones";
+    QFile::remove(folder.path("options.last-good.xml"));
+    bringOptionsBack();  // a first start
+}
+
 TEST_F(OptionsRescueTest, OptionsThatWereReadAskNothing) { offerOptions(*basMain::Options); }
 
 }  // namespace
