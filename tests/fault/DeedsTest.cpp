@@ -2,11 +2,14 @@
 // a restore, an archive.
 #include "Campaign.h"
 
+#include "config/LastGoodOptions.h"
 #include "config/clsOptions.h"
 #include "core/CopySettings.h"
 #include "core/DailyBackup.h"
 #include "core/DatabaseUpdater.h"
+#include "core/GoodCopy.h"
 #include "db/Archive.h"
+#include "db/DatabaseFile.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
@@ -236,6 +239,16 @@ TEST(Deeds, ACopyIsRestored) {
 
 namespace {
 
+const QString closedMix = u"mixes/closed/20260307-000000-0000000A.xml"_s;
+
+/// Put back, and not written down as such: a check would find a changed history. The journal lies in one place or the
+/// other at least.
+std::string putBackState(const QString& folder) {
+    const bool isOpen = !fileIn(folder, u"mixes/0000000A.xml"_s).isEmpty();
+    const bool isClosed = !fileIn(folder, closedMix).isEmpty();
+    return databaseState(folder) + (isOpen || isClosed ? "" : "\nthe mix is lost");
+}
+
 /// An archive beside the old file is of no harm; what bears its name is whole, and the file that gave batches away
 /// has it.
 std::string archiveState(const QString& folder) {
@@ -255,6 +268,55 @@ std::string archiveState(const QString& folder) {
 }
 
 }  // namespace
+
+TEST(Deeds, ADamagedDatabaseIsPutBack) {
+    campaign({.name = "put back",
+              .window = World::Window::None,
+              .prepare =
+                  [](World& world) {
+                      platform::backupDatabase(world.databasePath(), world.folder.path(u"kept.mdb"_s));
+                      support::runSql(world.databasePath(), u"DELETE FROM LogChem; DELETE FROM FormChem"_s);
+                      QDir(world.folder.path()).mkpath(u"mixes/closed"_s);
+                      world.folder.write(closedMix, "<Mix ID=\"0000000A\" State=\"logged\"><Formula/></Mix>");
+                  },
+              .act =
+                  [](World& world) {
+                      telling(world, [&] {
+                          GoodCopy copy;
+                          copy.path = world.folder.path(u"kept.mdb"_s);
+                          copy.unknownToIt = {{world.folder.path(closedMix), u"SV04260012"_s}};
+                          const QStringList left = putBack(copy, world.databasePath()).notOpened;
+                          if (!left.isEmpty())
+                              world.say(left.join(' '_L1));
+                      });
+                  },
+              .state = putBackState});
+}
+
+TEST(Deeds, ANewDatabaseIsMade) {
+    campaign(
+        {.name = "new database",
+         .window = World::Window::None,
+         .prepare = [](World&) {},
+         .act =
+             [](World& world) { telling(world, [&] { createDatabase(world.folder.path(u"new.mdb"_s)); }); },
+         .state = [](const QString& folder) { return recordsOf(folder + u"/new.mdb"_s); }});
+}
+
+TEST(Deeds, TheLastGoodOptionsAreTaken) {
+    campaign({.name = "last good options",
+              .window = World::Window::None,
+              .prepare =
+                  [](World& world) {
+                      basMain::Options->saveOptions();
+                      world.folder.write(u"options.xml"_s, "<Configuration><Opt");
+                  },
+              .act =
+                  [](World& world) {
+                      telling(world, [&] { lastGoodOptions::putBack(world.folder.path(u"options.xml"_s)); });
+                  },
+              .state = optionsState});
+}
 
 TEST(Deeds, OldBatchesAreArchived) {
     campaign({.name = "archive",
