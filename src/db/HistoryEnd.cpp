@@ -3,8 +3,10 @@
 #include "db/Archive.h"
 #include "history/HistoryChain.h"
 #include "history/HistorySeal.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
+#include "platform/data/sqlite/FileReader.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -17,6 +19,12 @@ namespace {
 
 using platform::number;
 using platform::Query;
+using platform::sqlite::FileReader;
+
+QString text(platform::Engine& database, const QString& sql) {
+    Query row(database, sql, {});
+    return row.step() ? row.value(0, platform::asText).toString() : QString();
+}
 
 struct Noted {
     HistoryHead head;
@@ -38,13 +46,69 @@ Noted notedIn(const QString& journal, const QString& identity) {
     return {headFromText(found.captured(1)), moment.match(content).captured(1)};
 }
 
+struct CopyEnd {
+    HistoryHead head;
+    QString moment;  ///< of its last row, UTC
+    QString path;
+};
+
+/// A count of 0 for a file that is no copy of this database, or none with a history.
+CopyEnd endOf(const QString& path, const QString& identity) {
+    try {
+        const FileReader copy(path, FileReader::Reading::AsItLies);
+        if (copy.rows(u"SELECT fid_Identity FROM FileIdentity"_s).value(0) != QStringList{identity})
+            return {};
+        const QStringList last =
+            copy.rows(
+                    u"SELECT HistoryID || ':' || hex(hst_Seal), hst_When FROM History WHERE hst_Seal IS NOT NULL "
+                    "ORDER BY HistoryID DESC LIMIT 1"_s)
+                .value(0);
+        return {headFromText(last.value(0)), last.value(1), path};
+    } catch (const platform::RuntimeError&) {  // of an older version, damaged, or none of the engine's files
+        return {};
+    }
+}
+
+/// With the longest history.
+CopyEnd longestCopy(const QString& file, const QStringList& programFolders, const QString& identity) {
+    QStringList folders{QFileInfo(file).absolutePath()};
+    for (const QString& folder : programFolders)
+        folders << folder << folder + u"/backups"_s;
+    folders.removeDuplicates();
+    CopyEnd longest;
+    for (const QString& folder : folders) {
+        for (const QFileInfo& found : QDir(folder).entryInfoList({u"*.mdb"_s}, QDir::Files)) {
+            if (found == QFileInfo(file))
+                continue;
+            if (CopyEnd end = endOf(found.absoluteFilePath(), identity); end.head.count > longest.head.count)
+                longest = std::move(end);
+        }
+    }
+    return longest;
+}
+
+QStringList copyProblems(platform::Engine& database, const CopyEnd& copy) {
+    const std::int64_t last = historyHead(database).count;
+    const std::int64_t first = number(database, u"SELECT min(HistoryID) FROM History"_s);
+    const QString restored =
+        text(database, u"SELECT max(hst_When) FROM History WHERE hst_What = 'restored'"_s);
+    if (copy.head.count < first || copy.moment < restored || holdsHead(database, copy.head))
+        return {};
+    if (last < copy.head.count)
+        return {
+            u"The history ends with row %1, but rows up to %2 are in the copy %3: its end was cut, or the file is an "
+            "older copy"_s.arg(last)
+                .arg(copy.head.count)
+                .arg(copy.path)};
+    return {u"The history does not go through its row %1 as the copy %2 has it: it was changed"_s
+                .arg(copy.head.count)
+                .arg(copy.path)};
+}
+
 /// When the file was last put back from a copy; empty when it never was.
 QString lastRestored(platform::Engine& database) {
-    Query row(database,
-              u"SELECT max(strftime('%Y-%m-%d %H:%M:%S', hst_When, hst_Zone || ' minutes')) FROM History "
-              "WHERE hst_What = 'restored'"_s,
-              {});
-    return row.step() ? row.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
+    return text(database, u"SELECT max(strftime('%Y-%m-%d %H:%M:%S', hst_When, hst_Zone || ' minutes')) FROM "
+                          "History WHERE hst_What = 'restored'"_s);
 }
 
 }  // namespace
@@ -58,6 +122,7 @@ QStringList historyEndProblems(const QString& file, const QStringList& programFo
     const QString identity = identityOf(database);
     const std::int64_t first = number(database, u"SELECT min(HistoryID) FROM History"_s);
     const QString restored = lastRestored(database);
+    QStringList problems = copyProblems(database, longestCopy(file, programFolders, identity));
     for (const QString& folder : programFolders) {
         QDirIterator journals(folder + u"/mixes"_s, {u"*.xml"_s}, QDir::Files, QDirIterator::Subdirectories);
         while (journals.hasNext()) {
@@ -65,13 +130,13 @@ QStringList historyEndProblems(const QString& file, const QStringList& programFo
             const auto [head, moment] = notedIn(journal, identity);
             const bool explained = head.count < first || moment < restored;
             if (head.count > 0 && !explained && !holdsHead(database, head))
-                return {
-                    u"The history does not go through its row %1 as %2 has noted it: it was changed or cut, or "
-                    "the file is an older copy"_s.arg(head.count)
-                        .arg(journal)};
+                return problems
+                       << u"The history does not go through its row %1 as %2 has noted it: it was changed or "
+                          "cut, or the file is an older copy"_s.arg(head.count)
+                              .arg(journal);
         }
     }
-    return {};
+    return problems;
 }
 
 }  // namespace sorvanto

@@ -6,9 +6,10 @@
 
 namespace sorvanto {
 
-/// One sentence when the chain does not go through a place that a mix journal in one of these folders has noted at a signing.
-/// A database that was put back from a copy, and says so, may lack what came after the copy; what an archive took along is not
-/// looked for. Throws as an open does.
+/// One sentence when the chain does not go through a place that a mix journal in one of these folders has noted at a
+/// signing, and one when it does not go through the end of a copy of the database: beside the file, in one of these
+/// folders or in "backups" there; of several the one with the longest history. A database that was put back from a copy,
+/// and says so, may lack what came after the copy; what an archive took along is not looked for. Throws as an open does.
 QStringList historyEndProblems(const QString& file, const QStringList& programFolders);
 
 }  // namespace sorvanto

@@ -90,6 +90,39 @@ TEST_F(HistoryToolTest, AnEndThatWasCutIsKnownFromTheJournalOfAMix) {
     EXPECT_TRUE(out.contains("The history does not go through its row 9 as ")) << qPrintable(out);
 }
 
+TEST_F(HistoryToolTest, AnEndThatWasCutIsKnownFromACopy) {
+    change({u"UPDATE Patient SET pat_Zip = '1'"_s});
+    QDir(folder.path()).mkpath("backups");
+    ASSERT_EQ(run({"backup", path("a.mdb"), path("backups/older.mdb")}), 0) << qPrintable(err);
+    change({u"UPDATE Patient SET pat_Zip = '2'"_s});
+    const QString rows = stored("SELECT max(HistoryID) FROM History");
+    ASSERT_EQ(run({"backup", path("a.mdb"), path("backups/newer.mdb")}), 0) << qPrintable(err);
+    folder.write("backups/none.mdb", "no database");
+    EXPECT_EQ(check(), 0) << qPrintable(out);
+    change({u"UPDATE Patient SET pat_Zip = '3'"_s});
+    EXPECT_EQ(check(), 0) << "longer than its copies: " << qPrintable(out);
+    stored("DROP TRIGGER History_Kept; DELETE FROM History WHERE HistoryID >= " + rows +
+           "; UPDATE sqlite_sequence SET seq = (SELECT max(HistoryID) FROM History) WHERE name = 'History'");
+    EXPECT_EQ(check(), 1);
+    EXPECT_TRUE(out.contains(
+        u"The history ends with row %1, but rows up to %2 are in the copy "_s.arg(rows.toInt() - 1)
+            .arg(rows)))
+        << qPrintable(out);
+    EXPECT_TRUE(out.contains("newer.mdb"));
+    change({u"UPDATE Patient SET pat_Zip = '4'"_s});
+    change({u"UPDATE Patient SET pat_Zip = '5'"_s});
+    EXPECT_EQ(check(), 1);
+    EXPECT_TRUE(out.contains(u"does not go through its row %1 as the copy "_s.arg(rows))) << qPrintable(out);
+}
+
+TEST_F(HistoryToolTest, ARestoreFromAnOlderCopyExplainsTheNewerOne) {
+    ASSERT_EQ(run({"backup", path("a.mdb"), path("older.mdb")}), 0);
+    change({u"UPDATE Patient SET pat_Zip = '1'"_s});
+    ASSERT_EQ(run({"backup", path("a.mdb"), path("newer.mdb")}), 0);
+    ASSERT_EQ(run({"restore", path("older.mdb"), path("a.mdb")}), 0) << qPrintable(err);
+    EXPECT_EQ(check(), 0) << qPrintable(out);
+}
+
 TEST_F(HistoryToolTest, ARestoreIsWrittenDownAndExplainsAShorterHistory) {
     ASSERT_EQ(run({"backup", path("a.mdb"), path("cop'y.mdb")}), 0);
     change({u"UPDATE Patient SET pat_Zip = '1'"_s});

@@ -3,7 +3,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/sqlite/Statement.h"
 
+#include <QUrl>
 #include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
 
 namespace platform::sqlite {
 
@@ -13,8 +16,12 @@ constexpr int readerPatienceMs = 5000;
 
 }  // namespace
 
-FileReader::FileReader(const QString& path) {
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &m_database, SQLITE_OPEN_READONLY, nullptr);
+FileReader::FileReader(const QString& path, Reading reading) {
+    const bool shared = reading == Reading::Shared;
+    const QByteArray address =
+        shared ? path.toUtf8() : QUrl::fromLocalFile(path).toEncoded() + "?immutable=1"_ba;
+    const int flags = SQLITE_OPEN_READONLY | (shared ? 0 : SQLITE_OPEN_URI);
+    const int code = sqlite3_open_v2(address.constData(), &m_database, flags, nullptr);
     if (code != SQLITE_OK) {
         const QString why = QString::fromUtf8(sqlite3_errmsg(m_database));
         sqlite3_close(m_database);

@@ -11,8 +11,12 @@ namespace platform::sqlite {
 
 class FileReader {
 public:
+    /// Shared: beside programs that write it. AsItLies: a file that nobody writes, without a lock or a file beside it;
+    /// what waits in its write-ahead log is not seen.
+    enum class Reading { Shared, AsItLies };
+
     /// Throws RuntimeError when the file can't be opened for reading.
-    explicit FileReader(const QString& path);
+    explicit FileReader(const QString& path, Reading reading = Reading::Shared);
     ~FileReader();
     FileReader(const FileReader&) = delete;
     FileReader& operator=(const FileReader&) = delete;
