@@ -1,11 +1,13 @@
 #include "core/HistoryWindow.h"
 
-#include "core/HistoryCaptions.h"
+#include "core/HistoryFileWindow.h"
 #include "core/TraceList.h"
+#include "platform/ask/Ask.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
+#include "reports/HistoryCaptions.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
@@ -25,10 +27,6 @@ namespace {
 using platform::grid;
 
 constexpr int momentWidth = 160, personWidth = 150, deedWidth = 90, fieldWidth = 230;
-
-QString personText(const QString& person) {
-    return person.isEmpty() ? translated(u"another program"_s) : person;
-}
 
 /// The last moment of that day, as the computer's clock has it now.
 QDateTime endOf(const QDate& day) { return QDateTime(day, QTime(23, 59, 59, 999)); }
@@ -51,11 +49,15 @@ HistoryWindow::HistoryWindow(const platform::ConnectionPtr& connection, Record r
       m_entries(historyOf(connection->engine(), m_record.table, m_record.key)), m_person(new QComboBox(this)),
       m_field(new QComboBox(this)), m_since(new platform::DateBox(this)), m_day(new platform::DateBox(this)),
       m_changes(new TraceList(u"grdChanges"_s, this)), m_past(new TraceList(u"grdPast"_s, this)),
-      m_message(new QLabel(this)) {
+      m_message(new QLabel(this)), m_use(new QPushButton(translated(u"Use these values"_s), this)) {
     setObjectName(u"HistoryWindow"_s);
     setWindowTitle(translated(u"History of %1"_s).replace(u"%1"_s, m_record.name));
     fillChoices();
     buildWindow();
+    if (m_record.since.isValid()) {
+        m_since->setWithTime(true);
+        m_since->setValue(m_record.since);
+    }
     connect(m_person, &QComboBox::currentIndexChanged, this, &HistoryWindow::showChanges);
     connect(m_field, &QComboBox::currentIndexChanged, this, &HistoryWindow::showChanges);
     connect(m_since, &platform::DateBox::valueEdited, this, &HistoryWindow::showChanges);
@@ -74,6 +76,12 @@ void HistoryWindow::buildWindow() {
     m_message->setWordWrap(true);
     m_message->setText(
         translated(u"Nothing is written down of this record: it was not changed since changes are kept."_s));
+    m_use->setObjectName(u"cmdUseValues"_s);
+    m_use->setAutoDefault(false);
+    m_use->setToolTip(
+        translated(u"Fills the boxes of the record as it is today; nothing is saved until you save it."_s));
+    m_use->hide();
+    QObject::connect(m_use, &QPushButton::clicked, this, &HistoryWindow::useValues);
     auto* close = new QPushButton(translated(u"Close"_s), this);
     close->setObjectName(u"cmdClose"_s);
     close->setAutoDefault(false);
@@ -92,8 +100,14 @@ void HistoryWindow::buildWindow() {
     top->addWidget(caption(translated(u"As it was on"_s), *m_day));
     top->addWidget(m_day);
     top->addStretch();
+    auto* all = new QPushButton(translated(u"All records"_s), this);
+    all->setObjectName(u"cmdAllRecords"_s);
+    all->setAutoDefault(false);
+    QObject::connect(all, &QPushButton::clicked, this, &HistoryWindow::showAll);
     auto* bottom = new QHBoxLayout;
+    bottom->addWidget(all);
     bottom->addStretch();
+    bottom->addWidget(m_use);
     bottom->addWidget(close);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
@@ -116,7 +130,7 @@ void HistoryWindow::fillChoices() {
     QStringList persons;
     QStringList fields;
     for (const HistoryEntry& entry : m_entries) {
-        persons << personText(entry.person);
+        persons << historyPerson(entry.person);
         for (const HistoryField& field : entry.fields)
             fields << historyCaption(field.name);
     }
@@ -132,15 +146,15 @@ void HistoryWindow::fillChoices() {
 }
 
 bool HistoryWindow::isWanted(const HistoryEntry& entry) const {
-    if (m_person->currentIndex() > 0 && personText(entry.person) != m_person->currentText())
+    if (m_person->currentIndex() > 0 && historyPerson(entry.person) != m_person->currentText())
         return false;
-    return !hasDay(*m_since) || entry.moment.date() >= m_since->value().date();
+    return !hasDay(*m_since) || historyClock(entry) >= m_since->value();
 }
 
 /// One row a field; who and when stand in the first of them.
 std::vector<QStringList> HistoryWindow::rowsOf(const HistoryEntry& entry) const {
-    QStringList head{platform::dateText(QDateTime(entry.moment.date(), entry.moment.time(), Qt::UTC)),
-                     personText(entry.person), historyDeed(entry)};
+    QStringList head{platform::dateText(historyClock(entry)), historyPerson(entry.person),
+                     historyDeed(entry)};
     std::vector<QStringList> rows;
     for (const HistoryField& field : entry.fields) {
         const QString name = fieldName(entry, field);
@@ -198,14 +212,67 @@ QMap<QString, HistoryWindow::Shown> HistoryWindow::shownAt(const QDateTime& mome
     return shown;
 }
 
+namespace {
+
+QDateTime always() { return QDateTime(QDate(9999, 12, 31), QTime()); }
+
+/// "Urea · Qty: 1.5, now 2"
+QString differenceText(const QString& field, const QString& then, const QString& now) {
+    const auto orNothing = [](const QString& value) { return value.isEmpty() ? u"–"_s : value; };
+    return translated(u"%1: %2, now %3"_s)
+        .replace(u"%3"_s, orNothing(now))
+        .replace(u"%2"_s, orNothing(then))
+        .replace(u"%1"_s, field);
+}
+
+}  // namespace
+
+/// Of the record itself what can be typed; of its lines what differs, in words.
+void HistoryWindow::offerValues(const ShownFields& then, const ShownFields& now) {
+    m_offered = {m_record.key, m_day->text(), {}, {}, {}};
+    const auto rowAt = [&](const QDateTime& moment) {
+        const auto rows = recordAsOf(m_connection->engine(), m_record.table, m_record.key, m_entries, moment);
+        return rows.empty() ? QMap<QString, QVariant>() : rows.front().values;
+    };
+    m_offered.then = rowAt(endOf(m_day->value().date()));
+    const QMap<QString, QVariant> today = rowAt(always());
+    for (auto field = m_offered.then.begin(); field != m_offered.then.end(); ++field) {
+        if (today.value(field.key()) != field.value())
+            m_offered.changed << field.key();
+    }
+    ShownFields lines = now;
+    lines.insert(then);
+    for (auto field = lines.begin(); field != lines.end(); ++field) {
+        const QString before = then.value(field.key()).value;
+        const QString after = now.value(field.key()).value;
+        if (field.key().startsWith("1 "_L1) && before != after)
+            m_offered.lines << differenceText(field->field, before, after);
+    }
+    m_use->setVisible(m_record.onShow && !m_offered.then.isEmpty() && !today.isEmpty());
+}
+
+void HistoryWindow::showAll() {
+    guarded(u"HistoryWindow:showAll"_s, [&] {
+        HistoryFileWindow window(m_connection, this);
+        platform::asker().showModal(window, [&] { window.exec(); });
+    });
+}
+
+void HistoryWindow::useValues() {
+    m_wanted = m_offered;
+    accept();
+}
+
 // What is another one now stands first.
 void HistoryWindow::showPast() {
     guarded(u"HistoryWindow:showPast"_s, [&] {
         m_past->setVisible(hasDay(*m_day));
+        m_use->setVisible(false);
         if (!hasDay(*m_day))
             return;
         const QMap<QString, Shown> then = shownAt(endOf(m_day->value().date()));
-        QMap<QString, Shown> now = shownAt(QDateTime(QDate(9999, 12, 31), QTime()));
+        QMap<QString, Shown> now = shownAt(always());
+        offerValues(then, now);
         std::vector<QStringList> rows;
         for (auto field = then.begin(); field != then.end(); ++field)
             rows.push_back({field->field, field->value, now.take(field.key()).value});

@@ -4,11 +4,13 @@
 
 #include "history/HistoryBook.h"
 #include "platform/data/Connection.h"
+#include "shared/PastValues.h"
 
 #include <QDialog>
 
 class QComboBox;
 class QLabel;
+class QPushButton;
 
 namespace platform {
 class DateBox;
@@ -26,9 +28,14 @@ public:
         QString table;
         std::int64_t key = 0;
         QString name;
+        bool onShow = false;  ///< on a screen whose boxes can be filled
+        QDateTime since{};    ///< what was before is not listed at first; invalid: all is
     };
 
     HistoryWindow(const platform::ConnectionPtr& connection, Record record, QWidget* parent = nullptr);
+
+    /// What the boxes are to be filled with; the key is 0 when the user did not want that.
+    const PastValues& wanted() const { return m_wanted; }
 
 private:
     void buildWindow();
@@ -44,6 +51,11 @@ private:
     /// By row and column.
     QMap<QString, Shown> shownAt(const QDateTime& moment) const;
 
+    using ShownFields = QMap<QString, Shown>;
+    void offerValues(const ShownFields& then, const ShownFields& now);
+    void useValues();
+    void showAll();
+
     platform::ConnectionPtr m_connection;
     Record m_record;
     std::vector<HistoryEntry> m_entries;
@@ -54,6 +66,8 @@ private:
     TraceList* m_changes;
     TraceList* m_past;
     QLabel* m_message;
+    QPushButton* m_use;
+    PastValues m_offered, m_wanted;
 };
 
 }  // namespace sorvanto

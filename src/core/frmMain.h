@@ -75,6 +75,8 @@ public:
     BatchLog& batchLog() override;
     ctlSorvanto& mixer() override;
     Dispensary* dispensary() override;
+    void showHistoryOf(const QString& table, std::int64_t key, const QString& name,
+                       const QDateTime& since) override;
 
     /// The hosted screen of that number; nullptr for the patient screen when it is switched off.
     RecordScreen* screen(int number) const { return m_screens.at(static_cast<std::size_t>(number)).get(); }
@@ -126,6 +128,7 @@ private:
     void newLotAdded(const clsChemical& lot, const std::map<std::int16_t, platform::Currency>& formerCosts);
     void showRepricing(const std::map<std::int16_t, platform::Currency>& formerCosts = {});
     void rereadFormulas();
+    void showWholeHistory();
     QString shownName() const;
     void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();

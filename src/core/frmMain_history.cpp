@@ -1,4 +1,5 @@
 // The history of the record on show.
+#include "core/HistoryFileWindow.h"
 #include "core/HistoryWindow.h"
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
@@ -15,8 +16,29 @@ void frmMain::showHistory() {
     guarded(u"frmMain:showHistory"_s, [&] {
         const auto* listed = dynamic_cast<const ListedScreen*>(screen(m_current));
         if (!listed || listed->shownKey() == 0)
-            return;
-        HistoryWindow window(openDB(), {listed->listedTable().table, listed->shownKey(), shownName()}, this);
+            return showWholeHistory();
+        HistoryWindow window(openDB(),
+                             {listed->listedTable().table, listed->shownKey(), shownName(), true, {}}, this);
+        platform::asker().showModal(window, [&] { window.exec(); });
+        const PastValues wanted = window.wanted();
+        const auto fill = [this, wanted] {
+            if (auto* boxes = dynamic_cast<TakesPastValues*>(screen(m_current)))
+                boxes->useValues(wanted);
+        };
+        if (wanted.key != 0)  // once this click has been delivered
+            QMetaObject::invokeMethod(this, fill, Qt::QueuedConnection);
+    });
+}
+
+void frmMain::showWholeHistory() {
+    HistoryFileWindow window(openDB(), this);
+    platform::asker().showModal(window, [&] { window.exec(); });
+}
+
+void frmMain::showHistoryOf(const QString& table, std::int64_t key, const QString& name,
+                            const QDateTime& since) {
+    guarded(u"frmMain:showHistory"_s, [&] {
+        HistoryWindow window(openDB(), {table, key, name, false, since}, this);
         platform::asker().showModal(window, [&] { window.exec(); });
     });
 }

@@ -92,25 +92,59 @@ QString linesOf(const QString& table) {
     return lines.value(table);
 }
 
+QString historyColumns() {
+    return u"HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Deed, hst_Note, hst_Person, hst_Name, "
+           "hst_Fields"_s;
+}
+
+HistoryEntry historyEntry(const Query& row) {
+    return {row.integer(0),
+            momentOf(row.value(1, asText).toString(), row.integer(2)),
+            row.value(3, asText).toString(),
+            row.integer(4),
+            row.value(5, asText).toString(),
+            row.value(6, asText).toString(),
+            row.value(7, asText).toString(),
+            row.value(8, asText).toString(),
+            row.value(9, asText).toString(),
+            readHistoryFields(row.value(10, asText).toString())};
+}
+
 std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key) {
     std::vector<HistoryEntry> entries;
     if (!hasHistory(database))
         return entries;
     Query row(
         database,
-        u"SELECT HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Deed, hst_Note, hst_Person, hst_Name, "
-        "hst_Fields FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s,
+        u"SELECT %1 FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? ORDER BY HistoryID DESC"_s.arg(
+            historyColumns()),
         {});
     row.bind(1, table);
     row.bind(2, linesOf(table));
     row.bind(3, qint64{key});
     while (row.step())
-        entries.push_back({row.integer(0), momentOf(row.value(1, asText).toString(), row.integer(2)),
-                           row.value(3, asText).toString(), row.integer(4), row.value(5, asText).toString(),
-                           row.value(6, asText).toString(), row.value(7, asText).toString(),
-                           row.value(8, asText).toString(), row.value(9, asText).toString(),
-                           readHistoryFields(row.value(10, asText).toString())});
+        entries.push_back(historyEntry(row));
     return entries;
+}
+
+std::optional<std::int64_t> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
+                                         const QDateTime& moment) {
+    if (!hasHistory(database))
+        return std::nullopt;
+    const QString clock = u"strftime('%Y-%m-%d %H:%M:%f', hst_When, hst_Zone || ' minutes')"_s;
+    Query count(
+        database,
+        u"SELECT count(*), (SELECT %1 <= ?1 FROM History ORDER BY HistoryID LIMIT 1) FROM History WHERE "
+        "hst_Table IN (?2, ?3) AND hst_Record = ?4 AND %1 >= ?1 AND "
+        "hst_What IN ('made', 'changed', 'deleted')"_s.arg(clock),
+        {});
+    count.bind(1, moment.toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s));
+    count.bind(2, table);
+    count.bind(3, linesOf(table));
+    count.bind(4, qint64{key});
+    if (!count.step() || (count.integer(0) == 0 && count.integer(1) == 0))
+        return std::nullopt;
+    return count.integer(0);
 }
 
 std::vector<PastRow> recordAsOf(platform::Engine& database, const QString& table, std::int64_t key,

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "history/HistoryFields.h"
-#include "platform/data/Engine.h"
+#include "platform/data/Query.h"
 
 #include <QDateTime>
 #include <QMap>
 #include <QString>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -25,8 +26,17 @@ struct HistoryEntry {
     std::vector<HistoryField> fields;
 };
 
+/// The columns of History that an entry is read from, and an entry out of them.
+QString historyColumns();
+HistoryEntry historyEntry(const platform::Query& row);
+
 /// Of the record and of its lines, newest first.
 std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key);
+
+/// How often the record and its lines were made, changed or deleted since that moment by the clock of the computer, as the
+/// history of the record lists them; nothing where the history began later and so can't tell of none.
+std::optional<std::int64_t> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
+                                         const QDateTime& moment);
 
 /// A row of the record, or of its lines, as it was: values by column.
 struct PastRow {

@@ -236,6 +236,18 @@ bool MixJournal::noteClosedDeletion(const ClosedMix& mix, const BatchRows& rows)
     return true;
 }
 
+void MixJournal::noteRestored(const BatchRows& rows) {
+    m_deletion.reset();
+    for (const ClosedMix& mix : closed()) {
+        auto entry = mix.state == JournalState::Deleted ? journal_file::read(mix.path) : std::nullopt;
+        if (!entry || !isOf(*entry, rows))
+            continue;
+        entry->state = JournalState::Logged;
+        journal_file::write(*entry, mix.path);
+        return;
+    }
+}
+
 void MixJournal::undoDeletion() {
     if (!m_deletion)
         return;

@@ -88,6 +88,9 @@ public:
     void noteDeletion(const BatchRows& rows);
     /// The deletion that was noted last did not come about.
     void undoDeletion();
+    /// A batch that the user had deleted is in the log again, whole: its mix is closed as logged. Nothing happens when the
+    /// journal does not know it as deleted.
+    void noteRestored(const BatchRows& rows);
 
 private:
     JournalEntry& entry(const protocol::MixId& mix);

@@ -79,6 +79,8 @@ public:
     /// can't be written.
     void noteDeletion(const BatchRows& rows) { m_journal.noteDeletion(rows); }
     void undoDeletion() { m_journal.undoDeletion(); }
+    /// A batch that was deleted is in the log again. Throws when the journal can't be written.
+    void noteRestored(const BatchRows& rows) { m_journal.noteRestored(rows); }
 
     std::vector<Offer> offers() const;
     /// Whether a mix of the open database was started that may still be logged.

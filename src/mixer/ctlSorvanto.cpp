@@ -89,6 +89,7 @@ void ctlSorvanto::databaseOpened() { d->session.databaseOpened(); }
 void ctlSorvanto::takeDown(const BatchRows& rows) { d->session.takeDown(rows); }
 void ctlSorvanto::noteDeletion(const BatchRows& rows) { d->session.noteDeletion(rows); }
 void ctlSorvanto::undoDeletion() { d->session.undoDeletion(); }
+void ctlSorvanto::noteRestored(const BatchRows& rows) { d->session.noteRestored(rows); }
 
 const Reconciliation& ctlSorvanto::reconciliation() const { return d->session.reconciliation(); }
 

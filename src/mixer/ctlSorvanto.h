@@ -79,6 +79,8 @@ public:
     /// when the journal can't be written: then it must not be deleted.
     void noteDeletion(const BatchRows& rows);
     void undoDeletion();
+    /// A batch that was deleted is in the log again. Throws when the journal can't be written.
+    void noteRestored(const BatchRows& rows);
     /// What became of every preparation, as of the last start, signing or putting aside.
     const Reconciliation& reconciliation() const;
 

@@ -88,6 +88,7 @@ std::int16_t frmSorvanto::closeForm() {
 void frmSorvanto::takeDown(const BatchRows& rows) { ctlSorvanto1->takeDown(rows); }
 void frmSorvanto::noteDeletion(const BatchRows& rows) { ctlSorvanto1->noteDeletion(rows); }
 void frmSorvanto::undoDeletion() { ctlSorvanto1->undoDeletion(); }
+void frmSorvanto::noteRestored(const BatchRows& rows) { ctlSorvanto1->noteRestored(rows); }
 
 void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
                                        const platform::XmlDocumentPtr& results) {

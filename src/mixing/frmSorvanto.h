@@ -36,6 +36,7 @@ private:
     void takeDown(const BatchRows& rows) override;
     void noteDeletion(const BatchRows& rows) override;
     void undoDeletion() override;
+    void noteRestored(const BatchRows& rows) override;
 
     BatchBook m_log;
     ctlSorvanto* ctlSorvanto1;

@@ -15,7 +15,7 @@ public:
     bool isArchived(const Batch& batch) override;
 };
 
-/// The mixer's journal as the log record sees it. Both functions throw when the journal can't be written.
+/// The mixer's journal as the log record sees it. All of them throw when the journal can't be written.
 class BatchJournal {
 public:
     virtual ~BatchJournal() = default;
@@ -24,6 +24,8 @@ public:
     /// This batch is about to be deleted; undoDeletion when it was not.
     virtual void noteDeletion(const BatchRows& rows) = 0;
     virtual void undoDeletion() = 0;
+    /// This batch, deleted earlier, is in the log again as it was.
+    virtual void noteRestored(const BatchRows& rows) = 0;
 };
 
 /// Set at start by the mixing layer; nothing without a mixer.

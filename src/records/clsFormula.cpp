@@ -194,6 +194,11 @@ clsFormulaPtr clsFormula::saveFormula(const clsFormulaPtr& Formula) {
     });
 }
 
+void clsFormula::openIngredients() {
+    setTotals(*this, readTotals(FormulaID));
+    Chemical = openLines(LineColumns::Short, FormulaID);
+}
+
 bool clsFormula::deleteChemical(std::int16_t FormChemID) {
     return guarded(u"clsFormula:deleteChemical"_s, false, [&] {
         strSQL = u"DELETE "_s;

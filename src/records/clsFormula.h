@@ -43,6 +43,8 @@ public:
     clsFormulaPtr openFormula(std::int16_t key, const QString& Search);
     clsFormulaPtr saveFormula(const clsFormulaPtr& Formula);
     bool deleteChemical(std::int16_t FormChemID);
+    /// Reads the ingredients and their totals anew.
+    void openIngredients();
     bool addChemical(QString& Search);
     clsFormulaPtr copyFormula(const clsFormulaPtr& Formula);
 

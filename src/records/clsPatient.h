@@ -33,6 +33,8 @@ public:
     bool addRX(QString Search);
     /// Failures go to the caller.
     bool deleteRX(std::int16_t RXsID);
+    /// Reads the prescriptions anew.
+    void openRXs();
 
 private:
     QString strSQL;

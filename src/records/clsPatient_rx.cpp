@@ -57,6 +57,8 @@ bool clsPatient::addRX(QString Search) {
     });
 }
 
+void clsPatient::openRXs() { RXs = openPrescriptions(PatientID, PrescriptionOrder::None); }
+
 bool clsPatient::deleteRX(std::int16_t RXsID) {
     strSQL = u"DELETE "_s;
     strSQL += u"FROM [RXs] "_s;

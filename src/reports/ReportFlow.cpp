@@ -22,8 +22,8 @@ namespace {
 
 /// Files beside the program are its user's alone; one under a name of his own choice is what his customs make it.
 QString noteOfSaved(const QString& report) {
-    const bool namesPatients =
-        report == "rptPatient"_L1 || report == "rptRX8160"_L1 || report == "rptRecall"_L1;
+    const bool namesPatients = report == "rptPatient"_L1 || report == "rptRX8160"_L1 ||
+                               report == "rptRecall"_L1 || report == "rptHistory"_L1;
     return namesPatients ? translated(u"The saved file names patients. Keep it where nobody else reads it."_s)
                          : QString();
 }

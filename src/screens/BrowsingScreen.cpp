@@ -170,22 +170,6 @@ void BrowsingScreen::cmdDelete() {
     moveFirst();
 }
 
-void BrowsingScreen::recordDeleted(const DraftRecord& record) {
-    clearForm();
-    moveFirst();
-    getData();
-    announceDeleted(record);
-}
-
-void BrowsingScreen::announceDeleted(const DraftRecord& record) {
-    if (!holds(record.key))
-        announceDeleted(record.name);
-}
-
-void BrowsingScreen::announceDeleted(const QString& name) {
-    announce(translated(u"%1 deleted"_s).replace(u"%1"_s, name));
-}
-
 void BrowsingScreen::recordSaved() {
     typingEnded();
     announce(translated(u"Saved %1"_s).replace(u"%1"_s, platform::timeOfDay(platform::now().time())));

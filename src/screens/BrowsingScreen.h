@@ -3,11 +3,13 @@
 #pragma once
 
 #include "platform/data/Recordset.h"
+#include "records/Restoration.h"
 #include "screens/ControlWalk.h"
 #include "screens/DraftKeeper.h"
 #include "screens/ToolStates.h"
 #include "shared/DraftedScreen.h"
 #include "shared/ListedScreen.h"
+#include "shared/PastValues.h"
 #include "shared/RecordScreen.h"
 
 #include <QString>
@@ -31,7 +33,10 @@ struct BrowsedRecords {
     bool emptyWhileLocked = false;
 };
 
-class BrowsingScreen : public RecordScreen, public DraftedScreen, public ListedScreen {
+class BrowsingScreen : public RecordScreen,
+                       public DraftedScreen,
+                       public ListedScreen,
+                       public TakesPastValues {
     Q_OBJECT
 
 public:
@@ -66,6 +71,7 @@ public:
     void showRecord(std::int16_t key) override;
     /// The record on show as the file has it now, unless it is being changed; the boxes follow with refreshForm.
     void rereadRecord();
+    void useValues(const PastValues& past) override;
 
 protected:
     BrowsingScreen(BrowsedRecords records, QWidget* parent);
@@ -83,6 +89,9 @@ protected:
     void typingEnded() { m_drafts.settled(recordOnView()); }
     /// The record on view is in the database, as typed.
     void recordSaved();
+
+    /// Fills what is neither box nor line; true when that changes it.
+    virtual bool fillPastParts(const PastValues& /*past*/) { return false; }
 
     /// Opens the record of that key and adopts it.
     virtual void openRecord(std::int16_t key) = 0;
@@ -104,11 +113,21 @@ protected:
     virtual void dropNewRecord() {}
     /// Asks and deletes the record on view.
     virtual void deleteRecord() = 0;
-    /// record: as it was when the user was asked. The first move still runs on the set from before the deletion.
-    void recordDeleted(const DraftRecord& record);
-    /// Says it, where the set was opened anew without the record.
-    void announceDeleted(const DraftRecord& record);
-    static void announceDeleted(const QString& name);
+    /// What the user is asked to delete, from before the question.
+    struct Asked {
+        DeletedRecord deleted;
+        QString name;
+    };
+    Asked askedRecord() const;
+    /// The first move still runs on the set from before the deletion.
+    void recordDeleted(const Asked& asked);
+    /// Says it, where the set was opened anew without the record, and offers to take it back.
+    void announceDeleted(const Asked& asked);
+    void announceLineDeleted(const Asked& asked);
+    /// A line of the record on view is there again; what is typed into the boxes stays.
+    virtual void showLinesAnew() {}
+    /// What that box shows now is nobody's typing.
+    void shownByProgram(const QString& control) { m_drafts.shownByProgram(control); }
     virtual void cmdEdit();
     virtual void cmdSave();
     virtual void cmdCancel();
@@ -141,6 +160,11 @@ private:
     void announceThrownAway(const std::shared_ptr<ThrownAway>& thrown);
     void haveBack(const ThrownAway& thrown);
     void haveNewRecordBack(const ThrownAway& thrown);
+    void offerUndo(const Asked& asked);
+    void undo(const Asked& asked);
+    void showRestored(const DeletedRecord& record);
+    bool unlockedFor(std::int64_t key);
+    std::vector<DraftField> fieldsOf(const PastValues& past) const;
     void clickTool(const char* band, const QString& name) const;
 
     const BrowsedRecords m_records;

@@ -140,6 +140,18 @@ bool DraftKeeper::fits(const Draft& draft) const {
     });
 }
 
+void DraftKeeper::type(const std::vector<DraftField>& fields) {
+    std::vector<DraftField> replaced = m_boxes.typed();
+    std::erase_if(replaced, [&](const DraftField& was) {
+        return std::none_of(fields.begin(), fields.end(),
+                            [&](const DraftField& field) { return field.control == was.control; });
+    });
+    offer({}, replaced);
+    m_boxes.type(fields);
+    write();
+    look();
+}
+
 void DraftKeeper::bringBack(const Draft& draft) {
     Draft cells = draft;
     std::erase_if(cells.fields, [](const DraftField& field) { return !field.cell; });

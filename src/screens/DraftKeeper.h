@@ -49,6 +49,12 @@ public:
     /// stays on offer in a draft of its own.
     void bringBack(const Draft& draft);
 
+    void shownByProgram(const QString& control) {
+        m_boxes.stillTyped({control, {}, {}, m_boxes.shown(control)});
+    }
+    /// Types the texts into their boxes. What was typed there is put on offer.
+    void type(const std::vector<DraftField>& fields);
+
 signals:
     void typedChanged();
 

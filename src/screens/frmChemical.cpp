@@ -143,7 +143,7 @@ void frmChemical::searchChemical(const QString& searchText) {
 
 void frmChemical::deleteChemical() {
     guarded(u"frmChemical:deleteChemical"_s, [&] {
-        const DraftRecord asked = recordOnView();
+        const Asked asked = askedRecord();
         if (clsChemical().deleteChemical(m_chemical, false))
             recordDeleted(asked);
     });

@@ -204,7 +204,7 @@ void frmFormula::searchFormula(QString searchText) {
 
 void frmFormula::deleteFormula() {
     guarded(u"frmFormula:deleteFormula"_s, [&] {
-        const DraftRecord asked = recordOnView();
+        const Asked asked = askedRecord();
         if (clsFormula().deleteFormula(m_formula, false))
             recordDeleted(asked);
     });
@@ -297,6 +297,7 @@ void frmFormula::cmdRemove_Click() {
         const clsFormulaPtr formula = m_formula;
         const QVariant line = m_ui->grdIngredients->currentValue(0);
         const QVariant name = m_ui->grdIngredients->currentValue(1);
+        const Asked asked{aboutToDelete(u"FormChem"_s, line.toLongLong()), name.toString()};
         bool deleted = false;
         const platform::BoxStyle style{
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
@@ -306,8 +307,18 @@ void frmFormula::cmdRemove_Click() {
         saveForm();
         refreshForm();
         if (deleted)
-            announceDeleted(name.toString());
+            announceLineDeleted(asked);
     });
+}
+
+// The cost follows from the lines.
+void frmFormula::showLinesAnew() {
+    m_ui->grdIngredients->commitEdit();
+    clsFormula& formula = platform::deref(m_formula);
+    formula.openIngredients();
+    m_ui->grdIngredients->setDataSource(formula.Chemical);
+    m_ui->txtfrm_Cost->setText(formula.frm_Cost.toText());
+    shownByProgram(m_ui->txtfrm_Cost->objectName());
 }
 
 }  // namespace sorvanto

@@ -53,7 +53,9 @@ protected:
     void search(const QString& searchText) override { searchFormula(searchText); }
     void addRecord() override;
     void dropNewRecord() override { clsFormula().deleteFormula(m_formula, true); }
+    void showLinesAnew() override;
     void deleteRecord() override { deleteFormula(); }
+    bool fillPastParts(const PastValues& past) override;
     DraftRecord recordOnView() const override;
     void fillForm() override;
     void emptyForm() override;

@@ -219,4 +219,15 @@ void frmFormula::populateMix(const platform::XmlDocumentPtr& document) {
     });
 }
 
+// The steps and settings of a mix are one document.
+bool frmFormula::fillPastParts(const PastValues& past) {
+    if (!past.changed.contains(u"frm_Mix"_s))
+        return false;
+    const platform::XmlDocumentPtr mix = platform::XmlDocument::create();
+    if (const QString text = past.then.value(u"frm_Mix"_s).toString(); !text.isEmpty())
+        mix->loadXML(text);
+    populateMix(mix);
+    return true;
+}
+
 }  // namespace sorvanto

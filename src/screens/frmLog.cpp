@@ -12,6 +12,7 @@
 #include "platform/widgets/Theme.h"
 #include "screens/BatchCard.h"
 #include "screens/Designed.h"
+#include "screens/RecipeChanges.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
@@ -60,11 +61,14 @@ const std::vector<RecordFields<clsLog>::Row> logFields{
     {&clsLog::log_AWP, "txtlog_AWP", "lblfrm_AWP", "AWP", shownOnly},
 };
 
+constexpr int verifiedRow = 5;
+constexpr int lastColumn = 3;
+
 }  // namespace
 
 frmLog::frmLog(QWidget* parent)
     : BrowsingScreen(logRecords, parent), m_ui(designed<Ui::frmLog>(this)), m_log(std::make_shared<clsLog>()),
-      m_fields(*this, logFields) {
+      m_fields(*this, logFields), m_recipeChanges(new RecipeChanges(this)) {
     m_fields.addLabels(*this, {
                                   {"lblInterrupted", "interrupted"},
                                   {"lbllog_PreGrind", "Pre Grind"},
@@ -92,6 +96,8 @@ frmLog::frmLog(QWidget* parent)
                                       {.field = u"lch_AWP"_s, .caption = u"AWP"_s, .width = 112},
                                       {.field = u"lch_NDC"_s, .caption = u"NDC"_s, .width = 128},
                                       {.field = u"lch_Supplier"_s, .caption = u"Supplier"_s, .width = 168}});
+    m_ui->layout28->addWidget(m_recipeChanges, verifiedRow, lastColumn, Qt::AlignLeft | Qt::AlignVCenter);
+    QWidget::setTabOrder(m_ui->txtlog_Verified, m_recipeChanges);
     addTools();
 }
 
@@ -269,7 +275,7 @@ void frmLog::emptyForm() {
 
 void frmLog::deleteLog() {
     guarded(u"frmLog:deleteLog"_s, [&] {
-        DraftRecord asked = recordOnView();
+        Asked asked = askedRecord();
         asked.name = platform::deref(m_log).log_Lot + u", "_s + asked.name;
         if (clsLog().deleteLog(m_log))
             recordDeleted(asked);

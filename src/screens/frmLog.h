@@ -17,6 +17,8 @@ class frmLog;
 
 namespace sorvanto {
 
+class RecipeChanges;
+
 class frmLog : public BrowsingScreen, public BatchLog {
     Q_OBJECT
 
@@ -64,6 +66,7 @@ private:
     std::unique_ptr<Ui::frmLog> m_ui;
     clsLogPtr m_log;
     RecordFields<clsLog> m_fields;
+    RecipeChanges* m_recipeChanges;
     platform::RecordsetPtr m_ingredients;  ///< the lines the grid is bound to
 };
 

@@ -3,6 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "reports/ReportTexts.h"
 #include "screens/MixList.h"
+#include "screens/RecipeChanges.h"
 #include "screens/frmLog.h"
 #include "shared/Guard.h"
 #include "ui_frmLog.h"
@@ -31,6 +32,7 @@ void frmLog::fillForm() {
         m_ui->grdIngredients->setAllowUpdate(false);
         populateMix(log.log_Mix);
         populateResults(log.log_Results);
+        m_recipeChanges->showFor(log);
         m_ui->lblInterrupted->setVisible(wasInterrupted(log.log_Results).value_or(false));
     });
 }

@@ -194,7 +194,7 @@ void frmPatient::searchPatient(const QString& searchText) {
 
 void frmPatient::deletePatient() {
     guarded(u"frmPatient:deletePatient"_s, [&] {
-        const DraftRecord asked = recordOnView();
+        const Asked asked = askedRecord();
         if (clsPatient().deletePatient(m_patient, false)) {
             moveFirst();
             getData();

@@ -41,6 +41,7 @@ protected:
     void search(const QString& searchText) override { searchPatient(searchText); }
     void addRecord() override;
     void dropNewRecord() override { clsPatient().deletePatient(m_patient, true); }
+    void showLinesAnew() override;
     void deleteRecord() override { deletePatient(); }
     DraftRecord recordOnView() const override;
     void fillForm() override;

@@ -98,12 +98,18 @@ void frmPatient::cmdDeleteRX_Click() {
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
         if (platform::MsgBox(translated(u"Are you sure?"_s), style, u"Delete RX"_s) != platform::Answer::Yes)
             return;
+        const Asked asked{aboutToDelete(u"RXs"_s, prescription.toLongLong()), name.toString()};
         const bool deleted = platform::deref(patient).deleteRX(platform::toInt16(prescription));
         saveForm();
         refreshForm();
         if (deleted)
-            announceDeleted(name.toString());
+            announceLineDeleted(asked);
     });
+}
+
+void frmPatient::showLinesAnew() {
+    platform::deref(m_patient).openRXs();
+    m_ui->grdRXs->setDataSource(m_patient->RXs);
 }
 
 bool frmPatient::cmdMake() {

@@ -2,7 +2,9 @@
 // and the few screens that others call.
 #pragma once
 
+#include <QDateTime>
 #include <QString>
+#include <cstdint>
 
 namespace platform {
 class CommandBar;
@@ -43,6 +45,9 @@ public:
     virtual ctlSorvanto& mixer() = 0;
     /// nullptr where patients are not shown.
     virtual Dispensary* dispensary() { return nullptr; }
+    /// Shows what was written down of the record from that moment on, by the clock of the computer.
+    virtual void showHistoryOf(const QString& /*table*/, std::int64_t /*key*/, const QString& /*name*/,
+                               const QDateTime& /*since*/) {}
 };
 
 }  // namespace sorvanto

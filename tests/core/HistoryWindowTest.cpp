@@ -1,8 +1,8 @@
 // The history of a record, as its user sees it: who changed what, filtered, and what the record was on a day.
 #include "core/HistoryWindow.h"
-#include "core/HistoryCaptions.h"
 #include "history/HistoryTest.h"
 #include "platform/widgets/Boxes.h"
+#include "reports/HistoryCaptions.h"
 
 #include <QAbstractItemModel>
 #include <QComboBox>

@@ -2,6 +2,7 @@
 #include "MatrixTest.h"
 
 #include "config/frmWizard.h"
+#include "core/HistoryFileWindow.h"
 #include "platform/ask/Ask.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PreviewWindow.h"
@@ -149,6 +150,14 @@ std::vector<ModalThing> MatrixTest::windows() {
              d.happensIn(u"PriceWindow"_s);
              const QString path = d.folder.path(u"list.csv"_s);
              PriceWindow window(openDB(), PriceFile(path), path, d.window.get());
+             platform::asker().showModal(window, [&] { window.exec(); });
+         }},
+        {"Change history",
+         {u"core/HistoryWindow showModal"_s, u"class HistoryFileWindow"_s},
+         [](D& d) {
+             d.click(u"cmdFormulas"_s);
+             d.happensIn(u"HistoryFileWindow"_s);
+             HistoryFileWindow window(openDB(), d.window.get());
              platform::asker().showModal(window, [&] { window.exec(); });
          }},
         {"Language wizard",

@@ -16,6 +16,7 @@
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
 #include "platform/widgets/Boxes.h"
+#include "records/Restoration.h"
 #include "reports/rptChemicals.h"
 #include "shared/Translator.h"
 
@@ -90,6 +91,25 @@ TEST(Deeds, ABatchIsDeleted) {
               .act = [](World& world) { world.click(u"cmdDelete"_s); },
               .state = databaseState,
               .inSteps = true});
+}
+
+TEST(Deeds, ADeletionIsTakenBack) {
+    DeletedRecord deleted;
+    campaign({.name = "restored formula",
+              .prepare =
+                  [&](World& world) {
+                      chooseFormula(world);
+                      deleted = aboutToDelete(u"Formula"_s, 1);
+                      world.click(u"cmdDelete"_s);
+                  },
+              .act =
+                  [&](World& world) {
+                      telling(world, [&] {
+                          if (takeBackDeletion(deleted) != Restored::Whole)
+                              world.say(u"not restored"_s);
+                      });
+                  },
+              .state = databaseState});
 }
 
 TEST(Deeds, OptionsAreSaved) {

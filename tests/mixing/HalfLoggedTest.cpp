@@ -4,6 +4,7 @@
 
 #include "history/HistoryChain.h"
 #include "mixer/MixJournal.h"
+#include "records/Restoration.h"
 #include "records/clsLog.h"
 #include "support/Hindrances.h"
 #include "support/KilledChild.h"
@@ -62,6 +63,13 @@ protected:
         clsLog().deleteLog(log);
     }
 };
+
+void keepAHistory() {
+    QFile history(QString::fromLatin1(SORVANTO_SOURCE_DIR "/data/history.sql"));
+    ASSERT_TRUE(history.open(QIODevice::ReadOnly));
+    support::runSql(basMain::databaseLocation(), QString::fromUtf8(history.readAll()));
+    basMain::gConnection->close();  // opened anew it keeps history
+}
 
 }  // namespace
 
@@ -322,10 +330,7 @@ TEST_F(HalfLoggedTest, EachPreparationIsAccountedForOrNamed) {
 
 // A history whose end is cut later is known from there.
 TEST_F(HalfLoggedTest, TheJournalNotesWhereTheHistoryStood) {
-    QFile history(QString::fromLatin1(SORVANTO_SOURCE_DIR "/data/history.sql"));
-    ASSERT_TRUE(history.open(QIODevice::ReadOnly));
-    sql(QString::fromUtf8(history.readAll()));
-    basMain::gConnection->close();  // opened anew it keeps history
+    keepAHistory();
     leaveFinishedMix();
     MixerDesk& at = restart();
     openDB()->execute("UPDATE Chemical SET chm_Notes = 'x' WHERE ChemicalID = 1");
@@ -335,5 +340,28 @@ TEST_F(HalfLoggedTest, TheJournalNotesWhereTheHistoryStood) {
     EXPECT_TRUE(closedFile().contains(toText(head).toUtf8()));
     EXPECT_EQ(historyHead(basMain::gConnection->engine()).count, 6) << "the batch and its three lines";
     EXPECT_TRUE(chainProblems(basMain::gConnection->engine()).isEmpty());
+    desk.reset();
+}
+
+TEST_F(HalfLoggedTest, ARestoredBatchIsNoLongerNotedAsDeleted) {
+    keepAHistory();
+    leaveFinishedMix();
+    ASSERT_TRUE(restart().logTheOffer());
+    EXPECT_EQ(
+        str(sqlText("SELECT hst_Table, hst_Deed FROM History WHERE hst_What = 'made' ORDER BY HistoryID")),
+        "Log|signed\nLogChem|signed\nLogChem|signed\nLogChem|signed");
+    const QString before = sqlText("SELECT * FROM Log; SELECT * FROM LogChem");
+    const DeletedRecord deleted = aboutToDelete("Log", 1);
+    asker.expectMsgBox("Delete Cooling Gel ?", platform::deletionStyle, platform::Answer::Yes);
+    const auto log = std::make_shared<clsLog>();
+    log->openLog(1, {});
+    ASSERT_TRUE(clsLog().deleteLog(log));
+    ASSERT_TRUE(closedFile().contains("State=\"deleted\""));
+    EXPECT_EQ(takeBackDeletion(deleted), Restored::Whole);
+    EXPECT_TRUE(closedFile().contains("State=\"logged\""));
+    EXPECT_EQ(str(sqlText("SELECT * FROM Log; SELECT * FROM LogChem")), str(before));
+    EXPECT_FALSE(restart().offers());
+    sql("DELETE FROM Log");  // as a copy from before it was logged has it
+    EXPECT_TRUE(restart().offers()) << "as any batch that was logged";
     desk.reset();
 }

@@ -1,4 +1,4 @@
-#include "core/HistoryCaptions.h"
+#include "reports/HistoryCaptions.h"
 
 #include "history/HistoryDeed.h"
 #include "platform/basic/Dates.h"
@@ -135,7 +135,58 @@ QString historyDeed(const HistoryEntry& entry) {
         return translated(u"changed"_s);
     if (what == "deleted"_L1)
         return translated(u"deleted"_s);
+    if (what == "begun"_L1)
+        return translated(u"begun"_s);
+    if (what == "restored"_L1)
+        return translated(u"restored"_s);
+    if (what.startsWith("archive"_L1))
+        return translated(u"archived"_s);
     return translated(u"blanked"_s);
+}
+
+QString historyKind(const QString& table) {
+    if (table == "Chemical"_L1)
+        return translated(u"Chemical"_s);
+    if (table == "Formula"_L1)
+        return translated(u"Formula"_s);
+    if (table == "FormChem"_L1)
+        return translated(u"Ingredient"_s);
+    if (table == "Log"_L1)
+        return translated(u"Batch"_s);
+    if (table == "LogChem"_L1)
+        return translated(u"Ingredient of a batch"_s);
+    if (table == "Patient"_L1)
+        return translated(u"Patient"_s);
+    return table == "RXs"_L1 ? translated(u"Prescription"_s) : QString();
+}
+
+QDateTime historyClock(const HistoryEntry& entry) {
+    return QDateTime(entry.moment.date(), entry.moment.time(), Qt::UTC);
+}
+
+QString historyPerson(const QString& person) {
+    return person.isEmpty() ? translated(u"another program"_s) : person;
+}
+
+std::vector<QStringList> historyLines(const HistoryEntry& entry) {
+    const bool deleted = entry.what == "deleted"_L1;
+    QStringList record{historyKind(entry.table), entry.name};
+    record.removeAll(QString());
+    QStringList head{platform::dateText(historyClock(entry)), historyPerson(entry.person), historyDeed(entry),
+                     record.join(u": "_s)};
+    std::vector<QStringList> lines;
+    for (const HistoryField& field : entry.fields) {
+        const QString name = historyCaption(field.name);
+        const QString before = historyValue(field.name, deleted ? field.after : field.before);
+        const QString after = deleted ? QString() : historyValue(field.name, field.after);
+        if (name.isEmpty() || (entry.what != "changed"_L1 && before.isEmpty() && after.isEmpty()))
+            continue;
+        lines.push_back(head + QStringList{name, before, after});
+        head = {QString(), QString(), QString(), QString()};
+    }
+    if (lines.empty())
+        lines.push_back(head + QStringList{QString(), QString(), QString()});
+    return lines;
 }
 
 }  // namespace sorvanto

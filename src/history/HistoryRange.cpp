@@ -1,0 +1,66 @@
+#include "history/HistoryRange.h"
+
+#include "history/HistorySeal.h"
+#include "platform/data/Query.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::Query;
+
+constexpr int portion = 500;
+
+const QString withinDays =
+    u"date(hst_When, hst_Zone || ' minutes') >= ?1 AND date(hst_When, hst_Zone || ' minutes') <= ?2"_s;
+
+void bindDays(Query& query, const QDate& first, const QDate& last) {
+    query.bind(1, first.isValid() ? first.toString(Qt::ISODate) : u"0000-01-01"_s);
+    query.bind(2, last.isValid() ? last.toString(Qt::ISODate) : u"9999-12-31"_s);
+}
+
+}  // namespace
+
+HistoryRange::HistoryRange(platform::Engine& database, const QDate& first, const QDate& last,
+                           HistoryOrder order)
+    : m_database(database), m_first(first), m_last(last), m_order(order),
+      m_reached(order == HistoryOrder::OldestFirst ? 0 : std::numeric_limits<std::int64_t>::max()) {}
+
+void HistoryRange::readOn() {
+    const bool oldest = m_order == HistoryOrder::OldestFirst;
+    const QString sql =
+        u"SELECT %1 FROM History WHERE HistoryID %2 ?3 AND %3 ORDER BY HistoryID %4 LIMIT %5"_s.arg(
+            historyColumns(), oldest ? u">"_s : u"<"_s, withinDays, oldest ? u"ASC"_s : u"DESC"_s,
+            QString::number(portion));
+    Query row(m_database, sql, sql);
+    bindDays(row, m_first, m_last);
+    row.bind(3, qint64{m_reached});
+    while (row.step())
+        m_some.push_back(historyEntry(row));
+    std::reverse(m_some.begin(), m_some.end());
+}
+
+std::optional<HistoryEntry> HistoryRange::next() {
+    if (m_some.empty() && hasHistory(m_database))
+        readOn();
+    if (m_some.empty())
+        return std::nullopt;
+    HistoryEntry entry = std::move(m_some.back());
+    m_some.pop_back();
+    m_reached = entry.number;
+    return entry;
+}
+
+std::int64_t historyRows(platform::Engine& database, const QDate& first, const QDate& last) {
+    if (!hasHistory(database))
+        return 0;
+    Query count(database, u"SELECT count(*) FROM History WHERE %1"_s.arg(withinDays), {});
+    bindDays(count, first, last);
+    return count.step() ? count.integer(0) : 0;
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,67 @@
+#include "screens/RecipeChanges.h"
+
+#include "history/HistoryBook.h"
+#include "platform/basic/Plurals.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/widgets/Theme.h"
+#include "records/clsLog.h"
+#include "shared/Guard.h"
+#include "shared/MainWindow.h"
+#include "shared/Translator.h"
+#include "shared/basMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+RecipeChanges::RecipeChanges(QWidget* parent) : QPushButton(parent) {
+    setObjectName(u"cmdRecipeChanges"_s);
+    platform::setLook(*this, "inLine");
+    setAutoDefault(false);
+    setFlat(true);
+    setEnabled(false);
+    m_look.setSingleShot(true);
+    m_look.callOnTimeout(this, &RecipeChanges::look);
+    connect(this, &QPushButton::clicked, this, &RecipeChanges::open);
+}
+
+void RecipeChanges::showFor(const clsLog& batch) {
+    m_formula = batch.FormulaID;
+    m_name = batch.log_Name;
+    m_moment = batch.log_Date;
+    setText({});
+    setEnabled(false);
+    m_look.start(0);
+}
+
+void RecipeChanges::showEvent(QShowEvent* event) {
+    QPushButton::showEvent(event);
+    m_look.start(0);
+}
+
+// A recipe that has not changed is said as well, unless its history began after the batch.
+void RecipeChanges::look() {
+    if (!isVisible())
+        return;
+    guarded(u"frmLog:recipeChanges"_s, [&] {
+        const auto connection = basMain::gConnection;
+        const bool known = m_formula > 0 && connection && connection->state() == 1;
+        const auto count =
+            known ? changesSince(connection->engine(), u"Formula"_s, m_formula, m_moment) : std::nullopt;
+        setEnabled(count.value_or(0) > 0);
+        if (!count)
+            setText({});
+        else if (*count == 0)
+            setText(translated(u"Formula unchanged since"_s));
+        else
+            setText(platform::counted(translated(u"Formula: %1 change since | Formula: %1 changes since"_s),
+                                      *count));
+    });
+}
+
+void RecipeChanges::open() const {
+    guarded(u"frmLog:recipeChanges"_s,
+            [&] { platform::deref(basMain::Main).showHistoryOf(u"Formula"_s, m_formula, m_name, m_moment); });
+}
+
+}  // namespace sorvanto

@@ -1,0 +1,52 @@
+// The history of the whole file within a range of days.
+#include "HistoryTest.h"
+#include "history/HistoryRange.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace sorvanto;
+
+class RangeTest : public HistoryTest {
+protected:
+    QList<std::int64_t> numbers(const QString& first, const QString& last,
+                                HistoryOrder order = HistoryOrder::OldestFirst) const {
+        QList<std::int64_t> all;
+        HistoryRange range(connection->engine(), QDate::fromString(first, Qt::ISODate),
+                           QDate::fromString(last, Qt::ISODate), order);
+        for (auto entry = range.next(); entry; entry = range.next())
+            all << entry->number;
+        return all;
+    }
+};
+
+TEST_F(RangeTest, BothDaysAreIncludedAsTheClockShowedThem) {
+    for (int i = 2; i <= 5; ++i)
+        run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
+    outside(
+        u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = 120, hst_When = '2026-03-0' || HistoryID || ' "
+        "23:00:00.000'"_s);  // an hour after midnight there
+    EXPECT_EQ(numbers(u"2026-03-04"_s, u"2026-03-05"_s), (QList<std::int64_t>{3, 4}));
+    EXPECT_EQ(numbers(u"2026-03-04"_s, {}, HistoryOrder::NewestFirst), (QList<std::int64_t>{5, 4, 3}));
+    EXPECT_EQ(numbers({}, {}), (QList<std::int64_t>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(historyRows(connection->engine(), QDate(2026, 3, 4), QDate(2026, 3, 5)), 2);
+}
+
+TEST_F(RangeTest, ALongHistoryComesWholeAndHoldsNoLock) {
+    sqlite3_exec(platform::sqlite::handleOf(connection->engine()), "BEGIN", nullptr, nullptr, nullptr);
+    for (int i = 0; i < 1200; ++i)
+        run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
+    sqlite3_exec(platform::sqlite::handleOf(connection->engine()), "COMMIT", nullptr, nullptr, nullptr);
+    HistoryRange range(connection->engine(), {}, {});
+    std::int64_t next = 0;
+    for (auto entry = range.next(); entry; entry = range.next()) {
+        ASSERT_EQ(entry->number, ++next);
+        if (next == 700)
+            outside(u"DELETE FROM Chemical WHERE ChemicalID = 1"_s);
+    }
+    EXPECT_EQ(next, 1202) << "with what came meanwhile";
+    EXPECT_EQ(numbers({}, {}, HistoryOrder::NewestFirst).size(), 1202);
+}
+
+}  // namespace

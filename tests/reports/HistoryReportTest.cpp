@@ -1,0 +1,63 @@
+// The changes of a range of days on paper and as spreadsheet.
+#include "ReportTest.h"
+#include "db/DatabaseFile.h"
+#include "platform/report/SpreadsheetExport.h"
+#include "platform/report/Tools.h"
+#include "reports/rptHistory.h"
+#include "shared/basMain.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+using namespace platform;
+using namespace sorvanto;
+
+namespace {
+
+class HistoryReportTest : public ReportTest {
+protected:
+    void SetUp() override {
+        ReportTest::SetUp();
+        basMain::gConnection->close();  // for a file as the program brings it up to date
+        QFile::remove(databasePath());
+        sorvanto::createDatabase(databasePath());
+        openDB();
+        sql("INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Urea', 2.5);"
+            "UPDATE Chemical SET chm_Lot = 'A', chm_Cost = 3;"
+            "INSERT INTO Patient (pat_LName) VALUES ('Stone'); DELETE FROM Patient;"
+            "UPDATE History SET hst_Zone = 0, hst_When = '2026-03-0' || HistoryID || ' 10:00:00.000'");
+    }
+    static std::unique_ptr<rptHistory> report(int first, int last) {
+        return std::make_unique<rptHistory>(openDB(), QDate(2026, 3, first), QDate(2026, 3, last));
+    }
+};
+
+TEST_F(HistoryReportTest, ListsEachChangeOfTheDaysOldestFirst) {
+    const RunPtr run = finished(report(2, 5));
+    EXPECT_EQ(str(texts(*run, "txtChangeRecord").join('|')),
+              "Chemical: Urea||Chemical: Urea||Patient: Stone|Patient: Stone");
+    EXPECT_EQ(str(texts(*run, "txtChangeField").join('|')),
+              "Chemical Name|Cost per Unit|Lot Number|Cost per Unit|Last Name|Last Name");
+    EXPECT_EQ(str(texts(*run, "txtChangeBefore").join('|')), "|||2.5||Stone");
+    EXPECT_EQ(str(texts(*run, "txtChangeAfter").join('|')), "Urea|2.5|A|3|Stone|");
+    EXPECT_EQ(str(texts(*run, "txtChangeWhat").join('|')), "made||changed||made|deleted");
+    EXPECT_EQ(str(texts(*run, "txtCount").join('|')), "4 changes");
+    EXPECT_EQ(texts(*finished(report(3, 3)), "txtChangeField").size(), 2);
+}
+
+TEST_F(HistoryReportTest, IsExportedWithAllColumns) {
+    const QString path = folder.path(u"history.xls"_s);
+    ASSERT_TRUE(exportReport(report(2, 5), path, [](double) { return true; }));
+    const QString cells = tools::output("/usr/bin/python3", {"-c", R"(
+import sys, xlrd
+for sheet in xlrd.open_workbook(sys.argv[1]).sheets():
+    for row in range(sheet.nrows):
+        print('|'.join(str(c.value) for c in sheet.row(row)))
+)",
+                                                             path});
+    EXPECT_TRUE(cells.contains("Lot Number")) << str(cells);
+    EXPECT_TRUE(cells.contains("Stone")) << str(cells);
+}
+
+}  // namespace

@@ -1,0 +1,92 @@
+// What the log screen says of the formula since the batch, and where that leads.
+#include "HistoryScreenTest.h"
+
+#include <QAbstractItemModel>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+
+using namespace Qt::StringLiterals;
+using namespace sorvanto;
+using support::child;
+
+namespace {
+
+class LogChangesTest : public HistoryScreenTest {
+protected:
+    QPushButton& line() const { return control<QPushButton>(logs, u"cmdRecipeChanges"_s); }
+    /// What the line says once it has looked.
+    QString said() const {
+        return QTest::qWaitFor([&] { return !line().text().isEmpty(); }) ? line().text() : QString();
+    }
+    /// Batch 1 is from after the beginning of the history, and from before all that is changed from now on.
+    void openFirstBatch() {
+        load();
+        sql("UPDATE Log SET log_Date = datetime('now', 'localtime', '+1 minute') WHERE LogID = 1;"
+            "DROP TRIGGER History_Sealed; UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', hst_When, '-1 hour')");
+        click(u"cmdLogs"_s);
+        click(u"cmdNext"_s);
+        click(u"cmdFirst"_s);
+        ASSERT_EQ(str(text(logs, u"txtlog_Lot"_s)), str(sqlText("SELECT log_Lot FROM Log WHERE LogID = 1")));
+    }
+    /// An hour after the batch.
+    void changeLater(const char* statement) const {
+        sql(statement);
+        sql("UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', 'now', '+1 hour') WHERE HistoryID = (SELECT max(HistoryID) "
+            "FROM History)");
+    }
+};
+
+TEST_F(LogChangesTest, AFormulaThatStayedIsUnchangedAndLeadsNowhere) {
+    openFirstBatch();
+    EXPECT_EQ(str(said()), "Formula unchanged since");
+    EXPECT_FALSE(line().isEnabled());
+}
+
+TEST_F(LogChangesTest, ChangesOfTheFormulaAndItsLinesAreCountedAndListed) {
+    openFirstBatch();
+    sql("UPDATE Formula SET frm_Desc = 'before' WHERE FormulaID = 1");
+    changeLater("UPDATE Formula SET frm_Desc = 'x' WHERE FormulaID = 1");
+    changeLater("UPDATE Formula SET frm_Desc = 'x' WHERE FormulaID = 2");
+    changeLater(
+        "UPDATE FormChem SET fch_Qty = fch_Qty + 1.0 WHERE FormChemID = (SELECT min(FormChemID) FROM FormChem WHERE FormulaID = 1)");
+    changeLater(
+        "UPDATE FormChem SET fch_Qty = fch_Qty + 1.0 WHERE FormChemID = (SELECT max(FormChemID) FROM FormChem WHERE FormulaID = 1)");
+    click(u"cmdNext"_s);
+    click(u"cmdFirst"_s);
+    EXPECT_EQ(str(said()), "Formula: 3 changes since");
+    QString title;
+    int listed = 0;
+    asker.expectModal(u"HistoryWindow"_s, [&](QWidget& form) {
+        title = form.windowTitle();
+        listed = child<QTableView>(form, "grdChanges")->model()->rowCount();
+        child<QPushButton>(form, "cmdClose")->click();
+    });
+    line().click();
+    EXPECT_EQ(str(title), "History of Cooling Gel");
+    EXPECT_EQ(listed, 3) << "not what was changed before the batch";
+}
+
+TEST_F(LogChangesTest, ABatchFromBeforeTheHistorySaysNothingUntilAChange) {
+    load();
+    click(u"cmdLogs"_s);
+    QTest::qWait(0);
+    EXPECT_EQ(str(line().text()), "");
+    sql("UPDATE Formula SET frm_Desc = 'x' WHERE FormulaID = 1");
+    click(u"cmdNext"_s);
+    click(u"cmdFirst"_s);
+    EXPECT_EQ(str(said()), "Formula: 1 change since");
+}
+
+TEST_F(LogChangesTest, ItIsNoStatementOfTheScreen) {
+    load();
+    click(u"cmdLogs"_s);
+    clearStatements();
+    sql("UPDATE Formula SET frm_Desc = 'x' WHERE FormulaID = 1");
+    line().hide();
+    line().show();
+    ASSERT_EQ(str(said()), "Formula: 1 change since");
+    EXPECT_EQ(statements, QStringList());
+}
+
+}  // namespace

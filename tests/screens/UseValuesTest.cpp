@@ -1,0 +1,108 @@
+// The values of an earlier day in the boxes of today's record: as if typed, and saved by nobody but the user.
+#include "Announced.h"
+#include "HistoryScreenTest.h"
+
+#include <QPushButton>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using namespace sorvanto;
+using support::child;
+
+namespace {
+
+class UseValuesTest : public HistoryScreenTest {
+protected:
+    void TearDown() override {
+        m_heard.reset();
+        HistoryScreenTest::TearDown();
+    }
+    void start() {
+        load();
+        m_heard.emplace();
+    }
+    /// What is in the history so far was ten days ago.
+    void longAgo() const {
+        sql("DROP TRIGGER IF EXISTS History_Sealed;"
+            "UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', hst_When, '-10 days')");
+    }
+    /// Chooses the day nine days ago in the history of the record on show and presses the button.
+    void useOldValues() {
+        asker.expectModal(u"HistoryWindow"_s, [&](QWidget& form) {
+            auto* day = child<platform::DateBox>(form, "txtDay");
+            day->setValue(QDateTime(QDate::currentDate().addDays(-9), QTime(), Qt::UTC));
+            emit day->valueEdited();
+            auto* use = child<QPushButton>(form, "cmdUseValues");
+            ASSERT_TRUE(use->isVisibleTo(&form));
+            use->click();
+        });
+        click(u"mnuHistory"_s);
+        QCoreApplication::processEvents();
+    }
+    std::string said() const { return str(m_heard->last().text); }
+
+private:
+    std::optional<support::Announced> m_heard;
+};
+
+TEST_F(UseValuesTest, AChemicalsBoxesAreFilledAndNothingIsSaved) {
+    start();
+    sql("UPDATE Chemical SET chm_Lot = 'OLD', chm_Cost = 2.5, chm_Notes = 'then' WHERE chm_Name = 'Aspirin'");
+    longAgo();
+    sql("UPDATE Chemical SET chm_Lot = 'NEW', chm_Cost = 1234.5, chm_Notes = 'now' WHERE chm_Name = 'Aspirin'");
+    click(u"cmdChemicals"_s);
+    click(u"cmdCancel"_s);
+    click(u"cmdNext"_s);
+    click(u"cmdFirst"_s);
+    ASSERT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "NEW");
+    const QString before = sqlText("SELECT * FROM Chemical");
+    useOldValues();
+    EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "OLD");
+    EXPECT_EQ(str(text(chemicals, u"txtchm_Notes"_s)), "then");
+    EXPECT_EQ(control<platform::NumberBox>(chemicals, u"txtchm_Cost"_s).toDouble(), 2.5);
+    EXPECT_TRUE(said().starts_with("Filled in as it was on ")) << said();
+    EXPECT_EQ(str(sqlText("SELECT * FROM Chemical")), str(before)) << "only Save saves";
+    EXPECT_TRUE(on(u"cmdSave"_s));
+    click(u"cmdSave"_s);
+    EXPECT_EQ(str(sqlText("SELECT chm_Lot, chm_Cost, chm_Notes FROM Chemical WHERE chm_Name = 'Aspirin'")),
+              "OLD|2.5|then");
+}
+
+TEST_F(UseValuesTest, AFormulasStepsComeBackAndLinesAreNamed) {
+    start();
+    search(u"Cooling Gel"_s);
+    const QString steps = sqlText("SELECT frm_Mix FROM Formula WHERE FormulaID = 1");
+    sql("UPDATE Formula SET frm_Desc = 'then' WHERE FormulaID = 1");
+    longAgo();
+    sql("UPDATE Formula SET frm_Desc = 'now', frm_Mix = '<CustomMix PreGrind=\"1\" FreeSpin=\"1\"/>' WHERE FormulaID = 1;"
+        "UPDATE FormChem SET fch_Qty = 77.0 WHERE FormChemID = (SELECT min(FormChemID) FROM FormChem WHERE FormulaID = 1)");
+    search(u"Cooling Gel"_s);
+    useOldValues();
+    EXPECT_EQ(str(text(formulas, u"txtfrm_Desc"_s)), "then");
+    EXPECT_NE(said().find("These lines differ"), std::string::npos) << said();
+    EXPECT_NE(said().find("now 77"), std::string::npos) << said();
+    click(u"cmdSave"_s);
+    EXPECT_EQ(str(sqlText("SELECT frm_Desc FROM Formula WHERE FormulaID = 1")), "then");
+    const auto stored = document(sqlText("SELECT frm_Mix FROM Formula WHERE FormulaID = 1"));
+    EXPECT_EQ(str(stored->xml()), str(document(steps)->xml()));
+    EXPECT_EQ(str(sqlText("SELECT max(fch_Qty) FROM FormChem WHERE FormulaID = 1")), "77.0")
+        << "lines are changed by hand";
+}
+
+TEST_F(UseValuesTest, WhatWasTypedIsPutOnOfferAndNotLost) {
+    start();
+    sql("UPDATE Chemical SET chm_Lot = 'OLD' WHERE chm_Name = 'Aspirin'");
+    longAgo();
+    sql("UPDATE Chemical SET chm_Lot = 'NEW' WHERE chm_Name = 'Aspirin'");
+    click(u"cmdChemicals"_s);
+    click(u"cmdCancel"_s);
+    click(u"cmdNext"_s);
+    click(u"cmdFirst"_s);
+    click(u"cmdEdit"_s);
+    control<platform::TextBox>(chemicals, u"txtchm_Lot"_s).setText(u"typed"_s);
+    useOldValues();
+    EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "OLD");
+    EXPECT_EQ(QDir(folder.path(u"drafts"_s)).entryList({u"*.json"_s}).size(), 2);
+}
+
+}  // namespace
