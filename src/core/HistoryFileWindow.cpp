@@ -103,14 +103,16 @@ void HistoryFileWindow::showChanges() {
         const QDate last = dayIn(*m_to);
         std::vector<QStringList> rows;
         HistoryRange range(database, first, last, HistoryOrder::NewestFirst);
-        for (auto entry = range.next(); entry && rows.size() < mostLines; entry = range.next()) {
+        std::int64_t changes = 0;
+        for (auto entry = range.next(); entry && rows.size() < mostLines; entry = range.next(), ++changes) {
             for (QStringList& line : historyLines(*entry))
                 rows.push_back(std::move(line));
         }
-        m_changes->setTitle(
-            platform::counted(translated(u"%1 change | %1 changes"_s), historyRows(database, first, last)),
-            rows.size() < mostLines ? QString()
-                                    : translated(u"The newest are listed; print and export have all."_s));
+        const bool all = rows.size() < mostLines;
+        m_changes->setTitle(platform::counted(translated(u"%1 change | %1 changes"_s),
+                                              all ? changes : historyRows(database, first, last)),
+                            all ? QString()
+                                : translated(u"The newest are listed; print and export have all."_s));
         m_changes->setColumns({{translated(u"Date"_s), momentWidth},
                                {translated(u"Who"_s), personWidth},
                                {QString(), deedWidth},

@@ -15,12 +15,22 @@ using platform::Query;
 
 constexpr int portion = 500;
 
+/// The moments are compared as texts first, a day wider than any clock is off: that is quick for what is far from the range.
 const QString withinDays =
-    u"date(hst_When, hst_Zone || ' minutes') >= ?1 AND date(hst_When, hst_Zone || ' minutes') <= ?2"_s;
+    u"hst_When >= ?4 AND hst_When < ?5 AND date(hst_When, hst_Zone || ' minutes') >= ?1 AND "
+    "date(hst_When, hst_Zone || ' minutes') <= ?2"_s;
+
+QString dayText(const QDate& day, const QDate& unbound, int later = 0) {
+    return (day.isValid() ? day.addDays(later) : unbound).toString(Qt::ISODate);
+}
 
 void bindDays(Query& query, const QDate& first, const QDate& last) {
-    query.bind(1, first.isValid() ? first.toString(Qt::ISODate) : u"0000-01-01"_s);
-    query.bind(2, last.isValid() ? last.toString(Qt::ISODate) : u"9999-12-31"_s);
+    const QDate earliest(1, 1, 1);
+    const QDate latest(9999, 12, 31);
+    query.bind(1, dayText(first, earliest));
+    query.bind(2, dayText(last, latest));
+    query.bind(4, dayText(first, earliest, -1));
+    query.bind(5, dayText(last, latest, 2));
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 
 RecipeChanges::RecipeChanges(QWidget* parent) : QPushButton(parent) {
-    setObjectName(u"cmdRecipeChanges"_s);
+    setObjectName(u"lnkRecipeChanges"_s);
     platform::setLook(*this, "inLine");
     setAutoDefault(false);
     setFlat(true);

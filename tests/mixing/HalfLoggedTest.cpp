@@ -69,6 +69,7 @@ void keepAHistory() {
     ASSERT_TRUE(history.open(QIODevice::ReadOnly));
     support::runSql(basMain::databaseLocation(), QString::fromUtf8(history.readAll()));
     basMain::gConnection->close();  // opened anew it keeps history
+    openDB();
 }
 
 }  // namespace

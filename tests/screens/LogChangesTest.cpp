@@ -14,7 +14,7 @@ namespace {
 
 class LogChangesTest : public HistoryScreenTest {
 protected:
-    QPushButton& line() const { return control<QPushButton>(logs, u"cmdRecipeChanges"_s); }
+    QPushButton& line() const { return control<QPushButton>(logs, u"lnkRecipeChanges"_s); }
     /// What the line says once it has looked.
     QString said() const {
         return QTest::qWaitFor([&] { return !line().text().isEmpty(); }) ? line().text() : QString();
