@@ -40,6 +40,7 @@ constexpr HelpPlace helpTable[] = {
     {"NewLotWindow", "new-lot.md"},
     {"RepricingWindow", "new-lot.md#recalculate"},
     {"PriceWindow", "prices.md"},
+    {"HistoryFileWindow", "history.md"},
     {"StartQuestion", "went-wrong.md#the-database-cant-be-opened"},
     {"ErrorReportList", "went-wrong.md#the-strip-below"},
     {"DraftReader", "README.md#text-that-is-not-saved-yet"},

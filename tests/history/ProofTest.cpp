@@ -136,6 +136,17 @@ TEST_F(ProofTest, TheFirstBrokenRowIsNamed) {
         "The history is broken at row 4 (FormChem 1, made, 2026-03-07 14:05:09.000): it is not as it was sealed");
 }
 
+TEST_F(ProofTest, NameAndFieldsOfARowAreSealedToo) {
+    outside(u"DROP TRIGGER History_Sealed"_s);
+    for (const char* column : {"hst_Name", "hst_Fields"}) {
+        const QString before = outside(u"SELECT %1 FROM History WHERE HistoryID = 2"_s.arg(column));
+        outside(u"UPDATE History SET %1 = %1 || 'x' WHERE HistoryID = 2"_s.arg(column));
+        EXPECT_TRUE(problems().value(0).contains("broken at row 2 ")) << column;
+        outside(u"UPDATE History SET %1 = '%2' WHERE HistoryID = 2"_s.arg(column, QString(before).replace('\'', "''")));
+    }
+    EXPECT_EQ(problems(), QStringList());
+}
+
 TEST_F(ProofTest, RecordsAreHeldAgainstTheirHistory) {
     outside(
         u"DROP TRIGGER History_Chemical_Changed; DROP TRIGGER History_Patient_Made; DROP TRIGGER History_LogChem_Deleted;"

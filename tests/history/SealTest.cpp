@@ -74,6 +74,7 @@ TEST_F(SealTest, ACutEndIsSeen) {
     EXPECT_EQ(problems(), QStringList()) << "whoever knows the engine can";
     EXPECT_FALSE(holdsHead(open()->engine(), head)) << "but not where the head is noted elsewhere";
     EXPECT_FALSE(holdsHead(open()->engine(), headFromText(u"2:00"_s)));
+    EXPECT_FALSE(holdsHead(open()->engine(), {2, head.seal})) << "another row's seal";
 }
 
 TEST_F(SealTest, AFileWithoutHistoryIsLeftAlone) {

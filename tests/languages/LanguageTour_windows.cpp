@@ -2,6 +2,7 @@
 #include "LanguageTour.h"
 
 #include "TourSteps.h"
+#include "core/HistoryFileWindow.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
@@ -125,6 +126,8 @@ void LanguageTour::dialogs() {
     const QString path = folder.path("prices.csv");
     PriceWindow prices(openDB(), PriceFile(path), path, nullptr);
     m_asker.showModal(prices, {});
+    HistoryFileWindow all(openDB());
+    m_asker.showModal(all, {});
 }
 
 void LanguageTour::boxProblems() {
