@@ -30,7 +30,7 @@ using platform::grid;
 
 constexpr int daysAtFirst = 30;
 constexpr std::size_t mostLines = 5000;  // paper and spreadsheet have all
-constexpr int momentWidth = 160, personWidth = 150, deedWidth = 130, recordWidth = 210, fieldWidth = 140;
+constexpr int momentWidth = 184, personWidth = 150, deedWidth = 130, recordWidth = 210, fieldWidth = 140;
 
 /// Emptied by hand it is no bound.
 QDate dayIn(const platform::DateBox& box) { return box.text().isEmpty() ? QDate() : box.value().date(); }

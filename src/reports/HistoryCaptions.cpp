@@ -172,7 +172,8 @@ std::vector<QStringList> historyLines(const HistoryEntry& entry) {
     const bool deleted = entry.what == "deleted"_L1;
     QStringList record{historyKind(entry.table), entry.name};
     record.removeAll(QString());
-    QStringList head{platform::dateText(historyClock(entry)), historyPerson(entry.person), historyDeed(entry),
+    QStringList head{platform::dateText(historyClock(entry)),
+                     entry.table.isEmpty() ? entry.person : historyPerson(entry.person), historyDeed(entry),
                      record.join(u": "_s)};
     std::vector<QStringList> lines;
     for (const HistoryField& field : entry.fields) {

@@ -142,7 +142,8 @@ TEST_F(ProofTest, NameAndFieldsOfARowAreSealedToo) {
         const QString before = outside(u"SELECT %1 FROM History WHERE HistoryID = 2"_s.arg(column));
         outside(u"UPDATE History SET %1 = %1 || 'x' WHERE HistoryID = 2"_s.arg(column));
         EXPECT_TRUE(problems().value(0).contains("broken at row 2 ")) << column;
-        outside(u"UPDATE History SET %1 = '%2' WHERE HistoryID = 2"_s.arg(column, QString(before).replace('\'', "''")));
+        outside(u"UPDATE History SET %1 = '%2' WHERE HistoryID = 2"_s.arg(
+            column, QString(before).replace('\'', "''")));
     }
     EXPECT_EQ(problems(), QStringList());
 }
