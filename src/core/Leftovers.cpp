@@ -24,7 +24,7 @@ void removeFrom(const QString& folder, const QRegularExpression& form) {
 void removeLeftovers(const QString& database) {
     static const QRegularExpression beside(
         u"^(?:options(?:\\.last-good)?\\.xml|[A-Za-z]*Translation\\.xml|(?:copies|window)\\.ini|dbupdate\\.xml|"
-        u"delivered\\.txt)\\.\\w{6}\\z|\\.restored(?:\\.part)?(?:-journal)?\\z"_s);
+        u"delivered\\.txt)\\.(?!before\\z)\\w{6}\\z|\\.restored(?:\\.part)?(?:-journal)?\\z"_s);
     static const QRegularExpression copy(u"-before-update-from-.*\\.part(?:-journal)?\\z"_s);
     static const QRegularExpression journal(u"\\.xml\\.\\w{6}\\z"_s);
     const QString folder = platform::programFolder();

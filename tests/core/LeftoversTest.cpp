@@ -24,9 +24,10 @@ TEST(Leftovers, OnlyWhatTheProgramItselfHasNamedGoes) {
                            "share/pharmacy.mdb.restored.part-journal",
                            "mixes/0000000A.xml.a1B2c3",
                            "mixes/closed/20260307-140509-0000000A.xml.a1B2c3"};
-    const QStringList stays{"options.xml",      "options.xml.backup1",         "options.broken.xml",
-                            "notes.xml.a1B2c3", "sorvanto.mdb.before-restore", "mixes/0000000A.xml",
-                            "mixes/mine.txt",   "share/other.mdb.restored",    "backups/mine.part"};
+    const QStringList stays{"options.xml",        "options.xml.backup1",         "options.broken.xml",
+                            "notes.xml.a1B2c3",   "sorvanto.mdb.before-restore", "mixes/0000000A.xml",
+                            "mixes/mine.txt",     "share/other.mdb.restored",    "backups/mine.part",
+                            "dbupdate.xml.before"};
     for (const QString& name : goes + stays)
         folder.write(name, "x");
     ASSERT_TRUE(QFile::link(folder.path("notes.xml.a1B2c3"), folder.path("options.xml.Li1nk2")));

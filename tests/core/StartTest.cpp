@@ -196,7 +196,7 @@ TEST_F(StartTest, KeysThatRunOutAreSaidAndAClickShowsTheWayOut) {
     load();
     auto* keys = support::child<QPushButton>(*window, "cmdKeysLeft");
     EXPECT_FALSE(keys->isHidden());
-    EXPECT_EQ(keys->text(), "Keys left: 2767 in Logs");
+    EXPECT_EQ(keys->text(), "Keys left: 2,767 in Logs");
     asker.expectModal("HealthPage", [](QWidget& page) {
         QStringList texts;
         for (const auto* label : page.findChildren<QLabel*>())
