@@ -14,8 +14,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <utility>
 
-using namespace Qt::StringLiterals;
+                using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
@@ -125,15 +126,22 @@ void refuseUnlessWhole(platform::Engine& database, const QString& archive) {
         refuse(difference);
 }
 
-/// Whether the file was changed although the engine reported a failure of the last step.
-bool knowsArchive(const QString& file, const QString& identity) {
+enum class Fate { Unchanged, Changed, Unknown };
+
+/// What became of the file when the engine reported a failure of the last step: the step may have been done all
+/// the same. To be asked behind the transaction's end.
+Fate fateOf(const QString& file, const QString& identity) {
     try {
         Connection connection;
         connection.open(u"Data Source="_s + file);
-        return number(connection.engine(),
-                      u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) > 0;
+        platform::Engine& database = connection.engine();
+        const bool knowsArchives = database.tables().contains(u"ArchivedBatch"_s);
+        const bool changed =
+            knowsArchives &&
+            number(database, u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) > 0;
+        return changed ? Fate::Changed : Fate::Unchanged;
     } catch (const RuntimeError&) {
-        return false;
+        return Fate::Unknown;
     }
 }
 
@@ -143,6 +151,20 @@ void giveBackSpace(platform::Engine& database) {
         run(database, u"VACUUM"_s);
     } catch (const RuntimeError&) {
     }
+}
+
+/// The archive may hold the only rows of what has left the file: it goes only where the file surely has them still.
+void keepUnlessUnchanged(NewArchive& archive, Fate fate, const RuntimeError& failure) {
+    if (fate == Fate::Unchanged)
+        return;
+    const QString path = archive.path();
+    archive.keep();
+    if (fate == Fate::Unknown)
+        throw RuntimeError(
+            failure.number(),
+            u"%1. Whether the batches have left the file can't be found out; they are whole in \"%2\""_s.arg(
+                failure.description(), path),
+            u"Archive"_s);
 }
 
 void refuseUnfit(platform::Engine& database) {
@@ -175,7 +197,8 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     refuseUnfit(database);
     const QString oldOnes = u"coalesce(log_Date < '%1 00:00:00', 0)"_s.arg(firstKept.toString(Qt::ISODate));
     run(database, u"PRAGMA foreign_keys = OFF"_s);  // looked through as a whole at the end
-    platform::Transaction transaction(database);    // from here on nobody else writes
+    std::optional<platform::Transaction> transaction(std::in_place,
+                                                     database);  // from here on nobody else writes
     ArchiveResult result;
     result.moved = number(database, u"SELECT count(*) FROM Log WHERE %1"_s.arg(oldOnes));
     result.kept = number(database, u"SELECT count(*) FROM Log"_s) - result.moved;
@@ -191,10 +214,11 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     refuseUnlessWhole(database, archive.path());
     archive.takeName();
     try {
-        transaction.commit();
-    } catch (...) {
-        if (knowsArchive(file, made.identity))
-            archive.keep();
+        transaction->commit();
+    } catch (const RuntimeError& failure) {
+        transaction.reset();
+        connection.close();  // it may hold the lock that keeps others from looking
+        keepUnlessUnchanged(archive, fateOf(file, made.identity), failure);
         throw;
     }
     archive.keep();

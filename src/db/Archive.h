@@ -24,7 +24,8 @@ struct ArchiveResult {
 /// Every row that stays is compared with the archive before anything is kept. Killed at any moment, the file is
 /// the old one or the new one, and in the second case the archive is whole.
 /// Throws, with the file as it was and no archive, when the file has no identity, is an archive itself, is not
-/// sound, is in use, holds nothing older, when the archive exists, or when the disk fails.
+/// sound, is in use, holds nothing older, when the archive exists, or when the disk fails. Where the disk refuses the
+/// last step and then even to look whether it was done, the archive stays, and the report names it.
 ArchiveResult archiveDatabase(const QString& file, const QString& archive, const QDate& firstKept);
 
 /// Identity of an open file; empty for one older than version 1.1.

@@ -4,6 +4,7 @@
 #include "Disk.h"
 
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cerrno>
 #include <iostream>
 
@@ -122,12 +123,26 @@ void cutEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     }
 }
 
+/// The first lock behind each turning point: there the engine reports a failure of what it has done.
+std::vector<std::size_t> locksBehindTurns(const Course& course) {
+    std::set<std::size_t> locks;
+    for (const std::size_t turn : turningPoints(course)) {
+        const auto from = course.acts.begin() + course.operations[turn - 1].call;
+        if (const auto lock = std::find(from, course.acts.end(), Act::Lock); lock != course.acts.end())
+            locks.insert(static_cast<std::size_t>(lock - course.acts.begin()));
+    }
+    return {locks.begin(), locks.end()};
+}
+
 void failEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     std::vector<std::pair<std::size_t, Failure>> all;
     for (std::size_t call = 0; call < course.acts.size(); ++call)
         for (const Failure& failure : failuresOf(course.acts[call]))
             all.emplace_back(call, failure);
-    for (const auto& [call, failure] : drawn(all, mostFailures)) {
+    all = drawn(all, mostFailures);
+    for (const std::size_t lock : locksBehindTurns(course))
+        all.emplace_back(lock, failuresOf(Act::Lock).back());
+    for (const auto& [call, failure] : all) {
         SCOPED_TRACE(std::string("call ") + std::to_string(call) + ", " + nameOf(course.acts[call]) + ": " +
                      failure.word + (failure.lasting ? " from now on" : " once"));
         World world(deed.window);
