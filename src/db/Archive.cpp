@@ -16,7 +16,7 @@
 #include <QFileInfo>
 #include <utility>
 
-                using namespace Qt::StringLiterals;
+using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
@@ -138,7 +138,8 @@ Fate fateOf(const QString& file, const QString& identity) {
         const bool knowsArchives = database.tables().contains(u"ArchivedBatch"_s);
         const bool changed =
             knowsArchives &&
-            number(database, u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) > 0;
+            number(database, u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) >
+                0;
         return changed ? Fate::Changed : Fate::Unchanged;
     } catch (const RuntimeError&) {
         return Fate::Unknown;
