@@ -31,6 +31,7 @@ void RecipeChanges::showFor(const clsLog& batch) {
     m_moment = batch.log_Date;
     setText({});
     setEnabled(false);
+    setAccessibleName(translated(u"Changes of the formula since the batch"_s));
     m_look.start(0);
 }
 
@@ -56,6 +57,7 @@ void RecipeChanges::look() {
         else
             setText(platform::counted(translated(u"Formula: %1 change since | Formula: %1 changes since"_s),
                                       *count));
+        setAccessibleDescription(text());
     });
 }
 

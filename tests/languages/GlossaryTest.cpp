@@ -36,7 +36,7 @@ QStringList glossary() {
 /// Latin in any language, and why.
 bool isName(const QString& text) {
     static const QRegularExpression names(
-        u"^(COM\\d.*|.*Sorvanto.*|.*\\.(mdb|xml|log|md|txt)|[A-Z]{2,4} ?\\d*|PDF|frm\\w+:\\w+|tour|[\\d.,: ]+(AM|PM)?)$"_s);
+        u"^(COM\\d.*|.*Sorvanto.*|.*\\.(mdb|xml|log|md|txt|csv)|[A-Z]{2,4} ?\\d*|PDF|frm\\w+:\\w+|tour|[\\d.,: ]+(AM|PM)?)$"_s);
     return names.match(text).hasMatch();
 }
 
