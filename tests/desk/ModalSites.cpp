@@ -58,6 +58,11 @@ const QMap<QString, std::pair<int, const char*>> withoutRow{
      {1, "at the start, before the mixer is opened, or without a database"}},
     {u"core/DatabaseRescue openFile"_s, {1, "at the first start, before the mixer is opened"}},
     {u"screens/PriceWindow MsgBox"_s, {1, "only where another program has changed chemicals meanwhile"}},
+    {u"core/frmMain_newLot showModal"_s,
+     {1, "no lot is added before a mix is logged; no mix is begun behind the window"}},
+    {u"class NewLotWindow"_s, {1, "no lot is added before a mix is logged"}},
+    {u"core/frmMain_history showModal"_s,
+     {2, "all records, and a formula's changes since a batch: windows with rows of their own"}},
     {u"class ErrorReportList"_s, {1, "stands beside the window and blocks nothing"}},
     {u"class DraftReader"_s, {1, "stands beside the window and blocks nothing"}},
 };
