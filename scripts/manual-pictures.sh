@@ -125,6 +125,7 @@ pictures='
   mixing-stopped         mix-stopped-panel
   patients-prescriptions patients-2
   preview-worksheet      preview-worksheet
+  prices                 PriceWindow
   problems               problems
   quantity               mix-quantity
   quit-while-mixing      mix-quit-while-mixing
