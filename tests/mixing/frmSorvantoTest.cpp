@@ -2,7 +2,9 @@
 #include "mixing/frmSorvanto.h"
 #include "MixingTest.h"
 #include "mixer/MixJournal.h"
+#include "mixer/MixSession.h"
 #include "mixing/FormulaDocument.h"
+#include "platform/serial/SerialPort.h"
 
 #include <QDir>
 
@@ -107,6 +109,33 @@ TEST_F(frmSorvantoTest, ALogThatCantBeReadIsReportedAndTheMixStaysOnOffer) {
     screen->control().StartControl();
     EXPECT_EQ(str(expectReport("frmSorvanto:isLogged").description), "no such table: Log");
     EXPECT_EQ(openMixes(), 1);
+}
+
+/// Opens and closes, and that is all.
+class SilentPort : public platform::SerialPort {
+public:
+    explicit SilentPort(bool& isOpen) : m_open(isOpen) {}
+    bool open(const QString&, int) override { return m_open = true; }
+    bool isOpen() const override { return m_open; }
+    void close() override { m_open = false; }
+    bool write(const QByteArray&) override { return true; }
+    QString errorText() const override { return {}; }
+
+private:
+    bool& m_open;
+};
+
+TEST_F(frmSorvantoTest, EachClosingClosesTheControl) {
+    bool isOpen = false;
+    MixerEnvironment environment = MixerEnvironment::real();
+    environment.makePort = [&] { return std::make_unique<SilentPort>(isOpen); };
+    frmSorvanto other(std::move(environment));
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        other.control().StartControl();
+        ASSERT_TRUE(isOpen);
+        EXPECT_EQ(other.closeForm(), 0);
+        EXPECT_FALSE(isOpen) << attempt;
+    }
 }
 
 TEST_F(frmSorvantoTest, ClosingNeverRefuses) {

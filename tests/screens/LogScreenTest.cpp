@@ -175,6 +175,15 @@ TEST_F(LogScreenTest, ShowsTheResultsAndNineEmptyLabelsWithout) {
     EXPECT_EQ(str(results()), "||||||||");
 }
 
+TEST_F(LogScreenTest, ADocumentWhoseRootIsNoResultsLeavesTheNineLabelsEmptyToo) {
+    sql("UPDATE Log SET log_Results = replace(log_Results, 'Results', 'Result') WHERE LogID = 2");
+    openScreen();
+    EXPECT_EQ(str(results()), "AB|3|9|42|No|2|0010|007|S-2");
+    click("cmdNext");
+    EXPECT_EQ(str(shown("txtlog_Lot")), "AB0012");
+    EXPECT_EQ(str(results()), "||||||||");
+}
+
 TEST_F(LogScreenTest, AStoppedBatchSaysSoOnItsFirstTab) {
     sql("UPDATE Log SET log_Results = replace(log_Results, '\"No\"', '\"U\"') WHERE LogID = 1;"
         "UPDATE Log SET log_Results = replace(log_Results, '\"No\"', '\"A\"') WHERE LogID = 2;"
