@@ -19,23 +19,29 @@ void removeFrom(const QString& folder, const QRegularExpression& form) {
     }
 }
 
+/// A new database, or a copy on its way to the database's place.
+QRegularExpression unfinished(const QString& database) {
+    return QRegularExpression(
+        u"^%1\\.(?:part|restored(?:\\.part)?)(?:-journal)?\\z"_s.arg(QRegularExpression::escape(database)));
+}
+
 }  // namespace
 
 void removeLeftovers(const QString& database) {
     static const QRegularExpression beside(
         u"^(?:options(?:\\.last-good)?\\.xml|[A-Za-z]*Translation\\.xml|(?:copies|window)\\.ini|dbupdate\\.xml|"
-        u"delivered\\.txt)\\.(?!before\\z)\\w{6}\\z|\\.restored(?:\\.part)?(?:-journal)?\\z"_s);
+        u"delivered\\.txt)\\.(?!before\\z)\\w{6}\\z"_s);
     static const QRegularExpression copy(u"-before-update-from-.*\\.part(?:-journal)?\\z"_s);
     static const QRegularExpression journal(u"\\.xml\\.\\w{6}\\z"_s);
     const QString folder = platform::programFolder();
     removeFrom(folder, beside);
+    removeFrom(folder, unfinished(u"sorvanto.mdb"_s));
     removeFrom(folder + u"/backups"_s, copy);
     removeFrom(folder + u"/mixes"_s, journal);
     removeFrom(folder + u"/mixes/closed"_s, journal);
     const QFileInfo file(platform::platformPath(database));
     if (!file.fileName().isEmpty())
-        removeFrom(file.path(), QRegularExpression(u"^%1\\.restored(?:\\.part)?(?:-journal)?\\z"_s.arg(
-                                    QRegularExpression::escape(file.fileName()))));
+        removeFrom(file.path(), unfinished(file.fileName()));
 }
 
 void keepFoldersToOwner() {

@@ -5,8 +5,8 @@
 
 namespace sorvanto {
 
-/// Removes the temporary files of what the program writes in its folder, and of a copy that was being put back in the
-/// place of the database. Only regular files whose names the program itself gives; to be called when no other program
+/// Removes the temporary files of what the program writes in its folder, and of a new database or a copy that was being
+/// put in the place of the database. Only regular files whose names the program itself gives; to be called when no other program
 /// runs here.
 void removeLeftovers(const QString& database);
 

@@ -158,7 +158,8 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
     if (!state.runs) {
         step([&] { openForReading(state.readingOnly); });
         basMain::databaseOpened = [this] { databaseOpened(); };
-        removeLeftovers(basMain::databaseLocation ? basMain::databaseLocation() : QString());
+        if (state.readingOnly.isEmpty())  // else another computer may be writing them
+            removeLeftovers(basMain::databaseLocation ? basMain::databaseLocation() : QString());
         return keepFoldersToOwner();
     }
     step([&] {

@@ -22,12 +22,26 @@ TEST(Leftovers, OnlyWhatTheProgramItselfHasNamedGoes) {
                            "backups/pharmacy-before-update-from-1.1-2026-03-07.mdb.part",
                            "backups/pharmacy-before-update-from-1.1-2026-03-07.mdb.part-journal",
                            "share/pharmacy.mdb.restored.part-journal",
+                           "sorvanto.mdb.part",
+                           "sorvanto.mdb.part-journal",
+                           "share/pharmacy.mdb.part",
+                           "share/pharmacy.mdb.part-journal",
                            "mixes/0000000A.xml.a1B2c3",
                            "mixes/closed/20260307-140509-0000000A.xml.a1B2c3"};
-    const QStringList stays{"options.xml",        "options.xml.backup1",         "options.broken.xml",
-                            "notes.xml.a1B2c3",   "sorvanto.mdb.before-restore", "mixes/0000000A.xml",
-                            "mixes/mine.txt",     "share/other.mdb.restored",    "backups/mine.part",
-                            "dbupdate.xml.before"};
+    const QStringList stays{"options.xml",
+                            "options.xml.backup1",
+                            "options.broken.xml",
+                            "notes.xml.a1B2c3",
+                            "sorvanto.mdb.before-restore",
+                            "mixes/0000000A.xml",
+                            "mixes/mine.txt",
+                            "share/other.mdb.restored",
+                            "backups/mine.part",
+                            "dbupdate.xml.before",
+                            "share/other.mdb.part",
+                            "mine.mdb.part",
+                            "share/sorvanto.mdb.part",
+                            "letter.restored"};
     for (const QString& name : goes + stays)
         folder.write(name, "x");
     ASSERT_TRUE(QFile::link(folder.path("notes.xml.a1B2c3"), folder.path("options.xml.Li1nk2")));

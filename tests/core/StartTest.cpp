@@ -223,6 +223,17 @@ TEST_F(StartTest, WhatKilledWritesHaveLeftIsTidiedUp) {
     EXPECT_FALSE(folder.has("options.xml.a1B2c3"));
 }
 
+TEST_F(StartTest, WhatAnotherComputerMayStillBeWritingStays) {
+    parts.previousInstance = [] {
+        InstanceState state;
+        state.readingOnly = "Another computer has locked the database.";
+        return state;
+    };
+    folder.write("sorvanto.mdb.restored.part", "half");
+    load();
+    EXPECT_TRUE(folder.has("sorvanto.mdb.restored.part"));
+}
+
 TEST_F(StartTest, AWindowFileThatIsNoneIsTold) {
     ASSERT_EQ(::mkfifo(folder.path("window.ini").toLocal8Bit().constData(), 0600), 0);
     load();
