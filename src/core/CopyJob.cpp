@@ -1,7 +1,6 @@
 #include "core/CopyJob.h"
 
 #include "core/CopyShelf.h"
-#include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
@@ -39,6 +38,12 @@ void copyToSecondPlace(const CopyJob& job, const QString& copy, const platform::
     CopyShelf(job.secondPlace, job.identity).thinOut();
 }
 
+/// Whether the second place is there, and lacks a copy of the day.
+bool secondPlaceLacks(const CopyJob& job) {
+    return QFileInfo(job.secondPlace).isDir() &&
+           !CopyShelf(job.secondPlace, job.identity).hasOneOf(job.moment.date());
+}
+
 template <typename Deed>
 std::exception_ptr failureOf(Deed deed) {
     try {
@@ -52,11 +57,6 @@ std::exception_ptr failureOf(Deed deed) {
 }  // namespace
 
 QString copiesFolder() { return platform::programFolder() + u"\\backups"_s; }
-
-bool secondPlaceLacks(const QString& secondPlace, const QString& identity) {
-    return !secondPlace.isEmpty() && QFileInfo(secondPlace).isDir() &&
-           !CopyShelf(secondPlace, identity).hasOneOf(platform::today().date());
-}
 
 // Numbered newer than in both places: a stick may have come along from another computer.
 CopyResult makeCopy(const CopyJob& job, const platform::Cancelled& cancelled) {
@@ -73,8 +73,9 @@ CopyResult makeCopy(const CopyJob& job, const platform::Cancelled& cancelled) {
         shelf.thinOut();
         if (job.rehearse)
             result.rehearsal = failureOf([&] { rehearse(copy, cancelled); });
-    } else if (const auto copies = shelf.copies(); !copies.empty()) {
-        copy = copies.front().path;
+    } else if (secondPlaceLacks(job)) {
+        if (const auto copies = shelf.copies(); !copies.empty())
+            copy = copies.front().path;
     }
     if (!job.secondPlace.isEmpty() && !copy.isEmpty())
         result.secondPlace = failureOf([&] { copyToSecondPlace(job, copy, cancelled); });

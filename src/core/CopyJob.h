@@ -14,7 +14,8 @@ struct CopyJob {
     QString file, identity;
     QDateTime moment;
     QString secondPlace;  ///< empty: none
-    bool first = true;    ///< else the newest copy goes to the second place alone
+    /// Else the newest copy goes to the second place alone, where that lacks one of the day.
+    bool first = true;
     bool rehearse = false;
 };
 
@@ -26,10 +27,8 @@ struct CopyResult {
 /// Where the copies of the first place lie.
 QString copiesFolder();
 
-/// Throws when there is no copy in the first place.
+/// Throws when there is no copy in the first place. A second place that has gone away can hold it up for long: never to
+/// be called on the thread of the windows.
 CopyResult makeCopy(const CopyJob& job, const platform::Cancelled& cancelled);
-
-/// Whether the second place is there, and lacks today's copy.
-bool secondPlaceLacks(const QString& secondPlace, const QString& identity);
 
 }  // namespace sorvanto

@@ -78,7 +78,7 @@ void DailyBackup::begin() {
     const CopySettings settings = CopySettings::read(m_identity);
     const std::int64_t batches = batchesLogged(*connection);
     const bool first = isDue(settings, batches);
-    if (!first && !secondPlaceLacks(settings.secondPlace, m_identity))
+    if (!first && settings.secondPlace.isEmpty())
         return;
     const QString month = platform::today().toString(u"yyyy-MM"_s);
     const CopyJob job{.file = connection->location(),

@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <atomic>
 #include <chrono>
+#include <dirent.h>
+#include <dlfcn.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <thread>
@@ -27,7 +29,23 @@ namespace {
 std::atomic<bool> diskHangs = false;
 std::atomic<bool> somebodyWaits = false;
 
+/// Of the folder "stick": which threads have listed it. A share that has gone away would hold them up.
+struct Listed {
+    std::atomic<int> byTheWindow = 0, byOthers = 0;
+    std::thread::id window = std::this_thread::get_id();
+};
+Listed stickListed;
+
 }  // namespace
+
+/// In the place of the system's own, which it calls.
+extern "C" DIR* opendir(const char* path) {
+    using OpenDir = DIR* (*)(const char*);
+    static const auto systems = reinterpret_cast<OpenDir>(dlsym(RTLD_NEXT, "opendir"));
+    if (QByteArray(path).endsWith("/stick"))
+        ++(std::this_thread::get_id() == stickListed.window ? stickListed.byTheWindow : stickListed.byOthers);
+    return systems(path);
+}
 
 /// In the place of the system's own: a share that has gone away.
 extern "C" int fsync(int file) {
@@ -162,6 +180,22 @@ TEST_F(DailyBackupTest, ASecondPlaceHoldsTheSame) {
     run();
     EXPECT_EQ(QDir(folder.path("stick")).entryList(QDir::Files), copies());
     EXPECT_EQ(CopySettings::read().lastRehearsal, "2026-03");
+}
+
+TEST_F(DailyBackupTest, TheWindowNeverLooksAtTheSecondPlaceItself) {
+    run();
+    QDir(folder.path()).mkdir("stick");
+    CopySettings settings = CopySettings::read();
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    stickListed.byTheWindow = stickListed.byOthers = 0;
+    run();
+    EXPECT_EQ(stickListed.byTheWindow, 0);
+    EXPECT_GT(stickListed.byOthers, 0);
+    stickListed.byOthers = 0;
+    run();
+    EXPECT_EQ(stickListed.byTheWindow, 0) << "nor when it has its copy";
+    EXPECT_GT(stickListed.byOthers, 0);
 }
 
 TEST_F(DailyBackupTest, ASecondPlaceWithNewerNumbersKeepsTheNewCopyAndIsThinnedOut) {
