@@ -48,14 +48,20 @@ QString momentText(const QDateTime& moment) {
 
 bool isOpen() { return basMain::gConnection && basMain::gConnection->state() == 1; }
 
+/// The lines of batches have keys that the program never reads, and are counted all the same.
+std::int64_t rowsOfRecords(const platform::Connection& connection) {
+    std::int64_t rows = platform::number(connection.engine(), u"SELECT count(*) FROM LogChem"_s);
+    for (const TableKeys& table : keysLeft(connection))
+        rows += table.rows;
+    return rows;
+}
+
 HealthLine databaseLine(const QString& readingOnly) {
     const QString title = translated(u"Database"_s);
     if (!isOpen())
         return {title, translated(u"Not open"_s), {}, false};
     const auto& connection = *basMain::gConnection;
-    std::int64_t rows = 0;
-    for (const TableKeys& table : keysLeft(connection))
-        rows += table.rows;
+    const std::int64_t rows = rowsOfRecords(connection);
     const bool writable = readingOnly.isEmpty() && !connection.isReadOnly();
     const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
                                    : translated(u"Open for reading, %1 row | Open for reading, %1 rows"_s);
@@ -155,7 +161,7 @@ HealthLine lockLine(const QString& readingOnly) {
     const QString title = translated(u"Lock of the program"_s);
     if (!readingOnly.isEmpty())
         return {title, translated(u"Not held"_s), {}, false};
-    return {title, translated(u"Held"_s), translated(u"One program runs on this database"_s)};
+    return {title, translated(u"Held"_s), translated(u"No other Control Panel can change these records"_s)};
 }
 
 HealthLine errorLine() {

@@ -76,6 +76,22 @@ TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
     EXPECT_EQ(line("Keys left").state, "Not open");
 }
 
+TEST_F(HealthTest, TheRowsAreThoseOfAllSevenTablesOfRecords) {
+    const QString rows = sqlText("SELECT (SELECT count(*) FROM Chemical) + (SELECT count(*) FROM Formula) + "
+                                 "(SELECT count(*) FROM FormChem) + (SELECT count(*) FROM Log) + "
+                                 "(SELECT count(*) FROM LogChem) + (SELECT count(*) FROM Patient) + "
+                                 "(SELECT count(*) FROM RXs)");
+    EXPECT_EQ(line("Database").state, "Open, writable, " + rows + " rows");
+}
+
+TEST_F(HealthTest, TheLockThatIsHeldSaysWhatItKeepsOut) {
+    EXPECT_TRUE(line("Lock of the program").good);
+    EXPECT_EQ(line("Lock of the program").state, "Held");
+    EXPECT_EQ(line("Lock of the program").note, "No other Control Panel can change these records");
+    context.readingOnly = "The medium can not be written.";
+    EXPECT_EQ(line("Lock of the program").note, "");
+}
+
 TEST_F(HealthTest, KeysAreAmberFromThirtyThousandOnWithTheWayOut) {
     useKeys("Log", 29'999);
     EXPECT_TRUE(line("Keys left").good);
