@@ -124,14 +124,15 @@ void StatusLine::follow() {
     m_beforeNews->setVisible(m_hasNews && !text.isEmpty());  // between the two
 }
 
-// The file that is open, whatever the options say by now; its identity is in the names of its copies.
+// The file that is open, whatever the options say by now. The caption of the window is the screen's alone, so what tells
+// two databases of one name apart stands here, in the eight digits that the names of its copies bear.
 void StatusLine::showDatabase() {
     const QString opened = openedPath();
     const QString wanted = optionsPath();
     const QString path = opened.isEmpty() ? wanted : opened;
     QStringList tip{path};
     if (const QString identity = databaseIdentity(); !identity.isEmpty())
-        tip << identity;
+        tip << translated(u"Identity %1"_s).replace(u"%1"_s, identity.left(8));
     const bool another = !opened.isEmpty() && !wanted.isEmpty() && !isSameFile(opened, wanted);
     const QString next = another ? wanted : QString();
     if (another)

@@ -5,6 +5,7 @@
 #include "TestProgram.h"
 #include "config/clsOptions.h"
 #include "core/News.h"
+#include "db/DatabaseFile.h"
 #include "shared/Happening.h"
 #include "shared/basMain.h"
 #include "shared/databaseInUse.h"
@@ -80,6 +81,19 @@ TEST_F(StatusLineTest, NamesTheDatabaseThatIsOpenAndNotThatOfTheOptions) {
     line->showDatabase();
     EXPECT_EQ(label(u"lblDatabase"_s).toolTip().section('\n'_L1, 0, 0), databasePath());
     EXPECT_EQ(announced->texts().size(), 1);
+}
+
+// The caption of the window is that of the screen; two databases of one file name are told apart here.
+TEST_F(StatusLineTest, TheDatabasesTipHasItsPathAndTheIdentityThatItsCopiesBear) {
+    sorvanto::createDatabase(databasePath());
+    openDB();
+    line->showDatabase();
+    const QString tip = label(u"lblDatabase"_s).toolTip();
+    ASSERT_EQ(databaseIdentity().size(), 32);
+    EXPECT_EQ(tip, databasePath() + u"\nIdentity "_s + databaseIdentity().left(8));
+    basMain::gConnection->close();
+    line->showDatabase();
+    EXPECT_FALSE(label(u"lblDatabase"_s).toolTip().contains(u"Identity"_s));
 }
 
 TEST_F(StatusLineTest, WhereNoneIsOpenNamesThatOfTheOptions) {
