@@ -16,11 +16,11 @@ namespace fault {
 namespace {
 
 // Of the normal run.
-constexpr std::size_t mostKills = 60;
+constexpr std::size_t mostKills = 36;
 constexpr std::size_t mostHalves = 2;
-constexpr std::size_t mostKillsAgain = 12;
-constexpr std::size_t mostCuts = 48;
-constexpr std::size_t mostFailures = 32;
+constexpr std::size_t mostKillsAgain = 10;
+constexpr std::size_t mostCuts = 32;
+constexpr std::size_t mostFailures = 20;
 
 constexpr int preparationsBefore = 11;
 const QString lot = u"SV04260012"_s;
@@ -151,6 +151,11 @@ protected:
         return all;
     }
 
+    /// Of a place: the operation before it, and whether the mixer has begun to mix.
+    std::pair<Act, bool> kindOf(std::size_t count) const {
+        return {actBefore(operations, count), count >= started};
+    }
+
     Image start;
     std::vector<Operation> operations;
     std::vector<Act> acts;
@@ -167,7 +172,7 @@ protected:
 
 TEST_F(Batches, KilledAnywhere) {
     play();
-    const auto tried = drawn(places(), mostKills);
+    const auto tried = drawn(places(), mostKills, [&](std::size_t count) { return kindOf(count); });
     for (const std::size_t count : tried) {
         SCOPED_TRACE("killed behind " + described(operations, count));
         judgeCrash(killedAfter(start, operations, count), count);
@@ -216,7 +221,8 @@ TEST_F(Batches, PowerCutAnywhere) {
         for (const Survival survival :
              {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly, Survival::Part, Survival::Part})
             all.emplace_back(count, survival);
-    all = drawn(all, mostCuts);
+    all = drawn(all, mostCuts,
+                [&](const auto& cut) { return std::pair(actBefore(operations, cut.first), cut.second); });
     all.emplace_back(operations.size(), Survival::Nothing);
     for (const auto& [count, survival] : all) {
         SCOPED_TRACE("power cut behind " + described(operations, count) + ", survival " +
@@ -232,7 +238,8 @@ TEST_F(Batches, EachCallFails) {
     for (std::size_t call = 0; call < acts.size(); ++call)
         for (const Failure& failure : failuresOf(acts[call]))
             all.emplace_back(call, failure);
-    all = drawn(all, mostFailures);
+    all = drawn(all, mostFailures,
+                [&](const auto& failing) { return std::pair(acts[failing.first], failing.second.code); });
     for (const auto& [call, failure] : all) {
         SCOPED_TRACE(std::string("call ") + std::to_string(call) + ", " + nameOf(acts[call]) + ": " +
                      failure.word + (failure.lasting ? " from now on" : " once"));

@@ -7,15 +7,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <iostream>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
 namespace fault {
 namespace {
 
-constexpr std::size_t mostKills = 60;
-constexpr std::size_t mostCuts = 60;
-constexpr std::size_t mostFailures = 24;
+// Of the normal run, which has two minutes for all gates.
+constexpr std::size_t mostKills = 36;
+constexpr std::size_t mostCuts = 36;
+constexpr std::size_t mostFailures = 14;
 
 struct Course {
     Image start;
@@ -83,7 +85,7 @@ std::vector<std::size_t> places(const Course& course) {
 std::set<std::size_t> turningPoints(const Course& course) {
     std::set<std::size_t> turns;
     for (const std::size_t count : places(course)) {
-        const Act last = count == 0 ? Act::Write : course.operations[count - 1].act;
+        const Act last = actBefore(course.operations, count);
         if (last == Act::Rename || last == Act::Link || last == Act::Remove)
             turns.insert(count);
     }
@@ -92,7 +94,8 @@ std::set<std::size_t> turningPoints(const Course& course) {
 
 void killEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     std::set<std::size_t> all = turningPoints(course);
-    for (const std::size_t count : drawn(places(course), mostKills))
+    const auto kindOf = [&](std::size_t count) { return actBefore(course.operations, count); };
+    for (const std::size_t count : drawn(places(course), mostKills, kindOf))
         all.insert(count);
     for (const std::size_t count : all) {
         SCOPED_TRACE("killed behind " + described(course.operations, count));
@@ -109,7 +112,9 @@ void cutEverywhere(const Deed& deed, const Course& course, Counts& counts) {
                                         Survival::Part, Survival::Part, Survival::Part})
             all.emplace_back(count, survival);
     QRandomGenerator random(seedOfRun());
-    all = drawn(all, mostCuts);
+    all = drawn(all, mostCuts, [&](const auto& cut) {
+        return std::pair(actBefore(course.operations, cut.first), cut.second);
+    });
     for (const Survival last : {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly})
         all.emplace_back(course.operations.size(), last);
     for (const std::size_t turn : turningPoints(course))
@@ -139,7 +144,9 @@ void failEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     for (std::size_t call = 0; call < course.acts.size(); ++call)
         for (const Failure& failure : failuresOf(course.acts[call]))
             all.emplace_back(call, failure);
-    all = drawn(all, mostFailures);
+    all = drawn(all, mostFailures, [&](const auto& failing) {
+        return std::pair(course.acts[failing.first], failing.second.code);
+    });
     for (const std::size_t lock : locksBehindTurns(course))
         all.emplace_back(lock, failuresOf(Act::Lock).back());
     for (const auto& [call, failure] : all) {
@@ -176,6 +183,19 @@ bool longRun() { return qEnvironmentVariableIntValue("SORVANTO_LONG") != 0; }
 
 unsigned seedOfRun() {
     return qEnvironmentVariableIsSet("SEED") ? qEnvironmentVariable("SEED").toUInt() : 1U;
+}
+
+std::vector<std::size_t> drawnOrder(std::size_t count) {
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), 0U);
+    QRandomGenerator random(seedOfRun());
+    for (std::size_t left = count; left > 1; --left)
+        std::swap(order[left - 1], order[random.bounded(static_cast<quint32>(left))]);
+    return order;
+}
+
+Act actBefore(const std::vector<Operation>& operations, std::size_t count) {
+    return count == 0 ? Act::Open : operations[count - 1].act;
 }
 
 std::vector<Failure> failuresOf(Act act) {

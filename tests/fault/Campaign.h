@@ -30,16 +30,40 @@ struct Deed {
 /// Plays the deed through and counts. What was tried is printed in one line.
 void campaign(const Deed& deed);
 
-/// A drawn part of the places in the normal run, all of them with SORVANTO_LONG=1. SEED draws another.
 bool longRun();
 unsigned seedOfRun();
-template <class Item>
-std::vector<Item> drawn(std::vector<Item> all, std::size_t most) {
-    QRandomGenerator random(seedOfRun());
-    while (!longRun() && all.size() > most)
-        all.erase(all.begin() + random.bounded(static_cast<int>(all.size())));
-    return all;
+/// 0 to count - 1, shuffled by the seed.
+std::vector<std::size_t> drawnOrder(std::size_t count);
+
+/// A drawn part of the places in the normal run, all of them with SORVANTO_LONG=1. SEED draws another. At least one of
+/// each kind, also where these are more than most.
+template <class Item, class KindOf>
+std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most, KindOf kindOf) {
+    if (longRun())
+        return all;
+    const std::vector<std::size_t> order = drawnOrder(all.size());
+    std::set<std::decay_t<decltype(kindOf(all.front()))>> kinds;
+    std::set<std::size_t> taken;
+    for (const std::size_t index : order) {
+        if (kinds.insert(kindOf(all[index])).second)
+            taken.insert(index);
+    }
+    for (const std::size_t index : order) {
+        if (taken.size() < most)
+            taken.insert(index);
+    }
+    std::vector<Item> part;
+    for (const std::size_t index : taken)
+        part.push_back(all[index]);
+    return part;
 }
+template <class Item>
+std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most) {
+    return drawn(all, most, [](const Item&) { return 0; });
+}
+
+/// What the last operation before that place was.
+Act actBefore(const std::vector<Operation>& operations, std::size_t count);
 
 /// The failures that a call of that kind can meet.
 struct Failure {
