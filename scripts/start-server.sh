@@ -106,7 +106,8 @@ CREATE DATABASE sorvanto OWNER sorvanto_owner TEMPLATE template0 ENCODING 'UTF8'
 REVOKE ALL ON DATABASE sorvanto, postgres, template1 FROM PUBLIC;
 GRANT CONNECT ON DATABASE sorvanto TO sorvanto_bench;
 SQL
-  admin -d sorvanto -c 'SET ROLE sorvanto_owner' -f - <"$here/data/server/schema.sql" >/dev/null
+  admin -d sorvanto -c 'SET ROLE sorvanto_owner' -f - \
+    < <(cat "$here/data/server/schema.sql" "$here/data/server/history.sql") >/dev/null
   admin -d sorvanto -f - <"$here/data/server/rights.sql"
   # Any host, so that the line is right for the socket and for the network.
   server tee "$folder/owner.pgpass" >/dev/null <<<"*:$port:sorvanto:sorvanto_owner:$owner"

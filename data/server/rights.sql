@@ -11,6 +11,8 @@ GRANT USAGE ON SCHEMA sorvanto TO sorvanto_bench;
 GRANT SELECT, INSERT, UPDATE, DELETE ON sorvanto."Chemical", sorvanto."Formula", sorvanto."FormChem", sorvanto."Log",
     sorvanto."LogChem", sorvanto."Patient", sorvanto."RXs" TO sorvanto_bench;
 GRANT SELECT ON sorvanto."Options", sorvanto."FileIdentity", sorvanto."KeyCounter", sorvanto.changes TO sorvanto_bench;
+-- What happened is read; it is written by the triggers alone.
+GRANT SELECT ON sorvanto."History", sorvanto."HistoryChain" TO sorvanto_bench;
 
 -- What a bench never needs and a hostile search text could use: who else may log in, large objects (tables that the rights
 -- above don't know), statements in texts, settings, waiting for ever.
@@ -29,5 +31,6 @@ BEGIN
 END
 $$;
 
--- No statements of a language inside a statement.
+-- No statements of a language inside a statement; the owner makes the triggers anew with an update.
 REVOKE USAGE ON LANGUAGE plpgsql, sql FROM PUBLIC;
+GRANT USAGE ON LANGUAGE plpgsql, sql TO sorvanto_owner;

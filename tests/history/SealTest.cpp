@@ -61,6 +61,15 @@ TEST_F(SealTest, AChangeThatIsTakenBackLeavesNothing) {
     EXPECT_EQ(historyHead(connection->engine()).count, 3);
 }
 
+// The same values and the same sum as in tests/server/history_test.py.
+TEST_F(SealTest, TheSumIsThatOfAServer) {
+    platform::Query hash(connection->engine(),
+                         u"SELECT hex(history_hash(NULL, 1, -70000, 'Größe', '', x'00ff'))"_s, {});
+    ASSERT_TRUE(hash.step());
+    EXPECT_EQ(hash.value(0, platform::asText).toString().toLower(),
+              "4b7598bad7da50e1d8aff7ff2110141f8e309753dcc2e4f5c272dd7feaa1262b");
+}
+
 TEST_F(SealTest, ACutEndIsSeen) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     run("UPDATE Chemical SET chm_Lot = 'A'");

@@ -6,87 +6,12 @@ who is let in. Nothing is left behind.
 """
 import os
 import pathlib
-import re
-import shutil
-import socket
 import sqlite3
 import subprocess
 import tempfile
 import unittest
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-START = ROOT / "scripts" / "start-server.sh"
-
-
-def free_port():
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
-
-
-class Server:
-    """A server in a scratch folder, and its benches' way of asking it."""
-
-    def __init__(self, *options):
-        self.scratch = pathlib.Path(tempfile.mkdtemp(prefix="srv", dir="/tmp"))  # a socket's path is short
-        self.scratch.chmod(0o755)
-        self.folder = self.scratch / "s"
-        self.port = free_port()
-        self.options = options
-        self.said = self.command("--port", str(self.port), *options).stdout
-
-    def command(self, *arguments):
-        done = subprocess.run([START, self.folder, *arguments], capture_output=True, text=True)
-        assert done.returncode == 0, done.stderr
-        return done
-
-    def end(self):
-        self.command("--stop")
-        shutil.rmtree(self.scratch)
-
-    def password_file(self, role):
-        copy = self.scratch / f"{role}.pgpass"
-        copy.touch(mode=0o600)
-        copy.write_text((self.folder / f"{role}.pgpass").read_text())
-        return copy
-
-    def ask(self, statement, role="bench", database="sorvanto", **settings):
-        """Exit code, output, error of one shell; a list holds statements that it sends one by one."""
-        statements = [statement] if isinstance(statement, str) else statement
-        login = "sorvanto_owner" if role == "owner" else role
-        words = {"host": self.folder / "run", "port": self.port, "user": login, "dbname": database, **settings}
-        environment = {**os.environ, "PGPASSFILE": str(self.password_file(role)), "PGOPTIONS": "-c search_path=sorvanto"}
-        done = subprocess.run(
-            ["psql", "-X", "-q", "-A", "-t", "-v", "VERBOSITY=verbose", "-v", "ON_ERROR_STOP=1",
-             " ".join(f"{name}={value}" for name, value in words.items()),
-             *[word for one in statements for word in ("-c", one)]],
-            capture_output=True, text=True, env=environment, cwd="/", timeout=60)
-        return done.returncode, done.stdout.strip(), done.stderr
-
-    def value(self, statement, **who):
-        code, out, err = self.ask(statement, **who)
-        assert code == 0, err
-        return out
-
-    def state(self, statement, **who):
-        """The five characters by which the server names what was wrong; where nobody was let in its sentence; empty
-        where nothing was wrong."""
-        code, _, err = self.ask(statement, **who)
-        found = re.search(r"ERROR:  (\w{5}):", err)
-        return found.group(1) if found else ("" if code == 0 else err)
-
-
-class LocalServer(unittest.TestCase):
-    """Most tests share one server without a network."""
-
-    server = None
-
-    @classmethod
-    def setUpClass(cls):
-        if not LocalServer.server:
-            LocalServer.server = Server("--local")
-            unittest.addModuleCleanup(LocalServer.server.end)
-        cls.value, cls.state = cls.server.value, cls.server.state
+from scratch_server import ROOT, START, LocalServer, Server
 
 
 class Tables(LocalServer):
@@ -96,7 +21,7 @@ class Tables(LocalServer):
     def setUpClass(cls):
         super().setUpClass()
         cls.file = sqlite3.connect(":memory:")
-        for script in ("schema.sql", "identity.sql"):
+        for script in ("schema.sql", "identity.sql", "history.sql"):
             cls.file.executescript((ROOT / "data" / script).read_text())
 
     def rows(self, statement):
@@ -111,7 +36,7 @@ class Tables(LocalServer):
         theirs = self.rows(
             "SELECT relname, attname, typname, attnotnull::int FROM pg_attribute JOIN pg_class ON pg_class.oid = attrelid "
             "JOIN pg_type ON pg_type.oid = atttypid WHERE relnamespace = 'sorvanto'::regnamespace AND relkind = 'r' "
-            "AND attnum > 0 AND relname <> 'KeyCounter' ORDER BY relname COLLATE \"C\", attnum")
+            "AND attnum > 0 AND relname NOT IN ('KeyCounter', 'HistoryChain') ORDER BY relname COLLATE \"C\", attnum")
         self.assertGreater(len(ours), 70)
         self.assertEqual(ours, theirs)
 
@@ -237,6 +162,10 @@ class Rights(LocalServer):
         'UPDATE "KeyCounter" SET "key_Last" = 0', 'UPDATE "FileIdentity" SET "fid_Identity" = \'x\'',
         'UPDATE "Options" SET "opt_Version" = 9', "SELECT nextval('changes')", "SELECT setval('changes', 1)",
         "SET ROLE sorvanto_owner", "SET ROLE sorvanto_admin", "ALTER ROLE bench SUPERUSER",
+        'INSERT INTO "History" DEFAULT VALUES', 'UPDATE "History" SET "hst_Person" = \'x\'', 'DELETE FROM "History"',
+        'TRUNCATE "History"', 'UPDATE "HistoryChain" SET "chn_Count" = 0', 'DELETE FROM "HistoryChain"',
+        "SELECT nextval('history_number')", "SELECT write_history('', 0, 0, '', 'x', '')",
+        "CALL keep_history('Chemical', 'ChemicalID', '1', '1')",
         "CREATE DATABASE x", "ALTER SYSTEM SET work_mem = '1GB'", "CHECKPOINT",
     ]
 
