@@ -53,18 +53,27 @@ QString deedText(Deed deed) {
     return {};
 }
 
-HistoryDeed::HistoryDeed(const platform::Engine& database, Deed deed, const QString& note)
-    : m_database(&database) {
-    const QMutexLocker locker(&spans().lock);
-    spans().open[m_database].push_back({deedText(deed), note.left(longestNote)});
+HistoryDeed::HistoryDeed(platform::Engine& database, Deed deed, const QString& note) : m_database(&database) {
+    {
+        const QMutexLocker locker(&spans().lock);
+        spans().open[m_database].push_back({deedText(deed), note.left(longestNote)});
+    }
+    tellStore();
 }
 
 HistoryDeed::~HistoryDeed() {
-    const QMutexLocker locker(&spans().lock);
-    auto& own = spans().open[m_database];
-    own.pop_back();
-    if (own.empty())
-        spans().open.remove(m_database);
+    {
+        const QMutexLocker locker(&spans().lock);
+        auto& own = spans().open[m_database];
+        own.pop_back();
+        if (own.empty())
+            spans().open.remove(m_database);
+    }
+    tellStore();
+}
+
+void HistoryDeed::tellStore() {
+    m_database->tellDeed(told(m_database, &Span::deed).toString(), told(m_database, &Span::note).toString());
 }
 
 void installHistoryDeed(platform::Engine& database) {

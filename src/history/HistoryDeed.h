@@ -24,13 +24,15 @@ public:
     /// on a connection that doesn't keep it. note: "prices.csv", at most 200 characters, longer ones are cut; nothing of
     /// a patient, since it is not blanked. Spans may lie within each other, the innermost counts; they end in reverse order.
     /// May stand around a transaction, or within one. One thread a connection.
-    HistoryDeed(const platform::Engine& database, Deed deed, const QString& note = {});
+    HistoryDeed(platform::Engine& database, Deed deed, const QString& note = {});
     ~HistoryDeed();
     HistoryDeed(const HistoryDeed&) = delete;
     HistoryDeed& operator=(const HistoryDeed&) = delete;
 
 private:
-    const platform::Engine* m_database;
+    void tellStore();
+
+    platform::Engine* m_database;
 };
 
 /// "signed", "imported", "restored", as hst_Deed has them.

@@ -3,6 +3,7 @@
 #include "history/HistorySeal.h"
 
 #include "history/HistoryDeed.h"
+#include "platform/basic/Dates.h"
 #include "platform/basic/Version.h"
 #include "platform/data/Query.h"
 
@@ -15,6 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
+
+constexpr int secondsInMinute = 60;
+
+/// Of UTC, by the clock of this computer.
+int minutesAhead() {
+    const QDateTime wall = platform::now();
+    return QDateTime(wall.date(), wall.time(), Qt::LocalTime).offsetFromUtc() / secondsInMinute;
+}
 
 /// Nothing that is stored can be read in two ways: type, length, bytes.
 QVariant historyHash(const std::vector<platform::PlainValue>& values) {
@@ -63,7 +72,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
     if (connection.state() == 0)
         return;
     platform::Engine& database = connection.engine();
-    if (!hasHistory(database))
+    if (!hasHistory(database) || database.tellWriter({writer.person, writer.program, minutesAhead()}))
         return;
     installHistoryHash(database);
     installHistoryDeed(database);

@@ -73,6 +73,13 @@ using EngineFunction = std::function<QVariant(const std::vector<PlainValue>& val
 /// Whether the same values always give the same result.
 enum class FunctionResult { Same, OfTheMoment };
 
+/// Who a connection works for.
+struct HistoryContext {
+    QString person;        ///< account and computer, "rkent@bench2"
+    QString program;       ///< its version
+    int minutesAhead = 0;  ///< of UTC, by the clock of the computer
+};
+
 class Engine {
 public:
     Engine() = default;
@@ -123,6 +130,13 @@ public:
     virtual std::int64_t version() = 0;
     /// Runs all statements and sets the mark, or does nothing. source: whom the report of a broken relation names.
     virtual void migrate(const QStringList& statements, std::int64_t version, const QString& source) = 0;
+
+    /// Tells a store that writes and seals its own history who changes its records from now on. False where it has none of
+    /// that kind: then a function of the program seals what the store writes.
+    virtual bool tellWriter(const HistoryContext& /*writer*/) { return false; }
+    /// What the changes are to the user from now on, nothing special where both are empty. Never throws: such a store
+    /// may be told with the next statement, any other one keeps to the functions.
+    virtual void tellDeed(const QString& /*deed*/, const QString& /*note*/) noexcept {}
 
     /// Gives statements a function of any number of values.
     virtual void addFunction(const char* name, FunctionResult result, EngineFunction function) = 0;
