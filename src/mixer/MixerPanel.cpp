@@ -114,7 +114,9 @@ QPushButton* MixerPanel::addButton(QBoxLayout& row, const char* name, void (Mixe
 }
 
 void MixerPanel::buildButtons(QBoxLayout& layout) {
-    auto* row = new QHBoxLayout;
+    m_buttons = new QWidget;
+    auto* row = new QHBoxLayout(m_buttons);
+    row->setContentsMargins(0, platform::grid, 0, 0);
     row->setSpacing(12);
     row->addStretch(1);
     m_connect = addButton(*row, "mixerConnect", &MixerPanel::connectPressed);
@@ -129,8 +131,7 @@ void MixerPanel::buildButtons(QBoxLayout& layout) {
     platform::setLook(*m_resume, "primary");
     platform::setLook(*m_ok, "primary");
     platform::setLook(*m_stop, "danger");
-    layout.addSpacing(platform::grid);
-    layout.addLayout(row);
+    layout.addWidget(m_buttons);
     layout.addSpacing(platform::grid);
 }
 

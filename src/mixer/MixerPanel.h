@@ -85,6 +85,7 @@ private:
     QPushButton* m_sign;
     FittingScrollArea* m_scroll;
     NoticeCard* m_warnings;
+    QWidget* m_buttons;  ///< the row of those below; hidden while none of them is there
     QPushButton *m_start, *m_pause, *m_resume, *m_stop, *m_ok, *m_loadAgain, *m_connect;
     StepsTable* m_steps;
     QLabel* m_footnote;

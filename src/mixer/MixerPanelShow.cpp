@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -309,6 +310,10 @@ void MixerPanel::showButtons() {
     m_ok->setVisible(fault);
     for (QPushButton* button : {m_pause, m_resume, m_stop})
         button->setEnabled(reachable);
+    // An empty row takes room that other parts need.
+    const auto all = {m_connect, m_loadAgain, m_start, m_pause, m_resume, m_stop, m_ok};
+    m_buttons->setHidden(
+        std::all_of(all.begin(), all.end(), [](const QPushButton* button) { return button->isHidden(); }));
 }
 
 void MixerPanel::putAside(const Offer& offer) {

@@ -42,6 +42,7 @@ protected:
     }
     const ProgressRing& ring() const { return *support::child<ProgressRing>(window->mixer(), "mixerRing"); }
     void startAndType() {
+        window->resize(1366, 749);  // a small screen without its title bar
         click(u"cmdChemicals"_s);
         QString steps;
         for (int step = 0; step < 6; ++step)
