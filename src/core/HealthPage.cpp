@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
@@ -108,6 +109,8 @@ HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
     column->setSpacing(grid);
     column->addWidget(scroll, 1);
     column->addLayout(buttons);
+
+    platform::giveAccessKeys(*this);
 
     m_poll.setInterval(pollingPause);
     m_poll.callOnTimeout(this, &HealthPage::look);

@@ -6,6 +6,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/HistoryCaptions.h"
@@ -54,6 +55,7 @@ HistoryFileWindow::HistoryFileWindow(const platform::ConnectionPtr& connection, 
     column->addLayout(topRow());
     column->addWidget(m_changes, 1);
     column->addLayout(bottomRow());
+    platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
     resize(std::min(150 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
     showChanges();

@@ -5,6 +5,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/HistoryCaptions.h"
@@ -104,6 +105,8 @@ void HistoryWindow::buildWindow() {
     all->setObjectName(u"cmdAllRecords"_s);
     all->setAutoDefault(false);
     QObject::connect(all, &QPushButton::clicked, this, &HistoryWindow::showAll);
+    setTabOrder(all, m_use);
+    setTabOrder(m_use, close);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(all);
     bottom->addStretch();
@@ -117,6 +120,7 @@ void HistoryWindow::buildWindow() {
     column->addWidget(m_changes, 3);
     column->addWidget(m_past, 2);
     column->addLayout(bottom);
+    platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
     resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
 }

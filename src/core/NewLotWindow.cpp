@@ -4,6 +4,7 @@
 #include "core/TraceList.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "prices/PackPrice.h"
@@ -91,6 +92,9 @@ NewLotWindow::NewLotWindow(clsChemicalPtr former, QWidget* parent)
         setTabOrder(before, next);
         before = next;
     }
+    // A scanner ends what it reads with Enter: that goes on to the next box, and adds nothing.
+    for (const QLineEdit* box : findChildren<QLineEdit*>())
+        connect(box, &QLineEdit::returnPressed, this, [this] { focusNextChild(); });
     m_lot->setFocus();
 }
 
@@ -108,6 +112,7 @@ void NewLotWindow::buildWindow() {
     column->addLayout(topRows());
     column->addWidget(m_list, 1);
     column->addLayout(bottomRow());
+    platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(100 * grid, 80 * grid);
     resize(std::min(100 * grid, room.width() - 4 * grid), std::min(76 * grid, room.height() - 8 * grid));
 }
@@ -145,7 +150,6 @@ QLayout* NewLotWindow::topRows() {
 QLayout* NewLotWindow::packRow() {
     m_packUnit->setObjectName(u"txtPackUnit"_s);
     m_packUnit->setMaxLength(mostUnitSigns);
-    m_packUnit->setFixedWidth(14 * grid);
     auto* row = new QHBoxLayout;
     row->setSpacing(2 * grid);
     row->addWidget(m_packPrice);
@@ -155,6 +159,9 @@ QLayout* NewLotWindow::packRow() {
     row->addWidget(m_packUnit);
     m_packUnit->setAccessibleName(translated(u"Unit of the pack"_s));
     m_packUnit->setPlaceholderText(translated(u"Unit, such as g"_s));
+    m_packUnit->ensurePolished();
+    m_packUnit->setFixedWidth(m_packUnit->fontMetrics().horizontalAdvance(m_packUnit->placeholderText()) +
+                              4 * grid);
     row->addStretch();
     return row;
 }

@@ -3,6 +3,7 @@
 #include "core/PriceTexts.h"
 #include "core/TraceList.h"
 #include "platform/basic/Plurals.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -65,6 +66,7 @@ void RepricingWindow::buildWindow() {
     column->addWidget(m_note);
     column->addWidget(m_list, 1);
     column->addLayout(bottom);
+    platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 80 * grid);
     resize(std::min(125 * grid, room.width() - 4 * grid), std::min(70 * grid, room.height() - 8 * grid));
 }

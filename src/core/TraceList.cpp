@@ -3,6 +3,7 @@
 #include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAbstractTableModel>
@@ -47,9 +48,9 @@ public:
         endResetModel();
     }
     const std::vector<bool>& ticks() const { return m_ticks; }
-    void toggle(int row) {
-        const auto place = static_cast<std::size_t>(row);
-        m_ticks[place] = !m_ticks[place];
+    bool isTicked(int row) const { return m_ticks.at(static_cast<std::size_t>(row)); }
+    void tick(int row, bool on) {
+        m_ticks.at(static_cast<std::size_t>(row)) = on;
         emit dataChanged(index(row, 0), index(row, 0), {Qt::CheckStateRole});
     }
     int rowCount(const QModelIndex& parent = {}) const override {
@@ -96,7 +97,8 @@ constexpr int looked = 100;                      // rows that a column's width i
 constexpr int leastOpen = 90, enoughOpen = 240;  // of a column without a width
 constexpr int cellMargin = 10;                   // as the headings have
 
-/// Texts stand below their headings; what doesn't fit ends in a sign and shows whole under the mouse.
+/// Texts stand below their headings; what doesn't fit ends in a sign and shows whole under the mouse. The row that the keys
+/// stand on has a frame.
 class CellPainter : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -115,6 +117,10 @@ public:
                             cell.palette, cell.state.testFlag(QStyle::State_Enabled),
                             cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, room.width()),
                             QPalette::Text);
+        const auto* rows = qobject_cast<const QTableView*>(cell.widget);
+        if (rows && rows->hasFocus() && rows->currentIndex().row() == index.row())
+            platform::drawRowMark(*painter, cell.rect, index.column() == 0,
+                                  index.column() == index.model()->columnCount() - 1);
     }
 
 private:
@@ -163,7 +169,7 @@ TraceList::TraceList(const QString& name, QWidget* parent)
             [this](const QModelIndex& index) { emit opened(index.row()); });
     connect(m_view, &QTableView::clicked, this, [this](const QModelIndex& index) {
         if (index.column() == 0)
-            toggle(index.row());
+            toggle({index.row()});
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &TraceList::choiceChanged);
@@ -213,6 +219,7 @@ std::vector<int> TraceList::chosen() const {
 
 void TraceList::setTicked() {
     m_model->setTicks(std::vector<bool>(static_cast<std::size_t>(rowCount()), true));
+    m_view->selectRow(0);  // the space bar has a row to start with
     emit tickChanged();
 }
 
@@ -225,10 +232,13 @@ std::vector<int> TraceList::ticked() const {
     return rows;
 }
 
-void TraceList::toggle(int row) {
-    if (m_model->ticks().empty())
+/// All of them get the tick that the first has not.
+void TraceList::toggle(const std::vector<int>& rows) {
+    if (m_model->ticks().empty() || rows.empty())
         return;
-    m_model->toggle(row);
+    const bool on = !m_model->isTicked(rows.front());
+    for (const int row : rows)
+        m_model->tick(row, on);
     emit tickChanged();
 }
 
@@ -243,8 +253,8 @@ bool TraceList::eventFilter(QObject* watched, QEvent* event) {
             emit opened(m_view->currentIndex().row());
             return true;
         }
-        if (key->key() == Qt::Key_Space && m_view->currentIndex().isValid() && !m_model->ticks().empty()) {
-            toggle(m_view->currentIndex().row());
+        if (key->key() == Qt::Key_Space && !m_model->ticks().empty()) {
+            toggle(chosen());
             return true;
         }
     }

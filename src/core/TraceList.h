@@ -35,7 +35,8 @@ public:
     void choose(int row);
     /// Places of the chosen rows, from the top.
     std::vector<int> chosen() const;
-    /// Gives each row a box in front, all ticked; the mouse in the first column and the space bar change them.
+    /// Gives each row a box in front, all ticked, and chooses the first; the mouse in the first column changes one, the space
+    /// bar those that are chosen.
     void setTicked();
     /// Places of the ticked rows, from the top.
     std::vector<int> ticked() const;
@@ -53,7 +54,7 @@ protected:
 private:
     void layOutColumns();
     int contentWidth(int column) const;
-    void toggle(int row);
+    void toggle(const std::vector<int>& rows);
 
     std::vector<TraceColumn> m_columns;
     TraceRowsModel* m_model;

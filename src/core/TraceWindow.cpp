@@ -5,6 +5,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/RecallTexts.h"
@@ -96,6 +97,7 @@ void TraceWindow::buildWindow() {
     column->addWidget(m_batches, 2);
     column->addWidget(m_prescriptions, 3);
     column->addLayout(bottomRow());
+    platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
     resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
 }
@@ -174,6 +176,7 @@ void TraceWindow::showSimilar() {
     auto* caption = new QLabel(translated(u"Similar lots:"_s), this);
     platform::setLook(*caption, "quiet");
     m_similar->addWidget(caption);
+    QWidget* before = m_to->focusProxy();
     for (const QString& lot : lots.mid(0, mostSimilar)) {
         auto* button = new QPushButton(QString(lot).replace(u"&"_s, u"&&"_s), this);
         button->setAutoDefault(false);
@@ -183,6 +186,8 @@ void TraceWindow::showSimilar() {
             m_text->setFocus();
         });
         m_similar->addWidget(button);
+        setTabOrder(before, button);
+        before = button;
     }
     if (lots.size() > mostSimilar) {
         auto* more = new QLabel(u"+ %1"_s.arg(lots.size() - mostSimilar), this);

@@ -3,6 +3,7 @@
 #include "platform/basic/LocalMarks.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 #include "screens/PriceTexts.h"
 #include "shared/Translator.h"
@@ -15,6 +16,7 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +30,7 @@ using platform::grid;
 constexpr std::array<int, PriceRowsModel::columns> widths{44, 48, 176, 64, 264, 72, 72, 56, 72, 72, 0};
 
 constexpr int leastRemark = 220;
+constexpr int leastCalculation = 160;  // the designed one is the most: what it leaves is the remark's
 
 bool isNumberColumn(int column) {
     return column == PriceRowsModel::row ||
@@ -64,6 +67,23 @@ QString heading(int column) {
         return translated(u"Remark"_s);
     }
 }
+
+/// The frame is around the whole row that the keys stand on: of the box alone it would look like a second box.
+class RowPainter : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem cell(option);
+        cell.state.setFlag(QStyle::State_HasFocus, false);
+        QStyledItemDelegate::paint(painter, cell, index);
+        const auto* rows = qobject_cast<const QTableView*>(option.widget);
+        if (rows && rows->hasFocus() && rows->currentIndex().row() == index.row())
+            platform::drawRowMark(*painter, option.rect, index.column() == 0,
+                                  index.column() == PriceRowsModel::columns - 1);
+    }
+};
 
 }  // namespace
 
@@ -167,6 +187,11 @@ QVariant PriceRowsModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::AlignVCenter |
                                    (isNumberColumn(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::FontRole: {  // the color alone would be lost in a chosen row
+        QFont font;
+        font.setWeight(QFont::DemiBold);
+        return isDoubtfulCell(proposal, index.column()) ? QVariant(font) : QVariant();
+    }
     case Qt::ForegroundRole:
         if (isDoubtfulCell(proposal, index.column()))
             return QBrush(platform::theme().warning);
@@ -215,9 +240,15 @@ PriceList::PriceList(QWidget* parent)
     m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
     m_view->horizontalHeader()->setHighlightSections(false);
     m_view->setMinimumHeight(platform::headPitch + 4 * platform::rowPitch);
+    m_view->setItemDelegate(new RowPainter(m_view));
     new platform::FocusMark(*m_view);
     m_view->installEventFilter(this);
     setFocusProxy(m_view);
+    // The space bar has a row to start with.
+    connect(m_model, &QAbstractItemModel::modelReset, m_view, [this] {
+        layOutColumns();
+        m_view->selectRow(0);
+    });
 
     auto* head = new QHBoxLayout;
     head->addWidget(title);
@@ -233,12 +264,24 @@ PriceList::PriceList(QWidget* parent)
 
 void PriceList::setRemark(const QString& text) { m_remark->setText(text); }
 
+int PriceList::calculationWidth() const {
+    constexpr int looked = 100;  // rows
+    int widest = 0;
+    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row)
+        widest = std::max(widest,
+                          m_view->sizeHintForIndex(m_model->index(row, PriceRowsModel::calculation)).width());
+    return widest + grid;
+}
+
 void PriceList::layOutColumns() {
     QHeaderView& header = *m_view->horizontalHeader();
     int left = m_view->viewport()->width();
     for (int column = 0; column < PriceRowsModel::columns; ++column) {
-        const int wanted = column == PriceRowsModel::remark ? std::max(left, leastRemark)
-                                                            : widths[static_cast<std::size_t>(column)];
+        int wanted = widths[static_cast<std::size_t>(column)];
+        if (column == PriceRowsModel::remark)
+            wanted = std::max(left, leastRemark);
+        else if (column == PriceRowsModel::calculation)
+            wanted = std::clamp(calculationWidth(), leastCalculation, wanted);
         header.resizeSection(column, std::max(wanted, header.sectionSizeHint(column)));
         left -= header.sectionSize(column);
     }

@@ -79,6 +79,7 @@ protected:
 
 private:
     void layOutColumns();
+    int calculationWidth() const;
     void tickChosen();
 
     PriceRowsModel* m_model;

@@ -2,6 +2,7 @@
 
 #include "platform/ask/Ask.h"
 #include "platform/basic/Plurals.h"
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/LongWork.h"
 #include "prices/PriceTaking.h"
 #include "screens/PriceTexts.h"
@@ -142,6 +143,7 @@ void PriceWindow::weigh() {
 void PriceWindow::showTicks() {
     const int ticked = m_weighed ? m_weighed->proposals.ticked() : 0;
     m_take->setText(platform::counted(translated(u"Take %1 price | Take %1 prices"_s), ticked));
+    platform::giveAccessKeys(*this);
     m_take->setEnabled(ticked > 0);
     QStringList counts;
     const auto count = [&](const QString& forms, std::initializer_list<PriceState> states) {

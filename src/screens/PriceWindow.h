@@ -36,6 +36,7 @@ private:
     QLayout* fileRow();
     QLayout* columnsRow();
     QLayout* bottomRow();
+    void orderStops();
     void fillColumnBoxes();
     void fillMarkBox(PriceField field);
     void guessSeparator();

@@ -38,8 +38,26 @@ void PriceWindow::buildWindow() {
     column->addWidget(m_message);
     column->addWidget(m_list, 1);
     column->addLayout(bottomRow());
+    orderStops();
     const QSize room = screen() ? screen()->availableSize() : QSize(160 * grid, 90 * grid);
     resize(std::min(160 * grid, room.width() - 4 * grid), std::min(90 * grid, room.height() - 8 * grid));
+}
+
+/// From the boxes above to the list, and from there to the buttons.
+void PriceWindow::orderStops() {
+    QWidget* before = m_separator;
+    const auto then = [&before](QWidget* next) {
+        setTabOrder(before, next);
+        before = next;
+    };
+    for (std::size_t i = 0; i < priceFields; ++i) {
+        then(m_columnBoxes[i]);
+        if (m_markBoxes[i])
+            then(m_markBoxes[i]);
+    }
+    then(m_list->focusProxy());
+    then(m_take);
+    then(findChild<QPushButton*>(u"cmdClose"_s));
 }
 
 QLabel* PriceWindow::captionFor(QWidget& box, const QString& text) {

@@ -89,6 +89,15 @@ void checkChoice(const QComboBox& box, QStringList& faults) {
         faults << fault(box, box.currentText(), needed, given);
 }
 
+void checkPlaceholder(const QLineEdit& box, QStringList& faults) {
+    constexpr int margins = 16;
+    if (!box.text().isEmpty() || box.placeholderText().isEmpty())
+        return;
+    const int needed = box.fontMetrics().horizontalAdvance(box.placeholderText()) + margins;
+    if (box.width() < needed)
+        faults << fault(box, box.placeholderText(), needed, box.width());
+}
+
 void checkGroup(const QGroupBox& group, QStringList& faults) {
     constexpr int margins = 16;
     const int needed = group.fontMetrics().horizontalAdvance(group.title()) + margins;
@@ -143,6 +152,8 @@ QStringList misfits(const QWidget& window) {
             checkTabs(*tabs, faults);
         else if (const auto* choice = qobject_cast<const QComboBox*>(widget))
             checkChoice(*choice, faults);
+        else if (const auto* line = qobject_cast<const QLineEdit*>(widget))
+            checkPlaceholder(*line, faults);
         else if (const auto* group = qobject_cast<const QGroupBox*>(widget))
             checkGroup(*group, faults);
     }

@@ -5,6 +5,7 @@
 #include "Fit.h"
 #include "LanguageTour.h"
 #include "mixer/SimulatorProcess.h"
+#include "support/Settle.h"
 
 #include "mixer/LinkRow.h"
 #include "platform/widgets/Theme.h"
@@ -35,7 +36,7 @@ protected:
     void look(QWidget& shown, const QString& name) override {
         if (&shown == window.get())
             takeSize();
-        QCoreApplication::sendPostedEvents();  // a text that has just come finds its place
+        support::settle();  // a text that has just come finds its place
         if (!pictures().isEmpty())
             keepPicture(shown, name);
         for (const QString& misfit : misfits(shown)) {

@@ -5,6 +5,7 @@
 #include "platform/widgets/Boxes.h"
 
 #include <QAbstractItemModel>
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
@@ -101,6 +102,33 @@ TEST_F(NewLotTest, TheDeliveryIsAddedAndFormulasUseItFromNowOn) {
     EXPECT_FALSE(on(u"cmdSave"_s)) << "as after saving";
     ASSERT_FALSE(announced.texts().isEmpty());
     EXPECT_EQ(str(announced.last().text), "New lot L301: 2 formulas use it now");
+}
+
+TEST_F(NewLotTest, ByTheKeyboardAloneAScannersEnterAddsNothing) {
+    showCamphor();
+    inWindow("NewLotWindow", [](QWidget& form) {
+        form.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+        const auto focus = [] { return str(QApplication::focusWidget()->objectName()); };
+        EXPECT_EQ(focus(), "txtLot");
+        QTest::keyClicks(QApplication::focusWidget(), u"L301"_s);
+        for (const char* next : {"txtSupplier", "txtPackPrice", "txtPackSize", "txtPackUnit", "txtCost",
+                                 "txtAWP", "grdFormulas"}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            EXPECT_EQ(focus(), next);
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(rows(form, "grdFormulas"), "[ ] Arnica Salve\n[x] Cooling Gel");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(rows(form, "grdFormulas"), "[x] Arnica Salve\n[x] Cooling Gel")
+            << "all that are chosen get what the first has not";
+        EXPECT_TRUE(form.isVisible());
+        QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !form.isVisible(); }));
+    });
+    click(u"cmdNewLot"_s);
+    EXPECT_EQ(lines(), "11:5\n15:5");
 }
 
 TEST_F(NewLotTest, AnUntickedFormulaKeepsTheFormerLot) {

@@ -4,6 +4,7 @@
 #include "platform/widgets/Theme.h"
 #include "screens/PriceList.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -97,12 +98,51 @@ TEST_F(PriceImportTest, TheListShowsWhatWouldChange) {
     };
     EXPECT_EQ(color(1, PriceRowsModel::factor), platform::theme().warning);
     EXPECT_NE(color(0, PriceRowsModel::factor), platform::theme().warning);
+    const auto isBold = [&](int row, int column) {
+        return rows(form).index(row, column).data(Qt::FontRole).value<QFont>().weight() > QFont::Normal;
+    };
+    EXPECT_TRUE(isBold(1, PriceRowsModel::factor)) << "also where the row is chosen";
+    EXPECT_FALSE(isBold(0, PriceRowsModel::factor));
     EXPECT_EQ(label(form, "lblCounts"), "3 changes · 1 unchanged · 1 unknown");
-    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 1 price");
+    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "&Take 1 price");
     press(form, "cmdClose");
 });
 EXPECT_EQ(stored(), "Aspirin|1|2\nBorax|1|2\nCamphor|1|2\nMenthol|1|2") << "nothing without Take";
 }  // namespace
+
+TEST_F(PriceImportTest, TheSpaceBarHasARowFromTheBeginning) {
+    openScreen(list);
+    import([](QWidget& form) {
+        form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    ASSERT_EQ(str(QApplication::focusWidget()->objectName()), "grdPrices");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(ticks(form), "ooo--");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(ticks(form), "xxo--");
+    press(form, "cmdClose");
+});
+}
+
+/// What the cell of the box shows with the focus differs in its upper and lower edge alone, as in any other cell of the row.
+TEST_F(PriceImportTest, TheFocusIsNoSecondBox) {
+    openScreen(list);
+    import([](QWidget& form) {
+        auto& view = *child<QTableView>(form, "grdPrices");
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    const auto inside = [&] {
+        const QRect cell = view.visualRect(view.model()->index(0, PriceRowsModel::tick));
+        return view.viewport()->grab(cell.adjusted(4, 4, 0, -4)).toImage();
+    };
+    const QImage with = inside();
+    ASSERT_TRUE(view.hasFocus());
+    view.clearFocus();
+    EXPECT_EQ(with, inside());
+    press(form, "cmdClose");
+});
+}
 
 TEST_F(PriceImportTest, WhatIsTickedIsTakenAndShown) {
     openScreen(list);
@@ -129,7 +169,7 @@ TEST_F(PriceImportTest, SpaceTicksAllChosenRows) {
     view.selectAll();
     QTest::keyClick(&view, Qt::Key_Space);
     EXPECT_EQ(ticks(form), "xxx--");
-    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 3 prices");
+    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "&Take 3 prices");
     QTest::keyClick(&view, Qt::Key_Space);
     EXPECT_EQ(ticks(form), "ooo--");
     EXPECT_FALSE(child<QPushButton>(form, "cmdTake")->isEnabled());

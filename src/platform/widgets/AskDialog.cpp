@@ -1,6 +1,7 @@
 // Texts are plain, can be selected and copied (Ctrl+C takes the whole message), and scroll when long.
 #include "platform/widgets/AskDialog.h"
 
+#include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
@@ -198,21 +199,10 @@ void AskDialog::correctLine() {
     m_line->setCursorPosition(place);
 }
 
-// The first letter that no other button has; the letter alone, without Alt, answers nothing.
-QString AskDialog::withAccessKey(const QString& caption) {
-    for (qsizetype at = 0; at < caption.size(); ++at) {
-        const QChar letter = caption[at].toUpper();
-        if (!letter.isLetter() || m_accessKeys.contains(letter))
-            continue;
-        m_accessKeys += letter;
-        return QString(caption).insert(at, u'&');
-    }
-    return caption;
-}
-
+// The letter alone, without Alt, answers nothing.
 void AskDialog::addButton(const QString& caption, Answer answer, bool isDefault) {
     const QString shown = widgetText(caption);
-    auto* button = new QPushButton(answer == Answer::Ok ? shown : withAccessKey(shown), this);
+    auto* button = new QPushButton(answer == Answer::Ok ? shown : withAccessKey(shown, m_accessKeys), this);
     button->setObjectName(caption);
     button->setMinimumWidth(88);
     button->setDefault(isDefault);

@@ -36,7 +36,6 @@ private:
     void addNote();
     void showNote();
     void correctLine();
-    QString withAccessKey(const QString& caption);
     void addButton(const QString& caption, Answer answer, bool isDefault);
 
     Answer m_answer = Answer::Cancel;

@@ -67,7 +67,8 @@ public:
         if (current && m_list.marksDeletion())
             drawDeletion(*painter, option.rect, index.column());
         if (m_view.hasFocus() && m_view.currentIndex().row() == index.row())
-            drawCursor(*painter, option.rect, index.column());
+            drawRowMark(*painter, option.rect, index.column() == 0,
+                        index.column() == m_list.model().columnCount() - 1);
     }
 
     /// A text that is cut off shows whole under the mouse.
@@ -90,15 +91,6 @@ private:
                          cell.center().y());
         if (column == 0)
             painter.fillRect(QRect(cell.topLeft(), QSize(4, cell.height())), theme().danger);
-    }
-
-    /// The frame of the whole row, of which each cell shows its part.
-    void drawCursor(QPainter& painter, const QRect& cell, int column) const {
-        painter.save();
-        painter.setClipRect(cell);
-        const bool first = column == 0, last = column == m_list.model().columnCount() - 1;
-        drawFocusMark(painter, cell.adjusted(first ? 0 : -cellMargin, 0, last ? 0 : cellMargin, 0));
-        painter.restore();
     }
 
     const RecordList& m_list;

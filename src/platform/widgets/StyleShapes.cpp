@@ -65,6 +65,14 @@ void drawFocusMark(QPainter& painter, const QRect& place, qreal radius) {
     drawBox(painter, place, {{}, theme().accent, markWidth, radius});
 }
 
+void drawRowMark(QPainter& painter, const QRect& cell, bool first, bool last) {
+    constexpr int beyond = 10;  // the corners of a cell within the row
+    painter.save();
+    painter.setClipRect(cell);
+    drawFocusMark(painter, cell.adjusted(first ? 0 : -beyond, 0, last ? 0 : beyond, 0));
+    painter.restore();
+}
+
 void drawArrow(QPainter& painter, const QRect& place, Qt::ArrowType direction, const QColor& color) {
     const Canvas canvasOf(painter, place);
     painter.rotate(degreesFromDown(direction));

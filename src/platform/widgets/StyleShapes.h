@@ -20,6 +20,8 @@ struct Box {
 void drawBox(QPainter& painter, const QRect& place, const Box& box);
 /// The one mark of what the keys go to: a frame in the accent color, inside the rectangle.
 void drawFocusMark(QPainter& painter, const QRect& place, qreal radius = 5);
+/// That mark around a whole row, of which each cell paints its part.
+void drawRowMark(QPainter& painter, const QRect& cell, bool first, bool last);
 /// An arrow head, as wide as a text of the interface is high, in the middle of the rectangle.
 void drawArrow(QPainter& painter, const QRect& place, Qt::ArrowType direction, const QColor& color);
 /// What fills a check box that is on.
