@@ -33,8 +33,12 @@ void removeLeftovers(const QString& database) {
         u"delivered\\.txt)\\.(?!before\\z)\\w{6}\\z"_s);
     static const QRegularExpression copy(u"-before-update-from-.*\\.part(?:-journal)?\\z"_s);
     static const QRegularExpression journal(u"\\.xml\\.\\w{6}\\z"_s);
+    static const QRegularExpression exported(
+        u"^(?:ChangeHistory|Chemicals|FormulaLog|JarUsage|LogAvery8160|LogReport|RXLabel|RXReport|Recall|Worksheet)"
+        "\\.xls\\.(?!backup\\z)\\w{6}\\z"_s);
     const QString folder = platform::programFolder();
     removeFrom(folder, beside);
+    removeFrom(folder, exported);
     removeFrom(folder, unfinished(u"sorvanto.mdb"_s));
     removeFrom(folder + u"/backups"_s, copy);
     removeFrom(folder + u"/mixes"_s, journal);

@@ -3,6 +3,11 @@
 #include "TempProgramFolder.h"
 
 #include <QDir>
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -51,6 +56,40 @@ TEST(Leftovers, OnlyWhatTheProgramItselfHasNamedGoes) {
     for (const QString& name : stays)
         EXPECT_TRUE(folder.has(name)) << name.toStdString();
     EXPECT_TRUE(folder.has("options.xml.Li1nk2"));
+}
+
+/// Of the literals in the sources.
+QStringList namesOfExports() {
+    static const QRegularExpression literal(u"(\\w+\\.xls)\"_s"_s);
+    QStringList names;
+    QDirIterator sources(QStringLiteral(SORVANTO_SOURCE_DIR "/src"), {u"*.cpp"_s}, QDir::Files,
+                         QDirIterator::Subdirectories);
+    while (sources.hasNext()) {
+        QFile source(sources.next());
+        if (!source.open(QIODevice::ReadOnly))
+            continue;
+        const QString text = QString::fromUtf8(source.readAll());
+        for (auto found = literal.globalMatch(text); found.hasNext();)
+            names << found.next().captured(1);
+    }
+    return names;
+}
+
+TEST(Leftovers, HalfAnExportGoesSinceItMayNamePatients) {
+    const support::TempProgramFolder folder;
+    const QStringList names = namesOfExports();
+    ASSERT_GE(names.size(), 10) << names.join(' ').toStdString();
+    for (const QString& name : names) {
+        folder.write(name, "whole");
+        folder.write(name + u".a1B2c3"_s, "half");
+    }
+    folder.write("Chemicals.xls.backup", "the user's");
+    sorvanto::removeLeftovers({});
+    for (const QString& name : names) {
+        EXPECT_TRUE(folder.has(name)) << name.toStdString();
+        EXPECT_FALSE(folder.has(name + u".a1B2c3"_s)) << name.toStdString();
+    }
+    EXPECT_TRUE(folder.has("Chemicals.xls.backup"));
 }
 
 TEST(Leftovers, FoldersOfTheFirstVersionAreTheOwnersAloneFromNowOn) {
