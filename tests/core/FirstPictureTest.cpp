@@ -122,4 +122,20 @@ TEST_F(FirstPictureTest, NothingIsShownOfAStartThatEndsBefore) {
     EXPECT_FALSE(window->isVisible());
 }
 
+class FirstStartPictureTest : public FirstPictureTest {
+protected:
+    QByteArray optionsXml() const override { return {}; }
+};
+
+TEST_F(FirstStartPictureTest, TheLanguageIsAskedBeforeAnythingElseIsOnScreen) {
+    asker.expectModal("frmWizard", [&](QWidget& wizard) {
+        for (const QWidget* each : QApplication::topLevelWidgets())
+            EXPECT_TRUE(each == &wizard || !each->isVisible()) << qPrintable(each->objectName());
+        EXPECT_FALSE(taken().contains("show"));
+        wizard.close();
+    });
+    show();
+    EXPECT_TRUE(window->isVisible());
+}
+
 }  // namespace

@@ -81,6 +81,16 @@ TEST_F(LogTest, AFieldThatIsNullReadsAsEmptyAndADocumentBecomesEmpty) {
     EXPECT_FALSE(log->log_Mix->root());
 }
 
+TEST_F(LogTest, AnEmptyTextLoadsAsAnEmptyDocumentWithoutAWord) {
+    const auto log = open(1);
+    ASSERT_TRUE(log->log_Results->root());
+    ASSERT_TRUE(log->log_Mix->root());
+    log->openLog(2, {});
+    EXPECT_EQ(log->LogID, 2);
+    EXPECT_FALSE(log->log_Results->root());
+    EXPECT_FALSE(log->log_Mix->root());
+}
+
 TEST_F(LogTest, ANullDateIsAFailureThatLeavesTheObjectHalfFilled) {
     sql("INSERT INTO Log (LogID, log_Lot, log_Name) VALUES (8, 'NN', 'No date')");
     const auto log = open(8);

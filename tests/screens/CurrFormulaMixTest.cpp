@@ -59,6 +59,7 @@ TEST_F(CurrFormulaMixTest, ACancelledSigningLogsNothingAndEndsThereToo) {
 }
 
 TEST_F(CurrFormulaMixTest, AMixWithoutAFormulaAsksFirst) {
+    click("cmdChemicals");
     asker.expectMsgBox("Log Formula", question, "Logs", Answer::No);
     finishMix("0");
     EXPECT_EQ(window->current(), formulas);
