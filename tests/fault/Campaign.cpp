@@ -3,11 +3,13 @@
 
 #include "Disk.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cerrno>
 #include <iostream>
 #include <numeric>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +32,8 @@ struct Course {
 
 struct Counts {
     std::size_t kills = 0, cuts = 0, failures = 0, refused = 0;
+    /// What kills and cuts have left, and whether the deed was done: many leave the same, which is looked at once.
+    std::set<std::pair<QByteArray, bool>> left;
 };
 
 std::string stateIn(const Deed& deed, const QString& folder) {
@@ -47,7 +51,10 @@ Course played(const Deed& deed) {
     Disk disk(world.folder.path());
     if (deed.inSteps)
         world.onStatement = [&] { course.states.insert(stateIn(deed, world.folder.path())); };
-    deed.act(world);
+    {
+        const OpenHanded custom;
+        deed.act(world);
+    }
     world.onStatement = nullptr;
     const Disk::Unseen own;
     course.start = disk.start();
@@ -62,6 +69,8 @@ Course played(const Deed& deed) {
     EXPECT_TRUE(killedAfter(course.start, course.operations, course.operations.size()).contents() ==
                 Image::of(world.folder.path()).contents())
         << "something was written past the eyes of the test";
+    if (!deed.usersFile)
+        expectOwnersAlone(course.operations, world.folder.path());
     return course;
 }
 
@@ -72,6 +81,14 @@ void expectOldOrNew(const Deed& deed, const Course& course, const QString& folde
         EXPECT_EQ(state, course.fresh) << "it was done, and is not there";
     }
     EXPECT_EQ(str(problemsOf(folder + u"/sorvanto.mdb"_s).join('\n'_L1)), "");
+}
+
+void look(const Deed& deed, const Course& course, const Image& image, std::size_t count, Counts& counts) {
+    const bool finished = count == course.operations.size();
+    if (!counts.left.emplace(image.fingerprint(), finished).second)
+        return;
+    image.layOut(scratch());
+    expectOldOrNew(deed, course, scratch(), finished);
 }
 
 std::vector<std::size_t> places(const Course& course) {
@@ -99,8 +116,7 @@ void killEverywhere(const Deed& deed, const Course& course, Counts& counts) {
         all.insert(count);
     for (const std::size_t count : all) {
         SCOPED_TRACE("killed behind " + described(course.operations, count));
-        killedAfter(course.start, course.operations, count).layOut(scratch());
-        expectOldOrNew(deed, course, scratch(), count == course.operations.size());
+        look(deed, course, killedAfter(course.start, course.operations, count), count, counts);
         ++counts.kills;
     }
 }
@@ -122,8 +138,8 @@ void cutEverywhere(const Deed& deed, const Course& course, Counts& counts) {
     for (const auto& [count, survival] : all) {
         SCOPED_TRACE("power cut behind " + described(course.operations, count) + ", survival " +
                      std::to_string(static_cast<int>(survival)));
-        powerCutAfter(course.start, course.operations, count, survival, random).layOut(scratch());
-        expectOldOrNew(deed, course, scratch(), count == course.operations.size());
+        look(deed, course, powerCutAfter(course.start, course.operations, count, survival, random), count,
+             counts);
         ++counts.cuts;
     }
 }
@@ -185,6 +201,21 @@ unsigned seedOfRun() {
     return qEnvironmentVariableIsSet("SEED") ? qEnvironmentVariable("SEED").toUInt() : 1U;
 }
 
+OpenHanded::OpenHanded() : m_mask(::umask(0)) {}
+OpenHanded::~OpenHanded() { ::umask(m_mask); }
+
+void expectOwnersAlone(const std::vector<Operation>& operations, const QString& folder) {
+    constexpr QFileDevice::Permissions others(0x0077);  // of the group and of everybody
+    for (const Operation& operation : operations) {
+        const bool makes = operation.act == Act::Create || operation.act == Act::MakeFolder ||
+                           operation.act == Act::Rename || operation.act == Act::Link;
+        const QString name = operation.to.isEmpty() ? operation.name : operation.to;
+        const QFileInfo file(folder + '/'_L1 + name);
+        if (makes && file.exists() && !name.endsWith(".lock"_L1))
+            EXPECT_FALSE(file.permissions() & others) << str(name) << " can be read by others";
+    }
+}
+
 std::vector<std::size_t> drawnOrder(std::size_t count) {
     std::vector<std::size_t> order(count);
     std::iota(order.begin(), order.end(), 0U);
@@ -228,8 +259,8 @@ void campaign(const Deed& deed) {
     cutEverywhere(deed, course, counts);
     failEverywhere(deed, course, counts);
     std::cout << "fault: " << deed.name << ": " << course.acts.size() << " calls, " << counts.kills
-              << " kills, " << counts.cuts << " power cuts, " << counts.failures << " failing calls ("
-              << counts.refused << " stopped it)\n";
+              << " kills, " << counts.cuts << " power cuts, leaving " << counts.left.size() << " states, "
+              << counts.failures << " failing calls (" << counts.refused << " stopped it)\n";
 }
 
 }  // namespace fault

@@ -23,6 +23,8 @@ struct Deed {
     bool inSteps = false;
     /// A failure needs no words.
     bool silent = false;
+    /// It writes a file of the user's own choice, which may be read as his custom is.
+    bool usersFile = false;
     /// The state lasts through a power cut as soon as the deed is done.
     bool durable = true;
 };
@@ -61,6 +63,20 @@ template <class Item>
 std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most) {
     return drawn(all, most, [](const Item&) { return 0; });
 }
+
+/// Without a custom of the session that hides files.
+class OpenHanded {
+public:
+    OpenHanded();
+    ~OpenHanded();
+    OpenHanded(const OpenHanded&) = delete;
+    OpenHanded& operator=(const OpenHanded&) = delete;
+
+private:
+    unsigned m_mask;
+};
+/// Files and folders that were made or replaced by these are readable by their owner alone; locks name no patients.
+void expectOwnersAlone(const std::vector<Operation>& operations, const QString& folder);
 
 /// What the last operation before that place was.
 Act actBefore(const std::vector<Operation>& operations, std::size_t count);

@@ -181,7 +181,8 @@ TEST(Deeds, APdfIsSaved) {
                       const QByteArray pdf = fileIn(folder, u"list.pdf"_s);
                       const bool whole = pdf.startsWith("%PDF") && pdf.trimmed().endsWith("%%EOF");
                       return std::string(whole ? "whole" : pdf.isEmpty() ? "none" : "part");
-                  }});
+                  },
+              .usersFile = true});
 }
 
 namespace {

@@ -1,6 +1,7 @@
 // Replaying operations, whole or in part.
 #include "Image.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -120,6 +121,22 @@ std::map<QString, QByteArray> Image::contents() const {
         all[name] = content == files.end() ? QByteArray() : content->second;
     }
     return all;
+}
+
+QByteArray Image::fingerprint() const {
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    const auto add = [&](const QByteArray& part) {
+        hash.addData(QByteArray::number(part.size()) + ' ');
+        hash.addData(part);
+    };
+    for (const QString& folder : folders)
+        add(folder.toUtf8());
+    add("");
+    for (const auto& [name, content] : contents()) {
+        add(name.toUtf8());
+        add(content);
+    }
+    return hash.result();
 }
 
 void Image::apply(const Operation& operation) {

@@ -35,6 +35,8 @@ public:
 
     /// Each file's content by its name.
     std::map<QString, QByteArray> contents() const;
+    /// The same for the same names, folders and contents.
+    QByteArray fingerprint() const;
     void apply(const Operation& operation);
 
     std::map<QString, int> names;

@@ -334,6 +334,8 @@ TEST_F(DatabaseTool, RestoresAndKeepsWhatWasThere) {
     EXPECT_EQ(run({"check", path("a.mdb")}), 0);
     EXPECT_EQ(content("a.mdb.before-restore"), "damaged");
     EXPECT_EQ(content("a.mdb.before-restore-journal"), "left over");
+    for (const char* kept : {"a.mdb.before-restore", "a.mdb.before-restore-journal"})
+        EXPECT_EQ(QFile::permissions(path(kept)) & QFile::Permissions(0x0077), QFile::Permissions()) << kept;
     {
         const FileUser user(path("a.mdb"));
         EXPECT_EQ(run({"restore", path("copy.mdb"), path("a.mdb")}), 1) << "while a change is under way";

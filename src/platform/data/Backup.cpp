@@ -66,6 +66,13 @@ public:
         else if (!m_name.isEmpty())
             moveWithJournal(m_name, m_file);
     }
+    /// Another has taken the place: what was there holds the same patients, and is its owner's alone as well.
+    void keepToOwner() const {
+        for (const QString& file : {m_name, m_name + u"-journal"_s}) {
+            if (!m_name.isEmpty() && QFile::exists(file))
+                QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        }
+    }
     /// Empty when there was nothing.
     const QString& name() const { return m_name; }
 
@@ -130,6 +137,7 @@ QString restoreDatabase(const QString& backup, const QString& file,
         QFile::remove(restored + u"-journal"_s);
         throw;
     }
+    aside->keepToOwner();
     return aside->name();
 }
 
