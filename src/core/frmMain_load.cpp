@@ -133,7 +133,6 @@ void frmMain::updateDatabase(const ResumeNext& step) {
     if (applied)
         step([&] { deref(basMain::Options).DBVersion(version); });
     step([&] { rememberDatabase(); });
-    m_status->showDatabase();
 }
 
 // When the file is lost one day, its identity tells which copies are of it.
@@ -150,6 +149,7 @@ void frmMain::loadLanguage(const ResumeNext& step) {
     platform::setTextTranslator(translated);
     step([&] { language->setLanguage(deref(basMain::Options).Language()); });
     step([&] { platform::setSystemLanguage(localeOf(deref(basMain::Options).Language())); });
+    m_status->showDatabase();
 }
 
 void frmMain::refuseSecondInstance(const ResumeNext& step) {
