@@ -13,7 +13,8 @@ build="g++ cmake ninja-build ccache mold pkg-config python3
   fonts-inter fonts-dejavu-core fonts-liberation2"
 display="xvfb openbox xauth"
 test="clang-format xdotool sqlite3 poppler-utils zbar-tools imagemagick libreoffice-calc-nogui python3-xlrd
-  desktop-file-utils appstream librsvg2-bin cups-daemon cups-client cups-filters printer-driver-cups-pdf"
+  desktop-file-utils appstream librsvg2-bin cups-daemon cups-client cups-filters printer-driver-cups-pdf
+  at-spi2-core dbus-daemon python3-gi gir1.2-atspi-2.0"
 lint="clang-tidy"
 package="dpkg-dev lintian desktop-file-utils appstream librsvg2-bin"
 server="postgresql openssl"

@@ -47,7 +47,10 @@ RecordListPlace::RecordListPlace(QMainWindow& window, platform::CommandBar& bar)
     m_button->setIcon(platform::icon(u"list"_s));
     m_button->setFocusPolicy(Qt::NoFocus);
     m_bar.addAtEnd(u"MainBar"_s, *m_button);
-    connect(m_button, &QToolButton::clicked, this, &RecordListPlace::toggle);
+    connect(m_button, &QToolButton::toggled, this, [this](bool on) {  // also by a screen reader
+        if (on != isOpen())
+            toggle();
+    });
     connect(keyAction(window, Qt::Key_F9), &QAction::triggered, this, &RecordListPlace::toggle);
     connect(keyAction(window, Qt::CTRL | Qt::Key_L), &QAction::triggered, this, &RecordListPlace::goToFilter);
     connect(m_pane, &RecordListPane::chose, this, &RecordListPlace::leave);

@@ -1,6 +1,7 @@
 // The link row: the mark is full when the mixer answers and hollow when it doesn't.
 #include "mixer/LinkRow.h"
 
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QHBoxLayout>
@@ -29,7 +30,7 @@ void LinkRow::show(Kind kind, const QString& text, const QString& badge) {
     m_text->setText(text);
     m_badge->setText(badge);
     m_badge->setVisible(!badge.isEmpty());
-    setAccessibleName(badge.isEmpty() ? text : text + u", "_s + badge);
+    platform::setSpokenName(*this, badge.isEmpty() ? text : text + u", "_s + badge);
     if (m_kind != kind) {
         m_kind = kind;
         update();

@@ -12,6 +12,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/basic/TimeOfDay.h"
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QLabel>
@@ -46,7 +47,7 @@ void MixerPanel::sizeRing() {
 
 void MixerPanel::showCaptions() {
     m_title->setText(m_texts(PanelText::Title));
-    m_scroll->setAccessibleName(m_title->text());
+    platform::setSpokenName(*m_scroll, m_title->text());
     m_footnote->setText(m_texts(PanelText::NotEmergencyStop));
     m_connect->setText(m_texts(PanelText::Connect));
     m_loadAgain->setText(m_texts(PanelText::LoadAgain));

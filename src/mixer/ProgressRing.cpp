@@ -1,6 +1,7 @@
 // Painting of the ring.
 #include "mixer/ProgressRing.h"
 
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QPainter>
@@ -56,7 +57,7 @@ void ProgressRing::show(double fraction, Tone tone, const QString& middle, const
     m_tone = tone;
     m_middle = middle;
     m_below = below;
-    setAccessibleName(below.isEmpty() ? middle : middle + u", "_s + below);
+    platform::setSpokenName(*this, below.isEmpty() ? middle : middle + u", "_s + below);
     update();
 }
 

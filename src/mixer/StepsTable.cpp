@@ -3,6 +3,7 @@
 
 #include "mixer/MixTables.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QEvent>
@@ -99,7 +100,8 @@ void StepsTable::fill(const PanelTexts& texts) {
     setHorizontalHeaderLabels({QString(), heading(texts(PanelText::LiftRpm), metrics),
                                heading(texts(PanelText::MixRpm), metrics),
                                heading(texts(PanelText::Time), metrics)});
-    setAccessibleName(texts(PanelText::StepOf, {QString::number(1), QString::number(m_steps.size())}));
+    platform::setSpokenName(*this,
+                            texts(PanelText::StepOf, {QString::number(1), QString::number(m_steps.size())}));
     setRowCount(static_cast<int>(m_steps.size()));
     int row = 0;
     for (const protocol::Step& step : m_steps) {

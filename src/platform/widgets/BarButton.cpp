@@ -2,6 +2,7 @@
 #include "platform/widgets/BarButton.h"
 
 #include "platform/widgets/CommandBar.h"
+#include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
 
 #include <QActionEvent>
@@ -65,6 +66,15 @@ void BarButton::nextCheckState() {
         QToolButton::nextCheckState();
 }
 
+// Who changes the button itself, as screen readers do, means to press it.
+void BarButton::checkStateSet() {
+    QAction* action = defaultAction();
+    if (!action || isChecked() == action->isChecked())
+        return;
+    action->trigger();
+    setChecked(action->isChecked());
+}
+
 void BarButton::actionEvent(QActionEvent* event) {
     QToolButton::actionEvent(event);
     if (event->type() == QEvent::ActionChanged && event->action() == defaultAction())
@@ -73,7 +83,7 @@ void BarButton::actionEvent(QActionEvent* event) {
 
 void BarButton::followTool() {
     setText({});  // the caption is for menus
-    setAccessibleName(plainTip(m_tool.toolTip().isEmpty() ? m_tool.caption() : m_tool.toolTip()));
+    setSpokenName(*this, plainTip(m_tool.toolTip().isEmpty() ? m_tool.caption() : m_tool.toolTip()));
     setAccessibleDescription(m_tool.mark());
     setVisible(m_tool.visible());
     update();

@@ -21,6 +21,7 @@ public:
 
 protected:
     void nextCheckState() override;
+    void checkStateSet() override;
     void actionEvent(QActionEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

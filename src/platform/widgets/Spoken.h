@@ -16,4 +16,7 @@ void sayAloud(QWidget& part);
 using SpokenListener = std::function<void(const QString& said)>;
 void setSpokenListener(SpokenListener listener);
 
+/// The accessible name, where it is another one than now: screen readers are told each time that one is set.
+void setSpokenName(QWidget& part, const QString& name);
+
 }  // namespace platform

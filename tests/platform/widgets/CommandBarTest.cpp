@@ -8,6 +8,7 @@
 #include "platform/widgets/EnterKey.h"
 #include "platform/widgets/Theme.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
@@ -77,6 +78,17 @@ TEST_F(Bar, AClickOnAPictureRaisesItsTool) {
     QTest::mouseClick(button("cmdSave"), Qt::LeftButton);
     QTest::mouseClick(button("cmdFormulas"), Qt::LeftButton);
     EXPECT_EQ(clicks, QStringList({"cmdSave", "cmdFormulas"}));
+}
+
+TEST_F(Bar, AScreenReaderPressesAPictureAsAMouseDoes) {
+    for (const char* name : {"cmdSave", "cmdFormulas"}) {
+        QAccessibleActionInterface& actions =
+            *QAccessible::queryAccessibleInterface(button(name))->actionInterface();
+        actions.doAction(actions.actionNames().front());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return clicks.size() == 2; }));
+    EXPECT_EQ(clicks, QStringList({"cmdSave", "cmdFormulas"}));
+    EXPECT_FALSE(button("cmdFormulas")->isChecked()) << "whether it is on is the program's to say";
 }
 
 TEST_F(Bar, WhatIsOffOrHiddenIsNotClicked) {
