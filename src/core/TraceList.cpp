@@ -173,6 +173,9 @@ TraceList::TraceList(const QString& name, QWidget* parent)
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &TraceList::choiceChanged);
+    // The frame is the row's, and the view paints the cell alone.
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, m_view->viewport(),
+            qOverload<>(&QWidget::update));
 
     auto* head = new QHBoxLayout;
     head->addWidget(m_title);
@@ -249,6 +252,11 @@ bool TraceList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        const bool moves = key->key() == Qt::Key_Down || key->key() == Qt::Key_Up;
+        if (moves && m_view->currentIndex().isValid() && chosen().empty()) {
+            choose(m_view->currentIndex().row());  // the framed one first
+            return true;
+        }
         if (enter && m_view->currentIndex().isValid()) {
             emit opened(m_view->currentIndex().row());
             return true;

@@ -244,6 +244,9 @@ PriceList::PriceList(QWidget* parent)
     new platform::FocusMark(*m_view);
     m_view->installEventFilter(this);
     setFocusProxy(m_view);
+    // The frame is the row's, and the view paints the cell alone.
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, m_view->viewport(),
+            qOverload<>(&QWidget::update));
     // The space bar has a row to start with.
     connect(m_model, &QAbstractItemModel::modelReset, m_view, [this] {
         layOutColumns();

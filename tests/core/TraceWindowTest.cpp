@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPaintEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -82,6 +83,47 @@ TEST_F(TraceWindowTest, AChosenBatchShowsItsPrescriptionsAlone) {
     EXPECT_EQ(column(u"grdPrescriptions"_s, 0), u"Xu, Jin"_s);
     list(u"grdBatches"_s).clearSelection();
     EXPECT_EQ(list(u"grdPrescriptions"_s).model()->rowCount(), 2);
+}
+
+/// What is painted anew, of a list.
+class Painted : public QObject {
+public:
+    explicit Painted(QTableView& view) { view.viewport()->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
+
+TEST_F(TraceWindowTest, ByTheArrowsTheFramedRowIsChosenFirst) {
+    open(u"L1"_s);
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QTableView& batches = list(u"grdBatches"_s);
+    batches.setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(batches.currentIndex().row(), 0);
+    EXPECT_FALSE(batches.selectionModel()->hasSelection()) << "all prescriptions until one is chosen";
+    QTest::keyClick(&batches, Qt::Key_Down);
+    EXPECT_EQ(batches.selectionModel()->selectedRows().value(0).row(), 0);
+    QTest::keyClick(&batches, Qt::Key_Down);
+    EXPECT_EQ(batches.selectionModel()->selectedRows().value(0).row(), 1);
+}
+
+TEST_F(TraceWindowTest, TheFrameLeavesTheWholeFormerRow) {
+    open(u"L1"_s);
+    window->show();
+    QTableView& batches = list(u"grdBatches"_s);
+    batches.selectionModel()->setCurrentIndex(batches.model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    QCoreApplication::processEvents();
+    Painted painted(batches);
+    batches.selectionModel()->setCurrentIndex(batches.model()->index(1, 0), QItemSelectionModel::NoUpdate);
+    QCoreApplication::processEvents();
+    for (int column = 0; column < batches.model()->columnCount(); ++column)
+        EXPECT_TRUE(painted.region.contains(batches.visualRect(batches.model()->index(0, column)).center()))
+            << column;
 }
 
 TEST_F(TraceWindowTest, AChosenIngredientNarrowsTheBatches) {
