@@ -5,6 +5,12 @@
 #   scripts/manual-pictures.sh [--no-build] [language...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# The pictures tell of a pharmacy's computer, its user and its folder, not of this one: these bear their names for all that is
+# started from here on, and for nothing else.
+if [ "${1:-}" != --at-the-desk ]; then
+  exec unshare --map-root-user --mount --uts scripts/manual-pictures.sh --at-the-desk "$@"
+fi
+shift
 . scripts/common.sh
 command -v convert >/dev/null || { echo "convert (package imagemagick) is needed." >&2; exit 1; }
 built=build/dev/bin
@@ -18,7 +24,11 @@ languages=(english spanish german french russian portuguese italian swiss)  # by
 wanted=("$@")
 formula="Magic Mouthwash"
 scratch=$(mktemp -d)
-place=/tmp/mill-road  # the folder that pictures name
+place=/srv/pharmacy  # the folder that pictures name
+hostname counter-1
+sed 's/^[^:]*:\([^:]*\):0:/mreid:\1:0:/' /etc/passwd >"$scratch/passwd"
+mount --bind "$scratch/passwd" /etc/passwd
+mount -t tmpfs pharmacy "$(dirname "$place")"
 mkdir "$place"
 simulator="" locker=""
 clean_up() {
@@ -86,7 +96,7 @@ unlock_database() {
 
 # keep_desk <number>: starts, lists, windows, problems, and a mix that is stopped, in that language.
 keep_desk() {
-  local name=${languages[$1]} program=$place/Pharmacy start
+  local name=${languages[$1]} program=$place/sorvanto start
   mkdir -p "$scratch/$name"
   rm -rf "$program"
   scripts/lay-out.sh $built "$program" >/dev/null
@@ -123,12 +133,14 @@ pictures='
   mixer-offer            panel-offer
   mixing                 mix-mixing-window
   mixing-stopped         mix-stopped-panel
+  new-lot                new-lot
   patients-prescriptions patients-2
   preview-worksheet      preview-worksheet
   prices                 PriceWindow
   problems               problems
   quantity               mix-quantity
   quit-while-mixing      mix-quit-while-mixing
+  recalculate            recalculate
   record-list            record-list
   report-dates           frmReportDate
   search-list            search-list

@@ -37,6 +37,7 @@ private:
     void records();
     void trace();
     void unsavedText();
+    void delivery();
     void problems();
     void health();
     /// Opens a window by its keys, takes its picture, and closes it by that button.
@@ -134,6 +135,28 @@ void ManualTour::unsavedText() {
     m_visitor.tool(u"cmdCancel"_s);
 }
 
+/// A lot that comes again, and what the formulas that take it cost then.
+void ManualTour::delivery() {
+    m_visitor.robot().expectDialog(u"NewLotWindow"_s, [this](QWidget& shown) {
+        const std::pair<const char*, const char*> invoice[] = {{"txtLot", "HC26031"},
+                                                               {"txtPackPrice", "77.50"},
+                                                               {"txtPackSize", "25"},
+                                                               {"txtPackUnit", "g"},
+                                                               {"txtAWP", "7.50"}};
+        for (const auto& [box, text] : invoice)
+            Visitor::type(Visitor::find<QLineEdit>(shown, QLatin1String(box)), QLatin1String(text));
+        m_visitor.picture(u"new-lot"_s, &shown);
+        Visitor::click(Visitor::find<QAbstractButton>(shown, u"cmdAdd"_s));
+    });
+    m_visitor.tool(u"cmdNewLot"_s);
+    m_visitor.robot().expectDialog(u"RepricingWindow"_s, [this](QWidget& shown) {
+        m_visitor.picture(u"recalculate"_s, &shown);
+        Visitor::click(Visitor::find<QAbstractButton>(shown, u"cmdClose"_s));
+    });
+    m_visitor.click(u"cmdNewsAction0"_s);
+    m_visitor.settle();
+}
+
 /// A search that can't be made, and a save of nothing.
 void ManualTour::problems() {
     m_visitor.tool(u"cmdFormulas"_s);
@@ -171,6 +194,7 @@ void ManualTour::run(int language) {
     records();
     trace();
     unsavedText();
+    delivery();
     health();
     problems();
     m_program.leave();
