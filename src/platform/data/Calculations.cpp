@@ -11,6 +11,9 @@ namespace platform {
 using Kind = Token::Kind;
 using Type = Operand::Type;
 
+/// Operands of one level: a file's engine takes no more.
+static constexpr int longestRow = 64;
+
 Operand ExpressionRewriter::calculation(std::size_t i, std::size_t level) {
     static constexpr std::array<QStringView, 5> levels{u"&", u"+-", u"M", u"\\", u"*/"};
     if (level == levels.size())
@@ -22,15 +25,17 @@ Operand ExpressionRewriter::calculation(std::size_t i, std::size_t level) {
     if (!isHere(whole.end))
         return whole;
     Type type = m_operands.inCalculation(whole, level == 0);
-    while (isHere(whole.end)) {
+    for (int operands = 2; isHere(whole.end); ++operands) {
+        if (operands > longestRow)
+            refuseStatement(u"Expression too complex"_s);
         const std::size_t sign = whole.end;
         const Operand next = calculation(sign + 1, level + 1);
         const Type other = m_operands.inCalculation(next, level == 0);
         type = m_operands.resultType(type, m_tokens[sign].text, other);
-        writeSign(sign);
+        join(whole.begin, sign, next.end);
         whole.end = next.end;
     }
-    m_writer.wrap(whole.begin, whole.end, u"dialect_calc("_s, u")"_s);
+    finishRow(whole.begin, whole.end);
     return {whole.begin, whole.end, type};
 }
 
@@ -48,7 +53,7 @@ Operand ExpressionRewriter::signedPower(std::size_t i) {
     m_operands.inCalculation(operand, false);
     for (std::size_t sign = begin; sign < i; ++sign)
         m_writer.replace(sign, {});
-    m_writer.wrap(i, operand.end, negative ? u"dialect_calc(0, '-', "_s : u"dialect_calc(0, '+', "_s, u")"_s);
+    writeUnary(i, operand.end, negative);
     return {begin, operand.end, Type::Number};
 }
 
@@ -63,13 +68,13 @@ Operand ExpressionRewriter::power(std::size_t i) {
         const Operand exponent = primary(sign + (isSigned ? 2 : 1));
         m_operands.inCalculation(exponent, false);
         if (isSigned && m_tokens[sign + 1].text == u"-")
-            m_writer.wrap(exponent.begin, exponent.end, u"dialect_calc(0, '-', "_s, u")"_s);
+            writeUnary(exponent.begin, exponent.end, true);
         if (isSigned)
             m_writer.replace(sign + 1, {});
-        writeSign(sign);
+        join(whole.begin, sign, exponent.end);
         whole.end = exponent.end;
     }
-    m_writer.wrap(whole.begin, whole.end, u"dialect_calc("_s, u")"_s);
+    finishRow(whole.begin, whole.end);
     return {whole.begin, whole.end, Type::Number};
 }
 
@@ -131,7 +136,7 @@ Operand ExpressionRewriter::called(std::size_t i) {
         refuseStatement(u"Undefined function '%1' in expression"_s.arg(m_tokens[i].text.left(80)));
     const bool overRows = written->isEmpty();
     if (!overRows)
-        m_writer.replace(i, *written);
+        m_writer.replace(i, m_writer.words().function(*written));
     std::size_t arguments = 0;
     for (std::size_t next = i + 2; next < close; ++arguments) {
         if (m_tokens.startsExpression(next)) {
@@ -148,8 +153,29 @@ Operand ExpressionRewriter::called(std::size_t i) {
     return {i, close + 1};
 }
 
-void ExpressionRewriter::writeSign(std::size_t sign) {
-    m_writer.replace(sign, u", '%1',"_s.arg(m_tokens[sign].text.toUpper()));
+void ExpressionRewriter::join(std::size_t begin, std::size_t sign, std::size_t end) {
+    const QString text = m_tokens[sign].text.toUpper();
+    const QString function = m_writer.words().operatorFunction(text);
+    m_writer.replace(sign, function.isEmpty() ? u", '%1',"_s.arg(text) : u","_s);
+    if (function.isEmpty())
+        return;
+    m_writer.wrap(begin, sign, m_writer.words().operatorValue(text));
+    m_writer.wrap(sign + 1, end, m_writer.words().operatorValue(text));
+    m_writer.wrap(begin, end, function + u'(', u")"_s);
+}
+
+void ExpressionRewriter::finishRow(std::size_t begin, std::size_t end) {
+    if (m_writer.words().operatorFunction(u"+"_s).isEmpty())
+        m_writer.wrap(begin, end, u"dialect_calc("_s, u")"_s);
+}
+
+void ExpressionRewriter::writeUnary(std::size_t begin, std::size_t end, bool negative) {
+    const QString sign = negative ? u"-"_s : u"+"_s;
+    const QString function = m_writer.words().operatorFunction(sign);
+    if (!function.isEmpty())
+        m_writer.wrap(begin, end, m_writer.words().operatorValue(sign));
+    const QString before = function.isEmpty() ? u"dialect_calc(0, '%1', "_s.arg(sign) : function + u"(0, "_s;
+    m_writer.wrap(begin, end, before, u")"_s);
 }
 
 }  // namespace platform

@@ -3,7 +3,9 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DataLocation.h"
 #include "platform/data/Query.h"
+#include "platform/data/postgres/ServerEngine.h"
 #include "platform/data/sqlite/FileEngine.h"
 
 #include <QRegularExpression>
@@ -39,7 +41,9 @@ Connection::~Connection() = default;
 void Connection::open(const QString& connectionString) {
     if (d->engine)
         throw RuntimeError(error::invalidProcedureCall, u"The connection is already open"_s, u"Database"_s);
-    d->engine = sqlite::openFile(platformPath(dataSource(connectionString)));
+    const DataLocation location(dataSource(connectionString));
+    d->engine = location.isServer() ? postgres::openServer(location.text())
+                                    : sqlite::openFile(platformPath(dataSource(connectionString)));
 }
 
 void Connection::close() { d->engine.reset(); }

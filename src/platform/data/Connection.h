@@ -19,8 +19,9 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// "Provider=...;Data Source=<path>;..." opens the file of Data Source. Never creates one. Reads header
-    /// and schema, so that a file that is no database fails here. Throws cannotOpen or general.
+    /// "Provider=...;Data Source=<location>;..." opens the file or the server of Data Source (see DataLocation). Never
+    /// creates one. Reads header and schema, so that a file that is no database fails here, as does a server without the
+    /// tables. Throws cannotOpen or general.
     void open(const QString& connectionString);
     void close();
     /// 1 open, 0 closed.

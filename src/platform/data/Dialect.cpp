@@ -121,11 +121,14 @@ private:
             return;
         const std::optional<QVariant> value = literal(begin, end);
         if (!value) {
-            m_writer.wrap(begin, end, u"dialect_value(%1, "_s.arg(quotedText(declared)), u")"_s);
+            m_writer.wrap(begin, end, m_writer.words().valueFor(declared));
             return;
         }
-        if (type.isText())
+        if (type.isText()) {
+            if (at(begin, Kind::Number) && end == begin + 1)
+                m_writer.replace(begin, m_writer.words().numberForText(m_tokens[begin].text));
             return;
+        }
         try {
             m_writer.replace(begin, sqlLiteral(type.convert(*value)));
         } catch (const RuntimeError& failure) {
@@ -162,7 +165,7 @@ public:
         const QString source = m_writer.join(from, rest);
         translation.table = table.text;
         translation.whole = rest == m_tokens.size();
-        translation.rowKey = name + u'.' + m_words.rowKey;
+        translation.rowKey = name + u'.' + m_words.rowKey(table.text);
         translation.keysSql =
             u"SELECT %1 %2 %3"_s.arg(translation.rowKey, source, m_writer.join(rest, m_tokens.size()));
         translation.rowSql = u"%1 %2 WHERE %3 = ?"_s.arg(m_writer.join(0, from), source, translation.rowKey);
@@ -219,6 +222,17 @@ private:
 
 }  // namespace
 
+Around EngineWords::valueFor(const QString& declaredType) const {
+    return {u"dialect_value(%1, "_s.arg(quotedText(declaredType)), u")"_s};
+}
+
+QString translateOrder(const QString& columns, const EngineWords& words) {
+    const Tokens tokens = statementTokens(u"ORDER BY "_s + columns);
+    StatementWriter writer(tokens, words);
+    writeOrders(tokens, writer);
+    return writer.join(2, tokens.size());
+}
+
 Translation translateStatement(const QString& statement, const EngineWords& words,
                                const DeclaredType& declaredType) {
     try {
@@ -227,11 +241,14 @@ Translation translateStatement(const QString& statement, const EngineWords& word
         translation.kind = kindOf(tokens);
         StatementWriter writer(tokens, words);
         rewriteExpressions(tokens, writer);
+        writeOrders(tokens, writer);
         if (declaredType && translation.kind == StatementKind::Insert)
             ValueRule(tokens, declaredType, writer).insert();
         if (declaredType && translation.kind == StatementKind::Update)
             ValueRule(tokens, declaredType, writer).update();
         translation.sql = writer.join();
+        if (translation.kind == StatementKind::Insert && tokens.size() > 2)
+            translation.table = tokens[2].text;
         if (translation.kind == StatementKind::Select) {
             translation.order = rowOrder(tokens, writer);
             SingleTable(tokens, writer, words).describe(translation);

@@ -15,10 +15,54 @@ QString quotedName(QString name);
 /// Declared type of a column of a table, empty when there is none.
 using DeclaredType = std::function<QString(const QString& table, const QString& column)>;
 
-/// How an engine writes what each writes in its own way.
-struct EngineWords {
-    QString lastKey;  ///< the key that was given to the newest row
-    QString rowKey;   ///< the column by which a row of any table is known
+/// What is put around an expression.
+struct Around {
+    QString before, after;
+};
+
+/// How an engine writes what each writes in its own way. What is not said otherwise is written as a file takes it.
+class EngineWords {
+public:
+    EngineWords() = default;
+    virtual ~EngineWords() = default;
+    EngineWords(const EngineWords&) = delete;
+    EngineWords& operator=(const EngineWords&) = delete;
+
+    /// The key that was given to the newest row.
+    virtual QString lastKey() const = 0;
+    /// The column by which a row of this table is known.
+    virtual QString rowKey(const QString& table) const = 0;
+    /// The name of a table, a column or what stands for one, which was written bare or in brackets. Throws statement
+    /// for one that must not be asked for.
+    virtual QString name(const QString& name, bool bare) const { return bare ? name : quotedName(name); }
+    /// The name that a statement gives to a column.
+    virtual QString alias(const QString& name, bool bare) const { return bare ? name : quotedName(name); }
+    /// Behind what rows are ordered by, so that nothing comes before every value.
+    virtual QString nullsPlace(bool /*descending*/) const { return {}; }
+
+    /// A condition as the value -1 or 0.
+    virtual Around truthAsValue() const { return {QStringLiteral("-("), QStringLiteral(")")}; }
+    /// Whether a column is a condition as it stands.
+    virtual bool columnIsCondition() const { return true; }
+    /// A text that stands beside no column.
+    virtual Around textAlone() const { return {}; }
+    /// A literal number that a column of texts gets.
+    virtual QString numberForText(const QString& number) const { return number; }
+    /// A calculated value that a column of this declared type gets.
+    virtual Around valueFor(const QString& declaredType) const;
+    /// The function that stands for this operator between two values; empty where one function takes a whole row of
+    /// them, operators included.
+    virtual QString operatorFunction(const QString& /*sign*/) const { return {}; }
+    /// A value that such a function takes.
+    virtual Around operatorValue(const QString& /*sign*/) const { return {}; }
+    virtual QString function(const QString& name) const { return name; }
+    /// The operator Like before this literal pattern, and the pattern; both empty where they stay as they are. Throws
+    /// statement for a pattern that is none.
+    virtual std::pair<QString, QString> like(const QString& /*pattern*/, bool /*negated*/) const {
+        return {};
+    }
+    /// A text that is compared by that operator.
+    virtual Around likeText() const { return {}; }
 };
 
 /// What a SELECT says of the order of its rows, and by what the rest can be ordered.
@@ -40,7 +84,7 @@ struct Translation {
     /// and one row by its id (the parameter). All empty otherwise.
     QString keysSql;
     QString rowSql;
-    QString table;
+    QString table;       ///< also of an INSERT
     QString rowKey;      ///< with the name of the table
     bool whole = false;  ///< all rows of the table, in the order of their keys
     RowOrder order;      ///< of a SELECT
@@ -52,5 +96,8 @@ struct Translation {
 /// bracket, or a comment.
 Translation translateStatement(const QString& statement, const EngineWords& words,
                                const DeclaredType& declaredType = {});
+
+/// The columns of an ORDER BY, written for an engine.
+QString translateOrder(const QString& columns, const EngineWords& words);
 
 }  // namespace platform

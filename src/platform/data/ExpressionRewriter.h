@@ -27,7 +27,7 @@ private:
     Operand negation(std::size_t i);
     Operand comparison(std::size_t i);
     Operand compared(Operand left, std::size_t sign, Operand right);
-    Operand liked(const Operand& left, const Operand& right);
+    Operand liked(const Operand& left, std::size_t word, const Operand& right);
     Operand between(const Operand& left, std::size_t word);
     Operand among(const Operand& left, std::size_t open);
     Operand nullTested(const Operand& left, std::size_t word);
@@ -41,7 +41,11 @@ private:
     Operand parenthesis(std::size_t open);
     Operand named(std::size_t i);
     Operand called(std::size_t i);
-    void writeSign(std::size_t sign);
+    /// The operator between what begins there and what ends there.
+    void join(std::size_t begin, std::size_t sign, std::size_t end);
+    /// Around a whole row of values and operators.
+    void finishRow(std::size_t begin, std::size_t end);
+    void writeUnary(std::size_t begin, std::size_t end, bool negative);
 
     const TokenView m_tokens;
     StatementWriter& m_writer;

@@ -78,7 +78,7 @@ Operand ExpressionRewriter::comparison(std::size_t i) {
         if (m_tokens.at(sign, Kind::Operator))
             left = compared(left, sign, calculation(sign + 1, 0));
         else if (m_tokens.wordAt(word, "LIKE"))
-            left = liked(left, calculation(word + 1, 0));
+            left = liked(left, word, calculation(word + 1, 0));
         else if (m_tokens.wordAt(word, "BETWEEN"))
             left = between(left, word);
         else if (m_tokens.wordAt(word, "IN") && m_tokens.at(word + 1, Kind::Open))
@@ -101,15 +101,28 @@ Operand ExpressionRewriter::compared(Operand left, std::size_t sign, Operand rig
     }
     m_operands.matchDates(left, right);
     m_operands.refuseClash(left, right);
+    m_operands.asCompared(left);
+    m_operands.asCompared(right);
     const QString text = m_tokens[sign].text;
     m_writer.replace(sign, u","_s);
     m_writer.wrap(whole.begin, whole.end, u"(dialect_compare("_s, u") %1 0)"_s.arg(text));
     return whole;
 }
 
-Operand ExpressionRewriter::liked(const Operand& left, const Operand& right) {
+Operand ExpressionRewriter::liked(const Operand& left, std::size_t word, const Operand& right) {
     m_operands.asJoined(left);
     m_operands.asJoined(right);
+    const bool negated = word > left.end;
+    const bool literal = right.end == right.begin + 1 && m_tokens.at(right.begin, Kind::String);
+    const auto [sign, pattern] =
+        m_writer.words().like(literal ? m_tokens[right.begin].text : u"["_s, negated);
+    if (sign.isEmpty())
+        return {left.begin, right.end, Type::Truth};
+    m_writer.wrap(left.begin, left.end, m_writer.words().likeText());
+    m_writer.replace(left.end, sign);
+    if (negated)
+        m_writer.replace(word, {});
+    m_writer.replace(right.begin, pattern);
     return {left.begin, right.end, Type::Truth};
 }
 

@@ -28,13 +28,13 @@ void OperandWriter::settle(const Operand& operand, bool condition) {
 }
 
 void OperandWriter::asTruth(const Operand& operand) {
-    if (operand.type != Type::Truth && !operand.isColumn)
+    if (operand.type != Type::Truth && !(operand.isColumn && m_writer.words().columnIsCondition()))
         m_writer.wrap(operand.begin, operand.end, u"dialect_truth("_s, u")"_s);
 }
 
 Operand OperandWriter::asValue(Operand operand) {
     if (operand.type == Type::Truth) {
-        m_writer.wrap(operand.begin, operand.end, u"-("_s, u")"_s);
+        m_writer.wrap(operand.begin, operand.end, m_writer.words().truthAsValue());
         operand.type = Type::Number;
     }
     return operand;
@@ -50,11 +50,19 @@ void OperandWriter::asSerial(const Operand& operand) {
     forDate(operand, [](const QDateTime& date) { return numberText(toSerial(date)); });
 }
 
+void OperandWriter::asCompared(const Operand& operand) {
+    if (operand.type == Type::Text || operand.type == Type::Date)
+        m_writer.wrap(operand.begin, operand.end, m_writer.words().textAlone());
+}
+
 Type OperandWriter::inCalculation(const Operand& operand, bool joined) {
     if (joined) {
         asJoined(operand);
+        asCompared(operand);
         return Type::Text;
     }
+    if (operand.type == Type::Text)
+        asCompared(operand);
     if (operand.type == Type::Date)
         asSerial(operand);
     asValue(operand);

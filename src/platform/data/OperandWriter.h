@@ -36,6 +36,8 @@ public:
     /// As a part of a calculation, or of a text that is joined; its type there.
     Operand::Type inCalculation(const Operand& operand, bool joined);
     static Operand::Type resultType(Operand::Type left, const QString& sign, Operand::Type right);
+    /// As one of two that are compared, none of them a column.
+    void asCompared(const Operand& operand);
     /// Flags are 1 and 0 in the file.
     void flagOfColumn(const Operand& operand);
     /// A date beside a number is a number itself.

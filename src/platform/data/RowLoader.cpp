@@ -42,7 +42,7 @@ QString decidingKey(Engine& engine, const Translation& translation) {
         return engine.hasKeys(translation.table) ? translation.rowKey : QString();
     for (const auto& [table, column] : translation.order.columns) {
         if (engine.isKey(table, column))
-            return quotedName(table) + u'.' + quotedName(column);
+            return engine.words().name(table, false) + u'.' + engine.words().name(column, false);
     }
     return {};
 }
@@ -57,7 +57,7 @@ void pinOrder(Engine& engine, const QString& orderWithin, Translation& translati
     if (!order.groups.isEmpty() && !order.ordered)
         rest << order.groups;
     if (order.groups.isEmpty() && !orderWithin.isEmpty())
-        rest << orderWithin;
+        rest << translateOrder(orderWithin, engine.words());
     const QString key = order.groups.isEmpty() ? decidingKey(engine, translation) : QString();
     if (!key.isEmpty())
         rest << key + (order.descending ? u" DESC"_s : QString());

@@ -101,7 +101,7 @@ void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QV
     Engine& engine = m_connection.engine();
     Query query(engine,
                 u"SELECT %1 FROM %2 WHERE %3 = ?"_s.arg(columns.join(u", "_s), quotedName(table),
-                                                        engine.words().rowKey),
+                                                        engine.words().rowKey(table)),
                 m_statement);
     query.bind(1, qint64{id});
     if (!query.step())

@@ -5,7 +5,10 @@
 #include "platform/data/ColumnType.h"
 #include "platform/data/DateLiteral.h"
 #include "platform/data/Dialect.h"
+#include "platform/data/DialectWords.h"
 #include "platform/data/Expressions.h"
+#include "platform/data/OrderReader.h"
+#include "platform/data/TokenView.h"
 
 #include <QStringList>
 
@@ -17,10 +20,10 @@ namespace {
 
 using Kind = Token::Kind;
 
-QString quotedPath(const QString& path) {
+QString writtenPath(const QString& path, const EngineWords& words) {
     QStringList parts = path.split(u'.');
     for (QString& part : parts)
-        part = quotedName(part);
+        part = words.name(part, false);
     return parts.join(u'.');
 }
 
@@ -28,6 +31,7 @@ QString derivedTable(const QString& statement, const EngineWords& words) {
     const std::vector<Token> tokens = statementTokens(statement);
     StatementWriter writer(tokens, words);
     rewriteExpressions(tokens, writer);
+    writeOrders(tokens, writer);
     return u'(' + writer.join() + u')';
 }
 
@@ -53,7 +57,7 @@ QString StatementWriter::written(std::size_t i) const {
     const Token& token = m_tokens[i];
     switch (token.kind) {
     case Kind::Bracket:
-        return isAlias(i) ? quotedName(token.text) : quotedPath(token.text);
+        return isAlias(i) ? m_words.alias(token.text, false) : writtenPath(token.text, m_words);
     case Kind::Derived:
         return derivedTable(token.text, m_words);
     case Kind::String:
@@ -61,10 +65,24 @@ QString StatementWriter::written(std::size_t i) const {
     case Kind::Date:
         return sqlLiteral(dateLiteral(token.text));
     case Kind::Identity:
-        return m_words.lastKey;
+        return m_words.lastKey();
+    case Kind::Name:
+        if (isAlias(i))
+            return m_words.alias(token.text, true);
+        return isName(i) ? m_words.name(token.text, true) : token.text;
     default:
         return token.text;
     }
+}
+
+/// Not a word of the dialect, and not a function.
+bool StatementWriter::isName(std::size_t i) const {
+    const TokenView tokens(m_tokens);
+    if (tokens.at(i + 1, Kind::Dot) || (i > 0 && tokens.at(i - 1, Kind::Dot)))
+        return true;
+    const bool takesColumns = i > 0 && m_tokens[i - 1].isWord("INTO");
+    return tokens.nameAt(i) && (takesColumns || !tokens.at(i + 1, Kind::Open)) &&
+           !isOneOf(m_tokens[i], {"NULL", "TRUE", "FALSE"});
 }
 
 void StatementWriter::wrap(std::size_t begin, std::size_t end, const QString& before, const QString& after) {

@@ -22,11 +22,16 @@ public:
     void replace(std::size_t token, const QString& text) { m_pieces[token].text = text; }
     /// Puts texts around the tokens from begin to before end, outside of what stands there already.
     void wrap(std::size_t begin, std::size_t end, const QString& before, const QString& after);
+    void wrap(std::size_t begin, std::size_t end, const Around& around) {
+        wrap(begin, end, around.before, around.after);
+    }
     const QString& text(std::size_t token) const { return m_pieces[token].text; }
 
     /// Tokens from begin to before end, with the blanks that stood between them.
     QString join(std::size_t begin, std::size_t end) const;
     QString join() const { return join(0, m_tokens.size()); }
+
+    const EngineWords& words() const { return m_words; }
 
 private:
     struct Piece {
@@ -34,6 +39,7 @@ private:
     };
 
     bool isAlias(std::size_t i) const { return i > 0 && m_tokens[i - 1].isWord("AS"); }
+    bool isName(std::size_t i) const;
     QString written(std::size_t i) const;
     bool wouldMerge(std::size_t i) const;
 

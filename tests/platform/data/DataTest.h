@@ -1,7 +1,8 @@
-// Base of the data tests: a sample database of its own, opened the way the program opens it.
+// Base of the data tests: a sample database of its own, opened the way the program opens it; in a file, and by a second
+// test program on a server.
 #pragma once
 
-#include "TestDatabase.h"
+#include "DataStore.h"
 #include "db/DatabaseFile.h"
 #include "platform/basic/Currency.h"
 #include "platform/basic/RuntimeError.h"
@@ -31,16 +32,19 @@ class DataTest : public ::testing::Test {
 protected:
     void SetUp() override {
         sorvanto::createSample(path());
+        m_store = support::openStore(path());
         open();
     }
+    /// Only of what is kept in a file.
     QString path(const QString& name = u"test.mdb"_s) const { return m_folder.filePath(name); }
     static QString source(const QString& path) {
         return u"Provider=Any;Data Source=%1;Persist Security Info=False"_s.arg(path);
     }
     void open() {
         connection = std::make_shared<Connection>();
-        connection->open(source(path()));
+        connection->open(source(m_store->location()));
     }
+    QString location() const { return m_store->location(); }
     RecordsetPtr rows(const QString& statement, CursorLocation location = CursorLocation::Default,
                       LockType lock = LockType::ReadOnly) const {
         RecordsetPtr set = Recordset::create();
@@ -50,10 +54,11 @@ protected:
     RecordsetPtr editable(const QString& statement) const {
         return rows(statement, CursorLocation::Client, LockType::Optimistic);
     }
-    /// Straight from the file: fields joined by "|".
-    QString stored(const QString& statement) const {
-        return support::rowsText(support::runSql(path(), statement));
-    }
+    /// Straight from where the records are kept: fields joined by "|".
+    QString stored(const QString& statement) const { return support::rowsText(m_store->run(statement)); }
+    /// Runs statements there, as another program would.
+    void elsewhere(const QString& statements) const { m_store->run(statements); }
+    support::DataStore& store() const { return *m_store; }
     std::int32_t numberOf(const QString& statement) const {
         return failureOf([&] { connection->execute(statement); }).number();
     }
@@ -62,6 +67,7 @@ protected:
 
 private:
     QTemporaryDir m_folder;
+    std::unique_ptr<support::DataStore> m_store;
 };
 
 }  // namespace platform

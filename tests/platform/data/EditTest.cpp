@@ -63,7 +63,7 @@ TEST_F(EditTest, TwoTablesAreWrittenTogetherOrNotAtAll) {
     list->update();
     EXPECT_EQ(stored(u"SELECT log_Name, rxs_QTY FROM Log JOIN RXs USING (LogID) WHERE RXsID = 1"_s),
               "Renamed|7.0");
-    support::runSql(path(), u"CREATE TRIGGER no BEFORE UPDATE ON RXs BEGIN SELECT RAISE(ABORT, 'no'); END"_s);
+    store().breakTable(u"RXs"_s);
     list->setValue(u"log_Name"_s, u"Again"_s);
     list->setValue(u"rxs_QTY"_s, 8);
     EXPECT_NE(failureOf([&] { list->update(); }).number(), 0);
@@ -96,7 +96,7 @@ TEST_F(EditTest, ARefusedEditShowsTheStoredValueAgain) {
 
 TEST_F(EditTest, ARowDeletedMeanwhileIsTold) {
     const RecordsetPtr lines = editable(linesOfFormula);
-    support::runSql(path(), u"DELETE FROM FormChem WHERE FormChemID = 1"_s);
+    elsewhere(u"DELETE FROM FormChem WHERE FormChemID = 1"_s);
     lines->setValue(2, 5);
     EXPECT_EQ(failureOf([&] { lines->update(); }).number(), error::noCurrentRecord);
     EXPECT_EQ(lines->value(2), QVariant(1.0));
@@ -204,7 +204,7 @@ TEST_P(NewRows, ADisconnectedSetStaysInMemory) {
     connection->close();
     lines->moveFirst();
     EXPECT_EQ(lines->value(3).toString(), "Ketoprofen");
-    EXPECT_EQ(stored(u"SELECT count(*), sum(lch_QTY = 3.086) FROM LogChem WHERE LogID = 12"_s), "3|0");
+    EXPECT_EQ(stored(u"SELECT count(*) FROM LogChem WHERE LogID = 12 AND lch_QTY <> 3.086"_s), "3");
 }
 
 TEST_F(EditTest, ValuesAreConvertedToTheColumn) {

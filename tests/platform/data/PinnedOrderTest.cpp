@@ -45,7 +45,7 @@ protected:
     /// Many rows that are alike in all that a list could be ordered by.
     void SetUp() override {
         DataTest::SetUp();
-        support::runSql(path(), QString::fromLatin1(R"(
+        elsewhere(QString::fromLatin1(R"(
 WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 40)
 INSERT INTO Log (FormulaID, log_Name, log_Lot, log_Date, log_JarSize)
   SELECT 1, 'Twin', 'L' || (i * 7919 % 40), '2026-03-01 10:00:00', i * 31 % 5 FROM n;
@@ -101,7 +101,7 @@ private:
 TEST_F(PinnedOrderTest, NeitherAnIndexNorStatisticsReorderAList) {
     remember();
     connection->close();
-    support::runSql(path(), QString::fromLatin1(R"(
+    elsewhere(QString::fromLatin1(R"(
 CREATE INDEX Odd_Log ON Log (log_Date DESC, log_Lot, log_Name);
 CREATE INDEX Odd_LogFormula ON Log (FormulaID, log_Lot DESC, log_Date);
 CREATE INDEX Odd_Jar ON Log (log_JarSize DESC, log_Date);

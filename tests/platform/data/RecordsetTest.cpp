@@ -213,7 +213,7 @@ TEST_P(RecordsetTest, RequeryReadsTheFileAgain) {
 TEST_F(RecordsetByKey, ARowDeletedByAnotherProgramIsTold) {
     const RecordsetPtr logs =
         rows(u"SELECT LogID, log_Lot FROM Log"_s, CursorLocation::Default, LockType::Pessimistic);
-    support::runSql(path(), u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
+    elsewhere(u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
     EXPECT_EQ(logs->valueAt(3, 0).toLongLong(), 4);
     EXPECT_EQ(failureOf([&] { logs->valueAt(3, 1); }).number(), error::noCurrentRecord);
     EXPECT_EQ(logs->valueAt(4, 1).toString(), "SV260005");
@@ -221,14 +221,14 @@ TEST_F(RecordsetByKey, ARowDeletedByAnotherProgramIsTold) {
 
 TEST_F(RecordsetByKey, WalkingReadsAheadWithoutALockAndPastADeletedRow) {
     const RecordsetPtr logs = rows(u"SELECT LogID, log_Lot FROM Log"_s);
-    support::runSql(path(), u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
+    elsewhere(u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);
     for (; !logs->eof(); logs->moveNext()) {
         const qint64 key = logs->value(0).toLongLong();
         if (key == 4)
             EXPECT_EQ(failureOf([&] { logs->value(1); }).number(), error::noCurrentRecord);
         else
             EXPECT_EQ(logs->value(1).toString(), u"SV26%1"_s.arg(key, 4, 10, '0'_L1));
-        support::runSql(path(), u"BEGIN EXCLUSIVE; COMMIT"_s);
+        store().takeAll();
     }
 }
 

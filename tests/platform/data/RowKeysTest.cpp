@@ -34,7 +34,7 @@ protected:
         connection->execute(u"DELETE FROM RXs WHERE RXsID > 0"_s);
         if (*GetParam())
             connection->execute(QString::fromLatin1(GetParam()));
-        other->open(source(path()));
+        other->open(source(location()));
     }
     QString keysOf(const RecordsetPtr& set) const {
         QStringList keys;

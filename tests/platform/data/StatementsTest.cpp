@@ -299,7 +299,7 @@ QString randomSearch(QRandomGenerator& random) {
 TEST_F(Statements, AnySearchTextBreaksItsOwnStatementAtMost) {
     QRandomGenerator random(20261121);
     const QString before = stored(
-        u"SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Log), total(ChemicalID) FROM Chemical"_s);
+        u"SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Log), sum(ChemicalID) FROM Chemical"_s);
     for (int round = 0; round < 4000; ++round) {
         const QString text = randomSearch(random);
         const QString statement =
@@ -319,7 +319,7 @@ TEST_F(Statements, AnySearchTextBreaksItsOwnStatementAtMost) {
     }
     EXPECT_EQ(
         stored(
-            u"SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Log), total(ChemicalID) FROM Chemical"_s),
+            u"SELECT (SELECT count(*) FROM Chemical), (SELECT count(*) FROM Log), sum(ChemicalID) FROM Chemical"_s),
         before);
 }
 

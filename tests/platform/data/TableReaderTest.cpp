@@ -9,12 +9,10 @@ class TableReaderTest : public DataTest {
 protected:
     void SetUp() override {
         DataTest::SetUp();
-        support::runSql(path(),
-                        u"CREATE TABLE Piece (PieceID INTEGER PRIMARY KEY, Name TEXT(20), Cost CURRENCY,"
-                        " Lot TEXT(20))"_s);
+        elsewhere(u"CREATE TABLE Piece (PieceID INTEGER PRIMARY KEY, Name TEXT(20), Cost CURRENCY,"
+                  " Lot TEXT(20))"_s);
         for (const int key : {4, 2, 9, 7})
-            support::runSql(
-                path(), u"INSERT INTO Piece (PieceID, Name, Cost) VALUES (%1, 'Name %1', %1.5)"_s.arg(key));
+            elsewhere(u"INSERT INTO Piece (PieceID, Name, Cost) VALUES (%1, 'Name %1', %1.5)"_s.arg(key));
     }
     TableReader reader() const {
         return {connection, u"Piece"_s, u"PieceID"_s, {u"Name"_s, u"Cost"_s, u"Lot"_s}};
@@ -45,8 +43,8 @@ TEST_F(TableReaderTest, ValuesHaveTheTypesOfTheirColumns) {
 TEST_F(TableReaderTest, WhatIsWrittenBetweenTwoPiecesIsReadAsItThenStands) {
     TableReader pieces = reader();
     pieces.next(2);
-    support::runSql(path(), u"DELETE FROM Piece WHERE PieceID = 7"_s);
-    support::runSql(path(), u"INSERT INTO Piece (PieceID, Name) VALUES (8, 'Name 8')"_s);
+    elsewhere(u"DELETE FROM Piece WHERE PieceID = 7"_s);
+    elsewhere(u"INSERT INTO Piece (PieceID, Name) VALUES (8, 'Name 8')"_s);
     EXPECT_EQ(names(pieces.next(9)), (QStringList{u"Name 8"_s, u"Name 9"_s}));
 }
 

@@ -79,7 +79,7 @@ TEST_F(TypedTextTest, ChangesNoTableOfTheEngine) {
 
 TEST_F(TypedTextTest, KnowsATableThatHasComeSince) {
     EXPECT_EQ(opened(u"SELECT a FROM Later"_s), error::statement);
-    support::runSql(path(), u"CREATE TABLE Later (a INTEGER PRIMARY KEY)"_s);
+    elsewhere(u"CREATE TABLE Later (a INTEGER PRIMARY KEY)"_s);
     EXPECT_EQ(opened(u"SELECT a FROM Later"_s), 0);
     EXPECT_EQ(opened(u"SELECT name FROM sqlite_master"_s), error::statement);
 }

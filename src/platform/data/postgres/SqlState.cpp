@@ -25,16 +25,25 @@ constexpr Failure lineLost{error::deviceIo, "The server can't be reached"};
 constexpr Failure wrong{error::statement, "The statement failed"};
 
 /// The longer ones first.
-constexpr std::array known{
-    Known{"23503", related}, Known{"23001", related},
-    Known{"42804", unfit},   Known{"22012", {error::divisionByZero, "Division by zero"}},
-    Known{"55P03", busy},    Known{"57014", busy},
-    Known{"40P01", busy},    Known{"40001", busy},
-    Known{"25006", refused}, Known{"42501", refused},
-    Known{"53300", full},    Known{"53100", noRoom},
-    Known{"57P", lineLost},  Known{"23", unfit},
-    Known{"22", unfit},      Known{"08", lineLost},
-    Known{"58", lineLost},   Known{"XX", lineLost}};
+constexpr std::array known{Known{"23503", related},
+                           Known{"23001", related},
+                           Known{"42804", unfit},
+                           Known{"22012", {error::divisionByZero, "Division by zero"}},
+                           Known{"DX006", {error::overflow, "Overflow"}},
+                           Known{"55P03", busy},
+                           Known{"57014", busy},
+                           Known{"40P01", busy},
+                           Known{"40001", busy},
+                           Known{"25006", refused},
+                           Known{"42501", refused},
+                           Known{"53300", full},
+                           Known{"53100", noRoom},
+                           Known{"57P", lineLost},
+                           Known{"23", unfit},
+                           Known{"22", unfit},
+                           Known{"08", lineLost},
+                           Known{"58", lineLost},
+                           Known{"XX", lineLost}};
 
 constexpr qsizetype stateLength = 5;
 

@@ -59,6 +59,12 @@ private:
     Guard m_guard;
 };
 
+class FileWords : public EngineWords {
+public:
+    QString lastKey() const override { return u"last_insert_rowid()"_s; }
+    QString rowKey(const QString&) const override { return u"rowid"_s; }
+};
+
 QString FileEngine::location() const { return QString::fromUtf8(sqlite3_db_filename(handle(), "main")); }
 
 std::int64_t FileEngine::changeState() {
@@ -194,7 +200,7 @@ std::unique_ptr<Engine> openFile(const QString& path) {
 }
 
 const EngineWords& fileWords() {
-    static const EngineWords words{u"last_insert_rowid()"_s, u"rowid"_s};
+    static const FileWords words;
     return words;
 }
 

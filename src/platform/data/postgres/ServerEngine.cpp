@@ -1,0 +1,166 @@
+#include "platform/data/postgres/ServerEngine.h"
+
+#include "platform/basic/RuntimeError.h"
+#include "platform/data/Query.h"
+#include "platform/data/postgres/Address.h"
+#include "platform/data/postgres/OwnStatement.h"
+#include "platform/data/postgres/ServerKeys.h"
+#include "platform/data/postgres/ServerQuery.h"
+#include "platform/data/postgres/ServerSpan.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform::postgres {
+
+namespace {
+
+class ServerEngine : public Engine {
+public:
+    explicit ServerEngine(const QString& address) : m_address(address), m_store(address) {}
+
+    QString location() const override { return m_address; }
+    bool isReadOnly() const override { return m_store.refusesChanges || m_store.session.isStandby(); }
+    void refuseChanges() override { m_store.refusesChanges = true; }
+    std::int64_t changeState() override { return number(*this, u"SELECT last_value FROM changes"_s); }
+
+    const EngineWords& words() const override { return m_store.words; }
+    std::unique_ptr<EngineQuery> prepare(const QString& sql, const QString& original) override;
+    std::unique_ptr<EngineQuery> prepareTranslated(const Translation& translation,
+                                                   const QString& statement) override;
+    std::unique_ptr<KeyedSelect> keyedSelect(const Translation& translation,
+                                             const QString& statement) override;
+    std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
+                        const QString& statement) override;
+    std::unique_ptr<EngineSpan> beginSpan(const QString& statement) override;
+
+    QStringList tables() override { return m_store.catalogue.tables(); }
+    QStringList columns(const QString& table) override;
+    QString declaredType(const QString& table, const QString& column) override;
+    bool isKey(const QString& table, const QString& column) override;
+    bool hasKeys(const QString& table) override { return !m_store.catalogue.key(table).isEmpty(); }
+    std::int64_t lastKey(const QString& table) override;
+
+    std::int64_t version() override;
+    void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
+    void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
+    bool copyInto(const QString& file, const Cancelled& cancelled) override;
+    QStringList problems(const Cancelled& cancelled) override;
+
+private:
+    QString m_address;
+    ServerStore m_store;
+};
+
+std::unique_ptr<EngineQuery> ServerEngine::prepare(const QString& sql, const QString& original) {
+    const OwnStatement own = ownStatement(sql, m_store.catalogue);
+    return std::make_unique<ServerQuery>(m_store, own.sql, own.reads ? Access::Reads : Access::Changes,
+                                         original);
+}
+
+std::unique_ptr<EngineQuery> ServerEngine::prepareTranslated(const Translation& translation,
+                                                             const QString& statement) {
+    const Access access = translation.kind == StatementKind::Select ? Access::Reads : Access::Changes;
+    const bool givesKey = translation.kind == StatementKind::Insert && hasKeys(translation.table);
+    const QString key = givesKey ? u" RETURNING "_s + m_store.words.rowKey(translation.table) : QString();
+    return std::make_unique<ServerQuery>(m_store, translation.sql + key, access, statement, givesKey);
+}
+
+std::unique_ptr<KeyedSelect> ServerEngine::keyedSelect(const Translation& translation,
+                                                       const QString& statement) {
+    try {
+        return std::make_unique<ServerKeys>(m_store, translation, statement);
+    } catch (const RuntimeError& failure) {
+        if (failure.number() != error::statement)
+            throw;
+        return nullptr;
+    }
+}
+
+std::int64_t ServerEngine::insert(const QString& table, const QStringList& columns,
+                                  const std::vector<QVariant>& values, const QString& statement) {
+    QStringList names, places;
+    for (const QString& column : columns) {
+        names << quotedName(column);
+        places << u'$' + QString::number(names.size());
+    }
+    Query row(std::make_unique<ServerQuery>(
+        m_store,
+        u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
+            quotedName(table), names.join(u", "_s), places.join(u", "_s), m_store.words.rowKey(table)),
+        Access::Changes, statement));
+    for (std::size_t i = 0; i < values.size(); ++i)
+        row.bind(static_cast<int>(i) + 1, values[i]);
+    row.step();
+    const std::int64_t key = row.integer(0);
+    m_store.words.setLastKey(key);
+    return key;
+}
+
+std::unique_ptr<EngineSpan> ServerEngine::beginSpan(const QString& statement) {
+    return std::make_unique<ServerSpan>(m_store, statement);
+}
+
+QStringList ServerEngine::columns(const QString& table) {
+    QStringList names;
+    if (const Catalogue::Table* known = m_store.catalogue.table(table)) {
+        for (const Catalogue::Column& column : known->columns)
+            names << column.name;
+    }
+    return names;
+}
+
+QString ServerEngine::declaredType(const QString& table, const QString& column) {
+    const Catalogue::Column* known = m_store.catalogue.column(table, column);
+    return known ? known->declaredType : QString();
+}
+
+bool ServerEngine::isKey(const QString& table, const QString& column) {
+    const Catalogue::Column* known = m_store.catalogue.column(table, column);
+    return known && known->isKey;
+}
+
+std::int64_t ServerEngine::lastKey(const QString& table) {
+    const Catalogue::Table* known = m_store.catalogue.table(table);
+    Query row(*this, u"SELECT key_Last FROM KeyCounter WHERE key_Table = ?"_s);
+    row.bind(1, known ? known->name : table);
+    return row.step() ? row.integer(0) : 0;
+}
+
+/// The mark is the comment of the tables' schema.
+std::int64_t ServerEngine::version() {
+    return number(*this, u"SELECT obj_description(current_schema()::regnamespace, 'pg_namespace')::bigint"_s);
+}
+
+void ServerEngine::migrate(const QStringList& statements, std::int64_t version, const QString& source) {
+    ServerSpan whole(m_store, source);
+    for (const QString& statement : statements)
+        run(*this, statement);
+    run(*this,
+        u"DO $mark$ BEGIN EXECUTE format('COMMENT ON SCHEMA %I IS %L', current_schema(), '%1'); END $mark$"_s
+            .arg(version));
+    whole.commit();
+    m_store.catalogue.read(m_store.session);
+}
+
+/// What a file's connection calculates, the server does by itself.
+void ServerEngine::addFunction(const char* name, FunctionResult, EngineFunction) {
+    throw RuntimeError(error::general, u"The server takes no function (%1)"_s.arg(QString::fromUtf8(name)),
+                       u"Database"_s);
+}
+
+bool ServerEngine::copyInto(const QString&, const Cancelled&) {
+    throw RuntimeError(error::general, u"Records on a server can't be copied into a file yet"_s,
+                       u"Database"_s);
+}
+
+/// The server checks its pages whenever it reads one, and relations with each change.
+QStringList ServerEngine::problems(const Cancelled&) { return {}; }
+
+}  // namespace
+
+std::unique_ptr<Engine> openServer(const QString& address) {
+    readAddress(address);  // refuses a password
+    return std::make_unique<ServerEngine>(address);
+}
+
+}  // namespace platform::postgres

@@ -1,0 +1,40 @@
+#include "platform/data/postgres/ServerSpan.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace platform::postgres {
+
+ServerSpan::ServerSpan(ServerStore& store, QString statement)
+    : m_session(store.session), m_statement(std::move(statement)), m_outermost(!m_session.isSpanOpen()) {
+    if (store.refusesChanges)
+        throw RuntimeError(error::permissionDenied, u"The records are open for reading only"_s, u"Database"_s,
+                           m_statement);
+    m_session.control(m_outermost ? "BEGIN READ WRITE" : "SAVEPOINT span", m_statement);
+    m_connection = m_session.connectionNumber();
+    m_session.countSpan(+1);
+}
+
+ServerSpan::~ServerSpan() {
+    if (!m_open)
+        return;
+    try {
+        if (!m_outermost)
+            m_session.control("ROLLBACK TO span", m_statement);
+        m_session.control(m_outermost ? "ROLLBACK" : "RELEASE span", m_statement);
+    } catch (const RuntimeError&) {
+        // The line is lost, and with it all that was not committed.
+    }
+    m_session.countSpan(-1);
+}
+
+void ServerSpan::commit() {
+    m_session.control(m_outermost ? "COMMIT" : "RELEASE span", m_statement);
+    m_session.countSpan(-1);
+    m_open = false;
+}
+
+}  // namespace platform::postgres
