@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
+#include "platform/data/StatementWriter.h"
 #include "platform/data/postgres/Address.h"
 #include "platform/data/postgres/OwnStatement.h"
 #include "platform/data/postgres/ServerKeys.h"
@@ -42,6 +43,8 @@ public:
 
     std::int64_t version() override;
     void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
+    bool tellWriter(const HistoryContext& writer) override;
+    void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
     bool copyInto(const QString& file, const Cancelled& cancelled) override;
     QStringList problems(const Cancelled& cancelled) override;
@@ -140,6 +143,23 @@ void ServerEngine::migrate(const QStringList& statements, std::int64_t version, 
             .arg(version));
     whole.commit();
     m_store.catalogue.read(m_store.session);
+}
+
+/// Until the end of the transaction.
+QByteArray setting(const char* name, const QString& value) {
+    return "SET LOCAL sorvanto." + QByteArray(name) + " = " + quotedText(value).toUtf8();
+}
+
+bool ServerEngine::tellWriter(const HistoryContext& writer) {
+    m_store.session.setGreeting({"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
+                                 "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
+                                 "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\''});
+    return true;
+}
+
+/// From the first one on with each change: what a span has been told holds until its end.
+void ServerEngine::tellDeed(const QString& deed, const QString& note) noexcept {
+    m_store.session.setBeforeChanges({setting("deed", deed), setting("note", note)});
 }
 
 /// What a file's connection calculates, the server does by itself.

@@ -79,6 +79,8 @@ void Session::connect() {
     if (status == PGRES_POLLING_OK) {
         PQsetErrorVerbosity(m_connection, PQERRORS_DEFAULT);
         PQsetnonblocking(m_connection, 1);
+        if (!m_greeting.isEmpty())
+            send(commandsOf(m_greeting));
         return;
     }
     const QString message = QString::fromUtf8(PQerrorMessage(m_connection)).section(u'\n', 0, 0);
@@ -88,6 +90,11 @@ void Session::connect() {
         failure.number,
         u"%1 (%2)"_s.arg(QString::fromUtf8(failure.text), message.isEmpty() ? u"no answer"_s : message),
         u"Database"_s);
+}
+
+void Session::setGreeting(QByteArrayList statements) {
+    m_greeting = std::move(statements);
+    send(commandsOf(m_greeting));
 }
 
 bool Session::isConnected() const { return m_connection && PQstatus(m_connection) != CONNECTION_BAD; }
@@ -100,8 +107,8 @@ void Session::refresh() {
     if (isSpanOpen())
         return;
     pollfd socket{PQsocket(m_connection), POLLIN, 0};
-    if (isConnected() && poll(&socket, 1, 0) > 0)
-        PQconsumeInput(m_connection);
+    while (isConnected() && poll(&socket, 1, 0) > 0 && PQconsumeInput(m_connection)) {
+    }
     if (!isConnected())
         connect();
 }
@@ -110,7 +117,8 @@ std::vector<Result> Session::run(std::vector<Command> commands, Access access, c
     const bool inSpan = isSpanOpen();
     refresh();
     const Frame frame = frameFor(access, inSpan);
-    std::vector<Command> all = commandsOf(frame.before);
+    std::vector<Command> all =
+        commandsOf(access == Access::Changes ? frame.before + m_beforeChanges : frame.before);
     const auto first = static_cast<std::ptrdiff_t>(all.size());
     const auto count = static_cast<std::ptrdiff_t>(commands.size());
     std::move(commands.begin(), commands.end(), std::back_inserter(all));

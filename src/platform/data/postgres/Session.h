@@ -5,6 +5,7 @@
 #include "platform/data/postgres/Result.h"
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 #include <QVariant>
 #include <memory>
@@ -44,6 +45,11 @@ public:
         return run({std::move(command)}, access, statement).front();
     }
 
+    /// What is told to the server at the beginning of each connection, this one included, and before each change. None of
+    /// it must fail.
+    void setGreeting(QByteArrayList statements);
+    void setBeforeChanges(QByteArrayList statements) { m_beforeChanges = std::move(statements); }
+
     /// Statements that begin and end spans. Only for Span.
     void control(const QByteArray& sql, const QString& statement);
     bool isSpanOpen() const { return m_spans > 0; }
@@ -75,6 +81,7 @@ private:
     [[noreturn]] void fail(const Outcome& outcome, Access access, const QString& statement) const;
 
     QByteArray m_address;
+    QByteArrayList m_greeting, m_beforeChanges;
     pg_conn* m_connection = nullptr;
     std::int64_t m_deadline = 0;  ///< of what is under way
     int m_spans = 0;
