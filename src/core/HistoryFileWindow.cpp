@@ -107,7 +107,7 @@ void HistoryFileWindow::showChanges() {
         HistoryRange range(database, first, last, HistoryOrder::NewestFirst);
         std::int64_t changes = 0;
         for (auto entry = range.next(); entry && rows.size() < mostLines; entry = range.next(), ++changes) {
-            for (QStringList& line : historyLines(*entry))
+            for (QStringList& line : historyLines(database, *entry))
                 rows.push_back(std::move(line));
         }
         const bool all = rows.size() < mostLines;

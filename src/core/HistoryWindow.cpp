@@ -8,7 +8,6 @@
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
-#include "reports/HistoryCaptions.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
@@ -53,6 +52,7 @@ HistoryWindow::HistoryWindow(const platform::ConnectionPtr& connection, Record r
       m_message(new QLabel(this)), m_use(new QPushButton(translated(u"Use these values"_s), this)) {
     setObjectName(u"HistoryWindow"_s);
     setWindowTitle(translated(u"History of %1"_s).replace(u"%1"_s, m_record.name));
+    readLines();
     fillChoices();
     buildWindow();
     if (m_record.since.isValid()) {
@@ -125,18 +125,25 @@ void HistoryWindow::buildWindow() {
     resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
 }
 
-QString HistoryWindow::fieldName(const HistoryEntry& entry, const HistoryField& field) const {
-    const QString name = historyCaption(field.name);
-    return entry.table == m_record.table || name.isEmpty() ? name : entry.name + u" · "_s + name;
+void HistoryWindow::readLines() {
+    for (const HistoryEntry& entry : m_entries) {
+        m_lines.emplace_back();
+        for (const HistoryField& field : entry.fields) {
+            HistoryLine line = historyLine(m_connection->engine(), entry, field);
+            if (!line.caption.isEmpty())
+                m_lines.back().push_back(std::move(line));
+        }
+    }
 }
 
 void HistoryWindow::fillChoices() {
     QStringList persons;
     QStringList fields;
-    for (const HistoryEntry& entry : m_entries) {
+    for (const HistoryEntry& entry : m_entries)
         persons << historyPerson(entry.person);
-        for (const HistoryField& field : entry.fields)
-            fields << historyCaption(field.name);
+    for (const std::vector<HistoryLine>& lines : m_lines) {
+        for (const HistoryLine& line : lines)
+            fields << line.caption;
     }
     for (auto [box, all, texts] : {std::tuple{m_person, translated(u"All persons"_s), &persons},
                                    std::tuple{m_field, translated(u"All fields"_s), &fields}}) {
@@ -155,24 +162,22 @@ bool HistoryWindow::isWanted(const HistoryEntry& entry) const {
     return !hasDay(*m_since) || historyClock(entry) >= m_since->value();
 }
 
-/// One row a field; who and when stand in the first of them.
-std::vector<QStringList> HistoryWindow::rowsOf(const HistoryEntry& entry) const {
+/// One row a field; who and when stand in the first of them, or alone where only fields changed that no screen shows.
+std::vector<QStringList> HistoryWindow::rowsOf(std::size_t number) const {
+    const HistoryEntry& entry = m_entries[number];
     QStringList head{platform::dateText(historyClock(entry)), historyPerson(entry.person),
                      historyDeed(entry)};
+    const bool allFields = m_field->currentIndex() <= 0;
     std::vector<QStringList> rows;
-    for (const HistoryField& field : entry.fields) {
-        const QString name = fieldName(entry, field);
-        const QString before =
-            historyValue(field.name, entry.what == "deleted"_L1 ? field.after : field.before);
-        const QString after = entry.what == "deleted"_L1 ? QString() : historyValue(field.name, field.after);
-        const bool says = entry.what == "changed"_L1 || !before.isEmpty() || !after.isEmpty();
-        if (name.isEmpty() || !says ||
-            (m_field->currentIndex() > 0 && historyCaption(field.name) != m_field->currentText()))
+    for (const HistoryLine& line : m_lines[number]) {
+        if (!allFields && line.caption != m_field->currentText())
             continue;
-        rows.push_back(head + QStringList{name, before, after});
+        const bool ofLine = entry.table != m_record.table;
+        rows.push_back(head + QStringList{ofLine ? entry.name + u" · "_s + line.caption : line.caption,
+                                          line.before, line.after});
         head = {QString(), QString(), QString()};
     }
-    if (entry.fields.empty() && m_field->currentIndex() <= 0)
+    if (rows.empty() && allFields)
         rows.push_back(head);
     return rows;
 }
@@ -181,10 +186,10 @@ void HistoryWindow::showChanges() {
     guarded(u"HistoryWindow:showChanges"_s, [&] {
         std::vector<QStringList> rows;
         std::int64_t changes = 0;
-        for (const HistoryEntry& entry : m_entries) {
-            if (!isWanted(entry))
+        for (std::size_t number = 0; number < m_entries.size(); ++number) {
+            if (!isWanted(m_entries[number]))
                 continue;
-            const std::vector<QStringList> own = rowsOf(entry);
+            const std::vector<QStringList> own = rowsOf(number);
             changes += own.empty() ? 0 : 1;
             rows.insert(rows.end(), own.begin(), own.end());
         }

@@ -4,6 +4,7 @@
 
 #include "history/HistoryBook.h"
 #include "platform/data/Connection.h"
+#include "reports/HistoryCaptions.h"
 #include "shared/PastValues.h"
 
 #include <QDialog>
@@ -39,12 +40,12 @@ public:
 
 private:
     void buildWindow();
+    void readLines();
     void fillChoices();
     void showChanges();
     void showPast();
     bool isWanted(const HistoryEntry& entry) const;
-    QString fieldName(const HistoryEntry& entry, const HistoryField& field) const;
-    std::vector<QStringList> rowsOf(const HistoryEntry& entry) const;
+    std::vector<QStringList> rowsOf(std::size_t number) const;
     struct Shown {
         QString field, value;  ///< as the user knows them
     };
@@ -59,6 +60,7 @@ private:
     platform::ConnectionPtr m_connection;
     Record m_record;
     std::vector<HistoryEntry> m_entries;
+    std::vector<std::vector<HistoryLine>> m_lines;  ///< of each entry
     QComboBox* m_person;
     QComboBox* m_field;
     platform::DateBox* m_since;

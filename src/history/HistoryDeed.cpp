@@ -49,6 +49,8 @@ QString deedText(Deed deed) {
         return u"imported"_s;
     case Deed::Restored:
         return u"restored"_s;
+    case Deed::NewLot:
+        return u"new lot"_s;
     }
     return {};
 }

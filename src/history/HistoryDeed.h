@@ -1,5 +1,5 @@
 // What a span of changes is to the user, beyond that rows were made, changed or deleted: a batch was signed, a list was
-// imported, a deleted record was restored. The history of each row that is written meanwhile says so.
+// imported, a deleted record was restored, a new lot of a chemical has come. The history of each row that is written meanwhile says so.
 //
 //     const HistoryDeed deed(connection->engine(), Deed::Imported, QFileInfo(path).fileName());
 //     ... statements, one or many, with a transaction or without ...
@@ -16,7 +16,7 @@ class Engine;
 
 namespace sorvanto {
 
-enum class Deed { Signed, Imported, Restored };
+enum class Deed { Signed, Imported, Restored, NewLot };
 
 class HistoryDeed {
 public:
@@ -35,7 +35,7 @@ private:
     platform::Engine* m_database;
 };
 
-/// "signed", "imported", "restored", as hst_Deed has them.
+/// "signed", "imported", "restored", "new lot", as hst_Deed has them.
 QString deedText(Deed deed);
 
 /// Gives the engine history_deed() and history_note(): those of the span, NULL outside of one.

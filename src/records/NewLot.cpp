@@ -1,6 +1,7 @@
 // The new record and the lines that take it, in one transaction.
 #include "records/NewLot.h"
 
+#include "history/HistoryDeed.h"
 #include "platform/basic/Values.h"
 #include "platform/data/Recordset.h"
 #include "platform/data/Transaction.h"
@@ -84,6 +85,7 @@ clsChemicalPtr addNewLot(std::int16_t chemical, const NewLot& delivered,
                 return nullptr;  // the search has said so
             const ConnectionPtr connection = openDB();
             Transaction whole(connection->engine());
+            const HistoryDeed deed(connection->engine(), Deed::NewLot, former->chm_Name);
             const clsChemicalPtr added = addCopy(*former, delivered);
             for (const std::int16_t formula : formulas)
                 connection->execute(

@@ -91,6 +91,25 @@ QString entryOf(const QStringList& table, const QVariant& index) {
     return entry.isEmpty() ? index.toString() : entry;
 }
 
+/// "Camphor · L3", as they were at that moment.
+QString chemicalText(platform::Engine& database, const QVariant& key, const QDateTime& moment) {
+    const QString table = u"Chemical"_s;
+    const qint64 number = key.toLongLong();
+    const std::vector<PastRow> then =
+        recordAsOf(database, table, number, historyOf(database, table, number), moment);
+    if (then.empty())
+        return key.toString();
+    const auto& values = then.front().values;
+    QStringList parts{values.value(u"chm_Name"_s).toString(), values.value(u"chm_Lot"_s).toString()};
+    parts.removeAll(QString());
+    return parts.join(u" · "_s);
+}
+
+/// That a line takes another chemical; of one that is made or deleted its name says which.
+bool isOtherChemical(const HistoryEntry& entry, const HistoryField& field) {
+    return entry.table == "FormChem"_L1 && entry.what == "changed"_L1 && field.name == "ChemicalID"_L1;
+}
+
 }  // namespace
 
 QString historyCaption(const QString& column) {
@@ -129,6 +148,8 @@ QString historyDeed(const HistoryEntry& entry) {
         return translated(u"imported from %1"_s).replace(u"%1"_s, entry.note);
     if (entry.deed == deedText(Deed::Restored))
         return translated(u"restored"_s);
+    if (entry.deed == deedText(Deed::NewLot))
+        return translated(u"new lot of %1"_s).replace(u"%1"_s, entry.note);
     if (what == "made"_L1)
         return translated(u"made"_s);
     if (what == "changed"_L1)
@@ -168,8 +189,20 @@ QString historyPerson(const QString& person) {
     return person.isEmpty() ? translated(u"another program"_s) : person;
 }
 
-std::vector<QStringList> historyLines(const HistoryEntry& entry) {
+HistoryLine historyLine(platform::Engine& database, const HistoryEntry& entry, const HistoryField& field) {
+    if (isOtherChemical(entry, field))
+        return {translated(u"Ingredient"_s), chemicalText(database, field.before, entry.moment),
+                chemicalText(database, field.after, entry.moment)};
     const bool deleted = entry.what == "deleted"_L1;
+    HistoryLine line{historyCaption(field.name),
+                     historyValue(field.name, deleted ? field.after : field.before),
+                     deleted ? QString() : historyValue(field.name, field.after)};
+    if (entry.what != "changed"_L1 && line.before.isEmpty() && line.after.isEmpty())
+        line.caption.clear();
+    return line;
+}
+
+std::vector<QStringList> historyLines(platform::Engine& database, const HistoryEntry& entry) {
     QStringList record{historyKind(entry.table), entry.name};
     record.removeAll(QString());
     QStringList head{platform::dateText(historyClock(entry)),
@@ -177,12 +210,10 @@ std::vector<QStringList> historyLines(const HistoryEntry& entry) {
                      record.join(u": "_s)};
     std::vector<QStringList> lines;
     for (const HistoryField& field : entry.fields) {
-        const QString name = historyCaption(field.name);
-        const QString before = historyValue(field.name, deleted ? field.after : field.before);
-        const QString after = deleted ? QString() : historyValue(field.name, field.after);
-        if (name.isEmpty() || (entry.what != "changed"_L1 && before.isEmpty() && after.isEmpty()))
+        const HistoryLine line = historyLine(database, entry, field);
+        if (line.caption.isEmpty())
             continue;
-        lines.push_back(head + QStringList{name, before, after});
+        lines.push_back(head + QStringList{line.caption, line.before, line.after});
         head = {QString(), QString(), QString(), QString()};
     }
     if (lines.empty())

@@ -108,7 +108,7 @@ void rptHistory::fetchData(bool& eof) {
         eof = !entry;
         if (eof)
             return;
-        m_lines = historyLines(*entry);
+        m_lines = historyLines(m_connection->engine(), *entry);
         m_next = 1;
         ++m_changes;
     }

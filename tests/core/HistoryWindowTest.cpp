@@ -1,5 +1,6 @@
 // The history of a record, as its user sees it: who changed what, filtered, and what the record was on a day.
 #include "core/HistoryWindow.h"
+#include "history/HistoryDeed.h"
 #include "history/HistoryTest.h"
 #include "platform/widgets/Boxes.h"
 #include "reports/HistoryCaptions.h"
@@ -154,6 +155,33 @@ TEST_F(HistoryWindowTest, EachColumnThatAScreenShowsHasACaption) {
                 << qPrintable(column);
         }
     }
+}
+
+TEST_F(HistoryWindowTest, AnotherChemicalOfALineIsShownWithItsLotOfThen) {
+    run("UPDATE Chemical SET chm_Lot = 'M7' WHERE ChemicalID = 2");
+    {
+        const HistoryDeed deed(connection->engine(), Deed::NewLot, u"Urea"_s);
+        run("UPDATE FormChem SET ChemicalID = 2 WHERE FormChemID = 1");
+    }
+    spreadOverDays();
+    run("UPDATE Chemical SET chm_Lot = 'later' WHERE ChemicalID = 2");
+    show(u"Formula"_s, 1);
+    EXPECT_EQ(changes().constFirst(),
+              "rkent@bench2|new lot of Urea|Menthol · Ingredient|Urea · L2|Menthol · M7");
+    choose("cboField", u"Ingredient"_s);
+    EXPECT_EQ(changes().size(), 1);
+    run("DELETE FROM Chemical WHERE ChemicalID = 1");
+    show(u"Formula"_s, 1);
+    EXPECT_TRUE(changes().constFirst().endsWith("|Urea · L2|Menthol · M7")) << "also when it is gone";
+}
+
+// A change that the log screen counts is one that can be looked up.
+TEST_F(HistoryWindowTest, AChangeOfFieldsThatNoScreenShowsIsListedByItself) {
+    outside(u"UPDATE Chemical SET chm_GUID = 'x' WHERE ChemicalID = 1"_s);
+    show(u"Chemical"_s, 1);
+    EXPECT_EQ(changes().constFirst(), "another program|changed|||");
+    choose("cboField", u"Notes"_s);
+    EXPECT_EQ(changes().size(), 1) << "but under no field's name";
 }
 
 }  // namespace

@@ -1,6 +1,12 @@
 // A delivery: the copy of a chemical with another lot, the formulas that take it, all of it or nothing.
 #include "RecordsTest.h"
 
+#include "db/DatabaseFile.h"
+#include "history/HistoryBook.h"
+#include "history/HistoryChain.h"
+#include "history/HistoryReplay.h"
+#include "history/HistoryRestore.h"
+#include "history/HistorySeal.h"
 #include "records/NewLot.h"
 
 using namespace Qt::StringLiterals;
@@ -112,6 +118,29 @@ TEST_F(NewLotTest, ALotThatIsThereIsFoundByNameWhateverItsCase) {
     EXPECT_EQ(lots, QStringList{u"L3"_s}) << "not those of other chemicals";
     EXPECT_TRUE(hasLot(lots, u" l3"_s));
     EXPECT_FALSE(hasLot(lots, u"L33"_s));
+}
+
+TEST_F(NewLotTest, TheHistorySaysThatALotHasCome) {
+    support::TempProgramFolder other;
+    createSample(other.path(u"kept.mdb"_s), 20);
+    basMain::gConnection->close();
+    basMain::gConnection->open(u"Data Source="_s + other.path(u"kept.mdb"_s));
+    keepHistory(*basMain::gConnection);
+    platform::Engine& database = basMain::gConnection->engine();
+    const auto formulas = formulasUsing(3);
+    ASSERT_FALSE(formulas.empty());
+    const clsChemicalPtr former = clsChemical().openChemical(3, {});
+    const std::int64_t before = lastHistoryRow(database);
+    const clsChemicalPtr added = addNewLot(3, delivery(), {formulas.front().key});
+    ASSERT_TRUE(added);
+    EXPECT_EQ(
+        str(rows(u"SELECT DISTINCT hst_Deed, hst_Note FROM History WHERE HistoryID > %1"_s.arg(before))),
+        str(u"new lot|"_s + former->chm_Name));
+    const auto ofFormula = historyOf(database, u"Formula"_s, formulas.front().key);
+    EXPECT_EQ(str(ofFormula.front().deed), "new lot");
+    EXPECT_EQ(chainProblems(database) + recordProblems(database), QStringList());
+    basMain::gConnection->execute(u"UPDATE Chemical SET chm_Notes = 'x' WHERE ChemicalID = 3"_s);
+    EXPECT_EQ(str(historyOf(database, u"Chemical"_s, 3).front().deed), "") << "nothing beyond it";
 }
 
 }  // namespace

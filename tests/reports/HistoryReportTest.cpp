@@ -3,6 +3,7 @@
 #include "db/DatabaseFile.h"
 #include "platform/report/SpreadsheetExport.h"
 #include "platform/report/Tools.h"
+#include "reports/HistoryCaptions.h"
 #include "reports/rptHistory.h"
 #include "shared/basMain.h"
 
@@ -58,6 +59,26 @@ for sheet in xlrd.open_workbook(sys.argv[1]).sheets():
                                                              path});
     EXPECT_TRUE(cells.contains("Lot Number")) << str(cells);
     EXPECT_TRUE(cells.contains("Stone")) << str(cells);
+}
+
+TEST_F(HistoryReportTest, NamesWhatAChangeWasToTheUser) {
+    const auto said = [](const QString& what, const QString& deed, const QString& note) {
+        HistoryEntry entry;
+        entry.what = what;
+        entry.deed = deed;
+        entry.note = note;
+        return str(historyDeed(entry));
+    };
+    EXPECT_EQ(said(u"made"_s, u"signed"_s, {}), "signed");
+    EXPECT_EQ(said(u"changed"_s, u"imported"_s, {}), "imported");
+    EXPECT_EQ(said(u"changed"_s, u"imported"_s, u"prices.csv"_s), "imported from prices.csv");
+    EXPECT_EQ(said(u"made"_s, u"restored"_s, {}), "restored");
+    EXPECT_EQ(said(u"made"_s, u"new lot"_s, u"50% Urea %1"_s), "new lot of 50% Urea %1");
+    EXPECT_EQ(said(u"restored"_s, {}, {}), "restored");
+    EXPECT_EQ(said(u"begun"_s, {}, {}), "begun");
+    EXPECT_EQ(said(u"archived"_s, {}, {}), "archived");
+    EXPECT_EQ(said(u"forgotten"_s, {}, {}), "blanked");
+    EXPECT_EQ(said(u"changed"_s, u"of a later version"_s, {}), "changed");
 }
 
 }  // namespace
