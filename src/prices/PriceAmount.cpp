@@ -113,7 +113,7 @@ MarkFinding detectedMark(const PriceTable& table, int firstRow, int column, bool
             note(points, number);
         else if (byComma && !byPoint)
             note(commas, number);
-        else if (byPoint && (byPoint->digits != byComma->digits || byPoint->point != byComma->point))
+        else if (byPoint)
             note(doubtful, number);
     }
     if (!points.isEmpty() && !commas.isEmpty())

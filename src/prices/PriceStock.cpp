@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr int rowsAtOnce = 1000;
+constexpr int rowsAtOnce = 200;
 
 QString word(const QString& text) { return platform::folded(text).simplified(); }
 
@@ -23,7 +23,8 @@ void append(std::vector<std::size_t>& places, std::size_t place) {
 
 }  // namespace
 
-std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& connection) {
+std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& connection,
+                                              const PriceProgress& goesOn) {
     using namespace platform;
     TableReader reader(
         connection, u"Chemical"_s, u"ChemicalID"_s,
@@ -34,6 +35,8 @@ std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& con
             chemicals.push_back({row.key, nullText(row.values[0]), nullText(row.values[1]),
                                  nullText(row.values[2]), nullText(row.values[3]),
                                  nullCurrency(row.values[4]), nullCurrency(row.values[5])});
+        if (goesOn && !goesOn(-1))
+            break;
     }
     return chemicals;
 }

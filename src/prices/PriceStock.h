@@ -3,6 +3,7 @@
 
 #include "platform/basic/Currency.h"
 #include "platform/data/Connection.h"
+#include "prices/PriceTable.h"
 
 #include <QHash>
 #include <QString>
@@ -20,8 +21,9 @@ struct StockedChemical {
     bool operator==(const StockedChemical&) const = default;
 };
 
-/// In the order of their keys. Throws as Connection::execute.
-std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& connection);
+/// In the order of their keys; the first ones where goesOn stops it. Throws as Connection::execute.
+std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& connection,
+                                              const PriceProgress& goesOn = {});
 
 /// What an NDC is the same as another by: without dashes and blanks, and the ten digits that a label shows in three
 /// parts (4-4-2, 5-3-2, 5-4-1) as the eleven of a bill (5-4-2) too. None for an empty one.

@@ -17,19 +17,30 @@ QString updateOf(const PriceProposal& proposal, const StockedChemical& chemical)
 
 }  // namespace
 
-bool takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
-                const PriceStock& stock, const QString& file) {
+Taken takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
+                 const PriceStock& stock, const QString& file, const PriceProgress& goesOn) {
+    const auto isStopped = [&](double done) { return goesOn && !goesOn(done); };
     platform::Engine& engine = connection->engine();
     platform::Transaction transaction(engine);
     const HistoryDeed deed(engine, Deed::Imported, file);
-    if (stockedChemicals(connection) != stock.chemicals())
-        return false;
+    bool stopped = false;
+    const auto now =
+        stockedChemicals(connection, [&](double) { return !(stopped = stopped || isStopped(-1)); });
+    if (stopped)
+        return Taken::Stopped;
+    if (now != stock.chemicals())
+        return Taken::ChangedMeanwhile;
+    const int ticked = proposals.ticked();
+    int written = 0;
     for (const PriceProposal& each : proposals.all()) {
-        if (each.ticked)
-            connection->execute(updateOf(each, stock.at(each.place)));
+        if (!each.ticked)
+            continue;
+        if (isStopped(static_cast<double>(written++) / ticked))
+            return Taken::Stopped;
+        connection->execute(updateOf(each, stock.at(each.place)));
     }
     transaction.commit();
-    return true;
+    return Taken::All;
 }
 
 }  // namespace sorvanto

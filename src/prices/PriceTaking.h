@@ -5,10 +5,16 @@
 
 namespace sorvanto {
 
-/// False where one of the chemicals was changed since the stock was read; nothing is written then. In one go, without a
-/// turn for anything else that might write meanwhile. file: the list's name, which the history tells. Throws as
+enum class Taken {
+    All,
+    ChangedMeanwhile,  ///< one of the chemicals, since the stock was read
+    Stopped            ///< by the user
+};
+
+/// Nothing is written unless the answer is All. One transaction from the first look to the last row: whatever gets a
+/// turn meanwhile must not write by this connection. file: the list's name, which the history tells. Throws as
 /// Connection::execute; nothing is written then.
-bool takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
-                const PriceStock& stock, const QString& file);
+Taken takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
+                 const PriceStock& stock, const QString& file, const PriceProgress& goesOn = {});
 
 }  // namespace sorvanto

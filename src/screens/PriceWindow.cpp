@@ -4,7 +4,6 @@
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/LongWork.h"
-#include "prices/PriceTaking.h"
 #include "screens/PriceTexts.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -135,9 +134,13 @@ void PriceWindow::weigh() {
             m_weighed.reset();
         }
     }
+    say(message);
+    m_list->rows().show(m_weighed.get());
+}
+
+void PriceWindow::say(const QString& message) {
     m_message->setText(message);
     m_message->setVisible(!message.isEmpty());
-    m_list->rows().show(m_weighed.get());
 }
 
 void PriceWindow::showTicks() {
@@ -165,24 +168,35 @@ void PriceWindow::showTicks() {
                   : QString());
 }
 
+Taken PriceWindow::write() {
+    platform::LongWork work(translated(u"Taking prices"_s));
+    return takePrices(m_connection, m_weighed->proposals, *m_stock, m_name, shownProgress(work));
+}
+
 void PriceWindow::take() {
     guarded(u"PriceWindow:take"_s, [&] {
         const int ticked = m_weighed ? m_weighed->proposals.ticked() : 0;
         if (ticked == 0)
             return;
-        if (takePrices(m_connection, m_weighed->proposals, *m_stock, m_name)) {
+        switch (write()) {
+        case Taken::All:
             m_taken = ticked;
             accept();
-            return;
+            break;
+        case Taken::Stopped:
+            say(translated(u"Stopped: no price was taken."_s));
+            break;
+        case Taken::ChangedMeanwhile:
+            m_list->rows().show(nullptr);
+            m_weighed.reset();
+            m_stock.emplace(stockedChemicals(m_connection));
+            weigh();
+            platform::MsgBox(
+                translated(
+                    u"Another program has changed chemicals meanwhile, so nothing was taken. The list now "
+                    "shows them as they are: look at it again."_s),
+                {platform::Buttons::Ok, platform::Icon::Exclamation});
         }
-        m_list->rows().show(nullptr);
-        m_weighed.reset();
-        m_stock.emplace(stockedChemicals(m_connection));
-        weigh();
-        platform::MsgBox(
-            translated(u"Another program has changed chemicals meanwhile, so nothing was taken. The list now "
-                       "shows them as they are: look at it again."_s),
-            {platform::Buttons::Ok, platform::Icon::Exclamation});
     });
 }
 

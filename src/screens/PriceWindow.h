@@ -4,6 +4,7 @@
 #pragma once
 
 #include "prices/PriceFile.h"
+#include "prices/PriceTaking.h"
 #include "screens/PriceList.h"
 
 #include <QDialog>
@@ -46,7 +47,9 @@ private:
     void weigh();
     /// What is still to be said by the user before the rows can be weighed; empty for nothing.
     QString toBeSaid() const;
+    void say(const QString& message);
     void showTicks();
+    Taken write();
     void take();
 
     platform::ConnectionPtr m_connection;

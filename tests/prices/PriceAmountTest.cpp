@@ -101,4 +101,10 @@ TEST(PriceAmountTest, NumbersOfASpreadsheetHaveTheirPointAndNoSay) {
     EXPECT_EQ(amountIn(u"1.234"_s)->fixed(3), "1.234");
 }
 
+TEST(PriceAmountTest, ARowThatEndsBeforeTheColumnHasNoSay) {
+    PriceTable ragged = column({u"x"_s, u"y"_s});
+    ragged.rows[1].push_back({u"1,5"_s, false});
+    EXPECT_EQ(detectedMark(ragged, 0, 1, false).mark, DecimalMark::comma);
+}
+
 }  // namespace

@@ -74,4 +74,13 @@ TEST(PriceColumnsTest, AListWithoutHeadingsIsLeftToTheUser) {
     EXPECT_FALSE(columns.markOf(PriceField::price)) << "asked, not guessed";
 }
 
+TEST(PriceColumnsTest, TheMarkOfAPackIsFoundBesideItsUnit) {
+    const auto mark = [](const QString& pack) {
+        return guessedColumns(table({u"Name|Pack size"_s, u"Zinc|"_s + pack})).markOf(PriceField::packSize);
+    };
+    EXPECT_EQ(mark(u"2,5 kg"_s), DecimalMark::comma);
+    EXPECT_EQ(mark(u"2.5 kg"_s), DecimalMark::point);
+    EXPECT_FALSE(mark(u"1.000 g"_s)) << "a kilogram or a gram";
+}
+
 }  // namespace

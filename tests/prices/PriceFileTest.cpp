@@ -44,7 +44,8 @@ QString workbook() {
             numberCell(u"1234567.25"_s),
         u"<table:table-cell/>"_s + textCell(u"alone"_s) + numberCell(u"0"_s, u"57/2"_s) +
             u"<table:table-cell office:value-type=\"string\" table:formula=\"of:=&quot;5&quot;&amp;&quot; kg&quot;\"/>"_s,
-        numberCell(u"-3"_s) + numberCell(u"0.1"_s) + numberCell(u"1e-7"_s) + numberCell(u"100"_s)};
+        numberCell(u"-3"_s) + numberCell(u"0.1"_s) + numberCell(u"1e-7"_s) + numberCell(u"100"_s),
+        numberCell(u"1"_s) + numberCell(u"-20"_s) + numberCell(u"3.25"_s)};
     QStringList texts;
     for (int row = 0; row < longRows; ++row)
         texts << textCell(longText(row)) + numberCell(QString::number(row / 100.0));
@@ -100,7 +101,8 @@ TEST_P(PriceFileTest, CellsAreReadWithTheirNumbersAsNumbers) {
                                  "[Zinc \"oxide\", <fine>][0338-0049-04](28.5)[100 g]\n"
                                  "[Вазелин](338004904)(0.285)(1234567.25)\n"
                                  "[][alone](28.5)[5 kg]\n"
-                                 "(-3)(0.1)(0.0000001)(100)\n");
+                                 "(-3)(0.1)(0.0000001)(100)\n"
+                                 "(1)(-20)(3.25)\n");
 }
 
 TEST_P(PriceFileTest, TextsPartedAmongManyRecordsAreWhole) {

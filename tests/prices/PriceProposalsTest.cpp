@@ -193,4 +193,19 @@ TEST_F(PriceProposalsTest, NumbersOfASpreadsheetNeedNoMark) {
     EXPECT_EQ(proposals.emplace(table, columns, *stock).all()[0].cost.price->toText(), u"1.234"_s);
 }
 
+TEST_F(PriceProposalsTest, WhatWasStoppedSaysSo) {
+    propose(QStringList(1000, u"x|0338-0049-04||120||100|g"_s));
+    EXPECT_FALSE(proposals->stopped());
+    std::vector<double> done;
+    proposals.emplace(table, columns, *stock, [&](double part) {
+        done.push_back(part);
+        return done.size() < 3;
+    });
+    EXPECT_TRUE(proposals->stopped());
+    ASSERT_EQ(done.size(), 3U);
+    EXPECT_LT(done[1], done[2]);
+    EXPECT_GE(done[0], 0);
+    EXPECT_LT(done[2], 1);
+}
+
 }  // namespace

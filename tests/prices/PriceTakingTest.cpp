@@ -28,6 +28,9 @@ protected:
             proposals->tick(row, true);
         proposals->tick(2, false);
     }
+    Taken take(const PriceProgress& goesOn = {}) {
+        return takePrices(connection, *proposals, *stock, u"list.csv"_s, goesOn);
+    }
     QString stored() const {
         return outside(u"SELECT chm_Name, chm_Cost, chm_AWP FROM Chemical ORDER BY ChemicalID"_s);
     }
@@ -39,7 +42,7 @@ protected:
 };
 
 TEST_F(PriceTakingTest, WhatIsTickedIsWrittenAndNothingElse) {
-    EXPECT_TRUE(takePrices(connection, *proposals, *stock, u"list.csv"_s));
+    EXPECT_EQ(take(), Taken::All);
     EXPECT_EQ(stored(), " Zinc's|0.285|2\nTalc|1.5|3.9013\nUrea|1|2");
     const auto entries = historyOf(connection->engine(), u"Chemical"_s, 2);
     ASSERT_EQ(entries.size(), 2U);
@@ -48,10 +51,48 @@ TEST_F(PriceTakingTest, WhatIsTickedIsWrittenAndNothingElse) {
     EXPECT_EQ(historyOf(connection->engine(), u"Chemical"_s, 3).size(), 1U) << "only that it was made";
 }
 
+TEST_F(PriceTakingTest, AStopAtAnyTurnLeavesAllAsItWas) {
+    const QString before = stored();
+    const QString history = outside(u"SELECT max(HistoryID) FROM History"_s);
+    int turns = 0;
+    for (Taken taken = Taken::Stopped; taken == Taken::Stopped; ++turns) {
+        EXPECT_EQ(stored(), before) << turns;
+        EXPECT_EQ(outside(u"SELECT max(HistoryID) FROM History"_s), history) << turns;
+        int left = turns;
+        std::vector<double> done;
+        taken = take([&](double part) {
+            done.push_back(part);
+            return left-- > 0;
+        });
+        if (taken == Taken::All) {
+            EXPECT_EQ(done, (std::vector<double>{-1, 0, 0.5})) << "the look at the stock, then each price";
+        }
+    }
+    EXPECT_EQ(turns, 4);
+    EXPECT_NE(stored(), before);
+}
+
+TEST_F(PriceTakingTest, NobodyElseSeesAPriceBeforeTheLast) {
+    const QString before = stored();
+    take([&](double) {
+        EXPECT_EQ(stored(), before);
+        return true;
+    });
+}
+
+TEST_F(PriceTakingTest, WhatWasReadMeanwhileIsKnownToBeNoMore) {
+    std::int64_t meanwhile = 0;
+    take([&](double done) {
+        meanwhile = connection->changeState();
+        return done < 0.5;
+    });
+    EXPECT_NE(connection->changeState(), meanwhile);
+}
+
 TEST_F(PriceTakingTest, OverAChangeMadeMeanwhileNothingIsWritten) {
     outside(u"UPDATE Chemical SET chm_Units = 'MLS' WHERE chm_Name = 'Talc'"_s);
     const QString before = stored();
-    EXPECT_FALSE(takePrices(connection, *proposals, *stock, u"list.csv"_s));
+    EXPECT_EQ(take(), Taken::ChangedMeanwhile);
     EXPECT_EQ(stored(), before);
 }
 
@@ -60,7 +101,7 @@ TEST_F(PriceTakingTest, AFailureHalfwayLeavesAllAsItWas) {
         u"CREATE TRIGGER fails BEFORE UPDATE ON Chemical WHEN old.chm_Name = 'Talc' BEGIN SELECT RAISE(ABORT, "
         "'the disk'); END"_s);
     const QString before = stored();
-    EXPECT_THROW(takePrices(connection, *proposals, *stock, u"list.csv"_s), platform::RuntimeError);
+    EXPECT_THROW(take(), platform::RuntimeError);
     EXPECT_EQ(stored(), before);
     EXPECT_EQ(historyOf(connection->engine(), u"Chemical"_s, 1).size(), 1U)
         << "nor does the history tell of it";

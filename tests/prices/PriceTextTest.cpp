@@ -121,4 +121,13 @@ TEST(PriceTextTest, ListsAreBoundedAndCanBeStopped) {
     EXPECT_EQ(asked, 4);
 }
 
+TEST(PriceTextTest, ShortCyrillicWordsAreNoAccentsOfTheWest) {
+    const auto bytes = [](const QString& text) {
+        QStringEncoder encoder("windows-1251");
+        return QByteArray(encoder.encode(text));
+    };
+    EXPECT_EQ(detectedEncoding(bytes(u"1;мг\n2;мл\n"_s)), TextEncoding::windows1251);
+    EXPECT_EQ(detectedEncoding("1;Cr\xE8me\n2;G\xE9l\n"), TextEncoding::windows1252);
+}
+
 }  // namespace

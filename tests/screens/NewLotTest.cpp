@@ -220,6 +220,26 @@ TEST_F(NewLotTest, ItIsThereForAChemicalAlone) {
     EXPECT_TRUE(on(u"cmdNewLot"_s)) << "also while nothing was typed in the first, open state";
     click(u"cmdLogs"_s);
     EXPECT_FALSE(on(u"cmdNewLot"_s));
+    force(u"cmdNewLot"_s);
+    asker.verify();
+}
+
+TEST_F(NewLotTest, TheKeyboardGoesFromTheLotToThePrices) {
+    showCamphor();
+    inWindow("NewLotWindow", [](QWidget& form) {
+        EXPECT_EQ(form.focusWidget(), child<QWidget>(form, "txtLot"));
+        QStringList way;
+        for (int i = 0; i < 7; ++i) {
+            way << form.focusWidget()->objectName();
+            QTest::keyClick(form.focusWidget(), Qt::Key_Tab);
+        }
+        EXPECT_EQ(str(way.join(u' ')),
+                  "txtLot txtSupplier txtPackPrice txtPackSize txtPackUnit txtCost txtAWP");
+        EXPECT_FALSE(child<QLabel>(form, "lblCalculation")->property("caution").toBool())
+            << "what is not filled in yet is no fault";
+        press(form, "cmdCancel");
+    });
+    click(u"cmdNewLot"_s);
 }
 
 TEST_F(NewLotTest, RecalculateShowsOldNewAndDifferenceAndStoresTheTicked) {
@@ -247,6 +267,23 @@ TEST_F(NewLotTest, RecalculateShowsOldNewAndDifferenceAndStoresTheTicked) {
         press(form, "cmdClose");
     });
     click(u"mnuRecalculate"_s);
+}
+
+TEST_F(NewLotTest, PricesThatCantBeStoredAreSaidToBeAsTheyWere) {
+    load();
+    support::Announced announced;
+    const QString before = sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID");
+    inWindow("RepricingWindow", [this](QWidget& form) {
+        failStatement(u"UPDATE Formula"_s);
+        press(form, "cmdStore");
+        EXPECT_EQ(said(form, "lblMessage"), "The prices were not stored. Nothing was changed.");
+        EXPECT_TRUE(form.isVisible());
+        press(form, "cmdClose");
+    });
+    click(u"mnuRecalculate"_s);
+    dropReports();
+    EXPECT_EQ(sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID"), before);
+    EXPECT_EQ(announced.texts(), QStringList()) << "nothing was recalculated";
 }
 
 TEST_F(NewLotTest, AfterADeliveryTheFormerCostsStandBesideTheNew) {

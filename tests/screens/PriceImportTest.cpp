@@ -7,8 +7,10 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -267,6 +269,68 @@ TEST_F(PriceImportTest, TheToolIsThereForChemicalsAlone) {
     EXPECT_TRUE(on(u"cmdImport"_s)) << "also while the record could be changed, as at first";
     click(u"cmdFormulas"_s);
     EXPECT_FALSE(on(u"cmdImport"_s));
+}
+
+TEST_F(PriceImportTest, TheListIsOneOfNumbersAndTicks) {
+    openScreen(list + "Aspirin;;L1;n/a;;100;g\n");
+    import([](QWidget& form) {
+        QAbstractItemModel& model = rows(form);
+    const auto isRight = [&](int column) {
+        return (model.index(0, column).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0;
+    };
+    for (const int number : {PriceRowsModel::row, PriceRowsModel::oldCost, PriceRowsModel::newCost,
+                             PriceRowsModel::factor, PriceRowsModel::oldAwp, PriceRowsModel::newAwp})
+        EXPECT_TRUE(isRight(number)) << number;
+    for (const int text : {PriceRowsModel::chemical, PriceRowsModel::calculation, PriceRowsModel::remark})
+        EXPECT_FALSE(isRight(text)) << text;
+    const auto canBeTicked = [&](int row, int column) {
+        return model.index(row, column).flags().testFlag(Qt::ItemIsUserCheckable);
+    };
+    EXPECT_TRUE(canBeTicked(0, PriceRowsModel::tick));
+    EXPECT_FALSE(canBeTicked(0, PriceRowsModel::chemical));
+    EXPECT_FALSE(canBeTicked(3, PriceRowsModel::tick)) << "unchanged";
+    const QModelIndex tick = model.index(1, PriceRowsModel::tick);
+    EXPECT_TRUE(model.setData(tick, Qt::Checked, Qt::CheckStateRole));
+    EXPECT_EQ(ticks(form), "xxo---");
+    EXPECT_TRUE(model.setData(tick, Qt::Unchecked, Qt::CheckStateRole));
+    EXPECT_EQ(ticks(form), "xoo---");
+    EXPECT_EQ(cell(form, 4, PriceRowsModel::calculation), "") << "nothing found";
+    EXPECT_EQ(cell(form, 5, PriceRowsModel::calculation), "") << "found, but without a price";
+    press(form, "cmdClose");
+});
+}
+
+TEST_F(PriceImportTest, TakingCanBeStoppedAndTakesNothingThen) {
+    sql("INSERT INTO Chemical (chm_Name, chm_NDC, chm_Units, chm_Cost, chm_AWP) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+        "SELECT i + 1 FROM n WHERE i < 5000) SELECT 'Many ' || i, 'N' || i, 'GMS', '1', '2' FROM n");
+    QByteArray many = "NDC;Price;Size;Unit\n";
+    for (int i = 1; i <= 5000; ++i)
+        many += "N" + QByteArray::number(i) + ";120;100;g\n";
+    openScreen(many);
+    import([this](QWidget& form) {
+        EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 5,000 prices");
+    QTimer stop;
+    bool stopped = false;
+    QObject::connect(&stop, &QTimer::timeout, &form, [&] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* progress = qobject_cast<QProgressDialog*>(window);
+                progress && progress->isVisible() && !stopped) {
+                EXPECT_EQ(str(progress->labelText()), "Taking prices");
+                EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical WHERE chm_Cost <> '1'")), "0");
+                stopped = true;
+                progress->cancel();
+            }
+        }
+    });
+    stop.start(1);
+    press(form, "cmdTake");
+    EXPECT_TRUE(stopped);
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(label(form, "lblMessage"), "Stopped: no price was taken.");
+    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 5,000 prices") << "once more";
+    press(form, "cmdClose");
+});
+EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical WHERE chm_Cost <> '1'")), "0");
 }
 
 }  // namespace

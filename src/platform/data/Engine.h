@@ -63,7 +63,7 @@ public:
 };
 
 /// A value as a function of the engine gets it: its kind ('i' whole, 'r' real, 't' text, 'b' bytes, 'n' NULL), and its
-/// bytes, of a number those of its text.
+/// bytes, of a number those of its text; the engine's own, so they are copied by whoever keeps them beyond the call.
 struct PlainValue {
     char kind = 'n';
     QByteArray bytes;
@@ -93,7 +93,7 @@ public:
     virtual bool isReadOnly() const = 0;
     /// From now on each change by this connection throws permissionDenied.
     virtual void refuseChanges() = 0;
-    /// Another number after any change, by this connection or by any other program.
+    /// Another number after any change, by this connection or by any other program, also after one was taken back.
     virtual std::int64_t changeState() = 0;
 
     /// How the dialect's words are written here.

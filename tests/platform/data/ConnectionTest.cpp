@@ -1,6 +1,7 @@
 // Opening of good and bad files, and the numbers of failures on real ones: locked, read-only, full, damaged.
 #include "DataTest.h"
 #include "platform/data/Query.h"
+#include "platform/data/Transaction.h"
 #include "platform/data/sqlite/FileEngine.h"
 
 #include <QDir>
@@ -87,6 +88,16 @@ TEST_F(ConnectionTest, AChangeByAnyoneIsSeen) {
     EXPECT_NE(own, before);
     support::runSql(path(), u"UPDATE Chemical SET chm_Notes = 'seen' WHERE ChemicalID = 1"_s);
     EXPECT_NE(connection->changeState(), own);
+}
+
+TEST_F(ConnectionTest, WhatWasReadOfAChangeThatIsTakenBackIsSeenToBeNoMore) {
+    std::int64_t meanwhile = 0;
+    {
+        const Transaction span(connection->engine());
+        connection->execute(u"UPDATE Options SET opt_Version = 1.1"_s);
+        meanwhile = connection->changeState();
+    }
+    EXPECT_NE(connection->changeState(), meanwhile);
 }
 
 TEST_F(ConnectionTest, OpensAndCloses) {

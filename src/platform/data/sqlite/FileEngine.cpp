@@ -57,6 +57,11 @@ private:
 
     Handle m_database;
     Guard m_guard;
+    struct Insertion {
+        QString sql, statement;
+        std::unique_ptr<Statement> row;
+    };
+    Insertion m_insertion;  ///< the last: the lines of a batch are all written by the same
 };
 
 class FileWords : public EngineWords {
@@ -69,7 +74,7 @@ QString FileEngine::location() const { return QString::fromUtf8(sqlite3_db_filen
 
 std::int64_t FileEngine::changeState() {
     const std::int64_t others = number(*this, u"PRAGMA data_version"_s);
-    return (others << 40) + sqlite3_total_changes64(handle());
+    return (others << 40) + sqlite3_total_changes64(handle()) + m_guard.spansTakenBack();
 }
 
 std::unique_ptr<EngineQuery> FileEngine::prepare(const QString& sql, const QString& original) {
@@ -99,13 +104,16 @@ std::int64_t FileEngine::insert(const QString& table, const QStringList& columns
     for (const QString& column : columns)
         names << quotedName(column);
     const QString marks = u"?, "_s.repeated(columns.size()).chopped(2);
-    Statement row(handle(),
-                  u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names.join(u", "_s), marks),
-                  statement);
+    const QString sql =
+        u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names.join(u", "_s), marks);
+    if (!m_insertion.row || m_insertion.sql != sql || m_insertion.statement != statement)
+        m_insertion = {sql, statement, std::make_unique<Statement>(handle(), sql, statement)};
+    Statement& row = *m_insertion.row;
     int parameter = 0;
     for (const QVariant& value : values)
         row.bind(++parameter, value);
     row.step();
+    row.reset();
     return sqlite3_last_insert_rowid(handle());
 }
 

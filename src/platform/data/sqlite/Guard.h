@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QSet>
 #include <QString>
+#include <cstdint>
 #include <memory>
 
 struct sqlite3;
@@ -22,6 +23,8 @@ public:
 
     /// While a span is open, no statement begins or ends a transaction, or attaches a file.
     void setSpanOpen(bool open);
+    void noteSpanTakenBack() { ++m_takenBack; }
+    std::int64_t spansTakenBack() const { return m_takenBack; }
 
     /// Prepares a statement that a user may have had a hand in: a text that is searched for goes in as it was typed. It
     /// reaches the tables of the catalogue and the functions of the dialect and no others, and changes rows only when it
@@ -41,6 +44,7 @@ private:
 
     sqlite3* m_database;
     bool m_spanOpen = false;
+    std::int64_t m_takenBack = 0;
     Typed m_typed = Typed::No;
     bool m_metStranger = false;  ///< a table that is not known (yet)
     QSet<QByteArray> m_tables;   ///< lower case

@@ -26,6 +26,7 @@ Span::~Span() {
         control("ROLLBACK");  // after some failures, a full disk among them, the engine has done it itself
     }
     m_guard.setSpanOpen(sqlite3_get_autocommit(m_database) == 0);
+    m_guard.noteSpanTakenBack();
 }
 
 void Span::commit() {
