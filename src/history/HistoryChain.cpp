@@ -4,6 +4,8 @@
 #include "history/HistorySeal.h"
 #include "platform/data/Query.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
@@ -12,18 +14,30 @@ namespace {
 using platform::asText;
 using platform::Query;
 
+/// Each row with whether its seal holds: one walk in the order of the rows, with the seal before in hand.
 QString sealsSql() {
-    const QString seal = sealArguments().arg(u"lag(hst_Seal) OVER (ORDER BY HistoryID)"_s, u"hst_Person"_s,
+    const QString seal = sealArguments().arg(u"history_seal_before(hst_Seal)"_s, u"hst_Person"_s,
                                              u"hst_Program"_s, u"hst_Deed"_s, u"hst_Note"_s, u"hst_Digest"_s);
     return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
            "coalesce(hst_Seal = history_hash(%1), 0), "
            "coalesce(hst_Digest = history_hash(hst_Salt, hst_Name, hst_Fields), 0), "
-           "hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL AND %2 "
+           "CASE WHEN hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL THEN %2 ELSE 0 END "
            "FROM History ORDER BY HistoryID"_s.arg(seal,
                                                    u"EXISTS (SELECT 1 FROM History f WHERE f.hst_Table = "
                                                    "'Patient' AND f.hst_Record = History.hst_Record AND "
                                                    "f.hst_What = 'forgotten' AND f.HistoryID > "
                                                    "History.HistoryID)"_s);
+}
+
+/// Gives the engine history_seal_before(): the seal that it was called with the time before, NULL at the first time.
+void installSealBefore(platform::Engine& database) {
+    database.addFunction("history_seal_before", platform::FunctionResult::OfTheMoment,
+                         [seal = QVariant()](const std::vector<platform::PlainValue>& values) mutable {
+                             const QByteArray& own = values.at(0).bytes;
+                             return std::exchange(seal, values.at(0).kind == 'n'
+                                                            ? QVariant()
+                                                            : QVariant(QByteArray(own.data(), own.size())));
+                         });
 }
 
 enum ChainColumn { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
@@ -70,6 +84,7 @@ QStringList chainProblems(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
     installHistoryHash(database);
+    installSealBefore(database);
     Query row(database, sealsSql(), {});
     std::int64_t last = 0;
     bool unsealed = false;

@@ -5,77 +5,96 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-class FieldReader {
+constexpr QChar mark = u'\'';
+
+class LiteralReader {
 public:
-    explicit FieldReader(const QString& text) : m_text(text) {}
+    explicit LiteralReader(QStringView text) : m_text(text) {}
 
     bool atEnd() const { return m_at >= m_text.size(); }
-    bool take(QChar mark) {
-        if (atEnd() || m_text.at(m_at) != mark)
+    bool take(QChar letter) {
+        if (atEnd() || m_text.at(m_at) != letter)
             return false;
         ++m_at;
         return true;
     }
-    QString name() {
-        return upTo([](QChar letter) { return letter == '='_L1; });
+    QStringView name() {
+        const qsizetype start = m_at;
+        const qsizetype end = m_text.indexOf(u'=', start);
+        m_at = end < 0 ? m_text.size() : end;
+        return m_text.sliced(start, m_at - start);
     }
-    QVariant value() {
-        if (take(u'\''))
-            return quotedText();
-        const QString token = upTo([](QChar letter) { return letter == ','_L1 || letter == '>'_L1; });
-        if (token == "NULL"_L1)
-            return {};
-        bool isNumber = false;
-        if (const qint64 whole = token.toLongLong(&isNumber); isNumber)
-            return whole;
-        if (const double number = token.toDouble(&isNumber); isNumber)
-            return number;
-        return token;
+    QStringView literal() {
+        const qsizetype start = m_at;
+        if (take(mark))
+            toEndOfQuoted();
+        else
+            while (!atEnd() && m_text.at(m_at) != u',' && m_text.at(m_at) != u'>')
+                ++m_at;
+        return m_text.sliced(start, m_at - start);
     }
 
 private:
-    template <typename Ends>
-    QString upTo(Ends ends) {
-        const qsizetype start = m_at;
-        while (!atEnd() && !ends(m_text.at(m_at)))
-            ++m_at;
-        return m_text.mid(start, m_at - start);
-    }
-    /// Behind the first mark; a doubled one stands for itself.
-    QString quotedText() {
-        QString text;
-        while (!atEnd()) {
-            const qsizetype mark = m_text.indexOf(u'\'', m_at);
-            const qsizetype end = mark < 0 ? m_text.size() : mark;
-            text += QStringView(m_text).mid(m_at, end - m_at);
-            m_at = end + 1;
-            if (!take(u'\''))
-                break;
-            text += u'\'';
-        }
-        return text;
+    /// Behind the mark that ends it; a doubled one stands for itself.
+    void toEndOfQuoted() {
+        do {
+            const qsizetype next = m_text.indexOf(mark, m_at);
+            m_at = next < 0 ? m_text.size() : next + 1;
+        } while (take(mark));
     }
 
-    const QString& m_text;
+    QStringView m_text;
     qsizetype m_at = 0;
 };
 
+/// A quoted literal that nothing ends goes to its end.
+QString textOf(QStringView literal) {
+    qsizetype marks = 0;
+    for (qsizetype at = literal.size(); at > 1 && literal.at(at - 1) == mark; --at)
+        ++marks;
+    const QStringView inner = literal.sliced(1, literal.size() - 1 - marks % 2);
+    return inner.toString().replace(u"''"_s, u"'"_s);
+}
+
 }  // namespace
 
-std::vector<HistoryField> readHistoryFields(const QString& text) {
-    std::vector<HistoryField> fields;
-    FieldReader reader(text);
+std::vector<HistoryLiterals> readHistoryLiterals(QStringView text) {
+    std::vector<HistoryLiterals> fields;
+    LiteralReader reader(text);
     do {
-        HistoryField field{reader.name(), {}, {}};
+        HistoryLiterals field{reader.name(), {}, {}};
         if (!reader.take(u'='))
             break;
-        field.after = reader.value();
+        field.after = reader.literal();
         if (reader.take(u'>')) {
             field.before = field.after;
-            field.after = reader.value();
+            field.after = reader.literal();
         }
         fields.push_back(field);
     } while (reader.take(u','));
+    return fields;
+}
+
+QVariant historyValueOf(QStringView literal) {
+    if (literal.startsWith(mark))
+        return textOf(literal);
+    if (literal == "NULL"_L1)
+        return {};
+    bool isNumber = false;
+    if (const qint64 whole = literal.toLongLong(&isNumber); isNumber)
+        return whole;
+    if (const double number = literal.toDouble(&isNumber); isNumber)
+        return number;
+    return literal.toString();
+}
+
+std::vector<HistoryField> readHistoryFields(const QString& text) {
+    std::vector<HistoryField> fields;
+    for (const HistoryLiterals& field : readHistoryLiterals(text)) {
+        const bool hasBefore = !field.before.isNull();
+        fields.push_back({field.name.toString(), hasBefore ? historyValueOf(field.before) : QVariant(),
+                          historyValueOf(field.after)});
+    }
     return fields;
 }
 

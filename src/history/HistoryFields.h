@@ -15,6 +15,16 @@ struct HistoryField {
     bool operator==(const HistoryField&) const = default;
 };
 
+/// The literals as they stand there: parts of the text that they were read from.
+struct HistoryLiterals {
+    QStringView name, before, after;
+};
+
+/// As readHistoryFields, but no value is made of a literal: for those who read many.
+std::vector<HistoryLiterals> readHistoryLiterals(QStringView text);
+/// The value of one.
+QVariant historyValueOf(QStringView literal);
+
 /// In the order in which they stand there. Texts come as QString, whole numbers as qint64, others as double, NULL as an
 /// invalid value, what is none of these as the QString that stands there. Stops where the text is not of this form.
 std::vector<HistoryField> readHistoryFields(const QString& text);

@@ -8,7 +8,11 @@
 
 #include <QMap>
 #include <QSet>
+#include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -22,12 +26,19 @@ constexpr std::array tables{"Chemical", "Formula", "FormChem", "Log", "LogChem",
 
 using Fields = QMap<QString, QVariant>;
 
-/// What the history says of one row.
+/// What the history says of one row, put together from the newest change to the oldest.
 struct Told {
     enum class State { Unknown, There, Gone };
     State state = State::Unknown;
-    Fields fields;      ///< those that are known
-    bool seen = false;  ///< it says anything
+    std::vector<std::pair<QString, QString>> literals{};  ///< of the fields that are known, by name
+    bool seen = false;                                    ///< it says anything
+    bool whole = false;  ///< what is older has no say: it was made, deleted or blanked since
+
+    const QString* literal(QStringView name) const {
+        const auto found = std::find_if(literals.begin(), literals.end(),
+                                        [&](const auto& each) { return each.first == name; });
+        return found == literals.end() ? nullptr : &found->second;
+    }
 };
 
 /// The highest key of each table when the history began.
@@ -62,13 +73,13 @@ QString rowsSql(platform::Engine& database, const QString& table, QString& key) 
 class TableReplay {
 public:
     TableReplay(platform::Engine& database, const QString& table, qint64 firstKnown)
-        : m_table(table), m_firstKnown(firstKnown), m_rows(database, rowsSql(database, table, m_key), {}),
+        : m_database(database), m_table(table), m_firstKnown(firstKnown),
+          m_rows(database, rowsSql(database, table, m_key), {}),
           m_history(database,
                     u"SELECT hst_Key, hst_What, hst_Fields FROM History WHERE hst_Table = ? "
-                    "ORDER BY hst_Key, HistoryID"_s,
+                    "ORDER BY hst_Key, HistoryID DESC"_s,
                     {}) {
         m_history.bind(1, table);
-        collectMoved(database);
     }
 
     QStringList problems() {
@@ -91,59 +102,77 @@ public:
 
 private:
     void add(Told& told) {
-        told.seen = true;
+        if (told.whole)
+            return;
         const QString what = m_history.value(1, asText).toString();
         const QVariant fields = m_history.value(2, asText);
-        if (what == "deleted"_L1) {
-            told = {Told::State::Gone, {}, true};
-        } else if (!fields.isValid()) {  // blanked on request
-            told = {Told::State::Unknown, {}, true};
-        } else {
-            if (what == "made"_L1)
-                told.fields.clear();
-            told.state = Told::State::There;
-            for (const HistoryField& field : readHistoryFields(fields.toString()))
-                told.fields[field.name] = field.after;
+        const bool deleted = what == "deleted"_L1;
+        const bool blanked = !deleted && !fields.isValid();  // on request
+        if (!told.seen)
+            told.state = deleted ? Told::State::Gone : blanked ? Told::State::Unknown : Told::State::There;
+        told.seen = true;
+        told.whole = deleted || blanked || what == "made"_L1;
+        if (deleted || blanked)
+            return;
+        const QString text = fields.toString();
+        for (const HistoryLiterals& field : readHistoryLiterals(text)) {
+            if (!told.literal(field.name))
+                told.literals.emplace_back(field.name.toString(), field.after.toString());
         }
     }
     /// Rows that another program has given another key: theirs can't be told.
-    void collectMoved(platform::Engine& database) {
+    bool isMoved(std::int64_t key) {
+        if (!m_moved)
+            m_moved = movedKeys();
+        return m_moved->contains(key);
+    }
+    QSet<qint64> movedKeys() const {
         Query moves(
-            database,
+            m_database,
             u"SELECT hst_Key, hst_Fields FROM History WHERE hst_Table = ?1 AND hst_What = 'changed' AND "
             "substr(hst_Fields, 1, length(?2) + 1) = ?2 || '='"_s,
             {});
         moves.bind(1, m_table);
         moves.bind(2, m_key);
+        QSet<qint64> keys;
         while (moves.step()) {
-            m_moved << moves.integer(0);
+            keys << moves.integer(0);
             if (const auto fields = readHistoryFields(moves.value(1, asText).toString()); !fields.empty())
-                m_moved << fields.front().after.toLongLong();
+                keys << fields.front().after.toLongLong();
         }
+        return keys;
+    }
+    /// Empty where the row is what it should be.
+    QString difference(std::int64_t key, const Told& told, bool there) {
+        if (there != (told.state == Told::State::There) && told.state != Told::State::Unknown)
+            return there ? u"is there, although the history says that it was deleted"_s
+                         : u"is not there, although the history doesn't say that it was deleted"_s;
+        if (!there)
+            return {};
+        if (!told.seen && key > m_firstKnown)
+            return u"is there, although the history doesn't say that it was made"_s;
+        if (told.literals.empty())
+            return {};
+        const QString row = m_rows.value(1, asText).toString();
+        for (const HistoryLiterals& field : readHistoryLiterals(row)) {
+            const QString* literal = told.literal(field.name);
+            // A number may have been written in other digits by another version of the engine.
+            if (literal && field.after != *literal && historyValueOf(*literal) != historyValueOf(field.after))
+                return u"differs in %1 from what the history says"_s.arg(field.name);
+        }
+        return {};
     }
     void compare(std::int64_t key, const Told& told, bool there) {
-        if (m_moved.contains(key))
-            return;
-        if (there != (told.state == Told::State::There) && told.state != Told::State::Unknown)
-            return tell(key, there ? u"is there, although the history says that it was deleted"_s
-                                   : u"is not there, although the history doesn't say that it was deleted"_s);
-        if (!there)
-            return;
-        if (!told.seen && key > m_firstKnown)
-            return tell(key, u"is there, although the history doesn't say that it was made"_s);
-        for (const HistoryField& field : readHistoryFields(m_rows.value(1, asText).toString())) {
-            if (told.fields.contains(field.name) && told.fields[field.name] != field.after)
-                return tell(key, u"differs in %1 from what the history says"_s.arg(field.name));
-        }
-    }
-    void tell(std::int64_t key, const QString& what) {
-        m_problems << u"%1 %2 %3"_s.arg(m_table).arg(key).arg(what);
+        const QString what = difference(key, told, there);
+        if (!what.isEmpty() && !isMoved(key))
+            m_problems << u"%1 %2 %3"_s.arg(m_table).arg(key).arg(what);
     }
 
+    platform::Engine& m_database;
     QString m_table, m_key;
     qint64 m_firstKnown;
     Query m_rows, m_history;
-    QSet<qint64> m_moved;
+    std::optional<QSet<qint64>> m_moved;
     QStringList m_problems;
 };
 

@@ -25,27 +25,50 @@ int minutesAhead() {
     return QDateTime(wall.date(), wall.time(), Qt::LocalTime).offsetFromUtc() / secondsInMinute;
 }
 
-/// Nothing that is stored can be read in two ways: type, length, bytes.
-QVariant historyHash(const std::vector<platform::PlainValue>& values) {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    for (const platform::PlainValue& value : values)
-        hash.addData(QByteArray(1, value.kind) + QByteArray::number(value.bytes.size()) + ':' + value.bytes);
-    return hash.result();
-}
+/// Nothing that is stored can be read in two ways: type, length, bytes. The sealing asks for a row's digest twice in
+/// turn: the second time it is remembered.
+class HistoryHash {
+public:
+    QVariant operator()(const std::vector<platform::PlainValue>& values) {
+        QByteArray all;
+        for (const platform::PlainValue& value : values)
+            all.append(value.kind)
+                .append(QByteArray::number(value.bytes.size()))
+                .append(':')
+                .append(value.bytes);
+        if (m_hash.isNull() || all != m_last) {
+            m_hash = QCryptographicHash::hash(all, QCryptographicHash::Sha256);
+            m_last = std::move(all);
+        }
+        return m_hash;
+    }
+
+private:
+    QByteArray m_last, m_hash;
+};
 
 QString quoted(QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\''; }
 
-/// Seals the rows of History that meet the condition; in the order of their keys, which is the engine's for such an
-/// update, so that each finds the one before it sealed.
-QString sealing(const QString& person, const QString& program, const QString& deed, const QString& note,
-                const QString& condition) {
+/// Seals the new row as that writer's, and before it the rows that another program has left without a seal; in the order of
+/// their keys, which is the engine's for such an update, so that each finds the one before it sealed.
+QString sealing(const HistoryWriter& writer) {
+    const auto own = [](const QString& value, const QString& ofStray) {
+        return u"iif(HistoryID = NEW.HistoryID, %1, %2)"_s.arg(value, ofStray);
+    };
+    const QString person = own(quoted(writer.person), u"''"_s);
+    // The file begins its history itself.
+    const QString program = u"iif(HistoryID = NEW.HistoryID OR hst_What = 'begun', %1, %2)"_s.arg(
+        quoted(writer.program), quoted(QLatin1String(outsideProgram)));
+    const QString deed = own(u"history_deed()"_s, u"NULL"_s);
+    const QString note = own(u"history_note()"_s, u"NULL"_s);
     const QString digest = u"history_hash(hst_Salt, hst_Name, hst_Fields)"_s;
     const QString before = u"(SELECT p.hst_Seal FROM History p WHERE p.HistoryID < History.HistoryID "
                            "ORDER BY p.HistoryID DESC LIMIT 1)"_s;
     return u"UPDATE History SET hst_Person = %1, hst_Program = %2, hst_Deed = %3, hst_Note = %4, hst_Digest = %5, "
-           "hst_Seal = history_hash(%6) WHERE %7;"_s.arg(
-               person, program, deed, note, digest,
-               sealArguments().arg(before, person, program, deed, note, digest), condition);
+           "hst_Seal = history_hash(%6) WHERE HistoryID <= NEW.HistoryID AND HistoryID > coalesce((SELECT "
+           "s.HistoryID FROM History s WHERE s.hst_Seal IS NOT NULL ORDER BY s.HistoryID DESC LIMIT 1), 0);"_s
+               .arg(person, program, deed, note, digest,
+                    sealArguments().arg(before, person, program, deed, note, digest));
 }
 
 }  // namespace
@@ -61,7 +84,7 @@ bool hasHistory(platform::Engine& database) {
 }
 
 void installHistoryHash(platform::Engine& database) {
-    database.addFunction("history_hash", platform::FunctionResult::Same, historyHash);
+    database.addFunction("history_hash", platform::FunctionResult::Same, HistoryHash());
 }
 
 QString sealArguments() {
@@ -76,20 +99,10 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
         return;
     installHistoryHash(database);
     installHistoryDeed(database);
-    const QString outside = quoted(QLatin1String(outsideProgram));
-    const QString person = quoted(writer.person);
-    const QString program = quoted(writer.program);
-    // The file begins its history itself.
-    const QString strays = sealing(
-        u"''"_s, u"iif(hst_What = 'begun', %1, %2)"_s.arg(program, outside), u"NULL"_s, u"NULL"_s,
-        u"hst_Seal IS NULL AND HistoryID < NEW.HistoryID AND HistoryID > coalesce((SELECT s.HistoryID FROM "
-        "History s WHERE s.hst_Seal IS NOT NULL ORDER BY s.HistoryID DESC LIMIT 1), 0)"_s);
-    const QString own =
-        sealing(person, program, u"history_deed()"_s, u"history_note()"_s, u"HistoryID = NEW.HistoryID"_s);
     for (const QString& sql :
          {u"PRAGMA temp_store = MEMORY"_s, u"DROP TRIGGER IF EXISTS temp.History_Sealing"_s,
-          u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 %2 END"_s.arg(strays,
-                                                                                                    own)})
+          u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 END"_s.arg(
+              sealing(writer))})
         platform::Query(database, sql, sql).step();
 }
 

@@ -116,6 +116,18 @@ TEST_F(TriggersTest, WhatIsNoListOfFieldsEndsTheReading) {
     EXPECT_TRUE(readHistoryFields(u"chm_Name"_s).empty());
     EXPECT_EQ(readHistoryFields(u"a=1,"_s).size(), 1);
     EXPECT_EQ(readHistoryFields(u"a='open"_s), (std::vector<HistoryField>{{"a", {}, "open"}}));
+    const auto text = [](const QString& literal) {
+        return readHistoryFields(u"a="_s + literal).at(0).after.toString().toStdString();
+    };
+    EXPECT_EQ(text(u"''"_s), "");
+    EXPECT_EQ(text(u"''''"_s), "'");
+    EXPECT_EQ(text(u"'''a'',=>''b'''"_s), "'a',=>'b'");
+    EXPECT_EQ(text(u"'open''"_s), "open'") << "nothing ends it";
+    EXPECT_EQ(text(u"'''"_s), "'");
+    EXPECT_EQ(text(u"'"_s), "");
+    EXPECT_EQ(readHistoryFields(u"a='x'>'y''z',b=NULL>1.5,c=-3,d=X'00ff'"_s),
+              (std::vector<HistoryField>{
+                  {"a", "x", "y'z"}, {"b", {}, 1.5}, {"c", {}, qint64{-3}}, {"d", {}, "X'00ff'"}}));
     EXPECT_EQ(readHistoryFields(u"a=1>2>3,b=4"_s), (std::vector<HistoryField>{{"a", qint64{1}, qint64{2}}}));
 }
 

@@ -13,7 +13,8 @@ PlainValue plainValue(sqlite3_value* value) {
     constexpr char kinds[] = {'?', 'i', 'r', 't', 'b', 'n'};
     const int type = sqlite3_value_type(value);
     const void* bytes = type == SQLITE_BLOB ? sqlite3_value_blob(value) : sqlite3_value_text(value);
-    return {kinds[type], QByteArray(static_cast<const char*>(bytes), bytes ? sqlite3_value_bytes(value) : 0)};
+    const int size = bytes ? sqlite3_value_bytes(value) : 0;
+    return {kinds[type], QByteArray::fromRawData(static_cast<const char*>(bytes), size)};
 }
 
 void giveResult(sqlite3_context* context, const QVariant& result) {
