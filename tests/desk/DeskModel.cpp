@@ -97,6 +97,8 @@ void Model::click(const QString& tool) {
         ask(u"TraceWindow"_s, {}, {});
     if (tool == "cmdNewLot"_L1)
         askNewLot();
+    if (tool == "cmdImport"_L1)
+        askImport();
     if (const ScreenRow* row = screenOfTool(tool))
         switchTo(row->number);
     if (tool == "txtSearch"_L1)
@@ -115,6 +117,13 @@ void Model::askNewLot() {
     if (mix == Mix::Running || mix == Mix::Waits || !offers.empty())
         return tell(u"A mix is not logged yet"_s);
     ask(u"NewLotWindow"_s, {}, {});
+}
+
+void Model::askImport() {
+    const Screen& screen = screens.at(chemicals);
+    if (!screen.locked && (screen.isNew || !screen.typed.isEmpty()))
+        return tell(u"Save or cancel what you have typed first"_s);
+    ask(u"QFileDialog"_s, {}, {});
 }
 
 void Model::search(const QString& text) {

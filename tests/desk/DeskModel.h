@@ -147,6 +147,7 @@ private:
     void askBox(const QString& says, const QString& press) { ask("AskDialog", says, press); }
     void tell(const QString& says) { askBox(says, "OK"); }
     void askNewLot();
+    void askImport();
     /// Without the record's name.
     static QString captionOf(ScreenNumber screen);
     bool chance(int oneOf) { return m_choose(oneOf) == 0; }

@@ -28,6 +28,7 @@ cmdPrint       on       L         L          L     L
 cmdExport      on       L         L          L     L
 cmdTrace       -        -         on         on    on
 cmdNewLot      -        -         on         -     -
+cmdImport      -        -         on         -     -
 mnuWorksheet   on       on        -          -     -
 mnuFormulaLog  -        -         -          on    -
 mnuLabel       -        -         -          on    on

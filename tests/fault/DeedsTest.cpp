@@ -16,6 +16,8 @@
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
 #include "platform/widgets/Boxes.h"
+#include "prices/PriceTaking.h"
+#include "records/NewLot.h"
 #include "records/Restoration.h"
 #include "reports/rptChemicals.h"
 #include "shared/Translator.h"
@@ -91,6 +93,43 @@ TEST(Deeds, ABatchIsDeleted) {
               .act = [](World& world) { world.click(u"cmdDelete"_s); },
               .state = databaseState,
               .inSteps = true});
+}
+
+TEST(Deeds, ANewLotIsAdded) {
+    campaign({.name = "new lot",
+              .prepare = [](World&) {},
+              .act =
+                  [](World& world) {
+                      const NewLot delivered{u"L9"_s, u"Harbor"_s, platform::Currency::fromText(u"0.285"_s),
+                                             platform::Currency::fromText(u"4"_s)};
+                      if (!addNewLot(3, delivered, {1}))
+                          world.say(u"not added"_s);
+                  },
+              .state = databaseState});
+}
+
+TEST(Deeds, PricesAreTaken) {
+    campaign({.name = "price list",
+              .prepare = [](World&) {},
+              .act =
+                  [](World& world) {
+                      telling(world, [&] {
+                          const PriceTable table{{{{u"Borax"_s}, {u"120"_s, true}, {u"100 g"_s}},
+                                                  {{u"Camphor"_s}, {u"450"_s, true}, {u"100 g"_s}}}};
+                          PriceColumns columns;
+                          columns.column = {0, PriceColumns::none, PriceColumns::none, 1, PriceColumns::none,
+                                            2, PriceColumns::none};
+                          columns.mark.fill(DecimalMark::point);
+                          const PriceStock stock(stockedChemicals(openDB()));
+                          PriceProposals proposals(table, columns, stock);
+                          ASSERT_EQ(proposals.count(PriceState::change), 2);
+                          proposals.tick(0, true);
+                          proposals.tick(1, true);
+                          if (takePrices(openDB(), proposals, stock, u"list.csv"_s) != Taken::All)
+                              world.say(u"not taken"_s);
+                      });
+                  },
+              .state = databaseState});
 }
 
 TEST(Deeds, ADeletionIsTakenBack) {
