@@ -9,8 +9,11 @@
 
 #include <QCryptographicHash>
 #include <QSysInfo>
+#include <array>
+#include <charconv>
 #include <pwd.h>
 #include <unistd.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -30,21 +33,26 @@ int minutesAhead() {
 class HistoryHash {
 public:
     QVariant operator()(const std::vector<platform::PlainValue>& values) {
-        QByteArray all;
+        m_text.resize(0);
         for (const platform::PlainValue& value : values)
-            all.append(value.kind)
-                .append(QByteArray::number(value.bytes.size()))
-                .append(':')
-                .append(value.bytes);
-        if (m_hash.isNull() || all != m_last) {
-            m_hash = QCryptographicHash::hash(all, QCryptographicHash::Sha256);
-            m_last = std::move(all);
+            add(value);
+        if (m_hash.isNull() || m_text != m_last) {
+            m_hash = QCryptographicHash::hash(m_text, QCryptographicHash::Sha256);
+            std::swap(m_text, m_last);
         }
         return m_hash;
     }
 
 private:
-    QByteArray m_last, m_hash;
+    void add(const platform::PlainValue& value) {
+        std::array<char, 24> head{value.kind};
+        char* end = std::to_chars(head.data() + 1, head.data() + head.size() - 1, value.bytes.size()).ptr;
+        *end++ = ':';
+        m_text.append(head.data(), end - head.data());
+        m_text.append(value.bytes);
+    }
+
+    QByteArray m_text, m_last, m_hash;
 };
 
 QString quoted(QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\''; }
