@@ -26,7 +26,7 @@ namespace {
 
 using platform::grid;
 
-constexpr int momentWidth = 184, personWidth = 150, deedWidth = 90, fieldWidth = 230;
+constexpr int momentWidth = 184, personWidth = 150, deedWidth = 150, fieldWidth = 230;
 
 /// The last moment of that day, as the computer's clock has it now.
 QDateTime endOf(const QDate& day) { return QDateTime(day, QTime(23, 59, 59, 999)); }

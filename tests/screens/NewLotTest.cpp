@@ -197,6 +197,14 @@ TEST_F(NewLotTest, WhatIsTypedIsSavedOrCancelledFirst) {
     click(u"cmdNewLot"_s);
 }
 
+TEST_F(NewLotTest, AChemicalThatAnotherProgramHasDeletedHasNoNewLot) {
+    showCamphor();
+    sql("DELETE FROM FormChem WHERE ChemicalID = 3; DELETE FROM Chemical WHERE ChemicalID = 3");
+    asker.expectMsgBox(u"No Records"_s);
+    click(u"cmdNewLot"_s);
+    asker.verify();
+}
+
 TEST_F(NewLotTest, AFailureAddsNothingAndSaysSo) {
     showCamphor();
     inWindow("NewLotWindow", [this](QWidget& form) {

@@ -308,12 +308,12 @@ TEST_F(PriceImportTest, TakingCanBeStoppedAndTakesNothingThen) {
         many += "N" + QByteArray::number(i) + ";120;100;g\n";
     openScreen(many);
     import([this](QWidget& form) {
-        EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 5,000 prices");
+        EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "&Take 5,000 prices");
     QTimer stop;
     bool stopped = false;
     QObject::connect(&stop, &QTimer::timeout, &form, [&] {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* progress = qobject_cast<QProgressDialog*>(window);
+        for (QWidget* shown : QApplication::topLevelWidgets()) {
+            if (auto* progress = qobject_cast<QProgressDialog*>(shown);
                 progress && progress->isVisible() && !stopped) {
                 EXPECT_EQ(str(progress->labelText()), "Taking prices");
                 EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical WHERE chm_Cost <> '1'")), "0");
@@ -327,7 +327,7 @@ TEST_F(PriceImportTest, TakingCanBeStoppedAndTakesNothingThen) {
     EXPECT_TRUE(stopped);
     EXPECT_TRUE(form.isVisible());
     EXPECT_EQ(label(form, "lblMessage"), "Stopped: no price was taken.");
-    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "Take 5,000 prices") << "once more";
+    EXPECT_EQ(str(child<QPushButton>(form, "cmdTake")->text()), "&Take 5,000 prices") << "once more";
     press(form, "cmdClose");
 });
 EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical WHERE chm_Cost <> '1'")), "0");

@@ -102,7 +102,8 @@ TEST_F(UseValuesTest, WhatWasTypedIsPutOnOfferAndNotLost) {
     control<platform::TextBox>(chemicals, u"txtchm_Lot"_s).setText(u"typed"_s);
     useOldValues();
     EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "OLD");
-    EXPECT_EQ(QDir(folder.path(u"drafts"_s)).entryList({u"*.json"_s}).size(), 2);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return QDir(folder.path(u"drafts"_s)).entryList({u"*.json"_s}).size() == 2; }));
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ TEST(LotLikenessTest, OneLetterWrongMissingTooManyOrExchanged) {
     for (const QString& typed :
          {u"HC24113"_s, u"HC2418"_s, u"HC241118"_s, u"CH24118"_s, u"HC24181"_s, u"C24118"_s})
         EXPECT_EQ(similar(typed, u"HC24118"_s), QStringList{u"HC24118"_s}) << typed.toStdString();
-    for (const QString& typed : {u"HC24333"_s, u"HC24"_s, u"24118HC"_s, u"HD24119"_s, u"HC2411899"_s,
-                                u"HC47118"_s, u"HC72118"_s})
+    for (const QString& typed :
+         {u"HC24333"_s, u"HC24"_s, u"24118HC"_s, u"HD24119"_s, u"HC2411899"_s, u"HC47118"_s, u"HC72118"_s})
         EXPECT_EQ(similar(typed, u"HC24118"_s), QStringList()) << typed.toStdString();
 }
 
