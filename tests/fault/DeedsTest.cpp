@@ -95,6 +95,17 @@ TEST(Deeds, ABatchIsDeleted) {
               .inSteps = true});
 }
 
+namespace {
+
+/// The identity of a record that is added is another one each time.
+std::string stateWithoutIdentities(const QString& folder) {
+    static const QRegularExpression identity(
+        u"[ 0-9A-F]{8}-[ 0-9A-F]{4}-[ 0-9A-F]{4}-[ 0-9A-F]{4}-[ 0-9A-F]{12}"_s);
+    return QString::fromStdString(databaseState(folder)).replace(identity, u"identity"_s).toStdString();
+}
+
+}  // namespace
+
 TEST(Deeds, ANewLotIsAdded) {
     campaign({.name = "new lot",
               .prepare = [](World&) {},
@@ -105,7 +116,7 @@ TEST(Deeds, ANewLotIsAdded) {
                       if (!addNewLot(3, delivered, {1}))
                           world.say(u"not added"_s);
                   },
-              .state = databaseState});
+              .state = stateWithoutIdentities});
 }
 
 TEST(Deeds, PricesAreTaken) {
