@@ -2,6 +2,7 @@
 
 #include "platform/basic/Dates.h"
 #include "shared/Guard.h"
+#include "shared/basMain.h"
 
 #include <algorithm>
 

@@ -25,7 +25,6 @@
 #include "shared/Translator.h"
 #include "shared/TypedText.h"
 #include "shared/basMain.h"
-#include "shared/databaseOpened.h"
 
 #include <QAction>
 #include <QApplication>

@@ -27,7 +27,6 @@
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
-#include "shared/databaseOpened.h"
 
 #include <QLocale>
 

@@ -4,6 +4,7 @@
 #include "platform/basic/Paths.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
+#include "shared/basMain.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -12,8 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
-
-std::function<void(const Happening&)> basMain::announced;
 
 namespace {
 

@@ -31,11 +31,4 @@ void announce(const QString& text) noexcept;
 Happening fileHappening(const QString& text, const QString& path);
 void announceFile(const QString& text, const QString& path) noexcept;
 
-namespace basMain {
-
-/// Hears what is announced; empty where nobody does.
-extern std::function<void(const Happening&)> announced;
-
-}  // namespace basMain
-
 }  // namespace sorvanto

@@ -1,52 +1,43 @@
 // The program-wide values and how they are dropped together.
 #include "shared/basMain.h"
 
-#include "platform/basic/RuntimeError.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
-
-#include <cstdio>
-#include <cstdlib>
-
-using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace basMain {
 namespace {
 
-/// No destructors run, so that nothing is left to be saved at exit.
-void endAtOnce() {
-    std::fflush(nullptr);
-    std::_Exit(EXIT_SUCCESS);
-}
+Context program;
 
 }  // namespace
 
-std::shared_ptr<sorvanto::ErrorReporter> ErrorReporter;
-std::shared_ptr<clsOptions> Options;
-std::shared_ptr<Translator> Language;
-std::shared_ptr<clsSearch> Search;
-MainWindow* Main = nullptr;
+Context& context() { return program; }
 
-platform::ConnectionPtr gConnection;
-QString gConnectionString;
+// Bound before any code runs, so that no order of initialisation matters.
+constinit std::shared_ptr<sorvanto::ErrorReporter>& ErrorReporter = program.reporter;
+constinit std::shared_ptr<clsOptions>& Options = program.options;
+constinit std::shared_ptr<Translator>& Language = program.language;
+constinit std::shared_ptr<clsSearch>& Search = program.search;
+constinit MainWindow*& Main = program.window;
 
-QStringList MixTypes, JarSizes, MixTimes;
+constinit platform::ConnectionPtr& gConnection = program.connection;
+constinit QString& gConnectionString = program.connectionString;
 
-bool labelsCancelled = false;
-bool reportCancelled = false;
+constinit QStringList& MixTypes = program.mixTypes;
+constinit QStringList& JarSizes = program.jarSizes;
+constinit QStringList& MixTimes = program.mixTimes;
 
-std::function<QString()> databaseLocation;
-std::function<void()> editOptions;
-std::function<bool(const QString& path)> rescueDatabase;
-std::function<void()> endProgram = endAtOnce;
+constinit bool& labelsCancelled = program.labelsCancelled;
+constinit bool& reportCancelled = program.reportCancelled;
 
-QString tableEntry(const QStringList& table, int index) {
-    if (index < 0 || index >= table.size())
-        throw platform::RuntimeError(platform::error::subscriptOutOfRange, u"Subscript out of range"_s);
-    return table.at(index);
-}
+constinit std::function<QString()>& databaseLocation = program.databaseLocation;
+constinit std::function<void()>& editOptions = program.editOptions;
+constinit std::function<bool(const QString& path)>& rescueDatabase = program.rescueDatabase;
+constinit std::function<void()>& databaseOpened = program.databaseOpened;
+constinit std::function<void()>& endProgram = program.endProgram;
+constinit std::function<void(const Happening&)>& announced = program.announced;
 
 void reset() {
     Main = nullptr;
@@ -63,7 +54,7 @@ void reset() {
     databaseLocation = nullptr;
     editOptions = nullptr;
     rescueDatabase = nullptr;
-    endProgram = endAtOnce;
+    endProgram = Context::endAtOnce;
     announced = nullptr;
     ErrorReporter.reset();
 }

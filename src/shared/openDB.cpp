@@ -7,13 +7,10 @@
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
-#include "shared/databaseOpened.h"
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
-
-std::function<void()> basMain::databaseOpened;
 
 namespace {
 
@@ -21,51 +18,53 @@ enum class Outcome { Done, LocationInvalid };
 
 platform::RuntimeError notSet() { return {platform::error::objectNotSet, u"Object variable not set"_s}; }
 
-bool isOpen() { return platform::deref(basMain::gConnection).state() == 1; }
+bool isOpen(const Context& context) { return platform::deref(context.connection).state() == 1; }
 
-QString databasePath() {
-    if (!basMain::databaseLocation)
+QString databasePath(const Context& context) {
+    if (!context.databaseLocation)
         throw notSet();
-    return basMain::databaseLocation();
+    return context.databaseLocation();
 }
 
 bool meansInvalidLocation(const platform::RuntimeError& failure) {
     return failure.number() == platform::error::cannotOpen || failure.number() == platform::error::general;
 }
 
-Outcome openFile(const QString& path) {
-    basMain::gConnection = std::make_shared<platform::Connection>();
-    basMain::gConnectionString =
+Outcome openFile(Context& context, const QString& path) {
+    context.connection = std::make_shared<platform::Connection>();
+    context.connectionString =
         u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
     try {
-        basMain::gConnection->open(basMain::gConnectionString);
+        context.connection->open(context.connectionString);
     } catch (const platform::RuntimeError& failure) {
         if (!meansInvalidLocation(failure))
             throw;
         return Outcome::LocationInvalid;
     }
-    keepHistory(*basMain::gConnection);
-    if (basMain::databaseOpened)
-        basMain::databaseOpened();
+    keepHistory(*context.connection);
+    if (context.databaseOpened)
+        context.databaseOpened();
     return Outcome::Done;
 }
 
 /// True when another location is to be tried; otherwise the program has been ended.
-bool askNewLocation(const ResumeNext& step) {
+bool askNewLocation(const Context& context, const ResumeNext& step) {
     const auto question = translated(u"Database location invalid, please select new location."_s);
     if (platform::MsgBox(question, {platform::Buttons::YesNoCancel}) != platform::Answer::Yes) {
-        basMain::endProgram();
+        context.endProgram();
         return false;
     }
-    step([] {
-        if (!basMain::editOptions)
+    step([&] {
+        if (!context.editOptions)
             throw notSet();
-        basMain::editOptions();
+        context.editOptions();
     });
     return true;
 }
 
-bool isRescued(const QString& path) { return basMain::rescueDatabase && basMain::rescueDatabase(path); }
+bool isRescued(const Context& context, const QString& path) {
+    return context.rescueDatabase && context.rescueDatabase(path);
+}
 
 void tellNotFound() {
     platform::MsgBox(u"Database file not found. Please set in options"_s,
@@ -74,28 +73,30 @@ void tellNotFound() {
 
 }  // namespace
 
-platform::ConnectionPtr openDB() {
+platform::ConnectionPtr openDB(Context& context) {
     const ResumeNext step(u"frmMain:openDB"_s);
     bool again = true;
     while (again) {
         again = false;
         bool open = false;
-        step([&] { open = isOpen(); });
+        step([&] { open = isOpen(context); });
         if (open)
             break;
         QString path;
-        step([&] { path = databasePath(); });
+        step([&] { path = databasePath(context); });
         step([&] {
             if (!platform::fileExists(path)) {
-                again = isRescued(path);
+                again = isRescued(context, path);
                 if (!again)
                     tellNotFound();
-            } else if (openFile(path) == Outcome::LocationInvalid) {
-                again = isRescued(path) || askNewLocation(step);
+            } else if (openFile(context, path) == Outcome::LocationInvalid) {
+                again = isRescued(context, path) || askNewLocation(context, step);
             }
         });
     }
-    return basMain::gConnection;
+    return context.connection;
 }
+
+platform::ConnectionPtr openDB() { return openDB(basMain::context()); }
 
 }  // namespace sorvanto

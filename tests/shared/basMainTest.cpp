@@ -1,7 +1,6 @@
 // The program-wide values, the version, and translation before the language store exists.
 #include "shared/basMain.h"
 
-#include "platform/basic/RuntimeError.h"
 #include "shared/Translator.h"
 #include "support/TestProgram.h"
 
@@ -12,20 +11,6 @@ namespace basMain = sorvanto::basMain;
 namespace {
 
 class basMainTest : public support::TestProgram {};
-
-TEST_F(basMainTest, TableEntriesAreChecked) {
-    const QStringList table{"", "15 ml", "20 ml"};
-    EXPECT_EQ(basMain::tableEntry(table, 0), "");
-    EXPECT_EQ(basMain::tableEntry(table, 2), "20 ml");
-    for (const int index : {-1, 3}) {
-        try {
-            basMain::tableEntry(table, index);
-            ADD_FAILURE() << index;
-        } catch (const platform::RuntimeError& failure) {
-            EXPECT_EQ(failure.number(), platform::error::subscriptOutOfRange);
-        }
-    }
-}
 
 TEST_F(basMainTest, ResetDropsEverything) {
     basMain::MixTypes = QStringList{"a"};

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "shared/Happening.h"
+#include "shared/basMain.h"
 
 #include <QStringList>
 #include <vector>

@@ -9,6 +9,7 @@
 #include "TestDatabase.h"
 #include "WarningTrap.h"
 #include "shared/ErrorReporter.h"
+#include "shared/basMain.h"
 
 #include <QString>
 #include <QStringList>
@@ -70,6 +71,8 @@ protected:
     /// Forgets the reports so far, for tests that look at something else.
     void dropReports() { reporter->calls.clear(); }
 
+    /// The program's own, to be handed to what is made.
+    inline static sorvanto::Context& context = sorvanto::basMain::context();
     TempProgramFolder folder;
     FixedClock clock;
     WarningTrap warnings;

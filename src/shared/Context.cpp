@@ -1,0 +1,23 @@
+#include "shared/Context.h"
+
+#include "platform/basic/RuntimeError.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+
+void Context::endAtOnce() {
+    std::fflush(nullptr);
+    std::_Exit(EXIT_SUCCESS);
+}
+
+QString tableEntry(const QStringList& table, int index) {
+    if (index < 0 || index >= table.size())
+        throw platform::RuntimeError(platform::error::subscriptOutOfRange, u"Subscript out of range"_s);
+    return table.at(index);
+}
+
+}  // namespace sorvanto
