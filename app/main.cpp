@@ -72,11 +72,12 @@ int main(int argc, char** argv) {
     const std::optional<QStringList> problems = enterFolder(order.folder);
     if (!problems)
         return 1;
-    sorvanto::frmMain window;
+    sorvanto::Context& context = sorvanto::basMain::context();
+    sorvanto::frmMain window(sorvanto::realParts(context));
     asker.setParent(&window);
     window.Form_Load([&] { window.show(); });
     report(*problems);
     window.show();
-    application.noteBlocks();
+    application.noteBlocks(context);
     return Application::exec();
 }

@@ -7,6 +7,7 @@
 #include "reports/rptJarUsage.h"
 #include "reports/rptLogAvery8160.h"
 #include "reports/rptLogReport.h"
+#include "shared/basMain.h"
 #include "whole_program.h"
 
 #include <QApplication>
@@ -48,14 +49,14 @@ void answerLabels(QWidget& form) {
 
 std::unique_ptr<platform::Report> logReport() {
     program().asker.reply = answerDates;
-    auto report = std::make_unique<rptLogReport>();
+    auto report = std::make_unique<rptLogReport>(sorvanto::basMain::context());
     report->FormulaID(1);
     return report;
 }
 
 std::unique_ptr<platform::Report> jarReport() {
     program().asker.reply = answerDates;
-    auto report = std::make_unique<rptJarUsage>();
+    auto report = std::make_unique<rptJarUsage>(sorvanto::basMain::context());
     report->JarID(0);
     return report;
 }
@@ -64,7 +65,7 @@ std::unique_ptr<platform::Report> labelRun() {
     const auto log = std::make_shared<clsLog>();
     log->openLog(1, QString());
     program().asker.reply = answerLabels;
-    auto report = std::make_unique<rptLogAvery8160>();
+    auto report = std::make_unique<rptLogAvery8160>(sorvanto::basMain::context());
     report->setLog(log);
     return report;
 }

@@ -5,6 +5,7 @@
 #include "config/clsOptions.h"
 #include "platform/basic/Paths.h"
 #include "platform/xml/XmlDocument.h"
+#include "shared/basMain.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -100,7 +101,7 @@ BENCHMARK(loadLanguage)->Unit(benchmark::kMicrosecond);
 
 void readOption(benchmark::State& state) {
     const Program program;
-    const sorvanto::clsOptions options;
+    const sorvanto::clsOptions options(sorvanto::basMain::context());
     for (auto step : state)
         benchmark::DoNotOptimize(options.DEA());
 }

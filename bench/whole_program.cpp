@@ -32,7 +32,7 @@ WholeProgram::WholeProgram(int rows, const char* statements) : m_folder(rows) {
     platform::setProgramFolder(m_folder.path());
     platform::setApplicationTitle(u"Sorvanto Control Panel"_s);
     platform::setAsker(&asker);
-    m_window = std::make_unique<sorvanto::frmMain>();
+    m_window = std::make_unique<sorvanto::frmMain>(sorvanto::realParts(sorvanto::basMain::context()));
     m_window->Form_Load();
     m_window->resize(1366, 768);
     m_window->show();

@@ -9,8 +9,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "platform/data/Recordset.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,14 +29,16 @@ platform::XmlNode existing(const platform::XmlNode& found, const QString& path) 
 
 }  // namespace
 
-clsOptions::clsOptions() { Class_Initialize(); }
+clsOptions::clsOptions(Context& context) : m_context(context) { Class_Initialize(); }
 
 clsOptions::~clsOptions() { Class_Terminate(); }
 
 void clsOptions::Class_Initialize() {
     guarded(u"clsOptions:Class_Initialize"_s, [&] {
-        basMain::databaseLocation = [] { return platform::deref(basMain::Options).DBLocation(); };
-        basMain::editOptions = frmOptions::edit;
+        m_context.databaseLocation = [&context = m_context] {
+            return platform::deref(context.options).DBLocation();
+        };
+        m_context.editOptions = [&context = m_context] { frmOptions::edit(context); };
         m_path = platform::platformPath(platform::programFolder() + u"\\options.xml"_s);
         if (platform::fileExists(m_path))
             load();
@@ -198,16 +200,17 @@ void clsOptions::OverrideSpeed(std::int16_t flag) {
 }
 
 QString clsOptions::DBVersion() const {
-    return guarded(u"clsOptions:DBVersion"_s, QString(), [] {
+    return guarded(u"clsOptions:DBVersion"_s, QString(), [&] {
         const auto rows = platform::Recordset::create();
-        rows->open(u"SELECT [opt_Version] FROM [Options]"_s, openDB());
+        rows->open(u"SELECT [opt_Version] FROM [Options]"_s, openDB(m_context));
         return platform::valueText(rows->value(u"opt_Version"_s));
     });
 }
 
 void clsOptions::DBVersion(const QString& version) {
-    guarded(u"clsOptions:DBVersion"_s,
-            [&] { platform::deref(openDB()).execute(u"UPDATE [Options] SET [opt_Version] = "_s + version); });
+    guarded(u"clsOptions:DBVersion"_s, [&] {
+        platform::deref(openDB(m_context)).execute(u"UPDATE [Options] SET [opt_Version] = "_s + version);
+    });
 }
 
 }  // namespace sorvanto

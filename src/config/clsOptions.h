@@ -9,10 +9,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class clsOptions {
 public:
-    /// Loads the file, or at a first start writes a new one and asks the language.
-    clsOptions();
+    /// Loads the file, or at a first start writes a new one and asks the language. The context gets the way to the
+    /// database's path and to the dialog.
+    explicit clsOptions(Context& context);
     ~clsOptions();
 
     /// Writes the document to its file. A document that could not be read has nothing to write: the file
@@ -73,6 +76,7 @@ private:
     /// The element, made with the repair default (and the file saved) when it is missing.
     platform::XmlNode repairedNode(const QString& parent, const QString& name, const QString& repairDefault);
 
+    Context& m_context;
     platform::XmlDocumentPtr m_document;
     QString m_path;
     QString m_problem;

@@ -8,10 +8,10 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/serial/PortProbe.h"
 #include "platform/widgets/OwnerWindow.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 #include "ui_frmOptions.h"
 
@@ -34,17 +34,6 @@ constexpr const char* tag = "Tag";
 
 const QStringList languages{u"English"_s, u"Espanol"_s,    u"Deutsch"_s,  u"Francais"_s,
                             u"Russian"_s, u"Portuguese"_s, u"Italiano"_s, u"Suisse"_s};
-
-clsOptions& options() { return platform::deref(basMain::Options); }
-
-/// -1 for none that can be read.
-int storedLanguage() {
-    try {
-        return options().Language();
-    } catch (const platform::RuntimeError&) {
-        return -1;
-    }
-}
 
 QString firstCharacters(const QString& text, int count) {
     if (count < 0)
@@ -82,7 +71,8 @@ bool isToBeStored(const QWidget& box, bool blank) { return box.property(loaded).
 
 }  // namespace
 
-frmOptions::frmOptions(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmOptions>()) {
+frmOptions::frmOptions(Context& context, QWidget* parent)
+    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmOptions>()) {
     m_ui->setupUi(this);
     connect(m_ui->cmdDB, &QPushButton::clicked, this, &frmOptions::cmdDB_Click);
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmOptions::cmdSave_Click);
@@ -92,8 +82,10 @@ frmOptions::frmOptions(QWidget* parent) : QDialog(parent), m_ui(std::make_unique
 
 frmOptions::~frmOptions() = default;
 
-void frmOptions::edit() {
-    frmOptions form(platform::ownerWindow());
+clsOptions& frmOptions::options() const { return platform::deref(m_context.options); }
+
+void frmOptions::edit(Context& context) {
+    frmOptions form(context, platform::ownerWindow());
     platform::asker().showModal(form, [&] { form.exec(); });
 }
 
@@ -152,7 +144,7 @@ void frmOptions::sayWhatCounts() {
     m_ui->lblNextStart->setText(
         translated(u"Language, comm port and the patient screen change with the next start."_s));
     m_ui->lblNextStart->setMinimumHeight(2 * m_ui->lblNextStart->fontMetrics().lineSpacing() + 2);
-    const QString open = databaseOpen();
+    const QString open = databaseOpen(m_context);
     m_ui->lblOpenDB->setTextFormat(Qt::PlainText);
     m_ui->lblOpenDB->setText(
         open.isEmpty() ? translated(u"No database is open. The one chosen here is opened at once."_s)
@@ -249,7 +241,7 @@ void frmOptions::cmdDB_Click() {
 void frmOptions::storeTexts() const {
     using Getter = QString (clsOptions::*)() const;
     using Setter = void (clsOptions::*)(const QString&);
-    const auto store = [](Getter get, Setter set, const platform::TextBox& box) {
+    const auto store = [this](Getter get, Setter set, const platform::TextBox& box) {
         // A missing element stops the saving all the same.
         (options().*set)(isToBeStored(box, box.text().isEmpty()) ? box.text() : (options().*get)());
     };
@@ -278,6 +270,15 @@ void frmOptions::storeChoices() const {
         options().DefCurrency(m_ui->cboCurrency->boxText());
     if (isToBeStored(*m_ui->cboPrinter, m_ui->cboPrinter->boxText().isEmpty()))
         options().DefPrinter(m_ui->cboPrinter->boxText());
+}
+
+// -1 for none that can be read.
+int frmOptions::storedLanguage() const {
+    try {
+        return options().Language();
+    } catch (const platform::RuntimeError&) {
+        return -1;
+    }
 }
 
 void frmOptions::cmdSave_Click() {

@@ -14,21 +14,26 @@ class frmOptions;
 
 namespace sorvanto {
 
+class clsOptions;
+struct Context;
+
 class frmOptions : public QDialog {
     Q_OBJECT
 public:
     /// Loads the options into the boxes.
-    explicit frmOptions(QWidget* parent = nullptr);
+    explicit frmOptions(Context& context, QWidget* parent = nullptr);
     ~frmOptions() override;
 
     /// Creates the dialog, shows it modally and drops it.
-    static void edit();
+    static void edit(Context& context);
 
     /// A path cut to fit a box: the start, "...", and the file name with its separator. The result is one
     /// character longer than the limit. Empty, with a report, when the file name leaves no room.
     static QString ShortenString(const QString& text, int limit);
 
 private:
+    clsOptions& options() const;
+    int storedLanguage() const;
     void Form_Load();
     void transalteForm();  // the misspelt name is the system's own
     void sayWhatCounts();
@@ -46,6 +51,7 @@ private:
     void cmdSave_Click();
     void cmdCancel_Click();
 
+    Context& m_context;
     std::unique_ptr<Ui::frmOptions> m_ui;
     platform::PrinterQuestion m_printers;
     QTimer m_printersLater;

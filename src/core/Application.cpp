@@ -1,9 +1,9 @@
 // Qt can't carry an exception through its event loop, so it is caught where each event enters.
 #include "core/Application.h"
 
+#include "shared/Context.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 #include <QAbstractEventDispatcher>
 
@@ -11,11 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-void Application::noteBlocks() {
+void Application::noteBlocks(const Context& context) {
     constexpr qint64 limit = 100;
-    watchBlocks(limit, [](qint64 block, const QString& event) {
-        if (basMain::ErrorReporter)
-            basMain::ErrorReporter->note(u"stood still for %1 ms: %2"_s.arg(block).arg(event));
+    watchBlocks(limit, [&context](qint64 block, const QString& event) {
+        if (context.reporter)
+            context.reporter->note(u"stood still for %1 ms: %2"_s.arg(block).arg(event));
     });
 }
 

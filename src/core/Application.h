@@ -9,13 +9,15 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class Application : public QApplication {
 public:
     using QApplication::QApplication;
 
     /// From now on errors.log says when the interface stood still for more than a tenth of a second, and during what;
     /// nobody is disturbed by it.
-    void noteBlocks();
+    void noteBlocks(const Context& context);
     /// From now on the listener hears of each block of more than so many milliseconds, of that clock if there is one.
     void watchBlocks(qint64 limit, Heartbeat::Listener listener, Heartbeat::Clock clock = {});
 

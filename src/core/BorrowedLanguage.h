@@ -6,20 +6,23 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class BorrowedLanguage {
 public:
     /// Does nothing when the program has its language already. A language file that is missing or can't be read
     /// leaves English; none is made.
-    explicit BorrowedLanguage(std::int16_t language);
+    BorrowedLanguage(Context& context, std::int16_t language);
     ~BorrowedLanguage();
     BorrowedLanguage(const BorrowedLanguage&) = delete;
     BorrowedLanguage& operator=(const BorrowedLanguage&) = delete;
 
 private:
+    Context& m_context;
     bool m_borrowed = false;
 };
 
 /// The number that the options name; 0, English, where they can't tell.
-std::int16_t languageOfOptions();
+std::int16_t languageOfOptions(const Context& context);
 
 }  // namespace sorvanto

@@ -4,9 +4,9 @@
 #include "platform/basic/Dates.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Engine.h"
+#include "shared/Context.h"
 #include "shared/FileIdentity.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 #include <chrono>
 
@@ -26,8 +26,8 @@ std::int64_t batchesLogged(const platform::Connection& connection) {
 
 }  // namespace
 
-DailyBackup::DailyBackup(int startDelay, int interval, int patience)
-    : m_startDelay(startDelay), m_interval(interval), m_patience(patience) {
+DailyBackup::DailyBackup(const Context& context, int startDelay, int interval, int patience)
+    : m_context(context), m_startDelay(startDelay), m_interval(interval), m_patience(patience) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
         m_waitLonger = false;
@@ -70,7 +70,7 @@ void DailyBackup::look() {
 }
 
 void DailyBackup::begin() {
-    const auto connection = basMain::gConnection;
+    const auto connection = m_context.connection;
     if (!connection || connection->state() != 1)
         return;
     const auto identity = readFileIdentity(*connection);

@@ -17,11 +17,14 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class DailyBackup {
 public:
     /// In milliseconds; startDelay: between startSoon and the first look; interval: between two looks; patience: how
     /// long stop() waits for a copy that is being made.
-    explicit DailyBackup(int startDelay = 2000, int interval = 60'000, int patience = 2000);
+    explicit DailyBackup(const Context& context, int startDelay = 2000, int interval = 60'000,
+                         int patience = 2000);
     /// Waits for a copy that stop() has left.
     ~DailyBackup();
     DailyBackup(const DailyBackup&) = delete;
@@ -44,6 +47,7 @@ private:
     bool isDue(const CopySettings& settings, std::int64_t batches);
     void note(const CopyResult& result);
 
+    const Context& m_context;
     QTimer m_timer;
     std::future<CopyResult> m_job;
     std::atomic<bool> m_cancelled = false;

@@ -11,8 +11,8 @@
 #include "platform/basic/SystemLocale.h"
 #include "platform/basic/TimeOfDay.h"
 #include "platform/data/sqlite/DatabaseState.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -124,7 +124,7 @@ bool DatabaseRescue::offer(const QString& path) {
     const bool missing = !platform::fileExists(path);
     if (missing && (path.trimmed().isEmpty() || m_declined.contains(path)))
         return false;
-    const BorrowedLanguage language(languageOfOptions());
+    const BorrowedLanguage language(m_context, languageOfOptions(m_context));
     const bool way = m_firstStart && missing ? offerNewDatabase(path) : offerWayOut(path, state);
     if (missing && !way)
         m_declined << path;
@@ -164,7 +164,7 @@ bool DatabaseRescue::makeOrChoose(const QString& choice, const QString& path) {
         const QString file = platform::asker().openFile(translated(u"Choose a file..."_s), QString());
         if (file.isEmpty())
             return false;
-        auto& options = platform::deref(basMain::Options);
+        auto& options = platform::deref(m_context.options);
         options.DBLocation(file);
         options.saveOptions();
     }

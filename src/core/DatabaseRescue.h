@@ -14,12 +14,13 @@ enum class DatabaseState;
 
 namespace sorvanto {
 
+struct Context;
 struct GoodCopy;
 
 class DatabaseRescue {
 public:
     /// firstStart: there were no options yet when the program started.
-    explicit DatabaseRescue(bool firstStart) : m_firstStart(firstStart) {}
+    DatabaseRescue(Context& context, bool firstStart) : m_context(context), m_firstStart(firstStart) {}
 
     /// True when the file is to be opened once more. A missing file is asked about once, since it is looked for
     /// with each statement.
@@ -30,6 +31,7 @@ private:
     bool offerWayOut(const QString& path, platform::DatabaseState state);
     bool makeOrChoose(const QString& choice, const QString& path);
 
+    Context& m_context;
     bool m_firstStart;
     QSet<QString> m_declined;
 };

@@ -13,10 +13,10 @@
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 #include "platform/xml/XmlDocument.h"
+#include "shared/Context.h"
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,7 +46,7 @@ QString momentText(const QDateTime& moment) {
     return platform::dateText(QDateTime(moment.date(), QTime(0, 0), Qt::UTC)) + ' '_L1 + time;
 }
 
-bool isOpen() { return basMain::gConnection && basMain::gConnection->state() == 1; }
+bool isOpen(const Context& context) { return context.connection && context.connection->state() == 1; }
 
 /// The lines of batches have keys that the program never reads, and are counted all the same.
 std::int64_t rowsOfRecords(const platform::Connection& connection) {
@@ -56,11 +56,11 @@ std::int64_t rowsOfRecords(const platform::Connection& connection) {
     return rows;
 }
 
-HealthLine databaseLine(const QString& readingOnly) {
+HealthLine databaseLine(const Context& context, const QString& readingOnly) {
     const QString title = translated(u"Database"_s);
-    if (!isOpen())
+    if (!isOpen(context))
         return {title, translated(u"Not open"_s), {}, false};
-    const auto& connection = *basMain::gConnection;
+    const auto& connection = *context.connection;
     const std::int64_t rows = rowsOfRecords(connection);
     const bool writable = readingOnly.isEmpty() && !connection.isReadOnly();
     const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
@@ -97,17 +97,17 @@ QString timeLeft(const platform::Connection& connection, const TableKeys& table)
         .replace(u"%2"_s, pace);
 }
 
-HealthLine keysLine() {
+HealthLine keysLine(const Context& context) {
     const QString title = translated(u"Keys left"_s);
-    if (!isOpen())
+    if (!isOpen(context))
         return {title, translated(u"Not open"_s), {}, false};
-    const auto tables = keysLeft(*basMain::gConnection);
+    const auto tables = keysLeft(*context.connection);
     const TableKeys& fewest = tables.front();
     const auto shown = [](const TableKeys& table) {
         return translated(table.name) + ' '_L1 + grouped(table.left());
     };
     HealthLine line{title, shown(fewest), {}, !fewest.isShort()};
-    line.note = timeLeft(*basMain::gConnection, fewest);
+    line.note = timeLeft(*context.connection, fewest);
     QStringList others;
     for (std::size_t i = 1; i < tables.size(); ++i)
         others << shown(tables[i]);
@@ -117,8 +117,8 @@ HealthLine keysLine() {
     return line;
 }
 
-HealthLine copyLine() {
-    const auto identity = isOpen() ? readFileIdentity(*basMain::gConnection) : std::nullopt;
+HealthLine copyLine(const Context& context) {
+    const auto identity = isOpen(context) ? readFileIdentity(*context.connection) : std::nullopt;
     const CopyShelf shelf(platform::programFolder() + u"\\backups"_s,
                           identity ? identity->identity : QString());
     const auto copies = shelf.copies();
@@ -164,9 +164,9 @@ HealthLine lockLine(const QString& readingOnly) {
     return {title, translated(u"Held"_s), translated(u"No other Control Panel can change these records"_s)};
 }
 
-HealthLine errorLine() {
+HealthLine errorLine(const Context& context) {
     const QString title = translated(u"Error log"_s);
-    const auto reporter = basMain::ErrorReporter;
+    const auto reporter = context.reporter;
     if (!reporter)
         return {title, translated(u"Not open"_s), {}, false};
     if (!reporter->logFailure().isEmpty())
@@ -178,15 +178,15 @@ HealthLine errorLine() {
             with(translated(u"Newest %1"_s), momentText(reports.back().time)), false};
 }
 
-HealthLine filesLine() {
+HealthLine filesLine(const Context& context) {
     const QString title = translated(u"Options and language files"_s);
-    if (!basMain::Options || !basMain::Options->problem().isEmpty())
+    if (!context.options || !context.options->problem().isEmpty())
         return {title,
                 translated(u"Options not read"_s),
                 {},
                 false,
-                basMain::Options ? basMain::Options->problem() : QString()};
-    const QString path = basMain::Language ? basMain::Language->translationPath() : QString();
+                context.options ? context.options->problem() : QString()};
+    const QString path = context.language ? context.language->translationPath() : QString();
     const auto document = platform::XmlDocument::create();
     const QString name = QFileInfo(path).fileName();
     if (platform::fileExists(path) && !document->load(path))
@@ -206,24 +206,25 @@ HealthLine safely(const QString& title, Maker&& make) {
 
 }  // namespace
 
-std::vector<HealthLine> healthLines(const HealthContext& context) {
+std::vector<HealthLine> healthLines(const Context& context, const WindowHealth& window) {
     std::vector<HealthLine> lines{
-        safely(translated(u"Database"_s), [&] { return databaseLine(context.readingOnly); }),
-        safely(translated(u"Keys left"_s), keysLine),
-        safely(translated(u"Newest copy"_s), copyLine),
+        safely(translated(u"Database"_s), [&] { return databaseLine(context, window.readingOnly); }),
+        safely(translated(u"Keys left"_s), [&] { return keysLine(context); }),
+        safely(translated(u"Newest copy"_s), [&] { return copyLine(context); }),
         safely(translated(u"Second place for copies"_s), secondPlaceLine),
-        lockLine(context.readingOnly),
-        errorLine(),
-        safely(translated(u"Options and language files"_s), filesLine),
-        {translated(u"Mixer"_s), context.mixer, context.mixerNote, context.mixerGood}};
-    if (!context.preparations.isEmpty())
-        lines.push_back({translated(u"Preparations"_s), context.preparations, context.preparationsNote,
-                         context.preparationsGood});
+        lockLine(window.readingOnly),
+        errorLine(context),
+        safely(translated(u"Options and language files"_s), [&] { return filesLine(context); }),
+        {translated(u"Mixer"_s), window.mixer, window.mixerNote, window.mixerGood}};
+    if (!window.preparations.isEmpty())
+        lines.push_back({translated(u"Preparations"_s), window.preparations, window.preparationsNote,
+                         window.preparationsGood});
     return lines;
 }
 
-HealthLine checkedDatabase(const QStringList& problems, const HealthContext& context) {
-    HealthLine line = safely(translated(u"Database"_s), [&] { return databaseLine(context.readingOnly); });
+HealthLine checkedDatabase(const Context& context, const QStringList& problems, const WindowHealth& window) {
+    HealthLine line =
+        safely(translated(u"Database"_s), [&] { return databaseLine(context, window.readingOnly); });
     if (problems.isEmpty()) {
         line.note = with(translated(u"Checked %1"_s), platform::timeOfDay(platform::now().time()));
         return line;

@@ -7,7 +7,7 @@
 
 namespace sorvanto {
 
-class ErrorReporter;
+struct Context;
 
 struct HealthLine {
     QString name, state, note;
@@ -17,7 +17,7 @@ struct HealthLine {
 };
 
 /// What only the main window knows.
-struct HealthContext {
+struct WindowHealth {
     QString mixer{};      ///< what the panel says of the line to the mixer
     QString mixerNote{};  ///< "simulated", or nothing
     bool mixerGood = true;
@@ -28,9 +28,9 @@ struct HealthContext {
 };
 
 /// What is found within a moment; never throws. The soundness of the file is looked at apart, since it takes longer.
-std::vector<HealthLine> healthLines(const HealthContext& context);
+std::vector<HealthLine> healthLines(const Context& context, const WindowHealth& window);
 
 /// Of the database that is open, in the place of its line: the problems that the engine found in it.
-HealthLine checkedDatabase(const QStringList& problems, const HealthContext& context);
+HealthLine checkedDatabase(const Context& context, const QStringList& problems, const WindowHealth& window);
 
 }  // namespace sorvanto

@@ -7,9 +7,9 @@
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/FocusMark.h"
 #include "platform/widgets/Theme.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QFrame>
 #include <QGridLayout>
@@ -62,16 +62,17 @@ QLabel* label(const QString& text, const char* look = nullptr) {
     return made;
 }
 
-QString openFile() {
-    const auto connection = basMain::gConnection;
+QString openFile(const Context& context) {
+    const auto connection = context.connection;
     return connection ? connection->location() : QString();
 }
 
 }  // namespace
 
-HealthPage::HealthPage(std::function<HealthContext()> source, QWidget* parent)
-    : QDialog(parent), m_source(std::move(source)), m_card(new QFrame(this)), m_place(new QLineEdit(this)),
-      m_summary(new QLabel(this)), m_again(new QPushButton(translated(u"Check again"_s), this)) {
+HealthPage::HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent)
+    : QDialog(parent), m_context(context), m_source(std::move(source)), m_card(new QFrame(this)),
+      m_place(new QLineEdit(this)), m_summary(new QLabel(this)),
+      m_again(new QPushButton(translated(u"Check again"_s), this)) {
     setObjectName(u"HealthPage"_s);
     setWindowTitle(translated(u"Health"_s));
     m_card->setObjectName(u"fraHealth"_s);
@@ -167,8 +168,8 @@ void HealthPage::check() {
     guarded(u"HealthPage:check"_s, [&] {
         if (m_check.valid())
             return;
-        m_lines = healthLines(m_source());
-        if (const QString file = openFile(); !file.isEmpty()) {
+        m_lines = healthLines(m_context, m_source());
+        if (const QString file = openFile(m_context); !file.isEmpty()) {
             m_lines.front().note = translated(u"Being checked"_s);
             m_check = std::async(std::launch::async, [file, this] {
                 return platform::integrityProblems(file, [this] { return m_cancelled.load(); });
@@ -190,7 +191,7 @@ void HealthPage::look() {
         } catch (const platform::RuntimeError& failure) {
             problems << failure.description();
         }
-        m_lines.front() = checkedDatabase(problems, m_source());
+        m_lines.front() = checkedDatabase(m_context, problems, m_source());
         showLines();
     });
 }

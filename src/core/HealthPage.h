@@ -23,7 +23,7 @@ class HealthPage : public QDialog {
 
 public:
     /// source: what only the window knows, asked anew with each check.
-    explicit HealthPage(std::function<HealthContext()> source, QWidget* parent = nullptr);
+    HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent = nullptr);
     ~HealthPage() override;
 
     const std::vector<HealthLine>& lines() const { return m_lines; }
@@ -41,7 +41,8 @@ private:
     void addSecondPlace();
     void setSecondPlace();
 
-    std::function<HealthContext()> m_source;
+    const Context& m_context;
+    std::function<WindowHealth()> m_source;
     std::vector<HealthLine> m_lines;
     std::future<QStringList> m_check;
     std::atomic<bool> m_cancelled = false;

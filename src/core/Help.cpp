@@ -2,9 +2,9 @@
 
 #include "core/HelpPlaces.h"
 #include "platform/widgets/OwnerWindow.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -19,9 +19,9 @@ namespace {
 const QString languageFile = u"Translation.xml"_s;
 
 /// "German"; English before the language is known.
-QString chosenLanguage() {
+QString chosenLanguage(const Context& context) {
     const QString file =
-        basMain::Language ? QFileInfo(basMain::Language->translationPath()).fileName() : QString();
+        context.language ? QFileInfo(context.language->translationPath()).fileName() : QString();
     return file.endsWith(languageFile) && file != languageFile ? file.chopped(languageFile.size())
                                                                : u"English"_s;
 }
@@ -44,8 +44,8 @@ bool isHelpKey(const QEvent& event) {
 
 }  // namespace
 
-Help::Help(QObject& mainWindow, std::function<const QWidget*()> onShow)
-    : QObject(&mainWindow), m_onShow(std::move(onShow)) {
+Help::Help(const Context& context, QObject& mainWindow, std::function<const QWidget*()> onShow)
+    : QObject(&mainWindow), m_context(context), m_onShow(std::move(onShow)) {
     qApp->installEventFilter(this);
     platform::ownerWindow();  // follows the window in use from now on: the manual never owns a question
 }
@@ -75,10 +75,10 @@ void Help::openFor(const QWidget* widget) {
         if (place.isEmpty() && widget != m_window.get() && !QApplication::activeModalWidget())
             place = helpPlaceOf(m_onShow());
         closePopups();
-        if (m_window && m_window->manual().language() != chosenLanguage())
+        if (m_window && m_window->manual().language() != chosenLanguage(m_context))
             m_window.reset();  // the language was chosen meanwhile
         if (!m_window)
-            m_window = std::make_unique<ManualWindow>(Manual(manualFolder(), chosenLanguage()));
+            m_window = std::make_unique<ManualWindow>(Manual(manualFolder(), chosenLanguage(m_context)));
         m_window->open(ManualPlace::of(place));
     });
 }

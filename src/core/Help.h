@@ -9,13 +9,15 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class Help : public QObject {
     Q_OBJECT
 
 public:
     /// Hears F1 in all windows in which it is no tool's key. A child of the main window; onShow: what is looked at in
     /// that where nothing there has the keys.
-    Help(QObject& mainWindow, std::function<const QWidget*()> onShow);
+    Help(const Context& context, QObject& mainWindow, std::function<const QWidget*()> onShow);
     ~Help() override;
 
     /// At the place of what is looked at.
@@ -28,6 +30,7 @@ protected:
 private:
     void openFor(const QWidget* widget);
 
+    const Context& m_context;
     std::function<const QWidget*()> m_onShow;
     std::unique_ptr<ManualWindow> m_window;  ///< made on first use; the only one
 };

@@ -1,20 +1,18 @@
 #include "core/HistoryFileWindow.h"
 
-#include "config/clsOptions.h"
 #include "core/TraceList.h"
 #include "history/HistoryRange.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/HistoryCaptions.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptHistory.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -40,8 +38,9 @@ QDateTime startOf(const QDate& day) { return QDateTime(day, QTime(0, 0), Qt::UTC
 
 }  // namespace
 
-HistoryFileWindow::HistoryFileWindow(const platform::ConnectionPtr& connection, QWidget* parent)
-    : QDialog(parent), m_connection(connection), m_from(new platform::DateBox(this)),
+HistoryFileWindow::HistoryFileWindow(Context& context, const platform::ConnectionPtr& connection,
+                                     QWidget* parent)
+    : QDialog(parent), m_context(context), m_connection(connection), m_from(new platform::DateBox(this)),
       m_to(new platform::DateBox(this)), m_changes(new TraceList(u"grdChanges"_s, this)),
       m_print(new QPushButton(translated(u"Print"_s), this)),
       m_export(new QPushButton(translated(u"Export"_s), this)) {
@@ -107,7 +106,7 @@ void HistoryFileWindow::showChanges() {
         HistoryRange range(database, first, last, HistoryOrder::NewestFirst);
         std::int64_t changes = 0;
         for (auto entry = range.next(); entry && rows.size() < mostLines; entry = range.next(), ++changes) {
-            for (QStringList& line : historyLines(database, *entry))
+            for (QStringList& line : historyLines(m_context, database, *entry))
                 rows.push_back(std::move(line));
         }
         const bool all = rows.size() < mostLines;
@@ -130,8 +129,8 @@ void HistoryFileWindow::showChanges() {
 
 void HistoryFileWindow::report(bool exportIt) {
     guarded(u"HistoryFileWindow:report"_s, [&] {
-        auto made = std::make_unique<rptHistory>(m_connection, dayIn(*m_from), dayIn(*m_to));
-        made->printerName = platform::deref(basMain::Options).DefPrinter();
+        auto made = std::make_unique<rptHistory>(m_context, m_connection, dayIn(*m_from), dayIn(*m_to));
+        made->printerName = defaultPrinter(m_context);
         runReport(std::move(made), exportIt, u"\\ChangeHistory.xls"_s);
     });
 }

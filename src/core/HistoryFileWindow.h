@@ -15,13 +15,14 @@ class DateBox;
 namespace sorvanto {
 
 class TraceList;
+struct Context;
 
 class HistoryFileWindow : public QDialog {
     Q_OBJECT
 
 public:
     /// At first the last thirty days.
-    explicit HistoryFileWindow(const platform::ConnectionPtr& connection, QWidget* parent = nullptr);
+    HistoryFileWindow(Context& context, const platform::ConnectionPtr& connection, QWidget* parent = nullptr);
 
 private:
     QLayout* topRow();
@@ -29,6 +30,7 @@ private:
     void showChanges();
     void report(bool exportIt);
 
+    Context& m_context;
     platform::ConnectionPtr m_connection;
     platform::DateBox* m_from;
     platform::DateBox* m_to;

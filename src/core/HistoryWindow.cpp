@@ -44,8 +44,9 @@ QLabel* caption(const QString& text, QWidget& control) {
 
 }  // namespace
 
-HistoryWindow::HistoryWindow(const platform::ConnectionPtr& connection, Record record, QWidget* parent)
-    : QDialog(parent), m_connection(connection), m_record(std::move(record)),
+HistoryWindow::HistoryWindow(Context& context, const platform::ConnectionPtr& connection, Record record,
+                             QWidget* parent)
+    : QDialog(parent), m_context(context), m_connection(connection), m_record(std::move(record)),
       m_entries(historyOf(connection->engine(), m_record.table, m_record.key)), m_person(new QComboBox(this)),
       m_field(new QComboBox(this)), m_since(new platform::DateBox(this)), m_day(new platform::DateBox(this)),
       m_changes(new TraceList(u"grdChanges"_s, this)), m_past(new TraceList(u"grdPast"_s, this)),
@@ -129,7 +130,7 @@ void HistoryWindow::readLines() {
     for (const HistoryEntry& entry : m_entries) {
         m_lines.emplace_back();
         for (const HistoryField& field : entry.fields) {
-            HistoryLine line = historyLine(m_connection->engine(), entry, field);
+            HistoryLine line = historyLine(m_context, m_connection->engine(), entry, field);
             if (!line.caption.isEmpty())
                 m_lines.back().push_back(std::move(line));
         }
@@ -215,7 +216,7 @@ QMap<QString, HistoryWindow::Shown> HistoryWindow::shownAt(const QDateTime& mome
         for (auto field = row.values.begin(); field != row.values.end(); ++field) {
             if (const QString name = historyCaption(field.key()); !name.isEmpty())
                 shown[place + field.key()] = {isLine ? row.name + u" · "_s + name : name,
-                                              historyValue(field.key(), field.value())};
+                                              historyValue(m_context, field.key(), field.value())};
         }
     }
     return shown;
@@ -262,7 +263,7 @@ void HistoryWindow::offerValues(const ShownFields& then, const ShownFields& now)
 
 void HistoryWindow::showAll() {
     guarded(u"HistoryWindow:showAll"_s, [&] {
-        HistoryFileWindow window(m_connection, this);
+        HistoryFileWindow window(m_context, m_connection, this);
         platform::asker().showModal(window, [&] { window.exec(); });
     });
 }

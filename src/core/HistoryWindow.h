@@ -20,6 +20,7 @@ class DateBox;
 namespace sorvanto {
 
 class TraceList;
+struct Context;
 
 class HistoryWindow : public QDialog {
     Q_OBJECT
@@ -33,7 +34,8 @@ public:
         QDateTime since{};    ///< what was before is not listed at first; invalid: all is
     };
 
-    HistoryWindow(const platform::ConnectionPtr& connection, Record record, QWidget* parent = nullptr);
+    HistoryWindow(Context& context, const platform::ConnectionPtr& connection, Record record,
+                  QWidget* parent = nullptr);
 
     /// What the boxes are to be filled with; the key is 0 when the user did not want that.
     const PastValues& wanted() const { return m_wanted; }
@@ -57,6 +59,7 @@ private:
     void useValues();
     void showAll();
 
+    Context& m_context;
     platform::ConnectionPtr m_connection;
     Record m_record;
     std::vector<HistoryEntry> m_entries;

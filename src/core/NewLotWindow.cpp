@@ -62,8 +62,8 @@ Decimal decimalOf(const platform::NumberBox& box) {
 
 }  // namespace
 
-NewLotWindow::NewLotWindow(clsChemicalPtr former, QWidget* parent)
-    : QDialog(parent), m_former(std::move(former)), m_lot(new platform::TextBox(this)),
+NewLotWindow::NewLotWindow(const Context& context, clsChemicalPtr former, QWidget* parent)
+    : QDialog(parent), m_context(context), m_former(std::move(former)), m_lot(new platform::TextBox(this)),
       m_supplier(new platform::TextBox(this)), m_packUnit(new platform::TextBox(this)),
       m_packPrice(numberBox(u"txtPackPrice"_s, pricePicture, this)),
       m_packSize(numberBox(u"txtPackSize"_s, u"#0.0###"_s, this)),
@@ -119,9 +119,9 @@ void NewLotWindow::buildWindow() {
 
 QLayout* NewLotWindow::topRows() {
     m_lot->setObjectName(u"txtLot"_s);
-    m_lot->setColumnSize(columnSize(u"Chemical"_s, u"chm_Lot"_s));
+    m_lot->setColumnSize(columnSize(m_context, u"Chemical"_s, u"chm_Lot"_s));
     m_supplier->setObjectName(u"txtSupplier"_s);
-    m_supplier->setColumnSize(columnSize(u"Chemical"_s, u"chm_Supplier"_s));
+    m_supplier->setColumnSize(columnSize(m_context, u"Chemical"_s, u"chm_Supplier"_s));
     auto* costs = new QHBoxLayout;
     costs->addWidget(m_cost);
     costs->addSpacing(grid);

@@ -17,12 +17,13 @@ class TextBox;
 namespace sorvanto {
 
 class TraceList;
+struct Context;
 
 class NewLotWindow : public QDialog {
     Q_OBJECT
 
 public:
-    explicit NewLotWindow(clsChemicalPtr former, QWidget* parent = nullptr);
+    NewLotWindow(const Context& context, clsChemicalPtr former, QWidget* parent = nullptr);
 
     /// The new record; nothing when none was made.
     clsChemicalPtr added() const { return m_added; }
@@ -43,6 +44,7 @@ private:
     NewLot delivered() const;
     std::vector<std::int16_t> tickedFormulas() const;
 
+    const Context& m_context;
     clsChemicalPtr m_former, m_added;
     std::vector<UsingFormula> m_formulas;
     QStringList m_lots;  ///< that the chemical has already

@@ -1,8 +1,8 @@
 #include "core/News.h"
 
 #include "platform/basic/Dates.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 #include <algorithm>
 
@@ -10,11 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-News::News(QObject* parent) : QObject(parent) {
-    basMain::announced = [this](const Happening& happening) { hear(happening); };
+News::News(Context& context, QObject* parent) : QObject(parent), m_context(context) {
+    m_context.announced = [this](const Happening& happening) { hear(happening); };
 }
 
-News::~News() { basMain::announced = nullptr; }
+News::~News() { m_context.announced = nullptr; }
 
 void News::hear(const Happening& happening) {
     m_items.push_front({++m_lastId, platform::now(), happening});

@@ -9,6 +9,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class News : public QObject {
     Q_OBJECT
 
@@ -21,7 +23,7 @@ public:
     static constexpr std::size_t kept = 10;
 
     /// Hears what is announced for as long as it lives.
-    explicit News(QObject* parent = nullptr);
+    explicit News(Context& context, QObject* parent = nullptr);
     ~News() override;
 
     const std::deque<Item>& items() const { return m_items; }
@@ -39,6 +41,7 @@ signals:
 private:
     void hear(const Happening& happening);
 
+    Context& m_context;
     std::deque<Item> m_items;
     int m_lastId = 0;
 };

@@ -42,11 +42,11 @@ StartQuestion::Content contentFor(const clsOptions& options, const QDateTime& ke
 
 }  // namespace
 
-void bringOptionsBack() {
+void bringOptionsBack(Context& context) {
     const QDateTime kept = lastGoodOptions::kept();
     if (!kept.isValid() || platform::fileExists(optionsFile()))
         return;
-    const BorrowedLanguage language(lastGoodOptions::language());
+    const BorrowedLanguage language(context, lastGoodOptions::language());
     StartQuestion::Content content;
     content.title = translated(u"Sorvanto Control Panel"_s);
     content.heading = translated(u"The options are gone."_s);
@@ -62,13 +62,13 @@ void bringOptionsBack() {
     }
 }
 
-void offerOptions(clsOptions& options) {
+void offerOptions(Context& context, clsOptions& options) {
     if (options.problem().isEmpty())
         return;
     const QDateTime kept = lastGoodOptions::kept();
     QString choice;
     {
-        const BorrowedLanguage language(lastGoodOptions::language());
+        const BorrowedLanguage language(context, lastGoodOptions::language());
         choice = StartQuestion::ask(contentFor(options, kept));
     }
     if (choice == lastGood)

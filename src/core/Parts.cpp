@@ -14,10 +14,10 @@
 #include "screens/frmFormula.h"
 #include "screens/frmLog.h"
 #include "screens/frmPatient.h"
+#include "shared/Context.h"
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,30 +25,30 @@ namespace sorvanto {
 namespace {
 
 template <class Screen>
-std::unique_ptr<RecordScreen> make() {
-    return std::make_unique<Screen>();
+Parts::ScreenMaker make(Context& context) {
+    return [&context] { return std::make_unique<Screen>(context); };
 }
 
 void setScreens(Parts& parts) {
-    parts.screens[currentFormula] = make<frmCurrFormula>;
+    parts.screens[currentFormula] = make<frmCurrFormula>(parts.context);
     parts.currentFormula = [](RecordScreen& screen) -> frmCurrFormula& {
         return dynamic_cast<frmCurrFormula&>(screen);
     };
-    parts.screens[formulas] = make<frmFormula>;
+    parts.screens[formulas] = make<frmFormula>(parts.context);
     parts.formName = [](RecordScreen& screen) { return dynamic_cast<frmFormula&>(screen).formName(); };
-    parts.screens[chemicals] = make<frmChemical>;
-    parts.screens[logs] = make<frmLog>;
-    parts.screens[patients] = make<frmPatient>;
-    parts.mixerScreen = make<frmSorvanto>;
+    parts.screens[chemicals] = make<frmChemical>(parts.context);
+    parts.screens[logs] = make<frmLog>(parts.context);
+    parts.screens[patients] = make<frmPatient>(parts.context);
+    parts.mixerScreen = make<frmSorvanto>(parts.context);
     parts.mixerControl = [](RecordScreen& screen) -> ctlSorvanto& {
         return dynamic_cast<frmSorvanto&>(screen).control();
     };
 }
 
 /// The folder first, then the database that is open.
-InstanceState findOtherPrograms(InstanceLock& lock) {
+InstanceState findOtherPrograms(const Context& context, InstanceLock& lock) {
     InstanceState state = lock.takeFolder(platform::programFolder());
-    const auto connection = basMain::gConnection;
+    const auto connection = context.connection;
     if (state.runs || !connection || connection->state() != 1)
         return state;
     const QString file = connection->location();
@@ -67,22 +67,24 @@ InstanceState findOtherPrograms(InstanceLock& lock) {
 
 }  // namespace
 
-Parts realParts() {
-    Parts parts;
+Parts realParts(Context& context) {
+    Parts parts(context);
     setScreens(parts);
     parts.reporter = [] { return std::make_shared<ErrorReporter>(); };
-    parts.copies = [] { return std::make_unique<DailyBackup>(); };
+    parts.copies = [&context] { return std::make_unique<DailyBackup>(context); };
     parts.updater = [] { return std::make_unique<DatabaseUpdater>(); };
-    parts.bringOptionsBack = bringOptionsBack;
-    parts.rescueOptions = offerOptions;
-    parts.databaseRescue = [](bool firstStart) {
-        return [rescue = std::make_shared<DatabaseRescue>(firstStart)](const QString& path) {
+    parts.bringOptionsBack = [&context] { bringOptionsBack(context); };
+    parts.rescueOptions = [&context](clsOptions& options) { offerOptions(context, options); };
+    parts.databaseRescue = [&context](bool firstStart) {
+        return [rescue = std::make_shared<DatabaseRescue>(context, firstStart)](const QString& path) {
             return rescue->offer(path);
         };
     };
     // Held as long as the window lives.
-    parts.previousInstance = [lock = std::make_shared<InstanceLock>()] { return findOtherPrograms(*lock); };
-    parts.editOptions = frmOptions::edit;
+    parts.previousInstance = [&context, lock = std::make_shared<InstanceLock>()] {
+        return findOtherPrograms(context, *lock);
+    };
+    parts.editOptions = [&context] { frmOptions::edit(context); };
     return parts;
 }
 

@@ -21,8 +21,13 @@ class clsOptions;
 class ErrorReporter;
 class frmCurrFormula;
 class RecordScreen;
+struct Context;
 
 struct Parts {
+    explicit Parts(Context& shared) : context(shared) {}
+
+    /// Handed to whatever is made.
+    Context& context;
     using ScreenMaker = std::function<std::unique_ptr<RecordScreen>()>;
 
     std::function<std::shared_ptr<ErrorReporter>()> reporter;
@@ -50,6 +55,6 @@ struct Parts {
     std::function<void()> editOptions;
 };
 
-Parts realParts();
+Parts realParts(Context& context);
 
 }  // namespace sorvanto

@@ -3,8 +3,8 @@
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/RecordList.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QLocale>
 #include <QPointer>
@@ -18,15 +18,18 @@ namespace {
 /// About four milliseconds' worth.
 constexpr int pieceRows = 1000;
 
-std::int64_t stateOfFile() { return basMain::gConnection ? basMain::gConnection->changeState() : 0; }
-
 }  // namespace
 
-RecordListPane::RecordListPane(platform::RecordList& list) : m_list(list) {
+RecordListPane::RecordListPane(const Context& context, platform::RecordList& list)
+    : m_context(context), m_list(list) {
     m_pieces.setInterval(0);
     connect(&m_pieces, &QTimer::timeout, this, &RecordListPane::readPiece);
     connect(&list, &platform::RecordList::chosen, this, &RecordListPane::choose);
     list.setCountText([this](int shown, int all) { return countText(shown, all); });
+}
+
+std::int64_t RecordListPane::stateOfFile() const {
+    return m_context.connection ? m_context.connection->changeState() : 0;
 }
 
 QString RecordListPane::countText(int shown, int all) const {
@@ -77,7 +80,7 @@ void RecordListPane::follow() {
 }
 
 void RecordListPane::startReading() {
-    const platform::ConnectionPtr& connection = basMain::gConnection;
+    const platform::ConnectionPtr& connection = m_context.connection;
     if (!connection || connection->state() == 0)
         return;
     QStringList expressions;

@@ -15,11 +15,13 @@ class RecordList;
 
 namespace sorvanto {
 
+struct Context;
+
 class RecordListPane : public QObject {
     Q_OBJECT
 
 public:
-    explicit RecordListPane(platform::RecordList& list);
+    RecordListPane(const Context& context, platform::RecordList& list);
 
     /// The screen in the middle; nullptr for one without a list.
     void setScreen(ListedScreen* screen);
@@ -42,6 +44,9 @@ private:
     void choose(std::int64_t key);
     QString countText(int shown, int all) const;
 
+    std::int64_t stateOfFile() const;
+
+    const Context& m_context;
     platform::RecordList& m_list;
     ListedScreen* m_screen = nullptr;
     ListedTable m_table;

@@ -34,9 +34,9 @@ QAction* keyAction(QMainWindow& window, const QKeySequence& keys) {
 
 }  // namespace
 
-RecordListPlace::RecordListPlace(QMainWindow& window, platform::CommandBar& bar)
+RecordListPlace::RecordListPlace(const Context& context, QMainWindow& window, platform::CommandBar& bar)
     : QObject(&window), m_window(window), m_bar(bar), m_list(new platform::RecordList),
-      m_pane(new RecordListPane(*m_list)), m_button(new QToolButton),
+      m_pane(new RecordListPane(context, *m_list)), m_button(new QToolButton),
       m_beside(windowSetting(besideSetting, true)) {
     m_pane->setParent(m_list);
     m_bar.setCompanion(*m_list);

@@ -15,6 +15,7 @@ class RecordList;
 namespace sorvanto {
 
 class RecordListPane;
+struct Context;
 class RecordScreen;
 
 class RecordListPlace : public QObject {
@@ -22,7 +23,7 @@ class RecordListPlace : public QObject {
 
 public:
     /// The bar is attached to the window already.
-    RecordListPlace(QMainWindow& window, platform::CommandBar& bar);
+    RecordListPlace(const Context& context, QMainWindow& window, platform::CommandBar& bar);
 
     /// The screen in the middle, which may be one without a list.
     void setScreen(RecordScreen* screen);

@@ -11,11 +11,11 @@
 #include "platform/basic/TimeOfDay.h"
 #include "platform/data/Connection.h"
 #include "platform/widgets/Theme.h"
+#include "shared/Context.h"
 #include "shared/Happening.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
 #include <QFileInfo>
@@ -43,16 +43,16 @@ QWidget* divider(QStatusBar& bar) {
     return line;
 }
 
-QString optionsPath() {
+QString optionsPath(const Context& context) {
     try {
-        return basMain::databaseLocation ? basMain::databaseLocation().replace('\\'_L1, '/'_L1) : QString();
+        return context.databaseLocation ? context.databaseLocation().replace('\\'_L1, '/'_L1) : QString();
     } catch (const platform::RuntimeError&) {
         return {};  // options without a location: reported where the database is opened
     }
 }
 
-QString openedPath() {
-    const auto connection = basMain::gConnection;
+QString openedPath(const Context& context) {
+    const auto connection = context.connection;
     return connection ? connection->location() : QString();
 }
 
@@ -62,11 +62,11 @@ bool isSameFile(const QString& one, const QString& other) {
 
 }  // namespace
 
-StatusLine::StatusLine(QStatusBar& bar, News& news)
-    : QObject(&bar), m_bar(bar), m_place(addLabel(u"lblPlace"_s)), m_beforeNews(divider(bar)),
-      m_readingOnly(addLabel(u"lblReadingOnly"_s)), m_keysLeft(new QPushButton(&bar)),
-      m_database(addLabel(u"lblDatabase"_s)), m_copyPicture(addLabel(u"lblCopyPicture"_s)),
-      m_copy(addLabel(u"lblCopy"_s)) {
+StatusLine::StatusLine(const Context& context, QStatusBar& bar, News& news)
+    : QObject(&bar), m_context(context), m_bar(bar), m_place(addLabel(u"lblPlace"_s)),
+      m_beforeNews(divider(bar)), m_readingOnly(addLabel(u"lblReadingOnly"_s)),
+      m_keysLeft(new QPushButton(&bar)), m_database(addLabel(u"lblDatabase"_s)),
+      m_copyPicture(addLabel(u"lblCopyPicture"_s)), m_copy(addLabel(u"lblCopy"_s)) {
     bar.setSizeGripEnabled(false);
     m_readingOnly->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     platform::setLook(*m_readingOnly, "caution");
@@ -127,11 +127,11 @@ void StatusLine::follow() {
 // The file that is open, whatever the options say by now. The caption of the window is the screen's alone, so what tells
 // two databases of one name apart stands here, in the eight digits that the names of its copies bear.
 void StatusLine::showDatabase() {
-    const QString opened = openedPath();
-    const QString wanted = optionsPath();
+    const QString opened = openedPath(m_context);
+    const QString wanted = optionsPath(m_context);
     const QString path = opened.isEmpty() ? wanted : opened;
     QStringList tip{path};
-    if (const QString identity = databaseIdentity(); !identity.isEmpty())
+    if (const QString identity = databaseIdentity(m_context); !identity.isEmpty())
         tip << translated(u"Identity %1"_s).replace(u"%1"_s, identity.left(8));
     const bool another = !opened.isEmpty() && !wanted.isEmpty() && !isSameFile(opened, wanted);
     const QString next = another ? wanted : QString();
@@ -145,7 +145,8 @@ void StatusLine::showDatabase() {
 }
 
 void StatusLine::showCopy() {
-    const auto copies = CopyShelf(platform::programFolder() + u"\\backups"_s, databaseIdentity()).copies();
+    const auto copies =
+        CopyShelf(platform::programFolder() + u"\\backups"_s, databaseIdentity(m_context)).copies();
     bool good = false;
     QString text = translated(u"No copy yet"_s);
     if (!copies.empty()) {

@@ -14,12 +14,13 @@ namespace sorvanto {
 class ListedScreen;
 class News;
 class RecordScreen;
+struct Context;
 
 class StatusLine : public QObject {
     Q_OBJECT
 
 public:
-    StatusLine(QStatusBar& bar, News& news);
+    StatusLine(const Context& context, QStatusBar& bar, News& news);
 
     /// The screen in the middle, which may be one without a set.
     void setScreen(RecordScreen* screen);
@@ -38,6 +39,7 @@ signals:
 private:
     QLabel* addLabel(const QString& name);
 
+    const Context& m_context;
     QStatusBar& m_bar;
     ListedScreen* m_screen = nullptr;
     QString m_placeText, m_countText;

@@ -1,19 +1,17 @@
 #include "core/TraceWindow.h"
 
-#include "config/clsOptions.h"
 #include "core/TraceList.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
-#include "platform/basic/RuntimeError.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptRecall.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,8 +35,8 @@ constexpr int dateBoxWidth = 130;
 constexpr qsizetype leastOfName = 2;  // letters; with fewer every patient would be meant
 }  // namespace
 
-TraceWindow::TraceWindow(Tracer tracer, const Start& start, QWidget* parent)
-    : QDialog(parent), m_tracer(std::move(tracer)), m_text(new QLineEdit(this)),
+TraceWindow::TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent)
+    : QDialog(parent), m_context(context), m_tracer(std::move(tracer)), m_text(new QLineEdit(this)),
       m_from(new platform::DateBox(this)), m_to(new platform::DateBox(this)), m_similar(new QHBoxLayout),
       m_message(new QLabel(this)), m_found(new TraceList(u"grdFound"_s, this)),
       m_batches(new TraceList(u"grdBatches"_s, this)),
@@ -280,8 +278,8 @@ void TraceWindow::completeList() {
 void TraceWindow::print() {
     guarded(u"TraceWindow:print"_s, [&] {
         completeList();
-        auto report = std::make_unique<rptRecall>(m_list);
-        report->printerName = platform::deref(basMain::Options).DefPrinter();
+        auto report = std::make_unique<rptRecall>(m_context, m_list);
+        report->printerName = defaultPrinter(m_context);
         runReport(std::move(report), false, QString());
     });
 }

@@ -22,6 +22,8 @@ class DateBox;
 
 namespace sorvanto {
 
+struct Context;
+
 class TraceList;
 
 class TraceWindow : public QDialog {
@@ -40,7 +42,7 @@ public:
         std::int64_t key =
             0;  ///< of the chemical or patient that is meant, where the text stands for several; 0: all
     };
-    explicit TraceWindow(Tracer tracer, const Start& start, QWidget* parent = nullptr);
+    TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent = nullptr);
 
     Wanted wanted() const { return m_wanted; }
 
@@ -74,6 +76,7 @@ private:
     void openPrescription(int row);
     void open(ScreenNumber screen, TraceKey key);
 
+    Context& m_context;
     Tracer m_tracer;
     TraceHits m_hits;
     std::vector<TracedPatient> m_patients;

@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-frmAbout::frmAbout(QWidget* parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmAbout>()) {
+frmAbout::frmAbout(Context& context, QWidget* parent)
+    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmAbout>()) {
     m_ui->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     m_ui->picLogo->setPixmap(platform::icon(u"application"_s).pixmap(64, 64));
@@ -28,7 +29,7 @@ frmAbout::~frmAbout() = default;
 void frmAbout::Form_Load() {
     guarded(u"frmAbout:Form_Load"_s, [&] {
         const auto versions = platform::Recordset::create();
-        versions->open(u"SELECT opt_Version FROM Options"_s, openDB());
+        versions->open(u"SELECT opt_Version FROM Options"_s, openDB(m_context));
         setWindowTitle(translated(u"About "_s) + platform::applicationTitle());
         m_ui->lblVersion->setText(translated(u"Version: "_s) + programVersion());
         m_ui->lblDBVersion->setText(translated(u"DB Version: "_s) + platform::nullText(versions->value(0)));

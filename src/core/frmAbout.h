@@ -6,6 +6,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 namespace Ui {
 class frmAbout;
 }
@@ -14,7 +16,7 @@ class frmAbout : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmAbout(QWidget* parent = nullptr);
+    explicit frmAbout(Context& context, QWidget* parent = nullptr);
     ~frmAbout() override;
     void Form_Load();
 
@@ -25,6 +27,7 @@ protected:
 private:
     void Form_Click();
 
+    Context& m_context;
     std::unique_ptr<Ui::frmAbout> m_ui;
 };
 

@@ -18,13 +18,13 @@
 #include "platform/widgets/EnterKey.h"
 #include "platform/widgets/FocusLoss.h"
 #include "shared/BatchLog.h"
+#include "shared/Context.h"
 #include "shared/Dispensary.h"
 #include "shared/DraftStore.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/TypedText.h"
-#include "shared/basMain.h"
 
 #include <QAction>
 #include <QApplication>
@@ -39,12 +39,13 @@ namespace sorvanto {
 
 using platform::deref;
 
-frmMain::frmMain(Parts parts) : m_parts(std::move(parts)), m_backup(m_parts.copies()), m_desk(watchDesk()) {
+frmMain::frmMain(Parts parts)
+    : m_parts(std::move(parts)), m_context(m_parts.context), m_backup(m_parts.copies()), m_desk(watchDesk()) {
     setObjectName(u"frmMain"_s);
-    basMain::Main = this;
+    m_context.window = this;
     buildCommandBands(m_bar);
     buildWindow();
-    new Help(*this, [this] { return screen(m_current); });
+    new Help(m_context, *this, [this] { return screen(m_current); });
     connect(&m_bar, &platform::CommandBar::toolClick, this, &frmMain::ActiveBar_ToolClick);
     connect(&m_bar, &platform::CommandBar::toolKeyPress, this, &frmMain::ActiveBar_ToolKeyPress);
     connect(&m_bar, &platform::CommandBar::toolClick, m_list, &RecordListPlace::follow);
@@ -61,18 +62,18 @@ frmMain::~frmMain() {
     m_screens = {};
     m_captionScreens = {};
     m_frmSorvanto.reset();
-    if (basMain::Main == this) {
-        basMain::Main = nullptr;
-        basMain::editOptions = nullptr;
-        basMain::rescueDatabase = nullptr;
-        basMain::databaseOpened = nullptr;
+    if (m_context.window == this) {
+        m_context.window = nullptr;
+        m_context.editOptions = nullptr;
+        m_context.rescueDatabase = nullptr;
+        m_context.databaseOpened = nullptr;
     }
 }
 
 void frmMain::buildWindow() {
     m_bar.attach(*this, u"Sorvanto"_s);
     new platform::EnterKey(this);
-    m_list = new RecordListPlace(*this, m_bar);
+    m_list = new RecordListPlace(m_context, *this, m_bar);
 
     m_strip = new ErrorStrip(this);
     auto* stripBar = new QToolBar(this);
@@ -90,9 +91,9 @@ void frmMain::buildWindow() {
     connect(m_strip, &ErrorStrip::shownChanged, stripBar, &QWidget::setVisible);
 
     statusBar()->addPermanentWidget(m_strip->problemsButton());
-    m_news = new News(this);
+    m_news = new News(m_context, this);
     m_bar.addStrip(*new NewsCard(*m_news));
-    m_status = new StatusLine(*statusBar(), *m_news);
+    m_status = new StatusLine(m_context, *statusBar(), *m_news);
     connect(m_status, &StatusLine::keysLeftClicked, this, &frmMain::showHealth);
     connect(m_list, &RecordListPlace::followed, m_status, &StatusLine::follow);
     m_backup->whenCopied([this] {
@@ -190,7 +191,7 @@ void frmMain::Form_Unload() {
         m_sorvantoTool = nullptr;
         if (m_drafts)
             m_drafts->flush();
-        basMain::endProgram();
+        m_context.endProgram();
     });
 }
 

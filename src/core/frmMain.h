@@ -30,7 +30,7 @@ class DeskWatch;
 class DraftOffers;
 class DraftStore;
 class ErrorStrip;
-struct HealthContext;
+struct WindowHealth;
 class News;
 class RecordListPlace;
 class ResumeNext;
@@ -40,7 +40,7 @@ class frmMain : public QMainWindow, public MainWindow {
     Q_OBJECT
 
 public:
-    explicit frmMain(Parts parts = realParts());
+    explicit frmMain(Parts parts);
     ~frmMain() override;
 
     using ShowWindow = std::function<void()>;
@@ -110,6 +110,7 @@ private:
     void act(const QString& toolName, QString& searchText);
     void switchTo(const ScreenRow& row);
     void host(const ScreenRow& row);
+    bool showsPatients(std::int32_t number) const;
     void showBands(std::int32_t number);
     /// Its button stands pressed; list and status line are those of the screen.
     void markScreen(std::int32_t number);
@@ -119,7 +120,7 @@ private:
     void raiseBtnClick(const QString& toolName, const QString& searchText);
     void showAbout();
     void showHealth();
-    HealthContext healthContext() const;
+    WindowHealth windowHealth() const;
     void showTrace();
     TraceWindow::Start traceStart() const;
     void showHistory();
@@ -146,6 +147,7 @@ private:
     bool staysForTheMix();
 
     Parts m_parts;
+    Context& m_context;  ///< of the parts
     platform::CommandBar m_bar;
     ListenerList m_listeners;
     std::unique_ptr<DatabaseUpdater> m_updater;

@@ -3,10 +3,10 @@
 #include "core/HistoryWindow.h"
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +17,7 @@ void frmMain::showHistory() {
         const auto* listed = dynamic_cast<const ListedScreen*>(screen(m_current));
         if (!listed || listed->shownKey() == 0)
             return showWholeHistory();
-        HistoryWindow window(openDB(),
+        HistoryWindow window(m_context, openDB(m_context),
                              {listed->listedTable().table, listed->shownKey(), shownName(), true, {}}, this);
         platform::asker().showModal(window, [&] { window.exec(); });
         const PastValues wanted = window.wanted();
@@ -31,14 +31,14 @@ void frmMain::showHistory() {
 }
 
 void frmMain::showWholeHistory() {
-    HistoryFileWindow window(openDB(), this);
+    HistoryFileWindow window(m_context, openDB(m_context), this);
     platform::asker().showModal(window, [&] { window.exec(); });
 }
 
 void frmMain::showHistoryOf(const QString& table, std::int64_t key, const QString& name,
                             const QDateTime& since) {
     guarded(u"frmMain:showHistory"_s, [&] {
-        HistoryWindow window(openDB(), {table, key, name, false, since}, this);
+        HistoryWindow window(m_context, openDB(m_context), {table, key, name, false, since}, this);
         platform::asker().showModal(window, [&] { window.exec(); });
     });
 }

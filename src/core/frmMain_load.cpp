@@ -20,6 +20,7 @@
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/WindowState.h"
+#include "shared/Context.h"
 #include "shared/DraftStore.h"
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
@@ -86,68 +87,68 @@ void frmMain::load(const ShowWindow& show) {
 }
 
 void frmMain::loadSharedObjects(const ResumeNext& step) {
-    step([&] { basMain::gConnection = std::make_shared<platform::Connection>(); });
+    step([&] { m_context.connection = std::make_shared<platform::Connection>(); });
     step([&] {
-        basMain::ErrorReporter = m_parts.reporter();
-        m_strip->follow(basMain::ErrorReporter);
+        m_context.reporter = m_parts.reporter();
+        m_strip->follow(m_context.reporter);
     });
     step([] { platform::SettingsFile(platform::windowStateFile()).expectRead(); });
     const bool firstStart = !platform::fileExists(platform::programFolder() + u"\\options.xml"_s) &&
                             !lastGoodOptions::kept().isValid();
     if (m_parts.bringOptionsBack)
         step([&] { m_parts.bringOptionsBack(); });
-    step([&] { basMain::Options = std::make_shared<clsOptions>(); });
+    step([&] { m_context.options = std::make_shared<clsOptions>(m_context); });
     if (m_parts.rescueOptions)
-        step([&] { m_parts.rescueOptions(deref(basMain::Options)); });
+        step([&] { m_parts.rescueOptions(deref(m_context.options)); });
     if (m_parts.databaseRescue)
-        basMain::rescueDatabase = m_parts.databaseRescue(firstStart);
+        m_context.rescueDatabase = m_parts.databaseRescue(firstStart);
     // The dialog opened for another location of the database shows its result in the window as well.
-    basMain::editOptions = [this] { editOptions(); };
+    m_context.editOptions = [this] { editOptions(); };
 }
 
 void frmMain::describeReports(const ResumeNext& step) {
-    step([&] { deref(basMain::ErrorReporter).ReportPath(platform::programFolder()); });
-    step([&] { deref(basMain::ErrorReporter).ReportProduct(platform::applicationTitle()); });
-    step([&] { deref(basMain::ErrorReporter).ReportVersion(programVersion()); });
-    step([&] { deref(basMain::ErrorReporter).ReportNote(QString()); });
-    step([&] { deref(basMain::ErrorReporter).ReportStore(deref(basMain::Options).StoreName()); });
-    step([&] { deref(basMain::ErrorReporter).ReportPhone(deref(basMain::Options).Phone()); });
+    step([&] { deref(m_context.reporter).ReportPath(platform::programFolder()); });
+    step([&] { deref(m_context.reporter).ReportProduct(platform::applicationTitle()); });
+    step([&] { deref(m_context.reporter).ReportVersion(programVersion()); });
+    step([&] { deref(m_context.reporter).ReportNote(QString()); });
+    step([&] { deref(m_context.reporter).ReportStore(deref(m_context.options).StoreName()); });
+    step([&] { deref(m_context.reporter).ReportPhone(deref(m_context.options).Phone()); });
 }
 
 // Before anything reads a record: the one moment at which the file's structure may change.
 void frmMain::updateDatabase(const ResumeNext& step) {
     QString version;
-    step([&] { version = deref(basMain::Options).DBVersion(); });
+    step([&] { version = deref(m_context.options).DBVersion(); });
     step([&] { m_updater = m_parts.updater(); });
     step([&] {
         QVariant unread;
-        auto& options = deref(basMain::Options);
+        auto& options = deref(m_context.options);
         deref(m_updater).IdentifyStore(QString(), QString(), options.StoreName(), options.Phone(), unread);
     });
     platform::ConnectionPtr connection;
-    step([&] { connection = openDB(); });
+    step([&] { connection = openDB(m_context); });
     const QString path = platform::programFolder() + u"\\dbupdate.xml"_s;
     bool applied = false;
     step([&] { deref(m_updater).ApplyUpdates(connection, path, version, applied); });
     if (applied)
-        step([&] { deref(basMain::Options).DBVersion(version); });
+        step([&] { deref(m_context.options).DBVersion(version); });
     step([&] { rememberDatabase(); });
 }
 
 // When the file is lost one day, its identity tells which copies are of it.
 void frmMain::rememberDatabase() {
-    const auto connection = basMain::gConnection;
+    const auto connection = m_context.connection;
     const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
-    if (identity && basMain::databaseLocation)
-        CopySettings::remember(basMain::databaseLocation(), identity->identity);
+    if (identity && m_context.databaseLocation)
+        CopySettings::remember(m_context.databaseLocation(), identity->identity);
 }
 
 void frmMain::loadLanguage(const ResumeNext& step) {
     const auto language = std::make_shared<clsLanguage>();
-    basMain::Language = language;
+    m_context.language = language;
     platform::setTextTranslator(translated);
-    step([&] { language->setLanguage(deref(basMain::Options).Language()); });
-    step([&] { platform::setSystemLanguage(localeOf(deref(basMain::Options).Language())); });
+    step([&] { language->setLanguage(deref(m_context.options).Language()); });
+    step([&] { platform::setSystemLanguage(localeOf(deref(m_context.options).Language())); });
     m_status->showDatabase();
 }
 
@@ -156,9 +157,9 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
     step([&] { state = m_parts.previousInstance(); });
     if (!state.runs) {
         step([&] { openForReading(state.readingOnly); });
-        basMain::databaseOpened = [this] { databaseOpened(); };
+        m_context.databaseOpened = [this] { databaseOpened(); };
         if (state.readingOnly.isEmpty())  // else another computer may be writing them
-            removeLeftovers(basMain::databaseLocation ? basMain::databaseLocation() : QString());
+            removeLeftovers(m_context.databaseLocation ? m_context.databaseLocation() : QString());
         return keepFoldersToOwner();
     }
     step([&] {
@@ -167,7 +168,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
             {platform::Buttons::Ok, platform::Icon::Critical});
     });
     m_ended = true;
-    basMain::endProgram();
+    m_context.endProgram();
 }
 
 // Another file than at the start, or the same one once more: told when it is not this program's alone.
@@ -189,7 +190,7 @@ void frmMain::openForReading(const QString& reason) {
     m_readingOnlyWhy =
         reason.isEmpty() ? QString() : translated(u"Open for reading only: %1"_s).replace(u"%1"_s, reason);
     m_status->setReadingOnly(m_readingOnlyWhy);
-    const auto connection = basMain::gConnection;
+    const auto connection = m_context.connection;
     if (m_readingOnlyWhy.isEmpty() || !connection || connection->state() != 1)
         return;
     connection->engine().refuseChanges();
@@ -206,15 +207,15 @@ void frmMain::loadMixerScreen(const ResumeNext& step) {
         m_frmSorvanto->Form_Load();
     });
     step([&] {
-        auto& options = deref(basMain::Options);
+        auto& options = deref(m_context.options);
         m_control = &mixer();
         m_control->setDesk(m_desk.get());
         m_control->SetStoreInfo(options.StoreName(), QString(), options.Phone());
     });
     step([&] {
-        auto& options = deref(basMain::Options);
+        auto& options = deref(m_context.options);
         mixer().setSettings(options.CommPort(), options.Language(), options.OverrideSpeed(),
-                            deref(basMain::Language).translationPath());
+                            deref(m_context.language).translationPath());
     });
 }
 
@@ -224,14 +225,14 @@ void frmMain::hostMixerScreen(const ResumeNext& step) {
     step([&] { deref(m_sorvantoTool).setForm(m_frmSorvanto.get()); });
     step([&] { deref(m_sorvantoTool).setDescription(u"Sorvanto Control Panel"_s); });
     step([&] { deref(m_sorvantoTool).setToolTip(u"Sorvanto"_s); });
-    step([&] { basMain::MixTypes = mixer().MixTypes(); });
-    step([&] { basMain::JarSizes = mixer().JarSizes(); });
-    step([&] { basMain::MixTimes = mixer().MixTimes(); });
+    step([&] { m_context.mixTypes = mixer().MixTypes(); });
+    step([&] { m_context.jarSizes = mixer().JarSizes(); });
+    step([&] { m_context.mixTimes = mixer().MixTimes(); });
 }
 
 // What the first picture shows comes before it.
 void frmMain::hostScreens(const ResumeNext& step, const ShowWindow& show) {
-    step([&] { m_showPatients = deref(basMain::Options).ShowPatients(); });
+    step([&] { m_showPatients = deref(m_context.options).ShowPatients(); });
     step([&] { m_bar.band(u"FormBar"_s).tool(u"cmdPatients"_s).setVisible(m_showPatients != 0); });
     step([&] { m_bar.band(u"mnuForms"_s).tool(u"mnuPatients"_s).setVisible(m_showPatients != 0); });
     for (const ScreenRow& row : screenTable) {

@@ -37,7 +37,7 @@ void frmMain::showNewLot() {
             platform::MsgBox(problem, {platform::Buttons::Ok, platform::Icon::Information});
             return;
         }
-        NewLotWindow window(chemical, this);
+        NewLotWindow window(m_context, chemical, this);
         platform::asker().showModal(window, [&] { window.exec(); });
         if (window.added())
             newLotAdded(*window.added(), window.changed());

@@ -13,10 +13,10 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,21 +31,17 @@ const QString searchBox = u"txtSearch"_s;
 
 QString panelName() { return translated(u"Sorvanto Control Panel"_s); }
 
-void addPreparations(HealthContext& context, const Reconciliation& all) {
+void addPreparations(WindowHealth& health, const Reconciliation& all) {
     if (!all.done)
         return;
     const QString text =
         all.complete() ? translated(u"All %1 accounted for"_s) : translated(u"Not accounted for: %1"_s);
     const QString missing = all.missing.mid(0, 3).join(u", "_s);
-    context.preparations = QString(text).replace(
+    health.preparations = QString(text).replace(
         u"%1"_s, all.complete() ? platform::systemLocale().toString(all.preparations) : missing);
-    context.preparationsNote =
+    health.preparationsNote =
         translated(u"On offer: %1"_s).replace(u"%1"_s, platform::systemLocale().toString(all.onOffer));
-    context.preparationsGood = all.complete();
-}
-
-bool showsPatients(std::int32_t number) {
-    return number == patients && deref(basMain::Options).ShowPatients() != 0;
+    health.preparationsGood = all.complete();
 }
 
 /// Text of a control of a screen, found by its name.
@@ -112,34 +108,35 @@ void frmMain::act(const QString& toolName, QString& searchText) {
 }
 
 void frmMain::showAbout() {
-    frmAbout about(this);
+    frmAbout about(m_context, this);
     about.Form_Load();
     platform::asker().showModal(about, [&] { about.exec(); });
 }
 
 void frmMain::showHealth() {
-    HealthPage page([this] { return healthContext(); }, this);
+    HealthPage page(
+        m_context, [this] { return windowHealth(); }, this);
     platform::asker().showModal(page, [&] { page.exec(); });
     showKeysLeft();
 }
 
-HealthContext frmMain::healthContext() const {
-    HealthContext context;
-    context.readingOnly = m_readingOnlyWhy;
+WindowHealth frmMain::windowHealth() const {
+    WindowHealth health;
+    health.readingOnly = m_readingOnlyWhy;
     if (m_control)
-        addPreparations(context, m_control->reconciliation());
+        addPreparations(health, m_control->reconciliation());
     if (const auto* link = m_control ? m_control->findChild<LinkRow*>(u"mixerLink"_s) : nullptr) {
-        context.mixer = link->text();
-        context.mixerNote = link->badge();
-        context.mixerGood = link->kind() == LinkRow::Kind::Good;
+        health.mixer = link->text();
+        health.mixerNote = link->badge();
+        health.mixerGood = link->kind() == LinkRow::Kind::Good;
     }
-    return context;
+    return health;
 }
 
 // From 30,000 keys on the window says so at all times, and a click leads to the way out.
 void frmMain::showKeysLeft() {
     guarded(u"frmMain:showKeysLeft"_s, [&] {
-        const auto connection = basMain::gConnection;
+        const auto connection = m_context.connection;
         m_status->setKeysLeft({});
         if (!connection || connection->state() != 1)
             return;
@@ -210,6 +207,10 @@ void frmMain::SetCurrentForm(const std::int32_t& number) {
         listen(patients, showsPatients(number));
         markScreen(number);
     });
+}
+
+bool frmMain::showsPatients(std::int32_t number) const {
+    return number == patients && deref(m_context.options).ShowPatients() != 0;
 }
 
 void frmMain::showBands(std::int32_t number) {

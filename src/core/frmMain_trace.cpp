@@ -4,10 +4,10 @@
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
-#include "shared/basMain.h"
 
 #include <QFileInfo>
 
@@ -50,10 +50,10 @@ TraceWindow::Start frmMain::traceStart() const {
 
 void frmMain::showTrace() {
     guarded(u"frmMain:showTrace"_s, [&] {
-        const QString folder = QFileInfo(basMain::databaseLocation()).absolutePath();
+        const QString folder = QFileInfo(m_context.databaseLocation()).absolutePath();
         QStringList folders{folder, platform::programFolder()};
         folders.removeDuplicates();
-        TraceWindow window(Tracer(openDB(), folders), traceStart(), this);
+        TraceWindow window(m_context, Tracer(openDB(m_context), folders), traceStart(), this);
         platform::asker().showModal(window, [&] { window.exec(); });
         const TraceWindow::Wanted wanted = window.wanted();
         if (wanted.key != 0)  // once this click has been delivered

@@ -15,10 +15,10 @@
 #include "platform/widgets/Theme.h"
 #include "records/ColumnSizes.h"
 #include "reports/ReportFlow.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmInitials.h"
 
 #include <QAction>
@@ -27,7 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), m_ui(std::make_unique<Ui::frmInitials>()) {
+frmInitials::frmInitials(Context& context, QWidget* parent)
+    : ModalForm(parent), m_context(context), m_ui(std::make_unique<Ui::frmInitials>()) {
     m_ui->setupUi(this);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmInitials::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmInitials::cmdCancel_Click);
@@ -48,15 +49,15 @@ frmInitials::frmInitials(QWidget* parent) : ModalForm(parent), m_ui(std::make_un
 
 frmInitials::~frmInitials() = default;
 
-void frmInitials::install() {
-    makeSigningDialog = [] { return std::make_unique<frmInitials>(); };
+void frmInitials::install(Context& context) {
+    makeSigningDialog = [&context] { return std::make_unique<frmInitials>(context); };
 }
 
 void frmInitials::Form_Load() {
     guarded(u"frmInitials:Form_Load"_s, [&] {
         setWindowTitle(translated(u"Log Initials"_s));
-        m_ui->txtInitials->setColumnSize(columnSize(u"Log"_s, u"log_Initials"_s));
-        m_ui->txtVerified->setColumnSize(columnSize(u"Log"_s, u"log_Verified"_s));
+        m_ui->txtInitials->setColumnSize(columnSize(m_context, u"Log"_s, u"log_Initials"_s));
+        m_ui->txtVerified->setColumnSize(columnSize(m_context, u"Log"_s, u"log_Verified"_s));
         m_ui->lbllog_Initials->setText(translated(u"Logged"_s));
         m_ui->lbllog_Verified->setText(translated(u"Verified"_s));
         m_ui->txtfrm_Name->setAccessibleName(translated(u"Formula Name"_s));
@@ -81,7 +82,7 @@ void frmInitials::setFormula(const platform::XmlDocumentPtr& document) {
 
 void frmInitials::setResults(const platform::XmlDocumentPtr& document) {
     guarded(u"frmInitials:setResults"_s, [&] {
-        const auto reached = basMain::Main ? basMain::Main->mixer().reached() : std::nullopt;
+        const auto reached = m_context.window ? m_context.window->mixer().reached() : std::nullopt;
         m_card->setSummary(mixSummary(m_document, document, reached));
     });
 }
@@ -192,7 +193,7 @@ void frmInitials::makeFormula() {
             return;
         copy->makeQuantity(platform::toInt16(question.MakeQty()));
         if (question.printWorksheet())
-            showWorksheet(copy);
+            showWorksheet(m_context, copy);
         takeProgramme(*copy);
         m_formula = copy;
     });
@@ -206,7 +207,7 @@ void frmInitials::cmdOK_Click() {
                              platform::applicationTitle());
         else
             hide();
-        platform::deref(basMain::Main).mixer().mixerInitialsClosed();
+        platform::deref(m_context.window).mixer().mixerInitialsClosed();
     });
 }
 
@@ -214,7 +215,7 @@ void frmInitials::cmdCancel_Click() {
     guarded(u"frmInitials:cmdCancel_Click"_s, [&] {
         m_cancelled = true;
         hide();
-        platform::deref(basMain::Main).mixer().mixerInitialsClosed();
+        platform::deref(m_context.window).mixer().mixerInitialsClosed();
     });
 }
 

@@ -16,16 +16,17 @@ class QAction;
 namespace sorvanto {
 
 class MixSummaryCard;
+struct Context;
 
 class frmInitials : public platform::ModalForm, public SigningDialog {
     Q_OBJECT
 
 public:
-    explicit frmInitials(QWidget* parent = nullptr);
+    explicit frmInitials(Context& context, QWidget* parent = nullptr);
     ~frmInitials() override;
 
     /// Makes these dialogs the ones that clsLog::addLog shows.
-    static void install();
+    static void install(Context& context);
 
     void setFormula(const platform::XmlDocumentPtr& document) override;
     void log_Lot(const QString& lot) override;
@@ -51,6 +52,7 @@ private:
     void takeProgramme(clsFormula& formula) const;
     void setNameWritable(bool writable);
 
+    Context& m_context;
     std::unique_ptr<Ui::frmInitials> m_ui;
     MixSummaryCard* m_card;
     QAction* m_same;  ///< the mark in the box of the verifier

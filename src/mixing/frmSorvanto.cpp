@@ -10,9 +10,9 @@
 #include "platform/widgets/CommandBar.h"
 #include "records/clsFormula.h"
 #include "shared/BatchLog.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,24 +21,26 @@ namespace sorvanto {
 namespace {
 
 /// Whether the mix was made of a stored formula that has been deleted since.
-bool isFormulaGone(const platform::XmlDocumentPtr& document) {
+bool isFormulaGone(Context& context, const platform::XmlDocumentPtr& document) {
     return guarded(u"frmSorvanto:isFormulaGone"_s, false, [&] {
         const std::int16_t formula = formulaDocumentID(document);
         if (formula <= 0)
             return false;
         const auto rows = platform::Recordset::create();
-        rows->open(u"SELECT FormulaID FROM Formula WHERE FormulaID = "_s + QString::number(formula), openDB(),
-                   platform::LockType::ReadOnly);
+        rows->open(u"SELECT FormulaID FROM Formula WHERE FormulaID = "_s + QString::number(formula),
+                   openDB(context), platform::LockType::ReadOnly);
         return rows->recordCount() == 0;
     });
 }
 
 }  // namespace
 
-frmSorvanto::frmSorvanto(QWidget* parent) : frmSorvanto(MixerEnvironment::real(), parent) {}
+frmSorvanto::frmSorvanto(Context& context, QWidget* parent)
+    : frmSorvanto(context, MixerEnvironment::real(), parent) {}
 
-frmSorvanto::frmSorvanto(MixerEnvironment environment, QWidget* parent)
-    : RecordScreen(parent), ctlSorvanto1(new ctlSorvanto(std::move(environment), this)) {
+frmSorvanto::frmSorvanto(Context& context, MixerEnvironment environment, QWidget* parent)
+    : RecordScreen(context, parent), m_log(context),
+      ctlSorvanto1(new ctlSorvanto(std::move(environment), this)) {
     setObjectName("frmSorvanto");
     ctlSorvanto1->setObjectName("ctlSorvanto1");
     auto* layout = new QVBoxLayout(this);
@@ -54,7 +56,7 @@ frmSorvanto::~frmSorvanto() {
 }
 
 void frmSorvanto::Form_Load() {
-    frmInitials::install();
+    frmInitials::install(m_context);
     batchJournal = this;
     ctlSorvanto1->setLogBook(&m_log);
     ctlSorvanto1->setUnitSource([](int formulaID) {
@@ -64,9 +66,9 @@ void frmSorvanto::Form_Load() {
         });
     });
     // A mix that reached the log just before the program died must not be offered again.
-    ctlSorvanto1->setLoggedTest([](const QString& lot) {
+    ctlSorvanto1->setLoggedTest([&context = m_context](const QString& lot) {
         return guarded(u"frmSorvanto:isLogged"_s, false,
-                       [&] { return platform::deref(basMain::Main).batchLog().isLogged(lot); });
+                       [&] { return platform::deref(context.window).batchLog().isLogged(lot); });
     });
 }
 
@@ -93,17 +95,18 @@ void frmSorvanto::noteRestored(const BatchRows& rows) { ctlSorvanto1->noteRestor
 void frmSorvanto::ctlSorvanto1_mixDone(const platform::XmlDocumentPtr& formula,
                                        const platform::XmlDocumentPtr& results) {
     guarded(u"frmSorvanto:ctlSorvanto1_mixDone"_s, [&] {
-        MainWindow& main = platform::deref(basMain::Main);
+        MainWindow& main = platform::deref(m_context.window);
         if (main.batchLog().addLog(formula, results))
             ctlSorvanto1->mixLogged();
-        else if (isFormulaGone(formula))
+        else if (isFormulaGone(m_context, formula))
             ctlSorvanto1->mixFormulaGone();
         main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdFormulas"_s));
     });
 }
 
 void frmSorvanto::ctlSorvanto1_enableForm() {
-    guarded(u"frmSorvanto:ctlSorvanto1_enableForm"_s, [&] { platform::deref(basMain::Main).enableForm(); });
+    guarded(u"frmSorvanto:ctlSorvanto1_enableForm"_s,
+            [&] { platform::deref(m_context.window).enableForm(); });
 }
 
 }  // namespace sorvanto

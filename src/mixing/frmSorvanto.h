@@ -15,9 +15,9 @@ class frmSorvanto : public RecordScreen, private BatchJournal {
     Q_OBJECT
 
 public:
-    explicit frmSorvanto(QWidget* parent = nullptr);
+    explicit frmSorvanto(Context& context, QWidget* parent = nullptr);
     /// With ports and times of the caller's choice.
-    explicit frmSorvanto(MixerEnvironment environment, QWidget* parent = nullptr);
+    frmSorvanto(Context& context, MixerEnvironment environment, QWidget* parent = nullptr);
     ~frmSorvanto() override;
 
     void Form_Load() override;

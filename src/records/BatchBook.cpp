@@ -4,8 +4,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
 #include "records/BatchRecord.h"
+#include "shared/Context.h"
 #include "shared/FileIdentity.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,20 +35,20 @@ std::optional<QJsonArray> missingLines(const QJsonArray& standing, const QJsonAr
 BatchJournal* batchJournal = nullptr;
 
 QString BatchBook::identity() {
-    const auto connection = basMain::gConnection;
+    const auto connection = m_context.connection;
     const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
     return identity ? identity->identity : QString();
 }
 
 bool BatchBook::hasLot(const QString& lot) {
-    Query found(openDB()->engine(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
+    Query found(openDB(m_context)->engine(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
     found.bind(1, lot);
     return found.step();
 }
 
 BatchStanding BatchBook::settle(const BatchRows& rows) {
     using Kind = BatchStanding::Kind;
-    const auto connection = openDB();
+    const auto connection = openDB(m_context);
     const auto keys = rowsOfBatch(*connection, rows);
     if (keys.empty())
         return {Kind::Absent};
@@ -69,12 +69,12 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
 }
 
 int BatchBook::batchCount() {
-    Query count(openDB()->engine(), u"SELECT count(*) FROM Log"_s, {});
+    Query count(openDB(m_context)->engine(), u"SELECT count(*) FROM Log"_s, {});
     return count.step() ? static_cast<int>(count.integer(0)) : 0;
 }
 
 QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
-    Query found(openDB()->engine(),
+    Query found(openDB(m_context)->engine(),
                 u"SELECT log_Lot, log_Date, (SELECT count(*) FROM LogChem WHERE LogChem.LogID = Log.LogID)"
                 " FROM Log WHERE log_Date >= ?"_s,
                 {});
@@ -88,7 +88,7 @@ QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
 }
 
 bool BatchBook::isArchived(const Batch& batch) {
-    const auto connection = openDB();
+    const auto connection = openDB(m_context);
     if (connection->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
         return false;
     Query found(connection->engine(), u"SELECT 1 FROM ArchivedBatch WHERE abt_Lot = ? AND abt_Date = ?"_s,

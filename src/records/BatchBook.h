@@ -5,14 +5,20 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class BatchBook : public LogBook {
 public:
+    explicit BatchBook(Context& context) : m_context(context) {}
     QString identity() override;
     bool hasLot(const QString& lot) override;
     BatchStanding settle(const BatchRows& rows) override;
     int batchCount() override;
     QHash<Batch, int> linesSince(const QString& moment) override;
     bool isArchived(const Batch& batch) override;
+
+private:
+    Context& m_context;
 };
 
 /// The mixer's journal as the log record sees it. All of them throw when the journal can't be written.

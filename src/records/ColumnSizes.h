@@ -11,10 +11,12 @@ class TextBox;
 
 namespace sorvanto {
 
+struct Context;
+
 /// Of a column of text; 0 where it holds any number, or where no database is open.
-int columnSize(const QString& table, const QString& column);
+int columnSize(const Context& context, const QString& table, const QString& column);
 
 /// Each text box of the form that is named after a column of the table ("txtfrm_Name") takes no more than it holds.
-void keepToColumns(const QWidget& form, const QString& table);
+void keepToColumns(const Context& context, const QWidget& form, const QString& table);
 
 }  // namespace sorvanto

@@ -6,8 +6,8 @@
 #include "platform/data/Transaction.h"
 #include "records/BatchBook.h"
 #include "records/BatchRecord.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <optional>
 
@@ -45,13 +45,13 @@ private:
 
 }  // namespace
 
-DeletedRecord aboutToDelete(const QString& table, std::int64_t key) {
-    const auto connection = basMain::gConnection;
+DeletedRecord aboutToDelete(const Context& context, const QString& table, std::int64_t key) {
+    const auto connection = context.connection;
     return {table, key, connection && connection->state() == 1 ? lastHistoryRow(connection->engine()) : 0};
 }
 
-Restored takeBackDeletion(const DeletedRecord& deleted) {
-    const auto connection = openDB();
+Restored takeBackDeletion(Context& context, const DeletedRecord& deleted) {
+    const auto connection = openDB(context);
     if (lastHistoryRow(connection->engine()) == 0)
         return Restored::NotInHistory;
     platform::Transaction transaction(connection->engine(), u"Undo"_s);

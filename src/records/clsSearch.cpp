@@ -72,9 +72,10 @@ std::int32_t clsSearch::searchList(const RecordsetPtr& rows, std::int32_t X, std
 }
 
 clsSearch& sharedSearch() {
-    if (!basMain::Search)
-        basMain::Search = std::make_shared<clsSearch>();
-    return *basMain::Search;
+    std::shared_ptr<clsSearch>& search = basMain::Search;
+    if (!search)
+        search = std::make_shared<clsSearch>();
+    return *search;
 }
 
 }  // namespace sorvanto

@@ -29,8 +29,8 @@ platform::ReportDefinition sheet(const char* name, std::vector<platform::Section
 
 }  // namespace
 
-BatchSheet::BatchSheet(const char* name, std::vector<platform::Section> sections)
-    : Report(sheet(name, std::move(sections))) {
+BatchSheet::BatchSheet(Context& context, const char* name, std::vector<platform::Section> sections)
+    : Report(sheet(name, std::move(sections))), m_context(context) {
     previewPlace = {0.8, 0.95, 50};
 }
 
@@ -83,7 +83,7 @@ void BatchSheet::pageHeaderFormat() {
     fillPageHeader();
 }
 
-void BatchSheet::pageFooterFormat() { fillStoreBlock(*this); }
+void BatchSheet::pageFooterFormat() { fillStoreBlock(m_context, *this); }
 
 platform::Control sheetCaption(const char* name, int left, int top, int width, const char* text, int height) {
     return platform::label(QLatin1String(name), left, top, width, height, QLatin1String(text))

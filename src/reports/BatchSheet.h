@@ -9,10 +9,12 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class BatchSheet : public platform::Report {
 protected:
     /// The sections that are not the same on both sheets: from page header to page footer.
-    BatchSheet(const char* name, std::vector<platform::Section> sections);
+    BatchSheet(Context& context, const char* name, std::vector<platform::Section> sections);
 
     /// Captions that both sheets have, and the two that differ.
     void translateSheet(const char* titleKey, const char* quantityKey);
@@ -26,6 +28,8 @@ protected:
     void fetchData(bool& eof) override;
     void pageHeaderFormat() override;
     void pageFooterFormat() override;
+
+    Context& m_context;
 
 private:
     bool m_pageHeaderDone = false;

@@ -2,8 +2,8 @@
 
 #include "platform/ask/Ask.h"
 #include "reports/frmReportDate.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,8 +17,8 @@ std::optional<DateRange> askDateRange() {
     return DateRange{question.beginDate(), question.endDate()};
 }
 
-void sayNoRecords() {
-    basMain::reportCancelled = true;
+void sayNoRecords(Context& context) {
+    context.reportCancelled = true;
     platform::MsgBox(translated(u"No records"_s));
 }
 

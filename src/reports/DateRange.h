@@ -6,6 +6,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 struct DateRange {
     QDateTime begin, end;
 };
@@ -13,7 +15,7 @@ struct DateRange {
 /// Asks in the date dialog; nothing when it was cancelled.
 std::optional<DateRange> askDateRange();
 
-/// "No records", and nothing is to be shown: basMain::reportCancelled.
-void sayNoRecords();
+/// "No records", and nothing is to be shown: reportCancelled.
+void sayNoRecords(Context& context);
 
 }  // namespace sorvanto

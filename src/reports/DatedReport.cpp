@@ -1,12 +1,15 @@
 #include "reports/DatedReport.h"
 
-#include "shared/basMain.h"
+#include "shared/Context.h"
 
 namespace sorvanto {
 
+DatedReport::DatedReport(Context& context, platform::ReportDefinition definition)
+    : Report(std::move(definition)), m_context(context) {}
+
 bool DatedReport::askDates() {
     const std::optional<DateRange> chosen = askDateRange();
-    basMain::reportCancelled = !chosen;
+    m_context.reportCancelled = !chosen;
     if (chosen)
         m_range = *chosen;
     else
@@ -18,7 +21,7 @@ void DatedReport::setRowsOrNone(const platform::RecordsetPtr& found) {
     if (found->recordCount() > 0) {
         setRows(found);
     } else {
-        sayNoRecords();
+        sayNoRecords(m_context);
         unload();
     }
 }

@@ -8,13 +8,15 @@ namespace sorvanto {
 
 class DatedReport : public platform::Report {
 protected:
-    using Report::Report;
+    DatedReport(Context& context, platform::ReportDefinition definition);
 
-    /// False when the question was cancelled: basMain::reportCancelled is set then, and nothing is to be shown.
+    /// False when the question was cancelled: reportCancelled is set then, and nothing is to be shown.
     bool askDates();
     const DateRange& range() const { return m_range; }
     /// Takes the rows; without any it says so, and nothing is to be shown.
     void setRowsOrNone(const platform::RecordsetPtr& found);
+
+    Context& m_context;
 
 private:
     DateRange m_range;

@@ -3,8 +3,8 @@
 #include "history/HistoryDeed.h"
 #include "platform/basic/Dates.h"
 #include "platform/report/Report.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <algorithm>
 #include <iterator>
@@ -120,15 +120,15 @@ QString historyCaption(const QString& column) {
     return found == std::end(captions) ? QString() : translated(QString::fromLatin1(found->english));
 }
 
-QString historyValue(const QString& column, const QVariant& value) {
+QString historyValue(const Context& context, const QString& column, const QVariant& value) {
     if (!value.isValid())
         return {};
     if (column.endsWith("_Mix"_L1))
         return u"…"_s;  // a document
     if (column.endsWith("_JarSize"_L1))
-        return entryOf(basMain::JarSizes, value);
+        return entryOf(context.jarSizes, value);
     if (column.endsWith("_FormType"_L1))
-        return entryOf(basMain::MixTypes, value);
+        return entryOf(context.mixTypes, value);
     if (column == "fch_QS"_L1 || column == "fch_Active"_L1)
         return translated(value.toInt() != 0 ? u"Yes"_s : u"No"_s);
     if (const QDateTime date = platform::fromStoredDate(value.toString());
@@ -189,20 +189,22 @@ QString historyPerson(const QString& person) {
     return person.isEmpty() ? translated(u"another program"_s) : person;
 }
 
-HistoryLine historyLine(platform::Engine& database, const HistoryEntry& entry, const HistoryField& field) {
+HistoryLine historyLine(const Context& context, platform::Engine& database, const HistoryEntry& entry,
+                        const HistoryField& field) {
     if (isOtherChemical(entry, field))
         return {translated(u"Ingredient"_s), chemicalText(database, field.before, entry.moment),
                 chemicalText(database, field.after, entry.moment)};
     const bool deleted = entry.what == "deleted"_L1;
     HistoryLine line{historyCaption(field.name),
-                     historyValue(field.name, deleted ? field.after : field.before),
-                     deleted ? QString() : historyValue(field.name, field.after)};
+                     historyValue(context, field.name, deleted ? field.after : field.before),
+                     deleted ? QString() : historyValue(context, field.name, field.after)};
     if (entry.what != "changed"_L1 && line.before.isEmpty() && line.after.isEmpty())
         line.caption.clear();
     return line;
 }
 
-std::vector<QStringList> historyLines(platform::Engine& database, const HistoryEntry& entry) {
+std::vector<QStringList> historyLines(const Context& context, platform::Engine& database,
+                                      const HistoryEntry& entry) {
     QStringList record{historyKind(entry.table), entry.name};
     record.removeAll(QString());
     QStringList head{platform::dateText(historyClock(entry)),
@@ -210,7 +212,7 @@ std::vector<QStringList> historyLines(platform::Engine& database, const HistoryE
                      record.join(u": "_s)};
     std::vector<QStringList> lines;
     for (const HistoryField& field : entry.fields) {
-        const HistoryLine line = historyLine(database, entry, field);
+        const HistoryLine line = historyLine(context, database, entry, field);
         if (line.caption.isEmpty())
             continue;
         lines.push_back(head + QStringList{line.caption, line.before, line.after});

@@ -8,11 +8,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// In the user's language; empty for a column that no screen shows (keys, identities, the documents of a mix).
 QString historyCaption(const QString& column);
 
 /// As the user would read it: no text for NULL.
-QString historyValue(const QString& column, const QVariant& value);
+QString historyValue(const Context& context, const QString& column, const QVariant& value);
 
 /// Whose history it is: "Formula"; empty for a row about the file as a whole.
 QString historyKind(const QString& table);
@@ -22,12 +24,14 @@ QString historyKind(const QString& table);
 struct HistoryLine {
     QString caption, before, after;
 };
-HistoryLine historyLine(platform::Engine& database, const HistoryEntry& entry, const HistoryField& field);
+HistoryLine historyLine(const Context& context, platform::Engine& database, const HistoryEntry& entry,
+                        const HistoryField& field);
 
 /// A change as it is listed, one line a field; who and when stand in the first of them. Columns: moment, person, deed, record,
 /// field, before, after.
 enum HistoryColumn { When, Who, What, Record, Field, Before, After, HistoryColumns };
-std::vector<QStringList> historyLines(platform::Engine& database, const HistoryEntry& entry);
+std::vector<QStringList> historyLines(const Context& context, platform::Engine& database,
+                                      const HistoryEntry& entry);
 
 /// The moment as the clock of the computer showed it, in the form of the program's dates.
 QDateTime historyClock(const HistoryEntry& entry);

@@ -9,10 +9,10 @@
 #include "platform/widgets/LongWork.h"
 #include "reports/RecallWorkbook.h"
 #include "reports/rptFormula.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +48,7 @@ void preview(std::unique_ptr<platform::Report> report) {
 
 }  // namespace
 
-QString defaultPrinter() { return platform::deref(basMain::Options).DefPrinter(); }
+QString defaultPrinter(const Context& context) { return platform::deref(context.options).DefPrinter(); }
 
 void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QString& exportName) {
     if (!exportIt)
@@ -76,8 +76,8 @@ QString exportRecall(const RecallList& list) {
     return translated(u"Exported %1"_s).replace(u"%1"_s, name);
 }
 
-void showWorksheet(const clsFormulaPtr& formula) {
-    auto report = std::make_unique<rptFormula>();
+void showWorksheet(Context& context, const clsFormulaPtr& formula) {
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     runReport(std::move(report), false, QString());
 }

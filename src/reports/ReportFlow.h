@@ -10,8 +10,10 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// The printer that the options name.
-QString defaultPrinter();
+QString defaultPrinter(const Context& context);
 
 /// Shows the report in the preview, or with exportIt runs it without showing and writes the spreadsheet
 /// named by the literal ("\Worksheet.xls") beside the program, over an existing one, without a word.
@@ -23,6 +25,6 @@ void runReport(std::unique_ptr<platform::Report> report, bool exportIt, const QS
 QString exportRecall(const RecallList& list);
 
 /// Previews the worksheet of a scaled formula; no printer is named.
-void showWorksheet(const clsFormulaPtr& formula);
+void showWorksheet(Context& context, const clsFormulaPtr& formula);
 
 }  // namespace sorvanto

@@ -1,34 +1,35 @@
 // Both are read once, forward.
 #include "reports/ReportRows.h"
 
-#include "shared/basMain.h"
+#include "shared/Context.h"
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
-platform::RecordsetPtr opened(const QString& statement) {
+platform::RecordsetPtr opened(Context& context, const QString& statement) {
     const auto rows = platform::Recordset::create();
-    rows->open(statement, openDB(), platform::LockType::ReadOnly);
+    rows->open(statement, openDB(context), platform::LockType::ReadOnly);
     return rows;
 }
 
 }  // namespace
 
-platform::RecordsetPtr chemicalRows() {
-    return opened(u"SELECT Chemical.chm_Name, Chemical.chm_Units, Chemical.chm_Lot, Chemical.chm_NDC, "
+platform::RecordsetPtr chemicalRows(Context& context) {
+    return opened(context,
+                  u"SELECT Chemical.chm_Name, Chemical.chm_Units, Chemical.chm_Lot, Chemical.chm_NDC, "
                   "Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_Notes, Chemical.chm_Form, "
                   "Chemical.chm_Supplier FROM Chemical ORDER BY chm_Name;"_s);
 }
 
-platform::RecordsetPtr prescriptionRows(const QString& key) {
+platform::RecordsetPtr prescriptionRows(Context& context, const QString& key) {
     return opened(
-        u"SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, "
-        "RXs.rxs_Date, RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient "
-        "INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON "
-        "Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)="_s +
-        key + u"));"_s);
+        context, u"SELECT Log.log_Name, Log.log_Strength, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Consult, "
+                 "RXs.rxs_Date, RXs.rxs_Doctor, Patient.pat_FName, Patient.pat_LName, RXs.RXsID FROM Patient "
+                 "INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) ON "
+                 "Patient.PatientID = RXs.PatientID WHERE (((RXs.RXsID)="_s +
+                     key + u"));"_s);
 }
 
 }  // namespace sorvanto

@@ -7,10 +7,12 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// All chemicals by name, for the price list.
-platform::RecordsetPtr chemicalRows();
+platform::RecordsetPtr chemicalRows(Context& context);
 
 /// The one row of a prescription label; the key goes into the statement as it stands.
-platform::RecordsetPtr prescriptionRows(const QString& key);
+platform::RecordsetPtr prescriptionRows(Context& context, const QString& key);
 
 }  // namespace sorvanto

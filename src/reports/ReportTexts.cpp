@@ -8,8 +8,8 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/data/DateLiteral.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QRegularExpression>
 
@@ -23,9 +23,9 @@ void translateCaptions(platform::Report& report,
         report.setText(QLatin1String(name), translated(QLatin1String(key)));
 }
 
-void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
-                     const QString& picture) {
-    const QString currency = platform::deref(basMain::Options).DefCurrency();
+void setOptionsMoney(const Context& context, platform::Report& report, const char* name,
+                     const QVariant& value, const QString& picture) {
+    const QString currency = platform::deref(context.options).DefCurrency();
     report.setValue(QLatin1String(name), value, currency + picture,
                     currency + platform::shownText(value, picture));
 }
@@ -47,7 +47,9 @@ void showLayoutNumber(platform::Report& report, const char* name) {
     report.setText(QLatin1String(name), platform::shownNumber(report.control(QLatin1String(name)).text));
 }
 
-QString optionsPricePicture() { return platform::deref(basMain::Options).DefCurrency() + u" ###,##0.00"_s; }
+QString optionsPricePicture(const Context& context) {
+    return platform::deref(context.options).DefCurrency() + u" ###,##0.00"_s;
+}
 
 QString reportDates(const QDateTime& begin, const QDateTime& end) {
     return translated(u"Report Dates"_s) + u": "_s + platform::dateText(begin) + u" -- "_s +

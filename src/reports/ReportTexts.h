@@ -13,6 +13,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 inline constexpr QLatin1String amountPicture{"###,##0.00"};
 
 /// Titles; the moment and the dates of a list report.
@@ -25,8 +27,8 @@ void translateCaptions(platform::Report& report,
                        std::initializer_list<std::pair<const char*, const char*>> captions);
 
 /// Writes the currency of the options directly followed by the amount ("$1,234.50").
-void setOptionsMoney(platform::Report& report, const char* name, const QVariant& value,
-                     const QString& picture = amountPicture);
+void setOptionsMoney(const Context& context, platform::Report& report, const char* name,
+                     const QVariant& value, const QString& picture = amountPicture);
 
 /// Writes an amount in the manner of the system's locale, whatever the currency of the options; with the
 /// locale's own number of decimals unless one is given.
@@ -37,7 +39,7 @@ void setSystemMoney(platform::Report& report, const char* name, platform::Curren
 void showLayoutNumber(platform::Report& report, const char* name);
 
 /// "$" of the options, a blank, the picture: format of a bound price.
-QString optionsPricePicture();
+QString optionsPricePicture(const Context& context);
 
 /// "Report Dates: begin -- end" in the user's language, as default date text.
 QString reportDates(const QDateTime& begin, const QDateTime& end);

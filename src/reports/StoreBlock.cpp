@@ -4,7 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 #include "reports/ReportTexts.h"
-#include "shared/basMain.h"
+#include "shared/Context.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,11 +37,11 @@ void translateStoreBlock(platform::Report& report) {
     translateCaptions(report, {{"lblPhone", "Phone"}, {"lblFax", "Fax"}, {"lblDEA", "Pharmacy #"}});
 }
 
-void fillStoreBlock(platform::Report& report) {
+void fillStoreBlock(const Context& context, platform::Report& report) {
     for (const QString& name :
          {u"boxStore"_s, u"txtStore"_s, u"txtAdd1"_s, u"txtCity"_s, u"txtPhone"_s, u"lblFax"_s, u"txtFax"_s})
         report.setVisible(name, true);
-    clsOptions& options = platform::deref(basMain::Options);
+    clsOptions& options = platform::deref(context.options);
     report.setText(u"txtStore"_s, options.StoreName());
     report.setText(u"txtAdd1"_s, options.Address());
     report.setName(u"txtCity"_s, trimmed(options.City()) + u", "_s + trimmed(options.State()),

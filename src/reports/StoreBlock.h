@@ -7,6 +7,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// The controls, moved right and down by so many twips from the worksheet's place.
 std::vector<platform::Control> storeBlock(int right, int down);
 
@@ -14,6 +16,6 @@ std::vector<platform::Control> storeBlock(int right, int down);
 void translateStoreBlock(platform::Report& report);
 
 /// Its values from the options, and every part of it shown.
-void fillStoreBlock(platform::Report& report);
+void fillStoreBlock(const Context& context, platform::Report& report);
 
 }  // namespace sorvanto

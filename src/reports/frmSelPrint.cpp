@@ -3,9 +3,9 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Hint.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmSelPrint.h"
 
 #include <limits>
@@ -23,8 +23,9 @@ int pixels(int twips) { return qRound(twips / 15.0); }
 
 }  // namespace
 
-frmSelPrint::frmSelPrint(QWidget* parent)
-    : ModalForm(parent), m_ui(std::make_unique<Ui::frmSelPrint>()), cmdPosition(1, nullptr) {
+frmSelPrint::frmSelPrint(Context& context, QWidget* parent)
+    : ModalForm(parent), m_context(context), m_ui(std::make_unique<Ui::frmSelPrint>()),
+      cmdPosition(1, nullptr) {
     m_ui->setupUi(this);
     m_ui->txtLabels->setFormats(u"####0"_s, u"####0"_s);
     m_ui->txtLabels->setBounds(1, 99999);
@@ -38,7 +39,7 @@ frmSelPrint::~frmSelPrint() = default;
 void frmSelPrint::Form_Load() {
     guarded(u"frmSelPrint:Form_Load"_s, [&] {
         translateForm();
-        basMain::labelsCancelled = true;
+        m_context.labelsCancelled = true;
         m_ui->lblNum->setGeometry(0, pixels(120), pixels(3000), pixels(360));
         m_ui->txtLabels->setGeometry(0, pixels(480), pixels(1000), pixels(360));
         m_ui->lblStart->setGeometry(0, pixels(840), pixels(3000), pixels(baseTop - 840));
@@ -78,7 +79,7 @@ void frmSelPrint::AddControl(int column, int row) {
 
 void frmSelPrint::onActivate() {
     guarded(u"frmSelPrint:Form_Activate"_s, [&] {
-        basMain::labelsCancelled = true;
+        m_context.labelsCancelled = true;
         for (QWidget* control : {static_cast<QWidget*>(m_ui->lblStart),
                                  static_cast<QWidget*>(m_ui->txtLabels), static_cast<QWidget*>(m_ui->lblNum)})
             control->move((m_ui->fraSheet->width() - control->width()) / 2, control->y());
@@ -116,7 +117,7 @@ void frmSelPrint::cmdPosition_Click(const QString& tag) {
         }
         m_row = static_cast<std::int16_t>(platform::leadingNumber(tag.right(1)) + 1);
         m_column = static_cast<std::int16_t>(platform::leadingNumber(tag.left(1)) + 1);
-        basMain::labelsCancelled = false;
+        m_context.labelsCancelled = false;
         hide();
     });
 }

@@ -17,11 +17,13 @@ class frmSelPrint;
 
 namespace sorvanto {
 
+struct Context;
+
 class frmSelPrint : public platform::ModalForm {
     Q_OBJECT
 
 public:
-    explicit frmSelPrint(QWidget* parent = nullptr);
+    explicit frmSelPrint(Context& context, QWidget* parent = nullptr);
     ~frmSelPrint() override;
 
     /// 1 to 32,767 as typed. More has no room in 16 bits: the box says so, and no position takes it.
@@ -43,6 +45,7 @@ private:
     bool refuseTooMany();
     void cmdPosition_Click(const QString& tag);
 
+    Context& m_context;
     std::unique_ptr<Ui::frmSelPrint> m_ui;
     std::vector<QPushButton*> cmdPosition;  ///< members 1 to 30; member 0 is the design's own, never shown
     std::int16_t m_numLabels = 0, m_row = 0, m_column = 0;

@@ -83,7 +83,7 @@ platform::ReportDefinition chemicalList() {
 
 }  // namespace
 
-rptChemicals::rptChemicals() : Report(chemicalList()) {}
+rptChemicals::rptChemicals(Context& context) : Report(chemicalList()), m_context(context) {}
 
 void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
     translateForm();
@@ -98,8 +98,8 @@ void rptChemicals::translateForm() {
 }
 
 void rptChemicals::reportStart() {
-    setFormat(u"txtChemical_chm_AWP"_s, optionsPricePicture());
-    setFormat(u"txtChemical_chm_Cost"_s, optionsPricePicture());
+    setFormat(u"txtChemical_chm_AWP"_s, optionsPricePicture(m_context));
+    setFormat(u"txtChemical_chm_Cost"_s, optionsPricePicture(m_context));
 }
 
 void rptChemicals::pageFooterFormat() {

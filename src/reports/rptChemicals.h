@@ -6,9 +6,11 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class rptChemicals : public platform::Report {
 public:
-    rptChemicals();
+    explicit rptChemicals(Context& context);
     void setChemicals(const platform::RecordsetPtr& chemicals);
 
 protected:
@@ -17,6 +19,8 @@ protected:
 
 private:
     void translateForm();
+
+    Context& m_context;
 };
 
 }  // namespace sorvanto

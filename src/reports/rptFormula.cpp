@@ -7,8 +7,8 @@
 #include "platform/basic/Values.h"
 #include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -77,7 +77,7 @@ std::vector<platform::Section> worksheet() {
 
 }  // namespace
 
-rptFormula::rptFormula() : BatchSheet("rptFormula", worksheet()) {}
+rptFormula::rptFormula(Context& context) : BatchSheet(context, "rptFormula", worksheet()) {}
 
 void rptFormula::setFormula(const clsFormulaPtr& formula) {
     translateSheet("Formula Worksheet -- Sorvanto", "Quantity to Make");
@@ -92,7 +92,7 @@ void rptFormula::fillPageHeader() {
     const clsFormula& formula = platform::deref(m_formula);
     setName(u"txtFormulaName"_s, platform::trimmed(formula.frm_Name),
             u" "_s + platform::trimmed(formula.frm_Strength) + u" "_s +
-                basMain::tableEntry(basMain::MixTypes, formula.frm_FormType),
+                tableEntry(m_context.mixTypes, formula.frm_FormType),
             translated(u"Formula Name: "_s) + u" "_s);
 }
 

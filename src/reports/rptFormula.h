@@ -8,7 +8,7 @@ namespace sorvanto {
 
 class rptFormula : public BatchSheet {
 public:
-    rptFormula();
+    explicit rptFormula(Context& context);
     /// The scaled formula; its lines are the detail rows.
     void setFormula(const clsFormulaPtr& formula);
 

@@ -8,8 +8,8 @@
 #include "reports/HistoryCaptions.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -85,8 +85,10 @@ QString dayText(const QDate& day) {
 
 }  // namespace
 
-rptHistory::rptHistory(const platform::ConnectionPtr& connection, const QDate& first, const QDate& last)
-    : Report(changeHistory()), m_connection(connection), m_range(connection->engine(), first, last) {
+rptHistory::rptHistory(Context& context, const platform::ConnectionPtr& connection, const QDate& first,
+                       const QDate& last)
+    : Report(changeHistory()), m_context(context), m_connection(connection),
+      m_range(connection->engine(), first, last) {
     fileName = first.isValid() && last.isValid()
                    ? reportFileName("Change History", {}, first, last)
                    : reportFileName("Change History", {}, platform::now().date());
@@ -108,7 +110,7 @@ void rptHistory::fetchData(bool& eof) {
         eof = !entry;
         if (eof)
             return;
-        m_lines = historyLines(m_connection->engine(), *entry);
+        m_lines = historyLines(m_context, m_connection->engine(), *entry);
         m_next = 1;
         ++m_changes;
     }
@@ -122,7 +124,7 @@ void rptHistory::detailFormat() {
 }
 
 void rptHistory::pageFooterFormat() {
-    setText(u"txtStore"_s, platform::deref(basMain::Options).StoreName());
+    setText(u"txtStore"_s, platform::deref(m_context.options).StoreName());
     setText(u"txtPage"_s, translated(u"Page"_s) + u' ' + QString::number(pageNumber()));
 }
 

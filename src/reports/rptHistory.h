@@ -9,10 +9,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class rptHistory : public platform::Report {
 public:
     /// first and last are whole days.
-    rptHistory(const platform::ConnectionPtr& connection, const QDate& first, const QDate& last);
+    rptHistory(Context& context, const platform::ConnectionPtr& connection, const QDate& first,
+               const QDate& last);
 
 protected:
     void fetchData(bool& eof) override;
@@ -23,6 +26,7 @@ protected:
 private:
     void translateForm(const QDate& first, const QDate& last);
 
+    Context& m_context;
     platform::ConnectionPtr m_connection;
     HistoryRange m_range;
     std::vector<QStringList> m_lines;  ///< of the change at hand

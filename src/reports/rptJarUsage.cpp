@@ -5,8 +5,8 @@
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +43,7 @@ platform::ReportDefinition jarUsage() {
 
 }  // namespace
 
-rptJarUsage::rptJarUsage() : DatedReport(jarUsage()) {}
+rptJarUsage::rptJarUsage(Context& context) : DatedReport(context, jarUsage()) {}
 
 void rptJarUsage::JarID(int value) {
     m_jarID = value;
@@ -56,7 +56,7 @@ void rptJarUsage::JarID(int value) {
                  "FLT.log_JarSize from Log FLT WHERE FLT.log_date >=#"_s +
                      boundText(range().begin) + u"#  and FLT.Log_Date<=#"_s + boundText(range().end) +
                      u"#]. AS LT group by LT.log_JarSize"_s,
-                 openDB(), platform::LockType::ReadOnly);
+                 openDB(m_context), platform::LockType::ReadOnly);
     setRowsOrNone(counts);
 }
 
@@ -68,8 +68,7 @@ void rptJarUsage::translateForm() {
 
 void rptJarUsage::detailFormat() {
     const platform::Recordset& row = platform::deref(rows());
-    setText(u"txtJarSize"_s,
-            basMain::tableEntry(basMain::JarSizes, platform::nullInt16(row.value(u"JarSize"_s))));
+    setText(u"txtJarSize"_s, tableEntry(m_context.jarSizes, platform::nullInt16(row.value(u"JarSize"_s))));
     setValue(u"txtUsed"_s, row.value(u"Used"_s), u"0"_s);
 }
 

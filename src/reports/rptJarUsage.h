@@ -7,9 +7,9 @@ namespace sorvanto {
 
 class rptJarUsage : public DatedReport {
 public:
-    rptJarUsage();
+    explicit rptJarUsage(Context& context);
     /// The value is kept and used nowhere; setting it asks the dates and opens the counts.
-    /// basMain::reportCancelled says that nothing is to be shown. Failures go to the caller.
+    /// reportCancelled says that nothing is to be shown. Failures go to the caller.
     void JarID(int value);
 
 protected:

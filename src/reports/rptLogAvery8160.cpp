@@ -4,8 +4,8 @@
 #include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "reports/frmSelPrint.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +47,8 @@ platform::ReportDefinition batchLabels() {
 
 }  // namespace
 
-rptLogAvery8160::rptLogAvery8160() : Report(batchLabels()), m_positions(0, 0, 0) {
+rptLogAvery8160::rptLogAvery8160(Context& context)
+    : Report(batchLabels()), m_context(context), m_positions(0, 0, 0) {
     caption = u"Avery 8160 Log Label"_s;
 }
 
@@ -55,7 +56,7 @@ void rptLogAvery8160::setLog(const clsLogPtr& log) {
     m_log = log;
     if (log)
         fileName = reportFileName("Label", {log->log_Name, log->log_Lot}, log->log_Date.date());
-    frmSelPrint question;
+    frmSelPrint question(m_context);
     question.showModal();
     m_positions = LabelPositions(question.Row(), question.Column(), question.NumLabels());
 }
@@ -72,13 +73,13 @@ void rptLogAvery8160::fillLabel() {
     setText(u"txtfrm_Name"_s, log.log_Name);
     setText(u"txtfrm_Strength"_s, log.log_Strength);
     setValue(u"txtlog_QTY"_s, log.log_Quantity, u"0"_s);
-    setText(u"txtfrm_Form"_s, basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+    setText(u"txtfrm_Form"_s, tableEntry(m_context.mixTypes, log.log_FormType));
     setText(u"txtlog_Initials"_s, log.log_Initials);
     setText(u"txtlog_Verified"_s, log.log_Verified);
     setText(u"lbllog_Cost"_s, translated(u"Cost"_s));
-    setOptionsMoney(*this, "txtlog_Cost", QVariant::fromValue(log.log_Cost));
+    setOptionsMoney(m_context, *this, "txtlog_Cost", QVariant::fromValue(log.log_Cost));
     setText(u"lbllog_AWP"_s, translated(u"AWP"_s));
-    setOptionsMoney(*this, "txtlog_AWP", QVariant::fromValue(log.log_AWP));
+    setOptionsMoney(m_context, *this, "txtlog_AWP", QVariant::fromValue(log.log_AWP));
     setText(u"txtlog_Lot"_s, log.log_Lot);
     setText(u"lbllog_LotbarCode"_s, log.log_Lot);
 }

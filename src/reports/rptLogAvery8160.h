@@ -7,11 +7,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class rptLogAvery8160 : public platform::Report {
 public:
-    rptLogAvery8160();
+    explicit rptLogAvery8160(Context& context);
     /// Keeps the batch and asks the start position and the number of labels; the caller looks at
-    /// basMain::labelsCancelled.
+    /// the context's labelsCancelled.
     void setLog(const clsLogPtr& log);
 
 protected:
@@ -22,6 +24,7 @@ protected:
 private:
     void fillLabel();
 
+    Context& m_context;
     clsLogPtr m_log;
     LabelPositions m_positions;
 };

@@ -4,8 +4,8 @@
 #include "platform/basic/Text.h"
 #include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -78,7 +78,7 @@ std::vector<platform::Section> formulaLog() {
 
 }  // namespace
 
-rptLogFormula::rptLogFormula() : BatchSheet("rptLogFormula", formulaLog()) {}
+rptLogFormula::rptLogFormula(Context& context) : BatchSheet(context, "rptLogFormula", formulaLog()) {}
 
 void rptLogFormula::setLog(const clsLogPtr& log) {
     translateSheet("Formula Log -- Sorvanto", "Quantity Made");
@@ -91,8 +91,8 @@ void rptLogFormula::fillPageHeader() {
     const clsLog& log = platform::deref(m_log);
     setName(u"txtFormulaName"_s, platform::trimmed(log.log_Name),
             u" "_s + platform::trimmed(log.log_Strength), translated(u"Formula Name:  "_s) + u" "_s);
-    setText(u"txtFormulaType"_s, translated(u"Formula Type:  "_s) + u" "_s +
-                                     basMain::tableEntry(basMain::MixTypes, log.log_FormType));
+    setText(u"txtFormulaType"_s,
+            translated(u"Formula Type:  "_s) + u" "_s + tableEntry(m_context.mixTypes, log.log_FormType));
 }
 
 void rptLogFormula::groupHeaderFormat() {
@@ -102,15 +102,15 @@ void rptLogFormula::groupHeaderFormat() {
     setText(u"txtfrm_Verified"_s, log.log_Verified);
     setValue(u"txtfrm_Qty"_s, static_cast<double>(log.log_Quantity), u"#0.00"_s);
     setText(u"txtlog_Units"_s, log.log_Units);
-    setOptionsMoney(*this, "txtfrm_Cost", QVariant::fromValue(log.log_Cost));
-    setOptionsMoney(*this, "txtfrm_AWP", QVariant::fromValue(log.log_AWP));
+    setOptionsMoney(m_context, *this, "txtfrm_Cost", QVariant::fromValue(log.log_Cost));
+    setOptionsMoney(m_context, *this, "txtfrm_AWP", QVariant::fromValue(log.log_AWP));
 }
 
 void rptLogFormula::detailFormat() {
     if (!hasLine())
         return;
     setValue(u"txtchm_QTY"_s, rows()->value(u"lch_Qty"_s), u"#0.000"_s);
-    setOptionsMoney(*this, "txtchm_Cost", rows()->value(u"lch_Cost"_s));
+    setOptionsMoney(m_context, *this, "txtchm_Cost", rows()->value(u"lch_Cost"_s));
 }
 
 void rptLogFormula::groupFooterFormat() {

@@ -9,7 +9,7 @@ namespace sorvanto {
 
 class rptLogFormula : public BatchSheet {
 public:
-    rptLogFormula();
+    explicit rptLogFormula(Context& context);
     /// The batch; its frozen lines are the detail rows.
     void setLog(const clsLogPtr& log);
     /// The formula as it is now, for the instructions alone.

@@ -8,9 +8,9 @@
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -76,14 +76,14 @@ platform::ReportDefinition logReport() {
 
 }  // namespace
 
-rptLogReport::rptLogReport() : DatedReport(logReport()) {}
+rptLogReport::rptLogReport(Context& context) : DatedReport(context, logReport()) {}
 
 void rptLogReport::FormulaID(std::int16_t formulaID) {
     guarded(u"rptLogReport:FormulaID"_s, [&] {
         m_formulaID = formulaID;
         if (!askDates())
             return;
-        setFormat(u"txtlog_Cost"_s, platform::deref(basMain::Options).DefCurrency() + amountPicture);
+        setFormat(u"txtlog_Cost"_s, platform::deref(m_context.options).DefCurrency() + amountPicture);
         translateForm();
         openBatches();
         if (rows())
@@ -99,7 +99,7 @@ void rptLogReport::openBatches() {
                   "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID="_s +
                       QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(range().begin) +
                       u"# AND Log.log_Date <= #"_s + boundText(range().end) + u"#;"_s,
-                  openDB(), platform::LockType::ReadOnly);
+                  openDB(m_context), platform::LockType::ReadOnly);
     setRowsOrNone(batches);
 }
 
@@ -123,11 +123,10 @@ void rptLogReport::pageHeaderFormat() {
         if (!rows() || rows()->eof())
             return;
         const platform::Recordset& row = *rows();
-        setName(
-            u"txtName"_s, nullText(row.value(u"log_Name"_s)),
-            u" "_s + nullText(row.value(u"log_Strength"_s)) + u"\t"_s +
-                basMain::tableEntry(basMain::MixTypes, platform::nullInt16(row.value(u"log_FormType"_s))) +
-                u"\t"_s + nullText(row.value(u"log_NDC"_s)));
+        setName(u"txtName"_s, nullText(row.value(u"log_Name"_s)),
+                u" "_s + nullText(row.value(u"log_Strength"_s)) + u"\t"_s +
+                    tableEntry(m_context.mixTypes, platform::nullInt16(row.value(u"log_FormType"_s))) +
+                    u"\t"_s + nullText(row.value(u"log_NDC"_s)));
         setText(u"txtDesc"_s, nullText(row.value(u"log_Desc"_s)));
     });
 }
@@ -135,7 +134,7 @@ void rptLogReport::pageHeaderFormat() {
 void rptLogReport::detailFormat() {
     guarded(u"rptLogReport:Detail_Format"_s, [&] {
         const std::int16_t jar = platform::nullInt16(platform::deref(rows()).value(u"log_JarSize"_s));
-        setText(u"txtlog_JarSize"_s, basMain::tableEntry(basMain::JarSizes, jar));
+        setText(u"txtlog_JarSize"_s, tableEntry(m_context.jarSizes, jar));
     });
 }
 
@@ -153,7 +152,7 @@ void rptLogReport::reportFooterFormat() {
                          QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s +
                          platform::dateText(range().begin) + u"# AND Log.log_Date <= #"_s +
                          platform::dateText(range().end) + u"#;"_s,
-                     openDB(), platform::LockType::ReadOnly);
+                     openDB(m_context), platform::LockType::ReadOnly);
         setText(u"txtTotalLogs"_s,
                 platform::shownText(totals->value(u"TotalLogs"_s), {}) + u" "_s + translated(u"Logs"_s));
         setText(u"txtTotalQTY"_s, platform::shownText(totals->value(u"TotalQTY"_s), {}) + u" ml"_s);
@@ -166,7 +165,7 @@ void rptLogReport::reportFooterFormat() {
             range().begin, range().end);
         const QVariant cost = totals->value(u"TotalCost"_s);
         if (cost.isValid())
-            setOptionsMoney(*this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)),
+            setOptionsMoney(m_context, *this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)),
                             u"0.00"_s);
         else
             showLayoutNumber(*this, "txtTotalCost");

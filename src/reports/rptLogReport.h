@@ -10,8 +10,8 @@ namespace sorvanto {
 
 class rptLogReport : public DatedReport {
 public:
-    rptLogReport();
-    /// Asks the dates and opens the batches; basMain::reportCancelled says that nothing is to be shown.
+    explicit rptLogReport(Context& context);
+    /// Asks the dates and opens the batches; reportCancelled says that nothing is to be shown.
     void FormulaID(std::int16_t formulaID);
 
 protected:

@@ -10,8 +10,8 @@
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -89,7 +89,7 @@ platform::ReportDefinition prescriptionReport() {
 
 }  // namespace
 
-rptPatient::rptPatient() : DatedReport(prescriptionReport()) {}
+rptPatient::rptPatient(Context& context) : DatedReport(context, prescriptionReport()) {}
 
 void rptPatient::PatientID(std::int16_t patientID) {
     m_patientID = patientID;
@@ -111,7 +111,7 @@ platform::RecordsetPtr rptPatient::openPatient() const {
                   "[pat_State],[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE "
                   "PatientID = "_s +
                       QString::number(m_patientID),
-                  openDB(), platform::LockType::ReadOnly);
+                  openDB(m_context), platform::LockType::ReadOnly);
     return patient;
 }
 
@@ -126,7 +126,7 @@ platform::RecordsetPtr rptPatient::openPrescriptions() const {
         "RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID="_s +
             QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + boundText(range().begin) +
             u"# AND RXs.rxs_Date <= #"_s + boundText(range().end) + u"#;"_s,
-        openDB(), platform::LockType::ReadOnly);
+        openDB(m_context), platform::LockType::ReadOnly);
     return prescriptions;
 }
 
@@ -144,7 +144,7 @@ void rptPatient::translateForm() {
     setText(u"txtReportDate"_s, reportDates(range().begin, range().end));
 }
 
-void rptPatient::reportStart() { setFormat(u"txtrxs_Price"_s, optionsPricePicture()); }
+void rptPatient::reportStart() { setFormat(u"txtrxs_Price"_s, optionsPricePicture(m_context)); }
 
 // An unknown patient has no row, and the first field fails.
 void rptPatient::pageHeaderFormat() {
@@ -163,7 +163,7 @@ void rptPatient::pageHeaderFormat() {
     setText(u"txtpat_Phone"_s, translated(u"Phone"_s) + u": "_s + text(u"pat_Phone"_s));
 }
 
-void rptPatient::pageFooterFormat() { fillStoreBlock(*this); }
+void rptPatient::pageFooterFormat() { fillStoreBlock(m_context, *this); }
 
 // The dates go in as default text with their time; without a join this also counts what the list dropped.
 void rptPatient::reportFooterFormat() {
@@ -172,7 +172,7 @@ void rptPatient::reportFooterFormat() {
         u"SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID="_s +
             QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + platform::dateText(range().begin) +
             u"# AND RXs.rxs_Date <= #"_s + platform::dateText(range().end) + u"#;"_s,
-        openDB(), platform::LockType::ReadOnly);
+        openDB(m_context), platform::LockType::ReadOnly);
     setText(u"txtTotalRXs"_s,
             nullText(totals->value(u"TotalRXs"_s)) + u" "_s + translated(u"Prescriptions"_s));
     explainTotals(
@@ -188,7 +188,7 @@ void rptPatient::reportFooterFormat() {
         return showLayoutNumber(*this, "txtTotalPrice");
     // Formatted, then money, then text: trailing zeros are lost on the way.
     const platform::Currency money = platform::Currency::fromText(platform::format(price, u"0.00"_s));
-    const QString currency = platform::deref(basMain::Options).DefCurrency();
+    const QString currency = platform::deref(m_context.options).DefCurrency();
     const QString shown = money.toText();
     const QString places = shown.section('.'_L1, 1);
     const QString picture = places.isEmpty() ? u"0"_s : u"0."_s + QString(places.size(), '0'_L1);

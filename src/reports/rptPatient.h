@@ -10,8 +10,8 @@ namespace sorvanto {
 
 class rptPatient : public DatedReport {
 public:
-    rptPatient();
-    /// Asks the dates and opens patient and prescriptions; basMain::reportCancelled says that nothing is to
+    explicit rptPatient(Context& context);
+    /// Asks the dates and opens patient and prescriptions; reportCancelled says that nothing is to
     /// be shown. Failures go to the caller.
     void PatientID(std::int16_t patientID);
 

@@ -6,8 +6,8 @@
 #include "reports/FileNames.h"
 #include "reports/ReportTexts.h"
 #include "reports/frmSelPrint.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,15 +53,16 @@ const char* const steppedControls[] = {"txtPharmacy", "txtContact", "txtConsult"
 
 }  // namespace
 
-rptRX8160::rptRX8160() : Report(prescriptionLabels()), m_positions(0, 0, 0) {
+rptRX8160::rptRX8160(Context& context)
+    : Report(prescriptionLabels()), m_context(context), m_positions(0, 0, 0) {
     caption = translated(u"Label"_s);
 }
 
 void rptRX8160::setRX(const platform::RecordsetPtr& prescription) {
     rs = prescription;
     nameFile();
-    basMain::labelsCancelled = false;
-    frmSelPrint question;
+    m_context.labelsCancelled = false;
+    frmSelPrint question(m_context);
     question.showModal();
     m_positions = LabelPositions(question.Row(), question.Column(), question.NumLabels());
 }
@@ -85,7 +86,7 @@ void rptRX8160::detailFormat() {
 }
 
 void rptRX8160::fillPharmacy() {
-    clsOptions& options = platform::deref(basMain::Options);
+    clsOptions& options = platform::deref(m_context.options);
     setText(u"txtPharmacy"_s, options.StoreName());
     setName(u"txtContact"_s, options.Address() + u" "_s + options.City() + u", "_s + options.State(),
             u" "_s + options.Zip() + u" "_s + options.Phone());

@@ -7,11 +7,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class rptRX8160 : public platform::Report {
 public:
-    rptRX8160();
+    explicit rptRX8160(Context& context);
     /// Keeps the one-row set and asks the start position and the number of labels; the caller looks at
-    /// basMain::labelsCancelled.
+    /// the context's labelsCancelled.
     void setRX(const platform::RecordsetPtr& prescription);
 
 protected:
@@ -23,6 +25,7 @@ private:
     void fillPharmacy();
     void fillPrescription();
 
+    Context& m_context;
     platform::RecordsetPtr rs;
     LabelPositions m_positions;
 };

@@ -7,8 +7,8 @@
 #include "reports/ListHead.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportTexts.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <algorithm>
 
@@ -160,8 +160,9 @@ QStringList recallIngredients(const RecallList& list) {
     return lines;
 }
 
-rptRecall::rptRecall(RecallList list)
-    : Report(recallDefinition()), m_list(std::move(list)), m_patients(patientsToCall(m_list.recall)) {
+rptRecall::rptRecall(Context& context, RecallList list)
+    : Report(recallDefinition()), m_context(context), m_list(std::move(list)),
+      m_patients(patientsToCall(m_list.recall)) {
     fileName = reportFileName("Recall List", {m_list.asked}, platform::now().date());
     translateForm();
 }
@@ -246,7 +247,7 @@ void rptRecall::showPatient(const CalledPatient& patient) {
 }
 
 void rptRecall::pageFooterFormat() {
-    setText(u"txtStore"_s, platform::deref(basMain::Options).StoreName());
+    setText(u"txtStore"_s, platform::deref(m_context.options).StoreName());
     setText(u"txtPage"_s, translated(u"Page"_s) + u' ' + QString::number(pageNumber()));
 }
 

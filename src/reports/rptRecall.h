@@ -10,9 +10,11 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class rptRecall : public platform::Report {
 public:
-    explicit rptRecall(RecallList list);
+    rptRecall(Context& context, RecallList list);
     const RecallList& list() const { return m_list; }
 
 protected:
@@ -33,6 +35,7 @@ private:
     void showBatch(const TracedBatch& batch);
     void showPatient(const CalledPatient& patient);
 
+    Context& m_context;
     RecallList m_list;
     std::vector<CalledPatient> m_patients;
     std::size_t m_next = 0;  ///< row at hand, counted from 1: batches, then patients

@@ -5,10 +5,12 @@
 
 namespace sorvanto {
 
-void announceLogged(const clsLog& log);
+struct Context;
+
+void announceLogged(Context& context, const clsLog& log);
 
 /// Each as a preview, or as a spreadsheet beside the program. Throws what the report throws.
-void printBatchLabels(const clsLogPtr& log, bool exportIt);
-void printFormulaLog(const clsLogPtr& log, bool exportIt);
+void printBatchLabels(Context& context, const clsLogPtr& log, bool exportIt);
+void printFormulaLog(Context& context, const clsLogPtr& log, bool exportIt);
 
 }  // namespace sorvanto

@@ -3,7 +3,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/LocalMarks.h"
 #include "platform/widgets/Boxes.h"
-#include "shared/basMain.h"
+#include "shared/Context.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +20,11 @@ QString dateOf(const QVariant& value) {
 }
 
 /// The jar and the type of a mix are stored as the place in a table.
-QString choiceOf(const QString& column, const QVariant& value) {
+QString choiceOf(const Context& context, const QString& column, const QVariant& value) {
     if (column == "frm_jarsize"_L1)
-        return basMain::JarSizes.value(value.toInt());
+        return context.jarSizes.value(value.toInt());
     if (column == "frm_formtype"_L1)
-        return basMain::MixTypes.value(value.toInt());
+        return context.mixTypes.value(value.toInt());
     return value.toString();
 }
 
@@ -37,7 +37,8 @@ QString columnOfBox(const QString& control) {
     return isBox ? control.mid(3).toLower() : QString();
 }
 
-std::optional<QString> boxTextOf(const QWidget& box, const QString& column, const QVariant& value) {
+std::optional<QString> boxTextOf(const Context& context, const QWidget& box, const QString& column,
+                                 const QVariant& value) {
     if (const auto* lockable = dynamic_cast<const platform::Lockable*>(&box);
         !lockable || lockable->isReadOnlyBox())
         return std::nullopt;
@@ -48,7 +49,7 @@ std::optional<QString> boxTextOf(const QWidget& box, const QString& column, cons
     const auto* choice = qobject_cast<const platform::ChoiceBox*>(&box);
     if (!choice)
         return value.toString();
-    const QString entry = choiceOf(column, value);
+    const QString entry = choiceOf(context, column, value);
     return choice->findText(entry, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0 ? std::nullopt
                                                                                   : std::optional(entry);
 }

@@ -6,18 +6,18 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/TimeOfDay.h"
 #include "records/ColumnSizes.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-BrowsingScreen::BrowsingScreen(BrowsedRecords records, QWidget* parent)
-    : RecordScreen(parent), m_records(std::move(records)) {
+BrowsingScreen::BrowsingScreen(Context& context, BrowsedRecords records, QWidget* parent)
+    : RecordScreen(context, parent), m_records(std::move(records)) {
     setObjectName(m_records.screen);
     addRecordTools();
 }
@@ -37,8 +37,8 @@ void BrowsingScreen::getData() {
 
 void BrowsingScreen::openIdentifiers() {
     m_identifiers = platform::Recordset::create();
-    m_identifiers->open(m_records.statement, openDB(), platform::LockType::ReadOnly);
-    keepToColumns(*this, draftTable());
+    m_identifiers->open(m_records.statement, openDB(m_context), platform::LockType::ReadOnly);
+    keepToColumns(m_context, *this, draftTable());
 }
 
 void BrowsingScreen::testEmpty() { m_empty = identifiers().recordCount() == 0; }
@@ -120,9 +120,9 @@ void BrowsingScreen::m_frmMain_btnClick(const QString& toolName, const QString& 
 void BrowsingScreen::setMenuOptions() {
     guarded(tag(u"setMenuOptions"_s), [&] {
         if (m_empty && (m_locked || !m_records.emptyWhileLocked))
-            setEmptyToolStates(m_records.tools.add != ToolRule::Off);
+            setEmptyToolStates(m_context, m_records.tools.add != ToolRule::Off);
         else
-            setToolStates(m_records.tools, m_locked);
+            setToolStates(m_context, m_records.tools, m_locked);
     });
 }
 
@@ -219,7 +219,7 @@ void BrowsingScreen::showCaption(const QString& screen, const QString& record) c
         translated(u"Sorvanto Control Panel"_s) + u": "_s + translated(screen) + u"  :  "_s + record;
     if (!m_locked)
         caption += u"  ("_s + translated(u"Edit"_s) + u")"_s;
-    platform::deref(basMain::Main).setCaption(caption);
+    platform::deref(m_context.window).setCaption(caption);
 }
 
 }  // namespace sorvanto

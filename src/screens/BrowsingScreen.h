@@ -74,7 +74,7 @@ public:
     void useValues(const PastValues& past) override;
 
 protected:
-    BrowsingScreen(BrowsedRecords records, QWidget* parent);
+    BrowsingScreen(Context& context, BrowsedRecords records, QWidget* parent);
 
     /// "frmLog:moveNext".
     QString tag(const QString& procedure) const { return m_records.screen + u':' + procedure; }
@@ -171,7 +171,7 @@ private:
     std::int16_t m_newKey = 0;  ///< of the row that addRecord made last
     platform::RecordsetPtr m_identifiers;
     std::vector<DraftField> m_asAdded;  ///< what the boxes showed of the new record when it was added
-    DraftKeeper m_drafts{*this};
+    DraftKeeper m_drafts{m_context, *this};
 };
 
 }  // namespace sorvanto

@@ -2,11 +2,11 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBar.h"
 #include "screens/BrowsingScreen.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
 #include <QPointer>
@@ -37,10 +37,11 @@ std::vector<DraftField> enteredSince(const std::vector<DraftField>& added, std::
     return now;
 }
 
-platform::RecordsetPtr linesOf(const QString& table, const QString& keyColumn, std::int16_t key) {
+platform::RecordsetPtr linesOf(Context& context, const QString& table, const QString& keyColumn,
+                               std::int16_t key) {
     auto lines = platform::Recordset::create();
-    lines->open(u"SELECT * FROM %1 WHERE (%2 = %3) ORDER BY %1ID"_s.arg(table, keyColumn).arg(key), openDB(),
-                platform::LockType::Optimistic);
+    lines->open(u"SELECT * FROM %1 WHERE (%2 = %3) ORDER BY %1ID"_s.arg(table, keyColumn).arg(key),
+                openDB(context), platform::LockType::Optimistic);
     return lines;
 }
 
@@ -53,8 +54,9 @@ QString nameOf(const Draft& draft) {
 }
 
 /// Each line anew, with a key of its own, and of another record.
-void addLines(platform::Recordset& from, const QString& table, const QString& keyColumn, std::int16_t key) {
-    const auto to = linesOf(table, keyColumn, key);
+void addLines(Context& context, platform::Recordset& from, const QString& table, const QString& keyColumn,
+              std::int16_t key) {
+    const auto to = linesOf(context, table, keyColumn, key);
     for (from.moveFirst(); !from.eof(); from.moveNext()) {
         to->addNew();
         for (int field = 0; field < from.fieldCount(); ++field) {
@@ -77,7 +79,8 @@ std::shared_ptr<BrowsingScreen::ThrownAway> BrowsingScreen::whatCancelThrowsAway
         if (m_new) {
             fields = enteredSince(m_asAdded, m_drafts.shown());
             if (!m_records.lines.isEmpty())
-                thrown->lines = linesOf(m_records.lines, m_records.key, recordOnView().key)->copy();
+                thrown->lines =
+                    linesOf(m_context, m_records.lines, m_records.key, recordOnView().key)->copy();
         }
         const bool hasLines = thrown->lines && thrown->lines->recordCount() > 0;
         if (fields.empty() && !hasLines)
@@ -103,14 +106,14 @@ void BrowsingScreen::announceThrownAway(const std::shared_ptr<ThrownAway>& throw
 }
 
 void BrowsingScreen::clickTool(const char* band, const QString& name) const {
-    MainWindow& main = platform::deref(basMain::Main);
+    MainWindow& main = platform::deref(m_context.window);
     main.ActiveBar_ToolClick(main.bar().band(QLatin1String(band)).tool(name));
 }
 
 void BrowsingScreen::haveBack(const ThrownAway& thrown) {
     guarded(tag(u"bringBack"_s), [&] {
         clickTool("FormBar", m_records.button);
-        if (thrown.isNew && isDatabaseInUse(thrown.draft.database, thrown.draft.identity))
+        if (thrown.isNew && isDatabaseInUse(m_context, thrown.draft.database, thrown.draft.identity))
             haveNewRecordBack(thrown);
         else if (thrown.isNew || bringBack(thrown.draft) != DraftFit::Fits)
             m_drafts.offer(thrown.draft);  // to be read
@@ -124,8 +127,9 @@ void BrowsingScreen::haveNewRecordBack(const ThrownAway& thrown) {
     if (!m_new)
         return m_drafts.offer(thrown.draft);
     if (thrown.lines) {
-        guarded(tag(u"bringBack"_s),
-                [&] { addLines(*thrown.lines, m_records.lines, m_records.key, recordOnView().key); });
+        guarded(tag(u"bringBack"_s), [&] {
+            addLines(m_context, *thrown.lines, m_records.lines, m_records.key, recordOnView().key);
+        });
         openRecord(recordOnView().key);
         refreshForm();
     }

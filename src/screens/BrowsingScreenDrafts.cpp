@@ -1,8 +1,8 @@
 // The drafts of a record screen: when typed text leaves its boxes, and how it comes back.
 #include "platform/basic/RuntimeError.h"
 #include "screens/BrowsingScreen.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
 using namespace Qt::StringLiterals;
@@ -35,11 +35,11 @@ void BrowsingScreen::keepDraftsIn(DraftStore& store, std::function<void()> typed
 
 DraftFit BrowsingScreen::fitOf(const Draft& draft) {
     return guarded(tag(u"fitOf"_s), DraftFit::Failed, [&] {
-        if (!isDatabaseInUse(draft.database, draft.identity))
+        if (!isDatabaseInUse(m_context, draft.database, draft.identity))
             return DraftFit::OtherDatabase;
         const auto row = platform::Recordset::create();
         row->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(m_records.key, draftTable()).arg(draft.record.key),
-                  openDB(), platform::LockType::ReadOnly);
+                  openDB(m_context), platform::LockType::ReadOnly);
         if (row->recordCount() == 0)
             return DraftFit::Deleted;
         const bool onlyCells = std::all_of(draft.fields.begin(), draft.fields.end(),

@@ -4,11 +4,11 @@
 #include "screens/BoxText.h"
 #include "screens/BoxValue.h"
 #include "screens/BrowsingScreen.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <algorithm>
 
@@ -47,7 +47,7 @@ std::vector<DraftField> BrowsingScreen::fieldsOf(const PastValues& past) const {
         });
         if (!box || found == columns.end() || (!past.changed.contains(*found) && !isTyped))
             continue;
-        const auto text = boxTextOf(*box, column, past.then.value(*found));
+        const auto text = boxTextOf(m_context, *box, column, past.then.value(*found));
         if (text && *text != field.typed) {
             field.typed = *text;
             fields.push_back(field);

@@ -13,7 +13,7 @@ namespace sorvanto {
 
 BrowsingScreen::Asked BrowsingScreen::askedRecord() const {
     const DraftRecord record = recordOnView();
-    return {aboutToDelete(draftTable(), record.key), record.name};
+    return {aboutToDelete(m_context, draftTable(), record.key), record.name};
 }
 
 void BrowsingScreen::recordDeleted(const Asked& asked) {
@@ -44,7 +44,7 @@ void BrowsingScreen::offerUndo(const Asked& asked) {
 
 void BrowsingScreen::undo(const Asked& asked) {
     guarded(tag(u"undo"_s), [&] {
-        const Restored result = takeBackDeletion(asked.deleted);
+        const Restored result = takeBackDeletion(m_context, asked.deleted);
         if (result == Restored::Whole)
             showRestored(asked.deleted);
         announce({restoredText(result, asked.name), {}, result != Restored::Whole});

@@ -3,7 +3,6 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "shared/DraftStore.h"
-#include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
 #include <algorithm>
@@ -15,7 +14,7 @@ constexpr int writeMilliseconds = 1000;
 
 }  // namespace
 
-DraftKeeper::DraftKeeper(QWidget& form) : m_boxes(form) {
+DraftKeeper::DraftKeeper(const Context& context, QWidget& form) : m_context(context), m_boxes(form) {
     m_look.setSingleShot(true);
     m_write.setSingleShot(true);
     m_write.setInterval(writeMilliseconds);
@@ -61,7 +60,8 @@ std::vector<DraftField> DraftKeeper::typedTexts() const {
 }
 
 Draft DraftKeeper::draftOf(const std::vector<DraftField>& fields) const {
-    return {newDraftId(), databaseInUse(), databaseIdentity(), m_record, platform::now(), fields};
+    return {newDraftId(), databaseInUse(m_context), databaseIdentity(m_context),
+            m_record,     platform::now(),          fields};
 }
 
 void DraftKeeper::put(const QString& id, const std::vector<DraftField>& fields, bool offered) {

@@ -10,6 +10,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class DraftStore;
 
 class DraftKeeper : public QObject {
@@ -17,7 +19,7 @@ class DraftKeeper : public QObject {
 
 public:
     /// Without a store nothing is written.
-    explicit DraftKeeper(QWidget& form);
+    DraftKeeper(const Context& context, QWidget& form);
     void keepIn(DraftStore& store);
 
     bool typed() const { return m_boxes.any(); }
@@ -65,6 +67,7 @@ private:
     void put(const QString& id, const std::vector<DraftField>& fields, bool offered);
     void forget();
 
+    const Context& m_context;
     TypedBoxes m_boxes;
     DraftStore* m_store = nullptr;
     DraftRecord m_record;             ///< whose values are in the boxes

@@ -5,8 +5,8 @@
 #include "platform/basic/Format.h"
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/Values.h"
+#include "shared/Context.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QLocale>
 
@@ -34,10 +34,6 @@ QString day(const QVariant& moment) {
     return platform::dateText(QDateTime(moment.toDateTime().date(), QTime(0, 0), Qt::UTC));
 }
 
-QString jar(const QVariant& code) { return entry(basMain::JarSizes, code); }
-
-QString mixType(const QVariant& code) { return entry(basMain::MixTypes, code); }
-
 /// What a batch's results tell about it: 1 stopped before its end, 2 made by the simulated mixer, 3 both.
 const QString markOfResults = u"(instr(log_Results, '<Interuption Value=\"U\"') > 0)"
                               " + 2 * (instr(log_Results, '<HardwareVersion Value=\"SIM') > 0)"_s;
@@ -53,7 +49,9 @@ QString mark(const QVariant& code) {
 
 }  // namespace
 
-ListedTable listedFormulas() {
+ListedTable listedFormulas(const Context& context) {
+    const auto jar = [&context](const QVariant& code) { return entry(context.jarSizes, code); };
+    const auto mixType = [&context](const QVariant& code) { return entry(context.mixTypes, code); };
     return {u"Formula"_s,
             u"FormulaID"_s,
             {{u"frm_Name"_s, {translated(u"Name"_s)}},

@@ -5,7 +5,10 @@
 
 namespace sorvanto {
 
-ListedTable listedFormulas();
+struct Context;
+
+/// The context: for the names of jars and types.
+ListedTable listedFormulas(const Context& context);
 ListedTable listedChemicals();
 ListedTable listedLogs();
 ListedTable listedPatients();

@@ -5,16 +5,17 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
 #include "records/clsLog.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-RecipeChanges::RecipeChanges(QWidget* parent) : QPushButton(parent) {
+RecipeChanges::RecipeChanges(const Context& context, QWidget* parent)
+    : QPushButton(parent), m_context(context) {
     setObjectName(u"lnkRecipeChanges"_s);
     platform::setLook(*this, "inLine");
     setAutoDefault(false);
@@ -45,7 +46,7 @@ void RecipeChanges::look() {
     if (!isVisible())
         return;
     guarded(u"frmLog:recipeChanges"_s, [&] {
-        const auto connection = basMain::gConnection;
+        const auto connection = m_context.connection;
         const bool known = m_formula > 0 && connection && connection->state() == 1;
         const auto count =
             known ? changesSince(connection->engine(), u"Formula"_s, m_formula, m_moment) : std::nullopt;
@@ -62,8 +63,9 @@ void RecipeChanges::look() {
 }
 
 void RecipeChanges::open() const {
-    guarded(u"frmLog:recipeChanges"_s,
-            [&] { platform::deref(basMain::Main).showHistoryOf(u"Formula"_s, m_formula, m_name, m_moment); });
+    guarded(u"frmLog:recipeChanges"_s, [&] {
+        platform::deref(m_context.window).showHistoryOf(u"Formula"_s, m_formula, m_name, m_moment);
+    });
 }
 
 }  // namespace sorvanto

@@ -9,12 +9,13 @@
 namespace sorvanto {
 
 class clsLog;
+struct Context;
 
 class RecipeChanges : public QPushButton {
     Q_OBJECT
 
 public:
-    explicit RecipeChanges(QWidget* parent = nullptr);
+    explicit RecipeChanges(const Context& context, QWidget* parent = nullptr);
     /// Looked up a moment later, and only where it can be seen.
     void showFor(const clsLog& batch);
 
@@ -25,6 +26,7 @@ private:
     void look();
     void open() const;
 
+    const Context& m_context;
     std::int16_t m_formula = 0;
     QString m_name;
     QDateTime m_moment;

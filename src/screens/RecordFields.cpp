@@ -9,7 +9,6 @@
 #include "screens/BoxText.h"
 #include "screens/ControlWalk.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 #include <QLabel>
 #include <QTabWidget>
@@ -123,7 +122,7 @@ bool FieldBoxes::complete() const {
     return true;
 }
 
-void FieldBoxes::show(const Field& field, const FieldValue& value) {
+void FieldBoxes::show(const Field& field, const FieldValue& value) const {
     QWidget* const box = field.box;
     std::visit(ByType{[&](const QString& text) {
                           if (auto* choice = qobject_cast<platform::ChoiceBox*>(box))
@@ -132,13 +131,13 @@ void FieldBoxes::show(const Field& field, const FieldValue& value) {
                               setControlText(*box, text);
                       },
                       [&](std::int16_t number) {
-                          if (const QStringList* entries = field.rule.entries)
-                              setControlText(*box, basMain::tableEntry(*entries, number));
+                          if (const auto entries = field.rule.entries)
+                              setControlText(*box, tableEntry(m_context.*entries, number));
                           else
                               as<platform::NumberBox>(box).setValue(static_cast<double>(number));
                       },
                       [&](platform::Currency money) {
-                          const QString picture = optionsPricePicture();
+                          const QString picture = optionsPricePicture(m_context);
                           as<platform::NumberBox>(box).setFormats(picture, picture);
                           as<platform::NumberBox>(box).setValue(money);
                       },

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "platform/basic/Currency.h"
+#include "shared/Context.h"
 
 #include <QDateTime>
 #include <QString>
-#include <QStringList>
 #include <cstdint>
 #include <initializer_list>
 #include <variant>
@@ -26,14 +26,16 @@ struct FieldRule {
     const char* required = nullptr;
     /// English text of a choice that is still to be made; while it shows, the record keeps its own.
     const char* prompt = nullptr;
-    /// The field is a code, shown as the entry of this table and never read back.
-    const QStringList* entries = nullptr;
+    /// The field is a code, shown as the entry of this table of the context and never read back.
+    QStringList Context::*entries = nullptr;
 };
 inline constexpr FieldRule shownOnly{.shownOnly = true};
 
 /// The controls of the table, found by their names.
 class FieldBoxes {
 public:
+    explicit FieldBoxes(const Context& context) : m_context(context) {}
+
     /// A label with its English text, beside a box that the table does not fill. Throws itemNotFound, as all
     /// that looks for a control.
     void addLabels(const QWidget& form, std::initializer_list<std::pair<const char*, const char*>> labels);
@@ -52,7 +54,7 @@ protected:
 
     void addLabel(const QWidget& form, const char* label, const char* caption);
     const Field& addField(QWidget& form, const char* box, const FieldRule& rule);
-    static void show(const Field& field, const FieldValue& value);
+    void show(const Field& field, const FieldValue& value) const;
     static bool isRead(const Field& field) { return !field.rule.shownOnly && !field.rule.entries; }
     static FieldValue read(const Field& field, const FieldValue& stored);
 
@@ -63,6 +65,7 @@ private:
         QLabel* label;
         const char* caption;
     };
+    const Context& m_context;
     std::vector<Label> m_labels;
 };
 
@@ -80,7 +83,8 @@ public:
     };
 
     /// Money is shown with the currency of the options.
-    RecordFields(QWidget& form, std::vector<Row> rows) : m_rows(std::move(rows)) {
+    RecordFields(const Context& context, QWidget& form, std::vector<Row> rows)
+        : FieldBoxes(context), m_rows(std::move(rows)) {
         for (const Row& row : m_rows) {
             addField(form, row.box, row.rule);
             addLabel(form, row.label, row.caption);

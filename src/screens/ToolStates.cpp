@@ -2,8 +2,8 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/CommandBar.h"
+#include "shared/Context.h"
 #include "shared/MainWindow.h"
-#include "shared/basMain.h"
 
 #include <initializer_list>
 
@@ -39,8 +39,8 @@ void enableEntry(platform::CommandBar& bar, const QString& name, bool on) {
 
 }  // namespace
 
-void setToolStates(const ScreenTools& tools, bool locked) {
-    platform::CommandBar& bar = platform::deref(basMain::Main).bar();
+void setToolStates(const Context& context, const ScreenTools& tools, bool locked) {
+    platform::CommandBar& bar = platform::deref(context.window).bar();
     platform::Band& main = bar.band(u"MainBar"_s);
     enable(main, {"cmdEdit"}, isOn(tools.edit, locked));
     enable(main, {"cmdNew"}, isOn(tools.add, locked));
@@ -61,10 +61,10 @@ void setToolStates(const ScreenTools& tools, bool locked) {
     enableEntry(bar, u"mnuJarReport"_s, tools.jarReport);
 }
 
-void setEmptyToolStates(bool canAdd) {
+void setEmptyToolStates(const Context& context, bool canAdd) {
     ScreenTools none;
     none.add = canAdd ? ToolRule::On : ToolRule::Off;
-    setToolStates(none, true);
+    setToolStates(context, none, true);
 }
 
 }  // namespace sorvanto

@@ -3,6 +3,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// On while the form is locked, while it is unlocked, always or never.
 enum class ToolRule { Off, On, Locked, Unlocked };
 
@@ -29,9 +31,9 @@ struct ScreenTools {
 };
 
 /// Sets the tools of the bands "MainBar", "mnuPrint" and "mnuExport" on the main window's bar.
-void setToolStates(const ScreenTools& tools, bool locked);
+void setToolStates(const Context& context, const ScreenTools& tools, bool locked);
 
 /// The state without records: all off but "cmdNew", and that too where rows are not made on the screen.
-void setEmptyToolStates(bool canAdd);
+void setEmptyToolStates(const Context& context, bool canAdd);
 
 }  // namespace sorvanto

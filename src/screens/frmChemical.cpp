@@ -65,9 +65,9 @@ void fill(platform::ChoiceBox& box, const char* const (&entries)[count]) {
 
 }  // namespace
 
-frmChemical::frmChemical(QWidget* parent)
-    : BrowsingScreen(chemicalRecords, parent), m_ui(designed<Ui::frmChemical>(this)),
-      m_chemical(std::make_shared<clsChemical>()), m_fields(*this, chemicalFields) {
+frmChemical::frmChemical(Context& context, QWidget* parent)
+    : BrowsingScreen(context, chemicalRecords, parent), m_ui(designed<Ui::frmChemical>(this)),
+      m_chemical(std::make_shared<clsChemical>()), m_fields(context, *this, chemicalFields) {
     platform::makeCard(*m_ui->fraChemical);
     m_ui->cbochm_Units->setBoxText(u"Select Units"_s);
     m_ui->cbochm_Form->setBoxText(u"Select Form"_s);

@@ -18,7 +18,7 @@ class frmChemical : public BrowsingScreen {
     Q_OBJECT
 
 public:
-    explicit frmChemical(QWidget* parent = nullptr);
+    explicit frmChemical(Context& context, QWidget* parent = nullptr);
     ~frmChemical() override;
 
     void Form_Load() override;

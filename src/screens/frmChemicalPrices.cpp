@@ -4,10 +4,10 @@
 #include "screens/PriceTexts.h"
 #include "screens/PriceWindow.h"
 #include "screens/frmChemical.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +31,7 @@ void frmChemical::importPrices() {
         PriceFile file(path);
         if (file.fault() != PriceFault::none)
             return tell(priceFaultText(file.fault(), file.detail()));
-        PriceWindow list(openDB(), std::move(file), path, window());
+        PriceWindow list(openDB(m_context), std::move(file), path, window());
         platform::asker().showModal(list, [&] { list.exec(); });
         if (list.taken() == 0)
             return;

@@ -11,9 +11,9 @@ namespace sorvanto {
 
 void frmChemical::printChemicals(bool exportIt) {
     guarded(u"frmChemical:printChemicals"_s, [&] {
-        auto report = std::make_unique<rptChemicals>();
-        report->setChemicals(chemicalRows());
-        report->printerName = defaultPrinter();
+        auto report = std::make_unique<rptChemicals>(m_context);
+        report->setChemicals(chemicalRows(m_context));
+        report->printerName = defaultPrinter(m_context);
         runReport(std::move(report), exportIt, u"\\Chemicals.xls"_s);
     });
 }

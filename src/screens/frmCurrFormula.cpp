@@ -9,9 +9,9 @@
 #include "screens/ControlWalk.h"
 #include "screens/Designed.h"
 #include "screens/ToolStates.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmCurrFormula.h"
 
 using namespace Qt::StringLiterals;
@@ -26,18 +26,19 @@ const std::vector<RecordFields<clsFormula>::Row> currentFields{
      "txtfrm_JarSize",
      "lblfrm_JarSize",
      "Jar Size",
-     {.entries = &basMain::JarSizes}},
+     {.entries = &Context::jarSizes}},
     {&clsFormula::frm_FormType,
      "txtfrm_Type",
      "lblfrm_Type",
      "Formula Type",
-     {.entries = &basMain::MixTypes}},
+     {.entries = &Context::mixTypes}},
 };
 
 }  // namespace
 
-frmCurrFormula::frmCurrFormula(QWidget* parent)
-    : RecordScreen(parent), m_ui(designed<Ui::frmCurrFormula>(this)), m_fields(*this, currentFields) {
+frmCurrFormula::frmCurrFormula(Context& context, QWidget* parent)
+    : RecordScreen(context, parent), m_ui(designed<Ui::frmCurrFormula>(this)),
+      m_fields(context, *this, currentFields) {
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
     m_ui->grdIngredients->setColumns({{.field = u"chm_Name"_s, .caption = u"Name"_s},
@@ -68,7 +69,8 @@ void frmCurrFormula::translateForm() {
 
 void frmCurrFormula::setMenuOptions() {
     guarded(u"frmCurrFormula:setMenuOptions"_s, [&] {
-        setToolStates({.search = ToolRule::On, .printAndExport = ToolRule::On, .worksheet = true}, true);
+        setToolStates(m_context, {.search = ToolRule::On, .printAndExport = ToolRule::On, .worksheet = true},
+                      true);
     });
 }
 
@@ -111,9 +113,9 @@ void frmCurrFormula::makeFormula() {
         if (question.MakeQty() <= 0)
             return;
         copy->makeQuantity(platform::toInt16(question.MakeQty()));
-        platform::deref(basMain::Main).mixer().loadFormula(copy->getFormulaXML());
+        platform::deref(m_context.window).mixer().loadFormula(copy->getFormulaXML());
         if (question.printWorksheet())
-            showWorksheet(copy);
+            showWorksheet(m_context, copy);
         m_formula = copy;
     });
 }

@@ -18,7 +18,7 @@ class frmCurrFormula : public RecordScreen {
     Q_OBJECT
 
 public:
-    explicit frmCurrFormula(QWidget* parent = nullptr);
+    explicit frmCurrFormula(Context& context, QWidget* parent = nullptr);
     ~frmCurrFormula() override;
 
     void Form_Load() override;

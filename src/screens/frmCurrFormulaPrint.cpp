@@ -18,8 +18,8 @@ void frmCurrFormula::printFormula() {
             platform::MsgBox(translated(u"No Formula selected!"_s));
             return;
         }
-        auto report = std::make_unique<rptFormula>();
-        report->printerName = defaultPrinter();
+        auto report = std::make_unique<rptFormula>(m_context);
+        report->printerName = defaultPrinter(m_context);
         const clsFormulaPtr copy = clsFormula().openFormula(m_formula->FormulaID, QString());
         platform::deref(copy).makeQuantity(m_formula->makeQuantity());
         report->setFormula(copy);

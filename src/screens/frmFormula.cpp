@@ -11,10 +11,10 @@
 #include "screens/Designed.h"
 #include "screens/NewLine.h"
 #include "screens/frmCurrFormula.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmFormula.h"
 
 using namespace Qt::StringLiterals;
@@ -64,9 +64,9 @@ const std::vector<RecordFields<clsFormula>::Row> formulaFields{
 
 }  // namespace
 
-frmFormula::frmFormula(QWidget* parent)
-    : BrowsingScreen(formulaRecords, parent), m_ui(designed<Ui::frmFormula>(this)),
-      m_formula(std::make_shared<clsFormula>()), m_fields(*this, formulaFields) {
+frmFormula::frmFormula(Context& context, QWidget* parent)
+    : BrowsingScreen(context, formulaRecords, parent), m_ui(designed<Ui::frmFormula>(this)),
+      m_formula(std::make_shared<clsFormula>()), m_fields(context, *this, formulaFields) {
     m_fields.addLabels(*this, {{"lblformType", "Formula Type"}, {"lblfrm_JarSize", "Jar Size"}});
     platform::makeCard(*m_ui->fraFormula);
     platform::makeCard(*m_ui->fraIngredients);
@@ -213,7 +213,7 @@ void frmFormula::deleteFormula() {
 void frmFormula::makeFormula() {
     guarded(u"frmFormula:makeFormula"_s, [&] {
         m_ui->grdIngredients->commitEdit();
-        MainWindow& main = platform::deref(basMain::Main);
+        MainWindow& main = platform::deref(m_context.window);
         main.currentFormulaScreen().Formula(m_formula);
         refreshForm();
         main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdCurrent"_s));
@@ -297,7 +297,7 @@ void frmFormula::cmdRemove_Click() {
         const clsFormulaPtr formula = m_formula;
         const QVariant line = m_ui->grdIngredients->currentValue(0);
         const QVariant name = m_ui->grdIngredients->currentValue(1);
-        const Asked asked{aboutToDelete(u"FormChem"_s, line.toLongLong()), name.toString()};
+        const Asked asked{aboutToDelete(m_context, u"FormChem"_s, line.toLongLong()), name.toString()};
         bool deleted = false;
         const platform::BoxStyle style{
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};

@@ -24,11 +24,11 @@ class frmFormula : public BrowsingScreen {
     Q_OBJECT
 
 public:
-    explicit frmFormula(QWidget* parent = nullptr);
+    explicit frmFormula(Context& context, QWidget* parent = nullptr);
     ~frmFormula() override;
 
     void Form_Load() override;
-    ListedTable listedTable() const override { return listedFormulas(); }
+    ListedTable listedTable() const override { return listedFormulas(m_context); }
     void getData() override;
     void lockForm() override;
     void unlockForm() override;

@@ -5,9 +5,9 @@
 #include "platform/widgets/StepEntry.h"
 #include "screens/MixList.h"
 #include "screens/frmFormula.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmFormula.h"
 
 using namespace Qt::StringLiterals;
@@ -64,8 +64,8 @@ void frmFormula::setUpSteppers() {
                new platform::StepEntry(*m_ui->updPreGrind, *m_ui->lblSetPreGrind),
                new platform::StepEntry(*m_ui->updFreeSpin, *m_ui->lblSetFreeSpin),
                new platform::StepEntry(*m_ui->updReactRPM, *m_ui->lblReactRPM)};
-    const auto showTime = [](QLabel* label, int index) {
-        label->setText(basMain::tableEntry(basMain::MixTimes, index));
+    const auto showTime = [this](QLabel* label, int index) {
+        label->setText(tableEntry(m_context.mixTimes, index));
     };
     connect(m_ui->updCustRPM, &platform::UpDown::changed, this,
             [this](int value) { m_ui->lblCustRPM->setText(QString::number(value * liftRPMPerStep)); });
@@ -98,12 +98,12 @@ void frmFormula::showStepCount() { m_ui->lblSteps->setText(mixListText(*m_ui->ls
 
 void frmFormula::fillTypeAndJarLists() {
     m_ui->cbofrm_Type->clear();
-    for (int type = 0; type < basMain::MixTypes.size(); ++type)
-        m_ui->cbofrm_Type->insertItem(type, basMain::MixTypes[type]);
+    for (int type = 0; type < m_context.mixTypes.size(); ++type)
+        m_ui->cbofrm_Type->insertItem(type, m_context.mixTypes[type]);
     m_ui->cbofrm_Type->setBoxText(u"Select Type"_s);
     m_ui->cbofrm_JarSize->clear();
-    for (int jar = 1; jar < basMain::JarSizes.size(); ++jar)
-        m_ui->cbofrm_JarSize->addItem(basMain::JarSizes[jar], jar);
+    for (int jar = 1; jar < m_context.jarSizes.size(); ++jar)
+        m_ui->cbofrm_JarSize->addItem(m_context.jarSizes[jar], jar);
     m_ui->cbofrm_JarSize->setBoxText(u"Select Jar Size"_s);
 }
 
@@ -126,7 +126,7 @@ void frmFormula::cbofrm_JarSize_Click() {
         const int row = m_ui->cbofrm_JarSize->listIndex();
         if (row >= 0)
             formula.frm_JarSize = static_cast<std::int16_t>(m_ui->cbofrm_JarSize->itemData(row).toInt());
-        const bool overridden = platform::deref(basMain::Options).OverrideSpeed() != 0;
+        const bool overridden = platform::deref(m_context.options).OverrideSpeed() != 0;
         const std::optional<int> limit =
             overridden ? std::optional<int>(speedLimitOverridden) : speedLimit(formula.frm_JarSize);
         if (limit)

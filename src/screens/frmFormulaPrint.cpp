@@ -24,8 +24,8 @@ void frmFormula::printFormula(bool exportIt) {
             quantity = question.MakeQty();
         }
         if (quantity > 0) {
-            auto report = std::make_unique<rptFormula>();
-            report->printerName = defaultPrinter();
+            auto report = std::make_unique<rptFormula>(m_context);
+            report->printerName = defaultPrinter(m_context);
             copy->makeQuantity(platform::toInt16(quantity));
             report->setFormula(copy);
             runReport(std::move(report), exportIt, u"\\Worksheet.xls"_s);

@@ -13,10 +13,10 @@
 #include "screens/BatchCard.h"
 #include "screens/Designed.h"
 #include "screens/RecipeChanges.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmLog.h"
 
 using namespace Qt::StringLiterals;
@@ -47,14 +47,14 @@ const BrowsedRecords logRecords{
 const std::vector<RecordFields<clsLog>::Row> logFields{
     {&clsLog::log_Date, "txtlog_Date", "lbllog_Date", "Date", shownOnly},
     {&clsLog::log_Initials, "txtlog_Initials", "lbllog_Initials", "Logged"},
-    {&clsLog::log_JarSize, "txtlog_JarSize", "lbllog_JarSize", "Jar Size", {.entries = &basMain::JarSizes}},
+    {&clsLog::log_JarSize, "txtlog_JarSize", "lbllog_JarSize", "Jar Size", {.entries = &Context::jarSizes}},
     {&clsLog::log_Lot, "txtlog_Lot", "lbllog_Lot", "Lot #", shownOnly},
     {&clsLog::log_Name, "txtlog_Name", "lbllog_Name", "Formula Name", shownOnly},
     {&clsLog::log_NDC, "txtlog_NDC", "lbllog_NDC", "NDC", shownOnly},
     {&clsLog::log_Notes, "txtlog_Notes", "lbllog_Notes", "Log Notes"},
     {&clsLog::log_Quantity, "txtlog_Quantity", "lbllog_Quantity", "Quantity", shownOnly},
     {&clsLog::log_Strength, "txtlog_Strength", "lbllog_Strength", "Strength", shownOnly},
-    {&clsLog::log_FormType, "txtlog_Type", "lbllog_Type", "Formula Type", {.entries = &basMain::MixTypes}},
+    {&clsLog::log_FormType, "txtlog_Type", "lbllog_Type", "Formula Type", {.entries = &Context::mixTypes}},
     {&clsLog::log_Units, "txtlog_Units", "lbllog_Units", "Units", shownOnly},
     {&clsLog::log_Verified, "txtlog_Verified", "lbllog_Verified", "Verified"},
     {&clsLog::log_Cost, "txtlog_Cost", "lblfrm_Cost", "Cost", shownOnly},
@@ -66,9 +66,10 @@ constexpr int lastColumn = 3;
 
 }  // namespace
 
-frmLog::frmLog(QWidget* parent)
-    : BrowsingScreen(logRecords, parent), m_ui(designed<Ui::frmLog>(this)), m_log(std::make_shared<clsLog>()),
-      m_fields(*this, logFields), m_recipeChanges(new RecipeChanges(this)) {
+frmLog::frmLog(Context& context, QWidget* parent)
+    : BrowsingScreen(context, logRecords, parent), m_ui(designed<Ui::frmLog>(this)),
+      m_log(std::make_shared<clsLog>()), m_fields(context, *this, logFields),
+      m_recipeChanges(new RecipeChanges(context, this)) {
     m_fields.addLabels(*this, {
                                   {"lblInterrupted", "interrupted"},
                                   {"lbllog_PreGrind", "Pre Grind"},
@@ -231,17 +232,17 @@ bool frmLog::addLog(const platform::XmlDocumentPtr& formula, const platform::Xml
     step([&] { added->openLog(added->LogID, QString()); });
     step([&] { refreshForm(); });
     step([&] {
-        MainWindow& main = platform::deref(basMain::Main);
+        MainWindow& main = platform::deref(m_context.window);
         main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdLogs"_s));
     });
-    announceLogged(*added);
+    announceLogged(m_context, *added);
     return true;
 }
 
 bool frmLog::isLogged(const QString& lot) {
     const auto rows = platform::Recordset::create();
     rows->open(u"SELECT LogID FROM Log WHERE log_Lot = '"_s + platform::doubledApostrophes(lot) + u"'"_s,
-               openDB(), platform::LockType::ReadOnly);
+               openDB(m_context), platform::LockType::ReadOnly);
     return rows->recordCount() > 0;
 }
 

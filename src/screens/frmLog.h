@@ -23,7 +23,7 @@ class frmLog : public BrowsingScreen, public BatchLog {
     Q_OBJECT
 
 public:
-    explicit frmLog(QWidget* parent = nullptr);
+    explicit frmLog(Context& context, QWidget* parent = nullptr);
     ~frmLog() override;
 
     void Form_Load() override;

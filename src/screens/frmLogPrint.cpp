@@ -5,8 +5,8 @@
 #include "reports/rptLogReport.h"
 #include "screens/BatchCard.h"
 #include "screens/frmLog.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 #include "ui_frmLog.h"
 
 using namespace Qt::StringLiterals;
@@ -14,24 +14,24 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 void frmLog::printLog(bool exportIt) {
     guarded(u"frmLog:printLog"_s, [&] {
-        printFormulaLog(platform::deref(m_log).copy(), exportIt);
+        printFormulaLog(m_context, platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }
 
 void frmLog::printLabels(bool exportIt) {
     guarded(u"frmLog:printLabels"_s, [&] {
-        printBatchLabels(platform::deref(m_log).copy(), exportIt);
+        printBatchLabels(m_context, platform::deref(m_log).copy(), exportIt);
         refreshForm();
     });
 }
 
 void frmLog::printReport(bool exportIt) {
     guarded(u"frmLog:printReport"_s, [&] {
-        auto report = std::make_unique<rptLogReport>();
-        report->printerName = defaultPrinter();
+        auto report = std::make_unique<rptLogReport>(m_context);
+        report->printerName = defaultPrinter(m_context);
         report->FormulaID(platform::deref(m_log).FormulaID);
-        if (!basMain::reportCancelled)
+        if (!m_context.reportCancelled)
             runReport(std::move(report), exportIt, u"\\LogReport.xls"_s);
         refreshForm();
     });
@@ -39,10 +39,10 @@ void frmLog::printReport(bool exportIt) {
 
 void frmLog::printJarReport(bool exportIt) {
     guarded(u"frmLog:printJarReport"_s, [&] {
-        auto report = std::make_unique<rptJarUsage>();
-        report->printerName = defaultPrinter();
+        auto report = std::make_unique<rptJarUsage>(m_context);
+        report->printerName = defaultPrinter(m_context);
         report->JarID(1);
-        if (!basMain::reportCancelled)
+        if (!m_context.reportCancelled)
             runReport(std::move(report), exportIt, u"\\JarUsage.xls"_s);
         refreshForm();
     });

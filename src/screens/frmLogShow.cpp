@@ -27,7 +27,7 @@ void frmLog::fillForm() {
         showCaption(u"Logs"_s, log.log_Name);
         m_fields.show(log);
         for (const int price : {costColumn, awpColumn})
-            m_ui->grdIngredients->setNumberFormat(price, optionsPricePicture());
+            m_ui->grdIngredients->setNumberFormat(price, optionsPricePicture(m_context));
         m_ui->grdIngredients->setDataSource(m_ingredients);
         m_ui->grdIngredients->setAllowUpdate(false);
         populateMix(log.log_Mix);

@@ -82,9 +82,9 @@ QString widest(QString text, const QFontMetrics& metrics) {
 
 }  // namespace
 
-frmPatient::frmPatient(QWidget* parent)
-    : BrowsingScreen(patientRecords, parent), m_ui(designed<Ui::frmPatient>(this)),
-      m_patient(std::make_shared<clsPatient>()), m_fields(*this, patientFields) {
+frmPatient::frmPatient(Context& context, QWidget* parent)
+    : BrowsingScreen(context, patientRecords, parent), m_ui(designed<Ui::frmPatient>(this)),
+      m_patient(std::make_shared<clsPatient>()), m_fields(context, *this, patientFields) {
     platform::makeCard(*m_ui->fraPatient);
     platform::makeCard(*m_ui->fraRXs);
     layOutPrescriptions();
@@ -213,7 +213,7 @@ void frmPatient::fillForm() {
         setEnabled(true);
         const clsPatient& patient = platform::deref(m_patient);
         showCaption(u"Patients"_s, patient.pat_LName + u", "_s + patient.pat_FName);
-        const QString money = optionsPricePicture();
+        const QString money = optionsPricePicture(m_context);
         m_ui->grdRXs->setNumberFormat(rxCostColumn, money);
         m_ui->grdRXs->setNumberFormat(priceColumn, money);
         m_fields.show(patient);

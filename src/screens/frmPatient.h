@@ -21,7 +21,7 @@ class frmPatient : public BrowsingScreen, public Dispensary {
     Q_OBJECT
 
 public:
-    explicit frmPatient(QWidget* parent = nullptr);
+    explicit frmPatient(Context& context, QWidget* parent = nullptr);
     ~frmPatient() override;
 
     void Form_Load() override;

@@ -7,11 +7,11 @@
 #include "screens/NewLine.h"
 #include "screens/frmCurrFormula.h"
 #include "screens/frmPatient.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/MainWindow.h"
 #include "shared/Translator.h"
-#include "shared/basMain.h"
 #include "ui_frmPatient.h"
 
 #include <QPointer>
@@ -47,7 +47,7 @@ void frmPatient::cmdAddRX_Click() {
 void frmPatient::comeOnShow() {
     if (Listener() == -1)
         return;
-    MainWindow& main = platform::deref(basMain::Main);
+    MainWindow& main = platform::deref(m_context.window);
     main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdPatients"_s));
 }
 
@@ -98,7 +98,7 @@ void frmPatient::cmdDeleteRX_Click() {
             .buttons = platform::Buttons::YesNo, .icon = platform::Icon::Exclamation, .low = true};
         if (platform::MsgBox(translated(u"Are you sure?"_s), style, u"Delete RX"_s) != platform::Answer::Yes)
             return;
-        const Asked asked{aboutToDelete(u"RXs"_s, prescription.toLongLong()), name.toString()};
+        const Asked asked{aboutToDelete(m_context, u"RXs"_s, prescription.toLongLong()), name.toString()};
         const bool deleted = platform::deref(patient).deleteRX(platform::toInt16(prescription));
         saveForm();
         refreshForm();
@@ -132,7 +132,7 @@ bool frmPatient::getFormula() {
         m_rsFormula = platform::Recordset::create();
         m_rsFormula->open(u"SELECT Log.FormulaID FROM Log WHERE ([LogID] = "_s +
                               platform::nullText(prescriptions().value(u"LogID"_s)) + u")"_s,
-                          openDB(), platform::LockType::ReadOnly);
+                          openDB(m_context), platform::LockType::ReadOnly);
         return m_rsFormula->recordCount() != 0;
     });
 }
@@ -142,7 +142,7 @@ void frmPatient::makeFormula() {
         const std::int16_t formulaID =
             platform::nullInt16(platform::deref(m_rsFormula).value(u"FormulaID"_s));
         m_formula = platform::deref(m_formula).openFormula(formulaID, QString());
-        MainWindow& main = platform::deref(basMain::Main);
+        MainWindow& main = platform::deref(m_context.window);
         main.currentFormulaScreen().Formula(m_formula);
         main.ActiveBar_ToolClick(main.bar().band(u"FormBar"_s).tool(u"cmdCurrent"_s));
     });

@@ -8,7 +8,7 @@
 
 namespace sorvanto {
 
-/// Hands the exception in flight to basMain::ErrorReporter with the ten arguments every report has.
+/// Hands the exception in flight to the program's ErrorReporter with the ten arguments every report has.
 /// To be called in a catch block; never throws.
 void reportCurrentError(const QString& tag) noexcept;
 

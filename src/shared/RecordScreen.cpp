@@ -1,8 +1,8 @@
 #include "shared/RecordScreen.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/basMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,21 +15,21 @@ QString plainClassName(const QObject& object) {
 }
 }  // namespace
 
-RecordScreen::RecordScreen(QWidget* parent) : QWidget(parent) {}
+RecordScreen::RecordScreen(Context& context, QWidget* parent) : QWidget(parent), m_context(context) {}
 
 RecordScreen::~RecordScreen() {
-    if (m_listener == -1 && basMain::Main)
-        basMain::Main->releaseListener(*this);
+    if (m_listener == -1 && m_context.window)
+        m_context.window->releaseListener(*this);
 }
 
 void RecordScreen::Listener(std::int16_t value) {
     guarded(plainClassName(*this) + u":setListener"_s, [&] {
         m_listener = value;
         if (value == -1) {
-            platform::deref(basMain::Main).connectListener(*this);
+            platform::deref(m_context.window).connectListener(*this);
             setMenuOptions();
-        } else if (value == 0 && basMain::Main) {
-            basMain::Main->releaseListener(*this);
+        } else if (value == 0 && m_context.window) {
+            m_context.window->releaseListener(*this);
         }
     });
 }

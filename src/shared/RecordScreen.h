@@ -11,6 +11,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// A screen is made by its maker, parented there, and loaded by one call of Form_Load right after.
 /// A second instance of a screen may be made for its captions alone: it loads like any other, is never
 /// shown and never listens.
@@ -18,7 +20,7 @@ class RecordScreen : public QWidget, public ToolListener {
     Q_OBJECT
 
 public:
-    explicit RecordScreen(QWidget* parent = nullptr);
+    explicit RecordScreen(Context& context, QWidget* parent = nullptr);
     /// A listening screen is taken out of the main window's list.
     ~RecordScreen() override;
 
@@ -45,6 +47,7 @@ protected:
     /// Sets the states of the command bar's tools for this screen. Guarded by the screen.
     virtual void setMenuOptions() {}
 
+    Context& m_context;
     ToolActions m_tools;
 
 private:

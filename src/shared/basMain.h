@@ -32,8 +32,6 @@ extern std::function<void()>& databaseOpened;
 extern std::function<void()>& endProgram;
 extern std::function<void(const Happening&)>& announced;
 
-using sorvanto::tableEntry;
-
 /// Drops everything and restores the defaults, for tests.
 void reset();
 

@@ -3,8 +3,8 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
+#include "shared/Context.h"
 #include "shared/FileIdentity.h"
-#include "shared/basMain.h"
 
 #include <QFileInfo>
 
@@ -12,10 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-QString databaseInUse() {
+QString databaseInUse(const Context& context) {
     try {
         const QString path =
-            platform::platformPath(basMain::databaseLocation ? basMain::databaseLocation() : QString());
+            platform::platformPath(context.databaseLocation ? context.databaseLocation() : QString());
         const QString canonical = QFileInfo(path).canonicalFilePath();
         return canonical.isEmpty() ? path : canonical;
     } catch (const platform::RuntimeError&) {
@@ -23,23 +23,23 @@ QString databaseInUse() {
     }
 }
 
-QString databaseOpen() {
-    if (!basMain::gConnection || basMain::gConnection->state() == 0)
+QString databaseOpen(const Context& context) {
+    if (!context.connection || context.connection->state() == 0)
         return {};
     const QString source = u"Data Source="_s;
-    const auto begin = basMain::gConnectionString.indexOf(source) + source.size();
-    const auto end = basMain::gConnectionString.lastIndexOf(u';');
-    return platform::platformPath(basMain::gConnectionString.mid(begin, end - begin));
+    const auto begin = context.connectionString.indexOf(source) + source.size();
+    const auto end = context.connectionString.lastIndexOf(u';');
+    return platform::platformPath(context.connectionString.mid(begin, end - begin));
 }
 
-QString databaseIdentity() {
-    const auto identity = basMain::gConnection ? readFileIdentity(*basMain::gConnection) : std::nullopt;
+QString databaseIdentity(const Context& context) {
+    const auto identity = context.connection ? readFileIdentity(*context.connection) : std::nullopt;
     return identity ? identity->identity : QString();
 }
 
-bool isDatabaseInUse(const QString& path, const QString& identity) {
-    const QString own = databaseIdentity();
-    return own.isEmpty() || identity.isEmpty() ? path == databaseInUse() : identity == own;
+bool isDatabaseInUse(const Context& context, const QString& path, const QString& identity) {
+    const QString own = databaseIdentity(context);
+    return own.isEmpty() || identity.isEmpty() ? path == databaseInUse(context) : identity == own;
 }
 
 }  // namespace sorvanto

@@ -23,7 +23,7 @@ protected:
     void load(const QByteArray& xml) {
         basMain::Options.reset();
         folder.write("options.xml", xml);
-        basMain::Options = std::make_shared<clsOptions>();
+        basMain::Options = std::make_shared<clsOptions>(context);
     }
     /// The delivered tree without one element.
     void loadWithout(const QByteArray& element) {
@@ -275,7 +275,7 @@ protected:
             else
                 wizard.findChild<QAbstractButton*>(clicked)->click();
         });
-        basMain::Options = std::make_shared<clsOptions>();
+        basMain::Options = std::make_shared<clsOptions>(context);
     }
 };
 
@@ -314,7 +314,7 @@ TEST_F(NewFileTest, IsNotWrittenToAFullDiskAndTheOptionsServeThisRun) {
 TEST_F(NewFileTest, TheWizardIsNotAskedAgainAtTheSecondStart) {
     start("optLanguage_1");
     const QByteArray first = file();
-    basMain::Options = std::make_shared<clsOptions>();
+    basMain::Options = std::make_shared<clsOptions>(context);
     EXPECT_EQ(file(), first);
     EXPECT_EQ(options().Language(), 1);
 }
@@ -399,7 +399,7 @@ TEST_F(clsOptionsTest, APipeInTheFilesPlaceKeepsNobodyWaiting) {
     basMain::Options.reset();
     QFile::remove(folder.path("options.xml"));
     ASSERT_EQ(::mkfifo(folder.path("options.xml").toLocal8Bit().constData(), 0600), 0);
-    basMain::Options = std::make_shared<clsOptions>();
+    basMain::Options = std::make_shared<clsOptions>(context);
     EXPECT_TRUE(expectReport("clsOptions:Class_Initialize").description.contains("no regular file"));
 }
 
@@ -408,7 +408,7 @@ TEST_F(clsOptionsTest, AFileThatIsTooLargeIsToldWithItsSize) {
     QFile large(folder.path("options.xml"));
     ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(100'000'000));
     large.close();
-    basMain::Options = std::make_shared<clsOptions>();
+    basMain::Options = std::make_shared<clsOptions>(context);
     EXPECT_TRUE(
         expectReport("clsOptions:Class_Initialize").description.contains("it has 100 MB, at most 16"));
 }

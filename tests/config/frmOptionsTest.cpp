@@ -71,7 +71,7 @@ protected:
 };
 
 TEST_F(frmOptionsTest, ShowsTheOptions) {
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(text(form, "txtStoreName"), "Kelmar Systems");
     EXPECT_EQ(text(form, "txtAddress"), "418 Larkspur Ct.");
     EXPECT_EQ(text(form, "txtCity"), "Fenwick");
@@ -88,14 +88,14 @@ TEST_F(frmOptionsTest, ShowsTheOptions) {
 }
 
 TEST_F(frmOptionsTest, ListsLanguagesAndCurrencies) {
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboLanguage"), QStringList({"English", "Espanol", "Deutsch", "Francais",
                                                          "Russian", "Portuguese", "Italiano", "Suisse"}));
     EXPECT_EQ(entries(form, "cboCurrency"), QStringList({"$", QString(QChar(0x20AC))}));
 }
 
 TEST_F(frmOptionsTest, TheHelpSaysWhichFrenchAndWhichPortuguese) {
-    frmOptions form;
+    frmOptions form(context);
     const auto* box = child<ChoiceBox>(form, "cboLanguage");
     EXPECT_EQ(box->itemData(3, Qt::ToolTipRole).toString(), u"Français (France)"_s);
     EXPECT_EQ(box->itemData(5, Qt::ToolTipRole).toString(), u"Português (Portugal)"_s);
@@ -104,18 +104,18 @@ TEST_F(frmOptionsTest, TheHelpSaysWhichFrenchAndWhichPortuguese) {
 
 TEST_F(frmOptionsTest, TheEuroIsStoredAndFoundAgain) {
     {
-        frmOptions form;
+        frmOptions form(context);
         child<ChoiceBox>(form, "cboCurrency")->setListIndex(1);
         click(form, "cmdSave");
     }
     EXPECT_TRUE(file().contains("<DefCurrency>\xE2\x82\xAC</DefCurrency>"));
-    frmOptions again;
+    frmOptions again(context);
     EXPECT_EQ(child<ChoiceBox>(again, "cboCurrency")->listIndex(), 1);
 }
 
 TEST_F(frmOptionsTest, AnUnknownCurrencyShowsNothing) {
     loadWith("<DefCurrency>$", "<DefCurrency>Fr.");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(child<ChoiceBox>(form, "cboCurrency")->listIndex(), -1);
     EXPECT_EQ(child<ChoiceBox>(form, "cboCurrency")->boxText(), "");
 }
@@ -133,7 +133,7 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
     xml += "</Translations>";
     folder.write("GermanTranslation.xml", xml);
     startConfiguration(2);
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(form.windowTitle(), "de Options");
     EXPECT_EQ(child<QGroupBox>(form, "fraPharmacy")->title(), "de Company Options");
     EXPECT_EQ(child<QGroupBox>(form, "fraSorvanto")->title(), "de Sorvanto Options");
@@ -164,7 +164,7 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
 TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {
     folder.write("FrenchTranslation.xml", "<Translations Language=\"French\"/>");
     startConfiguration(3);
-    const frmOptions form;
+    const frmOptions form(context);
     const QString grown = QString::fromUtf8(folder.read("FrenchTranslation.xml"));
     EXPECT_EQ(grown.count("<Translate "), 17);
     qsizetype last = -1;
@@ -180,7 +180,7 @@ TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {
 
 TEST_F(frmOptionsTest, WithNoPortTheStoredNumberStillShows) {
     loadWith("<CommPort>1", "<CommPort>7");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPort"), QStringList());
     EXPECT_EQ(child<ChoiceBox>(form, "cboPort")->boxText(), "7");
     click(form, "cmdSave");
@@ -195,7 +195,7 @@ TEST_F(frmOptionsTest, PortsThatCanBeOpenedAreListed) {
         QFile::remove(folder.path(port));
         QFile::link(ptsname(master), folder.path(port));
     }
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPort"), QStringList({"2", "4"}));
     ::close(master);
 }
@@ -210,11 +210,11 @@ TEST_F(frmOptionsTest, APortThatAnotherProgramHoldsIsNotListed) {
     ASSERT_GE(holder, 0);
     ASSERT_EQ(::ioctl(holder, TIOCEXCL), 0);
     {
-        frmOptions form;
+        frmOptions form(context);
         EXPECT_EQ(entries(form, "cboPort"), QStringList());
     }
     ASSERT_EQ(::ioctl(holder, TIOCNXCL), 0);
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPort"), QStringList("3")) << "given back";
     ::close(holder);
     ::close(master);
@@ -223,7 +223,7 @@ TEST_F(frmOptionsTest, APortThatAnotherProgramHoldsIsNotListed) {
 TEST_F(frmOptionsTest, ThePortIsTheLeadingNumberOfTheText) {
     const std::pair<const char*, const char*> table[] = {{"3x", "3"}, {"", "0"}, {"COM2", "0"}, {" 4 ", "4"}};
     for (const auto& [typed, stored] : table) {
-        frmOptions form;
+        frmOptions form(context);
         child<ChoiceBox>(form, "cboPort")->setBoxText(typed);
         click(form, "cmdSave");
         EXPECT_TRUE(file().contains(QByteArray("<CommPort>") + stored + "</CommPort>")) << typed;
@@ -232,7 +232,7 @@ TEST_F(frmOptionsTest, ThePortIsTheLeadingNumberOfTheText) {
 
 TEST_F(frmOptionsTest, ListsThePrintersAndChoosesTheStoredOne) {
     loadWith("<DefPrinter/>", "<DefPrinter>Lab</DefPrinter>");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPrinter"), QStringList({"Counter", "Lab", "PDF"}));
     EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 1);
 }
@@ -248,13 +248,13 @@ TEST_F(frmOptionsTest, APrintServiceThatHangsHoldsNothingUpAndChangesNothing) {
         platform::Asked::InThread);
     const QByteArray before = file();
     {
-        frmOptions form;
+        frmOptions form(context);
         EXPECT_EQ(entries(form, "cboPrinter"), QStringList("Lab"));
         EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 0);
         click(form, "cmdSave");
         EXPECT_EQ(file(), before);
     }
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPrinter"), QStringList("Lab"));
     answer.set_value();
     EXPECT_TRUE(QTest::qWaitFor([&] {
@@ -265,13 +265,13 @@ TEST_F(frmOptionsTest, APrintServiceThatHangsHoldsNothingUpAndChangesNothing) {
 
 TEST_F(frmOptionsTest, APrinterIsMatchedExactly) {
     loadWith("<DefPrinter/>", "<DefPrinter>lab</DefPrinter>");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), -1);
 }
 
 TEST_F(frmOptionsTest, TheRepairedPrinterShowsNothingAndIsSavedEmpty) {
     loadWith("<DefPrinter/>", "");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_TRUE(file().contains("<DefPrinter>0</DefPrinter>"));
     EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), -1);
     click(form, "cmdSave");
@@ -282,7 +282,7 @@ TEST_F(frmOptionsTest, TheRepairedPrinterShowsNothingAndIsSavedEmpty) {
 TEST_F(frmOptionsTest, SavingWithoutATouchWritesTheSameFile) {
     loadWith("<DefPrinter/>", "<DefPrinter>PDF</DefPrinter>");
     const QByteArray before = file();
-    frmOptions form;
+    frmOptions form(context);
     form.show();
     click(form, "cmdSave");
     EXPECT_FALSE(form.isVisible());
@@ -290,7 +290,7 @@ TEST_F(frmOptionsTest, SavingWithoutATouchWritesTheSameFile) {
 }
 
 TEST_F(frmOptionsTest, SavesEveryBox) {
-    frmOptions form;
+    frmOptions form(context);
     for (const char* name :
          {"txtStoreName", "txtAddress", "txtCity", "txtState", "txtZip", "txtPhone", "txtFax", "txtDEA"})
         child<TextBox>(form, name)->setText(u"O'"_s + name);
@@ -312,20 +312,20 @@ TEST_F(frmOptionsTest, TenThousandCharactersSurviveInEveryBox) {
     const char* const boxes[] = {"txtStoreName", "txtAddress", "txtCity", "txtState",
                                  "txtZip",       "txtPhone",   "txtFax",  "txtDEA"};
     {
-        frmOptions form;
+        frmOptions form(context);
         for (const char* name : boxes)
             child<TextBox>(form, name)->setText(longText);
         click(form, "cmdSave");
     }
     basMain::Options.reset();
     startConfiguration();
-    frmOptions again;
+    frmOptions again(context);
     for (const char* name : boxes)
         EXPECT_EQ(text(again, name), longText) << name;
 }
 
 TEST_F(frmOptionsTest, AnotherLanguageWaitsForTheNextStart) {
-    frmOptions form;
+    frmOptions form(context);
     child<ChoiceBox>(form, "cboLanguage")->setListIndex(2);
     click(form, "cmdSave");
     EXPECT_EQ(basMain::Options->Language(), 2);
@@ -335,7 +335,7 @@ TEST_F(frmOptionsTest, AnotherLanguageWaitsForTheNextStart) {
 
 TEST_F(frmOptionsTest, AnotherDatabaseWaitsForTheNextStartWhileOneIsOpen) {
     openDatabase();
-    frmOptions form;
+    frmOptions form(context);
     asker.expectFile("Sorvanto Data|Sorvanto.mdb", folder.path("other.mdb"));
     click(form, "cmdDB");
     click(form, "cmdSave");
@@ -349,7 +349,7 @@ TEST_F(frmOptionsTest, AnotherDatabaseWaitsForTheNextStartWhileOneIsOpen) {
 TEST_F(frmOptionsTest, CancelLeavesEverything) {
     const QByteArray before = file();
     {
-        frmOptions form;
+        frmOptions form(context);
         form.show();
         child<TextBox>(form, "txtCity")->setText("Elsewhere");
         click(form, "cmdCancel");
@@ -357,14 +357,14 @@ TEST_F(frmOptionsTest, CancelLeavesEverything) {
     }
     EXPECT_EQ(file(), before);
     EXPECT_EQ(basMain::Options->City(), "Fenwick");
-    frmOptions again;
+    frmOptions again(context);
     EXPECT_EQ(text(again, "txtCity"), "Fenwick");
 }
 
 TEST_F(frmOptionsTest, AFailingSaveLeavesTheDialogOpenHalfDone) {
     loadWith("<Fax>(555)010-0189</Fax>", "");
     const QByteArray before = file();
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(expectReport("frmOptions:Form_Load").number, "91");
     EXPECT_EQ(text(form, "txtDEA"), "123456789");
     EXPECT_EQ(text(form, "txtPhone"), "");
@@ -384,7 +384,7 @@ TEST_F(frmOptionsTest, AFailingSaveLeavesTheDialogOpenHalfDone) {
 TEST_F(frmOptionsTest, ALanguageThatTheListLacksStopsTheLoading) {
     for (const char* number : {"8", "9", "32767", "-2"}) {
         loadWith("<Language>0", QByteArray("<Language>") + number);
-        frmOptions form;
+        frmOptions form(context);
         EXPECT_EQ(expectReport("frmOptions:Form_Load").number, "380");
         EXPECT_EQ(text(form, "txtDB"), "");
         EXPECT_FALSE(child<QCheckBox>(form, "chkPatients")->isChecked());
@@ -398,7 +398,7 @@ TEST_F(frmOptionsTest, ALanguageThatTheListLacksStopsTheLoading) {
 
 TEST_F(frmOptionsTest, WhatWasChosenInsteadOfAnUnknownLanguageIsSaved) {
     loadWith("<Language>0", "<Language>8");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(expectReport("frmOptions:Form_Load").number, "380");
     const QByteArray before = file();
     child<ChoiceBox>(form, "cboLanguage")->setListIndex(2);
@@ -408,14 +408,14 @@ TEST_F(frmOptionsTest, WhatWasChosenInsteadOfAnUnknownLanguageIsSaved) {
 
 TEST_F(frmOptionsTest, ABrokenPortNumberStopsTheLoading) {
     loadWith("<CommPort>1", "<CommPort>x");
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(expectReport("frmOptions:Form_Load").number, "13");
     EXPECT_EQ(child<ChoiceBox>(form, "cboLanguage")->listIndex(), -1);
 }
 
 TEST_F(frmOptionsTest, ADiskThatIsFullIsReportedAndTheOldFileStays) {
     const QByteArray before = file();
-    frmOptions form;
+    frmOptions form(context);
     form.show();
     child<TextBox>(form, "txtCity")->setText("Elsewhere");
     {
@@ -429,7 +429,7 @@ TEST_F(frmOptionsTest, ADiskThatIsFullIsReportedAndTheOldFileStays) {
 
 TEST_F(frmOptionsTest, WithoutOptionsEachListReportsForItself) {
     basMain::Options.reset();
-    frmOptions form;
+    frmOptions form(context);
     expectReport("frmOptions:ListPrinters");
     expectReport("frmOptions:ListCurrency");
     expectReport("frmOptions:Form_Load");
@@ -439,7 +439,7 @@ TEST_F(frmOptionsTest, WithoutOptionsEachListReportsForItself) {
 TEST_F(frmOptionsTest, ALongPathIsShortenedForTheEyeAlone) {
     const QString path = "/a/very/long/way/to/the/place/where/the/data/of/the/pharmacy/is/kept/sorvanto.mdb";
     basMain::Options->DBLocation(path);
-    frmOptions form;
+    frmOptions form(context);
     const auto* box = child<TextBox>(form, "txtDB");
     EXPECT_EQ(box->text(), "/a/very/long/way/to/the/place/where/the/.../sorvanto.mdb");
     EXPECT_EQ(box->text().size(), 56);
@@ -454,7 +454,7 @@ TEST_F(frmOptionsTest, AChosenFileShowsInFullAndTheTipStays) {
     const QString old = databasePath();
     const QString path =
         "/another/very/long/way/to/the/place/where/the/data/of/the/pharmacy/is/kept/sorvanto.mdb";
-    frmOptions form;
+    frmOptions form(context);
     asker.expectFile("Sorvanto Data|Sorvanto.mdb", path, "");
     click(form, "cmdDB");
     const auto* box = child<TextBox>(form, "txtDB");
@@ -465,7 +465,7 @@ TEST_F(frmOptionsTest, AChosenFileShowsInFullAndTheTipStays) {
 }
 
 TEST_F(frmOptionsTest, ACancelledFileDialogEmptiesThePath) {
-    frmOptions form;
+    frmOptions form(context);
     asker.expectFile("Sorvanto Data|Sorvanto.mdb", "");
     click(form, "cmdDB");
     EXPECT_EQ(text(form, "txtDB"), "");
@@ -477,11 +477,11 @@ TEST_F(frmOptionsTest, ACancelledFileDialogEmptiesThePath) {
 TEST_F(frmOptionsTest, AFailureAtTheTextsOrTheFileIsReportedUnderItsTag) {
     {
         const support::BrokenTranslator broken;
-        frmOptions form;
+        frmOptions form(context);
         EXPECT_EQ(expectReport("frmOptions:transalteForm").description, "no language");
         EXPECT_EQ(text(form, "txtCity"), "Fenwick") << "the loading goes on";
     }
-    frmOptions form;
+    frmOptions form(context);
     platform::setAsker(nullptr);
     click(form, "cmdDB");
     platform::setAsker(&asker);
@@ -545,7 +545,7 @@ TEST_F(frmOptionsTest, AFileNameThatLeavesNoRoomIsReportedAndGivesNothing) {
 TEST_F(frmOptionsTest, APathWithoutRoomShowsEmptyAndTheLoadingGoesOn) {
     const QString path = "/folder/" + QString(60, 'n');
     basMain::Options->DBLocation(path);
-    frmOptions form;
+    frmOptions form(context);
     expectReport("frmOptions:ShortenString");
     EXPECT_EQ(text(form, "txtDB"), "");
     EXPECT_EQ(child<TextBox>(form, "txtDB")->property("Tag").toString(), path);
@@ -553,25 +553,25 @@ TEST_F(frmOptionsTest, APathWithoutRoomShowsEmptyAndTheLoadingGoesOn) {
 }
 
 TEST_F(frmOptionsTest, SaysWhatCountsFromTheNextStart) {
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_EQ(label(form, "lblNextStart"),
               "Language, comm port and the patient screen change with the next start.");
 }
 
 TEST_F(frmOptionsTest, SaysWhichDatabaseIsOpenWhateverTheOptionsSay) {
     {
-        frmOptions form;
+        frmOptions form(context);
         EXPECT_EQ(label(form, "lblOpenDB"), "No database is open. The one chosen here is opened at once.");
     }
     createDatabase();
     sorvanto::openDB();
     basMain::Options->DBLocation(u"/elsewhere/other.mdb"_s);
-    frmOptions form;
+    frmOptions form(context);
     EXPECT_TRUE(label(form, "lblOpenDB").startsWith(u"Open now: "_s));
     EXPECT_TRUE(
         label(form, "lblOpenDB").contains(u"sorvanto.mdb. Another one is opened at the next start."_s));
-    EXPECT_EQ(child<QLabel>(form, "lblOpenDB")->toolTip(), sorvanto::databaseOpen());
-    EXPECT_FALSE(sorvanto::databaseOpen().isEmpty());
+    EXPECT_EQ(child<QLabel>(form, "lblOpenDB")->toolTip(), sorvanto::databaseOpen(context));
+    EXPECT_FALSE(sorvanto::databaseOpen(context).isEmpty());
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ protected:
     }
     /// Runs a whole backup.
     void run() {
-        DailyBackup backup(0);
+        DailyBackup backup(context, 0);
         backup.startSoon();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, patience));
     }
@@ -79,7 +79,7 @@ protected:
 TEST_F(DailyBackupTest, SaysWhenACopyWasMadeAndOnlyThen) {
     int said = 0;
     for (const int expected : {1, 1}) {
-        DailyBackup backup(0);
+        DailyBackup backup(context, 0);
         backup.whenCopied([this, &said] {
             ++said;
             EXPECT_EQ(copies().size(), 1) << "it is there by then";
@@ -115,7 +115,7 @@ TEST_F(DailyBackupTest, ADayOfTheFirstVersionCounts) {
 }
 
 TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
-    DailyBackup backup(0, 1);
+    DailyBackup backup(context, 0, 1);
     backup.startSoon();
     for (int day = 7; day <= 13; ++day) {
         clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0)));
@@ -128,7 +128,7 @@ TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
 TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeStaysTheFirst) {
     const QDate days[]{{2026, 3, 7},  {2026, 3, 8}, {2031, 1, 1},  {2031, 1, 2},
                        {2026, 3, 11}, {2001, 1, 1}, {2026, 3, 13}, {2026, 3, 14}};
-    DailyBackup backup(0, 1);
+    DailyBackup backup(context, 0, 1);
     backup.startSoon();
     int made = 0;
     for (const QDate day : days) {
@@ -143,7 +143,7 @@ TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeS
 }
 
 TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
-    DailyBackup backup(0, 1);
+    DailyBackup backup(context, 0, 1);
     backup.startSoon();
     ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, patience));
     const auto logBatches = [](int count) {
@@ -333,7 +333,7 @@ TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {
 
 TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
     sql("INSERT INTO Chemical (chm_Notes) VALUES (hex(zeroblob(4000000)))");
-    DailyBackup backup(0, 60'000, patience);
+    DailyBackup backup(context, 0, 60'000, patience);
     backup.startSoon();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
     // The engine's own journal may lie beside it.
@@ -354,7 +354,7 @@ TEST_F(DailyBackupTest, WithoutADatabaseThereIsNothingToCopy) {
 TEST_F(DailyBackupTest, EndingInTheMidstLeavesNothingHalfMade) {
     sql("INSERT INTO Chemical (chm_Notes) VALUES (hex(zeroblob(4000000)))");
     {
-        DailyBackup backup(0, 1);
+        DailyBackup backup(context, 0, 1);
         backup.startSoon();
         ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
         EXPECT_TRUE(backup.running());
@@ -363,7 +363,7 @@ TEST_F(DailyBackupTest, EndingInTheMidstLeavesNothingHalfMade) {
 }
 
 TEST_F(DailyBackupTest, TheEndOfTheProgramNeverWaitsForACopyThatTheDiskHoldsUp) {
-    DailyBackup backup(0, 1, 0);
+    DailyBackup backup(context, 0, 1, 0);
     diskHangs = true;
     backup.startSoon();
     EXPECT_TRUE(QTest::qWaitFor([] { return somebodyWaits.load(); }, patience));

@@ -46,7 +46,7 @@ protected:
         start(false);
     }
     void start(bool firstStart) {
-        basMain::rescueDatabase = [rescue = std::make_shared<DatabaseRescue>(firstStart)](
+        basMain::rescueDatabase = [rescue = std::make_shared<DatabaseRescue>(context, firstStart)](
                                       const QString& path) { return rescue->offer(path); };
     }
     /// A database with an identity that was open before, and one batch.
@@ -403,7 +403,7 @@ protected:
         folder.write("options.xml", "<Configuration><Opt");
         basMain::Options.reset();
         folder.write("options.xml", "<Configuration><Opt");
-        basMain::Options = std::make_shared<clsOptions>();
+        basMain::Options = std::make_shared<clsOptions>(context);
         expectReport("clsOptions:Class_Initialize");
     }
 };
@@ -411,7 +411,7 @@ protected:
 TEST_F(OptionsRescueTest, TheLastGoodOptionsAreOffered) {
     breakOptions();
     answer("cmdLastGood");
-    offerOptions(*basMain::Options);
+    offerOptions(context, *basMain::Options);
     EXPECT_TRUE(said.contains("The options could not be read.")) << said.toStdString();
     EXPECT_TRUE(said.contains("The file is damaged, or it is another file."));
     EXPECT_TRUE(said.contains("line 1: ")) << "the system's own word, for a helper";
@@ -427,14 +427,14 @@ TEST_F(OptionsRescueTest, TheWindowSpeaksTheLanguageOfTheLastGoodOptions) {
     breakOptions();
     basMain::Language.reset();
     answer("cmdNone");
-    offerOptions(*basMain::Options);
+    offerOptions(context, *basMain::Options);
     EXPECT_TRUE(said.contains("Die Optionen konnten nicht gelesen werden.")) << said.toStdString();
 }
 
 TEST_F(OptionsRescueTest, WithoutAChoiceTheFileStaysAsItIs) {
     breakOptions();
     answer("cmdNone");
-    offerOptions(*basMain::Options);
+    offerOptions(context, *basMain::Options);
     basMain::Options->saveOptions();
     EXPECT_EQ(folder.read("options.xml"), "<Configuration><Opt");
 }
@@ -444,7 +444,7 @@ TEST_F(OptionsRescueTest, NewOptionsAskTheLanguageAsAtAFirstStart) {
     QFile::remove(folder.path("options.last-good.xml"));
     answer("cmdNew");
     asker.expectModal("frmWizard", [](QWidget& wizard) { wizard.close(); });
-    offerOptions(*basMain::Options);
+    offerOptions(context, *basMain::Options);
     EXPECT_EQ(buttons, (QStringList{"cmdNew*", "cmdNone"}));
     EXPECT_EQ(basMain::Options->StoreName(), "Kelmar Systems");
     EXPECT_EQ(folder.read("options.broken.xml"), "<Configuration><Opt");
@@ -455,19 +455,19 @@ TEST_F(OptionsRescueTest, OptionsThatAreGoneComeBackBeforeNewOnesAreMade) {
     QFile::remove(folder.path("options.xml"));
     basMain::Language.reset();
     answer("cmdLastGood");
-    bringOptionsBack();
+    bringOptionsBack(context);
     EXPECT_TRUE(said.contains("The options are gone.")) << said.toStdString();
     EXPECT_EQ(buttons, (QStringList{"cmdLastGood*", "cmdNone"}));
     EXPECT_EQ(folder.read("options.xml"), good);
-    bringOptionsBack();  // asks nothing
+    bringOptionsBack(context);  // asks nothing
     QFile::remove(folder.path("options.xml"));
     answer("cmdNone");
-    bringOptionsBack();
+    bringOptionsBack(context);
     EXPECT_FALSE(folder.has("options.xml")) << "the start makes new ones";
     QFile::remove(folder.path("options.last-good.xml"));
-    bringOptionsBack();  // a first start
+    bringOptionsBack(context);  // a first start
 }
 
-TEST_F(OptionsRescueTest, OptionsThatWereReadAskNothing) { offerOptions(*basMain::Options); }
+TEST_F(OptionsRescueTest, OptionsThatWereReadAskNothing) { offerOptions(context, *basMain::Options); }
 
 }  // namespace

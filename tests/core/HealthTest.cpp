@@ -37,10 +37,10 @@ protected:
         sorvanto::createSample(databasePath());
         openDB();
         identity = sqlText("SELECT fid_Identity FROM FileIdentity");
-        context.mixer = "COM1 SIM-2.1";
+        window.mixer = "COM1 SIM-2.1";
     }
     HealthLine line(const QString& name) {
-        for (const HealthLine& each : healthLines(context)) {
+        for (const HealthLine& each : healthLines(context, window)) {
             if (each.name.startsWith(name))
                 return each;
         }
@@ -56,7 +56,7 @@ protected:
     }
 
     QString identity;
-    HealthContext context;
+    WindowHealth window;
 };
 
 TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
@@ -65,10 +65,10 @@ TEST_F(HealthTest, TheDatabaseWithItsRowsAndIdentity) {
     EXPECT_EQ(database.name, "Database sorvanto.mdb");
     EXPECT_TRUE(database.state.startsWith("Open, writable, ")) << database.state.toStdString();
     EXPECT_TRUE(database.detail.contains("Identity " + identity.left(8)));
-    context.readingOnly = "The medium can not be written.";
+    window.readingOnly = "The medium can not be written.";
     EXPECT_FALSE(line("Database").good);
     EXPECT_TRUE(line("Database").state.startsWith("Open for reading, "));
-    EXPECT_EQ(line("Database").detail, context.readingOnly);
+    EXPECT_EQ(line("Database").detail, window.readingOnly);
     EXPECT_EQ(line("Lock of the program").state, "Not held");
     EXPECT_FALSE(line("Lock of the program").good);
     basMain::gConnection->close();
@@ -88,7 +88,7 @@ TEST_F(HealthTest, TheLockThatIsHeldSaysWhatItKeepsOut) {
     EXPECT_TRUE(line("Lock of the program").good);
     EXPECT_EQ(line("Lock of the program").state, "Held");
     EXPECT_EQ(line("Lock of the program").note, "No other Control Panel can change these records");
-    context.readingOnly = "The medium can not be written.";
+    window.readingOnly = "The medium can not be written.";
     EXPECT_EQ(line("Lock of the program").note, "");
 }
 
@@ -165,7 +165,7 @@ TEST_F(HealthTest, SettingsOfTheCopiesThatCanNotBeRead) {
 
 TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     copyNow();
-    HealthPage page([this] { return context; });
+    HealthPage page(context, [this] { return window; });
     page.show();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
     EXPECT_EQ(page.lines().front().note, "Checked 2:05 PM");
@@ -183,12 +183,13 @@ TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
 }
 
 TEST_F(HealthTest, WhatTheWindowKnowsIsShownAsItIs) {
-    context.mixer = "no mixer";
-    context.mixerGood = false;
+    window.mixer = "no mixer";
+    window.mixerGood = false;
     EXPECT_EQ(line("Mixer").state, "no mixer");
     EXPECT_FALSE(line("Mixer").good);
-    EXPECT_EQ(healthLines(context).back().name, "Mixer") << "nothing is known of the preparations yet";
-    context.preparations = "All 451";
+    EXPECT_EQ(healthLines(context, window).back().name, "Mixer")
+        << "nothing is known of the preparations yet";
+    window.preparations = "All 451";
     EXPECT_EQ(line("Preparations").state, "All 451");
 }
 
@@ -225,7 +226,7 @@ TEST_F(HealthTest, ALineThatCanNotBeMadeSaysSoItself) {
 TEST_F(HealthTest, OptionsThatWereNotReadAreSaid) {
     basMain::Options.reset();
     folder.write("options.xml", "<Configuration><Opt");
-    basMain::Options = std::make_shared<clsOptions>();
+    basMain::Options = std::make_shared<clsOptions>(context);
     expectReport("clsOptions:Class_Initialize");
     EXPECT_EQ(line("Options and language files").state, "Options not read");
     EXPECT_FALSE(line("Options and language files").good);
@@ -233,7 +234,7 @@ TEST_F(HealthTest, OptionsThatWereNotReadAreSaid) {
 
 TEST_F(HealthTest, ThePageSaysWhatTheLookThroughFound) {
     sql("PRAGMA foreign_keys = OFF; INSERT INTO RXs (LogID, PatientID) VALUES (12345, 54321)");
-    HealthPage page([this] { return context; });
+    HealthPage page(context, [this] { return window; });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
     EXPECT_EQ(page.lines().front().state, "Damaged");
     EXPECT_FALSE(page.lines().front().good);
@@ -246,10 +247,10 @@ TEST_F(HealthTest, ThePageSaysWhatTheLookThroughFound) {
 }
 
 TEST_F(HealthTest, ThePageShowsItsWholeWidthOnASmallScreen) {
-    context.mixer = "COM1 at 9600 baud, firmware SIM-2.1, the line is good";
-    context.mixerNote = "simulated";
+    window.mixer = "COM1 at 9600 baud, firmware SIM-2.1, the line is good";
+    window.mixerNote = "simulated";
     copyNow();
-    HealthPage page([this] { return context; });
+    HealthPage page(context, [this] { return window; });
     page.show();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
     const auto* card = child<QFrame>(page, "fraHealth");
@@ -259,8 +260,9 @@ TEST_F(HealthTest, ThePageShowsItsWholeWidthOnASmallScreen) {
 }
 
 TEST_F(HealthTest, DamageThatTheEngineFindsIsSaid) {
-    EXPECT_FALSE(checkedDatabase({"row 3 missing from index"}, context).good);
-    EXPECT_EQ(checkedDatabase({"row 3 missing from index"}, context).detail, "row 3 missing from index");
+    EXPECT_FALSE(checkedDatabase(context, {"row 3 missing from index"}, window).good);
+    EXPECT_EQ(checkedDatabase(context, {"row 3 missing from index"}, window).detail,
+              "row 3 missing from index");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "FixedClock.h"
 #include "history/HistoryTest.h"
 #include "platform/widgets/Boxes.h"
+#include "shared/Context.h"
 
 #include <QAbstractItemModel>
 #include <QLabel>
@@ -29,6 +30,8 @@ protected:
         date->setValue(QDateTime(day, QTime(), Qt::UTC));
         emit date->valueEdited();
     }
+
+    Context context;
 };
 
 TEST_F(HistoryFileWindowTest, AllRecordsOfTheDaysAreListedNewestFirst) {
@@ -38,7 +41,7 @@ TEST_F(HistoryFileWindowTest, AllRecordsOfTheDaysAreListedNewestFirst) {
     outside(
         u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = 0, hst_When = '2026-03-0' || HistoryID || "
         "' 10:00:00.000'"_s);
-    const HistoryFileWindow window(connection);
+    const HistoryFileWindow window(context, connection);
     setDay(window, "txtFrom", QDate(2026, 3, 2));
     setDay(window, "txtTo", QDate(2026, 3, 4));
     ASSERT_EQ(rows(window), 4);

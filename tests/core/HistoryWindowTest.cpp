@@ -4,6 +4,7 @@
 #include "history/HistoryTest.h"
 #include "platform/widgets/Boxes.h"
 #include "reports/HistoryCaptions.h"
+#include "shared/Context.h"
 
 #include <QAbstractItemModel>
 #include <QComboBox>
@@ -31,7 +32,8 @@ protected:
         outside(u"UPDATE Chemical SET chm_Notes = 'n' WHERE ChemicalID = 1"_s);
     }
     void show(const QString& table, std::int64_t key) {
-        window = std::make_unique<HistoryWindow>(connection, HistoryWindow::Record{table, key, u"Urea"_s});
+        window = std::make_unique<HistoryWindow>(context, connection,
+                                                 HistoryWindow::Record{table, key, u"Urea"_s});
     }
     /// The rows, columns parted by "|".
     QStringList rows(const char* list) const {
@@ -66,6 +68,7 @@ protected:
         emit date->valueEdited();
     }
 
+    Context context;
     std::unique_ptr<HistoryWindow> window;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/widgets/RecordGrid.h"
 #include "platform/widgets/SampleRows.h"
 #include "platform/widgets/StepEntry.h"
+#include "shared/Context.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -79,7 +80,7 @@ protected:
     KeyClash() {
         buildCommandBands(bar);
         bar.attach(window, u"Sorvanto"_s);
-        place = new RecordListPlace(window, bar);
+        place = new RecordListPlace(context, window, bar);
         bar.band(u"Formulas"_s).tool(u"frmFormula"_s).setForm(&form);
         bar.band(u"Formulas"_s).setVisible(true);
         QObject::connect(&bar, &platform::CommandBar::toolClick, &window,
@@ -198,6 +199,7 @@ protected:
         {u"text"_s, &text},     {u"number"_s, &number},   {u"date"_s, nullptr},
         {u"search"_s, nullptr}, {u"combo"_s, &choice},    {u"cell"_s, nullptr},
         {u"up-down"_s, &speed}, {u"multi-line"_s, &memo}, {u"typed up-down"_s, nullptr}};
+    Context context;
     RecordListPlace* place = nullptr;
     QStringList clicks;
 };

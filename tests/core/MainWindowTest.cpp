@@ -16,8 +16,8 @@ Parts MainWindowTest::stubParts() {
                           {chemicals, "chemicals", {"txtchm_Name"}},
                           {patients, "patients", {"txtpat_LName", "txtpat_FName"}},
                           {logs, "logs", {"txtlog_Name"}}};
-    Parts stubs;
-    stubs.copies = [] { return std::make_unique<DailyBackup>(); };
+    Parts stubs(context);
+    stubs.copies = [] { return std::make_unique<DailyBackup>(context); };
     for (const Kind& kind : kinds) {
         stubs.screens[kind.number] = [this, kind] {
             return std::make_unique<StubScreen>(kind.name, trace, ++m_made[kind.number], kind.boxes);

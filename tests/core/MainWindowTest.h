@@ -24,7 +24,7 @@ using namespace sorvanto;
 class StubScreen : public RecordScreen, public BatchLog {
 public:
     StubScreen(QString name, QStringList& trace, int instance, const QStringList& boxes = {})
-        : m_name(std::move(name)), m_trace(trace) {
+        : RecordScreen(basMain::context()), m_name(std::move(name)), m_trace(trace) {
         setObjectName(m_name);
         m_trace << m_name + ":create";
         for (const QString& box : boxes) {

@@ -31,7 +31,7 @@ protected:
     void SetUp() override {
         TestProgram::SetUp();
         startConfiguration();
-        news = std::make_unique<News>();
+        news = std::make_unique<News>(context);
         window = std::make_unique<QWidget>();
         line = new NewsLine(*news, window.get());
         window->resize(900, 40);

@@ -29,7 +29,7 @@ protected:
         qunsetenv("XDG_RUNTIME_DIR");
         TestProgram::TearDown();
     }
-    InstanceState found() const { return realParts().previousInstance(); }
+    InstanceState found() const { return realParts(context).previousInstance(); }
 
     QString identity;
 };

@@ -208,7 +208,7 @@ TEST_F(StartTest, KeysThatRunOutAreSaidAndAClickShowsTheWayOut) {
 }
 
 TEST_F(StartTest, KeysThatRunOutWhileTheProgramIsOpenAreSaidWithTheNextCopy) {
-    parts.copies = [] { return std::make_unique<DailyBackup>(0, 1); };
+    parts.copies = [] { return std::make_unique<DailyBackup>(context, 0, 1); };
     load();
     const auto* keys = support::child<QPushButton>(*window, "cmdKeysLeft");
     EXPECT_TRUE(keys->isHidden());

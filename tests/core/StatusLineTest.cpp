@@ -29,7 +29,7 @@ protected:
         TestProgram::SetUp();
         ASSERT_TRUE(QDir().mkpath(folder.path(u"backups"_s)));
         startConfiguration();
-        line = new StatusLine(bar, news);
+        line = new StatusLine(context, bar, news);
         announced = std::make_unique<support::Announced>();
     }
     void TearDown() override {
@@ -42,14 +42,14 @@ protected:
         return label(u"lblCopy"_s).text().toStdString();
     }
     void addCopy(const QString& moment) {
-        const QString identity = databaseIdentity();
+        const QString identity = databaseIdentity(context);
         const QString of = identity.isEmpty() ? QString() : identity.left(8) + '-'_L1;
         folder.write(u"backups/sorvanto-%1%2-%3.mdb"_s.arg(of).arg(++m_copies, 4, 10, '0'_L1).arg(moment),
                      "copy");
     }
 
     QStatusBar bar;
-    News news;
+    News news{context};
     StatusLine* line = nullptr;
     std::unique_ptr<support::Announced> announced;
 
@@ -89,8 +89,8 @@ TEST_F(StatusLineTest, TheDatabasesTipHasItsPathAndTheIdentityThatItsCopiesBear)
     openDB();
     line->showDatabase();
     const QString tip = label(u"lblDatabase"_s).toolTip();
-    ASSERT_EQ(databaseIdentity().size(), 32);
-    EXPECT_EQ(tip, databasePath() + u"\nIdentity "_s + databaseIdentity().left(8));
+    ASSERT_EQ(databaseIdentity(context).size(), 32);
+    EXPECT_EQ(tip, databasePath() + u"\nIdentity "_s + databaseIdentity(context).left(8));
     basMain::gConnection->close();
     line->showDatabase();
     EXPECT_FALSE(label(u"lblDatabase"_s).toolTip().contains(u"Identity"_s));

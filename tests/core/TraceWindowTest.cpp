@@ -5,7 +5,7 @@
 #include "db/Archive.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
-#include "shared/basMain.h"
+#include "shared/Context.h"
 #include "trace/TracePharmacy.h"
 
 #include <QAbstractItemModel>
@@ -36,7 +36,7 @@ protected:
         sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'Base', 'L1', 'N-Base')"_s);
     }
     void open(const QString& text, std::int64_t key = 0) {
-        window = std::make_unique<TraceWindow>(tracer(), TraceWindow::Start{text, key});
+        window = std::make_unique<TraceWindow>(context, tracer(), TraceWindow::Start{text, key});
     }
     void setDay(const QString& name, const QString& text) {
         auto& box = *window->findChild<platform::DateBox*>(name)->findChild<QLineEdit*>();
@@ -63,6 +63,7 @@ protected:
     }
     QString label(const QString& name) { return window->findChild<QLabel*>(name)->text(); }
 
+    Context context;
     std::unique_ptr<TraceWindow> window;
 };
 
@@ -200,9 +201,8 @@ protected:
             "</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options><Pharmacy><StoreName>Kelmar Systems"
             "</StoreName><Address/><City/><State/><PostalCode/><Phone/><Fax/><DEA/><ShowPatients>1"
             "</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>");
-        basMain::Options = std::make_shared<clsOptions>();
+        context.options = std::make_shared<clsOptions>(context);
     }
-    void TearDown() override { basMain::reset(); }
 };
 
 TEST_F(TraceOutputTest, TheListOnShowIsPrinted) {

@@ -68,7 +68,7 @@ protected:
         basMain::Options.reset();
         basMain::Language.reset();
         basMain::gConnection = std::make_shared<platform::Connection>();
-        Parts parts = realParts();
+        Parts parts = realParts(context);
         parts.reporter = [this] { return reporter; };
         window = std::make_unique<frmMain>(parts);
         window->Form_Load();

@@ -37,7 +37,7 @@ protected:
     void make() {
         basMain::Options.reset();
         basMain::Language.reset();
-        Parts parts = realParts();
+        Parts parts = realParts(context);
         parts.reporter = [this] { return reporter; };
         window = std::make_unique<frmMain>(parts);
     }

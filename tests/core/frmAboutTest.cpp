@@ -15,7 +15,7 @@ using support::child;
 class frmAboutTest : public support::TestProgram {
 protected:
     QString label(const QString& name) { return child<QLabel>(about, name)->text(); }
-    frmAbout about;
+    frmAbout about{context};
 };
 
 TEST_F(frmAboutTest, ShowsBothVersions) {

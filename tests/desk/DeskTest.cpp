@@ -33,8 +33,8 @@ QString textsOf(const QWidget& window) {
 void DeskTest::SetUp() {
     ScreenTest::SetUp();
     platform::setAsker(&m_asker);
-    Parts parts = realParts();
-    parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(line.environment()); };
+    Parts parts = realParts(context);
+    parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(context, line.environment()); };
     load(parts);
     m_asker.setParent(window.get());
     QObject::connect(&m_looking, &QTimer::timeout, &m_looking, [this] { look(); });

@@ -157,7 +157,7 @@ std::vector<ModalThing> MatrixTest::windows() {
          [](D& d) {
              d.click(u"cmdFormulas"_s);
              d.happensIn(u"HistoryFileWindow"_s);
-             HistoryFileWindow window(openDB(), d.window.get());
+             HistoryFileWindow window(basMain::context(), openDB(), d.window.get());
              platform::asker().showModal(window, [&] { window.exec(); });
          }},
         {"Language wizard",
@@ -171,7 +171,7 @@ std::vector<ModalThing> MatrixTest::windows() {
          {u"platform/report/PreviewWindow showModal"_s, u"class LabelOffsetDialog"_s},
          [](D& d) {
              d.happensIn(u"labelOffset"_s);
-             const rptRX8160 report;
+             const rptRX8160 report(basMain::context());
              platform::LabelOffsetDialog dialog(report.definition(), QString(), d.window.get());
              platform::asker().showModal(dialog, [&] { dialog.exec(); });
          }},

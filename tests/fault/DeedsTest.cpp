@@ -149,13 +149,13 @@ TEST(Deeds, ADeletionIsTakenBack) {
               .prepare =
                   [&](World& world) {
                       chooseFormula(world);
-                      deleted = aboutToDelete(u"Formula"_s, 1);
+                      deleted = aboutToDelete(basMain::context(), u"Formula"_s, 1);
                       world.click(u"cmdDelete"_s);
                   },
               .act =
                   [&](World& world) {
                       telling(world, [&] {
-                          if (takeBackDeletion(deleted) != Restored::Whole)
+                          if (takeBackDeletion(basMain::context(), deleted) != Restored::Whole)
                               world.say(u"not restored"_s);
                       });
                   },
@@ -221,7 +221,7 @@ TEST(Deeds, APdfIsSaved) {
               .prepare = [](World&) {},
               .act =
                   [](World& world) {
-                      platform::ReportRun run(std::make_unique<rptChemicals>());
+                      platform::ReportRun run(std::make_unique<rptChemicals>(basMain::context()));
                       run.makeAll();
                       telling(world,
                               [&] { platform::savePdf(run.document(), world.folder.path(u"list.pdf"_s)); });
@@ -256,7 +256,7 @@ TEST(Deeds, TheDaysCopyIsMade) {
               .prepare = [](World&) {},
               .act =
                   [](World& world) {
-                      DailyBackup backup(0);
+                      DailyBackup backup(basMain::context(), 0);
                       backup.startSoon();
                       EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, 20'000)) << "hangs";
                       world.clock.advance(1);

@@ -78,11 +78,11 @@ World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mix
 }
 
 void World::open() {
-    Parts parts = realParts();
-    parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(line.environment()); };
+    Parts parts = realParts(context);
+    parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(context, line.environment()); };
     parts.previousInstance = [] { return InstanceState(); };
     // Not in the midst of something else; they have a test of their own.
-    parts.copies = [] { return std::make_unique<DailyBackup>(longerThanAnyTest); };
+    parts.copies = [] { return std::make_unique<DailyBackup>(context, longerThanAnyTest); };
     load(parts);
     openDB()->setTrace([this](const QString&) {
         if (onStatement)

@@ -85,7 +85,7 @@ void tryFile(const fuzz::Folder& folder, const QByteArray& content) {
     const XmlDocumentPtr file = XmlDocument::create();
     const bool parses = file->load(folder.path(fileName));
     {
-        clsOptions options;
+        clsOptions options(sorvanto::basMain::context());
         checkTexts(*file, options);
         checkNumber(given(*file, u"//Configuration/Options/CommPort"_s),
                     number([&] { return options.CommPort(); }));

@@ -20,7 +20,7 @@ protected:
 
     /// The program beside another one of it.
     void startTwice() {
-        sorvanto::Parts parts = sorvanto::realParts();
+        sorvanto::Parts parts = sorvanto::realParts(context);
         parts.previousInstance = [] { return true; };
         window.reset();
         load(std::move(parts));

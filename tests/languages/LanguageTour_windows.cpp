@@ -107,7 +107,7 @@ void LanguageTour::printing() {
     click("cmdLogs");
     click("mnuReport");
     m_asker.scripts.clear();
-    const rptRX8160 report;
+    const rptRX8160 report(context);
     platform::LabelOffsetDialog offset(report.definition(), QString(), nullptr);
     m_asker.showModal(offset, {});
 }
@@ -126,7 +126,7 @@ void LanguageTour::dialogs() {
     const QString path = folder.path("prices.csv");
     PriceWindow prices(openDB(), PriceFile(path), path, nullptr);
     m_asker.showModal(prices, {});
-    HistoryFileWindow all(openDB());
+    HistoryFileWindow all(context, openDB());
     m_asker.showModal(all, {});
 }
 

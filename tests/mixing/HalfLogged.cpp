@@ -32,7 +32,7 @@ public:
 };
 
 MixerDesk::MixerDesk() : m_window(std::make_unique<Window>()) {
-    screen = std::make_unique<frmSorvanto>();
+    screen = std::make_unique<frmSorvanto>(basMain::context());
     m_window->control = &screen->control();
     screen->Form_Load();
     makeSigningDialog = [] { return std::make_unique<ReadySigner>(); };
@@ -103,7 +103,7 @@ void HalfLogged::TearDown() {
 }
 
 void HalfLogged::leaveFinishedMix(const char* mix, int preparation) {
-    const auto identity = basMain::gConnection ? BatchBook().identity() : QString();
+    const auto identity = basMain::gConnection ? BatchBook(basMain::context()).identity() : QString();
     MixJournal journal;
     journal.read();
     journal.load(

@@ -352,13 +352,13 @@ TEST_F(HalfLoggedTest, ARestoredBatchIsNoLongerNotedAsDeleted) {
         str(sqlText("SELECT hst_Table, hst_Deed FROM History WHERE hst_What = 'made' ORDER BY HistoryID")),
         "Log|signed\nLogChem|signed\nLogChem|signed\nLogChem|signed");
     const QString before = sqlText("SELECT * FROM Log; SELECT * FROM LogChem");
-    const DeletedRecord deleted = aboutToDelete("Log", 1);
+    const DeletedRecord deleted = aboutToDelete(context, "Log", 1);
     asker.expectMsgBox("Delete Cooling Gel ?", platform::deletionStyle, platform::Answer::Yes);
     const auto log = std::make_shared<clsLog>();
     log->openLog(1, {});
     ASSERT_TRUE(clsLog().deleteLog(log));
     ASSERT_TRUE(closedFile().contains("State=\"deleted\""));
-    EXPECT_EQ(takeBackDeletion(deleted), Restored::Whole);
+    EXPECT_EQ(takeBackDeletion(context, deleted), Restored::Whole);
     EXPECT_TRUE(closedFile().contains("State=\"logged\""));
     EXPECT_EQ(str(sqlText("SELECT * FROM Log; SELECT * FROM LogChem")), str(before));
     EXPECT_FALSE(restart().offers());

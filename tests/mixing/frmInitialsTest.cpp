@@ -27,7 +27,7 @@ class frmInitialsTest : public MixingTest {
 protected:
     void SetUp() override {
         MixingTest::SetUp();
-        dialog = std::make_unique<frmInitials>();
+        dialog = std::make_unique<frmInitials>(context);
     }
     void TearDown() override {
         dialog.reset();
@@ -40,7 +40,7 @@ protected:
     }
     /// Where the told controls stand in a dialog of that name and lot, with the card or without.
     QMap<QString, QRect> places(const QString& lot, bool card) {
-        dialog = std::make_unique<frmInitials>();
+        dialog = std::make_unique<frmInitials>(context);
         dialog->setFormula(document(formulaXml()));
         dialog->setResults(stopped());
         dialog->log_Lot(lot);
@@ -257,7 +257,7 @@ TEST_F(frmInitialsTest, CancelCloseBoxAndEscapeLogNothingAndTellTheMixer) {
     const std::function<void()> ways[] = {[&] { press("cmdCancel"); }, [&] { dialog->close(); },
                                           [&] { QTest::keyClick(dialog.get(), Qt::Key_Escape); }};
     for (const auto& way : ways) {
-        dialog = std::make_unique<frmInitials>();
+        dialog = std::make_unique<frmInitials>(context);
         dialog->setFormula(document(formulaXml()));
         show([&] {
             sign();
@@ -349,7 +349,7 @@ TEST_F(frmInitialsTest, ANameMayBeGivenAgain) {
 
 TEST_F(frmInitialsTest, ADocumentWithoutANodeIsAFailureAndLogsNothing) {
     for (const char* node : {"<Type>5</Type>", "<Make>25</Make>", "<Size>7</Size>"}) {
-        dialog = std::make_unique<frmInitials>();
+        dialog = std::make_unique<frmInitials>(context);
         dialog->setFormula(document(formulaXml().remove(node)));
         expectReport("frmInitials:setformula");
         EXPECT_EQ(dialog->getFormula(), nullptr) << node;
@@ -376,7 +376,7 @@ TEST_F(frmInitialsTest, AFormulaDeletedMeanwhileCanNotBeLogged) {
 
 TEST_F(frmInitialsTest, NamingForADocumentWithoutItsNodesLogsNothing) {
     for (const QString& node : {u"<Size>7</Size>"_s, mixXml()}) {
-        dialog = std::make_unique<frmInitials>();
+        dialog = std::make_unique<frmInitials>(context);
         dialog->setFormula(document(formulaXml("<ID>0</ID>").remove(node)));
         show([&] {
             name("Cool", "20");
@@ -401,7 +401,7 @@ TEST_F(frmInitialsTest, NamingAFormulaWithoutABaseBatchLogsNothing) {
 
 TEST_F(frmInitialsTest, IsTheDialogOfTheLogOnceInstalled) {
     makeSigningDialog = nullptr;
-    frmInitials::install();
+    frmInitials::install(context);
     ASSERT_TRUE(makeSigningDialog);
     EXPECT_NE(dynamic_cast<frmInitials*>(makeSigningDialog().get()), nullptr);
     makeSigningDialog = nullptr;

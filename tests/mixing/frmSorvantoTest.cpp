@@ -16,7 +16,7 @@ class frmSorvantoTest : public MixingTest {
 protected:
     void SetUp() override {
         MixingTest::SetUp();
-        screen = std::make_unique<frmSorvanto>();
+        screen = std::make_unique<frmSorvanto>(context);
         main->control = &screen->control();
         screen->Form_Load();
     }
@@ -129,7 +129,7 @@ TEST_F(frmSorvantoTest, EachClosingClosesTheControl) {
     bool isOpen = false;
     MixerEnvironment environment = MixerEnvironment::real();
     environment.makePort = [&] { return std::make_unique<SilentPort>(isOpen); };
-    frmSorvanto other(std::move(environment));
+    frmSorvanto other(context, std::move(environment));
     for (int attempt = 0; attempt < 2; ++attempt) {
         other.control().StartControl();
         ASSERT_TRUE(isOpen);

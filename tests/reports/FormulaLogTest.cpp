@@ -97,7 +97,7 @@ TEST_F(FormulaLogTest, DeletedFormulaGivesNoInstructions) {
 }
 
 TEST_F(FormulaLogTest, NoBoxesToFillInAndOneForTheExpiry) {
-    const rptLogFormula report;
+    const rptLogFormula report(context);
     for (const char* gone : {"Box1", "Box2", "Line5", "Line6"})
         EXPECT_ANY_THROW(report.control(gone)) << gone;
     EXPECT_EQ(report.control("Shape1").left, 4770);
@@ -129,7 +129,7 @@ TEST_F(FormulaLogTest, SecondPageKeepsTitleAndDateAndRepeatsTheStore) {
 
 TEST_F(FormulaLogTest, LogIsReleasedAtTheEnd) {
     const clsLogPtr log = batch(2);
-    auto report = std::make_unique<rptLogFormula>();
+    auto report = std::make_unique<rptLogFormula>(context);
     report->setLog(log);
     report->setFormula(clsFormula().openFormula(1, QString()));
     EXPECT_EQ(log.use_count(), 2);

@@ -30,7 +30,7 @@ protected:
             "UPDATE History SET hst_Zone = 0, hst_When = '2026-03-0' || HistoryID || ' 10:00:00.000'");
     }
     static std::unique_ptr<rptHistory> report(int first, int last) {
-        return std::make_unique<rptHistory>(openDB(), QDate(2026, 3, first), QDate(2026, 3, last));
+        return std::make_unique<rptHistory>(context, openDB(), QDate(2026, 3, first), QDate(2026, 3, last));
     }
 };
 

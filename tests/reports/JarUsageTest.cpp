@@ -44,7 +44,7 @@ TEST_F(JarUsageTest, CountsTheJarsThatWereUsed) {
 
 TEST_F(JarUsageTest, CancelledShowsNothing) {
     basMain::reportCancelled = false;
-    rptJarUsage report;
+    rptJarUsage report(context);
     asker.expectModal("frmReportDate",
                       [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.JarID(1);
@@ -54,7 +54,7 @@ TEST_F(JarUsageTest, CancelledShowsNothing) {
 }
 
 TEST_F(JarUsageTest, NothingInTheRangeSaysNoRecords) {
-    rptJarUsage report;
+    rptJarUsage report(context);
     expectDates(end, begin);
     asker.expectMsgBox("No records");
     report.JarID(1);
@@ -71,7 +71,7 @@ TEST_F(JarUsageTest, UnknownJarEndsTheReport) {
 
 TEST_F(JarUsageTest, BrokenTableRisesToTheCaller) {
     sql("DROP TABLE LogChem; ALTER TABLE Log RENAME TO Gone;");
-    rptJarUsage report;
+    rptJarUsage report(context);
     expectDates(begin, end);
     EXPECT_THROW(report.JarID(1), RuntimeError);
 }

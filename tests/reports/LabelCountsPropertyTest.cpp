@@ -150,7 +150,7 @@ TEST_F(LabelCountsTest, TheDialogTakesACountWhereTheCalculatorDoes) {
             if (form.isVisible())
                 form.close();
         });
-        frmSelPrint form;
+        frmSelPrint form(context);
         form.showModal();
         if (wanted > 0) {
             EXPECT_EQ(form.NumLabels(), wanted) << str(text);

@@ -26,7 +26,7 @@ protected:
     };
     Answer ask(const std::function<void(QWidget&)>& script) {
         asker.expectModal("frmSelPrint", script);
-        frmSelPrint form;
+        frmSelPrint form(context);
         form.showModal();
         return {form.NumLabels(), form.Row(), form.Column()};
     }
@@ -46,7 +46,7 @@ int pixels(int twips) { return qRound(twips / 15.0); }
 }  // namespace
 
 TEST_F(LabelDialogTest, ThirtyPositionsRowByRow) {
-    frmSelPrint form;
+    frmSelPrint form(context);
     EXPECT_EQ(form.findChildren<QPushButton*>().size(), 30);
     for (int index = 1; index <= 30; ++index) {
         const int row = (index - 1) / 3, column = (index - 1) % 3;
@@ -64,7 +64,7 @@ TEST_F(LabelDialogTest, ThirtyPositionsRowByRow) {
 }
 
 TEST_F(LabelDialogTest, HeadStandsInTheMiddle) {
-    frmSelPrint form;
+    frmSelPrint form(context);
     form.show();
     for (const auto& [name, top] : {std::pair{"lblNum", 120}, {"txtLabels", 480}, {"lblStart", 840}}) {
         const auto* control = child<QWidget>(form, name);
@@ -79,7 +79,7 @@ TEST_F(LabelDialogTest, HeadStandsInTheMiddle) {
 }
 
 TEST_F(LabelDialogTest, NumberIsWholeFromOneOn) {
-    frmSelPrint form;
+    frmSelPrint form(context);
     const auto* box = child<NumberBox>(form, "txtLabels");
     EXPECT_EQ(str(box->text()), "1");
     EXPECT_EQ(box->minimum(), 1);

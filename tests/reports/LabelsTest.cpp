@@ -252,7 +252,7 @@ TEST_F(LabelsTest, UnknownTypeIsAnErrorOfTheTable) {
 
 TEST_F(LabelsTest, LogIsReleasedAtTheEnd) {
     const clsLogPtr log = batch(2);
-    auto report = std::make_unique<rptLogAvery8160>();
+    auto report = std::make_unique<rptLogAvery8160>(context);
     expectLabels("1", 1);
     report->setLog(log);
     const RunPtr run = finished(std::move(report));

@@ -89,7 +89,7 @@ TEST_F(LogReportTest, TotalsThatReadTheDatesMonthFirstAreExplained) {
 }
 
 TEST_F(LogReportTest, CancelledShowsNothing) {
-    rptLogReport report;
+    rptLogReport report(context);
     asker.expectModal("frmReportDate",
                       [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.FormulaID(1);
@@ -101,7 +101,7 @@ TEST_F(LogReportTest, CancelledShowsNothing) {
 TEST_F(LogReportTest, ReversedDatesOrOutsideTheRangeSayNoRecords) {
     for (const auto& [from, to] : {std::pair{end, begin}, {day(2020, 1, 1), day(2020, 2, 1)}}) {
         basMain::reportCancelled = false;
-        rptLogReport report;
+        rptLogReport report(context);
         expectDates(from, to);
         asker.expectMsgBox("No records");
         report.FormulaID(1);
@@ -160,7 +160,7 @@ TEST_F(LogReportTest, UnknownTypeIsReportedOnceAPage) {
 
 TEST_F(LogReportTest, BrokenTableIsReportedByTheEntryPoint) {
     sql("DROP TABLE LogChem; ALTER TABLE Log RENAME TO Gone;");
-    rptLogReport report;
+    rptLogReport report(context);
     expectDates(begin, end);
     report.FormulaID(1);
     expectReport("rptLogReport:FormulaID");

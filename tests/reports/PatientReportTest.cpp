@@ -102,7 +102,7 @@ TEST_F(PatientReportTest, PrescriptionOfADeletedFormulaIsCountedAndNotListed) {
 
 TEST_F(PatientReportTest, CancelledShowsNothing) {
     basMain::reportCancelled = false;
-    rptPatient report;
+    rptPatient report(context);
     asker.expectModal("frmReportDate",
                       [](QWidget& form) { form.findChild<QAbstractButton*>("cmdCancel")->click(); });
     report.PatientID(1);
@@ -113,7 +113,7 @@ TEST_F(PatientReportTest, CancelledShowsNothing) {
 
 TEST_F(PatientReportTest, NothingInTheRangeSaysNoRecords) {
     for (const std::int16_t key : {std::int16_t{1}, std::int16_t{999}}) {
-        rptPatient report;
+        rptPatient report(context);
         expectDates(end, begin);
         asker.expectMsgBox("No records");
         report.PatientID(key);
@@ -123,8 +123,8 @@ TEST_F(PatientReportTest, NothingInTheRangeSaysNoRecords) {
 }
 
 TEST_F(PatientReportTest, PatientWithoutARowFailsAtTheHead) {
-    rptPatient report;
-    auto fed = std::make_unique<rptPatient>();
+    rptPatient report(context);
+    auto fed = std::make_unique<rptPatient>(context);
     expectDates(begin, end);
     asker.expectMsgBox("No records");
     fed->PatientID(999);

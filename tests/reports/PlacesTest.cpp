@@ -64,7 +64,7 @@ void expectMargins(const ReportDefinition& definition, int left, int right, int 
 }  // namespace
 
 TEST_F(PlacesTest, Worksheet) {
-    const rptFormula report;
+    const rptFormula report(context);
     support::expectGolden("reports/worksheet_places.txt", places(report.definition()));
     expectMargins(report.definition(), 360, 360, 360, 720);
     EXPECT_EQ(report.previewPlace.width, 0.8);
@@ -86,7 +86,7 @@ TEST_F(PlacesTest, Worksheet) {
 }
 
 TEST_F(PlacesTest, FormulaLog) {
-    const rptLogFormula report;
+    const rptLogFormula report(context);
     support::expectGolden("reports/formula_log_places.txt", places(report.definition()));
     expectMargins(report.definition(), 360, 360, 360, 720);
     EXPECT_EQ(report.previewPlace.width, 0.8);
@@ -95,7 +95,7 @@ TEST_F(PlacesTest, FormulaLog) {
 }
 
 TEST_F(PlacesTest, BatchLabels) {
-    const rptLogAvery8160 report;
+    const rptLogAvery8160 report(context);
     support::expectGolden("reports/batch_labels_places.txt", places(report.definition()));
     expectMargins(report.definition(), 0, 0, 720, 720);
     EXPECT_EQ(report.definition().detailColumns, 3);
@@ -107,7 +107,7 @@ TEST_F(PlacesTest, BatchLabels) {
 }
 
 TEST_F(PlacesTest, PrescriptionLabels) {
-    const rptRX8160 report;
+    const rptRX8160 report(context);
     support::expectGolden("reports/prescription_labels_places.txt", places(report.definition()));
     expectMargins(report.definition(), 0, 0, 720, 720);
     EXPECT_EQ(report.definition().detailColumns, 3);
@@ -123,7 +123,7 @@ TEST_F(PlacesTest, PrescriptionLabels) {
 }
 
 TEST_F(PlacesTest, LogReport) {
-    const rptLogReport report;
+    const rptLogReport report(context);
     support::expectGolden("reports/log_report_places.txt", places(report.definition()));
     expectMargins(report.definition(), 720, 720, 720, 720);
     EXPECT_EQ(report.control("txtName").style.points, 14.5);
@@ -135,7 +135,7 @@ TEST_F(PlacesTest, LogReport) {
 }
 
 TEST_F(PlacesTest, JarUsage) {
-    const rptJarUsage report;
+    const rptJarUsage report(context);
     support::expectGolden("reports/jar_usage_places.txt", places(report.definition()));
     expectMargins(report.definition(), 720, 720, 720, 720);
     for (const char* name : {"txtJarSize", "txtUsed"}) {
@@ -146,7 +146,7 @@ TEST_F(PlacesTest, JarUsage) {
 }
 
 TEST_F(PlacesTest, Chemicals) {
-    const rptChemicals report;
+    const rptChemicals report(context);
     support::expectGolden("reports/chemicals_places.txt", places(report.definition()));
     expectMargins(report.definition(), 720, 720, 720, 720);
     for (const char* column : {"Name", "Form", "Units", "NDC", "Lot", "Cost", "AWP", "Supplier"}) {
@@ -160,7 +160,7 @@ TEST_F(PlacesTest, Chemicals) {
 }
 
 TEST_F(PlacesTest, Patient) {
-    const rptPatient report;
+    const rptPatient report(context);
     support::expectGolden("reports/patient_places.txt", places(report.definition()));
     expectMargins(report.definition(), 720, 720, 720, 720);
     EXPECT_EQ(str(report.control("txtPatientID").column), "Patient.PatientID");

@@ -51,7 +51,9 @@ protected:
         const Tracer tracer(openDB(), {folder.path()});
         return recallList(tracer, text, tracer.find(text), days);
     }
-    static RunPtr paper(const RecallList& list) { return finished(std::make_unique<rptRecall>(list)); }
+    static RunPtr paper(const RecallList& list) {
+        return finished(std::make_unique<rptRecall>(context, list));
+    }
     /// Sheet, row and texts of each row, as an independent reader sees them.
     QString sheets(const RecallList& list) const {
         const QString path = folder.path(u"recall.xls"_s);

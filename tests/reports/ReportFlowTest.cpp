@@ -3,8 +3,10 @@
 #include "Announced.h"
 #include "OpenedOutside.h"
 #include "ReportTest.h"
+#include "config/clsOptions.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ReportHooks.h"
+#include "reports/ReportTexts.h"
 
 #include <QApplication>
 
@@ -43,6 +45,17 @@ TEST_F(ReportFlowTest, AFileThatNamesPatientsIsToldToBeKeptFromOthers) {
     EXPECT_EQ(str(note(logReport(1, begin, end))), "");
     EXPECT_EQ(str(note(jarUsage(begin, end))), "");
     EXPECT_EQ(str(note(chemicals())), "");
+}
+
+TEST_F(ReportFlowTest, TheOptionsAreThoseOfTheContextThatIsHandedDown) {
+    Context other;
+    other.options = std::make_shared<clsOptions>(other);
+    other.options->DefCurrency(u"€"_s);
+    other.options->DefPrinter(u"Labels"_s);
+    EXPECT_EQ(str(defaultPrinter(other)), "Labels");
+    EXPECT_EQ(str(optionsPricePicture(other)), str(u"€ ###,##0.00"_s));
+    EXPECT_EQ(str(defaultPrinter(context)), "");
+    EXPECT_EQ(str(optionsPricePicture(context)), "$ ###,##0.00");
 }
 
 TEST_F(ReportFlowTest, ASavedPdfIsAnnouncedWithWhatCanBeDone) {

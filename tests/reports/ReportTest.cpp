@@ -139,13 +139,13 @@ RecordsetPtr ReportTest::chemicalList() {
 }
 
 std::unique_ptr<Report> ReportTest::worksheet(std::int16_t formulaID, std::int16_t quantity) {
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(scaled(formulaID, quantity));
     return report;
 }
 
 std::unique_ptr<Report> ReportTest::formulaLog(std::int16_t logID) {
-    auto report = std::make_unique<rptLogFormula>();
+    auto report = std::make_unique<rptLogFormula>(context);
     const clsLogPtr log = batch(logID);
     report->setLog(log);
     report->setFormula(clsFormula().openFormula(log->FormulaID, QString()));
@@ -153,7 +153,7 @@ std::unique_ptr<Report> ReportTest::formulaLog(std::int16_t logID) {
 }
 
 std::unique_ptr<Report> ReportTest::batchLabels(std::int16_t logID, const QString& count, int position) {
-    auto report = std::make_unique<rptLogAvery8160>();
+    auto report = std::make_unique<rptLogAvery8160>(context);
     expectLabels(count, position);
     report->setLog(batch(logID));
     return report;
@@ -161,7 +161,7 @@ std::unique_ptr<Report> ReportTest::batchLabels(std::int16_t logID, const QStrin
 
 std::unique_ptr<Report> ReportTest::prescriptionLabels(std::int16_t rxsID, const QString& count,
                                                        int position) {
-    auto report = std::make_unique<rptRX8160>();
+    auto report = std::make_unique<rptRX8160>(context);
     expectLabels(count, position);
     report->setRX(prescription(rxsID));
     return report;
@@ -169,28 +169,28 @@ std::unique_ptr<Report> ReportTest::prescriptionLabels(std::int16_t rxsID, const
 
 std::unique_ptr<Report> ReportTest::logReport(std::int16_t formulaID, const QDateTime& begin,
                                               const QDateTime& end) {
-    auto report = std::make_unique<rptLogReport>();
+    auto report = std::make_unique<rptLogReport>(context);
     expectDates(begin, end);
     report->FormulaID(formulaID);
     return report;
 }
 
 std::unique_ptr<Report> ReportTest::jarUsage(const QDateTime& begin, const QDateTime& end) {
-    auto report = std::make_unique<rptJarUsage>();
+    auto report = std::make_unique<rptJarUsage>(context);
     expectDates(begin, end);
     report->JarID(1);
     return report;
 }
 
 std::unique_ptr<Report> ReportTest::chemicals() {
-    auto report = std::make_unique<rptChemicals>();
+    auto report = std::make_unique<rptChemicals>(context);
     report->setChemicals(chemicalList());
     return report;
 }
 
 std::unique_ptr<Report> ReportTest::patient(std::int16_t patientID, const QDateTime& begin,
                                             const QDateTime& end) {
-    auto report = std::make_unique<rptPatient>();
+    auto report = std::make_unique<rptPatient>(context);
     expectDates(begin, end);
     report->PatientID(patientID);
     return report;

@@ -167,7 +167,7 @@ TEST_F(WorksheetTest, ZeroAfterACancelledQuantity) {
 
 TEST_F(WorksheetTest, WithoutLinesThereAreHeadsAndFeet) {
     const auto formula = scaled(2, 50);
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     EXPECT_TRUE(formula->Chemical->bof()) << "not moved";
     const RunPtr run = finished(std::move(report));
@@ -201,7 +201,7 @@ TEST_F(WorksheetTest, TwoHundredLinesKeepTitleDateAndStoreOnEveryPage) {
 TEST_F(WorksheetTest, LinesMovedBetweenTwoPagesAreFoundAgain) {
     addLines(60);
     const auto formula = scaled(2, 50);
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     ReportRun run(std::move(report));
     ASSERT_TRUE(run.makePage());
@@ -235,7 +235,7 @@ TEST_F(WorksheetTest, LongAndStrangeTextsStayInTheirControls) {
 TEST_F(WorksheetTest, BaseQuantityOfZeroEndsTheReportOnce) {
     const auto formula = scaled(1, 25);
     formula->frm_Quantity = 0;
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     ReportRun run(std::move(report));
     try {
@@ -251,7 +251,7 @@ TEST_F(WorksheetTest, BaseQuantityOfZeroEndsTheReportOnce) {
 TEST_F(WorksheetTest, FailureInThePreviewGoesTheOneWay) {
     const auto formula = scaled(1, 25);
     formula->frm_Quantity = 0;
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     runReport(std::move(report), false, QString());
     EXPECT_EQ(reporter->calls.size(), 1u);
@@ -261,7 +261,7 @@ TEST_F(WorksheetTest, FailureInThePreviewGoesTheOneWay) {
 TEST_F(WorksheetTest, UnknownTypeIsAnErrorOfTheTable) {
     const auto formula = scaled(1, 25);
     formula->frm_FormType = 77;
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     ReportRun run(std::move(report));
     EXPECT_THROW(run.makeAll(), RuntimeError);
@@ -269,7 +269,7 @@ TEST_F(WorksheetTest, UnknownTypeIsAnErrorOfTheTable) {
 
 TEST_F(WorksheetTest, FormulaIsReleasedAtTheEnd) {
     const auto formula = scaled(1, 25);
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     EXPECT_EQ(formula.use_count(), 2);
     const RunPtr run = finished(std::move(report));

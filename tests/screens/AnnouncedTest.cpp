@@ -253,10 +253,10 @@ TEST_F(AnnouncedTest, ARecordFoundBySearchIsNotWhereTheSetStands) {
 }
 
 TEST_F(AnnouncedTest, AnotherLanguageComesWithTheNextStart) {
-    frmOptions same;
+    frmOptions same(context);
     support::child<QPushButton>(same, u"cmdSave"_s)->click();
     EXPECT_EQ(announced->texts(), QStringList());
-    frmOptions other;
+    frmOptions other(context);
     support::child<platform::ChoiceBox>(other, u"cboLanguage"_s)->setListIndex(2);
     support::child<QPushButton>(other, u"cmdSave"_s)->click();
     EXPECT_EQ(str(announced->texts().join(u"|"_s)), "Language changes at the next start");

@@ -55,7 +55,7 @@ TEST(DraftKilledChild, TypesAndWaitsToBeKilled) {
         return;
     platform::setProgramFolder(folder);
     support::ScriptedAsker asker;
-    frmMain window;
+    frmMain window(realParts(basMain::context()));
     window.Form_Load();
     window.show();
     window.bar().click(window.bar().band("MainBar").tool("cmdEdit"));

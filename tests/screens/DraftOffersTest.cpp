@@ -145,7 +145,7 @@ TEST_F(DraftOffersTest, ADatabaseThatWasMovedIsTheSame) {
 
 TEST_F(DraftOffersTest, AnotherDatabaseInTheSamePlaceIsAnother) {
     load();
-    const QString path = databaseInUse();
+    const QString path = databaseInUse(context);
     window.reset();
     writeDraftOf(path, u"0123456789abcdef"_s.repeated(2));
     load();
@@ -158,7 +158,7 @@ TEST_F(DraftOffersTest, AnotherDatabaseInTheSamePlaceIsAnother) {
 
 TEST_F(DraftOffersTest, WithoutAnIdentityThePathTells) {
     load();
-    const QString path = databaseInUse();
+    const QString path = databaseInUse(context);
     window.reset();
     writeDraftOf(path, {});
     load();

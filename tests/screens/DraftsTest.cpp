@@ -121,7 +121,7 @@ TEST_P(EachScreen, TypedTextIsKeptWhileItStandsInItsBoxAndGoesWhenItIsSaved) {
     type(number(), "stir well");
     const auto kept = files(1);
     ASSERT_EQ(kept.size(), 1U);
-    EXPECT_EQ(kept[0].database, databaseInUse());
+    EXPECT_EQ(kept[0].database, databaseInUse(context));
     const DraftRecord record{GetParam().table, static_cast<std::int16_t>(atoi(GetParam().key)),
                              GetParam().guid, GetParam().name};
     EXPECT_EQ(kept[0].record, record);

@@ -101,7 +101,7 @@ TEST_P(FormulaLayoutTest, Dialogs) {
     });
     question.showModal();
     for (const char* id : {"1", "0"}) {
-        frmInitials signing;
+        frmInitials signing(context);
         signing.setFormula(document(u"<Formula><ID>%1</ID><Type>9</Type><Size>3</Size><Make>25</Make>"
                                     u"<CustomMix PreGrind=\"0\" FreeSpin=\"1\"/></Formula>"_s.arg(id)));
         signing.log_Lot("AB0012");

@@ -125,7 +125,7 @@ TEST_F(FormulaTextsTest, TheRefusedTypeShowsTheTranslatedPrompt) {
 
 TEST_F(EmptyFormulaTextsTest, ThePromptsOfTheLoadingAreNotTranslated) {
     load();
-    frmFormula fresh;
+    frmFormula fresh(context);
     fresh.Form_Load();
     EXPECT_EQ(str(support::child<ChoiceBox>(fresh, "cbofrm_Type")->boxText()), "Select Type");
     EXPECT_EQ(str(support::child<ChoiceBox>(fresh, "cbofrm_JarSize")->boxText()), "Select Jar Size");

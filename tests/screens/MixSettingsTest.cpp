@@ -19,7 +19,7 @@ protected:
     std::unique_ptr<frmFormula> fresh() {
         load();
         sql("DELETE FROM FormChem; DELETE FROM Formula;");
-        auto made = std::make_unique<frmFormula>();
+        auto made = std::make_unique<frmFormula>(context);
         made->Form_Load();
         return made;
     }

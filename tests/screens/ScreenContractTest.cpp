@@ -194,7 +194,7 @@ TEST_F(EmptyTableTest, AllToolsAreOffButNew) {
 
 TEST_F(EmptyTableTest, TheFreshlyLoadedScreenShowsItsPrompts) {
     load();
-    frmFormula fresh;
+    frmFormula fresh(context);
     fresh.Form_Load();
     EXPECT_EQ(str(support::child<platform::ChoiceBox>(fresh, "cbofrm_Type")->boxText()), "Select Type");
     EXPECT_EQ(str(support::child<platform::ChoiceBox>(fresh, "cbofrm_JarSize")->boxText()),

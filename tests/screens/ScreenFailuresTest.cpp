@@ -80,18 +80,18 @@ const ScreenCase screens[] = {{formulas, "frmFormula", "Formula", "FormulaID"},
                               {patients, "frmPatient", "Patient", "PatientID"},
                               {currentFormula, "frmCurrFormula", nullptr, nullptr}};
 
-std::unique_ptr<RecordScreen> fresh(ScreenNumber number) {
+std::unique_ptr<RecordScreen> fresh(Context& context, ScreenNumber number) {
     switch (number) {
     case formulas:
-        return std::make_unique<frmFormula>();
+        return std::make_unique<frmFormula>(context);
     case chemicals:
-        return std::make_unique<frmChemical>();
+        return std::make_unique<frmChemical>(context);
     case logs:
-        return std::make_unique<frmLog>();
+        return std::make_unique<frmLog>(context);
     case patients:
-        return std::make_unique<frmPatient>();
+        return std::make_unique<frmPatient>(context);
     default:
-        return std::make_unique<frmCurrFormula>();
+        return std::make_unique<frmCurrFormula>(context);
     }
 }
 
@@ -102,7 +102,7 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheLoading) {
         if (!screen.table)
             continue;
         sql(u"DELETE FROM %1; INSERT INTO %1 (%2) VALUES (40000);"_s.arg(screen.table, screen.key));
-        fresh(screen.number)->Form_Load();
+        fresh(context, screen.number)->Form_Load();
         EXPECT_TRUE(reported(u"%1:Form_Load"_s.arg(screen.name))) << screen.name;
     }
 }
@@ -131,7 +131,7 @@ TEST_F(ScreenFailuresTest, AKeyBeyondItsRangeEndsTheCancelOfANewRecord) {
 TEST_F(ScreenFailuresTest, AFailingTextEndsTheTranslation) {
     start();
     for (const ScreenCase& screen : screens) {
-        const auto form = fresh(screen.number);
+        const auto form = fresh(context, screen.number);
         {
             const support::BrokenTranslator broken;
             form->Form_Load();

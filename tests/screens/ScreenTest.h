@@ -42,7 +42,7 @@ protected:
     static platform::XmlDocumentPtr document(const QString& xml);
 
     /// Starts the program: the whole load, then the window on show. Statements are kept from its end on.
-    void load(sorvanto::Parts parts = sorvanto::realParts());
+    void load(sorvanto::Parts parts = sorvanto::realParts(context));
 
     /// From now on a statement that holds this part fails.
     void failStatement(const QString& part);

@@ -67,7 +67,7 @@ QByteArray TestProgram::optionsXml() const {
 }
 
 void TestProgram::startConfiguration(std::int16_t language) {
-    basMain::Options = std::make_shared<sorvanto::clsOptions>();
+    basMain::Options = std::make_shared<sorvanto::clsOptions>(context);
     const auto store = std::make_shared<sorvanto::clsLanguage>();
     store->setLanguage(language);
     basMain::Language = store;

@@ -17,7 +17,7 @@
 #include "reports/rptPatient.h"
 #include "reports/rptRX8160.h"
 #include "reports/rptRecall.h"
-#include "shared/basMain.h"
+#include "shared/Context.h"
 
 #include <optional>
 #include <utility>
@@ -35,88 +35,89 @@ using platform::Report;
                                  u"There is no %1 %2 in the database"_s.arg(QLatin1String(what)).arg(key));
 }
 
-bool isThere(const QString& table, const QString& keyColumn, int key) {
+bool isThere(Context& context, const QString& table, const QString& keyColumn, int key) {
     const auto rows = platform::Recordset::create();
-    rows->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(keyColumn, table).arg(key), openDB(),
+    rows->open(u"SELECT %1 FROM %2 WHERE %1 = %3"_s.arg(keyColumn, table).arg(key), openDB(context),
                platform::LockType::ReadOnly);
     return rows->recordCount() > 0;
 }
 
-clsLogPtr batch(std::int16_t key) {
-    if (!isThere(u"Log"_s, u"LogID"_s, key))
+clsLogPtr batch(Context& context, std::int16_t key) {
+    if (!isThere(context, u"Log"_s, u"LogID"_s, key))
         failUnknown("batch", key);
     const auto log = std::make_shared<clsLog>();
     log->openLog(key, QString());
     return log;
 }
 
-std::unique_ptr<Report> worksheet(const Order& order) {
-    if (!isThere(u"Formula"_s, u"FormulaID"_s, order.key))
+std::unique_ptr<Report> worksheet(Context& context, const Order& order) {
+    if (!isThere(context, u"Formula"_s, u"FormulaID"_s, order.key))
         failUnknown("formula", order.key);
     const clsFormulaPtr formula = clsFormula().openFormula(order.key, QString());
     if (!formula)
         return nullptr;
     formula->makeQuantity(order.quantity);
-    auto report = std::make_unique<rptFormula>();
+    auto report = std::make_unique<rptFormula>(context);
     report->setFormula(formula);
     return report;
 }
 
-std::unique_ptr<Report> formulaLog(const Order& order) {
-    const clsLogPtr log = batch(order.key);
-    auto report = std::make_unique<rptLogFormula>();
+std::unique_ptr<Report> formulaLog(Context& context, const Order& order) {
+    const clsLogPtr log = batch(context, order.key);
+    auto report = std::make_unique<rptLogFormula>(context);
     report->setLog(log);
     report->setFormula(clsFormula().openFormula(log->FormulaID, QString()));
     return report;
 }
 
-std::unique_ptr<Report> batchLabels(const Order& order) {
-    const clsLogPtr log = batch(order.key);
-    auto report = std::make_unique<rptLogAvery8160>();
+std::unique_ptr<Report> batchLabels(Context& context, const Order& order) {
+    const clsLogPtr log = batch(context, order.key);
+    auto report = std::make_unique<rptLogAvery8160>(context);
     report->setLog(log);
     return report;
 }
 
 // The batches of a formula outlive it.
-std::unique_ptr<Report> logReport(const Order& order) {
-    if (!isThere(u"Formula"_s, u"FormulaID"_s, order.key) && !isThere(u"Log"_s, u"FormulaID"_s, order.key))
+std::unique_ptr<Report> logReport(Context& context, const Order& order) {
+    if (!isThere(context, u"Formula"_s, u"FormulaID"_s, order.key) &&
+        !isThere(context, u"Log"_s, u"FormulaID"_s, order.key))
         failUnknown("formula", order.key);
-    auto report = std::make_unique<rptLogReport>();
+    auto report = std::make_unique<rptLogReport>(context);
     report->FormulaID(order.key);
     return report;
 }
 
-std::unique_ptr<Report> jarUsage() {
-    auto report = std::make_unique<rptJarUsage>();
+std::unique_ptr<Report> jarUsage(Context& context) {
+    auto report = std::make_unique<rptJarUsage>(context);
     report->JarID(1);
     return report;
 }
 
-std::unique_ptr<Report> rxLabels(const Order& order) {
-    const RecordsetPtr rows = prescriptionRows(QString::number(order.key));
+std::unique_ptr<Report> rxLabels(Context& context, const Order& order) {
+    const RecordsetPtr rows = prescriptionRows(context, QString::number(order.key));
     if (rows->eof())
         failUnknown("prescription", order.key);
-    auto report = std::make_unique<rptRX8160>();
+    auto report = std::make_unique<rptRX8160>(context);
     report->setRX(rows);
     return report;
 }
 
-std::unique_ptr<Report> patient(const Order& order) {
-    if (!isThere(u"Patient"_s, u"PatientID"_s, order.key))
+std::unique_ptr<Report> patient(Context& context, const Order& order) {
+    if (!isThere(context, u"Patient"_s, u"PatientID"_s, order.key))
         failUnknown("patient", order.key);
-    auto report = std::make_unique<rptPatient>();
+    auto report = std::make_unique<rptPatient>(context);
     report->PatientID(order.key);
     return report;
 }
 
-std::unique_ptr<Report> chemicals() {
-    auto report = std::make_unique<rptChemicals>();
-    report->setChemicals(chemicalRows());
+std::unique_ptr<Report> chemicals(Context& context) {
+    auto report = std::make_unique<rptChemicals>(context);
+    report->setChemicals(chemicalRows(context));
     return report;
 }
 
-RecallList recallOf(const Order& order, const QStringList& folders) {
-    const Tracer tracer(openDB(), folders);
+RecallList recallOf(Context& context, const Order& order, const QStringList& folders) {
+    const Tracer tracer(openDB(context), folders);
     tracer.lookForLackingLines();
     const TraceDays days{order.begin.date(), order.end.date()};
     if (order.key > 0) {
@@ -146,26 +147,26 @@ QStringList remarksOn(const Report& report) {
     return recall ? recallGaps(recall->list()) : QStringList();
 }
 
-std::unique_ptr<Report> makeReport(const Order& order, const QStringList& folders) {
+std::unique_ptr<Report> makeReport(Context& context, const Order& order, const QStringList& folders) {
     switch (order.paper) {
     case Paper::Worksheet:
-        return worksheet(order);
+        return worksheet(context, order);
     case Paper::FormulaLog:
-        return formulaLog(order);
+        return formulaLog(context, order);
     case Paper::BatchLabels:
-        return batchLabels(order);
+        return batchLabels(context, order);
     case Paper::LogReport:
-        return logReport(order);
+        return logReport(context, order);
     case Paper::JarUsage:
-        return jarUsage();
+        return jarUsage(context);
     case Paper::RxLabels:
-        return rxLabels(order);
+        return rxLabels(context, order);
     case Paper::Patient:
-        return patient(order);
+        return patient(context, order);
     case Paper::Chemicals:
-        return chemicals();
+        return chemicals(context);
     case Paper::Recall:
-        return std::make_unique<rptRecall>(recallOf(order, folders));
+        return std::make_unique<rptRecall>(context, recallOf(context, order, folders));
     }
     return nullptr;
 }

@@ -10,10 +10,13 @@
 
 namespace sorvanto {
 
+struct Context;
+
 /// The report, ready to run; one that has nothing to show is unloaded. Nothing where a record can't be read,
 /// which has been reported then. Throws RuntimeError where there is no record of the key.
 /// folders: where archives may lie that a recall goes through.
-std::unique_ptr<platform::Report> makeReport(const Order& order, const QStringList& folders);
+std::unique_ptr<platform::Report> makeReport(Context& context, const Order& order,
+                                             const QStringList& folders);
 
 /// The spreadsheet of a report that is through.
 QByteArray sheetOf(const platform::ReportRun& run);

@@ -20,24 +20,25 @@ namespace {
 
 using platform::RuntimeError;
 
-void openDatabase(const QString& path) {
+void openDatabase(Context& context, const QString& path) {
     if (!platform::fileExists(path))
         throw RuntimeError(platform::error::fileNotFound, u"There is no database %1"_s.arg(path));
-    basMain::databaseLocation = [path] { return path; };
-    basMain::gConnection = std::make_shared<platform::Connection>();
-    basMain::gConnection->open(u"Data Source="_s + path);
+    context.databaseLocation = [path] { return path; };
+    context.connection = std::make_shared<platform::Connection>();
+    context.connection->open(u"Data Source="_s + path);
 }
 
 }  // namespace
 
-Pharmacy::Pharmacy(const QString& programFolder) : m_programFolder(programFolder) {
+Pharmacy::Pharmacy(const QString& programFolder)
+    : m_context(basMain::context()), m_programFolder(programFolder) {
     platform::setProgramFolder(m_folder.path());
-    basMain::ErrorReporter = std::make_shared<ErrorReporter>();
-    basMain::ErrorReporter->onReport([this](const ErrorReport& report) {
+    m_context.reporter = std::make_shared<ErrorReporter>();
+    m_context.reporter->onReport([this](const ErrorReport& report) {
         if (report.count == 1)
             m_failures << report.description;
     });
-    basMain::JarSizes = jarNames();
+    m_context.jarSizes = jarNames();
 }
 
 Pharmacy::~Pharmacy() {
@@ -50,10 +51,10 @@ void Pharmacy::open(const Order& order) {
         throw RuntimeError(platform::error::permissionDenied,
                            u"There is no place for temporary files: %1"_s.arg(m_folder.errorString()));
     readOptions(order);
-    openDatabase(order.database);
+    openDatabase(m_context, order.database);
     readLanguage(order);
     for (const QString& name : mixTypeNames())
-        basMain::MixTypes << translated(name);
+        m_context.mixTypes << translated(name);
     if (!m_failures.isEmpty())
         throw RuntimeError(platform::error::general, m_failures.join('\n'_L1));
 }
@@ -65,11 +66,11 @@ void Pharmacy::readOptions(const Order& order) {
         copyHere(file);
         QFile::rename(m_folder.filePath(QFileInfo(file).fileName()), m_folder.filePath(u"options.xml"_s));
     }
-    basMain::Options = std::make_shared<clsOptions>();
+    m_context.options = std::make_shared<clsOptions>(m_context);
 }
 
 void Pharmacy::readLanguage(const Order& order) {
-    const int language = order.language >= 0 ? order.language : basMain::Options->Language();
+    const int language = order.language >= 0 ? order.language : m_context.options->Language();
     if (language < 0 || language >= languageNames().size())
         throw RuntimeError(platform::error::subscriptOutOfRange,
                            u"The options name no language (number %1)"_s.arg(language));
@@ -79,7 +80,7 @@ void Pharmacy::readLanguage(const Order& order) {
     copyHere(there ? beside : m_programFolder + '/'_L1 + name);
     const auto store = std::make_shared<clsLanguage>();
     store->setLanguage(static_cast<std::int16_t>(language));
-    basMain::Language = store;
+    m_context.language = store;
 }
 
 void Pharmacy::copyHere(const QString& source) const {

@@ -9,6 +9,8 @@
 
 namespace sorvanto {
 
+struct Context;
+
 class Pharmacy {
 public:
     /// programFolder: where options and languages lie that the order doesn't name.
@@ -19,6 +21,8 @@ public:
 
     /// Throws RuntimeError where the options, the language file or the database can't be read.
     void open(const Order& order);
+    /// What it has opened, for the reports.
+    Context& context() { return m_context; }
     /// What went wrong inside procedures that hand nothing on.
     const QStringList& failures() const { return m_failures; }
 
@@ -27,6 +31,7 @@ private:
     void readLanguage(const Order& order);
     void copyHere(const QString& source) const;
 
+    Context& m_context;
     QTemporaryDir m_folder;
     QString m_programFolder;
     QStringList m_failures;

@@ -50,7 +50,7 @@ QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
     std::unique_ptr<platform::Report> report =
-        makeReport(order, {QFileInfo(order.database).absolutePath(), folder});
+        makeReport(pharmacy.context(), order, {QFileInfo(order.database).absolutePath(), folder});
     if (!problems().isEmpty() || !report || report->isUnloaded())
         return problems();
     platform::ReportRun run(std::move(report));

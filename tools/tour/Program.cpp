@@ -33,7 +33,7 @@ void Program::start(int language, Robot::Script firstDatabase) {
     });
     if (firstDatabase)
         m_visitor.robot().mayCome("StartQuestion", std::move(firstDatabase));
-    m_window = std::make_unique<sorvanto::frmMain>();
+    m_window = std::make_unique<sorvanto::frmMain>(sorvanto::realParts(sorvanto::basMain::context()));
     m_asker.setParent(m_window.get());
     m_window->Form_Load();
     m_visitor.robot().forgetOptional();
