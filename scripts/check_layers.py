@@ -5,8 +5,9 @@
   scripts/check_layers.py --self-test   runs the checker over small examples of its own
 
 Also refused: the C interface of a database engine (its header, and the names of its types and functions) outside the
-folder of that engine below src/platform/data, the collective header <QtWidgets>, and outside src/platform everything that asks the user or
-reads the clock past the program's own ports (QMessageBox, QFileDialog, QInputDialog, currentDateTime ...).
+folder of that engine below src/platform/data, the collective header <QtWidgets>, outside src/platform everything that asks the user or
+reads the clock past the program's own ports (QMessageBox, QFileDialog, QInputDialog, currentDateTime ...), and above the
+records every program-wide value that is reached by its name in basMain: those layers are handed a Context.
 """
 import pathlib
 import re
@@ -58,6 +59,8 @@ ENGINES = {
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 PORTS = re.compile(r"\b(QMessageBox|QFileDialog|QInputDialog|currentDateTime|currentDateTimeUtc|currentDate"
                    r"|currentTime)\b")
+GLOBALS = re.compile(r"\bbasMain::")
+WITH_CONTEXT = {"config", "reports", "mixing", "screens", "core"}
 SUFFIXES = {".h", ".cpp"}
 
 
@@ -95,6 +98,8 @@ def offences(path, text):
         why = include_offence(layer, place, INCLUDE.match(line)) or engine_offence(path, line)
         if why is None and not path.startswith("src/platform/") and PORTS.search(line):
             why = "asks or reads the clock past platform/ask and platform/basic"
+        if why is None and layer in WITH_CONTEXT and GLOBALS.search(line):
+            why = "reaches past the Context that it is handed"
         if why:
             found.append((number, line.strip(), why))
     return found
@@ -154,6 +159,9 @@ def self_test():
         ("src/platform/basic/Dates.cpp", "return QDateTime::currentDateTime();\n", 0),
         ("tools/mixersim/main.cpp", '#include "records/clsLog.h"\n', 1),
         ("app/main.cpp", '#include "core/frmMain.h"\n', 0),
+        ("src/screens/frmLog.cpp", "basMain::Main->refreshForm();\nm_context.window->refreshForm();\n", 1),
+        ("src/records/clsLog_add.cpp", "const auto connection = basMain::gConnection;\n", 0),
+        ("src/core/ProblemTable.cpp", '{"basMain:announce", "The status line"},\n', 0),
         ("src/nowhere/Thing.h", "", 1),
         ("src/platform/data/sqlite/Guard.cpp", "#include <sqlite3.h>\nsqlite3* database;\nsqlite3_close(nullptr);\n", 0),
         ("src/platform/data/Recordset.cpp", "#include <sqlite3.h>\n", 1),
