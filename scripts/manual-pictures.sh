@@ -47,7 +47,9 @@ is_wanted() {
 # All windows: $scratch/<language>/<window>.png
 keep_windows() {
   local name=${1^}
-  QT_QPA_PLATFORM=offscreen SORVANTO_PICTURES=$scratch \
+  printf '{"screens": [{"name": "desk", "x": 0, "y": 0, "width": 1366, "height": 768, "logicalDpi": 96,
+    "logicalBaseDpi": 96, "dpr": 1}]}' >"$scratch/screen.json"
+  QT_QPA_PLATFORM="offscreen:configfile=$scratch/screen.json" SORVANTO_PICTURES=$scratch \
     $built/test_languages --gtest_filter="*FitTest.*/$name:-*OnAWideScreen*" --gtest_brief=1 >&2 ||
     echo "Not all windows were looked at to their end; what there is of them is taken." >&2
 }
