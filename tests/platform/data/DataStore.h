@@ -20,6 +20,8 @@ public:
     virtual void takeAll() = 0;
     /// From now on each change of a row of that table fails.
     virtual void breakTable(const QString& table) = 0;
+    /// The statement by which the program's connection goes other ways through its tables.
+    virtual QString otherWays() const = 0;
 };
 
 /// The records as the file of that path holds them.

@@ -15,6 +15,7 @@ public:
     void breakTable(const QString& table) override {
         run(u"CREATE TRIGGER no BEFORE UPDATE ON %1 BEGIN SELECT RAISE(ABORT, 'no'); END"_s.arg(table));
     }
+    QString otherWays() const override { return u"PRAGMA reverse_unordered_selects = ON"_s; }
 
 private:
     QString m_path;

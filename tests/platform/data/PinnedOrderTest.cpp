@@ -58,7 +58,9 @@ INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty)
 INSERT INTO LogChem (LogID, ChemicalID, lch_Name)
   SELECT 1, ChemicalID, chm_Name FROM Chemical ORDER BY ChemicalID * 23 % 41;
 INSERT INTO RXs (LogID, PatientID, rxs_Date)
-  SELECT LogID, 1, '2026-03-0' || (1 + LogID % 2) || ' 00:00:00' FROM Log ORDER BY LogID * 13 % 41;
+  SELECT LogID, 1, '2026-03-01 00:00:00' FROM Log WHERE LogID % 2 = 0 ORDER BY LogID * 13 % 41;
+INSERT INTO RXs (LogID, PatientID, rxs_Date)
+  SELECT LogID, 1, '2026-03-02 00:00:00' FROM Log WHERE LogID % 2 = 1 ORDER BY LogID * 13 % 41;
 )"));
     }
     QStringList orders(CursorLocation location) const {
@@ -110,18 +112,18 @@ CREATE INDEX Odd_Formula ON Formula (frm_Name, frm_NDC DESC);
 CREATE INDEX Odd_FormChem ON FormChem (FormulaID, ChemicalID DESC, fch_Qty);
 CREATE INDEX Odd_LogChem ON LogChem (LogID, ChemicalID DESC, lch_Name);
 CREATE INDEX Odd_RXs ON RXs (PatientID, LogID DESC, rxs_Date);
-DROP INDEX RXs_Patient; DROP INDEX FormChem_Formula; DROP INDEX LogChem_Log; DROP INDEX Log_Date;
+DROP INDEX "RXs_Patient"; DROP INDEX "FormChem_Formula"; DROP INDEX "LogChem_Log"; DROP INDEX "Log_Date";
 ANALYZE;
 )"));
     open();
     expectSameOrders("indexes");
 }
 
-// The engine has a switch for finding out who relies on an order that nobody has asked for.
-TEST_F(PinnedOrderTest, TheEnginesOwnReversalReordersNoList) {
+// The engine has switches by which it shows who relies on an order that nobody has asked for.
+TEST_F(PinnedOrderTest, TheEnginesOwnSwitchesReorderNoList) {
     remember();
-    run(connection->engine(), u"PRAGMA reverse_unordered_selects = ON"_s);
-    expectSameOrders("reversed");
+    run(connection->engine(), store().otherWays());
+    expectSameOrders("other ways");
 }
 
 TEST_F(PinnedOrderTest, EqualRowsStandInTheOrderOfTheirKeysAndOfTheColumnBeforeThem) {
@@ -131,14 +133,12 @@ TEST_F(PinnedOrderTest, EqualRowsStandInTheOrderOfTheirKeysAndOfTheColumnBeforeT
             all << set->value(0).toString();
         return all.join(','_L1);
     };
-    EXPECT_EQ(
-        keys("SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY log_Name"),
-        stored(
-            u"SELECT group_concat(LogID) FROM (SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY 1)"_s));
-    EXPECT_EQ(
-        keys("SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY log_Date DESC"),
-        stored(
-            u"SELECT group_concat(LogID) FROM (SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY 1 DESC)"_s));
+    EXPECT_EQ(keys("SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY log_Name"),
+              stored(u"SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY 1"_s)
+                  .replace('\n'_L1, ','_L1));
+    EXPECT_EQ(keys("SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY log_Date DESC"),
+              stored(u"SELECT LogID FROM Log WHERE LogID > 37 AND log_Name = 'Twin' ORDER BY 1 DESC"_s)
+                  .replace('\n'_L1, ','_L1));
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ public:
         run(u"CREATE FUNCTION no() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE ''no''; END'; "
             "CREATE TRIGGER no BEFORE UPDATE ON %1 FOR EACH ROW EXECUTE FUNCTION no()"_s.arg(table));
     }
+    QString otherWays() const override { return u"SET enable_hashjoin = off"_s; }
 
 private:
     Catalogue m_catalogue;
