@@ -60,6 +60,16 @@ TEST_P(RecordsetTest, AnEmptySetStandsAtBothEnds) {
     EXPECT_EQ(none->fieldCount(), 2);
 }
 
+TEST_P(RecordsetTest, RowsWithoutAValueComeFirst) {
+    elsewhere(u"UPDATE Patient SET pat_BDay = NULL WHERE PatientID IN (3, 5)"_s);
+    const RecordsetPtr up = set(u"SELECT PatientID FROM Patient ORDER BY pat_BDay"_s);
+    EXPECT_EQ(up->valueAt(0, 0).toInt(), 3);
+    EXPECT_EQ(up->valueAt(1, 0).toInt(), 5);
+    const RecordsetPtr down = set(u"SELECT PatientID FROM Patient ORDER BY pat_BDay DESC"_s);
+    EXPECT_EQ(down->valueAt(4, 0).toInt(), 5);
+    EXPECT_EQ(down->valueAt(5, 0).toInt(), 3);
+}
+
 TEST_P(RecordsetTest, FindsForwardFromTheCurrentRow) {
     const RecordsetPtr logs = set(u"SELECT LogID, log_Name, log_Date FROM Log"_s);
     logs->find(u"LogID = 7"_s);
