@@ -1,0 +1,158 @@
+#include "platform/data/postgres/Trial.h"
+
+#include "platform/data/postgres/Address.h"
+
+#include <QDeadlineTimer>
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <libpq-fe.h>
+#include <netdb.h>
+#include <poll.h>
+#include <thread>
+
+namespace platform::postgres {
+
+namespace {
+
+constexpr int turn = 50;  // milliseconds between two looks at whether it was stopped
+
+/// Whether the name leads anywhere. Looking it up can take long, and can't be stopped.
+bool isKnown(const QString& host) {
+    if (host.isEmpty() || host.startsWith(u'/'))
+        return true;
+    const QStringList names = host.split(u',');
+    return std::any_of(names.begin(), names.end(), [](const QString& name) {
+        addrinfo* found = nullptr;
+        const bool known = ::getaddrinfo(name.toUtf8().constData(), nullptr, nullptr, &found) == 0;
+        if (found)
+            ::freeaddrinfo(found);
+        return known;
+    });
+}
+
+/// The five characters at the end of what the library says of a refusal; empty where the server has not spoken.
+QByteArray stateIn(const QByteArray& words) {
+    constexpr qsizetype stateLength = 5;
+    const QByteArray last = words.mid(words.lastIndexOf(':') + 1).trimmed();
+    const bool isState = last.size() == stateLength && std::all_of(last.begin(), last.end(), [](char letter) {
+                             return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z');
+                         });
+    return isState ? last : QByteArray();
+}
+
+TrialEnd endOfState(const QByteArray& state) {
+    if (state == "3D000")
+        return TrialEnd::NoDatabase;
+    return state.startsWith("28") || state == "42501" ? TrialEnd::Refused : TrialEnd::NotReady;
+}
+
+}  // namespace
+
+/// One attempt, in its own thread; only what is atomic is touched by others.
+class Attempt {
+public:
+    Attempt(const QString& address, int milliseconds)
+        : m_address(address.toUtf8()), m_host(readAddress(address).host), m_deadline(milliseconds) {}
+
+    void run() {
+        m_end = made();
+        m_ended = true;
+    }
+    void stop() { m_stopped = true; }
+    bool ended() const { return m_ended || m_stopped || m_deadline.hasExpired(); }
+    TrialEnd end() const { return m_ended ? m_end.load() : whyOver(); }
+
+private:
+    using Connection = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+
+    TrialEnd made() const;
+    Connection begun() const;
+    TrialEnd connected(PGconn* connection) const;
+    TrialEnd looked(PGconn* connection) const;
+
+    bool isOver() const { return m_stopped || m_deadline.hasExpired(); }
+    TrialEnd whyOver() const { return m_stopped ? TrialEnd::Stopped : TrialEnd::TookTooLong; }
+    /// A moment at most.
+    static bool isReady(const PGconn* connection, bool forWriting) {
+        pollfd socket{PQsocket(connection), static_cast<short>(forWriting ? POLLOUT : POLLIN), 0};
+        return ::poll(&socket, 1, turn) > 0;
+    }
+
+    QByteArray m_address;
+    QString m_host;
+    QDeadlineTimer m_deadline;
+    std::atomic<bool> m_stopped = false;
+    std::atomic<TrialEnd> m_end = TrialEnd::Stopped;
+    std::atomic<bool> m_ended = false;
+};
+
+TrialEnd Attempt::made() const {
+    if (!isKnown(m_host))
+        return TrialEnd::UnknownName;
+    if (isOver())
+        return whyOver();
+    const Connection connection = begun();
+    const TrialEnd end = connection ? connected(connection.get()) : TrialEnd::NotReady;
+    return end == TrialEnd::Works ? looked(connection.get()) : end;
+}
+
+/// As the program's own connections: the server proves its name, but for a socket of this computer.
+Attempt::Connection Attempt::begun() const {
+    constexpr const char* none = nullptr;
+    const std::array keywords{"dbname", "sslmode", "gssencmode", "fallback_application_name", none};
+    const std::array values{m_address.constData(), "verify-full", "disable", "sorvanto", none};
+    Connection connection(PQconnectStartParams(keywords.data(), values.data(), 1), PQfinish);
+    // The server's sentences come in its own language; its five characters do not.
+    if (connection)
+        PQsetErrorVerbosity(connection.get(), PQERRORS_SQLSTATE);
+    return connection;
+}
+
+TrialEnd Attempt::connected(PGconn* connection) const {
+    ConnStatusType reached = PQstatus(connection);
+    auto step = reached == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
+    while (step == PGRES_POLLING_READING || step == PGRES_POLLING_WRITING) {
+        if (isOver())
+            return whyOver();
+        if (!isReady(connection, step == PGRES_POLLING_WRITING))
+            continue;
+        reached = PQstatus(connection);
+        step = PQconnectPoll(connection);
+    }
+    if (step == PGRES_POLLING_OK)
+        return TrialEnd::Works;
+    if (const QByteArray state = stateIn(PQerrorMessage(connection)); !state.isEmpty())
+        return endOfState(state);
+    if (PQconnectionNeedsPassword(connection) != 0)
+        return TrialEnd::NoPassword;
+    return reached == CONNECTION_SSL_STARTUP ? TrialEnd::NotProven : TrialEnd::NoAnswer;
+}
+
+TrialEnd Attempt::looked(PGconn* connection) const {
+    if (PQsendQuery(connection, "SELECT \"opt_Version\" FROM sorvanto.\"Options\"") == 0)
+        return TrialEnd::NoAnswer;
+    while (PQisBusy(connection) != 0) {
+        if (isOver())
+            return whyOver();
+        if (isReady(connection, false) && PQconsumeInput(connection) == 0)
+            return TrialEnd::NoAnswer;
+    }
+    const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQgetResult(connection), PQclear);
+    return PQntuples(result.get()) == 1 ? TrialEnd::Works : TrialEnd::NoRecords;
+}
+
+Trial::Trial(const QString& address, int milliseconds)
+    : m_attempt(std::make_shared<Attempt>(address, milliseconds)) {
+    std::thread([attempt = m_attempt] { attempt->run(); }).detach();
+}
+
+Trial::~Trial() { stop(); }
+
+void Trial::stop() { m_attempt->stop(); }
+
+bool Trial::ended() const { return m_attempt->ended(); }
+
+TrialEnd Trial::end() const { return m_attempt->end(); }
+
+}  // namespace platform::postgres

@@ -1,0 +1,45 @@
+// Trying whether a server can be worked with, in a thread of its own: a name that nobody knows, or a computer that is off,
+// holds nobody up.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace platform::postgres {
+
+enum class TrialEnd {
+    Works,        ///< the records are there and can be read
+    UnknownName,  ///< no computer is known by it
+    NoAnswer,     ///< nothing listens there
+    TookTooLong,  ///< not within the time
+    NotProven,    ///< no encryption, or the certificate is not that of this computer
+    NoPassword,   ///< the server wants one, and the account has none stored
+    Refused,      ///< the account or its password
+    NoDatabase,   ///< none of that name
+    NotReady,     ///< starting, ending, or full
+    NoRecords,    ///< the database has no tables of this system, or the account may not read them
+    Stopped,      ///< by the user
+};
+
+class Attempt;
+
+class Trial {
+public:
+    /// Begins. address: as DataLocation takes it, without a secret. milliseconds: for all of it.
+    Trial(const QString& address, int milliseconds);
+    /// What is still under way is left to itself and disturbs nobody.
+    ~Trial();
+    Trial(const Trial&) = delete;
+    Trial& operator=(const Trial&) = delete;
+
+    /// Ends it as Stopped.
+    void stop();
+    bool ended() const;
+    /// Once ended.
+    TrialEnd end() const;
+
+private:
+    std::shared_ptr<Attempt> m_attempt;
+};
+
+}  // namespace platform::postgres
