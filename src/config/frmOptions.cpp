@@ -12,7 +12,6 @@
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
-#include "shared/databaseInUse.h"
 #include "ui_frmOptions.h"
 
 #include <array>
@@ -22,37 +21,13 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-/// How many characters of a path the box shows.
-constexpr int pathLimit = 55;
 constexpr int lastPort = 4;
 /// Milliseconds: for what the print service knows, and between two looks for what it did not know then.
 constexpr int atOnce = 40, laterTurn = 100;
 constexpr std::int32_t invalidPropertyValue = 380;
 
-/// Property of txtDB that holds the full path, which is what is saved.
-constexpr const char* tag = "Tag";
-
 const QStringList languages{u"English"_s, u"Espanol"_s,    u"Deutsch"_s,  u"Francais"_s,
                             u"Russian"_s, u"Portuguese"_s, u"Italiano"_s, u"Suisse"_s};
-
-QString firstCharacters(const QString& text, int count) {
-    if (count < 0)
-        throw platform::RuntimeError(platform::error::invalidProcedureCall,
-                                     u"Invalid procedure call or argument"_s);
-    return text.left(count);
-}
-
-QString shortened(const QString& text, int limit) {
-    const auto length = static_cast<int>(text.size());
-    if (length <= limit)
-        return text;
-    const QString dots = u"..."_s;
-    const auto separator = static_cast<int>(qMax(text.lastIndexOf('\\'_L1), text.lastIndexOf('/'_L1)));
-    if (separator < 0)
-        return firstCharacters(text, limit / 2 - 3) + dots + text.right(limit / 2);
-    const int nameLength = length - separator - 1;
-    return firstCharacters(text, limit - nameLength - 3) + dots + text.right(nameLength + 1);
-}
 
 /// Leaves nothing chosen where no entry is the wanted one.
 void fill(platform::ChoiceBox& box, const QStringList& entries, const QString& wanted) {
@@ -75,6 +50,7 @@ frmOptions::frmOptions(Context& context, QWidget* parent)
     : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmOptions>()) {
     m_ui->setupUi(this);
     connect(m_ui->cmdDB, &QPushButton::clicked, this, &frmOptions::cmdDB_Click);
+    connect(m_ui->cmdServer, &QPushButton::clicked, this, &frmOptions::cmdServer_Click);
     connect(m_ui->cmdSave, &QPushButton::clicked, this, &frmOptions::cmdSave_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmOptions::cmdCancel_Click);
     Form_Load();
@@ -104,10 +80,7 @@ void frmOptions::Form_Load() {
         setLoaded(*m_ui->cboPort);
         showLanguage(options().Language());
         setLoaded(*m_ui->cboLanguage);
-        const QString path = options().DBLocation();
-        m_ui->txtDB->setText(ShortenString(path, pathLimit));
-        m_ui->txtDB->setProperty(tag, path);
-        m_ui->txtDB->setToolTip(path);
+        showLocation(options().DBLocation());
         m_ui->chkPatients->setChecked(options().ShowPatients() != 0);
         setLoaded(*m_ui->chkPatients);
         m_ui->chkOverSpeed->setChecked(options().OverrideSpeed() != 0);
@@ -136,6 +109,7 @@ void frmOptions::transalteForm() {
         m_ui->cmdDB->setAccessibleName(m_ui->fraDB->title());
         m_ui->cboPrinter->setAccessibleName(m_ui->fraPrinter->title());
         sayWhatCounts();
+        m_ui->cmdServer->setText(translated(u"Server…"_s));
     });
 }
 
@@ -144,13 +118,7 @@ void frmOptions::sayWhatCounts() {
     m_ui->lblNextStart->setText(
         translated(u"Language, comm port and the patient screen change with the next start."_s));
     m_ui->lblNextStart->setMinimumHeight(2 * m_ui->lblNextStart->fontMetrics().lineSpacing() + 2);
-    const QString open = databaseOpen(m_context);
-    m_ui->lblOpenDB->setTextFormat(Qt::PlainText);
-    m_ui->lblOpenDB->setText(
-        open.isEmpty() ? translated(u"No database is open. The one chosen here is opened at once."_s)
-                       : translated(u"Open now: %1. Another one is opened at the next start."_s)
-                             .arg(open.size() > pathLimit ? u"\u2026"_s + open.right(pathLimit) : open));
-    m_ui->lblOpenDB->setToolTip(open);
+    sayWhatIsOpen();
 }
 
 void frmOptions::ListComPorts() {
@@ -223,21 +191,6 @@ void frmOptions::showLanguage(std::int16_t language) {
     m_ui->cboLanguage->setListIndex(language);
 }
 
-QString frmOptions::ShortenString(const QString& text, int limit) {
-    QString result;
-    const ResumeNext step(u"frmOptions:ShortenString"_s);
-    step([&] { result = shortened(text, limit); });
-    return result;
-}
-
-void frmOptions::cmdDB_Click() {
-    guarded(u"frmOptions:cmdDB_Click"_s, [&] {
-        const QString path = platform::asker().openFile(QString(), u"Sorvanto Data|Sorvanto.mdb"_s);
-        m_ui->txtDB->setText(path);
-        m_ui->txtDB->setProperty(tag, path);
-    });
-}
-
 void frmOptions::storeTexts() const {
     using Getter = QString (clsOptions::*)() const;
     using Setter = void (clsOptions::*)(const QString&);
@@ -260,8 +213,8 @@ void frmOptions::storeChoices() const {
         options().CommPort(platform::toInt16(platform::leadingNumber(m_ui->cboPort->boxText())));
     if (isToBeStored(*m_ui->cboLanguage, m_ui->cboLanguage->listIndex() < 0))
         options().Language(static_cast<std::int16_t>(m_ui->cboLanguage->listIndex()));
-    if (m_ui->txtDB->property(tag).isValid())
-        options().DBLocation(m_ui->txtDB->property(tag).toString());
+    if (m_ui->txtDB->property(fullLocation).isValid())
+        options().DBLocation(m_ui->txtDB->property(fullLocation).toString());
     if (isToBeStored(*m_ui->chkPatients, !m_ui->chkPatients->isChecked()))
         options().ShowPatients(m_ui->chkPatients->isChecked() ? 1 : 0);
     if (isToBeStored(*m_ui->chkOverSpeed, !m_ui->chkOverSpeed->isChecked()))
@@ -283,6 +236,8 @@ int frmOptions::storedLanguage() const {
 
 void frmOptions::cmdSave_Click() {
     guarded(u"frmOptions:cmdSave_Click"_s, [&] {
+        if (!mayStoreLocation())
+            return;
         const int former = storedLanguage();
         storeTexts();
         storeChoices();

@@ -37,19 +37,27 @@ private:
     void Form_Load();
     void transalteForm();  // the misspelt name is the system's own
     void sayWhatCounts();
+    void sayWhatIsOpen();
     void ListComPorts();
     void ListPrinters();
     void fillPrinters(const QString& chosen);
     void lookForPrinters();
     void ListCurrency();
     void fillTexts();
+    void showLocation(const QString& location);
+    /// Says why not.
+    bool mayStoreLocation() const;
     void showLanguage(std::int16_t language);
     void storeTexts() const;
     void storeChoices() const;
 
     void cmdDB_Click();
+    void cmdServer_Click();
     void cmdSave_Click();
     void cmdCancel_Click();
+
+    /// Property of txtDB that holds what is saved.
+    static constexpr const char* fullLocation = "Tag";
 
     Context& m_context;
     std::unique_ptr<Ui::frmOptions> m_ui;

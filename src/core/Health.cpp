@@ -1,5 +1,6 @@
 #include "core/Health.h"
 
+#include "config/ServerTexts.h"
 #include "config/clsOptions.h"
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
@@ -66,10 +67,8 @@ HealthLine databaseLine(const Context& context, const QString& readingOnly) {
     const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
                                    : translated(u"Open for reading, %1 row | Open for reading, %1 rows"_s);
     const auto identity = readFileIdentity(connection);
-    HealthLine line{title + ' '_L1 + QFileInfo(connection.location()).fileName(),
-                    platform::counted(state, rows),
-                    {},
-                    writable};
+    HealthLine line{
+        title + ' '_L1 + shortLocation(connection.location()), platform::counted(state, rows), {}, writable};
     line.detail = connection.location();
     if (identity)
         line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));

@@ -32,6 +32,7 @@ constexpr HelpPlace helpTable[] = {
     {"LabelOffsetDialog", "labels.md"},
     {"PreviewWindow", "README.md#paper-and-spreadsheets"},
     {"frmOptions", "first-day.md"},
+    {"ServerDialog", "server.md#each-bench"},
     {"frmWizard", "README.md#the-first-start"},
     {"frmAbout", "README.md"},
     {"HealthPage", "went-wrong.md#the-health-page"},

@@ -113,6 +113,7 @@ constexpr FailedDeed deeds[] = {
     {"clsOptions:*", "The options were not written. Their file stays as it is."},
     {"frmOptions:cmdSave_Click", "The options were not saved, or not all of them. Open them again and look."},
     {"frmOptions:*", "The options are not shown whole. Press Cancel, so that nothing is overwritten."},
+    {"ServerDialog:*", "Whether the server answers is not known. Nothing was changed."},
     {"clsLanguage:* frmWizard:*",
      "The language file was not read or written, so texts may be English. The file stays as it is."},
     {"DailyBackup:copy",

@@ -1,5 +1,6 @@
 #include "core/StatusLine.h"
 
+#include "config/ServerTexts.h"
 #include "core/CopyShelf.h"
 #include "core/News.h"
 #include "core/NewsLine.h"
@@ -130,17 +131,17 @@ void StatusLine::showDatabase() {
     const QString opened = openedPath(m_context);
     const QString wanted = optionsPath(m_context);
     const QString path = opened.isEmpty() ? wanted : opened;
-    QStringList tip{path};
+    QStringList tip{shownLocation(path)};
     if (const QString identity = databaseIdentity(m_context); !identity.isEmpty())
         tip << translated(u"Identity %1"_s).replace(u"%1"_s, identity.left(8));
     const bool another = !opened.isEmpty() && !wanted.isEmpty() && !isSameFile(opened, wanted);
     const QString next = another ? wanted : QString();
     if (another)
-        tip.insert(0, translated(u"At the next start: %1"_s).replace(u"%1"_s, next));
+        tip.insert(0, translated(u"At the next start: %1"_s).replace(u"%1"_s, shownLocation(next)));
     if (another && next != m_next)
         announce(translated(u"The database changes at the next start"_s));
     m_next = next;
-    m_database->setText(QFileInfo(path).fileName());
+    m_database->setText(shortLocation(path));
     m_database->setToolTip(tip.join('\n'_L1));
 }
 

@@ -112,11 +112,35 @@ std::vector<ModalThing> MatrixTest::windows() {
          {u"config/frmOptions showModal"_s, u"class frmOptions"_s},
          asked(u"cmdLogs"_s, u"cmdOptions"_s, u"frmOptions"_s)},
         {"Data file",
-         {u"config/frmOptions openFile"_s, u"platform/widgets/QtAsker QFileDialog"_s},
+         {u"config/frmOptions_location openFile"_s, u"platform/widgets/QtAsker QFileDialog"_s},
          [](D& d) {
              d.whileOpen(u"frmOptions"_s, [](QWidget& form) {
                  child<QPushButton>(form, "cmdDB")->click();
                  child<QPushButton>(form, "cmdCancel")->click();
+             });
+             d.happensIn(u"QFileDialog"_s);
+             d.click(u"cmdOptions"_s);
+         }},
+        {"Server",
+         {u"config/frmOptions_location showModal"_s, u"class ServerDialog"_s},
+         [](D& d) {
+             d.whileOpen(u"frmOptions"_s, [](QWidget& form) {
+                 child<QPushButton>(form, "cmdServer")->click();
+                 child<QPushButton>(form, "cmdCancel")->click();
+             });
+             d.happensIn(u"ServerDialog"_s, u"cmdCancel"_s);
+             d.click(u"cmdOptions"_s);
+         }},
+        {"A server's certificate",
+         {u"config/ServerDialog openFile"_s},
+         [](D& d) {
+             d.whileOpen(u"frmOptions"_s, [](QWidget& form) {
+                 child<QPushButton>(form, "cmdServer")->click();
+                 child<QPushButton>(form, "cmdCancel")->click();
+             });
+             d.whileOpen(u"ServerDialog"_s, [](QWidget& dialog) {
+                 child<QPushButton>(dialog, "cmdCertificate")->click();
+                 child<QPushButton>(dialog, "cmdCancel")->click();
              });
              d.happensIn(u"QFileDialog"_s);
              d.click(u"cmdOptions"_s);

@@ -2,6 +2,7 @@
 #include "LanguageTour.h"
 
 #include "TourSteps.h"
+#include "config/ServerDialog.h"
 #include "core/HistoryFileWindow.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PreviewWindow.h"
@@ -126,6 +127,8 @@ void LanguageTour::dialogs() {
     const QString path = folder.path("prices.csv");
     PriceWindow prices(openDB(), PriceFile(path), path, nullptr);
     m_asker.showModal(prices, {});
+    ServerDialog server({}, nullptr);
+    m_asker.showModal(server, {});
     HistoryFileWindow all(context, openDB());
     m_asker.showModal(all, {});
 }
