@@ -16,7 +16,7 @@ struct Unit {
     UnitRatio size;  ///< in the kind's smallest step: gram, millilitre, piece
 };
 
-struct Words {
+struct UnitWords {
     QStringView kind;
     UnitRatio size;
     QStringView words;
@@ -26,51 +26,52 @@ constexpr std::uint64_t tenMicrogramsOfAGrain = 6479891;  // a grain is 64.79891
 
 /// Texts as `written` leaves them. A unit in another language is another word for it, never another unit.
 constexpr std::array units{
-    Words{u"g",
-          {1, 3},
-          u"kg kgs kilogram kilograms kilogramm kilogramme kilogrammes chilogrammo quilograma kilogramo кг"},
-    Words{u"g",
-          {1, 0},
-          u"g gm gms gram grams gramm gramme grammes grammo grammi gramo gramos grama gramas г грамм"},
-    Words{u"g",
-          {1, -3},
-          u"mg mgs milligram milligrams milligramm milligramme milligrammes milligrammo milligrammi "
-          u"miligramo miligramos miligrama miligramas мг"},
-    Words{u"g",
-          {1, -6},
-          u"mcg mcgs ug μg microgram micrograms mikrogramm microgramme microgrammes microgrammo "
-          u"microgramo microgramos micrograma microgramas мкг"},
-    Words{u"g", {tenMicrogramsOfAGrain, -8}, u"grain grains grano grani granos grão grãos гран"},
-    Words{
+    UnitWords{
+        u"g",
+        {1, 3},
+        u"kg kgs kilogram kilograms kilogramm kilogramme kilogrammes chilogrammo quilograma kilogramo кг"},
+    UnitWords{u"g",
+              {1, 0},
+              u"g gm gms gram grams gramm gramme grammes grammo grammi gramo gramos grama gramas г грамм"},
+    UnitWords{u"g",
+              {1, -3},
+              u"mg mgs milligram milligrams milligramm milligramme milligrammes milligrammo milligrammi "
+              u"miligramo miligramos miligrama miligramas мг"},
+    UnitWords{u"g",
+              {1, -6},
+              u"mcg mcgs ug μg microgram micrograms mikrogramm microgramme microgrammes microgrammo "
+              u"microgramo microgramos micrograma microgramas мкг"},
+    UnitWords{u"g", {tenMicrogramsOfAGrain, -8}, u"grain grains grano grani granos grão grãos гран"},
+    UnitWords{
         u"ml", {1, 3}, u"l lt ltr lit litr liter liters litre litres litro litros litri л литр литра литров"},
-    Words{u"ml", {1, 2}, u"dl"},
-    Words{u"ml", {1, 1}, u"cl"},
-    Words{u"ml",
-          {1, 0},
-          u"ml mls cc ccm cm3 milliliter milliliters millilitre millilitres millilitro millilitri "
-          u"mililitro mililitros мл см3"},
-    Words{u"each",
-          {},
-          u"each ea pc pcs piece pieces stück stk pièce pièces pezzo pezzi peça peças pieza piezas шт"},
-    Words{u"capsule",
-          {},
-          u"caps cap capsule capsules kaps kapsel kapseln gélu gélule gélules capsula cáps cápsula "
-          u"cápsulas капс капсула капсулы капсул"},
-    Words{u"tablet",
-          {},
-          u"tabs tab tablet tablets tabl tablette tabletten compr comprimé comprimés compressa "
-          u"compresse comp comprimido comprimidos cpr табл таблетка таблетки таблеток"},
-    Words{u"ampoule",
-          {},
-          u"amp amps ampoule ampoules ampul ampuls ampulle ampullen fiala fiale ampolla ampollas ampola "
-          u"ampolas амп ампула ампулы ампул"},
-    Words{u"vial", {}, u"vial vials flac dfl flno frinj fl-amp фл"},
-    Words{u"drop",
-          {},
-          u"drop drops gtt gtts gtte gttes tr tropfen goutte gouttes gocc goccia gocce gota gotas капля "
-          u"капли капель"},
-    Words{u"iu", {}, u"iu ui ie ме"},
-    Words{u"meq", {}, u"meq мэкв"},
+    UnitWords{u"ml", {1, 2}, u"dl"},
+    UnitWords{u"ml", {1, 1}, u"cl"},
+    UnitWords{u"ml",
+              {1, 0},
+              u"ml mls cc ccm cm3 milliliter milliliters millilitre millilitres millilitro millilitri "
+              u"mililitro mililitros мл см3"},
+    UnitWords{u"each",
+              {},
+              u"each ea pc pcs piece pieces stück stk pièce pièces pezzo pezzi peça peças pieza piezas шт"},
+    UnitWords{u"capsule",
+              {},
+              u"caps cap capsule capsules kaps kapsel kapseln gélu gélule gélules capsula cáps cápsula "
+              u"cápsulas капс капсула капсулы капсул"},
+    UnitWords{u"tablet",
+              {},
+              u"tabs tab tablet tablets tabl tablette tabletten compr comprimé comprimés compressa "
+              u"compresse comp comprimido comprimidos cpr табл таблетка таблетки таблеток"},
+    UnitWords{u"ampoule",
+              {},
+              u"amp amps ampoule ampoules ampul ampuls ampulle ampullen fiala fiale ampolla ampollas ampola "
+              u"ampolas амп ампула ампулы ампул"},
+    UnitWords{u"vial", {}, u"vial vials flac dfl flno frinj fl-amp фл"},
+    UnitWords{u"drop",
+              {},
+              u"drop drops gtt gtts gtte gttes tr tropfen goutte gouttes gocc goccia gocce gota gotas капля "
+              u"капли капель"},
+    UnitWords{u"iu", {}, u"iu ui ie ме"},
+    UnitWords{u"meq", {}, u"meq мэкв"},
 };
 
 /// A grain here and a gram there; ounces, pounds and gallons differ by kind, trade and country.
@@ -87,7 +88,7 @@ QString written(const QString& unit) {
 const QHash<QString, Unit>& knownUnits() {
     static const QHash<QString, Unit> known = [] {
         QHash<QString, Unit> all;
-        for (const Words& one : units)
+        for (const UnitWords& one : units)
             for (const QStringView word : one.words.split(u' '))
                 all.insert(word.toString(), {one.kind.toString(), one.size});
         return all;

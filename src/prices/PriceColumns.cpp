@@ -11,13 +11,13 @@ namespace {
 
 constexpr int rowsLookedAt = 20;
 
-struct Words {
+struct HeadingWords {
     PriceField field;
     const char16_t* texts;  ///< parted by bars; folded before they are compared
 };
 
 // A heading that is one of these texts as a whole is meant before one that has it among its words.
-constexpr Words headingWords[] = {
+constexpr HeadingWords headingWords[] = {
     {PriceField::awp,
      u"awp|average wholesale price|average wholesale|grosshandelspreis|listenpreis|aep|prix catalogue|"
      u"prix de gros|prezzo all'ingrosso|precio mayorista|preço por grosso|оптовая цена|опт"},
@@ -89,7 +89,7 @@ std::vector<Guess> guesses(const PriceRow& row) {
         const QString words = heading(cell.text);
         if (cell.number || words.isEmpty() || likeness(words, unitPrices) > 0)
             continue;
-        for (const Words& known : headingWords) {
+        for (const HeadingWords& known : headingWords) {
             if (const int like = likeness(words, known.texts); like > 0)
                 all.push_back({like, known.field, column});
         }

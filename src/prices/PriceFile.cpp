@@ -3,6 +3,8 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "prices/WorkbookParts.h"
+#include "prices/XlsBook.h"
+#include "prices/XlsxBook.h"
 
 #include <QFileInfo>
 
@@ -46,10 +48,12 @@ PriceFile::PriceFile(const QString& path) {
 }
 
 void PriceFile::tellApart() {
-    if (isCompoundFile(m_bytes)) {
-        m_fault = m_xls.emplace(m_bytes).fault();
-    } else if (isZipFile(m_bytes)) {
-        m_fault = m_xlsx.emplace(m_bytes).fault();
+    if (isCompoundFile(m_bytes))
+        m_workbook = std::make_unique<XlsBook>(m_bytes);
+    else if (isZipFile(m_bytes))
+        m_workbook = std::make_unique<XlsxBook>(m_bytes);
+    if (m_workbook) {
+        m_fault = m_workbook->fault();
     } else {
         m_encoding = detectedEncoding(m_bytes);
         const QString text = decoded(m_bytes.left(4096), m_encoding);
@@ -62,18 +66,14 @@ void PriceFile::tellApart() {
     }
 }
 
-QStringList PriceFile::sheets() const {
-    if (m_xls)
-        return m_xls->sheets();
-    return m_xlsx ? m_xlsx->sheets() : QStringList();
-}
+QStringList PriceFile::sheets() const { return m_workbook ? m_workbook->sheets() : QStringList(); }
 
 ReadTable PriceFile::readText(TextEncoding encoding, QChar separator, const PriceProgress& goesOn) const {
     return separated(decoded(m_bytes, encoding), separator, goesOn);
 }
 
 ReadTable PriceFile::readSheet(int sheet, const PriceProgress& goesOn) const {
-    return m_xls ? m_xls->read(sheet, goesOn) : m_xlsx->read(sheet, goesOn);
+    return m_workbook->read(sheet, goesOn);
 }
 
 }  // namespace sorvanto

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "prices/PriceText.h"
-#include "prices/XlsBook.h"
-#include "prices/XlsxBook.h"
+#include "prices/Workbook.h"
 
-#include <optional>
+#include <memory>
 
 namespace sorvanto {
 
@@ -17,7 +16,7 @@ public:
     PriceFault fault() const { return m_fault; }
     /// The system's reason where there is one.
     const QString& detail() const { return m_detail; }
-    bool isText() const { return !m_xls && !m_xlsx; }
+    bool isText() const { return !m_workbook; }
     /// Of a workbook.
     QStringList sheets() const;
     /// Of a text, as detected.
@@ -34,8 +33,7 @@ private:
     PriceFault m_fault = PriceFault::none;
     QString m_detail;
     TextEncoding m_encoding = TextEncoding::utf8;
-    std::optional<XlsBook> m_xls;
-    std::optional<XlsxBook> m_xlsx;
+    std::unique_ptr<Workbook> m_workbook;  ///< none of a text
 };
 
 }  // namespace sorvanto

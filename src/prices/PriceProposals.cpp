@@ -7,7 +7,6 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr int rowsAtOnce = 256;
 constexpr std::size_t mostAlike = 50;
 const QString oneUnit = u"EACH"_s;  // any that converts to itself
 
@@ -49,7 +48,7 @@ PriceProposals::PriceProposals(const PriceTable& table, const PriceColumns& colu
     : m_table(table), m_columns(columns), m_stock(stock) {
     const auto rows = static_cast<int>(table.rows.size());
     for (int row = columns.firstRow; row < rows; ++row) {
-        if (goesOn && row % rowsAtOnce == 0 && !goesOn(static_cast<double>(row) / rows)) {
+        if (goesOn && row % rowsBetweenAsks == 0 && !goesOn(static_cast<double>(row) / rows)) {
             m_stopped = true;
             return;
         }

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr int rowsAtOnce = 200;
+constexpr int chunk = 200;
 
 QString word(const QString& text) { return platform::folded(text).simplified(); }
 
@@ -30,7 +30,7 @@ std::vector<StockedChemical> stockedChemicals(const platform::ConnectionPtr& con
         connection, u"Chemical"_s, u"ChemicalID"_s,
         {u"chm_Name"_s, u"chm_NDC"_s, u"chm_Lot"_s, u"chm_Units"_s, u"chm_Cost"_s, u"chm_AWP"_s});
     std::vector<StockedChemical> chemicals;
-    for (auto rows = reader.next(rowsAtOnce); !rows.empty(); rows = reader.next(rowsAtOnce)) {
+    for (auto rows = reader.next(chunk); !rows.empty(); rows = reader.next(chunk)) {
         for (const KeyedRow& row : rows)
             chemicals.push_back({row.key, nullText(row.values[0]), nullText(row.values[1]),
                                  nullText(row.values[2]), nullText(row.values[3]),

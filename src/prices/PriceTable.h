@@ -34,6 +34,8 @@ struct PriceTable {
 
 /// Asked between two pieces of long work, with how much of it is done (0 to 1); false stops it.
 using PriceProgress = std::function<bool(double done)>;
+/// So many rows are a piece.
+inline constexpr int rowsBetweenAsks = 256;
 
 /// Why there is no table.
 enum class PriceFault {

@@ -13,7 +13,6 @@ namespace {
 constexpr qsizetype sampledBytes = 64'000;
 constexpr qsizetype sampledText = 32'000;
 constexpr int sampledRows = 200;
-constexpr int rowsAtOnce = 512;
 
 // Without a mark: Latin letters leave every other byte of UTF-16 empty.
 bool halfEmpty(const QByteArray& bytes, qsizetype first) {
@@ -166,27 +165,30 @@ QChar detectedSeparator(const QString& text) {
     return best;
 }
 
+ReadTable readWhole(PriceTable table) {
+    const bool empty = table.columns() == 0;
+    return {std::move(table), empty ? PriceFault::empty : PriceFault::none, {}};
+}
+
 ReadTable separated(const QString& text, QChar separator, const PriceProgress& goesOn) {
-    ReadTable read;
+    PriceTable table;
     CellReader reader(text, separator);
     if (announcesSeparator(text)) {
         reader.row();
-        read.table.rows.emplace_back();
+        table.rows.emplace_back();
     }
     while (!reader.atEnd()) {
-        const auto rows = static_cast<int>(read.table.rows.size());
-        if (goesOn && rows % rowsAtOnce == 0 && !goesOn(reader.done()))
+        const auto rows = static_cast<int>(table.rows.size());
+        if (goesOn && rows % rowsBetweenAsks == 0 && !goesOn(reader.done()))
             return {{}, PriceFault::stopped, {}};
         PriceRow row = reader.row();
         if (reader.isOpen())
             return {{}, PriceFault::openQuotation, QString::number(rows + 1)};
         if (rows >= mostPriceRows || row.size() > static_cast<std::size_t>(mostPriceColumns))
             return {{}, PriceFault::tooLarge, {}};
-        read.table.rows.push_back(std::move(row));
+        table.rows.push_back(std::move(row));
     }
-    if (read.table.columns() == 0)
-        read.fault = PriceFault::empty;
-    return read;
+    return readWhole(std::move(table));
 }
 
 }  // namespace sorvanto

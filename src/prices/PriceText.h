@@ -28,6 +28,9 @@ struct ReadTable {
     QString detail;  ///< the system's reason, or the number of the line
 };
 
+/// A table that was read to its end; one without a cell is empty.
+ReadTable readWhole(PriceTable table);
+
 /// Rows by RFC 4180; line ends of all systems. Within a cell that doesn't begin with a quotation mark, one is a
 /// character like any other. Empty lines are rows without cells, so that a row's number is that of its line as long
 /// as no cell has a line end.

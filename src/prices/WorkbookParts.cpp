@@ -22,7 +22,7 @@ struct Unref {
 template <class Object>
 using Held = std::unique_ptr<Object, Unref>;
 
-constexpr int farthestPoint = 300;
+constexpr int mostPlaces = 300;  // of a number that is written out
 
 // What the library says of a broken file is said by the fault.
 void startLibrary() {
@@ -91,7 +91,7 @@ QString numberInCell(double value) {
     if (!std::isfinite(value))
         return {};
     const auto number = platform::Decimal::fromDouble(value);
-    if (std::abs(number.point) > farthestPoint)
+    if (std::abs(number.point) > mostPlaces)
         return QString::number(value);
     return QString::fromLatin1(
         number.fixed(std::max(static_cast<int>(number.digits.size()) - number.point, 0)));

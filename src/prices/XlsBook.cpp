@@ -95,24 +95,18 @@ void XlsBook::readGlobals() {
         if (record->kind == Biff::filePass)
             m_fault = PriceFault::locked;
         const bool hasCells = record->kind == Biff::boundSheet && record->byte(5) == 0;
-        if (hasCells)
-            m_sheets.push_back(
-                {record->characters(7, record->byte(6)), static_cast<qsizetype>(record->longWord(0))});
+        if (hasCells) {
+            m_sheets << record->characters(7, record->byte(6));
+            m_starts.push_back(static_cast<qsizetype>(record->longWord(0)));
+        }
     }
-    if (m_fault == PriceFault::none && (reader.isCut() || m_sheets.empty()))
+    if (m_fault == PriceFault::none && (reader.isCut() || m_sheets.isEmpty()))
         m_fault = PriceFault::broken;
     m_strings = sharedStringsIn(strings);
 }
 
-QStringList XlsBook::sheets() const {
-    QStringList names;
-    for (const Sheet& sheet : m_sheets)
-        names << sheet.name;
-    return names;
-}
-
 ReadTable XlsBook::read(int sheet, const PriceProgress& goesOn) const {
-    BiffReader reader(m_stream, m_sheets.at(static_cast<std::size_t>(sheet)).at);
+    BiffReader reader(m_stream, m_starts.at(static_cast<std::size_t>(sheet)));
     SheetReader cells(m_strings);
     int depth = 0;  // a drawing is a part within the sheet's
     for (int count = 0;; ++count) {
@@ -128,8 +122,7 @@ ReadTable XlsBook::read(int sheet, const PriceProgress& goesOn) const {
         if (depth == 1 && !cells.take(*record))
             return {{}, PriceFault::tooLarge, {}};
     }
-    const bool empty = cells.table.columns() == 0;
-    return {std::move(cells.table), empty ? PriceFault::empty : PriceFault::none, {}};
+    return readWhole(std::move(cells.table));
 }
 
 }  // namespace sorvanto

@@ -1,33 +1,24 @@
-// Tables of a binary workbook (.xls as written since 1997). Values alone: what a formula came to, not how.
+// Tables of a binary workbook (.xls as written since 1997).
 #pragma once
 
-#include "prices/PriceText.h"
+#include "prices/Workbook.h"
 
-#include <QStringList>
 #include <vector>
 
 namespace sorvanto {
 
-class XlsBook {
+class XlsBook : public Workbook {
 public:
     /// file: the whole compound file.
     explicit XlsBook(const QByteArray& file);
 
-    PriceFault fault() const { return m_fault; }
-    QStringList sheets() const;
-    ReadTable read(int sheet, const PriceProgress& goesOn = {}) const;
+    ReadTable read(int sheet, const PriceProgress& goesOn = {}) const override;
 
 private:
-    struct Sheet {
-        QString name;
-        qsizetype at;  ///< its first record in the stream
-    };
     void readGlobals();
 
     QByteArray m_stream;
-    std::vector<Sheet> m_sheets;
-    QStringList m_strings;  ///< shared by all sheets
-    PriceFault m_fault;
+    std::vector<qsizetype> m_starts;  ///< of each sheet in the stream
 };
 
 }  // namespace sorvanto

@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr int rowsAtOnce = 256;
-
 /// The text of an element that may be parted into differently looking runs; how it is pronounced is left out.
 QString textOf(QXmlStreamReader& xml) {
     const QString element = xml.name().toString();
@@ -47,24 +45,22 @@ public:
         : m_xml(part), m_size(part.size()), m_strings(strings) {}
 
     ReadTable read(const PriceProgress& goesOn) {
-        ReadTable read;
+        PriceTable table;
         for (int rows = 0; !m_xml.atEnd();) {
             m_xml.readNext();
             if (!m_xml.isStartElement())
                 continue;
             if (m_xml.name() == "row"_L1) {
                 startRow();
-                if (goesOn && ++rows % rowsAtOnce == 0 && !goesOn(done()))
+                if (goesOn && ++rows % rowsBetweenAsks == 0 && !goesOn(done()))
                     return {{}, PriceFault::stopped, {}};
-            } else if (m_xml.name() == "c"_L1 && !takeCell(read.table)) {
+            } else if (m_xml.name() == "c"_L1 && !takeCell(table)) {
                 return {{}, PriceFault::tooLarge, {}};
             }
         }
         if (m_xml.hasError())
             return {{}, PriceFault::broken, {}};
-        if (read.table.columns() == 0)
-            read.fault = PriceFault::empty;
-        return read;
+        return readWhole(std::move(table));
     }
 
 private:
@@ -121,7 +117,8 @@ QMap<QString, QByteArray> relations(const QByteArray& file) {
 
 }  // namespace
 
-XlsxBook::XlsxBook(QByteArray file) : m_file(std::move(file)), m_fault(readSheets()) {
+XlsxBook::XlsxBook(QByteArray file) : m_file(std::move(file)) {
+    m_fault = readSheets();
     if (m_fault == PriceFault::none)
         m_fault = readStrings();
 }
@@ -143,10 +140,12 @@ PriceFault XlsxBook::readSheets() {
             else if (attribute.qualifiedName() != attribute.name() && attribute.name() == "id"_L1)
                 id = attribute.value().toString();
         }
-        if (const QByteArray path = paths.value(id); path.contains("/worksheets/"))
-            m_sheets.push_back({name, path});
+        if (const QByteArray path = paths.value(id); path.contains("/worksheets/")) {
+            m_sheets << name;
+            m_paths.push_back(path);
+        }
     }
-    return xml.hasError() || m_sheets.empty() ? PriceFault::broken : PriceFault::none;
+    return xml.hasError() || m_sheets.isEmpty() ? PriceFault::broken : PriceFault::none;
 }
 
 PriceFault XlsxBook::readStrings() {
@@ -162,15 +161,8 @@ PriceFault XlsxBook::readStrings() {
     return xml.hasError() ? PriceFault::broken : PriceFault::none;
 }
 
-QStringList XlsxBook::sheets() const {
-    QStringList names;
-    for (const Sheet& sheet : m_sheets)
-        names << sheet.name;
-    return names;
-}
-
 ReadTable XlsxBook::read(int sheet, const PriceProgress& goesOn) const {
-    const WorkbookPart part = partOf(m_file, m_sheets.at(static_cast<std::size_t>(sheet)).path);
+    const WorkbookPart part = partOf(m_file, m_paths.at(static_cast<std::size_t>(sheet)));
     if (part.fault != PriceFault::none)
         return {{}, part.fault == PriceFault::notATable ? PriceFault::broken : part.fault, {}};
     return SheetXml(part.bytes, m_strings).read(goesOn);
