@@ -26,14 +26,10 @@ using platform::number;
 using platform::Query;
 using platform::run;
 using platform::RuntimeError;
+using platform::text;
 
 [[noreturn]] void refuse(const QString& why) {
     throw RuntimeError(platform::error::general, why, u"Archive"_s);
-}
-
-QString text(platform::Engine& database, const QString& sql) {
-    Query statement(database, sql, sql);
-    return statement.step() ? statement.value(0, {platform::FieldKind::Text, 0}).toString() : QString();
 }
 
 void refuseUnsound(const QString& file) {

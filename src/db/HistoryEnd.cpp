@@ -19,12 +19,8 @@ namespace {
 
 using platform::number;
 using platform::Query;
+using platform::text;
 using platform::sqlite::FileReader;
-
-QString text(platform::Engine& database, const QString& sql) {
-    Query row(database, sql, {});
-    return row.step() ? row.value(0, platform::asText).toString() : QString();
-}
 
 struct Noted {
     HistoryHead head;

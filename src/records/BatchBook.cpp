@@ -69,8 +69,7 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
 }
 
 int BatchBook::batchCount() {
-    Query count(openDB(m_context)->engine(), u"SELECT count(*) FROM Log"_s, {});
-    return count.step() ? static_cast<int>(count.integer(0)) : 0;
+    return static_cast<int>(platform::number(openDB(m_context)->engine(), u"SELECT count(*) FROM Log"_s));
 }
 
 QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {

@@ -17,8 +17,7 @@ using platform::Query;
 QString identityIn(const platform::ConnectionPtr& database) {
     if (database->declaredType(u"FileIdentity"_s, u"fid_Identity"_s).isEmpty())
         return {};
-    Query rows(database->engine(), u"SELECT fid_Identity FROM FileIdentity"_s, {});
-    return rows.step() ? rows.value(0, {FieldKind::Text}).toString() : QString();
+    return platform::text(database->engine(), u"SELECT fid_Identity FROM FileIdentity"_s);
 }
 
 /// Everything that the database remembers of what it gave off.

@@ -53,4 +53,10 @@ inline std::int64_t number(Engine& engine, const QString& sql) {
     return query.step() ? query.integer(0) : 0;
 }
 
+/// The same as text; empty when there is none.
+inline QString text(Engine& engine, const QString& sql) {
+    Query query(engine, sql, sql);
+    return query.step() ? query.value(0, asText).toString() : QString();
+}
+
 }  // namespace platform
