@@ -6,6 +6,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Caption.h"
 #include "platform/widgets/Theme.h"
 #include "reports/HistoryCaptions.h"
 #include "reports/ReportFlow.h"
@@ -29,7 +30,8 @@ using platform::grid;
 
 constexpr int daysAtFirst = 30;
 constexpr std::size_t mostLines = 5000;  // paper and spreadsheet have all
-constexpr int momentWidth = 184, personWidth = 150, deedWidth = 130, recordWidth = 210, fieldWidth = 140;
+// Of the columns from the left.
+constexpr int widths[] = {184, 150, 130, 210, 140};
 
 /// Emptied by hand it is no bound.
 QDate dayIn(const platform::DateBox& box) { return box.text().isEmpty() ? QDate() : box.value().date(); }
@@ -67,11 +69,7 @@ QLayout* HistoryFileWindow::topRow() {
     m_to->setObjectName(u"txtTo"_s);
     for (const auto& [box, text] :
          {std::pair(m_from, translated(u"From"_s)), std::pair(m_to, translated(u"To"_s))}) {
-        auto* caption = new QLabel(text, this);
-        platform::setLook(*caption, "quiet");
-        caption->setBuddy(box);
-        (box->focusProxy() ? box->focusProxy() : box)->setAccessibleName(text);
-        top->addWidget(caption);
+        top->addWidget(platform::captionFor(*box, text));
         top->addWidget(box);
         top->addSpacing(grid);
         connect(box, &platform::DateBox::valueEdited, this, &HistoryFileWindow::showChanges);
@@ -114,11 +112,11 @@ void HistoryFileWindow::showChanges() {
                                               all ? changes : historyRows(database, first, last)),
                             all ? QString()
                                 : translated(u"The newest are listed; print and export have all."_s));
-        m_changes->setColumns({{translated(u"Date"_s), momentWidth},
-                               {translated(u"Who"_s), personWidth},
-                               {QString(), deedWidth},
-                               {translated(u"Record"_s), recordWidth},
-                               {translated(u"Field"_s), fieldWidth},
+        m_changes->setColumns({{translated(u"Date"_s), widths[When]},
+                               {translated(u"Who"_s), widths[Who]},
+                               {QString(), widths[What]},
+                               {translated(u"Record"_s), widths[Record]},
+                               {translated(u"Field"_s), widths[Field]},
                                {translated(u"Before"_s)},
                                {translated(u"After"_s)}});
         for (QPushButton* button : {m_print, m_export})

@@ -6,6 +6,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Caption.h"
 #include "platform/widgets/Theme.h"
 #include "prices/PackPrice.h"
 #include "records/ColumnSizes.h"
@@ -40,14 +41,6 @@ platform::NumberBox* numberBox(const QString& name, const QString& picture, QWid
     box->setBounds(0, mostMoney);
     box->setFixedWidth(16 * grid);
     return box;
-}
-
-QLabel* captionFor(QWidget& box, const QString& text) {
-    auto* caption = new QLabel(text, box.parentWidget());
-    platform::setLook(*caption, "quiet");
-    caption->setBuddy(&box);
-    box.setAccessibleName(text);
-    return caption;
 }
 
 /// A price that isn't of the same order as the former one is worth a second look.
@@ -132,7 +125,7 @@ QLayout* NewLotWindow::topRows() {
     rows->setColumnStretch(1, 1);
     const auto add = [&](QWidget& box, const QString& caption, auto* place) {
         const int row = rows->rowCount();
-        rows->addWidget(captionFor(box, caption), row, 0, Qt::AlignRight | Qt::AlignVCenter);
+        rows->addWidget(platform::captionFor(box, caption), row, 0, Qt::AlignRight | Qt::AlignVCenter);
         if constexpr (std::is_base_of_v<QLayout, std::remove_pointer_t<decltype(place)>>)
             rows->addLayout(place, row, 1);
         else
@@ -153,7 +146,7 @@ QLayout* NewLotWindow::packRow() {
     auto* row = new QHBoxLayout;
     row->setSpacing(2 * grid);
     row->addWidget(m_packPrice);
-    row->addWidget(captionFor(*m_packSize, translated(u"for"_s)));
+    row->addWidget(platform::captionFor(*m_packSize, translated(u"for"_s)));
     row->addWidget(m_packSize);
     m_packSize->setAccessibleName(translated(u"Size of a pack"_s));
     row->addWidget(m_packUnit);

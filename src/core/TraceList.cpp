@@ -1,28 +1,21 @@
 #include "core/TraceList.h"
 
 #include "platform/widgets/ColumnRoom.h"
-#include "platform/widgets/FocusMark.h"
-#include "platform/widgets/Rows.h"
 #include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAbstractTableModel>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <QVBoxLayout>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
-
-using platform::grid;
 
 class TraceRowsModel : public QAbstractTableModel {
 public:
@@ -93,7 +86,6 @@ private:
 
 namespace {
 
-constexpr int looked = 100;                      // rows that a column's width is made for
 constexpr int leastOpen = 90, enoughOpen = 240;  // of a column without a width
 constexpr int cellMargin = 10;                   // as the headings have
 
@@ -140,61 +132,17 @@ private:
 }  // namespace
 
 TraceList::TraceList(const QString& name, QWidget* parent)
-    : QFrame(parent), m_model(new TraceRowsModel(this)), m_title(new QLabel(this)),
-      m_remark(new QLabel(this)), m_view(new QTableView(this)) {
-    platform::makeCard(*this);
-    m_title->setTextFormat(Qt::PlainText);
-    platform::setLook(*m_title, "heading");
-    m_remark->setTextFormat(Qt::PlainText);
-    platform::setLook(*m_remark, "quiet");
-    m_view->setObjectName(name);
-    m_view->setModel(m_model);
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_view->setAlternatingRowColors(true);
-    m_view->setShowGrid(false);
-    m_view->setWordWrap(false);
-    m_view->setTabKeyNavigation(false);
-    m_view->setFrameShape(QFrame::NoFrame);
-    m_view->verticalHeader()->hide();
-    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_view->verticalHeader()->setDefaultSectionSize(platform::rowPitch);
-    m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
-    m_view->horizontalHeader()->setHighlightSections(false);
-    m_view->setItemDelegate(new CellPainter(m_view));
-    new platform::FocusMark(*m_view);
-    m_view->setMinimumHeight(platform::headPitch + platform::rowPitch);
-    m_view->installEventFilter(this);
-    connect(m_view, &QTableView::doubleClicked, this,
+    : ListCard(name, 1, parent), m_model(new TraceRowsModel(this)) {
+    setModel(*m_model);
+    view().setItemDelegate(new CellPainter(&view()));
+    connect(&view(), &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { emit opened(index.row()); });
-    connect(m_view, &QTableView::clicked, this, [this](const QModelIndex& index) {
+    connect(&view(), &QTableView::clicked, this, [this](const QModelIndex& index) {
         if (index.column() == 0)
             toggle({index.row()});
     });
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &TraceList::choiceChanged);
-    // The frame is the row's, and the view paints the cell alone.
-    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, m_view->viewport(),
-            qOverload<>(&QWidget::update));
-
-    auto* head = new QHBoxLayout;
-    head->addWidget(m_title);
-    head->addStretch();
-    head->addWidget(m_remark);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(2 * grid, grid, 2 * grid, grid);
-    column->setSpacing(grid / 2);
-    column->addLayout(head);
-    column->addWidget(m_view, 1);
+    connect(view().selectionModel(), &QItemSelectionModel::selectionChanged, this, &TraceList::choiceChanged);
 }
-
-void TraceList::setTitle(const QString& title, const QString& remark) {
-    m_title->setText(title);
-    setRemark(remark);
-    m_view->setAccessibleName(title);
-}
-
-void TraceList::setRemark(const QString& remark) { m_remark->setText(remark); }
 
 void TraceList::setColumns(std::vector<TraceColumn> columns) {
     m_columns = columns;
@@ -208,13 +156,13 @@ void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
     emit choiceChanged();
 }
 
-void TraceList::choose(int row) { m_view->selectRow(row); }
+void TraceList::choose(int row) { view().selectRow(row); }
 
 int TraceList::rowCount() const { return m_model->rowCount(); }
 
 std::vector<int> TraceList::chosen() const {
     std::vector<int> rows;
-    for (const QModelIndex& index : m_view->selectionModel()->selectedRows())
+    for (const QModelIndex& index : view().selectionModel()->selectedRows())
         rows.push_back(index.row());
     std::sort(rows.begin(), rows.end());
     return rows;
@@ -222,7 +170,7 @@ std::vector<int> TraceList::chosen() const {
 
 void TraceList::setTicked() {
     m_model->setTicks(std::vector<bool>(static_cast<std::size_t>(rowCount()), true));
-    m_view->selectRow(0);  // the space bar has a row to start with
+    view().selectRow(0);  // the space bar has a row to start with
     emit tickChanged();
 }
 
@@ -246,19 +194,16 @@ void TraceList::toggle(const std::vector<int>& rows) {
 }
 
 bool TraceList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == m_view)
-        QMetaObject::invokeMethod(this, &TraceList::layOutColumns,
-                                  Qt::QueuedConnection);  // once its rows have their place
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
         const bool moves = key->key() == Qt::Key_Down || key->key() == Qt::Key_Up;
-        if (moves && m_view->currentIndex().isValid() && chosen().empty()) {
-            choose(m_view->currentIndex().row());  // the framed one first
+        if (moves && view().currentIndex().isValid() && chosen().empty()) {
+            choose(view().currentIndex().row());  // the framed one first
             return true;
         }
-        if (enter && m_view->currentIndex().isValid()) {
-            emit opened(m_view->currentIndex().row());
+        if (enter && view().currentIndex().isValid()) {
+            emit opened(view().currentIndex().row());
             return true;
         }
         if (key->key() == Qt::Key_Space && !m_model->ticks().empty()) {
@@ -266,36 +211,22 @@ bool TraceList::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
-    return QFrame::eventFilter(watched, event);
-}
-
-void TraceList::changeEvent(QEvent* event) {
-    QFrame::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        layOutColumns();
-}
-
-int TraceList::contentWidth(int column) const {
-    int widest = 0;
-    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row) {
-        const QString text = m_model->index(row, column).data().toString();
-        widest = std::max(widest, m_view->fontMetrics().horizontalAdvance(text));
-    }
-    return widest + 2 * cellMargin + 2;
+    return ListCard::eventFilter(watched, event);
 }
 
 // The last of the columns without a width stretches, so that nothing is left over.
 void TraceList::layOutColumns() {
-    QHeaderView& header = *m_view->horizontalHeader();
+    QHeaderView& header = *view().horizontalHeader();
     std::vector<platform::ColumnWish> wishes;
     int lastOpen = -1;
     for (int i = 0; i < static_cast<int>(m_columns.size()); ++i) {
         const int designed = m_columns[static_cast<std::size_t>(i)].width;
         lastOpen = designed == 0 ? i : lastOpen;
-        wishes.push_back({designed, header.sectionSizeHint(i), contentWidth(i)});
+        const int text = platform::widestText(*m_model, i, view().fontMetrics());
+        wishes.push_back({designed, header.sectionSizeHint(i), text + 2 * cellMargin + 2});
     }
     const std::vector<int> widths =
-        platform::sharedWidths(wishes, m_view->viewport()->width(), leastOpen, enoughOpen);
+        platform::sharedWidths(wishes, view().viewport()->width(), leastOpen, enoughOpen);
     for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
         header.setSectionResizeMode(i, i == lastOpen ? QHeaderView::Stretch : QHeaderView::Interactive);
         if (i != lastOpen)

@@ -1,12 +1,10 @@
-// A list of rows, as the trace has them: a card with a title, a quiet remark at its right, and rows of texts.
+// A list of texts in a card, as the trace has them.
 #pragma once
 
-#include <QFrame>
+#include "platform/widgets/ListCard.h"
+
 #include <QStringList>
 #include <vector>
-
-class QLabel;
-class QTableView;
 
 namespace sorvanto {
 
@@ -18,15 +16,13 @@ struct TraceColumn {
     bool right = false;
 };
 
-class TraceList : public QFrame {
+class TraceList : public platform::ListCard {
     Q_OBJECT
 
 public:
-    /// name: object name of the rows, also what screen readers call them until there is a title.
+    /// name: object name of the rows.
     explicit TraceList(const QString& name, QWidget* parent = nullptr);
 
-    void setTitle(const QString& title, const QString& remark = {});
-    void setRemark(const QString& remark);
     void setColumns(std::vector<TraceColumn> columns);
     /// quiet: so many rows at the end are drawn as remarks. Nothing is chosen afterwards.
     void setRows(std::vector<QStringList> rows, int quiet = 0);
@@ -48,19 +44,14 @@ signals:
     void tickChanged();
 
 protected:
+    void layOutColumns() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    void layOutColumns();
-    int contentWidth(int column) const;
     void toggle(const std::vector<int>& rows);
 
     std::vector<TraceColumn> m_columns;
     TraceRowsModel* m_model;
-    QLabel* m_title;
-    QLabel* m_remark;
-    QTableView* m_view;
 };
 
 }  // namespace sorvanto

@@ -5,6 +5,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Caption.h"
 #include "platform/widgets/Theme.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportFlow.h"
@@ -100,14 +101,6 @@ void TraceWindow::buildWindow() {
     resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
 }
 
-QLabel* TraceWindow::captionFor(QWidget& box, const QString& text) {
-    auto* caption = new QLabel(text, this);
-    platform::setLook(*caption, "quiet");
-    caption->setBuddy(&box);
-    (box.focusProxy() ? box.focusProxy() : &box)->setAccessibleName(text);
-    return caption;
-}
-
 QLayout* TraceWindow::topRow() {
     m_text->setObjectName(u"txtTrace"_s);
     m_text->setMinimumWidth(36 * grid);
@@ -117,13 +110,13 @@ QLayout* TraceWindow::topRow() {
     m_to->setObjectName(u"txtTo"_s);
     auto* top = new QHBoxLayout;
     top->setSpacing(2 * grid);
-    top->addWidget(captionFor(*m_text, translated(u"Lot, NDC, chemical or patient"_s)));
+    top->addWidget(platform::captionFor(*m_text, translated(u"Lot, NDC, chemical or patient"_s)));
     top->addWidget(m_text);
     top->addStretch();
     for (const auto& [box, text] :
          {std::pair(m_from, translated(u"From"_s)), std::pair(m_to, translated(u"To"_s))}) {
         box->setFixedWidth(dateBoxWidth);
-        top->addWidget(captionFor(*box, text));
+        top->addWidget(platform::captionFor(*box, text));
         top->addWidget(box);
     }
     return top;

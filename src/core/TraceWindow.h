@@ -48,7 +48,6 @@ public:
 
 private:
     void buildWindow();
-    QLabel* captionFor(QWidget& box, const QString& text);
     QLayout* topRow();
     QLayout* bottomRow();
     void search();

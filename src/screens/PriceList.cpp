@@ -1,21 +1,18 @@
 #include "screens/PriceList.h"
 
 #include "platform/basic/LocalMarks.h"
-#include "platform/widgets/FocusMark.h"
-#include "platform/widgets/Rows.h"
+#include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
 #include "screens/PriceTexts.h"
 #include "shared/Translator.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 
@@ -24,12 +21,11 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::grid;
-
 // Pixels at 100 %; the remark takes what is left.
 constexpr std::array<int, PriceRowsModel::columns> widths{44, 48, 176, 64, 264, 72, 72, 56, 72, 72, 0};
 
 constexpr int leastRemark = 220;
+constexpr int fewestRows = 4;
 constexpr int leastCalculation = 160;  // the designed one is the most: what it leaves is the remark's
 
 bool isNumberColumn(int column) {
@@ -216,69 +212,31 @@ void PriceRowsModel::tickRows(const QModelIndexList& wanted, bool on) {
 }
 
 PriceList::PriceList(QWidget* parent)
-    : QFrame(parent), m_model(new PriceRowsModel(this)), m_view(new QTableView(this)),
-      m_remark(new QLabel(this)) {
-    platform::makeCard(*this);
-    auto* title = new QLabel(translated(u"What would change"_s), this);
-    platform::setLook(*title, "heading");
-    platform::setLook(*m_remark, "quiet");
-    m_remark->setObjectName(u"lblCounts"_s);
-    m_remark->setTextFormat(Qt::PlainText);
-    m_view->setObjectName(u"grdPrices"_s);
-    m_view->setAccessibleName(title->text());
-    m_view->setModel(m_model);
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_view->setAlternatingRowColors(true);
-    m_view->setShowGrid(false);
-    m_view->setWordWrap(false);
-    m_view->setTabKeyNavigation(false);
-    m_view->setFrameShape(QFrame::NoFrame);
-    m_view->verticalHeader()->hide();
-    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_view->verticalHeader()->setDefaultSectionSize(platform::rowPitch);
-    m_view->horizontalHeader()->setFixedHeight(platform::headPitch);
-    m_view->horizontalHeader()->setHighlightSections(false);
-    m_view->setMinimumHeight(platform::headPitch + 4 * platform::rowPitch);
-    m_view->setItemDelegate(new RowPainter(m_view));
-    new platform::FocusMark(*m_view);
-    m_view->installEventFilter(this);
-    setFocusProxy(m_view);
-    // The frame is the row's, and the view paints the cell alone.
-    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, m_view->viewport(),
-            qOverload<>(&QWidget::update));
+    : ListCard(u"grdPrices"_s, fewestRows, parent), m_model(new PriceRowsModel(this)) {
+    setTitle(translated(u"What would change"_s));
+    remarkLabel().setObjectName(u"lblCounts"_s);
+    setModel(*m_model);
+    view().setItemDelegate(new RowPainter(&view()));
+    setFocusProxy(&view());
     // The space bar has a row to start with.
-    connect(m_model, &QAbstractItemModel::modelReset, m_view, [this] {
+    connect(m_model, &QAbstractItemModel::modelReset, &view(), [this] {
         layOutColumns();
-        m_view->selectRow(0);
+        view().selectRow(0);
     });
-
-    auto* head = new QHBoxLayout;
-    head->addWidget(title);
-    head->addStretch();
-    head->addWidget(m_remark);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(2 * grid, grid, 2 * grid, grid);
-    column->setSpacing(grid / 2);
-    column->addLayout(head);
-    column->addWidget(m_view, 1);
-    layOutColumns();
+    PriceList::layOutColumns();
 }
 
-void PriceList::setRemark(const QString& text) { m_remark->setText(text); }
-
 int PriceList::calculationWidth() const {
-    constexpr int looked = 100;  // rows
     int widest = 0;
-    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row)
+    for (int row = 0; row < std::min(m_model->rowCount(), platform::rowsLookedAt); ++row)
         widest = std::max(widest,
-                          m_view->sizeHintForIndex(m_model->index(row, PriceRowsModel::calculation)).width());
-    return widest + grid;
+                          view().sizeHintForIndex(m_model->index(row, PriceRowsModel::calculation)).width());
+    return widest + platform::grid;
 }
 
 void PriceList::layOutColumns() {
-    QHeaderView& header = *m_view->horizontalHeader();
-    int left = m_view->viewport()->width();
+    QHeaderView& header = *view().horizontalHeader();
+    int left = view().viewport()->width();
     for (int column = 0; column < PriceRowsModel::columns; ++column) {
         int wanted = widths[static_cast<std::size_t>(column)];
         if (column == PriceRowsModel::remark)
@@ -292,22 +250,19 @@ void PriceList::layOutColumns() {
 
 /// All chosen rows get the tick that the current one has not.
 void PriceList::tickChosen() {
-    const auto current = m_view->currentIndex().siblingAtColumn(PriceRowsModel::tick);
+    const auto current = view().currentIndex().siblingAtColumn(PriceRowsModel::tick);
     if (!current.isValid())
         return;
-    m_model->tickRows(m_view->selectionModel()->selectedRows(PriceRowsModel::tick),
+    m_model->tickRows(view().selectionModel()->selectedRows(PriceRowsModel::tick),
                       current.data(Qt::CheckStateRole).toInt() != Qt::Checked);
 }
 
 bool PriceList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize)
-        QMetaObject::invokeMethod(this, &PriceList::layOutColumns,
-                                  Qt::QueuedConnection);  // once the rows have their place
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
         tickChosen();
         return true;
     }
-    return QFrame::eventFilter(watched, event);
+    return ListCard::eventFilter(watched, event);
 }
 
 }  // namespace sorvanto

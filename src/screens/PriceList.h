@@ -1,13 +1,10 @@
 // The proposals of a price list as rows, with a box to tick for each that can be taken.
 #pragma once
 
+#include "platform/widgets/ListCard.h"
 #include "prices/PriceProposals.h"
 
 #include <QAbstractTableModel>
-#include <QFrame>
-
-class QLabel;
-class QTableView;
 
 namespace sorvanto {
 
@@ -65,26 +62,23 @@ private:
     WeighedPrices* m_weighed = nullptr;
 };
 
-class PriceList : public QFrame {
+class PriceList : public platform::ListCard {
     Q_OBJECT
 
 public:
     explicit PriceList(QWidget* parent = nullptr);
 
     PriceRowsModel& rows() { return *m_model; }
-    void setRemark(const QString& text);
 
 protected:
+    void layOutColumns() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void layOutColumns();
     int calculationWidth() const;
     void tickChosen();
 
     PriceRowsModel* m_model;
-    QTableView* m_view;
-    QLabel* m_remark;
 };
 
 }  // namespace sorvanto

@@ -33,7 +33,6 @@ public:
 
 private:
     void buildWindow();
-    QLabel* captionFor(QWidget& box, const QString& text);
     QLayout* fileRow();
     QLayout* columnsRow();
     QLayout* bottomRow();

@@ -1,6 +1,7 @@
 #include "screens/PriceTexts.h"
 #include "screens/PriceWindow.h"
 
+#include "platform/widgets/Caption.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -60,14 +61,6 @@ void PriceWindow::orderStops() {
     then(findChild<QPushButton*>(u"cmdClose"_s));
 }
 
-QLabel* PriceWindow::captionFor(QWidget& box, const QString& text) {
-    auto* caption = new QLabel(text, this);
-    platform::setLook(*caption, "quiet");
-    caption->setBuddy(&box);
-    box.setAccessibleName(text);
-    return caption;
-}
-
 /// The file's name, and how it is read.
 QLayout* PriceWindow::fileRow() {
     m_sheet->setObjectName(u"cboSheet"_s);
@@ -86,7 +79,7 @@ QLayout* PriceWindow::fileRow() {
     row->addWidget(name);
     row->addStretch();
     const auto add = [&](QComboBox& box, const QString& text, bool shown) {
-        QLabel* caption = captionFor(box, text);
+        QLabel* caption = platform::captionFor(box, text);
         caption->setVisible(shown);
         box.setVisible(shown);
         row->addWidget(caption);
@@ -111,7 +104,7 @@ QLayout* PriceWindow::columnsRow() {
         box->setMinimumContentsLength(8);
         m_columnBoxes[at] = box;
         const QString text = priceFieldText(static_cast<PriceField>(i));
-        columns->addWidget(captionFor(*box, text), 0, i);
+        columns->addWidget(platform::captionFor(*box, text), 0, i);
         columns->addWidget(box, 1, i);
         columns->setColumnStretch(i, 1);
         if (!isAmount(static_cast<PriceField>(i)))

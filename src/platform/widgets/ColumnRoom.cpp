@@ -1,6 +1,8 @@
 // Step by step: each only moves width from one kind of column to another.
 #include "platform/widgets/ColumnRoom.h"
 
+#include <QAbstractItemModel>
+#include <QFontMetrics>
 #include <algorithm>
 #include <cstddef>
 #include <functional>
@@ -25,6 +27,13 @@ void give(std::vector<int>& widths, const std::vector<int>& slack, int missing) 
 }
 
 }  // namespace
+
+int widestText(const QAbstractItemModel& model, int column, const QFontMetrics& metrics) {
+    int widest = 0;
+    for (int row = 0; row < std::min(model.rowCount(), rowsLookedAt); ++row)
+        widest = std::max(widest, metrics.horizontalAdvance(model.index(row, column).data().toString()));
+    return widest;
+}
 
 std::vector<int> sharedWidths(const std::vector<ColumnWish>& columns, int room, int least, int enough) {
     std::vector<int> widths;

@@ -3,7 +3,16 @@
 
 #include <vector>
 
+class QAbstractItemModel;
+class QFontMetrics;
+
 namespace platform {
+
+/// Rows that the width of a column is made for.
+inline constexpr int rowsLookedAt = 100;
+
+/// Pixels of the column's widest text in these rows, without margins.
+int widestText(const QAbstractItemModel& model, int column, const QFontMetrics& metrics);
 
 /// What a column would take, in pixels.
 struct ColumnWish {

@@ -22,7 +22,6 @@ namespace {
 
 constexpr int compactText = 12;  // pixels
 constexpr int compactMargin = 6;
-constexpr int looked = 100;                      // rows that a column's width is made for
 constexpr int leastOpen = 72, enoughOpen = 220;  // of a column that stretches, in pixels
 constexpr int mostRows = 40;                     // more are scrolled, however high the window
 
@@ -32,26 +31,19 @@ RecordGrid::RecordGrid(QWidget* parent)
     : QTableView(parent), m_model(new RecordModel(this)), m_delegate(new RecordDelegate(*m_model, this)) {
     setItemDelegate(m_delegate);
     setModel(m_model);
-    setShowGrid(false);
-    setAlternatingRowColors(true);
+    setUpRows(*this);
     setFrameShape(QFrame::NoFrame);
+    setAlternatingRowColors(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setWordWrap(false);
     setCornerButtonEnabled(false);
     new FocusMark(*this);
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(AnyKeyPressed | DoubleClicked | EditKeyPressed | SelectedClicked);
-    setTabKeyNavigation(false);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(rowPitch);
     verticalHeader()->setMinimumSectionSize(rowPitch);
-    horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setFixedHeight(headPitch);
     horizontalHeader()->setMinimumSectionSize(40);
     connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &RecordGrid::updateGeometry);
     connect(m_model, &RecordModel::setChanged, this, &RecordGrid::followSet);
@@ -95,12 +87,7 @@ void RecordGrid::layOutColumns() {
 }
 
 int RecordGrid::contentWidth(int column) const {
-    int widest = 0;
-    for (int row = 0; row < std::min(m_model->rowCount(), looked); ++row) {
-        const QString text = m_model->index(row, column).data().toString();
-        widest = std::max(widest, fontMetrics().horizontalAdvance(text));
-    }
-    return widest + 2 * m_delegate->cellMargin() + 2;
+    return widestText(*m_model, column, fontMetrics()) + 2 * m_delegate->cellMargin() + 2;
 }
 
 bool RecordGrid::widthsAreOurs() const {

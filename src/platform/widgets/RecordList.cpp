@@ -5,7 +5,7 @@
 #include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Rows.h"
-#include "platform/widgets/StyleShapes.h"
+#include "platform/widgets/StyleParts.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -37,9 +37,7 @@ constexpr int roomForDays = 520;  // in a narrower list they stand below the fil
 constexpr int cellMargin = 10;
 constexpr int leastWidth = 132;  // of the column that takes what is left
 constexpr int enoughForNames = 196;
-constexpr int slack = 4;       // of a heading or a text
-constexpr int arrowRoom = 20;  // of the heading that the rows are sorted by
-constexpr int looked = 100;    // rows that a column's width is made for
+constexpr int slack = 4;  // of a heading or a text
 
 /// The record on show is filled and half bold; the row that the keys stand on has a frame.
 class RowPainter : public QStyledItemDelegate {
@@ -181,18 +179,11 @@ void RecordList::buildRows() {
     m_rows->setObjectName(u"grdRecordList"_s);
     m_rows->setHorizontalHeader(new Headings(m_rows));
     m_rows->setModel(m_model);
+    setUpRows(*m_rows);
     m_rows->setItemDelegate(new RowPainter(*this, *m_rows));
     m_rows->setSelectionMode(QAbstractItemView::NoSelection);
     m_rows->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_rows->setShowGrid(false);
-    m_rows->setWordWrap(false);
-    m_rows->setTabKeyNavigation(false);
     m_rows->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_rows->verticalHeader()->hide();
-    m_rows->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_rows->verticalHeader()->setDefaultSectionSize(rowPitch);
-    m_rows->horizontalHeader()->setFixedHeight(headPitch);
-    m_rows->horizontalHeader()->setHighlightSections(false);
     m_rows->horizontalHeader()->setSectionsClickable(true);
     m_rows->setSortingEnabled(true);
     QFont small = font();
@@ -229,7 +220,7 @@ void RecordList::layOutColumns() {
     std::vector<ColumnWish> wishes;
     for (int i = 0; i < m_model->columnCount(); ++i) {
         int widest = 0;
-        for (const QString& text : m_model->sample(i, looked))
+        for (const QString& text : m_model->sample(i, rowsLookedAt))
             widest = std::max(widest, measure.horizontalAdvance(text));
         wishes.push_back({m_model->columns()[static_cast<std::size_t>(i)].width, head.sectionSizeHint(i),
                           widest + 2 * cellMargin + slack});

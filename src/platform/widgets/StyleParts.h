@@ -66,6 +66,8 @@ void drawTabLabel(const QStyleOptionTab& option, QPainter& painter);
 
 // Lists, tables, scroll bars, progress.
 
+/// Pixels that a heading has for the arrow of the order.
+inline constexpr int arrowRoom = 20;
 /// Room for the caption, its margins and the arrow of the order.
 QSize headerSize(const QStyleOptionHeader& option, const QWidget* widget);
 void drawHeader(const QStyleOptionHeader& option, QPainter& painter, const QWidget* widget);

@@ -13,7 +13,6 @@ namespace platform {
 
 namespace {
 
-constexpr int arrowRoom = 20;
 constexpr int handleMargin = 3, leastHandle = 36;
 constexpr qreal handleRadius = 3, progressRadius = 4;
 constexpr int busySteps = 60, busyInterval = 25;  // milliseconds a step
