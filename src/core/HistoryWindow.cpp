@@ -7,6 +7,7 @@
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
+#include "platform/widgets/Caption.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -33,14 +34,6 @@ QDateTime endOf(const QDate& day) { return QDateTime(day, QTime(23, 59, 59, 999)
 
 /// Emptied by hand it holds the zero date.
 bool hasDay(const platform::DateBox& box) { return !box.text().isEmpty(); }
-
-QLabel* caption(const QString& text, QWidget& control) {
-    auto* made = new QLabel(text, control.parentWidget());
-    platform::setLook(*made, "quiet");
-    made->setBuddy(&control);
-    (control.focusProxy() ? control.focusProxy() : &control)->setAccessibleName(text);
-    return made;
-}
 
 }  // namespace
 
@@ -96,10 +89,10 @@ void HistoryWindow::buildWindow() {
         top->addWidget(control);
     }
     top->addSpacing(grid);
-    top->addWidget(caption(translated(u"Changed since"_s), *m_since));
+    top->addWidget(platform::captionFor(*m_since, translated(u"Changed since"_s)));
     top->addWidget(m_since);
     top->addSpacing(grid);
-    top->addWidget(caption(translated(u"As it was on"_s), *m_day));
+    top->addWidget(platform::captionFor(*m_day, translated(u"As it was on"_s)));
     top->addWidget(m_day);
     top->addStretch();
     auto* all = new QPushButton(translated(u"All records"_s), this);

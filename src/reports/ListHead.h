@@ -5,9 +5,12 @@
 #include "platform/report/Report.h"
 
 #include <QString>
+#include <span>
 #include <vector>
 
 namespace sorvanto {
+
+struct Context;
 
 /// Where the parts of a list report's head differ.
 struct ListHead {
@@ -24,5 +27,25 @@ void translateListHead(platform::Report& report, const char* captionKey, const c
 
 /// A heading of a column, of a line's height.
 platform::Control heading(const QString& name, int left, int top, int width);
+
+/// A column of a list: what its controls are called behind their prefix, its heading's English text ("" for none), and
+/// where it stands.
+struct ListColumn {
+    const char* name;
+    const char* heading;
+    int left, width;
+    platform::TextAlign align = platform::TextAlign::Left;
+    platform::TextKind kind = platform::TextKind::Words;
+};
+
+/// The columns' headings at that height of a section.
+std::vector<platform::Control> headings(std::span<const ListColumn> columns, const QString& prefix,
+                                        int top = 0);
+void translateHeadings(platform::Report& report, std::span<const ListColumn> columns, const QString& prefix);
+
+/// The foot of a page: the store's name, and the page's number at the right.
+platform::Section storeFooter();
+/// To be called by the report's pageFooterFormat().
+void fillStoreFooter(const Context& context, platform::Report& report);
 
 }  // namespace sorvanto

@@ -14,51 +14,36 @@ namespace {
 using platform::Control;
 using platform::field;
 using platform::line;
+using platform::TextAlign;
 using platform::TextKind;
 
-/// A column of the list: heading with its key, field with its column, left edge and width.
-struct ListColumn {
-    const char* name;
-    const char* key;
-    int left, width;
-    bool centred;
-    platform::TextKind kind = platform::TextKind::Words;
+constexpr ListColumn chemicalColumns[] = {
+    {"chm_Name", "Name", 0, 2700, TextAlign::Left, TextKind::Name},
+    {"chm_Form", "Form", 2700, 1260, TextAlign::Centre},
+    {"chm_Units", "Unit", 3960, 900, TextAlign::Centre, TextKind::Value},
+    {"chm_NDC", "NDC", 4860, 1170, TextAlign::Centre, TextKind::Value},
+    {"chm_Lot", "Lot", 6030, 1170, TextAlign::Centre, TextKind::Value},
+    {"chm_Cost", "Cost", 7200, 900, TextAlign::Centre},
+    {"chm_AWP", "AWP", 8100, 810, TextAlign::Centre},
+    {"chm_Supplier", "Supplier", 8910, 1890},
 };
 
-constexpr ListColumn columns[] = {
-    {"chm_Name", "Name", 0, 2700, false, TextKind::Name},
-    {"chm_Form", "Form", 2700, 1260, true},
-    {"chm_Units", "Unit", 3960, 900, true, TextKind::Value},
-    {"chm_NDC", "NDC", 4860, 1170, true, TextKind::Value},
-    {"chm_Lot", "Lot", 6030, 1170, true, TextKind::Value},
-    {"chm_Cost", "Cost", 7200, 900, true},
-    {"chm_AWP", "AWP", 8100, 810, true},
-    {"chm_Supplier", "Supplier", 8910, 1890, false},
-};
-
-platform::Section headings() {
-    platform::Section section{platform::SectionKind::PageHeader, 375, {}};
-    for (const ListColumn& column : columns) {
-        Control& head = section.controls.emplace_back(
-            heading(u"lbl"_s + QLatin1String(column.name), column.left, 0, column.width));
-        if (column.centred)
-            head.centre();
-    }
+platform::Section chemicalHead() {
+    platform::Section section{platform::SectionKind::PageHeader, 375, headings(chemicalColumns, u"lbl"_s)};
     section.controls.push_back(line(u"Line5"_s, 0, 270, 10800));
     return section;
 }
 
 platform::Section chemicalRow() {
     platform::Section section{platform::SectionKind::Detail, 465, {}};
-    for (const ListColumn& column : columns) {
+    for (const ListColumn& column : chemicalColumns) {
         Control& text = section.controls.emplace_back(
             field(u"txtChemical_"_s + QLatin1String(column.name), column.left, 90, column.width, 270)
                 .bound(QLatin1String(column.name))
                 .font(detailFamily, 9));
         text.textKind = column.kind;
-        text.title = QLatin1String(column.key);
-        if (column.centred)
-            text.centre();
+        text.title = QLatin1String(column.heading);
+        text.style.align = column.align;
     }
     section.controls.front().bold();
     section.controls.push_back(line(u"Line6"_s, 90, 450, 10890));
@@ -71,7 +56,7 @@ platform::ReportDefinition chemicalList() {
     definition.sections = {
         listHead(platform::SectionKind::ReportHeader, 1005,
                  {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180}, {line(u"Line4"_s, 0, 900, 10800)}),
-        headings(),
+        chemicalHead(),
         chemicalRow(),
         {platform::SectionKind::PageFooter,
          240,
@@ -93,8 +78,7 @@ void rptChemicals::setChemicals(const platform::RecordsetPtr& chemicals) {
 
 void rptChemicals::translateForm() {
     translateListHead(*this, "Chemicals Report", "Chemical List - Sorvanto");
-    for (const ListColumn& column : columns)
-        setText(u"lbl"_s + QLatin1String(column.name), translated(QLatin1String(column.key)));
+    translateHeadings(*this, chemicalColumns, u"lbl"_s);
 }
 
 void rptChemicals::reportStart() {

@@ -1,9 +1,7 @@
 #include "reports/rptHistory.h"
 
-#include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
-#include "platform/basic/RuntimeError.h"
 #include "reports/FileNames.h"
 #include "reports/HistoryCaptions.h"
 #include "reports/ListHead.h"
@@ -21,30 +19,22 @@ using platform::field;
 using platform::line;
 using platform::SectionKind;
 
-struct Column {
-    const char* name;
-    const char* heading;
-    int left, width;
-};
-constexpr Column columns[] = {
+constexpr ListColumn changeColumns[] = {
     {"ChangeWhen", "Date", 0, 1890},      {"ChangeWho", "Who", 1935, 1395},
     {"ChangeWhat", "", 3375, 990},        {"ChangeRecord", "Record", 4410, 1755},
     {"ChangeField", "Field", 6210, 1350}, {"ChangeBefore", "Before", 7605, 1575},
     {"ChangeAfter", "After", 9225, 1575},
 };
 
-platform::Section headings() {
-    platform::Section section{SectionKind::PageHeader, 375, {}};
-    for (const Column& column : columns)
-        section.controls.push_back(
-            heading(u"lbl"_s + QLatin1String(column.name), column.left, 0, column.width));
+platform::Section changeHead() {
+    platform::Section section{SectionKind::PageHeader, 375, headings(changeColumns, u"lbl"_s)};
     section.controls.push_back(line(u"linHead"_s, 0, 270, 10800));
     return section;
 }
 
-platform::Section row() {
+platform::Section changeRow() {
     platform::Section section{SectionKind::Detail, 330, {}};
-    for (const Column& column : columns) {
+    for (const ListColumn& column : changeColumns) {
         Control& text = section.controls.emplace_back(
             field(u"txt"_s + QLatin1String(column.name), column.left, 45, column.width, 270)
                 .points(8)
@@ -60,14 +50,9 @@ platform::ReportDefinition changeHistory() {
     definition.sections = {
         listHead(SectionKind::ReportHeader, 1395, {.boxWidth = 5130, .dateLeft = 8370, .dateTop = 180},
                  {field(u"txtDays"_s, 0, 990, 10800, 270).points(9).asValue("Report Dates")}),
-        headings(),
-        row(),
-        {SectionKind::PageFooter,
-         450,
-         {
-             field(u"txtStore"_s, 0, 180, 7560, 270).points(9),
-             field(u"txtPage"_s, 8370, 180, 2430, 270).points(9).right().asValue("Page"),
-         }},
+        changeHead(),
+        changeRow(),
+        storeFooter(),
         {SectionKind::ReportFooter,
          510,
          {
@@ -97,10 +82,7 @@ rptHistory::rptHistory(Context& context, const platform::ConnectionPtr& connecti
 
 void rptHistory::translateForm(const QDate& first, const QDate& last) {
     translateListHead(*this, "Change History", "Change History");
-    for (const Column& column : columns) {
-        const QString english = QString::fromLatin1(column.heading);
-        setText(u"lbl"_s + QLatin1String(column.name), english.isEmpty() ? QString() : translated(english));
-    }
+    translateHeadings(*this, changeColumns, u"lbl"_s);
     setText(u"txtDays"_s, dayText(first) + u" – "_s + dayText(last));
 }
 
@@ -120,13 +102,10 @@ void rptHistory::fetchData(bool& eof) {
 void rptHistory::detailFormat() {
     const QStringList& texts = m_lines.at(m_next - 1);
     for (int column = 0; column < HistoryColumns; ++column)
-        setText(u"txt"_s + QLatin1String(columns[column].name), texts.at(column));
+        setText(u"txt"_s + QLatin1String(changeColumns[column].name), texts.at(column));
 }
 
-void rptHistory::pageFooterFormat() {
-    setText(u"txtStore"_s, platform::deref(m_context.options).StoreName());
-    setText(u"txtPage"_s, translated(u"Page"_s) + u' ' + QString::number(pageNumber()));
-}
+void rptHistory::pageFooterFormat() { fillStoreFooter(m_context, *this); }
 
 void rptHistory::reportFooterFormat() {
     setText(u"txtCount"_s, platform::counted(translated(u"%1 change | %1 changes"_s), m_changes));

@@ -1,8 +1,6 @@
 #include "reports/rptRecall.h"
 
-#include "config/clsOptions.h"
 #include "platform/basic/Dates.h"
-#include "platform/basic/RuntimeError.h"
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/RecallTexts.h"
@@ -11,6 +9,7 @@
 #include "shared/Translator.h"
 
 #include <algorithm>
+#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -21,64 +20,59 @@ using platform::Control;
 using platform::field;
 using platform::line;
 using platform::SectionKind;
+using platform::TextAlign;
 
 constexpr int rowHeight = 390, headHeight = 450;  // headings of two lines
 
-/// A column: its heading's English text, and where it stands.
-struct Column {
-    const char* name;
-    const char* heading;
-    int left, width;
-    bool right = false;
-};
-constexpr Column batchColumns[] = {
+constexpr ListColumn batchColumns[] = {
     {"BatchDate", "Date", 0, 1080},
     {"BatchFormula", "Formula", 1170, 2700},
     {"BatchLot", "Lot", 3960, 1440},
     {"BatchReason", "", 5490, 1530},
-    {"BatchQuantity", "Quantity", 7020, 1080, true},
+    {"BatchQuantity", "Quantity", 7020, 1080, TextAlign::Right},
     {"BatchInitials", "Logged", 8280, 1215},
     {"BatchVerified", "Verified", 9585, 1215},
 };
-constexpr Column patientColumns[] = {
+constexpr ListColumn patientColumns[] = {
     {"CallPatient", "Patient", 450, 2340},
     {"CallPhone", "Phone", 2880, 1620},
     {"CallDispensed", "Prescriptions", 4590, 3780},
     {"CallSign", "Date and signature", 8550, 2250},
 };
 
-template <std::size_t count>
-void addHeadings(std::vector<Control>& controls, const Column (&columns)[count], const QString& prefix,
-                 int top) {
-    for (const Column& column : columns) {
-        Control control = heading(prefix + QLatin1String(column.name), column.left, top, column.width);
+void append(std::vector<Control>& controls, const std::vector<Control>& further) {
+    controls.insert(controls.end(), further.begin(), further.end());
+}
+
+std::vector<Control> highHeadings(std::span<const ListColumn> columns, const QString& prefix, int top) {
+    std::vector<Control> controls = headings(columns, prefix, top);
+    for (Control& control : controls)
         control.height = headHeight;
-        controls.push_back(column.right ? control.right() : control);
-    }
+    return controls;
 }
 
-template <std::size_t count>
-void addFields(std::vector<Control>& controls, const Column (&columns)[count]) {
-    for (const Column& column : columns) {
-        Control control = field(u"txt"_s + QLatin1String(column.name), column.left, 60, column.width, 270)
-                              .points(9)
-                              .growing();
-        controls.push_back(column.right ? control.right() : control);
+std::vector<Control> fields(std::span<const ListColumn> columns) {
+    std::vector<Control> controls;
+    for (const ListColumn& column : columns) {
+        controls.push_back(field(u"txt"_s + QLatin1String(column.name), column.left, 60, column.width, 270)
+                               .points(9)
+                               .growing());
+        controls.back().style.align = column.align;
     }
+    return controls;
 }
 
-template <std::size_t count>
-QStringList names(const Column (&columns)[count], const QString& prefix) {
+QStringList names(std::span<const ListColumn> columns, const QString& prefix) {
     QStringList all;
-    for (const Column& column : columns)
+    for (const ListColumn& column : columns)
         all << prefix + QLatin1String(column.name);
     return all;
 }
 
 platform::Section pageHeader() {
     std::vector<Control> controls{field(u"txtAsked"_s, 0, 810, 10800, 315).points(12).bold().asValue("Lot")};
-    addHeadings(controls, batchColumns, u"lblPage"_s, 1215);
-    addHeadings(controls, patientColumns, u"lblPage"_s, 1215);
+    append(controls, highHeadings(batchColumns, u"lblPage"_s, 1215));
+    append(controls, highHeadings(patientColumns, u"lblPage"_s, 1215));
     controls.push_back(line(u"linPage"_s, 0, 1665, 10800));
     return listHead(SectionKind::PageHeader, 1680, {.boxWidth = 5130, .dateLeft = 8820, .dateTop = 180},
                     controls);
@@ -90,15 +84,14 @@ platform::Section found() {
         field(u"txtTotals"_s, 0, 360, 10800, 315).points(12).bold().growing(),
         field(u"txtGaps"_s, 0, 720, 10800, 270).bold().growing(),
     };
-    addHeadings(controls, batchColumns, u"lblHead"_s, 1170);
+    append(controls, highHeadings(batchColumns, u"lblHead"_s, 1170));
     controls.push_back(line(u"linHead"_s, 0, 1620, 10800));
     return {SectionKind::GroupHeader, 1635, std::move(controls)};
 }
 
-platform::Section row() {
-    std::vector<Control> controls;
-    addFields(controls, batchColumns);
-    addFields(controls, patientColumns);
+platform::Section recallRow() {
+    std::vector<Control> controls = fields(batchColumns);
+    append(controls, fields(patientColumns));
     controls.push_back(platform::box(u"boxTick"_s, 90, 75, 225, 225));
     controls.push_back(line(u"linSign"_s, 8550, 330, 10710));
     controls.push_back(line(u"linRow"_s, 0, rowHeight, 10800));
@@ -111,13 +104,8 @@ platform::ReportDefinition recallDefinition() {
     definition.sections = {
         pageHeader(),
         found(),
-        row(),
-        {SectionKind::PageFooter,
-         450,
-         {
-             field(u"txtStore"_s, 0, 180, 7560, 270).points(9),
-             field(u"txtPage"_s, 8370, 180, 2430, 270).points(9).right().asValue("Page"),
-         }},
+        recallRow(),
+        storeFooter(),
         {SectionKind::ReportFooter,
          900,
          {
@@ -169,16 +157,9 @@ rptRecall::rptRecall(Context& context, RecallList list)
 
 void rptRecall::translateForm() {
     translateListHead(*this, "Recall List", "Recall List");
-    const auto head = [this](const QString& prefix, const Column& column) {
-        const QString english = QString::fromLatin1(column.heading);
-        setText(prefix + QLatin1String(column.name), english.isEmpty() ? QString() : translated(english));
-    };
-    for (const Column& column : batchColumns) {
-        head(u"lblPage"_s, column);
-        head(u"lblHead"_s, column);
-    }
-    for (const Column& column : patientColumns)
-        head(u"lblPage"_s, column);
+    for (const QString& prefix : {u"lblPage"_s, u"lblHead"_s})
+        translateHeadings(*this, batchColumns, prefix);
+    translateHeadings(*this, patientColumns, u"lblPage"_s);
     setText(u"lblChecked"_s, translated(u"Checked: date and signature"_s));
     setText(u"txtAsked"_s, recallTitle(m_list));
 }
@@ -246,10 +227,7 @@ void rptRecall::showPatient(const CalledPatient& patient) {
     setText(u"txtCallSign"_s, u"\n"_s);  // room to write in
 }
 
-void rptRecall::pageFooterFormat() {
-    setText(u"txtStore"_s, platform::deref(m_context.options).StoreName());
-    setText(u"txtPage"_s, translated(u"Page"_s) + u' ' + QString::number(pageNumber()));
-}
+void rptRecall::pageFooterFormat() { fillStoreFooter(m_context, *this); }
 
 void rptRecall::reportFooterFormat() {
     QStringList lines{recallTotals(m_list.recall)};
