@@ -21,7 +21,7 @@ const QString moment = u"yyyy-MM-dd-HHmmss"_s;
 
 }  // namespace
 
-CopyShelf::CopyShelf(QString folder, const QString& identity)
+CopyShelf::CopyShelf(const QString& folder, const QString& identity)
     : m_folder(platform::platformPath(folder)), m_known(!identity.isEmpty()),
       m_start(identity.isEmpty() ? u"sorvanto-"_s : u"sorvanto-%1-"_s.arg(identity.left(digitsOfIdentity))) {}
 

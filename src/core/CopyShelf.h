@@ -18,7 +18,7 @@ struct KeptCopy {
 class CopyShelf {
 public:
     /// identity: of the file that is copied; empty for one without.
-    CopyShelf(QString folder, const QString& identity);
+    CopyShelf(const QString& folder, const QString& identity);
 
     /// Newest made first. Other databases' copies, and what a user or an update keeps there, are not among them.
     std::vector<KeptCopy> copies() const;

@@ -26,7 +26,7 @@ void ListenerList::deliver(const QString& toolName, const QString& searchText) {
     });
     // One that was released and connected anew stands in two places, yet it is the same click.
     std::vector<const ToolListener*> heard;
-    // By position and with the size read anew: the list may grow meanwhile.
+    // By position and with the size read anew: the list may grow meanwhile. NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < m_listeners.size(); ++i) {
         ToolListener* listener = m_listeners[i];
         if (!listener || std::find(heard.begin(), heard.end(), listener) != heard.end())
