@@ -298,6 +298,9 @@ TEST_F(TraceWindowTest, ABatchWithoutIngredientsIsNamedApart) {
     EXPECT_TRUE(column(u"grdBatches"_s, 3).endsWith(u"ingredients not known"_s));
     EXPECT_EQ(label(u"lblTotals"_s),
               u"2 batches · 1 prescription · 1 patient · 1 batch whose ingredients are not known"_s);
+    list(u"grdBatches"_s).selectRow(2);
+    EXPECT_EQ(column(u"grdPrescriptions"_s, 0), u"Abernathy, Margaret"_s)
+        << "it limits nothing: what it has to do with the lot is not known";
 }
 
 TEST_F(TraceWindowTest, ASimilarLotIsAButtonThatSearchesForIt) {

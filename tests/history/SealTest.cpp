@@ -83,6 +83,7 @@ TEST_F(SealTest, ACutEndIsSeen) {
     EXPECT_EQ(problems(), QStringList()) << "whoever knows the engine can";
     EXPECT_FALSE(holdsHead(open()->engine(), head)) << "but not where the head is noted elsewhere";
     EXPECT_FALSE(holdsHead(open()->engine(), headFromText(u"2:00"_s)));
+    EXPECT_TRUE(headFromText(u"0:"_s + u"ab"_s.repeated(32)).seal.isEmpty()) << "no row has that number";
     EXPECT_FALSE(holdsHead(open()->engine(), {2, head.seal})) << "another row's seal";
 }
 
