@@ -31,6 +31,14 @@ TEST_F(RangeTest, BothDaysAreIncludedAsTheClockShowedThem) {
     EXPECT_EQ(numbers(u"2026-03-04"_s, {}, HistoryOrder::NewestFirst), (QList<std::int64_t>{5, 4, 3}));
     EXPECT_EQ(numbers({}, {}), (QList<std::int64_t>{1, 2, 3, 4, 5}));
     EXPECT_EQ(historyRows(connection->engine(), QDate(2026, 3, 4), QDate(2026, 3, 5)), 2);
+    HistoryRange range(connection->engine(), QDate(2026, 3, 4), {});
+    EXPECT_EQ(range.next()->moment.toString(Qt::ISODate), "2026-03-04T01:00:00+02:00");
+}
+
+TEST_F(RangeTest, AFileWithoutHistoryHasNone) {
+    const auto plain = platform::sqlite::inMemory("CREATE TABLE Chemical (ChemicalID INTEGER PRIMARY KEY)");
+    EXPECT_EQ(historyRows(*plain, {}, {}), 0);
+    EXPECT_FALSE(HistoryRange(*plain, {}, {}).next());
 }
 
 TEST_F(RangeTest, ALongHistoryComesWholeAndHoldsNoLock) {
