@@ -127,11 +127,8 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
                            "Company Name",  "Postal Code",     "Language",
                            "Comm Port",     "Show Patients",   "Override Speed Recommendations",
                            nextStart,       noDatabase,        u"Server\u2026"_s};
-    QByteArray xml = "<Translations Language=\"German\">";
-    for (const QString& key : keys)
-        xml += "<Translate English=\"" + key.toUtf8() + "\" Translated=\"de " + key.toUtf8() + "\"/>";
-    xml += "</Translations>";
-    folder.write("GermanTranslation.xml", xml);
+    folder.writeGerman(keys);
+    const QByteArray german = folder.read("GermanTranslation.xml");
     startConfiguration(2);
     frmOptions form(context);
     EXPECT_EQ(form.windowTitle(), "de Options");
@@ -158,7 +155,7 @@ TEST_F(frmOptionsTest, CaptionsAreTranslatedAndTheStoredOnesAreNot) {
     EXPECT_EQ(child<QGroupBox>(form, "fraPrinter")->title(), "Printer");
     EXPECT_EQ(child<QPushButton>(form, "cmdSave")->text(), "&Save");
     EXPECT_EQ(child<QPushButton>(form, "cmdCancel")->text(), "&Cancel");
-    EXPECT_EQ(folder.read("GermanTranslation.xml"), xml);
+    EXPECT_EQ(folder.read("GermanTranslation.xml"), german);
 }
 
 TEST_F(frmOptionsTest, TheTextsEnterTheLanguageFileInTheirOrder) {

@@ -59,7 +59,7 @@ extern "C" int fsync(int file) {
 namespace {
 
 using namespace sorvanto;
-constexpr int patience = 20'000;  // milliseconds
+constexpr int longestCopy = 20'000;  // milliseconds
 
 class DailyBackupTest : public support::TestProgram {
 protected:
@@ -71,7 +71,7 @@ protected:
     void run() {
         DailyBackup backup(context, 0);
         backup.startSoon();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, patience));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, longestCopy));
     }
     QStringList copies() { return QDir(folder.path("backups")).entryList(QDir::Files, QDir::Name); }
 };
@@ -85,7 +85,7 @@ TEST_F(DailyBackupTest, SaysWhenACopyWasMadeAndOnlyThen) {
             EXPECT_EQ(copies().size(), 1) << "it is there by then";
         });
         backup.startSoon();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, patience));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !backup.running(); }, longestCopy));
         EXPECT_EQ(said, expected) << "none is due the second time";
     }
 }
@@ -120,7 +120,7 @@ TEST_F(DailyBackupTest, AProgramThatStaysOpenMakesOneEachDay) {
     for (int day = 7; day <= 13; ++day) {
         clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0)));
         EXPECT_TRUE(
-            QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, patience))
+            QTest::qWaitFor([&] { return copies().size() == day - 6 && !backup.running(); }, longestCopy))
             << day << ": " << copies().join(' ').toStdString();
     }
 }
@@ -136,7 +136,8 @@ TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeS
         ++made;
         const QString name =
             u"sorvanto-%1-%2-080000.mdb"_s.arg(made, 4, 10, '0'_L1).arg(day.toString(u"yyyy-MM-dd"_s));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return copies().size() == made && !backup.running(); }, patience));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return copies().size() == made && !backup.running(); }, longestCopy));
         EXPECT_TRUE(copies().contains(name)) << copies().join(' ').toStdString();
         EXPECT_EQ(QFileInfo(CopyShelf(folder.path("backups"), {}).copies().front().path).fileName(), name);
     }
@@ -145,7 +146,7 @@ TEST_F(DailyBackupTest, OverAWeekOfAMovedClockEachDayHasItsCopyAndTheNewestMadeS
 TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
     DailyBackup backup(context, 0, 1);
     backup.startSoon();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return copies().size() == 1 && !backup.running(); }, longestCopy));
     const auto logBatches = [](int count) {
         for (int i = 0; i < count; ++i)
             openDB()->execute("INSERT INTO Log (log_Name) VALUES ('Gel')");
@@ -158,7 +159,7 @@ TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
     EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
     logBatches(1);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return copies() == QStringList{"sorvanto-0002-2026-03-07-140509.mdb"}; }, patience))
+        [&] { return copies() == QStringList{"sorvanto-0002-2026-03-07-140509.mdb"}; }, longestCopy))
         << "it stands for the day from now on";
 }
 
@@ -333,9 +334,9 @@ TEST_F(DailyBackupTest, ACopyThatIsNotSoundIsReportedAndNotKept) {
 
 TEST_F(DailyBackupTest, ACopyStoppedInTheMidstLeavesNothing) {
     sql("INSERT INTO Chemical (chm_Notes) VALUES (hex(zeroblob(4000000)))");
-    DailyBackup backup(context, 0, 60'000, patience);
+    DailyBackup backup(context, 0, 60'000, longestCopy);
     backup.startSoon();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, longestCopy));
     // The engine's own journal may lie beside it.
     EXPECT_EQ(copies().first(), "sorvanto-0001-2026-03-07-140509.mdb.part");
     EXPECT_TRUE(copies().filter(QRegularExpression(u"mdb$"_s)).isEmpty()) << "no name before it is whole";
@@ -356,7 +357,7 @@ TEST_F(DailyBackupTest, EndingInTheMidstLeavesNothingHalfMade) {
     {
         DailyBackup backup(context, 0, 1);
         backup.startSoon();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, longestCopy));
         EXPECT_TRUE(backup.running());
     }
     EXPECT_TRUE(copies().isEmpty()) << copies().join(' ').toStdString();
@@ -366,7 +367,7 @@ TEST_F(DailyBackupTest, TheEndOfTheProgramNeverWaitsForACopyThatTheDiskHoldsUp) 
     DailyBackup backup(context, 0, 1, 0);
     diskHangs = true;
     backup.startSoon();
-    EXPECT_TRUE(QTest::qWaitFor([] { return somebodyWaits.load(); }, patience));
+    EXPECT_TRUE(QTest::qWaitFor([] { return somebodyWaits.load(); }, longestCopy));
     backup.stop();
     EXPECT_TRUE(backup.running()) << "it is left to itself";
     diskHangs = false;

@@ -34,16 +34,16 @@ namespace {
 using sorvanto::InstanceLock;
 using sorvanto::InstanceState;
 
-enum class Answer { Alone, Runs, ReadingOnly };
+enum class LockAnswer { Alone, Runs, ReadingOnly };
 
-Answer answerOf(const InstanceState& state) {
+LockAnswer answerOf(const InstanceState& state) {
     if (state.runs)
-        return Answer::Runs;
-    return state.readingOnly.isEmpty() ? Answer::Alone : Answer::ReadingOnly;
+        return LockAnswer::Runs;
+    return state.readingOnly.isEmpty() ? LockAnswer::Alone : LockAnswer::ReadingOnly;
 }
 
 /// Asks in a process of its own.
-Answer askedElsewhere(const std::function<InstanceState(InstanceLock&)>& ask) {
+LockAnswer askedElsewhere(const std::function<InstanceState(InstanceLock&)>& ask) {
     const pid_t child = fork();
     if (child == 0) {
         InstanceLock lock;
@@ -51,10 +51,10 @@ Answer askedElsewhere(const std::function<InstanceState(InstanceLock&)>& ask) {
     }
     int status = -1;
     waitpid(child, &status, 0);
-    return static_cast<Answer>(WEXITSTATUS(status));
+    return static_cast<LockAnswer>(WEXITSTATUS(status));
 }
 
-Answer folderElsewhere(const QString& folder) {
+LockAnswer folderElsewhere(const QString& folder) {
     return askedElsewhere([&](InstanceLock& lock) { return lock.takeFolder(folder); });
 }
 
@@ -63,7 +63,7 @@ protected:
     const support::TempProgramFolder folder;
     InstanceLock lock;
 
-    Answer take() { return answerOf(lock.takeFolder(folder.path())); }
+    LockAnswer take() { return answerOf(lock.takeFolder(folder.path())); }
     /// What a running program's lock file holds, with other values for process and computer.
     QByteArray lockText(const QByteArray& process, const QByteArray& computer) const {
         QList<QByteArray> lines;
@@ -83,21 +83,22 @@ protected:
 TEST_F(InstanceLockTest, IsHeldAsLongAsItsOwnerLives) {
     {
         InstanceLock first;
-        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), Answer::Alone);
-        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), Answer::Alone) << "its own lock is no other's";
-        EXPECT_EQ(folderElsewhere(folder.path()), Answer::Runs);
-        EXPECT_EQ(folderElsewhere(folder.path()), Answer::Runs) << "asking does not take it";
+        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), LockAnswer::Alone);
+        EXPECT_EQ(answerOf(first.takeFolder(folder.path())), LockAnswer::Alone)
+            << "its own lock is no other's";
+        EXPECT_EQ(folderElsewhere(folder.path()), LockAnswer::Runs);
+        EXPECT_EQ(folderElsewhere(folder.path()), LockAnswer::Runs) << "asking does not take it";
     }
-    EXPECT_EQ(folderElsewhere(folder.path()), Answer::Alone);
+    EXPECT_EQ(folderElsewhere(folder.path()), LockAnswer::Alone);
 }
 
 TEST_F(InstanceLockTest, FallsWithAKilledProgram) {
     {
-        const support::OtherProcess other([&] { return take() == Answer::Alone; });
-        EXPECT_EQ(take(), Answer::Runs);
+        const support::OtherProcess other([&] { return take() == LockAnswer::Alone; });
+        EXPECT_EQ(take(), LockAnswer::Runs);
     }
     EXPECT_TRUE(folder.has("running.lock")) << "left by the killed one";
-    EXPECT_EQ(take(), Answer::Alone);
+    EXPECT_EQ(take(), LockAnswer::Alone);
 }
 
 // A program that was started from this one and goes on, as a viewer does.
@@ -105,11 +106,11 @@ TEST_F(InstanceLockTest, IsNotHandedOnToOtherPrograms) {
     QProcess other;
     {
         InstanceLock own;
-        EXPECT_EQ(answerOf(own.takeFolder(folder.path())), Answer::Alone);
+        EXPECT_EQ(answerOf(own.takeFolder(folder.path())), LockAnswer::Alone);
         other.start("cat", {});
         ASSERT_TRUE(other.waitForStarted());
     }
-    EXPECT_EQ(folderElsewhere(folder.path()), Answer::Alone);
+    EXPECT_EQ(folderElsewhere(folder.path()), LockAnswer::Alone);
     other.closeWriteChannel();
     EXPECT_TRUE(other.waitForFinished());
 }
@@ -118,15 +119,17 @@ TEST_F(InstanceLockTest, TwoFoldersMayNotHaveOneDatabase) {
     folder.write("sorvanto.mdb", "x");
     const QString file = folder.path("sorvanto.mdb");
     ASSERT_TRUE(QFile::link(file, folder.path("link.mdb")));
-    EXPECT_EQ(answerOf(lock.takeDatabase(file)), Answer::Alone);
+    EXPECT_EQ(answerOf(lock.takeDatabase(file)), LockAnswer::Alone);
     for (const QString& path :
          {file, folder.path("link.mdb"),
           QString(folder.path() + "/../" + QFileInfo(folder.path()).fileName() + "\\sorvanto.mdb")})
-        EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(path); }), Answer::Runs)
+        EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(path); }),
+                  LockAnswer::Runs)
             << qPrintable(path);
     folder.write("other.mdb", "x");
-    EXPECT_EQ(answerOf(lock.takeDatabase(folder.path("other.mdb"))), Answer::Alone);
-    EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(file); }), Answer::Alone)
+    EXPECT_EQ(answerOf(lock.takeDatabase(folder.path("other.mdb"))), LockAnswer::Alone);
+    EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(file); }),
+              LockAnswer::Alone)
         << "given back with the change to another one";
 }
 
@@ -138,16 +141,16 @@ TEST_F(InstanceLockTest, ACopyIsReadOnlyWhileTheDatabaseIsOpen) {
     const auto elsewhere = [](const QString& identity) {
         return askedElsewhere([&](InstanceLock& asked) { return asked.takeIdentity(identity); });
     };
-    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone);
-    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone) << "its own lock is no other's";
-    EXPECT_EQ(elsewhere(one), Answer::ReadingOnly);
-    EXPECT_EQ(elsewhere(other), Answer::Alone);
-    EXPECT_EQ(answerOf(lock.takeIdentity(other)), Answer::Alone);
-    EXPECT_EQ(elsewhere(one), Answer::Alone) << "given back with the change to another one";
-    EXPECT_EQ(answerOf(lock.takeIdentity(QString())), Answer::Alone);
-    EXPECT_EQ(elsewhere(other), Answer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), LockAnswer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), LockAnswer::Alone) << "its own lock is no other's";
+    EXPECT_EQ(elsewhere(one), LockAnswer::ReadingOnly);
+    EXPECT_EQ(elsewhere(other), LockAnswer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(other)), LockAnswer::Alone);
+    EXPECT_EQ(elsewhere(one), LockAnswer::Alone) << "given back with the change to another one";
+    EXPECT_EQ(answerOf(lock.takeIdentity(QString())), LockAnswer::Alone);
+    EXPECT_EQ(elsewhere(other), LockAnswer::Alone);
     qputenv("XDG_RUNTIME_DIR", "/nowhere");
-    EXPECT_EQ(answerOf(lock.takeIdentity(one)), Answer::Alone);
+    EXPECT_EQ(answerOf(lock.takeIdentity(one)), LockAnswer::Alone);
     qunsetenv("XDG_RUNTIME_DIR");
 }
 
@@ -158,7 +161,7 @@ TEST_F(InstanceLockTest, WhatDeadProgramsAndFailuresLeaveIsClearedAway) {
           lockText("999999999", own), lockText("1", own), lockText(QByteArray::number(getppid()), own)}) {
         folder.write("running.lock", left);
         InstanceLock fresh;
-        EXPECT_EQ(answerOf(fresh.takeFolder(folder.path())), Answer::Alone) << left.left(40).constData();
+        EXPECT_EQ(answerOf(fresh.takeFolder(folder.path())), LockAnswer::Alone) << left.left(40).constData();
     }
 }
 
@@ -197,9 +200,9 @@ TEST_F(InstanceLockTest, AFolderThatCantBeWrittenIsOnlyRead) {
                                                          QFile::ExeOther));
     {
         const support::OrdinaryUser user;
-        EXPECT_EQ(take(), Answer::ReadingOnly);
+        EXPECT_EQ(take(), LockAnswer::ReadingOnly);
     }
-    EXPECT_EQ(answerOf(InstanceLock().takeFolder("/nowhere/at/all")), Answer::ReadingOnly);
+    EXPECT_EQ(answerOf(InstanceLock().takeFolder("/nowhere/at/all")), LockAnswer::ReadingOnly);
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
@@ -208,13 +211,13 @@ TEST_F(InstanceLockTest, AnotherUsersProgramIsProvenToo) {
         GTEST_SKIP() << "needs two users";
     ASSERT_EQ(chmod(qPrintable(folder.path()), 01777), 0);
     {
-        const support::OtherProcess other([&] { return take() == Answer::Alone; });
+        const support::OtherProcess other([&] { return take() == LockAnswer::Alone; });
         const support::OrdinaryUser user;
-        EXPECT_EQ(take(), Answer::Runs);
+        EXPECT_EQ(take(), LockAnswer::Runs);
     }
     // What the other one has left can't be cleared away by this one.
     const support::OrdinaryUser user;
-    EXPECT_EQ(take(), Answer::ReadingOnly);
+    EXPECT_EQ(take(), LockAnswer::ReadingOnly);
 }
 
 TEST_F(InstanceLockTest, AProgramOfTheFirstVersionIsNoticedAndKeptOut) {
@@ -224,9 +227,9 @@ TEST_F(InstanceLockTest, AProgramOfTheFirstVersionIsNoticedAndKeptOut) {
     };
     {
         const support::OtherProcess first(flockIt);
-        EXPECT_EQ(take(), Answer::Runs);
+        EXPECT_EQ(take(), LockAnswer::Runs);
     }
-    EXPECT_EQ(take(), Answer::Alone);
+    EXPECT_EQ(take(), LockAnswer::Alone);
     const pid_t child = fork();
     if (child == 0)
         _exit(flockIt() ? 1 : 0);

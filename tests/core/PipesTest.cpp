@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60'000;  // milliseconds; a start takes a second
+constexpr int longestStart = 60'000;  // milliseconds; a start takes a second
 
 TEST(Pipes, InThePlacesOfItsFilesKeepNoStartWaiting) {
     const support::TempProgramFolder folder;
@@ -45,7 +45,7 @@ TEST(Pipes, InThePlacesOfItsFilesKeepNoStartWaiting) {
     const auto copies = [&] {
         return QDir(folder.path("backups")).entryList({"sorvanto-*.mdb"}, QDir::Files);
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, patience)) << "the start hangs";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !copies().isEmpty(); }, longestStart)) << "the start hangs";
     EXPECT_EQ(program.state(), QProcess::Running);
     program.kill();
     program.waitForFinished();

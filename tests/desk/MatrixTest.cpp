@@ -22,7 +22,7 @@ using support::child;
 std::ostream& operator<<(std::ostream& out, const ModalThing& thing) { return out << thing.name; }
 
 namespace {
-constexpr int wholeMix = 20'000;  // milliseconds, longer than the mix
+constexpr int wholeShortMix = 20'000;  // milliseconds, longer than the mix
 }  // namespace
 
 const std::vector<MixerEvent>& MatrixTest::events() {
@@ -68,7 +68,7 @@ const std::vector<MixerEvent>& MatrixTest::events() {
         {"results of an earlier mix",
          [=](MatrixTest& d) {
              loseLink(d);
-             d.line.run(wholeMix);
+             d.line.run(wholeShortMix);
              regainLink(d);
              EXPECT_TRUE(test::waitFor([&] {
                  return d.waits() || d.offers().size() > d.offersBefore || d.logCount() > d.logsBefore;
@@ -228,7 +228,7 @@ void MatrixTest::signUnnamed() {
 // The mix ends on a free desk, so that its signing comes up; the thing opens inside it or is the signing.
 void MatrixTest::beginSigning() {
     startMix(u"Cooling Gel"_s, GetParam().formula);
-    line.run(wholeMix);
+    line.run(wholeShortMix);
 }
 
 void MatrixTest::signNowAndDiscard() {
@@ -265,7 +265,7 @@ void MatrixTest::finish() {
     }
     if (window->mixer().mixUnderWay() && !GetParam().signing) {
         EXPECT_TRUE(test::waitFor([&] { return panelButton("mixerStop")->isVisible(); }));
-        line.run(wholeMix);
+        line.run(wholeShortMix);
     }
     if (signedNow)
         signNowAndDiscard();

@@ -17,7 +17,7 @@ using namespace sorvanto;
 
 namespace {
 
-constexpr int wholeMix = 600'000;  // milliseconds
+constexpr int wholeLongMix = 600'000;  // milliseconds
 
 class PanelRoomTest : public DeskTest, public testing::WithParamInterface<int> {
 protected:
@@ -67,7 +67,7 @@ protected:
 
 TEST_P(PanelRoomTest, AMixThatWaitsIsSeenWhole) {
     startAndType();
-    line.run(wholeMix);
+    line.run(wholeLongMix);
     ASSERT_TRUE(test::waitFor([&] { return waits(); }));
     support::settle();
     EXPECT_FALSE(scrolls());

@@ -17,11 +17,11 @@ namespace fault {
 namespace {
 
 // Of the normal run.
-constexpr std::size_t mostKills = 36;
+constexpr std::size_t mostBatchKills = 36;
 constexpr std::size_t mostHalves = 2;
 constexpr std::size_t mostKillsAgain = 10;
-constexpr std::size_t mostCuts = 32;
-constexpr std::size_t mostFailures = 20;
+constexpr std::size_t mostBatchCuts = 32;
+constexpr std::size_t mostBatchFailures = 20;
 
 constexpr int preparationsBefore = 11;
 const QString lot = u"SV04260012"_s;
@@ -183,7 +183,7 @@ private:
 
 TEST_F(Batches, KilledAnywhere) {
     play();
-    const auto tried = drawn(places(), mostKills, [&](std::size_t count) { return kindOf(count); });
+    const auto tried = drawn(places(), mostBatchKills, [&](std::size_t count) { return kindOf(count); });
     for (const std::size_t count : tried) {
         SCOPED_TRACE("killed behind " + described(operations, count));
         judgeCrash(killedAfter(start, operations, count), count >= started);
@@ -232,7 +232,7 @@ TEST_F(Batches, PowerCutAnywhere) {
         for (const Survival survival :
              {Survival::Nothing, Survival::NamesOnly, Survival::ContentOnly, Survival::Part, Survival::Part})
             all.emplace_back(count, survival);
-    all = drawn(all, mostCuts,
+    all = drawn(all, mostBatchCuts,
                 [&](const auto& cut) { return std::pair(actBefore(operations, cut.first), cut.second); });
     all.emplace_back(operations.size(), Survival::Nothing);
     for (const auto& [count, survival] : all) {
@@ -249,7 +249,7 @@ TEST_F(Batches, EachCallFails) {
     for (std::size_t call = 0; call < acts.size(); ++call)
         for (const Failure& failure : failuresOf(acts[call]))
             all.emplace_back(call, failure);
-    all = drawn(all, mostFailures,
+    all = drawn(all, mostBatchFailures,
                 [&](const auto& failing) { return std::pair(acts[failing.first], failing.second.code); });
     for (const auto& [call, failure] : all) {
         SCOPED_TRACE(std::string("call ") + std::to_string(call) + ", " + nameOf(acts[call]) + ": " +

@@ -14,15 +14,15 @@ namespace fault {
 namespace {
 
 enum class Accident { Lost, Twice, Unplugged, Killed, KilledAfter, Late, MixerRestarts };
-constexpr const char* names[]{"lost",         "twice", "unplugged",     "killed",
-                              "killed after", "late",  "mixer restarts"};
+constexpr const char* accidentNames[]{"lost",         "twice", "unplugged",     "killed",
+                                      "killed after", "late",  "mixer restarts"};
 
 struct Event {
     int crossing;  ///< the how-manieth frame on the line
     Accident accident;
 };
 
-struct Course {
+struct LineCourse {
     int crossings = 0;
     bool ended = false;
 };
@@ -33,9 +33,9 @@ constexpr int unplugged = 2500;
 class Orders : public testing::Test {
 protected:
     /// One course with these accidents.
-    Course played(VirtualTime& time, const std::vector<Event>& events) {
+    LineCourse played(VirtualTime& time, const std::vector<Event>& events) {
         Rig rig(time);
-        Course run;
+        LineCourse run;
         int crossings = 0;
         rig.carry = [&](Direction, const QByteArray& frame, const Rig::Hand& hand) {
             states.insert(rig.whereItStands() + ' ' + frame.mid(4, 6));
@@ -90,14 +90,14 @@ protected:
     static std::string text(const std::vector<Event>& events) {
         std::string all;
         for (const Event& event : events)
-            all += std::string(names[static_cast<int>(event.accident)]) + " at " +
+            all += std::string(accidentNames[static_cast<int>(event.accident)]) + " at " +
                    std::to_string(event.crossing) + ", ";
         return all;
     }
     /// All courses with up to so many accidents, each later than the one before.
     void explore(VirtualTime& time, std::vector<Event>& events, int most,
                  const std::vector<Accident>& accidents) {
-        const Course run = played(time, events);
+        const LineCourse run = played(time, events);
         if (most == 0 || HasFailure())
             return;
         const int first = events.empty() ? 0 : events.back().crossing + 1;

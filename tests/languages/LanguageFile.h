@@ -26,4 +26,7 @@ QMap<QString, QString> delivered(int language);
 /// Whole content of the delivered file.
 QByteArray deliveredFile(int language);
 
+/// A caption without the mark of its key.
+inline QString withoutKey(QString caption) { return caption.remove(u'&'); }
+
 }  // namespace languages

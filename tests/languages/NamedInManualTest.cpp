@@ -30,8 +30,6 @@ bool isNamed(const QString& manual, const QString& caption) {
     return word.match(manual).hasMatch();
 }
 
-QString plain(QString caption) { return caption.remove('&'_L1); }
-
 /// Captions that no page names, and why.
 const QMap<QString, const char*> unnamed{
     {u"Sorvanto Control Panel"_s, "the program itself, the title of boxes that have none of their own"},
@@ -66,7 +64,7 @@ TEST_F(NamedInManualTest, EachTool) {
         for (const auto& tool : band->tools()) {
             if (tool->kind() == platform::ToolKind::Separator || tool->kind() == platform::ToolKind::Host)
                 continue;
-            const QString caption = plain(tool->caption().isEmpty() ? tool->toolTip() : tool->caption());
+            const QString caption = withoutKey(tool->caption().isEmpty() ? tool->toolTip() : tool->caption());
             ++tools;
             EXPECT_TRUE(isNamed(manual, caption) || unnamed.contains(caption))
                 << str(tool->name() + ": \""_L1 + caption + "\" is on no page"_L1);

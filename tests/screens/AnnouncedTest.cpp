@@ -46,16 +46,6 @@ protected:
                      "<Size>4</Size><CustomMix PreGrind=\"3\" FreeSpin=\"5\"/></Formula>"_s);
         return screen<frmLog>(logs).addLog(formula, document(resultsXml(u"CD"_s, u"0077"_s)));
     }
-    static bool previewed() {
-        for (QWidget* found : QApplication::topLevelWidgets()) {
-            if (!found->inherits("platform::PreviewWindow"))
-                continue;
-            found->close();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            return true;
-        }
-        return false;
-    }
     /// Runs an action of the newest happening.
     void act(const QString& text) {
         for (const HappeningAction& action : announced->last().actions)
@@ -123,7 +113,6 @@ TEST_F(AnnouncedTest, ADeletionSaysWhatWasDeleted) {
 }
 
 TEST_F(AnnouncedTest, ALineOfAFormulaAndAPrescriptionAreNamedAsWell) {
-    const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
     go(u"cmdFormulas"_s);
     click(u"cmdNext"_s);
     click(u"cmdEdit"_s);
@@ -175,11 +164,11 @@ TEST_F(AnnouncedTest, ALoggedBatchOffersItsPapers) {
     EXPECT_TRUE(announced->last().card);
     click(u"cmdFormulas"_s);
     act(u"Formula log"_s);
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
     asker.expectModal(u"frmSelPrint"_s,
                       [](QWidget& form) { support::child<QPushButton>(form, u"cmdPosition_5"_s)->click(); });
     act(u"Labels"_s);
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
     EXPECT_EQ(window->current(), formulas) << "the papers need no other screen";
 }
 
@@ -198,7 +187,7 @@ TEST_F(AnnouncedTest, ABatchThatWasDeletedSinceHasNoPapers) {
     sql(u"DELETE FROM Log WHERE log_Lot = 'CD0077'"_s);
     actions.at(0).run();
     actions.at(1).run();
-    EXPECT_FALSE(previewed());
+    EXPECT_FALSE(closePreview());
     EXPECT_EQ(str(announced->texts().mid(1).join(u"|"_s)),
               "Batch CD0077 has been deleted|Batch CD0077 has been deleted");
 }

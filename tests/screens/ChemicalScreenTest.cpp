@@ -12,9 +12,7 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-const QString question = "Chemical data not saved! Save Changes?";
+const QString unsaved = "Chemical data not saved! Save Changes?";
 
 class ChemicalScreenTest : public ScreenTest {
 protected:
@@ -72,7 +70,7 @@ TEST_F(ChemicalScreenTest, StartsUnlockedOnTheFirstRecord) {
 
 TEST_F(ChemicalScreenTest, ClosingRightAfterTheStartAsksToSave) {
     load();
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Cancel);
     window->close();
     EXPECT_EQ(programEnds, 0);
     EXPECT_TRUE(chemical().formLocked()) << "No and Cancel lock this screen";
@@ -83,15 +81,15 @@ TEST_F(ChemicalScreenTest, ClosingRightAfterTheStartAsksToSave) {
 TEST_F(ChemicalScreenTest, TheSaveQuestionAnswersByItsNumber) {
     openScreen();
     control<platform::TextBox>(chemicals, "txtchm_Lot").setText("changed");
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::No);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::No);
     EXPECT_EQ(chemical().closeForm(), 7);
     EXPECT_EQ(chemical().closeForm(), 0) << "locked by the answer before";
     chemical().editForm();
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Cancel);
     EXPECT_EQ(chemical().closeForm(), 2);
     EXPECT_EQ(str(sqlText("SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1")), "L100");
     chemical().editForm();
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Yes);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Yes);
     EXPECT_EQ(chemical().closeForm(), 6);
     EXPECT_EQ(str(sqlText("SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1")), "changed");
 }
@@ -308,7 +306,7 @@ TEST_F(ChemicalScreenTest, FailuresBearTheScreensTags) {
 
 TEST_F(ChemicalScreenTest, TheQuestionOfAScreenThatWasNeverTypedOnSaysSo) {
     openScreen();
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Cancel);
     EXPECT_EQ(chemical().closeForm(), 2);
     EXPECT_EQ(str(asker.note()),
               "Nothing was typed on the chemical screen: it is open for typing from the start.");
@@ -317,14 +315,14 @@ TEST_F(ChemicalScreenTest, TheQuestionOfAScreenThatWasNeverTypedOnSaysSo) {
 TEST_F(ChemicalScreenTest, TheQuestionSaysNothingOfTheKindWhereSomethingWasTypedOrTheScreenWasOpenedForIt) {
     openScreen();
     QTest::keyClicks(&control<platform::TextBox>(chemicals, "txtchm_Lot"), "x");
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Cancel);
     EXPECT_EQ(chemical().closeForm(), 2);
     EXPECT_EQ(str(asker.note()), "");
     click("cmdChemicals");
     chemical().lockForm();
     click("cmdChemicals");
     click("cmdEdit");
-    asker.expectMsgBox(question, saveQuestion, "Save Data?", platform::Answer::Cancel);
+    asker.expectMsgBox(unsaved, saveQuestion, "Save Data?", platform::Answer::Cancel);
     EXPECT_EQ(chemical().closeForm(), 2);
     EXPECT_EQ(str(asker.note()), "") << "the user has opened it";
 }

@@ -9,8 +9,6 @@ using platform::TextBox;
 
 namespace {
 
-const platform::BoxStyle question{platform::Buttons::YesNo, platform::Icon::Exclamation};
-
 class CurrFormulaMixTest : public FormulaScreenTest {
 protected:
     void SetUp() override {
@@ -60,10 +58,10 @@ TEST_F(CurrFormulaMixTest, ACancelledSigningLogsNothingAndEndsThereToo) {
 
 TEST_F(CurrFormulaMixTest, AMixWithoutAFormulaAsksFirst) {
     click("cmdChemicals");
-    asker.expectMsgBox("Log Formula", question, "Logs", Answer::No);
+    asker.expectMsgBox("Log Formula", yesNo, "Logs", Answer::No);
     finishMix("0");
     EXPECT_EQ(window->current(), formulas);
-    asker.expectMsgBox("Log Formula", question, "Logs", Answer::Yes);
+    asker.expectMsgBox("Log Formula", yesNo, "Logs", Answer::Yes);
     expectSigning("RK", "LM");
     finishMix("0");
     EXPECT_EQ(str(logs()), "") << "no formula was named";
@@ -71,7 +69,7 @@ TEST_F(CurrFormulaMixTest, AMixWithoutAFormulaAsksFirst) {
 }
 
 TEST_F(CurrFormulaMixTest, ANamedMixIsLogged) {
-    asker.expectMsgBox("Log Formula", question, "Logs", Answer::Yes);
+    asker.expectMsgBox("Log Formula", yesNo, "Logs", Answer::Yes);
     asker.expectModal("frmInitials", [this](QWidget& form) {
         asker.expectModal("frmMake", [](QWidget& make) {
             QTest::keyClicks(support::child<platform::NumberBox>(make, "txtQTY"), "30");

@@ -72,9 +72,6 @@ void DraftsTest::writeDraft(const Draft& draft) const {
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-
 struct Record {
     ScreenNumber number;
     const char* table;

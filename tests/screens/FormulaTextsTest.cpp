@@ -8,54 +8,51 @@ using platform::ChoiceBox;
 
 namespace {
 
-const QStringList keys{"Formula",
-                       "Formula Name",
-                       "Formula Type",
-                       "Jar Size",
-                       "Description",
-                       "Quantity",
-                       "Units",
-                       "Strength",
-                       "Formula NDC",
-                       "Cost",
-                       "AWP",
-                       "Mix Notes",
-                       "Add",
-                       "Add Ingredient",
-                       "Remove",
-                       "General",
-                       "Ingredients",
-                       "Mix Options",
-                       "Remove Ingredient",
-                       "Name",
-                       "Qty",
-                       "QS",
-                       "Active",
-                       "Lift RPM",
-                       "Mix RPM",
-                       "Time",
-                       "Cycles",
-                       "Add Mix",
-                       "Delete Mix",
-                       "Pre Grind",
-                       "Free Spin",
-                       "Mix Time",
-                       "Reaction Options",
-                       "FormChemID",
-                       "MLS",
-                       "Select Type",
-                       "Select Form",
-                       "Select Jar Size",
-                       "Optional precision settings"};
+const QStringList formulaTexts{"Formula",
+                               "Formula Name",
+                               "Formula Type",
+                               "Jar Size",
+                               "Description",
+                               "Quantity",
+                               "Units",
+                               "Strength",
+                               "Formula NDC",
+                               "Cost",
+                               "AWP",
+                               "Mix Notes",
+                               "Add",
+                               "Add Ingredient",
+                               "Remove",
+                               "General",
+                               "Ingredients",
+                               "Mix Options",
+                               "Remove Ingredient",
+                               "Name",
+                               "Qty",
+                               "QS",
+                               "Active",
+                               "Lift RPM",
+                               "Mix RPM",
+                               "Time",
+                               "Cycles",
+                               "Add Mix",
+                               "Delete Mix",
+                               "Pre Grind",
+                               "Free Spin",
+                               "Mix Time",
+                               "Reaction Options",
+                               "FormChemID",
+                               "MLS",
+                               "Select Type",
+                               "Select Form",
+                               "Select Jar Size",
+                               "Optional precision settings"};
 
 /// Each text of the screen is translated by the same text behind "de".
 class FormulaTextsTest : public FormulaScreenTest {
 protected:
     QByteArray optionsXml() const override {
-        QByteArray xml = "<Translations Language=\"German\">";
-        for (const QString& key : keys)
-            xml += "<Translate English=\"" + key.toUtf8() + "\" Translated=\"de " + key.toUtf8() + "\"/>";
-        folder.write("GermanTranslation.xml", xml + "</Translations>");
+        folder.writeGerman(formulaTexts);
         return FormulaScreenTest::optionsXml().replace("<Language>0<", "<Language>2<");
     }
     QString title(const QString& frame) const { return box<QWidget>(frame).property("title").toString(); }

@@ -11,8 +11,6 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
-
 class LogBatchTest : public LogScreenTest {
 protected:
     static platform::XmlDocumentPtr mixed(const QString& id = "1") {

@@ -14,9 +14,6 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-
 class LogEditTest : public LogScreenTest {
 protected:
     QString signatures(int key) const {
@@ -30,17 +27,6 @@ protected:
             support::child<QDateTimeEdit>(form, "dtEnd")->setDateTime(QDateTime({2027, 1, 1}, {}, Qt::UTC));
             support::child<QPushButton>(form, "cmdOK")->click();
         });
-    }
-    /// The preview that a click opened, closed again; false when there was none.
-    bool previewed() const {
-        for (QWidget* found : QApplication::topLevelWidgets()) {
-            if (found->inherits("platform::PreviewWindow")) {
-                found->close();
-                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-                return true;
-            }
-        }
-        return false;
     }
 };
 
@@ -178,10 +164,10 @@ TEST_F(LogEditTest, DeletingTheFirstLeavesTheScreenBlankSinceTheMoveRunsOnTheOld
 TEST_F(LogEditTest, TheBatchReportIsPreviewedOrExported) {
     openScreen();
     click("mnuFormulaLog");
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
     click("mnuFormulaLogx");
     EXPECT_TRUE(folder.has("FormulaLog.xls"));
-    EXPECT_FALSE(previewed());
+    EXPECT_FALSE(closePreview());
 }
 
 TEST_F(LogEditTest, LabelsAreMadeUnlessTheirDialogIsClosed) {
@@ -195,7 +181,7 @@ TEST_F(LogEditTest, LabelsAreMadeUnlessTheirDialogIsClosed) {
     EXPECT_TRUE(folder.has("LogAvery8160.xls"));
     asker.expectModal("frmSelPrint", choose);
     click("mnuLabel");
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
 }
 
 TEST_F(LogEditTest, TheReportOfAFormulaAndOfJarsAsksForDatesAndEndsWithoutRecords) {
@@ -212,13 +198,13 @@ TEST_F(LogEditTest, TheReportOfAFormulaAndOfJarsAsksForDatesAndEndsWithoutRecord
         EXPECT_TRUE(folder.has(file));
         answerDates();
         click(entry);
-        EXPECT_TRUE(previewed()) << entry;
+        EXPECT_TRUE(closePreview()) << entry;
     }
     sql("UPDATE Log SET log_Date = '2020-01-01 00:00:00'");
     answerDates();
     asker.expectMsgBox("No records");
     click("mnuReport");
-    EXPECT_FALSE(previewed());
+    EXPECT_FALSE(closePreview());
 }
 
 TEST_F(LogEditTest, WithoutRecordsNoFileIsWritten) {

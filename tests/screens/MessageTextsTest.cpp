@@ -16,11 +16,7 @@ using platform::Answer;
 
 namespace {
 
-const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-
-const QStringList keys{
+const QStringList messageTexts{
     "Sorvanto Control Panel", "Formulas", "Chemicals", "Patients", "Edit", "Delete", "Are you sure?",
     "Save Data?", "Formula data not saved! Save Changes?", "Chemical data not saved! Save Changes?",
     "Patient data not saved! Save Changes?", "Formula Name is required", "Quantity is required",
@@ -35,10 +31,7 @@ const QStringList keys{
 class MessageTextsTest : public ScreenTest {
 protected:
     QByteArray optionsXml() const override {
-        QByteArray xml = "<Translations Language=\"German\">";
-        for (const QString& key : keys)
-            xml += "<Translate English=\"" + key.toUtf8() + "\" Translated=\"de " + key.toUtf8() + "\"/>";
-        folder.write("GermanTranslation.xml", xml + "</Translations>");
+        folder.writeGerman(messageTexts);
         return ScreenTest::optionsXml().replace("<Language>0<", "<Language>2<");
     }
     void seed() override {

@@ -10,9 +10,6 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
-const QString searchPrompt = "Enter all or part of Log name";
-
 class PatientCellTest : public PatientScreenTest {};
 
 TEST_F(PatientCellTest, CellsAreWrittenAtOnce) {

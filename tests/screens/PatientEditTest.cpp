@@ -12,9 +12,6 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-
 class PatientEditTest : public PatientScreenTest {};
 
 TEST_F(PatientEditTest, SavesEveryField) {

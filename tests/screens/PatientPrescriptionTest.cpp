@@ -11,22 +11,9 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
-const QString searchPrompt = "Enter all or part of Log name";
-
 class PatientPrescriptionTest : public PatientScreenTest {
 protected:
     void select(int rowNumber) const { grid().selectRow(rowNumber); }
-    static bool previewed() {
-        for (QWidget* found : QApplication::topLevelWidgets()) {
-            if (found->inherits("platform::PreviewWindow")) {
-                found->close();
-                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-                return true;
-            }
-        }
-        return false;
-    }
 };
 
 TEST_F(PatientPrescriptionTest, AddingLinksABatchWithItsFiguresCrossed) {
@@ -183,7 +170,7 @@ TEST_F(PatientPrescriptionTest, LabelsAreOfTheCurrentRowAndLeaveTheirFlagSet) {
     EXPECT_TRUE(basMain::labelsCancelled);
     asker.expectModal("frmSelPrint", choose);
     click("mnuLabel");
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
     EXPECT_TRUE(basMain::labelsCancelled);
 }
 
@@ -211,7 +198,7 @@ TEST_F(PatientPrescriptionTest, TheReportAsksForDatesAndIsPreviewedOrExported) {
     EXPECT_TRUE(folder.has("RXReport.xls"));
     asker.expectModal("frmReportDate", accept);
     click("mnuReport");
-    EXPECT_TRUE(previewed());
+    EXPECT_TRUE(closePreview());
 }
 
 TEST_F(PatientPrescriptionTest, AReportWithoutRecordsShowsAndWritesNothing) {
@@ -222,7 +209,7 @@ TEST_F(PatientPrescriptionTest, AReportWithoutRecordsShowsAndWritesNothing) {
                           [](QWidget& form) { support::child<QPushButton>(form, "cmdOK")->click(); });
         asker.expectMsgBox("No records");
         click(entry);
-        EXPECT_FALSE(previewed()) << entry;
+        EXPECT_FALSE(closePreview()) << entry;
     }
     EXPECT_FALSE(folder.has("RXReport.xls"));
 }

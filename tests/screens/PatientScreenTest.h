@@ -13,6 +13,9 @@
 
 using namespace Qt::StringLiterals;
 
+/// Of the batch of a new prescription.
+inline const QString searchPrompt = "Enter all or part of Log name";
+
 class PatientScreenTest : public ScreenTest {
 protected:
     /// Patients 1 to 3: Jane Doe, Ole Lie, Mary O'Hara. Prescriptions 31 (batch 1, older) and 32 (batch 2) of

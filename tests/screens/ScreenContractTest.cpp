@@ -10,9 +10,6 @@ using namespace sorvanto;
 
 namespace {
 
-const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation, false,
-                                      true};
-
 class ScreenContractTest : public ScreenTest {
 protected:
     void seed() override { seedFormulas(); }

@@ -23,6 +23,11 @@
 /// Texts as std::string, so that a failed comparison prints them.
 inline std::string str(const QString& text) { return text.toStdString(); }
 
+/// How the screens ask before they delete, and before typed text is lost.
+inline const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
+inline const platform::BoxStyle saveQuestion{platform::Buttons::YesNoCancel, platform::Icon::Exclamation,
+                                             false, true};
+
 class ScreenTest : public support::TestProgram {
 protected:
     void SetUp() override;

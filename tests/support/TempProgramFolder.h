@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -32,6 +33,13 @@ public:
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
         ASSERT_EQ(file.write(content), content.size());
+    }
+    /// The German language file, in which each text is translated by the same text behind "de".
+    void writeGerman(const QStringList& texts) const {
+        QByteArray xml = "<Translations Language=\"German\">";
+        for (const QString& text : texts)
+            xml += "<Translate English=\"" + text.toUtf8() + "\" Translated=\"de " + text.toUtf8() + "\"/>";
+        write("GermanTranslation.xml", xml + "</Translations>");
     }
     /// The file's bytes; empty when there is none.
     QByteArray read(const QString& name) const {

@@ -37,7 +37,7 @@ const char ingredients[] =
     "Chemical.chm_Form, Chemical.chm_Supplier, Chemical.chm_Notes, Chemical.chm_Cost, Chemical.chm_AWP, Chemical.chm_NDC, "
     "Chemical.chm_Lot, Chemical.chm_GUID, FormChem.ChemicalID FROM Chemical INNER JOIN FormChem ON Chemical.ChemicalID = "
     "FormChem.ChemicalID WHERE FormChem.FormulaID = 3";
-const char prescriptions[] =
+const char prescriptionsOfPatient[] =
     "SELECT RXs.RXsID, Log.log_Name, Log.log_Strength, Log.log_Date, Log.log_Lot, RXs.rxs_QTY, RXs.rxs_Cost, RXs.rxs_Price, "
     "RXs.rxs_Consult, RXs.rxs_Doctor, RXs.rxs_Date, Log.LogID FROM Patient INNER JOIN (Log INNER JOIN RXs ON Log.LogID = RXs.LogID) "
     "ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID=1 ORDER BY RXs.rxs_Date DESC";
@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         Query{"SELECT FormulaID FROM Formula Order By frm_Name", 22},
         Query{"SELECT ChemicalID FROM Chemical", 46}, Query{"SELECT LogID FROM Log", 12},
         Query{"SELECT PatientID FROM Patient", 6}, Query{"SELECT @@IDENTITY;", 1}, Query{costSum, 1},
-        Query{ingredients, 5}, Query{prescriptions, 3},
+        Query{ingredients, 5}, Query{prescriptionsOfPatient, 3},
         Query{
             "SELECT [ChemicalID],[chm_Name] AS [Name],[chm_Units] AS [Units],[chm_Lot] AS [Lot],[chm_NDC] AS [NDC],[chm_Cost] AS [Cost],"
             "[chm_AWP] AS [AWP],[chm_Notes] AS [Notes],[chm_Form] AS [Form],[chm_GUID] AS [UniqueID],[chm_Supplier] AS [Supplier] "

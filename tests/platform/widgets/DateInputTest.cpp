@@ -11,7 +11,7 @@ namespace {
 
 using namespace platform;
 
-struct Case {
+struct DateCase {
     const char* locale;
     const char* typed;
     const char* date;  ///< empty: refused
@@ -21,7 +21,7 @@ class DateInput : public ::testing::Test {
 protected:
     DateInput() { clock.set(QDateTime(QDate(2026, 11, 22), QTime(10, 0), Qt::UTC)); }
     ~DateInput() override { setSystemLocale(std::nullopt); }
-    static void expect(const Case& c, DateRange range = DateRange::Any) {
+    static void expect(const DateCase& c, DateRange range = DateRange::Any) {
         setSystemLocale(QLocale(c.locale));
         const TypedDate read = readTypedDate(QString::fromUtf8(c.typed), false, range);
         EXPECT_EQ(read.value.toString("yyyy-MM-dd").toStdString(), c.date) << c.locale << " " << c.typed;
@@ -31,13 +31,14 @@ protected:
 };
 
 TEST_F(DateInput, TheOrderIsTheSystemsWithAnyMark) {
-    for (const Case& c : {Case{"de_DE", "3.7.2026", "2026-07-03"}, Case{"de_DE", "3/7/2026", "2026-07-03"},
-                          Case{"de_DE", "03-07-26", "2026-07-03"}, Case{"fr_FR", "03-07-2026", "2026-07-03"},
-                          Case{"fr_FR", "03.07.2026", "2026-07-03"}, Case{"fr_FR", "3/7/26", "2026-07-03"},
-                          Case{"en_US", "3/7/2026", "2026-03-07"}, Case{"en_US", "3.7.2026", "2026-03-07"},
-                          Case{"en_US", "03-07-26", "2026-03-07"}, Case{"fr_CH", "03.07.26", "2026-07-03"},
-                          Case{"da_DK", "03.07.26", "2026-07-03"}, Case{"ru_RU", "03.07.26", "2026-07-03"},
-                          Case{"sv_SE", "2026-07-03", "2026-07-03"}, Case{"sv_SE", "26-07-03", "2026-07-03"}})
+    for (const DateCase& c :
+         {DateCase{"de_DE", "3.7.2026", "2026-07-03"}, DateCase{"de_DE", "3/7/2026", "2026-07-03"},
+          DateCase{"de_DE", "03-07-26", "2026-07-03"}, DateCase{"fr_FR", "03-07-2026", "2026-07-03"},
+          DateCase{"fr_FR", "03.07.2026", "2026-07-03"}, DateCase{"fr_FR", "3/7/26", "2026-07-03"},
+          DateCase{"en_US", "3/7/2026", "2026-03-07"}, DateCase{"en_US", "3.7.2026", "2026-03-07"},
+          DateCase{"en_US", "03-07-26", "2026-03-07"}, DateCase{"fr_CH", "03.07.26", "2026-07-03"},
+          DateCase{"da_DK", "03.07.26", "2026-07-03"}, DateCase{"ru_RU", "03.07.26", "2026-07-03"},
+          DateCase{"sv_SE", "2026-07-03", "2026-07-03"}, DateCase{"sv_SE", "26-07-03", "2026-07-03"}})
         expect(c);
 }
 
@@ -48,29 +49,33 @@ TEST_F(DateInput, YearMonthAndDayAreAlwaysRead) {
 }
 
 TEST_F(DateInput, WhatFitsAnotherOrderOnlyIsRefused) {
-    for (const Case& c :
-         {Case{"de_DE", "3/27/2026", ""}, Case{"en_US", "27.3.2026", ""}, Case{"fr_FR", "03-27-2026", ""},
-          Case{"de_DE", "31.2.2026", ""}, Case{"de_DE", "3.7-2026", ""}, Case{"de_DE", "3 7 2026", ""},
-          Case{"de_DE", "3:7:2026", ""}, Case{"de_DE", "3.7.202", ""}, Case{"de_DE", "3.7.6", ""},
-          Case{"de_DE", "2026-27-03", ""}, Case{"de_DE", "14:05:09", ""}, Case{"da_DK", "14.05", ""},
-          Case{"de_DE", "46000", ""}, Case{"de_DE", "2026-7", ""}, Case{"en_US", "3.7.2026\n3.8.2026", ""}})
+    for (const DateCase& c :
+         {DateCase{"de_DE", "3/27/2026", ""}, DateCase{"en_US", "27.3.2026", ""},
+          DateCase{"fr_FR", "03-27-2026", ""}, DateCase{"de_DE", "31.2.2026", ""},
+          DateCase{"de_DE", "3.7-2026", ""}, DateCase{"de_DE", "3 7 2026", ""},
+          DateCase{"de_DE", "3:7:2026", ""}, DateCase{"de_DE", "3.7.202", ""}, DateCase{"de_DE", "3.7.6", ""},
+          DateCase{"de_DE", "2026-27-03", ""}, DateCase{"de_DE", "14:05:09", ""},
+          DateCase{"da_DK", "14.05", ""}, DateCase{"de_DE", "46000", ""}, DateCase{"de_DE", "2026-7", ""},
+          DateCase{"en_US", "3.7.2026\n3.8.2026", ""}})
         expect(c);
 }
 
 TEST_F(DateInput, YearsAreSensible) {
-    for (const Case& c : {Case{"de_DE", "3.7.2999", ""}, Case{"de_DE", "3.7.2076", "2076-07-03"},
-                          Case{"de_DE", "3.7.2077", ""}, Case{"de_DE", "3.7.1849", ""},
-                          Case{"de_DE", "3.7.29", "2029-07-03"}, Case{"de_DE", "3.7.30", "1930-07-03"}})
+    for (const DateCase& c :
+         {DateCase{"de_DE", "3.7.2999", ""}, DateCase{"de_DE", "3.7.2076", "2076-07-03"},
+          DateCase{"de_DE", "3.7.2077", ""}, DateCase{"de_DE", "3.7.1849", ""},
+          DateCase{"de_DE", "3.7.29", "2029-07-03"}, DateCase{"de_DE", "3.7.30", "1930-07-03"}})
         expect(c);
     setSystemLocale(QLocale("de_DE"));
     EXPECT_EQ(readTypedDate("3.7.2999", false).problem, "Please check the year 2999.");
 }
 
 TEST_F(DateInput, BirthDatesLieInThePast) {
-    for (const Case& c : {Case{"en_US", "1/2/29", "1929-01-02"}, Case{"en_US", "1/2/27", "1927-01-02"},
-                          Case{"en_US", "1/2/26", "2026-01-02"}, Case{"en_US", "11/22/26", "2026-11-22"},
-                          Case{"en_US", "11/23/26", "1926-11-23"}, Case{"en_US", "11/23/2026", ""},
-                          Case{"en_US", "1/2/2999", ""}, Case{"de_DE", "2.1.1899", "1899-01-02"}})
+    for (const DateCase& c :
+         {DateCase{"en_US", "1/2/29", "1929-01-02"}, DateCase{"en_US", "1/2/27", "1927-01-02"},
+          DateCase{"en_US", "1/2/26", "2026-01-02"}, DateCase{"en_US", "11/22/26", "2026-11-22"},
+          DateCase{"en_US", "11/23/26", "1926-11-23"}, DateCase{"en_US", "11/23/2026", ""},
+          DateCase{"en_US", "1/2/2999", ""}, DateCase{"de_DE", "2.1.1899", "1899-01-02"}})
         expect(c, DateRange::Past);
     setSystemLocale(QLocale::c());
     EXPECT_EQ(readTypedDate("11/23/2026", false, DateRange::Past).problem, "A birth date lies in the past.");

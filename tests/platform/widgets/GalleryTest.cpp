@@ -29,8 +29,8 @@ void keepPicture(QWidget& widget, const QString& name) {
         widget.grab().save(QDir(folder).filePath(name + ".png"));
 }
 
-struct Window {
-    explicit Window(bool locked, bool german = false) {
+struct GalleryWindow {
+    explicit GalleryWindow(bool locked, bool german = false) {
         support::buildSampleBar(bar);
         window.resize(1366, 738);
         bar.attach(window, "Panel");
@@ -65,7 +65,7 @@ protected:
 
 TEST_P(Look, ScreenLockedAndInEditing) {
     for (const bool locked : {true, false}) {
-        Window shown(locked);
+        GalleryWindow shown(locked);
         const QString state = locked ? "locked" : "edit";
         keepPicture(shown.window, named("general-" + state));
         shown.screen->findChild<QTabWidget*>("tabs")->setCurrentIndex(1);
@@ -81,14 +81,14 @@ TEST_P(Look, ScreenLockedAndInEditing) {
 }
 
 TEST_P(Look, GermanWordsAreNotCutOff) {
-    Window shown(true, true);
+    GalleryWindow shown(true, true);
     keepPicture(shown.window, named("german"));
     for (const QLabel* label : shown.screen->findChildren<QLabel*>())
         EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
 }
 
 TEST_P(Look, ControlsHintAndFocus) {
-    Window shown(false);
+    GalleryWindow shown(false);
     shown.bar.band("Formulas").setVisible(false);
     shown.bar.band("Chemicals").setVisible(true);
     shown.window.activateWindow();

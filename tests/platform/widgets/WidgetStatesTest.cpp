@@ -61,7 +61,7 @@ struct Stage {
 
 using Maker = std::function<QWidget*()>;
 
-struct Kind {
+struct WidgetKind {
     const char* name;
     Maker make;
 };
@@ -160,7 +160,7 @@ QWidget* list() {
     return made;
 }
 
-const Kind kinds[] = {
+const WidgetKind kinds[] = {
     {"text", textual<TextBox>},
     {"memo", textual<MemoBox>},
     {"number", textual<NumberBox>},
@@ -224,7 +224,7 @@ const State states[] = {
     {"disabled", [](QWidget& widget) { widget.setEnabled(false); }},
 };
 
-QImage inState(const Kind& kind, const State& state) {
+QImage inState(const WidgetKind& kind, const State& state) {
     Stage stage(kind.make());
     state.enter(*stage.widget);
     return stage.picture();
@@ -252,7 +252,7 @@ protected:
 };
 
 TEST_P(States, EachKindInEachState) {
-    for (const Kind& kind : kinds) {
+    for (const WidgetKind& kind : kinds) {
         std::vector<QImage> pictures;
         for (const State& state : states)
             pictures.push_back(inState(kind, state));
@@ -271,7 +271,7 @@ int pixelsOf(const QImage& picture, const QColor& color) {
 /// A frame in the accent color, or in that of texts where the widget itself is filled with an accent.
 TEST_P(States, WhatTheKeysGoToBearsOneMark) {
     constexpr int leastMark = 40;
-    for (const Kind& kind : kinds) {
+    for (const WidgetKind& kind : kinds) {
         Stage stage(kind.make());
         if (stage.widget->focusPolicy() == Qt::NoFocus)
             continue;
