@@ -77,8 +77,8 @@ QStringList linkedPages(const QString& markdown) {
     return pages;
 }
 
-Manual::Manual(QString folder, QString language)
-    : m_folder(std::move(folder)), m_language(language.isEmpty() ? english : std::move(language)) {
+Manual::Manual(QString folder, const QString& language)
+    : m_folder(std::move(folder)), m_language(language.isEmpty() ? english : language) {
     QStringList names = m_folder.isEmpty() ? QStringList() : QStringList{firstPage};
     for (qsizetype next = 0; next < names.size(); ++next) {
         const QString original = textOf(QDir(m_folder).filePath(names[next]));

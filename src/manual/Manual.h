@@ -38,7 +38,7 @@ struct ManualPlace {
 class Manual {
 public:
     /// folder: of README.md. language: "English", "German"; empty is English. A folder without pages gives none.
-    Manual(QString folder, QString language);
+    Manual(QString folder, const QString& language);
 
     const QString& language() const { return m_language; }
     /// README.md first, then the pages in the order in which it and then they themselves link to them.

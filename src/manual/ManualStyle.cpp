@@ -29,7 +29,7 @@ constexpr double codeSize = 0.95;
 
 const HeadingLook& lookOf(int level) { return headingLooks[std::clamp(level, 1, 3) - 1]; }
 
-void styleBlock(QTextBlock block, double height) {
+void styleBlock(const QTextBlock& block, double height) {
     QTextCursor cursor(block);
     QTextBlockFormat format = block.blockFormat();
     const int level = format.headingLevel();
