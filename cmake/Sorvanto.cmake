@@ -73,6 +73,15 @@ function(_sorvanto_generators target)
   set_target_properties(${target} PROPERTIES AUTOMOC ${moc} AUTOUIC ${uic} AUTORCC OFF)
 endfunction()
 
+# Sources compiled together, so many at a time (0: all). Each is compiled by itself as well where developers work, so
+# the warnings about what another source of the batch has are no news.
+function(_sorvanto_unity target batch)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ${SORVANTO_UNITY} UNITY_BUILD_BATCH_SIZE ${batch})
+  if(SORVANTO_UNITY)
+    target_compile_options(${target} PRIVATE -Wno-shadow -Wno-subobject-linkage)
+  endif()
+endfunction()
+
 # sorvanto_library(<folder below src> [GUI] [PARTS <folders below it>] LINKS <targets>...)
 # One static library of all sources of the folder, as sorvanto::<folder with _>.
 # Its link line is its place in the house: it may only name lower layers.
@@ -96,7 +105,7 @@ function(sorvanto_library folder)
     add_library(sorvanto::${name}_${part} ALIAS sorvanto_${name})
   endforeach()
   target_link_libraries(sorvanto_${name} PUBLIC ${ARG_LINKS})
-  set_target_properties(sorvanto_${name} PROPERTIES UNITY_BUILD ${SORVANTO_UNITY} UNITY_BUILD_BATCH_SIZE 0)
+  _sorvanto_unity(sorvanto_${name} 0)
   _sorvanto_generators(sorvanto_${name} ${sources})
   if(ARG_GUI)
     _sorvanto_common(sorvanto_${name} gui)
@@ -135,6 +144,7 @@ function(sorvanto_test folder)
     return()
   endif()
   add_executable(test_${name} ${sources})
+  _sorvanto_unity(test_${name} 8)
   _sorvanto_generators(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} sorvanto_test_support)
   target_compile_definitions(test_${name} PRIVATE
