@@ -135,10 +135,8 @@ void MixJournal::start(const MixId& mix, const QString& serial) {
 }
 
 void MixJournal::undoStart(const MixId& mix) {
-    JournalEntry& undone = entry(mix);
-    undone.state = JournalState::Loaded;
-    undone.started = {};
-    write(undone);
+    drop(mix);
+    QFile::remove(openPath(mix));
 }
 
 void MixJournal::finish(const MixId& mix, const XmlDocumentPtr& results, bool lotTaken) {

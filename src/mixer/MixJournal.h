@@ -65,10 +65,12 @@ public:
     /// Names of files that are no journal; they stay where they are.
     const QStringList& unreadable() const { return m_unreadable; }
 
-    // Each writes and throws what writeFile throws; the entry in memory has changed even so.
+    // Each writes, but for undoStart, and throws what writeFile throws; the entry in memory has changed even so.
     void load(const protocol::MixId& mix, const platform::XmlDocumentPtr& formula,
               const QString& database = {});
     void start(const protocol::MixId& mix, const QString& serial);
+    /// The mix was never run and never will be: nothing is kept of it. A file that can't be removed is found at the
+    /// next start, which asks the mixer for it.
     void undoStart(const protocol::MixId& mix);
     void finish(const protocol::MixId& mix, const platform::XmlDocumentPtr& results, bool lotTaken);
     void abort(const protocol::MixId& mix);

@@ -30,8 +30,7 @@ bool MixRun::isBusy() const { return m_holding || m_starting || !m_running.isEmp
 void MixRun::linkConnected() {
     m_transfer.giveUp();
     m_asked.clear();
-    m_starting = false;
-    m_acknowledging = false;
+    m_starting = m_displacing = m_acknowledging = false;
     m_verified.clear();
     m_unsettled = true;
     if (!m_running.isEmpty() && m_serial != m_link.identity().serial) {
@@ -45,8 +44,7 @@ void MixRun::linkConnected() {
 void MixRun::linkLost() {
     m_transfer.giveUp();
     m_asked.clear();
-    m_starting = false;
-    m_acknowledging = false;
+    m_starting = m_displacing = m_acknowledging = false;
     m_verified.clear();
     m_link.setMixing(false);
     if (!m_holding)
@@ -118,12 +116,8 @@ void MixRun::applyFault(const Status& status) {
 void MixRun::applyAtRest(const Status& status) {
     if (m_state == RunState::Fault)
         return;  // until the user has seen it
-    if (status.state == MixerState::Loaded && m_watched.contains(status.mix)) {
-        m_watched.remove(status.mix);  // the start never reached it
-        if (m_running == status.mix)
-            m_running.clear();
-        emit startUndone(status.mix);
-    }
+    if (status.state == MixerState::Loaded && m_watched.contains(status.mix))
+        return displace(status.mix);
     if (!m_running.isEmpty()) {
         askResults(m_running);
         return;
@@ -133,9 +127,9 @@ void MixRun::applyAtRest(const Status& status) {
     if (m_wanted && status.state == MixerState::Loaded && status.mix == m_wanted->id &&
         status.mix == m_verified) {
         if (m_state != RunState::Loaded)
-            set(RunState::Loaded);
+            set(RunState::Loaded, m_notStarted);
     } else if (m_wanted) {
-        set(RunState::Ready);
+        set(RunState::Ready, m_notStarted);
         m_transfer.begin(*m_wanted);
     } else {
         set(RunState::Ready, m_state == RunState::Ready ? m_message : PanelMessage{});
@@ -175,7 +169,8 @@ void MixRun::takeResults(const MixId& mix, const std::optional<Frame>& reply) {
         }
         emit finished(*results, seen);
     } else if (readRefusal(*reply) == QByteArray("UNKNOWN")) {
-        abortMix(mix, PanelText::MixLost);
+        const bool displaced = m_status.state == MixerState::Idle && m_status.mix == mix;
+        displaced ? undoStart(mix) : abortMix(mix, PanelText::MixLost);
     }
 }
 
@@ -207,74 +202,7 @@ void MixRun::clearMixer() {
     m_link.send(clearCommand(), [this](const std::optional<Frame>&) { m_link.askState(); });
 }
 
-// ---- the programme --------------------------------------------------------------------------------
-
-void MixRun::load(const Programme& programme) {
-    m_transfer.giveUp();
-    m_wanted = programme;
-    m_verified.clear();
-    if (m_state == RunState::Loaded || m_state == RunState::Ready)
-        set(RunState::Ready);
-    if (m_state == RunState::Ready)
-        m_link.askState();
-}
-
-void MixRun::unload() {
-    if (isBusy())
-        return;
-    m_transfer.giveUp();
-    m_wanted.reset();
-    m_verified.clear();
-    if (m_state == RunState::Loaded || m_state == RunState::Ready) {
-        set(RunState::Ready);
-        m_link.askState();
-    }
-}
-
-void MixRun::programmeVerified(const MixId& mix) {
-    m_verified = mix;
-    set(RunState::Loaded);
-    m_link.askState();
-}
-
-void MixRun::programmeRefused(const PanelMessage& why) {
-    m_wanted.reset();
-    set(RunState::Ready, why);
-    clearMixer();
-}
-
 // ---- the buttons ----------------------------------------------------------------------------------
-
-void MixRun::start() {
-    if (m_state != RunState::Loaded || m_starting || m_holding || !m_wanted)
-        return;
-    const MixId mix = m_wanted->id;
-    if (beforeStart && !beforeStart(mix))
-        return;
-    m_running = mix;
-    m_serial = m_link.identity().serial;
-    m_watched.insert(mix);
-    m_starting = true;
-    m_link.send(startCommand(mix), [this](const std::optional<Frame>& reply) { started(reply); });
-    emit changed();
-}
-
-void MixRun::started(const std::optional<Frame>& reply) {
-    m_starting = false;
-    const auto refusal = reply ? readRefusal(*reply) : std::nullopt;
-    if (refusal && *refusal != "USED") {
-        const MixId undone = std::exchange(m_running, {});
-        m_watched.remove(undone);
-        PanelMessage message{PanelText::StartRefused, {QString::fromLatin1(*refusal)}};
-        if (*refusal == "LID")
-            message = {PanelText::StartLid, {}};
-        else if (*refusal == "ESTOP")
-            message = {PanelText::StartEmergency, {}};
-        say(message);
-        emit startUndone(undone);
-    }
-    m_link.askState();
-}
 
 void MixRun::simple(const Frame& command) {
     say({});

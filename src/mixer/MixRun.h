@@ -32,8 +32,10 @@ public:
     const protocol::Status& status() const { return m_status; }
     /// What the user should know or do; empty when nothing is out of the ordinary.
     const PanelMessage& message() const { return m_message; }
-    /// A programme is being sent or read back.
-    bool isSending() const { return m_transfer.isActive(); }
+    /// A programme is being sent or read back, or one whose start was in vain is taken out of the mixer for it.
+    bool isSending() const { return m_transfer.isActive() || m_displacing; }
+    /// A programme waits for the mixer, is on its way or was taken; none behind one that the mixer refused.
+    bool hasProgramme() const { return m_wanted.has_value(); }
     /// The mix that runs, or whose end is not known; empty when there is none.
     protocol::MixId running() const { return m_running; }
     /// The mixer's last word on a mix while it ran; nothing when its end was not followed without a gap.
@@ -48,6 +50,8 @@ public:
     /// Sends the programme as soon as the mixer is ready for one; replaces one that was not started.
     /// Not while busy.
     void load(const protocol::Programme& programme);
+    /// The same behind a start that was undone; why that one was in vain stays said.
+    void loadAgain(const protocol::Programme& programme);
     /// Takes a programme that was not started out of the mixer.
     void unload();
     /// A mix that was started before, whose end this program has not seen.
@@ -72,7 +76,8 @@ signals:
     void finished(const sorvanto::protocol::MixResults& results, bool seen);
     /// The mix ended without results.
     void aborted(const sorvanto::protocol::MixId& mix);
-    /// The mixer did not take the start; it stands loaded.
+    /// The mixer did not take the start and will not, however late a copy of it comes: the programme is out of it
+    /// and has to be loaded anew, under another id.
     void startUndone(const sorvanto::protocol::MixId& mix);
 
 private:
@@ -90,6 +95,8 @@ private:
     void programmeVerified(const protocol::MixId& mix);
     void programmeRefused(const PanelMessage& why);
     void started(const std::optional<protocol::Frame>& reply);
+    void displace(const protocol::MixId& mix);
+    void undoStart(const protocol::MixId& mix);
     void simple(const protocol::Frame& command);
     void clearMixer();
     void set(RunState state, PanelMessage message = {});
@@ -108,7 +115,9 @@ private:
     QSet<protocol::MixId> m_asked;  ///< results asked for, not answered yet
     bool m_unsettled = false;       ///< mixes of earlier are still to be asked for
     bool m_starting = false;
-    bool m_holding = false;  ///< results are with the owner
+    bool m_displacing = false;  ///< LOAD is on its way to where a started programme stands
+    PanelMessage m_notStarted;  ///< why the last start was in vain, until the next one
+    bool m_holding = false;     ///< results are with the owner
     bool m_acknowledging = false;
     std::optional<protocol::Status> m_reached;
     bool m_stopped = false;

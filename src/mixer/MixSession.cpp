@@ -35,9 +35,7 @@ MixSession::MixSession(MixerEnvironment environment, QObject* parent)
     connect(&m_run, &MixRun::changed, this, &MixSession::changed);
     connect(&m_run, &MixRun::finished, this, &MixSession::mixFinished);
     connect(&m_run, &MixRun::aborted, this, &MixSession::mixAborted);
-    connect(&m_run, &MixRun::startUndone, this, [this](const MixId& mix) {
-        journal(PanelText::JournalStart, [&] { m_journal.undoStart(mix); });
-    });
+    connect(&m_run, &MixRun::startUndone, this, &MixSession::startUndone);
     m_deskAgain.setSingleShot(true);
     connect(&m_deskAgain, &QTimer::timeout, this, &MixSession::handOverNext);
     connect(&m_link, &MixerLink::status, this, &MixSession::lookAtForeignEnd);
@@ -106,6 +104,12 @@ void MixSession::loadFormula(const platform::XmlDocumentPtr& document) {
 void MixSession::sendFormula() {
     m_notice = {};
     m_account.clearFindings();
+    journalLoad();
+    m_run.load(m_formula->programme);
+    emit changed();
+}
+
+void MixSession::journalLoad() {
     do {
         m_formula->programme.id = m_environment.makeMixId();
     } while (m_journal.find(m_formula->programme.id));
@@ -113,18 +117,22 @@ void MixSession::sendFormula() {
     // A journal that can't be written keeps the mix from being started, and says so then.
     journal(PanelText::Count,
             [&] { m_journal.load(m_formula->programme.id, m_formula->document, m_account.identity()); });
-    m_run.load(m_formula->programme);
+}
+
+// An id whose start went out is never used again.
+void MixSession::startUndone(const MixId& mix) {
+    m_journal.undoStart(mix);
+    if (!m_formula || m_formula->programme.id != mix)
+        return;
+    journalLoad();
+    m_run.loadAgain(m_formula->programme);
     emit changed();
 }
 
 bool MixSession::canLoadAgain() const {
     const bool idle = m_run.state() == RunState::Ready || m_run.state() == RunState::Loaded;
-    const bool refused = m_run.message().text == PanelText::ProgrammeRefused ||
-                         m_run.message().text == PanelText::Misstored ||
-                         m_run.message().text == PanelText::StartRefused;
-    const bool without = m_run.state() == RunState::Ready && !m_run.isSending() && m_formula &&
-                         !m_journal.find(m_formula->programme.id);
-    return m_formula && m_handed.isEmpty() && idle && (refused || without);
+    const bool refused = m_run.message().text == PanelText::StartRefused || !m_run.hasProgramme();
+    return m_formula && m_handed.isEmpty() && !m_run.isBusy() && idle && refused;
 }
 
 void MixSession::loadAgain() {

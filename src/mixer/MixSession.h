@@ -126,6 +126,9 @@ private:
     void mixAborted(const protocol::MixId& mix);
     bool journalStart(const protocol::MixId& mix);
     void sendFormula();
+    /// Gives the formula's programme an id of its own, and takes it down.
+    void journalLoad();
+    void startUndone(const protocol::MixId& mix);
     void dropLogged();
     bool settle(const protocol::MixId& mix, BatchAccount::Settled& settled);
     void askLastResults();

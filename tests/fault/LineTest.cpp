@@ -149,6 +149,7 @@ TEST(Line, NoSpoiledFrameIsTakenAndEveryMixIsLoggedOnce) {
         EXPECT_EQ(rig.wrongs().join('\n'_L1).toStdString(), "");
         EXPECT_EQ(rig.mixesLogged(), batches);
         EXPECT_EQ(rig.mixesRun(), batches);
+        EXPECT_EQ(rig.mixesWithoutResults(), 0);
         EXPECT_EQ(rig.openJournals(), 0);
         for (const char* phase : {">HELLO", ">STATUS", ">LOAD", ">STEP", ">READ", ">START", ">RESULT",
                                   ">CLEAR", "<HI", "<STAT", "<OK", "<HEAD", "<STEP", "<RES"})

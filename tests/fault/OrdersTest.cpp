@@ -14,57 +14,59 @@ namespace fault {
 namespace {
 
 enum class Accident { Lost, Twice, Unplugged, Killed, KilledAfter, Late, MixerRestarts };
-constexpr const char* accidentNames[]{"lost",         "twice", "unplugged",     "killed",
-                                      "killed after", "late",  "mixer restarts"};
+const char* nameOf(Accident accident) {
+    constexpr const char* names[]{"lost",         "twice", "unplugged",     "killed",
+                                  "killed after", "late",  "mixer restarts"};
+    return names[static_cast<int>(accident)];
+}
 
 struct Event {
     int crossing;  ///< the how-manieth frame on the line
     Accident accident;
 };
 
-struct LineCourse {
+struct Course {
     int crossings = 0;
     bool ended = false;
 };
 
 constexpr int lateness = 450;  // milliseconds: the program has asked again meanwhile
 constexpr int unplugged = 2500;
+constexpr int mostFailuresShown = 20;
+constexpr std::size_t drawnBeyond = 2;  // accidents
+constexpr int oneInDrawn = 6;
 
 class Orders : public testing::Test {
 protected:
     /// One course with these accidents.
-    LineCourse played(VirtualTime& time, const std::vector<Event>& events) {
+    Course played(VirtualTime& time, const std::vector<Event>& events) {
         Rig rig(time);
-        LineCourse run;
-        int crossings = 0;
+        Course run;
+        std::string frames;
         rig.carry = [&](Direction, const QByteArray& frame, const Rig::Hand& hand) {
             states.insert(rig.whereItStands() + ' ' + frame.mid(4, 6));
-            const int crossing = crossings++;
+            const int crossing = run.crossings++;
             const auto found = std::find_if(events.begin(), events.end(),
                                             [&](const Event& event) { return event.crossing == crossing; });
-            if (found == events.end())
-                return hand(frame);
-            happen(rig, found->accident, frame, hand);
+            const bool meets = found != events.end();
+            frames += '\n' + std::to_string(time.now()) + " ms, " + std::to_string(crossing) + ": " +
+                      frame.trimmed().toStdString() +
+                      (meets ? std::string("   ") + nameOf(found->accident) : "");
+            return meets ? happen(rig, found->accident, frame, hand) : hand(frame);
         };
         run.ended = rig.makeBatch();
-        run.crossings = crossings;
+        const int crossings = run.crossings;
         const bool againEnded = events.size() > 1 || rig.makeBatch();  // one that has to go as ever
+        run.crossings = crossings;
         ++courses;
-        const std::string what = text(events);
-        EXPECT_TRUE(run.ended && againEnded) << "hangs: " << what << rig.whereItStands().toStdString();
-        EXPECT_EQ(rig.wrongs().join('\n'_L1).toStdString(), "") << what;
-        EXPECT_EQ(rig.openJournals(), 0) << what;
-        const int toldOf = rig.mixesLogged() + rig.mixesWithoutResults();
-        const bool restarted = std::any_of(events.begin(), events.end(), [](const Event& event) {
-            return event.accident == Accident::MixerRestarts;
-        });
-        if (restarted) {
-            EXPECT_LE(rig.mixesRun(), toldOf)
-                << what;  // a start that it forgot counts as a mix without results
-        } else {
-            EXPECT_EQ(rig.mixesRun(), toldOf) << what;
-            EXPECT_GE(rig.mixesLogged(), 1) << what;
-        }
+        QStringList wrongs = rig.wrongs();
+        if (!run.ended || !againEnded)
+            wrongs << u"hangs: "_s + QString::fromLatin1(rig.whereItStands());
+        if (rig.openJournals() > 0)
+            wrongs << u"%1 open journals"_s.arg(rig.openJournals());
+        if (!wrongs.isEmpty() && ++failures <= mostFailuresShown)
+            ADD_FAILURE() << text(events) << wrongs.join(u", "_s).toStdString() << frames;
+        inVain += rig.mixesToldInVain();
         return run;
     }
     static void happen(Rig& rig, Accident accident, const QByteArray& frame, const Rig::Hand& hand) {
@@ -90,15 +92,19 @@ protected:
     static std::string text(const std::vector<Event>& events) {
         std::string all;
         for (const Event& event : events)
-            all += std::string(accidentNames[static_cast<int>(event.accident)]) + " at " +
-                   std::to_string(event.crossing) + ", ";
+            all += std::string(nameOf(event.accident)) + " at " + std::to_string(event.crossing) + ", ";
         return all;
     }
-    /// All courses with up to so many accidents, each later than the one before.
+    /// All courses with up to so many accidents, each later than the one before; of those with a third accident a
+    /// part drawn by the seed.
     void explore(VirtualTime& time, std::vector<Event>& events, int most,
                  const std::vector<Accident>& accidents) {
-        const LineCourse run = played(time, events);
-        if (most == 0 || HasFailure())
+        const bool isDrawn = events.size() > drawnBeyond;
+        ++possible;
+        if (isDrawn && random.bounded(oneInDrawn) != 0)
+            return;
+        const Course run = played(time, events);
+        if (most == 0)
             return;
         const int first = events.empty() ? 0 : events.back().crossing + 1;
         for (int crossing = first; crossing < run.crossings; ++crossing) {
@@ -115,11 +121,15 @@ protected:
             explore(time, events, most, accidents);
         });
         std::cout << "fault: orders of up to " << most << " of " << accidents.size()
-                  << " kinds of accidents: " << courses << " courses, " << states.size() << " states\n";
+                  << " kinds of accidents: " << courses << " of " << possible << " courses (seed "
+                  << seedOfRun() << "), " << states.size() << " states, " << inVain
+                  << " starts that a mixer without power forgot\n";
+        EXPECT_EQ(failures, 0);
     }
 
     QSet<QByteArray> states;
-    int courses = 0;
+    QRandomGenerator random{seedOfRun()};
+    int courses = 0, possible = 0, failures = 0, inVain = 0;
 };
 
 }  // namespace

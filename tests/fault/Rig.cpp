@@ -101,6 +101,16 @@ void Rig::kill() {
     });
 }
 
+void Rig::restartMixer() {
+    ++m_restarts;
+    if (m_mixer.state() == MixerState::Mixing && !m_preparations.empty()) {
+        const auto last = std::max_element(m_preparations.begin(), m_preparations.end(),
+                                           [](const auto& a, const auto& b) { return a.second < b.second; });
+        m_cutOff << last->first;
+    }
+    m_mixer.restart();
+}
+
 // ---- the line -------------------------------------------------------------------------------------------
 
 void Rig::toMixer(const QByteArray& frame) {
@@ -161,10 +171,16 @@ void Rig::remember(const Frame& command, const Frame& reply) {
 
 // ---- the user -------------------------------------------------------------------------------------------
 
+void Rig::noteWanted() {
+    if (m_session && m_session->formula())
+        m_wanted[m_session->formula()->programme.id] = m_session->formula()->programme;
+}
+
 void Rig::actAsUser() {
     if (!m_session)
         return;
     MixSession& session = *m_session;
+    noteWanted();  // it may have been loaded again, under another id
     for (const Offer& offer : session.offers()) {
         if (offer.state == JournalState::Finished && session.canLog())
             return session.logOffer(offer.mix);
@@ -184,8 +200,7 @@ void Rig::actAsUser() {
         session.loadAgain();
     else if (!waits && !session.formula() && !session.run().isBusy() && !session.isSigning())
         session.loadFormula(formulaOf(m_batches));
-    if (m_session && m_session->formula())
-        m_wanted[m_session->formula()->programme.id] = m_session->formula()->programme;
+    noteWanted();
 }
 
 void Rig::handOver(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results) {
@@ -234,8 +249,37 @@ bool Rig::makeBatch() {
     return true;
 }
 
+QStringList Rig::wrongs() const {
+    QStringList all = m_wrongs;
+    for (const auto& [mix, preparation] : m_preparations) {
+        const QString name = QString::fromLatin1(mix);
+        const bool logged = m_logged.contains(preparation), told = m_withoutResults.contains(mix);
+        if (!logged && !told)
+            all << u"ran, and is neither logged nor told of: "_s + name;
+        if (told && (logged || !m_cutOff.contains(mix)))
+            all << u"told as without results, and has some: "_s + name;
+    }
+    if (mixesToldInVain() > m_restarts)
+        all << u"%1 mixes told of that never ran, at %2 restarts of the mixer"_s.arg(mixesToldInVain())
+                   .arg(m_restarts);
+    return all;
+}
+
+int Rig::mixesToldInVain() const {
+    return static_cast<int>(
+        std::count_if(m_withoutResults.begin(), m_withoutResults.end(),
+                      [this](const MixId& mix) { return !m_preparations.contains(mix); }));
+}
+
 int Rig::openJournals() const {
-    return static_cast<int>(QDir(m_folder.path(u"mixes"_s)).entryList(QDir::Files).size());
+    const QDir mixes(m_folder.path(u"mixes"_s));
+    const auto names = mixes.entryList(QDir::Files);
+    const QString next = m_session && m_session->formula()
+                             ? QString::fromLatin1(m_session->formula()->programme.id) + u".xml"_s
+                             : QString();
+    return static_cast<int>(std::count_if(names.begin(), names.end(), [&](const QString& name) {
+        return name != next || !m_folder.read(u"mixes/"_s + name).contains("State=\"loaded\"");
+    }));
 }
 
 QByteArray Rig::whereItStands() const {

@@ -53,18 +53,22 @@ public:
     /// The program dies in the next moment, and is started again.
     void kill();
     /// The mixer loses its power for a moment.
-    void restartMixer() { m_mixer.restart(); }
+    void restartMixer();
     /// Runs the thing after so long, as long as the rig lives.
     void later(int milliseconds, const std::function<void()>& thing);
 
     /// One batch, until it is in the log. False when it takes longer than an hour of virtual time.
     bool makeBatch();
-    /// What was wrong: a frame that nobody sent was accepted, a result that is not the mixer's, a mix twice.
-    const QStringList& wrongs() const { return m_wrongs; }
+    /// What was wrong: a frame that nobody sent was accepted, a result that is not the mixer's, a mix twice; and of all
+    /// mixes in the end one that ran and is neither logged nor told of, or is told of as what it is not.
+    QStringList wrongs() const;
     int accepted() const { return m_accepted; }
     int mixesRun() const { return m_mixer.preparations(); }
     int mixesLogged() const { return static_cast<int>(m_logged.size()); }
     int mixesWithoutResults() const { return static_cast<int>(m_withoutResults.size()); }
+    /// Told as ended without results though they never ran: their start met a mixer that had lost its power.
+    int mixesToldInVain() const;
+    /// Without that of the next formula, which may stand loaded already.
     int openJournals() const;
     /// Where session, link and mixer stand, as one text.
     QByteArray whereItStands() const;
@@ -72,6 +76,7 @@ public:
 private:
     friend class RigPort;
     void start();
+    void noteWanted();
     void actAsUser();
     void handOver(const platform::XmlDocumentPtr& formula, const platform::XmlDocumentPtr& results);
     void toMixer(const QByteArray& frame);
@@ -97,6 +102,8 @@ private:
     std::map<sorvanto::protocol::MixId, int> m_preparations;
     QSet<int> m_logged;                                ///< preparation numbers
     QSet<sorvanto::protocol::MixId> m_withoutResults;  ///< told, and seen by the user
+    QSet<sorvanto::protocol::MixId> m_cutOff;          ///< ran when the mixer lost its power
+    int m_restarts = 0;
     int m_ids = 0;
     int m_batches = 0;
     QStringList m_wrongs;

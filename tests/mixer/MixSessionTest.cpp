@@ -149,6 +149,21 @@ TEST_F(MixSessionTest, AnotherProgrammeInTheMixerIsNotOffered) {
     EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
 }
 
+// The word of the refusal is gone with the mixer, the formula is not.
+TEST_F(MixSessionTest, AProgrammeThatWasRefusedCanBeLoadedAgainAlsoAfterTheMixerWasGone) {
+    line.mixer.misstoreNextStep();
+    session->open();
+    session->loadFormula(shortFormula());
+    ASSERT_TRUE(waitFor([&] { return message() == PanelText::Misstored; }));
+    line.cut();
+    ASSERT_EQ(state(), RunState::Disconnected);
+    line.present = true;
+    ASSERT_TRUE(reaches(RunState::Ready));
+    ASSERT_TRUE(waitFor([&] { return session->canLoadAgain(); }));
+    session->loadAgain();
+    EXPECT_TRUE(waitFor([&] { return session->canStart(); }));
+}
+
 TEST_F(MixSessionTest, FormulaBeforeTheMixerIsThere) {
     line.present = false;
     session->open();
