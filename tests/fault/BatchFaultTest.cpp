@@ -23,6 +23,10 @@ constexpr std::size_t mostKillsAgain = 10;
 constexpr std::size_t mostBatchCuts = 32;
 constexpr std::size_t mostBatchFailures = 20;
 
+// Of a long run: behind each of these kills stand each of those, and each is a start of the whole program.
+constexpr std::size_t mostHalvesOfLongRun = 12;
+constexpr std::size_t mostKillsAgainOfLongRun = 40;
+
 constexpr int preparationsBefore = 11;
 const QString lot = u"SV04260012"_s;
 constexpr std::int64_t longerThanTheMix = 600'000;
@@ -202,8 +206,8 @@ TEST_F(Batches, KilledAgainAtTheNextStart) {
             halves.push_back(count);
     }
     ASSERT_FALSE(halves.empty());
-    std::size_t tried = 0;
-    for (const std::size_t count : drawn(halves, mostHalves)) {
+    std::size_t tried = 0, possible = 0;
+    for (const std::size_t count : sample(halves, longRun() ? mostHalvesOfLongRun : mostHalves)) {
         const Image left = killedAfter(start, operations, count);
         World world(World::Window::None, &left, &mixers[1]);
         Disk disk(world.folder.path());
@@ -214,7 +218,8 @@ TEST_F(Batches, KilledAgainAtTheNextStart) {
         ASSERT_FALSE(second.empty());
         std::vector<std::size_t> all(second.size() + 1);
         std::iota(all.begin(), all.end(), 0U);
-        for (const std::size_t again : drawn(all, mostKillsAgain)) {
+        possible += all.size();
+        for (const std::size_t again : sample(all, longRun() ? mostKillsAgainOfLongRun : mostKillsAgain)) {
             SCOPED_TRACE("killed behind " + described(operations, count) + ", and again behind " +
                          described(second, again));
             judgeCrash(killedAfter(disk.start(), second, again), true);
@@ -222,6 +227,9 @@ TEST_F(Batches, KilledAgainAtTheNextStart) {
         }
     }
     print("killed again at the next start", tried);
+    std::cout << "fault: batch, killed again: " << halves.size()
+              << " kills leave a half batch; the starts behind the "
+              << "drawn ones have " << possible << " places (seed " << seedOfRun() << ")\n";
 }
 
 TEST_F(Batches, PowerCutAnywhere) {

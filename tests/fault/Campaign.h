@@ -37,12 +37,9 @@ unsigned seedOfRun();
 /// 0 to count - 1, shuffled by the seed.
 std::vector<std::size_t> drawnOrder(std::size_t count);
 
-/// A drawn part of the places in the normal run, all of them with SORVANTO_LONG=1. SEED draws another. At least one of
-/// each kind, also where these are more than most.
+/// A part of so many, drawn by the seed: at least one of each kind, also where these are more than most.
 template <class Item, class KindOf>
-std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most, KindOf kindOf) {
-    if (longRun())
-        return all;
+std::vector<Item> sample(const std::vector<Item>& all, std::size_t most, KindOf kindOf) {
     const std::vector<std::size_t> order = drawnOrder(all.size());
     std::set<std::decay_t<decltype(kindOf(all.front()))>> kinds;
     std::set<std::size_t> taken;
@@ -58,6 +55,16 @@ std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most, KindOf k
     for (const std::size_t index : taken)
         part.push_back(all[index]);
     return part;
+}
+template <class Item>
+std::vector<Item> sample(const std::vector<Item>& all, std::size_t most) {
+    return sample(all, most, [](const Item&) { return 0; });
+}
+
+/// A drawn part of the places in the normal run, all of them with SORVANTO_LONG=1. SEED draws another.
+template <class Item, class KindOf>
+std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most, KindOf kindOf) {
+    return longRun() ? all : sample(all, most, kindOf);
 }
 template <class Item>
 std::vector<Item> drawn(const std::vector<Item>& all, std::size_t most) {

@@ -102,7 +102,7 @@ void Rig::kill() {
 }
 
 void Rig::restartMixer() {
-    ++m_restarts;
+    m_forgotten << m_heard.id;
     if (m_mixer.state() == MixerState::Mixing && !m_preparations.empty()) {
         const auto last = std::max_element(m_preparations.begin(), m_preparations.end(),
                                            [](const auto& a, const auto& b) { return a.second < b.second; });
@@ -156,6 +156,8 @@ void Rig::remember(const Frame& command, const Frame& reply) {
     } else if (const auto step = readStep(command)) {
         if (static_cast<std::size_t>(step->first) == m_heard.steps.size() + 1)
             m_heard.steps.push_back(step->second);
+    } else if (command.kind == "CLEAR") {
+        m_forgotten << m_heard.id;
     } else if (command.kind == "START") {
         const MixId mix = *readMixId(command);
         if (!m_folder.read(u"mixes/%1.xml"_s.arg(QString::fromLatin1(mix))).contains("State=\"started\""))
@@ -259,9 +261,10 @@ QStringList Rig::wrongs() const {
         if (told && (logged || !m_cutOff.contains(mix)))
             all << u"told as without results, and has some: "_s + name;
     }
-    if (mixesToldInVain() > m_restarts)
-        all << u"%1 mixes told of that never ran, at %2 restarts of the mixer"_s.arg(mixesToldInVain())
-                   .arg(m_restarts);
+    for (const MixId& mix : m_withoutResults) {
+        if (!m_preparations.contains(mix) && !m_forgotten.contains(mix))
+            all << u"told as without results, and never ran: "_s + QString::fromLatin1(mix);
+    }
     return all;
 }
 

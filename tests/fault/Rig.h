@@ -66,7 +66,8 @@ public:
     int mixesRun() const { return m_mixer.preparations(); }
     int mixesLogged() const { return static_cast<int>(m_logged.size()); }
     int mixesWithoutResults() const { return static_cast<int>(m_withoutResults.size()); }
-    /// Told as ended without results though they never ran: their start met a mixer that had lost its power.
+    /// Told as ended without results though they never ran: the mixer lost their programme, by its power or by a CLEAR that
+    /// came late, before their start arrived.
     int mixesToldInVain() const;
     /// Without that of the next formula, which may stand loaded already.
     int openJournals() const;
@@ -103,7 +104,7 @@ private:
     QSet<int> m_logged;                                ///< preparation numbers
     QSet<sorvanto::protocol::MixId> m_withoutResults;  ///< told, and seen by the user
     QSet<sorvanto::protocol::MixId> m_cutOff;          ///< ran when the mixer lost its power
-    int m_restarts = 0;
+    QSet<sorvanto::protocol::MixId> m_forgotten;       ///< the mixer lost the programme, and tells of none
     int m_ids = 0;
     int m_batches = 0;
     QStringList m_wrongs;
