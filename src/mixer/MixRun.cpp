@@ -32,6 +32,7 @@ void MixRun::linkConnected() {
     m_asked.clear();
     m_starting = m_displacing = m_acknowledging = false;
     m_verified.clear();
+    m_displaced.clear();  // the mixer may have been without power, and have lost a mix that it ran
     m_unsettled = true;
     if (!m_running.isEmpty() && m_serial != m_link.identity().serial) {
         m_running
@@ -169,7 +170,7 @@ void MixRun::takeResults(const MixId& mix, const std::optional<Frame>& reply) {
         }
         emit finished(*results, seen);
     } else if (readRefusal(*reply) == QByteArray("UNKNOWN")) {
-        const bool displaced = m_status.state == MixerState::Idle && m_status.mix == mix;
+        const bool displaced = m_displaced == mix && m_status.state == MixerState::Idle;
         displaced ? undoStart(mix) : abortMix(mix, PanelText::MixLost);
     }
 }

@@ -115,9 +115,10 @@ private:
     QSet<protocol::MixId> m_asked;  ///< results asked for, not answered yet
     bool m_unsettled = false;       ///< mixes of earlier are still to be asked for
     bool m_starting = false;
-    bool m_displacing = false;  ///< LOAD is on its way to where a started programme stands
-    PanelMessage m_notStarted;  ///< why the last start was in vain, until the next one
-    bool m_holding = false;     ///< results are with the owner
+    bool m_displacing = false;    ///< LOAD is on its way to where a started programme stands
+    protocol::MixId m_displaced;  ///< it stood loaded behind its start, as far as the mixer was heard since
+    PanelMessage m_notStarted;    ///< why the last start was in vain, until the next one
+    bool m_holding = false;       ///< results are with the owner
     bool m_acknowledging = false;
     std::optional<protocol::Status> m_reached;
     bool m_stopped = false;

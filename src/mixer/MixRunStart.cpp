@@ -83,7 +83,7 @@ void MixRun::displace(const MixId& mix) {
     if (m_displacing)
         return;
     m_displacing = true;
-    m_running = mix;
+    m_displaced = m_running = mix;
     m_serial = m_link.identity().serial;
     if (m_notStarted.empty() && m_wanted && m_wanted->id == mix)
         m_notStarted = {PanelText::CommandUnanswered, {}};

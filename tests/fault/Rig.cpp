@@ -151,11 +151,14 @@ void Rig::remember(const Frame& command, const Frame& reply) {
     if (!isOk(reply))
         return;
     if (const auto head = readLoad(command)) {
-        m_heard = head->first;
+        m_forgotten << m_heard.id;
+        std::tie(m_heard, m_heardSteps) = *head;
         m_heard.steps.clear();
     } else if (const auto step = readStep(command)) {
         if (static_cast<std::size_t>(step->first) == m_heard.steps.size() + 1)
             m_heard.steps.push_back(step->second);
+        if (m_heard.steps.size() == m_heardSteps)
+            m_forgotten.remove(m_heard.id);
     } else if (command.kind == "CLEAR") {
         m_forgotten << m_heard.id;
     } else if (command.kind == "START") {

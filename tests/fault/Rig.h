@@ -66,8 +66,8 @@ public:
     int mixesRun() const { return m_mixer.preparations(); }
     int mixesLogged() const { return static_cast<int>(m_logged.size()); }
     int mixesWithoutResults() const { return static_cast<int>(m_withoutResults.size()); }
-    /// Told as ended without results though they never ran: the mixer lost their programme, by its power or by a CLEAR that
-    /// came late, before their start arrived.
+    /// Told as ended without results though they never ran: the mixer lost their programme, by its power or by a CLEAR or
+    /// LOAD that came late, before their start arrived.
     int mixesToldInVain() const;
     /// Without that of the next formula, which may stand loaded already.
     int openJournals() const;
@@ -99,6 +99,7 @@ private:
     std::map<sorvanto::protocol::Direction, QSet<QByteArray>> m_sent;
     int m_accepted = 0;
     sorvanto::protocol::Programme m_heard;  ///< what the mixer took
+    std::size_t m_heardSteps = 0;           ///< of so many
     std::map<sorvanto::protocol::MixId, sorvanto::protocol::Programme> m_wanted, m_run;
     std::map<sorvanto::protocol::MixId, int> m_preparations;
     QSet<int> m_logged;                                ///< preparation numbers
