@@ -14,10 +14,10 @@ namespace fault {
 namespace {
 
 enum class Accident { Lost, Twice, Unplugged, Killed, KilledAfter, Late, HeldBack, MixerRestarts };
-const char* nameOf(Accident accident) {
-    constexpr const char* names[]{"lost",         "twice", "unplugged", "killed",
-                                  "killed after", "late",  "held back", "mixer restarts"};
-    return names[static_cast<int>(accident)];
+const char* accidentName(Accident accident) {
+    constexpr const char* accidentNames[]{"lost",         "twice", "unplugged", "killed",
+                                          "killed after", "late",  "held back", "mixer restarts"};
+    return accidentNames[static_cast<int>(accident)];
 }
 
 struct Event {
@@ -25,7 +25,7 @@ struct Event {
     Accident accident;
 };
 
-struct Course {
+struct LineCourse {
     int crossings = 0;
     bool ended = false;
 };
@@ -40,9 +40,9 @@ constexpr int oneInDrawn = 12;
 class Orders : public testing::Test {
 protected:
     /// One course with these accidents.
-    Course played(VirtualTime& time, const std::vector<Event>& events) {
+    LineCourse played(VirtualTime& time, const std::vector<Event>& events) {
         Rig rig(time);
-        Course run;
+        LineCourse run;
         std::string frames;
         QByteArray held;
         rig.carry = [&](Direction, const QByteArray& frame, const Rig::Hand& hand) {
@@ -56,7 +56,7 @@ protected:
                 held = frame;
             frames += '\n' + std::to_string(time.now()) + " ms, " + std::to_string(crossing) + ": " +
                       frame.trimmed().toStdString() +
-                      (meets ? std::string("   ") + nameOf(found->accident) : "");
+                      (meets ? std::string("   ") + accidentName(found->accident) : "");
             if (frame == held)
                 return rig.later(heldBack, [hand, frame] { hand(frame); });
             return meets ? happen(rig, found->accident, frame, hand) : hand(frame);
@@ -101,7 +101,7 @@ protected:
     static std::string text(const std::vector<Event>& events) {
         std::string all;
         for (const Event& event : events)
-            all += std::string(nameOf(event.accident)) + " at " + std::to_string(event.crossing) + ", ";
+            all += std::string(accidentName(event.accident)) + " at " + std::to_string(event.crossing) + ", ";
         return all;
     }
     /// All courses with up to so many accidents, each later than the one before; of those with a third accident a
@@ -112,7 +112,7 @@ protected:
         ++possible;
         if (isDrawn && random.bounded(oneInDrawn) != 0)
             return;
-        const Course run = played(time, events);
+        const LineCourse run = played(time, events);
         if (most == 0)
             return;
         const int first = events.empty() ? 0 : events.back().crossing + 1;

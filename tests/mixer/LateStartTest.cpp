@@ -14,8 +14,8 @@ using test::waitFor;
 
 namespace {
 
-constexpr int preparationsBefore = 11;
-constexpr std::int64_t shortTotal = 20'000;
+constexpr int preparationsBeforeLate = 11;
+constexpr std::int64_t lateMixTotal = 20'000;
 
 class LateStartTest : public testing::Test {
 protected:
@@ -57,12 +57,12 @@ protected:
     void mixGoesWell() {
         session->start();
         ASSERT_TRUE(waitFor([&] { return state() == RunState::Mixing; }));
-        line.run(shortTotal);
+        line.run(lateMixTotal);
         ASSERT_TRUE(waitFor([&] { return done == 1 && state() == RunState::Ready; }));
         EXPECT_EQ(mixesRun(), 1);
         EXPECT_EQ(openFiles(), QStringList());
     }
-    int mixesRun() const { return line.mixer.preparations() - preparationsBefore; }
+    int mixesRun() const { return line.mixer.preparations() - preparationsBeforeLate; }
     QStringList openFiles() const { return QDir(folder.path("mixes")).entryList(QDir::Files); }
 
     support::TempProgramFolder folder;
@@ -132,7 +132,7 @@ TEST_F(LateStartTest, ThatComesBeforeItsProgrammeIsTakenBackIsOurMix) {
     line.arrives = true;
     ASSERT_TRUE(waitFor([&] { return state() == RunState::Mixing; }));
     EXPECT_FALSE(session->run().isForeign());
-    line.run(shortTotal);
+    line.run(lateMixTotal);
     ASSERT_TRUE(waitFor([&] { return done == 1 && state() == RunState::Ready; }));
     EXPECT_EQ(openFiles(), QStringList());
     EXPECT_FALSE(session->formula());
@@ -146,7 +146,7 @@ TEST_F(LateStartTest, WhoseMixIsOverAtOnceIsOurMix) {
         const auto status = protocol::readStatus(reply);
         if (status && status->state == protocol::MixerState::Loaded && !std::exchange(came, true)) {
             arrivesLate(protocol::startCommand(first));
-            line.run(shortTotal);
+            line.run(lateMixTotal);
             arrivesLate(protocol::clearCommand());
         }
     };
