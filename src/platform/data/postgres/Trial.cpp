@@ -32,7 +32,7 @@ bool isKnown(const QString& host) {
 }
 
 /// The five characters at the end of what the library says of a refusal; empty where the server has not spoken.
-QByteArray stateIn(const QByteArray& words) {
+QByteArray stateAtEnd(const QByteArray& words) {
     constexpr qsizetype stateLength = 5;
     const QByteArray last = words.mid(words.lastIndexOf(':') + 1).trimmed();
     const bool isState = last.size() == stateLength && std::all_of(last.begin(), last.end(), [](char letter) {
@@ -122,7 +122,7 @@ TrialEnd Attempt::connected(PGconn* connection) const {
     }
     if (step == PGRES_POLLING_OK)
         return TrialEnd::Works;
-    if (const QByteArray state = stateIn(PQerrorMessage(connection)); !state.isEmpty())
+    if (const QByteArray state = stateAtEnd(PQerrorMessage(connection)); !state.isEmpty())
         return endOfState(state);
     if (PQconnectionNeedsPassword(connection) != 0)
         return TrialEnd::NoPassword;
