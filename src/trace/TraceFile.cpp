@@ -148,13 +148,20 @@ std::vector<Ingredient> TraceFile::ingredientsNamed(const QString& text) const {
     return all;
 }
 
+// No lot is stored as an empty text or not at all; a look for either goes through the index.
 TraceFile::Keys TraceFile::batchesWith(const Ingredient& ingredient) const {
-    return Question(m_connection,
-                    u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS nullif(?, '') AND "
-                    "coalesce(lch_Name, '') = ? AND coalesce(lch_NDC, '') = ? AND "_s +
-                        m_own,
-                    {ingredient.lot, ingredient.name, ingredient.ndc})
-        .keys();
+    const QVariantList lots =
+        ingredient.lot.isEmpty() ? QVariantList{QVariant(), u""_s} : QVariantList{ingredient.lot};
+    Keys all;
+    for (const QVariant& lot : lots) {
+        all.merge(Question(m_connection,
+                           u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS ? AND "
+                           "coalesce(lch_Name, '') = ? AND coalesce(lch_NDC, '') = ? AND "_s +
+                               m_own,
+                           {lot, ingredient.name, ingredient.ndc})
+                      .keys());
+    }
+    return all;
 }
 
 std::map<std::int64_t, QString> TraceFile::batchesWithLots(const QStringList& lots) const {

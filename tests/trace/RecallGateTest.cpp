@@ -13,19 +13,21 @@ constexpr int batchCount = 1'500, recalls = 1'000;
 
 class RecallGateTest : public TraceTest {
 protected:
-    /// Batches of one to six lines; one line in eight is of an earlier batch, in any case, and lots repeat.
+    /// Batches of one to six lines; one line in eight is of another batch, in any case, and lots repeat. One line and one
+    /// batch in nine has no lot, which is written in either way.
     void fill() const {
         QString statements = u"BEGIN;"_s;
         for (int key = 1; key <= batchCount; ++key) {
-            statements += u"INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) VALUES (%1, 'F', '%2', "
-                          "datetime('2024-01-01', '%1 hours'));"_s.arg(QString::number(key), batchLot(key));
+            statements +=
+                u"INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) VALUES (%1, 'F', %2, "
+                "datetime('2024-01-01', '%1 hours'));"_s.arg(QString::number(key), written(batchLot(key)));
             for (int line = below(6); line >= 0; --line) {
                 QString lot = below(8) == 0 ? batchLot(1 + below(batchCount)) : supplierLot();
                 if (below(4) == 0)
                     lot = lot.toLower();
                 statements +=
-                    u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot) VALUES (%1, 'C%2', '%3');"_s.arg(
-                        QString::number(key), QString::number(below(3)), lot);
+                    u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot, lch_NDC) VALUES (%1, 'C%2', %3, '%4');"_s
+                        .arg(QString::number(key), QString::number(below(3)), written(lot), ndc());
             }
             for (int times = below(3); times > 0; --times) {
                 statements +=
@@ -39,6 +41,11 @@ protected:
     /// One in twenty has the lot of another one.
     static QString batchLot(int key) { return u"SV%1"_s.arg(key % 20 == 0 ? key - 3 : key); }
     QString supplierLot() const { return u"LOT-%1"_s.arg(below(900)); }
+    QString ndc() const { return u"N-%1"_s.arg(below(300)); }
+    QString written(const QString& lot) const {
+        const int way = below(18);
+        return way == 0 ? u"NULL"_s : way == 1 ? u"''"_s : u'\'' + lot + u'\'';
+    }
 
     static QString keys(const std::set<std::int64_t>& all) {
         QStringList texts;
@@ -46,8 +53,8 @@ protected:
             texts << QString::number(key);
         return texts.join(u' ');
     }
-    static QString line(const Tracer& trace, const QString& lot) {
-        const Recall recall = trace.whereWent(trace.find(lot).ingredients, {}, {});
+    static QString line(const Tracer& trace, const QString& text) {
+        const Recall recall = trace.whereWent(trace.find(text).ingredients, {}, {});
         std::set<std::int64_t> batches, prescriptions, patients;
         for (const TracedBatch& batch : recall.batches)
             batches.insert(batch.key.key);
@@ -64,26 +71,28 @@ protected:
 
 TEST_F(RecallGateTest, AThousandRecallsEqualASecondCalculation) {
     fill();
-    QStringList lots;
+    QStringList asked;
     for (int i = 0; i < recalls; ++i)
-        lots << (below(3) == 0 ? batchLot(1 + below(batchCount)) : supplierLot());
+        asked << (below(4) == 0   ? u"ndc "_s + ndc()
+                  : below(3) == 0 ? u"lot "_s + batchLot(1 + below(batchCount))
+                                  : u"lot "_s + supplierLot());
     QProcess second;
     second.start(u"python3"_s,
                  QStringList{QString(SORVANTO_SOURCE_DIR) + u"/tests/trace/recall.py"_s, path()});
     ASSERT_TRUE(second.waitForStarted());
-    second.write((lots.join(u'\n') + u'\n').toUtf8());
+    second.write((asked.join(u'\n') + u'\n').toUtf8());
     second.closeWriteChannel();
     ASSERT_TRUE(second.waitForFinished(120'000));
     const QStringList expected = QString::fromUtf8(second.readAllStandardOutput()).split(u'\n');
-    ASSERT_EQ(expected.size(), lots.size() + 1) << second.readAllStandardError().toStdString();
+    ASSERT_EQ(expected.size(), asked.size() + 1) << second.readAllStandardError().toStdString();
     const Tracer trace = tracer();
     int batches = 0;
     for (int i = 0; i < recalls; ++i) {
-        const QString found = line(trace, lots[i]);
-        ASSERT_EQ(found, expected[i]) << "lot " << lots[i].toStdString();
+        const QString found = line(trace, asked[i].sliced(4));
+        ASSERT_EQ(found, expected[i]) << asked[i].toStdString();
         batches += static_cast<int>(found.section(u'|', 0, 0).count(u' ')) + 1;
     }
-    EXPECT_GT(batches, recalls * 3) << "the lots lead somewhere";
+    EXPECT_GT(batches, recalls * 3) << "they lead somewhere";
     RecordProperty("batches", batches);
 }
 

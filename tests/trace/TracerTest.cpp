@@ -61,6 +61,24 @@ TEST_F(TraceTest, ABatchThatHoldsItsOwnLotEndsTheWay) {
     EXPECT_EQ(tracer().contents({0, 1}).size(), 5U);
 }
 
+TEST_F(TraceTest, WhatHasNoLotIsFollowedByItsNdcAndItsName) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base"_s);
+    batch(2, QString(), u"02-05"_s, u"Base"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Base L1, Water"_s);
+    batch(4, u"B4"_s, u"04-05"_s, u"Gel B1"_s);
+    batch(5, u"B5"_s, u"05-05"_s, u"Other"_s);
+    sql(u"UPDATE LogChem SET lch_Lot = NULL WHERE LogID = 2"_s);
+    sql(u"INSERT INTO Chemical (chm_Name, chm_Lot, chm_NDC) VALUES ('Base', '', 'N-Base')"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u"N-Base"_s);
+    ASSERT_EQ(hits.ingredients.size(), 2U) << "an empty lot and none are the same";
+    ASSERT_EQ(hits.ingredients[0].lot, QString());
+    EXPECT_EQ(lots(trace.whereWent({hits.ingredients[0]}, {}, {})), u"B4<B1  B1"_s);
+    EXPECT_EQ(lots(trace.whereWent({hits.ingredients[1]}, {}, {})), u"B3"_s);
+    EXPECT_EQ(lots(trace.whereWent(trace.find(u"Wat"_s).ingredients, {}, {})), u"B3"_s);
+    EXPECT_EQ(trace.contents({0, 1}).size(), 1U) << "what has no lot was not made here";
+}
+
 TEST_F(TraceTest, TwoIngredientsOfOneLotAreToldApart) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     batch(2, u"B2"_s, u"02-05"_s, u"Active L1"_s);
