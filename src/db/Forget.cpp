@@ -1,6 +1,7 @@
 #include "db/Forget.h"
 
 #include "db/Archive.h"
+#include "history/HistoryChain.h"
 #include "history/HistoryPause.h"
 #include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
@@ -25,8 +26,8 @@ using platform::RuntimeError;
 std::int64_t blank(platform::Engine& database, std::int64_t patient) {
     HistoryPause pause(database);
     const QString sql =
-        u"UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL WHERE hst_Table IN "
-        "('Patient', 'RXs') AND hst_Record = ? AND hst_Salt IS NOT NULL AND hst_What <> 'forgotten'"_s;
+        u"UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL WHERE %1 AND hst_Record = ? AND "
+        "hst_Salt IS NOT NULL"_s.arg(forgettableRows);
     Query rows(database, sql, sql);
     rows.bind(1, qint64{patient});
     rows.step();

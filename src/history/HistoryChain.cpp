@@ -21,12 +21,10 @@ QString sealsSql() {
     return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
            "coalesce(hst_Seal = history_hash(%1), 0), "
            "coalesce(hst_Digest = history_hash(hst_Salt, hst_Name, hst_Fields), 0), "
-           "CASE WHEN hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL THEN %2 ELSE 0 END "
-           "FROM History ORDER BY HistoryID"_s.arg(seal,
-                                                   u"EXISTS (SELECT 1 FROM History f WHERE f.hst_Table = "
-                                                   "'Patient' AND f.hst_Record = History.hst_Record AND "
-                                                   "f.hst_What = 'forgotten' AND f.HistoryID > "
-                                                   "History.HistoryID)"_s);
+           "CASE WHEN hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL AND %2 THEN EXISTS (SELECT 1 "
+           "FROM History f WHERE f.hst_Table = 'Patient' AND f.hst_What = 'forgotten' AND "
+           "f.hst_Record = History.hst_Record AND f.HistoryID > History.HistoryID) ELSE 0 END "
+           "FROM History ORDER BY HistoryID"_s.arg(seal, forgettableRows);
 }
 
 /// Gives the engine history_seal_before(): the seal that it was called with the time before, NULL at the first time.

@@ -4,6 +4,7 @@
 #include "platform/data/Engine.h"
 
 #include <QByteArray>
+#include <QLatin1StringView>
 #include <QStringList>
 #include <cstdint>
 
@@ -24,6 +25,11 @@ HistoryHead headFromText(const QString& text);
 /// The first row at which the chain is broken, in one sentence; empty when it is whole. Rows at the end that have no
 /// seal yet are none of the chain's. Also empty for a file without history.
 QStringList chainProblems(platform::Engine& database);
+
+/// Condition on the rows of History that lose their name, fields and salt when the patient of hst_Record is forgotten:
+/// the patient's and his prescriptions'. Any other row without them breaks the chain.
+inline constexpr QLatin1StringView forgettableRows(
+    "hst_Table IN ('Patient', 'RXs') AND hst_What <> 'forgotten'");
 
 /// Whether the chain goes through this head; false also when it ends before.
 bool holdsHead(platform::Engine& database, const HistoryHead& head);

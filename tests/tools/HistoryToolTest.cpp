@@ -170,6 +170,41 @@ TEST_F(HistoryToolTest, ABlankRowThatNobodyAskedForIsABreak) {
     EXPECT_TRUE(out.contains("broken at row 3")) << qPrintable(out);
 }
 
+TEST_F(HistoryToolTest, AForgottenPatientExcusesNoBlankRowOfAnythingElse) {
+    change({u"INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Base', 1)"_s,
+            u"INSERT INTO Formula (frm_Name) VALUES ('Gel')"_s,
+            u"INSERT INTO LogChem (LogID, lch_Name) VALUES (1, 'Base')"_s});
+    ASSERT_EQ(run({"forget", path("a.mdb"), "--patient", "1"}), 0) << qPrintable(err);
+    EXPECT_EQ(check(), 0) << qPrintable(out);
+    const QString sealed = stored("SELECT sql FROM sqlite_schema WHERE name = 'History_Sealed'");
+    for (const QString& table : {u"Chemical"_s, u"Formula"_s, u"Log"_s, u"LogChem"_s}) {
+        const QString rows = u" WHERE hst_Table = '%1' AND hst_Record = 1"_s.arg(table);
+        ASSERT_EQ(stored("SELECT count(*) FROM History" + rows), "1") << qPrintable(table);
+        QFile::remove(path("kept.mdb"));
+        ASSERT_TRUE(QFile::copy(path("a.mdb"), path("kept.mdb")));
+        stored(
+            "DROP TRIGGER History_Sealed; UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL" +
+            rows + u"; "_s + sealed);
+        EXPECT_EQ(check(), 1) << qPrintable(table);
+        EXPECT_TRUE(out.contains(u"(%1 1, made, "_s.arg(table))) << qPrintable(out);
+        QFile::remove(path("a.mdb"));
+        ASSERT_TRUE(QFile::copy(path("kept.mdb"), path("a.mdb")));
+    }
+    EXPECT_EQ(check(), 0) << qPrintable(out);
+}
+
+TEST_F(HistoryToolTest, ThatAPatientWasForgottenIsNotForgottenItself) {
+    ASSERT_EQ(run({"forget", path("a.mdb"), "--patient", "1"}), 0) << qPrintable(err);
+    change({u"UPDATE Patient SET pat_Zip = '1' WHERE PatientID = 1"_s});
+    ASSERT_EQ(run({"forget", path("a.mdb"), "--patient", "1"}), 0) << qPrintable(err);
+    EXPECT_EQ(check(), 0) << qPrintable(out);
+    stored(
+        "DROP TRIGGER History_Sealed; UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL "
+        "WHERE HistoryID = (SELECT min(HistoryID) FROM History WHERE hst_What = 'forgotten')");
+    EXPECT_EQ(check(), 1);
+    EXPECT_TRUE(out.contains("(Patient 1, forgotten, ")) << qPrintable(out);
+}
+
 TEST_F(HistoryToolTest, WhatCanNotBeForgottenIsSaid) {
     EXPECT_EQ(run({"forget", path("a.mdb"), "--patient", "7"}), 1);
     EXPECT_TRUE(err.contains("The history holds nothing of patient 7")) << qPrintable(err);
