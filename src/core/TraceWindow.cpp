@@ -144,9 +144,9 @@ QLayout* TraceWindow::bottomRow() {
 void TraceWindow::search() {
     guarded(u"TraceWindow:search"_s, [&] {
         m_typing.stop();
-        const QString text = m_text->text().trimmed();
-        m_hits = m_tracer.find(text);
+        m_hits = m_tracer.find(m_text->text());
         m_patients.clear();
+        const QString text = m_text->text().trimmed();
         if (m_hits.ingredients.empty() && m_hits.batches.empty() && text.size() >= leastOfName)
             m_patients = m_tracer.patientsNamed(text);
         showSimilar();

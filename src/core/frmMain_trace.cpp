@@ -34,8 +34,8 @@ TraceWindow::Start frmMain::traceStart() const {
     switch (m_current) {
     case chemicals:
         for (const QLatin1String control : {"txtchm_Lot"_L1, "txtchm_NDC"_L1, "txtchm_Name"_L1}) {
-            if (start.text.isEmpty())
-                start.text = shownText(screen, control).trimmed();
+            if (start.text.trimmed().isEmpty())
+                start.text = shownText(screen, control);
         }
         break;
     case logs:

@@ -106,12 +106,22 @@ TraceHits Tracer::find(const QString& text) const {
     return byNdc;
 }
 
+// Lots may be stored with blanks around them, even with such as can't be seen.
 TraceHits Tracer::find(const QString& text, TraceHits::By by) const {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty())
+        return {};
+    if (by != TraceHits::By::Name && trimmed != text) {
+        TraceHits hits = findAsItIs(text, by);
+        if (hits.by != TraceHits::By::Nothing)
+            return hits;
+    }
+    return findAsItIs(trimmed, by);
+}
+
+TraceHits Tracer::findAsItIs(const QString& wanted, TraceHits::By by) const {
     using By = TraceHits::By;
-    const QString wanted = text.trimmed();
     TraceHits hits;
-    if (wanted.isEmpty())
-        return hits;
     if (by != By::Batch) {
         hits.ingredients = gathered([&](const TraceFile& file) {
             return by == By::Lot   ? file.ingredientsOfLot(wanted)
@@ -136,7 +146,8 @@ QStringList Tracer::similarTo(const QString& text) {
         for (const TraceFile& file : m_files)
             m_lots += file.ingredientLots() + file.batchLots();
     }
-    QStringList lots = similarLots(text.trimmed(), m_lots);
+    const bool isThere = m_lots.contains(text, Qt::CaseInsensitive);
+    QStringList lots = similarLots(isThere ? text : text.trimmed(), m_lots);
     lots.removeDuplicates();
     lots.sort(Qt::CaseInsensitive);
     return lots;

@@ -24,7 +24,8 @@ public:
     const std::vector<GivenOffArchive>& absentArchives() const { return m_absent; }
 
     /// What the text stands for: ingredients of this lot, else of this NDC; batches of this lot; where there are none,
-    /// ingredients whose name holds it. Blanks around it don't count; an empty one stands for nothing.
+    /// ingredients whose name holds it. A lot or NDC is looked for as the text is, then without the blanks around it; blanks
+    /// alone stand for nothing.
     TraceHits find(const QString& text) const;
     /// The same where it is known what the text is: by a lot, ingredients and batches of it; by a batch, batches of the
     /// lot alone.
@@ -61,6 +62,7 @@ public:
 private:
     struct Reached;
 
+    TraceHits findAsItIs(const QString& wanted, TraceHits::By by) const;
     template <typename Ask>
     std::vector<Ingredient> gathered(Ask ask) const;
     Reached following(Reached reached) const;

@@ -315,6 +315,21 @@ TEST_F(TraceWindowTest, ASimilarLotIsAButtonThatSearchesForIt) {
     EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
 }
 
+TEST_F(TraceWindowTest, ASimilarLotOfOtherBlanksIsReached) {
+    sql(u"UPDATE LogChem SET lch_Lot = 'L1' || char(160) WHERE LogID = 2"_s);
+    open(u"L1"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+    auto buttons = window->findChildren<QPushButton*>();
+    const auto similar = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
+        return button->text() == u"L1\u00a0"_s;
+    });
+    ASSERT_NE(similar, buttons.end());
+    (*similar)->click();
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
+    open(u"L1\u00a0"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s) << "as its record has it";
+}
+
 TEST_F(TraceWindowTest, TypingSearchesByItselfAfterAMoment) {
     open({});
     QTest::keyClicks(window->findChild<QLineEdit*>(u"txtTrace"_s), u"L2"_s);

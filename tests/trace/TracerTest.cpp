@@ -123,6 +123,27 @@ TEST_F(TraceTest, SimilarLotsAreNamedApartAndNeverSearched) {
     EXPECT_EQ(trace.similarTo(u"SVO426"_s), QStringList{u"SV0426"_s}) << "a batch's lot too";
 }
 
+TEST_F(TraceTest, ALotIsFoundWithTheBlanksThatItHasOrWithout) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base L2"_s);
+    batch(3, u"B3\u00a0"_s, u"03-05"_s, u"Other L3"_s);
+    sql(u"UPDATE LogChem SET lch_Lot = 'L1' || char(160) WHERE LogID = 2"_s);
+    Tracer trace = tracer();
+    const QString raw = u"L1\u00a0"_s;
+    EXPECT_EQ(trace.similarTo(u"L1"_s), QStringList{raw});
+    EXPECT_EQ(whereUsed(raw), u"B2"_s) << "as it is first";
+    EXPECT_EQ(trace.similarTo(raw), QStringList{u"L1"_s}) << "what was not searched";
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B1"_s);
+    EXPECT_EQ(whereUsed(u"\tL1 "_s), u"B1"_s) << "then without the blanks around it";
+    EXPECT_EQ(trace.similarTo(u"\tL1 "_s), QStringList{raw});
+    EXPECT_EQ(trace.find(u"B3\u00a0"_s, TraceHits::By::Batch).batches.size(), 1U);
+    EXPECT_EQ(trace.find(u" B3\u00a0"_s, TraceHits::By::Batch).batches.size(), 0U);
+    for (const QString& lot : {u" L9"_s, u"L9\t"_s, u"L9  "_s}) {
+        sql(u"UPDATE LogChem SET lch_Lot = '%1' WHERE LogID = 2"_s.arg(lot));
+        EXPECT_EQ(whereUsed(lot), u"B2"_s) << lot.toStdString();
+    }
+}
+
 TEST_F(TraceTest, ABatchIsFoundByItsLotTwinsIncluded) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     batch(2, u"b1"_s, u"02-05"_s, u"Base L2"_s);
