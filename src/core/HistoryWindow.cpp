@@ -35,6 +35,18 @@ QDateTime endOf(const QDate& day) { return QDateTime(day, QTime(23, 59, 59, 999)
 /// Emptied by hand it holds the zero date.
 bool hasDay(const platform::DateBox& box) { return !box.text().isEmpty(); }
 
+QString dayText(const QDateTime& moment) {
+    return platform::dateText(QDateTime(moment.date(), QTime(), Qt::UTC));
+}
+
+/// The history may be younger than the record: it was perhaps changed before.
+QString noHistoryText(const QDateTime& begin) {
+    if (!begin.isValid())
+        return translated(u"Nothing is written down of this record."_s);
+    return translated(u"Nothing is written down of this record since the history began on %1."_s)
+        .replace(u"%1"_s, dayText(begin));
+}
+
 }  // namespace
 
 HistoryWindow::HistoryWindow(Context& context, const platform::ConnectionPtr& connection, Record record,
@@ -69,8 +81,7 @@ void HistoryWindow::buildWindow() {
     m_message->setObjectName(u"lblNoHistory"_s);
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
-    m_message->setText(
-        translated(u"Nothing is written down of this record: it was not changed since changes are kept."_s));
+    m_message->setText(noHistoryText(historyBegin(m_connection->engine())));
     m_use->setObjectName(u"cmdUseValues"_s);
     m_use->setAutoDefault(false);
     m_use->setToolTip(
@@ -266,29 +277,50 @@ void HistoryWindow::useValues() {
     accept();
 }
 
-// What is another one now stands first.
+/// Why it can't be told what the record was at that moment; empty where it can.
+QString HistoryWindow::whyUnknown(const QDateTime& moment) const {
+    const QDateTime begin = historyBegin(m_connection->engine());
+    if (begin.isValid() && moment < begin)
+        return translated(u"The history begins on %1: what was before is not known."_s)
+            .replace(u"%1"_s, dayText(begin));
+    if (isErasedSince(m_record.table, m_record.key, m_entries, moment))
+        return translated(u"Values of this record were erased on request: what it was then is not known."_s);
+    return {};
+}
+
 void HistoryWindow::showPast() {
     guarded(u"HistoryWindow:showPast"_s, [&] {
         m_past->setVisible(hasDay(*m_day));
         m_use->setVisible(false);
         if (!hasDay(*m_day))
             return;
-        const QMap<QString, Shown> then = shownAt(endOf(m_day->value().date()));
-        QMap<QString, Shown> now = shownAt(always());
-        offerValues(then, now);
-        std::vector<QStringList> rows;
-        for (auto field = then.begin(); field != then.end(); ++field)
-            rows.push_back({field->field, field->value, now.take(field.key()).value});
-        for (auto field = now.begin(); field != now.end() && !then.isEmpty(); ++field)
-            rows.push_back({field->field, QString(), field->value});
-        std::stable_partition(rows.begin(), rows.end(),
-                              [](const QStringList& row) { return row.at(1) != row.at(2); });
-        m_past->setTitle(translated(u"As it was on %1"_s).replace(u"%1"_s, m_day->text()),
-                         then.isEmpty() ? translated(u"The record was not there then."_s) : QString());
+        const QDateTime moment = endOf(m_day->value().date());
+        const QString unknown = whyUnknown(moment);
+        m_past->setTitle(translated(u"As it was on %1"_s).replace(u"%1"_s, m_day->text()), unknown);
         m_past->setColumns(
             {{translated(u"Field"_s), fieldWidth}, {translated(u"Then"_s)}, {translated(u"Now"_s)}});
-        m_past->setRows(std::move(rows));
+        if (unknown.isEmpty())
+            fillPast(moment);
+        else
+            m_past->setRows({});
     });
+}
+
+// What is another one now stands first.
+void HistoryWindow::fillPast(const QDateTime& moment) {
+    const QMap<QString, Shown> then = shownAt(moment);
+    QMap<QString, Shown> now = shownAt(always());
+    offerValues(then, now);
+    std::vector<QStringList> rows;
+    for (auto field = then.begin(); field != then.end(); ++field)
+        rows.push_back({field->field, field->value, now.take(field.key()).value});
+    for (auto field = now.begin(); field != now.end() && !then.isEmpty(); ++field)
+        rows.push_back({field->field, QString(), field->value});
+    std::stable_partition(rows.begin(), rows.end(),
+                          [](const QStringList& row) { return row.at(1) != row.at(2); });
+    if (then.isEmpty())
+        m_past->setRemark(translated(u"The record was not there then."_s));
+    m_past->setRows(std::move(rows));
 }
 
 }  // namespace sorvanto

@@ -46,6 +46,8 @@ private:
     void fillChoices();
     void showChanges();
     void showPast();
+    void fillPast(const QDateTime& moment);
+    QString whyUnknown(const QDateTime& moment) const;
     bool isWanted(const HistoryEntry& entry) const;
     std::vector<QStringList> rowsOf(std::size_t number) const;
     struct Shown {

@@ -107,7 +107,8 @@ HistoryEntry historyEntry(const Query& row) {
             row.value(7, asText).toString(),
             row.value(8, asText).toString(),
             row.value(9, asText).toString(),
-            readHistoryFields(row.value(10, asText).toString())};
+            readHistoryFields(row.value(10, asText).toString()),
+            !row.value(10, asText).isValid()};
 }
 
 std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key) {
@@ -125,6 +126,27 @@ std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& t
     while (row.step())
         entries.push_back(historyEntry(row));
     return entries;
+}
+
+QDateTime historyBegin(platform::Engine& database) {
+    if (!hasHistory(database))
+        return {};
+    Query row(database, u"SELECT hst_When, hst_Zone FROM History ORDER BY HistoryID LIMIT 1"_s, {});
+    return row.step() ? momentOf(row.value(0, asText).toString(), row.integer(1)) : QDateTime();
+}
+
+bool isErasedSince(const QString& table, std::int64_t key, const std::vector<HistoryEntry>& entries,
+                   const QDateTime& moment) {
+    bool erased = false;
+    for (const HistoryEntry& entry : entries) {
+        if (entry.moment <= moment)
+            continue;
+        if (entry.what == "made"_L1 && entry.table == table && entry.key == key)
+            erased = false;
+        else if (entry.what != "made"_L1 && entry.erased)
+            erased = true;
+    }
+    return erased;
 }
 
 std::optional<std::int64_t> changesSince(platform::Engine& database, const QString& table, std::int64_t key,

@@ -24,6 +24,7 @@ struct HistoryEntry {
     QString person;  ///< empty for another program
     QString name;    ///< of the row: of a line that of its ingredient
     std::vector<HistoryField> fields;
+    bool erased = false;  ///< its values were, on request
 };
 
 /// The columns of History that an entry is read from, and an entry out of them.
@@ -50,6 +51,14 @@ struct PastRow {
 /// record's row it was not there. entries: of historyOf.
 std::vector<PastRow> recordAsOf(platform::Engine& database, const QString& table, std::int64_t key,
                                 const std::vector<HistoryEntry>& entries, const QDateTime& moment);
+
+/// The first moment that what is written down reaches back to; invalid where nothing is.
+QDateTime historyBegin(platform::Engine& database);
+
+/// Whether recordAsOf has to guess: a value that was replaced since that moment has been erased on request, and the record
+/// was not made since.
+bool isErasedSince(const QString& table, std::int64_t key, const std::vector<HistoryEntry>& entries,
+                   const QDateTime& moment);
 
 /// The table whose rows are lines of a record of this one; empty for none.
 QString linesOf(const QString& table);

@@ -9,6 +9,7 @@
 #include <QAbstractItemModel>
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QTableView>
 #include <memory>
 
@@ -68,6 +69,22 @@ protected:
         emit date->valueEdited();
     }
 
+    /// What stands beside the title of the record on that day.
+    QString remark() const {
+        const QWidget* card = window->findChild<QTableView*>(u"grdPast"_s)->parentWidget();
+        return card->findChildren<QLabel*>().constLast()->text();
+    }
+    /// Of a record whose boxes are on show.
+    void showOnScreen(const QString& table, std::int64_t key) {
+        window = std::make_unique<HistoryWindow>(context, connection,
+                                                 HistoryWindow::Record{table, key, u"Urea"_s, true});
+    }
+    bool canBeUsed() const { return !window->findChild<QPushButton*>(u"cmdUseValues"_s)->isHidden(); }
+    /// As an archive run or an older file leaves it: the history begins with the entry of that number.
+    void forgetUpTo(int number) const {
+        outside(u"DROP TRIGGER History_Kept; DELETE FROM History WHERE HistoryID <= %1"_s.arg(number));
+    }
+
     Context context;
     std::unique_ptr<HistoryWindow> window;
 };
@@ -123,6 +140,50 @@ TEST_F(HistoryWindowTest, TheRecordAsItWasOnADay) {
     EXPECT_EQ(rows("grdPast"), QStringList()) << "it was not there yet";
 }
 
+TEST_F(HistoryWindowTest, OfADayBeforeTheHistoryNothingIsClaimed) {
+    spreadOverDays();
+    forgetUpTo(5);
+    showOnScreen(u"Chemical"_s, 1);
+    setDay("txtDay", u"2026-03-05"_s);
+    EXPECT_EQ(rows("grdPast"), QStringList());
+    EXPECT_EQ(remark().toStdString(), "The history begins on 3/6/2026: what was before is not known.");
+    EXPECT_FALSE(canBeUsed());
+    setDay("txtDay", u"2026-03-06"_s);
+    EXPECT_TRUE(rows("grdPast").contains("Lot Number|L1|L2")) << "the day it begins on can be told";
+    EXPECT_EQ(remark().toStdString(), "");
+    EXPECT_TRUE(canBeUsed());
+}
+
+TEST_F(HistoryWindowTest, OfADayBeforeAnErasedChangeNothingIsClaimed) {
+    run("INSERT INTO Patient (pat_LName) VALUES ('Then')");
+    run("UPDATE Patient SET pat_LName = 'Now'");
+    run("UPDATE Patient SET pat_FName = 'F'");
+    spreadOverDays();
+    outside(u"UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL WHERE HistoryID = 10"_s);
+    showOnScreen(u"Patient"_s, 1);
+    setDay("txtDay", u"2026-03-09"_s);
+    EXPECT_EQ(rows("grdPast"), QStringList());
+    EXPECT_EQ(remark().toStdString(),
+              "Values of this record were erased on request: what it was then is not known.");
+    EXPECT_FALSE(canBeUsed());
+    setDay("txtDay", u"2026-03-10"_s);
+    EXPECT_FALSE(rows("grdPast").isEmpty()) << "what was changed after it can be taken back";
+    EXPECT_TRUE(canBeUsed());
+    setDay("txtDay", u"2026-03-08"_s);
+    EXPECT_EQ(remark().toStdString(), "The record was not there then.") << "it was made the day after";
+}
+
+TEST_F(HistoryWindowTest, AnErasedDeletionDoesNotSayThatTheRecordWasNotThere) {
+    run("INSERT INTO Patient (pat_LName) VALUES ('Then')");
+    run("DELETE FROM Patient");
+    spreadOverDays();
+    outside(u"UPDATE History SET hst_Fields = NULL, hst_Salt = NULL WHERE hst_Table = 'Patient'"_s);
+    show(u"Patient"_s, 1);
+    setDay("txtDay", u"2026-03-09"_s);
+    EXPECT_EQ(remark().toStdString(),
+              "Values of this record were erased on request: what it was then is not known.");
+}
+
 TEST_F(HistoryWindowTest, LinesOfOneIngredientStandApartAndKnowItsNameWithoutHistory) {
     run("INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, 1, 9)");
     outside(u"DROP TRIGGER History_Kept; DELETE FROM History WHERE hst_Table = 'FormChem'"_s);
@@ -142,9 +203,14 @@ TEST_F(HistoryWindowTest, ADeletedLineComesBackInThePast) {
 }
 
 TEST_F(HistoryWindowTest, ARecordWithoutHistorySaysSo) {
+    spreadOverDays();
     show(u"Patient"_s, 5);
     EXPECT_EQ(changes(), QStringList());
-    EXPECT_FALSE(window->findChild<QLabel*>(u"lblNoHistory"_s)->isHidden());
+    const auto* message = window->findChild<QLabel*>(u"lblNoHistory"_s);
+    EXPECT_FALSE(message->isHidden());
+    EXPECT_EQ(message->text().toStdString(),
+              "Nothing is written down of this record since the history began on 3/1/2026.")
+        << "what was before the beginning can't be told";
 }
 
 // The rule for a new column: it has a caption, or is one that no screen shows.
