@@ -164,11 +164,14 @@ void MixJournal::sign(const MixId& mix, const BatchRows& rows) {
 void MixJournal::close(const MixId& mix, JournalState how) {
     JournalEntry closed = entry(mix);
     closed.state = how;
-    if (how == JournalState::Logged)
+    if (how == JournalState::Logged) {
         drop(closed.mix);  // whatever the disk says, it stands in the log
+        m_left.push_back(closed);
+    }
     write(closed);
     drop(closed.mix);
     moveToClosed(closed);
+    std::erase_if(m_left, [](const JournalEntry& entry) { return !QFile::exists(openPath(entry.mix)); });
 }
 
 // ---- closed mixes ---------------------------------------------------------------------------------
@@ -205,22 +208,26 @@ void MixJournal::reopen(const ClosedMix& closed) {
 
 void MixJournal::noteDeletion(const BatchRows& rows) {
     m_deletion.reset();
-    for (const JournalEntry& entry : m_open) {
-        if (!isOf(entry, rows))
-            continue;
-        m_deletion = {entry, journal_file::closedPath(entry)};
-        JournalEntry deleted = entry;
-        deleted.state = JournalState::Deleted;
-        write(deleted);
-        moveToClosed(deleted);
-        drop(deleted.mix);
-        return;
+    for (const std::vector<JournalEntry>* entries : {&m_open, &m_left}) {
+        for (const JournalEntry& entry : *entries) {
+            if (isOf(entry, rows))
+                return noteOpenDeletion(entry);
+        }
     }
     for (const ClosedMix& mix : closed()) {
         const bool maybe = mix.lot.isEmpty() || (mix.lot == rows.lot() && mix.moment == rows.moment());
         if (mix.state == JournalState::Logged && maybe && noteClosedDeletion(mix, rows))
             return;
     }
+}
+
+void MixJournal::noteOpenDeletion(JournalEntry entry) {
+    m_deletion = {entry, journal_file::closedPath(entry)};
+    entry.state = JournalState::Deleted;
+    write(entry);
+    moveToClosed(entry);
+    drop(entry.mix);
+    std::erase_if(m_left, [&](const JournalEntry& left) { return left.mix == entry.mix; });
 }
 
 bool MixJournal::noteClosedDeletion(const ClosedMix& mix, const BatchRows& rows) {

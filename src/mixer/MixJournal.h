@@ -98,6 +98,7 @@ private:
     JournalEntry& entry(const protocol::MixId& mix);
     void write(const JournalEntry& entry) const;
     void drop(const protocol::MixId& mix);
+    void noteOpenDeletion(JournalEntry entry);
     bool noteClosedDeletion(const ClosedMix& mix, const BatchRows& rows);
 
     struct Deletion {
@@ -106,6 +107,7 @@ private:
     };
 
     std::vector<JournalEntry> m_open;
+    std::vector<JournalEntry> m_left;  ///< in the log, and not taken down as such since the disk refused
     QStringList m_unreadable;
     std::optional<Deletion> m_deletion;
 };

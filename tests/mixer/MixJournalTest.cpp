@@ -286,6 +286,25 @@ TEST_F(MixJournalTest, FullDiskThrowsAndLeavesTheOldFile) {
     EXPECT_EQ(journal.open()[0].state, JournalState::Finished) << "not lost while the program runs";
 }
 
+// It stands in the log, and the full disk keeps the journal from knowing it when the user deletes it again.
+TEST_F(MixJournalTest, ABatchDeletedAfterAFullDiskAtItsClosingIsClosedForGood) {
+    MixJournal journal;
+    journal.load(mixId, test::shortFormula());
+    journal.start(mixId, "SV0426");
+    journal.finish(mixId, someResults(), false);
+    const BatchRows rows{QJsonObject{{"log_Lot", "SV04260012"}, {"log_Date", "2026-03-07 14:05:09"}}, {}};
+    journal.sign(mixId, rows);
+    {
+        const support::FullDisk full;
+        EXPECT_THROW(journal.close(mixId, JournalState::Logged), platform::RuntimeError);
+    }
+    EXPECT_EQ(files(), QStringList{"3FA21C09.xml"});
+    journal.noteDeletion(rows);
+    EXPECT_TRUE(readAgain().open().empty());
+    ASSERT_EQ(journal.closed().size(), 1U);
+    EXPECT_EQ(journal.closed()[0].state, JournalState::Deleted);
+}
+
 TEST_F(MixJournalTest, UnknownMixIsAnError) {
     MixJournal journal;
     EXPECT_THROW(journal.start(mixId, "SV0426"), platform::RuntimeError);
