@@ -73,7 +73,7 @@ NewLotWindow::NewLotWindow(const Context& context, clsChemicalPtr former, QWidge
     // A number that can't be taken is no new value, but a reason not to add.
     for (const auto& [box, follow] :
          {std::pair(m_packPrice, &NewLotWindow::calculate), std::pair(m_packSize, &NewLotWindow::calculate),
-          std::pair(m_cost, &NewLotWindow::judge), std::pair(m_awp, &NewLotWindow::judge)}) {
+          std::pair(m_cost, &NewLotWindow::takeCost), std::pair(m_awp, &NewLotWindow::judge)}) {
         connect(box, &platform::NumberBox::valueEdited, this, follow);
         connect(box, &QLineEdit::textEdited, this, follow);
     }
@@ -179,6 +179,7 @@ void NewLotWindow::fill() {
     m_supplier->setText(former.chm_Supplier);
     m_cost->setValue(former.chm_Cost);
     m_awp->setValue(former.chm_AWP);
+    m_ownCost = m_cost->text();
     m_lots = lotsOf(former.chm_Name);
     m_formulas = formulasUsing(former.ChemicalID);
     m_list->setTitle(platform::counted(translated(u"%1 formula takes it | %1 formulas take it"_s),
@@ -195,22 +196,36 @@ void NewLotWindow::fill() {
     calculate();
 }
 
-// A price that can't be calculated changes nothing: the cost is the one that its box shows.
+// Until its last letter is typed, a unit may be another one: "gr" and "gal" are a gram at first. What that gave
+// goes with it, and the cost is again the one that no calculation has touched.
 void NewLotWindow::calculate() {
     QString text = translated(u"Price, size and unit of a pack give the cost of one unit."_s);
     bool warns = false;
+    std::optional<platform::Currency> cost;
     if (!m_packPrice->text().isEmpty() && !m_packSize->text().isEmpty() &&
         !m_packUnit->text().trimmed().isEmpty()) {
         const Pack pack{decimalOf(*m_packPrice), decimalOf(*m_packSize), m_packUnit->text()};
         const PackPrice price = packPrice(pack, m_former->chm_Units);
         text = packPriceText(pack, m_former->chm_Units, price);
         warns = !price.price;
-        if (price.price)
-            m_cost->setValue(*price.price);
+        cost = price.price;
     }
+    if (cost)
+        m_cost->setValue(*cost);
+    else if (m_calculated)
+        m_cost->setText(m_ownCost);
+    m_calculated = cost.has_value();
     m_calculation->setText(text);
     platform::setLook(*m_calculation, "quiet", !warns);
     platform::setLook(*m_calculation, "caution", warns);
+    judge();
+}
+
+// What can't be read, or is no number yet, is never put back.
+void NewLotWindow::takeCost() {
+    m_calculated = false;
+    const QString typed = m_cost->text();
+    m_ownCost = typed.isEmpty() ? m_former->chm_Cost.toText() : typed;
     judge();
 }
 

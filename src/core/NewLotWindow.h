@@ -37,6 +37,7 @@ private:
     QLayout* bottomRow();
     void fill();
     void calculate();
+    void takeCost();
     void judge();
     void add();
     /// Why there is nothing to add yet; empty when there is.
@@ -47,7 +48,9 @@ private:
     const Context& m_context;
     clsChemicalPtr m_former, m_added;
     std::vector<UsingFormula> m_formulas;
-    QStringList m_lots;  ///< that the chemical has already
+    QStringList m_lots;         ///< that the chemical has already
+    QString m_ownCost;          ///< the former lot's, or the last one typed by hand
+    bool m_calculated = false;  ///< whether the cost is that of the pack
     std::map<std::int16_t, platform::Currency> m_changed;
     platform::TextBox *m_lot, *m_supplier, *m_packUnit;
     platform::NumberBox *m_packPrice, *m_packSize, *m_cost, *m_awp;

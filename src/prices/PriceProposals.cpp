@@ -1,6 +1,7 @@
 #include "prices/PriceProposals.h"
 
 #include <algorithm>
+#include <map>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +27,16 @@ PackPrice unitPrice(const PriceProposal& proposal, const platform::Decimal& pric
     const Pack pack{price, proposal.pack.size,
                     proposal.hasUnit || units.trimmed().isEmpty() ? proposal.pack.unit : oneUnit};
     return packPrice(pack, proposal.hasUnit || units.trimmed().isEmpty() ? units : oneUnit);
+}
+
+/// Cost and AWP of one unit, in ten-thousandths.
+using UnitPrices = std::array<std::optional<std::int64_t>, 2>;
+
+UnitPrices pricesOf(const PriceProposal& proposal) {
+    const auto parts = [](const PackPrice& price) {
+        return price.price ? std::optional(price.price->tenThousandths()) : std::nullopt;
+    };
+    return {parts(proposal.cost), parts(proposal.awp)};
 }
 
 bool sharesKey(const QString& one, const QString& other) {
@@ -177,23 +188,29 @@ void PriceProposals::findRivals() {
     }
 }
 
+// One row stands for each price: thousands of rows may name the same chemical, and any of them may disagree.
 void PriceProposals::judgeRivals(const std::vector<std::size_t>& proposals) {
-    for (std::size_t i = 0; i < proposals.size(); ++i) {
-        PriceProposal& one = m_all[proposals[i]];
-        for (std::size_t j = 0; j < proposals.size() && j < mostAlike; ++j) {
-            const PriceProposal& other = m_all[proposals[j]];
-            const bool same = one.cost.price == other.cost.price && one.awp.price == other.awp.price;
-            if (i == j)
-                continue;
-            if (!same)
-                one.rivals.push_back(other.row);
-            else if (j < i && one.sameAs < 0)
-                one.sameAs = other.row;
+    std::map<UnitPrices, int> firstRows;
+    std::vector<std::pair<UnitPrices, int>> different;
+    for (const std::size_t each : proposals) {
+        PriceProposal& one = m_all[each];
+        const auto [first, isNew] = firstRows.try_emplace(pricesOf(one), one.row);
+        if (isNew) {
+            different.emplace_back(*first);
+        } else {
+            one.sameAs = first->second;
+            one.state = PriceState::repeated;
         }
     }
     for (const std::size_t each : proposals) {
-        if (m_all[each].sameAs >= 0)
-            m_all[each].state = PriceState::repeated;
+        PriceProposal& one = m_all[each];
+        const UnitPrices prices = pricesOf(one);
+        for (const auto& [others, row] : different) {
+            if (one.rivals.size() == mostAlike)
+                break;
+            if (others != prices)
+                one.rivals.push_back(row);
+        }
     }
 }
 

@@ -31,7 +31,7 @@ struct PriceProposal {
     FoundBy by = FoundBy::ndc;
     int alike = 1;              ///< chemicals that the row finds
     int sameAs = -1;            ///< row that says the same
-    std::vector<int> rivals{};  ///< rows that want another price for the chemical
+    std::vector<int> rivals{};  ///< first rows of other prices for the chemical, the first 50
     bool otherNdc = false;      ///< the row's NDC isn't the chemical's
     bool hasSize = false, hasUnit = false;
     Pack pack{};              ///< as the row has it; without size 1, without unit the chemical's

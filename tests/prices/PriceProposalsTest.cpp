@@ -146,6 +146,18 @@ TEST_F(PriceProposalsTest, OfRowsThatDisagreeAboutAChemicalNoneIsTicked) {
               "2 change 1n 1.3; 1 unchanged 1n 1");
 }
 
+TEST_F(PriceProposalsTest, ARowThatDisagreesIsNoticedHoweverManyStandBeforeIt) {
+    QStringList rows(60, u"x|0338-0049-04||120||100|g"_s);
+    rows << u"x|0338-0049-04||130||100|g"_s << u"x|0338-0049-04||130|250|100|g"_s;
+    propose(rows);
+    EXPECT_EQ(proposals->ticked(), 0);
+    EXPECT_EQ(proposals->all()[0].rivals, (std::vector<int>{60, 61}));
+    EXPECT_EQ(proposals->all()[1].rivals, (std::vector<int>{0, 61})) << "row 61; a price is named once";
+    EXPECT_EQ(proposals->all()[2].rivals, (std::vector<int>{0, 60})) << "the same cost, another AWP";
+    EXPECT_EQ(proposals->count(PriceState::repeated), 59);
+    EXPECT_EQ(proposals->all()[60].sameAs, 0);
+}
+
 TEST_F(PriceProposalsTest, OneRowMayBeMeantForSeveralLots) {
     chemicals.push_back(chemical(3, u"Zinc oxide"_s, u"0338004904"_s, u"L3"_s));
     EXPECT_EQ(told({u"x|0338-0049-04||120||100|g"_s}), "1 change 1n 1.2 *; 1 change 3n 1.2 *");

@@ -45,6 +45,15 @@ protected:
         edit->insert(text);
         emit edit->textEdited(edit->text());
     }
+    /// Letter by letter, as a user does.
+    static void keyInto(QWidget& form, const char* box, const QString& text) {
+        auto* edit = child<QLineEdit>(form, box);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        QTest::keyClicks(edit, text);
+    }
+    static std::string cost(QWidget& form) { return str(child<NumberBox>(form, "txtCost")->text()); }
     static void press(QWidget& form, const char* button) { child<QPushButton>(form, button)->click(); }
     static std::string said(QWidget& form, const char* label) {
         return str(child<QLabel>(form, label)->text());
@@ -165,20 +174,67 @@ TEST_F(NewLotTest, WithoutALotOrWithOneThatIsThereNothingIsAdded) {
 TEST_F(NewLotTest, APriceThatCantBeCalculatedLeavesTheCost) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
-        typeInto(form, "txtLot", u"L301"_s);
-        typeInto(form, "txtPackPrice", u"28.50"_s);
-        typeInto(form, "txtPackSize", u"100"_s);
-        typeInto(form, "txtPackUnit", u"gr"_s);
+        keyInto(form, "txtLot", u"L301"_s);
+        keyInto(form, "txtPackPrice", u"28.50"_s);
+        keyInto(form, "txtPackSize", u"100"_s);
+        keyInto(form, "txtPackUnit", u"gr"_s);
         EXPECT_EQ(said(form, "lblCalculation"),
                   str(u"\"gr\" can mean different units, so the price can\u2019t be calculated."_s));
-        EXPECT_EQ(str(child<NumberBox>(form, "txtCost")->text()), "2");
+        EXPECT_EQ(cost(form), "2");
         EXPECT_EQ(said(form, "lblUntilNow"), "until now 2.00");
         const auto warns = [&] { return child<QLabel>(form, "lblUntilNow")->property("caution").toBool(); };
         for (const auto& [cost, far] : {std::pair("4", false), std::pair("4.0001", true),
                                         std::pair("1", false), std::pair("0.9999", true)}) {
-            typeInto(form, "txtCost", QLatin1String(cost));
+            keyInto(form, "txtCost", QLatin1String(cost));
             EXPECT_EQ(warns(), far) << cost;
         }
+        press(form, "cmdCancel");
+    });
+    click(u"cmdNewLot"_s);
+}
+
+TEST_F(NewLotTest, TheFirstLettersOfAUnitLeaveNoCostBehind) {
+    showCamphor();
+    inWindow("NewLotWindow", [](QWidget& form) {
+        keyInto(form, "txtLot", u"L301"_s);
+        keyInto(form, "txtPackPrice", u"28.50"_s);
+        keyInto(form, "txtPackSize", u"100"_s);
+        for (const QString& unit : {u"gal"_s, u"gtt"_s, u"kgx"_s, u"gr"_s}) {
+            keyInto(form, "txtPackUnit", unit);
+            EXPECT_TRUE(child<QLabel>(form, "lblCalculation")->property("caution").toBool()) << str(unit);
+            EXPECT_EQ(cost(form), "2") << str(unit);
+        }
+        keyInto(form, "txtPackUnit", u"g"_s);
+        EXPECT_EQ(cost(form), "0.285");
+        for (const char* box : {"txtPackUnit", "txtPackSize", "txtPackPrice"}) {
+            const QString typed = child<QLineEdit>(form, box)->text();
+            keyInto(form, box, QString());
+            EXPECT_EQ(cost(form), "2") << box;
+            keyInto(form, box, typed);
+            EXPECT_EQ(cost(form), "0.285") << box;
+        }
+        keyInto(form, "txtPackUnit", u"gr"_s);
+        press(form, "cmdAdd");
+    });
+    click(u"cmdNewLot"_s);
+    EXPECT_EQ(str(sqlText("SELECT chm_Cost FROM Chemical WHERE ChemicalID = 5")), "2");
+}
+
+TEST_F(NewLotTest, ACostTypedByHandComesBackWhenThePackGivesNone) {
+    showCamphor();
+    inWindow("NewLotWindow", [](QWidget& form) {
+        keyInto(form, "txtCost", u"3.1"_s);
+        keyInto(form, "txtPackPrice", u"28.50"_s);
+        keyInto(form, "txtPackSize", u"100"_s);
+        keyInto(form, "txtPackUnit", u"gr"_s);
+        EXPECT_EQ(cost(form), "3.1");
+        keyInto(form, "txtPackUnit", u"g"_s);
+        keyInto(form, "txtCost", u"0.3"_s);
+        keyInto(form, "txtPackUnit", u"gr"_s);
+        EXPECT_EQ(cost(form), "0.3") << "the last one typed";
+        keyInto(form, "txtCost", u"-1"_s);
+        keyInto(form, "txtPackUnit", u"gal"_s);
+        EXPECT_EQ(cost(form), "2") << "the former one, where none could be read";
         press(form, "cmdCancel");
     });
     click(u"cmdNewLot"_s);
