@@ -7,6 +7,7 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
+#include "shared/ServerLocation.h"
 #include "shared/Translator.h"
 
 #include <QGridLayout>
@@ -45,8 +46,8 @@ QLabel* text(const QString& words, const char* look, QWidget* parent) {
 
 ServerDialog::ServerDialog(const QString& location, QWidget* parent)
     : QDialog(parent), m_choose(new QPushButton(u"..."_s, this)),
-      m_try(new QPushButton(translated(u"Try"_s), this)), m_use(new QPushButton(translated(u"Use"_s), this)),
-      m_cancel(new QPushButton(translated(u"Cancel"_s), this)), m_result(text({}, nullptr, this)),
+      m_try(new QPushButton(translated(u"Try"_s), this)),
+      m_cancel(new QPushButton(translated(u"Close"_s), this)), m_result(text({}, nullptr, this)),
       m_wait(new QProgressBar(this)) {
     setObjectName(u"ServerDialog"_s);
     setWindowTitle(translated(u"Server"_s));
@@ -59,11 +60,10 @@ ServerDialog::ServerDialog(const QString& location, QWidget* parent)
     connect(m_computer, &QLineEdit::textChanged, this, &ServerDialog::takeApart);
     connect(m_choose, &QPushButton::clicked, this, &ServerDialog::chooseCertificate);
     connect(m_try, &QPushButton::clicked, this, &ServerDialog::tryOut);
-    connect(m_use, &QPushButton::clicked, this, &ServerDialog::use);
     connect(m_cancel, &QPushButton::clicked, this, &ServerDialog::reject);
     connect(&m_turn, &QTimer::timeout, this, &ServerDialog::lookForEnd);
     QWidget* last = m_certificate;
-    for (QPushButton* button : {m_choose, m_try, m_use, m_cancel}) {
+    for (QPushButton* button : {m_choose, m_try, m_cancel}) {
         setTabOrder(last, button);
         last = button;
     }
@@ -112,13 +112,12 @@ void ServerDialog::buildWindow() {
     m_wait->setRange(0, 0);
     m_wait->setTextVisible(false);
     m_try->setObjectName(u"cmdTry"_s);
-    m_use->setObjectName(u"cmdUse"_s);
     m_cancel->setObjectName(u"cmdCancel"_s);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(grid);
     buttons->addWidget(m_wait, 1);
     buttons->addStretch(0);
-    for (QPushButton* button : {m_try, m_use, m_cancel}) {
+    for (QPushButton* button : {m_try, m_cancel}) {
         button->setAutoDefault(false);
         buttons->addWidget(button);
     }
@@ -134,6 +133,7 @@ void ServerDialog::buildWindow() {
         translated(u"The password is not typed here: a line in the file .pgpass in your home folder holds "
                    "it, for you alone to read."_s),
         "quiet", this));
+    column->addWidget(text(serverNotYet(), "quiet", this));
     column->addWidget(m_result);
     column->addLayout(buttons);
 }
@@ -168,7 +168,6 @@ QString ServerDialog::problem() const {
 }
 
 void ServerDialog::heardTyping() {
-    m_tried = false;
     const QString wrong = problem();
     say(wrong, !wrong.isEmpty());
     showState();
@@ -211,15 +210,9 @@ void ServerDialog::lookForEnd() {
     m_turn.stop();
     const TrialEnd end = m_trial->end();
     m_trial.reset();
-    m_tried = end != TrialEnd::Stopped;
     say(trialText(end, longestTrial), end != TrialEnd::Works);
     showState();
-    (end == TrialEnd::Works ? m_use : m_try)->setFocus();
-}
-
-void ServerDialog::use() {
-    m_address = platform::postgres::addressOf(typed());
-    accept();
+    (end == TrialEnd::Works ? m_cancel : m_try)->setFocus();
 }
 
 void ServerDialog::reject() {
@@ -244,11 +237,8 @@ void ServerDialog::showState() {
     m_wait->setVisible(waits);
     m_try->setText(waits ? translated(u"Stop"_s) : translated(u"Try"_s));
     m_try->setEnabled(waits || isWhole);
-    m_use->setEnabled(!waits && isWhole && m_tried);
-    m_try->setDefault(!m_use->isEnabled());
-    m_use->setDefault(m_use->isEnabled());
-    platform::setLook(*m_try, "primary", !m_use->isEnabled());
-    platform::setLook(*m_use, "primary", m_use->isEnabled());
+    m_try->setDefault(true);
+    platform::setLook(*m_try, "primary", true);
     platform::giveAccessKeys(*this);
 }
 

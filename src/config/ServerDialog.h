@@ -1,4 +1,4 @@
-// The server of several benches: its address by its parts, tried out before it is taken.
+// The server of several benches: its address by its parts, tried out.
 #pragma once
 
 #include "platform/data/postgres/AddressParts.h"
@@ -27,9 +27,6 @@ public:
     explicit ServerDialog(const QString& location, QWidget* parent = nullptr);
     ~ServerDialog() override;
 
-    /// The address, once it was taken.
-    const QString& address() const { return m_address; }
-
     void reject() override;
 
 private:
@@ -46,17 +43,15 @@ private:
     void chooseCertificate();
     void tryOut();
     void lookForEnd();
-    void use();
     void say(const QString& text, bool isWarning);
     void showState();
 
     platform::TextBox *m_computer, *m_port, *m_database, *m_account, *m_certificate;
-    QPushButton *m_choose, *m_try, *m_use, *m_cancel;
+    QPushButton *m_choose, *m_try, *m_cancel;
     QLabel* m_result;
     QProgressBar* m_wait;
-    QString m_others, m_address;
+    QString m_others;
     std::unique_ptr<platform::postgres::Trial> m_trial;  ///< while one is under way
-    bool m_tried = false;                                ///< what stands in the boxes
     QTimer m_turn;
 };
 

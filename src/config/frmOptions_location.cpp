@@ -1,12 +1,12 @@
-// Where the records are: a file or a server, shown, chosen, and refused with a password in it.
+// Where the records are: a file or a server, shown, chosen, and a server refused.
 #include "config/ServerDialog.h"
 #include "config/ServerTexts.h"
 #include "config/frmOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/postgres/Address.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
+#include "shared/ServerLocation.h"
 #include "shared/Translator.h"
 #include "shared/databaseInUse.h"
 #include "ui_frmOptions.h"
@@ -38,11 +38,9 @@ QString shortened(const QString& text, int limit) {
     return firstCharacters(text, limit - nameLength - 3) + dots + text.right(nameLength + 1);
 }
 
-bool isServer(const QString& location) { return platform::postgres::isAddress(location.trimmed()); }
-
 /// What is open, as short as it may be.
 QString openNow(const QString& open) {
-    if (isServer(open))
+    if (isServerLocation(open))
         return shortLocation(open);
     return open.size() > pathLimit ? u"\u2026"_s + open.right(pathLimit) : open;
 }
@@ -69,20 +67,21 @@ void frmOptions::sayWhatIsOpen() {
 // The end of an address tells less than its beginning.
 void frmOptions::showLocation(const QString& location) {
     const QString shown = shownLocation(location);
-    m_ui->txtDB->setText(isServer(shown) ? shown : ShortenString(shown, pathLimit));
+    m_ui->txtDB->setText(isServerLocation(shown) ? shown : ShortenString(shown, pathLimit));
     m_ui->txtDB->setCursorPosition(0);
     m_ui->txtDB->setProperty(fullLocation, location);
     m_ui->txtDB->setToolTip(shown);
 }
 
 bool frmOptions::mayStoreLocation() const {
-    const QString refused = locationRefused(m_ui->txtDB->property(fullLocation).toString());
-    if (refused.isEmpty())
+    const QString location = m_ui->txtDB->property(fullLocation).toString();
+    if (!isServerLocation(location))
         return true;
+    const QString refused = locationRefused(location);
     platform::setLook(*m_ui->lblOpenDB, "quiet", false);
     platform::setLook(*m_ui->lblOpenDB, "caution");
-    m_ui->lblOpenDB->setText(refused);
-    m_ui->cmdServer->setFocus();
+    m_ui->lblOpenDB->setText(refused.isEmpty() ? serverNotYet() : refused);
+    m_ui->cmdDB->setFocus();
     return false;
 }
 
@@ -98,8 +97,6 @@ void frmOptions::cmdServer_Click() {
     guarded(u"frmOptions:cmdServer_Click"_s, [&] {
         ServerDialog dialog(m_ui->txtDB->property(fullLocation).toString(), this);
         platform::asker().showModal(dialog, [&] { dialog.exec(); });
-        if (!dialog.address().isEmpty())
-            showLocation(dialog.address());
     });
 }
 

@@ -8,6 +8,7 @@
 #include "shared/Guard.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
+#include "shared/ServerLocation.h"
 
 #include <QFileInfo>
 
@@ -50,8 +51,9 @@ TraceWindow::Start frmMain::traceStart() const {
 
 void frmMain::showTrace() {
     guarded(u"frmMain:showTrace"_s, [&] {
-        const QString folder = QFileInfo(m_context.databaseLocation()).absolutePath();
-        QStringList folders{folder, platform::programFolder()};
+        QStringList folders{platform::programFolder()};
+        if (const QString location = m_context.databaseLocation(); !isServerLocation(location))
+            folders.prepend(QFileInfo(location).absolutePath());
         folders.removeDuplicates();
         TraceWindow window(m_context, Tracer(openDB(m_context), folders), traceStart(), this);
         platform::asker().showModal(window, [&] { window.exec(); });

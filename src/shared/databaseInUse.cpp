@@ -5,6 +5,7 @@
 #include "platform/data/Connection.h"
 #include "shared/Context.h"
 #include "shared/FileIdentity.h"
+#include "shared/ServerLocation.h"
 
 #include <QFileInfo>
 
@@ -14,8 +15,10 @@ namespace sorvanto {
 
 QString databaseInUse(const Context& context) {
     try {
-        const QString path =
-            platform::platformPath(context.databaseLocation ? context.databaseLocation() : QString());
+        const QString location = context.databaseLocation ? context.databaseLocation() : QString();
+        if (isServerLocation(location))
+            return {};
+        const QString path = platform::platformPath(location);
         const QString canonical = QFileInfo(path).canonicalFilePath();
         return canonical.isEmpty() ? path : canonical;
     } catch (const platform::RuntimeError&) {

@@ -5,6 +5,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "shared/Guard.h"
+#include "shared/ServerLocation.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -66,6 +67,8 @@ bool isRescued(const Context& context, const QString& path) {
     return context.rescueDatabase && context.rescueDatabase(path);
 }
 
+void tellServer() { platform::MsgBox(serverNotYet(), {platform::Buttons::Ok, platform::Icon::Information}); }
+
 void tellNotFound() {
     platform::MsgBox(u"Database file not found. Please set in options"_s,
                      {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
@@ -85,7 +88,9 @@ platform::ConnectionPtr openDB(Context& context) {
         QString path;
         step([&] { path = databasePath(context); });
         step([&] {
-            if (!platform::fileExists(path)) {
+            if (isServerLocation(path)) {
+                tellServer();  // never by its address: a password may stand in it
+            } else if (!platform::fileExists(path)) {
                 again = isRescued(context, path);
                 if (!again)
                     tellNotFound();

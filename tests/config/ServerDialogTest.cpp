@@ -50,7 +50,6 @@ TEST_F(ServerDialogTest, BeginsWithWhatIsUsual) {
     EXPECT_EQ(box(dialog, "txtDatabase"), "sorvanto");
     EXPECT_EQ(box(dialog, "txtAccount"), "bench");
     EXPECT_FALSE(button(dialog, "cmdTry").isEnabled()) << "no computer is named";
-    EXPECT_FALSE(button(dialog, "cmdUse").isEnabled());
 }
 
 TEST_F(ServerDialogTest, ShowsTheServerOfTheOptions) {
@@ -116,34 +115,38 @@ TEST_F(ServerDialogTest, TheWaitIsShownAndStopped) {
     EXPECT_EQ(result(dialog), "Stopped. It is not known whether the server answers.");
     EXPECT_FALSE(child<QProgressBar>(dialog, "prgWait")->isVisible());
     EXPECT_TRUE(child<TextBox>(dialog, "txtComputer")->isEnabled());
-    EXPECT_FALSE(button(dialog, "cmdUse").isEnabled()) << "it was not tried";
 }
 
-TEST_F(ServerDialogTest, WhatWasTriedCanBeUsedUntilItIsChanged) {
+TEST_F(ServerDialogTest, WhatCameOfATrialStandsUntilSomethingElseIsTyped) {
     const QString address = silentAddress() + u"?keepalives=1"_s;
     silent.close();
     ServerDialog dialog(address);
     dialog.show();
     button(dialog, "cmdTry").click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return button(dialog, "cmdUse").isEnabled(); }));
-    EXPECT_TRUE(result(dialog).startsWith("Nothing answers there.")) << result(dialog).toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return result(dialog).startsWith("Nothing answers there."); }))
+        << result(dialog).toStdString();
     type(dialog, "txtDatabase", u"shop"_s);
-    EXPECT_FALSE(button(dialog, "cmdUse").isEnabled());
-    type(dialog, "txtDatabase", u"sorvanto"_s);
-    button(dialog, "cmdTry").click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return button(dialog, "cmdUse").isEnabled(); }));
-    button(dialog, "cmdUse").click();
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.address(), address);
+    EXPECT_EQ(result(dialog), "");
+    EXPECT_TRUE(button(dialog, "cmdTry").isEnabled());
 }
 
-TEST_F(ServerDialogTest, CancelDuringATrialTakesNothing) {
+TEST_F(ServerDialogTest, SaysThatTheRecordsAreKeptInAFile) {
+    ServerDialog dialog({});
+    QStringList texts;
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        texts << label->text();
+    EXPECT_TRUE(texts.contains(
+        "This version tries a server, and does not keep records on one yet: choose a file for them."))
+        << texts.join('\n').toStdString();
+}
+
+TEST_F(ServerDialogTest, ClosingDuringATrialEndsIt) {
     ServerDialog dialog(silentAddress());
     dialog.show();
     button(dialog, "cmdTry").click();
     button(dialog, "cmdCancel").click();
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.address(), "");
+    EXPECT_FALSE(child<QProgressBar>(dialog, "prgWait")->isVisible());
 }
 
 TEST_F(ServerDialogTest, ACertificateIsChosen) {

@@ -343,7 +343,7 @@ TEST_F(frmOptionsTest, AnotherDatabaseWaitsForTheNextStartWhileOneIsOpen) {
     EXPECT_FALSE(folder.has("other.mdb"));
 }
 
-TEST_F(frmOptionsTest, AServerIsChosenByItsDialogAndStored) {
+TEST_F(frmOptionsTest, AServerIsTriedByItsDialogAndNotStored) {
     frmOptions form(context);
     const QString address = u"postgresql://bench@records.example/sorvanto"_s;
     asker.expectModal("ServerDialog", [](QWidget& dialog) {
@@ -360,8 +360,18 @@ TEST_F(frmOptionsTest, AServerIsChosenByItsDialogAndStored) {
         click(dialog, "cmdCancel");
     });
     click(again, "cmdServer");
+    again.show();
+    child<TextBox>(again, "txtCity")->setText("Elsewhere");
+    const QByteArray before = file();
     click(again, "cmdSave");
-    EXPECT_EQ(basMain::Options->DBLocation(), address);
+    EXPECT_TRUE(again.isVisible());
+    EXPECT_EQ(file(), before);
+    EXPECT_EQ(label(again, "lblOpenDB"),
+              "This version tries a server, and does not keep records on one yet: choose a file for them.");
+    asker.expectFile("Sorvanto Data|Sorvanto.mdb", databasePath());
+    click(again, "cmdDB");
+    click(again, "cmdSave");
+    EXPECT_EQ(basMain::Options->DBLocation(), databasePath());
 }
 
 TEST_F(frmOptionsTest, ALongAddressOfAServerIsShownWithoutAReport) {
