@@ -38,6 +38,8 @@ bool Result::failed() const {
     return status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK;
 }
 
+QByteArray Result::tag() const { return PQcmdStatus(m_result.get()); }
+
 QByteArray Result::state() const { return field(m_result.get(), PG_DIAG_SQLSTATE); }
 
 QString Result::message() const { return QString::fromUtf8(field(m_result.get(), PG_DIAG_MESSAGE_PRIMARY)); }

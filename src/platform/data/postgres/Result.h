@@ -33,6 +33,8 @@ public:
     /// By INSERT, UPDATE or DELETE.
     std::int64_t changedRows() const;
     bool failed() const;
+    /// What was carried out, as "COMMIT"; a failed span answers that with "ROLLBACK".
+    QByteArray tag() const;
     /// The five characters that name a failure; empty where the server said none.
     QByteArray state() const;
     /// The server's own sentence.

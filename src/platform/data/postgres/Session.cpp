@@ -9,6 +9,7 @@
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 #include <algorithm>
+#include <cerrno>
 #include <libpq-fe.h>
 #include <poll.h>
 
@@ -144,6 +145,9 @@ void Session::control(const QByteArray& sql, const QString& statement) {
     const Outcome outcome = send({{sql, {}, false}});
     if (outcome.lineLost || outcome.results.back().failed())
         fail(outcome, Access::Changes, statement);
+    if (sql == "COMMIT" && outcome.results.back().tag() != sql)
+        throw RuntimeError(error::statement, u"A statement before has failed, and nothing was saved"_s,
+                           u"Database"_s, statement);
 }
 
 Session::Outcome Session::send(const std::vector<Command>& commands) {
@@ -203,9 +207,15 @@ pg_result* Session::next() {
 }
 
 bool Session::wait(bool forWriting) {
-    const std::int64_t left = m_deadline - QDeadlineTimer::current().deadline();
     pollfd socket{PQsocket(m_connection), static_cast<short>(forWriting ? POLLIN | POLLOUT : POLLIN), 0};
-    return left > 0 && socket.fd >= 0 && poll(&socket, 1, static_cast<int>(left)) > 0;
+    for (;;) {
+        const std::int64_t left = m_deadline - QDeadlineTimer::current().deadline();
+        if (left <= 0 || socket.fd < 0)
+            return false;
+        const int ready = poll(&socket, 1, static_cast<int>(left));
+        if (ready >= 0 || errno != EINTR)  // a signal says nothing about the line
+            return ready > 0;
+    }
 }
 
 void Session::fail(const Outcome& outcome, Access access, const QString& statement) const {

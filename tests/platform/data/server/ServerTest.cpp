@@ -3,6 +3,30 @@
 #include "TestServer.h"
 #include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
+#include "platform/data/postgres/Session.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+/// How many of the next waits a signal ends.
+std::atomic<int> signalsToCome = 0;
+
+}  // namespace
+
+/// In the place of the system's own.
+extern "C" int poll(pollfd* sockets, nfds_t count, int timeout) {
+    if (timeout > 0 && signalsToCome.exchange(std::max(0, signalsToCome - 1)) > 0) {
+        errno = EINTR;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_poll, sockets, count, timeout));
+}
 
 namespace platform {
 namespace {
@@ -44,6 +68,24 @@ TEST_F(ServerTest, TheConnectionIsSetWhateverTheAccountWouldHaveIt) {
     EXPECT_EQ(rows(u"SELECT log_Date FROM Log"_s)->value(0),
               QVariant(QDateTime(QDate(2026, 8, 31), QTime(9, 12, 40), Qt::UTC)));
     support::runOnWholeServer(u"ALTER ROLE bench RESET ALL"_s);
+}
+
+TEST_F(ServerTest, ASignalDuringAWaitBreaksNoLine) {
+    postgres::Session session(support::serverAddress());
+    const int before = session.connectionNumber();
+    signalsToCome = 3;
+    EXPECT_EQ(session.runOne({"SELECT 7"}, postgres::Access::Changes, {}).integer(0, 0), 7);
+    EXPECT_EQ(signalsToCome, 0) << "they came";
+    EXPECT_EQ(session.connectionNumber(), before);
+}
+
+TEST_F(ServerTest, TheEndOfASpanInWhichAStatementFailedIsNoSuccess) {
+    postgres::Session session(support::serverAddress());
+    session.control("BEGIN READ WRITE", {});
+    EXPECT_THROW(session.control("SELECT 1/0", {}), RuntimeError);
+    const RuntimeError failure = failureOf([&] { session.control("COMMIT", u"the save"_s); });
+    EXPECT_EQ(failure.number(), error::statement);
+    EXPECT_EQ(failure.statement(), "the save");
 }
 
 TEST_F(ServerTest, ACommittedSpanIsKeptAndALeftOneTakenBack) {
