@@ -29,21 +29,6 @@ void rehearse(const QString& copy, const platform::Cancelled& cancelled) {
         QFile::remove(platform::platformPath(scratch));
 }
 
-void copyToSecondPlace(const CopyJob& job, const QString& copy, const platform::Cancelled& cancelled) {
-    if (!QFileInfo(job.secondPlace).isDir())
-        throw platform::RuntimeError(platform::error::fileNotFound,
-                                     u"The second place for copies is not there: "_s + job.secondPlace);
-    tidy(job.secondPlace);
-    platform::copyDatabase(copy, job.secondPlace + '/'_L1 + QFileInfo(copy).fileName(), cancelled);
-    CopyShelf(job.secondPlace, job.identity).thinOut();
-}
-
-/// Whether the second place is there, and lacks a copy of the day.
-bool secondPlaceLacks(const CopyJob& job) {
-    return QFileInfo(job.secondPlace).isDir() &&
-           !CopyShelf(job.secondPlace, job.identity).hasOneOf(job.moment.date());
-}
-
 template <typename Deed>
 std::exception_ptr failureOf(Deed deed) {
     try {
@@ -54,32 +39,60 @@ std::exception_ptr failureOf(Deed deed) {
     return {};
 }
 
+/// Whether the folder has a copy of that name already.
+bool holds(const QString& folder, const QString& copy) {
+    return QFileInfo::exists(folder + '/'_L1 + QFileInfo(copy).fileName());
+}
+
+/// Its number stands above the other's: a stick may have come along from another computer. Throws where the name can't
+/// be changed.
+QString numberedAbove(const CopyShelf& other, const CopyShelf& shelf, const KeptCopy& copy) {
+    const int number = other.newestNumber();
+    if (copy.number > number)
+        return copy.path;
+    const QString path = shelf.pathFor(copy.made, number);
+    if (!QFile::rename(copy.path, path))
+        throw platform::RuntimeError(platform::error::deviceIo,
+                                     u"The copy %1 can't be given a newer number"_s.arg(copy.path));
+    return path;
+}
+
 }  // namespace
 
 QString copiesFolder() { return platform::programFolder() + u"\\backups"_s; }
 
-// Numbered newer than in both places: a stick may have come along from another computer.
 CopyResult makeCopy(const CopyJob& job, const platform::Cancelled& cancelled) {
     const CopyShelf shelf(copiesFolder(), job.identity);
     CopyResult result;
-    QString copy;
-    if (job.first) {
-        const CopyShelf second(job.secondPlace, job.identity);
-        copy = shelf.pathFor(job.moment, job.secondPlace.isEmpty() ? 0 : second.newestNumber());
-        tidy(QFileInfo(copy).path());
-        if (!platform::copyDatabase(job.file, copy, cancelled))
-            return result;
-        result.copied = true;
-        shelf.thinOut();
-        if (job.rehearse)
-            result.rehearsal = failureOf([&] { rehearse(copy, cancelled); });
-    } else if (secondPlaceLacks(job)) {
-        if (const auto copies = shelf.copies(); !copies.empty())
-            copy = copies.front().path;
-    }
-    if (!job.secondPlace.isEmpty() && !copy.isEmpty())
-        result.secondPlace = failureOf([&] { copyToSecondPlace(job, copy, cancelled); });
+    const QString copy = shelf.pathFor(job.moment);
+    tidy(QFileInfo(copy).path());
+    if (!platform::copyDatabase(job.file, copy, cancelled))
+        return result;
+    result.copied = true;
+    shelf.thinOut();
+    if (job.rehearse)
+        result.rehearsal = failureOf([&] { rehearse(copy, cancelled); });
     return result;
+}
+
+void fillSecondPlace(const SecondPlaceJob& job, const platform::Cancelled& cancelled) {
+    if (!QFileInfo(job.place).isDir()) {
+        if (!job.justCopied)
+            return;
+        throw platform::RuntimeError(platform::error::fileNotFound,
+                                     u"The second place for copies is not there: "_s + job.place);
+    }
+    const CopyShelf second(job.place, job.identity);
+    if (!job.justCopied && second.hasOneOf(job.day))
+        return;
+    const CopyShelf shelf(copiesFolder(), job.identity);
+    const auto copies = shelf.copies();
+    if (copies.empty() || holds(job.place, copies.front().path))
+        return;
+    const QString copy = numberedAbove(second, shelf, copies.front());
+    tidy(job.place);
+    if (platform::copyDatabase(copy, job.place + '/'_L1 + QFileInfo(copy).fileName(), cancelled))
+        second.thinOut();
 }
 
 }  // namespace sorvanto

@@ -2,6 +2,7 @@
 
 #include "core/CopyShelf.h"
 #include "platform/basic/Dates.h"
+#include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Engine.h"
 #include "shared/Context.h"
@@ -19,6 +20,11 @@ constexpr int batchesBetweenCopies = 50;
 constexpr int askingPause = 20;        // milliseconds, while a copy is being made
 constexpr int looksAfterFailure = 60;  // an hour, instead of a report a minute
 
+template <typename Result>
+bool isReady(const std::future<Result>& job) {
+    return job.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 /// How many batches were ever logged; keys are never given out twice.
 std::int64_t batchesLogged(const platform::Connection& connection) {
     return connection.engine().lastKey(u"Log"_s);
@@ -26,8 +32,8 @@ std::int64_t batchesLogged(const platform::Connection& connection) {
 
 }  // namespace
 
-DailyBackup::DailyBackup(const Context& context, int startDelay, int interval, int patience)
-    : m_context(context), m_startDelay(startDelay), m_interval(interval), m_patience(patience) {
+DailyBackup::DailyBackup(const Context& context, int startDelay, int interval, int patience, int late)
+    : m_context(context), m_startDelay(startDelay), m_interval(interval), m_patience(patience), m_late(late) {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout([this] {
         m_waitLonger = false;
@@ -38,9 +44,8 @@ DailyBackup::DailyBackup(const Context& context, int startDelay, int interval, i
             reportCurrentError(u"DailyBackup:copy"_s);
         }
         m_looked = true;
-        m_timer.start(m_job.valid()  ? askingPause
-                      : m_waitLonger ? m_interval * looksAfterFailure
-                                     : m_interval);
+        const bool asks = m_job.valid() || (m_second.valid() && !m_secondTold);
+        m_timer.start(asks ? askingPause : m_waitLonger ? m_interval * looksAfterFailure : m_interval);
     });
 }
 
@@ -57,16 +62,25 @@ void DailyBackup::stop() {
     m_timer.stop();
     m_looked = true;
     m_cancelled = true;
-    const std::chrono::milliseconds patience(m_patience);
-    if (m_job.valid() && m_job.wait_for(patience) == std::future_status::ready)
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(m_patience);
+    if (m_job.valid() && m_job.wait_until(end) == std::future_status::ready)
         m_job = {};
+    if (m_second.valid() && m_second.wait_until(end) == std::future_status::ready)
+        m_second = {};
 }
 
+// A second place that hangs holds up copies until it was told as late, no longer.
 void DailyBackup::look() {
-    if (!m_job.valid())
+    if (m_job.valid()) {
+        if (isReady(m_job))
+            finish();
+    } else if (m_second.valid() && isReady(m_second)) {
+        finishSecond();
+    } else if (m_second.valid() && !m_secondTold) {
+        tellSecondWhenLate();
+    } else {
         begin();
-    else if (m_job.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
-        finish();
+    }
 }
 
 void DailyBackup::begin() {
@@ -78,19 +92,55 @@ void DailyBackup::begin() {
     const CopySettings settings = CopySettings::read(m_identity);
     const std::int64_t batches = batchesLogged(*connection);
     const bool first = isDue(settings, batches);
-    if (!first && settings.secondPlace.isEmpty())
-        return;
+    m_secondPlace = settings.secondPlace;
+    if (!first)
+        return beginSecond(false);
     const QString month = platform::today().toString(u"yyyy-MM"_s);
     const CopyJob job{.file = connection->location(),
                       .identity = m_identity,
                       .moment = platform::now(),
-                      .secondPlace = settings.secondPlace,
-                      .first = first,
-                      .rehearse = first && settings.lastRehearsal != month};
+                      .rehearse = settings.lastRehearsal != month};
     m_rehearsal = job.rehearse ? month : QString();
     m_batches = batches;
     m_job = std::async(std::launch::async,
                        [job, this] { return makeCopy(job, [this] { return m_cancelled.load(); }); });
+}
+
+// While an earlier one hangs there is no second: what it lacks it gets once that has ended.
+void DailyBackup::beginSecond(bool justCopied) {
+    if (m_secondPlace.isEmpty())
+        return;
+    if (m_second.valid()) {
+        m_secondTold = m_secondTold && !justCopied;
+        return;
+    }
+    const SecondPlaceJob job{.place = m_secondPlace,
+                             .identity = m_identity,
+                             .day = platform::today().date(),
+                             .justCopied = justCopied};
+    m_secondTold = false;
+    m_secondBegan.start();
+    m_second = std::async(std::launch::async,
+                          [job, this] { fillSecondPlace(job, [this] { return m_cancelled.load(); }); });
+}
+
+void DailyBackup::tellSecondWhenLate() {
+    if (!m_secondBegan.hasExpired(m_late))
+        return;
+    m_secondTold = true;
+    guarded(u"DailyBackup:secondPlace"_s, [&] {
+        throw platform::RuntimeError(platform::error::deviceIo,
+                                     u"The second place for copies does not answer: "_s + m_secondPlace);
+    });
+}
+
+void DailyBackup::finishSecond() {
+    try {
+        m_second.get();
+    } catch (...) {
+        m_waitLonger = true;
+        reportCurrentError(u"DailyBackup:secondPlace"_s);
+    }
 }
 
 /// Without a note of the batches at the last copy, fifty count from the first look on.
@@ -112,9 +162,8 @@ void DailyBackup::finish() {
     }
     if (result.rehearsal)
         guarded(u"DailyBackup:rehearse"_s, [&] { std::rethrow_exception(result.rehearsal); });
-    m_waitLonger = result.secondPlace != nullptr;
-    if (result.secondPlace)
-        guarded(u"DailyBackup:secondPlace"_s, [&] { std::rethrow_exception(result.secondPlace); });
+    if (result.copied)
+        beginSecond(true);
 }
 
 void DailyBackup::note(const CopyResult& result) {

@@ -35,6 +35,7 @@ struct Listed {
     std::thread::id window = std::this_thread::get_id();
 };
 Listed stickListed;
+std::atomic<bool> stickHangs = false;
 
 }  // namespace
 
@@ -42,8 +43,11 @@ Listed stickListed;
 extern "C" DIR* opendir(const char* path) {
     using OpenDir = DIR* (*)(const char*);
     static const auto systems = reinterpret_cast<OpenDir>(dlsym(RTLD_NEXT, "opendir"));
-    if (QByteArray(path).endsWith("/stick"))
+    if (QByteArray(path).endsWith("/stick")) {
         ++(std::this_thread::get_id() == stickListed.window ? stickListed.byTheWindow : stickListed.byOthers);
+        while (stickHangs)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     return systems(path);
 }
 
@@ -228,6 +232,33 @@ TEST_F(DailyBackupTest, ASecondPlaceThatIsGoneIsToldAndTheCopyIsThere) {
     run();
     EXPECT_EQ(QDir(folder.path("no stick")).entryList(QDir::Files), copies()) << "when it comes along";
     EXPECT_EQ(copies().size(), 1) << "it gets the copy that is there";
+}
+
+TEST_F(DailyBackupTest, ASecondPlaceThatHangsIsToldAndHoldsUpNoCopyOfTheFirst) {
+    QDir(folder.path()).mkdir("stick");
+    CopySettings settings;
+    settings.secondPlace = folder.path("stick");
+    settings.write();
+    struct Hang {
+        Hang() { stickHangs = true; }
+        ~Hang() { stickHangs = false; }
+    };
+    DailyBackup backup(context, 0, 1, 0, 0);
+    {
+        const Hang hang;
+        backup.startSoon();
+        for (int day = 7; day <= 9; ++day) {
+            clock.set(QDateTime(QDate(2026, 3, day), QTime(8, 0), Qt::UTC));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return !reporter->calls.empty(); }, longestCopy)) << day;
+            EXPECT_EQ(expectReport("DailyBackup:secondPlace").description,
+                      "The second place for copies does not answer: " + folder.path("stick"));
+            EXPECT_EQ(copies().size(), day - 6) << "made before the second place is asked";
+        }
+    }
+    const QDir stick(folder.path("stick"));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return stick.entryList(QDir::Files).contains(copies().last()); }, longestCopy));
+    backup.stop();
 }
 
 TEST_F(DailyBackupTest, TheSecondPlaceIsTidiedAsWell) {
