@@ -26,7 +26,7 @@ Theme lightTheme() {
     t.softAccent = 0xE2F1F4;
     t.alternateRow = 0xF8FAFB;
     t.good = 0x27803A;
-    t.warning = 0xAF5A00;
+    t.warning = 0xA65500;
     t.danger = 0xC92A2A;
     t.onFill = 0xFFFFFF;
     t.quietField = 0xF7F9FA;

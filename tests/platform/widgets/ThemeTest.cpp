@@ -49,10 +49,12 @@ TEST_P(BothThemes, TextsCanBeReadOnEveryBackground) {
         for (const QColor& ink : {t.text, t.secondaryText, t.accent})
             EXPECT_GE(contrast(ink, ground), 4.5)
                 << ink.name().toStdString() << " on " << ground.name().toStdString();
-    for (const QColor& ground : {t.window, t.surface})
-        for (const QColor& ink : {t.good, t.warning, t.danger})
+    for (const QColor& ground : {t.window, t.surface, t.softAccent, t.alternateRow})  // also in a chosen row
+        for (const QColor& ink : {t.warning, t.danger})
             EXPECT_GE(contrast(ink, ground), 4.5)
                 << ink.name().toStdString() << " on " << ground.name().toStdString();
+    for (const QColor& ground : {t.window, t.surface})
+        EXPECT_GE(contrast(t.good, ground), 4.5) << ground.name().toStdString();
     for (const QColor& fill : {t.accent, t.good, t.warning, t.danger})
         EXPECT_GE(contrast(t.onFill, fill), 4.5) << fill.name().toStdString();
 }
