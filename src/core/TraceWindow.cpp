@@ -6,6 +6,7 @@
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Caption.h"
+#include "platform/widgets/SearchBox.h"
 #include "platform/widgets/Theme.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportFlow.h"
@@ -105,7 +106,7 @@ QLayout* TraceWindow::topRow() {
     m_text->setObjectName(u"txtTrace"_s);
     m_text->setMinimumWidth(36 * grid);
     m_text->setMaxLength(mostTyped);
-    m_text->setClearButtonEnabled(true);
+    platform::addClearButton(*m_text);
     m_from->setObjectName(u"txtFrom"_s);
     m_to->setObjectName(u"txtTo"_s);
     auto* top = new QHBoxLayout;

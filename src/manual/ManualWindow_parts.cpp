@@ -3,6 +3,7 @@
 #include "manual/ManualView.h"
 #include "manual/ManualWindow.h"
 #include "platform/widgets/FocusMark.h"
+#include "platform/widgets/SearchBox.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Translator.h"
 
@@ -76,7 +77,7 @@ QWidget* ManualWindow::buildBar() {
     m_words->setObjectName(u"txtManualSearch"_s);
     m_words->setPlaceholderText(translated(u"Search the manual"_s));
     m_words->setAccessibleName(m_words->placeholderText());
-    m_words->setClearButtonEnabled(true);
+    platform::addClearButton(*m_words);
     m_words->setFixedWidth(wordsWidth);
     row->addWidget(m_words);
     row->addSpacing(grid);

@@ -112,7 +112,7 @@ void frmInitials::showSameInitials() {
             box->setAccessibleDescription(words);
         }
         m_same->setVisible(same);
-        m_same->setToolTip(words);
+        m_same->setText(words);  // and its tip
     });
 }
 

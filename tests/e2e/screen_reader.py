@@ -3,8 +3,8 @@
 
     screen_reader.py PROGRAM FOLDER
 
-Goes through the screens and a dialog by the names of their buttons; every control on show has to have a name. Then a record is
-saved, and what the program says of it has to be heard as a notification. Prints what was wrong; the exit status is 1 then.
+Goes through the screens, their list and a dialog by the names of their buttons; every control on show has to have a name. Then a
+record is saved, and what the program says of it has to be heard as a notification. Prints what was wrong; the exit status is 1 then.
 """
 import subprocess
 import sys
@@ -132,6 +132,30 @@ def window_called(part):
     return None
 
 
+def box(window, name):
+    for node in on_show(window):
+        if node.get_role() == Atspi.Role.TEXT and node.get_name() == name:
+            return node
+    return None
+
+
+def check_list(reader, window):
+    """The list of records comes and goes; the pictures in its filter are buttons with names."""
+    showing = box(window, "Filter formulas") is not None
+    if not showing:
+        press(window, "Show or hide the list of records")
+    filter_box = reader.until("The filter", lambda: box(window, "Filter formulas"))
+    check_names(window, FEWEST)
+    Atspi.EditableText.set_text_contents(filter_box.get_editable_text_iface(), "magic")
+    reader.until("The name of the clear button", lambda: can_press(window, "Clear the box"))
+    check_names(window, FEWEST)
+    press(window, "Clear the box")
+    reader.until("The empty filter", lambda: Atspi.Text.get_character_count(filter_box.get_text_iface()) == 0)
+    if not showing:
+        press(window, "Show or hide the list of records")
+        reader.until("The end of the list", lambda: not box(window, "Filter formulas"))
+
+
 def use(reader):
     window = reader.until("The window", lambda: window_called(": Formulas"))
     reader.until("The end of the start", lambda: can_press(window, "Edit Record"))
@@ -139,6 +163,7 @@ def use(reader):
         press(window, screen)
         reader.until(screen, lambda wanted=screen: f": {wanted}" in window.get_name())
         check_names(window, FEWEST)
+    check_list(reader, window)
     press(window, "Chemicals")
     if can_press(window, "Cancel Edit"):
         press(window, "Cancel Edit")

@@ -14,13 +14,13 @@ class NamesTest : public LanguageTour, public ::testing::WithParamInterface<int>
 protected:
     int language() const override { return GetParam(); }
 
-    /// Parts that the toolkit makes of one control are known by that control.
+    /// Parts that the toolkit makes of one control are known by that control; pictures in a box are buttons of their own.
     static bool isOwnControl(const QWidget& control) {
-        const bool takesKeys =
-            control.focusPolicy() != Qt::NoFocus || qobject_cast<const QAbstractButton*>(&control);
+        const bool isButton = qobject_cast<const QAbstractButton*>(&control);
+        const bool takesKeys = control.focusPolicy() != Qt::NoFocus || isButton;
         return takesKeys && control.isVisible() && !control.focusProxy() &&
                !control.objectName().startsWith("qt_"_L1) &&
-               !qobject_cast<QLineEdit*>(control.parentWidget());
+               (isButton || !qobject_cast<QLineEdit*>(control.parentWidget()));
     }
 
     void look(QWidget& shown, const QString& name) override {

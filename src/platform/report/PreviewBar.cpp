@@ -2,6 +2,7 @@
 #include "platform/report/PreviewBar.h"
 
 #include "platform/report/ReportHooks.h"
+#include "platform/widgets/SearchBox.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -131,8 +132,8 @@ void PreviewBar::addSearchBox() {
     m_search->setPlaceholderText(reportText("Find"));
     m_search->setToolTip(reportText("Find on the pages") + u"  "_s +
                          QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
-    m_search->addAction(icon(u"search"_s), QLineEdit::LeadingPosition);
-    m_search->setClearButtonEnabled(true);
+    addMagnifier(*m_search);
+    addClearButton(*m_search);
     m_search->setMaximumWidth(28 * grid);
     addWidget(m_search);
     const auto onKeys = [this](const QKeySequence& keys, auto react) {

@@ -5,6 +5,7 @@
 #include "platform/widgets/ColumnRoom.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/Rows.h"
+#include "platform/widgets/SearchBox.h"
 #include "platform/widgets/StyleParts.h"
 #include "platform/widgets/Theme.h"
 
@@ -149,13 +150,8 @@ RecordList::RecordList(QWidget* parent)
 void RecordList::buildHead() {
     m_filter->setObjectName(u"txtListFilter"_s);
     m_filter->setFixedHeight(filterHeight);
-    m_filter->addAction(icon(u"search"_s, theme().secondaryText), QLineEdit::LeadingPosition);
-    QAction* clear =
-        m_filter->addAction(icon(u"close"_s, theme().secondaryText), QLineEdit::TrailingPosition);
-    clear->setVisible(false);
-    connect(clear, &QAction::triggered, m_filter, &QLineEdit::clear);
-    connect(m_filter, &QLineEdit::textChanged, clear,
-            [clear](const QString& text) { clear->setVisible(!text.isEmpty()); });
+    m_magnifier = addMagnifier(*m_filter);
+    addClearButton(*m_filter);
     m_filter->installEventFilter(this);
     keepOneLine(*m_filter);
     connect(m_filter, &QLineEdit::textChanged, this, &RecordList::applyFilter);
@@ -243,6 +239,7 @@ void RecordList::markDeletion(bool on) {
 void RecordList::setTexts(const QString& placeholder, const QString& name) {
     m_filter->setPlaceholderText(placeholder);
     m_filter->setAccessibleName(placeholder);
+    m_magnifier->setText(placeholder);
     m_rows->setAccessibleName(name);
 }
 

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <functional>
 
+class QAction;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -73,6 +74,7 @@ private:
 
     RecordListModel* m_model;
     QLineEdit* m_filter;
+    QAction* m_magnifier = nullptr;
     DateBox *m_from, *m_to;
     QWidget* m_days;  ///< around the two
     QBoxLayout* m_head;
