@@ -33,8 +33,10 @@ constexpr auto prescriptionRows =
     "SELECT RXsID, RXs.LogID, PatientID, rxs_Date, pat_LName, pat_FName, pat_Phone, log_Name, log_Lot, rxs_QTY, "
     "log_Units, rxs_Doctor FROM RXs JOIN Log USING (LogID) JOIN Patient USING (PatientID) WHERE %1 AND %2"_L1;
 
+// A column compares as it was declared, an expression of it letter by letter unless it is told.
 constexpr auto isChemical =
-    "coalesce(chm_Name, '') = ? AND coalesce(chm_Lot, '') = ? AND coalesce(chm_NDC, '') = ?"_L1;
+    "coalesce(chm_Name, '') = ? COLLATE NOCASE AND coalesce(chm_Lot, '') = ? COLLATE NOCASE AND "
+    "coalesce(chm_NDC, '') = ? COLLATE NOCASE"_L1;
 
 /// A prepared question and the row that its answer stands at.
 class Question {
@@ -154,12 +156,14 @@ TraceFile::Keys TraceFile::batchesWith(const Ingredient& ingredient) const {
         ingredient.lot.isEmpty() ? QVariantList{QVariant(), u""_s} : QVariantList{ingredient.lot};
     Keys all;
     for (const QVariant& lot : lots) {
-        all.merge(Question(m_connection,
-                           u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS ? AND "
-                           "coalesce(lch_Name, '') = ? AND coalesce(lch_NDC, '') = ? AND "_s +
-                               m_own,
-                           {lot, ingredient.name, ingredient.ndc})
-                      .keys());
+        all.merge(
+            Question(m_connection,
+                     u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS ? AND "
+                     "coalesce(lch_Name, '') = ? COLLATE NOCASE AND coalesce(lch_NDC, '') = ? COLLATE NOCASE "
+                     "AND "_s +
+                         m_own,
+                     {lot, ingredient.name, ingredient.ndc})
+                .keys());
     }
     return all;
 }

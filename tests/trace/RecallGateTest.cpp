@@ -13,8 +13,8 @@ constexpr int batchCount = 1'500, recalls = 1'000;
 
 class RecallGateTest : public TraceTest {
 protected:
-    /// Batches of one to six lines; one line in eight is of another batch, in any case, and lots repeat. One line and one
-    /// batch in nine has no lot, which is written in either way.
+    /// Batches of one to six lines, their texts in any case; one line in eight is of another batch, and lots repeat. One
+    /// line and one batch in nine has no lot, which is written in either way.
     void fill() const {
         QString statements = u"BEGIN;"_s;
         for (int key = 1; key <= batchCount; ++key) {
@@ -26,8 +26,9 @@ protected:
                 if (below(4) == 0)
                     lot = lot.toLower();
                 statements +=
-                    u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot, lch_NDC) VALUES (%1, 'C%2', %3, '%4');"_s
-                        .arg(QString::number(key), QString::number(below(3)), written(lot), ndc());
+                    u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot, lch_NDC) VALUES (%1, '%2', %3, '%4');"_s
+                        .arg(QString::number(key), inAnyCase(u"C%1"_s.arg(below(3))), written(lot),
+                             inAnyCase(ndc()));
             }
             for (int times = below(3); times > 0; --times) {
                 statements +=
@@ -41,6 +42,7 @@ protected:
     /// One in twenty has the lot of another one.
     static QString batchLot(int key) { return u"SV%1"_s.arg(key % 20 == 0 ? key - 3 : key); }
     QString supplierLot() const { return u"LOT-%1"_s.arg(below(900)); }
+    QString inAnyCase(const QString& text) const { return below(4) == 0 ? text.toLower() : text; }
     QString ndc() const { return u"N-%1"_s.arg(below(300)); }
     QString written(const QString& lot) const {
         const int way = below(18);

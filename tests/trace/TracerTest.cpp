@@ -90,6 +90,23 @@ TEST_F(TraceTest, TwoIngredientsOfOneLotAreToldApart) {
     EXPECT_EQ(lots(trace.whereWent(hits.ingredients, {}, {})), u"B2 B1"_s);
 }
 
+TEST_F(TraceTest, AnIngredientWrittenInAnotherCaseIsTheSame) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"BASE l1"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Base L1"_s);
+    batch(4, u"B4"_s, u"04-05"_s, u"Gel"_s);
+    batch(5, u"B5"_s, u"05-05"_s, u"GEL"_s);
+    sql(u"UPDATE LogChem SET lch_NDC = lower(lch_NDC) WHERE LogID = 3"_s);
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'bASE', 'L1', 'N-Base')"_s);
+    const Tracer trace = tracer();
+    const TraceHits hits = trace.find(u"L1"_s);
+    ASSERT_EQ(hits.ingredients.size(), 1U);
+    EXPECT_EQ(lots(trace.whereWent(hits.ingredients, {}, {})), u"B3 B2 B1"_s);
+    EXPECT_EQ(trace.chemicalOf(hits.ingredients[0]), 7);
+    EXPECT_EQ(lots(trace.whereWent(trace.find(u"gel"_s).ingredients, {}, {})), u"B5 B4"_s)
+        << "without a lot too";
+}
+
 TEST_F(TraceTest, FoundByNdcThenByAnyPartOfTheName) {
     sql(u"INSERT INTO Chemical (chm_Name, chm_Lot, chm_NDC, chm_Supplier) VALUES ('Crème base', 'L5', '111-22', 'Q')"_s);
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
