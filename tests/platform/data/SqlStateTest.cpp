@@ -50,5 +50,14 @@ TEST(SqlState, OnOpeningItIsToldWhetherToTryAgain) {
         EXPECT_EQ(openFailureOf(one.state).number, one.number) << one.state;
 }
 
+TEST(SqlState, IsFoundAtTheEndOfASentenceInAnyLanguage) {
+    for (const char* words : {"connection to server on socket \"/run/.s.PGSQL.5432\" failed: FATAL:  57P03\n",
+                              "подключиться к серверу не удалось: ВАЖНО:  57P03", "57P03"})
+        EXPECT_EQ(stateAtEnd(words), "57P03") << words;
+    for (const char* words :
+         {"", "connection refused", "Is the server running there: yes", "x: 57P0", "x: 57p03"})
+        EXPECT_EQ(stateAtEnd(words), "") << words;
+}
+
 }  // namespace
 }  // namespace platform::postgres

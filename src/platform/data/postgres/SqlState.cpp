@@ -64,4 +64,12 @@ Failure openFailureOf(QByteArrayView state) {
     return {error::cannotOpen, "The server can't be opened"};
 }
 
+QByteArray stateAtEnd(const QByteArray& words) {
+    const QByteArray last = words.mid(words.lastIndexOf(':') + 1).trimmed();
+    const bool isState = last.size() == stateLength && std::all_of(last.begin(), last.end(), [](char letter) {
+                             return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z');
+                         });
+    return isState ? last : QByteArray();
+}
+
 }  // namespace platform::postgres

@@ -1,6 +1,7 @@
 // The numbers of failures by a server's five characters, so that they mean what they mean for a file.
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <cstdint>
 
@@ -18,5 +19,9 @@ Failure failureOf(QByteArrayView state);
 /// On opening: no such host, database or account, or a wrong password, is cannotOpen; a server that is not ready, or has
 /// none of the tables, is general.
 Failure openFailureOf(QByteArrayView state);
+
+/// The five characters at the end of what the client library says of a refusal when it is to say no more
+/// (PQERRORS_SQLSTATE), in whatever language; empty where the server has not spoken.
+QByteArray stateAtEnd(const QByteArray& words);
 
 }  // namespace platform::postgres

@@ -1,6 +1,7 @@
 #include "platform/data/postgres/Trial.h"
 
 #include "platform/data/postgres/Address.h"
+#include "platform/data/postgres/SqlState.h"
 
 #include <QDeadlineTimer>
 #include <algorithm>
@@ -29,16 +30,6 @@ bool isKnown(const QString& host) {
             ::freeaddrinfo(found);
         return known;
     });
-}
-
-/// The five characters at the end of what the library says of a refusal; empty where the server has not spoken.
-QByteArray stateAtEnd(const QByteArray& words) {
-    constexpr qsizetype stateLength = 5;
-    const QByteArray last = words.mid(words.lastIndexOf(':') + 1).trimmed();
-    const bool isState = last.size() == stateLength && std::all_of(last.begin(), last.end(), [](char letter) {
-                             return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z');
-                         });
-    return isState ? last : QByteArray();
 }
 
 TrialEnd endOfState(const QByteArray& state) {
