@@ -32,17 +32,20 @@ QString dataSource(const QString& connectionString) {
 struct Connection::Private {
     std::unique_ptr<Engine> engine;
     Trace trace;
+    std::shared_ptr<Waiter> waiter;
 };
 
 Connection::Connection() : d(std::make_unique<Private>()) {}
 
 Connection::~Connection() = default;
 
+void Connection::setWaiter(std::shared_ptr<Waiter> waiter) { d->waiter = std::move(waiter); }
+
 void Connection::open(const QString& connectionString) {
     if (d->engine)
         throw RuntimeError(error::invalidProcedureCall, u"The connection is already open"_s, u"Database"_s);
     const DataLocation location(dataSource(connectionString));
-    d->engine = location.isServer() ? postgres::openServer(location.text())
+    d->engine = location.isServer() ? postgres::openServer(location.text(), d->waiter)
                                     : sqlite::openFile(platformPath(dataSource(connectionString)));
 }
 

@@ -11,6 +11,7 @@
 namespace platform {
 
 class Engine;
+class Waiter;
 
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
@@ -19,6 +20,9 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
+    /// Hears of the waits for a server from the next opening on; nobody does unless told. Only for the thread that the
+    /// windows belong to.
+    void setWaiter(std::shared_ptr<Waiter> waiter);
     /// "Provider=...;Data Source=<location>;..." opens the file or the server of Data Source (see DataLocation). Never
     /// creates one. Reads header and schema, so that a file that is no database fails here, as does a server without the
     /// tables. Throws cannotOpen or general.

@@ -141,6 +141,10 @@ public:
     /// Gives statements a function of any number of values.
     virtual void addFunction(const char* name, FunctionResult result, EngineFunction function) = 0;
 
+    /// To be called every few seconds while nothing else is done: notices a line that has broken and opens another one,
+    /// so that no click has to wait for that. Waits for nothing itself.
+    virtual void lookAfter() {}
+
     /// Writes everything into the existing, empty file of that path, as of one moment. False when it was cancelled.
     virtual bool copyInto(const QString& file, const Cancelled& cancelled) = 0;
     /// What is wrong with the store as a whole, a line each; a cancelled look gives what was found until then.

@@ -17,7 +17,8 @@ namespace {
 
 class ServerEngine : public Engine {
 public:
-    explicit ServerEngine(const QString& address) : m_address(address), m_store(address) {}
+    ServerEngine(const QString& address, std::shared_ptr<Waiter> waiter)
+        : m_address(address), m_store(address, std::move(waiter)) {}
 
     QString location() const override { return m_address; }
     bool isReadOnly() const override { return m_store.refusesChanges || m_store.session.isStandby(); }
@@ -46,6 +47,7 @@ public:
     bool tellWriter(const HistoryContext& writer) override;
     void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
+    void lookAfter() override { m_store.session.lookAfter(); }
     bool copyInto(const QString& file, const Cancelled& cancelled) override;
     QStringList problems(const Cancelled& cancelled) override;
 
@@ -178,9 +180,9 @@ QStringList ServerEngine::problems(const Cancelled&) { return {}; }
 
 }  // namespace
 
-std::unique_ptr<Engine> openServer(const QString& address) {
+std::unique_ptr<Engine> openServer(const QString& address, std::shared_ptr<Waiter> waiter) {
     readAddress(address);  // refuses a password
-    return std::make_unique<ServerEngine>(address);
+    return std::make_unique<ServerEngine>(address, std::move(waiter));
 }
 
 }  // namespace platform::postgres

@@ -22,13 +22,20 @@ ServerSpan::~ServerSpan() {
     if (!m_open)
         return;
     try {
-        if (!m_outermost)
-            m_session.control("ROLLBACK TO span", m_statement);
-        m_session.control(m_outermost ? "ROLLBACK" : "RELEASE span", m_statement);
+        takeBack();
     } catch (const RuntimeError&) {
         // The line is lost, and with it all that was not committed.
     }
     m_session.countSpan(-1);
+}
+
+/// Over another line there is nothing to take back.
+void ServerSpan::takeBack() {
+    if (m_session.connectionNumber() != m_connection)
+        return;
+    if (!m_outermost)
+        m_session.control("ROLLBACK TO span", m_statement);
+    m_session.control(m_outermost ? "ROLLBACK" : "RELEASE span", m_statement);
 }
 
 void ServerSpan::commit() {

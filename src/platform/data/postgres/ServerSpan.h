@@ -19,6 +19,8 @@ public:
     void commit() override;
 
 private:
+    void takeBack();
+
     Session& m_session;
     QString m_statement;
     bool m_outermost;

@@ -5,10 +5,16 @@
 #include "platform/data/postgres/ServerWords.h"
 #include "platform/data/postgres/Session.h"
 
+#include <memory>
+#include <utility>
+
 namespace platform::postgres {
 
 struct ServerStore {
-    explicit ServerStore(const QString& address) : session(address) { catalogue.read(session); }
+    ServerStore(const QString& address, std::shared_ptr<Waiter> waiter)
+        : session(address, std::move(waiter)) {
+        catalogue.read(session);
+    }
 
     Session session;
     Catalogue catalogue;

@@ -1,17 +1,13 @@
-// Commands go out in the client library's pipeline, so that the statements around a command cost no way of their own.
 #include "platform/data/postgres/Session.h"
 
 #include "platform/basic/RuntimeError.h"
-#include "platform/data/postgres/Parameters.h"
-#include "platform/data/postgres/Settings.h"
+#include "platform/data/Waiter.h"
 #include "platform/data/postgres/SqlState.h"
 
 #include <QDeadlineTimer>
-#include <QRegularExpression>
 #include <algorithm>
-#include <cerrno>
-#include <libpq-fe.h>
-#include <poll.h>
+#include <iterator>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -19,17 +15,11 @@ namespace platform::postgres {
 
 namespace {
 
-/// A statement that takes longer is ended by the server itself, so that this is for a server that says nothing.
-constexpr int answerMs = statementMs + 5000;
-constexpr int openMs = 10000;
+constexpr int firstPauseMs = 50, longestPauseMs = 1000;
+constexpr int firstTryMs = 1000, longestTryMs = 30000;
 
-std::int64_t inMilliseconds(int time) { return QDeadlineTimer(time).deadline(); }
-
-/// The library gives no more than a sentence, in which the server's five characters stand.
-QByteArray stateIn(const QString& message) {
-    static const QRegularExpression state(u"\\b[A-Z]+:\\s+([0-9A-Z]{5}): "_s);
-    return state.match(message).captured(1).toLatin1();
-}
+/// Empty as long as nothing was changed.
+constexpr char transactionNumber[] = "SELECT pg_current_xact_id_if_assigned()";
 
 /// Around a command, so that it is kept whole or not at all, and a failure leaves what was open before it.
 struct Frame {
@@ -39,11 +29,11 @@ struct Frame {
 Frame frameFor(Access access, bool inSpan) {
     const bool reads = access == Access::Reads;
     if (!inSpan)
-        return reads ? Frame() : Frame{{"BEGIN READ WRITE"}, {"COMMIT"}, {"ROLLBACK"}};
+        return reads ? Frame() : Frame{{"BEGIN READ WRITE"}, {transactionNumber}, {"ROLLBACK"}};
     const QByteArray back = "ROLLBACK TO command", end = "RELEASE command";
     if (reads)
         return {{"SAVEPOINT command", "SET LOCAL transaction_read_only = on"}, {back, end}, {back, end}};
-    return {{"SAVEPOINT command"}, {end}, {back, end}};
+    return {{"SAVEPOINT command"}, {end, transactionNumber}, {back, end}};
 }
 
 std::vector<Command> commandsOf(const QByteArrayList& statements) {
@@ -53,182 +43,193 @@ std::vector<Command> commandsOf(const QByteArrayList& statements) {
     return commands;
 }
 
+const QString notSaved = u"; the change was not saved"_s;
+const QString notKnown = u"; it is not known whether the change was saved"_s;
+
+/// Whether it may be another answer in a moment.
+bool canPass(const QByteArray& state) { return state.isEmpty() || state == "57P03" || state == "53300"; }
+
 }  // namespace
 
-Session::Session(const QString& address) : m_address(address.toUtf8()) { connect(); }
+/// From the first command to the last of what was asked for.
+class Session::Work {
+public:
+    Work(Session& session, const QString& statement) : m_session(session) {
+        if (session.m_working)
+            throw RuntimeError(error::permissionDenied, u"Another statement is under way"_s, u"Database"_s,
+                               statement);
+        session.m_working = true;
+        session.m_line.forgetStop();
+        session.m_sinceBegin.start();
+    }
+    ~Work() {
+        if (m_session.m_waiter)
+            m_session.m_waiter->ended();
+        m_session.m_working = false;
+    }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
 
-Session::~Session() { close(); }
+private:
+    Session& m_session;
+};
 
-void Session::close() {
-    PQfinish(m_connection);
-    m_connection = nullptr;
+Session::Session(const QString& address, std::shared_ptr<Waiter> waiter, const Limits& limits)
+    : m_waiter(std::move(waiter)), m_limits(limits), m_line(address, limits, [this] {
+          return !m_waiter || m_waiter->goesOn(static_cast<int>(m_sinceBegin.elapsed()));
+      }) {
+    const Work work(*this, {});
+    if (open())
+        return;
+    const Failure failure = openFailureOf(m_line.refusal().state);
+    throw RuntimeError(failure.number,
+                       u"%1 (%2)"_s.arg(QString::fromUtf8(failure.text), m_line.refusal().message),
+                       u"Database"_s);
 }
 
-void Session::connect() {
-    close();
-    ++m_number;
-    const Settings settings(m_address);
-    m_connection = PQconnectStartParams(settings.keywords().data(), settings.values().data(), 1);
-    PQsetErrorVerbosity(m_connection, PQERRORS_VERBOSE);
-    m_deadline = inMilliseconds(openMs);
-    PostgresPollingStatusType status = PGRES_POLLING_WRITING;
-    while (isConnected() && (status == PGRES_POLLING_READING || status == PGRES_POLLING_WRITING)) {
-        if (!wait(status == PGRES_POLLING_WRITING))
-            break;
-        status = PQconnectPoll(m_connection);
-    }
-    if (status == PGRES_POLLING_OK) {
-        PQsetErrorVerbosity(m_connection, PQERRORS_DEFAULT);
-        PQsetnonblocking(m_connection, 1);
-        if (!m_greeting.isEmpty())
-            send(commandsOf(m_greeting));
-        return;
-    }
-    const QString message = QString::fromUtf8(PQerrorMessage(m_connection)).section(u'\n', 0, 0);
-    close();
-    const Failure failure = openFailureOf(stateIn(message));
-    throw RuntimeError(
-        failure.number,
-        u"%1 (%2)"_s.arg(QString::fromUtf8(failure.text), message.isEmpty() ? u"no answer"_s : message),
-        u"Database"_s);
+Session::~Session() = default;
+
+bool Session::open() {
+    if (!m_line.open())
+        return false;
+    greet();
+    return m_line.isOpen();
+}
+
+void Session::greet() {
+    if (!m_greeting.isEmpty())
+        m_line.send(commandsOf(m_greeting));
 }
 
 void Session::setGreeting(QByteArrayList statements) {
+    const Work work(*this, {});
     m_greeting = std::move(statements);
-    send(commandsOf(m_greeting));
+    greet();
 }
 
-bool Session::isConnected() const { return m_connection && PQstatus(m_connection) != CONNECTION_BAD; }
+bool Session::isStandby() const { return m_line.told("in_hot_standby") == "on"; }
 
-bool Session::isStandby() const {
-    return isConnected() && QByteArray(PQparameterStatus(m_connection, "in_hot_standby")) == "on";
-}
-
-void Session::refresh() {
-    if (isSpanOpen())
+void Session::refresh(const QString& statement) {
+    if (isSpanOpen() || m_line.isOpen())
         return;
-    pollfd socket{PQsocket(m_connection), POLLIN, 0};
-    while (isConnected() && poll(&socket, 1, 0) > 0 && PQconsumeInput(m_connection)) {
+    const QDeadlineTimer until(m_limits.againMs);
+    for (int pause = firstPauseMs; !open(); pause = std::min(2 * pause, longestPauseMs)) {
+        const bool again = canPass(m_line.refusal().state) && !until.hasExpired() && m_line.pause(pause);
+        if (!again)
+            throw RuntimeError(error::deviceIo,
+                               u"The server can't be reached (%1)"_s.arg(m_line.refusal().message),
+                               u"Database"_s, statement);
     }
-    if (!isConnected())
-        connect();
+}
+
+void Session::lookAfter() {
+    if (m_working || isSpanOpen())
+        return;
+    if (m_line.isOpen()) {
+        m_tryMs = 0;
+    } else if (m_tryMs == 0 || m_sinceTry.hasExpired(m_tryMs)) {
+        m_line.openInBackground();
+        m_tryMs = std::clamp(2 * m_tryMs, firstTryMs, longestTryMs);
+        m_sinceTry.start();
+    }
 }
 
 std::vector<Result> Session::run(std::vector<Command> commands, Access access, const QString& statement) {
-    const bool inSpan = isSpanOpen();
-    refresh();
+    const Work work(*this, statement);
+    const bool inSpan = isSpanOpen(), changes = access == Access::Changes;
+    refresh(statement);
     const Frame frame = frameFor(access, inSpan);
-    std::vector<Command> all =
-        commandsOf(access == Access::Changes ? frame.before + m_beforeChanges : frame.before);
+    std::vector<Command> all = commandsOf(changes ? frame.before + m_beforeChanges : frame.before);
     const auto first = static_cast<std::ptrdiff_t>(all.size());
     const auto count = static_cast<std::ptrdiff_t>(commands.size());
     std::move(commands.begin(), commands.end(), std::back_inserter(all));
     for (Command& command : commandsOf(frame.after))
         all.push_back(std::move(command));
 
-    Outcome outcome = send(all);
-    if (outcome.lineLost && access == Access::Reads && !inSpan) {
-        connect();
-        outcome = send(all);
+    const Line::Outcome outcome = changes ? m_line.send(all) : ask(all, statement);
+    if (outcome.failed()) {
+        if (!outcome.lost && !frame.afterFailure.isEmpty())
+            m_line.send(commandsOf(frame.afterFailure));
+        fail(outcome, statement, changes ? notSaved : QString());
     }
-    if (!outcome.lineLost && !outcome.results.back().failed()) {
-        const auto begin = outcome.results.begin() + first;
-        return {begin, begin + count};
-    }
-    if (!outcome.lineLost && !frame.afterFailure.isEmpty())
-        send(commandsOf(frame.afterFailure));
-    fail(outcome, access, statement);
+    if (changes)
+        m_transaction = outcome.results.back().text(0, 0).toLatin1();
+    if (changes && !inSpan)
+        commit(statement);
+    const auto begin = outcome.results.begin() + first;
+    return {begin, begin + count};
+}
+
+Line::Outcome Session::ask(const std::vector<Command>& commands, const QString& statement) {
+    const Line::Outcome outcome = m_line.send(commands);
+    if (!outcome.lost || isSpanOpen() || m_line.wasStopped())
+        return outcome;
+    refresh(statement);
+    return m_line.send(commands);
 }
 
 void Session::control(const QByteArray& sql, const QString& statement) {
-    refresh();
-    const Outcome outcome = send({{sql, {}, false}});
-    if (outcome.lineLost || outcome.results.back().failed())
-        fail(outcome, Access::Changes, statement);
-    if (sql == "COMMIT" && outcome.results.back().tag() != sql)
+    const Work work(*this, statement);
+    if (sql == "COMMIT")
+        return commit(statement);
+    refresh(statement);
+    if (!isSpanOpen())
+        m_transaction.clear();
+    const Line::Outcome outcome = ask({{sql, {}, false}}, statement);
+    if (outcome.failed())
+        fail(outcome, statement, notSaved);
+}
+
+void Session::commit(const QString& statement) {
+    const bool changes = !m_transaction.isEmpty();
+    const Line::Outcome outcome = m_line.send({{"COMMIT", {}, false}});
+    const Fate fate = outcome.lost && changes ? lookUp() : Fate::Saved;
+    if (fate != Fate::Saved)
+        fail(outcome, statement, fate == Fate::NotSaved ? notSaved : notKnown);
+    if (outcome.lost) {
+        if (changes && m_waiter)
+            m_waiter->foundSaved();
+        return;
+    }
+    if (outcome.failed())
+        fail(outcome, statement, {});
+    if (outcome.results.back().tag() != "COMMIT")
         throw RuntimeError(error::statement, u"A statement before has failed, and nothing was saved"_s,
                            u"Database"_s, statement);
 }
 
-Session::Outcome Session::send(const std::vector<Command>& commands) {
-    m_deadline = inMilliseconds(answerMs);
-    if (!isConnected() || !PQenterPipelineMode(m_connection))
-        return {{}, true};
-    for (const Command& command : commands)
-        queue(command);
-    PQpipelineSync(m_connection);
-    Outcome outcome{receive(commands), false};
-    outcome.lineLost = !isConnected() || !PQexitPipelineMode(m_connection);
-    if (outcome.lineLost)
-        close();
-    return outcome;
-}
-
-void Session::queue(const Command& command) {
-    if (command.describe) {
-        PQsendPrepare(m_connection, "", command.sql.constData(), 0, nullptr);
-        PQsendDescribePrepared(m_connection, "");
-        return;
-    }
-    const Parameters parameters(command.parameters);
-    PQsendQueryParams(m_connection, command.sql.constData(), parameters.count(), parameters.types(),
-                      parameters.values(), nullptr, nullptr, 0);
-}
-
-std::vector<Result> Session::receive(const std::vector<Command>& commands) {
-    std::vector<Result> results;
-    const auto answer = [this] {
-        Result result(next());
-        next();
-        return result;
-    };
-    for (const Command& command : commands) {
-        Result result = answer();
-        if (const Result described = command.describe ? answer() : result; !result.failed())
-            result = described;
-        results.push_back(result);
-    }
-    const Result end(next());  // of the pipeline itself
-    return results;
-}
-
-pg_result* Session::next() {
-    for (;;) {
-        const int unsent = PQflush(m_connection);
-        if (unsent < 0 || !isConnected())
-            return nullptr;
-        if (!PQisBusy(m_connection))
-            return PQgetResult(m_connection);
-        if (!wait(unsent == 1) || !PQconsumeInput(m_connection)) {
-            close();
-            return nullptr;
+// The transaction may still be at work on the server, or its end be on the way there; only its last state is an answer.
+Session::Fate Session::lookUp() {
+    const QByteArray number = std::exchange(m_transaction, {});
+    m_line.forgetStop();
+    const QDeadlineTimer until(m_limits.lookUpMs);
+    for (int pause = firstPauseMs;; pause = std::min(2 * pause, longestPauseMs)) {
+        if (m_line.isOpen() || open()) {
+            const Line::Outcome outcome =
+                m_line.send({{"SELECT pg_xact_status('" + number + "')", {}, false}});
+            const QByteArray state = outcome.failed() ? QByteArray() : outcome.results.front().bytes(0, 0);
+            if (state == "committed" || state == "aborted")
+                return state == "committed" ? Fate::Saved : Fate::NotSaved;
         }
+        if (until.hasExpired() || !m_line.pause(pause))
+            return Fate::NotKnown;
     }
 }
 
-bool Session::wait(bool forWriting) {
-    pollfd socket{PQsocket(m_connection), static_cast<short>(forWriting ? POLLIN | POLLOUT : POLLIN), 0};
-    for (;;) {
-        const std::int64_t left = m_deadline - QDeadlineTimer::current().deadline();
-        if (left <= 0 || socket.fd < 0)
-            return false;
-        const int ready = poll(&socket, 1, static_cast<int>(left));
-        if (ready >= 0 || errno != EINTR)  // a signal says nothing about the line
-            return ready > 0;
-    }
-}
-
-void Session::fail(const Outcome& outcome, Access access, const QString& statement) const {
+void Session::fail(const Line::Outcome& outcome, const QString& statement, const QString& fate) const {
     const auto met = std::find_if(outcome.results.begin(), outcome.results.end(), [](const Result& result) {
         return result.failed() && !result.state().isEmpty();
     });
     const bool answered = met != outcome.results.end();
-    const Failure failure = failureOf(answered ? met->state() : QByteArray());
+    const QByteArray state = answered ? met->state() : QByteArray();
+    const bool stopped = m_line.wasStopped() && (outcome.lost || state == "57014");
+    const Failure failure =
+        stopped ? Failure{error::permissionDenied, "The wait for the server was ended"} : failureOf(state);
     QString text = QString::fromUtf8(failure.text);
     if (answered)
         text += u" (%1)"_s.arg(met->message());
-    if (outcome.lineLost && access == Access::Changes)
-        text += u"; it is not known whether the change was saved"_s;
+    if (outcome.lost)
+        text += fate;
     throw RuntimeError(failure.number, text, u"Database"_s, statement);
 }
 

@@ -1,26 +1,21 @@
-// One connection to a server: opening it, commands on their way there and back, each with a deadline, and what a line
-// that breaks means for them.
+// One connection to a server and what is kept by it: commands within transactions and spans, and what a line that breaks
+// means for them. Whatever it is asked for while it waits for the server is refused with permissionDenied.
 #pragma once
 
-#include "platform/data/postgres/Result.h"
+#include "platform/data/postgres/Line.h"
 
 #include <QByteArray>
 #include <QByteArrayList>
+#include <QElapsedTimer>
 #include <QString>
-#include <QVariant>
 #include <memory>
 #include <vector>
 
-struct pg_conn;
+namespace platform {
+class Waiter;
+}
 
 namespace platform::postgres {
-
-struct Command {
-    QByteArray sql;
-    std::vector<QVariant> parameters;  ///< $1 and so on; see Query::bind
-    /// The result has no rows, only what its columns are.
-    bool describe = false;
-};
 
 /// What a command does to the records.
 enum class Access {
@@ -31,15 +26,16 @@ enum class Access {
 class Session {
 public:
     /// Throws cannotOpen or general, see openFailureOf.
-    explicit Session(const QString& address);
+    explicit Session(const QString& address, std::shared_ptr<Waiter> waiter = {}, const Limits& limits = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Runs these together, by one message there and one back, and gives the result of each. What reads outside a span
-    /// is tried once more over a new connection where the old one turns out to be broken; a change never is: whether
-    /// it was kept is not known then, and the error says so. A command that fails leaves an open span as it was.
-    /// statement: for the error. Throws as failureOf tells.
+    /// Runs these together and gives the result of each. What reads takes one message there and one back; outside a span
+    /// it is tried once more over a new connection where the old one turns out to be broken. A change never is: where it
+    /// is not known whether it was kept, the server is asked, and the error says what it answered. A change outside a span
+    /// takes two messages, so that the second, its end, can be asked about by the number of its transaction. A command
+    /// that fails leaves an open span as it was. statement: for the error. Throws as failureOf tells.
     std::vector<Result> run(std::vector<Command> commands, Access access, const QString& statement);
     Result runOne(Command command, Access access, const QString& statement) {
         return run({std::move(command)}, access, statement).front();
@@ -55,37 +51,41 @@ public:
     bool isSpanOpen() const { return m_spans > 0; }
     void countSpan(int change) { m_spans += change; }
     /// Changes with each new connection: what was open on the one before is gone.
-    int connectionNumber() const { return m_number; }
+    int connectionNumber() const { return m_line.number(); }
+
+    /// To be called now and then: opens a connection that has ended since, without waiting for it.
+    void lookAfter();
 
     /// Whether this server follows another one and takes no changes.
     bool isStandby() const;
 
 private:
-    struct Outcome {
-        std::vector<Result> results;
-        bool lineLost = false;
-    };
+    enum class Fate { Saved, NotSaved, NotKnown };
+    class Work;
 
-    void connect();
-    /// Opens the connection again where it has ended since, as that of a server that was started anew.
-    void refresh();
-    void close();
-    bool isConnected() const;
-    Outcome send(const std::vector<Command>& commands);
-    void queue(const Command& command);
-    std::vector<Result> receive(const std::vector<Command>& commands);
-    /// The next result; null between those of two commands, and for ever once the line is lost.
-    pg_result* next();
-    /// Until the socket can be read, or written; false at the deadline.
-    bool wait(bool forWriting);
-    [[noreturn]] void fail(const Outcome& outcome, Access access, const QString& statement) const;
+    /// Opens the line where it has ended since, as that of a server that was started anew.
+    void refresh(const QString& statement);
+    /// False where it did not come to it.
+    bool open();
+    void greet();
+    /// Of what changes nothing: once more where the line was lost outside a span.
+    Line::Outcome ask(const std::vector<Command>& commands, const QString& statement);
+    void commit(const QString& statement);
+    /// Of the transaction whose end was not heard of.
+    Fate lookUp();
+    [[noreturn]] void fail(const Line::Outcome& outcome, const QString& statement, const QString& fate) const;
 
-    QByteArray m_address;
+    std::shared_ptr<Waiter> m_waiter;
+    QElapsedTimer m_sinceBegin;  ///< of what is under way
+    bool m_working = false;
+    Limits m_limits;
+    Line m_line;
     QByteArrayList m_greeting, m_beforeChanges;
-    pg_conn* m_connection = nullptr;
-    std::int64_t m_deadline = 0;  ///< of what is under way
+    QByteArray
+        m_transaction;  ///< the server's number of the one that is open; empty while nothing was changed
+    QElapsedTimer m_sinceTry;
+    int m_tryMs = 0;  ///< after so long a lost line is tried again
     int m_spans = 0;
-    int m_number = 0;
 };
 
 }  // namespace platform::postgres

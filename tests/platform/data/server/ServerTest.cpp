@@ -55,6 +55,13 @@ TEST_F(ServerTest, ADatabaseAccountOrServerThatIsNotThereIsNotOpened) {
     EXPECT_EQ(openFailure(location().replace(u"bench@"_s, u"bench:secret@"_s)).number(), error::cannotOpen);
 }
 
+TEST_F(ServerTest, ARefusedOpeningTellsItsStateAndNoName) {
+    const QString said = openFailure(location().replace(u"bench@"_s, u"nobody@"_s)).description();
+    EXPECT_TRUE(said.contains("(28"_L1) || said.contains(": 28"_L1) || said.contains("  28"_L1))
+        << said.toStdString();
+    EXPECT_FALSE(said.contains("nobody"_L1)) << said.toStdString();
+}
+
 TEST_F(ServerTest, AServerWithoutTheTablesIsNotReady) {
     elsewhere(u"ALTER SCHEMA sorvanto RENAME TO moved"_s);
     EXPECT_EQ(openFailure(location()).number(), error::general);
@@ -139,7 +146,8 @@ TEST_F(ServerTest, ASpanWhoseLineIsLostIsTakenBackAndNothingStaysOpen) {
         span.commit();
     });
     EXPECT_EQ(failure.number(), error::deviceIo);
-    EXPECT_TRUE(failure.description().contains("not known"_L1)) << failure.description().toStdString();
+    EXPECT_TRUE(failure.description().endsWith("the change was not saved"_L1))
+        << failure.description().toStdString();
     EXPECT_EQ(lot(), before);
     setLot("LATER");
     EXPECT_EQ(lot(), "LATER");

@@ -1,0 +1,311 @@
+// What a network can do to a line, and what the program knows of its records afterwards.
+#include "../DataTest.h"
+#include "ServerProxy.h"
+#include "TestServer.h"
+#include "platform/data/Transaction.h"
+#include "platform/data/Waiter.h"
+#include "platform/data/postgres/Session.h"
+
+#include <QThread>
+#include <functional>
+
+namespace platform {
+namespace {
+
+using postgres::Access;
+using postgres::Session;
+using Fault = support::ServerProxy::Fault;
+
+/// Writes down what it hears, and does what the test wants in its turns.
+struct Listener : Waiter {
+    bool goesOn(int waited) override {
+        ++turns;
+        lastWaited = waited;
+        return !turn || turn();
+    }
+    void ended() override { ++ends; }
+    void foundSaved() override { ++saved; }
+
+    std::function<bool()> turn;
+    int turns = 0, lastWaited = 0, ends = 0, saved = 0;
+};
+
+class FaultTest : public DataTest {
+protected:
+    void SetUp() override {
+        DataTest::SetUp();
+        proxy = std::make_unique<support::ServerProxy>(location());
+    }
+    /// By the proxy.
+    Session& session(const postgres::Limits& limits = {}) {
+        if (!m_session)
+            m_session = std::make_unique<Session>(proxy->address(), listener, limits);
+        return *m_session;
+    }
+    static postgres::Command lengthened() {
+        return {
+            "UPDATE \"Chemical\" SET \"chm_Lot\" = 'x' || \"chm_Lot\" WHERE \"ChemicalID\" = 1 RETURNING 7"};
+    }
+    RuntimeError changeFailure() {
+        return failureOf([&] { session().runOne(lengthened(), Access::Changes, u"the change"_s); });
+    }
+    QString lot() const { return stored(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s); }
+    std::int64_t seven() { return session().runOne({"SELECT 7"}, Access::Reads, {}).integer(0, 0); }
+    /// Through the whole data layer.
+    ConnectionPtr byProxy() const {
+        const ConnectionPtr other = std::make_shared<Connection>();
+        other->setWaiter(listener);
+        other->open(source(proxy->address()));
+        return other;
+    }
+    static void expectEnd(const RuntimeError& failure, QLatin1StringView end) {
+        EXPECT_EQ(failure.number(), error::deviceIo);
+        EXPECT_TRUE(failure.description().endsWith(end)) << failure.description().toStdString();
+    }
+
+    std::unique_ptr<support::ServerProxy> proxy;
+    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
+
+private:
+    std::unique_ptr<Session> m_session;
+};
+
+// A change outside a span.
+
+TEST_F(FaultTest, AChangeWhoseConfirmationIsLostIsLookedUpAndWasSaved) {
+    const QString before = lot();
+    session();
+    proxy->arm("COMMIT", Fault::LoseReply);
+    EXPECT_EQ(session().runOne(lengthened(), Access::Changes, {}).integer(0, 0), 7) << "with all its results";
+    EXPECT_EQ(lot(), u"x"_s + before) << "once";
+    EXPECT_EQ(listener->saved, 1);
+    EXPECT_EQ(proxy->lines(), 2);
+}
+
+TEST_F(FaultTest, AChangeWhoseEndNeverArrivesIsToldAsNotSavedAndNotRepeated) {
+    const QString before = lot();
+    session();
+    proxy->arm("COMMIT", Fault::Cut);
+    const RuntimeError failure = changeFailure();
+    expectEnd(failure, "; the change was not saved"_L1);
+    EXPECT_EQ(failure.statement(), "the change");
+    EXPECT_EQ(lot(), before);
+    EXPECT_EQ(listener->saved, 0);
+    EXPECT_EQ(session().runOne(lengthened(), Access::Changes, {}).integer(0, 0), 7);
+    EXPECT_EQ(lot(), u"x"_s + before);
+}
+
+TEST_F(FaultTest, AChangeThatNobodyCanBeAskedAboutIsNotKnown) {
+    const QString before = lot();
+    postgres::Limits limits;
+    limits.lookUpMs = 0;
+    session(limits);
+    proxy->arm("COMMIT", Fault::LoseReply);
+    proxy->refuse(true);
+    expectEnd(changeFailure(), "; it is not known whether the change was saved"_L1);
+    EXPECT_EQ(lot(), u"x"_s + before);
+    proxy->refuse(false);
+    EXPECT_EQ(seven(), 7);
+}
+
+TEST_F(FaultTest, AChangeThatIsCutBeforeItsEndIsNotSaved) {
+    for (const Fault fault : {Fault::LoseReply, Fault::Cut}) {
+        const QString before = lot();
+        session();
+        proxy->arm("UPDATE", fault);
+        expectEnd(changeFailure(), "; the change was not saved"_L1);
+        EXPECT_EQ(lot(), before) << "neither kept nor repeated";
+    }
+}
+
+TEST_F(FaultTest, AChangeOfNothingNeedsNoLook) {
+    session();
+    proxy->arm("COMMIT", Fault::LoseReply);
+    EXPECT_EQ(session()
+                  .runOne({"UPDATE \"Chemical\" SET \"chm_Lot\" = 'x' WHERE \"ChemicalID\" = 9999"},
+                          Access::Changes, {})
+                  .changedRows(),
+              0);
+    EXPECT_EQ(listener->saved, 0);
+}
+
+// A span.
+
+TEST_F(FaultTest, ASpanWhoseConfirmationIsLostIsLookedUp) {
+    const QString before = lot();
+    const ConnectionPtr other = byProxy();
+    for (const Fault fault : {Fault::LoseReply, Fault::Cut}) {
+        Transaction span(other->engine());
+        other->execute(u"UPDATE Chemical SET chm_Lot = 'SPAN' WHERE ChemicalID = 1"_s);
+        other->execute(u"UPDATE Chemical SET chm_Lot = 'L' & [chm_Lot] WHERE ChemicalID = 1"_s);
+        proxy->arm("COMMIT", fault);
+        const RuntimeError failure = failureOf([&] { span.commit(); });
+        if (fault == Fault::LoseReply)
+            EXPECT_EQ(failure.number(), 0) << failure.description().toStdString();
+        else
+            expectEnd(failure, "; the change was not saved"_L1);
+        EXPECT_EQ(lot(), "LSPAN");
+    }
+    EXPECT_EQ(listener->saved, 1);
+    EXPECT_NE(before, "LSPAN");
+}
+
+TEST_F(FaultTest, ASpanThatIsCutInTheMiddleTakesNothingMore) {
+    const QString before = lot();
+    const ConnectionPtr other = byProxy();
+    {
+        Transaction span(other->engine());
+        other->execute(u"UPDATE Chemical SET chm_Lot = 'FIRST' WHERE ChemicalID = 1"_s);
+        proxy->cut();
+        for (int time = 0; time < 2; ++time)
+            expectEnd(failureOf([&] {
+                          other->execute(u"UPDATE Chemical SET chm_Lot = 'SECOND' WHERE ChemicalID = 1"_s);
+                      }),
+                      "; the change was not saved"_L1);
+        expectEnd(failureOf([&] { span.commit(); }), "; the change was not saved"_L1);
+    }
+    EXPECT_EQ(lot(), before);
+    EXPECT_EQ(other->execute(u"UPDATE Chemical SET chm_Lot = 'LATER' WHERE ChemicalID = 1"_s), 1);
+    EXPECT_EQ(lot(), "LATER");
+}
+
+TEST_F(FaultTest, TheBeginningOfASpanIsTriedOnceMore) {
+    const ConnectionPtr other = byProxy();
+    proxy->arm("BEGIN", Fault::Cut);
+    Transaction span(other->engine());
+    EXPECT_EQ(other->execute(u"UPDATE Chemical SET chm_Lot = 'SPAN' WHERE ChemicalID = 1"_s), 1);
+    span.commit();
+    EXPECT_EQ(lot(), "SPAN");
+}
+
+// What reads, and servers that say nothing.
+
+TEST_F(FaultTest, WhatReadsIsTriedOnceMoreAndNotTwice) {
+    postgres::Limits limits;
+    limits.againMs = 0;
+    session(limits);
+    proxy->arm("SELECT 7", Fault::Cut);
+    EXPECT_EQ(seven(), 7);
+    EXPECT_EQ(proxy->lines(), 2);
+    proxy->arm("SELECT 7", Fault::Cut);
+    proxy->refuse(true);
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::deviceIo);
+    proxy->refuse(false);
+    EXPECT_EQ(seven(), 7);
+}
+
+TEST_F(FaultTest, ASilentServerIsWaitedForUntilItsTime) {
+    postgres::Limits limits;
+    limits.answerMs = 300;
+    session(limits);
+    proxy->arm("SELECT 7", Fault::FallSilent);
+    EXPECT_EQ(seven(), 7) << "over a new line";
+    EXPECT_GT(listener->turns, 0);
+    const QString before = lot();
+    proxy->arm("UPDATE", Fault::FallSilent);
+    expectEnd(changeFailure(), "; the change was not saved"_L1);
+    proxy->arm("COMMIT", Fault::FallSilent);
+    expectEnd(changeFailure(), "; the change was not saved"_L1);
+    EXPECT_EQ(lot(), before);
+}
+
+TEST_F(FaultTest, AServerThatIsAwayAndComesBackIsFoundAgain) {
+    postgres::Limits limits;
+    limits.againMs = 0;
+    session(limits);
+    proxy->refuse(true);
+    proxy->cut();
+    const RuntimeError failure = failureOf([&] { seven(); });
+    EXPECT_EQ(failure.number(), error::deviceIo);
+    EXPECT_TRUE(failure.description().startsWith("The server can't be reached"_L1));
+    proxy->refuse(false);
+    EXPECT_EQ(seven(), 7);
+}
+
+TEST_F(FaultTest, AServerThatIsJustStartingIsTriedAgain) {
+    postgres::Limits limits;
+    limits.againMs = 60000;
+    session(limits);
+    proxy->refuse(true);
+    proxy->cut();
+    listener->turn = [this] { return proxy->refuse(false), true; };
+    EXPECT_EQ(seven(), 7);
+}
+
+TEST_F(FaultTest, ALineThatWasCutWhileNobodyWorkedIsOpenAgainBeforeItIsNeeded) {
+    session();
+    session().lookAfter();
+    EXPECT_EQ(proxy->lines(), 1) << "nothing to do";
+    proxy->cut();
+    while (proxy->lines() < 2) {
+        session().lookAfter();
+        QThread::yieldCurrentThread();
+    }
+    EXPECT_EQ(seven(), 7);
+    EXPECT_EQ(proxy->lines(), 2) << "the one that was opened";
+}
+
+// Waiting.
+
+TEST_F(FaultTest, WhoeverKeepsTheWindowsAliveHasTurns) {
+    session();
+    listener->turns = listener->ends = 0;
+    proxy->delay(150);
+    EXPECT_EQ(seven(), 7);
+    EXPECT_GT(listener->turns, 1);
+    EXPECT_GT(listener->lastWaited, 0);
+    EXPECT_EQ(listener->ends, 1);
+}
+
+TEST_F(FaultTest, NothingRunsWhileAStatementIsUnderWay) {
+    const QString before = lot();
+    session();
+    std::vector<std::int32_t> numbers;
+    listener->turn = [&] {
+        listener->turn = {};
+        numbers.push_back(changeFailure().number());
+        numbers.push_back(failureOf([&] { seven(); }).number());
+        numbers.push_back(failureOf([&] { session().control("BEGIN READ WRITE", {}); }).number());
+        session().lookAfter();
+        return true;
+    };
+    proxy->delay(150);
+    EXPECT_EQ(session().runOne({"SELECT 8"}, Access::Reads, {}).integer(0, 0), 8);
+    EXPECT_EQ(numbers, std::vector<std::int32_t>(3, error::permissionDenied));
+    EXPECT_EQ(lot(), before);
+    EXPECT_EQ(seven(), 7) << "and the line is as it was";
+    EXPECT_EQ(proxy->lines(), 1);
+}
+
+TEST_F(FaultTest, TheUserEndsAWaitAndTheLineStays) {
+    postgres::Limits limits;
+    limits.stopMs = limits.answerMs = 120000;
+    session(limits);
+    listener->turn = [] { return false; };
+    const RuntimeError failure = failureOf([&] {
+        session().runOne({"SELECT count(*) FROM generate_series(1, 99999) a, generate_series(1, 99999) b"},
+                         Access::Reads, {});
+    });
+    EXPECT_EQ(failure.number(), error::permissionDenied);
+    EXPECT_TRUE(failure.description().startsWith("The wait for the server was ended"_L1))
+        << failure.description().toStdString();
+    listener->turn = {};
+    EXPECT_EQ(seven(), 7);
+    EXPECT_EQ(proxy->lines(), 2) << "the second one brought the request to end it";
+}
+
+TEST_F(FaultTest, AChangeThatTheUserDoesNotWaitForIsNotSaved) {
+    const QString before = lot();
+    session();
+    Transaction held(connection->engine());
+    connection->execute(u"UPDATE Chemical SET chm_Notes = 'held' WHERE ChemicalID = 1"_s);
+    listener->turn = [] { return false; };
+    EXPECT_EQ(changeFailure().number(), error::permissionDenied);
+    listener->turn = {};
+    held.commit();
+    EXPECT_EQ(lot(), before);
+    EXPECT_EQ(seven(), 7);
+}
+
+}  // namespace
+}  // namespace platform
