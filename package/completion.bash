@@ -22,9 +22,9 @@ _sorvanto() {
 _sorvanto_db() {
   local word=${COMP_WORDS[COMP_CWORD]}
   if [ "$COMP_CWORD" = 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "create sample check backup restore archive --help --version" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "create sample check backup copy restore archive forget --help --version" -- "$word")
   elif [ "$word" != "${word#-}" ]; then
-    mapfile -t COMPREPLY < <(compgen -W "--rows --keep" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "--rows --keep --patient" -- "$word")
   else
     mapfile -t COMPREPLY < <(compgen -f -- "$word")
     compopt -o filenames

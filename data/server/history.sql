@@ -75,38 +75,82 @@ BEGIN
 END
 $$;
 
+-- The seal of a row whose other columns are all there.
+CREATE FUNCTION seal_of(entry "History", before bytea) RETURNS bytea LANGUAGE plpgsql IMMUTABLE AS $$
+BEGIN
+    RETURN sha256(sealed(before) || convert_to(
+        sealed('i', entry."HistoryID"::text) || sealed('t', entry."hst_When"::text) || sealed('i', entry."hst_Zone"::text)
+        || sealed('t', entry."hst_Table"::text) || sealed('i', entry."hst_Key"::text) || sealed('i', entry."hst_Record"::text)
+        || sealed('t', entry."hst_What"::text) || sealed('t', entry."hst_Person"::text) || sealed('t', entry."hst_Program"::text)
+        || sealed('t', entry."hst_Deed"::text) || sealed('t', entry."hst_Note"::text), 'UTF8') || sealed(entry."hst_Digest"));
+END
+$$;
+CREATE FUNCTION digest_of(salt bytea, name text, fields text) RETURNS bytea LANGUAGE plpgsql IMMUTABLE AS $$
+BEGIN
+    RETURN sha256(sealed(salt) || convert_to(sealed('t', name) || sealed('t', fields), 'UTF8'));
+END
+$$;
+
 -- Writes a row at the end of the connection's chain, which is held: so numbers and moments rise within it. A transaction
 -- that sees an older end than there is can't write its own over it.
-CREATE FUNCTION write_history(tab text, key integer, record integer, name text, what text, fields text, note text = NULL)
-    RETURNS void LANGUAGE plpgsql AS $$
+CREATE FUNCTION write_history(tab text, key integer, record integer, name text, what text, fields text, note text = NULL,
+                              own text = bench()) RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
-    own text := bench();
     number integer := nextval('history_number');
     moment text := to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD HH24:MI:SS.MS');
     zone integer := coalesce(nullif(told('zone'), '')::integer, extract(timezone FROM clock_timestamp()) / 60);
     person text := CASE WHEN own = '' THEN '' ELSE told('person') END;
     program text := CASE WHEN own = '' THEN 'outside' ELSE told('program') END;
-    deed text := nullif(told('deed'), '');
+    deed text := CASE WHEN what <> 'begun' THEN nullif(told('deed'), '') END;
     remark text := coalesce(note, nullif(told('note'), ''));
     salt bytea := substr(sha256(uuid_send(gen_random_uuid()) || uuid_send(gen_random_uuid())), 1, 16);
-    digest bytea := sha256(sealed(salt) || convert_to(sealed('t', name) || sealed('t', fields), 'UTF8'));
+    entry "History";
     before bytea;
-    seal bytea;
 BEGIN
+    IF NOT EXISTS (SELECT FROM "HistoryChain") THEN
+        PERFORM begin_chains();
+    END IF;
     SELECT "chn_Seal" INTO before FROM "HistoryChain" WHERE "chn_Bench" = own;
     IF NOT FOUND THEN
         SELECT "hst_Seal" INTO before FROM "History" WHERE "hst_Table" = '' AND "hst_What" = 'begun'
             ORDER BY "HistoryID" DESC LIMIT 1;
         INSERT INTO "HistoryChain" ("chn_Bench") VALUES (own);
     END IF;
-    seal := sha256(sealed(before) || convert_to(
-        sealed('i', number::text) || sealed('t', moment) || sealed('i', zone::text) || sealed('t', tab)
-        || sealed('i', key::text) || sealed('i', record::text) || sealed('t', what) || sealed('t', person)
-        || sealed('t', program) || sealed('t', deed) || sealed('t', remark), 'UTF8') || sealed(digest));
-    INSERT INTO "History" VALUES (number, moment, zone, tab, key, record, what, person, program, deed, remark, digest, seal,
-                                  salt, name, fields);
-    UPDATE "HistoryChain" SET "chn_Count" = "chn_Count" + 1, "chn_Last" = number, "chn_Seal" = seal
+    entry := (number, moment, zone, tab, key, record, what, person, program, deed, remark, digest_of(salt, name, fields), NULL,
+            salt, name, fields);
+    entry."hst_Seal" := seal_of(entry, before);
+    INSERT INTO "History" SELECT entry.*;
+    UPDATE "HistoryChain" SET "chn_Count" = "chn_Count" + 1, "chn_Last" = number, "chn_Seal" = entry."hst_Seal"
         WHERE "chn_Bench" = own;
+END
+$$;
+
+-- From here on each bench has its own chain. Records that were copied from a file bring its one chain along, which goes on
+-- until the first change on the server: that seals what the file's program has not sealed yet, as it would have done it.
+CREATE FUNCTION begin_chains() RETURNS void LANGUAGE plpgsql AS $$
+DECLARE
+    stray "History";
+    last "History";
+BEGIN
+    PERFORM pg_advisory_xact_lock(3, 0);
+    IF EXISTS (SELECT FROM "HistoryChain") THEN
+        RETURN;
+    END IF;
+    SELECT * INTO last FROM "History" WHERE "hst_Seal" IS NOT NULL ORDER BY "HistoryID" DESC LIMIT 1;
+    FOR stray IN SELECT * FROM "History" WHERE "hst_Seal" IS NULL ORDER BY "HistoryID" LOOP
+        stray."hst_Person" := '';
+        stray."hst_Program" := 'outside';
+        stray."hst_Digest" := digest_of(stray."hst_Salt", stray."hst_Name"::text, stray."hst_Fields"::text);
+        stray."hst_Seal" := seal_of(stray, last."hst_Seal");
+        UPDATE "History" SET "hst_Person" = stray."hst_Person", "hst_Program" = stray."hst_Program",
+            "hst_Digest" = stray."hst_Digest", "hst_Seal" = stray."hst_Seal" WHERE "HistoryID" = stray."HistoryID";
+        last := stray;
+    END LOOP;
+    INSERT INTO "HistoryChain" ("chn_Bench", "chn_Last", "chn_Seal")
+        VALUES ('', coalesce(last."HistoryID", 0), last."hst_Seal") ON CONFLICT DO NOTHING;
+    PERFORM write_history('', 0, 0, NULL, 'begun', (
+        SELECT coalesce(string_agg("key_Table" || '=' || "key_Last", ',' ORDER BY "key_Table"), '')
+        FROM "KeyCounter" WHERE "key_Last" > 0), 'one chain a bench', '');
 END
 $$;
 
@@ -207,13 +251,13 @@ BEGIN
     RAISE insufficient_privilege USING MESSAGE = 'what happened can''t be changed or deleted';
 END
 $$;
-CREATE TRIGGER history_kept BEFORE UPDATE OR DELETE OR TRUNCATE ON "History"
-    FOR EACH STATEMENT EXECUTE FUNCTION refuse_change();
+CREATE TRIGGER history_kept BEFORE DELETE OR TRUNCATE ON "History" FOR EACH STATEMENT EXECUTE FUNCTION refuse_change();
+CREATE TRIGGER history_sealed BEFORE UPDATE ON "History"
+    FOR EACH ROW WHEN (OLD."hst_Seal" IS NOT NULL) EXECUTE FUNCTION refuse_change();
 
 -- Nobody calls these but the triggers above.
-REVOKE EXECUTE ON ROUTINE write_history, keep_history FROM PUBLIC;
+REVOKE EXECUTE ON ROUTINE write_history, begin_chains, keep_history FROM PUBLIC;
 
 -- The first row of all chains; its note tells that from here on each bench has its own.
-SELECT write_history('', 0, 0, NULL, 'begun', (SELECT coalesce(string_agg("key_Table" || '=' || "key_Last", ',' ORDER BY "key_Table"), '')
-    FROM "KeyCounter" WHERE "key_Last" > 0), 'one chain a bench');
+SELECT begin_chains();
 UPDATE "Options" SET "opt_Version" = 1.2;

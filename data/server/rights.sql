@@ -10,7 +10,8 @@ GRANT USAGE ON SCHEMA sorvanto TO sorvanto_bench;
 
 GRANT SELECT, INSERT, UPDATE, DELETE ON sorvanto."Chemical", sorvanto."Formula", sorvanto."FormChem", sorvanto."Log",
     sorvanto."LogChem", sorvanto."Patient", sorvanto."RXs" TO sorvanto_bench;
-GRANT SELECT ON sorvanto."Options", sorvanto."FileIdentity", sorvanto."KeyCounter", sorvanto.changes TO sorvanto_bench;
+GRANT SELECT ON sorvanto."Options", sorvanto."FileIdentity", sorvanto."KeyCounter", sorvanto.changes, sorvanto."KeyMap",
+    sorvanto."ArchivedBatch" TO sorvanto_bench;
 -- What happened is read; it is written by the triggers alone.
 GRANT SELECT ON sorvanto."History", sorvanto."HistoryChain" TO sorvanto_bench;
 

@@ -144,6 +144,22 @@ CREATE TABLE "FileIdentity" (
 );
 INSERT INTO "FileIdentity" ("fid_Identity") VALUES (replace(gen_random_uuid()::text, '-', ''));
 
+-- What an archive run has left in a file, and what is copied from there: old and new keys of its rows, and lot and moment
+-- of each batch that went into an archive.
+CREATE TABLE "KeyMap" (
+    "kmp_Archive" "TEXT(32)" NOT NULL,
+    "kmp_Table" "TEXT(40)" NOT NULL,
+    "kmp_Old" "INTEGER" NOT NULL,
+    "kmp_New" "INTEGER" NOT NULL,
+    PRIMARY KEY ("kmp_Table", "kmp_Old")
+);
+CREATE TABLE "ArchivedBatch" (
+    "abt_Archive" "TEXT(32)" NOT NULL,
+    "abt_Lot" "TEXT(40)",
+    "abt_Date" "DATETIME"
+);
+CREATE INDEX "ArchivedBatch_Lot" ON "ArchivedBatch" ("abt_Lot", "abt_Date");
+
 -- Each table's last key. A sequence would lose keys with every insert that is refused, and sixteen bits hold few. The row
 -- stays locked until the insert has ended, so keys have no gaps; a key is never given out twice.
 CREATE TABLE "KeyCounter" (

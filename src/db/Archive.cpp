@@ -95,10 +95,8 @@ void shrink(platform::Engine& database, const MadeArchive& archive, const QStrin
     const QString& identity = archive.identity;
     HistoryPause pause(database);
     writeKeyMap(database, identity, oldOnes);
-    run(database,
-        u"CREATE TABLE IF NOT EXISTS ArchivedBatch (abt_Archive TEXT(32) NOT NULL, abt_Lot TEXT(40) "
-        "COLLATE NOCASE, abt_Date DATETIME)"_s);
-    run(database, u"CREATE INDEX IF NOT EXISTS ArchivedBatch_Lot ON ArchivedBatch (abt_Lot, abt_Date)"_s);
+    run(database, archivedBatchTable);
+    run(database, archivedBatchIndex);
     run(database, u"INSERT INTO ArchivedBatch SELECT '%1', log_Lot, log_Date FROM Log WHERE %2"_s.arg(
                       identity, oldOnes));
     run(database, u"DELETE FROM RXs WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));

@@ -33,11 +33,11 @@ QByteArray schemaStatements() { return resource("schema.sql"); }
 
 QByteArray historyStatements() { return resource("history.sql"); }
 
+QByteArray newFileStatements() { return schemaStatements() + resource("identity.sql") + historyStatements(); }
+
 void createDatabase(const QString& path) {
     NewFile database(path);
-    database.run(schemaStatements());
-    database.run(resource("identity.sql"));
-    database.run(historyStatements());
+    database.run(newFileStatements());
     database.finish();
 }
 

@@ -15,9 +15,11 @@ void createDatabase(const QString& path);
 /// As createDatabase, with the sample pharmacy. rows: fill every table up to that count (0: as it is).
 void createSample(const QString& path, int rows = 0);
 
-/// The statements that make an empty database.
+/// All statements that make a new file with all tables and no records.
+QByteArray newFileStatements();
+/// Those of an empty database of the first version.
 QByteArray schemaStatements();
-/// Those that make it keep its history.
+/// Those that make one keep its history.
 QByteArray historyStatements();
 
 }  // namespace sorvanto

@@ -58,9 +58,7 @@ QString rowsOf(platform::Engine& database, const Table& table, bool translate) {
 
 void writeKeyMap(platform::Engine& database, const QString& archive, const QString& oldBatches) {
     run(database, u"DROP TABLE IF EXISTS KeyMap"_s);
-    run(database, u"CREATE TABLE KeyMap (kmp_Archive TEXT(32) NOT NULL, kmp_Table TEXT(40) NOT NULL, "
-                  "kmp_Old INTEGER NOT NULL, kmp_New INTEGER NOT NULL, PRIMARY KEY (kmp_Table, kmp_Old)) "
-                  "WITHOUT ROWID"_s);
+    run(database, keyMapTable);
     for (const Table& table : tables) {
         if (!table.renumbered)
             continue;

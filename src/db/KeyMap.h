@@ -5,9 +5,20 @@
 
 #include "platform/data/Engine.h"
 
+#include <QLatin1StringView>
 #include <QString>
 
 namespace sorvanto {
+
+/// What an archive run leaves in a file: the map, and lot and moment of each batch that went into an archive.
+inline constexpr QLatin1StringView keyMapTable(
+    "CREATE TABLE KeyMap (kmp_Archive TEXT(32) NOT NULL, kmp_Table TEXT(40) NOT NULL, "
+    "kmp_Old INTEGER NOT NULL, kmp_New INTEGER NOT NULL, PRIMARY KEY (kmp_Table, kmp_Old)) WITHOUT ROWID");
+inline constexpr QLatin1StringView archivedBatchTable(
+    "CREATE TABLE IF NOT EXISTS ArchivedBatch (abt_Archive TEXT(32) NOT NULL, abt_Lot TEXT(40) "
+    "COLLATE NOCASE, abt_Date DATETIME)");
+inline constexpr QLatin1StringView archivedBatchIndex(
+    "CREATE INDEX IF NOT EXISTS ArchivedBatch_Lot ON ArchivedBatch (abt_Lot, abt_Date)");
 
 /// Makes the table from the rows that are there, without the batches that the condition on Log names and what
 /// belongs to them, under the identity of the archive. A map of an earlier archive lies in that archive.

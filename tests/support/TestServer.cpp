@@ -60,7 +60,14 @@ private:
         if (process.exitCode() != 0)
             throw std::runtime_error("No server: " + process.readAllStandardError().toStdString());
         const QString password = m_folder.filePath("pgpass");
-        QFile::copy(m_folder.filePath("s/bench.pgpass"), password);
+        QFile passwords(password);
+        passwords.open(QIODevice::WriteOnly);
+        for (const char* role : {"bench", "owner"}) {
+            QFile one(m_folder.filePath(u"s/%1.pgpass"_s.arg(QLatin1String(role))));
+            one.open(QIODevice::ReadOnly);
+            passwords.write(one.readAll());
+        }
+        passwords.close();
         chmod(password.toUtf8().constData(), 0600);
         qputenv("PGPASSFILE", password.toUtf8());
     }
@@ -168,6 +175,13 @@ void makeServerRecords(const QString& likeFile) {
     server().ask(u"postgres"_s, u"DROP DATABASE IF EXISTS sorvanto WITH (FORCE)"_s);
     server().ask(u"postgres"_s, u"CREATE DATABASE sorvanto TEMPLATE sample"_s);
 }
+
+void makeEmptyServer() {
+    server().ask(u"postgres"_s, u"DROP DATABASE IF EXISTS sorvanto WITH (FORCE)"_s);
+    server().ask(u"postgres"_s, u"CREATE DATABASE sorvanto TEMPLATE empty"_s);
+}
+
+QString serverOwnerAddress() { return server().address(u"sorvanto_owner"_s, u"sorvanto"_s); }
 
 QString serverAddress() { return server().address(u"bench"_s, u"sorvanto"_s); }
 

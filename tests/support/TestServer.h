@@ -12,8 +12,12 @@ namespace support {
 /// connected is thrown out.
 void makeServerRecords(const QString& likeFile);
 
-/// The address of these records for a bench.
+/// Makes the records anew, as they are on a server that nobody has worked on yet.
+void makeEmptyServer();
+
+/// The address of these records for a bench, and for the owner of the tables.
 QString serverAddress();
+QString serverOwnerAddress();
 
 /// Runs statements on the records with all rights. NULL reads "NULL", a floating number has a point. A failed one fails
 /// the test.

@@ -2,10 +2,10 @@
 #include "db/Commands.h"
 
 #include "db/Archive.h"
-#include "db/DatabaseCheck.h"
+#include "db/CopyCommand.h"
 #include "db/DatabaseFile.h"
 #include "db/Forget.h"
-#include "db/HistoryEnd.h"
+#include "db/RecordsCopy.h"
 #include "history/HistoryPause.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
@@ -13,6 +13,9 @@
 #include "platform/basic/Version.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DataLocation.h"
+
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -25,13 +28,15 @@ constexpr int failed = 1;
 constexpr int wrongUse = 2;
 
 const char usage[] =
-    "Database files of the Sorvanto Control Panel.\n"
+    "Records of the Sorvanto Control Panel: database files, and servers.\n"
     "\n"
     "  sorvanto-db create FILE             makes an empty database\n"
     "  sorvanto-db sample FILE [--rows N]  makes one with a sample pharmacy; with --rows every\n"
     "                                      table is filled up to N rows (1 to 32767)\n"
     "  sorvanto-db check FILE              tells what is wrong with a database; exit code 1 if anything is\n"
     "  sorvanto-db backup FILE TARGET      copies a database, also one in use, and checks the copy\n"
+    "  sorvanto-db copy FROM TO            copies all records with their history, into a new file or an empty\n"
+    "                                      server\n"
     "  sorvanto-db restore BACKUP FILE     puts a copy back and keeps what was there before;\n"
     "                                      close the program first\n"
     "  sorvanto-db archive FILE ARCHIVE [--keep MONTHS]\n"
@@ -44,18 +49,54 @@ const char usage[] =
     "\n"
     "  sorvanto-db --help | --version\n"
     "\n"
-    "create, sample, backup and archive never write over an existing file.\n";
+    "create, sample, backup, copy and archive never write over an existing file.\n"
+    "In check, backup, copy and sample the address of a server (postgresql://...) can stand for a file; a\n"
+    "server is filled by its owner (postgresql://sorvanto_owner@...). Ctrl-C ends a copy, and leaves nothing.\n";
 
-int check(const QString& file, QTextStream& out) {
-    const QStringList problems = checkDatabase(file) + historyEndProblems(file, possibleFolders(file));
+int check(const QString& location, QTextStream& out) {
+    const QStringList problems = problemsOf(location);
     for (const QString& problem : problems)
         out << problem << '\n';
     if (problems.isEmpty())
-        out << file << ": no problems found\n";
+        out << location << ": no problems found\n";
     return problems.isEmpty() ? done : failed;
 }
 
+bool isServer(const QString& location) { return platform::DataLocation(location).isServer(); }
+
+/// For what a server's records are not made or replaced by.
+void refuseServer(const QString& location, const QString& instead) {
+    if (isServer(location))
+        throw platform::RuntimeError(platform::error::general, instead);
+}
+
+int create(const QString& file) {
+    refuseServer(file, u"The empty records of a server are made by start-server.sh"_s);
+    createDatabase(file);
+    return done;
+}
+
+int sample(const QString& location, int rows) {
+    isServer(location) ? createServerSample(location, rows) : createSample(location, rows);
+    return done;
+}
+
+int backup(const QString& location, const QString& target) {
+    refuseServer(target, u"A backup is a file; into a server go records by: sorvanto-db copy FROM TO"_s);
+    if (!isServer(location)) {
+        platform::backupDatabase(location, target);
+        return done;
+    }
+    const QString path = platform::platformPath(target);
+    if (QFile::exists(path))
+        throw platform::RuntimeError(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(path));
+    copyToFile(location, path);
+    return done;
+}
+
 int restore(const QString& backup, const QString& file, QTextStream& out) {
+    refuseServer(file, u"Records are put back into a new server (start-server.sh with another folder), by: "
+                       "sorvanto-db copy BACKUP TO"_s);
     const QString aside = platform::restoreDatabase(
         backup, file, [&](const QString& restored) { noteRestored(restored, backup); });
     out << file << ": restored from " << backup << '\n';
@@ -120,19 +161,22 @@ int wantedRows(const QStringList& arguments) {
     return isNumber && rows >= 1 && rows <= mostRows ? rows : -1;
 }
 
-int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
+int run(const QStringList& arguments, QTextStream& out, QTextStream& err,
+        const platform::Cancelled& cancelled) {
     const QString command = arguments.value(0);
     const auto takes = [&](const char* name, int files) {
         return command == QLatin1String(name) && arguments.size() == files + 1;
     };
     if (takes("create", 1))
-        return createDatabase(arguments.at(1)), done;
+        return create(arguments.at(1));
     if (command == "sample"_L1 && wantedRows(arguments) >= 0)
-        return createSample(arguments.at(1), wantedRows(arguments)), done;
+        return sample(arguments.at(1), wantedRows(arguments));
     if (takes("check", 1))
         return check(arguments.at(1), out);
     if (takes("backup", 2))
-        return platform::backupDatabase(arguments.at(1), arguments.at(2)), done;
+        return backup(arguments.at(1), arguments.at(2));
+    if (takes("copy", 2))
+        return copyCommand(arguments.at(1), arguments.at(2), out, err, cancelled);
     if (takes("restore", 2))
         return restore(arguments.at(1), arguments.at(2), out);
     if (takes("--version", 0)) {
@@ -150,9 +194,10 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
 
 }  // namespace
 
-int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err) {
+int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err,
+               const platform::Cancelled& cancelled) {
     try {
-        return run(arguments, out, err);
+        return run(arguments, out, err, cancelled);
     } catch (const platform::RuntimeError& failure) {
         err << "sorvanto-db: " << failure.description() << '\n';
         return failed;

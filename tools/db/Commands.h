@@ -1,12 +1,15 @@
 // The commands of sorvanto-db, apart from the process around them.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QStringList>
 #include <QTextStream>
 
 namespace sorvanto {
 
-/// 0: done. 1: the check found something, or the work failed. 2: the command line is wrong.
-int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+/// cancelled: asked in the midst of a copy. 0: done. 1: the check found something, or the work failed. 2: the command line is wrong.
+int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err,
+               const platform::Cancelled& cancelled = {});
 
 }  // namespace sorvanto

@@ -4,8 +4,8 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
-#include "platform/data/Connection.h"
-#include "platform/data/Engine.h"
+#include "platform/data/sqlite/FileEngine.h"
+#include "platform/data/sqlite/PageCopy.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,14 +24,14 @@ public:
     /// Only the owner may read it: it holds patients. Never through a link that lies there.
     explicit UnfinishedFile(const QString& target) : m_target(target), m_path(target + u".part"_s) {
         needPrivateFolder(QFileInfo(m_target).path());
-        QFile::remove(m_path);
+        clear();  // a journal that a killed run has left would be played into the new file
         QFile file(m_path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
             throw RuntimeError(error::permissionDenied, file.errorString() + u": "_s + m_path, source);
     }
     ~UnfinishedFile() {
         if (!m_finished)
-            QFile::remove(m_path);
+            clear();
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
@@ -43,6 +43,11 @@ public:
     }
 
 private:
+    void clear() const {
+        QFile::remove(m_path);
+        QFile::remove(m_path + u"-journal"_s);
+    }
+
     QString m_target, m_path;
     bool m_finished = false;
 };
@@ -50,12 +55,20 @@ private:
 }  // namespace
 
 bool copyDatabase(const QString& file, const QString& target, const Cancelled& cancelled) {
+    return makeCheckedFile(
+        target,
+        [&](const QString& copy) {
+            const auto source = sqlite::openFile(platformPath(file));
+            return sqlite::copyPages(sqlite::handleOf(*source), copy, cancelled);
+        },
+        cancelled);
+}
+
+bool makeCheckedFile(const QString& target, const std::function<bool(const QString& file)>& fill,
+                     const Cancelled& cancelled) {
     UnfinishedFile unfinished(platformPath(target));
-    Connection connection;
-    connection.open(u"Data Source="_s + platformPath(file));
-    if (!connection.engine().copyInto(unfinished.path(), cancelled))
+    if (!fill(unfinished.path()))
         return false;
-    connection.close();
     const QStringList problems = integrityProblems(unfinished.path(), cancelled);
     if (cancelled && cancelled())
         return false;

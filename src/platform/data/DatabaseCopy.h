@@ -5,6 +5,7 @@
 #include "platform/data/Engine.h"
 
 #include <QString>
+#include <functional>
 
 namespace platform {
 
@@ -15,5 +16,10 @@ namespace platform {
 /// Throws permissionDenied when the copy can't be made or another program keeps the file, general when the copy
 /// is not sound, deviceIo or diskFull when the disk fails.
 bool copyDatabase(const QString& file, const QString& target, const Cancelled& cancelled = {});
+
+/// A new file in the same way, whatever it is made from. fill: writes everything into the empty file of that path; false
+/// when it was cancelled.
+bool makeCheckedFile(const QString& target, const std::function<bool(const QString& file)>& fill,
+                     const Cancelled& cancelled = {});
 
 }  // namespace platform

@@ -145,8 +145,6 @@ public:
     /// so that no click has to wait for that. Waits for nothing itself.
     virtual void lookAfter() {}
 
-    /// Writes everything into the existing, empty file of that path, as of one moment. False when it was cancelled.
-    virtual bool copyInto(const QString& file, const Cancelled& cancelled) = 0;
     /// What is wrong with the store as a whole, a line each; a cancelled look gives what was found until then.
     virtual QStringList problems(const Cancelled& cancelled) = 0;
 };

@@ -48,7 +48,6 @@ public:
     void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
     void lookAfter() override { m_store.session.lookAfter(); }
-    bool copyInto(const QString& file, const Cancelled& cancelled) override;
     QStringList problems(const Cancelled& cancelled) override;
 
 private:
@@ -167,11 +166,6 @@ void ServerEngine::tellDeed(const QString& deed, const QString& note) noexcept {
 /// What a file's connection calculates, the server does by itself.
 void ServerEngine::addFunction(const char* name, FunctionResult, EngineFunction) {
     throw RuntimeError(error::general, u"The server takes no function (%1)"_s.arg(QString::fromUtf8(name)),
-                       u"Database"_s);
-}
-
-bool ServerEngine::copyInto(const QString&, const Cancelled&) {
-    throw RuntimeError(error::general, u"Records on a server can't be copied into a file yet"_s,
                        u"Database"_s);
 }
 

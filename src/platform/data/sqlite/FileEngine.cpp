@@ -7,7 +7,6 @@
 #include "platform/data/sqlite/KeyedStatements.h"
 #include "platform/data/sqlite/OpenFile.h"
 #include "platform/data/sqlite/OwnFunction.h"
-#include "platform/data/sqlite/PageCopy.h"
 #include "platform/data/sqlite/Span.h"
 #include "platform/data/sqlite/Statement.h"
 
@@ -49,7 +48,6 @@ public:
     std::int64_t version() override { return number(*this, u"PRAGMA user_version"_s); }
     void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
-    bool copyInto(const QString& file, const Cancelled& cancelled) override;
     QStringList problems(const Cancelled& cancelled) override;
 
 private:
@@ -193,10 +191,6 @@ void FileEngine::migrate(const QStringList& statements, std::int64_t version, co
 
 void FileEngine::addFunction(const char* name, FunctionResult result, EngineFunction function) {
     installFunction(handle(), name, result, std::move(function));
-}
-
-bool FileEngine::copyInto(const QString& file, const Cancelled& cancelled) {
-    return copyPages(handle(), file, cancelled);
 }
 
 QStringList FileEngine::problems(const Cancelled& cancelled) { return integrityOf(handle(), cancelled); }

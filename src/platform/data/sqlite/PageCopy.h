@@ -7,7 +7,7 @@ struct sqlite3;
 
 namespace platform::sqlite {
 
-/// See Engine::copyInto. With cancelled in small pieces, between which other connections can write. Throws
+/// Writes everything into the existing, empty file of that path, as of one moment. False when it was cancelled. With cancelled in small pieces, between which other connections can write. Throws
 /// permissionDenied when another program keeps the file, deviceIo or diskFull when the disk fails.
 bool copyPages(sqlite3* from, const QString& to, const Cancelled& cancelled);
 

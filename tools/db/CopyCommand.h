@@ -1,0 +1,18 @@
+// sorvanto-db copy: from a file or a server to the other.
+#pragma once
+
+#include "platform/data/Engine.h"
+
+#include <QString>
+#include <QTextStream>
+
+namespace sorvanto {
+
+/// Tells on err how far it is once it takes longer than a moment. Gives the exit code.
+int copyCommand(const QString& from, const QString& to, QTextStream& out, QTextStream& err,
+                const platform::Cancelled& cancelled);
+
+/// Checks a file, or the records of a server as of one moment. Gives a line for each problem.
+QStringList problemsOf(const QString& location);
+
+}  // namespace sorvanto
