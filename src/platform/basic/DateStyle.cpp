@@ -47,7 +47,12 @@ QString separatorIn(const QString& pattern, const QString& fields, const QString
     return isMark(trimmed(separator)) ? separator : otherwise;
 }
 
-QString padded(int number, int width) { return QString::number(number).rightJustified(width, u'0'); }
+constexpr qsizetype mostOfDate = 16;  // characters, as a rule
+
+QString padded(int number, int width) {
+    const QString digits = QString::number(number);
+    return digits.size() >= width ? digits : digits.rightJustified(width, u'0');
+}
 
 }  // namespace
 
@@ -106,13 +111,17 @@ void DateStyle::learnTime(const QString& pattern) {
 }
 
 QString DateStyle::dateText(QDate date) const {
+    int year = 0, month = 0, day = 0;
+    date.getDate(&year, &month, &day);
     QString text;
+    text.reserve(mostOfDate);
     for (qsizetype at = 0; at < m_order.size(); ++at) {
         const QChar field = m_order.at(at);
-        const int number = field == u'd' ? date.day() : field == u'M' ? date.month() : date.year();
-        text += (at > 0 ? m_dateSeparator : QString()) + padded(number, m_widths.at(at));
+        if (at > 0)
+            text += m_dateSeparator;
+        text += padded(field == u'd' ? day : field == u'M' ? month : year, m_widths.at(at));
     }
-    return text + m_dateEnd;
+    return text += m_dateEnd;
 }
 
 QString DateStyle::timeText(QTime time) const {

@@ -151,6 +151,12 @@ private:
                cellPadding;
     }
 
+    /// Whether a text of one line fits into a cell, found without shaping it: most cells of a long list do.
+    bool surelyFits(const PageItem& item, const QString& text, int room) const {
+        return m_measure->surelyFits(m_document.styles[item.style], text,
+                                     static_cast<int>((room - cellPadding) / roomForOthers));
+    }
+
     /// The room that a text gets: cells up to lastColumn, and lines in them.
     struct Fit {
         int lastColumn;
@@ -159,6 +165,8 @@ private:
     /// A number's column is as wide as the number, which would show as "###" otherwise. A text takes the empty
     /// cells beside it, makes its column wider up to a limit, and goes on in further lines.
     Fit fitOf(const PageItem& item, const QString& text, int column, int nextColumn, bool number) {
+        if (surelyFits(item, text, m_widths[static_cast<std::size_t>(column)]))
+            return {column, 1};
         const QStringList all = text.split('\n'_L1);
         int needed = 0;
         for (const QString& line : all)

@@ -27,8 +27,10 @@ QString ellipsis() { return u"…"_s; }
 /// Where the text after a tab goes on.
 int nextTabStop(int x) { return ((x + leastStopGap) / tabStop + 1) * tabStop; }
 
+bool isOneLine(const QString& text) { return !text.contains('\n'_L1) && !text.contains('\r'_L1); }
+
 QStringList paragraphs(const QString& text) {
-    if (!text.contains('\n'_L1) && !text.contains('\r'_L1))
+    if (isOneLine(text))
         return {text};
     QString plain = text;
     plain.replace(u"\r\n"_s, u"\n"_s).replace('\r'_L1, '\n'_L1);
@@ -64,6 +66,10 @@ Fitted TextFitting::fit(const Control& control, int x, int y, int clear, std::ve
     const int width = control.width - control.indent;
     const int room = roomOf(control);
     const int single = width - (control.style.align == TextAlign::Centre ? 2 * clear : clear);
+    if (isOneLine(control.text) && m_measure.surelyFits(control.style, control.text, single)) {
+        place(control, {control.text}, x, y, runs);
+        return {Fitted::Result::Whole, designed};
+    }
     // A caption in its own place may stand as near to its value as it was designed.
     const bool caption = control.kind == ControlKind::Label && control.textKind == TextKind::Words;
     QStringList shown;

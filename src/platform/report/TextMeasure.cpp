@@ -1,5 +1,5 @@
 // Measuring with Qt's font metrics at one pixel a twip, unhinted. Widths of single characters are kept,
-// because most texts can be seen to fit from them alone.
+// because most texts can be seen to fit from them alone, and those of the latest texts, because lists repeat theirs.
 #include "platform/report/TextMeasure.h"
 
 #include <QFontDatabase>
@@ -26,11 +26,14 @@ QString replacement(const QString& family) {
     return table.value(family);
 }
 
+constexpr qsizetype mostKeptWidths = 4096;
+
 struct MeasuredFont {
     TextStyle style;
     QFontMetricsF metrics;
     FontExtent extent;
     std::array<float, 0x500> advances{};  ///< Latin, Greek and Cyrillic; 0: not measured yet
+    QHash<QString, int> widths;           ///< of texts that were measured
 
     explicit MeasuredFont(const TextStyle& of)
         : style(of), metrics(reportFont(of)), extent{static_cast<int>(std::lround(metrics.ascent())),
@@ -42,7 +45,14 @@ public:
     FontExtent extent(const TextStyle& style) override { return fontOf(style).extent; }
 
     int width(const TextStyle& style, const QString& text) override {
-        return static_cast<int>(std::ceil(fontOf(style).metrics.horizontalAdvance(text) - 0.01));
+        MeasuredFont& font = fontOf(style);
+        const auto known = font.widths.constFind(text);
+        if (known != font.widths.constEnd())
+            return *known;
+        if (font.widths.size() == mostKeptWidths)
+            font.widths.clear();
+        return *font.widths.insert(text,
+                                   static_cast<int>(std::ceil(font.metrics.horizontalAdvance(text) - 0.01)));
     }
 
     bool surelyFits(const TextStyle& style, const QString& text, int room) override {
