@@ -91,6 +91,14 @@ def said_by(*command):
     return run.stdout
 
 
+def completions(tool, *words):
+    """What bash offers for the last of the words."""
+    ask = ('source "$0"; compopt() { :; }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); "_${1//-/_}"; '
+           'printf "%s\\n" "${COMPREPLY[@]}"')
+    script = root / "usr/share/bash-completion/completions" / tool
+    return said_by("bash", "-c", ask, script, tool, *words).split("\n")[:-1]
+
+
 def rows(folder, query):
     with sqlite3.connect(f"file:{folder}/sorvanto.mdb?mode=ro", uri=True) as file:
         return file.execute(query).fetchall()
@@ -141,21 +149,36 @@ class WhatIsInstalled(unittest.TestCase):
         self.assertTrue(manual.splitlines()[0].endswith(f"version {version}"), manual.splitlines()[0])
         self.assertIn(f'version="{version}"', (root / "usr/share/metainfo/org.sorvanto.ControlPanel.metainfo.xml").read_text())
 
-    def test_each_option_is_in_the_manual_page_and_completed(self):
+    def test_each_command_and_option_is_in_the_manual_page_and_completed(self):
         for tool in TOOLS:
-            options = set(re.findall(r"--[a-z-]+\b", said_by(root / "usr/bin" / tool, "--help"))) - {"--help-all"}
+            told = said_by(root / "usr/bin" / tool, "--help")
+            options = set(re.findall(r"--[a-z-]+\b", told)) - {"--help-all"}
             self.assertGreaterEqual(len(options), 2)
+            commands = set(re.findall(rf"^  (?:{tool} )?([a-z][a-z-]*)(?: [A-Z]|  |$)", told, re.M)) - {tool}
+            if tool in ["sorvanto-db", "sorvanto-report"]:
+                self.assertGreaterEqual(len(commands), 7, tool)
             page = gzip.decompress((root / f"usr/share/man/man1/{tool}.1.gz").read_bytes()).decode().replace("\\-", "-")
-            words = (root / f"usr/share/bash-completion/completions/{tool}").read_text()
-            for option in options:
-                self.assertIn(option, page, tool)
-                self.assertIn(option, words, tool)
+            completed = {*completions(tool, ""), *completions(tool, "--"), *completions(tool, "first", "--")}
+            for word in sorted(options | commands):
+                self.assertRegex(page, rf"(?<![a-z-]){word}(?![a-z-])", tool)
+                self.assertIn(word, completed, tool)
 
-    def test_bash_completes(self):
-        ask = ('source "$0"; compopt() { :; }; COMP_WORDS=(sorvanto-report work); COMP_CWORD=1; _sorvanto_report; '
-               'echo "${COMPREPLY[*]}"')
-        script = root / "usr/share/bash-completion/completions/sorvanto-report"
-        self.assertEqual(said_by("bash", "-c", ask, script), "worksheet\n")
+    def test_what_was_begun_is_completed(self):
+        self.assertEqual(completions("sorvanto-report", "work"), ["worksheet"])
+        self.assertEqual(completions("sorvanto-db", "fo"), ["forget"])
+
+    def test_the_notices_name_each_library_that_is_used(self):
+        notices = (root / "usr/share/doc/sorvanto/copyright").read_text()
+        of_the_system = r"lib(c|m|gcc_s|stdc\+\+)\.so|ld-linux"
+        linked = {name for tool in TOOLS
+                  for name in re.findall(r"NEEDED.*\[(\S+)\]", said_by("readelf", "-d", root / "usr/bin" / tool))
+                  if not re.match(of_the_system, name)}
+        self.assertGreaterEqual(len(linked), 10)
+        linked.add("libpq.so.5")  # loaded when a server is first asked
+        names = {"glib": "GLib", "gobject": "GLib", "gsf": "libgsf", "zint": "Zint", "sqlite3": "SQLite", "pq": "libpq"}
+        for library in sorted(linked):
+            name = re.match(r"lib(?:Qt6)?([A-Za-z]+3?)", library).group(1)
+            self.assertRegex(notices, rf"\b{names.get(name, name)}\b", library)
 
     def test_the_serial_adapter_is_the_seated_users(self):
         rule = (root / "usr/lib/udev/rules.d/70-sorvanto.rules").read_text()
