@@ -86,7 +86,7 @@ std::optional<Draft> readDraftFile(const QByteArray& content) {
         !draft.time.isValid() || key < 0 || key > std::numeric_limits<std::int16_t>::max())
         return std::nullopt;
     draft.record.key = static_cast<std::int16_t>(key);
-    for (const QJsonValue& value : root.value("fields"_L1).toArray()) {
+    for (const auto& value : root.value("fields"_L1).toArray()) {
         const auto field = fieldOf(value);
         if (!field)
             return std::nullopt;

@@ -227,10 +227,10 @@ bool Tracer::lookForLackingLines() const {
 }
 
 void Tracer::nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const {
-    for (std::size_t i = 0; i < m_files.size(); ++i) {
-        TraceFile::Keys keys = m_files[i].batchesThatLackLines();
-        keys.merge(m_files[i].batchesWithoutLines());
-        for (TracedBatch& batch : m_files[i].batches(keys)) {
+    for (const TraceFile& file : m_files) {
+        TraceFile::Keys keys = file.batchesThatLackLines();
+        keys.merge(file.batchesWithoutLines());
+        for (TracedBatch& batch : file.batches(keys)) {
             batch.lacksLines = !batch.hasNoLines;
             if (!reached.batches.contains(batch.key) && days.holds(batch.date))
                 recall.uncertain.push_back(std::move(batch));
@@ -264,8 +264,8 @@ Recall Tracer::whereWent(const std::vector<Ingredient>& ingredients, const QStri
 Recall Tracer::dispensedTo(std::int64_t patient, const TraceDays& days) const {
     Recall recall;
     Reached reached;
-    for (std::size_t i = 0; i < m_files.size(); ++i) {
-        for (TracedPrescription& prescription : m_files[i].prescriptionsFor(patient)) {
+    for (const TraceFile& file : m_files) {
+        for (TracedPrescription& prescription : file.prescriptionsFor(patient)) {
             if (!days.holds(prescription.date)) {
                 ++recall.hiddenPrescriptions;
                 continue;

@@ -102,7 +102,7 @@ int BatchCheck::requireLogged(const QString& compounder, const QString& verifier
     requireSame("the version", row[12], attribute(row[11], "HardwareVersion"));
     requireSame("the programme", row[13], m_mix);
     const auto made = QDateTime::fromString(QString(row[14]).replace(' ', 'T') + 'Z', Qt::ISODate);
-    require(std::abs(made.secsTo(platform::now())) < 60 * minutesOfABatch,
+    require(std::abs(made.secsTo(platform::now())) < qint64{60} * minutesOfABatch,
             u"the batch is dated %1."_s.arg(row[14]));
     requireLines(row[0].toInt());
     return row[0].toInt();

@@ -3,6 +3,8 @@
 
 #include "platform/basic/RuntimeError.h"
 
+#include <utility>
+
 namespace platform {
 
 namespace {
@@ -25,7 +27,7 @@ void setApplicationTitle(const QString& text) { title() = text; }
 QString applicationTitle() { return title(); }
 
 Answer MsgBox(const QString& prompt, BoxStyle style, const std::optional<QString>& ownTitle) {
-    return asker().messageBox(prompt, style, ownTitle.value_or(title()));
+    return asker().messageBox(prompt, std::move(style), ownTitle.value_or(title()));
 }
 
 QString InputBox(const QString& prompt, const std::optional<QString>& ownTitle, const QString& preset,

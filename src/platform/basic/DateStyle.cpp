@@ -77,8 +77,7 @@ DateStyle::DateStyle(const QLocale& locale)
 }
 
 void DateStyle::learnDate(const QString& pattern) {
-    for (qsizetype at = 0; at < pattern.size(); ++at) {
-        const QChar field = pattern.at(at);
+    for (const QChar field : pattern) {
         if (field != u'd' && field != u'M' && field != u'y')
             continue;
         if (m_order.contains(field)) {

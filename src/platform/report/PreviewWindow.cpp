@@ -259,7 +259,7 @@ void PreviewWindow::output(const std::function<void(const PageProgress&)>& actio
             QElapsedTimer clock;
             clock.start();
             action([this, &clock](int done) {
-                if (clock.hasExpired(2 * sliceMilliseconds)) {
+                if (clock.hasExpired(qint64{2} * sliceMilliseconds)) {
                     clock.restart();
                     m_progress->setRange(0, m_view->pageCount());
                     m_progress->setValue(done);

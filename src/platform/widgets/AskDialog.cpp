@@ -80,7 +80,7 @@ QWidget* messageText(const QString& prompt, QWidget* parent) {
 
 }  // namespace
 
-AskDialog::AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent)
+AskDialog::AskDialog(const QString& prompt, const BoxStyle& style, const QString& title, QWidget* parent)
     : QDialog(parent) {
     m_low = style.low;
     build(prompt, style.icon, title);

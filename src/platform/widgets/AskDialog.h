@@ -16,7 +16,7 @@ class AskDialog : public QDialog {
     Q_OBJECT
 public:
     /// A message box.
-    AskDialog(const QString& prompt, BoxStyle style, const QString& title, QWidget* parent);
+    AskDialog(const QString& prompt, const BoxStyle& style, const QString& title, QWidget* parent);
     /// A line of text, with OK and Cancel.
     AskDialog(const QString& prompt, const QString& title, const QString& preset, const LineGuide& guide,
               QWidget* parent);

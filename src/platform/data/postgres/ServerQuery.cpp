@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace platform::postgres {
 
-ServerQuery::ServerQuery(ServerStore& store, QString sql, Access access, QString original, bool givesKey)
+ServerQuery::ServerQuery(ServerStore& store, const QString& sql, Access access, QString original,
+                         bool givesKey)
     : m_store(store), m_sql(sql.toUtf8()), m_command(access), m_original(std::move(original)),
       m_givesKey(givesKey) {}
 

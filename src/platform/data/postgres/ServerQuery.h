@@ -12,7 +12,8 @@ class ServerQuery : public EngineQuery {
 public:
     /// sql: in the server's words, with $1 and so on. Of one that adds a row of a known table the result is its key.
     /// original: for the errors. The store has to stay.
-    ServerQuery(ServerStore& store, QString sql, Access access, QString original, bool givesKey = false);
+    ServerQuery(ServerStore& store, const QString& sql, Access access, QString original,
+                bool givesKey = false);
 
     void bind(int parameter, const QVariant& value) override;
     bool step() override;
