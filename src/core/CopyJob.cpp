@@ -1,6 +1,7 @@
 #include "core/CopyJob.h"
 
 #include "core/CopyShelf.h"
+#include "db/RecordsCopy.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
@@ -66,7 +67,7 @@ CopyResult makeCopy(const CopyJob& job, const platform::Cancelled& cancelled) {
     CopyResult result;
     const QString copy = shelf.pathFor(job.moment);
     tidy(QFileInfo(copy).path());
-    if (!platform::copyDatabase(job.file, copy, cancelled))
+    if (!copyToFile(job.location, copy, cancelled))
         return result;
     result.copied = true;
     shelf.thinOut();

@@ -1,4 +1,4 @@
-// One copy of the database, as DailyBackup has it made in a thread of its own: into the first place, tried out where
+// One copy of the database, or of the records of a server, as DailyBackup has it made in a thread of its own: into the first place, tried out where
 // that is due; and by a job of its own into the second place, which may hang. What goes wrong behind the copy itself
 // does not undo it.
 #pragma once
@@ -12,7 +12,8 @@
 namespace sorvanto {
 
 struct CopyJob {
-    QString file, identity;
+    QString location;  ///< of the records: path of a file, or address of a server
+    QString identity;
     QDateTime moment;
     bool rehearse = false;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/SettingsFile.h"
+#include "platform/data/postgres/Address.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -21,7 +22,9 @@ QString rehearsalKey(const QString& identity) { return noteKey(u"LastRehearsal"_
 QString batchesKey(const QString& identity) { return noteKey(u"BatchesAtCopy"_s, identity); }
 
 QString keyOf(const QString& database) {
-    const QString path = QFileInfo(platform::platformPath(database)).absoluteFilePath();
+    const QString path = platform::postgres::isAddress(database)
+                             ? database
+                             : QFileInfo(platform::platformPath(database)).absoluteFilePath();
     return u"Databases/"_s + QString::fromLatin1(QUrl::toPercentEncoding(path));
 }
 

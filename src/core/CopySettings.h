@@ -24,7 +24,7 @@ struct CopySettings {
     /// Throws where the file could not be read or can't be written.
     void write() const;
 
-    /// Identity of the database that was last open under that path; empty when none is known. When the file is
+    /// Identity of the database that was last open under that path, or address; empty when none is known. When the file is
     /// lost, nothing else tells which copies are of it.
     static QString identityOf(const QString& database);
     /// Writes only what is new; throws as write().

@@ -96,7 +96,7 @@ void DailyBackup::begin() {
     if (!first)
         return beginSecond(false);
     const QString month = platform::today().toString(u"yyyy-MM"_s);
-    const CopyJob job{.file = connection->location(),
+    const CopyJob job{.location = connection->location(),
                       .identity = m_identity,
                       .moment = platform::now(),
                       .rehearse = settings.lastRehearsal != month};

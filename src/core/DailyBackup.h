@@ -1,4 +1,4 @@
-// Copies of the open database in backups/ beside the program: one a day, also while the program stays open for a
+// Copies of the open database, or of the records of the server, in backups/ beside the program: one a day, also while the program stays open for a
 // week, and one whenever fifty batches have been logged. Each is made and checked in a thread of its own, so that
 // nobody waits for it. A second place may hold them too, and once a month the newest copy is put back into a
 // scratch file and checked, since a copy is worth what can be had back from it.

@@ -62,9 +62,10 @@ void makeArchiveTables(const QString& file, WholeStore& from) {
 }
 
 /// Into an empty file.
-bool fillFile(const QString& address, const QString& file, const RowProgress& progress) {
+bool fillFile(const QString& address, const QString& file, const RowProgress& progress,
+              const platform::Cancelled& cancelled = {}) {
     platform::sqlite::makeTables(file, newFileStatements());
-    const auto from = platform::postgres::readWholeServer(address);
+    const auto from = platform::postgres::readWholeServer(address, cancelled);
     makeArchiveTables(file, *from);
     const auto to = platform::sqlite::fillWholeFile(file);
     refuseOtherVersion(*from, *to);
@@ -185,8 +186,15 @@ bool copyToFile(const QString& location, const QString& target, const platform::
     if (!from.isServer())
         return platform::copyDatabase(location, target, cancelled);
     const RowProgress progress = [&](std::int64_t, std::int64_t) { return !cancelled || !cancelled(); };
-    return platform::makeCheckedFile(
-        target, [&](const QString& file) { return fillFile(from.text(), file, progress); }, cancelled);
+    try {
+        return platform::makeCheckedFile(
+            target, [&](const QString& file) { return fillFile(from.text(), file, progress, cancelled); },
+            cancelled);
+    } catch (const RuntimeError&) {
+        if (cancelled && cancelled())  // a wait for the server was ended
+            return false;
+        throw;
+    }
 }
 
 CopiedRecords copyRecords(const QString& from, const QString& to, const RowProgress& progress) {

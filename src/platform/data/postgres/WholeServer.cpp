@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/StatementWriter.h"
+#include "platform/data/Waiter.h"
 #include "platform/data/postgres/Address.h"
 #include "platform/data/postgres/ServerStore.h"
 #include "platform/data/postgres/StoredForm.h"
@@ -27,9 +28,21 @@ QString listed(const QStringList& columns) {
     return names.join(u", "_s);
 }
 
+/// Ends a wait for the server as soon as the work is cancelled.
+class Patience : public Waiter {
+public:
+    explicit Patience(Cancelled cancelled) : m_cancelled(std::move(cancelled)) {}
+    bool goesOn(int) override { return !m_cancelled || !m_cancelled(); }
+    void ended() override {}
+    void foundSaved() override {}
+
+private:
+    Cancelled m_cancelled;
+};
+
 class WholeServer : public WholeStore {
 public:
-    WholeServer(const QString& address, bool fills);
+    WholeServer(const QString& address, bool fills, const Cancelled& cancelled = {});
     ~WholeServer() override;
 
     QStringList tables() override;
@@ -63,7 +76,8 @@ private:
     ServerStore m_store;
 };
 
-WholeServer::WholeServer(const QString& address, bool fills) : m_store(address, {}) {
+WholeServer::WholeServer(const QString& address, bool fills, const Cancelled& cancelled)
+    : m_store(address, std::make_shared<Patience>(cancelled)) {
     if (fills)
         refuseUnlessOwner();
     m_store.session.control(fills ? "BEGIN READ WRITE" : "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY",
@@ -267,9 +281,9 @@ void WholeServer::commit() {
 
 }  // namespace
 
-std::unique_ptr<WholeStore> readWholeServer(const QString& address) {
+std::unique_ptr<WholeStore> readWholeServer(const QString& address, const Cancelled& cancelled) {
     readAddress(address);  // refuses a password
-    return std::make_unique<WholeServer>(address, false);
+    return std::make_unique<WholeServer>(address, false, cancelled);
 }
 
 std::unique_ptr<WholeStore> fillWholeServer(const QString& address) {
