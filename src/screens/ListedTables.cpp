@@ -58,7 +58,7 @@ ListedTable listedFormulas(const Context& context) {
              {u"frm_Strength"_s, {translated(u"Strength"_s), ListKind::Words, 84}},
              {u"frm_FormType"_s, {translated(u"Type"_s), ListKind::Words, 92, mixType}},
              {u"frm_Quantity"_s, {translated(u"Quantity"_s), ListKind::Number, 70}},
-             {u"frm_JarSize"_s, {translated(u"Jar Size"_s), ListKind::Words, 64, jar}},
+             {u"frm_JarSize"_s, {translated(u"Jar"_s), ListKind::Words, 64, jar}},
              {u"frm_NDC"_s, {translated(u"NDC"_s), ListKind::Words, 118}}},
             translated(u"Filter formulas"_s),
             translated(u"Formulas"_s),

@@ -12,11 +12,24 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTableView>
 
 using namespace Qt::StringLiterals;
 
 namespace languages {
 namespace {
+
+constexpr int cellMargin = 10;  // of a row of the list
+
+/// Of the names in the list of records, how many stand whole.
+int wholeNames(const QTableView& list) {
+    int whole = 0;
+    for (int row = 0; row < list.model()->rowCount(); ++row) {
+        const QString name = list.model()->index(row, 0).data().toString();
+        whole += list.fontMetrics().horizontalAdvance(name) + 2 * cellMargin <= list.columnWidth(0) ? 1 : 0;
+    }
+    return whole;
+}
 
 class FitTest : public LanguageTour, public ::testing::WithParamInterface<int> {
 protected:
@@ -39,6 +52,8 @@ protected:
         support::settle();  // a text that has just come finds its place
         if (!pictures().isEmpty())
             keepPicture(shown, name);
+        if (!m_size.isEmpty() && name == "formulas-1"_L1)
+            lookAtNames();
         for (const QString& misfit : misfits(shown)) {
             const QString line = name.section('-', 0, 0) + ": " + misfit;
             if (!m_told.contains(line))
@@ -56,6 +71,14 @@ private:
             return;
         window->resize(size.section('x'_L1, 0, 0).toInt(), size.section('x'_L1, 1, 1).toInt());
         QCoreApplication::processEvents();
+    }
+
+    /// Most names of the formulas can be told apart without a tip.
+    void lookAtNames() const {
+        const auto& list = *support::child<QTableView>(*window, "grdRecordList");
+        ASSERT_TRUE(list.isVisible());
+        EXPECT_GE(3 * wholeNames(list), 2 * list.model()->rowCount())
+            << names[language()] << ": " << wholeNames(list) << " of " << list.model()->rowCount();
     }
 
     void keepPicture(QWidget& shown, const QString& name) const {
