@@ -47,6 +47,12 @@ constexpr KnownProblem known[] = {
     {"clsLanguage:setLanguage", error::general, "",
      "The language file can not be read, so the texts are English. It stays as it is: put the delivered one in its "
      "place."},
+    {"clsLog:addLog frmLog:addLog", 0, "it is not known whether the change was saved",
+     "The line to the server broke, and it is not known whether the batch is in the log. It is kept: the panel offers "
+     "it again, and looks in the log first."},
+    {"*:*", 0, "it is not known whether the change was saved",
+     "The line to the server broke, and it is not known whether the change was saved. Look at the record before you do "
+     "it again."},
 };
 
 constexpr FailedDeed deeds[] = {
@@ -167,6 +173,10 @@ constexpr ProblemCause causes[] = {
      "The database may not be written: ask for the right to write its file."},
     {error::permissionDenied, "A file beside the database",
      "The folder of the database may not be written: ask for the right to write there."},
+    {error::permissionDenied, "wait for the server was ended",
+     "You ended the wait for the server: try again when it answers."},
+    {error::permissionDenied, "Another statement is under way",
+     "The program was still waiting for the server: try again."},
     {error::permissionDenied, "",
      "A file may not be written: close it in other programs, or ask for the right to write there."},
     {error::diskFull, "", "The disk is full: make room, and try again."},
@@ -174,6 +184,8 @@ constexpr ProblemCause causes[] = {
      "The database is damaged: start the program again, and it offers the newest good copy."},
     {error::deviceIo, "database file can't be read",
      "The disk or the share with the database does not answer: look after it, and try again."},
+    {error::deviceIo, "server can't be reached",
+     "The server can not be reached: look after it and the network, and try again."},
     {error::deviceIo, "printer", "The printer does not take the job: look after it, or choose another one."},
     {error::deviceIo, "", "A file can not be read or written: look after the disk, and try again."},
     {error::fileNotFound, "", "A file is missing: put it back, and try again."},

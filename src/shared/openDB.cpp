@@ -6,6 +6,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "shared/Guard.h"
 #include "shared/ServerLocation.h"
+#include "shared/ServerWatch.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -33,6 +34,7 @@ bool meansInvalidLocation(const platform::RuntimeError& failure) {
 
 Outcome openFile(Context& context, const QString& path) {
     context.connection = std::make_shared<platform::Connection>();
+    watchServer(context, path);
     context.connectionString =
         u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
     try {

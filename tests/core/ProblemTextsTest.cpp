@@ -137,6 +137,23 @@ TEST(ProblemTextsTest, TheManualHasEachKnownProblemAndCause) {
         EXPECT_TRUE(page.contains(u"| %1 |"_s.arg(QString::fromUtf8(cause.sentence)))) << cause.sentence;
 }
 
+TEST(ProblemTextsTest, WhatIsNotKnownIsNeverToldAsNotSaved) {
+    const QString lost = u"The server can't be reached; it is not known whether the change was saved"_s;
+    EXPECT_TRUE(
+        said("frmFormula:saveForm", error::deviceIo, lost)
+            .startsWith("The line to the server broke, and it is not known whether the change was saved."));
+    EXPECT_TRUE(said("clsLog:addLog", error::deviceIo, lost)
+                    .endsWith("It is kept: the panel offers it again, and looks in the log first."));
+    const QString taken = u"The server can't be reached; the change was not saved"_s;
+    EXPECT_EQ(
+        said("frmFormula:saveForm", error::deviceIo, taken),
+        "The record was not saved. What you typed is kept. The server can not be reached: look after it and the "
+        "network, and try again.");
+    EXPECT_TRUE(
+        said("frmLog:moveNext", error::permissionDenied, "The wait for the server was ended (canceled)")
+            .endsWith("You ended the wait for the server: try again when it answers."));
+}
+
 TEST(ProblemTextsTest, AFailureThatIsKnownHasASentenceOfItsOwn) {
     EXPECT_EQ(said("clsFormula:openFormula", error::statement, "No end of the text",
                    "SELECT x FROM [Formula] WHERE [frm_Name] Like 'O'Brien%'"),

@@ -1,19 +1,14 @@
 #include "platform/widgets/LongWork.h"
 
-#include "platform/widgets/OwnerWindow.h"
-#include "platform/widgets/Texts.h"
+#include "platform/widgets/WorkWindow.h"
 
 #include <QCoreApplication>
-
-using namespace Qt::StringLiterals;
 
 namespace platform {
 
 namespace {
 constexpr int sliceMilliseconds = 20;
-constexpr int waitMilliseconds = 300;  // what is over by then needs no window
 constexpr int steps = 1000;
-constexpr int windowWidth = 380;
 }  // namespace
 
 LongWork::LongWork(const QString& what) : m_what(what) {
@@ -23,7 +18,7 @@ LongWork::LongWork(const QString& what) : m_what(what) {
 
 bool LongWork::goesOn(double done) {
     if (m_sinceTurn.hasExpired(sliceMilliseconds)) {
-        if (!m_window && m_sinceStart.hasExpired(waitMilliseconds))
+        if (!m_window && m_sinceStart.hasExpired(windowlessMilliseconds))
             show();
         if (m_window && done >= 0) {
             m_window->setMaximum(steps);
@@ -37,17 +32,7 @@ bool LongWork::goesOn(double done) {
 }
 
 void LongWork::show() {
-    m_window = std::make_unique<QProgressDialog>(ownerWindow());
-    m_window->setObjectName(u"longWork"_s);
-    m_window->setWindowTitle(m_what);
-    m_window->setLabelText(m_what);
-    m_window->setCancelButtonText(widgetText(u"Cancel"_s));
-    m_window->setRange(0, 0);
-    m_window->setMinimumWidth(windowWidth);
-    m_window->setMinimumDuration(0);
-    m_window->setAutoClose(false);
-    m_window->setAutoReset(false);
-    m_window->setWindowModality(Qt::ApplicationModal);
+    m_window = workWindow(m_what);
     m_window->show();
 }
 

@@ -63,9 +63,9 @@ public:
         session.m_sinceBegin.start();
     }
     ~Work() {
+        m_session.m_working = false;
         if (m_session.m_waiter)
             m_session.m_waiter->ended();
-        m_session.m_working = false;
     }
     Work(const Work&) = delete;
     Work& operator=(const Work&) = delete;

@@ -1,0 +1,39 @@
+// A statement is half done while this runs. So what could begin another one has no turn: before the window is there only
+// what paints, with it what the user does to that window.
+#include "platform/widgets/AnswerWait.h"
+
+#include "platform/widgets/WorkWindow.h"
+
+#include <QCoreApplication>
+#include <QProgressBar>
+#include <QTimer>
+#include <utility>
+
+namespace platform {
+
+AnswerWait::AnswerWait(std::function<QString()> what, std::function<void()> saved)
+    : m_what(std::move(what)), m_saved(std::move(saved)) {}
+
+AnswerWait::~AnswerWait() = default;
+
+bool AnswerWait::goesOn(int waited) {
+    if (!m_window && waited < windowlessMilliseconds) {
+        for (const QEvent::Type picture : {QEvent::LayoutRequest, QEvent::UpdateRequest})
+            QCoreApplication::sendPostedEvents(nullptr, picture);
+        return true;
+    }
+    if (!m_window) {
+        m_window = workWindow(m_what());
+        m_window->show();
+    }
+    // Its own timer, by which it would move, does not run.
+    m_window->findChild<QProgressBar*>()->update();
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
+    return !m_window->wasCanceled();
+}
+
+void AnswerWait::ended() { const auto window = std::move(m_window); }
+
+void AnswerWait::foundSaved() { QTimer::singleShot(0, qApp, m_saved); }
+
+}  // namespace platform
