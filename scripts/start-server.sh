@@ -107,7 +107,7 @@ REVOKE ALL ON DATABASE sorvanto, postgres, template1 FROM PUBLIC;
 GRANT CONNECT ON DATABASE sorvanto TO sorvanto_bench;
 SQL
   admin -d sorvanto -c 'SET ROLE sorvanto_owner' -f - \
-    < <(cd "$here/data/server" && cat schema.sql history.sql dialect.sql) >/dev/null
+    < <(cd "$here/data/server" && cat schema.sql history.sql dialect.sql benches.sql) >/dev/null
   admin -d sorvanto -f - <"$here/data/server/rights.sql"
   # Any host, so that the line is right for the socket and for the network.
   server tee "$folder/owner.pgpass" >/dev/null <<<"*:$port:sorvanto:sorvanto_owner:$owner"

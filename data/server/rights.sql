@@ -15,6 +15,9 @@ GRANT SELECT ON sorvanto."Options", sorvanto."FileIdentity", sorvanto."KeyCounte
 -- What happened is read; it is written by the triggers alone.
 GRANT SELECT ON sorvanto."History", sorvanto."HistoryChain" TO sorvanto_bench;
 
+-- The owner tells benches which others are at work (benches.sql).
+GRANT pg_read_all_stats TO sorvanto_owner;
+
 -- What a bench never needs and a hostile search text could use: who else may log in, large objects (tables that the rights
 -- above don't know), statements in texts, settings, waiting for ever.
 REVOKE SELECT ON pg_roles, pg_user, pg_group, pg_settings, pg_stat_activity, pg_stats FROM PUBLIC;
@@ -31,6 +34,8 @@ BEGIN
     END LOOP;
 END
 $$;
+GRANT SELECT ON pg_stat_activity TO sorvanto_owner;
+GRANT EXECUTE ON FUNCTION pg_stat_get_activity TO sorvanto_owner;
 
 -- No statements of a language inside a statement; the owner makes the triggers anew with an update.
 REVOKE USAGE ON LANGUAGE plpgsql, sql FROM PUBLIC;

@@ -7,7 +7,6 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
-#include "shared/ServerLocation.h"
 #include "shared/Translator.h"
 
 #include <QGridLayout>
@@ -16,6 +15,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +33,19 @@ constexpr int boxWidth = 44 * grid, highestPort = 65535;
 
 AddressParts usualParts() { return {{}, u"5432"_s, u"sorvanto"_s, u"bench"_s, {}, {}}; }
 
+bool isPort(const QString& text) {
+    bool isNumber = text.isEmpty();  // the usual one
+    const int port = isNumber ? 1 : text.toInt(&isNumber);
+    return isNumber && port >= 1 && port <= highestPort;
+}
+
+/// One for all of the computers, or one for each.
+bool arePorts(const QString& ports, const QString& computers) {
+    const QStringList each = ports.split(u',');
+    const bool fits = each.size() == 1 || each.size() == computers.split(u',').size();
+    return fits && std::all_of(each.begin(), each.end(), isPort);
+}
+
 QLabel* text(const QString& words, const char* look, QWidget* parent) {
     auto* made = new QLabel(words, parent);
     made->setTextFormat(Qt::PlainText);
@@ -46,8 +59,8 @@ QLabel* text(const QString& words, const char* look, QWidget* parent) {
 
 ServerDialog::ServerDialog(const QString& location, QWidget* parent)
     : QDialog(parent), m_choose(new QPushButton(u"..."_s, this)),
-      m_try(new QPushButton(translated(u"Try"_s), this)),
-      m_cancel(new QPushButton(translated(u"Close"_s), this)), m_result(text({}, nullptr, this)),
+      m_try(new QPushButton(translated(u"Try"_s), this)), m_ok(new QPushButton(translated(u"OK"_s), this)),
+      m_cancel(new QPushButton(translated(u"Cancel"_s), this)), m_result(text({}, nullptr, this)),
       m_wait(new QProgressBar(this)) {
     setObjectName(u"ServerDialog"_s);
     setWindowTitle(translated(u"Server"_s));
@@ -60,10 +73,11 @@ ServerDialog::ServerDialog(const QString& location, QWidget* parent)
     connect(m_computer, &QLineEdit::textChanged, this, &ServerDialog::takeApart);
     connect(m_choose, &QPushButton::clicked, this, &ServerDialog::chooseCertificate);
     connect(m_try, &QPushButton::clicked, this, &ServerDialog::tryOut);
+    connect(m_ok, &QPushButton::clicked, this, &ServerDialog::accept);
     connect(m_cancel, &QPushButton::clicked, this, &ServerDialog::reject);
     connect(&m_turn, &QTimer::timeout, this, &ServerDialog::lookForEnd);
     QWidget* last = m_certificate;
-    for (QPushButton* button : {m_choose, m_try, m_cancel}) {
+    for (QPushButton* button : {m_choose, m_try, m_ok, m_cancel}) {
         setTabOrder(last, button);
         last = button;
     }
@@ -112,12 +126,13 @@ void ServerDialog::buildWindow() {
     m_wait->setRange(0, 0);
     m_wait->setTextVisible(false);
     m_try->setObjectName(u"cmdTry"_s);
+    m_ok->setObjectName(u"cmdOK"_s);
     m_cancel->setObjectName(u"cmdCancel"_s);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(grid);
     buttons->addWidget(m_wait, 1);
     buttons->addStretch(0);
-    for (QPushButton* button : {m_try, m_cancel}) {
+    for (QPushButton* button : {m_try, m_ok, m_cancel}) {
         button->setAutoDefault(false);
         buttons->addWidget(button);
     }
@@ -133,19 +148,21 @@ void ServerDialog::buildWindow() {
         translated(u"The password is not typed here: a line in the file .pgpass in your home folder holds "
                    "it, for you alone to read."_s),
         "quiet", this));
-    column->addWidget(text(serverNotYet(), "quiet", this));
     column->addWidget(m_result);
     column->addLayout(buttons);
 }
 
+// What no box shows comes first: each box that is filled asks whether the address is whole.
 void ServerDialog::fill(const AddressParts& parts) {
+    m_others = parts.others;
     m_computer->setText(parts.computer);
     m_port->setText(parts.port);
     m_database->setText(parts.database);
     m_account->setText(parts.account);
     m_certificate->setText(parts.certificate);
-    m_others = parts.others;
 }
+
+QString ServerDialog::address() const { return platform::postgres::addressOf(typed()); }
 
 AddressParts ServerDialog::typed() const {
     return {m_computer->text().trimmed(), m_port->text().trimmed(),        m_database->text().trimmed(),
@@ -160,15 +177,14 @@ QString ServerDialog::problem() const {
                                          QRegularExpression::UseUnicodePropertiesOption);
     if (!name.match(parts.computer).hasMatch())
         return translated(u"This is not the name of a computer."_s);
-    bool isNumber = parts.port.isEmpty();
-    const int port = isNumber ? 1 : parts.port.toInt(&isNumber);
-    if (!isNumber || port < 1 || port > highestPort)
+    if (!arePorts(parts.port, parts.computer))
         return translated(u"A port is a number from 1 to 65535."_s);
     return {};
 }
 
 void ServerDialog::heardTyping() {
     const QString wrong = problem();
+    m_works = false;
     say(wrong, !wrong.isEmpty());
     showState();
 }
@@ -196,8 +212,8 @@ void ServerDialog::tryOut() {
     guarded(u"ServerDialog:tryOut"_s, [&] {
         if (m_trial)
             return m_trial->stop();
-        m_trial = std::make_unique<Trial>(platform::postgres::addressOf(typed()),
-                                          longestTrial * millisecondsInSecond);
+        m_works = false;
+        m_trial = std::make_unique<Trial>(address(), longestTrial * millisecondsInSecond);
         say(translated(u"Asking the server…"_s), false);
         m_turn.start(turn);
         showState();
@@ -210,15 +226,16 @@ void ServerDialog::lookForEnd() {
     m_turn.stop();
     const TrialEnd end = m_trial->end();
     m_trial.reset();
-    say(trialText(end, longestTrial), end != TrialEnd::Works);
+    m_works = end == TrialEnd::Works;
+    say(trialText(end, longestTrial), !m_works);
     showState();
-    (end == TrialEnd::Works ? m_cancel : m_try)->setFocus();
+    (m_works ? m_ok : m_try)->setFocus();
 }
 
-void ServerDialog::reject() {
+void ServerDialog::done(int result) {
     m_turn.stop();
     m_trial.reset();
-    QDialog::reject();
+    QDialog::done(result);
 }
 
 void ServerDialog::say(const QString& text, bool isWarning) {
@@ -237,8 +254,10 @@ void ServerDialog::showState() {
     m_wait->setVisible(waits);
     m_try->setText(waits ? translated(u"Stop"_s) : translated(u"Try"_s));
     m_try->setEnabled(waits || isWhole);
-    m_try->setDefault(true);
-    platform::setLook(*m_try, "primary", true);
+    m_ok->setEnabled(!waits && isWhole);
+    (m_works ? m_ok : m_try)->setDefault(true);
+    platform::setLook(*m_try, "primary", !m_works);
+    platform::setLook(*m_ok, "primary", m_works);
     platform::giveAccessKeys(*this);
 }
 

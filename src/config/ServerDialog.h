@@ -27,7 +27,10 @@ public:
     explicit ServerDialog(const QString& location, QWidget* parent = nullptr);
     ~ServerDialog() override;
 
-    void reject() override;
+    /// What the boxes say, for DataLocation; to be kept once the dialog is accepted.
+    QString address() const;
+
+    void done(int result) override;
 
 private:
     void buildWindow();
@@ -47,11 +50,12 @@ private:
     void showState();
 
     platform::TextBox *m_computer, *m_port, *m_database, *m_account, *m_certificate;
-    QPushButton *m_choose, *m_try, *m_cancel;
+    QPushButton *m_choose, *m_try, *m_ok, *m_cancel;
     QLabel* m_result;
     QProgressBar* m_wait;
     QString m_others;
     std::unique_ptr<platform::postgres::Trial> m_trial;  ///< while one is under way
+    bool m_works = false;                                ///< the last one has shown it
     QTimer m_turn;
 };
 

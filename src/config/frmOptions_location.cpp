@@ -4,9 +4,9 @@
 #include "config/frmOptions.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DataLocation.h"
 #include "platform/widgets/Theme.h"
 #include "shared/Guard.h"
-#include "shared/ServerLocation.h"
 #include "shared/Translator.h"
 #include "shared/databaseInUse.h"
 #include "ui_frmOptions.h"
@@ -14,6 +14,9 @@
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+
+using platform::DataLocation;
+
 namespace {
 
 /// How many characters of a path the box shows.
@@ -40,7 +43,7 @@ QString shortened(const QString& text, int limit) {
 
 /// What is open, as short as it may be.
 QString openNow(const QString& open) {
-    if (isServerLocation(open))
+    if (DataLocation::namesServer(open))
         return shortLocation(open);
     return open.size() > pathLimit ? u"\u2026"_s + open.right(pathLimit) : open;
 }
@@ -67,20 +70,19 @@ void frmOptions::sayWhatIsOpen() {
 // The end of an address tells less than its beginning.
 void frmOptions::showLocation(const QString& location) {
     const QString shown = shownLocation(location);
-    m_ui->txtDB->setText(isServerLocation(shown) ? shown : ShortenString(shown, pathLimit));
+    m_ui->txtDB->setText(DataLocation::namesServer(shown) ? shown : ShortenString(shown, pathLimit));
     m_ui->txtDB->setCursorPosition(0);
     m_ui->txtDB->setProperty(fullLocation, location);
     m_ui->txtDB->setToolTip(shown);
 }
 
 bool frmOptions::mayStoreLocation() const {
-    const QString location = m_ui->txtDB->property(fullLocation).toString();
-    if (!isServerLocation(location))
+    const QString refused = locationRefused(m_ui->txtDB->property(fullLocation).toString());
+    if (refused.isEmpty())
         return true;
-    const QString refused = locationRefused(location);
     platform::setLook(*m_ui->lblOpenDB, "quiet", false);
     platform::setLook(*m_ui->lblOpenDB, "caution");
-    m_ui->lblOpenDB->setText(refused.isEmpty() ? serverNotYet() : refused);
+    m_ui->lblOpenDB->setText(refused);
     m_ui->cmdDB->setFocus();
     return false;
 }
@@ -97,6 +99,8 @@ void frmOptions::cmdServer_Click() {
     guarded(u"frmOptions:cmdServer_Click"_s, [&] {
         ServerDialog dialog(m_ui->txtDB->property(fullLocation).toString(), this);
         platform::asker().showModal(dialog, [&] { dialog.exec(); });
+        if (dialog.result() == QDialog::Accepted)
+            showLocation(dialog.address());
     });
 }
 

@@ -1,5 +1,6 @@
 #include "core/DatabaseRescue.h"
 
+#include "config/ServerTexts.h"
 #include "config/clsOptions.h"
 #include "core/BorrowedLanguage.h"
 #include "core/GoodCopy.h"
@@ -10,8 +11,12 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
 #include "platform/basic/TimeOfDay.h"
+#include "platform/data/Connection.h"
+#include "platform/data/DataLocation.h"
+#include "platform/data/postgres/Trial.h"
 #include "platform/data/sqlite/DatabaseState.h"
 #include "shared/Context.h"
+#include "shared/RecordsVersion.h"
 #include "shared/Translator.h"
 
 #include <QFileInfo>
@@ -24,6 +29,9 @@ namespace sorvanto {
 namespace {
 
 using platform::DatabaseState;
+using platform::postgres::TrialEnd;
+
+constexpr int longestTrial = 5, millisecondsInSecond = 1000;
 
 const QString again = u"cmdAgain"_s;
 const QString restore = u"cmdPutBack"_s;
@@ -117,9 +125,26 @@ void tellNotOpened(const QString& path, const QStringList& lots) {
     StartQuestion::ask(content);
 }
 
+/// A trial tells more than a failed opening; one that works leaves the version, or that the server is being updated.
+QString whatIsInTheWay(const QString& address) {
+    const TrialEnd end = platform::postgres::tryServer(address, longestTrial * millisecondsInSecond);
+    if (end != TrialEnd::Works)
+        return trialText(end, longestTrial);
+    try {
+        platform::Connection server;
+        server.open(u"Data Source="_s + address);
+        const QString refused = versionRefused(server);
+        return refused.isEmpty() ? trialText(TrialEnd::NotReady, longestTrial) : refused;
+    } catch (const platform::RuntimeError&) {
+        return trialText(TrialEnd::NotReady, longestTrial);
+    }
+}
+
 }  // namespace
 
 bool DatabaseRescue::offer(const QString& path) {
+    if (platform::DataLocation::namesServer(path))
+        return offerServer(path);
     const DatabaseState state = platform::databaseState(path);
     const bool missing = !platform::fileExists(path);
     if (missing && (path.trimmed().isEmpty() || m_declined.contains(path)))
@@ -129,6 +154,23 @@ bool DatabaseRescue::offer(const QString& path) {
     if (missing && !way)
         m_declined << path;
     return way;
+}
+
+bool DatabaseRescue::offerServer(const QString& address) {
+    if (m_declined.contains(address))
+        return false;
+    const BorrowedLanguage language(m_context, languageOfOptions(m_context));
+    StartQuestion::Content content;
+    content.title = translated(u"Sorvanto Control Panel"_s);
+    content.heading = translated(u"The server does not give the records."_s);
+    content.file = shownLocation(address);
+    content.texts << whatIsInTheWay(address);
+    content.choices.push_back({again, translated(u"Try again"_s)});
+    content.none = translated(u"Go on without"_s);
+    if (StartQuestion::ask(content) == again)
+        return true;
+    m_declined << address;
+    return false;
 }
 
 bool DatabaseRescue::offerNewDatabase(const QString& path) {

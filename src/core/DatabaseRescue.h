@@ -22,11 +22,12 @@ public:
     /// firstStart: there were no options yet when the program started.
     DatabaseRescue(Context& context, bool firstStart) : m_context(context), m_firstStart(firstStart) {}
 
-    /// True when the file is to be opened once more. A missing file is asked about once, since it is looked for
-    /// with each statement.
+    /// path: of a file, or the address of a server. True when it is to be opened once more. A missing file is asked about
+    /// once, since it is looked for with each statement; so is a server.
     bool offer(const QString& path);
 
 private:
+    bool offerServer(const QString& address);
     bool offerNewDatabase(const QString& path);
     bool offerWayOut(const QString& path, platform::DatabaseState state);
     bool makeOrChoose(const QString& choice, const QString& path);

@@ -1,6 +1,6 @@
 #include "core/DatabaseUpdater.h"
 
-#include "core/UpdateFile.h"
+#include "db/UpdateFile.h"
 #include "history/HistorySeal.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
@@ -67,6 +67,8 @@ void DatabaseUpdater::ApplyUpdates(const platform::ConnectionPtr& connection, co
                                    QString& version, bool& applied) {
     applied = false;
     if (!connection || connection->state() != 1 || !platform::fileExists(updateFilePath))
+        return;
+    if (connection->isServer())  // its owner brings it up to date, once all benches have left it
         return;
     // What is for reading only stays as it is: a medium that nobody can write, an archive of its year.
     const auto identity = readFileIdentity(*connection);

@@ -18,8 +18,8 @@ public:
                                const QString& phone, QVariant& answer);
 
     /// version: in, what the database says of itself; out, what it is now. applied: whether it is to be
-    /// written there. A closed connection, a missing file and a file without a step for the version change
-    /// nothing. Throws on a file that breaks its rules and on a refused statement; nothing is changed then.
+    /// written there. A closed connection, a missing file, a file without a step for the version and records on a
+    /// server change nothing. Throws on a file that breaks its rules and on a refused statement; nothing is changed then.
     ///
     /// The steps that are done are also marked in the file itself, in the same transaction. A program that
     /// ended before it could write the version is thus told it again, instead of the steps being run twice.

@@ -69,7 +69,7 @@ HealthLine databaseLine(const Context& context, const QString& readingOnly) {
     const auto identity = readFileIdentity(connection);
     HealthLine line{
         title + ' '_L1 + shortLocation(connection.location()), platform::counted(state, rows), {}, writable};
-    line.detail = connection.location();
+    line.detail = shownLocation(connection.location());
     if (identity)
         line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));
     if (!readingOnly.isEmpty())
@@ -156,8 +156,10 @@ HealthLine secondPlaceLine() {
     return line;
 }
 
-HealthLine lockLine(const QString& readingOnly) {
+HealthLine lockLine(const Context& context, const QString& readingOnly) {
     const QString title = translated(u"Lock of the program"_s);
+    if (isOpen(context) && context.connection->isServer())
+        return {title, translated(u"Not needed"_s), translated(u"Several benches work on these records"_s)};
     if (!readingOnly.isEmpty())
         return {title, translated(u"Not held"_s), {}, false};
     return {title, translated(u"Held"_s), translated(u"No other Control Panel can change these records"_s)};
@@ -211,7 +213,7 @@ std::vector<HealthLine> healthLines(const Context& context, const WindowHealth& 
         safely(translated(u"Keys left"_s), [&] { return keysLine(context); }),
         safely(translated(u"Newest copy"_s), [&] { return copyLine(context); }),
         safely(translated(u"Second place for copies"_s), secondPlaceLine),
-        lockLine(window.readingOnly),
+        lockLine(context, window.readingOnly),
         errorLine(context),
         safely(translated(u"Options and language files"_s), [&] { return filesLine(context); }),
         {translated(u"Mixer"_s), window.mixer, window.mixerNote, window.mixerGood}};

@@ -62,9 +62,10 @@ QLabel* label(const QString& text, const char* look = nullptr) {
     return made;
 }
 
+/// A server looks after its pages itself.
 QString openFile(const Context& context) {
     const auto connection = context.connection;
-    return connection ? connection->location() : QString();
+    return connection ? connection->file() : QString();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "core/Parts.h"
 
+#include "config/ServerTexts.h"
 #include "config/frmOptions.h"
 #include "core/DailyBackup.h"
 #include "core/DatabaseRescue.h"
@@ -45,21 +46,25 @@ void setScreens(Parts& parts) {
     };
 }
 
-/// The folder first, then the database that is open.
+/// The folder first, then the database that is open. Records on a server are there for several programs.
 InstanceState findOtherPrograms(const Context& context, InstanceLock& lock) {
     InstanceState state = lock.takeFolder(platform::programFolder());
     const auto connection = context.connection;
     if (state.runs || !connection || connection->state() != 1)
         return state;
-    const QString file = connection->location();
-    const InstanceState ofDatabase = lock.takeDatabase(file);
     const auto identity = readFileIdentity(*connection);
-    const InstanceState ofCopies = lock.takeIdentity(identity ? identity->identity : QString());
+    InstanceState ofDatabase, ofCopies;
+    if (const QString file = connection->file(); !file.isEmpty()) {
+        ofDatabase = lock.takeDatabase(file);
+        ofCopies = lock.takeIdentity(identity ? identity->identity : QString());
+    }
     state.runs = ofDatabase.runs;
+    const QString place =
+        connection->isServer() ? shortLocation(connection->location()) : connection->location();
     if (connection->isReadOnly())
-        state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, file);
+        state.readingOnly = translated(u"%1 can not be written."_s).replace(u"%1"_s, place);
     else if (identity && !identity->parent.isEmpty())
-        state.readingOnly = translated(u"%1 is an archive."_s).replace(u"%1"_s, file);
+        state.readingOnly = translated(u"%1 is an archive."_s).replace(u"%1"_s, place);
     else if (state.readingOnly.isEmpty())
         state.readingOnly = ofDatabase.readingOnly.isEmpty() ? ofCopies.readingOnly : ofDatabase.readingOnly;
     return state;

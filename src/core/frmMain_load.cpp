@@ -28,6 +28,7 @@
 #include "shared/RecordScreen.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
+#include "shared/databaseInUse.h"
 
 #include <QLocale>
 
@@ -159,7 +160,7 @@ void frmMain::refuseSecondInstance(const ResumeNext& step) {
         step([&] { openForReading(state.readingOnly); });
         m_context.databaseOpened = [this] { databaseOpened(); };
         if (state.readingOnly.isEmpty())  // else another computer may be writing them
-            removeLeftovers(m_context.databaseLocation ? m_context.databaseLocation() : QString());
+            removeLeftovers(databaseFile(m_context));
         return keepFoldersToOwner();
     }
     step([&] {

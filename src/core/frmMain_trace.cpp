@@ -8,7 +8,7 @@
 #include "shared/Guard.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
-#include "shared/ServerLocation.h"
+#include "shared/databaseInUse.h"
 
 #include <QFileInfo>
 
@@ -52,8 +52,8 @@ TraceWindow::Start frmMain::traceStart() const {
 void frmMain::showTrace() {
     guarded(u"frmMain:showTrace"_s, [&] {
         QStringList folders{platform::programFolder()};
-        if (const QString location = m_context.databaseLocation(); !isServerLocation(location))
-            folders.prepend(QFileInfo(location).absolutePath());
+        if (const QString file = databaseFile(m_context); !file.isEmpty())
+            folders.prepend(QFileInfo(file).absolutePath());
         folders.removeDuplicates();
         TraceWindow window(m_context, Tracer(openDB(m_context), folders), traceStart(), this);
         platform::asker().showModal(window, [&] { window.exec(); });

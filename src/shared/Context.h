@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "shared/ServerWait.h"
 
 #include <QString>
 #include <QStringList>
@@ -39,6 +40,8 @@ struct Context {
     /// The shared connection, which may be closed; openDB opens it.
     platform::ConnectionPtr connection;
     QString connectionString;
+    /// For a server that could not be opened.
+    ServerWait serverWait;
 
     /// Type names by code from 0, jar names by code from 1 (element 0 is empty), 256 time texts.
     QStringList mixTypes, jarSizes, mixTimes;
@@ -46,7 +49,8 @@ struct Context {
     /// True when nothing is to be shown.
     bool labelsCancelled = false, reportCancelled = false;
 
-    /// The database path of the options and the dialog that edits it; set by those who have them.
+    /// The location of the records in the options, a file or a server, and the dialog that edits it; set by those who have
+    /// them.
     std::function<QString()> databaseLocation;
     std::function<void()> editOptions;
     /// Asked before the user is told that the database at a path is missing or can't be opened; true when it is to be
@@ -61,7 +65,8 @@ struct Context {
 };
 
 /// The shared connection, opened on first need. A missing file shows its message and gives the connection
-/// closed; a file that can't be opened asks for another location as often as the user answers Yes.
+/// closed; a file that can't be opened asks for another location as often as the user answers Yes. A server that can't be
+/// opened is reported and gives the connection closed; it is tried again once it answers.
 platform::ConnectionPtr openDB(Context& context);
 
 /// Element of one of the tables; throws subscriptOutOfRange.

@@ -46,6 +46,7 @@ void reset() {
     Options.reset();
     gConnection.reset();
     gConnectionString.clear();
+    program.serverWait.end();
     MixTypes.clear();
     JarSizes.clear();
     MixTimes.clear();

@@ -3,9 +3,9 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DataLocation.h"
 #include "shared/Context.h"
 #include "shared/FileIdentity.h"
-#include "shared/ServerLocation.h"
 
 #include <QFileInfo>
 
@@ -16,13 +16,22 @@ namespace sorvanto {
 QString databaseInUse(const Context& context) {
     try {
         const QString location = context.databaseLocation ? context.databaseLocation() : QString();
-        if (isServerLocation(location))
-            return {};
+        if (platform::DataLocation::namesServer(location))
+            return platform::DataLocation(location).text();
         const QString path = platform::platformPath(location);
         const QString canonical = QFileInfo(path).canonicalFilePath();
         return canonical.isEmpty() ? path : canonical;
     } catch (const platform::RuntimeError&) {
         return {};  // options without a location: reported where the database is opened
+    }
+}
+
+QString databaseFile(const Context& context) {
+    try {
+        const QString location = context.databaseLocation ? context.databaseLocation() : QString();
+        return platform::DataLocation::namesServer(location) ? QString() : platform::platformPath(location);
+    } catch (const platform::RuntimeError&) {
+        return {};
     }
 }
 

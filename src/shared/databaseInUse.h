@@ -1,4 +1,4 @@
-// The database that the program works on, as a path that can be compared.
+// The database that the program works on, as a path or an address that can be compared.
 #pragma once
 
 #include <QString>
@@ -7,9 +7,12 @@ namespace sorvanto {
 
 struct Context;
 
-/// With "/" and without links; empty when the options name none. Never throws.
+/// A path with "/" and without links, or the address of a server; empty when the options name none, or an address that may
+/// not be stored. Never throws.
 QString databaseInUse(const Context& context);
-/// The file that is open at this moment, which the options may no longer name; empty when none is. Never throws.
+/// The file as the options name it; empty with a server, around which there is nothing to look for. Never throws.
+QString databaseFile(const Context& context);
+/// The file or server that is open at this moment, which the options may no longer name; empty when none is. Never throws.
 QString databaseOpen(const Context& context);
 /// What every copy of the open file has in common; empty where it has none or no file is open. Never throws.
 QString databaseIdentity(const Context& context);

@@ -4,8 +4,9 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DataLocation.h"
 #include "shared/Guard.h"
-#include "shared/ServerLocation.h"
+#include "shared/RecordsVersion.h"
 #include "shared/ServerWatch.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -16,13 +17,11 @@ namespace sorvanto {
 
 namespace {
 
-enum class Outcome { Done, LocationInvalid };
-
 platform::RuntimeError notSet() { return {platform::error::objectNotSet, u"Object variable not set"_s}; }
 
 bool isOpen(const Context& context) { return platform::deref(context.connection).state() == 1; }
 
-QString databasePath(const Context& context) {
+QString dataLocation(const Context& context) {
     if (!context.databaseLocation)
         throw notSet();
     return context.databaseLocation();
@@ -32,22 +31,30 @@ bool meansInvalidLocation(const platform::RuntimeError& failure) {
     return failure.number() == platform::error::cannotOpen || failure.number() == platform::error::general;
 }
 
-Outcome openFile(Context& context, const QString& path) {
+void connect(Context& context, const QString& location) {
     context.connection = std::make_shared<platform::Connection>();
-    watchServer(context, path);
+    watchServer(context, location);
     context.connectionString =
-        u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + path + u";Persist Security Info=False"_s;
+        u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + location + u";Persist Security Info=False"_s;
+    context.connection->open(context.connectionString);
+}
+
+/// Throws general for records that this program does not work on.
+void connectServer(Context& context, const QString& address) {
+    connect(context, address);
     try {
-        context.connection->open(context.connectionString);
-    } catch (const platform::RuntimeError& failure) {
-        if (!meansInvalidLocation(failure))
-            throw;
-        return Outcome::LocationInvalid;
+        if (const QString why = versionRefused(*context.connection); !why.isEmpty())
+            throw platform::RuntimeError(platform::error::general, why, u"Database"_s);
+        keepHistory(*context.connection);
+    } catch (const platform::RuntimeError&) {
+        context.connection->close();
+        throw;
     }
-    keepHistory(*context.connection);
+}
+
+void connected(const Context& context) {
     if (context.databaseOpened)
         context.databaseOpened();
-    return Outcome::Done;
 }
 
 /// True when another location is to be tried; otherwise the program has been ended.
@@ -69,11 +76,49 @@ bool isRescued(const Context& context, const QString& path) {
     return context.rescueDatabase && context.rescueDatabase(path);
 }
 
-void tellServer() { platform::MsgBox(serverNotYet(), {platform::Buttons::Ok, platform::Icon::Information}); }
-
 void tellNotFound() {
     platform::MsgBox(u"Database file not found. Please set in options"_s,
                      {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
+}
+
+/// True when the file is to be looked for once more.
+bool openFile(Context& context, const QString& path, const ResumeNext& step) {
+    if (!platform::fileExists(path)) {
+        const bool again = isRescued(context, path);
+        if (!again)
+            tellNotFound();
+        return again;
+    }
+    try {
+        connect(context, path);
+    } catch (const platform::RuntimeError& failure) {
+        if (!meansInvalidLocation(failure))
+            throw;
+        return isRescued(context, path) || askNewLocation(context, step);
+    }
+    keepHistory(*context.connection);
+    connected(context);
+    return false;
+}
+
+/// A server that is not there is like a file that is not there: the program goes on without records. True when it is to be
+/// asked once more.
+bool openServer(Context& context, const QString& address) {
+    const platform::DataLocation location(address);  // refuses a password
+    if (!context.serverWait.isOver(location.text()))
+        return false;
+    try {
+        connectServer(context, location.text());
+    } catch (const platform::RuntimeError& failure) {
+        if (!meansInvalidLocation(failure))
+            throw;
+        if (isRescued(context, location.text()))
+            return true;
+        context.serverWait.begin(location.text());
+        throw;
+    }
+    connected(context);
+    return false;
 }
 
 }  // namespace
@@ -87,18 +132,11 @@ platform::ConnectionPtr openDB(Context& context) {
         step([&] { open = isOpen(context); });
         if (open)
             break;
-        QString path;
-        step([&] { path = databasePath(context); });
+        QString place;
+        step([&] { place = dataLocation(context); });
         step([&] {
-            if (isServerLocation(path)) {
-                tellServer();  // never by its address: a password may stand in it
-            } else if (!platform::fileExists(path)) {
-                again = isRescued(context, path);
-                if (!again)
-                    tellNotFound();
-            } else if (openFile(context, path) == Outcome::LocationInvalid) {
-                again = isRescued(context, path) || askNewLocation(context, step);
-            }
+            again = platform::DataLocation::namesServer(place) ? openServer(context, place)
+                                                               : openFile(context, place, step);
         });
     }
     return context.connection;

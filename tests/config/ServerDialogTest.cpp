@@ -130,14 +130,42 @@ TEST_F(ServerDialogTest, WhatCameOfATrialStandsUntilSomethingElseIsTyped) {
     EXPECT_TRUE(button(dialog, "cmdTry").isEnabled());
 }
 
-TEST_F(ServerDialogTest, SaysThatTheRecordsAreKeptInAFile) {
+TEST_F(ServerDialogTest, AnAddressIsTakenWithoutATrialAndNeverWhileItIsNotWhole) {
     ServerDialog dialog({});
-    QStringList texts;
-    for (const QLabel* label : dialog.findChildren<QLabel*>())
-        texts << label->text();
-    EXPECT_TRUE(texts.contains(
-        "This version tries a server, and does not keep records on one yet: choose a file for them."))
-        << texts.join('\n').toStdString();
+    EXPECT_FALSE(button(dialog, "cmdOK").isEnabled()) << "no computer is named";
+    type(dialog, "txtComputer", u"records.example"_s);
+    EXPECT_TRUE(button(dialog, "cmdOK").isEnabled());
+    type(dialog, "txtPort", u"0"_s);
+    EXPECT_FALSE(button(dialog, "cmdOK").isEnabled());
+    type(dialog, "txtPort", u"5433"_s);
+    button(dialog, "cmdOK").click();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(dialog.address(), "postgresql://bench@records.example:5433/sorvanto");
+}
+
+TEST_F(ServerDialogTest, AnAddressThatNamesAServiceAloneCanBeTried) {
+    const QString address = u"postgresql:///?service=shop"_s;
+    ServerDialog dialog(address);
+    EXPECT_TRUE(button(dialog, "cmdTry").isEnabled());
+    EXPECT_EQ(dialog.address(), address);
+    ServerDialog typed({});
+    type(typed, "txtComputer", address);
+    EXPECT_TRUE(button(typed, "cmdTry").isEnabled());
+    EXPECT_EQ(typed.address(), address);
+}
+
+TEST_F(ServerDialogTest, SeveralComputersHaveOnePortOrOneEach) {
+    ServerDialog dialog({});
+    type(dialog, "txtComputer", u"one.example,two.example"_s);
+    for (const char* ports : {"5432", "5432,5433", ""}) {
+        type(dialog, "txtPort", QString::fromLatin1(ports));
+        EXPECT_EQ(result(dialog), "") << ports;
+        EXPECT_TRUE(platform::DataLocation(dialog.address()).isServer()) << ports;
+    }
+    for (const char* ports : {"5432,5433,5434", "5432,x", "5432,70000"}) {
+        type(dialog, "txtPort", QString::fromLatin1(ports));
+        EXPECT_EQ(result(dialog), "A port is a number from 1 to 65535.") << ports;
+    }
 }
 
 TEST_F(ServerDialogTest, ClosingDuringATrialEndsIt) {

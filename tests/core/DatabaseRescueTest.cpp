@@ -1,6 +1,7 @@
 // The windows before the questions about a database or options that are lost: what they say and what they do.
 #include "core/DatabaseRescue.h"
 #include "Child.h"
+#include "SilentPort.h"
 #include "TestProgram.h"
 #include "config/clsOptions.h"
 #include "core/CopySettings.h"
@@ -94,6 +95,21 @@ protected:
     QString identity, said, fileTip;
     QStringList buttons;
 };
+
+TEST_F(DatabaseRescueTest, AServerThatIsNotThereIsToldAsSuchAndAskedAboutOnce) {
+    support::SilentPort port;
+    port.close();
+    basMain::Options->DBLocation(u"postgresql://bench@127.0.0.1:%1/sorvanto"_s.arg(port.number()));
+    answer("cmdAgain");
+    answer("cmdNone");
+    EXPECT_EQ(openDB()->state(), 0);
+    expectReport("frmMain:openDB");
+    EXPECT_TRUE(said.contains("The server does not give the records.")) << said.toStdString();
+    EXPECT_TRUE(said.contains("Nothing answers there.")) << said.toStdString();
+    EXPECT_EQ(buttons, QStringList({"cmdAgain*", "cmdNone"}));
+    EXPECT_FALSE(basMain::rescueDatabase(basMain::Options->DBLocation()));
+    EXPECT_EQ(programEnds, 0);
+}
 
 TEST_F(DatabaseRescueTest, ADamagedFileGetsItsNewestGoodCopyAndIsKept) {
     haveDatabase();

@@ -1,5 +1,5 @@
 // Reading dbupdate.xml and choosing the steps.
-#include "core/UpdateFile.h"
+#include "db/UpdateFile.h"
 #include "TempProgramFolder.h"
 #include "platform/basic/RuntimeError.h"
 

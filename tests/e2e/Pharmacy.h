@@ -2,12 +2,12 @@
 // the tests that run the real executables.
 #pragma once
 
+#include "Bench.h"
 #include "Display.h"
 #include "support/TestDatabase.h"
 
 #include <QProcess>
 #include <QStringList>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -25,9 +25,8 @@ protected:
     static void SetUpTestSuite();
     static void TearDownTestSuite();
     void SetUp() override;
-    void TearDown() override;
 
-    static QString executable(const QString& name);
+    static QString executable(const QString& name) { return Bench::executable(name); }
     /// Where processes find screen and system settings.
     static QProcessEnvironment environment();
     /// How much faster than a clock the simulated mixer runs.
@@ -37,7 +36,7 @@ protected:
     QString optionsWithPrinter(const QString& printer) const;
     /// Runs the tour on the folder to its end.
     Ending tour(const QStringList& options = {});
-    QString path(const QString& name) const { return m_folder.filePath(name); }
+    QString path(const QString& name) const { return m_bench.path(name); }
     std::string sql(const QString& statement) const {
         return support::rowsText(support::runSql(path("sorvanto.mdb"), statement)).trimmed().toStdString();
     }
@@ -46,8 +45,7 @@ protected:
 
 private:
     static Display* s_display;
-    QTemporaryDir m_folder;
-    QProcess m_simulator;
+    Bench m_bench;
 };
 
 }  // namespace e2e

@@ -2,7 +2,7 @@
 // file.
 #include "Fuzz.h"
 
-#include "core/UpdateFile.h"
+#include "db/UpdateFile.h"
 #include "platform/xml/XmlDocument.h"
 
 using namespace Qt::StringLiterals;

@@ -6,6 +6,7 @@
 #include "mixer/MixTables.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/DataLocation.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
@@ -21,7 +22,7 @@ namespace {
 using platform::RuntimeError;
 
 void openDatabase(Context& context, const QString& path) {
-    if (!platform::fileExists(path))
+    if (!platform::DataLocation::namesServer(path) && !platform::fileExists(path))
         throw RuntimeError(platform::error::fileNotFound, u"There is no database %1"_s.arg(path));
     context.databaseLocation = [path] { return path; };
     context.connection = std::make_shared<platform::Connection>();

@@ -1,5 +1,6 @@
 // sorvanto-tour: drives the real program like a user and takes pictures on the way. Ends with 0 only if
 // everything that was made is in the database; else with 1 and a sentence.
+#include "BenchTour.h"
 #include "BusyTour.h"
 #include "EmptyTour.h"
 #include "ManualTour.h"
@@ -49,6 +50,8 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption broken("broken-start", "Only the manual's picture of a start.", "PICTURE");
     QCommandLineOption prefix("prefix", "In front of the name of each of these pictures.", "TEXT");
     QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
+    QCommandLineOption bench("bench", "Make so many batches on the records of the options.", "BATCHES");
+    QCommandLineOption description("description", "What the bench writes into the formula.", "TEXT");
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
@@ -59,11 +62,12 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
     for (QCommandLineOption* hidden :
-         {&dark, &language, &stop, &stopped, &manual, &broken, &prefix, &busy, &recover, &vain, &second,
-          &failing, &printers, &print, &missing, &none, &refusing})
+         {&dark, &language, &stop, &stopped, &manual, &broken, &prefix, &busy, &bench, &description, &recover,
+          &vain, &second, &failing, &printers, &print, &missing, &none, &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty, pictures, dark, language, stop, stopped, manual, broken, prefix, busy, recover,
-                       vain, second, failing, printers, print, missing, none, refusing});
+    parser.addOptions({empty,  pictures, dark,     language, stop,        stopped, manual,
+                       broken, prefix,   busy,     bench,    description, recover, vain,
+                       second, failing,  printers, print,    missing,     none,    refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -117,6 +121,8 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
         tour::runBrokenStart(folder, pictures, parser.value("broken-start"));
     } else if (isSet("busy")) {
         tour::runBusy(folder, parser.value("busy"));
+    } else if (isSet("bench")) {
+        tour::runBench(folder, parser.value("description"), parser.value("bench").toInt());
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {

@@ -87,6 +87,10 @@ bool Connection::isKey(const QString& table, const QString& column) const {
 
 QString Connection::location() const { return d->engine ? d->engine->location() : QString(); }
 
+bool Connection::isServer() const { return d->engine && d->engine->isServer(); }
+
+QString Connection::file() const { return isServer() ? QString() : location(); }
+
 Engine& Connection::engine(const QString& statement) const {
     if (!d->engine)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);

@@ -52,8 +52,13 @@ public:
     QString declaredType(const QString& table, const QString& column) const;
     /// For the result set: whether the column is (part of) the table's primary key.
     bool isKey(const QString& table, const QString& column) const;
-    /// Path of the file that is open; empty on a closed connection.
+    /// Path of the file, or address of the server, that is open; empty on a closed connection.
     QString location() const;
+    /// Whether the records lie on a server, where others work on them too; false on a closed connection.
+    bool isServer() const;
+    /// Path of the file that is open; empty where there is none to copy or to lock: with a server, and on a closed
+    /// connection.
+    QString file() const;
     /// What keeps the records, for the result set and for what the program asks in the engine's own words. Throws
     /// objectClosed on a closed connection; statement: for the error.
     Engine& engine(const QString& statement = {}) const;

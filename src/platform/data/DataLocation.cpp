@@ -9,8 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-DataLocation::DataLocation(const QString& text) : m_text(text.trimmed()) {
-    m_isServer = postgres::isAddress(m_text);
+bool DataLocation::namesServer(const QString& text) { return postgres::isAddress(text.trimmed()); }
+
+DataLocation::DataLocation(const QString& text) : m_text(text.trimmed()), m_isServer(namesServer(text)) {
     if (!m_isServer) {
         m_shownName = QFileInfo(platformPath(m_text)).fileName();
         return;

@@ -13,6 +13,8 @@ public:
     explicit DataLocation(const QString& text);
 
     bool isServer() const { return m_isServer; }
+    /// The same of a text that may be no location at all. Never throws.
+    static bool namesServer(const QString& text);
     /// Without blanks around it: the path, or the address.
     const QString& text() const { return m_text; }
     /// Short, to be shown: the name of the file, or "sorvanto@bench-server" by database and host; the database alone where

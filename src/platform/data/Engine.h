@@ -87,8 +87,11 @@ public:
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    /// The path of a file, as it was opened.
+    /// The path of a file, or the address of a server, as it was opened.
     virtual QString location() const = 0;
+    /// Whether the records lie on a server, where other programs work on them too. Then there is no file to copy, to lock,
+    /// to put back or to tidy up around.
+    virtual bool isServer() const = 0;
     /// Whether nothing can be written here: each change throws permissionDenied.
     virtual bool isReadOnly() const = 0;
     /// From now on each change by this connection throws permissionDenied.

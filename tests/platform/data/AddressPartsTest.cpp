@@ -22,6 +22,8 @@ TEST(AddressParts, AreWrittenAsAnAddressIsWritten) {
          "postgresql://bench@/sorvanto?host=%2Frun%2Fs&port=5433"},
         {{"h", "", "d", "b", "/home/a b/ca.crt", ""},
          "postgresql://b@h/d?sslrootcert=%2Fhome%2Fa%20b%2Fca.crt"},
+        {{"a.example,b.example", "5433,5434", "sorvanto", "bench", "", ""},
+         "postgresql://bench@/sorvanto?host=a.example%2Cb.example&port=5433%2C5434"},
         {{"", "", "", "", "", "service=shop"}, "postgresql:///?service=shop"},
         {{"h", "", "d", "b", "", "sslcert=%2Fx&sslkey=%2Fy"}, "postgresql://b@h/d?sslcert=%2Fx&sslkey=%2Fy"},
     };

@@ -64,18 +64,19 @@ QString addressOf(const AddressParts& parts) {
     QString address = u"postgresql://"_s;
     if (!parts.account.isEmpty())
         address += encoded(parts.account) + u'@';
-    const bool isSocket = parts.computer.startsWith(u'/');
+    // A socket, and several computers with a port each, can't stand in front.
+    const bool asWords = parts.computer.startsWith(u'/') || (parts.computer + parts.port).contains(u',');
     const bool isNumber = parts.computer.contains(u':');  // of the sixth version, which stands in brackets
-    if (!isSocket)
+    if (!asWords)
         address += isNumber ? u'[' + parts.computer + u']' : encoded(parts.computer);
-    if (!isSocket && !parts.port.isEmpty())
+    if (!asWords && !parts.port.isEmpty())
         address += u':' + parts.port;
     address += u'/' + encoded(parts.database);
     QStringList words;
-    if (isSocket)
+    if (asWords)
         words << u"host="_s + encoded(parts.computer);
-    if (isSocket && !parts.port.isEmpty())
-        words << u"port="_s + parts.port;
+    if (asWords && !parts.port.isEmpty())
+        words << u"port="_s + encoded(parts.port);
     if (!parts.certificate.isEmpty())
         words << u"sslrootcert="_s + encoded(parts.certificate);
     if (!parts.others.isEmpty())

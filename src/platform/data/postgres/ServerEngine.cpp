@@ -21,6 +21,7 @@ public:
         : m_address(address), m_store(address, std::move(waiter)) {}
 
     QString location() const override { return m_address; }
+    bool isServer() const override { return true; }
     bool isReadOnly() const override { return m_store.refusesChanges || m_store.session.isStandby(); }
     void refuseChanges() override { m_store.refusesChanges = true; }
     std::int64_t changeState() override { return number(*this, u"SELECT last_value FROM changes"_s); }
@@ -151,10 +152,20 @@ QByteArray setting(const char* name, const QString& value) {
     return "SET LOCAL sorvanto." + QByteArray(name) + " = " + quotedText(value).toUtf8();
 }
 
+/// Who works on the records holds this lock, so that nobody changes the tables meanwhile (benches.sql).
+constexpr char takePart[] = "SELECT pg_try_advisory_lock_shared(2, 0)";
+
 bool ServerEngine::tellWriter(const HistoryContext& writer) {
+    const QString name = writer.person + u' ' + writer.program;
     m_store.session.setGreeting({"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
                                  "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
-                                 "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\''});
+                                 "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\'',
+                                 "SET application_name = " + quotedText(name).toUtf8(), takePart});
+    const Result held = m_store.session.runOne({takePart, {}, false}, Access::Reads, {});
+    if (held.bytes(0, 0) != "t")
+        throw RuntimeError(error::general,
+                           u"The server is not ready: its records are being brought up to date"_s,
+                           u"Database"_s);
     return true;
 }
 

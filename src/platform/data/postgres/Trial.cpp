@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <libpq-fe.h>
 #include <netdb.h>
 #include <poll.h>
@@ -17,6 +18,7 @@ namespace platform::postgres {
 namespace {
 
 constexpr int turn = 50;  // milliseconds between two looks at whether it was stopped
+constexpr int waitingTurn = 5;
 
 /// Whether the name leads anywhere. Looking it up can take long, and can't be stopped.
 bool isKnown(const QString& host) {
@@ -145,5 +147,12 @@ void Trial::stop() { m_attempt->stop(); }
 bool Trial::ended() const { return m_attempt->ended(); }
 
 TrialEnd Trial::end() const { return m_attempt->end(); }
+
+TrialEnd tryServer(const QString& address, int milliseconds) {
+    const Trial trial(address, milliseconds);
+    while (!trial.ended())
+        std::this_thread::sleep_for(std::chrono::milliseconds(waitingTurn));
+    return trial.end();
+}
 
 }  // namespace platform::postgres

@@ -21,6 +21,9 @@ enum class TrialEnd {
     Stopped,      ///< by the user
 };
 
+/// What comes of an attempt, waited for; TookTooLong after so many milliseconds. Throws as DataLocation does.
+TrialEnd tryServer(const QString& address, int milliseconds);
+
 class Attempt;
 
 class Trial {

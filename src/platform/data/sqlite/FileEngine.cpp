@@ -24,6 +24,7 @@ public:
     sqlite3* handle() const { return m_database.get(); }
 
     QString location() const override;
+    bool isServer() const override { return false; }
     bool isReadOnly() const override { return sqlite3_db_readonly(handle(), "main") == 1; }
     void refuseChanges() override { run(*this, u"PRAGMA query_only = ON"_s); }
     std::int64_t changeState() override;

@@ -5,7 +5,8 @@
 //     </Step>
 //   </DatabaseUpdates>
 // Versions are plain decimals with up to four places; each step leads upward, and one step at most starts
-// from a version. Statements are the database engine's own, one to an element.
+// from a version. Statements are the database engine's own, one to an element. A step is for files; one with Engine="server"
+// is for records on a server.
 #pragma once
 
 #include <QString>
@@ -24,8 +25,11 @@ struct UpdateStep {
     QStringList statements;
 };
 
-/// Reads the whole file; throws general when it doesn't parse or breaks one of the rules above.
-std::vector<UpdateStep> readUpdateFile(const QString& path);
+enum class UpdateOf { File, Server };
+
+/// Reads the whole file, and gives the steps of that engine; throws general when it doesn't parse or breaks one of the rules
+/// above.
+std::vector<UpdateStep> readUpdateFile(const QString& path, UpdateOf engine = UpdateOf::File);
 
 /// The steps that lead on from a version, in order; none when it is the newest.
 std::vector<UpdateStep> stepsFrom(const std::vector<UpdateStep>& all, std::int64_t version);

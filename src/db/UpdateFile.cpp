@@ -1,4 +1,4 @@
-#include "core/UpdateFile.h"
+#include "db/UpdateFile.h"
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -27,9 +27,8 @@ UpdateStep readStep(const platform::XmlNode& node) {
     return step;
 }
 
-/// Of two statements in one element the engine would run the first alone; one that ends the transaction would
-/// leave half an update. The engine's own test knows that a trigger's body holds ";".
-void refuseUnlessSingle(const QString& statement) {
+/// One that ends the transaction would leave half an update.
+void refuseControl(const QString& statement) {
     static const QRegularExpression control(
         u"^(BEGIN|COMMIT|END|ROLLBACK|SAVEPOINT|RELEASE|ATTACH|DETACH|VACUUM)\\b"_s,
         QRegularExpression::CaseInsensitiveOption);
@@ -37,10 +36,33 @@ void refuseUnlessSingle(const QString& statement) {
                                                   QRegularExpression::DotMatchesEverythingOption);
     if (control.match(QString(statement).remove(commentsAhead)).hasMatch())
         refuse(u"a statement that is not the step's to run: %1"_s.arg(statement));
+}
+
+/// Of two statements in one element the engine would run the first alone. The engine's own test knows that a trigger's body
+/// holds ";".
+void refuseUnlessSingle(const QString& statement) {
     const QByteArray text = statement.toUtf8();
     for (qsizetype end = text.indexOf(';'); end >= 0; end = text.indexOf(';', end + 1)) {
         if (platform::sqlite::endsStatement(text.left(end + 1)) && !text.mid(end + 1).trimmed().isEmpty())
             refuse(u"more than one statement in an element: %1"_s.arg(statement));
+    }
+}
+
+UpdateOf engineOf(const platform::XmlNode& node) {
+    const QString name = node.hasAttribute(u"Engine"_s) ? node.attribute(u"Engine"_s) : u"file"_s;
+    if (name != "file"_L1 && name != "server"_L1)
+        refuse(u"a step for \"%1\""_s.arg(name));
+    return name == "file"_L1 ? UpdateOf::File : UpdateOf::Server;
+}
+
+/// A server takes no more than one at a time by itself.
+void refuseUnlessGood(const UpdateStep& step, UpdateOf engine) {
+    if (step.statements.isEmpty() || step.statements.contains(QString()))
+        refuse(u"an empty step from \"%1\""_s.arg(step.from));
+    for (const QString& statement : step.statements) {
+        refuseControl(statement);
+        if (engine == UpdateOf::File)
+            refuseUnlessSingle(statement);
     }
 }
 
@@ -54,7 +76,7 @@ std::int64_t versionNumber(const QString& text) {
     return match.captured(1).toLongLong() * 10000 + match.captured(2).leftJustified(4, '0'_L1).toLongLong();
 }
 
-std::vector<UpdateStep> readUpdateFile(const QString& path) {
+std::vector<UpdateStep> readUpdateFile(const QString& path, UpdateOf engine) {
     const auto document = platform::XmlDocument::create();
     if (!document->load(platform::platformPath(path)) || document->root().name() != "DatabaseUpdates"_L1)
         refuse(u"not a list of updates"_s);
@@ -65,10 +87,10 @@ std::vector<UpdateStep> readUpdateFile(const QString& path) {
         const auto own = u"/DatabaseUpdates/Step[%1]/Statement"_s.arg(++number);
         for (const auto& statement : document->selectNodes(own))
             step.statements << statement.text().trimmed();
-        if (step.statements.isEmpty() || step.statements.contains(QString()))
-            refuse(u"an empty step from \"%1\""_s.arg(step.from));
-        for (const QString& statement : step.statements)
-            refuseUnlessSingle(statement);
+        const UpdateOf stepEngine = engineOf(node);
+        refuseUnlessGood(step, stepEngine);
+        if (stepEngine != engine)
+            continue;
         if (!stepsFrom(steps, versionNumber(step.from)).empty())
             refuse(u"two steps from \"%1\""_s.arg(step.from));
         steps.push_back(std::move(step));

@@ -1,0 +1,21 @@
+// Which records this program works on. A file that is older is brought up to date at the start; a server belongs to
+// several benches, so its owner does it, and a program that does not fit does not work there.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace platform {
+class Connection;
+}
+
+namespace sorvanto {
+
+/// Of the newest records, in ten-thousandths: 12000 is 1.2.
+inline constexpr std::int64_t recordsVersion = 12000;
+
+/// Why this program does not work on the records of an open server, as a sentence that says what to do; empty where it does.
+/// Throws as Connection::execute.
+QString versionRefused(const platform::Connection& server);
+
+}  // namespace sorvanto
