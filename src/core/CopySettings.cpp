@@ -2,7 +2,7 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/SettingsFile.h"
-#include "platform/data/postgres/Address.h"
+#include "platform/data/DataLocation.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -22,7 +22,7 @@ QString rehearsalKey(const QString& identity) { return noteKey(u"LastRehearsal"_
 QString batchesKey(const QString& identity) { return noteKey(u"BatchesAtCopy"_s, identity); }
 
 QString keyOf(const QString& database) {
-    const QString path = platform::postgres::isAddress(database)
+    const QString path = platform::DataLocation::namesServer(database)
                              ? database
                              : QFileInfo(platform::platformPath(database)).absoluteFilePath();
     return u"Databases/"_s + QString::fromLatin1(QUrl::toPercentEncoding(path));

@@ -85,7 +85,7 @@ void DailyBackup::look() {
 
 void DailyBackup::begin() {
     const auto connection = m_context.connection;
-    if (!connection || connection->file().isEmpty())
+    if (!connection || connection->state() != 1)
         return;
     const auto identity = readFileIdentity(*connection);
     m_identity = identity ? identity->identity : QString();

@@ -156,10 +156,19 @@ HealthLine secondPlaceLine() {
     return line;
 }
 
+/// Records on a server are nobody's alone.
+HealthLine benchesLine(const platform::Connection& server) {
+    QStringList names;
+    platform::Query bench(server.engine(), u"SELECT bench FROM benches()"_s);
+    while (bench.step())
+        names << bench.value(0, platform::asText).toString();
+    return {translated(u"Benches at work"_s), grouped(names.size()), {}, true, names.join(u" · "_s)};
+}
+
 HealthLine lockLine(const Context& context, const QString& readingOnly) {
     const QString title = translated(u"Lock of the program"_s);
     if (isOpen(context) && context.connection->isServer())
-        return {title, translated(u"Not needed"_s), translated(u"Several benches work on these records"_s)};
+        return benchesLine(*context.connection);
     if (!readingOnly.isEmpty())
         return {title, translated(u"Not held"_s), {}, false};
     return {title, translated(u"Held"_s), translated(u"No other Control Panel can change these records"_s)};
@@ -213,7 +222,7 @@ std::vector<HealthLine> healthLines(const Context& context, const WindowHealth& 
         safely(translated(u"Keys left"_s), [&] { return keysLine(context); }),
         safely(translated(u"Newest copy"_s), [&] { return copyLine(context); }),
         safely(translated(u"Second place for copies"_s), secondPlaceLine),
-        lockLine(context, window.readingOnly),
+        safely(translated(u"Lock of the program"_s), [&] { return lockLine(context, window.readingOnly); }),
         errorLine(context),
         safely(translated(u"Options and language files"_s), [&] { return filesLine(context); }),
         {translated(u"Mixer"_s), window.mixer, window.mixerNote, window.mixerGood}};

@@ -33,6 +33,14 @@ bool BatchAccount::isLotLogged(const QString& lot) const {
     }
 }
 
+QString BatchAccount::otherBenchWith(const QString& serial) const {
+    try {
+        return m_book && !serial.isEmpty() ? m_book->otherBenchWith(serial) : QString();
+    } catch (...) {
+        return {};  // mixing goes on without records
+    }
+}
+
 // ---- one batch ------------------------------------------------------------------------------------
 
 BatchAccount::Settled BatchAccount::settle(const MixId& mix) {

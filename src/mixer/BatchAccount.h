@@ -26,6 +26,9 @@ public:
     /// Whether some batch in the log bears the lot; false when that can't be found out.
     bool isLotLogged(const QString& lot) const;
 
+    /// See LogBook; empty when that can't be found out.
+    QString otherBenchWith(const QString& serial) const;
+
     enum class Settled {
         NotInLog,
         Closed,  ///< it stands whole in the log, if need be only now, and its journal is closed

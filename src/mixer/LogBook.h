@@ -33,13 +33,16 @@ public:
     /// Of the open database; empty for none and for one without.
     virtual QString identity() = 0;
     virtual bool hasLot(const QString& lot) = 0;
+    /// Keeps the mixer of that serial number for this bench, among all that share the log: lots of two mixers of one
+    /// number could not be told apart. Gives the bench that has such a one; empty where this one may work with it.
+    virtual QString otherBenchWith(const QString& /*serial*/) { return {}; }
     /// Finds the batch by all its columns and adds the lines that its row lacks, all of them or none.
     /// Throws when the log can't be read or written.
     virtual BatchStanding settle(const BatchRows& rows) = 0;
     virtual int batchCount() = 0;
     /// How many lines each batch since that moment has ("2026-03-07 14:05:09"). Throws when it can't be read.
     virtual QHash<Batch, int> linesSince(const QString& moment) = 0;
-    /// Whether the batch was moved into an archive.
+    /// Whether the batch was moved into an archive, or deleted by another bench, whose journal notes that.
     virtual bool isArchived(const Batch& batch) = 0;
 };
 

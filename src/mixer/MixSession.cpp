@@ -73,6 +73,7 @@ void MixSession::mixerConnected() {
         else
             m_run.forget(entry.mix);
     }
+    isMixerOurs();
     askLastResults();
 }
 
@@ -155,7 +156,20 @@ void MixSession::start() {
     emit changed();
 }
 
+// Lots are a mixer's serial number and its count.
+bool MixSession::isMixerOurs() {
+    const QString serial = QString::fromLatin1(m_link.identity().serial);
+    const QString other = m_account.otherBenchWith(serial);
+    if (!other.isEmpty())
+        m_notice = {PanelText::MixerTwice, {other, serial}};
+    return other.isEmpty();
+}
+
 bool MixSession::journalStart(const MixId& mix) {
+    if (!isMixerOurs()) {
+        emit changed();
+        return false;
+    }
     const QString serial = QString::fromLatin1(m_link.identity().serial);
     return journal(PanelText::JournalStart, [&] { m_journal.start(mix, serial); });
 }

@@ -124,6 +124,8 @@ private:
     void mixerConnected();
     void mixFinished(const protocol::MixResults& results, bool seen);
     void mixAborted(const protocol::MixId& mix);
+    /// False, and said in the panel, while another bench has a mixer of the same serial number.
+    bool isMixerOurs();
     bool journalStart(const protocol::MixId& mix);
     void sendFormula();
     /// Gives the formula's programme an id of its own, and takes it down.

@@ -30,6 +30,17 @@ std::optional<QJsonArray> missingLines(const QJsonArray& standing, const QJsonAr
     return missing;
 }
 
+/// By the history, which a server's triggers write whoever it was.
+bool wasDeleted(const platform::Connection& server, const LogBook::Batch& batch) {
+    const auto quoted = [](QString text) { return u'\'' + text.replace(u"'"_s, u"''"_s) + u'\''; };
+    Query row(
+        server.engine(),
+        u"SELECT 1 FROM History WHERE hst_Table = 'Log' AND hst_What = 'deleted' AND position(? IN hst_Fields) > 0"_s,
+        {});
+    row.bind(1, u"log_Date=%1,log_Lot=%2,"_s.arg(quoted(batch.second), quoted(batch.first)));
+    return row.step();
+}
+
 }  // namespace
 
 BatchJournal* batchJournal = nullptr;
@@ -44,6 +55,15 @@ bool BatchBook::hasLot(const QString& lot) {
     Query found(openDB(m_context)->engine(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
     found.bind(1, lot);
     return found.step();
+}
+
+QString BatchBook::otherBenchWith(const QString& serial) {
+    const auto connection = openDB(m_context);
+    const QString name = u"mixer "_s + serial;
+    if (connection->state() == 0 || connection->engine().keepName(name))
+        return {};
+    const QString keeper = connection->engine().nameKeeper(name);
+    return keeper.isEmpty() ? u"?"_s : keeper.section(' '_L1, 0, 0);
 }
 
 BatchStanding BatchBook::settle(const BatchRows& rows) {
@@ -88,6 +108,8 @@ QHash<LogBook::Batch, int> BatchBook::linesSince(const QString& moment) {
 
 bool BatchBook::isArchived(const Batch& batch) {
     const auto connection = openDB(m_context);
+    if (connection->isServer() && wasDeleted(*connection, batch))
+        return true;
     if (connection->declaredType(u"ArchivedBatch"_s, u"abt_Lot"_s).isEmpty())
         return false;
     Query found(connection->engine(), u"SELECT 1 FROM ArchivedBatch WHERE abt_Lot = ? AND abt_Date = ?"_s,

@@ -12,6 +12,7 @@ public:
     explicit BatchBook(Context& context) : m_context(context) {}
     QString identity() override;
     bool hasLot(const QString& lot) override;
+    QString otherBenchWith(const QString& serial) override;
     BatchStanding settle(const BatchRows& rows) override;
     int batchCount() override;
     QHash<Batch, int> linesSince(const QString& moment) override;

@@ -129,6 +129,8 @@ void BrowsingScreen::setMenuOptions() {
 void BrowsingScreen::cmdEdit() {
     unlockForm();
     refreshForm();
+    if (!m_locked)
+        m_mark.begin(draftTable(), shownKey());
 }
 
 void BrowsingScreen::cmdSave() {
@@ -179,6 +181,7 @@ void BrowsingScreen::lockForm() {
     guarded(tag(u"lockForm"_s), [&] {
         lockControls(*this, m_records.locks, true);
         m_locked = true;
+        m_mark.end();
     });
 }
 

@@ -6,6 +6,7 @@
 #include "records/Restoration.h"
 #include "screens/ControlWalk.h"
 #include "screens/DraftKeeper.h"
+#include "screens/EditMark.h"
 #include "screens/ToolStates.h"
 #include "shared/DraftedScreen.h"
 #include "shared/ListedScreen.h"
@@ -172,6 +173,7 @@ private:
     platform::RecordsetPtr m_identifiers;
     std::vector<DraftField> m_asAdded;  ///< what the boxes showed of the new record when it was added
     DraftKeeper m_drafts{m_context, *this};
+    EditMark m_mark{m_context};
 };
 
 }  // namespace sorvanto

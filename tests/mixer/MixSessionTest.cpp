@@ -5,6 +5,20 @@ using namespace sorvanto;
 using test::shortFormula;
 using test::waitFor;
 
+TEST_F(MixSessionTest, NoMixIsStartedWhileAnotherBenchHasAMixerOfTheSameNumber) {
+    session->setLogBook(&log);
+    log.otherBench = "rkent@bench2";
+    loadShort();
+    session->start();
+    EXPECT_EQ(session->notice(), (PanelMessage{PanelText::MixerTwice, {"rkent@bench2", "SV0426"}}));
+    EXPECT_TRUE(session->canStart());
+    EXPECT_FALSE(session->run().isBusy());
+    log.otherBench.clear();
+    session->start();
+    EXPECT_TRUE(session->notice().empty());
+    EXPECT_TRUE(reaches(RunState::Mixing)) << text();
+}
+
 TEST_F(MixSessionTest, WholeMix) {
     EXPECT_EQ(state(), RunState::Disconnected);
     onDone = [&] {

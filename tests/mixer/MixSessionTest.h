@@ -21,6 +21,9 @@ public:
     int batchCount() override { return 0; }
     QHash<Batch, int> linesSince(const QString&) override { return {}; }
     bool isArchived(const Batch&) override { return false; }
+    QString otherBenchWith(const QString&) override { return otherBench; }
+
+    QString otherBench;  ///< with a mixer of the same number
 };
 
 class MixSessionTest : public testing::Test {

@@ -6,6 +6,7 @@
 #include "db/DatabaseFile.h"
 #include "db/Forget.h"
 #include "db/RecordsCopy.h"
+#include "db/ServerUpdate.h"
 #include "history/HistoryPause.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
@@ -43,6 +44,8 @@ const char usage[] =
     "                                      puts everything into a new file and keeps the batches of the last\n"
     "                                      months (12 unless told) in FILE, numbered from 1; close the program\n"
     "                                      first\n"
+    "  sorvanto-db update SERVER STEPS     brings the records on a server up to date by dbupdate.xml; for the\n"
+    "                                      account that owns them, with the program closed at all benches\n"
     "  sorvanto-db forget FILE --patient KEY\n"
     "                                      blanks what the history holds of a patient, and unsaved texts;\n"
     "                                      close the program first\n"
@@ -102,6 +105,15 @@ int restore(const QString& backup, const QString& file, QTextStream& out) {
     out << file << ": restored from " << backup << '\n';
     if (!aside.isEmpty())
         out << "What was there before is kept as " << aside << '\n';
+    return done;
+}
+
+int update(const QString& server, const QString& steps, QTextStream& out) {
+    const ServerUpdate result = updateServer(server, steps);
+    if (result.from == result.to)
+        out << "The records are of version " << result.to << " already.\n";
+    else
+        out << "The records were brought from version " << result.from << " to " << result.to << ".\n";
     return done;
 }
 
@@ -183,6 +195,8 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err,
         out << "sorvanto-db " << platform::programVersion() << '\n';
         return done;
     }
+    if (takes("update", 2))
+        return update(arguments.at(1), arguments.at(2), out);
     if (command == "archive"_L1 && wantedMonths(arguments) > 0)
         return archive(arguments.at(1), arguments.at(2), wantedMonths(arguments), out);
     if (command == "forget"_L1 && wantedPatient(arguments) > 0)

@@ -134,6 +134,14 @@ public:
     /// Runs all statements and sets the mark, or does nothing. source: whom the report of a broken relation names.
     virtual void migrate(const QStringList& statements, std::int64_t version, const QString& source) = 0;
 
+    /// Keeps a name for this connection until it is closed, among all that work on the records, also over a line that was
+    /// lost meanwhile. False while another one keeps it. Where nobody shares the records there is nobody to ask.
+    virtual bool keepName(const QString& /*name*/) { return true; }
+    /// Gives it up; does nothing where it is not kept.
+    virtual void giveUpName(const QString& /*name*/) {}
+    /// What the connection that keeps a name says of itself, "rkent@bench2 1.6"; empty where none does.
+    virtual QString nameKeeper(const QString& /*name*/) { return {}; }
+
     /// Tells a store that writes and seals its own history who changes its records from now on. False where it has none of
     /// that kind: then a function of the program seals what the store writes.
     virtual bool tellWriter(const HistoryContext& /*writer*/) { return false; }

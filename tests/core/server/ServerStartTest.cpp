@@ -7,14 +7,18 @@
 #include "core/DatabaseUpdater.h"
 #include "core/Health.h"
 #include "core/Parts.h"
+#include "db/ServerUpdate.h"
+#include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
+#include "records/BatchBook.h"
 #include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -93,19 +97,10 @@ TEST_F(ServerStartTest, TwoProgramsMayWorkAtOnce) {
     EXPECT_EQ(second.readingOnly, "");
 }
 
-TEST_F(ServerStartTest, TheHealthPageNeedsNoLock) {
-    openDB();
-    for (const HealthLine& line : healthLines(context, {})) {
-        EXPECT_NE(line.state, "Can not be read") << line.name.toStdString() << line.detail.toStdString();
-        if (line.name == "Lock of the program"_L1) {
-            EXPECT_EQ(line.note, "Several benches work on these records");
-        }
-    }
-}
-
 TEST_F(ServerStartTest, AProgramThatIsTooOldIsToldWhichOneItNeeds) {
-    runOnServer(u"UPDATE \"Options\" SET \"opt_Version\" = 1.3; CREATE OR REPLACE FUNCTION needs_program() RETURNS text "
-                "LANGUAGE sql IMMUTABLE AS 'SELECT ''2.7.1'''"_s);
+    runOnServer(
+        u"UPDATE \"Options\" SET \"opt_Version\" = 1.3; CREATE OR REPLACE FUNCTION needs_program() RETURNS text "
+        "LANGUAGE sql IMMUTABLE AS 'SELECT ''2.7.1'''"_s);
     declineServer();
     EXPECT_EQ(openDB()->state(), 0);
     EXPECT_EQ(expectReport("frmMain:openDB").number, QString::number(platform::error::general));
@@ -132,6 +127,130 @@ TEST_F(ServerStartTest, RecordsThatAreBeingUpdatedAreNotOpened) {
     updater.close();
     context.serverWait.end();
     EXPECT_EQ(openDB()->state(), 1);
+}
+
+/// Another bench of the same server.
+struct OtherBench {
+    OtherBench() {
+        context.connection = std::make_shared<platform::Connection>();
+        context.databaseLocation = [] { return support::serverAddress(); };
+    }
+    Context context;
+    BatchBook log{context};
+};
+
+TEST_F(ServerStartTest, TheHealthPageNamesTheBenchesInPlaceOfALock) {
+    OtherBench other;
+    openDB();
+    openDB(other.context);
+    const QString bench = currentWriter().person + u' ' + programVersion();
+    QStringList names;
+    for (const HealthLine& line : healthLines(context, {})) {
+        names << line.name;
+        EXPECT_NE(line.state, "Can not be read") << line.name.toStdString() << line.detail.toStdString();
+        if (line.name == "Benches at work"_L1) {
+            EXPECT_EQ(line.state, "2");
+            EXPECT_EQ(line.detail, bench + u" · "_s + bench);
+        }
+    }
+    EXPECT_TRUE(names.contains(u"Benches at work"_s)) << names.join(u' ').toStdString();
+    EXPECT_FALSE(names.contains(u"Lock of the program"_s));
+}
+
+TEST_F(ServerStartTest, AMixerOfTheSameNumberAtAnotherBenchIsTold) {
+    BatchBook mine(context);
+    EXPECT_EQ(mine.otherBenchWith(u"SV0426"_s), "");
+    EXPECT_EQ(mine.otherBenchWith(u"SV0426"_s), "") << "asked once more";
+    OtherBench second;
+    EXPECT_EQ(second.log.otherBenchWith(u"SV0426"_s), currentWriter().person);
+    EXPECT_EQ(second.log.otherBenchWith(u"SV0427"_s), "");
+    EXPECT_EQ(mine.otherBenchWith(u"SV0427"_s), currentWriter().person);
+    context.connection->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second.log.otherBenchWith(u"SV0426"_s).isEmpty(); }))
+        << "the program there has ended";
+}
+
+TEST_F(ServerStartTest, ANameIsGivenUpAndKeptByAnother) {
+    OtherBench second;
+    platform::Engine &mine = openDB()->engine(), &theirs = openDB(second.context)->engine();
+    EXPECT_TRUE(mine.keepName(u"x"_s));
+    EXPECT_FALSE(theirs.keepName(u"x"_s));
+    theirs.giveUpName(u"x"_s);
+    EXPECT_FALSE(theirs.keepName(u"x"_s)) << "not theirs to give up";
+    EXPECT_EQ(theirs.nameKeeper(u"x"_s), currentWriter().person + u' ' + programVersion());
+    mine.giveUpName(u"x"_s);
+    EXPECT_EQ(theirs.nameKeeper(u"x"_s), "");
+    EXPECT_TRUE(theirs.keepName(u"x"_s));
+    EXPECT_FALSE(mine.keepName(u"x"_s));
+}
+
+TEST_F(ServerStartTest, ABatchThatAnotherBenchHasDeletedIsNotOfferedAgain) {
+    OtherBench other;
+    const auto theirs = openDB(other.context);
+    const LogBook::Batch batch{u"SV0426'0012"_s, u"2026-03-07 14:05:09"_s};
+    theirs->execute(u"INSERT INTO Log (log_Name, log_Date, log_Lot) VALUES ('Gel', '3/7/2026 2:05:09 PM', "
+                    "'SV0426''0012')"_s);
+    BatchBook mine(context);
+    EXPECT_FALSE(mine.isArchived(batch));
+    theirs->execute(u"DELETE FROM Log WHERE log_Name = 'Gel'"_s);
+    EXPECT_TRUE(mine.isArchived(batch));
+    EXPECT_FALSE(mine.isArchived({u"SV0426'0013"_s, batch.second}));
+}
+
+class ServerUpdateTest : public ServerStartTest {
+protected:
+    void SetUp() override {
+        ServerStartTest::SetUp();
+        folder.write(u"steps.xml"_s,
+                     "<DatabaseUpdates>"
+                     "<Step From='1.2' To='1.3'><Statement>DROP TABLE Log</Statement></Step>"
+                     "<Step From='1.2' To='1.3' Engine='server'>"
+                     "<Statement>CREATE TABLE \"Shelf\" (\"shl_Name\" text)</Statement>"
+                     "<Statement>CREATE OR REPLACE FUNCTION needs_program() RETURNS text LANGUAGE sql AS "
+                     "$$SELECT '2.0'; SELECT '2.1'$$</Statement></Step></DatabaseUpdates>");
+    }
+    ServerUpdate update(const QString& account) {
+        return updateServer(support::serverAddress().replace(u"bench@"_s, account + u'@'),
+                            folder.path(u"steps.xml"_s));
+    }
+    /// Empty where it was not refused.
+    QString refusal(const QString& account) {
+        try {
+            update(account);
+        } catch (const platform::RuntimeError& failure) {
+            EXPECT_EQ(failure.number(), platform::error::permissionDenied);
+            return failure.description();
+        }
+        return {};
+    }
+};
+
+TEST_F(ServerUpdateTest, WaitsForNobodyAndNamesTheBenchThatIsAtWork) {
+    openDB();
+    EXPECT_TRUE(refusal(u"sorvanto_admin"_s).contains(currentWriter().person));
+    context.connection->close();
+    const ServerUpdate done = update(u"sorvanto_admin"_s);
+    EXPECT_EQ(done.from + u' ' + done.to, "1.2 1.3");
+    EXPECT_EQ(runOnServer(u"SELECT count(*) FROM \"Shelf\""_s)[0][0], "0");
+    EXPECT_EQ(update(u"sorvanto_admin"_s).to, "1.3") << "nothing is left to be done";
+    declineServer();
+    EXPECT_EQ(openDB()->state(), 0);
+    expectReport("frmMain:openDB");
+    EXPECT_TRUE(said.join(u'\n').contains(u"needs version 2.1 of it"_s)) << said.join(u'\n').toStdString();
+}
+
+TEST_F(ServerUpdateTest, IsForTheOwnerAlone) {
+    EXPECT_TRUE(refusal(u"bench"_s).contains(u"sorvanto_owner"_s));
+    EXPECT_EQ(runOnServer(u"SELECT \"opt_Version\" FROM \"Options\""_s)[0][0], "1.2");
+}
+
+TEST_F(ServerUpdateTest, AStepThatFailsLeavesAllAsItWas) {
+    folder.write(u"steps.xml"_s, "<DatabaseUpdates><Step From='1.2' To='1.3' Engine='server'>"
+                                 "<Statement>CREATE TABLE \"Shelf\" (\"shl_Name\" text)</Statement>"
+                                 "<Statement>CREATE TABLE nonsense</Statement></Step></DatabaseUpdates>");
+    EXPECT_THROW(update(u"sorvanto_admin"_s), platform::RuntimeError);
+    EXPECT_EQ(runOnServer(u"SELECT count(*) FROM pg_class WHERE relname = 'Shelf'"_s)[0][0], "0");
+    EXPECT_EQ(runOnServer(u"SELECT \"opt_Version\" FROM \"Options\""_s)[0][0], "1.2");
 }
 
 }  // namespace

@@ -45,6 +45,9 @@ public:
 
     std::int64_t version() override;
     void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
+    bool keepName(const QString& name) override;
+    void giveUpName(const QString& name) override;
+    QString nameKeeper(const QString& name) override;
     bool tellWriter(const HistoryContext& writer) override;
     void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
@@ -52,7 +55,11 @@ public:
     QStringList problems(const Cancelled& cancelled) override;
 
 private:
+    void greet();
+
     QString m_address;
+    QByteArrayList m_writer;  ///< what the server is told of who writes
+    QStringList m_names;      ///< that are kept
     ServerStore m_store;
 };
 
@@ -155,12 +162,48 @@ QByteArray setting(const char* name, const QString& value) {
 /// Who works on the records holds this lock, so that nobody changes the tables meanwhile (benches.sql).
 constexpr char takePart[] = "SELECT pg_try_advisory_lock_shared(2, 0)";
 
+/// See benches.sql.
+QByteArray called(const char* function, const QString& name) {
+    return "SELECT " + QByteArray(function) + '(' + quotedText(name).toUtf8() + ')';
+}
+
+void ServerEngine::greet() {
+    QByteArrayList all = m_writer;
+    for (const QString& name : m_names)
+        all << called("keep_name", name);
+    m_store.session.setGreeting(all);
+}
+
+bool ServerEngine::keepName(const QString& name) {
+    if (m_names.contains(name))
+        return true;
+    const Command lock{called("keep_name", name), {}, false};
+    if (m_store.session.runOne(lock, Access::Reads, {}).bytes(0, 0) != "t")
+        return false;
+    m_names << name;
+    greet();
+    return true;
+}
+
+void ServerEngine::giveUpName(const QString& name) {
+    if (m_names.removeAll(name) == 0)
+        return;
+    greet();
+    m_store.session.runOne({called("give_up_name", name), {}, false}, Access::Reads, {});
+}
+
+QString ServerEngine::nameKeeper(const QString& name) {
+    const Result keeper = m_store.session.runOne({called("name_keeper", name), {}, false}, Access::Reads, {});
+    return keeper.rows() == 0 ? QString() : keeper.text(0, 0);
+}
+
 bool ServerEngine::tellWriter(const HistoryContext& writer) {
     const QString name = writer.person + u' ' + writer.program;
-    m_store.session.setGreeting({"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
-                                 "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
-                                 "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\'',
-                                 "SET application_name = " + quotedText(name).toUtf8(), takePart});
+    m_writer = {"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
+                "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
+                "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\'',
+                "SET application_name = " + quotedText(name).toUtf8(), takePart};
+    greet();
     const Result held = m_store.session.runOne({takePart, {}, false}, Access::Reads, {});
     if (held.bytes(0, 0) != "t")
         throw RuntimeError(error::general,
