@@ -22,7 +22,7 @@ _sorvanto() {
 _sorvanto_db() {
   local word=${COMP_WORDS[COMP_CWORD]}
   if [ "$COMP_CWORD" = 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "create sample check backup copy restore archive forget --help --version" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "create sample check backup copy restore archive update forget --help --version" -- "$word")
   elif [ "$word" != "${word#-}" ]; then
     mapfile -t COMPREPLY < <(compgen -W "--rows --keep --patient" -- "$word")
   else

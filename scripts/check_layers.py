@@ -44,7 +44,7 @@ ONLY = {
     "manual": {"platform/basic", "platform/widgets", "shared"},
     "prices": {"platform/basic", "platform/data", "history", "shared"},
     "history": {"platform/basic", "platform/data"},
-    "db": {"platform/basic", "platform/data", "history"},
+    "db": {"platform/basic", "platform/data", "platform/xml", "history"},
     "trace": {"platform/basic", "platform/data"},
     "tools/db": {"platform/basic", "platform/data", "platform/xml", "db", "history"},
 }

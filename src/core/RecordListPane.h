@@ -38,6 +38,7 @@ signals:
     void chose();
 
 private:
+    void followOthers();
     void startReading();
     void readPiece();
     void finish();
@@ -52,6 +53,7 @@ private:
     ListedTable m_table;
     std::optional<platform::TableReader> m_reader;
     QTimer m_pieces;
+    QTimer m_others;
     std::int64_t m_state = 0;  ///< of the file, when reading began
     bool m_shown = false;
     bool m_complete = false;
