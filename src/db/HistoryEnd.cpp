@@ -2,6 +2,7 @@
 
 #include "db/Archive.h"
 #include "history/HistoryChain.h"
+#include "history/HistoryFields.h"
 #include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
@@ -65,22 +66,83 @@ CopyEnd endOf(const QString& path, const QString& identity) {
     }
 }
 
-/// With the longest history.
-CopyEnd longestCopy(const QString& file, const QStringList& programFolders, const QString& identity) {
+/// Where copies and archives of the file may lie.
+QStringList otherFiles(const QString& file, const QStringList& programFolders) {
     QStringList folders{QFileInfo(file).absolutePath()};
     for (const QString& folder : programFolders)
         folders << folder << folder + u"/backups"_s;
     folders.removeDuplicates();
-    CopyEnd longest;
+    QStringList others;
     for (const QString& folder : folders) {
         for (const QFileInfo& found : QDir(folder).entryInfoList({u"*.mdb"_s}, QDir::Files)) {
-            if (found == QFileInfo(file))
-                continue;
-            if (CopyEnd end = endOf(found.absoluteFilePath(), identity); end.head.count > longest.head.count)
-                longest = std::move(end);
+            if (found != QFileInfo(file))
+                others << found.absoluteFilePath();
         }
     }
+    return others;
+}
+
+/// With the longest history.
+CopyEnd longestCopy(const QStringList& files, const QString& identity) {
+    CopyEnd longest;
+    for (const QString& file : files) {
+        if (CopyEnd end = endOf(file, identity); end.head.count > longest.head.count)
+            longest = std::move(end);
+    }
     return longest;
+}
+
+/// The archive that took along what was before, with the end of it there; a count of 0 where none did.
+struct Former {
+    HistoryHead head;
+    QString identity;
+};
+
+Former formerOf(platform::Engine& database) {
+    Former former;
+    for (const HistoryField& field : readHistoryFields(text(
+             database,
+             u"SELECT hst_Fields FROM History WHERE hst_What = 'archived' ORDER BY HistoryID LIMIT 1"_s))) {
+        if (field.name == "archive"_L1)
+            former.identity = field.after.toString();
+        if (field.name == "before"_L1)
+            former.head = headFromText(field.after.toString());
+    }
+    return former;
+}
+
+bool isFile(const QString& path, const QString& identity) {
+    try {
+        const FileReader file(path, FileReader::Reading::AsItLies);
+        return file.rows(u"SELECT fid_Identity FROM FileIdentity"_s).value(0) == QStringList{identity};
+    } catch (const platform::RuntimeError&) {
+        return false;
+    }
+}
+
+bool holdsEnd(const QString& path, const HistoryHead& head) {
+    try {
+        const FileReader file(path, FileReader::Reading::AsItLies);
+        const auto rows =
+            file.rows(u"SELECT lower(hex(hst_Seal)) FROM History WHERE HistoryID = %1"_s.arg(head.count));
+        return rows.value(0) == QStringList{QString::fromLatin1(head.seal.toHex())};
+    } catch (const platform::RuntimeError&) {
+        return false;
+    }
+}
+
+/// An archive whose seals were reckoned anew is whole by itself, but is not what the file goes on from.
+QStringList archiveProblems(platform::Engine& database, const QStringList& files) {
+    const Former former = formerOf(database);
+    QStringList problems;
+    for (const QString& file : files) {
+        if (former.head.count > 0 && isFile(file, former.identity) && !holdsEnd(file, former.head))
+            problems
+                << u"The history goes on from row %1 of the archive %2, which does not hold it: the archive was "
+                   "changed"_s.arg(former.head.count)
+                       .arg(file);
+    }
+    return problems;
 }
 
 QStringList copyProblems(platform::Engine& database, const CopyEnd& copy) {
@@ -118,7 +180,9 @@ QStringList historyEndProblems(const QString& file, const QStringList& programFo
     const QString identity = identityOf(database);
     const std::int64_t first = number(database, u"SELECT min(HistoryID) FROM History"_s);
     const QString restored = lastRestored(database);
-    QStringList problems = copyProblems(database, longestCopy(file, programFolders, identity));
+    const QStringList others = otherFiles(file, programFolders);
+    QStringList problems =
+        copyProblems(database, longestCopy(others, identity)) + archiveProblems(database, others);
     for (const QString& folder : programFolders) {
         QDirIterator journals(folder + u"/mixes"_s, {u"*.xml"_s}, QDir::Files, QDirIterator::Subdirectories);
         while (journals.hasNext()) {

@@ -162,6 +162,33 @@ TEST_F(ArchiveTest, TheHistoryGoesAlongAndTheFilesOwnGoesOn) {
         << "a broken history keeps nobody from making room";
 }
 
+// An archive that was changed and sealed anew is whole in itself.
+TEST_F(ArchiveTest, CheckHoldsTheArchiveAgainstWhatTheFileGoesOnFrom) {
+    fill();
+    ASSERT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
+    support::runSql(path("s.mdb"), "UPDATE Log SET log_Notes = 'x' WHERE LogID = 1");
+    EXPECT_EQ(run({"check", path("s.mdb")}), 0) << qPrintable(out);
+    const QString last = stored("old.mdb", "SELECT max(HistoryID) FROM History");
+    const QString seal = stored("old.mdb", "SELECT hex(hst_Seal) FROM History WHERE HistoryID = " + last);
+    support::runSql(path("old.mdb"),
+                    "DROP TRIGGER History_Sealed; UPDATE History SET hst_Seal = randomblob(32) "
+                    "WHERE HistoryID = " +
+                        last);
+    const QString expected =
+        u"The history goes on from row %1 of the archive %2, which does not hold it"_s.arg(last,
+                                                                                           path("old.mdb"));
+    EXPECT_EQ(run({"check", path("s.mdb")}), 1);
+    EXPECT_TRUE(out.contains(expected)) << qPrintable(out);
+    support::runSql(path("old.mdb"),
+                    "UPDATE History SET hst_Seal = x'" + seal + "' WHERE HistoryID = " + last);
+    EXPECT_EQ(run({"check", path("s.mdb")}), 0) << qPrintable(out);
+    support::runSql(path("old.mdb"), "DROP TABLE History");
+    EXPECT_EQ(run({"check", path("s.mdb")}), 1);
+    EXPECT_TRUE(out.contains(expected)) << qPrintable(out);
+    QFile::remove(path("old.mdb"));
+    EXPECT_EQ(run({"check", path("s.mdb")}), 0) << "an archive that is not at hand proves nothing";
+}
+
 TEST_F(ArchiveTest, TheArchiveHasAnIdentityOfItsOwnAndNamesItsParent) {
     fill();
     const QString identity = stored("s.mdb", "SELECT fid_Identity FROM FileIdentity");
