@@ -20,7 +20,9 @@ RecallList searchedIn(const Tracer& tracer) {
 RecallList recallList(const Tracer& tracer, const QString& asked, const TraceHits& hits,
                       const TraceDays& days) {
     RecallList list = searchedIn(tracer);
-    list.asked = asked.trimmed();
+    list.asked = hits.by != TraceHits::By::Nothing ? hits.text
+                 : asked.trimmed().isEmpty()       ? QString()
+                                                   : asked;
     list.by = hits.by;
     list.ingredients = hits.ingredients;
     list.days = days;

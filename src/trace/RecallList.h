@@ -11,7 +11,7 @@
 namespace sorvanto {
 
 struct RecallList {
-    QString asked;  ///< as it was typed; the patient's name
+    QString asked;  ///< as it stands for what is listed, else as it was typed; the patient's name
     TraceHits::By by = TraceHits::By::Nothing;
     std::vector<Ingredient> ingredients;  ///< whose way is listed
     std::optional<TracedPatient> patient;

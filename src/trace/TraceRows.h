@@ -93,7 +93,8 @@ struct Recall {
 /// What a text stands for.
 struct TraceHits {
     enum class By { Nothing, Lot, Ndc, Name, Batch };
-    By by = By::Nothing;                  ///< Batch: its lot alone, no ingredient's
+    By by = By::Nothing;  ///< Batch: its lot alone, no ingredient's
+    QString text;         ///< that stands for them: as it was asked, or without the blanks around it
     std::vector<Ingredient> ingredients;  ///< by name, then lot
     std::vector<TracedBatch> batches;     ///< made under this lot
 };

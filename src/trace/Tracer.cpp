@@ -138,6 +138,8 @@ TraceHits Tracer::findAsItIs(const QString& wanted, TraceHits::By by) const {
         hits.by = by;
     else if (!hits.batches.empty())
         hits.by = By::Batch;
+    if (hits.by != By::Nothing)
+        hits.text = wanted;
     return hits;
 }
 

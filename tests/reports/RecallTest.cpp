@@ -94,6 +94,16 @@ TEST_F(RecallTest, SaysWhatWasAskedAndListsBatchesThenPatients) {
     EXPECT_TRUE(cut(*run).isEmpty());
 }
 
+TEST_F(RecallTest, ALotWithBlanksAroundItStandsThereAsItIs) {
+    sql("UPDATE LogChem SET lch_Lot = '  L1' WHERE LogID = 1");
+    const RecallList found = list(u"  L1"_s);
+    EXPECT_EQ(str(text(*paper(found), "txtAsked")), "  L1 (found by lot)");
+    EXPECT_TRUE(sheets(found).contains("Batches: Recall List:   L1 (found by lot)\n"_L1))
+        << str(sheets(found));
+    EXPECT_EQ(str(text(*paper(list(u" B1 "_s)), "txtAsked")), "B1 (found by lot)")
+        << "that is what was found";
+}
+
 TEST_F(RecallTest, PatientsStandOnPagesOfTheirOwnWithABoxAndALine) {
     const RunPtr run = paper(list(u"L1"_s));
     ASSERT_EQ(run->document().pages.size(), 2U);

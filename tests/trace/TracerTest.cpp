@@ -238,6 +238,21 @@ TEST_F(TraceTest, AListSaysWhatWasAskedAndWhere) {
     EXPECT_TRUE(recallList(trace, u"no"_s, trace.find(u"no"_s), {}).recall.batches.empty());
 }
 
+TEST_F(TraceTest, AListBearsTheTextThatStandsForWhatItLists) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Base L7, Active L2"_s);
+    sql(u"UPDATE LogChem SET lch_Lot = ' L7' WHERE lch_Lot = 'L7'"_s);
+    const Tracer trace = tracer();
+    const auto asked = [&](const QString& text) {
+        return recallList(trace, text, trace.find(text), {}).asked;
+    };
+    ASSERT_EQ(trace.find(u" L7"_s).ingredients.size(), 1U);
+    EXPECT_EQ(asked(u" L7"_s), u" L7"_s) << "a lot with a blank is another than one without";
+    EXPECT_EQ(asked(u" L2"_s), u"L2"_s) << "found without the blank";
+    EXPECT_EQ(asked(u" act "_s), u"act"_s);
+    EXPECT_EQ(asked(u" L9 "_s), u" L9 "_s) << "nothing was found as it was typed";
+    EXPECT_EQ(asked(u"  "_s), QString());
+}
+
 TEST_F(TraceTest, APatientsListNamesThePatient) {
     batch(1, u"B1"_s, u"01-05"_s, u"Base L1"_s);
     prescription(1, 2, u"01-07"_s);
