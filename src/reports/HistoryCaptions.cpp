@@ -91,12 +91,14 @@ QString entryOf(const QStringList& table, const QVariant& index) {
     return entry.isEmpty() ? index.toString() : entry;
 }
 
-/// "Camphor · L3", as they were at that moment.
-QString chemicalText(platform::Engine& database, const QVariant& key, const QDateTime& moment) {
+/// "Camphor · L3", as they were at that change. What came after it is known by its number: a clock may be set back.
+QString chemicalText(platform::Engine& database, const QVariant& key, std::int64_t change) {
     const QString table = u"Chemical"_s;
     const qint64 number = key.toLongLong();
+    std::vector<HistoryEntry> later = historyOf(database, table, number);
+    std::erase_if(later, [&](const HistoryEntry& entry) { return entry.number < change; });
     const std::vector<PastRow> then =
-        recordAsOf(database, table, number, historyOf(database, table, number), moment);
+        recordAsOf(database, table, number, later, QDateTime::fromMSecsSinceEpoch(0, Qt::UTC));
     if (then.empty())
         return key.toString();
     const auto& values = then.front().values;
@@ -192,8 +194,8 @@ QString historyPerson(const QString& person) {
 HistoryLine historyLine(const Context& context, platform::Engine& database, const HistoryEntry& entry,
                         const HistoryField& field) {
     if (isOtherChemical(entry, field))
-        return {translated(u"Ingredient"_s), chemicalText(database, field.before, entry.moment),
-                chemicalText(database, field.after, entry.moment)};
+        return {translated(u"Ingredient"_s), chemicalText(database, field.before, entry.number),
+                chemicalText(database, field.after, entry.number)};
     const bool deleted = entry.what == "deleted"_L1;
     HistoryLine line{historyCaption(field.name),
                      historyValue(context, field.name, deleted ? field.after : field.before),

@@ -244,6 +244,21 @@ TEST_F(HistoryWindowTest, AnotherChemicalOfALineIsShownWithItsLotOfThen) {
     EXPECT_TRUE(changes().constFirst().endsWith("|Urea · L2|Menthol · M7")) << "also when it is gone";
 }
 
+// As after an archive run; and a clock that was set back in between doesn't mix up what came first.
+TEST_F(HistoryWindowTest, AnotherChemicalIsThatOfThenWhereTheHistoryIsYoungAndTheClockWasWrong) {
+    run("UPDATE Chemical SET chm_Lot = 'M7' WHERE ChemicalID = 2");
+    run("UPDATE FormChem SET ChemicalID = 2 WHERE FormChemID = 1");
+    run("UPDATE Chemical SET chm_Lot = 'M8', chm_Name = 'Mint' WHERE ChemicalID = 2");
+    run("UPDATE Chemical SET chm_Lot = 'L9' WHERE ChemicalID = 1");
+    spreadOverDays();
+    const QString line = outside(u"SELECT max(HistoryID) - 2 FROM History"_s);
+    forgetUpTo(line.toInt() - 1);
+    outside(u"UPDATE History SET hst_When = '2026-01-01 10:00:00.000' WHERE HistoryID > "_s + line);
+    show(u"Formula"_s, 1);
+    EXPECT_TRUE(changes().constFirst().endsWith("|Urea · L2|Menthol · M7"))
+        << qPrintable(changes().constFirst());
+}
+
 // A change that the log screen counts is one that can be looked up.
 TEST_F(HistoryWindowTest, AChangeOfFieldsThatNoScreenShowsIsListedByItself) {
     outside(u"UPDATE Chemical SET chm_GUID = 'x' WHERE ChemicalID = 1"_s);
