@@ -149,8 +149,8 @@ bool isErasedSince(const QString& table, std::int64_t key, const std::vector<His
     return erased;
 }
 
-std::optional<std::int64_t> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
-                                         const QDateTime& moment) {
+std::optional<ChangeCount> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
+                                        const QDateTime& moment) {
     if (!hasHistory(database))
         return std::nullopt;
     const QString clock = u"strftime('%Y-%m-%d %H:%M:%f', hst_When, hst_Zone || ' minutes')"_s;
@@ -164,9 +164,9 @@ std::optional<std::int64_t> changesSince(platform::Engine& database, const QStri
     count.bind(2, table);
     count.bind(3, linesOf(table));
     count.bind(4, qint64{key});
-    if (!count.step() || (count.integer(0) == 0 && count.integer(1) == 0))
+    if (!count.step())
         return std::nullopt;
-    return count.integer(0);
+    return ChangeCount{count.integer(0), count.integer(1) != 0};
 }
 
 std::vector<PastRow> recordAsOf(platform::Engine& database, const QString& table, std::int64_t key,

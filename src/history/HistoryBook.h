@@ -34,10 +34,16 @@ HistoryEntry historyEntry(const platform::Query& row);
 /// Of the record and of its lines, newest first.
 std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key);
 
+struct ChangeCount {
+    std::int64_t count = 0;
+    bool all = true;  ///< else the history began later: there may have been more before
+    bool operator==(const ChangeCount&) const = default;
+};
+
 /// How often the record and its lines were made, changed or deleted since that moment by the clock of the computer, as the
-/// history of the record lists them; nothing where the history began later and so can't tell of none.
-std::optional<std::int64_t> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
-                                         const QDateTime& moment);
+/// history of the record lists them; nothing for a file without history.
+std::optional<ChangeCount> changesSince(platform::Engine& database, const QString& table, std::int64_t key,
+                                        const QDateTime& moment);
 
 /// A row of the record, or of its lines, as it was: values by column.
 struct PastRow {

@@ -41,23 +41,26 @@ void RecipeChanges::showEvent(QShowEvent* event) {
     m_look.start(0);
 }
 
-// A recipe that has not changed is said as well, unless its history began after the batch.
+/// A formula that has not changed is said as well, but never of a batch that is older than the history.
+QString RecipeChanges::textOf(const ChangeCount& changes) {
+    if (changes.count == 0)
+        return changes.all ? translated(u"Formula unchanged since"_s) : QString();
+    return platform::counted(
+        changes.all ? translated(u"Formula: %1 change since | Formula: %1 changes since"_s)
+                    : translated(u"Formula: at least %1 change since | Formula: at least %1 changes since"_s),
+        changes.count);
+}
+
 void RecipeChanges::look() {
     if (!isVisible())
         return;
     guarded(u"frmLog:recipeChanges"_s, [&] {
         const auto connection = m_context.connection;
         const bool known = m_formula > 0 && connection && connection->state() == 1;
-        const auto count =
+        const auto changes =
             known ? changesSince(connection->engine(), u"Formula"_s, m_formula, m_moment) : std::nullopt;
-        setEnabled(count.value_or(0) > 0);
-        if (!count)
-            setText({});
-        else if (*count == 0)
-            setText(translated(u"Formula unchanged since"_s));
-        else
-            setText(platform::counted(translated(u"Formula: %1 change since | Formula: %1 changes since"_s),
-                                      *count));
+        setEnabled(changes && changes->count > 0);
+        setText(changes ? textOf(*changes) : QString());
         setAccessibleDescription(text());
     });
 }

@@ -1,5 +1,6 @@
 // Whether the formula of a batch has changed since the batch was logged: "Formula: 3 changes since", the way into its history.
 // Counted is what that history then lists: each row of the formula or of its ingredients that was made, changed or deleted.
+// Of a batch that is older than the history: "Formula: at least 3 changes since".
 #pragma once
 
 #include <QDateTime>
@@ -9,6 +10,7 @@
 namespace sorvanto {
 
 class clsLog;
+struct ChangeCount;
 struct Context;
 
 class RecipeChanges : public QPushButton {
@@ -24,6 +26,7 @@ protected:
 
 private:
     void look();
+    static QString textOf(const ChangeCount& changes);
     void open() const;
 
     const Context& m_context;
