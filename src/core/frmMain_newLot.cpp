@@ -5,14 +5,28 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Plurals.h"
+#include "records/NewLot.h"
 #include "screens/BrowsingScreen.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
 #include "shared/Translator.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+
+namespace {
+
+/// Of a formula that is not stored it is not known what it takes.
+bool takes(int formula, const clsChemical& chemical) {
+    const std::vector<UsingFormula> all = formulasUsing(chemical.ChemicalID);
+    return formula == 0 ||
+           std::any_of(all.begin(), all.end(), [&](const UsingFormula& one) { return one.key == formula; });
+}
+
+}  // namespace
 
 /// Why no lot can be added now; empty when one can.
 QString frmMain::newLotProblem(const clsChemical& chemical) const {
@@ -22,6 +36,11 @@ QString frmMain::newLotProblem(const clsChemical& chemical) const {
     if (m_control && m_control->hasUnloggedMix())
         return translated(
             u"A mix is not logged yet: it would be logged with the new lot. Log it or put it aside first."_s);
+    if (const auto formula = m_control ? m_control->formulaToMix() : std::nullopt;
+        formula && takes(*formula, chemical))
+        return translated(
+            u"A formula with this chemical is in the mixer and not mixed yet: it would be logged with "
+            "the new lot. Mix and log it first, or start the program again to give it up."_s);
     return {};
 }
 

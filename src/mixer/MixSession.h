@@ -85,6 +85,9 @@ public:
     std::vector<Offer> offers() const;
     /// Whether a mix of the open database was started that may still be logged.
     bool hasUnlogged() const;
+    /// Key of the stored formula that may still be mixed: loaded, or to be loaded again. 0: it has none; nothing: no formula
+    /// of the open database is left to be mixed.
+    std::optional<int> formulaToMix() const;
     /// Whether an offered mix may be handed over now.
     bool canLog() const { return m_handed.isEmpty() && !m_run.isBusy(); }
     void logOffer(const protocol::MixId& mix);

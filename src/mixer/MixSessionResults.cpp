@@ -197,6 +197,15 @@ bool MixSession::hasUnlogged() const {
     });
 }
 
+std::optional<int> MixSession::formulaToMix() const {
+    if (!m_formula)
+        return std::nullopt;
+    const JournalEntry* entry = m_journal.find(m_formula->programme.id);
+    if (entry && !entry->belongsTo(m_account.identity()))
+        return std::nullopt;
+    return formulaKey(m_formula->document);
+}
+
 void MixSession::logOffer(const MixId& mix) {
     const JournalEntry* entry = m_journal.find(mix);
     if (!canLog() || !entry || entry->state != JournalState::Finished)

@@ -78,6 +78,7 @@ std::optional<MixUnderWay> ctlSorvanto::mixUnderWay() const {
 }
 
 bool ctlSorvanto::hasUnloggedMix() const { return d->session.hasUnlogged(); }
+std::optional<int> ctlSorvanto::formulaToMix() const { return d->session.formulaToMix(); }
 
 void ctlSorvanto::setLoggedTest(std::function<bool(const QString& lot)> test) {
     d->session.setLoggedTest(std::move(test));

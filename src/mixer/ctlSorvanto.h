@@ -66,6 +66,9 @@ public:
     /// Whether a mix was started that is not logged yet, under way, waiting or on offer: its ingredients are read when it
     /// is.
     bool hasUnloggedMix() const;
+    /// Key of the stored formula that is loaded and may still be mixed, with what was weighed for it; 0: it has none;
+    /// nothing: there is no such formula.
+    std::optional<int> formulaToMix() const;
     /// Asked before a mix is offered again: whether its lot is in the log already.
     void setLoggedTest(std::function<bool(const QString& lot)> test);
     /// The log of the open database; outlives the control.

@@ -116,6 +116,8 @@ void Model::askNewLot() {
         return tell(u"Save or cancel what you typed first"_s);
     if (mix == Mix::Running || mix == Mix::Waits || !offers.empty())
         return tell(u"A mix is not logged yet"_s);
+    if ((mix == Mix::Loaded || m_failed) && lines[mixed.formula].count(screen.key) != 0)
+        return tell(u"is in the mixer and not mixed yet"_s);
     ask(u"NewLotWindow"_s, {}, {});
 }
 

@@ -99,7 +99,7 @@ public:
     void logOffer(std::size_t at);
     void startMix() { mix = Mix::Running; }
     void mixEnds() { mix = Mix::Waits; }
-    void mixFails() { mix = Mix::None; }
+    void mixFails();
     /// The window is told to close; the user stays in the end.
     void quit();
     void stayForTheMix();
@@ -201,6 +201,7 @@ private:
     QString m_search;
     bool m_selected = false;  ///< a prescription in the grid
     bool m_left = false;      ///< a make has gone on to the current formula
+    bool m_failed = false;    ///< the formula of the last mix may be loaded again
     int m_draftIds = 0;
 };
 

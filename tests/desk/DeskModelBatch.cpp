@@ -59,6 +59,7 @@ bool Model::make(ScreenNumber) {
     if (mix == Mix::Running || mix == Mix::Waits)
         return true;  // the panel says that the mixer is busy
     mix = Mix::Loaded;
+    m_failed = false;
     mixed = {formula, formulaName};
     return true;
 }
@@ -96,6 +97,11 @@ bool Model::isMixed(int key) const {
     return (mix != Mix::None && mixed.formula == key) ||
            std::any_of(offers.begin(), offers.end(),
                        [&](const Batch& offer) { return offer.formula == key; });
+}
+
+void Model::mixFails() {
+    mix = Mix::None;
+    m_failed = true;
 }
 
 void Model::rest() {

@@ -103,13 +103,17 @@ void DeskTest::cancelSigning() {
     whileOpen(u"frmInitials"_s, [](QWidget& form) { child<QPushButton>(form, "cmdCancel")->click(); });
 }
 
-void DeskTest::startMix(const QString& name, int formulaID) {
+void DeskTest::loadMix(const QString& name, int formulaID) {
     const QString xml = test::formulaDocument(test::shortMix, 9, 3, 20, name)->xml();
     QString changed = xml;
     changed.replace(QRegularExpression(u"<ID>[^<]*</ID>"_s), u"<ID>%1</ID>"_s.arg(formulaID));
     ASSERT_TRUE(changed.contains(u"<ID>%1</ID>"_s.arg(formulaID))) << str(xml);
     window->mixer().loadFormula(document(changed));
     ASSERT_TRUE(test::waitFor([&] { return panelButton("mixerStart")->isEnabled(); }));
+}
+
+void DeskTest::startMix(const QString& name, int formulaID) {
+    ASSERT_NO_FATAL_FAILURE(loadMix(name, formulaID));
     panelButton("mixerStart")->click();
     ASSERT_TRUE(test::waitFor([&] { return panelButton("mixerStop")->isVisible(); }));
 }

@@ -20,6 +20,8 @@ protected:
     /// The three batches, and a patient with a prescription of the second.
     void seed() override;
 
+    /// The formula stands in the mixer, not started.
+    void loadMix(const QString& name = "Cooling Gel", int formulaID = 1);
     void startMix(const QString& name = "Cooling Gel", int formulaID = 1);
     /// The running mix ends, and the program has heard of it: it is being signed, or waits.
     void endMix();

@@ -100,6 +100,61 @@ TEST_F(SignNowTest, NoLotIsAddedBeforeAMixIsLogged) {
     EXPECT_EQ(asked(u"NewLotWindow"_s, "cmdCancel"), u"NewLotWindow"_s);
 }
 
+class LoadedMixTest : public SignNowTest {
+protected:
+    /// What New Lot brings up for the chemical on show: a refusal that says why, or its window.
+    QString askNewLot(bool isRefused) {
+        if (isRefused)
+            answer("OK", u"A formula with this chemical is in the mixer and not mixed yet"_s);
+        else
+            whileOpen(u"NewLotWindow"_s,
+                      [](QWidget& form) { child<QPushButton>(form, "cmdCancel")->click(); });
+        click(u"cmdNewLot"_s);
+        return shown.isEmpty() ? QString() : shown.takeLast();
+    }
+    /// In Cooling Gel.
+    void showBorax() {
+        click(u"cmdChemicals"_s);
+        click(u"cmdCancel"_s);
+        click(u"cmdNext"_s);
+        ASSERT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Borax");
+    }
+    static constexpr bool refused = true;
+};
+
+// The lots are read when the batch is signed, and what is loaded has been weighed from the former one.
+TEST_F(LoadedMixTest, NoLotIsAddedOfWhatALoadedFormulaTakes) {
+    showBorax();
+    EXPECT_EQ(askNewLot(!refused), u"NewLotWindow"_s) << "nothing is loaded";
+    loadMix();
+    EXPECT_EQ(askNewLot(refused), u"AskDialog"_s);
+    click(u"cmdFirst"_s);
+    ASSERT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Aspirin");
+    EXPECT_EQ(askNewLot(!refused), u"NewLotWindow"_s) << "no formula that is loaded takes it";
+    loadMix(u"Arnica Salve"_s, 3);
+    EXPECT_EQ(askNewLot(refused), u"AskDialog"_s);
+    loadMix(u"unnamed"_s, 0);
+    EXPECT_EQ(askNewLot(refused), u"AskDialog"_s) << "what it takes is said when it is signed";
+}
+
+TEST_F(LoadedMixTest, NorWhileItCanBeLoadedAgainAfterAFailure) {
+    showBorax();
+    startMix();
+    line.mixer.pressEmergencyStop();
+    ASSERT_TRUE(test::waitFor([&] { return panelButton("mixerOk")->isVisible(); }));
+    line.mixer.releaseEmergencyStop();
+    panelButton("mixerOk")->click();
+    ASSERT_TRUE(test::waitFor([&] { return panelButton("mixerLoadAgain")->isVisible(); }));
+    EXPECT_EQ(askNewLot(refused), u"AskDialog"_s);
+}
+
+TEST_F(LoadedMixTest, AFormulaThatTheMixerCanNotHaveStandsInNoWay) {
+    loadMix();
+    showBorax();
+    window->mixer().loadFormula(document(u"<Formula><ID>1</ID></Formula>"_s));
+    EXPECT_EQ(askNewLot(!refused), u"NewLotWindow"_s) << "the one before it can't be started any more";
+}
+
 TEST_F(SignNowTest, AFailedSigningIsNotRaisedAgainByItself) {
     click(u"cmdLogs"_s);
     sign(u"O'N"_s);  // breaks the statement
