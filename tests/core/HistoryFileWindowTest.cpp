@@ -1,14 +1,20 @@
 // The history of the whole file, as its user sees it.
 #include "core/HistoryFileWindow.h"
 #include "FixedClock.h"
+#include "TempProgramFolder.h"
+#include "config/clsOptions.h"
 #include "history/HistoryTest.h"
+#include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/Context.h"
 
 #include <QAbstractItemModel>
+#include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +60,77 @@ TEST_F(HistoryFileWindowTest, AllRecordsOfTheDaysAreListedNewestFirst) {
     setDay(window, "txtFrom", QDate(2026, 5, 2));
     EXPECT_EQ(rows(window), 0);
     EXPECT_FALSE(window.findChild<QPushButton*>(u"cmdPrint"_s)->isEnabled()) << "nothing to print";
+}
+
+// Paper and spreadsheet have them all, so the list says how many there are.
+TEST_F(HistoryFileWindowTest, OfManyTheNewestAreListedAndAllAreCounted) {
+    outside(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5002) "
+            "INSERT INTO Chemical (chm_Name) SELECT 'Urea ' || i FROM n"_s);
+    const HistoryFileWindow window(context, connection);
+    setDay(window, "txtFrom", QDate(2000, 1, 1));
+    setDay(window, "txtTo", QDate(2999, 1, 1));
+    EXPECT_EQ(rows(window), 5000);
+    EXPECT_EQ(cell(window, 0, 3), "Chemical: Urea 5002");
+    const auto labels =
+        window.findChild<QTableView*>(u"grdChanges"_s)->parentWidget()->findChildren<QLabel*>();
+    EXPECT_EQ(labels.constFirst()->text().toStdString(), "5,003 changes");
+    EXPECT_EQ(labels.constLast()->text().toStdString(), "The newest are listed; print and export have all.");
+}
+
+/// With the program's options, which the papers bear.
+class HistoryOutputTest : public HistoryFileWindowTest {
+protected:
+    void SetUp() override {
+        HistoryFileWindowTest::SetUp();
+        programFolder.write(
+            u"options.xml"_s,
+            "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation/><Language>0"
+            "</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options><Pharmacy><StoreName>Kelmar Systems"
+            "</StoreName><Address/><City/><State/><PostalCode/><Phone/><Fax/><DEA/><ShowPatients>1"
+            "</ShowPatients><OverrideSpeed>0</OverrideSpeed></Pharmacy></Configuration>");
+        context.options = std::make_shared<clsOptions>(context);
+        for (const char* name : {"One", "Two", "Three", "Four"})
+            run(qPrintable(u"INSERT INTO Chemical (chm_Name) VALUES ('%1')"_s.arg(QLatin1String(name))));
+        outside(
+            u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = 0, hst_When = '2026-03-0' || HistoryID || "
+            "' 10:00:00.000'"_s);
+    }
+
+    void TearDown() override {
+        context.options.reset();  // it writes into the folder
+        HistoryFileWindowTest::TearDown();
+    }
+
+    support::TempProgramFolder programFolder;
+};
+
+TEST_F(HistoryOutputTest, TheDaysOnShowArePrintedAndExported) {
+    HistoryFileWindow window(context, connection);
+    setDay(window, "txtFrom", QDate(2026, 3, 3));
+    setDay(window, "txtTo", QDate(2026, 3, 4));
+    ASSERT_EQ(rows(window), 2);
+    window.setModal(true);
+    window.show();
+    window.findChild<QPushButton*>(u"cmdPrint"_s)->click();
+    const QWidgetList all = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(all.begin(), all.end(), [](const QWidget* widget) {
+        return qobject_cast<const platform::PreviewWindow*>(widget) && widget->isVisible();
+    });
+    ASSERT_NE(shown, all.end());
+    auto* preview = static_cast<platform::PreviewWindow*>(*shown);
+    QString texts;
+    for (const platform::Page& page : preview->document().pages) {
+        for (const platform::PageItem& item : page.items)
+            texts += item.text + u'\n';
+    }
+    preview->close();
+    EXPECT_TRUE(texts.contains("3/3/2026 – 3/4/2026")) << texts.toStdString();
+    EXPECT_TRUE(texts.contains("Two") && texts.contains("Three")) << texts.toStdString();
+    EXPECT_FALSE(texts.contains("One") || texts.contains("Four")) << texts.toStdString();
+    window.findChild<QPushButton*>(u"cmdExport"_s)->click();
+    QFile file(programFolder.path(u"ChangeHistory.xls"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().startsWith("\xD0\xCF\x11\xE0"));
 }
 
 }  // namespace

@@ -259,6 +259,83 @@ TEST_F(HistoryWindowTest, AnotherChemicalIsThatOfThenWhereTheHistoryIsYoungAndTh
         << qPrintable(changes().constFirst());
 }
 
+TEST_F(HistoryWindowTest, TheMomentIsThatOfTheClockAtTheComputer) {
+    spreadOverDays();
+    outside(u"UPDATE History SET hst_Zone = 300 WHERE HistoryID = 8"_s);
+    show(u"Chemical"_s, 1);
+    EXPECT_EQ(rows("grdChanges").constFirst().section('|', 0, 0), "3/8/2026 3:00:00 PM");
+    EXPECT_EQ(rows("grdChanges").at(1).section('|', 0, 0), "3/7/2026 10:00:00 AM");
+}
+
+TEST_F(HistoryWindowTest, WhatWasChangedAtTheMomentItselfIsListedAndCounted) {
+    spreadOverDays();
+    const auto titleSince = [this](const QTime& time) {
+        window = std::make_unique<HistoryWindow>(
+            context, connection,
+            HistoryWindow::Record{u"Chemical"_s, 1, u"Urea"_s, false,
+                                  QDateTime(QDate(2026, 3, 6), time, Qt::UTC)});
+        const QWidget* card = window->findChild<QTableView*>(u"grdChanges"_s)->parentWidget();
+        return card->findChildren<QLabel*>().constFirst()->text();
+    };
+    EXPECT_EQ(titleSince(QTime(10, 0)).toStdString(), "3 changes") << "two fields of one are one change";
+    EXPECT_EQ(changes().size(), 4);
+    EXPECT_EQ(titleSince(QTime(10, 0, 1)).toStdString(), "2 changes");
+    choose("cboField", u"Notes"_s);
+    EXPECT_EQ(changes().size(), 1);
+    const QWidget* card = window->findChild<QTableView*>(u"grdChanges"_s)->parentWidget();
+    EXPECT_EQ(card->findChildren<QLabel*>().constFirst()->text().toStdString(), "1 change");
+}
+
+TEST_F(HistoryWindowTest, ValuesReadAsOnTheScreens) {
+    context.jarSizes = {"", "15 ml", "20 ml", "30 ml"};
+    context.mixTypes = {"", "Cream", "Gel"};
+    const auto shown = [this](const char* column, const QVariant& value) {
+        return historyValue(context, QLatin1String(column), value).toStdString();
+    };
+    EXPECT_EQ(shown("frm_JarSize", 2), "20 ml");
+    EXPECT_EQ(shown("log_JarSize", 3), "30 ml");
+    EXPECT_EQ(shown("log_JarSize", 9), "9") << "no jar that is known";
+    EXPECT_EQ(shown("frm_FormType", 2), "Gel");
+    EXPECT_EQ(shown("log_FormType", 1), "Cream");
+    EXPECT_EQ(shown("pat_BDay", u"1970-01-02 00:00:00"_s), "1/2/1970");
+    EXPECT_EQ(shown("log_Date", u"2026-03-07 14:05:09"_s), "3/7/2026 2:05:09 PM");
+    EXPECT_EQ(shown("log_Notes", u"2026-03-07 14:05:09"_s), "2026-03-07 14:05:09") << "a text is no date";
+    EXPECT_EQ(shown("frm_Mix", u"<CustomMix/>"_s), "\u2026");
+    EXPECT_EQ(shown("fch_Active", 1), "Yes");
+    EXPECT_EQ(shown("fch_QS", 0), "No");
+    EXPECT_EQ(shown("chm_Cost", 0.285), "0.285");
+    EXPECT_EQ(shown("chm_Cost", QVariant()), "");
+}
+
+TEST_F(HistoryWindowTest, APatientsPrescriptionsBearTheNameOfTheirBatch) {
+    run("INSERT INTO Log (log_Name) VALUES ('Cooling Gel')");
+    run("INSERT INTO Patient (pat_LName) VALUES ('Xu')");
+    run("INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (1, 1, 30.0)");
+    run("UPDATE RXs SET rxs_QTY = 15.0");
+    spreadOverDays();
+    show(u"Patient"_s, 1);
+    EXPECT_EQ(changes().constFirst(), "rkent@bench2|changed|Cooling Gel · Qty|30|15");
+    setDay("txtDay", u"2026-03-11"_s);
+    EXPECT_TRUE(rows("grdPast").contains("Cooling Gel · Qty|30|15"))
+        << qPrintable(rows("grdPast").join('\n'));
+}
+
+TEST_F(HistoryWindowTest, OnlyTheRecordOnShowCanTakeValues) {
+    spreadOverDays();
+    show(u"Chemical"_s, 1);
+    setDay("txtDay", u"2026-03-07"_s);
+    ASSERT_FALSE(rows("grdPast").isEmpty());
+    EXPECT_FALSE(canBeUsed()) << "no box is on show for it";
+    showOnScreen(u"Chemical"_s, 1);
+    setDay("txtDay", u"2026-03-07"_s);
+    EXPECT_TRUE(canBeUsed());
+    run("DELETE FROM FormChem");
+    run("DELETE FROM Chemical WHERE ChemicalID = 1");
+    showOnScreen(u"Chemical"_s, 1);
+    setDay("txtDay", u"2026-03-07"_s);
+    EXPECT_FALSE(canBeUsed()) << "it is there no more";
+}
+
 // A change that the log screen counts is one that can be looked up.
 TEST_F(HistoryWindowTest, AChangeOfFieldsThatNoScreenShowsIsListedByItself) {
     outside(u"UPDATE Chemical SET chm_GUID = 'x' WHERE ChemicalID = 1"_s);

@@ -35,6 +35,18 @@ TEST_F(RangeTest, BothDaysAreIncludedAsTheClockShowedThem) {
     EXPECT_EQ(range.next()->moment.toString(Qt::ISODate), "2026-03-04T01:00:00+02:00");
 }
 
+TEST_F(RangeTest, AClockFarBehindOrAheadMovesTheDayAlone) {
+    for (int i = 2; i <= 5; ++i)
+        run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
+    outside(
+        u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = -720, hst_When = '2026-03-0' || HistoryID || ' "
+        "11:59:59.999'"_s);  // the last moment of the day before
+    EXPECT_EQ(numbers(u"2026-03-03"_s, u"2026-03-03"_s), QList<std::int64_t>{4});
+    EXPECT_EQ(historyRows(connection->engine(), QDate(2026, 3, 3), QDate(2026, 3, 4)), 2);
+    outside(u"UPDATE History SET hst_Zone = 840, hst_When = '2026-03-0' || HistoryID || ' 10:00:00.000'"_s);
+    EXPECT_EQ(numbers(u"2026-03-04"_s, u"2026-03-04"_s), QList<std::int64_t>{3}) << "its first moment";
+}
+
 TEST_F(RangeTest, AFileWithoutHistoryHasNone) {
     const auto plain = platform::sqlite::inMemory("CREATE TABLE Chemical (ChemicalID INTEGER PRIMARY KEY)");
     EXPECT_EQ(historyRows(*plain, {}, {}), 0);

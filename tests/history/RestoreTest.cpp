@@ -110,6 +110,15 @@ TEST_F(RestoreTest, NothingComesBackWhereSomethingStandsInTheWay) {
     EXPECT_EQ(addDeletedRows(connection->engine(), deleted), Restored::ReadingOnly);
 }
 
+TEST_F(RestoreTest, OfTwoThatBoreTheKeyTheOneThatWasMeantComesBack) {
+    const QString before = stored();
+    const DeletedRecord deleted = about(u"Patient"_s, 1);
+    run("DELETE FROM Patient WHERE PatientID = 1");
+    outside(u"INSERT INTO Patient (PatientID, pat_LName) VALUES (1, 'other'); DELETE FROM Patient"_s);
+    EXPECT_EQ(restore(deleted), Restored::Whole);
+    EXPECT_EQ(stored(), before);
+}
+
 TEST_F(RestoreTest, WhatTheHistoryDoesNotHoldDoesNotComeBack) {
     EXPECT_EQ(restore(about(u"Chemical"_s, 1)), Restored::NotInHistory) << "never deleted";
     const DeletedRecord deleted = about(u"Patient"_s, 1);

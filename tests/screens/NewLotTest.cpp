@@ -171,6 +171,36 @@ TEST_F(NewLotTest, WithoutALotOrWithOneThatIsThereNothingIsAdded) {
     EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical")), "4");
 }
 
+TEST_F(NewLotTest, ALotThatAnotherProgramHasAddedMeanwhileIsNotAddedTwice) {
+    showCamphor();
+    inWindow("NewLotWindow", [this](QWidget& form) {
+        typeInto(form, "txtLot", u"L301"_s);
+        sql("INSERT INTO Chemical (chm_Name, chm_Lot) VALUES ('camphor', 'l301')");
+        EXPECT_TRUE(child<QPushButton>(form, "cmdAdd")->isEnabled()) << "not known yet";
+        press(form, "cmdAdd");
+        EXPECT_EQ(said(form, "lblMessage"), "Lot L301 of this chemical is there already.");
+        press(form, "cmdCancel");
+    });
+    click(u"cmdNewLot"_s);
+    EXPECT_EQ(str(sqlText("SELECT COUNT(*) FROM Chemical")), "5");
+    EXPECT_EQ(lines(), "11:3\n15:3");
+}
+
+TEST_F(NewLotTest, WithoutATickedFormulaThereIsNothingToRecalculate) {
+    showCamphor();
+    support::Announced announced;
+    inWindow("NewLotWindow", [](QWidget& form) {
+        typeInto(form, "txtLot", u"L301"_s);
+        untick(form, "grdFormulas", 0);
+        untick(form, "grdFormulas", 1);
+        press(form, "cmdAdd");
+    });
+    click(u"cmdNewLot"_s);
+    EXPECT_EQ(str(announced.last().text), "New lot L301: 0 formulas use it now");
+    EXPECT_TRUE(announced.last().actions.empty());
+    EXPECT_EQ(lines(), "11:3\n15:3");
+}
+
 TEST_F(NewLotTest, APriceThatCantBeCalculatedLeavesTheCost) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
@@ -348,6 +378,29 @@ TEST_F(NewLotTest, PricesThatCantBeStoredAreSaidToBeAsTheyWere) {
     dropReports();
     EXPECT_EQ(sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID"), before);
     EXPECT_EQ(announced.texts(), QStringList()) << "nothing was recalculated";
+}
+
+TEST_F(NewLotTest, AFailureAtTheSecondFormulaStoresNoPriceOfTheFirst) {
+    load();
+    const QString before = sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID");
+    inWindow("RepricingWindow", [this](QWidget& form) {
+        ASSERT_TRUE(rows(form, "grdPrices").starts_with("[x] Arnica Salve"));
+        failStatement(u"WHERE [FormulaID] = 1"_s);
+        press(form, "cmdStore");
+        press(form, "cmdClose");
+    });
+    click(u"mnuRecalculate"_s);
+    dropReports();
+    EXPECT_EQ(str(sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID")), str(before));
+}
+
+TEST_F(NewLotTest, TheFormulaOnShowHasItsNewPrice) {
+    load();
+    ASSERT_EQ(str(text(formulas, u"txtfrm_Name"_s)), "Arnica Salve");
+    sql("UPDATE Chemical SET chm_AWP = 100 WHERE ChemicalID = 3");
+    inWindow("RepricingWindow", [](QWidget& form) { press(form, "cmdStore"); });
+    click(u"mnuRecalculate"_s);
+    EXPECT_EQ(control<NumberBox>(formulas, u"txtfrm_AWP"_s).toDouble(), 3 * 1.25 + 4 * 100);
 }
 
 TEST_F(NewLotTest, AfterADeliveryTheFormerCostsStandBesideTheNew) {
