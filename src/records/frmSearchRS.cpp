@@ -4,8 +4,8 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/WidestText.h"
 #include "records/ListTypeAhead.h"
-#include "records/WidestText.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 #include "ui_frmSearchRS.h"
@@ -112,15 +112,16 @@ ListMeasure frmSearchRS::measure() const {
 // Row by row, since the set keeps fewer rows than are looked at.
 std::vector<int> frmSearchRS::neededWidths() const {
     const QAbstractItemModel& model = *m_ui->TDBList1->model();
-    std::vector<QStringList> texts(m_ui->TDBList1->columns().size());
+    const platform::RecordGrid& grid = *m_ui->TDBList1;
+    std::vector<platform::WidestText> widest(grid.columns().size(), platform::WidestText(grid.fontMetrics()));
     for (int row = 0; row < std::min(model.rowCount(), looked); ++row) {
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            texts[i] << model.index(row, static_cast<int>(i)).data().toString().left(looked);
+        for (std::size_t i = 0; i < widest.size(); ++i)
+            widest[i].add(model.index(row, static_cast<int>(i)).data().toString().left(looked));
     }
     std::vector<int> widths;
-    for (std::size_t i = 0; i < texts.size(); ++i)
-        widths.push_back(std::max(widestText(texts[i], m_ui->TDBList1->fontMetrics()) + cellMargins,
-                                  m_ui->TDBList1->horizontalHeader()->sectionSizeHint(static_cast<int>(i))));
+    for (std::size_t i = 0; i < widest.size(); ++i)
+        widths.push_back(std::max(widest[i].width() + cellMargins,
+                                  grid.horizontalHeader()->sectionSizeHint(static_cast<int>(i))));
     return widths;
 }
 

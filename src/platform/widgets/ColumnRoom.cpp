@@ -1,6 +1,8 @@
 // Step by step: each only moves width from one kind of column to another.
 #include "platform/widgets/ColumnRoom.h"
 
+#include "platform/widgets/WidestText.h"
+
 #include <QAbstractItemModel>
 #include <QFontMetrics>
 #include <algorithm>
@@ -29,10 +31,10 @@ void give(std::vector<int>& widths, const std::vector<int>& slack, int missing) 
 }  // namespace
 
 int widestText(const QAbstractItemModel& model, int column, const QFontMetrics& metrics) {
-    int widest = 0;
+    WidestText widest(metrics);
     for (int row = 0; row < std::min(model.rowCount(), rowsLookedAt); ++row)
-        widest = std::max(widest, metrics.horizontalAdvance(model.index(row, column).data().toString()));
-    return widest;
+        widest.add(model.index(row, column).data().toString());
+    return widest.width();
 }
 
 std::vector<int> sharedWidths(const std::vector<ColumnWish>& columns, int room, int least, int enough) {

@@ -8,6 +8,7 @@
 #include "platform/widgets/SearchBox.h"
 #include "platform/widgets/StyleParts.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/WidestText.h"
 
 #include <QAction>
 #include <QFrame>
@@ -215,11 +216,11 @@ void RecordList::layOutColumns() {
     const QFontMetrics measure(bold);
     std::vector<ColumnWish> wishes;
     for (int i = 0; i < m_model->columnCount(); ++i) {
-        int widest = 0;
+        WidestText widest(measure);
         for (const QString& text : m_model->sample(i, rowsLookedAt))
-            widest = std::max(widest, measure.horizontalAdvance(text));
+            widest.add(text);
         wishes.push_back({m_model->columns()[static_cast<std::size_t>(i)].width, head.sectionSizeHint(i),
-                          widest + 2 * cellMargin + slack});
+                          widest.width() + 2 * cellMargin + slack});
     }
     const std::vector<int> widths =
         sharedWidths(wishes, m_rows->viewport()->width(), leastWidth, enoughForNames);
