@@ -96,8 +96,8 @@ $$;
 CREATE FUNCTION write_history(tab text, key integer, record integer, name text, what text, fields text, note text = NULL,
                               own text = bench()) RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
-    number integer := nextval('history_number');
-    moment text := to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD HH24:MI:SS.MS');
+    number integer;
+    moment text;
     zone integer := coalesce(nullif(told('zone'), '')::integer, extract(timezone FROM clock_timestamp()) / 60);
     person text := CASE WHEN own = '' THEN '' ELSE told('person') END;
     program text := CASE WHEN own = '' THEN 'outside' ELSE told('program') END;
@@ -110,6 +110,8 @@ BEGIN
     IF NOT EXISTS (SELECT FROM "HistoryChain") THEN
         PERFORM begin_chains();
     END IF;
+    number := nextval('history_number');
+    moment := to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD HH24:MI:SS.MS');
     SELECT "chn_Seal" INTO before FROM "HistoryChain" WHERE "chn_Bench" = own;
     IF NOT FOUND THEN
         SELECT "hst_Seal" INTO before FROM "History" WHERE "hst_Table" = '' AND "hst_What" = 'begun'
