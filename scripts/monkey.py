@@ -5,7 +5,7 @@
 
 Lays out a program folder with the sample pharmacy, starts a virtual screen, the simulated mixer and the
 program from the build folder (sanitized, if it was built so), and sends events from a seeded generator. Ends
-with 1 when the program crashed, a sanitizer spoke, or the program did not answer for half a minute; the
+with 1 when the program crashed, a sanitizer reported something, or the program did not answer for half a minute; the
 folder then holds its output, the events before and the last picture. Errors that the program itself
 reported are printed, for a look: typing nonsense may well earn them.
 """

@@ -1,5 +1,6 @@
 // Layout: places the sections of a report page by page. Asks for nothing but the report and a font
 // measure, and makes one page a call, so that the first can be seen before the last exists.
+// The rules of the sections are those of the reports as they are documented, which no library follows.
 #pragma once
 
 #include "platform/report/PageWriter.h"

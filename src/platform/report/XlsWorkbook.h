@@ -1,5 +1,6 @@
 // A workbook in the binary spreadsheet format of .xls files (BIFF8 records in an OLE2 container). Cells are given
-// sheet by sheet, row by row; nothing is kept but the finished bytes and the shared texts.
+// sheet by sheet, row by row; nothing is kept but the finished bytes and the shared texts. The libraries at
+// hand write .xlsx alone.
 #pragma once
 
 #include "platform/report/ReportDefinition.h"
