@@ -106,7 +106,7 @@ public:
     /// Prepares what a statement of the dialect was translated to, which a user may have had a hand in.
     virtual std::unique_ptr<EngineQuery> prepareTranslated(const Translation& translation,
                                                            const QString& statement) = 0;
-    /// Nothing where this SELECT can't be read by keys, or is wrong in itself.
+    /// Throws RuntimeError(statement) where this SELECT can't be read by keys, or is wrong in itself.
     virtual std::unique_ptr<KeyedSelect> keyedSelect(const Translation& translation,
                                                      const QString& statement) = 0;
     /// Adds a row; gives its key.

@@ -20,6 +20,18 @@ LoadedRows byKey(const ConnectionPtr& connection, std::unique_ptr<KeyedSelect> s
     return {std::move(fields), std::move(rows)};
 }
 
+/// Nothing where the SELECT has to be read whole.
+std::unique_ptr<KeyedSelect> keyedSelect(Engine& engine, const Translation& translation,
+                                         const QString& statement) {
+    try {
+        return engine.keyedSelect(translation, statement);
+    } catch (const RuntimeError& failure) {
+        if (failure.number() != error::statement)
+            throw;
+        return nullptr;
+    }
+}
+
 LoadedRows allRows(Engine& engine, const Translation& translation, const QString& statement) {
     const auto query = engine.prepareTranslated(translation, statement);
     if (!query->isReadOnly())
@@ -85,7 +97,7 @@ LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, c
     // Only a table has keys; a view has none.
     if (!inMemory && !translation.keysSql.isEmpty() && engine.hasKeys(translation.table)) {
         const bool ordered = translation.order.ordered || !orderWithin.isEmpty();
-        if (auto select = engine.keyedSelect(translation, statement))
+        if (auto select = keyedSelect(engine, translation, statement))
             return byKey(connection, std::move(select), ordered, statement);
     }
     return allRows(engine, translation, statement);

@@ -79,13 +79,7 @@ std::unique_ptr<EngineQuery> ServerEngine::prepareTranslated(const Translation& 
 
 std::unique_ptr<KeyedSelect> ServerEngine::keyedSelect(const Translation& translation,
                                                        const QString& statement) {
-    try {
-        return std::make_unique<ServerKeys>(m_store, translation, statement);
-    } catch (const RuntimeError& failure) {
-        if (failure.number() != error::statement)
-            throw;
-        return nullptr;
-    }
+    return std::make_unique<ServerKeys>(m_store, translation, statement);
 }
 
 std::int64_t ServerEngine::insert(const QString& table, const QStringList& columns,

@@ -88,13 +88,7 @@ std::unique_ptr<EngineQuery> FileEngine::prepareTranslated(const Translation& tr
 
 std::unique_ptr<KeyedSelect> FileEngine::keyedSelect(const Translation& translation,
                                                      const QString& statement) {
-    try {
-        return std::make_unique<KeyedStatements>(handle(), m_guard, translation, statement);
-    } catch (const RuntimeError& failure) {
-        if (failure.number() != error::statement)
-            throw;
-        return nullptr;
-    }
+    return std::make_unique<KeyedStatements>(handle(), m_guard, translation, statement);
 }
 
 std::int64_t FileEngine::insert(const QString& table, const QStringList& columns,
