@@ -1,6 +1,6 @@
 // The program-wide values by their names in the system: each is a member of the one Context, which lives to the end of
-// the process. The start hands the Context down; the names are for the start, the told statements of the record
-// classes and tests.
+// the process. The start hands the Context down; the names are for the start, the statements of the record classes
+// and tests.
 #pragma once
 
 #include "shared/Context.h"

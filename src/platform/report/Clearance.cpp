@@ -23,7 +23,7 @@ std::vector<int> clearances(const Section& section) {
     for (std::size_t i = 0; i < section.controls.size(); ++i) {
         const Control& control = section.controls[i];
         if (!control.isText() || control.style.align == TextAlign::Right)
-            continue;  // a text at the right edge ends where it is told
+            continue;  // a text at the right edge ends where it was designed to
         for (const Control& other : section.controls) {
             if (follows(control, other))
                 clear[i] =

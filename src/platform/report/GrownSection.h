@@ -11,7 +11,7 @@ namespace platform {
 
 class GrownSection {
 public:
-    /// Nothing where every growing text fits its told place. The section and the fitting outlive it.
+    /// Nothing where every growing text fits its designed place. The section and the fitting outlive it.
     static std::optional<GrownSection> of(const Section& section, TextFitting& fitting);
 
     /// A control, or some lines of a growing one, at its place in a part.
