@@ -148,21 +148,21 @@ void PageView::mark(int page, const QRect& twips) {
     viewport()->update();
 }
 
-const QPixmap& PageView::picture(int page) {
+QPixmap PageView::picture(int page) {
     if (const QPixmap* known = m_pictures.object(page))
         return *known;
     const double ratio = devicePixelRatioF();
-    auto* made = new QPixmap((pageSize() * ratio).toSize());
-    made->setDevicePixelRatio(ratio);
-    made->fill(Qt::white);
-    QPainter painter(made);
+    QPixmap made((pageSize() * ratio).toSize());
+    made.setDevicePixelRatio(ratio);
+    made.fill(Qt::white);
+    QPainter painter(&made);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     const double scale = pixelsOfTwip * m_zoom;
     painter.scale(scale, scale);
     PagePainter(m_document).paint(painter, m_document.pages[static_cast<std::size_t>(page)]);
     painter.end();
-    m_pictures.insert(page, made);
-    return *made;
+    m_pictures.insert(page, new QPixmap(made));  // may drop it at once
+    return made;
 }
 
 void PageView::paintEvent(QPaintEvent*) {

@@ -53,7 +53,7 @@ private:
     void applyZoom(double zoom, QPointF anchor);
     void updateScrollBars();
     double fittingZoom() const;
-    const QPixmap& picture(int page);
+    QPixmap picture(int page);
     void paintPaper(QPainter& painter, int page, const QRectF& paper);
     void paintMark(QPainter& painter, QPointF paper);
 
