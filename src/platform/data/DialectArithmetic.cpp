@@ -57,10 +57,7 @@ QVariant finite(double value) {
     return value;
 }
 
-void refuseZero(bool isZero) {
-    if (isZero)
-        throw RuntimeError(error::divisionByZero, u"Division by zero"_s);
-}
+RuntimeError divisionByZero() { return {error::divisionByZero, u"Division by zero"_s}; }
 
 QVariant sum(const QVariant& a, char sign, const QVariant& b) {
     if (a.typeId() == QMetaType::LongLong && b.typeId() == QMetaType::LongLong) {
@@ -73,13 +70,15 @@ QVariant sum(const QVariant& a, char sign, const QVariant& b) {
 }
 
 QVariant power(double base, double exponent) {
-    refuseZero(base == 0 && exponent < 0);
+    if (base == 0 && exponent < 0)
+        throw divisionByZero();
     return finite(std::pow(base, exponent));
 }
 
 QVariant wholeDivision(QChar sign, const QVariant& a, const QVariant& b) {
     const std::int64_t left = wholeOf(a), right = wholeOf(b);
-    refuseZero(right == 0);
+    if (right == 0)
+        throw divisionByZero();
     return qint64{sign == u'\\' ? left / right : left % right};
 }
 
