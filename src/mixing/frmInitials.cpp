@@ -185,14 +185,10 @@ void frmInitials::makeFormula() {
             return;
         const clsFormulaPtr named = std::exchange(m_formula, nullptr);
         const clsFormulaPtr copy = clsFormula().openFormula(named->FormulaID, QString());
-        frmMake question(this);
-        question.MakeQty(platform::deref(copy).frm_Quantity);
-        question.setFormula(*copy);
-        question.showModal();
-        if (question.MakeQty() <= 0)
+        const QuantityAnswer answer = askQuantity(platform::deref(copy), this);
+        if (!answer.make)
             return;
-        copy->makeQuantity(platform::toInt16(question.MakeQty()));
-        if (question.printWorksheet())
+        if (answer.worksheet)
             showWorksheet(m_context, copy);
         takeProgramme(*copy);
         m_formula = copy;

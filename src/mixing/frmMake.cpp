@@ -83,4 +83,15 @@ void frmMake::CancelButton_Click() {
     });
 }
 
+QuantityAnswer askQuantity(clsFormula& formula, QWidget* parent) {
+    frmMake question(parent);
+    question.MakeQty(formula.frm_Quantity);
+    question.setFormula(formula);
+    question.showModal();
+    if (question.MakeQty() <= 0)
+        return {};
+    formula.makeQuantity(platform::toInt16(question.MakeQty()));
+    return {true, question.printWorksheet()};
+}
+
 }  // namespace sorvanto

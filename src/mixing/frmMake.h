@@ -43,4 +43,12 @@ private:
     bool m_printWorksheet = false;
 };
 
+/// What was said to the question: whether the formula is to be made, and whether with a worksheet.
+struct QuantityAnswer {
+    bool make = false;
+    bool worksheet = false;
+};
+/// Asks how much of the formula to make, its base batch being proposed, and scales it to that.
+QuantityAnswer askQuantity(clsFormula& formula, QWidget* parent = nullptr);
+
 }  // namespace sorvanto

@@ -106,15 +106,11 @@ void frmCurrFormula::makeFormula() {
         if (formulaID <= 0)
             return;
         const clsFormulaPtr copy = clsFormula().openFormula(formulaID, QString());
-        frmMake question;
-        question.MakeQty(platform::deref(copy).frm_Quantity);
-        question.setFormula(*copy);
-        question.showModal();
-        if (question.MakeQty() <= 0)
+        const QuantityAnswer answer = askQuantity(platform::deref(copy));
+        if (!answer.make)
             return;
-        copy->makeQuantity(platform::toInt16(question.MakeQty()));
         platform::deref(m_context.window).mixer().loadFormula(copy->getFormulaXML());
-        if (question.printWorksheet())
+        if (answer.worksheet)
             showWorksheet(m_context, copy);
         m_formula = copy;
     });
