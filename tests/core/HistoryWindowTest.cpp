@@ -318,6 +318,11 @@ TEST_F(HistoryWindowTest, APatientsPrescriptionsBearTheNameOfTheirBatch) {
     setDay("txtDay", u"2026-03-11"_s);
     EXPECT_TRUE(rows("grdPast").contains("Cooling Gel · Qty|30|15"))
         << qPrintable(rows("grdPast").join('\n'));
+    outside(u"DROP TRIGGER History_Kept; DELETE FROM History WHERE hst_Table = 'RXs'"_s);
+    show(u"Patient"_s, 1);
+    setDay("txtDay", u"2026-03-11"_s);
+    EXPECT_TRUE(rows("grdPast").contains("Cooling Gel · Qty|15|15"))
+        << "also where its history does not say so";
 }
 
 TEST_F(HistoryWindowTest, OnlyTheRecordOnShowCanTakeValues) {

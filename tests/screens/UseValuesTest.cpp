@@ -1,6 +1,7 @@
 // The values of an earlier day in the boxes of today's record: as if typed, and saved by nobody but the user.
 #include "Announced.h"
 #include "HistoryScreenTest.h"
+#include "shared/PastValues.h"
 
 #include <QPushButton>
 #include <optional>
@@ -87,6 +88,22 @@ TEST_F(UseValuesTest, AFormulasStepsComeBackAndLinesAreNamed) {
     EXPECT_EQ(str(stored->xml()), str(document(steps)->xml()));
     EXPECT_EQ(str(sqlText("SELECT max(fch_Qty) FROM FormChem WHERE FormulaID = 1")), "77.0")
         << "lines are changed by hand";
+}
+
+TEST_F(UseValuesTest, AnotherRecordThanTheOneThatWasMeantTakesNone) {
+    start();
+    click(u"cmdChemicals"_s);
+    click(u"cmdCancel"_s);
+    auto& boxes = dynamic_cast<TakesPastValues&>(*window->screen(chemicals));
+    const PastValues other{2, u"3/1/2026"_s, {{u"chm_Lot"_s, u"OLD"_s}}, {u"chm_Lot"_s}, {}};
+    for (const char* state : {"locked", "being changed"}) {
+        ASSERT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Aspirin");
+        boxes.useValues(other);
+        EXPECT_EQ(said(), "Choose Edit on the record first: it can not be changed now.") << state;
+        EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "L100") << state;
+        EXPECT_EQ(on(u"cmdSave"_s), state == QLatin1String("being changed")) << state;
+        click(u"cmdEdit"_s);
+    }
 }
 
 TEST_F(UseValuesTest, WhatWasTypedIsPutOnOfferAndNotLost) {

@@ -167,7 +167,9 @@ TEST_F(ArchiveTest, CheckHoldsTheArchiveAgainstWhatTheFileGoesOnFrom) {
     fill();
     ASSERT_EQ(run({"archive", path("s.mdb"), path("old.mdb")}), 0) << qPrintable(err);
     support::runSql(path("s.mdb"), "UPDATE Log SET log_Notes = 'x' WHERE LogID = 1");
-    EXPECT_EQ(run({"check", path("s.mdb")}), 0) << qPrintable(out);
+    createSample(path("other.mdb"), 5);
+    folder.write("none.mdb", "no database");
+    EXPECT_EQ(run({"check", path("s.mdb")}), 0) << "other files are not meant: " << qPrintable(out);
     const QString last = stored("old.mdb", "SELECT max(HistoryID) FROM History");
     const QString seal = stored("old.mdb", "SELECT hex(hst_Seal) FROM History WHERE HistoryID = " + last);
     support::runSql(path("old.mdb"),
