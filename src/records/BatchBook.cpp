@@ -58,9 +58,10 @@ bool BatchBook::hasLot(const QString& lot) {
 }
 
 QString BatchBook::otherBenchWith(const QString& serial) {
-    const auto connection = openDB(m_context);
+    const auto connection =
+        m_context.connection;  // asked when a mixer answers, where no question may come up
     const QString name = u"mixer "_s + serial;
-    if (connection->state() == 0 || connection->engine().keepName(name))
+    if (!connection || connection->state() == 0 || connection->engine().keepName(name))
         return {};
     const QString keeper = connection->engine().nameKeeper(name);
     return keeper.isEmpty() ? u"?"_s : keeper.section(' '_L1, 0, 0);

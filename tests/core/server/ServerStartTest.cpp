@@ -7,11 +7,14 @@
 #include "core/DatabaseUpdater.h"
 #include "core/Health.h"
 #include "core/Parts.h"
+#include "core/RecordListPane.h"
 #include "db/ServerUpdate.h"
 #include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
+#include "platform/widgets/RecordList.h"
 #include "records/BatchBook.h"
+#include "screens/ListedTables.h"
 #include "shared/basMain.h"
 #include "shared/databaseInUse.h"
 
@@ -159,9 +162,13 @@ TEST_F(ServerStartTest, TheHealthPageNamesTheBenchesInPlaceOfALock) {
 
 TEST_F(ServerStartTest, AMixerOfTheSameNumberAtAnotherBenchIsTold) {
     BatchBook mine(context);
+    EXPECT_EQ(mine.otherBenchWith(u"SV0426"_s), "") << "no records are open, and none are opened";
+    EXPECT_EQ(context.connection->state(), 0);
+    openDB();
     EXPECT_EQ(mine.otherBenchWith(u"SV0426"_s), "");
     EXPECT_EQ(mine.otherBenchWith(u"SV0426"_s), "") << "asked once more";
     OtherBench second;
+    openDB(second.context);
     EXPECT_EQ(second.log.otherBenchWith(u"SV0426"_s), currentWriter().person);
     EXPECT_EQ(second.log.otherBenchWith(u"SV0427"_s), "");
     EXPECT_EQ(mine.otherBenchWith(u"SV0427"_s), currentWriter().person);
@@ -195,6 +202,29 @@ TEST_F(ServerStartTest, ABatchThatAnotherBenchHasDeletedIsNotOfferedAgain) {
     theirs->execute(u"DELETE FROM Log WHERE log_Name = 'Gel'"_s);
     EXPECT_TRUE(mine.isArchived(batch));
     EXPECT_FALSE(mine.isArchived({u"SV0426'0013"_s, batch.second}));
+}
+
+struct PatientScreen : ListedScreen {
+    ListedTable listedTable() const override { return listedPatients(); }
+    std::int16_t shownKey() const override { return 0; }
+    SetPlace setPlace() const override { return {}; }
+    void showRecord(std::int16_t) override {}
+};
+
+TEST_F(ServerStartTest, TheRecordListShowsWhatAnotherBenchAdds) {
+    openDB();
+    OtherBench other;
+    PatientScreen screen;
+    platform::RecordList list;
+    RecordListPane pane(context, list);
+    pane.setScreen(&screen);
+    pane.setShown(true);
+    const auto rows = [&] { return list.model().rowCount(); };
+    const auto stored = [] { return runOnServer(u"SELECT count(*) FROM \"Patient\""_s)[0][0].toInt(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == stored(); }));
+    const int before = rows();
+    openDB(other.context)->execute(u"INSERT INTO Patient (pat_LName) VALUES ('Doe')"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == before + 1; })) << rows();
 }
 
 class ServerUpdateTest : public ServerStartTest {
