@@ -20,8 +20,8 @@ namespace {
 const platform::BoxStyle information{platform::Buttons::Ok, platform::Icon::Information};
 const QString missing = "Must designate initials of compounder and verifier to log.";
 
-const char* const told[] = {"txtfrm_Name",     "lbllog_Lot",  "lbllog_Initials", "txtInitials",
-                            "lbllog_Verified", "txtVerified", "cmdOK",           "cmdCancel"};
+const char* const designed[] = {"txtfrm_Name",     "lbllog_Lot",  "lbllog_Initials", "txtInitials",
+                                "lbllog_Verified", "txtVerified", "cmdOK",           "cmdCancel"};
 
 class frmInitialsTest : public MixingTest {
 protected:
@@ -38,7 +38,7 @@ protected:
         asker.expectModal("frmInitials", [script](QWidget&) { script(); });
         dialog->showModal();
     }
-    /// Where the told controls stand in a dialog of that name and lot, with the card or without.
+    /// Where the designed controls stand in a dialog of that name and lot, with the card or without.
     QMap<QString, QRect> places(const QString& lot, bool card) {
         dialog = std::make_unique<frmInitials>(context);
         dialog->setFormula(document(formulaXml()));
@@ -48,7 +48,7 @@ protected:
         QMap<QString, QRect> places;
         show([&] {
             support::settle();
-            for (const char* name : told)
+            for (const char* name : designed)
                 places[name] = child<QWidget>(*dialog, name)->geometry();
             press("cmdCancel");
         });
@@ -198,7 +198,7 @@ TEST_F(frmInitialsTest, AmberComesWithTheSameInitialsGoesWithOthersAndMovesNothi
         const auto places = [&] {
             support::settle();
             QList<QRect> found;
-            for (const char* name : told)
+            for (const char* name : designed)
                 found << child<QWidget>(*dialog, name)->geometry();
             return found;
         };

@@ -70,11 +70,11 @@ TEST_F(frmMakeTest, TheNameStandsBelowWholeAndMovesNothing) {
                 asker.expectModal("frmMake", [&](QWidget& form) {
                     support::settle();
                     const auto* batch = child<QLabel>(form, "lblBatch");
-                    for (const char* told : {"lblQty", "txtQTY", "chkPrint", "OKButton", "CancelButton"}) {
-                        const QRect place = child<QWidget>(form, told)->geometry();
-                        EXPECT_EQ(places.value(told, place), place) << told << ", " << str(name);
-                        places[told] = place;
-                        EXPECT_TRUE(name.isEmpty() || batch->y() > place.bottom()) << told;
+                    for (const char* control : {"lblQty", "txtQTY", "chkPrint", "OKButton", "CancelButton"}) {
+                        const QRect place = child<QWidget>(form, control)->geometry();
+                        EXPECT_EQ(places.value(control, place), place) << control << ", " << str(name);
+                        places[control] = place;
+                        EXPECT_TRUE(name.isEmpty() || batch->y() > place.bottom()) << control;
                     }
                     EXPECT_EQ(places.value("window", form.geometry()).width(), form.width());
                     places["window"] = form.geometry();

@@ -1,5 +1,5 @@
 // A formula's ingredient lines: adding, removing, editing, copying.
-#include "RecordsTest.h"
+#include "FormulaRecordTest.h"
 
 #include "platform/basic/SystemLocale.h"
 #include "platform/basic/Values.h"
@@ -12,21 +12,9 @@ namespace {
 
 const platform::BoxStyle okBox{};
 
-class FormulaLinesTest : public RecordsTest {
+class FormulaLinesTest : public FormulaRecordTest {
 protected:
-    void SetUp() override {
-        RecordsTest::SetUp();
-        seedFormulas();
-        clearStatements();
-    }
-    static clsFormulaPtr open(std::int16_t key) { return clsFormula().openFormula(key, QString()); }
     static bool add(clsFormula& formula, QString search) { return formula.addChemical(search); }
-    static QStringList columns(const clsFormula& formula) {
-        QStringList names;
-        for (int i = 0; i < formula.Chemical->fieldCount(); ++i)
-            names << formula.Chemical->fieldInfo(i).name;
-        return names;
-    }
 };
 
 TEST_F(FormulaLinesTest, RemovingALineRecomputesThisObjectAndGivesTheShortList) {

@@ -1,5 +1,5 @@
 // The formula record: opening, adding, saving, deleting.
-#include "RecordsTest.h"
+#include "FormulaRecordTest.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,21 +9,7 @@ using platform::Currency;
 
 namespace {
 
-class FormulaTest : public RecordsTest {
-protected:
-    void SetUp() override {
-        RecordsTest::SetUp();
-        seedFormulas();
-        clearStatements();
-    }
-    static clsFormulaPtr open(std::int16_t key) { return clsFormula().openFormula(key, QString()); }
-    static QStringList columns(const clsFormula& formula) {
-        QStringList names;
-        for (int i = 0; i < formula.Chemical->fieldCount(); ++i)
-            names << formula.Chemical->fieldInfo(i).name;
-        return names;
-    }
-};
+class FormulaTest : public FormulaRecordTest {};
 
 TEST_F(FormulaTest, ANewObjectHasItsDefaults) {
     const clsFormula formula;

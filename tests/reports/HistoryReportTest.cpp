@@ -1,13 +1,9 @@
 // The changes of a range of days on paper and as spreadsheet.
 #include "ReportTest.h"
-#include "db/DatabaseFile.h"
 #include "platform/report/SpreadsheetExport.h"
 #include "platform/report/Tools.h"
 #include "reports/HistoryCaptions.h"
 #include "reports/rptHistory.h"
-#include "shared/basMain.h"
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -20,10 +16,7 @@ class HistoryReportTest : public ReportTest {
 protected:
     void SetUp() override {
         ReportTest::SetUp();
-        basMain::gConnection->close();  // for a file as the program brings it up to date
-        QFile::remove(databasePath());
-        sorvanto::createDatabase(databasePath());
-        openDB();
+        useNewFile();
         sql("INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Urea', 2.5);"
             "UPDATE Chemical SET chm_Lot = 'A', chm_Cost = 3;"
             "INSERT INTO Patient (pat_LName) VALUES ('Stone'); DELETE FROM Patient;"

@@ -1,7 +1,6 @@
 // The recall list on paper and as spreadsheet, over real database files.
 #include "ReportTest.h"
 #include "db/Archive.h"
-#include "db/DatabaseFile.h"
 #include "platform/basic/Paths.h"
 #include "platform/report/Tools.h"
 #include "reports/RecallTexts.h"
@@ -22,10 +21,7 @@ class RecallTest : public ReportTest {
 protected:
     void SetUp() override {
         ReportTest::SetUp();
-        basMain::gConnection->close();  // for a file as the program brings it up to date
-        QFile::remove(databasePath());
-        sorvanto::createDatabase(databasePath());
-        openDB();
+        useNewFile();
         sql("INSERT INTO Patient (PatientID, pat_FName, pat_LName, pat_Phone) VALUES (1, 'Margaret', 'Abernathy', "
             "'440-555-0117'), (2, 'Jin', 'Xu', NULL)");
         batch(1, u"B1"_s, u"2026-01-05"_s, u"Base"_s, u"L1"_s);

@@ -4,6 +4,7 @@
 #include "Child.h"
 #include "Settle.h"
 #include "config/clsOptions.h"
+#include "db/DatabaseFile.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
@@ -38,6 +39,13 @@ void ReportTest::SetUp() {
                          "Lotion",      "Suspension", "Powder",   "Capsule", "Custom"};
     basMain::JarSizes = {"",       "15 ml",  "20 ml",  "30 ml",  "50 ml",
                          "100 ml", "200 ml", "300 ml", "500 ml", "1000 ml"};
+}
+
+void ReportTest::useNewFile() const {
+    basMain::gConnection->close();
+    QFile::remove(databasePath());
+    sorvanto::createDatabase(databasePath());
+    openDB();
 }
 
 void ReportTest::seedPharmacy() const {

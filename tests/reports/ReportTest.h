@@ -29,6 +29,8 @@ protected:
     /// Chemicals 1 to 4, formula 1 "Cooling Gel" (base 10, three lines) and 2 "Plain Base" (no lines), batches
     /// 1 to 3 of formula 1 with lines, patients 1 and 2 with prescriptions of batches 1 to 3.
     void seedPharmacy() const;
+    /// An empty file of today, with a history, in place of the tables that the reports read.
+    void useNewFile() const;
     /// The sample pharmacy as delivered.
     void seedSample() const;
     /// Options with another element of the pharmacy or of the settings.

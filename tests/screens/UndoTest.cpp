@@ -1,9 +1,7 @@
 // What was deleted on a screen comes back from the status line.
-#include "Announced.h"
 #include "HistoryScreenTest.h"
 
 #include <QPushButton>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -18,35 +16,23 @@ protected:
             "INSERT INTO RXs (LogID, PatientID, rxs_QTY) VALUES (1, 1, 30.0), (2, 1, 15.0);"
             "INSERT INTO Chemical (chm_Name) VALUES ('Zinc')");
     }
-    void TearDown() override {
-        m_heard.reset();
-        HistoryScreenTest::TearDown();
-    }
-    void start() {
-        load();
-        m_heard.emplace();
-    }
     void expectQuestion(const QString& question) {
         asker.expectMsgBox(question, platform::deletionStyle, platform::Answer::Yes);
     }
     /// Presses Undo, as it was announced last.
     void undo() const {
-        const auto actions = m_heard->last().actions;
-        ASSERT_EQ(actions.size(), 1U) << str(m_heard->last().text);
+        const auto actions = heard().actions;
+        ASSERT_EQ(actions.size(), 1U) << str(heard().text);
         EXPECT_EQ(str(actions.front().text), "Undo");
         EXPECT_TRUE(actions.front().once);
         actions.front().run();
     }
-    std::string said() const { return str(m_heard->last().text); }
     QString stored() const {
         QString all;
         for (const char* table : {"Chemical", "Formula", "FormChem", "Log", "LogChem", "Patient", "RXs"})
             all += sqlText(u"SELECT * FROM %1 ORDER BY 1"_s.arg(QLatin1String(table))) + u'\n';
         return all;
     }
-
-private:
-    std::optional<support::Announced> m_heard;
 };
 
 TEST_F(UndoTest, AFormulaComesBackWithItsLinesAndIsOnShow) {
@@ -55,10 +41,10 @@ TEST_F(UndoTest, AFormulaComesBackWithItsLinesAndIsOnShow) {
     const QString name = text(formulas, u"txtfrm_Name"_s);
     expectQuestion(u"Delete %1?"_s.arg(name));
     click(u"cmdDelete"_s);
-    EXPECT_EQ(said(), str(name) + " deleted");
+    EXPECT_EQ(announced(), str(name) + " deleted");
     ASSERT_NE(str(stored()), str(before));
     undo();
-    EXPECT_EQ(said(), str(name) + " restored");
+    EXPECT_EQ(announced(), str(name) + " restored");
     EXPECT_EQ(str(stored()), str(before));
     EXPECT_EQ(str(text(formulas, u"txtfrm_Name"_s)), str(name));
 }
@@ -119,7 +105,7 @@ TEST_F(UndoTest, WhatStandsInTheWayIsSaid) {
     click(u"cmdDelete"_s);
     sql("INSERT INTO Chemical (ChemicalID, chm_Name) SELECT hst_Key, 'other' FROM History WHERE hst_What = 'deleted'");
     undo();
-    EXPECT_EQ(said(), "Zinc can not be restored: another record has its number now.");
+    EXPECT_EQ(announced(), "Zinc can not be restored: another record has its number now.");
 }
 
 TEST_F(UndoTest, WithoutAHistoryNothingIsOffered) {

@@ -1,10 +1,8 @@
 // The values of an earlier day in the boxes of today's record: as if typed, and saved by nobody but the user.
-#include "Announced.h"
 #include "HistoryScreenTest.h"
 #include "shared/PastValues.h"
 
 #include <QPushButton>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -14,14 +12,6 @@ namespace {
 
 class UseValuesTest : public HistoryScreenTest {
 protected:
-    void TearDown() override {
-        m_heard.reset();
-        HistoryScreenTest::TearDown();
-    }
-    void start() {
-        load();
-        m_heard.emplace();
-    }
     /// What is in the history so far was ten days ago.
     void longAgo() const {
         sql("DROP TRIGGER IF EXISTS History_Sealed;"
@@ -40,10 +30,6 @@ protected:
         click(u"mnuHistory"_s);
         QCoreApplication::processEvents();
     }
-    std::string said() const { return str(m_heard->last().text); }
-
-private:
-    std::optional<support::Announced> m_heard;
 };
 
 TEST_F(UseValuesTest, AChemicalsBoxesAreFilledAndNothingIsSaved) {
@@ -61,7 +47,7 @@ TEST_F(UseValuesTest, AChemicalsBoxesAreFilledAndNothingIsSaved) {
     EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "OLD");
     EXPECT_EQ(str(text(chemicals, u"txtchm_Notes"_s)), "then");
     EXPECT_EQ(control<platform::NumberBox>(chemicals, u"txtchm_Cost"_s).toDouble(), 2.5);
-    EXPECT_TRUE(said().starts_with("Filled in as it was on ")) << said();
+    EXPECT_TRUE(announced().starts_with("Filled in as it was on ")) << announced();
     EXPECT_EQ(str(sqlText("SELECT * FROM Chemical")), str(before)) << "only Save saves";
     EXPECT_TRUE(on(u"cmdSave"_s));
     click(u"cmdSave"_s);
@@ -80,8 +66,8 @@ TEST_F(UseValuesTest, AFormulasStepsComeBackAndLinesAreNamed) {
     search(u"Cooling Gel"_s);
     useOldValues();
     EXPECT_EQ(str(text(formulas, u"txtfrm_Desc"_s)), "then");
-    EXPECT_NE(said().find("These lines differ"), std::string::npos) << said();
-    EXPECT_NE(said().find("now 77"), std::string::npos) << said();
+    EXPECT_NE(announced().find("These lines differ"), std::string::npos) << announced();
+    EXPECT_NE(announced().find("now 77"), std::string::npos) << announced();
     click(u"cmdSave"_s);
     EXPECT_EQ(str(sqlText("SELECT frm_Desc FROM Formula WHERE FormulaID = 1")), "then");
     const auto stored = document(sqlText("SELECT frm_Mix FROM Formula WHERE FormulaID = 1"));

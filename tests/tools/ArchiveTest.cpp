@@ -1,12 +1,12 @@
 // Making room: what goes into the archive, what stays in the file, and that neither is ever half done.
 #include "db/Archive.h"
+#include "CommandTest.h"
 #include "FixedClock.h"
 #include "Hindrances.h"
 #include "OtherProcess.h"
 #include "TempProgramFolder.h"
 #include "TestDatabase.h"
 #include "WarningTrap.h"
-#include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
 #include "platform/basic/Paths.h"
@@ -28,7 +28,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using platform::RuntimeError;
 
-class ArchiveTest : public ::testing::Test {
+class ArchiveTest : public CommandTest {
 protected:
     void SetUp() override { qputenv("XDG_DATA_HOME", path("data").toLocal8Bit()); }
     void TearDown() override {
@@ -53,13 +53,6 @@ protected:
             "INSERT INTO LogChem (LogID, ChemicalID, lch_Name, lch_QTY) SELECT LogID, 6, 'b' || LogID, 2.5 FROM Log;"
             "INSERT INTO RXs (LogID, PatientID, rxs_Date, rxs_QTY) SELECT LogID, 1, '2026-03-01 00:00:00', 30.0 "
             "FROM Log WHERE LogID % 3 = 0;");
-    }
-    int run(const QStringList& arguments) {
-        out.clear();
-        err.clear();
-        QTextStream outStream(&out);
-        QTextStream errStream(&err);
-        return runCommand(arguments, outStream, errStream);
     }
     QByteArray hashOf(const QString& name) const {
         return QCryptographicHash::hash(folder.read(name), QCryptographicHash::Sha256);
@@ -88,7 +81,6 @@ protected:
     support::TempProgramFolder folder;
     support::FixedClock clock;  // 7 March 2026
     support::WarningTrap warnings;
-    QString out, err;
 };
 
 TEST_F(ArchiveTest, TheArchiveHoldsEverythingAndTheFileTheLastTwelveMonths) {

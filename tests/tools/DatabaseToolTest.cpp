@@ -1,7 +1,7 @@
 // sorvanto-db: what it makes, finds, copies and puts back, its refusals and its exit codes.
+#include "CommandTest.h"
 #include "OtherProcess.h"
 #include "TestDatabase.h"
-#include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
 #include "platform/basic/ProcessLock.h"
@@ -39,16 +39,9 @@ private:
     QProcess m_shell;
 };
 
-class DatabaseTool : public ::testing::Test {
+class DatabaseTool : public CommandTest {
 protected:
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    int run(const QStringList& arguments) {
-        out.clear();
-        err.clear();
-        QTextStream outStream(&out);
-        QTextStream errStream(&err);
-        return runCommand(arguments, outStream, errStream);
-    }
     QString stored(const QString& file, const QString& statement) const {
         return support::rowsText(support::runSql(path(file), statement));
     }
@@ -62,9 +55,6 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
-
-    QString out;
-    QString err;
 
 private:
     QTemporaryDir m_folder;

@@ -1,8 +1,8 @@
 // The history at the command line: the proof of its end, a restore that is written down, a patient who is forgotten.
+#include "CommandTest.h"
 #include "FixedClock.h"
 #include "TempProgramFolder.h"
 #include "TestDatabase.h"
-#include "db/Commands.h"
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
 #include "history/HistoryChain.h"
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-class HistoryToolTest : public ::testing::Test {
+class HistoryToolTest : public CommandTest {
 protected:
     void SetUp() override {
         qputenv("XDG_DATA_HOME", path("data").toLocal8Bit());
@@ -45,13 +45,6 @@ protected:
     QString stored(const QString& statement) const {
         return support::rowsText(support::runSql(path("a.mdb"), statement));
     }
-    int run(const QStringList& arguments) {
-        out.clear();
-        err.clear();
-        QTextStream outStream(&out);
-        QTextStream errStream(&err);
-        return runCommand(arguments, outStream, errStream);
-    }
     int check() { return run({"check", path("a.mdb")}); }
     /// As the program leaves one at a signing.
     void journal(const QString& noted, const QString& signedAt) {
@@ -66,7 +59,6 @@ protected:
 
     support::TempProgramFolder folder;
     support::FixedClock clock;
-    QString out, err;
 };
 
 TEST_F(HistoryToolTest, CheckNamesTheFirstBrokenRow) {
