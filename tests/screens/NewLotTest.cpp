@@ -53,6 +53,11 @@ protected:
         QTest::keyClick(edit, Qt::Key_Delete);
         QTest::keyClicks(edit, text);
     }
+    /// A pack of 100 for 28.50; its unit is still to come.
+    static void keyPack(QWidget& form) {
+        keyInto(form, "txtPackPrice", u"28.50"_s);
+        keyInto(form, "txtPackSize", u"100"_s);
+    }
     static std::string cost(QWidget& form) { return str(child<NumberBox>(form, "txtCost")->text()); }
     static void press(QWidget& form, const char* button) { child<QPushButton>(form, button)->click(); }
     static std::string said(QWidget& form, const char* label) {
@@ -205,8 +210,7 @@ TEST_F(NewLotTest, APriceThatCantBeCalculatedLeavesTheCost) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
         keyInto(form, "txtLot", u"L301"_s);
-        keyInto(form, "txtPackPrice", u"28.50"_s);
-        keyInto(form, "txtPackSize", u"100"_s);
+        keyPack(form);
         keyInto(form, "txtPackUnit", u"gr"_s);
         EXPECT_EQ(said(form, "lblCalculation"),
                   str(u"\"gr\" can mean different units, so the price can\u2019t be calculated."_s));
@@ -227,8 +231,7 @@ TEST_F(NewLotTest, TheFirstLettersOfAUnitLeaveNoCostBehind) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
         keyInto(form, "txtLot", u"L301"_s);
-        keyInto(form, "txtPackPrice", u"28.50"_s);
-        keyInto(form, "txtPackSize", u"100"_s);
+        keyPack(form);
         for (const QString& unit : {u"gal"_s, u"gtt"_s, u"kgx"_s, u"gr"_s}) {
             keyInto(form, "txtPackUnit", unit);
             EXPECT_TRUE(child<QLabel>(form, "lblCalculation")->property("caution").toBool()) << str(unit);
@@ -254,8 +257,7 @@ TEST_F(NewLotTest, ACostTypedByHandComesBackWhenThePackGivesNone) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
         keyInto(form, "txtCost", u"3.1"_s);
-        keyInto(form, "txtPackPrice", u"28.50"_s);
-        keyInto(form, "txtPackSize", u"100"_s);
+        keyPack(form);
         keyInto(form, "txtPackUnit", u"gr"_s);
         EXPECT_EQ(cost(form), "3.1");
         keyInto(form, "txtPackUnit", u"g"_s);
