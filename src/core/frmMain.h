@@ -77,6 +77,8 @@ public:
     Dispensary* dispensary() override;
     void showHistoryOf(const QString& table, std::int64_t key, const QString& name,
                        const QDateTime& since) override;
+    void announcePrices(const QString& text,
+                        const std::map<std::int16_t, platform::Currency>& formerCosts) override;
 
     /// The hosted screen of that number; nullptr for the patient screen when it is switched off.
     RecordScreen* screen(int number) const { return m_screens.at(static_cast<std::size_t>(number)).get(); }

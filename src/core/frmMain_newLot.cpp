@@ -66,19 +66,23 @@ void frmMain::showNewLot() {
 /// Both screens show what the file holds now; the chemicals the new lot, as after saving.
 void frmMain::newLotAdded(const clsChemical& lot,
                           const std::map<std::int16_t, platform::Currency>& formerCosts) {
-    rereadFormulas();
     if (auto* listed = dynamic_cast<BrowsingScreen*>(screen(chemicals))) {
         listed->getData();
         listed->lockForm();
         listed->showRecord(lot.ChemicalID);
     }
-    Happening happening{
+    announcePrices(
         platform::counted(
             translated(u"New lot %2: %1 formula uses it now | New lot %2: %1 formulas use it now"_s),
             static_cast<std::int64_t>(formerCosts.size()))
             .replace(u"%2"_s, lot.chm_Lot),
-        {},
-        false};
+        formerCosts);
+}
+
+void frmMain::announcePrices(const QString& text,
+                             const std::map<std::int16_t, platform::Currency>& formerCosts) {
+    rereadFormulas();
+    Happening happening{text, {}, false};
     if (!formerCosts.empty())
         happening.actions.push_back({translated(u"Recalculate"_s),
                                      [window = QPointer<frmMain>(this), formerCosts] {

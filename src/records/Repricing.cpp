@@ -29,6 +29,20 @@ std::vector<RepricedFormula> formulaPrices() {
     return formulas;
 }
 
+FormulaCosts repriced(const std::vector<RepricedFormula>& before, const std::vector<RepricedFormula>& now) {
+    std::map<std::int16_t, const RepricedFormula*> former;
+    for (const RepricedFormula& formula : before)
+        former.emplace(formula.key, &formula);
+    FormulaCosts costs;
+    for (const RepricedFormula& formula : now) {
+        const auto known = former.find(formula.key);
+        if (known != former.end() &&
+            (known->second->cost != formula.cost || known->second->awp != formula.awp))
+            costs.emplace(formula.key, known->second->cost);
+    }
+    return costs;
+}
+
 bool storePrices(const std::vector<std::int16_t>& formulas) {
     return guarded(u"Repricing:store"_s, false, [&] {
         const ConnectionPtr connection = openDB();

@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <map>
 #include <vector>
 
 namespace sorvanto {
@@ -20,6 +21,11 @@ struct RepricedFormula {
 
 /// Of all formulas, by name; an AWP that would stay as it is, is among them.
 std::vector<RepricedFormula> formulaPrices();
+
+/// What formulas cost, by their keys.
+using FormulaCosts = std::map<std::int16_t, platform::Currency>;
+/// The former costs of those formulas whose cost, or AWP as saving would store it, is another one now.
+FormulaCosts repriced(const std::vector<RepricedFormula>& before, const std::vector<RepricedFormula>& now);
 
 /// Stores the AWP of these formulas as saving them would, all or none; nothing else of them changes. False after a failure,
 /// which is reported.

@@ -1,12 +1,14 @@
 // Prices from a supplier's list, taken over from the chemical screen.
 #include "platform/ask/Ask.h"
 #include "platform/basic/Plurals.h"
+#include "platform/basic/RuntimeError.h"
+#include "records/Repricing.h"
 #include "screens/PriceTexts.h"
 #include "screens/PriceWindow.h"
 #include "screens/frmChemical.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
-#include "shared/Happening.h"
+#include "shared/MainWindow.h"
 #include "shared/Translator.h"
 
 using namespace Qt::StringLiterals;
@@ -31,13 +33,17 @@ void frmChemical::importPrices() {
         PriceFile file(path);
         if (file.fault() != PriceFault::none)
             return tell(priceFaultText(file.fault(), file.detail()));
+        const std::vector<RepricedFormula> before = formulaPrices();
         PriceWindow list(openDB(m_context), std::move(file), path, window());
         platform::asker().showModal(list, [&] { list.exec(); });
         if (list.taken() == 0)
             return;
         openRecord(shownKey());
         refreshForm();
-        announce(platform::counted(translated(u"%1 price taken | %1 prices taken"_s), list.taken()));
+        platform::deref(m_context.window)
+            .announcePrices(
+                platform::counted(translated(u"%1 price taken | %1 prices taken"_s), list.taken()),
+                repriced(before, formulaPrices()));
     });
 }
 

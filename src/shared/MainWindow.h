@@ -2,9 +2,12 @@
 // and the few screens that others call.
 #pragma once
 
+#include "platform/basic/Currency.h"
+
 #include <QDateTime>
 #include <QString>
 #include <cstdint>
+#include <map>
 
 namespace platform {
 class CommandBar;
@@ -48,6 +51,10 @@ public:
     /// Shows what was written down of the record from that moment on, by the clock of the computer.
     virtual void showHistoryOf(const QString& /*table*/, std::int64_t /*key*/, const QString& /*name*/,
                                const QDateTime& /*since*/) {}
+    /// Chemicals cost something else than before: announces it, and offers Recalculate where formulas do too.
+    /// formerCosts: what those formulas cost before, by their keys.
+    virtual void announcePrices(const QString& /*text*/,
+                                const std::map<std::int16_t, platform::Currency>& /*formerCosts*/) {}
 };
 
 }  // namespace sorvanto

@@ -1,4 +1,5 @@
 // Prices from a supplier's list, as the user of the chemical screen takes them.
+#include "Announced.h"
 #include "ScreenTest.h"
 
 #include "platform/widgets/Theme.h"
@@ -26,6 +27,9 @@ class PriceImportTest : public ScreenTest {
 protected:
     void seed() override {
         seedChemicals();
+        priceAll();
+    }
+    void priceAll() const {
         sql("UPDATE Chemical SET chm_Units = 'GMS', chm_Cost = '1', chm_AWP = '2', chm_NDC = '0338-0049-0' || ChemicalID, "
             "chm_Lot = 'L' || ChemicalID");
     }
@@ -160,6 +164,51 @@ TEST_F(PriceImportTest, WhatIsTickedIsTakenAndShown) {
 EXPECT_EQ(stored(), "Aspirin|1.2|2\nBorax|0.285|0.57\nCamphor|1|2\nMenthol|1|2");
 EXPECT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Aspirin") << "the record on show stays";
 EXPECT_EQ(str(text(chemicals, u"txtchm_Cost"_s)), "$ 1.20");
+}
+
+class PricedFormulasTest : public PriceImportTest {
+protected:
+    void seed() override {
+        seedFormulas();
+        priceAll();
+    }
+};
+
+TEST_F(PricedFormulasTest, AfterTakingRecalculateIsOfferedForTheFormulasThatCostSomethingElse) {
+    openScreen(list);
+    click(u"cmdCancel"_s);
+    click(u"cmdFormulas"_s);
+    ASSERT_EQ(str(text(formulas, u"txtfrm_Cost"_s)), "$ 3.00");
+    click(u"cmdChemicals"_s);
+    support::Announced announced;
+    import([](QWidget& form) { press(form, "cmdTake");
+});
+ASSERT_EQ(announced.texts(), QStringList{u"1 price taken"_s});
+ASSERT_EQ(announced.last().actions.size(), 1U);
+EXPECT_EQ(announced.last().actions.front().text, u"Recalculate"_s);
+asker.expectModal(u"RepricingWindow"_s, [](QWidget& form) {
+    const auto& model = *child<QTableView>(form, "grdPrices")->model();
+    ASSERT_GE(model.rowCount(), 1);
+    QStringList cells;
+    for (int column = 0; column < 4; ++column)
+        cells << model.index(0, column).data().toString();
+    EXPECT_EQ(str(cells.join(u'|')), "Arnica Salve|3.00|3.60|+0.60") << "what it cost before the list";
+    press(form, "cmdClose");
+});
+announced.last().actions.front().run();
+asker.verify();
+click(u"cmdFormulas"_s);
+EXPECT_EQ(str(text(formulas, u"txtfrm_Cost"_s)), "$ 3.60") << "the formula on show follows";
+}
+
+TEST_F(PricedFormulasTest, WhereNoFormulaCostsSomethingElseNothingIsOffered) {
+    sql("DELETE FROM FormChem WHERE ChemicalID = 1");
+    openScreen(list);
+    support::Announced announced;
+    import([](QWidget& form) { press(form, "cmdTake");
+});
+ASSERT_EQ(announced.texts(), QStringList{u"1 price taken"_s});
+EXPECT_TRUE(announced.last().actions.empty());
 }
 
 TEST_F(PriceImportTest, SpaceTicksAllChosenRows) {
