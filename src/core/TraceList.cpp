@@ -134,6 +134,7 @@ private:
 TraceList::TraceList(const QString& name, QWidget* parent)
     : ListCard(name, 1, parent), m_model(new TraceRowsModel(this)) {
     setModel(*m_model);
+    setFocusProxy(&view());
     view().setItemDelegate(new CellPainter(&view()));
     connect(&view(), &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { emit opened(index.row()); });

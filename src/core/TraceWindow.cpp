@@ -30,18 +30,17 @@ namespace {
 
 using platform::grid;
 
-constexpr int pause = 150;  // milliseconds after a key
-constexpr int mostSimilar = 6;
+constexpr int pause = 150;      // milliseconds after a key
 constexpr int mostTyped = 100;  // letters; the longest lots and names have fewer
 constexpr int dateBoxWidth = 130;
-constexpr qsizetype leastOfName = 2;  // letters; with fewer every patient would be meant
+
 }  // namespace
 
 TraceWindow::TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent)
     : QDialog(parent), m_context(context), m_tracer(std::move(tracer)), m_text(new QLineEdit(this)),
-      m_from(new platform::DateBox(this)), m_to(new platform::DateBox(this)), m_similar(new QHBoxLayout),
+      m_from(new platform::DateBox(this)), m_to(new platform::DateBox(this)), m_offers(new QHBoxLayout),
       m_message(new QLabel(this)), m_found(new TraceList(u"grdFound"_s, this)),
-      m_batches(new TraceList(u"grdBatches"_s, this)),
+      m_usedIn(new TraceList(u"grdFormulas"_s, this)), m_batches(new TraceList(u"grdBatches"_s, this)),
       m_prescriptions(new TraceList(u"grdPrescriptions"_s, this)), m_totals(new QLabel(this)),
       m_print(new QPushButton(translated(u"Print"_s), this)),
       m_export(new QPushButton(translated(u"Export"_s), this)) {
@@ -50,11 +49,12 @@ TraceWindow::TraceWindow(Context& context, Tracer tracer, const Start& start, QW
     buildWindow();
     m_typing.setSingleShot(true);
     m_typing.setInterval(pause);
-    m_typing.callOnTimeout(this, &TraceWindow::search);
+    m_typing.callOnTimeout(this, [this] { search(); });
     connect(m_text, &QLineEdit::textEdited, &m_typing, qOverload<>(&QTimer::start));
-    connect(m_text, &QLineEdit::returnPressed, this, &TraceWindow::search);
+    connect(m_text, &QLineEdit::returnPressed, this, [this] { search(); });
     connect(m_found, &TraceList::choiceChanged, this, &TraceWindow::showRecall);
     connect(m_found, &TraceList::opened, this, &TraceWindow::openFound);
+    connect(m_usedIn, &TraceList::opened, this, &TraceWindow::openFormula);
     connect(m_batches, &TraceList::choiceChanged, this, &TraceWindow::showPrescriptions);
     connect(m_batches, &TraceList::opened, this, &TraceWindow::openBatch);
     connect(m_prescriptions, &TraceList::opened, this, &TraceWindow::openPrescription);
@@ -64,23 +64,8 @@ TraceWindow::TraceWindow(Context& context, Tracer tracer, const Start& start, QW
     connect(m_export, &QPushButton::clicked, this, &TraceWindow::exportList);
     m_text->setText(start.text);
     m_text->selectAll();  // another one is typed over it
-    search();
+    search(start.found);
     choose(start.key);
-}
-
-// Where the text stands for more than the record that it was taken from.
-void TraceWindow::choose(std::int64_t key) {
-    if (key == 0 || m_found->rowCount() < 2)
-        return;
-    for (int row = 0; row < m_found->rowCount(); ++row) {
-        const auto place = static_cast<std::size_t>(row);
-        const std::int64_t there = !m_patients.empty() ? m_patients.at(place).key
-                                   : !m_hits.ingredients.empty()
-                                       ? m_tracer.chemicalOf(m_hits.ingredients.at(place))
-                                       : 0;
-        if (there == key)
-            return m_found->choose(row);
-    }
 }
 
 void TraceWindow::buildWindow() {
@@ -91,9 +76,9 @@ void TraceWindow::buildWindow() {
     column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     column->setSpacing(2 * grid);
     column->addLayout(topRow());
-    column->addLayout(m_similar);
+    column->addLayout(m_offers);
     column->addWidget(m_message);
-    column->addWidget(m_found, 1);
+    column->addLayout(foundRow(), 1);
     column->addWidget(m_batches, 2);
     column->addWidget(m_prescriptions, 3);
     column->addLayout(bottomRow());
@@ -111,7 +96,7 @@ QLayout* TraceWindow::topRow() {
     m_to->setObjectName(u"txtTo"_s);
     auto* top = new QHBoxLayout;
     top->setSpacing(2 * grid);
-    top->addWidget(platform::captionFor(*m_text, translated(u"Lot, NDC, chemical or patient"_s)));
+    top->addWidget(platform::captionFor(*m_text, translated(u"Lot, NDC, chemical, formula or patient"_s)));
     top->addWidget(m_text);
     top->addStretch();
     for (const auto& [box, text] :
@@ -121,6 +106,15 @@ QLayout* TraceWindow::topRow() {
         top->addWidget(box);
     }
     return top;
+}
+
+/// What was found, and the formulas that use it now.
+QLayout* TraceWindow::foundRow() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2 * grid);
+    row->addWidget(m_found, 3);
+    row->addWidget(m_usedIn, 1);
+    return row;
 }
 
 QLayout* TraceWindow::bottomRow() {
@@ -141,54 +135,6 @@ QLayout* TraceWindow::bottomRow() {
     return bottom;
 }
 
-// A text that stands for nothing leaves the lists empty, and says where it was looked for.
-void TraceWindow::search() {
-    guarded(u"TraceWindow:search"_s, [&] {
-        m_typing.stop();
-        m_hits = m_tracer.find(m_text->text());
-        m_patients.clear();
-        const QString text = m_text->text().trimmed();
-        if (m_hits.ingredients.empty() && m_hits.batches.empty() && text.size() >= leastOfName)
-            m_patients = m_tracer.patientsNamed(text);
-        showSimilar();
-        showFound();
-        showRecall();
-    });
-}
-
-void TraceWindow::showSimilar() {
-    while (QLayoutItem* item = m_similar->takeAt(0)) {
-        if (item->widget())
-            item->widget()->deleteLater();
-        delete item;
-    }
-    const QStringList lots = m_tracer.similarTo(m_text->text());
-    if (lots.isEmpty())
-        return;
-    auto* caption = new QLabel(translated(u"Similar lots:"_s), this);
-    platform::setLook(*caption, "quiet");
-    m_similar->addWidget(caption);
-    QWidget* before = m_to->focusProxy();
-    for (const QString& lot : lots.mid(0, mostSimilar)) {
-        auto* button = new QPushButton(QString(lot).replace(u"&"_s, u"&&"_s), this);
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, [this, lot] {
-            m_text->setText(lot);
-            search();
-            m_text->setFocus();
-        });
-        m_similar->addWidget(button);
-        setTabOrder(before, button);
-        before = button;
-    }
-    if (lots.size() > mostSimilar) {
-        auto* more = new QLabel(u"+ %1"_s.arg(lots.size() - mostSimilar), this);
-        more->setToolTip(lots.mid(mostSimilar).join(u'\n'));
-        m_similar->addWidget(more);
-    }
-    m_similar->addStretch();
-}
-
 std::vector<Ingredient> TraceWindow::chosenIngredients() const {
     const std::vector<int> rows = m_found->chosen();
     if (rows.empty())
@@ -207,16 +153,24 @@ TraceDays TraceWindow::days() const {
 }
 
 RecallList TraceWindow::list() const {
-    if (!m_patients.empty()) {
+    const auto chosenOf = [&](const auto& records) {
         const std::vector<int> rows = m_found->chosen();
-        if (rows.empty() && m_patients.size() > 1)
-            return {};
-        return recallList(m_tracer, m_patients.at(rows.empty() ? 0 : static_cast<std::size_t>(rows.front())),
+        if (rows.empty() && records.size() > 1)
+            return RecallList();
+        return recallList(m_tracer, records.at(rows.empty() ? 0 : static_cast<std::size_t>(rows.front())),
                           days());
-    }
+    };
+    if (m_taken == Found::Patients)
+        return chosenOf(m_patients);
+    if (m_taken == Found::Formulas)
+        return chosenOf(m_formulas);
     TraceHits hits = m_hits;
-    if (!hits.ingredients.empty())
+    if (m_taken == Found::Batches) {
+        hits.by = TraceHits::By::Batch;
+        hits.ingredients.clear();
+    } else if (!hits.ingredients.empty()) {
         hits.ingredients = chosenIngredients();
+    }
     return recallList(m_tracer, m_text->text(), hits, days());
 }
 
@@ -228,6 +182,10 @@ QString TraceWindow::message() const {
         sentences << recallNothing(m_list.searched);
     else if (nothing && !m_list.ingredients.empty() && m_list.recall.hiddenBatches == 0)
         sentences << recallNoBatch(m_list.searched);
+    else if (nothing && m_list.formula && m_list.recall.hiddenBatches == 0)
+        sentences << recallNotMade(m_list.searched);
+    else if (nothing && m_list.patient && m_list.recall.hiddenPrescriptions == 0)
+        sentences << recallNotDispensed(m_list.searched);
     RecallList open = m_list;
     open.absent = m_tracer.absentArchives();
     open.recall.uncertain.clear();  // the totals have them
@@ -247,14 +205,9 @@ void TraceWindow::showRecall() {
         say(message());
         for (QPushButton* button : {m_print, m_export})
             button->setEnabled(!m_list.asked.isEmpty());
+        showUsedIn();
         showBatches();
         showPrescriptions();
-        const std::vector<int> chosen = m_found->chosen();
-        if (m_hits.ingredients.empty() || (chosen.size() != 1 && m_hits.ingredients.size() != 1))
-            return;
-        const std::vector<NamedKey> now = m_tracer.formulasWith(chosenIngredients().front());
-        m_found->setRemark(platform::counted(translated(u"in %1 formula now | in %1 formulas now"_s),
-                                             static_cast<std::int64_t>(now.size())));
     });
 }
 
@@ -283,45 +236,6 @@ void TraceWindow::exportList() {
         completeList();
         say(exportRecall(m_list));
     });
-}
-
-void TraceWindow::openFound(int row) {
-    const auto place = static_cast<std::size_t>(row);
-    if (!m_patients.empty())
-        open(patients, {0, m_patients.at(place).key});
-    else
-        openIngredient(m_contents.empty() ? m_hits.ingredients.at(place) : m_contents.at(place));
-}
-
-// What was made here has its record in the log.
-void TraceWindow::openIngredient(const Ingredient& ingredient) {
-    const std::int64_t chemical = m_tracer.chemicalOf(ingredient);
-    const TraceHits made = m_tracer.find(ingredient.lot, TraceHits::By::Batch);
-    if (chemical == 0 && !made.batches.empty())
-        return open(logs, made.batches.front().key);
-    open(chemicals, {0, chemical});
-}
-
-void TraceWindow::openBatch(int row) {
-    const auto place = static_cast<std::size_t>(row);
-    const std::size_t certain = m_list.recall.batches.size();
-    open(logs, place < certain ? m_list.recall.batches[place].key
-                               : m_list.recall.uncertain.at(place - certain).key);
-}
-
-void TraceWindow::openPrescription(int row) {
-    open(patients, m_shown.at(static_cast<std::size_t>(row)).patient);
-}
-
-// What lies in an archive, or is no more, has no record to open.
-void TraceWindow::open(ScreenNumber screen, TraceKey key) {
-    if (key.file != 0 || key.key == 0) {
-        say(key.file != 0 ? translated(u"This batch lies in an archive: open that file to see its record."_s)
-                          : translated(u"This chemical is not among the chemicals any more."_s));
-        return;
-    }
-    m_wanted = {screen, key.key};
-    accept();
 }
 
 }  // namespace sorvanto

@@ -1,6 +1,7 @@
-// Where did it go: a lot, chemical, batch or patient is typed, and the batches and prescriptions that it leads to are
-// listed, through stock bases and archives. A row opens its record; the whole is printed or exported as a recall list.
-//   TraceWindow.cpp   the window and what is asked   TraceWindow_lists.cpp   what the lists show
+// Where did it go: a lot, chemical, batch, formula or patient is typed, and the batches and prescriptions that it leads to
+// are listed, through stock bases and archives. A row opens its record; the whole is printed or exported as a recall list.
+//   TraceWindow.cpp         the window, where it went    TraceWindow_search.cpp   what the text stands for
+//   TraceWindow_lists.cpp   what the lists show          TraceWindow_rows.cpp     what their rows open
 #pragma once
 
 #include "core/ScreenTable.h"
@@ -36,11 +37,15 @@ public:
         std::int64_t key = 0;  ///< 0: none
     };
 
+    /// What a text is taken for. A lot may be a chemical's, which was made here, and that of the batch itself.
+    enum class Found { Chemicals, Batches, Patients, Formulas };
+
     /// What is searched at once.
     struct Start {
         QString text;  ///< may be empty
-        std::int64_t key =
-            0;  ///< of the chemical or patient that is meant, where the text stands for several; 0: all
+        /// Of the chemical, patient or formula that is meant, where the text stands for several; 0: all.
+        std::int64_t key = 0;
+        Found found = Found::Chemicals;  ///< what it is, where the text stands for more than that
     };
     TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent = nullptr);
 
@@ -50,13 +55,23 @@ private:
     void buildWindow();
     QLayout* topRow();
     QLayout* bottomRow();
-    void search();
+    QLayout* foundRow();
+    void search(Found wanted = Found::Chemicals);
+    void findOthers();
+    void offerOthers(const QString& text);
+    std::size_t count(Found found) const;
     void choose(std::int64_t key);
+    void take(Found found);
+    void showOffers();
+    QWidget* offerFound(QWidget* before);
+    void offerSimilar(QWidget* before);
+    QPushButton* addOffer(const QString& text, QWidget* before);
     void showFound();
     void showPatients();
+    void showFormulas();
     void showContents();
     void showIngredients();
-    void showSimilar();
+    void showUsedIn();
     void showRecall();
     void showBatches();
     void showPrescriptions();
@@ -70,6 +85,7 @@ private:
     void print();
     void exportList();
     void openFound(int row);
+    void openFormula(int row);
     void openIngredient(const Ingredient& ingredient);
     void openBatch(int row);
     void openPrescription(int row);
@@ -78,18 +94,21 @@ private:
     Context& m_context;
     Tracer m_tracer;
     TraceHits m_hits;
-    std::vector<TracedPatient> m_patients;
-    std::vector<Ingredient> m_contents;  ///< of the batch, where that is what was found
-    RecallList m_list;                   ///< what is on show
+    std::vector<TracedPatient> m_patients;  ///< of that name
+    std::vector<TracedFormula> m_formulas;  ///< of that name
+    Found m_taken = Found::Chemicals;       ///< what the text is taken for
+    std::vector<Ingredient> m_contents;     ///< of the batch, where that is what was found
+    RecallList m_list;                      ///< what is on show
     Wanted m_wanted{formulas, 0};
     std::vector<TracedPrescription> m_shown;  ///< prescriptions of the chosen batches
     QTimer m_typing;
     QLineEdit* m_text;
     platform::DateBox* m_from;
     platform::DateBox* m_to;
-    QHBoxLayout* m_similar;
+    QHBoxLayout* m_offers;  ///< what else the text may stand for
     QLabel* m_message;
     TraceList* m_found;
+    TraceList* m_usedIn;
     TraceList* m_batches;
     TraceList* m_prescriptions;
     QLabel* m_totals;

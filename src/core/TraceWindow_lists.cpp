@@ -2,6 +2,7 @@
 #include "core/TraceList.h"
 #include "core/TraceWindow.h"
 #include "platform/basic/Plurals.h"
+#include "platform/basic/SystemLocale.h"
 #include "reports/RecallTexts.h"
 #include "shared/Translator.h"
 
@@ -32,12 +33,16 @@ QStringList batchRow(const TracedBatch& batch) {
 void TraceWindow::showFound() {
     m_contents.clear();
     const QSignalBlocker quiet(m_found);
-    if (!m_patients.empty())
-        showPatients();
-    else if (m_hits.ingredients.empty() && !m_hits.batches.empty())
-        showContents();
-    else
-        showIngredients();
+    switch (m_taken) {
+    case Found::Chemicals:
+        return showIngredients();
+    case Found::Batches:
+        return showContents();
+    case Found::Patients:
+        return showPatients();
+    case Found::Formulas:
+        return showFormulas();
+    }
 }
 
 void TraceWindow::showPatients() {
@@ -48,6 +53,17 @@ void TraceWindow::showPatients() {
     std::vector<QStringList> rows;
     for (const TracedPatient& patient : m_patients)
         rows.push_back({patient.name, recallDay(patient.born.startOfDay(Qt::UTC)), patient.phone});
+    m_found->setRows(std::move(rows));
+}
+
+void TraceWindow::showFormulas() {
+    m_found->setTitle(translated(u"Formulas found"_s), translated(u"choose one"_s));
+    m_found->setColumns({{translated(u"Name"_s)},
+                         {translated(u"Strength"_s), doctorWidth},
+                         {translated(u"NDC"_s), ndcWidth}});
+    std::vector<QStringList> rows;
+    for (const TracedFormula& formula : m_formulas)
+        rows.push_back({formula.name, formula.strength, formula.ndc});
     m_found->setRows(std::move(rows));
 }
 
@@ -86,6 +102,18 @@ void TraceWindow::showIngredients() {
     for (const Ingredient& in : m_hits.ingredients)
         rows.push_back({in.name, in.ndc, in.lot, in.form, in.supplier});
     m_found->setRows(std::move(rows));
+}
+
+/// Of chemicals alone.
+void TraceWindow::showUsedIn() {
+    m_usedIn->setVisible(m_taken == Found::Chemicals && !m_hits.ingredients.empty());
+    m_usedIn->setTitle(translated(u"Formulas that use it now"_s),
+                       platform::systemLocale().toString(static_cast<qulonglong>(m_list.formulas.size())));
+    m_usedIn->setColumns({{translated(u"Formula"_s)}});
+    std::vector<QStringList> rows;
+    for (const TracedFormula& formula : m_list.formulas)
+        rows.push_back({formulaText(formula)});
+    m_usedIn->setRows(std::move(rows));
 }
 
 void TraceWindow::showBatches() {

@@ -6,8 +6,10 @@
 #include "platform/basic/Paths.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
+#include "shared/Happening.h"
 #include "shared/ListedScreen.h"
 #include "shared/RecordScreen.h"
+#include "shared/Translator.h"
 #include "shared/databaseInUse.h"
 
 #include <QFileInfo>
@@ -27,12 +29,17 @@ QString shownText(const RecordScreen& screen, QLatin1String control) {
 
 /// The record on show by its lot or name, where the screen has one that leads somewhere.
 TraceWindow::Start frmMain::traceStart() const {
-    if (m_current != chemicals && m_current != logs && m_current != patients)
+    using Found = TraceWindow::Found;
+    if (m_current == currentFormula)
         return {};
     const RecordScreen& screen = hosted(static_cast<ScreenNumber>(m_current));
     const auto* listed = dynamic_cast<const ListedScreen*>(&screen);
-    TraceWindow::Start start{{}, listed ? listed->shownKey() : 0};
+    TraceWindow::Start start{{}, listed ? listed->shownKey() : 0, Found::Chemicals};
     switch (m_current) {
+    case formulas:
+        start.text = shownText(screen, "txtfrm_Name"_L1);
+        start.found = Found::Formulas;
+        break;
     case chemicals:
         for (const QLatin1String control : {"txtchm_Lot"_L1, "txtchm_NDC"_L1, "txtchm_Name"_L1}) {
             if (start.text.trimmed().isEmpty())
@@ -40,11 +47,12 @@ TraceWindow::Start frmMain::traceStart() const {
         }
         break;
     case logs:
-        return {shownText(screen, "txtlog_Lot"_L1)};
+        return {shownText(screen, "txtlog_Lot"_L1), 0, Found::Batches};
     default:
         QStringList names{shownText(screen, "txtpat_LName"_L1), shownText(screen, "txtpat_FName"_L1)};
         names.removeAll(QString());
         start.text = names.join(u", "_s);
+        start.found = Found::Patients;
     }
     return start;
 }
@@ -65,18 +73,24 @@ void frmMain::showTrace() {
     });
 }
 
-// As by hand: the screen's button, then the record. A record that is being changed there stays.
+// As by hand: the screen's button, then the record. A record that is being changed there stays, and it is said.
 void frmMain::showRecord(ScreenNumber number, std::int16_t key) {
+    if (!screen(number))
+        return announce(
+            translated(u"The record was not opened: patients are switched off in the options."_s));
     for (const ScreenRow& row : screenTable) {
-        if (row.number != number || !screen(number))
-            continue;
-        if (m_current != number)
+        if (row.number == number && m_current != number)
             m_bar.band(u"FormBar"_s).tool(QString::fromLatin1(row.button)).action().trigger();
-        if (auto* listed = dynamic_cast<ListedScreen*>(screen(number));
-            listed && m_current == number && m_bar.band(u"MainBar"_s).tool(u"cmdNext"_s).enabled())
-            listed->showRecord(key);
-        refreshForm();
     }
+    auto* listed = dynamic_cast<ListedScreen*>(screen(number));
+    if (!listed || m_current != number)
+        return;
+    if (listed->canLeaveRecord())
+        listed->showRecord(key);
+    else if (listed->shownKey() != key)
+        announce(translated(
+            u"The record was not opened: another one is being changed there. Save or cancel that one first."_s));
+    refreshForm();
 }
 
 }  // namespace sorvanto

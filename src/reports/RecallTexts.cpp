@@ -46,6 +46,8 @@ QString reasonOf(const TracedBatch& batch) {
 QString foundBy(const RecallList& list) {
     if (list.patient)
         return translated(u"Patient"_s);
+    if (list.formula)
+        return translated(u"Formula"_s);
     switch (list.by) {
     case TraceHits::By::Lot:
         return translated(u"found by lot"_s);
@@ -59,6 +61,19 @@ QString foundBy(const RecallList& list) {
         break;
     }
     return {};
+}
+
+QString formulaText(const TracedFormula& formula) {
+    return formula.strength.isEmpty() ? formula.name : formula.name + u' ' + formula.strength;
+}
+
+QString recallFormulas(const RecallList& list) {
+    QStringList names;
+    for (const TracedFormula& formula : list.formulas)
+        names << formulaText(formula);
+    return names.isEmpty()
+               ? QString()
+               : translated(u"Formulas that use it now: %1"_s).replace(u"%1"_s, names.join(u", "_s));
 }
 
 QString recallTotals(const Recall& recall) {
@@ -127,6 +142,20 @@ QString recallNoBatch(std::int64_t searched) {
     return platform::counted(
         translated(
             u"No batch took it in: %1 batch was searched. | No batch took it in: %1 batches were searched."_s),
+        searched);
+}
+
+QString recallNotDispensed(std::int64_t searched) {
+    return platform::counted(
+        translated(
+            u"Nothing was dispensed: %1 batch was searched. | Nothing was dispensed: %1 batches were searched."_s),
+        searched);
+}
+
+QString recallNotMade(std::int64_t searched) {
+    return platform::counted(
+        translated(
+            u"No batch was made of it: %1 batch was searched. | No batch was made of it: %1 batches were searched."_s),
         searched);
 }
 

@@ -18,6 +18,10 @@ QString reasonOf(const TracedBatch& batch);
 /// "found by lot"; empty where the text stands for nothing.
 QString foundBy(const RecallList& list);
 
+/// "Cooling Gel 1%"
+QString formulaText(const TracedFormula& formula);
+/// "Formulas that use it now: Arnica Salve, Cooling Gel 1%"; empty where none does.
+QString recallFormulas(const RecallList& list);
 /// "4 batches · 6 prescriptions · 5 patients"
 QString recallTotals(const Recall& recall);
 /// "from 1/5/2026", "from 1/5/2026 to 2/5/2026", "to 2/5/2026"; empty without bounds.
@@ -31,5 +35,9 @@ QStringList recallGaps(const RecallList& list);
 QString recallNothing(std::int64_t searched);
 /// "No batch took it in: 3 batches were searched."
 QString recallNoBatch(std::int64_t searched);
+/// "Nothing was dispensed: 3 batches were searched."
+QString recallNotDispensed(std::int64_t searched);
+/// "No batch was made of it: 3 batches were searched."
+QString recallNotMade(std::int64_t searched);
 
 }  // namespace sorvanto

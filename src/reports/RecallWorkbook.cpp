@@ -19,6 +19,13 @@ using platform::XlsWorkbook;
 
 constexpr int twipsOfLetter = 125, narrowest = 1100, widest = 6000;
 
+/// What is too long for a cell ends in a sign that it goes on.
+QString fitting(const QString& text) {
+    return text.size() <= XlsWorkbook::mostCharacters
+               ? text
+               : text.left(XlsWorkbook::mostCharacters - 1) + u'\u2026';
+}
+
 /// Writes one sheet: what the list is about, headings, rows.
 class SheetWriter {
 public:
@@ -31,7 +38,8 @@ public:
         const QString days = recallDays(list.days);
         QStringList lines{translated(u"Recall List"_s) + u": "_s + recallTitle(list)};
         lines += recallIngredients(list);
-        lines << days << recallSearched(list) << recallTotals(list.recall) << recallGaps(list);
+        lines << fitting(recallFormulas(list)) << days << recallSearched(list) << recallTotals(list.recall)
+              << recallGaps(list);
         lines.removeAll(QString());
         for (const QString& text : lines) {
             m_book.addText(m_row, 0, m_row == 0 ? m_bold : 0, text);

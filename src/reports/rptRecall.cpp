@@ -181,11 +181,12 @@ void rptRecall::pageHeaderFormat() {
 
 void rptRecall::groupHeaderFormat() {
     QStringList lines = recallIngredients(m_list);
+    lines << recallFormulas(m_list);
     const QString days = recallDays(m_list.days);
     if (!days.isEmpty())
         lines << (m_list.patient ? translated(u"Prescriptions"_s) : translated(u"Batches"_s)) + u": "_s +
                      days;
-    const bool nothing = m_list.by == TraceHits::By::Nothing && !m_list.patient;
+    const bool nothing = m_list.by == TraceHits::By::Nothing && !m_list.patient && !m_list.formula;
     lines << (nothing ? recallNothing(m_list.searched) : QString()) << recallSearched(m_list);
     lines.removeAll(QString());
     setText(u"txtSearched"_s, lines.join(u'\n'));

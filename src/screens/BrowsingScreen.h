@@ -69,6 +69,7 @@ public:
 
     std::int16_t shownKey() const override;
     SetPlace setPlace() const override;
+    bool canLeaveRecord() const override { return m_locked; }
     void showRecord(std::int16_t key) override;
     /// The record on show as the file has it now, unless it is being changed; the boxes follow with refreshForm.
     void rereadRecord();

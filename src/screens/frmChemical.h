@@ -23,6 +23,8 @@ public:
 
     void Form_Load() override;
     ListedTable listedTable() const override { return listedChemicals(); }
+    /// Also while it is open from the start and nothing was typed.
+    bool canLeaveRecord() const override { return m_locked || (m_neverLocked && !m_new && !hasTypedText()); }
     void lockForm() override;
     bool saveForm() override;
     void searchChemical(const QString& searchText);

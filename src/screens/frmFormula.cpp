@@ -39,6 +39,7 @@ const BrowsedRecords formulaRecords{
               .search = ToolRule::Locked,
               .make = ToolRule::Locked,
               .printAndExport = ToolRule::Locked,
+              .trace = ToolRule::On,
               .worksheet = true},
 };
 

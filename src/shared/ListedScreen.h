@@ -43,6 +43,8 @@ public:
     /// Of the record on show; 0 for none.
     virtual std::int16_t shownKey() const = 0;
     virtual SetPlace setPlace() const = 0;
+    /// Whether another record may take the place of the one on show: nobody is changing it.
+    virtual bool canLeaveRecord() const = 0;
     /// Moves the set to the record, as the moves do; one that the set doesn't hold is opened as a search would.
     virtual void showRecord(std::int16_t key) = 0;
 

@@ -25,6 +25,7 @@ RecallList recallList(const Tracer& tracer, const QString& asked, const TraceHit
                                                    : asked;
     list.by = hits.by;
     list.ingredients = hits.ingredients;
+    list.formulas = tracer.formulasWith(hits.ingredients);
     list.days = days;
     if (!hits.ingredients.empty() || !hits.batches.empty())
         list.recall = tracer.whereWent(hits.ingredients,
@@ -38,6 +39,15 @@ RecallList recallList(const Tracer& tracer, const TracedPatient& patient, const 
     list.patient = patient;
     list.days = days;
     list.recall = tracer.dispensedTo(patient.key, days);
+    return list;
+}
+
+RecallList recallList(const Tracer& tracer, const TracedFormula& formula, const TraceDays& days) {
+    RecallList list = searchedIn(tracer);
+    list.asked = formula.name;
+    list.formula = formula;
+    list.days = days;
+    list.recall = tracer.madeOf(formula.key, days);
     return list;
 }
 

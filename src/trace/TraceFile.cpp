@@ -87,6 +87,32 @@ QString joined(const QString& last, const QString& first) {
     return last.isEmpty() || first.isEmpty() ? last + first : last + u", "_s + first;
 }
 
+/// Ingredients as one bound value, for json_each.
+QString listed(const std::vector<Ingredient>& ingredients) {
+    QJsonArray array;
+    for (const Ingredient& one : ingredients)  // what is empty is a text too, and no null
+        array.append(QJsonArray{one.name + u""_s, one.lot + u""_s, one.ndc + u""_s});
+    return QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact));
+}
+
+constexpr auto formulas = "SELECT DISTINCT FormulaID, frm_Name, frm_Strength, frm_NDC FROM Formula %1"_L1;
+constexpr auto formulaOrder = " ORDER BY frm_Name, FormulaID"_L1;
+
+/// The chemicals among the ingredients that are asked for.
+constexpr auto isAskedFor =
+    "(coalesce(chm_Name, '') COLLATE NOCASE, coalesce(chm_Lot, '') COLLATE NOCASE, coalesce(chm_NDC, '') COLLATE "
+    "NOCASE) IN (SELECT json_extract(value, '$[0]'), json_extract(value, '$[1]'), json_extract(value, '$[2]') FROM "
+    "json_each(?))"_L1;
+
+TracedFormula formulaIn(const Question& row) { return {row.key(0), row.text(1), row.text(2), row.text(3)}; }
+
+std::vector<TracedFormula> formulasIn(Question rows) {
+    std::vector<TracedFormula> all;
+    while (rows.next())
+        all.push_back(formulaIn(rows));
+    return all;
+}
+
 constexpr auto patients = "SELECT PatientID, pat_LName, pat_FName, pat_Phone, pat_BDay FROM Patient %1"_L1;
 
 TracedPatient patientIn(const Question& row) {
@@ -183,6 +209,13 @@ std::map<std::int64_t, QString> TraceFile::batchesWithLots(const QStringList& lo
 
 TraceFile::Keys TraceFile::batchesMadeAs(const QString& lot) const {
     return Question(m_connection, u"SELECT LogID FROM Log WHERE log_Lot = ? AND "_s + m_own, {lot}).keys();
+}
+
+// Formulas keep their keys in every archive.
+TraceFile::Keys TraceFile::batchesMadeOf(std::int64_t formula) const {
+    return Question(m_connection, u"SELECT LogID FROM Log WHERE FormulaID = ? AND "_s + m_own,
+                    {QVariant::fromValue<qint64>(formula)})
+        .keys();
 }
 
 TraceFile::Keys TraceFile::batchesWithoutLines() const {
@@ -289,17 +322,23 @@ std::int64_t TraceFile::chemicalOf(const Ingredient& ingredient) const {
     return rows.next() ? rows.key(0) : 0;
 }
 
-std::vector<NamedKey> TraceFile::formulasWith(const Ingredient& ingredient) const {
-    Question rows(
-        m_connection,
-        u"SELECT DISTINCT FormulaID, frm_Name FROM Formula JOIN FormChem USING (FormulaID) JOIN Chemical "
-        "USING (ChemicalID) WHERE "_s +
-            isChemical + u" ORDER BY frm_Name, FormulaID"_s,
-        {ingredient.name, ingredient.lot, ingredient.ndc});
-    std::vector<NamedKey> all;
-    while (rows.next())
-        all.push_back({rows.key(0), rows.text(1)});
+std::vector<TracedFormula> TraceFile::formulasWith(const std::vector<Ingredient>& ingredients) const {
+    const QString ofThem =
+        u"JOIN FormChem USING (FormulaID) JOIN Chemical USING (ChemicalID) WHERE "_s + isAskedFor;
+    return formulasIn({m_connection, formulas.arg(ofThem) + formulaOrder, {listed(ingredients)}});
+}
+
+std::vector<TracedFormula> TraceFile::formulasNamed(const QString& text) const {
+    const QString wanted = platform::folded(text);
+    std::vector<TracedFormula> all = formulasIn({m_connection, formulas.arg(QString()) + formulaOrder});
+    std::erase_if(
+        all, [&](const TracedFormula& formula) { return !platform::folded(formula.name).contains(wanted); });
     return all;
+}
+
+std::optional<TracedFormula> TraceFile::formulaOf(std::int64_t key) const {
+    Question row(m_connection, formulas.arg(u"WHERE FormulaID = ?"_s), {QVariant::fromValue<qint64>(key)});
+    return row.next() ? std::optional(formulaIn(row)) : std::nullopt;
 }
 
 bool TraceFile::writePatient(TracedPrescription& prescription) const {

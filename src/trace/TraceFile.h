@@ -35,6 +35,8 @@ public:
     /// Batches that took in one of the lots, each with the lot as it was asked for.
     std::map<std::int64_t, QString> batchesWithLots(const QStringList& lots) const;
     Keys batchesMadeAs(const QString& lot) const;
+    /// Made of the formula, whatever its name was.
+    Keys batchesMadeOf(std::int64_t formula) const;
     Keys batchesWithoutLines() const;
     /// Batches that cost more than their lines, by more than rounding explains: lines are missing. One that lacks lines
     /// without a price is not found. As of the last look for them, which takes time; none before.
@@ -51,8 +53,11 @@ public:
     std::optional<TracedPatient> patientOf(std::int64_t key) const;
     /// The chemical as it stands now; 0 where there is none any more.
     std::int64_t chemicalOf(const Ingredient& ingredient) const;
-    /// Formulas with the chemical now, by name.
-    std::vector<NamedKey> formulasWith(const Ingredient& ingredient) const;
+    /// Formulas with one of the chemicals now, each once, by name.
+    std::vector<TracedFormula> formulasWith(const std::vector<Ingredient>& ingredients) const;
+    /// Those whose folded name holds the folded text, by name.
+    std::vector<TracedFormula> formulasNamed(const QString& text) const;
+    std::optional<TracedFormula> formulaOf(std::int64_t key) const;
     /// Writes the patient's name and phone of this file into the prescription; false where there is no such patient.
     bool writePatient(TracedPrescription& prescription) const;
     /// In the order of the batch.

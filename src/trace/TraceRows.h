@@ -56,10 +56,10 @@ struct TracedPatient {
     QDate born;
 };
 
-/// A record of the database in use.
-struct NamedKey {
+/// A formula as it stands now in the database in use.
+struct TracedFormula {
     std::int64_t key = 0;
-    QString name;
+    QString name, strength, ndc;
 };
 
 /// Batches made in these days, both included; an invalid date is no bound.

@@ -263,6 +263,15 @@ Recall Tracer::whereWent(const std::vector<Ingredient>& ingredients, const QStri
     return recallOf(following(std::move(reached)), days);
 }
 
+Recall Tracer::madeOf(std::int64_t formula, const TraceDays& days) const {
+    Reached reached;
+    for (std::size_t i = 0; i < m_files.size(); ++i) {
+        for (const std::int64_t key : m_files[i].batchesMadeOf(formula))
+            reached.add(static_cast<int>(i), key, {});
+    }
+    return recallOf(following(std::move(reached)), days);
+}
+
 Recall Tracer::dispensedTo(std::int64_t patient, const TraceDays& days) const {
     Recall recall;
     Reached reached;

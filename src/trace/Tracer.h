@@ -41,14 +41,20 @@ public:
     std::int64_t chemicalOf(const Ingredient& ingredient) const {
         return m_files.front().chemicalOf(ingredient);
     }
-    std::vector<NamedKey> formulasWith(const Ingredient& ingredient) const {
-        return m_files.front().formulasWith(ingredient);
+    std::vector<TracedFormula> formulasWith(const std::vector<Ingredient>& ingredients) const {
+        return m_files.front().formulasWith(ingredients);
     }
+    std::vector<TracedFormula> formulasNamed(const QString& text) const {
+        return m_files.front().formulasNamed(text);
+    }
+    std::optional<TracedFormula> formulaOf(std::int64_t key) const { return m_files.front().formulaOf(key); }
 
     /// Batches that took in one of the ingredients or were made as the lot, all made with those, and what they were
     /// dispensed as.
     Recall whereWent(const std::vector<Ingredient>& ingredients, const QString& batchLot,
                      const TraceDays& days) const;
+    /// Batches that were made of the formula, all made with those, and what they were dispensed as.
+    Recall madeOf(std::int64_t formula, const TraceDays& days) const;
     /// What was dispensed to a patient in these days, and the batches it came from, of whatever days.
     Recall dispensedTo(std::int64_t patient, const TraceDays& days) const;
 

@@ -35,8 +35,30 @@ protected:
         prescription(2, 2, u"02-06"_s);
         sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'Base', 'L1', 'N-Base')"_s);
     }
-    void open(const QString& text, std::int64_t key = 0) {
-        window = std::make_unique<TraceWindow>(context, tracer(), TraceWindow::Start{text, key});
+    void open(const QString& text, std::int64_t key = 0,
+              TraceWindow::Found found = TraceWindow::Found::Chemicals) {
+        window = std::make_unique<TraceWindow>(context, tracer(), TraceWindow::Start{text, key, found});
+    }
+    /// Once all is looked for; the texts of the buttons that offer what else was found, parted by bars.
+    std::string offers() {
+        QCoreApplication::processEvents();
+        QStringList texts;
+        for (int number = 0; number < 4; ++number) {
+            if (const auto* offer = window->findChild<QPushButton*>(u"cmdFound%1"_s.arg(number)))
+                texts << offer->text();
+        }
+        return texts.join(u'|').toStdString();
+    }
+    bool shown(const QString& name) { return list(name).isVisibleTo(window.get()); }
+    /// By the keys, as far as its record.
+    TraceWindow::Wanted enterOn(const QString& name, int row) {
+        list(name).setCurrentIndex(list(name).model()->index(row, 0));
+        QTest::keyClick(&list(name), Qt::Key_Return);
+        return window->wanted();
+    }
+    void formulas() const {
+        sql(u"INSERT INTO Formula (FormulaID, frm_Name, frm_Strength) VALUES (3, 'Salve', '1%'), (4, 'Gel', NULL)"_s);
+        sql(u"INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (3, 7), (4, 7)"_s);
     }
     void setDay(const QString& name, const QString& text) {
         auto& box = *window->findChild<platform::DateBox*>(name)->findChild<QLineEdit*>();
@@ -145,6 +167,104 @@ TEST_F(TraceWindowTest, ABatchShowsWhatIsInItAndWhereItWent) {
     EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
 }
 
+TEST_F(TraceWindowTest, TheFormulasThatUseAChemicalNowAreListedAndOpen) {
+    formulas();
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot) VALUES (8, 'Other', 'L1')"_s);
+    sql(u"INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (4, 8)"_s);
+    open(u"L1"_s);
+    EXPECT_TRUE(shown(u"grdFormulas"_s));
+    EXPECT_EQ(column(u"grdFormulas"_s, 0), u"Gel Salve 1%"_s) << "of all that was found, each once";
+    EXPECT_EQ(list(u"grdFormulas"_s).accessibleName(), u"Formulas that use it now"_s);
+    list(u"grdFound"_s).selectRow(1);
+    EXPECT_EQ(column(u"grdFormulas"_s, 0), u"Gel"_s) << "of the chosen one";
+    list(u"grdFound"_s).selectRow(0);
+    EXPECT_EQ(enterOn(u"grdFormulas"_s, 1).screen, ScreenNumber::formulas);
+    EXPECT_EQ(window->wanted().key, 3);
+    EXPECT_EQ(window->result(), QDialog::Accepted);
+    for (const QString& other : {u"B0900"_s, u"aber"_s, u"nowhere"_s, u"Salve"_s}) {
+        open(other);
+        EXPECT_FALSE(shown(u"grdFormulas"_s)) << "no chemical: " << other.toStdString();
+    }
+}
+
+TEST_F(TraceWindowTest, APatientNamedAsAChemicalIsOfferedBesideIt) {
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Ann', 'Basey'), (4, 'Bob', 'Basel')"_s);
+    prescription(2, 4, u"02-07"_s);
+    open(u"base"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Base"_s) << "the chemical first";
+    ASSERT_EQ(offers(), "Patients found: 2");
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    window->findChild<QLineEdit*>(u"txtTrace"_s)->setFocus();
+    for (int stops = 0; stops < 9 && !qobject_cast<QPushButton*>(QApplication::focusWidget()); ++stops)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), u"cmdFound2"_s) << "the keys come by";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Basel, Bob Basey, Ann"_s);
+    EXPECT_EQ(QApplication::focusWidget(), &list(u"grdFound"_s));
+    EXPECT_EQ(column(u"grdBatches"_s, 2), QString()) << "which of them is for the user to say";
+    EXPECT_EQ(offers(), "Chemicals found: 1") << "and back";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
+    EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, patients);
+    EXPECT_EQ(window->wanted().key, 4);
+    button(u"cmdFound0"_s).click();
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Base"_s);
+    type(u"B0900"_s);
+    EXPECT_EQ(offers(), "") << "of this text there is nothing else";
+    type(u"xu"_s);
+    EXPECT_EQ(offers(), "") << "the patient is what is shown";
+}
+
+TEST_F(TraceWindowTest, APatientNamedAsABatchsLotIsOffered) {
+    sql(u"UPDATE Patient SET pat_LName = 'B0900' WHERE PatientID = 1"_s);
+    open(u"b0900"_s);
+    EXPECT_EQ(offers(), "Patients found: 1");
+    button(u"cmdFound2"_s).click();
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0001"_s) << "the only one needs no choice";
+    EXPECT_EQ(offers(), "Batches found: 1");
+}
+
+TEST_F(TraceWindowTest, ABatchThatIsStockedTooShowsWhatIsInItWhereItIsMeant) {
+    sql(u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot) VALUES (3, 'Other', 'B0001')"_s);
+    open(u"B0001"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Other Stock"_s);
+    EXPECT_EQ(offers(), "Batches found: 1");
+    button(u"cmdFound1"_s).click();
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Base Active"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+    EXPECT_EQ(offers(), "Chemicals found: 2");
+    open(u"B0001"_s, 0, TraceWindow::Found::Batches);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Base Active"_s) << "as the log asks";
+}
+
+TEST_F(TraceWindowTest, APatientWhoGotNothingSaysWhatWasSearched) {
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Ann', 'Kent')"_s);
+    open(u"kent"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"Nothing was dispensed: 3 batches were searched."_s);
+    type(u"abern"_s);
+    setDay(u"txtTo"_s, u"2025-01-05"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"1 prescription outside these dates is not listed."_s);
+}
+
+TEST_F(TraceWindowTest, AFormulaLeadsToItsBatches) {
+    formulas();
+    open(u"salve"_s);
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Salve"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900 B0001"_s);
+    EXPECT_EQ(label(u"lblTotals"_s), u"3 batches · 2 prescriptions · 2 patients"_s);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled());
+    EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, ScreenNumber::formulas);
+    EXPECT_EQ(window->wanted().key, 3);
+    type(u"gel"_s);
+    EXPECT_EQ(label(u"lblNothing"_s), u"No batch was made of it: 3 batches were searched."_s);
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name) VALUES (5, 'Salve')"_s);
+    type(u"salve"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), QString()) << "which of them is for the user to say";
+    EXPECT_FALSE(button(u"cmdPrint"_s).isEnabled());
+}
+
 TEST_F(TraceWindowTest, APatientIsFoundByName) {
     open(u"aber"_s);
     EXPECT_EQ(column(u"grdFound"_s, 0), u"Abernathy, Margaret"_s);
@@ -188,6 +308,17 @@ TEST_F(TraceWindowTest, ItOpensAtTheRecordThatItWasAskedFrom) {
     EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
     open(u"Xu, Jin"_s, 3);
     EXPECT_EQ(column(u"grdBatches"_s, 2), QString());
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name) VALUES (3, 'Base'), (4, 'Base')"_s);
+    open(u"Base"_s, 3, TraceWindow::Found::Formulas);
+    EXPECT_EQ(list(u"grdFound"_s).selectionModel()->selectedRows().size(), 1);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0900 B0001"_s);
+    open(u"Base"_s, 4, TraceWindow::Found::Formulas);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), QString()) << "of the other one nothing was made";
+    EXPECT_EQ(offers(), "Chemicals found: 1");
+    sql(u"UPDATE Patient SET pat_LName = 'Base', pat_FName = NULL WHERE PatientID = 2"_s);
+    open(u"Base"_s, 2, TraceWindow::Found::Patients);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s) << "though a chemical is called so";
+    EXPECT_EQ(offers(), "Chemicals found: 1|Formulas found: 2");
 }
 
 /// With the program's options, which the papers bear.
@@ -344,31 +475,24 @@ TEST_F(TraceWindowTest, ATextThatItOpensWithIsTypedOver) {
 }
 
 TEST_F(TraceWindowTest, EnterOnARowOpensItsRecord) {
-    const auto enterOn = [&](const QString& name, int row) {
+    const auto fromL1 = [&](const QString& name, int row) {
         open(u"L1"_s);
-        list(name).setCurrentIndex(list(name).model()->index(row, 0));
-        QTest::keyClick(&list(name), Qt::Key_Return);
-        return window->wanted();
+        return enterOn(name, row);
     };
-    EXPECT_EQ(enterOn(u"grdBatches"_s, 1).screen, logs);
+    EXPECT_EQ(fromL1(u"grdBatches"_s, 1).screen, logs);
     EXPECT_EQ(window->wanted().key, 2);
     EXPECT_EQ(window->result(), QDialog::Accepted);
-    EXPECT_EQ(enterOn(u"grdPrescriptions"_s, 1).screen, patients);
+    EXPECT_EQ(fromL1(u"grdPrescriptions"_s, 1).screen, patients);
     EXPECT_EQ(window->wanted().key, 1);
-    EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, chemicals);
+    EXPECT_EQ(fromL1(u"grdFound"_s, 0).screen, chemicals);
     EXPECT_EQ(window->wanted().key, 7);
     open(u"C3"_s);
-    const auto enterOnContents = [&](int row) {
-        list(u"grdFound"_s).setCurrentIndex(list(u"grdFound"_s).model()->index(row, 0));
-        QTest::keyClick(&list(u"grdFound"_s), Qt::Key_Return);
-        return window->wanted();
-    };
-    EXPECT_EQ(enterOnContents(1).screen, chemicals);
+    EXPECT_EQ(enterOn(u"grdFound"_s, 1).screen, chemicals);
     EXPECT_EQ(window->wanted().key, 7);
-    EXPECT_EQ(enterOnContents(0).screen, logs) << "a stock base was made here";
+    EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, logs) << "a stock base was made here";
     EXPECT_EQ(window->wanted().key, 1);
     sql(u"DELETE FROM Chemical"_s);
-    EXPECT_EQ(enterOn(u"grdFound"_s, 0).key, 0);
+    EXPECT_EQ(fromL1(u"grdFound"_s, 0).key, 0);
     EXPECT_EQ(label(u"lblNothing"_s), u"This chemical is not among the chemicals any more."_s);
 }
 

@@ -26,7 +26,7 @@ txtSearch      on       L         L          L     L
 cmdMake        -        L         -          -     L
 cmdPrint       on       L         L          L     L
 cmdExport      on       L         L          L     L
-cmdTrace       -        -         on         on    on
+cmdTrace       -        on        on         on    on
 cmdNewLot      -        -         on         -     -
 cmdImport      -        -         on         -     -
 mnuWorksheet   on       on        -          -     -

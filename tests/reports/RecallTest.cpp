@@ -138,6 +138,33 @@ TEST_F(RecallTest, APatientsListBoundsThePrescriptions) {
     EXPECT_EQ(str(texts(*run, "txtBatchLot").join('|')), "B1");
 }
 
+TEST_F(RecallTest, TheFormulasThatUseItNowAreNamed) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (7, 'Base', 'L1', '00-1')"_s);
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name, frm_Strength) VALUES (3, 'Salve', '1%'), (4, 'Gel', NULL)"_s);
+    sql(u"INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (3, 7), (4, 7)"_s);
+    EXPECT_EQ(
+        str(text(*paper(list(u"L1"_s)), "txtSearched")),
+        "Base · NDC 00-1 · Lot L1 · Northfield\nFormulas that use it now: Gel, Salve 1%\n2 batches were "
+        "searched.");
+    EXPECT_EQ(sheets(list(u"L1"_s)).count(": Formulas that use it now: Gel, Salve 1%\n"), 2)
+        << "on both sheets";
+    EXPECT_FALSE(sheets(list(u"B1"_s)).contains("Formulas that use")) << "no formula uses it";
+}
+
+TEST_F(RecallTest, FormulasThatFillMoreThanACellAreCutInIt) {
+    RecallList all = list(u"L1"_s);
+    all.formulas.assign(500, TracedFormula{1, QString(u'W').repeated(100), {}, {}});
+    EXPECT_TRUE(sheets(all).contains("W\u2026\n"));
+}
+
+TEST_F(RecallTest, AFormulasListSaysSo) {
+    const Tracer tracer(openDB(), {});
+    const RunPtr run = paper(recallList(tracer, TracedFormula{3, u"Cooling Gel"_s, {}, {}}, {}));
+    EXPECT_EQ(str(text(*run, "txtAsked")), "Cooling Gel (Formula)");
+    EXPECT_EQ(str(text(*run, "txtSearched")), "2 batches were searched.");
+    EXPECT_EQ(str(texts(*run, "txtBatchLot").join('|')), "B2|B1");
+}
+
 TEST_F(RecallTest, ABatchWithoutIngredientsIsNamed) {
     batch(3, u"B3"_s, u"2026-03-05"_s, {}, {});
     const RunPtr run = paper(list(u"L1"_s));

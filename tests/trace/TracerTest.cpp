@@ -103,6 +103,9 @@ TEST_F(TraceTest, AnIngredientWrittenInAnotherCaseIsTheSame) {
     ASSERT_EQ(hits.ingredients.size(), 1U);
     EXPECT_EQ(lots(trace.whereWent(hits.ingredients, {}, {})), u"B3 B2 B1"_s);
     EXPECT_EQ(trace.chemicalOf(hits.ingredients[0]), 7);
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name) VALUES (3, 'Gel')"_s);
+    sql(u"INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (3, 7)"_s);
+    EXPECT_EQ(trace.formulasWith(hits.ingredients).size(), 1U);
     EXPECT_EQ(lots(trace.whereWent(trace.find(u"gel"_s).ingredients, {}, {})), u"B5 B4"_s)
         << "without a lot too";
 }
@@ -127,6 +130,53 @@ TEST_F(TraceTest, ADeletedOrChangedChemicalIsFoundAsItWasLogged) {
     batch(1, u"B1"_s, u"01-05"_s, u"Then L1"_s);
     EXPECT_EQ(whereUsed(u"L1"_s), u"B1"_s);
     EXPECT_EQ(whereUsed(u"L2"_s), QString());
+}
+
+TEST_F(TraceTest, TheFormulasThatUseAnIngredientNow) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) VALUES (1, 'Base', 'L1', 'N1'), (2, 'Base', 'L2', "
+        "'N1'), (3, 'Water', NULL, '')"_s);
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name, frm_Strength) VALUES (1, 'Salve', '1%'), (2, 'gel', NULL), "
+        "(3, 'Cream', NULL), (4, 'Drops', NULL)"_s);
+    sql(u"INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (1, 1), (1, 1), (1, 3), (2, 1), (3, 2), (4, 3)"_s);
+    const Tracer trace = tracer();
+    const auto names = [&](const QString& text) {
+        QStringList all;
+        const TraceHits hits = trace.find(text);
+        for (const TracedFormula& formula : recallList(trace, text, hits, {}).formulas)
+            all << QString::number(formula.key) + u' ' + formula.name + u' ' + formula.strength;
+        return all.join(u", "_s).toStdString();
+    };
+    EXPECT_EQ(names(u"L1"_s), "2 gel , 1 Salve 1%") << "each once, by name";
+    EXPECT_EQ(names(u"L2"_s), "3 Cream ");
+    EXPECT_EQ(names(u"N1"_s), "3 Cream , 2 gel , 1 Salve 1%");
+    EXPECT_EQ(names(u"Water"_s), "4 Drops , 1 Salve 1%") << "no lot and an empty NDC are the same as none";
+    EXPECT_EQ(names(u"nothing"_s), "");
+}
+
+TEST_F(TraceTest, AFormulaLeadsToItsBatchesAndAllMadeWithThem) {
+    sql(u"INSERT INTO Formula (FormulaID, frm_Name) VALUES (3, 'Stock base'), (4, 'Crème'), (5, 'Unused base')"_s);
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    batch(2, u"B2"_s, u"02-05"_s, u"Base B1"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Powder L1"_s);
+    sql(u"UPDATE Log SET FormulaID = 4 WHERE LogID > 1"_s);
+    prescription(1, 1, u"01-06"_s);
+    prescription(2, 2, u"02-06"_s);
+    const Tracer trace = tracer();
+    const std::vector<TracedFormula> bases = trace.formulasNamed(u"BASE"_s);
+    ASSERT_EQ(bases.size(), 2U);
+    EXPECT_EQ(bases[0].key, 3);
+    const RecallList list = recallList(trace, bases[0], {});
+    EXPECT_EQ(list.asked, u"Stock base"_s);
+    EXPECT_EQ(list.formula->key, 3);
+    EXPECT_EQ(list.searched, 3);
+    EXPECT_EQ(lots(list.recall), u"B2<B1 B1"_s) << "whatever they were called";
+    EXPECT_EQ(list.recall.prescriptions.size(), 2U);
+    EXPECT_EQ(lots(trace.madeOf(4, {})), u"B3 B2"_s);
+    EXPECT_EQ(lots(trace.madeOf(3, {QDate(2026, 2, 1), {}})), u"B2<B1"_s);
+    EXPECT_TRUE(trace.madeOf(5, {}).batches.empty());
+    EXPECT_EQ(trace.formulasNamed(u"creme"_s).at(0).key, 4);
+    EXPECT_EQ(trace.formulaOf(5)->name, u"Unused base"_s);
+    EXPECT_FALSE(trace.formulaOf(9));
 }
 
 TEST_F(TraceTest, SimilarLotsAreNamedApartAndNeverSearched) {
@@ -181,6 +231,59 @@ TEST_F(TraceTest, TheDaysBoundTheBatchesNotTheWay) {
     EXPECT_EQ(
         trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {QDate(2026, 2, 1), {}}).prescriptions.size(),
         0U);
+}
+
+TEST_F(TraceTest, OfOneMomentTheLaterRowIsTheNewer) {
+    for (int key = 1; key < 4; ++key) {
+        batch(key, u"B%1"_s.arg(key), u"01-05"_s, u"Base L1"_s);
+        prescription(key, 1, u"01-06"_s);
+    }
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B3 B2 B1"_s);
+    const Tracer trace = tracer();
+    QStringList dispensed;
+    for (const TracedPrescription& one : trace.dispensedTo(1, {}).prescriptions)
+        dispensed << one.batchLot;
+    EXPECT_EQ(dispensed.join(u' '), u"B3 B2 B1"_s);
+}
+
+TEST_F(TraceTest, WhatHasNoDateLiesOutsideOfAnyBound) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    sql(u"UPDATE Log SET log_Date = NULL"_s);
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B1"_s);
+    const Tracer trace = tracer();
+    for (const TraceDays& days : {TraceDays{{}, QDate(2026, 12, 31)}, TraceDays{QDate(2000, 1, 1), {}}}) {
+        const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, days);
+        EXPECT_TRUE(recall.batches.empty());
+        EXPECT_EQ(recall.hiddenBatches, 1) << "and is counted";
+    }
+}
+
+TEST_F(TraceTest, PatientsOfOneNameAreCalledEach) {
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName, pat_Phone) VALUES (3, 'Jin', 'Xu', 'other')"_s);
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    for (const int patient : {2, 3})
+        prescription(1, patient, u"01-06"_s);
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
+    EXPECT_EQ(recall.patients, 2);
+    ASSERT_EQ(patientsToCall(recall).size(), 2U);
+    EXPECT_NE(patientsToCall(recall)[0].phone, patientsToCall(recall)[1].phone);
+}
+
+TEST_F(TraceTest, ALotOfTwoBatchesBringsTheLinesOfBoth) {
+    batch(1, u"B1"_s, u"01-05"_s, u"Powder L1"_s);
+    batch(2, u"B1"_s, u"02-05"_s, u"Water L2"_s);
+    batch(3, u"B3"_s, u"03-05"_s, u"Base B1, Again b1"_s);
+    QStringList in;
+    for (const UsedIngredient& line : tracer().contents({0, 3}))
+        in << line.ingredient.lot + u'<' + line.base;
+    EXPECT_EQ(in.join(u' '), u"B1< b1< L1<B1 L2<B1"_s) << "and once, though the base is in it twice";
+}
+
+TEST_F(TraceTest, SimilarLotsStandOnceAndInOrder) {
+    batch(1, u"AB-100"_s, u"01-05"_s, u"Base AB-100, Base ab100, Base AB1OO, Other AB10"_s);
+    batch(2, u"AA100"_s, u"02-05"_s, QString());
+    EXPECT_EQ(tracer().similarTo(u"AB100"_s).join(u' '), u"AA100 AB-100 AB10 AB1OO"_s);
 }
 
 TEST_F(TraceTest, WhatTheDaysHideIsCounted) {
@@ -357,6 +460,48 @@ TEST_F(ArchivedTraceTest, TheWayLeadsThroughTheArchiveEachBatchOnce) {
     EXPECT_EQ(recall.batches[0].key.file, 0);
     EXPECT_EQ(recall.batches[2].key.file, 1);
     EXPECT_EQ(recall.prescriptions.size(), 2U);
+}
+
+TEST_F(ArchivedTraceTest, AFormulasBatchesAreFoundThereToo) {
+    sql(u"UPDATE Log SET FormulaID = 4"_s);  // of those that stayed
+    EXPECT_EQ(lots(tracer().madeOf(3, {})), u"B3<B1 B2 B1"_s) << "each batch once";
+    EXPECT_EQ(lots(tracer().madeOf(4, {})), u"B3"_s);
+}
+
+TEST_F(ArchivedTraceTest, WhatIsInABatchIsFollowedIntoTheArchive) {
+    QStringList in;
+    for (const UsedIngredient& line : tracer().contents({0, 1}))  // the only one that stayed
+        in << line.ingredient.name + u' ' + line.ingredient.lot + u'<' + line.base;
+    EXPECT_EQ(in.join(u", "_s), u"Base B1<, Powder L1<B1"_s);
+}
+
+TEST_F(ArchivedTraceTest, WithinTheArchiveTheWayLeadsOn) {
+    batch(7, u"B7"_s, u"01-20"_s, u"Base B8"_s);
+    batch(8, u"B8"_s, u"01-10"_s, u"Base B1"_s);
+    batch(9, u"B9"_s, u"09-10"_s, u"Base B7"_s);
+    archiveDatabase(path(), path(u"second.mdb"_s), QDate(2026, 7, 2));
+    EXPECT_EQ(whereUsed(u"L1"_s), u"B9<B7 B3<B1 B2 B7<B8 B8<B1 B1"_s) << "from one to another as well";
+    EXPECT_EQ(tracer().searched(), 6);
+}
+
+TEST_F(ArchivedTraceTest, APatientOfBothIsOne) {
+    prescription(1, 1, u"08-07"_s);  // of the batch that stayed
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
+    EXPECT_EQ(recall.prescriptions.size(), 3U);
+    EXPECT_EQ(recall.patients, 2);
+    EXPECT_EQ(patientsToCall(recall).size(), 2U);
+    EXPECT_EQ(lots(trace.dispensedTo(1, {})), u"B3 B1"_s);
+    EXPECT_EQ(trace.dispensedTo(1, {{}, QDate(2026, 2, 1)}).hiddenPrescriptions, 1);
+}
+
+TEST_F(ArchivedTraceTest, ABatchThatLacksLinesThereIsNamed) {
+    support::runSql(path(u"archive.mdb"_s), u"DELETE FROM LogChem WHERE LogID = 2"_s);
+    const Tracer trace = tracer();
+    const Recall recall = trace.whereWent(trace.find(u"L1"_s).ingredients, {}, {});
+    EXPECT_EQ(lots(recall), u"B3<B1 B1"_s);
+    ASSERT_EQ(recall.uncertain.size(), 1U);
+    EXPECT_EQ(recall.uncertain[0].lot, u"B2"_s);
 }
 
 TEST_F(ArchivedTraceTest, APatientIsCalledWhereSheIsNow) {

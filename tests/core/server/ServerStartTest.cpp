@@ -208,6 +208,7 @@ struct PatientScreen : ListedScreen {
     ListedTable listedTable() const override { return listedPatients(); }
     std::int16_t shownKey() const override { return 0; }
     SetPlace setPlace() const override { return {}; }
+    bool canLeaveRecord() const override { return true; }
     void showRecord(std::int16_t) override {}
 };
 
