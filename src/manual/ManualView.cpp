@@ -129,7 +129,9 @@ QVariant ManualView::loadResource(int type, const QUrl& name) {
     const QString named = name.toString();
     if (!m_pictures.contains(named)) {
         const QString path = m_manual.picture(named);
-        m_pictures.insert(named, path.isEmpty() ? QImage() : QImage(path));
+        // The files have few colors: made smaller among these alone, a picture would be speckled.
+        m_pictures.insert(named,
+                          path.isEmpty() ? QImage() : QImage(path).convertToFormat(QImage::Format_ARGB32));
     }
     return m_pictures.value(named);
 }

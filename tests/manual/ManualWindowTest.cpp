@@ -235,6 +235,20 @@ TEST_F(ManualWindowTest, SizeAndZoomAreRemembered) {
     EXPECT_EQ(view().zoom(), zoom);
 }
 
+TEST_F(ManualWindowTest, APictureMadeSmallerHasAPlainGroundAsBefore) {
+    open("batch.md");
+    const QString name = u"pictures/search-list.png"_s;
+    const QImage whole(pages + '/'_L1 + name);
+    const auto shown = view().document()->resource(QTextDocument::ImageResource, QUrl(name)).value<QImage>();
+    ASSERT_LT(shown.width(), whole.width());
+    constexpr int ground = 3;    // pixels at its upper edge
+    constexpr int rounding = 3;  // of 255
+    for (int x = 0; x < shown.width(); ++x) {
+        for (int y = 0; y < ground; ++y)
+            ASSERT_NEAR(qGray(shown.pixel(x, y)), qGray(whole.pixel(0, 0)), rounding) << x << ", " << y;
+    }
+}
+
 /// The widest line of text and of a picture on the page.
 double widest(const QTextDocument& document) {
     double found = 0;
