@@ -5,6 +5,7 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordList.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -158,6 +159,21 @@ TEST_F(RecordListScreenTest, TakesTheFormsPlaceInANarrowWindowForOneChoice) {
     EXPECT_FALSE(list().isVisible());
     EXPECT_TRUE(window->screen(formulas)->isVisible());
     EXPECT_TRUE(caption().endsWith(u"Arnica Salve"_s));
+}
+
+TEST_F(RecordListScreenTest, WhatWasChosenInTheFormsPlaceHandsTheKeysToTheForm) {
+    for (const auto& [button, number] : {std::pair(u"cmdFormulas"_s, formulas), {u"cmdLogs"_s, logs}}) {
+        show(narrow, button);
+        toggle().click();
+        waitForRows();
+        filter(u"a"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        settle();
+        ASSERT_FALSE(list().isVisible()) << str(button);
+        ASSERT_TRUE(QApplication::focusWidget()) << str(button);
+        EXPECT_TRUE(window->screen(number)->isAncestorOf(QApplication::focusWidget()))
+            << str(button) << ": " << str(QApplication::focusWidget()->objectName());
+    }
 }
 
 TEST_F(RecordListScreenTest, InANarrowWindowEditingBringsTheFormBack) {

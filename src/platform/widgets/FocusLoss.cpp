@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QWidget>
+#include <algorithm>
 
 namespace platform {
 
@@ -35,6 +36,15 @@ bool passFocusOn(QWidget& window) {
         }
     }
     return false;
+}
+
+bool giveFocusInto(QWidget& area) {
+    const QList<QWidget*> all = area.findChildren<QWidget*>();
+    const auto first = std::find_if(all.begin(), all.end(), [](const QWidget* one) { return canTake(*one); });
+    if (first == all.end())
+        return false;
+    (*first)->setFocus(Qt::OtherFocusReason);
+    return true;
 }
 
 }  // namespace platform

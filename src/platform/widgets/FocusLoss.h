@@ -11,5 +11,7 @@ bool hasLostFocus(const QWidget& window);
 /// Gives the focus to what lies around the widget that lost it, else to the next one in the order of the Tab key, but
 /// never to a button: the next key, meant for something else, would press it. False when there is none.
 bool passFocusOn(QWidget& window);
+/// Gives the focus to the first in the area that takes the Tab key, never to a button. False when there is none.
+bool giveFocusInto(QWidget& area);
 
 }  // namespace platform

@@ -1,8 +1,10 @@
 // Each hosted window gets a page of its own, made when it is first shown in the middle.
 #include "platform/widgets/HostArea.h"
 
+#include "platform/widgets/FocusLoss.h"
 #include "platform/widgets/Theme.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -69,8 +71,11 @@ public:
         m_place = m_companion ? place : Companion::Hidden;
         layOut();
         m_pages.setVisible(m_place != Companion::Instead);
-        if (m_companion)
-            m_companion->setVisible(m_place != Companion::Hidden);
+        if (!m_companion)
+            return;
+        if (m_place == Companion::Hidden && m_companion->isAncestorOf(QApplication::focusWidget()))
+            giveFocusInto(m_pages);  // not to what stands beside
+        m_companion->setVisible(m_place != Companion::Hidden);
     }
     QWidget* companion() const { return m_companion; }
     QSize minimumSizeHint() const override { return m_pages.minimumSizeHint(); }
