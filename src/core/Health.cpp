@@ -109,7 +109,7 @@ HealthLine keysLine(const Context& context) {
     line.note = timeLeft(*context.connection, fewest);
     QStringList others;
     for (std::size_t i = 1; i < tables.size(); ++i)
-        others << shown(tables[i]);
+        others << shown(tables[i]).replace(' '_L1, QChar::Nbsp);
     line.detail = others.join(u" · "_s);
     if (fewest.isShort())
         line.detail = translated(u"sorvanto-db archive puts older batches into an archive and makes room."_s);
