@@ -27,6 +27,7 @@ namespace {
 
 using platform::grid;
 
+constexpr int dateBoxWidth = 120, momentBoxWidth = 200;
 constexpr int momentWidth = 184, personWidth = 150, deedWidth = 150, fieldWidth = 230;
 
 /// The last moment of that day, as the computer's clock has it now.
@@ -93,19 +94,6 @@ void HistoryWindow::buildWindow() {
     close->setAutoDefault(false);
     QObject::connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
-    auto* top = new QHBoxLayout;
-    top->setSpacing(grid);
-    for (QWidget* control : {static_cast<QWidget*>(m_person), static_cast<QWidget*>(m_field)}) {
-        control->setMinimumWidth(24 * grid);
-        top->addWidget(control);
-    }
-    top->addSpacing(grid);
-    top->addWidget(platform::captionFor(*m_since, translated(u"Changed since"_s)));
-    top->addWidget(m_since);
-    top->addSpacing(grid);
-    top->addWidget(platform::captionFor(*m_day, translated(u"As it was on"_s)));
-    top->addWidget(m_day);
-    top->addStretch();
     auto* all = new QPushButton(translated(u"All records"_s), this);
     all->setObjectName(u"cmdAllRecords"_s);
     all->setAutoDefault(false);
@@ -120,7 +108,7 @@ void HistoryWindow::buildWindow() {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 2 * grid);
     column->setSpacing(2 * grid);
-    column->addLayout(top);
+    column->addLayout(topRow());
     column->addWidget(m_message);
     column->addWidget(m_changes, 3);
     column->addWidget(m_past, 2);
@@ -128,6 +116,25 @@ void HistoryWindow::buildWindow() {
     platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
     resize(std::min(145 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
+}
+
+QLayout* HistoryWindow::topRow() {
+    auto* top = new QHBoxLayout;
+    top->setSpacing(grid);
+    for (QWidget* control : {static_cast<QWidget*>(m_person), static_cast<QWidget*>(m_field)}) {
+        control->setMinimumWidth(21 * grid);
+        top->addWidget(control);
+    }
+    m_since->setMinimumWidth(m_record.since.isValid() ? momentBoxWidth : dateBoxWidth);
+    m_day->setMinimumWidth(dateBoxWidth);
+    top->addSpacing(grid);
+    top->addWidget(platform::captionFor(*m_since, translated(u"Changed since"_s)));
+    top->addWidget(m_since);
+    top->addSpacing(grid);
+    top->addWidget(platform::captionFor(*m_day, translated(u"As it was on"_s)));
+    top->addWidget(m_day);
+    top->addStretch();
+    return top;
 }
 
 void HistoryWindow::readLines() {

@@ -42,6 +42,7 @@ public:
 
 private:
     void buildWindow();
+    QLayout* topRow();
     void readLines();
     void fillChoices();
     void showChanges();

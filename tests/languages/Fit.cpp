@@ -1,6 +1,8 @@
 // Each kind of widget tells its need in its own way.
 #include "Fit.h"
 
+#include "platform/widgets/Boxes.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QGroupBox>
@@ -16,6 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace languages {
 namespace {
+
+constexpr int textMargin = 2;  // beside the text of a box, at least
 
 QString plain(const QString& text) {
     if (!text.contains('<'))
@@ -98,6 +102,17 @@ void checkPlaceholder(const QLineEdit& box, QStringList& faults) {
         faults << fault(box, box.placeholderText(), needed, box.width());
 }
 
+/// A date is read whole or it is another one.
+void checkDate(const QLineEdit& box, QStringList& faults) {
+    if (!qobject_cast<const platform::DateBox*>(box.parentWidget()))
+        return;
+    const QMargins inside = box.textMargins();
+    const int needed =
+        box.fontMetrics().horizontalAdvance(box.text()) + inside.left() + inside.right() + 2 * textMargin;
+    if (needed > box.width())
+        faults << fault(*box.parentWidget(), box.text(), needed, box.width());
+}
+
 void checkGroup(const QGroupBox& group, QStringList& faults) {
     constexpr int margins = 16;
     const int needed = group.fontMetrics().horizontalAdvance(group.title()) + margins;
@@ -106,6 +121,11 @@ void checkGroup(const QGroupBox& group, QStringList& faults) {
 }
 
 /// A text that is checked, or a box that may not lie under another.
+void checkLine(const QLineEdit& box, QStringList& faults) {
+    checkPlaceholder(box, faults);
+    checkDate(box, faults);
+}
+
 bool counts(const QWidget& widget) {
     if (widget.objectName().startsWith("cmdPosition_"))
         return false;  // labels as they lie on the sheet, edge to edge
@@ -153,7 +173,7 @@ QStringList misfits(const QWidget& window) {
         else if (const auto* choice = qobject_cast<const QComboBox*>(widget))
             checkChoice(*choice, faults);
         else if (const auto* line = qobject_cast<const QLineEdit*>(widget))
-            checkPlaceholder(*line, faults);
+            checkLine(*line, faults);
         else if (const auto* group = qobject_cast<const QGroupBox*>(widget))
             checkGroup(*group, faults);
     }

@@ -50,6 +50,9 @@ void LanguageTour::seed() {
     QFile sample(QString(SORVANTO_SOURCE_DIR) + "/data/sample.sql");
     ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
     sql(QString::fromUtf8(sample.readAll()));
+    QFile history(QString(SORVANTO_SOURCE_DIR) + "/data/history.sql");
+    ASSERT_TRUE(history.open(QIODevice::ReadOnly));
+    sql(QString::fromUtf8(history.readAll()));
 }
 
 void LanguageTour::tour() {

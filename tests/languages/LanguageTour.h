@@ -41,6 +41,7 @@ private:
     void prescriptionMessages();
     void searchLists();
     void printing();
+    void history();
     void dialogs();
     void boxProblems();
     void errorReports();

@@ -113,12 +113,41 @@ void LanguageTour::printing() {
     m_asker.showModal(offset, {});
 }
 
+/// A patient's record as it was: before its change, before the history, and once the change was erased.
+void LanguageTour::history() {
+    click("cmdPatients");
+    click("cmdEdit");
+    control<QLineEdit>(patients, "txtpat_FName").setText("Ann");
+    click("cmdSave");
+    sql("DROP TRIGGER History_Sealed");
+    sql("UPDATE History SET hst_When = '2026-02-01 10:00:00.000' WHERE HistoryID = 1");
+    m_asker.scripts["HistoryWindow"] = [this](QWidget& shown) {
+        for (const QDate day : {QDate(2026, 3, 6), QDate(2026, 1, 31)}) {
+            auto* box = child<platform::DateBox>(shown, "txtDay");
+            box->setValue(QDateTime(day, QTime(), Qt::UTC));
+            emit box->valueEdited();
+            look(shown, "HistoryWindow-" + day.toString(Qt::ISODate));
+        }
+    };
+    click("mnuHistory");
+    sql("UPDATE History SET hst_Name = NULL, hst_Fields = NULL, hst_Salt = NULL WHERE hst_Table = 'Patient'");
+    m_asker.scripts["HistoryWindow"] = [this](QWidget& shown) {
+        auto* box = child<platform::DateBox>(shown, "txtDay");
+        box->setValue(QDateTime(QDate(2026, 3, 6), QTime(), Qt::UTC));
+        emit box->valueEdited();
+        look(shown, "HistoryWindow-erased");
+    };
+    click("mnuHistory");
+    m_asker.scripts.remove("HistoryWindow");
+}
+
 void LanguageTour::dialogs() {
     click("cmdOptions");
     click("mnuAbout");
     click("mnuHealth");
     click("mnuTrace");
     click("mnuHistory");
+    history();
     click("mnuRecalculate");
     click("cmdChemicals");
     click("cmdNewLot");
