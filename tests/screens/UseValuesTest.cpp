@@ -85,7 +85,7 @@ TEST_F(UseValuesTest, AnotherRecordThanTheOneThatWasMeantTakesNone) {
     for (const char* state : {"locked", "being changed"}) {
         ASSERT_EQ(str(text(chemicals, u"txtchm_Name"_s)), "Aspirin");
         boxes.useValues(other);
-        EXPECT_EQ(said(), "Choose Edit on the record first: it can not be changed now.") << state;
+        EXPECT_EQ(announced(), "Choose Edit on the record first: it can not be changed now.") << state;
         EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "L100") << state;
         EXPECT_EQ(on(u"cmdSave"_s), state == QLatin1String("being changed")) << state;
         click(u"cmdEdit"_s);
