@@ -35,6 +35,8 @@ public:
     /// The name of a table, a column or what stands for one, which was written bare or in brackets. Throws statement
     /// for one that must not be asked for.
     virtual QString name(const QString& name, bool bare) const { return bare ? name : quotedName(name); }
+    /// False where a name behind that of a table is no column of any, and could mean something else here.
+    virtual bool knowsColumn(const QString& /*name*/) const { return true; }
     /// The name that a statement gives to a column.
     virtual QString alias(const QString& name, bool bare) const { return bare ? name : quotedName(name); }
     /// Behind what rows are ordered by, so that nothing comes before every value.

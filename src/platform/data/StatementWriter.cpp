@@ -57,7 +57,10 @@ QString StatementWriter::written(std::size_t i) const {
     const Token& token = m_tokens[i];
     switch (token.kind) {
     case Kind::Bracket:
-        return isAlias(i) ? m_words.alias(token.text, false) : writtenPath(token.text, m_words);
+        if (isAlias(i))
+            return m_words.alias(token.text, false);
+        refuseStranger(i);
+        return writtenPath(token.text, m_words);
     case Kind::Derived:
         return derivedTable(token.text, m_words);
     case Kind::String:
@@ -69,10 +72,39 @@ QString StatementWriter::written(std::size_t i) const {
     case Kind::Name:
         if (isAlias(i))
             return m_words.alias(token.text, true);
-        return isName(i) ? m_words.name(token.text, true) : token.text;
+        if (!isName(i))
+            return token.text;
+        refuseStranger(i);
+        return m_words.name(token.text, true);
     default:
         return token.text;
     }
+}
+
+/// A name in brackets, or with a table in front, could still be a function of the engine's: one that is called, and one
+/// that a server takes for a column of the whole row.
+void StatementWriter::refuseStranger(std::size_t i) const {
+    const TokenView tokens(m_tokens);
+    const QString& name = m_tokens[i].text;
+    const bool isTarget = i > 0 && m_tokens[i - 1].isWord("INTO");
+    if (tokens.at(i + 1, Kind::Open) && !isTarget)
+        refuseStatement(u"No such function: %1"_s.arg(name));
+    const QString column = name.section(u'.', -1);
+    const bool ofTable = name.contains(u'.') || (i > 0 && tokens.at(i - 1, Kind::Dot));
+    if (ofTable && !m_words.knowsColumn(column) && !definesAlias(column))
+        refuseStatement(u"No such column: %1"_s.arg(name));
+}
+
+bool StatementWriter::definesAlias(const QString& name) const {
+    for (std::size_t i = 0; i < m_tokens.size(); ++i) {
+        const QString& text = m_tokens[i].text;
+        const bool defines = m_tokens[i].is(Kind::Derived)
+                                 ? text.contains(name, Qt::CaseInsensitive)
+                                 : isAlias(i) && text.compare(name, Qt::CaseInsensitive) == 0;
+        if (defines)
+            return true;
+    }
+    return false;
 }
 
 /// Not a word of the dialect, and not a function.

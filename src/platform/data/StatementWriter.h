@@ -40,6 +40,9 @@ private:
 
     bool isAlias(std::size_t i) const { return i > 0 && m_tokens[i - 1].isWord("AS"); }
     bool isName(std::size_t i) const;
+    /// Throws statement for a name by which an engine could be asked for what is none of the records.
+    void refuseStranger(std::size_t i) const;
+    bool definesAlias(const QString& name) const;
     QString written(std::size_t i) const;
     bool wouldMerge(std::size_t i) const;
 

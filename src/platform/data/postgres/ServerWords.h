@@ -20,6 +20,7 @@ public:
     QString lastKey() const override;
     QString rowKey(const QString& table) const override;
     QString name(const QString& name, bool bare) const override;
+    bool knowsColumn(const QString& name) const override { return !m_catalogue.spelled(name).isEmpty(); }
     QString alias(const QString& name, bool bare) const override;
     QString nullsPlace(bool descending) const override;
     Around truthAsValue() const override;
