@@ -8,12 +8,16 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
+#include "platform/data/Engine.h"
+#include "platform/data/Transaction.h"
 #include "records/BatchBook.h"
 #include "records/BatchRecord.h"
 #include "records/RecordStatements.h"
 #include "records/SigningDialog.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -156,6 +160,35 @@ void freezeLines(std::int16_t log, Recordset& from, Recordset& to) {
     }
 }
 
+/// A commit for each row, as a file has it, would be two ways to a server and back. There they are one span; what was
+/// written before a failure is kept all the same.
+class RowsTogether {
+public:
+    explicit RowsTogether(const Connection& connection) {
+        if (connection.engine().isServer())
+            m_span.emplace(connection.engine());
+    }
+    template <class Write>
+    auto operator()(Write write) {
+        try {
+            auto written = write();
+            keep();
+            return written;
+        } catch (const RuntimeError&) {
+            keep();
+            throw;
+        }
+    }
+
+private:
+    void keep() {
+        if (m_span)
+            m_span->commit();
+    }
+
+    std::optional<Transaction> m_span;
+};
+
 }  // namespace
 
 clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Results) {
@@ -176,14 +209,16 @@ clsLogPtr clsLog::addLog(const XmlDocumentPtr& Formula, const XmlDocumentPtr& Re
         takeDown(*formula, insertedColumns(*formula, *signatures, Results, moment));
         const ConnectionPtr connection = openDB();
         const HistoryDeed deed(connection->engine(), Deed::Signed);
-        connection->execute(strSQL);
-        const std::int32_t identity = toInt32(lastIdentity());
-        auto log = std::make_shared<clsLog>();
-        log->openLog(identity, {});
-        const RecordsetPtr lines = openForLines(identity);
-        freezeLines(log->LogID, deref(formula->Chemical), *lines);
-        log->Chemical = lines;
-        return log;
+        return RowsTogether(*connection)([&] {
+            connection->execute(strSQL);
+            const std::int32_t identity = toInt32(lastIdentity());
+            auto log = std::make_shared<clsLog>();
+            log->openLog(identity, {});
+            const RecordsetPtr lines = openForLines(identity);
+            freezeLines(log->LogID, deref(formula->Chemical), *lines);
+            log->Chemical = lines;
+            return log;
+        });
     });
 }
 

@@ -111,8 +111,10 @@ public:
     }
 
     // Under the lock.
-    QByteArray armed;
+    QByteArray text;
     Fault fault = Fault::Cut;
+    bool armed = false;
+    int skipped = 0;
     bool refused = false;
     int delay = 0, trips = 0, lines = 0;
 
@@ -196,8 +198,8 @@ void ServerProxy::Loop::fromClient(Wire& wire) {
     const QByteArray bytes = readFrom(wire.client);
     wire.over = bytes.isEmpty();
     trips += std::exchange(wire.answered, false) ? 1 : 0;
-    if (!armed.isEmpty() && bytes.contains(armed)) {
-        armed.clear();
+    if (armed && bytes.contains(text) && skipped-- == 0) {
+        armed = false;
         wire.losing = fault == Fault::LoseReply;
         wire.silent = fault == Fault::FallSilent;
         wire.over = wire.over || fault == Fault::Cut;
@@ -243,11 +245,21 @@ ServerProxy::ServerProxy(const QString& address)
 
 ServerProxy::~ServerProxy() = default;
 
-void ServerProxy::arm(const QByteArray& text, Fault fault) {
+void ServerProxy::arm(const QByteArray& text, Fault fault, int skipped) {
     m_loop->change([&] {
-        m_loop->armed = text;
+        m_loop->text = text;
         m_loop->fault = fault;
+        m_loop->skipped = skipped;
+        m_loop->armed = true;
     });
+}
+
+bool ServerProxy::isArmed() const {
+    return m_loop->change([this] { return m_loop->armed; });
+}
+
+void ServerProxy::disarm() {
+    m_loop->change([this] { m_loop->armed = false; });
 }
 
 void ServerProxy::cut() {

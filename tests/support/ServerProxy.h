@@ -24,8 +24,11 @@ public:
         Cut,        ///< the server never gets it, and the line is cut
         FallSilent  ///< the server never gets it, and nothing comes back from then on; the line stands
     };
-    /// Does that, once, to the next message of the client that holds the text.
-    void arm(const QByteArray& text, Fault fault);
+    /// Does that, once, to the next message of the client that holds the text, or to a later one.
+    void arm(const QByteArray& text, Fault fault, int skipped = 0);
+    /// Whether that is still to come.
+    bool isArmed() const;
+    void disarm();
     /// Cuts all lines that there are.
     void cut();
     /// From now on nobody is let in, or everybody again.

@@ -99,7 +99,8 @@ void Recordset::Private::writeNew() {
     if (connection) {
         RowWriter writer(*connection, fields, statement);
         id = writer.insert(pending);
-        writer.readBack(id, pending, row);
+        if (inMemory)  // else it is read when it is asked for
+            writer.readBack(id, pending, row);
     }
     store().added(row, id);
     current = count() - 1;

@@ -1,0 +1,80 @@
+// How often a click waits for a server. Over a line that takes 20 milliseconds there and back the next record is to be
+// there in 80, a search of the log in 160, a batch of 30 lines in the log in 760.
+#include "ServerRecords.h"
+
+#include <QElapsedTimer>
+
+using namespace sorvanto;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class TripsTest : public ServerRecords {
+protected:
+    void SetUp() override {
+        ServerRecords::SetUp();
+        makeRecords(300);
+    }
+    /// A table of them goes to the standard output, for docs/performance.md.
+    template <class Action>
+    int trips(const char* name, Action action) {
+        proxy->takeTrips();
+        proxy->delay(20);
+        QElapsedTimer time;
+        time.start();
+        action();
+        const qint64 milliseconds = time.elapsed();
+        proxy->delay(0);
+        const int count = proxy->takeTrips();
+        std::printf("| %s | %d | %lld ms |\n", name, count, milliseconds);
+        return count;
+    }
+};
+
+TEST_F(TripsTest, TheConnection) {
+    EXPECT_LE(trips("connection", [&] { connect(); }), 10);
+}
+
+TEST_F(TripsTest, TheNextRecord) {
+    connect();
+    EXPECT_LE(trips("next chemical", [] { clsChemical().openChemical(2, {}); }), 4);
+    EXPECT_LE(trips("next formula", [] { clsFormula().openFormula(2, QString()); }), 4);
+    EXPECT_LE(trips("next batch", [] { clsLog().openLog(2, {}); }), 4);
+    EXPECT_LE(trips("next patient", [] { clsPatient().openPatient(2, {}); }), 4);
+}
+
+TEST_F(TripsTest, ASearch) {
+    connect();
+    const auto list = [] {
+        const auto found = platform::Recordset::create();
+        found->open(u"SELECT [LogID],[log_Lot],[log_Date],[log_Name] FROM [Log] WHERE ([log_Name] Like '%') "
+                    "ORDER BY [log_Date] DESC"_s,
+                    basMain::gConnection);
+        ASSERT_GT(found->recordCount(), 100);
+        for (int row = 0; row < 40; ++row)  // as many as are seen at once
+            found->valueAt(row, 3);
+    };
+    EXPECT_LE(trips("search of the log, with the rows that are seen", list), 8);
+}
+
+TEST_F(TripsTest, ASave) {
+    connect();
+    const auto formula = clsFormula().openFormula(2, QString());
+    formula->frm_Name = "Other";
+    EXPECT_LE(trips("formula saved", [&] { EXPECT_TRUE(clsFormula().saveFormula(formula)); }), 4);
+}
+
+TEST_F(TripsTest, ABatchOfThirtyLines) {
+    support::runOnServer(
+        u"INSERT INTO \"FormChem\" (\"FormulaID\", \"ChemicalID\", \"fch_Qty\", \"fch_QS\", "
+        "\"fch_Active\") SELECT 2, \"ChemicalID\", 1, 0, 1 FROM \"Chemical\" ORDER BY 2 LIMIT 30 - "
+        "(SELECT count(*) FROM \"FormChem\" WHERE \"FormulaID\" = 2)"_s);
+    connect();
+    signing.formula = scaled(2, 25);
+    clsLogPtr log;
+    EXPECT_LE(trips("batch of 30 lines", [&] { log = addLog(); }), 38);
+    ASSERT_TRUE(log);
+    EXPECT_EQ(log->Chemical->recordCount(), 30);
+}
+
+}  // namespace
