@@ -124,7 +124,7 @@ void TraceWindow::showOffers() {
         delete item;
     }
     offerSimilar(offerFound(m_to->focusProxy()));
-    if (!m_offers->isEmpty())
+    if (m_offers->count() > 0)  // what is not seen yet counts as well
         m_offers->addStretch();
 }
 

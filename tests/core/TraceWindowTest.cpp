@@ -205,6 +205,8 @@ TEST_F(TraceWindowTest, APatientNamedAsAChemicalIsOfferedBesideIt) {
     EXPECT_EQ(QApplication::focusWidget(), &list(u"grdFound"_s));
     EXPECT_EQ(column(u"grdBatches"_s, 2), QString()) << "which of them is for the user to say";
     EXPECT_EQ(offers(), "Chemicals found: 1") << "and back";
+    QCoreApplication::processEvents();
+    EXPECT_LT(button(u"cmdFound0"_s).width(), window->width() / 2) << "as wide as its text";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     EXPECT_EQ(column(u"grdBatches"_s, 2), u"B0900"_s);
     EXPECT_EQ(enterOn(u"grdFound"_s, 0).screen, patients);
