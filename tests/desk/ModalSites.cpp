@@ -41,7 +41,7 @@ QMap<QString, int> sitesInSources() {
 
 /// Site, and why no mix can run while it is on show, or where else it stands.
 const QMap<QString, std::pair<int, const char*>> withoutRow{
-    {u"shared/openDB MsgBox"_s, {3, "at the start, before the mixer is opened"}},
+    {u"shared/openDB MsgBox"_s, {2, "at the start, before the mixer is opened"}},
     {u"core/frmMain_load MsgBox"_s, {1, "at the start, before the mixer is opened"}},
     {u"core/frmMain_switch MsgBox"_s, {1, "with records that can only be read, of which nothing is mixed"}},
     {u"screens/BrowsingScreen MsgBox"_s, {1, "on quitting, when the mixer's line is closed already"}},

@@ -287,7 +287,7 @@ std::vector<ModalThing> MatrixTest::questions() {
          false,
          0},
         {"Quantity of a mix without a record",
-         {u"mixing/frmInitials showModal"_s},
+         {},
          [](D& d) {
              d.pass(box, u"Yes"_s);
              d.signUnnamed();

@@ -94,7 +94,7 @@ std::vector<ModalThing> MatrixTest::windows() {
              d.sql("INSERT INTO Chemical (ChemicalID, chm_Name, chm_GUID) VALUES (5, 'Camphor oil', 'G5')");
          }},
         {"Quantity to make",
-         {u"screens/frmCurrFormula showModal"_s, u"class frmMake"_s},
+         {u"mixing/frmMake showModal"_s, u"class frmMake"_s},
          asked(u"cmdFormulas"_s, u"cmdMake"_s, u"frmMake"_s)},
         {"Quantity of a worksheet",
          {u"screens/frmFormulaPrint showModal"_s},
