@@ -194,3 +194,6 @@ BEGIN
 END
 $$;
 CREATE FUNCTION dialect_to_currency(numeric) RETURNS numeric LANGUAGE sql IMMUTABLE AS 'SELECT dialect_even($1, 4)';
+
+-- Where a text stands in another, for statements of the program's own making.
+CREATE FUNCTION instr(text, text) RETURNS integer LANGUAGE sql IMMUTABLE AS 'SELECT strpos($1, $2)';

@@ -27,19 +27,10 @@ QDateTime momentOf(const QString& utc, std::int64_t minutesAhead) {
 /// The rows of a table as they are now, in the form of the history.
 void addRows(platform::Engine& database, const QString& table, const QString& keyColumn, std::int64_t key,
              Rows& rows) {
-    QStringList columns;
-    {
-        Query list(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
-        list.bind(1, table);
-        while (list.step())
-            columns << list.value(0, asText).toString();
-    }
-    QStringList parts;
-    for (const QString& column : columns.mid(1))
-        parts << u"'%1=' || quote(\"%1\")"_s.arg(column);
+    const QStringList columns = database.columns(table);
     Query row(database,
               u"SELECT \"%1\", %2 FROM \"%3\" WHERE \"%4\" = ?"_s.arg(
-                  columns.first(), parts.join(u" || ',' || "_s), table, keyColumn),
+                  columns.first(), fieldsSql(database, table, columns.mid(1)), table, keyColumn),
               {});
     row.bind(1, qint64{key});
     while (row.step()) {
@@ -153,7 +144,7 @@ std::optional<ChangeCount> changesSince(platform::Engine& database, const QStrin
                                         const QDateTime& moment) {
     if (!hasHistory(database))
         return std::nullopt;
-    const QString clock = u"strftime('%Y-%m-%d %H:%M:%f', hst_When, hst_Zone || ' minutes')"_s;
+    const QString clock = database.words().clock(u"hst_When"_s, u"hst_Zone"_s);
     Query count(
         database,
         u"SELECT count(*), (SELECT %1 <= ?1 FROM History ORDER BY HistoryID LIMIT 1) FROM History WHERE "

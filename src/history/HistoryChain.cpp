@@ -1,10 +1,8 @@
-// Walks through History in the order of its rows and seals each of them anew.
 #include "history/HistoryChain.h"
 
+#include "history/HistoryProof.h"
 #include "history/HistorySeal.h"
 #include "platform/data/Query.h"
-
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -14,43 +12,41 @@ namespace {
 using platform::asText;
 using platform::Query;
 
-/// Each row with whether its seal holds: one walk in the order of the rows, with the seal before in hand.
-QString sealsSql() {
-    const QString seal = sealArguments().arg(u"history_seal_before(hst_Seal)"_s, u"hst_Person"_s,
-                                             u"hst_Program"_s, u"hst_Deed"_s, u"hst_Note"_s, u"hst_Digest"_s);
-    return u"SELECT HistoryID, hst_Table, hst_Key, hst_What, hst_When, hst_Seal IS NULL, "
-           "coalesce(hst_Seal = history_hash(%1), 0), "
-           "coalesce(hst_Digest = history_hash(hst_Salt, hst_Name, hst_Fields), 0), "
-           "CASE WHEN hst_Salt IS NULL AND hst_Name IS NULL AND hst_Fields IS NULL AND %2 THEN EXISTS (SELECT 1 "
-           "FROM History f WHERE f.hst_Table = 'Patient' AND f.hst_What = 'forgotten' AND "
-           "f.hst_Record = History.hst_Record AND f.HistoryID > History.HistoryID) ELSE 0 END "
-           "FROM History ORDER BY HistoryID"_s.arg(seal, forgettableRows);
-}
-
-/// Gives the engine history_seal_before(): the seal that it was called with the time before, NULL at the first time.
-void installSealBefore(platform::Engine& database) {
-    database.addFunction("history_seal_before", platform::FunctionResult::OfTheMoment,
-                         [seal = QVariant()](const std::vector<platform::PlainValue>& values) mutable {
-                             const QByteArray& own = values.at(0).bytes;
-                             return std::exchange(seal, values.at(0).kind == 'n'
-                                                            ? QVariant()
-                                                            : QVariant(QByteArray(own.data(), own.size())));
-                         });
-}
-
-enum ChainColumn { Id, Table, Key, What, When, Unsealed, SealHolds, DigestHolds, Forgotten };
-
-QString named(const Query& row) {
-    return u"row %1 (%2 %3, %4, %5)"_s.arg(row.integer(Id))
-        .arg(row.value(Table, asText).toString())
-        .arg(row.integer(Key))
-        .arg(row.value(What, asText).toString(), row.value(When, asText).toString());
+QString named(const ProvenRow& row) {
+    return u"row %1 (%2 %3, %4, %5)"_s.arg(row.number).arg(row.table).arg(row.key).arg(row.what, row.when);
 }
 
 /// A chain begins with its first row, or where an archive has taken along what was before.
-bool beginsHere(const Query& row) {
-    const QString what = row.value(What, asText).toString();
-    return row.integer(Id) == 1 ? what == "begun"_L1 : what == "archived"_L1;
+bool beginsHere(const ProvenRow& row) {
+    return row.number == 1 ? row.what == "begun"_L1 : row.what == "archived"_L1;
+}
+
+/// Where each bench has its own chain, the store knows where each of them ends.
+bool knowsEnds(platform::Engine& database) {
+    return !database.declaredType(u"HistoryChain"_s, u"chn_Seal"_s).isEmpty();
+}
+
+QStringList endProblems(platform::Engine& database, const HistoryLinks& links) {
+    Query noted(
+        database,
+        u"SELECT chn_Bench, chn_Last, %1 FROM HistoryChain WHERE chn_Count > 0 ORDER BY chn_Bench"_s.arg(
+            database.words().hex(u"chn_Seal"_s)),
+        {});
+    auto ends = links.ends();
+    while (noted.step()) {
+        const QString bench = noted.value(0, asText).toString();
+        const HistoryLinks::End end = ends.take(bench);
+        const QString whose = bench.isEmpty() ? u"of other programs"_s : u"of "_s + bench;
+        if (end.number != noted.integer(1))
+            return {u"The history %1 ends with row %2, although row %3 was written"_s.arg(whose)
+                        .arg(end.number)
+                        .arg(noted.integer(1))};
+        if (end.seal != QByteArray::fromHex(noted.value(2, asText).toString().toLatin1()))
+            return {u"The history %1 ends with another seal than was noted"_s.arg(whose)};
+    }
+    return ends.isEmpty() ? QStringList()
+                          : QStringList{u"The history knows of no rows of %1, although there are some"_s.arg(
+                                ends.constBegin().key())};
 }
 
 }  // namespace
@@ -58,10 +54,15 @@ bool beginsHere(const Query& row) {
 HistoryHead historyHead(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
-    Query last(database,
-               u"SELECT HistoryID, hex(hst_Seal) FROM History WHERE hst_Seal IS NOT NULL "
-               "ORDER BY HistoryID DESC LIMIT 1"_s,
-               {});
+    // A server knows whose chain it is: what the end of another one covers is none of this bench's.
+    Query last(
+        database,
+        knowsEnds(database) && database.isServer()
+            ? u"SELECT chn_Last, %1 FROM HistoryChain WHERE chn_Bench = bench() AND chn_Count > 0"_s.arg(
+                  database.words().hex(u"chn_Seal"_s))
+            : u"SELECT HistoryID, %1 FROM History WHERE hst_Seal IS NOT NULL ORDER BY HistoryID DESC LIMIT 1"_s
+                  .arg(database.words().hex(u"hst_Seal"_s)),
+        {});
     if (!last.step())
         return {};
     return {last.integer(0), QByteArray::fromHex(last.value(1, asText).toString().toLatin1())};
@@ -81,33 +82,34 @@ HistoryHead headFromText(const QString& text) {
 QStringList chainProblems(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
-    installHistoryHash(database);
-    installSealBefore(database);
-    Query row(database, sealsSql(), {});
+    const auto look = database.beginLook();
+    const auto proof = proveHistory(database);
     std::int64_t last = 0;
     bool unsealed = false;
-    for (bool first = true; row.step(); first = false) {
-        const std::int64_t id = row.integer(Id);
-        if (first && !beginsHere(row))
-            return {u"The history does not begin with its first row, but with %1"_s.arg(named(row))};
-        if (!first && id != last + 1)
-            return {u"The history has no rows between %1 and %2"_s.arg(last).arg(id)};
-        if (unsealed && row.integer(Unsealed) == 0)
-            return {u"The history is broken before %1: there is no seal"_s.arg(named(row))};
-        unsealed = unsealed || row.integer(Unsealed) != 0;
-        const bool holds =
-            row.integer(SealHolds) != 0 && (row.integer(DigestHolds) != 0 || row.integer(Forgotten) != 0);
-        if (!unsealed && !holds)
-            return {u"The history is broken at %1: it is not as it was sealed"_s.arg(named(row))};
-        last = id;
+    for (bool first = true; const auto row = proof->next(); first = false) {
+        if (first && !beginsHere(*row))
+            return {u"The history does not begin with its first row, but with %1"_s.arg(named(*row))};
+        if (!first && !proof->links().isOfBench() && row->number != last + 1)
+            return {u"The history has no rows between %1 and %2"_s.arg(last).arg(row->number)};
+        if (unsealed && row->isSealed)
+            return {u"The history is broken before %1: there is no seal"_s.arg(named(*row))};
+        unsealed = unsealed || !row->isSealed;
+        if (!unsealed && !row->holds)
+            return {u"The history is broken at %1: it is not as it was sealed"_s.arg(named(*row))};
+        last = row->number;
     }
-    if (const std::int64_t given = database.lastKey(u"History"_s); given != last)
+    if (knowsEnds(database))
+        return unsealed ? QStringList{u"The history has rows without a seal"_s}
+                        : endProblems(database, proof->links());
+    const bool hasGaps = proof->links().isOfBench();
+    if (const std::int64_t given = database.lastKey(u"History"_s); given != last && !hasGaps)
         return {u"The history ends with row %1, although row %2 was written"_s.arg(last).arg(given)};
     return {};
 }
 
 bool holdsHead(platform::Engine& database, const HistoryHead& head) {
-    Query row(database, u"SELECT hex(hst_Seal) FROM History WHERE HistoryID = ?"_s, {});
+    Query row(database,
+              u"SELECT %1 FROM History WHERE HistoryID = ?"_s.arg(database.words().hex(u"hst_Seal"_s)), {});
     row.bind(1, qint64{head.count});
     return row.step() && QByteArray::fromHex(row.value(0, asText).toString().toLatin1()) == head.seal;
 }

@@ -10,7 +10,7 @@
 
 namespace sorvanto {
 
-/// The last sealed row, and the chain's length with it.
+/// The last sealed row, and the chain's length with it; of several chains the last row of this connection's bench.
 struct HistoryHead {
     std::int64_t count = 0;  ///< number of the row; 0: nothing is sealed yet
     QByteArray seal;         ///< 32 bytes
@@ -23,7 +23,8 @@ QString toText(const HistoryHead& head);
 HistoryHead headFromText(const QString& text);
 
 /// The first row at which the chain is broken, in one sentence; empty when it is whole. Rows at the end that have no
-/// seal yet are none of the chain's. Also empty for a file without history.
+/// seal yet are none of the chain's. Where each bench has its own chain, each is walked, and held against the end that was
+/// noted of it. Also empty for a file without history.
 QStringList chainProblems(platform::Engine& database);
 
 /// Condition on the rows of History that lose their name, fields and salt when the patient of hst_Record is forgotten:

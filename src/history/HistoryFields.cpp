@@ -98,4 +98,12 @@ std::vector<HistoryField> readHistoryFields(const QString& text) {
     return fields;
 }
 
+QString fieldsSql(platform::Engine& database, const QString& table, const QStringList& columns) {
+    QStringList parts;
+    for (const QString& column : columns)
+        parts << u"'%1=' || %2"_s.arg(
+            column, database.words().literalOf(column, database.declaredType(table, column)));
+    return parts.join(u" || ',' || "_s);
+}
+
 }  // namespace sorvanto

@@ -2,7 +2,10 @@
 // joined by commas; values are literals of the engine.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <vector>
 
@@ -28,5 +31,8 @@ QVariant historyValueOf(QStringView literal);
 /// In the order in which they stand there. Texts come as QString, whole numbers as qint64, others as double, NULL as an
 /// invalid value, what is none of these as the QString that stands there. Stops where the text is not of this form.
 std::vector<HistoryField> readHistoryFields(const QString& text);
+
+/// An expression for these columns of a row as the history would write it down.
+QString fieldsSql(platform::Engine& database, const QString& table, const QStringList& columns);
 
 }  // namespace sorvanto

@@ -57,17 +57,10 @@ Fields keysAtBegin(platform::Engine& database) {
 
 /// The rows as the history would write them down.
 QString rowsSql(platform::Engine& database, const QString& table, QString& key) {
-    Query columns(database, u"SELECT name FROM pragma_table_info(?)"_s, {});
-    columns.bind(1, table);
-    QStringList parts;
-    while (columns.step()) {
-        const QString name = columns.value(0, asText).toString();
-        if (key.isEmpty())
-            key = name;
-        else
-            parts << u"'%1=' || quote(\"%1\")"_s.arg(name);
-    }
-    return u"SELECT \"%1\", %2 FROM \"%3\" ORDER BY 1"_s.arg(key, parts.join(u" || ',' || "_s), table);
+    const QStringList columns = database.columns(table);
+    key = columns.value(0);
+    return u"SELECT \"%1\", %2 FROM \"%3\" ORDER BY 1"_s.arg(key, fieldsSql(database, table, columns.mid(1)),
+                                                             table);
 }
 
 class TableReplay {
@@ -181,6 +174,7 @@ private:
 QStringList recordProblems(platform::Engine& database) {
     if (!hasHistory(database))
         return {};
+    const auto look = database.beginLook();
     const Fields known = keysAtBegin(database);
     QStringList problems;
     for (const char* table : tables) {

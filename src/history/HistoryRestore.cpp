@@ -2,6 +2,7 @@
 
 #include "history/HistoryBook.h"
 #include "history/HistorySeal.h"
+#include "platform/basic/Currency.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
 
@@ -40,38 +41,54 @@ std::vector<DeletedRow> deletedRows(platform::Engine& database, const DeletedRec
 }
 
 bool isThere(platform::Engine& database, const DeletedRow& row) {
-    Query found(database, u"SELECT 1 FROM \"%1\" WHERE rowid = ?"_s.arg(row.table), {});
+    Query found(database,
+                u"SELECT 1 FROM \"%1\" WHERE %2 = ?"_s.arg(row.table, database.words().rowKey(row.table)),
+                {});
     found.bind(1, qint64{row.key});
     return found.step();
 }
 
+/// Money is exact where a server keeps it, and a floating number is not.
+QVariant storedValue(platform::Engine& database, const QString& table, const HistoryLiterals& field) {
+    const QVariant value = historyValueOf(field.after);
+    const QString literal = field.after.toString();
+    const auto type =
+        platform::ColumnType::fromDeclaration(database.declaredType(table, field.name.toString()));
+    if (type.kind != platform::FieldKind::Money || value.userType() != QMetaType::Double)
+        return value;
+    try {
+        const platform::Currency money = platform::Currency::fromText(literal);
+        return money.toText() == literal ? QVariant::fromValue(money) : value;
+    } catch (const platform::RuntimeError&) {
+        return value;  // more than money can be
+    }
+}
+
 /// The tables' keys are named after them.
 void insert(platform::Engine& database, const DeletedRow& row) {
-    const std::vector<HistoryField> fields = readHistoryFields(row.fields);
+    const std::vector<HistoryLiterals> fields = readHistoryLiterals(row.fields);
     QStringList columns{u'"' + row.table + u"ID\""_s};
-    for (const HistoryField& field : fields)
-        columns << u'"' + field.name + u'"';
+    for (const HistoryLiterals& field : fields)
+        columns << u'"' + field.name.toString() + u'"';
     const QString sql = u"INSERT INTO \"%1\" (%2) VALUES (?%3)"_s.arg(
         row.table, columns.join(u", "_s), u", ?"_s.repeated(static_cast<qsizetype>(fields.size())));
     Query added(database, sql, sql);
     added.bind(1, qint64{row.key});
     for (int i = 0; i < static_cast<int>(fields.size()); ++i)
-        added.bind(i + 2, fields[static_cast<std::size_t>(i)].after);
+        added.bind(i + 2, storedValue(database, row.table, fields[static_cast<std::size_t>(i)]));
     added.step();
 }
 
 bool isFaithful(platform::Engine& database, const DeletedRow& row) {
-    QStringList parts;
+    QStringList columns;
     for (const HistoryField& field : readHistoryFields(row.fields))
-        parts << u"'%1=' || quote(\"%1\")"_s.arg(field.name);
+        columns << field.name;
     Query now(database,
-              u"SELECT %1 FROM \"%2\" WHERE rowid = ?"_s.arg(parts.join(u" || ',' || "_s), row.table), {});
+              u"SELECT %1 FROM \"%2\" WHERE %3 = ?"_s.arg(fieldsSql(database, row.table, columns), row.table,
+                                                          database.words().rowKey(row.table)),
+              {});
     now.bind(1, qint64{row.key});
     return now.step() && now.value(0, asText).toString() == row.fields;
-}
-
-bool isForReading(platform::Engine& database) {
-    return database.isReadOnly() || number(database, u"PRAGMA query_only"_s) != 0;
 }
 
 }  // namespace
@@ -81,7 +98,7 @@ std::int64_t lastHistoryRow(platform::Engine& database) {
 }
 
 Restored addDeletedRows(platform::Engine& database, const DeletedRecord& deleted) {
-    if (isForReading(database))
+    if (database.refusesChanges())
         return Restored::ReadingOnly;
     const std::vector<DeletedRow> rows = deletedRows(database, deleted);
     if (rows.empty() || rows.front().table != deleted.table)

@@ -95,6 +95,10 @@ void installHistoryHash(platform::Engine& database) {
     database.addFunction("history_hash", platform::FunctionResult::Same, HistoryHash());
 }
 
+QByteArray historyHash(const std::vector<platform::PlainValue>& values) {
+    return HistoryHash()(values).toByteArray();
+}
+
 QString sealArguments() {
     return u"%1, HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_Record, hst_What, %2, %3, %4, %5, %6"_s;
 }
@@ -103,7 +107,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
     if (connection.state() == 0)
         return;
     platform::Engine& database = connection.engine();
-    if (!hasHistory(database) || database.tellWriter({writer.person, writer.program, minutesAhead()}))
+    if (!hasHistory(database) || database.tellWriter({writer.person, writer.program, minutesAhead}))
         return;
     installHistoryHash(database);
     installHistoryDeed(database);

@@ -4,8 +4,11 @@
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "platform/data/Engine.h"
 
+#include <QByteArray>
 #include <QString>
+#include <vector>
 
 namespace sorvanto {
 
@@ -31,6 +34,9 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
 /// Gives the engine history_hash(...): the SHA-256 of its arguments, each with its type and length. A row's digest
 /// is that of salt, name and fields; its seal that of the seal before, its other values and its digest.
 void installHistoryHash(platform::Engine& database);
+
+/// The same sum.
+QByteArray historyHash(const std::vector<platform::PlainValue>& values);
 
 /// The arguments of history_hash for the seal of a row of History: %1 the seal before, %2 the person, %3 the program,
 /// %4 the deed, %5 its note, %6 the digest.

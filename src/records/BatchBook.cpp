@@ -3,6 +3,7 @@
 #include "history/HistoryDeed.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
+#include "platform/data/Transaction.h"
 #include "records/BatchRecord.h"
 #include "shared/Context.h"
 #include "shared/FileIdentity.h"
@@ -41,6 +42,32 @@ bool wasDeleted(const platform::Connection& server, const LogBook::Batch& batch)
     return row.step();
 }
 
+/// How a batch stands in the log, and the lines that its row lacks.
+struct Look {
+    BatchStanding standing;
+    std::int64_t key = 0;
+    QJsonArray missing{};
+};
+
+Look lookFor(const platform::Connection& connection, const BatchRows& rows) {
+    using Kind = BatchStanding::Kind;
+    const auto keys = rowsOfBatch(connection, rows);
+    if (keys.empty())
+        return {{Kind::Absent}};
+    if (keys.size() > 1) {
+        BatchStanding twice{Kind::Twice};
+        for (const auto key : keys)
+            twice.twins << QString::number(key);
+        return {twice};
+    }
+    const auto missing = missingLines(storedBatch(connection, keys.front()).lines, rows.lines);
+    if (!missing)
+        return {{Kind::Different}};
+    if (missing->isEmpty())
+        return {{Kind::Whole}};
+    return {{Kind::Completed, static_cast<int>(missing->size())}, keys.front(), *missing};
+}
+
 }  // namespace
 
 BatchJournal* batchJournal = nullptr;
@@ -68,25 +95,19 @@ QString BatchBook::otherBenchWith(const QString& serial) {
 }
 
 BatchStanding BatchBook::settle(const BatchRows& rows) {
-    using Kind = BatchStanding::Kind;
     const auto connection = openDB(m_context);
-    const auto keys = rowsOfBatch(*connection, rows);
-    if (keys.empty())
-        return {Kind::Absent};
-    if (keys.size() > 1) {
-        BatchStanding twice{Kind::Twice};
-        for (const auto key : keys)
-            twice.twins << QString::number(key);
-        return twice;
+    Look look = lookFor(*connection, rows);
+    if (look.missing.isEmpty())
+        return look.standing;
+    // Once more, now that nobody else can complete it.
+    platform::Transaction whole(connection->engine(), u"INSERT INTO LogChem"_s);
+    look = lookFor(*connection, rows);
+    if (!look.missing.isEmpty()) {
+        const HistoryDeed deed(connection->engine(), Deed::Signed);
+        addLines(*connection, look.key, look.missing);
+        whole.commit();
     }
-    const auto missing = missingLines(storedBatch(*connection, keys.front()).lines, rows.lines);
-    if (!missing)
-        return {Kind::Different};
-    if (missing->isEmpty())
-        return {Kind::Whole};
-    const HistoryDeed deed(connection->engine(), Deed::Signed);
-    addLines(*connection, keys.front(), *missing);
-    return {Kind::Completed, static_cast<int>(missing->size())};
+    return look.standing;
 }
 
 int BatchBook::batchCount() {

@@ -35,8 +35,9 @@ QString day(const QVariant& moment) {
 }
 
 /// What a batch's results tell about it: 1 stopped before its end, 2 made by the simulated mixer, 3 both.
-const QString markOfResults = u"(instr(log_Results, '<Interuption Value=\"U\"') > 0)"
-                              " + 2 * (instr(log_Results, '<HardwareVersion Value=\"SIM') > 0)"_s;
+const QString markOfResults =
+    u"CASE WHEN instr(log_Results, '<Interuption Value=\"U\"') > 0 THEN 1 ELSE 0 END"
+    " + CASE WHEN instr(log_Results, '<HardwareVersion Value=\"SIM') > 0 THEN 2 ELSE 0 END"_s;
 
 QString mark(const QVariant& code) {
     QStringList words;

@@ -24,8 +24,8 @@ constexpr auto differentOnes =
 
 /// One ingredient a row, its form and supplier as they were written last.
 constexpr auto loggedIngredients =
-    "SELECT lch_Name, lch_NDC, lch_Lot, lch_Form, lch_Supplier, max(LogChemID) FROM LogChem JOIN Log USING (LogID) "
-    "WHERE %1 AND %2 GROUP BY lch_Name, lch_NDC, lch_Lot"_L1;
+    "SELECT lch_Name, lch_NDC, lch_Lot, lch_Form, lch_Supplier FROM LogChem WHERE LogChemID IN (SELECT max(LogChemID) "
+    "FROM LogChem JOIN Log USING (LogID) WHERE %1 AND %2 GROUP BY lch_Name, lch_NDC, lch_Lot)"_L1;
 constexpr auto chemicals =
     "SELECT chm_Name, chm_NDC, chm_Lot, chm_Form, chm_Supplier FROM Chemical WHERE %1"_L1;
 
@@ -33,10 +33,21 @@ constexpr auto prescriptionRows =
     "SELECT RXsID, RXs.LogID, PatientID, rxs_Date, pat_LName, pat_FName, pat_Phone, log_Name, log_Lot, rxs_QTY, "
     "log_Units, rxs_Doctor FROM RXs JOIN Log USING (LogID) JOIN Patient USING (PatientID) WHERE %1 AND %2"_L1;
 
-// A column compares as it was declared, an expression of it letter by letter unless it is told.
-constexpr auto isChemical =
-    "coalesce(chm_Name, '') = ? COLLATE NOCASE AND coalesce(chm_Lot, '') = ? COLLATE NOCASE AND "
-    "coalesce(chm_NDC, '') = ? COLLATE NOCASE"_L1;
+/// Whether a column holds the text that is bound to this place, nothing being an empty one. A column compares as it was
+/// declared, an expression of it would letter by letter.
+constexpr auto holds = "(%1 = ?%2 OR (%1 IS NULL AND ?%2 = ''))"_L1;
+
+QString isChemical() {
+    return QStringList{holds.arg("chm_Name"_L1, "1"_L1), holds.arg("chm_Lot"_L1, "2"_L1),
+                       holds.arg("chm_NDC"_L1, "3"_L1)}
+        .join(u" AND "_s);
+}
+
+platform::Engine& engineOf(const platform::ConnectionPtr& connection) {
+    if (!connection || connection->state() == 0)
+        throw platform::RuntimeError(platform::error::objectClosed, u"The connection is closed"_s);
+    return connection->engine();
+}
 
 /// A prepared question and the row that its answer stands at.
 class Question {
@@ -66,16 +77,10 @@ public:
     }
 
 private:
-    static platform::Engine& engineOf(const platform::ConnectionPtr& connection) {
-        if (!connection || connection->state() == 0)
-            throw platform::RuntimeError(platform::error::objectClosed, u"The connection is closed"_s);
-        return connection->engine();
-    }
-
     Query m_statement;
 };
 
-/// Keys as one bound value, for json_each.
+/// Keys as one bound value.
 QString listed(const TraceFile::Keys& keys) {
     QJsonArray array;
     for (const std::int64_t key : keys)
@@ -87,22 +92,8 @@ QString joined(const QString& last, const QString& first) {
     return last.isEmpty() || first.isEmpty() ? last + first : last + u", "_s + first;
 }
 
-/// Ingredients as one bound value, for json_each.
-QString listed(const std::vector<Ingredient>& ingredients) {
-    QJsonArray array;
-    for (const Ingredient& one : ingredients)  // what is empty is a text too, and no null
-        array.append(QJsonArray{one.name + u""_s, one.lot + u""_s, one.ndc + u""_s});
-    return QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact));
-}
-
 constexpr auto formulas = "SELECT DISTINCT FormulaID, frm_Name, frm_Strength, frm_NDC FROM Formula %1"_L1;
-constexpr auto formulaOrder = " ORDER BY frm_Name, FormulaID"_L1;
-
-/// The chemicals among the ingredients that are asked for.
-constexpr auto isAskedFor =
-    "(coalesce(chm_Name, '') COLLATE NOCASE, coalesce(chm_Lot, '') COLLATE NOCASE, coalesce(chm_NDC, '') COLLATE "
-    "NOCASE) IN (SELECT json_extract(value, '$[0]'), json_extract(value, '$[1]'), json_extract(value, '$[2]') FROM "
-    "json_each(?))"_L1;
+constexpr auto formulaOrder = " ORDER BY frm_Name NULLS FIRST, FormulaID"_L1;
 
 TracedFormula formulaIn(const Question& row) { return {row.key(0), row.text(1), row.text(2), row.text(3)}; }
 
@@ -123,8 +114,10 @@ TracedPatient patientIn(const Question& row) {
 
 TraceFile::TraceFile(platform::ConnectionPtr connection, int number)
     : m_connection(std::move(connection)), m_number(number),
-      m_own(number == 0 ? u"1"_s
+      m_own(number == 0 ? u"1 = 1"_s
                         : u"Log.LogID NOT IN (SELECT kmp_Old FROM KeyMap WHERE kmp_Table = 'Log')"_s) {}
+
+const platform::EngineWords& TraceFile::words() const { return engineOf(m_connection).words(); }
 
 std::int64_t TraceFile::batchCount() const {
     Question question(m_connection, u"SELECT count(*) FROM Log WHERE "_s + m_own);
@@ -178,28 +171,25 @@ std::vector<Ingredient> TraceFile::ingredientsNamed(const QString& text) const {
 
 // No lot is stored as an empty text or not at all; a look for either goes through the index.
 TraceFile::Keys TraceFile::batchesWith(const Ingredient& ingredient) const {
-    const QVariantList lots =
-        ingredient.lot.isEmpty() ? QVariantList{QVariant(), u""_s} : QVariantList{ingredient.lot};
-    Keys all;
-    for (const QVariant& lot : lots) {
-        all.merge(
-            Question(m_connection,
-                     u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE lch_Lot IS ? AND "
-                     "coalesce(lch_Name, '') = ? COLLATE NOCASE AND coalesce(lch_NDC, '') = ? COLLATE NOCASE "
-                     "AND "_s +
-                         m_own,
-                     {lot, ingredient.name, ingredient.ndc})
-                .keys());
-    }
+    const auto keys = [&](const QString& hasLot) {
+        return Question(
+                   m_connection,
+                   u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE %1 AND %2 AND %3 AND %4"_s.arg(
+                       hasLot, holds.arg("lch_Name"_L1, "2"_L1), holds.arg("lch_NDC"_L1, "3"_L1), m_own),
+                   {ingredient.lot, ingredient.name, ingredient.ndc})
+            .keys();
+    };
+    Keys all = keys(u"lch_Lot = ?1"_s);
+    if (ingredient.lot.isEmpty())
+        all.merge(keys(u"lch_Lot IS NULL AND ?1 = ''"_s));
     return all;
 }
 
 std::map<std::int64_t, QString> TraceFile::batchesWithLots(const QStringList& lots) const {
     Question rows(
         m_connection,
-        u"SELECT LogID, value FROM json_each(?) CROSS JOIN LogChem ON lch_Lot = value JOIN Log USING "
-        "(LogID) WHERE "_s +
-            m_own,
+        u"SELECT LogID, value FROM %1 AS wanted CROSS JOIN LogChem JOIN Log USING (LogID) WHERE lch_Lot = value "
+        "AND %2"_s.arg(words().listedTexts(u"?1"_s), m_own),
         {QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(lots)).toJson())});
     std::map<std::int64_t, QString> all;
     while (rows.next())
@@ -238,7 +228,7 @@ bool TraceFile::lookForLackingLines() const {
     m_lacking =
         Question(m_connection,
                  u"SELECT LogID FROM Log JOIN (SELECT LogID AS Batch, %1, %2 FROM LogChem GROUP BY LogID) "
-                 "ON Batch = LogID WHERE (log_Cost > Cost + 0.0001 * (1 + abs(log_Quantity)) OR "
+                 "AS Sums ON Batch = LogID WHERE (log_Cost > Cost + 0.0001 * (1 + abs(log_Quantity)) OR "
                  "log_AWP > AWP + 0.0001 * (1 + abs(log_Quantity))) AND %3"_s.arg(
                      atMost.arg(u"lch_Cost"_s, u"Cost"_s), atMost.arg(u"lch_AWP"_s, u"AWP"_s), m_own))
             .keys();
@@ -251,7 +241,7 @@ std::vector<TracedBatch> TraceFile::batches(const Keys& keys) const {
         m_connection,
         u"SELECT LogID, log_Date, log_Name, log_Strength, log_Lot, log_Quantity, log_Units, log_Initials, "
         "log_Verified, EXISTS (SELECT 1 FROM LogChem WHERE LogChem.LogID = Log.LogID) FROM Log "
-        "WHERE LogID IN (SELECT value FROM json_each(?))"_s,
+        "WHERE LogID IN (SELECT value FROM %1 AS wanted)"_s.arg(words().listedNumbers(u"?1"_s)),
         {listed(keys)});
     std::vector<TracedBatch> all;
     while (rows.next()) {
@@ -292,7 +282,9 @@ std::vector<TracedPrescription> TraceFile::prescriptions(const QString& conditio
 }
 
 std::vector<TracedPrescription> TraceFile::prescriptionsOf(const Keys& batches) const {
-    return prescriptions(u"RXs.LogID IN (SELECT value FROM json_each(?))"_s, listed(batches));
+    return prescriptions(
+        u"RXs.LogID IN (SELECT value FROM %1 AS wanted)"_s.arg(words().listedNumbers(u"?1"_s)),
+        listed(batches));
 }
 
 std::vector<TracedPrescription> TraceFile::prescriptionsFor(std::int64_t patient) const {
@@ -301,7 +293,8 @@ std::vector<TracedPrescription> TraceFile::prescriptionsFor(std::int64_t patient
 
 std::vector<TracedPatient> TraceFile::patientsNamed(const QString& text) const {
     const QString wanted = platform::folded(text);
-    Question rows(m_connection, patients.arg(u"ORDER BY pat_LName, pat_FName, PatientID"_s));
+    Question rows(m_connection,
+                  patients.arg(u"ORDER BY pat_LName NULLS FIRST, pat_FName NULLS FIRST, PatientID"_s));
     std::vector<TracedPatient> all;
     while (rows.next()) {
         TracedPatient patient = patientIn(rows);
@@ -317,15 +310,21 @@ std::optional<TracedPatient> TraceFile::patientOf(std::int64_t key) const {
 }
 
 std::int64_t TraceFile::chemicalOf(const Ingredient& ingredient) const {
-    Question rows(m_connection, u"SELECT max(ChemicalID) FROM Chemical WHERE "_s + isChemical,
+    Question rows(m_connection, u"SELECT max(ChemicalID) FROM Chemical WHERE "_s + isChemical(),
                   {ingredient.name, ingredient.lot, ingredient.ndc});
     return rows.next() ? rows.key(0) : 0;
 }
 
 std::vector<TracedFormula> TraceFile::formulasWith(const std::vector<Ingredient>& ingredients) const {
+    Keys keys;
+    for (const Ingredient& one : ingredients)
+        keys.merge(Question(m_connection, u"SELECT ChemicalID FROM Chemical WHERE "_s + isChemical(),
+                            {one.name, one.lot, one.ndc})
+                       .keys());
     const QString ofThem =
-        u"JOIN FormChem USING (FormulaID) JOIN Chemical USING (ChemicalID) WHERE "_s + isAskedFor;
-    return formulasIn({m_connection, formulas.arg(ofThem) + formulaOrder, {listed(ingredients)}});
+        u"JOIN FormChem USING (FormulaID) WHERE ChemicalID IN (SELECT value FROM %1 AS wanted)"_s.arg(
+            words().listedNumbers(u"?1"_s));
+    return formulasIn({m_connection, formulas.arg(ofThem) + formulaOrder, {listed(keys)}});
 }
 
 std::vector<TracedFormula> TraceFile::formulasNamed(const QString& text) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "platform/data/Dialect.h"
 #include "trace/TraceRows.h"
 
 #include <QStringList>
@@ -64,6 +65,7 @@ public:
     std::vector<UsedIngredient> linesOf(std::int64_t batch) const;
 
 private:
+    const platform::EngineWords& words() const;
     std::vector<Ingredient> ingredients(const QString& condition, const QString& text) const;
     std::vector<TracedPrescription> prescriptions(const QString& condition, const QVariant& value) const;
 

@@ -226,6 +226,20 @@ Around EngineWords::valueFor(const QString& declaredType) const {
     return {u"dialect_value(%1, "_s.arg(quotedText(declaredType)), u")"_s};
 }
 
+QString EngineWords::hex(const QString& bytes) const { return u"hex(%1)"_s.arg(bytes); }
+
+QString EngineWords::literalOf(const QString& column, const QString&) const {
+    return u"quote(%1)"_s.arg(quotedName(column));
+}
+
+QString EngineWords::clock(const QString& moment, const QString& minutesAhead) const {
+    return u"strftime('%Y-%m-%d %H:%M:%f', %1, %2 || ' minutes')"_s.arg(moment, minutesAhead);
+}
+
+QString EngineWords::listedNumbers(const QString& place) const { return u"json_each(%1)"_s.arg(place); }
+
+QString EngineWords::listedTexts(const QString& place) const { return u"json_each(%1)"_s.arg(place); }
+
 QString translateOrder(const QString& columns, const EngineWords& words) {
     const Tokens tokens = statementTokens(u"ORDER BY "_s + columns);
     StatementWriter writer(tokens, words);

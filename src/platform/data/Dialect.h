@@ -65,6 +65,19 @@ public:
     }
     /// A text that is compared by that operator.
     virtual Around likeText() const { return {}; }
+
+    // For statements of the program's own making, which are written for all engines.
+
+    /// Bytes as hexadecimal digits.
+    virtual QString hex(const QString& bytes) const;
+    /// The value of a column as the engine quotes it in the history.
+    virtual QString literalOf(const QString& column, const QString& declaredType) const;
+    /// A moment of UTC, "2026-11-21 14:05:09.123", by a clock that is so many minutes ahead of it, in the same form.
+    virtual QString clock(const QString& moment, const QString& minutesAhead) const;
+    /// A table with the one column "value": the numbers, or the texts as columns hold them, of a JSON array that is bound to
+    /// this place ("?1").
+    virtual QString listedNumbers(const QString& place) const;
+    virtual QString listedTexts(const QString& place) const;
 };
 
 /// What a SELECT says of the order of its rows, and by what the rest can be ordered.

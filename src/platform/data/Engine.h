@@ -73,11 +73,17 @@ using EngineFunction = std::function<QVariant(const std::vector<PlainValue>& val
 /// Whether the same values always give the same result.
 enum class FunctionResult { Same, OfTheMoment };
 
+/// While it is open, all that is read is of one moment, whichever statements read it.
+class EngineLook {
+public:
+    virtual ~EngineLook() = default;
+};
+
 /// Who a connection works for.
 struct HistoryContext {
-    QString person;        ///< account and computer, "rkent@bench2"
-    QString program;       ///< its version
-    int minutesAhead = 0;  ///< of UTC, by the clock of the computer
+    QString person;                     ///< account and computer, "rkent@bench2"
+    QString program;                    ///< its version
+    std::function<int()> minutesAhead;  ///< of UTC, by the clock of the computer; asked at each change
 };
 
 class Engine {
@@ -96,6 +102,8 @@ public:
     virtual bool isReadOnly() const = 0;
     /// From now on each change by this connection throws permissionDenied.
     virtual void refuseChanges() = 0;
+    /// Whether each change throws permissionDenied, for either reason.
+    virtual bool refusesChanges() = 0;
     /// Another number after any change, by this connection or by any other program, also after one was taken back.
     virtual std::int64_t changeState() = 0;
 
@@ -115,6 +123,9 @@ public:
     /// Begins a span of changes, or one within another. statement: what a failure's report names. Throws
     /// permissionDenied when nothing can be written. See Transaction.
     virtual std::unique_ptr<EngineSpan> beginSpan(const QString& statement) = 0;
+    /// Nothing is changed by this connection while it is open, but within a span that was open before. Others may be kept
+    /// from writing meanwhile.
+    virtual std::unique_ptr<EngineLook> beginLook() = 0;
 
     // The catalogue.
     virtual QStringList tables() = 0;

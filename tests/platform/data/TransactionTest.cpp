@@ -37,6 +37,23 @@ TEST_F(TransactionTest, CommittedIsKeptAndLeftIsTakenBack) {
     EXPECT_NE(sqlite3_get_autocommit(database()), 0);
 }
 
+TEST_F(TransactionTest, ALookIsOfOneMomentAndEndsByItself) {
+    Connection other;
+    other.open(source(location()));
+    {
+        const auto look = engine().beginLook();
+        const QString before =
+            rows(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s)->value(0).toString();
+        EXPECT_EQ(failureOf([&] { other.execute(u"UPDATE Chemical SET chm_Lot = 'LATE'"_s); }).number(),
+                  error::permissionDenied);
+        EXPECT_EQ(rows(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s)->value(0).toString(), before);
+        const auto inner = engine().beginLook();
+    }
+    EXPECT_NE(sqlite3_get_autocommit(database()), 0);
+    other.execute(u"UPDATE Chemical SET chm_Lot = 'LATE'"_s);
+    EXPECT_EQ(lot(), "LATE");
+}
+
 TEST_F(TransactionTest, AnInnerSpanIsTakenBackByItself) {
     {
         Transaction outer(engine());

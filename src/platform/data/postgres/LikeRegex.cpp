@@ -110,7 +110,8 @@ QString likeRegex(const QString& pattern) {
     QString written;
     for (std::size_t i = 0; i < folded.size(); ++i) {
         if (folded[i] == U'%') {
-            written += u".*"_s;
+            if (i == 0 || folded[i - 1] != U'%')  // many in a row are one, and too many for the server
+                written += u".*"_s;
         } else if (folded[i] == U'_') {
             written += u'.';
         } else if (folded[i] == U'[') {

@@ -27,7 +27,7 @@ OwnStatement ownStatement(const QString& statement, const Catalogue& catalogue) 
         }
     }
     own.sql += QStringView(statement).mid(end);
-    static const QRegularExpression reading(u"^\\s*(?:SELECT|SHOW|VALUES)\\b"_s,
+    static const QRegularExpression reading(u"^\\s*(?:SELECT|SHOW|VALUES|WITH)\\b"_s,
                                             QRegularExpression::CaseInsensitiveOption);
     own.reads = reading.match(own.sql).hasMatch();
     return own;

@@ -18,13 +18,18 @@ namespace {
 class ServerEngine : public Engine {
 public:
     ServerEngine(const QString& address, std::shared_ptr<Waiter> waiter)
-        : m_address(address), m_store(address, std::move(waiter)) {}
+        : m_address(address), m_store(address, std::move(waiter)) {
+        m_store.session.setBeforeChanges([this] { return toldBeforeChanges(); });
+    }
 
     QString location() const override { return m_address; }
     bool isServer() const override { return true; }
     bool isReadOnly() const override { return m_store.refusesChanges || m_store.session.isStandby(); }
     void refuseChanges() override { m_store.refusesChanges = true; }
-    std::int64_t changeState() override { return number(*this, u"SELECT last_value FROM changes"_s); }
+    bool refusesChanges() override { return isReadOnly(); }
+    std::int64_t changeState() override {
+        return number(*this, u"SELECT last_value FROM changes"_s) + m_store.spansTakenBack;
+    }
 
     const EngineWords& words() const override { return m_store.words; }
     std::unique_ptr<EngineQuery> prepare(const QString& sql, const QString& original) override;
@@ -35,6 +40,7 @@ public:
     std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
                         const QString& statement) override;
     std::unique_ptr<EngineSpan> beginSpan(const QString& statement) override;
+    std::unique_ptr<EngineLook> beginLook() override { return std::make_unique<ServerLook>(m_store); }
 
     QStringList tables() override { return m_store.catalogue.tables(); }
     QStringList columns(const QString& table) override;
@@ -56,11 +62,14 @@ public:
 
 private:
     void greet();
+    QByteArrayList toldBeforeChanges() const;
 
     QString m_address;
     QByteArrayList m_writer;  ///< what the server is told of who writes
     QStringList m_names;      ///< that are kept
     ServerStore m_store;
+    std::function<int()> m_minutesAhead;
+    QByteArrayList m_deed;  ///< once one was told: what a span has been told holds until its end
 };
 
 std::unique_ptr<EngineQuery> ServerEngine::prepare(const QString& sql, const QString& original) {
@@ -193,9 +202,9 @@ QString ServerEngine::nameKeeper(const QString& name) {
 
 bool ServerEngine::tellWriter(const HistoryContext& writer) {
     const QString name = writer.person + u' ' + writer.program;
+    m_minutesAhead = writer.minutesAhead;
     m_writer = {"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
                 "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
-                "SET sorvanto.zone = '" + QByteArray::number(writer.minutesAhead) + '\'',
                 "SET application_name = " + quotedText(name).toUtf8(), takePart};
     greet();
     const Result held = m_store.session.runOne({takePart, {}, false}, Access::Reads, {});
@@ -206,9 +215,16 @@ bool ServerEngine::tellWriter(const HistoryContext& writer) {
     return true;
 }
 
-/// From the first one on with each change: what a span has been told holds until its end.
+/// A connection may last from winter into summer: how far its clock is ahead of UTC is told with each change.
+QByteArrayList ServerEngine::toldBeforeChanges() const {
+    QByteArrayList told = m_deed;
+    if (m_minutesAhead)
+        told << setting("zone", QString::number(m_minutesAhead()));
+    return told;
+}
+
 void ServerEngine::tellDeed(const QString& deed, const QString& note) noexcept {
-    m_store.session.setBeforeChanges({setting("deed", deed), setting("note", note)});
+    m_deed = {setting("deed", deed), setting("note", note)};
 }
 
 /// What a file's connection calculates, the server does by itself.

@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/postgres/ServerRows.h"
+#include "platform/data/postgres/Types.h"
 
 #include <utility>
 
@@ -53,7 +54,12 @@ int ServerQuery::columnCount() const { return m_givesKey ? 0 : result().columns(
 
 ResultColumn ServerQuery::column(int column) const { return resultColumn(m_store, result(), column); }
 
-std::int64_t ServerQuery::integer(int column) const { return result().integer(m_row, column); }
+/// A condition is 1 or 0, as with a file.
+std::int64_t ServerQuery::integer(int column) const {
+    const Result& rows = result();
+    return rows.columnType(column) == type::boolean ? rows.bytes(m_row, column) == "t"
+                                                    : rows.integer(m_row, column);
+}
 
 QVariant ServerQuery::value(int column, const ColumnType& type) const {
     return valueOf(result(), m_row, column, type);

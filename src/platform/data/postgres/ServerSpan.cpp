@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 namespace platform::postgres {
 
 ServerSpan::ServerSpan(ServerStore& store, QString statement)
-    : m_session(store.session), m_statement(std::move(statement)), m_outermost(!m_session.isSpanOpen()) {
+    : m_store(store), m_session(store.session), m_statement(std::move(statement)),
+      m_outermost(!m_session.isSpanOpen()) {
     if (store.refusesChanges)
         throw RuntimeError(error::permissionDenied, u"The records are open for reading only"_s, u"Database"_s,
                            m_statement);
@@ -21,6 +22,7 @@ ServerSpan::ServerSpan(ServerStore& store, QString statement)
 ServerSpan::~ServerSpan() {
     if (!m_open)
         return;
+    ++m_store.spansTakenBack;
     try {
         takeBack();
     } catch (const RuntimeError&) {
@@ -42,6 +44,26 @@ void ServerSpan::commit() {
     m_session.control(m_outermost ? "COMMIT" : "RELEASE span", m_statement);
     m_session.countSpan(-1);
     m_open = false;
+}
+
+ServerLook::ServerLook(ServerStore& store) : m_session(store.session), m_own(!m_session.isSpanOpen()) {
+    if (!m_own)
+        return;
+    m_session.control("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", {});
+    m_connection = m_session.connectionNumber();
+    m_session.countSpan(+1);
+}
+
+ServerLook::~ServerLook() {
+    if (!m_own)
+        return;
+    try {
+        if (m_session.connectionNumber() == m_connection)
+            m_session.control("ROLLBACK", {});
+    } catch (const RuntimeError&) {
+        // The line is lost, and there was nothing to keep.
+    }
+    m_session.countSpan(-1);
 }
 
 }  // namespace platform::postgres

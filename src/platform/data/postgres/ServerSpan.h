@@ -21,11 +21,27 @@ public:
 private:
     void takeBack();
 
+    ServerStore& m_store;
     Session& m_session;
     QString m_statement;
     bool m_outermost;
     int m_connection;
     bool m_open = true;
+};
+
+/// A transaction that reads, where none is open.
+class ServerLook : public EngineLook {
+public:
+    /// The store has to stay.
+    explicit ServerLook(ServerStore& store);
+    ~ServerLook() override;
+    ServerLook(const ServerLook&) = delete;
+    ServerLook& operator=(const ServerLook&) = delete;
+
+private:
+    Session& m_session;
+    bool m_own;
+    int m_connection = 0;
 };
 
 }  // namespace platform::postgres

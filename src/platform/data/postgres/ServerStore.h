@@ -20,6 +20,7 @@ struct ServerStore {
     Catalogue catalogue;
     ServerWords words{catalogue};
     bool refusesChanges = false;
+    std::int64_t spansTakenBack = 0;
 };
 
 }  // namespace platform::postgres

@@ -94,4 +94,28 @@ std::pair<QString, QString> ServerWords::like(const QString& pattern, bool negat
 
 Around ServerWords::likeText() const { return {u"("_s, u")::text"_s}; }
 
+QString ServerWords::hex(const QString& bytes) const { return u"encode(%1, 'hex')"_s.arg(bytes); }
+
+/// As the triggers quote it.
+QString ServerWords::literalOf(const QString& column, const QString& declaredType) const {
+    static const QHash<QString, QString> bases{
+        {u"DOUBLE"_s, u"double precision"_s}, {u"CURRENCY"_s, u"numeric"_s}, {u"DATETIME"_s, u"timestamp"_s},
+        {u"SMALLINT"_s, u"integer"_s},        {u"INTEGER"_s, u"integer"_s},  {u"YESNO"_s, u"integer"_s}};
+    return u"quoted(%1::%2)"_s.arg(quotedName(column), bases.value(declaredType, u"text"_s));
+}
+
+QString ServerWords::clock(const QString& moment, const QString& minutesAhead) const {
+    return u"to_char(%1::text::timestamp + %2 * interval '1 minute', 'YYYY-MM-DD HH24:MI:SS.MS')"_s.arg(
+        moment, minutesAhead);
+}
+
+QString ServerWords::listedNumbers(const QString& place) const {
+    return u"(SELECT e.value::bigint AS value FROM json_array_elements_text(%1::json) AS e)"_s.arg(place);
+}
+
+/// Texts of a column are compared without regard to the case of English letters.
+QString ServerWords::listedTexts(const QString& place) const {
+    return u"(SELECT e.value::citext AS value FROM json_array_elements_text(%1::json) AS e)"_s.arg(place);
+}
+
 }  // namespace platform::postgres

@@ -33,6 +33,11 @@ public:
     QString function(const QString& name) const override;
     std::pair<QString, QString> like(const QString& pattern, bool negated) const override;
     Around likeText() const override;
+    QString hex(const QString& bytes) const override;
+    QString literalOf(const QString& column, const QString& declaredType) const override;
+    QString clock(const QString& moment, const QString& minutesAhead) const override;
+    QString listedNumbers(const QString& place) const override;
+    QString listedTexts(const QString& place) const override;
 
 private:
     const Catalogue& m_catalogue;

@@ -139,7 +139,8 @@ std::vector<Result> Session::run(std::vector<Command> commands, Access access, c
     const bool inSpan = isSpanOpen(), changes = access == Access::Changes;
     refresh(statement);
     const Frame frame = frameFor(access, inSpan);
-    std::vector<Command> all = commandsOf(changes ? frame.before + m_beforeChanges : frame.before);
+    const bool tells = changes && m_beforeChanges;
+    std::vector<Command> all = commandsOf(tells ? frame.before + m_beforeChanges() : frame.before);
     const auto first = static_cast<std::ptrdiff_t>(all.size());
     const auto count = static_cast<std::ptrdiff_t>(commands.size());
     std::move(commands.begin(), commands.end(), std::back_inserter(all));

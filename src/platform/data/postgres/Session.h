@@ -8,6 +8,7 @@
 #include <QByteArrayList>
 #include <QElapsedTimer>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -44,7 +45,9 @@ public:
     /// What is told to the server at the beginning of each connection, this one included, and before each change. None of
     /// it must fail.
     void setGreeting(QByteArrayList statements);
-    void setBeforeChanges(QByteArrayList statements) { m_beforeChanges = std::move(statements); }
+    void setBeforeChanges(std::function<QByteArrayList()> statements) {
+        m_beforeChanges = std::move(statements);
+    }
 
     /// Statements that begin and end spans. Only for Span.
     void control(const QByteArray& sql, const QString& statement);
@@ -80,7 +83,8 @@ private:
     bool m_working = false;
     Limits m_limits;
     Line m_line;
-    QByteArrayList m_greeting, m_beforeChanges;
+    QByteArrayList m_greeting;
+    std::function<QByteArrayList()> m_beforeChanges;
     QByteArray
         m_transaction;  ///< the server's number of the one that is open; empty while nothing was changed
     QElapsedTimer m_sinceTry;

@@ -27,6 +27,7 @@ public:
     bool isServer() const override { return false; }
     bool isReadOnly() const override { return sqlite3_db_readonly(handle(), "main") == 1; }
     void refuseChanges() override { run(*this, u"PRAGMA query_only = ON"_s); }
+    bool refusesChanges() override { return isReadOnly() || number(*this, u"PRAGMA query_only"_s) != 0; }
     std::int64_t changeState() override;
 
     const EngineWords& words() const override { return fileWords(); }
@@ -38,6 +39,7 @@ public:
     std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
                         const QString& statement) override;
     std::unique_ptr<EngineSpan> beginSpan(const QString& statement) override;
+    std::unique_ptr<EngineLook> beginLook() override { return std::make_unique<Look>(handle()); }
 
     QStringList tables() override;
     QStringList columns(const QString& table) override;

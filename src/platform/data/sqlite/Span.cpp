@@ -42,4 +42,13 @@ int Span::control(const char* statement) const {
     return code;
 }
 
+Look::Look(sqlite3* database)
+    : m_database(database), m_own(sqlite3_get_autocommit(database) != 0 &&
+                                  sqlite3_exec(database, "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK) {}
+
+Look::~Look() {
+    if (m_own && sqlite3_get_autocommit(m_database) == 0)
+        sqlite3_exec(m_database, "COMMIT", nullptr, nullptr, nullptr);
+}
+
 }  // namespace platform::sqlite

@@ -31,4 +31,18 @@ private:
     bool m_open = true;
 };
 
+/// A transaction that reads, where none is open.
+class Look : public EngineLook {
+public:
+    /// Must outlive it.
+    explicit Look(sqlite3* database);
+    ~Look() override;
+    Look(const Look&) = delete;
+    Look& operator=(const Look&) = delete;
+
+private:
+    sqlite3* m_database;
+    bool m_own;
+};
+
 }  // namespace platform::sqlite

@@ -1,0 +1,30 @@
+#include "history/HistoryLinks.h"
+
+#include <utility>
+
+namespace sorvanto {
+namespace {
+
+/// What stands behind the last @.
+QString benchOf(const QString& person) { return person.mid(person.lastIndexOf(u'@') + 1); }
+
+}  // namespace
+
+// The row "begun" itself goes on with the one chain before it, or with that of what came from outside.
+QByteArray HistoryLinks::follow(const LinkedRow& row) {
+    m_before = std::exchange(m_last, row.seal);
+    const bool begins = row.what == QLatin1String("begun") && row.note == QLatin1String(chainOfEachBench);
+    if (begins && !m_ofBench)
+        m_ends = {{QString(), {0, m_before}}};
+    m_ofBench = m_ofBench || begins;
+    if (!m_ofBench)
+        return m_before;
+    const QString bench = benchOf(row.person);
+    const End before = m_ends.value(bench, {0, m_anchor});
+    m_ends.insert(bench, {row.number, row.seal});
+    if (begins)
+        m_anchor = row.seal;
+    return before.seal;
+}
+
+}  // namespace sorvanto
