@@ -1,8 +1,10 @@
-// A new database file with its history, and a connection to it that keeps history as the program does.
+// New records with their history, and a connection to them that keeps history as the program does.
 #pragma once
 
-#include "TestDatabase.h"
+#include "RecordsPlace.h"
 #include "db/DatabaseFile.h"
+#include "history/HistoryChain.h"
+#include "history/HistoryReplay.h"
 #include "history/HistorySeal.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
@@ -16,26 +18,39 @@
 
 namespace sorvanto {
 
+/// A server's keep their history in any case, those of a file where they are made with it.
+inline void createRecords(const QString& path) {
+    support::RecordsPlace& place = support::RecordsPlace::current();
+    if (place.location(path) == path)
+        createDatabase(path);
+    else
+        place.create(path);
+}
+
 class HistoryTest : public ::testing::Test {
 protected:
     void SetUp() override {
         path = folder.filePath(QStringLiteral("h.mdb"));
-        createDatabase(path);
+        createRecords(path);
         connection = open();
     }
     std::shared_ptr<platform::Connection> open(const QString& person = QStringLiteral("rkent@bench2")) {
         auto opened = std::make_shared<platform::Connection>();
-        opened->open(QStringLiteral("Data Source=") + path);
-        sqlite3_exec(platform::sqlite::handleOf(opened->engine()), "PRAGMA synchronous = OFF", nullptr,
-                     nullptr,
-                     nullptr);  // no power goes here
+        opened->open(QStringLiteral("Data Source=") + place().location(path));
+        if (sqlite3* file = platform::sqlite::handleOf(opened->engine()))
+            sqlite3_exec(file, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);  // no power goes here
         keepHistory(*opened, {person, QStringLiteral("9.9")});
         return opened;
     }
     void run(const char* statement) { connection->execute(QString::fromUtf8(statement)); }
-    /// Straight on the file, as another program would.
+    static support::RecordsPlace& place() { return support::RecordsPlace::current(); }
+    /// Straight on the records, as another program would.
     QString outside(const QString& statements) const {
-        return support::rowsText(support::runSql(path, statements));
+        return support::rowsText(place().run(path, statements));
+    }
+    /// Of the proof that the history is whole and the records are what it says.
+    QStringList proofProblems() const {
+        return chainProblems(connection->engine()) + recordProblems(connection->engine());
     }
 
     QTemporaryDir folder;

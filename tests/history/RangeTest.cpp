@@ -24,9 +24,9 @@ protected:
 TEST_F(RangeTest, BothDaysAreIncludedAsTheClockShowedThem) {
     for (int i = 2; i <= 5; ++i)
         run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
-    outside(
-        u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = 120, hst_When = '2026-03-0' || HistoryID || ' "
-        "23:00:00.000'"_s);  // an hour after midnight there
+    place().unlockHistory(path);
+    outside(u"UPDATE History SET hst_Zone = 120, hst_When = '2026-03-0' || HistoryID || ' "
+            "23:00:00.000'"_s);  // an hour after midnight there
     EXPECT_EQ(numbers(u"2026-03-04"_s, u"2026-03-05"_s), (QList<std::int64_t>{3, 4}));
     EXPECT_EQ(numbers(u"2026-03-04"_s, {}, HistoryOrder::NewestFirst), (QList<std::int64_t>{5, 4, 3}));
     EXPECT_EQ(numbers({}, {}), (QList<std::int64_t>{1, 2, 3, 4, 5}));
@@ -38,9 +38,9 @@ TEST_F(RangeTest, BothDaysAreIncludedAsTheClockShowedThem) {
 TEST_F(RangeTest, AClockFarBehindOrAheadMovesTheDayAlone) {
     for (int i = 2; i <= 5; ++i)
         run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
-    outside(
-        u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Zone = -720, hst_When = '2026-03-0' || HistoryID || ' "
-        "11:59:59.999'"_s);  // the last moment of the day before
+    place().unlockHistory(path);
+    outside(u"UPDATE History SET hst_Zone = -720, hst_When = '2026-03-0' || HistoryID || ' "
+            "11:59:59.999'"_s);  // the last moment of the day before
     EXPECT_EQ(numbers(u"2026-03-03"_s, u"2026-03-03"_s), QList<std::int64_t>{4});
     EXPECT_EQ(historyRows(connection->engine(), QDate(2026, 3, 3), QDate(2026, 3, 4)), 2);
     outside(u"UPDATE History SET hst_Zone = 840, hst_When = '2026-03-0' || HistoryID || ' 10:00:00.000'"_s);
@@ -54,10 +54,10 @@ TEST_F(RangeTest, AFileWithoutHistoryHasNone) {
 }
 
 TEST_F(RangeTest, ALongHistoryComesWholeAndHoldsNoLock) {
-    sqlite3_exec(platform::sqlite::handleOf(connection->engine()), "BEGIN", nullptr, nullptr, nullptr);
+    platform::Transaction whole(connection->engine());
     for (int i = 0; i < 1200; ++i)
         run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
-    sqlite3_exec(platform::sqlite::handleOf(connection->engine()), "COMMIT", nullptr, nullptr, nullptr);
+    whole.commit();
     HistoryRange range(connection->engine(), {}, {});
     std::int64_t next = 0;
     for (auto entry = range.next(); entry; entry = range.next()) {

@@ -1,6 +1,5 @@
 // A deleted record comes back out of the history exactly as it was.
 #include "HistoryTest.h"
-#include "db/DatabaseCheck.h"
 #include "history/HistoryDeed.h"
 #include "history/HistoryRestore.h"
 
@@ -56,7 +55,7 @@ TEST_F(RestoreTest, AChemicalComesBackWholeUnderItsKey) {
     EXPECT_EQ(stored(), before);
     EXPECT_EQ(outside(u"SELECT hst_What, hst_Deed FROM History ORDER BY HistoryID DESC LIMIT 1"_s),
               "made|restored");
-    EXPECT_EQ(checkDatabase(path), QStringList());
+    EXPECT_EQ(proofProblems(), QStringList());
 }
 
 TEST_F(RestoreTest, AFormulaComesBackWithTheLinesThatWentWithIt) {
@@ -71,7 +70,7 @@ TEST_F(RestoreTest, AFormulaComesBackWithTheLinesThatWentWithIt) {
     EXPECT_EQ(stored(), withoutLine) << "the line that was deleted before stays deleted";
     EXPECT_EQ(restore(line), Restored::Whole);
     EXPECT_EQ(stored(), first);
-    EXPECT_EQ(checkDatabase(path), QStringList());
+    EXPECT_EQ(proofProblems(), QStringList());
 }
 
 TEST_F(RestoreTest, ABatchComesBackWithItsLinesInTheirOrder) {
@@ -82,7 +81,7 @@ TEST_F(RestoreTest, ABatchComesBackWithItsLinesInTheirOrder) {
     EXPECT_EQ(restore(deleted), Restored::Whole);
     EXPECT_EQ(stored(), before);
     EXPECT_EQ(outside(u"SELECT count(*) FROM History WHERE hst_Deed = 'restored'"_s), "3");
-    EXPECT_EQ(checkDatabase(path), QStringList());
+    EXPECT_EQ(proofProblems(), QStringList());
 }
 
 TEST_F(RestoreTest, APatientComesBackWithHisPrescriptions) {
@@ -123,17 +122,16 @@ TEST_F(RestoreTest, WhatTheHistoryDoesNotHoldDoesNotComeBack) {
     EXPECT_EQ(restore(about(u"Chemical"_s, 1)), Restored::NotInHistory) << "never deleted";
     const DeletedRecord deleted = about(u"Patient"_s, 1);
     run("DELETE FROM Patient WHERE PatientID = 1");
-    outside(
-        u"DROP TRIGGER History_Sealed; UPDATE History SET hst_Fields = NULL WHERE hst_What = 'deleted'"_s);
+    place().unlockHistory(path);
+    outside(u"UPDATE History SET hst_Fields = NULL WHERE hst_What = 'deleted'"_s);
     EXPECT_EQ(restore(deleted), Restored::NotInHistory) << "blanked since";
 }
 
 TEST_F(RestoreTest, ARowThatWouldNotBeWhatItWasIsRefused) {
     const DeletedRecord deleted = about(u"Patient"_s, 1);
     run("DELETE FROM Patient WHERE PatientID = 1");
-    outside(
-        u"CREATE TRIGGER Meddling AFTER INSERT ON Patient BEGIN UPDATE Patient SET pat_City = 'x' WHERE PatientID = "
-        "NEW.PatientID; END"_s);
+    place().doAfterInsert(path, u"Patient"_s,
+                          u"UPDATE Patient SET pat_City = 'x' WHERE PatientID = NEW.PatientID"_s);
     EXPECT_EQ(restore(deleted), Restored::Unfaithful);
     EXPECT_EQ(outside(u"SELECT count(*) FROM Patient"_s), "0");
 }

@@ -1,4 +1,4 @@
-// Prices taken from a list stand in the file, all of them or none, and the history says where they came from.
+// Prices taken from a list stand in the records, all of them or none, and the history says where they came from.
 #include "prices/PriceTaking.h"
 
 #include "history/HistoryBook.h"
@@ -97,9 +97,7 @@ TEST_F(PriceTakingTest, OverAChangeMadeMeanwhileNothingIsWritten) {
 }
 
 TEST_F(PriceTakingTest, AFailureHalfwayLeavesAllAsItWas) {
-    outside(
-        u"CREATE TRIGGER fails BEFORE UPDATE ON Chemical WHEN old.chm_Name = 'Talc' BEGIN SELECT RAISE(ABORT, "
-        "'the disk'); END"_s);
+    place().refuse(path, {u"UPDATE"_s, u"Chemical"_s, u"chm_Name"_s, u"Talc"_s});
     const QString before = stored();
     EXPECT_THROW(take(), platform::RuntimeError);
     EXPECT_EQ(stored(), before);

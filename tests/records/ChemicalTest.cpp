@@ -213,13 +213,4 @@ TEST_F(ChemicalTest, AChemicalUsedOnlyInABatchCanBeDeleted) {
     EXPECT_EQ(str(sqlText("SELECT lch_Name FROM LogChem")), "Aspirin");
 }
 
-TEST_F(ChemicalTest, AMissingFileIsToldForEachStatement) {
-    basMain::gConnection->close();
-    QFile::remove(databasePath());
-    asker.expectMsgBox("Database file not found. Please set in options",
-                       {platform::Buttons::Ok, platform::Icon::Information}, u"DATABASE NOT FOUND"_s);
-    EXPECT_FALSE(open(1));
-    expectReport("clsChemical:chemicalOpen");
-}
-
 }  // namespace

@@ -56,17 +56,20 @@ protected:
         sql("INSERT INTO Formula (FormulaID, frm_Name, frm_Mix) VALUES (1, 'F', '')");
     }
     void store(int base, const std::vector<Line>& lines) {
-        QString text = u"BEGIN; DELETE FROM FormChem; DELETE FROM Chemical;"
-                       u"UPDATE Formula SET frm_Quantity = %1;"_s.arg(base);
+        QStringList chemicals, rows;
         for (std::size_t i = 0; i < lines.size(); ++i) {
             const auto& line = lines[i];
-            text += u"INSERT INTO Chemical (ChemicalID, chm_Cost, chm_AWP) VALUES (%1, %2, %3);"
-                    u"INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty) VALUES (1, %1, %4);"_s.arg(
-                        QString::number(i + 1), QString::fromStdString(decimal(line.cost, 4)),
-                        QString::fromStdString(decimal(line.awp, 4)),
-                        QString::fromStdString(decimal(line.quantity, 4)));
+            const QString key = QString::number(i + 1);
+            chemicals << u"(%1, %2, %3)"_s.arg(key, QString::fromStdString(decimal(line.cost, 4)),
+                                               QString::fromStdString(decimal(line.awp, 4)));
+            rows << u"(%1, 1, %1, %2)"_s.arg(key, QString::fromStdString(decimal(line.quantity, 4)));
         }
-        sql(text + "COMMIT;");
+        place().runInBulk(
+            databasePath(),
+            u"BEGIN; DELETE FROM FormChem; DELETE FROM Chemical; UPDATE Formula SET frm_Quantity = %1; "
+            "INSERT INTO Chemical (ChemicalID, chm_Cost, chm_AWP) VALUES %2; "
+            "INSERT INTO FormChem (FormChemID, FormulaID, ChemicalID, fch_Qty) VALUES %3; COMMIT;"_s.arg(
+                QString::number(base), chemicals.join(u','), rows.join(u',')));
     }
 };
 

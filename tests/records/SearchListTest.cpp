@@ -1,6 +1,7 @@
 // Which row is meant: the shared search and its list.
 #include "RecordsTest.h"
 
+#include "platform/basic/Dates.h"
 #include "platform/widgets/QtAsker.h"
 #include "platform/widgets/RecordGrid.h"
 #include "records/clsSearch.h"
@@ -27,6 +28,17 @@ protected:
     void SetUp() override {
         RecordsTest::SetUp();
         seedChemicals();
+    }
+    /// Batches from 100 on, of the lots X100 and so on, a minute apart.
+    void fillLog(int count) const {
+        const QDateTime first(QDate(2020, 1, 1), QTime(0, 0), Qt::UTC);
+        QStringList batches;
+        for (int key = 100; key < 100 + count; ++key)
+            batches << QString("(%1, 'Gel', 'X%1', '%2')")
+                           .arg(key)
+                           .arg(platform::storedDate(first.addSecs(60 * key)));
+        place().runInBulk(databasePath(), "INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) VALUES " +
+                                              batches.join(", "));
     }
     static platform::RecordsetPtr rows(const QString& condition,
                                        const QString& fields = "ChemicalID, chm_Name") {
@@ -369,9 +381,7 @@ TEST_F(SearchListTest, ARealModalRunEndsWithTheChoice) {
 }
 
 TEST_F(SearchListTest, ManyHitsAreShownWhole) {
-    sql("WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 32099) "
-        "INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) "
-        "SELECT i, 'Gel', 'X' || i, datetime('2020-01-01', '+' || i || ' minutes') FROM n");
+    fillLog(32000);
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         EXPECT_EQ(list(form)->model()->rowCount(), 32000);
         EXPECT_EQ(str(child<QLabel>(form, "lblCount")->text()), str(QLocale().toString(32000)));
@@ -384,9 +394,7 @@ TEST_F(SearchListTest, ManyHitsAreShownWhole) {
 }
 
 TEST_F(SearchListTest, ALongListIsReadWhileNobodyTypes) {
-    sql("WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 2600) "
-        "INSERT INTO Log (LogID, log_Name, log_Lot, log_Date) "
-        "SELECT i, 'Gel', 'X' || i, datetime('2020-01-01', '+' || i || ' minutes') FROM n");
+    fillLog(2500);
     asker.expectModal("frmSearchRS", [&](QWidget& form) {
         for (int turn = 0; turn < 100; ++turn)
             QCoreApplication::processEvents();

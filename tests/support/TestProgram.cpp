@@ -3,6 +3,7 @@
 
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
+#include "history/HistorySeal.h"
 #include "shared/basMain.h"
 
 #include <QApplication>
@@ -58,7 +59,7 @@ void TestProgram::TearDown() {
 
 QByteArray TestProgram::optionsXml() const {
     return "<Configuration><Version>1</Version><Options><CommPort>1</CommPort><DBLocation>" +
-           databasePath().toUtf8() +
+           place().location(databasePath()).toHtmlEscaped().toUtf8() +
            "</DBLocation><Language>0</Language><DefPrinter/><DefCurrency>$</DefCurrency></Options>"
            "<Pharmacy><StoreName>Kelmar Systems</StoreName><Address>418 Larkspur Ct.</Address>"
            "<City>Fenwick</City><State>ZZ</State><PostalCode>54321</PostalCode>"
@@ -73,10 +74,14 @@ void TestProgram::startConfiguration(std::int16_t language) {
     basMain::Language = store;
 }
 
-void TestProgram::createDatabase() { createDatabaseFile(databasePath()); }
+void TestProgram::createDatabase() { place().create(databasePath()); }
 
 void TestProgram::openDatabase() {
     createDatabase();
+    if (const QString location = place().location(databasePath()); location != databasePath()) {
+        basMain::gConnection->open("Data Source=" + location);
+        sorvanto::keepHistory(*basMain::gConnection);
+    }
     const auto connection = sorvanto::openDB();
     ASSERT_EQ(connection->state(), 1);
     connection->setTrace([this](const QString& statement) { statements << statement; });

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "FixedClock.h"
+#include "RecordsPlace.h"
 #include "ScriptedAsker.h"
 #include "TempProgramFolder.h"
 #include "TestDatabase.h"
@@ -53,16 +54,18 @@ protected:
     /// Makes options and language anew, as the program's start does.
     void startConfiguration(std::int16_t language = 0);
 
-    /// sorvanto.mdb with the delivered schema; the program opens it at its first statement.
+    /// Records with the delivered schema, sorvanto.mdb where they are a file; the program opens them at its first statement.
     void createDatabase();
     /// createDatabase, then the shared connection opened, every statement of it kept in statements.
     void openDatabase();
     /// Forgets the statements so far.
     void clearStatements() { statements.clear(); }
-    /// Straight on the file, past the program's data layer.
-    Rows sql(const QString& text) const { return runSql(databasePath(), text); }
+    /// Straight on the records, past the program's data layer.
+    Rows sql(const QString& text) const { return place().run(databasePath(), text); }
     QString sqlText(const QString& text) const { return rowsText(sql(text)); }
+    /// Of the file, where the records are one.
     QString databasePath() const { return folder.path("sorvanto.mdb"); }
+    static RecordsPlace& place() { return RecordsPlace::current(); }
 
     /// To be called after the action: asserts that the oldest report not yet taken has this tag, and takes it.
     ReportCall expectReport(const QString& tag);

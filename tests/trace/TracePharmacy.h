@@ -1,9 +1,9 @@
 // A small pharmacy whose batches are easily told apart, for the tests of the trace.
 #pragma once
 
+#include "RecordsPlace.h"
 #include "TempProgramFolder.h"
-#include "TestDatabase.h"
-#include "db/DatabaseFile.h"
+#include "history/HistoryTest.h"
 #include "platform/data/Connection.h"
 #include "trace/Tracer.h"
 
@@ -16,12 +16,13 @@ using namespace Qt::StringLiterals;
 class TraceTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        createDatabase(path());
+        createRecords(path());
         sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName, pat_Phone) VALUES (1, 'Margaret', 'Abernathy', "
             "'440-555-0117'), (2, 'Jin', 'Xu', '440-555-0188')"_s);
     }
     QString path(const QString& name = u"sorvanto.mdb"_s) const { return folder.path(name); }
-    void sql(const QString& statements) const { support::runSql(path(), statements); }
+    void sql(const QString& statements) const { place().run(path(), statements); }
+    static support::RecordsPlace& place() { return support::RecordsPlace::current(); }
 
     /// A batch of the day in 2026; its lines are "name lot", parted by commas.
     void batch(int key, const QString& lot, const QString& day, const QString& lines) const {
@@ -42,7 +43,7 @@ protected:
 
     Tracer tracer() const {
         auto connection = std::make_shared<platform::Connection>();
-        connection->open(u"Data Source="_s + path());
+        connection->open(u"Data Source="_s + place().location(path()));
         return Tracer(connection, {folder.path()});
     }
     /// Lots of the batches that a lot is in, each with the base it came with: "B2 B3<B2".
