@@ -102,7 +102,7 @@ DECLARE
     person text := CASE WHEN own = '' THEN '' ELSE told('person') END;
     program text := CASE WHEN own = '' THEN 'outside' ELSE told('program') END;
     deed text := CASE WHEN what <> 'begun' THEN nullif(told('deed'), '') END;
-    remark text := coalesce(note, nullif(told('note'), ''));
+    remark text := coalesce(note, CASE WHEN what <> 'begun' THEN nullif(told('note'), '') END);
     salt bytea := substr(sha256(uuid_send(gen_random_uuid()) || uuid_send(gen_random_uuid())), 1, 16);
     entry "History";
     before bytea;
@@ -133,6 +133,9 @@ CREATE FUNCTION begin_chains() RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
     stray "History";
     last "History";
+    keys text;
+    note text;
+    parted text := 'one chain a bench';
 BEGIN
     PERFORM pg_advisory_xact_lock(3, 0);
     IF EXISTS (SELECT FROM "HistoryChain") THEN
@@ -150,9 +153,14 @@ BEGIN
     END LOOP;
     INSERT INTO "HistoryChain" ("chn_Bench", "chn_Last", "chn_Seal")
         VALUES ('', coalesce(last."HistoryID", 0), last."hst_Seal") ON CONFLICT DO NOTHING;
-    PERFORM write_history('', 0, 0, NULL, 'begun', (
-        SELECT coalesce(string_agg("key_Table" || '=' || "key_Last", ',' ORDER BY "key_Table"), '')
-        FROM "KeyCounter" WHERE "key_Last" > 0), 'one chain a bench', '');
+    keys := (SELECT coalesce(string_agg("key_Table" || '=' || "key_Last", ',' ORDER BY "key_Table"), '')
+             FROM "KeyCounter" WHERE "key_Last" > 0);
+    SELECT "hst_Note" INTO note FROM "History" WHERE "hst_Table" = '' AND "hst_What" = 'begun'
+        ORDER BY "HistoryID" DESC LIMIT 1;
+    IF note = parted THEN  -- by a server before; what others have written since has put one behind the other
+        PERFORM write_history('', 0, 0, NULL, 'begun', keys, NULL, '');
+    END IF;
+    PERFORM write_history('', 0, 0, NULL, 'begun', keys, parted, '');
 END
 $$;
 

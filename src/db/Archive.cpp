@@ -173,7 +173,7 @@ void refuseUnfit(platform::Engine& database) {
 }  // namespace
 
 QString identityOf(platform::Engine& database) {
-    if (number(database, u"SELECT count(*) FROM sqlite_schema WHERE name = 'FileIdentity'"_s) == 0)
+    if (database.declaredType(u"FileIdentity"_s, u"fid_Identity"_s).isEmpty())
         return {};
     return text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
 }

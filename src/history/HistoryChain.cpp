@@ -98,9 +98,13 @@ QStringList chainProblems(platform::Engine& database) {
             return {u"The history is broken at %1: it is not as it was sealed"_s.arg(named(*row))};
         last = row->number;
     }
+    // Before its first change a copy on a server has what the file's program has not sealed yet, and no chains.
+    if (knowsEnds(database) && unsealed)
+        return platform::number(database, u"SELECT count(*) FROM HistoryChain"_s) > 0
+                   ? QStringList{u"The history has rows without a seal"_s}
+                   : QStringList();
     if (knowsEnds(database))
-        return unsealed ? QStringList{u"The history has rows without a seal"_s}
-                        : endProblems(database, proof->links());
+        return endProblems(database, proof->links());
     const bool hasGaps = proof->links().isOfBench();
     if (const std::int64_t given = database.lastKey(u"History"_s); given != last && !hasGaps)
         return {u"The history ends with row %1, although row %2 was written"_s.arg(last).arg(given)};

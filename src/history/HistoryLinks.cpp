@@ -10,10 +10,14 @@ QString benchOf(const QString& person) { return person.mid(person.lastIndexOf(u'
 
 }  // namespace
 
-// The row "begun" itself goes on with the one chain before it, or with that of what came from outside.
+// The row "begun" itself goes on with the one chain before it, or with that of what came from outside. Without the note it
+// goes on with the last row of whichever chain, and so does everything behind it.
 QByteArray HistoryLinks::follow(const LinkedRow& row) {
     m_before = std::exchange(m_last, row.seal);
-    const bool begins = row.what == QLatin1String("begun") && row.note == QLatin1String(chainOfEachBench);
+    const bool isBegun = row.what == QLatin1String("begun");
+    const bool begins = isBegun && row.note == QLatin1String(chainOfEachBench);
+    if (isBegun && !begins)
+        join();
     if (begins && !m_ofBench)
         m_ends = {{QString(), {0, m_before}}};
     m_ofBench = m_ofBench || begins;

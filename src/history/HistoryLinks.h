@@ -10,7 +10,7 @@
 
 namespace sorvanto {
 
-/// What the row "begun" says from which on each bench has its own chain.
+/// What the row "begun" says from which on each bench has its own chain; from one that doesn't on there is one chain.
 inline constexpr char chainOfEachBench[] = "one chain a bench";
 
 /// A row as the links see it.
@@ -28,7 +28,10 @@ public:
     /// The seal of the row before, of whichever chain: null before the second one.
     QByteArray before() const { return m_before; }
     /// From the last row on there is one chain again, as where a copy of a server is worked on as a file.
-    void join() { m_ofBench = false; }
+    void join() {
+        m_ofBench = false;
+        m_ends.clear();
+    }
     /// Whether the last row belongs to the chain of a bench: numbers have gaps there.
     bool isOfBench() const { return m_ofBench; }
 

@@ -91,18 +91,17 @@ public:
         const bool isDigest =
             digest == historyHash({blob(bytes(SaltColumn)), plain(NameColumn, 't'), plain(Fields, 't')}) ||
             m_row.integer(Forgotten) != 0;
-        std::vector<PlainValue> sealed{blob(before)};
-        for (const Column column :
-             {Number, When, Zone, Table, Key, Record, What, Person, Program, Deed, Note})
-            sealed.push_back(plain(column, isWhole(column) ? 'i' : 't'));
-        sealed.push_back(blob(digest));
+        const bool follows = seal == sealBehind(before);
+        const bool joins = !follows && m_links.isOfBench() && seal == sealBehind(m_links.before());
+        if (joins)
+            m_links.join();
         return ProvenRow{m_number,
                          text(Table),
                          m_row.integer(Key),
                          text(What),
                          text(When),
                          !seal.isEmpty(),
-                         isDigest && seal == historyHash(sealed)};
+                         isDigest && (follows || joins)};
     }
 
 private:
@@ -143,6 +142,15 @@ private:
         return bytes.isNull() ? PlainValue() : PlainValue{'b', bytes};
     }
 
+    /// What the seal of this row has to be behind that one.
+    QByteArray sealBehind(const QByteArray& before) const {
+        std::vector<PlainValue> sealed{blob(before)};
+        for (const Column column :
+             {Number, When, Zone, Table, Key, Record, What, Person, Program, Deed, Note})
+            sealed.push_back(plain(column, isWhole(column) ? 'i' : 't'));
+        sealed.push_back(blob(bytes(DigestColumn)));
+        return historyHash(sealed);
+    }
     bool step() {
         if (m_left > 0 && m_row.step()) {
             --m_left;

@@ -3,6 +3,7 @@
 #include "history/HistorySeal.h"
 
 #include "history/HistoryDeed.h"
+#include "history/HistoryLinks.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Version.h"
 #include "platform/data/Query.h"
@@ -79,6 +80,17 @@ QString sealing(const HistoryWriter& writer) {
                     sealArguments().arg(before, person, program, deed, note, digest));
 }
 
+/// A file that was copied from a server has a chain a bench. From the first program on that works on the file there is one
+/// again, and a row that says so.
+void joinChains(platform::Engine& database) {
+    const QString last = platform::text(database, u"SELECT hst_Note FROM History WHERE hst_Table = '' AND "
+                                                  "hst_What = 'begun' ORDER BY HistoryID DESC LIMIT 1"_s);
+    if (last == QLatin1StringView(chainOfEachBench) && !database.refusesChanges())
+        platform::run(database, u"INSERT INTO History (hst_Table, hst_Key, hst_Record, hst_What, hst_Fields) "
+                                "SELECT '', 0, 0, 'begun', coalesce(group_concat(name || '=' || seq), '') "
+                                "FROM sqlite_sequence WHERE name <> 'History'"_s);
+}
+
 }  // namespace
 
 HistoryWriter currentWriter() {
@@ -116,6 +128,7 @@ void keepHistory(const platform::Connection& connection, const HistoryWriter& wr
           u"CREATE TEMP TRIGGER History_Sealing AFTER INSERT ON main.History BEGIN %1 END"_s.arg(
               sealing(writer))})
         platform::Query(database, sql, sql).step();
+    joinChains(database);
 }
 
 }  // namespace sorvanto

@@ -61,4 +61,17 @@ TEST(HistoryLinks, BehindTheChainsThereCanBeOneAgain) {
     EXPECT_EQ(walk.next("b@bench2"), "5") << "not where it once ended";
 }
 
+TEST(HistoryLinks, OneChainGoesOnFromTheLastRowOfAllAndPartsOnceMore) {
+    Walk walk;
+    walk.next("", "begun", chainOfEachBench);
+    walk.next("a@bench1");
+    walk.next("b@bench2");
+    EXPECT_EQ(walk.next("a@bench1", "begun"), "3") << "of whichever bench";
+    EXPECT_FALSE(walk.links.isOfBench());
+    EXPECT_EQ(walk.next("b@bench2"), "4");
+    EXPECT_EQ(walk.next("", "begun", chainOfEachBench), "5");
+    EXPECT_EQ(walk.next("a@bench1"), "6") << "what it had before is over";
+    EXPECT_EQ(walk.links.ends().size(), 2);
+}
+
 }  // namespace

@@ -53,8 +53,8 @@ const char usage[] =
     "  sorvanto-db --help | --version\n"
     "\n"
     "create, sample, backup, copy and archive never write over an existing file.\n"
-    "In check, backup, copy and sample the address of a server (postgresql://...) can stand for a file; a\n"
-    "server is filled by its owner (postgresql://sorvanto_owner@...). Ctrl-C ends a copy, and leaves nothing.\n";
+    "In check, backup, copy, sample and forget the address of a server (postgresql://...) can stand for a\n"
+    "file; to fill one, and to forget, is its owner's (postgresql://sorvanto_owner@...). Ctrl-C ends a copy, and leaves nothing.\n";
 
 int check(const QString& location, QTextStream& out) {
     const QStringList problems = problemsOf(location);
@@ -117,7 +117,12 @@ int update(const QString& server, const QString& steps, QTextStream& out) {
     return done;
 }
 
+/// Keys are given anew, and a bench may hold texts and mixes that know the old ones.
 int archive(const QString& file, const QString& target, int months, QTextStream& out) {
+    refuseServer(
+        file,
+        u"The records of a server are archived in a file, once nothing is left to save or to log at any bench: "
+        "sorvanto-db copy them into one, archive that, and copy it into a new server"_s);
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
     const QStringList open = openWork(possibleFolders(file), identityOf(connection.engine()));

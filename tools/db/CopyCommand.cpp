@@ -4,6 +4,7 @@
 #include "db/DatabaseCheck.h"
 #include "db/HistoryEnd.h"
 #include "db/RecordsCopy.h"
+#include "history/HistoryChain.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataLocation.h"
 
@@ -47,7 +48,7 @@ QStringList serverProblems(const QString& address) {
     copyToFile(address, moment);
     platform::Connection server;
     server.open(u"Data Source="_s + address);
-    return server.engine().problems({}) + checkDatabase(moment) +
+    return server.engine().problems({}) + checkDatabase(moment) + chainProblems(server.engine()) +
            historyEndProblems(moment, possibleFolders(address));
 }
 

@@ -4,6 +4,7 @@
 #include "db/DatabaseFile.h"
 #include "history/HistorySeal.h"
 #include "platform/data/Connection.h"
+#include "platform/data/Query.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,10 +41,11 @@ protected:
         return support::runSql(path(name), statements);
     }
     /// As the program does, which seals what it writes.
-    void work(const QString& location, const QStringList& statements) const {
+    void work(const QString& location, const QStringList& statements,
+              const QString& who = u"rkent@bench1"_s) const {
         platform::Connection connection;
         connection.open(u"Data Source="_s + location);
-        keepHistory(connection, {u"rkent@bench1"_s, u"1.9"_s});
+        keepHistory(connection, {who, u"1.9"_s});
         for (const QString& statement : statements)
             connection.execute(statement);
     }
@@ -183,6 +185,107 @@ TEST_F(CopyTest, KeysGoOnBehindTheLastThatWasEverGiven) {
     work(bench(), {add});
     EXPECT_EQ(support::rowsText(support::runOnServer("SELECT max(\"PatientID\") FROM \"Patient\"")), "8");
     EXPECT_EQ(support::rowsText(inFile("a.mdb", "SELECT max(PatientID) FROM Patient")), "6");
+}
+
+/// The one chain of a file, one a bench on the server, one in the file again, and so on.
+TEST_F(CopyTest, WhatHappenedIsProvenOnEitherSideAndGoesOn) {
+    const auto dial = [](const char* digit) {
+        return QStringList{u"UPDATE Patient SET pat_Phone = pat_Phone & '%1' WHERE PatientID = 2"_s.arg(
+            QLatin1String(digit))};
+    };
+    createSample(path("a.mdb"));
+    inFile("a.mdb", "UPDATE Chemical SET chm_Notes = 'not sealed yet' WHERE ChemicalID = 3");
+    QString file = "a.mdb";
+    for (const char* next : {"b.mdb", "c.mdb"}) {
+        expectDone({"copy", path(file), owner()});
+        expectDone({"check", bench()});
+        for (const char* who : {"rkent@bench1", "mlopez@bench2", "rkent@bench1"})
+            work(bench(), dial("1"), QString::fromLatin1(who));
+        support::runOnServer(
+            "UPDATE \"Chemical\" SET \"chm_Lot\" = \"chm_Lot\" || 'x' WHERE \"ChemicalID\" = 4");
+        expectDone({"check", bench()});
+        expectDone({"copy", bench(), path(next)});
+        expectDone({"check", path(next)});
+        support::makeEmptyServer();
+        expectDone({"copy", path(next), owner()});
+        expectDone({"check", bench()});
+        work(bench(), dial("9"));
+        expectDone({"check", bench()});
+        support::makeEmptyServer();
+        file = QString::fromLatin1(next);
+        inFile(file, "UPDATE Chemical SET chm_Notes = chm_Notes || 'x' WHERE ChemicalID = 3");
+        expectDone({"copy", path(file), owner()});
+        expectDone({"check", bench()});
+        work(bench(), dial("8"));
+        work(bench(), dial("7"), u"mlopez@bench2"_s);
+        expectDone({"check", bench()});
+        support::makeEmptyServer();
+        work(path(file), dial("2"), u"rkent@bench1"_s);
+        inFile(file, "UPDATE Chemical SET chm_Notes = chm_Notes || 'outside' WHERE ChemicalID = 3");
+        work(path(file), dial("3"), u"mlopez@bench2"_s);
+        expectDone({"check", path(file)});
+    }
+    EXPECT_EQ(
+        support::rowsText(inFile(
+            file, "SELECT group_concat(coalesce(hst_Note, '-')) FROM History WHERE hst_What = 'begun'")),
+        "-,one chain a bench,-,one chain a bench,-");
+}
+
+TEST_F(CopyTest, CheckFindsWhatIsWrongOnAServer) {
+    createSample(path("a.mdb"));
+    expectDone({"copy", path("a.mdb"), owner()});
+    work(bench(), {u"UPDATE Patient SET pat_Phone = '1' WHERE PatientID = 2"_s});
+    const auto finds = [&](const char* deed, const char* problem, const char* back) {
+        support::runOnServer(QString::fromLatin1(deed));
+        EXPECT_EQ(run({"check", bench()}), 1) << deed;
+        EXPECT_TRUE(out.contains(QLatin1String(problem))) << qPrintable(out);
+        support::runOnServer(QString::fromLatin1(back));
+        expectDone({"check", bench()});
+    };
+    finds("UPDATE \"KeyCounter\" SET \"key_Last\" = 3 WHERE \"key_Table\" = 'Log'",
+          "Keys of Log that are in use",
+          "UPDATE \"KeyCounter\" SET \"key_Last\" = 12 WHERE \"key_Table\" = 'Log'");
+    finds("ALTER TABLE \"RXs\" DISABLE TRIGGER write_history", "write_history of RXs is turned off",
+          "ALTER TABLE \"RXs\" ENABLE TRIGGER write_history");
+    finds(
+        "DROP TRIGGER write_history_deleted ON \"RXs\"", "Triggers of RXs are missing",
+        "CREATE TRIGGER write_history_deleted AFTER DELETE ON \"RXs\" FOR EACH ROW EXECUTE FUNCTION history_of_rxs()");
+    finds(
+        "ALTER TABLE \"Patient\" DISABLE TRIGGER USER; UPDATE \"Patient\" SET \"pat_Phone\" = '2' WHERE \"PatientID\" = 2; "
+        "ALTER TABLE \"Patient\" ENABLE TRIGGER USER",
+        "Patient 2 differs in pat_Phone",
+        "ALTER TABLE \"Patient\" DISABLE TRIGGER USER; UPDATE \"Patient\" SET \"pat_Phone\" = '1' WHERE \"PatientID\" = 2; "
+        "ALTER TABLE \"Patient\" ENABLE TRIGGER USER");
+    finds(
+        "UPDATE \"HistoryChain\" SET \"chn_Last\" = 99 WHERE \"chn_Bench\" = 'bench1'",
+        "of bench1 ends with row",
+        "UPDATE \"HistoryChain\" SET \"chn_Last\" = (SELECT max(\"HistoryID\") FROM \"History\") WHERE \"chn_Bench\" = 'bench1'");
+}
+
+TEST_F(CopyTest, APatientIsForgottenOnAServer) {
+    createSample(path("a.mdb"));
+    expectDone({"copy", path("a.mdb"), owner()});
+    work(bench(), {u"UPDATE Patient SET pat_Phone = '440-555' WHERE PatientID = 2"_s});
+    EXPECT_EQ(run({"forget", bench(), "--patient", "2"}), 1) << "the owner alone";
+    expectDone({"forget", owner(), "--patient", "2"});
+    EXPECT_TRUE(out.contains("1 changes of patient 2 blanked")) << qPrintable(out);
+    EXPECT_EQ(support::rowsText(support::runOnServer(
+                  "SELECT count(*) FROM \"History\" WHERE \"hst_Fields\" LIKE '%440-555%'")),
+              "0");
+    expectDone({"check", bench()});
+    work(bench(), {u"UPDATE Patient SET pat_Phone = '1' WHERE PatientID = 2"_s});
+    expectDone({"check", bench()});
+    EXPECT_EQ(run({"archive", owner(), path("old.mdb")}), 1);
+    EXPECT_TRUE(err.contains("copy it into a new server")) << qPrintable(err);
+}
+
+TEST_F(CopyTest, ABenchAtWorkKeepsTheServerFromBeingFilled) {
+    createSample(path("a.mdb"));
+    platform::Connection atWork;
+    atWork.open(u"Data Source="_s + bench());
+    platform::run(atWork.engine(), u"SELECT pg_advisory_lock_shared(2, 0)"_s);
+    EXPECT_EQ(run({"copy", path("a.mdb"), owner()}), 1);
+    EXPECT_TRUE(err.contains("close the program there first")) << qPrintable(err);
 }
 
 TEST_F(CopyTest, AServerThatHoldsRecordsIsLeftAlone) {

@@ -1,6 +1,7 @@
 #include "platform/data/postgres/ServerEngine.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/ColumnType.h"
 #include "platform/data/Query.h"
 #include "platform/data/StatementWriter.h"
 #include "platform/data/postgres/Address.h"
@@ -233,8 +234,31 @@ void ServerEngine::addFunction(const char* name, FunctionResult, EngineFunction)
                        u"Database"_s);
 }
 
-/// The server checks its pages whenever it reads one, and relations with each change.
-QStringList ServerEngine::problems(const Cancelled&) { return {}; }
+/// The server checks its pages whenever it reads one, and relations with each change. What it takes as it is: counters of
+/// keys, and whether its triggers are on.
+QStringList ServerEngine::problems(const Cancelled&) {
+    QStringList problems;
+    const auto add = [&](const QString& sql, const QString& sentence) {
+        Query row(*this, sql, sql);
+        while (row.step())
+            problems << sentence.arg(row.value(0, asText).toString());
+    };
+    for (const QString& table : m_store.catalogue.tables()) {
+        const QString key = m_store.catalogue.key(table);
+        if (!key.isEmpty())
+            add(u"SELECT key_Table FROM KeyCounter WHERE key_Table = %1 AND key_Last < (SELECT max(%2) FROM %3)"_s
+                    .arg(quotedText(table), quotedName(key), quotedName(table)),
+                u"Keys of %1 that are in use would be given out once more"_s);
+    }
+    add(u"SELECT tgname || ' of ' || relname FROM pg_trigger JOIN pg_class ON pg_class.oid = tgrelid WHERE "
+        "relnamespace = current_schema()::regnamespace AND NOT tgisinternal AND tgenabled <> 'O' ORDER BY 1"_s,
+        u"The trigger %1 is turned off"_s);
+    add(u"SELECT key_Table FROM KeyCounter WHERE 5 > (SELECT count(*) FROM pg_trigger JOIN pg_class ON "
+        "pg_class.oid = tgrelid WHERE relname = key_Table AND relnamespace = current_schema()::regnamespace AND "
+        "NOT tgisinternal) ORDER BY 1"_s,
+        u"Triggers of %1 are missing"_s);
+    return problems;
+}
 
 }  // namespace
 

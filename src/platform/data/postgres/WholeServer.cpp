@@ -119,6 +119,7 @@ void WholeServer::refuseAtWork() {
 void WholeServer::takeTables() {
     refuseAtWork();
     QStringList all = tables() + counters;
+    run(u"SET LOCAL idle_in_transaction_session_timeout = 0"_s);
     run(u"LOCK TABLE %1 IN ACCESS EXCLUSIVE MODE"_s.arg(listed(all)));
     setTriggers(u"DISABLE"_s);
 }
@@ -264,12 +265,13 @@ void WholeServer::setLastKeys(const QMap<QString, std::int64_t>& keys) {
     beginChains();
 }
 
-/// The ends of the chains, where each bench has its own already; else the first change here begins them.
+/// The ends of the chains, where each bench has its own and all is sealed; else the first change here begins them anew.
 void WholeServer::beginChains() {
     run(u"INSERT INTO \"HistoryChain\" SELECT substring(\"hst_Person\" from '[^@]*$'), count(*), max(\"HistoryID\"), "
         "(array_agg(\"hst_Seal\" ORDER BY \"HistoryID\" DESC))[1] FROM \"History\" WHERE \"HistoryID\" >= "
-        "(SELECT max(\"HistoryID\") FROM \"History\" WHERE \"hst_What\" = 'begun' "
-        "AND \"hst_Note\" = 'one chain a bench') GROUP BY 1"_s);
+        "(SELECT CASE WHEN \"hst_Note\" = 'one chain a bench' THEN \"HistoryID\" END FROM \"History\" "
+        "WHERE \"hst_What\" = 'begun' ORDER BY \"HistoryID\" DESC LIMIT 1) AND NOT EXISTS (SELECT FROM \"History\" WHERE \"hst_Seal\" IS NULL) "
+        "GROUP BY 1"_s);
 }
 
 void WholeServer::commit() {
