@@ -18,7 +18,7 @@ QtSerialPort::QtSerialPort(QObject* parent) : SerialPort(parent) {
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::lineError);
 }
 
-QtSerialPort::~QtSerialPort() { close(); }
+QtSerialPort::~QtSerialPort() { QtSerialPort::close(); }
 
 bool QtSerialPort::open(const QString& path, int baudRate) {
     close();
