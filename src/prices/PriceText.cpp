@@ -4,6 +4,7 @@
 #include <QStringDecoder>
 #include <algorithm>
 #include <array>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,8 @@ namespace {
 constexpr qsizetype sampledBytes = 64'000;
 constexpr qsizetype sampledText = 32'000;
 constexpr int sampledRows = 200;
+// Where none of the usual four parts a row: signs that hardly stand in names, and the two that were made for it.
+constexpr QStringView rareSeparators = u"~^\u00A6\u00A7\u001F\u001E:=*!#";
 
 // Without a mark: Latin letters leave every other byte of UTF-16 empty.
 bool halfEmpty(const QByteArray& bytes, qsizetype first) {
@@ -132,6 +135,19 @@ std::pair<int, int> evenRows(const QString& sample, QChar separator) {
     return best;
 }
 
+/// The sign that makes the most rows alike; none where no row has two cells.
+std::optional<QChar> mostEven(const QString& sample, QStringView separators) {
+    std::optional<QChar> best;
+    std::pair<int, int> most{0, 0};
+    for (const QChar separator : separators) {
+        if (const auto even = evenRows(sample, separator); even > most) {
+            most = even;
+            best = separator;
+        }
+    }
+    return best;
+}
+
 }  // namespace
 
 TextEncoding detectedEncoding(const QByteArray& bytes) {
@@ -154,15 +170,7 @@ QChar detectedSeparator(const QString& text) {
     if (announcesSeparator(text))
         return text[announcement.size()];
     const QString sample = text.left(sampledText);
-    QChar best = u',';
-    std::pair<int, int> most{0, 0};
-    for (const QChar separator : {u';', u'\t', u'|', u','}) {
-        if (const auto even = evenRows(sample, separator); even > most) {
-            most = even;
-            best = separator;
-        }
-    }
-    return best;
+    return mostEven(sample, u";\t|,"_s).value_or(mostEven(sample, rareSeparators).value_or(u','));
 }
 
 ReadTable readWhole(PriceTable table) {

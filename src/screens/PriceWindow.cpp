@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-const QList<QChar> separators{u',', u';', u'\t', u'|'};
+/// A sign that no font draws, by its number.
+QString shownCode(QChar sign) { return u"U+%1"_s.arg(uint(sign.unicode()), 4, 16, QLatin1Char('0')).toUpper(); }
 
 PriceProgress shownProgress(platform::LongWork& work) {
     return [&work](double done) { return work.goesOn(done); };
@@ -63,7 +64,9 @@ void PriceWindow::guessSeparator() {
         return;
     const QSignalBlocker quiet(m_separator);
     const QChar separator = m_file.separatorIn(static_cast<TextEncoding>(m_encoding->currentIndex()));
-    m_separator->setCurrentIndex(static_cast<int>(std::max<qsizetype>(separators.indexOf(separator), 0)));
+    if (m_separator->findData(separator) < 0)
+        m_separator->addItem(separator.isPrint() ? QString(separator) : shownCode(separator), separator);
+    m_separator->setCurrentIndex(m_separator->findData(separator));
 }
 
 void PriceWindow::read() {
@@ -71,10 +74,10 @@ void PriceWindow::read() {
         m_list->rows().show(nullptr);
         m_weighed.reset();
         platform::LongWork work(translated(u"Reading the list"_s));
-        ReadTable list =
-            m_file.isText() ? m_file.readText(static_cast<TextEncoding>(m_encoding->currentIndex()),
-                                              separators.at(m_separator->currentIndex()), shownProgress(work))
-                            : m_file.readSheet(m_sheet->currentIndex(), shownProgress(work));
+        ReadTable list = m_file.isText()
+                             ? m_file.readText(static_cast<TextEncoding>(m_encoding->currentIndex()),
+                                               m_separator->currentData().toChar(), shownProgress(work))
+                             : m_file.readSheet(m_sheet->currentIndex(), shownProgress(work));
         m_table = std::move(list.table);
         m_columns = guessedColumns(m_table);
         m_trouble = priceFaultText(list.fault, list.detail);

@@ -69,8 +69,10 @@ QLayout* PriceWindow::fileRow() {
     m_sheet->addItems(m_file.sheets());
     m_encoding->addItems({u"UTF-8"_s, u"UTF-16"_s, u"UTF-16 BE"_s, u"Windows-1252"_s, u"Windows-1251"_s});
     m_encoding->setCurrentIndex(static_cast<int>(m_file.encoding()));
-    m_separator->addItems(
-        {translated(u"Comma"_s), translated(u"Semicolon"_s), translated(u"Tab"_s), translated(u"Bar |"_s)});
+    m_separator->addItem(translated(u"Comma"_s), QChar(u','));
+    m_separator->addItem(translated(u"Semicolon"_s), QChar(u';'));
+    m_separator->addItem(translated(u"Tab"_s), QChar(u'\t'));
+    m_separator->addItem(translated(u"Bar |"_s), QChar(u'|'));
     auto* name = new QLabel(m_name, this);
     name->setTextFormat(Qt::PlainText);
     platform::setLook(*name, "heading");

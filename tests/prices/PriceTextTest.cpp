@@ -52,6 +52,11 @@ TEST(PriceTextTest, TheSeparatorIsTheOneThatMakesTheRowsEven) {
     EXPECT_EQ(detectedSeparator(u"\"A;B;C\",1\n\"D;E;F\",2\n"_s), u',') << "what is quoted doesn't count";
     EXPECT_EQ(detectedSeparator(u"sep=|\na;b\nc;d\n"_s), u'|');
     EXPECT_EQ(detectedSeparator(u"alone\n"_s), u',');
+    EXPECT_EQ(detectedSeparator(u"Name^Price\nA: fine^1.50\nB^2\n"_s), u'^')
+        << "where none of the usual ones parts";
+    EXPECT_EQ(detectedSeparator(u"Name\u001FPrice\nA\u001F1.50\n"_s), QChar(0x1F));
+    EXPECT_EQ(detectedSeparator(u"Name,Price\nA: a ~ b,1\nC: d ~ e,2\n"_s), u',')
+        << "a usual one comes first";
     EXPECT_EQ(cells(u"sep=;\r\na;b\r\n"_s, u';'), "\n[a][b]\n") << "the line that says it is no row";
 }
 

@@ -268,6 +268,16 @@ TEST_F(PriceImportTest, ColumnsEncodingAndSeparatorCanBeSwitched) {
 });
 }
 
+TEST_F(PriceImportTest, ARareSeparatorStandsBesideTheUsualOnes) {
+    openScreen("sep=^\nName^NDC^Price\nAspirin^0338-0049-01^120\n");
+    import([](QWidget& form) {
+        EXPECT_EQ(str(child<QComboBox>(form, "cboSeparator")->currentText()), "^");
+    EXPECT_EQ(child<QComboBox>(form, "cboSeparator")->count(), 5);
+    EXPECT_EQ(cell(form, 0, PriceRowsModel::chemical), "Aspirin · L1");
+    press(form, "cmdClose");
+});
+}
+
 TEST_F(PriceImportTest, WhatWasTypedIsSavedOrCancelledFirst) {
     openScreen(list);
     QTest::keyClicks(&control<QWidget>(chemicals, u"txtchm_Notes"_s), u"typed"_s);
