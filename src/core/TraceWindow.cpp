@@ -32,7 +32,7 @@ using platform::grid;
 
 constexpr int pause = 150;      // milliseconds after a key
 constexpr int mostTyped = 100;  // letters; the longest lots and names have fewer
-constexpr int dateBoxWidth = 130;
+constexpr int periodBoxWidth = 130;
 
 }  // namespace
 
@@ -101,7 +101,7 @@ QLayout* TraceWindow::topRow() {
     top->addStretch();
     for (const auto& [box, text] :
          {std::pair(m_from, translated(u"From"_s)), std::pair(m_to, translated(u"To"_s))}) {
-        box->setFixedWidth(dateBoxWidth);
+        box->setFixedWidth(periodBoxWidth);
         top->addWidget(platform::captionFor(*box, text));
         top->addWidget(box);
     }

@@ -28,13 +28,13 @@ using platform::run;
 using platform::RuntimeError;
 using platform::text;
 
-[[noreturn]] void refuse(const QString& why) {
+[[noreturn]] void refuseArchive(const QString& why) {
     throw RuntimeError(platform::error::general, why, u"Archive"_s);
 }
 
 void refuseUnsound(const QString& file) {
     if (const QStringList problems = soundnessProblems(file); !problems.isEmpty())
-        refuse(u"\"%1\" is not sound: %2"_s.arg(file, problems.first()));
+        refuseArchive(u"\"%1\" is not sound: %2"_s.arg(file, problems.first()));
 }
 
 /// The archive under its provisional name; goes with the object unless it was finished.
@@ -110,14 +110,14 @@ void shrink(platform::Engine& database, const MadeArchive& archive, const QStrin
 void refuseUnlessWhole(platform::Engine& database, const QString& archive) {
     Query relations(database, u"PRAGMA foreign_key_check"_s, {});
     if (relations.step())
-        refuse(u"A relation would break"_s);
+        refuseArchive(u"A relation would break"_s);
     Query integrity(database, u"PRAGMA integrity_check"_s, {});
     if (integrity.step() && integrity.value(0, {platform::FieldKind::Text, 0}).toString() != "ok"_L1)
-        refuse(u"The file would not be sound"_s);
+        refuseArchive(u"The file would not be sound"_s);
     Connection old;
     old.open(u"Data Source="_s + archive);
     if (const QString difference = firstDifference(old.engine(), database); !difference.isEmpty())
-        refuse(difference);
+        refuseArchive(difference);
 }
 
 enum class Fate { Unchanged, Changed, Unknown };
@@ -164,10 +164,10 @@ void keepUnlessUnchanged(NewArchive& archive, Fate fate, const RuntimeError& fai
 
 void refuseUnfit(platform::Engine& database) {
     if (identityOf(database).isEmpty())
-        refuse(
+        refuseArchive(
             u"The file is of an older version; start the program on it once, which brings it up to date"_s);
     if (!text(database, u"SELECT fid_Parent FROM FileIdentity"_s).isEmpty())
-        refuse(u"The file is an archive itself"_s);
+        refuseArchive(u"The file is an archive itself"_s);
 }
 
 }  // namespace
@@ -200,7 +200,7 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     result.prescriptions = number(
         database, u"SELECT count(*) FROM RXs WHERE LogID IN (SELECT LogID FROM Log WHERE %1)"_s.arg(oldOnes));
     if (result.moved == 0)
-        refuse(
+        refuseArchive(
             u"No batch is older than %1: there is nothing to archive"_s.arg(firstKept.toString(Qt::ISODate)));
     NewArchive archive(target);
     const MadeArchive made = makeArchive(file, archive, oldOnes);

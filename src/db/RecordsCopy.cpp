@@ -31,7 +31,7 @@ const QStringList recordTables{u"Chemical"_s, u"Formula"_s, u"Patient"_s, u"Form
                                u"Log"_s,      u"LogChem"_s, u"RXs"_s};
 const QStringList otherTables{u"Options"_s, u"FileIdentity"_s, u"History"_s, u"KeyMap"_s, u"ArchivedBatch"_s};
 
-[[noreturn]] void refuse(std::int32_t number, const QString& why) {
+[[noreturn]] void refuseCopy(std::int32_t number, const QString& why) {
     throw RuntimeError(number, why, u"Copy"_s);
 }
 
@@ -47,7 +47,7 @@ void refuseOtherVersion(WholeStore& from, WholeStore& to) {
     const QString column = u"opt_Version"_s, table = u"Options"_s;
     const QString own = only(from, table, column), wanted = only(to, table, column);
     if (own != wanted)
-        refuse(
+        refuseCopy(
             platform::error::general,
             u"The records are of version %1, and the new ones would be of version %2. Bring the older ones up to date "
             "first, by starting the program on them"_s.arg(own, wanted));
@@ -77,13 +77,14 @@ bool fillFile(const QString& address, const QString& file, const RowProgress& pr
 
 void refuseUnsound(const QString& file, const QString& source) {
     if (const QStringList problems = checkDatabase(file); !problems.isEmpty())
-        refuse(platform::error::general,
-               u"The records of %1 are not sound, and were not copied: %2"_s.arg(source, problems.first()));
+        refuseCopy(
+            platform::error::general,
+            u"The records of %1 are not sound, and were not copied: %2"_s.arg(source, problems.first()));
 }
 
 void refuseArchive(WholeStore& from) {
     if (!only(from, u"FileIdentity"_s, u"fid_Parent"_s).isEmpty())
-        refuse(platform::error::general, u"An archive is not copied to a server: nobody works on it"_s);
+        refuseCopy(platform::error::general, u"An archive is not copied to a server: nobody works on it"_s);
 }
 
 /// One that was ever worked on has a history, also where it is empty again.
@@ -92,9 +93,9 @@ void refuseFilled(WholeStore& to, const QString& name) {
     for (const QString& table : recordTables)
         rows += to.rowCount(table);
     if (rows > 0)
-        refuse(platform::error::permissionDenied,
-               u"The server %1 holds records already, and nothing was changed there. Make a new one "
-               "(start-server.sh with another folder) and copy into that"_s.arg(name));
+        refuseCopy(platform::error::permissionDenied,
+                   u"The server %1 holds records already, and nothing was changed there. Make a new one "
+                   "(start-server.sh with another folder) and copy into that"_s.arg(name));
 }
 
 /// Half of the work is to read everything once more.
@@ -108,8 +109,8 @@ void refuseDifferent(WholeStore& from, WholeStore& to, const RowProgress& progre
     const QString difference =
         platform::firstDifference(from, to, recordTables + otherTables, partOf(progress, 1));
     if (!difference.isEmpty())
-        refuse(platform::error::general,
-               u"What was written is not what was read, and nothing was kept: %1"_s.arg(difference));
+        refuseCopy(platform::error::general,
+                   u"What was written is not what was read, and nothing was kept: %1"_s.arg(difference));
 }
 
 /// Of a file that nobody else uses and that is sound.
@@ -173,7 +174,7 @@ bool fillCheckedFile(const DataLocation& from, const QString& file, const RowPro
 
 CopiedRecords copyFromServer(const DataLocation& from, const QString& target, const RowProgress& progress) {
     if (QFile::exists(target))
-        refuse(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(target));
+        refuseCopy(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(target));
     const bool whole = platform::makeCheckedFile(
         target, [&](const QString& file) { return fillCheckedFile(from, file, progress); });
     return told(target, whole);

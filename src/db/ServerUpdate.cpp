@@ -15,7 +15,7 @@ namespace {
 using platform::Query;
 using platform::RuntimeError;
 
-[[noreturn]] void refuse(const QString& why) {
+[[noreturn]] void refuseUpdate(const QString& why) {
     throw RuntimeError(platform::error::permissionDenied, why, u"Database"_s);
 }
 
@@ -23,7 +23,7 @@ void refuseUnlessOwner(platform::Engine& records) {
     const QString owns = u"SELECT CAST(pg_has_role(nspowner, 'USAGE') AS int) FROM pg_namespace "
                          "WHERE oid = current_schema()::regnamespace"_s;
     if (platform::number(records, owns) == 0)
-        refuse(
+        refuseUpdate(
             u"Only the account that owns the records may bring them up to date: log in as sorvanto_owner"_s);
 }
 
@@ -35,7 +35,7 @@ void keepBenchesAway(platform::Engine& records) {
     Query bench(records, u"SELECT bench FROM benches()"_s);
     while (bench.step())
         names << bench.value(0, platform::asText).toString();
-    refuse(
+    refuseUpdate(
         u"These are at work on the records: %1. Close the program there first."_s.arg(names.join(u", "_s)));
 }
 

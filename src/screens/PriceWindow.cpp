@@ -20,7 +20,9 @@ namespace sorvanto {
 namespace {
 
 /// A sign that no font draws, by its number.
-QString shownCode(QChar sign) { return u"U+%1"_s.arg(uint(sign.unicode()), 4, 16, QLatin1Char('0')).toUpper(); }
+QString shownCode(QChar sign) {
+    return u"U+%1"_s.arg(uint(sign.unicode()), 4, 16, QLatin1Char('0')).toUpper();
+}
 
 PriceProgress shownProgress(platform::LongWork& work) {
     return [&work](double done) { return work.goesOn(done); };

@@ -15,7 +15,7 @@ namespace e2e {
 namespace {
 
 constexpr int mixerSpeed = 200;
-constexpr int longestTour = 300'000;
+constexpr int longestDesk = 300'000;
 constexpr int batchesOfTheSample = 12, linesOfABatch = 3;
 
 /// A bench with a screen of its own: two windows on one would take the keys from each other.
@@ -38,7 +38,7 @@ public:
 
     /// The lots of the batches that it made.
     QStringList end() {
-        const bool ended = m_tour.waitForFinished(longestTour);
+        const bool ended = m_tour.waitForFinished(longestDesk);
         EXPECT_TRUE(ended) << "The tour hangs.";
         if (!ended) {
             m_tour.kill();

@@ -150,6 +150,16 @@ void LanguageTour::dialogs() {
     history();
     click("mnuRecalculate");
     click("cmdChemicals");
+    m_asker.scripts["TraceWindow"] = [this](QWidget& shown) {
+        typeOver(*child<QLineEdit>(shown, "txtTrace"),
+                 "er");  // in names of chemicals, formulas and a patient
+        QTest::keyClick(child<QLineEdit>(shown, "txtTrace"), Qt::Key_Return);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(shown.findChild<QPushButton*>("cmdFound2") && shown.findChild<QPushButton*>("cmdFound3"));
+        look(shown, "TraceWindow-chemicals");
+    };
+    click("cmdTrace");
+    m_asker.scripts.remove("TraceWindow");
     click("cmdNewLot");
     folder.write("prices.csv",
                  "Name;NDC;Lot;Price;AWP;Size;Unit\nZinc oxide;1;;28,50;;100;g\nMenthol;2;;1.234;;1;kg\n");

@@ -19,7 +19,7 @@ namespace platform::postgres {
 
 namespace {
 
-using Line = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+using OpenLine = std::unique_ptr<PGconn, decltype(&PQfinish)>;
 
 /// False at the deadline.
 bool isReady(const PGconn* line, bool forWriting, const QDeadlineTimer& deadline) {
@@ -31,9 +31,9 @@ bool isReady(const PGconn* line, bool forWriting, const QDeadlineTimer& deadline
     return ready > 0;
 }
 
-Line opened(const QByteArray& address, const QDeadlineTimer& deadline) {
+OpenLine opened(const QByteArray& address, const QDeadlineTimer& deadline) {
     const Settings settings(address);
-    Line line(PQconnectStartParams(settings.keywords().data(), settings.values().data(), 1), PQfinish);
+    OpenLine line(PQconnectStartParams(settings.keywords().data(), settings.values().data(), 1), PQfinish);
     if (!line)
         return line;
     // The server's sentences come in its own language and name the account; its five characters do neither.
@@ -54,14 +54,14 @@ struct Opening::Shared {
     std::mutex mutex;
     std::condition_variable changed;
     bool ended = false;
-    Line line{nullptr, PQfinish};
+    OpenLine line{nullptr, PQfinish};
     QByteArray state;
     QString message;
 };
 
 Opening::Opening(const QByteArray& address, int milliseconds) : m_shared(std::make_shared<Shared>()) {
     std::thread([shared = m_shared, address, deadline = QDeadlineTimer(milliseconds)] {
-        Line line = opened(address, deadline);
+        OpenLine line = opened(address, deadline);
         const std::lock_guard guard(shared->mutex);
         if (PQstatus(line.get()) == CONNECTION_OK) {
             PQsetErrorVerbosity(line.get(), PQERRORS_DEFAULT);
