@@ -7,6 +7,22 @@ using namespace sorvanto;
 using test::shortFormula;
 using test::waitFor;
 
+namespace {
+
+/// A mix of ten seconds that another program has begun.
+void mixPastTheProgram(test::MemoryLine& line) {
+    using namespace protocol;
+    const Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
+    std::uint8_t sequence = 0;
+    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]),
+                          startCommand(programme.id)}) {
+        command.sequence = ++sequence;
+        line.mixer.receive(command);
+    }
+}
+
+}  // namespace
+
 TEST_F(MixSessionTest, MixThatEndedWhileTheProgramWasAwayIsRecovered) {
     startShort();
     make();
@@ -62,14 +78,7 @@ TEST_F(MixSessionTest, AnotherMixerIsNotAskedForIt) {
 }
 
 TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
-    using namespace protocol;
-    Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
-    std::uint8_t sequence = 0;
-    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]),
-                          startCommand(programme.id)}) {
-        command.sequence = ++sequence;
-        line.mixer.receive(command);
-    }
+    mixPastTheProgram(line);
     session->open();
     ASSERT_TRUE(reaches(RunState::Mixing));
     EXPECT_TRUE(session->run().isForeign());
@@ -84,14 +93,7 @@ TEST_F(MixSessionTest, MixOfAnotherProgramIsShownAndLeftAlone) {
 // ---- what became of each preparation --------------------------------------------------------------
 
 TEST_F(MixSessionTest, AMixThatTheMixerMadeWithoutThisProgramIsNotAccountedFor) {
-    using namespace protocol;
-    Programme programme{"ABCDEF01", 3, 1, 10, 0, 1, {{1200, 1200, 10, 0}}};
-    std::uint8_t sequence = 0;
-    for (Frame command : {helloCommand("X"), loadCommand(programme), stepCommand(1, programme.steps[0]),
-                          startCommand(programme.id)}) {
-        command.sequence = ++sequence;
-        line.mixer.receive(command);
-    }
+    mixPastTheProgram(line);
     session->setLogBook(&log);
     session->open();
     EXPECT_TRUE(session->reconciliation().complete());
