@@ -144,8 +144,8 @@ CREATE TABLE "FileIdentity" (
 );
 INSERT INTO "FileIdentity" ("fid_Identity") VALUES (replace(gen_random_uuid()::text, '-', ''));
 
--- What an archive run has left in a file, and what is copied from there: old and new keys of its rows, and lot and moment
--- of each batch that went into an archive.
+-- What an archive run has left, here or in a file that was copied: old and new keys of the rows, lot and moment of each
+-- batch that went into an archive, and, without an archive's name, of those deleted before.
 CREATE TABLE "KeyMap" (
     "kmp_Archive" "TEXT(32)" NOT NULL,
     "kmp_Table" "TEXT(40)" NOT NULL,

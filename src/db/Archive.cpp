@@ -1,6 +1,7 @@
 // The archive is made, checked and named first; the file changes last, in one transaction of the engine.
 #include "db/Archive.h"
 
+#include "db/ArchiveFate.h"
 #include "db/DatabaseCheck.h"
 #include "db/KeyMap.h"
 #include "history/HistoryPause.h"
@@ -9,6 +10,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
+#include "platform/data/DataLocation.h"
 #include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 
@@ -120,46 +122,12 @@ void refuseUnlessWhole(platform::Engine& database, const QString& archive) {
         refuseArchive(difference);
 }
 
-enum class Fate { Unchanged, Changed, Unknown };
-
-/// What became of the file when the engine reported a failure of the last step: the step may have been done all
-/// the same. To be asked behind the transaction's end.
-Fate fateOf(const QString& file, const QString& identity) {
-    try {
-        Connection connection;
-        connection.open(u"Data Source="_s + file);
-        platform::Engine& database = connection.engine();
-        const bool knowsArchives = database.tables().contains(u"ArchivedBatch"_s);
-        const bool changed =
-            knowsArchives &&
-            number(database, u"SELECT count(*) FROM ArchivedBatch WHERE abt_Archive = '%1'"_s.arg(identity)) >
-                0;
-        return changed ? Fate::Changed : Fate::Unchanged;
-    } catch (const RuntimeError&) {
-        return Fate::Unknown;
-    }
-}
-
 /// Without room for it the file stays large.
 void giveBackSpace(platform::Engine& database) {
     try {
         run(database, u"VACUUM"_s);
     } catch (const RuntimeError&) {
     }
-}
-
-/// The archive may hold the only rows of what has left the file: it goes only where the file surely has them still.
-void keepUnlessUnchanged(NewArchive& archive, Fate fate, const RuntimeError& failure) {
-    if (fate == Fate::Unchanged)
-        return;
-    const QString path = archive.path();
-    archive.keep();
-    if (fate == Fate::Unknown)
-        throw RuntimeError(
-            failure.number(),
-            u"%1. Whether the batches have left the file can't be found out; they are whole in \"%2\""_s.arg(
-                failure.description(), path),
-            u"Archive"_s);
 }
 
 void refuseUnfit(platform::Engine& database) {
@@ -172,6 +140,13 @@ void refuseUnfit(platform::Engine& database) {
 
 }  // namespace
 
+QString newArchivePath(const QString& archive) {
+    const QString path = platform::platformPath(archive);
+    if (QFile::exists(path))
+        throw RuntimeError(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(path));
+    return path;
+}
+
 QString identityOf(platform::Engine& database) {
     if (database.declaredType(u"FileIdentity"_s, u"fid_Identity"_s).isEmpty())
         return {};
@@ -179,9 +154,9 @@ QString identityOf(platform::Engine& database) {
 }
 
 ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, const QDate& firstKept) {
-    const QString target = platform::platformPath(archivePath);
-    if (QFile::exists(target))
-        throw RuntimeError(platform::error::permissionDenied, u"\"%1\" exists already"_s.arg(target));
+    if (platform::DataLocation(file).isServer())
+        return archiveServer(file, archivePath, firstKept);
+    const QString target = newArchivePath(archivePath);
     const platform::SoleUse sole(file);
     platform::refuseInUse(file);
     refuseUnsound(file);
@@ -213,7 +188,11 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
     } catch (const RuntimeError& failure) {
         transaction.reset();
         connection.close();  // it may hold the lock that keeps others from looking
-        keepUnlessUnchanged(archive, fateOf(file, made.identity), failure);
+        const ArchiveFate fate = archiveFate(file, made.identity);
+        if (fate != ArchiveFate::Unchanged)
+            archive.keep();
+        if (fate == ArchiveFate::Unknown)
+            tellUnknownFate(failure, target);
         throw;
     }
     archive.keep();

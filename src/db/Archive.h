@@ -23,6 +23,7 @@ struct ArchiveResult {
 /// new keys; the file also remembers lot and moment of each batch that left it (ArchivedBatch).
 /// Every row that stays is compared with the archive before anything is kept. Killed at any moment, the file is
 /// the old one or the new one, and in the second case the archive is whole.
+/// The records of a server are archived in the same way, by their owner, while no bench is at work on them.
 /// Throws, with the file as it was and no archive, when the file has no identity, is an archive itself, is not
 /// sound, is in use, holds nothing older, when the archive exists, or when the disk fails. Where the disk refuses the
 /// last step and then even to look whether it was done, the archive stays, and the report names it.

@@ -1,6 +1,7 @@
 #include "db/HistoryEnd.h"
 
 #include "db/Archive.h"
+#include "db/DatabaseCheck.h"
 #include "history/HistoryChain.h"
 #include "history/HistoryFields.h"
 #include "history/HistorySeal.h"
@@ -170,6 +171,19 @@ QString lastRestored(platform::Engine& database) {
 }
 
 }  // namespace
+
+QStringList formerProblems(const QString& file, const QString& archive) {
+    QStringList problems;
+    for (const QString& problem : checkDatabase(archive))
+        problems << u"%1: %2"_s.arg(archive, problem);
+    platform::Connection connection;
+    connection.open(u"Data Source="_s + file);
+    const Former former = formerOf(connection.engine());
+    if (former.head.count == 0 || !isFile(archive, former.identity))
+        return problems << u"The history does not go on from %1: it is another archive, or none"_s.arg(
+                   archive);
+    return problems + archiveProblems(connection.engine(), {archive});
+}
 
 QStringList historyEndProblems(const QString& file, const QStringList& programFolders) {
     platform::Connection connection;

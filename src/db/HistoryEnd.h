@@ -13,4 +13,8 @@ namespace sorvanto {
 /// file in these places that is the archive and does not hold the place which the history goes on from. Throws as an open does.
 QStringList historyEndProblems(const QString& file, const QStringList& programFolders);
 
+/// What is wrong with this archive as that of the file, a line each: in itself, or since the file's history does not go on
+/// from it. Throws as an open does.
+QStringList formerProblems(const QString& file, const QString& archive);
+
 }  // namespace sorvanto

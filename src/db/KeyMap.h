@@ -10,7 +10,8 @@
 
 namespace sorvanto {
 
-/// What an archive run leaves in a file: the map, and lot and moment of each batch that went into an archive.
+/// What an archive run leaves in a file: the map, and lot and moment of each batch that went into an archive. Of a server
+/// also of those that were deleted before, without an archive's name.
 inline constexpr QLatin1StringView keyMapTable(
     "CREATE TABLE KeyMap (kmp_Archive TEXT(32) NOT NULL, kmp_Table TEXT(40) NOT NULL, "
     "kmp_Old INTEGER NOT NULL, kmp_New INTEGER NOT NULL, PRIMARY KEY (kmp_Table, kmp_Old)) WITHOUT ROWID");

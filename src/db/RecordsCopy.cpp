@@ -3,7 +3,7 @@
 
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
-#include "db/KeyMap.h"
+#include "db/WholeRecords.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Backup.h"
@@ -25,54 +25,10 @@ using platform::DataLocation;
 using platform::RowProgress;
 using platform::RuntimeError;
 using platform::WholeStore;
-
-/// Related ones behind those that they refer to.
-const QStringList recordTables{u"Chemical"_s, u"Formula"_s, u"Patient"_s, u"FormChem"_s,
-                               u"Log"_s,      u"LogChem"_s, u"RXs"_s};
-const QStringList otherTables{u"Options"_s, u"FileIdentity"_s, u"History"_s, u"KeyMap"_s, u"ArchivedBatch"_s};
+using platform::postgres::readWholeServer;
 
 [[noreturn]] void refuseCopy(std::int32_t number, const QString& why) {
     throw RuntimeError(number, why, u"Copy"_s);
-}
-
-QString only(WholeStore& store, const QString& table, const QString& column) {
-    QString value;
-    store.read(table, {column}, [&](const std::vector<platform::StoredRow>& rows) {
-        value = QString::fromUtf8(rows.front().front().bytes);
-    });
-    return value;
-}
-
-void refuseOtherVersion(WholeStore& from, WholeStore& to) {
-    const QString column = u"opt_Version"_s, table = u"Options"_s;
-    const QString own = only(from, table, column), wanted = only(to, table, column);
-    if (own != wanted)
-        refuseCopy(
-            platform::error::general,
-            u"The records are of version %1, and the new ones would be of version %2. Bring the older ones up to date "
-            "first, by starting the program on them"_s.arg(own, wanted));
-}
-
-/// What an archive run has noted, in a file that had none.
-void makeArchiveTables(const QString& file, WholeStore& from) {
-    if (from.rowCount(u"KeyMap"_s) + from.rowCount(u"ArchivedBatch"_s) == 0)
-        return;
-    for (const QLatin1StringView statement : {keyMapTable, archivedBatchTable, archivedBatchIndex})
-        platform::sqlite::makeTables(file, QByteArray(statement.data(), statement.size()));
-}
-
-/// Into an empty file.
-bool fillFile(const QString& address, const QString& file, const RowProgress& progress,
-              const platform::Cancelled& cancelled = {}) {
-    platform::sqlite::makeTables(file, newFileStatements());
-    const auto from = platform::postgres::readWholeServer(address, cancelled);
-    makeArchiveTables(file, *from);
-    const auto to = platform::sqlite::fillWholeFile(file);
-    refuseOtherVersion(*from, *to);
-    if (!platform::carryOver(*from, *to, recordTables + otherTables, progress))
-        return false;
-    to->commit();
-    return true;
 }
 
 void refuseUnsound(const QString& file, const QString& source) {
@@ -83,14 +39,14 @@ void refuseUnsound(const QString& file, const QString& source) {
 }
 
 void refuseArchive(WholeStore& from) {
-    if (!only(from, u"FileIdentity"_s, u"fid_Parent"_s).isEmpty())
+    if (!onlyValue(from, u"FileIdentity"_s, u"fid_Parent"_s).isEmpty())
         refuseCopy(platform::error::general, u"An archive is not copied to a server: nobody works on it"_s);
 }
 
 /// One that was ever worked on has a history, also where it is empty again.
 void refuseFilled(WholeStore& to, const QString& name) {
     std::int64_t rows = to.rowCount(u"History"_s) - 1;  // the first row is the empty server's own
-    for (const QString& table : recordTables)
+    for (const QString& table : recordTables())
         rows += to.rowCount(table);
     if (rows > 0)
         refuseCopy(platform::error::permissionDenied,
@@ -105,14 +61,6 @@ RowProgress partOf(const RowProgress& progress, int part) {
     return [=](std::int64_t done, std::int64_t all) { return progress(done + part * all, 2 * all); };
 }
 
-void refuseDifferent(WholeStore& from, WholeStore& to, const RowProgress& progress) {
-    const QString difference =
-        platform::firstDifference(from, to, recordTables + otherTables, partOf(progress, 1));
-    if (!difference.isEmpty())
-        refuseCopy(platform::error::general,
-                   u"What was written is not what was read, and nothing was kept: %1"_s.arg(difference));
-}
-
 /// Of a file that nobody else uses and that is sound.
 bool fillServer(const QString& file, const DataLocation& server, const RowProgress& progress) {
     const auto from = platform::sqlite::readWholeFile(file);
@@ -125,9 +73,9 @@ bool fillServer(const QString& file, const DataLocation& server, const RowProgre
         ended = progress && !progress(done, all);
         return !ended;
     };
-    if (!platform::carryOver(*from, *to, recordTables + otherTables, partOf(noticed, 0)))
+    if (!platform::carryOver(*from, *to, wholeRecords(), partOf(noticed, 0)))
         return false;
-    refuseDifferent(*from, *to, noticed);
+    refuseDifferent(*from, *to, partOf(noticed, 1));
     if (ended)
         return false;
     to->commit();
@@ -136,7 +84,7 @@ bool fillServer(const QString& file, const DataLocation& server, const RowProgre
 
 QStringList tablesLeftOut(WholeStore& from) {
     QStringList left = from.tables();
-    for (const QString& table : recordTables + otherTables)
+    for (const QString& table : wholeRecords())
         left.removeAll(table);
     return left;
 }
@@ -147,7 +95,7 @@ CopiedRecords told(const QString& file, bool whole) {
     if (!whole)
         return copied;
     const auto records = platform::sqlite::readWholeFile(file);
-    for (const QString& table : recordTables)
+    for (const QString& table : recordTables())
         copied.rows += records->rowCount(table);
     return copied;
 }
@@ -166,7 +114,7 @@ CopiedRecords copyToServer(const DataLocation& from, const DataLocation& to, con
 
 /// Checked before it has its name.
 bool fillCheckedFile(const DataLocation& from, const QString& file, const RowProgress& progress) {
-    if (!fillFile(from.text(), file, partOf(progress, 0)))
+    if (!fillFile(*readWholeServer(from.text()), file, partOf(progress, 0)))
         return false;
     refuseUnsound(file, from.shownName());
     return true;
@@ -189,7 +137,10 @@ bool copyToFile(const QString& location, const QString& target, const platform::
     const RowProgress progress = [&](std::int64_t, std::int64_t) { return !cancelled || !cancelled(); };
     try {
         return platform::makeCheckedFile(
-            target, [&](const QString& file) { return fillFile(from.text(), file, progress, cancelled); },
+            target,
+            [&](const QString& file) {
+                return fillFile(*readWholeServer(from.text(), cancelled), file, progress);
+            },
             cancelled);
     } catch (const RuntimeError&) {
         if (cancelled && cancelled())  // a wait for the server was ended

@@ -4,6 +4,7 @@
 
 #include "mixing/FormulaDocument.h"
 #include "platform/ask/Ask.h"
+#include "platform/basic/Dates.h"
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
@@ -135,8 +136,12 @@ void frmLog::openRecord(std::int16_t key) {
     m_log = log;
 }
 
+// An archive run gives batches new keys, also while the text of another bench waits for its own.
 DraftRecord frmLog::recordOnView() const {
-    return m_log ? DraftRecord{draftTable(), m_log->LogID, {}, m_log->log_Name} : DraftRecord{draftTable()};
+    if (!m_log)
+        return DraftRecord{draftTable()};
+    const QString batch = (m_log->log_Lot + u' ' + platform::storedDate(m_log->log_Date)).trimmed();
+    return {draftTable(), m_log->LogID, batch, m_log->log_Name};
 }
 
 void frmLog::translateForm() {

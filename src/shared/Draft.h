@@ -25,7 +25,7 @@ struct DraftField {
 struct DraftRecord {
     QString table{};
     std::int16_t key = 0;
-    QString guid{};  ///< empty where the table has none
+    QString guid{};  ///< of a batch its lot and moment; empty where there is nothing of the kind
     QString name{};
 
     bool operator==(const DraftRecord&) const = default;

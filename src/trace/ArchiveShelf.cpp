@@ -27,7 +27,7 @@ std::vector<GivenOffArchive> givenOff(const platform::ConnectionPtr& database) {
         return all;
     Query rows(database->engine(),
                u"SELECT abt_Archive, min(abt_Date), max(abt_Date), count(*) FROM ArchivedBatch "
-               "GROUP BY abt_Archive ORDER BY 2, 1"_s,
+               "WHERE abt_Archive <> '' GROUP BY abt_Archive ORDER BY 2, 1"_s,
                {});
     while (rows.step()) {
         all.push_back({rows.value(0, {FieldKind::Text}).toString(),

@@ -86,7 +86,8 @@ const Record records[] = {
     {formulas, "Formula", "3", "frm_Instructions", "F3", "Arnica Salve",
      "Formula data not saved! Save Changes?"},
     {chemicals, "Chemical", "1", "chm_Notes", "G1", "Aspirin", "Chemical data not saved! Save Changes?"},
-    {logs, "Log", "1", "log_Notes", "", "Cooling Gel", "Log data not saved! Save Changes?"},
+    {logs, "Log", "1", "log_Notes", "AB0010 2026-01-05 09:30:00", "Cooling Gel",
+     "Log data not saved! Save Changes?"},
     {patients, "Patient", "1", "pat_Notes", "", "Doe, Jane", "Patient data not saved! Save Changes?"},
 };
 
@@ -329,15 +330,15 @@ TEST_P(RefreshedByItsTool, ALookAtAnotherScreenKeepsTheText) {
 }
 
 class NamedRecords : public EachScreen {};
-INSTANTIATE_TEST_SUITE_P(Drafts, NamedRecords, testing::Values(records[0], records[1]),
+INSTANTIATE_TEST_SUITE_P(Drafts, NamedRecords, testing::Values(records[0], records[1], records[2]),
                          [](const auto& each) { return std::string(each.param.table); });
 
-TEST_P(NamedRecords, UnderAnotherGuidItCanOnlyBeRead) {
+TEST_P(NamedRecords, UnderAnotherGuidOrLotItCanOnlyBeRead) {
     editAt(number());
     type(number(), "stir well");
     keepNow(number());
     window.reset();
-    sql(u"UPDATE Formula SET frm_GUID = 'X'; UPDATE Chemical SET chm_GUID = 'X'"_s);
+    sql(u"UPDATE Formula SET frm_GUID = 'X'; UPDATE Chemical SET chm_GUID = 'X'; UPDATE Log SET log_Lot = 'X'"_s);
     load();
     bringBack();
     ASSERT_TRUE(reader());

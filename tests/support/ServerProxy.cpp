@@ -200,7 +200,8 @@ void ServerProxy::Loop::fromClient(Wire& wire) {
     trips += std::exchange(wire.answered, false) ? 1 : 0;
     if (armed && bytes.contains(text) && skipped-- == 0) {
         armed = false;
-        wire.losing = fault == Fault::LoseReply;
+        wire.losing = fault == Fault::LoseReply || fault == Fault::LoseServer;
+        refused = refused || fault == Fault::LoseServer;
         wire.silent = fault == Fault::FallSilent;
         wire.over = wire.over || fault == Fault::Cut;
     }

@@ -20,9 +20,10 @@ public:
     QString address() const { return m_address; }
 
     enum class Fault {
-        LoseReply,  ///< the server gets it and answers; then the line is cut, and the answer is lost
-        Cut,        ///< the server never gets it, and the line is cut
-        FallSilent  ///< the server never gets it, and nothing comes back from then on; the line stands
+        LoseServer,  ///< as LoseReply, and nobody is let in from then on
+        LoseReply,   ///< the server gets it and answers; then the line is cut, and the answer is lost
+        Cut,         ///< the server never gets it, and the line is cut
+        FallSilent   ///< the server never gets it, and nothing comes back from then on; the line stands
     };
     /// Does that, once, to the next message of the client that holds the text, or to a later one.
     void arm(const QByteArray& text, Fault fault, int skipped = 0);

@@ -34,7 +34,8 @@ const char usage[] =
     "  sorvanto-db create FILE             makes an empty database\n"
     "  sorvanto-db sample FILE [--rows N]  makes one with a sample pharmacy; with --rows every\n"
     "                                      table is filled up to N rows (1 to 32767)\n"
-    "  sorvanto-db check FILE              tells what is wrong with a database; exit code 1 if anything is\n"
+    "  sorvanto-db check FILE [ARCHIVE]    tells what is wrong with a database, and with the archive that it\n"
+    "                                      goes on from; exit code 1 if anything is\n"
     "  sorvanto-db backup FILE TARGET      copies a database, also one in use, and checks the copy\n"
     "  sorvanto-db copy FROM TO            copies all records with their history, into a new file or an empty\n"
     "                                      server\n"
@@ -43,7 +44,7 @@ const char usage[] =
     "  sorvanto-db archive FILE ARCHIVE [--keep MONTHS]\n"
     "                                      puts everything into a new file and keeps the batches of the last\n"
     "                                      months (12 unless told) in FILE, numbered from 1; close the program\n"
-    "                                      first\n"
+    "                                      first, at all benches of a server\n"
     "  sorvanto-db update SERVER STEPS     brings the records on a server up to date by dbupdate.xml; for the\n"
     "                                      account that owns them, with the program closed at all benches\n"
     "  sorvanto-db forget FILE --patient KEY\n"
@@ -53,11 +54,12 @@ const char usage[] =
     "  sorvanto-db --help | --version\n"
     "\n"
     "create, sample, backup, copy and archive never write over an existing file.\n"
-    "In check, backup, copy, sample and forget the address of a server (postgresql://...) can stand for a\n"
-    "file; to fill one, and to forget, is its owner's (postgresql://sorvanto_owner@...). Ctrl-C ends a copy, and leaves nothing.\n";
+    "In check, sample, backup, copy, archive and forget the address of a server (postgresql://...) can stand for\n"
+    "FILE, FROM or TO; sample, archive, forget and a copy into one are its owner's (postgresql://sorvanto_owner@...).\n"
+    "Ctrl-C ends a copy, and leaves nothing.\n";
 
-int check(const QString& location, QTextStream& out) {
-    const QStringList problems = problemsOf(location);
+int check(const QString& location, const QString& archive, QTextStream& out) {
+    const QStringList problems = problemsOf(location, archive);
     for (const QString& problem : problems)
         out << problem << '\n';
     if (problems.isEmpty())
@@ -117,12 +119,7 @@ int update(const QString& server, const QString& steps, QTextStream& out) {
     return done;
 }
 
-/// Keys are given anew, and a bench may hold texts and mixes that know the old ones.
 int archive(const QString& file, const QString& target, int months, QTextStream& out) {
-    refuseServer(
-        file,
-        u"The records of a server are archived in a file, once nothing is left to save or to log at any bench: "
-        "sorvanto-db copy them into one, archive that, and copy it into a new server"_s);
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
     const QStringList open = openWork(possibleFolders(file), identityOf(connection.engine()));
@@ -188,8 +185,8 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err,
         return create(arguments.at(1));
     if (command == "sample"_L1 && wantedRows(arguments) >= 0)
         return sample(arguments.at(1), wantedRows(arguments));
-    if (takes("check", 1))
-        return check(arguments.at(1), out);
+    if (takes("check", 1) || takes("check", 2))
+        return check(arguments.at(1), arguments.value(2), out);
     if (takes("backup", 2))
         return backup(arguments.at(1), arguments.at(2));
     if (takes("copy", 2))

@@ -42,14 +42,19 @@ private:
     int m_shown = -1;
 };
 
-QStringList serverProblems(const QString& address) {
+QStringList fileProblems(const QString& file, const QString& archive, const QStringList& folders) {
+    const QStringList problems = checkDatabase(file) + historyEndProblems(file, folders);
+    return archive.isEmpty() ? problems : problems + formerProblems(file, archive);
+}
+
+QStringList serverProblems(const QString& address, const QString& archive) {
     const QTemporaryDir scratch;
     const QString moment = scratch.filePath(u"records.mdb"_s);
     copyToFile(address, moment);
     platform::Connection server;
     server.open(u"Data Source="_s + address);
-    return server.engine().problems({}) + checkDatabase(moment) + chainProblems(server.engine()) +
-           historyEndProblems(moment, possibleFolders(address));
+    return server.engine().problems({}) + chainProblems(server.engine()) +
+           fileProblems(moment, archive, possibleFolders(address));
 }
 
 }  // namespace
@@ -73,10 +78,10 @@ int copyCommand(const QString& from, const QString& to, QTextStream& out, QTextS
     return 0;
 }
 
-QStringList problemsOf(const QString& location) {
+QStringList problemsOf(const QString& location, const QString& archive) {
     if (platform::DataLocation(location).isServer())
-        return serverProblems(location);
-    return checkDatabase(location) + historyEndProblems(location, possibleFolders(location));
+        return serverProblems(location, archive);
+    return fileProblems(location, archive, possibleFolders(location));
 }
 
 }  // namespace sorvanto

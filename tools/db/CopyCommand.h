@@ -12,7 +12,8 @@ namespace sorvanto {
 int copyCommand(const QString& from, const QString& to, QTextStream& out, QTextStream& err,
                 const platform::Cancelled& cancelled);
 
-/// Checks a file, or the records of a server as of one moment. Gives a line for each problem.
-QStringList problemsOf(const QString& location);
+/// Checks a file, or the records of a server as of one moment; against the archive that they go on from where one is named,
+/// and that one too. Gives a line for each problem.
+QStringList problemsOf(const QString& location, const QString& archive);
 
 }  // namespace sorvanto

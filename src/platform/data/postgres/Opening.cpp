@@ -31,11 +31,15 @@ bool isReady(const PGconn* line, bool forWriting, const QDeadlineTimer& deadline
     return ready > 0;
 }
 
+/// What a server says beside its answers may hold records; the library would write it to the program's own output.
+void ignoreNotice(void*, const PGresult*) {}
+
 OpenLine opened(const QByteArray& address, const QDeadlineTimer& deadline) {
     const Settings settings(address);
     OpenLine line(PQconnectStartParams(settings.keywords().data(), settings.values().data(), 1), PQfinish);
     if (!line)
         return line;
+    PQsetNoticeReceiver(line.get(), ignoreNotice, nullptr);
     // The server's sentences come in its own language and name the account; its five characters do neither.
     PQsetErrorVerbosity(line.get(), PQERRORS_SQLSTATE);
     PostgresPollingStatusType step = PGRES_POLLING_WRITING;

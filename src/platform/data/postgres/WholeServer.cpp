@@ -62,6 +62,7 @@ private:
     void run(const QString& sql, std::vector<QVariant> parameters = {}) {
         m_store.session.runOne({sql.toUtf8(), std::move(parameters), false}, Access::Changes, {});
     }
+    void holdTables();
     void refuseUnlessOwner();
     void refuseAtWork();
     void takeTables();
@@ -86,7 +87,7 @@ WholeServer::WholeServer(const QString& address, bool fills, const Cancelled& ca
     if (fills)
         takeTables();
     else
-        ask(u"SELECT 1"_s);  // the moment is that of the first statement
+        holdTables();
 }
 
 WholeServer::~WholeServer() {
@@ -98,21 +99,37 @@ WholeServer::~WholeServer() {
     }
 }
 
+/// The moment is that of the first statement that looks at rows. From before it on nobody empties a table: those who began
+/// to read before would find it empty.
+void WholeServer::holdTables() {
+    const QString lock = u"LOCK TABLE %1 IN ACCESS SHARE MODE"_s.arg(listed(tables() + counters));
+    m_store.session.control(lock.toUtf8(), {});  // as a command of its own it would be given up behind it
+    ask(u"SELECT 1"_s);
+}
+
 void WholeServer::refuseUnlessOwner() {
     const Result owner =
         ask(u"SELECT pg_has_role(nspowner, 'USAGE') FROM pg_namespace WHERE nspname = current_schema()"_s);
     if (owner.rows() == 0 || owner.bytes(0, 0) != "t")
         throw RuntimeError(error::permissionDenied,
-                           u"A server is filled by the owner of its tables: its address begins with "
+                           u"That is for the owner of the tables: the address begins with "
                            "postgresql://sorvanto_owner@"_s,
                            u"Copy"_s);
 }
 
 /// Every bench holds this lock as long as its program works on the records: what it has read must not become others.
 void WholeServer::refuseAtWork() {
-    if (ask(u"SELECT pg_try_advisory_xact_lock(2, 0)"_s).bytes(0, 0) != "t")
-        throw RuntimeError(error::permissionDenied,
-                           u"Benches work on these records: close the program there first"_s, u"Copy"_s);
+    if (ask(u"SELECT pg_try_advisory_xact_lock(2, 0)"_s).bytes(0, 0) == "t")
+        return;
+    const Result benches = ask(u"SELECT bench FROM benches()"_s);
+    QStringList names;
+    for (int row = 0; row < benches.rows(); ++row)
+        names << benches.text(row, 0);
+    const QString why =
+        names.isEmpty()
+            ? u"Another program replaces these records at this moment: try again once it has ended"_s
+            : u"Benches work on these records (%1): close the program there first"_s.arg(names.join(u", "_s));
+    throw RuntimeError(error::permissionDenied, why, u"Copy"_s);
 }
 
 /// Nobody reads records that are half there.
