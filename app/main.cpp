@@ -3,13 +3,13 @@
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/FontList.h"
 #include "platform/widgets/QtAsker.h"
 #include "platform/widgets/Theme.h"
 #include "setup/CommandLine.h"
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
-#include <QIcon>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +31,6 @@ void describe(Application& application) {
     Application::setOrganizationName(name);
     Application::setApplicationVersion(sorvanto::programVersion());
     Application::setDesktopFileName(u"sorvanto"_s);
-    Application::setWindowIcon(QIcon(u":/app/sorvanto.svg"_s));
     platform::setApplicationTitle(name);
     platform::applyTheme(application);
 }
@@ -61,6 +60,7 @@ int main(int argc, char** argv) {
     const QStringList words = wordsOf(argc, argv);
     if (sorvanto::needsNoWindow(words))
         return sorvanto::runWithoutWindow(words, out, err);
+    platform::FontList fonts;
     Application application(argc, argv);  // takes the toolkit's own options out of the line
     const sorvanto::StartOrder order = sorvanto::readStart(Application::arguments().mid(1));
     if (!order.mistake.isEmpty())
@@ -72,6 +72,7 @@ int main(int argc, char** argv) {
     const std::optional<QStringList> problems = enterFolder(order.folder);
     if (!problems)
         return 1;
+    fonts.wait();
     sorvanto::Context& context = sorvanto::basMain::context();
     sorvanto::frmMain window(sorvanto::realParts(context));
     asker.setParent(&window);

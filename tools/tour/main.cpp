@@ -18,7 +18,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QIcon>
 #include <QTextStream>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +30,6 @@ void setUpApplication() {
     QApplication::setApplicationName(name);
     QApplication::setOrganizationName(name);
     QApplication::setApplicationVersion(sorvanto::programVersion());
-    QApplication::setWindowIcon(QIcon(":/app/sorvanto.svg"));
     platform::setApplicationTitle(name);
 }
 
