@@ -27,10 +27,17 @@ SettingsFile::SettingsFile(const QString& path)
         m_settings.reset();
 }
 
+// Not flushed to the disk, which a start would wait for: the copy goes with the program.
+void SettingsFile::copy(const QByteArray& content) const {
+    QFile copy(workingCopyIn(m_folder));
+    if (!copy.open(QIODevice::WriteOnly) || copy.write(content) != content.size() || !copy.flush())
+        throw RuntimeError(error::deviceIo, u"a copy of it can't be made: %1"_s.arg(copy.errorString()));
+}
+
 void SettingsFile::open() {
     try {
         if (fileExists(m_path))
-            writeFile(workingCopyIn(m_folder), readFile(m_path, largestFile));
+            copy(readFile(m_path, largestFile));
     } catch (const RuntimeError& failure) {
         m_problem =
             failure.number() == error::permissionDenied ? u"it may not be read"_s : failure.description();

@@ -30,6 +30,7 @@ public:
 
 private:
     void open();
+    void copy(const QByteArray& content) const;
 
     QString m_path, m_problem;
     QTemporaryDir m_folder;               ///< of the copy
