@@ -10,6 +10,8 @@
 namespace platform::xml_text {
 namespace {
 
+constexpr std::size_t fewAttributes = 4;  // as many as an element mostly has
+
 bool isName(const char* name) {
     const std::string_view text(name);
     const auto isLatin = [](char mark) {
@@ -22,6 +24,7 @@ bool isName(const char* name) {
 
 bool hasGoodAttributes(const pugi::xml_node& node) {
     std::vector<std::string_view> names;
+    names.reserve(fewAttributes);
     for (const pugi::xml_attribute& attribute : node.attributes()) {
         if (!isName(attribute.name()))
             return false;
@@ -67,8 +70,9 @@ bool hasGoodNames(const pugi::xml_document& document) {
 }
 
 bool hasGoodReferences(const QByteArray& content, unsigned int parseOptions) {
-    if (!content.contains("&#"))
-        return true;
+    const std::string_view raw(content.constData(), static_cast<std::size_t>(content.size()));
+    if (refersWell(raw))
+        return true;  // what only looks like a reference, as in a comment, is looked at as well
     pugi::xml_document written;
     written.load_buffer(content.constData(), static_cast<std::size_t>(content.size()),
                         parseOptions & ~pugi::parse_escapes, pugi::encoding_utf8);

@@ -17,6 +17,19 @@ struct TextWriter final : pugi::xml_writer {
     }
 };
 
+/// Whether all is allowed and none is half a character. Without a way out of its loop, so that several signs are
+/// looked at in one.
+bool isPlain(QStringView text) {
+    const char16_t* const marks = text.utf16();
+    std::uint16_t odd = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const std::uint16_t mark = marks[at];
+        const bool control = (mark < u' ') & (mark != u'\t') & (mark != u'\n') & (mark != u'\r');
+        odd = static_cast<std::uint16_t>(odd | static_cast<std::uint16_t>(control | (mark >= 0xD800)));
+    }
+    return odd == 0;
+}
+
 }  // namespace
 
 bool isAllowed(char32_t mark) {
@@ -26,10 +39,12 @@ bool isAllowed(char32_t mark) {
 }
 
 bool isClean(const QString& text) {
+    if (isPlain(text))
+        return true;
     for (qsizetype at = 0; at < text.size(); ++at) {
         const QChar mark = text.at(at);
         if (mark >= u' ' && mark < u'\xD800')
-            continue;  // nearly all there is
+            continue;
         if (mark.isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate())
             ++at;
         else if (!isAllowed(mark.unicode()))
@@ -55,6 +70,8 @@ QString fromXml(QByteArrayView text) {
     qsizetype marks = 0;
     while (text.sliced(marks * mark.size()).startsWith(mark))
         ++marks;
+    if (marks == 0)
+        return QString::fromUtf8(text);
     return QString(marks, QChar::ByteOrderMark) + QString::fromUtf8(text.sliced(marks * mark.size()));
 }
 QString fromXml(const char* text) { return fromXml(QByteArrayView(text)); }
