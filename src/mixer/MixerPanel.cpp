@@ -40,8 +40,6 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     layout->setSpacing(platform::grid);
     buildHead(*layout);
     buildButtons(*layout);
-    m_steps = new StepsTable;
-    m_steps->setObjectName(u"mixerSteps"_s);
     m_footnote = centred("mixerFootnote");
     platform::setLook(*m_footnote, "quiet");
     platform::setLook(*m_footnote, "fine");
@@ -49,7 +47,6 @@ MixerPanel::MixerPanel(MixSession& session, const PanelTexts& texts, QWidget* pa
     platform::setLook(*m_account, "fine");
     m_offers = new OfferList;
     m_offers->setObjectName(u"mixerOffers"_s);
-    layout->addWidget(m_steps, 100);  // up to its own height; what is left then stays empty below
     layout->addWidget(m_footnote);
     layout->addSpacing(platform::grid);
     layout->addWidget(m_offers);
@@ -103,6 +100,18 @@ void MixerPanel::buildHead(QBoxLayout& layout) {
     layout.addSpacing(platform::grid);
     for (NoticeCard* card : {m_waiting, m_problem, m_notice, m_warnings})
         layout.addWidget(card);
+}
+
+// A table costs a start more than the rest of the panel, and nobody sees it before a formula is loaded.
+StepsTable& MixerPanel::steps() {
+    if (!m_steps) {
+        m_steps = new StepsTable;
+        m_steps->setObjectName(u"mixerSteps"_s);
+        auto* layout = qobject_cast<QBoxLayout*>(m_footnote->parentWidget()->layout());
+        // Up to its own height; what is left then stays empty below.
+        layout->insertWidget(layout->indexOf(m_footnote), m_steps, 100);
+    }
+    return *m_steps;
 }
 
 QPushButton* MixerPanel::addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)()) {

@@ -43,6 +43,7 @@ private:
     QPushButton* addButton(QBoxLayout& row, const char* name, void (MixerPanel::*pressed)());
     void buildHead(QBoxLayout& layout);
     void buildButtons(QBoxLayout& layout);
+    StepsTable& steps();
 
     void showCaptions();
     void showLink();
@@ -87,7 +88,7 @@ private:
     NoticeCard* m_warnings;
     QWidget* m_buttons;  ///< the row of those below; hidden while none of them is there
     QPushButton *m_start, *m_pause, *m_resume, *m_stop, *m_ok, *m_loadAgain, *m_connect;
-    StepsTable* m_steps;
+    StepsTable* m_steps = nullptr;  ///< once there has been a formula
     QLabel* m_footnote;
     QLabel* m_account;  ///< whether every preparation is accounted for
     OfferList* m_offers;

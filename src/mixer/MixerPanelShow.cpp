@@ -177,7 +177,8 @@ void MixerPanel::showFormula() {
     platform::setLook(*m_name, "heading", ours);
     m_name->setVisible(!m_name->text().isEmpty());
     m_quantity->setVisible(ours);
-    m_steps->setVisible(ours);
+    if (ours || m_steps)
+        steps().setVisible(ours);
     if (!ours)
         return;
     const BatchPassport batch =
@@ -186,11 +187,11 @@ void MixerPanel::showFormula() {
     const bool inMix = state == RunState::Mixing || state == RunState::Paused;
     const auto& reached = m_session.run().reached();
     const bool stopped = m_session.run().wasStopped() && reached;
-    m_steps->show(formula->programme.steps,
-                  stopped ? reached->step
-                  : inMix ? m_session.run().status().step
-                          : 0,
-                  stopped, m_texts);
+    steps().show(formula->programme.steps,
+                 stopped ? reached->step
+                 : inMix ? m_session.run().status().step
+                         : 0,
+                 stopped, m_texts);
 }
 
 void MixerPanel::showSpeeds() {

@@ -127,6 +127,8 @@ TEST_F(MixerPanelTest, NothingLoaded) {
     EXPECT_EQ(badge(), "simulated");
     EXPECT_EQ(label("mixerFormula"), "Choose a formula and press Make.");
     EXPECT_EQ(buttons(), QStringList{"Start (off)"});
+    EXPECT_EQ(control->findChild<StepsTable*>(), nullptr)
+        << "a start would wait for a table that nobody sees";
     EXPECT_EQ(child<LinkRow>(*control, "mixerLink")->toolTip(), "Mixer SV0426\n/memory/COM1");
     picture("idle");
 }
