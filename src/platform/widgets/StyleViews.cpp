@@ -8,6 +8,8 @@
 #include <QStyleOption>
 #include <QTime>
 #include <QTimer>
+#include <algorithm>
+#include <vector>
 
 namespace platform {
 
@@ -23,6 +25,28 @@ int arrowOf(const QStyleOptionHeader& option) {
     return option.sortIndicator == QStyleOptionHeader::None ? 0 : arrowRoom;
 }
 
+/// A table measures all its headings again with each column that it gets, and nearly always there are few.
+QSize headingSize(const QWidget& header, const QString& text) {
+    struct Measured {
+        QString text;
+        QFont font;
+        int dotsPerInch;
+        QSize size;
+    };
+    constexpr std::size_t most = 64;
+    static std::vector<Measured> known;
+    const int dotsPerInch = header.logicalDpiY();
+    const auto found = std::find_if(known.cbegin(), known.cend(), [&](const Measured& one) {
+        return one.text == text && one.dotsPerInch == dotsPerInch && one.font == header.font();
+    });
+    if (found != known.cend())
+        return found->size;
+    if (known.size() == most)
+        known.clear();
+    known.push_back({text, header.font(), dotsPerInch, header.fontMetrics().size(0, text)});
+    return known.back().size;
+}
+
 /// The part that wanders from end to end while nobody knows how long it takes.
 QRect busyChunk(const QRect& all) {
     const int width = all.width() / 4;
@@ -33,8 +57,7 @@ QRect busyChunk(const QRect& all) {
 }  // namespace
 
 QSize headerSize(const QStyleOptionHeader& option, const QWidget* widget) {
-    const QFontMetrics metrics = widget ? widget->fontMetrics() : option.fontMetrics;
-    const QSize text = metrics.size(0, option.text);
+    const QSize text = widget ? headingSize(*widget, option.text) : option.fontMetrics.size(0, option.text);
     return {text.width() + 2 * headerMargin(widget) + arrowOf(option), text.height() + 5};
 }
 

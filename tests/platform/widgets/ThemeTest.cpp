@@ -9,9 +9,11 @@
 #include <QDateTimeEdit>
 #include <QDirIterator>
 #include <QFontDatabase>
+#include <QHeaderView>
 #include <QLabel>
 #include <QRegularExpression>
 #include <QSpinBox>
+#include <QTableWidget>
 #include <QTest>
 #include <QTextCharFormat>
 #include <QToolButton>
@@ -117,6 +119,21 @@ TEST_P(BothThemes, AppliesPaletteAndFont) {
     EXPECT_EQ(qApp->palette().color(QPalette::Base), t.surface);
     EXPECT_EQ(qApp->font().families().value(0), "Inter");
     EXPECT_FALSE(qApp->windowIcon().isNull());
+}
+
+TEST_P(BothThemes, HeadingsHaveRoomForTheirTextInWhateverFont) {
+    applyTheme(*qApp, GetParam());
+    QTableWidget table(1, 1);
+    table.setHorizontalHeaderLabels({"Quantity"});
+    QHeaderView& header = *table.horizontalHeader();
+    const QSize small(header.sectionSizeHint(0), header.sizeHint().height());
+    QFont large = header.font();
+    large.setPointSizeF(2 * large.pointSizeF());
+    header.setFont(large);
+    EXPECT_GT(header.sectionSizeHint(0), small.width() * 3 / 2);
+    EXPECT_GT(header.sizeHint().height(), small.height() * 3 / 2);
+    table.setHorizontalHeaderLabels({"Quantity of the batch"});
+    EXPECT_GT(header.sectionSizeHint(0), small.width() * 3);
 }
 
 int inkedPixels(const QPixmap& pixmap, const QColor& ink) {
