@@ -5,6 +5,8 @@
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
 #include "core/KeysLeft.h"
+#include "core/MomentText.h"
+#include "history/OtherBenches.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/Plurals.h"
@@ -38,14 +40,6 @@ QString grouped(std::int64_t number) {
 }
 
 QString with(QString text, const QString& value) { return text.replace(u"%1"_s, value); }
-
-/// The time alone for today, else the day before it.
-QString momentText(const QDateTime& moment) {
-    const QString time = platform::timeOfDay(moment.time());
-    if (moment.date() == platform::today().date())
-        return time;
-    return platform::dateText(QDateTime(moment.date(), QTime(0, 0), Qt::UTC)) + ' '_L1 + time;
-}
 
 bool isOpen(const Context& context) { return context.connection && context.connection->state() == 1; }
 
@@ -156,13 +150,23 @@ HealthLine secondPlaceLine() {
     return line;
 }
 
+/// What it mixes; never for whom.
+QString benchText(const BenchAtWork& bench) {
+    QString text = translated(u"no mix under way"_s);
+    if (bench.mix && bench.formula.isEmpty())
+        text = with(translated(u"mixing since %1"_s), momentText(bench.mix->since));
+    else if (bench.mix)
+        text = with(translated(u"mixing %1 since %2"_s).replace(u"%2"_s, momentText(bench.mix->since)),
+                    bench.formula);
+    return bench.name + u" · "_s + text;
+}
+
 /// Records on a server are nobody's alone.
 HealthLine benchesLine(const platform::Connection& server) {
-    QStringList names;
-    platform::Query bench(server.engine(), u"SELECT bench FROM benches()"_s);
-    while (bench.step())
-        names << bench.value(0, platform::asText).toString();
-    return {translated(u"Benches at work"_s), grouped(names.size()), {}, true, names.join(u" · "_s)};
+    QStringList benches;
+    for (const BenchAtWork& bench : benchesAtWork(server.engine()))
+        benches << benchText(bench);
+    return {translated(u"Benches at work"_s), grouped(benches.size()), {}, true, benches.join(u'\n')};
 }
 
 HealthLine lockLine(const Context& context, const QString& readingOnly) {

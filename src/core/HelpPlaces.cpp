@@ -22,6 +22,7 @@ constexpr HelpPlace helpTable[] = {
     {"RecordListPane", "README.md#finding-a-record"},
     {"searchBox", "README.md#finding-a-record"},
     {"draftStrip", "README.md#text-that-is-not-saved-yet"},
+    {"changeStrip", "server.md#working-together"},
     {"errorStrip", "went-wrong.md#the-strip-below"},
     // windows
     {"frmSearchRS", "README.md#finding-a-record"},

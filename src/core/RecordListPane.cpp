@@ -17,7 +17,6 @@ namespace {
 
 /// About four milliseconds' worth.
 constexpr int pieceRows = 1000;
-constexpr int lookForOthers = 2000;  // milliseconds from one look at a server to the next
 
 }  // namespace
 
@@ -25,8 +24,6 @@ RecordListPane::RecordListPane(const Context& context, platform::RecordList& lis
     : m_context(context), m_list(list) {
     m_pieces.setInterval(0);
     connect(&m_pieces, &QTimer::timeout, this, &RecordListPane::readPiece);
-    connect(&m_others, &QTimer::timeout, this, &RecordListPane::followOthers);
-    m_others.start(lookForOthers);
     connect(&list, &platform::RecordList::chosen, this, &RecordListPane::choose);
     list.setCountText([this](int shown, int all) { return countText(shown, all); });
 }
@@ -80,17 +77,6 @@ void RecordListPane::follow() {
     m_list.setCurrentKey(m_screen->shownKey());
     if (!m_pieces.isActive() && (!m_complete || stateOfFile() != m_state))
         startReading();
-}
-
-// On a server other benches change records as well. One that does not answer is told by what the user does next.
-void RecordListPane::followOthers() {
-    const auto connection = m_context.connection;
-    if (!m_complete || !connection || !connection->isServer())
-        return;
-    try {
-        follow();
-    } catch (const platform::RuntimeError&) {
-    }
 }
 
 void RecordListPane::startReading() {

@@ -30,7 +30,8 @@ public:
     void setShown(bool shown);
     /// Whether a row may be chosen: as long as the record may be changed by a move.
     void setChoosable(bool choosable);
-    /// To be called when something was done: follows the record, and reads again what has changed.
+    /// To be called when something was done, here or by another bench: follows the record, and reads again what has changed.
+    /// Throws as the engine does.
     void follow();
 
 signals:
@@ -38,7 +39,6 @@ signals:
     void chose();
 
 private:
-    void followOthers();
     void startReading();
     void readPiece();
     void finish();
@@ -53,7 +53,6 @@ private:
     ListedTable m_table;
     std::optional<platform::TableReader> m_reader;
     QTimer m_pieces;
-    QTimer m_others;
     std::int64_t m_state = 0;  ///< of the file, when reading began
     bool m_shown = false;
     bool m_complete = false;

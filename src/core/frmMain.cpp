@@ -96,6 +96,7 @@ void frmMain::buildWindow() {
     m_status = new StatusLine(m_context, *statusBar(), *m_news);
     connect(m_status, &StatusLine::keysLeftClicked, this, &frmMain::showHealth);
     connect(m_list, &RecordListPlace::followed, m_status, &StatusLine::follow);
+    watchBenches();
     m_backup->whenCopied([this] {
         m_status->showCopy();
         showKeysLeft();

@@ -5,11 +5,13 @@
 //   frmMain.cpp          the window itself, closing, what the screens call
 //   frmMain_trace.cpp    where something went          frmMain_picture.cpp  the first picture
 //   frmMain_newLot.cpp   deliveries, and what formulas cost since
+//   frmMain_others.cpp   other benches on the same records
 #pragma once
 
 #include "core/ListenerList.h"
 #include "core/Parts.h"
 #include "core/TraceWindow.h"
+#include "history/OtherBenches.h"
 #include "platform/basic/Currency.h"
 #include "platform/widgets/CommandBar.h"
 #include "shared/MainWindow.h"
@@ -24,6 +26,8 @@
 
 namespace sorvanto {
 
+class BenchWatch;
+class ChangeStrip;
 class clsChemical;
 class DailyBackup;
 class DeskWatch;
@@ -34,6 +38,7 @@ struct WindowHealth;
 class News;
 class RecordListPlace;
 class ResumeNext;
+class SharedRecord;
 class StatusLine;
 
 class frmMain : public QMainWindow, public MainWindow {
@@ -135,6 +140,10 @@ private:
     QString shownName() const;
     void showRecord(ScreenNumber number, std::int16_t key);
     void showKeysLeft();
+    void watchBenches();
+    void followOthers();
+    void showChange();
+    SharedRecord* shared() const;
     void editOptions();
 
     RecordScreen& hosted(ScreenNumber number) const;
@@ -174,6 +183,9 @@ private:
     RecordListPlace* m_list = nullptr;
     News* m_news = nullptr;
     StatusLine* m_status = nullptr;
+    BenchWatch* m_others = nullptr;
+    ChangeStrip* m_change = nullptr;
+    HistoryEnds m_followed;  ///< what list and status line show
     QString m_readingOnlyWhy;
 };
 

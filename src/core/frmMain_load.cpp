@@ -3,6 +3,7 @@
 #include "config/LastGoodOptions.h"
 #include "config/clsLanguage.h"
 #include "config/clsOptions.h"
+#include "core/BenchWatch.h"
 #include "core/CopySettings.h"
 #include "core/DatabaseUpdater.h"
 #include "core/DeskWatch.h"
@@ -67,6 +68,8 @@ QLocale localeOf(std::int16_t language) {
 void frmMain::Form_Load(const ShowWindow& show) {
     load(show);
     endOpening();
+    if (!m_ended)
+        QMetaObject::invokeMethod(m_others, &BenchWatch::look, Qt::QueuedConnection);
 }
 
 void frmMain::load(const ShowWindow& show) {

@@ -97,6 +97,10 @@ public:
     void signNow();
     /// Name of the formula of a mix in the journal; empty for one that has none.
     QString nameOf(const protocol::MixId& mix) const;
+    /// Key of its formula; 0 for one that is not stored in the open database.
+    int storedFormulaOf(const protocol::MixId& mix) const;
+    /// Invalid for one that is not in the journal.
+    QDateTime startOf(const protocol::MixId& mix) const;
     /// Says in the panel that the mix being handed over can't be logged: its formula is gone.
     void tellFormulaGone();
     void putAside(const protocol::MixId& mix);

@@ -68,6 +68,16 @@ QString MixSession::nameOf(const MixId& mix) const {
     return entry ? entry->name() : QString();
 }
 
+int MixSession::storedFormulaOf(const MixId& mix) const {
+    const JournalEntry* entry = m_journal.find(mix);
+    return entry && entry->belongsTo(m_account.identity()) ? formulaKey(entry->formula) : 0;
+}
+
+QDateTime MixSession::startOf(const MixId& mix) const {
+    const JournalEntry* entry = m_journal.find(mix);
+    return entry ? entry->started : QDateTime();
+}
+
 bool MixSession::isToBeHandedOver(const MixId& mix) const {
     return std::any_of(m_toHandOver.begin(), m_toHandOver.end(),
                        [&](const HandOver& next) { return next.mix == mix; });

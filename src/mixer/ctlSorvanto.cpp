@@ -74,7 +74,8 @@ std::optional<MixUnderWay> ctlSorvanto::mixUnderWay() const {
                                                           : Course::Unseen;
     const QString name = d->session.nameOf(run.running());
     return MixUnderWay{course, name.isEmpty() ? d->texts(PanelText::Unnamed) : name,
-                       seen ? shortTime(run.status().secondsLeft) : QString()};
+                       seen ? shortTime(run.status().secondsLeft) : QString(),
+                       d->session.storedFormulaOf(run.running()), d->session.startOf(run.running())};
 }
 
 bool ctlSorvanto::hasUnloggedMix() const { return d->session.hasUnlogged(); }

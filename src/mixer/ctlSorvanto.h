@@ -6,6 +6,7 @@
 #include "mixer/protocol/Messages.h"
 #include "platform/xml/XmlDocument.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -27,6 +28,8 @@ struct MixUnderWay {
     Course course = Course::Mixing;
     QString name;
     QString timeLeft;  ///< "03:48"; empty while the mixer can't be seen
+    int formula = 0;   ///< its key; 0 where it is not stored in the open database
+    QDateTime since;
 };
 
 class ctlSorvanto : public QWidget {

@@ -39,6 +39,7 @@ void BrowsingScreen::openIdentifiers() {
     m_identifiers = platform::Recordset::create();
     m_identifiers->open(m_records.statement, openDB(m_context), platform::LockType::ReadOnly);
     keepToColumns(m_context, *this, draftTable());
+    m_setChanges = m_watch.latest() ? m_watch.latest()->changes : 0;
 }
 
 void BrowsingScreen::testEmpty() { m_empty = identifiers().recordCount() == 0; }

@@ -7,6 +7,7 @@
 #include "screens/ControlWalk.h"
 #include "screens/DraftKeeper.h"
 #include "screens/EditMark.h"
+#include "screens/RecordWatch.h"
 #include "screens/ToolStates.h"
 #include "shared/DraftedScreen.h"
 #include "shared/ListedScreen.h"
@@ -37,6 +38,7 @@ struct BrowsedRecords {
 class BrowsingScreen : public RecordScreen,
                        public DraftedScreen,
                        public ListedScreen,
+                       public SharedRecord,
                        public TakesPastValues {
     Q_OBJECT
 
@@ -74,6 +76,11 @@ public:
     /// The record on show as the file has it now, unless it is being changed; the boxes follow with refreshForm.
     void rereadRecord();
     void useValues(const PastValues& past) override;
+
+    void noteOthers(const OthersState& state) override;
+    void followOthers() override;
+    const RecordChange* changeByOthers() const override { return m_watch.change(); }
+    void putChangeAside() override { m_watch.putAside(); }
 
 protected:
     BrowsingScreen(Context& context, BrowsedRecords records, QWidget* parent);
@@ -155,6 +162,8 @@ private:
     void addRecordTools();
     bool moveTo(std::int16_t key);
     bool holds(std::int16_t key);
+    void followSet();
+    void standOn(platform::Recordset& set, std::int64_t key, std::int64_t row) const;
     DraftFit openForDraft(const Draft& draft);
     /// What Cancel is about to throw away; nothing when that is nothing.
     std::shared_ptr<ThrownAway> whatCancelThrowsAway();
@@ -175,6 +184,8 @@ private:
     std::vector<DraftField> m_asAdded;  ///< what the boxes showed of the new record when it was added
     DraftKeeper m_drafts{m_context, *this};
     EditMark m_mark{m_context};
+    RecordWatch m_watch{m_context};
+    std::int64_t m_setChanges = 0;  ///< by others, when the set was opened
 };
 
 }  // namespace sorvanto

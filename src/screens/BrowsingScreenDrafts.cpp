@@ -13,6 +13,7 @@ void BrowsingScreen::refreshForm() {
     m_drafts.refillBegins();
     fillForm();
     m_drafts.refilled(recordOnView());
+    m_watch.watch(draftTable(), recordOnView().key);
 }
 
 void BrowsingScreen::clearForm() {

@@ -3,6 +3,7 @@
 #include "TestProgram.h"
 #include "TestServer.h"
 #include "config/clsOptions.h"
+#include "core/BenchWatch.h"
 #include "core/DatabaseRescue.h"
 #include "core/DatabaseUpdater.h"
 #include "core/Health.h"
@@ -10,7 +11,9 @@
 #include "core/RecordListPane.h"
 #include "db/ServerUpdate.h"
 #include "history/HistorySeal.h"
+#include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/data/Query.h"
 #include "platform/widgets/RecordList.h"
 #include "records/BatchBook.h"
@@ -22,6 +25,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -153,11 +157,56 @@ TEST_F(ServerStartTest, TheHealthPageNamesTheBenchesInPlaceOfALock) {
         EXPECT_NE(line.state, "Can not be read") << line.name.toStdString() << line.detail.toStdString();
         if (line.name == "Benches at work"_L1) {
             EXPECT_EQ(line.state, "2");
-            EXPECT_EQ(line.detail, bench + u" · "_s + bench);
+            EXPECT_EQ(line.detail, bench + u" · no mix under way\n"_s + bench + u" · no mix under way"_s);
         }
     }
     EXPECT_TRUE(names.contains(u"Benches at work"_s)) << names.join(u' ').toStdString();
     EXPECT_FALSE(names.contains(u"Lock of the program"_s));
+}
+
+TEST_F(ServerStartTest, TheHealthPageTellsWhatEachBenchMixes) {
+    OtherBench other;
+    openDB();
+    openDB(other.context)->execute(u"INSERT INTO Formula (frm_Name) VALUES ('Cooling Gel')"_s);
+    const auto key = platform::number(context.connection->engine(), u"SELECT max(FormulaID) FROM Formula"_s);
+    std::optional<BenchMix> mix = BenchMix{static_cast<int>(key), platform::now()};
+    BenchWatch there(other.context, [&] { return mix; });
+    const QString bench = currentWriter().person + u' ' + programVersion();
+    const auto told = [this] {
+        for (const HealthLine& line : healthLines(context, {})) {
+            if (line.name == "Benches at work"_L1)
+                return line.detail;
+        }
+        return QString();
+    };
+    const QString nothing = bench + u" · no mix under way\n"_s + bench;
+    const QString since = platform::timeOfDay(platform::now().time());
+    there.look();
+    there.look();
+    EXPECT_EQ(told(), nothing + u" · mixing Cooling Gel since "_s + since);
+    mix = BenchMix{0, platform::now()};
+    there.look();
+    EXPECT_EQ(told(), nothing + u" · mixing since "_s + since) << "a formula that is not stored";
+    mix.reset();
+    there.look();
+    EXPECT_EQ(told(), nothing + u" · no mix under way"_s);
+}
+
+TEST_F(ServerStartTest, AMixIsToldOverALineThatWasLostMeanwhile) {
+    OtherBench other;
+    openDB();
+    openDB(other.context);
+    BenchWatch there(other.context, [] { return BenchMix{0, platform::now()}; });
+    there.look();
+    support::runOnWholeServer(
+        u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name LIKE '%@%'"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        there.look();
+        const auto benches = benchesAtWork(context.connection->engine());
+        return benches.size() == 2 &&
+               std::count_if(benches.begin(), benches.end(),
+                             [](const BenchAtWork& bench) { return bench.mix.has_value(); }) == 1;
+    }));
 }
 
 TEST_F(ServerStartTest, AMixerOfTheSameNumberAtAnotherBenchIsTold) {
@@ -218,6 +267,8 @@ TEST_F(ServerStartTest, TheRecordListShowsWhatAnotherBenchAdds) {
     PatientScreen screen;
     platform::RecordList list;
     RecordListPane pane(context, list);
+    BenchWatch others(context, [] { return std::nullopt; });
+    QObject::connect(&others, &BenchWatch::looked, &pane, &RecordListPane::follow);
     pane.setScreen(&screen);
     pane.setShown(true);
     const auto rows = [&] { return list.model().rowCount(); };

@@ -1,0 +1,109 @@
+#include "history/OtherBenches.h"
+
+#include "history/HistorySeal.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace sorvanto {
+namespace {
+
+using platform::asText;
+using platform::Query;
+
+constexpr qint64 secondsInMinute = 60;
+
+/// The least number that any row between the two can have, less one; nothing where there is none.
+std::optional<std::int64_t> lowerEnd(const HistoryEnds& before, const HistoryEnds& now) {
+    std::optional<std::int64_t> least;
+    for (auto bench = now.begin(); bench != now.end(); ++bench) {
+        const std::int64_t from = before.value(bench.key());
+        if (bench.value() > from)
+            least = std::min(from, least.value_or(from));
+    }
+    return least;
+}
+
+/// The clock of this computer, as platform::now() shows it, and minutes from 1970 on in UTC.
+std::int64_t minuteOf(const QDateTime& clock) {
+    return QDateTime(clock.date(), clock.time()).toSecsSinceEpoch() / secondsInMinute;
+}
+QDateTime clockAt(std::int64_t minute) {
+    const QDateTime local = QDateTime::fromSecsSinceEpoch(minute * secondsInMinute);
+    return QDateTime(local.date(), local.time(), Qt::UTC);
+}
+
+bool isBetween(const HistoryEntry& entry, const HistoryEnds& before, const HistoryEnds& now) {
+    const QString bench = benchOf(entry.person);
+    return entry.number > before.value(bench) && entry.number <= now.value(bench);
+}
+
+}  // namespace
+
+HistoryEnds lookAround(platform::Engine& server, const std::optional<BenchMix>& mixedHere) {
+    const QString formula = mixedHere ? QString::number(mixedHere->formula) : u"NULL"_s;
+    const QString minute = mixedHere ? QString::number(minuteOf(mixedHere->since)) : u"NULL"_s;
+    Query end(server, u"SELECT bench, number FROM look_around(%1, %2)"_s.arg(formula, minute));
+    HistoryEnds ends;
+    while (end.step())
+        ends[end.value(0, asText).toString()] = end.integer(1);
+    return ends;
+}
+
+QString benchOf(const QString& person) { return person.section(u'@', -1); }
+
+bool haveOthersWritten(platform::Engine& server, const HistoryEnds& before, const HistoryEnds& now) {
+    const QString person = currentWriter().person;
+    const QString here = benchOf(person);
+    for (auto bench = now.begin(); bench != now.end(); ++bench) {
+        if (bench.key() != here && bench.value() > before.value(bench.key()))
+            return true;
+    }
+    if (now.value(here) <= before.value(here))
+        return false;
+    // By this computer, which others may use too.
+    Query others(
+        server, u"SELECT count(*) FROM History WHERE HistoryID > ? AND HistoryID <= ? AND hst_Person <> ?"_s);
+    others.bind(1, qint64{before.value(here)});
+    others.bind(2, qint64{now.value(here)});
+    others.bind(3, person);
+    return others.step() && others.integer(0) > 0;
+}
+
+std::vector<HistoryEntry> writtenByOthers(platform::Engine& server, const QString& table, std::int64_t key,
+                                          const HistoryEnds& before, const HistoryEnds& now) {
+    std::vector<HistoryEntry> entries;
+    const auto end = lowerEnd(before, now);
+    if (!end)
+        return entries;
+    Query row(server,
+              u"SELECT %1 FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? AND HistoryID > ? "
+              "ORDER BY HistoryID DESC"_s.arg(historyColumns()));
+    row.bind(1, table);
+    row.bind(2, linesOf(table));
+    row.bind(3, qint64{key});
+    row.bind(4, qint64{*end});
+    const QString person = currentWriter().person;
+    while (row.step()) {
+        HistoryEntry entry = historyEntry(row);
+        if (entry.person != person && isBetween(entry, before, now))
+            entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+std::vector<BenchAtWork> benchesAtWork(platform::Engine& server) {
+    std::vector<BenchAtWork> benches;
+    Query bench(server,
+                u"SELECT bench, minute, mixes, frm_Name FROM benches() WITH ORDINALITY LEFT JOIN Formula ON "
+                "FormulaID = mixes ORDER BY ordinality"_s);
+    while (bench.step()) {
+        benches.push_back({bench.value(0, asText).toString(), {}, bench.value(3, asText).toString()});
+        if (bench.value(1, asText).isValid())
+            benches.back().mix = {static_cast<int>(bench.integer(2)), clockAt(bench.integer(1))};
+    }
+    return benches;
+}
+
+}  // namespace sorvanto
