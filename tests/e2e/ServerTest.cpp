@@ -4,7 +4,9 @@
 #include "support/TestServer.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QSet>
 #include <array>
 #include <gtest/gtest.h>
@@ -18,13 +20,28 @@ constexpr int mixerSpeed = 200;
 constexpr int longestDesk = 300'000;
 constexpr int batchesOfTheSample = 12, linesOfABatch = 3;
 
+/// Whether a program can be given the name of another computer.
+bool canNameComputers() {
+    static const bool can =
+        QProcess::execute(u"unshare"_s, {u"--map-root-user"_s, u"--uts"_s, u"true"_s}) == 0;
+    return can;
+}
+
 /// A bench with a screen of its own: two windows on one would take the keys from each other.
 class ServerBench : public Bench {
 public:
-    bool layOut(const QString& serial) {
+    /// name: of its computer, as far as one can be given.
+    bool layOut(const QString& serial, const QString& name = {}, int speed = mixerSpeed) {
+        m_name = name;
         QFile options(path(u"options.xml"_s));
-        return m_display.start() && Bench::layOut(mixerSpeed, serial) && options.open(QIODevice::WriteOnly) &&
+        return m_display.start() && Bench::layOut(speed, serial) && options.open(QIODevice::WriteOnly) &&
                options.write(this->options(support::serverAddress()).toUtf8()) > 0;
+    }
+
+    /// Where its pictures lie: SORVANTO_PICTURES keeps them.
+    QString pictures() const {
+        const QString kept = qEnvironmentVariable("SORVANTO_PICTURES");
+        return kept.isEmpty() ? path(u"tour"_s) : QDir(kept).filePath(m_name.isEmpty() ? u"bench"_s : m_name);
     }
 
     void start(const QStringList& arguments) {
@@ -33,7 +50,26 @@ public:
         environment.insert(u"DISPLAY"_s, m_display.name());
         environment.remove(u"WAYLAND_DISPLAY"_s);
         m_tour.setProcessEnvironment(environment);
-        m_tour.start(executable(u"sorvanto-tour"_s), QStringList{folder()} + arguments);
+        QStringList command{executable(u"sorvanto-tour"_s), folder(), u"--pictures"_s, pictures()};
+        if (!m_name.isEmpty() && canNameComputers())
+            command = QStringList{u"unshare"_s, u"--map-root-user"_s,
+                                  u"--uts"_s,   u"sh"_s,
+                                  u"-c"_s,      u"hostname \"$0\"; exec \"$@\""_s,
+                                  m_name} +
+                      command;
+        m_tour.start(command.first(), command.mid(1) + arguments);
+    }
+
+    /// Until it has written that line.
+    bool waitFor(const QString& line) {
+        QElapsedTimer waited;
+        for (waited.start(); !waited.hasExpired(longestDesk) && m_tour.state() != QProcess::NotRunning;) {
+            m_said += QString::fromUtf8(m_tour.readAllStandardOutput());
+            if (m_said.split('\n'_L1).contains(line))
+                return true;
+            m_tour.waitForReadyRead(1000);
+        }
+        return false;
     }
 
     /// The lots of the batches that it made.
@@ -45,12 +81,16 @@ public:
             m_tour.waitForFinished();
         }
         EXPECT_EQ(m_tour.exitCode(), 0) << m_tour.readAllStandardError().toStdString();
-        return QString::fromUtf8(m_tour.readAllStandardOutput()).split('\n'_L1, Qt::SkipEmptyParts);
+        m_said += QString::fromUtf8(m_tour.readAllStandardOutput());
+        QStringList lots = m_said.split('\n'_L1, Qt::SkipEmptyParts);
+        lots.removeAll(u"watching"_s);
+        return lots;
     }
 
 private:
     Display m_display;
     QProcess m_tour;
+    QString m_name, m_said;
 };
 
 class ServerTest : public ::testing::Test {
@@ -100,10 +140,12 @@ TEST_F(ServerTest, TheProgramWorksFromItsStartToASignedBatch) {
 TEST_F(ServerTest, TwoBenchesMakeTenBatchesAtOnceAndNoneIsLostOrDoubled) {
     constexpr int batches = 5;
     std::array<ServerBench, 2> benches;
-    ASSERT_TRUE(benches[0].layOut(u"SV0001"_s));
-    ASSERT_TRUE(benches[1].layOut(u"SV0002"_s));
+    ASSERT_TRUE(benches[0].layOut(u"SV0001"_s, u"bench1"_s));
+    ASSERT_TRUE(benches[1].layOut(u"SV0002"_s, u"bench2"_s));
+    const QString all = QString::number(batchesOfTheSample + 2 * batches);
     for (ServerBench& bench : benches)
-        bench.start({u"--bench"_s, QString::number(batches), u"--description"_s, bench.folder()});
+        bench.start({u"--bench"_s, QString::number(batches), u"--description"_s, bench.folder(),
+                     u"--batches-of-all"_s, all});
     const QStringList lots = benches[0].end() + benches[1].end();
     EXPECT_EQ(lots.size(), 2 * batches);
     EXPECT_EQ(QSet<QString>(lots.begin(), lots.end()).size(), 2 * batches) << lots.join(' ').toStdString();
@@ -118,6 +160,24 @@ TEST_F(ServerTest, TwoBenchesMakeTenBatchesAtOnceAndNoneIsLostOrDoubled) {
         EXPECT_TRUE(hasLoggedAll(bench));
     EXPECT_EQ(count(u"\"History\" WHERE \"hst_Deed\" = 'signed' AND \"hst_Seal\" IS NULL"_s), 0);
     EXPECT_EQ(count(u"\"History\" WHERE \"hst_Deed\" = 'signed'"_s), 2 * batches * (1 + linesOfABatch));
+    for (const ServerBench& bench : benches)
+        EXPECT_EQ(QDir(bench.pictures()).entryList({u"*-log.png"_s}).size(), 1) << "the list of all ten";
+}
+
+TEST_F(ServerTest, ABenchSeesWhatAnotherOneChangesAndMixes) {
+    constexpr int slowMixer = 20;
+    ServerBench watching, mixing;
+    ASSERT_TRUE(watching.layOut(u"SV0001"_s, u"bench3"_s));
+    ASSERT_TRUE(mixing.layOut(u"SV0002"_s, u"bench4"_s, slowMixer));
+    watching.start({u"--bench"_s, u"0"_s, u"--description"_s, u"Of the first bench"_s, u"--watch"_s});
+    ASSERT_TRUE(watching.waitFor(u"watching"_s));
+    sql(u"SET sorvanto.person = 'jt@bench2'; SET sorvanto.program = '1.6'; UPDATE \"Formula\" SET \"frm_Desc\" = "
+        "'Of the second bench' WHERE \"frm_Name\" = 'Hydrocortisone 1% Cream'"_s);
+    mixing.start({u"--bench"_s, u"1"_s, u"--description"_s, u"Of the third bench"_s});
+    watching.end();
+    EXPECT_EQ(mixing.end().size(), 1);
+    for (const char* picture : {"*-changed.png", "*-difference.png", "*-health.png"})
+        EXPECT_EQ(QDir(watching.pictures()).entryList({QString::fromUtf8(picture)}).size(), 1) << picture;
 }
 
 }  // namespace

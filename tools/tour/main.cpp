@@ -50,6 +50,9 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
     QCommandLineOption bench("bench", "Make so many batches on the records of the options.", "BATCHES");
     QCommandLineOption description("description", "What the bench writes into the formula.", "TEXT");
+    QCommandLineOption ofAll("batches-of-all", "How many batches the bench's log lists at the end.", "COUNT");
+    QCommandLineOption watch("watch",
+                             "Then wait for another bench that changes the formula and one that mixes.");
     QCommandLineOption recover("recover", "Log the mix on offer.");
     QCommandLineOption vain("sign-in-vain", "Initials to be refused.", "INITIALS");
     QCommandLineOption second("second-instance", "Expect the start to be refused.");
@@ -60,12 +63,13 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
     for (QCommandLineOption* hidden :
-         {&dark, &language, &stop, &stopped, &manual, &broken, &prefix, &busy, &bench, &description, &recover,
-          &vain, &second, &failing, &printers, &print, &missing, &none, &refusing})
+         {&dark,   &language, &stop,        &stopped, &manual,  &broken,  &prefix,
+          &busy,   &bench,    &description, &ofAll,   &watch,   &recover, &vain,
+          &second, &failing,  &printers,    &print,   &missing, &none,    &refusing})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty,  pictures, dark,     language, stop,        stopped, manual,
-                       broken, prefix,   busy,     bench,    description, recover, vain,
-                       second, failing,  printers, print,    missing,     none,    refusing});
+    parser.addOptions({empty,  pictures, dark,     language,    stop,    stopped, manual,  broken,
+                       prefix, busy,     bench,    description, ofAll,   watch,   recover, vain,
+                       second, failing,  printers, print,       missing, none,    refusing});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -120,7 +124,9 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
     } else if (isSet("busy")) {
         tour::runBusy(folder, parser.value("busy"));
     } else if (isSet("bench")) {
-        tour::runBench(folder, parser.value("description"), parser.value("bench").toInt());
+        tour::runBench(folder, pictures,
+                       {parser.value("description"), parser.value("bench").toInt(),
+                        parser.value("batches-of-all").toInt(), isSet("watch")});
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {
