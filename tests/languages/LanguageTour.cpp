@@ -69,6 +69,7 @@ void LanguageTour::tour() {
     searchLists();
     printing();
     dialogs();
+    otherBenches();
     boxProblems();
     unsaved();
     errorReports();

@@ -43,6 +43,7 @@ private:
     void printing();
     void history();
     void dialogs();
+    void otherBenches();
     void boxProblems();
     void errorReports();
     void unsaved();

@@ -3,12 +3,17 @@
 
 #include "TourSteps.h"
 #include "config/ServerDialog.h"
+#include "core/ChangeStrip.h"
 #include "core/HistoryFileWindow.h"
+#include "platform/basic/Dates.h"
 #include "platform/report/LabelOffsetDialog.h"
 #include "platform/report/PreviewWindow.h"
+#include "platform/widgets/AnswerWait.h"
 #include "platform/widgets/Boxes.h"
 #include "reports/rptRX8160.h"
 #include "screens/PriceWindow.h"
+#include "shared/RecordChange.h"
+#include "shared/Translator.h"
 #include "shared/basMain.h"
 
 #include <QAction>
@@ -170,6 +175,26 @@ void LanguageTour::dialogs() {
     m_asker.showModal(server, {});
     HistoryFileWindow all(context, openDB());
     m_asker.showModal(all, {});
+}
+
+/// What is seen only where the records are on a server.
+void LanguageTour::otherBenches() {
+    click("cmdFormulas");
+    auto& strip = *child<ChangeStrip>(*window, "changeStrip");
+    RecordChange change;
+    change.bench = "compounding-2";
+    change.first = change.last = platform::now().addDays(-1);
+    strip.setChange(&change, true);
+    main("formulas-changed");
+    change.deleted = true;
+    strip.setChange(&change, false);
+    main("formulas-deleted");
+    strip.setChange(nullptr, false);
+    platform::AnswerWait wait([] { return translated("Waiting for the server"); }, [] {});
+    wait.goesOn(1000);
+    if (QWidget* shown = QApplication::activeModalWidget())
+        look(*shown, "waiting");
+    wait.ended();
 }
 
 void LanguageTour::boxProblems() {
