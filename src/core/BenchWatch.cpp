@@ -2,6 +2,7 @@
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
+#include "platform/widgets/AnswerWait.h"
 #include "shared/Context.h"
 
 namespace sorvanto {
@@ -29,6 +30,7 @@ bool BenchWatch::ask() {
         return false;
     if (m_asked.lock() != connection)
         m_state.reset();
+    const platform::AnswerWait::Quietly quietly;
     try {
         const HistoryEnds ends = lookAround(connection->engine(), m_mix());
         const bool news = m_state && haveOthersWritten(connection->engine(), m_state->ends, ends);

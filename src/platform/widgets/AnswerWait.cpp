@@ -11,16 +11,27 @@
 
 namespace platform {
 
+namespace {
+int quietOnes = 0;
+}
+
+AnswerWait::Quietly::Quietly() { ++quietOnes; }
+
+AnswerWait::Quietly::~Quietly() { --quietOnes; }
+
+bool AnswerWait::isPatient() const { return quietOnes == 0; }
+
 AnswerWait::AnswerWait(std::function<QString()> what, std::function<void()> saved)
     : m_what(std::move(what)), m_saved(std::move(saved)) {}
 
 AnswerWait::~AnswerWait() = default;
 
 bool AnswerWait::goesOn(int waited) {
-    if (!m_window && waited < windowlessMilliseconds) {
+    const bool inTime = waited < windowlessMilliseconds;
+    if (!m_window && (inTime || !isPatient())) {
         for (const QEvent::Type picture : {QEvent::LayoutRequest, QEvent::UpdateRequest})
             QCoreApplication::sendPostedEvents(nullptr, picture);
-        return true;
+        return inTime;
     }
     if (!m_window) {
         m_window = workWindow(m_what());

@@ -17,8 +17,19 @@ public:
     AnswerWait(std::function<QString()> what, std::function<void()> saved);
     ~AnswerWait() override;
 
+    /// What is asked while one lives keeps nobody waiting: after a third of a second the wait ends by itself, and no window
+    /// shows it.
+    class Quietly {
+    public:
+        Quietly();
+        ~Quietly();
+        Quietly(const Quietly&) = delete;
+        Quietly& operator=(const Quietly&) = delete;
+    };
+
     /// No timer runs meanwhile and no line is heard, and nothing is clicked but the window of the wait.
     bool goesOn(int waited) override;
+    bool isPatient() const override;
     void ended() override;
     void foundSaved() override;
 

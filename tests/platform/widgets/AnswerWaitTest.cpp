@@ -84,6 +84,21 @@ TEST_F(AnswerWaitTest, ALongWaitShowsItselfAndLetsNoTimerRun) {
     EXPECT_FALSE(window());
 }
 
+TEST_F(AnswerWaitTest, AQuietOneShowsNothingAndEndsByItself) {
+    EXPECT_TRUE(wait.isPatient());
+    {
+        const AnswerWait::Quietly quietly;
+        EXPECT_FALSE(wait.isPatient());
+        EXPECT_TRUE(wait.goesOn(windowlessMilliseconds - 1));
+        EXPECT_FALSE(wait.goesOn(windowlessMilliseconds));
+        EXPECT_FALSE(window());
+        wait.ended();
+    }
+    EXPECT_TRUE(wait.isPatient());
+    untilShown();
+    wait.ended();
+}
+
 TEST_F(AnswerWaitTest, TheUserEndsItByButtonAndByEscape) {
     for (const bool byKey : {false, true}) {
         untilShown();

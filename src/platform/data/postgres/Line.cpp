@@ -39,6 +39,10 @@ void Line::openInBackground() {
         m_opening = std::make_unique<Opening>(m_address, m_limits.openMs);
 }
 
+bool Line::isOpenedInBackground() const {
+    return m_opening && m_opening->waitFor(0) && !m_opening->hasFailed();
+}
+
 bool Line::open() {
     close();
     openInBackground();

@@ -51,6 +51,8 @@ public:
     bool open();
     /// Begins it and returns at once; the next open() takes over.
     void openInBackground();
+    /// Whether that has come to its end, so that open() does not wait.
+    bool isOpenedInBackground() const;
     void close();
     /// Also notices what has happened to it since it was last used.
     bool isOpen();

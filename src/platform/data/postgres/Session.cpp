@@ -112,6 +112,9 @@ bool Session::isStandby() const { return m_line.told("in_hot_standby") == "on"; 
 void Session::refresh(const QString& statement) {
     if (isSpanOpen() || m_line.isOpen())
         return;
+    if (m_waiter && !m_waiter->isPatient() && !m_line.isOpenedInBackground())
+        throw RuntimeError(error::deviceIo, u"The server can't be reached (no line)"_s, u"Database"_s,
+                           statement);
     const QDeadlineTimer until(m_limits.againMs);
     for (int pause = firstPauseMs; !open(); pause = std::min(2 * pause, longestPauseMs)) {
         const bool again = canPass(m_line.refusal().state) && !until.hasExpired() && m_line.pause(pause);

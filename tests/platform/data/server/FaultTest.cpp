@@ -23,11 +23,13 @@ struct Listener : Waiter {
         lastWaited = waited;
         return !turn || turn();
     }
+    bool isPatient() const override { return patient; }
     void ended() override { ++ends; }
     void foundSaved() override { ++saved; }
 
     std::function<bool()> turn;
     int turns = 0, lastWaited = 0, ends = 0, saved = 0;
+    bool patient = true;
 };
 
 class FaultTest : public DataTest {
@@ -246,6 +248,25 @@ TEST_F(FaultTest, ALineThatWasCutWhileNobodyWorkedIsOpenAgainBeforeItIsNeeded) {
 }
 
 // Waiting.
+
+TEST_F(FaultTest, WhoIsNotPatientOpensNoLineAndTakesOneThatIsThere) {
+    session();
+    proxy->cut();
+    listener->patient = false;
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::deviceIo);
+    EXPECT_EQ(proxy->lines(), 1);
+    std::int64_t found = 0;
+    for (int tries = 0; tries < 500 && found == 0; ++tries) {
+        session().lookAfter();
+        try {
+            found = seven();
+        } catch (const RuntimeError&) {
+            QThread::msleep(10);
+        }
+    }
+    EXPECT_EQ(found, 7);
+    EXPECT_EQ(proxy->lines(), 2);
+}
 
 TEST_F(FaultTest, WhoeverKeepsTheWindowsAliveHasTurns) {
     session();
