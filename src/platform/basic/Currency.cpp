@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -32,15 +33,30 @@ std::int64_t counted(Decimal decimal) {
     return static_cast<std::int64_t>(decimal.negative ? 0 - magnitude : magnitude);
 }
 
+/// The amount that the value is so near to that no way of rounding could take another one, which every sum and every
+/// stored amount is: the digits of the others decide, and cost twenty times as much.
+std::optional<std::int64_t> clearlyNearest(double value) {
+    constexpr double mostCertain = 1e11, near = 0.25;
+    const double count = value * 10000;
+    const double nearest = std::nearbyint(count);
+    if (std::abs(count) < mostCertain && std::abs(count - nearest) < near)
+        return static_cast<std::int64_t>(nearest);
+    return std::nullopt;
+}
+
 }  // namespace
 
 Currency Currency::fromDouble(double value) {
+    if (const auto count = clearlyNearest(value))
+        return fromTenThousandths(*count);
     if (std::abs(value) > lastWholeUnit)
         return fromStored(value);
     return fromTenThousandths(counted(Decimal::fromDouble(value)));
 }
 
 Currency Currency::fromStored(double value) {
+    if (const auto count = clearlyNearest(value))
+        return fromTenThousandths(*count);
     // The neighbour of the greatest amount among the floating numbers lies a little above it.
     constexpr auto most = std::numeric_limits<std::int64_t>::max(),
                    least = std::numeric_limits<std::int64_t>::min();

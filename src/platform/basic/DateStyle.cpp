@@ -3,7 +3,10 @@
 
 #include "platform/basic/Text.h"
 
+#include <QVarLengthArray>
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 using namespace Qt::StringLiterals;
 
@@ -47,12 +50,25 @@ QString separatorIn(const QString& pattern, const QString& fields, const QString
     return isMark(trimmed(separator)) ? separator : otherwise;
 }
 
-constexpr qsizetype mostOfDate = 16;  // characters, as a rule
+/// A text that is put together from small pieces; a list has one for each of its rows.
+class Pieces {
+public:
+    void add(QStringView piece) { m_marks.append(piece.utf16(), piece.size()); }
+    void add(int number, int width) {
+        std::array<char, 12> digits{};
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        for (auto missing = width - (end - digits.data()); missing > 0; --missing)
+            m_marks.append(u'0');
+        for (const char* digit = digits.data(); digit != end; ++digit)
+            m_marks.append(static_cast<char16_t>(*digit));
+    }
+    QString text() const {
+        return QString(reinterpret_cast<const QChar*>(m_marks.constData()), m_marks.size());
+    }
 
-QString padded(int number, int width) {
-    const QString digits = QString::number(number);
-    return digits.size() >= width ? digits : digits.rightJustified(width, u'0');
-}
+private:
+    QVarLengthArray<char16_t, 48> m_marks;
+};
 
 }  // namespace
 
@@ -112,33 +128,40 @@ void DateStyle::learnTime(const QString& pattern) {
 QString DateStyle::dateText(QDate date) const {
     int year = 0, month = 0, day = 0;
     date.getDate(&year, &month, &day);
-    QString text;
-    text.reserve(mostOfDate);
+    Pieces text;
     for (qsizetype at = 0; at < m_order.size(); ++at) {
         const QChar field = m_order.at(at);
         if (at > 0)
-            text += m_dateSeparator;
-        text += padded(field == u'd' ? day : field == u'M' ? month : year, m_widths.at(at));
+            text.add(m_dateSeparator);
+        text.add(field == u'd' ? day : field == u'M' ? month : year, m_widths.at(at));
     }
-    return text += m_dateEnd;
+    text.add(m_dateEnd);
+    return text.text();
 }
 
-QString DateStyle::timeText(QTime time) const {
-    return withHalf(hourAndMinute(time) + m_timeSeparator + padded(time.second(), 2), time);
-}
+QString DateStyle::timeText(QTime time) const { return timeOfDay(time, true); }
 
-QString DateStyle::shortTimeText(QTime time) const { return withHalf(hourAndMinute(time), time); }
+QString DateStyle::shortTimeText(QTime time) const { return timeOfDay(time, false); }
 
-QString DateStyle::hourAndMinute(QTime time) const {
-    const int hour = m_halves ? (time.hour() + 11) % 12 + 1 : time.hour();
-    return padded(hour, m_hourWidth) + m_timeSeparator + padded(time.minute(), 2);
-}
-
-QString DateStyle::withHalf(const QString& text, QTime time) const {
-    if (!m_halves)
-        return text;
+QString DateStyle::timeOfDay(QTime time, bool seconds) const {
     const QString& half = time.hour() < 12 ? m_am : m_pm;
-    return m_halfInFront ? half + u' ' + text : text + u' ' + half;
+    Pieces text;
+    if (m_halves && m_halfInFront) {
+        text.add(half);
+        text.add(u" ");
+    }
+    text.add(m_halves ? (time.hour() + 11) % 12 + 1 : time.hour(), m_hourWidth);
+    text.add(m_timeSeparator);
+    text.add(time.minute(), 2);
+    if (seconds) {
+        text.add(m_timeSeparator);
+        text.add(time.second(), 2);
+    }
+    if (m_halves && !m_halfInFront) {
+        text.add(u" ");
+        text.add(half);
+    }
+    return text.text();
 }
 
 bool DateStyle::takeHalf(const QString& word, Scan& scan) const {

@@ -36,8 +36,7 @@ private:
     /// The numbers of a text and what stands between them.
     struct Scan;
 
-    QString hourAndMinute(QTime time) const;
-    QString withHalf(const QString& text, QTime time) const;
+    QString timeOfDay(QTime time, bool seconds) const;
     void learnDate(const QString& pattern);
     void learnTime(const QString& pattern);
     bool takeHalf(const QString& word, Scan& scan) const;

@@ -47,14 +47,37 @@ const DateStyle& currentStyle() {
     return style;
 }
 
+/// Read by hand: parsing by picture would go through the local time zone, in which some hours don't exist.
+template <class Text>
+QDateTime readStored(Text text) {
+    constexpr QStringView pattern = u"0000-00-00 00:00:00";
+    if (text.size() != pattern.size())
+        return {};
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (pattern[i] == u'0' ? c < u'0' || c > u'9' : c != pattern[i])
+            return {};
+    }
+    const auto number = [text](qsizetype start, qsizetype length) {
+        int sum = 0;
+        for (qsizetype i = start; i < start + length; ++i)
+            sum = sum * 10 + (text[i].unicode() - u'0');
+        return sum;
+    };
+    const QDate date(number(0, 4), number(5, 2), number(8, 2));
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
+}
+
 }  // namespace
 
 QDateTime zeroDate() { return QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC); }
 
 double toSerial(const QDateTime& date) {
+    static const QDate zero = zeroDate().date();
     if (!date.isValid())
         throwTypeMismatch();
-    const double days = static_cast<double>(zeroDate().date().daysTo(date.date()));
+    const double days = static_cast<double>(zero.daysTo(date.date()));
     return days + QTime(0, 0).secsTo(date.time()) / secondsADay;
 }
 
@@ -71,13 +94,16 @@ QDateTime fromSerial(double days) {
 QString dateText(const QDateTime& date) {
     if (!date.isValid())
         throwTypeMismatch();
+    static const QDate zero = zeroDate().date();
     const DateStyle& style = currentStyle();
-    const QTime time(date.time().hour(), date.time().minute(), date.time().second());
-    if (date.date() == zeroDate().date())
+    const QDate day = date.date();
+    const QTime exact = date.time();
+    const QTime time(exact.hour(), exact.minute(), exact.second());
+    if (day == zero)
         return style.timeText(time);
     if (time == QTime(0, 0))
-        return style.dateText(date.date());
-    return style.dateText(date.date()) + u' ' + style.timeText(time);
+        return style.dateText(day);
+    return style.dateText(day) + u' ' + style.timeText(time);
 }
 
 QDateTime toDate(const QString& text) {
@@ -106,23 +132,9 @@ QDateTime nullDate(const QVariant& value) {
 
 QString storedDate(const QDateTime& date) { return date.toString(u"yyyy-MM-dd HH:mm:ss"); }
 
-// Read by hand: parsing by picture would go through the local time zone, in which some hours don't exist.
-QDateTime fromStoredDate(const QString& text) {
-    constexpr QStringView pattern = u"0000-00-00 00:00:00";
-    if (text.size() != pattern.size())
-        return {};
-    for (qsizetype i = 0; i < pattern.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (pattern[i] == u'0' ? c < u'0' || c > u'9' : c != pattern[i])
-            return {};
-    }
-    const auto number = [&](qsizetype start, qsizetype length) {
-        return QStringView(text).mid(start, length).toInt();
-    };
-    const QDate date(number(0, 4), number(5, 2), number(8, 2));
-    const QTime time(number(11, 2), number(14, 2), number(17, 2));
-    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
-}
+QDateTime fromStoredDate(const QString& text) { return readStored(QStringView(text)); }
+
+QDateTime fromStoredDate(QLatin1StringView text) { return readStored(text); }
 
 QDateTime Clock::now() const {
     const QDateTime local = QDateTime::currentDateTime();

@@ -38,6 +38,7 @@ QDateTime nullDate(const QVariant& value);
 /// "YYYY-MM-DD HH:MM:SS", the form in the database file, and back (invalid date when it is not that).
 QString storedDate(const QDateTime& date);
 QDateTime fromStoredDate(const QString& text);
+QDateTime fromStoredDate(QLatin1StringView text);
 
 /// Where "now" comes from; tests put a fixed clock in its place.
 class Clock {

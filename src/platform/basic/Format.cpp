@@ -11,36 +11,54 @@
 #include "platform/basic/Values.h"
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 namespace {
 
-QString formatDecimal(const Decimal& value, const QString& picture) {
-    const QStringList sections = picture.split(u';');
-    const NumberPicture positive(sections.at(0));
-    if (!value.negative)
-        return positive.hasPlaces() ? positive.magnitude(value) : positive.prefix();
-    const QString& second = sections.value(1);
-    if (second.isEmpty()) {
-        if (!positive.hasPlaces())
-            return positive.prefix();
-        const QString text = positive.magnitude(value);
-        return positive.roundsToZero(value) ? text : u'-' + text;
+/// A picture taken apart.
+struct Sections {
+    QString picture;
+    NumberPicture positive{QString()};
+    std::optional<NumberPicture> negative;  ///< nothing: the positive one with a sign
+};
+
+/// The last one is kept: lists show column after column by the same.
+const Sections& sectionsOf(const QString& picture) {
+    thread_local Sections last;
+    if (last.picture != picture) {
+        const QStringList sections = picture.split(u';');
+        const QString second = sections.value(1);
+        last = {picture, NumberPicture(sections.at(0)),
+                second.isEmpty() ? std::nullopt : std::optional<NumberPicture>(second)};
     }
-    const NumberPicture negative(second);
-    return negative.hasPlaces() ? negative.magnitude(value) : negative.prefix();
+    return last;
+}
+
+template <class Number>
+QString formatNumber(const Number& value, bool isNegative, const QString& picture) {
+    const Sections& sections = sectionsOf(picture);
+    const NumberPicture& positive = sections.positive;
+    const NumberPicture& chosen = isNegative && sections.negative ? *sections.negative : positive;
+    if (!chosen.hasPlaces())
+        return chosen.prefix();
+    const QString text = chosen.magnitude(value);
+    return isNegative && !sections.negative && !positive.roundsToZero(value) ? u'-' + text : text;
 }
 
 }  // namespace
 
+QString textInFront(const QString& picture) { return sectionsOf(picture).positive.prefix(); }
+
 QString format(double value, const QString& picture) {
-    return formatDecimal(Decimal::fromDouble(value), picture);
+    const Decimal decimal = Decimal::fromDouble(value);
+    return formatNumber(decimal, decimal.negative, picture);
 }
 
 QString format(Currency value, const QString& picture) {
-    return formatDecimal(*Decimal::fromText(value.toText().toLatin1()), picture);
+    return formatNumber(value, value < Currency(), picture);
 }
 
 QString format(const QString& text, const QString& picture) {

@@ -17,6 +17,8 @@ namespace platform {
 /// digit places is literal, points and commas included ("Fr. ###,##0.00"). Throws overflow for infinity.
 QString format(double value, const QString& picture);
 QString format(Currency value, const QString& picture);
+/// What a picture writes in front of a number, such as its currency.
+QString textInFront(const QString& picture);
 /// Text is formatted when the whole of it is a number, else it comes back as it is. NULL uses the third
 /// section or gives an empty text.
 QString format(const QVariant& value, const QString& picture);

@@ -1,10 +1,13 @@
 // One section of a number picture taken apart: text in front, digit places, text behind.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+#include <cstdint>
 
 namespace platform {
 
+class Currency;
 struct Decimal;
 
 class NumberPicture {
@@ -19,11 +22,16 @@ public:
     const QString& prefix() const { return m_prefix; }
     /// The number in this picture without its sign.
     QString magnitude(Decimal value) const;
+    QString magnitude(Currency value) const;
     /// Whether nothing of the value is left behind the rounding.
     bool roundsToZero(Decimal value) const;
+    bool roundsToZero(Currency value) const;
 
 private:
     void readPlaces(const QString& places);
+    /// Digits before the point, none of nothing, and so many behind it as there are places.
+    QString assembled(QByteArray whole, QByteArray fraction) const;
+    std::uint64_t rounded(Currency value) const;
 
     QString m_prefix;
     QString m_suffix;

@@ -98,6 +98,9 @@ std::int32_t toInt32(const QVariant& value) { return toInt32(toDouble(value)); }
 QString numberText(double value) {
     constexpr int firstExponentUp = 15;    // 1E+15
     constexpr int lastFixedExponent = -4;  // 0.0001
+    constexpr double mostPlain = 1e14;     // whole numbers below it are written as they are
+    if (std::abs(value) < mostPlain && value == std::trunc(value))
+        return QString::number(static_cast<qint64>(value));
     const Decimal decimal = Decimal::fromDouble(value);
     const int exponent = decimal.isZero() ? 0 : decimal.point - 1;
     if (exponent >= lastFixedExponent && exponent < firstExponentUp) {

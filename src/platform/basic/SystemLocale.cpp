@@ -12,8 +12,9 @@ std::optional<QLocale>& chosenLocale() {
 }  // namespace
 
 QLocale systemLocale() {
-    const QLocale locale = chosenLocale().value_or(QLocale::system());
-    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
+    static const QLocale other(QLocale::English, QLocale::UnitedStates);
+    const QLocale locale = chosenLocale() ? *chosenLocale() : QLocale::system();
+    return locale.language() == QLocale::C ? other : locale;
 }
 
 void setSystemLocale(const std::optional<QLocale>& locale) { chosenLocale() = locale; }

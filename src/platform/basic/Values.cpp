@@ -5,6 +5,9 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 
+#include <limits>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace platform {
@@ -48,8 +51,31 @@ QString nullText(const QVariant& value) { return value.isValid() ? valueText(val
 
 QString zeroText(const QVariant& value) { return u'0' + nullText(value); }
 
-std::int16_t nullInt16(const QVariant& value) { return toInt16(readableNumber(value)); }
-std::int32_t nullInt32(const QVariant& value) { return toInt32(readableNumber(value)); }
+namespace {
+
+/// Most numbers are read without their text: whole ones to which the digit in front does nothing.
+template <class Integer>
+std::optional<Integer> plainNumber(const QVariant& value) {
+    if (value.typeId() != QMetaType::LongLong)
+        return std::nullopt;
+    const qint64 number = *static_cast<const qint64*>(value.constData());
+    return number >= 0 && number <= std::numeric_limits<Integer>::max()
+               ? std::optional(static_cast<Integer>(number))
+               : std::nullopt;
+}
+
+}  // namespace
+
+std::int16_t nullInt16(const QVariant& value) {
+    const auto plain = plainNumber<std::int16_t>(value);
+    return plain ? *plain : toInt16(readableNumber(value));
+}
+
+std::int32_t nullInt32(const QVariant& value) {
+    const auto plain = plainNumber<std::int32_t>(value);
+    return plain ? *plain : toInt32(readableNumber(value));
+}
+
 Currency nullCurrency(const QVariant& value) {
     // The text of a number has 15 digits, which may lie beyond the greatest amount where the number does not.
     if (value.typeId() == QMetaType::Double && value.toDouble() >= 0)

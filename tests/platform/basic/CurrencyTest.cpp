@@ -46,6 +46,21 @@ TEST(Currency, FromDoubleTakesATieToEven) {
         EXPECT_EQ(Currency::fromDouble(row.value).tenThousandths(), row.count) << row.value;
 }
 
+TEST(Currency, ANumberNearAnAmountReadsAsItsDigitsDo) {
+    std::mt19937 random(7);
+    std::uniform_int_distribution<std::int64_t> counts(-200'000'000'000, 200'000'000'000);
+    const double parts[] = {0, 0.01, 0.2, 0.2499, 0.25, 0.2501, 0.49, 0.499999, 0.5, 0.500001, 0.75, 0.99};
+    for (int i = 0; i < 5'000; ++i) {
+        for (const double part : parts) {
+            const double value = (static_cast<double>(counts(random)) + part) / 10000;
+            ASSERT_EQ(Currency::fromDouble(value), Currency::fromText(QString::number(value, 'e', 14)))
+                << value;
+            ASSERT_EQ(Currency::fromStored(value), Currency::fromText(QString::number(value, 'f', 6)))
+                << value;
+        }
+    }
+}
+
 TEST(Currency, FromTextIsExact) {
     struct Row {
         const char* text;

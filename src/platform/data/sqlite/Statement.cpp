@@ -140,11 +140,13 @@ QVariant Statement::value(int column, const ColumnType& type) const {
         return {};
     if (storage == SQLITE_TEXT || storage == SQLITE_BLOB || type.isText()) {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-        const QString text = QString::fromUtf8(bytes, sqlite3_column_bytes(m_statement, column));
-        if (type.kind != FieldKind::Date)
-            return text;
-        const QDateTime date = fromStoredDate(text);
-        return date.isValid() ? QVariant(date) : QVariant(text);
+        const int size = sqlite3_column_bytes(m_statement, column);
+        if (type.kind == FieldKind::Date) {
+            const QDateTime date = fromStoredDate(QLatin1StringView(bytes, size));
+            if (date.isValid())
+                return date;
+        }
+        return QString::fromUtf8(bytes, size);
     }
     const double number = sqlite3_column_double(m_statement, column);
     switch (type.kind) {
