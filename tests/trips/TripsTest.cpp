@@ -57,6 +57,18 @@ TEST_F(TripsTest, ASearch) {
     EXPECT_LE(trips("search of the log, with the rows that are seen", list), 8);
 }
 
+TEST_F(TripsTest, AReportReadsItsRowsInEverLargerPieces) {
+    connect();
+    const auto all = [] {
+        const auto found = platform::Recordset::create();
+        found->open(u"SELECT [log_Lot],[log_Name] FROM [Log]"_s, basMain::gConnection);
+        ASSERT_GT(found->recordCount(), 250);
+        for (; !found->eof(); found->moveNext())
+            EXPECT_TRUE(found->value(0).isValid());
+    };
+    EXPECT_LE(trips("all rows of a list of 300", all), 8);
+}
+
 TEST_F(TripsTest, ASave) {
     connect();
     const auto formula = clsFormula().openFormula(2, QString());

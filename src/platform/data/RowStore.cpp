@@ -13,8 +13,9 @@ namespace {
 
 /// Enough for the rows that a grid shows at once.
 constexpr std::size_t keptRows = 128;
-/// Who reads one row after the other gets that many at a time: the way there costs more than a row.
-constexpr std::int64_t rowsAhead = 32;
+/// Who reads one row after the other gets that many at a time, twice as many each time: the way there costs more than a
+/// row, and over a line as much as a thousand.
+constexpr std::int64_t rowsAhead = 32, mostAhead = 512;
 
 }  // namespace
 
@@ -43,7 +44,7 @@ void MemoryRows::added(const Row& values, std::int64_t) { append(values); }
 KeysetRows::KeysetRows(ConnectionPtr connection, std::unique_ptr<KeyedSelect> select, RowKeys keys,
                        QString statement)
     : m_connection(std::move(connection)), m_select(std::move(select)), m_text(std::move(statement)),
-      m_keys(std::move(keys)), m_kept(keptRows), m_keyField(keyField()) {}
+      m_keys(std::move(keys)), m_kept(keptRows), m_ahead(rowsAhead), m_keyField(keyField()) {}
 
 /// The field that is the row id itself, so that it is known without a look at the file; -1 when none is.
 int KeysetRows::keyField() const {
@@ -59,19 +60,34 @@ int KeysetRows::keyField() const {
 std::int64_t KeysetRows::count() const { return m_keys.count(); }
 
 KeysetRows::Kept& KeysetRows::place(std::int64_t row) {
-    return m_kept[static_cast<std::size_t>(row) % keptRows];
+    return m_kept[static_cast<std::size_t>(row) % m_kept.size()];
 }
 
 const RowStore::Row& KeysetRows::read(std::int64_t row) {
-    const Kept& kept = place(row);
-    if (kept.id == m_keys.at(row) && !kept.values.empty())
+    if (const Kept& kept = place(row); kept.id == m_keys.at(row) && !kept.values.empty())
         return kept.values;
     if (m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_text);
-    fetch(row, row == m_lastFetched + 1 ? rowsAhead : 1);
-    if (kept.values.empty())
+    fetch(row, ahead(row));
+    const Row& values = place(row).values;
+    if (values.empty())
         throw RuntimeError(error::noCurrentRecord, u"The record has been deleted"_s, u"Database"_s, m_text);
-    return kept.values;
+    return values;
+}
+
+/// How many rows are read from this one on. There is room for them, and no more than usual where the reading jumps.
+std::int64_t KeysetRows::ahead(std::int64_t row) {
+    if (row != m_lastFetched + 1) {
+        m_ahead = rowsAhead;
+        if (m_kept.size() > keptRows)
+            m_kept = std::vector<Kept>(keptRows);
+        return 1;
+    }
+    const std::int64_t count = m_ahead;
+    m_ahead = std::min(m_ahead * 2, mostAhead);
+    if (m_kept.size() < static_cast<std::size_t>(count))
+        m_kept.resize(static_cast<std::size_t>(count));
+    return count;
 }
 
 /// Of a row that is gone nothing is kept.

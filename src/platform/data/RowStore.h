@@ -65,6 +65,7 @@ private:
     };
     Kept& place(std::int64_t row);
     const Row& read(std::int64_t row);
+    std::int64_t ahead(std::int64_t row);
     void fetch(std::int64_t row, std::int64_t count);
     int keyField() const;
 
@@ -74,6 +75,7 @@ private:
     RowKeys m_keys;
     std::vector<Kept> m_kept;
     std::int64_t m_lastFetched = -2;
+    std::int64_t m_ahead;  ///< rows that the next reading in a row gets
     int m_keyField;
 };
 

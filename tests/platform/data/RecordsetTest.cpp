@@ -229,6 +229,21 @@ TEST_F(RecordsetByKey, ARowDeletedByAnotherProgramIsTold) {
     EXPECT_EQ(logs->valueAt(4, 1).toString(), "SV260005");
 }
 
+TEST_F(RecordsetByKey, AWalkOverManyRowsWithLooksAsideSeesEachAsItIs) {
+    for (int i = 7; i <= 1'500; ++i)
+        connection->execute(u"INSERT INTO Patient ( [pat_LName] ) VALUES ('Name %1')"_s.arg(i));
+    connection->execute(u"DELETE FROM Patient WHERE PatientID = 700"_s);
+    const RecordsetPtr patients = rows(u"SELECT pat_LName FROM Patient WHERE PatientID > 6"_s);
+    const auto name = [](std::int64_t row) { return u"Name %1"_s.arg(row + (row < 693 ? 7 : 8)); };
+    ASSERT_EQ(patients->recordCount(), 1'493);
+    for (; !patients->eof(); patients->moveNext()) {
+        const std::int64_t row = patients->position();
+        ASSERT_EQ(patients->value(0).toString(), name(row));
+        if (row % 100 == 99)
+            ASSERT_EQ(patients->valueAt(row / 2, 0).toString(), name(row / 2));
+    }
+}
+
 TEST_F(RecordsetByKey, WalkingReadsAheadWithoutALockAndPastADeletedRow) {
     const RecordsetPtr logs = rows(u"SELECT LogID, log_Lot FROM Log"_s);
     elsewhere(u"DELETE FROM RXs; DELETE FROM Log WHERE LogID = 4"_s);

@@ -23,12 +23,17 @@ public:
 
 private:
     std::optional<RowKeys> keysWithoutGap() const;
+    std::optional<std::vector<Row>> rowsBetween(std::int64_t first, std::int64_t last);
 
     sqlite3* m_database;
+    Guard& m_guard;
     QString m_table;  ///< all of whose rows are asked for; else empty
     QString m_statement;
     std::unique_ptr<Statement> m_keys;
     std::unique_ptr<Statement> m_row;
+    QString m_betweenSql;
+    std::unique_ptr<Statement>
+        m_between;  ///< rows of keys that follow one another; made when first asked for
     FieldList m_fields;
 };
 
