@@ -100,6 +100,7 @@ void rptLogReport::openBatches() {
                       QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(range().begin) +
                       u"# AND Log.log_Date <= #"_s + boundText(range().end) + u"#;"_s,
                   openDB(m_context), platform::LockType::ReadOnly);
+    m_jarField = batches->fieldIndex(u"log_JarSize"_s);
     setRowsOrNone(batches);
 }
 
@@ -133,7 +134,7 @@ void rptLogReport::pageHeaderFormat() {
 
 void rptLogReport::detailFormat() {
     guarded(u"rptLogReport:Detail_Format"_s, [&] {
-        const std::int16_t jar = platform::nullInt16(platform::deref(rows()).value(u"log_JarSize"_s));
+        const std::int16_t jar = platform::nullInt16(platform::deref(rows()).value(m_jarField));
         setText(u"txtlog_JarSize"_s, tableEntry(m_context.jarSizes, jar));
     });
 }

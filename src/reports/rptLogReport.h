@@ -25,6 +25,7 @@ private:
     void openBatches();
 
     std::int16_t m_formulaID = 0;
+    int m_jarField = 0;  ///< place of the jar's size in the rows
 };
 
 }  // namespace sorvanto

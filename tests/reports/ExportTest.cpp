@@ -3,6 +3,7 @@
 #include "ReportTest.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/report/SheetPlan.h"
+#include "platform/report/SpreadsheetExport.h"
 #include "platform/report/Tools.h"
 #include "reports/ReportFlow.h"
 #include "shared/basMain.h"
@@ -173,6 +174,16 @@ TEST_F(ExportTest, NumbersAmountsAndDatesReadAsOnPaper) {
         folder.write("texts.txt", texts.join(QChar(1)).toUtf8());
         EXPECT_EQ(str(tools::output("/usr/bin/python3", {"-c", shownAlike, folder.path(), stem}).trimmed()),
                   "values " + std::to_string(values))
+            << stem;
+    }
+}
+
+TEST_F(ExportTest, WhatIsWrittenWithoutPagesIsWhatPagesWouldGive) {
+    sql("UPDATE Formula SET frm_Instructions = printf('%.3000c', 'x y') WHERE FormulaID = 1;"
+        "UPDATE Chemical SET chm_Name = printf('%.200c', 'w') WHERE ChemicalID = 1;");
+    for (const char* stem : {"Worksheet", "FormulaLog", "LogReport", "JarUsage", "Chemicals", "RXReport"}) {
+        runReport(reportOf(stem), true, u"\\%1.xls"_s.arg(stem));
+        EXPECT_TRUE(folder.read(u"%1.xls"_s.arg(stem)) == spreadsheet(finished(reportOf(stem))->document()))
             << stem;
     }
 }

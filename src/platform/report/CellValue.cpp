@@ -4,6 +4,7 @@
 #include "platform/basic/Currency.h"
 #include "platform/basic/Dates.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -45,6 +46,9 @@ std::optional<double> cellNumber(const QVariant& value) {
 }
 
 QString cellText(QString text) {
+    const auto changes = [](QChar c) { return c == '\r'_L1 || c == '\n'_L1 || c == '\t'_L1; };
+    if (std::none_of(text.cbegin(), text.cend(), changes))
+        return text;
     text.replace(u"\r\n"_s, u"\n"_s);
     text.replace('\r'_L1, '\n'_L1);
     while (text.endsWith('\n'_L1))

@@ -16,8 +16,8 @@ namespace {
 constexpr std::size_t mostPages = 65'535;
 }  // namespace
 
-PageMaker::PageMaker(Report& report, PageDocument& document, TextMeasure& measure)
-    : m_report(report), m_document(document), m_measure(measure) {}
+PageMaker::PageMaker(Report& report, PageDocument& document, TextMeasure& measure, PageUse use)
+    : m_report(report), m_document(document), m_measure(measure), m_use(use) {}
 
 PageMaker::~PageMaker() { end(); }
 
@@ -49,7 +49,7 @@ void PageMaker::startRun() {
     m_document.caption = m_report.caption;
     m_document.fileName = m_report.fileName;
     m_stage = Stage::ReportHeader;
-    m_writer.emplace(m_report.definition(), m_document, m_measure);
+    m_writer.emplace(m_report.definition(), m_document, m_measure, m_use);
     for (const SectionKind kind : {SectionKind::GroupFooter, SectionKind::ReportFooter}) {
         Section* footer = m_report.section(kind);
         const auto isBound = [](const Control& control) { return !control.column.isEmpty(); };

@@ -13,7 +13,7 @@ namespace platform {
 class PageMaker {
 public:
     /// The report, the document and the measure outlive the maker.
-    PageMaker(Report& report, PageDocument& document, TextMeasure& measure);
+    PageMaker(Report& report, PageDocument& document, TextMeasure& measure, PageUse use = PageUse::Shown);
     /// Runs the terminate event if the run has not come to its end.
     ~PageMaker();
 
@@ -46,6 +46,7 @@ private:
     Report& m_report;
     PageDocument& m_document;
     TextMeasure& m_measure;
+    PageUse m_use;
     std::optional<PageWriter> m_writer;   ///< from the first page on
     std::optional<GrownSection> m_grown;  ///< what is left of a section that goes on over pages
     Section* m_grownSection = nullptr;

@@ -17,20 +17,27 @@ constexpr int footnoteHeight = 180;  // stands in the margin below the page
 constexpr double footnotePoints = 7;
 }  // namespace
 
-PageWriter::PageWriter(const ReportDefinition& definition, PageDocument& document, TextMeasure& measure)
-    : m_definition(definition), m_document(document), m_fitting(measure) {
-    for (const Section& section : definition.sections)
+PageWriter::PageWriter(const ReportDefinition& definition, PageDocument& document, TextMeasure& measure,
+                       PageUse use)
+    : m_definition(definition), m_document(document), m_fitting(measure), m_use(use) {
+    for (const Section& section : definition.sections) {
         m_clear.push_back(clearances(section));
+        m_styles.emplace_back(section.controls.size(), -1);
+    }
 }
 
 void PageWriter::startPage() {
     m_page = {};
+    m_page.items.reserve(m_lastItems);
+    m_page.runs.reserve(m_lastRuns);
     m_footnote = false;
 }
 
 Page PageWriter::finishedPage() {
     if (m_footnote)
         addFootnote();
+    m_lastItems = m_page.items.size();
+    m_lastRuns = m_page.runs.size();
     m_page.items.shrink_to_fit();
     m_page.runs.shrink_to_fit();
     return std::exchange(m_page, {});
@@ -81,7 +88,7 @@ void PageWriter::addPiece(const Section& section, const GrownSection::Piece& pie
     const int x = m_definition.margins.left + control.left;
     if (!piece.grown)
         return addItem(section, piece.control, x, y);
-    PageItem item = itemOf(control, piece.control, x, y);
+    PageItem item = itemOf(control, piece.control, styleOf(section, piece.control), x, y);
     item.height = std::max(piece.height, piece.continued ? 0 : control.height);
     if (piece.continued)
         item.text.clear();  // the text is said once, where it begins
@@ -102,13 +109,22 @@ void PageWriter::leaveLabelOut(const PageBand& band) {
     }
 }
 
-PageItem PageWriter::itemOf(const Control& control, std::size_t index, int x, int y) {
+/// Looked for once: a control keeps its style.
+std::uint16_t PageWriter::styleOf(const Section& section, std::size_t index) {
+    int& known = m_styles[indexOf(section)][index];
+    if (known < 0)
+        known = m_document.styleIndex(section.controls[index].style);
+    return static_cast<std::uint16_t>(known);
+}
+
+PageItem PageWriter::itemOf(const Control& control, std::size_t index, std::uint16_t style, int x,
+                            int y) const {
     PageItem item;
     item.kind = control.isText()                    ? ItemKind::Text
                 : control.kind == ControlKind::Line ? ItemKind::Line
                 : control.kind == ControlKind::Box  ? ItemKind::Box
                                                     : ItemKind::BarCode;
-    item.style = item.drawn = m_document.styleIndex(control.style);
+    item.style = item.drawn = style;
     item.control = static_cast<std::uint16_t>(index);
     item.x = x;
     item.y = y;
@@ -120,7 +136,7 @@ PageItem PageWriter::itemOf(const Control& control, std::size_t index, int x, in
 
 void PageWriter::addItem(const Section& section, std::size_t index, int x, int y) {
     const Control& control = section.controls[index];
-    PageItem item = itemOf(control, index, x, y);
+    PageItem item = itemOf(control, index, styleOf(section, index), x, y);
     if (item.kind == ItemKind::Text) {
         addText(control, item, m_clear[indexOf(section)][index]);
     } else if (item.kind == ItemKind::BarCode && !control.text.isEmpty() &&
@@ -136,6 +152,8 @@ void PageWriter::addText(const Control& control, PageItem& item, int clear) {
         item.value = static_cast<std::int32_t>(m_page.values.size());
         m_page.values.push_back({control.value, control.format});
     }
+    if (m_use == PageUse::CellsOnly)
+        return;
     item.firstRun = static_cast<std::uint32_t>(m_page.runs.size());
     const Fitted fitted = m_fitting.fit(control, item.x, item.y, clear, m_page.runs);
     item.runCount = static_cast<std::uint32_t>(m_page.runs.size()) - item.firstRun;
@@ -156,8 +174,8 @@ void PageWriter::addFootnote() {
     Control note = label(u"footnote"_s, 0, 0, m_definition.printableWidth(), footnoteHeight,
                          reportText("#### stands for a value that has no room in its place."))
                        .font(m_definition.font.family, footnotePoints);
-    PageItem item =
-        itemOf(note, 0, m_definition.margins.left, m_definition.paperHeight - m_definition.margins.bottom);
+    PageItem item = itemOf(note, 0, m_document.styleIndex(note.style), m_definition.margins.left,
+                           m_definition.paperHeight - m_definition.margins.bottom);
     addText(note, item, 0);
     m_page.items.push_back(std::move(item));
 }

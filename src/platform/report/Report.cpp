@@ -5,7 +5,6 @@
 
 #include "platform/basic/Format.h"
 #include "platform/basic/LocalMarks.h"
-#include "platform/basic/NumberPicture.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 
@@ -22,7 +21,7 @@ bool isNumber(const QVariant& value) {
 
 /// The marks of a currency in front of the digits ("Fr.") are none of the number's.
 QString withSystemMarks(const QString& formatted, const QString& picture) {
-    const QString currency = NumberPicture(picture.section(';'_L1, 0, 0)).prefix();
+    const QString currency = textInFront(picture);
     const qsizetype digits = currency.isEmpty() ? 0 : formatted.indexOf(currency) + currency.size();
     return formatted.left(digits) + shownNumber(formatted.mid(digits));
 }

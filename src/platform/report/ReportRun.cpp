@@ -3,11 +3,13 @@
 
 #include "platform/basic/RuntimeError.h"
 
+#include <utility>
+
 namespace platform {
 
-ReportRun::ReportRun(std::unique_ptr<Report> report, std::unique_ptr<TextMeasure> measure)
+ReportRun::ReportRun(std::unique_ptr<Report> report, std::unique_ptr<TextMeasure> measure, PageUse use)
     : m_report(std::move(report)), m_measure(measure ? std::move(measure) : fontMeasure()),
-      m_maker(deref(m_report), m_document, *m_measure) {}
+      m_maker(deref(m_report), m_document, *m_measure, use) {}
 
 ReportRun::~ReportRun() = default;
 
@@ -32,6 +34,8 @@ bool ReportRun::makeAll(const std::function<bool(double)>& go) {
     }
     return true;
 }
+
+Page ReportRun::takePage() { return std::exchange(m_document.pages.back(), {}); }
 
 void ReportRun::cancel() {
     if (m_over)

@@ -11,7 +11,8 @@ namespace platform {
 class ReportRun {
 public:
     /// Takes the report over. A null measure stands for the fonts of the system.
-    explicit ReportRun(std::unique_ptr<Report> report, std::unique_ptr<TextMeasure> measure = nullptr);
+    explicit ReportRun(std::unique_ptr<Report> report, std::unique_ptr<TextMeasure> measure = nullptr,
+                       PageUse use = PageUse::Shown);
     ~ReportRun();
 
     /// Makes the next page; false when the report is over. An error of an event is thrown once; the pages
@@ -28,6 +29,8 @@ public:
     double progress() const;
     const Report& report() const { return *m_report; }
     const PageDocument& document() const { return m_document; }
+    /// The last page made leaves the document, which keeps its place.
+    Page takePage();
     /// The pages made so far leave the document; only at the end of a run that nobody looks at any more.
     std::vector<Page> takePages() { return std::move(m_document.pages); }
 

@@ -83,7 +83,10 @@ private:
     }
 
     static bool sameFont(const TextStyle& a, const TextStyle& b) {
-        return a.points == b.points && a.bold == b.bold && a.italic == b.italic && a.family == b.family;
+        const bool oneText =
+            a.family.constData() == b.family.constData();  // as a style and its copies have it
+        return a.points == b.points && a.bold == b.bold && a.italic == b.italic &&
+               (oneText || a.family == b.family);
     }
 
     std::vector<std::unique_ptr<MeasuredFont>> m_fonts;

@@ -5,9 +5,12 @@
 #include <QByteArray>
 #include <QString>
 #include <QtEndian>
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <string>
 
 namespace platform::xls {
 
@@ -62,10 +65,28 @@ void put(QByteArray& bytes, Number number) {
 inline void put8(QByteArray& bytes, int number) { put(bytes, static_cast<std::uint8_t>(number)); }
 inline void put16(QByteArray& bytes, int number) { put(bytes, static_cast<std::uint16_t>(number)); }
 inline void put32(QByteArray& bytes, std::uint32_t number) { put(bytes, number); }
-inline void putDouble(QByteArray& bytes, double number) {
+inline std::uint64_t bitsOf(double number) {
     std::uint64_t bits;
     std::memcpy(&bits, &number, sizeof bits);
-    put(bytes, bits);
+    return bits;
+}
+inline void putDouble(QByteArray& bytes, double number) { put(bytes, bitsOf(number)); }
+
+/// A record of a few numbers that are put together beforehand, without a text of bytes in between.
+template <class... Numbers>
+void plainRecord(std::string& out, Id id, Numbers... numbers) {
+    constexpr std::size_t size = (sizeof(Numbers) + ...);
+    std::array<char, 4 + size> bytes;
+    char* place = bytes.data();
+    const auto add = [&place](auto number) {
+        const auto little = qToLittleEndian(number);
+        std::memcpy(place, &little, sizeof little);
+        place += sizeof little;
+    };
+    add(static_cast<std::uint16_t>(id));
+    add(static_cast<std::uint16_t>(size));
+    (add(numbers), ...);
+    out.append(bytes.data(), bytes.size());
 }
 
 inline void record(QByteArray& out, Id id, const QByteArray& data) {
@@ -100,15 +121,16 @@ inline bool narrow(const QString& text) {
     return true;
 }
 
-/// The characters alone, in one or two bytes each.
-inline QByteArray characters(const QString& text, bool oneByte) {
-    if (oneByte)
-        return text.toLatin1();
-    QByteArray bytes;
-    bytes.reserve(text.size() * 2);
-    for (const QChar character : text)
-        put(bytes, character.unicode());
-    return bytes;
+/// Adds characters alone, in one or two bytes each.
+inline void putCharacters(QByteArray& bytes, QStringView text, bool oneByte) {
+    const qsizetype start = bytes.size();
+    bytes.resize(start + text.size() * (oneByte ? 1 : 2));
+    char* place = bytes.data() + start;
+    for (const QChar character : text) {
+        *place++ = static_cast<char>(character.unicode() & 0xFF);
+        if (!oneByte)
+            *place++ = static_cast<char>(character.unicode() >> 8);
+    }
 }
 
 /// A text with a count of 8 or 16 bits in front, as fonts, formats and sheet names hold it.
@@ -120,13 +142,14 @@ inline QByteArray shortText(const QString& text, bool wideCount) {
     else
         put8(bytes, static_cast<int>(text.size()));
     put8(bytes, oneByte ? 0 : 1);
-    return bytes + characters(text, oneByte);
+    putCharacters(bytes, text, oneByte);
+    return bytes;
 }
 
 /// Data that goes on in further records where one is full.
 class LongRecord {
 public:
-    LongRecord(QByteArray& out, Id id) : m_out(out), m_id(id) {}
+    LongRecord(QByteArray& out, Id id) : m_out(out), m_id(id) { m_data.reserve(mostData); }
     ~LongRecord() { flush(); }
     LongRecord(const LongRecord&) = delete;
     LongRecord& operator=(const LongRecord&) = delete;
@@ -141,19 +164,17 @@ public:
             flush();
         put16(m_data, static_cast<int>(text.size()));
         put8(m_data, oneByte ? 0 : 1);
-        const QByteArray all = characters(text, oneByte);
-        const qsizetype unit = oneByte ? 1 : 2;
-        qsizetype done = 0;
-        while (done < all.size()) {
-            const qsizetype room = (mostData - m_data.size()) / unit * unit;
+        QStringView rest = text;
+        while (!rest.isEmpty()) {
+            const qsizetype room = (mostData - m_data.size()) / (oneByte ? 1 : 2);
             if (room == 0) {
                 flush();
                 put8(m_data, oneByte ? 0 : 1);
                 continue;
             }
-            const qsizetype count = std::min(room, all.size() - done);
-            m_data.append(all.constData() + done, count);
-            done += count;
+            const qsizetype count = std::min(room, rest.size());
+            putCharacters(m_data, rest.first(count), oneByte);
+            rest = rest.sliced(count);
         }
     }
 
@@ -161,7 +182,7 @@ private:
     void flush() {
         record(m_out, m_id, m_data);
         m_id = Continue;
-        m_data.clear();
+        m_data.resize(0);  // its room stays
     }
 
     QByteArray& m_out;

@@ -15,6 +15,8 @@ namespace {
 constexpr int mostHeight = 8190;  // of a row, in twips
 constexpr int rowsOfBlock = 32;   // row records stand together for so many rows
 
+constexpr std::uint16_t word(int number) { return static_cast<std::uint16_t>(number); }
+
 /// The packed form of a number: an integer or hundredth of 30 bits; 0 when it has none.
 std::uint32_t packed(double number) {
     constexpr double most = 536'870'911;
@@ -66,26 +68,16 @@ void Sheet::toCell(int row, int column) {
 
 void Sheet::addText(int row, int column, std::uint16_t style, std::uint32_t text) {
     toCell(row, column);
-    put16(m_blockCells, LabelShared);
-    put16(m_blockCells, 10);
-    put16(m_blockCells, row);
-    put16(m_blockCells, column);
-    put16(m_blockCells, styleFormats + style);
-    put32(m_blockCells, text);
+    plainRecord(m_blockCells, LabelShared, word(row), word(column), word(styleFormats + style), text);
 }
 
 void Sheet::addNumber(int row, int column, std::uint16_t style, double number) {
     toCell(row, column);
-    const std::uint32_t small = packed(number);
-    put16(m_blockCells, small ? Rk : Number);
-    put16(m_blockCells, small ? 10 : 14);
-    put16(m_blockCells, row);
-    put16(m_blockCells, column);
-    put16(m_blockCells, styleFormats + style);
-    if (small)
-        put32(m_blockCells, small);
+    const std::uint16_t format = word(styleFormats + style);
+    if (const std::uint32_t small = packed(number))
+        plainRecord(m_blockCells, Rk, word(row), word(column), format, small);
     else
-        putDouble(m_blockCells, number);
+        plainRecord(m_blockCells, Number, word(row), word(column), format, bitsOf(number));
 }
 
 void Sheet::flushRow() {
@@ -94,17 +86,18 @@ void Sheet::flushRow() {
     constexpr int ownHeight = 0x40;
     const int flags = 0x0100 | (m_height > plainHeight ? ownHeight : 0);
     const int height = std::min(m_height, mostHeight);
-    putWords(m_blockRows, Row, {m_row, m_firstColumn, m_lastColumn + 1, height, 0, 0, flags, 0x000F});
+    plainRecord(m_blockRows, Row, word(m_row), word(m_firstColumn), word(m_lastColumn + 1), word(height),
+                word(0), word(0), word(flags), word(0x000F));
     m_height = plainHeight;
     if (++m_rowsInBlock == rowsOfBlock)
         flushBlock();
 }
 
 void Sheet::flushBlock() {
-    m_cells += m_blockRows;
-    m_cells += m_blockCells;
-    m_blockRows.resize(0);
-    m_blockCells.resize(0);
+    for (std::string* block : {&m_blockRows, &m_blockCells}) {
+        m_cells.append(block->data(), static_cast<qsizetype>(block->size()));
+        block->clear();
+    }
     m_rowsInBlock = 0;
 }
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace platform::xls {
@@ -51,8 +52,9 @@ private:
     Table m_table;
     std::vector<int> m_widths;
     std::vector<Merged> m_merged;
-    QByteArray m_cells, m_blockRows, m_blockCells;
-    int m_height = plainHeight;  ///< of the row being filled
+    QByteArray m_cells;
+    std::string m_blockRows, m_blockCells;  ///< of the rows that stand together
+    int m_height = plainHeight;             ///< of the row being filled
     int m_row = -1, m_firstColumn = 0, m_lastColumn = -1, m_rowsInBlock = 0, m_columns = 0;
 };
 

@@ -56,20 +56,34 @@ void XlsWorkbook::addText(int row, int column, std::uint16_t style, const QStrin
     if (text.size() > mostCharacters)
         throw RuntimeError(error::overflow, u"A text of the report has more than 32,767 characters, which a "
                                             u"spreadsheet cell can't hold: \"%1 ...\""_s.arg(text.left(40)));
-    auto place = m_textIndex.constFind(text);
-    const bool isNew = place == m_textIndex.constEnd();
-    const auto number = isNew ? static_cast<std::uint32_t>(m_texts.size()) : *place;
-    sheet().addText(row, column, style, number);
-    if (isNew) {
-        m_textIndex.insert(text, number);
-        m_texts.push_back(text);
-    }
+    sheet().addText(row, column, style, textNumber(column, text));
     ++m_textUses;
+}
+
+/// Number among the shared texts. Columns often repeat what stands above, which is found without a search.
+std::uint32_t XlsWorkbook::textNumber(int column, const QString& text) {
+    const auto index = static_cast<std::size_t>(column);
+    if (index >= m_above.size())
+        m_above.resize(index + 1);
+    Numbered& above = m_above[index];
+    if (above.number < 0 || above.text != text) {
+        std::uint32_t& place = m_textIndex[text];
+        if (place == 0) {
+            m_texts.push_back(text);
+            place = static_cast<std::uint32_t>(m_texts.size());
+        }
+        above = {text, std::int64_t{place} - 1};
+    }
+    return static_cast<std::uint32_t>(above.number);
 }
 
 QByteArray XlsWorkbook::sharedTexts() const {
     QByteArray out;
     {
+        qsizetype size = 0;
+        for (const QString& text : m_texts)
+            size += 3 + text.size() * 2;
+        out.reserve(size);
         LongRecord texts(out, SharedTexts);
         QByteArray counts;
         put32(counts, m_textUses);

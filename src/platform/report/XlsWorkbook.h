@@ -69,13 +69,19 @@ public:
 
 private:
     xls::Sheet& sheet() { return m_sheets.back(); }
+    std::uint32_t textNumber(int column, const QString& text);
     void putStyles(QByteArray& out) const;
     QByteArray globals() const;
     QByteArray sharedTexts() const;
 
     std::vector<xls::Sheet> m_sheets;
     std::vector<CellStyle> m_styles;
-    QHash<QString, std::uint32_t> m_textIndex;
+    QHash<QString, std::uint32_t> m_textIndex;  ///< place in m_texts, from 1
+    struct Numbered {
+        QString text;
+        std::int64_t number = -1;  ///< none yet
+    };
+    std::vector<Numbered> m_above;  ///< the last text of each column
     std::vector<QString> m_texts;
     std::uint32_t m_textUses = 0;
 };

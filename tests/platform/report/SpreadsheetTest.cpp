@@ -216,6 +216,36 @@ TEST(Spreadsheet, ABookOfOneSheetKeepsItsBytes) {
               "1e6b2cbb693a1c80a441d07454570b01c5c9b9a0525a317f8dd52ae95461c175");
 }
 
+TEST(Spreadsheet, AListKeepsItsBytes) {
+    support::TempProgramFolder folder;
+    StockFile file;
+    file.add("'A name that is far too long for the column of names in this list', 'Powder', 12.5, 3.2, "
+             "'2026-03-07 14:05:09', '0303A0000100'");
+    file.add("'Лек', 'Cream', 1000, 1234.5, '2026-03-01 00:00:00', '-2'");
+    file.addMany(300);
+    exportReport(std::make_unique<StockList>(file.rows()), folder.path() + "\\Book.xls");
+    EXPECT_EQ(streamDigest(Xls(folder.read("Book.xls"))).toStdString(),
+              "88111e19b133a3c28fbcd5a6c19e6ee8b0b5d4aacdd1bf370635e8f817d248b1");
+}
+
+TEST(Spreadsheet, TextsThatRepeatAndAnEmptyOneAreTheirOwn) {
+    XlsWorkbook book(u"Sheet"_s);
+    const QStringList texts{"one", "one", "", "", "two", "one", "two"};
+    for (int row = 0; row < texts.size(); ++row) {
+        book.addText(row, 0, 0, texts[row]);
+        book.addText(row, 1, 0, texts[texts.size() - 1 - row]);
+    }
+    const Xls xls(book.bytes());
+    EXPECT_EQ(tools::output("/usr/bin/python3", {"-c", R"(
+import sys, xlrd
+for row in xlrd.open_workbook(sys.argv[1]).sheet_by_index(0).get_rows():
+    print(*[cell.value or '-' for cell in row])
+)",
+                                                 xls.path})
+                  .toStdString(),
+              "one two\none one\n- two\n- -\ntwo -\none one\ntwo one\n");
+}
+
 TEST(Spreadsheet, ABookOfSeveralSheetsIsReadByBothReaders) {
     XlsWorkbook book(u"Batches"_s);
     fillTable(book, u"Batch"_s, 40);
