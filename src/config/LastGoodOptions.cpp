@@ -2,6 +2,8 @@
 
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/postgres/Address.h"
+#include "platform/data/postgres/AddressParts.h"
 #include "platform/xml/XmlDocument.h"
 
 #include <QFile>
@@ -23,12 +25,20 @@ bool holdsOptions(const platform::XmlDocument& document) {
            document.selectSingleNode(u"/Configuration/Pharmacy"_s);
 }
 
+/// A password in the address of a server, which somebody wrote into the file, is not to lie in a second one.
+bool holdsSecret(const platform::XmlDocument& document) {
+    const auto location = document.selectSingleNode(u"/Configuration/Options/DBLocation"_s);
+    const QString address = location ? location.text().trimmed() : QString();
+    return platform::postgres::isAddress(address) &&
+           platform::postgres::faultOf(address) != platform::postgres::AddressFault::None;
+}
+
 QString brokenFile() { return platform::programFolder() + u"/options.broken.xml"_s; }
 
 }  // namespace
 
 void keep(const QString& optionsPath, const platform::XmlDocument& content) {
-    if (!holdsOptions(content))
+    if (!holdsOptions(content) || holdsSecret(content))
         return;
     try {
         const QByteArray good = contentOf(optionsPath);

@@ -13,7 +13,7 @@ class XmlDocument;
 namespace sorvanto::lastGoodOptions {
 
 /// To be called with an options.xml that was read or written, and what it holds; a copy that can't be kept changes
-/// nothing. What holds no options is not kept: another file in their place is none of them.
+/// nothing. What holds no options is not kept: another file in their place is none of them; nor is a password in an address.
 void keep(const QString& optionsPath, const platform::XmlDocument& content);
 /// When the kept file was written; invalid when there is none that holds options.
 QDateTime kept();

@@ -57,6 +57,13 @@ class Server:
             capture_output=True, text=True, env=environment, cwd="/", timeout=60)
         return done.returncode, done.stdout.strip(), done.stderr
 
+    def administer(self, statement):
+        """As the account that runs the server."""
+        account = ["setpriv", "--reuid", "postgres", "--regid", "postgres", "--init-groups"] if os.getuid() == 0 else []
+        subprocess.run([*account, "psql", "-X", "-q", "-v", "ON_ERROR_STOP=1", "-h", self.folder / "run", "-p",
+                        str(self.port), "-U", "sorvanto_admin", "-d", "sorvanto"], input=statement, text=True, check=True,
+                       cwd="/")
+
     def value(self, statement, **who):
         code, out, err = self.ask(statement, **who)
         assert code == 0, err

@@ -7,6 +7,7 @@
 #include "PrinterTour.h"
 #include "RecoveryTour.h"
 #include "SampleTour.h"
+#include "ServerlessTour.h"
 #include "Stages.h"
 #include "StoppedTour.h"
 
@@ -49,6 +50,7 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption prefix("prefix", "In front of the name of each of these pictures.", "TEXT");
     QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
     QCommandLineOption bench("bench", "Make so many batches on the records of the options.", "BATCHES");
+    QCommandLineOption serverless("serverless", "Start while the server gives no records.");
     QCommandLineOption description("description", "What the bench writes into the formula.", "TEXT");
     QCommandLineOption ofAll("batches-of-all", "How many batches the bench's log lists at the end.", "COUNT");
     QCommandLineOption watch("watch",
@@ -63,13 +65,13 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
     for (QCommandLineOption* hidden :
-         {&dark,   &language, &stop,        &stopped, &manual,  &broken,  &prefix,
-          &busy,   &bench,    &description, &ofAll,   &watch,   &recover, &vain,
-          &second, &failing,  &printers,    &print,   &missing, &none,    &refusing})
+         {&dark,     &language,    &stop,    &stopped, &manual,   &broken,    &prefix, &busy,
+          &bench,    &description, &ofAll,   &watch,   &recover,  &vain,      &second, &failing,
+          &printers, &print,       &missing, &none,    &refusing, &serverless})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty,  pictures, dark,     language,    stop,    stopped, manual,  broken,
-                       prefix, busy,     bench,    description, ofAll,   watch,   recover, vain,
-                       second, failing,  printers, print,       missing, none,    refusing});
+    parser.addOptions({empty,  pictures, dark,     language,    stop,    stopped, manual,   broken,
+                       prefix, busy,     bench,    description, ofAll,   watch,   recover,  vain,
+                       second, failing,  printers, print,       missing, none,    refusing, serverless});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -127,6 +129,8 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
         tour::runBench(folder, pictures,
                        {parser.value("description"), parser.value("bench").toInt(),
                         parser.value("batches-of-all").toInt(), isSet("watch")});
+    } else if (isSet("serverless")) {
+        tour::runServerless(folder);
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {

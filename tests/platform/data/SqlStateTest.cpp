@@ -59,5 +59,19 @@ TEST(SqlState, IsFoundAtTheEndOfASentenceInAnyLanguage) {
         EXPECT_EQ(stateAtEnd(words), "") << words;
 }
 
+TEST(SqlState, TheLastAttemptCountsAndNotTheHintBehindIt) {
+    EXPECT_EQ(
+        stateAtEnd(lastAttempt("connection to server at \"a\" (::1), port 1 failed: Connection refused\n"
+                               "\tIs the server running on that host and accepting TCP/IP connections?\n"
+                               "connection to server at \"a\" (127.0.0.1), port 1 failed: FATAL:  28P01\n"
+                               "password retrieved from file \"/home/r: kent/.pgpass\"\n")),
+        "28P01");
+    EXPECT_EQ(
+        lastAttempt("Verbindung zum Server auf »a« fehlgeschlagen: Wurzelzertifikat »x« existiert nicht\n"
+                    "Stellen Sie die Datei bereit.\n"),
+        "Verbindung zum Server auf »a« fehlgeschlagen: Wurzelzertifikat »x« existiert nicht");
+    EXPECT_EQ(lastAttempt(""), "");
+}
+
 }  // namespace
 }  // namespace platform::postgres

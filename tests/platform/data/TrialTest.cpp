@@ -122,6 +122,14 @@ TEST_F(TrialOfAServer, ItMustProveItsName) {
 TEST_F(TrialOfAServer, WhoIsNotLetIn) {
     EXPECT_EQ(endWith(&AddressParts::account, u"nobody"_s), TrialEnd::Refused);
     EXPECT_EQ(endWith(&AddressParts::database, u"postgres"_s), TrialEnd::Refused);
+    const QString wrong = scratch->filePath(u"wrong.pgpass"_s);
+    QFile passwords(wrong);
+    ASSERT_TRUE(passwords.open(QIODevice::WriteOnly));
+    passwords.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    passwords.write("*:*:*:*:wrong\n");
+    passwords.close();
+    qputenv("PGPASSFILE", wrong.toUtf8());
+    EXPECT_EQ(endOf(addressOf(parts())), TrialEnd::Refused) << "as one that was typed wrong";
     qputenv("PGPASSFILE", "/nowhere/at/all");
     EXPECT_EQ(endOf(addressOf(parts())), TrialEnd::NoPassword);
     qputenv("PGPASSWORD", "wrong");

@@ -19,7 +19,8 @@ bool isSecret(const PQconninfoOption& option) { return QByteArrayView(option.dis
 }  // namespace
 
 bool isAddress(const QString& text) {
-    return text.startsWith("postgresql://"_L1) || text.startsWith("postgres://"_L1);
+    return text.startsWith("postgresql://"_L1, Qt::CaseInsensitive) ||
+           text.startsWith("postgres://"_L1, Qt::CaseInsensitive);
 }
 
 Address readAddress(const QString& text) {

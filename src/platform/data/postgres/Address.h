@@ -10,7 +10,8 @@ struct Address {
     QString database;  ///< empty where the address names none
 };
 
-/// Whether the text means a server at all.
+/// Whether the text means a server at all; also one in capitals, which the library can't read: a password in it must not
+/// be stored as that of a file's name.
 bool isAddress(const QString& text);
 
 /// Throws cannotOpen where the library can't read it, or where it holds a secret: a password of the account or of a key.

@@ -34,6 +34,18 @@ bool isReady(const PGconn* line, bool forWriting, const QDeadlineTimer& deadline
 /// What a server says beside its answers may hold records; the library would write it to the program's own output.
 void ignoreNotice(void*, const PGresult*) {}
 
+/// For the report: the library's own words name the computer, and of the server's no more than five characters.
+QString refusalText(const QByteArray& said, const QByteArray& state, bool noPassword) {
+    const QString words = said.isEmpty() ? u"no answer"_s : QString::fromUtf8(said);
+    if (noPassword)
+        return u"no password is stored for the account; "_s + words;
+    if (state == "28P01")
+        return u"the password of the account is refused; "_s + words;
+    if (state == "28000")
+        return u"the account is not let in there; "_s + words;
+    return words;
+}
+
 OpenLine opened(const QByteArray& address, const QDeadlineTimer& deadline) {
     const Settings settings(address);
     OpenLine line(PQconnectStartParams(settings.keywords().data(), settings.values().data(), 1), PQfinish);
@@ -72,10 +84,9 @@ Opening::Opening(const QByteArray& address, int milliseconds) : m_shared(std::ma
             PQsetnonblocking(line.get(), 1);
             shared->line = std::move(line);
         } else {
-            // Of several addresses the last one counts.
-            const QByteArray said = QByteArray(PQerrorMessage(line.get())).trimmed().split('\n').last();
+            const QByteArray said = lastAttempt(PQerrorMessage(line.get()));
             shared->state = stateAtEnd(said);
-            shared->message = said.isEmpty() ? u"no answer"_s : QString::fromUtf8(said);
+            shared->message = refusalText(said, shared->state, PQconnectionNeedsPassword(line.get()) != 0);
         }
         shared->ended = true;
         shared->changed.notify_all();

@@ -64,6 +64,16 @@ Failure openFailureOf(QByteArrayView state) {
     return {error::cannotOpen, "The server can't be opened"};
 }
 
+/// Each attempt has a line that begins in the same words of whatever language; hints begin otherwise.
+QByteArray lastAttempt(const QByteArray& words) {
+    constexpr qsizetype beginning = 12;
+    const QByteArrayList lines = words.trimmed().split('\n');
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [&](const QByteArray& line) {
+        return line.startsWith(lines.front().left(beginning));
+    });
+    return last->trimmed();
+}
+
 QByteArray stateAtEnd(const QByteArray& words) {
     const QByteArray last = words.mid(words.lastIndexOf(':') + 1).trimmed();
     const bool isState = last.size() == stateLength && std::all_of(last.begin(), last.end(), [](char letter) {

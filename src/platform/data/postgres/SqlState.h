@@ -20,6 +20,10 @@ Failure failureOf(QByteArrayView state);
 /// none of the tables, is general.
 Failure openFailureOf(QByteArrayView state);
 
+/// What the client library says of a failed opening, without the hints behind it: of several addresses that it tried the
+/// last.
+QByteArray lastAttempt(const QByteArray& words);
+
 /// The five characters at the end of what the client library says of a refusal when it is to say no more
 /// (PQERRORS_SQLSTATE), in whatever language; empty where the server has not spoken.
 QByteArray stateAtEnd(const QByteArray& words);

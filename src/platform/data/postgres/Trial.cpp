@@ -115,7 +115,7 @@ TrialEnd Attempt::connected(PGconn* connection) const {
     }
     if (step == PGRES_POLLING_OK)
         return TrialEnd::Works;
-    if (const QByteArray state = stateAtEnd(PQerrorMessage(connection)); !state.isEmpty())
+    if (const QByteArray state = stateAtEnd(lastAttempt(PQerrorMessage(connection))); !state.isEmpty())
         return endOfState(state);
     if (PQconnectionNeedsPassword(connection) != 0)
         return TrialEnd::NoPassword;
