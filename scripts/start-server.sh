@@ -1,16 +1,20 @@
 #!/usr/bin/env bash
 # Makes a server for the records of several benches in a folder, or starts the one that is there.
-#   scripts/start-server.sh DIR [--host NAME] [--port N] [--local]
+#   scripts/start-server.sh DIR [--host NAME] [--port N] [--local] [--like SAVED]
 #   scripts/start-server.sh DIR --stop
+#   scripts/start-server.sh DIR --renew [--host NAME]
 # --host   the name by which the benches reach this computer (else its own); the certificate bears it
 # --port   5432 unless told
+# --renew  certificates for ten more years, of the same key: the benches' ca.crt goes on working until its own end
+# --like   with the passwords and certificates of a server that was lost: a folder with copies of its bench.pgpass,
+#          owner.pgpass and tls
 # --local  no network: only programs on this computer, through the socket in DIR/run
 # In DIR afterwards: data (the records), tls/ca.crt and bench.pgpass (what a bench needs), server.log.
 # Started as root, the server runs as the account "postgres", since it refuses to run as root.
 set -Eeuo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 
-usage() { sed -n '2,9s/^# \{0,1\}//p' "$0" >&2; exit 2; }
+usage() { sed -n '2,13s/^# \{0,1\}//p' "$0" >&2; exit 2; }
 
 [ $# -ge 1 ] || usage
 folder=$(realpath -m "$1"); shift
@@ -18,12 +22,17 @@ host=$(hostname -f 2>/dev/null || hostname)
 port=5432
 network=yes
 stop=no
+renew=no
+named=no
+like=
 while [ $# -gt 0 ]; do
   case "$1" in
-    --host) [ $# -ge 2 ] || usage; host=$2; shift 2 ;;
+    --host) [ $# -ge 2 ] || usage; host=$2; named=yes; shift 2 ;;
     --port) [ $# -ge 2 ] || usage; port=$2; shift 2 ;;
     --local) network=no; shift ;;
     --stop) stop=yes; shift ;;
+    --renew) renew=yes; shift ;;
+    --like) [ $# -ge 2 ] || usage; like=$(realpath -m "$2"); shift 2 ;;
     *) usage ;;
   esac
 done
@@ -46,15 +55,36 @@ secret() { openssl rand -hex 24; }
 
 # A key of our own for certificates, and one certificate for the name of this computer.
 make_certificates() {
+  if [ -n "$like" ]; then
+    cp -r "$like/tls" "$folder/tls"
+    chmod -R go= "$folder/tls"
+    [ "$account" = "$(id -un)" ] || chown -R "$account": "$folder/tls"
+    return
+  fi
   server mkdir "$folder/tls"
   server openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 3650 -subj "/CN=Sorvanto records" \
     -keyout "$folder/tls/ca.key" -out "$folder/tls/ca.crt" 2>/dev/null
+  make_own_certificate
+}
+
+make_own_certificate() {
   server openssl req -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -subj "/CN=$host" \
-    -keyout "$folder/tls/server.key" -out "$folder/tls/server.csr" 2>/dev/null
+    -keyout "$folder/tls/new.key" -out "$folder/tls/server.csr" 2>/dev/null
   printf 'subjectAltName=DNS:%s\n' "$host" | server tee "$folder/tls/name" >/dev/null
   server openssl x509 -req -in "$folder/tls/server.csr" -CA "$folder/tls/ca.crt" -CAkey "$folder/tls/ca.key" \
-    -CAcreateserial -days 3650 -extfile "$folder/tls/name" -out "$folder/tls/server.crt" 2>/dev/null
+    -CAcreateserial -days 3650 -extfile "$folder/tls/name" -out "$folder/tls/new.crt" 2>/dev/null
+  server mv "$folder/tls/new.key" "$folder/tls/server.key"
+  server mv "$folder/tls/new.crt" "$folder/tls/server.crt"
   server rm "$folder/tls/server.csr" "$folder/tls/name"
+}
+
+# The benches stay connected; the next ones to come get the new certificate.
+renew_certificates() {
+  server openssl x509 -in "$folder/tls/ca.crt" -signkey "$folder/tls/ca.key" -days 3650 -out "$folder/tls/new-ca.crt" 2>/dev/null
+  server mv "$folder/tls/new-ca.crt" "$folder/tls/ca.crt"
+  make_own_certificate
+  server tee "$folder/made" >/dev/null <<<"$port $host $network"
+  server "$bin/pg_ctl" -s -D "$folder/data" reload
 }
 
 write_settings() {
@@ -93,11 +123,16 @@ DOORS
 
 start() { server "$bin/pg_ctl" -s -w -D "$folder/data" -l "$folder/server.log" start; }
 
+# A new password, or that of a lost server: what stands behind the last colon of its file.
+password_of() {
+  if [ -n "$like" ]; then sed -n '1s/.*://p' "$like/$1.pgpass"; else secret; fi
+}
+
 # Secrets go in by standard input, never as an argument that others can see.
 make_records() {
   local owner bench
-  owner=$(secret)
-  bench=$(secret)
+  owner=$(password_of owner)
+  bench=$(password_of bench)
   admin -d postgres <<SQL
 CREATE ROLE sorvanto_owner LOGIN PASSWORD '$owner';
 CREATE ROLE sorvanto_bench NOLOGIN;
@@ -119,6 +154,9 @@ make() {
     echo "$folder is not empty and holds no server; nothing was done." >&2
     exit 1
   fi
+  for saved in bench.pgpass owner.pgpass tls/ca.crt tls/server.key; do
+    [ -z "$like" ] || [ -r "$like/$saved" ] || { echo "There is no $like/$saved; nothing was done." >&2; exit 1; }
+  done
   # "made" comes last, so that a broken attempt is never taken for a server.
   trap 'server "$bin/pg_ctl" -s -m immediate -D "$folder/data" stop 2>/dev/null || true
         find "$folder" -mindepth 1 -delete; echo "The server was not made." >&2' ERR
@@ -142,8 +180,16 @@ if [ "$stop" = yes ]; then
   exit 0
 fi
 if server test -e "$folder/made"; then
+  wanted=$host
   read -r port host network < <(server cat "$folder/made")
   server "$bin/pg_ctl" -s -D "$folder/data" status >/dev/null || start
+  if [ "$renew" = yes ]; then
+    [ "$named" = no ] || host=$wanted
+    renew_certificates
+  fi
+elif [ "$renew" = yes ]; then
+  echo "$folder holds no server; nothing was done." >&2
+  exit 1
 else
   make
 fi

@@ -61,6 +61,17 @@ RowProgress partOf(const RowProgress& progress, int part) {
     return [=](std::int64_t done, std::int64_t all) { return progress(done + part * all, 2 * all); };
 }
 
+/// The other half. False where the progress ended it.
+bool compareWhole(WholeStore& from, WholeStore& to, const RowProgress& progress) {
+    bool ended = false;
+    const RowProgress noticed = [&](std::int64_t done, std::int64_t all) {
+        ended = progress && !progress(done, all);
+        return !ended;
+    };
+    refuseDifferent(from, to, partOf(noticed, 1));
+    return !ended;
+}
+
 /// Of a file that nobody else uses and that is sound.
 bool fillServer(const QString& file, const DataLocation& server, const RowProgress& progress) {
     const auto from = platform::sqlite::readWholeFile(file);
@@ -68,15 +79,8 @@ bool fillServer(const QString& file, const DataLocation& server, const RowProgre
     const auto to = platform::postgres::fillWholeServer(server.text());
     refuseFilled(*to, server.shownName());
     refuseOtherVersion(*from, *to);
-    bool ended = false;
-    const RowProgress noticed = [&](std::int64_t done, std::int64_t all) {
-        ended = progress && !progress(done, all);
-        return !ended;
-    };
-    if (!platform::carryOver(*from, *to, wholeRecords(), partOf(noticed, 0)))
-        return false;
-    refuseDifferent(*from, *to, partOf(noticed, 1));
-    if (ended)
+    if (!platform::carryOver(*from, *to, wholeRecords(), partOf(progress, 0)) ||
+        !compareWhole(*from, *to, progress))
         return false;
     to->commit();
     return true;
@@ -114,7 +118,9 @@ CopiedRecords copyToServer(const DataLocation& from, const DataLocation& to, con
 
 /// Checked before it has its name.
 bool fillCheckedFile(const DataLocation& from, const QString& file, const RowProgress& progress) {
-    if (!fillFile(*readWholeServer(from.text()), file, partOf(progress, 0)))
+    const auto server = readWholeServer(from.text());
+    if (!fillFile(*server, file, partOf(progress, 0)) ||
+        !compareWhole(*server, *platform::sqlite::readWholeFile(file), progress))
         return false;
     refuseUnsound(file, from.shownName());
     return true;

@@ -6,6 +6,7 @@ who is let in. Nothing is left behind.
 """
 import os
 import pathlib
+import shutil
 import sqlite3
 import subprocess
 import tempfile
@@ -216,6 +217,26 @@ class Command(unittest.TestCase):
         self.assertEqual(server.command().stdout, server.said)
         self.assertEqual(server.value('SELECT count(*) FROM "Patient"'), "1")
 
+    def test_a_lost_server_comes_back_with_its_passwords_and_certificates(self):
+        lost = Server("--host", "localhost")
+        self.addCleanup(lost.end)
+        saved = lost.scratch / "saved"
+        saved.mkdir()
+        for name in ("bench.pgpass", "owner.pgpass"):
+            shutil.copy(lost.folder / name, saved)
+        refused = subprocess.run([START, lost.scratch / "new", "--like", saved], capture_output=True, text=True)
+        self.assertEqual((refused.returncode, "tls/ca.crt; nothing was done" in refused.stderr), (1, True), refused.stderr)
+        shutil.copytree(lost.folder / "tls", saved / "tls")
+        new = Server("--host", "localhost", "--like", str(saved))
+        self.addCleanup(new.end)
+        certificate = lost.scratch / "root.crt"
+        certificate.write_text((lost.folder / "tls" / "ca.crt").read_text())
+        for role in ("bench", "owner"):
+            secret = (lost.folder / f"{role}.pgpass").read_text().strip().split(":")[-1]
+            self.assertEqual(new.state("SELECT 1", role=role, host="localhost", sslmode="verify-full", password=secret,
+                                       sslrootcert=certificate), "", role)
+        self.assertEqual((new.folder / "tls" / "server.key").stat().st_mode & 0o077, 0)
+
     def test_a_folder_with_something_else_is_left_alone(self):
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / "letter").write_text("dear")
@@ -258,6 +279,24 @@ class Network(unittest.TestCase):
 
     def test_unencrypted(self):
         self.assertIn("no encryption", self.state(sslmode="disable"))
+
+    def test_renewed_under_another_name(self):
+        """The old root certificate of a bench goes on working, and so does the new one."""
+        server = Server("--host", "elsewhere.invalid")
+        self.addCleanup(server.end)
+        old = server.scratch / "root.crt"
+        old.write_text((server.folder / "tls" / "ca.crt").read_text())
+        asked = {"host": "localhost", "sslmode": "verify-full"}
+        self.assertIn("does not match host name", server.state("SELECT 1", sslrootcert=old, **asked))
+        said = server.command("--renew", "--host", "localhost").stdout
+        self.assertIn(f"postgresql://bench@localhost:{server.port}/sorvanto", said)
+        self.assertNotEqual((server.folder / "tls" / "ca.crt").read_text(), old.read_text())
+        new = server.scratch / "new.crt"
+        new.write_text((server.folder / "tls" / "ca.crt").read_text())
+        for certificate in (old, new):
+            self.assertEqual(server.state("SELECT 1", sslrootcert=certificate, **asked), "")
+        self.assertEqual(server.command().stdout, said)
+        self.assertEqual((server.folder / "tls" / "server.key").stat().st_mode & 0o077, 0)
 
     def test_the_administrator(self):
         self.assertIn("no pg_hba.conf entry", self.state(sslmode="require", user="sorvanto_admin", password="x"))

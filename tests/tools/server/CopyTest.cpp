@@ -1,6 +1,9 @@
 // Records on their way between a file and a server: what comes back is what has gone, and what fails leaves nothing.
+#include "Hindrances.h"
 #include "ServerCommandTest.h"
+#include "ServerProxy.h"
 #include "db/DatabaseFile.h"
+#include "db/RecordsCopy.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 
@@ -310,6 +313,65 @@ TEST_F(CopyTest, ACopyThatIsStoppedLeavesNothing) {
         EXPECT_EQ(run({"copy", bench(), path("b.mdb")}, [&] { return ++questions > allowed; }), 1);
         EXPECT_EQ(files(), QStringList{"a.mdb"});
     }
+}
+
+TEST_F(CopyTest, ACopyToAFileIsReadOnceMoreAndToldToItsEnd) {
+    expectDone({"sample", owner()});
+    std::int64_t most = 0, all = 0;
+    EXPECT_TRUE(copyRecords(bench(), path("b.mdb"), [&](std::int64_t done, std::int64_t whole) {
+                    most = std::max(most, done);
+                    all = whole;
+                    return true;
+                }).whole);
+    EXPECT_EQ(most, all);
+    int questions = 0;
+    EXPECT_EQ(run({"copy", bench(), path("c.mdb")}, [&] { return ++questions, false; }), 0);
+    const int last = questions - 1;
+    questions = 0;
+    EXPECT_EQ(run({"copy", bench(), path("d.mdb")}, [&] { return ++questions > last; }), 1)
+        << "also while it is compared";
+    EXPECT_EQ(files(), (QStringList{"b.mdb", "c.mdb"}));
+}
+
+TEST_F(CopyTest, AFullDiskLeavesNothingOnEitherSide) {
+    createSample(path("a.mdb"), 300);
+    for (const int kilobytes : {4, 100, 300, 500}) {
+        const support::FullDisk full(1024 * kilobytes);
+        EXPECT_EQ(run({"copy", path("a.mdb"), owner()}), 1) << kilobytes;
+        EXPECT_TRUE(err.contains("disk")) << qPrintable(err);
+    }
+    EXPECT_EQ(told("SELECT count(*) FROM \"Chemical\""), "0");
+    expectDone({"copy", path("a.mdb"), owner()});
+    for (const int kilobytes : {4, 100, 300, 500}) {
+        const support::FullDisk full(1024 * kilobytes);
+        EXPECT_EQ(run({"copy", bench(), path("b.mdb")}), 1) << kilobytes;
+        EXPECT_TRUE(err.contains("disk")) << qPrintable(err);
+        EXPECT_EQ(run({"backup", bench(), path("b.mdb")}), 1) << kilobytes;
+        EXPECT_EQ(files(), QStringList{"a.mdb"}) << kilobytes;
+    }
+    expectDone({"copy", bench(), path("b.mdb")});
+    expectSame("a.mdb", "b.mdb");
+}
+
+TEST_F(CopyTest, AServerThatDiesInTheMidstLeavesNothingOnEitherSide) {
+    createSample(path("a.mdb"), 300);
+    for (const char* moment : {"TRUNCATE", "INTO \"LogChem\"", "FROM \"RXs\"", "ANALYZE", "COMMIT"}) {
+        support::ServerProxy proxy(owner());
+        proxy.arm(moment, support::ServerProxy::Fault::Cut);
+        EXPECT_EQ(run({"copy", path("a.mdb"), proxy.address()}), 1) << moment;
+        EXPECT_TRUE(err.contains("can't be reached")) << qPrintable(err);
+        EXPECT_FALSE(proxy.isArmed()) << moment;
+        EXPECT_EQ(told("SELECT count(*) FROM \"Chemical\""), "0") << moment;
+    }
+    expectDone({"copy", path("a.mdb"), owner()});
+    for (const char* moment : {"LOCK TABLE", "FROM \"Log\" WHERE", "FROM \"History\""}) {
+        support::ServerProxy proxy(bench());
+        proxy.arm(moment, support::ServerProxy::Fault::Cut);
+        EXPECT_EQ(run({"copy", proxy.address(), path("b.mdb")}), 1) << moment;
+        EXPECT_FALSE(proxy.isArmed()) << moment;
+        EXPECT_EQ(files(), QStringList{"a.mdb"}) << moment;
+    }
+    expectDone({"check", bench()});
 }
 
 TEST_F(CopyTest, ASampleIsMadeOnAServer) {
