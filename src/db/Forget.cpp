@@ -1,6 +1,7 @@
 #include "db/Forget.h"
 
 #include "db/Archive.h"
+#include "db/ServerUpdate.h"
 #include "history/HistoryChain.h"
 #include "history/HistoryPause.h"
 #include "history/HistorySeal.h"
@@ -112,6 +113,11 @@ ForgetResult forgetPatient(const QString& location, std::int64_t patient, const 
     connection.open(u"Data Source="_s + location);
     if (!hasHistory(connection.engine()))
         throw RuntimeError(platform::error::general, u"The file keeps no history"_s, u"Forget"_s);
+    if (onServer && !ownsTables(connection.engine()))
+        throw RuntimeError(platform::error::permissionDenied,
+                           u"That is for the owner of the tables: the address begins with "
+                           "postgresql://sorvanto_owner@"_s,
+                           u"Forget"_s);
     keepHistory(connection);
     if (!onServer)  // what is blanked is also written over, not only given free
         run(connection.engine(), u"PRAGMA secure_delete = ON"_s);

@@ -20,9 +20,7 @@ using platform::RuntimeError;
 }
 
 void refuseUnlessOwner(platform::Engine& records) {
-    const QString owns = u"SELECT CAST(pg_has_role(nspowner, 'USAGE') AS int) FROM pg_namespace "
-                         "WHERE oid = current_schema()::regnamespace"_s;
-    if (platform::number(records, owns) == 0)
+    if (!ownsTables(records))
         refuseUpdate(
             u"Only the account that owns the records may bring them up to date: log in as sorvanto_owner"_s);
 }
@@ -44,6 +42,11 @@ QString versionOf(platform::Engine& records) {
 }
 
 }  // namespace
+
+bool ownsTables(platform::Engine& records) {
+    return platform::number(records, u"SELECT CAST(pg_has_role(nspowner, 'USAGE') AS int) FROM pg_namespace "
+                                     "WHERE oid = current_schema()::regnamespace"_s) != 0;
+}
 
 ServerUpdate updateServer(const QString& address, const QString& updateFile) {
     const auto all = readUpdateFile(updateFile, UpdateOf::Server);

@@ -1,9 +1,14 @@
 // Records on a server brought up to date, by their owner and while no bench works on them.
 #pragma once
 
+#include "platform/data/Engine.h"
+
 #include <QString>
 
 namespace sorvanto {
+
+/// Whether the account of an open server owns the tables: it alone updates, fills, archives and forgets.
+bool ownsTables(platform::Engine& records);
 
 struct ServerUpdate {
     QString from, to;  ///< versions of the records; the same where nothing was to be done

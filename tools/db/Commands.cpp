@@ -58,21 +58,22 @@ const char usage[] =
     "FILE, FROM or TO; sample, archive, forget and a copy into one are its owner's (postgresql://sorvanto_owner@...).\n"
     "Ctrl-C ends a copy, and leaves nothing.\n";
 
-int check(const QString& location, const QString& archive, QTextStream& out) {
-    const QStringList problems = problemsOf(location, archive);
-    for (const QString& problem : problems)
-        out << problem << '\n';
-    if (problems.isEmpty())
-        out << location << ": no problems found\n";
-    return problems.isEmpty() ? done : failed;
-}
-
 bool isServer(const QString& location) { return platform::DataLocation(location).isServer(); }
 
 /// For what a server's records are not made or replaced by.
 void refuseServer(const QString& location, const QString& instead) {
     if (isServer(location))
         throw platform::RuntimeError(platform::error::general, instead);
+}
+
+int check(const QString& location, const QString& archive, QTextStream& out) {
+    refuseServer(archive, u"An archive is a file"_s);
+    const QStringList problems = problemsOf(location, archive);
+    for (const QString& problem : problems)
+        out << problem << '\n';
+    if (problems.isEmpty())
+        out << location << ": no problems found\n";
+    return problems.isEmpty() ? done : failed;
 }
 
 int create(const QString& file) {
@@ -111,6 +112,9 @@ int restore(const QString& backup, const QString& file, QTextStream& out) {
 }
 
 int update(const QString& server, const QString& steps, QTextStream& out) {
+    if (!isServer(server))
+        throw platform::RuntimeError(platform::error::general,
+                                     u"A file is brought up to date by starting the program on it"_s);
     const ServerUpdate result = updateServer(server, steps);
     if (result.from == result.to)
         out << "The records are of version " << result.to << " already.\n";

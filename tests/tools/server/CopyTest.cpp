@@ -230,6 +230,7 @@ TEST_F(CopyTest, APatientIsForgottenOnAServer) {
     expectDone({"copy", path("a.mdb"), owner()});
     work(bench(), {u"UPDATE Patient SET pat_Phone = '440-555' WHERE PatientID = 2"_s});
     EXPECT_EQ(run({"forget", bench(), "--patient", "2"}), 1) << "the owner alone";
+    EXPECT_TRUE(err.contains("sorvanto_owner@")) << qPrintable(err);
     expectDone({"forget", owner(), "--patient", "2"});
     EXPECT_TRUE(out.contains("1 changes of patient 2 blanked")) << qPrintable(out);
     EXPECT_EQ(support::rowsText(support::runOnServer(
@@ -395,6 +396,10 @@ TEST_F(CopyTest, WhatAServerIsNotMadeByIsRefused) {
     EXPECT_EQ(run({"backup", path("a.mdb"), owner()}), 1);
     EXPECT_EQ(run({"restore", path("a.mdb"), owner()}), 1);
     EXPECT_TRUE(err.contains("sorvanto-db copy")) << qPrintable(err);
+    EXPECT_EQ(run({"update", path("a.mdb"), SORVANTO_SOURCE_DIR "/data/dbupdate.xml"}), 1);
+    EXPECT_TRUE(err.contains("starting the program on it")) << qPrintable(err);
+    EXPECT_EQ(run({"check", bench(), owner()}), 1);
+    EXPECT_TRUE(err.contains("An archive is a file")) << qPrintable(err);
 }
 
 }  // namespace
