@@ -45,10 +45,8 @@ bool isOpen(const Context& context) { return context.connection && context.conne
 
 /// The lines of batches have keys that the program never reads, and are counted all the same.
 std::int64_t rowsOfRecords(const platform::Connection& connection) {
-    std::int64_t rows = platform::number(connection.engine(), u"SELECT count(*) FROM LogChem"_s);
-    for (const TableKeys& table : keysLeft(connection))
-        rows += table.rows;
-    return rows;
+    return platform::number(connection.engine(), u"SELECT count(*) FROM LogChem"_s) +
+           rowsWithKeys(connection);
 }
 
 HealthLine databaseLine(const Context& context, const QString& readingOnly) {

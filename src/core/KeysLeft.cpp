@@ -1,5 +1,6 @@
 #include "core/KeysLeft.h"
 
+#include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 
@@ -10,26 +11,38 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::number;
+struct KeyedTable {
+    const char* name;  ///< as the user knows it, in English
+    const char* table;
+};
 
-TableKeys keysOf(const platform::Connection& connection, const QString& name, const char* table) {
-    const QString own = QString::fromLatin1(table);
-    return {name, number(connection.engine(), u"SELECT count(*) FROM %1"_s.arg(own)),
-            connection.engine().lastKey(own)};
-}
+constexpr KeyedTable keyedTables[] = {
+    {"Logs", "Log"},         {"Prescriptions", "RXs"},    {"Patients", "Patient"},
+    {"Formulas", "Formula"}, {"Ingredients", "FormChem"}, {"Chemicals", "Chemical"}};
 
 }  // namespace
 
 std::vector<TableKeys> keysLeft(const platform::Connection& connection) {
-    std::vector<TableKeys> tables{keysOf(connection, u"Logs"_s, "Log"),
-                                  keysOf(connection, u"Prescriptions"_s, "RXs"),
-                                  keysOf(connection, u"Patients"_s, "Patient"),
-                                  keysOf(connection, u"Formulas"_s, "Formula"),
-                                  keysOf(connection, u"Ingredients"_s, "FormChem"),
-                                  keysOf(connection, u"Chemicals"_s, "Chemical")};
+    platform::Engine& engine = connection.engine();
+    std::vector<TableKeys> tables;
+    for (const KeyedTable& one : keyedTables) {
+        const QString table = QString::fromLatin1(one.table);
+        if (!engine.hasKeys(table))
+            throw platform::RuntimeError(platform::error::statement, u"There is no table %1"_s.arg(table),
+                                         u"Database"_s);
+        tables.push_back({QString::fromLatin1(one.name), engine.lastKey(table)});
+    }
     std::stable_sort(tables.begin(), tables.end(),
                      [](const TableKeys& a, const TableKeys& b) { return a.left() < b.left(); });
     return tables;
+}
+
+std::int64_t rowsWithKeys(const platform::Connection& connection) {
+    std::int64_t rows = 0;
+    for (const KeyedTable& one : keyedTables)
+        rows +=
+            platform::number(connection.engine(), u"SELECT count(*) FROM %1"_s.arg(QLatin1String(one.table)));
+    return rows;
 }
 
 }  // namespace sorvanto
