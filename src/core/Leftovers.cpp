@@ -5,16 +5,27 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <algorithm>
+#include <initializer_list>
 
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 namespace {
 
-void removeFrom(const QString& folder, const QRegularExpression& form) {
+/// Each of the forms below has one of these; nearly no other file has, for which no form is tried.
+bool mayBeUnfinished(const QString& name) {
+    constexpr qsizetype suffix = 7;  // a point and six signs
+    return (name.size() > suffix && name.at(name.size() - suffix) == u'.') || name.contains(".part"_L1) ||
+           name.contains(".restored"_L1);
+}
+
+void removeFrom(const QString& folder, std::initializer_list<QRegularExpression> forms) {
     QDir files(folder);
     for (const QString& name : files.entryList(QDir::Files | QDir::NoSymLinks)) {
-        if (form.match(name).hasMatch())
+        if (mayBeUnfinished(name) && std::any_of(forms.begin(), forms.end(), [&](const auto& form) {
+                return form.match(name).hasMatch();
+            }))
             files.remove(name);
     }
 }
@@ -37,15 +48,13 @@ void removeLeftovers(const QString& database) {
         u"^(?:ChangeHistory|Chemicals|FormulaLog|JarUsage|LogAvery8160|LogReport|RXLabel|RXReport|Recall|Worksheet)"
         "\\.xls\\.(?!backup\\z)\\w{6}\\z"_s);
     const QString folder = platform::programFolder();
-    removeFrom(folder, beside);
-    removeFrom(folder, exported);
-    removeFrom(folder, unfinished(u"sorvanto.mdb"_s));
-    removeFrom(folder + u"/backups"_s, copy);
-    removeFrom(folder + u"/mixes"_s, journal);
-    removeFrom(folder + u"/mixes/closed"_s, journal);
+    removeFrom(folder, {beside, exported, unfinished(u"sorvanto.mdb"_s)});
+    removeFrom(folder + u"/backups"_s, {copy});
+    removeFrom(folder + u"/mixes"_s, {journal});
+    removeFrom(folder + u"/mixes/closed"_s, {journal});
     const QFileInfo file(platform::platformPath(database));
     if (!file.fileName().isEmpty())
-        removeFrom(file.path(), unfinished(file.fileName()));
+        removeFrom(file.path(), {unfinished(file.fileName())});
 }
 
 void keepFoldersToOwner() {
