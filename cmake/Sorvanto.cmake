@@ -133,27 +133,53 @@ endfunction()
 # What is tested as it is delivered, without the sanitizers: the programs, their benchmarks, and the tests that run them.
 add_custom_target(whole_program)
 
-# sorvanto_test(<folder below tests> LABEL unit|gui|e2e|fault|slow LINKS <targets>...)
-# One GoogleTest program of all sources of the folder. Those of unit and gui run under the sanitizers.
-function(sorvanto_test folder)
-  cmake_parse_arguments(ARG "" "LABEL" "LINKS" ${ARGN})
+# sorvanto_suites(<folder below tests> SUITES <names>... LINKS <targets>...)
+# Suites of the folder that two test programs run: compiled once, as sorvanto_<folder>_suites. The folder's own program
+# takes them from there.
+function(sorvanto_suites folder)
+  cmake_parse_arguments(ARG "" "" "SUITES;LINKS" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp
-       ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
-  if(NOT sources)
-    return()
-  endif()
-  add_executable(test_${name} ${sources})
-  _sorvanto_unity(test_${name} 8)
-  _sorvanto_generators(test_${name} ${sources})
-  target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} sorvanto_test_support)
-  target_compile_definitions(test_${name} PRIVATE
+  list(TRANSFORM ARG_SUITES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/)
+  list(TRANSFORM ARG_SUITES APPEND .cpp)
+  add_library(sorvanto_${name}_suites OBJECT ${ARG_SUITES})
+  target_link_libraries(sorvanto_${name}_suites PUBLIC ${ARG_LINKS})
+  _sorvanto_test_sources(sorvanto_${name}_suites ${ARG_SUITES})
+endfunction()
+
+# What is the same for all that tests are compiled into.
+function(_sorvanto_test_sources target)
+  _sorvanto_unity(${target} 8)
+  _sorvanto_generators(${target} ${ARGN})
+  target_link_libraries(${target} PRIVATE sorvanto_test_support)
+  target_compile_definitions(${target} PRIVATE
       SORVANTO_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
       SORVANTO_GOLDEN="${CMAKE_SOURCE_DIR}/tests/golden"
       SORVANTO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
       SORVANTO_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
-  _sorvanto_common(test_${name} test)
-  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  _sorvanto_common(${target} test)
+  target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+endfunction()
+
+# sorvanto_test(<folder below tests> LABEL unit|gui|server|e2e|fault|slow [ON_SERVER] LINKS <targets>...)
+# One GoogleTest program of all sources of the folder. Those of unit and gui run under the sanitizers.
+# ON_SERVER: its records are on a server in place of a file.
+function(sorvanto_test folder)
+  cmake_parse_arguments(ARG "ON_SERVER" "LABEL" "LINKS" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp
+       ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
+  if(TARGET sorvanto_${name}_suites)
+    get_target_property(compiled sorvanto_${name}_suites SOURCES)
+    list(REMOVE_ITEM sources ${compiled})
+    list(APPEND ARG_LINKS sorvanto_${name}_suites)
+  endif()
+  if(ARG_ON_SERVER)
+    list(APPEND sources ${CMAKE_CURRENT_SOURCE_DIR}/support/ServerPlace.cpp)
+    list(APPEND ARG_LINKS sorvanto_test_server)
+  endif()
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE ${ARG_LINKS})
+  _sorvanto_test_sources(test_${name} ${sources})
   add_test(NAME ${name} COMMAND test_${name})
   if(NOT ARG_LABEL MATCHES "unit|gui")
     add_dependencies(whole_program test_${name})

@@ -282,7 +282,7 @@ TEST_F(ChemicalEditTest, ARecordDeletedByAnotherProgramIsReportedAtSavingNotLost
 TEST_F(ChemicalEditTest, ARefusedStatementIsReportedAndLosesNothing) {
     edit();
     box("txtchm_Name").setText("Typed");
-    sql("CREATE TRIGGER refused BEFORE UPDATE ON Chemical BEGIN SELECT RAISE(FAIL, 'not now'); END");
+    place().refuse(databasePath(), {u"UPDATE"_s, u"Chemical"_s, u"chm_Name"_s, u"Typed"_s});
     click("cmdSave");
     expectReport("clsChemical:saveChemical");
     expectReports("frmChemical:refreshForm");

@@ -18,9 +18,7 @@ protected:
     /// With the identity that an update gives a file.
     void seed() override {
         DraftsTest::seed();
-        sql("CREATE TABLE FileIdentity (fid_Identity TEXT(32) NOT NULL, fid_Parent TEXT(32),"
-            " fid_Changes INTEGER NOT NULL DEFAULT 0);"
-            "INSERT INTO FileIdentity (fid_Identity) VALUES (lower(hex(randomblob(16))))");
+        place().giveIdentity(databasePath());
     }
     /// On the first patient, one after the other; the last one is the newest.
     void loseTexts(const QStringList& texts) {

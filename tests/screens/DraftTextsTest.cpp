@@ -55,8 +55,8 @@ TEST_F(DraftTextsTest, ChoicesAndTheStepsOfTheMixAreTypedToo) {
     EXPECT_EQ(text(formulas, "cbofrm_Type"), type);
     click("cmdSave");
     EXPECT_EQ(
-        sqlText("SELECT frm_FormType, frm_Mix LIKE '%PreGrind=\"3\"%' FROM Formula WHERE FormulaID = 3"),
-        "4|1");
+        sqlText("SELECT frm_FormType FROM Formula WHERE FormulaID = 3 AND frm_Mix LIKE '%PreGrind=\"3\"%'"),
+        "4");
     files(0);
 }
 

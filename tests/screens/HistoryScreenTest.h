@@ -6,16 +6,13 @@
 
 #include "platform/widgets/Boxes.h"
 
-#include <QFile>
 #include <optional>
 
 class HistoryScreenTest : public ScreenTest {
 protected:
     void seed() override {
         seedLogs();
-        QFile history(QStringLiteral(SORVANTO_SOURCE_DIR "/data/history.sql"));
-        ASSERT_TRUE(history.open(QIODevice::ReadOnly));
-        sql(QString::fromUtf8(history.readAll()));
+        place().beginHistory(databasePath());
     }
     void TearDown() override {
         m_heard.reset();

@@ -22,8 +22,9 @@ protected:
     /// Batch 1 is from after the beginning of the history, and from before all that is changed from now on.
     void openFirstBatch() {
         load();
-        sql("UPDATE Log SET log_Date = datetime('now', 'localtime', '+1 minute') WHERE LogID = 1;"
-            "DROP TRIGGER History_Sealed; UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', hst_When, '-1 hour')");
+        sql(u"UPDATE Log SET log_Date = '%1' WHERE LogID = 1"_s.arg(
+            QDateTime::currentDateTime().addSecs(60).toString(u"yyyy-MM-dd HH:mm:ss"_s)));
+        place().moveHistory(databasePath(), u"-1 hour"_s);
         click(u"cmdLogs"_s);
         click(u"cmdNext"_s);
         click(u"cmdFirst"_s);
@@ -32,8 +33,8 @@ protected:
     /// An hour after the batch.
     void changeLater(const char* statement) const {
         sql(statement);
-        sql("UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', 'now', '+1 hour') WHERE HistoryID = (SELECT max(HistoryID) "
-            "FROM History)");
+        sql(u"UPDATE History SET hst_When = '%1' WHERE HistoryID = (SELECT max(HistoryID) FROM History)"_s
+                .arg(QDateTime::currentDateTimeUtc().addSecs(3600).toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s)));
     }
 };
 
@@ -84,7 +85,7 @@ TEST_F(LogChangesTest, WhatAnArchiveTookAlongMayHaveHeldMore) {
     changeLater("UPDATE Formula SET frm_Desc = 'x' WHERE FormulaID = 1");
     changeLater("UPDATE Formula SET frm_Desc = 'y' WHERE FormulaID = 1");
     changeLater("UPDATE Formula SET frm_Desc = 'z' WHERE FormulaID = 1");
-    sql("DROP TRIGGER History_Kept; DELETE FROM History WHERE HistoryID < (SELECT max(HistoryID) - 1 FROM History)");
+    sql("DELETE FROM History WHERE HistoryID < (SELECT max(HistoryID) - 1 FROM History)");
     click(u"cmdNext"_s);
     click(u"cmdFirst"_s);
     EXPECT_EQ(str(said()), "Formula: at least 2 changes since");

@@ -117,7 +117,7 @@ TEST_F(LogEditTest, ABatchDeletedByAnotherProgramTakesNoTexts) {
 
 TEST_F(LogEditTest, ARefusedStatementIsReportedAndKeepsTheTextsOnView) {
     edit();
-    sql("CREATE TRIGGER refused BEFORE UPDATE ON Log BEGIN SELECT RAISE(FAIL, 'not now'); END");
+    place().refuse(databasePath(), {u"UPDATE"_s, u"Log"_s, u"log_Name"_s, u"Cooling Gel"_s});
     box("txtlog_Verified").setText("typed");
     click("cmdSave");
     expectReport("clsLog:saveLog");

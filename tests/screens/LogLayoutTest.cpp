@@ -1,6 +1,7 @@
 // The log, chemical and patient screens in each delivered language at the size of a small screen: no caption,
 // heading, tab or button is cut off.
 #include "PatientScreenTest.h"
+#include "Settle.h"
 
 #include "platform/widgets/CommandBar.h"
 
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QTabWidget>
 
+using namespace Qt::StringLiterals;
 using namespace sorvanto;
 
 namespace {
@@ -19,6 +21,12 @@ const char* const languages[] = {"English", "Spanish",    "German",  "French",
 
 class LogLayoutTest : public PatientScreenTest, public ::testing::WithParamInterface<int> {
 protected:
+    void seed() override {
+        PatientScreenTest::seed();
+        place().beginHistory(databasePath());
+        for (const char* text : {"a", "b", "c"})  // a line of the log screen counts that
+            sql(u"UPDATE Formula SET frm_Desc = '%1'"_s.arg(QLatin1String(text)));
+    }
     QByteArray optionsXml() const override {
         const QString name = QString(languages[GetParam()]) + "Translation.xml";
         QFile delivered(QString(SORVANTO_SOURCE_DIR) + "/languages/" + name);
@@ -29,7 +37,7 @@ protected:
     }
     /// Every visible text of the screen has the room that it asks for.
     void expectRoom(ScreenNumber number) const {
-        QCoreApplication::processEvents();
+        support::settle();
         const QWidget& form = *window->screen(number);
         for (const auto* label : form.findChildren<QLabel*>()) {
             if (label->isVisible() && !label->text().isEmpty()) {

@@ -103,11 +103,11 @@ TEST_F(PatientCellTest, CancelDropsAnOpenCell) {
 
 TEST_F(PatientCellTest, ACellThatTheFileRefusesIsToldAndShowsTheStoredValue) {
     editPrescriptions();
-    sql("CREATE TRIGGER refused BEFORE UPDATE ON RXs BEGIN SELECT RAISE(FAIL, 'not now'); END");
+    place().refuse(databasePath(), {u"UPDATE"_s, u"RXs"_s, u"rxs_Doctor"_s, u"Dr. Elm"_s});
     typeIntoCell(0, "Doctor", "Dr. Elm");
     box("txtpat_City").setText("typed");
     asker.expectMsgBox(
-        "The change was not saved.\n\nThe record is related to records of another table (not now)");
+        "The change was not saved.\n\nThe record is related to records of another table (no room)");
     click("cmdSave");
     EXPECT_FALSE(patient().formLocked());
     EXPECT_EQ(str(row(0).section('|', 10)), "");

@@ -360,11 +360,12 @@ TEST_F(PriceImportTest, TheListIsOneOfNumbersAndTicks) {
 }
 
 TEST_F(PriceImportTest, TakingCanBeStoppedAndTakesNothingThen) {
-    sql("INSERT INTO Chemical (chm_Name, chm_NDC, chm_Units, chm_Cost, chm_AWP) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
-        "SELECT i + 1 FROM n WHERE i < 5000) SELECT 'Many ' || i, 'N' || i, 'GMS', '1', '2' FROM n");
+    place().runInBulk(databasePath(),
+                      u"INSERT INTO Chemical (ChemicalID, chm_Name, chm_NDC, chm_Units, chm_Cost, chm_AWP) "
+                      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+                      "SELECT 100 + i, 'Many ' || i, 'N' || i, 'GMS', 1, 2 FROM n"_s);
     // Work that a quick machine has done before its window is due could not be stopped.
-    sql("CREATE TRIGGER SlowTaking AFTER UPDATE ON Chemical BEGIN SELECT (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
-        "SELECT i + 1 FROM n WHERE i < 3000) SELECT sum(i) FROM n); END");
+    place().slowDown(databasePath(), u"Chemical"_s);
     QByteArray many = "NDC;Price;Size;Unit\n";
     for (int i = 1; i <= 5000; ++i)
         many += "N" + QByteArray::number(i) + ";120;100;g\n";

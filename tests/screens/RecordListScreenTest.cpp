@@ -225,7 +225,8 @@ TEST_F(RecordListScreenTest, ABatchSaysWhetherItWasInterruptedOrSimulated) {
 }
 
 TEST_F(RecordListScreenTest, TheLogHasARangeOfDaysAndTheOthersHaveNone) {
-    sql(u"UPDATE Log SET log_Date = '2026-03-0' || LogID || ' 10:00:00'"_s);
+    for (const QString& key : {u"1"_s, u"2"_s, u"3"_s})
+        sql(u"UPDATE Log SET log_Date = '2026-03-0%1 10:00:00' WHERE LogID = %1"_s.arg(key));
     show(wide, u"cmdLogs"_s);
     auto& from = *support::child<platform::DateBox>(*window, u"txtListFrom"_s);
     EXPECT_TRUE(from.isVisible());

@@ -108,18 +108,4 @@ TEST_F(UndoTest, WhatStandsInTheWayIsSaid) {
     EXPECT_EQ(announced(), "Zinc can not be restored: another record has its number now.");
 }
 
-TEST_F(UndoTest, WithoutAHistoryNothingIsOffered) {
-    sql("DROP TABLE History");
-    for (const QString& trigger :
-         sqlText("SELECT name FROM sqlite_schema WHERE type = 'trigger'").split('\n'))
-        sql("DROP TRIGGER IF EXISTS " + trigger);
-    load();
-    const support::Announced heard;
-    const QString name = text(formulas, u"txtfrm_Name"_s);
-    asker.expectMsgBox(u"Delete %1?"_s.arg(name), platform::deletionStyle, platform::Answer::Yes);
-    click(u"cmdDelete"_s);
-    EXPECT_EQ(str(heard.last().text), str(name) + " deleted");
-    EXPECT_TRUE(heard.last().actions.empty());
-}
-
 }  // namespace

@@ -13,10 +13,7 @@ namespace {
 class UseValuesTest : public HistoryScreenTest {
 protected:
     /// What is in the history so far was ten days ago.
-    void longAgo() const {
-        sql("DROP TRIGGER IF EXISTS History_Sealed;"
-            "UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', hst_When, '-10 days')");
-    }
+    void longAgo() const { place().moveHistory(databasePath(), u"-10 days"_s); }
     /// Chooses the day nine days ago in the history of the record on show and presses the button.
     void useOldValues() {
         asker.expectModal(u"HistoryWindow"_s, [&](QWidget& form) {

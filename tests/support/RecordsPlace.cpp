@@ -1,5 +1,7 @@
 #include "RecordsPlace.h"
 
+#include <QFile>
+
 using namespace Qt::StringLiterals;
 
 namespace support {
@@ -26,8 +28,32 @@ void RecordsPlace::doAfterInsert(const QString& file, const QString& table, cons
     run(file, u"CREATE TRIGGER meddle AFTER INSERT ON %1 BEGIN %2; END"_s.arg(table, statement));
 }
 
+void RecordsPlace::slowDown(const QString& file, const QString& table) {
+    run(file,
+        u"CREATE TRIGGER slow AFTER UPDATE ON %1 BEGIN SELECT (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+        "SELECT i + 1 FROM n WHERE i < 3000) SELECT sum(i) FROM n); END"_s.arg(table));
+}
+
+void RecordsPlace::giveIdentity(const QString& file) {
+    run(file, u"CREATE TABLE FileIdentity (fid_Identity TEXT(32) NOT NULL, fid_Parent TEXT(32),"
+              " fid_Changes INTEGER NOT NULL DEFAULT 0);"
+              "INSERT INTO FileIdentity (fid_Identity) VALUES (lower(hex(randomblob(16))))"_s);
+}
+
+void RecordsPlace::beginHistory(const QString& file) {
+    QFile history(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/history.sql"));
+    if (!history.open(QIODevice::ReadOnly))
+        throw std::runtime_error("There is no data/history.sql.");
+    run(file, QString::fromUtf8(history.readAll()));
+}
+
 void RecordsPlace::unlockHistory(const QString& file) {
-    run(file, u"DROP TRIGGER History_Sealed; DROP TRIGGER History_Kept"_s);
+    run(file, u"DROP TRIGGER IF EXISTS History_Sealed; DROP TRIGGER IF EXISTS History_Kept"_s);
+}
+
+void RecordsPlace::moveHistory(const QString& file, const QString& span) {
+    unlockHistory(file);
+    run(file, u"UPDATE History SET hst_When = strftime('%Y-%m-%d %H:%M:%f', hst_When, '%1')"_s.arg(span));
 }
 
 }  // namespace support

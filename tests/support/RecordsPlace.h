@@ -33,8 +33,16 @@ public:
     virtual void refuse(const QString& file, const Refusal& refusal);
     /// From now on that is done after each new row (NEW).
     virtual void doAfterInsert(const QString& file, const QString& table, const QString& statement);
+    /// From now on each change of such a row is work.
+    virtual void slowDown(const QString& file, const QString& table);
+    /// As an update gives it to those that have none.
+    virtual void giveIdentity(const QString& file);
+    /// The records as they are now are from before their history began.
+    virtual void beginHistory(const QString& file);
     /// From now on run changes rows of the history.
     virtual void unlockHistory(const QString& file);
+    /// All that was written down happened that much later, "-10 days".
+    virtual void moveHistory(const QString& file, const QString& span);
 };
 
 }  // namespace support

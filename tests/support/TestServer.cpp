@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <libpq-fe.h>
+#include <map>
 #include <memory>
 #include <sys/stat.h>
 #include <utility>
@@ -49,10 +50,16 @@ public:
     QString address(const QString& user, const QString& database) const {
         return u"postgresql://%1@/%2?host=%3/s/run&port=5432"_s.arg(user, database, m_folder.path());
     }
-    Rows ask(const QString& database, const QString& statements) const;
+    Rows ask(const QString& database, const QString& statements);
+    /// The connection to it would stand in the way of what is made of it, or end with it.
+    void leave(const QString& database) { m_connections.erase(database); }
     QString folder() const { return m_folder.path(); }
 
 private:
+    using Asking = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+
+    PGconn* connectionTo(const QString& database);
+
     void start() {
         QProcess process;
         process.start(script, {m_folder.filePath("s"), "--local"});
@@ -94,6 +101,7 @@ private:
 
     QTemporaryDir m_folder{u"/tmp/srvXXXXXX"_s};
     std::unique_ptr<Warden> m_warden;
+    std::map<QString, Asking> m_connections;
 };
 
 std::unique_ptr<Server> running;
@@ -104,7 +112,7 @@ class ServerEnd : public ::testing::Environment {
 };
 const auto* const serverEnd = ::testing::AddGlobalTestEnvironment(new ServerEnd);
 
-const Server& server() {
+Server& server() {
     static bool tried = false;
     if (!std::exchange(tried, true))
         running = std::make_unique<Server>();
@@ -125,15 +133,27 @@ QString valueText(const PGresult* result, int row, int column) {
     return number.contains('.') || number.contains('e') ? number : number + u".0"_s;
 }
 
-Rows Server::ask(const QString& database, const QString& statements) const {
-    const std::unique_ptr<PGconn, decltype(&PQfinish)> connection(
-        PQconnectdb(address(u"sorvanto_admin"_s, database).toUtf8().constData()), PQfinish);
-    PQclear(PQexec(connection.get(), "SET client_min_messages = warning; SET search_path = sorvanto"));
+PGconn* Server::connectionTo(const QString& database) {
+    Asking& connection = m_connections.try_emplace(database, nullptr, PQfinish).first->second;
+    const auto begins = [&] {
+        PQclear(PQexec(connection.get(),
+                       "RESET ALL; SET client_min_messages = warning; SET search_path = sorvanto"));
+        return PQstatus(connection.get()) == CONNECTION_OK;
+    };
+    if (!connection || !begins()) {  // a test may have ended it
+        connection.reset(PQconnectdb(address(u"sorvanto_admin"_s, database).toUtf8().constData()));
+        begins();
+    }
+    return connection.get();
+}
+
+Rows Server::ask(const QString& database, const QString& statements) {
+    PGconn* const connection = connectionTo(database);
     const std::unique_ptr<PGresult, decltype(&PQclear)> result(
-        PQexec(connection.get(), statements.toUtf8().constData()), PQclear);
+        PQexec(connection, statements.toUtf8().constData()), PQclear);
     const ExecStatusType status = PQresultStatus(result.get());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
-        ADD_FAILURE() << PQerrorMessage(connection.get()) << "\nin: " << statements.left(2000).toStdString();
+        ADD_FAILURE() << PQerrorMessage(connection) << "\nin: " << statements.left(2000).toStdString();
     Rows rows;
     for (int row = 0; row < PQntuples(result.get()); ++row) {
         rows.emplace_back();
@@ -171,6 +191,13 @@ void makeTemplate(const QString& file) {
     for (const char* table : {"Chemical", "Formula", "FormChem", "Patient", "Log", "LogChem", "RXs"})
         all += copyOf(file, QString::fromLatin1(table));
     server().ask(u"sample"_s, all);
+    server().leave(u"sample"_s);
+}
+
+void makeFrom(const QString& model) {
+    server().leave(u"sorvanto"_s);
+    server().ask(u"postgres"_s, u"DROP DATABASE IF EXISTS sorvanto WITH (FORCE)"_s);
+    server().ask(u"postgres"_s, u"CREATE DATABASE sorvanto TEMPLATE "_s + model);
 }
 
 }  // namespace
@@ -178,14 +205,10 @@ void makeTemplate(const QString& file) {
 void makeServerRecords(const QString& likeFile) {
     static const bool made = [&] { return makeTemplate(likeFile), true; }();
     Q_UNUSED(made)
-    server().ask(u"postgres"_s, u"DROP DATABASE IF EXISTS sorvanto WITH (FORCE)"_s);
-    server().ask(u"postgres"_s, u"CREATE DATABASE sorvanto TEMPLATE sample"_s);
+    makeFrom(u"sample"_s);
 }
 
-void makeEmptyServer() {
-    server().ask(u"postgres"_s, u"DROP DATABASE IF EXISTS sorvanto WITH (FORCE)"_s);
-    server().ask(u"postgres"_s, u"CREATE DATABASE sorvanto TEMPLATE empty"_s);
-}
+void makeEmptyServer() { makeFrom(u"empty"_s); }
 
 QString serverOwnerAddress() { return server().address(u"sorvanto_owner"_s, u"sorvanto"_s); }
 
