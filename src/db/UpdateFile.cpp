@@ -27,15 +27,20 @@ UpdateStep readStep(const platform::XmlNode& node) {
     return step;
 }
 
-/// One that ends the transaction would leave half an update.
+/// One that ends the transaction would leave half an update. A comment ends a file's engine at its first end, a server's
+/// where each that began in it has ended as well.
 void refuseControl(const QString& statement) {
     static const QRegularExpression control(
-        u"^(BEGIN|COMMIT|END|ROLLBACK|SAVEPOINT|RELEASE|ATTACH|DETACH|VACUUM)\\b"_s,
+        u"^(BEGIN|START|COMMIT|END|ROLLBACK|ABORT|PREPARE|SAVEPOINT|RELEASE|ATTACH|DETACH|VACUUM)\\b"_s,
         QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression commentsAhead(u"^(?:[\\s\\x{FEFF}]+|--[^\\n]*|/\\*.*?(?:\\*/|\\z))+"_s,
-                                                  QRegularExpression::DotMatchesEverythingOption);
-    if (control.match(QString(statement).remove(commentsAhead)).hasMatch())
-        refuse(u"a statement that is not the step's to run: %1"_s.arg(statement));
+    constexpr auto whole = QRegularExpression::DotMatchesEverythingOption;
+    static const QRegularExpression flat(u"^(?:[\\s\\x{FEFF}]+|--[^\\n]*|/\\*.*?(?:\\*/|\\z))+"_s, whole);
+    static const QRegularExpression nested(
+        u"^(?:[\\s\\x{FEFF}]+|--[^\\n]*|(/\\*(?:(?!/\\*|\\*/).|(?1))*+\\*/))+"_s, whole);
+    for (const QRegularExpression& commentsAhead : {flat, nested}) {
+        if (control.match(QString(statement).remove(commentsAhead)).hasMatch())
+            refuse(u"a statement that is not the step's to run: %1"_s.arg(statement));
+    }
 }
 
 /// Of two statements in one element the engine would run the first alone. The engine's own test knows that a trigger's body
