@@ -10,7 +10,7 @@ namespace platform::postgres {
 
 OwnStatement ownStatement(const QString& statement, const Catalogue& catalogue) {
     static const QRegularExpression part(
-        u"(?<quoted>'(?:[^']|'')*'|\"(?:[^\"]|\"\")*\")|(?<name>[A-Za-z_][A-Za-z0-9_]*)|\\?(?<place>\\d*)"_s);
+        u"(?<quoted>'(?:[^']++|'')*+'|\"(?:[^\"]++|\"\")*+\")|(?<name>[A-Za-z_][A-Za-z0-9_]*)|\\?(?<place>\\d*)"_s);
     OwnStatement own;
     qsizetype end = 0;
     int parameters = 0;
