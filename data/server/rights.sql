@@ -28,7 +28,7 @@ BEGIN
     FOR dangerous IN
         SELECT oid::regprocedure FROM pg_proc
         WHERE pronamespace = 'pg_catalog'::regnamespace
-            AND proname ~ '^(lo_.*|lowrite|loread|query_to_.*|table_to_.*|schema_to_.*|database_to_.*|cursor_to_.*|pg_sleep.*|pg_cancel_backend|pg_terminate_backend|pg_stat_get_activity|pg_read_.*|pg_ls_.*|pg_stat_file|set_config|ts_stat|pg_notify)$'
+            AND proname ~ '^(lo_.*|lowrite|loread|query_to_.*|table_to_.*|schema_to_.*|database_to_.*|cursor_to_.*|pg_sleep.*|pg_cancel_backend|pg_terminate_backend|pg_stat_get_activity|pg_read_.*|pg_ls_.*|pg_stat_file|set_config|pg_show_all_settings|ts_stat|pg_notify|pg_logical_emit_message|pg_export_snapshot)$'
     LOOP
         EXECUTE 'REVOKE EXECUTE ON FUNCTION ' || dangerous || ' FROM PUBLIC';
     END LOOP;
