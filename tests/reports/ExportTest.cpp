@@ -179,8 +179,9 @@ TEST_F(ExportTest, NumbersAmountsAndDatesReadAsOnPaper) {
 }
 
 TEST_F(ExportTest, WhatIsWrittenWithoutPagesIsWhatPagesWouldGive) {
-    sql("UPDATE Formula SET frm_Instructions = printf('%.3000c', 'x y') WHERE FormulaID = 1;"
-        "UPDATE Chemical SET chm_Name = printf('%.200c', 'w') WHERE ChemicalID = 1;");
+    sql("UPDATE Formula SET frm_Instructions = '" + QString(3000, 'x') +
+        "' WHERE FormulaID = 1; UPDATE Chemical SET chm_Name = '" + QString(200, 'w') +
+        "' WHERE ChemicalID = 1;");
     for (const char* stem : {"Worksheet", "FormulaLog", "LogReport", "JarUsage", "Chemicals", "RXReport"}) {
         runReport(reportOf(stem), true, u"\\%1.xls"_s.arg(stem));
         EXPECT_TRUE(folder.read(u"%1.xls"_s.arg(stem)) == spreadsheet(finished(reportOf(stem))->document()))
@@ -279,7 +280,7 @@ TEST_F(ExportTest, FullDiskIsAFailureAndLeavesTheOldFileAlone) {
 
 TEST_F(ExportTest, TextTooLongForACellIsSaidAndLeavesTheOldFile) {
     folder.write("Worksheet.xls", "an old file");
-    sql("UPDATE Formula SET frm_Instructions = printf('%.32768c', 'x') WHERE FormulaID = 1;");
+    sql("UPDATE Formula SET frm_Instructions = '" + QString(32768, 'x') + "' WHERE FormulaID = 1;");
     try {
         runReport(worksheet(1, 25), true, "\\Worksheet.xls");
         ADD_FAILURE() << "no cell holds that";
@@ -287,15 +288,17 @@ TEST_F(ExportTest, TextTooLongForACellIsSaidAndLeavesTheOldFile) {
         EXPECT_TRUE(failure.description().contains("32,767 characters")) << str(failure.description());
     }
     EXPECT_EQ(folder.read("Worksheet.xls"), "an old file");
-    sql("UPDATE Formula SET frm_Instructions = printf('%.32767c', 'x') WHERE FormulaID = 1;");
+    sql("UPDATE Formula SET frm_Instructions = '" + QString(32767, 'x') + "' WHERE FormulaID = 1;");
     runReport(worksheet(1, 25), true, "\\Worksheet.xls");
     EXPECT_TRUE(tools::cells(folder.path("Worksheet.xls")).contains(QString(32'767, 'x')));
 }
 
 TEST_F(ExportTest, MoreRowsThanASpreadsheetHasAreSaidAndLeaveTheOldFile) {
     folder.write("Chemicals.xls", "an old file");
-    sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 66000) INSERT INTO Chemical "
-        "(chm_Name) SELECT 'C' || i FROM n;");
+    place().runInBulk(
+        databasePath(),
+        "INSERT INTO Chemical (ChemicalID, chm_Name) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+        "SELECT i + 1 FROM n WHERE i < 66000) SELECT 100 + i, 'C' || i FROM n;");
     try {
         runReport(chemicals(), true, "\\Chemicals.xls");
         ADD_FAILURE() << "no sheet holds that";

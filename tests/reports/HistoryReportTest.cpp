@@ -17,6 +17,7 @@ protected:
     void SetUp() override {
         ReportTest::SetUp();
         useNewFile();
+        place().unlockHistory(databasePath());
         sql("INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Urea', 2.5);"
             "UPDATE Chemical SET chm_Lot = 'A', chm_Cost = 3;"
             "INSERT INTO Patient (pat_LName) VALUES ('Stone'); DELETE FROM Patient;"

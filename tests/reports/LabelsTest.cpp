@@ -227,7 +227,8 @@ TEST_F(LabelsTest, LotThatBarsCannotCarryPrintsAsTextWithAWarning) {
 }
 
 TEST_F(LabelsTest, TooLongNameIsCutWithAWarning) {
-    sql("UPDATE Log SET log_Name = printf('%.100c', 'M'), log_Strength = '100000000 mg per 1 ml' WHERE LogID = 2;");
+    sql("UPDATE Log SET log_Name = '" + QString(100, 'M') +
+        "', log_Strength = '100000000 mg per 1 ml' WHERE LogID = 2;");
     const RunPtr run = finished(batchLabels(2, "1", 1));
     const QString joined = cut(*run).join('\n');
     EXPECT_TRUE(joined.contains("txtfrm_Name"));

@@ -44,7 +44,10 @@ void ReportTest::SetUp() {
 void ReportTest::useNewFile() const {
     basMain::gConnection->close();
     QFile::remove(databasePath());
-    sorvanto::createDatabase(databasePath());
+    if (place().location(databasePath()) == databasePath())
+        sorvanto::createDatabase(databasePath());
+    else
+        place().create(databasePath());
     openDB();
 }
 
@@ -88,11 +91,7 @@ void ReportTest::seedPharmacy() const {
         " (33, 3, 2, '2026-03-03 00:00:00', 10, 16.6, 100, '', '');");
 }
 
-void ReportTest::seedSample() const {
-    QFile file(SORVANTO_SOURCE_DIR "/data/sample.sql");
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    sql(QString::fromUtf8(file.readAll()));
-}
+void ReportTest::seedSample() const { place().addSample(databasePath()); }
 
 void ReportTest::setOption(const QString& element, const QString& value) {
     const QRegularExpression old("<" + element + ">[^<]*</" + element + ">|<" + element + "/>");

@@ -73,7 +73,7 @@ TEST_F(WholeValuesTest, NameIsShortenedInFrontOfItsStrength) {
     EXPECT_TRUE(drug.startsWith("Diclofenac Sodium")) << str(drug);
     EXPECT_TRUE(drug.endsWith(u"… 1000 mcg/ml"_s)) << str(drug);
     EXPECT_TRUE(paper(*run, "label").contains("mcg/ml 100")) << "the quantity stands apart";
-    sql("UPDATE Log SET log_Name = printf('%.200c', 'M'), log_Strength = '1000 mcg/ml';");
+    sql("UPDATE Log SET log_Name = '" + QString(200, 'M') + "', log_Strength = '1000 mcg/ml';");
     EXPECT_TRUE(one(*finished(formulaLog(2)), "txtFormulaName").ends_with("… 1000 mcg/ml"));
     EXPECT_TRUE(one(*finished(logReport(1, day(2026, 1, 1), day(2026, 3, 7))), "txtName")
                     .ends_with("… 1000 mcg/ml|Custom|777-01"))
@@ -189,8 +189,8 @@ TEST_F(WholeValuesTest, CurrencyKeepsItsOwnMarks) {
 }
 
 TEST_F(WholeValuesTest, EveryLineOfTheInstructionsIsPrinted) {
-    sql("UPDATE Formula SET frm_Instructions = 'Weigh.' || char(10) || 'Mix.' || char(10) || 'Fill.' || char(10) || "
-        "'CAUTION: protect from light.' WHERE FormulaID = 1;");
+    sql("UPDATE Formula SET frm_Instructions = 'Weigh.\nMix.\nFill.\n"
+        "CAUTION: protect from light.' WHERE FormulaID = 1;");
     EXPECT_EQ(one(*finished(worksheet(1, 25)), "txtfrm_Instructions"),
               "Weigh.|Mix.|Fill.|CAUTION: protect from light.");
     EXPECT_EQ(one(*finished(formulaLog(2)), "txtfrm_Instructions"),
@@ -201,7 +201,7 @@ TEST_F(WholeValuesTest, LongInstructionsGoOnOverPages) {
     QStringList steps;
     for (int step = 1; step <= 130; ++step)
         steps << u"Step-%1."_s.arg(step);
-    sql("UPDATE Formula SET frm_Desc = 'First line' || char(10) || 'Second line' || char(10) || 'Third line', "
+    sql("UPDATE Formula SET frm_Desc = 'First line\nSecond line\nThird line', "
         "frm_Instructions = '" +
         steps.join('\n') + "' WHERE FormulaID = 1;");
     const RunPtr run = finished(worksheet(1, 25));
@@ -233,7 +233,7 @@ TEST_F(WholeValuesTest, LabelWithAValueThatHasNoRoomIsNotPrinted) {
 }
 
 TEST_F(WholeValuesTest, BatchLabelWithAValueThatHasNoRoomIsNotPrinted) {
-    sql("UPDATE Log SET log_Strength = printf('%.60c', '7') WHERE LogID = 2;");
+    sql("UPDATE Log SET log_Strength = '" + QString(60, '7') + "' WHERE LogID = 2;");
     const RunPtr run = finished(batchLabels(2, "3", 1));
     EXPECT_EQ(run->document().leftOutLabels, 3);
     const QImage page = tools::picture(pdf(*run, "white"), 1, 72);
@@ -243,7 +243,7 @@ TEST_F(WholeValuesTest, BatchLabelWithAValueThatHasNoRoomIsNotPrinted) {
 }
 
 TEST_F(WholeValuesTest, ReportWithAHiddenValueHasAFootnoteOnThatPageAlone) {
-    sql("UPDATE LogChem SET lch_Lot = printf('%.60c', '7') WHERE LogChemID = 23;");
+    sql("UPDATE LogChem SET lch_Lot = '" + QString(60, '7') + "' WHERE LogChemID = 23;");
     const RunPtr run = finished(formulaLog(2));
     EXPECT_EQ(str(shown(*run, "txtchm_Lot").first()), "####");
     EXPECT_EQ(run->document().hiddenValues, 1);
@@ -278,8 +278,8 @@ TEST_F(WholeValuesTest, ListsSayWhyTheirTotalsDiffer) {
 TEST_F(WholeValuesTest, LongDataIsWholeInFourSystems) {
     sql("UPDATE Log SET log_Name = 'Testosterone Propionate in Anhydrous Base', log_Strength = '12.5mg/1.25ml', "
         "log_Cost = 98765432.1, log_AWP = 123456789.5, log_Lot = 'SV26-0001-000012345'; UPDATE Formula SET frm_Desc = "
-        "'Keep cool and dry.' || char(10) || 'Shake before use.', frm_Instructions = 'Weigh 12.5 mg.' || char(10) || "
-        "'Triturate 10 minutes.' || char(10) || 'Fill up to 100 ml.' || char(10) || 'CAUTION: protect from light.'; "
+        "'Keep cool and dry.\nShake before use.', frm_Instructions = 'Weigh 12.5 mg.\n"
+        "Triturate 10 minutes.\nFill up to 100 ml.\nCAUTION: protect from light.'; "
         "UPDATE Chemical SET chm_Name = chm_Name || ' Sodium Micronized Powder for Suspension 1000 mcg/ml', chm_Cost = "
         "9876.5 + chm_Cost, chm_AWP = 123456.78, chm_NDC = '12345-6789-01', chm_Lot = 'LOT-2026-000123', chm_Supplier "
         "= 'Quill & Co. Pharmaceutical Wholesale Ltd.'; UPDATE LogChem SET lch_Cost = 1234567.89, lch_Lot = "

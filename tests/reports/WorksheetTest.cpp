@@ -215,11 +215,11 @@ TEST_F(WorksheetTest, LinesMovedBetweenTwoPagesAreFoundAgain) {
 
 TEST_F(WorksheetTest, LongAndStrangeTextsStayInTheirControls) {
     const QString name = u"Very long name "_s.repeated(7).left(100);
-    sql("UPDATE Formula SET frm_Name = '" + name +
-        "', frm_Instructions = 'one' || char(13) || char(10) || 'two "
-        "<b>&amp;</b> ' || printf('%.300c', 'w'), frm_Desc = 'Лекарство Größe œuvre żółć Składniki' WHERE "
-        "FormulaID = 1; UPDATE Chemical SET chm_Name = printf('%.100c', 'W'), chm_Notes = printf('%.300c', 'N') "
-        "WHERE ChemicalID = 3;");
+    sql("UPDATE Formula SET frm_Name = '" + name + "', frm_Instructions = 'one\r\ntwo <b>&amp;</b> " +
+        QString(300, 'w') +
+        "', frm_Desc = 'Лекарство Größe œuvre żółć Składniki' WHERE FormulaID = 1; "
+        "UPDATE Chemical SET chm_Name = '" +
+        QString(100, 'W') + "', chm_Notes = '" + QString(300, 'N') + "' WHERE ChemicalID = 3;");
     const RunPtr run = finished(worksheet(1, 25));
     const QString joined = cut(*run).join('\n');
     EXPECT_TRUE(joined.contains("txtchm_Name: WWW"));

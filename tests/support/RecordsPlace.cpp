@@ -9,6 +9,13 @@ namespace {
 
 RecordsPlace* chosen = nullptr;
 
+QString delivered(const QString& name) {
+    QFile file(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("There is no " + file.fileName().toStdString());
+    return QString::fromUtf8(file.readAll());
+}
+
 }  // namespace
 
 RecordsPlace& RecordsPlace::current() {
@@ -17,6 +24,8 @@ RecordsPlace& RecordsPlace::current() {
 }
 
 void RecordsPlace::setCurrent(RecordsPlace& place) { chosen = &place; }
+
+void RecordsPlace::addSample(const QString& file) { runSql(file, delivered(u"sample.sql"_s)); }
 
 void RecordsPlace::refuse(const QString& file, const Refusal& refusal) {
     run(file,
@@ -40,12 +49,7 @@ void RecordsPlace::giveIdentity(const QString& file) {
               "INSERT INTO FileIdentity (fid_Identity) VALUES (lower(hex(randomblob(16))))"_s);
 }
 
-void RecordsPlace::beginHistory(const QString& file) {
-    QFile history(QString::fromUtf8(SORVANTO_SOURCE_DIR "/data/history.sql"));
-    if (!history.open(QIODevice::ReadOnly))
-        throw std::runtime_error("There is no data/history.sql.");
-    run(file, QString::fromUtf8(history.readAll()));
-}
+void RecordsPlace::beginHistory(const QString& file) { run(file, delivered(u"history.sql"_s)); }
 
 void RecordsPlace::unlockHistory(const QString& file) {
     run(file, u"DROP TRIGGER IF EXISTS History_Sealed; DROP TRIGGER IF EXISTS History_Kept"_s);

@@ -33,6 +33,12 @@ public:
     support::Rows runInBulk(const QString& file, const QString& statements) override {
         return run(file, u"SET session_replication_role = replica; "_s + statements);
     }
+    void addSample(const QString& file) override {
+        support::createDatabaseFile(file);
+        RecordsPlace::addSample(file);
+        support::addServerRecords(file);
+        QFile::remove(file);
+    }
     void refuse(const QString& file, const Refusal& refusal) override {
         run(file,
             u"CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "

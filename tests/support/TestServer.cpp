@@ -183,14 +183,18 @@ QString copyOf(const QString& file, const QString& table) {
                                                                         rows.join(u",\n"_s));
 }
 
+QString copyOf(const QString& file) {
+    QString all;
+    for (const char* table : {"Chemical", "Formula", "FormChem", "Patient", "Log", "LogChem", "RXs"})
+        all += copyOf(file, QString::fromLatin1(table));
+    return all;
+}
+
 /// The database that each test's is made from.
 void makeTemplate(const QString& file) {
     server().ask(u"postgres"_s, u"CREATE DATABASE sample TEMPLATE empty"_s);
     // What is the updater's on a server, tests do as a bench.
-    QString all = u"GRANT UPDATE ON \"Options\" TO sorvanto_bench;"_s;
-    for (const char* table : {"Chemical", "Formula", "FormChem", "Patient", "Log", "LogChem", "RXs"})
-        all += copyOf(file, QString::fromLatin1(table));
-    server().ask(u"sample"_s, all);
+    server().ask(u"sample"_s, u"GRANT UPDATE ON \"Options\" TO sorvanto_bench;"_s + copyOf(file));
     server().leave(u"sample"_s);
 }
 
@@ -207,6 +211,8 @@ void makeServerRecords(const QString& likeFile) {
     Q_UNUSED(made)
     makeFrom(u"sample"_s);
 }
+
+void addServerRecords(const QString& likeFile) { server().ask(u"sorvanto"_s, copyOf(likeFile)); }
 
 void makeEmptyServer() { makeFrom(u"empty"_s); }
 

@@ -12,6 +12,9 @@ namespace support {
 /// connected is thrown out.
 void makeServerRecords(const QString& likeFile);
 
+/// Adds those of the file.
+void addServerRecords(const QString& likeFile);
+
 /// Makes the records anew, as they are on a server that nobody has worked on yet.
 void makeEmptyServer();
 

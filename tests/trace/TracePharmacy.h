@@ -17,8 +17,7 @@ class TraceTest : public ::testing::Test {
 protected:
     void SetUp() override {
         createRecords(path());
-        sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName, pat_Phone) VALUES (1, 'Margaret', 'Abernathy', "
-            "'440-555-0117'), (2, 'Jin', 'Xu', '440-555-0188')"_s);
+        sql(twoPatients());
     }
     QString path(const QString& name = u"sorvanto.mdb"_s) const { return folder.path(name); }
     void sql(const QString& statements) const { place().run(path(), statements); }
@@ -58,6 +57,10 @@ protected:
         return lots(trace.whereWent(trace.find(lot).ingredients, {}, days));
     }
 
+    static QString twoPatients() {
+        return u"INSERT INTO Patient (PatientID, pat_FName, pat_LName, pat_Phone) VALUES (1, 'Margaret', 'Abernathy', "
+               "'440-555-0117'), (2, 'Jin', 'Xu', '440-555-0188');"_s;
+    }
     support::TempProgramFolder folder;
 };
 
