@@ -33,6 +33,8 @@ struct Limits {
     int answerMs = statementMs + 5000;
     /// How long it has to end what the user doesn't want to wait for.
     int stopMs = 3000;
+    /// The same for what nobody has asked for.
+    int quietStopMs = 500;
     /// How long a server that refuses to be opened, as one that is just starting, is tried again.
     int againMs = 3000;
     /// How long it is tried to find out what became of a change.
@@ -63,6 +65,8 @@ public:
     const Refusal& refusal() const { return m_refusal; }
     /// Counts what was opened.
     int number() const { return m_number; }
+    /// How long the server has to end what is not waited for any more.
+    void setStopTime(int milliseconds) { m_limits.stopMs = milliseconds; }
     /// What the server has told of itself.
     QByteArray told(const char* parameter) const;
 

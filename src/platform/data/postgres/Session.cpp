@@ -60,6 +60,8 @@ public:
                                statement);
         session.m_working = true;
         session.m_line.forgetStop();
+        const bool quiet = session.m_waiter && !session.m_waiter->isPatient();
+        session.m_line.setStopTime(quiet ? session.m_limits.quietStopMs : session.m_limits.stopMs);
         session.m_sinceBegin.start();
     }
     ~Work() {

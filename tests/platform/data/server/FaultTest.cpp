@@ -268,6 +268,19 @@ TEST_F(FaultTest, WhoIsNotPatientOpensNoLineAndTakesOneThatIsThere) {
     EXPECT_EQ(proxy->lines(), 2);
 }
 
+TEST_F(FaultTest, WhoIsNotPatientDoesNotWaitForTheEndOfWhatIsStopped) {
+    const int forEver = 3'600'000;
+    postgres::Limits limits;
+    limits.stopMs = limits.answerMs = forEver;
+    limits.quietStopMs = 1;
+    session(limits);
+    proxy->arm("SELECT 7", Fault::FallSilent);
+    listener->patient = false;
+    listener->turn = [] { return false; };
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::permissionDenied);
+    EXPECT_LT(listener->lastWaited, forEver);
+}
+
 TEST_F(FaultTest, WhoeverKeepsTheWindowsAliveHasTurns) {
     session();
     listener->turns = listener->ends = 0;
