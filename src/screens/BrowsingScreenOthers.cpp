@@ -48,7 +48,7 @@ void BrowsingScreen::followSet() {
     const std::int64_t changes = m_watch.latest()->changes;
     const auto fresh = platform::Recordset::create();
     fresh->open(m_records.statement, m_context.connection, platform::LockType::ReadOnly);
-    const std::int64_t row = m_identifiers->position();
+    const std::int64_t row = m_identifiers->isOpen() ? m_identifiers->position() : -1;
     if (row >= 0 && fresh->recordCount() > 0)
         standOn(*fresh, m_identifiers->value(m_records.key).toLongLong(), row);
     const bool wasEmpty = m_empty;

@@ -10,6 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
+// A record that came on show before the first look counts as read then.
+void RecordWatch::note(const OthersState& state) {
+    m_latest = state;
+    if (!m_seen)
+        m_seen = state.ends;
+}
+
 void RecordWatch::watch(const QString& table, std::int64_t key) {
     if (table == m_table && key == m_key)
         return;
@@ -23,11 +30,7 @@ void RecordWatch::watch(const QString& table, std::int64_t key) {
 }
 
 void RecordWatch::look(const QString& name) {
-    if (!m_latest || m_key == 0 || !m_context.connection)
-        return;
-    if (!m_seen)
-        m_seen = m_latest->ends;
-    if (*m_seen == m_latest->ends)
+    if (!m_latest || m_key == 0 || !m_context.connection || *m_seen == m_latest->ends)
         return;
     const std::vector<HistoryEntry> entries =
         writtenByOthers(m_context.connection->engine(), m_table, m_key, *m_seen, m_latest->ends);

@@ -16,7 +16,7 @@ class RecordWatch {
 public:
     explicit RecordWatch(Context& context) : m_context(context) {}
 
-    void note(const OthersState& state) { m_latest = state; }
+    void note(const OthersState& state);
     /// Nothing before the first look.
     const std::optional<OthersState>& latest() const { return m_latest; }
 

@@ -204,6 +204,21 @@ TEST_F(OtherBenchTest, TheStatusLineAndTheMovesFollow) {
     EXPECT_EQ(str(shown("txtfrm_Name")), "Plain Base") << "what came behind the one that is gone";
 }
 
+TEST_F(OtherBenchTest, TheOtherScreensFollowToo) {
+    click("cmdChemicals");
+    click("cmdCancel");
+    EXPECT_EQ(str(place()), "Chemical 1 of 2");
+    otherDoes(
+        u"INSERT INTO \"Chemical\" (\"chm_Name\") VALUES ('Zinc'); UPDATE \"Chemical\" SET \"chm_Lot\" = 'L9'"_s);
+    EXPECT_EQ(str(place()), "Chemical 1 of 3");
+    EXPECT_EQ(str(text(chemicals, "txtchm_Lot")), "L9");
+    click("cmdPatients");
+    EXPECT_EQ(str(place()), "0 patients");
+    otherDoes(u"INSERT INTO \"Patient\" VALUES (DEFAULT, 'Jane', 'Doe', '', '', '', '', '', '', NULL, '')"_s);
+    EXPECT_EQ(str(place()), "Patient 1 of 1");
+    EXPECT_EQ(str(text(patients, "txtpat_LName")), "Doe") << "the first record comes on show";
+}
+
 TEST_F(OtherBenchTest, WhileARecordIsChangedTheSetStays) {
     click("cmdFormulas");
     click("cmdFirst");
