@@ -13,7 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-platform::Answer ReplyingAsker::messageBox(const QString& prompt, platform::BoxStyle, const QString&) {
+platform::Answer ReplyingAsker::messageBox(const QString& prompt, platform::BoxStyle style, const QString&) {
+    if (style.buttons == platform::deletionStyle.buttons)
+        return platform::Answer::Yes;
+    if (style.buttons == platform::Buttons::Ok) {
+        std::fprintf(stderr, "Told: %s\n", qPrintable(prompt));
+        return platform::Answer::Ok;
+    }
     std::fprintf(stderr, "Asked: %s\n", qPrintable(prompt));
     std::exit(EXIT_FAILURE);
 }
@@ -22,8 +28,8 @@ void ReplyingAsker::showModal(QObject& window, const std::function<void()>&) {
     auto& form = dynamic_cast<QWidget&>(window);
     form.show();
     settle();
-    if (reply)
-        reply(form);
+    if (const auto answer = reply)  // which may put another one in its place
+        answer(form);
     form.hide();
 }
 

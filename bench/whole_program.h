@@ -11,17 +11,19 @@
 
 namespace bench {
 
-/// Shows a modal window, lets it paint, hands it to the reply and hides it.
+/// Shows a modal window, lets it paint, hands it to the reply and hides it. Deletions are confirmed,
+/// and what is told is written down; no other question may come.
 class ReplyingAsker : public platform::Asker {
 public:
     std::function<void(QWidget&)> reply;
+    QString file;  ///< the one chosen where a file is asked for
 
     platform::Answer messageBox(const QString& prompt, platform::BoxStyle style,
                                 const QString& title) override;
     QString inputBox(const QString&, const QString&, const QString&, const platform::LineGuide&) override {
         return {};
     }
-    QString openFile(const QString&, const QString&) override { return {}; }
+    QString openFile(const QString&, const QString&) override { return file; }
     void showModal(QObject& window, const std::function<void()>& exec) override;
 };
 
