@@ -20,6 +20,7 @@
 #include "shared/ErrorReporter.h"
 #include "shared/FileIdentity.h"
 #include "shared/Translator.h"
+#include "shared/databaseInUse.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -173,6 +174,8 @@ HealthLine lockLine(const Context& context, const QString& readingOnly) {
         return benchesLine(*context.connection);
     if (!readingOnly.isEmpty())
         return {title, translated(u"Not held"_s), {}, false};
+    if (databaseFile(context).isEmpty())  // a server that is not open: others may well work on it
+        return {title, translated(u"Held"_s), {}};
     return {title, translated(u"Held"_s), translated(u"No other Control Panel can change these records"_s)};
 }
 

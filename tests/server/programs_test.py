@@ -262,6 +262,7 @@ class Programs(Bench):
         code, out, err = self.tour("--serverless")
         self.assertEqual(code, 0, err)
         self.assertIn(words, out)
+        self.assertNotIn("No other Control Panel can change these records", out)
         self.assertIn(f"frmMain:openDB  error {0x80040E4D - (1 << 32)}\n  Description: The server can't be opened (",
                       (self.folder / "errors.log").read_text())
         (self.folder / "errors.log").unlink()
