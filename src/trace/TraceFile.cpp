@@ -54,10 +54,16 @@ class Question {
 public:
     Question(const platform::ConnectionPtr& connection, const QString& sql, const QVariantList& values = {})
         : m_statement(engineOf(connection), sql, sql) {
+        if (!values.isEmpty())
+            ask(values);
+    }
+
+    /// The same with other values; it is prepared once for all of them.
+    void ask(const QVariantList& values) {
+        m_statement.reset();
         for (int i = 0; i < values.size(); ++i)
             m_statement.bind(i + 1, values[i]);
     }
-
     bool next() { return m_statement.step(); }
     QString text(int column) const { return m_statement.value(column, {FieldKind::LongText}).toString(); }
     double real(int column) const { return m_statement.value(column, {FieldKind::Double}).toDouble(); }
@@ -134,25 +140,29 @@ QStringList TraceFile::batchLots() const {
     return Question(m_connection, u"SELECT log_Lot FROM Log WHERE log_Lot > '' AND "_s + m_own).texts();
 }
 
-std::vector<Ingredient> TraceFile::ingredients(const QString& condition, const QString& text) const {
-    const auto read = [&](const QString& sql, std::vector<Ingredient>& all) {
-        Question rows(m_connection, sql, {text});
-        while (rows.next())
-            all.push_back({rows.text(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4)});
-    };
-    std::vector<Ingredient> all;
-    read(loggedIngredients.arg(QString(condition).replace(u'@', "lch_"_L1), m_own), all);
+std::vector<Ingredient> TraceFile::ingredients(const QString& condition, const QStringList& texts) const {
+    std::vector<Question> questions;
+    questions.emplace_back(m_connection,
+                           loggedIngredients.arg(QString(condition).replace(u'@', "lch_"_L1), m_own));
     if (m_number == 0)
-        read(chemicals.arg(QString(condition).replace(u'@', "chm_"_L1)), all);
+        questions.emplace_back(m_connection, chemicals.arg(QString(condition).replace(u'@', "chm_"_L1)));
+    std::vector<Ingredient> all;
+    for (const QString& text : texts) {
+        for (Question& rows : questions) {
+            rows.ask({text});
+            while (rows.next())
+                all.push_back({rows.text(0), rows.text(1), rows.text(2), rows.text(3), rows.text(4)});
+        }
+    }
     return all;
 }
 
 std::vector<Ingredient> TraceFile::ingredientsOfLot(const QString& lot) const {
-    return ingredients(u"@Lot = ?"_s, lot);
+    return ingredients(u"@Lot = ?"_s, {lot});
 }
 
 std::vector<Ingredient> TraceFile::ingredientsOfNdc(const QString& ndc) const {
-    return ingredients(u"@NDC = ?"_s, ndc);
+    return ingredients(u"@NDC = ?"_s, {ndc});
 }
 
 std::vector<Ingredient> TraceFile::ingredientsNamed(const QString& text) const {
@@ -161,27 +171,28 @@ std::vector<Ingredient> TraceFile::ingredientsNamed(const QString& text) const {
     names += Question(m_connection, differentOnes.arg("Chemical"_L1, "chm_Name"_L1)).texts();
     names.removeDuplicates();
     names.removeIf([&](const QString& name) { return !platform::folded(name).contains(wanted); });
-    std::vector<Ingredient> all;
-    for (const QString& name : names) {
-        std::vector<Ingredient> found = ingredients(u"@Name = ?"_s, name);
-        std::move(found.begin(), found.end(), std::back_inserter(all));
-    }
-    return all;
+    return ingredients(u"@Name = ?"_s, names);
 }
 
 // No lot is stored as an empty text or not at all; a look for either goes through the index.
-TraceFile::Keys TraceFile::batchesWith(const Ingredient& ingredient) const {
-    const auto keys = [&](const QString& hasLot) {
+TraceFile::Keys TraceFile::batchesWith(const std::vector<Ingredient>& ingredients) const {
+    const auto question = [&](const QString& hasLot) {
         return Question(
-                   m_connection,
-                   u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE %1 AND %2 AND %3 AND %4"_s.arg(
-                       hasLot, holds.arg("lch_Name"_L1, "2"_L1), holds.arg("lch_NDC"_L1, "3"_L1), m_own),
-                   {ingredient.lot, ingredient.name, ingredient.ndc})
-            .keys();
+            m_connection,
+            u"SELECT LogID FROM LogChem JOIN Log USING (LogID) WHERE %1 AND %2 AND %3 AND %4"_s.arg(
+                hasLot, holds.arg("lch_Name"_L1, "2"_L1), holds.arg("lch_NDC"_L1, "3"_L1), m_own));
     };
-    Keys all = keys(u"lch_Lot = ?1"_s);
-    if (ingredient.lot.isEmpty())
-        all.merge(keys(u"lch_Lot IS NULL AND ?1 = ''"_s));
+    Question ofLot = question(u"lch_Lot = ?1"_s);
+    Question withoutLot = question(u"lch_Lot IS NULL AND ?1 = ''"_s);
+    Keys all;
+    for (const Ingredient& one : ingredients) {
+        ofLot.ask({one.lot, one.name, one.ndc});
+        all.merge(ofLot.keys());
+        if (!one.lot.isEmpty())
+            continue;
+        withoutLot.ask({one.lot, one.name, one.ndc});
+        all.merge(withoutLot.keys());
+    }
     return all;
 }
 
@@ -317,10 +328,11 @@ std::int64_t TraceFile::chemicalOf(const Ingredient& ingredient) const {
 
 std::vector<TracedFormula> TraceFile::formulasWith(const std::vector<Ingredient>& ingredients) const {
     Keys keys;
-    for (const Ingredient& one : ingredients)
-        keys.merge(Question(m_connection, u"SELECT ChemicalID FROM Chemical WHERE "_s + isChemical(),
-                            {one.name, one.lot, one.ndc})
-                       .keys());
+    Question chemical(m_connection, u"SELECT ChemicalID FROM Chemical WHERE "_s + isChemical());
+    for (const Ingredient& one : ingredients) {
+        chemical.ask({one.name, one.lot, one.ndc});
+        keys.merge(chemical.keys());
+    }
     const QString ofThem =
         u"JOIN FormChem USING (FormulaID) WHERE ChemicalID IN (SELECT value FROM %1 AS wanted)"_s.arg(
             words().listedNumbers(u"?1"_s));

@@ -32,7 +32,8 @@ public:
     std::vector<Ingredient> ingredientsNamed(const QString& text) const;
 
     using Keys = std::set<std::int64_t>;
-    Keys batchesWith(const Ingredient& ingredient) const;
+    /// Batches that took in one of them.
+    Keys batchesWith(const std::vector<Ingredient>& ingredients) const;
     /// Batches that took in one of the lots, each with the lot as it was asked for.
     std::map<std::int64_t, QString> batchesWithLots(const QStringList& lots) const;
     Keys batchesMadeAs(const QString& lot) const;
@@ -66,7 +67,8 @@ public:
 
 private:
     const platform::EngineWords& words() const;
-    std::vector<Ingredient> ingredients(const QString& condition, const QString& text) const;
+    /// All for which a column is one of the texts, in their order.
+    std::vector<Ingredient> ingredients(const QString& condition, const QStringList& texts) const;
     std::vector<TracedPrescription> prescriptions(const QString& condition, const QVariant& value) const;
 
     platform::ConnectionPtr m_connection;

@@ -255,8 +255,7 @@ Recall Tracer::whereWent(const std::vector<Ingredient>& ingredients, const QStri
         TraceFile::Keys keys;
         if (!batchLot.isEmpty())
             keys = m_files[i].batchesMadeAs(batchLot);
-        for (const Ingredient& ingredient : ingredients)
-            keys.merge(m_files[i].batchesWith(ingredient));
+        keys.merge(m_files[i].batchesWith(ingredients));
         for (const std::int64_t key : keys)
             reached.add(static_cast<int>(i), key, {});
     }
