@@ -4,6 +4,9 @@
 #include "platform/data/Criterion.h"
 #include "platform/data/Dialect.h"
 #include "platform/data/LikePattern.h"
+#include "platform/data/postgres/LikeRegex.h"
+#include "platform/data/postgres/OwnStatement.h"
+#include "platform/data/postgres/ServerWords.h"
 #include "platform/data/sqlite/FileEngine.h"
 #include "platform/data/sqlite/LikeFunction.h"
 
@@ -59,6 +62,24 @@ void tryStatement(const QString& text) {
     }
 }
 
+/// Without the names of a server's tables: what is about these is drawn where there is one.
+void tryServersWords(const QString& text) {
+    static const platform::postgres::Catalogue nothing;
+    static const platform::postgres::ServerWords words(nothing);
+    const auto mayBeRefused = [](auto&& action) {
+        try {
+            action();
+        } catch (const platform::RuntimeError& failure) {
+            require(failure.number() == platform::error::statement ||
+                    failure.number() == platform::error::dataMismatch);
+        }
+    };
+    mayBeRefused([&] { platform::translateStatement(text, words, declaredType); });
+    mayBeRefused([&] { platform::postgres::likeRegex(text); });
+    const QString own = platform::postgres::ownStatement(text, nothing).sql;
+    require(text.contains(u'?') || own == text);
+}
+
 void tryCriterion(const QString& text) {
     try {
         platform::Criterion(text).accepts(QVariant(qint64{1}));
@@ -73,6 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto* bytes = reinterpret_cast<const char*>(data);
     const QString text = QString::fromUtf8(bytes, static_cast<qsizetype>(size));
     tryStatement(text);
+    tryServersWords(text);
     tryStatement(u"SELECT id, name AS [n] FROM T WHERE (name Like '%1%')"_s.arg(text));
     tryStatement(u"UPDATE T SET [name] = %1, [day] = '%1' WHERE id = 1"_s.arg(text));
     tryCriterion(text);
