@@ -24,6 +24,8 @@ protected:
             all << QString::fromUtf8(file.readAll());
         }
         EXPECT_GT(all.size(), 20);
+        all << u"INSERT INTO Chemical (chm_Name, chm_Cost) VALUES ('Zinc', 2.5)"_s
+            << u"UPDATE Chemical SET [chm_Name] = 'Zinc' WHERE ChemicalID < 9"_s << u"DELETE FROM FormChem"_s;
         const qsizetype finds = all.size();
         const int count = qEnvironmentVariableIntValue("SORVANTO_LONG") != 0 ? 20'000 : 300;
         for (int i = 0; i < count; ++i)
