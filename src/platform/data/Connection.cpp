@@ -30,6 +30,12 @@ QString dataSource(const QString& connectionString) {
 }  // namespace
 
 struct Connection::Private {
+    void expectClosed() const {
+        if (engine)
+            throw RuntimeError(error::invalidProcedureCall, u"The connection is already open"_s,
+                               u"Database"_s);
+    }
+
     std::unique_ptr<Engine> engine;
     Trace trace;
     std::shared_ptr<Waiter> waiter;
@@ -42,11 +48,15 @@ Connection::~Connection() = default;
 void Connection::setWaiter(std::shared_ptr<Waiter> waiter) { d->waiter = std::move(waiter); }
 
 void Connection::open(const QString& connectionString) {
-    if (d->engine)
-        throw RuntimeError(error::invalidProcedureCall, u"The connection is already open"_s, u"Database"_s);
+    d->expectClosed();
     const DataLocation location(dataSource(connectionString));
     d->engine = location.isServer() ? postgres::openServer(location.text(), d->waiter)
                                     : sqlite::openFile(platformPath(dataSource(connectionString)));
+}
+
+void Connection::openForReading(const QString& path) {
+    d->expectClosed();
+    d->engine = sqlite::openFile(platformPath(path), sqlite::OpenFor::Reading);
 }
 
 void Connection::close() { d->engine.reset(); }

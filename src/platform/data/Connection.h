@@ -27,6 +27,8 @@ public:
     /// creates one. Reads header and schema, so that a file that is no database fails here, as does a server without the
     /// tables. Throws cannotOpen or general.
     void open(const QString& connectionString);
+    /// Opens a file so that nothing in it or beside it can be changed, whatever its rights are. Throws as open().
+    void openForReading(const QString& path);
     void close();
     /// 1 open, 0 closed.
     int state() const;

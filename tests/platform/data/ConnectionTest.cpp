@@ -114,6 +114,27 @@ TEST_F(ConnectionTest, OpensAndCloses) {
     EXPECT_EQ(failureOf([&] { connection->open(source(path())); }).number(), error::invalidProcedureCall);
 }
 
+TEST_F(ConnectionTest, WhatIsOpenedForReadingStaysAsItIs) {
+    const auto content = [this] {
+        QFile file(path());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QDir folder(QFileInfo(path()).path());
+    connection->close();
+    const QByteArray before = content();
+    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden);
+    connection->openForReading(path());
+    EXPECT_TRUE(connection->isReadOnly());
+    EXPECT_FALSE(rows(u"SELECT ChemicalID FROM Chemical"_s)->eof());
+    EXPECT_EQ(numberOf(u"UPDATE Options SET opt_Version = 1.1"_s), error::permissionDenied);
+    EXPECT_EQ(folder.entryList(QDir::Files | QDir::Hidden), names);
+    connection->close();
+    EXPECT_EQ(content(), before);
+    EXPECT_EQ(failureOf([] { Connection().openForReading(u"/nowhere/a.mdb"_s); }).number(),
+              error::cannotOpen);
+}
+
 TEST_F(ConnectionTest, NeverCreatesAFile) {
     const QString missing = path(u"missing.mdb"_s);
     EXPECT_EQ(openFailure(missing).number(), error::cannotOpen);

@@ -5,7 +5,6 @@
 #include "platform/data/sqlite/Guard.h"
 #include "platform/data/sqlite/Integrity.h"
 #include "platform/data/sqlite/KeyedStatements.h"
-#include "platform/data/sqlite/OpenFile.h"
 #include "platform/data/sqlite/OwnFunction.h"
 #include "platform/data/sqlite/Span.h"
 #include "platform/data/sqlite/Statement.h"
@@ -194,8 +193,8 @@ QStringList FileEngine::problems(const Cancelled& cancelled) { return integrityO
 
 }  // namespace
 
-std::unique_ptr<Engine> openFile(const QString& path) {
-    return std::make_unique<FileEngine>(openHandle(path));
+std::unique_ptr<Engine> openFile(const QString& path, OpenFor use) {
+    return std::make_unique<FileEngine>(openHandle(path, use));
 }
 
 const EngineWords& fileWords() {

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "platform/data/Engine.h"
+#include "platform/data/sqlite/OpenFile.h"
 
 #include <memory>
-
-struct sqlite3;
 
 namespace platform::sqlite {
 
 /// Never creates a file. Reads header and schema, so that a file that is no database fails here. Throws cannotOpen
 /// or general.
-std::unique_ptr<Engine> openFile(const QString& path);
+std::unique_ptr<Engine> openFile(const QString& path, OpenFor use = OpenFor::Work);
 
 /// How the dialect's words are written for this engine.
 const EngineWords& fileWords();

@@ -91,7 +91,7 @@ Handle openAs(const QByteArray& name, int flags, const QString& path) {
 
 void CloseHandle::operator()(sqlite3* database) const { sqlite3_close_v2(database); }
 
-Handle openHandle(const QString& path) {
+Handle openHandle(const QString& path, OpenFor use) {
     const QFileInfo file(path);
     if (file.isDir())
         cannotOpen(error::cannotOpen, path, u"it is a folder"_s);
@@ -100,8 +100,9 @@ Handle openHandle(const QString& path) {
     if (file.size() == 0)
         cannotOpen(error::general, path, u"the file is empty"_s);
     const QByteArray name = file.absoluteFilePath().toUtf8();
+    const bool writes = use == OpenFor::Work && isFolderWritable(file);
     try {
-        return openAs(name, isFolderWritable(file) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY, path);
+        return openAs(name, writes ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY, path);
     } catch (const RuntimeError&) {
         if (!isImmutable(file))
             throw;

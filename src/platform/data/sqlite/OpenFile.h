@@ -13,8 +13,11 @@ struct CloseHandle {
 };
 using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 
+/// What a file is opened for: to work on it as far as its rights go, or to leave it as it is, whatever they are.
+enum class OpenFor { Work, Reading };
+
 /// Never creates a file. Reads header and schema, so that a file that is no database fails here; one that can't be
 /// written is opened for reading. Throws cannotOpen or general.
-Handle openHandle(const QString& path);
+Handle openHandle(const QString& path, OpenFor use = OpenFor::Work);
 
 }  // namespace platform::sqlite
