@@ -166,6 +166,8 @@ public:
     /// To be called every few seconds while nothing else is done: notices a line that has broken and opens another one,
     /// so that no click has to wait for that. Waits for nothing itself.
     virtual void lookAfter() {}
+    /// For how many milliseconds the store has not been reached, by what lookAfter has seen; 0 while it can be.
+    virtual std::int64_t awayFor() const { return 0; }
 
     /// What is wrong with the store as a whole, a line each; a cancelled look gives what was found until then.
     virtual QStringList problems(const Cancelled& cancelled) = 0;

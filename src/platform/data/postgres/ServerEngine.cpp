@@ -59,6 +59,7 @@ public:
     void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
     void lookAfter() override { m_store.session.lookAfter(); }
+    std::int64_t awayFor() const override { return m_store.session.awayFor(); }
     QStringList problems(const Cancelled& cancelled) override;
 
 private:

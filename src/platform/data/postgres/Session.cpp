@@ -130,6 +130,10 @@ void Session::refresh(const QString& statement) {
 void Session::lookAfter() {
     if (m_working || isSpanOpen())
         return;
+    if (m_line.isOpen() || m_line.isOpenedInBackground())
+        m_sinceAway.invalidate();
+    else if (!m_sinceAway.isValid())
+        m_sinceAway.start();
     if (m_line.isOpen()) {
         m_tryMs = 0;
     } else if (m_tryMs == 0 || m_sinceTry.hasExpired(m_tryMs)) {

@@ -58,6 +58,8 @@ public:
 
     /// To be called now and then: opens a connection that has ended since, without waiting for it.
     void lookAfter();
+    /// Milliseconds since lookAfter found the line broken and no other one came about; 0 where there is one.
+    std::int64_t awayFor() const { return m_sinceAway.isValid() ? m_sinceAway.elapsed() : 0; }
 
     /// Whether this server follows another one and takes no changes.
     bool isStandby() const;
@@ -88,7 +90,8 @@ private:
     QByteArray
         m_transaction;  ///< the server's number of the one that is open; empty while nothing was changed
     QElapsedTimer m_sinceTry;
-    int m_tryMs = 0;  ///< after so long a lost line is tried again
+    int m_tryMs = 0;            ///< after so long a lost line is tried again
+    QElapsedTimer m_sinceAway;  ///< since it was seen that there is none
     int m_spans = 0;
 };
 
