@@ -74,6 +74,7 @@ int main(int argc, char** argv) {
         return 1;
     fonts.wait();
     sorvanto::Context& context = sorvanto::basMain::context();
+    context.startsOnCopy = order.copy;
     sorvanto::frmMain window(sorvanto::realParts(context));
     asker.setParent(&window);
     window.Form_Load([&] { window.show(); });

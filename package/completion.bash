@@ -16,7 +16,7 @@ _sorvanto_words() {
 
 _sorvanto() {
   _sorvanto_words && return
-  mapfile -t COMPREPLY < <(compgen -W "--folder --lay-out --help --version" -- "${COMP_WORDS[COMP_CWORD]}")
+  mapfile -t COMPREPLY < <(compgen -W "--folder --copy --lay-out --help --version" -- "${COMP_WORDS[COMP_CWORD]}")
 }
 
 _sorvanto_db() {

@@ -85,7 +85,9 @@ void DailyBackup::look() {
 
 void DailyBackup::begin() {
     const auto connection = m_context.connection;
-    if (!connection || connection->state() != 1)
+    if (!connection || connection->state() != 1 || m_context.standIn)
+        return;
+    if (connection->engine().awayFor() > 0)  // told as such; the copy is made once the server is back
         return;
     const auto identity = readFileIdentity(*connection);
     m_identity = identity ? identity->identity : QString();

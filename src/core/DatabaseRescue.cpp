@@ -1,22 +1,16 @@
 #include "core/DatabaseRescue.h"
 
-#include "config/ServerTexts.h"
 #include "config/clsOptions.h"
 #include "core/BorrowedLanguage.h"
 #include "core/GoodCopy.h"
 #include "db/DatabaseFile.h"
 #include "platform/ask/Ask.h"
-#include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
-#include "platform/basic/TimeOfDay.h"
-#include "platform/data/Connection.h"
 #include "platform/data/DataLocation.h"
-#include "platform/data/postgres/Trial.h"
 #include "platform/data/sqlite/DatabaseState.h"
 #include "shared/Context.h"
-#include "shared/RecordsVersion.h"
 #include "shared/Translator.h"
 
 #include <QFileInfo>
@@ -29,11 +23,7 @@ namespace sorvanto {
 namespace {
 
 using platform::DatabaseState;
-using platform::postgres::TrialEnd;
 
-constexpr int longestTrial = 5, millisecondsInSecond = 1000;
-
-const QString again = u"cmdAgain"_s;
 const QString restore = u"cmdPutBack"_s;
 const QString emptyOne = u"cmdEmpty"_s;
 const QString sampleOne = u"cmdSample"_s;
@@ -69,16 +59,8 @@ const Case& caseOf(DatabaseState state) {
     return found == cases.end() ? cases.back() : *found;
 }
 
-QString madeText(const QDateTime& made) {
-    const QString time = platform::timeOfDay(made.time());
-    if (made.date() == platform::today().date())
-        return translated(u"Copy of today %1, checked."_s).replace(u"%1"_s, time);
-    const QString day = platform::dateText(QDateTime(made.date(), QTime(0, 0), Qt::UTC));
-    return translated(u"Copy of %1, checked."_s).replace(u"%1"_s, day + ' '_L1 + time);
-}
-
 QStringList offerOf(const GoodCopy& copy, DatabaseState state) {
-    QStringList texts{madeText(copy.made)};
+    QStringList texts{madeText(copy)};
     texts << translated(u"Batches in the copy: %1."_s)
                  .replace(u"%1"_s, platform::systemLocale().toString(copy.batches));
     if (const auto missing = copy.unknownToIt.size(); missing > 0)
@@ -106,7 +88,7 @@ StartQuestion::Content contentOf(const QString& path, DatabaseState state,
     } else if (found.lost) {
         content.texts << translated(u"No good copy of it was found in backups."_s);
     }
-    content.choices.push_back({again, translated(u"Try again"_s)});
+    content.choices.push_back({rescueAgain, translated(u"Try again"_s)});
     content.none = translated(u"Go on without"_s);
     return content;
 }
@@ -125,21 +107,6 @@ void tellNotOpened(const QString& path, const QStringList& lots) {
     StartQuestion::ask(content);
 }
 
-/// A trial tells more than a failed opening; one that works leaves the version, or that the server is being updated.
-QString whatIsInTheWay(const QString& address) {
-    const TrialEnd end = platform::postgres::tryServer(address, longestTrial * millisecondsInSecond);
-    if (end != TrialEnd::Works)
-        return trialText(end, longestTrial);
-    try {
-        platform::Connection server;
-        server.open(u"Data Source="_s + address);
-        const QString refused = versionRefused(server);
-        return refused.isEmpty() ? trialText(TrialEnd::NotReady, longestTrial) : refused;
-    } catch (const platform::RuntimeError&) {
-        return trialText(TrialEnd::NotReady, longestTrial);
-    }
-}
-
 }  // namespace
 
 bool DatabaseRescue::offer(const QString& path) {
@@ -154,23 +121,6 @@ bool DatabaseRescue::offer(const QString& path) {
     if (missing && !way)
         m_declined << path;
     return way;
-}
-
-bool DatabaseRescue::offerServer(const QString& address) {
-    if (m_declined.contains(address))
-        return false;
-    const BorrowedLanguage language(m_context, languageOfOptions(m_context));
-    StartQuestion::Content content;
-    content.title = translated(u"Sorvanto Control Panel"_s);
-    content.heading = translated(u"The server does not give the records."_s);
-    content.file = shownLocation(address);
-    content.texts << whatIsInTheWay(address);
-    content.choices.push_back({again, translated(u"Try again"_s)});
-    content.none = translated(u"Go on without"_s);
-    if (StartQuestion::ask(content) == again)
-        return true;
-    m_declined << address;
-    return false;
 }
 
 bool DatabaseRescue::offerNewDatabase(const QString& path) {
@@ -219,7 +169,7 @@ bool DatabaseRescue::offerWayOut(const QString& path, DatabaseState state) {
     while (true) {
         const QString choice = StartQuestion::ask(content);
         if (choice != restore)
-            return choice == again;
+            return choice == rescueAgain;
         try {
             tellNotOpened(path, putBack(*copy, path).notOpened);
             return true;

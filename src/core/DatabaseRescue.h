@@ -17,6 +17,9 @@ namespace sorvanto {
 struct Context;
 struct GoodCopy;
 
+/// Of the button that tries once more.
+inline const QString rescueAgain = QStringLiteral("cmdAgain");
+
 class DatabaseRescue {
 public:
     /// firstStart: there were no options yet when the program started.

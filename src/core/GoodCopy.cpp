@@ -3,12 +3,15 @@
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
 #include "history/HistoryPause.h"
+#include "platform/basic/Dates.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/basic/TimeOfDay.h"
 #include "platform/data/Backup.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
 #include "shared/FileIdentity.h"
+#include "shared/Translator.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -38,6 +41,12 @@ QString onlyIdentity() {
         }
     }
     return identities.size() == 1 ? *identities.begin() : QString();
+}
+
+/// Empty where it is not known which database that is.
+QString identityOf(const QString& database) {
+    const QString identity = CopySettings::identityOf(database);
+    return identity.isEmpty() ? onlyIdentity() : identity;
 }
 
 std::vector<KeptCopy> candidates(const QString& identity) {
@@ -78,10 +87,21 @@ std::optional<GoodCopy> checked(const KeptCopy& kept, const QString& identity) {
 
 }  // namespace
 
+bool hasCopies(const QString& database) {
+    const QString identity = identityOf(database);
+    return !identity.isEmpty() && !candidates(identity).empty();
+}
+
+QString madeText(const GoodCopy& copy) {
+    const QString time = platform::timeOfDay(copy.made.time());
+    if (copy.made.date() == platform::today().date())
+        return translated(u"Copy of today %1, checked."_s).replace(u"%1"_s, time);
+    const QString day = platform::dateText(QDateTime(copy.made.date(), QTime(0, 0), Qt::UTC));
+    return translated(u"Copy of %1, checked."_s).replace(u"%1"_s, day + ' '_L1 + time);
+}
+
 std::optional<GoodCopy> newestGoodCopy(const QString& database) {
-    QString identity = CopySettings::identityOf(database);
-    if (identity.isEmpty())
-        identity = onlyIdentity();
+    const QString identity = identityOf(database);
     if (identity.isEmpty())
         return {};
     for (const KeptCopy& kept : candidates(identity)) {

@@ -24,6 +24,12 @@ struct GoodCopy {
 /// where it is not, all copies must be of one and the same database. Never throws.
 std::optional<GoodCopy> newestGoodCopy(const QString& database);
 
+/// Whether there is one at all, by the names alone; it may still turn out not to be sound. Never throws.
+bool hasCopies(const QString& database);
+
+/// "Copy of today 2:05 PM, checked."
+QString madeText(const GoodCopy& copy);
+
 struct PutBack {
     QString aside;          ///< name under which the damaged file is kept; empty when there was none
     QStringList notOpened;  ///< lots whose journals could not be opened, with the reason

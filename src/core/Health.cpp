@@ -60,8 +60,8 @@ HealthLine databaseLine(const Context& context, const QString& readingOnly) {
     const QString state = writable ? translated(u"Open, writable, %1 row | Open, writable, %1 rows"_s)
                                    : translated(u"Open for reading, %1 row | Open for reading, %1 rows"_s);
     const auto identity = readFileIdentity(connection);
-    HealthLine line{
-        title + ' '_L1 + shortLocation(connection.location()), platform::counted(state, rows), {}, writable};
+    const QString place = context.standIn ? context.standIn->server : connection.location();
+    HealthLine line{title + ' '_L1 + shortLocation(place), platform::counted(state, rows), {}, writable};
     line.detail = shownLocation(connection.location());
     if (identity)
         line.detail += u"   "_s + with(translated(u"Identity %1"_s), identity->identity.left(8));

@@ -12,10 +12,15 @@
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
+namespace {
+
+constexpr int signSize = 20;
+
+}  // namespace
 
 NewsCard::NewsCard(News& news, QWidget* parent)
     : QFrame(parent), m_news(news), m_text(new QLabel(this)), m_actions(new QHBoxLayout),
-      m_close(new QToolButton(this)) {
+      m_picture(new QLabel(this)), m_close(new QToolButton(this)) {
     setObjectName(u"newsCard"_s);
     m_text->setObjectName(u"lblNewsCard"_s);
     m_text->setTextFormat(Qt::PlainText);
@@ -24,12 +29,10 @@ NewsCard::NewsCard(News& news, QWidget* parent)
     m_close->setIcon(platform::icon(u"close"_s));
     m_close->setAutoRaise(true);
     m_close->setFocusPolicy(Qt::TabFocus);
-    auto* picture = new QLabel(this);
-    picture->setPixmap(platform::icon(u"check"_s, platform::theme().good).pixmap(20, 20));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(2 * platform::grid, platform::grid / 2, platform::grid, platform::grid / 2);
     row->setSpacing(platform::grid);
-    row->addWidget(picture);
+    row->addWidget(m_picture);
     row->addWidget(m_text, 1);
     row->addLayout(m_actions);
     row->addWidget(m_close);
@@ -45,6 +48,11 @@ void NewsCard::hear() {
     if (!newest.happening.card)
         return;
     m_item = newest.id;
+    const platform::Theme& colors = platform::theme();
+    const bool caution = newest.happening.caution;
+    m_picture->setPixmap(
+        platform::icon(caution ? u"warning"_s : u"check"_s, caution ? colors.warning : colors.good)
+            .pixmap(signSize, signSize));
     m_text->setText(newest.happening.text);
     setAccessibleName(newest.happening.text);
     m_close->setToolTip(translated(u"Close"_s));

@@ -27,6 +27,7 @@ private:
     int m_item = 0;
     QLabel* m_text;
     QHBoxLayout* m_actions;
+    QLabel* m_picture;
     QToolButton* m_close;
 };
 

@@ -7,6 +7,7 @@
 #include "core/DatabaseUpdater.h"
 #include "core/InstanceLock.h"
 #include "core/OptionsRescue.h"
+#include "core/ServerCopy.h"
 #include "mixing/frmSorvanto.h"
 #include "platform/basic/Paths.h"
 #include "platform/data/Connection.h"
@@ -52,6 +53,10 @@ InstanceState findOtherPrograms(const Context& context, InstanceLock& lock) {
     const auto connection = context.connection;
     if (state.runs || !connection || connection->state() != 1)
         return state;
+    if (context.standIn) {  // without a lock beside it: a copy stays as it is, and so does its folder
+        state.readingOnly = standInText(*context.standIn);
+        return state;
+    }
     const auto identity = readFileIdentity(*connection);
     InstanceState ofDatabase, ofCopies;
     if (const QString file = connection->file(); !file.isEmpty()) {
@@ -88,6 +93,9 @@ Parts realParts(Context& context) {
     // Held as long as the window lives.
     parts.previousInstance = [&context, lock = std::make_shared<InstanceLock>()] {
         return findOtherPrograms(context, *lock);
+    };
+    parts.serverLook = [&context](ServerLook::Ways ways) {
+        return std::make_unique<ServerLook>(context, std::move(ways));
     };
     parts.editOptions = [&context] { frmOptions::edit(context); };
     return parts;

@@ -4,6 +4,7 @@
 
 #include "core/InstanceLock.h"
 #include "core/ScreenTable.h"
+#include "core/ServerLook.h"
 
 #include <QString>
 #include <array>
@@ -51,6 +52,8 @@ struct Parts {
     std::function<std::function<bool(const QString& path)>(bool firstStart)> databaseRescue;
     /// Whether the program already runs; asked once, and again for each database that is opened later.
     std::function<InstanceState()> previousInstance;
+    /// Watches whether the server is there; may be empty.
+    std::function<std::unique_ptr<ServerLook>(ServerLook::Ways ways)> serverLook;
     /// Shows the options dialog to its end.
     std::function<void()> editOptions;
 };

@@ -157,9 +157,10 @@ constexpr FailedDeed deeds[] = {
      "The price list was not shown, or the screen doesn’t show the prices taken. Look at the record again."},
     {"HealthPage:check", "The health page is not complete. Nothing stored was changed."},
     {"main:enterFolder", "Not all delivered files were brought up to date. Your own files are unchanged."},
-    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act ReportFlow:saved",
+    {"*:m_frmMain_btnClick frmMain:ActiveBar_* *:cancelEdit News:act ReportFlow:saved "
+     "frmMain:beginAnew",
      "The command was not carried out to its end. What was saved before is kept."},
-    {"Application:notify",
+    {"Application:notify ServerLook:look",
      "Something unforeseen happened, and the program went on. What was saved before is kept."},
     {"*:Form_Load *:translateForm *:Form_Activate *:setMenuOptions *:lockForm *:unlockForm *:setListener frmMain:* "
      "frmAbout:*",

@@ -52,7 +52,10 @@ QString optionsPath(const Context& context) {
     }
 }
 
+/// With a copy in its place, the server's own.
 QString openedPath(const Context& context) {
+    if (context.standIn)
+        return context.standIn->server;
     const auto connection = context.connection;
     return connection ? connection->location() : QString();
 }
@@ -132,6 +135,8 @@ void StatusLine::showDatabase() {
     const QString wanted = optionsPath(m_context);
     const QString path = opened.isEmpty() ? wanted : opened;
     QStringList tip{shownLocation(path)};
+    if (m_context.standIn)
+        tip << m_context.standIn->file;
     if (const QString identity = databaseIdentity(m_context); !identity.isEmpty())
         tip << translated(u"Identity %1"_s).replace(u"%1"_s, identity.left(8));
     const bool another = !opened.isEmpty() && !wanted.isEmpty() && !isSameFile(opened, wanted);

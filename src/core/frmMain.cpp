@@ -109,8 +109,7 @@ void frmMain::setCaption(const QString& caption) {
     m_caption = caption;
     if (m_opening)
         return;
-    // "[*]" would be taken for the place of a modification mark.
-    setWindowTitle(QString(caption).replace("[*]"_L1, "[*][*]"_L1));
+    setWindowTitle(titleOf(caption));
 }
 
 RecordScreen& frmMain::hosted(ScreenNumber number) const { return deref(m_screens[number]); }
@@ -181,6 +180,7 @@ bool frmMain::Form_QueryUnload() {
 void frmMain::Form_Unload() {
     guarded(u"frmMain:Form_Unload"_s, [&] {
         m_ended = true;
+        m_serverLook.reset();
         m_backup->stop();
         saveWindowPlace(*this);
         findChild<Help*>()->close();

@@ -6,6 +6,7 @@
 //   frmMain_trace.cpp    where something went          frmMain_picture.cpp  the first picture
 //   frmMain_newLot.cpp   deliveries, and what formulas cost since
 //   frmMain_others.cpp   other benches on the same records
+//   frmMain_server.cpp   a copy in place of the server
 #pragma once
 
 #include "core/ListenerList.h"
@@ -156,6 +157,12 @@ private:
     bool refusesTool(const QString& toolName) const;
     /// Quitting during a mix is asked first; true when the user stays.
     bool staysForTheMix();
+    /// Ends the program and starts it on the server's copy, or on the server. Not while something is mixed.
+    void beginAnew(bool onCopy);
+    void keepTypedText();
+    void watchServer();
+    /// The caption, and where a copy stands in for the server that as well.
+    QString titleOf(const QString& caption) const;
 
     Parts m_parts;
     Context& m_context;  ///< of the parts
@@ -164,6 +171,7 @@ private:
     std::unique_ptr<DatabaseUpdater> m_updater;
     std::unique_ptr<DailyBackup> m_backup;
     std::unique_ptr<DeskWatch> m_desk;
+    std::unique_ptr<ServerLook> m_serverLook;
     std::unique_ptr<DraftStore> m_drafts;  ///< goes after the screens
     std::unique_ptr<DraftOffers> m_offers;
     std::array<std::unique_ptr<RecordScreen>, screenCount> m_screens;

@@ -10,6 +10,7 @@
 #include "core/DraftOffers.h"
 #include "core/ErrorStrip.h"
 #include "core/Leftovers.h"
+#include "core/ServerCopy.h"
 #include "core/StatusLine.h"
 #include "core/frmMain.h"
 #include "mixer/ctlSorvanto.h"
@@ -106,6 +107,8 @@ void frmMain::loadSharedObjects(const ResumeNext& step) {
         step([&] { m_parts.rescueOptions(deref(m_context.options)); });
     if (m_parts.databaseRescue)
         m_context.rescueDatabase = m_parts.databaseRescue(firstStart);
+    if (m_context.startsOnCopy)
+        step([&] { takeStandIn(m_context); });
     // The dialog opened for another location of the database shows its result in the window as well.
     m_context.editOptions = [this] { editOptions(); };
 }
@@ -143,7 +146,7 @@ void frmMain::updateDatabase(const ResumeNext& step) {
 void frmMain::rememberDatabase() {
     const auto connection = m_context.connection;
     const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
-    if (identity && m_context.databaseLocation)
+    if (identity && m_context.databaseLocation && !m_context.standIn)
         CopySettings::remember(m_context.databaseLocation(), identity->identity);
 }
 
@@ -191,8 +194,8 @@ void frmMain::databaseOpened() {
 }
 
 void frmMain::openForReading(const QString& reason) {
-    m_readingOnlyWhy =
-        reason.isEmpty() ? QString() : translated(u"Open for reading only: %1"_s).replace(u"%1"_s, reason);
+    const bool whole = reason.isEmpty() || m_context.standIn;
+    m_readingOnlyWhy = whole ? reason : translated(u"Open for reading only: %1"_s).replace(u"%1"_s, reason);
     m_status->setReadingOnly(m_readingOnlyWhy);
     const auto connection = m_context.connection;
     if (m_readingOnlyWhy.isEmpty() || !connection || connection->state() != 1)
@@ -282,6 +285,7 @@ void frmMain::openFormulas(const ResumeNext& step) {
     step([&] { ActiveBar_ToolClick(m_bar.band(u"FormBar"_s).tool(u"cmdFormulas"_s)); });
     step([&] { refreshForm(); });
     step([&] { mixer().StartControl(); });
+    watchServer();
 }
 
 }  // namespace sorvanto

@@ -84,12 +84,14 @@ void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
     });
 }
 
-// The tools look as they always do; what they would do could not be kept.
+// The tools look as they always do; what they would do could not be kept. A mix made while a copy stands in for the server
+// is: in the journal, until it is back.
 bool frmMain::refusesTool(const QString& toolName) const {
     static const QStringList changing{u"cmdEdit"_s,   u"cmdNew"_s,         u"cmdCopy"_s,
                                       u"cmdSave"_s,   u"cmdDelete"_s,      u"cmdMake"_s,
                                       u"cmdNewLot"_s, u"mnuRecalculate"_s, u"cmdImport"_s};
-    if (m_readingOnlyWhy.isEmpty() || !changing.contains(toolName))
+    const bool kept = m_context.standIn && toolName == "cmdMake"_L1;
+    if (m_readingOnlyWhy.isEmpty() || kept || !changing.contains(toolName))
         return false;
     platform::MsgBox(m_readingOnlyWhy, {platform::Buttons::Ok, platform::Icon::Information});
     return true;

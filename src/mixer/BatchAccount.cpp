@@ -46,7 +46,7 @@ QString BatchAccount::otherBenchWith(const QString& serial) const {
 BatchAccount::Settled BatchAccount::settle(const MixId& mix) {
     readIdentity();
     const JournalEntry* entry = m_journal.find(mix);
-    if (!entry || entry->state != JournalState::Finished || !entry->belongsTo(identity()))
+    if (!entry || entry->state != JournalState::Finished || !entry->belongsTo(identity()) || isLogCopy())
         return Settled::NotInLog;
     Settled settled = Settled::NotInLog;
     if (m_book && !entry->rows.empty())
@@ -121,7 +121,7 @@ void BatchAccount::reopenLost() {
 void BatchAccount::openLost() {
     readIdentity();
     const QString ours = identity();
-    if (!m_book || ours.isEmpty())
+    if (!m_book || ours.isEmpty() || isLogCopy())
         return;
     const auto mixes = m_journal.closed();
     const QString since = firstMoment(mixes);
@@ -177,7 +177,7 @@ void BatchAccount::count(const JournalEntry& entry, const QHash<LogBook::Batch, 
 }
 
 void BatchAccount::noteUnknown(const QString& lot) {
-    if (m_unknown.contains(lot) || isLotLogged(lot))
+    if (isLogCopy() || m_unknown.contains(lot) || isLotLogged(lot))
         return;
     m_unknown << lot;
     reconcile();
@@ -186,7 +186,7 @@ void BatchAccount::noteUnknown(const QString& lot) {
 void BatchAccount::reconcile() {
     m_reconciliation = {};
     readIdentity();
-    if (!m_book)
+    if (!m_book || isLogCopy())
         return;
     Reconciliation& all = m_reconciliation;
     try {

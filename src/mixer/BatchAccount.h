@@ -23,6 +23,8 @@ public:
     /// Of the database that was open when it was last looked at; empty when not known.
     const QString& identity() const { return m_identity; }
     void readIdentity();
+    /// See LogBook. Nothing is settled, opened again or counted then: all of it waits for the log itself.
+    bool isLogCopy() const { return m_book && m_book->isCopy(); }
     /// Whether some batch in the log bears the lot; false when that can't be found out.
     bool isLotLogged(const QString& lot) const;
 

@@ -32,6 +32,9 @@ public:
     virtual ~LogBook() = default;
     /// Of the open database; empty for none and for one without.
     virtual QString identity() = 0;
+    /// Whether this is only a copy of the log, read while its server can't be reached: it tells neither what has been logged
+    /// since nor takes anything.
+    virtual bool isCopy() { return false; }
     virtual bool hasLot(const QString& lot) = 0;
     /// Keeps the mixer of that serial number for this bench, among all that share the log: lots of two mixers of one
     /// number could not be told apart. Gives the bench that has such a one; empty where this one may work with it.

@@ -38,6 +38,7 @@ struct Offer {
     QString name, quantity, lot, serial;
     platform::XmlDocumentPtr formula;  ///< as it was sent
     bool otherDatabase = false;        ///< made while another one was open: not to be logged into this one
+    bool waitsForServer = false;       ///< only a copy of its log is open
 };
 
 class MixSession : public QObject {

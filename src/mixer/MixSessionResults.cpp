@@ -26,7 +26,8 @@ void MixSession::handOverNext() {
     if (!m_handed.isEmpty() || m_toHandOver.isEmpty())
         return;
     const bool asked = m_toHandOver.first().asked;
-    if (m_desk && !(asked ? m_desk->canOpenDialog() : m_desk->isFree()))
+    const bool comesUp = !m_account.isLogCopy();  // else there is no dialog to be waited for
+    if (m_desk && comesUp && !(asked ? m_desk->canOpenDialog() : m_desk->isFree()))
         return wait();
     m_waiting = false;
     m_deskAgain.stop();
@@ -93,6 +94,10 @@ void MixSession::handOver(const MixId& mix) {
         m_notice = {PanelText::OfferOtherDatabase, {entry->name()}};
         return handedOver(mix);
     }
+    if (m_account.isLogCopy()) {
+        m_notice = {PanelText::KeptForServer, {entry->name()}};
+        return handedOver(mix);
+    }
     m_handed = mix;
     m_loggedNow = false;
     m_signing = true;
@@ -151,6 +156,8 @@ void MixSession::takeDown(const BatchRows& rows) {
     if (!entry->belongsTo(m_account.identity()))
         throw platform::RuntimeError(platform::error::permissionDenied,
                                      u"The mix was made with another database"_s);
+    if (m_account.isLogCopy())
+        throw platform::RuntimeError(platform::error::permissionDenied, u"The log is only a copy"_s);
     m_journal.sign(m_handed, rows);
 }
 
@@ -194,7 +201,8 @@ std::vector<Offer> MixSession::offers() const {
              entry.mix == m_formula->programme.id);
         if (!shownElsewhere)
             offers.push_back({entry.mix, entry.state, entry.name(), entry.quantity(), entry.lot(),
-                              entry.serial, entry.formula, !entry.belongsTo(identity)});
+                              entry.serial, entry.formula, !entry.belongsTo(identity),
+                              m_account.isLogCopy()});
     }
     return offers;
 }
@@ -221,7 +229,7 @@ void MixSession::logOffer(const MixId& mix) {
     if (!canLog() || !entry || entry->state != JournalState::Finished)
         return;
     m_account.readIdentity();
-    if (!entry->belongsTo(m_account.identity()))
+    if (!entry->belongsTo(m_account.identity()) || m_account.isLogCopy())
         return emit changed();
     m_account.clearFindings();
     auto settled = BatchAccount::Settled::NotInLog;

@@ -21,12 +21,18 @@ QString describe(const Offer& offer, const QString& unit, const PanelTexts& text
     const QString line = batch.line({texts(PanelText::AmountInJar), texts(PanelText::LotNumber)});
     switch (offer.state) {
     case JournalState::Finished:
-        return offer.otherDatabase ? texts(PanelText::OfferOtherDatabase, {line}) : line;
+        if (offer.otherDatabase)
+            return texts(PanelText::OfferOtherDatabase, {line});
+        return offer.waitsForServer ? texts(PanelText::OfferForServer, {line}) : line;
     case JournalState::Started:
         return texts(PanelText::OfferWaiting, {line, offer.serial});
     default:
         return texts(PanelText::OfferNoResults, {line});
     }
+}
+
+bool canBeLogged(const Offer& offer) {
+    return offer.state == JournalState::Finished && !offer.otherDatabase && !offer.waitsForServer;
 }
 
 QPushButton* smallButton(const QString& caption, const char* name) {
@@ -49,7 +55,9 @@ void OfferList::show(const std::vector<Offer>& offers, bool canLog, const UnitOf
     QStringList shown;
     for (const Offer& offer : offers)
         shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state)) +
-                     (offer.otherDatabase ? '-'_L1 : '+'_L1);
+                     (canBeLogged(offer)    ? '+'_L1
+                      : offer.otherDatabase ? '-'_L1
+                                            : '.'_L1);
     if (shown != m_shown) {
         m_shown = shown;
         build(offers, unitOf, texts);
@@ -87,7 +95,7 @@ void OfferList::addOffer(const Offer& offer, const QString& unit, const PanelTex
     // not to be hit in place of the other.
     auto* buttons = new QVBoxLayout;
     buttons->setSpacing(platform::grid);
-    if (offer.state == JournalState::Finished && !offer.otherDatabase) {
+    if (canBeLogged(offer)) {
         auto* log = smallButton(texts(PanelText::LogThisMix), "mixerLogMix");
         connect(log, &QPushButton::clicked, this, [this, mix = offer.mix] { emit logAsked(mix); });
         buttons->addWidget(log, 0, Qt::AlignLeft);

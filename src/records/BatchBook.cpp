@@ -78,6 +78,8 @@ QString BatchBook::identity() {
     return identity ? identity->identity : QString();
 }
 
+bool BatchBook::isCopy() { return m_context.standIn.has_value(); }
+
 bool BatchBook::hasLot(const QString& lot) {
     Query found(openDB(m_context)->engine(), u"SELECT 1 FROM Log WHERE log_Lot = ?"_s, {});
     found.bind(1, lot);

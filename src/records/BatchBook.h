@@ -11,6 +11,7 @@ class BatchBook : public LogBook {
 public:
     explicit BatchBook(Context& context) : m_context(context) {}
     QString identity() override;
+    bool isCopy() override;
     bool hasLot(const QString& lot) override;
     QString otherBenchWith(const QString& serial) override;
     BatchStanding settle(const BatchRows& rows) override;

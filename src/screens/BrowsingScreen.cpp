@@ -196,7 +196,7 @@ void BrowsingScreen::unlockForm() {
 
 std::int16_t BrowsingScreen::closeForm() {
     return guarded(tag(u"closeForm"_s), std::int16_t(0), [&] {
-        if (m_locked) {
+        if (m_locked || m_context.standIn) {  // a copy takes nothing: typed text waits as a draft
             m_drafts.keepNow();
             return std::int16_t(0);
         }

@@ -19,13 +19,14 @@ enum ExitCode { done, failed, wrongUse };
 const char usage[] =
     "The control panel of the Sorvanto compounding mixer.\n"
     "\n"
-    "  sorvanto [--folder DIR]             starts the program\n"
+    "  sorvanto [--folder DIR] [--copy]    starts the program\n"
     "  sorvanto --lay-out [--folder DIR]   makes its folder, or brings it up to date, and ends\n"
     "  sorvanto --help | --version\n"
     "\n"
     "  --folder DIR   the program's folder: database, options and languages. Without it that of the\n"
     "                 executable where the program's files lie there, else SORVANTO_FOLDER, else\n"
     "                 \"sorvanto\" in the user's data folder (XDG_DATA_HOME, ~/.local/share).\n"
+    "  --copy         where the records lie on a server: reads their newest checked copy in its place\n"
     "\n"
     "Exit code of --lay-out: 0 done, 1 something could not be done. 2: the command line is wrong.\n";
 
@@ -48,6 +49,7 @@ StartOrder readStart(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({{u"folder"_s, QString(), u"DIR"_s},
+                       {u"copy"_s, QString()},
                        {u"lay-out"_s, QString()},
                        {u"version"_s, QString()},
                        {{u"help"_s, u"h"_s}, QString()}});
@@ -61,6 +63,7 @@ StartOrder readStart(const QStringList& arguments) {
     else if (parser.values(u"folder"_s).size() > 1)
         order.mistake = u"--folder is given more than once."_s;
     order.folder = parser.value(u"folder"_s);
+    order.copy = parser.isSet(u"copy"_s);
     order.help = parser.isSet(u"help"_s);
     order.version = parser.isSet(u"version"_s);
     order.layOut = parser.isSet(u"lay-out"_s);

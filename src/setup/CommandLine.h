@@ -9,7 +9,8 @@ namespace sorvanto {
 
 /// What the program is started with. "mistake" says what can't be understood; the rest doesn't count then.
 struct StartOrder {
-    QString folder;  ///< --folder; empty when not given
+    QString folder;     ///< --folder; empty when not given
+    bool copy = false;  ///< --copy: the newest copy is read in place of the server
     bool help = false, version = false, layOut = false;
     QString mistake;
 };

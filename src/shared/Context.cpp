@@ -1,7 +1,9 @@
 #include "shared/Context.h"
 
+#include "platform/basic/ProcessChange.h"
 #include "platform/basic/RuntimeError.h"
 
+#include <QCoreApplication>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +14,15 @@ namespace sorvanto {
 void Context::endAtOnce() {
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
+}
+
+void Context::restartAtOnce(bool onCopy) {
+    QStringList arguments = platform::ownArguments();
+    arguments.removeAll(copyOption);
+    if (onCopy)
+        arguments << copyOption;
+    platform::changeProcess(QCoreApplication::applicationFilePath(), arguments);
+    endAtOnce();
 }
 
 QString tableEntry(const QStringList& table, int index) {

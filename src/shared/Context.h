@@ -3,11 +3,13 @@
 
 #include "platform/data/Connection.h"
 #include "shared/ServerWait.h"
+#include "shared/StandIn.h"
 
 #include <QString>
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace sorvanto {
 
@@ -27,6 +29,8 @@ struct Context {
 
     /// No destructors run, so that nothing is left to be saved at exit.
     static void endAtOnce();
+    /// The same, and the program begins anew with the arguments that it was begun with, but for the one for the copy.
+    static void restartAtOnce(bool onCopy);
 
     std::shared_ptr<ErrorReporter> reporter;
     std::shared_ptr<clsOptions> options;
@@ -42,6 +46,11 @@ struct Context {
     QString connectionString;
     /// For a server that could not be opened.
     ServerWait serverWait;
+    /// The copy that openDB opens in place of the server, to be read alone. Stays to the end of the program, so that no record
+    /// on show is ever of another store than the next one.
+    std::optional<StandIn> standIn;
+    /// Asked for at the start, without looking for the server first.
+    bool startsOnCopy = false;
 
     /// Type names by code from 0, jar names by code from 1 (element 0 is empty), 256 time texts.
     QStringList mixTypes, jarSizes, mixTimes;
@@ -60,6 +69,8 @@ struct Context {
     std::function<void()> databaseOpened;
     /// Ends the process at once; tests put their own in its place.
     std::function<void()> endProgram = endAtOnce;
+    /// Ends the process and begins it anew in its place, on the server's copy or as ever; tests put their own in its place.
+    std::function<void(bool onCopy)> restartProgram = restartAtOnce;
     /// Hears what is announced; empty where nobody does.
     std::function<void(const Happening&)> announced;
 };

@@ -21,6 +21,8 @@ struct Happening {
     std::vector<HappeningAction> actions;
     /// Shown as a card as well, which stays until it is answered or closed.
     bool card = false;
+    /// Something to be warned of: the card bears that sign.
+    bool caution = false;
 };
 
 /// Never throws.

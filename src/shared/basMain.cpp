@@ -47,6 +47,9 @@ void reset() {
     gConnection.reset();
     gConnectionString.clear();
     program.serverWait.end();
+    program.standIn.reset();
+    program.startsOnCopy = false;
+    program.restartProgram = Context::restartAtOnce;
     MixTypes.clear();
     JarSizes.clear();
     MixTimes.clear();

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataLocation.h"
+#include "platform/data/Engine.h"
 #include "shared/Context.h"
 #include "shared/FileIdentity.h"
 
@@ -45,7 +46,11 @@ QString databaseOpen(const Context& context) {
 }
 
 QString databaseIdentity(const Context& context) {
-    const auto identity = context.connection ? readFileIdentity(*context.connection) : std::nullopt;
+    const auto& connection = context.connection;
+    // A server that is known to be away is not waited for; its address tells as much.
+    if (!connection || connection->state() == 0 || connection->engine().awayFor() > 0)
+        return {};
+    const auto identity = readFileIdentity(*connection);
     return identity ? identity->identity : QString();
 }
 

@@ -14,7 +14,7 @@ QString databaseInUse(const Context& context);
 QString databaseFile(const Context& context);
 /// The file or server that is open at this moment, which the options may no longer name; empty when none is. Never throws.
 QString databaseOpen(const Context& context);
-/// What every copy of the open file has in common; empty where it has none or no file is open. Never throws.
+/// What every copy of the open file has in common; empty where it has none, no file is open, or its server is away. Never throws.
 QString databaseIdentity(const Context& context);
 /// Whether these name the database in use: by the identity, or by the path where either has no identity.
 bool isDatabaseInUse(const Context& context, const QString& path, const QString& identity);

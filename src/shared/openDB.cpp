@@ -39,6 +39,14 @@ void connect(Context& context, const QString& location) {
     context.connection->open(context.connectionString);
 }
 
+/// One of the copies from which the records may have to come back one day, so nothing is ever written into it.
+void connectStandIn(Context& context, const QString& file) {
+    context.connection = std::make_shared<platform::Connection>();
+    context.connectionString = u"Data Source="_s + file + u";Persist Security Info=False"_s;
+    context.connection->openForReading(file);
+    keepHistory(*context.connection);
+}
+
 /// Throws general for records that this program does not work on.
 void connectServer(Context& context, const QString& address) {
     connect(context, address);
@@ -105,6 +113,11 @@ bool openFile(Context& context, const QString& path, const ResumeNext& step) {
 /// asked once more.
 bool openServer(Context& context, const QString& address) {
     const platform::DataLocation location(address);  // refuses a password
+    if (context.standIn && context.standIn->server == location.text()) {
+        connectStandIn(context, context.standIn->file);
+        connected(context);
+        return false;
+    }
     if (!context.serverWait.isOver(location.text()))
         return false;
     try {

@@ -1,6 +1,8 @@
-// Real programs that keep their records on a real server: one from its start to a signed batch, and two at once.
+// Real programs that keep their records on a real server: one from its start to a signed batch, two at once, and one whose
+// server is away.
 #include "Bench.h"
 #include "Display.h"
+#include "support/ServerProxy.h"
 #include "support/TestServer.h"
 
 #include <QDir>
@@ -31,11 +33,12 @@ bool canNameComputers() {
 class ServerBench : public Bench {
 public:
     /// name: of its computer, as far as one can be given.
-    bool layOut(const QString& serial, const QString& name = {}, int speed = mixerSpeed) {
+    bool layOut(const QString& serial, const QString& name = {}, int speed = mixerSpeed,
+                const QString& server = support::serverAddress()) {
         m_name = name;
         QFile options(path(u"options.xml"_s));
         return m_display.start() && Bench::layOut(speed, serial) && options.open(QIODevice::WriteOnly) &&
-               options.write(this->options(support::serverAddress()).toUtf8()) > 0;
+               options.write(this->options(server).toUtf8()) > 0;
     }
 
     /// Where its pictures lie: SORVANTO_PICTURES keeps them.
@@ -108,6 +111,11 @@ protected:
     static int count(const QString& what) {
         return QString::fromStdString(sql(u"SELECT count(*) FROM "_s + what)).toInt();
     }
+    static QByteArray contentOf(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
     /// Whether nothing is left that a bench would still offer for the log.
     static bool hasLoggedAll(const ServerBench& bench) {
         return QDir(bench.path(u"mixes"_s)).entryList(QDir::Files).isEmpty();
@@ -178,6 +186,36 @@ TEST_F(ServerTest, ABenchSeesWhatAnotherOneChangesAndMixes) {
     EXPECT_EQ(mixing.end().size(), 1);
     for (const char* picture : {"*-changed.png", "*-difference.png", "*-health.png"})
         EXPECT_EQ(QDir(watching.pictures()).entryList({QString::fromUtf8(picture)}).size(), 1) << picture;
+}
+
+TEST_F(ServerTest, ABatchMadeOnTheCopyIsInTheLogOnceWhenTheServerIsBack) {
+    support::ServerProxy server(support::serverAddress());
+    ServerBench bench;
+    ASSERT_TRUE(bench.layOut(u"SV0426"_s, {}, mixerSpeed, server.address()));
+    ASSERT_TRUE(QDir(bench.folder()).mkpath(u"backups"_s));
+    const QString identity =
+        QString::fromStdString(sql(u"SELECT left(\"fid_Identity\", 8) FROM \"FileIdentity\""_s));
+    const QString copy = bench.path(u"backups/sorvanto-%1-0001-2026-03-07-140509.mdb"_s.arg(identity));
+    ASSERT_EQ(
+        QProcess::execute(Bench::executable(u"sorvanto-db"_s), {u"backup"_s, support::serverAddress(), copy}),
+        0);
+    const QByteArray before = contentOf(copy);
+
+    server.refuse(true);
+    bench.start({u"--bench-on-copy"_s});
+    bench.end();
+    EXPECT_EQ(count(u"\"Log\""_s), batchesOfTheSample);
+    EXPECT_FALSE(hasLoggedAll(bench)) << "it waits in the journal";
+
+    server.refuse(false);
+    bench.start({u"--bench-offer"_s});
+    const QStringList lots = bench.end();
+    ASSERT_EQ(lots.size(), 1);
+    EXPECT_EQ(count(u"\"Log\""_s), batchesOfTheSample + 1);
+    EXPECT_EQ(count(u"\"Log\" WHERE \"log_Lot\" = '%1'"_s.arg(lots[0])), 1);
+    EXPECT_EQ(count(u"\"LogChem\" WHERE \"LogID\" = (SELECT max(\"LogID\") FROM \"Log\")"_s), linesOfABatch);
+    EXPECT_TRUE(hasLoggedAll(bench));
+    EXPECT_EQ(contentOf(copy), before) << "nothing was written into the copy";
 }
 
 }  // namespace

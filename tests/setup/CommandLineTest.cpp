@@ -14,7 +14,12 @@ namespace {
 TEST(CommandLineTest, APlainStartHasNothingToRead) {
     const StartOrder order = readStart({});
     EXPECT_TRUE(order.folder.isEmpty() && order.mistake.isEmpty());
-    EXPECT_FALSE(order.help || order.version || order.layOut);
+    EXPECT_FALSE(order.help || order.version || order.layOut || order.copy);
+}
+
+TEST(CommandLineTest, TheCopyIsAskedFor) {
+    EXPECT_TRUE(readStart({"--copy", "--folder", "/a"}).copy);
+    EXPECT_FALSE(needsNoWindow({"--copy"}));
 }
 
 TEST(CommandLineTest, TheFolderIsRead) {

@@ -40,6 +40,7 @@ void TestProgram::SetUp() {
     basMain::ErrorReporter = reporter;
     basMain::gConnection = std::make_shared<platform::Connection>();
     basMain::endProgram = [this] { ++programEnds; };
+    context.restartProgram = [this](bool onCopy) { restarts.push_back(onCopy); };
     if (const QByteArray options = optionsXml(); !options.isEmpty()) {
         folder.write("options.xml", options);
         startConfiguration();

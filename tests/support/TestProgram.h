@@ -85,6 +85,8 @@ protected:
     QStringList statements;
     /// How often the program was told to end at once.
     int programEnds = 0;
+    /// Each start anew that was asked for: whether on the server's copy.
+    std::vector<bool> restarts;
 };
 
 }  // namespace support

@@ -31,7 +31,7 @@ void Batch::announceQuantity() {
     });
 }
 
-void Batch::mix() {
+void Batch::load() {
     Visitor& visitor = m_visitor;
     requireSame("the current formula", visitor.find<QLineEdit>("txtfrm_Name").text(), m_formula);
     visitor.wait(
@@ -39,7 +39,25 @@ void Batch::mix() {
         30'000);
     requireSame("the mixer's formula", visitor.find<QLabel>("mixerFormula").text(), m_formula);
     visitor.picture("formula-on-the-mixer");
+}
 
+void Batch::mixForLater() {
+    load();
+    m_visitor.click("mixerStart");
+    m_visitor.wait(
+        "the batch that is kept",
+        [&] {
+            const auto* offer = m_visitor.window().findChild<QLabel*>("mixerOffer");
+            return offer && offer->isVisible() && offer->text().contains(m_formula);
+        },
+        longestMix);
+    m_visitor.settle();
+    m_visitor.picture("kept");
+}
+
+void Batch::mix() {
+    load();
+    Visitor& visitor = m_visitor;
     bool asked = false;
     visitor.robot().expectDialog("frmInitials", [&](QWidget& dialog) {
         asked = true;

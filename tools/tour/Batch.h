@@ -17,6 +17,8 @@ public:
     void announceQuantity();
     /// Waits until the mixer has the formula, presses Start and waits for the dialog of the initials.
     void mix();
+    /// The same where only a copy of the records is open: waits until the panel says that the batch is kept.
+    void mixForLater();
     /// What the initials' dialog gets; without it compounder and verifier are typed and OK is pressed.
     void setSigning(Robot::Script signing) { m_signing = std::move(signing); }
     /// The dialog of the initials: pictures it, types both, presses OK.
@@ -30,6 +32,8 @@ public:
     static inline const QString verifier = u"JT"_s;
 
 private:
+    void load();
+
     Visitor& m_visitor;
     QString m_formula;
     int m_quantity;

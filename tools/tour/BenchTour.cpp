@@ -34,12 +34,14 @@ void changeDescription(Visitor& visitor, const QString& description) {
     visitor.picture(u"saved-formula"_s);
 }
 
+void sign(Batch& batch, QWidget& dialog) {
+    tell(Visitor::find<QLabel>(dialog, u"lbllog_Lot"_s).text());
+    batch.sign(dialog, Batch::compounder, Batch::verifier);
+}
+
 void makeBatch(Visitor& visitor) {
     Batch batch(visitor, made, quantity);
-    batch.setSigning([&](QWidget& dialog) {
-        tell(Visitor::find<QLabel>(dialog, u"lbllog_Lot"_s).text());
-        batch.sign(dialog, Batch::compounder, Batch::verifier);
-    });
+    batch.setSigning([&](QWidget& dialog) { sign(batch, dialog); });
     batch.announceQuantity();
     visitor.tool(u"cmdMake"_s);
     batch.mix();
@@ -114,6 +116,37 @@ void runBench(const QString& programFolder, const QString& pictureFolder, const 
     lookAtLog(visitor, work.batchesOfAll);
     if (work.watches)
         watchOthers(visitor, program);
+    program.leave();
+}
+
+void runBenchOnCopy(const QString& programFolder, const QString& pictureFolder) {
+    Visitor visitor(pictureFolder, u"copy-"_s);
+    Program program(visitor, programFolder);
+    program.start(0, [&](QWidget& question) {
+        visitor.picture(u"server-is-away"_s, &question);
+        Visitor::click(Visitor::find<QAbstractButton>(question, u"cmdReadCopy"_s));
+    });
+    require(!program.ended(), u"the program ended at its start."_s);
+    visitor.search(u"Hydroc"_s);
+    visitor.requireText(u"txtfrm_Name"_s, made);
+    Batch batch(visitor, made, quantity);
+    batch.announceQuantity();
+    visitor.tool(u"cmdMake"_s);
+    batch.mixForLater();
+    visitor.requireNoReport();
+    program.leave();
+}
+
+void runBenchOffer(const QString& programFolder, const QString& pictureFolder) {
+    Visitor visitor(pictureFolder, u"back-"_s);
+    Program program(visitor, programFolder);
+    program.start();
+    Batch batch(visitor, made, quantity);
+    visitor.picture(u"offer"_s);
+    visitor.robot().expectDialog(u"frmInitials"_s, [&](QWidget& dialog) { sign(batch, dialog); });
+    visitor.click(u"mixerLogMix"_s);
+    visitor.settle();
+    visitor.requireNoReport();
     program.leave();
 }
 

@@ -19,4 +19,10 @@ struct BenchWork {
 /// options of the folder.
 void runBench(const QString& programFolder, const QString& pictureFolder, const BenchWork& work);
 
+/// While the server of the options is away: reads its newest copy, and makes a batch that waits.
+void runBenchOnCopy(const QString& programFolder, const QString& pictureFolder);
+
+/// The server is back: signs the batch that waits, and prints its lot.
+void runBenchOffer(const QString& programFolder, const QString& pictureFolder);
+
 }  // namespace tour

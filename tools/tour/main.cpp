@@ -51,6 +51,8 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption busy("busy", "Let a mix end in the midst of a list, a deletion or a note.", "SCENE");
     QCommandLineOption bench("bench", "Make so many batches on the records of the options.", "BATCHES");
     QCommandLineOption serverless("serverless", "Start while the server gives no records.");
+    QCommandLineOption onCopy("bench-on-copy", "Make a batch on the newest copy of a server that is away.");
+    QCommandLineOption later("bench-offer", "Sign the batch that waits for its server.");
     QCommandLineOption description("description", "What the bench writes into the formula.", "TEXT");
     QCommandLineOption ofAll("batches-of-all", "How many batches the bench's log lists at the end.", "COUNT");
     QCommandLineOption watch("watch",
@@ -65,13 +67,14 @@ void setUpOptions(QCommandLineParser& parser) {
     QCommandLineOption none("print-without-printer", "Print while there is no queue.");
     QCommandLineOption refusing("print-on-refusing", "Print on a queue that takes no jobs.", "NAME");
     for (QCommandLineOption* hidden :
-         {&dark,     &language,    &stop,    &stopped, &manual,   &broken,    &prefix, &busy,
-          &bench,    &description, &ofAll,   &watch,   &recover,  &vain,      &second, &failing,
-          &printers, &print,       &missing, &none,    &refusing, &serverless})
+         {&dark,   &language, &stop,     &stopped,     &manual,  &broken, &prefix,   &busy,
+          &bench,  &onCopy,   &later,    &description, &ofAll,   &watch,  &recover,  &vain,
+          &second, &failing,  &printers, &print,       &missing, &none,   &refusing, &serverless})
         hidden->setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({empty,  pictures, dark,     language,    stop,    stopped, manual,   broken,
-                       prefix, busy,     bench,    description, ofAll,   watch,   recover,  vain,
-                       second, failing,  printers, print,       missing, none,    refusing, serverless});
+    parser.addOptions({empty,  pictures, dark,    language, stop,      stopped, manual,
+                       broken, prefix,   busy,    bench,    onCopy,    later,   description,
+                       ofAll,  watch,    recover, vain,     second,    failing, printers,
+                       print,  missing,  none,    refusing, serverless});
 }
 
 void tell(const QStringList& files, const QString& folder) {
@@ -131,6 +134,10 @@ void tourOneStage(const QCommandLineParser& parser, const QString& folder) {
                         parser.value("batches-of-all").toInt(), isSet("watch")});
     } else if (isSet("serverless")) {
         tour::runServerless(folder);
+    } else if (isSet("bench-on-copy")) {
+        tour::runBenchOnCopy(folder, pictures);
+    } else if (isSet("bench-offer")) {
+        tour::runBenchOffer(folder, pictures);
     } else if (isSet("language")) {
         tour::runLanguage(folder, pictures, parser.value("language").toInt());
     } else if (isSet("dark")) {
