@@ -4,7 +4,9 @@
 #include "core/TraceList.h"
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/Theme.h"
+#include "screens/PriceTexts.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
@@ -89,7 +91,12 @@ QStringList RepricingWindow::rowOf(const RepricedFormula& formula) const {
 
 void RepricingWindow::fill() {
     guarded(u"RepricingWindow:fill"_s, [&] {
-        m_formulas = formulaPrices();
+        bool stopped = false;
+        platform::LongWork work(translated(u"Comparing prices"_s));
+        m_formulas = formulaPrices([&](double done) {
+            stopped = !work.goesOn(done);
+            return !stopped;
+        });
         std::erase_if(m_formulas, [this](const RepricedFormula& formula) {
             return formula.storedAWP == formula.awp && formerCost(formula) == formula.cost;
         });
@@ -109,7 +116,9 @@ void RepricingWindow::fill() {
             rows.push_back(rowOf(formula));
         m_list->setRows(std::move(rows));
         m_list->setTicked();
-        if (m_formulas.empty())
+        if (stopped)
+            m_message->setText(priceFaultText(PriceFault::stopped, {}));
+        else if (m_formulas.empty())
             m_message->setText(
                 translated(u"The stored AWP of each formula is what its chemicals come to now."_s));
     });

@@ -56,6 +56,23 @@ platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula) {
     return openEditableList(statement);
 }
 
+std::map<std::int16_t, FormulaTotals> readTotals(std::int16_t first, std::int16_t last) {
+    const platform::RecordsetPtr sums =
+        openEditableList(u"SELECT CostTable.FormulaID, SUM(CostTable.ChemicalCost) AS TotalCost, "
+                         "SUM(CostTable.ChemicalAWP) AS TotalAWP FROM [SELECT FormChem.FormulaID, "
+                         "(Chemical.chm_Cost * FormChem.fch_Qty) AS ChemicalCost, "
+                         "(Chemical.chm_AWP * FormChem.fch_Qty) AS ChemicalAWP FROM "
+                         "Chemical INNER JOIN FormChem ON Chemical.ChemicalID = FormChem.ChemicalID "
+                         "WHERE (FormChem.FormulaID >= %1 AND FormChem.FormulaID <= %2)]. AS CostTable "
+                         "GROUP BY CostTable.FormulaID"_s.arg(first)
+                             .arg(last));
+    std::map<std::int16_t, FormulaTotals> totals;
+    for (; !sums->eof(); sums->moveNext())
+        totals[platform::nullInt16(sums->value(0))] = {platform::nullCurrency(sums->value(1)),
+                                                       platform::nullCurrency(sums->value(2))};
+    return totals;
+}
+
 FormulaTotals readTotals(std::int16_t formula) {
     const platform::RecordsetPtr sums = openEditableList(costSum(formula));
     return {platform::nullCurrency(sums->value(u"TotalCost"_s)),

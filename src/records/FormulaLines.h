@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <map>
 
 namespace sorvanto {
 
@@ -21,6 +22,8 @@ struct FormulaTotals {
     platform::Currency awp;
 };
 FormulaTotals readTotals(std::int16_t formula);
+/// The same of all formulas with keys from first to last, by one statement; of one without lines there is none.
+std::map<std::int16_t, FormulaTotals> readTotals(std::int16_t first, std::int16_t last);
 
 /// The statement that adds a line. The values stand in it as they come; a quantity that is no number
 /// breaks it.

@@ -9,21 +9,44 @@
 #include "shared/Guard.h"
 #include "shared/basMain.h"
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
 using namespace platform;
 
-std::vector<RepricedFormula> formulaPrices() {
+namespace {
+
+constexpr int keysAtOnce = 4'096;
+constexpr std::size_t rowsAtOnce = 256;
+constexpr double shareOfTotals = 0.5;  // of the time
+
+}  // namespace
+
+std::vector<RepricedFormula> formulaPrices(const std::function<bool(double)>& goesOn) {
     const RecordsetPtr rows = Recordset::create();
     rows->open(u"SELECT FormulaID, frm_Name, frm_AWP FROM Formula ORDER BY frm_Name, FormulaID"_s, openDB());
+    constexpr int lowest = std::numeric_limits<std::int16_t>::min(),
+                  highest = std::numeric_limits<std::int16_t>::max();
+    std::map<std::int16_t, FormulaTotals> totals;
+    for (int first = lowest; first <= highest; first += keysAtOnce) {
+        totals.merge(
+            readTotals(static_cast<std::int16_t>(first), static_cast<std::int16_t>(first + keysAtOnce - 1)));
+        if (goesOn && !goesOn(shareOfTotals * (first - lowest) / (highest - lowest)))
+            return {};
+    }
     std::vector<RepricedFormula> formulas;
     for (; !rows->eof(); rows->moveNext()) {
         const std::int16_t key = nullInt16(rows->value(0));
-        const FormulaTotals totals = readTotals(key);
+        const FormulaTotals total = totals[key];
         formulas.push_back(
-            {key, nullText(rows->value(1)), totals.cost, nullCurrency(rows->value(2)), totals.awp});
+            {key, nullText(rows->value(1)), total.cost, nullCurrency(rows->value(2)), total.awp});
+        const double done = static_cast<double>(formulas.size()) / static_cast<double>(rows->recordCount());
+        if (goesOn && formulas.size() % rowsAtOnce == 0 &&
+            !goesOn(shareOfTotals + (1 - shareOfTotals) * done))
+            return {};
     }
     rows->close();
     return formulas;

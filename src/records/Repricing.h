@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -19,8 +20,9 @@ struct RepricedFormula {
     platform::Currency awp;        ///< as saving the formula would store it now
 };
 
-/// Of all formulas, by name; an AWP that would stay as it is, is among them.
-std::vector<RepricedFormula> formulaPrices();
+/// Of all formulas, by name; an AWP that would stay as it is, is among them. goesOn is told between pieces of some
+/// milliseconds how much is done, 0 to 1, and stops it by false: then there are none.
+std::vector<RepricedFormula> formulaPrices(const std::function<bool(double)>& goesOn = {});
 
 /// What formulas cost, by their keys.
 using FormulaCosts = std::map<std::int16_t, platform::Currency>;

@@ -2,6 +2,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/LongWork.h"
 #include "records/Repricing.h"
 #include "screens/PriceTexts.h"
 #include "screens/PriceWindow.h"
@@ -20,6 +21,14 @@ void tell(const QString& sentence) {
     platform::MsgBox(sentence, {platform::Buttons::Ok, platform::Icon::Exclamation});
 }
 
+std::vector<RepricedFormula> formulasNow(bool& stopped) {
+    platform::LongWork work(translated(u"Comparing prices"_s));
+    return formulaPrices([&](double done) {
+        stopped = !work.goesOn(done);
+        return !stopped;
+    });
+}
+
 }  // namespace
 
 void frmChemical::importPrices() {
@@ -33,7 +42,10 @@ void frmChemical::importPrices() {
         PriceFile file(path);
         if (file.fault() != PriceFault::none)
             return tell(priceFaultText(file.fault(), file.detail()));
-        const std::vector<RepricedFormula> before = formulaPrices();
+        bool stopped = false;
+        const std::vector<RepricedFormula> before = formulasNow(stopped);
+        if (stopped)
+            return;
         PriceWindow list(openDB(m_context), std::move(file), path, window());
         platform::asker().showModal(list, [&] { list.exec(); });
         if (list.taken() == 0)
@@ -43,7 +55,7 @@ void frmChemical::importPrices() {
         platform::deref(m_context.window)
             .announcePrices(
                 platform::counted(translated(u"%1 price taken | %1 prices taken"_s), list.taken()),
-                repriced(before, formulaPrices()));
+                repriced(before, formulasNow(stopped)));
     });
 }
 

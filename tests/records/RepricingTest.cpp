@@ -1,7 +1,10 @@
 // What formulas store of their chemicals' prices, what they come to now, and writing that.
 #include "RecordsTest.h"
 
+#include "records/FormulaLines.h"
 #include "records/Repricing.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +40,36 @@ protected:
 TEST_F(RepricingTest, StoredAndPresentPricesStandSideBySide) {
     // 1.2345 * 2 + 5 * 0.1 + 0.5 * 1.005 and 1.2345 * 3.5 + 5 * 0.2 + 0.5 * 2.675, exactly, then to the even neighbour
     EXPECT_EQ(str(prices()), "1 Cooling Gel: 3.4715, 7 -> 6.6582\n2 Plain Base: 0, 0 -> 0");
+}
+
+TEST_F(RepricingTest, TotalsOfAllAtOnceAreThoseOfEach) {
+    QStringList lines;
+    for (int i = 1; i <= 60; ++i)
+        lines << u"(%1, %2, %3, 0, 1)"_s.arg(1 + i % 2).arg(2 + i % 3).arg(i * 0.1375);
+    sql(u"INSERT INTO FormChem (FormulaID, ChemicalID, fch_Qty, fch_QS, fch_Active) VALUES "_s +
+        lines.join(u", "_s));
+    const auto formulas = formulaPrices();
+    ASSERT_EQ(formulas.size(), 2U);
+    for (const RepricedFormula& one : formulas) {
+        const FormulaTotals own = readTotals(one.key);
+        EXPECT_NE(one.cost, platform::Currency()) << one.key;
+        EXPECT_EQ(one.cost, own.cost) << one.key;
+        EXPECT_EQ(one.awp, own.awp) << one.key;
+    }
+}
+
+TEST_F(RepricingTest, TellsHowFarItIsAndCanBeStopped) {
+    std::vector<double> told;
+    const auto all = formulaPrices([&](double done) {
+        told.push_back(done);
+        return true;
+    });
+    EXPECT_EQ(all.size(), 2U);
+    ASSERT_GT(told.size(), 4U);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()) && told.front() >= 0 && told.back() <= 1);
+    std::size_t calls = 0;
+    EXPECT_TRUE(formulaPrices([&](double) { return ++calls < told.size(); }).empty());
+    EXPECT_EQ(calls, told.size());
 }
 
 TEST_F(RepricingTest, WhatIsStoredIsWhatSavingTheFormulaStores) {
