@@ -8,10 +8,27 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
+namespace {
+
+/// Of the records, in ten-thousandths.
+const QString versionSql = u"CAST(round(CAST(\"opt_Version\" AS numeric) * 10000) AS bigint)"_s;
+
+/// answer: the version, and which program it needs.
+QString reasonAgainst(const QString& answer) {
+    const std::int64_t version = answer.section(u' ', 0, 0).toLongLong();
+    if (version > recordsVersion)
+        return u"The records on the server belong to a newer program; version %1 of it is needed"_s.arg(
+            answer.section(u' ', 1));
+    if (version < recordsVersion)
+        return u"The records on the server are older than this program"_s;
+    return {};
+}
+
+}  // namespace
+
 QString versionRefused(const platform::Connection& server) {
     platform::Engine& records = server.engine();
-    const std::int64_t version = platform::number(
-        records, u"SELECT CAST(round(CAST(opt_Version AS numeric) * 10000) AS bigint) FROM Options"_s);
+    const std::int64_t version = platform::number(records, u"SELECT %1 FROM Options"_s.arg(versionSql));
     if (version > recordsVersion)
         return translated(
                    u"The records on the server belong to a newer program. This computer needs version %1 of it."_s)
@@ -21,6 +38,11 @@ QString versionRefused(const platform::Connection& server) {
                    u"The records on the server are older than this program. Ask who has set up the server to run: %1"_s)
             .replace(u"%1"_s, u"sorvanto-db update"_s);
     return {};
+}
+
+void keepRefusingVersions(const platform::Connection& server) {
+    server.engine().setAdmission(u"SELECT %1 || ' ' || needs_program() FROM \"Options\""_s.arg(versionSql),
+                                 reasonAgainst);
 }
 
 }  // namespace sorvanto

@@ -18,4 +18,8 @@ inline constexpr std::int64_t recordsVersion = 12000;
 /// Throws as Connection::execute.
 QString versionRefused(const platform::Connection& server);
 
+/// From now on also where a line takes the place of a lost one: the server may have been brought up to date meanwhile. What
+/// would go by that line fails with general; the reason is for errors.log, so it is not translated.
+void keepRefusingVersions(const platform::Connection& server);
+
 }  // namespace sorvanto

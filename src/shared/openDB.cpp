@@ -5,6 +5,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/DataLocation.h"
+#include "platform/data/Engine.h"
 #include "shared/Guard.h"
 #include "shared/RecordsVersion.h"
 #include "shared/ServerWatch.h"
@@ -19,7 +20,11 @@ namespace {
 
 platform::RuntimeError notSet() { return {platform::error::objectNotSet, u"Object variable not set"_s}; }
 
-bool isOpen(const Context& context) { return platform::deref(context.connection).state() == 1; }
+/// A server that was brought up to date meanwhile is opened anew, so that the user is told what is to be done.
+bool isOpen(const Context& context) {
+    const platform::Connection& connection = platform::deref(context.connection);
+    return connection.state() == 1 && !connection.engine().isRefused();
+}
 
 QString dataLocation(const Context& context) {
     if (!context.databaseLocation)
@@ -53,6 +58,7 @@ void connectServer(Context& context, const QString& address) {
     try {
         if (const QString why = versionRefused(*context.connection); !why.isEmpty())
             throw platform::RuntimeError(platform::error::general, why, u"Database"_s);
+        keepRefusingVersions(*context.connection);
         keepHistory(*context.connection);
     } catch (const platform::RuntimeError&) {
         context.connection->close();

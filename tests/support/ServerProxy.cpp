@@ -110,6 +110,11 @@ public:
             ::shutdown(wire.client, SHUT_RDWR);
     }
 
+    void fallSilent() {
+        for (Wire& wire : m_wires)
+            wire.silent = true;
+    }
+
     // Under the lock.
     QByteArray text;
     Fault fault = Fault::Cut;
@@ -261,6 +266,10 @@ bool ServerProxy::isArmed() const {
 
 void ServerProxy::disarm() {
     m_loop->change([this] { m_loop->armed = false; });
+}
+
+void ServerProxy::fallSilent() {
+    m_loop->change([this] { m_loop->fallSilent(); });
 }
 
 void ServerProxy::cut() {

@@ -30,6 +30,8 @@ public:
     /// Whether that is still to come.
     bool isArmed() const;
     void disarm();
+    /// All lines that there are stand, and bring nothing any more in either direction.
+    void fallSilent();
     /// Cuts all lines that there are.
     void cut();
     /// From now on nobody is let in, or everybody again.

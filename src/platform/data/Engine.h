@@ -55,6 +55,12 @@ public:
     virtual std::vector<Row> rows(std::span<const std::int64_t> keys) = 0;
 };
 
+/// Which state of the records the statements of a span see where others change them meanwhile. In a file nobody does.
+enum class Sees {
+    Latest,  ///< each statement what others have kept until then; what others change at the same time is waited for
+    OneMoment  ///< all of them that of the first one; a change of a row that another one has changed since throws Overtaken
+};
+
 /// An open span of changes; taken back unless it was committed.
 class EngineSpan {
 public:
@@ -120,9 +126,11 @@ public:
     /// Adds a row; gives its key.
     virtual std::int64_t insert(const QString& table, const QStringList& columns,
                                 const std::vector<QVariant>& values, const QString& statement) = 0;
-    /// Begins a span of changes, or one within another. statement: what a failure's report names. Throws
-    /// permissionDenied when nothing can be written. See Transaction.
-    virtual std::unique_ptr<EngineSpan> beginSpan(const QString& statement) = 0;
+    /// Begins a span of changes, or one within another, which sees what that one sees. statement: what a failure's report
+    /// names. Throws permissionDenied when nothing can be written. See Transaction.
+    virtual std::unique_ptr<EngineSpan> beginSpan(const QString& statement, Sees sees) = 0;
+    /// Others wait, from now to the end of the open span, before they change this row or one that refers to it.
+    virtual void holdRow(const QString& /*table*/, std::int64_t /*key*/) {}
     /// Nothing is changed by this connection while it is open, but within a span that was open before. Others may be kept
     /// from writing meanwhile.
     virtual std::unique_ptr<EngineLook> beginLook() = 0;
@@ -153,6 +161,13 @@ public:
     /// What the connection that keeps a name says of itself, "rkent@bench2 1.6"; empty where none does.
     virtual QString nameKeeper(const QString& /*name*/) { return {}; }
 
+    /// What is asked over each line that takes the place of a lost one, and of its answer why nobody may work by it; empty
+    /// where all is well. Then whatever would go by that line throws general with this reason.
+    virtual void setAdmission(const QString& /*question*/,
+                              std::function<QString(const QString& answer)> /*refusal*/) {}
+    /// Whether the last line was refused so.
+    virtual bool isRefused() const { return false; }
+
     /// Tells a store that writes and seals its own history who changes its records from now on. False where it has none of
     /// that kind: then a function of the program seals what the store writes.
     virtual bool tellWriter(const HistoryContext& /*writer*/) { return false; }
@@ -163,8 +178,8 @@ public:
     /// Gives statements a function of any number of values.
     virtual void addFunction(const char* name, FunctionResult result, EngineFunction function) = 0;
 
-    /// To be called every few seconds while nothing else is done: notices a line that has broken and opens another one,
-    /// so that no click has to wait for that. Waits for nothing itself.
+    /// To be called every few seconds while nothing else is done: notices a line that has broken, or that brings no answer
+    /// any more, and opens another one, so that no click has to wait for that. Waits for nothing itself.
     virtual void lookAfter() {}
     /// For how many milliseconds the store has not been reached, by what lookAfter has seen; 0 while it can be.
     virtual std::int64_t awayFor() const { return 0; }

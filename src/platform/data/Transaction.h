@@ -12,10 +12,11 @@ namespace platform {
 
 class Transaction {
 public:
-    /// Keeps others from writing at once. statement: what the failure's report names.
+    /// statement: what the failure's report names. Whoever reads, decides by that and writes asks for OneMoment: a file keeps
+    /// others from writing at once, a server refuses what they have overtaken.
     /// Throws permissionDenied when the store stays locked or can't be written.
-    explicit Transaction(Engine& engine, const QString& statement = {})
-        : m_span(engine.beginSpan(statement)) {}
+    explicit Transaction(Engine& engine, const QString& statement = {}, Sees sees = Sees::Latest)
+        : m_span(engine.beginSpan(statement, sees)) {}
 
     /// Throws when the engine can't keep the changes; they are taken back then.
     void commit() { m_span->commit(); }

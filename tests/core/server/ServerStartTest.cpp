@@ -9,6 +9,7 @@
 #include "shared/databaseInUse.h"
 
 #include <QDir>
+#include <QTest>
 
 namespace sorvanto {
 namespace {
@@ -106,6 +107,11 @@ protected:
                      "<Statement>CREATE OR REPLACE FUNCTION needs_program() RETURNS text LANGUAGE sql AS "
                      "$$SELECT '2.0'; SELECT '2.1'$$</Statement></Step></DatabaseUpdates>");
     }
+    /// As when the server is started anew.
+    static void throwOut() {
+        support::runOnWholeServer(
+            u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE usename = 'bench'"_s);
+    }
     ServerUpdate update(const QString& account) {
         return updateServer(support::serverAddress().replace(u"bench@"_s, account + u'@'),
                             folder.path(u"steps.xml"_s));
@@ -134,6 +140,44 @@ TEST_F(ServerUpdateTest, WaitsForNobodyAndNamesTheBenchThatIsAtWork) {
     EXPECT_EQ(openDB()->state(), 0);
     expectReport("frmMain:openDB");
     EXPECT_TRUE(said.join(u'\n').contains(u"needs version 2.1 of it"_s)) << said.join(u'\n').toStdString();
+}
+
+TEST_F(ServerUpdateTest, AProgramWhoseLineBrokeMeanwhileIsToldWhichOneItNeeds) {
+    openDB();
+    throwOut();
+    ASSERT_EQ(update(u"sorvanto_admin"_s).to, "1.3");
+    for (int time = 0; time < 2; ++time) {
+        try {
+            context.connection->execute(u"INSERT INTO Patient (pat_LName) VALUES ('Late')"_s);
+            FAIL() << "it went on";
+        } catch (const platform::RuntimeError& failure) {
+            EXPECT_EQ(failure.number(), platform::error::general);
+            EXPECT_EQ(failure.description(),
+                      "The records on the server belong to a newer program; version 2.1 of it is needed");
+        }
+    }
+    EXPECT_EQ(runOnServer(u"SELECT count(*) FROM \"Patient\" WHERE \"pat_LName\" = 'Late'"_s)[0][0], "0");
+    declineServer();
+    EXPECT_EQ(openDB()->state(), 0);
+    expectReport("frmMain:openDB");
+    EXPECT_TRUE(said.join(u'\n').contains(u"needs version 2.1 of it"_s)) << said.join(u'\n').toStdString();
+}
+
+TEST_F(ServerUpdateTest, AProgramWhoseLineBrokeWorksOnNothingThatIsBeingUpdated) {
+    const auto change = [] { openDB()->execute(u"INSERT INTO Patient (pat_LName) VALUES ('Late')"_s); };
+    openDB();
+    throwOut();
+    platform::Connection updater;
+    updater.open(u"Data Source="_s + support::serverAddress());
+    ASSERT_EQ(platform::number(updater.engine(), u"SELECT CAST(pg_try_advisory_lock(2, 0) AS int)"_s), 1);
+    EXPECT_THROW(change(), platform::RuntimeError);
+    EXPECT_TRUE(context.connection->engine().isRefused());
+    updater.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return runOnServer(u"SELECT count(*) FROM pg_locks WHERE locktype = 'advisory'"_s)[0][0] == "0"_L1;
+    }));
+    change();
+    EXPECT_EQ(runOnServer(u"SELECT count(*) FROM \"Patient\" WHERE \"pat_LName\" = 'Late'"_s)[0][0], "1");
 }
 
 TEST_F(ServerUpdateTest, IsForTheOwnerAlone) {

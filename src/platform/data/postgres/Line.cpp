@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <libpq-fe.h>
 #include <poll.h>
 #include <thread>
@@ -22,6 +23,14 @@ namespace {
 constexpr int turnMs = 30;
 
 std::int64_t inMilliseconds(int time) { return QDeadlineTimer(time).deadline(); }
+
+/// Goes on while the computer sleeps.
+std::int64_t nowMs() {
+    timespec time{};
+    ::clock_gettime(CLOCK_BOOTTIME, &time);
+    constexpr std::int64_t second = 1000, million = 1'000'000;
+    return time.tv_sec * second + time.tv_nsec / million;
+}
 
 int leftUntil(std::int64_t deadline) {
     return static_cast<int>(std::max<std::int64_t>(0, deadline - QDeadlineTimer::current().deadline()));
@@ -59,12 +68,14 @@ bool Line::open() {
     m_connection = opening->take();
     m_refusal = {opening->state(), opening->message()};
     m_number += m_connection ? 1 : 0;
+    m_heard = nowMs();
     return m_connection;
 }
 
 void Line::close() {
     PQfinish(m_connection);
     m_connection = nullptr;
+    m_knocked = 0;
 }
 
 bool Line::isConnected() const { return m_connection && PQstatus(m_connection) != CONNECTION_BAD; }
@@ -72,6 +83,50 @@ bool Line::isConnected() const { return m_connection && PQstatus(m_connection) !
 bool Line::isOpen() {
     pollfd socket{PQsocket(m_connection), POLLIN, 0};
     while (isConnected() && poll(&socket, 1, 0) > 0 && PQconsumeInput(m_connection)) {
+    }
+    hear();
+    return isConnected();
+}
+
+void Line::knock() {
+    m_knocked = nowMs();
+    PQsendQueryParams(m_connection, "", 0, nullptr, nullptr, nullptr, nullptr, 0);
+    PQflush(m_connection);
+}
+
+void Line::hear() {
+    while (m_knocked != 0 && isConnected() && !PQisBusy(m_connection)) {
+        pg_result* const answer = PQgetResult(m_connection);
+        PQclear(answer);
+        if (!answer) {
+            m_knocked = 0;
+            m_heard = nowMs();
+        }
+    }
+}
+
+bool Line::lookAfter() {
+    if (!isOpen())
+        return false;
+    if (m_knocked != 0 && nowMs() - m_knocked > m_limits.knockMs)
+        close();
+    else if (m_knocked == 0 && nowMs() - m_heard >= m_limits.quietMs)
+        knock();
+    return isConnected();
+}
+
+bool Line::isAnswering() {
+    if (!isOpen())
+        return false;
+    // In the background it is asked sooner, so that a click has hardly ever to wait.
+    if (m_knocked == 0 && nowMs() - m_heard >= 2 * std::int64_t{m_limits.quietMs})
+        knock();
+    const std::int64_t left = m_knocked + m_limits.knockMs - nowMs();
+    m_deadline = inMilliseconds(static_cast<int>(std::max<std::int64_t>(0, left)));
+    while (m_knocked != 0 && isConnected()) {
+        if (!wait(false) || !PQconsumeInput(m_connection))
+            close();
+        hear();
     }
     return isConnected();
 }
@@ -81,6 +136,8 @@ QByteArray Line::told(const char* parameter) const {
 }
 
 Line::Outcome Line::send(const std::vector<Command>& commands) {
+    if (m_knocked != 0 && !isAnswering())
+        return {{}, true};
     m_deadline = inMilliseconds(m_limits.answerMs);
     if (!isConnected() || !PQenterPipelineMode(m_connection))
         return {{}, true};
@@ -89,6 +146,7 @@ Line::Outcome Line::send(const std::vector<Command>& commands) {
     PQpipelineSync(m_connection);
     Outcome outcome{receive(commands), false};
     outcome.lost = !isConnected() || !PQexitPipelineMode(m_connection);
+    m_heard = nowMs();
     if (outcome.lost)
         close();
     return outcome;

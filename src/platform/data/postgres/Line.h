@@ -39,6 +39,11 @@ struct Limits {
     int againMs = 3000;
     /// How long it is tried to find out what became of a change.
     int lookUpMs = 10000;
+    /// After so long without a word the server is asked, in the background, whether the line still stands: a firewall that
+    /// has dropped it says nothing.
+    int quietMs = 10000;
+    /// How long it has for the answer.
+    int knockMs = 3000;
 };
 
 class Line {
@@ -58,6 +63,11 @@ public:
     void close();
     /// Also notices what has happened to it since it was last used.
     bool isOpen();
+    /// The same, and asks the server after a silence; waits for no answer. False once that is overdue.
+    bool lookAfter();
+    /// The same, and waits for the answer where one is due, or where nobody has asked for long, as behind a sleep of the
+    /// computer. A line without one is closed.
+    bool isAnswering();
     struct Refusal {
         QByteArray state;  ///< empty where the server has said nothing
         QString message;
@@ -85,6 +95,9 @@ public:
 
 private:
     bool isConnected() const;
+    /// Sends what the server answers with nothing.
+    void knock();
+    void hear();
     void queue(const Command& command);
     std::vector<Result> receive(const std::vector<Command>& commands);
     /// The next result; null between those of two commands, and for ever once the line is lost.
@@ -101,7 +114,8 @@ private:
     std::unique_ptr<Opening> m_opening;
     Refusal m_refusal;
     pg_conn* m_connection = nullptr;
-    std::int64_t m_deadline = 0;  ///< of what is under way
+    std::int64_t m_deadline = 0;              ///< of what is under way
+    std::int64_t m_heard = 0, m_knocked = 0;  ///< when; the latter 0 while no answer to a knock is due
     int m_number = 0;
     bool m_stopped = false;
 };

@@ -40,7 +40,8 @@ public:
                                              const QString& statement) override;
     std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
                         const QString& statement) override;
-    std::unique_ptr<EngineSpan> beginSpan(const QString& statement) override;
+    std::unique_ptr<EngineSpan> beginSpan(const QString& statement, Sees sees) override;
+    void holdRow(const QString& table, std::int64_t key) override;
     std::unique_ptr<EngineLook> beginLook() override { return std::make_unique<ServerLook>(m_store); }
 
     QStringList tables() override { return m_store.catalogue.tables(); }
@@ -55,6 +56,9 @@ public:
     bool keepName(const QString& name) override;
     void giveUpName(const QString& name) override;
     QString nameKeeper(const QString& name) override;
+    void setAdmission(const QString& question,
+                      std::function<QString(const QString& answer)> refusal) override;
+    bool isRefused() const override { return m_store.session.isRefused(); }
     bool tellWriter(const HistoryContext& writer) override;
     void tellDeed(const QString& deed, const QString& note) noexcept override;
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
@@ -113,8 +117,14 @@ std::int64_t ServerEngine::insert(const QString& table, const QStringList& colum
     return key;
 }
 
-std::unique_ptr<EngineSpan> ServerEngine::beginSpan(const QString& statement) {
-    return std::make_unique<ServerSpan>(m_store, statement);
+std::unique_ptr<EngineSpan> ServerEngine::beginSpan(const QString& statement, Sees sees) {
+    return std::make_unique<ServerSpan>(m_store, statement, sees);
+}
+
+void ServerEngine::holdRow(const QString& table, std::int64_t key) {
+    const QString sql = u"SELECT 1 FROM %1 WHERE %2 = %3 FOR UPDATE"_s.arg(
+        quotedName(table), m_store.words.rowKey(table), QString::number(key));
+    m_store.session.runOne({sql.toUtf8(), {}, false}, Access::Changes, sql);
 }
 
 QStringList ServerEngine::columns(const QString& table) {
@@ -202,6 +212,19 @@ QString ServerEngine::nameKeeper(const QString& name) {
     return keeper.rows() == 0 ? QString() : keeper.text(0, 0);
 }
 
+const QString notReady = u"The server is not ready: its records are being brought up to date"_s;
+
+/// The lock first: what is answered while it is held stays so.
+void ServerEngine::setAdmission(const QString& question,
+                                std::function<QString(const QString& answer)> refusal) {
+    m_store.session.setAdmission({Command{takePart}, Command{question.toUtf8()}},
+                                 [refusal = std::move(refusal)](const std::vector<Result>& answers) {
+                                     return answers.front().bytes(0, 0) == "t"
+                                                ? refusal(answers.back().text(0, 0))
+                                                : notReady;
+                                 });
+}
+
 bool ServerEngine::tellWriter(const HistoryContext& writer) {
     const QString name = writer.person + u' ' + writer.program;
     m_minutesAhead = writer.minutesAhead;
@@ -211,9 +234,7 @@ bool ServerEngine::tellWriter(const HistoryContext& writer) {
     greet();
     const Result held = m_store.session.runOne({takePart, {}, false}, Access::Reads, {});
     if (held.bytes(0, 0) != "t")
-        throw RuntimeError(error::general,
-                           u"The server is not ready: its records are being brought up to date"_s,
-                           u"Database"_s);
+        throw RuntimeError(error::general, notReady, u"Database"_s);
     return true;
 }
 

@@ -8,13 +8,21 @@ using namespace Qt::StringLiterals;
 
 namespace platform::postgres {
 
-ServerSpan::ServerSpan(ServerStore& store, QString statement)
+namespace {
+
+const char* beginOf(Sees sees) {
+    return sees == Sees::OneMoment ? "BEGIN ISOLATION LEVEL REPEATABLE READ READ WRITE" : "BEGIN READ WRITE";
+}
+
+}  // namespace
+
+ServerSpan::ServerSpan(ServerStore& store, QString statement, Sees sees)
     : m_store(store), m_session(store.session), m_statement(std::move(statement)),
       m_outermost(!m_session.isSpanOpen()) {
     if (store.refusesChanges)
         throw RuntimeError(error::permissionDenied, u"The records are open for reading only"_s, u"Database"_s,
                            m_statement);
-    m_session.control(m_outermost ? "BEGIN READ WRITE" : "SAVEPOINT span", m_statement);
+    m_session.control(m_outermost ? beginOf(sees) : "SAVEPOINT span", m_statement);
     m_connection = m_session.connectionNumber();
     m_session.countSpan(+1);
 }

@@ -9,7 +9,7 @@ namespace platform::postgres {
 class ServerSpan : public EngineSpan {
 public:
     /// The store has to stay.
-    ServerSpan(ServerStore& store, QString statement);
+    ServerSpan(ServerStore& store, QString statement, Sees sees = Sees::Latest);
     ~ServerSpan() override;
     ServerSpan(const ServerSpan&) = delete;
     ServerSpan& operator=(const ServerSpan&) = delete;

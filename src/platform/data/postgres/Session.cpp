@@ -1,6 +1,7 @@
 #include "platform/data/postgres/Session.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Overtaken.h"
 #include "platform/data/Waiter.h"
 #include "platform/data/postgres/SqlState.h"
 
@@ -42,6 +43,9 @@ std::vector<Command> commandsOf(const QByteArrayList& statements) {
         commands.push_back({sql, {}, false});
     return commands;
 }
+
+/// Another transaction has changed what this one, which sees an older moment, was about to change.
+constexpr char overtaken[] = "40001";
 
 const QString notSaved = u"; the change was not saved"_s;
 const QString notKnown = u"; it is not known whether the change was saved"_s;
@@ -99,8 +103,24 @@ bool Session::open() {
 }
 
 void Session::greet() {
-    if (!m_greeting.isEmpty())
-        m_line.send(commandsOf(m_greeting));
+    std::vector<Command> all = commandsOf(m_greeting);
+    all.insert(all.end(), m_questions.begin(), m_questions.end());
+    m_refused.clear();
+    if (all.empty())
+        return;
+    const Line::Outcome outcome = m_line.send(all);
+    if (outcome.lost || m_questions.empty())
+        return;
+    if (outcome.failed())
+        m_refused = u"The server is not ready (%1)"_s.arg(outcome.results.back().message());
+    else
+        m_refused = m_refusal(
+            {outcome.results.end() - static_cast<std::ptrdiff_t>(m_questions.size()), outcome.results.end()});
+}
+
+void Session::setAdmission(std::vector<Command> questions, Refusal refusal) {
+    m_questions = std::move(questions);
+    m_refusal = std::move(refusal);
 }
 
 void Session::setGreeting(QByteArrayList statements) {
@@ -112,29 +132,35 @@ void Session::setGreeting(QByteArrayList statements) {
 bool Session::isStandby() const { return m_line.told("in_hot_standby") == "on"; }
 
 void Session::refresh(const QString& statement) {
-    if (isSpanOpen() || m_line.isOpen())
+    if (isSpanOpen())
         return;
     if (m_waiter && !m_waiter->isPatient() && !m_line.isOpenedInBackground())
         throw RuntimeError(error::deviceIo, u"The server can't be reached (no line)"_s, u"Database"_s,
                            statement);
     const QDeadlineTimer until(m_limits.againMs);
-    for (int pause = firstPauseMs; !open(); pause = std::min(2 * pause, longestPauseMs)) {
+    for (int pause = firstPauseMs; !m_line.isAnswering() && !open();
+         pause = std::min(2 * pause, longestPauseMs)) {
         const bool again = canPass(m_line.refusal().state) && !until.hasExpired() && m_line.pause(pause);
         if (!again)
             throw RuntimeError(error::deviceIo,
                                u"The server can't be reached (%1)"_s.arg(m_line.refusal().message),
                                u"Database"_s, statement);
     }
+    if (isRefused()) {
+        m_line.close();
+        throw RuntimeError(error::general, m_refused, u"Database"_s, statement);
+    }
 }
 
 void Session::lookAfter() {
-    if (m_working || isSpanOpen())
+    if (m_working || isSpanOpen() || isRefused())
         return;
-    if (m_line.isOpen() || m_line.isOpenedInBackground())
+    const bool stands = m_line.lookAfter();
+    if (stands || m_line.isOpenedInBackground())
         m_sinceAway.invalidate();
     else if (!m_sinceAway.isValid())
         m_sinceAway.start();
-    if (m_line.isOpen()) {
+    if (stands) {
         m_tryMs = 0;
     } else if (m_tryMs == 0 || m_sinceTry.hasExpired(m_tryMs)) {
         m_line.openInBackground();
@@ -240,6 +266,8 @@ void Session::fail(const Line::Outcome& outcome, const QString& statement, const
         text += u" (%1)"_s.arg(met->message());
     if (outcome.lost)
         text += fate;
+    if (state == overtaken)
+        throw Overtaken(failure.number, text, u"Database"_s, statement);
     throw RuntimeError(failure.number, text, u"Database"_s, statement);
 }
 

@@ -49,6 +49,13 @@ public:
         m_beforeChanges = std::move(statements);
     }
 
+    /// What is asked after the greeting over each line that takes the place of a lost one; refusal gives of the answers why
+    /// nothing may go by it, else nothing. Nothing does then: the next one that is opened is asked again.
+    using Refusal = std::function<QString(const std::vector<Result>& answers)>;
+    void setAdmission(std::vector<Command> questions, Refusal refusal);
+    /// Whether the last line was refused.
+    bool isRefused() const { return !m_refused.isEmpty(); }
+
     /// Statements that begin and end spans. Only for Span.
     void control(const QByteArray& sql, const QString& statement);
     bool isSpanOpen() const { return m_spans > 0; }
@@ -56,7 +63,8 @@ public:
     /// Changes with each new connection: what was open on the one before is gone.
     int connectionNumber() const { return m_line.number(); }
 
-    /// To be called now and then: opens a connection that has ended since, without waiting for it.
+    /// To be called now and then: opens a connection that has ended since, or that a server said nothing by to a question
+    /// meanwhile, without waiting for it.
     void lookAfter();
     /// Milliseconds since lookAfter found the line broken and no other one came about; 0 where there is one.
     std::int64_t awayFor() const { return m_sinceAway.isValid() ? m_sinceAway.elapsed() : 0; }
@@ -68,7 +76,7 @@ private:
     enum class Fate { Saved, NotSaved, NotKnown };
     class Work;
 
-    /// Opens the line where it has ended since, as that of a server that was started anew.
+    /// Opens the line where it has ended since, as that of a server that was started anew. Throws general where it is refused.
     void refresh(const QString& statement);
     /// False where it did not come to it.
     bool open();
@@ -86,6 +94,9 @@ private:
     Limits m_limits;
     Line m_line;
     QByteArrayList m_greeting;
+    std::vector<Command> m_questions;
+    Refusal m_refusal;
+    QString m_refused;  ///< why nothing may go by the line; empty where all may
     std::function<QByteArrayList()> m_beforeChanges;
     QByteArray
         m_transaction;  ///< the server's number of the one that is open; empty while nothing was changed

@@ -18,6 +18,7 @@ struct Known {
 constexpr Failure related{error::general, "The record is related to records of another table"};
 constexpr Failure unfit{error::dataMismatch, "A value does not fit its column"};
 constexpr Failure busy{error::permissionDenied, "The records are in use by another program"};
+constexpr Failure overtaken{error::permissionDenied, "Another bench has changed the records meanwhile"};
 constexpr Failure refused{error::permissionDenied, "The records can't be changed"};
 constexpr Failure full{error::permissionDenied, "The server takes no more connections"};
 constexpr Failure noRoom{error::diskFull, "The server's disk is full"};
@@ -33,7 +34,7 @@ constexpr std::array known{Known{"23503", related},
                            Known{"55P03", busy},
                            Known{"57014", busy},
                            Known{"40P01", busy},
-                           Known{"40001", busy},
+                           Known{"40001", overtaken},
                            Known{"25006", refused},
                            Known{"42501", refused},
                            Known{"53300", full},

@@ -37,7 +37,7 @@ public:
                                              const QString& statement) override;
     std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
                         const QString& statement) override;
-    std::unique_ptr<EngineSpan> beginSpan(const QString& statement) override;
+    std::unique_ptr<EngineSpan> beginSpan(const QString& statement, Sees sees) override;
     std::unique_ptr<EngineLook> beginLook() override { return std::make_unique<Look>(handle()); }
 
     QStringList tables() override;
@@ -111,7 +111,8 @@ std::int64_t FileEngine::insert(const QString& table, const QStringList& columns
     return sqlite3_last_insert_rowid(handle());
 }
 
-std::unique_ptr<EngineSpan> FileEngine::beginSpan(const QString& statement) {
+/// Nobody else writes while it is open.
+std::unique_ptr<EngineSpan> FileEngine::beginSpan(const QString& statement, Sees) {
     return std::make_unique<Span>(handle(), m_guard, statement);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/data/Waiter.h"
 #include "platform/data/postgres/Session.h"
 
+#include <QDeadlineTimer>
 #include <QThread>
 #include <functional>
 
@@ -245,6 +246,87 @@ TEST_F(FaultTest, ALineThatWasCutWhileNobodyWorkedIsOpenAgainBeforeItIsNeeded) {
     }
     EXPECT_EQ(seven(), 7);
     EXPECT_EQ(proxy->lines(), 2) << "the one that was opened";
+}
+
+TEST_F(FaultTest, ALineThatFellSilentWhileNobodyWorkedIsOpenAgainBeforeItIsNeeded) {
+    postgres::Limits limits;
+    limits.quietMs = 0;
+    limits.knockMs = 20;
+    session(limits);
+    proxy->fallSilent();
+    const QDeadlineTimer until(60000);
+    while (proxy->lines() < 2 && !until.hasExpired()) {
+        session().lookAfter();
+        QThread::yieldCurrentThread();
+    }
+    ASSERT_EQ(proxy->lines(), 2) << "nobody has waited for the silent one";
+    EXPECT_EQ(seven(), 7);
+}
+
+TEST_F(FaultTest, AClickThatComesBeforeThatAsksFirstAndLosesNothing) {
+    const QString before = lot();
+    postgres::Limits limits;
+    limits.quietMs = 0;
+    limits.knockMs = 20;
+    session(limits);
+    for (const char* expected : {"x", "xx"}) {
+        proxy->fallSilent();
+        EXPECT_EQ(session().runOne(lengthened(), Access::Changes, {}).integer(0, 0), 7);
+        EXPECT_EQ(lot(), QLatin1String(expected) + before) << "once, over a new line";
+    }
+    EXPECT_EQ(proxy->lines(), 3);
+    proxy->fallSilent();
+    session().control("BEGIN READ WRITE", {});
+    session().control("ROLLBACK", {});
+    EXPECT_EQ(proxy->lines(), 4) << "nor does a span begin on it";
+}
+
+TEST_F(FaultTest, ALineThatAnswersStaysTheSame) {
+    postgres::Limits limits;
+    limits.quietMs = 0;
+    session(limits);
+    proxy->takeTrips();
+    for (int time = 0; time < 3; ++time) {
+        session().lookAfter();
+        EXPECT_EQ(seven(), 7) << "behind an answer that is still due";
+    }
+    session().lookAfter();
+    session().lookAfter();
+    EXPECT_EQ(proxy->lines(), 1);
+    EXPECT_GT(proxy->takeTrips(), 3) << "it was asked";
+}
+
+TEST_F(FaultTest, NothingGoesByALineThatTakesTheNextOnesPlaceUnfit) {
+    QString why;
+    std::size_t answers = 0;
+    session().setAdmission({{"SELECT 1"}, {"SELECT 2"}}, [&](const std::vector<postgres::Result>& given) {
+        answers = given.size();
+        EXPECT_EQ(given.back().integer(0, 0), 2);
+        return why;
+    });
+    EXPECT_EQ(seven(), 7) << "the line that is open is not asked";
+    EXPECT_EQ(answers, 0U);
+    why = u"not this one"_s;
+    const QString before = lot();
+    proxy->cut();
+    for (int time = 0; time < 2; ++time) {
+        const RuntimeError failure = changeFailure();
+        EXPECT_EQ(failure.number(), error::general);
+        EXPECT_EQ(failure.description(), "not this one");
+        EXPECT_TRUE(session().isRefused());
+    }
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::general);
+    EXPECT_EQ(lot(), before);
+    const int lines = proxy->lines();
+    session().lookAfter();
+    EXPECT_EQ(proxy->lines(), lines) << "nor is another one opened in the background";
+    why.clear();
+    EXPECT_EQ(seven(), 7);
+    EXPECT_FALSE(session().isRefused());
+    EXPECT_EQ(answers, 2U);
+    session().setAdmission({{"SELECT nothing"}}, [](const auto&) { return QString(); });
+    proxy->cut();
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::general) << "nor where it can't be asked";
 }
 
 // Waiting.

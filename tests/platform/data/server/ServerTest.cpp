@@ -1,6 +1,7 @@
 // What a server alone can do to its client: refuse it, be in use, go away.
 #include "../DataTest.h"
 #include "TestServer.h"
+#include "platform/data/Overtaken.h"
 #include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
 #include "platform/data/postgres/Session.h"
@@ -123,6 +124,63 @@ TEST_F(ServerTest, ARowThatAnotherHoldsIsNotWaitedForLong) {
     const Transaction held(other->engine());
     other->execute(u"UPDATE Chemical SET chm_Lot = 'HELD' WHERE ChemicalID = 1"_s);
     EXPECT_EQ(numberOf(u"UPDATE Chemical SET chm_Lot = 'x' WHERE ChemicalID = 1"_s), error::permissionDenied);
+}
+
+TEST_F(ServerTest, ASpanOfOneMomentSeesNothingLaterAndOverwritesNothing) {
+    const auto read = [&] {
+        return rows(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s)->value(0).toString();
+    };
+    const QString before = lot();
+    connection->engine().tellWriter({u"rkent@bench2"_s, u"1.0"_s, {}});  // one chain of history a bench
+    {
+        Transaction whole(connection->engine(), {}, Sees::OneMoment);
+        connection->execute(u"UPDATE Chemical SET chm_Lot = 'OTHERS' WHERE ChemicalID = 2"_s);
+        elsewhere(u"UPDATE \"Chemical\" SET \"chm_Lot\" = 'LATER' WHERE \"ChemicalID\" = 1"_s);
+        EXPECT_EQ(read(), before);
+        bool overtaken = false;
+        try {
+            setLot("MINE");
+        } catch (const Overtaken& failure) {
+            overtaken = true;
+            EXPECT_EQ(failure.number(), error::permissionDenied);
+            EXPECT_TRUE(
+                failure.description().startsWith("Another bench has changed the records meanwhile"_L1));
+        }
+        EXPECT_TRUE(overtaken);
+        EXPECT_EQ(numberOf(u"UPDATE Chemical SET chm_Lot = 'x' WHERE ChemicalID = 1"_s),
+                  error::permissionDenied)
+            << "nor by trying again";
+    }
+    EXPECT_EQ(lot(), "LATER");
+    EXPECT_NE(stored(u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 2"_s), "OTHERS") << "all or nothing";
+    Transaction again(connection->engine(), {}, Sees::OneMoment);
+    EXPECT_EQ(read(), "LATER");
+    setLot("MINE");
+    again.commit();
+    EXPECT_EQ(lot(), "MINE");
+}
+
+TEST_F(ServerTest, ASpanOfTheLatestFollowsWhatOthersKeep) {
+    Transaction span(connection->engine());
+    EXPECT_EQ(rows(u"SELECT LogID FROM Log"_s)->recordCount(), 12);
+    elsewhere(u"UPDATE \"Chemical\" SET \"chm_Lot\" = 'LATER' WHERE \"ChemicalID\" = 1"_s);
+    EXPECT_EQ(connection->execute(u"UPDATE Chemical SET chm_Lot = 'MINE' & [chm_Lot] WHERE ChemicalID = 1"_s),
+              1);
+    span.commit();
+    EXPECT_EQ(lot(), "MINELATER");
+}
+
+TEST_F(ServerTest, AHeldRowIsChangedByNobodyElseUntilTheSpanEnds) {
+    const ConnectionPtr other = std::make_shared<Connection>();
+    other->open(source(location()));
+    {
+        const Transaction held(other->engine());
+        other->engine().holdRow(u"Chemical"_s, 1);
+        EXPECT_EQ(numberOf(u"UPDATE Chemical SET chm_Lot = 'x' WHERE ChemicalID = 1"_s),
+                  error::permissionDenied);
+        EXPECT_EQ(numberOf(u"UPDATE Chemical SET chm_Lot = 'x' WHERE ChemicalID = 2"_s), 0);
+    }
+    EXPECT_EQ(numberOf(u"UPDATE Chemical SET chm_Lot = 'x' WHERE ChemicalID = 1"_s), 0);
 }
 
 TEST_F(ServerTest, WhatReadsIsTriedOnceMoreOverANewConnection) {
