@@ -181,19 +181,36 @@ void NewLotWindow::fill() {
     m_awp->setValue(former.chm_AWP);
     m_ownCost = m_cost->text();
     m_lots = lotsOf(former.chm_Name);
-    m_formulas = formulasUsing(former.ChemicalID);
-    m_list->setTitle(platform::counted(translated(u"%1 formula takes it | %1 formulas take it"_s),
-                                       static_cast<std::int64_t>(m_formulas.size())),
-                     m_formulas.empty()
-                         ? QString()
-                         : translated(u"untick those that keep lot %1"_s).replace(u"%1"_s, former.chm_Lot));
+    listFormulas();
+    calculate();
+}
+
+void NewLotWindow::listFormulas() {
+    m_formulas = formulasUsing(m_former->ChemicalID);
+    m_list->setTitle(
+        platform::counted(translated(u"%1 formula takes it | %1 formulas take it"_s),
+                          static_cast<std::int64_t>(m_formulas.size())),
+        m_formulas.empty()
+            ? QString()
+            : translated(u"untick those that keep lot %1"_s).replace(u"%1"_s, m_former->chm_Lot));
     m_list->setColumns({{translated(u"Formula"_s)}});
     std::vector<QStringList> rows;
     for (const UsingFormula& formula : m_formulas)
         rows.push_back({formula.name});
     m_list->setRows(std::move(rows));
     m_list->setTicked();
+}
+
+/// What was typed stays; the formulas are ticked anew, since others take it now.
+void NewLotWindow::showAnew(const ChangedMeanwhile& changed) {
+    const clsChemicalPtr now = clsChemical().openChemical(m_former->ChemicalID, QString());
+    if (now && now->ChemicalID != 0)
+        m_former = now;
+    m_lots = lotsOf(m_former->chm_Name);
+    listFormulas();
     calculate();
+    if (m_add->isEnabled())
+        m_message->setText(changedText(changed));
 }
 
 // Until its last letter is typed, a unit may be another one: "gr" and "gal" are a gram at first. What that gave
@@ -273,7 +290,10 @@ void NewLotWindow::add() {
         std::map<std::int16_t, platform::Currency> before;
         for (const std::int16_t key : keys)
             before[key] = readTotals(key).cost;
-        m_added = addNewLot(m_former->ChemicalID, delivered(), keys);
+        const AddedLot lot = addNewLot(*m_former, delivered(), keys);
+        if (lot.changed)
+            return showAnew(*lot.changed);
+        m_added = lot.chemical;
         if (!m_added)
             return m_message->setText(translated(u"The lot was not added. Nothing was changed."_s));
         m_changed = std::move(before);

@@ -36,6 +36,8 @@ private:
     QLayout* packRow();
     QLayout* bottomRow();
     void fill();
+    void listFormulas();
+    void showAnew(const ChangedMeanwhile& changed);
     void calculate();
     void takeCost();
     void judge();

@@ -50,6 +50,9 @@ constexpr KnownProblem known[] = {
     {"clsLog:addLog frmLog:addLog", 0, "it is not known whether the change was saved",
      "The line to the server broke, and it is not known whether the batch is in the log. It is kept: the panel offers "
      "it again, and looks in the log first."},
+    {"*:*", error::general, "belong to a newer program",
+     "The records on the server belong to a newer program now, and this one changes nothing there. Click once more: a "
+     "window says which version is needed."},
     {"*:*", 0, "it is not known whether the change was saved",
      "The line to the server broke, and it is not known whether the change was saved. Look at the record before you do "
      "it again."},
@@ -176,6 +179,8 @@ constexpr ProblemCause causes[] = {
      "The folder of the database may not be written: ask for the right to write there."},
     {error::permissionDenied, "wait for the server was ended",
      "You ended the wait for the server: try again when it answers."},
+    {error::permissionDenied, "changed the records meanwhile",
+     "Another bench has changed the same records at the same moment: look at them, and try again."},
     {error::permissionDenied, "Another statement is under way",
      "The program was still waiting for the server: try again."},
     {error::permissionDenied, "",

@@ -126,13 +126,21 @@ void RepricingWindow::fill() {
 
 void RepricingWindow::store() {
     guarded(u"RepricingWindow:store"_s, [&] {
-        std::vector<std::int16_t> keys;
+        std::vector<RepricedFormula> shown;
         for (const int row : m_list->ticked())
-            keys.push_back(m_formulas.at(static_cast<std::size_t>(row)).key);
-        if (!storePrices(keys))
-            return m_message->setText(translated(u"The prices were not stored. Nothing was changed."_s));
-        m_stored = keys.size();
-        accept();
+            shown.push_back(m_formulas.at(static_cast<std::size_t>(row)));
+        switch (storePrices(shown)) {
+        case PricesStored::All:
+            m_stored = shown.size();
+            accept();
+            break;
+        case PricesStored::ChangedMeanwhile:
+            fill();
+            m_message->setText(changedText(firstChanged(shown)));
+            break;
+        case PricesStored::Failed:
+            m_message->setText(translated(u"The prices were not stored. Nothing was changed."_s));
+        }
     });
 }
 

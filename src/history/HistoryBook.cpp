@@ -83,6 +83,20 @@ QString linesOf(const QString& table) {
     return lines.value(table);
 }
 
+QString lastChanger(platform::Engine& database, const std::vector<HistoryRecord>& records) {
+    if (records.empty() || !hasHistory(database))
+        return {};
+    QStringList any;
+    for (const HistoryRecord& record : records)
+        any << u"(hst_Table IN ('%1', '%2') AND hst_Record = %3)"_s.arg(record.table, linesOf(record.table),
+                                                                        QString::number(record.key));
+    Query row(
+        database,
+        u"SELECT hst_Person FROM History WHERE %1 ORDER BY HistoryID DESC LIMIT 1"_s.arg(any.join(u" OR "_s)),
+        {});
+    return row.step() ? row.value(0, asText).toString() : QString();
+}
+
 QString historyColumns() {
     return u"HistoryID, hst_When, hst_Zone, hst_Table, hst_Key, hst_What, hst_Deed, hst_Note, hst_Person, hst_Name, "
            "hst_Fields"_s;

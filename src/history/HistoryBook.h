@@ -34,6 +34,15 @@ HistoryEntry historyEntry(const platform::Query& row);
 /// Of the record and of its lines, newest first.
 std::vector<HistoryEntry> historyOf(platform::Engine& database, const QString& table, std::int64_t key);
 
+/// A record with its lines, as the history knows it.
+struct HistoryRecord {
+    QString table;
+    std::int64_t key = 0;
+};
+/// Who has changed one of these last, or a line of it: "rkent@bench2"; empty for another program, and where nothing is written
+/// down.
+QString lastChanger(platform::Engine& database, const std::vector<HistoryRecord>& records);
+
 struct ChangeCount {
     std::int64_t count = 0;
     bool all = true;  ///< else the history began later: there may have been more before

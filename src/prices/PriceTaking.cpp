@@ -1,6 +1,7 @@
 #include "prices/PriceTaking.h"
 
 #include "history/HistoryDeed.h"
+#include "platform/data/Overtaken.h"
 #include "platform/data/Transaction.h"
 
 using namespace Qt::StringLiterals;
@@ -15,13 +16,11 @@ QString updateOf(const PriceProposal& proposal, const StockedChemical& chemical)
     return statement + u" WHERE [ChemicalID] = "_s + QString::number(chemical.key);
 }
 
-}  // namespace
-
-Taken takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
-                 const PriceStock& stock, const QString& file, const PriceProgress& goesOn) {
+Taken takeWhole(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
+                const PriceStock& stock, const QString& file, const PriceProgress& goesOn) {
     const auto isStopped = [&](double done) { return goesOn && !goesOn(done); };
     platform::Engine& engine = connection->engine();
-    platform::Transaction transaction(engine);
+    platform::Transaction transaction(engine, u"UPDATE Chemical"_s, platform::Sees::OneMoment);
     const HistoryDeed deed(engine, Deed::Imported, file);
     bool stopped = false;
     const auto now =
@@ -41,6 +40,17 @@ Taken takePrices(const platform::ConnectionPtr& connection, const PriceProposals
     }
     transaction.commit();
     return Taken::All;
+}
+
+}  // namespace
+
+Taken takePrices(const platform::ConnectionPtr& connection, const PriceProposals& proposals,
+                 const PriceStock& stock, const QString& file, const PriceProgress& goesOn) {
+    try {
+        return takeWhole(connection, proposals, stock, file, goesOn);
+    } catch (const platform::Overtaken&) {
+        return Taken::ChangedMeanwhile;
+    }
 }
 
 }  // namespace sorvanto

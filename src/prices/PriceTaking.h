@@ -7,7 +7,7 @@ namespace sorvanto {
 
 enum class Taken {
     All,
-    ChangedMeanwhile,  ///< one of the chemicals, since the stock was read
+    ChangedMeanwhile,  ///< one of the chemicals, since the stock was read; also by another bench, while this one writes
     Stopped            ///< by the user
 };
 

@@ -101,8 +101,9 @@ BatchStanding BatchBook::settle(const BatchRows& rows) {
     Look look = lookFor(*connection, rows);
     if (look.missing.isEmpty())
         return look.standing;
-    // Once more, now that nobody else can complete it.
+    // Once more, now that nobody else can complete it. Each look sees the latest: what another bench adds is waited for.
     platform::Transaction whole(connection->engine(), u"INSERT INTO LogChem"_s);
+    connection->engine().holdRow(u"Log"_s, look.key);
     look = lookFor(*connection, rows);
     if (!look.missing.isEmpty()) {
         const HistoryDeed deed(connection->engine(), Deed::Signed);

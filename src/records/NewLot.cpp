@@ -1,8 +1,10 @@
 // The new record and the lines that take it, in one transaction.
 #include "records/NewLot.h"
 
+#include "history/HistoryBook.h"
 #include "history/HistoryDeed.h"
 #include "platform/basic/Values.h"
+#include "platform/data/Overtaken.h"
 #include "platform/data/Recordset.h"
 #include "platform/data/Transaction.h"
 #include "shared/Guard.h"
@@ -30,6 +32,12 @@ clsChemicalPtr orReported(clsChemicalPtr chemical) {
         throw Reported();
     return chemical;
 }
+
+/// Leaves the span: another one has been at that record meanwhile.
+struct NotAsShown {
+    HistoryRecord record;
+    QString name;
+};
 
 /// As the chemical screen adds and saves a record: the copy has a key and an identity of its own.
 clsChemicalPtr addCopy(const clsChemical& former, const NewLot& delivered) {
@@ -76,27 +84,69 @@ bool hasLot(const QStringList& lots, const QString& lot) {
     return std::any_of(lots.begin(), lots.end(), [&](const QString& one) { return isSame(one, lot); });
 }
 
-clsChemicalPtr addNewLot(std::int16_t chemical, const NewLot& delivered,
-                         const std::vector<std::int16_t>& formulas) {
-    return guarded(u"NewLot:add"_s, clsChemicalPtr(), [&]() -> clsChemicalPtr {
+namespace {
+
+bool isAsShown(const clsChemical& shown) {
+    const RecordsetPtr row = Recordset::create();
+    row->open(
+        u"SELECT chm_Name, chm_Units, chm_Lot, chm_NDC, chm_Notes, chm_Form, chm_Supplier, chm_Cost, chm_AWP FROM "
+        "Chemical WHERE ChemicalID = %1"_s.arg(shown.ChemicalID),
+        openDB());
+    if (row->eof())
+        return false;
+    int column = 0;
+    for (const QString& text : {shown.chm_Name, shown.chm_Units, shown.chm_Lot, shown.chm_NDC,
+                                shown.chm_Notes, shown.chm_Form, shown.chm_Supplier}) {
+        if (nullText(row->value(column++)) != text)
+            return false;
+    }
+    return nullCurrency(row->value(column)) == shown.chm_Cost &&
+           nullCurrency(row->value(column + 1)) == shown.chm_AWP;
+}
+
+QString nameOfFormula(std::int16_t key) {
+    const RecordsetPtr row = Recordset::create();
+    row->open(u"SELECT frm_Name FROM Formula WHERE FormulaID = %1"_s.arg(key), openDB());
+    return row->eof() ? QString() : nullText(row->value(0));
+}
+
+clsChemicalPtr addWhole(const clsChemical& shown, const NewLot& delivered,
+                        const std::vector<std::int16_t>& formulas) {
+    const ConnectionPtr connection = openDB();
+    Transaction whole(connection->engine(), u"UPDATE FormChem"_s, Sees::OneMoment);
+    if (!isAsShown(shown) || hasLot(lotsOf(shown.chm_Name), delivered.lot))
+        throw NotAsShown{{u"Chemical"_s, shown.ChemicalID}, shown.chm_Name};
+    const HistoryDeed deed(connection->engine(), Deed::NewLot, shown.chm_Name);
+    const clsChemicalPtr added = addCopy(shown, delivered);
+    for (const std::int16_t formula : formulas) {
+        const auto lines = connection->execute(
+            u"UPDATE FormChem SET ChemicalID = %1 WHERE ChemicalID = %2 AND FormulaID = %3"_s
+                .arg(added->ChemicalID)
+                .arg(shown.ChemicalID)
+                .arg(formula));
+        if (lines == 0)
+            throw NotAsShown{{u"Formula"_s, formula}, nameOfFormula(formula)};
+    }
+    whole.commit();
+    return added;
+}
+
+}  // namespace
+
+AddedLot addNewLot(const clsChemical& shown, const NewLot& delivered,
+                   const std::vector<std::int16_t>& formulas) {
+    return guarded(u"NewLot:add"_s, AddedLot(), [&]() -> AddedLot {
         try {
-            const clsChemicalPtr former = orReported(clsChemical().openChemical(chemical, QString()));
-            if (former->ChemicalID == 0)
-                return nullptr;  // the search has said so
-            const ConnectionPtr connection = openDB();
-            Transaction whole(connection->engine());
-            const HistoryDeed deed(connection->engine(), Deed::NewLot, former->chm_Name);
-            const clsChemicalPtr added = addCopy(*former, delivered);
-            for (const std::int16_t formula : formulas)
-                connection->execute(
-                    u"UPDATE FormChem SET ChemicalID = %1 WHERE ChemicalID = %2 AND FormulaID = %3"_s
-                        .arg(added->ChemicalID)
-                        .arg(chemical)
-                        .arg(formula));
-            whole.commit();
-            return added;
+            if (orReported(clsChemical().openChemical(shown.ChemicalID, QString()))->ChemicalID == 0)
+                return {};  // the search has said so
+            return {addWhole(shown, delivered, formulas)};
         } catch (const Reported&) {
-            return nullptr;
+            return {};
+        } catch (const NotAsShown& changed) {
+            return {nullptr,
+                    ChangedMeanwhile{changed.name, lastChanger(openDB()->engine(), {changed.record})}};
+        } catch (const Overtaken&) {
+            return {nullptr, ChangedMeanwhile()};
         }
     });
 }

@@ -2,10 +2,12 @@
 // else, and the formulas take it from now on; the former lot stays, for recalls and for its history.
 #pragma once
 
+#include "records/ChangedMeanwhile.h"
 #include "records/clsChemical.h"
 
 #include <QStringList>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -27,9 +29,14 @@ QStringList lotsOf(const QString& name);
 /// Whether the lot is among them, whatever its case and the blanks around it.
 bool hasLot(const QStringList& lots, const QString& lot);
 
-/// Adds the lot as a copy of that chemical and puts it into the lines of these formulas, all of it or nothing.
-/// Gives the new record, or nothing after a failure, which is reported.
-clsChemicalPtr addNewLot(std::int16_t chemical, const NewLot& delivered,
-                         const std::vector<std::int16_t>& formulas);
+struct AddedLot {
+    clsChemicalPtr chemical;  ///< the new record; nothing after a failure, which is reported
+    /// Why nothing was added: the former record, its lots or one of the formulas is not what was shown any more.
+    std::optional<ChangedMeanwhile> changed = {};
+};
+/// Adds the lot as a copy of that chemical and puts it into the lines of these formulas, all of it or nothing. shown: as the
+/// user has it before him.
+AddedLot addNewLot(const clsChemical& shown, const NewLot& delivered,
+                   const std::vector<std::int16_t>& formulas);
 
 }  // namespace sorvanto

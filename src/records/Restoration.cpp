@@ -54,6 +54,7 @@ Restored takeBackDeletion(Context& context, const DeletedRecord& deleted) {
     const auto connection = openDB(context);
     if (lastHistoryRow(connection->engine()) == 0)
         return Restored::NotInHistory;
+    // Another bench can only have taken the key or the record that a row belongs to, and the server refuses both by itself.
     platform::Transaction transaction(connection->engine(), u"Undo"_s);
     const HistoryDeed deed(connection->engine(), Deed::Restored);
     const Restored result = addDeletedRows(connection->engine(), deleted);

@@ -1,9 +1,11 @@
 #include "screens/PriceWindow.h"
 
+#include "history/HistoryBook.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/LongWork.h"
+#include "records/ChangedMeanwhile.h"
 #include "screens/PriceTexts.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
@@ -13,6 +15,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -192,17 +195,31 @@ void PriceWindow::take() {
             say(translated(u"Stopped: no price was taken."_s));
             break;
         case Taken::ChangedMeanwhile:
-            m_list->rows().show(nullptr);
-            m_weighed.reset();
-            m_stock.emplace(stockedChemicals(m_connection));
-            weigh();
-            platform::MsgBox(
-                translated(
-                    u"Another program has changed chemicals meanwhile, so nothing was taken. The list now "
-                    "shows them as they are: look at it again."_s),
-                {platform::Buttons::Ok, platform::Icon::Exclamation});
+            weighAnew();
         }
     });
+}
+
+void PriceWindow::weighAnew() {
+    const std::vector<StockedChemical> shown = m_stock->chemicals();
+    m_list->rows().show(nullptr);
+    m_weighed.reset();
+    m_stock.emplace(stockedChemicals(m_connection));
+    weigh();
+    const auto changed = std::find_if(shown.begin(), shown.end(), [this](const StockedChemical& chemical) {
+        const auto& now = m_stock->chemicals();
+        return std::find(now.begin(), now.end(), chemical) == now.end();
+    });
+    const QString changer = changed == shown.end()
+                                ? QString()
+                                : lastChanger(m_connection->engine(), {{u"Chemical"_s, changed->key}});
+    const QString text =
+        changer.isEmpty()
+            ? translated(
+                  u"Another program has changed chemicals meanwhile, so nothing was taken. The list now "
+                  "shows them as they are: look at it again."_s)
+            : changedText({changed->name, changer});
+    platform::MsgBox(text, {platform::Buttons::Ok, platform::Icon::Exclamation});
 }
 
 }  // namespace sorvanto

@@ -44,6 +44,8 @@ private:
     void chooseColumn(PriceField field, int column);
     void chooseMark(PriceField field, int index);
     void weigh();
+    /// Over what others have changed meanwhile, and says so.
+    void weighAnew();
     /// What is still to be said by the user before the rows can be weighed; empty for nothing.
     QString toBeSaid() const;
     void say(const QString& message);

@@ -42,6 +42,11 @@ protected:
         return rows(u"SELECT FormChemID, FormulaID, ChemicalID, fch_Qty FROM FormChem ORDER BY FormChemID"_s);
     }
     static QString chemicals() { return rows(u"SELECT * FROM Chemical ORDER BY ChemicalID"_s); }
+    static clsChemicalPtr shown(std::int16_t chemical) { return clsChemical().openChemical(chemical, {}); }
+    /// As it is shown before.
+    static clsChemicalPtr add(std::int16_t chemical, const std::vector<std::int16_t>& formulas) {
+        return addNewLot(*shown(chemical), delivery(), formulas).chemical;
+    }
     static NewLot delivery() {
         return {u" L3-new "_s, u"O'Hara"_s, Currency::fromText(u"0.2850"_s), Currency::fromText(u"4"_s)};
     }
@@ -56,7 +61,7 @@ TEST_F(NewLotTest, FormulasWithTheChemicalStandByNameEachOnce) {
 }
 
 TEST_F(NewLotTest, TheCopyIsLikeTheFormerInAllElse) {
-    const clsChemicalPtr added = addNewLot(3, delivery(), {1, 2});
+    const clsChemicalPtr added = add(3, {1, 2});
     ASSERT_TRUE(added);
     const clsChemicalPtr copy = clsChemical().openChemical(added->ChemicalID, {});
     const clsChemicalPtr former = clsChemical().openChemical(3, {});
@@ -76,13 +81,13 @@ TEST_F(NewLotTest, TheCopyIsLikeTheFormerInAllElse) {
 
 TEST_F(NewLotTest, TheFormerStaysAsItWas) {
     const QString before = chemicals();
-    ASSERT_TRUE(addNewLot(3, delivery(), {1, 2}));
+    ASSERT_TRUE(add(3, {1, 2}));
     EXPECT_EQ(str(chemicals().section(u'\n', 0, 3)), str(before));
     EXPECT_EQ(chemicals().count(u'\n'), 4);
 }
 
 TEST_F(NewLotTest, EveryLineOfTheTickedFormulasTakesItAndNoOther) {
-    const clsChemicalPtr added = addNewLot(3, delivery(), {1});
+    const clsChemicalPtr added = add(3, {1});
     ASSERT_TRUE(added);
     EXPECT_EQ(str(lines()),
               str(u"1|1|%1|1.2345\n2|1|4|5\n3|1|2|0.5\n4|2|3|7.5\n5|1|%1|0.25"_s.arg(added->ChemicalID)));
@@ -90,7 +95,7 @@ TEST_F(NewLotTest, EveryLineOfTheTickedFormulasTakesItAndNoOther) {
 
 TEST_F(NewLotTest, WithoutTickedFormulasTheLotIsThereAlone) {
     const QString before = lines();
-    EXPECT_TRUE(addNewLot(3, delivery(), {}));
+    EXPECT_TRUE(add(3, {}));
     EXPECT_EQ(str(lines()), str(before));
 }
 
@@ -99,7 +104,7 @@ TEST_F(NewLotTest, AFailureAtAnyStatementLeavesNothing) {
     for (const QString& part : {u"INSERT INTO"_s, u"SELECT @@IDENTITY"_s, u"UPDATE Chemical"_s,
                                 u"AND FormulaID = 1"_s, u"AND FormulaID = 2"_s}) {
         failStatement(part);
-        EXPECT_FALSE(addNewLot(3, delivery(), {1, 2})) << str(part);
+        EXPECT_FALSE(add(3, {1, 2})) << str(part);
         failStatement(u"no statement has this"_s);
         EXPECT_EQ(str(chemicals()), str(chemicalsBefore)) << str(part);
         EXPECT_EQ(str(lines()), str(linesBefore)) << str(part);
@@ -109,8 +114,40 @@ TEST_F(NewLotTest, AFailureAtAnyStatementLeavesNothing) {
 
 TEST_F(NewLotTest, AChemicalThatIsGoneHasNoNewLot) {
     asker.alwaysAnswer(u"No Records"_s);
-    EXPECT_FALSE(addNewLot(99, delivery(), {1}));
+    clsChemical gone;
+    gone.ChemicalID = 99;
+    EXPECT_FALSE(addNewLot(gone, delivery(), {1}).chemical);
     EXPECT_EQ(chemicals().count(u'\n'), 3);
+}
+
+TEST_F(NewLotTest, WhatIsNotAsShownAnyMoreGetsNoNewLot) {
+    for (const char* change : {"UPDATE Chemical SET chm_Units = 'MLS' WHERE ChemicalID = 3",
+                               "UPDATE Chemical SET chm_Cost = 7 WHERE ChemicalID = 3",
+                               "UPDATE Chemical SET chm_AWP = 7 WHERE ChemicalID = 3",
+                               "UPDATE Chemical SET chm_Notes = 'x' WHERE ChemicalID = 3",
+                               "INSERT INTO Chemical (chm_Name, chm_Lot) VALUES ('camphor', ' l3-NEW')"}) {
+        const clsChemicalPtr before = shown(3);
+        sql(change);
+        const QString chemicalsBefore = chemicals(), linesBefore = lines();
+        const AddedLot lot = addNewLot(*before, delivery(), {1, 2});
+        EXPECT_FALSE(lot.chemical) << change;
+        ASSERT_TRUE(lot.changed) << change;
+        EXPECT_EQ(str(lot.changed->name), "Camphor");
+        EXPECT_EQ(str(chemicals()), str(chemicalsBefore)) << change;
+        EXPECT_EQ(str(lines()), str(linesBefore)) << change;
+    }
+}
+
+TEST_F(NewLotTest, AFormulaThatTakesTheChemicalNoMoreRefusesAll) {
+    const clsChemicalPtr before = shown(3);
+    sql("DELETE FROM FormChem WHERE FormulaID = 2");
+    const QString chemicalsBefore = chemicals(), linesBefore = lines();
+    const AddedLot lot = addNewLot(*before, delivery(), {1, 2});
+    ASSERT_TRUE(lot.changed);
+    EXPECT_EQ(str(lot.changed->name), "Plain Base");
+    EXPECT_EQ(str(chemicals()), str(chemicalsBefore));
+    EXPECT_EQ(str(lines()), str(linesBefore));
+    EXPECT_TRUE(add(3, {1})) << "as it is shown anew";
 }
 
 TEST_F(NewLotTest, ALotThatIsThereIsFoundByNameWhateverItsCase) {
@@ -131,7 +168,7 @@ TEST_F(NewLotTest, TheHistorySaysThatALotHasCome) {
     ASSERT_FALSE(formulas.empty());
     const clsChemicalPtr former = clsChemical().openChemical(3, {});
     const std::int64_t before = lastHistoryRow(database);
-    const clsChemicalPtr added = addNewLot(3, delivery(), {formulas.front().key});
+    const clsChemicalPtr added = add(3, {formulas.front().key});
     ASSERT_TRUE(added);
     EXPECT_EQ(
         str(rows(u"SELECT DISTINCT hst_Deed, hst_Note FROM History WHERE HistoryID > %1"_s.arg(before))),

@@ -26,6 +26,14 @@ protected:
                                                 one.storedAWP.toText(), one.awp.toText());
         return all.join(u'\n');
     }
+    /// As they are shown before.
+    static PricesStored store(const std::vector<std::int16_t>& keys) {
+        std::vector<RepricedFormula> shown = formulaPrices();
+        std::erase_if(shown, [&](const RepricedFormula& one) {
+            return std::find(keys.begin(), keys.end(), one.key) == keys.end();
+        });
+        return storePrices(shown);
+    }
     static QString stored() {
         const auto found = Recordset::create();
         found->open(u"SELECT * FROM Formula ORDER BY FormulaID"_s, openDB());
@@ -73,7 +81,7 @@ TEST_F(RepricingTest, TellsHowFarItIsAndCanBeStopped) {
 }
 
 TEST_F(RepricingTest, WhatIsStoredIsWhatSavingTheFormulaStores) {
-    ASSERT_TRUE(storePrices({1}));
+    ASSERT_EQ(store({1}), PricesStored::All);
     const QString repriced = stored();
     sql("UPDATE Formula SET frm_AWP = 7 WHERE FormulaID = 1");
     const clsFormulaPtr formula = clsFormula().openFormula(1, QString());
@@ -84,7 +92,7 @@ TEST_F(RepricingTest, WhatIsStoredIsWhatSavingTheFormulaStores) {
 
 TEST_F(RepricingTest, OnlyTheTickedOnesAreWritten) {
     sql("UPDATE Formula SET frm_AWP = 9 WHERE FormulaID = 2");
-    ASSERT_TRUE(storePrices({2}));
+    ASSERT_EQ(store({2}), PricesStored::All);
     EXPECT_EQ(str(prices()), "1 Cooling Gel: 3.4715, 7 -> 6.6582\n2 Plain Base: 0, 0 -> 0");
 }
 
@@ -92,10 +100,27 @@ TEST_F(RepricingTest, AFailureOnTheWayLeavesAllAsTheyWere) {
     sql("UPDATE Formula SET frm_AWP = 9 WHERE FormulaID = 2");
     const QString before = stored();
     failStatement(u"WHERE [FormulaID] = 2"_s);
-    EXPECT_FALSE(storePrices({1, 2}));
+    EXPECT_EQ(store({1, 2}), PricesStored::Failed);
     failStatement(u"no statement has this"_s);
     EXPECT_EQ(str(stored()), str(before));
     dropReports();
+}
+
+TEST_F(RepricingTest, WhatIsNotAsShownAnyMoreIsNotOverwritten) {
+    sql("UPDATE Formula SET frm_AWP = 9 WHERE FormulaID = 2");
+    for (const char* change : {"UPDATE Formula SET frm_AWP = 5 WHERE FormulaID = 2",
+                               "UPDATE Chemical SET chm_Cost = 77 WHERE ChemicalID = 3",
+                               "UPDATE Chemical SET chm_AWP = 78 WHERE ChemicalID = 3",
+                               "DELETE FROM Formula WHERE FormulaID = 2"}) {
+        const std::vector<RepricedFormula> shown = formulaPrices();
+        sql(change);
+        const QString before = stored();
+        EXPECT_EQ(storePrices(shown), PricesStored::ChangedMeanwhile) << change;
+        EXPECT_EQ(str(stored()), str(before)) << change << ": not those before it either";
+        EXPECT_EQ(str(firstChanged(shown).name),
+                  QByteArray(change).contains("Chemical") ? "Cooling Gel" : "Plain Base");
+    }
+    EXPECT_EQ(store({1}), PricesStored::All) << "as it is shown anew";
 }
 
 }  // namespace
