@@ -3,6 +3,7 @@
 
 #include "db/DatabaseCheck.h"
 #include "db/DatabaseFile.h"
+#include "db/ScratchFolder.h"
 #include "db/WholeRecords.h"
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
@@ -14,7 +15,6 @@
 #include "platform/data/sqlite/WholeFile.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -105,7 +105,7 @@ CopiedRecords told(const QString& file, bool whole) {
 }
 
 CopiedRecords copyToServer(const DataLocation& from, const DataLocation& to, const RowProgress& progress) {
-    const QTemporaryDir scratch;
+    const ScratchFolder scratch;
     const QString file = scratch.filePath(u"records.mdb"_s);
     const auto ended = [&] { return progress && !progress(0, 0); };
     if (!copyToFile(from.text(), file, ended))
@@ -168,7 +168,7 @@ CopiedRecords copyRecords(const QString& from, const QString& to, const RowProgr
 }
 
 void createServerSample(const QString& address, int rows) {
-    const QTemporaryDir scratch;
+    const ScratchFolder scratch;
     const QString file = scratch.filePath(u"sample.mdb"_s);
     createSample(file, rows);
     copyToServer(DataLocation(file), DataLocation(address), {});

@@ -4,6 +4,7 @@
 #include "db/Archive.h"
 #include "db/ArchiveFate.h"
 #include "db/DatabaseCheck.h"
+#include "db/ScratchFolder.h"
 #include "db/WholeRecords.h"
 #include "history/HistoryFields.h"
 #include "platform/data/Connection.h"
@@ -15,7 +16,6 @@
 
 #include <QFile>
 #include <QHash>
-#include <QTemporaryDir>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -90,7 +90,7 @@ QString identityIn(const QString& file) {
 
 ArchiveResult archiveServer(const QString& address, const QString& archive, const QDate& firstKept) {
     const QString target = newArchivePath(archive);
-    const QTemporaryDir scratch;
+    const ScratchFolder scratch;
     const QString file = scratch.filePath(u"records.mdb"_s);
     auto server = platform::postgres::fillWholeServer(address);
     takeDown(*server, file, platform::DataLocation(address).shownName());

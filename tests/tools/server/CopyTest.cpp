@@ -1,11 +1,14 @@
 // Records on their way between a file and a server: what comes back is what has gone, and what fails leaves nothing.
 #include "Hindrances.h"
+#include "KilledChild.h"
 #include "ServerCommandTest.h"
 #include "ServerProxy.h"
 #include "db/DatabaseFile.h"
 #include "db/RecordsCopy.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Query.h"
+
+#include <csignal>
 
 namespace sorvanto {
 namespace {
@@ -400,6 +403,40 @@ TEST_F(CopyTest, WhatAServerIsNotMadeByIsRefused) {
     EXPECT_TRUE(err.contains("starting the program on it")) << qPrintable(err);
     EXPECT_EQ(run({"check", bench(), owner()}), 1);
     EXPECT_TRUE(err.contains("An archive is a file")) << qPrintable(err);
+}
+
+/// Not a test of its own: a copy that is killed while it is at work, the way it goes by its number.
+TEST_F(CopyTest, KilledHalfway) {
+    const QString folder = support::folderOfChild();
+    if (folder.isEmpty())
+        return;
+    const QString file = folder + u"/from.mdb"_s;
+    createSample(file, 50);
+    const auto killed = [] { return std::raise(SIGKILL) == 0; };
+    if (support::numberOfChild() == 0)
+        run({"copy", file, owner()}, killed);
+    expectDone({"copy", file, owner()});
+    run({"copy", bench(), folder + u"/to.mdb"_s}, killed);
+}
+
+TEST_F(CopyTest, AKilledCopyLeavesNothingThatLooksWholeAndGoesWithTheNext) {
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", path(u"."_s).toUtf8());
+    const auto left = [&] {
+        return QDir(path(u"."_s)).entryList({u"sorvanto-records-*"_s}, QDir::Dirs).size();
+    };
+    ASSERT_TRUE(support::childIsKilled(u"CopyTest.KilledHalfway"_s, path(u"."_s), 0));
+    EXPECT_EQ(left(), 1) << "it was at work";
+    expectDone({"copy", path("from.mdb"), owner()});
+    EXPECT_EQ(left(), 0);
+    QFile::remove(path("from.mdb"));
+    ASSERT_TRUE(support::childIsKilled(u"CopyTest.KilledHalfway"_s, path(u"."_s), 1));
+    EXPECT_FALSE(files().contains(u"to.mdb"_s));
+    EXPECT_TRUE(files().contains(u"to.mdb.part"_s)) << "it was at work";
+    expectDone({"copy", bench(), path("to.mdb")});
+    EXPECT_FALSE(files().contains(u"to.mdb.part"_s));
+    expectDone({"check", path("to.mdb")});
+    before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 }
 
 }  // namespace
