@@ -113,7 +113,8 @@ TEST(Deeds, ANewLotIsAdded) {
                   [](World& world) {
                       const NewLot delivered{u"L9"_s, u"Harbor"_s, platform::Currency::fromText(u"0.285"_s),
                                              platform::Currency::fromText(u"4"_s)};
-                      if (!addNewLot(3, delivered, {1}))
+                      const clsChemicalPtr former = clsChemical().openChemical(3, QString());
+                      if (!former || !addNewLot(*former, delivered, {1}).chemical)
                           world.say(u"not added"_s);
                   },
               .state = stateWithoutIdentities});

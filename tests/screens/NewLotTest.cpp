@@ -382,6 +382,38 @@ TEST_F(NewLotTest, PricesThatCantBeStoredAreSaidToBeAsTheyWere) {
     EXPECT_EQ(announced.texts(), QStringList()) << "nothing was recalculated";
 }
 
+TEST_F(NewLotTest, WhatWasChangedMeanwhileIsNotReplacedButShownAnew) {
+    const std::string changed =
+        "Another program has changed the records meanwhile, so nothing was stored. They are now shown as they are: "
+        "look at them again.";
+    showCamphor();
+    inWindow("NewLotWindow", [&](QWidget& form) {
+        typeInto(form, "txtLot", u"L301"_s);
+        sql("UPDATE Chemical SET chm_Cost = 9.5 WHERE ChemicalID = 3; DELETE FROM FormChem WHERE FormChemID = 15");
+        press(form, "cmdAdd");
+        EXPECT_EQ(said(form, "lblMessage"), changed);
+        EXPECT_EQ(said(form, "lblUntilNow"), "until now 9.50");
+        EXPECT_EQ(rows(form, "grdFormulas"), "[x] Cooling Gel");
+        EXPECT_EQ(str(child<QLineEdit>(form, "txtLot")->text()), "L301") << "what was typed stays";
+        EXPECT_EQ(str(sqlText("SELECT count(*) FROM Chemical WHERE chm_Lot = 'L301'")), "0");
+        press(form, "cmdAdd");
+    });
+    inWindow("RepricingWindow", [&](QWidget& form) {
+        sql("UPDATE Formula SET frm_AWP = 3 WHERE FormulaID = 1");
+        const QString before = sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID");
+        press(form, "cmdStore");
+        EXPECT_EQ(said(form, "lblMessage"), changed);
+        EXPECT_NE(rows(form, "grdPrices").find("|3.00|"), std::string::npos) << "shown as it is";
+        EXPECT_EQ(str(sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID")), str(before));
+        press(form, "cmdStore");
+    });
+    support::Announced announced;
+    click(u"cmdNewLot"_s);
+    EXPECT_EQ(str(sqlText("SELECT count(*) FROM Chemical WHERE chm_Lot = 'L301'")), "1");
+    click(u"mnuRecalculate"_s);
+    EXPECT_EQ(str(sqlText("SELECT count(*) FROM Formula WHERE frm_AWP = 3")), "0");
+}
+
 TEST_F(NewLotTest, AFailureAtTheSecondFormulaStoresNoPriceOfTheFirst) {
     load();
     const QString before = sqlText("SELECT frm_AWP FROM Formula ORDER BY FormulaID");

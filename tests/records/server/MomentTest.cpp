@@ -122,11 +122,12 @@ TEST_F(MomentTest, ABatchThatAnotherBenchCompletesGetsNoLineTwice) {
 }
 
 TEST_F(MomentTest, TwoBenchesThatLogAtOnceAreBothWritten) {
+    sql("INSERT INTO Log (log_Name) VALUES ('theirs')");
     useSigning();
     signing.formula = scaled(1, 25);
-    before(u"SELECT LogChemID"_s, u"INSERT INTO Patient (pat_LName) VALUES ('Doe')"_s);
+    before(u"SELECT LogChemID"_s, u"INSERT INTO LogChem (LogID, lch_Name) VALUES (1, 'theirs')"_s);
     ASSERT_TRUE(clsLog().addLog(document(u"<Formula><ID>1</ID></Formula>"_s), results()));
-    EXPECT_EQ(str(sqlText("SELECT (SELECT count(*) FROM LogChem), (SELECT count(*) FROM Patient)")), "3|1");
+    EXPECT_EQ(str(sqlText("SELECT (SELECT count(*) FROM Log), (SELECT count(*) FROM LogChem)")), "2|4");
 }
 
 TEST_F(MomentTest, WhatFailsWithinABatchLeavesWhatAFileWouldKeep) {

@@ -134,21 +134,25 @@ bool Session::isStandby() const { return m_line.told("in_hot_standby") == "on"; 
 void Session::refresh(const QString& statement) {
     if (isSpanOpen())
         return;
+    if (!m_line.isAnswering())
+        reopen(statement);
+    if (isRefused()) {
+        m_line.close();
+        throw RuntimeError(error::general, m_refused, u"Database"_s, statement);
+    }
+}
+
+void Session::reopen(const QString& statement) {
     if (m_waiter && !m_waiter->isPatient() && !m_line.isOpenedInBackground())
         throw RuntimeError(error::deviceIo, u"The server can't be reached (no line)"_s, u"Database"_s,
                            statement);
     const QDeadlineTimer until(m_limits.againMs);
-    for (int pause = firstPauseMs; !m_line.isAnswering() && !open();
-         pause = std::min(2 * pause, longestPauseMs)) {
+    for (int pause = firstPauseMs; !open(); pause = std::min(2 * pause, longestPauseMs)) {
         const bool again = canPass(m_line.refusal().state) && !until.hasExpired() && m_line.pause(pause);
         if (!again)
             throw RuntimeError(error::deviceIo,
                                u"The server can't be reached (%1)"_s.arg(m_line.refusal().message),
                                u"Database"_s, statement);
-    }
-    if (isRefused()) {
-        m_line.close();
-        throw RuntimeError(error::general, m_refused, u"Database"_s, statement);
     }
 }
 

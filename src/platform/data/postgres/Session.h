@@ -78,6 +78,7 @@ private:
 
     /// Opens the line where it has ended since, as that of a server that was started anew. Throws general where it is refused.
     void refresh(const QString& statement);
+    void reopen(const QString& statement);
     /// False where it did not come to it.
     bool open();
     void greet();

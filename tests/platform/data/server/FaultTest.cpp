@@ -333,8 +333,9 @@ TEST_F(FaultTest, NothingGoesByALineThatTakesTheNextOnesPlaceUnfit) {
 
 TEST_F(FaultTest, WhoIsNotPatientOpensNoLineAndTakesOneThatIsThere) {
     session();
-    proxy->cut();
     listener->patient = false;
+    EXPECT_EQ(seven(), 7) << "a line that stands needs no patience";
+    proxy->cut();
     EXPECT_EQ(failureOf([&] { seven(); }).number(), error::deviceIo);
     EXPECT_EQ(proxy->lines(), 1);
     std::int64_t found = 0;
