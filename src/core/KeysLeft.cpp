@@ -24,14 +24,16 @@ constexpr KeyedTable keyedTables[] = {
 
 std::vector<TableKeys> keysLeft(const platform::Connection& connection) {
     platform::Engine& engine = connection.engine();
-    std::vector<TableKeys> tables;
+    QStringList names;
     for (const KeyedTable& one : keyedTables) {
-        const QString table = QString::fromLatin1(one.table);
-        if (!engine.hasKeys(table))
-            throw platform::RuntimeError(platform::error::statement, u"There is no table %1"_s.arg(table),
-                                         u"Database"_s);
-        tables.push_back({QString::fromLatin1(one.name), engine.lastKey(table)});
+        names << QString::fromLatin1(one.table);
+        if (!engine.hasKeys(names.last()))
+            throw platform::RuntimeError(platform::error::statement,
+                                         u"There is no table %1"_s.arg(names.last()), u"Database"_s);
     }
+    std::vector<TableKeys> tables;
+    for (const std::int64_t last : engine.lastKeys(names))
+        tables.push_back({QString::fromLatin1(keyedTables[tables.size()].name), last});
     std::stable_sort(tables.begin(), tables.end(),
                      [](const TableKeys& a, const TableKeys& b) { return a.left() < b.left(); });
     return tables;

@@ -57,7 +57,7 @@ InstanceState findOtherPrograms(const Context& context, InstanceLock& lock) {
         state.readingOnly = standInText(*context.standIn);
         return state;
     }
-    const auto identity = readFileIdentity(*connection);
+    const auto identity = knownFileIdentity(*connection);
     InstanceState ofDatabase, ofCopies;
     if (const QString file = connection->file(); !file.isEmpty()) {
         ofDatabase = lock.takeDatabase(file);

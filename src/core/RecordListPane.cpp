@@ -2,6 +2,7 @@
 
 #include "platform/basic/Plurals.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Engine.h"
 #include "platform/widgets/RecordList.h"
 #include "shared/Context.h"
 #include "shared/Translator.h"
@@ -28,8 +29,12 @@ RecordListPane::RecordListPane(const Context& context, platform::RecordList& lis
     list.setCountText([this](int shown, int all) { return countText(shown, all); });
 }
 
-std::int64_t RecordListPane::stateOfFile() const {
+std::int64_t RecordListPane::stateOfRecords() const {
     return m_context.connection ? m_context.connection->changeState() : 0;
+}
+
+std::int64_t RecordListPane::ownState() const {
+    return m_context.connection ? m_context.connection->engine().ownChangeState() : 0;
 }
 
 QString RecordListPane::countText(int shown, int all) const {
@@ -75,7 +80,13 @@ void RecordListPane::follow() {
     if (!m_screen || !m_shown)
         return;
     m_list.setCurrentKey(m_screen->shownKey());
-    if (!m_pieces.isActive() && (!m_complete || stateOfFile() != m_state))
+    if (!m_pieces.isActive() && (!m_complete || ownState() != m_ownState))
+        startReading();
+}
+
+void RecordListPane::followOthers() {
+    const bool followed = m_screen && m_shown && m_complete && !m_pieces.isActive();
+    if (followed && stateOfRecords() != m_state)
         startReading();
 }
 
@@ -86,7 +97,8 @@ void RecordListPane::startReading() {
     QStringList expressions;
     for (const ListedColumn& column : m_table.columns)
         expressions << column.expression;
-    m_state = stateOfFile();
+    m_state.reset();
+    m_ownState = ownState();
     m_list.dropCollected();
     m_reader.emplace(connection, m_table.table, m_table.key, expressions);
     m_pieces.start();
@@ -95,6 +107,8 @@ void RecordListPane::startReading() {
 // What can't be read is reported where the record itself is; the list then keeps what it has.
 void RecordListPane::readPiece() {
     try {
+        if (!m_state)
+            m_state = stateOfRecords();
         const std::vector<platform::KeyedRow> rows = m_reader->next(pieceRows);
         m_list.collect(rows);
         if (rows.size() < pieceRows)
@@ -111,6 +125,7 @@ void RecordListPane::finish() {
     m_complete = true;
     m_list.showCollected();
     follow();
+    followOthers();  // what was changed while it was read
 }
 
 void RecordListPane::choose(std::int64_t key) {

@@ -30,9 +30,11 @@ public:
     void setShown(bool shown);
     /// Whether a row may be chosen: as long as the record may be changed by a move.
     void setChoosable(bool choosable);
-    /// To be called when something was done, here or by another bench: follows the record, and reads again what has changed.
-    /// Throws as the engine does.
+    /// To be called when something was done here: follows the record, and reads again what has changed. Throws as the engine
+    /// does.
     void follow();
+    /// To be called when another bench has done something: a server is asked whether it concerns what the list has read.
+    void followOthers();
 
 signals:
     /// A row was chosen, and its record is on show.
@@ -45,7 +47,8 @@ private:
     void choose(std::int64_t key);
     QString countText(int shown, int all) const;
 
-    std::int64_t stateOfFile() const;
+    std::int64_t stateOfRecords() const;
+    std::int64_t ownState() const;
 
     const Context& m_context;
     platform::RecordList& m_list;
@@ -53,7 +56,8 @@ private:
     ListedTable m_table;
     std::optional<platform::TableReader> m_reader;
     QTimer m_pieces;
-    std::int64_t m_state = 0;  ///< of the file, when reading began
+    std::optional<std::int64_t> m_state;  ///< of the records, when the first piece was read
+    std::int64_t m_ownState = 0;          ///< as far as this program has changed them
     bool m_shown = false;
     bool m_complete = false;
 };

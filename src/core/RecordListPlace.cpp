@@ -81,6 +81,11 @@ void RecordListPlace::follow() {
         leave();
 }
 
+void RecordListPlace::followOthers() {
+    m_pane->followOthers();
+    follow();
+}
+
 bool RecordListPlace::isWide() const { return m_window.width() >= wideWindow; }
 
 bool RecordListPlace::isOpen() const { return m_pane->hasScreen() && (isWide() ? m_beside : m_picks); }

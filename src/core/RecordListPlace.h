@@ -27,8 +27,9 @@ public:
 
     /// The screen in the middle, which may be one without a list.
     void setScreen(RecordScreen* screen);
-    /// To be called when something was done.
+    /// To be called when something was done, here or by another bench; see RecordListPane.
     void follow();
+    void followOthers();
 
 signals:
     /// Something was done, and the list goes with it.

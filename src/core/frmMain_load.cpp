@@ -145,7 +145,7 @@ void frmMain::updateDatabase(const ResumeNext& step) {
 // When the file is lost one day, its identity tells which copies are of it.
 void frmMain::rememberDatabase() {
     const auto connection = m_context.connection;
-    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
+    const auto identity = connection ? knownFileIdentity(*connection) : std::nullopt;
     if (identity && m_context.databaseLocation && !m_context.standIn)
         CopySettings::remember(m_context.databaseLocation(), identity->identity);
 }

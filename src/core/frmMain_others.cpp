@@ -65,7 +65,7 @@ void frmMain::followOthers() {
         if (m_others->state()->ends == m_followed)
             return showChange();
         m_followed = m_others->state()->ends;
-        m_list->follow();
+        m_list->followOthers();
     } catch (const platform::RuntimeError&) {
     }
 }

@@ -74,7 +74,7 @@ BatchJournal* batchJournal = nullptr;
 
 QString BatchBook::identity() {
     const auto connection = m_context.connection;
-    const auto identity = connection ? readFileIdentity(*connection) : std::nullopt;
+    const auto identity = connection ? knownFileIdentity(*connection) : std::nullopt;
     return identity ? identity->identity : QString();
 }
 

@@ -30,7 +30,9 @@ QString columnList(LineColumns columns) {
            "Chemical.chm_Notes, Chemical.chm_Cost "_s;
 }
 
-QString costSum(std::int16_t formula) {
+}  // namespace
+
+QString totalsStatement(std::int16_t formula) {
     QString statement = u"SELECT "_s;
     statement += u" SUM(CostTable.ChemicalCost) AS TotalCost, SUM(CostTable.ChemicalAWP) AS TotalAWP "_s;
     statement += u"FROM "_s;
@@ -43,9 +45,7 @@ QString costSum(std::int16_t formula) {
     return statement;
 }
 
-}  // namespace
-
-platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula) {
+QString linesStatement(LineColumns columns, std::int16_t formula) {
     QString statement = u"SELECT "_s;
     statement += columnList(columns);
     statement += u"FROM "_s;
@@ -53,7 +53,11 @@ platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula) {
     statement += u"WHERE "_s;
     statement += u"FormChem.FormulaID = "_s;
     statement += QString::number(formula);
-    return openEditableList(statement);
+    return statement;
+}
+
+platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula) {
+    return openEditableList(linesStatement(columns, formula));
 }
 
 std::map<std::int16_t, FormulaTotals> readTotals(std::int16_t first, std::int16_t last) {
@@ -74,7 +78,7 @@ std::map<std::int16_t, FormulaTotals> readTotals(std::int16_t first, std::int16_
 }
 
 FormulaTotals readTotals(std::int16_t formula) {
-    const platform::RecordsetPtr sums = openEditableList(costSum(formula));
+    const platform::RecordsetPtr sums = openEditableList(totalsStatement(formula));
     return {platform::nullCurrency(sums->value(u"TotalCost"_s)),
             platform::nullCurrency(sums->value(u"TotalAWP"_s))};
 }

@@ -13,6 +13,10 @@ namespace sorvanto {
 /// Which columns a list of lines has. Only the full one can be scaled, copied or logged.
 enum class LineColumns { Full, AfterAdd, Short };
 
+/// The statements of the two below.
+QString linesStatement(LineColumns columns, std::int16_t formula);
+QString totalsStatement(std::int16_t formula);
+
 /// The list of a formula, client-side and live: an edit of it goes to the tables.
 platform::RecordsetPtr openLines(LineColumns columns, std::int16_t formula);
 

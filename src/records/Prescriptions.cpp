@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace sorvanto {
 
-platform::RecordsetPtr openPrescriptions(std::int16_t patient, PrescriptionOrder order) {
+QString prescriptionsStatement(std::int16_t patient, PrescriptionOrder order) {
     const QString key = QString::number(patient);
     QString statement = u"SELECT "_s;
     statement += u"RXs.RXsID, Log.log_Name, Log.log_Strength, Log.log_Date, Log.log_Lot, RXs.rxs_QTY, "
@@ -21,7 +21,12 @@ platform::RecordsetPtr openPrescriptions(std::int16_t patient, PrescriptionOrder
     } else {
         statement += u"WHERE (((Patient.PatientID)="_s + key + u"))"_s;
     }
-    return openEditableList(statement, order == PrescriptionOrder::None ? u"RXs.rxs_Date"_s : QString());
+    return statement;
+}
+
+platform::RecordsetPtr openPrescriptions(std::int16_t patient, PrescriptionOrder order) {
+    return openEditableList(prescriptionsStatement(patient, order),
+                            order == PrescriptionOrder::None ? u"RXs.rxs_Date"_s : QString());
 }
 
 }  // namespace sorvanto

@@ -4,6 +4,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "records/GUIDFactory.h"
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
@@ -143,6 +144,7 @@ clsChemicalPtr clsChemical::openChemical(std::int16_t key, const QString& Search
         strSQL += chemicalFilter(key, Search);
         rs = Recordset::create();
         const auto release = qScopeGuard([this] { rs.reset(); });
+        const ReadAhead rows(basMain::gConnection, {});
         rs->open(strSQL, openDB());
         chooseRow(rs, u"ChemicalID"_s);
         const auto chemical = rs->eof() ? std::make_shared<clsChemical>() : readChemical(*rs);

@@ -6,6 +6,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "records/FormulaLines.h"
 #include "records/GUIDFactory.h"
 #include "records/QuantityNote.h"
@@ -55,6 +56,11 @@ QString formulaFilter(std::int16_t key, QString& search) {
     default:
         return likeFilter(u"frm_Name"_s, search);
     }
+}
+
+/// What is read of a formula behind its row.
+std::vector<ReadAhead::Set> setsOf(std::int16_t key) {
+    return {{totalsStatement(key)}, {linesStatement(LineColumns::Full, key)}};
 }
 
 /// The unit of a chemical, for which the search has no column; empty when it can't be read, since it is only
@@ -158,7 +164,9 @@ clsFormulaPtr clsFormula::openFormula(std::int16_t key, QString& Search) {
                                                       {"frm_GUID", "UniqueID"},
                                                       {"frm_Mix", "Mix"}});
         strSQL += u" FROM [Formula] "_s;
+        const bool byKey = Search.isEmpty();
         strSQL += formulaFilter(key, Search);
+        const ReadAhead rest(basMain::gConnection, byKey ? setsOf(key) : std::vector<ReadAhead::Set>());
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB());
         if (rows->recordCount() > 0)  // nothing found gives no message here

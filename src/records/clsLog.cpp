@@ -5,6 +5,7 @@
 #include "platform/basic/Dates.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "records/BatchBook.h"
 #include "records/BatchRecord.h"
 #include "records/LogSearch.h"
@@ -98,6 +99,10 @@ clsLogPtr clsLog::copy() const {
 void clsLog::openLog(std::int32_t key, const QString& Search) {
     guarded(u"clsLog:openLog"_s, [&] {
         strSQL = logSearch(LogSearch::OfLog, Search, QString::number(key));
+        std::vector<ReadAhead::Set> lists;
+        if (Search.isEmpty())
+            lists.push_back({logLines(key)});
+        const ReadAhead rest(basMain::gConnection, lists);
         const RecordsetPtr rows = openLogSearch(strSQL);
         chooseRow(rows, u"LogID"_s);
         if (!rows->eof())

@@ -18,6 +18,7 @@
 #include "shared/basMain.h"
 
 #include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -142,22 +143,19 @@ RecordsetPtr openForLines(std::int32_t log) {
 void freezeLines(std::int16_t log, Recordset& from, Recordset& to) {
     if (from.recordCount() == 0)
         return;
+    const QStringList taken{u"ChemicalID"_s, u"chm_Name"_s, u"chm_Units"_s, u"chm_Lot"_s,
+                            u"chm_NDC"_s,    u"chm_Cost"_s, u"chm_AWP"_s,   u"chm_Supplier"_s,
+                            u"chm_Form"_s,   u"chm_GUID"_s, u"fch_Qty"_s};
+    const QStringList frozen{u"LogID"_s,        u"ChemicalID"_s, u"lch_Name"_s, u"lch_Units"_s,
+                             u"lch_Lot"_s,      u"lch_NDC"_s,    u"lch_Cost"_s, u"lch_AWP"_s,
+                             u"lch_Supplier"_s, u"lch_Form"_s,   u"lch_GUID"_s, u"lch_QTY"_s};
+    std::vector<std::vector<QVariant>> lines;
     for (from.moveFirst(); !from.eof(); from.moveNext()) {
-        to.addNew();
-        to.setValue(u"LogID"_s, QVariant(static_cast<qint64>(log)));
-        to.setValue(u"ChemicalID"_s, from.value(u"ChemicalID"_s));
-        to.setValue(u"lch_Name"_s, from.value(u"chm_Name"_s));
-        to.setValue(u"lch_Units"_s, from.value(u"chm_Units"_s));
-        to.setValue(u"lch_Lot"_s, from.value(u"chm_Lot"_s));
-        to.setValue(u"lch_NDC"_s, from.value(u"chm_NDC"_s));
-        to.setValue(u"lch_Cost"_s, from.value(u"chm_Cost"_s));
-        to.setValue(u"lch_AWP"_s, from.value(u"chm_AWP"_s));
-        to.setValue(u"lch_Supplier"_s, from.value(u"chm_Supplier"_s));
-        to.setValue(u"lch_Form"_s, from.value(u"chm_Form"_s));
-        to.setValue(u"lch_GUID"_s, from.value(u"chm_GUID"_s));
-        to.setValue(u"lch_QTY"_s, from.value(u"fch_Qty"_s));
-        to.update();
+        lines.push_back({QVariant(static_cast<qint64>(log))});
+        for (const QString& name : taken)
+            lines.back().push_back(from.value(name));
     }
+    to.addRows(frozen, lines);
 }
 
 /// A commit for each row, as a file has it, would be two ways to a server and back. There they are one span; what was

@@ -7,6 +7,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Text.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "records/Prescriptions.h"
 #include "records/RecordStatements.h"
 #include "records/SearchText.h"
@@ -108,6 +109,10 @@ clsPatientPtr clsPatient::openPatient(std::int16_t key, const QString& Search) {
                                                        {"pat_Notes", "Notes"}});
         strSQL += u" FROM [Patient] "_s;
         strSQL += patientFilter(key, Search);
+        std::vector<ReadAhead::Set> lists;
+        if (Search.isEmpty())
+            lists.push_back({prescriptionsStatement(key, PrescriptionOrder::NewestFirst)});
+        const ReadAhead rest(basMain::gConnection, lists);
         const RecordsetPtr rows = Recordset::create();
         rows->open(strSQL, openDB(), LockType::Pessimistic);
         chooseRow(rows, u"PatientID"_s);

@@ -23,4 +23,18 @@ std::optional<FileIdentity> readFileIdentity(const platform::Connection& connect
     return {};
 }
 
+std::optional<FileIdentity> knownFileIdentity(const platform::Connection& connection) {
+    if (connection.state() == 0 || !connection.isServer())
+        return readFileIdentity(connection);
+    QVariant& kept = connection.engine().kept(u"identity"_s);
+    if (!kept.isValid()) {
+        const auto read = readFileIdentity(connection);
+        if (!read)
+            return {};
+        kept = QStringList{read->identity, read->parent};
+    }
+    const QStringList known = kept.toStringList();
+    return FileIdentity{known.first(), known.last()};
+}
+
 }  // namespace sorvanto

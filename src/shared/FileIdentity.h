@@ -20,4 +20,7 @@ struct FileIdentity {
 /// Nothing for a file older than version 1.1, and for one that can't be read.
 std::optional<FileIdentity> readFileIdentity(const platform::Connection& connection);
 
+/// The same, for whoever does not need the count of changes, which may be that of an earlier moment: a server is asked once.
+std::optional<FileIdentity> knownFileIdentity(const platform::Connection& connection);
+
 }  // namespace sorvanto

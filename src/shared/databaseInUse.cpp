@@ -50,7 +50,7 @@ QString databaseIdentity(const Context& context) {
     // A server that is known to be away is not waited for; its address tells as much.
     if (!connection || connection->state() == 0 || connection->engine().awayFor() > 0)
         return {};
-    const auto identity = readFileIdentity(*connection);
+    const auto identity = knownFileIdentity(*connection);
     return identity ? identity->identity : QString();
 }
 

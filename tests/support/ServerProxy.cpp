@@ -122,6 +122,7 @@ public:
     int skipped = 0;
     bool refused = false;
     int delay = 0, trips = 0, lines = 0;
+    QByteArray messages;
 
 private:
     void run();
@@ -202,7 +203,11 @@ void ServerProxy::Loop::accept() {
 void ServerProxy::Loop::fromClient(Wire& wire) {
     const QByteArray bytes = readFrom(wire.client);
     wire.over = bytes.isEmpty();
-    trips += std::exchange(wire.answered, false) ? 1 : 0;
+    if (std::exchange(wire.answered, false)) {
+        ++trips;
+        messages += '\n';
+    }
+    messages += bytes;
     if (armed && bytes.contains(text) && skipped-- == 0) {
         armed = false;
         wire.losing = fault == Fault::LoseReply || fault == Fault::LoseServer;
@@ -286,6 +291,12 @@ void ServerProxy::delay(int milliseconds) {
 
 int ServerProxy::takeTrips() {
     return m_loop->change([this] { return std::exchange(m_loop->trips, 0); });
+}
+
+QString ServerProxy::takeMessages() {
+    static const QRegularExpression noText(QStringLiteral("[^ -~\\n]+"));
+    const QByteArray bytes = m_loop->change([this] { return std::exchange(m_loop->messages, {}); });
+    return QString::fromLatin1(bytes).replace(noText, QStringLiteral(" ")).trimmed();
 }
 
 int ServerProxy::lines() const {

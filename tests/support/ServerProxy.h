@@ -40,6 +40,8 @@ public:
     void delay(int milliseconds);
     /// Messages that the client had to wait for since the last time it was asked.
     int takeTrips();
+    /// What these were, a line each as far as it is text; forgotten then.
+    QString takeMessages();
     /// How many lines were opened.
     int lines() const;
 

@@ -6,6 +6,7 @@
 #include "platform/data/RowKeys.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -53,6 +54,8 @@ public:
     virtual const FieldList& fields() const = 0;
     /// The rows of these keys, as of one moment; an empty one where there is none any more.
     virtual std::vector<Row> rows(std::span<const std::int64_t> keys) = 0;
+    /// How many that stand one behind the other are best read at once, where asking costs more than rows.
+    virtual int rowsAtOnce() const { return 1; }
 };
 
 /// Which state of the records the statements of a span see where others change them meanwhile. In a file nobody does.
@@ -112,6 +115,8 @@ public:
     virtual bool refusesChanges() = 0;
     /// Another number after any change, by this connection or by any other program, also after one was taken back.
     virtual std::int64_t changeState() = 0;
+    /// The same by this connection alone, where others would have to be asked for: costs no way to a server.
+    virtual std::int64_t ownChangeState() { return changeState(); }
 
     /// How the dialect's words are written here.
     virtual const EngineWords& words() const = 0;
@@ -126,6 +131,15 @@ public:
     /// Adds a row; gives its key.
     virtual std::int64_t insert(const QString& table, const QStringList& columns,
                                 const std::vector<QVariant>& values, const QString& statement) = 0;
+    /// Adds rows as insert does, one after the other: taken hears the key of each. The first that is refused ends it and
+    /// throws; those in front of it stay. A server gets the rows of an open span by one message.
+    using KeyTaker = std::function<void(std::int64_t key)>;
+    virtual void insertInTurn(const QString& table, const QStringList& columns,
+                              const std::vector<std::vector<QVariant>>& rows, const QString& statement,
+                              const KeyTaker& taken) {
+        for (const std::vector<QVariant>& row : rows)
+            taken(insert(table, columns, row, statement));
+    }
     /// Begins a span of changes, or one within another, which sees what that one sees. statement: what a failure's report
     /// names. Throws permissionDenied when nothing can be written. See Transaction.
     virtual std::unique_ptr<EngineSpan> beginSpan(const QString& statement, Sees sees) = 0;
@@ -147,6 +161,13 @@ public:
     virtual bool hasKeys(const QString& table) = 0;
     /// The highest key that the table has ever given out; 0 before the first.
     virtual std::int64_t lastKey(const QString& table) = 0;
+    /// The same of several, in their order.
+    virtual std::vector<std::int64_t> lastKeys(const QStringList& tables) {
+        std::vector<std::int64_t> keys;
+        for (const QString& table : tables)
+            keys.push_back(lastKey(table));
+        return keys;
+    }
 
     /// The mark by which the store tells its version; 0 when it has none.
     virtual std::int64_t version() = 0;
@@ -184,8 +205,18 @@ public:
     /// For how many milliseconds the store has not been reached, by what lookAfter has seen; 0 while it can be.
     virtual std::int64_t awayFor() const { return 0; }
 
+    /// See ReadAhead: until the end lists that are known by keys bring their first rows along, and the next that is read
+    /// these SELECTs of prepareTranslated, which are likely to be run behind it in this order.
+    virtual void beginReadAhead(const QStringList& /*statements*/) {}
+    virtual void endReadAhead() {}
+    /// For what never changes while the store is open, under a name of whoever has asked for it, so that it is asked once.
+    QVariant& kept(const QString& name) { return m_kept[name]; }
+
     /// What is wrong with the store as a whole, a line each; a cancelled look gives what was found until then.
     virtual QStringList problems(const Cancelled& cancelled) = 0;
+
+private:
+    QHash<QString, QVariant> m_kept;
 };
 
 }  // namespace platform

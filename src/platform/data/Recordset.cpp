@@ -7,6 +7,8 @@
 #include "platform/data/RowLoader.h"
 #include "platform/data/RowWriter.h"
 
+#include <exception>
+
 using namespace Qt::StringLiterals;
 
 namespace platform {
@@ -67,6 +69,9 @@ struct Recordset::Private {
     void write();
     void writeEdit();
     void writeNew();
+    Changes newRow(const std::vector<int>& places, const std::vector<QVariant>& values) const;
+    void writeRows(const std::vector<Changes>& rows);
+    void added(const Changes& values, std::int64_t id);
 };
 
 void Recordset::Private::write() {
@@ -92,18 +97,42 @@ void Recordset::Private::writeEdit() {
 }
 
 void Recordset::Private::writeNew() {
+    added(pending, connection ? RowWriter(*connection, fields, statement).insert(pending) : 0);
+}
+
+/// id: of the row that the table has.
+void Recordset::Private::added(const Changes& values, std::int64_t id) {
     RowStore::Row row(static_cast<std::size_t>(fields.count()));
-    for (const auto& [field, value] : pending)
+    for (const auto& [field, value] : values)
         row[static_cast<std::size_t>(field)] = value;
-    std::int64_t id = 0;
-    if (connection) {
-        RowWriter writer(*connection, fields, statement);
-        id = writer.insert(pending);
-        if (inMemory)  // else it is read when it is asked for
-            writer.readBack(id, pending, row);
-    }
+    if (connection && inMemory)  // else it is read when it is asked for
+        RowWriter(*connection, fields, statement).readBack(id, values, row);
     store().added(row, id);
     current = count() - 1;
+}
+
+Changes Recordset::Private::newRow(const std::vector<int>& places,
+                                   const std::vector<QVariant>& values) const {
+    Changes row;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const int field = places[i];
+        if (connection && fields.info(field).baseTable.isEmpty())
+            fail(error::notUpdatable, u"The field \"%1\" can't be changed"_s.arg(fields.info(field).name));
+        row[field] = fields.type(field).convert(values[i]);
+    }
+    return row;
+}
+
+void Recordset::Private::writeRows(const std::vector<Changes>& values) {
+    if (!connection || inMemory) {
+        for (const Changes& row : values)
+            added(row, connection ? RowWriter(*connection, fields, statement).insert(row) : 0);
+        return;
+    }
+    std::size_t row = 0;
+    RowWriter(*connection, fields, statement).insertInTurn(values, [&](std::int64_t id) {
+        added(values[row++], id);
+    });
 }
 
 Recordset::Recordset() : d(std::make_unique<Private>()) {}
@@ -277,6 +306,33 @@ void Recordset::update() {
     d->write();
     if (changes)
         d->notify();
+}
+
+void Recordset::addRows(const QStringList& names, const std::vector<std::vector<QVariant>>& rows) {
+    d->store();
+    if (d->connection && !d->writable)
+        d->fail(error::notUpdatable, u"The result set is read-only"_s);
+    d->write();
+    std::vector<int> places;
+    for (const QString& name : names)
+        places.push_back(fieldIndex(name));
+    std::vector<Changes> changes;
+    std::exception_ptr refused;
+    const auto tried = [&](auto step) {
+        try {
+            step();
+        } catch (const RuntimeError&) {
+            refused = std::current_exception();
+        }
+    };
+    tried([&] {
+        for (const std::vector<QVariant>& row : rows)
+            changes.push_back(d->newRow(places, row));
+    });
+    tried([&] { d->writeRows(changes); });  // those in front of one that does not fit
+    d->notify();
+    if (refused)
+        std::rethrow_exception(refused);
 }
 
 void Recordset::cancelUpdate() {

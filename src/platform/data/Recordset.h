@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace platform {
 
@@ -90,6 +91,9 @@ public:
     /// Writes pending changes: for each table with changed columns one UPDATE by its key column, or one
     /// INSERT. On failure the pending changes are dropped, the row shows the stored values, and it throws.
     void update();
+    /// addNew, setValue of these fields in their order, and update for each row, one after the other: the first that is
+    /// refused ends it and throws, those in front of it stay. The lines of a batch reach a server together.
+    void addRows(const QStringList& names, const std::vector<std::vector<QVariant>>& rows);
     void cancelUpdate();
     bool hasPendingChanges() const;
 

@@ -77,7 +77,8 @@ void pinOrder(Engine& engine, const QString& orderWithin, Translation& translati
         return;
     const QString added = (order.ordered ? u", "_s : u" ORDER BY "_s) + rest.join(u", "_s);
     translation.sql += added;
-    if (!translation.keysSql.isEmpty() && (order.ordered || rest.size() > 1)) {
+    // A server is asked for the first rows as well; a file gives the keys in their order by itself, and byKey looks.
+    if (!translation.keysSql.isEmpty() && (order.ordered || rest.size() > 1 || engine.isServer())) {
         translation.keysSql += added;
         translation.whole = false;
     }
@@ -85,15 +86,20 @@ void pinOrder(Engine& engine, const QString& orderWithin, Translation& translati
 
 }  // namespace
 
+Translation readable(Engine& engine, const QString& statement, const QString& orderWithin) {
+    Translation translation = translateStatement(statement, engine.words());
+    if (translation.kind != StatementKind::Select)
+        throw RuntimeError(error::statement, u"A result set needs a SELECT"_s, u"Database"_s, statement);
+    pinOrder(engine, orderWithin, translation);
+    return translation;
+}
+
 LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, const QString& orderWithin,
                     bool inMemory) {
     if (!connection)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
     Engine& engine = connection->engine(statement);
-    Translation translation = translateStatement(statement, engine.words());
-    if (translation.kind != StatementKind::Select)
-        throw RuntimeError(error::statement, u"A result set needs a SELECT"_s, u"Database"_s, statement);
-    pinOrder(engine, orderWithin, translation);
+    const Translation translation = readable(engine, statement, orderWithin);
     // Only a table has keys; a view has none.
     if (!inMemory && !translation.keysSql.isEmpty() && engine.hasKeys(translation.table)) {
         const bool ordered = translation.order.ordered || !orderWithin.isEmpty();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/data/Connection.h"
+#include "platform/data/Dialect.h"
 #include "platform/data/FieldList.h"
 #include "platform/data/RowStore.h"
 
@@ -18,5 +19,8 @@ struct LoadedRows {
 /// the first that is selected.
 LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, const QString& orderWithin,
                     bool inMemory);
+
+/// The SELECT as the engine reads it, with an order for all of its rows. Throws as loadRows does.
+Translation readable(Engine& engine, const QString& statement, const QString& orderWithin);
 
 }  // namespace platform

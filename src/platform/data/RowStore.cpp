@@ -11,8 +11,9 @@ namespace platform {
 
 namespace {
 
-/// Enough for the rows that a grid shows at once.
+/// Enough for the rows that a grid shows at once, and for some pieces of those that are read at once.
 constexpr std::size_t keptRows = 128;
+constexpr std::size_t keptPieces = 4;
 /// Who reads one row after the other gets that many at a time, twice as many each time: the way there costs more than a
 /// row, and over a line as much as a thousand.
 constexpr std::int64_t rowsAhead = 32, mostAhead = 512;
@@ -68,7 +69,7 @@ const RowStore::Row& KeysetRows::read(std::int64_t row) {
         return kept.values;
     if (m_connection->state() == 0)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, m_text);
-    fetch(row, ahead(row));
+    readAround(row);
     const Row& values = place(row).values;
     if (values.empty())
         throw RuntimeError(error::noCurrentRecord, u"The record has been deleted"_s, u"Database"_s, m_text);
@@ -88,6 +89,16 @@ std::int64_t KeysetRows::ahead(std::int64_t row) {
     if (m_kept.size() < static_cast<std::size_t>(count))
         m_kept.resize(static_cast<std::size_t>(count));
     return count;
+}
+
+void KeysetRows::readAround(std::int64_t row) {
+    const std::int64_t piece = m_select->rowsAtOnce();
+    if (piece == 1 || row == m_lastFetched + 1)
+        return fetch(row, ahead(row));
+    m_ahead = piece;
+    if (m_kept.size() < keptPieces * static_cast<std::size_t>(piece))
+        m_kept.resize(keptPieces * static_cast<std::size_t>(piece));
+    fetch(row - row % piece, piece);
 }
 
 /// Of a row that is gone nothing is kept.

@@ -66,6 +66,7 @@ private:
     Kept& place(std::int64_t row);
     const Row& read(std::int64_t row);
     std::int64_t ahead(std::int64_t row);
+    void readAround(std::int64_t row);
     void fetch(std::int64_t row, std::int64_t count);
     int keyField() const;
 

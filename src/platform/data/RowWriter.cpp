@@ -78,14 +78,26 @@ void RowWriter::updateTable(const QString& table, const std::vector<QVariant>& r
 }
 
 std::int64_t RowWriter::insert(const Changes& changes) {
-    const QString table = soleTable(changes);
+    std::int64_t key = 0;
+    insertInTurn({changes}, [&](std::int64_t id) { key = id; });
+    return key;
+}
+
+void RowWriter::insertInTurn(const std::vector<Changes>& rows,
+                             const std::function<void(std::int64_t id)>& taken) {
+    if (rows.empty())
+        return;
+    const QString table = soleTable(rows.front());
     QStringList columns;
-    std::vector<QVariant> values;
-    for (const auto& [field, value] : changes) {
+    for (const auto& [field, value] : rows.front())
         columns << m_fields.info(field).baseColumn;
-        values.push_back(value);
+    std::vector<std::vector<QVariant>> values;
+    for (const Changes& row : rows) {
+        values.emplace_back();
+        for (const auto& [field, value] : row)
+            values.back().push_back(value);
     }
-    return m_connection.engine().insert(table, columns, values, m_statement);
+    m_connection.engine().insertInTurn(table, columns, values, m_statement, taken);
 }
 
 void RowWriter::readBack(std::int64_t id, const Changes& changes, std::vector<QVariant>& row) {

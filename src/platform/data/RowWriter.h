@@ -5,7 +5,10 @@
 #include "platform/data/FieldList.h"
 
 #include <QVariant>
+#include <cstdint>
+#include <functional>
 #include <map>
+#include <vector>
 
 namespace platform {
 
@@ -21,6 +24,8 @@ public:
     void update(const std::vector<QVariant>& row, const Changes& changes);
     /// One INSERT; the changed fields must be of one table. Gives the new row id.
     std::int64_t insert(const Changes& changes);
+    /// The same for each of these, which change the same fields, one after the other; see Engine::insertInTurn.
+    void insertInTurn(const std::vector<Changes>& rows, const std::function<void(std::int64_t id)>& taken);
     /// Fills the values of the inserted row that come from its table, defaults and key included.
     void readBack(std::int64_t id, const Changes& changes, std::vector<QVariant>& row);
 

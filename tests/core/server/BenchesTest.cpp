@@ -163,7 +163,7 @@ TEST_F(BenchesTest, TheRecordListShowsWhatAnotherBenchAdds) {
     platform::RecordList list;
     RecordListPane pane(context, list);
     BenchWatch others(context, [] { return std::nullopt; });
-    QObject::connect(&others, &BenchWatch::looked, &pane, &RecordListPane::follow);
+    QObject::connect(&others, &BenchWatch::looked, &pane, &RecordListPane::followOthers);
     pane.setScreen(&screen);
     pane.setShown(true);
     const auto rows = [&] { return list.model().rowCount(); };

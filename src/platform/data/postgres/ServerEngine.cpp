@@ -16,6 +16,9 @@ namespace platform::postgres {
 
 namespace {
 
+/// Each has its time on the server, and all of them the time of one answer.
+constexpr std::size_t rowsOfAMessage = 100;
+
 class ServerEngine : public Engine {
 public:
     ServerEngine(const QString& address, std::shared_ptr<Waiter> waiter)
@@ -32,6 +35,8 @@ public:
         return number(*this, u"SELECT last_value FROM changes"_s) + m_store.spansTakenBack;
     }
 
+    std::int64_t ownChangeState() override { return m_store.ownChanges(); }
+
     const EngineWords& words() const override { return m_store.words; }
     std::unique_ptr<EngineQuery> prepare(const QString& sql, const QString& original) override;
     std::unique_ptr<EngineQuery> prepareTranslated(const Translation& translation,
@@ -40,6 +45,9 @@ public:
                                              const QString& statement) override;
     std::int64_t insert(const QString& table, const QStringList& columns, const std::vector<QVariant>& values,
                         const QString& statement) override;
+    void insertInTurn(const QString& table, const QStringList& columns,
+                      const std::vector<std::vector<QVariant>>& rows, const QString& statement,
+                      const KeyTaker& taken) override;
     std::unique_ptr<EngineSpan> beginSpan(const QString& statement, Sees sees) override;
     void holdRow(const QString& table, std::int64_t key) override;
     std::unique_ptr<EngineLook> beginLook() override { return std::make_unique<ServerLook>(m_store); }
@@ -49,7 +57,8 @@ public:
     QString declaredType(const QString& table, const QString& column) override;
     bool isKey(const QString& table, const QString& column) override;
     bool hasKeys(const QString& table) override { return !m_store.catalogue.key(table).isEmpty(); }
-    std::int64_t lastKey(const QString& table) override;
+    std::int64_t lastKey(const QString& table) override { return lastKeys({table}).front(); }
+    std::vector<std::int64_t> lastKeys(const QStringList& tables) override;
 
     std::int64_t version() override;
     void migrate(const QStringList& statements, std::int64_t version, const QString& source) override;
@@ -64,15 +73,18 @@ public:
     void addFunction(const char* name, FunctionResult result, EngineFunction function) override;
     void lookAfter() override { m_store.session.lookAfter(); }
     std::int64_t awayFor() const override { return m_store.session.awayFor(); }
+    void beginReadAhead(const QStringList& statements) override;
+    void endReadAhead() override;
     QStringList problems(const Cancelled& cancelled) override;
 
 private:
-    void greet();
+    void greetWithNames();
     QByteArrayList toldBeforeChanges() const;
 
     QString m_address;
     QByteArrayList m_writer;  ///< what the server is told of who writes
     QStringList m_names;      ///< that are kept
+    int m_readAheads = 0;
     ServerStore m_store;
     std::function<int()> m_minutesAhead;
     QByteArrayList m_deed;  ///< once one was told: what a span has been told holds until its end
@@ -97,24 +109,45 @@ std::unique_ptr<KeyedSelect> ServerEngine::keyedSelect(const Translation& transl
     return std::make_unique<ServerKeys>(m_store, translation, statement);
 }
 
-std::int64_t ServerEngine::insert(const QString& table, const QStringList& columns,
-                                  const std::vector<QVariant>& values, const QString& statement) {
+/// With its values as parameters, giving the key.
+QString insertion(const ServerWords& words, const QString& table, const QStringList& columns) {
     QStringList names, places;
     for (const QString& column : columns) {
         names << quotedName(column);
         places << u'$' + QString::number(names.size());
     }
-    Query row(std::make_unique<ServerQuery>(
-        m_store,
-        u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(
-            quotedName(table), names.join(u", "_s), places.join(u", "_s), m_store.words.rowKey(table)),
-        Access::Changes, statement));
+    return u"INSERT INTO %1 (%2) VALUES (%3) RETURNING %4"_s.arg(quotedName(table), names.join(u", "_s),
+                                                                 places.join(u", "_s), words.rowKey(table));
+}
+
+std::int64_t ServerEngine::insert(const QString& table, const QStringList& columns,
+                                  const std::vector<QVariant>& values, const QString& statement) {
+    Query row(std::make_unique<ServerQuery>(m_store, insertion(m_store.words, table, columns),
+                                            Access::Changes, statement));
     for (std::size_t i = 0; i < values.size(); ++i)
         row.bind(static_cast<int>(i) + 1, values[i]);
     row.step();
     const std::int64_t key = row.integer(0);
     m_store.words.setLastKey(key);
     return key;
+}
+
+/// Outside a span each row is a transaction of its own.
+void ServerEngine::insertInTurn(const QString& table, const QStringList& columns,
+                                const std::vector<std::vector<QVariant>>& rows, const QString& statement,
+                                const KeyTaker& taken) {
+    if (!m_store.session.isSpanOpen() || m_store.refusesChanges)
+        return Engine::insertInTurn(table, columns, rows, statement, taken);
+    const QByteArray sql = insertion(m_store.words, table, columns).toUtf8();
+    for (std::size_t begin = 0; begin < rows.size(); begin += rowsOfAMessage) {
+        std::vector<Command> changes;
+        for (std::size_t i = begin; i < std::min(rows.size(), begin + rowsOfAMessage); ++i)
+            changes.push_back({sql, rows[i], false});
+        m_store.session.runInTurn(changes, statement, [&](const Result& added) {
+            m_store.words.setLastKey(added.integer(0, 0));
+            taken(added.integer(0, 0));
+        });
+    }
 }
 
 std::unique_ptr<EngineSpan> ServerEngine::beginSpan(const QString& statement, Sees sees) {
@@ -146,11 +179,14 @@ bool ServerEngine::isKey(const QString& table, const QString& column) {
     return known && known->isKey;
 }
 
-std::int64_t ServerEngine::lastKey(const QString& table) {
-    const Catalogue::Table* known = m_store.catalogue.table(table);
-    Query row(*this, u"SELECT key_Last FROM KeyCounter WHERE key_Table = ?"_s);
-    row.bind(1, known ? known->name : table);
-    return row.step() ? row.integer(0) : 0;
+std::vector<std::int64_t> ServerEngine::lastKeys(const QStringList& tables) {
+    QHash<QString, std::int64_t> counters;
+    for (Query row(*this, u"SELECT key_Table, key_Last FROM KeyCounter"_s); row.step();)
+        counters.insert(row.value(0, asText).toString().toCaseFolded(), row.integer(1));
+    std::vector<std::int64_t> keys;
+    for (const QString& table : tables)
+        keys.push_back(counters.value(table.toCaseFolded()));
+    return keys;
 }
 
 /// The mark is the comment of the tables' schema.
@@ -182,7 +218,8 @@ QByteArray called(const char* function, const QString& name) {
     return "SELECT " + QByteArray(function) + '(' + quotedText(name).toUtf8() + ')';
 }
 
-void ServerEngine::greet() {
+/// Also once a lost line was opened again.
+void ServerEngine::greetWithNames() {
     QByteArrayList all = m_writer;
     for (const QString& name : m_names)
         all << called("keep_name", name);
@@ -196,14 +233,14 @@ bool ServerEngine::keepName(const QString& name) {
     if (m_store.session.runOne(lock, Access::Reads, {}).bytes(0, 0) != "t")
         return false;
     m_names << name;
-    greet();
+    greetWithNames();
     return true;
 }
 
 void ServerEngine::giveUpName(const QString& name) {
     if (m_names.removeAll(name) == 0)
         return;
-    greet();
+    greetWithNames();
     m_store.session.runOne({called("give_up_name", name), {}, false}, Access::Reads, {});
 }
 
@@ -231,8 +268,11 @@ bool ServerEngine::tellWriter(const HistoryContext& writer) {
     m_writer = {"SET sorvanto.person = " + quotedText(writer.person).toUtf8(),
                 "SET sorvanto.program = " + quotedText(writer.program).toUtf8(),
                 "SET application_name = " + quotedText(name).toUtf8(), takePart};
-    greet();
-    const Result held = m_store.session.runOne({takePart, {}, false}, Access::Reads, {});
+    greetWithNames();
+    std::vector<Command> commands;
+    for (const QByteArray& sql : m_writer)
+        commands.push_back({sql, {}, false});
+    const Result held = m_store.session.run(commands, Access::Reads, {}).back();
     if (held.bytes(0, 0) != "t")
         throw RuntimeError(error::general, notReady, u"Database"_s);
     return true;
@@ -248,6 +288,19 @@ QByteArrayList ServerEngine::toldBeforeChanges() const {
 
 void ServerEngine::tellDeed(const QString& deed, const QString& note) noexcept {
     m_deed = {setting("deed", deed), setting("note", note)};
+}
+
+void ServerEngine::beginReadAhead(const QStringList& statements) {
+    QByteArrayList all;
+    for (const QString& statement : statements)
+        all << statement.toUtf8();
+    m_store.session.expect(all);
+    m_store.readAhead = ++m_readAheads;
+}
+
+void ServerEngine::endReadAhead() {
+    m_store.session.expect({});
+    m_store.readAhead = 0;
 }
 
 /// What a file's connection calculates, the server does by itself.

@@ -16,11 +16,15 @@ struct ServerStore {
         catalogue.read(session);
     }
 
+    /// Another number after each change by this connection, also after one was taken back.
+    std::int64_t ownChanges() const { return session.changesMade() + spansTakenBack; }
+
     Session session;
     Catalogue catalogue;
     ServerWords words{catalogue};
     bool refusesChanges = false;
     std::int64_t spansTakenBack = 0;
+    int readAhead = 0;  ///< the number of the one that has begun
 };
 
 }  // namespace platform::postgres

@@ -47,6 +47,10 @@ std::vector<Command> commandsOf(const QByteArrayList& statements) {
 /// Another transaction has changed what this one, which sees an older moment, was about to change.
 constexpr char overtaken[] = "40001";
 
+void append(std::vector<Command>& commands, std::vector<Command> more) {
+    std::move(more.begin(), more.end(), std::back_inserter(commands));
+}
+
 const QString notSaved = u"; the change was not saved"_s;
 const QString notKnown = u"; it is not known whether the change was saved"_s;
 
@@ -123,12 +127,6 @@ void Session::setAdmission(std::vector<Command> questions, Refusal refusal) {
     m_refusal = std::move(refusal);
 }
 
-void Session::setGreeting(QByteArrayList statements) {
-    const Work work(*this, {});
-    m_greeting = std::move(statements);
-    greet();
-}
-
 bool Session::isStandby() const { return m_line.told("in_hot_standby") == "on"; }
 
 void Session::refresh(const QString& statement) {
@@ -176,28 +174,68 @@ void Session::lookAfter() {
 std::vector<Result> Session::run(std::vector<Command> commands, Access access, const QString& statement) {
     const Work work(*this, statement);
     const bool inSpan = isSpanOpen(), changes = access == Access::Changes;
+    if (const std::optional<Result> known = m_expected.take(commands); known && !changes)
+        return {*known};
     refresh(statement);
     const Frame frame = frameFor(access, inSpan);
     const bool tells = changes && m_beforeChanges;
     std::vector<Command> all = commandsOf(tells ? frame.before + m_beforeChanges() : frame.before);
     const auto first = static_cast<std::ptrdiff_t>(all.size());
-    const auto count = static_cast<std::ptrdiff_t>(commands.size());
-    std::move(commands.begin(), commands.end(), std::back_inserter(all));
-    for (Command& command : commandsOf(frame.after))
-        all.push_back(std::move(command));
+    const auto last = first + static_cast<std::ptrdiff_t>(commands.size());
+    append(all, std::move(commands));
+    if (!changes)
+        append(all, m_expected.commands());
+    const auto lastExpected = static_cast<std::ptrdiff_t>(all.size());
+    append(all, commandsOf(frame.after));
 
     const Line::Outcome outcome = changes ? m_line.send(all) : ask(all, statement);
     if (outcome.failed()) {
         if (!outcome.lost && !frame.afterFailure.isEmpty())
             m_line.send(commandsOf(frame.afterFailure));
-        fail(outcome, statement, changes ? notSaved : QString());
+        if (changes || outcome.lost || outcome.results[static_cast<std::size_t>(last) - 1].failed())
+            fail(outcome, statement, changes ? notSaved : QString());
     }
-    if (changes)
-        m_transaction = outcome.results.back().text(0, 0).toLatin1();
+    const auto begin = outcome.results.begin();
+    if (!changes)
+        m_expected.keep(begin + last, begin + lastExpected);
+    else
+        changed(outcome.results.back());
     if (changes && !inSpan)
         commit(statement);
-    const auto begin = outcome.results.begin() + first;
-    return {begin, begin + count};
+    return {begin + first, begin + last};
+}
+
+void Session::changed(const Result& transaction) {
+    m_transaction = transaction.text(0, 0).toLatin1();
+    ++m_changesMade;
+}
+
+void Session::runInTurn(const std::vector<Command>& changes, const QString& statement,
+                        const std::function<void(const Result&)>& taken) {
+    const Work work(*this, statement);
+    m_expected.forget();
+    const Frame frame = frameFor(Access::Changes, true);
+    std::vector<Command> all = commandsOf(m_beforeChanges ? m_beforeChanges() : QByteArrayList());
+    std::vector<std::size_t> places;
+    for (const Command& change : changes) {
+        append(all, commandsOf(frame.before));
+        places.push_back(all.size());
+        append(all, {change});
+        append(all, commandsOf(frame.after));
+    }
+    const Line::Outcome outcome = m_line.send(all);
+    if (!outcome.lost) {
+        for (const std::size_t place : places) {
+            if (outcome.results[place].failed())
+                break;
+            changed(outcome.results[place + 2]);
+            taken(outcome.results[place]);
+        }
+        if (outcome.failed())
+            m_line.send(commandsOf(frame.afterFailure));
+    }
+    if (outcome.failed())
+        fail(outcome, statement, notSaved);
 }
 
 Line::Outcome Session::ask(const std::vector<Command>& commands, const QString& statement) {
@@ -210,6 +248,7 @@ Line::Outcome Session::ask(const std::vector<Command>& commands, const QString& 
 
 void Session::control(const QByteArray& sql, const QString& statement) {
     const Work work(*this, statement);
+    m_expected.forget();
     if (sql == "COMMIT")
         return commit(statement);
     refresh(statement);

@@ -2,14 +2,17 @@
 // means for them. Whatever it is asked for while it waits for the server is refused with permissionDenied.
 #pragma once
 
+#include "platform/data/postgres/Expected.h"
 #include "platform/data/postgres/Line.h"
 
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QElapsedTimer>
 #include <QString>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -41,10 +44,20 @@ public:
     Result runOne(Command command, Access access, const QString& statement) {
         return run({std::move(command)}, access, statement).front();
     }
+    /// Runs changes of an open span one after the other, by one message there and one back: taken hears the result of
+    /// each. The first that is refused ends it and throws as run does; those in front of it stay.
+    void runInTurn(const std::vector<Command>& changes, const QString& statement,
+                   const std::function<void(const Result&)>& taken);
 
-    /// What is told to the server at the beginning of each connection, this one included, and before each change. None of
-    /// it must fail.
-    void setGreeting(QByteArrayList statements);
+    /// SELECTs without parameters that are likely to be run next, in this order: what reads next brings their results along,
+    /// for as long as nothing else is asked in between. Empty forgets what is left of them.
+    void expect(QByteArrayList statements) { m_expected.set(std::move(statements)); }
+    /// How often something was changed by run or runInTurn.
+    std::int64_t changesMade() const { return m_changesMade; }
+
+    /// What is told to the server at the beginning of each connection that is opened from now on, and before each change.
+    /// None of it must fail.
+    void setGreeting(QByteArrayList statements) { m_greeting = std::move(statements); }
     void setBeforeChanges(std::function<QByteArrayList()> statements) {
         m_beforeChanges = std::move(statements);
     }
@@ -84,6 +97,8 @@ private:
     void greet();
     /// Of what changes nothing: once more where the line was lost outside a span.
     Line::Outcome ask(const std::vector<Command>& commands, const QString& statement);
+    /// After a change. transaction: its number.
+    void changed(const Result& transaction);
     void commit(const QString& statement);
     /// Of the transaction whose end was not heard of.
     Fate lookUp();
@@ -101,6 +116,8 @@ private:
     std::function<QByteArrayList()> m_beforeChanges;
     QByteArray
         m_transaction;  ///< the server's number of the one that is open; empty while nothing was changed
+    Expected m_expected;
+    std::int64_t m_changesMade = 0;
     QElapsedTimer m_sinceTry;
     int m_tryMs = 0;            ///< after so long a lost line is tried again
     QElapsedTimer m_sinceAway;  ///< since it was seen that there is none

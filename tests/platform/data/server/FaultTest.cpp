@@ -153,6 +153,29 @@ TEST_F(FaultTest, ASpanWhoseConfirmationIsLostIsLookedUp) {
     EXPECT_NE(before, "LSPAN");
 }
 
+TEST_F(FaultTest, ASpanOfRowsOfWhichOneWasRefusedIsLookedUp) {
+    const QString addedLines = u"SELECT count(*) FROM LogChem WHERE lch_Name = 'added'"_s;
+    const ConnectionPtr other = byProxy();
+    int kept = 0;
+    for (const Fault fault : {Fault::LoseReply, Fault::Cut}) {
+        Transaction span(other->engine());
+        const auto add = [&] {
+            other->engine().insertInTurn(u"LogChem"_s, {u"LogID"_s, u"lch_Name"_s},
+                                         {{12, u"added"_s}, {12, u"added"_s}, {999, u"added"_s}}, {},
+                                         [](std::int64_t) {});
+        };
+        EXPECT_EQ(failureOf(add).number(), error::general);
+        proxy->arm("COMMIT", fault);
+        const RuntimeError failure = failureOf([&] { span.commit(); });
+        if (fault == Fault::LoseReply)
+            kept += 2;
+        else
+            expectEnd(failure, "; the change was not saved"_L1);
+        EXPECT_EQ(stored(addedLines), QString::number(kept));
+    }
+    EXPECT_EQ(listener->saved, 1);
+}
+
 TEST_F(FaultTest, ASpanThatIsCutInTheMiddleTakesNothingMore) {
     const QString before = lot();
     const ConnectionPtr other = byProxy();
