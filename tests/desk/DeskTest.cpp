@@ -35,6 +35,10 @@ void DeskTest::SetUp() {
     platform::setAsker(&m_asker);
     Parts parts = realParts(context);
     parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(context, line.environment()); };
+    parts.serverLook = [this](ServerLook::Ways ways) {
+        serverWays = std::move(ways);
+        return std::unique_ptr<ServerLook>();
+    };
     load(parts);
     m_asker.setParent(window.get());
     QObject::connect(&m_looking, &QTimer::timeout, &m_looking, [this] { look(); });

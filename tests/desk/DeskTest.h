@@ -4,6 +4,7 @@
 //   answerNo(), answerYes()                the next message box
 #pragma once
 
+#include "core/ServerLook.h"
 #include "mixer/MemoryLine.h"
 #include "platform/widgets/QtAsker.h"
 #include "screens/ScreenTest.h"
@@ -42,6 +43,7 @@ protected:
     int logCount() const { return sqlText("SELECT COUNT(*) FROM Log").toInt(); }
 
     sorvanto::test::MemoryLine line;
+    sorvanto::ServerLook::Ways serverWays;  ///< what a server that goes away and comes back offers
     QStringList shown;  ///< the names of all modal windows, as they came up
 
 private:

@@ -205,6 +205,12 @@ std::vector<ModalThing> MatrixTest::questions() {
              d.happensIn(box, u"No"_s);
              d.window->close();
          }},
+        {"Another start while mixing",
+         {u"core/frmMain_server MsgBox"_s},
+         [](D& d) {
+             d.happensIn(box, u"OK"_s);
+             d.serverWays.readCopy();
+         }},
         {"Quantity of a chemical",
          {u"records/clsFormula InputBox"_s},
          [=](D& d) {
