@@ -8,12 +8,12 @@
 namespace sorvanto {
 
 namespace {
-constexpr int pause = 2000;  // milliseconds
+constexpr int pauseBetweenLooks = 2000;  // milliseconds
 }
 
 BenchWatch::BenchWatch(const Context& context, std::function<std::optional<BenchMix>()> mix, QObject* parent)
     : QObject(parent), m_context(context), m_mix(std::move(mix)) {
-    m_next.setInterval(pause);
+    m_next.setInterval(pauseBetweenLooks);
     connect(&m_next, &QTimer::timeout, this, &BenchWatch::look);
     m_next.start();
 }

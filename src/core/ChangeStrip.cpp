@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-constexpr int pictureSize = 20;
+constexpr int stripPictureSize = 20;
 
 QString whatHappened(const RecordChange& change) {
     const QString when = momentText(change.last);
@@ -67,7 +67,7 @@ void ChangeStrip::setChange(const RecordChange* change, bool editing) {
     const bool quiet = !editing && !change->deleted;
     m_picture->setPixmap(
         platform::icon(quiet ? u"info"_s : u"warning"_s, quiet ? colors.good : colors.warning)
-            .pixmap(pictureSize, pictureSize));
+            .pixmap(stripPictureSize, stripPictureSize));
     m_text->setText(text);
     m_show->setText(translated(u"Show"_s));
     m_show->setToolTip(translated(u"Shows what was changed"_s));

@@ -19,7 +19,7 @@ namespace {
 using platform::postgres::Trial;
 using platform::postgres::TrialEnd;
 
-constexpr int longestTrial = 10'000;  // milliseconds
+constexpr int longestLook = 10'000;  // milliseconds
 
 QString backText() { return translated(u"The server answers again."_s); }
 
@@ -50,7 +50,7 @@ void ServerLook::lookForServer() {
             announce({backText(), {{translated(u"Return to the server"_s), m_ways.goToServer}}, true});
         m_told = back;
     }
-    m_trial = std::make_unique<Trial>(m_context.standIn->server, longestTrial);
+    m_trial = std::make_unique<Trial>(m_context.standIn->server, longestLook);
 }
 
 void ServerLook::lookAtLine() {

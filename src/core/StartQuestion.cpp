@@ -17,7 +17,7 @@ namespace {
 using platform::grid;
 
 constexpr int textWidth = 480;
-constexpr int signSize = 36;
+constexpr int questionSignSize = 36;
 
 }  // namespace
 
@@ -59,7 +59,7 @@ void StartQuestion::addHead(const Content& content, QVBoxLayout& column) {
     auto* picture = new QLabel(this);
     const QIcon sign = content.warning ? platform::icon(u"warning"_s, colors.warning)
                                        : platform::icon(u"info"_s, colors.accent);
-    picture->setPixmap(sign.pixmap(QSize(signSize, signSize), devicePixelRatioF()));
+    picture->setPixmap(sign.pixmap(QSize(questionSignSize, questionSignSize), devicePixelRatioF()));
     row->addWidget(picture, 0, Qt::AlignTop);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(grid);

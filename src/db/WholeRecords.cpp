@@ -21,7 +21,7 @@ void makeArchiveTables(const QString& file, WholeStore& from) {
         platform::sqlite::makeTables(file, QByteArray(statement.data(), statement.size()));
 }
 
-[[noreturn]] void refuse(const QString& why) {
+[[noreturn]] void refuseCopy(const QString& why) {
     throw platform::RuntimeError(platform::error::general, why, u"Copy"_s);
 }
 
@@ -52,7 +52,7 @@ void refuseOtherVersion(WholeStore& from, WholeStore& to) {
     const QString column = u"opt_Version"_s, table = u"Options"_s;
     const QString own = onlyValue(from, table, column), wanted = onlyValue(to, table, column);
     if (own != wanted)
-        refuse(
+        refuseCopy(
             u"The records are of version %1, and the new ones would be of version %2. Bring the older ones up to date "
             "first, by starting the program on them"_s.arg(own, wanted));
 }
@@ -71,7 +71,7 @@ bool fillFile(WholeStore& from, const QString& file, const RowProgress& progress
 void refuseDifferent(WholeStore& from, WholeStore& to, const RowProgress& progress) {
     const QString difference = platform::firstDifference(from, to, wholeRecords(), progress);
     if (!difference.isEmpty())
-        refuse(u"What was written is not what was read, and nothing was kept: %1"_s.arg(difference));
+        refuseCopy(u"What was written is not what was read, and nothing was kept: %1"_s.arg(difference));
 }
 
 }  // namespace sorvanto

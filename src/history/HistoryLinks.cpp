@@ -1,14 +1,10 @@
 #include "history/HistoryLinks.h"
 
+#include "history/OtherBenches.h"
+
 #include <utility>
 
 namespace sorvanto {
-namespace {
-
-/// What stands behind the last @.
-QString benchOf(const QString& person) { return person.mid(person.lastIndexOf(u'@') + 1); }
-
-}  // namespace
 
 // The row "begun" itself goes on with the one chain before it, or with that of what came from outside. Without the note it
 // goes on with the last row of whichever chain, and so does everything behind it.

@@ -12,7 +12,7 @@ namespace {
 using platform::asText;
 using platform::Query;
 
-constexpr qint64 secondsInMinute = 60;
+constexpr qint64 minuteSeconds = 60;
 
 /// The least number that any row between the two can have, less one; nothing where there is none.
 std::optional<std::int64_t> lowerEnd(const HistoryEnds& before, const HistoryEnds& now) {
@@ -27,10 +27,10 @@ std::optional<std::int64_t> lowerEnd(const HistoryEnds& before, const HistoryEnd
 
 /// The clock of this computer, as platform::now() shows it, and minutes from 1970 on in UTC.
 std::int64_t minuteOf(const QDateTime& clock) {
-    return QDateTime(clock.date(), clock.time()).toSecsSinceEpoch() / secondsInMinute;
+    return QDateTime(clock.date(), clock.time()).toSecsSinceEpoch() / minuteSeconds;
 }
 QDateTime clockAt(std::int64_t minute) {
-    const QDateTime local = QDateTime::fromSecsSinceEpoch(minute * secondsInMinute);
+    const QDateTime local = QDateTime::fromSecsSinceEpoch(minute * minuteSeconds);
     return QDateTime(local.date(), local.time(), Qt::UTC);
 }
 

@@ -44,7 +44,7 @@ protected:
 
     sorvanto::test::MemoryLine line;
     sorvanto::ServerLook::Ways serverWays;  ///< what a server that goes away and comes back offers
-    QStringList shown;  ///< the names of all modal windows, as they came up
+    QStringList shown;                      ///< the names of all modal windows, as they came up
 
 private:
     struct Expected {

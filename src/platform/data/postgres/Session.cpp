@@ -45,7 +45,7 @@ std::vector<Command> commandsOf(const QByteArrayList& statements) {
 }
 
 /// Another transaction has changed what this one, which sees an older moment, was about to change.
-constexpr char overtaken[] = "40001";
+constexpr char overtakenState[] = "40001";
 
 void append(std::vector<Command>& commands, std::vector<Command> more) {
     std::move(more.begin(), more.end(), std::back_inserter(commands));
@@ -309,7 +309,7 @@ void Session::fail(const Line::Outcome& outcome, const QString& statement, const
         text += u" (%1)"_s.arg(met->message());
     if (outcome.lost)
         text += fate;
-    if (state == overtaken)
+    if (state == overtakenState)
         throw Overtaken(failure.number, text, u"Database"_s, statement);
     throw RuntimeError(failure.number, text, u"Database"_s, statement);
 }
