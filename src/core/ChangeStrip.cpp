@@ -1,5 +1,6 @@
 #include "core/ChangeStrip.h"
 
+#include "core/CardParts.h"
 #include "core/MomentText.h"
 #include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
@@ -36,24 +37,11 @@ ChangeStrip::ChangeStrip(QWidget* parent)
       m_close(new QToolButton(this)) {
     setObjectName(u"changeStrip"_s);
     m_text->setObjectName(u"lblChange"_s);
-    m_text->setTextFormat(Qt::PlainText);
-    m_text->setWordWrap(true);
     m_show->setObjectName(u"cmdShowChange"_s);
     m_close->setObjectName(u"cmdCloseChange"_s);
-    m_close->setIcon(platform::icon(u"close"_s));
-    m_close->setAutoRaise(true);
-    m_close->setFocusPolicy(Qt::TabFocus);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(2 * platform::grid, platform::grid / 2, platform::grid, platform::grid / 2);
-    row->setSpacing(platform::grid);
-    row->addWidget(m_picture);
-    row->addWidget(m_text, 1);
-    row->addWidget(m_show);
-    row->addWidget(m_close);
-    platform::makeBar(*this, Qt::BottomEdge);
+    layOutCard(*this, {m_picture, m_text, m_close})->insertWidget(afterText, m_show);
     connect(m_show, &QPushButton::clicked, this, &ChangeStrip::shown);
     connect(m_close, &QToolButton::clicked, this, &ChangeStrip::putAside);
-    hide();
 }
 
 void ChangeStrip::setChange(const RecordChange* change, bool editing) {
@@ -71,8 +59,7 @@ void ChangeStrip::setChange(const RecordChange* change, bool editing) {
     m_text->setText(text);
     m_show->setText(translated(u"Show"_s));
     m_show->setToolTip(translated(u"Shows what was changed"_s));
-    m_close->setToolTip(translated(u"Close"_s));
-    m_close->setAccessibleName(m_close->toolTip());
+    nameClose(*m_close);
     platform::setSpokenName(*this, text);
     show();
     if (isNew)

@@ -1,5 +1,6 @@
 #include "core/NewsCard.h"
 
+#include "core/CardParts.h"
 #include "core/News.h"
 #include "core/NewsButtons.h"
 #include "platform/widgets/Theme.h"
@@ -23,24 +24,11 @@ NewsCard::NewsCard(News& news, QWidget* parent)
       m_picture(new QLabel(this)), m_close(new QToolButton(this)) {
     setObjectName(u"newsCard"_s);
     m_text->setObjectName(u"lblNewsCard"_s);
-    m_text->setTextFormat(Qt::PlainText);
-    m_text->setWordWrap(true);
     m_close->setObjectName(u"cmdCloseNews"_s);
-    m_close->setIcon(platform::icon(u"close"_s));
-    m_close->setAutoRaise(true);
-    m_close->setFocusPolicy(Qt::TabFocus);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(2 * platform::grid, platform::grid / 2, platform::grid, platform::grid / 2);
-    row->setSpacing(platform::grid);
-    row->addWidget(m_picture);
-    row->addWidget(m_text, 1);
-    row->addLayout(m_actions);
-    row->addWidget(m_close);
-    platform::makeBar(*this, Qt::BottomEdge);
+    layOutCard(*this, {m_picture, m_text, m_close})->insertLayout(afterText, m_actions);
     connect(m_close, &QToolButton::clicked, this, &NewsCard::dismiss);
     connect(&news, &News::heard, this, &NewsCard::hear);
     connect(&news, &News::changed, this, &NewsCard::showActions);
-    hide();
 }
 
 void NewsCard::hear() {
@@ -55,8 +43,7 @@ void NewsCard::hear() {
             .pixmap(signSize, signSize));
     m_text->setText(newest.happening.text);
     setAccessibleName(newest.happening.text);
-    m_close->setToolTip(translated(u"Close"_s));
-    m_close->setAccessibleName(m_close->toolTip());
+    nameClose(*m_close);
     showActions();
     show();
 }
