@@ -48,7 +48,7 @@ TEST_F(AccessibilityTest, AScreenReaderFindsTheControlsAndHearsWhatWasDone) {
     options.write(optionsWithPrinter({}).toUtf8());
     options.close();
     const Ending end = screenReader();
-    ASSERT_FALSE(end.killed);
+    ASSERT_FALSE(end.killed) << end.out.toStdString() << end.err.toStdString();
     EXPECT_EQ(end.code, 0) << end.out.toStdString() << end.err.toStdString();
 }
 

@@ -16,6 +16,7 @@ from gi.repository import Atspi, GLib  # noqa: E402  the version has to be told 
 
 PATIENCE = 60  # seconds
 LOOK_AGAIN = 100  # milliseconds
+REPLY = 3000  # milliseconds for the program to answer one question; a button that opens a dialog takes them all
 APPLICATION = "Sorvanto Control Panel"
 CONTROLS = {Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON, Atspi.Role.CHECK_BOX, Atspi.Role.COMBO_BOX, Atspi.Role.TEXT,
             Atspi.Role.PASSWORD_TEXT, Atspi.Role.SPIN_BUTTON, Atspi.Role.TABLE, Atspi.Role.PAGE_TAB, Atspi.Role.MENU_ITEM}
@@ -51,13 +52,18 @@ def spoken_name(node):
     return node.get_name() or " ".join(labels)
 
 
-def check_names(window, fewest):
+def names_are_told(window, fewest):
     controls = [node for node in on_show(window) if node.get_role() in CONTROLS]
     faults = [f"{node.get_role_name()} in '{node.get_parent().get_name()}'" for node in controls if not spoken_name(node)]
     if faults:
         raise Failure(f"Without a name on '{window.get_name()}': " + "; ".join(faults))
     if len(controls) < fewest:
         raise Failure(f"There are only {len(controls)} controls on '{window.get_name()}'.")
+    return True
+
+
+def check_names(reader, window, fewest):
+    reader.until("The look at the names", lambda: names_are_told(window, fewest))
 
 
 def button(window, name):
@@ -72,19 +78,22 @@ def can_press(window, name):
     return found is not None and found.get_state_set().contains(Atspi.StateType.ENABLED)
 
 
-def press(window, name):
+def pressing(window, name):
+    """The button's actions and the number of the one that presses it."""
     found = button(window, name)
-    if found is None:
-        raise Failure(f"There is no button '{name}' to press on '{window.get_name()}'.")
-    actions = found.get_action_iface()
-    for number in range(Atspi.Action.get_n_actions(actions)):
+    actions = found.get_action_iface() if found else None
+    for number in range(Atspi.Action.get_n_actions(actions) if actions else 0):
         if Atspi.Action.get_action_name(actions, number) in ("Press", "Toggle"):
-            try:
-                Atspi.Action.do_action(actions, number)
-            except GLib.Error:
-                pass  # the answer comes when the dialog that the button opens is closed
-            return
-    raise Failure(f"The button '{name}' can't be pressed.")
+            return actions, number
+    return None
+
+
+def press(reader, window, name):
+    actions, number = reader.until(f"The button '{name}'", lambda: pressing(window, name))
+    try:
+        Atspi.Action.do_action(actions, number)
+    except GLib.Error:
+        pass  # the answer comes when the dialog that the button opens is closed
 
 
 class Reader:
@@ -99,24 +108,31 @@ class Reader:
             self.heard.append(event.source.get_name())
 
     def until(self, what, condition):
-        """Hears events until the condition gives something."""
-        found = []
+        """Hears events until the condition gives something. A question that a busy program leaves unanswered, or that meets a
+        control just gone, is asked again."""
         end = GLib.get_monotonic_time() + PATIENCE * 1_000_000
+        result, trouble, failure = None, None, None
 
         def look():
-            result = condition()
-            if result:
-                found.append(result)
-            if not result and GLib.get_monotonic_time() < end:
+            nonlocal result, trouble, failure
+            try:
+                result = condition()
+            except (GLib.Error, Failure) as error:
+                trouble = error
+            except Exception as error:  # raised in a callback, it would leave the loop running for ever
+                failure = error
+            if not result and not failure and GLib.get_monotonic_time() < end:
                 return True
             self.loop.quit()
             return False
 
         GLib.timeout_add(LOOK_AGAIN, look)
         self.loop.run()
-        if not found:
-            raise Failure(f"{what} does not come. Heard: {self.heard}")
-        return found[0]
+        if failure:
+            raise failure
+        if not result:
+            raise Failure(f"{what} does not come. Heard: {self.heard}; the last trouble: {trouble}")
+        return result
 
 
 def windows():
@@ -141,18 +157,18 @@ def box(window, name):
 
 def check_list(reader, window):
     """The list of records comes and goes; the pictures in its filter are buttons with names."""
-    showing = box(window, "Filter formulas") is not None
+    showing = reader.until("The look for the list", lambda: ("yes" if box(window, "Filter formulas") else "no")) == "yes"
     if not showing:
-        press(window, "Show or hide the list of records")
+        press(reader, window, "Show or hide the list of records")
     filter_box = reader.until("The filter", lambda: box(window, "Filter formulas"))
-    check_names(window, FEWEST)
+    check_names(reader, window, FEWEST)
     Atspi.EditableText.set_text_contents(filter_box.get_editable_text_iface(), "magic")
     reader.until("The name of the clear button", lambda: can_press(window, "Clear the box"))
-    check_names(window, FEWEST)
-    press(window, "Clear the box")
+    check_names(reader, window, FEWEST)
+    press(reader, window, "Clear the box")
     reader.until("The empty filter", lambda: Atspi.Text.get_character_count(filter_box.get_text_iface()) == 0)
     if not showing:
-        press(window, "Show or hide the list of records")
+        press(reader, window, "Show or hide the list of records")
         reader.until("The end of the list", lambda: not box(window, "Filter formulas"))
 
 
@@ -160,28 +176,29 @@ def use(reader):
     window = reader.until("The window", lambda: window_called(": Formulas"))
     reader.until("The end of the start", lambda: can_press(window, "Edit Record"))
     for screen in ("Current Formula", "Chemicals", "Logs", "Patients", "Formulas"):
-        press(window, screen)
+        press(reader, window, screen)
         reader.until(screen, lambda wanted=screen: f": {wanted}" in window.get_name())
-        check_names(window, FEWEST)
+        check_names(reader, window, FEWEST)
     check_list(reader, window)
-    press(window, "Chemicals")
-    if can_press(window, "Cancel Edit"):
-        press(window, "Cancel Edit")
-    press(window, "New Lot")
+    press(reader, window, "Chemicals")
+    if reader.until("The tools", lambda: button(window, "Cancel Edit")).get_state_set().contains(Atspi.StateType.ENABLED):
+        press(reader, window, "Cancel Edit")
+    press(reader, window, "New Lot")
     dialog = reader.until("The dialog", lambda: window_called("New lot of"))
-    check_names(dialog, fewest=10)
-    press(dialog, "Cancel")
+    check_names(reader, dialog, fewest=10)
+    press(reader, dialog, "Cancel")
     reader.until("The end of the dialog", lambda: not window_called("New lot of"))
-    press(window, "Formulas")
+    press(reader, window, "Formulas")
     reader.until("The tool", lambda: can_press(window, "Edit Record"))
-    press(window, "Edit Record")
-    press(window, "Save Record")
+    press(reader, window, "Edit Record")
+    press(reader, window, "Save Record")
     reader.until("The notification", lambda: any("Saved" in said for said in reader.heard))
 
 
 def main():
     program, folder = sys.argv[1:]
     Atspi.init()
+    Atspi.set_timeout(REPLY, REPLY)
     with subprocess.Popen([program, "--folder", folder]) as process:
         try:
             use(Reader())
