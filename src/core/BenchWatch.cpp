@@ -3,6 +3,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Connection.h"
 #include "platform/widgets/AnswerWait.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Context.h"
 
 namespace sorvanto {
@@ -20,7 +21,7 @@ BenchWatch::BenchWatch(const Context& context, std::function<std::optional<Bench
 
 void BenchWatch::look() {
     m_next.start();
-    if (ask())
+    if (!platform::UnderWay::any() && ask())
         emit looked();
 }
 

@@ -28,7 +28,8 @@ public:
 
     /// Nothing before the first look.
     const std::optional<OthersState>& state() const { return m_state; }
-    /// At once; the next look of its own comes two seconds later.
+    /// At once, but not into work that is under way, which may be one span of changes; the next look of its own comes two
+    /// seconds later.
     void look();
 
 signals:

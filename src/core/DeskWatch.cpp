@@ -2,6 +2,7 @@
 #include "core/DeskWatch.h"
 
 #include "platform/widgets/FreshKeys.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/TypedText.h"
 
 #include <QApplication>
@@ -26,7 +27,8 @@ bool DeskWatch::isFree() const {
 }
 
 bool DeskWatch::canOpenDialog() const {
-    return !QApplication::activeModalWidget() && !QGuiApplication::modalWindow();
+    return !QApplication::activeModalWidget() && !QGuiApplication::modalWindow() &&
+           !platform::UnderWay::any();
 }
 
 void DeskWatch::keepTypedText() {

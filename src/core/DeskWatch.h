@@ -21,8 +21,8 @@ public:
     };
     explicit DeskWatch(Window window);
 
-    /// No modal window, menu or drag is open, no click is being delivered, nothing typed waits for Save or
-    /// Cancel, no grid cell is open, and no key was pressed within the typing rest.
+    /// No modal window, menu or drag is open, nothing is under way (see platform::UnderWay), no click is being
+    /// delivered, nothing typed waits for Save or Cancel, no grid cell is open, and no key was pressed within the typing rest.
     bool isFree() const override;
     bool canOpenDialog() const override;
     void keepTypedText() override;

@@ -8,6 +8,7 @@
 #include "platform/widgets/Caption.h"
 #include "platform/widgets/SearchBox.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/UnderWay.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptRecall.h"
@@ -195,7 +196,7 @@ QString TraceWindow::message() const {
 void TraceWindow::showRecall() {
     guarded(u"TraceWindow:showRecall"_s, [&] {
         // The list stands at once; batches that lack lines join it as soon as they are known.
-        QTimer::singleShot(0, this, [this] {
+        platform::whenIdle(*this, [this] {
             guarded(u"TraceWindow:showRecall"_s, [&] {
                 if (m_tracer.lookForLackingLines())
                     showRecall();

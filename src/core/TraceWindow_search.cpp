@@ -4,6 +4,7 @@
 #include "platform/basic/SystemLocale.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
@@ -41,7 +42,7 @@ void TraceWindow::search(Found wanted) {
             findOthers();
         take(wanted);
         if (later)
-            QTimer::singleShot(0, this, [this, text] { offerOthers(text); });
+            platform::whenIdle(*this, [this, text] { offerOthers(text); });
     });
 }
 

@@ -17,6 +17,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/EnterKey.h"
 #include "platform/widgets/FocusLoss.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/BatchLog.h"
 #include "shared/Context.h"
 #include "shared/Dispensary.h"
@@ -234,6 +235,11 @@ bool frmMain::focusNextPrevChild(bool next) {
 void frmMain::closeEvent(QCloseEvent* event) {
     if (m_opening)
         return event->ignore();
+    if (platform::UnderWay::
+            any()) {  // a span of changes may be open, and the end of the session asks windows out of turn
+        platform::whenIdle(*this, [this] { close(); });
+        return event->ignore();
+    }
     if (!m_ended && (staysForTheMix() || Form_QueryUnload()))
         return event->ignore();
     event->accept();

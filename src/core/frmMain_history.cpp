@@ -3,6 +3,7 @@
 #include "core/HistoryWindow.h"
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/ListedScreen.h"
@@ -26,7 +27,7 @@ void frmMain::showHistory() {
                 boxes->useValues(wanted);
         };
         if (wanted.key != 0)  // once this click has been delivered
-            QMetaObject::invokeMethod(this, fill, Qt::QueuedConnection);
+            platform::whenIdle(*this, fill);
     });
 }
 

@@ -21,6 +21,7 @@
 #include "platform/data/Engine.h"
 #include "platform/widgets/SystemTexts.h"
 #include "platform/widgets/Texts.h"
+#include "platform/widgets/UnderWay.h"
 #include "platform/widgets/WindowState.h"
 #include "shared/Context.h"
 #include "shared/DraftStore.h"
@@ -70,7 +71,7 @@ void frmMain::Form_Load(const ShowWindow& show) {
     load(show);
     endOpening();
     if (!m_ended)
-        QMetaObject::invokeMethod(m_others, &BenchWatch::look, Qt::QueuedConnection);
+        platform::whenIdle(*m_others, [this] { m_others->look(); });
 }
 
 void frmMain::load(const ShowWindow& show) {

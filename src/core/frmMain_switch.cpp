@@ -13,6 +13,7 @@
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/RecordScreen.h"
@@ -52,6 +53,9 @@ QString controlText(const RecordScreen& screen, const char* name) {
 }  // namespace
 
 void frmMain::ActiveBar_ToolClick(platform::Tool& tool) {
+    // No modal window keeps out a click of assistive technology.
+    if (platform::UnderWay::any())
+        return;
     guarded(u"frmMain:ActiveBar_ToolClick"_s, [&] {
         const QString name = tool.name();
         QString searchText;

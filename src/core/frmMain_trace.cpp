@@ -4,6 +4,7 @@
 #include "core/frmMain.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/Paths.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
@@ -67,9 +68,8 @@ void frmMain::showTrace() {
         platform::asker().showModal(window, [&] { window.exec(); });
         const TraceWindow::Wanted wanted = window.wanted();
         if (wanted.key != 0)  // once this click has been delivered
-            QMetaObject::invokeMethod(
-                this, [this, wanted] { showRecord(wanted.screen, static_cast<std::int16_t>(wanted.key)); },
-                Qt::QueuedConnection);
+            platform::whenIdle(
+                *this, [this, wanted] { showRecord(wanted.screen, static_cast<std::int16_t>(wanted.key)); });
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "mixer/ResultsDocument.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -162,7 +163,7 @@ void MixSession::takeDown(const BatchRows& rows) {
 }
 
 void MixSession::databaseOpened() {
-    QTimer::singleShot(0, this, [this] {
+    platform::whenIdle(*this, [this] {
         if (!m_journalRead)
             return;
         if (m_notice.text == PanelText::OfferOtherDatabase)

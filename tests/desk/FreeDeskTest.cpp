@@ -2,6 +2,8 @@
 //   SignNowTest.cpp   what the user does about it
 #include "FreeDeskTest.h"
 
+#include "platform/data/Engine.h"
+#include "platform/widgets/LongWork.h"
 #include "screens/BrowsingScreen.h"
 
 #include <QMenu>
@@ -145,6 +147,32 @@ TEST_F(FreeDeskTest, AnOpenCellIsNeitherCommittedNorInterrupted) {
     ASSERT_TRUE(isSigned());
     EXPECT_FALSE(grid.isCellOpen());
     EXPECT_EQ(str(sqlText(u"SELECT fch_Qty FROM FormChem ORDER BY FormChemID"_s)), str(before));
+}
+
+TEST_F(FreeDeskTest, LongWorkThatReadsOneMomentIsNotInterrupted) {
+    startMix();
+    {
+        const auto look = openDB()->engine().beginLook();
+        const platform::LongWork work(u"Comparing prices"_s);
+        endMix();
+        EXPECT_TRUE(waits());
+        expectNothingOpens();
+    }
+    sign();
+    ASSERT_TRUE(isSigned());
+    EXPECT_EQ(logCount(), 4);
+}
+
+TEST_F(FreeDeskTest, AToolThatIsPressedInTheMiddleOfLongWorkDoesNothing) {
+    click(u"cmdFormulas"_s);
+    const QString before = caption();
+    {
+        const platform::LongWork work(u"Comparing prices"_s);
+        tool(u"cmdNext"_s).action().trigger();
+        EXPECT_EQ(caption(), before);
+    }
+    tool(u"cmdNext"_s).action().trigger();
+    EXPECT_NE(caption(), before);
 }
 
 TEST_F(FreeDeskTest, AMenuIsLeftAlone) {

@@ -2,6 +2,7 @@
 #include "DeskTest.h"
 
 #include "mixer/ctlSorvanto.h"
+#include "platform/widgets/LongWork.h"
 #include "screens/BrowsingScreen.h"
 
 #include <QApplication>
@@ -85,6 +86,19 @@ TEST_F(QuitTest, NothingIsAskedWhenTheSessionEnds) {
     endSession();
     EXPECT_TRUE(window->close());
     EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(QuitTest, AWindowThatIsClosedDuringLongWorkClosesAtItsEnd) {
+    click(u"cmdChemicals"_s);
+    click(u"cmdCancel"_s);
+    {
+        const platform::LongWork work(u"Taking prices"_s);
+        EXPECT_FALSE(window->close());
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_EQ(programEnds, 0);
+    }
+    EXPECT_TRUE(test::waitFor([&] { return programEnds == 1; }));
 }
 
 TEST_F(QuitTest, ASessionEndThatWasCalledOffIsForgotten) {

@@ -27,6 +27,8 @@ AnswerWait::AnswerWait(std::function<QString()> what, std::function<void()> save
 AnswerWait::~AnswerWait() = default;
 
 bool AnswerWait::goesOn(int waited) {
+    if (!m_underWay)
+        m_underWay.emplace();
     const bool inTime = waited < windowlessMilliseconds;
     if (!m_window && (inTime || !isPatient())) {
         for (const QEvent::Type picture : {QEvent::LayoutRequest, QEvent::UpdateRequest})
@@ -43,7 +45,10 @@ bool AnswerWait::goesOn(int waited) {
     return !m_window->wasCanceled();
 }
 
-void AnswerWait::ended() { const auto window = std::move(m_window); }
+void AnswerWait::ended() {
+    m_window.reset();  // what gets the focus back finds the wait still under way
+    m_underWay.reset();
+}
 
 void AnswerWait::foundSaved() { QTimer::singleShot(0, qApp, m_saved); }
 

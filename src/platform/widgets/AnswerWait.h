@@ -3,11 +3,13 @@
 #pragma once
 
 #include "platform/data/Waiter.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QProgressDialog>
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace platform {
 
@@ -36,6 +38,7 @@ public:
 private:
     std::function<QString()> m_what;
     std::function<void()> m_saved;
+    std::optional<UnderWay> m_underWay;
     std::unique_ptr<QProgressDialog> m_window;
 };
 

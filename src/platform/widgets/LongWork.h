@@ -2,6 +2,8 @@
 // heard; what takes long enough to be waited for says how far it is and can be stopped.
 #pragma once
 
+#include "platform/widgets/UnderWay.h"
+
 #include <QElapsedTimer>
 #include <QProgressDialog>
 #include <QString>
@@ -21,6 +23,7 @@ public:
 private:
     void show();
 
+    UnderWay m_underWay;
     QString m_what;
     QElapsedTimer m_sinceStart, m_sinceTurn;
     std::unique_ptr<QProgressDialog> m_window;

@@ -10,6 +10,7 @@
 #include "platform/data/Engine.h"
 #include "platform/data/Query.h"
 #include "platform/widgets/RecordList.h"
+#include "platform/widgets/UnderWay.h"
 #include "screens/ListedTables.h"
 
 #include <QTest>
@@ -84,6 +85,23 @@ TEST_F(BenchesTest, AMixIsToldOnTheWayOfALook) {
         EXPECT_EQ(proxy.takeTrips(), 1);
         EXPECT_EQ(benchesAtWork(context.connection->engine()).back().mix.has_value(), mixes);
     }
+}
+
+TEST_F(BenchesTest, NoLookGetsIntoWorkThatIsUnderWay) {
+    support::ServerProxy proxy(support::serverAddress());
+    OtherBench other;
+    other.context.databaseLocation = [&] { return proxy.address(); };
+    openDB(other.context);
+    BenchWatch there(other.context, [] { return std::nullopt; });
+    {
+        const auto look = other.context.connection->engine().beginLook();
+        const platform::UnderWay work;
+        proxy.takeTrips();
+        there.look();
+        EXPECT_EQ(proxy.takeTrips(), 0);
+    }
+    there.look();
+    EXPECT_EQ(proxy.takeTrips(), 2) << "the end of the span, and a look";
 }
 
 TEST_F(BenchesTest, AMixIsToldOverALineThatWasLostMeanwhile) {
