@@ -14,15 +14,9 @@ std::chrono::milliseconds typingRest() { return rest; }
 
 void setTypingRest(std::chrono::milliseconds newRest) { rest = newRest; }
 
-FreshKeys::FreshKeys(QWidget& window) : QObject(&window), m_window(window) {
-    m_rest.setSingleShot(true);
-    qApp->installEventFilter(this);
-}
+FreshKeys::FreshKeys(QWidget& window) : QObject(&window), m_window(window) { qApp->installEventFilter(this); }
 
-void FreshKeys::beginRest() {
-    if (rest.count() > 0)
-        m_rest.start(rest);
-}
+void FreshKeys::beginRest() { m_rest.setRemainingTime(rest); }
 
 bool FreshKeys::concernsWindow(const QObject* watched) const {
     const auto* widget = qobject_cast<const QWidget*>(watched);

@@ -2,9 +2,9 @@
 // down, and presses within the first moment of its being on show, are swallowed. The mouse is not touched.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 #include <chrono>
 
@@ -19,7 +19,7 @@ public:
     /// Listens as long as the window lives, which owns it.
     explicit FreshKeys(QWidget& window);
     /// Whether a key pressed now counts.
-    bool isOpen() const { return m_shown && !m_rest.isActive(); }
+    bool isOpen() const { return m_shown && m_rest.hasExpired(); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -29,7 +29,7 @@ private:
     void beginRest();
 
     QWidget& m_window;
-    QTimer m_rest;
+    QDeadlineTimer m_rest;  ///< also where no timer runs
     bool m_shown = false, m_activated = false;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/StyleShapes.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -153,6 +154,9 @@ bool RecordDelegate::refusesToLeave(QObject* editor) const {
 }
 
 bool RecordDelegate::eventFilter(QObject* watched, QEvent* event) {
+    // The window of a wait takes the focus and gives it back: meanwhile a cell could not be written.
+    if (event->type() == QEvent::FocusOut && UnderWay::any())
+        return true;
     if (m_writing)
         return event->type() == QEvent::FocusOut;
     if (event->type() == QEvent::KeyPress) {

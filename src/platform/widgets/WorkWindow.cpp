@@ -1,5 +1,6 @@
 #include "platform/widgets/WorkWindow.h"
 
+#include "platform/widgets/FreshKeys.h"
 #include "platform/widgets/OwnerWindow.h"
 #include "platform/widgets/Texts.h"
 
@@ -20,6 +21,7 @@ std::unique_ptr<QProgressDialog> workWindow(const QString& what) {
     window->setAutoClose(false);
     window->setAutoReset(false);
     window->setWindowModality(Qt::ApplicationModal);
+    new FreshKeys(*window);  // a space that was meant for a text would press the button
     return window;
 }
 

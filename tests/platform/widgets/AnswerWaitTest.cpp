@@ -1,6 +1,7 @@
 // The wait for a server as the user sees it, and what must not happen meanwhile: another statement would get in between.
 #include "platform/widgets/AnswerWait.h"
 
+#include "platform/widgets/FreshKeys.h"
 #include "platform/widgets/WorkWindow.h"
 
 #include <QApplication>
@@ -112,6 +113,42 @@ TEST_F(AnswerWaitTest, TheUserEndsItByButtonAndByEscape) {
         EXPECT_TRUE(wait.goesOn(30)) << "the next wait is another one";
         wait.ended();
     }
+}
+
+TEST_F(AnswerWaitTest, AKeyThatWasMeantForAnotherWindowDoesNotEndIt) {
+    setTypingRest(std::chrono::milliseconds(600'000));
+    untilShown();
+    setTypingRest(std::chrono::milliseconds(0));
+    auto* const cancel = window()->findChild<QPushButton*>();
+    for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape})
+        QTest::keyClick(cancel, key);
+    EXPECT_TRUE(wait.goesOn(windowlessMilliseconds));
+    wait.ended();
+}
+
+TEST_F(AnswerWaitTest, KeysCountAgainALittleLaterThoughNoTimerRuns) {
+    setTypingRest(std::chrono::milliseconds(1));
+    untilShown();
+    setTypingRest(std::chrono::milliseconds(0));
+    bool goesOn = true;
+    for (int tries = 0; goesOn && tries < 10'000; ++tries) {
+        QTest::keyClick(window(), Qt::Key_Escape);
+        goesOn = wait.goesOn(windowlessMilliseconds);
+    }
+    EXPECT_FALSE(goesOn);
+    wait.ended();
+}
+
+TEST_F(AnswerWaitTest, WhatAsksForRecordsBeginsWhenItIsOver) {
+    int ran = 0;
+    EXPECT_FALSE(UnderWay::any());
+    whenIdle(*qApp, [&] { ++ran; });
+    untilShown();
+    EXPECT_TRUE(UnderWay::any());
+    EXPECT_EQ(ran, 0);
+    wait.ended();
+    EXPECT_FALSE(UnderWay::any());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 1; }));
 }
 
 TEST_F(AnswerWaitTest, ASavedChangeIsToldOnceTheWaitIsOver) {

@@ -5,10 +5,12 @@
 #include "Settle.h"
 #include "TestDatabase.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/AnswerWait.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/Rows.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/WorkWindow.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -423,6 +425,22 @@ TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
     window.resize(900, 400);
     ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() == 0; }));
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone);
+}
+
+TEST_F(Grids, AWaitThatTakesTheFocusLeavesACellOpen) {
+    type(1, Qty, "7");
+    AnswerWait wait([] { return u"Waiting"_s; }, [] {});
+    while (window.isActiveWindow())
+        EXPECT_TRUE(wait.goesOn(windowlessMilliseconds));
+    wait.ended();
+    window.activateWindow();  // as desktops do it
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(grid->isCellOpen());
+    EXPECT_EQ(shown(1, Qty), "2.500");
+    EXPECT_EQ(editor()->text(), "7");
+    EXPECT_TRUE(editor()->hasFocus());
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(shown(1, Qty), "7.000");
 }
 
 TEST_F(Grids, ADoubleClickIsHeardInALockedGrid) {
