@@ -46,9 +46,28 @@ std::vector<ManualSection> sectionsOf(const QString& markdown) {
 
 }  // namespace
 
+QString ManualPage::title() const {
+    static const QRegularExpression heading(u"^#+ .*$"_s, QRegularExpression::MultilineOption);
+    const std::vector<ManualSection> first = sectionsOf(heading.match(markdown).captured());
+    return first.empty() ? name : first.front().heading;
+}
+
+// Headings stand in the same order in each language, so that an anchor leads to the same place in all of them.
+const std::vector<ManualSection>& ManualPage::sections() const {
+    if (known)
+        return *known;
+    known = sectionsOf(markdown);
+    if (!english.isEmpty()) {
+        const std::vector<ManualSection> anchors = sectionsOf(english);
+        for (std::size_t i = 0; i < std::min(known->size(), anchors.size()); ++i)
+            (*known)[i].anchor = anchors[i].anchor;
+    }
+    return *known;
+}
+
 int ManualPage::sectionOf(const QString& anchor) const {
-    for (std::size_t i = 0; i < sections.size(); ++i) {
-        if (sections[i].anchor == anchor)
+    for (std::size_t i = 0; i < sections().size(); ++i) {
+        if (sections()[i].anchor == anchor)
             return static_cast<int>(i);
     }
     return 0;
@@ -92,19 +111,12 @@ Manual::Manual(QString folder, const QString& language)
     }
 }
 
-// Headings stand in the same order in each language, so that an anchor leads to the same place in all of them.
 ManualPage Manual::read(const QString& name) const {
     const QString original = textOf(QDir(m_folder).filePath(name));
     const QString own =
         m_language == english ? QString() : textOf(QDir(m_folder).filePath(m_language + '/'_L1 + name));
-    ManualPage page{name, own.isEmpty() ? english : m_language, own.isEmpty() ? original : own, {}};
-    page.sections = sectionsOf(page.markdown);
-    if (own.isEmpty())
-        return page;
-    const std::vector<ManualSection> anchors = sectionsOf(original);
-    for (std::size_t i = 0; i < std::min(page.sections.size(), anchors.size()); ++i)
-        page.sections[i].anchor = anchors[i].anchor;
-    return page;
+    return own.isEmpty() ? ManualPage{name, english, original, {}}
+                         : ManualPage{name, m_language, own, original};
 }
 
 const ManualPage* Manual::find(const QString& name) const {

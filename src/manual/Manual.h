@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace sorvanto {
@@ -21,11 +22,16 @@ struct ManualPage {
     QString name;      ///< of the file: "labels.md"
     QString language;  ///< in which it is shown: "German", "English"
     QString markdown;
-    std::vector<ManualSection> sections;
+    QString english;  ///< the English page's Markdown, where this one is in another language
 
-    QString title() const { return sections.empty() ? name : sections.front().heading; }
+    /// Its first heading; the name of a page without one.
+    QString title() const;
+    /// Taken from the Markdown when first asked for: some milliseconds.
+    const std::vector<ManualSection>& sections() const;
     /// Number of the section; 0 for an anchor that the page does not have.
     int sectionOf(const QString& anchor) const;
+
+    mutable std::optional<std::vector<ManualSection>> known{};  ///< the sections, once they were asked for
 };
 
 /// A place in the manual: "labels.md", "went-wrong.md#the-strip-below".

@@ -77,8 +77,8 @@ std::vector<ManualHit> searchManual(const Manual& manual, const QString& words) 
     if (wanted.isEmpty())
         return {};
     for (const ManualPage& page : manual.pages()) {
-        for (std::size_t i = 0; i < page.sections.size(); ++i) {
-            const ManualSection& section = page.sections[i];
+        for (std::size_t i = 0; i < page.sections().size(); ++i) {
+            const ManualSection& section = page.sections()[i];
             const QString heading = platform::folded(section.heading);
             const bool named = holdsAll(heading, wanted);
             if (!named && !holdsAll(heading + u'\n' + platform::folded(section.text), wanted))

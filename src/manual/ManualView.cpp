@@ -6,6 +6,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
+#include <QImageReader>
 #include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -44,6 +45,8 @@ ManualView::ManualView(const Manual& manual, QWidget* parent) : QTextBrowser(par
     setOpenLinks(false);
     setUndoRedoEnabled(false);
     setFrameShape(QFrame::NoFrame);
+    // Else a long page would be laid out twice: its bar comes with its length, and takes of its width.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     connect(this, &QTextBrowser::anchorClicked, this, &ManualView::follow);
 }
 
@@ -101,7 +104,7 @@ void ManualView::fit(QTextDocument& document) {
     all.endEditBlock();
 }
 
-// A picture, which a block has one of at most, is made smaller here and not while it is drawn, where it would be
+// A picture, which a block has one of at most, is made smaller by us and not while it is drawn, where it would be
 // coarse.
 void ManualView::fitPicture(const QTextBlock& block, double width) {
     const auto at = block.text().indexOf(QChar::ObjectReplacementCharacter);
@@ -111,29 +114,41 @@ void ManualView::fitPicture(const QTextBlock& block, double width) {
     cursor.setPosition(block.position() + static_cast<int>(at));
     cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     QTextImageFormat format = cursor.charFormat().toImageFormat();
-    const auto whole = loadResource(QTextDocument::ImageResource, QUrl(format.name())).value<QImage>();
-    const double shown = std::min<double>(whole.width(), std::max<double>(width, leastMargin));
-    if (whole.isNull() || format.width() == shown)
+    Picture& picture = pictureOf(format.name());
+    const double shown = std::min<double>(picture.size.width(), std::max<double>(width, leastMargin));
+    if (picture.size.isEmpty() || format.width() == shown)
         return;
-    cursor.document()->addResource(
-        QTextDocument::ImageResource, QUrl(format.name()),
-        whole.scaledToWidth(static_cast<int>(shown * devicePixelRatioF()), Qt::SmoothTransformation));
+    picture.width = static_cast<int>(shown * devicePixelRatioF());
+    if (!picture.whole.isNull())  // else nobody has it in another width
+        cursor.document()->addResource(QTextDocument::ImageResource, QUrl(format.name()), fitted(picture));
     format.setWidth(shown);
-    format.setHeight(shown * whole.height() / whole.width());
+    format.setHeight(shown * picture.size.height() / picture.size.width());
     cursor.setCharFormat(format);
+}
+
+ManualView::Picture& ManualView::pictureOf(const QString& named) {
+    auto found = m_pictures.find(named);
+    if (found == m_pictures.end()) {
+        const QString path = m_manual.picture(named);
+        found = m_pictures.insert(named, {path.isEmpty() ? QSize() : QImageReader(path).size(), 0, {}});
+    }
+    return *found;
+}
+
+QImage ManualView::fitted(const Picture& picture) {
+    return picture.width == 0 ? picture.whole
+                              : picture.whole.scaledToWidth(picture.width, Qt::SmoothTransformation);
 }
 
 QVariant ManualView::loadResource(int type, const QUrl& name) {
     if (type != QTextDocument::ImageResource)
         return {};  // nothing else belongs to a page
     const QString named = name.toString();
-    if (!m_pictures.contains(named)) {
-        const QString path = m_manual.picture(named);
-        // The files have few colors: made smaller among these alone, a picture would be speckled.
-        m_pictures.insert(named,
-                          path.isEmpty() ? QImage() : QImage(path).convertToFormat(QImage::Format_ARGB32));
-    }
-    return m_pictures.value(named);
+    Picture& picture = pictureOf(named);
+    // The files have few colors: made smaller among these alone, a picture would be speckled.
+    if (picture.whole.isNull() && !picture.size.isEmpty())
+        picture.whole = QImage(m_manual.picture(named)).convertToFormat(QImage::Format_ARGB32);
+    return fitted(picture);
 }
 
 void ManualView::goTo(int section) {

@@ -44,6 +44,14 @@ private:
     /// Lets lines and pictures have their width in this window.
     void fit(QTextDocument& document);
     void fitPicture(const QTextBlock& block, double width);
+    /// Read when it is first painted; until then its size is known.
+    struct Picture {
+        QSize size;
+        int width = 0;  ///< in which it is painted, in pixels of the screen; 0: not known yet
+        QImage whole;
+    };
+    Picture& pictureOf(const QString& named);
+    static QImage fitted(const Picture& picture);
     void goTo(int section);
     void bringFoundIntoView(int section);
     void follow(const QUrl& link);
@@ -51,7 +59,7 @@ private:
     const Manual& m_manual;
     const ManualPage* m_page = nullptr;
     double m_zoom = 1;
-    QHash<QString, QImage> m_pictures;  ///< in full size, by the names on the page
+    QHash<QString, Picture> m_pictures;  ///< by the names on the page
 };
 
 }  // namespace sorvanto

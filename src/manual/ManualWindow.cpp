@@ -59,6 +59,7 @@ void ManualWindow::open(const ManualPlace& place) {
         go(m_manual.pages().front().name, 0);
     if (!was)
         m_view->setFocus();
+    m_filling.start();
 }
 
 // A modal window blocks all others but those that are transient for it. The desktop looks at that when a window is shown.
@@ -154,6 +155,8 @@ void ManualWindow::showPlace() {
     for (int row = 0; row < m_contents->topLevelItemCount(); ++row) {
         QTreeWidgetItem* item = m_contents->topLevelItem(row);
         const bool shown = item->data(0, Qt::UserRole).toString() == stop.page;
+        if (shown)
+            fillHeadings(*item);
         item->setExpanded(shown);
         if (!shown)
             continue;

@@ -5,6 +5,7 @@
 #include "manual/ManualSearch.h"
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -55,6 +56,8 @@ private:
     void addKeys();
     void addKey(const QKeySequence& keys, const std::function<void()>& act);
     void fillContents();
+    void fillOn();
+    void fillHeadings(QTreeWidgetItem& line);
     void go(const QString& page, int section, const QStringList& words = {});
     void showStop(const Stop& stop, const QStringList& words = {});
     void goBy(int step);
@@ -73,6 +76,8 @@ private:
     std::vector<Stop> m_stops;
     std::size_t m_stop = 0;  ///< the one on show
     std::vector<ManualHit> m_hits;
+    QTimer m_filling;
+    int m_filled = 0;           ///< lines of the contents that have their headings
     QPointer<QWidget> m_modal;  ///< the window that it stands above
     QToolButton *m_back = nullptr, *m_forward = nullptr;
     QLineEdit* m_words = nullptr;

@@ -181,25 +181,42 @@ void ManualWindow::addKeys() {
     addKey(QKeySequence(u"Ctrl+0"_s), [this] { setZoom(1); });
 }
 
+// The headings below the titles follow: those of the page on show with it, the others while nothing else is to do.
 void ManualWindow::fillContents() {
     for (const ManualPage& page : m_manual.pages()) {
         auto* line = new QTreeWidgetItem(m_contents, {page.title()});
         line->setSizeHint(0, QSize(0, rowHeight));
         line->setData(0, Qt::UserRole, page.name);
         line->setToolTip(0, page.title());
-        for (std::size_t i = 1; i < page.sections.size(); ++i) {
-            auto* part = new QTreeWidgetItem(line, {page.sections[i].heading});
-            part->setSizeHint(0, QSize(0, rowHeight));
-            part->setData(0, Qt::UserRole, page.name);
-            part->setData(0, Qt::UserRole + 1, static_cast<int>(i));
-            part->setToolTip(0, page.sections[i].heading);
-        }
     }
     if (m_manual.pages().empty())
         m_view->setPlainText(translated(
             u"The manual is not there. It is installed with the program, beside its other files."_s));
     m_back->setEnabled(false);
     m_forward->setEnabled(false);
+    m_filling.setSingleShot(true);
+    connect(&m_filling, &QTimer::timeout, this, &ManualWindow::fillOn);
+}
+
+void ManualWindow::fillOn() {
+    if (m_filled >= m_contents->topLevelItemCount())
+        return;
+    fillHeadings(*m_contents->topLevelItem(m_filled++));
+    m_filling.start();
+}
+
+void ManualWindow::fillHeadings(QTreeWidgetItem& line) {
+    const ManualPage* page = m_manual.find(line.data(0, Qt::UserRole).toString());
+    if (!page || line.childCount() > 0)
+        return;
+    for (std::size_t i = 1; i < page->sections().size(); ++i) {
+        const QString& heading = page->sections()[i].heading;
+        auto* part = new QTreeWidgetItem(&line, {heading});
+        part->setSizeHint(0, QSize(0, rowHeight));
+        part->setData(0, Qt::UserRole, page->name);
+        part->setData(0, Qt::UserRole + 1, static_cast<int>(i));
+        part->setToolTip(0, heading);
+    }
 }
 
 }  // namespace sorvanto

@@ -19,7 +19,7 @@ using namespace sorvanto;
 QString manualText() {
     QStringList texts;
     for (const Manual manual(manualFolder(), u"English"_s); const ManualPage& page : manual.pages()) {
-        for (const ManualSection& section : page.sections)
+        for (const ManualSection& section : page.sections())
             texts << section.heading << section.text;
     }
     return texts.join('\n'_L1).replace(QChar::Nbsp, ' '_L1).simplified();

@@ -42,7 +42,7 @@ QStringList targets(const QString& markdown) {
 bool hasAnchor(const Manual& manual, const QString& page, const QString& anchor) {
     const ManualPage* found = manual.find(page);
     return found && (anchor.isEmpty() ||
-                     found->sections[static_cast<std::size_t>(found->sectionOf(anchor))].anchor == anchor);
+                     found->sections()[static_cast<std::size_t>(found->sectionOf(anchor))].anchor == anchor);
 }
 
 /// Why a target of a page leads nowhere; empty when it leads somewhere.
@@ -77,10 +77,10 @@ TEST_P(ManualLinksTest, HeadingsStandAsInEnglish) {
     for (const QString& page : pagesOf(GetParam())) {
         const ManualPage *there = english.find(page), *here = own.find(page);
         ASSERT_TRUE(there && here) << qPrintable(page) << " is no page of the English manual";
-        ASSERT_EQ(here->sections.size(), there->sections.size()) << qPrintable(page);
-        for (std::size_t i = 0; i < here->sections.size(); ++i)
-            EXPECT_EQ(here->sections[i].level, there->sections[i].level)
-                << qPrintable(page + ": "_L1 + here->sections[i].heading);
+        ASSERT_EQ(here->sections().size(), there->sections().size()) << qPrintable(page);
+        for (std::size_t i = 0; i < here->sections().size(); ++i)
+            EXPECT_EQ(here->sections()[i].level, there->sections()[i].level)
+                << qPrintable(page + ": "_L1 + here->sections()[i].heading);
     }
 }
 
@@ -99,7 +99,7 @@ TEST(ManualPages, WhatTheProgramDoesNotDoIsSaidAndLinkedFromTheFirst) {
     const ManualPage* limits = manual.find(u"limits.md"_s);
     ASSERT_TRUE(limits);
     for (const char* said : {"No beyond-use date.", "No electronic signature.", "Stop is no emergency stop."})
-        EXPECT_TRUE(limits->sections.front().text.contains(QLatin1String(said))) << said;
+        EXPECT_TRUE(limits->sections().front().text.contains(QLatin1String(said))) << said;
     EXPECT_TRUE(linkedPages(manual.find(u"README.md"_s)->markdown).contains(u"limits.md"_s));
 }
 

@@ -63,11 +63,11 @@ TEST_F(ManualTest, AnAnchorLeadsToTheSamePlaceInEachLanguage) {
     for (const char* language : {"English", "German"}) {
         const Manual pages = manual(language);
         const ManualPage& more = *pages.find(u"more.md"_s);
-        ASSERT_EQ(more.sections.size(), 3U);
+        ASSERT_EQ(more.sections().size(), 3U);
         EXPECT_EQ(more.sectionOf(u"second-thing-isnt-it"_s), 2) << language;
         EXPECT_EQ(more.sectionOf(u"nothing-like-it"_s), 0) << language;
     }
-    EXPECT_EQ(manual("German").find(u"more.md"_s)->sections[2].heading, u"Das zweite"_s);
+    EXPECT_EQ(manual("German").find(u"more.md"_s)->sections()[2].heading, u"Das zweite"_s);
 }
 
 TEST_F(ManualTest, APictureIsThatOfTheLanguageAndElseTheEnglishOne) {

@@ -50,7 +50,7 @@ protected:
     std::string page() const { return view().page() ? view().page()->name.toStdString() : std::string(); }
     std::string place() const {
         const auto section = static_cast<std::size_t>(view().sectionOnTop());
-        return page() + "#" + view().page()->sections[section].anchor.toStdString();
+        return page() + "#" + view().page()->sections()[section].anchor.toStdString();
     }
     void press(Qt::Key key, Qt::KeyboardModifiers with = {}) const {
         QWidget* focus = window->focusWidget();
@@ -89,6 +89,27 @@ TEST_F(ManualWindowTest, ContentsHaveThePagesInReadingOrderWithTheirHeadings) {
     EXPECT_EQ(contents.topLevelItem(1)->text(0), u"The first day"_s);
     EXPECT_EQ(contents.currentItem()->text(0), u"Formulas"_s) << "the place on show is marked";
     EXPECT_TRUE(contents.topLevelItem(0)->isExpanded());
+}
+
+// Only the page on show needs its headings at once.
+TEST_F(ManualWindowTest, HeadingsOfTheOtherPagesFollowAndAreAllThere) {
+    window->open(ManualPlace::of(u"README.md"_s));
+    const auto& contents = *child<QTreeWidget>(*window, "treContents");
+    EXPECT_GT(contents.topLevelItem(0)->childCount(), 3);
+    const int last = contents.topLevelItemCount() - 1;
+    const auto headings = [&](int line) { return contents.topLevelItem(line)->childCount(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        for (int line = 0; line <= last; ++line) {
+            if (headings(line) + 1 !=
+                static_cast<int>(window->manual().pages()[static_cast<std::size_t>(line)].sections().size()))
+                return false;
+        }
+        return true;
+    }));
+    open("labels.md");
+    open("README.md");
+    EXPECT_EQ(headings(0) + 1, static_cast<int>(window->manual().pages().front().sections().size()))
+        << "not twice";
 }
 
 TEST_F(ManualWindowTest, ContentsLeadToTheirPlacesByMouseAndKeys) {
@@ -246,6 +267,24 @@ TEST_F(ManualWindowTest, APictureMadeSmallerHasAPlainGroundAsBefore) {
     for (int x = 0; x < shown.width(); ++x) {
         for (int y = 0; y < ground; ++y)
             ASSERT_NEAR(qGray(shown.pixel(x, y)), qGray(whole.pixel(0, 0)), rounding) << x << ", " << y;
+    }
+}
+
+// The whole file would be made smaller while it is drawn.
+TEST_F(ManualWindowTest, APictureIsAsWideAsItsPlaceInEachWindow) {
+    const QUrl name(u"pictures/search-list.png"_s);
+    for (const int width : {900, 600, 1100}) {
+        window->resize(width, 700);
+        open("batch.md");
+        QTextDocument& page = *view().document();
+        QTextImageFormat place;
+        for (const QTextFormat& format : page.allFormats()) {
+            if (format.isImageFormat() && format.toImageFormat().name() == name.toString())
+                place = format.toImageFormat();
+        }
+        const auto picture = page.resource(QTextDocument::ImageResource, name).value<QImage>();
+        EXPECT_EQ(picture.width(), static_cast<int>(place.width())) << width;
+        EXPECT_NEAR(picture.height(), place.height(), 1) << width;
     }
 }
 

@@ -45,7 +45,7 @@ protected:
             return "none";
         const auto& view = *child<ManualView>(*manual(), "txtManual");
         const auto section = static_cast<std::size_t>(view.sectionOnTop());
-        return (view.page()->name + '#'_L1 + view.page()->sections[section].anchor).toStdString();
+        return (view.page()->name + '#'_L1 + view.page()->sections()[section].anchor).toStdString();
     }
 };
 
