@@ -1,7 +1,6 @@
 #include "core/HistoryFileWindow.h"
 
 #include "core/TraceList.h"
-#include "history/HistoryRange.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
 #include "platform/widgets/AccessKeys.h"
@@ -15,6 +14,7 @@
 #include "shared/Guard.h"
 #include "shared/Translator.h"
 
+#include <QDeadlineTimer>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -29,7 +29,9 @@ namespace {
 using platform::grid;
 
 constexpr int daysAtFirst = 30;
-constexpr std::size_t mostLines = 5000;  // paper and spreadsheet have all
+constexpr int mostLines = 5000;  // paper and spreadsheet have all
+constexpr int pieceMilliseconds = 15;
+constexpr std::size_t leastRows = 50;  // the first picture is full
 // Of the columns from the left.
 constexpr int widths[] = {184, 150, 130, 210, 140};
 
@@ -59,6 +61,8 @@ HistoryFileWindow::HistoryFileWindow(Context& context, const platform::Connectio
     platform::giveAccessKeys(*this);
     const QSize room = screen() ? screen()->availableSize() : QSize(130 * grid, 100 * grid);
     resize(std::min(150 * grid, room.width() - 4 * grid), std::min(100 * grid, room.height() - 8 * grid));
+    m_reading.setSingleShot(true);
+    connect(&m_reading, &QTimer::timeout, this, &HistoryFileWindow::readPiece);
     showChanges();
 }
 
@@ -97,21 +101,10 @@ QLayout* HistoryFileWindow::bottomRow() {
 
 void HistoryFileWindow::showChanges() {
     guarded(u"HistoryFileWindow:showChanges"_s, [&] {
-        platform::Engine& database = m_connection->engine();
-        const QDate first = dayIn(*m_from);
-        const QDate last = dayIn(*m_to);
-        std::vector<QStringList> rows;
-        HistoryRange range(database, first, last, HistoryOrder::NewestFirst);
-        std::int64_t changes = 0;
-        for (auto entry = range.next(); entry && rows.size() < mostLines; entry = range.next(), ++changes) {
-            for (QStringList& line : historyLines(m_context, database, *entry))
-                rows.push_back(std::move(line));
-        }
-        const bool all = rows.size() < mostLines;
-        m_changes->setTitle(platform::counted(translated(u"%1 change | %1 changes"_s),
-                                              all ? changes : historyRows(database, first, last)),
-                            all ? QString()
-                                : translated(u"The newest are listed; print and export have all."_s));
+        m_reading.stop();
+        m_range.emplace(m_connection->engine(), dayIn(*m_from), dayIn(*m_to), HistoryOrder::NewestFirst);
+        m_count.reset();
+        m_listed = 0;
         m_changes->setColumns({{translated(u"Date"_s), widths[When]},
                                {translated(u"Who"_s), widths[Who]},
                                {QString(), widths[What]},
@@ -119,10 +112,54 @@ void HistoryFileWindow::showChanges() {
                                {translated(u"Field"_s), widths[Field]},
                                {translated(u"Before"_s)},
                                {translated(u"After"_s)}});
-        for (QPushButton* button : {m_print, m_export})
-            button->setEnabled(!rows.empty());
-        m_changes->setRows(std::move(rows));
+        m_changes->setRows({});
+        readPiece();
     });
+}
+
+/// The rows first, then how many there are of those that are not listed.
+void HistoryFileWindow::readPiece() {
+    guarded(u"HistoryFileWindow:showChanges"_s, [&] {
+        if (!isListed())
+            listPiece();
+        else if (m_count)
+            m_count->countOn();
+        if (isListed() && !m_range->isAtEnd() && !m_count)
+            m_count.emplace(m_connection->engine(), dayIn(*m_from), dayIn(*m_to));
+        showCount();
+        if (!isListed() || (m_count && !m_count->isComplete()))
+            m_reading.start();
+    });
+}
+
+bool HistoryFileWindow::isListed() const { return m_range->isAtEnd() || m_changes->rowCount() >= mostLines; }
+
+void HistoryFileWindow::listPiece() {
+    std::vector<QStringList> rows;
+    const auto room = static_cast<std::size_t>(mostLines - m_changes->rowCount());
+    const QDeadlineTimer piece(pieceMilliseconds);
+    const auto isEnough = [&] { return rows.size() >= leastRows || !m_range->hasAtHand(); };
+    do {
+        if (!m_range->hasAtHand()) {
+            m_range->readOn();
+            continue;
+        }
+        for (QStringList& line : historyLines(m_context, m_connection->engine(), *m_range->next()))
+            rows.push_back(std::move(line));
+        ++m_listed;
+    } while (rows.size() < room && !m_range->isAtEnd() && !(piece.hasExpired() && isEnough()));
+    m_changes->addRows(std::move(rows));
+    for (QPushButton* button : {m_print, m_export})
+        button->setEnabled(m_changes->rowCount() > 0);
+}
+
+void HistoryFileWindow::showCount() {
+    const bool isCounted = m_count ? m_count->isComplete() : isListed();
+    const QString count = platform::counted(translated(u"%1 change | %1 changes"_s),
+                                            m_count && isCounted ? m_count->rows() : m_listed);
+    m_changes->setTitle(isCounted ? count : count + u" …"_s,
+                        m_count ? translated(u"The newest are listed; print and export have all."_s)
+                                : QString());
 }
 
 void HistoryFileWindow::report(bool exportIt) {

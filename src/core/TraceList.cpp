@@ -12,6 +12,7 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +34,11 @@ public:
         m_quiet = quiet;
         m_ticks.clear();
         endResetModel();
+    }
+    void addRows(std::vector<QStringList> rows) {
+        beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(rows.size()) - 1);
+        std::move(rows.begin(), rows.end(), std::back_inserter(m_rows));
+        endInsertRows();
     }
     /// A box for each row; there are none at first.
     void setTicks(std::vector<bool> ticks) {
@@ -155,6 +161,15 @@ void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
     m_model->setRows(std::move(rows), quiet);
     layOutColumns();
     emit choiceChanged();
+}
+
+void TraceList::addRows(std::vector<QStringList> rows) {
+    if (rows.empty())
+        return;
+    const bool shapesColumns = rowCount() < platform::rowsLookedAt;
+    m_model->addRows(std::move(rows));
+    if (shapesColumns)
+        layOutColumns();
 }
 
 void TraceList::choose(int row) { view().selectRow(row); }

@@ -26,6 +26,8 @@ public:
     void setColumns(std::vector<TraceColumn> columns);
     /// quiet: so many rows at the end are drawn as remarks. Nothing is chosen afterwards.
     void setRows(std::vector<QStringList> rows, int quiet = 0);
+    /// Behind those that are there; what is chosen stays so.
+    void addRows(std::vector<QStringList> rows);
 
     int rowCount() const;
     void choose(int row);

@@ -17,10 +17,13 @@ using platform::Query;
 using RowName = std::pair<QString, std::int64_t>;
 using Rows = QMap<RowName, QMap<QString, QVariant>>;
 
+/// "2026-03-04 10:00:00.000". Day and time by themselves: a reader of both would ask the system for its time zone each time.
 QDateTime momentOf(const QString& utc, std::int64_t minutesAhead) {
     constexpr int secondsInMinute = 60;
-    QDateTime moment = QDateTime::fromString(utc, u"yyyy-MM-dd HH:mm:ss.zzz"_s);
-    moment.setTimeSpec(Qt::UTC);
+    constexpr qsizetype dayLength = 10;
+    const QDateTime moment(QDate::fromString(QStringView(utc).left(dayLength), Qt::ISODate),
+                           QTime::fromString(QStringView(utc).mid(dayLength + 1), Qt::ISODateWithMs),
+                           Qt::UTC);
     return moment.toOffsetFromUtc(static_cast<int>(minutesAhead) * secondsInMinute);
 }
 

@@ -1,11 +1,12 @@
 // What is written down of all records of a file within a range of days, in portions: a long history is never in memory
-// as a whole, and the file is not held between two of them.
+// as a whole, the file is not held between two of them, and of a file no statement looks at more than a stretch of it.
 #pragma once
 
 #include "history/HistoryBook.h"
 
 #include <QDate>
 #include <optional>
+#include <utility>
 
 namespace sorvanto {
 
@@ -14,19 +15,46 @@ enum class HistoryOrder { OldestFirst, NewestFirst };
 class HistoryRange {
 public:
     /// Both days included, as the clock of the computer showed them; an invalid one is no bound. Of a file without history
-    /// there is nothing. Rows that are written meanwhile may come as well.
+    /// there is nothing. Rows that are written meanwhile come as well where the oldest come first, else never.
     HistoryRange(platform::Engine& database, const QDate& first, const QDate& last,
                  HistoryOrder order = HistoryOrder::OldestFirst);
     std::optional<HistoryEntry> next();
 
-private:
+    /// Looks at the next stretch, which may have nothing of the range. For who reads in pieces: while there is none at hand,
+    /// next() does so until there is one.
     void readOn();
+    bool hasAtHand() const { return !m_atHand.empty(); }
+    /// Nothing is at hand or can come.
+    bool isAtEnd() const { return m_atEnd && m_atHand.empty(); }
+
+private:
+    using Keys = std::pair<std::int64_t, std::int64_t>;  ///< the least and the greatest
+    Keys nextStretch() const;
 
     platform::Engine& m_database;
     QDate m_first, m_last;
     HistoryOrder m_order;
-    std::int64_t m_reached;            ///< row that was read last
-    std::vector<HistoryEntry> m_some;  ///< read in advance, in reverse
+    std::int64_t m_reached;              ///< key that was looked at last
+    std::vector<HistoryEntry> m_atHand;  ///< read in advance, in reverse
+    bool m_atEnd = false;
+};
+
+/// Counts the rows of a range in pieces.
+class HistoryCount {
+public:
+    HistoryCount(platform::Engine& database, const QDate& first, const QDate& last);
+
+    /// One stretch further.
+    void countOn();
+    bool isComplete() const { return m_isComplete; }
+    std::int64_t rows() const { return m_rows; }
+
+private:
+    platform::Engine& m_database;
+    QDate m_first, m_last;
+    std::int64_t m_next = 1, m_end = 0;  ///< keys
+    std::int64_t m_rows = 0;
+    bool m_isComplete = true;
 };
 
 /// How many rows a range has.
