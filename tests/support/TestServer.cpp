@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QStorageInfo>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -18,6 +19,15 @@ namespace support {
 namespace {
 
 const QString script = QString::fromUtf8(SORVANTO_SOURCE_DIR "/scripts/start-server.sh");
+
+/// A folder in memory where there is room: each test's database is a few hundred files, and a disk's file system may take
+/// longer to make and drop them than the test lasts. The path is short, since that of a socket has to be.
+QString scratchFolder() {
+    constexpr qint64 enough = 1'000'000'000;
+    const QStorageInfo memory(u"/dev/shm"_s);
+    const bool hasRoom = memory.isReady() && !memory.isReadOnly() && memory.bytesAvailable() > enough;
+    return (hasRoom ? u"/dev/shm"_s : u"/tmp"_s) + u"/srvXXXXXX"_s;
+}
 
 /// Waits for the end of this program at the other side of a pipe, and stops the server then.
 class Warden {
@@ -91,7 +101,8 @@ private:
         QFile settings(m_folder.filePath("s/data/sorvanto.conf"));
         if (!settings.open(QIODevice::Append))
             throw std::runtime_error("The server's settings can't be changed.");
-        settings.write("fsync = off\nfull_page_writes = off\nautovacuum = off\n");
+        settings.write("fsync = off\nfull_page_writes = off\nautovacuum = off\n"
+                       "min_wal_size = 32MB\nmax_wal_size = 128MB\n");
         settings.close();
         QProcess::execute(script, {m_folder.filePath("s"), "--stop"});
         QProcess again;
@@ -99,7 +110,7 @@ private:
         again.waitForFinished(120000);
     }
 
-    QTemporaryDir m_folder{u"/tmp/srvXXXXXX"_s};
+    QTemporaryDir m_folder{scratchFolder()};
     std::unique_ptr<Warden> m_warden;
     std::map<QString, Asking> m_connections;
 };

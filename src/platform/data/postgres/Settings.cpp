@@ -14,6 +14,8 @@ QByteArray serverSettings() {
            // A change says so by a transaction of its own.
            " -c default_transaction_read_only=on"
            " -c client_min_messages=warning -c synchronous_commit=on"
+           // Compiling a statement takes the server longer than running any of ours does.
+           " -c jit=off"
            // So that the locks and names of a bench whose line was dropped are free again soon.
            " -c tcp_keepalives_idle=30 -c tcp_keepalives_interval=5 -c tcp_keepalives_count=3"
            " -c tcp_user_timeout=15000"

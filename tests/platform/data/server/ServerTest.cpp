@@ -78,6 +78,11 @@ TEST_F(ServerTest, TheConnectionIsSetWhateverTheAccountWouldHaveIt) {
     support::runOnWholeServer(u"ALTER ROLE bench RESET ALL"_s);
 }
 
+TEST_F(ServerTest, NoStatementIsCompiled) {
+    postgres::Session session(support::serverAddress());
+    EXPECT_EQ(session.runOne({"SHOW jit"}, postgres::Access::Reads, {}).bytes(0, 0), "off");
+}
+
 TEST_F(ServerTest, ASignalDuringAWaitBreaksNoLine) {
     postgres::Session session(support::serverAddress());
     const int before = session.connectionNumber();
