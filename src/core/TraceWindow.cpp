@@ -3,6 +3,7 @@
 #include "core/TraceList.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
+#include "platform/data/Engine.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Caption.h"
@@ -154,6 +155,7 @@ TraceDays TraceWindow::days() const {
 }
 
 RecallList TraceWindow::list() const {
+    const auto look = openDB(m_context)->engine().beginLook();
     const auto chosenOf = [&](const auto& records) {
         const std::vector<int> rows = m_found->chosen();
         if (rows.empty() && records.size() > 1)

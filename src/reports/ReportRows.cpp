@@ -1,4 +1,4 @@
-// Both are read once, forward.
+// Both are read whole at once: what others change while pages are made shows in none of them.
 #include "reports/ReportRows.h"
 
 #include "shared/Context.h"
@@ -10,7 +10,7 @@ namespace {
 
 platform::RecordsetPtr opened(Context& context, const QString& statement) {
     const auto rows = platform::Recordset::create();
-    rows->open(statement, openDB(context), platform::LockType::ReadOnly);
+    rows->open(statement, openDB(context), platform::LockType::ReadOnly, platform::CursorLocation::Client);
     return rows;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/basic/Numbers.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
@@ -79,29 +80,51 @@ platform::ReportDefinition logReport() {
 rptLogReport::rptLogReport(Context& context) : DatedReport(context, logReport()) {}
 
 void rptLogReport::FormulaID(std::int16_t formulaID) {
-    guarded(u"rptLogReport:FormulaID"_s, [&] {
+    const bool done = guarded(u"rptLogReport:FormulaID"_s, false, [&] {
         m_formulaID = formulaID;
-        if (!askDates())
-            return;
-        setFormat(u"txtlog_Cost"_s, platform::deref(m_context.options).DefCurrency() + amountPicture);
-        translateForm();
-        openBatches();
-        if (rows())
-            fileName = reportFileName("Log Report", {nullText(rows()->value(u"log_Name"_s))},
-                                      range().begin.date(), range().end.date());
+        if (askDates())
+            takeBatches();
+        return true;
     });
+    if (!done) {  // an empty list would look like the truth, and take the place of an older one
+        m_context.reportCancelled = true;
+        unload();
+    }
 }
 
-void rptLogReport::openBatches() {
-    const auto batches = platform::Recordset::create();
-    batches->open(u"SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
-                  "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
-                  "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID="_s +
-                      QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(range().begin) +
-                      u"# AND Log.log_Date <= #"_s + boundText(range().end) + u"#;"_s,
-                  openDB(m_context), platform::LockType::ReadOnly);
+void rptLogReport::takeBatches() {
+    setFormat(u"txtlog_Cost"_s, platform::deref(m_context.options).DefCurrency() + amountPicture);
+    translateForm();
+    const platform::RecordsetPtr batches = readBatches();
     m_jarField = batches->fieldIndex(u"log_JarSize"_s);
     setRowsOrNone(batches);
+    if (rows())
+        fileName = reportFileName("Log Report", {nullText(rows()->value(u"log_Name"_s))},
+                                  range().begin.date(), range().end.date());
+}
+
+platform::RecordsetPtr rptLogReport::readBatches() {
+    const platform::ReadAhead together(openDB(m_context), {{totalsStatement()}});
+    platform::RecordsetPtr batches = allRows(batchesStatement());
+    if (batches->recordCount() > 0)
+        readTotals(totalsStatement());
+    return batches;
+}
+
+QString rptLogReport::batchesStatement() const {
+    return u"SELECT Log.log_Date, Log.log_Lot, Log.log_JarSize, Log.log_Quantity, Log.log_Cost, "
+           "Log.log_Initials, Log.log_Verified, Log.log_Name, Log.log_FormType, Log.log_Desc, "
+           "Log.log_Strength, Log.log_NDC FROM Log WHERE Log.FormulaID="_s +
+           QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + boundText(range().begin) +
+           u"# AND Log.log_Date <= #"_s + boundText(range().end) + u"#;"_s;
+}
+
+// Here the dates go in as default text with their time of day, unlike the listed rows.
+QString rptLogReport::totalsStatement() const {
+    return u"SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as "
+           "TotalCost FROM Log WHERE Log.FormulaID="_s +
+           QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s + platform::dateText(range().begin) +
+           u"# AND Log.log_Date <= #"_s + platform::dateText(range().end) + u"#;"_s;
 }
 
 void rptLogReport::translateForm() {
@@ -144,27 +167,19 @@ void rptLogReport::pageFooterFormat() {
             [&] { setText(u"txtPage"_s, translated(u"Page"_s) + u" "_s + QString::number(pageNumber())); });
 }
 
-// Here the dates go in as default text with their time of day, unlike the listed rows.
 void rptLogReport::reportFooterFormat() {
     guarded(u"rptLogReport:ReportFooter_Format"_s, [&] {
-        const auto totals = platform::Recordset::create();
-        totals->open(u"SELECT Count(*) as TotalLogs, Sum(Log.log_Quantity) as TotalQTY ,Sum(Log.log_Cost) as "
-                     "TotalCost FROM Log WHERE Log.FormulaID="_s +
-                         QString::number(m_formulaID) + u" AND Log.log_Date >= #"_s +
-                         platform::dateText(range().begin) + u"# AND Log.log_Date <= #"_s +
-                         platform::dateText(range().end) + u"#;"_s,
-                     openDB(m_context), platform::LockType::ReadOnly);
         setText(u"txtTotalLogs"_s,
-                platform::shownText(totals->value(u"TotalLogs"_s), {}) + u" "_s + translated(u"Logs"_s));
-        setText(u"txtTotalQTY"_s, platform::shownText(totals->value(u"TotalQTY"_s), {}) + u" ml"_s);
+                platform::shownText(totals().value(u"TotalLogs"_s), {}) + u" "_s + translated(u"Logs"_s));
+        setText(u"txtTotalQTY"_s, platform::shownText(totals().value(u"TotalQTY"_s), {}) + u" ml"_s);
         explainTotals(
             *this,
-            {rows()->recordCount(), platform::nullInt32(totals->value(u"TotalLogs"_s)),
+            {rows()->recordCount(), platform::nullInt32(totals().value(u"TotalLogs"_s)),
              translated(u"The list shows %1 batch, the totals count %2: %3 | "
                         "The list shows %1 batches, the totals count %2: %3"_s),
              translated(u"the list is bounded by 0:00 of both dates, the totals by their time of day."_s)},
             range().begin, range().end);
-        const QVariant cost = totals->value(u"TotalCost"_s);
+        const QVariant cost = totals().value(u"TotalCost"_s);
         if (cost.isValid())
             setOptionsMoney(m_context, *this, "txtTotalCost", QVariant::fromValue(platform::toCurrency(cost)),
                             u"0.00"_s);

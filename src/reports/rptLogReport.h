@@ -11,7 +11,8 @@ namespace sorvanto {
 class rptLogReport : public DatedReport {
 public:
     explicit rptLogReport(Context& context);
-    /// Asks the dates and opens the batches; reportCancelled says that nothing is to be shown.
+    /// Asks the dates, then reads the batches and their totals as of one moment; reportCancelled says that nothing is to be
+    /// shown, as after a failure, which is reported.
     void FormulaID(std::int16_t formulaID);
 
 protected:
@@ -22,7 +23,10 @@ protected:
 
 private:
     void translateForm();
-    void openBatches();
+    void takeBatches();
+    platform::RecordsetPtr readBatches();
+    QString batchesStatement() const;
+    QString totalsStatement() const;
 
     std::int16_t m_formulaID = 0;
     int m_jarField = 0;  ///< place of the jar's size in the rows

@@ -6,6 +6,7 @@
 #include "platform/basic/LocalMarks.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
+#include "platform/data/ReadAhead.h"
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
 #include "reports/ReportTexts.h"
@@ -21,6 +22,9 @@ namespace {
 using platform::field;
 using platform::line;
 using platform::nullText;
+
+/// Of prescriptions that no order is told for.
+const QString prescriptionsOrder = u"RXs.rxs_Date"_s;
 
 platform::Section patientHeader() {
     return {platform::SectionKind::PageHeader,
@@ -96,38 +100,47 @@ void rptPatient::PatientID(std::int16_t patientID) {
     if (!askDates())
         return;
     translateForm();
-    m_patient = openPatient();
+    const platform::RecordsetPtr prescriptions = readPrescriptions();
     if (!m_patient->eof())
         fileName = reportFileName(
             "Prescription Report",
             {nullText(m_patient->value(u"pat_FName"_s)), nullText(m_patient->value(u"pat_LName"_s))},
             range().begin.date(), range().end.date());
-    setRowsOrNone(openPrescriptions());
+    setRowsOrNone(prescriptions);
 }
 
-platform::RecordsetPtr rptPatient::openPatient() const {
-    const auto patient = platform::Recordset::create();
-    patient->open(u"SELECT [PatientID],[pat_LName],[pat_FName],[pat_Address1],[pat_Address2],[pat_City],"
-                  "[pat_State],[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE "
-                  "PatientID = "_s +
-                      QString::number(m_patientID),
-                  openDB(m_context), platform::LockType::ReadOnly);
-    return patient;
+platform::RecordsetPtr rptPatient::readPrescriptions() {
+    const platform::ReadAhead together(openDB(m_context),
+                                       {{prescriptionsStatement(), prescriptionsOrder}, {totalsStatement()}});
+    m_patient = allRows(patientStatement());
+    platform::RecordsetPtr prescriptions = allRows(prescriptionsStatement(), prescriptionsOrder);
+    if (prescriptions->recordCount() > 0)
+        readTotals(totalsStatement());
+    return prescriptions;
+}
+
+QString rptPatient::patientStatement() const {
+    return u"SELECT [PatientID],[pat_LName],[pat_FName],[pat_Address1],[pat_Address2],[pat_City],"
+           "[pat_State],[pat_Zip],[pat_Country],[pat_BDay],[pat_Phone],[pat_Fax] FROM Patient WHERE "
+           "PatientID = "_s +
+           QString::number(m_patientID);
 }
 
 // The join on Formula drops a prescription whose formula has been deleted.
-platform::RecordsetPtr rptPatient::openPrescriptions() const {
-    const auto prescriptions = platform::Recordset::create();
-    prescriptions->setOrderWithin(u"RXs.rxs_Date"_s);
-    prescriptions->open(
-        u"SELECT RXs.RXsID, RXs.rxs_Date, Formula.frm_Name, Formula.frm_Strength, RXs.rxs_QTY, "
-        "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN "
-        "Formula ON Log.FormulaID = Formula.FormulaID) INNER JOIN RXs ON Log.LogID = "
-        "RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID="_s +
-            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + boundText(range().begin) +
-            u"# AND RXs.rxs_Date <= #"_s + boundText(range().end) + u"#;"_s,
-        openDB(m_context), platform::LockType::ReadOnly);
-    return prescriptions;
+QString rptPatient::prescriptionsStatement() const {
+    return u"SELECT RXs.RXsID, RXs.rxs_Date, Formula.frm_Name, Formula.frm_Strength, RXs.rxs_QTY, "
+           "RXs.rxs_Price, RXs.rxs_Doctor, Log.log_Lot FROM Patient INNER JOIN ((Log INNER JOIN "
+           "Formula ON Log.FormulaID = Formula.FormulaID) INNER JOIN RXs ON Log.LogID = "
+           "RXs.LogID) ON Patient.PatientID = RXs.PatientID WHERE Patient.PatientID="_s +
+           QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + boundText(range().begin) +
+           u"# AND RXs.rxs_Date <= #"_s + boundText(range().end) + u"#;"_s;
+}
+
+// The dates go in as default text with their time; without a join this also counts what the list dropped.
+QString rptPatient::totalsStatement() const {
+    return u"SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID="_s +
+           QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + platform::dateText(range().begin) +
+           u"# AND RXs.rxs_Date <= #"_s + platform::dateText(range().end) + u"#;"_s;
 }
 
 void rptPatient::translateForm() {
@@ -165,25 +178,18 @@ void rptPatient::pageHeaderFormat() {
 
 void rptPatient::pageFooterFormat() { fillStoreBlock(m_context, *this); }
 
-// The dates go in as default text with their time; without a join this also counts what the list dropped.
 void rptPatient::reportFooterFormat() {
-    const auto totals = platform::Recordset::create();
-    totals->open(
-        u"SELECT Count(*) as TotalRXs ,Sum(RXs.rxs_Price) as TotalPrice FROM RXs WHERE RXs.PatientID="_s +
-            QString::number(m_patientID) + u" AND RXs.rxs_Date >= #"_s + platform::dateText(range().begin) +
-            u"# AND RXs.rxs_Date <= #"_s + platform::dateText(range().end) + u"#;"_s,
-        openDB(m_context), platform::LockType::ReadOnly);
     setText(u"txtTotalRXs"_s,
-            nullText(totals->value(u"TotalRXs"_s)) + u" "_s + translated(u"Prescriptions"_s));
+            nullText(totals().value(u"TotalRXs"_s)) + u" "_s + translated(u"Prescriptions"_s));
     explainTotals(
         *this,
-        {rows()->recordCount(), platform::nullInt32(totals->value(u"TotalRXs"_s)),
+        {rows()->recordCount(), platform::nullInt32(totals().value(u"TotalRXs"_s)),
          translated(u"The list shows %1 prescription, the totals count %2: %3 | "
                     "The list shows %1 prescriptions, the totals count %2: %3"_s),
          translated(u"the list leaves out prescriptions whose formula is deleted, and the totals go "
                     "by the time of day."_s)},
         range().begin, range().end);
-    const QVariant price = totals->value(u"TotalPrice"_s);
+    const QVariant price = totals().value(u"TotalPrice"_s);
     if (!price.isValid())
         return showLayoutNumber(*this, "txtTotalPrice");
     // Formatted, then money, then text: trailing zeros are lost on the way.

@@ -11,8 +11,8 @@ namespace sorvanto {
 class rptPatient : public DatedReport {
 public:
     explicit rptPatient(Context& context);
-    /// Asks the dates and opens patient and prescriptions; reportCancelled says that nothing is to
-    /// be shown. Failures go to the caller.
+    /// Asks the dates, then reads patient, prescriptions and their totals as of one moment; reportCancelled says that nothing
+    /// is to be shown. Failures go to the caller.
     void PatientID(std::int16_t patientID);
 
 protected:
@@ -23,8 +23,11 @@ protected:
 
 private:
     void translateForm();
-    platform::RecordsetPtr openPatient() const;
-    platform::RecordsetPtr openPrescriptions() const;
+    /// And the patient, and the totals.
+    platform::RecordsetPtr readPrescriptions();
+    QString patientStatement() const;
+    QString prescriptionsStatement() const;
+    QString totalsStatement() const;
 
     std::int16_t m_patientID = 0;
     platform::RecordsetPtr m_patient;

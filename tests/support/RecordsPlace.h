@@ -26,6 +26,8 @@ public:
     virtual Rows run(const QString& file, const QString& statements) { return runSql(file, statements); }
     /// The same for very many rows with keys of their own, where what the place does with each may be left out.
     virtual Rows runInBulk(const QString& file, const QString& statements) { return run(file, statements); }
+    /// As run, by a program that waits for nobody; does nothing where it is kept from that.
+    virtual void runAtOnce(const QString& file, const QString& statements) { runSqlAtOnce(file, statements); }
     /// The sample pharmacy as delivered.
     virtual void addSample(const QString& file);
     /// From now on INSERT or UPDATE of such a row fails.

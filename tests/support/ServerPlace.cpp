@@ -33,6 +33,7 @@ public:
     support::Rows runInBulk(const QString& file, const QString& statements) override {
         return run(file, u"SET session_replication_role = replica; "_s + statements);
     }
+    void runAtOnce(const QString& file, const QString& statements) override { run(file, statements); }
     void addSample(const QString& file) override {
         support::createDatabaseFile(file);
         RecordsPlace::addSample(file);

@@ -77,6 +77,16 @@ Rows runSql(const QString& path, const QString& statements) {
     return execute(handle.get(), preparation + statements.toUtf8());
 }
 
+bool runSqlAtOnce(const QString& path, const QString& statements) {
+    const Handle handle = openFile(path, SQLITE_OPEN_READWRITE);
+    sqlite3_busy_timeout(handle.get(), 0);
+    const QByteArray whole = preparation + "BEGIN IMMEDIATE;" + statements.toUtf8() + ";COMMIT;";
+    const int code = sqlite3_exec(handle.get(), whole.constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK && code != SQLITE_BUSY)
+        ADD_FAILURE() << sqlite3_errmsg(handle.get());
+    return code == SQLITE_OK;
+}
+
 QString rowsText(const Rows& rows) {
     QStringList lines;
     for (const QStringList& row : rows)

@@ -17,6 +17,9 @@ void createDatabaseFile(const QString& path);
 /// "NULL". A failed statement fails the test.
 Rows runSql(const QString& path, const QString& statements);
 
+/// The same for a change, by a program that waits for nobody: false where another one keeps it from that.
+bool runSqlAtOnce(const QString& path, const QString& statements);
+
 /// Rows as text: fields joined by "|", rows by line ends.
 QString rowsText(const Rows& rows);
 

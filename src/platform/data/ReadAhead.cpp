@@ -10,9 +10,14 @@ namespace platform {
 
 ReadAhead::ReadAhead(ConnectionPtr connection, const std::vector<Set>& sets)
     : m_connection(std::move(connection)) {
-    if (!m_connection || !m_connection->isServer())
+    if (!m_connection || m_connection->state() == 0)
         return;
     Engine& engine = m_connection->engine();
+    if (!engine.isServer()) {
+        if (!sets.empty())
+            m_look = engine.beginLook();
+        return;
+    }
     QStringList statements;
     try {
         for (const Set& set : sets)

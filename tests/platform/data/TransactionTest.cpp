@@ -1,6 +1,7 @@
 // Spans of changes: whole or not at all, nested, and nobody ends one in between.
 #include "platform/data/Transaction.h"
 #include "DataTest.h"
+#include "platform/data/ReadAhead.h"
 #include "platform/data/sqlite/FileEngine.h"
 
 #include <sqlite3.h>
@@ -52,6 +53,20 @@ TEST_F(TransactionTest, ALookIsOfOneMomentAndEndsByItself) {
     EXPECT_NE(sqlite3_get_autocommit(database()), 0);
     other.execute(u"UPDATE Chemical SET chm_Lot = 'LATE'"_s);
     EXPECT_EQ(lot(), "LATE");
+}
+
+TEST_F(TransactionTest, WhatIsReadAheadIsOfOneMoment) {
+    const QString first = u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 1"_s;
+    const QString second = u"SELECT chm_Lot FROM Chemical WHERE ChemicalID = 2"_s;
+    const QString before = stored(second);
+    {
+        const ReadAhead together(connection, {{second}});
+        rows(first, CursorLocation::Client);
+        EXPECT_FALSE(support::runSqlAtOnce(location(), u"UPDATE Chemical SET chm_Lot = 'LATE'"_s));
+        EXPECT_EQ(rows(second, CursorLocation::Client)->value(0).toString(), before);
+    }
+    EXPECT_TRUE(support::runSqlAtOnce(location(), u"UPDATE Chemical SET chm_Lot = 'LATE'"_s));
+    EXPECT_EQ(rows(second)->value(0).toString(), "LATE");
 }
 
 TEST_F(TransactionTest, AnInnerSpanIsTakenBackByItself) {

@@ -57,7 +57,7 @@ void ServerSpan::commit() {
 ServerLook::ServerLook(ServerStore& store) : m_session(store.session), m_own(!m_session.isSpanOpen()) {
     if (!m_own)
         return;
-    m_session.control("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", {});
+    m_session.control(beginOneMoment, {});
     m_connection = m_session.connectionNumber();
     m_session.countSpan(+1);
 }

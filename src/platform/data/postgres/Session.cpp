@@ -27,10 +27,13 @@ struct Frame {
     QByteArrayList before, after, afterFailure;
 };
 
-Frame frameFor(Access access, bool inSpan) {
+/// together: whether it reads more than one answer, which then are of one moment.
+Frame frameFor(Access access, bool inSpan, bool together) {
     const bool reads = access == Access::Reads;
+    if (!inSpan && reads)
+        return together ? Frame{{beginOneMoment}, {"COMMIT"}, {"ROLLBACK"}} : Frame();
     if (!inSpan)
-        return reads ? Frame() : Frame{{"BEGIN READ WRITE"}, {transactionNumber}, {"ROLLBACK"}};
+        return {{"BEGIN READ WRITE"}, {transactionNumber}, {"ROLLBACK"}};
     const QByteArray back = "ROLLBACK TO command", end = "RELEASE command";
     if (reads)
         return {{"SAVEPOINT command", "SET LOCAL transaction_read_only = on"}, {back, end}, {back, end}};
@@ -177,14 +180,14 @@ std::vector<Result> Session::run(std::vector<Command> commands, Access access, c
     if (const std::optional<Result> known = m_expected.take(commands); known && !changes)
         return {*known};
     refresh(statement);
-    const Frame frame = frameFor(access, inSpan);
+    const std::vector<Command> expected = changes ? std::vector<Command>() : m_expected.commands();
+    const Frame frame = frameFor(access, inSpan, !expected.empty());
     const bool tells = changes && m_beforeChanges;
     std::vector<Command> all = commandsOf(tells ? frame.before + m_beforeChanges() : frame.before);
     const auto first = static_cast<std::ptrdiff_t>(all.size());
     const auto last = first + static_cast<std::ptrdiff_t>(commands.size());
     append(all, std::move(commands));
-    if (!changes)
-        append(all, m_expected.commands());
+    append(all, expected);
     const auto lastExpected = static_cast<std::ptrdiff_t>(all.size());
     append(all, commandsOf(frame.after));
 
@@ -214,7 +217,7 @@ void Session::runInTurn(const std::vector<Command>& changes, const QString& stat
                         const std::function<void(const Result&)>& taken) {
     const Work work(*this, statement);
     m_expected.forget();
-    const Frame frame = frameFor(Access::Changes, true);
+    const Frame frame = frameFor(Access::Changes, true, false);
     std::vector<Command> all = commandsOf(m_beforeChanges ? m_beforeChanges() : QByteArrayList());
     std::vector<std::size_t> places;
     for (const Command& change : changes) {

@@ -27,6 +27,9 @@ enum class Access {
     Changes,  ///< kept as a whole, or nothing of it
 };
 
+/// Begins what reads the records as of its first statement.
+inline constexpr char beginOneMoment[] = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
+
 class Session {
 public:
     /// Throws cannotOpen or general, see openFailureOf.
@@ -50,7 +53,7 @@ public:
                    const std::function<void(const Result&)>& taken);
 
     /// SELECTs without parameters that are likely to be run next, in this order: what reads next brings their results along,
-    /// for as long as nothing else is asked in between. Empty forgets what is left of them.
+    /// for as long as nothing else is asked in between; all of it is of one moment. Empty forgets what is left of them.
     void expect(QByteArrayList statements) { m_expected.set(std::move(statements)); }
     /// How often something was changed by run or runInTurn.
     std::int64_t changesMade() const { return m_changesMade; }

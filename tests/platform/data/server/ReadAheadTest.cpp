@@ -4,10 +4,15 @@
 
 #include "../DataTest.h"
 #include "ServerProxy.h"
+#include "TestServer.h"
 #include "platform/data/Engine.h"
+#include "platform/data/Query.h"
 #include "platform/data/Transaction.h"
+#include "platform/data/Waiter.h"
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -166,6 +171,47 @@ TEST_F(ReadAheadTest, OneThatFailsIsToldWhereItIsOpened) {
     EXPECT_EQ(text(lots), "SPAN") << "the span was left as it was";
 }
 
+/// Does something once the server is waited for.
+class OnceWaiting : public Waiter {
+public:
+    explicit OnceWaiting(std::function<bool()> action) : m_action(std::move(action)) {}
+    bool goesOn(int) override {
+        if (m_action && m_action())
+            m_action = nullptr;
+        return true;
+    }
+    void ended() override {}
+    void foundSaved() override {}
+
+private:
+    std::function<bool()> m_action;  ///< false where it is not the time yet
+};
+
+TEST_F(ReadAheadTest, AllOfThemAreOfTheMomentOfTheFirst) {
+    const QString before = stored(lots);
+    Connection owner;
+    owner.open(source(support::serverOwnerAddress()));
+    std::optional<Transaction> span(owner.engine());
+    run(owner.engine(), u"LOCK TABLE Chemical IN ACCESS EXCLUSIVE MODE"_s);
+    const auto change = [&] {
+        if (stored(u"SELECT count(*) FROM pg_locks WHERE NOT granted"_s) == "0")
+            return false;
+        owner.execute(u"UPDATE Chemical SET chm_Lot = 'LATE' WHERE ChemicalID = 1"_s);
+        span->commit();
+        span.reset();
+        return true;
+    };
+    connection = std::make_shared<Connection>();
+    connection->setWaiter(std::make_shared<OnceWaiting>(change));
+    connection->open(source(location()));
+    const ReadAhead rest(connection, {{lots}});
+    openRow();
+    EXPECT_EQ(text(lots), before);
+    EXPECT_EQ(text(lots), "LATE");
+    setLot("OWN");
+    EXPECT_EQ(text(lots), "OWN") << "nothing was left open";
+}
+
 TEST_F(ReadAheadTest, WithinASpanTheyAreOfTheSpan) {
     Transaction span(connection->engine());
     setLot("SPAN");
@@ -194,7 +240,7 @@ TEST_F(ReadAheadTest, AStatementThatIsNoneIsLeftToItself) {
     EXPECT_NE(stored(u"SELECT count(*) FROM Log"_s), "0");
 }
 
-TEST_F(ReadAheadTest, AFileHasNoneOfIt) {
+TEST_F(ReadAheadTest, AFileHasNoneOfThem) {
     const ConnectionPtr file = std::make_shared<Connection>();
     sorvanto::createSample(path(u"other.mdb"_s));
     file->open(source(path(u"other.mdb"_s)));
