@@ -65,22 +65,45 @@ HistoryRange::HistoryRange(platform::Engine& database, const QDate& first, const
     : m_database(database), m_first(first), m_last(last), m_order(order),
       m_reached(order == HistoryOrder::OldestFirst ? 0 : greatestKey), m_atEnd(!hasHistory(database)) {}
 
+/// A file numbers its rows in the order in which they are kept. On a server a bench can keep one with a lower number than
+/// another bench's that is there already; so all are named at once.
+void HistoryRange::settle() {
+    m_end = keysOf(m_database).second;
+    if (!m_database.isServer())
+        return;
+    const QString sql =
+        u"SELECT HistoryID FROM History WHERE %1 ORDER BY HistoryID"_s.arg(withinDays(m_database));
+    Query row(m_database, sql, sql);
+    bindDays(row, m_first, m_last);
+    bindKeys(row, leastKey, greatestKey);
+    while (row.step())
+        m_keys.push_back(row.integer(0));
+    m_end = m_keys.empty() ? 0 : m_keys.back();
+}
+
+bool HistoryRange::isSettled(std::int64_t key) const {
+    return m_order == HistoryOrder::NewestFirst || !m_database.isServer() ||
+           std::binary_search(m_keys.begin(), m_keys.end(), key);
+}
+
 HistoryRange::Keys HistoryRange::nextStretch() const {
     const auto [first, last] = keysOf(m_database);
     if (m_order == HistoryOrder::OldestFirst) {
         const std::int64_t least = std::max(m_reached + 1, first);
-        return {least, m_database.isServer() ? last : std::min(least + stretch - 1, last)};
+        return {least, m_database.isServer() ? *m_end : std::min(least + stretch - 1, *m_end)};
     }
     const std::int64_t greatest = std::min(m_reached - 1, last);
     return {m_database.isServer() ? first : std::max(greatest - stretch + 1, first), greatest};
 }
 
 void HistoryRange::readOn() {
-    const Keys keys = nextStretch();
-    m_atEnd = m_atEnd || keys.first > keys.second;
+    const bool oldest = m_order == HistoryOrder::OldestFirst;
+    if (oldest && !m_end && !m_atEnd)
+        settle();
+    const Keys keys = m_atEnd ? Keys(1, 0) : nextStretch();
+    m_atEnd = keys.first > keys.second;
     if (m_atEnd)
         return;
-    const bool oldest = m_order == HistoryOrder::OldestFirst;
     const std::size_t most = m_database.isServer() ? farPortion : portion;
     const QString sql = u"SELECT %1 FROM History WHERE %2 ORDER BY HistoryID %3 LIMIT %4"_s.arg(
         historyColumns(), withinDays(m_database), oldest ? u"ASC"_s : u"DESC"_s, QString::number(most));
@@ -96,6 +119,7 @@ void HistoryRange::readOn() {
     else
         m_reached = oldest ? keys.second : keys.first;
     m_atEnd = m_database.isServer() && (oldest ? read.empty() : isWhole);
+    std::erase_if(read, [this](const HistoryEntry& entry) { return !isSettled(entry.number); });
     m_atHand.insert(m_atHand.begin(), std::make_move_iterator(read.rbegin()),
                     std::make_move_iterator(read.rend()));
 }

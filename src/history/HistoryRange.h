@@ -7,6 +7,7 @@
 #include <QDate>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace sorvanto {
 
@@ -15,7 +16,7 @@ enum class HistoryOrder { OldestFirst, NewestFirst };
 class HistoryRange {
 public:
     /// Both days included, as the clock of the computer showed them; an invalid one is no bound. Of a file without history
-    /// there is nothing. Rows that are written meanwhile come as well where the oldest come first, else never.
+    /// there is nothing. Rows that are written meanwhile never come.
     HistoryRange(platform::Engine& database, const QDate& first, const QDate& last,
                  HistoryOrder order = HistoryOrder::OldestFirst);
     std::optional<HistoryEntry> next();
@@ -29,12 +30,17 @@ public:
 
 private:
     using Keys = std::pair<std::int64_t, std::int64_t>;  ///< the least and the greatest
+    /// Oldest first: which rows there are.
+    void settle();
+    bool isSettled(std::int64_t key) const;
     Keys nextStretch() const;
 
     platform::Engine& m_database;
     QDate m_first, m_last;
     HistoryOrder m_order;
     std::int64_t m_reached;              ///< key that was looked at last
+    std::optional<std::int64_t> m_end;   ///< the last key, once settled
+    std::vector<std::int64_t> m_keys;    ///< all, of a server alone
     std::vector<HistoryEntry> m_atHand;  ///< read in advance, in reverse
     bool m_atEnd = false;
 };

@@ -4,6 +4,7 @@
 #include "db/DatabaseCheck.h"
 #include "db/RecordsCopy.h"
 #include "history/HistoryBook.h"
+#include "history/HistoryRange.h"
 #include "history/HistoryRestore.h"
 
 using namespace Qt::StringLiterals;
@@ -165,6 +166,21 @@ TEST_F(ServerHistoryTest, MoneyOfEachSizeComesBackToTheTenThousandth) {
     EXPECT_EQ(addDeletedRows(connection->engine(), deleted), Restored::Whole);
     transaction.commit();
     EXPECT_EQ(outside(u"SELECT chm_AWP FROM Chemical WHERE ChemicalID = 1"_s), "922337203685477.5807");
+}
+
+/// Numbers are given out before a change is kept.
+TEST_F(ServerHistoryTest, ARowThatIsKeptLateWithALowerNumberIsNotReadAmongTheOthers) {
+    outside(u"INSERT INTO Chemical (chm_Name) SELECT 'Urea' FROM generate_series(1, 2400)"_s);
+    place().unlockHistory(path);
+    outside(u"UPDATE History SET HistoryID = HistoryID + 10000 WHERE HistoryID > 2300"_s);
+    const int rows = outside(u"SELECT count(*) FROM History"_s).toInt();
+    HistoryRange range(connection->engine(), {}, {});
+    EXPECT_EQ(range.next()->number, 1);
+    outside(u"UPDATE History SET HistoryID = 2350 WHERE HistoryID = 1"_s);
+    int read = 1;
+    for (auto entry = range.next(); entry; entry = range.next(), ++read)
+        EXPECT_NE(entry->number, 2350);
+    EXPECT_EQ(read, rows);
 }
 
 }  // namespace
