@@ -13,7 +13,8 @@ namespace sorvanto {
 
 class Heartbeat : public QObject {
 public:
-    /// Hears of a block: its milliseconds, and the delivery that took longest in it, "cmdExport (QAction)".
+    /// Hears of a block: its milliseconds, and the delivery that took longest in it, "cmdExport (QAction)"; of those that are
+    /// one inside the other the innermost that took most of it.
     using Listener = std::function<void(qint64 milliseconds, const QString& event)>;
     /// Milliseconds since some moment.
     using Clock = std::function<qint64()>;
@@ -29,7 +30,7 @@ private:
     void look();
     void tellOfBlock(qint64 now);
 
-    qint64 m_limit, m_since = 0, m_longest = 0;
+    qint64 m_limit, m_since = 0, m_longest = 0, m_longestBegan = 0;
     Listener m_listener;
     Clock m_clock;
     QElapsedTimer m_time;

@@ -53,6 +53,24 @@ TEST_F(HeartbeatTest, TellsHowLongABlockTookAndWhoTookLongest) {
     EXPECT_EQ(blocks.back(), "101 cmdPrint (QAction)");
 }
 
+// A click comes to its button through the window, a key through window and box to the action.
+TEST_F(HeartbeatTest, TheActionIsNamedAndNotTheWindowThatItCameThrough) {
+    event(u"frmMainWindow"_s, [&] {
+        deliver(u"txtSearch"_s, [&] {
+            now += 5;
+            deliver(u"cmdExport"_s, [&] { now += 190; });
+        });
+        deliver(u"lblState"_s, [&] { now += 5; });
+    });
+    ASSERT_EQ(blocks.size(), 1);
+    EXPECT_EQ(blocks.back(), "200 cmdExport (QAction)");
+    event(u"frmMainWindow"_s, [&] {
+        deliver(u"cmdNext"_s, [&] { now += 20; });
+        now += 150;
+    });
+    EXPECT_EQ(blocks.back(), "170 frmMainWindow (QAction)");
+}
+
 TEST_F(HeartbeatTest, UpToTheLimitNobodyIsTold) {
     event(u"cmdNext"_s, [&] { now += 100; });
     event(u"cmdNext"_s, [&] { now += 100; });
