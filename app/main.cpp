@@ -81,5 +81,6 @@ int main(int argc, char** argv) {
     report(*problems);
     window.show();
     application.noteBlocks(context);
+    Application::showLongSealing();
     return Application::exec();
 }

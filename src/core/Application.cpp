@@ -1,11 +1,14 @@
 // Qt can't carry an exception through its event loop, so it is caught where each event enters.
 #include "core/Application.h"
 
+#include "history/HistorySeal.h"
 #include "shared/Context.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Guard.h"
 
 #include <QAbstractEventDispatcher>
+#include <QThread>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +25,16 @@ void Application::noteBlocks(const Context& context) {
 void Application::watchBlocks(qint64 limit, Heartbeat::Listener listener, Heartbeat::Clock clock) {
     m_heartbeat =
         std::make_unique<Heartbeat>(*eventDispatcher(), limit, std::move(listener), std::move(clock));
+}
+
+// The change is one statement, in which no event can be heard.
+void Application::showLongSealing() {
+    onLongSealing([] {
+        if (QThread::currentThread() != qApp->thread())
+            return;
+        setOverrideCursor(Qt::WaitCursor);
+        QTimer::singleShot(0, qApp, [] { restoreOverrideCursor(); });
+    });
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

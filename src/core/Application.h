@@ -21,6 +21,9 @@ public:
     /// From now on the listener hears of each block of more than so many milliseconds, of that clock if there is one.
     void watchBlocks(qint64 limit, Heartbeat::Listener listener, Heartbeat::Clock clock = {});
 
+    /// From now on the mouse shows that the program is at work while a change seals many that other programs made.
+    static void showLongSealing();
+
     bool notify(QObject* receiver, QEvent* event) override;
 
 private:

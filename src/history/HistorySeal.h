@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <vector>
 
 namespace sorvanto {
@@ -30,6 +31,12 @@ bool hasHistory(platform::Engine& database);
 /// file were written by others: they are sealed first and marked as from outside. Nothing happens to a file
 /// without history. To be called again when the file has been brought up to date.
 void keepHistory(const platform::Connection& connection, const HistoryWriter& writer = currentWriter());
+
+/// Rows of other programs that are sealed within a moment.
+inline constexpr int quicklySealed = 5000;
+/// Called within a change of this program that seals more of them before it, once, from the thread of the change. An empty
+/// function: nobody is told. The change goes on afterwards: no statement may run in it.
+void onLongSealing(std::function<void()> told);
 
 /// Gives the engine history_hash(...): the SHA-256 of its arguments, each with its type and length. A row's digest
 /// is that of salt, name and fields; its seal that of the seal before, its other values and its digest.

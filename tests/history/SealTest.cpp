@@ -48,6 +48,30 @@ TEST_F(SealTest, OneStatementOnManyRowsIsOneChain) {
     EXPECT_EQ(problems(), QStringList());
 }
 
+// A change that takes its time because of them can be shown to do so; the chain is what it is without that.
+TEST_F(SealTest, ManyRowsOfOtherProgramsAreToldOfOnce) {
+    int told = 0;
+    onLongSealing([&] { ++told; });
+    const auto strangers = [&](int rows) {
+        outside(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                "INSERT INTO Chemical (chm_Name) SELECT 'Urea' FROM n"_s.arg(rows));
+    };
+    strangers(quicklySealed);
+    run("INSERT INTO Patient (pat_LName) VALUES ('Stone')");
+    EXPECT_EQ(told, 0);
+    strangers(quicklySealed + 100);
+    run("INSERT INTO Patient (pat_LName) VALUES ('Reed')");
+    EXPECT_EQ(told, 1);
+    strangers(10);
+    run("INSERT INTO Patient (pat_LName) VALUES ('Hill')");
+    EXPECT_EQ(told, 1);
+    strangers(quicklySealed + 100);
+    run("INSERT INTO Patient (pat_LName) VALUES ('Moss')");
+    EXPECT_EQ(told, 2) << "each change by itself";
+    onLongSealing({});
+    EXPECT_EQ(problems(), QStringList());
+}
+
 TEST_F(SealTest, AChangeThatIsTakenBackLeavesNothing) {
     run("INSERT INTO Chemical (chm_Name) VALUES ('Urea')");
     EXPECT_THROW(run("INSERT INTO FormChem (FormulaID, ChemicalID) VALUES (5, 1)"), platform::RuntimeError);
