@@ -2,6 +2,7 @@
 sorvanto_bench(bench_blocks SOURCES ${CMAKE_CURRENT_LIST_DIR}/blocks_bench.cpp
                                    ${CMAKE_CURRENT_LIST_DIR}/blocks.cpp
                                    ${CMAKE_CURRENT_LIST_DIR}/blocks_windows.cpp
+                                   ${CMAKE_CURRENT_LIST_DIR}/blocks_rest.cpp
                                    ${CMAKE_CURRENT_LIST_DIR}/whole_program.cpp
                                    ${CMAKE_CURRENT_LIST_DIR}/program_folder.cpp
                LINKS sorvanto::core sorvanto::database_file SQLite::SQLite3 Qt6::Test)

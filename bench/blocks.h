@@ -35,10 +35,18 @@ private:
     QObject m_loop;
 };
 
+/// The first change: what the file was filled with by other programs is sealed before it.
+void sealOthers(Blocks& blocks);
 /// A record of each kind written anew, saved, thrown away and brought back.
 void changeRecords(WholeProgram& program, Blocks& blocks);
 /// Each window that reads many records.
 void openWindows(WholeProgram& program, Blocks& blocks);
+/// Deletions taken back, options, a PDF of all pages; in a folder with many copies and closed mixes.
+void restOfTheWork(WholeProgram& program, Blocks& blocks);
+/// A thousand closed mixes in the journal of the program folder.
+void fillJournal();
+/// Closes a program that has just been started. Nothing else can be measured in it afterwards.
+void endTheProgram(WholeProgram& program, Blocks& blocks);
 /// Dark and light.
 void changeLooks(QApplication& application, WholeProgram& program, Blocks& blocks);
 

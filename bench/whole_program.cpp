@@ -33,9 +33,12 @@ void ReplyingAsker::showModal(QObject& window, const std::function<void()>&) {
     form.hide();
 }
 
-WholeProgram::WholeProgram(int rows, const char* statements) : m_folder(rows) {
+WholeProgram::WholeProgram(int rows, const char* statements, const std::function<void()>& prepare)
+    : m_folder(rows) {
     m_folder.run(statements);
     platform::setProgramFolder(m_folder.path());
+    if (prepare)
+        prepare();
     platform::setApplicationTitle(u"Sorvanto Control Panel"_s);
     platform::setAsker(&asker);
     m_window = std::make_unique<sorvanto::frmMain>(sorvanto::realParts(sorvanto::basMain::context()));

@@ -29,8 +29,8 @@ public:
 
 class WholeProgram {
 public:
-    /// rows: of every table; statements: run on the file before the start.
-    WholeProgram(int rows, const char* statements);
+    /// rows: of every table; statements: run on the file before the start; prepare: then, with the program folder set.
+    WholeProgram(int rows, const char* statements, const std::function<void()>& prepare = {});
     /// Ends the process when anything was reported: what failed is no figure.
     ~WholeProgram();
 
