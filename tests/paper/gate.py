@@ -3,6 +3,7 @@
 
   gate.py PROGRAMS LANGUAGES             a seeded sample of the combinations (SEED to repeat one)
   gate.py PROGRAMS LANGUAGES --long      all of them
+  gate.py PROGRAMS LANGUAGES --server    each report with each data, its records on a server; with --long all
   gate.py --self-test                    planted faults, on made-up pages
 
 PROGRAMS is the folder of sorvanto-report and sorvanto-db, LANGUAGES that of the language files. Combinations are
@@ -12,6 +13,7 @@ the faults, each with the command that shows it.
 """
 import argparse
 import concurrent.futures
+import contextlib
 import itertools
 import os
 import pathlib
@@ -25,12 +27,14 @@ import expected
 import fixtures
 import pages
 import self_test
+import served
 import sheets
 
 SYSTEMS = {"English": "en_US", "Spanish": "es_ES", "German": "de_DE", "French": "fr_FR", "Russian": "ru_RU",
            "Portuguese": "pt_PT", "Italian": "it_IT", "Swiss": "fr_CH"}
 CURRENCIES = {"dollars": "$", "euros": "€", "francs": "CHF", "reais": "R$"}
 SHOWN_FAULTS = 60
+SERVED_BOOKS = 4  # spreadsheets of a normal run on a server: the office program takes most of the time
 
 
 class Combination:
@@ -44,8 +48,8 @@ class Combination:
 class Desk:
     """Where a run's files lie, and the way to make one paper."""
 
-    def __init__(self, programs, languages, folder):
-        self.programs, self.folder = programs, folder
+    def __init__(self, programs, languages, folder, server=None):
+        self.programs, self.folder, self.server = programs, folder, server
         self.words = {}
         for file in languages.glob("*Translation.xml"):
             (folder / file.name).write_bytes(file.read_bytes())
@@ -54,10 +58,14 @@ class Desk:
         for name, symbol in CURRENCIES.items():
             fixtures.write_options(folder / f"{name}.xml", symbol)
         self.databases = fixtures.make_databases(folder, programs / "sorvanto-db")
+        if server:
+            served.copy_all(server, programs / "sorvanto-db", self.databases)
 
     def command(self, combination, pdf, xls=None):
+        place = (served.address(self.server, combination.fixture) if self.server
+                 else self.databases[combination.fixture])
         arguments = [self.programs / "sorvanto-report", combination.report, *expected.REPORTS[combination.report][0],
-                     "--database", self.databases[combination.fixture], "--language", combination.language,
+                     "--database", place, "--language", combination.language,
                      "--options", self.folder / f"{combination.currency}.xml", "--pdf", pdf]
         return [str(each) for each in arguments + (["--xls", xls] if xls else [])]
 
@@ -72,6 +80,8 @@ class Desk:
         xls = self.folder / f"{number}.xls" if with_sheet else None
         environment = {**os.environ, "LC_ALL": SYSTEMS[combination.language] + ".UTF-8", "TZ": "UTC"}
         environment.pop("LANGUAGE", None)
+        if self.server:
+            environment |= served.password(self.server)
         run = subprocess.run(self.command(combination, pdf, xls), capture_output=True, env=environment, check=False)
         sheet = self.wanted(combination)
         if run.returncode != 0:
@@ -105,6 +115,14 @@ def sample(seed):
     return chosen
 
 
+def first_of_each(combinations):
+    """Each report with each data once, the languages in turn."""
+    pairs = {}
+    for combination in combinations:
+        pairs.setdefault((combination.report, combination.fixture), []).append(combination)
+    return [each[index % len(each)] for index, each in enumerate(pairs.values())]
+
+
 def spread(combinations, count):
     """So many combinations, each report with each data among them."""
     first = {}
@@ -114,9 +132,9 @@ def spread(combinations, count):
     return set((list(first.values()) + rest)[:count])
 
 
-def run(programs, languages, combinations, sheet_count):
+def run(programs, languages, combinations, sheet_count, server=None):
     with tempfile.TemporaryDirectory(prefix="paper-") as place:
-        desk = Desk(programs, languages, pathlib.Path(place))
+        desk = Desk(programs, languages, pathlib.Path(place), server)
         # A recall's spreadsheet has two sheets, which its own tests read.
         with_sheet = {each for each in spread(combinations, sheet_count) if each.report != "recall"}
         faults, values = [], 0
@@ -141,6 +159,7 @@ def main():
     parser.add_argument("--long", action="store_true")
     parser.add_argument("--self-test", action="store_true")
     parser.add_argument("--only", default="", help="combinations whose name has this text, of all")
+    parser.add_argument("--server", action="store_true", help="the records on a server of its own")
     parser.add_argument("--paper-only", action="store_true", help="no spreadsheets")
     arguments = parser.parse_args()
     if arguments.self_test:
@@ -152,12 +171,19 @@ def main():
     combinations = all_combinations() if whole or arguments.only else sample(seed)
     combinations = [each for each in combinations if arguments.only in str(each)]
     books = 0 if arguments.paper_only else len(combinations) if whole or arguments.only else 32
-    faults, values, books, cells = run(arguments.programs, arguments.languages, combinations, books)
+    with contextlib.ExitStack() as at_the_end:
+        server = None
+        if arguments.server:
+            server = served.start(at_the_end)
+            if not whole and not arguments.only:
+                combinations, books = first_of_each(combinations), min(books, SERVED_BOOKS)
+        faults, values, books, cells = run(arguments.programs, arguments.languages, combinations, books, server)
     for fault in faults[:SHOWN_FAULTS]:
         print(fault)
     if len(faults) > SHOWN_FAULTS:
         print(f"... and {len(faults) - SHOWN_FAULTS} more")
-    print(f"paper: {len(combinations)} combinations, {values} values; {books} spreadsheets, {cells} cells; "
+    name = "paper on a server" if arguments.server else "paper"
+    print(f"{name}: {len(combinations)} combinations, {values} values; {books} spreadsheets, {cells} cells; "
           f"{len(faults)} faults" + ("" if whole else f" (seed {seed})"))
     return 1 if faults or not combinations else 0
 

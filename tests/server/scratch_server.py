@@ -21,8 +21,8 @@ def free_port():
 class Server:
     """A server in a scratch folder, and its benches' way of asking it."""
 
-    def __init__(self, *options):
-        self.scratch = pathlib.Path(tempfile.mkdtemp(prefix="srv", dir="/tmp"))  # a socket's path is short
+    def __init__(self, *options, place="/tmp"):
+        self.scratch = pathlib.Path(tempfile.mkdtemp(prefix="srv", dir=place))  # a socket's path is short
         self.scratch.chmod(0o755)
         self.folder = self.scratch / "s"
         self.port = free_port()

@@ -7,8 +7,10 @@
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordList.h"
 
+#include <QDateTimeEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <algorithm>
 
 using namespace sorvanto;
 using namespace Qt::StringLiterals;
@@ -79,6 +81,15 @@ protected:
         asker.expectModal("frmMake", [](QWidget& make) {
             QTest::keyClicks(support::child<platform::NumberBox>(make, "txtQTY"), "30");
             support::child<QPushButton>(make, "OKButton")->click();
+        });
+    }
+    /// Of all batches.
+    void answerDates() {
+        asker.expectModal("frmReportDate", [](QWidget& form) {
+            const auto day = [](int year) { return QDateTime(QDate(year, 1, 1), QTime(0, 0), Qt::UTC); };
+            support::child<QDateTimeEdit>(form, "dtBegin")->setDateTime(day(2000));
+            support::child<QDateTimeEdit>(form, "dtEnd")->setDateTime(day(2040));
+            support::child<QPushButton>(form, "cmdOK")->click();
         });
     }
     void sign() {
@@ -180,6 +191,28 @@ TEST_F(ScreenTripsTest, Logs) {
                            {"cmdCancel", 2}});
     expectSearch("batch", "?" + sqlText("SELECT \"log_Lot\" FROM \"Log\" WHERE \"LogID\" = 2"), 4);
     expectReport("batch", "mnuFormulaLog", 2);
+}
+
+TEST_F(ScreenTripsTest, ALineThatIsLostWhileAReportIsReadNeverLeavesHalfOfOne) {
+    using Fault = support::ServerProxy::Fault;
+    startAlone();
+    click("cmdLogs");
+    const auto exported = [&](Fault fault) {
+        folder.write("LogReport.xls", "former");
+        answerDates();
+        m_place.line().arm("TotalLogs", fault);
+        click("mnuReportx");
+        EXPECT_FALSE(m_place.line().isArmed());
+        return folder.read("LogReport.xls");
+    };
+    EXPECT_TRUE(exported(Fault::LoseReply).startsWith("\xD0\xCF\x11\xE0")) << "read whole by another line";
+    EXPECT_EQ(exported(Fault::LoseServer), "former");
+    m_place.line().refuse(false);
+    EXPECT_TRUE(std::any_of(reporter->calls.begin(), reporter->calls.end(), [](const auto& call) {
+        return call.tag == "rptLogReport:FormulaID"_L1 && call.description.contains(u"can't be reached"_s);
+    }));
+    dropReports();
+    EXPECT_FALSE(closePreview());
 }
 
 TEST_F(ScreenTripsTest, TheListOfASearchedLog) {

@@ -25,7 +25,7 @@ enum class Paper {
 /// One report to make. A field that the report doesn't take keeps its default.
 struct Order {
     Paper paper = Paper::Worksheet;
-    QString database;
+    QString database;      ///< a file, or the address of a server
     QString pdf, xls;      ///< files to write; at least one is given
     int language = -1;     ///< number as in the options, -1: the one of the options
     QString options;       ///< file; empty: options.xml of the program's folder

@@ -1,4 +1,4 @@
-// Options and language file are copied, the database is opened where it lies.
+// Options and language file are copied, the records are opened where they lie: a file, or a server.
 #include "report/Pharmacy.h"
 
 #include "config/clsLanguage.h"
@@ -8,6 +8,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/DataLocation.h"
 #include "shared/ErrorReporter.h"
+#include "shared/RecordsVersion.h"
 #include "shared/Translator.h"
 #include "shared/basMain.h"
 
@@ -56,6 +57,10 @@ void Pharmacy::open(const Order& order) {
     readLanguage(order);
     for (const QString& name : mixTypeNames())
         m_context.mixTypes << translated(name);
+    if (m_context.connection->isServer()) {
+        if (const QString why = versionRefused(*m_context.connection); !why.isEmpty())
+            m_failures << why;
+    }
     if (!m_failures.isEmpty())
         throw RuntimeError(platform::error::general, m_failures.join('\n'_L1));
 }

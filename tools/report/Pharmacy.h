@@ -19,10 +19,11 @@ public:
     Pharmacy(const Pharmacy&) = delete;
     Pharmacy& operator=(const Pharmacy&) = delete;
 
-    /// Throws RuntimeError where the options, the language file or the database can't be read.
+    /// Throws RuntimeError where the options, the language file or the database can't be read, or the records on a server
+    /// are not of this program's version.
     void open(const Order& order);
     /// What it has opened, for the reports.
-    Context& context() { return m_context; }
+    Context& context() const { return m_context; }
     /// What went wrong inside procedures that hand nothing on.
     const QStringList& failures() const { return m_failures; }
 

@@ -3,6 +3,7 @@
 #include "platform/basic/Paths.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Version.h"
+#include "platform/data/Engine.h"
 #include "platform/report/PreviewNotices.h"
 #include "platform/report/ReportOutput.h"
 #include "platform/report/ReportRun.h"
@@ -10,6 +11,7 @@
 #include "report/Papers.h"
 #include "report/Pharmacy.h"
 #include "setup/ProgramFolder.h"
+#include "shared/Context.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -43,14 +45,24 @@ QStringList warnings(const platform::PageDocument& document) {
     return sentences;
 }
 
+/// Reads the report's records, all as of one moment; they are held no longer than that.
+std::unique_ptr<platform::Report> readReport(const Pharmacy& pharmacy, const Order& order,
+                                             const QString& programFolder) {
+    const platform::Connection& records = *pharmacy.context().connection;
+    QStringList folders{programFolder};
+    if (!records.isServer())
+        folders.prepend(QFileInfo(order.database).absolutePath());
+    const auto look = records.engine().beginLook();
+    return makeReport(pharmacy.context(), order, folders);
+}
+
 /// Makes the report and writes its files; gives what is to be told instead when there is nothing to write.
 QStringList make(const Order& order, const Answers& answers, QTextStream& err) {
     const QString folder = chooseProgramFolder(Surroundings::ofProcess(order.folder)).path;
     Pharmacy pharmacy(folder);
     pharmacy.open(order);
     const auto problems = [&] { return pharmacy.failures() + answers.said(); };
-    std::unique_ptr<platform::Report> report =
-        makeReport(pharmacy.context(), order, {QFileInfo(order.database).absolutePath(), folder});
+    std::unique_ptr<platform::Report> report = readReport(pharmacy, order, folder);
     if (!problems().isEmpty() || !report || report->isUnloaded())
         return problems();
     platform::ReportRun run(std::move(report));
