@@ -7,6 +7,7 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/ask/Ask.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/widgets/UnderWay.h"
 #include "shared/Context.h"
 #include "shared/DraftStore.h"
 #include "shared/Guard.h"
@@ -41,6 +42,8 @@ void frmMain::keepTypedText() {
 
 // While something is mixed the panel is needed, without a gap. Typed text is kept as after a crash, and nothing is asked.
 void frmMain::beginAnew(bool onCopy) {
+    if (platform::UnderWay::any())
+        return platform::whenIdle(*this, [this, onCopy] { beginAnew(onCopy); });
     guarded(u"frmMain:beginAnew"_s, [&] {
         if (m_control && m_control->mixUnderWay()) {
             platform::MsgBox(translated(u"A mix is under way. Try again when it has ended."_s),

@@ -101,6 +101,18 @@ TEST_F(QuitTest, AWindowThatIsClosedDuringLongWorkClosesAtItsEnd) {
     EXPECT_TRUE(test::waitFor([&] { return programEnds == 1; }));
 }
 
+TEST_F(QuitTest, AStartAnewWaitsForTheEndOfLongWork) {
+    click(u"cmdChemicals"_s);
+    click(u"cmdCancel"_s);
+    {
+        const platform::LongWork work(u"Taking prices"_s);
+        serverWays.readCopy();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(restarts.empty());
+    }
+    EXPECT_TRUE(test::waitFor([&] { return restarts.size() == 1; }));
+}
+
 TEST_F(QuitTest, ASessionEndThatWasCalledOffIsForgotten) {
     startMix();
     endSession();
