@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QToolButton>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace sorvanto;
@@ -70,6 +71,13 @@ void DeskWalk::endTheMix() {
     EXPECT_TRUE(test::waitFor([&] { return waits() || !panelButton("mixerStop")->isVisible(); }));
 }
 
+void DeskWalk::endsInAWait() {
+    if (!std::exchange(m_endsInAWait, false))
+        return;
+    ++mixesEnded;
+    line.run(wholeMix);
+}
+
 void DeskWalk::loseLinkAndBack() {
     line.cut();
     support::settle();
@@ -127,6 +135,12 @@ bool DeskWalk::take(Step step) {
         step.text += u", the mix ends inside"_s;
         model.mixEnds();
     }
+    if (!inside && before == Mix::Running && model.mix == Mix::Running && model.questions.empty() &&
+        wantsEndInAWait()) {
+        step.text += u", the mix ends in a wait"_s;
+        m_endsInAWait = true;
+        model.mixEnds();
+    }
     model.rest();
     for (const desk::Question& question : model.questions)
         step.text += u", %1 %2"_s.arg(question.window, question.press);
@@ -137,6 +151,8 @@ bool DeskWalk::take(Step step) {
     for (const desk::Question& question : model.questions)
         expectWindow(question, inside && &question == &model.questions.front());
     step.inWindow();
+    if (std::exchange(m_endsInAWait, false))  // nothing was waited for
+        endTheMix();
     EXPECT_TRUE(test::waitFor([&] { return shown.size() >= came && !modalOnShow(); }))
         << "a window did not come up";
     const bool starts = model.mix == Mix::Loaded, runs = model.mix == Mix::Running;

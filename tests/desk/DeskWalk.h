@@ -17,6 +17,11 @@ protected:
     /// Walks until the steps are done or the windows differ from the model.
     void walk(int steps, unsigned seed);
 
+    /// Asked where a mix runs: whether it is to end while this step waits for an answer, by endsInAWait().
+    virtual bool wantsEndInAWait() { return false; }
+    /// To be called in a wait; does what was wanted, once.
+    void endsInAWait();
+
     desk::Model model{[this](int count) { return pick(count); }};
     int windowsSeen = 0, mixesEnded = 0;
 
@@ -58,4 +63,5 @@ private:
     std::map<sorvanto::ScreenNumber, std::vector<std::pair<QString, bool>>> m_controls;  ///< name, open
     std::deque<QString> m_lastSteps;
     int m_step = 0;
+    bool m_endsInAWait = false;
 };

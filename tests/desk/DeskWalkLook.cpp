@@ -85,8 +85,10 @@ void DeskWalk::readControls() {
     for (const ScreenNumber number : recordScreens) {
         auto& controls = m_controls[number];
         controls.clear();
-        for (const QString& state : lockStates(number).split('\n', Qt::SkipEmptyParts))
-            controls.push_back({state.section(':', 0, 0), state.endsWith(": open"_L1)});
+        for (const QString& state : lockStates(number).split('\n', Qt::SkipEmptyParts)) {
+            if (!state.startsWith("lnkRecipeChanges"_L1))  // a server has a history of what was seeded, too
+                controls.push_back({state.section(':', 0, 0), state.endsWith(": open"_L1)});
+        }
     }
 }
 
@@ -161,18 +163,22 @@ QString DeskWalk::rowsInModel() const {
 }
 
 QString DeskWalk::rowsInFile() const {
-    QString reading;
+    QStringList rows;
+    const auto read = [&](const QString& statement) {
+        rows << sqlText(statement).split('\n', Qt::SkipEmptyParts);
+    };
     for (const ScreenNumber number : recordScreens) {
-        reading += u"SELECT '%1', %2"_s.arg(QLatin1String(desk::tableOf(number)),
-                                            QLatin1String(desk::keyOf(number)));
+        QString reading = u"SELECT '%1', %2"_s.arg(QLatin1String(desk::tableOf(number)),
+                                                   QLatin1String(desk::keyOf(number)));
         for (const desk::Box& box : desk::boxes()) {
             if (box.screen == number)
                 reading += u", "_s + QLatin1String(box.column);
         }
-        reading += u" FROM %1 ORDER BY 2;"_s.arg(QLatin1String(desk::tableOf(number)));
+        read(reading + u" FROM %1 ORDER BY 2"_s.arg(QLatin1String(desk::tableOf(number))));
     }
-    return sqlText(reading + u"SELECT 'line', FormulaID, ChemicalID FROM FormChem ORDER BY 2, 3;"
-                             "SELECT 'rx', LogID FROM RXs ORDER BY 2;"_s);
+    read(u"SELECT 'line', FormulaID, ChemicalID FROM FormChem ORDER BY 2, 3"_s);
+    read(u"SELECT 'rx', LogID FROM RXs ORDER BY 2"_s);
+    return rows.join('\n');
 }
 
 // The walk begins with what stands in the file.

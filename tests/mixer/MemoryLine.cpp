@@ -1,6 +1,8 @@
 // The line in memory, and formula documents for it.
 #include "MemoryLine.h"
 
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace sorvanto::test {
@@ -47,15 +49,27 @@ bool MemoryPort::write(const QByteArray& bytes) {
         m_line.transcript << QString::fromLatin1(reply).trimmed() + (lost ? u"   (lost)"_s : QString());
         if (lost)
             continue;
-        QMetaObject::invokeMethod(
-            this,
-            [this, reply] {
-                if (m_open)
-                    emit bytesRead(reply);
-            },
-            Qt::QueuedConnection);
+        arrive(reply);
     }
     return true;
+}
+
+void MemoryPort::arrive(const QByteArray& reply) {
+    const auto hear = [this, reply] {
+        if (m_open)
+            emit bytesRead(reply);
+    };
+    if (!m_line.likeASocket) {
+        QMetaObject::invokeMethod(this, hear, Qt::QueuedConnection);
+        return;
+    }
+    auto* arrival = new QTimer(this);
+    arrival->setSingleShot(true);
+    arrival->callOnTimeout(this, [hear, arrival] {
+        arrival->deleteLater();
+        hear();
+    });
+    arrival->start(0);
 }
 
 platform::XmlDocumentPtr formulaDocument(const QString& customMix, int type, int jar, int make,

@@ -4,6 +4,7 @@
 //   line.arrives      false: commands do not even arrive
 //   line.present      false: the port can't be opened
 //   line.loseReplies  number of the next replies to lose
+//   line.likeASocket  replies come by a timer, which does not run while the program waits for a server
 //   line.alter        changes a reply on its way
 //   line.cut()        the plug is pulled
 //   line.transcript   every frame both ways, one a line; a lost reply is marked
@@ -28,6 +29,7 @@ struct MemoryLine {
     bool answers = true;
     bool arrives = true;
     bool present = true;
+    bool likeASocket = false;
     int loseReplies = 0;
     std::function<void(protocol::Frame& reply)> alter;
     QStringList transcript;
@@ -53,6 +55,8 @@ public:
     QString errorText() const override { return m_line.present ? QString() : u"no such port"_s; }
 
 private:
+    void arrive(const QByteArray& reply);
+
     MemoryLine& m_line;
     bool m_open = false;
     protocol::FrameDecoder m_decoder{protocol::Direction::ToMixer};

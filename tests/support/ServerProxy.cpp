@@ -123,6 +123,7 @@ public:
     bool refused = false;
     int delay = 0, trips = 0, lines = 0;
     QByteArray messages;
+    std::function<void()> asked;
 
 private:
     void run();
@@ -206,6 +207,8 @@ void ServerProxy::Loop::fromClient(Wire& wire) {
     if (std::exchange(wire.answered, false)) {
         ++trips;
         messages += '\n';
+        if (asked)
+            asked();
     }
     messages += bytes;
     if (armed && bytes.contains(text) && skipped-- == 0) {
@@ -297,6 +300,10 @@ QString ServerProxy::takeMessages() {
     static const QRegularExpression noText(QStringLiteral("[^ -~\\n]+"));
     const QByteArray bytes = m_loop->change([this] { return std::exchange(m_loop->messages, {}); });
     return QString::fromLatin1(bytes).replace(noText, QStringLiteral(" ")).trimmed();
+}
+
+void ServerProxy::whenAsked(std::function<void()> asked) {
+    m_loop->change([&] { m_loop->asked = std::move(asked); });
 }
 
 int ServerProxy::lines() const {

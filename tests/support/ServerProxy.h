@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace support {
@@ -42,6 +43,8 @@ public:
     int takeTrips();
     /// What these were, a line each as far as it is text; forgotten then.
     QString takeMessages();
+    /// Called each time the client begins to wait, from a thread of its own.
+    void whenAsked(std::function<void()> asked);
     /// How many lines were opened.
     int lines() const;
 
