@@ -9,6 +9,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/Values.h"
 #include "platform/widgets/Texts.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QLocale>
 #include <QScopedValueRollback>
@@ -47,7 +48,10 @@ QString numberShown(const QVariant& value, const QString& picture) {
 
 }  // namespace
 
-RecordModel::RecordModel(QObject* parent) : QAbstractTableModel(parent) {}
+RecordModel::RecordModel(QObject* parent) : QAbstractTableModel(parent) {
+    m_again.setSingleShot(true);
+    m_again.callOnTimeout(this, [this] { whenIdle(*this, [this] { follow(); }); });
+}
 
 RecordModel::~RecordModel() {
     if (m_rows)
@@ -100,7 +104,7 @@ void RecordModel::setRows(const RecordsetPtr& rows) {
 }
 
 void RecordModel::follow() {
-    if (m_ownChange)
+    if (m_ownChange || !m_rows)
         return;
     const int count = m_rows->isOpen() ? static_cast<int>(m_rows->recordCount()) : 0;
     if (count != m_count) {
@@ -121,8 +125,15 @@ QVariant RecordModel::value(int row, int column) const {
     try {
         return m_rows->valueAt(row, field);
     } catch (const RuntimeError&) {
+        askAgain();
         return {};  // a row that is gone paints as an empty one
     }
+}
+
+// A view that is painted while another statement waits gets no row that is not kept already: it is painted once more.
+void RecordModel::askAgain() const {
+    if (UnderWay::any())
+        m_again.start(0);
 }
 
 bool RecordModel::makeCurrent(int row) {

@@ -4,6 +4,7 @@
 #include "platform/widgets/RecordGrid.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 namespace platform {
 
@@ -59,6 +60,7 @@ private:
 
     void findFields();
     void follow();
+    void askAgain() const;
     bool write(int row, int column, const QVariant& value);
 
     std::vector<GridColumn> m_columns;
@@ -67,6 +69,7 @@ private:
     RecordsetPtr m_rows;
     int m_callback = 0;
     int m_count = 0;
+    mutable QTimer m_again;  ///< runs once a row was refused in a wait
     bool m_allowUpdate = false, m_ownChange = false, m_telling = false, m_lastEditTaken = true;
 };
 
