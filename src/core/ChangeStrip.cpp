@@ -19,15 +19,27 @@ namespace {
 
 constexpr int stripPictureSize = 20;
 
+QString doneByProgram(const RecordChange& change) {
+    if (change.ofIngredient)
+        return translated(u"%2 was changed by another program at %1"_s);
+    return change.deleted ? translated(u"Deleted by another program at %1"_s)
+                          : translated(u"Changed by another program at %1"_s);
+}
+
+QString doneAtBench(const RecordChange& change) {
+    if (change.ofIngredient)
+        return translated(u"%3 was changed at %1 at %2"_s);
+    return change.deleted ? translated(u"Deleted at %1 at %2"_s) : translated(u"Changed at %1 at %2"_s);
+}
+
 QString whatHappened(const RecordChange& change) {
     const QString when = momentText(change.last);
     if (change.bench.isEmpty())
-        return (change.deleted ? translated(u"Deleted by another program at %1"_s)
-                               : translated(u"Changed by another program at %1"_s))
-            .replace(u"%1"_s, when);
-    return (change.deleted ? translated(u"Deleted at %1 at %2"_s) : translated(u"Changed at %1 at %2"_s))
+        return doneByProgram(change).replace(u"%1"_s, when).replace(u"%2"_s, change.name);
+    return doneAtBench(change)
         .replace(u"%2"_s, when)
-        .replace(u"%1"_s, change.bench);
+        .replace(u"%1"_s, change.bench)
+        .replace(u"%3"_s, change.name);
 }
 
 }  // namespace
@@ -48,7 +60,7 @@ void ChangeStrip::setChange(const RecordChange* change, bool editing) {
     if (!change)
         return hide();
     QString text = whatHappened(*change) + u'.';
-    if (editing && !change->deleted)
+    if (editing && !change->deleted && !change->ofIngredient)
         text += u' ' + translated(u"What you save replaces it."_s);
     const bool isNew = isHidden() || text != m_text->text();
     const platform::Theme& colors = platform::theme();

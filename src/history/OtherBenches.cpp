@@ -34,6 +34,23 @@ QDateTime clockAt(std::int64_t minute) {
     return QDateTime(local.date(), local.time(), Qt::UTC);
 }
 
+/// Rows of the record and of its lines; of a formula also of the chemicals that it is made of.
+QString rowsOf(const QString& table) {
+    const QString own = u"hst_Table IN (?, ?) AND hst_Record = ?"_s;
+    if (table != "Formula"_L1)
+        return own;
+    return u"(%1 OR hst_Table = 'Chemical' AND hst_What = 'changed' AND hst_Record IN "
+           "(SELECT ChemicalID FROM FormChem WHERE FormulaID = ?))"_s.arg(own);
+}
+
+bool isShownBy(const QString& table, const HistoryEntry& entry) {
+    if (entry.table != "Chemical"_L1 || table == entry.table)
+        return true;
+    static const QStringList shown{u"chm_Name"_s, u"chm_Units"_s, u"chm_Cost"_s, u"chm_AWP"_s};
+    return std::any_of(entry.fields.begin(), entry.fields.end(),
+                       [](const HistoryField& field) { return shown.contains(field.name); });
+}
+
 bool isBetween(const HistoryEntry& entry, const HistoryEnds& before, const HistoryEnds& now) {
     const QString bench = benchOf(entry.person);
     return entry.number > before.value(bench) && entry.number <= now.value(bench);
@@ -77,17 +94,18 @@ std::vector<HistoryEntry> writtenByOthers(platform::Engine& server, const QStrin
     const auto end = lowerEnd(before, now);
     if (!end)
         return entries;
-    Query row(server,
-              u"SELECT %1 FROM History WHERE hst_Table IN (?, ?) AND hst_Record = ? AND HistoryID > ? "
-              "ORDER BY HistoryID DESC"_s.arg(historyColumns()));
-    row.bind(1, table);
-    row.bind(2, linesOf(table));
-    row.bind(3, qint64{key});
-    row.bind(4, qint64{*end});
+    Query row(server, u"SELECT %1 FROM History WHERE HistoryID > ? AND %2 ORDER BY HistoryID DESC"_s.arg(
+                          historyColumns(), rowsOf(table)));
+    row.bind(1, qint64{*end});
+    row.bind(2, table);
+    row.bind(3, linesOf(table));
+    row.bind(4, qint64{key});
+    if (table == "Formula"_L1)
+        row.bind(5, qint64{key});
     const QString person = currentWriter().person;
     while (row.step()) {
         HistoryEntry entry = historyEntry(row);
-        if (entry.person != person && isBetween(entry, before, now))
+        if (entry.person != person && isBetween(entry, before, now) && isShownBy(table, entry))
             entries.push_back(std::move(entry));
     }
     return entries;

@@ -31,7 +31,8 @@ QString benchOf(const QString& person);
 /// Whether anybody but this user of this computer has written between the two.
 bool haveOthersWritten(platform::Engine& server, const HistoryEnds& before, const HistoryEnds& now);
 
-/// What they have written of the record and its lines between the two, newest first.
+/// What they have written of the record and its lines between the two, newest first; of a formula also the changes of its
+/// ingredients that it shows: name, unit and prices.
 std::vector<HistoryEntry> writtenByOthers(platform::Engine& server, const QString& table, std::int64_t key,
                                           const HistoryEnds& before, const HistoryEnds& now);
 

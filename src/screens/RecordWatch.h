@@ -32,6 +32,7 @@ public:
 
 private:
     void take(const std::vector<HistoryEntry>& entries, const QString& name);
+    void takeOfIngredients(const std::vector<HistoryEntry>& entries);
 
     Context& m_context;
     std::optional<OthersState> m_latest;

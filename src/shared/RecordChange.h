@@ -18,6 +18,7 @@ struct RecordChange {
     QDateTime last;   ///< moment of that, by the clock of the computer that it was done at
     QDateTime first;  ///< of the first that came; likewise
     bool deleted = false;
+    bool ofIngredient = false;  ///< not of the formula on show: of a chemical that it is made of, named here
 };
 
 /// What others have written, as of the last look.

@@ -132,6 +132,44 @@ TEST_F(OtherBenchTest, LinesBelongToTheirRecord) {
     EXPECT_EQ(str(told()), "") << "a line of another one";
 }
 
+TEST_F(OtherBenchTest, TheCostOfAFormulaFollowsThePricesOfItsIngredients) {
+    browse();
+    const QString before = shown("txtfrm_Cost");
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Cost\" = 4 WHERE \"ChemicalID\" = 1"_s);
+    EXPECT_EQ(str(before + u' ' + shown("txtfrm_Cost")), "$ 7.97 $ 10.44");
+    EXPECT_TRUE(told().startsWith("Camphor was changed at bench2 at ")) << str(told());
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Lot\" = 'L9', \"chm_Cost\" = 5 WHERE \"ChemicalID\" = 2"_s);
+    EXPECT_TRUE(told().startsWith("Menthol was changed at bench2 at ")) << str(told());
+    otherDoes(describe);
+    EXPECT_TRUE(told().startsWith("Changed at bench2 at ")) << str(told());
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Cost\" = 6 WHERE \"ChemicalID\" = 2"_s);
+    EXPECT_EQ(str(shown("txtfrm_Cost")), "$ 34.94");
+    EXPECT_TRUE(told().startsWith("Changed at bench2 at ")) << "of the formula itself" << str(told());
+}
+
+TEST_F(OtherBenchTest, WhatAFormulaDoesNotShowOfChemicalsIsNotTold) {
+    browse();
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Lot\" = 'L9', \"chm_Notes\" = 'x' WHERE \"ChemicalID\" = 1"_s);
+    EXPECT_EQ(str(told()), "");
+    click("cmdLast");
+    EXPECT_EQ(str(shown("txtfrm_Name")), "Plain Base");
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Cost\" = 4"_s);
+    EXPECT_EQ(str(told()), "") << "none of its ingredients";
+}
+
+TEST_F(OtherBenchTest, TheCostOfAFormulaThatIsBeingChangedStaysAndTheStripWarns) {
+    browse();
+    click("cmdEdit");
+    box("txtfrm_Strength").setText("3 %");
+    const QString before = shown("txtfrm_Cost");
+    otherDoes(u"UPDATE \"Chemical\" SET \"chm_Cost\" = 4 WHERE \"ChemicalID\" = 1"_s);
+    EXPECT_EQ(str(shown("txtfrm_Cost")), str(before));
+    EXPECT_TRUE(told().startsWith("Camphor was changed at bench2 at ")) << str(told());
+    EXPECT_FALSE(told().contains("What you save replaces it.")) << "it does not";
+    click("cmdSave");
+    EXPECT_EQ(str(shown("txtfrm_Cost")), "$ 10.44");
+}
+
 TEST_F(OtherBenchTest, ARecordThatIsGoneIsToldAndStaysOnShow) {
     browse();
     otherDoes(
