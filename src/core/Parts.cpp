@@ -95,7 +95,7 @@ Parts realParts(Context& context) {
         return findOtherPrograms(context, *lock);
     };
     parts.serverLook = [&context](ServerLook::Ways ways) {
-        return std::make_unique<ServerLook>(context, std::move(ways));
+        return std::make_unique<ServerLook>(context, std::move(ways), ServerLook::Times{});
     };
     parts.editOptions = [&context] { frmOptions::edit(context); };
     return parts;

@@ -5,7 +5,6 @@
 #include "platform/basic/TimeOfDay.h"
 #include "platform/data/Connection.h"
 #include "platform/data/Engine.h"
-#include "platform/data/postgres/Trial.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
 #include "shared/Happening.h"
@@ -16,41 +15,32 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
-using platform::postgres::Trial;
-using platform::postgres::TrialEnd;
-
-constexpr int longestLook = 10'000;  // milliseconds
-
 QString backText() { return translated(u"The server answers again."_s); }
 
 }  // namespace
 
-ServerLook::ServerLook(const Context& context, Ways ways, int interval, int patience)
-    : m_context(context), m_ways(std::move(ways)), m_patience(patience) {
+ServerLook::ServerLook(Context& context, Ways ways, const Times& times)
+    : m_context(context), m_ways(std::move(ways)), m_times(times) {
     m_timer.callOnTimeout(this, [this] { guarded(u"ServerLook:look"_s, [&] { look(); }); });
-    m_timer.start(interval);
+    m_timer.start(m_times.interval);
 }
 
-ServerLook::~ServerLook() = default;
-
 void ServerLook::look() {
-    if (m_context.standIn)
-        lookForServer();
+    const auto& copy = m_context.standIn;
+    if (copy && !m_besideCopy.isOn())
+        m_besideCopy.begin(copy->server);
+    ServerWait& wait = copy ? m_besideCopy : m_context.serverWait;
+    if (wait.isOn())
+        lookForServer(wait);
     else
         lookAtLine();
 }
 
-// What was begun at one look is read at the next.
-void ServerLook::lookForServer() {
-    if (m_trial && !m_trial->ended())
-        return;
-    if (m_trial) {
-        const bool back = m_trial->end() == TrialEnd::Works;
-        if (back && !m_told)
-            announce({backText(), {{translated(u"Return to the server"_s), m_ways.goToServer}}, true});
-        m_told = back;
-    }
-    m_trial = std::make_unique<Trial>(m_context.standIn->server, longestLook);
+void ServerLook::lookForServer(ServerWait& wait) {
+    const bool back = wait.answers(m_times.pause);
+    if (back && m_told != Told::Back)
+        announce({backText(), {{translated(u"Return to the server"_s), m_ways.goToServer}}, true});
+    m_told = back ? Told::Back : Told::Nothing;
 }
 
 void ServerLook::lookAtLine() {
@@ -58,7 +48,7 @@ void ServerLook::lookAtLine() {
     if (!connection || !connection->isServer())
         return;
     const std::int64_t away = connection->engine().awayFor();
-    if (away >= m_patience && !m_told) {
+    if (away >= m_times.patience && m_told != Told::Away) {
         const QDateTime since = platform::now().addMSecs(-away);
         Happening gone{translated(u"The server has not answered since %1."_s)
                            .replace(u"%1"_s, platform::timeOfDay(since.time())),
@@ -68,10 +58,10 @@ void ServerLook::lookAtLine() {
         if (hasCopies(connection->location()))
             gone.actions.push_back({translated(u"Read the newest copy"_s), m_ways.readCopy});
         announce(gone);
-        m_told = true;
-    } else if (away == 0 && m_told) {
+        m_told = Told::Away;
+    } else if (away == 0 && m_told == Told::Away) {
         announce({backText(), {}, true});
-        m_told = false;
+        m_told = Told::Nothing;
     }
 }
 

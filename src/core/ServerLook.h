@@ -1,15 +1,12 @@
-// Looks from time to time, and off the interface thread, whether the server gives the records: says when it has been away
-// for a while, and when it is back.
+// Looks from time to time whether the server gives the records: says when it has been away for a while, and when it is back,
+// also to a program that went on without it. The server itself is asked off the interface thread.
 #pragma once
+
+#include "shared/ServerWait.h"
 
 #include <QObject>
 #include <QTimer>
 #include <functional>
-#include <memory>
-
-namespace platform::postgres {
-class Trial;
-}
 
 namespace sorvanto {
 
@@ -19,24 +16,31 @@ class ServerLook : public QObject {
 public:
     /// What the user can do then.
     struct Ways {
-        std::function<void()> readCopy;    ///< while it is away
-        std::function<void()> goToServer;  ///< once it is back, where its copy is being read
+        std::function<void()> readCopy;  ///< while it is away
+        std::function<void()>
+            goToServer;  ///< once it is back, where its copy is being read or nothing is open
     };
-    /// In milliseconds; interval: between two looks; patience: for how long it may be away before that is said.
-    ServerLook(const Context& context, Ways ways, int interval = 15'000, int patience = 30'000);
-    ~ServerLook() override;
+    /// In milliseconds.
+    struct Times {
+        int interval = 2'000;   ///< between two looks at the line
+        int pause = 15'000;     ///< before a server that is away is asked once more
+        int patience = 30'000;  ///< for how long it may be away before that is said
+    };
+    ServerLook(Context& context, Ways ways, const Times& times);
 
 private:
     void look();
-    void lookForServer();
+    void lookForServer(ServerWait& wait);
     void lookAtLine();
 
-    const Context& m_context;
+    enum class Told { Nothing, Away, Back };
+
+    Context& m_context;
     Ways m_ways;
-    int m_patience;
+    Times m_times;
     QTimer m_timer;
-    std::unique_ptr<platform::postgres::Trial> m_trial;
-    bool m_told = false;  ///< that it is back, or away
+    ServerWait m_besideCopy;
+    Told m_told = Told::Nothing;
 };
 
 }  // namespace sorvanto

@@ -45,4 +45,14 @@ void keepRefusingVersions(const platform::Connection& server) {
                                  reasonAgainst);
 }
 
+platform::postgres::Admission admissionOfTrial() {
+    // Who brings them up to date holds the lock of all benches alone; a trial takes no part in it.
+    const QString question =
+        u"SELECT CASE WHEN EXISTS (SELECT FROM pg_locks WHERE locktype = 'advisory' AND classid = 2 AND objid = 0 AND "
+        "mode = 'ExclusiveLock' AND granted AND database = (SELECT oid FROM pg_database WHERE datname = "
+        "current_database())) THEN 0 ELSE %1 END FROM sorvanto.\"Options\""_s.arg(versionSql);
+    return {question.toUtf8(),
+            [](const QByteArray& answer) { return answer.toLongLong() == recordsVersion; }};
+}
+
 }  // namespace sorvanto

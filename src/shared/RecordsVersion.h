@@ -2,6 +2,8 @@
 // several benches, so its owner does it, and a program that does not fit does not work there.
 #pragma once
 
+#include "platform/data/postgres/Trial.h"
+
 #include <QString>
 #include <cstdint>
 
@@ -21,5 +23,8 @@ QString versionRefused(const platform::Connection& server);
 /// From now on also where a line takes the place of a lost one: the server may have been brought up to date meanwhile. What
 /// would go by that line fails with general; the reason is for errors.log, so it is not translated.
 void keepRefusingVersions(const platform::Connection& server);
+
+/// The same for a trial: not while the records are of another version, and not while they are being brought up to date.
+platform::postgres::Admission admissionOfTrial();
 
 }  // namespace sorvanto

@@ -66,7 +66,8 @@ void connectServer(Context& context, const QString& address) {
     }
 }
 
-void connected(const Context& context) {
+void connected(Context& context) {
+    context.serverWait.end();
     if (context.databaseOpened)
         context.databaseOpened();
 }

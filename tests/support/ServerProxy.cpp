@@ -120,7 +120,7 @@ public:
     Fault fault = Fault::Cut;
     bool armed = false;
     int skipped = 0;
-    bool refused = false;
+    bool refused = false, silent = false;
     int delay = 0, trips = 0, lines = 0;
     QByteArray messages;
     std::function<void()> asked;
@@ -198,6 +198,7 @@ void ServerProxy::Loop::accept() {
     if (!open)
         return close(wire);
     ++lines;
+    wire.silent = silent;
     m_wires.push_back(wire);
 }
 
@@ -278,6 +279,14 @@ void ServerProxy::disarm() {
 
 void ServerProxy::fallSilent() {
     m_loop->change([this] { m_loop->fallSilent(); });
+}
+
+void ServerProxy::silence(bool silent) {
+    m_loop->change([&] {
+        m_loop->silent = silent;
+        if (silent)
+            m_loop->fallSilent();
+    });
 }
 
 void ServerProxy::cut() {

@@ -33,6 +33,8 @@ public:
     void disarm();
     /// All lines that there are stand, and bring nothing any more in either direction.
     void fallSilent();
+    /// From now on all lines do so, new ones as well, as behind a firewall; or lines that are opened then bring something.
+    void silence(bool silent);
     /// Cuts all lines that there are.
     void cut();
     /// From now on nobody is let in, or everybody again.

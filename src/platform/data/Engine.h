@@ -202,7 +202,7 @@ public:
     /// To be called every few seconds while nothing else is done: notices a line that has broken, or that brings no answer
     /// any more, and opens another one, so that no click has to wait for that. Waits for nothing itself.
     virtual void lookAfter() {}
-    /// For how many milliseconds the store has not been reached, by what lookAfter has seen; 0 while it can be.
+    /// For how many milliseconds the store has not been heard, where its line is known to be broken; 0 while it stands.
     virtual std::int64_t awayFor() const { return 0; }
 
     /// See ReadAhead: until the end lists that are known by keys bring their first rows along, and the next that is read

@@ -95,6 +95,26 @@ TEST_F(ServerStartTest, RecordsThatAreBeingUpdatedAreNotOpened) {
     EXPECT_EQ(openDB()->state(), 1);
 }
 
+TEST_F(ServerStartTest, AServerIsWaitedForUntilItsRecordsAreForThisProgram) {
+    const auto isBack = [] {
+        ServerWait wait;
+        wait.begin(support::serverAddress());
+        const bool asked = QTest::qWaitFor([&] { return wait.hasAsked(); }, 60'000);
+        EXPECT_TRUE(asked);
+        return wait.isOver(support::serverAddress());
+    };
+    EXPECT_TRUE(isBack());
+    runOnServer(u"UPDATE \"Options\" SET \"opt_Version\" = 1.3"_s);
+    EXPECT_FALSE(isBack());
+    runOnServer(u"UPDATE \"Options\" SET \"opt_Version\" = 1.2"_s);
+    platform::Connection updater;
+    updater.open(u"Data Source="_s + support::serverAddress());
+    ASSERT_EQ(platform::number(updater.engine(), u"SELECT CAST(pg_try_advisory_lock(2, 0) AS int)"_s), 1);
+    EXPECT_FALSE(isBack()) << "they are being brought up to date";
+    updater.close();
+    EXPECT_TRUE(QTest::qWaitFor(isBack, 60'000));
+}
+
 class ServerUpdateTest : public ServerStartTest {
 protected:
     void SetUp() override {

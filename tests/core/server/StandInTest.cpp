@@ -108,7 +108,7 @@ protected:
         parts.copies = [] { return std::make_unique<DailyBackup>(context, never); };
         parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(context, line.environment()); };
         parts.serverLook = [this](ServerLook::Ways ways) {
-            return std::make_unique<ServerLook>(context, std::move(ways), 20, 50);
+            return std::make_unique<ServerLook>(context, std::move(ways), ServerLook::Times{20, 20, 50});
         };
         window = std::make_unique<frmMain>(parts);
         window->Form_Load();
@@ -325,6 +325,59 @@ TEST_F(StandInTest, AServerThatIsBackIsToldAndTheWayToItIsAStart) {
     child<QPushButton>(*card, "cmdNewsAction0")->click();
     EXPECT_EQ(restarts, std::vector<bool>{false});
     EXPECT_EQ(programEnds, 0);
+}
+
+TEST_F(StandInTest, AServerThatWasGoneOnWithoutIsLookedForWithoutAClick) {
+    answer("cmdNone");
+    startProgram();
+    dropReports();
+    const auto* card = child<QWidget>(*window, "newsCard");
+    EXPECT_FALSE(card->isVisible());
+    server.refuse(false);
+    ASSERT_TRUE(comes([&] { return card->isVisible(); }));
+    EXPECT_EQ(child<QLabel>(*card, "lblNewsCard")->text(), "The server answers again.");
+    EXPECT_EQ(context.connection->state(), 0) << "nothing is opened below the user's hands";
+    click("cmdChemicals");
+    EXPECT_EQ(context.connection->state(), 1) << "the next statement opens it";
+    child<QPushButton>(*card, "cmdNewsAction0")->click();
+    EXPECT_EQ(restarts, std::vector<bool>{false});
+}
+
+TEST_F(StandInTest, AMixThatWaitedWithoutRecordsIsSignedOnceTheServerIsBack) {
+    startOnCopy();
+    ASSERT_NO_FATAL_FAILURE(mix());
+    answer("cmdNone");
+    startProgram();
+    dropReports();
+    EXPECT_TRUE(offer().contains(lot)) << offer().toStdString();
+    const auto* card = child<QWidget>(*window, "newsCard");
+    server.refuse(false);
+    ASSERT_TRUE(comes([&] { return card->isVisible(); }));
+    EXPECT_EQ(logged(lot), 0);
+    child<QPushButton>(*card, "cmdNewsAction0")->click();
+    EXPECT_EQ(restarts, std::vector<bool>{false});
+    startProgram();
+    ASSERT_TRUE(comes([this] { return panelButton("mixerLogMix") != nullptr; }))
+        << panelTexts().toStdString();
+    expectSigning();
+    panelButton("mixerLogMix")->click();
+    ASSERT_TRUE(comes([] { return logged(lot) == 1; }));
+    EXPECT_EQ(onServer(u"SELECT count(*) FROM \"Log\""_s), "13");
+    startProgram();
+    EXPECT_EQ(offer(), "");
+    EXPECT_EQ(logged(lot), 1);
+}
+
+// Neither line ends: the one that there was, nor those that are opened in its place.
+TEST_F(StandInTest, AServerThatFallsSilentInTheDayIsTold) {
+    server.refuse(false);
+    startProgram();
+    ASSERT_TRUE(comes([this] { return server.takeMessages().contains("look_around"); }));
+    server.silence(true);
+    const auto* text = child<QLabel>(*window, "lblNewsCard");
+    EXPECT_TRUE(comes([&] { return text->text().startsWith("The server has not answered since 2:0"); }))
+        << text->text().toStdString();
+    dropReports();
 }
 
 TEST_F(StandInTest, AServerThatGoesAwayInTheDayIsToldAndTypedTextIsKeptOnTheWayToTheCopy) {

@@ -52,10 +52,10 @@ bool Line::isOpenedInBackground() const {
     return m_opening && m_opening->waitFor(0) && !m_opening->hasFailed();
 }
 
-bool Line::open() {
+bool Line::open(int milliseconds) {
     close();
     openInBackground();
-    m_deadline = inMilliseconds(m_limits.openMs);
+    m_deadline = inMilliseconds(milliseconds);
     while (!m_opening->waitFor(std::min(turnMs, leftUntil(m_deadline)))) {
         giveTurn();
         if (m_stopped || leftUntil(m_deadline) == 0) {
@@ -67,8 +67,10 @@ bool Line::open() {
     const std::unique_ptr<Opening> opening = std::move(m_opening);
     m_connection = opening->take();
     m_refusal = {opening->state(), opening->message()};
-    m_number += m_connection ? 1 : 0;
-    m_heard = nowMs();
+    if (m_connection) {
+        ++m_number;
+        m_heard = nowMs();
+    }
     return m_connection;
 }
 
@@ -79,6 +81,10 @@ void Line::close() {
 }
 
 bool Line::isConnected() const { return m_connection && PQstatus(m_connection) != CONNECTION_BAD; }
+
+std::int64_t Line::silentFor() const {
+    return isConnected() ? 0 : std::max<std::int64_t>(1, nowMs() - m_heard);
+}
 
 bool Line::isOpen() {
     pollfd socket{PQsocket(m_connection), POLLIN, 0};
@@ -135,10 +141,10 @@ QByteArray Line::told(const char* parameter) const {
     return isConnected() ? QByteArray(PQparameterStatus(m_connection, parameter)) : QByteArray();
 }
 
-Line::Outcome Line::send(const std::vector<Command>& commands) {
+Line::Outcome Line::send(const std::vector<Command>& commands, int milliseconds) {
     if (m_knocked != 0 && !isAnswering())
         return {{}, true};
-    m_deadline = inMilliseconds(m_limits.answerMs);
+    m_deadline = inMilliseconds(milliseconds);
     if (!isConnected() || !PQenterPipelineMode(m_connection))
         return {{}, true};
     for (const Command& command : commands)
@@ -146,9 +152,10 @@ Line::Outcome Line::send(const std::vector<Command>& commands) {
     PQpipelineSync(m_connection);
     Outcome outcome{receive(commands), false};
     outcome.lost = !isConnected() || !PQexitPipelineMode(m_connection);
-    m_heard = nowMs();
     if (outcome.lost)
         close();
+    else
+        m_heard = nowMs();
     return outcome;
 }
 

@@ -44,6 +44,9 @@ struct Limits {
     int quietMs = 10000;
     /// How long it has for the answer.
     int knockMs = 3000;
+    /// What is tried for one statement once an answer to it has stayed away ends after so long in all, so that the user is
+    /// told; each step of it has as long as least.
+    int wholeMs = 30000, leastMs = 3000;
 };
 
 class Line {
@@ -54,8 +57,8 @@ public:
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
 
-    /// False where it did not come to it; refusal() tells why.
-    bool open();
+    /// False where it did not come to it in so many milliseconds; refusal() tells why.
+    bool open(int milliseconds);
     /// Begins it and returns at once; the next open() takes over.
     void openInBackground();
     /// Whether that has come to its end, so that open() does not wait.
@@ -73,6 +76,8 @@ public:
         QString message;
     };
     const Refusal& refusal() const { return m_refusal; }
+    /// Milliseconds since the server was last heard over a line that is closed by now; 0 while it is open.
+    std::int64_t silentFor() const;
     /// Counts what was opened.
     int number() const { return m_number; }
     /// How long the server has to end what is not waited for any more.
@@ -85,8 +90,9 @@ public:
         bool lost = false;  ///< and the line is closed
         bool failed() const { return lost || results.back().failed(); }
     };
-    /// By one message there and one back.
-    Outcome send(const std::vector<Command>& commands);
+    /// By one message there and one back; the answer has so many milliseconds.
+    Outcome send(const std::vector<Command>& commands, int milliseconds);
+    Outcome send(const std::vector<Command>& commands) { return send(commands, m_limits.answerMs); }
     /// False when the user has ended the wait.
     bool pause(int milliseconds);
     /// Whether the user has ended a wait since the last forgetStop().

@@ -102,8 +102,13 @@ Session::Session(const QString& address, std::shared_ptr<Waiter> waiter, const L
 
 Session::~Session() = default;
 
+int Session::left(int milliseconds) const {
+    const auto rest = m_limits.wholeMs - static_cast<int>(m_sinceBegin.elapsed());
+    return std::min(milliseconds, std::max(rest, m_limits.leastMs));
+}
+
 bool Session::open() {
-    if (!m_line.open())
+    if (!m_line.open(left(m_limits.openMs)))
         return false;
     greet();
     return m_line.isOpen();
@@ -115,7 +120,7 @@ void Session::greet() {
     m_refused.clear();
     if (all.empty())
         return;
-    const Line::Outcome outcome = m_line.send(all);
+    const Line::Outcome outcome = m_line.send(all, left(m_limits.answerMs));
     if (outcome.lost || m_questions.empty())
         return;
     if (outcome.failed())
@@ -160,12 +165,7 @@ void Session::reopen(const QString& statement) {
 void Session::lookAfter() {
     if (m_working || isSpanOpen() || isRefused())
         return;
-    const bool stands = m_line.lookAfter();
-    if (stands || m_line.isOpenedInBackground())
-        m_sinceAway.invalidate();
-    else if (!m_sinceAway.isValid())
-        m_sinceAway.start();
-    if (stands) {
+    if (m_line.lookAfter()) {
         m_tryMs = 0;
     } else if (m_tryMs == 0 || m_sinceTry.hasExpired(m_tryMs)) {
         m_line.openInBackground();
@@ -246,7 +246,7 @@ Line::Outcome Session::ask(const std::vector<Command>& commands, const QString& 
     if (!outcome.lost || isSpanOpen() || m_line.wasStopped())
         return outcome;
     refresh(statement);
-    return m_line.send(commands);
+    return m_line.send(commands, left(m_limits.answerMs));
 }
 
 void Session::control(const QByteArray& sql, const QString& statement) {
@@ -287,8 +287,8 @@ Session::Fate Session::lookUp() {
     const QDeadlineTimer until(m_limits.lookUpMs);
     for (int pause = firstPauseMs;; pause = std::min(2 * pause, longestPauseMs)) {
         if (m_line.isOpen() || open()) {
-            const Line::Outcome outcome =
-                m_line.send({{"SELECT pg_xact_status('" + number + "')", {}, false}});
+            const Line::Outcome outcome = m_line.send(
+                {{"SELECT pg_xact_status('" + number + "')", {}, false}}, left(m_limits.answerMs));
             const QByteArray state = outcome.failed() ? QByteArray() : outcome.results.front().bytes(0, 0);
             if (state == "committed" || state == "aborted")
                 return state == "committed" ? Fate::Saved : Fate::NotSaved;

@@ -82,8 +82,11 @@ public:
     /// To be called now and then: opens a connection that has ended since, or that a server said nothing by to a question
     /// meanwhile, without waiting for it.
     void lookAfter();
-    /// Milliseconds since lookAfter found the line broken and no other one came about; 0 where there is one.
-    std::int64_t awayFor() const { return m_sinceAway.isValid() ? m_sinceAway.elapsed() : 0; }
+    /// Milliseconds since the server was last heard, where its line is known to be broken and no other one has come about;
+    /// else 0.
+    std::int64_t awayFor() const {
+        return m_working || isRefused() || m_line.isOpenedInBackground() ? 0 : m_line.silentFor();
+    }
 
     /// Whether this server follows another one and takes no changes.
     bool isStandby() const;
@@ -98,6 +101,8 @@ private:
     /// False where it did not come to it.
     bool open();
     void greet();
+    /// Of a time, what the statement that is under way may still take.
+    int left(int milliseconds) const;
     /// Of what changes nothing: once more where the line was lost outside a span.
     Line::Outcome ask(const std::vector<Command>& commands, const QString& statement);
     /// After a change. transaction: its number.
@@ -122,8 +127,7 @@ private:
     Expected m_expected;
     std::int64_t m_changesMade = 0;
     QElapsedTimer m_sinceTry;
-    int m_tryMs = 0;            ///< after so long a lost line is tried again
-    QElapsedTimer m_sinceAway;  ///< since it was seen that there is none
+    int m_tryMs = 0;  ///< after so long a lost line is tried again
     int m_spans = 0;
 };
 

@@ -12,6 +12,7 @@
 #include <netdb.h>
 #include <poll.h>
 #include <thread>
+#include <utility>
 
 namespace platform::postgres {
 
@@ -45,8 +46,9 @@ TrialEnd endOfState(const QByteArray& state) {
 /// One attempt, in its own thread; only what is atomic is touched by others.
 class Attempt {
 public:
-    Attempt(const QString& address, int milliseconds)
-        : m_address(address.toUtf8()), m_host(readAddress(address).host), m_deadline(milliseconds) {}
+    Attempt(const QString& address, int milliseconds, Admission admission)
+        : m_address(address.toUtf8()), m_host(readAddress(address).host), m_deadline(milliseconds),
+          m_admission(std::move(admission)) {}
 
     void run() {
         m_end = made();
@@ -75,6 +77,7 @@ private:
     QByteArray m_address;
     QString m_host;
     QDeadlineTimer m_deadline;
+    Admission m_admission;
     std::atomic<bool> m_stopped = false;
     std::atomic<TrialEnd> m_end = TrialEnd::Stopped;
     std::atomic<bool> m_ended = false;
@@ -123,7 +126,9 @@ TrialEnd Attempt::connected(PGconn* connection) const {
 }
 
 TrialEnd Attempt::looked(PGconn* connection) const {
-    if (PQsendQuery(connection, "SELECT \"opt_Version\" FROM sorvanto.\"Options\"") == 0)
+    const QByteArray question =
+        m_admission.admits ? m_admission.question : "SELECT \"opt_Version\" FROM sorvanto.\"Options\"";
+    if (PQsendQuery(connection, question.constData()) == 0)
         return TrialEnd::NoAnswer;
     while (PQisBusy(connection) != 0) {
         if (isOver())
@@ -132,11 +137,14 @@ TrialEnd Attempt::looked(PGconn* connection) const {
             return TrialEnd::NoAnswer;
     }
     const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQgetResult(connection), PQclear);
-    return PQntuples(result.get()) == 1 ? TrialEnd::Works : TrialEnd::NoRecords;
+    if (PQntuples(result.get()) != 1)
+        return TrialEnd::NoRecords;
+    const bool admitted = !m_admission.admits || m_admission.admits(PQgetvalue(result.get(), 0, 0));
+    return admitted ? TrialEnd::Works : TrialEnd::NotReady;
 }
 
-Trial::Trial(const QString& address, int milliseconds)
-    : m_attempt(std::make_shared<Attempt>(address, milliseconds)) {
+Trial::Trial(const QString& address, int milliseconds, Admission admission)
+    : m_attempt(std::make_shared<Attempt>(address, milliseconds, std::move(admission))) {
     std::thread([attempt = m_attempt] { attempt->run(); }).detach();
 }
 

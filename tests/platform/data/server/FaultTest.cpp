@@ -235,6 +235,24 @@ TEST_F(FaultTest, ASilentServerIsWaitedForUntilItsTime) {
     EXPECT_EQ(lot(), before);
 }
 
+// What is tried behind the first silence would last for an hour if it had the time of a first try.
+TEST_F(FaultTest, ANetworkThatSwallowsEverythingIsToldOnceTheWholeTimeIsOver) {
+    const QString before = lot();
+    postgres::Limits limits;
+    limits.answerMs = limits.wholeMs = limits.leastMs = 1000;
+    limits.openMs = 3'600'000;
+    session(limits);
+    EXPECT_EQ(session().awayFor(), 0);
+    proxy->silence(true);
+    EXPECT_EQ(failureOf([&] { seven(); }).number(), error::deviceIo);
+    EXPECT_GT(session().awayFor(), 0) << "since it was last heard, without a look after it";
+    EXPECT_EQ(changeFailure().number(), error::deviceIo);
+    proxy->silence(false);
+    EXPECT_EQ(seven(), 7);
+    EXPECT_EQ(session().awayFor(), 0);
+    EXPECT_EQ(lot(), before);
+}
+
 TEST_F(FaultTest, AServerThatIsAwayAndComesBackIsFoundAgain) {
     postgres::Limits limits;
     limits.againMs = 0;
