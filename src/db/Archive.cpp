@@ -75,8 +75,10 @@ struct MadeArchive {
 };
 
 /// All rows as they are, the identity of its own, and the map. Its history ends with it.
-MadeArchive makeArchive(const QString& file, const NewArchive& archive, const QString& oldOnes) {
-    platform::copyDatabase(file, archive.path());
+MadeArchive makeArchive(const QString& file, const NewArchive& archive, const QString& oldOnes,
+                        const platform::Cancelled& cancelled) {
+    platform::copyDatabase(file, archive.path(), cancelled);
+    endWhere(cancelled);
     Connection connection;
     connection.open(u"Data Source="_s + archive.path());
     keepHistory(connection);
@@ -153,9 +155,16 @@ QString identityOf(platform::Engine& database) {
     return text(database, u"SELECT fid_Identity FROM FileIdentity"_s);
 }
 
-ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, const QDate& firstKept) {
+void endWhere(const platform::Cancelled& cancelled) {
+    if (cancelled && cancelled())
+        throw RuntimeError(platform::error::permissionDenied, u"stopped; nothing was changed"_s,
+                           u"Archive"_s);
+}
+
+ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, const QDate& firstKept,
+                              const platform::Cancelled& cancelled) {
     if (platform::DataLocation(file).isServer())
-        return archiveServer(file, archivePath, firstKept);
+        return archiveServer(file, archivePath, firstKept, cancelled);
     const QString target = newArchivePath(archivePath);
     const platform::SoleUse sole(file);
     platform::refuseInUse(file);
@@ -178,10 +187,12 @@ ArchiveResult archiveDatabase(const QString& file, const QString& archivePath, c
         refuseArchive(
             u"No batch is older than %1: there is nothing to archive"_s.arg(firstKept.toString(Qt::ISODate)));
     NewArchive archive(target);
-    const MadeArchive made = makeArchive(file, archive, oldOnes);
+    const MadeArchive made = makeArchive(file, archive, oldOnes, cancelled);
     refuseUnsound(archive.path());
+    endWhere(cancelled);
     shrink(database, made, oldOnes);
     refuseUnlessWhole(database, archive.path());
+    endWhere(cancelled);
     archive.takeName();
     try {
         transaction->commit();

@@ -27,7 +27,9 @@ struct ArchiveResult {
 /// Throws, with the file as it was and no archive, when the file has no identity, is an archive itself, is not
 /// sound, is in use, holds nothing older, when the archive exists, or when the disk fails. Where the disk refuses the
 /// last step and then even to look whether it was done, the archive stays, and the report names it.
-ArchiveResult archiveDatabase(const QString& file, const QString& archive, const QDate& firstKept);
+/// cancelled: asked again and again until the last step; ends it in the same way, with permissionDenied.
+ArchiveResult archiveDatabase(const QString& file, const QString& archive, const QDate& firstKept,
+                              const platform::Cancelled& cancelled = {});
 
 /// Identity of an open file; empty for one older than version 1.1.
 QString identityOf(platform::Engine& database);

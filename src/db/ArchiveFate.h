@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/basic/RuntimeError.h"
+#include "platform/data/Engine.h"
 
 #include <QDate>
 #include <QString>
@@ -23,6 +24,10 @@ ArchiveFate archiveFate(const QString& location, const QString& archive);
 QString newArchivePath(const QString& archive);
 
 /// As archiveDatabase, of the records of a server.
-ArchiveResult archiveServer(const QString& address, const QString& archive, const QDate& firstKept);
+ArchiveResult archiveServer(const QString& address, const QString& archive, const QDate& firstKept,
+                            const platform::Cancelled& cancelled);
+
+/// Throws permissionDenied where an archive run is to end, of which nothing is kept yet.
+void endWhere(const platform::Cancelled& cancelled);
 
 }  // namespace sorvanto

@@ -24,13 +24,14 @@ namespace sorvanto {
 namespace {
 
 using platform::Query;
+using platform::RowProgress;
 using platform::RuntimeError;
 using platform::WholeStore;
 
 /// Compared with the server once more: nothing else vouches for the rows that will leave it.
-void takeDown(WholeStore& server, const QString& file, const QString& name) {
-    platform::makeCheckedFile(file, [&](const QString& made) { return fillFile(server, made, {}); });
-    refuseDifferent(server, *platform::sqlite::readWholeFile(file), {});
+void takeDown(WholeStore& server, const QString& file, const QString& name, const RowProgress& progress) {
+    platform::makeCheckedFile(file, [&](const QString& made) { return fillFile(server, made, progress); });
+    refuseDifferent(server, *platform::sqlite::readWholeFile(file), progress);
     if (const QStringList problems = soundnessProblems(file); !problems.isEmpty())
         throw RuntimeError(
             platform::error::general,
@@ -74,10 +75,10 @@ private:
     QString m_path;
 };
 
-void putBack(const QString& file, WholeStore& server) {
+void putBack(const QString& file, WholeStore& server, const RowProgress& progress) {
     const auto rest = platform::sqlite::readWholeFile(file);
-    platform::carryOver(*rest, server, wholeRecords(), {});
-    refuseDifferent(*rest, server, {});
+    platform::carryOver(*rest, server, wholeRecords(), progress);
+    refuseDifferent(*rest, server, progress);
 }
 
 QString identityIn(const QString& file) {
@@ -88,16 +89,22 @@ QString identityIn(const QString& file) {
 
 }  // namespace
 
-ArchiveResult archiveServer(const QString& address, const QString& archive, const QDate& firstKept) {
+ArchiveResult archiveServer(const QString& address, const QString& archive, const QDate& firstKept,
+                            const platform::Cancelled& cancelled) {
+    // Throws rather than says no: what was ended is never taken for what was found equal.
+    const RowProgress progress = [&](std::int64_t, std::int64_t) {
+        endWhere(cancelled);
+        return true;
+    };
     const QString target = newArchivePath(archive);
     const ScratchFolder scratch;
     const QString file = scratch.filePath(u"records.mdb"_s);
     auto server = platform::postgres::fillWholeServer(address);
-    takeDown(*server, file, platform::DataLocation(address).shownName());
-    const ArchiveResult result = archiveDatabase(file, target, firstKept);
+    takeDown(*server, file, platform::DataLocation(address).shownName(), progress);
+    const ArchiveResult result = archiveDatabase(file, target, firstKept, cancelled);
     Unneeded unneeded(target);
     keepDeletions(target, file);
-    putBack(file, *server);
+    putBack(file, *server, progress);
     const QString identity = identityIn(target);
     try {
         server->commit();

@@ -56,7 +56,7 @@ const char usage[] =
     "create, sample, backup, copy and archive never write over an existing file.\n"
     "In check, sample, backup, copy, archive and forget the address of a server (postgresql://...) can stand for\n"
     "FILE, FROM or TO; sample, archive, forget and a copy into one are its owner's (postgresql://sorvanto_owner@...).\n"
-    "Ctrl-C ends a copy, and leaves nothing.\n";
+    "Ctrl-C ends copy and archive, and leaves nothing.\n";
 
 bool isServer(const QString& location) { return platform::DataLocation(location).isServer(); }
 
@@ -123,7 +123,8 @@ int update(const QString& server, const QString& steps, QTextStream& out) {
     return done;
 }
 
-int archive(const QString& file, const QString& target, int months, QTextStream& out) {
+int archive(const QString& file, const QString& target, int months, QTextStream& out,
+            const platform::Cancelled& cancelled) {
     platform::Connection connection;
     connection.open(u"Data Source="_s + file);
     const QStringList open = openWork(possibleFolders(file), identityOf(connection.engine()));
@@ -132,7 +133,7 @@ int archive(const QString& file, const QString& target, int months, QTextStream&
         throw platform::RuntimeError(platform::error::general,
                                      u"To be closed in the program first: "_s + open.join(u"; "_s));
     const QDate firstKept = platform::today().date().addMonths(-months);
-    const ArchiveResult result = archiveDatabase(file, target, firstKept);
+    const ArchiveResult result = archiveDatabase(file, target, firstKept, cancelled);
     out << target << ": everything up to now, checked\n"
         << file << ": " << result.kept << " batches since " << firstKept.toString(Qt::ISODate) << " stay, "
         << result.moved << " older ones and " << result.prescriptions << " prescriptions of them have left\n";
@@ -204,7 +205,7 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err,
     if (takes("update", 2))
         return update(arguments.at(1), arguments.at(2), out);
     if (command == "archive"_L1 && wantedMonths(arguments) > 0)
-        return archive(arguments.at(1), arguments.at(2), wantedMonths(arguments), out);
+        return archive(arguments.at(1), arguments.at(2), wantedMonths(arguments), out, cancelled);
     if (command == "forget"_L1 && wantedPatient(arguments) > 0)
         return forget(arguments.at(1), wantedPatient(arguments), out);
     const bool help = command == "--help"_L1 || command == "-h"_L1;
@@ -213,6 +214,10 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err,
 }
 
 }  // namespace
+
+bool canBeStopped(const QStringList& arguments) {
+    return QStringList{u"copy"_s, u"archive"_s}.contains(arguments.value(0));
+}
 
 int runCommand(const QStringList& arguments, QTextStream& out, QTextStream& err,
                const platform::Cancelled& cancelled) {

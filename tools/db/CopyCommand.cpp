@@ -4,12 +4,12 @@
 #include "db/DatabaseCheck.h"
 #include "db/HistoryEnd.h"
 #include "db/RecordsCopy.h"
+#include "db/ScratchFolder.h"
 #include "history/HistoryChain.h"
 #include "platform/data/Connection.h"
 #include "platform/data/DataLocation.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +48,7 @@ QStringList fileProblems(const QString& file, const QString& archive, const QStr
 }
 
 QStringList serverProblems(const QString& address, const QString& archive) {
-    const QTemporaryDir scratch;
+    const ScratchFolder scratch;
     const QString moment = scratch.filePath(u"records.mdb"_s);
     copyToFile(address, moment);
     platform::Connection server;

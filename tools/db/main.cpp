@@ -17,7 +17,7 @@ int main(int argc, char* argv[]) {
     QTextStream out(stdout);
     QTextStream err(stderr);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
-    if (arguments.value(0) == "copy") {  // all others end at once, as ever
+    if (sorvanto::canBeStopped(arguments)) {  // all others end at once, as ever
         for (const int signal : {SIGINT, SIGTERM, SIGHUP})
             std::signal(signal, noteStop);
     }

@@ -297,6 +297,22 @@ TEST_F(CopyTest, AValueThatAServerCantHoldIsNamedAndNothingIsKept) {
               "1|0");
 }
 
+TEST_F(CopyTest, WhatLeavesScratchFilesIsEndedByASignalOnlyWhereItClearsThem) {
+    EXPECT_TRUE(canBeStopped({"copy", "a.mdb", owner()}));
+    EXPECT_TRUE(canBeStopped({"archive", owner(), "old.mdb"}));
+    EXPECT_FALSE(canBeStopped({"check", owner()})) << "it would not hear of it";
+    EXPECT_FALSE(canBeStopped({}));
+}
+
+TEST_F(CopyTest, ACheckThatWasKilledIsClearedAwayByTheNext) {
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", path(u"."_s).toUtf8());
+    QDir(path(u"."_s)).mkpath(u"sorvanto-records-left/in"_s);
+    expectDone({"check", bench()});
+    EXPECT_EQ(QDir(path(u"."_s)).entryList({u"sorvanto-*"_s}), QStringList());
+    before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+}
+
 /// In the midst of writing, of comparing, and at the last question before it is whole.
 TEST_F(CopyTest, ACopyThatIsStoppedLeavesNothing) {
     createSample(path("a.mdb"));

@@ -245,6 +245,28 @@ TEST_F(ServerArchiveTest, AFullDiskLeavesEverythingOnTheServer) {
     EXPECT_TRUE(expectWhole("with room "));
 }
 
+/// While the records are read, in the midst, and at the last question before nothing can be taken back.
+TEST_F(ServerArchiveTest, WhatIsStoppedLeavesEverythingAndNothingBeside) {
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", path(u"."_s).toUtf8());
+    const auto beside = [this] { return QDir(path(u"."_s)).entryList({u"sorvanto-*"_s, u"old*"_s}); };
+    const QString records = told(u"SELECT count(*), max(\"LogID\") FROM \"Log\""_s);
+    int questions = 0;
+    for (int allowed = 0, end = 1; end == 1; allowed = 2 * allowed + 1) {
+        questions = 0;
+        end = run(archive(), [&] { return ++questions > allowed; });
+        if (end == 0)
+            break;
+        EXPECT_TRUE(err.contains("stopped; nothing was changed")) << qPrintable(err);
+        EXPECT_EQ(told(u"SELECT count(*), max(\"LogID\") FROM \"Log\""_s), records) << allowed;
+        EXPECT_EQ(beside(), QStringList()) << allowed;
+    }
+    EXPECT_GT(questions, 15);
+    EXPECT_EQ(beside(), QStringList{u"old.mdb"_s});
+    before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    EXPECT_TRUE(expectWhole("after all "));
+}
+
 TEST_F(ServerArchiveTest, KilledAtAnyMomentOneOfTheTwoIsThere) {
     support::runOnWholeServer("DROP DATABASE IF EXISTS filled");
     support::runOnWholeServer("CREATE DATABASE filled TEMPLATE sorvanto");
