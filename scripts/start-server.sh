@@ -128,6 +128,11 @@ password_of() {
   if [ -n "$like" ]; then sed -n '1s/.*://p' "$like/$1.pgpass"; else secret; fi
 }
 
+# Together or not at all; benches that are at work notice nothing of it.
+set_rights() {
+  admin -d sorvanto -1 -f - < <(echo "SET client_min_messages = warning;" && cat "$here/data/server/rights.sql")
+}
+
 # Secrets go in by standard input, never as an argument that others can see.
 make_records() {
   local owner bench
@@ -143,7 +148,7 @@ GRANT CONNECT ON DATABASE sorvanto TO sorvanto_bench;
 SQL
   admin -d sorvanto -c 'SET ROLE sorvanto_owner' -f - \
     < <(cd "$here/data/server" && cat schema.sql history.sql dialect.sql benches.sql) >/dev/null
-  admin -d sorvanto -f - <"$here/data/server/rights.sql"
+  set_rights
   # Any host, so that the line is right for the socket and for the network.
   server tee "$folder/owner.pgpass" >/dev/null <<<"*:$port:sorvanto:sorvanto_owner:$owner"
   server tee "$folder/bench.pgpass" >/dev/null <<<"*:$port:sorvanto:bench:$bench"
@@ -183,6 +188,7 @@ if server test -e "$folder/made"; then
   wanted=$host
   read -r port host network < <(server cat "$folder/made")
   server "$bin/pg_ctl" -s -D "$folder/data" status >/dev/null || start
+  set_rights || echo "The rights of the benches stay as they were. Bring the records up to date, and call this once more." >&2
   if [ "$renew" = yes ]; then
     [ "$named" = no ] || host=$wanted
     renew_certificates

@@ -1,4 +1,5 @@
--- Who may do what. Run once by the server's administrator in the database of the records, after schema.sql.
+-- Who may do what. Run by the server's administrator in the database of the records: after schema.sql, and again with each
+-- start-server.sh, so that a server that was made earlier has today's rights. All of it together or nothing.
 --
 -- sorvanto_owner owns the tables and brings them up to date. sorvanto_bench is what every bench may do: read and write
 -- rows. A search text reaches the server as it was typed; so a bench can't make, empty or drop a table, read a file of the
@@ -6,6 +7,9 @@
 
 REVOKE ALL ON SCHEMA public FROM PUBLIC;
 REVOKE ALL ON SCHEMA sorvanto FROM PUBLIC;
+REVOKE ALL ON SCHEMA sorvanto FROM sorvanto_bench;
+REVOKE ALL ON ALL TABLES IN SCHEMA sorvanto FROM PUBLIC, sorvanto_bench;
+REVOKE ALL ON ALL SEQUENCES IN SCHEMA sorvanto FROM PUBLIC, sorvanto_bench;
 GRANT USAGE ON SCHEMA sorvanto TO sorvanto_bench;
 
 GRANT SELECT, INSERT, UPDATE, DELETE ON sorvanto."Chemical", sorvanto."Formula", sorvanto."FormChem", sorvanto."Log",

@@ -247,6 +247,29 @@ class Command(unittest.TestCase):
         self.assertEqual(server.command().stdout, server.said)
         self.assertEqual(server.value('SELECT count(*) FROM "Patient"'), "1")
 
+    def test_a_server_that_was_made_earlier_gets_the_rights_of_today(self):
+        server = Server("--local")
+        self.addCleanup(server.end)
+        changes = ("SELECT pg_export_snapshot()", 'DELETE FROM "Options" WHERE false', "SELECT nextval('changes')",
+                   "SELECT count(*) FROM pg_roles")
+        server.administer("GRANT EXECUTE ON FUNCTION pg_export_snapshot TO PUBLIC; GRANT SELECT ON pg_roles TO PUBLIC;"
+                          'GRANT DELETE ON sorvanto."Options" TO sorvanto_bench; GRANT USAGE ON sorvanto.changes TO PUBLIC')
+        before = [server.state(change) for change in changes]
+        self.assertNotIn("42501", before)
+        self.assertEqual(server.command().stdout, server.said)
+        self.assertEqual([server.state(change) for change in changes], ["42501"] * len(changes))
+        self.assertEqual(server.state('INSERT INTO "Patient" ("pat_LName") VALUES (\'x\')'), "")
+
+    def test_records_that_are_too_old_for_them_keep_their_rights_and_are_started(self):
+        server = Server("--local")
+        self.addCleanup(server.end)
+        server.administer('GRANT SELECT ON pg_roles TO PUBLIC; ALTER TABLE sorvanto."KeyMap" RENAME TO "Other"')
+        server.command("--stop")
+        said = server.command()
+        self.assertEqual(said.stdout, server.said)
+        self.assertIn("The rights of the benches stay as they were.", said.stderr)
+        self.assertEqual(server.state("SELECT count(*) FROM pg_roles"), "", "all or nothing")
+
     def test_a_lost_server_comes_back_with_its_passwords_and_certificates(self):
         lost = Server("--host", "localhost")
         self.addCleanup(lost.end)
