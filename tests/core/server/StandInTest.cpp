@@ -210,7 +210,10 @@ TEST_F(StandInTest, NoCopyIsOfferedWhereTheServerRefusesTheProgram) {
 }
 
 TEST_F(StandInTest, ACopyThatIsNotSoundIsNotOffered) {
-    folder.write("backups/" + before.firstKey(), QByteArray(9000, 'x'));
+    QByteArray damaged = before.first();  // it opens, and its first pages can be read
+    const qsizetype end = damaged.size() / 2;
+    damaged.replace(end, damaged.size() - end, QByteArray(damaged.size() - end, 'x'));
+    folder.write("backups/" + before.firstKey(), damaged);
     basMain::rescueDatabase = [rescue = std::make_shared<DatabaseRescue>(context, false)](
                                   const QString& place) { return rescue->offer(place); };
     answer("cmdNone");
