@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Child.h"
+#include "StandardText.h"
 #include "TestProgram.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/basic/RuntimeError.h"
@@ -17,9 +18,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <functional>
-
-/// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) { return text.toStdString(); }
 
 class BarOnlyWindow : public sorvanto::MainWindow, public sorvanto::BatchLog {
 public:

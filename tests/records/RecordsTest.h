@@ -12,12 +12,10 @@
 #include "records/clsPatient.h"
 #include "shared/basMain.h"
 #include "support/Golden.h"
+#include "support/StandardText.h"
 #include "support/TestProgram.h"
 
 #include <functional>
-
-/// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) { return text.toStdString(); }
 
 /// What the signing dialog of a test was given and answers.
 struct Signing {

@@ -2,6 +2,7 @@
 // without a window. With SORVANTO_PICTURES=folder in the environment kept() leaves each sheet there as PDF.
 #pragma once
 
+#include "StandardText.h"
 #include "TestProgram.h"
 #include "platform/report/ReportRun.h"
 #include "records/clsFormula.h"
@@ -12,9 +13,6 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
-
-/// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) { return text.toStdString(); }
 
 inline QDateTime day(int year, int month, int date, QTime time = {0, 0}) {
     return {QDate(year, month, date), time, Qt::UTC};

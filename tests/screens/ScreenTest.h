@@ -6,6 +6,7 @@
 
 #include "Child.h"
 #include "Golden.h"
+#include "StandardText.h"
 #include "TestProgram.h"
 #include "core/frmMain.h"
 #include "platform/widgets/RecordGrid.h"
@@ -19,9 +20,6 @@
 #include <memory>
 #include <utility>
 #include <vector>
-
-/// Texts as std::string, so that a failed comparison prints them.
-inline std::string str(const QString& text) { return text.toStdString(); }
 
 /// How the screens ask before they delete, and before typed text is lost.
 inline const platform::BoxStyle yesNo{platform::Buttons::YesNo, platform::Icon::Exclamation};
