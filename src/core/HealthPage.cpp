@@ -22,6 +22,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
+#include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -70,9 +72,10 @@ QString openFile(const Context& context) {
 
 }  // namespace
 
-HealthPage::HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent)
-    : QDialog(parent), m_context(context), m_source(std::move(source)), m_card(new QFrame(this)),
-      m_place(new QLineEdit(this)), m_summary(new QLabel(this)),
+HealthPage::HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent,
+                       Check problems)
+    : QDialog(parent), m_context(context), m_source(std::move(source)), m_problems(std::move(problems)),
+      m_card(new QFrame(this)), m_place(new QLineEdit(this)), m_summary(new QLabel(this)),
       m_again(new QPushButton(translated(u"Check again"_s), this)) {
     setObjectName(u"HealthPage"_s);
     setWindowTitle(translated(u"Health"_s));
@@ -138,11 +141,7 @@ void HealthPage::fitScreen() {
     resize(width, qMin(height, room.height()));
 }
 
-HealthPage::~HealthPage() {
-    m_cancelled = true;
-    if (m_check.valid())
-        m_check.wait();
-}
+HealthPage::~HealthPage() { *m_cancelled = true; }
 
 void HealthPage::addSecondPlace() {
     m_place->setObjectName(u"txtSecondPlace"_s);
@@ -172,9 +171,12 @@ void HealthPage::check() {
         m_lines = healthLines(m_context, m_source());
         if (const QString file = openFile(m_context); !file.isEmpty()) {
             m_lines.front().note = translated(u"Being checked"_s);
-            m_check = std::async(std::launch::async, [file, this] {
-                return platform::integrityProblems(file, [this] { return m_cancelled.load(); });
+            std::packaged_task<QStringList()> task([file, problems = m_problems, cancelled = m_cancelled] {
+                return problems(file, [cancelled] { return cancelled->load(); });
             });
+            std::future<QStringList> found = task.get_future();
+            std::thread(std::move(task)).detach();
+            m_check = std::move(found);
             m_poll.start();
         }
         showLines();

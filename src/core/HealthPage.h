@@ -3,12 +3,14 @@
 #pragma once
 
 #include "core/Health.h"
+#include "platform/data/Backup.h"
 
 #include <QDialog>
 #include <QTimer>
 #include <atomic>
 #include <functional>
 #include <future>
+#include <memory>
 
 class QFrame;
 class QGridLayout;
@@ -22,8 +24,13 @@ class HealthPage : public QDialog {
     Q_OBJECT
 
 public:
+    /// Looks a file through, in a thread of its own; what it finds, or nothing once it is cancelled.
+    using Check = std::function<QStringList(const QString& file, const platform::Cancelled& cancelled)>;
+
     /// source: what only the window knows, asked anew with each check.
-    HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent = nullptr);
+    HealthPage(const Context& context, std::function<WindowHealth()> source, QWidget* parent = nullptr,
+               Check problems = platform::integrityProblems);
+    /// A check that is under way is cancelled and left to itself: nobody waits for it.
     ~HealthPage() override;
 
     const std::vector<HealthLine>& lines() const { return m_lines; }
@@ -44,8 +51,9 @@ private:
     const Context& m_context;
     std::function<WindowHealth()> m_source;
     std::vector<HealthLine> m_lines;
+    Check m_problems;
     std::future<QStringList> m_check;
-    std::atomic<bool> m_cancelled = false;
+    std::shared_ptr<std::atomic<bool>> m_cancelled = std::make_shared<std::atomic<bool>>(false);
     QTimer m_poll;
     QFrame* m_card;
     QLineEdit* m_place;

@@ -21,6 +21,8 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>
+#include <atomic>
+#include <future>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -180,6 +182,27 @@ TEST_F(HealthTest, ThePageSetsTheSecondPlaceAndChecksTheFile) {
     QTest::keyClick(place, Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !page.isChecking(); }, 20000));
     EXPECT_EQ(child<QLabel>(page, "lblSummary")->text(), "Things to look at: 1");
+}
+
+// A large file on a slow disk is not looked through in a moment, and is not left in one either.
+TEST_F(HealthTest, ThePageClosesWithoutWaitingForItsCheck) {
+    std::promise<void> disk;
+    std::atomic<bool> cancelled = false, ended = false;
+    const auto held = [&, answer = disk.get_future().share()](const QString&,
+                                                              const platform::Cancelled& isCancelled) {
+        answer.wait_for(std::chrono::seconds(20));
+        cancelled = isCancelled();
+        ended = true;
+        return QStringList();
+    };
+    auto page = std::make_unique<HealthPage>(
+        context, [this] { return window; }, nullptr, held);
+    ASSERT_TRUE(page->isChecking());
+    page.reset();
+    EXPECT_FALSE(ended) << "it was waited for";
+    disk.set_value();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ended.load(); }, 20000));
+    EXPECT_TRUE(cancelled);
 }
 
 TEST_F(HealthTest, WhatTheWindowKnowsIsShownAsItIs) {
