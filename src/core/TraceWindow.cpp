@@ -155,7 +155,8 @@ TraceDays TraceWindow::days() const {
 }
 
 RecallList TraceWindow::list() const {
-    const auto look = openDB(m_context)->engine().beginLook();
+    const auto& open = m_context.connection;
+    const auto look = open && open->state() != 0 ? open->engine().beginLook() : nullptr;
     const auto chosenOf = [&](const auto& records) {
         const std::vector<int> rows = m_found->chosen();
         if (rows.empty() && records.size() > 1)
