@@ -7,6 +7,7 @@
 #include "support/Child.h"
 #include "support/SilentPort.h"
 #include "support/TestProgram.h"
+#include "support/Waiting.h"
 
 #include <QLabel>
 #include <QProgressBar>
@@ -109,9 +110,9 @@ TEST_F(ServerDialogTest, TheWaitIsShownAndStopped) {
     EXPECT_TRUE(child<QProgressBar>(dialog, "prgWait")->isVisible());
     EXPECT_EQ(plain(tryButton), "Stop");
     EXPECT_FALSE(child<TextBox>(dialog, "txtComputer")->isEnabled());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return silent.hasCaller(); })) << "the window lives meanwhile";
+    EXPECT_TRUE(support::waitFor([&] { return silent.hasCaller(); })) << "the window lives meanwhile";
     tryButton.click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return plain(tryButton) == "Try"_L1; }));
+    EXPECT_TRUE(support::waitFor([&] { return plain(tryButton) == "Try"_L1; }));
     EXPECT_EQ(result(dialog), "Stopped. It is not known whether the server answers.");
     EXPECT_FALSE(child<QProgressBar>(dialog, "prgWait")->isVisible());
     EXPECT_TRUE(child<TextBox>(dialog, "txtComputer")->isEnabled());
@@ -123,7 +124,7 @@ TEST_F(ServerDialogTest, WhatCameOfATrialStandsUntilSomethingElseIsTyped) {
     ServerDialog dialog(address);
     dialog.show();
     button(dialog, "cmdTry").click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return result(dialog).startsWith("Nothing answers there."); }))
+    EXPECT_TRUE(support::waitFor([&] { return result(dialog).startsWith("Nothing answers there."); }))
         << result(dialog).toStdString();
     type(dialog, "txtDatabase", u"shop"_s);
     EXPECT_EQ(result(dialog), "");

@@ -10,6 +10,7 @@
 #include "support/Child.h"
 #include "support/Hindrances.h"
 #include "support/TestProgram.h"
+#include "support/Waiting.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -254,7 +255,7 @@ TEST_F(frmOptionsTest, APrintServiceThatHangsHoldsNothingUpAndChangesNothing) {
     frmOptions form(context);
     EXPECT_EQ(entries(form, "cboPrinter"), QStringList("Lab"));
     answer.set_value();
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(support::waitFor([&] {
         return entries(form, "cboPrinter") == QStringList({"Counter", "Lab"});
     }));
     EXPECT_EQ(child<ChoiceBox>(form, "cboPrinter")->listIndex(), 1) << "the one chosen stays chosen";

@@ -2,6 +2,7 @@
 #include "core/DailyBackup.h"
 #include "Hindrances.h"
 #include "TestProgram.h"
+#include "Waiting.h"
 #include "core/CopySettings.h"
 #include "core/CopyShelf.h"
 #include "platform/basic/Paths.h"
@@ -158,7 +159,7 @@ TEST_F(DailyBackupTest, FiftyBatchesMakeAnother) {
     logBatches(49);
     bool looked = false;
     QTimer::singleShot(2, [&] { looked = true; });  // due after the next look, which is one away
-    ASSERT_TRUE(QTest::qWaitFor([&] { return looked; }));
+    ASSERT_TRUE(support::waitFor([&] { return looked; }));
     EXPECT_FALSE(backup.running()) << "no copy is due";
     EXPECT_EQ(copies(), QStringList{"sorvanto-0001-2026-03-07-140509.mdb"});
     logBatches(1);

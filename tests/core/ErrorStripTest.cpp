@@ -3,6 +3,7 @@
 #include "Child.h"
 #include "Heard.h"
 #include "TestProgram.h"
+#include "Waiting.h"
 #include "core/ErrorReportList.h"
 
 #include <QApplication>
@@ -109,7 +110,7 @@ TEST_F(ErrorStripTest, AnOldReportGoesByItselfAndStaysInTheList) {
     strip.setStay(std::chrono::milliseconds(0));
     strip.activateWindow();
     report("The disk is full", "frmLog:saveForm", "61");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return goneUnused(); }));
+    EXPECT_TRUE(support::waitFor([&] { return goneUnused(); }));
     EXPECT_EQ(strip.problemsButton()->text(), "Problems: 1");
     strip.problemsButton()->click();
     auto* window = strip.findChild<ErrorReportList*>();
@@ -128,7 +129,7 @@ TEST_F(ErrorStripTest, WhileAQuestionIsOpenTheStripStays) {
     EXPECT_TRUE(strip.isVisible());
     question.close();
     strip.activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return goneUnused(); }));
+    EXPECT_TRUE(support::waitFor([&] { return goneUnused(); }));
 }
 
 TEST_F(ErrorStripTest, ARepeatedReportDoesNotComeBackOnceItWasPutAside) {

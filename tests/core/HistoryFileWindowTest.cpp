@@ -2,6 +2,7 @@
 #include "core/HistoryFileWindow.h"
 #include "FixedClock.h"
 #include "TempProgramFolder.h"
+#include "Waiting.h"
 #include "config/clsOptions.h"
 #include "history/HistoryTest.h"
 #include "platform/report/PreviewWindow.h"
@@ -72,7 +73,7 @@ TEST_F(HistoryFileWindowTest, OfManyTheNewestAreListedAndAllAreCounted) {
     setDay(window, "txtTo", QDate(2999, 1, 1));
     const auto labels =
         window.findChild<QTableView*>(u"grdChanges"_s)->parentWidget()->findChildren<QLabel*>();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return labels.constFirst()->text() == "5,003 changes"_L1; }))
+    EXPECT_TRUE(support::waitFor([&] { return labels.constFirst()->text() == "5,003 changes"_L1; }))
         << labels.constFirst()->text().toStdString();
     EXPECT_EQ(rows(window), 5000);
     EXPECT_EQ(cell(window, 0, 3), "Chemical: Urea 5002");
@@ -92,7 +93,7 @@ TEST_F(HistoryFileWindowTest, AListReadInPiecesStaysWhatItWasAndKeepsTheChosenRo
     list->selectionModel()->select(list->model()->index(3, 0),
                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
     outside(u"INSERT INTO Chemical (chm_Name) VALUES ('Menthol')"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rows(window) >= 3001; })) << rows(window);
+    EXPECT_TRUE(support::waitFor([&] { return rows(window) >= 3001; })) << rows(window);
     EXPECT_EQ(cell(window, 0, 3), "Chemical: Urea 3000");
     EXPECT_EQ(cell(window, 2999, 3), "Chemical: Urea 1");
     EXPECT_TRUE(list->selectionModel()->isRowSelected(3));

@@ -1,5 +1,6 @@
 // Every key of the main window, pressed in every kind of box: it does what its tool says, and edits no text.
 #include "Settle.h"
+#include "Waiting.h"
 #include "core/CommandBands.h"
 #include "core/RecordListPlace.h"
 #include "platform/widgets/Boxes.h"
@@ -89,7 +90,7 @@ protected:
         window.resize(1500, 800);
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(support::becomesActive(&window));
     }
 
     template <class Box>

@@ -1,6 +1,7 @@
 // The mouse while a change seals many that other programs made.
 #include "core/Application.h"
 #include "history/HistoryTest.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -32,7 +33,7 @@ TEST_F(LongSealingTest, TheMouseShowsItUpToTheNextEvent) {
     run("INSERT INTO Patient (pat_LName) VALUES ('Reed')");
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::overrideCursor() == nullptr; }));
+    EXPECT_TRUE(support::waitFor([] { return QApplication::overrideCursor() == nullptr; }));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "Heard.h"
 #include "Settle.h"
 #include "TestProgram.h"
+#include "Waiting.h"
 #include "core/NewsCard.h"
 #include "core/NewsLine.h"
 #include "core/NewsList.h"
@@ -68,7 +69,7 @@ TEST_F(NewsTest, SaysTheNewestForAWhileAndThenOnlyThatThereIsSome) {
     line->setTimes({1ms, 1h});
     announce(u"Saved 14:05"_s);
     EXPECT_EQ(text().text(), u"Saved 14:05"_s);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); }));
+    EXPECT_TRUE(support::waitFor([this] { return text().text().isEmpty(); }));
     EXPECT_TRUE(text().isVisible());
     EXPECT_EQ(text().accessibleName(), u"Recent messages"_s);
 }
@@ -77,21 +78,21 @@ TEST_F(NewsTest, WhatHasSomethingToDoStaysLonger) {
     line->setTimes({1h, 1ms});
     announce(u"Saved"_s);
     announce({u"Thrown away"_s, {counted(u"Bring back"_s)}, false});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); })) << "its own time counts";
+    EXPECT_TRUE(support::waitFor([this] { return text().text().isEmpty(); })) << "its own time counts";
     EXPECT_FALSE(action(*line, 0)) << "its button goes with it";
 }
 
 TEST_F(NewsTest, ItStaysWhileTheKeysAreOnIt) {
     line->setTimes({1ms, 1ms});
     announce({u"Thrown away"_s, {counted(u"Bring back"_s)}, false});
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     action(*line, 0)->setFocus();
     int timeouts = 0;
     QObject::connect(line->findChild<QTimer*>(), &QTimer::timeout, [&timeouts] { ++timeouts; });
-    ASSERT_TRUE(QTest::qWaitFor([&timeouts] { return timeouts > 2; }));
+    ASSERT_TRUE(support::waitFor([&timeouts] { return timeouts > 2; }));
     EXPECT_EQ(text().text(), u"Thrown away"_s);
     window->findChild<QLineEdit*>()->setFocus();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); }));
+    EXPECT_TRUE(support::waitFor([this] { return text().text().isEmpty(); }));
 }
 
 TEST_F(NewsTest, AButtonRunsItsActionAsOftenAsItIsPressed) {
@@ -194,7 +195,7 @@ TEST_F(NewsTest, ScreenReadersFindItAsTheNameOfTheLine) {
     const auto* told = QAccessible::queryAccessibleInterface(&text());
     ASSERT_TRUE(told);
     EXPECT_EQ(told->text(QAccessible::Name), name) << "whole, though it is shown cut";
-    EXPECT_TRUE(QTest::qWaitFor([this] { return text().text().isEmpty(); }));
+    EXPECT_TRUE(support::waitFor([this] { return text().text().isEmpty(); }));
     EXPECT_EQ(told->text(QAccessible::Name), u"Recent messages"_s);
 }
 

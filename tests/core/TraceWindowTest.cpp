@@ -6,6 +6,7 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
 #include "shared/Context.h"
+#include "support/Waiting.h"
 #include "trace/TracePharmacy.h"
 
 #include <QAbstractItemModel>
@@ -124,7 +125,7 @@ TEST_F(TraceWindowTest, ByTheArrowsTheFramedRowIsChosenFirst) {
     open(u"L1"_s);
     window->show();
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     QTableView& batches = list(u"grdBatches"_s);
     batches.setFocus(Qt::TabFocusReason);
     ASSERT_EQ(batches.currentIndex().row(), 0);
@@ -195,7 +196,7 @@ TEST_F(TraceWindowTest, APatientNamedAsAChemicalIsOfferedBesideIt) {
     ASSERT_EQ(offers(), "Patients found: 2");
     window->show();
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     window->findChild<QLineEdit*>(u"txtTrace"_s)->setFocus();
     for (int stops = 0; stops < 9 && !qobject_cast<QPushButton*>(QApplication::focusWidget()); ++stops)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -466,7 +467,7 @@ TEST_F(TraceWindowTest, ASimilarLotOfOtherBlanksIsReached) {
 TEST_F(TraceWindowTest, TypingSearchesByItselfAfterAMoment) {
     open({});
     QTest::keyClicks(window->findChild<QLineEdit*>(u"txtTrace"_s), u"L2"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return column(u"grdBatches"_s, 2) == u"C3 B0001"_s; }));
+    EXPECT_TRUE(support::waitFor([&] { return column(u"grdBatches"_s, 2) == u"C3 B0001"_s; }));
 }
 
 TEST_F(TraceWindowTest, ATextThatItOpensWithIsTypedOver) {

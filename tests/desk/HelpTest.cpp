@@ -1,5 +1,6 @@
 // The manual beside real work: it blocks no dialog and no mix, and breaks neither.
 #include "DeskTest.h"
+#include "support/Waiting.h"
 
 #include "manual/ManualWindow.h"
 #include "platform/widgets/Boxes.h"
@@ -38,7 +39,7 @@ protected:
     void read() const {
         click(u"mnuManual"_s);
         ASSERT_TRUE(isRead());
-        ASSERT_TRUE(QTest::qWaitForWindowActive(manual()));
+        ASSERT_TRUE(support::becomesActive(manual()));
     }
 };
 
@@ -49,7 +50,7 @@ TEST_F(HelpDeskTest, ADialogGoesOnWhereItWas) {
         quantity->setText(u"25"_s);
         QTest::keyClick(quantity, Qt::Key_F1);
         EXPECT_TRUE(isRead());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(manual()));
+        EXPECT_TRUE(support::becomesActive(manual()));
         EXPECT_TRUE(takesClicks());
         QTest::keyClick(manual()->focusWidget(), Qt::Key_Escape);
         EXPECT_FALSE(isRead());

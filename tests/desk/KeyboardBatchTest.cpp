@@ -3,6 +3,7 @@
 #include "DeskTest.h"
 
 #include "Settle.h"
+#include "Waiting.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/report/PreviewWindow.h"
 #include "platform/widgets/Boxes.h"
@@ -74,7 +75,7 @@ protected:
     }
     /// As a desktop does when a window comes up or the one above it goes.
     static void activate(QWidget& shown) {
-        EXPECT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_TRUE(support::waitFor([&] {
             shown.activateWindow();
             return QApplication::activeWindow() == &shown;
         }));
@@ -93,7 +94,7 @@ protected:
             return *popup;
         if (!QApplication::activeWindow()) {
             window->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+            EXPECT_TRUE(support::becomesActive(window.get()));
         }
         QWidget* owner = QApplication::focusWidget();
         QWidget* active = QApplication::activeWindow();
@@ -106,7 +107,7 @@ protected:
 
 TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     press(Qt::Key_2, Qt::ControlModifier);
     press(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(str(focus()), "searchBox");
@@ -115,7 +116,7 @@ TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     ASSERT_EQ(str(text(formulas, u"txtfrm_Name"_s)), "Cooling Gel");
 
     whileOpen(u"frmMake"_s, [this](QWidget& form) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        EXPECT_TRUE(support::becomesActive(&form));
         support::settle();
         type(u"20"_s);
         press(Qt::Key_Return);
@@ -131,7 +132,7 @@ TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
         << "a second Enter must not pause or stop: " << str(focus());
 
     whileOpen(u"frmInitials"_s, [this](QWidget& form) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        EXPECT_TRUE(support::becomesActive(&form));
         support::settle();
         type(u"RK"_s);
         press(Qt::Key_Return);
@@ -148,7 +149,7 @@ TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     type(u"?"_s + newest("substr(log_Lot, 1, 8)"));
     press(Qt::Key_Return);
     whileOpen(u"frmSelPrint"_s, [this](QWidget& form) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        EXPECT_TRUE(support::becomesActive(&form));
         support::settle();
         goTo(u"cmdPosition_1"_s, Qt::Key_Tab);
         press(Qt::Key_Return);
@@ -160,7 +161,7 @@ TEST_P(KeyboardBatchTest, FromTheSearchToTheLabels) {
     ASSERT_TRUE(test::waitFor([] { return preview() && preview()->isComplete(); }));
     activate(*preview());
     whileOpen(u"savePdfDialog"_s, [this](QWidget& form) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        EXPECT_TRUE(support::becomesActive(&form));
         support::settle();
         press(Qt::Key_A, Qt::ControlModifier);
         type(folder.path(u"labels.pdf"_s));

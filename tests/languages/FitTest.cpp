@@ -6,6 +6,7 @@
 #include "LanguageTour.h"
 #include "mixer/SimulatorProcess.h"
 #include "support/Settle.h"
+#include "support/Waiting.h"
 
 #include "mixer/LinkRow.h"
 #include "platform/widgets/Theme.h"
@@ -84,7 +85,7 @@ private:
     void keepPicture(QWidget& shown, const QString& name) const {
         const auto* link = shown.findChild<sorvanto::LinkRow*>("mixerLink");
         if (link && (name == "formulas-1" || name == "current")) {
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !link->badge().isEmpty(); })) << "the mixer answers";
+            EXPECT_TRUE(support::waitFor([&] { return !link->badge().isEmpty(); })) << "the mixer answers";
         }
         QCoreApplication::processEvents();  // what changed meanwhile finds its place
         if (auto* database = shown.findChild<QLineEdit*>("txtDB"))

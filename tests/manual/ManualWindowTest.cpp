@@ -4,6 +4,7 @@
 #include "Child.h"
 #include "OpenedOutside.h"
 #include "TempProgramFolder.h"
+#include "Waiting.h"
 #include "WarningTrap.h"
 #include "manual/ManualView.h"
 #include "platform/widgets/Theme.h"
@@ -44,7 +45,7 @@ protected:
     void make(const QString& from) { window = std::make_unique<ManualWindow>(Manual(from, u"English"_s)); }
     void open(const char* place) {
         window->open(ManualPlace::of(QLatin1String(place)));
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        EXPECT_TRUE(support::becomesActive(window.get()));
     }
     ManualView& view() const { return *child<ManualView>(*window, "txtManual"); }
     std::string page() const { return view().page() ? view().page()->name.toStdString() : std::string(); }
@@ -98,7 +99,7 @@ TEST_F(ManualWindowTest, HeadingsOfTheOtherPagesFollowAndAreAllThere) {
     EXPECT_GT(contents.topLevelItem(0)->childCount(), 3);
     const int last = contents.topLevelItemCount() - 1;
     const auto headings = [&](int line) { return contents.topLevelItem(line)->childCount(); };
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(support::waitFor([&] {
         for (int line = 0; line <= last; ++line) {
             if (headings(line) + 1 !=
                 static_cast<int>(window->manual().pages()[static_cast<std::size_t>(line)].sections().size()))
@@ -356,16 +357,16 @@ TEST_F(ManualWindowTest, OpenBeforeADialogItStaysInUseBesideIt) {
     QDialog first;
     first.setModal(true);
     first.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&first)) << "the dialog is in front";
-    EXPECT_TRUE(QTest::qWaitFor(used)) << "beside a dialog";
+    ASSERT_TRUE(support::becomesActive(&first)) << "the dialog is in front";
+    EXPECT_TRUE(support::waitFor(used)) << "beside a dialog";
     QDialog second(&first);
     second.setModal(true);
     second.show();
-    EXPECT_TRUE(QTest::qWaitFor(used)) << "and one above that";
+    EXPECT_TRUE(support::waitFor(used)) << "and one above that";
     second.hide();
-    EXPECT_TRUE(QTest::qWaitFor(used));
+    EXPECT_TRUE(support::waitFor(used));
     QCoreApplication::processEvents();  // the dialog below comes to the front first
-    ASSERT_TRUE(QTest::qWaitFor([this] {
+    ASSERT_TRUE(support::waitFor([this] {
         window->activateWindow();
         return QApplication::activeWindow() == window.get();
     }));

@@ -15,8 +15,7 @@
 #include "mixer/MixSession.h"
 #include "mixer/protocol/FrameDecoder.h"
 #include "platform/serial/SerialPort.h"
-
-#include <QTest>
+#include "support/Waiting.h"
 
 namespace sorvanto::test {
 
@@ -62,7 +61,7 @@ private:
     protocol::FrameDecoder m_decoder{protocol::Direction::ToMixer};
 };
 
-/// Lets events happen until the condition holds, 5 seconds at most.
+/// Lets events happen until the condition holds, soon where it does soon. False when it never did.
 template <class Condition>
 bool waitFor(Condition condition) {
     constexpr int quickTurns = 50;  // most of what is waited for is a few turns of the loop away
@@ -72,7 +71,7 @@ bool waitFor(Condition condition) {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    return QTest::qWaitFor(condition, 5000);
+    return support::waitFor(condition);
 }
 
 /// A formula document as the program makes it.

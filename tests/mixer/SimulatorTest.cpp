@@ -116,7 +116,7 @@ TEST_F(SimulatorTest, EndsWithItsParent) {
     ASSERT_TRUE(orphan.waitForReadyRead());
     kill(parent, SIGKILL);
     waitpid(parent, nullptr, 0);
-    EXPECT_TRUE(orphan.waitForFinished(5000));
+    EXPECT_TRUE(orphan.waitForFinished(support::patience));
     EXPECT_EQ(orphan.exitCode(), 0);
 }
 

@@ -1,6 +1,7 @@
 // Which texts a draft holds, and the ways in which each screen loses them: choices, steps of the mix, numbers
 // and dates that can't be read, half-typed cells, new records, refused saves, reports and a finished mix.
 #include "DraftsTest.h"
+#include "support/Waiting.h"
 
 #include "mixing/frmMake.h"
 #include "platform/widgets/ReportList.h"
@@ -328,7 +329,7 @@ TEST_F(DraftTextsTest, AFolderThatCantBeWrittenHindersNobody) {
     editAt(patients);
     type(patients, "stir well");
     click("cmdPatients");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !reporter->calls.empty(); }));
+    ASSERT_TRUE(support::waitFor([&] { return !reporter->calls.empty(); }));
     expectReport("DraftStore:write");
     bringBack();
     EXPECT_EQ(notes(patients).text(), "stir well");

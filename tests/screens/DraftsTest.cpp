@@ -1,4 +1,5 @@
 #include "DraftsTest.h"
+#include "support/Waiting.h"
 
 #include "shared/databaseInUse.h"
 
@@ -281,7 +282,7 @@ TEST_P(EachScreen, ADotMarksTheScreenWithTypedText) {
     editAt(number());
     EXPECT_EQ(mark(number()), "");
     type(number(), "stir well");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return mark(number()) == "Unsaved text"; }));
+    EXPECT_TRUE(support::waitFor([&] { return mark(number()) == "Unsaved text"; }));
     EXPECT_TRUE(browsing(number()).hasTypedText());
     click("cmdCurrent");
     EXPECT_EQ(mark(number()), "Unsaved text") << "also while another screen is on show";

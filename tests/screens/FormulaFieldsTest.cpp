@@ -1,5 +1,6 @@
 // The formula screen's fields: what is shown, what a save takes and refuses.
 #include "FormulaScreenTest.h"
+#include "support/Waiting.h"
 
 #include "config/clsOptions.h"
 #include "platform/widgets/Hint.h"
@@ -163,7 +164,7 @@ TEST_F(FormulaFieldsTest, AQuantityAboveZeroIsRequired) {
 
 TEST_F(FormulaFieldsTest, AQuantityThatCanNotBeReadIsRefusedWhereTheUserSeesIt) {
     edit("Plain Base");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     auto& field = box<NumberBox>("txtfrm_Quantity");
     for (const char* quantity : {"1001", "1.234,5", "2.5"}) {
         tabs().setCurrentIndex(0);

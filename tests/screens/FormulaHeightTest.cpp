@@ -2,6 +2,7 @@
 // naming a folder, a picture is kept there.
 #include "FormulaScreenTest.h"
 #include "Settle.h"
+#include "Waiting.h"
 
 #include "platform/widgets/Theme.h"
 
@@ -39,7 +40,7 @@ TEST_F(FormulaHeightTest, TheGeneralTabDoesNotScrollForTheSakeOfTheMixOptions) {
     EXPECT_FALSE(scrolls());
     tabs().setCurrentIndex(2);
     EXPECT_GT(formula().minimumSizeHint().height(), low);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scrolls(); })) << "nothing of the high page gets lost";
+    EXPECT_TRUE(support::waitFor([&] { return scrolls(); })) << "nothing of the high page gets lost";
     tabs().setCurrentIndex(0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scrolls(); }));
+    EXPECT_TRUE(support::waitFor([&] { return !scrolls(); }));
 }

@@ -1,5 +1,6 @@
 // Formulas made, copied, deleted and given up.
 #include "FormulaScreenTest.h"
+#include "support/Waiting.h"
 
 using namespace sorvanto;
 using platform::Answer;
@@ -39,7 +40,7 @@ TEST_F(FormulaRecordsTest, NewMakesTheRowAtOnceAndOpensItForEditing) {
     EXPECT_EQ(steps().count(), 0);
     EXPECT_TRUE(column("chm_Name").isEmpty());
     EXPECT_EQ(str(caption()), "Sorvanto Control Panel: Formulas  :    (Edit)");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     EXPECT_TRUE(box<TextBox>("txtfrm_Name").hasFocus());
 }
 

@@ -3,6 +3,7 @@
 #include "ScreenTest.h"
 
 #include "Child.h"
+#include "Waiting.h"
 #include "core/HelpPlaces.h"
 #include "manual/ManualView.h"
 #include "platform/widgets/OwnerWindow.h"
@@ -27,7 +28,7 @@ protected:
     void SetUp() override {
         ScreenTest::SetUp();
         load();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(support::becomesActive(window.get()));
     }
     void seed() override { seedFormulas(); }
     static ManualWindow* manual() {
@@ -94,7 +95,7 @@ TEST_F(HelpTest, F1OpensThePageOfTheScreen) {
     for (const auto& [button, wanted] : screens) {
         click(QLatin1String(button));
         window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(support::becomesActive(window.get()));
         QTest::keyClick(window.get(), Qt::Key_F1);
         EXPECT_EQ(place(), wanted);
         manual()->close();
@@ -121,7 +122,7 @@ TEST_F(HelpTest, TheMenuOpensItAndThereIsOnlyOne) {
 
 TEST_F(HelpTest, WhatIsAskedWhileItIsReadBelongsToTheWindowBefore) {
     QTest::keyClick(window.get(), Qt::Key_F1);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(manual()));
+    ASSERT_TRUE(support::becomesActive(manual()));
     EXPECT_EQ(platform::ownerWindow(), window.get());
 }
 
@@ -131,12 +132,12 @@ TEST_F(HelpTest, FromADialogItIsThatOfTheDialogAndCanBeRead) {
     auto* box = new QLineEdit(&dialog);
     dialog.setModal(true);
     dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(support::becomesActive(&dialog));
     box->setFocus();
     QTest::keyClick(box, Qt::Key_F1);
     EXPECT_EQ(place(), "labels.md#labels");
     EXPECT_TRUE(dialog.isVisible());
-    ASSERT_TRUE(QTest::qWaitFor([] {
+    ASSERT_TRUE(support::waitFor([] {
         manual()->activateWindow();
         return QApplication::activeWindow() == manual();
     }));

@@ -1,5 +1,6 @@
 // What the log screen says of the formula since the batch, and where that leads.
 #include "HistoryScreenTest.h"
+#include "support/Waiting.h"
 
 #include <QAbstractItemModel>
 #include <QLabel>
@@ -17,7 +18,7 @@ protected:
     QPushButton& line() const { return control<QPushButton>(logs, u"lnkRecipeChanges"_s); }
     /// What the line says once it has looked.
     QString said() const {
-        return QTest::qWaitFor([&] { return !line().text().isEmpty(); }) ? line().text() : QString();
+        return support::waitFor([&] { return !line().text().isEmpty(); }) ? line().text() : QString();
     }
     /// Batch 1 is from after the beginning of the history, and from before all that is changed from now on.
     void openFirstBatch() {

@@ -1,5 +1,6 @@
 // Steps of the programme put in another order, with the mouse and through the list's own signals.
 #include "FormulaScreenTest.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -19,7 +20,7 @@ protected:
         steps().clear();
         for (const char* name : {"A", "B", "C", "D"})
             steps().addRow({name, QString(name) + "1", QString(name) + "2", QString(name) + "3"});
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(support::becomesActive(window.get()));
         QCoreApplication::processEvents();
     }
     QString order() const {

@@ -1,6 +1,7 @@
 // A delivery on the chemical screen: the lot is added, formulas take it, and what they store is brought up to date.
 #include "Announced.h"
 #include "ScreenTest.h"
+#include "Waiting.h"
 
 #include "platform/widgets/Boxes.h"
 
@@ -122,7 +123,7 @@ TEST_F(NewLotTest, ByTheKeyboardAloneAScannersEnterAddsNothing) {
     showCamphor();
     inWindow("NewLotWindow", [](QWidget& form) {
         form.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+        ASSERT_TRUE(support::becomesActive(&form));
         const auto focus = [] { return str(QApplication::focusWidget()->objectName()); };
         EXPECT_EQ(focus(), "txtLot");
         QTest::keyClicks(QApplication::focusWidget(), u"L301"_s);
@@ -139,7 +140,7 @@ TEST_F(NewLotTest, ByTheKeyboardAloneAScannersEnterAddsNothing) {
             << "all that are chosen get what the first has not";
         EXPECT_TRUE(form.isVisible());
         QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !form.isVisible(); }));
+        EXPECT_TRUE(support::waitFor([&] { return !form.isVisible(); }));
     });
     click(u"cmdNewLot"_s);
     EXPECT_EQ(lines(), "11:5\n15:5");

@@ -1,6 +1,7 @@
 // Prices from a supplier's list, as the user of the chemical screen takes them.
 #include "Announced.h"
 #include "ScreenTest.h"
+#include "Waiting.h"
 
 #include "platform/widgets/Theme.h"
 #include "screens/PriceList.h"
@@ -120,7 +121,7 @@ TEST_F(PriceImportTest, TheSpaceBarHasARowFromTheBeginning) {
     openScreen(list);
     import([](QWidget& form) {
         form.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    ASSERT_TRUE(support::becomesActive(&form));
     ASSERT_EQ(str(QApplication::focusWidget()->objectName()), "grdPrices");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     EXPECT_EQ(ticks(form), "ooo--");
@@ -137,7 +138,7 @@ TEST_F(PriceImportTest, TheFocusIsNoSecondBox) {
     import([](QWidget& form) {
         auto& view = *child<QTableView>(form, "grdPrices");
     form.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    ASSERT_TRUE(support::becomesActive(&form));
     const auto inside = [&] {
         const QRect cell = view.visualRect(view.model()->index(0, PriceRowsModel::tick));
         return view.viewport()->grab(cell.adjusted(4, 4, 0, -4)).toImage();

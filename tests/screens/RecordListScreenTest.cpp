@@ -2,6 +2,7 @@
 // up to date, where it stands in a wide and in a narrow window.
 #include "ScreenTest.h"
 #include "Settle.h"
+#include "Waiting.h"
 #include "core/BenchWatch.h"
 #include "core/RecordListPlace.h"
 #include "platform/widgets/Boxes.h"
@@ -38,7 +39,7 @@ protected:
     }
     void waitForRows() {
         settle();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !list().isVisible() || !count().isEmpty(); }));
+        ASSERT_TRUE(support::waitFor([this] { return !list().isVisible() || !count().isEmpty(); }));
         settle();
     }
     platform::RecordList& list() const {
@@ -207,7 +208,7 @@ TEST_F(RecordListScreenTest, HiddenInAWideWindowItStaysHidden) {
 TEST_F(RecordListScreenTest, ItsKeysWorkFromTheForm) {
     show(narrow, u"cmdFormulas"_s);
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(support::becomesActive(window.get()));
     QTest::keyClick(window.get(), Qt::Key_L, Qt::ControlModifier);
     EXPECT_TRUE(list().isVisible());
     EXPECT_TRUE(support::child<QLineEdit>(*window, u"txtListFilter"_s)->hasFocus());

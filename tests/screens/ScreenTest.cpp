@@ -1,5 +1,6 @@
 // The screens' test world.
 #include "ScreenTest.h"
+#include "support/Waiting.h"
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Boxes.h"
@@ -121,7 +122,7 @@ bool ScreenTest::closePreview() {
 void ScreenTest::typeInCell(platform::RecordGrid& grid, int row, const QString& field, const QString& text) {
     ASSERT_TRUE(grid.isVisible());
     grid.window()->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.window()));
+    ASSERT_TRUE(support::becomesActive(grid.window()));
     grid.setFocus();
     grid.setCurrentIndex(grid.model()->index(row, grid.columnByField(field)));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

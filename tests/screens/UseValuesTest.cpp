@@ -1,6 +1,7 @@
 // The values of an earlier day in the boxes of today's record: as if typed, and saved by nobody but the user.
 #include "HistoryScreenTest.h"
 #include "shared/PastValues.h"
+#include "support/Waiting.h"
 
 #include <QPushButton>
 
@@ -102,7 +103,7 @@ TEST_F(UseValuesTest, WhatWasTypedIsPutOnOfferAndNotLost) {
     control<platform::TextBox>(chemicals, u"txtchm_Lot"_s).setText(u"typed"_s);
     useOldValues();
     EXPECT_EQ(str(text(chemicals, u"txtchm_Lot"_s)), "OLD");
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(support::waitFor(
         [this] { return QDir(folder.path(u"drafts"_s)).entryList({u"*.json"_s}).size() == 2; }));
 }
 

@@ -23,7 +23,7 @@ Handle openFile(const QString& path, int flags) {
     Handle handle(raw, sqlite3_close);
     if (code != SQLITE_OK)
         throw std::runtime_error("Can't open " + path.toStdString() + ": " + sqlite3_errmsg(raw));
-    sqlite3_busy_timeout(raw, 2000);
+    sqlite3_busy_timeout(raw, 60'000);
     return handle;
 }
 

@@ -6,6 +6,7 @@
 #include "mixer/ctlSorvanto.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordList.h"
+#include "support/Waiting.h"
 
 #include <QDateTimeEdit>
 #include <QPushButton>
@@ -230,7 +231,7 @@ TEST_F(ScreenTripsTest, NoClickBesideTheRecordListAsksForOthers) {
     startAlone();
     window->resize(1920, 1040);
     const auto& list = *window->findChild<platform::RecordList*>();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list.model().rowCount() > 0; }));
+    ASSERT_TRUE(support::waitFor([&] { return list.model().rowCount() > 0; }));
     settle();
     expectClicks("formula beside the list",
                  {{"cmdNext", 1}, {"cmdNext", 1}, {"cmdPrevious", 1}, {"cmdLast", 1}});

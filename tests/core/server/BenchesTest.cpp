@@ -1,6 +1,7 @@
 // What benches see of each other: who is at work and mixes what, whose mixer and record it is, what was added and deleted.
 #include "ServerProxy.h"
 #include "ServerStartTest.h"
+#include "Waiting.h"
 #include "core/BenchWatch.h"
 #include "core/Health.h"
 #include "core/RecordListPane.h"
@@ -112,7 +113,7 @@ TEST_F(BenchesTest, AMixIsToldOverALineThatWasLostMeanwhile) {
     there.look();
     support::runOnWholeServer(
         u"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE application_name LIKE '%@%'"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(support::waitFor([&] {
         other.context.connection->engine().lookAfter();
         there.look();
         const auto benches = benchesAtWork(context.connection->engine());
@@ -135,7 +136,7 @@ TEST_F(BenchesTest, AMixerOfTheSameNumberAtAnotherBenchIsTold) {
     EXPECT_EQ(second.log.otherBenchWith(u"SV0427"_s), "");
     EXPECT_EQ(mine.otherBenchWith(u"SV0427"_s), currentWriter().person);
     context.connection->close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return second.log.otherBenchWith(u"SV0426"_s).isEmpty(); }))
+    EXPECT_TRUE(support::waitFor([&] { return second.log.otherBenchWith(u"SV0426"_s).isEmpty(); }))
         << "the program there has ended";
 }
 
@@ -186,10 +187,10 @@ TEST_F(BenchesTest, TheRecordListShowsWhatAnotherBenchAdds) {
     pane.setShown(true);
     const auto rows = [&] { return list.model().rowCount(); };
     const auto stored = [] { return runOnServer(u"SELECT count(*) FROM \"Patient\""_s)[0][0].toInt(); };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == stored(); }));
+    EXPECT_TRUE(support::waitFor([&] { return rows() == stored(); }));
     const int before = rows();
     openDB(other.context)->execute(u"INSERT INTO Patient (pat_LName) VALUES ('Doe')"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == before + 1; })) << rows();
+    EXPECT_TRUE(support::waitFor([&] { return rows() == before + 1; })) << rows();
 }
 
 }  // namespace

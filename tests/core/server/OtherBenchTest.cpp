@@ -2,6 +2,7 @@
 #include "screens/ScreenTest.h"
 
 #include "TestServer.h"
+#include "Waiting.h"
 #include "core/BenchWatch.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/RecordList.h"
@@ -272,9 +273,9 @@ TEST_F(OtherBenchTest, TheListFollows) {
     window->resize(1700, 900);
     click("cmdFormulas");
     auto& list = *child<platform::RecordList>(*window, u"recordList"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list.model().rowCount() == 3; }));
+    ASSERT_TRUE(support::waitFor([&] { return list.model().rowCount() == 3; }));
     otherDoes(u"INSERT INTO \"Formula\" (\"frm_Name\") VALUES ('A Lotion')"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list.model().rowCount() == 4; }));
+    EXPECT_TRUE(support::waitFor([&] { return list.model().rowCount() == 4; }));
 }
 
 TEST_F(OtherBenchTest, NothingIsShownFreshBelowAWindow) {

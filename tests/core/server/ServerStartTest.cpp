@@ -7,6 +7,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/data/Query.h"
 #include "shared/databaseInUse.h"
+#include "support/Waiting.h"
 
 #include <QDir>
 #include <QTest>
@@ -193,7 +194,7 @@ TEST_F(ServerUpdateTest, AProgramWhoseLineBrokeWorksOnNothingThatIsBeingUpdated)
     EXPECT_THROW(change(), platform::RuntimeError);
     EXPECT_TRUE(context.connection->engine().isRefused());
     updater.close();
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(support::waitFor([&] {
         return runOnServer(u"SELECT count(*) FROM pg_locks WHERE locktype = 'advisory'"_s)[0][0] == "0"_L1;
     }));
     change();

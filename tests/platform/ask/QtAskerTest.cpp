@@ -1,5 +1,6 @@
 // The real windows: which buttons, which is the default, what keys answer, what they look like.
 #include "platform/widgets/QtAsker.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -37,7 +38,7 @@ protected:
                 when(script);  // a window that takes its time to come up and to wait
                 return;
             }
-            EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+            EXPECT_TRUE(support::becomesActive(box));
             script(*box);
         });
     }
@@ -218,7 +219,7 @@ TEST_F(QtAsking, AFileIsChosenWithoutRegardToCase) {
         EXPECT_EQ(dialog.nameFilters(), QStringList("Database (sorvanto.mdb)"));
         dialog.setDirectory(folder.path());
         auto* list = dialog.findChild<QListView*>("listView");
-        EXPECT_TRUE(QTest::qWaitFor([list] { return list->model()->rowCount(list->rootIndex()) == 1; }));
+        EXPECT_TRUE(support::waitFor([list] { return list->model()->rowCount(list->rootIndex()) == 1; }));
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText("SORVANTO.MDB");
         QMetaObject::invokeMethod(&dialog, "accept");
     });
@@ -268,14 +269,14 @@ TEST_F(QtAsking, ABoxBelongsToTheWindowInUse) {
     first.show();
     second.show();
     second.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&second));
+    ASSERT_TRUE(support::becomesActive(&second));
     when([&](QDialog& box) {
         EXPECT_EQ(box.parentWidget(), &second);
         box.accept();
     });
     MsgBox("x");
     first.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&first));
+    ASSERT_TRUE(support::becomesActive(&first));
     when([&](QDialog& box) {
         EXPECT_EQ(box.parentWidget(), &first);
         box.accept();

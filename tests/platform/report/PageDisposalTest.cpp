@@ -1,5 +1,6 @@
 // Pages that nobody looks at any more go a few at a time, and all of them.
 #include "platform/report/PageDisposal.h"
+#include "support/Waiting.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -31,7 +32,7 @@ TEST(PageDisposal, DropsSomePagesATurnAndEndsItself) {
 TEST(PageDisposal, OfNoPagesEndsItselfToo) {
     QObject owner;
     const QPointer<PageDisposal> disposal = new PageDisposal({}, &owner);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return disposal.isNull(); }));
+    EXPECT_TRUE(support::waitFor([&] { return disposal.isNull(); }));
 }
 
 }  // namespace

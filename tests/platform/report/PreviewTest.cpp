@@ -5,6 +5,7 @@
 #include "support/ScriptedAsker.h"
 #include "support/Settle.h"
 #include "support/TempProgramFolder.h"
+#include "support/Waiting.h"
 
 #include "platform/basic/RuntimeError.h"
 #include "platform/basic/SystemLocale.h"
@@ -129,7 +130,7 @@ TEST_F(Preview, AFailureLaterKeepsThePagesBeforeItAndIsToldOnce) {
             throw RuntimeError(error::divisionByZero, "Division by zero");
     };
     open(std::move(report));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }));
+    ASSERT_TRUE(support::waitFor([&] { return !failures.isEmpty(); }));
     support::settle();
     EXPECT_EQ(failures, QStringList("Division by zero"));
     EXPECT_EQ(window->document().pages.size(), 3u);
@@ -163,7 +164,7 @@ TEST_F(Preview, EscapeStopsFirstAndThenCloses) {
     ASSERT_FALSE(window.isNull());
     EXPECT_TRUE(window->isVisible());
     QTest::keyClick(window, Qt::Key_Escape);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.isNull(); })) << "a closed preview is gone";
+    ASSERT_TRUE(support::waitFor([&] { return window.isNull(); })) << "a closed preview is gone";
 }
 
 TEST_F(Preview, ClosingWhileItRunsEndsTheReport) {
@@ -172,7 +173,7 @@ TEST_F(Preview, ClosingWhileItRunsEndsTheReport) {
     const auto events = report->events;
     open(std::move(report));
     window->close();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
+    ASSERT_TRUE(support::waitFor([&] { return window.isNull(); }));
     EXPECT_EQ(events->last(), "terminate");
 }
 
@@ -410,7 +411,7 @@ TEST_F(Preview, SavesAsPdfAtAPathTypedByHand) {
         line->selectAll();
         QTest::keyClicks(line, place.path() + "/sheets/stock", Qt::NoModifier, 5);
         const auto* files = child<QFileSystemModel>(dialog, "qt_filesystem_model");
-        ASSERT_TRUE(QTest::qWaitFor([&] {
+        ASSERT_TRUE(support::waitFor([&] {
             return files->rowCount(files->index(place.path() + "/sheets")) == 1;
         })) << "the folder is read meanwhile";
         QTest::keyClick(line, Qt::Key_Return);
@@ -430,7 +431,7 @@ TEST_F(Preview, AFolderSelectedWhileAPathIsTypedDoesNotTakeItsPlace) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
         files.setDirectory(place.path());
         auto* list = child<QListView>(dialog, "listView");
-        ASSERT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; }));
+        ASSERT_TRUE(support::waitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; }));
         auto* line = child<QLineEdit>(dialog, "fileNameEdit");
         line->setFocus();
         line->selectAll();

@@ -1,5 +1,6 @@
 // Bytes over a real pseudo-terminal, and the end of a line.
 #include "support/TempProgramFolder.h"
+#include "support/Waiting.h"
 #include "support/WarningTrap.h"
 
 #include <gtest/gtest.h>
@@ -41,14 +42,14 @@ TEST_F(QtSerialPortTest, EveryByteBothWays) {
     EXPECT_TRUE(port.write(everyByte()));
     EXPECT_EQ(terminal.read(256), everyByte());
     terminal.write(everyByte());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return received.size() == 256; }));
+    EXPECT_TRUE(support::waitFor([&] { return received.size() == 256; }));
     EXPECT_EQ(received, everyByte());
 }
 
 TEST_F(QtSerialPortTest, PulledPlugIsToldOnceAndClosesThePort) {
     QSignalSpy failed(&port, &SerialPort::failed);
     terminal.close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return failed.count() == 1; }));
+    EXPECT_TRUE(support::waitFor([&] { return failed.count() == 1; }));
     EXPECT_FALSE(port.isOpen());
     EXPECT_FALSE(port.errorText().isEmpty());
     EXPECT_FALSE(port.write("x"));
@@ -56,7 +57,7 @@ TEST_F(QtSerialPortTest, PulledPlugIsToldOnceAndClosesThePort) {
     const test::Terminal other;
     ASSERT_TRUE(port.open(other.path(), 57600));
     other.write("x");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return received == "x"; }));
+    EXPECT_TRUE(support::waitFor([&] { return received == "x"; }));
     EXPECT_EQ(failed.count(), 1);
 }
 
@@ -70,7 +71,7 @@ TEST_F(QtSerialPortTest, ClosingIsSilentAndOpeningAgainWorks) {
     EXPECT_TRUE(port.write("hello"));
     EXPECT_EQ(terminal.read(5), "hello");
     terminal.write("there");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return received == "there"; }));
+    EXPECT_TRUE(support::waitFor([&] { return received == "there"; }));
     EXPECT_EQ(failed.count(), 0);
 }
 

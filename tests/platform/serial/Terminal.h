@@ -1,6 +1,8 @@
 // A pseudo-terminal of the test's own: what a program writes to path() comes out of read(), and back.
 #pragma once
 
+#include "support/Waiting.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QString>
@@ -36,7 +38,7 @@ public:
     /// Waits for that many bytes.
     QByteArray read(int count) const {
         QByteArray bytes;
-        static_cast<void>(QTest::qWaitFor([&] {
+        static_cast<void>(support::waitFor([&] {
             char buffer[4096];
             const auto got = ::read(m_master, buffer, sizeof buffer);
             bytes.append(buffer, got > 0 ? static_cast<int>(got) : 0);

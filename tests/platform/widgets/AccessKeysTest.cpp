@@ -1,5 +1,6 @@
 // Letters that press a button together with Alt.
 #include "platform/widgets/AccessKeys.h"
+#include "support/Waiting.h"
 
 #include <QDialog>
 #include <QPushButton>
@@ -44,11 +45,11 @@ TEST(AccessKeysTest, AltAndTheLetterPressIt) {
     QObject::connect(&add, &QPushButton::clicked, &window, [&] { ++pressed; });
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(support::becomesActive(&window));
     QTest::keyClick(&window, Qt::Key_A);
     EXPECT_EQ(pressed, 0) << "the letter alone";
     QTest::keyClick(&window, Qt::Key_A, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return pressed == 1; })) << "the button is seen to go down first";
+    EXPECT_TRUE(support::waitFor([&] { return pressed == 1; })) << "the button is seen to go down first";
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The wait for a server as the user sees it, and what must not happen meanwhile: another statement would get in between.
 #include "platform/widgets/AnswerWait.h"
+#include "support/Waiting.h"
 
 #include "platform/widgets/FreshKeys.h"
 #include "platform/widgets/WorkWindow.h"
@@ -42,7 +43,7 @@ protected:
 TEST_F(AnswerWaitTest, WindowsArePaintedFromTheFirstTurnOn) {
     Painted painted;
     painted.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&painted));
+    ASSERT_TRUE(support::becomesExposed(&painted));
     QApplication::processEvents();
     const int before = painted.times;
     painted.update();
@@ -60,7 +61,7 @@ TEST_F(AnswerWaitTest, NeitherTimersNorCallsRunBeforeTheWindowIsThere) {
     QPushButton button("x");
     QObject::connect(&button, &QPushButton::clicked, [&] { ++ran; });
     button.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&button));
+    ASSERT_TRUE(support::becomesExposed(&button));
     ran = 0;
     QTimer::singleShot(0, &button, [&] { ++ran; });
     QMetaObject::invokeMethod(
@@ -148,7 +149,7 @@ TEST_F(AnswerWaitTest, WhatAsksForRecordsBeginsWhenItIsOver) {
     EXPECT_EQ(ran, 0);
     wait.ended();
     EXPECT_FALSE(UnderWay::any());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 1; }));
+    EXPECT_TRUE(support::waitFor([&] { return ran == 1; }));
 }
 
 TEST_F(AnswerWaitTest, ASavedChangeIsToldOnceTheWaitIsOver) {

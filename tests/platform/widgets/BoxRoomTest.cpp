@@ -4,6 +4,7 @@
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/OneLine.h"
 #include "platform/widgets/ReportList.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -34,7 +35,7 @@ protected:
         window.show();
         window.activateWindow();
         box.setFocus();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
     }
     void paste(const QString& text) {
         QApplication::clipboard()->setText(text);
@@ -42,7 +43,7 @@ protected:
     }
     QString tipOf(QWidget& widget) {
         QToolTip::hideText();  // takes a moment
-        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        EXPECT_TRUE(support::waitFor([] { return !QToolTip::isVisible(); }));
         const QPoint middle = widget.rect().center();
         QHelpEvent event(QEvent::ToolTip, middle, widget.mapToGlobal(middle));
         QApplication::sendEvent(&widget, &event);

@@ -4,6 +4,7 @@
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/StepEntry.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -35,7 +36,7 @@ protected:
         window.resize(400, 300);
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
         box.show();
         box.setFocus();
     }
@@ -401,7 +402,7 @@ TEST_F(UpDowns, StepsOfTenAndKeys) {
 
 TEST_F(UpDowns, RepeatsWhileHeld) {
     QTest::mousePress(arrow("up"), Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return updown.value() >= 103; }));
+    EXPECT_TRUE(support::waitFor([this] { return updown.value() >= 103; }));
     QTest::mouseRelease(arrow("up"), Qt::LeftButton);
 }
 

@@ -2,6 +2,7 @@
 #include "Gallery.h"
 #include "SampleRows.h"
 #include "Settle.h"
+#include "Waiting.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/BarButton.h"
 #include "platform/widgets/BarKeys.h"
@@ -42,7 +43,7 @@ protected:
                          [this](Tool& tool, int key) { keys << tool.name() + ":" + QString::number(key); });
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(support::becomesActive(&window));
     }
     static void pressF6(Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, modifiers);
@@ -87,7 +88,7 @@ TEST_F(Bar, AScreenReaderPressesAPictureAsAMouseDoes) {
             *QAccessible::queryAccessibleInterface(button(name))->actionInterface();
         actions.doAction(actions.actionNames().front());
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return clicks.size() == 2; }));
+    EXPECT_TRUE(support::waitFor([&] { return clicks.size() == 2; }));
     EXPECT_EQ(clicks, QStringList({"cmdSave", "cmdFormulas"}));
     EXPECT_FALSE(button("cmdFormulas")->isChecked()) << "whether it is on is the program's to say";
 }
@@ -216,7 +217,7 @@ TEST_F(Bar, AccessKeysOpenTheMenus) {
         QTest::keyClick(menu("mnuActivities"), Qt::Key_C);
     });
     QTest::keyClick(&window, Qt::Key_A, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return clicks.contains("mnuChemicals"); }));
+    EXPECT_TRUE(support::waitFor([this] { return clicks.contains("mnuChemicals"); }));
     EXPECT_EQ(clicks, QStringList({"mnuActivities", "mnuChemicals"}));
 }
 
@@ -414,7 +415,7 @@ TEST(BarKeysOfOpeners, BringUpTheirMenuAndAreOneClick) {
     bar.attach(window, {});
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(support::becomesActive(&window));
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
     QMenu* menu = window.findChild<BarButton*>(u"cmdPrint"_s)->menu();
     EXPECT_TRUE(menu->isVisible());
@@ -449,7 +450,7 @@ TEST(BarKeysOfEntries, AreShownInTheMenuAndInTheTipOfTheButton) {
     options.setToolTip(u"Options"_s);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(support::becomesActive(&window));
     EXPECT_EQ(options.action().toolTip(), u"Options (Ctrl+,)"_s);
     EXPECT_TRUE(options.action().shortcut().isEmpty()) << "a second owner would make the keys ambiguous";
     QTest::keyClick(&window, Qt::Key_Comma, Qt::ControlModifier);

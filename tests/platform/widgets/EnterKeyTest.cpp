@@ -1,5 +1,6 @@
 // Enter on a button, whatever window it is on.
 #include "platform/widgets/EnterKey.h"
+#include "support/Waiting.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -25,7 +26,7 @@ protected:
     void show() {
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
     }
     static void press(QWidget& widget, bool held = false, int key = Qt::Key_Return) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, u"\r"_s, held);

@@ -1,5 +1,6 @@
 // Where the focus goes when what had it is switched off or hidden.
 #include "platform/widgets/FocusLoss.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -33,7 +34,7 @@ protected:
         area->setWidget(inside);
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(support::becomesActive(&window));
     }
     QWidget* focus() const { return QApplication::focusWidget(); }
 

@@ -1,5 +1,6 @@
 // A window that comes up under typing hands takes no keys that were meant for another.
 #include "platform/widgets/FreshKeys.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -28,7 +29,7 @@ protected:
     void show(int rest) {
         setTypingRest(std::chrono::milliseconds(rest));
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
         box.setFocus();
     }
     static void repeat(QWidget& to, int key, const QString& text) {
@@ -63,7 +64,7 @@ TEST_F(FreshKeysTest, KeysOfTheFirstMomentAreSwallowed) {
 
 TEST_F(FreshKeysTest, FreshPressesCountAfterwardsAndRepeatsDoNot) {
     show(50);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return keys->isOpen(); }));
+    ASSERT_TRUE(support::waitFor([&] { return keys->isOpen(); }));
     repeat(box, Qt::Key_W, u"w"_s);
     repeat(box, Qt::Key_Return, u"\r"_s);
     EXPECT_EQ(box.text(), QString());

@@ -2,6 +2,7 @@
 #include "Gallery.h"
 #include "SampleRows.h"
 #include "Settle.h"
+#include "Waiting.h"
 #include "WarningTrap.h"
 #include "platform/widgets/AskDialog.h"
 #include "platform/widgets/Boxes.h"
@@ -46,7 +47,7 @@ struct GalleryWindow {
         for (const char* name : {"cmdSave", "cmdCancel"})
             bar.band("MainBar").tool(name).setEnabled(!locked);
         window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        EXPECT_TRUE(support::becomesExposed(&window));
     }
 
     support::SampleRows rows;

@@ -2,6 +2,7 @@
 #include "platform/widgets/LongWork.h"
 
 #include "support/Child.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -35,9 +36,9 @@ TEST(LongWork, ShowsHowFarItIs) {
     untilShown(work, 0.25);
     EXPECT_EQ(window()->windowTitle(), "Exporting Log.xls");
     auto* bar = window()->findChild<QProgressBar*>();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return work.goesOn(0.25) && bar->value() > 0; }));
+    ASSERT_TRUE(support::waitFor([&] { return work.goesOn(0.25) && bar->value() > 0; }));
     EXPECT_NEAR(double(bar->value()) / bar->maximum(), 0.25, 0.01);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return work.goesOn(1) && bar->value() * 4 > 3 * bar->maximum(); }));
+    ASSERT_TRUE(support::waitFor([&] { return work.goesOn(1) && bar->value() * 4 > 3 * bar->maximum(); }));
     EXPECT_TRUE(window()) << "the window goes with the work, not with the number";
 }
 

@@ -4,6 +4,7 @@
 #include "platform/widgets/Hint.h"
 #include "platform/widgets/Texts.h"
 #include "platform/widgets/Theme.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -26,7 +27,7 @@ protected:
         other.move(0, 100);
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
         other.setFocus();
     }
     void type(const QString& text) {

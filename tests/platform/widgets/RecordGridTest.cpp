@@ -4,6 +4,7 @@
 #include "ScriptedAsker.h"
 #include "Settle.h"
 #include "TestDatabase.h"
+#include "Waiting.h"
 #include "platform/basic/RuntimeError.h"
 #include "platform/widgets/AnswerWait.h"
 #include "platform/widgets/Boxes.h"
@@ -50,7 +51,7 @@ protected:
         grid->setDataSource(rows);
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
         grid->setFocus();
     }
     QString shown(int row, int column) const { return grid->model()->index(row, column).data().toString(); }
@@ -416,14 +417,14 @@ TEST_F(Grids, TheHorizontalScrollBarCoversNoRow) {
     static_cast<QVBoxLayout*>(window.layout())->addStretch(1);
     const int rowsAlone = grid->sizeHint().height();
     window.resize(320, 400);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() > 0; }));
+    ASSERT_TRUE(support::waitFor([&] { return grid->horizontalScrollBar()->maximum() > 0; }));
     support::settle();
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone + grid->horizontalScrollBar()->height());
     EXPECT_EQ(grid->verticalScrollBar()->maximum(), 0);
     EXPECT_TRUE(
         grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(2, Name)).bottomLeft()));
     window.resize(900, 400);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return grid->horizontalScrollBar()->maximum() == 0; }));
+    ASSERT_TRUE(support::waitFor([&] { return grid->horizontalScrollBar()->maximum() == 0; }));
     EXPECT_EQ(grid->sizeHint().height(), rowsAlone);
 }
 
@@ -434,7 +435,7 @@ TEST_F(Grids, AWaitThatTakesTheFocusLeavesACellOpen) {
         EXPECT_TRUE(wait.goesOn(windowlessMilliseconds));
     wait.ended();
     window.activateWindow();  // as desktops do it
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(support::becomesActive(&window));
     ASSERT_TRUE(grid->isCellOpen());
     EXPECT_EQ(shown(1, Qty), "2.500");
     EXPECT_EQ(editor()->text(), "7");
@@ -460,7 +461,7 @@ TEST(LargeGrid, ThirtyTwoThousandRows) {
     grid.setDataSource(sample.open(false));
     grid.resize(600, 500);
     grid.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
+    ASSERT_TRUE(support::becomesExposed(&grid));
     EXPECT_EQ(grid.model()->rowCount(), 32000);
     QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(grid.currentValue(0).toInt(), 32000);

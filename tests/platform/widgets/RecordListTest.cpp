@@ -1,6 +1,7 @@
 // The list of records: what the filter lets through, how it sorts, what a key or a click chooses.
 #include "platform/widgets/RecordList.h"
 #include "Settle.h"
+#include "Waiting.h"
 #include "platform/widgets/Boxes.h"
 
 #include <QHeaderView>
@@ -28,7 +29,7 @@ protected:
         list.resize(600, 300);
         list.show();
         list.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
+        ASSERT_TRUE(support::becomesActive(&list));
         fill();
     }
     void fill() {

@@ -1,5 +1,6 @@
 // Rows of texts, and dragging them with the mouse as a user does.
 #include "platform/widgets/ReportList.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -21,7 +22,7 @@ protected:
         list.resize(500, 300);
         list.show();
         list.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
+        ASSERT_TRUE(support::becomesActive(&list));
     }
     QStringList firstCells() const {
         QStringList cells;

@@ -2,6 +2,7 @@
 #include "platform/widgets/SearchBox.h"
 #include "platform/widgets/RecordList.h"
 #include "platform/widgets/Texts.h"
+#include "support/Waiting.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -26,7 +27,7 @@ protected:
         box.setAccessibleName(u"Find"_s);
         window.show();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(support::becomesActive(&window));
         other.setFocus();
     }
     void TearDown() override { setTextTranslator({}); }
@@ -86,7 +87,7 @@ TEST_F(SearchBoxes, TheFilterOfAListNamesBoth) {
     list.setColumns({{u"Name"_s}});
     list.setTexts(u"Filter formulas"_s, u"Formulas"_s);
     list.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+    ASSERT_TRUE(support::becomesExposed(&list));
     auto& filter = *list.findChild<QLineEdit*>(u"txtListFilter"_s);
     QTest::keyClicks(&filter, u"z"_s);
     EXPECT_EQ(spoken(filter), (QStringList{u"Clear the box"_s, u"Filter formulas"_s}));

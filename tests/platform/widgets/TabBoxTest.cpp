@@ -1,6 +1,7 @@
 // The height of tabs follows the page on show.
 #include "platform/widgets/TabBox.h"
 #include "Settle.h"
+#include "Waiting.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -29,17 +30,17 @@ TEST(TabBoxes, ALowPageDoesNotScrollForTheSakeOfAHighOne) {
     tabs->addTab(pageOf(600), "High");
     area.resize(400, 300);
     area.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&area));
+    ASSERT_TRUE(support::becomesExposed(&area));
     const auto scrolls = [&] { return area.verticalScrollBar()->maximum() > 0; };
     support::settle();
     EXPECT_FALSE(scrolls());
     tabs->setCurrentIndex(1);
-    EXPECT_TRUE(QTest::qWaitFor(scrolls));
+    EXPECT_TRUE(support::waitFor(scrolls));
     EXPECT_GE(tabs->widget(1)->height(), 600);
     tabs->setCurrentIndex(0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scrolls(); }));
+    EXPECT_TRUE(support::waitFor([&] { return !scrolls(); }));
     delete tabs->widget(0);
-    EXPECT_TRUE(QTest::qWaitFor(scrolls)) << "the page that remains is the high one";
+    EXPECT_TRUE(support::waitFor(scrolls)) << "the page that remains is the high one";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "platform/widgets/Theme.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Calendar.h"
+#include "support/Waiting.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -164,7 +165,7 @@ TEST_P(BothThemes, ADatePickerIsDressedLikeTheOtherFields) {
     dressCalendar(*picker.calendarWidget());
     picker.resize(220, 32);
     picker.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&picker));
+    ASSERT_TRUE(support::becomesExposed(&picker));
     const QImage shown = picker.grab().toImage();
     EXPECT_EQ(shown.pixelColor(shown.width() - 6, shown.height() / 2), t.surface)
         << "no bevel beside the arrow";

@@ -1,5 +1,6 @@
 // What the program does of itself waits for the end of what is under way.
 #include "platform/widgets/UnderWay.h"
+#include "support/Waiting.h"
 
 #include "platform/widgets/LongWork.h"
 
@@ -22,7 +23,7 @@ TEST(UnderWayTest, WhatIsIdleRunsFromTheEventLoop) {
     int ran = 0;
     whenIdle(*qApp, [&] { ++ran; });
     EXPECT_EQ(ran, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 1; }));
+    EXPECT_TRUE(support::waitFor([&] { return ran == 1; }));
     severalTurns();
     EXPECT_EQ(ran, 1);
 }
@@ -39,7 +40,7 @@ TEST(UnderWayTest, LongWorkIsNotInterrupted) {
         EXPECT_EQ(ran, 0);
     }
     EXPECT_FALSE(UnderWay::any());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 1; }));
+    EXPECT_TRUE(support::waitFor([&] { return ran == 1; }));
 }
 
 TEST(UnderWayTest, NothingRunsForAReceiverThatHasGone) {
@@ -59,7 +60,7 @@ TEST(UnderWayTest, TheReceiverMayGoInTheAction) {
         delete receiver;
         ++ran;
     });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ran == 1; }));
+    EXPECT_TRUE(support::waitFor([&] { return ran == 1; }));
 }
 
 }  // namespace

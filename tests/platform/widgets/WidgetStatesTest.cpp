@@ -1,6 +1,7 @@
 // Every kind of widget in every state, light and dark. Pictures go to the folder in SORVANTO_PICTURES, if set:
 // one a kind, its states beside each other.
 #include "Settle.h"
+#include "Waiting.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
 
@@ -44,7 +45,7 @@ struct Stage {
         made->setFocusPolicy(made->focusPolicy() == Qt::NoFocus ? Qt::NoFocus : Qt::StrongFocus);
         QCursor::setPos(window.screen()->geometry().bottomRight());
         window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        EXPECT_TRUE(support::becomesExposed(&window));
         window.activateWindow();
         window.setFocus();
         support::settle();

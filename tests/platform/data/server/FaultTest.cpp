@@ -2,6 +2,7 @@
 #include "../DataTest.h"
 #include "ServerProxy.h"
 #include "TestServer.h"
+#include "Waiting.h"
 #include "platform/data/Transaction.h"
 #include "platform/data/Waiter.h"
 #include "platform/data/postgres/Session.h"
@@ -281,7 +282,8 @@ TEST_F(FaultTest, ALineThatWasCutWhileNobodyWorkedIsOpenAgainBeforeItIsNeeded) {
     session().lookAfter();
     EXPECT_EQ(proxy->lines(), 1) << "nothing to do";
     proxy->cut();
-    while (proxy->lines() < 2) {
+    const QDeadlineTimer until(support::patience);
+    while (proxy->lines() < 2 && !until.hasExpired()) {
         session().lookAfter();
         QThread::yieldCurrentThread();
     }
@@ -295,7 +297,7 @@ TEST_F(FaultTest, ALineThatFellSilentWhileNobodyWorkedIsOpenAgainBeforeItIsNeede
     limits.knockMs = 20;
     session(limits);
     proxy->fallSilent();
-    const QDeadlineTimer until(60000);
+    const QDeadlineTimer until(support::patience);
     while (proxy->lines() < 2 && !until.hasExpired()) {
         session().lookAfter();
         QThread::yieldCurrentThread();
@@ -380,7 +382,8 @@ TEST_F(FaultTest, WhoIsNotPatientOpensNoLineAndTakesOneThatIsThere) {
     EXPECT_EQ(failureOf([&] { seven(); }).number(), error::deviceIo);
     EXPECT_EQ(proxy->lines(), 1);
     std::int64_t found = 0;
-    for (int tries = 0; tries < 500 && found == 0; ++tries) {
+    const QDeadlineTimer until(support::patience);
+    while (found == 0 && !until.hasExpired()) {
         session().lookAfter();
         try {
             found = seven();
