@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace e2e {
 namespace {
 
-constexpr int longest = 240'000;  // milliseconds
+constexpr int longest = 600'000;  // milliseconds
 
 class AccessibilityTest : public Pharmacy {
 protected:

@@ -1,5 +1,7 @@
 #include "Bench.h"
 
+#include "support/Waiting.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -31,7 +33,7 @@ bool Bench::layOut(int speed, const QString& serial) {
     if (!QDir(folder()).mkpath("ports"))
         return false;
     m_simulator.start(executable("sorvanto-mixersim"), arguments);
-    return m_simulator.waitForStarted() && m_simulator.waitForReadyRead(20'000);
+    return m_simulator.waitForStarted() && m_simulator.waitForReadyRead(support::patience);
 }
 
 QString Bench::options(const QString& location, const QString& printer) const {

@@ -1,6 +1,8 @@
 // The server chooses a free number itself and writes it to its standard output.
 #include "Display.h"
 
+#include "support/Waiting.h"
+
 using namespace Qt::StringLiterals;
 
 namespace e2e {
@@ -16,7 +18,7 @@ bool Display::start() {
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start(u"Xvfb"_s,
                    {"-displayfd", "1", "-screen", "0", "1366x768x24", "-nolisten", "tcp", "-noreset"});
-    if (!m_server.waitForStarted() || !m_server.waitForReadyRead(20'000))
+    if (!m_server.waitForStarted() || !m_server.waitForReadyRead(support::patience))
         return false;
     m_name = ':'_L1 + QString::fromLatin1(m_server.readLine()).trimmed();
     return m_name.size() > 1;

@@ -18,7 +18,7 @@ const QString backEnd = u"/usr/lib/cups/backend/cups-pdf"_s;
 const QString driver = u"/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"_s;
 const QString resultsFolder = u"/var/spool/cups-pdf/ANONYMOUS"_s;
 const QString unknownUser = u"pharmacist-of-a-test"_s;
-constexpr int patience = 30'000;
+constexpr int patience = 120'000;  // milliseconds
 
 const char* const rules = R"(Listen %1/service
 Browsing Off

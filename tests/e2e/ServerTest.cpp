@@ -19,7 +19,7 @@ namespace e2e {
 namespace {
 
 constexpr int mixerSpeed = 200;
-constexpr int longestDesk = 300'000;
+constexpr int longestDesk = 600'000;
 constexpr int batchesOfTheSample = 12, linesOfABatch = 3;
 
 /// Whether a program can be given the name of another computer.
@@ -78,13 +78,14 @@ public:
     /// The lots of the batches that it made.
     QStringList end() {
         const bool ended = m_tour.waitForFinished(longestDesk);
-        EXPECT_TRUE(ended) << "The tour hangs.";
         if (!ended) {
             m_tour.kill();
             m_tour.waitForFinished();
         }
-        EXPECT_EQ(m_tour.exitCode(), 0) << m_tour.readAllStandardError().toStdString();
         m_said += QString::fromUtf8(m_tour.readAllStandardOutput());
+        const std::string complaints = m_tour.readAllStandardError().toStdString();
+        EXPECT_TRUE(ended) << "The tour hangs.\n" << m_said.toStdString() << complaints;
+        EXPECT_EQ(m_tour.exitCode(), 0) << complaints;
         QStringList lots = m_said.split('\n'_L1, Qt::SkipEmptyParts);
         lots.removeAll(u"watching"_s);
         return lots;

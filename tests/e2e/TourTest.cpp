@@ -2,6 +2,9 @@
 // program, initials that the database refuses, and a second start.
 #include "Pharmacy.h"
 
+#include "support/Waiting.h"
+
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 
@@ -86,7 +89,8 @@ TEST_F(Pharmacy, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     first.start(path("sorvanto"), QStringList());
     ASSERT_TRUE(first.waitForStarted());
     // It holds the lock from the middle of its start on.
-    for (int tries = 0; tries < 200 && !QFile::exists(path("sorvanto.lock")); ++tries)
+    const QDeadlineTimer until(support::patience);
+    while (!until.hasExpired() && !QFile::exists(path("sorvanto.lock")))
         ASSERT_FALSE(first.waitForFinished(50)) << "The first program ended.";
     ASSERT_TRUE(QFile::exists(path("sorvanto.lock")));
 

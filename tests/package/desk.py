@@ -77,13 +77,13 @@ class Desk:
         return process
 
     def run(self, *command):
-        done = subprocess.run(command, env=self.environment, cwd=self.home, capture_output=True, text=True, timeout=60,
+        done = subprocess.run(command, env=self.environment, cwd=self.home, capture_output=True, text=True, timeout=PATIENCE,
                               **self.as_user)
         assert done.returncode == 0, f"{command}: {done.stderr}"
         return done.stdout
 
     def xdotool(self, *words):
-        return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True, timeout=30)
+        return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True, timeout=PATIENCE)
 
     def titles(self):
         windows = self.xdotool("search", "--onlyvisible", "--name", ".").stdout.split()
@@ -118,7 +118,7 @@ class Desk:
     def filled_button(self, x):
         """Height of the middle of the lowest button filled with the accent on the column x; 0 where there is none."""
         column = subprocess.run(["import", "-window", "root", "-crop", f"1x768+{x}+0", "-depth", "8", "rgb:-"],
-                                env=self.environment, capture_output=True, timeout=30).stdout
+                                env=self.environment, capture_output=True, timeout=PATIENCE).stdout
         filled = [is_accent(column[at:at + 3]) for at in range(0, len(column), 3)]
         for bottom in range(len(filled) - 1, BUTTON, -1):
             if all(filled[bottom - BUTTON:bottom]):
@@ -139,13 +139,13 @@ class Desk:
         return (self.home / "sorvanto.err").read_text()
 
     def picture(self, path):
-        subprocess.run(["import", "-window", "root", str(path)], env=self.environment, timeout=30)
+        subprocess.run(["import", "-window", "root", str(path)], env=self.environment, timeout=PATIENCE)
 
     def end_all(self):
         while self.processes:
             process = self.processes.pop()
             process.terminate()
-            process.wait(10)
+            process.wait(PATIENCE)
 
     def close(self):
         self.processes += [self.server, self.manager]

@@ -8,7 +8,7 @@ import sqlite3
 import subprocess
 import unittest
 
-from scratch_server import ROOT, LocalServer
+from scratch_server import PATIENCE, ROOT, LocalServer
 
 COLUMNS = ("HistoryID", "hst_When", "hst_Zone", "hst_Table", "hst_Key", "hst_Record", "hst_What", "hst_Person",
            "hst_Program", "hst_Deed", "hst_Note", "hst_Digest", "hst_Seal", "hst_Salt", "hst_Name", "hst_Fields")
@@ -70,7 +70,7 @@ class HistoryTest(LocalServer):
              f"host={self.server.folder}/run port={self.server.port} user=bench dbname=sorvanto"],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, cwd="/", bufsize=1, env={
                 **os.environ, "PGPASSFILE": str(self.server.password_file("bench")),
-                "PGOPTIONS": "-c search_path=sorvanto"})
+                "PGOPTIONS": f"-c search_path=sorvanto -c statement_timeout={PATIENCE}s"})
 
 
 def tell(shell, *statements):
@@ -83,7 +83,7 @@ def tell(shell, *statements):
 
 def end(shell):
     with shell:
-        return shell.communicate(timeout=60)[1]
+        return shell.communicate(timeout=2 * PATIENCE)[1]
 
 
 class AsAFile(HistoryTest):
@@ -276,8 +276,7 @@ class Together(HistoryTest):
         tell(first, *BENCH_1, "BEGIN", "INSERT INTO \"Formula\" (\"frm_Name\") VALUES ('one')")
         second.stdin.write(";\n".join([*BENCH_1, "BEGIN", "INSERT INTO \"Chemical\" (\"chm_Name\") VALUES ('two')",
                                        "INSERT INTO \"Formula\" (\"frm_Name\") VALUES ('two')", "COMMIT", ""]))
-        while self.value("SELECT count(*) FROM pg_locks WHERE NOT granted", role="owner") == "0":
-            pass
+        self.server.until("SELECT count(*) > 0 FROM pg_locks WHERE NOT granted")
         tell(first, "INSERT INTO \"Chemical\" (\"chm_Name\") VALUES ('one')", "COMMIT")
         self.assertEqual((end(first), end(second)), ("", ""))
         self.assertIsNone(broken_row(self.rows()))

@@ -63,8 +63,11 @@ class Home:
                 "XDG_RUNTIME_DIR": str(self.folder), **more}
 
     def run(self, program, *words, **environment):
-        done = subprocess.run([PROGRAMS / program, *map(str, words)], capture_output=True, text=True, timeout=PATIENCE,
-                              cwd=self.folder, env=self.environment(**environment))
+        try:
+            done = subprocess.run([PROGRAMS / program, *map(str, words)], capture_output=True, text=True, timeout=PATIENCE,
+                                  cwd=self.folder, env=self.environment(**environment))
+        except subprocess.TimeoutExpired as late:
+            raise AssertionError(f"{program} hangs. It has said {late.stdout} {late.stderr}") from None
         self.said += done.stdout + done.stderr
         return done.returncode, done.stdout, done.stderr
 

@@ -6,9 +6,11 @@ import shutil
 import socket
 import subprocess
 import tempfile
+import time
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+PATIENCE = 120  # seconds; what is not over by then hangs
 START = ROOT / "scripts" / "start-server.sh"
 
 
@@ -54,7 +56,7 @@ class Server:
             ["psql", "-X", "-q", "-A", "-t", "-v", "VERBOSITY=verbose", "-v", "ON_ERROR_STOP=1",
              " ".join(f"{name}={value}" for name, value in words.items()),
              *[word for one in statements for word in ("-c", one)]],
-            capture_output=True, text=True, env=environment, cwd="/", timeout=60)
+            capture_output=True, text=True, env=environment, cwd="/", timeout=PATIENCE)
         return done.returncode, done.stdout.strip(), done.stderr
 
     def administer(self, statement):
@@ -68,6 +70,12 @@ class Server:
         code, out, err = self.ask(statement, **who)
         assert code == 0, err
         return out
+
+    def until(self, condition):
+        """Asks again and again until the owner finds it true."""
+        end = time.monotonic() + PATIENCE
+        while self.value(condition, role="owner") != "t":
+            assert time.monotonic() < end, f"never true: {condition}"
 
     def state(self, statement, **who):
         """The five characters by which the server names what was wrong; where nobody was let in its sentence; empty

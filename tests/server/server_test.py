@@ -12,7 +12,7 @@ import subprocess
 import tempfile
 import unittest
 
-from scratch_server import ROOT, START, LocalServer, Server
+from scratch_server import PATIENCE, ROOT, START, LocalServer, Server
 
 
 class Tables(LocalServer):
@@ -132,7 +132,7 @@ class Keys(LocalServer):
         for shell in shells:
             shell.stdin.write(many)
             shell.stdin.close()
-        self.assertEqual([shell.wait(60) for shell in shells], [0, 0])
+        self.assertEqual([shell.wait(PATIENCE) for shell in shells], [0, 0])
         self.assertEqual(self.value('SELECT count(*), max("FormulaID") - min("FormulaID") + 1 FROM "Formula" '
                                     "WHERE \"frm_Name\" = 'bench'"), "80|80")
 

@@ -20,7 +20,7 @@ namespace tour {
 namespace {
 
 constexpr int lookMilliseconds = 15;
-constexpr int longestStay = 30'000;
+constexpr int longestStay = 120'000;
 
 QString promptOf(const QWidget& window) {
     const auto* label = window.findChild<QLabel*>("prompt");
