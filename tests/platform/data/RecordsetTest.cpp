@@ -239,8 +239,9 @@ TEST_F(RecordsetByKey, AWalkOverManyRowsWithLooksAsideSeesEachAsItIs) {
     for (; !patients->eof(); patients->moveNext()) {
         const std::int64_t row = patients->position();
         ASSERT_EQ(patients->value(0).toString(), name(row));
-        if (row % 100 == 99)
+        if (row % 100 == 99) {
             ASSERT_EQ(patients->valueAt(row / 2, 0).toString(), name(row / 2));
+        }
     }
 }
 
