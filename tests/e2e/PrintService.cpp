@@ -18,7 +18,7 @@ const QString backEnd = u"/usr/lib/cups/backend/cups-pdf"_s;
 const QString driver = u"/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"_s;
 const QString resultsFolder = u"/var/spool/cups-pdf/ANONYMOUS"_s;
 const QString unknownUser = u"pharmacist-of-a-test"_s;
-constexpr int patience = 120'000;  // milliseconds
+constexpr int patience = 120'000, longestTurn = 900'000;  // milliseconds
 
 const char* const rules = R"(Listen %1/service
 Browsing Off
@@ -77,6 +77,9 @@ PrintService::~PrintService() {
 }
 
 bool PrintService::start() {
+    m_turn.setStaleLockTime(0);  // only the death of its holder ends it
+    if (!m_turn.tryLock(longestTurn))
+        return false;
     m_begin = QDateTime::currentDateTime().addSecs(-1);
     QDir folder(m_folder.path());
     // The filters run as another user and must get at the job's file.

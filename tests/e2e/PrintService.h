@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -19,7 +21,7 @@ public:
 
     /// Why there can't be one on this computer; empty when there can.
     static QString obstacle();
-    /// False, with the log on standard error, when the scheduler does not come up.
+    /// Waits for another test's to end. False, with the log on standard error, when the scheduler does not come up.
     bool start();
     /// Adds a queue that writes PDF files.
     bool addQueue(const QString& name);
@@ -40,6 +42,8 @@ private:
     QFileInfoList results() const;
 
     QTemporaryDir m_folder;
+    /// Held while it runs: all services of the computer share the folder that the PDF files come into.
+    QLockFile m_turn{QDir::temp().filePath(QStringLiteral("sorvanto-print-service.lock"))};
     QProcess m_scheduler;
     QDateTime m_begin;
 };
