@@ -8,6 +8,9 @@ using namespace Qt::StringLiterals;
 namespace e2e {
 
 Display::~Display() {
+    if (!m_name.isEmpty() && (m_server.waitForFinished(0) || m_server.state() == QProcess::NotRunning))
+        qWarning("The display %s ended by itself, with %d (%s)", qPrintable(m_name), m_server.exitCode(),
+                 m_server.exitStatus() == QProcess::CrashExit ? "a signal" : "its own exit code");
     m_server.terminate();
     if (!m_server.waitForFinished(5000))
         m_server.kill();
