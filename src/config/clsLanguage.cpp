@@ -116,6 +116,12 @@ void clsLanguage::translate(QString& text, QString& result) {
     }
 }
 
+QString clsLanguage::known(const QString& text) const {
+    const auto entry = m_entries.constFind(text);
+    const bool holds = entry != m_entries.cend() && entry->hasAttribute(u"Translated"_s);
+    return holds ? entry->attribute(u"Translated"_s) : QString();
+}
+
 QString clsLanguage::translationPath() {
     return guarded(u"clsLanguage:translationPath"_s, QString(), [&] { return m_path; });
 }

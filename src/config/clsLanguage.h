@@ -19,6 +19,7 @@ public:
     /// As setLanguage, but makes no file and reports nothing.
     void readLanguage(std::int16_t language);
     void translate(QString& text, QString& result) override;
+    QString known(const QString& text) const override;
     QString translationPath() override;
 
 private:

@@ -218,6 +218,9 @@ void frmMain::loadMixerScreen(const ResumeNext& step) {
         auto& options = deref(m_context.options);
         m_control = &mixer();
         m_control->setDesk(m_desk.get());
+        m_control->setTextSource([language = m_context.language](const QString& english) {
+            return language ? language->known(english) : QString();
+        });
         m_control->SetStoreInfo(options.StoreName(), QString(), options.Phone());
     });
     step([&] {

@@ -52,9 +52,11 @@ void PanelTexts::load(const QString& path) {
     }
 }
 
-QString PanelTexts::operator()(PanelText text) const {
-    const QString key = literal(text);
-    return m_translated.value(key, key);
+QString PanelTexts::operator()(PanelText text) const { return shown(literal(text)); }
+
+QString PanelTexts::shown(const QString& english) const {
+    const QString own = m_source ? m_source(english) : m_translated.value(english);
+    return own.isEmpty() ? english : own;
 }
 
 QString PanelTexts::operator()(PanelText text, const QStringList& parts) const {

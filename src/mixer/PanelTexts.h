@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace sorvanto {
 
@@ -28,6 +29,12 @@ QString filledIn(const QString& pattern, const QStringList& parts);
 
 class PanelTexts {
 public:
+    /// English in, the user's language out; empty where there is none.
+    using Source = std::function<QString(const QString& english)>;
+
+    /// In the place of a file: what somebody else has read of it.
+    void setSource(Source source) { m_source = std::move(source); }
+    bool hasSource() const { return m_source != nullptr; }
     /// Reads the language file. A missing or broken file, a key without translation: English. The file is
     /// never written.
     void load(const QString& path);
@@ -37,13 +44,14 @@ public:
     QString operator()(PanelText text, const QStringList& parts) const;
     QString operator()(const PanelMessage& message) const;
     /// Of a name that has no place of its own here, such as a mix type's.
-    QString shown(const QString& english) const { return m_translated.value(english, english); }
+    QString shown(const QString& english) const;
 
     /// All English texts, which are the keys in the language files.
     static QStringList keys();
 
 private:
     QHash<QString, QString> m_translated;
+    Source m_source;
 };
 
 }  // namespace sorvanto

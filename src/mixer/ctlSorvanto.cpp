@@ -37,9 +37,14 @@ void ctlSorvanto::SetStoreInfo(const QString& storeName, const QString&, const Q
     d->panel->setStoreName(storeName);
 }
 
+void ctlSorvanto::setTextSource(std::function<QString(const QString& english)> known) {
+    d->texts.setSource(std::move(known));
+}
+
 void ctlSorvanto::setSettings(std::int16_t commPort, std::int16_t, std::int16_t overrideSpeed,
                               const QString& translationPath) {
-    d->texts.load(translationPath);
+    if (!d->texts.hasSource())
+        d->texts.load(translationPath);
     d->session.setPort(commPort, overrideSpeed != 0);
     d->panel->refresh();
 }

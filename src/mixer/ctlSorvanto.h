@@ -42,6 +42,9 @@ public:
     ~ctlSorvanto() override;
 
     void SetStoreInfo(const QString& storeName, const QString& empty, const QString& phone);
+    /// What the program has read of the language file already, before setSettings: English in, the user's language out,
+    /// empty where there is none. Without it setSettings reads the file.
+    void setTextSource(std::function<QString(const QString& english)> known);
     /// The settings, once, before StartControl. CommPort 1 to 4.
     void setSettings(std::int16_t commPort, std::int16_t language, std::int16_t overrideSpeed,
                      const QString& translationPath);

@@ -10,6 +10,8 @@ public:
     virtual ~Translator() = default;
     /// Looks the text up; the caller's text comes back trimmed. Never throws.
     virtual void translate(QString& text, QString& result) = 0;
+    /// What the language file holds for a text; empty where it holds nothing. Adds nothing to it.
+    virtual QString known(const QString& text) const = 0;
     /// Path of the language file.
     virtual QString translationPath() = 0;
 };

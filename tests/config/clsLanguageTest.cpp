@@ -76,6 +76,17 @@ TEST_F(clsLanguageTest, AKnownTextIsTranslatedAndNothingIsWritten) {
     EXPECT_EQ(file(), before);
 }
 
+TEST_F(clsLanguageTest, WhatIsKnownIsToldAndNothingIsAdded) {
+    use("<Translate English=\"Lot\" Translated=\"Charge\"/><Translate English=\"Log\"/>");
+    const QByteArray before = file();
+    EXPECT_EQ(store.known("Lot"), "Charge");
+    for (const char* text : {"Log", "lot", "Lots", "", "Don't"})
+        EXPECT_EQ(store.known(text), "") << text;
+    EXPECT_EQ(file(), before);
+    EXPECT_EQ(translate("Lots"), "Lots");
+    EXPECT_EQ(store.known("Lots"), "Lots");
+}
+
 TEST_F(clsLanguageTest, AnEmptyTranslationShowsTheEnglishText) {
     use("<Translate English=\"Lot\" Translated=\"\"/>");
     const QByteArray before = file();

@@ -456,6 +456,20 @@ TEST_F(MixerPanelTest, SpeaksTheUsersLanguageAndNeverWritesTheFile) {
     EXPECT_EQ(folder.read("GermanTranslation.xml"), file);
 }
 
+TEST_F(MixerPanelTest, SpeaksWhatTheProgramHasReadOfTheFile) {
+    const QByteArray file =
+        R"(<Translations><Translate English="Start" Translated="Aus der Datei"/></Translations>)";
+    folder.write("GermanTranslation.xml", file);
+    control->setTextSource(
+        [](const QString& english) { return english == "Start" ? QString("Anfangen") : QString(); });
+    control->setSettings(1, 2, 0, folder.path() + "\\GermanTranslation.xml");
+    control->StartControl();
+    control->loadFormula(test::shortFormula());
+    ASSERT_TRUE(ringSays("ready to start"));
+    EXPECT_EQ(buttons(), QStringList{"Anfangen"});
+    EXPECT_EQ(label("mixerQuantity"), "Quantity 250 in 300 ml");
+}
+
 TEST_F(MixerPanelTest, SixteenStepsFitTheSmallestWindow) {
     QString steps;
     for (int step = 0; step < 16; ++step)

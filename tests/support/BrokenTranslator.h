@@ -21,6 +21,7 @@ public:
 private:
     class Store : public sorvanto::Translator {
         void translate(QString&, QString&) override { throw platform::RuntimeError(5, "no language"); }
+        QString known(const QString&) const override { return {}; }
         QString translationPath() override { return {}; }
     };
 
