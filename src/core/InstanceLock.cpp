@@ -45,6 +45,7 @@ InstanceState take(ProcessLock& lock, const QString& what) {
 }  // namespace
 
 InstanceLock::~InstanceLock() {
+    wait();
     if (m_firstVersion >= 0)
         ::close(m_firstVersion);
 }
@@ -66,31 +67,69 @@ bool InstanceLock::firstVersionRuns(const QString& folder) {
     return held;
 }
 
-InstanceState InstanceLock::takeFolder(const QString& folder) {
+ProcessLock& InstanceLock::folderLock(const QString& folder) {
     if (!m_folder)
         m_folder.emplace(folder + u"/running.lock"_s);
-    const InstanceState state = take(*m_folder, folder);
+    return *m_folder;
+}
+
+ProcessLock& InstanceLock::databaseLock(const QString& file) {
+    const QString path = platform::lockPathOf(file);
+    if (!m_database || m_database->path() != path)
+        m_database.emplace(path);
+    return *m_database;
+}
+
+ProcessLock* InstanceLock::identityLock(const QString& identity) {
+    const QString place = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString path = u"%1/sorvanto-%2.lock"_s.arg(place, identity);
+    if (m_identity && m_identity->path() != path)
+        m_identity.reset();
+    if (identity.isEmpty() || !QFileInfo(place).isDir())
+        return nullptr;
+    if (!m_identity)
+        m_identity.emplace(path);
+    return &*m_identity;
+}
+
+// Nothing is kept of the answers: who asks for a lock that this process holds already is told so.
+void InstanceLock::begin(const QString& folder, const QString& database, const QString& identity) {
+    wait();
+    ProcessLock& ofFolder = folderLock(folder);
+    ProcessLock* const ofDatabase = database.isEmpty() ? nullptr : &databaseLock(database);
+    ProcessLock* const ofIdentity = identityLock(identity);
+    m_begun = std::async(std::launch::async, [this, &ofFolder, ofDatabase, ofIdentity, folder] {
+        if (ofFolder.take() != ProcessLock::Outcome::Taken || firstVersionRuns(folder))
+            return;
+        std::future<ProcessLock::Outcome> beside;
+        if (ofIdentity)
+            beside = std::async(std::launch::async, [ofIdentity] { return ofIdentity->take(); });
+        if (ofDatabase)
+            ofDatabase->take();
+    });
+}
+
+void InstanceLock::wait() {
+    if (m_begun.valid())
+        m_begun.get();
+}
+
+InstanceState InstanceLock::takeFolder(const QString& folder) {
+    wait();
+    const InstanceState state = take(folderLock(folder), folder);
     return !state.runs && firstVersionRuns(folder) ? InstanceState(true) : state;
 }
 
 InstanceState InstanceLock::takeDatabase(const QString& file) {
-    const QString path = platform::lockPathOf(file);
-    if (!m_database || m_database->path() != path)
-        m_database.emplace(path);
-    return take(*m_database, file);
+    wait();
+    return take(databaseLock(file), file);
 }
 
 InstanceState InstanceLock::takeIdentity(const QString& identity) {
-    const QString place = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString path = u"%1/sorvanto-%2.lock"_s.arg(place, identity);
+    wait();
+    ProcessLock* const lock = identityLock(identity);
     InstanceState state;
-    if (m_identity && m_identity->path() != path)
-        m_identity.reset();
-    if (identity.isEmpty() || !QFileInfo(place).isDir())
-        return state;
-    if (!m_identity)
-        m_identity.emplace(path);
-    if (m_identity->take() == ProcessLock::Outcome::Held)
+    if (lock && lock->take() == ProcessLock::Outcome::Held)
         state.readingOnly =
             translated(u"Another program has this database open under another name, or a copy of it."_s);
     return state;

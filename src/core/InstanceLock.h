@@ -5,6 +5,7 @@
 #include "platform/basic/ProcessLock.h"
 
 #include <QString>
+#include <future>
 #include <optional>
 
 namespace sorvanto {
@@ -23,6 +24,10 @@ public:
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
+    /// Takes all of them in a thread of its own: each is flushed to the disk, so that another computer sees who holds it.
+    /// The folder's first; only where that is free the others, side by side. What has become of it is told by the
+    /// functions below, which wait for it. An empty database or identity is none.
+    void begin(const QString& folder, const QString& database, const QString& identity);
     /// folder: the program's. Taken once and kept.
     InstanceState takeFolder(const QString& folder);
     /// In the place of the lock of another database.
@@ -33,10 +38,16 @@ public:
     InstanceState takeIdentity(const QString& identity);
 
 private:
+    platform::ProcessLock& folderLock(const QString& folder);
+    platform::ProcessLock& databaseLock(const QString& file);
+    /// Null where there is nothing to lock.
+    platform::ProcessLock* identityLock(const QString& identity);
     bool firstVersionRuns(const QString& folder);
+    void wait();
 
     std::optional<platform::ProcessLock> m_folder, m_database, m_identity;
     int m_firstVersion = -1;  ///< the file by which programs of version 1.0 know each other
+    std::future<void> m_begun;
 };
 
 }  // namespace sorvanto

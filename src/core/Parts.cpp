@@ -47,6 +47,15 @@ void setScreens(Parts& parts) {
     };
 }
 
+/// What findOtherPrograms asks for.
+void beginLocks(const Context& context, InstanceLock& lock) {
+    const auto connection = context.connection;
+    const bool open = connection && connection->state() == 1 && !context.standIn;
+    const QString file = open ? connection->file() : QString();
+    const auto identity = file.isEmpty() ? std::nullopt : knownFileIdentity(*connection);
+    lock.begin(platform::programFolder(), file, identity ? identity->identity : QString());
+}
+
 /// The folder first, then the database that is open. Records on a server are there for several programs.
 InstanceState findOtherPrograms(const Context& context, InstanceLock& lock) {
     InstanceState state = lock.takeFolder(platform::programFolder());
@@ -91,9 +100,9 @@ Parts realParts(Context& context) {
         };
     };
     // Held as long as the window lives.
-    parts.previousInstance = [&context, lock = std::make_shared<InstanceLock>()] {
-        return findOtherPrograms(context, *lock);
-    };
+    const auto lock = std::make_shared<InstanceLock>();
+    parts.seekPreviousInstance = [&context, lock] { beginLocks(context, *lock); };
+    parts.previousInstance = [&context, lock] { return findOtherPrograms(context, *lock); };
     parts.serverLook = [&context](ServerLook::Ways ways) {
         return std::make_unique<ServerLook>(context, std::move(ways), ServerLook::Times{});
     };

@@ -50,6 +50,8 @@ struct Parts {
     /// Makes what is asked about a database that is missing or can't be opened; may be empty. firstStart: there
     /// were no options yet.
     std::function<std::function<bool(const QString& path)>(bool firstStart)> databaseRescue;
+    /// Begins to find out what previousInstance tells, as soon as the database is open; may be empty.
+    std::function<void()> seekPreviousInstance;
     /// Whether the program already runs; asked once, and again for each database that is opened later.
     std::function<InstanceState()> previousInstance;
     /// Watches whether the server is there; may be empty.

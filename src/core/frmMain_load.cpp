@@ -141,6 +141,8 @@ void frmMain::updateDatabase(const ResumeNext& step) {
     if (applied)
         step([&] { deref(m_context.options).DBVersion(version); });
     step([&] { rememberDatabase(); });
+    if (m_parts.seekPreviousInstance && !m_ended)
+        step([&] { m_parts.seekPreviousInstance(); });
 }
 
 // When the file is lost one day, its identity tells which copies are of it.

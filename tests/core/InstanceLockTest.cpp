@@ -133,6 +133,31 @@ TEST_F(InstanceLockTest, TwoFoldersMayNotHaveOneDatabase) {
         << "given back with the change to another one";
 }
 
+TEST_F(InstanceLockTest, AllOfThemAreTakenTogether) {
+    qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());
+    folder.write("sorvanto.mdb", "x");
+    const QString file = folder.path("sorvanto.mdb");
+    const QString identity(32, 'c');
+    lock.begin(folder.path(), file, identity);
+    EXPECT_EQ(take(), LockAnswer::Alone) << "waits for all";
+    EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeDatabase(file); }),
+              LockAnswer::Runs);
+    EXPECT_EQ(askedElsewhere([&](InstanceLock& other) { return other.takeIdentity(identity); }),
+              LockAnswer::ReadingOnly);
+    EXPECT_EQ(answerOf(lock.takeDatabase(file)), LockAnswer::Alone) << "its own";
+    EXPECT_EQ(answerOf(lock.takeIdentity(identity)), LockAnswer::Alone) << "its own";
+    qunsetenv("XDG_RUNTIME_DIR");
+}
+
+TEST_F(InstanceLockTest, AHeldFolderLeavesTheDatabaseUntouched) {
+    folder.write("sorvanto.mdb", "x");
+    const support::OtherProcess other([&] { return take() == LockAnswer::Alone; });
+    InstanceLock second;
+    second.begin(folder.path(), folder.path("sorvanto.mdb"), QString());
+    EXPECT_EQ(answerOf(second.takeFolder(folder.path())), LockAnswer::Runs);
+    EXPECT_FALSE(folder.has("sorvanto.mdb.lock"));
+}
+
 // A hard link, a folder mounted twice, a copy: other paths, one identity.
 TEST_F(InstanceLockTest, ACopyIsReadOnlyWhileTheDatabaseIsOpen) {
     qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());

@@ -80,6 +80,7 @@ World::World(Window kind, const Image* left, const mixersim::SimulatedMixer* mix
 void World::open() {
     Parts parts = realParts(context);
     parts.mixerScreen = [this] { return std::make_unique<frmSorvanto>(context, line.environment()); };
+    parts.seekPreviousInstance = nullptr;  // a thread, whose writes would come among those that are counted
     parts.previousInstance = [] { return InstanceState(); };
     // Not in the midst of something else; they have a test of their own.
     parts.copies = [] { return std::make_unique<DailyBackup>(context, longerThanAnyTest); };

@@ -21,6 +21,7 @@ protected:
     /// The program beside another one of it.
     void startTwice() {
         sorvanto::Parts parts = sorvanto::realParts(context);
+        parts.seekPreviousInstance = nullptr;
         parts.previousInstance = [] { return true; };
         window.reset();
         load(std::move(parts));
