@@ -1,6 +1,7 @@
 // Which part draws what; what is not named here is Fusion's.
 #include "platform/widgets/Style.h"
 
+#include "platform/widgets/LaterIcon.h"
 #include "platform/widgets/Looks.h"
 #include "platform/widgets/StyleParts.h"
 #include "platform/widgets/Theme.h"
@@ -8,6 +9,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
+#include <QApplication>
 #include <QComboBox>
 #include <QListView>
 #include <QPainter>
@@ -59,6 +61,16 @@ std::optional<int> sideMargin(const QWidget* widget) {
 }  // namespace
 
 Style::Style() : QProxyStyle(u"Fusion"_s) {}
+
+QIcon Style::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
+    if (which != SP_ToolBarHorizontalExtensionButton && which != SP_ToolBarVerticalExtensionButton)
+        return QProxyStyle::standardIcon(which, option, widget);
+    // By then another style may have come in the place of this one.
+    return QIcon(new LaterIcon([which, kept = option ? *option : QStyleOption()] {
+        const auto* own = qobject_cast<const QProxyStyle*>(QApplication::style());
+        return own ? own->baseStyle()->standardIcon(which, &kept) : QIcon();
+    }));
+}
 
 void Style::polish(QWidget* widget) {
     QProxyStyle::polish(widget);

@@ -31,6 +31,10 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
 
+    /// What stands at the end of a tool bar that is too narrow is only read when it is drawn.
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override;
+
 private:
     bool drawBarControl(ControlElement element, const QStyleOption& option, QPainter& painter,
                         const QWidget* widget) const;

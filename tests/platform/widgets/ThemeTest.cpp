@@ -2,6 +2,7 @@
 #include "platform/widgets/Theme.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Calendar.h"
+#include "platform/widgets/LaterIcon.h"
 #include "support/Waiting.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QSpinBox>
+#include <QStyleFactory>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextCharFormat>
@@ -231,6 +233,33 @@ TEST(Looks, AreSetByProperty) {
 TEST(Fonts, GlyphsAreThere) {
     EXPECT_FALSE(QFontDatabase::families().isEmpty());
     EXPECT_TRUE(QFontMetrics(qApp->font()).inFont(u'€'));
+}
+
+TEST(LaterIcon, IsReadWhenItIsFirstDrawnAndNeverAgain) {
+    int reads = 0;
+    const QIcon later(new LaterIcon([&] {
+        ++reads;
+        return icon("save");
+    }));
+    EXPECT_FALSE(later.isNull());
+    EXPECT_EQ(reads, 0);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(later.pixmap(22).toImage(), icon("save").pixmap(22).toImage());
+        EXPECT_EQ(reads, 1);
+    }
+}
+
+TEST(LaterIcon, AToolBarThatIsTooNarrowShowsTheToolkitsOwn) {
+    applyTheme(*qApp, false);
+    const std::unique_ptr<QStyle> toolkit(QStyleFactory::create("Fusion"));
+    for (const auto which :
+         {QStyle::SP_ToolBarHorizontalExtensionButton, QStyle::SP_ToolBarVerticalExtensionButton}) {
+        const QIcon end = QApplication::style()->standardIcon(which);
+        EXPECT_TRUE(end.availableSizes().isEmpty()) << "nothing is read before it is drawn";
+        applyTheme(*qApp, false);  // another style by then
+        EXPECT_EQ(end.pixmap(8).toImage(), toolkit->standardIcon(which).pixmap(8).toImage());
+        EXPECT_FALSE(end.pixmap(8).isNull());
+    }
 }
 
 }  // namespace
