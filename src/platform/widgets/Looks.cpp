@@ -32,8 +32,14 @@ constexpr int progressHeight = 8;
 const char* const barEdge = "barEdge";
 const char* const labelLooks[] = {"fieldLabel", "heading", "quiet", "caution", "badge", "fine"};
 
+/// What was set under a name that no class declares. Most widgets have nothing of the kind, and asking for it by its name
+/// would look through all that their classes declare.
+QVariant given(const QWidget& widget, const char* name) {
+    return widget.dynamicPropertyNames().contains(name) ? widget.property(name) : QVariant();
+}
+
 bool knowsAny(const QWidget& widget) {
-    const auto knows = [&widget](const char* look) { return widget.property(look).isValid(); };
+    const auto knows = [&widget](const char* look) { return given(widget, look).isValid(); };
     return std::any_of(std::begin(labelLooks), std::end(labelLooks), knows);
 }
 
@@ -122,13 +128,13 @@ void dressPushButton(QPushButton& button) {
 
 bool hasGround(const QWidget& widget) {
     return hasLook(&widget, "card") || hasLook(&widget, "panel") || hasLook(&widget, "badge") ||
-           widget.property(barEdge).isValid();
+           given(widget, barEdge).isValid();
 }
 
 }  // namespace
 
 bool hasLook(const QWidget* widget, const char* property) {
-    return widget && widget->property(property).toBool();
+    return widget && given(*widget, property).toBool();
 }
 
 bool isTextBox(const QWidget* widget) {
@@ -145,7 +151,7 @@ QMargins roomOfLooks(const QWidget& widget) {
         return {1, 1, 1, 1};
     if (hasLook(&widget, "badge"))
         return {7, 1, 7, 1};
-    switch (widget.property(barEdge).toInt()) {
+    switch (given(widget, barEdge).toInt()) {
     case Qt::TopEdge:
         return {0, 1, 0, 0};
     case Qt::BottomEdge:
@@ -171,7 +177,7 @@ void drawLooks(QPainter& painter, const QWidget& widget) {
         drawBox(painter, place, {colors.surface, colors.line, 1, 0});
     else if (hasLook(&widget, "badge"))
         drawBox(painter, place, {colors.warning, {}, 0, 5});
-    const int edge = widget.property(barEdge).toInt();
+    const int edge = given(widget, barEdge).toInt();
     if (edge == 0)
         return;
     drawBox(painter, place, {colors.surface, {}, 0, 0});
@@ -225,7 +231,7 @@ void makeFieldLabel(QWidget& label) {
 }
 
 void setLook(QWidget& widget, const char* property, bool on) {
-    if (widget.property(property).toBool() == on)
+    if (hasLook(&widget, property) == on)
         return;
     widget.setProperty(property, on);
     dress(widget);
