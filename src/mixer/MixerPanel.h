@@ -94,6 +94,7 @@ private:
     OfferList* m_offers;
     std::function<QString(int)> m_unitOf;
     QHash<protocol::MixId, QString> m_units;
+    bool m_asksLater = false;
 };
 
 }  // namespace sorvanto

@@ -14,11 +14,13 @@
 #include "platform/basic/TimeOfDay.h"
 #include "platform/widgets/Spoken.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -158,8 +160,17 @@ void MixerPanel::showStopped() {
 QString MixerPanel::unitOf(const protocol::MixId& mix, const platform::XmlDocumentPtr& document) {
     if (!m_unitOf || mix.isEmpty() || formulaKey(document) == 0)
         return {};
-    const auto known = m_units.constFind(mix);
-    return known != m_units.cend() ? *known : *m_units.insert(mix, m_unitOf(formulaKey(document)));
+    if (const auto known = m_units.constFind(mix); known != m_units.cend())
+        return *known;
+    if (platform::UnderWay::any()) {  // a wait would refuse the question, and what was not heard be kept
+        if (!std::exchange(m_asksLater, true))
+            platform::whenIdle(*this, [this] {
+                m_asksLater = false;
+                refresh();
+            });
+        return {};
+    }
+    return *m_units.insert(mix, m_unitOf(formulaKey(document)));
 }
 
 void MixerPanel::setUnitSource(std::function<QString(int)> unitOf) {

@@ -57,7 +57,8 @@ void OfferList::show(const std::vector<Offer>& offers, bool canLog, const UnitOf
         shown << QString::fromLatin1(offer.mix) + QString::number(static_cast<int>(offer.state)) +
                      (canBeLogged(offer)    ? '+'_L1
                       : offer.otherDatabase ? '-'_L1
-                                            : '.'_L1);
+                                            : '.'_L1) +
+                     unitOf(offer);
     if (shown != m_shown) {
         m_shown = shown;
         build(offers, unitOf, texts);

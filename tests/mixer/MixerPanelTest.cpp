@@ -16,6 +16,7 @@
 #include "mixer/StepsTable.h"
 #include "mixer/ctlSorvanto.h"
 #include "platform/widgets/Theme.h"
+#include "platform/widgets/UnderWay.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -376,6 +377,23 @@ TEST_F(MixerPanelTest, AStoppedMixThatWaitsForItsSignatureLooksStopped) {
     ASSERT_TRUE(test::waitFor([&] { return badge().isEmpty(); }));
     EXPECT_EQ(ring().below(), "stopped") << "also when the mixer is gone meanwhile";
     EXPECT_DOUBLE_EQ(ring().fraction(), 0.3);
+}
+
+TEST_F(MixerPanelTest, AUnitIsNotAskedForInAWaitAndNotTakenForNone) {
+    QList<int> asked;
+    control->setUnitSource([&](int formula) {
+        asked << formula;
+        return platform::UnderWay::any() ? QString() : QString("MLS");
+    });
+    control->StartControl();
+    {
+        const platform::UnderWay wait;
+        control->loadFormula(test::formulaDocument(test::shortMix, 9, 7, 240));
+        ASSERT_TRUE(ringSays("ready to start"));
+        EXPECT_EQ(label("mixerQuantity"), "Quantity 240 in 300 ml");
+    }
+    EXPECT_TRUE(test::waitFor([&] { return label("mixerQuantity") == "Quantity 240 MLS in 300 ml"; }));
+    EXPECT_EQ(asked, QList<int>{5});
 }
 
 TEST_F(MixerPanelTest, TheQuantityHasItsUnit) {
