@@ -235,8 +235,8 @@ bool frmMain::focusNextPrevChild(bool next) {
 void frmMain::closeEvent(QCloseEvent* event) {
     if (m_opening)
         return event->ignore();
-    if (platform::UnderWay::
-            any()) {  // a span of changes may be open, and the end of the session asks windows out of turn
+    // A span of changes may be open, and the end of the session asks windows that are blocked.
+    if (platform::UnderWay::any()) {
         platform::whenIdle(*this, [this] { close(); });
         return event->ignore();
     }

@@ -3,6 +3,8 @@
 #include "Disturber.h"
 #include "Settle.h"
 
+#include "platform/widgets/Boxes.h"
+
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +40,25 @@ TEST_F(WaitTest, ARowThatWasPaintedInAWaitIsSeenAfterwards) {
                    list.grab().toImage().convertToFormat(QImage::Format_RGB32);
         })) << row;
     }
+}
+
+TEST_F(WaitTest, AWindowThatIsClosedInAWaitGoesBehindIt) {
+    load();
+    click(u"cmdChemicals"_s);
+    control<platform::TextBox>(chemicals, u"txtchm_Lot"_s).setText(u"typed"_s);
+    Disturber::current().rest();
+    int turns = 0;
+    Disturber::current().also = [&] {
+        if (turns++ == 0) {
+            EXPECT_FALSE(window->close());
+        }
+        EXPECT_EQ(programEnds, 0);
+    };
+    click(u"cmdSave"_s);
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(str(sqlText(u"SELECT count(*) FROM Chemical WHERE chm_Lot = 'typed'"_s)), "1");
+    Disturber::current().also = {};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return programEnds == 1; }));
 }
 
 }  // namespace
