@@ -4,21 +4,33 @@
 
 #include "platform/data/Connection.h"
 #include "platform/data/Dialect.h"
+#include "platform/data/Engine.h"
+#include "trace/TracePace.h"
 #include "trace/TraceRows.h"
 
 #include <QStringList>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace sorvanto {
 
+class TraceQuestion;
+
 class TraceFile {
 public:
-    /// number: its place in TraceKey. Throws RuntimeError as all functions, where the file can't be read.
-    TraceFile(platform::ConnectionPtr connection, int number);
+    /// number: its place in TraceKey. pace: asked between the pieces of whatever reads many rows. Throws RuntimeError as
+    /// all functions, where the file can't be read.
+    TraceFile(platform::ConnectionPtr connection, int number, std::shared_ptr<TracePace> pace);
 
+    /// All that is read until it is gone is of one moment.
+    std::unique_ptr<platform::EngineLook> oneMoment() const;
+
+    /// Another number after any change.
+    std::int64_t state() const { return m_connection->changeState(); }
     std::int64_t batchCount() const;
     /// All lots that ingredients of batches or chemicals have, each once whatever its case.
     QStringList ingredientLots() const;
@@ -37,6 +49,10 @@ public:
     /// Batches that took in one of the lots, each with the lot as it was asked for.
     std::map<std::int64_t, QString> batchesWithLots(const QStringList& lots) const;
     Keys batchesMadeAs(const QString& lot) const;
+    /// Those that were made under each of the lots, which are told apart as the engine does; in the order of their keys.
+    std::vector<std::pair<std::int64_t, QString>> batchesMadeAs(const QStringList& lots) const;
+    /// The lots of these batches, in the order of their keys; those without one are not among them.
+    std::vector<std::pair<std::int64_t, QString>> lotsOf(const Keys& batches) const;
     /// Made of the formula, whatever its name was.
     Keys batchesMadeOf(std::int64_t formula) const;
     Keys batchesWithoutLines() const;
@@ -55,24 +71,41 @@ public:
     std::optional<TracedPatient> patientOf(std::int64_t key) const;
     /// The chemical as it stands now; 0 where there is none any more.
     std::int64_t chemicalOf(const Ingredient& ingredient) const;
+    /// Name, NDC and lot of the chemical; none where there is none of that key.
+    std::optional<Ingredient> chemical(std::int64_t key) const;
     /// Formulas with one of the chemicals now, each once, by name.
     std::vector<TracedFormula> formulasWith(const std::vector<Ingredient>& ingredients) const;
     /// Those whose folded name holds the folded text, by name.
     std::vector<TracedFormula> formulasNamed(const QString& text) const;
     std::optional<TracedFormula> formulaOf(std::int64_t key) const;
-    /// Writes the patient's name and phone of this file into the prescription; false where there is no such patient.
-    bool writePatient(TracedPrescription& prescription) const;
-    /// In the order of the batch.
-    std::vector<UsedIngredient> linesOf(std::int64_t batch) const;
+    /// By their keys.
+    std::map<std::int64_t, TracedPatient> patients(const Keys& keys) const;
+    /// By the keys of the batches, each in the order of the batch.
+    std::map<std::int64_t, std::vector<UsedIngredient>> linesOf(const Keys& batches) const;
 
 private:
     const platform::EngineWords& words() const;
-    /// All for which a column is one of the texts, in their order.
-    std::vector<Ingredient> ingredients(const QString& condition, const QStringList& texts) const;
-    std::vector<TracedPrescription> prescriptions(const QString& condition, const QVariant& value) const;
+    TraceQuestion ask(const QString& sql, const QVariantList& values = {}) const;
+    /// A list as values that can be bound to one place, in turn: as few as possible where each costs a way to a server and
+    /// back, else such that each takes some milliseconds at most.
+    template <typename List>
+    QStringList bound(const List& list, int atOnce) const;
+    QStringList bound(const Keys& keys) const;
+    /// All for which the column is one of the texts.
+    std::vector<Ingredient> ingredients(QLatin1StringView column, const QStringList& texts) const;
+    QStringList differentNames() const;
+    /// Of the database in use.
+    Keys chemicalsLike(const std::vector<Ingredient>& ingredients) const;
+    /// Of each of the values in turn.
+    std::vector<TracedPrescription> prescriptions(const QString& condition, const QVariantList& values) const;
+    /// named: folded; empty: all.
+    std::vector<TracedFormula> formulas(TraceQuestion& rows, const QString& named) const;
+    /// Bounds of batches' keys, first and last, that are looked through in one piece.
+    std::vector<std::pair<std::int64_t, std::int64_t>> spans() const;
 
     platform::ConnectionPtr m_connection;
     int m_number;
+    std::shared_ptr<TracePace> m_pace;
     QString m_own;  ///< condition on Log of the batches that this file answers for
     mutable std::optional<std::int64_t> m_lackingAsOf;  ///< state of the file
     mutable Keys m_lacking;

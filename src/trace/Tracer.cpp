@@ -15,30 +15,32 @@ using namespace Qt::StringLiterals;
 namespace sorvanto {
 namespace {
 
+bool isCapital(QChar letter) { return letter >= u'A' && letter <= u'Z'; }
+
 /// As the engine compares lots: the case of the Latin letters makes no difference.
 QString compared(const QString& lot) {
+    if (std::none_of(lot.begin(), lot.end(), isCapital))
+        return lot;
     QString alike = lot;
     for (QChar& letter : alike) {
-        if (letter >= u'A' && letter <= u'Z')
+        if (isCapital(letter))
             letter = QChar(letter.unicode() + (u'a' - u'A'));
     }
     return alike;
 }
 
-auto named(const Ingredient& ingredient) {
-    return std::tuple(compared(ingredient.name), compared(ingredient.lot), compared(ingredient.ndc));
-}
+using IngredientName = std::tuple<QString, QString, QString>;
 
-template <typename Row>
-void newestFirst(std::vector<Row>& rows) {
-    std::sort(rows.begin(), rows.end(), [](const Row& one, const Row& other) {
-        return one.date != other.date ? one.date > other.date : other.key < one.key;
-    });
+IngredientName named(const Ingredient& ingredient) {
+    return {compared(ingredient.name), compared(ingredient.lot), compared(ingredient.ndc)};
 }
 
 template <typename Row>
 void append(std::vector<Row>& all, std::vector<Row> more) {
-    std::move(more.begin(), more.end(), std::back_inserter(all));
+    if (all.empty())
+        all = std::move(more);
+    else
+        std::move(more.begin(), more.end(), std::back_inserter(all));
 }
 
 }  // namespace
@@ -51,7 +53,7 @@ struct Tracer::Reached {
         TraceFile::Keys keys;
         for (auto batch = batches.lower_bound({file, 0}); batch != batches.end() && batch->first.file == file;
              ++batch)
-            keys.insert(batch->first.key);
+            keys.insert(keys.end(), batch->first.key);
         return keys;
     }
     /// False where it was there before.
@@ -60,13 +62,36 @@ struct Tracer::Reached {
     }
 };
 
-Tracer::Tracer(platform::ConnectionPtr database, const QStringList& folders) {
+template <typename Before>
+auto Tracer::paced(Before before) const {
+    return [this, before](const auto& one, const auto& other) {
+        m_pace->step();
+        return before(one, other);
+    };
+}
+
+template <typename Row>
+void Tracer::newestFirst(std::vector<Row>& rows) const {
+    std::sort(rows.begin(), rows.end(), paced([](const Row& one, const Row& other) {
+                  return one.date != other.date ? one.date > other.date : other.key < one.key;
+              }));
+}
+
+Tracer::Tracer(platform::ConnectionPtr database, const QStringList& folders)
+    : m_pace(std::make_shared<TracePace>()) {
     ArchiveShelf shelf = archivesOf(database, folders);
     m_archives = std::move(shelf.present);
     m_absent = std::move(shelf.absent);
-    m_files.emplace_back(std::move(database), 0);
+    m_files.emplace_back(std::move(database), 0, m_pace);
     for (platform::ConnectionPtr& archive : shelf.open)
-        m_files.emplace_back(std::move(archive), static_cast<int>(m_files.size()));
+        m_files.emplace_back(std::move(archive), static_cast<int>(m_files.size()), m_pace);
+}
+
+std::vector<std::int64_t> Tracer::state() const {
+    std::vector<std::int64_t> all;
+    for (const TraceFile& file : m_files)
+        all.push_back(file.state());
+    return all;
 }
 
 std::int64_t Tracer::searched() const {
@@ -81,14 +106,20 @@ std::vector<Ingredient> Tracer::gathered(Ask ask) const {
     std::vector<Ingredient> all;
     for (const TraceFile& file : m_files)
         append(all, ask(file));
-    std::stable_sort(all.begin(), all.end(), [](const Ingredient& one, const Ingredient& other) {
-        return named(one) < named(other);
-    });
-    all.erase(std::unique(
-                  all.begin(), all.end(),
-                  [](const Ingredient& one, const Ingredient& other) { return named(one) == named(other); }),
-              all.end());
-    return all;
+    std::vector<std::pair<IngredientName, std::size_t>>
+        order;  // of what is told apart by its name, what was found first
+    order.reserve(all.size());
+    for (std::size_t place = 0; place < all.size(); ++place)
+        order.emplace_back(named(all[place]), place);
+    std::sort(order.begin(), order.end(), paced(std::less<>()));
+    std::vector<Ingredient> different;
+    const IngredientName* last = nullptr;
+    for (const auto& [name, place] : order) {
+        if (!last || *last != name)
+            different.push_back(std::move(all[place]));
+        last = &name;
+    }
+    return different;
 }
 
 TraceHits Tracer::find(const QString& text) const {
@@ -144,15 +175,42 @@ TraceHits Tracer::findAsItIs(const QString& wanted, TraceHits::By by) const {
 }
 
 QStringList Tracer::similarTo(const QString& text) {
+    constexpr qsizetype lotsAtOnce = 500;
     if (m_lots.isEmpty()) {
+        QStringList lots;
         for (const TraceFile& file : m_files)
-            m_lots += file.ingredientLots() + file.batchLots();
+            lots += file.ingredientLots() + file.batchLots();
+        m_lots = std::move(lots);
     }
-    const bool isThere = m_lots.contains(text, Qt::CaseInsensitive);
-    QStringList lots = similarLots(isThere ? text : text.trimmed(), m_lots);
-    lots.removeDuplicates();
-    lots.sort(Qt::CaseInsensitive);
-    return lots;
+    const auto pieces = [&](const auto& take) {
+        for (qsizetype first = 0; first < m_lots.size(); first += lotsAtOnce) {
+            m_pace->turn();
+            take(m_lots.mid(first, lotsAtOnce));
+        }
+    };
+    bool isThere = false;
+    pieces([&](const QStringList& lots) { isThere = isThere || lots.contains(text, Qt::CaseInsensitive); });
+    QStringList similar;
+    pieces([&](const QStringList& lots) { similar += similarLots(isThere ? text : text.trimmed(), lots); });
+    similar.removeDuplicates();
+    std::sort(similar.begin(), similar.end(), paced([](const QString& one, const QString& other) {
+                  return one.compare(other, Qt::CaseInsensitive) < 0;
+              }));
+    return similar;
+}
+
+std::optional<std::size_t> Tracer::placeOf(std::int64_t chemical,
+                                           const std::vector<Ingredient>& ingredients) const {
+    const std::optional<Ingredient> wanted = m_files.front().chemical(chemical);
+    if (!wanted || chemicalOf(*wanted) != chemical)
+        return std::nullopt;
+    const IngredientName name = named(*wanted);
+    for (std::size_t place = 0; place < ingredients.size(); ++place) {
+        m_pace->step();
+        if (named(ingredients[place]) == name)
+            return place;
+    }
+    return std::nullopt;
 }
 
 /// Wave by wave: the batches made with the batches of the last wave.
@@ -160,9 +218,11 @@ Tracer::Reached Tracer::following(Reached reached) const {
     std::set<QString> done;
     QStringList lots;
     const auto addLots = [&](const TraceFile& file, const TraceFile::Keys& keys) {
-        for (const TracedBatch& batch : file.batches(keys)) {
-            if (!batch.lot.isEmpty() && done.insert(compared(batch.lot)).second)
-                lots << batch.lot;
+        if (keys.empty())
+            return;
+        for (const auto& [key, lot] : file.lotsOf(keys)) {
+            if (done.insert(compared(lot)).second)
+                lots << lot;
         }
     };
     for (std::size_t i = 0; i < m_files.size(); ++i)
@@ -172,6 +232,7 @@ Tracer::Reached Tracer::following(Reached reached) const {
         for (std::size_t i = 0; i < m_files.size(); ++i) {
             TraceFile::Keys fresh;
             for (const auto& [key, base] : m_files[i].batchesWithLots(wave)) {
+                m_pace->step();
                 if (reached.add(static_cast<int>(i), key, base))
                     fresh.insert(key);
             }
@@ -201,25 +262,33 @@ Recall Tracer::dressed(const Reached& reached, const TraceDays& days) const {
 
 // Whoever moved since an archive was made is called where he is now.
 void Tracer::bringUpToDate(std::vector<TracedPrescription>& prescriptions) const {
-    for (TracedPrescription& prescription : prescriptions) {
+    TraceFile::Keys keys;
+    for (const TracedPrescription& prescription : prescriptions) {
         if (prescription.key.file > 0)
-            m_files.front().writePatient(prescription);
+            keys.insert(prescription.patient.key);
+    }
+    if (keys.empty())
+        return;
+    const std::map<std::int64_t, TracedPatient> patients = m_files.front().patients(keys);
+    for (TracedPrescription& prescription : prescriptions) {
+        const auto known = patients.find(prescription.patient.key);
+        if (prescription.key.file == 0 || known == patients.end())
+            continue;
+        prescription.patientName = known->second.name;
+        prescription.phone = known->second.phone;
     }
 }
 
-namespace {
-
-void finish(Recall& recall) {
+void Tracer::finish(Recall& recall) const {
     newestFirst(recall.batches);
-    newestFirst(recall.uncertain);
     newestFirst(recall.prescriptions);
     std::set<TraceKey> patients;
-    for (const TracedPrescription& prescription : recall.prescriptions)
+    for (const TracedPrescription& prescription : recall.prescriptions) {
+        m_pace->step();
         patients.insert(prescription.patient);
+    }
     recall.patients = static_cast<int>(patients.size());
 }
-
-}  // namespace
 
 bool Tracer::lookForLackingLines() const {
     bool looked = false;
@@ -228,21 +297,36 @@ bool Tracer::lookForLackingLines() const {
     return looked;
 }
 
-void Tracer::nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const {
+std::size_t Tracer::batchesThatLackLines() const {
+    std::size_t all = 0;
+    for (const TraceFile& file : m_files)
+        all += file.batchesThatLackLines().size();
+    return all;
+}
+
+// A batch that belongs there but was made on other days is of other days here as well.
+void Tracer::nameUncertain(Recall& recall, const TraceDays& days) const {
+    std::set<TraceKey> certain;
+    for (const TracedBatch& batch : recall.batches) {
+        m_pace->step();
+        certain.insert(batch.key);
+    }
+    recall.uncertain.clear();
     for (const TraceFile& file : m_files) {
         TraceFile::Keys keys = file.batchesThatLackLines();
         keys.merge(file.batchesWithoutLines());
         for (TracedBatch& batch : file.batches(keys)) {
             batch.lacksLines = !batch.hasNoLines;
-            if (!reached.batches.contains(batch.key) && days.holds(batch.date))
+            if (!certain.contains(batch.key) && days.holds(batch.date))
                 recall.uncertain.push_back(std::move(batch));
         }
     }
+    newestFirst(recall.uncertain);
 }
 
 Recall Tracer::recallOf(const Reached& reached, const TraceDays& days) const {
     Recall recall = dressed(reached, days);
-    nameUncertain(recall, reached, days);
+    nameUncertain(recall, days);
     bringUpToDate(recall.prescriptions);
     finish(recall);
     return recall;
@@ -290,20 +374,51 @@ Recall Tracer::dispensedTo(std::int64_t patient, const TraceDays& days) const {
     return recall;
 }
 
+namespace {
+
+/// The lines of the lots of some others, in the order of those.
+QStringList lotsOf(const std::vector<UsedIngredient>& lines, std::size_t from, std::set<QString>& done) {
+    QStringList lots;
+    for (std::size_t at = from; at < lines.size(); ++at) {
+        const QString& lot = lines[at].ingredient.lot;
+        if (!lot.isEmpty() && done.insert(compared(lot)).second)
+            lots << lot;
+    }
+    return lots;
+}
+
+}  // namespace
+
 std::vector<UsedIngredient> Tracer::contents(TraceKey batch) const {
-    std::vector<UsedIngredient> all = m_files.at(static_cast<std::size_t>(batch.file)).linesOf(batch.key);
+    std::vector<UsedIngredient> all =
+        m_files.at(static_cast<std::size_t>(batch.file)).linesOf({batch.key})[batch.key];
     std::set<QString> done;
-    for (std::size_t at = 0; at < all.size(); ++at) {
-        const QString lot = all[at].ingredient.lot;
-        if (lot.isEmpty() || !done.insert(compared(lot)).second)
+    for (std::size_t from = 0; from < all.size();) {
+        const QStringList lots = lotsOf(all, std::exchange(from, all.size()), done);
+        if (!lots.isEmpty())
+            append(all, linesMadeAs(lots));
+    }
+    return all;
+}
+
+std::vector<UsedIngredient> Tracer::linesMadeAs(const QStringList& lots) const {
+    std::map<QString, std::vector<UsedIngredient>> byLot;
+    for (const TraceFile& file : m_files) {
+        TraceFile::Keys keys;
+        const auto bases = file.batchesMadeAs(lots);
+        for (const auto& [key, lot] : bases)
+            keys.insert(key);
+        if (keys.empty())
             continue;
-        for (const TraceFile& file : m_files) {
-            for (const std::int64_t base : file.batchesMadeAs(lot)) {
-                for (UsedIngredient& line : file.linesOf(base)) {
-                    line.base = lot;
-                    all.push_back(std::move(line));
-                }
-            }
+        auto lines = file.linesOf(keys);
+        for (const auto& [key, lot] : bases)
+            append(byLot[compared(lot)], std::move(lines[key]));
+    }
+    std::vector<UsedIngredient> all;
+    for (const QString& lot : lots) {
+        for (UsedIngredient& line : byLot[compared(lot)]) {
+            line.base = lot;
+            all.push_back(std::move(line));
         }
     }
     return all;

@@ -6,7 +6,10 @@
 #include "trace/TraceFile.h"
 
 #include <QStringList>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace sorvanto {
@@ -15,6 +18,15 @@ class Tracer {
 public:
     /// database: the one in use, open. folders: where its archives may lie.
     Tracer(platform::ConnectionPtr database, const QStringList& folders);
+
+    /// From now on whatever looks through many records asks this between pieces of far less than a millisecond; false ends
+    /// it, by TraceEnded. Nothing else is asked of this tracer within.
+    void setPace(std::function<bool()> goesOn) { m_pace->set(std::move(goesOn)); }
+    /// All that is read of the database in use until it is gone is of one moment.
+    std::unique_ptr<platform::EngineLook> oneMoment() const { return m_files.front().oneMoment(); }
+
+    /// Other numbers after any change in one of the files.
+    std::vector<std::int64_t> state() const;
 
     /// Batches that are searched, those of the archives at hand included.
     std::int64_t searched() const;
@@ -41,6 +53,9 @@ public:
     std::int64_t chemicalOf(const Ingredient& ingredient) const {
         return m_files.front().chemicalOf(ingredient);
     }
+    /// The place of the chemical among the ingredients; none where it is none of them, or where a newer chemical is the same.
+    std::optional<std::size_t> placeOf(std::int64_t chemical,
+                                       const std::vector<Ingredient>& ingredients) const;
     std::vector<TracedFormula> formulasWith(const std::vector<Ingredient>& ingredients) const {
         return m_files.front().formulasWith(ingredients);
     }
@@ -61,6 +76,10 @@ public:
     /// Looks for the batches that lack some of their lines, which lists name from then on. Takes time in a large file, and
     /// none where nothing has changed since the last look; false then.
     bool lookForLackingLines() const;
+    /// How many were found by that.
+    std::size_t batchesThatLackLines() const;
+    /// Names them in a list of these days that was made before.
+    void nameUncertain(Recall& recall, const TraceDays& days) const;
 
     /// What is in a batch: its lines, each that was made here followed by its own.
     std::vector<UsedIngredient> contents(TraceKey batch) const;
@@ -74,9 +93,17 @@ private:
     Reached following(Reached reached) const;
     Recall recallOf(const Reached& reached, const TraceDays& days) const;
     Recall dressed(const Reached& reached, const TraceDays& days) const;
-    void nameUncertain(Recall& recall, const Reached& reached, const TraceDays& days) const;
+    /// Of each lot in turn what went into the batches that were made as it.
+    std::vector<UsedIngredient> linesMadeAs(const QStringList& lots) const;
+    void finish(Recall& recall) const;
+    /// What the compared rows are ordered by, with turns for others in between.
+    template <typename Before>
+    auto paced(Before before) const;
+    template <typename Row>
+    void newestFirst(std::vector<Row>& rows) const;
     void bringUpToDate(std::vector<TracedPrescription>& prescriptions) const;
 
+    std::shared_ptr<TracePace> m_pace;
     std::vector<TraceFile> m_files;
     std::vector<GivenOffArchive> m_archives, m_absent;
     QStringList m_lots;  ///< of ingredients and batches, once they are read

@@ -434,5 +434,77 @@ TEST_F(TraceTest, WhatAPatientGotAndOutOfWhichLots) {
     EXPECT_TRUE(trace.dispensedTo(99, {}).batches.empty());
 }
 
+/// Chemicals of different names and lots, each in a batch of its own.
+class ManyTracedTest : public TraceTest {
+protected:
+    static constexpr int many = 600;
+    void SetUp() override {
+        TraceTest::SetUp();
+        const QString numbers =
+            u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "_s.arg(many);
+        sql(numbers + u"INSERT INTO Log (LogID, log_Name, log_Lot) SELECT i, 'F', 'B' || i FROM n"_s);
+        sql(numbers +
+            u"INSERT INTO LogChem (LogID, lch_Name, lch_Lot, lch_NDC) SELECT i, 'Many ' || i, CASE WHEN i % 3 = 0 "
+            "THEN NULL WHEN i % 3 = 1 THEN '' ELSE 'M' || i END, CASE WHEN i % 2 = 0 THEN 'N' || i END FROM n"_s);
+        sql(numbers + u"INSERT INTO RXs (LogID, PatientID) SELECT i, 1 + i % 2 FROM n"_s);
+    }
+    static QString summary(const Tracer& trace) {
+        const TraceHits hits = trace.find(u"many"_s);
+        const Recall recall = trace.whereWent(hits.ingredients, {}, {});
+        return u"%1 %2 %3 %4"_s.arg(hits.ingredients.size())
+            .arg(recall.batches.size())
+            .arg(recall.prescriptions.size())
+            .arg(recall.patients);
+    }
+};
+
+TEST_F(ManyTracedTest, ANameOfManyIngredientsLeadsToAllTheirBatches) {
+    EXPECT_EQ(summary(tracer()), u"600 600 600 2"_s);
+}
+
+TEST_F(ManyTracedTest, WhatIsNotAskedForStaysOutWhereMuchIs) {
+    const Tracer trace = tracer();
+    std::vector<Ingredient> asked = trace.find(u"many"_s).ingredients;
+    std::erase_if(asked,
+                  [](const Ingredient& one) { return one.name == u"Many 7"_s || one.name == u"Many 8"_s; });
+    const Recall recall = trace.whereWent(asked, {}, {});
+    EXPECT_EQ(recall.batches.size(), std::size_t{many - 2});
+    for (const TracedBatch& batch : recall.batches)
+        EXPECT_TRUE(batch.lot != u"B7"_s && batch.lot != u"B8"_s);
+}
+
+TEST_F(ManyTracedTest, ALookThatIsEndedGivesNothing) {
+    Tracer trace = tracer();
+    const QString whole = summary(trace);
+    int ended = 0;
+    for (int most = 0, over = 0; !over; most += 1 + most / 4) {
+        int turns = 0;
+        trace.setPace([&] { return ++turns <= most; });
+        try {
+            EXPECT_EQ(summary(trace), whole);
+            over = 1;
+        } catch (const TraceEnded&) {
+            ++ended;
+        }
+    }
+    EXPECT_GT(ended, 10) << "it can be ended on its way";
+}
+
+TEST_F(ManyTracedTest, SimilarLotsAreAllThereThoughTheirReadingWasEndedBefore) {
+    const QStringList whole = tracer().similarTo(u"B5000"_s);
+    ASSERT_FALSE(whole.isEmpty());
+    for (int most = 0; most < 12; ++most) {
+        Tracer trace = tracer();
+        int turns = 0;
+        trace.setPace([&] { return ++turns <= most; });
+        try {
+            trace.similarTo(u"B5000"_s);
+        } catch (const TraceEnded&) {
+        }
+        trace.setPace({});
+        EXPECT_EQ(trace.similarTo(u"B5000"_s), whole) << most;
+    }
+}
+
 }  // namespace
 }  // namespace sorvanto

@@ -3,6 +3,7 @@
 #include "ServerRecords.h"
 #include "platform/data/Query.h"
 #include "platform/data/ReadAhead.h"
+#include "trace/RecallList.h"
 
 #include <QElapsedTimer>
 
@@ -93,6 +94,23 @@ TEST_F(TripsTest, ABatchOfThirtyLines) {
     EXPECT_LE(trips("batch of 30 lines", [&] { log = addLog(); }), 7);
     ASSERT_TRUE(log);
     EXPECT_EQ(log->Chemical->recordCount(), 30);
+}
+
+TEST_F(TripsTest, ATrace) {
+    connect();
+    const Tracer tracer(basMain::gConnection, {});
+    const auto trace = [&](const QString& text) {
+        const TraceHits hits = tracer.find(text);
+        return recallList(tracer, text, hits, {}).ingredients.size();
+    };
+    std::size_t found = 0;
+    EXPECT_LE(trips("a lot traced", [&] { found = trace(u"HC24118"_s); }), 14);
+    EXPECT_EQ(found, 1U);
+    EXPECT_LE(trips("a part of many names traced", [&] { found = trace(u"a"_s); }), 18);
+    EXPECT_GT(found, 100U);
+    EXPECT_LE(trips("batches that lack lines", [&] { tracer.lookForLackingLines(); }), 2);
+    EXPECT_LE(trips("what is in a batch", [&] { found = tracer.contents({0, 1}).size(); }), 4);
+    EXPECT_GT(found, 0U);
 }
 
 }  // namespace

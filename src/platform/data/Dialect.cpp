@@ -240,6 +240,11 @@ QString EngineWords::listedNumbers(const QString& place) const { return u"json_e
 
 QString EngineWords::listedTexts(const QString& place) const { return u"json_each(%1)"_s.arg(place); }
 
+QString EngineWords::listedTriples(const QString& place) const {
+    return u"(SELECT json_extract(value, '$[0]') AS one, json_extract(value, '$[1]') AS two, "
+           "json_extract(value, '$[2]') AS three FROM json_each(%1))"_s.arg(place);
+}
+
 QString translateOrder(const QString& columns, const EngineWords& words) {
     const Tokens tokens = statementTokens(u"ORDER BY "_s + columns);
     StatementWriter writer(tokens, words);

@@ -78,6 +78,8 @@ public:
     /// this place ("?1").
     virtual QString listedNumbers(const QString& place) const;
     virtual QString listedTexts(const QString& place) const;
+    /// The columns "one", "two" and "three" of texts, of a JSON array of arrays of three.
+    virtual QString listedTriples(const QString& place) const;
 };
 
 /// What a SELECT says of the order of its rows, and by what the rest can be ordered.

@@ -118,4 +118,9 @@ QString ServerWords::listedTexts(const QString& place) const {
     return u"(SELECT e.value::citext AS value FROM json_array_elements_text(%1::json) AS e)"_s.arg(place);
 }
 
+QString ServerWords::listedTriples(const QString& place) const {
+    return u"(SELECT (e.value->>0)::citext AS one, (e.value->>1)::citext AS two, (e.value->>2)::citext AS three "
+           "FROM json_array_elements(%1::json) AS e)"_s.arg(place);
+}
+
 }  // namespace platform::postgres

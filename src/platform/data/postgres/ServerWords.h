@@ -38,6 +38,7 @@ public:
     QString clock(const QString& moment, const QString& minutesAhead) const override;
     QString listedNumbers(const QString& place) const override;
     QString listedTexts(const QString& place) const override;
+    QString listedTriples(const QString& place) const override;
 
 private:
     const Catalogue& m_catalogue;
