@@ -26,22 +26,49 @@ QString fitting(const QString& text) {
                : text.left(XlsWorkbook::mostCharacters - 1) + u'\u2026';
 }
 
+/// How far the rows of both sheets are.
+class Progress {
+public:
+    Progress(const std::function<bool(double)>& goesOn, std::size_t rows) : m_goesOn(goesOn), m_all(rows) {}
+
+    bool stopped() const { return m_stopped; }
+    /// To be called before each row; false when it is not to be written.
+    bool next() {
+        if (m_goesOn && m_done % rowsBetween == 0 && !m_stopped)
+            m_stopped = !m_goesOn(static_cast<double>(m_done) / static_cast<double>(m_all));
+        ++m_done;
+        return !m_stopped;
+    }
+
+private:
+    static constexpr std::size_t rowsBetween = 100;
+    const std::function<bool(double)>& m_goesOn;
+    std::size_t m_all, m_done = 0;
+    bool m_stopped = false;
+};
+
+/// What stands above the rows of each sheet.
+QStringList headLines(const RecallList& list) {
+    QStringList lines{translated(u"Recall List"_s) + u": "_s + recallTitle(list)};
+    lines += recallIngredients(list);
+    lines << fitting(recallFormulas(list)) << recallDays(list.days) << recallSearched(list)
+          << recallTotals(list.recall) << recallGaps(list);
+    lines.removeAll(QString());
+    return lines;
+}
+
 /// Writes one sheet: what the list is about, headings, rows.
 class SheetWriter {
 public:
-    SheetWriter(XlsWorkbook& book, const RecallList& list) : m_book(book) {
+    SheetWriter(XlsWorkbook& book, const QStringList& lines, Progress& progress) : m_book(book) {
         CellStyle bold, date;
         bold.bold = true;
         date.date = platform::DateFormat::Date;
         m_bold = book.addStyle(bold);
         m_date = book.addStyle(date);
-        const QString days = recallDays(list.days);
-        QStringList lines{translated(u"Recall List"_s) + u": "_s + recallTitle(list)};
-        lines += recallIngredients(list);
-        lines << fitting(recallFormulas(list)) << days << recallSearched(list) << recallTotals(list.recall)
-              << recallGaps(list);
-        lines.removeAll(QString());
         for (const QString& text : lines) {
+            if (!progress.next())
+                return;
             m_book.addText(m_row, 0, m_row == 0 ? m_bold : 0, text);
             ++m_row;
         }
@@ -97,29 +124,6 @@ private:
     int m_row = 0, m_column = 0;
 };
 
-/// How far the rows of both sheets are.
-class Progress {
-public:
-    Progress(const std::function<bool(double)>& goesOn, const Recall& recall)
-        : m_goesOn(goesOn),
-          m_all(recall.batches.size() + recall.uncertain.size() + recall.prescriptions.size()) {}
-
-    bool stopped() const { return m_stopped; }
-    /// To be called before each row; false when it is not to be written.
-    bool next() {
-        if (m_goesOn && m_done % rowsBetween == 0 && !m_stopped)
-            m_stopped = !m_goesOn(static_cast<double>(m_done) / static_cast<double>(m_all));
-        ++m_done;
-        return !m_stopped;
-    }
-
-private:
-    static constexpr std::size_t rowsBetween = 100;
-    const std::function<bool(double)>& m_goesOn;
-    std::size_t m_all, m_done = 0;
-    bool m_stopped = false;
-};
-
 void writeBatches(SheetWriter& sheet, const Recall& recall, Progress& progress) {
     sheet.writeHeadings({translated(u"Date"_s), translated(u"Formula"_s), translated(u"Strength"_s),
                          translated(u"Lot"_s), translated(u"Remark"_s), translated(u"Quantity"_s),
@@ -164,11 +168,14 @@ void writePrescriptions(SheetWriter& sheet, const Recall& recall, Progress& prog
 }  // namespace
 
 QByteArray recallWorkbook(const RecallList& list, const std::function<bool(double)>& goesOn) {
-    Progress progress(goesOn, list.recall);
+    const Recall& recall = list.recall;
+    const QStringList lines = headLines(list);
+    Progress progress(goesOn, recall.batches.size() + recall.uncertain.size() + recall.prescriptions.size() +
+                                  2 * static_cast<std::size_t>(lines.size()));
     XlsWorkbook book(translated(u"Batches"_s));
     const auto write = [&](void (*rows)(SheetWriter&, const Recall&, Progress&)) {
-        SheetWriter sheet(book, list);
-        rows(sheet, list.recall, progress);
+        SheetWriter sheet(book, lines, progress);
+        rows(sheet, recall, progress);
         sheet.finish();
     };
     write(writeBatches);

@@ -134,13 +134,15 @@ QString recallTitle(const RecallList& list) {
 }
 
 QStringList recallIngredients(const RecallList& list) {
+    const QString ndc = translated(u"NDC"_s) + u' ', lot = translated(u"Lot"_s) + u' ';
     QStringList lines;
+    lines.reserve(static_cast<qsizetype>(list.ingredients.size()));
     for (const Ingredient& one : list.ingredients) {
         QStringList parts{one.name};
         if (!one.ndc.isEmpty())
-            parts << translated(u"NDC"_s) + u' ' + one.ndc;
+            parts << ndc + one.ndc;
         if (!one.lot.isEmpty())
-            parts << translated(u"Lot"_s) + u' ' + one.lot;
+            parts << lot + one.lot;
         parts << one.supplier;
         parts.removeAll(QString());
         lines << parts.join(u" · "_s);

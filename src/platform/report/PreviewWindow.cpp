@@ -10,6 +10,7 @@
 #include "platform/report/PreviewBar.h"
 #include "platform/report/PreviewNotices.h"
 #include "platform/report/PrintFlow.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/Theme.h"
 
 #include <QAction>
@@ -23,6 +24,7 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -37,7 +39,9 @@ constexpr int progressSteps = 1000;
 PreviewWindow* PreviewWindow::open(std::unique_ptr<Report> report) {
     try {
         std::unique_ptr<PreviewWindow> window(new PreviewWindow(std::move(report)));
-        window->m_run.makePage();
+        window->makePage();
+        if (window->m_run.wasCancelled())
+            return nullptr;
         window->build();
         window->takePlace();
         if (QApplication::activeModalWidget())  // which would keep keys and clicks from it
@@ -55,6 +59,7 @@ PreviewWindow::PreviewWindow(std::unique_ptr<Report> report)
     : m_run(std::move(report)), m_search(m_run.document()) {
     setObjectName(u"preview"_s);
     setAttribute(Qt::WA_DeleteOnClose);
+    m_run.setPace([this] { return !m_work || m_work->goesOn(-1); });
     m_nextSlice.setSingleShot(true);
     connect(&m_nextSlice, &QTimer::timeout, this, &PreviewWindow::layOutMore);
 }
@@ -177,9 +182,19 @@ void PreviewWindow::takePlace() {
     move(whole.x() + (whole.width() - size.width()) / 2, whole.y() + top);
 }
 
+bool PreviewWindow::makePage() {
+    LongWork work(reportText("Preparing page %1 ...").arg(m_run.document().pages.size() + 1));
+    m_work = &work;
+    const auto atEnd = qScopeGuard([this] { m_work = nullptr; });
+    return m_run.makePage();
+}
+
 bool PreviewWindow::stepRun() {
     try {
-        return m_run.makePage();
+        const bool more = makePage();
+        if (m_run.wasCancelled())
+            tellStopped();
+        return more;
     } catch (...) {
         m_ending = reportText("The report ended with an error after page %1.").arg(m_view->pageCount());
         reportFailed();
@@ -238,10 +253,14 @@ void PreviewWindow::stop() {
     m_outputStopped = true;
     if (!m_run.isOver()) {
         m_run.cancel();
-        m_ending =
-            reportText("The report was stopped after page %1: the rest is missing.").arg(m_view->pageCount());
+        tellStopped();
     }
     showState();
+}
+
+void PreviewWindow::tellStopped() {
+    const qsizetype pages = static_cast<qsizetype>(m_run.document().pages.size());
+    m_ending = reportText("The report was stopped after page %1: the rest is missing.").arg(pages);
 }
 
 void PreviewWindow::output(const std::function<void(const PageProgress&)>& action) {

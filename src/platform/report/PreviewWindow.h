@@ -18,6 +18,7 @@ class QPushButton;
 
 namespace platform {
 
+class LongWork;
 class PageView;
 class PreviewBar;
 class PreviewNotices;
@@ -26,7 +27,7 @@ class PreviewWindow : public QMainWindow {
     Q_OBJECT
 public:
     /// Runs the report up to its first page and shows the window, which deletes itself when closed. A
-    /// failure goes to the report failure handler; without any page there is no window (null).
+    /// failure goes to the report failure handler; without any page there is no window (null), nor where its user stops it.
     static PreviewWindow* open(std::unique_ptr<Report> report);
     ~PreviewWindow() override;
 
@@ -48,8 +49,11 @@ private:
     bool layOutSlice();
     /// Slice after slice, the event loop running between them.
     void layOutMore();
+    /// The next page, with progress and a way to stop where it takes long; false where there is none.
+    bool makePage();
     /// One step of the run; a failure is handed on and ends it.
     bool stepRun();
+    void tellStopped();
     /// The rest of the pages at once, with progress; stop() ends it.
     void finishRun();
     void showState();
@@ -62,6 +66,7 @@ private:
     void find(const QString& words, bool backward);
 
     ReportRun m_run;
+    LongWork* m_work = nullptr;  ///< while a page is made
     TextSearch m_search;
     QTimer m_nextSlice;
     PageView* m_view = nullptr;

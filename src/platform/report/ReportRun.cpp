@@ -18,6 +18,8 @@ bool ReportRun::makePage() {
         return false;
     try {
         m_over = !m_maker.makePage();
+    } catch (const LayoutEnded&) {
+        m_over = m_cancelled = true;
     } catch (...) {
         m_over = true;
         throw;

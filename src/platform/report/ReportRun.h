@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -15,6 +16,9 @@ public:
                        PageUse use = PageUse::Shown);
     ~ReportRun();
 
+    /// Asked between the pieces of a page that takes long, of some milliseconds each; false cancels the run, and that page is
+    /// not made.
+    void setPace(std::function<bool()> goesOn) { m_measure->setPace(std::move(goesOn)); }
     /// Makes the next page; false when the report is over. An error of an event is thrown once; the pages
     /// before it stay.
     bool makePage();

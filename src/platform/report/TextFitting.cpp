@@ -18,6 +18,7 @@ namespace {
 constexpr int tabStop = 720;            // half an inch
 constexpr int leastStopGap = 144;       // so that a stop just behind a word still parts it from the next
 constexpr qsizetype mostOfLine = 4096;  // characters beyond which no line can fit
+constexpr qsizetype usualOfLine = 512;  // characters that nearly always are more than a line
 constexpr qsizetype leastOfName = 4;    // characters that stay of a name in front of its strength
 constexpr double pointStep = 0.25;
 constexpr int comfort = 30;  // that shortened words keep further off a neighbour
@@ -223,15 +224,28 @@ int TextFitting::lineWidth(const TextStyle& style, const QString& line) {
     return x;
 }
 
-int TextFitting::fittingLength(const TextStyle& style, QStringView line, const QString& behind, int width) {
-    const QString text = line.left(mostOfLine).toString();
+std::vector<int> TextFitting::characterEnds(const TextStyle& style, const QString& text, int width,
+                                            bool& all) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     std::vector<int> ends;
     for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary()) {
         ends.push_back(static_cast<int>(end));
         // Well past the width nothing more can fit; a text of any length costs no more than its start.
-        if (ends.size() % 256 == 0 && lineWidth(style, text.left(end)) > width)
+        if (ends.size() % 256 == 0 && lineWidth(style, text.left(end)) > width) {
+            all = false;
             break;
+        }
+    }
+    return ends;
+}
+
+int TextFitting::fittingLength(const TextStyle& style, QStringView line, const QString& behind, int width) {
+    QString text = line.left(usualOfLine).toString();
+    bool all = true;
+    std::vector<int> ends = characterEnds(style, text, width, all);
+    if (all && line.size() > usualOfLine) {
+        text = line.left(mostOfLine).toString();
+        ends = characterEnds(style, text, width, all);
     }
     const auto tooLong = std::partition_point(ends.begin(), ends.end(), [&](int end) {
         return lineWidth(style, text.left(end) + behind) <= width;

@@ -59,6 +59,8 @@ private:
     /// Count of characters from the start that fit together with what follows them, never splitting a
     /// character as the reader sees it.
     int fittingLength(const TextStyle& style, QStringView line, const QString& behind, int width);
+    /// Where the characters end, as the reader sees them, up to well past the width; all: whether that is the whole text.
+    std::vector<int> characterEnds(const TextStyle& style, const QString& text, int width, bool& all);
     void placeLine(const Control& control, const SetLine& line, int x, int baseline,
                    std::vector<TextRun>& runs);
 

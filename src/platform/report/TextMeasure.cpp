@@ -49,6 +49,7 @@ public:
         const auto known = font.widths.constFind(text);
         if (known != font.widths.constEnd())
             return *known;
+        measured();
         if (font.widths.size() == mostKeptWidths)
             font.widths.clear();
         return *font.widths.insert(text,
@@ -56,6 +57,7 @@ public:
     }
 
     bool surelyFits(const TextStyle& style, const QString& text, int room) override {
+        measured();
         MeasuredFont& font = fontOf(style);
         float sum = 0;
         for (const QChar character : text) {
