@@ -25,18 +25,31 @@ public:
     void setColumns(std::vector<TraceColumn> columns) {
         beginResetModel();
         m_columns = std::move(columns);
+        m_count = 0;
         m_rows.clear();
+        m_texts = {};
         endResetModel();
     }
     void setRows(std::vector<QStringList> rows, int quiet) {
+        const std::size_t count = rows.size();
+        setRows(count, {}, quiet, std::move(rows));
+    }
+    /// texts: none where the rows are given.
+    void setRows(std::size_t count, TraceList::RowTexts texts, int quiet,
+                 std::vector<QStringList> rows = {}) {
         beginResetModel();
+        m_count = static_cast<int>(count);
         m_rows = std::move(rows);
+        m_texts = std::move(texts);
+        m_lastRow = -1;
         m_quiet = quiet;
         m_ticks.clear();
         endResetModel();
     }
     void addRows(std::vector<QStringList> rows) {
-        beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(rows.size()) - 1);
+        const int first = m_count;
+        beginInsertRows({}, first, first + static_cast<int>(rows.size()) - 1);
+        m_count += static_cast<int>(rows.size());
         std::move(rows.begin(), rows.end(), std::back_inserter(m_rows));
         endInsertRows();
     }
@@ -52,9 +65,7 @@ public:
         m_ticks.at(static_cast<std::size_t>(row)) = on;
         emit dataChanged(index(row, 0), index(row, 0), {Qt::CheckStateRole});
     }
-    int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
-    }
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : m_count; }
     int columnCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
     }
@@ -68,7 +79,7 @@ public:
     }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return m_rows[static_cast<std::size_t>(index.row())].value(index.column());
+            return textsOf(index.row()).value(index.column());
         if (role == Qt::TextAlignmentRole)
             return alignment(m_columns[static_cast<std::size_t>(index.column())]);
         if (role == Qt::CheckStateRole && index.column() == 0 && !m_ticks.empty())
@@ -84,8 +95,21 @@ private:
             Qt::Alignment(Qt::AlignVCenter | (column.right ? Qt::AlignRight : Qt::AlignLeft)));
     }
 
+    const QStringList& textsOf(int row) const {
+        if (!m_texts)
+            return m_rows[static_cast<std::size_t>(row)];
+        if (m_lastRow != row)
+            m_last = m_texts(static_cast<std::size_t>(row));
+        m_lastRow = row;
+        return m_last;
+    }
+
     std::vector<TraceColumn> m_columns;
+    int m_count = 0;
     std::vector<QStringList> m_rows;
+    TraceList::RowTexts m_texts;
+    mutable int m_lastRow = -1;  ///< the cells of a row are looked at one after the other
+    mutable QStringList m_last;
     std::vector<bool> m_ticks;
     int m_quiet = 0;
 };
@@ -159,6 +183,12 @@ void TraceList::setColumns(std::vector<TraceColumn> columns) {
 
 void TraceList::setRows(std::vector<QStringList> rows, int quiet) {
     m_model->setRows(std::move(rows), quiet);
+    layOutColumns();
+    emit choiceChanged();
+}
+
+void TraceList::setRows(std::size_t count, RowTexts texts, int quiet) {
+    m_model->setRows(count, std::move(texts), quiet);
     layOutColumns();
     emit choiceChanged();
 }

@@ -4,6 +4,8 @@
 #include "platform/widgets/ListCard.h"
 
 #include <QStringList>
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace sorvanto {
@@ -28,6 +30,10 @@ public:
     void setRows(std::vector<QStringList> rows, int quiet = 0);
     /// Behind those that are there; what is chosen stays so.
     void addRows(std::vector<QStringList> rows);
+    /// The same where rows are many: each is asked for when it is looked at, until others are set.
+    using RowTexts = std::function<QStringList(std::size_t row)>;
+    void setRows(std::size_t count, RowTexts texts, int quiet = 0);
+    void clear() { setRows({}); }
 
     int rowCount() const;
     void choose(int row);

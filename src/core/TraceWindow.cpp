@@ -3,13 +3,12 @@
 #include "core/TraceList.h"
 #include "platform/basic/Dates.h"
 #include "platform/basic/Plurals.h"
-#include "platform/data/Engine.h"
 #include "platform/widgets/AccessKeys.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Caption.h"
 #include "platform/widgets/SearchBox.h"
 #include "platform/widgets/Theme.h"
-#include "platform/widgets/UnderWay.h"
+#include "platform/widgets/WorkLine.h"
 #include "reports/RecallTexts.h"
 #include "reports/ReportFlow.h"
 #include "reports/rptRecall.h"
@@ -39,35 +38,35 @@ constexpr int periodBoxWidth = 130;
 }  // namespace
 
 TraceWindow::TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent)
-    : QDialog(parent), m_context(context), m_tracer(std::move(tracer)), m_text(new QLineEdit(this)),
-      m_from(new platform::DateBox(this)), m_to(new platform::DateBox(this)), m_offers(new QHBoxLayout),
-      m_message(new QLabel(this)), m_found(new TraceList(u"grdFound"_s, this)),
-      m_usedIn(new TraceList(u"grdFormulas"_s, this)), m_batches(new TraceList(u"grdBatches"_s, this)),
+    : QDialog(parent), m_context(context), m_tracer(std::move(tracer)), m_asFound(start.found),
+      m_key(start.key), m_text(new QLineEdit(this)), m_from(new platform::DateBox(this)),
+      m_to(new platform::DateBox(this)), m_offers(new QHBoxLayout), m_message(new QLabel(this)),
+      m_found(new TraceList(u"grdFound"_s, this)), m_usedIn(new TraceList(u"grdFormulas"_s, this)),
+      m_batches(new TraceList(u"grdBatches"_s, this)),
       m_prescriptions(new TraceList(u"grdPrescriptions"_s, this)), m_totals(new QLabel(this)),
-      m_print(new QPushButton(translated(u"Print"_s), this)),
+      m_line(new platform::WorkLine(this)), m_print(new QPushButton(translated(u"Print"_s), this)),
       m_export(new QPushButton(translated(u"Export"_s), this)) {
     setObjectName(u"TraceWindow"_s);
     setWindowTitle(translated(u"Where did it go"_s));
     buildWindow();
     m_typing.setSingleShot(true);
     m_typing.setInterval(pause);
-    m_typing.callOnTimeout(this, [this] { search(); });
-    connect(m_text, &QLineEdit::textEdited, &m_typing, qOverload<>(&QTimer::start));
-    connect(m_text, &QLineEdit::returnPressed, this, [this] { search(); });
-    connect(m_found, &TraceList::choiceChanged, this, &TraceWindow::showRecall);
+    m_typing.callOnTimeout(this, &TraceWindow::searchAnew);
+    connect(m_text, &QLineEdit::textEdited, this, &TraceWindow::takeEdit);
+    connect(m_text, &QLineEdit::returnPressed, this, &TraceWindow::searchAnew);
+    connect(m_found, &TraceList::choiceChanged, this, [this] { lookFrom(Stage::Recall); });
     connect(m_found, &TraceList::opened, this, &TraceWindow::openFound);
     connect(m_usedIn, &TraceList::opened, this, &TraceWindow::openFormula);
     connect(m_batches, &TraceList::choiceChanged, this, &TraceWindow::showPrescriptions);
     connect(m_batches, &TraceList::opened, this, &TraceWindow::openBatch);
     connect(m_prescriptions, &TraceList::opened, this, &TraceWindow::openPrescription);
     for (platform::DateBox* box : {m_from, m_to})
-        connect(box, &platform::DateBox::valueEdited, this, &TraceWindow::showRecall);
+        connect(box, &platform::DateBox::valueEdited, this, [this] { lookFrom(Stage::Recall); });
     connect(m_print, &QPushButton::clicked, this, &TraceWindow::print);
     connect(m_export, &QPushButton::clicked, this, &TraceWindow::exportList);
     m_text->setText(start.text);
     m_text->selectAll();  // another one is typed over it
-    search(start.found);
-    choose(start.key);
+    enableOutput(false);
 }
 
 void TraceWindow::buildWindow() {
@@ -130,6 +129,7 @@ QLayout* TraceWindow::bottomRow() {
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_totals, 1);
+    bottom->addWidget(m_line);
     for (QPushButton* button : {m_print, m_export, close}) {
         button->setAutoDefault(false);
         bottom->addWidget(button);
@@ -155,8 +155,6 @@ TraceDays TraceWindow::days() const {
 }
 
 RecallList TraceWindow::list() const {
-    const auto& open = m_context.connection;
-    const auto look = open && open->state() != 0 ? open->engine().beginLook() : nullptr;
     const auto chosenOf = [&](const auto& records) {
         const std::vector<int> rows = m_found->chosen();
         if (rows.empty() && records.size() > 1)
@@ -175,7 +173,7 @@ RecallList TraceWindow::list() const {
     } else if (!hits.ingredients.empty()) {
         hits.ingredients = chosenIngredients();
     }
-    return recallList(m_tracer, m_text->text(), hits, days());
+    return recallList(m_tracer, m_asked, hits, days());
 }
 
 /// What leads nowhere is never shown without what was searched.
@@ -190,29 +188,11 @@ QString TraceWindow::message() const {
         sentences << recallNotMade(m_list.searched);
     else if (nothing && m_list.patient && m_list.recall.hiddenPrescriptions == 0)
         sentences << recallNotDispensed(m_list.searched);
-    RecallList open = m_list;
+    RecallList open;  // without what is uncertain: the totals have it
     open.absent = m_tracer.absentArchives();
-    open.recall.uncertain.clear();  // the totals have them
+    open.recall.hiddenBatches = m_list.recall.hiddenBatches;
+    open.recall.hiddenPrescriptions = m_list.recall.hiddenPrescriptions;
     return (sentences + recallGaps(open)).join(u'\n');
-}
-
-void TraceWindow::showRecall() {
-    guarded(u"TraceWindow:showRecall"_s, [&] {
-        // The list stands at once; batches that lack lines join it as soon as they are known.
-        platform::whenIdle(*this, [this] {
-            guarded(u"TraceWindow:showRecall"_s, [&] {
-                if (m_tracer.lookForLackingLines())
-                    showRecall();
-            });
-        });
-        m_list = list();
-        say(message());
-        for (QPushButton* button : {m_print, m_export})
-            button->setEnabled(!m_list.asked.isEmpty());
-        showUsedIn();
-        showBatches();
-        showPrescriptions();
-    });
 }
 
 void TraceWindow::say(const QString& text) {
@@ -220,26 +200,24 @@ void TraceWindow::say(const QString& text) {
     m_message->setVisible(!text.isEmpty());
 }
 
-/// What leaves the window knows of all batches that lack lines.
-void TraceWindow::completeList() {
-    if (m_tracer.lookForLackingLines())
-        showRecall();
+void TraceWindow::enableOutput(bool enabled) {
+    for (QPushButton* button : {m_print, m_export})
+        button->setEnabled(enabled);
 }
 
+// What leaves the window knows of all batches that lack lines.
 void TraceWindow::print() {
-    guarded(u"TraceWindow:print"_s, [&] {
-        completeList();
-        auto report = std::make_unique<rptRecall>(m_context, m_list);
-        report->printerName = defaultPrinter(m_context);
-        runReport(std::move(report), false, QString());
+    whenComplete([this] {
+        guarded(u"TraceWindow:print"_s, [&] {
+            auto report = std::make_unique<rptRecall>(m_context, m_list);
+            report->printerName = defaultPrinter(m_context);
+            runReport(std::move(report), false, QString());
+        });
     });
 }
 
 void TraceWindow::exportList() {
-    guarded(u"TraceWindow:export"_s, [&] {
-        completeList();
-        say(exportRecall(m_list));
-    });
+    whenComplete([this] { guarded(u"TraceWindow:export"_s, [&] { say(exportRecall(m_list)); }); });
 }
 
 }  // namespace sorvanto

@@ -1,7 +1,8 @@
 // Where did it go: a lot, chemical, batch, formula or patient is typed, and the batches and prescriptions that it leads to
 // are listed, through stock bases and archives. A row opens its record; the whole is printed or exported as a recall list.
-//   TraceWindow.cpp         the window, where it went    TraceWindow_search.cpp   what the text stands for
-//   TraceWindow_lists.cpp   what the lists show          TraceWindow_rows.cpp     what their rows open
+//   TraceWindow.cpp         the window                   TraceWindow_look.cpp     looking in stages, and ending it
+//   TraceWindow_search.cpp  what the text stands for     TraceWindow_lists.cpp    what the lists show
+//   TraceWindow_rows.cpp    what their rows open
 #pragma once
 
 #include "core/ScreenTable.h"
@@ -10,6 +11,8 @@
 #include <QDialog>
 #include <QTimer>
 #include <cstdint>
+#include <functional>
+#include <optional>
 
 class QHBoxLayout;
 class QLabel;
@@ -19,7 +22,9 @@ class QPushButton;
 
 namespace platform {
 class DateBox;
-}
+class LongWork;
+class WorkLine;
+}  // namespace platform
 
 namespace sorvanto {
 
@@ -49,20 +54,55 @@ public:
     };
     TraceWindow(Context& context, Tracer tracer, const Start& start, QWidget* parent = nullptr);
 
+    /// Searches for what it starts with. The lists stand when it is back, in a window that has come up meanwhile where that
+    /// takes long enough to be seen.
+    void begin();
+    /// Whether its user has closed it since.
+    bool wasClosed() const { return m_closed; }
     Wanted wanted() const { return m_wanted; }
 
+    void done(int result) override;
+
 private:
+    /// What is done one after the other for a text, and again from some place on for anything else that is asked for.
+    enum class Stage {
+        Text,     ///< what it stands for
+        Found,    ///< that listed, or what is in the batch
+        Recall,   ///< where it went
+        Offers,   ///< what else it stands for, as far as that is known, and similar lots
+        Others,   ///< patients and formulas that are called so as well
+        Lacking,  ///< batches whose ingredients are not complete
+        Complete
+    };
     void buildWindow();
     QLayout* topRow();
     QLayout* bottomRow();
     QLayout* foundRow();
-    void search(Found wanted = Found::Chemicals);
+    void lookFrom(Stage stage);
+    void lookOn();
+    void lookUpTo(Stage last);
+    void doStage();
+    bool goesOn(platform::LongWork& work);
+    void leaveIfEnded() const;
+    void whenComplete(std::function<void()> then);
+    void whenIdle(std::function<void()> then);
+    void takeEdit();
+    void showUnfinished();
+    void showStopped();
+    void enableOutput(bool enabled);
+    void searchAnew();
+    void findText();
+    void findContents();
+    void findRecall();
+    void findOffers();
     void findOthers();
-    void offerOthers(const QString& text);
+    void readOthers();
+    void findLacking();
     std::size_t count(Found found) const;
-    void choose(std::int64_t key);
+    std::optional<std::size_t> placeOf(Found taken, std::int64_t key) const;
     void take(Found found);
     void showOffers();
+    void dropOffers();
     QWidget* offerFound(QWidget* before);
     void offerSimilar(QWidget* before);
     QPushButton* addOffer(const QString& text, QWidget* before);
@@ -72,7 +112,7 @@ private:
     void showContents();
     void showIngredients();
     void showUsedIn();
-    void showRecall();
+    const TracedBatch& batchAt(std::size_t row) const;
     void showBatches();
     void showPrescriptions();
     void showTotals();
@@ -81,7 +121,6 @@ private:
     std::vector<Ingredient> chosenIngredients() const;
     TraceDays days() const;
     RecallList list() const;
-    void completeList();
     void print();
     void exportList();
     void openFound(int row);
@@ -93,14 +132,29 @@ private:
 
     Context& m_context;
     Tracer m_tracer;
+    Stage m_stage = Stage::Text;           ///< the first that is not done
+    platform::LongWork* m_work = nullptr;  ///< what runs
+    bool m_ends = false;                   ///< it is to end
+    bool m_again = false;                  ///< and to be done anew
+    bool m_begins = false;
+    bool m_closed = false;
+    std::optional<Stage> m_unfinished;  ///< the last of which it was shown that it is not done
+    std::vector<std::int64_t> m_asOf;   ///< state of the records that the list is of
+    std::function<void()> m_whenComplete, m_whenIdle;
+    Found m_asFound;     ///< what the text is to be taken for
+    std::int64_t m_key;  ///< of the record that is meant; 0: all
+    QString m_asked;     ///< the text that the hits are of
     TraceHits m_hits;
+    bool m_othersKnown = false;             ///< patients and formulas
     std::vector<TracedPatient> m_patients;  ///< of that name
     std::vector<TracedFormula> m_formulas;  ///< of that name
-    Found m_taken = Found::Chemicals;       ///< what the text is taken for
-    std::vector<Ingredient> m_contents;     ///< of the batch, where that is what was found
-    RecallList m_list;                      ///< what is on show
+    QStringList m_similar;                  ///< lots
+    bool m_offered = false;
+    Found m_taken = Found::Chemicals;        ///< what the text is taken for
+    std::vector<UsedIngredient> m_contents;  ///< of the batch, where that is what was found
+    RecallList m_list;                       ///< what is on show
     Wanted m_wanted{formulas, 0};
-    std::vector<TracedPrescription> m_shown;  ///< prescriptions of the chosen batches
+    std::vector<std::size_t> m_shown;  ///< places of the prescriptions of the chosen batches
     QTimer m_typing;
     QLineEdit* m_text;
     platform::DateBox* m_from;
@@ -112,6 +166,7 @@ private:
     TraceList* m_batches;
     TraceList* m_prescriptions;
     QLabel* m_totals;
+    platform::WorkLine* m_line;
     QPushButton* m_print;
     QPushButton* m_export;
 };

@@ -31,8 +31,6 @@ QStringList batchRow(const TracedBatch& batch) {
 }  // namespace
 
 void TraceWindow::showFound() {
-    m_contents.clear();
-    const QSignalBlocker quiet(m_found);
     switch (m_taken) {
     case Found::Chemicals:
         return showIngredients();
@@ -50,10 +48,10 @@ void TraceWindow::showPatients() {
     m_found->setColumns({{translated(u"Name"_s)},
                          {translated(u"Birthdate"_s), dateWidth},
                          {translated(u"Phone"_s), phoneWidth}});
-    std::vector<QStringList> rows;
-    for (const TracedPatient& patient : m_patients)
-        rows.push_back({patient.name, recallDay(patient.born.startOfDay(Qt::UTC)), patient.phone});
-    m_found->setRows(std::move(rows));
+    m_found->setRows(m_patients.size(), [this](std::size_t row) {
+        const TracedPatient& patient = m_patients[row];
+        return QStringList{patient.name, recallDay(patient.born.startOfDay(Qt::UTC)), patient.phone};
+    });
 }
 
 void TraceWindow::showFormulas() {
@@ -61,10 +59,10 @@ void TraceWindow::showFormulas() {
     m_found->setColumns({{translated(u"Name"_s)},
                          {translated(u"Strength"_s), doctorWidth},
                          {translated(u"NDC"_s), ndcWidth}});
-    std::vector<QStringList> rows;
-    for (const TracedFormula& formula : m_formulas)
-        rows.push_back({formula.name, formula.strength, formula.ndc});
-    m_found->setRows(std::move(rows));
+    m_found->setRows(m_formulas.size(), [this](std::size_t row) {
+        const TracedFormula& formula = m_formulas[row];
+        return QStringList{formula.name, formula.strength, formula.ndc};
+    });
 }
 
 void TraceWindow::showContents() {
@@ -75,18 +73,14 @@ void TraceWindow::showContents() {
                          {translated(u"Quantity"_s), quantityWidth, true},
                          {QString(), quantityWidth},
                          {translated(u"Supplier"_s), doctorWidth}});
-    std::vector<QStringList> rows;
-    for (const TracedBatch& batch : m_hits.batches) {
-        for (const UsedIngredient& line : m_tracer.contents(batch.key)) {
-            const Ingredient& in = line.ingredient;
-            m_contents.push_back(in);
-            rows.push_back(
-                {in.name, in.ndc, in.lot, recallAmount(line.quantity, line.units),
-                 line.base.isEmpty() ? QString() : translated(u"with %1"_s).replace(u"%1"_s, line.base),
-                 in.supplier});
-        }
-    }
-    m_found->setRows(std::move(rows));
+    m_found->setRows(m_contents.size(), [this](std::size_t row) {
+        const UsedIngredient& line = m_contents[row];
+        const Ingredient& in = line.ingredient;
+        const QString with =
+            line.base.isEmpty() ? QString() : translated(u"with %1"_s).replace(u"%1"_s, line.base);
+        return QStringList{in.name, in.ndc,     in.lot, recallAmount(line.quantity, line.units),
+                           with,    in.supplier};
+    });
 }
 
 void TraceWindow::showIngredients() {
@@ -98,10 +92,10 @@ void TraceWindow::showIngredients() {
                          {translated(u"Lot"_s), lotWidth},
                          {translated(u"Form"_s), initialsWidth},
                          {translated(u"Supplier"_s), doctorWidth}});
-    std::vector<QStringList> rows;
-    for (const Ingredient& in : m_hits.ingredients)
-        rows.push_back({in.name, in.ndc, in.lot, in.form, in.supplier});
-    m_found->setRows(std::move(rows));
+    m_found->setRows(m_hits.ingredients.size(), [this](std::size_t row) {
+        const Ingredient& in = m_hits.ingredients[row];
+        return QStringList{in.name, in.ndc, in.lot, in.form, in.supplier};
+    });
 }
 
 /// Of chemicals alone.
@@ -110,10 +104,14 @@ void TraceWindow::showUsedIn() {
     m_usedIn->setTitle(translated(u"Formulas that use it now"_s),
                        platform::systemLocale().toString(static_cast<qulonglong>(m_list.formulas.size())));
     m_usedIn->setColumns({{translated(u"Formula"_s)}});
-    std::vector<QStringList> rows;
-    for (const TracedFormula& formula : m_list.formulas)
-        rows.push_back({formulaText(formula)});
-    m_usedIn->setRows(std::move(rows));
+    m_usedIn->setRows(m_list.formulas.size(),
+                      [this](std::size_t row) { return QStringList{formulaText(m_list.formulas[row])}; });
+}
+
+/// Those that belong there first.
+const TracedBatch& TraceWindow::batchAt(std::size_t row) const {
+    const std::size_t certain = m_list.recall.batches.size();
+    return row < certain ? m_list.recall.batches[row] : m_list.recall.uncertain.at(row - certain);
 }
 
 void TraceWindow::showBatches() {
@@ -125,13 +123,11 @@ void TraceWindow::showBatches() {
                            {translated(u"Quantity"_s), quantityWidth, true},
                            {translated(u"Logged"_s), initialsWidth},
                            {translated(u"Verified"_s), initialsWidth}});
-    std::vector<QStringList> rows;
-    for (const auto& part : {m_list.recall.batches, m_list.recall.uncertain}) {
-        for (const TracedBatch& batch : part)
-            rows.push_back(batchRow(batch));
-    }
     const QSignalBlocker quiet(m_batches);
-    m_batches->setRows(std::move(rows), static_cast<int>(m_list.recall.uncertain.size()));
+    m_batches->setRows(
+        m_list.recall.batches.size() + m_list.recall.uncertain.size(),
+        [this](std::size_t row) { return batchRow(batchAt(row)); },
+        static_cast<int>(m_list.recall.uncertain.size()));
 }
 
 void TraceWindow::showPrescriptions() {
@@ -140,14 +136,11 @@ void TraceWindow::showPrescriptions() {
         if (row < static_cast<int>(m_list.recall.batches.size()))
             wanted.insert(m_list.recall.batches[static_cast<std::size_t>(row)].key);
     }
+    const std::vector<TracedPrescription>& all = m_list.recall.prescriptions;
     m_shown.clear();
-    std::vector<QStringList> rows;
-    for (const TracedPrescription& one : m_list.recall.prescriptions) {
-        if (!wanted.empty() && !wanted.contains(one.batch))
-            continue;
-        m_shown.push_back(one);
-        rows.push_back({one.patientName, one.phone, one.drug, recallAmount(one.quantity, one.units),
-                        recallDay(one.date), one.batchLot, one.doctor});
+    for (std::size_t place = 0; place < all.size(); ++place) {
+        if (wanted.empty() || wanted.contains(all[place].batch))
+            m_shown.push_back(place);
     }
     const auto batches =
         static_cast<std::int64_t>(wanted.empty() ? m_list.recall.batches.size() : wanted.size());
@@ -160,7 +153,12 @@ void TraceWindow::showPrescriptions() {
                                  {translated(u"Date"_s), dateWidth},
                                  {translated(u"Lot"_s), lotWidth},
                                  {translated(u"Doctor"_s), doctorWidth}});
-    m_prescriptions->setRows(std::move(rows));
+    m_prescriptions->setRows(m_shown.size(), [this](std::size_t row) {
+        const TracedPrescription& one = m_list.recall.prescriptions[m_shown[row]];
+        return QStringList{
+            one.patientName,     one.phone,    one.drug,  recallAmount(one.quantity, one.units),
+            recallDay(one.date), one.batchLot, one.doctor};
+    });
     showTotals();
 }
 

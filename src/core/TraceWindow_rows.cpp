@@ -1,5 +1,6 @@
 // What the rows of the trace open.
 #include "core/TraceWindow.h"
+#include "shared/Guard.h"
 #include "shared/Translator.h"
 
 using namespace Qt::StringLiterals;
@@ -13,7 +14,10 @@ void TraceWindow::openFound(int row) {
     else if (m_taken == Found::Formulas)
         open(formulas, {0, m_formulas.at(place).key});
     else
-        openIngredient(m_contents.empty() ? m_hits.ingredients.at(place) : m_contents.at(place));
+        whenIdle([this, ingredient = m_taken == Found::Batches ? m_contents.at(place).ingredient
+                                                               : m_hits.ingredients.at(place)] {
+            guarded(u"TraceWindow:open"_s, [&] { openIngredient(ingredient); });
+        });
 }
 
 // What was made here has its record in the log.
@@ -29,15 +33,10 @@ void TraceWindow::openFormula(int row) {
     open(formulas, {0, m_list.formulas.at(static_cast<std::size_t>(row)).key});
 }
 
-void TraceWindow::openBatch(int row) {
-    const auto place = static_cast<std::size_t>(row);
-    const std::size_t certain = m_list.recall.batches.size();
-    open(logs, place < certain ? m_list.recall.batches[place].key
-                               : m_list.recall.uncertain.at(place - certain).key);
-}
+void TraceWindow::openBatch(int row) { open(logs, batchAt(static_cast<std::size_t>(row)).key); }
 
 void TraceWindow::openPrescription(int row) {
-    open(patients, m_shown.at(static_cast<std::size_t>(row)).patient);
+    open(patients, m_list.recall.prescriptions.at(m_shown.at(static_cast<std::size_t>(row))).patient);
 }
 
 // What lies in an archive, or is no more, has no record to open.

@@ -4,8 +4,6 @@
 #include "platform/basic/SystemLocale.h"
 #include "platform/widgets/Boxes.h"
 #include "platform/widgets/Theme.h"
-#include "platform/widgets/UnderWay.h"
-#include "shared/Guard.h"
 #include "shared/Translator.h"
 
 #include <QHBoxLayout>
@@ -14,6 +12,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -28,40 +28,49 @@ constexpr qsizetype leastOfName = 2;  // letters; with fewer every patient would
 
 }  // namespace
 
-// A text that stands for nothing leaves the lists empty, and says where it was looked for. Who else has that name is looked
-// for once the lists stand.
-void TraceWindow::search(Found wanted) {
-    guarded(u"TraceWindow:search"_s, [&] {
-        m_typing.stop();
-        const QString text = m_text->text();
-        m_hits = m_tracer.find(text);
-        m_patients.clear();
-        m_formulas.clear();
-        const bool later = count(wanted) + count(Found::Batches) > 0;
-        if (!later)
-            findOthers();
-        take(wanted);
-        if (later)
-            platform::whenIdle(*this, [this, text] { offerOthers(text); });
-    });
+void TraceWindow::searchAnew() {
+    m_asFound = Found::Chemicals;
+    m_key = 0;
+    lookFrom(Stage::Text);
 }
 
-void TraceWindow::offerOthers(const QString& text) {
-    guarded(u"TraceWindow:search"_s, [&] {
-        if (m_text->text() != text)
-            return;
-        findOthers();
-        if (!m_patients.empty() || !m_formulas.empty())
-            showOffers();
-    });
+// A text that stands for nothing leaves the lists empty, and says where it was looked for. Who else has that name is looked
+// for once the lists stand.
+void TraceWindow::findText() {
+    const QString text = m_text->text();
+    TraceHits hits = m_tracer.find(text);
+    leaveIfEnded();
+    {
+        const QSignalBlocker quiet(m_found);
+        m_found->clear();
+    }
+    m_asked = text;
+    m_hits = std::move(hits);
+    m_patients.clear();
+    m_formulas.clear();
+    m_othersKnown = count(m_asFound) + count(Found::Batches) == 0;
+    if (m_othersKnown)
+        readOthers();
+}
+
+void TraceWindow::readOthers() {
+    const QString text = m_asked.trimmed();
+    if (text.size() < leastOfName)
+        return;
+    std::vector<TracedPatient> patients = m_tracer.patientsNamed(text);
+    std::vector<TracedFormula> formulas = m_tracer.formulasNamed(text);
+    leaveIfEnded();
+    m_patients = std::move(patients);
+    m_formulas = std::move(formulas);
 }
 
 void TraceWindow::findOthers() {
-    const QString text = m_text->text().trimmed();
-    if (text.size() < leastOfName)
+    if (m_othersKnown)
         return;
-    m_patients = m_tracer.patientsNamed(text);
-    m_formulas = m_tracer.formulasNamed(text);
+    readOthers();
+    m_othersKnown = true;
+    if (!m_patients.empty() || !m_formulas.empty())
+        showOffers();
 }
 
 std::size_t TraceWindow::count(Found found) const {
@@ -78,44 +87,62 @@ std::size_t TraceWindow::count(Found found) const {
     return m_formulas.size();
 }
 
-/// Or for the first that there is, where there is none of that.
-void TraceWindow::take(Found found) {
-    m_taken = found;
-    if (count(found) == 0) {
+/// It is taken for what is wanted, or for the first that there is, where there is none of that.
+void TraceWindow::findContents() {
+    Found taken = m_asFound;
+    if (count(taken) == 0) {
         const auto* first = std::find_if(std::begin(allFound), std::end(allFound),
                                          [this](Found other) { return count(other) > 0; });
-        m_taken = first == std::end(allFound) ? Found::Chemicals : *first;
+        taken = first == std::end(allFound) ? Found::Chemicals : *first;
     }
-    showOffers();
+    std::vector<UsedIngredient> contents;
+    for (const TracedBatch& batch : m_hits.batches) {
+        if (taken == Found::Batches)
+            std::ranges::move(m_tracer.contents(batch.key), std::back_inserter(contents));
+    }
+    const std::optional<std::size_t> meant = placeOf(taken, std::exchange(m_key, 0));
+    leaveIfEnded();
+    m_taken = taken;
+    m_contents = std::move(contents);
+    dropOffers();
+    const QSignalBlocker quiet(m_found);
     showFound();
-    showRecall();
+    if (meant)
+        m_found->choose(static_cast<int>(*meant));
 }
 
-// Where the text stands for more than the record that it was taken from.
-void TraceWindow::choose(std::int64_t key) {
-    if (key == 0 || m_found->rowCount() < 2)
-        return;
-    const auto keyAt = [&](std::size_t place) -> std::int64_t {
-        switch (m_taken) {
-        case Found::Chemicals:
-            return m_tracer.chemicalOf(m_hits.ingredients.at(place));
-        case Found::Patients:
-            return m_patients.at(place).key;
-        case Found::Formulas:
-            return m_formulas.at(place).key;
-        case Found::Batches:
-            break;
-        }
-        return 0;
+/// Of the record that is meant, where the text stands for more than that.
+std::optional<std::size_t> TraceWindow::placeOf(Found taken, std::int64_t key) const {
+    if (key == 0 || taken == Found::Batches || count(taken) < 2)
+        return std::nullopt;
+    if (taken == Found::Chemicals)
+        return m_tracer.placeOf(key, m_hits.ingredients);
+    const auto in = [&](const auto& records) -> std::optional<std::size_t> {
+        const auto place = std::ranges::find(records, key, [](const auto& record) { return record.key; });
+        return place == records.end() ? std::nullopt : std::optional<std::size_t>(place - records.begin());
     };
-    for (int row = 0; row < m_found->rowCount(); ++row) {
-        if (keyAt(static_cast<std::size_t>(row)) == key)
-            return m_found->choose(row);
-    }
+    return taken == Found::Patients ? in(m_patients) : in(m_formulas);
+}
+
+/// The similar lots are looked for once for a text.
+void TraceWindow::findOffers() {
+    if (m_offered)
+        return;
+    QStringList similar = m_tracer.similarTo(m_asked);
+    leaveIfEnded();
+    m_similar = std::move(similar);
+    showOffers();
+}
+
+void TraceWindow::take(Found found) {
+    m_asFound = found;
+    m_key = 0;
+    lookFrom(Stage::Found);
 }
 
 // One of the buttons may be clicked just now, so they go later.
-void TraceWindow::showOffers() {
+void TraceWindow::dropOffers() {
+    m_offered = false;
     while (QLayoutItem* item = m_offers->takeAt(0)) {
         if (QWidget* former = item->widget()) {
             former->hide();
@@ -124,9 +151,14 @@ void TraceWindow::showOffers() {
         }
         delete item;
     }
+}
+
+void TraceWindow::showOffers() {
+    dropOffers();
     offerSimilar(offerFound(m_to->focusProxy()));
     if (m_offers->count() > 0)  // what is not seen yet counts as well
         m_offers->addStretch();
+    m_offered = true;
 }
 
 QPushButton* TraceWindow::addOffer(const QString& text, QWidget* before) {
@@ -149,10 +181,8 @@ QWidget* TraceWindow::offerFound(QWidget* before) {
             addOffer(QString(captions[static_cast<int>(found)]).replace(u"%1"_s, number), before);
         button->setObjectName(u"cmdFound%1"_s.arg(static_cast<int>(found)));
         connect(button, &QPushButton::clicked, this, [this, found] {
-            guarded(u"TraceWindow:search"_s, [&] {
-                take(found);
-                m_found->setFocus(Qt::TabFocusReason);
-            });
+            take(found);
+            m_found->setFocus(Qt::TabFocusReason);
         });
         before = button;
     }
@@ -160,7 +190,7 @@ QWidget* TraceWindow::offerFound(QWidget* before) {
 }
 
 void TraceWindow::offerSimilar(QWidget* before) {
-    const QStringList lots = m_tracer.similarTo(m_text->text());
+    const QStringList& lots = m_similar;
     if (lots.isEmpty())
         return;
     auto* caption = new QLabel(translated(u"Similar lots:"_s), this);
@@ -170,7 +200,7 @@ void TraceWindow::offerSimilar(QWidget* before) {
         QPushButton* button = addOffer(lot, before);
         connect(button, &QPushButton::clicked, this, [this, lot] {
             m_text->setText(lot);
-            search();
+            searchAnew();
             m_text->setFocus();
         });
         before = button;

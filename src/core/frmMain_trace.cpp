@@ -65,7 +65,9 @@ void frmMain::showTrace() {
             folders.prepend(QFileInfo(file).absolutePath());
         folders.removeDuplicates();
         TraceWindow window(m_context, Tracer(openDB(m_context), folders), traceStart(), this);
-        platform::asker().showModal(window, [&] { window.exec(); });
+        window.begin();
+        if (!window.wasClosed())
+            platform::asker().showModal(window, [&] { window.exec(); });
         const TraceWindow::Wanted wanted = window.wanted();
         if (wanted.key != 0)  // once this click has been delivered
             platform::whenIdle(

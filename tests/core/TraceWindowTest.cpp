@@ -19,7 +19,9 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace sorvanto {
@@ -39,6 +41,7 @@ protected:
     void open(const QString& text, std::int64_t key = 0,
               TraceWindow::Found found = TraceWindow::Found::Chemicals) {
         window = std::make_unique<TraceWindow>(context, tracer(), TraceWindow::Start{text, key, found});
+        window->begin();
     }
     /// Once all is looked for; the texts of the buttons that offer what else was found, parted by bars.
     std::string offers() {
@@ -513,6 +516,140 @@ TEST_F(TraceWindowTest, WhatLiesInAnArchiveIsListedAndSaysSo) {
         label(u"lblNothing"_s),
         u"Nothing has this lot, NDC or name: 2 batches were searched.\nAn archive with 1 batch from 1/5/2026 to "
         "1/5/2026 is not at hand and was not searched.\nWhat is counted here is not final."_s);
+}
+
+/// A text that stands for so many that looking for them takes more than one piece.
+class LongTraceTest : public TraceWindowTest {
+protected:
+    static constexpr int many = 6'000;
+    void SetUp() override {
+        TraceWindowTest::SetUp();
+        sql(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+            "INSERT INTO Chemical (ChemicalID, chm_Name, chm_Lot, chm_NDC) SELECT 100 + i, 'Many ' || i, 'M' || i, "
+            "'N' || i FROM n"_s.arg(many));
+        m_turn.callOnTimeout([this] {
+            m_turn.stop();
+            action();
+        });
+    }
+    /// Does this as soon as something else has a turn while it looks.
+    void whileItLooks(std::function<void()> what) {
+        turned = false;
+        most = 0;
+        QObject::connect(list(u"grdFound"_s).model(), &QAbstractItemModel::modelReset, &m_turn,
+                         [this] { most = std::max(most, rows(u"grdFound"_s)); });
+        action = [this, what = std::move(what)] {
+            turned = true;
+            what();
+        };
+        m_turn.start(0);
+    }
+    int rows(const QString& name) { return list(name).model()->rowCount(); }
+    void expectNothingToPrint() {
+        EXPECT_FALSE(button(u"cmdPrint"_s).isEnabled());
+        EXPECT_FALSE(button(u"cmdExport"_s).isEnabled());
+        for (const QString& name : {u"grdFound"_s, u"grdFormulas"_s, u"grdBatches"_s, u"grdPrescriptions"_s})
+            EXPECT_EQ(rows(name), 0) << name.toStdString();
+    }
+
+    std::function<void()> action;
+    bool turned = false;
+    int most = 0;  ///< rows that were found and on show
+
+private:
+    QTimer m_turn;
+};
+
+TEST_F(LongTraceTest, NothingIsShownOrPrintedOfAListThatIsNotComplete) {
+    open(u"L1"_s);
+    whileItLooks([this] {
+        expectNothingToPrint();
+        EXPECT_EQ(label(u"lblTotals"_s), u"The list is not complete yet."_s);
+    });
+    type(u"many"_s);
+    EXPECT_TRUE(turned);
+    EXPECT_EQ(rows(u"grdFound"_s), many);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled());
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        return label(u"lblTotals"_s).startsWith(u"0 batches"_s) &&
+               !label(u"lblTotals"_s).contains(u"complete"_s);
+    }));
+}
+
+TEST_F(LongTraceTest, AnotherTextEndsWhatRuns) {
+    open(u"B0900"_s);
+    whileItLooks([this] { type(u"L2"_s); });
+    type(u"many"_s);
+    EXPECT_TRUE(turned);
+    EXPECT_LT(most, many) << "what was found of the former text never came on show";
+    EXPECT_EQ(column(u"grdFound"_s, 0), u"Active"_s);
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled());
+}
+
+TEST_F(LongTraceTest, AKeyEndsWhatRunsBeforeTheNextTextIsLookedFor) {
+    open(u"L1"_s);
+    whileItLooks([this] { QTest::keyClicks(window->findChild<QLineEdit*>(u"txtTrace"_s), u"x"_s); });
+    type(u"many"_s);
+    EXPECT_TRUE(turned);
+    EXPECT_LT(most, many);
+    expectNothingToPrint();
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return label(u"lblNothing"_s).startsWith(u"Nothing has this lot"_s); }));
+}
+
+TEST_F(LongTraceTest, TypedTextCantBePrintedBeforeItIsLookedFor) {
+    open(u"L1"_s);
+    ASSERT_TRUE(button(u"cmdPrint"_s).isEnabled());
+    QTest::keyClicks(window->findChild<QLineEdit*>(u"txtTrace"_s), u"L2"_s);
+    EXPECT_FALSE(button(u"cmdPrint"_s).isEnabled());
+    EXPECT_FALSE(button(u"cmdExport"_s).isEnabled());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return button(u"cmdPrint"_s).isEnabled(); }));
+    EXPECT_EQ(column(u"grdBatches"_s, 2), u"C3 B0001"_s);
+}
+
+TEST_F(LongTraceTest, ClosingTheWindowEndsWhatRuns) {
+    open(u"L1"_s);
+    whileItLooks([this] { window->reject(); });
+    type(u"many"_s);
+    EXPECT_TRUE(turned);
+    EXPECT_TRUE(window->wasClosed());
+    EXPECT_LT(most, many);
+    expectNothingToPrint();
+}
+
+TEST_F(LongTraceTest, WhatIsStoppedSaysSoAndIsLookedForAgain) {
+    open(u"L1"_s);
+    whileItLooks([this] { button(u"cmdStop"_s).click(); });
+    type(u"many"_s);
+    EXPECT_TRUE(turned);
+    expectNothingToPrint();
+    EXPECT_EQ(label(u"lblNothing"_s),
+              u"Stopped: the list is not complete. Enter in the text searches again."_s);
+    QTest::keyClick(window->findChild<QLineEdit*>(u"txtTrace"_s), Qt::Key_Return);
+    EXPECT_EQ(rows(u"grdFound"_s), many);
+    EXPECT_TRUE(button(u"cmdPrint"_s).isEnabled());
+}
+
+TEST_F(LongTraceTest, ARowIsOpenedThoughItLooks) {
+    open(u"many"_s);
+    whileItLooks([this] { enterOn(u"grdFound"_s, 4); });
+    setDay(u"txtFrom"_s, u"2026-02-01"_s);
+    EXPECT_TRUE(turned);
+    EXPECT_EQ(window->result(), QDialog::Accepted);
+    EXPECT_EQ(window->wanted().screen, chemicals);
+    EXPECT_GT(window->wanted().key, 100);
+}
+
+TEST_F(TraceOutputTest, WhatChangedSinceIsInTheListThatIsExported) {
+    open(u"L1"_s);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(column(u"grdPrescriptions"_s, 0), u"Xu, Jin Abernathy, Margaret"_s);
+    sql(u"INSERT INTO Patient (PatientID, pat_FName, pat_LName) VALUES (3, 'Ann', 'Kent')"_s);
+    prescription(1, 3, u"03-06"_s);
+    button(u"cmdExport"_s).click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return label(u"lblNothing"_s) == u"Exported Recall.xls"_s; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return column(u"grdPrescriptions"_s, 0).contains(u"Kent"_s); }));
 }
 
 }  // namespace

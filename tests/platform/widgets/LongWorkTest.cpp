@@ -1,15 +1,18 @@
 // Long work as the user sees it: nothing for what is over soon, then a window that says how far it is and stops it.
 #include "platform/widgets/LongWork.h"
+#include "platform/widgets/WorkLine.h"
 
 #include "support/Child.h"
 #include "support/Waiting.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -73,4 +76,32 @@ TEST(LongWork, LetsTimersRunMeanwhile) {
     while (!ran && !patience.hasExpired())
         work.goesOn(0.1);
     EXPECT_TRUE(ran);
+}
+
+TEST(LongWork, InALineLeavesItsWindowToBeUsed) {
+    QWidget usable;
+    auto* column = new QVBoxLayout(&usable);
+    auto* box = new QLineEdit(&usable);
+    auto* line = new WorkLine(&usable);
+    column->addWidget(box);
+    column->addWidget(line);
+    usable.show();
+    for (const bool stopped : {false, true}) {
+        LongWork work("Searching", *line);
+        EXPECT_TRUE(work.goesOn(-1));
+        EXPECT_FALSE(line->isVisible()) << "nothing for what is over soon";
+        QTimer::singleShot(0, box, [box] { QTest::keyClicks(box, "a"); });
+        const QDeadlineTimer patience(20'000);
+        while (!line->isVisible() && !patience.hasExpired())
+            ASSERT_TRUE(work.goesOn(-1));
+        ASSERT_TRUE(line->isVisible());
+        EXPECT_FALSE(window()) << "no window above it";
+        EXPECT_EQ(line->findChild<QProgressBar*>()->maximum(), 0) << "nobody knows how far it is";
+        EXPECT_EQ(line->findChild<QProgressBar*>()->accessibleName(), "Searching");
+        if (stopped)
+            QTest::mouseClick(line->findChild<QPushButton*>(), Qt::LeftButton);
+        EXPECT_EQ(work.goesOn(-1), !stopped);
+    }
+    EXPECT_FALSE(line->isVisible()) << "it goes with the work";
+    EXPECT_EQ(box->text(), "aa");
 }
