@@ -1,6 +1,7 @@
 #include "reports/DatedReport.h"
 
 #include "platform/basic/RuntimeError.h"
+#include "reports/ReportRows.h"
 #include "shared/Context.h"
 
 namespace sorvanto {
@@ -18,17 +19,9 @@ bool DatedReport::askDates() {
     return chosen.has_value();
 }
 
-platform::RecordsetPtr DatedReport::allRows(const QString& statement, const QString& orderWithin) const {
-    const auto all = platform::Recordset::create();
-    if (!orderWithin.isEmpty())
-        all->setOrderWithin(orderWithin);
-    all->open(statement, openDB(m_context), platform::LockType::ReadOnly, platform::CursorLocation::Client);
-    return all;
-}
-
 void DatedReport::readTotals(const QString& statement) {
     try {
-        m_totals = allRows(statement);
+        m_totals = allRows(m_context, statement);
     } catch (...) {
         m_totalsFailure = std::current_exception();  // is met where they are shown
     }
@@ -41,12 +34,13 @@ const platform::Recordset& DatedReport::totals() const {
 }
 
 void DatedReport::setRowsOrNone(const platform::RecordsetPtr& found) {
-    if (found->recordCount() > 0) {
-        setRows(found);
-    } else {
+    if (found && found->recordCount() > 0)
+        return setRows(found);
+    if (found)
         sayNoRecords(m_context);
-        unload();
-    }
+    else
+        m_context.reportCancelled = true;
+    unload();
 }
 
 }  // namespace sorvanto

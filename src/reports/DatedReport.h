@@ -15,13 +15,12 @@ protected:
     /// False when the question was cancelled: reportCancelled is set then, and nothing is to be shown.
     bool askDates();
     const DateRange& range() const { return m_range; }
-    /// All rows of the statement at once: what others change while pages are made shows in none of them.
-    platform::RecordsetPtr allRows(const QString& statement, const QString& orderWithin = {}) const;
     /// Reads what the report's foot shows, so that it is of the same moment as the rows.
     void readTotals(const QString& statement);
     /// Throws what reading them has thrown.
     const platform::Recordset& totals() const;
-    /// Takes the rows; without any it says so, and nothing is to be shown.
+    /// Takes the rows; without any it says so, and nothing is to be shown. Null: the reading was stopped, as if the question
+    /// had been cancelled.
     void setRowsOrNone(const platform::RecordsetPtr& found);
 
     Context& m_context;

@@ -8,6 +8,7 @@
 #include "platform/data/ReadAhead.h"
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
+#include "reports/ReportRows.h"
 #include "reports/ReportTexts.h"
 #include "shared/Context.h"
 #include "shared/Guard.h"
@@ -96,7 +97,8 @@ void rptLogReport::takeBatches() {
     setFormat(u"txtlog_Cost"_s, platform::deref(m_context.options).DefCurrency() + amountPicture);
     translateForm();
     const platform::RecordsetPtr batches = readBatches();
-    m_jarField = batches->fieldIndex(u"log_JarSize"_s);
+    if (batches)
+        m_jarField = batches->fieldIndex(u"log_JarSize"_s);
     setRowsOrNone(batches);
     if (rows())
         fileName = reportFileName("Log Report", {nullText(rows()->value(u"log_Name"_s))},
@@ -105,8 +107,8 @@ void rptLogReport::takeBatches() {
 
 platform::RecordsetPtr rptLogReport::readBatches() {
     const platform::ReadAhead together(openDB(m_context), {{totalsStatement()}});
-    platform::RecordsetPtr batches = allRows(batchesStatement());
-    if (batches->recordCount() > 0)
+    platform::RecordsetPtr batches = allRows(m_context, batchesStatement());
+    if (batches && batches->recordCount() > 0)
         readTotals(totalsStatement());
     return batches;
 }

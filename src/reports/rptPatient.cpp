@@ -9,6 +9,7 @@
 #include "platform/data/ReadAhead.h"
 #include "reports/FileNames.h"
 #include "reports/ListHead.h"
+#include "reports/ReportRows.h"
 #include "reports/ReportTexts.h"
 #include "reports/StoreBlock.h"
 #include "shared/Context.h"
@@ -112,9 +113,9 @@ void rptPatient::PatientID(std::int16_t patientID) {
 platform::RecordsetPtr rptPatient::readPrescriptions() {
     const platform::ReadAhead together(openDB(m_context),
                                        {{prescriptionsStatement(), prescriptionsOrder}, {totalsStatement()}});
-    m_patient = allRows(patientStatement());
-    platform::RecordsetPtr prescriptions = allRows(prescriptionsStatement(), prescriptionsOrder);
-    if (prescriptions->recordCount() > 0)
+    m_patient = allRows(m_context, patientStatement());
+    platform::RecordsetPtr prescriptions = allRows(m_context, prescriptionsStatement(), prescriptionsOrder);
+    if (prescriptions && prescriptions->recordCount() > 0)
         readTotals(totalsStatement());
     return prescriptions;
 }

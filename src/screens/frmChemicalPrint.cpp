@@ -11,8 +11,11 @@ namespace sorvanto {
 
 void frmChemical::printChemicals(bool exportIt) {
     guarded(u"frmChemical:printChemicals"_s, [&] {
+        const platform::RecordsetPtr chemicals = chemicalRows(m_context);
+        if (!chemicals)
+            return;
         auto report = std::make_unique<rptChemicals>(m_context);
-        report->setChemicals(chemicalRows(m_context));
+        report->setChemicals(chemicals);
         report->printerName = defaultPrinter(m_context);
         runReport(std::move(report), exportIt, u"\\Chemicals.xls"_s);
     });

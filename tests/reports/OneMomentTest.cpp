@@ -1,11 +1,17 @@
 // A report shows the records as they were at one moment, whatever others change while it is made.
 #include "ReportTest.h"
 #include "platform/basic/RuntimeError.h"
+#include "reports/DatedReport.h"
 #include "reports/ReportRows.h"
 #include "reports/rptChemicals.h"
 #include "reports/rptLogFormula.h"
 #include "reports/rptLogReport.h"
 #include "shared/basMain.h"
+
+#include <QApplication>
+#include <QProgressDialog>
+#include <QThread>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -129,6 +135,37 @@ TEST_F(UnreadReportTest, TotalsThatCanNotBeReadAreToldAtTheFoot) {
     EXPECT_EQ(texts(*run, u"txtlog_Lot"_s).size(), 3);
     RunPtr broken = std::make_unique<ReportRun>(patient(1, begin, end));
     EXPECT_THROW(broken->makeAll(), RuntimeError);
+}
+
+class AllRowsTest : public DateRangeTest {};
+
+/// Many rows, on a machine that is busy with something else at the first turn.
+TEST_F(AllRowsTest, WindowsHaveTheirTurnMeanwhileAndItCanBeStopped) {
+    sql(u"INSERT INTO Chemical (ChemicalID, chm_Name) WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n "
+        "WHERE i < 1699) SELECT i, 'Chemical' FROM n"_s);
+    QTimer look;
+    QTimer::singleShot(0, &look, [] { QThread::msleep(400); });
+    look.callOnTimeout([] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* progress = qobject_cast<QProgressDialog*>(window); progress && progress->isVisible())
+                progress->cancel();
+        }
+    });
+    look.start(0);
+    EXPECT_EQ(allRows(context,
+                      u"SELECT a.chm_Name FROM Chemical AS a INNER JOIN Chemical AS b ON a.ChemicalID <> "
+                      "b.ChemicalID"_s),
+              nullptr);
+    EXPECT_GT(allRows(context, u"SELECT chm_Name FROM Chemical"_s)->recordCount(), 700);
+}
+
+TEST_F(AllRowsTest, AReportWhoseReadingWasStoppedIsNotShown) {
+    class Stopped : public DatedReport {
+    public:
+        explicit Stopped(Context& context) : DatedReport(context, {}) { setRowsOrNone(nullptr); }
+    } const report(context);
+    EXPECT_TRUE(basMain::reportCancelled);
+    EXPECT_TRUE(report.isUnloaded());
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ struct Recordset::Private {
     ConnectionPtr connection;
     QString statement;
     QString orderWithin;
+    std::function<bool()> goesOn;
     bool inMemory = false;
     bool writable = false;
     FieldList fields;
@@ -55,7 +56,7 @@ struct Recordset::Private {
         }
     }
     void load() {
-        LoadedRows loaded = loadRows(connection, statement, orderWithin, inMemory);
+        LoadedRows loaded = loadRows(connection, statement, orderWithin, inMemory, goesOn);
         fields = std::move(loaded.fields);
         rows = std::move(loaded.rows);
         current = 0;
@@ -142,6 +143,8 @@ Recordset::~Recordset() = default;
 RecordsetPtr Recordset::create() { return RecordsetPtr(new Recordset); }
 
 void Recordset::setOrderWithin(const QString& columns) { d->orderWithin = columns; }
+
+void Recordset::setGoesOn(std::function<bool()> goesOn) { d->goesOn = std::move(goesOn); }
 
 void Recordset::open(const QString& statement, const ConnectionPtr& connection, LockType lock,
                      CursorLocation location) {

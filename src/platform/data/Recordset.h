@@ -42,6 +42,9 @@ public:
     /// Columns by which rows stand that the statement has no order for, before their keys: "RXs.rxs_Date". For a set
     /// that is not open yet; the statement's text stays as it is.
     void setOrderWithin(const QString& columns);
+    /// Asked now and then while a client-side cursor reads all rows; false ends that, and the set stays closed. For a set
+    /// that is not open yet.
+    void setGoesOn(std::function<bool()> goesOn);
     /// Opens and stands on the first row (bof and eof are both true on an empty set). Rows that the statement leaves in
     /// any order stand in that of their keys, whatever indexes there are. Every set knows its rows and
     /// their order from here on, whatever others add, so that no kind of cursor is asked for. Throws as execute.

@@ -10,6 +10,8 @@ namespace platform {
 
 namespace {
 
+constexpr std::int64_t rowsBetweenQuestions = 64;
+
 LoadedRows byKey(const ConnectionPtr& connection, std::unique_ptr<KeyedSelect> select, bool ordered,
                  const QString& statement) {
     RowKeys keys = select->keys();
@@ -32,7 +34,8 @@ std::unique_ptr<KeyedSelect> keyedSelect(Engine& engine, const Translation& tran
     }
 }
 
-LoadedRows allRows(Engine& engine, const Translation& translation, const QString& statement) {
+LoadedRows allRows(Engine& engine, const Translation& translation, const QString& statement,
+                   const std::function<bool()>& goesOn) {
     const auto query = engine.prepareTranslated(translation, statement);
     if (!query->isReadOnly())
         throw RuntimeError(error::statement, u"A result set can't change the database"_s, u"Database"_s,
@@ -44,6 +47,8 @@ LoadedRows allRows(Engine& engine, const Translation& translation, const QString
         for (int field = 0; field < fields.count(); ++field)
             fields.learn(field, row[static_cast<std::size_t>(field)]);
         rows->append(std::move(row));
+        if (goesOn && rows->count() % rowsBetweenQuestions == 0 && !goesOn())
+            return {};
     }
     return {std::move(fields), std::move(rows)};
 }
@@ -95,7 +100,7 @@ Translation readable(Engine& engine, const QString& statement, const QString& or
 }
 
 LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, const QString& orderWithin,
-                    bool inMemory) {
+                    bool inMemory, const std::function<bool()>& goesOn) {
     if (!connection)
         throw RuntimeError(error::objectClosed, u"The connection is closed"_s, u"Database"_s, statement);
     Engine& engine = connection->engine(statement);
@@ -106,7 +111,7 @@ LoadedRows loadRows(const ConnectionPtr& connection, const QString& statement, c
         if (auto select = keyedSelect(engine, translation, statement))
             return byKey(connection, std::move(select), ordered, statement);
     }
-    return allRows(engine, translation, statement);
+    return allRows(engine, translation, statement, goesOn);
 }
 
 }  // namespace platform

@@ -45,6 +45,21 @@ TEST_P(RecordsetTest, MovesOverItsRows) {
     EXPECT_EQ(patients->position(), 4);
 }
 
+TEST_F(RecordsetByKey, AReadingOfAllRowsThatIsEndedLeavesTheSetClosed) {
+    const QString manyRows =
+        u"SELECT a.PatientID FROM (Patient AS a INNER JOIN Patient AS b ON a.PatientID > 0) INNER JOIN Patient AS c ON "
+        "b.PatientID > 0"_s;
+    const RecordsetPtr patients = Recordset::create();
+    int asked = 0;
+    patients->setGoesOn([&] { return ++asked < 3; });
+    patients->open(manyRows, connection, LockType::ReadOnly, CursorLocation::Client);
+    EXPECT_FALSE(patients->isOpen());
+    EXPECT_EQ(asked, 3);
+    patients->setGoesOn([&] { return true; });
+    patients->open(manyRows, connection, LockType::ReadOnly, CursorLocation::Client);
+    EXPECT_EQ(patients->recordCount(), 6 * 6 * 6);
+}
+
 TEST_P(RecordsetTest, AnEmptySetStandsAtBothEnds) {
     const RecordsetPtr none = set(u"SELECT LogID, log_Name FROM Log WHERE (LogID = 0)"_s);
     EXPECT_EQ(none->recordCount(), 0);
