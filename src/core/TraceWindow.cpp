@@ -121,6 +121,7 @@ QLayout* TraceWindow::foundRow() {
 QLayout* TraceWindow::bottomRow() {
     m_totals->setObjectName(u"lblTotals"_s);
     platform::setLook(*m_totals, "heading");
+    m_totals->setWordWrap(true);  // however long, the window stays as wide as it is
     m_print->setObjectName(u"cmdPrint"_s);
     platform::setLook(*m_print, "primary");
     m_export->setObjectName(u"cmdExport"_s);
