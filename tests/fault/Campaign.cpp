@@ -211,8 +211,9 @@ void expectOwnersAlone(const std::vector<Operation>& operations, const QString& 
                            operation.act == Act::Rename || operation.act == Act::Link;
         const QString name = operation.to.isEmpty() ? operation.name : operation.to;
         const QFileInfo file(folder + '/'_L1 + name);
-        if (makes && file.exists() && !name.endsWith(".lock"_L1))
+        if (makes && file.exists() && !name.endsWith(".lock"_L1)) {
             EXPECT_FALSE(file.permissions() & others) << str(name) << " can be read by others";
+        }
     }
 }
 

@@ -31,10 +31,6 @@ protected:
     }
 };
 
-std::ostream& operator<<(std::ostream& out, const std::optional<ChangeCount>& changes) {
-    return changes ? out << changes->count << (changes->all ? " in all" : " at least") : out << "not known";
-}
-
 TEST_F(BookTest, ChangesSinceAMomentAreThoseOfTheRecordAndItsLines) {
     spreadOverDays();
     EXPECT_EQ(since(u"2026-03-01 12:00:00.000"_s), ChangeCount(4, true)) << "the history begins with it";

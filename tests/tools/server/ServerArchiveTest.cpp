@@ -247,7 +247,7 @@ TEST_F(ServerArchiveTest, AFullDiskLeavesEverythingOnTheServer) {
 
 /// While the records are read, in the midst, and at the last question before nothing can be taken back.
 TEST_F(ServerArchiveTest, WhatIsStoppedLeavesEverythingAndNothingBeside) {
-    const QByteArray before = qgetenv("TMPDIR");
+    const QByteArray folderBefore = qgetenv("TMPDIR");
     qputenv("TMPDIR", path(u"."_s).toUtf8());
     const auto beside = [this] { return QDir(path(u"."_s)).entryList({u"sorvanto-*"_s, u"old*"_s}); };
     const QString records = told(u"SELECT count(*), max(\"LogID\") FROM \"Log\""_s);
@@ -263,7 +263,7 @@ TEST_F(ServerArchiveTest, WhatIsStoppedLeavesEverythingAndNothingBeside) {
     }
     EXPECT_GT(questions, 15);
     EXPECT_EQ(beside(), QStringList{u"old.mdb"_s});
-    before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    folderBefore.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", folderBefore);
     EXPECT_TRUE(expectWhole("after all "));
 }
 
