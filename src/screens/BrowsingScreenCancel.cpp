@@ -37,8 +37,8 @@ std::vector<DraftField> enteredSince(const std::vector<DraftField>& added, std::
     return now;
 }
 
-platform::RecordsetPtr linesOf(Context& context, const QString& table, const QString& keyColumn,
-                               std::int16_t key) {
+platform::RecordsetPtr recordLines(Context& context, const QString& table, const QString& keyColumn,
+                                   std::int16_t key) {
     auto lines = platform::Recordset::create();
     lines->open(u"SELECT * FROM %1 WHERE (%2 = %3) ORDER BY %1ID"_s.arg(table, keyColumn).arg(key),
                 openDB(context), platform::LockType::Optimistic);
@@ -56,7 +56,7 @@ QString nameOf(const Draft& draft) {
 /// Each line anew, with a key of its own, and of another record.
 void addLines(Context& context, platform::Recordset& from, const QString& table, const QString& keyColumn,
               std::int16_t key) {
-    const auto to = linesOf(context, table, keyColumn, key);
+    const auto to = recordLines(context, table, keyColumn, key);
     for (from.moveFirst(); !from.eof(); from.moveNext()) {
         to->addNew();
         for (int field = 0; field < from.fieldCount(); ++field) {
@@ -80,7 +80,7 @@ std::shared_ptr<BrowsingScreen::ThrownAway> BrowsingScreen::whatCancelThrowsAway
             fields = enteredSince(m_asAdded, m_drafts.shown());
             if (!m_records.lines.isEmpty())
                 thrown->lines =
-                    linesOf(m_context, m_records.lines, m_records.key, recordOnView().key)->copy();
+                    recordLines(m_context, m_records.lines, m_records.key, recordOnView().key)->copy();
         }
         const bool hasLines = thrown->lines && thrown->lines->recordCount() > 0;
         if (fields.empty() && !hasLines)

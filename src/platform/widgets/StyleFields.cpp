@@ -32,7 +32,7 @@ void drawStepArrow(const QStyleOptionSpinBox& option, QPainter& painter, QStyle:
 bool isLockedField(const QStyleOption& option, const QWidget* widget) {
     const auto* lockable = dynamic_cast<const Lockable*>(widget);
     return has(option, QStyle::State_ReadOnly) || (lockable && lockable->isReadOnlyBox()) ||
-           hasLook(widget, "readOnly");
+           (widget && widget->property("readOnly").toBool());  // a property of several classes
 }
 
 Box fieldBox(const QStyleOption& option, const QWidget* widget, bool locked) {

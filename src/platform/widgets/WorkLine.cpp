@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
-constexpr int steps = 1000;
+constexpr int barSteps = 1000;
 }
 
 WorkLine::WorkLine(QWidget* parent)
@@ -38,9 +38,9 @@ void WorkLine::start(const QString& what) {
 }
 
 void WorkLine::setDone(double done) {
-    m_bar->setRange(0, done < 0 ? 0 : steps);
+    m_bar->setRange(0, done < 0 ? 0 : barSteps);
     if (done >= 0)
-        m_bar->setValue(static_cast<int>(done * steps));
+        m_bar->setValue(static_cast<int>(done * barSteps));
 }
 
 void WorkLine::end() { hide(); }

@@ -13,6 +13,7 @@
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QProgressBar>
@@ -22,6 +23,7 @@
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTest>
+#include <QTextEdit>
 #include <QToolButton>
 #include <QToolTip>
 #include <algorithm>
@@ -283,6 +285,17 @@ TEST_P(States, WhatTheKeysGoToBearsOneMark) {
             return pixelsOf(after, color) - pixelsOf(before, color);
         };
         EXPECT_GE(std::max(more(theme().accent), more(theme().text)), leastMark) << kind.name;
+    }
+}
+
+TEST_P(States, ATextThatIsOnlyReadLooksLikeOneThatIsLocked) {
+    for (const Maker& make : {Maker(textual<QLineEdit>), Maker(textual<QTextEdit>)}) {
+        Stage stage(make());
+        const QPoint within = stage.window.rect().center() + QPoint(0, 6);
+        EXPECT_EQ(stage.picture().pixelColor(within), theme().surface);
+        stage.widget->setProperty("readOnly", true);
+        stage.widget->setFocusPolicy(Qt::NoFocus);
+        EXPECT_EQ(stage.picture().pixelColor(within), theme().quietField);
     }
 }
 
