@@ -185,7 +185,7 @@ public:
     /// What is asked over each line that takes the place of a lost one, and of its answer why nobody may work by it; empty
     /// where all is well. Then whatever would go by that line throws general with this reason.
     virtual void setAdmission(const QString& /*question*/,
-                              std::function<QString(const QString& answer)> /*refusal*/) {}
+                              const std::function<QString(const QString& answer)>& /*refusal*/) {}
     /// Whether the last line was refused so.
     virtual bool isRefused() const { return false; }
 

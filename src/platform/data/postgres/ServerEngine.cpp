@@ -66,7 +66,7 @@ public:
     void giveUpName(const QString& name) override;
     QString nameKeeper(const QString& name) override;
     void setAdmission(const QString& question,
-                      std::function<QString(const QString& answer)> refusal) override;
+                      const std::function<QString(const QString& answer)>& refusal) override;
     bool isRefused() const override { return m_store.session.isRefused(); }
     bool tellWriter(const HistoryContext& writer) override;
     void tellDeed(const QString& deed, const QString& note) noexcept override;
@@ -253,13 +253,11 @@ const QString notReady = u"The server is not ready: its records are being brough
 
 /// The lock first: what is answered while it is held stays so.
 void ServerEngine::setAdmission(const QString& question,
-                                std::function<QString(const QString& answer)> refusal) {
-    m_store.session.setAdmission({Command{takePart}, Command{question.toUtf8()}},
-                                 [refusal = std::move(refusal)](const std::vector<Result>& answers) {
-                                     return answers.front().bytes(0, 0) == "t"
-                                                ? refusal(answers.back().text(0, 0))
-                                                : notReady;
-                                 });
+                                const std::function<QString(const QString& answer)>& refusal) {
+    m_store.session.setAdmission(
+        {Command{takePart}, Command{question.toUtf8()}}, [refusal](const std::vector<Result>& answers) {
+            return answers.front().bytes(0, 0) == "t" ? refusal(answers.back().text(0, 0)) : notReady;
+        });
 }
 
 bool ServerEngine::tellWriter(const HistoryContext& writer) {

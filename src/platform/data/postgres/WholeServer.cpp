@@ -40,7 +40,7 @@ private:
     Cancelled m_cancelled;
 };
 
-class WholeServer : public WholeStore {
+class WholeServer final : public WholeStore {
 public:
     WholeServer(const QString& address, bool fills, const Cancelled& cancelled = {});
     ~WholeServer() override;
