@@ -109,9 +109,10 @@ void InstanceLock::begin(const QString& folder, const QString& database, const Q
     });
 }
 
+// What the threads could not do is done by who asks for it.
 void InstanceLock::wait() {
     if (m_begun.valid())
-        m_begun.get();
+        m_begun.wait();
 }
 
 InstanceState InstanceLock::takeFolder(const QString& folder) {
